@@ -1,0 +1,45 @@
+#include "app/application.h"
+
+#include <QDebug>
+#include <QScopeGuard>
+
+#include "app/failure.h"
+#include "app/looks.h"
+
+namespace guanchao {
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(programName);
+    setQuitOnLastWindowClosed(false);
+    applyLooks(*this);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& failure) {
+        showFailure(failure);
+        return true;
+    }
+}
+
+void Application::guard(const std::function<void()>& job) {
+    try {
+        job();
+    } catch (const std::exception& failure) {
+        showFailure(failure);
+    }
+}
+
+void Application::showFailure(const std::exception& failure) {
+    const QString text = failureText(failure);
+    if (showing_ || !dialogs_) {
+        qWarning().noquote() << text;
+        return;
+    }
+    showing_ = true;
+    const auto end = qScopeGuard([this] { showing_ = false; });
+    dialogs_->tell(text);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,35 @@
+// The Qt application with the one place where failures of operations end: a single box, after which
+// the program goes on.
+#pragma once
+
+#include <QApplication>
+#include <exception>
+#include <functional>
+
+#include "platform/dialogs.h"
+
+namespace guanchao {
+
+class Application : public QApplication {
+    Q_OBJECT
+
+public:
+    Application(int& argc, char** argv);
+
+    // Where failures are shown; without one they are only printed.
+    void setDialogs(Dialogs* dialogs) { dialogs_ = dialogs; }
+
+    bool notify(QObject* receiver, QEvent* event) override;
+
+    // Runs the job and shows its failure.
+    void guard(const std::function<void()>& job);
+
+    // One box at a time: a failure that comes while one is shown is printed only.
+    void showFailure(const std::exception& failure);
+
+private:
+    Dialogs* dialogs_ = nullptr;
+    bool showing_ = false;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,33 @@
+// What every window is given: the values that windows share and the services of the platform. Main
+// makes it and outlives all windows.
+#pragma once
+
+#include "app/globals.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/http.h"
+#include "platform/processes.h"
+#include "platform/services.h"
+#include "platform/shell.h"
+#include "store/stores.h"
+#include "utilities/tray_module.h"
+
+namespace guanchao {
+
+struct Environment {
+    Globals& globals;
+    Stores& stores;
+    const Services& services;
+    const Clock& clock;
+    Dialogs& dialogs;
+    EventPump& pump;
+    Http& http;
+    Shell& shell;
+    Processes& processes;
+    TrayModule& tray;
+    QString programFolder;   // where the executable lies
+    QString executableName;  // without its folder
+};
+
+}  // namespace guanchao

@@ -1,0 +1,44 @@
+#include "app/failure.h"
+
+#include <QFileInfo>
+
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The failures that a user can do something about, in the user's language.
+QString explanation(const StoreError& failure) {
+    const QString file = QFileInfo(failure.path()).fileName();
+    if (!QFileInfo::exists(failure.path())) {
+        return u"找不到数据文件 "_s + failure.path() + u"。"_s;
+    }
+    if (failure.reason().contains(u"locked"_s)) {
+        return u"数据文件 "_s + file + u" 正被其他程序占用，请稍后再试。"_s;
+    }
+    if (failure.reason().contains(u"not a database"_s)) {
+        return u"数据文件 "_s + file + u" 不是数据库，或者密码不对。"_s;
+    }
+    if (failure.reason().contains(u"disk is full"_s)) {
+        return u"磁盘已满，数据文件 "_s + file + u" 无法写入。"_s;
+    }
+    return u"数据文件 "_s + file + u" 执行语句失败。"_s;
+}
+
+}  // namespace
+
+QString failureText(const std::exception& failure) {
+    const auto* operation = dynamic_cast<const OperationError*>(&failure);
+    const bool named = operation && !operation->activity().isEmpty();
+    QString text = (named ? operation->activity() : u"操作"_s) + u"没有完成。\n\n"_s;
+    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
+        text += explanation(*store) + u"\n"_s;
+    }
+    text += u"原因："_s + (operation ? operation->reason() : QString::fromUtf8(failure.what()));
+    return text + u"\n\n这一步没有写入任何数据。"_s;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,321 @@
+#include "app/form2.h"
+
+#include <QCloseEvent>
+#include <QScopeGuard>
+#include <QScreen>
+
+#include "app/failure.h"
+#include "app/looks.h"
+#include "app/maintenance.h"
+#include "app/shutdown.h"
+#include "app/startup.h"
+#include "grid/sorting.h"
+#include "ui_form2.h"
+#include "utilities/version_check.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Widths and heights in twips.
+constexpr int themeGridColumns = 6600;
+constexpr int gutter = 250;
+constexpr int heightAboveGrids = 1700;
+
+// A click on a grid ends without a word at any failure: most are clicks on a grid that is empty.
+template <typename Job>
+void trapped(Job job) {
+    try {
+        job();
+    } catch (const std::exception&) {
+        return;
+    }
+}
+
+// The grid must hold a table, and the pointer be on one of its rows.
+bool isDataRow(const ResultGrid& grid, int row) {
+    return row > 0 && grid.cols() > 2 && grid.rows() > 1;
+}
+
+}  // namespace
+
+Form2::Form2(Environment& environment, Windows& windows)
+    : environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form2>()),
+      themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
+                  themes_, stocks_),
+      quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
+                 environment.services.quote, environment.pump),
+      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump) {
+    ui_->setupUi(this);
+    ui_->Command1->setIcon(searchIcon());
+    ui_->Command2->setIcon(searchIcon());
+    ui_->Command4->setIcon(updateIcon());
+    ui_->progress->hide();
+    ui_->MSHFlexGrid1->setGrid(themes_);
+    ui_->MSHFlexGrid2->setGrid(stocks_);
+    picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main,
+                            [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    arrangeGrids();
+    buildMenus();
+    connectControls();
+    connectMenus();
+    connectGrids();
+}
+
+Form2::~Form2() = default;
+
+// The right grid takes the width beside the left one and the gutter, both take the height under the
+// fields; the layout keeps it so at every size.
+void Form2::arrangeGrids() {
+    const GridView& grid = *ui_->MSHFlexGrid1;
+    const int space = grid.pixels(gutter) / 3;
+    const int scrollBar = 15;
+    ui_->MSHFlexGrid1->setFixedWidth(grid.pixels(themeGridColumns) + scrollBar);
+    ui_->gridRow->setSpacing(space);
+    ui_->gridRow->setContentsMargins(space, 0, grid.pixels(gutter) - 2 * space, space);
+    ui_->fields->setMinimumHeight(grid.pixels(heightAboveGrids) - space);
+    resize(QSize(1640, 920).boundedTo(screen()->availableSize()));
+}
+
+void Form2::buildMenus() {
+    tuopanmenu_.setObjectName(u"tuopanmenu"_s);
+    tuopanmenu_.addActions({ui_->tuopan显示, ui_->tuopanexit});
+    leftkuaimenu_.setObjectName(u"leftkuaimenu"_s);
+    leftkuaimenu_.addActions({ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题,
+                              ui_->编辑主题文章, ui_->添加主题监控, ui_->修改关注度,
+                              ui_->全删指定只数的主题});
+    kuaimenu_.setObjectName(u"kuaimenu"_s);
+    kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->所属全部主题, ui_->deletezhutigu,
+                          ui_->addzhutigu, ui_->操作个股文章, ui_->添加个股监控, ui_->修改相关度,
+                          ui_->添加到自选股, ui_->从自选股删除});
+}
+
+void Form2::connectControls() {
+    connect(ui_->Command1, &QToolButton::clicked, this, &Form2::Command1_Click);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form2::Command1_Click);
+    connect(picker_, &PickerBox::chosen, this, &Form2::Command1_Click);
+    connect(ui_->Command2, &QToolButton::clicked, this, &Form2::Command2_Click);
+    connect(ui_->Text2, &QLineEdit::returnPressed, this, &Form2::Command2_Click);
+    connect(ui_->Text3, &QLineEdit::returnPressed, this, &Form2::刷新_Click);
+    connect(ui_->Command3, &QPushButton::clicked, this,
+            [this] { clearMaintenanceKey(environment_.dialogs); });
+    connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
+    connect(ui_->gengxin, &QAction::triggered, this, &Form2::Command4_Click);
+    connect(ui_->chazhao, &QAction::triggered, this, [this] {
+        ui_->Text2->setFocus();
+        ui_->Text2->selectAll();
+    });
+    struct TimerSetting {
+        QTimer& timer;
+        const char* name;
+        int milliseconds;
+    };
+    for (const TimerSetting& it : {TimerSetting{Timer1_, "Timer1", 100},
+                                   TimerSetting{Timer2_, "Timer2", 1000},
+                                   TimerSetting{Timer3_, "Timer3", 1000},
+                                   TimerSetting{Timer4_, "Timer4", 1000}}) {
+        it.timer.setParent(this);
+        it.timer.setObjectName(QString::fromLatin1(it.name));
+        it.timer.setInterval(it.milliseconds);
+    }
+    connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
+    connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
+}
+
+void Form2::connectMenus() {
+    connect(ui_->刷新, &QAction::triggered, this, &Form2::刷新_Click);
+    connect(ui_->刷新2, &QAction::triggered, this, &Form2::刷新_Click);
+    connect(ui_->全部显示, &QAction::triggered, this, &Form2::全部显示_Click);
+    connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
+    connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
+    connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
+}
+
+void Form2::connectGrids() {
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form2::MSHFlexGrid1_Click);
+    connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this, &Form2::MSHFlexGrid2_Click);
+}
+
+void Form2::Form_Load() {
+    tuichubiaozhi_ = 0;
+    loadProgram(environment_.programFolder, environment_.tray, environment_.globals,
+                environment_.stores, environment_.clock, [this] { 刷新_Click(); });
+    Timer1_.start();
+    Timer4_.start();
+}
+
+void Form2::刷新_Click() {
+    const std::optional<UpdateLabels> labels = themeTable_.refresh(ui_->Text3->text());
+    if (labels) {
+        ui_->Label4->setText(labels->themes);
+        ui_->Label6->setText(labels->quotes);
+    }
+}
+
+void Form2::全部显示_Click() { themeTable_.xianshizhutigu(allStocks); }
+
+void Form2::Command1_Click() {
+    picker_->hideList();
+    themeTable_.searchByCode(ui_->Text1->text());
+}
+
+void Form2::Command2_Click() {
+    picker_->hideList();
+    themeTable_.searchByName(ui_->Text2->text());
+}
+
+void Form2::Command4_Click() {
+    if (quoteRun_.running()) {
+        return;
+    }
+    ui_->Command4->setEnabled(false);
+    ui_->gengxin->setEnabled(false);
+    const auto end = qScopeGuard([this] {
+        ui_->Command4->setEnabled(true);
+        ui_->gengxin->setEnabled(true);
+        ui_->progress->hide();
+        ui_->Label1->clear();
+    });
+    environment_.pump.runPendingEvents();
+    const bool done = quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); });
+    if (!done) {
+        return;
+    }
+    刷新_Click();
+    ui_->Command4->setEnabled(true);
+    ui_->progress->hide();
+    environment_.dialogs.tell(u"更新行情数据完成！"_s);
+}
+
+void Form2::showProgress(const QuoteProgress& progress) {
+    ui_->Label1->clear();
+    ui_->progress->setMaximum(progress.total);
+    ui_->progress->setValue(progress.updated);
+    ui_->progress->show();
+    if (progress.updated > 0) {
+        ui_->Label6->setText(u"已更新股票只数:"_s + QString::number(progress.updated));
+    }
+}
+
+void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (!isDataRow(themes_, row)) {
+        themes_.setToolTipText({});
+        return;
+    }
+    environment_.globals.dangqianzhuti = themes_.textMatrix(row, 1).trimmed();
+    themes_.setToolTipText(environment_.globals.dangqianzhuti);
+    if (button == Qt::RightButton) {
+        biaoji(themes_, row);
+        leftkuaimenu_.popup(QCursor::pos());
+        picker_->hideList();
+    }
+}
+
+void Form2::MSHFlexGrid1_Click(int row, int col) {
+    trapped([&] {
+        picker_->hideList();
+        themes_.setRedraw(false);
+        if (row == 0) {
+            sortByHeader(themes_, col, u"时间"_s, lastSortCode_);
+        } else {
+            biaoji(themes_, row);
+            ui_->Text2->setText(themes_.textMatrix(row, 1).trimmed());
+            themeTable_.xianshizhutigu(ui_->Text2->text());
+        }
+        themes_.setRedraw(true);
+    });
+}
+
+void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
+    if (!isDataRow(stocks_, row)) {
+        return;
+    }
+    environment_.globals.dangqiandm = stocks_.textMatrix(row, 2).trimmed();
+    environment_.globals.dangqianjc = stocks_.textMatrix(row, 3).trimmed();
+    ui_->Text1->setText(environment_.globals.dangqiandm);
+    if (button == Qt::RightButton) {
+        biaoji(stocks_, row);
+        kuaimenu_.popup(QCursor::pos());
+        picker_->hideList();
+    }
+}
+
+void Form2::MSHFlexGrid2_Click(int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            stocks_.setRedraw(false);
+            sortByHeader(stocks_, col, u"日期"_s, lastSortCode_);
+            stocks_.setRedraw(true);
+        }
+    });
+}
+
+void Form2::Timer1_Timer() {
+    Timer1_.stop();
+    const QString caption = windowTitle();
+    setWindowTitle(caption + u"   正在更新代码表"_s);
+    environment_.pump.runPendingEvents();
+    setWindowTitle(caption);
+    environment_.pump.runPendingEvents();
+    Timer2_.start();
+}
+
+void Form2::Timer4_Timer() {
+    Timer4_.stop();
+    checkVersion(windowTitle(), environment_.globals, environment_.services.vendor,
+                 environment_.http, environment_.dialogs, environment_.shell);
+}
+
+void Form2::closeEvent(QCloseEvent* event) {
+    if (answerClose(tuichubiaozhi_, environment_.dialogs) == CloseAnswer::shutDown) {
+        endProgram();
+        event->accept();
+    } else {
+        event->ignore();
+        hideToTray();
+    }
+}
+
+void Form2::hideToTray() {
+    const bool inTray = environment_.tray.hide();
+    windows_.closeAll();
+    if (inTray) {
+        hide();
+    } else {
+        showMinimized();
+    }
+}
+
+void Form2::endProgram() {
+    quoteRun_.cancel();
+    shutDown(
+        environment_.stores, environment_.executableName, environment_.tray,
+        environment_.processes, [this] { windows_.closeAll(); },
+        [this](const std::exception& failure) {
+            environment_.dialogs.tell(failureText(failure));
+        });
+    QCoreApplication::exit(0);
+}
+
+void Form2::tuopan显示_Click() {
+    environment_.tray.show();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void Form2::tuopanexit_Click() {
+    tuichubiaozhi_ = 1;
+    close();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,90 @@
+// Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus from
+// which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store; the rules
+// are in ThemeTable, QuoteRun, startup and shutdown.
+#pragma once
+
+#include <QMainWindow>
+#include <QMenu>
+#include <QTimer>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "grid/picker_box.h"
+#include "grid/result_grid.h"
+#include "market/quote_run.h"
+#include "themes/theme_table.h"
+
+namespace Ui {
+class Form2;
+}
+
+namespace guanchao {
+
+class Form2 : public QMainWindow {
+    Q_OBJECT
+
+public:
+    Form2(Environment& environment, Windows& windows);
+    ~Form2() override;
+
+    // The program's entry; raises what the first refresh raises.
+    void Form_Load();
+
+    QMenu* tuopanmenu() { return &tuopanmenu_; }
+    // 显示: back from the tray.
+    void tuopan显示_Click();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenus();
+    void connectControls();
+    void connectMenus();
+    void connectGrids();
+    void arrangeGrids();
+    void showProgress(const QuoteProgress& progress);
+    void hideToTray();
+    void endProgram();
+
+    void 刷新_Click();
+    void 全部显示_Click();
+    void tuopanexit_Click();
+
+    void Command1_Click();
+    void Command2_Click();
+    void Command4_Click();
+
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid1_Click(int row, int col);
+    void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid2_Click(int row, int col);
+
+    void Timer1_Timer();
+    void Timer4_Timer();
+
+    Environment& environment_;
+    Windows& windows_;
+    std::unique_ptr<Ui::Form2> ui_;
+    ResultGrid themes_;
+    ResultGrid stocks_;
+    ThemeTable themeTable_;
+    QuoteFeed quoteFeed_;
+    QuoteRun quoteRun_;
+    PickerBox* picker_ = nullptr;
+
+    QMenu tuopanmenu_;
+    QMenu leftkuaimenu_;  // 左快捷菜单: on a theme
+    QMenu kuaimenu_;      // 快捷菜单: on a stock
+
+    QTimer Timer1_;  // once after the load
+    QTimer Timer2_;  // every second for the life of the process
+    QTimer Timer3_;  // once per alarm sound
+    QTimer Timer4_;  // once per version check
+
+    int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
+    SortCode lastSortCode_ = SortCode::none;
+};
+
+}  // namespace guanchao

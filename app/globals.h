@@ -1,0 +1,27 @@
+// What windows hand to each other and the flags that jobs leave for timers. One object, owned by
+// main; empty and 0 until the main window's load has filled it.
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+namespace guanchao {
+
+struct Globals {
+    QString yingyongmulu;  // 应用目录: the application folder, ending in one separator
+
+    QString dangqiandm;     // 当前代码: the current stock, set by the window that hands it over
+    QString dangqianjc;     // 当前简称
+    QString dangqianzhuti;  // 当前主题
+
+    QString wenzhangdalei;    // 文章大类: the article context, "主题" or "个股" or empty
+    QString wenzhangxiaolei;  // 文章小类: theme name, or code followed by short name
+
+    QDate jintian;  // 今天: the day at start-up
+
+    qint16 hqmang = 0;         // 行情忙: 1 while a quote batch or a history download writes
+    qint16 jiaoyishiduan = 0;  // 交易时段: 1 if the last refresh fell into a trading session
+    qint16 jiankongkaiqi = 0;  // 监控开启: 1 while monitoring runs
+};
+
+}  // namespace guanchao

@@ -1,0 +1,46 @@
+#include "app/shutdown.h"
+
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void tellCollector(const Stores& stores) {
+    const Activity activity(u"通知采集程序退出"_s);
+    stores.heat.open().execute(u"update canshu set mainisrun=0"_s);
+}
+
+}  // namespace
+
+CloseAnswer answerClose(int tuichubiaozhi, Dialogs& dialogs) {
+    if (tuichubiaozhi == 1 || dialogs.ask(u"点“确定”退出，点“取消”进入托盘。"_s)) {
+        return CloseAnswer::shutDown;
+    }
+    return CloseAnswer::hideInTray;
+}
+
+QString imageNameToEnd(const QString& executableName) {
+    QString name = executableName;
+    if (name.endsWith(u'2')) {
+        name.chop(1);
+    }
+    return name + u".exe"_s;
+}
+
+void shutDown(const Stores& stores, const QString& executableName, TrayModule& tray,
+              Processes& processes, const std::function<void()>& closeOtherWindows,
+              const std::function<void(const std::exception&)>& report) {
+    try {
+        tellCollector(stores);
+    } catch (const std::exception& failure) {
+        report(failure);
+    }
+    closeOtherWindows();
+    tray.remove();
+    processes.endByImageName(imageNameToEnd(executableName));
+}
+
+}  // namespace guanchao

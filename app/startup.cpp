@@ -1,0 +1,20 @@
+#include "app/startup.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+void loadProgram(const QString& programFolder, TrayModule& tray, Globals& globals, Stores& stores,
+                 const Clock& clock, const std::function<void()>& refresh) {
+    tray.add(u"右键弹出菜单"_s);
+    globals.hqmang = 0;
+    globals.wenzhangdalei.clear();
+    globals.wenzhangxiaolei.clear();
+    globals.yingyongmulu = applicationFolder(programFolder);
+    stores = storesIn(globals.yingyongmulu);
+    // The collector's code-table mode is not started here: it costs minutes, and a user asks for it.
+    globals.jintian = clock.now().date();
+    refresh();
+}
+
+}  // namespace guanchao

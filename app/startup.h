@@ -1,0 +1,20 @@
+// The load of the main window in its order, without the window: the first values, the stores and
+// the first refresh.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "app/globals.h"
+#include "platform/clock.h"
+#include "store/stores.h"
+#include "utilities/tray_module.h"
+
+namespace guanchao {
+
+// Tray icon, flags, application folder, stores and keys, the day, then the first refresh. Raises
+// whatever that refresh raises; the values before it are set then.
+void loadProgram(const QString& programFolder, TrayModule& tray, Globals& globals, Stores& stores,
+                 const Clock& clock, const std::function<void()>& refresh);
+
+}  // namespace guanchao

@@ -1,0 +1,147 @@
+#include "grid/grid_view.h"
+
+#include <QContextMenuEvent>
+#include <QEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+namespace guanchao {
+
+namespace {
+
+constexpr int twipsPerInch = 1440;
+// The width of a digit in the font for which the widths were chosen, in twips.
+constexpr int digitTwips = 90;
+constexpr int rowPadding = 6;
+
+QColor toColor(Colour colour) { return QColor::fromRgb(colour); }
+
+// Puts the cell's own colour under the text, on a marked row too.
+class ColourDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QVariant own = index.data(ResultGrid::ColourRole);
+        const QColor colour = toColor(own.isValid() ? own.toUInt() : textColour);
+        option->palette.setColor(QPalette::Text, colour);
+        option->palette.setColor(QPalette::HighlightedText, colour);
+    }
+};
+
+}  // namespace
+
+GridView::GridView(QWidget* parent) : QTableView(parent) {
+    setItemDelegate(new ColourDelegate(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setTabKeyNavigation(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+    horizontalHeader()->setMinimumSectionSize(10);
+    horizontalHeader()->setHighlightSections(false);
+    watchHeader();
+}
+
+void GridView::watchHeader() {
+    horizontalHeader()->setSectionsClickable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionPressed, this,
+            [this](int col) { emit gridPressed(0, col, Qt::LeftButton); });
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int col) { emit gridClicked(0, col); });
+}
+
+void GridView::setGrid(ResultGrid& grid) {
+    grid_ = &grid;
+    setModel(&grid);
+    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidths);
+    connect(&grid, &ResultGrid::modelReset, this, [this] {
+        applyWidths();
+        showMark();
+    });
+    connect(&grid, &ResultGrid::toolTipTextChanged, this, &GridView::setToolTip);
+    applyWidths();
+}
+
+int GridView::pixels(int twips) const {
+    const double digit = fontMetrics().horizontalAdvance(u'0');
+    const double standardDigit = static_cast<double>(digitTwips) * logicalDpiX() / twipsPerInch;
+    const double scale = std::max(1.0, digit / standardDigit);
+    return qRound(twips * scale * logicalDpiX() / twipsPerInch);
+}
+
+void GridView::applyWidths() {
+    const int shown = std::min(grid_->cols(), horizontalHeader()->count());
+    for (int col = 0; col < shown; ++col) {
+        setColumnWidth(col, pixels(grid_->colWidth(col)));
+    }
+}
+
+void GridView::showMark() {
+    const int row = grid_->markedRow();
+    if (row > 0) {
+        selectRow(row - 1);
+    }
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->position().toPoint());
+    pressedIndex_ = index;
+    QTableView::mousePressEvent(event);
+    emit gridPressed(index.isValid() ? index.row() + 1 : -1, index.column(), event->button());
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid() && index == pressedIndex_) {
+        emit gridClicked(index.row() + 1, index.column());
+    }
+    pressedIndex_ = QModelIndex();
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid()) {
+        emit gridDoubleClicked(index.row() + 1, index.column());
+    }
+}
+
+// Enter does to the current row what a click does.
+void GridView::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || !currentIndex().isValid()) {
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    const int row = currentIndex().row() + 1;
+    const int col = currentIndex().column();
+    emit gridPressed(row, col, Qt::LeftButton);
+    emit gridClicked(row, col);
+}
+
+// The menu key stands for a press of the right button; the mouse has had its press already.
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        emit gridPressed(currentIndex().row() + 1, currentIndex().column(), Qt::RightButton);
+    }
+    event->accept();
+}
+
+void GridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (grid_ && event->type() == QEvent::FontChange) {
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+        applyWidths();
+    }
+}
+
+}  // namespace guanchao

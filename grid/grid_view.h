@@ -1,0 +1,46 @@
+// The one view of result grids. Rows and columns in its signals count as in the grid: row 0 is the
+// header, -1 the empty ground beside the cells. The grid's own colours, widths and tool tip show.
+#pragma once
+
+#include <QTableView>
+
+#include "grid/result_grid.h"
+
+namespace guanchao {
+
+class GridView : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit GridView(QWidget* parent = nullptr);
+
+    // The grid must outlive the view.
+    void setGrid(ResultGrid& grid);
+
+    // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
+    // widths were chosen.
+    int pixels(int twips) const;
+
+signals:
+    void gridPressed(int row, int col, Qt::MouseButton button);
+    void gridClicked(int row, int col);
+    void gridDoubleClicked(int row, int col);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void applyWidths();
+    void showMark();
+    void watchHeader();
+
+    ResultGrid* grid_ = nullptr;
+    QModelIndex pressedIndex_;
+};
+
+}  // namespace guanchao

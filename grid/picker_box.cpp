@@ -1,0 +1,87 @@
+#include "grid/picker_box.h"
+
+#include <QKeyEvent>
+#include <QScrollBar>
+
+#include "grid/stock_picker.h"
+
+namespace guanchao {
+
+PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
+                     std::function<int(int)> pixels, QObject* parent)
+    : QObject(parent),
+      box_(box),
+      list_(list),
+      mainStore_(mainStore),
+      pixels_(std::move(pixels)) {
+    list_.setUniformItemSizes(true);
+    list_.hide();
+    box_.installEventFilter(this);
+    list_.installEventFilter(this);
+    connect(&box_, &QLineEdit::textChanged, this, &PickerBox::boxChanged);
+    connect(&list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
+}
+
+void PickerBox::hideList() { list_.hide(); }
+
+void PickerBox::boxChanged() {
+    const QString text = box_.text().trimmed();
+    if (text.isEmpty()) {
+        return;
+    }
+    const QString candidates = chazhaodaima(mainStore_, text);
+    list_.hide();
+    if (candidates.isEmpty()) {
+        return;
+    }
+    list_.clear();
+    list_.addItems(candidateLines(candidates));
+    placeList(pixels_(candidateListHeight(candidates)));
+    list_.show();
+    list_.raise();
+}
+
+// Directly under the box, as wide as a code and a name need.
+void PickerBox::placeList(int height) {
+    const QPoint below = box_.mapTo(list_.parentWidget(), QPoint(0, box_.height()));
+    const int text = list_.fontMetrics().horizontalAdvance(QStringLiteral("SH600000  四个汉字字"));
+    const int width = text + list_.verticalScrollBar()->sizeHint().width() + 12;
+    list_.setGeometry(below.x(), below.y(), std::max(width, box_.width()), height);
+}
+
+void PickerBox::listClicked() {
+    const QListWidgetItem* item = list_.currentItem();
+    if (!item) {
+        return;
+    }
+    box_.setText(codeOfCandidate(item->text()));
+    list_.clear();
+    list_.hide();
+    emit chosen();
+}
+
+// Down goes from the box into the open list, Enter takes a line, Esc closes the list.
+bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !list_.isVisible()) {
+        return QObject::eventFilter(watched, event);
+    }
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Escape) {
+        list_.hide();
+        box_.setFocus();
+        return true;
+    }
+    if (watched == &box_ && key == Qt::Key_Down) {
+        list_.setFocus();
+        list_.setCurrentRow(0);
+        return true;
+    }
+    if (watched == &list_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        listClicked();
+        box_.setFocus();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,42 @@
+// A text box in which a stock is typed, with the list of candidates that opens under it.
+#pragma once
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QObject>
+#include <functional>
+
+#include "store/stores.h"
+
+namespace guanchao {
+
+class PickerBox : public QObject {
+    Q_OBJECT
+
+public:
+    // `pixels` turns twips into pixels of the window. Candidates are read from `mainStore` at every
+    // change of the text.
+    PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
+              std::function<int(int)> pixels, QObject* parent);
+
+    void hideList();
+
+signals:
+    // A candidate was taken; the box holds its code and the list is hidden.
+    void chosen();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void boxChanged();
+    void listClicked();
+    void placeList(int height);
+
+    QLineEdit& box_;
+    QListWidget& list_;
+    const StoreFile& mainStore_;
+    std::function<int(int)> pixels_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,25 @@
+// Sorting of result grids: the comparison behind each sort code, and what a click on a header does.
+#pragma once
+
+#include <QStringView>
+#include <vector>
+
+#include "grid/result_grid.h"
+
+namespace guanchao {
+
+// The indexes of `keys` in sorted order; equal keys keep theirs. Generic codes compare texts that
+// read as numbers as numbers, before all other texts, and these by the Chinese collation.
+std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code);
+
+// The code that follows `last`: as text where the header holds the window's date word, generic
+// elsewhere; ascending first, then flipping for each repeated click of that kind.
+SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode last);
+
+// A click on the header of `col`: sorts by it, remembers the code in `last`, numbers the rows anew.
+void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last);
+
+// 序号: column 0 counts the rows in the order of display.
+void writeRowNumbers(ResultGrid& grid);
+
+}  // namespace guanchao

@@ -1,0 +1,99 @@
+#include "grid/stock_picker.h"
+
+#include <algorithm>
+
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString separator = u"&&"_s;
+
+template <typename Test>
+bool consistsOf(QStringView text, Test test) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), test);
+}
+
+bool isDigits(QStringView text) {
+    return consistsOf(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+bool isLetters(QStringView text) {
+    return consistsOf(text, [](QChar c) {
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+    });
+}
+
+bool isPrefixedCode(const QString& text) {
+    const QString market = text.first(std::min<qsizetype>(2, text.size())).toUpper();
+    return text.size() >= 3 && isDigits(QStringView(text).sliced(2)) &&
+           (market == u"SH"_s || market == u"SZ"_s);
+}
+
+QString hits(Connection& connection, const QString& statement, const QString& codeField,
+             const QString& nameField) {
+    QString found;
+    for (Recordset rows(connection, statement); !rows.atEnd(); rows.moveNext()) {
+        found += rows.value(codeField).toText() + u"  "_s +
+                 rows.value(nameField).toText() + separator;
+    }
+    return found;
+}
+
+QString stockHits(Connection& connection, const QString& statement) {
+    return hits(connection, statement, u"dm"_s, u"jc"_s);
+}
+
+}  // namespace
+
+QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
+    Connection connection = mainStore.open();
+    const QString length = QString::number(text.size());
+    QString found;
+    if (isDigits(text) && text[0] != u'9') {
+        found += stockHits(
+            connection,
+            u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s + length +
+                u")='"_s + text + u"'"_s);
+    }
+    // One character never equals four, so that boards are never offered and digits that begin
+    // with 9 find nothing: users rely on it that a 9 opens no list.
+    if (text.first(std::min<qsizetype>(1, text.size())) == u"9999"_s) {
+        found += hits(
+            connection,
+            u"select bankuaidm,bankuaijc FROM bankuaidmb where substr(bankuaidm,1,"_s +
+                length + u")='"_s + text + u"'"_s,
+            u"bankuaidm"_s, u"bankuaijc"_s);
+    }
+    if (isLetters(text)) {
+        found += stockHits(
+            connection,
+            u"select  dm,numdm,jc,shenmu FROM dmb where substr(shenmu,1,"_s + length +
+                u")='"_s + text.toLower() + u"'"_s);
+    }
+    if (isPrefixedCode(text)) {
+        found +=
+            stockHits(connection,
+                      u"select  dm,numdm,jc,shenmu FROM dmb where substr(dm,1,"_s +
+                          length + u")='"_s + text.toUpper() + u"'"_s);
+    }
+    return found;
+}
+
+QStringList candidateLines(const QString& candidates) {
+    return candidates.split(separator, Qt::SkipEmptyParts);
+}
+
+int candidateListHeight(const QString& candidates) {
+    const auto upperBound = static_cast<int>(candidates.count(separator));
+    return upperBound < 17 ? upperBound * 150 + 330 : 2900;
+}
+
+QString codeOfCandidate(const QString& line) {
+    return line.trimmed().section(u' ', 0, 0).trimmed();
+}
+
+}  // namespace guanchao

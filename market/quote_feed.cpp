@@ -1,0 +1,55 @@
+#include "market/quote_feed.h"
+
+#include <QScopeGuard>
+#include <QStringList>
+
+#include "market/quote_line.h"
+#include "platform/gbk.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
+                     const Service& service, EventPump& pump)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      http_(http),
+      service_(service),
+      pump_(pump) {}
+
+void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
+    Connection connection = stores_.main.open();
+    const std::optional<QByteArray> body = http_.get(service_, u"/list="_s + list);
+    if (!body) {
+        return;
+    }
+    const QStringList pieces = textFromGbk(*body).split(u';');
+    // The reply for a single code has two pieces only and is not written: a batch of one code
+    // never brings a quote.
+    if (pieces.size() - 1 < 2) {
+        return;
+    }
+    writeReply(connection, pieces, tojiankong);
+    pump_.runPendingEvents();
+}
+
+void QuoteFeed::writeReply(Connection& connection, const QStringList& pieces, qint16 tojiankong) {
+    globals_.hqmang = 1;
+    const auto free = qScopeGuard([this] { globals_.hqmang = 0; });
+    Transaction transaction(connection);
+    for (const QString& piece : pieces) {
+        const std::optional<QuoteLine> line = readQuoteLine(piece);
+        if (!line) {
+            continue;
+        }
+        const QString now = timeText(clock_.now());
+        connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
+                                          : updatePollList(*line, now));
+    }
+    transaction.commit();
+}
+
+}  // namespace guanchao

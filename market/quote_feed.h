@@ -1,0 +1,39 @@
+// The quote feed: one request for up to 99 codes, written into the code table or the poll list.
+// Prices in yuan, gains in percent, volume and turnover as the service gives them.
+#pragma once
+
+#include <QString>
+
+#include "app/globals.h"
+#include "platform/clock.h"
+#include "platform/event_pump.h"
+#include "platform/http.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+inline constexpr int codesPerRequest = 99;
+
+class QuoteFeed {
+public:
+    QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
+              const Service& service, EventPump& pump);
+
+    // 更新行情: asks for the lower-case codes of the list, each followed by a comma, and writes the
+    // answers in one transaction: into dmb if tojiankong is below 1, else into jiankonghq. A failed
+    // request and a reply for a single code write nothing and say nothing. A line that breaks off
+    // raises OperationError or StoreError; then nothing of the batch is written.
+    void gengxinhq(const QString& list, qint16 tojiankong);
+
+private:
+    void writeReply(Connection& connection, const QStringList& pieces, qint16 tojiankong);
+
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Http& http_;
+    Service service_;
+    EventPump& pump_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,40 @@
+#include "platform/desktop/desktop_dialogs.h"
+
+#include <QApplication>
+#include <QPushButton>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::ButtonRole role) {
+    QPushButton* button = box.addButton(words, role);
+    button->setAccessibleName(words);
+    return button;
+}
+
+}  // namespace
+
+void DesktopDialogs::tell(const QString& text, const QString& title) {
+    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::NoButton,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    addButton(box, u"确定"_s, QMessageBox::AcceptRole);
+    box.exec();
+}
+
+bool DesktopDialogs::ask(const QString& text, const QString& title) {
+    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::NoButton,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    QPushButton* ok = addButton(box, u"确定"_s, QMessageBox::AcceptRole);
+    QPushButton* cancel = addButton(box, u"取消"_s, QMessageBox::RejectRole);
+    box.setDefaultButton(ok);
+    box.setEscapeButton(cancel);
+    box.exec();
+    return box.clickedButton() == ok;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,16 @@
+// Dialogs as message boxes over the window that has the focus.
+#pragma once
+
+#include <QMessageBox>
+
+#include "platform/dialogs.h"
+
+namespace guanchao {
+
+class DesktopDialogs : public Dialogs {
+public:
+    void tell(const QString& text, const QString& title) override;
+    bool ask(const QString& text, const QString& title) override;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,13 @@
+// Processes by /proc, as far as they belong to the user.
+#pragma once
+
+#include "platform/processes.h"
+
+namespace guanchao {
+
+class DesktopProcesses : public Processes {
+public:
+    void endByImageName(const QString& imageName) override;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,30 @@
+// A small INI file as the system's profile functions read it: UTF-8 lines, sections in brackets,
+// names without regard to case, a value taken to the end of its line.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace guanchao {
+
+class IniFile {
+public:
+    // A missing file reads as an empty one.
+    explicit IniFile(QString path);
+
+    // The trimmed value, or nothing if the section or the key isn't there.
+    std::optional<QString> value(const QString& section, const QString& key) const;
+
+    // Writes the value and leaves every other line as it is; false if the file can't be written.
+    bool setValue(const QString& section, const QString& key, const QString& value);
+
+private:
+    qsizetype sectionStart(const QString& section) const;
+    qsizetype keyLine(qsizetype sectionLine, const QString& key) const;
+
+    QString path_;
+    QStringList lines_;
+};
+
+}  // namespace guanchao

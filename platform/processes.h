@@ -1,0 +1,17 @@
+// The processes of the system, by the name of their image.
+#pragma once
+
+#include <QString>
+
+namespace guanchao {
+
+class Processes {
+public:
+    virtual ~Processes() = default;
+
+    // Ends every process of the image name ("guanchaotai.exe"; the ending falls away where images
+    // have none), this one included. No result: what can't be ended goes on.
+    virtual void endByImageName(const QString& imageName) = 0;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,22 @@
+// Where the services of the web are found: services.ini in the application folder, with the public
+// services where the file or a section is missing.
+#pragma once
+
+#include <QString>
+
+namespace guanchao {
+
+struct Service {
+    QString host;            // scheme, name and port; empty: the service is not there
+    QString referer;         // a header that the service insists on, or empty
+    int timeoutSeconds = 0;  // 0: as long as the request takes
+};
+
+struct Services {
+    Service quote;   // 行情: /list=
+    Service vendor;  // the maker's site: version file
+};
+
+Services readServices(const QString& iniPath);
+
+}  // namespace guanchao

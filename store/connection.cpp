@@ -1,0 +1,148 @@
+#include "store/connection.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+#include "store/dialect.h"
+#include "store/sqlite.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int busyTimeoutMilliseconds = 5000;
+
+// The raw form of a key: the library takes it as it stands, where a passphrase would be stretched
+// for 27 ms at every opening.
+QString rawKey(const QString& key) {
+    if (key.isEmpty()) {
+        return {};
+    }
+    const QByteArray digest = QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha256);
+    return u"x'%1'"_s.arg(QString::fromLatin1(digest.toHex()));
+}
+
+void giveKey(Connection& connection, const QString& key) {
+    if (key.isEmpty()) {
+        return;
+    }
+    // Later libraries have another page format; the stores keep the one that every version reads.
+    connection.execute(u"pragma cipher_default_compatibility=3"_s);
+    const QByteArray raw = rawKey(key).toUtf8();
+    sqlite3_key(connection.handle(), raw.constData(), static_cast<int>(raw.size()));
+}
+
+sqlite3* openHandle(const QString& path, int flags) {
+    sqlite3* handle = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, flags, nullptr) != SQLITE_OK) {
+        const QString reason = QString::fromUtf8(sqlite3_errmsg(handle));
+        sqlite3_close(handle);
+        throw StoreError(reason, path, {});
+    }
+    return handle;
+}
+
+void attachFile(Connection& connection, const QString& path, const QString& key) {
+    connection.execute(u"attach '"_s + zhuanyisql(path) +
+                       u"' as target key '"_s + zhuanyisql(rawKey(key)) +
+                       u"'"_s);
+}
+
+}  // namespace
+
+void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+
+Connection::Connection(const QString& path, const QString& key) : path_(path) {
+    handle_.reset(openHandle(path, SQLITE_OPEN_READWRITE));
+    sqlite3_busy_timeout(handle(), busyTimeoutMilliseconds);
+    giveKey(*this, key);
+    registerDialect(handle());
+    // A wrong key shows at the first read only: read here, so that the opening is what fails.
+    execute(u"select count(*) from sqlite_master"_s);
+}
+
+void Connection::execute(const QString& statement) {
+    const StatementHandle prepared = prepare(*this, statement);
+    int step = SQLITE_ROW;
+    while (step == SQLITE_ROW) {
+        step = sqlite3_step(prepared.get());
+    }
+    if (step != SQLITE_DONE) {
+        raise(*this, statement);
+    }
+}
+
+StatementHandle prepare(const Connection& connection, const QString& statement) {
+    const QByteArray text = statement.toUtf8();
+    sqlite3_stmt* prepared = nullptr;
+    const char* tail = nullptr;
+    const int size = static_cast<int>(text.size()) + 1;
+    if (sqlite3_prepare_v2(connection.handle(), text.constData(), size, &prepared, &tail) !=
+        SQLITE_OK) {
+        raise(connection, statement);
+    }
+    StatementHandle handle(prepared);
+    if (!handle || !QByteArray(tail).trimmed().isEmpty()) {
+        throw StoreError(u"not exactly one statement"_s, connection.path(), statement);
+    }
+    return handle;
+}
+
+void raise(const Connection& connection, const QString& statement) {
+    throw StoreError(QString::fromUtf8(sqlite3_errmsg(connection.handle())), connection.path(),
+                     statement);
+}
+
+Transaction::Transaction(Connection& connection) : connection_(connection) {
+    connection_.execute(u"begin immediate"_s);
+}
+
+Transaction::~Transaction() {
+    if (open_) {
+        sqlite3_exec(connection_.handle(), "rollback", nullptr, nullptr, nullptr);
+    }
+}
+
+void Transaction::commit() {
+    connection_.execute(u"commit"_s);
+    open_ = false;
+}
+
+void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
+    const QString fresh = path + u".rekey"_s;
+    QFile::remove(fresh);
+    {
+        Connection connection(path, oldKey);
+        attachFile(connection, fresh, newKey);
+        connection.execute(u"select sqlcipher_export('target')"_s);
+        connection.execute(u"detach target"_s);
+    }
+    QFile::setPermissions(fresh, QFileInfo(path).permissions());
+    if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) != 0) {
+        throw StoreError(u"unable to replace the file"_s, path, {});
+    }
+}
+
+void createStore(const QString& path, const QString& key, const QString& statements) {
+    if (QFileInfo::exists(path)) {
+        throw StoreError(u"file exists"_s, path, {});
+    }
+    sqlite3_close(openHandle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+    // A file of no bytes takes whatever key it is first opened with.
+    Connection connection(path, key);
+    Transaction transaction(connection);
+    const QByteArray text = statements.toUtf8();
+    if (sqlite3_exec(connection.handle(), text.constData(), nullptr, nullptr, nullptr) !=
+        SQLITE_OK) {
+        raise(connection, statements);
+    }
+    transaction.commit();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,55 @@
+// One short-lived connection to a store file. Each operation makes its own and lets it go; two
+// operations never share one. Every failure is raised as StoreError.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+struct sqlite3;
+
+namespace guanchao {
+
+class Connection {
+public:
+    // Opens an existing file; an empty key means a plain file. A missing file, a wrong key, a key
+    // for a plain file and none for an enciphered one all fail here.
+    Connection(const QString& path, const QString& key);
+
+    // Runs one INSERT, UPDATE, DELETE or other statement without a result.
+    void execute(const QString& statement);
+
+    sqlite3* handle() const { return handle_.get(); }
+    const QString& path() const { return path_; }
+
+private:
+    struct Close {
+        void operator()(sqlite3* handle) const;
+    };
+
+    QString path_;
+    std::unique_ptr<sqlite3, Close> handle_;
+};
+
+// Begins at construction, with the write lock taken at once; rolls back unless committed.
+class Transaction {
+public:
+    explicit Transaction(Connection& connection);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit();
+
+private:
+    Connection& connection_;
+    bool open_ = true;
+};
+
+// Changes the key of a store file that nothing else has open; an empty key leaves it plain.
+// The content is written to a new file beside it, which takes its place only when complete.
+void rekey(const QString& path, const QString& oldKey, const QString& newKey);
+
+// Makes a store file from statements; fails if the file is there already.
+void createStore(const QString& path, const QString& key, const QString& statements);
+
+}  // namespace guanchao

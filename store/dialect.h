@@ -1,0 +1,13 @@
+// What the statements need beyond the plain store library, registered on every connection before
+// its first read: `like` with "*" beside "%", `iif`, and fast deterministic one-argument `date()`
+// and `datetime()`, which may therefore stand in indexes.
+#pragma once
+
+struct sqlite3;
+
+namespace guanchao {
+
+// Raises std::runtime_error if the library refuses a function.
+void registerDialect(sqlite3* handle);
+
+}  // namespace guanchao

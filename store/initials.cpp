@@ -1,0 +1,79 @@
+#include "store/initials.h"
+
+#include <unicode/translit.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace guanchao {
+
+struct Initials::Reader {
+    Reader() {
+        UErrorCode status = U_ZERO_ERROR;
+        transliterator.reset(icu::Transliterator::createInstance(u"Han-Latin; Latin-ASCII",
+                                                                 UTRANS_FORWARD, status));
+        if (U_FAILURE(status)) {
+            throw std::runtime_error("ICU has no transliteration of Chinese characters");
+        }
+    }
+
+    // Syllables stand apart by a blank, so that each begins a word of the result.
+    QString read(QStringView text) const {
+        icu::UnicodeString unicode(text.utf16(), static_cast<int32_t>(text.size()));
+        transliterator->transliterate(unicode);
+        return QString::fromUtf16(unicode.getBuffer(), unicode.length());
+    }
+
+    std::unique_ptr<icu::Transliterator> transliterator;
+};
+
+namespace {
+
+bool isChinese(QChar c) { return c.script() == QChar::Script_Han; }
+
+}  // namespace
+
+Initials::Initials(QHash<QString, QString> exceptions)
+    : exceptions_(std::move(exceptions)), reader_(std::make_unique<Reader>()) {
+    for (auto word = exceptions_.keyBegin(); word != exceptions_.keyEnd(); ++word) {
+        longest_ = std::max(longest_, word->size());
+    }
+}
+
+Initials::~Initials() = default;
+
+QString Initials::of(const QString& shortName) const {
+    const QString name = shortName.normalized(QString::NormalizationForm_KC).toLower();
+    QString initials;
+    for (qsizetype at = 0; at < name.size();) {
+        qsizetype length = std::min(longest_, name.size() - at);
+        while (length > 0 && !exceptions_.contains(name.sliced(at, length))) {
+            --length;
+        }
+        if (length > 0) {
+            initials += exceptions_.value(name.sliced(at, length));
+            at += length;
+        } else {
+            initials += initialsOf(QStringView(name).sliced(at, 1));
+            ++at;
+        }
+    }
+    return initials;
+}
+
+QString Initials::initialsOf(QStringView character) const {
+    if (character[0].isSpace()) {
+        return {};
+    }
+    const QString syllable = isChinese(character[0]) ? reading(character[0]) : QString();
+    return syllable.isEmpty() ? character.toString() : syllable.first(1);
+}
+
+QString Initials::reading(QChar character) const {
+    const QString read = reader_->read(QStringView(&character, 1)).trimmed().toLower();
+    const bool letters =
+        std::all_of(read.begin(), read.end(), [](QChar c) { return c >= u'a' && c <= u'z'; });
+    return letters ? read : QString();
+}
+
+}  // namespace guanchao

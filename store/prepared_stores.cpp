@@ -1,0 +1,202 @@
+#include "store/prepared_stores.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <functional>
+#include <stdexcept>
+
+#include "platform/gbk.h"
+#include "store/initials.h"
+#include "store/seed_list.h"
+#include "store/sqlite.h"
+#include "store/values.h"
+
+// Resources of a static library have to be named once by who uses them; the macro wants to stand
+// outside of any namespace.
+static void loadSchemaResource() { Q_INIT_RESOURCE(schema); }
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Bound parameters serve here: seeds are data, not the program's worded statements.
+class Insert {
+public:
+    Insert(Connection& connection, const QString& statement)
+        : connection_(connection), text_(statement), statement_(prepare(connection, statement)) {}
+
+    void row(const QStringList& values) {
+        for (int at = 0; at < values.size(); ++at) {
+            const QByteArray text = values[at].toUtf8();
+            sqlite3_bind_text(statement_.get(), at + 1, text.constData(),
+                              static_cast<int>(text.size()), SQLITE_TRANSIENT);
+        }
+        if (sqlite3_step(statement_.get()) != SQLITE_DONE) {
+            raise(connection_, text_);
+        }
+        sqlite3_reset(statement_.get());
+    }
+
+private:
+    Connection& connection_;
+    QString text_;
+    StatementHandle statement_;
+};
+
+class Seeds {
+public:
+    Seeds(QString dataFolder, const QDateTime& now)
+        : dataFolder_(std::move(dataFolder)), now_(timeText(now)) {}
+
+    void fillMain(Connection& connection) const {
+        fillCodes(connection);
+        fillThemes(connection);
+        Insert sectors(connection, u"insert into bankuaidmb values(?,?)"_s);
+        for (const QStringList& row : list("sectors")) {
+            sectors.row(row);
+        }
+        Insert(connection,
+               u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
+            .row({now_, u"https://basic.10jqka.com.cn/600000/"_s});
+    }
+
+    void fillHeat(Connection& connection) const {
+        Insert(connection, u"insert into canshu(today,zidinyinum,yinqingurl) "
+                                          u"values(?,'30',?)"_s)
+            .row({now_, u"https://www.baidu.com/s?wd=tihuandm"_s});
+        Insert commodities(connection,
+                           u"insert into shopname(shopname,guanzhudu,aboutgegu,"
+                                          u"adddate) values(?,?,?,?)"_s);
+        for (const QStringList& row : list("commodities")) {
+            commodities.row(row + QStringList{now_});
+        }
+    }
+
+    void fillArticle(Connection& connection) const {
+        connection.execute(u"insert into tempcanshu(id) values(1)"_s);
+    }
+
+    void fillPinyin(Connection& connection) const {
+        const Initials initials({});
+        Insert readings(connection, u"insert into pingyin values(?,?)"_s);
+        for (const QChar character : commonCharacters()) {
+            const QString reading = initials.reading(character);
+            if (!reading.isEmpty()) {
+                readings.row({character, reading});
+            }
+        }
+    }
+
+private:
+    QList<QStringList> list(const char* name) const {
+        return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) +
+                            u".csv"_s);
+    }
+
+    void fillCodes(Connection& connection) const {
+        QHash<QString, QString> exceptions;
+        for (const QStringList& row : list("initials")) {
+            exceptions.insert(row[0], row[1]);
+        }
+        const Initials initials(exceptions);
+        Insert codes(connection, u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
+                                                u"values(?,?,?,?,?)"_s);
+        for (const QStringList& row : list("codes")) {
+            codes.row({row[0], row[0].sliced(2), row[1], initials.of(row[1]), now_});
+        }
+    }
+
+    void fillThemes(Connection& connection) const {
+        QHash<QString, QString> names;
+        for (const QStringList& row : list("codes")) {
+            names.insert(row[0], row[1]);
+        }
+        Insert members(connection,
+                       u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,"
+                                      u"guanzhudu) values(?,?,?,?,?,?)"_s);
+        for (const QStringList& row : list("themes")) {
+            members.row({row[0], row[1], names.value(row[1]), now_, row[2], row[3]});
+        }
+    }
+
+    // The two levels of GB 2312, which hold the characters that names are made of.
+    static QString commonCharacters() {
+        QByteArray codes;
+        for (int high = 0xB0; high <= 0xF7; ++high) {
+            for (int low = 0xA1; low <= 0xFE; ++low) {
+                codes.append(static_cast<char>(high)).append(static_cast<char>(low));
+            }
+        }
+        return textFromGbk(codes);
+    }
+
+    QString dataFolder_;
+    QString now_;
+};
+
+// The content is made under another name and moved into place when it is complete, by a link that
+// fails where a file of the name has come to be there meanwhile.
+void makeStore(const StoreFile& store, Schema schema,
+               const std::function<void(Connection&)>& fill) {
+    const QString fresh = store.path + u".new"_s;
+    QFile::remove(fresh);
+    createStore(fresh, store.key, schemaText(schema));
+    {
+        Connection connection(fresh, store.key);
+        Transaction transaction(connection);
+        fill(connection);
+        transaction.commit();
+    }
+    if (!QFile::rename(fresh, store.path)) {
+        QFile::remove(fresh);
+        throw std::runtime_error("cannot make " + store.path.toStdString());
+    }
+}
+
+}  // namespace
+
+QString schemaText(Schema schema) {
+    loadSchemaResource();
+    static const QHash<Schema, QString> names = {{Schema::main, u"main"_s},
+                                                 {Schema::heat, u"heat"_s},
+                                                 {Schema::article, u"article"_s},
+                                                 {Schema::pinyin, u"pinyin"_s},
+                                                 {Schema::backup, u"backup"_s}};
+    QFile file(u":/schema/%1.sql"_s.arg(names.value(schema)));
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error("a schema is missing from the program");
+    }
+    return QString::fromUtf8(file.readAll());
+}
+
+QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now) {
+    const Stores stores = storesIn(applicationFolder(folder));
+    const StoreFile backup = {applicationFolder(folder) + u"yzhutibackup.mzdat"_s,
+                              stores.backupKey};
+    const Seeds seeds(dataFolder, now);
+    struct Step {
+        StoreFile store;
+        Schema schema;
+        std::function<void(Connection&)> fill;
+    };
+    const Step steps[] = {
+        {stores.main, Schema::main, [&](Connection& store) { seeds.fillMain(store); }},
+        {stores.heat, Schema::heat, [&](Connection& store) { seeds.fillHeat(store); }},
+        {stores.article, Schema::article, [&](Connection& store) { seeds.fillArticle(store); }},
+        {stores.pinyin, Schema::pinyin, [&](Connection& store) { seeds.fillPinyin(store); }},
+        {backup, Schema::backup, [](Connection&) {}},
+    };
+    QStringList made;
+    for (const Step& step : steps) {
+        if (!QFileInfo::exists(step.store.path)) {
+            makeStore(step.store, step.schema, step.fill);
+            made << QFileInfo(step.store.path).fileName();
+        }
+    }
+    return made;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,59 @@
+// The whole result of a query, read at once, with a position in it.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <variant>
+#include <vector>
+
+#include "store/connection.h"
+
+namespace guanchao {
+
+// A value of a result: null, integer, floating point or text, as the store gave it.
+class Value {
+public:
+    Value() = default;
+    explicit Value(qint64 integer) : value_(integer) {}
+    explicit Value(double real) : value_(real) {}
+    explicit Value(QString text) : value_(std::move(text)) {}
+
+    bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
+    bool isReal() const { return std::holds_alternative<double>(value_); }
+
+    // A number, or the leading number of a text. A null is no number: it raises OperationError.
+    double toNumber() const;
+    // As it stands in a concatenation; a null is empty.
+    QString toText() const;
+
+private:
+    std::variant<std::monostate, qint64, double, QString> value_;
+};
+
+class Recordset {
+public:
+    // Raises StoreError if the statement fails.
+    Recordset(Connection& connection, const QString& statement);
+
+    int count() const { return count_; }
+    int fieldCount() const { return static_cast<int>(names_.size()); }
+    const QString& fieldName(int field) const { return names_.at(field); }
+
+    // Both are true together for an empty result.
+    bool atStart() const { return count_ == 0; }
+    bool atEnd() const { return row_ >= count_; }
+    void moveFirst() { row_ = 0; }
+    void moveNext() { ++row_; }
+
+    // A field of the current record; raises OperationError past the end or for an unknown name.
+    const Value& value(int field) const;
+    const Value& value(QStringView name) const;
+
+private:
+    QStringList names_;
+    std::vector<Value> values_;
+    int count_ = 0;
+    int row_ = 0;
+};
+
+}  // namespace guanchao

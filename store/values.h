@@ -1,0 +1,42 @@
+// Text and number rules that the statements, the grids and the input boxes share: how a typed text
+// is read as a number, how a number is rounded, and how numbers and times are written as text.
+// Nothing here fails: a text without a number reads as 0.
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QString>
+
+namespace guanchao {
+
+// The number at the start of the text, blanks before it skipped; 0 if there is none.
+double numericPrefix(QStringView text);
+
+// True if the whole text, trimmed, is one number.
+bool readsAsNumber(QStringView text);
+
+// The nearest whole number; a half goes to the even neighbour.
+double roundToWhole(double value);
+
+// The nearest value of that many decimals; a tie goes to the even digit ("Round").
+double roundTo(double value, int decimals);
+
+// The number as a statement carries it: at most 15 significant digits, no needless zeros.
+QString numberText(double value);
+
+// The number as a grid shows it ("##0.00"): two decimals, a half away from zero.
+QString twoDecimals(double value);
+
+// "yyyy-MM-dd hh:mm:ss", hours 00 to 23: the one form in which the stores keep a moment.
+QString timeText(const QDateTime& moment);
+
+// "yyyy-MM-dd".
+QString dateText(QDate day);
+
+// Article texts for a statement: blank becomes empty, each ' is doubled.
+QString zhuanyisql(const QString& value);
+
+// 空转换: blank becomes empty, anything else comes back as it is.
+QString kongzhuanhuan(const QString& value);
+
+}  // namespace guanchao

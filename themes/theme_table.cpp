@@ -1,0 +1,194 @@
+#include "themes/theme_table.h"
+
+#include "grid/sorting.h"
+#include "grid/tianchongbiao.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+#include "themes/trading_session.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void setWidths(ResultGrid& grid, std::initializer_list<int> widths) {
+    int col = 0;
+    for (const int width : widths) {
+        grid.setColWidth(col++, width);
+    }
+}
+
+// By position, whichever form the query had; column 2 keeps its width.
+void setStockWidths(ResultGrid& grid, int fieldCount) {
+    grid.setColWidth(0, 500);
+    grid.setColWidth(1, 1500);
+    grid.setColWidth(3, 1000);
+    grid.setColWidth(4, 800);
+    for (int col = 5; col <= 10; ++col) {
+        grid.setColWidth(col, 900);
+    }
+    grid.setColWidth(11, 1200);
+    grid.setColWidth(12, 1200);
+    grid.setColWidth(fieldCount, 2500);
+}
+
+// The columns are told by the positions of a theme's table. Among all stocks they lie one place to
+// the left, so that 收盘 stays uncoloured there.
+void colourStocks(ResultGrid& grid, int fieldCount) {
+    for (int row = 1; row < grid.rows(); ++row) {
+        grid.setCellForeColor(row, 1, themeColour);
+        grid.setCellForeColor(row, 3, stockColour);
+        for (int col = 5; col < fieldCount; ++col) {
+            grid.setCellForeColor(row, col, signColour(grid.textMatrix(row, col)));
+        }
+    }
+}
+
+QString membersQuery(const QString& theme) {
+    return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,xiangguandu as 相关度,"
+           u"sp as 收盘,zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
+           u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dzhzhuti"
+           u"  AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm and"
+           u" dzhzhuti1.zhutiname='"_s +
+           theme + u"'   order by zhangfu desc"_s;
+}
+
+QString allStocksQuery() {
+    return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,"
+           u"zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
+           u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dmb"
+           u" AS dmb1 left JOIN  (select dm,zhutiname from dzhzhuti group by dm)  AS dzhzhuti1"
+           u"  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc"_s;
+}
+
+}  // namespace
+
+ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& clock,
+                       Dialogs& dialogs, ResultGrid& themes, ResultGrid& stocks)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      dialogs_(dialogs),
+      themes_(themes),
+      stocks_(stocks) {}
+
+std::optional<UpdateLabels> ThemeTable::refresh(const QString& threshold) {
+    const Activity activity(u"刷新主题表"_s);
+    std::optional<UpdateLabels> labels;
+    {
+        Connection connection = stores_.main.open();
+        labels = readLabels(connection);
+        themes_.clear();
+        fillThemes(connection, threshold);
+    }
+    themes_.setRedraw(true);
+    setSessionFlags();
+    return labels;
+}
+
+std::optional<UpdateLabels> ThemeTable::readLabels(Connection& connection) {
+    const Recordset times(connection,
+                          u"select datetime(xiugaizhutitime) as xiugaizhutitime,datetime(hqtime)"
+                          u" as hqtime from tempcanshu"_s);
+    if (times.atEnd()) {
+        return std::nullopt;
+    }
+    return UpdateLabels{u"主题库更新时间："_s + times.value(u"xiugaizhutitime").toText(),
+                        u"行情更新时间："_s + times.value(u"hqtime").toText()};
+}
+
+void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
+    Recordset themes(connection,
+                     u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
+                     u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
+                     u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+                     u" where guanzhudu>"_s +
+                         numberText(numericPrefix(threshold)) +
+                         u" group by zhutiname order by 涨幅 desc"_s);
+    themes_.setRedraw(false);
+    if (themes.count() > 0) {
+        tianchongbiao(themes, themes_, 1);
+        setWidths(themes_, {500, 1600, 900, 800, 800, 2000});
+        writeRowNumbers(themes_);
+    }
+}
+
+void ThemeTable::setSessionFlags() {
+    const qint16 open = inTradingSession(clock_.now()) ? 1 : 0;
+    globals_.jiaoyishiduan = open;
+    globals_.jiankongkaiqi = open;
+}
+
+void ThemeTable::xianshizhutigu(const QString& theme) {
+    const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
+    {
+        Connection connection = stores_.main.open();
+        Recordset stocks(connection,
+                         theme == allStocks ? allStocksQuery() : membersQuery(theme));
+        stocks_.setRedraw(false);
+        // Cleared in any case: a stock without a theme must not show the name of an earlier row.
+        stocks_.clear();
+        if (stocks.count() > 0) {
+            tianchongbiao(stocks, stocks_, 1);
+            setStockWidths(stocks_, stocks.fieldCount());
+            writeRowNumbers(stocks_);
+            colourStocks(stocks_, stocks.fieldCount());
+        } else {
+            dialogs_.tell(u"没有找到数据！"_s);
+        }
+    }
+    stocks_.setRedraw(true);
+}
+
+void ThemeTable::searchByCode(const QString& code) {
+    const Activity activity(u"按代码查找主题"_s);
+    const bool found =
+        fillSearch(u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
+                   u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+                   u"  where dmb1.dm like '*"_s +
+                   code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s);
+    if (!found) {
+        dialogs_.tell(u"此代码没有找到主题！"_s);
+        return;
+    }
+    setWidths(themes_, {500, 1600, 1000, 600});
+    showFirstTheme(code);
+}
+
+void ThemeTable::searchByName(const QString& part) {
+    const Activity activity(u"按名称查找主题"_s);
+    const bool found =
+        fillSearch(u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
+                   u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
+                   u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+                   u"  where zhutiname like '*"_s +
+                   part + u"*' group by zhutiname  order by 涨幅 desc"_s);
+    if (!found) {
+        dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);
+        return;
+    }
+    setWidths(themes_, {500, 1600, 1000, 600, 900, 2000});
+    showFirstTheme(part);
+}
+
+bool ThemeTable::fillSearch(const QString& query) {
+    Connection connection = stores_.main.open();
+    Recordset found(connection, query);
+    if (found.count() == 0) {
+        return false;
+    }
+    themes_.setRedraw(false);
+    themes_.clear();
+    tianchongbiao(found, themes_, 1);
+    writeRowNumbers(themes_);
+    themes_.setRedraw(true);
+    return true;
+}
+
+void ThemeTable::showFirstTheme(const QString& searched) {
+    xianshizhutigu(searched.isEmpty() ? allStocks : themes_.textMatrix(1, 1));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,60 @@
+// The two tables of the main window: the themes with their mean gain, and the members of one theme
+// or all stocks. Everything is read from the main store at the moment of the query; nothing here
+// goes to the network. Failed statements raise StoreError.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "app/globals.h"
+#include "grid/result_grid.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// 全部: in place of a theme's name it stands for all stocks.
+inline const QString allStocks = QStringLiteral("全部");
+
+// The texts of the two time labels.
+struct UpdateLabels {
+    QString themes;  // 主题库更新时间
+    QString quotes;  // 行情更新时间
+};
+
+class ThemeTable {
+public:
+    ThemeTable(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
+               ResultGrid& themes, ResultGrid& stocks);
+
+    // 刷新: fills the theme table with the themes of more attention than the typed threshold, and
+    // sets the session flags from the clock. Returns the labels, or nothing if the store has no
+    // row of times.
+    std::optional<UpdateLabels> refresh(const QString& threshold);
+
+    // 显示主题股: the members of the theme with their quotes, or all stocks.
+    void xianshizhutigu(const QString& theme);
+
+    // The themes that hold a stock whose code contains the text, and the stocks of the first.
+    void searchByCode(const QString& code);
+
+    // The themes whose name contains the text, and the stocks of the first.
+    void searchByName(const QString& part);
+
+private:
+    std::optional<UpdateLabels> readLabels(Connection& connection);
+    void fillThemes(Connection& connection, const QString& threshold);
+    void setSessionFlags();
+    bool fillSearch(const QString& query);
+    void showFirstTheme(const QString& searched);
+
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Dialogs& dialogs_;
+    ResultGrid& themes_;
+    ResultGrid& stocks_;
+};
+
+}  // namespace guanchao

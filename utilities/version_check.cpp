@@ -1,0 +1,45 @@
+#include "utilities/version_check.h"
+
+#include <QSaveFile>
+
+#include "platform/gbk.h"
+#include "platform/ini_file.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool replaceFile(const QString& path, const QString& text) {
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit();
+}
+
+}  // namespace
+
+double versionInCaption(const QString& caption) {
+    QString text = caption;
+    text.replace(u'（', u'(').replace(u'）', u')');
+    const QString inside = text.section(u')', 0, 0).section(u'(', 1);
+    return numericPrefix(QStringView(inside).sliced(inside.isEmpty() ? 0 : 1));
+}
+
+void checkVersion(const QString& caption, const Globals& globals, const Service& vendor, Http& http,
+                  Dialogs& dialogs, Shell& shell) {
+    const std::optional<QByteArray> body = http.get(vendor, u"/chaoxin/banbenupdate.txt"_s);
+    const QString path = globals.yingyongmulu + u"banben.ini"_s;
+    if (!body || !replaceFile(path, textFromGbk(*body))) {
+        return;
+    }
+    const IniFile ini(path);
+    const QString newest = ini.value(u"chaoxin"_s, u"banben"_s).value_or(QString());
+    const QString page = ini.value(u"chaoxin"_s, u"downurl"_s).value_or(QString());
+    if (numericPrefix(newest) > versionInCaption(caption)) {
+        dialogs.tell(u"发现软件有新的版本，请前去下载！"_s);
+        shell.open(page);
+    }
+}
+
+}  // namespace guanchao
