@@ -48,7 +48,13 @@ sqlite3* openHandle(const QString& path, int flags) {
     return handle;
 }
 
-void attachFile(Connection& connection, const QString& path, const QString& key) {
+// A connection makes no file; one of no bytes is a new store to it.
+void attachNewFile(Connection& connection, const QString& path, const QString& key) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        throw StoreError(file.errorString(), path, {});
+    }
+    file.close();
     connection.execute(u"attach '"_s + zhuanyisql(path) +
                        u"' as target key '"_s + zhuanyisql(rawKey(key)) +
                        u"'"_s);
@@ -116,10 +122,9 @@ void Transaction::commit() {
 
 void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     const QString fresh = path + u".rekey"_s;
-    QFile::remove(fresh);
     {
         Connection connection(path, oldKey);
-        attachFile(connection, fresh, newKey);
+        attachNewFile(connection, fresh, newKey);
         connection.execute(u"select sqlcipher_export('target')"_s);
         connection.execute(u"detach target"_s);
     }

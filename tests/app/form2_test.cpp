@@ -1,0 +1,281 @@
+#include "app/form2.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+
+#include "grid/grid_view.h"
+#include "platform/gbk.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class Form2Test : public ::testing::Test {
+protected:
+    Form2Test() {
+        store_.run({
+            u"insert into dmb(dm,numdm,jc,shenmu,zhangfu) values('SH600000','600000','浦发银行','pfyh',2)"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu,zhangfu) values('SH600519','600519','贵州茅台','gzmt',-1)"_s,
+        });
+        store_.addMember(u"银行"_s, u"SH600000"_s);
+        store_.addMember(u"白酒"_s, u"SH600519"_s);
+        form_.resize(1200, 700);
+    }
+
+    void load() {
+        form_.Form_Load();
+        form_.show();
+        QApplication::processEvents();
+    }
+
+    template <typename Widget>
+    Widget* find(const QString& name) {
+        auto* widget = form_.findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+
+    void trigger(const QString& action) { find<QAction>(action)->trigger(); }
+
+    ResultGrid& grid(const QString& name) {
+        return *static_cast<ResultGrid*>(find<GridView>(name)->model());
+    }
+
+    void click(const QString& gridName, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
+        auto* view = find<GridView>(gridName);
+        const QRect cell = view->visualRect(view->model()->index(row - 1, col));
+        QTest::mouseClick(view->viewport(), button, {}, cell.center());
+        QApplication::processEvents();
+    }
+
+    void clickHeader(const QString& gridName, int col) {
+        auto* header = find<GridView>(gridName)->horizontalHeader();
+        const QPoint section(header->sectionViewportPosition(col) + 5, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, section);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    Stores stores_;
+    Services services_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    FakePump pump_;
+    FakeHttp http_;
+    FakeShell shell_;
+    FakeProcesses processes_;
+    FakeTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+    Environment environment_{globals_, stores_,    services_, clock_, dialogs_, pump_,
+                             http_,    shell_,     processes_, tray_,  store_.folder(),
+                             u"guanchaotai"_s};
+    Windows windows_{environment_};
+    Form2 form_{environment_, windows_};
+};
+
+TEST_F(Form2Test, TheLoadShowsThemesAndEnablesTheOneShotTimers) {
+    load();
+    EXPECT_EQ(form_.windowTitle(), u"观潮台(V3.7)"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
+    EXPECT_EQ(find<QLabel>(u"Label4"_s)->text(), u"主题库更新时间：2026-11-01 08:00:00"_s);
+    EXPECT_EQ(globals_.jiankongkaiqi, 1);
+    const struct {
+        QString name;
+        bool active;
+        int interval;
+    } timers[] = {{u"Timer1"_s, true, 100},
+                  {u"Timer2"_s, false, 1000},
+                  {u"Timer3"_s, false, 1000},
+                  {u"Timer4"_s, true, 1000}};
+    for (const auto& it : timers) {
+        EXPECT_EQ(find<QTimer>(it.name)->isActive(), it.active) << it.name.toStdString();
+        EXPECT_EQ(find<QTimer>(it.name)->interval(), it.interval);
+    }
+}
+
+TEST_F(Form2Test, TheFirstTimerShowsItsCaptionAndStartsTheSecond) {
+    load();
+    QStringList captions;
+    pump_.onRun = [&] { captions << form_.windowTitle(); };
+    emit find<QTimer>(u"Timer1"_s)->timeout({});
+    EXPECT_EQ(captions, QStringList({u"观潮台(V3.7)   正在更新代码表"_s, u"观潮台(V3.7)"_s}));
+    EXPECT_FALSE(find<QTimer>(u"Timer1"_s)->isActive());
+    EXPECT_TRUE(find<QTimer>(u"Timer2"_s)->isActive());
+}
+
+TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
+    load();
+    click(u"MSHFlexGrid1"_s, 2, 1);
+    EXPECT_EQ(find<QLineEdit>(u"Text2"_s)->text(), u"白酒"_s);
+    EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s);
+    EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), u"白酒"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
+    EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->currentIndex().row(), 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
+    clickHeader(u"MSHFlexGrid1"_s, 2);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s) << "sorted by the gain, ascending";
+}
+
+TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
+    load();
+    trigger(u"全部显示"_s);
+    click(u"MSHFlexGrid2"_s, 1, 5);
+    EXPECT_EQ(globals_.dangqiandm, u"SH600000"_s);
+    EXPECT_EQ(globals_.dangqianjc, u"浦发银行"_s);
+    EXPECT_TRUE(find<QListWidget>(u"List1"_s)->isVisible()) << "a left press leaves the list open";
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
+}
+
+TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
+    load();
+    trigger(u"全部显示"_s);
+    const struct {
+        QString grid, menu;
+        QStringList words;
+    } cases[] = {
+        {u"MSHFlexGrid1"_s,
+         u"leftkuaimenu"_s,
+         {u"历史涨幅"_s, u"添加编辑主题"_s, u"修改名称"_s, u"删除主题"_s, u"操作主题文章"_s,
+          u"添加主题监控"_s, u"修改关注度"_s, u"全删指定只数的主题"_s}},
+        {u"MSHFlexGrid2"_s,
+         u"kuaimenu"_s,
+         {u"当前行情"_s, u"F10资料"_s, u"所属全部主题"_s, u"为该主题删除个股"_s,
+          u"为该主题添加个股"_s, u"操作个股文章"_s, u"添加个股监控"_s, u"修改主题相关度"_s,
+          u"添加到自选股"_s, u"从自选股删除"_s}},
+    };
+    for (const auto& it : cases) {
+        click(it.grid, 1, 1, Qt::RightButton);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr) << it.menu.toStdString();
+        EXPECT_EQ(menu->objectName(), it.menu);
+        QStringList words;
+        for (const QAction* action : menu->actions()) {
+            words << action->text();
+        }
+        EXPECT_EQ(words, it.words);
+        EXPECT_EQ(grid(it.grid).markedRow(), 1);
+        EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
+        menu->close();
+    }
+}
+
+TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {
+    load();
+    auto* box = find<QLineEdit>(u"Text1"_s);
+    auto* list = find<QListWidget>(u"List1"_s);
+    QTest::keyClicks(box, u"gz"_s);
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(list->count(), 1);
+    EXPECT_EQ(list->height(), find<GridView>(u"MSHFlexGrid1"_s)->pixels(480));
+    box->clear();
+    EXPECT_TRUE(list->isVisible()) << "an empty box leaves the list as it was";
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+    EXPECT_EQ(box->text(), u"SH600519"_s);
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_EQ(list->count(), 0);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 1), u"白酒"_s);
+    QTest::keyClicks(box, u"x"_s);
+    EXPECT_FALSE(list->isVisible()) << "no candidate";
+}
+
+TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
+    load();
+    for (int at = 0; at < 120; ++at) {
+        store_.run({u"insert into dmb(dm) values('SH%1')"_s.arg(601000 + at)});
+    }
+    auto* button = find<QToolButton>(u"Command4"_s);
+    auto* progress = find<QProgressBar>(u"progress"_s);
+    QStringList seen;
+    pump_.onRun = [&] {
+        EXPECT_FALSE(button->isEnabled());
+        seen << find<QLabel>(u"Label6"_s)->text() + u'|' + QString::number(progress->value());
+    };
+    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+        QString text;
+        for (const QString& code : path.section(u'=', 1).split(u',', Qt::SkipEmptyParts)) {
+            text += u"var hq_str_"_s + code + u"=\"x,1,1,2"_s + u",1"_s.repeated(28) + u"\";\n"_s;
+        }
+        return gbkFromText(text);
+    };
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！"_s});
+    EXPECT_EQ(find<QLabel>(u"Label6"_s)->text(), u"行情更新时间：2026-11-24 10:00:00"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_FALSE(progress->isVisible());
+}
+
+TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
+    load();
+    for (const QSize& size : {QSize(1200, 700), QSize(1600, 900)}) {
+        form_.resize(size);
+        QApplication::processEvents();
+        const auto* left = find<GridView>(u"MSHFlexGrid1"_s);
+        const auto* right = find<GridView>(u"MSHFlexGrid2"_s);
+        const QSize inner = form_.centralWidget()->size();
+        EXPECT_EQ(right->width(), inner.width() - left->width() - left->pixels(250));
+        EXPECT_EQ(right->height(), inner.height() - left->pixels(1700));
+        EXPECT_EQ(left->height(), right->height());
+    }
+}
+
+TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
+    load();
+    emit find<QTimer>(u"Timer1"_s)->timeout({});
+    dialogs_.answer = false;
+    form_.close();
+    EXPECT_FALSE(form_.isVisible());
+    EXPECT_EQ(tray_.hidden(), 1);
+    EXPECT_TRUE(find<QTimer>(u"Timer2"_s)->isActive());
+    EXPECT_TRUE(processes_.ended.isEmpty());
+    trigger(u"tuopan显示"_s);
+    EXPECT_TRUE(form_.isVisible());
+    EXPECT_EQ(tray_.hidden(), 0);
+}
+
+TEST_F(Form2Test, WithoutATrayTheWindowIsMinimised) {
+    load();
+    desktopTray_.isThere = false;
+    dialogs_.answer = false;
+    form_.close();
+    EXPECT_TRUE(form_.isVisible() && form_.isMinimized());
+}
+
+TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {
+    load();
+    trigger(u"tuopanexit"_s);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    EXPECT_EQ(TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s),
+              QStringList{u"0"_s});
+    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+}
+
+TEST_F(Form2Test, EveryControlHasAnAccessibleName) {
+    for (const QWidget* widget : form_.centralWidget()->findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        if (name.startsWith(u"Text"_s) || name.startsWith(u"Command"_s) ||
+            name.startsWith(u"MSHFlexGrid"_s) || name.startsWith(u"List"_s)) {
+            EXPECT_FALSE(widget->accessibleName().isEmpty()) << name.toStdString();
+        }
+    }
+}
+
+}  // namespace guanchao

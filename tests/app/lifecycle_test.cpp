@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "app/failure.h"
+#include "app/shutdown.h"
+#include "app/startup.h"
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+static QString contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+class LifecycleTest : public ::testing::Test {
+protected:
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    FakeProcesses processes_;
+    FakeTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+    QStringList steps_;
+};
+
+TEST_F(LifecycleTest, TheLoadSetsEveryValueBeforeTheFirstRefresh) {
+    globals_.hqmang = 1;
+    globals_.wenzhangdalei = u"主题"_s;
+    Stores stores;
+    loadProgram(store_.folder().chopped(1), tray_, globals_, stores, clock_, [&] {
+        EXPECT_EQ(globals_.yingyongmulu, store_.folder());
+        EXPECT_EQ(stores.main.path, store_.folder() + u"dzhzhuti.mzdat"_s);
+        EXPECT_EQ(stores.main.key, QString());
+        EXPECT_EQ(stores.pinyin.path, store_.folder() + u"py.mzdat"_s);
+        EXPECT_EQ(stores.heat.key.size(), 16);
+        EXPECT_EQ(stores.article.key.size(), 15);
+        EXPECT_EQ(stores.article.key, stores.backupKey);
+        EXPECT_EQ(globals_.jintian, QDate(2026, 11, 24));
+        EXPECT_EQ(globals_.hqmang, 0);
+        EXPECT_EQ(globals_.wenzhangdalei, QString());
+        steps_ << u"refresh"_s;
+    });
+    EXPECT_EQ(desktopTray_.calls, QStringList({u"add"_s, u"tip 右键弹出菜单"_s}));
+    EXPECT_EQ(steps_, QStringList{u"refresh"_s});
+}
+
+TEST_F(LifecycleTest, TheApplicationFolderEndsInOneSeparator) {
+    EXPECT_EQ(applicationFolder(u"/"_s), u"/"_s);
+    EXPECT_EQ(applicationFolder(u"/opt/程序"_s), u"/opt/程序/"_s);
+    EXPECT_EQ(applicationFolder(u"/opt/程序//"_s), u"/opt/程序/"_s);
+}
+
+TEST_F(LifecycleTest, ClosingAsksUnlessTheTrayMenuSaidExit) {
+    dialogs_.answer = false;
+    EXPECT_EQ(answerClose(0, dialogs_), CloseAnswer::hideInTray);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|点“确定”退出，点“取消”进入托盘。"_s});
+    EXPECT_EQ(answerClose(1, dialogs_), CloseAnswer::shutDown);
+    EXPECT_EQ(dialogs_.shown.size(), 1);
+    dialogs_.answer = true;
+    EXPECT_EQ(answerClose(0, dialogs_), CloseAnswer::shutDown);
+}
+
+TEST_F(LifecycleTest, ShutdownKeepsItsOrder) {
+    globals_.yingyongmulu = store_.folder();
+    shutDown(
+        store_.stores, u"guanchaotai2"_s, tray_, processes_,
+        [&] {
+            EXPECT_EQ(TestStores::rows(store_.stores.heat, u"select mainisrun from canshu"_s),
+                      QStringList{u"0"_s});
+            EXPECT_TRUE(desktopTray_.calls.isEmpty());
+            steps_ << u"close"_s;
+        },
+        [&](const std::exception&) { steps_ << u"failure"_s; });
+    EXPECT_EQ(steps_, QStringList{u"close"_s});
+    EXPECT_EQ(desktopTray_.calls, QStringList{u"remove"_s});
+    EXPECT_EQ(contentOf(store_.folder() + u"read.ini"_s), u"[read]\njintuopan=0\n"_s);
+    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+}
+
+TEST_F(LifecycleTest, ShutdownGoesOnWithoutTheHeatStore) {
+    QFile::remove(store_.stores.heat.path);
+    globals_.yingyongmulu = store_.folder();
+    shutDown(
+        store_.stores, u"guanchaotai"_s, tray_, processes_, [&] { steps_ << u"close"_s; },
+        [&](const std::exception& failure) { steps_ << failureText(failure); });
+    ASSERT_EQ(steps_.size(), 2);
+    EXPECT_TRUE(steps_[0].startsWith(u"通知采集程序退出没有完成。\n\n找不到数据文件 "_s));
+    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+}
+
+TEST_F(LifecycleTest, TheTrayHidesOnlyWhereThereIsOne) {
+    EXPECT_TRUE(tray_.hide());
+    EXPECT_EQ(tray_.hidden(), 1);
+    tray_.show();
+    EXPECT_EQ(tray_.hidden(), 0);
+    desktopTray_.isThere = false;
+    EXPECT_FALSE(tray_.hide());
+    EXPECT_EQ(tray_.hidden(), 0);
+}
+
+TEST_F(LifecycleTest, AFailureNamesItsCauseInChinese) {
+    const Activity activity(u"更新行情数据"_s);
+    const QString path = store_.stores.main.path;
+    const struct {
+        QString reason, path, part;
+    } cases[] = {
+        {u"database is locked"_s, path, u"正被其他程序占用"_s},
+        {u"file is encrypted or is not a database"_s, path, u"密码不对"_s},
+        {u"database or disk is full"_s, path, u"磁盘已满"_s},
+        {u"no such table: dmb"_s, path, u"执行语句失败。\n原因：no such table: dmb"_s},
+        {u"unable to open database file"_s, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
+    };
+    for (const auto& it : cases) {
+        const QString text = failureText(StoreError(it.reason, it.path, u"select 1"_s));
+        EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
+        EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
+    }
+    EXPECT_TRUE(failureText(std::runtime_error("x")).startsWith(u"操作没有完成。"_s));
+}
+
+}  // namespace guanchao

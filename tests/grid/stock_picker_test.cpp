@@ -1,0 +1,73 @@
+#include "grid/stock_picker.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class StockPickerTest : public ::testing::Test {
+protected:
+    StockPickerTest() {
+        store_.run({
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600519','600519','贵州茅台','gzmt')"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SZ000001','000001','平安银行','payh')"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600000','600000','浦发银行','pfyh')"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SH000001','000001','上证指数','szzs')"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SZ300999','300999','盛虹','shh')"_s,
+            u"insert into bankuaidmb values('999901','银行')"_s,
+        });
+    }
+
+    TestStores store_;
+};
+
+TEST_F(StockPickerTest, EachTestAnswersItsKindOfText) {
+    const struct {
+        QString text;
+        QStringList lines;
+    } cases[] = {
+        {u"600"_s, {u"SH600519  贵州茅台"_s, u"SH600000  浦发银行"_s}},
+        {u"000001"_s, {u"SZ000001  平安银行"_s, u"SH000001  上证指数"_s}},
+        {u"P"_s, {u"SZ000001  平安银行"_s, u"SH600000  浦发银行"_s}},
+        {u"gzmt"_s, {u"SH600519  贵州茅台"_s}},
+        {u"sh"_s, {u"SZ300999  盛虹"_s}},
+        {u"sh6"_s, {u"SH600519  贵州茅台"_s, u"SH600000  浦发银行"_s}},
+        {u"SH6"_s, {u"SH600519  贵州茅台"_s, u"SH600000  浦发银行"_s}},
+        {u"Sz000001"_s, {u"SZ000001  平安银行"_s}},
+        {u"bj8"_s, {}},
+        {u"9"_s, {}},
+        {u"999"_s, {}},
+        {u"9999"_s, {}},
+        {u"999901"_s, {}},
+        {u"600a"_s, {}},
+        {u"sh6x"_s, {}},
+        {u"'"_s, {}},
+        {u"茅台"_s, {}},
+        {u"6000000"_s, {}},
+        {QString(), {}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(candidateLines(chazhaodaima(store_.stores.main, it.text)), it.lines)
+            << it.text.toStdString();
+    }
+}
+
+TEST_F(StockPickerTest, EveryCandidateIsFollowedByTheSeparator) {
+    EXPECT_EQ(chazhaodaima(store_.stores.main, u"600"_s),
+              u"SH600519  贵州茅台&&SH600000  浦发银行&&"_s);
+}
+
+TEST_F(StockPickerTest, TheListGrowsUpToSeventeenCandidates) {
+    const QString one = u"SH600000  浦发银行&&"_s;
+    EXPECT_EQ(candidateListHeight(one), 480);
+    EXPECT_EQ(candidateListHeight(one.repeated(16)), 16 * 150 + 330);
+    EXPECT_EQ(candidateListHeight(one.repeated(17)), 2900);
+    EXPECT_EQ(candidateListHeight(one.repeated(300)), 2900);
+    EXPECT_EQ(codeOfCandidate(u"SH600000  浦发 银行"_s), u"SH600000"_s);
+}
+
+}  // namespace guanchao

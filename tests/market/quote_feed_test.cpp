@@ -1,0 +1,223 @@
+#include "market/quote_feed.h"
+
+#include <gtest/gtest.h>
+
+#include "market/quote_run.h"
+#include "platform/gbk.h"
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// A line of the service with the last field at `lastField`.
+static QString line(const QString& code, const QString& open, const QString& close,
+                    const QString& last, int lastField = 32) {
+    QStringList fields = {u"var hq_str_"_s + code + u"=\"平安银行"_s, open, close, last};
+    for (int field = 4; field <= lastField; ++field) {
+        fields << QString::number(field);
+    }
+    return fields.join(u',') + u"\";\n"_s;
+}
+
+class QuoteFeedTest : public ::testing::Test {
+protected:
+    QuoteFeedTest() {
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
+        http_.answer = [this](const QString&) { return reply_; };
+    }
+
+    void replyWith(const QString& text) { reply_ = gbkFromText(text); }
+
+    QStringList quotes() {
+        return store_.rows(u"select dm,sp,zhangjine,zhangfu,kp,zg,zd,totalsl,totaljine,newhqtime"
+                           u" from dmb order by dm"_s);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakePump pump_;
+    FakeHttp http_;
+    std::optional<QByteArray> reply_;
+    QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service(), pump_};
+    QuoteRun run_{store_.stores, clock_, feed_, pump_};
+};
+
+TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
+    replyWith(line(u"sh600000"_s, u"10.00"_s, u"8.00"_s, u"8.123"_s) +
+              line(u"sz000001"_s, u"0.000"_s, u"9.00"_s, u"0.000"_s));
+    pump_.onRun = [this] { EXPECT_EQ(globals_.hqmang, 0); };
+    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,sz000001,"_s});
+    EXPECT_EQ(quotes(), QStringList({u"SH600000|8.123|0.123|1.5375|10|4|5|8|9|2026-11-24 10:00:00"_s,
+                                     u"SZ000001|0|0|0|0|4|5|8|9|2026-11-24 10:00:00"_s}));
+    EXPECT_EQ(pump_.runs, 1);
+}
+
+TEST_F(QuoteFeedTest, ThePollListTakesFewerColumns) {
+    store_.run({u"insert into jiankonghq(dm,jc) values('SZ000001','平安银行')"_s});
+    replyWith(line(u"sh600000"_s, u"1"_s, u"1"_s, u"1"_s) +
+              line(u"sz000001"_s, u"3"_s, u"3"_s, u"2.00"_s));
+    feed_.gengxinhq(u"sh600000,sz000001,"_s, 1);
+    EXPECT_EQ(store_.rows(u"select dm,sp,zhangjine,zhangfu,totalsl,totaljine,newhqtime from"
+                          u" jiankonghq"_s),
+              QStringList{u"SZ000001|2|-1|-33.3333|8|9|2026-11-24 10:00:00"_s});
+    EXPECT_TRUE(quotes()[0].endsWith(u"null"_s)) << "the code table is left alone";
+}
+
+TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
+    const QStringList before = quotes();
+    const std::optional<QByteArray> replies[] = {
+        std::nullopt,
+        QByteArray(),
+        QByteArray("<html><body>502 Bad Gateway</body></html>"),
+        QByteArray("var hq_str_sys_auth=\"FAILED\";\n"),
+        gbkFromText(line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s)),
+        QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"),
+        QByteArray("a,b;c,d;e,f,g,h"),
+    };
+    for (const auto& reply : replies) {
+        reply_ = reply;
+        EXPECT_NO_THROW(feed_.gengxinhq(u"sh600000,sz000001,"_s, 0));
+        EXPECT_EQ(quotes(), before);
+        EXPECT_EQ(globals_.hqmang, 0);
+    }
+}
+
+TEST_F(QuoteFeedTest, AnUnknownCodeIsSkippedAndTheRestWritten) {
+    replyWith(u"var hq_str_sh999999=\"\";\n"_s + line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s) +
+              line(u"sz009999"_s, u"1"_s, u"1"_s, u"2"_s));
+    feed_.gengxinhq(u"sh999999,sz000001,sz009999,"_s, 0);
+    EXPECT_TRUE(quotes()[0].endsWith(u"null"_s));
+    EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|1|100|"_s));
+}
+
+TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
+    const QStringList before = quotes();
+    const QString good = line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s);
+    const QString broken[] = {
+        line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 4),
+        line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 30),
+        line(u"sz000001"_s, u"1"_s, u"0.000"_s, u"2"_s),
+        line(u"sz000001"_s, u"text"_s, u"1"_s, u"2"_s),
+        line(u"sz000001"_s, u""_s, u"1"_s, u"2"_s),
+        u"a,b,c,d,e,f;\n"_s,
+    };
+    for (const QString& piece : broken) {
+        replyWith(good + piece);
+        EXPECT_THROW(feed_.gengxinhq(u"sh600000,sz000001,"_s, 0), OperationError)
+            << piece.toStdString();
+        EXPECT_EQ(quotes(), before);
+        EXPECT_EQ(globals_.hqmang, 0);
+    }
+    replyWith(good + line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 31));
+    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s)) << "a line that ends with the time is whole";
+}
+
+class QuoteRunTest : public QuoteFeedTest {
+protected:
+    // Codes SH600100 and following, all quoted at 2 over 1.
+    void addCodes(int count) {
+        QStringList inserts;
+        for (int at = 0; at < count; ++at) {
+            inserts << u"insert into dmb(dm) values('SH%1')"_s.arg(600100 + at);
+        }
+        store_.run({u"delete from dmb"_s});
+        store_.run(inserts);
+        http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+            QString text;
+            for (const QString& code : path.section(u'=', 1).split(u',', Qt::SkipEmptyParts)) {
+                text += line(code, u"1"_s, u"1"_s, u"2"_s);
+            }
+            return gbkFromText(text);
+        };
+    }
+
+    int updatedCodes() {
+        return store_.rows(u"select count(*) from dmb where sp=2"_s)[0].toInt();
+    }
+
+    QStringList hqtime() { return store_.rows(u"select hqtime from tempcanshu"_s); }
+
+    QStringList reports_;
+    QuoteRun::Report report_ = [this](const QuoteProgress& it) {
+        reports_ << u"%1/%2"_s.arg(it.updated).arg(it.total);
+    };
+};
+
+TEST_F(QuoteRunTest, AsksForNinetyNineCodesAtATime) {
+    addCodes(200);
+    EXPECT_TRUE(run_.run(report_));
+    ASSERT_EQ(http_.paths.size(), 3);
+    EXPECT_EQ(http_.paths[0].count(u','), 99);
+    EXPECT_EQ(http_.paths[1].count(u','), 99);
+    EXPECT_EQ(http_.paths[2], u"/list=sh600298,sh600299,"_s);
+    EXPECT_EQ(reports_, QStringList({u"0/200"_s, u"99/200"_s, u"198/200"_s}));
+    EXPECT_EQ(updatedCodes(), 200);
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+}
+
+TEST_F(QuoteRunTest, ALastBatchOfOneCodeIsLost) {
+    addCodes(100);
+    EXPECT_TRUE(run_.run(report_));
+    EXPECT_EQ(updatedCodes(), 99);
+}
+
+TEST_F(QuoteRunTest, FailedRequestsAndAnEmptyTableStillEndWithTheTime) {
+    addCodes(120);
+    http_.answer = nullptr;
+    EXPECT_TRUE(run_.run(report_));
+    EXPECT_EQ(updatedCodes(), 0);
+    EXPECT_EQ(http_.paths.size(), 2);
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+    store_.run({u"delete from dmb"_s, u"update tempcanshu set hqtime=null"_s});
+    EXPECT_TRUE(run_.run(report_));
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+}
+
+TEST_F(QuoteRunTest, ARunCannotBeStartedTwiceAndEndsWhenCancelled) {
+    addCodes(300);
+    pump_.onRun = [this] {
+        EXPECT_FALSE(run_.run(report_)) << "one is under way";
+        run_.cancel();
+    };
+    EXPECT_FALSE(run_.run(report_));
+    EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
+    pump_.onRun = nullptr;
+    EXPECT_TRUE(run_.run(report_)) << "a cancelled run leaves nothing in the way of the next";
+}
+
+TEST_F(QuoteRunTest, ABrokenBatchEndsTheRunAndKeepsTheOnesBefore) {
+    addCodes(200);
+    const auto good = http_.answer;
+    http_.answer = [good](const QString& path) -> std::optional<QByteArray> {
+        return path.contains(u"sh600200"_s) ? gbkFromText(line(u"sh600199"_s, u"1"_s, u"1"_s, u"2"_s) +
+                                                          line(u"sh600200"_s, u"1"_s, u"1"_s, u"2"_s, 9))
+                                            : good(path);
+    };
+    try {
+        run_.run(report_);
+        FAIL() << "the broken line was taken";
+    } catch (const OperationError& failure) {
+        EXPECT_EQ(failure.activity(), u"更新行情数据"_s);
+    }
+    EXPECT_EQ(updatedCodes(), 99);
+    EXPECT_FALSE(run_.running());
+}
+
+TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {
+    store_.run({u"delete from dmb"_s, u"insert into dmb(dm) values('SH000001')"_s,
+                u"insert into dmb(dm) values('SH000300')"_s, u"insert into dmb(dm) values('SZ399001')"_s,
+                u"insert into dmb(dm) values('SH600000')"_s});
+    EXPECT_TRUE(run_.gengxinquanbu(report_));
+    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,"_s});
+}
+
+}  // namespace guanchao

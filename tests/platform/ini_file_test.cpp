@@ -1,0 +1,57 @@
+#include "platform/ini_file.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/services.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class IniFileTest : public ::testing::Test {
+protected:
+    void write(const QByteArray& content) {
+        QFile file(path_);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QByteArray content() {
+        QFile file(path_);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder_;
+    QString path_ = folder_.filePath(u"a.ini"_s);
+};
+
+TEST_F(IniFileTest, ReadsAndChangesOneLine) {
+    write("; note\r\n[read]\r\nfenshidm = SH600585 \r\n\r\n[Other]\r\nfenshidm=x\r\n");
+    IniFile ini(path_);
+    EXPECT_EQ(ini.value(u"READ"_s, u"FenShiDm"_s), u"SH600585"_s);
+    EXPECT_EQ(ini.value(u"other"_s, u"fenshidm"_s), u"x"_s);
+    EXPECT_EQ(ini.value(u"read"_s, u"none"_s), std::nullopt);
+    EXPECT_EQ(ini.value(u"none"_s, u"fenshidm"_s), std::nullopt);
+    EXPECT_TRUE(ini.setValue(u"read"_s, u"fenshidm"_s, u"SZ000001"_s));
+    EXPECT_TRUE(ini.setValue(u"read"_s, u"jintuopan"_s, u"0"_s));
+    EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"=b"_s));
+    EXPECT_EQ(content(), QByteArray("; note\n[read]\njintuopan=0\nfenshidm=SZ000001\n\n[Other]\n"
+                                    "fenshidm=x\n[new]\na==b\n"));
+    EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"=b"_s);
+    EXPECT_FALSE(IniFile(folder_.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
+}
+
+TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
+    EXPECT_EQ(readServices(path_).quote.host, u"https://hq.sinajs.cn"_s);
+    write("[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\n");
+    const Services services = readServices(path_);
+    EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
+    EXPECT_EQ(services.quote.timeoutSeconds, 15);
+    EXPECT_EQ(services.vendor.host, QString());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,131 @@
+#include "store/connection.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ConnectionTest : public ::testing::Test {
+protected:
+    // The reason of the failed opening, empty if it succeeds.
+    static QString openingFailure(const QString& path, const QString& key) {
+        try {
+            Connection connection(path, key);
+        } catch (const StoreError& failure) {
+            return failure.reason();
+        }
+        return {};
+    }
+
+    static QByteArray firstBytes(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.read(15) : QByteArray();
+    }
+
+    TestStores store_;
+};
+
+TEST_F(ConnectionTest, OnlyTheRightKeyOpensAStore) {
+    const Stores& stores = store_.stores;
+    EXPECT_EQ(openingFailure(stores.main.path, {}), QString());
+    EXPECT_EQ(openingFailure(stores.heat.path, stores.heat.key), QString());
+    const QString refused = u"file is encrypted or is not a database"_s;
+    EXPECT_EQ(openingFailure(stores.main.path, stores.heat.key), refused);
+    EXPECT_EQ(openingFailure(stores.heat.path, {}), refused);
+    EXPECT_EQ(openingFailure(stores.heat.path, stores.article.key), refused);
+    EXPECT_NE(openingFailure(store_.folder() + u"none.mzdat"_s, {}), QString());
+    EXPECT_FALSE(QFile::exists(store_.folder() + u"none.mzdat"_s));
+}
+
+TEST_F(ConnectionTest, KeyedStoresAreReallyEnciphered) {
+    EXPECT_EQ(firstBytes(store_.stores.main.path), QByteArray("SQLite format 3"));
+    EXPECT_NE(firstBytes(store_.stores.heat.path), QByteArray("SQLite format 3"));
+}
+
+TEST_F(ConnectionTest, RekeyGivesTakesAndChangesAKey) {
+    const QString path = store_.stores.main.path;
+    store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
+    const auto code = [&](const QString& key) {
+        return TestStores::rows({path, key}, u"select dm from dmb"_s);
+    };
+    rekey(path, {}, u"first"_s);
+    EXPECT_NE(openingFailure(path, {}), QString());
+    rekey(path, u"first"_s, u"second'"_s);
+    EXPECT_EQ(code(u"second'"_s), QStringList{u"SH600000"_s});
+    EXPECT_THROW(rekey(path, u"wrong"_s, {}), StoreError);
+    rekey(path, u"second'"_s, {});
+    EXPECT_EQ(code({}), QStringList{u"SH600000"_s});
+}
+
+TEST_F(ConnectionTest, TransactionsRollBackUnlessCommitted) {
+    Connection connection = store_.stores.main.open();
+    {
+        Transaction transaction(connection);
+        connection.execute(u"insert into zixuangu values('SH600000','a')"_s);
+    }
+    {
+        Transaction transaction(connection);
+        connection.execute(u"insert into zixuangu values('SH600001','b')"_s);
+        EXPECT_THROW(connection.execute(u"insert into nowhere values(1)"_s), StoreError);
+        transaction.commit();
+    }
+    EXPECT_EQ(store_.rows(u"select dm from zixuangu"_s), QStringList{u"SH600001"_s});
+}
+
+TEST_F(ConnectionTest, AFailureTellsStatementFileAndActivity) {
+    const Activity outer(u"外"_s);
+    const Activity activity(u"读取"_s);
+    const QString statement = u"select nothing from dmb"_s;
+    try {
+        Connection connection = store_.stores.main.open();
+        Recordset rows(connection, statement);
+        FAIL() << "the statement was taken";
+    } catch (const StoreError& failure) {
+        EXPECT_EQ(failure.reason(), u"no such column: nothing"_s);
+        EXPECT_EQ(failure.statement(), statement);
+        EXPECT_EQ(failure.path(), store_.stores.main.path);
+        EXPECT_EQ(failure.activity(), u"读取"_s);
+    }
+}
+
+TEST_F(ConnectionTest, AStatementMustBeOne) {
+    Connection connection = store_.stores.main.open();
+    EXPECT_THROW(connection.execute(u"delete from zixuangu;drop table dmb"_s), StoreError);
+    EXPECT_THROW(connection.execute(u"  "_s), StoreError);
+    EXPECT_NO_THROW(connection.execute(u"delete from zixuangu; "_s));
+    EXPECT_EQ(store_.rows(u"select count(*) from dmb"_s), QStringList{u"0"_s});
+}
+
+TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
+    Connection connection = store_.stores.main.open();
+    Recordset rows(connection,
+                   u"select null as a,7 as b,2.5 as 涨幅,'x' as d union all select 1,2,3,'4'"_s);
+    EXPECT_EQ(rows.count(), 2);
+    EXPECT_EQ(rows.fieldName(2), u"涨幅"_s);
+    EXPECT_TRUE(rows.value(u"a").isNull());
+    EXPECT_THROW(rows.value(u"a").toNumber(), OperationError);
+    EXPECT_FALSE(rows.value(u"b").isReal());
+    EXPECT_TRUE(rows.value(u"涨幅").isReal());
+    EXPECT_EQ(rows.value(u"涨幅").toText(), u"2.5"_s);
+    EXPECT_THROW(rows.value(u"e"), OperationError);
+    rows.moveNext();
+    EXPECT_DOUBLE_EQ(rows.value(3).toNumber(), 4);
+    rows.moveNext();
+    EXPECT_TRUE(rows.atEnd());
+    EXPECT_THROW(rows.value(0), OperationError);
+    rows.moveFirst();
+    EXPECT_EQ(rows.value(1).toText(), u"7"_s);
+
+    const Recordset none(connection, u"select dm from dmb"_s);
+    EXPECT_TRUE(none.atStart() && none.atEnd());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,103 @@
+#include "store/prepared_stores.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "store/initials.h"
+#include "store/seed_list.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+static const QString dataFolder = QStringLiteral(GUANCHAO_SOURCE_DIR "/data");
+
+class PreparedStoresTest : public ::testing::Test {
+protected:
+    QStringList prepare() {
+        return prepareStores(directory_.path(), dataFolder,
+                             QDateTime(QDate(2026, 11, 24), QTime(8, 0, 0)));
+    }
+
+    QStringList rows(const StoreFile& store, const QString& query) {
+        return TestStores::rows(store, query);
+    }
+
+    QTemporaryDir directory_;
+    Stores stores_ = storesIn(applicationFolder(directory_.path()));
+};
+
+TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
+    EXPECT_EQ(prepare().size(), 5);
+    const StoreFile& main = stores_.main;
+    EXPECT_GE(rows(main, u"select count(*) from dmb where dm not in ('SH000001','SH000300',"
+                         u"'SZ399001')"_s)[0]
+                  .toInt(),
+              400);
+    EXPECT_EQ(rows(main, u"select dm from dmb order by rowid limit 3"_s),
+              QStringList({u"SH000001"_s, u"SH000300"_s, u"SZ399001"_s}));
+    EXPECT_EQ(rows(main, u"select numdm,shenmu,zhangfu from dmb where dm='SH600519'"_s),
+              QStringList{u"600519|gzmt|0"_s});
+    EXPECT_GE(rows(main, u"select count(distinct zhutiname) from dzhzhuti"_s)[0].toInt(), 40);
+    EXPECT_GE(rows(main, u"select count(*) from dzhzhuti"_s)[0].toInt(), 500);
+    EXPECT_EQ(rows(main, u"select count(*) from dzhzhuti where dm not in (select dm from dmb) or"
+                         u" jc='' or datetime(ztktime) is null"_s),
+              QStringList{u"0"_s});
+    EXPECT_EQ(rows(main, u"select id,xiugaizhutitime,hqtime,jiankongpinlu from tempcanshu"_s),
+              QStringList{u"1|2026-11-24 08:00:00|null|20"_s});
+    EXPECT_EQ(rows(stores_.heat, u"select mainisrun,isvisible,today,iszidinyinum from canshu"_s),
+              QStringList{u"0|0|2026-11-24 08:00:00|0"_s});
+    EXPECT_EQ(rows(stores_.article, u"select id,UseProxy,pasv from tempcanshu"_s),
+              QStringList{u"1|0|0"_s});
+    EXPECT_EQ(rows(stores_.pinyin, u"select name,pycode from pingyin where   name='茅' order by"
+                                   u" pycode desc "_s),
+              QStringList{u"茅|mao"_s});
+    EXPECT_GE(rows(stores_.pinyin, u"select count(*) from pingyin"_s)[0].toInt(), 6700);
+    const StoreFile backup{applicationFolder(directory_.path()) + u"yzhutibackup.mzdat"_s,
+                           stores_.backupKey};
+    EXPECT_EQ(rows(backup, u"select count(*) from dzhzhuti,dmb"_s), QStringList{u"0"_s});
+}
+
+TEST_F(PreparedStoresTest, AStoreThatIsThereStays) {
+    prepare();
+    stores_.main.open().execute(u"delete from dmb"_s);
+    QFile::remove(stores_.heat.path);
+    EXPECT_EQ(prepare(), QStringList{u"caijiqi.mzdat"_s});
+    EXPECT_EQ(rows(stores_.main, u"select count(*) from dmb"_s), QStringList{u"0"_s});
+}
+
+TEST_F(PreparedStoresTest, ABrokenSeedListLeavesNoStore) {
+    QTemporaryDir seeds;
+    QFile codes(seeds.filePath(u"codes.csv"_s));
+    ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
+    codes.write("dm,jc\nSH600000,浦发银行\nSH600001\n");
+    codes.close();
+    EXPECT_THROW(readSeedList(codes.fileName()), std::runtime_error);
+    EXPECT_THROW(prepareStores(directory_.path(), seeds.path(), QDateTime::currentDateTime()),
+                 std::runtime_error);
+    EXPECT_FALSE(QFile::exists(stores_.main.path));
+}
+
+TEST(Initials, ReadNamesAsTheExchangesDo) {
+    QHash<QString, QString> exceptions;
+    for (const QStringList& row : readSeedList(dataFolder + u"/initials.csv"_s)) {
+        exceptions.insert(row[0], row[1]);
+    }
+    const Initials initials(exceptions);
+    const struct {
+        QString name, letters;
+    } cases[] = {
+        {u"贵州茅台"_s, u"gzmt"_s}, {u"万科A"_s, u"wka"_s},     {u"*ST中安"_s, u"*stza"_s},
+        {u"招商银行"_s, u"zsyh"_s}, {u"长江电力"_s, u"cjdl"_s}, {u"重庆啤酒"_s, u"cqpj"_s},
+        {u"厦门钨业"_s, u"xmwy"_s}, {u"万 科Ａ"_s, u"wka"_s},   {u"360"_s, u"360"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(initials.of(it.name), it.letters) << it.name.toStdString();
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,116 @@
+#include "store/values.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(Values, NumericPrefixTakesTheLeadingNumber) {
+    const struct {
+        QString text;
+        double number;
+    } cases[] = {
+        {u""_s, 0},          {u"   "_s, 0},        {u"abc"_s, 0},        {u"12abc"_s, 12},
+        {u"  7 8"_s, 7},     {u"-3.5x"_s, -3.5},   {u"+4"_s, 4},         {u".5"_s, 0.5},
+        {u"5."_s, 5},        {u"."_s, 0},          {u"-"_s, 0},          {u"--5"_s, 0},
+        {u"1e3"_s, 1000},    {u"1e"_s, 1},         {u"1e+"_s, 1},        {u"2E-2z"_s, 0.02},
+        {u"1.2.3"_s, 1.2},   {u"1,000"_s, 1},      {u"１２"_s, 0},       {u"0x10"_s, 0},
+        {u"1e-999"_s, 0},    {u"1e999"_s, 1.7976931348623157e308},
+        {u"000000000000000000000000000000000000000000000000000000000000000000012"_s, 12},
+    };
+    for (const auto& it : cases) {
+        EXPECT_DOUBLE_EQ(numericPrefix(it.text), it.number) << it.text.toStdString();
+    }
+}
+
+TEST(Values, ReadsAsNumberWantsTheWholeText) {
+    for (const QString& text : {u"1"_s, u" -2.50 "_s, u"1e5"_s, u".5"_s}) {
+        EXPECT_TRUE(readsAsNumber(text)) << text.toStdString();
+    }
+    for (const QString& text : {u""_s, u" "_s, u"1 2"_s, u"2016-04-01"_s, u"SH600000"_s, u"3%"_s}) {
+        EXPECT_FALSE(readsAsNumber(text)) << text.toStdString();
+    }
+}
+
+TEST(Values, RoundingGoesToTheEvenNeighbour) {
+    const struct {
+        double value, rounded;
+    } whole[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {20.5, 20}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.6, 3}};
+    for (const auto& it : whole) {
+        EXPECT_EQ(roundToWhole(it.value), it.rounded) << it.value;
+    }
+    EXPECT_DOUBLE_EQ(roundTo(0.00625, 4), 0.0062);
+    EXPECT_DOUBLE_EQ(roundTo(0.01875, 4), 0.0188);
+    EXPECT_DOUBLE_EQ(roundTo(-0.00625, 4), -0.0062);
+    EXPECT_DOUBLE_EQ(roundTo(-1.23456, 4), -1.2346);
+    EXPECT_DOUBLE_EQ(roundTo(1e300, 4), 1e300);
+    EXPECT_DOUBLE_EQ(roundTo(1e306, 4), 1e306);
+}
+
+TEST(Values, NumberTextCarriesFifteenDigits) {
+    const struct {
+        double value;
+        QString text;
+    } cases[] = {
+        {0, u"0"_s},
+        {-0.0, u"0"_s},
+        {10, u"10"_s},
+        {-12.5, u"-12.5"_s},
+        {0.1 + 0.2, u"0.3"_s},
+        {1.0 / 3, u"0.333333333333333"_s},
+        {2.0 / 3, u"0.666666666666667"_s},
+        {0.00001, u"0.00001"_s},
+        {1.0 / 30, u"3.33333333333333E-02"_s},
+        {123456789012345, u"123456789012345"_s},
+        {999999999999999.9, u"1E+15"_s},
+        {1e15, u"1E+15"_s},
+        {-1.5e20, u"-1.5E+20"_s},
+        {1e-15, u"0.000000000000001"_s},
+        {1e-16, u"1E-16"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(numberText(it.value), it.text);
+    }
+}
+
+TEST(Values, TwoDecimalsRoundHalvesAwayFromZero) {
+    const struct {
+        double value;
+        QString text;
+    } cases[] = {
+        {0, u"0.00"_s},
+        {10.5, u"10.50"_s},
+        {0.125, u"0.13"_s},
+        {-0.125, u"-0.13"_s},
+        {2.675, u"2.68"_s},
+        {1.005, u"1.01"_s},
+        {0.005, u"0.01"_s},
+        {0.0049, u"0.00"_s},
+        {-0.001, u"0.00"_s},
+        {9.995, u"10.00"_s},
+        {99.999, u"100.00"_s},
+        {0.999, u"1.00"_s},
+        {123456789012.125, u"123456789012.13"_s},
+        {1234567890123456789.0, u"1234567890123460000.00"_s},
+        {1e-20, u"0.00"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(twoDecimals(it.value), it.text) << it.value;
+    }
+}
+
+TEST(Values, TimesAndBlankSafeTexts) {
+    EXPECT_EQ(timeText(QDateTime(QDate(2016, 4, 1), QTime(0, 5, 9))), u"2016-04-01 00:05:09"_s);
+    EXPECT_EQ(dateText(QDate(2016, 12, 31)), u"2016-12-31"_s);
+    EXPECT_EQ(zhuanyisql(u" it's ''"_s), u" it''s ''''"_s);
+    EXPECT_EQ(kongzhuanhuan(u" it's "_s), u" it's "_s);
+    for (const QString& blank : {QString(), u""_s, u"  \t "_s}) {
+        EXPECT_EQ(zhuanyisql(blank), QString());
+        EXPECT_EQ(kongzhuanhuan(blank), QString());
+    }
+}
+
+}  // namespace guanchao

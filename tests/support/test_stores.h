@@ -1,0 +1,34 @@
+// Real store files in a temporary application folder, with short ways to fill and read them.
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "store/stores.h"
+
+namespace guanchao {
+
+class TestStores {
+public:
+    // The tables are there and empty.
+    TestStores();
+
+    QString folder() const { return applicationFolder(directory_.path()); }
+
+    // Runs statements, one by one, on the main store.
+    void run(const QStringList& statements);
+
+    // The rows of a query on the store, each as its values joined by "|"; a null shows as "null".
+    QStringList rows(const QString& query) { return rows(stores.main, query); }
+    static QStringList rows(const StoreFile& store, const QString& query);
+
+    void addCode(const QString& dm, const QString& jc, double sp, double zhangfu);
+    void addMember(const QString& zhutiname, const QString& dm, int guanzhudu = 1);
+
+    Stores stores;
+
+private:
+    QTemporaryDir directory_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,191 @@
+#include "themes/theme_table.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+#include "themes/trading_session.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ThemeTableTest : public ::testing::Test {
+protected:
+    ThemeTableTest() {
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10.5, 2);
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1500, -1);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 0, 0);
+        store_.addCode(u"SZ000002"_s, u"万科A"_s, 8, 5);
+        store_.addMember(u"银行"_s, u"SH600000"_s, 3);
+        store_.addMember(u"银行"_s, u"SZ000001"_s, 2);
+        store_.addMember(u"银行"_s, u"SH699999"_s, 9);
+        store_.addMember(u"白酒"_s, u"SH600519"_s, 1);
+        store_.addMember(u"冷门"_s, u"SH600519"_s, 0);
+        store_.addMember(u"冷门"_s, u"SZ000001"_s, 0);
+    }
+
+    static QStringList texts(const ResultGrid& grid) {
+        QStringList rows;
+        for (int row = 0; row < grid.rows(); ++row) {
+            QStringList cells;
+            for (int col = 0; col < grid.cols(); ++col) {
+                cells << grid.textMatrix(row, col);
+            }
+            rows << cells.join(u'|');
+        }
+        return rows;
+    }
+
+    static QList<int> widths(const ResultGrid& grid) {
+        QList<int> widths;
+        for (int col = 0; col < grid.cols(); ++col) {
+            widths << grid.colWidth(col);
+        }
+        return widths;
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    ResultGrid themes_;
+    ResultGrid stocks_;
+    ThemeTable table_{store_.stores, globals_, clock_, dialogs_, themes_, stocks_};
+};
+
+TEST_F(ThemeTableTest, RefreshShowsMeanGainsAboveTheThreshold) {
+    const std::optional<UpdateLabels> labels = table_.refresh(u"0"_s);
+    ASSERT_TRUE(labels);
+    EXPECT_EQ(labels->themes, u"主题库更新时间：2026-11-01 08:00:00"_s);
+    EXPECT_EQ(labels->quotes, u"行情更新时间：2026-11-02 15:00:00"_s);
+    // The member that the code table lacks counts neither in the mean nor in the attention.
+    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
+                                           u"1|银行|1.00|2|3|2026-10-01 00:00:00"_s,
+                                           u"2|白酒|-1.00|1|1|2026-10-01 00:00:00"_s}));
+    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 900, 800, 800, 2000}));
+    EXPECT_TRUE(themes_.redraw());
+    EXPECT_EQ(stocks_.rows(), 1);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(ThemeTableTest, TheThresholdIsTheLeadingNumber) {
+    const struct {
+        QString threshold;
+        int themes;
+    } cases[] = {{u"2"_s, 1}, {u"2.5x"_s, 1}, {u"abc"_s, 2}, {QString(), 2}, {u"-1"_s, 3}};
+    for (const auto& it : cases) {
+        table_.refresh(it.threshold);
+        EXPECT_EQ(themes_.rows() - 1, it.themes) << it.threshold.toStdString();
+    }
+    table_.refresh(u"20"_s);
+    EXPECT_EQ(themes_.textMatrix(1, 1), QString()) << "no theme: the grid is cleared, silently";
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(ThemeTableTest, WithoutARowOfTimesTheLabelsStay) {
+    store_.run({u"delete from tempcanshu"_s});
+    EXPECT_FALSE(table_.refresh(u"0"_s));
+    EXPECT_EQ(themes_.rows(), 3);
+}
+
+TEST_F(ThemeTableTest, RefreshSetsBothSessionFlagsFromTheClock) {
+    globals_.jiankongkaiqi = 1;
+    clock_.moment = QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0));
+    table_.refresh(u"0"_s);
+    EXPECT_EQ(globals_.jiankongkaiqi, 0) << "a Saturday";
+    clock_.moment = QDateTime(QDate(2026, 11, 24), QTime(15, 4, 59));
+    table_.refresh(u"0"_s);
+    EXPECT_EQ(globals_.jiankongkaiqi, 1);
+    EXPECT_EQ(globals_.jiaoyishiduan, 1);
+}
+
+TEST(TradingSession, EachBoundaryToTheSecond) {
+    const struct {
+        QTime time;
+        bool open;
+    } cases[] = {
+        {{0, 0, 0}, false},    {{9, 20, 0}, false},   {{9, 20, 59}, false}, {{9, 21, 0}, true},
+        {{11, 34, 59}, true},  {{11, 35, 0}, false},  {{12, 55, 0}, false}, {{12, 55, 59}, false},
+        {{12, 56, 0}, true},   {{15, 4, 59}, true},   {{15, 5, 0}, false},  {{23, 59, 59}, false},
+    };
+    const QDate monday(2026, 11, 23);
+    for (const auto& it : cases) {
+        for (int day = 0; day < 7; ++day) {
+            EXPECT_EQ(inTradingSession(QDateTime(monday.addDays(day), it.time)), it.open && day < 5)
+                << day << ' ' << it.time.toString().toStdString();
+        }
+    }
+}
+
+TEST_F(ThemeTableTest, MembersAreShownWithWidthsAndColours) {
+    table_.xianshizhutigu(u"银行"_s);
+    EXPECT_EQ(texts(stocks_)[0],
+              u"序号|主题名称|代码|简称|相关度|收盘|涨跌|涨幅|开盘|最高|最低|成交量|成交金额|更新时间"_s);
+    EXPECT_EQ(texts(stocks_)[1],
+              u"1|银行|SH600000|浦发银行|5|10.50|0.00|2.00|0.00|0.00|0.00|0|0|"_s);
+    EXPECT_EQ(stocks_.rows(), 3);
+    EXPECT_EQ(widths(stocks_), QList<int>({500, 1500, 960, 1000, 800, 900, 900, 900, 900, 900, 900,
+                                           1200, 1200, 2500}));
+    EXPECT_EQ(stocks_.cellForeColor(1, 1), themeColour);
+    EXPECT_EQ(stocks_.cellForeColor(1, 3), stockColour);
+    EXPECT_EQ(stocks_.cellForeColor(1, 4), textColour);
+    EXPECT_EQ(stocks_.cellForeColor(1, 7), riseColour);
+    EXPECT_EQ(stocks_.cellForeColor(1, 13), textColour);
+    table_.xianshizhutigu(u"白酒"_s);
+    EXPECT_EQ(stocks_.cellForeColor(1, 5), riseColour) << "a price is red whatever the gain";
+    EXPECT_EQ(stocks_.cellForeColor(1, 7), fallColour);
+}
+
+TEST_F(ThemeTableTest, AllStocksShowOneThemeEachAndNothingOfTheFormerFill) {
+    table_.xianshizhutigu(u"白酒"_s);
+    store_.run({u"update dmb set sp=1500.5 where dm='SH600519'"_s});
+    table_.xianshizhutigu(allStocks);
+    EXPECT_EQ(texts(stocks_)[1], u"1||SZ000002|万科A|8.00|0.00|5.00|0.00|0.00|0.00|0|0|"_s);
+    EXPECT_EQ(stocks_.rows(), 5);
+    EXPECT_EQ(stocks_.cellForeColor(1, 4), textColour) << "收盘 is not coloured in this form";
+    EXPECT_EQ(stocks_.cellForeColor(1, 12), textColour);
+    EXPECT_EQ(stocks_.colWidth(12), 2500);
+    EXPECT_TRUE(stocks_.redraw());
+}
+
+TEST_F(ThemeTableTest, AThemeWithoutMembersSaysSo) {
+    table_.xianshizhutigu(u"银行"_s);
+    table_.xianshizhutigu(u"无此主题"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到数据！"_s});
+    EXPECT_EQ(stocks_.textMatrix(1, 1), QString());
+    EXPECT_TRUE(stocks_.redraw());
+}
+
+TEST_F(ThemeTableTest, SearchByCodeShowsTheFirstThemesStocks) {
+    table_.searchByCode(u"sh60"_s);
+    EXPECT_EQ(themes_.rows(), 4);
+    table_.searchByCode(u"h6000"_s);
+    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数"_s, u"1|银行|2.00|1"_s}));
+    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 1000, 600}));
+    EXPECT_EQ(stocks_.textMatrix(1, 1), u"银行"_s);
+    table_.searchByCode(QString());
+    EXPECT_EQ(stocks_.rows(), 5) << "an empty box shows all stocks";
+    table_.searchByCode(u"SZ3"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|此代码没有找到主题！"_s});
+    EXPECT_EQ(themes_.rows(), 4) << "the table stays";
+}
+
+TEST_F(ThemeTableTest, SearchByNameIgnoresTheThreshold) {
+    table_.searchByName(u"冷"_s);
+    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
+                                           u"1|冷门|-0.50|2|0|2026-10-01 00:00:00"_s}));
+    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 1000, 600, 900, 2000}));
+    EXPECT_EQ(stocks_.textMatrix(1, 2), u"SH600519"_s);
+    table_.searchByName(u"没有"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到包含 没有 的主题！"_s});
+}
+
+TEST_F(ThemeTableTest, AnApostropheFailsTheStatement) {
+    EXPECT_THROW(table_.searchByName(u"x'y"_s), StoreError);
+    EXPECT_THROW(table_.xianshizhutigu(u"x'y"_s), StoreError);
+}
+
+}  // namespace guanchao

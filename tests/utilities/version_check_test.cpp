@@ -1,0 +1,55 @@
+#include "utilities/version_check.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/gbk.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(VersionCheck, TheCaptionTellsTheRunningVersion) {
+    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台(V3.7)"_s), 3.7);
+    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台（V3.7）"_s), 3.7);
+    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台(V3.7)   正在更新代码表"_s), 3.7);
+    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台"_s), 0);
+    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台()"_s), 0);
+}
+
+TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
+    const struct {
+        std::optional<QByteArray> reply;
+        bool newer;
+    } cases[] = {
+        {std::nullopt, false},
+        {QByteArray(), false},
+        {QByteArray("<html>404</html>"), false},
+        {QByteArray("[other]\nbanben=9\n"), false},
+        {QByteArray("[chaoxin]\r\nbanben=3.7\r\ndownurl=http://x/\r\n"), false},
+        {QByteArray("[chaoxin]\nbanben=3.6\n"), false},
+        {gbkFromText(u"[ChaoXin]\nbanben = 3.8 版\ndownurl=http://x/?a=b;c,d\n"_s), true},
+    };
+    for (const auto& it : cases) {
+        QTemporaryDir folder;
+        Globals globals;
+        globals.yingyongmulu = folder.path() + u'/';
+        FakeHttp http;
+        http.answer = [&](const QString&) { return it.reply; };
+        FakeDialogs dialogs;
+        FakeShell shell;
+        checkVersion(u"观潮台(V3.7)"_s, globals, Service(), http, dialogs, shell);
+        EXPECT_EQ(http.paths, QStringList{u"/chaoxin/banbenupdate.txt"_s});
+        EXPECT_EQ(QFile::exists(folder.filePath(u"banben.ini"_s)), it.reply.has_value());
+        const QStringList told =
+            it.newer ? QStringList{u"观潮台|发现软件有新的版本，请前去下载！"_s} : QStringList();
+        EXPECT_EQ(dialogs.shown, told);
+        EXPECT_EQ(shell.opened, it.newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
+    }
+}
+
+}  // namespace guanchao

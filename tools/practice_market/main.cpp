@@ -1,0 +1,135 @@
+// The practice market as a program: serves the stocks of CODES.csv on a free port of 127.0.0.1,
+// writes the port's number to PORT_FILE, and runs until it is told to end or its parent ends.
+// Exit codes: 0 ended, 1 could not serve, 2 bad arguments.
+
+#include <signal.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <cstdio>
+#include <stdexcept>
+
+#include "practice_market.h"
+
+namespace {
+
+using guanchao::PracticeMarket;
+using guanchao::PracticeQuotes;
+using guanchao::PracticeStock;
+
+struct BadArguments : std::runtime_error {
+    explicit BadArguments(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+struct Arguments {
+    QString codesFile;
+    QString portFile;
+    quint32 seed;
+};
+
+Arguments argumentsFrom(const QStringList& words) {
+    QCommandLineParser parser;
+    const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("N"),
+                                  QStringLiteral("20261124"));
+    parser.addOption(seed);
+    if (!parser.parse(words)) {
+        throw BadArguments(parser.errorText());
+    }
+    const QStringList files = parser.positionalArguments();
+    if (files.size() != 2) {
+        throw BadArguments(QStringLiteral("usage: practice_market CODES.csv PORT_FILE [--seed N]"));
+    }
+    bool isNumber = false;
+    const quint32 number = parser.value(seed).toUInt(&isNumber);
+    if (!isNumber) {
+        throw BadArguments(
+            QStringLiteral("--seed needs a whole number, not \"%1\"").arg(parser.value(seed)));
+    }
+    return {files[0], files[1], number};
+}
+
+/// Reads UTF-8 lines of code and name under the header "dm,jc".
+std::vector<PracticeStock> stocksFrom(const QString& fileName) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw BadArguments(fileName + QStringLiteral(": ") + file.errorString());
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    if (lines.takeFirst().remove(QChar::ByteOrderMark).trimmed() != QLatin1String("dm,jc")) {
+        throw BadArguments(fileName + QStringLiteral(": the first line is not \"dm,jc\""));
+    }
+    static const QRegularExpression row(QStringLiteral("^([A-Z]{2}[0-9]{6}),([^,]+)$"));
+    std::vector<PracticeStock> stocks;
+    for (const QString& line : lines) {
+        if (line.trimmed().isEmpty()) {
+            continue;
+        }
+        const QRegularExpressionMatch match = row.match(line.trimmed());
+        if (!match.hasMatch()) {
+            throw BadArguments(fileName + QStringLiteral(": not a code and a name: ") + line);
+        }
+        stocks.push_back({match.captured(1), match.captured(2)});
+    }
+    return stocks;
+}
+
+void writePort(const QString& fileName, int port) {
+    QSaveFile file(fileName);
+    const QByteArray text = QByteArray::number(port) + '\n';
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        throw std::runtime_error(
+            (fileName + QStringLiteral(": ") + file.errorString()).toStdString());
+    }
+}
+
+/// Blocked before any thread starts, so that only waiting for them receives them.
+sigset_t blockEndSignals() {
+    sigset_t endSignals;
+    sigemptyset(&endSignals);
+    sigaddset(&endSignals, SIGTERM);
+    sigaddset(&endSignals, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &endSignals, nullptr);
+    return endSignals;
+}
+
+void endWithParent() {
+    const pid_t parent = getppid();
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() != parent) {
+        raise(SIGTERM);
+    }
+}
+
+void serve(const Arguments& arguments) {
+    PracticeMarket market(PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed),
+                          [] { return QDateTime::currentDateTime(); });
+    const sigset_t endSignals = blockEndSignals();
+    endWithParent();
+    writePort(arguments.portFile, market.start());
+    int received = 0;
+    sigwait(&endSignals, &received);
+    market.stop();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QStringList words;
+    for (int i = 0; i < argc; ++i) {
+        words << QString::fromLocal8Bit(argv[i]);
+    }
+    try {
+        serve(argumentsFrom(words));
+        return 0;
+    } catch (const BadArguments& error) {
+        std::fprintf(stderr, "practice_market: %s\n", error.what());
+        return 2;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "practice_market: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,220 @@
+#include "practice_market.h"
+
+#include <httplib.h>
+#include <sys/socket.h>
+
+#include <QStringEncoder>
+#include <chrono>
+#include <stdexcept>
+
+namespace guanchao {
+
+namespace {
+
+constexpr auto slowAnswer = std::chrono::milliseconds(1500);
+constexpr int shortPieceFields = 10;
+constexpr size_t keptAliveRequests = 100000;
+constexpr time_t keepAliveSeconds = 1;
+
+constexpr char loopback[] = "127.0.0.1";
+constexpr char quoteType[] = "application/javascript; charset=GB18030";
+constexpr char textType[] = "text/plain; charset=GB18030";
+constexpr char pageType[] = "text/html; charset=GB18030";
+constexpr char refusal[] = "Kinsoku jikou desu!";
+constexpr char errorPage[] =
+    "<html><head><title>502 Bad Gateway</title></head>"
+    "<body><h1>502 Bad Gateway</h1></body></html>\n";
+
+std::string inGbk(const QString& text) {
+    QStringEncoder encoder("GB18030");
+    if (!encoder.isValid()) {
+        throw std::runtime_error("this Qt has no GB18030 codec");
+    }
+    const QByteArray bytes = encoder.encode(text);
+    return bytes.toStdString();
+}
+
+/// The second line with fewer values; a reply of one line stays as it is.
+QString withShortPiece(const QString& reply) {
+    QStringList lines = reply.split(u'\n');
+    const QStringList values = lines[1].split(u',');
+    if (values.size() > shortPieceFields) {
+        lines[1] = values.first(shortPieceFields).join(u',') + QStringLiteral("\";");
+    }
+    return lines.join(u'\n');
+}
+
+/// Announces the whole body and closes the connection within its last line.
+void sendHalf(const std::string& body, httplib::Response& response) {
+    const size_t lastLine = body.rfind('\n', body.size() - 2) + 1;  // npos + 1 is 0
+    const size_t sent = (lastLine + body.size()) / 2;
+    response.set_content_provider(body.size(), quoteType,
+                                  [body, sent](size_t, size_t, httplib::DataSink& sink) {
+                                      sink.write(body.data(), sent);
+                                      return false;
+                                  });
+}
+
+void refuse(httplib::Response& response) {
+    response.status = 403;
+    response.set_content(refusal, textType);
+}
+
+/// A port in use stays refused: httplib's own options would share it.
+void reuseAddressOnly(int socket) {
+    const int on = 1;
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+}
+
+}  // namespace
+
+PracticeMarket::PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now)
+    : quotes_(std::move(quotes)), now_(std::move(now)) {}
+
+PracticeMarket::~PracticeMarket() {
+    stop();
+}
+
+int PracticeMarket::start(int port) {
+    stop();
+    stopping_ = false;
+    server_ = std::make_unique<httplib::Server>();
+    server_->set_tcp_nodelay(true);
+    server_->set_keep_alive_max_count(keptAliveRequests);
+    server_->set_keep_alive_timeout(keepAliveSeconds);
+    server_->set_socket_options(reuseAddressOnly);
+    addRoutes();
+    if (port == 0) {
+        port = server_->bind_to_any_port(loopback);
+    } else if (!server_->bind_to_port(loopback, port)) {
+        port = -1;
+    }
+    if (port < 0) {
+        throw std::runtime_error("the practice market cannot listen on its port");
+    }
+    port_ = port;
+    listener_ = std::thread([server = server_.get()] { server->listen_after_bind(); });
+    while (!server_->is_running()) {  // until then httplib ignores stop()
+        std::this_thread::yield();
+    }
+    return port;
+}
+
+void PracticeMarket::stop() {
+    if (!listener_.joinable()) {
+        return;
+    }
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    stopSignal_.notify_all();
+    server_->stop();
+    listener_.join();
+}
+
+QString PracticeMarket::host() const {
+    return QStringLiteral("http://127.0.0.1:%1").arg(port_.load());
+}
+
+void PracticeMarket::setFault(MarketFault fault) {
+    const std::lock_guard lock(mutex_);
+    fault_ = fault;
+}
+
+void PracticeMarket::setReferer(const QString& referer) {
+    const std::lock_guard lock(mutex_);
+    referer_ = referer;
+}
+
+void PracticeMarket::setReply(const QString& path, const QByteArray& body) {
+    const std::lock_guard lock(mutex_);
+    fixedReplies_.insert(path, body);
+}
+
+QStringList PracticeMarket::requests() const {
+    const std::lock_guard lock(mutex_);
+    return requests_;
+}
+
+void PracticeMarket::addRoutes() {
+    using Handled = httplib::Server::HandlerResponse;
+    server_->set_pre_routing_handler([this](const auto& request, auto& response) {
+        return answerFixed(request, response) ? Handled::Handled : Handled::Unhandled;
+    });
+    server_->Get(R"(/list=(.*))",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerQuotes(request, response);
+                 });
+    server_->Get(
+        "/chaoxin/banbenupdate\\.txt",
+        [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
+}
+
+bool PracticeMarket::answerFixed(const httplib::Request& request, httplib::Response& response) {
+    const QString path = QString::fromStdString(request.target);
+    const std::lock_guard lock(mutex_);
+    requests_ << path;
+    const auto reply = fixedReplies_.constFind(path);
+    if (reply == fixedReplies_.constEnd()) {
+        return false;
+    }
+    response.set_content(reply->toStdString(), pageType);
+    return true;
+}
+
+void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Response& response) {
+    if (isRefused(request)) {
+        refuse(response);
+        return;
+    }
+    const MarketFault fault = this->fault();
+    const QString reply = quotesFor(QString::fromStdString(request.matches[1]));
+    switch (fault) {
+        case MarketFault::refused:
+            refuse(response);
+            return;
+        case MarketFault::errorPage:
+            response.set_content(errorPage, pageType);
+            return;
+        case MarketFault::halfReply:
+            sendHalf(inGbk(reply), response);
+            return;
+        case MarketFault::shortPiece:
+            response.set_content(inGbk(withShortPiece(reply)), quoteType);
+            return;
+        case MarketFault::slow:
+            waitSlowly();
+            [[fallthrough]];
+        case MarketFault::none:
+            response.set_content(inGbk(reply), quoteType);
+    }
+}
+
+void PracticeMarket::answerVersion(httplib::Response& response) const {
+    const QString text = QStringLiteral("[chaoxin]\nbanben=3.7\ndownurl=%1/download\n").arg(host());
+    response.set_content(inGbk(text), textType);
+}
+
+bool PracticeMarket::isRefused(const httplib::Request& request) const {
+    const QString referer = QString::fromStdString(request.get_header_value("Referer"));
+    const std::lock_guard lock(mutex_);
+    return !referer_.isEmpty() && referer != referer_;
+}
+
+MarketFault PracticeMarket::fault() const {
+    const std::lock_guard lock(mutex_);
+    return fault_;
+}
+
+QString PracticeMarket::quotesFor(const QString& codeList) const {
+    const QString codes = codeList.endsWith(u',') ? codeList.chopped(1) : codeList;
+    return quotes_.reply(codes.split(u','), now_());
+}
+
+void PracticeMarket::waitSlowly() {
+    std::unique_lock lock(mutex_);
+    stopSignal_.wait_for(lock, slowAnswer, [this] { return stopping_; });
+}
+
+}  // namespace guanchao

@@ -1,0 +1,89 @@
+#pragma once
+
+// The practice market: an HTTP server on loopback which answers what the program asks of the
+// public quote service and of the vendor's site, in GBK, so that the program works with no
+// network. Tests run it in-process and give it faults. Safe to call from any one thread while the
+// server's own threads answer; start() throws std::runtime_error, nothing else throws.
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "practice_quotes.h"
+
+namespace httplib {
+class Server;
+struct Request;
+struct Response;
+}  // namespace httplib
+
+namespace guanchao {
+
+/// What goes wrong with the quotes (the other pages stay well).
+enum class MarketFault {
+    none,
+    slow,        ///< the answer comes after 1.5 seconds
+    refused,     ///< 403
+    halfReply,   ///< the transfer breaks off in the middle of the last line
+    errorPage,   ///< 200 with a page of HTML
+    shortPiece,  ///< the second line ends after 10 values
+};
+
+class PracticeMarket {
+public:
+    /// `now` is called on the server's threads.
+    PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now);
+    ~PracticeMarket();
+    PracticeMarket(const PracticeMarket&) = delete;
+    PracticeMarket& operator=(const PracticeMarket&) = delete;
+
+    /// Listens on 127.0.0.1 and returns the port; 0 asks for any free one.
+    int start(int port = 0);
+    void stop();
+    QString host() const;  ///< "http://127.0.0.1:PORT"
+
+    void setFault(MarketFault fault);
+
+    /// From now on quotes asked for without exactly this Referer are refused; empty lifts it.
+    void setReferer(const QString& referer);
+
+    /// A fixed body for one path with its query; no fault and no Referer rule touches it.
+    void setReply(const QString& path, const QByteArray& body);
+
+    /// The paths asked so far, each with its query, in order.
+    QStringList requests() const;
+
+private:
+    void addRoutes();
+    bool answerFixed(const httplib::Request& request, httplib::Response& response);
+    void answerQuotes(const httplib::Request& request, httplib::Response& response);
+    void answerVersion(httplib::Response& response) const;
+    bool isRefused(const httplib::Request& request) const;
+    MarketFault fault() const;
+    QString quotesFor(const QString& codeList) const;
+    void waitSlowly();
+
+    const PracticeQuotes quotes_;
+    const std::function<QDateTime()> now_;
+    std::unique_ptr<httplib::Server> server_;
+    std::thread listener_;
+    std::atomic<int> port_ = 0;
+
+    mutable std::mutex mutex_;  ///< guards all below
+    std::condition_variable stopSignal_;
+    bool stopping_ = false;
+    MarketFault fault_ = MarketFault::none;
+    QString referer_;
+    QStringList requests_;
+    QHash<QString, QByteArray> fixedReplies_;
+};
+
+}  // namespace guanchao
