@@ -57,6 +57,8 @@ Form2::Form2(Environment& environment, Windows& windows)
     ui_->progress->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
+    ui_->MSHFlexGrid2->setHint(
+        u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main,
                             [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
     arrangeGrids();

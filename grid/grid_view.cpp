@@ -4,8 +4,11 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+
+#include "store/values.h"
 
 namespace guanchao {
 
@@ -15,6 +18,7 @@ constexpr int twipsPerInch = 1440;
 // The width of a digit in the font for which the widths were chosen, in twips.
 constexpr int digitTwips = 90;
 constexpr int rowPadding = 6;
+constexpr int cellPadding = 8;
 
 QColor toColor(Colour colour) { return QColor::fromRgb(colour); }
 
@@ -79,10 +83,23 @@ int GridView::pixels(int twips) const {
 }
 
 void GridView::applyWidths() {
+    horizontalHeader()->setVisible(!isEmpty());
     const int shown = std::min(grid_->cols(), horizontalHeader()->count());
     for (int col = 0; col < shown; ++col) {
-        setColumnWidth(col, pixels(grid_->colWidth(col)));
+        setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfNumbers(col)));
     }
+}
+
+// A number of which the end is missing reads as another one: such a column grows beyond its width.
+int GridView::widthOfNumbers(int col) const {
+    qsizetype longest = 0;
+    for (int row = 1; row < grid_->rows(); ++row) {
+        const QString& text = grid_->textMatrix(row, col);
+        if (text.size() > longest && readsAsNumber(text)) {
+            longest = text.size();
+        }
+    }
+    return static_cast<int>(longest) * fontMetrics().horizontalAdvance(u'0') + cellPadding;
 }
 
 void GridView::showMark() {
@@ -134,6 +151,15 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
         emit gridPressed(currentIndex().row() + 1, currentIndex().column(), Qt::RightButton);
     }
     event->accept();
+}
+
+void GridView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (grid_ && isEmpty()) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
+    }
 }
 
 void GridView::changeEvent(QEvent* event) {

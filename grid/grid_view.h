@@ -17,6 +17,9 @@ public:
     // The grid must outlive the view.
     void setGrid(ResultGrid& grid);
 
+    // What stands in the middle of the view while the grid holds no table.
+    void setHint(const QString& hint) { hint_ = hint; }
+
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
     // widths were chosen.
     int pixels(int twips) const;
@@ -33,13 +36,17 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
+    int widthOfNumbers(int col) const;
     void showMark();
     void watchHeader();
 
     ResultGrid* grid_ = nullptr;
+    QString hint_;
     QModelIndex pressedIndex_;
 };
 

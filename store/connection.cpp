@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "store/dialect.h"
+#include "store/recordset.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -38,9 +39,10 @@ void giveKey(Connection& connection, const QString& key) {
     sqlite3_key(connection.handle(), raw.constData(), static_cast<int>(raw.size()));
 }
 
-sqlite3* openHandle(const QString& path, int flags) {
+sqlite3* openHandle(const QString& path) {
     sqlite3* handle = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, flags, nullptr) != SQLITE_OK) {
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) !=
+        SQLITE_OK) {
         const QString reason = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close(handle);
         throw StoreError(reason, path, {});
@@ -48,16 +50,33 @@ sqlite3* openHandle(const QString& path, int flags) {
     return handle;
 }
 
-// A connection makes no file; one of no bytes is a new store to it.
-void attachNewFile(Connection& connection, const QString& path, const QString& key) {
+void makeEmptyFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         throw StoreError(file.errorString(), path, {});
     }
-    file.close();
-    connection.execute(u"attach '"_s + zhuanyisql(path) +
-                       u"' as target key '"_s + zhuanyisql(rawKey(key)) +
-                       u"'"_s);
+}
+
+QString quotedName(QString name) {
+    return u'"' + name.replace(u'"', u"\"\""_s) + u'"';
+}
+
+// The library's own export can't make indexes over our functions: it takes the built-in ones.
+void copyContent(Connection& target, const QString& sourcePath, const QString& sourceKey) {
+    target.execute(u"attach '"_s + zhuanyisql(sourcePath) + u"' as source key '"_s +
+                   zhuanyisql(rawKey(sourceKey)) + u"'"_s);
+    Transaction transaction(target);
+    const QString made = u"select name,sql from source.sqlite_master where sql is not null and"
+                         u" substr(name,1,7)!='sqlite_' and type"_s;
+    for (Recordset tables(target, made + u"='table'"_s); !tables.atEnd(); tables.moveNext()) {
+        const QString name = quotedName(tables.value(0).toText());
+        target.execute(tables.value(1).toText());
+        target.execute(u"insert into main."_s + name + u" select * from source."_s + name);
+    }
+    for (Recordset others(target, made + u"!='table'"_s); !others.atEnd(); others.moveNext()) {
+        target.execute(others.value(1).toText());
+    }
+    transaction.commit();
 }
 
 }  // namespace
@@ -65,7 +84,7 @@ void attachNewFile(Connection& connection, const QString& path, const QString& k
 void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
-    handle_.reset(openHandle(path, SQLITE_OPEN_READWRITE));
+    handle_.reset(openHandle(path));
     sqlite3_busy_timeout(handle(), busyTimeoutMilliseconds);
     giveKey(*this, key);
     registerDialect(handle());
@@ -122,11 +141,11 @@ void Transaction::commit() {
 
 void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     const QString fresh = path + u".rekey"_s;
+    Connection(path, oldKey);  // a missing file or a wrong key ends here
+    makeEmptyFile(fresh);
     {
-        Connection connection(path, oldKey);
-        attachNewFile(connection, fresh, newKey);
-        connection.execute(u"select sqlcipher_export('target')"_s);
-        connection.execute(u"detach target"_s);
+        Connection target(fresh, newKey);
+        copyContent(target, path, oldKey);
     }
     QFile::setPermissions(fresh, QFileInfo(path).permissions());
     if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) != 0) {
@@ -138,8 +157,8 @@ void createStore(const QString& path, const QString& key, const QString& stateme
     if (QFileInfo::exists(path)) {
         throw StoreError(u"file exists"_s, path, {});
     }
-    sqlite3_close(openHandle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
-    // A file of no bytes takes whatever key it is first opened with.
+    // A connection makes no file, but takes one of no bytes for a new store, with any key.
+    makeEmptyFile(path);
     Connection connection(path, key);
     Transaction transaction(connection);
     const QByteArray text = statements.toUtf8();

@@ -34,8 +34,8 @@ protected:
     Globals globals_;
     FakeClock clock_;
     FakePump pump_;
-    CurlHttp http_;
     PracticeMarket market_;
+    CurlHttp http_;
     Service service_;
 };
 

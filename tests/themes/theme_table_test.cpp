@@ -178,7 +178,8 @@ TEST_F(ThemeTableTest, SearchByNameIgnoresTheThreshold) {
     EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
                                            u"1|冷门|-0.50|2|0|2026-10-01 00:00:00"_s}));
     EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 1000, 600, 900, 2000}));
-    EXPECT_EQ(stocks_.textMatrix(1, 2), u"SH600519"_s);
+    EXPECT_EQ(stocks_.textMatrix(1, 1), u"冷门"_s);
+    EXPECT_EQ(stocks_.rows(), 3);
     table_.searchByName(u"没有"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到包含 没有 的主题！"_s});
 }

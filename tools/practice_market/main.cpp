@@ -12,6 +12,7 @@
 #include <QSaveFile>
 #include <cstdio>
 #include <stdexcept>
+#include <vector>
 
 #include "practice_market.h"
 
@@ -86,7 +87,7 @@ void writePort(const QString& fileName, int port) {
     }
 }
 
-/// Blocked before any thread starts, so that only waiting for them receives them.
+/// To be called before any thread starts: then the signals come to sigwait() alone.
 sigset_t blockEndSignals() {
     sigset_t endSignals;
     sigemptyset(&endSignals);
@@ -105,10 +106,10 @@ void endWithParent() {
 }
 
 void serve(const Arguments& arguments) {
-    PracticeMarket market(PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed),
-                          [] { return QDateTime::currentDateTime(); });
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
+    PracticeMarket market(PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed),
+                          [] { return QDateTime::currentDateTime(); });
     writePort(arguments.portFile, market.start());
     int received = 0;
     sigwait(&endSignals, &received);

@@ -47,6 +47,7 @@ public:
 
     /// Listens on 127.0.0.1 and returns the port; 0 asks for any free one.
     int start(int port = 0);
+    /// At once, or after a second when a client keeps an idle connection open.
     void stop();
     QString host() const;  ///< "http://127.0.0.1:PORT"
 

@@ -47,8 +47,6 @@ double noise(quint64 key, quint64 index) {
     return 2 * evenNumber(key, index) - 1;
 }
 
-double between(double from, double to, double part) { return from + (to - from) * part; }
-
 qint64 closeOf(quint64 key, double lowest, double highest, const QDate& day) {
     const double level = lowest * std::pow(highest / lowest, evenNumber(key, 0));
     const double daysPerTurn = 80 + 40 * evenNumber(key, 1);
@@ -72,20 +70,20 @@ public:
         const double farFromEnds = 4 * part * (1 - part);
         const double wandering =
             swing * swingAt(knot) + jitter * noise(jitterKey_, static_cast<quint64>(knot));
-        return between(open_, close_, part) + formerClose_ * farFromEnds * wandering;
+        return std::lerp(open_, close_, part) + formerClose_ * farFromEnds * wandering;
     }
 
     double at(int elapsed) const {
         const int knot = std::min(elapsed / knotSeconds, lastKnot - 1);
         const double part = static_cast<double>(elapsed - knot * knotSeconds) / knotSeconds;
-        return between(atKnot(knot), atKnot(knot + 1), part);
+        return std::lerp(atKnot(knot), atKnot(knot + 1), part);
     }
 
 private:
     double swingAt(int knot) const {
         const auto turn = static_cast<quint64>(knot / knotsPerSwing);
         const double part = static_cast<double>(knot % knotsPerSwing) / knotsPerSwing;
-        return between(noise(swingKey_, turn), noise(swingKey_, turn + 1), part);
+        return std::lerp(noise(swingKey_, turn), noise(swingKey_, turn + 1), part);
     }
 
     quint64 swingKey_;
