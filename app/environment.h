@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/globals.h"
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -10,6 +11,7 @@
 #include "platform/processes.h"
 #include "platform/services.h"
 #include "platform/shell.h"
+#include "platform/sound.h"
 #include "store/stores.h"
 #include "utilities/tray_module.h"
 
@@ -24,6 +26,8 @@ struct Environment {
     EventPump& pump;
     Http& http;
     Shell& shell;
+    Sound& sound;
+    Clipboard& clipboard;
     Processes& processes;
     TrayModule& tray;
     QString programFolder;   // where the executable lies

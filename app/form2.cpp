@@ -59,8 +59,9 @@ Form2::Form2(Environment& environment, Windows& windows)
     ui_->MSHFlexGrid2->setGrid(stocks_);
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
-    picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main,
-                            [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    picker_ = new PickerBox(
+        *ui_->Text1, *ui_->List1, environment_.stores.main,
+        [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
     arrangeGrids();
     buildMenus();
     connectControls();
@@ -116,10 +117,9 @@ void Form2::connectControls() {
         const char* name;
         int milliseconds;
     };
-    for (const TimerSetting& it : {TimerSetting{Timer1_, "Timer1", 100},
-                                   TimerSetting{Timer2_, "Timer2", 1000},
-                                   TimerSetting{Timer3_, "Timer3", 1000},
-                                   TimerSetting{Timer4_, "Timer4", 1000}}) {
+    for (const TimerSetting& it :
+         {TimerSetting{Timer1_, "Timer1", 100}, TimerSetting{Timer2_, "Timer2", 1000},
+          TimerSetting{Timer3_, "Timer3", 1000}, TimerSetting{Timer4_, "Timer4", 1000}}) {
         it.timer.setParent(this);
         it.timer.setObjectName(QString::fromLatin1(it.name));
         it.timer.setInterval(it.milliseconds);
@@ -162,7 +162,9 @@ void Form2::刷新_Click() {
     }
 }
 
-void Form2::全部显示_Click() { themeTable_.xianshizhutigu(allStocks); }
+void Form2::全部显示_Click() {
+    themeTable_.xianshizhutigu(allStocks);
+}
 
 void Form2::Command1_Click() {
     picker_->hideList();
@@ -299,11 +301,9 @@ void Form2::hideToTray() {
 void Form2::endProgram() {
     quoteRun_.cancel();
     shutDown(
-        environment_.stores, environment_.executableName, environment_.tray,
-        environment_.processes, [this] { windows_.closeAll(); },
-        [this](const std::exception& failure) {
-            environment_.dialogs.tell(failureText(failure));
-        });
+        environment_.stores, environment_.executableName, environment_.tray, environment_.processes,
+        [this] { windows_.closeAll(); },
+        [this](const std::exception& failure) { environment_.dialogs.tell(failureText(failure)); });
     QCoreApplication::exit(0);
 }
 

@@ -1,6 +1,6 @@
-// Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus from
-// which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store; the rules
-// are in ThemeTable, QuoteRun, startup and shutdown.
+// Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus
+// from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store; the
+// rules are in ThemeTable, QuoteRun, startup and shutdown.
 #pragma once
 
 #include <QMainWindow>

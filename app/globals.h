@@ -17,6 +17,8 @@ struct Globals {
     QString wenzhangdalei;    // 文章大类: the article context, "主题" or "个股" or empty
     QString wenzhangxiaolei;  // 文章小类: theme name, or code followed by short name
 
+    qint16 bianjimoshi = 0;  // 编辑模式: what a monitor editor opens for, 1 modify, else add
+
     QDate jintian;  // 今天: the day at start-up
 
     qint16 hqmang = 0;         // 行情忙: 1 while a quote batch or a history download writes

@@ -5,7 +5,9 @@
 #include <QPalette>
 #include <QStyleFactory>
 
-static void loadLooksResource() { Q_INIT_RESOURCE(looks); }
+static void loadLooksResource() {
+    Q_INIT_RESOURCE(looks);
+}
 
 namespace guanchao {
 
@@ -56,10 +58,16 @@ void applyLooks(QApplication& application) {
     QApplication::setWindowIcon(programIcon());
 }
 
-QIcon programIcon() { return QIcon(u":/looks/pet.png"_s); }
+QIcon programIcon() {
+    return QIcon(u":/looks/pet.png"_s);
+}
 
-QIcon searchIcon() { return QIcon(u":/looks/search.png"_s); }
+QIcon searchIcon() {
+    return QIcon(u":/looks/search.png"_s);
+}
 
-QIcon updateIcon() { return QIcon(u":/looks/update.png"_s); }
+QIcon updateIcon() {
+    return QIcon(u":/looks/update.png"_s);
+}
 
 }  // namespace guanchao

@@ -6,9 +6,11 @@
 #include "app/form2.h"
 #include "app/looks.h"
 #include "platform/curl_http.h"
+#include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/desktop_processes.h"
 #include "platform/desktop/desktop_shell.h"
+#include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
 #include "platform/desktop/qt_event_pump.h"
 
@@ -28,12 +30,25 @@ int main(int argc, char** argv) {
     QtEventPump pump;
     CurlHttp http;
     DesktopShell shell;
+    DesktopSound sound;
+    DesktopClipboard clipboard;
     DesktopProcesses processes;
     DesktopTray tray(programIcon());
     TrayModule trayModule(tray, globals);
-    Environment environment{globals,   stores, services,   clock,  dialogs,
-                            pump,      http,   shell,      processes,
-                            trayModule, folder, executable.fileName()};
+    Environment environment{.globals = globals,
+                            .stores = stores,
+                            .services = services,
+                            .clock = clock,
+                            .dialogs = dialogs,
+                            .pump = pump,
+                            .http = http,
+                            .shell = shell,
+                            .sound = sound,
+                            .clipboard = clipboard,
+                            .processes = processes,
+                            .tray = trayModule,
+                            .programFolder = folder,
+                            .executableName = executable.fileName()};
 
     Windows windows(environment);
     Form2 form2(environment, windows);

@@ -20,7 +20,9 @@ constexpr int digitTwips = 90;
 constexpr int rowPadding = 6;
 constexpr int cellPadding = 8;
 
-QColor toColor(Colour colour) { return QColor::fromRgb(colour); }
+QColor toColor(Colour colour) {
+    return QColor::fromRgb(colour);
+}
 
 // Puts the cell's own colour under the text, on a marked row too.
 class ColourDelegate : public QStyledItemDelegate {

@@ -9,11 +9,7 @@ namespace guanchao {
 
 PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
                      std::function<int(int)> pixels, QObject* parent)
-    : QObject(parent),
-      box_(box),
-      list_(list),
-      mainStore_(mainStore),
-      pixels_(std::move(pixels)) {
+    : QObject(parent), box_(box), list_(list), mainStore_(mainStore), pixels_(std::move(pixels)) {
     list_.setUniformItemSizes(true);
     list_.hide();
     box_.installEventFilter(this);
@@ -22,7 +18,9 @@ PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainSto
     connect(&list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
 }
 
-void PickerBox::hideList() { list_.hide(); }
+void PickerBox::hideList() {
+    list_.hide();
+}
 
 void PickerBox::boxChanged() {
     const QString text = box_.text().trimmed();

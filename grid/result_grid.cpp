@@ -11,9 +11,13 @@ namespace guanchao {
 ResultGrid::ResultGrid(QObject* parent)
     : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth) {}
 
-void ResultGrid::setRows(int rows) { resize(rows, cols_); }
+void ResultGrid::setRows(int rows) {
+    resize(rows, cols_);
+}
 
-void ResultGrid::setCols(int cols) { resize(rows_, cols); }
+void ResultGrid::setCols(int cols) {
+    resize(rows_, cols);
+}
 
 void ResultGrid::resize(int rows, int cols) {
     if (rows < 1 || cols < 1) {
@@ -102,7 +106,9 @@ void ResultGrid::setCellForeColor(int row, int col, Colour colour) {
     changed();
 }
 
-int ResultGrid::colWidth(int col) const { return widths_.at(static_cast<size_t>(col)); }
+int ResultGrid::colWidth(int col) const {
+    return widths_.at(static_cast<size_t>(col));
+}
 
 void ResultGrid::setColWidth(int col, int twips) {
     widths_.at(static_cast<size_t>(col)) = twips;

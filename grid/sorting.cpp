@@ -67,8 +67,7 @@ std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code
 
 SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode last) {
     if (header.contains(dateWord)) {
-        return last == SortCode::textAscending ? SortCode::textDescending
-                                               : SortCode::textAscending;
+        return last == SortCode::textAscending ? SortCode::textDescending : SortCode::textAscending;
     }
     return last == SortCode::genericAscending ? SortCode::genericDescending
                                               : SortCode::genericAscending;

@@ -22,9 +22,8 @@ bool isDigits(QStringView text) {
 }
 
 bool isLetters(QStringView text) {
-    return consistsOf(text, [](QChar c) {
-        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-    });
+    return consistsOf(text,
+                      [](QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); });
 }
 
 bool isPrefixedCode(const QString& text) {
@@ -37,8 +36,8 @@ QString hits(Connection& connection, const QString& statement, const QString& co
              const QString& nameField) {
     QString found;
     for (Recordset rows(connection, statement); !rows.atEnd(); rows.moveNext()) {
-        found += rows.value(codeField).toText() + u"  "_s +
-                 rows.value(nameField).toText() + separator;
+        found +=
+            rows.value(codeField).toText() + u"  "_s + rows.value(nameField).toText() + separator;
     }
     return found;
 }
@@ -54,31 +53,26 @@ QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
     const QString length = QString::number(text.size());
     QString found;
     if (isDigits(text) && text[0] != u'9') {
-        found += stockHits(
-            connection,
-            u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s + length +
-                u")='"_s + text + u"'"_s);
+        found +=
+            stockHits(connection, u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s +
+                                      length + u")='"_s + text + u"'"_s);
     }
     // One character never equals four, so that boards are never offered and digits that begin
     // with 9 find nothing: users rely on it that a 9 opens no list.
     if (text.first(std::min<qsizetype>(1, text.size())) == u"9999"_s) {
-        found += hits(
-            connection,
-            u"select bankuaidm,bankuaijc FROM bankuaidmb where substr(bankuaidm,1,"_s +
-                length + u")='"_s + text + u"'"_s,
-            u"bankuaidm"_s, u"bankuaijc"_s);
+        found += hits(connection,
+                      u"select bankuaidm,bankuaijc FROM bankuaidmb where substr(bankuaidm,1,"_s +
+                          length + u")='"_s + text + u"'"_s,
+                      u"bankuaidm"_s, u"bankuaijc"_s);
     }
     if (isLetters(text)) {
-        found += stockHits(
-            connection,
-            u"select  dm,numdm,jc,shenmu FROM dmb where substr(shenmu,1,"_s + length +
-                u")='"_s + text.toLower() + u"'"_s);
+        found +=
+            stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(shenmu,1,"_s +
+                                      length + u")='"_s + text.toLower() + u"'"_s);
     }
     if (isPrefixedCode(text)) {
-        found +=
-            stockHits(connection,
-                      u"select  dm,numdm,jc,shenmu FROM dmb where substr(dm,1,"_s +
-                          length + u")='"_s + text.toUpper() + u"'"_s);
+        found += stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(dm,1,"_s +
+                                           length + u")='"_s + text.toUpper() + u"'"_s);
     }
     return found;
 }

@@ -12,7 +12,9 @@ using namespace Qt::Literals::StringLiterals;
 QuoteRun::QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump)
     : stores_(stores), clock_(clock), feed_(feed), pump_(pump) {}
 
-bool QuoteRun::run(const Report& report) { return update(u"select dm,jc from dmb "_s, report); }
+bool QuoteRun::run(const Report& report) {
+    return update(u"select dm,jc from dmb "_s, report);
+}
 
 bool QuoteRun::gengxinquanbu(const Report& report) {
     return update(
@@ -53,7 +55,8 @@ bool QuoteRun::updateBatches(Recordset& codes, const Report& report) {
         list.clear();
         batch = 0;
         report(progress);
-        // The feed lets no events run after a failed request; the window stays painted all the same.
+        // The feed lets no events run after a failed request; the window stays painted all the
+        // same.
         pump_.runPendingEvents();
         if (cancelled_) {
             return false;

@@ -16,6 +16,14 @@ public:
 
     // A question: information icon, OK and Cancel; true only for OK.
     virtual bool ask(const QString& text, const QString& title = programName) = 0;
+
+    // An input box; empty if the user cancels it.
+    virtual QString input(const QString& prompt, const QString& title, const QString& text) = 0;
+
+    // 打开文件: the path of an existing file that the user picks, beginning in `folder` with `file`
+    // as its name; empty if the user picks none. Callers then say "没有选择文件。".
+    virtual QString dakaiwenjian(const QString& title, const QString& folder,
+                                 const QString& file) = 0;
 };
 
 }  // namespace guanchao

@@ -20,6 +20,8 @@ QString driveD(const QString& path) {
 
 QString fixedPath(FixedPlace place) {
     switch (place) {
+        case FixedPlace::exportFolder:
+            return driveD(u"导出主题/"_s);
         case FixedPlace::firstHistory:
             return driveD(u"听涛阁/hangqing2006-2017dan.db3"_s);
         case FixedPlace::maintenanceStore:

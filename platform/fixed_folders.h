@@ -7,7 +7,8 @@
 namespace guanchao {
 
 enum class FixedPlace {
-    firstHistory,     // the first history database
+    exportFolder,  // 导出主题, where exchange files and the user's sounds lie, with a separator
+    firstHistory,  // the first history database
     maintenanceStore  // the file whose key 设置密码 takes away
 };
 

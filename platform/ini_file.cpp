@@ -7,7 +7,9 @@ namespace guanchao {
 
 namespace {
 
-bool isSection(const QString& line) { return line.trimmed().startsWith(u'['); }
+bool isSection(const QString& line) {
+    return line.trimmed().startsWith(u'[');
+}
 
 bool sameName(const QString& left, const QString& right) {
     return left.trimmed().compare(right, Qt::CaseInsensitive) == 0;

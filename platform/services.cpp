@@ -13,8 +13,8 @@ Service readService(const IniFile& ini, const QString& section, const Service& s
     Service service;
     service.host = ini.value(section, u"host"_s).value_or(standard.host);
     service.referer = ini.value(section, u"referer"_s).value_or(standard.referer);
-    service.timeoutSeconds = static_cast<int>(
-        numericPrefix(ini.value(section, u"timeout"_s).value_or(QString())));
+    service.timeoutSeconds =
+        static_cast<int>(numericPrefix(ini.value(section, u"timeout"_s).value_or(QString())));
     return service;
 }
 
@@ -24,8 +24,7 @@ Services readServices(const QString& iniPath) {
     const IniFile ini(iniPath);
     Services services;
     services.quote = readService(ini, u"quote"_s,
-                                 {u"https://hq.sinajs.cn"_s,
-                                  u"https://finance.sina.com.cn/"_s});
+                                 {u"https://hq.sinajs.cn"_s, u"https://finance.sina.com.cn/"_s});
     // The maker has no site of its own: without an entry the version check finds nothing.
     services.vendor = readService(ini, u"vendor"_s, {});
     return services;

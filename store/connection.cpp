@@ -66,8 +66,9 @@ void copyContent(Connection& target, const QString& sourcePath, const QString& s
     target.execute(u"attach '"_s + zhuanyisql(sourcePath) + u"' as source key '"_s +
                    zhuanyisql(rawKey(sourceKey)) + u"'"_s);
     Transaction transaction(target);
-    const QString made = u"select name,sql from source.sqlite_master where sql is not null and"
-                         u" substr(name,1,7)!='sqlite_' and type"_s;
+    const QString made =
+        u"select name,sql from source.sqlite_master where sql is not null and"
+        u" substr(name,1,7)!='sqlite_' and type"_s;
     for (Recordset tables(target, made + u"='table'"_s); !tables.atEnd(); tables.moveNext()) {
         const QString name = quotedName(tables.value(0).toText());
         target.execute(tables.value(1).toText());
@@ -81,7 +82,9 @@ void copyContent(Connection& target, const QString& sourcePath, const QString& s
 
 }  // namespace
 
-void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+void Connection::Close::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
+}
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
@@ -148,7 +151,8 @@ void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
         copyContent(target, path, oldKey);
     }
     QFile::setPermissions(fresh, QFileInfo(path).permissions());
-    if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) != 0) {
+    if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) !=
+        0) {
         throw StoreError(u"unable to replace the file"_s, path, {});
     }
 }

@@ -10,8 +10,8 @@ namespace guanchao {
 struct Initials::Reader {
     Reader() {
         UErrorCode status = U_ZERO_ERROR;
-        transliterator.reset(icu::Transliterator::createInstance(u"Han-Latin; Latin-ASCII",
-                                                                 UTRANS_FORWARD, status));
+        transliterator.reset(
+            icu::Transliterator::createInstance(u"Han-Latin; Latin-ASCII", UTRANS_FORWARD, status));
         if (U_FAILURE(status)) {
             throw std::runtime_error("ICU has no transliteration of Chinese characters");
         }
@@ -29,7 +29,9 @@ struct Initials::Reader {
 
 namespace {
 
-bool isChinese(QChar c) { return c.script() == QChar::Script_Han; }
+bool isChinese(QChar c) {
+    return c.script() == QChar::Script_Han;
+}
 
 }  // namespace
 

@@ -14,7 +14,9 @@
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
 // outside of any namespace.
-static void loadSchemaResource() { Q_INIT_RESOURCE(schema); }
+static void loadSchemaResource() {
+    Q_INIT_RESOURCE(schema);
+}
 
 namespace guanchao {
 
@@ -58,18 +60,18 @@ public:
         for (const QStringList& row : list("sectors")) {
             sectors.row(row);
         }
-        Insert(connection,
-               u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
+        Insert(connection, u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
             .row({now_, u"https://basic.10jqka.com.cn/600000/"_s});
     }
 
     void fillHeat(Connection& connection) const {
-        Insert(connection, u"insert into canshu(today,zidinyinum,yinqingurl) "
-                                          u"values(?,'30',?)"_s)
+        Insert(connection,
+               u"insert into canshu(today,zidinyinum,yinqingurl) "
+               u"values(?,'30',?)"_s)
             .row({now_, u"https://www.baidu.com/s?wd=tihuandm"_s});
         Insert commodities(connection,
                            u"insert into shopname(shopname,guanzhudu,aboutgegu,"
-                                          u"adddate) values(?,?,?,?)"_s);
+                           u"adddate) values(?,?,?,?)"_s);
         for (const QStringList& row : list("commodities")) {
             commodities.row(row + QStringList{now_});
         }
@@ -92,8 +94,7 @@ public:
 
 private:
     QList<QStringList> list(const char* name) const {
-        return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) +
-                            u".csv"_s);
+        return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) + u".csv"_s);
     }
 
     void fillCodes(Connection& connection) const {
@@ -102,8 +103,9 @@ private:
             exceptions.insert(row[0], row[1]);
         }
         const Initials initials(exceptions);
-        Insert codes(connection, u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
-                                                u"values(?,?,?,?,?)"_s);
+        Insert codes(connection,
+                     u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
+                     u"values(?,?,?,?,?)"_s);
         for (const QStringList& row : list("codes")) {
             codes.row({row[0], row[0].sliced(2), row[1], initials.of(row[1]), now_});
         }
@@ -116,7 +118,7 @@ private:
         }
         Insert members(connection,
                        u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,"
-                                      u"guanzhudu) values(?,?,?,?,?,?)"_s);
+                       u"guanzhudu) values(?,?,?,?,?,?)"_s);
         for (const QStringList& row : list("themes")) {
             members.row({row[0], row[1], names.value(row[1]), now_, row[2], row[3]});
         }

@@ -8,11 +8,17 @@ thread_local const Activity* innermost = nullptr;
 
 }  // namespace
 
-Activity::Activity(const QString& name) : outer_(innermost), name_(name) { innermost = this; }
+Activity::Activity(const QString& name) : outer_(innermost), name_(name) {
+    innermost = this;
+}
 
-Activity::~Activity() { innermost = outer_; }
+Activity::~Activity() {
+    innermost = outer_;
+}
 
-QString Activity::current() { return innermost ? innermost->name_ : QString(); }
+QString Activity::current() {
+    return innermost ? innermost->name_ : QString();
+}
 
 OperationError::OperationError(const QString& reason)
     : std::runtime_error(reason.toStdString()), reason_(reason), activity_(Activity::current()) {}

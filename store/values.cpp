@@ -15,7 +15,9 @@ namespace {
 
 constexpr int significantDigits = 15;
 
-bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
 
 qsizetype skipDigits(QStringView text, qsizetype from) {
     while (from < text.size() && isDigit(text[from])) {
@@ -169,7 +171,9 @@ bool readsAsNumber(QStringView text) {
     return !number.isEmpty() && numberLength(number) == number.size();
 }
 
-double roundToWhole(double value) { return std::nearbyint(value); }
+double roundToWhole(double value) {
+    return std::nearbyint(value);
+}
 
 double roundTo(double value, int decimals) {
     const double scale = std::pow(10.0, decimals);
@@ -198,7 +202,9 @@ QString timeText(const QDateTime& moment) {
     return moment.toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }
 
-QString dateText(QDate day) { return day.toString(u"yyyy-MM-dd"_s); }
+QString dateText(QDate day) {
+    return day.toString(u"yyyy-MM-dd"_s);
+}
 
 QString zhuanyisql(const QString& value) {
     return kongzhuanhuan(value).replace(u'\'', u"''"_s);

@@ -65,8 +65,8 @@ QString allStocksQuery() {
 
 }  // namespace
 
-ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& clock,
-                       Dialogs& dialogs, ResultGrid& themes, ResultGrid& stocks)
+ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
+                       ResultGrid& themes, ResultGrid& stocks)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
@@ -125,8 +125,7 @@ void ThemeTable::xianshizhutigu(const QString& theme) {
     const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
     {
         Connection connection = stores_.main.open();
-        Recordset stocks(connection,
-                         theme == allStocks ? allStocksQuery() : membersQuery(theme));
+        Recordset stocks(connection, theme == allStocks ? allStocksQuery() : membersQuery(theme));
         stocks_.setRedraw(false);
         // Cleared in any case: a stock without a theme must not show the name of an earlier row.
         stocks_.clear();
@@ -144,11 +143,11 @@ void ThemeTable::xianshizhutigu(const QString& theme) {
 
 void ThemeTable::searchByCode(const QString& code) {
     const Activity activity(u"按代码查找主题"_s);
-    const bool found =
-        fillSearch(u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
-                   u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-                   u"  where dmb1.dm like '*"_s +
-                   code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s);
+    const bool found = fillSearch(
+        u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
+        u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+        u"  where dmb1.dm like '*"_s +
+        code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s);
     if (!found) {
         dialogs_.tell(u"此代码没有找到主题！"_s);
         return;
@@ -159,12 +158,12 @@ void ThemeTable::searchByCode(const QString& code) {
 
 void ThemeTable::searchByName(const QString& part) {
     const Activity activity(u"按名称查找主题"_s);
-    const bool found =
-        fillSearch(u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
-                   u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
-                   u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-                   u"  where zhutiname like '*"_s +
-                   part + u"*' group by zhutiname  order by 涨幅 desc"_s);
+    const bool found = fillSearch(
+        u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
+        u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
+        u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+        u"  where zhutiname like '*"_s +
+        part + u"*' group by zhutiname  order by 涨幅 desc"_s);
     if (!found) {
         dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);
         return;

@@ -4,10 +4,14 @@ namespace guanchao {
 
 namespace {
 
-constexpr int minuteOfDay(int hour, int minute) { return hour * 60 + minute; }
+constexpr int minuteOfDay(int hour, int minute) {
+    return hour * 60 + minute;
+}
 
 // Strictly between the two, counted in whole minutes.
-bool between(int minute, int begin, int end) { return minute > begin && minute < end; }
+bool between(int minute, int begin, int end) {
+    return minute > begin && minute < end;
+}
 
 }  // namespace
 

@@ -13,8 +13,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        for (const QString& file : guanchao::prepareStores(arguments[1], arguments[2],
-                                                           QDateTime::currentDateTime())) {
+        for (const QString& file :
+             guanchao::prepareStores(arguments[1], arguments[2], QDateTime::currentDateTime())) {
             QTextStream(stdout) << "made " << file << '\n';
         }
     } catch (const std::exception& failure) {

@@ -13,7 +13,9 @@ void TrayModule::add(const QString& tip) {
     setTip(tip);
 }
 
-void TrayModule::setTip(const QString& tip) { tray_.setTip(tip); }
+void TrayModule::setTip(const QString& tip) {
+    tray_.setTip(tip);
+}
 
 bool TrayModule::hide() {
     if (!tray_.available()) {

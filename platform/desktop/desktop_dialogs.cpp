@@ -1,6 +1,8 @@
 #include "platform/desktop/desktop_dialogs.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QPushButton>
 
 namespace guanchao {
@@ -35,6 +37,25 @@ bool DesktopDialogs::ask(const QString& text, const QString& title) {
     box.setEscapeButton(cancel);
     box.exec();
     return box.clickedButton() == ok;
+}
+
+QString DesktopDialogs::input(const QString& prompt, const QString& title, const QString& text) {
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowTitle(title);
+    box.setLabelText(prompt);
+    box.setTextValue(text);
+    box.setOkButtonText(u"确定"_s);
+    box.setCancelButtonText(u"取消"_s);
+    box.resize(420, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+}
+
+QString DesktopDialogs::dakaiwenjian(const QString& title, const QString& folder,
+                                     const QString& file) {
+    QFileDialog box(QApplication::activeWindow(), title, folder, u"所有 (*)"_s);
+    box.setFileMode(QFileDialog::ExistingFile);
+    box.selectFile(file);
+    return box.exec() == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
 }
 
 }  // namespace guanchao

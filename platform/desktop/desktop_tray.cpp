@@ -2,7 +2,9 @@
 
 namespace guanchao {
 
-DesktopTray::DesktopTray(const QIcon& icon) { icon_.setIcon(icon); }
+DesktopTray::DesktopTray(const QIcon& icon) {
+    icon_.setIcon(icon);
+}
 
 void DesktopTray::attach(QMenu* menu, std::function<void()> leftClick) {
     icon_.setContextMenu(menu);
@@ -14,7 +16,9 @@ void DesktopTray::attach(QMenu* menu, std::function<void()> leftClick) {
                      });
 }
 
-bool DesktopTray::available() const { return QSystemTrayIcon::isSystemTrayAvailable(); }
+bool DesktopTray::available() const {
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
 
 void DesktopTray::add() {
     if (available()) {
@@ -22,8 +26,12 @@ void DesktopTray::add() {
     }
 }
 
-void DesktopTray::setTip(const QString& tip) { icon_.setToolTip(tip); }
+void DesktopTray::setTip(const QString& tip) {
+    icon_.setToolTip(tip);
+}
 
-void DesktopTray::remove() { icon_.hide(); }
+void DesktopTray::remove() {
+    icon_.hide();
+}
 
 }  // namespace guanchao

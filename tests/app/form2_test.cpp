@@ -16,15 +16,14 @@
 
 #include "grid/grid_view.h"
 #include "platform/gbk.h"
-#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/test_environment.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class Form2Test : public ::testing::Test {
+class Form2Test : public ::testing::Test, protected TestEnvironment {
 protected:
     Form2Test() {
         store_.run({
@@ -68,22 +67,6 @@ protected:
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, section);
     }
 
-    TestStores store_;
-    Globals globals_;
-    Stores stores_;
-    Services services_;
-    FakeClock clock_;
-    FakeDialogs dialogs_;
-    FakePump pump_;
-    FakeHttp http_;
-    FakeShell shell_;
-    FakeProcesses processes_;
-    FakeTray desktopTray_;
-    TrayModule tray_{desktopTray_, globals_};
-    Environment environment_{globals_, stores_,    services_, clock_, dialogs_, pump_,
-                             http_,    shell_,     processes_, tray_,  store_.folder(),
-                             u"guanchaotai"_s};
-    Windows windows_{environment_};
     Form2 form_{environment_, windows_};
 };
 
@@ -128,7 +111,8 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->currentIndex().row(), 1);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
     clickHeader(u"MSHFlexGrid1"_s, 2);
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s) << "sorted by the gain, ascending";
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s)
+        << "sorted by the gain, ascending";
 }
 
 TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
@@ -185,7 +169,8 @@ TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {
     EXPECT_EQ(list->height(), find<GridView>(u"MSHFlexGrid1"_s)->pixels(480));
     box->clear();
     EXPECT_TRUE(list->isVisible()) << "an empty box leaves the list as it was";
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(0)).center());
     EXPECT_EQ(box->text(), u"SH600519"_s);
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(list->count(), 0);

@@ -81,7 +81,8 @@ TEST(ResultGrid, MarkingSelectsTheWholeRowUntilAnotherCellIsCurrent) {
 }
 
 TEST(Sorting, GenericCodesPutNumbersBeforeTextsAndAreStable) {
-    const std::vector<QStringView> keys = {u"10", u"9.5", u"中", u"-1", u"9.50", u"", u"安", u"1e1"};
+    const std::vector<QStringView> keys = {u"10",   u"9.5", u"中", u"-1",
+                                           u"9.50", u"",    u"安", u"1e1"};
     EXPECT_EQ(sortedOrder(keys, SortCode::genericAscending),
               (std::vector<int>{3, 1, 4, 0, 7, 5, 6, 2}));
     EXPECT_EQ(sortedOrder(keys, SortCode::genericDescending),
@@ -124,8 +125,9 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
     Connection connection = store.stores.main.open();
     ResultGrid grid;
     setColumn(grid, 3, {u"h"_s, u"old"_s, u"old"_s});
-    Recordset rows(connection,
-                   u"select 10 as 收盘,10.5 as 涨幅,null as 名称 union all select 2.345,'7.10','x'"_s);
+    Recordset rows(
+        connection,
+        u"select 10 as 收盘,10.5 as 涨幅,null as 名称 union all select 2.345,'7.10','x'"_s);
     tianchongbiao(rows, grid, 1);
     EXPECT_EQ(column(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s}));
     EXPECT_EQ(column(grid, 1), QStringList({u"收盘"_s, u"10"_s, u"2.35"_s}));

@@ -34,8 +34,9 @@ protected:
     void replyWith(const QString& text) { reply_ = gbkFromText(text); }
 
     QStringList quotes() {
-        return store_.rows(u"select dm,sp,zhangjine,zhangfu,kp,zg,zd,totalsl,totaljine,newhqtime"
-                           u" from dmb order by dm"_s);
+        return store_.rows(
+            u"select dm,sp,zhangjine,zhangfu,kp,zg,zd,totalsl,totaljine,newhqtime"
+            u" from dmb order by dm"_s);
     }
 
     TestStores store_;
@@ -54,8 +55,9 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
     pump_.onRun = [this] { EXPECT_EQ(globals_.hqmang, 0); };
     feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
     EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,sz000001,"_s});
-    EXPECT_EQ(quotes(), QStringList({u"SH600000|8.123|0.123|1.5375|10|4|5|8|9|2026-11-24 10:00:00"_s,
-                                     u"SZ000001|0|0|0|0|4|5|8|9|2026-11-24 10:00:00"_s}));
+    EXPECT_EQ(quotes(),
+              QStringList({u"SH600000|8.123|0.123|1.5375|10|4|5|8|9|2026-11-24 10:00:00"_s,
+                           u"SZ000001|0|0|0|0|4|5|8|9|2026-11-24 10:00:00"_s}));
     EXPECT_EQ(pump_.runs, 1);
 }
 
@@ -117,7 +119,8 @@ TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
     }
     replyWith(good + line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 31));
     feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
-    EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s)) << "a line that ends with the time is whole";
+    EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s))
+        << "a line that ends with the time is whole";
 }
 
 class QuoteRunTest : public QuoteFeedTest {
@@ -139,9 +142,7 @@ protected:
         };
     }
 
-    int updatedCodes() {
-        return store_.rows(u"select count(*) from dmb where sp=2"_s)[0].toInt();
-    }
+    int updatedCodes() { return store_.rows(u"select count(*) from dmb where sp=2"_s)[0].toInt(); }
 
     QStringList hqtime() { return store_.rows(u"select hqtime from tempcanshu"_s); }
 
@@ -198,9 +199,10 @@ TEST_F(QuoteRunTest, ABrokenBatchEndsTheRunAndKeepsTheOnesBefore) {
     addCodes(200);
     const auto good = http_.answer;
     http_.answer = [good](const QString& path) -> std::optional<QByteArray> {
-        return path.contains(u"sh600200"_s) ? gbkFromText(line(u"sh600199"_s, u"1"_s, u"1"_s, u"2"_s) +
-                                                          line(u"sh600200"_s, u"1"_s, u"1"_s, u"2"_s, 9))
-                                            : good(path);
+        return path.contains(u"sh600200"_s)
+                   ? gbkFromText(line(u"sh600199"_s, u"1"_s, u"1"_s, u"2"_s) +
+                                 line(u"sh600200"_s, u"1"_s, u"1"_s, u"2"_s, 9))
+                   : good(path);
     };
     try {
         run_.run(report_);
@@ -214,7 +216,8 @@ TEST_F(QuoteRunTest, ABrokenBatchEndsTheRunAndKeepsTheOnesBefore) {
 
 TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {
     store_.run({u"delete from dmb"_s, u"insert into dmb(dm) values('SH000001')"_s,
-                u"insert into dmb(dm) values('SH000300')"_s, u"insert into dmb(dm) values('SZ399001')"_s,
+                u"insert into dmb(dm) values('SH000300')"_s,
+                u"insert into dmb(dm) values('SZ399001')"_s,
                 u"insert into dmb(dm) values('SH600000')"_s});
     EXPECT_TRUE(run_.gengxinquanbu(report_));
     EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,"_s});

@@ -20,8 +20,7 @@ static QString plainValue(const QString& statement) {
     sqlite3_prepare_v2(handle, statement.toUtf8().constData(), -1, &prepared, nullptr);
     QString value = u"null"_s;
     if (sqlite3_step(prepared) == SQLITE_ROW && sqlite3_column_type(prepared, 0) != SQLITE_NULL) {
-        value = QString::fromUtf8(
-            reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0)));
+        value = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0)));
     }
     sqlite3_finalize(prepared);
     sqlite3_close(handle);
@@ -42,15 +41,24 @@ TEST_F(DialectTest, LikeTakesBothWildcards) {
         const char* expression;
         const char* result;
     } cases[] = {
-        {"'锂电池' like '*电*'", "1"},     {"'锂电池' like '%电%'", "1"},
-        {"'锂电池' like '电*'", "0"},      {"'锂电池' like '*'", "1"},
-        {"'' like '**'", "1"},             {"'abc' like 'A_C'", "1"},
-        {"'中a' like '_a'", "1"},          {"'É' like 'é'", "0"},
-        {"'aab' like '*ab'", "1"},         {"'aXbXc' like 'a*X*c'", "1"},
-        {"'a' like 'ab'", "0"},            {"'ab' like 'a'", "0"},
-        {"null like '*'", "null"},         {"'a%c' like 'a!%c' escape '!'", "1"},
-        {"'abc' like 'a!%c' escape '!'", "0"}, {"12 like '1*'", "1"},
-        {"'中文中' like '中*中'", "1"},    {"'mississippi' like 'm*iss*pi'", "1"},
+        {"'锂电池' like '*电*'", "1"},
+        {"'锂电池' like '%电%'", "1"},
+        {"'锂电池' like '电*'", "0"},
+        {"'锂电池' like '*'", "1"},
+        {"'' like '**'", "1"},
+        {"'abc' like 'A_C'", "1"},
+        {"'中a' like '_a'", "1"},
+        {"'É' like 'é'", "0"},
+        {"'aab' like '*ab'", "1"},
+        {"'aXbXc' like 'a*X*c'", "1"},
+        {"'a' like 'ab'", "0"},
+        {"'ab' like 'a'", "0"},
+        {"null like '*'", "null"},
+        {"'a%c' like 'a!%c' escape '!'", "1"},
+        {"'abc' like 'a!%c' escape '!'", "0"},
+        {"12 like '1*'", "1"},
+        {"'中文中' like '中*中'", "1"},
+        {"'mississippi' like 'm*iss*pi'", "1"},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(value(QString::fromUtf8(it.expression)), QString::fromUtf8(it.result))
@@ -65,20 +73,34 @@ TEST_F(DialectTest, IifChoosesByTruth) {
 }
 
 TEST_F(DialectTest, DateAndDatetimeEqualTheBuiltInOnes) {
-    QStringList texts = {u"'2016-04-01'"_s,          u"'2016-04-01 09:30:05'"_s,
-                         u"'2016-02-30'"_s,          u"'2016-02-30 12:00:00'"_s,
-                         u"'2015-02-29 23:59:59'"_s, u"'2016-13-01'"_s,
-                         u"'2016-00-10'"_s,          u"'2016-04-00'"_s,
-                         u"'2016-04-01 24:00:00'"_s, u"'2016-04-01 10:60:00'"_s,
-                         u"'2016-04-01 10:00:60'"_s, u"'2016-4-1'"_s,
-                         u"'2016-04-01T09:30:05'"_s, u"'2016-04-01 09:30'"_s,
-                         u"'2016-04-01 09:30:05.9'"_s, u"' 2016-04-01'"_s,
-                         u"'2016-04-01 '"_s,         u"'09:30:05'"_s,
-                         u"'2016/04/01'"_s,          u"''"_s,
-                         u"'abc'"_s,                 u"null"_s,
-                         u"2457480.5"_s,             u"2457480"_s,
-                         u"'2457480.5'"_s,           u"x'323031362d30342d3031'"_s,
-                         u"'9999-12-31 23:59:59'"_s, u"'0000-01-01'"_s,
+    QStringList texts = {u"'2016-04-01'"_s,
+                         u"'2016-04-01 09:30:05'"_s,
+                         u"'2016-02-30'"_s,
+                         u"'2016-02-30 12:00:00'"_s,
+                         u"'2015-02-29 23:59:59'"_s,
+                         u"'2016-13-01'"_s,
+                         u"'2016-00-10'"_s,
+                         u"'2016-04-00'"_s,
+                         u"'2016-04-01 24:00:00'"_s,
+                         u"'2016-04-01 10:60:00'"_s,
+                         u"'2016-04-01 10:00:60'"_s,
+                         u"'2016-4-1'"_s,
+                         u"'2016-04-01T09:30:05'"_s,
+                         u"'2016-04-01 09:30'"_s,
+                         u"'2016-04-01 09:30:05.9'"_s,
+                         u"' 2016-04-01'"_s,
+                         u"'2016-04-01 '"_s,
+                         u"'09:30:05'"_s,
+                         u"'2016/04/01'"_s,
+                         u"''"_s,
+                         u"'abc'"_s,
+                         u"null"_s,
+                         u"2457480.5"_s,
+                         u"2457480"_s,
+                         u"'2457480.5'"_s,
+                         u"x'323031362d30342d3031'"_s,
+                         u"'9999-12-31 23:59:59'"_s,
+                         u"'0000-01-01'"_s,
                          u"'2016-04-01 09:30:05+08:00'"_s};
     std::mt19937 random(20261124);
     const auto pick = [&](int below) { return static_cast<int>(random() % unsigned(below)); };
@@ -95,9 +117,11 @@ TEST_F(DialectTest, DateAndDatetimeEqualTheBuiltInOnes) {
 }
 
 TEST_F(DialectTest, ExpressionIndexesServeTheDates) {
-    const QString plan = store_.rows(
-        u"explain query plan select * from xuanticaigu where ticai='a' and date(riqi)='2016-04-01'"_s)
-                             .value(0);
+    const QString plan =
+        store_
+            .rows(
+                u"explain query plan select * from xuanticaigu where ticai='a' and date(riqi)='2016-04-01'"_s)
+            .value(0);
     EXPECT_TRUE(plan.contains(u"USING INDEX xuanticaigu_ticai (ticai=? AND <expr>=?)"_s))
         << plan.toStdString();
 }

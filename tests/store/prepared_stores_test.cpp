@@ -34,8 +34,9 @@ protected:
 TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
     EXPECT_EQ(prepare().size(), 5);
     const StoreFile& main = stores_.main;
-    EXPECT_GE(rows(main, u"select count(*) from dmb where dm not in ('SH000001','SH000300',"
-                         u"'SZ399001')"_s)[0]
+    EXPECT_GE(rows(main,
+                   u"select count(*) from dmb where dm not in ('SH000001','SH000300',"
+                   u"'SZ399001')"_s)[0]
                   .toInt(),
               400);
     EXPECT_EQ(rows(main, u"select dm from dmb order by rowid limit 3"_s),
@@ -44,8 +45,9 @@ TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
               QStringList{u"600519|gzmt|0"_s});
     EXPECT_GE(rows(main, u"select count(distinct zhutiname) from dzhzhuti"_s)[0].toInt(), 40);
     EXPECT_GE(rows(main, u"select count(*) from dzhzhuti"_s)[0].toInt(), 500);
-    EXPECT_EQ(rows(main, u"select count(*) from dzhzhuti where dm not in (select dm from dmb) or"
-                         u" jc='' or datetime(ztktime) is null"_s),
+    EXPECT_EQ(rows(main,
+                   u"select count(*) from dzhzhuti where dm not in (select dm from dmb) or"
+                   u" jc='' or datetime(ztktime) is null"_s),
               QStringList{u"0"_s});
     EXPECT_EQ(rows(main, u"select id,xiugaizhutitime,hqtime,jiankongpinlu from tempcanshu"_s),
               QStringList{u"1|2026-11-24 08:00:00|null|20"_s});
@@ -53,8 +55,9 @@ TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
               QStringList{u"0|0|2026-11-24 08:00:00|0"_s});
     EXPECT_EQ(rows(stores_.article, u"select id,UseProxy,pasv from tempcanshu"_s),
               QStringList{u"1|0|0"_s});
-    EXPECT_EQ(rows(stores_.pinyin, u"select name,pycode from pingyin where   name='茅' order by"
-                                   u" pycode desc "_s),
+    EXPECT_EQ(rows(stores_.pinyin,
+                   u"select name,pycode from pingyin where   name='茅' order by"
+                   u" pycode desc "_s),
               QStringList{u"茅|mao"_s});
     EXPECT_GE(rows(stores_.pinyin, u"select count(*) from pingyin"_s)[0].toInt(), 6700);
     const StoreFile backup{applicationFolder(directory_.path()) + u"yzhutibackup.mzdat"_s,

@@ -13,12 +13,28 @@ TEST(Values, NumericPrefixTakesTheLeadingNumber) {
         QString text;
         double number;
     } cases[] = {
-        {u""_s, 0},          {u"   "_s, 0},        {u"abc"_s, 0},        {u"12abc"_s, 12},
-        {u"  7 8"_s, 7},     {u"-3.5x"_s, -3.5},   {u"+4"_s, 4},         {u".5"_s, 0.5},
-        {u"5."_s, 5},        {u"."_s, 0},          {u"-"_s, 0},          {u"--5"_s, 0},
-        {u"1e3"_s, 1000},    {u"1e"_s, 1},         {u"1e+"_s, 1},        {u"2E-2z"_s, 0.02},
-        {u"1.2.3"_s, 1.2},   {u"1,000"_s, 1},      {u"１２"_s, 0},       {u"0x10"_s, 0},
-        {u"1e-999"_s, 0},    {u"1e999"_s, 1.7976931348623157e308},
+        {u""_s, 0},
+        {u"   "_s, 0},
+        {u"abc"_s, 0},
+        {u"12abc"_s, 12},
+        {u"  7 8"_s, 7},
+        {u"-3.5x"_s, -3.5},
+        {u"+4"_s, 4},
+        {u".5"_s, 0.5},
+        {u"5."_s, 5},
+        {u"."_s, 0},
+        {u"-"_s, 0},
+        {u"--5"_s, 0},
+        {u"1e3"_s, 1000},
+        {u"1e"_s, 1},
+        {u"1e+"_s, 1},
+        {u"2E-2z"_s, 0.02},
+        {u"1.2.3"_s, 1.2},
+        {u"1,000"_s, 1},
+        {u"１２"_s, 0},
+        {u"0x10"_s, 0},
+        {u"1e-999"_s, 0},
+        {u"1e999"_s, 1.7976931348623157e308},
         {u"000000000000000000000000000000000000000000000000000000000000000000012"_s, 12},
     };
     for (const auto& it : cases) {
@@ -38,7 +54,8 @@ TEST(Values, ReadsAsNumberWantsTheWholeText) {
 TEST(Values, RoundingGoesToTheEvenNeighbour) {
     const struct {
         double value, rounded;
-    } whole[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {20.5, 20}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.6, 3}};
+    } whole[] = {{0.5, 0},  {1.5, 2},   {2.5, 2},   {20.5, 20},
+                 {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.6, 3}};
     for (const auto& it : whole) {
         EXPECT_EQ(roundToWhole(it.value), it.rounded) << it.value;
     }

@@ -5,12 +5,14 @@
 #include <QStringList>
 #include <functional>
 
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/http.h"
 #include "platform/processes.h"
 #include "platform/shell.h"
+#include "platform/sound.h"
 #include "platform/tray.h"
 
 namespace guanchao {
@@ -30,9 +32,20 @@ public:
         shown << title + u'|' + text;
         return answer;
     }
+    QString input(const QString& prompt, const QString& title, const QString& text) override {
+        shown << title + u'|' + prompt + u'|' + text;
+        return typed;
+    }
+    QString dakaiwenjian(const QString& title, const QString& folder,
+                         const QString& file) override {
+        shown << title + u'|' + folder + u'|' + file;
+        return picked;
+    }
 
-    QStringList shown;  // "title|text", in order
+    QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
+    QString typed;
+    QString picked;
 };
 
 class FakePump : public EventPump {
@@ -75,6 +88,31 @@ public:
     void endByImageName(const QString& imageName) override { ended << imageName; }
 
     QStringList ended;
+};
+
+class FakeSound : public Sound {
+public:
+    void play(const QString& file, int count) override {
+        played << file + u'|' + QString::number(count);
+    }
+    void stop() override {
+        if (stopped_) {
+            stopped_();
+        }
+    }
+    void whenStopped(std::function<void()> handler) override { stopped_ = std::move(handler); }
+
+    QStringList played;  // "file|count"
+
+private:
+    std::function<void()> stopped_;
+};
+
+class FakeClipboard : public Clipboard {
+public:
+    void setText(const QString& text) override { texts << text; }
+
+    QStringList texts;
 };
 
 class FakeShell : public Shell {

@@ -13,7 +13,8 @@ TestStores::TestStores() {
     createStore(stores.heat.path, stores.heat.key, schemaText(Schema::heat));
     createStore(stores.article.path, stores.article.key, schemaText(Schema::article));
     stores.heat.open().execute(u"insert into canshu(mainisrun) values(1)"_s);
-    run({u"insert into tempcanshu(id,xiugaizhutitime,hqtime) values(1,'2026-11-01 08:00:00',"
+    run(
+        {u"insert into tempcanshu(id,xiugaizhutitime,hqtime) values(1,'2026-11-01 08:00:00',"
          u"'2026-11-02 15:00:00')"_s});
 }
 
@@ -44,7 +45,8 @@ void TestStores::addCode(const QString& dm, const QString& jc, double sp, double
 }
 
 void TestStores::addMember(const QString& zhutiname, const QString& dm, int guanzhudu) {
-    run({u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values('%1','%2','',"
+    run(
+        {u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values('%1','%2','',"
          u"'2026-10-01 00:00:00',%3)"_s.arg(zhutiname, dm, QString::number(guanzhudu))});
 }
 

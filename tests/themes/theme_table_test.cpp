@@ -107,9 +107,9 @@ TEST(TradingSession, EachBoundaryToTheSecond) {
         QTime time;
         bool open;
     } cases[] = {
-        {{0, 0, 0}, false},    {{9, 20, 0}, false},   {{9, 20, 59}, false}, {{9, 21, 0}, true},
-        {{11, 34, 59}, true},  {{11, 35, 0}, false},  {{12, 55, 0}, false}, {{12, 55, 59}, false},
-        {{12, 56, 0}, true},   {{15, 4, 59}, true},   {{15, 5, 0}, false},  {{23, 59, 59}, false},
+        {{0, 0, 0}, false},   {{9, 20, 0}, false},  {{9, 20, 59}, false}, {{9, 21, 0}, true},
+        {{11, 34, 59}, true}, {{11, 35, 0}, false}, {{12, 55, 0}, false}, {{12, 55, 59}, false},
+        {{12, 56, 0}, true},  {{15, 4, 59}, true},  {{15, 5, 0}, false},  {{23, 59, 59}, false},
     };
     const QDate monday(2026, 11, 23);
     for (const auto& it : cases) {
@@ -122,8 +122,9 @@ TEST(TradingSession, EachBoundaryToTheSecond) {
 
 TEST_F(ThemeTableTest, MembersAreShownWithWidthsAndColours) {
     table_.xianshizhutigu(u"银行"_s);
-    EXPECT_EQ(texts(stocks_)[0],
-              u"序号|主题名称|代码|简称|相关度|收盘|涨跌|涨幅|开盘|最高|最低|成交量|成交金额|更新时间"_s);
+    EXPECT_EQ(
+        texts(stocks_)[0],
+        u"序号|主题名称|代码|简称|相关度|收盘|涨跌|涨幅|开盘|最高|最低|成交量|成交金额|更新时间"_s);
     EXPECT_EQ(texts(stocks_)[1],
               u"1|银行|SH600000|浦发银行|5|10.50|0.00|2.00|0.00|0.00|0.00|0|0|"_s);
     EXPECT_EQ(stocks_.rows(), 3);

@@ -1,0 +1,19 @@
+// Clipboard of the desktop.
+#pragma once
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "platform/clipboard.h"
+
+namespace guanchao {
+
+class DesktopClipboard : public Clipboard {
+public:
+    void setText(const QString& text) override {
+        QGuiApplication::clipboard()->clear();
+        QGuiApplication::clipboard()->setText(text);
+    }
+};
+
+}  // namespace guanchao

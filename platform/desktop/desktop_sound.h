@@ -1,0 +1,27 @@
+// Sound by the desktop's media player, which is made when the first alarm rings: it loads slowly,
+// and most sessions never need it.
+#pragma once
+
+#include <QAudioOutput>
+#include <QMediaPlayer>
+#include <memory>
+
+#include "platform/sound.h"
+
+namespace guanchao {
+
+class DesktopSound : public Sound {
+public:
+    void play(const QString& file, int count) override;
+    void stop() override;
+    void whenStopped(std::function<void()> handler) override { stopped_ = std::move(handler); }
+
+private:
+    void makePlayer();
+
+    std::unique_ptr<QAudioOutput> output_;
+    std::unique_ptr<QMediaPlayer> player_;
+    std::function<void()> stopped_;
+};
+
+}  // namespace guanchao

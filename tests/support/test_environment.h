@@ -1,0 +1,43 @@
+// What a window under test is given: real stores in a temporary folder, every service faked.
+#pragma once
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "tests/support/fakes.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+struct TestEnvironment {
+    TestStores store_;
+    Globals globals_;
+    Stores stores_ = store_.stores;
+    Services services_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    FakePump pump_;
+    FakeHttp http_;
+    FakeShell shell_;
+    FakeSound sound_;
+    FakeClipboard clipboard_;
+    FakeProcesses processes_;
+    FakeTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+    Environment environment_{.globals = globals_,
+                             .stores = stores_,
+                             .services = services_,
+                             .clock = clock_,
+                             .dialogs = dialogs_,
+                             .pump = pump_,
+                             .http = http_,
+                             .shell = shell_,
+                             .sound = sound_,
+                             .clipboard = clipboard_,
+                             .processes = processes_,
+                             .tray = tray_,
+                             .programFolder = store_.folder(),
+                             .executableName = QStringLiteral("guanchaotai")};
+    Windows windows_{environment_};
+};
+
+}  // namespace guanchao
