@@ -38,7 +38,10 @@ QString failureText(const std::exception& failure) {
         text += explanation(*store) + u"\n"_s;
     }
     text += u"原因："_s + (operation ? operation->reason() : QString::fromUtf8(failure.what()));
-    return text + u"\n\n这一步没有写入任何数据。"_s;
+    if (named && !operation->remains().isEmpty()) {
+        text += u"\n\n"_s + operation->remains();
+    }
+    return text;
 }
 
 }  // namespace guanchao

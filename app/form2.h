@@ -44,6 +44,7 @@ private:
     void connectMenus();
     void connectGrids();
     void arrangeGrids();
+    bool runQuotes();
     void showProgress(const QuoteProgress& progress);
     void hideToTray();
     void endProgram();

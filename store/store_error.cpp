@@ -8,7 +8,8 @@ thread_local const Activity* innermost = nullptr;
 
 }  // namespace
 
-Activity::Activity(const QString& name) : outer_(innermost), name_(name) {
+Activity::Activity(const QString& name, const QString& remains)
+    : outer_(innermost), name_(name), remains_(remains) {
     innermost = this;
 }
 
@@ -16,12 +17,19 @@ Activity::~Activity() {
     innermost = outer_;
 }
 
-QString Activity::current() {
+QString Activity::currentName() {
     return innermost ? innermost->name_ : QString();
 }
 
+QString Activity::currentRemains() {
+    return innermost ? innermost->remains_ : QString();
+}
+
 OperationError::OperationError(const QString& reason)
-    : std::runtime_error(reason.toStdString()), reason_(reason), activity_(Activity::current()) {}
+    : std::runtime_error(reason.toStdString()),
+      reason_(reason),
+      activity_(Activity::currentName()),
+      remains_(Activity::currentRemains()) {}
 
 StoreError::StoreError(const QString& reason, const QString& path, const QString& statement)
     : OperationError(reason), path_(path), statement_(statement) {}

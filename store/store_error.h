@@ -9,16 +9,20 @@ namespace guanchao {
 // Names what is being done ("更新行情数据") for as long as it lives; the innermost one counts.
 class Activity {
 public:
-    explicit Activity(const QString& name);
+    // `remains` tells the user what a failure leaves written; most operations leave nothing.
+    explicit Activity(const QString& name,
+                      const QString& remains = QStringLiteral("这一步没有写入任何数据。"));
     ~Activity();
     Activity(const Activity&) = delete;
     Activity& operator=(const Activity&) = delete;
 
-    static QString current();
+    static QString currentName();
+    static QString currentRemains();
 
 private:
     const Activity* outer_;
     QString name_;
+    QString remains_;
 };
 
 // An operation that could not be carried out, with the activity during which it failed.
@@ -28,10 +32,12 @@ public:
 
     const QString& reason() const { return reason_; }
     const QString& activity() const { return activity_; }
+    const QString& remains() const { return remains_; }
 
 private:
     QString reason_;
     QString activity_;
+    QString remains_;
 };
 
 // A failed opening or statement: `reason` is the store's own message.
