@@ -111,6 +111,7 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->currentIndex().row(), 1);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
     clickHeader(u"MSHFlexGrid1"_s, 2);
+    EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s)
         << "sorted by the gain, ascending";
 }
