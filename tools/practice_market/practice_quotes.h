@@ -1,9 +1,8 @@
-#pragma once
-
 // The quotes of the practice market, as the public quote service words them: one line a code,
 // made from the code, a seed and the clock alone, so that every run shows the same day. Prices in
 // yuan, volumes in shares (Shanghai indexes and short lines: lots of 100), amounts in yuan (short
 // lines: 10,000 yuan). Bad codes are answered as the service answers them, nothing is thrown.
+#pragma once
 
 #include <QDateTime>
 #include <QHash>

@@ -1,8 +1,7 @@
-#pragma once
-
 // The prices behind the practice market: a walk that follows from a key and a moment alone, so the
 // same clock always shows the same price. Prices are whole numbers of the instrument's smallest
 // step (0.01 yuan for a stock). No input besides the arguments, no errors.
+#pragma once
 
 #include <QDateTime>
 
