@@ -157,7 +157,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (grid_ && isEmpty()) {
+    if (grid_ && grid_->rows() == 1) {
         QPainter painter(viewport());
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
