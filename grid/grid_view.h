@@ -41,7 +41,7 @@ protected:
 private:
     bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
-    int widthOfNumbers(int col) const;
+    int widthOfKeys(int col) const;
     void showMark();
     void watchHeader();
 

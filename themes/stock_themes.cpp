@@ -37,6 +37,7 @@ void StockThemes::fill(const QString& code) {
     grid_.setColWidth(0, 600);
     grid_.setColWidth(1, 1000);
     grid_.setColWidth(2, 1400);
+    grid_.setColFont(1, {u"新宋体"_s, 12});
     for (int row = 1; row < grid_.rows(); ++row) {
         grid_.setTextMatrix(row, 0, QString::number(row));
         grid_.setCellForeColor(row, 0, textColour);

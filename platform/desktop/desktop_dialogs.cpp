@@ -3,7 +3,10 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
+#include <QLayout>
 #include <QPushButton>
+#include <QScrollArea>
 
 namespace guanchao {
 
@@ -17,6 +20,21 @@ QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::Butt
     return button;
 }
 
+// A long text scrolls, so that the buttons of its box stay on the screen.
+void scrollLongText(QMessageBox& box) {
+    constexpr int longText = 1000;
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    if (box.text().size() < longText || !label) {
+        return;
+    }
+    auto* area = new QScrollArea(&box);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setMinimumSize(560, 360);
+    area->setWidgetResizable(true);
+    box.layout()->replaceWidget(label, area);
+    area->setWidget(label);
+}
+
 }  // namespace
 
 void DesktopDialogs::tell(const QString& text, const QString& title) {
@@ -24,6 +42,7 @@ void DesktopDialogs::tell(const QString& text, const QString& title) {
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     addButton(box, u"确定"_s, QMessageBox::AcceptRole);
+    scrollLongText(box);
     box.exec();
 }
 

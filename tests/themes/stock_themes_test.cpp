@@ -51,6 +51,7 @@ TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
     EXPECT_EQ(names, QStringList({u"上海"_s, u"银行"_s}));
     EXPECT_EQ(grid_.cellForeColor(2, 0), textColour);
     EXPECT_EQ(grid_.cellForeColor(2, 1), themeColour);
+    EXPECT_EQ(grid_.colFont(1).points, 12);
     EXPECT_EQ(grid_.colWidth(0) + grid_.colWidth(1) + grid_.colWidth(2), 600 + 1000 + 1400);
     share(u"SZ000001"_s, u"平安银行"_s);
     EXPECT_EQ(themes_.load().caption, u"平安银行_属于主题"_s);
