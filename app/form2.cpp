@@ -11,6 +11,7 @@
 #include "app/startup.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "store/values.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -182,18 +183,21 @@ void Form2::connectGrids() {
 
 void Form2::Form_Load() {
     tuichubiaozhi_ = 0;
+    // A first refresh that fails, on a store that is locked for the moment, must not leave the
+    // program without its alarms for the rest of the day.
+    const auto enableTimers = qScopeGuard([this] {
+        Timer1_.start();
+        Timer4_.start();
+    });
     loadProgram(environment_.programFolder, environment_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
-    Timer1_.start();
-    Timer4_.start();
 }
 
 void Form2::刷新_Click() {
-    const std::optional<UpdateLabels> labels = themeTable_.refresh(ui_->Text3->text());
-    if (labels) {
-        ui_->Label4->setText(labels->themes);
-        ui_->Label6->setText(labels->quotes);
-    }
+    themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& labels) {
+        ui_->Label4->setText(labels.themes);
+        ui_->Label6->setText(labels.quotes);
+    });
 }
 
 void Form2::全部显示_Click() {
@@ -216,21 +220,28 @@ void Form2::Command4_Click() {
     }
     ui_->Command4->setEnabled(false);
     ui_->gengxin->setEnabled(false);
-    const auto end = qScopeGuard([this] {
+    if (runQuotes()) {
+        environment_.dialogs.tell(u"更新行情数据完成！"_s);
+    }
+}
+
+// True if the run came to its end; the controls are then as before it, and so they are after a run
+// that was cancelled or has failed, with the time label put back.
+bool Form2::runQuotes() {
+    const QString quoteTime = ui_->Label6->text();
+    auto endRun = qScopeGuard([this] {
+        ui_->Label1->clear();
+        ui_->progress->hide();
         ui_->Command4->setEnabled(true);
         ui_->gengxin->setEnabled(true);
-        ui_->progress->hide();
-        ui_->Label1->clear();
     });
-    environment_.pump.runPendingEvents();
-    const bool done = quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); });
-    if (!done) {
-        return;
+    auto restoreLabel = qScopeGuard([&] { ui_->Label6->setText(quoteTime); });
+    if (!quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); })) {
+        return false;
     }
+    restoreLabel.dismiss();
     刷新_Click();
-    ui_->Command4->setEnabled(true);
-    ui_->progress->hide();
-    environment_.dialogs.tell(u"更新行情数据完成！"_s);
+    return true;
 }
 
 void Form2::showProgress(const QuoteProgress& progress) {
@@ -248,11 +259,11 @@ void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
         themes_.setToolTipText({});
         return;
     }
-    environment_.globals.dangqianzhuti = themes_.textMatrix(row, 1).trimmed();
+    environment_.globals.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
     themes_.setToolTipText(environment_.globals.dangqianzhuti);
     if (button == Qt::RightButton) {
         biaoji(themes_, row);
-        leftkuaimenu_.popup(QCursor::pos());
+        leftkuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
         picker_->hideList();
     }
 }
@@ -265,7 +276,7 @@ void Form2::MSHFlexGrid1_Click(int row, int col) {
             sortByHeader(themes_, col, u"时间"_s, lastSortCode_);
         } else {
             biaoji(themes_, row);
-            ui_->Text2->setText(themes_.textMatrix(row, 1).trimmed());
+            ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
             themeTable_.xianshizhutigu(ui_->Text2->text());
         }
         themes_.setRedraw(true);
@@ -276,12 +287,12 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
     if (!isDataRow(stocks_, row)) {
         return;
     }
-    environment_.globals.dangqiandm = stocks_.textMatrix(row, 2).trimmed();
-    environment_.globals.dangqianjc = stocks_.textMatrix(row, 3).trimmed();
-    ui_->Text1->setText(environment_.globals.dangqiandm);
+    environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
+    environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
+    picker_->setText(environment_.globals.dangqiandm);
     if (button == Qt::RightButton) {
         biaoji(stocks_, row);
-        kuaimenu_.popup(QCursor::pos());
+        kuaimenu_.popup(ui_->MSHFlexGrid2->pressPosition());
         picker_->hideList();
     }
 }

@@ -48,6 +48,7 @@ private:
     void connectGrids();
     void arrangeGrids();
     void redraw(Redraw part);
+    bool runQuotes();
     void showProgress(const QuoteProgress& progress);
     void hideToTray();
     void endProgram();

@@ -70,8 +70,7 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
 
 void GridView::watchHeader() {
     horizontalHeader()->setSectionsClickable(true);
-    connect(horizontalHeader(), &QHeaderView::sectionPressed, this,
-            [this](int col) { emit gridPressed(0, col, Qt::LeftButton); });
+    horizontalHeader()->viewport()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int col) { emit gridClicked(0, col); });
 }
@@ -79,7 +78,8 @@ void GridView::watchHeader() {
 void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
-    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidths);
+    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidth);
+    connect(&grid, &ResultGrid::rowSelected, this, &GridView::showMark);
     connect(&grid, &ResultGrid::modelReset, this, [this] {
         applyWidths();
         showMark();
@@ -99,8 +99,12 @@ void GridView::applyWidths() {
     horizontalHeader()->setVisible(!isEmpty());
     const int shown = std::min(grid_->cols(), horizontalHeader()->count());
     for (int col = 0; col < shown; ++col) {
-        setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
+        applyWidth(col);
     }
+}
+
+void GridView::applyWidth(int col) {
+    setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
 }
 
 // A number or a code of which the end is missing reads as another one: such a column grows beyond
@@ -126,7 +130,18 @@ void GridView::showMark() {
     }
 }
 
+// The header's own signals tell of the left button only.
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
+        const auto* press = static_cast<QMouseEvent*>(event);
+        const int col = horizontalHeader()->logicalIndexAt(press->position().toPoint());
+        emit gridPressed(0, col, press->button());
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
 void GridView::mousePressEvent(QMouseEvent* event) {
+    pressPosition_ = event->globalPosition().toPoint();
     const QModelIndex index = indexAt(event->position().toPoint());
     pressedIndex_ = index;
     QTableView::mousePressEvent(event);
@@ -165,6 +180,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 // The menu key stands for a press of the right button; the mouse has had its press already.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        pressPosition_ = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
         emit gridPressed(currentIndex().row() + 1, currentIndex().column(), Qt::RightButton);
     }
     event->accept();

@@ -24,12 +24,16 @@ public:
     // widths were chosen.
     int pixels(int twips) const;
 
+    // Where on the screen the last press was: the place for a popup.
+    QPoint pressPosition() const { return pressPosition_; }
+
 signals:
     void gridPressed(int row, int col, Qt::MouseButton button);
     void gridClicked(int row, int col);
     void gridDoubleClicked(int row, int col);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -41,6 +45,7 @@ protected:
 private:
     bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
+    void applyWidth(int col);
     int widthOfKeys(int col) const;
     void showMark();
     void watchHeader();
@@ -48,6 +53,7 @@ private:
     ResultGrid* grid_ = nullptr;
     QString hint_;
     QModelIndex pressedIndex_;
+    QPoint pressPosition_;
 };
 
 }  // namespace guanchao

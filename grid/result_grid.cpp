@@ -113,7 +113,11 @@ int ResultGrid::colWidth(int col) const {
 
 void ResultGrid::setColWidth(int col, int twips) {
     widths_.at(static_cast<size_t>(col)) = twips;
-    emit colWidthChanged(col);
+    if (redraw_) {
+        emit colWidthChanged(col);
+    } else {
+        stale_ = true;
+    }
 }
 
 void ResultGrid::setColFont(int col, const ColumnFont& font) {
@@ -214,11 +218,16 @@ QVariant ResultGrid::headerData(int section, Qt::Orientation orientation, int ro
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
 }
 
+void ResultGrid::selectRow(int row) {
+    setRow(row);
+    setCol(0);
+    setColSel(cols_ - 1);
+    setRowSel(row);
+    emit rowSelected(row);
+}
+
 void biaoji(ResultGrid& grid, int row) {
-    grid.setRow(row);
-    grid.setCol(0);
-    grid.setColSel(grid.cols() - 1);
-    grid.setRowSel(row);
+    grid.selectRow(row);
 }
 
 }  // namespace guanchao

@@ -76,6 +76,9 @@ public:
     // While off, views keep what they show; switching it on shows all changes at once.
     void setRedraw(bool on);
 
+    // Makes the row the selection, from its first to its last cell.
+    void selectRow(int row);
+
     // Empties all cells and takes their looks away; counts and widths stay.
     void clear();
 
@@ -95,6 +98,7 @@ public:
 
 signals:
     void colWidthChanged(int col);
+    void rowSelected(int row);
     void toolTipTextChanged(const QString& text);
 
 private:

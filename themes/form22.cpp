@@ -1,5 +1,7 @@
 #include "themes/form22.h"
 
+#include <QPointer>
+
 #include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "ui_form22.h"
@@ -41,9 +43,11 @@ void Form22::Form_Load() {
     picker_->hideList();
 }
 
+// The window may close while a box of its own is open.
 void Form22::Command9_Click() {
+    const QPointer alive(this);
     const std::optional<QString> jc = stockThemes_.find(ui_->Text1->text());
-    if (jc) {
+    if (jc && alive) {
         ui_->Label7->setText(*jc);
         Form_Load();
     }
@@ -57,7 +61,7 @@ void Form22::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
     environment_.globals.dangqianjc = grid_.textMatrix(row, 2);
     if (button == Qt::RightButton) {
         biaoji(grid_, row);
-        kuaijiemenu_.popup(QCursor::pos());
+        kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
     }
 }
 
@@ -72,14 +76,18 @@ void Form22::MSHFlexGrid1_Click(int row, int col) {
 }
 
 void Form22::添加到主题_Click() {
-    if (stockThemes_.joinAnother()) {
+    const QPointer alive(this);
+    if (stockThemes_.joinAnother() && alive) {
         Command9_Click();
     }
 }
 
 void Form22::从该主题删除_Click() {
+    const QPointer alive(this);
     stockThemes_.leave();
-    Command9_Click();
+    if (alive) {
+        Command9_Click();
+    }
 }
 
 }  // namespace guanchao

@@ -1,7 +1,10 @@
 #include "themes/form30.h"
 
+#include <QPointer>
+
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "store/values.h"
 #include "ui_form30.h"
 
 namespace guanchao {
@@ -35,11 +38,11 @@ void Form30::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
     if (row <= 0) {
         return;
     }
-    environment_.globals.dangqiandm = grid_.textMatrix(row, 1).trimmed();
-    environment_.globals.dangqianjc = grid_.textMatrix(row, 2).trimmed();
+    environment_.globals.dangqiandm = trimBlanks(grid_.textMatrix(row, 1));
+    environment_.globals.dangqianjc = trimBlanks(grid_.textMatrix(row, 2));
     if (button == Qt::RightButton) {
         biaoji(grid_, row);
-        kuaimenu_.popup(QCursor::pos());
+        kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
     }
 }
 
@@ -53,15 +56,20 @@ void Form30::MSHFlexGrid1_Click(int row, int col) {
     });
 }
 
+// The window may close while a box of its own is open.
 void Form30::添加自选股_Click() {
-    if (watchlist_.addTyped()) {
+    const QPointer alive(this);
+    if (watchlist_.addTyped() && alive) {
         watchlist_.list(grid_);
     }
 }
 
 void Form30::从自选股删除_Click() {
+    const QPointer alive(this);
     watchlist_.remove(environment_.globals.dangqiandm, environment_.globals.dangqianjc);
-    watchlist_.list(grid_);
+    if (alive) {
+        watchlist_.list(grid_);
+    }
 }
 
 }  // namespace guanchao

@@ -1,6 +1,7 @@
 #include "themes/form6.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 
 #include "ui_form6.h"
 
@@ -35,14 +36,17 @@ void Form6::Text1_Click() {
     }
 }
 
+// The window may close while a box of its own is open.
 void Form6::Command1_Click() {
-    if (editing_.add(fields())) {
+    const QPointer alive(this);
+    if (editing_.add(fields()) && alive) {
         close();
     }
 }
 
 void Form6::Command2_Click() {
-    if (editing_.rewrite(fields())) {
+    const QPointer alive(this);
+    if (editing_.rewrite(fields()) && alive) {
         close();
     }
 }

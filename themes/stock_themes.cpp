@@ -5,6 +5,7 @@
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
+#include "store/values.h"
 #include "themes/membership.h"
 
 namespace guanchao {
@@ -39,7 +40,6 @@ void StockThemes::fill(const QString& code) {
     grid_.setColWidth(2, 1400);
     grid_.setColFont(1, {u"新宋体"_s, 12});
     for (int row = 1; row < grid_.rows(); ++row) {
-        grid_.setTextMatrix(row, 0, QString::number(row));
         grid_.setCellForeColor(row, 0, textColour);
         grid_.setCellForeColor(row, 1, themeColour);
     }
@@ -53,9 +53,9 @@ std::optional<QString> StockThemes::find(const QString& typed) {
     {
         Connection store = stores_.main.open();
         const Recordset themes(store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm='"_s +
-                                          typed.trimmed().toUpper() + u"'"_s);
+                                          trimBlanks(typed).toUpper() + u"'"_s);
         if (themes.count() > 0) {
-            globals_.dangqiandm = typed.trimmed();
+            globals_.dangqiandm = trimBlanks(typed);
             globals_.dangqianjc = themes.value(u"jc").toText();
             return globals_.dangqianjc;
         }

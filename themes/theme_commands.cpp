@@ -23,7 +23,7 @@ bool isSmaller(const ResultGrid& themes, int row, int count) {
 }
 
 QString nameOf(const ResultGrid& themes, int row) {
-    return themes.textMatrix(row, nameColumn).trimmed();
+    return trimBlanks(themes.textMatrix(row, nameColumn));
 }
 
 }  // namespace
@@ -110,7 +110,7 @@ Redraw ThemeCommands::changeAttention(const QString& theme) {
 Redraw ThemeCommands::rename(const QString& theme) {
     Activity activity(u"修改主题名称"_s);
     const QString name =
-        dialogs_.input(u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme).trimmed();
+        trimBlanks(dialogs_.input(u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme));
     if (name.isEmpty()) {
         return Redraw::none;
     }
@@ -133,11 +133,9 @@ Redraw ThemeCommands::rename(const QString& theme) {
 
 Redraw ThemeCommands::removeSmallThemes(const ResultGrid& themes) {
     const Activity activity(u"删除小于指定只数的主题"_s);
-    const auto count =
-        wholeNumber16(dialogs_
-                          .input(u"你想删除小于几只股票的主题呢："_s,
-                                 u"删除小于指定只数的主题，慎重执行，不能恢复。"_s, u"2"_s)
-                          .trimmed());
+    const auto count = wholeNumber16(
+        trimBlanks(dialogs_.input(u"你想删除小于几只股票的主题呢："_s,
+                                  u"删除小于指定只数的主题，慎重执行，不能恢复。"_s, u"2"_s)));
     if (!count) {
         dialogs_.tell(u"请指定2-32767之间的数字。"_s);
         return Redraw::none;

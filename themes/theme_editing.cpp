@@ -18,7 +18,7 @@ bool isIndex(const QString& code) {
 // The pieces between the commas, in upper case. A piece keeps its blanks: with one inside it is no
 // code.
 QStringList codesIn(const QString& text) {
-    QString list = text.trimmed();
+    QString list = trimBlanks(text);
     list.replace(u'，', u',');
     return list.toUpper().split(u',', Qt::SkipEmptyParts);
 }
@@ -153,7 +153,7 @@ bool ThemeEditing::rewrite(const ThemeFields& fields) {
 }
 
 std::optional<ThemeEntry> ThemeEditing::read(const ThemeFields& fields) {
-    const QString name = fields.name.trimmed();
+    const QString name = trimBlanks(fields.name);
     if (name.isEmpty()) {
         dialogs_.tell(u"没有输入主题名称!"_s);
         return std::nullopt;

@@ -1,6 +1,5 @@
 #include "themes/watchlist.h"
 
-#include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -38,7 +37,6 @@ void Watchlist::list(ResultGrid& grid) const {
     grid.clear();
     tianchongbiao(stocks, grid, 1);
     setWidths(grid);
-    writeRowNumbers(grid);
     grid.setRedraw(true);
 }
 

@@ -184,7 +184,7 @@ protected:
 TEST_F(SmallThemesTest, TheGridAsDisplayedTellsWhatGoes) {
     const QString box =
         u"删除小于指定只数的主题，慎重执行，不能恢复。|你想删除小于几只股票的主题呢：|2"_s;
-    table_.refresh(u"0"_s);
+    table_.refresh(u"0"_s, [](const UpdateLabels&) {});
     const struct {
         QString typed, answer;
     } refusals[] = {{QString(), u"请指定大于1的数据数据!"_s},
@@ -216,7 +216,7 @@ TEST_F(SmallThemesTest, ASearchLimitsWhatGoesAndAFailureRollsBack) {
     commands_.removeSmallThemes(themes_);
     EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti order by rowid"_s),
               QStringList({u"白酒"_s, u"银行"_s, u"冷门"_s}));
-    table_.refresh(u"0"_s);
+    table_.refresh(u"0"_s, [](const UpdateLabels&) {});
     themes_.setTextMatrix(2, 1, u"x'y"_s);
     EXPECT_THROW(commands_.removeSmallThemes(themes_), StoreError);
     EXPECT_EQ(members().size(), 5);

@@ -16,23 +16,23 @@ namespace guanchao {
 struct TradingMoment;
 
 struct PracticeStock {
-    QString code;  ///< upper-case, with the exchange: SH600000
+    QString code;  // upper-case, with the exchange: SH600000
     QString name;
 };
 
 class PracticeQuotes {
 public:
-    /// The chief indexes are known without being listed.
+    // The chief indexes are known without being listed.
     explicit PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed = 20261124);
 
-    /// Besides these the seed suspends about one stock in 150. Codes in either case.
+    // Besides these the seed suspends about one stock in 150. Codes in either case.
     void suspend(const QString& code);
     bool isSuspended(const QString& code) const;
 
-    /// The reply to one code, with its line feed.
+    // The reply to one code, with its line feed.
     QString line(const QString& lowerCaseCode, const QDateTime& now) const;
 
-    /// The lines of all codes in order. One malformed code spoils them all.
+    // The lines of all codes in order. One malformed code spoils them all.
     QString reply(const QStringList& lowerCaseCodes, const QDateTime& now) const;
 
 private:
@@ -46,7 +46,7 @@ private:
     QString values(const QString& code, const TradingMoment& moment) const;
 
     quint32 seed_;
-    QHash<QString, Security> securities_;  ///< by lower-case code
+    QHash<QString, Security> securities_;  // by lower-case code
 };
 
 }  // namespace guanchao

@@ -10,18 +10,18 @@ namespace guanchao {
 
 inline constexpr int tradingSeconds = 4 * 60 * 60;
 
-/// A point of the trading day: 09:30-11:30 and 13:00-15:00, Monday to Friday.
+// A point of the trading day: 09:30-11:30 and 13:00-15:00, Monday to Friday.
 struct TradingMoment {
     QDate day;
-    int elapsed;  ///< seconds of trading so far, 0 to tradingSeconds
+    int elapsed;  // seconds of trading so far, 0 to tradingSeconds
 
     QTime clock() const;
 };
 
-/// What the market shows at `now`: outside the trading hours, the last moment before.
+// What the market shows at `now`: outside the trading hours, the last moment before.
 TradingMoment tradingMoment(const QDateTime& now);
 
-/// A number from 0 up to, not including, 1 that follows from the key and the index alone.
+// A number from 0 up to, not including, 1 that follows from the key and the index alone.
 double evenNumber(quint64 key, quint64 index);
 
 struct DayPrices {
@@ -32,7 +32,7 @@ struct DayPrices {
     qint64 low = 0;
 };
 
-/// The day so far, about a level between `lowest` and `highest` that the key chooses.
+// The day so far, about a level between `lowest` and `highest` that the key chooses.
 DayPrices dayPrices(quint64 key, double lowest, double highest, const TradingMoment& moment);
 
 }  // namespace guanchao
