@@ -10,7 +10,11 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "grid/sorting.h"
+#include "grid/trapped.h"
 #include "store/values.h"
+#include "themes/form22.h"
+#include "themes/form30.h"
+#include "themes/form6.h"
 #include "ui_form2.h"
 #include "utilities/version_check.h"
 
@@ -25,16 +29,6 @@ constexpr int themeGridColumns = 6600;
 constexpr int gutter = 250;
 constexpr int heightAboveGrids = 1700;
 
-// A click on a grid ends without a word at any failure: most are clicks on a grid that is empty.
-template <typename Job>
-void trapped(Job job) {
-    try {
-        job();
-    } catch (const std::exception&) {
-        return;
-    }
-}
-
 // The grid must hold a table, and the pointer be on one of its rows.
 bool isDataRow(const ResultGrid& grid, int row) {
     return row > 0 && grid.cols() > 2 && grid.rows() > 1;
@@ -48,6 +42,8 @@ Form2::Form2(Environment& environment, Windows& windows)
       ui_(std::make_unique<Ui::Form2>()),
       themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                   themes_, stocks_),
+      themeCommands_(environment.stores, environment.clock, environment.dialogs),
+      watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
                  environment.services.quote, environment.pump),
       quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump) {
@@ -67,6 +63,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     buildMenus();
     connectControls();
     connectMenus();
+    connectThemeCommands();
     connectGrids();
 }
 
@@ -136,6 +133,43 @@ void Form2::connectMenus() {
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
+}
+
+void Form2::connectThemeCommands() {
+    Globals& globals = environment_.globals;
+    const auto command = [this](QAction* entry, auto run) {
+        connect(entry, &QAction::triggered, this, [this, run] { redraw(run()); });
+    };
+    command(ui_->修改主题名称,
+            [this, &globals] { return themeCommands_.rename(globals.dangqianzhuti); });
+    command(ui_->删除主题,
+            [this, &globals] { return themeCommands_.removeTheme(globals.dangqianzhuti); });
+    command(ui_->修改关注度,
+            [this, &globals] { return themeCommands_.changeAttention(globals.dangqianzhuti); });
+    command(ui_->全删指定只数的主题, [this] { return themeCommands_.removeSmallThemes(themes_); });
+    command(ui_->addzhutigu,
+            [this, &globals] { return themeCommands_.addStock(globals.dangqianzhuti); });
+    command(ui_->deletezhutigu, [this, &globals] {
+        return themeCommands_.removeStock(globals.dangqianzhuti, globals.dangqiandm);
+    });
+    command(ui_->修改相关度, [this, &globals] {
+        return themeCommands_.changeRelevance(globals.dangqianzhuti, globals.dangqiandm);
+    });
+    connect(ui_->添加到自选股, &QAction::triggered, this,
+            [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
+    connect(ui_->从自选股删除, &QAction::triggered, this,
+            [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
+    connect(ui_->添加主题, &QAction::triggered, this, [this] { windows_.openAnew<Form6>(); });
+    connect(ui_->所属全部主题, &QAction::triggered, this, [this] { windows_.openAnew<Form22>(); });
+    connect(ui_->自选股, &QAction::triggered, this, [this] { windows_.openAnew<Form30>(); });
+}
+
+void Form2::redraw(Redraw part) {
+    if (part == Redraw::themes) {
+        刷新_Click();
+    } else if (part == Redraw::stocks) {
+        themeTable_.xianshizhutigu(environment_.globals.dangqianzhuti);
+    }
 }
 
 void Form2::connectGrids() {

@@ -13,7 +13,9 @@
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
+#include "themes/theme_commands.h"
 #include "themes/theme_table.h"
+#include "themes/watchlist.h"
 
 namespace Ui {
 class Form2;
@@ -42,8 +44,10 @@ private:
     void buildMenus();
     void connectControls();
     void connectMenus();
+    void connectThemeCommands();
     void connectGrids();
     void arrangeGrids();
+    void redraw(Redraw part);
     bool runQuotes();
     void showProgress(const QuoteProgress& progress);
     void hideToTray();
@@ -71,6 +75,8 @@ private:
     ResultGrid themes_;
     ResultGrid stocks_;
     ThemeTable themeTable_;
+    ThemeCommands themeCommands_;
+    Watchlist watchlist_;
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
     PickerBox* picker_ = nullptr;

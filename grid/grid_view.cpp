@@ -24,14 +24,25 @@ QColor toColor(Colour colour) {
     return QColor::fromRgb(colour);
 }
 
-// Puts the cell's own colour under the text, on a marked row too.
-class ColourDelegate : public QStyledItemDelegate {
+QFont fontOf(const ResultGrid& grid, int col, QFont font) {
+    const ColumnFont& own = grid.colFont(col);
+    if (own.points > 0) {
+        font.setFamilies(QStringList{own.family} + font.families());
+        font.setPointSize(own.points);
+    }
+    return font;
+}
+
+// Puts the cell's own colour and font under the text, on a marked row too.
+class CellDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
+        const auto& grid = static_cast<const ResultGrid&>(*index.model());
+        option->font = fontOf(grid, index.column(), option->font);
         const QVariant own = index.data(ResultGrid::ColourRole);
         const QColor colour = toColor(own.isValid() ? own.toUInt() : textColour);
         option->palette.setColor(QPalette::Text, colour);
@@ -42,7 +53,7 @@ protected:
 }  // namespace
 
 GridView::GridView(QWidget* parent) : QTableView(parent) {
-    setItemDelegate(new ColourDelegate(this));
+    setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
@@ -93,19 +104,23 @@ void GridView::applyWidths() {
 }
 
 void GridView::applyWidth(int col) {
-    setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfNumbers(col)));
+    setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
 }
 
-// A number of which the end is missing reads as another one: such a column grows beyond its width.
-int GridView::widthOfNumbers(int col) const {
-    qsizetype longest = 0;
+// A number or a code of which the end is missing reads as another one: such a column grows beyond
+// its width. Columns with a font of their own hold codes.
+int GridView::widthOfKeys(int col) const {
+    const bool ownFont = grid_->colFont(col).points > 0;
+    QString longest;
     for (int row = 1; row < grid_->rows(); ++row) {
         const QString& text = grid_->textMatrix(row, col);
-        if (text.size() > longest && readsAsNumber(text)) {
-            longest = text.size();
+        if (text.size() > longest.size() && (ownFont || readsAsNumber(text))) {
+            longest = text;
         }
     }
-    return static_cast<int>(longest) * fontMetrics().horizontalAdvance(u'0') + cellPadding;
+    const QFontMetrics metrics(fontOf(*grid_, col, font()));
+    const int digits = static_cast<int>(longest.size()) * metrics.horizontalAdvance(u'0');
+    return std::max(digits, metrics.horizontalAdvance(longest)) + cellPadding;
 }
 
 void GridView::showMark() {
@@ -173,7 +188,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (grid_ && isEmpty()) {
+    if (grid_ && grid_->rows() == 1) {
         QPainter painter(viewport());
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);

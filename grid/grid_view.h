@@ -17,7 +17,7 @@ public:
     // The grid must outlive the view.
     void setGrid(ResultGrid& grid);
 
-    // What stands in the middle of the view while the grid holds no table.
+    // What stands in the middle of the view while the grid holds no rows.
     void setHint(const QString& hint) { hint_ = hint; }
 
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
@@ -46,7 +46,7 @@ private:
     bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
     void applyWidth(int col);
-    int widthOfNumbers(int col) const;
+    int widthOfKeys(int col) const;
     void showMark();
     void watchHeader();
 

@@ -9,7 +9,7 @@
 namespace guanchao {
 
 ResultGrid::ResultGrid(QObject* parent)
-    : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth) {}
+    : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth), fonts_(1) {}
 
 void ResultGrid::setRows(int rows) {
     resize(rows, cols_);
@@ -37,6 +37,7 @@ void ResultGrid::resize(int rows, int cols) {
         }
         cells_ = std::move(cells);
         widths_.resize(static_cast<size_t>(cols), standardWidth);
+        fonts_.resize(static_cast<size_t>(cols));
     }
     rows_ = rows;
     cols_ = cols;
@@ -117,6 +118,11 @@ void ResultGrid::setColWidth(int col, int twips) {
     } else {
         stale_ = true;
     }
+}
+
+void ResultGrid::setColFont(int col, const ColumnFont& font) {
+    fonts_.at(static_cast<size_t>(col)) = font;
+    changed();
 }
 
 void ResultGrid::setRedraw(bool on) {

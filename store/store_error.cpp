@@ -2,6 +2,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 thread_local const Activity* innermost = nullptr;
@@ -15,6 +17,11 @@ Activity::Activity(const QString& name, const QString& remains)
 
 Activity::~Activity() {
     innermost = outer_;
+}
+
+void Activity::wrote(const QString& part) {
+    written_ << part;
+    remains_ = u"已经写入并保留："_s + written_.join(u'、') + u"。其余没有写入。"_s;
 }
 
 QString Activity::currentName() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <stdexcept>
 
 namespace guanchao {
@@ -16,6 +17,10 @@ public:
     Activity(const Activity&) = delete;
     Activity& operator=(const Activity&) = delete;
 
+    // Notes a part that is written and stays so if a later one fails ("主题库"): from then on that
+    // is what remains.
+    void wrote(const QString& part);
+
     static QString currentName();
     static QString currentRemains();
 
@@ -23,6 +28,7 @@ private:
     const Activity* outer_;
     QString name_;
     QString remains_;
+    QStringList written_;
 };
 
 // An operation that could not be carried out, with the activity during which it failed.

@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
+#include <QLayout>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 
 namespace guanchao {
 
@@ -27,11 +30,27 @@ QPointer<QMessageBox> newBox(QMessageBox::Icon icon, const QString& title, const
     return box;
 }
 
+// A long text scrolls, so that the buttons of its box stay on the screen.
+void scrollLongText(QMessageBox& box) {
+    constexpr int longText = 1000;
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    if (box.text().size() < longText || !label) {
+        return;
+    }
+    auto* area = new QScrollArea(&box);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setMinimumSize(560, 360);
+    area->setWidgetResizable(true);
+    box.layout()->replaceWidget(label, area);
+    area->setWidget(label);
+}
+
 }  // namespace
 
 void DesktopDialogs::tell(const QString& text, const QString& title) {
     const QPointer<QMessageBox> box = newBox(QMessageBox::Warning, title, text);
     addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    scrollLongText(*box);
     box->exec();
     delete box;
 }

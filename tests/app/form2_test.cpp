@@ -160,6 +160,29 @@ TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
     }
 }
 
+TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
+    load();
+    click(u"MSHFlexGrid1"_s, 2, 1);
+    ASSERT_EQ(globals_.dangqianzhuti, u"白酒"_s);
+    dialogs_.typed = u"sh600000"_s;
+    trigger(u"addzhutigu"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 3) << "the stocks of the theme";
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"1"_s) << "the themes stay as they were";
+    dialogs_.typed = u"4"_s;
+    trigger(u"修改关注度"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"2"_s);
+    dialogs_.typed = u"消费"_s;
+    trigger(u"修改主题名称"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 1), u"消费"_s);
+    globals_.dangqianzhuti = u"银行"_s;
+    trigger(u"删除主题"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3) << "on the screen until the next refresh";
+    dialogs_.typed = u"2"_s;
+    trigger(u"全删指定只数的主题"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除主题'消费'完成!"_s);
+}
+
 TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {
     load();
     auto* box = find<QLineEdit>(u"Text1"_s);

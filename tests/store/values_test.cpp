@@ -51,6 +51,21 @@ TEST(Values, ReadsAsNumberWantsTheWholeText) {
     }
 }
 
+TEST(Values, AWholeNumberOf16BitsIsRoundedBeforeItsRangeIsTried) {
+    const struct {
+        QString text;
+        std::optional<qint16> number;
+    } cases[] = {
+        {u""_s, qint16(0)},           {u"20.5"_s, qint16(20)},
+        {u"-7x"_s, qint16(-7)},       {u"32767.4"_s, qint16(32767)},
+        {u"32767.5"_s, std::nullopt}, {u"-32768.5"_s, qint16(-32768)},
+        {u"-32769"_s, std::nullopt},  {u"1e999"_s, std::nullopt},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(wholeNumber16(it.text), it.number) << it.text.toStdString();
+    }
+}
+
 TEST(Values, RoundingGoesToTheEvenNeighbour) {
     const struct {
         double value, rounded;
