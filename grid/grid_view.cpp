@@ -127,6 +127,10 @@ void GridView::showMark() {
     const int row = grid_->markedRow();
     if (row > 0) {
         selectRow(row - 1);
+    } else if (!currentIndex().isValid()) {
+        // Keys need a current cell; the first in sight doesn't move the view.
+        selectionModel()->setCurrentIndex(model()->index(std::max(rowAt(0), 0), 0),
+                                          QItemSelectionModel::NoUpdate);
     }
 }
 

@@ -2,6 +2,7 @@
 // header, -1 the empty ground beside the cells. The grid's own colours, widths and tool tip show.
 #pragma once
 
+#include <QPointer>
 #include <QTableView>
 
 #include "grid/result_grid.h"
@@ -14,7 +15,7 @@ class GridView : public QTableView {
 public:
     explicit GridView(QWidget* parent = nullptr);
 
-    // The grid must outlive the view.
+    // A view whose grid is gone shows nothing.
     void setGrid(ResultGrid& grid);
 
     // What stands in the middle of the view while the grid holds no rows.
@@ -43,14 +44,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
+    bool isEmpty() const { return grid_ && grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
     void applyWidth(int col);
     int widthOfKeys(int col) const;
     void showMark();
     void watchHeader();
 
-    ResultGrid* grid_ = nullptr;
+    QPointer<ResultGrid> grid_;
     QString hint_;
     QModelIndex pressedIndex_;
     QPoint pressPosition_;

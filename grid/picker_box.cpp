@@ -84,8 +84,8 @@ bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (watched == &list_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
-        listClicked();
         box_.setFocus();
+        listClicked();
         return true;
     }
     return QObject::eventFilter(watched, event);

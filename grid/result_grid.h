@@ -79,7 +79,7 @@ public:
     // Makes the row the selection, from its first to its last cell.
     void selectRow(int row);
 
-    // Empties all cells and takes their looks away; counts and widths stay.
+    // Empties all cells and takes their looks away; counts, widths and column fonts stay.
     void clear();
 
     // Sorts the data rows by the current column; rows that compare equal keep their order.

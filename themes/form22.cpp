@@ -18,7 +18,7 @@ Form22::Form22(Environment& environment, Windows&)
                    grid_) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
-    ui_->MSHFlexGrid1->setHint(u"这里列出股票所属的主题"_s);
+    ui_->MSHFlexGrid1->setHint(u"此股票还不属于任何主题\n\n在主窗口为主题添加个股"_s);
     picker_ = new PickerBox(
         *ui_->Text1, *ui_->List1, environment_.stores.main,
         [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
@@ -37,9 +37,10 @@ Form22::Form22(Environment& environment, Windows&)
 Form22::~Form22() = default;
 
 void Form22::Form_Load() {
-    const StockThemes::Stock stock = stockThemes_.load();
-    setWindowTitle(stock.caption);
-    ui_->Text1->setText(stock.code);
+    stockThemes_.load([this](const StockThemes::Stock& stock) {
+        setWindowTitle(stock.caption);
+        ui_->Text1->setText(stock.code);
+    });
     picker_->hideList();
 }
 

@@ -16,16 +16,16 @@ StockThemes::StockThemes(const Stores& stores, Globals& globals, const Clock& cl
                          Dialogs& dialogs, ResultGrid& grid)
     : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), grid_(grid) {}
 
-StockThemes::Stock StockThemes::load() {
+void StockThemes::load(const std::function<void(const Stock&)>& showStock) {
     const Activity activity(u"读取所属主题"_s);
+    Connection store = stores_.main.open();
     const QString code = std::exchange(globals_.dangqiandm, QString());
     const QString jc = std::exchange(globals_.dangqianjc, QString());
-    fill(code);
-    return Stock{jc.left(4) + u"_属于主题"_s, code};
+    showStock({jc.left(4) + u"_属于主题"_s, code});
+    fill(store, code);
 }
 
-void StockThemes::fill(const QString& code) {
-    Connection store = stores_.main.open();
+void StockThemes::fill(Connection& store, const QString& code) {
     Recordset themes(
         store,
         u"select  dm as 代码,zhutiname as 主题简称  FROM dzhzhuti where dm='"_s + code + u"'"_s);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 
 #include "app/globals.h"
@@ -24,21 +25,23 @@ public:
         QString code;
     };
 
-    // Takes the shared values over, empties them and fills the grid; with no row the grid stays.
-    Stock load();
+    // Takes the shared values over, empties them, shows the stock and fills the grid; with no row
+    // the grid stays.
+    void load(const std::function<void(const Stock&)>& showStock);
 
     // Makes the typed stock the shared one, for the next load. Returns its short name, or nothing
     // and a word to the user if it is in no theme.
     std::optional<QString> find(const QString& typed);
 
-    // 添加到主题, for the stock of the pressed row; true if it has joined one.
+    // 添加到主题, for the stock of the pressed row; true if it has joined one. A code that the code
+    // table lacks raises OperationError.
     bool joinAnother();
 
     // 从该主题删除, for the stock and the theme of the pressed row.
     void leave();
 
 private:
-    void fill(const QString& code);
+    void fill(Connection& store, const QString& code);
 
     const Stores& stores_;
     Globals& globals_;

@@ -31,7 +31,7 @@ QString nameOf(const ResultGrid& themes, int row) {
 ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs)
     : stores_(stores), clock_(clock), dialogs_(dialogs) {}
 
-Redraw ThemeCommands::addStock(const QString& theme) {
+Redraw ThemeCommands::addStock(QString theme) {
     const Activity activity(u"为主题添加个股"_s);
     const QString code =
         dialogs_.input(u"请输入股票代码,示例:SH600585"_s, u"添加到主题:"_s + theme, u"SH6"_s)
@@ -56,7 +56,7 @@ Redraw ThemeCommands::addStock(const QString& theme) {
     return Redraw::stocks;
 }
 
-Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
+Redraw ThemeCommands::removeStock(QString theme, QString code) {
     const Activity activity(u"为主题删除个股"_s);
     {
         Connection store = stores_.main.open();
@@ -66,7 +66,7 @@ Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
     return Redraw::stocks;
 }
 
-Redraw ThemeCommands::changeRelevance(const QString& theme, const QString& code) {
+Redraw ThemeCommands::changeRelevance(QString theme, QString code) {
     const Activity activity(u"修改相关度"_s);
     const auto relevance = wholeNumber16(dialogs_.input(
         u"请输入相关度，以区别和主题的相关性,在1-10之间。"_s, u"修改相关度"_s, u"5"_s));
@@ -80,7 +80,7 @@ Redraw ThemeCommands::changeRelevance(const QString& theme, const QString& code)
     return Redraw::stocks;
 }
 
-Redraw ThemeCommands::removeTheme(const QString& theme) {
+Redraw ThemeCommands::removeTheme(QString theme) {
     const Activity activity(u"删除主题"_s);
     if (!dialogs_.ask(u"确实要删除主题'"_s + theme + u"'吗?"_s)) {
         return Redraw::none;
@@ -93,7 +93,7 @@ Redraw ThemeCommands::removeTheme(const QString& theme) {
     return Redraw::none;
 }
 
-Redraw ThemeCommands::changeAttention(const QString& theme) {
+Redraw ThemeCommands::changeAttention(QString theme) {
     const Activity activity(u"修改关注度"_s);
     const auto attention = wholeNumber16(dialogs_.input(
         u"请输入关注度，以方便查找自己最关心的主题,在1-20之间。"_s, u"修改关注度"_s, u"1"_s));
@@ -107,7 +107,7 @@ Redraw ThemeCommands::changeAttention(const QString& theme) {
     return Redraw::themes;
 }
 
-Redraw ThemeCommands::rename(const QString& theme) {
+Redraw ThemeCommands::rename(QString theme) {
     Activity activity(u"修改主题名称"_s);
     const QString name =
         trimBlanks(dialogs_.input(u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme));
@@ -125,7 +125,6 @@ Redraw ThemeCommands::rename(const QString& theme) {
         activity.wrote(u"主题监控"_s);
         Connection heat = stores_.heat.open();
         heat.execute(u"update xinwenshul set zhutiname='"_s + change);
-        activity.wrote(u"新闻数量"_s);
     }
     dialogs_.tell(u"修改主题名称完成!"_s);
     return Redraw::themes;

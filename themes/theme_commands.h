@@ -19,20 +19,22 @@ enum class Redraw : std::uint8_t {
     stocks   // the stock grid of the theme
 };
 
+// Names and codes are taken by value: while a question stands, the values that windows share may
+// change under it.
 class ThemeCommands {
 public:
     ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs);
 
-    Redraw addStock(const QString& theme);                              // 为该主题添加个股
-    Redraw removeStock(const QString& theme, const QString& code);      // 为该主题删除个股
-    Redraw changeRelevance(const QString& theme, const QString& code);  // 修改主题相关度
+    Redraw addStock(QString theme);                       // 为该主题添加个股
+    Redraw removeStock(QString theme, QString code);      // 为该主题删除个股
+    Redraw changeRelevance(QString theme, QString code);  // 修改主题相关度
 
-    Redraw removeTheme(const QString& theme);      // 删除主题
-    Redraw changeAttention(const QString& theme);  // 修改关注度
+    Redraw removeTheme(QString theme);      // 删除主题
+    Redraw changeAttention(QString theme);  // 修改关注度
 
     // 修改名称: a name in use merges the two themes. A failure keeps the tables renamed before it
     // and tells which they are.
-    Redraw rename(const QString& theme);
+    Redraw rename(QString theme);
 
     // 全删指定只数的主题: of the themes as the grid shows them, by the counts that it shows.
     Redraw removeSmallThemes(const ResultGrid& themes);

@@ -5,9 +5,9 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QScrollArea>
 
 namespace guanchao {
 
@@ -30,19 +30,20 @@ QPointer<QMessageBox> newBox(QMessageBox::Icon icon, const QString& title, const
     return box;
 }
 
-// A long text scrolls, so that the buttons of its box stay on the screen.
+// A long text scrolls, so that the buttons of its box stay on the screen. It breaks anywhere: a
+// list of codes has no blanks.
 void scrollLongText(QMessageBox& box) {
     constexpr int longText = 1000;
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (box.text().size() < longText || !label) {
         return;
     }
-    auto* area = new QScrollArea(&box);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setMinimumSize(560, 360);
-    area->setWidgetResizable(true);
-    box.layout()->replaceWidget(label, area);
-    area->setWidget(label);
+    auto* text = new QPlainTextEdit(box.text(), &box);
+    text->setReadOnly(true);
+    text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text->setMinimumSize(560, 360);
+    delete box.layout()->replaceWidget(label, text);
+    label->hide();
 }
 
 }  // namespace
@@ -57,7 +58,8 @@ void DesktopDialogs::tell(const QString& text, const QString& title) {
 
 bool DesktopDialogs::ask(const QString& text, const QString& title) {
     const QPointer<QMessageBox> box = newBox(QMessageBox::Information, title, text);
-    const QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    box->setDefaultButton(ok);
     box->setEscapeButton(addButton(*box, u"取消"_s, QMessageBox::RejectRole));
     box->exec();
     const bool yes = box && box->clickedButton() == ok;

@@ -183,6 +183,44 @@ TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除主题'消费'完成!"_s);
 }
 
+TEST_F(Form2Test, EachPopupEntryActsOnWhatWasPressed) {
+    load();
+    globals_.dangqianzhuti = u"银行"_s;
+    globals_.dangqiandm = u"SH600000"_s;
+    globals_.dangqianjc = u"浦发银行"_s;
+    dialogs_.typed = u"7"_s;
+    const QString member = u"select xiangguandu,guanzhudu from dzhzhuti where zhutiname='银行'"_s;
+    const struct {
+        QString entry, query;
+        QStringList rows;
+    } cases[] = {
+        {u"修改相关度"_s, member, {u"7|1"_s}},
+        {u"修改关注度"_s, member, {u"7|7"_s}},
+        {u"添加到自选股"_s, u"select dm,jc from zixuangu"_s, {u"SH600000|浦发银行"_s}},
+        {u"从自选股删除"_s, u"select dm,jc from zixuangu"_s, {}},
+        {u"deletezhutigu"_s, member, {}},
+    };
+    for (const auto& it : cases) {
+        trigger(it.entry);
+        EXPECT_EQ(store_.rows(it.query), it.rows) << it.entry.toStdString();
+    }
+    EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
+              QStringList{u"2026-11-01 08:00:00"_s})
+        << "no command of the popups stamps the themes";
+    const QList<QPair<QString, QString>> windows = {{u"添加主题"_s, u"添加主题"_s},
+                                                    {u"所属全部主题"_s, u"浦发银行_属于主题"_s},
+                                                    {u"自选股"_s, u"自选股"_s}};
+    for (const auto& [entry, caption] : windows) {
+        trigger(entry);
+        QStringList open;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            open << (widget->isVisible() ? widget->windowTitle() : QString());
+        }
+        EXPECT_TRUE(open.contains(caption)) << entry.toStdString();
+    }
+    windows_.closeAll();
+}
+
 TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {
     load();
     auto* box = find<QLineEdit>(u"Text1"_s);

@@ -25,6 +25,11 @@ protected:
         globals_.dangqiandm = dm;
         globals_.dangqianjc = jc;
     }
+    StockThemes::Stock load() {
+        StockThemes::Stock shown;
+        themes_.load([&](const StockThemes::Stock& stock) { shown = stock; });
+        return shown;
+    }
     QStringList themesOf(const QString& dm) {
         return store_.rows(u"select zhutiname from dzhzhuti where dm='"_s + dm +
                            u"' order by rowid"_s);
@@ -40,7 +45,7 @@ protected:
 
 TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
     share(u"SH600000"_s, u"浦发银行集团"_s);
-    const StockThemes::Stock stock = themes_.load();
+    const StockThemes::Stock stock = load();
     EXPECT_EQ(stock.caption, u"浦发银行_属于主题"_s);
     EXPECT_EQ(stock.code, u"SH600000"_s);
     EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, QString());
@@ -54,7 +59,7 @@ TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
     EXPECT_EQ(grid_.colFont(1).points, 12);
     EXPECT_EQ(grid_.colWidth(0) + grid_.colWidth(1) + grid_.colWidth(2), 600 + 1000 + 1400);
     share(u"SZ000001"_s, u"平安银行"_s);
-    EXPECT_EQ(themes_.load().caption, u"平安银行_属于主题"_s);
+    EXPECT_EQ(load().caption, u"平安银行_属于主题"_s);
     EXPECT_EQ(grid_.rows(), 3) << "a stock in no theme leaves the grid as it was";
 }
 
@@ -65,7 +70,13 @@ TEST_F(StockThemesTest, FindHandsTheTypedStockToTheNextLoad) {
     EXPECT_EQ(themes_.find(u" SH600000 "_s), u"浦发银行集团"_s);
     EXPECT_EQ(globals_.dangqiandm, u"SH600000"_s);
     EXPECT_EQ(globals_.dangqianjc, u"浦发银行集团"_s);
+    load();
+    EXPECT_EQ(grid_.rows(), 3);
+    EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, QString());
+    store_.run({u"delete from dzhzhuti where zhutiname='上海'"_s});
     EXPECT_TRUE(themes_.find(u"sh600000"_s)) << "looked up in upper case";
+    EXPECT_EQ(load().code, u"sh600000"_s);
+    EXPECT_EQ(grid_.rows(), 3) << "loaded as typed, which no row bears: the old rows stay";
 }
 
 TEST_F(StockThemesTest, TheStockOfTheRowJoinsATypedTheme) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 #include "app/failure.h"
 #include "grid/sorting.h"
 #include "store/store_error.h"
@@ -158,6 +160,14 @@ TEST_F(ThemeCommandsTest, AFailedRenameKeepsWhatItDidAndTellsWhat) {
                           u" select zhutiname from zhutijiankong"_s),
               QStringList({u"消费"_s, u"消费"_s}));
     EXPECT_EQ(heatNames(), QStringList{u"白酒"_s});
+    QFile::remove(store_.stores.heat.path);
+    dialogs_.typed = u"饮料"_s;
+    try {
+        commands_.rename(u"消费"_s);
+        FAIL() << "the heat store is missing";
+    } catch (const StoreError& failure) {
+        EXPECT_TRUE(failureText(failure).contains(u"已经写入并保留：主题库、"_s));
+    }
     dialogs_.typed = u"x'y"_s;
     try {
         commands_.rename(u"银行"_s);

@@ -51,7 +51,11 @@ TEST_F(ThemeEditingTest, OpensOnAThemeOrEmpty) {
 }
 
 TEST_F(ThemeEditingTest, AddingSkipsWrongCodesAndLeavesMembersAsTheyAre) {
-    dialogs_.onAsk = [this] { store_.run({u"update jiankonghq set tempdel=0"_s}); };
+    // While the question stands the store can be written and the clock goes on.
+    dialogs_.onAsk = [this] {
+        store_.run({u"update jiankonghq set tempdel=0"_s});
+        clock_.moment = clock_.moment.addSecs(60);
+    };
     EXPECT_TRUE(editing_.add(
         {u" 白酒 "_s, u" sh600000，SH600519,,SH699999,SH 600000,sh000001,SH000300,SZ399001 "_s,
          u"20.5"_s}));

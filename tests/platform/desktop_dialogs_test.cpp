@@ -1,0 +1,92 @@
+#include "platform/desktop/desktop_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// Real boxes on the offscreen platform; what a user does to one is done from its own event loop.
+class DesktopDialogsTest : public ::testing::Test {
+protected:
+    template <typename Box>
+    static void onceOpen(std::function<void(Box&)> act) {
+        QTimer::singleShot(0, [act] {
+            auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            act(*box);
+        });
+    }
+
+    static std::function<void(QMessageBox&)> press(Qt::Key key) {
+        return [key](QMessageBox& box) { QTest::keyClick(&box, key); };
+    }
+
+    DesktopDialogs dialogs_;
+};
+
+TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
+    const auto clickCancel = [](QMessageBox& box) { box.buttons().at(1)->click(); };
+    const struct {
+        std::function<void(QMessageBox&)> act;
+        bool yes;
+    } cases[] = {
+        {press(Qt::Key_Return), true},
+        {press(Qt::Key_Escape), false},
+        {clickCancel, false},
+        {[](QMessageBox& box) { box.close(); }, false},
+    };
+    for (const auto& it : cases) {
+        onceOpen<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.icon(), QMessageBox::Information);
+            EXPECT_EQ(box.windowTitle() + u'|' + box.text(), u"观潮台|真的?"_s);
+            EXPECT_EQ(box.buttons().at(0)->text() + box.buttons().at(1)->text(), u"确定取消"_s);
+            it.act(box);
+        });
+        EXPECT_EQ(dialogs_.ask(u"真的?"_s, u"观潮台"_s), it.yes);
+    }
+}
+
+TEST_F(DesktopDialogsTest, ALongTextScrolls) {
+    const QString codes = u"600000,"_s.repeated(300);
+    onceOpen<QMessageBox>([&](QMessageBox& box) {
+        const auto* text = box.findChild<QPlainTextEdit*>();
+        ASSERT_NE(text, nullptr);
+        EXPECT_EQ(text->toPlainText(), codes);
+        EXPECT_LT(box.width(), 900);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    dialogs_.tell(codes, u"观潮台"_s);
+}
+
+TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
+    for (const bool accepted : {true, false}) {
+        onceOpen<QInputDialog>([&](QInputDialog& box) {
+            EXPECT_EQ(box.windowTitle() + u'|' + box.labelText(), u"题|问"_s);
+            EXPECT_EQ(box.findChild<QLineEdit*>()->selectedText(), u"SH6"_s);
+            QTest::keyClicks(box.findChild<QLineEdit*>(), u"SZ0"_s);
+            QTest::keyClick(&box, accepted ? Qt::Key_Return : Qt::Key_Escape);
+        });
+        EXPECT_EQ(dialogs_.input(u"问"_s, u"题"_s, u"SH6"_s), accepted ? u"SZ0"_s : QString());
+    }
+}
+
+TEST_F(DesktopDialogsTest, AnOwnerThatClosesTakesItsBoxAlong) {
+    auto* owner = new QWidget;
+    owner->show();
+    QApplication::setActiveWindow(owner);
+    onceOpen<QMessageBox>([owner](QMessageBox&) { delete owner; });
+    EXPECT_FALSE(dialogs_.ask(u"真的?"_s, u"观潮台"_s));
+}
+
+}  // namespace guanchao
