@@ -349,7 +349,6 @@ void Form2::endProgram() {
         environment_.stores, environment_.executableName, environment_.tray, environment_.processes,
         [this] { windows_.closeAll(); },
         [this](const std::exception& failure) { environment_.dialogs.tell(failureText(failure)); });
-    QCoreApplication::exit(0);
 }
 
 void Form2::tuopan显示_Click() {

@@ -41,6 +41,7 @@ void shutDown(const Stores& stores, const QString& executableName, TrayModule& t
     closeOtherWindows();
     tray.remove();
     processes.endByImageName(imageNameToEnd(executableName));
+    processes.endThisProcess();
 }
 
 }  // namespace guanchao

@@ -43,13 +43,14 @@ void DesktopProcesses::endByImageName(const QString& imageName) {
         executable.chop(4);
     }
     for (const pid_t id : processesOf(executable)) {
-        // This process is on its way out anyhow: it leaves its event loop and ends in order.
-        if (id == getpid()) {
-            QCoreApplication::exit(0);
-        } else {
+        if (id != getpid()) {
             kill(id, SIGTERM);
         }
     }
+}
+
+void DesktopProcesses::endThisProcess() {
+    QCoreApplication::exit(0);
 }
 
 }  // namespace guanchao

@@ -8,6 +8,7 @@ namespace guanchao {
 class DesktopProcesses : public Processes {
 public:
     void endByImageName(const QString& imageName) override;
+    void endThisProcess() override;
 };
 
 }  // namespace guanchao

@@ -312,7 +312,7 @@ TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     EXPECT_EQ(TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s),
               QStringList{u"0"_s});
-    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(Form2Test, EveryControlHasAnAccessibleName) {

@@ -85,7 +85,7 @@ TEST_F(LifecycleTest, ShutdownKeepsItsOrder) {
     EXPECT_EQ(steps_, QStringList{u"close"_s});
     EXPECT_EQ(desktopTray_.calls, QStringList{u"remove"_s});
     EXPECT_EQ(contentOf(store_.folder() + u"read.ini"_s), u"[read]\njintuopan=0\n"_s);
-    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(LifecycleTest, ShutdownGoesOnWithoutTheHeatStore) {
@@ -96,7 +96,7 @@ TEST_F(LifecycleTest, ShutdownGoesOnWithoutTheHeatStore) {
         [&](const std::exception& failure) { steps_ << failureText(failure); });
     ASSERT_EQ(steps_.size(), 2);
     EXPECT_TRUE(steps_[0].startsWith(u"通知采集程序退出没有完成。\n\n找不到数据文件 "_s));
-    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(LifecycleTest, TheTrayHidesOnlyWhereThereIsOne) {

@@ -90,6 +90,7 @@ public:
 class FakeProcesses : public Processes {
 public:
     void endByImageName(const QString& imageName) override { ended << imageName; }
+    void endThisProcess() override { ended << QStringLiteral("this"); }
 
     QStringList ended;
 };
