@@ -1,7 +1,9 @@
-// The one failure that a store raises, and the note of what the program was doing at that moment.
+// The one failure that a store raises, and the note of what the program was doing at that moment
+// and what of it was written for good already.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <stdexcept>
 
 namespace guanchao {
@@ -14,11 +16,16 @@ public:
     Activity(const Activity&) = delete;
     Activity& operator=(const Activity&) = delete;
 
+    // Notes a part that is written and stays so if a later one fails ("主题库").
+    void wrote(const QString& part) { written_ << part; }
+
     static QString current();
+    static QStringList currentlyWritten();
 
 private:
     const Activity* outer_;
     QString name_;
+    QStringList written_;
 };
 
 // An operation that could not be carried out, with the activity during which it failed.
@@ -28,10 +35,13 @@ public:
 
     const QString& reason() const { return reason_; }
     const QString& activity() const { return activity_; }
+    // The parts of the activity that stay written; empty if nothing was.
+    const QStringList& written() const { return written_; }
 
 private:
     QString reason_;
     QString activity_;
+    QStringList written_;
 };
 
 // A failed opening or statement: `reason` is the store's own message.

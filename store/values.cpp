@@ -175,6 +175,15 @@ double roundToWhole(double value) {
     return std::nearbyint(value);
 }
 
+std::optional<qint16> wholeNumber16(QStringView text) {
+    using Range = std::numeric_limits<qint16>;
+    const double whole = roundToWhole(numericPrefix(text));
+    if (whole < Range::min() || whole > Range::max()) {
+        return std::nullopt;
+    }
+    return static_cast<qint16>(whole);
+}
+
 double roundTo(double value, int decimals) {
     const double scale = std::pow(10.0, decimals);
     const double scaled = value * scale;

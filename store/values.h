@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <optional>
 
 namespace guanchao {
 
@@ -17,6 +18,9 @@ bool readsAsNumber(QStringView text);
 
 // The nearest whole number; a half goes to the even neighbour.
 double roundToWhole(double value);
+
+// The 16-bit whole number that the text's leading number rounds to; nothing outside that range.
+std::optional<qint16> wholeNumber16(QStringView text);
 
 // The nearest value of that many decimals; a tie goes to the even digit ("Round").
 double roundTo(double value, int decimals);
