@@ -1,6 +1,7 @@
 #include "app/form2.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <QScreen>
 
@@ -10,6 +11,9 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "grid/sorting.h"
+#include "monitor/form4.h"
+#include "monitor/form7.h"
+#include "monitor/form8.h"
 #include "ui_form2.h"
 #include "utilities/version_check.h"
 
@@ -23,6 +27,8 @@ namespace {
 constexpr int themeGridColumns = 6600;
 constexpr int gutter = 250;
 constexpr int heightAboveGrids = 1700;
+
+constexpr int alarmRepeats = 20;
 
 // A click on a grid ends without a word at any failure: most are clicks on a grid that is empty.
 template <typename Job>
@@ -49,12 +55,22 @@ Form2::Form2(Environment& environment, Windows& windows)
                   themes_, stocks_),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
                  environment.services.quote, environment.pump),
-      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump) {
+      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
+      alarmEngine_(
+          environment.stores, environment.globals, environment.clock, quoteFeed_,
+          [this] { windows_.openAnew<Form4>(); },
+          [this](const QString& file) {
+              bofangwenjian_ = file;
+              if (!Timer3_.isActive()) {
+                  Timer3_.start();
+              }
+          }) {
     ui_->setupUi(this);
     ui_->Command1->setIcon(searchIcon());
     ui_->Command2->setIcon(searchIcon());
     ui_->Command4->setIcon(updateIcon());
     ui_->progress->hide();
+    ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
     ui_->MSHFlexGrid2->setHint(
@@ -69,7 +85,9 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectGrids();
 }
 
-Form2::~Form2() = default;
+Form2::~Form2() {
+    environment_.sound.whenStopped({});
+}
 
 // The right grid takes the width beside the left one and the gutter, both take the height under the
 // fields; the layout keeps it so at every size.
@@ -125,13 +143,20 @@ void Form2::connectControls() {
         it.timer.setInterval(it.milliseconds);
     }
     connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
+    connect(&Timer2_, &QTimer::timeout, this, &Form2::Timer2_Timer);
+    connect(&Timer3_, &QTimer::timeout, this, &Form2::Timer3_Timer);
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
+    connect(ui_->stopSound, &QPushButton::clicked, this, [this] { environment_.sound.stop(); });
+    environment_.sound.whenStopped([this] { ui_->WindowsMediaPlayer1->hide(); });
 }
 
 void Form2::connectMenus() {
     connect(ui_->刷新, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->刷新2, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->全部显示, &QAction::triggered, this, &Form2::全部显示_Click);
+    connect(ui_->监控管理, &QAction::triggered, this, &Form2::监控管理_Click);
+    connect(ui_->添加主题监控, &QAction::triggered, this, &Form2::添加主题监控_Click);
+    connect(ui_->添加个股监控, &QAction::triggered, this, &Form2::添加个股监控_Click);
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
@@ -262,6 +287,20 @@ void Form2::MSHFlexGrid2_Click(int row, int col) {
     });
 }
 
+void Form2::监控管理_Click() {
+    windows_.openAnew<Form4>();
+}
+
+void Form2::添加主题监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form8>();
+}
+
+void Form2::添加个股监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form7>();
+}
+
 void Form2::Timer1_Timer() {
     Timer1_.stop();
     const QString caption = windowTitle();
@@ -270,6 +309,17 @@ void Form2::Timer1_Timer() {
     setWindowTitle(caption);
     environment_.pump.runPendingEvents();
     Timer2_.start();
+}
+
+void Form2::Timer2_Timer() {
+    alarmEngine_.tick();
+}
+
+void Form2::Timer3_Timer() {
+    Timer3_.stop();
+    environment_.sound.play(bofangwenjian_, alarmRepeats);
+    ui_->soundFile->setText(QFileInfo(bofangwenjian_).fileName());
+    ui_->WindowsMediaPlayer1->show();
 }
 
 void Form2::Timer4_Timer() {
