@@ -27,6 +27,8 @@ Form4::Form4(Environment& environment, Windows& windows)
     ui_->MSHFlexGrid2->setHint(u"还没有个股监控\n\n在主窗口右击一只股票，选“添加个股监控”"_s);
     buildMenus();
     connectControls();
+    // An alarm brings the window up while the user types elsewhere: no key may reach the frequency.
+    ui_->MSHFlexGrid1->setFocus();
     Form_Load();
 }
 
@@ -39,11 +41,14 @@ void Form4::buildMenus() {
     kuaijie2_.addActions({ui_->添加监控2, ui_->修改监控2, ui_->删除监控2, ui_->查看行情});
 }
 
+// What may show a message is queued: the control that asked for it must be done with its event,
+// since an alarm may replace this window, with all its controls, under the message.
 void Form4::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form4::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form4::Command2_Click);
     connect(ui_->Text1, &QLineEdit::textChanged, this, &Form4::Text1_Change);
-    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus,
+            Qt::QueuedConnection);
     ui_->Text1->installEventFilter(this);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
@@ -55,13 +60,15 @@ void Form4::connectControls() {
             [this](int row, int col) { sort(stocks_, row, col); });
     connect(ui_->添加监控, &QAction::triggered, this, &Form4::添加监控_Click);
     connect(ui_->修改监控, &QAction::triggered, this, &Form4::修改监控_Click);
-    connect(ui_->删除监控, &QAction::triggered, this,
-            [this] { deleteMonitor(&MonitorManager::deleteTheme); });
+    connect(
+        ui_->删除监控, &QAction::triggered, this,
+        [this] { deleteMonitor(&MonitorManager::deleteTheme); }, Qt::QueuedConnection);
     connect(ui_->复制主题名称, &QAction::triggered, this, [this] { manager_.copyThemeName(); });
     connect(ui_->添加监控2, &QAction::triggered, this, &Form4::添加监控2_Click);
     connect(ui_->修改监控2, &QAction::triggered, this, &Form4::修改监控2_Click);
-    connect(ui_->删除监控2, &QAction::triggered, this,
-            [this] { deleteMonitor(&MonitorManager::deleteStock); });
+    connect(
+        ui_->删除监控2, &QAction::triggered, this,
+        [this] { deleteMonitor(&MonitorManager::deleteStock); }, Qt::QueuedConnection);
 }
 
 void Form4::Form_Load() {
@@ -137,7 +144,7 @@ void Form4::deleteMonitor(void (MonitorManager::*remove)()) {
 bool Form4::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->Text1 && event->type() == QEvent::FocusOut && isVisible() &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
-        Text1_LostFocus();
+        QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
     }
     return QWidget::eventFilter(watched, event);
 }
