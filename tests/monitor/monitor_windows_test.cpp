@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -17,6 +19,7 @@
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "platform/desktop/desktop_dialogs.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/quote_reply.h"
 #include "tests/support/test_environment.h"
@@ -149,21 +152,14 @@ TEST_F(MonitorWindowsTest, LeavingTheFrequencyOrTheWindowChecksIt) {
     EXPECT_EQ(store_.rows(u"select jiankongpinlu from tempcanshu"_s), QStringList{u"8"_s});
 }
 
-// The message of a deletion is open when an alarm shows the manager anew.
+// While a message of the manager is open, an alarm closes it and shows a new one.
 TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgain) {
-    struct ReplacingDialogs : FakeDialogs {
-        void tell(const QString& text, const QString& title) override {
-            FakeDialogs::tell(text, title);
-            windows->openAnew<Form4>();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-        Windows* windows = nullptr;
-    } replacing;
+    DesktopDialogs dialogs;
     Environment environment{environment_.globals,
                             environment_.stores,
                             environment_.services,
                             environment_.clock,
-                            replacing,
+                            dialogs,
                             environment_.pump,
                             environment_.http,
                             environment_.shell,
@@ -174,25 +170,46 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             {},
                             {}};
     Windows windows(environment);
-    replacing.windows = &windows;
-    const struct {
-        QString action, grid;
-    } cases[] = {{u"删除监控"_s, u"MSHFlexGrid1"_s}, {u"删除监控2"_s, u"MSHFlexGrid2"_s}};
-    for (const auto& it : cases) {
+    QStringList messages;
+    const std::function<void()> replaceAndAnswer = [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(box);
         windows.openAnew<Form4>();
+        QTimer::singleShot(0, box, [box, &messages] {
+            messages << box->text();
+            box->accept();
+        });
+    };
+    const std::function<void(Form4*)> actions[] = {
+        [&](Form4* form) {
+            popup(form, u"MSHFlexGrid1"_s);
+            trigger(form, u"删除监控"_s);
+        },
+        [&](Form4* form) {
+            popup(form, u"MSHFlexGrid2"_s);
+            trigger(form, u"删除监控2"_s);
+        },
+        [&](Form4* form) {
+            store_.run({u"insert into jiankonghq(dm) values('SH600000')"_s});
+            box(form, u"Text1"_s)->setText(u"0"_s);
+            leave(box(form, u"Text1"_s));
+        },
+    };
+    for (const auto& action : actions) {
+        windows.openAnew<Form4>();
+        QApplication::processEvents();
         const QPointer<Form4> old = window<Form4>();
-        popup(old, it.grid);
-        trigger(old, it.action);
+        QTimer::singleShot(0, qApp, replaceAndAnswer);
+        action(old);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(old);
         EXPECT_TRUE(window<Form4>());
     }
-    const QPointer<Form4> old = window<Form4>();
-    store_.run({u"insert into jiankonghq(dm) values('SH600000')"_s});
-    box(old, u"Text1"_s)->setText(u"0"_s);
-    leave(box(old, u"Text1"_s));
-    EXPECT_FALSE(old);
-    windows.closeAll();
+    EXPECT_EQ(messages, QStringList({u"主题(银行)监控已删除。"_s, u"个股(浦发银行)监控已删除。"_s,
+                                     u"此监控频率最多监控0只股票，请改大监控频率或删除不必要的"
+                                     u"监控记录。"_s}));
     EXPECT_EQ(monitored(), QStringList());
+    windows.closeAll();
 }
 
 TEST_F(MonitorWindowsTest, TheStockEditorPicksConfirmsAndOpensTheManagerAnew) {
