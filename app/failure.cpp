@@ -28,14 +28,6 @@ QString explanation(const StoreError& failure) {
     return u"数据文件 "_s + file + u" 执行语句失败。"_s;
 }
 
-// What the stores hold now: the user must know whether to repeat the whole or the rest.
-QString outcome(const OperationError* operation) {
-    if (!operation || operation->written().isEmpty()) {
-        return u"这一步没有写入任何数据。"_s;
-    }
-    return u"已经写入并保留："_s + operation->written().join(u'、') + u"。其余没有写入。"_s;
-}
-
 }  // namespace
 
 QString failureText(const std::exception& failure) {
@@ -46,7 +38,10 @@ QString failureText(const std::exception& failure) {
         text += explanation(*store) + u"\n"_s;
     }
     text += u"原因："_s + (operation ? operation->reason() : QString::fromUtf8(failure.what()));
-    return text + u"\n\n"_s + outcome(operation);
+    if (named && !operation->remains().isEmpty()) {
+        text += u"\n\n"_s + operation->remains();
+    }
+    return text;
 }
 
 }  // namespace guanchao

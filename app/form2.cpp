@@ -11,9 +11,14 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "grid/sorting.h"
+#include "grid/trapped.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "store/values.h"
+#include "themes/form22.h"
+#include "themes/form30.h"
+#include "themes/form6.h"
 #include "ui_form2.h"
 #include "utilities/version_check.h"
 
@@ -30,16 +35,6 @@ constexpr int heightAboveGrids = 1700;
 
 constexpr int alarmRepeats = 20;
 
-// A click on a grid ends without a word at any failure: most are clicks on a grid that is empty.
-template <typename Job>
-void trapped(Job job) {
-    try {
-        job();
-    } catch (const std::exception&) {
-        return;
-    }
-}
-
 // The grid must hold a table, and the pointer be on one of its rows.
 bool isDataRow(const ResultGrid& grid, int row) {
     return row > 0 && grid.cols() > 2 && grid.rows() > 1;
@@ -53,6 +48,8 @@ Form2::Form2(Environment& environment, Windows& windows)
       ui_(std::make_unique<Ui::Form2>()),
       themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                   themes_, stocks_),
+      themeCommands_(environment.stores, environment.clock, environment.dialogs),
+      watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
                  environment.services.quote, environment.pump),
       quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
@@ -82,6 +79,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     buildMenus();
     connectControls();
     connectMenus();
+    connectThemeCommands();
     connectGrids();
 }
 
@@ -162,6 +160,43 @@ void Form2::connectMenus() {
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
 }
 
+void Form2::connectThemeCommands() {
+    Globals& globals = environment_.globals;
+    const auto command = [this](QAction* entry, auto run) {
+        connect(entry, &QAction::triggered, this, [this, run] { redraw(run()); });
+    };
+    command(ui_->修改主题名称,
+            [this, &globals] { return themeCommands_.rename(globals.dangqianzhuti); });
+    command(ui_->删除主题,
+            [this, &globals] { return themeCommands_.removeTheme(globals.dangqianzhuti); });
+    command(ui_->修改关注度,
+            [this, &globals] { return themeCommands_.changeAttention(globals.dangqianzhuti); });
+    command(ui_->全删指定只数的主题, [this] { return themeCommands_.removeSmallThemes(themes_); });
+    command(ui_->addzhutigu,
+            [this, &globals] { return themeCommands_.addStock(globals.dangqianzhuti); });
+    command(ui_->deletezhutigu, [this, &globals] {
+        return themeCommands_.removeStock(globals.dangqianzhuti, globals.dangqiandm);
+    });
+    command(ui_->修改相关度, [this, &globals] {
+        return themeCommands_.changeRelevance(globals.dangqianzhuti, globals.dangqiandm);
+    });
+    connect(ui_->添加到自选股, &QAction::triggered, this,
+            [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
+    connect(ui_->从自选股删除, &QAction::triggered, this,
+            [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
+    connect(ui_->添加主题, &QAction::triggered, this, [this] { windows_.openAnew<Form6>(); });
+    connect(ui_->所属全部主题, &QAction::triggered, this, [this] { windows_.openAnew<Form22>(); });
+    connect(ui_->自选股, &QAction::triggered, this, [this] { windows_.openAnew<Form30>(); });
+}
+
+void Form2::redraw(Redraw part) {
+    if (part == Redraw::themes) {
+        刷新_Click();
+    } else if (part == Redraw::stocks) {
+        themeTable_.xianshizhutigu(environment_.globals.dangqianzhuti);
+    }
+}
+
 void Form2::connectGrids() {
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
@@ -173,18 +208,21 @@ void Form2::connectGrids() {
 
 void Form2::Form_Load() {
     tuichubiaozhi_ = 0;
+    // A first refresh that fails, on a store that is locked for the moment, must not leave the
+    // program without its alarms for the rest of the day.
+    const auto enableTimers = qScopeGuard([this] {
+        Timer1_.start();
+        Timer4_.start();
+    });
     loadProgram(environment_.programFolder, environment_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
-    Timer1_.start();
-    Timer4_.start();
 }
 
 void Form2::刷新_Click() {
-    const std::optional<UpdateLabels> labels = themeTable_.refresh(ui_->Text3->text());
-    if (labels) {
-        ui_->Label4->setText(labels->themes);
-        ui_->Label6->setText(labels->quotes);
-    }
+    themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& labels) {
+        ui_->Label4->setText(labels.themes);
+        ui_->Label6->setText(labels.quotes);
+    });
 }
 
 void Form2::全部显示_Click() {
@@ -207,21 +245,28 @@ void Form2::Command4_Click() {
     }
     ui_->Command4->setEnabled(false);
     ui_->gengxin->setEnabled(false);
-    const auto end = qScopeGuard([this] {
+    if (runQuotes()) {
+        environment_.dialogs.tell(u"更新行情数据完成！"_s);
+    }
+}
+
+// True if the run came to its end; the controls are then as before it, and so they are after a run
+// that was cancelled or has failed, with the time label put back.
+bool Form2::runQuotes() {
+    const QString quoteTime = ui_->Label6->text();
+    auto endRun = qScopeGuard([this] {
+        ui_->Label1->clear();
+        ui_->progress->hide();
         ui_->Command4->setEnabled(true);
         ui_->gengxin->setEnabled(true);
-        ui_->progress->hide();
-        ui_->Label1->clear();
     });
-    environment_.pump.runPendingEvents();
-    const bool done = quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); });
-    if (!done) {
-        return;
+    auto restoreLabel = qScopeGuard([&] { ui_->Label6->setText(quoteTime); });
+    if (!quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); })) {
+        return false;
     }
+    restoreLabel.dismiss();
     刷新_Click();
-    ui_->Command4->setEnabled(true);
-    ui_->progress->hide();
-    environment_.dialogs.tell(u"更新行情数据完成！"_s);
+    return true;
 }
 
 void Form2::showProgress(const QuoteProgress& progress) {
@@ -239,11 +284,11 @@ void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
         themes_.setToolTipText({});
         return;
     }
-    environment_.globals.dangqianzhuti = themes_.textMatrix(row, 1).trimmed();
+    environment_.globals.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
     themes_.setToolTipText(environment_.globals.dangqianzhuti);
     if (button == Qt::RightButton) {
         biaoji(themes_, row);
-        leftkuaimenu_.popup(QCursor::pos());
+        leftkuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
         picker_->hideList();
     }
 }
@@ -256,7 +301,7 @@ void Form2::MSHFlexGrid1_Click(int row, int col) {
             sortByHeader(themes_, col, u"时间"_s, lastSortCode_);
         } else {
             biaoji(themes_, row);
-            ui_->Text2->setText(themes_.textMatrix(row, 1).trimmed());
+            ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
             themeTable_.xianshizhutigu(ui_->Text2->text());
         }
         themes_.setRedraw(true);
@@ -267,12 +312,12 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
     if (!isDataRow(stocks_, row)) {
         return;
     }
-    environment_.globals.dangqiandm = stocks_.textMatrix(row, 2).trimmed();
-    environment_.globals.dangqianjc = stocks_.textMatrix(row, 3).trimmed();
-    ui_->Text1->setText(environment_.globals.dangqiandm);
+    environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
+    environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
+    picker_->setText(environment_.globals.dangqiandm);
     if (button == Qt::RightButton) {
         biaoji(stocks_, row);
-        kuaimenu_.popup(QCursor::pos());
+        kuaimenu_.popup(ui_->MSHFlexGrid2->pressPosition());
         picker_->hideList();
     }
 }

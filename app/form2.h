@@ -14,7 +14,9 @@
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
 #include "monitor/alarm_engine.h"
+#include "themes/theme_commands.h"
 #include "themes/theme_table.h"
+#include "themes/watchlist.h"
 
 namespace Ui {
 class Form2;
@@ -43,8 +45,11 @@ private:
     void buildMenus();
     void connectControls();
     void connectMenus();
+    void connectThemeCommands();
     void connectGrids();
     void arrangeGrids();
+    void redraw(Redraw part);
+    bool runQuotes();
     void showProgress(const QuoteProgress& progress);
     void hideToTray();
     void endProgram();
@@ -77,6 +82,8 @@ private:
     ResultGrid themes_;
     ResultGrid stocks_;
     ThemeTable themeTable_;
+    ThemeCommands themeCommands_;
+    Watchlist watchlist_;
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
     AlarmEngine alarmEngine_;

@@ -12,8 +12,7 @@ void loadProgram(const QString& programFolder, TrayModule& tray, Globals& global
     globals.wenzhangxiaolei.clear();
     globals.yingyongmulu = applicationFolder(programFolder);
     stores = storesIn(globals.yingyongmulu);
-    // The collector's code-table mode is not started here: it costs minutes, and a user asks for
-    // it.
+    // The collector's code-table mode is deliberately not started here.
     globals.jintian = clock.now().date();
     refresh();
 }

@@ -5,7 +5,8 @@
 namespace guanchao {
 
 Colour signColour(QStringView cellText) {
-    return numericPrefix(cellText.trimmed()) < 0 ? fallColour : riseColour;
+    const QStringView number = cellText.trimmed();
+    return number.startsWith(u'-') && numericPrefix(number) < 0 ? fallColour : riseColour;
 }
 
 }  // namespace guanchao

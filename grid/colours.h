@@ -1,4 +1,4 @@
-// The colours of the result grids, as 0xRRGGBB.
+// The colours of cells in the result grids, as 0xRRGGBB; ground and header are in the style sheet.
 #pragma once
 
 #include <QStringView>
@@ -12,9 +12,7 @@ constexpr Colour rgb(unsigned red, unsigned green, unsigned blue) {
     return (red << 16) | (green << 8) | blue;
 }
 
-constexpr Colour groundColour = rgb(0, 0, 0);
 constexpr Colour textColour = rgb(192, 192, 192);
-constexpr Colour headerColour = rgb(82, 255, 255);
 constexpr Colour themeColour = rgb(255, 255, 82);  // the name of a theme
 constexpr Colour stockColour = rgb(82, 255, 255);  // a stock's short name
 constexpr Colour riseColour = rgb(255, 82, 82);    // the market's red: 0 and above

@@ -22,14 +22,25 @@ QColor toColor(Colour colour) {
     return QColor::fromRgb(colour);
 }
 
-// Puts the cell's own colour under the text, on a marked row too.
-class ColourDelegate : public QStyledItemDelegate {
+QFont fontOf(const ResultGrid& grid, int col, QFont font) {
+    const ColumnFont& own = grid.colFont(col);
+    if (own.points > 0) {
+        font.setFamilies(QStringList{own.family} + font.families());
+        font.setPointSize(own.points);
+    }
+    return font;
+}
+
+// Puts the cell's own colour and font under the text, on a marked row too.
+class CellDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
+        const auto& grid = static_cast<const ResultGrid&>(*index.model());
+        option->font = fontOf(grid, index.column(), option->font);
         const QVariant own = index.data(ResultGrid::ColourRole);
         const QColor colour = toColor(own.isValid() ? own.toUInt() : textColour);
         option->palette.setColor(QPalette::Text, colour);
@@ -40,7 +51,7 @@ protected:
 }  // namespace
 
 GridView::GridView(QWidget* parent) : QTableView(parent) {
-    setItemDelegate(new ColourDelegate(this));
+    setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
@@ -57,8 +68,7 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
 
 void GridView::watchHeader() {
     horizontalHeader()->setSectionsClickable(true);
-    connect(horizontalHeader(), &QHeaderView::sectionPressed, this,
-            [this](int col) { emit gridPressed(0, col, Qt::LeftButton); });
+    horizontalHeader()->viewport()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int col) { emit gridClicked(0, col); });
 }
@@ -66,7 +76,8 @@ void GridView::watchHeader() {
 void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
-    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidths);
+    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidth);
+    connect(&grid, &ResultGrid::rowSelected, this, &GridView::showMark);
     connect(&grid, &ResultGrid::modelReset, this, [this] {
         applyWidths();
         showMark();
@@ -83,20 +94,28 @@ void GridView::applyWidths() {
     horizontalHeader()->setVisible(!isEmpty());
     const int shown = std::min(grid_->cols(), horizontalHeader()->count());
     for (int col = 0; col < shown; ++col) {
-        setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfNumbers(col)));
+        applyWidth(col);
     }
 }
 
-// A number of which the end is missing reads as another one: such a column grows beyond its width.
-int GridView::widthOfNumbers(int col) const {
-    qsizetype longest = 0;
+void GridView::applyWidth(int col) {
+    setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
+}
+
+// A number or a code of which the end is missing reads as another one: such a column grows beyond
+// its width. Columns with a font of their own hold codes.
+int GridView::widthOfKeys(int col) const {
+    const bool ownFont = grid_->colFont(col).points > 0;
+    QString longest;
     for (int row = 1; row < grid_->rows(); ++row) {
         const QString& text = grid_->textMatrix(row, col);
-        if (text.size() > longest && readsAsNumber(text)) {
-            longest = text.size();
+        if (text.size() > longest.size() && (ownFont || readsAsNumber(text))) {
+            longest = text;
         }
     }
-    return static_cast<int>(longest) * fontMetrics().horizontalAdvance(u'0') + cellPadding;
+    const QFontMetrics metrics(fontOf(*grid_, col, font()));
+    const int digits = static_cast<int>(longest.size()) * metrics.horizontalAdvance(u'0');
+    return std::max(digits, metrics.horizontalAdvance(longest)) + cellPadding;
 }
 
 void GridView::showMark() {
@@ -106,7 +125,18 @@ void GridView::showMark() {
     }
 }
 
+// The header's own signals tell of the left button only.
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
+        const auto* press = static_cast<QMouseEvent*>(event);
+        const int col = horizontalHeader()->logicalIndexAt(press->position().toPoint());
+        emit gridPressed(0, col, press->button());
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
 void GridView::mousePressEvent(QMouseEvent* event) {
+    pressPosition_ = event->globalPosition().toPoint();
     const QModelIndex index = indexAt(event->position().toPoint());
     pressedIndex_ = index;
     QTableView::mousePressEvent(event);
@@ -145,6 +175,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 // The menu key stands for a press of the right button; the mouse has had its press already.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        pressPosition_ = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
         emit gridPressed(currentIndex().row() + 1, currentIndex().column(), Qt::RightButton);
     }
     event->accept();
@@ -152,7 +183,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (grid_ && isEmpty()) {
+    if (grid_ && grid_->rows() == 1) {
         QPainter painter(viewport());
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);

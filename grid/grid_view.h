@@ -17,12 +17,15 @@ public:
     // The grid must outlive the view.
     void setGrid(ResultGrid& grid);
 
-    // What stands in the middle of the view while the grid holds no table.
+    // What stands in the middle of the view while the grid holds no rows.
     void setHint(const QString& hint) { hint_ = hint; }
 
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
     // widths were chosen.
     int pixels(int twips) const;
+
+    // Where on the screen the last press was: the place for a popup.
+    QPoint pressPosition() const { return pressPosition_; }
 
 signals:
     void gridPressed(int row, int col, Qt::MouseButton button);
@@ -30,6 +33,7 @@ signals:
     void gridDoubleClicked(int row, int col);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -41,13 +45,15 @@ protected:
 private:
     bool isEmpty() const { return grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
-    int widthOfNumbers(int col) const;
+    void applyWidth(int col);
+    int widthOfKeys(int col) const;
     void showMark();
     void watchHeader();
 
     ResultGrid* grid_ = nullptr;
     QString hint_;
     QModelIndex pressedIndex_;
+    QPoint pressPosition_;
 };
 
 }  // namespace guanchao

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 
 #include "grid/stock_picker.h"
+#include "store/values.h"
 
 namespace guanchao {
 
@@ -22,8 +23,16 @@ void PickerBox::hideList() {
     list_.hide();
 }
 
+void PickerBox::setText(const QString& text) {
+    const bool same = box_.text() == text;
+    box_.setText(text);
+    if (same) {
+        boxChanged();
+    }
+}
+
 void PickerBox::boxChanged() {
-    const QString text = box_.text().trimmed();
+    const QString text = trimBlanks(box_.text());
     if (text.isEmpty()) {
         return;
     }

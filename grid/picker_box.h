@@ -21,6 +21,10 @@ public:
 
     void hideList();
 
+    // Puts a text into the box as if it had been typed: the list opens even for the text that is
+    // there already.
+    void setText(const QString& text);
+
 signals:
     // A candidate was taken; the box holds its code and the list is hidden.
     void chosen();

@@ -9,7 +9,7 @@
 namespace guanchao {
 
 ResultGrid::ResultGrid(QObject* parent)
-    : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth) {}
+    : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth), fonts_(1) {}
 
 void ResultGrid::setRows(int rows) {
     resize(rows, cols_);
@@ -37,6 +37,7 @@ void ResultGrid::resize(int rows, int cols) {
         }
         cells_ = std::move(cells);
         widths_.resize(static_cast<size_t>(cols), standardWidth);
+        fonts_.resize(static_cast<size_t>(cols));
     }
     rows_ = rows;
     cols_ = cols;
@@ -112,7 +113,16 @@ int ResultGrid::colWidth(int col) const {
 
 void ResultGrid::setColWidth(int col, int twips) {
     widths_.at(static_cast<size_t>(col)) = twips;
-    emit colWidthChanged(col);
+    if (redraw_) {
+        emit colWidthChanged(col);
+    } else {
+        stale_ = true;
+    }
+}
+
+void ResultGrid::setColFont(int col, const ColumnFont& font) {
+    fonts_.at(static_cast<size_t>(col)) = font;
+    changed();
 }
 
 void ResultGrid::setRedraw(bool on) {
@@ -208,11 +218,16 @@ QVariant ResultGrid::headerData(int section, Qt::Orientation orientation, int ro
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
 }
 
+void ResultGrid::selectRow(int row) {
+    setRow(row);
+    setCol(0);
+    setColSel(cols_ - 1);
+    setRowSel(row);
+    emit rowSelected(row);
+}
+
 void biaoji(ResultGrid& grid, int row) {
-    grid.setRow(row);
-    grid.setCol(0);
-    grid.setColSel(grid.cols() - 1);
-    grid.setRowSel(row);
+    grid.selectRow(row);
 }
 
 }  // namespace guanchao

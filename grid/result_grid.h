@@ -14,6 +14,13 @@ namespace guanchao {
 // How the text lies in its cell.
 enum class CellAlignment : std::uint8_t { general, centre, right };  // general: numbers right
 
+// The font of a column's data cells; 0 points stand for the font of the whole grid. Where the
+// family is missing, the grid's own takes its place.
+struct ColumnFont {
+    QString family;
+    int points = 0;
+};
+
 // Sorting by the column of the current cell.
 enum class SortCode : std::uint8_t {
     none = 0,
@@ -62,9 +69,15 @@ public:
     int colWidth(int col) const;
     void setColWidth(int col, int twips);
 
+    const ColumnFont& colFont(int col) const { return fonts_.at(static_cast<size_t>(col)); }
+    void setColFont(int col, const ColumnFont& font);
+
     bool redraw() const { return redraw_; }
     // While off, views keep what they show; switching it on shows all changes at once.
     void setRedraw(bool on);
+
+    // Makes the row the selection, from its first to its last cell.
+    void selectRow(int row);
 
     // Empties all cells and takes their looks away; counts and widths stay.
     void clear();
@@ -85,6 +98,7 @@ public:
 
 signals:
     void colWidthChanged(int col);
+    void rowSelected(int row);
     void toolTipTextChanged(const QString& text);
 
 private:
@@ -108,6 +122,7 @@ private:
     std::vector<Cell> cells_;
     std::vector<int> order_;  // display row -> row of cells_
     std::vector<int> widths_;
+    std::vector<ColumnFont> fonts_;
     int row_ = 0;
     int col_ = 0;
     int rowSel_ = 0;

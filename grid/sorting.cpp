@@ -48,6 +48,17 @@ void sortIndexes(std::vector<int>& order, bool ascending, Before isBefore) {
     });
 }
 
+SortCode nextGenericCode(SortCode last) {
+    return last == SortCode::genericAscending ? SortCode::genericDescending
+                                              : SortCode::genericAscending;
+}
+
+void sortBy(ResultGrid& grid, int col, SortCode code) {
+    grid.setCol(col);
+    grid.sortRows(code);
+    writeRowNumbers(grid);
+}
+
 }  // namespace
 
 std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code) {
@@ -69,15 +80,17 @@ SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode l
     if (header.contains(dateWord)) {
         return last == SortCode::textAscending ? SortCode::textDescending : SortCode::textAscending;
     }
-    return last == SortCode::genericAscending ? SortCode::genericDescending
-                                              : SortCode::genericAscending;
+    return nextGenericCode(last);
 }
 
 void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last) {
     last = nextSortCode(grid.textMatrix(0, col), dateWord, last);
-    grid.setCol(col);
-    grid.sortRows(last);
-    writeRowNumbers(grid);
+    sortBy(grid, col, last);
+}
+
+void sortByHeader(ResultGrid& grid, int col, SortCode& last) {
+    last = nextGenericCode(last);
+    sortBy(grid, col, last);
 }
 
 void writeRowNumbers(ResultGrid& grid) {

@@ -19,6 +19,9 @@ SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode l
 // A click on the header of `col`: sorts by it, remembers the code in `last`, numbers the rows anew.
 void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last);
 
+// The same in a window without a date word: always generic.
+void sortByHeader(ResultGrid& grid, int col, SortCode& last);
+
 // 序号: column 0 counts the rows in the order of display.
 void writeRowNumbers(ResultGrid& grid);
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
 
 namespace guanchao {
 
@@ -49,6 +51,7 @@ QString stockHits(Connection& connection, const QString& statement) {
 }  // namespace
 
 QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
+    const Activity activity(u"查找股票"_s);
     Connection connection = mainStore.open();
     const QString length = QString::number(text.size());
     QString found;
@@ -57,8 +60,8 @@ QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
             stockHits(connection, u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s +
                                       length + u")='"_s + text + u"'"_s);
     }
-    // One character never equals four, so that boards are never offered and digits that begin
-    // with 9 find nothing: users rely on it that a 9 opens no list.
+    // One character never equals four: boards are never offered, and digits that begin with 9 find
+    // nothing. It is kept this way on purpose.
     if (text.first(std::min<qsizetype>(1, text.size())) == u"9999"_s) {
         found += hits(connection,
                       u"select bankuaidm,bankuaijc FROM bankuaidmb where substr(bankuaidm,1,"_s +
@@ -87,7 +90,7 @@ int candidateListHeight(const QString& candidates) {
 }
 
 QString codeOfCandidate(const QString& line) {
-    return line.trimmed().section(u' ', 0, 0).trimmed();
+    return trimBlanks(line).section(u' ', 0, 0);
 }
 
 }  // namespace guanchao

@@ -26,7 +26,8 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
     if (!body) {
         return;
     }
-    const QStringList pieces = textFromGbk(*body).split(u';');
+    const QString reply = textFromGbk(*body);
+    const QList<QStringView> pieces = QStringView(reply).split(u';');
     // The reply for a single code has two pieces only and is not written: a batch of one code
     // never brings a quote.
     if (pieces.size() - 1 < 2) {
@@ -36,16 +37,17 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
     pump_.runPendingEvents();
 }
 
-void QuoteFeed::writeReply(Connection& connection, const QStringList& pieces, qint16 tojiankong) {
+void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pieces,
+                           qint16 tojiankong) {
     globals_.hqmang = 1;
     const auto free = qScopeGuard([this] { globals_.hqmang = 0; });
     Transaction transaction(connection);
-    for (const QString& piece : pieces) {
+    const QString now = timeText(clock_.now());
+    for (const QStringView piece : pieces) {
         const std::optional<QuoteLine> line = readQuoteLine(piece);
         if (!line) {
             continue;
         }
-        const QString now = timeText(clock_.now());
         connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
                                           : updatePollList(*line, now));
     }

@@ -26,7 +26,7 @@ public:
     void gengxinhq(const QString& list, qint16 tojiankong);
 
 private:
-    void writeReply(Connection& connection, const QStringList& pieces, qint16 tojiankong);
+    void writeReply(Connection& connection, const QList<QStringView>& pieces, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;

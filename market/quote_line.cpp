@@ -1,5 +1,7 @@
 #include "market/quote_line.h"
 
+#include <QVarLengthArray>
+
 #include "store/store_error.h"
 #include "store/values.h"
 
@@ -11,6 +13,7 @@ namespace {
 
 constexpr int codeLength = 8;
 constexpr int decimals = 4;
+constexpr int usualFields = 40;
 
 // The service's fields by position; the name in front of field 0 is its variable.
 enum Field { variable = 0, open = 1, formerClose = 2, last = 3, high = 4, low = 5 };
@@ -38,24 +41,27 @@ void computeGain(QuoteLine& line, double lastPrice, double close) {
 
 }  // namespace
 
-std::optional<QuoteLine> readQuoteLine(const QString& piece) {
-    const QStringList fields = piece.split(u',');
+std::optional<QuoteLine> readQuoteLine(QStringView piece) {
+    QVarLengthArray<QStringView, usualFields> fields;
+    for (const QStringView field : piece.tokenize(u',')) {
+        fields.append(field);
+    }
     if (fields.size() - 1 <= 3) {
         return std::nullopt;
     }
     QuoteLine line;
-    line.dm = codeOf(fields[variable]);
-    // The time of the service is the last field of a whole line, although only the local clock
-    // dates the row: a line that ends before it broke off on the way.
+    line.dm = codeOf(fields[variable].toString());
+    // The time is the last field that is read, although only the local clock dates the row: a line
+    // that ends before it broke off on the way.
     if (fields.size() <= time) {
         throw OperationError(u"行情数据不完整："_s + line.dm);
     }
-    line.kp = fields[open];
-    line.sp = fields[last];
-    line.zg = fields[high];
-    line.zd = fields[low];
-    line.totalsl = fields[volume];
-    line.totaljine = fields[turnover];
+    line.kp = fields[open].toString();
+    line.sp = fields[last].toString();
+    line.zg = fields[high].toString();
+    line.zd = fields[low].toString();
+    line.totalsl = fields[volume].toString();
+    line.totaljine = fields[turnover].toString();
     computeGain(line, numericPrefix(fields[last]), numericPrefix(fields[formerClose]));
     return line;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <optional>
 
 namespace guanchao {
@@ -23,7 +22,7 @@ struct QuoteLine {
 // Reads one piece of a reply. Nothing for a piece without a quote: the line feed at the end, a code
 // that the service doesn't know. Raises OperationError for a piece that breaks off and for a
 // previous close of 0 under a last price.
-std::optional<QuoteLine> readQuoteLine(const QString& piece);
+std::optional<QuoteLine> readQuoteLine(QStringView piece);
 
 // The statements that write a line, at the moment `now` as time text.
 QString updateCodeTable(const QuoteLine& line, const QString& now);

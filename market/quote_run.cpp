@@ -29,7 +29,12 @@ bool QuoteRun::update(const QString& codesQuery, const Report& report) {
     running_ = true;
     cancelled_ = false;
     const auto end = qScopeGuard([this] { running_ = false; });
-    const Activity activity(u"更新行情数据"_s);
+    pump_.runPendingEvents();
+    if (cancelled_) {
+        return false;
+    }
+    const Activity activity(u"更新行情数据"_s,
+                            u"此前各批行情已经写入并保留，出错的这一批没有写入。"_s);
     Connection connection = stores_.main.open();
     Recordset codes(connection, codesQuery);
     if (!updateBatches(codes, report)) {

@@ -30,7 +30,7 @@ public:
     // raises.
     bool run(const Report& report);
 
-    // 更新全部: the same without the three indexes.
+    // 更新全部: the same without the three indexes. No control runs it at present.
     bool gengxinquanbu(const Report& report);
 
     void cancel() { cancelled_ = true; }

@@ -69,14 +69,13 @@ void AlarmEngine::count() {
     if (globals_.hqmang > 0 || polling_) {
         return;
     }
-    Activity activity(u"监控行情"_s);
+    const Activity activity(u"监控行情"_s, u"失败之前各步的结果已经写入并保留。"_s);
     Connection connection = stores_.main.open();
     if (pinlvjishu_ < neededFrequency(connection).toNumber()) {
         return;
     }
     pinlvjishu_ = 0;
     const QScopedValueRollback busy(polling_, true);
-    activity.wrote(u"失败之前各步的结果"_s);
     poll(connection);
     failing_ = false;
 }

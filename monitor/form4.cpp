@@ -153,7 +153,7 @@ void Form4::sort(ResultGrid& grid, int row, int col) {
     trapped([&] {
         if (row == 0) {
             grid.setRedraw(false);
-            sortByHeader(grid, col, u"日期"_s, lastSortCode_);
+            sortByHeader(grid, col, lastSortCode_);
             grid.setRedraw(true);
         }
     });
@@ -163,7 +163,7 @@ void Form4::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
     manager_.selectTheme(row);
     if (button == Qt::RightButton && row > 0) {
         biaoji(themes_, row);
-        kuaijie1_.popup(QCursor::pos());
+        kuaijie1_.popup(ui_->MSHFlexGrid1->pressPosition());
     }
 }
 
@@ -171,7 +171,7 @@ void Form4::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
     manager_.selectStock(row);
     if (button == Qt::RightButton && row > 0) {
         biaoji(stocks_, row);
-        kuaijie2_.popup(QCursor::pos());
+        kuaijie2_.popup(ui_->MSHFlexGrid2->pressPosition());
     }
 }
 

@@ -34,8 +34,8 @@ void readMonitor(const Recordset& monitor, MonitorFields& fields) {
 
 MonitorFields withoutBlanks(const MonitorFields& typed) {
     MonitorFields fields = typed;
-    fields.name = typed.name.trimmed();
-    fields.yinyue = typed.yinyue.trimmed();
+    fields.name = trimBlanks(typed.name);
+    fields.yinyue = trimBlanks(typed.yinyue);
     return fields;
 }
 

@@ -140,7 +140,7 @@ std::optional<QString> MonitorManager::changeFrequency(const QString& frequency)
     const QString accepted = QString::number(*whole);
     {
         Connection connection = stores_.main.open();
-        if (numericPrefix(frequency.trimmed()) >= pollListCount(connection)) {
+        if (numericPrefix(trimBlanks(frequency)) >= pollListCount(connection)) {
             connection.execute(u"update tempcanshu set jiankongpinlu="_s + accepted);
             savedFrequency_ = accepted;
             return std::nullopt;
@@ -156,8 +156,8 @@ void MonitorManager::selectTheme(int row) {
         themes_.setToolTipText({});
         return;
     }
-    globals_.dangqianzhuti = themes_.textMatrix(row, 1).trimmed();
-    themes_.setToolTipText(themes_.textMatrix(row, themeColumns.yinyue).trimmed());
+    globals_.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
+    themes_.setToolTipText(trimBlanks(themes_.textMatrix(row, themeColumns.yinyue)));
 }
 
 void MonitorManager::selectStock(int row) {
@@ -165,9 +165,9 @@ void MonitorManager::selectStock(int row) {
         stocks_.setToolTipText({});
         return;
     }
-    globals_.dangqiandm = stocks_.textMatrix(row, 1).trimmed();
-    globals_.dangqianjc = stocks_.textMatrix(row, 2).trimmed();
-    stocks_.setToolTipText(stocks_.textMatrix(row, stockColumns.yinyue).trimmed());
+    globals_.dangqiandm = trimBlanks(stocks_.textMatrix(row, 1));
+    globals_.dangqianjc = trimBlanks(stocks_.textMatrix(row, 2));
+    stocks_.setToolTipText(trimBlanks(stocks_.textMatrix(row, stockColumns.yinyue)));
 }
 
 void MonitorManager::clearAll() {

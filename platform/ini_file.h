@@ -16,7 +16,7 @@ public:
     // The trimmed value, or nothing if the section or the key isn't there.
     std::optional<QString> value(const QString& section, const QString& key) const;
 
-    // Writes the value and leaves every other line as it is; false if the file can't be written.
+    // Writes the value and leaves all other entries; false if the file can't be written.
     bool setValue(const QString& section, const QString& key, const QString& value);
 
 private:

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <cstdio>
 
 #include "store/dialect.h"
@@ -77,6 +78,8 @@ void copyContent(Connection& target, const QString& sourcePath, const QString& s
     for (Recordset others(target, made + u"!='table'"_s); !others.atEnd(); others.moveNext()) {
         target.execute(others.value(1).toText());
     }
+    const Recordset version(target, u"pragma source.user_version"_s);
+    target.execute(u"pragma user_version="_s + version.value(0).toText());
     transaction.commit();
 }
 
@@ -150,6 +153,7 @@ void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     const QString fresh = path + u".rekey"_s;
     Connection(path, oldKey);  // a missing file or a wrong key ends here
     makeEmptyFile(fresh);
+    auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
     {
         Connection target(fresh, newKey);
         copyContent(target, path, oldKey);
@@ -159,6 +163,7 @@ void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
         0) {
         throw StoreError(u"unable to replace the file"_s, path, {});
     }
+    removeFresh.dismiss();
 }
 
 void createStore(const QString& path, const QString& key, const QString& statements) {

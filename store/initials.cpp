@@ -17,7 +17,6 @@ struct Initials::Reader {
         }
     }
 
-    // Syllables stand apart by a blank, so that each begins a word of the result.
     QString read(QStringView text) const {
         icu::UnicodeString unicode(text.utf16(), static_cast<int32_t>(text.size()));
         transliterator->transliterate(unicode);

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QScopeGuard>
 #include <functional>
 #include <stdexcept>
 
@@ -54,8 +55,9 @@ public:
         : dataFolder_(std::move(dataFolder)), now_(timeText(now)) {}
 
     void fillMain(Connection& connection) const {
-        fillCodes(connection);
-        fillThemes(connection);
+        const QList<QStringList> codes = list("codes");
+        fillCodes(connection, codes);
+        fillThemes(connection, codes);
         Insert sectors(connection, u"insert into bankuaidmb values(?,?)"_s);
         for (const QStringList& row : list("sectors")) {
             sectors.row(row);
@@ -97,7 +99,7 @@ private:
         return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) + u".csv"_s);
     }
 
-    void fillCodes(Connection& connection) const {
+    void fillCodes(Connection& connection, const QList<QStringList>& stocks) const {
         QHash<QString, QString> exceptions;
         for (const QStringList& row : list("initials")) {
             exceptions.insert(row[0], row[1]);
@@ -106,14 +108,14 @@ private:
         Insert codes(connection,
                      u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
                      u"values(?,?,?,?,?)"_s);
-        for (const QStringList& row : list("codes")) {
+        for (const QStringList& row : stocks) {
             codes.row({row[0], row[0].sliced(2), row[1], initials.of(row[1]), now_});
         }
     }
 
-    void fillThemes(Connection& connection) const {
+    void fillThemes(Connection& connection, const QList<QStringList>& stocks) const {
         QHash<QString, QString> names;
-        for (const QStringList& row : list("codes")) {
+        for (const QStringList& row : stocks) {
             names.insert(row[0], row[1]);
         }
         Insert members(connection,
@@ -139,12 +141,13 @@ private:
     QString now_;
 };
 
-// The content is made under another name and moved into place when it is complete, by a link that
-// fails where a file of the name has come to be there meanwhile.
+// The content is made under another name and moved into place when it is complete, which fails
+// where a file of the name has come to be there meanwhile.
 void makeStore(const StoreFile& store, Schema schema,
                const std::function<void(Connection&)>& fill) {
     const QString fresh = store.path + u".new"_s;
     QFile::remove(fresh);
+    const auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
     createStore(fresh, store.key, schemaText(schema));
     {
         Connection connection(fresh, store.key);
@@ -153,7 +156,6 @@ void makeStore(const StoreFile& store, Schema schema,
         transaction.commit();
     }
     if (!QFile::rename(fresh, store.path)) {
-        QFile::remove(fresh);
         throw std::runtime_error("cannot make " + store.path.toStdString());
     }
 }

@@ -73,7 +73,7 @@ const Value& Recordset::value(int field) const {
     if (atEnd() || row_ < 0 || field < 0 || field >= fieldCount()) {
         throw OperationError(u"no current record or no such field"_s);
     }
-    return values_[static_cast<size_t>(row_) * names_.size() + static_cast<size_t>(field)];
+    return values_[row_ * names_.size() + field];
 }
 
 const Value& Recordset::value(QStringView name) const {

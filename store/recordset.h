@@ -1,10 +1,10 @@
 // The whole result of a query, read at once, with a position in it.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <variant>
-#include <vector>
 
 #include "store/connection.h"
 
@@ -30,6 +30,13 @@ private:
     std::variant<std::monostate, qint64, double, QString> value_;
 };
 
+}  // namespace guanchao
+
+// Lets a long result grow without moving value by value.
+Q_DECLARE_TYPEINFO(guanchao::Value, Q_RELOCATABLE_TYPE);
+
+namespace guanchao {
+
 class Recordset {
 public:
     // Raises StoreError if the statement fails.
@@ -51,7 +58,7 @@ public:
 
 private:
     QStringList names_;
-    std::vector<Value> values_;
+    QList<Value> values_;
     int count_ = 0;
     int row_ = 0;
 };

@@ -2,13 +2,16 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 thread_local const Activity* innermost = nullptr;
 
 }  // namespace
 
-Activity::Activity(const QString& name) : outer_(innermost), name_(name) {
+Activity::Activity(const QString& name, const QString& remains)
+    : outer_(innermost), name_(name), remains_(remains) {
     innermost = this;
 }
 
@@ -16,19 +19,24 @@ Activity::~Activity() {
     innermost = outer_;
 }
 
-QString Activity::current() {
+void Activity::wrote(const QString& part) {
+    written_ << part;
+    remains_ = u"已经写入并保留："_s + written_.join(u'、') + u"。其余没有写入。"_s;
+}
+
+QString Activity::currentName() {
     return innermost ? innermost->name_ : QString();
 }
 
-QStringList Activity::currentlyWritten() {
-    return innermost ? innermost->written_ : QStringList();
+QString Activity::currentRemains() {
+    return innermost ? innermost->remains_ : QString();
 }
 
 OperationError::OperationError(const QString& reason)
     : std::runtime_error(reason.toStdString()),
       reason_(reason),
-      activity_(Activity::current()),
-      written_(Activity::currentlyWritten()) {}
+      activity_(Activity::currentName()),
+      remains_(Activity::currentRemains()) {}
 
 StoreError::StoreError(const QString& reason, const QString& path, const QString& statement)
     : OperationError(reason), path_(path), statement_(statement) {}

@@ -1,5 +1,4 @@
-// The one failure that a store raises, and the note of what the program was doing at that moment
-// and what of it was written for good already.
+// The one failure that a store raises, and the note of what the program was doing at that moment.
 #pragma once
 
 #include <QString>
@@ -11,20 +10,24 @@ namespace guanchao {
 // Names what is being done ("更新行情数据") for as long as it lives; the innermost one counts.
 class Activity {
 public:
-    explicit Activity(const QString& name);
+    // `remains` tells the user what a failure leaves written; most operations leave nothing.
+    explicit Activity(const QString& name,
+                      const QString& remains = QStringLiteral("这一步没有写入任何数据。"));
     ~Activity();
     Activity(const Activity&) = delete;
     Activity& operator=(const Activity&) = delete;
 
-    // Notes a part that is written and stays so if a later one fails ("主题库").
-    void wrote(const QString& part) { written_ << part; }
+    // Notes a part that is written and stays so if a later one fails ("主题库"): from then on that
+    // is what remains.
+    void wrote(const QString& part);
 
-    static QString current();
-    static QStringList currentlyWritten();
+    static QString currentName();
+    static QString currentRemains();
 
 private:
     const Activity* outer_;
     QString name_;
+    QString remains_;
     QStringList written_;
 };
 
@@ -35,13 +38,12 @@ public:
 
     const QString& reason() const { return reason_; }
     const QString& activity() const { return activity_; }
-    // The parts of the activity that stay written; empty if nothing was.
-    const QStringList& written() const { return written_; }
+    const QString& remains() const { return remains_; }
 
 private:
     QString reason_;
     QString activity_;
-    QStringList written_;
+    QString remains_;
 };
 
 // A failed opening or statement: `reason` is the store's own message.

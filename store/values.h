@@ -37,6 +37,10 @@ QString timeText(const QDateTime& moment);
 // "yyyy-MM-dd".
 QString dateText(QDate day);
 
+// The text without blanks at its ends. Only the blank itself counts: a name may end in another kind
+// of space and must come back as it is.
+QString trimBlanks(const QString& text);
+
 // Article texts for a statement: blank becomes empty, each ' is doubled.
 QString zhuanyisql(const QString& value);
 

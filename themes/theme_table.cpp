@@ -1,6 +1,5 @@
 #include "themes/theme_table.h"
 
-#include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -13,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void setWidths(ResultGrid& grid, std::initializer_list<int> widths) {
+void setWidths(ResultGrid& grid, const QList<int>& widths) {
     int col = 0;
     for (const int width : widths) {
         grid.setColWidth(col++, width);
@@ -74,29 +73,26 @@ ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& cloc
       themes_(themes),
       stocks_(stocks) {}
 
-std::optional<UpdateLabels> ThemeTable::refresh(const QString& threshold) {
+void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels) {
     const Activity activity(u"刷新主题表"_s);
-    std::optional<UpdateLabels> labels;
     {
         Connection connection = stores_.main.open();
-        labels = readLabels(connection);
+        readLabels(connection, showLabels);
         themes_.clear();
         fillThemes(connection, threshold);
     }
     themes_.setRedraw(true);
     setSessionFlags();
-    return labels;
 }
 
-std::optional<UpdateLabels> ThemeTable::readLabels(Connection& connection) {
+void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels) {
     const Recordset times(connection,
                           u"select datetime(xiugaizhutitime) as xiugaizhutitime,datetime(hqtime)"
                           u" as hqtime from tempcanshu"_s);
-    if (times.atEnd()) {
-        return std::nullopt;
+    if (!times.atEnd()) {
+        showLabels({u"主题库更新时间："_s + times.value(u"xiugaizhutitime").toText(),
+                    u"行情更新时间："_s + times.value(u"hqtime").toText()});
     }
-    return UpdateLabels{u"主题库更新时间："_s + times.value(u"xiugaizhutitime").toText(),
-                        u"行情更新时间："_s + times.value(u"hqtime").toText()};
 }
 
 void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
@@ -111,7 +107,6 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
         setWidths(themes_, {500, 1600, 900, 800, 800, 2000});
-        writeRowNumbers(themes_);
     }
 }
 
@@ -132,7 +127,6 @@ void ThemeTable::xianshizhutigu(const QString& theme) {
         if (stocks.count() > 0) {
             tianchongbiao(stocks, stocks_, 1);
             setStockWidths(stocks_, stocks.fieldCount());
-            writeRowNumbers(stocks_);
             colourStocks(stocks_, stocks.fieldCount());
         } else {
             dialogs_.tell(u"没有找到数据！"_s);
@@ -147,12 +141,12 @@ void ThemeTable::searchByCode(const QString& code) {
         u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
         u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
         u"  where dmb1.dm like '*"_s +
-        code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s);
+            code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s,
+        {500, 1600, 1000, 600});
     if (!found) {
         dialogs_.tell(u"此代码没有找到主题！"_s);
         return;
     }
-    setWidths(themes_, {500, 1600, 1000, 600});
     showFirstTheme(code);
 }
 
@@ -163,27 +157,26 @@ void ThemeTable::searchByName(const QString& part) {
         u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
         u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
         u"  where zhutiname like '*"_s +
-        part + u"*' group by zhutiname  order by 涨幅 desc"_s);
+            part + u"*' group by zhutiname  order by 涨幅 desc"_s,
+        {500, 1600, 1000, 600, 900, 2000});
     if (!found) {
         dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);
         return;
     }
-    setWidths(themes_, {500, 1600, 1000, 600, 900, 2000});
     showFirstTheme(part);
 }
 
-bool ThemeTable::fillSearch(const QString& query) {
+bool ThemeTable::fillSearch(const QString& query, const QList<int>& widths) {
     Connection connection = stores_.main.open();
     Recordset found(connection, query);
-    if (found.count() == 0) {
-        return false;
+    if (found.count() > 0) {
+        themes_.setRedraw(false);
+        themes_.clear();
+        tianchongbiao(found, themes_, 1);
+        setWidths(themes_, widths);
     }
-    themes_.setRedraw(false);
-    themes_.clear();
-    tianchongbiao(found, themes_, 1);
-    writeRowNumbers(themes_);
     themes_.setRedraw(true);
-    return true;
+    return found.count() > 0;
 }
 
 void ThemeTable::showFirstTheme(const QString& searched) {

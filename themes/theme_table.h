@@ -3,8 +3,9 @@
 // goes to the network. Failed statements raise StoreError.
 #pragma once
 
+#include <QList>
 #include <QString>
-#include <optional>
+#include <functional>
 
 #include "app/globals.h"
 #include "grid/result_grid.h"
@@ -29,9 +30,10 @@ public:
                ResultGrid& themes, ResultGrid& stocks);
 
     // 刷新: fills the theme table with the themes of more attention than the typed threshold, and
-    // sets the session flags from the clock. Returns the labels, or nothing if the store has no
+    // sets the session flags from the clock. The labels are shown first, unless the store has no
     // row of times.
-    std::optional<UpdateLabels> refresh(const QString& threshold);
+    using ShowLabels = std::function<void(const UpdateLabels&)>;
+    void refresh(const QString& threshold, const ShowLabels& showLabels);
 
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
@@ -43,10 +45,10 @@ public:
     void searchByName(const QString& part);
 
 private:
-    std::optional<UpdateLabels> readLabels(Connection& connection);
+    void readLabels(Connection& connection, const ShowLabels& showLabels);
     void fillThemes(Connection& connection, const QString& threshold);
     void setSessionFlags();
-    bool fillSearch(const QString& query);
+    bool fillSearch(const QString& query, const QList<int>& widths);
     void showFirstTheme(const QString& searched);
 
     const Stores& stores_;

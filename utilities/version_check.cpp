@@ -12,6 +12,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// A value of the version file: at most 127 characters, and none behind a NUL.
+QString entry(const IniFile& ini, const QString& key) {
+    const QString value = ini.value(u"chaoxin"_s, key).value_or(QString());
+    return trimBlanks(value.left(127).section(QChar(0), 0, 0));
+}
+
 bool replaceFile(const QString& path, const QString& text) {
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit();
@@ -34,11 +40,9 @@ void checkVersion(const QString& caption, const Globals& globals, const Service&
         return;
     }
     const IniFile ini(path);
-    const QString newest = ini.value(u"chaoxin"_s, u"banben"_s).value_or(QString());
-    const QString page = ini.value(u"chaoxin"_s, u"downurl"_s).value_or(QString());
-    if (numericPrefix(newest) > versionInCaption(caption)) {
+    if (numericPrefix(entry(ini, u"banben"_s)) > versionInCaption(caption)) {
         dialogs.tell(u"发现软件有新的版本，请前去下载！"_s);
-        shell.open(page);
+        shell.open(entry(ini, u"downurl"_s));
     }
 }
 

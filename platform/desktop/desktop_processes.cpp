@@ -25,7 +25,9 @@ std::vector<pid_t> processesOf(const QString& executable) {
         if (!isProcess || entry.ownerId() != getuid()) {
             continue;
         }
-        const QString image = QFile::symLinkTarget(entry.filePath() + u"/exe"_s);
+        QString image = QFile::symLinkTarget(entry.filePath() + u"/exe"_s);
+        // An image that has been replaced while it runs carries this mark.
+        image.remove(u" (deleted)"_s);
         if (QFileInfo(image).fileName() == executable) {
             found.push_back(id);
         }

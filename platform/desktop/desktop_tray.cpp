@@ -17,13 +17,12 @@ void DesktopTray::attach(QMenu* menu, std::function<void()> leftClick) {
 }
 
 bool DesktopTray::available() const {
-    return QSystemTrayIcon::isSystemTrayAvailable();
+    return QSystemTrayIcon::isSystemTrayAvailable() && icon_.isVisible();
 }
 
+// A desktop that starts its tray after the program gets the icon then.
 void DesktopTray::add() {
-    if (available()) {
-        icon_.show();
-    }
+    icon_.show();
 }
 
 void DesktopTray::setTip(const QString& tip) {

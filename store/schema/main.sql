@@ -10,7 +10,8 @@ create table dzhzhuti (
     xiangguandu integer default 5,       -- 相关度, relevance of the stock to the theme, 1 to 10
     guanzhudu integer default 0          -- 关注度, attention to the theme, 1 to 20, on each row
 );
-create index dzhzhuti_zhutiname on dzhzhuti (zhutiname, dm, guanzhudu, ztktime);
+-- Over the name alone, so that a theme gives its members in the order in which they joined.
+create index dzhzhuti_zhutiname on dzhzhuti (zhutiname);
 create index dzhzhuti_dm on dzhzhuti (dm, zhutiname);
 
 -- The code table (代码表) with the latest quote of each stock.

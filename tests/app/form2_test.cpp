@@ -111,6 +111,7 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->currentIndex().row(), 1);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
     clickHeader(u"MSHFlexGrid1"_s, 2);
+    EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s)
         << "sorted by the gain, ascending";
 }
@@ -157,6 +158,29 @@ TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
         EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
         menu->close();
     }
+}
+
+TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
+    load();
+    click(u"MSHFlexGrid1"_s, 2, 1);
+    ASSERT_EQ(globals_.dangqianzhuti, u"白酒"_s);
+    dialogs_.typed = u"sh600000"_s;
+    trigger(u"addzhutigu"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 3) << "the stocks of the theme";
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"1"_s) << "the themes stay as they were";
+    dialogs_.typed = u"4"_s;
+    trigger(u"修改关注度"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"2"_s);
+    dialogs_.typed = u"消费"_s;
+    trigger(u"修改主题名称"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 1), u"消费"_s);
+    globals_.dangqianzhuti = u"银行"_s;
+    trigger(u"删除主题"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3) << "on the screen until the next refresh";
+    dialogs_.typed = u"2"_s;
+    trigger(u"全删指定只数的主题"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除主题'消费'完成!"_s);
 }
 
 TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {

@@ -186,10 +186,15 @@ TEST_F(QuoteRunTest, ARunCannotBeStartedTwiceAndEndsWhenCancelled) {
     addCodes(300);
     pump_.onRun = [this] {
         EXPECT_FALSE(run_.run(report_)) << "one is under way";
-        run_.cancel();
+        if (!http_.paths.isEmpty()) {
+            run_.cancel();
+        }
     };
     EXPECT_FALSE(run_.run(report_));
     EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
+    pump_.onRun = [this] { run_.cancel(); };
+    EXPECT_FALSE(run_.run(report_));
+    EXPECT_EQ(http_.paths.size(), 1) << "cancelled before the first request";
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
     pump_.onRun = nullptr;
     EXPECT_TRUE(run_.run(report_)) << "a cancelled run leaves nothing in the way of the next";

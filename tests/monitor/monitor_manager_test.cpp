@@ -174,7 +174,7 @@ TEST_F(MonitorManagerTest, AFailureTellsWhatStaysWritten) {
         manager_.deleteTheme();
         ADD_FAILURE() << "a table is missing";
     } catch (const StoreError& failure) {
-        EXPECT_EQ(failure.written(), QStringList{u"删除监控记录"_s});
+        EXPECT_EQ(failure.remains(), u"已经写入并保留：删除监控记录。其余没有写入。"_s);
     }
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }

@@ -171,27 +171,27 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             {}};
     Windows windows(environment);
     QStringList messages;
-    const std::function<void()> replaceAndAnswer = [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(box);
-        windows.openAnew<Form4>();
-        QTimer::singleShot(0, box, [box, &messages] {
-            messages << box->text();
-            box->accept();
+    const auto replaceDuringMessage = [&] {
+        QTimer::singleShot(0, qApp, [&] {
+            messages << qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->text();
+            windows.openAnew<Form4>();
         });
     };
     const std::function<void(Form4*)> actions[] = {
         [&](Form4* form) {
             popup(form, u"MSHFlexGrid1"_s);
+            replaceDuringMessage();
             trigger(form, u"删除监控"_s);
         },
         [&](Form4* form) {
             popup(form, u"MSHFlexGrid2"_s);
+            replaceDuringMessage();
             trigger(form, u"删除监控2"_s);
         },
         [&](Form4* form) {
             store_.run({u"insert into jiankonghq(dm) values('SH600000')"_s});
             box(form, u"Text1"_s)->setText(u"0"_s);
+            replaceDuringMessage();
             leave(box(form, u"Text1"_s));
         },
     };
@@ -199,11 +199,13 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
         windows.openAnew<Form4>();
         QApplication::processEvents();
         const QPointer<Form4> old = window<Form4>();
-        QTimer::singleShot(0, qApp, replaceAndAnswer);
+        old->activateWindow();
+        QApplication::processEvents();
         action(old);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(old);
         EXPECT_TRUE(window<Form4>());
+        store_.run({u"delete from jiankonghq"_s});
     }
     EXPECT_EQ(messages, QStringList({u"主题(银行)监控已删除。"_s, u"个股(浦发银行)监控已删除。"_s,
                                      u"此监控频率最多监控0只股票，请改大监控频率或删除不必要的"

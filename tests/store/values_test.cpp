@@ -51,6 +51,21 @@ TEST(Values, ReadsAsNumberWantsTheWholeText) {
     }
 }
 
+TEST(Values, AWholeNumberOf16BitsIsRoundedBeforeItsRangeIsTried) {
+    const struct {
+        QString text;
+        std::optional<qint16> number;
+    } cases[] = {
+        {u""_s, qint16(0)},           {u"20.5"_s, qint16(20)},
+        {u"-7x"_s, qint16(-7)},       {u"32767.4"_s, qint16(32767)},
+        {u"32767.5"_s, std::nullopt}, {u"-32768.5"_s, qint16(-32768)},
+        {u"-32769"_s, std::nullopt},  {u"1e999"_s, std::nullopt},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(wholeNumber16(it.text), it.number) << it.text.toStdString();
+    }
+}
+
 TEST(Values, RoundingGoesToTheEvenNeighbour) {
     const struct {
         double value, rounded;
@@ -113,6 +128,10 @@ TEST(Values, TwoDecimalsRoundHalvesAwayFromZero) {
         {123456789012.125, u"123456789012.13"_s},
         {1234567890123456789.0, u"1234567890123460000.00"_s},
         {1e-20, u"0.00"_s},
+        {-0.015, u"-0.02"_s},
+        {-3.14159, u"-3.14"_s},
+        {9999999.99, u"9999999.99"_s},
+        {12345678.994, u"12345678.99"_s},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(twoDecimals(it.value), it.text) << it.value;
@@ -124,7 +143,10 @@ TEST(Values, TimesAndBlankSafeTexts) {
     EXPECT_EQ(dateText(QDate(2016, 12, 31)), u"2016-12-31"_s);
     EXPECT_EQ(zhuanyisql(u" it's ''"_s), u" it''s ''''"_s);
     EXPECT_EQ(kongzhuanhuan(u" it's "_s), u" it's "_s);
-    for (const QString& blank : {QString(), u""_s, u"  \t "_s}) {
+    EXPECT_EQ(kongzhuanhuan(u"\n"_s), u"\n"_s);
+    EXPECT_EQ(trimBlanks(u"  主题\u3000 "_s), u"主题\u3000"_s);
+    EXPECT_EQ(trimBlanks(u"   "_s), QString());
+    for (const QString& blank : {QString(), u""_s, u"   "_s}) {
         EXPECT_EQ(zhuanyisql(blank), QString());
         EXPECT_EQ(kongzhuanhuan(blank), QString());
     }

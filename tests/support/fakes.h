@@ -30,6 +30,9 @@ public:
     void tell(const QString& text, const QString& title) override { shown << title + u'|' + text; }
     bool ask(const QString& text, const QString& title) override {
         shown << title + u'|' + text;
+        if (onAsk) {
+            onAsk();
+        }
         return answer;
     }
     QString input(const QString& prompt, const QString& title, const QString& text) override {
@@ -44,6 +47,7 @@ public:
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
+    std::function<void()> onAsk;  // what happens while the question stands
     QString typed;
     QString picked;
 };

@@ -8,14 +8,13 @@
 #include <unistd.h>
 
 #include <QCommandLineParser>
-#include <QFile>
-#include <QRegularExpression>
 #include <QSaveFile>
 #include <cstdio>
 #include <stdexcept>
 #include <vector>
 
-#include "practice_market.h"
+#include "store/seed_list.h"
+#include "tools/practice_market/practice_market.h"
 
 namespace {
 
@@ -23,6 +22,7 @@ using guanchao::Pace;
 using guanchao::PracticeMarket;
 using guanchao::PracticeQuotes;
 using guanchao::PracticeStock;
+using guanchao::readSeedList;
 
 struct BadArguments : std::runtime_error {
     explicit BadArguments(const QString& text) : std::runtime_error(text.toStdString()) {}
@@ -59,27 +59,10 @@ Arguments argumentsFrom(const QStringList& words) {
     return {files[0], files[1], number, pace};
 }
 
-/// Reads UTF-8 lines of code and name under the header "dm,jc".
 std::vector<PracticeStock> stocksFrom(const QString& fileName) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw BadArguments(fileName + QStringLiteral(": ") + file.errorString());
-    }
-    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
-    if (lines.takeFirst().remove(QChar::ByteOrderMark).trimmed() != QLatin1String("dm,jc")) {
-        throw BadArguments(fileName + QStringLiteral(": the first line is not \"dm,jc\""));
-    }
-    static const QRegularExpression row(QStringLiteral("^([A-Z]{2}[0-9]{6}),([^,]+)$"));
     std::vector<PracticeStock> stocks;
-    for (const QString& line : lines) {
-        if (line.trimmed().isEmpty()) {
-            continue;
-        }
-        const QRegularExpressionMatch match = row.match(line.trimmed());
-        if (!match.hasMatch()) {
-            throw BadArguments(fileName + QStringLiteral(": not a code and a name: ") + line);
-        }
-        stocks.push_back({match.captured(1), match.captured(2)});
+    for (const QStringList& row : readSeedList(fileName)) {
+        stocks.push_back({row[0], row[1]});
     }
     return stocks;
 }
@@ -89,11 +72,11 @@ void writePort(const QString& fileName, int port) {
     const QByteArray text = QByteArray::number(port) + '\n';
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
         throw std::runtime_error(
-            (fileName + QStringLiteral(": ") + file.errorString()).toStdString());
+            QString(fileName + QStringLiteral(": ") + file.errorString()).toStdString());
     }
 }
 
-/// To be called before any thread starts: then the signals come to sigwait() alone.
+// To be called before any thread starts: then the signals come to sigwait() alone.
 sigset_t blockEndSignals() {
     sigset_t endSignals;
     sigemptyset(&endSignals);

@@ -1,11 +1,12 @@
-#include "practice_market.h"
+#include "tools/practice_market/practice_market.h"
 
 #include <httplib.h>
 #include <sys/socket.h>
 
-#include <QStringEncoder>
 #include <chrono>
 #include <stdexcept>
+
+#include "platform/gbk.h"
 
 namespace guanchao {
 
@@ -26,15 +27,10 @@ constexpr char errorPage[] =
     "<body><h1>502 Bad Gateway</h1></body></html>\n";
 
 std::string inGbk(const QString& text) {
-    QStringEncoder encoder("GB18030");
-    if (!encoder.isValid()) {
-        throw std::runtime_error("this Qt has no GB18030 codec");
-    }
-    const QByteArray bytes = encoder.encode(text);
-    return bytes.toStdString();
+    return gbkFromText(text).toStdString();
 }
 
-/// The second line with fewer values; a reply of one line stays as it is.
+// The second line with fewer values; a reply of one line stays as it is.
 QString withShortPiece(const QString& reply) {
     QStringList lines = reply.split(u'\n');
     const QStringList values = lines[1].split(u',');
@@ -44,7 +40,7 @@ QString withShortPiece(const QString& reply) {
     return lines.join(u'\n');
 }
 
-/// Announces the whole body and closes the connection within its last line.
+// Announces the whole body and closes the connection within its last line.
 void sendHalf(const std::string& body, httplib::Response& response) {
     const size_t lastLine = body.rfind('\n', body.size() - 2) + 1;  // npos + 1 is 0
     const size_t sent = (lastLine + body.size()) / 2;
@@ -60,7 +56,7 @@ void refuse(httplib::Response& response) {
     response.set_content(refusal, textType);
 }
 
-/// A port in use stays refused: httplib's own options would share it.
+// A port in use stays refused: httplib's own options would share it.
 void reuseAddressOnly(int socket) {
     const int on = 1;
     setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);

@@ -1,9 +1,8 @@
-#pragma once
-
 // The practice market: an HTTP server on loopback which answers what the program asks of the
 // public quote service and of the vendor's site, in GBK, so that the program works with no
 // network. Tests run it in-process and give it faults. Safe to call from any one thread while the
 // server's own threads answer; start() throws std::runtime_error, nothing else throws.
+#pragma once
 
 #include <QByteArray>
 #include <QDateTime>
@@ -17,7 +16,7 @@
 #include <mutex>
 #include <thread>
 
-#include "practice_quotes.h"
+#include "tools/practice_market/practice_quotes.h"
 
 namespace httplib {
 class Server;
@@ -27,39 +26,39 @@ struct Response;
 
 namespace guanchao {
 
-/// What goes wrong with the quotes (the other pages stay well).
+// What goes wrong with the quotes (the other pages stay well).
 enum class MarketFault {
     none,
-    slow,        ///< the answer comes after 1.5 seconds
-    refused,     ///< 403
-    halfReply,   ///< the transfer breaks off in the middle of the last line
-    errorPage,   ///< 200 with a page of HTML
-    shortPiece,  ///< the second line ends after 10 values
+    slow,        // the answer comes after 1.5 seconds
+    refused,     // 403
+    halfReply,   // the transfer breaks off in the middle of the last line
+    errorPage,   // 200 with a page of HTML
+    shortPiece,  // the second line ends after 10 values
 };
 
 class PracticeMarket {
 public:
-    /// `now` is called on the server's threads.
+    // `now` is called on the server's threads.
     PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now);
     ~PracticeMarket();
     PracticeMarket(const PracticeMarket&) = delete;
     PracticeMarket& operator=(const PracticeMarket&) = delete;
 
-    /// Listens on 127.0.0.1 and returns the port; 0 asks for any free one.
+    // Listens on 127.0.0.1 and returns the port; 0 asks for any free one.
     int start(int port = 0);
-    /// At once, or after a second when a client keeps an idle connection open.
+    // At once, or after a second when a client keeps an idle connection open.
     void stop();
-    QString host() const;  ///< "http://127.0.0.1:PORT"
+    QString host() const;  // "http://127.0.0.1:PORT"
 
     void setFault(MarketFault fault);
 
-    /// From now on quotes asked for without exactly this Referer are refused; empty lifts it.
+    // From now on quotes asked for without exactly this Referer are refused; empty lifts it.
     void setReferer(const QString& referer);
 
-    /// A fixed body for one path with its query; no fault and no Referer rule touches it.
+    // A fixed body for one path with its query; no fault and no Referer rule touches it.
     void setReply(const QString& path, const QByteArray& body);
 
-    /// The paths asked so far, each with its query, in order.
+    // The paths asked so far, each with its query, in order.
     QStringList requests() const;
 
 private:
@@ -78,7 +77,7 @@ private:
     std::thread listener_;
     std::atomic<int> port_ = 0;
 
-    mutable std::mutex mutex_;  ///< guards all below
+    mutable std::mutex mutex_;  // guards all below
     std::condition_variable stopSignal_;
     bool stopping_ = false;
     MarketFault fault_ = MarketFault::none;

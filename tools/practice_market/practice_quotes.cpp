@@ -1,9 +1,9 @@
-#include "practice_quotes.h"
+#include "tools/practice_market/practice_quotes.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "practice_walk.h"
+#include "tools/practice_market/practice_walk.h"
 
 namespace guanchao {
 
@@ -20,16 +20,16 @@ constexpr Index homeIndexes[] = {{u"sh000001", u"上证指数"},
 constexpr Index worldIndexes[] = {
     {u"int_dji", u"道琼斯"}, {u"int_nasdaq", u"纳斯达克"}, {u"r_HSI", u"恒生指数"}};
 
-/// How one kind of security is priced and written.
+// How one kind of security is priced and written.
 struct Kind {
-    double step;          ///< smallest move, in yuan or points
-    int decimals;         ///< of a price as the service writes it
-    double lowest;        ///< level, in yuan or points
-    double highest;       ///< level, in yuan or points
-    double fewestShares;  ///< traded on a day
-    double mostShares;    ///< traded on a day
-    bool isIndex;         ///< no bids and asks, never suspended
-    bool wholeNumbers;    ///< volume in lots, amount and the empty fields without decimals
+    double step;          // smallest move, in yuan or points
+    int decimals;         // of a price as the service writes it
+    double lowest;        // level, in yuan or points
+    double highest;       // level, in yuan or points
+    double fewestShares;  // traded on a day
+    double mostShares;    // traded on a day
+    bool isIndex;         // no bids and asks, never suspended
+    bool wholeNumbers;    // volume in lots, amount and the empty fields without decimals
 };
 constexpr Kind stock = {0.01, 3, 3.6, 250, 2e6, 2e8, false, false};
 constexpr Kind shanghaiIndex = {0.0001, 4, 2000, 9000, 2e10, 6e10, true, true};
@@ -105,7 +105,7 @@ QString priceText(const Kind& kind, qint64 steps) {
     return decimal(static_cast<double>(steps) * kind.step, kind.decimals);
 }
 
-/// The last price, the change in yuan or points, the change in percent.
+// The last price, the change in yuan or points, the change in percent.
 QStringList changeFields(const Kind& kind, const DayPrices& prices) {
     const qint64 change = prices.last > 0 ? prices.last - prices.formerClose : 0;
     const double percent =
@@ -118,7 +118,7 @@ QStringList shortFields(const Kind& kind, const Quote& quote) {
                                             << decimal(std::floor(quote.amount / 10000), 0);
 }
 
-/// Bid, ask, volume, amount, then five bids and five asks as (volume, price).
+// Bid, ask, volume, amount, then five bids and five asks as (volume, price).
 QStringList tradeFields(const Kind& kind, const Quote& quote, quint64 bookKey) {
     const qint64 last = quote.prices.last;
     const bool hasBook = !kind.isIndex && last > 0;
@@ -201,7 +201,7 @@ void PracticeQuotes::add(const QString& lowerCaseCode, const QString& name) {
     securities_.insert(lowerCaseCode, {name, drawn && !kindOf(lowerCaseCode).isIndex});
 }
 
-/// FNV-1a over the code, begun with the seed.
+// FNV-1a over the code, begun with the seed.
 quint64 PracticeQuotes::keyOf(const QString& lowerCaseCode) const {
     quint64 key = 0xcbf29ce484222325U ^ seed_;
     for (const QChar c : lowerCaseCode) {

@@ -1,4 +1,4 @@
-#include "practice_walk.h"
+#include "tools/practice_market/practice_walk.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,14 +41,14 @@ quint64 numberOf(const QDate& day) {
     return static_cast<quint64>(day.toJulianDay());
 }
 
-/// The last step of the splitmix64 generator.
+// The last step of the splitmix64 generator.
 quint64 mixed(quint64 value) {
     value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9U;
     value = (value ^ (value >> 27)) * 0x94d049bb133111ebU;
     return value ^ (value >> 31);
 }
 
-/// From -1 to 1.
+// From -1 to 1.
 double noise(quint64 key, quint64 index) {
     return 2 * evenNumber(key, index) - 1;
 }
@@ -61,7 +61,7 @@ qint64 closeOf(quint64 key, double lowest, double highest, const QDate& day) {
     return std::llround(level * (1 + wave + closeNoise * noise(mixed(key), numberOf(day))));
 }
 
-/// A day's way from the open to the close: straight lines between knots a minute apart.
+// A day's way from the open to the close: straight lines between knots a minute apart.
 class DayPath {
 public:
     DayPath(quint64 key, double formerClose, double close)

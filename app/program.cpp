@@ -1,0 +1,39 @@
+#include "app/program.h"
+
+#include <QTimer>
+
+#include "app/looks.h"
+
+namespace guanchao {
+
+Program::Program(int& argc, char** argv)
+    : application_(argc, argv),
+      desktopTray_(programIcon()),
+      environment_{.globals = globals_,
+                   .stores = stores_,
+                   .services = services_,
+                   .clock = clock_,
+                   .dialogs = dialogs_,
+                   .pump = pump_,
+                   .http = http_,
+                   .shell = shell_,
+                   .sound = sound_,
+                   .clipboard = clipboard_,
+                   .processes = processes_,
+                   .tray = tray_,
+                   .programFolder = folder_,
+                   .executableName = executable_.fileName()} {
+    application_.setDialogs(&dialogs_);
+    desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
+}
+
+int Program::run() {
+    // Inside the event loop, since the load may show a box in which the user ends the program.
+    QTimer::singleShot(0, &form2_, [this] {
+        application_.guard([this] { form2_.Form_Load(); });
+        form2_.show();
+    });
+    return Application::exec();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,51 @@
+// The whole program: the values that windows share, the services of this desktop and the main
+// window, wired together.
+#pragma once
+
+#include <QFileInfo>
+
+#include "app/application.h"
+#include "app/form2.h"
+#include "platform/curl_http.h"
+#include "platform/desktop/desktop_clipboard.h"
+#include "platform/desktop/desktop_dialogs.h"
+#include "platform/desktop/desktop_processes.h"
+#include "platform/desktop/desktop_shell.h"
+#include "platform/desktop/desktop_sound.h"
+#include "platform/desktop/desktop_tray.h"
+#include "platform/desktop/qt_event_pump.h"
+
+namespace guanchao {
+
+class Program {
+public:
+    Program(int& argc, char** argv);
+
+    // Loads and shows the main window, and returns when the program ends.
+    int run();
+
+private:
+    Application application_;
+    QFileInfo executable_{QCoreApplication::applicationFilePath()};
+    QString folder_ = applicationFolder(executable_.absolutePath());
+
+    Globals globals_;
+    Stores stores_;
+    Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
+    SystemClock clock_;
+    DesktopDialogs dialogs_;
+    QtEventPump pump_;
+    CurlHttp http_;
+    DesktopShell shell_;
+    DesktopSound sound_;
+    DesktopClipboard clipboard_;
+    DesktopProcesses processes_;
+    DesktopTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+
+    Environment environment_;
+    Windows windows_{environment_};
+    Form2 form2_{environment_, windows_};
+};
+
+}  // namespace guanchao

@@ -1,0 +1,11 @@
+#include <benchmark/benchmark.h>
+
+#include "app/application.h"
+
+int main(int argc, char** argv) {
+    guanchao::Application application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,100 @@
+#include "themes/stock_themes.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class StockThemesTest : public ::testing::Test {
+protected:
+    StockThemesTest() {
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
+        store_.run(
+            {u"insert into dzhzhuti(zhutiname,dm,jc) values('银行','SH600000','浦发银行集团')"_s,
+             u"insert into dzhzhuti(zhutiname,dm,jc) values('上海','SH600000','浦发银行集团')"_s,
+             u"insert into dzhzhuti(zhutiname,dm,jc) values('退市','SH699999','老股')"_s});
+    }
+
+    void share(const QString& dm, const QString& jc) {
+        globals_.dangqiandm = dm;
+        globals_.dangqianjc = jc;
+    }
+    QStringList themesOf(const QString& dm) {
+        return store_.rows(u"select zhutiname from dzhzhuti where dm='"_s + dm +
+                           u"' order by rowid"_s);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    ResultGrid grid_;
+    StockThemes themes_{store_.stores, globals_, clock_, dialogs_, grid_};
+};
+
+TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
+    share(u"SH600000"_s, u"浦发银行集团"_s);
+    const StockThemes::Stock stock = themes_.load();
+    EXPECT_EQ(stock.caption, u"浦发银行_属于主题"_s);
+    EXPECT_EQ(stock.code, u"SH600000"_s);
+    EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, QString());
+    ASSERT_EQ(grid_.rows(), 3);
+    EXPECT_EQ(grid_.textMatrix(0, 2), u"主题简称"_s);
+    QStringList names{grid_.textMatrix(1, 2), grid_.textMatrix(2, 2)};
+    names.sort();
+    EXPECT_EQ(names, QStringList({u"上海"_s, u"银行"_s}));
+    EXPECT_EQ(grid_.cellForeColor(2, 0), textColour);
+    EXPECT_EQ(grid_.cellForeColor(2, 1), themeColour);
+    EXPECT_EQ(grid_.colFont(1).points, 12);
+    EXPECT_EQ(grid_.colWidth(0) + grid_.colWidth(1) + grid_.colWidth(2), 600 + 1000 + 1400);
+    share(u"SZ000001"_s, u"平安银行"_s);
+    EXPECT_EQ(themes_.load().caption, u"平安银行_属于主题"_s);
+    EXPECT_EQ(grid_.rows(), 3) << "a stock in no theme leaves the grid as it was";
+}
+
+TEST_F(StockThemesTest, FindHandsTheTypedStockToTheNextLoad) {
+    EXPECT_EQ(themes_.find(u" SZ000001"_s), std::nullopt);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台| 此代码没有找到主题!"_s});
+    EXPECT_EQ(globals_.dangqiandm, QString());
+    EXPECT_EQ(themes_.find(u" SH600000 "_s), u"浦发银行集团"_s);
+    EXPECT_EQ(globals_.dangqiandm, u"SH600000"_s);
+    EXPECT_EQ(globals_.dangqianjc, u"浦发银行集团"_s);
+    EXPECT_TRUE(themes_.find(u"sh600000"_s)) << "looked up in upper case";
+}
+
+TEST_F(StockThemesTest, TheStockOfTheRowJoinsATypedTheme) {
+    share(u"SH600000"_s, u"银行"_s);
+    const QString box = u"添加到主题|请输入主题名称：|"_s;
+    EXPECT_FALSE(themes_.joinAnother());
+    dialogs_.typed = u"上海"_s;
+    EXPECT_FALSE(themes_.joinAnother());
+    dialogs_.typed = u"新主题"_s;
+    EXPECT_TRUE(themes_.joinAnother());
+    EXPECT_EQ(dialogs_.shown, QStringList({box, box, u"观潮台|已加入过该主题!"_s, box,
+                                           u"观潮台|添加到主题完成!"_s}));
+    EXPECT_EQ(store_.rows(u"select * from dzhzhuti where zhutiname='新主题'"_s),
+              QStringList{u"新主题|SH600000|浦发银行|2026-11-24 00:00:00|5|0"_s});
+    dialogs_.typed = u"x'y"_s;
+    EXPECT_THROW(themes_.joinAnother(), StoreError);
+    share(u"SH699999"_s, u"退市"_s);
+    dialogs_.typed = u"新主题"_s;
+    EXPECT_THROW(themes_.joinAnother(), OperationError) << "no short name to be had";
+    EXPECT_EQ(themesOf(u"SH699999"_s), QStringList{u"退市"_s});
+}
+
+TEST_F(StockThemesTest, TheStockOfTheRowLeavesTheThemeOfTheRow) {
+    share(u"SH600000"_s, u"银行"_s);
+    themes_.leave();
+    EXPECT_EQ(themesOf(u"SH600000"_s), QStringList{u"上海"_s});
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|从该主题删除完成!"_s});
+    EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
+              QStringList{u"2026-11-01 08:00:00"_s});
+}
+
+}  // namespace guanchao

@@ -1,0 +1,82 @@
+#include "themes/watchlist.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class WatchlistTest : public ::testing::Test {
+protected:
+    WatchlistTest() {
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10.5, 1);
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1500, 2);
+        store_.run({u"update dmb set newhqtime='2026-11-24 09:59:00' where dm='SH600519'"_s});
+    }
+
+    QStringList stored() { return store_.rows(u"select dm,jc from zixuangu order by rowid"_s); }
+    QStringList column(int col) {
+        watchlist_.list(grid_);
+        QStringList texts;
+        for (int row = 0; row < grid_.rows(); ++row) {
+            texts << grid_.textMatrix(row, col);
+        }
+        return texts;
+    }
+
+    TestStores store_;
+    FakeDialogs dialogs_;
+    ResultGrid grid_;
+    Watchlist watchlist_{store_.stores, dialogs_};
+};
+
+TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodes) {
+    EXPECT_EQ(column(1), QStringList{u"代码"_s});
+    for (const QString& dm : {u"SH600000"_s, u"SH699999"_s, u"SH600519"_s}) {
+        watchlist_.add(dm, u"旧名"_s);
+    }
+    EXPECT_EQ(column(0), QStringList({u"序号"_s, u"1"_s, u"2"_s}));
+    EXPECT_EQ(column(1), QStringList({u"代码"_s, u"SH600519"_s, u"SH600000"_s}));
+    EXPECT_EQ(column(2), QStringList({u"简称"_s, u"贵州茅台"_s, u"浦发银行"_s}));
+    EXPECT_EQ(column(11), QStringList({u"行情时间"_s, u"2026-11-24 09:59:00"_s, QString()}));
+    QList<int> widths;
+    for (int col = 0; col < grid_.cols(); ++col) {
+        widths << grid_.colWidth(col);
+    }
+    EXPECT_EQ(widths,
+              QList<int>({500, 1200, 1200, 800, 800, 900, 960, 960, 960, 1500, 1500, 1900}));
+    watchlist_.remove(u"SH600519"_s, u"贵州茅台"_s);
+    EXPECT_EQ(column(11), QStringList({u"行情时间"_s, QString()}))
+        << "no time is left from the row that was there";
+    EXPECT_TRUE(grid_.redraw());
+}
+
+TEST_F(WatchlistTest, ATypedCodeIsAddedOnceInUpperCase) {
+    const QString box = u"添加自选股:|请输入股票代码,示例:SH600585|SH6"_s;
+    EXPECT_FALSE(watchlist_.addTyped());
+    dialogs_.typed = u"sh600000"_s;
+    EXPECT_TRUE(watchlist_.addTyped());
+    EXPECT_FALSE(watchlist_.addTyped());
+    EXPECT_EQ(dialogs_.shown, QStringList({box, box, u"观潮台|添加自选股'SH600000'完成!"_s, box,
+                                           u"观潮台|此股票已在自选股中。"_s}));
+    EXPECT_EQ(stored(), QStringList{u"SH600000|"_s});
+    dialogs_.typed = u"x'y"_s;
+    EXPECT_THROW(watchlist_.addTyped(), StoreError);
+}
+
+TEST_F(WatchlistTest, TheMainWindowAddsWithTheNameAndRemoves) {
+    watchlist_.add(u"SH600519"_s, u"贵州茅台"_s);
+    watchlist_.add(u"SH600000"_s, u"浦发银行"_s);
+    EXPECT_EQ(stored(), QStringList({u"SH600519|贵州茅台"_s, u"SH600000|浦发银行"_s}));
+    dialogs_.shown.clear();
+    watchlist_.remove(u"SH600519"_s, u"贵州茅台"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|删除自选股'贵州茅台'完成!"_s});
+    EXPECT_EQ(stored(), QStringList{u"SH600000|浦发银行"_s});
+}
+
+}  // namespace guanchao

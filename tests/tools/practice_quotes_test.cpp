@@ -1,0 +1,73 @@
+#include "tools/practice_market/practice_quotes.h"
+
+#include <gtest/gtest.h>
+
+#include "market/quote_line.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class PracticeQuotesTest : public ::testing::Test {
+protected:
+    // The values between the quotes of the line for one code.
+    QStringList values(const QString& code, const QTime& time = QTime(10, 30, 0)) const {
+        return quotes_.line(code, QDateTime(QDate(2026, 11, 24), time))
+            .section(u'"', 1, 1)
+            .split(u',');
+    }
+
+    PracticeQuotes quotes_{{{u"SH600000"_s, u"浦发银行"_s},
+                            {u"SZ000001"_s, u"平安银行"_s},
+                            {u"SZ300750"_s, u"宁德时代"_s}}};
+};
+
+TEST_F(PracticeQuotesTest, LinesHaveTheShapesOfTheService) {
+    const struct {
+        QString code, name;
+        qsizetype fields;
+    } cases[] = {
+        {u"sh600000"_s, u"浦发银行"_s, 34},  // Shanghai lines end in an empty field
+        {u"sz000001"_s, u"平安银行"_s, 33}, {u"sh000001"_s, u"上证指数"_s, 34},
+        {u"s_sh000300"_s, u"沪深300"_s, 6}, {u"int_dji"_s, u"道琼斯"_s, 4},
+        {u"r_HSI"_s, u"恒生指数"_s, 4},     {u"sh999999"_s, QString(), 1},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(values(it.code).size(), it.fields) << it.code.toStdString();
+        EXPECT_EQ(values(it.code)[0], it.name) << it.code.toStdString();
+    }
+    EXPECT_EQ(quotes_.reply({u"sh600000"_s, u"600000"_s},
+                            QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0))),
+              u"var hq_str_sys_auth=\"FAILED\";\n"_s)
+        << "one malformed code spoils the batch";
+}
+
+TEST_F(PracticeQuotesTest, PricesMoveWithTheClockAndFitTogether) {
+    QSet<QString> prices;
+    for (int minute = 0; minute < 120; minute += 5) {
+        const QStringList now = values(u"sz300750"_s, QTime(9, 30, 0).addSecs(minute * 60));
+        const double open = now[1].toDouble();
+        const double last = now[3].toDouble();
+        EXPECT_LE(now[5].toDouble(), std::min(open, last));
+        EXPECT_GE(now[4].toDouble(), std::max(open, last));
+        EXPECT_NEAR(last, now[2].toDouble(), now[2].toDouble() * 0.1);
+        prices << now[3];
+    }
+    EXPECT_GT(prices.size(), 5);
+    EXPECT_EQ(values(u"sz300750"_s), values(u"sz300750"_s)) << "one moment, one price";
+}
+
+TEST_F(PracticeQuotesTest, ASuspendedStockKeepsItsFormerCloseOnly) {
+    quotes_.suspend(u"SZ000001"_s);
+    const QStringList now = values(u"sz000001"_s);
+    EXPECT_DOUBLE_EQ(now[3].toDouble(), 0);
+    EXPECT_GT(now[2].toDouble(), 0);
+    const QString piece =
+        quotes_.line(u"sz000001"_s, QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0)));
+    const std::optional<QuoteLine> line = readQuoteLine(piece);
+    ASSERT_TRUE(line);
+    EXPECT_DOUBLE_EQ(line->zhangfu, 0);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,93 @@
+#include "themes/form22.h"
+
+#include <QPointer>
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "ui_form22.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form22::Form22(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form22>()),
+      stockThemes_(environment.stores, environment.globals, environment.clock, environment.dialogs,
+                   grid_) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->setHint(u"这里列出股票所属的主题"_s);
+    picker_ = new PickerBox(
+        *ui_->Text1, *ui_->List1, environment_.stores.main,
+        [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
+    kuaijiemenu_.addActions({ui_->添加到主题, ui_->从该主题删除});
+    connect(ui_->Command9, &QPushButton::clicked, this, &Form22::Command9_Click);
+    connect(picker_, &PickerBox::chosen, this, &Form22::Command9_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form22::MSHFlexGrid1_Click);
+    connect(ui_->添加到主题, &QAction::triggered, this, &Form22::添加到主题_Click);
+    connect(ui_->从该主题删除, &QAction::triggered, this, &Form22::从该主题删除_Click);
+    Form_Load();
+}
+
+Form22::~Form22() = default;
+
+void Form22::Form_Load() {
+    const StockThemes::Stock stock = stockThemes_.load();
+    setWindowTitle(stock.caption);
+    ui_->Text1->setText(stock.code);
+    picker_->hideList();
+}
+
+// The window may close while a box of its own is open.
+void Form22::Command9_Click() {
+    const QPointer alive(this);
+    const std::optional<QString> jc = stockThemes_.find(ui_->Text1->text());
+    if (jc && alive) {
+        ui_->Label7->setText(*jc);
+        Form_Load();
+    }
+}
+
+void Form22::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (row <= 0) {
+        return;
+    }
+    environment_.globals.dangqiandm = grid_.textMatrix(row, 1);
+    environment_.globals.dangqianjc = grid_.textMatrix(row, 2);
+    if (button == Qt::RightButton) {
+        biaoji(grid_, row);
+        kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
+    }
+}
+
+void Form22::MSHFlexGrid1_Click(int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            grid_.setRedraw(false);
+            sortByHeader(grid_, col, lastSortCode_);
+            grid_.setRedraw(true);
+        }
+    });
+}
+
+void Form22::添加到主题_Click() {
+    const QPointer alive(this);
+    if (stockThemes_.joinAnother() && alive) {
+        Command9_Click();
+    }
+}
+
+void Form22::从该主题删除_Click() {
+    const QPointer alive(this);
+    stockThemes_.leave();
+    if (alive) {
+        Command9_Click();
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,45 @@
+// Form22, "属于板块": the themes that one stock belongs to. Table dzhzhuti, names from the code
+// table dmb; the rules are in StockThemes. It takes dangqiandm and dangqianjc over at its load.
+#pragma once
+
+#include <QDialog>
+#include <QMenu>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "grid/picker_box.h"
+#include "grid/result_grid.h"
+#include "themes/stock_themes.h"
+
+namespace Ui {
+class Form22;
+}
+
+namespace guanchao {
+
+class Form22 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form22(Environment& environment, Windows& windows);
+    ~Form22() override;
+
+private:
+    void Form_Load();
+    void Command9_Click();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid1_Click(int row, int col);
+    void 添加到主题_Click();
+    void 从该主题删除_Click();
+
+    Environment& environment_;
+    std::unique_ptr<Ui::Form22> ui_;
+    ResultGrid grid_;
+    StockThemes stockThemes_;
+    PickerBox* picker_ = nullptr;
+    QMenu kuaijiemenu_;  // 快捷菜单: on a theme of the stock
+    SortCode lastSortCode_ = SortCode::none;
+};
+
+}  // namespace guanchao

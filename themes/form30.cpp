@@ -1,0 +1,83 @@
+#include "themes/form30.h"
+
+#include <QPointer>
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "monitor/form7.h"
+#include "store/values.h"
+#include "ui_form30.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form30::Form30(Environment& environment, Windows& windows)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form30>()),
+      watchlist_(environment.stores, environment.dialogs) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->setHint(
+        u"还没有自选股\n\n在主窗口的个股表里右击一只股票，选“添加到自选股”"_s);
+    kuaimenu_.setObjectName(u"kuaimenu"_s);
+    kuaimenu_.setTitle(u"快捷菜单"_s);
+    kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->添加个股监控, ui_->操作个股文章,
+                          ui_->从自选股删除, ui_->添加自选股});
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form30::MSHFlexGrid1_Click);
+    connect(ui_->添加个股监控, &QAction::triggered, this, &Form30::添加个股监控_Click);
+    connect(ui_->添加自选股, &QAction::triggered, this, &Form30::添加自选股_Click);
+    connect(ui_->从自选股删除, &QAction::triggered, this, &Form30::从自选股删除_Click);
+    watchlist_.list(grid_);
+}
+
+Form30::~Form30() = default;
+
+void Form30::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (row <= 0) {
+        return;
+    }
+    environment_.globals.dangqiandm = trimBlanks(grid_.textMatrix(row, 1));
+    environment_.globals.dangqianjc = trimBlanks(grid_.textMatrix(row, 2));
+    if (button == Qt::RightButton) {
+        biaoji(grid_, row);
+        kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
+    }
+}
+
+void Form30::MSHFlexGrid1_Click(int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            grid_.setRedraw(false);
+            sortByHeader(grid_, col, lastSortCode_);
+            grid_.setRedraw(true);
+        }
+    });
+}
+
+void Form30::添加个股监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form7>();
+}
+
+// The window may close while a box of its own is open.
+void Form30::添加自选股_Click() {
+    const QPointer alive(this);
+    if (watchlist_.addTyped() && alive) {
+        watchlist_.list(grid_);
+    }
+}
+
+void Form30::从自选股删除_Click() {
+    const QPointer alive(this);
+    watchlist_.remove(environment_.globals.dangqiandm, environment_.globals.dangqianjc);
+    if (alive) {
+        watchlist_.list(grid_);
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,35 @@
+#include "themes/membership.h"
+
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+bool isMember(Connection& mainStore, const QString& dm, const QString& zhutiname) {
+    const Recordset members(mainStore, u"select * from dzhzhuti where dm='"_s + dm +
+                                           u"' and zhutiname='"_s + zhutiname + u"'"_s);
+    return members.count() > 0;
+}
+
+std::optional<QString> shortName(Connection& mainStore, const QString& dm) {
+    const Recordset codes(mainStore, u"select  dm,jc   FROM dmb where dm='"_s + dm + u"'"_s);
+    if (codes.count() == 0) {
+        return std::nullopt;
+    }
+    return codes.value(u"jc").toText();
+}
+
+void joinTheme(Connection& mainStore, const QString& zhutiname, const QString& dm,
+               const QString& jc, QDate day) {
+    mainStore.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('"_s + zhutiname +
+                      u"','"_s + dm + u"','"_s + jc + u"','"_s + dateText(day) + u" 00:00:00')"_s);
+}
+
+void leaveTheme(Connection& mainStore, const QString& zhutiname, const QString& dm) {
+    mainStore.execute(u"delete from dzhzhuti where dm='"_s + dm + u"' and zhutiname='"_s +
+                      zhutiname + u"'"_s);
+}
+
+}  // namespace guanchao

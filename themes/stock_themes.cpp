@@ -1,0 +1,99 @@
+#include "themes/stock_themes.h"
+
+#include <utility>
+
+#include "grid/tianchongbiao.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+#include "themes/membership.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+StockThemes::StockThemes(const Stores& stores, Globals& globals, const Clock& clock,
+                         Dialogs& dialogs, ResultGrid& grid)
+    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), grid_(grid) {}
+
+StockThemes::Stock StockThemes::load() {
+    const Activity activity(u"读取所属主题"_s);
+    const QString code = std::exchange(globals_.dangqiandm, QString());
+    const QString jc = std::exchange(globals_.dangqianjc, QString());
+    fill(code);
+    return Stock{jc.left(4) + u"_属于主题"_s, code};
+}
+
+void StockThemes::fill(const QString& code) {
+    Connection store = stores_.main.open();
+    Recordset themes(
+        store,
+        u"select  dm as 代码,zhutiname as 主题简称  FROM dzhzhuti where dm='"_s + code + u"'"_s);
+    if (themes.count() == 0) {
+        return;
+    }
+    grid_.setRedraw(false);
+    grid_.clear();
+    tianchongbiao(themes, grid_, 1);
+    grid_.setColWidth(0, 600);
+    grid_.setColWidth(1, 1000);
+    grid_.setColWidth(2, 1400);
+    grid_.setColFont(1, {u"新宋体"_s, 12});
+    for (int row = 1; row < grid_.rows(); ++row) {
+        grid_.setCellForeColor(row, 0, textColour);
+        grid_.setCellForeColor(row, 1, themeColour);
+    }
+    grid_.setRow(1);
+    grid_.setCol(0);
+    grid_.setRedraw(true);
+}
+
+std::optional<QString> StockThemes::find(const QString& typed) {
+    const Activity activity(u"查找所属主题"_s);
+    {
+        Connection store = stores_.main.open();
+        const Recordset themes(store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm='"_s +
+                                          trimBlanks(typed).toUpper() + u"'"_s);
+        if (themes.count() > 0) {
+            globals_.dangqiandm = trimBlanks(typed);
+            globals_.dangqianjc = themes.value(u"jc").toText();
+            return globals_.dangqianjc;
+        }
+    }
+    dialogs_.tell(u" 此代码没有找到主题!"_s);
+    return std::nullopt;
+}
+
+bool StockThemes::joinAnother() {
+    const Activity activity(u"添加到主题"_s);
+    const QString theme = dialogs_.input(u"请输入主题名称："_s, u"添加到主题"_s, QString());
+    if (theme.isEmpty()) {
+        return false;
+    }
+    const QString code = globals_.dangqiandm;
+    {
+        Connection store = stores_.main.open();
+        if (isMember(store, code, theme)) {
+            dialogs_.tell(u"已加入过该主题!"_s);
+            return false;
+        }
+        const std::optional<QString> jc = shortName(store, code);
+        if (!jc) {
+            throw OperationError(u"代码表里没有 "_s + code);
+        }
+        joinTheme(store, theme, code, *jc, clock_.now().date());
+    }
+    dialogs_.tell(u"添加到主题完成!"_s);
+    return true;
+}
+
+void StockThemes::leave() {
+    const Activity activity(u"从主题删除"_s);
+    {
+        Connection store = stores_.main.open();
+        leaveTheme(store, globals_.dangqianjc, globals_.dangqiandm);
+    }
+    dialogs_.tell(u"从该主题删除完成!"_s);
+}
+
+}  // namespace guanchao

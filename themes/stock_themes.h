@@ -1,0 +1,50 @@
+// The themes of one stock, as Form22 lists and changes them: table dzhzhuti, names from the code
+// table dmb. The values that windows share (dangqiandm, dangqianjc) carry code and short name in,
+// and from then on the code and the theme of the pressed row. Failed statements raise StoreError.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "app/globals.h"
+#include "grid/result_grid.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class StockThemes {
+public:
+    StockThemes(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
+                ResultGrid& grid);
+
+    struct Stock {
+        QString caption;
+        QString code;
+    };
+
+    // Takes the shared values over, empties them and fills the grid; with no row the grid stays.
+    Stock load();
+
+    // Makes the typed stock the shared one, for the next load. Returns its short name, or nothing
+    // and a word to the user if it is in no theme.
+    std::optional<QString> find(const QString& typed);
+
+    // 添加到主题, for the stock of the pressed row; true if it has joined one.
+    bool joinAnother();
+
+    // 从该主题删除, for the stock and the theme of the pressed row.
+    void leave();
+
+private:
+    void fill(const QString& code);
+
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Dialogs& dialogs_;
+    ResultGrid& grid_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,164 @@
+#include "themes/theme_commands.h"
+
+#include "store/store_error.h"
+#include "store/values.h"
+#include "themes/membership.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Column 1 of the theme grid holds the name, column 3 the count of stocks, in all its forms.
+constexpr int nameColumn = 1;
+constexpr int countColumn = 3;
+
+void removeMembers(Connection& store, const QString& theme) {
+    store.execute(u"delete from dzhzhuti where zhutiname='"_s + theme + u"'"_s);
+}
+
+bool isSmaller(const ResultGrid& themes, int row, int count) {
+    return roundToWhole(numericPrefix(themes.textMatrix(row, countColumn))) < count;
+}
+
+QString nameOf(const ResultGrid& themes, int row) {
+    return trimBlanks(themes.textMatrix(row, nameColumn));
+}
+
+}  // namespace
+
+ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs)
+    : stores_(stores), clock_(clock), dialogs_(dialogs) {}
+
+Redraw ThemeCommands::addStock(const QString& theme) {
+    const Activity activity(u"为主题添加个股"_s);
+    const QString code =
+        dialogs_.input(u"请输入股票代码,示例:SH600585"_s, u"添加到主题:"_s + theme, u"SH6"_s)
+            .toUpper();
+    if (code.isEmpty()) {
+        return Redraw::none;
+    }
+    {
+        Connection store = stores_.main.open();
+        if (isMember(store, code, theme)) {
+            dialogs_.tell(u"该主题已加入过此股!"_s);
+            return Redraw::none;
+        }
+        const std::optional<QString> jc = shortName(store, code);
+        if (!jc) {
+            dialogs_.tell(u"没有找到此股票代码:"_s + code);
+            return Redraw::none;
+        }
+        joinTheme(store, theme, code, *jc, clock_.now().date());
+    }
+    dialogs_.tell(u"为该主题添加个股完成!"_s);
+    return Redraw::stocks;
+}
+
+Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
+    const Activity activity(u"为主题删除个股"_s);
+    {
+        Connection store = stores_.main.open();
+        leaveTheme(store, theme, code);
+    }
+    dialogs_.tell(u"为该主题删除个股完成!"_s);
+    return Redraw::stocks;
+}
+
+Redraw ThemeCommands::changeRelevance(const QString& theme, const QString& code) {
+    const Activity activity(u"修改相关度"_s);
+    const auto relevance = wholeNumber16(dialogs_.input(
+        u"请输入相关度，以区别和主题的相关性,在1-10之间。"_s, u"修改相关度"_s, u"5"_s));
+    if (!relevance || *relevance < 1 || *relevance > 10) {
+        dialogs_.tell(u"请输入1-10之间的数字。"_s);
+        return Redraw::none;
+    }
+    stores_.main.open().execute(u"update dzhzhuti set xiangguandu="_s +
+                                QString::number(*relevance) + u" where dm='"_s + code +
+                                u"' and zhutiname='"_s + theme + u"'"_s);
+    return Redraw::stocks;
+}
+
+Redraw ThemeCommands::removeTheme(const QString& theme) {
+    const Activity activity(u"删除主题"_s);
+    if (!dialogs_.ask(u"确实要删除主题'"_s + theme + u"'吗?"_s)) {
+        return Redraw::none;
+    }
+    {
+        Connection store = stores_.main.open();
+        removeMembers(store, theme);
+    }
+    dialogs_.tell(u"删除主题'"_s + theme + u"'完成!"_s);
+    return Redraw::none;
+}
+
+Redraw ThemeCommands::changeAttention(const QString& theme) {
+    const Activity activity(u"修改关注度"_s);
+    const auto attention = wholeNumber16(dialogs_.input(
+        u"请输入关注度，以方便查找自己最关心的主题,在1-20之间。"_s, u"修改关注度"_s, u"1"_s));
+    if (!attention || *attention < 1 || *attention > 20) {
+        dialogs_.tell(u"请输入1-20之间的数字。"_s);
+        return Redraw::none;
+    }
+    stores_.main.open().execute(u"update dzhzhuti set guanzhudu="_s + QString::number(*attention) +
+                                u" where zhutiname='"_s + theme + u"'"_s);
+    dialogs_.tell(u"修改关注度'"_s + theme + u"'完成!"_s);
+    return Redraw::themes;
+}
+
+Redraw ThemeCommands::rename(const QString& theme) {
+    Activity activity(u"修改主题名称"_s);
+    const QString name =
+        trimBlanks(dialogs_.input(u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme));
+    if (name.isEmpty()) {
+        return Redraw::none;
+    }
+    const QString change = name + u"' where zhutiname='"_s + theme + u"'"_s;
+    {
+        Connection main = stores_.main.open();
+        main.execute(u"update dzhzhuti set zhutiname='"_s + change);
+        activity.wrote(u"主题库"_s);
+        main.execute(u"update zhutidapanhq set zhutiname='"_s + change);
+        activity.wrote(u"主题大盘行情"_s);
+        main.execute(u"update zhutijiankong set zhutiname='"_s + change);
+        activity.wrote(u"主题监控"_s);
+        Connection heat = stores_.heat.open();
+        heat.execute(u"update xinwenshul set zhutiname='"_s + change);
+        activity.wrote(u"新闻数量"_s);
+    }
+    dialogs_.tell(u"修改主题名称完成!"_s);
+    return Redraw::themes;
+}
+
+Redraw ThemeCommands::removeSmallThemes(const ResultGrid& themes) {
+    const Activity activity(u"删除小于指定只数的主题"_s);
+    const auto count = wholeNumber16(
+        trimBlanks(dialogs_.input(u"你想删除小于几只股票的主题呢："_s,
+                                  u"删除小于指定只数的主题，慎重执行，不能恢复。"_s, u"2"_s)));
+    if (!count) {
+        dialogs_.tell(u"请指定2-32767之间的数字。"_s);
+        return Redraw::none;
+    }
+    if (*count < 2) {
+        dialogs_.tell(u"请指定大于1的数据数据!"_s);
+        return Redraw::none;
+    }
+    if (!dialogs_.ask(u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?"_s)) {
+        return Redraw::none;
+    }
+    {
+        Connection store = stores_.main.open();
+        Transaction transaction(store);
+        for (int row = 1; row < themes.rows(); ++row) {
+            if (isSmaller(themes, row, *count)) {
+                removeMembers(store, nameOf(themes, row));
+            }
+        }
+        transaction.commit();
+    }
+    dialogs_.tell(u"删除主题'"_s + nameOf(themes, themes.rows() - 1) + u"'完成!"_s);
+    return Redraw::themes;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,169 @@
+#include "themes/theme_editing.h"
+
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The indexes stand in the code table for their quotes only.
+bool isIndex(const QString& code) {
+    return code == u"SH000300" || code == u"SH000001" || code == u"SZ399001";
+}
+
+// The pieces between the commas, in upper case. A piece keeps its blanks: with one inside it is no
+// code.
+QStringList codesIn(const QString& text) {
+    QString list = trimBlanks(text);
+    list.replace(u'，', u',');
+    return list.toUpper().split(u',', Qt::SkipEmptyParts);
+}
+
+// The short name of a code that may join a theme here; nothing for a wrong code.
+std::optional<QString> nameOfStock(Connection& store, const QString& code) {
+    const Recordset stock(store, u"select dm,jc from dmb  where dm='"_s + code + u"'"_s);
+    if (stock.count() == 0 || isIndex(code)) {
+        return std::nullopt;
+    }
+    return stock.value(u"jc").toText();
+}
+
+bool themeExists(Connection& store, const QString& name) {
+    const Recordset members(store, u"select dm from dzhzhuti  where zhutiname='"_s + name + u"'"_s);
+    return members.count() > 0;
+}
+
+bool holds(Connection& store, const QString& name, const QString& code) {
+    const Recordset members(store, u"select * from dzhzhuti  where dm='"_s + code +
+                                       u"' and   zhutiname='"_s + name + u"'"_s);
+    return members.count() > 0;
+}
+
+void join(Connection& store, const ThemeEntry& entry, const QString& code, const QString& jc) {
+    store.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values('"_s +
+                  entry.name + u"','"_s + code + u"','"_s + jc + u"','"_s + entry.time + u"',"_s +
+                  QString::number(entry.attention) + u")"_s);
+}
+
+// What the closing message tells of the codes, each list with its commas.
+class Outcome {
+public:
+    void note(const QString& code, const std::optional<QString>& jc) {
+        if (jc) {
+            added_ += code + u' ' + *jc + u',';
+        } else {
+            wrong_ += (wrong_.isEmpty() ? QString() : u","_s) + code;
+        }
+    }
+
+    QString message(const QString& done, const QString& theme) const {
+        return done + u'"' + theme + u"\"完成!已加入："_s + added_ + u" 错误的代码："_s +
+               (wrong_.isEmpty() ? u"无"_s : wrong_) + u"。"_s;
+    }
+
+private:
+    QString added_;
+    QString wrong_;
+};
+
+void stamp(Connection& store, const QString& time) {
+    store.execute(u"update tempcanshu set xiugaizhutitime='"_s + time + u"'"_s);
+}
+
+}  // namespace
+
+QString withoutSample(QString codes) {
+    return codes.remove(sampleCodes);
+}
+
+ThemeEditing::ThemeEditing(const Stores& stores, const Clock& clock, Dialogs& dialogs)
+    : stores_(stores), clock_(clock), dialogs_(dialogs) {}
+
+ThemeFields ThemeEditing::open(const QString& theme) const {
+    const Activity activity(u"读取主题"_s);
+    ThemeFields fields{theme, QString(), u"3"_s};
+    Connection store = stores_.main.open();
+    Recordset members(
+        store, u"select zhutiname,dm,jc,ztktime,guanzhudu from dzhzhuti  where zhutiname='"_s +
+                   theme + u"'"_s);
+    if (members.count() > 0) {
+        fields.attention = members.value(u"guanzhudu").toText();
+    }
+    for (; !members.atEnd(); members.moveNext()) {
+        fields.codes += members.value(u"dm").toText() + u',';
+    }
+    return fields;
+}
+
+bool ThemeEditing::add(const ThemeFields& fields) {
+    const Activity activity(u"添加主题"_s);
+    const std::optional<ThemeEntry> entry = read(fields);
+    if (!entry) {
+        return false;
+    }
+    Outcome outcome;
+    {
+        Connection store = stores_.main.open();
+        // Asked before the transaction: the alarms write while the question stands.
+        if (themeExists(store, entry->name) && !dialogs_.ask(u"此主题名称已存在,更新吗? "_s)) {
+            return false;
+        }
+        Transaction transaction(store);
+        for (const QString& code : entry->codes) {
+            const std::optional<QString> jc = nameOfStock(store, code);
+            outcome.note(code, jc);
+            if (jc && !holds(store, entry->name, code)) {
+                join(store, *entry, code, *jc);
+            }
+        }
+        stamp(store, entry->time);
+        transaction.commit();
+    }
+    dialogs_.tell(outcome.message(u"加入主题"_s, entry->name));
+    return true;
+}
+
+bool ThemeEditing::rewrite(const ThemeFields& fields) {
+    const Activity activity(u"修改主题"_s);
+    const std::optional<ThemeEntry> entry = read(fields);
+    if (!entry) {
+        return false;
+    }
+    Outcome outcome;
+    {
+        Connection store = stores_.main.open();
+        Transaction transaction(store);
+        store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry->name + u"'"_s);
+        for (const QString& code : entry->codes) {
+            const std::optional<QString> jc = nameOfStock(store, code);
+            outcome.note(code, jc);
+            if (jc) {
+                join(store, *entry, code, *jc);
+            }
+        }
+        stamp(store, entry->time);
+        transaction.commit();
+    }
+    dialogs_.tell(outcome.message(u"修改主题"_s, entry->name));
+    return true;
+}
+
+std::optional<ThemeEntry> ThemeEditing::read(const ThemeFields& fields) {
+    const QString name = trimBlanks(fields.name);
+    if (name.isEmpty()) {
+        dialogs_.tell(u"没有输入主题名称!"_s);
+        return std::nullopt;
+    }
+    const std::optional<qint16> attention = wholeNumber16(fields.attention);
+    if (!attention) {
+        dialogs_.tell(u"关注度请输入-32768至32767之间的数字。"_s);
+        return std::nullopt;
+    }
+    return ThemeEntry{name, codesIn(fields.codes), *attention, timeText(clock_.now())};
+}
+
+}  // namespace guanchao

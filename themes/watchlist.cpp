@@ -1,0 +1,70 @@
+#include "themes/watchlist.h"
+
+#include "grid/tianchongbiao.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void setWidths(ResultGrid& grid) {
+    const struct {
+        int col, twips;
+    } widths[] = {{0, 500}, {1, 1200}, {2, 1200},  {3, 800},  {4, 800},
+                  {5, 900}, {9, 1500}, {10, 1500}, {11, 1900}};
+    for (const auto& it : widths) {
+        grid.setColWidth(it.col, it.twips);
+    }
+}
+
+}  // namespace
+
+Watchlist::Watchlist(const Stores& stores, Dialogs& dialogs) : stores_(stores), dialogs_(dialogs) {}
+
+void Watchlist::list(ResultGrid& grid) const {
+    const Activity activity(u"读取自选股"_s);
+    Connection store = stores_.main.open();
+    Recordset stocks(store,
+                     u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
+                     u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
+                     u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
+                     u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc"_s);
+    grid.setRedraw(false);
+    // Cleared first: a stock without a quote must not show the time of an earlier row.
+    grid.clear();
+    tianchongbiao(stocks, grid, 1);
+    setWidths(grid);
+    grid.setRedraw(true);
+}
+
+bool Watchlist::addTyped() {
+    const QString code =
+        dialogs_.input(u"请输入股票代码,示例:SH600585"_s, u"添加自选股:"_s, u"SH6"_s).toUpper();
+    return !code.isEmpty() && add(code, QString());
+}
+
+bool Watchlist::add(const QString& dm, const QString& jc) {
+    const Activity activity(u"添加自选股"_s);
+    {
+        Connection store = stores_.main.open();
+        const Recordset present(store, u"select dm from zixuangu  where dm='"_s + dm + u"'"_s);
+        if (present.count() > 0) {
+            dialogs_.tell(u"此股票已在自选股中。"_s);
+            return false;
+        }
+        store.execute(u"insert into zixuangu(dm,jc) values('"_s + dm + u"','"_s + jc + u"')"_s);
+    }
+    dialogs_.tell(u"添加自选股'"_s + dm + u"'完成!"_s);
+    return true;
+}
+
+void Watchlist::remove(const QString& dm, const QString& jc) {
+    const Activity activity(u"删除自选股"_s);
+    stores_.main.open().execute(u"delete from zixuangu where dm='"_s + dm + u"'"_s);
+    dialogs_.tell(u"删除自选股'"_s + jc + u"'完成!"_s);
+}
+
+}  // namespace guanchao

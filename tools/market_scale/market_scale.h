@@ -1,0 +1,18 @@
+// Stores at the size of the whole market, made up from a fixed seed: what the benches measure on.
+#pragma once
+
+#include <QString>
+
+namespace guanchao {
+
+struct MarketScale {
+    int stocks = 5400;
+    int themes = 600;
+    int memberships = 40000;
+};
+
+// Makes the main store of an application folder that has none, with quotes for every stock and the
+// three indexes. Raises StoreError if a store is there or can't be written.
+void makeMarketScale(const QString& folder, const MarketScale& scale);
+
+}  // namespace guanchao
