@@ -171,27 +171,26 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             {}};
     Windows windows(environment);
     QStringList messages;
-    const auto replaceDuringMessage = [&] {
-        QTimer::singleShot(0, qApp, [&] {
-            messages << qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->text();
+    QTimer alarm;
+    QObject::connect(&alarm, &QTimer::timeout, &alarm, [&] {
+        if (const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            alarm.stop();
+            messages << box->text();
             windows.openAnew<Form4>();
-        });
-    };
+        }
+    });
     const std::function<void(Form4*)> actions[] = {
         [&](Form4* form) {
             popup(form, u"MSHFlexGrid1"_s);
-            replaceDuringMessage();
             trigger(form, u"删除监控"_s);
         },
         [&](Form4* form) {
             popup(form, u"MSHFlexGrid2"_s);
-            replaceDuringMessage();
             trigger(form, u"删除监控2"_s);
         },
         [&](Form4* form) {
             store_.run({u"insert into jiankonghq(dm) values('SH600000')"_s});
             box(form, u"Text1"_s)->setText(u"0"_s);
-            replaceDuringMessage();
             leave(box(form, u"Text1"_s));
         },
     };
@@ -201,6 +200,7 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
         const QPointer<Form4> old = window<Form4>();
         old->activateWindow();
         QApplication::processEvents();
+        alarm.start(0);
         action(old);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(old);
