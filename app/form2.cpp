@@ -1,6 +1,7 @@
 #include "app/form2.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <QScreen>
 
@@ -11,6 +12,9 @@
 #include "app/startup.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "monitor/form4.h"
+#include "monitor/form7.h"
+#include "monitor/form8.h"
 #include "store/values.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
@@ -29,6 +33,8 @@ constexpr int themeGridColumns = 6600;
 constexpr int gutter = 250;
 constexpr int heightAboveGrids = 1700;
 
+constexpr int alarmRepeats = 20;
+
 // The grid must hold a table, and the pointer be on one of its rows.
 bool isDataRow(const ResultGrid& grid, int row) {
     return row > 0 && grid.cols() > 2 && grid.rows() > 1;
@@ -46,12 +52,22 @@ Form2::Form2(Environment& environment, Windows& windows)
       watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
                  environment.services.quote, environment.pump),
-      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump) {
+      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
+      alarmEngine_(
+          environment.stores, environment.globals, environment.clock, quoteFeed_,
+          [this] { windows_.openAnew<Form4>(); },
+          [this](const QString& file) {
+              bofangwenjian_ = file;
+              if (!Timer3_.isActive()) {
+                  Timer3_.start();
+              }
+          }) {
     ui_->setupUi(this);
     ui_->Command1->setIcon(searchIcon());
     ui_->Command2->setIcon(searchIcon());
     ui_->Command4->setIcon(updateIcon());
     ui_->progress->hide();
+    ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
     ui_->MSHFlexGrid2->setHint(
@@ -67,7 +83,9 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectGrids();
 }
 
-Form2::~Form2() = default;
+Form2::~Form2() {
+    environment_.sound.whenStopped({});
+}
 
 // The right grid takes the width beside the left one and the gutter, both take the height under the
 // fields; the layout keeps it so at every size.
@@ -123,13 +141,20 @@ void Form2::connectControls() {
         it.timer.setInterval(it.milliseconds);
     }
     connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
+    connect(&Timer2_, &QTimer::timeout, this, &Form2::Timer2_Timer);
+    connect(&Timer3_, &QTimer::timeout, this, &Form2::Timer3_Timer);
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
+    connect(ui_->stopSound, &QPushButton::clicked, this, [this] { environment_.sound.stop(); });
+    environment_.sound.whenStopped([this] { ui_->WindowsMediaPlayer1->hide(); });
 }
 
 void Form2::connectMenus() {
     connect(ui_->刷新, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->刷新2, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->全部显示, &QAction::triggered, this, &Form2::全部显示_Click);
+    connect(ui_->监控管理, &QAction::triggered, this, &Form2::监控管理_Click);
+    connect(ui_->添加主题监控, &QAction::triggered, this, &Form2::添加主题监控_Click);
+    connect(ui_->添加个股监控, &QAction::triggered, this, &Form2::添加个股监控_Click);
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
@@ -307,6 +332,20 @@ void Form2::MSHFlexGrid2_Click(int row, int col) {
     });
 }
 
+void Form2::监控管理_Click() {
+    windows_.openAnew<Form4>();
+}
+
+void Form2::添加主题监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form8>();
+}
+
+void Form2::添加个股监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form7>();
+}
+
 void Form2::Timer1_Timer() {
     Timer1_.stop();
     const QString caption = windowTitle();
@@ -315,6 +354,17 @@ void Form2::Timer1_Timer() {
     setWindowTitle(caption);
     environment_.pump.runPendingEvents();
     Timer2_.start();
+}
+
+void Form2::Timer2_Timer() {
+    alarmEngine_.tick();
+}
+
+void Form2::Timer3_Timer() {
+    Timer3_.stop();
+    environment_.sound.play(bofangwenjian_, alarmRepeats);
+    ui_->soundFile->setText(QFileInfo(bofangwenjian_).fileName());
+    ui_->WindowsMediaPlayer1->show();
 }
 
 void Form2::Timer4_Timer() {

@@ -1,6 +1,6 @@
 // Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus
 // from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store; the
-// rules are in ThemeTable, QuoteRun, startup and shutdown.
+// rules are in ThemeTable, QuoteRun, AlarmEngine, startup and shutdown.
 #pragma once
 
 #include <QMainWindow>
@@ -13,6 +13,7 @@
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
+#include "monitor/alarm_engine.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_table.h"
 #include "themes/watchlist.h"
@@ -66,7 +67,13 @@ private:
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_Click(int row, int col);
 
+    void 监控管理_Click();
+    void 添加主题监控_Click();
+    void 添加个股监控_Click();
+
     void Timer1_Timer();
+    void Timer2_Timer();
+    void Timer3_Timer();
     void Timer4_Timer();
 
     Environment& environment_;
@@ -79,6 +86,7 @@ private:
     Watchlist watchlist_;
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
+    AlarmEngine alarmEngine_;
     PickerBox* picker_ = nullptr;
 
     QMenu tuopanmenu_;
@@ -92,6 +100,7 @@ private:
 
     int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
     SortCode lastSortCode_ = SortCode::none;
+    QString bofangwenjian_;  // 播放文件: the sound that Timer3 is to play
 };
 
 }  // namespace guanchao

@@ -8,15 +8,13 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include "grid/twips.h"
 #include "store/values.h"
 
 namespace guanchao {
 
 namespace {
 
-constexpr int twipsPerInch = 1440;
-// The width of a digit in the font for which the widths were chosen, in twips.
-constexpr int digitTwips = 90;
 constexpr int rowPadding = 6;
 constexpr int cellPadding = 8;
 
@@ -89,10 +87,7 @@ void GridView::setGrid(ResultGrid& grid) {
 }
 
 int GridView::pixels(int twips) const {
-    const double digit = fontMetrics().horizontalAdvance(u'0');
-    const double standardDigit = static_cast<double>(digitTwips) * logicalDpiX() / twipsPerInch;
-    const double scale = std::max(1.0, digit / standardDigit);
-    return qRound(twips * scale * logicalDpiX() / twipsPerInch);
+    return pixelsOf(twips, *this);
 }
 
 void GridView::applyWidths() {

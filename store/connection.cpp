@@ -18,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int busyTimeoutMilliseconds = 5000;
+std::chrono::milliseconds busyTimeout = std::chrono::seconds(5);
 
 // The raw form of a key: the library takes it as it stands, where a passphrase would be stretched
 // for 27 ms at every opening.
@@ -91,11 +91,15 @@ void Connection::Close::operator()(sqlite3* handle) const {
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
-    sqlite3_busy_timeout(handle(), busyTimeoutMilliseconds);
+    sqlite3_busy_timeout(handle(), static_cast<int>(busyTimeout.count()));
     giveKey(*this, key);
     registerDialect(handle());
     // A wrong key shows at the first read only: read here, so that the opening is what fails.
     execute(u"select count(*) from sqlite_master"_s);
+}
+
+void Connection::setBusyTimeout(std::chrono::milliseconds timeout) {
+    busyTimeout = timeout;
 }
 
 void Connection::execute(const QString& statement) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <memory>
 
 struct sqlite3;
@@ -17,6 +18,9 @@ public:
 
     // Runs one INSERT, UPDATE, DELETE or other statement without a result.
     void execute(const QString& statement);
+
+    // How long every connection opened from now on waits for a lock; tests shorten it.
+    static void setBusyTimeout(std::chrono::milliseconds timeout);
 
     sqlite3* handle() const { return handle_.get(); }
     const QString& path() const { return path_; }

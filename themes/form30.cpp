@@ -4,6 +4,7 @@
 
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "monitor/form7.h"
 #include "store/values.h"
 #include "ui_form30.h"
 
@@ -11,9 +12,10 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-Form30::Form30(Environment& environment, Windows&)
+Form30::Form30(Environment& environment, Windows& windows)
     : QDialog(nullptr, Qt::Window),
       environment_(environment),
+      windows_(windows),
       ui_(std::make_unique<Ui::Form30>()),
       watchlist_(environment.stores, environment.dialogs) {
     ui_->setupUi(this);
@@ -27,6 +29,7 @@ Form30::Form30(Environment& environment, Windows&)
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form30::MSHFlexGrid1_Click);
+    connect(ui_->添加个股监控, &QAction::triggered, this, &Form30::添加个股监控_Click);
     connect(ui_->添加自选股, &QAction::triggered, this, &Form30::添加自选股_Click);
     connect(ui_->从自选股删除, &QAction::triggered, this, &Form30::从自选股删除_Click);
     watchlist_.list(grid_);
@@ -54,6 +57,11 @@ void Form30::MSHFlexGrid1_Click(int row, int col) {
             grid_.setRedraw(true);
         }
     });
+}
+
+void Form30::添加个股监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form7>();
 }
 
 // The window may close while a box of its own is open.

@@ -27,10 +27,12 @@ public:
 private:
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid1_Click(int row, int col);
+    void 添加个股监控_Click();
     void 添加自选股_Click();
     void 从自选股删除_Click();
 
     Environment& environment_;
+    Windows& windows_;
     std::unique_ptr<Ui::Form30> ui_;
     ResultGrid grid_;
     Watchlist watchlist_;

@@ -11,17 +11,24 @@ void DesktopSound::makePlayer() {
     player_ = std::make_unique<QMediaPlayer>();
     player_->setAudioOutput(output_.get());
     QObject::connect(player_.get(), &QMediaPlayer::playbackStateChanged, player_.get(),
-                     [this](QMediaPlayer::PlaybackState state) {
-                         if (state == QMediaPlayer::StoppedState && stopped_) {
-                             stopped_();
-                         }
-                     });
+                     [this] { tellIfStopped(); });
+    // Queued: a file that fails at once must not tell of it before play() has returned.
+    QObject::connect(
+        player_.get(), &QMediaPlayer::errorOccurred, player_.get(), [this] { tellIfStopped(); },
+        Qt::QueuedConnection);
+}
+
+void DesktopSound::tellIfStopped() {
+    if (player_->playbackState() == QMediaPlayer::StoppedState && stopped_) {
+        stopped_();
+    }
 }
 
 void DesktopSound::play(const QString& file, int count) {
     if (!player_) {
         makePlayer();
     }
+    player_->stop();
     player_->setSource(QUrl::fromLocalFile(file));
     player_->setLoops(count);
     player_->play();

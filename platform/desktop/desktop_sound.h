@@ -18,10 +18,11 @@ public:
 
 private:
     void makePlayer();
+    void tellIfStopped();
 
+    std::function<void()> stopped_;  // outlives the player, which may call it at its end
     std::unique_ptr<QAudioOutput> output_;
     std::unique_ptr<QMediaPlayer> player_;
-    std::function<void()> stopped_;
 };
 
 }  // namespace guanchao

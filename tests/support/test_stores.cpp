@@ -1,11 +1,20 @@
 #include "tests/support/test_stores.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+QString TestStores::folderTemplate() {
+    const QFileInfo memory(u"/dev/shm"_s);
+    const QString parent = memory.isWritable() ? memory.filePath() : QDir::tempPath();
+    return parent + u"/guanchao-test-XXXXXX"_s;
+}
 
 TestStores::TestStores() {
     stores = storesIn(folder());

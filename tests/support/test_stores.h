@@ -28,7 +28,10 @@ public:
     Stores stores;
 
 private:
-    QTemporaryDir directory_;
+    // In memory where the system offers it: tests commit thousands of times.
+    static QString folderTemplate();
+
+    QTemporaryDir directory_{folderTemplate()};
 };
 
 }  // namespace guanchao

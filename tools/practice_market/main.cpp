@@ -1,5 +1,6 @@
 // The practice market as a program: serves the stocks of CODES.csv on a free port of 127.0.0.1,
-// writes the port's number to PORT_FILE, and runs until it is told to end or its parent ends.
+// writes the port's number to PORT_FILE, and runs until it is told to end or its parent ends. With
+// --lively prices swing so widely that alarms come within a minute, at any hour.
 // Exit codes: 0 ended, 1 could not serve, 2 bad arguments.
 
 #include <signal.h>
@@ -17,6 +18,7 @@
 
 namespace {
 
+using guanchao::Pace;
 using guanchao::PracticeMarket;
 using guanchao::PracticeQuotes;
 using guanchao::PracticeStock;
@@ -30,19 +32,22 @@ struct Arguments {
     QString codesFile;
     QString portFile;
     quint32 seed;
+    Pace pace;
 };
 
 Arguments argumentsFrom(const QStringList& words) {
     QCommandLineParser parser;
     const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("N"),
                                   QStringLiteral("20261124"));
-    parser.addOption(seed);
+    const QCommandLineOption lively(QStringLiteral("lively"));
+    parser.addOptions({seed, lively});
     if (!parser.parse(words)) {
         throw BadArguments(parser.errorText());
     }
     const QStringList files = parser.positionalArguments();
     if (files.size() != 2) {
-        throw BadArguments(QStringLiteral("usage: practice_market CODES.csv PORT_FILE [--seed N]"));
+        throw BadArguments(
+            QStringLiteral("usage: practice_market CODES.csv PORT_FILE [--seed N] [--lively]"));
     }
     bool isNumber = false;
     const quint32 number = parser.value(seed).toUInt(&isNumber);
@@ -50,7 +55,8 @@ Arguments argumentsFrom(const QStringList& words) {
         throw BadArguments(
             QStringLiteral("--seed needs a whole number, not \"%1\"").arg(parser.value(seed)));
     }
-    return {files[0], files[1], number};
+    const Pace pace = parser.isSet(lively) ? Pace::lively : Pace::ordinary;
+    return {files[0], files[1], number, pace};
 }
 
 std::vector<PracticeStock> stocksFrom(const QString& fileName) {
@@ -91,8 +97,9 @@ void endWithParent() {
 void serve(const Arguments& arguments) {
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
-    PracticeMarket market(PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed),
-                          [] { return QDateTime::currentDateTime(); });
+    PracticeMarket market(
+        PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed, arguments.pace),
+        [] { return QDateTime::currentDateTime(); });
     writePort(arguments.portFile, market.start());
     int received = 0;
     sigwait(&endSignals, &received);

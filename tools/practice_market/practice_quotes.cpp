@@ -159,7 +159,8 @@ QStringList fullFields(const Kind& kind, const Quote& quote, quint64 key,
 
 }  // namespace
 
-PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed) : seed_(seed) {
+PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed, Pace pace)
+    : seed_(seed), pace_(pace) {
     for (const Index& index : homeIndexes) {
         add(index.code.toString(), index.name.toString());
     }
@@ -188,10 +189,9 @@ QString PracticeQuotes::reply(const QStringList& lowerCaseCodes, const QDateTime
     if (!std::ranges::all_of(lowerCaseCodes, isWellFormed)) {
         return spoiledReply;
     }
-    const TradingMoment moment = tradingMoment(now);
     QString lines;
     for (const QString& code : lowerCaseCodes) {
-        lines += QStringLiteral("var hq_str_%1=\"%2\";\n").arg(code, values(code, moment));
+        lines += QStringLiteral("var hq_str_%1=\"%2\";\n").arg(code, values(code, now));
     }
     return lines;
 }
@@ -210,7 +210,8 @@ quint64 PracticeQuotes::keyOf(const QString& lowerCaseCode) const {
     return key;
 }
 
-QString PracticeQuotes::values(const QString& code, const TradingMoment& moment) const {
+QString PracticeQuotes::values(const QString& code, const QDateTime& now) const {
+    const TradingMoment moment = tradingMoment(now);
     if (const Index* world = worldIndexOf(code)) {
         const Quote quote = quoteOf(worldIndex, keyOf(code), moment);
         return (world->name.toString() + u',') + changeFields(worldIndex, quote.prices).join(u',');
@@ -223,7 +224,10 @@ QString PracticeQuotes::values(const QString& code, const TradingMoment& moment)
     }
     const Kind& kind = kindOf(plain);
     const quint64 key = keyOf(plain);
-    const Quote traded = quoteOf(kind, key, moment);
+    Quote traded = quoteOf(kind, key, moment);
+    if (pace_ == Pace::lively && !kind.isIndex) {
+        traded.prices = livelyPrices(traded.prices, key, now);
+    }
     const Quote quote = known->suspended ? suspended(traded) : traded;
     if (isShort) {
         return known->name + u',' + shortFields(kind, quote).join(u',');

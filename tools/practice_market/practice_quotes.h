@@ -19,10 +19,14 @@ struct PracticeStock {
     QString name;
 };
 
+// How the prices of stocks move: as on a market's day, or so that alarms come within a minute.
+enum class Pace { ordinary, lively };
+
 class PracticeQuotes {
 public:
     // The chief indexes are known without being listed.
-    explicit PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed = 20261124);
+    explicit PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed = 20261124,
+                            Pace pace = Pace::ordinary);
 
     // Besides these the seed suspends about one stock in 150. Codes in either case.
     void suspend(const QString& code);
@@ -42,10 +46,11 @@ private:
 
     void add(const QString& lowerCaseCode, const QString& name);
     quint64 keyOf(const QString& lowerCaseCode) const;
-    QString values(const QString& code, const TradingMoment& moment) const;
+    QString values(const QString& code, const QDateTime& now) const;
 
     quint32 seed_;
-    QHash<QString, Security> securities_;  // by lower-case code
+    Pace pace_;
+    QHash<QString, Security> securities_;  //< by lower-case code
 };
 
 }  // namespace guanchao

@@ -24,6 +24,12 @@ constexpr double openingGap = 0.01;
 constexpr double swing = 0.02;
 constexpr double jitter = 0.004;
 
+// A poll every 20 seconds meets each swing at three points, one of which is always above 5 %.
+constexpr double livelySwing = 0.08;
+constexpr double livelySteepness = 1.6;
+constexpr double livelySeconds = 31;
+constexpr double livelyLag = 0.05;  // of a turn, the most between two keys
+
 QDate tradingDayBefore(QDate day) {
     do {
         day = day.addDays(-1);
@@ -131,6 +137,18 @@ DayPrices dayPrices(quint64 key, double lowest, double highest, const TradingMom
     }
     return {formerClose, std::llround(path.atKnot(0)), std::llround(last), std::llround(high),
             std::llround(low)};
+}
+
+DayPrices livelyPrices(const DayPrices& day, quint64 key, const QDateTime& now) {
+    const double seconds = static_cast<double>(now.toMSecsSinceEpoch()) / 1000;
+    const double turns = seconds / livelySeconds + livelyLag * evenNumber(key, 0);
+    const double wave = livelySteepness * std::sin(2 * std::numbers::pi * turns);
+    const double share = livelySwing * std::clamp(wave, -1.0, 1.0);
+    DayPrices prices = day;
+    prices.last = std::llround(static_cast<double>(day.formerClose) * (1 + share));
+    prices.high = std::max(day.high, prices.last);
+    prices.low = std::min(day.low, prices.last);
+    return prices;
 }
 
 }  // namespace guanchao

@@ -34,4 +34,8 @@ struct DayPrices {
 // The day so far, about a level between `lowest` and `highest` that the key chooses.
 DayPrices dayPrices(quint64 key, double lowest, double highest, const TradingMoment& moment);
 
+// The same day in a lively market: the last price swings widely about the former close, twice a
+// minute, at any hour and nearly in step for all keys, so that gains of themes swing with it.
+DayPrices livelyPrices(const DayPrices& day, quint64 key, const QDateTime& now);
+
 }  // namespace guanchao

@@ -1,0 +1,182 @@
+#include "monitor/alarm_engine.h"
+
+#include <QScopedValueRollback>
+#include <optional>
+
+#include "monitor/crossing.h"
+#include "monitor/poll_list.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+Recordset pollListRow(Connection& connection, const QString& dm) {
+    return Recordset(
+        connection, u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm='"_s + dm + u"'"_s);
+}
+
+// The mean gain of the members that stand in the poll list, nothing if none does.
+std::optional<double> meanGain(Connection& connection, const QString& zhutiname) {
+    double sum = 0;
+    int count = 0;
+    Recordset members(connection,
+                      u"select  dm,jc from dzhzhuti  where zhutiname='"_s + zhutiname + u"'"_s);
+    for (; !members.atEnd(); members.moveNext()) {
+        const Recordset quote = pollListRow(connection, members.value(u"dm").toText());
+        if (!quote.atEnd()) {
+            sum += quote.value(u"zhangfu").toNumber();
+            ++count;
+        }
+    }
+    if (count == 0) {
+        return std::nullopt;
+    }
+    return roundTo(sum / count, 4);
+}
+
+}  // namespace
+
+AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock,
+                         QuoteFeed& feed, std::function<void()> showMonitors,
+                         std::function<void(const QString&)> ring)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      feed_(feed),
+      showMonitors_(std::move(showMonitors)),
+      ring_(std::move(ring)) {}
+
+void AlarmEngine::tick() {
+    try {
+        count();
+    } catch (const std::exception&) {
+        if (!failing_) {
+            failing_ = true;
+            throw;
+        }
+    }
+}
+
+void AlarmEngine::count() {
+    if (globals_.jiankongkaiqi != 1) {
+        return;
+    }
+    ++pinlvjishu_;
+    if (globals_.hqmang > 0 || polling_) {
+        return;
+    }
+    const Activity activity(u"监控行情"_s, u"失败之前各步的结果已经写入并保留。"_s);
+    Connection connection = stores_.main.open();
+    if (pinlvjishu_ < neededFrequency(connection).toNumber()) {
+        return;
+    }
+    pinlvjishu_ = 0;
+    const QScopedValueRollback busy(polling_, true);
+    poll(connection);
+    failing_ = false;
+}
+
+void AlarmEngine::poll(Connection& connection) {
+    updateQuotes(connection);
+    judgeThemes(connection);
+    judgeStocks(connection);
+}
+
+void AlarmEngine::updateQuotes(Connection& connection) {
+    QString list;
+    int batch = 0;
+    Recordset codes(connection, u"select dm from jiankonghq"_s);
+    for (; !codes.atEnd(); codes.moveNext()) {
+        list += codes.value(u"dm").toText().toLower() + u',';
+        if (++batch == codesPerRequest) {
+            feed_.gengxinhq(list, 1);
+            list.clear();
+            batch = 0;
+        }
+    }
+    if (batch > 0) {
+        feed_.gengxinhq(list, 1);
+    }
+}
+
+void AlarmEngine::judgeThemes(Connection& connection) {
+    Recordset monitors(connection,
+                       u"select  zhutiname,baojinzhi,bijiaofu,yinyue,tanchuform,zhangfu from"
+                       u" zhutijiankong"_s);
+    for (; !monitors.atEnd(); monitors.moveNext()) {
+        judgeTheme(connection, monitors);
+    }
+}
+
+void AlarmEngine::judgeTheme(Connection& connection, const Recordset& monitor) {
+    const QString zhutiname = monitor.value(u"zhutiname").toText();
+    const std::optional<double> gain = meanGain(connection, zhutiname);
+    if (!gain) {
+        return;
+    }
+    const bool fires =
+        crosses(monitor.value(u"bijiaofu").toText(), monitor.value(u"baojinzhi").toNumber(),
+                monitor.value(u"zhangfu").toNumber(), *gain);
+    connection.execute(u"update zhutijiankong set zhangfu="_s + numberText(*gain) +
+                       alarmTime(fires) + u" where zhutiname='"_s + zhutiname + u"'"_s);
+    if (fires) {
+        prompt(monitor);
+    }
+}
+
+void AlarmEngine::judgeStocks(Connection& connection) {
+    Recordset monitors(connection,
+                       u"select  dm,jc,leixin,bijiaofu,baojinzhi,yinyue,tanchuform,sp,zhangfu from"
+                       u" gegujiankong"_s);
+    // A monitor whose code is not in the poll list is judged by the quote of the one before it.
+    StockQuote quote;
+    for (; !monitors.atEnd(); monitors.moveNext()) {
+        const Recordset row = pollListRow(connection, monitors.value(u"dm").toText());
+        if (!row.atEnd()) {
+            quote = {row.value(u"sp").toNumber(), row.value(u"zhangfu").toNumber()};
+        }
+        judgeStock(connection, monitors, quote);
+    }
+}
+
+void AlarmEngine::judgeStock(Connection& connection, const Recordset& monitor,
+                             const StockQuote& quote) {
+    const StockQuote old{monitor.value(u"sp").toNumber(), monitor.value(u"zhangfu").toNumber()};
+    if (!(quote.sp > 0)) {
+        return;
+    }
+    const QString leixin = monitor.value(u"leixin").toText();
+    const QString bijiaofu = monitor.value(u"bijiaofu").toText();
+    const double baojinzhi = monitor.value(u"baojinzhi").toNumber();
+    const bool fires =
+        (leixin == u"涨幅"_s && crosses(bijiaofu, baojinzhi, old.zhangfu, quote.zhangfu)) ||
+        (leixin == u"股价"_s && crosses(bijiaofu, baojinzhi, old.sp, quote.sp));
+    connection.execute(u"update gegujiankong set sp="_s + numberText(quote.sp) + u",zhangfu="_s +
+                       numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s +
+                       monitor.value(u"dm").toText() + u"'"_s);
+    if (fires) {
+        prompt(monitor);
+    }
+}
+
+QString AlarmEngine::alarmTime(bool fires) const {
+    return fires ? u",baojintime='"_s + timeText(clock_.now()) + u"'"_s : QString();
+}
+
+// The memory of the crossing is written before: what happens here can't make it fire again.
+void AlarmEngine::prompt(const Recordset& monitor) {
+    const Value& tanchuform = monitor.value(u"tanchuform");
+    if (!tanchuform.isNull() && tanchuform.toNumber() > 0) {
+        showMonitors_();
+    }
+    const QString yinyue = monitor.value(u"yinyue").toText();
+    if (yinyue.size() > 1) {
+        ring_(yinyue);
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,57 @@
+// The alarm engine: refreshes the quotes of the poll list at the user's frequency and fires the
+// monitors whose value has crossed its threshold since the last poll. Tables tempcanshu,
+// jiankonghq, zhutijiankong, gegujiankong and dzhzhuti of the main store; gains in percent, prices
+// in yuan. Failed statements raise StoreError, but only once in a row.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "app/globals.h"
+#include "market/quote_feed.h"
+#include "platform/clock.h"
+#include "store/recordset.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class AlarmEngine {
+public:
+    // For a fired monitor: `showMonitors` shows the monitor window anew, `ring` starts a sound
+    // file.
+    AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock, QuoteFeed& feed,
+                std::function<void()> showMonitors, std::function<void(const QString&)> ring);
+
+    // To be called every second. A failure is raised once; those that follow are kept quiet until a
+    // poll has gone well. A tick during a poll, which lets events run, counts but doesn't poll.
+    void tick();
+
+private:
+    // The last known values of a stock monitor's code.
+    struct StockQuote {
+        double sp = 0;
+        double zhangfu = 0;
+    };
+
+    void count();
+    void poll(Connection& connection);
+    void updateQuotes(Connection& connection);
+    void judgeThemes(Connection& connection);
+    void judgeTheme(Connection& connection, const Recordset& monitor);
+    void judgeStocks(Connection& connection);
+    void judgeStock(Connection& connection, const Recordset& monitor, const StockQuote& quote);
+    QString alarmTime(bool fires) const;
+    void prompt(const Recordset& monitor);
+
+    const Stores& stores_;
+    const Globals& globals_;
+    const Clock& clock_;
+    QuoteFeed& feed_;
+    std::function<void()> showMonitors_;
+    std::function<void(const QString&)> ring_;
+    int pinlvjishu_ = 0;  // 频率计数: seconds since the last poll
+    bool polling_ = false;
+    bool failing_ = false;  // a failure was raised and no poll has gone well since
+};
+
+}  // namespace guanchao

@@ -1,0 +1,198 @@
+#include "monitor/form4.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "monitor/form7.h"
+#include "monitor/form8.h"
+#include "ui_form4.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form4::Form4(Environment& environment, Windows& windows)
+    : environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form4>()),
+      manager_(environment.stores, environment.globals, environment.dialogs, environment.clipboard,
+               themes_, stocks_) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(themes_);
+    ui_->MSHFlexGrid1->setHint(u"还没有主题监控\n\n在主窗口右击一个主题，选“添加主题监控”"_s);
+    ui_->MSHFlexGrid2->setGrid(stocks_);
+    ui_->MSHFlexGrid2->setHint(u"还没有个股监控\n\n在主窗口右击一只股票，选“添加个股监控”"_s);
+    buildMenus();
+    connectControls();
+    // An alarm brings the window up while the user types elsewhere: no key may reach the frequency.
+    ui_->MSHFlexGrid1->setFocus();
+    Form_Load();
+}
+
+Form4::~Form4() = default;
+
+void Form4::buildMenus() {
+    kuaijie1_.setObjectName(u"kuaijie1"_s);
+    kuaijie1_.addActions({ui_->添加监控, ui_->修改监控, ui_->删除监控, ui_->复制主题名称});
+    kuaijie2_.setObjectName(u"kuaijie2"_s);
+    kuaijie2_.addActions({ui_->添加监控2, ui_->修改监控2, ui_->删除监控2, ui_->查看行情});
+}
+
+// What may show a message is queued: the control that asked for it must be done with its event,
+// since an alarm may replace this window, with all its controls, under the message.
+void Form4::connectControls() {
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form4::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form4::Command2_Click);
+    connect(ui_->Text1, &QLineEdit::textChanged, this, &Form4::Text1_Change);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus,
+            Qt::QueuedConnection);
+    ui_->Text1->installEventFilter(this);
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
+            [this](int row, int col) { sort(themes_, row, col); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
+            [this](int row, int col) { sort(stocks_, row, col); });
+    connect(ui_->添加监控, &QAction::triggered, this, &Form4::添加监控_Click);
+    connect(ui_->修改监控, &QAction::triggered, this, &Form4::修改监控_Click);
+    connect(
+        ui_->删除监控, &QAction::triggered, this,
+        [this] { deleteMonitor(&MonitorManager::deleteTheme); }, Qt::QueuedConnection);
+    connect(ui_->复制主题名称, &QAction::triggered, this, [this] { manager_.copyThemeName(); });
+    connect(ui_->添加监控2, &QAction::triggered, this, &Form4::添加监控2_Click);
+    connect(ui_->修改监控2, &QAction::triggered, this, &Form4::修改监控2_Click);
+    connect(
+        ui_->删除监控2, &QAction::triggered, this,
+        [this] { deleteMonitor(&MonitorManager::deleteStock); }, Qt::QueuedConnection);
+}
+
+void Form4::Form_Load() {
+    showFlag();
+    const MonitorManager::Loaded loaded = manager_.load();
+    if (loaded.frequency) {
+        ui_->Text1->setText(*loaded.frequency);
+    }
+    Text1_Change();
+    ui_->Label3->setText(loaded.monitored);
+}
+
+void Form4::showFlag() {
+    setWindowTitle(manager_.caption());
+    ui_->Command2->setText(manager_.buttonWords());
+    ui_->Command2->setAccessibleName(manager_.buttonWords());
+}
+
+void Form4::Form_Unload() {
+    changeFrequency();
+}
+
+void Form4::closeEvent(QCloseEvent* event) {
+    Form_Unload();
+    event->accept();
+}
+
+void Form4::Command1_Click() {
+    manager_.clearAll();
+    Form_Load();
+}
+
+void Form4::Command2_Click() {
+    manager_.toggle();
+    showFlag();
+}
+
+void Form4::Text1_Change() {
+    ui_->Label2->setText(MonitorManager::capacityWords(ui_->Text1->text()));
+}
+
+void Form4::Text1_LostFocus() {
+    changeFrequency();
+}
+
+// The message of a refusal takes the focus away once more; under it the window may be closed and
+// deleted by an alarm that opens a new one.
+void Form4::changeFrequency() {
+    if (checkingFrequency_) {
+        return;
+    }
+    checkingFrequency_ = true;
+    const auto end = qScopeGuard([alive = QPointer(this)] {
+        if (alive) {
+            alive->checkingFrequency_ = false;
+        }
+    });
+    const QPointer alive(this);
+    const std::optional<QString> putBack = manager_.changeFrequency(ui_->Text1->text());
+    if (alive && putBack) {
+        ui_->Text1->setText(*putBack);
+    }
+}
+
+void Form4::deleteMonitor(void (MonitorManager::*remove)()) {
+    const QPointer alive(this);
+    (manager_.*remove)();
+    if (alive) {
+        Form_Load();
+    }
+}
+
+bool Form4::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->Text1 && event->type() == QEvent::FocusOut && isVisible() &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+        QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Form4::sort(ResultGrid& grid, int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            grid.setRedraw(false);
+            sortByHeader(grid, col, lastSortCode_);
+            grid.setRedraw(true);
+        }
+    });
+}
+
+void Form4::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    manager_.selectTheme(row);
+    if (button == Qt::RightButton && row > 0) {
+        biaoji(themes_, row);
+        kuaijie1_.popup(ui_->MSHFlexGrid1->pressPosition());
+    }
+}
+
+void Form4::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
+    manager_.selectStock(row);
+    if (button == Qt::RightButton && row > 0) {
+        biaoji(stocks_, row);
+        kuaijie2_.popup(ui_->MSHFlexGrid2->pressPosition());
+    }
+}
+
+void Form4::添加监控_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form8>();
+}
+
+void Form4::修改监控_Click() {
+    environment_.globals.bianjimoshi = 1;
+    windows_.openAnew<Form8>();
+}
+
+void Form4::添加监控2_Click() {
+    environment_.globals.bianjimoshi = 0;
+    windows_.openAnew<Form7>();
+}
+
+void Form4::修改监控2_Click() {
+    environment_.globals.bianjimoshi = 1;
+    windows_.openAnew<Form7>();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,65 @@
+// Form4, "监控管理": every monitor, the start and stop of monitoring, the frequency. Tables
+// zhutijiankong, gegujiankong, jiankonghq and tempcanshu; the rules are in MonitorManager. An alarm
+// may open it anew at any moment at which events run, under a message of its own too.
+#pragma once
+
+#include <QMenu>
+#include <QWidget>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "grid/result_grid.h"
+#include "monitor/monitor_manager.h"
+
+namespace Ui {
+class Form4;
+}
+
+namespace guanchao {
+
+class Form4 : public QWidget {
+    Q_OBJECT
+
+public:
+    Form4(Environment& environment, Windows& windows);
+    ~Form4() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildMenus();
+    void connectControls();
+    void showFlag();
+    void changeFrequency();
+    void deleteMonitor(void (MonitorManager::*remove)());
+    void sort(ResultGrid& grid, int row, int col);
+
+    void Form_Load();
+    void Form_Unload();
+    void Command1_Click();
+    void Command2_Click();
+    void Text1_Change();
+    void Text1_LostFocus();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
+    void 添加监控_Click();
+    void 修改监控_Click();
+    void 添加监控2_Click();
+    void 修改监控2_Click();
+
+    Environment& environment_;
+    Windows& windows_;
+    std::unique_ptr<Ui::Form4> ui_;
+    ResultGrid themes_;
+    ResultGrid stocks_;
+    MonitorManager manager_;
+    QMenu kuaijie1_;  // 快捷: on a theme monitor
+    QMenu kuaijie2_;  // 快捷: on a stock monitor
+    SortCode lastSortCode_ = SortCode::none;
+    bool checkingFrequency_ = false;
+};
+
+}  // namespace guanchao

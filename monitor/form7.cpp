@@ -1,0 +1,91 @@
+#include "monitor/form7.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+
+#include "grid/twips.h"
+#include "monitor/form4.h"
+#include "ui_form7.h"
+
+namespace guanchao {
+
+Form7::Form7(Environment& environment, Windows& windows)
+    : environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form7>()),
+      editor_(environment.stores, environment.globals, environment.dialogs) {
+    ui_->setupUi(this);
+    picker_ = new PickerBox(
+        *ui_->Text1, *ui_->List1, environment_.stores.main,
+        [this](int twips) { return pixelsOf(twips, *this); }, this);
+    ui_->Text4->installEventFilter(this);
+    connect(picker_, &PickerBox::chosen, this, &Form7::List1_Click);
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form7::close);
+    connect(ui_->Command3, &QPushButton::clicked, this, &Form7::Command3_Click);
+    Form_Load();
+}
+
+Form7::~Form7() = default;
+
+void Form7::Form_Load() {
+    const MonitorFields fields = editor_.load();
+    setWindowTitle(editor_.caption());
+    ui_->Text1->setText(fields.name);
+    ui_->Text4->setText(fields.jc);
+    ui_->Combo2->setCurrentText(fields.leixin);
+    ui_->Combo1->setCurrentText(fields.bijiaofu);
+    ui_->Text2->setText(fields.baojinzhi);
+    ui_->Check1->setChecked(fields.tanchuform);
+    ui_->Text3->setText(fields.yinyue);
+    picker_->hideList();
+}
+
+MonitorFields Form7::fields() const {
+    MonitorFields fields;
+    fields.name = ui_->Text1->text();
+    fields.leixin = ui_->Combo2->currentText();
+    fields.bijiaofu = ui_->Combo1->currentText();
+    fields.baojinzhi = ui_->Text2->text();
+    fields.tanchuform = ui_->Check1->isChecked();
+    fields.yinyue = ui_->Text3->text();
+    return fields;
+}
+
+// The box already holds the code that was picked.
+void Form7::List1_Click() {
+    if (const std::optional<QString> jc = editor_.shortName(ui_->Text1->text())) {
+        ui_->Text4->setText(*jc);
+    }
+    picker_->hideList();
+}
+
+void Form7::Command1_Click() {
+    const QPointer alive(this);
+    if (editor_.confirm(fields()) && alive) {
+        windows_.openAnew<Form4>();
+        close();
+    }
+}
+
+void Form7::Command3_Click() {
+    const QPointer alive(this);
+    const std::optional<QString> file = pickSound(environment_.dialogs);
+    if (file && alive) {
+        ui_->Text3->setText(*file);
+    }
+}
+
+void Form7::mousePressEvent(QMouseEvent* event) {
+    picker_->hideList();
+    QDialog::mousePressEvent(event);
+}
+
+bool Form7::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->Text4 && event->type() == QEvent::MouseButtonPress) {
+        picker_->hideList();
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,274 @@
+#include "monitor/monitor_editors.h"
+
+#include "monitor/poll_list.h"
+#include "platform/fixed_folders.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+EditorMode modeOf(const Globals& globals) {
+    return globals.bianjimoshi == 1 ? EditorMode::modify : EditorMode::add;
+}
+
+QString defaultSound(const Globals& globals) {
+    return globals.yingyongmulu + u"cnwav.mp3"_s;
+}
+
+QString numberTyped(const QString& text) {
+    return numberText(numericPrefix(text));
+}
+
+// The part that both kinds of monitor have in common.
+void readMonitor(const Recordset& monitor, MonitorFields& fields) {
+    fields.bijiaofu = monitor.value(u"bijiaofu").toText();
+    fields.baojinzhi = monitor.value(u"baojinzhi").toText();
+    fields.yinyue = monitor.value(u"yinyue").toText();
+    const Value& tanchuform = monitor.value(u"tanchuform");
+    fields.tanchuform = !tanchuform.isNull() && tanchuform.toNumber() > 0;
+}
+
+MonitorFields withoutBlanks(const MonitorFields& typed) {
+    MonitorFields fields = typed;
+    fields.name = trimBlanks(typed.name);
+    fields.yinyue = trimBlanks(typed.yinyue);
+    return fields;
+}
+
+QString flagText(bool on) {
+    return on ? u"1"_s : u"0"_s;
+}
+
+QString tooManyStocks(const QString& frequency) {
+    return u"此监控频率最多监控"_s + frequency + u"只股票，请先改大监控频率或删除不必要的监控。"_s;
+}
+
+// Whether the frequency allows so many stocks more, those on the list already counted again.
+bool allows(Connection& connection, int more, Dialogs& dialogs) {
+    const int needed = pollListCount(connection) + more;
+    const Value frequency = neededFrequency(connection);
+    if (frequency.toNumber() < needed) {
+        dialogs.tell(tooManyStocks(frequency.toText()));
+        return false;
+    }
+    return true;
+}
+
+std::optional<QString> nameInCodeTable(Connection& connection, const QString& dm) {
+    const Recordset code(connection, u"select  dm,jc from dmb  where dm='"_s + dm + u"'"_s);
+    if (code.atEnd()) {
+        return std::nullopt;
+    }
+    return code.value(u"jc").toText();
+}
+
+}  // namespace
+
+std::optional<QString> pickSound(Dialogs& dialogs) {
+    const QString file =
+        dialogs.dakaiwenjian(u"请选择音乐文件"_s, fixedPath(FixedPlace::exportFolder), u".mp3"_s);
+    if (file.isEmpty()) {
+        dialogs.tell(u"没有选择文件。"_s);
+        return std::nullopt;
+    }
+    return file;
+}
+
+ThemeMonitorEditor::ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), mode_(modeOf(globals)) {}
+
+QString ThemeMonitorEditor::caption() const {
+    return mode_ == EditorMode::modify ? u"修改主题监控"_s : u"添加主题监控"_s;
+}
+
+MonitorFields ThemeMonitorEditor::load() {
+    MonitorFields fields;
+    fields.yinyue = defaultSound(globals_);
+    fields.name = globals_.dangqianzhuti;
+    globals_.dangqianzhuti.clear();
+    if (mode_ == EditorMode::add) {
+        return fields;
+    }
+    const Activity activity(u"读取主题监控"_s);
+    Connection connection = stores_.main.open();
+    const Recordset monitor(connection,
+                            u"select  zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu from"
+                            u" zhutijiankong  where zhutiname='"_s +
+                                fields.name + u"'"_s);
+    if (!monitor.atEnd()) {
+        fields.name = monitor.value(u"zhutiname").toText();
+        readMonitor(monitor, fields);
+    }
+    return fields;
+}
+
+bool ThemeMonitorEditor::confirm(const MonitorFields& typed) {
+    const MonitorFields fields = withoutBlanks(typed);
+    Activity activity(caption());
+    {
+        Connection connection = stores_.main.open();
+        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
+                                                         : add(connection, fields, activity);
+        if (!written) {
+            return false;
+        }
+    }
+    dialogs_.tell(caption() + u"完成。"_s);
+    return true;
+}
+
+bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields,
+                             Activity& activity) {
+    const Recordset monitored(
+        connection,
+        u"select zhutiname from zhutijiankong  where zhutiname='"_s + fields.name + u"'"_s);
+    if (!monitored.atEnd()) {
+        dialogs_.tell(u"此主题已在监控中。主题名:"_s + fields.name);
+        return false;
+    }
+    const int members = memberCount(connection, fields.name);
+    if (members < 1 || !allows(connection, members, dialogs_)) {
+        return false;
+    }
+    connection.execute(
+        u"insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu)"
+        u" values('"_s +
+        fields.name + u"','"_s + fields.bijiaofu + u"',"_s + numberTyped(fields.baojinzhi) +
+        u","_s + flagText(fields.tanchuform) + u",'"_s + fields.yinyue + u"',"_s +
+        QString::number(members) + u")"_s);
+    activity.wrote(u"监控记录"_s);
+    Recordset stocks(connection,
+                     u"select  dm,jc from dzhzhuti  where zhutiname='"_s + fields.name + u"'"_s);
+    for (; !stocks.atEnd(); stocks.moveNext()) {
+        addToPollList(connection, stocks.value(u"dm").toText(), stocks.value(u"jc").toText());
+    }
+    return true;
+}
+
+bool ThemeMonitorEditor::modify(Connection& connection, const MonitorFields& fields) {
+    const int members = memberCount(connection, fields.name);
+    if (members < 1) {
+        return false;
+    }
+    connection.execute(u"update zhutijiankong set bijiaofu='"_s + fields.bijiaofu +
+                       u"',baojinzhi="_s + numberTyped(fields.baojinzhi) + u",tanchuform="_s +
+                       flagText(fields.tanchuform) + u",yinyue='"_s + fields.yinyue +
+                       u"',guzhishu="_s + QString::number(members) + u"  where zhutiname='"_s +
+                       fields.name + u"'"_s);
+    return true;
+}
+
+int ThemeMonitorEditor::memberCount(Connection& connection, const QString& zhutiname) {
+    const Recordset count(
+        connection,
+        u"select  count(*) as  count from dzhzhuti  where zhutiname='"_s + zhutiname + u"'"_s);
+    const int members = static_cast<int>(count.value(u"count").toNumber());
+    if (members < 1) {
+        dialogs_.tell(u"此主题不存在。主题名:"_s + zhutiname);
+    }
+    return members;
+}
+
+StockMonitorEditor::StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), mode_(modeOf(globals)) {}
+
+QString StockMonitorEditor::caption() const {
+    return mode_ == EditorMode::modify ? u"修改个股监控"_s : u"添加个股监控"_s;
+}
+
+MonitorFields StockMonitorEditor::load() {
+    MonitorFields fields;
+    fields.yinyue = defaultSound(globals_);
+    fields.name = globals_.dangqiandm;
+    fields.jc = globals_.dangqianjc;
+    globals_.dangqiandm.clear();
+    globals_.dangqianjc.clear();
+    if (mode_ == EditorMode::add) {
+        return fields;
+    }
+    const Activity activity(u"读取个股监控"_s);
+    Connection connection = stores_.main.open();
+    const Recordset monitor(connection,
+                            u"select  dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue from"
+                            u" gegujiankong  where dm='"_s +
+                                fields.name + u"'"_s);
+    if (!monitor.atEnd()) {
+        fields.name = monitor.value(u"dm").toText();
+        fields.jc = monitor.value(u"jc").toText();
+        fields.leixin = monitor.value(u"leixin").toText();
+        readMonitor(monitor, fields);
+    }
+    return fields;
+}
+
+std::optional<QString> StockMonitorEditor::shortName(const QString& dm) const {
+    const Activity activity(u"读取股票简称"_s);
+    Connection connection = stores_.main.open();
+    return nameInCodeTable(connection, dm);
+}
+
+bool StockMonitorEditor::confirm(const MonitorFields& typed) {
+    MonitorFields fields = withoutBlanks(typed);
+    fields.name = fields.name.toUpper();
+    Activity activity(caption());
+    {
+        Connection connection = stores_.main.open();
+        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
+                                                         : add(connection, fields, activity);
+        if (!written) {
+            return false;
+        }
+    }
+    dialogs_.tell(caption() + u"完成。"_s);
+    return true;
+}
+
+bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields,
+                             Activity& activity) {
+    if (!allows(connection, 1, dialogs_)) {
+        return false;
+    }
+    const Recordset monitored(connection,
+                              u"select  dm from gegujiankong  where dm='"_s + fields.name + u"'"_s);
+    if (!monitored.atEnd()) {
+        dialogs_.tell(u"此代码已在监控中。代码:"_s + fields.name);
+        return false;
+    }
+    const std::optional<QString> jc = listedName(connection, fields.name);
+    if (!jc) {
+        return false;
+    }
+    connection.execute(
+        u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue) values('"_s +
+        fields.name + u"','"_s + *jc + u"','"_s + fields.leixin + u"','"_s + fields.bijiaofu +
+        u"',"_s + numberTyped(fields.baojinzhi) + u","_s + flagText(fields.tanchuform) + u",'"_s +
+        fields.yinyue + u"')"_s);
+    activity.wrote(u"监控记录"_s);
+    addToPollList(connection, fields.name, *jc);
+    return true;
+}
+
+bool StockMonitorEditor::modify(Connection& connection, const MonitorFields& fields) {
+    if (!listedName(connection, fields.name)) {
+        return false;
+    }
+    connection.execute(u"update gegujiankong set leixin='"_s + fields.leixin + u"',bijiaofu='"_s +
+                       fields.bijiaofu + u"',baojinzhi="_s + numberTyped(fields.baojinzhi) +
+                       u",tanchuform="_s + flagText(fields.tanchuform) + u",yinyue='"_s +
+                       fields.yinyue + u"'  where dm='"_s + fields.name + u"'"_s);
+    return true;
+}
+
+std::optional<QString> StockMonitorEditor::listedName(Connection& connection, const QString& dm) {
+    std::optional<QString> jc = nameInCodeTable(connection, dm);
+    if (!jc) {
+        dialogs_.tell(u"此代码不存在。代码:"_s + dm);
+    }
+    return jc;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,211 @@
+#include "monitor/monitor_manager.h"
+
+#include "grid/sorting.h"
+#include "grid/tianchongbiao.h"
+#include "monitor/poll_list.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Where a table of monitors has the columns that are rewritten for the eye.
+struct MonitorColumns {
+    int tanchuform;
+    int yinyue;
+    QList<int> widths;  // in twips
+};
+
+const MonitorColumns themeColumns = {7, 8, {500, 1700, 800, 700, 900, 700, 2000, 1000, 3400}};
+const MonitorColumns stockColumns = {
+    9, 10, {500, 1100, 1100, 900, 800, 900, 700, 900, 2000, 1000, 3400}};
+constexpr int stockAlarmTimeColumn = 8;
+
+QString themesQuery() {
+    return u"select  zhutiname as 主题名称,zhangfu as 涨幅,bijiaofu as 比较符,baojinzhi as 报警值,"
+           u"guzhishu as 支数,datetime(baojintime) as 报警时间,tanchuform as 窗口提示,"
+           u"yinyue as 音乐提示 from zhutijiankong  order by rowid desc"_s;
+}
+
+QString stocksQuery() {
+    return u"select  dm as 代码,jc as 简称,sp as 收盘,zhangfu as 涨幅,leixin as 比较值,"
+           u"bijiaofu as 比较符,baojinzhi as 报警值,datetime(baojintime) as 报警时间,"
+           u"tanchuform as 窗口提示,yinyue as 音乐提示 from gegujiankong  order by rowid desc"_s;
+}
+
+void rewriteRow(ResultGrid& grid, int row, const MonitorColumns& columns) {
+    grid.setCellForeColor(row, 1, fallColour);
+    const bool silent = grid.textMatrix(row, columns.tanchuform) == u"0"_s;
+    grid.setTextMatrix(row, columns.tanchuform, silent ? u"不提示"_s : u"提示"_s);
+    if (grid.textMatrix(row, columns.yinyue).size() < 3) {
+        grid.setTextMatrix(row, columns.yinyue, u"无音乐"_s);
+        grid.setAlignment(row, columns.yinyue, CellAlignment::centre);
+    }
+}
+
+void fill(Connection& connection, const QString& query, ResultGrid& grid,
+          const MonitorColumns& columns) {
+    Recordset monitors(connection, query);
+    grid.setRedraw(false);
+    grid.clear();
+    grid.setRows(1);
+    grid.setCols(1);
+    if (monitors.count() > 0) {
+        tianchongbiao(monitors, grid, 1);
+        for (int col = 0; col < grid.cols(); ++col) {
+            grid.setColWidth(col, columns.widths.at(col));
+        }
+        writeRowNumbers(grid);
+        for (int row = 1; row < grid.rows(); ++row) {
+            rewriteRow(grid, row, columns);
+        }
+    }
+}
+
+bool isDataRow(const ResultGrid& grid, int row) {
+    return row > 0 && grid.cols() > 2 && grid.rows() > 1;
+}
+
+}  // namespace
+
+MonitorManager::MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs,
+                               Clipboard& clipboard, ResultGrid& themes, ResultGrid& stocks)
+    : stores_(stores),
+      globals_(globals),
+      dialogs_(dialogs),
+      clipboard_(clipboard),
+      themes_(themes),
+      stocks_(stocks) {}
+
+MonitorManager::Loaded MonitorManager::load() {
+    const Activity activity(u"读取监控列表"_s);
+    emptySelection();
+    Loaded loaded;
+    {
+        Connection connection = stores_.main.open();
+        if (const std::optional<Value> frequency = storedFrequency(connection)) {
+            loaded.frequency = frequency->toText();
+            savedFrequency_ = *loaded.frequency;
+        }
+        loaded.monitored = u"已监控"_s + QString::number(pollListCount(connection)) + u"只股票。"_s;
+        fill(connection, themesQuery(), themes_, themeColumns);
+        fill(connection, stocksQuery(), stocks_, stockColumns);
+        for (int row = 1; row < stocks_.rows(); ++row) {
+            stocks_.setCellForeColor(row, stockAlarmTimeColumn, riseColour);
+        }
+    }
+    themes_.setRedraw(true);
+    stocks_.setRedraw(true);
+    emptySelection();
+    return loaded;
+}
+
+void MonitorManager::emptySelection() {
+    globals_.dangqianzhuti.clear();
+    globals_.dangqiandm.clear();
+    globals_.dangqianjc.clear();
+}
+
+QString MonitorManager::caption() const {
+    return globals_.jiankongkaiqi == 1 ? u"监控管理(监控已启动)"_s : u"监控管理(监控未启动)"_s;
+}
+
+QString MonitorManager::buttonWords() const {
+    return globals_.jiankongkaiqi == 1 ? u"停止监控"_s : u"启动监控"_s;
+}
+
+void MonitorManager::toggle() {
+    globals_.jiankongkaiqi = globals_.jiankongkaiqi == 1 ? 0 : 1;
+}
+
+QString MonitorManager::capacityWords(const QString& frequency) {
+    const std::optional<qint16> whole = wholeNumber16(frequency);
+    if (!whole) {
+        return u"秒监控一次  监控频率太大或太小。"_s;
+    }
+    return u"秒监控一次  此频率最多监控"_s + QString::number(*whole) + u"只股票。"_s;
+}
+
+std::optional<QString> MonitorManager::changeFrequency(const QString& frequency) {
+    const Activity activity(u"修改监控频率"_s);
+    const QString saved = savedFrequency_;
+    const std::optional<qint16> whole = wholeNumber16(frequency);
+    if (!whole) {
+        dialogs_.tell(u"监控频率要在-32768到32767之间。"_s);
+        return saved;
+    }
+    const QString accepted = QString::number(*whole);
+    {
+        Connection connection = stores_.main.open();
+        if (numericPrefix(trimBlanks(frequency)) >= pollListCount(connection)) {
+            connection.execute(u"update tempcanshu set jiankongpinlu="_s + accepted);
+            savedFrequency_ = accepted;
+            return std::nullopt;
+        }
+    }
+    dialogs_.tell(u"此监控频率最多监控"_s + accepted +
+                  u"只股票，请改大监控频率或删除不必要的监控记录。"_s);
+    return saved;
+}
+
+void MonitorManager::selectTheme(int row) {
+    if (!isDataRow(themes_, row)) {
+        themes_.setToolTipText({});
+        return;
+    }
+    globals_.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
+    themes_.setToolTipText(trimBlanks(themes_.textMatrix(row, themeColumns.yinyue)));
+}
+
+void MonitorManager::selectStock(int row) {
+    if (!isDataRow(stocks_, row)) {
+        stocks_.setToolTipText({});
+        return;
+    }
+    globals_.dangqiandm = trimBlanks(stocks_.textMatrix(row, 1));
+    globals_.dangqianjc = trimBlanks(stocks_.textMatrix(row, 2));
+    stocks_.setToolTipText(trimBlanks(stocks_.textMatrix(row, stockColumns.yinyue)));
+}
+
+void MonitorManager::clearAll() {
+    Activity activity(u"清空监控"_s);
+    Connection connection = stores_.main.open();
+    connection.execute(u"delete from jiankonghq"_s);
+    activity.wrote(u"清空监控行情"_s);
+    connection.execute(u"delete from gegujiankong"_s);
+    activity.wrote(u"清空个股监控"_s);
+    connection.execute(u"delete from zhutijiankong"_s);
+}
+
+void MonitorManager::deleteTheme() {
+    Activity activity(u"删除主题监控"_s);
+    const QString zhutiname = globals_.dangqianzhuti;
+    {
+        Connection connection = stores_.main.open();
+        connection.execute(u"delete from zhutijiankong where zhutiname='"_s + zhutiname + u"'"_s);
+        activity.wrote(u"删除监控记录"_s);
+        sweepPollList(connection);
+    }
+    dialogs_.tell(u"主题("_s + zhutiname + u")监控已删除。"_s);
+}
+
+void MonitorManager::deleteStock() {
+    Activity activity(u"删除个股监控"_s);
+    const QString jc = globals_.dangqianjc;
+    {
+        Connection connection = stores_.main.open();
+        connection.execute(u"delete from gegujiankong where dm='"_s + globals_.dangqiandm + u"'"_s);
+        activity.wrote(u"删除监控记录"_s);
+        sweepPollList(connection);
+    }
+    dialogs_.tell(u"个股("_s + jc + u")监控已删除。"_s);
+}
+
+void MonitorManager::copyThemeName() {
+    clipboard_.setText(globals_.dangqianzhuti);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,67 @@
+// What the monitor manager does behind its window: the two tables of monitors, the frequency, the
+// start and stop of monitoring, deletions with their sweep of the poll list. Tables zhutijiankong,
+// gegujiankong, jiankonghq and tempcanshu of the main store. Failed statements raise StoreError.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "app/globals.h"
+#include "grid/result_grid.h"
+#include "platform/clipboard.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class MonitorManager {
+public:
+    MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs, Clipboard& clipboard,
+                   ResultGrid& themes, ResultGrid& stocks);
+
+    // Fills both grids and empties the selection, as it does at the window's load.
+    struct Loaded {
+        std::optional<QString> frequency;  // nothing if the store has no row of parameters
+        QString monitored;                 // 已监控…只股票。
+    };
+    Loaded load();
+
+    // The words of the window and its button, from the flag.
+    QString caption() const;
+    QString buttonWords() const;
+    void toggle();
+
+    // How many stocks the typed frequency allows, for the label beside it.
+    static QString capacityWords(const QString& frequency);
+
+    // Stores the typed frequency. Returns what is to be put back into the box if it is refused: too
+    // few seconds for the stocks on the poll list, or no 16-bit number; then nothing is written.
+    std::optional<QString> changeFrequency(const QString& frequency);
+
+    // A press of a mouse button on a row: hands its theme or stock over, and shows the path of its
+    // sound file as the grid's tool tip.
+    void selectTheme(int row);
+    void selectStock(int row);
+
+    // 全部清空: every monitor and the poll list, without a question.
+    void clearAll();
+    // Of the selection; a stock that no other monitor needs leaves the poll list. Nothing of this
+    // object is touched after the final message: the window may have been closed meanwhile.
+    void deleteTheme();
+    void deleteStock();
+
+    void copyThemeName();
+
+private:
+    void emptySelection();
+
+    const Stores& stores_;
+    Globals& globals_;
+    Dialogs& dialogs_;
+    Clipboard& clipboard_;
+    ResultGrid& themes_;
+    ResultGrid& stocks_;
+    QString savedFrequency_;  // the last one accepted
+};
+
+}  // namespace guanchao

@@ -1,0 +1,234 @@
+#include "monitor/alarm_engine.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/monitor_fixture.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class AlarmEngineTest : public ::testing::Test, protected MonitorFixture {
+protected:
+    AlarmEngineTest() {
+        setFrequency(1);
+        watch({u"SH600000"_s, u"SZ000001"_s});
+    }
+
+    QStringList themes() {
+        return store_.rows(u"select zhutiname,zhangfu,baojintime from zhutijiankong"_s);
+    }
+    QStringList stocks() {
+        return store_.rows(u"select dm,sp,zhangfu,baojintime from gegujiankong"_s);
+    }
+
+    // One poll of a monitor on one stock's gain (leixin 涨幅) or price, a poll a value.
+    QList<bool> firings(const QString& leixin, const QString& bijiaofu, double baojinzhi,
+                        const QList<double>& values) {
+        store_.run({u"delete from gegujiankong"_s});
+        addStockMonitor(u"SH600000"_s, leixin, bijiaofu, baojinzhi);
+        QList<bool> fired;
+        for (const double value : values) {
+            const int before = static_cast<int>(rung_.size());
+            const bool isGain = leixin == u"涨幅"_s;
+            setQuote(u"SH600000"_s, isGain ? 10 : value, isGain ? value : 0);
+            engine_.tick();
+            fired << (rung_.size() > before);
+        }
+        return fired;
+    }
+};
+
+TEST_F(AlarmEngineTest, ACrossingIsStrictOnBothSides) {
+    const struct {
+        QString leixin, bijiaofu;
+        double baojinzhi;
+        QList<double> values;
+        QList<bool> fired;
+    } cases[] = {
+        {u"涨幅"_s, u">"_s, 3, {2.9, 3.1, 3.2, 2.5, 3.1}, {false, true, false, false, true}},
+        {u"涨幅"_s, u">"_s, 3, {2.9, 3, 3.1}, {false, false, false}},
+        {u"涨幅"_s, u">"_s, 3, {3.1, 4}, {true, false}},
+        {u"涨幅"_s, u"<"_s, -3, {-3.1, -2, -3, -4}, {true, false, false, false}},
+        {u"涨幅"_s, u">"_s, 0, {0.5, -0.5, 0.5}, {false, false, true}},
+        {u"涨幅"_s, u">"_s, -1, {-0.5, -2, 0}, {false, false, true}},
+        {u"股价"_s, u">"_s, 10, {10.5, 9, 10, 11}, {true, false, false, false}},
+        {u"股价"_s, u"<"_s, 10, {9, 11, 9}, {false, false, true}},
+        {u"股价"_s, u"="_s, 10, {9, 11, 10}, {false, false, false}},
+        {u"收盘"_s, u">"_s, 10, {9, 11}, {false, false}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(firings(it.leixin, it.bijiaofu, it.baojinzhi, it.values), it.fired)
+            << it.leixin.toStdString() << it.bijiaofu.toStdString() << it.baojinzhi;
+    }
+}
+
+TEST_F(AlarmEngineTest, AThemeIsJudgedByTheMeanOfItsListedMembers) {
+    for (const QString& dm : {u"SH600000"_s, u"SZ000001"_s, u"SH699999"_s}) {
+        store_.addMember(u"银行"_s, dm);
+    }
+    store_.addMember(u"空"_s, u"SH699999"_s);
+    addThemeMonitor(u"银行"_s, u">"_s, 1);
+    addThemeMonitor(u"空"_s, u"<"_s, 1);
+    store_.run({u"update zhutijiankong set zhangfu=7 where zhutiname='空'"_s});
+    setQuote(u"SH600000"_s, 10, 1.00005);
+    setQuote(u"SZ000001"_s, 0, 1.00025);
+    engine_.tick();
+    // 1.00015 goes to the even digit; the member without a row counts not at all.
+    EXPECT_EQ(themes(), QStringList({u"银行|1.0002|2026-11-24 10:00:00"_s, u"空|7|null"_s}));
+    setQuote(u"SZ000001"_s, 10, 0);
+    clock_.moment = clock_.moment.addSecs(20);
+    engine_.tick();
+    EXPECT_EQ(themes()[0], u"银行|0.5|2026-11-24 10:00:00"_s) << "the time of the alarm stays";
+    EXPECT_EQ(shown_, 1);
+}
+
+TEST_F(AlarmEngineTest, AMonitorWithoutARowTakesTheValuesOfTheOneBefore) {
+    addStockMonitor(u"SH688001"_s, u"股价"_s, u">"_s, 1);
+    addStockMonitor(u"SH600000"_s, u"股价"_s, u">"_s, 5);
+    addStockMonitor(u"SH688002"_s, u"股价"_s, u">"_s, 5);
+    addStockMonitor(u"SZ000001"_s, u"股价"_s, u">"_s, 5);
+    setQuote(u"SH600000"_s, 9, 2);
+    setQuote(u"SZ000001"_s, 0, 3);
+    engine_.tick();
+    EXPECT_EQ(stocks(), QStringList({
+                            u"SH688001|0|0|null"_s,
+                            u"SH600000|9|2|2026-11-24 10:00:00"_s,
+                            u"SH688002|9|2|2026-11-24 10:00:00"_s,
+                            u"SZ000001|0|0|null"_s,
+                        }))
+        << "the first has nothing before it, the last is suspended";
+}
+
+TEST_F(AlarmEngineTest, SeveralFiredMonitorsPromptEach) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1, u"/a.mp3"_s, 1);
+    addStockMonitor(u"SZ000001"_s, u"涨幅"_s, u">"_s, 1, u"x"_s, 1);
+    store_.addMember(u"银行"_s, u"SH600000"_s);
+    addThemeMonitor(u"银行"_s, u">"_s, 1, u"/t.mp3"_s, 0);
+    setQuote(u"SH600000"_s, 10, 2);
+    setQuote(u"SZ000001"_s, 10, 2);
+    engine_.tick();
+    EXPECT_EQ(shown_, 2) << "one of the three has no window";
+    EXPECT_EQ(rung_, QStringList({u"/t.mp3"_s, u"/a.mp3"_s})) << "one character is no file";
+}
+
+TEST_F(AlarmEngineTest, TheCounterFollowsTheFrequencyTheFlagAndTheBusyBatch) {
+    setFrequency(3);
+    QList<qsizetype> polls;
+    const auto tick = [&] {
+        engine_.tick();
+        polls << http_.paths.size();
+    };
+    tick();
+    tick();
+    tick();
+    globals_.jiankongkaiqi = 0;
+    tick();
+    globals_.jiankongkaiqi = 1;
+    globals_.hqmang = 1;
+    tick();
+    tick();
+    tick();
+    tick();
+    globals_.hqmang = 0;
+    tick();
+    tick();
+    EXPECT_EQ(polls, QList<qsizetype>({0, 0, 1, 1, 1, 1, 1, 1, 2, 2}));
+    setFrequency(0);
+    tick();
+    tick();
+    setFrequency(-5);
+    tick();
+    EXPECT_EQ(polls.last(), 5);
+}
+
+TEST_F(AlarmEngineTest, QuotesAreAskedForIn99sAndAnEmptyListAsksForNothing) {
+    store_.run({u"delete from jiankonghq"_s});
+    engine_.tick();
+    EXPECT_TRUE(http_.paths.isEmpty());
+    QStringList codes;
+    for (int at = 0; at < 199; ++at) {
+        codes << u"SH%1"_s.arg(600000 + at);
+    }
+    watch(codes);
+    engine_.tick();
+    QList<qsizetype> sizes;
+    for (const QString& path : http_.paths) {
+        sizes << path.count(u',');
+    }
+    EXPECT_EQ(sizes, QList<qsizetype>({99, 99, 1}));
+    EXPECT_TRUE(http_.paths[0].startsWith(u"/list=sh600000,sh600001,"_s));
+}
+
+TEST_F(AlarmEngineTest, TheRepliesAreJudgedInTheSamePoll) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5);
+    replies_ = true;
+    setQuote(u"SH600000"_s, 0, 0);
+    feedPrices_ = {{u"sh600000"_s, 10.6}, {u"sz000001"_s, 10}};
+    engine_.tick();
+    EXPECT_EQ(stocks(), QStringList{u"SH600000|10.6|6|2026-11-24 10:00:00"_s});
+    replies_ = false;
+    engine_.tick();
+    EXPECT_EQ(rung_.size(), 1) << "a failed request leaves the last quotes: no change";
+}
+
+TEST_F(AlarmEngineTest, ATickDuringAPollCountsButDoesNotPoll) {
+    setFrequency(0);
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5);
+    replies_ = true;
+    feedPrices_ = {{u"sh600000"_s, 10.6}, {u"sz000001"_s, 10}};
+    pump_.onRun = [this] { engine_.tick(); };
+    engine_.tick();
+    EXPECT_EQ(http_.paths.size(), 1);
+    EXPECT_EQ(rung_.size(), 1);
+}
+
+TEST_F(AlarmEngineTest, AFailureIsRaisedOnceUntilAPollGoesWell) {
+    const struct {
+        QStringList spoil, mend;
+    } cases[] = {
+        {{u"alter table gegujiankong rename to away"_s},
+         {u"alter table away rename to gegujiankong"_s}},
+        {{u"delete from tempcanshu"_s}, {u"insert into tempcanshu(jiankongpinlu) values(1)"_s}},
+        {{u"update tempcanshu set jiankongpinlu=null"_s},
+         {u"update tempcanshu set jiankongpinlu=1"_s}},
+        {{u"insert into gegujiankong(dm,sp) values('SH600000',null)"_s},
+         {u"delete from gegujiankong"_s}},
+    };
+    for (const auto& it : cases) {
+        store_.run(it.spoil);
+        EXPECT_THROW(engine_.tick(), OperationError) << it.spoil[0].toStdString();
+        EXPECT_NO_THROW(engine_.tick());
+        store_.run(it.mend);
+        EXPECT_NO_THROW(engine_.tick());
+        addStockMonitor(u"SH600000"_s, u"股价"_s, u">"_s, 5);
+        setQuote(u"SH600000"_s, 9, 0);
+        engine_.tick();
+        EXPECT_EQ(rung_.size(), 1) << "the next good tick works";
+        rung_.clear();
+        store_.run({u"delete from gegujiankong"_s});
+    }
+}
+
+TEST_F(AlarmEngineTest, AStoreLockedForLongerThanTheTimeOutIsToldOnceToo) {
+    Connection::setBusyTimeout(std::chrono::milliseconds(1));
+    {
+        Connection other = store_.stores.main.open();
+        other.execute(u"begin exclusive"_s);
+        try {
+            engine_.tick();
+            ADD_FAILURE() << "the store is locked";
+        } catch (const StoreError& failure) {
+            EXPECT_TRUE(failure.reason().contains(u"locked"_s));
+            EXPECT_EQ(failure.activity(), u"监控行情"_s);
+        }
+        EXPECT_NO_THROW(engine_.tick());
+    }
+    EXPECT_NO_THROW(engine_.tick());
+    EXPECT_EQ(http_.paths.size(), 1);
+    Connection::setBusyTimeout(std::chrono::seconds(5));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,228 @@
+#include "monitor/monitor_editors.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "monitor/monitor_manager.h"
+#include "platform/fixed_folders.h"
+#include "tests/support/monitor_fixture.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class MonitorEditorsTest : public ::testing::Test, protected MonitorFixture {
+protected:
+    MonitorEditorsTest() {
+        globals_.yingyongmulu = u"/opt/观潮台/"_s;
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 10, 0);
+        for (const QString& dm : {u"SH600000"_s, u"SZ000001"_s, u"SH601398"_s}) {
+            store_.addMember(u"银行"_s, dm);
+        }
+    }
+
+    template <typename Editor>
+    Editor open(EditorMode mode) {
+        globals_.bianjimoshi = mode == EditorMode::modify ? 1 : 0;
+        return Editor(store_.stores, globals_, dialogs_);
+    }
+    template <typename Editor>
+    bool confirm(EditorMode mode, const MonitorFields& fields) {
+        return open<Editor>(mode).confirm(fields);
+    }
+
+    static MonitorFields named(const QString& name) {
+        MonitorFields fields;
+        fields.name = name;
+        return fields;
+    }
+
+    QStringList themeRows() { return store_.rows(u"select * from zhutijiankong"_s); }
+    QStringList stockRows() { return store_.rows(u"select * from gegujiankong"_s); }
+    QStringList pollList() { return store_.rows(u"select dm from jiankonghq order by dm"_s); }
+
+    QStringList takeMessages() { return std::exchange(dialogs_.shown, {}); }
+
+    FakeDialogs dialogs_;
+};
+
+using enum EditorMode;
+
+TEST_F(MonitorEditorsTest, AnAddedThemePutsItsMembersOnThePollList) {
+    watch({u"SH600000"_s});
+    globals_.dangqianzhuti = u"银行"_s;
+    auto editor = open<ThemeMonitorEditor>(add);
+    MonitorFields fields = editor.load();
+    EXPECT_EQ(globals_.dangqianzhuti, QString());
+    EXPECT_EQ(fields.yinyue, u"/opt/观潮台/cnwav.mp3"_s);
+    fields.name = u" 银行 "_s;
+    fields.yinyue = u" /a.mp3 "_s;
+    EXPECT_TRUE(editor.confirm(fields));
+    EXPECT_EQ(themeRows(), QStringList{u"银行|0|>|5|3|null|1|/a.mp3"_s});
+    EXPECT_EQ(pollList(), QStringList({u"SH600000"_s, u"SH601398"_s, u"SZ000001"_s}));
+    EXPECT_EQ(takeMessages(), QStringList{u"观潮台|添加主题监控完成。"_s});
+}
+
+TEST_F(MonitorEditorsTest, AnAddedStockTakesItsNameFromTheCodeTable) {
+    globals_.dangqiandm = u"SZ000001"_s;
+    globals_.dangqianjc = u"旧名"_s;
+    auto editor = open<StockMonitorEditor>(add);
+    MonitorFields fields = editor.load();
+    EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, QString());
+    EXPECT_EQ(fields.name + fields.jc, u"SZ000001旧名"_s);
+    fields = MonitorFields{u" sh600000"_s, u"x"_s, u"股价"_s, u"<"_s, u"9.85元"_s, false, {}};
+    EXPECT_TRUE(editor.confirm(fields));
+    EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发银行|0|0|股价|<|9.85|null|0|"_s});
+    EXPECT_EQ(pollList(), QStringList{u"SH600000"_s});
+    EXPECT_EQ(takeMessages(), QStringList{u"观潮台|添加个股监控完成。"_s});
+    EXPECT_EQ(editor.shortName(u"SZ000001"_s), u"平安银行"_s);
+    EXPECT_EQ(editor.shortName(u"SZ999999"_s), std::nullopt);
+}
+
+TEST_F(MonitorEditorsTest, RefusalsWriteNothingAndComeInTheirOrder) {
+    addThemeMonitor(u"白酒"_s, u">"_s, 1);
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1);
+    watch({u"SH600000"_s, u"SZ000001"_s});
+    setFrequency(4);
+    const QString full =
+        u"观潮台|此监控频率最多监控4只股票，请先改大监控频率或删除不必要的监控。"_s;
+    const auto theme = [&](EditorMode mode, const QString& name) {
+        EXPECT_FALSE(confirm<ThemeMonitorEditor>(mode, named(name)));
+        return takeMessages();
+    };
+    const auto stock = [&](EditorMode mode, const QString& code) {
+        EXPECT_FALSE(confirm<StockMonitorEditor>(mode, named(code)));
+        return takeMessages();
+    };
+    const QStringList before = themeRows() + stockRows() + pollList();
+    EXPECT_EQ(theme(add, u"白酒"_s), QStringList{u"观潮台|此主题已在监控中。主题名:白酒"_s});
+    EXPECT_EQ(theme(add, u"无"_s), QStringList{u"观潮台|此主题不存在。主题名:无"_s});
+    EXPECT_EQ(theme(add, u"银行"_s), QStringList{full}) << "members on the list count again";
+    EXPECT_EQ(theme(modify, QString()), QStringList{u"观潮台|此主题不存在。主题名:"_s});
+    EXPECT_EQ(stock(add, u"sh600000"_s), QStringList{u"观潮台|此代码已在监控中。代码:SH600000"_s});
+    EXPECT_EQ(stock(add, u"600000"_s), QStringList{u"观潮台|此代码不存在。代码:600000"_s});
+    EXPECT_EQ(stock(modify, QString()), QStringList{u"观潮台|此代码不存在。代码:"_s});
+    setFrequency(2);
+    EXPECT_EQ(stock(add, u"SH600000"_s), QStringList{QString(full).replace(u'4', u'2')})
+        << "the room is asked for first";
+    EXPECT_EQ(themeRows() + stockRows() + pollList(), before);
+    setFrequency(5);
+    EXPECT_TRUE(confirm<ThemeMonitorEditor>(add, named(u"银行"_s)));
+    EXPECT_EQ(pollList().size(), 3);
+}
+
+TEST_F(MonitorEditorsTest, AChangeRefreshesTheMemberCountAndLeavesThePollListAlone) {
+    addThemeMonitor(u"银行"_s, u"<"_s, -2.5, u"/a.mp3"_s, 0);
+    addStockMonitor(u"SH600000"_s, u"股价"_s, u"<"_s, 9, QString(), 2);
+    store_.run({u"update gegujiankong set jc='浦发',zhangfu=3"_s});
+    setFrequency(0);
+    globals_.dangqianzhuti = u"银行"_s;
+    globals_.dangqiandm = u"SH600000"_s;
+    auto themeEditor = open<ThemeMonitorEditor>(modify);
+    MonitorFields theme = themeEditor.load();
+    EXPECT_EQ(theme.bijiaofu + theme.baojinzhi + theme.yinyue, u"<-2.5/a.mp3"_s);
+    EXPECT_FALSE(theme.tanchuform);
+    auto stockEditor = open<StockMonitorEditor>(modify);
+    MonitorFields stock = stockEditor.load();
+    EXPECT_EQ(stock.jc + stock.leixin + stock.bijiaofu + stock.baojinzhi + stock.yinyue,
+              u"浦发股价<9"_s);
+    EXPECT_TRUE(stock.tanchuform);
+    globals_.bianjimoshi = 0;
+    theme.baojinzhi = u"abc"_s;
+    stock.leixin = u"涨幅"_s;
+    EXPECT_TRUE(themeEditor.confirm(theme)) << "the mode is the one it was opened in";
+    EXPECT_TRUE(stockEditor.confirm(stock));
+    EXPECT_EQ(themeRows(), QStringList{u"银行|0|<|0|3|null|0|/a.mp3"_s});
+    EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发|0|3|涨幅|<|9|null|1|"_s});
+    EXPECT_EQ(pollList(), QStringList());
+    EXPECT_EQ(takeMessages(),
+              QStringList({u"观潮台|修改主题监控完成。"_s, u"观潮台|修改个股监控完成。"_s}));
+}
+
+TEST_F(MonitorEditorsTest, AChangeWithoutARowKeepsTheDefaults) {
+    auto editor = open<ThemeMonitorEditor>(modify);
+    const MonitorFields fields = editor.load();
+    EXPECT_EQ(editor.caption(), u"修改主题监控"_s);
+    EXPECT_EQ(fields.name + fields.bijiaofu + fields.baojinzhi, u">5.0"_s);
+    EXPECT_TRUE(fields.tanchuform);
+}
+
+TEST_F(MonitorEditorsTest, ASoundIsPickedOrTheAnswerSaysThatNoneWas) {
+    EXPECT_EQ(pickSound(dialogs_), std::nullopt);
+    dialogs_.picked = u"/音乐/a.mp3"_s;
+    EXPECT_EQ(pickSound(dialogs_), u"/音乐/a.mp3"_s);
+    const QString asked = u"请选择音乐文件|"_s + fixedPath(FixedPlace::exportFolder) + u"|.mp3"_s;
+    EXPECT_EQ(takeMessages(), QStringList({asked, u"观潮台|没有选择文件。"_s, asked}));
+}
+
+// After any sequence of adds, changes and deletions the poll list is what the monitors need, and no
+// add has passed the frequency. Memberships stay as they are.
+class PollListTest : public MonitorEditorsTest, public ::testing::WithParamInterface<unsigned> {
+protected:
+    int drawn(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
+
+    QStringList needed() {
+        return store_.rows(
+            u"select dm from gegujiankong union select dm from dzhzhuti where zhutiname in"
+            u" (select zhutiname from zhutijiankong) order by dm"_s);
+    }
+
+    void step() {
+        MonitorFields fields =
+            named(drawn(1) ? u"主题%1"_s.arg(drawn(5)) : u"SH60000%1"_s.arg(drawn(9)));
+        globals_.dangqianzhuti = globals_.dangqiandm = fields.name;
+        const EditorMode mode = drawn(3) ? add : modify;
+        switch (drawn(12)) {
+            case 0:
+            case 1:
+                return manager_.deleteTheme();
+            case 2:
+            case 3:
+                return manager_.deleteStock();
+            case 4:
+                if (drawn(3) == 0) {
+                    manager_.clearAll();
+                }
+                return;
+            case 5:
+                manager_.changeFrequency(QString::number(drawn(15)));
+                return;
+            default:
+                const qsizetype before = pollList().size();
+                fields.name.startsWith(u"SH"_s) ? confirm<StockMonitorEditor>(mode, fields)
+                                                : confirm<ThemeMonitorEditor>(mode, fields);
+                const qsizetype after = pollList().size();
+                const int frequency =
+                    store_.rows(u"select jiankongpinlu from tempcanshu"_s)[0].toInt();
+                EXPECT_TRUE(after == before || after <= frequency);
+        }
+    }
+
+    std::mt19937 random_{GetParam()};
+    FakeClipboard clipboard_;
+    ResultGrid themes_;
+    ResultGrid stocks_;
+    MonitorManager manager_{store_.stores, globals_, dialogs_, clipboard_, themes_, stocks_};
+};
+
+TEST_P(PollListTest, HoldsWhatTheMonitorsNeedAfterAnySequence) {
+    setFrequency(12);
+    for (int at = 0; at < 10; ++at) {
+        store_.addCode(u"SH60000%1"_s.arg(at), u"x"_s, 10, 0);
+        store_.addMember(u"主题%1"_s.arg(drawn(4)), u"SH60000%1"_s.arg(drawn(9)));
+    }
+    int mostListed = 0;
+    for (int at = 0; at < 120; ++at) {
+        step();
+        ASSERT_EQ(pollList(), needed()) << "seed " << GetParam() << ", step " << at;
+        mostListed = std::max(mostListed, static_cast<int>(pollList().size()));
+    }
+    EXPECT_GT(mostListed, 3) << "seed " << GetParam() << " tests nothing";
+}
+
+INSTANTIATE_TEST_SUITE_P(RandomSequences, PollListTest, ::testing::Range(1U, 6U));
+
+}  // namespace guanchao
