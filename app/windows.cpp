@@ -15,6 +15,8 @@ void Windows::closeAll() {
 }
 
 void Windows::adopt(const QString& name, QWidget* window) {
+    // Closing the former one may have shown a message, and an alarm opened another under it.
+    close(name);
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.insert(name, window);
     window->show();

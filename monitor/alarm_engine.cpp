@@ -2,6 +2,7 @@
 
 #include <QScopedValueRollback>
 #include <optional>
+#include <utility>
 
 #include "monitor/crossing.h"
 #include "monitor/poll_list.h"
@@ -17,6 +18,16 @@ namespace {
 Recordset pollListRow(Connection& connection, const QString& dm) {
     return Recordset(
         connection, u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm='"_s + dm + u"'"_s);
+}
+
+// Runs the job; the first failure of several is the one that counts.
+template <typename Job>
+void attempt(std::exception_ptr& failure, Job job) {
+    try {
+        job();
+    } catch (const std::exception&) {
+        failure = failure ? failure : std::current_exception();
+    }
 }
 
 // The mean gain of the members that stand in the poll list, nothing if none does.
@@ -69,21 +80,40 @@ void AlarmEngine::count() {
     if (globals_.hqmang > 0 || polling_) {
         return;
     }
-    const Activity activity(u"监控行情"_s, u"失败之前各步的结果已经写入并保留。"_s);
+    std::exception_ptr failure;
+    attempt(failure, [this] { pollIfDue(); });
+    deliverPrompts(failure);
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+void AlarmEngine::pollIfDue() {
+    Activity activity(u"监控行情"_s);
     Connection connection = stores_.main.open();
     if (pinlvjishu_ < neededFrequency(connection).toNumber()) {
         return;
     }
     pinlvjishu_ = 0;
     const QScopedValueRollback busy(polling_, true);
-    poll(connection);
-    failing_ = false;
-}
-
-void AlarmEngine::poll(Connection& connection) {
+    activity.wrote(u"失败之前各步的结果"_s);
     updateQuotes(connection);
     judgeThemes(connection);
     judgeStocks(connection);
+    failing_ = false;
+}
+
+// Only when the poll is over: the window may show a message of its own, and no alarm waits behind
+// that for its judgement or its sound. A window that fails keeps no sound from playing.
+void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
+    for (const Prompt& prompt : std::exchange(fired_, {})) {
+        if (!prompt.sound.isEmpty()) {
+            attempt(failure, [&] { ring_(prompt.sound); });
+        }
+        if (prompt.showsWindow) {
+            attempt(failure, [&] { showMonitors_(); });
+        }
+    }
 }
 
 void AlarmEngine::updateQuotes(Connection& connection) {
@@ -124,7 +154,7 @@ void AlarmEngine::judgeTheme(Connection& connection, const Recordset& monitor) {
     connection.execute(u"update zhutijiankong set zhangfu="_s + numberText(*gain) +
                        alarmTime(fires) + u" where zhutiname='"_s + zhutiname + u"'"_s);
     if (fires) {
-        prompt(monitor);
+        notePrompt(monitor);
     }
 }
 
@@ -159,7 +189,7 @@ void AlarmEngine::judgeStock(Connection& connection, const Recordset& monitor,
                        numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s +
                        monitor.value(u"dm").toText() + u"'"_s);
     if (fires) {
-        prompt(monitor);
+        notePrompt(monitor);
     }
 }
 
@@ -167,16 +197,11 @@ QString AlarmEngine::alarmTime(bool fires) const {
     return fires ? u",baojintime='"_s + timeText(clock_.now()) + u"'"_s : QString();
 }
 
-// The memory of the crossing is written before: what happens here can't make it fire again.
-void AlarmEngine::prompt(const Recordset& monitor) {
+void AlarmEngine::notePrompt(const Recordset& monitor) {
     const Value& tanchuform = monitor.value(u"tanchuform");
-    if (!tanchuform.isNull() && tanchuform.toNumber() > 0) {
-        showMonitors_();
-    }
     const QString yinyue = monitor.value(u"yinyue").toText();
-    if (yinyue.size() > 1) {
-        ring_(yinyue);
-    }
+    fired_.push_back({!tanchuform.isNull() && tanchuform.toNumber() > 0,
+                      yinyue.size() > 1 ? yinyue : QString()});
 }
 
 }  // namespace guanchao

@@ -1,11 +1,14 @@
 // The alarm engine: refreshes the quotes of the poll list at the user's frequency and fires the
 // monitors whose value has crossed its threshold since the last poll. Tables tempcanshu,
 // jiankonghq, zhutijiankong, gegujiankong and dzhzhuti of the main store; gains in percent, prices
-// in yuan. Failed statements raise StoreError, but only once in a row.
+// in yuan. Failed statements raise StoreError, a missing row or value OperationError, but of several
+// polls that fail in a row only the first one raises.
 #pragma once
 
 #include <QString>
+#include <exception>
 #include <functional>
+#include <vector>
 
 #include "app/globals.h"
 #include "market/quote_feed.h"
@@ -33,15 +36,22 @@ private:
         double zhangfu = 0;
     };
 
+    // What a fired monitor asks for.
+    struct Prompt {
+        bool showsWindow = false;
+        QString sound;  // empty: none
+    };
+
     void count();
-    void poll(Connection& connection);
+    void pollIfDue();
+    void deliverPrompts(std::exception_ptr& failure);
     void updateQuotes(Connection& connection);
     void judgeThemes(Connection& connection);
     void judgeTheme(Connection& connection, const Recordset& monitor);
     void judgeStocks(Connection& connection);
     void judgeStock(Connection& connection, const Recordset& monitor, const StockQuote& quote);
     QString alarmTime(bool fires) const;
-    void prompt(const Recordset& monitor);
+    void notePrompt(const Recordset& monitor);
 
     const Stores& stores_;
     const Globals& globals_;
@@ -49,7 +59,8 @@ private:
     QuoteFeed& feed_;
     std::function<void()> showMonitors_;
     std::function<void(const QString&)> ring_;
-    int pinlvjishu_ = 0;  // 频率计数: seconds since the last poll
+    std::vector<Prompt> fired_;  // not yet delivered
+    int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
     bool polling_ = false;
     bool failing_ = false;  // a failure was raised and no poll has gone well since
 };

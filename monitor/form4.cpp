@@ -14,6 +14,15 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// A popup, another program or a message box takes the focus only for a while.
+bool leavesTheBox(Qt::FocusReason reason) {
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
+
 Form4::Form4(Environment& environment, Windows& windows)
     : environment_(environment),
       windows_(windows),
@@ -143,7 +152,7 @@ void Form4::deleteMonitor(void (MonitorManager::*remove)()) {
 
 bool Form4::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->Text1 && event->type() == QEvent::FocusOut && isVisible() &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+        leavesTheBox(static_cast<QFocusEvent*>(event)->reason())) {
         QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
     }
     return QWidget::eventFilter(watched, event);

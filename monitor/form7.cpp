@@ -57,13 +57,16 @@ void Form7::List1_Click() {
     if (const std::optional<QString> jc = editor_.shortName(ui_->Text1->text())) {
         ui_->Text4->setText(*jc);
     }
-    picker_->hideList();
 }
 
+// Under the messages of the editor and of the monitor window that makes room, this one may go.
 void Form7::Command1_Click() {
     const QPointer alive(this);
-    if (editor_.confirm(fields()) && alive) {
-        windows_.openAnew<Form4>();
+    if (!editor_.confirm(fields()) || !alive) {
+        return;
+    }
+    windows_.openAnew<Form4>();
+    if (alive) {
         close();
     }
 }

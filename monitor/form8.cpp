@@ -41,10 +41,14 @@ MonitorFields Form8::fields() const {
     return fields;
 }
 
+// Under the messages of the editor and of the monitor window that makes room, this one may go.
 void Form8::Command1_Click() {
     const QPointer alive(this);
-    if (editor_.confirm(fields()) && alive) {
-        windows_.openAnew<Form4>();
+    if (!editor_.confirm(fields()) || !alive) {
+        return;
+    }
+    windows_.openAnew<Form4>();
+    if (alive) {
         close();
     }
 }

@@ -61,7 +61,7 @@ private:
     Clipboard& clipboard_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
-    QString savedFrequency_;  // the last one accepted
+    QString savedFrequency_ = QStringLiteral("0");  // the last one accepted
 };
 
 }  // namespace guanchao

@@ -1,6 +1,7 @@
 // The poll list jiankonghq: which stocks the alarm engine asks for, and how many may stand in it.
 // The frequency (seconds between polls) is at once the most stocks that the list may hold. All
-// functions work on a connection to the main store and raise StoreError.
+// functions work on a connection to the main store; they raise StoreError, and OperationError where
+// the row of the frequency is missing.
 #pragma once
 
 #include <QString>

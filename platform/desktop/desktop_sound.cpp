@@ -6,7 +6,9 @@ namespace guanchao {
 
 void DesktopSound::makePlayer() {
     // The other backend of the media library ends the process where there is no audio device.
-    qputenv("QT_MEDIA_BACKEND", "gstreamer");
+    if (qEnvironmentVariableIsEmpty("QT_MEDIA_BACKEND")) {
+        qputenv("QT_MEDIA_BACKEND", "gstreamer");
+    }
     output_ = std::make_unique<QAudioOutput>();
     player_ = std::make_unique<QMediaPlayer>();
     player_->setAudioOutput(output_.get());

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QScopeGuard>
+
 #include "store/store_error.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
@@ -73,15 +75,15 @@ TEST_F(AlarmEngineTest, AThemeIsJudgedByTheMeanOfItsListedMembers) {
     addThemeMonitor(u"银行"_s, u">"_s, 1);
     addThemeMonitor(u"空"_s, u"<"_s, 1);
     store_.run({u"update zhutijiankong set zhangfu=7 where zhutiname='空'"_s});
-    setQuote(u"SH600000"_s, 10, 1.00005);
-    setQuote(u"SZ000001"_s, 0, 1.00025);
+    setQuote(u"SH600000"_s, 10, 1.00015);
+    setQuote(u"SZ000001"_s, 0, 1.00035);
     engine_.tick();
-    // 1.00015 goes to the even digit; the member without a row counts not at all.
+    // 1.00025 goes to the even digit; the member without a row counts not at all.
     EXPECT_EQ(themes(), QStringList({u"银行|1.0002|2026-11-24 10:00:00"_s, u"空|7|null"_s}));
     setQuote(u"SZ000001"_s, 10, 0);
     clock_.moment = clock_.moment.addSecs(20);
     engine_.tick();
-    EXPECT_EQ(themes()[0], u"银行|0.5|2026-11-24 10:00:00"_s) << "the time of the alarm stays";
+    EXPECT_EQ(themes()[0], u"银行|0.5001|2026-11-24 10:00:00"_s) << "the time of the alarm stays";
     EXPECT_EQ(shown_, 1);
 }
 
@@ -124,9 +126,17 @@ TEST_F(AlarmEngineTest, TheCounterFollowsTheFrequencyTheFlagAndTheBusyBatch) {
     tick();
     tick();
     tick();
-    globals_.jiankongkaiqi = 0;
     tick();
+    globals_.jiankongkaiqi = 0;
+    for (int second = 0; second < 5; ++second) {
+        tick();
+    }
     globals_.jiankongkaiqi = 1;
+    tick();
+    tick();
+    EXPECT_EQ(polls, QList<qsizetype>({0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 2}))
+        << "the counter stands while monitoring is off";
+    polls.clear();
     globals_.hqmang = 1;
     tick();
     tick();
@@ -135,13 +145,13 @@ TEST_F(AlarmEngineTest, TheCounterFollowsTheFrequencyTheFlagAndTheBusyBatch) {
     globals_.hqmang = 0;
     tick();
     tick();
-    EXPECT_EQ(polls, QList<qsizetype>({0, 0, 1, 1, 1, 1, 1, 1, 2, 2}));
+    EXPECT_EQ(polls, QList<qsizetype>({2, 2, 2, 2, 3, 3})) << "it runs on during a batch";
     setFrequency(0);
     tick();
     tick();
     setFrequency(-5);
     tick();
-    EXPECT_EQ(polls.last(), 5);
+    EXPECT_EQ(polls.last(), 6);
 }
 
 TEST_F(AlarmEngineTest, QuotesAreAskedForIn99sAndAnEmptyListAsksForNothing) {
@@ -214,6 +224,7 @@ TEST_F(AlarmEngineTest, AFailureIsRaisedOnceUntilAPollGoesWell) {
 
 TEST_F(AlarmEngineTest, AStoreLockedForLongerThanTheTimeOutIsToldOnceToo) {
     Connection::setBusyTimeout(std::chrono::milliseconds(1));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
     {
         Connection other = store_.stores.main.open();
         other.execute(u"begin exclusive"_s);
@@ -228,7 +239,23 @@ TEST_F(AlarmEngineTest, AStoreLockedForLongerThanTheTimeOutIsToldOnceToo) {
     }
     EXPECT_NO_THROW(engine_.tick());
     EXPECT_EQ(http_.paths.size(), 1);
-    Connection::setBusyTimeout(std::chrono::seconds(5));
+}
+
+TEST_F(AlarmEngineTest, AWindowThatFailsOrWaitsHoldsNoOtherAlarmBack) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1, u"/a.mp3"_s, 1);
+    addStockMonitor(u"SZ000001"_s, u"涨幅"_s, u">"_s, 1, u"/b.mp3"_s, 1);
+    setQuote(u"SH600000"_s, 10, 2);
+    setQuote(u"SZ000001"_s, 10, 2);
+    int windows = 0;
+    onShow_ = [&] {
+        ++windows;
+        engine_.tick();  // as the timer does while the window shows a message
+        throw std::runtime_error("the window could not be shown");
+    };
+    EXPECT_THROW(engine_.tick(), std::runtime_error);
+    EXPECT_EQ(windows, 2);
+    EXPECT_EQ(rung_, QStringList({u"/a.mp3"_s, u"/b.mp3"_s}));
+    EXPECT_EQ(http_.paths.size(), 3) << "the ticks under the windows have polled";
 }
 
 }  // namespace guanchao

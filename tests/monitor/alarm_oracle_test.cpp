@@ -6,6 +6,7 @@
 #include <QMap>
 #include <random>
 
+#include "store/values.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
 
@@ -155,6 +156,13 @@ TEST_P(AlarmOracleTest, TheSameMonitorsFireInEveryPoll) {
         engine_.tick();
         ASSERT_EQ(rung_, expectedAlarms()) << "seed " << GetParam() << ", poll " << poll;
         alarms += rung_.size();
+    }
+    for (const Stock& stock : stocks_) {
+        EXPECT_EQ(
+            store_.rows(u"select sp,zhangfu from gegujiankong where dm='"_s + stock.dm + u"'"_s),
+            QStringList{numberText(stock.old.price / 1000.0) + u'|' +
+                        numberText(stock.old.gain / 100.0)})
+            << "seed " << GetParam() << ": the memory of the crossings";
     }
     EXPECT_GT(alarms, 0) << "seed " << GetParam() << " tests nothing";
 }

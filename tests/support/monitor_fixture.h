@@ -55,13 +55,19 @@ struct MonitorFixture {
     bool replies_ = false;               // whether the quote service answers
     QHash<QString, double> feedPrices_;  // by lower-case code; the former close is 10
     int shown_ = 0;
+    std::function<void()> onShow_;
     QStringList rung_;
     QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service(), pump_};
     AlarmEngine engine_{store_.stores,
                         globals_,
                         clock_,
                         feed_,
-                        [this] { ++shown_; },
+                        [this] {
+                            ++shown_;
+                            if (onShow_) {
+                                onShow_();
+                            }
+                        },
                         [this](const QString& file) { rung_ << file; }};
 };
 

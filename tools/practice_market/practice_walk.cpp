@@ -24,7 +24,7 @@ constexpr double openingGap = 0.01;
 constexpr double swing = 0.02;
 constexpr double jitter = 0.004;
 
-// A poll every 20 seconds meets each swing at three points, one of which is always above 5 %.
+// Of three polls 20 seconds apart one always finds a swing above 5 %.
 constexpr double livelySwing = 0.08;
 constexpr double livelySteepness = 1.6;
 constexpr double livelySeconds = 31;
