@@ -10,6 +10,7 @@
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "exchange/form3.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "monitor/form4.h"
@@ -61,7 +62,11 @@ Form2::Form2(Environment& environment, Windows& windows)
               if (!Timer3_.isActive()) {
                   Timer3_.start();
               }
-          }) {
+          }),
+      exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
+      backupExport_(environment.stores, environment.dialogs, exchangeRun_),
+      newsImport_(environment.stores, environment.dialogs, exchangeRun_),
+      articleImport_(environment.stores, environment.dialogs, exchangeRun_) {
     ui_->setupUi(this);
     ui_->Command1->setIcon(searchIcon());
     ui_->Command2->setIcon(searchIcon());
@@ -80,6 +85,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectControls();
     connectMenus();
     connectThemeCommands();
+    connectExchange();
     connectGrids();
 }
 
@@ -195,6 +201,36 @@ void Form2::redraw(Redraw part) {
     } else if (part == Redraw::stocks) {
         themeTable_.xianshizhutigu(environment_.globals.dangqianzhuti);
     }
+}
+
+void Form2::connectExchange() {
+    const auto command = [this](QAction* entry, const std::function<void()>& run) {
+        connect(entry, &QAction::triggered, this, [this, run] { runExchange(run); });
+    };
+    command(ui_->导出数据, [this] { backupExport_.exportData(); });
+    command(ui_->导入新闻和商品, [this] { newsImport_.importNews(); });
+    command(ui_->导入文章, [this] { articleImport_.importArticles(); });
+    connect(ui_->导入主题, &QAction::triggered, this, [this] { windows_.openAnew<Form3>(); });
+}
+
+// A shutdown that came in the middle of the command is made up for: the run holds the lock of a
+// store, to which the shutdown writes.
+void Form2::runExchange(const std::function<void()>& command) {
+    const auto endProgramNow = qScopeGuard([this] {
+        if (endAfterExchange_) {
+            endProgram();
+        }
+    });
+    command();
+}
+
+void Form2::showExchange(const ExchangeProgress& progress) {
+    for (QAction* entry : {ui_->导出数据, ui_->导入新闻和商品, ui_->导入文章}) {
+        entry->setEnabled(!progress.running);
+    }
+    ui_->progress->setMaximum(progress.total);
+    ui_->progress->setValue(progress.done);
+    ui_->progress->setVisible(progress.running);
 }
 
 void Form2::connectGrids() {
@@ -395,6 +431,11 @@ void Form2::hideToTray() {
 
 void Form2::endProgram() {
     quoteRun_.cancel();
+    if (exchangeRun_.running()) {
+        endAfterExchange_ = true;
+        exchangeRun_.cancel();
+        return;
+    }
     shutDown(
         environment_.stores, environment_.executableName, environment_.tray, environment_.processes,
         [this] { windows_.closeAll(); },

@@ -10,6 +10,9 @@
 
 #include "app/environment.h"
 #include "app/windows.h"
+#include "exchange/article_import.h"
+#include "exchange/backup_export.h"
+#include "exchange/news_import.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
@@ -47,6 +50,9 @@ private:
     void connectMenus();
     void connectThemeCommands();
     void connectGrids();
+    void connectExchange();
+    void runExchange(const std::function<void()>& command);
+    void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
     void redraw(Redraw part);
     bool runQuotes();
@@ -87,6 +93,10 @@ private:
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
     AlarmEngine alarmEngine_;
+    ExchangeRun exchangeRun_;
+    BackupExport backupExport_;
+    NewsImport newsImport_;
+    ArticleImport articleImport_;
     PickerBox* picker_ = nullptr;
 
     QMenu tuopanmenu_;
@@ -99,6 +109,7 @@ private:
     QTimer Timer4_;  // once per version check
 
     int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
+    bool endAfterExchange_ = false;
     SortCode lastSortCode_ = SortCode::none;
     QString bofangwenjian_;  // 播放文件: the sound that Timer3 is to play
 };

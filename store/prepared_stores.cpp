@@ -178,8 +178,6 @@ QString schemaText(Schema schema) {
 
 QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now) {
     const Stores stores = storesIn(applicationFolder(folder));
-    const StoreFile backup = {applicationFolder(folder) + u"yzhutibackup.mzdat"_s,
-                              stores.backupKey};
     const Seeds seeds(dataFolder, now);
     struct Step {
         StoreFile store;
@@ -191,7 +189,7 @@ QStringList prepareStores(const QString& folder, const QString& dataFolder, cons
         {stores.heat, Schema::heat, [&](Connection& store) { seeds.fillHeat(store); }},
         {stores.article, Schema::article, [&](Connection& store) { seeds.fillArticle(store); }},
         {stores.pinyin, Schema::pinyin, [&](Connection& store) { seeds.fillPinyin(store); }},
-        {backup, Schema::backup, [](Connection&) {}},
+        {stores.backupTemplate, Schema::backup, [](Connection&) {}},
     };
     QStringList made;
     for (const Step& step : steps) {

@@ -24,6 +24,7 @@ Stores storesIn(const QString& yingyongmulu) {
     stores.article = {yingyongmulu + u"wenzhang.mzdat"_s, articleKey};
     stores.pinyin = {yingyongmulu + u"py.mzdat"_s, articleKey};
     stores.backupKey = articleKey;
+    stores.backupTemplate = {yingyongmulu + u"yzhutibackup.mzdat"_s, stores.backupKey};
     return stores;
 }
 

@@ -16,12 +16,13 @@ struct StoreFile {
 };
 
 struct Stores {
-    StoreFile main;          // 主库, dzhzhuti.mzdat
-    StoreFile firstHistory;  // hangqing2006-2017dan.db3, outside the application folder
-    StoreFile article;       // 文章库, wenzhang.mzdat
-    StoreFile pinyin;        // 拼音库, py.mzdat
-    StoreFile heat;          // 采集库, caijiqi.mzdat
-    QString backupKey;       // of exported theme libraries and their template
+    StoreFile main;            // 主库, dzhzhuti.mzdat
+    StoreFile firstHistory;    // hangqing2006-2017dan.db3, outside the application folder
+    StoreFile article;         // 文章库, wenzhang.mzdat
+    StoreFile pinyin;          // 拼音库, py.mzdat
+    StoreFile heat;            // 采集库, caijiqi.mzdat
+    StoreFile backupTemplate;  // 空白主题库, yzhutibackup.mzdat
+    QString backupKey;         // of exported theme libraries and their template
 };
 
 // The application folder (yingyongmulu) of a program path: it ends in exactly one separator.

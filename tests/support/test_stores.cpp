@@ -21,6 +21,7 @@ TestStores::TestStores() {
     createStore(stores.main.path, stores.main.key, schemaText(Schema::main));
     createStore(stores.heat.path, stores.heat.key, schemaText(Schema::heat));
     createStore(stores.article.path, stores.article.key, schemaText(Schema::article));
+    createStore(stores.backupTemplate.path, stores.backupTemplate.key, schemaText(Schema::backup));
     stores.heat.open().execute(u"insert into canshu(mainisrun) values(1)"_s);
     run(
         {u"insert into tempcanshu(id,xiugaizhutitime,hqtime) values(1,'2026-11-01 08:00:00',"

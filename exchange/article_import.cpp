@@ -1,0 +1,72 @@
+#include "exchange/article_import.h"
+
+#include "platform/fixed_folders.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The texts go into the statements as they are: an apostrophe makes the import fail.
+QString lookUp(const Recordset& article) {
+    return u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang where"
+           u" dalei='"_s +
+           article.value(2).toText() + u"' and xiaolei='"_s + article.value(3).toText() +
+           u"' and biaoti='"_s + article.value(4).toText() + u"'"_s;
+}
+
+QString insert(const Recordset& article) {
+    QString values = article.value(0).toText();
+    for (int field = 1; field < article.fieldCount(); ++field) {
+        values += u"','"_s + article.value(field).toText();
+    }
+    return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values('"_s + values +
+           u"')"_s;
+}
+
+int mergeArticles(Connection& store, Connection& file, ExchangeRun& run) {
+    int added = 0;
+    Transaction transaction = longTransaction(store);
+    Recordset articles(
+        file, u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"_s);
+    run.expect(articles.count());
+    for (; !articles.atEnd(); articles.moveNext()) {
+        const bool present = !Recordset(store, lookUp(articles)).atEnd();
+        if (!present && !articles.value(4).toText().isEmpty()) {
+            store.execute(insert(articles));
+            ++added;
+        }
+        run.rowDone();
+    }
+    transaction.commit();
+    return added;
+}
+
+}  // namespace
+
+ArticleImport::ArticleImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
+    : stores_(stores), dialogs_(dialogs), run_(run) {}
+
+void ArticleImport::importArticles() {
+    const QString path = dialogs_.dakaiwenjian(
+        u"请选择文章库文件"_s, fixedPath(FixedPlace::exportFolder), u"wenzhang.ztb"_s);
+    if (path.isEmpty()) {
+        dialogs_.tell(u"没有选择文件。"_s);
+        return;
+    }
+    int count = 0;
+    const bool complete = run_.run([&] {
+        const Activity activity(u"导入文章"_s);
+        Connection store = stores_.article.open();
+        Connection file(path, stores_.article.key);
+        count = mergeArticles(store, file, run_);
+    });
+    if (complete) {
+        dialogs_.tell(u"导入文章完成，共导入新的文章："_s + QString::number(count) + u"篇"_s);
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,100 @@
+#include "exchange/backup_export.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "exchange/store_copy.h"
+#include "platform/fixed_folders.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString insertTheme(const Recordset& row) {
+    return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu) values('"_s +
+           row.value(0).toText() + u"','"_s + row.value(1).toText() + u"','"_s +
+           row.value(2).toText() + u"','"_s + row.value(3).toText() + u"',"_s +
+           row.value(4).toText() + u","_s + row.value(5).toText() + u")"_s;
+}
+
+QString insertCode(const Recordset& row) {
+    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + row.value(0).toText() +
+           u"','"_s + row.value(1).toText() + u"','"_s + row.value(2).toText() + u"','"_s +
+           row.value(3).toText() + u"','"_s + row.value(4).toText() + u"')"_s;
+}
+
+// Only the default folder is made where it is missing.
+void makeDefaultFolder(const QString& folder) {
+    if (folder != fixedPath(FixedPlace::exportFolder) || QFileInfo(folder).isDir()) {
+        return;
+    }
+    if (!QDir().mkdir(folder)) {
+        throw OperationError(u"不能建立文件夹 "_s + folder + u"。"_s);
+    }
+}
+
+}  // namespace
+
+BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
+    : stores_(stores), dialogs_(dialogs), run_(run) {}
+
+void BackupExport::exportData() {
+    const QString folder = dialogs_.input(u"将导出数据到下列文件夹："_s, u"导出数据"_s,
+                                          fixedPath(FixedPlace::exportFolder));
+    if (folder.isEmpty()) {
+        dialogs_.tell(u"已取消导出数据!"_s);
+        return;
+    }
+    {
+        const Activity activity(u"导出数据"_s);
+        makeDefaultFolder(folder);
+    }
+    if (!QFileInfo(folder).isDir()) {
+        dialogs_.tell(u"请先建立备份文件夹:"_s + folder);
+        return;
+    }
+    if (writeFiles(folder)) {
+        dialogs_.tell(u"已导出数据到："_s + folder +
+                      u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
+                      u"主题新闻数量库：caijiqi.ztb"_s);
+    }
+}
+
+bool BackupExport::writeFiles(const QString& folder) {
+    const Activity activity(u"导出数据"_s,
+                            u"程序自己的数据没有改动，已经写出的备份文件可能不完整。"_s);
+    return run_.run([&] {
+        // The first path is joined as it stands: a folder typed without its final separator gives
+        // a file beside the folder.
+        writeLibrary(folder + u"zhutibackup.ztb"_s);
+        copyStore(stores_.article, folder + u"/wenzhang.ztb"_s);
+        copyStore(stores_.heat, folder + u"/caijiqi.ztb"_s);
+    });
+}
+
+void BackupExport::writeLibrary(const QString& path) {
+    copyOver(stores_.backupTemplate.path, path);
+    Connection main = stores_.main.open();
+    Connection library(path, stores_.backupKey);
+    Transaction transaction(library);
+    const auto write = [&](Recordset rows, QString (*insert)(const Recordset&)) {
+        run_.expect(rows.count());
+        for (; !rows.atEnd(); rows.moveNext()) {
+            library.execute(insert(rows));
+            run_.rowDone();
+        }
+    };
+    write(Recordset(main,
+                    u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu"
+                    u" from dzhzhuti"_s),
+          insertTheme);
+    write(Recordset(main, u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s),
+          insertCode);
+    transaction.commit();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,28 @@
+// 导出数据: writes the themes and codes of the main store into a keyed library, and copies the
+// article store and the heat store beside it. Source stores are only read. Raises StoreError or
+// OperationError; what was written before the failure stays in the folder.
+#pragma once
+
+#include "exchange/exchange_run.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class BackupExport {
+public:
+    BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run);
+
+    // Asks for the folder, writes the three files and tells where they are.
+    void exportData();
+
+private:
+    bool writeFiles(const QString& folder);
+    void writeLibrary(const QString& path);
+
+    const Stores& stores_;
+    Dialogs& dialogs_;
+    ExchangeRun& run_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,150 @@
+#include "exchange/form3.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScopeGuard>
+#include <utility>
+
+#include "platform/fixed_folders.h"
+#include "ui_form3.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form3::Form3(Environment& environment, Windows&)
+    : environment_(environment),
+      ui_(std::make_unique<Ui::Form3>()),
+      run_(environment.pump, [this](const ExchangeProgress& it) { showRun(it); }),
+      themeImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
+                   run_),
+      textImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
+                  run_) {
+    ui_->setupUi(this);
+    prepareControls();
+    connectControls();
+}
+
+Form3::~Form3() = default;
+
+void Form3::prepareControls() {
+    const QString folder = fixedPath(FixedPlace::exportFolder);
+    ui_->Text1->setText(folder + u"zhutibackup.ztb"_s);
+    ui_->Text4->setText(folder + u"主题投资.txt"_s);
+    for (QComboBox* box : {ui_->Combo1, ui_->Combo2}) {
+        box->addItems(separatorEntries());
+        // A typed separator must stay as typed.
+        box->setCompleter(nullptr);
+    }
+    ui_->MSHFlexGrid1->setGrid(preview_);
+    ui_->MSHFlexGrid1->setHint(u"点“预   览”，这里列出第一行的结果"_s);
+    ui_->progress->hide();
+    ui_->Label11->setEnabled(!environment_.services.vendor.host.isEmpty());
+}
+
+void Form3::connectControls() {
+    connect(ui_->Option2, &QRadioButton::toggled, this, &Form3::Option_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form3::Command2_Click);
+    connect(ui_->Command3, &QPushButton::clicked, this, &Form3::Command3_Click);
+    connect(ui_->Command4, &QPushButton::clicked, this, &Form3::Command4_Click);
+    connect(ui_->Command5, &QPushButton::clicked, this, &Form3::Command5_Click);
+    connect(ui_->Command6, &QPushButton::clicked, this, &Form3::Command6_Click);
+    connect(ui_->Command7, &QPushButton::clicked, this, &Form3::Command7_Click);
+    connect(ui_->Command8, &QPushButton::clicked, this, &Form3::Command8_Click);
+    connect(ui_->Label11, &QLabel::linkActivated, this, &Form3::Label11_Click);
+}
+
+void Form3::Option_Click() {
+    ui_->Label8->setText(ui_->Option2->isChecked() ? u"第二部分都是主题名"_s
+                                                   : u"第二部分都是代码"_s);
+}
+
+void Form3::Command2_Click() {
+    runImport(*ui_->Command2, [this] { themeImport_.importLibrary(ui_->Text1->text()); });
+}
+
+void Form3::Command3_Click() {
+    textImport_.preview(textSource(), preview_);
+}
+
+void Form3::Command4_Click() {
+    runImport(*ui_->Command4, [this] { textImport_.importText(textSource()); });
+}
+
+void Form3::Command5_Click() {
+    themeImport_.deleteAll();
+}
+
+void Form3::Command6_Click() {
+    pickFile(*ui_->Text4, u"请选择主题txt文件"_s, u"主题投资.txt"_s);
+}
+
+void Form3::Command7_Click() {
+    environment_.shell.open(environment_.globals.yingyongmulu + u"主题txt文件示例.txt"_s);
+}
+
+void Form3::Command8_Click() {
+    pickFile(*ui_->Text1, u"请选择主题库文件"_s, u"zhutibackup.ztb"_s);
+}
+
+void Form3::Label11_Click() {
+    environment_.shell.open(environment_.services.vendor.host + u"/chaoxin/zhutiluntan.htm"_s);
+}
+
+TextSource Form3::textSource() const {
+    return {ui_->Text4->text(), ui_->Option2->isChecked(), ui_->Combo1->currentText(),
+            ui_->Combo2->currentText()};
+}
+
+// The window may close while a box is open.
+void Form3::pickFile(QLineEdit& field, const QString& title, const QString& file) {
+    const QPointer target(&field);
+    Dialogs& dialogs = environment_.dialogs;
+    const QString path = dialogs.dakaiwenjian(title, fixedPath(FixedPlace::exportFolder), file);
+    if (path.isEmpty()) {
+        dialogs.tell(u"没有选择文件。"_s);
+    } else if (target) {
+        target->setText(path);
+    }
+}
+
+// The closing message belongs to the job, and the window may close while it is open.
+void Form3::runImport(QPushButton& button, const std::function<void()>& job) {
+    QPushButton* const outerButton = std::exchange(runButton_, &button);
+    const QPointer alive(this);
+    const auto end = qScopeGuard([&] {
+        if (!alive) {
+            return;
+        }
+        runButton_ = outerButton;
+        ui_->Label1->clear();
+        if (closeAfterRun_ && !run_.running()) {
+            close();
+        }
+    });
+    job();
+}
+
+void Form3::showRun(const ExchangeProgress& progress) {
+    runButton_->setEnabled(!progress.running);
+    ui_->progress->setVisible(progress.running);
+    if (progress.running) {
+        ui_->progress->setMaximum(progress.total);
+        ui_->progress->setValue(progress.done);
+        ui_->Label1->setText(progress.jc);
+    }
+}
+
+// A window with a run under way goes from the screen at once and closes when the run has ended.
+void Form3::closeEvent(QCloseEvent* event) {
+    if (!run_.running()) {
+        event->accept();
+        return;
+    }
+    closeAfterRun_ = true;
+    run_.cancel();
+    hide();
+    event->ignore();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,66 @@
+// Form3, the window "导入主题": themes from a library that this program exported and from a text
+// file, and the emptying of the theme table. Tables dzhzhuti, dmb and tempcanshu of the main store;
+// the rules are in ThemeImport and TextImport.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "exchange/exchange_run.h"
+#include "exchange/text_import.h"
+#include "exchange/theme_import.h"
+#include "grid/result_grid.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace Ui {
+class Form3;
+}
+
+namespace guanchao {
+
+class Form3 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form3(Environment& environment, Windows& windows);
+    ~Form3() override;
+
+public slots:
+    void reject() override { close(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void prepareControls();
+    void connectControls();
+    void Option_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Command5_Click();
+    void Command6_Click();
+    void Command7_Click();
+    void Command8_Click();
+    void Label11_Click();
+
+    TextSource textSource() const;
+    void pickFile(QLineEdit& field, const QString& title, const QString& file);
+    void runImport(QPushButton& button, const std::function<void()>& job);
+    void showRun(const ExchangeProgress& progress);
+
+    Environment& environment_;
+    std::unique_ptr<Ui::Form3> ui_;
+    ResultGrid preview_;
+    ExchangeRun run_;
+    ThemeImport themeImport_;
+    TextImport textImport_;
+    QPushButton* runButton_ = nullptr;  // of the run under way
+    bool closeAfterRun_ = false;
+};
+
+}  // namespace guanchao
