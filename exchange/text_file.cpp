@@ -21,7 +21,11 @@ bool isAscii(const QByteArray& bytes) {
 QString textOf(const QByteArray& bytes) {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = utf8(bytes);
-    return !utf8.hasError() && !isAscii(bytes) ? text : textFromGbk(bytes);
+    if (!utf8.hasError() && !isAscii(bytes)) {
+        return text;
+    }
+    // Half a character at the very end only shows when something comes behind it.
+    return textFromGbk(bytes + '\n').chopped(1);
 }
 
 }  // namespace

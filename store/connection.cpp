@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <QThread>
 #include <cstdio>
 
 #include "store/dialect.h"
@@ -19,6 +20,16 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 std::chrono::milliseconds busyTimeout = std::chrono::seconds(5);
+
+// A process that writes without a pause leaves a store free for moments only. The library's own
+// waiting looks for them ten times a second and can miss them all.
+int waitForStore(void*, int tries) {
+    if (tries >= busyTimeout.count()) {
+        return 0;
+    }
+    QThread::msleep(1);
+    return 1;
+}
 
 // The raw form of a key: the library takes it as it stands, where a passphrase would be stretched
 // for 27 ms at every opening.
@@ -91,7 +102,7 @@ void Connection::Close::operator()(sqlite3* handle) const {
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
-    sqlite3_busy_timeout(handle(), static_cast<int>(busyTimeout.count()));
+    sqlite3_busy_handler(handle(), waitForStore, nullptr);
     giveKey(*this, key);
     registerDialect(handle());
     // A wrong key shows at the first read only: read here, so that the opening is what fails.
