@@ -284,6 +284,43 @@ TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
     }
 }
 
+TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
+    load();
+    const StoreFile file{store_.folder() + u"file.ztb"_s, stores_.heat.key};
+    ASSERT_TRUE(QFile::copy(stores_.heat.path, file.path));
+    file.open().execute(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-23','白酒')"_s);
+    dialogs_.picked = file.path;
+    pump_.onRun = [&] {
+        EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+        for (const QString& entry : {u"导出数据"_s, u"导入文章"_s, u"导入新闻和商品"_s}) {
+            EXPECT_FALSE(find<QAction>(entry)->isEnabled());
+        }
+        trigger(u"tuopanexit"_s);
+        EXPECT_TRUE(processes_.ended.isEmpty()) << "the run still holds the lock of the heat store";
+    };
+    trigger(u"导入新闻和商品"_s);
+    EXPECT_EQ(processes_.ended, QStringList{u"guanchaotai.exe"_s});
+    EXPECT_EQ(dialogs_.shown.size(), 1) << "the file dialog only";
+    EXPECT_EQ(TestStores::rows(stores_.heat,
+                               u"select mainisrun,(select count(*) from xinwenshul)"
+                               u" from canshu"_s),
+              QStringList{u"0|0"_s});
+    EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
+    EXPECT_TRUE(find<QAction>(u"导入文章"_s)->isEnabled());
+    dialogs_.picked.clear();
+    trigger(u"导入文章"_s);
+    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"请选择文章库文件|"_s));
+    trigger(u"导出数据"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|已取消导出数据!"_s);
+    trigger(u"导入主题"_s);
+    QStringList titles;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        titles << window->windowTitle();
+    }
+    EXPECT_TRUE(titles.contains(u"导入主题"_s));
+    windows_.closeAll();
+}
+
 TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
     load();
     emit find<QTimer>(u"Timer1"_s)->timeout({});

@@ -1,0 +1,156 @@
+#include "exchange/form3.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include "grid/grid_view.h"
+#include "platform/fixed_folders.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_environment.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class Form3Test : public ::testing::Test, protected TestEnvironment {
+protected:
+    Form3Test() {
+        services_.vendor.host = u"http://vendor"_s;
+        globals_.yingyongmulu = store_.folder();
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
+        QFile file(text_);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("600000\tX\tY\r\n");
+        windows_.openAnew<Form3>();
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* form = qobject_cast<Form3*>(widget)) {
+                form_ = form;
+            }
+        }
+    }
+    ~Form3Test() override { closeAndDelete(); }
+
+    void closeAndDelete() {
+        windows_.closeAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    template <typename Widget>
+    Widget* find(const QString& name) {
+        auto* widget = form_->findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+    void press(const QString& button) { find<QPushButton>(button)->click(); }
+    QString text(const QString& field) { return find<QLineEdit>(field)->text(); }
+
+    const QString text_ = store_.folder() + u"主题投资.txt"_s;
+    QPointer<Form3> form_;
+};
+
+TEST_F(Form3Test, ItOpensWithItsDefaults) {
+    const QString folder = fixedPath(FixedPlace::exportFolder);
+    EXPECT_EQ(form_->windowTitle(), u"导入主题"_s);
+    EXPECT_EQ(text(u"Text1"_s), folder + u"zhutibackup.ztb"_s);
+    EXPECT_EQ(text(u"Text4"_s), folder + u"主题投资.txt"_s);
+    for (const QString& name : {u"Combo1"_s, u"Combo2"_s}) {
+        EXPECT_EQ(find<QComboBox>(name)->currentText(), u"TAB键"_s);
+        EXPECT_EQ(find<QComboBox>(name)->count(), 7);
+        EXPECT_EQ(find<QComboBox>(name)->toolTip(), u"可以输入其他符号"_s);
+    }
+    EXPECT_EQ(find<QLabel>(u"Label8"_s)->text(), u"第二部分都是主题名"_s);
+    find<QRadioButton>(u"Option1"_s)->click();
+    EXPECT_EQ(find<QLabel>(u"Label8"_s)->text(), u"第二部分都是代码"_s);
+    find<QRadioButton>(u"Option2"_s)->click();
+    EXPECT_EQ(find<QLabel>(u"Label8"_s)->text(), u"第二部分都是主题名"_s);
+}
+
+TEST_F(Form3Test, TheDialogsFillTheirFields) {
+    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString old = text(u"Text1"_s);
+    press(u"Command8"_s);
+    EXPECT_EQ(text(u"Text1"_s), old);
+    dialogs_.picked = u"/a/b.ztb"_s;
+    press(u"Command8"_s);
+    press(u"Command6"_s);
+    EXPECT_EQ(text(u"Text1"_s), u"/a/b.ztb"_s);
+    EXPECT_EQ(text(u"Text4"_s), u"/a/b.ztb"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList({u"请选择主题库文件|"_s + folder + u"|zhutibackup.ztb"_s,
+                                           u"观潮台|没有选择文件。"_s,
+                                           u"请选择主题库文件|"_s + folder + u"|zhutibackup.ztb"_s,
+                                           u"请选择主题txt文件|"_s + folder + u"|主题投资.txt"_s}));
+    press(u"Command7"_s);
+    emit find<QLabel>(u"Label11"_s)->linkActivated(u"forum"_s);
+    EXPECT_EQ(shell_.opened, QStringList({store_.folder() + u"主题txt文件示例.txt"_s,
+                                          u"http://vendor/chaoxin/zhutiluntan.htm"_s}));
+}
+
+TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
+    find<QLineEdit>(u"Text4"_s)->setText(text_);
+    press(u"Command3"_s);
+    const auto* grid = static_cast<ResultGrid*>(find<GridView>(u"MSHFlexGrid1"_s)->model());
+    EXPECT_EQ(grid->rows(), 3);
+    EXPECT_EQ(grid->textMatrix(2, 2), u"Y"_s);
+    find<QComboBox>(u"Combo1"_s)->setEditText(u"|"_s);
+    press(u"Command3"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|第一行没有找到间隔!间隔：|"_s);
+    find<QComboBox>(u"Combo1"_s)->setEditText(u"TAB键"_s);
+    auto* button = find<QPushButton>(u"Command4"_s);
+    pump_.onRun = [&] {
+        EXPECT_FALSE(button->isEnabled());
+        EXPECT_TRUE(find<QPushButton>(u"Command2"_s)->isEnabled());
+        EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+        EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), u"浦发银行"_s);
+    };
+    press(u"Command4"_s);
+    EXPECT_EQ(pump_.runs, 1);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|导入文本主题库完成，共导入新的数据：2条"_s);
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
+    EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), QString());
+    press(u"Command5"_s);
+    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
+    press(u"Command2"_s);
+    EXPECT_EQ(dialogs_.shown.last(),
+              u"观潮台|文件不存在!"_s + fixedPath(FixedPlace::exportFolder) + u"zhutibackup.ztb"_s);
+}
+
+// Closed from outside, by Esc, and by the opening of another: the run ends, and only then the
+// window.
+TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
+    find<QLineEdit>(u"Text4"_s)->setText(text_);
+    pump_.onRun = [this] {
+        QTest::keyClick(form_.data(), Qt::Key_Escape);
+        windows_.closeAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ASSERT_FALSE(form_.isNull());
+        EXPECT_FALSE(form_->isVisible());
+    };
+    press(u"Command4"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(form_.isNull());
+    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
+}
+
+TEST_F(Form3Test, EveryControlHasAnAccessibleName) {
+    for (const QWidget* widget : form_->findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        for (const QString& kind :
+             {u"Text"_s, u"Command"_s, u"MSHFlexGrid"_s, u"Combo"_s, u"Option"_s}) {
+            EXPECT_FALSE(name.startsWith(kind) && widget->accessibleName().isEmpty())
+                << name.toStdString();
+        }
+    }
+}
+
+}  // namespace guanchao
