@@ -82,7 +82,7 @@ void showPreview(const TextPreview& preview, ResultGrid& grid) {
     }
     grid.setColWidth(0, 600);
     grid.setColWidth(1, 1500);
-    grid.setColWidth(2, 5200);
+    grid.setColWidth(2, 7000);
     int row = 1;
     for (const PreviewRow& it : preview.rows) {
         grid.setTextMatrix(row, 0, QString::number(row));
