@@ -1,0 +1,201 @@
+// The export and the two imports of the whole market's themes. The imports begin with an empty
+// theme table, which both sides empty within their time.
+#include <QDir>
+#include <QHash>
+#include <QTemporaryDir>
+
+#include "bench/compare.h"
+#include "bench/market.h"
+#include "exchange/backup_export.h"
+#include "exchange/store_copy.h"
+#include "exchange/text_import.h"
+#include "exchange/theme_import.h"
+#include "platform/gbk.h"
+#include "store/prepared_stores.h"
+#include "store/recordset.h"
+#include "store/sqlite.h"
+#include "store/values.h"
+#include "tests/support/fakes.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The library called in a loop; a connection is made only to open the file by its key.
+void bareLoop(Connection& connection, const QStringList& statements) {
+    for (const QString& statement : statements) {
+        sqlite3_stmt* prepared = nullptr;
+        sqlite3_prepare_v2(connection.handle(), statement.toUtf8().constData(), -1, &prepared,
+                           nullptr);
+        const int columns = sqlite3_column_count(prepared);
+        while (sqlite3_step(prepared) == SQLITE_ROW) {
+            for (int column = 0; column < columns; ++column) {
+                benchmark::DoNotOptimize(sqlite3_column_text(prepared, column));
+            }
+        }
+        sqlite3_finalize(prepared);
+    }
+}
+
+const QString themesQuery =
+    u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu from dzhzhuti"_s;
+const QString codesQuery = u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s;
+const QString importTime = u"2026-11-24 10:00:00"_s;
+
+QString quoted(const Recordset& row, int first, int last) {
+    QStringList texts;
+    for (int field = first; field <= last; ++field) {
+        texts << u"'"_s + row.value(field).toText() + u"'"_s;
+    }
+    return texts.join(u',');
+}
+
+// An application folder with all stores, the market's main store among them.
+struct Exchange {
+    Exchange() {
+        QFile::copy(wholeMarket().main.path, stores.main.path);
+        createStore(stores.heat.path, stores.heat.key, schemaText(Schema::heat));
+        createStore(stores.article.path, stores.article.key, schemaText(Schema::article));
+        createStore(stores.backupTemplate.path, stores.backupTemplate.key,
+                    schemaText(Schema::backup));
+        dialogs.typed = folder.path() + u'/';
+        backup.exportData();
+        library = {dialogs.typed + u"zhutibackup.ztb"_s, stores.backupKey};
+    }
+
+    QStringList exportInserts() const {
+        QStringList statements;
+        Connection main = stores.main.open();
+        for (Recordset row(main, themesQuery); !row.atEnd(); row.moveNext()) {
+            statements << u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu)"
+                          u" values("_s +
+                              quoted(row, 0, 3) + u","_s + row.value(4).toText() + u","_s +
+                              row.value(5).toText() + u")"_s;
+        }
+        for (Recordset row(main, codesQuery); !row.atEnd(); row.moveNext()) {
+            statements << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s +
+                              quoted(row, 0, 4) + u")"_s;
+        }
+        return statements;
+    }
+
+    QStringList libraryImport() const {
+        QStringList statements;
+        Connection file = library.open();
+        for (Recordset row(file, themesQuery); !row.atEnd(); row.moveNext()) {
+            statements << u"select zhutiname,dm from dzhzhuti where zhutiname='%1' and dm='%2'"_s
+                              .arg(row.value(0).toText(), row.value(1).toText())
+                       << u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu)"
+                          u" values("_s +
+                              quoted(row, 0, 2) + u",'"_s + importTime + u"',"_s +
+                              row.value(4).toText() + u","_s + row.value(5).toText() + u")"_s;
+        }
+        for (Recordset row(file, codesQuery); !row.atEnd(); row.moveNext()) {
+            statements << u"select dm from dmb where  dm='"_s + row.value(0).toText() + u"'"_s;
+        }
+        return statements;
+    }
+
+    // Writes the market's themes as a code-first text file, and gives the statements of its import.
+    QStringList textImport(const QString& path) const {
+        QStringList statements;
+        QHash<QString, QStringList> names;
+        Connection main = stores.main.open();
+        for (Recordset row(main, themesQuery); !row.atEnd(); row.moveNext()) {
+            names[row.value(1).toText()] << row.value(0).toText();
+        }
+        QString text;
+        for (auto it = names.constBegin(); it != names.constEnd(); ++it) {
+            text += it.key() + u'\t' + it.value().join(u'\t') + u"\r\n"_s;
+            statements << u"select jc from dmb where dm='"_s + it.key() + u"'"_s;
+            for (const QString& name : it.value()) {
+                statements
+                    << u"select zhutiname,dm from dzhzhuti where dm='%1' and zhutiname='%2'"_s.arg(
+                           it.key(), name)
+                    << u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('%1','%2',"
+                       u"'某股三字','%3')"_s.arg(name, it.key(), importTime);
+            }
+        }
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(gbkFromText(text));
+        return statements;
+    }
+
+    void bareImport(const QStringList& statements) const {
+        Connection main = stores.main.open();
+        bareLoop(main, {u"delete from dzhzhuti"_s, u"begin immediate"_s});
+        bareLoop(main, statements);
+        bareLoop(main, {u"commit"_s});
+    }
+
+    void emptyThemes() const { stores.main.open().execute(u"delete from dzhzhuti"_s); }
+
+    QTemporaryDir folder;
+    Stores stores = storesIn(applicationFolder(folder.path()));
+    StoreFile library;
+    Globals globals;
+    FakeClock clock;
+    FakeDialogs dialogs;
+    FakePump pump;
+    ExchangeRun run{pump, [](const ExchangeProgress&) {}};
+    BackupExport backup{stores, dialogs, run};
+    ThemeImport theme{stores, globals, clock, dialogs, run};
+    TextImport textFile{stores, globals, clock, dialogs, run};
+};
+
+void exportOfAllThemes(benchmark::State& state) {
+    Exchange it;
+    const QStringList inserts = it.exportInserts();
+    compare(
+        state,
+        [&] {
+            copyOver(it.stores.backupTemplate.path, it.library.path);
+            Connection main = it.stores.main.open();
+            Connection library = it.library.open();
+            bareLoop(main, {themesQuery, codesQuery});
+            bareLoop(library, {u"begin immediate"_s});
+            bareLoop(library, inserts);
+            bareLoop(library, {u"commit"_s});
+            copyStore(it.stores.article, it.dialogs.typed + u"/wenzhang.ztb"_s);
+            copyStore(it.stores.heat, it.dialogs.typed + u"/caijiqi.ztb"_s);
+        },
+        [&] { it.backup.exportData(); });
+}
+BENCHMARK(exportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void libraryImportOfAllThemes(benchmark::State& state) {
+    Exchange it;
+    const QStringList statements = it.libraryImport();
+    compare(
+        state,
+        [&] {
+            Connection library = it.library.open();
+            bareLoop(library, {themesQuery, codesQuery});
+            it.bareImport(statements);
+        },
+        [&] {
+            it.emptyThemes();
+            it.theme.importLibrary(it.library.path);
+        });
+}
+BENCHMARK(libraryImportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void textImportOfAllThemes(benchmark::State& state) {
+    Exchange it;
+    const TextSource source{it.folder.path() + u"/themes.txt"_s, true, u"TAB键"_s, u"TAB键"_s};
+    const QStringList statements = it.textImport(source.path);
+    compare(
+        state, [&] { it.bareImport(statements); },
+        [&] {
+            it.emptyThemes();
+            it.textFile.importText(source);
+        });
+}
+BENCHMARK(textImportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+}  // namespace
+
+}  // namespace guanchao
