@@ -187,10 +187,10 @@ void TextImport::importText(const TextSource& source) {
     if (!isUsable(source)) {
         return;
     }
+    const Activity activity(u"导入文本主题库"_s);
     QString brokenLines;
     int count = 0;
     const bool complete = run_.run([&] {
-        const Activity activity(u"导入文本主题库"_s);
         const QStringList lines = readLines(source.path);
         brokenLines = brokenLinesText(lines);
         count = importLines(source, lines);

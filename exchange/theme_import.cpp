@@ -41,11 +41,9 @@ void ThemeImport::importLibrary(const QString& path) {
         dialogs_.tell(u"文件不存在!"_s + path);
         return;
     }
+    const Activity activity(u"导入主题"_s);
     int count = 0;
-    const bool complete = run_.run([&] {
-        const Activity activity(u"导入主题"_s);
-        count = mergeLibrary(path);
-    });
+    const bool complete = run_.run([&] { count = mergeLibrary(path); });
     if (complete) {
         dialogs_.tell(u"导入主题完成，共导入新的数据："_s + QString::number(count) + u"条"_s);
     }

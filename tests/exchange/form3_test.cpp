@@ -110,6 +110,9 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
         EXPECT_TRUE(find<QPushButton>(u"Command2"_s)->isEnabled());
         EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
         EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), u"浦发银行"_s);
+        find<QLineEdit>(u"Text1"_s)->setText(text_);
+        press(u"Command2"_s);
+        EXPECT_FALSE(button->isEnabled()) << "the refusal of a second run leaves the first alone";
     };
     press(u"Command4"_s);
     EXPECT_EQ(pump_.runs, 1);

@@ -1,5 +1,7 @@
 #include "exchange/text_import.h"
 
+#include <QScopeGuard>
+#include <chrono>
 #include <random>
 
 #include "platform/gbk.h"
@@ -171,6 +173,15 @@ TEST_F(TextImportTest, AStoreThatIsLockedOrClosedTakesNothing) {
     EXPECT_EQ(told(), QStringList());
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
     EXPECT_EQ(stamp(), QStringList{u"2026-11-01 08:00:00"_s});
+    {
+        Connection other = store_.stores.main.open();
+        const Transaction transaction(other);
+        Connection::setBusyTimeout(std::chrono::milliseconds(1));
+        const auto restore =
+            qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+        EXPECT_THROW(import_.importText(source_), StoreError);
+        EXPECT_EQ(globals_.hqmang, 0);
+    }
     QFile::remove(store_.stores.main.path);
     EXPECT_THROW(import_.importText(source_), StoreError);
     EXPECT_FALSE(run_.running());
