@@ -14,6 +14,7 @@
 
 #include "grid/grid_view.h"
 #include "platform/fixed_folders.h"
+#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 
@@ -111,7 +112,7 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
         EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
         EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), u"浦发银行"_s);
         find<QLineEdit>(u"Text1"_s)->setText(text_);
-        press(u"Command2"_s);
+        EXPECT_THROW(press(u"Command2"_s), OperationError);
         EXPECT_FALSE(button->isEnabled()) << "the refusal of a second run leaves the first alone";
     };
     press(u"Command4"_s);
@@ -122,9 +123,9 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), QString());
     press(u"Command5"_s);
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
+    find<QLineEdit>(u"Text1"_s)->setText(u"/fehlt"_s);
     press(u"Command2"_s);
-    EXPECT_EQ(dialogs_.shown.last(),
-              u"观潮台|文件不存在!"_s + fixedPath(FixedPlace::exportFolder) + u"zhutibackup.ztb"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|文件不存在!/fehlt"_s);
 }
 
 // Closed from outside, by Esc, and by the opening of another: the run ends, and only then the
