@@ -46,6 +46,7 @@ private:
     void connectControls();
     void connectMenus();
     void connectThemeCommands();
+    void connectArticles();
     void connectGrids();
     void arrangeGrids();
     void redraw(Redraw part);
