@@ -18,7 +18,7 @@ constexpr int titleColumn = 6;
 
 void setWidths(ResultGrid& grid) {
     int col = 0;
-    for (const int width : {600, 800, 1300, 1400, 1200, 2200, 6000}) {
+    for (const int width : {600, 800, 1300, 1400, 1200, 2200, 4200}) {
         grid.setColWidth(col++, width);
     }
 }
