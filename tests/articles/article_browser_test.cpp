@@ -42,7 +42,7 @@ protected:
     }
 
     QStringList stored() {
-        return store_.rows(store_.stores.article, u"select id from wenzhang"_s);
+        return store_.rows(store_.stores.article, u"select id from wenzhang order by id"_s);
     }
 
     TestStores store_;

@@ -30,7 +30,7 @@ using namespace Qt::Literals::StringLiterals;
 class ArticleWindowsTest : public ::testing::Test, protected TestEnvironment {
 protected:
     ArticleWindowsTest() {
-        store_.addArticle(u"'2016-03-31','张三','主题','白酒','一','茅台 提价 茅台'"_s);
+        store_.addArticle(u"'2016-03-31','张三','主题','白酒','一','ABC x abc'"_s);
         store_.addArticle(u"'2016-05-31','李四','个股','SH600519贵州茅台','二','二'"_s);
         store_.addArticle(u"'2016-04-02','张三','主题','机器人','三','三'"_s);
     }
@@ -136,7 +136,6 @@ TEST_F(ArticleWindowsTest, TheBrowserQueriesByItsBoxes) {
     EXPECT_EQ(gridOf(form).rows(), 3);
     pick(form, u"Combo5"_s, 3);
     EXPECT_EQ(text(form, u"Combo6"_s), u"30"_s) << "the day follows the month";
-    pick(form, u"Combo2"_s, 3);
     QTest::keyClick(form->findChild<EntryBox*>(u"Combo9"_s), Qt::Key_Return);
     EXPECT_EQ(gridOf(form).textMatrix(1, 6), u"三"_s) << "Enter queries";
     form->findChild<QAction*>(u"kkshuaxin"_s)->trigger();
@@ -205,7 +204,7 @@ TEST_F(ArticleWindowsTest, TheEditorMovesSavesAndFlashes) {
     EXPECT_EQ(text(form, u"Combo7"_s), u"3  三"_s) << "the first of the same author";
     EXPECT_EQ(text(form, u"Combo9"_s), QString());
     pick(form, u"Combo7"_s, 0);
-    EXPECT_EQ(body(form), u"茅台 提价 茅台"_s) << "the move waits for its timer";
+    EXPECT_EQ(body(form), u"ABC x abc"_s) << "the move waits for its timer";
     tick(form, u"Timer3"_s);
     EXPECT_EQ(body(form), u"三"_s);
     EXPECT_EQ(text(form, u"Combo7"_s), u"3  三"_s) << "a move does not refill the lists";
@@ -268,7 +267,7 @@ TEST_F(ArticleWindowsTest, AWordIsFoundRoundTheEndOfTheText) {
     QTest::keyClick(form, Qt::Key_F, Qt::ControlModifier);
     auto* word = form->findChild<QLineEdit*>(u"findWord"_s);
     ASSERT_TRUE(word->isVisible());
-    QTest::keyClicks(word, u"茅台"_s);
+    QTest::keyClicks(word, u"abc"_s);
     QList<int> places{writing->textCursor().selectionStart()};
     for (const auto modifier : {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier}) {
         QTest::keyClick(word, Qt::Key_Return, modifier);
