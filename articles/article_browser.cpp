@@ -55,6 +55,7 @@ void ArticleBrowser::list(const ArticleQuery& query) {
     grid_.setRedraw(false);
     grid_.clear();
     grid_.setRows(1);
+    grid_.setCols(1);
     if (articles.count() > 0) {
         tianchongbiao(articles, grid_, 1);
         setWidths(grid_);
