@@ -10,6 +10,7 @@
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "articles/form27.h"
 #include "exchange/form3.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
@@ -85,6 +86,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectControls();
     connectMenus();
     connectThemeCommands();
+    connectArticles();
     connectExchange();
     connectGrids();
 }
@@ -193,6 +195,20 @@ void Form2::connectThemeCommands() {
     connect(ui_->添加主题, &QAction::triggered, this, [this] { windows_.openAnew<Form6>(); });
     connect(ui_->所属全部主题, &QAction::triggered, this, [this] { windows_.openAnew<Form22>(); });
     connect(ui_->自选股, &QAction::triggered, this, [this] { windows_.openAnew<Form30>(); });
+}
+
+void Form2::connectArticles() {
+    const auto browse = [this](const QString& kind, const QString& value) {
+        environment_.globals.wenzhangdalei = kind;
+        environment_.globals.wenzhangxiaolei = value;
+        windows_.openAnew<Form27>();
+    };
+    const Globals& globals = environment_.globals;
+    connect(ui_->文章管理器, &QAction::triggered, this, [this] { windows_.openAnew<Form27>(); });
+    connect(ui_->编辑主题文章, &QAction::triggered, this,
+            [browse, &globals] { browse(u"主题"_s, globals.dangqianzhuti); });
+    connect(ui_->操作个股文章, &QAction::triggered, this,
+            [browse, &globals] { browse(u"个股"_s, globals.dangqiandm + globals.dangqianjc); });
 }
 
 void Form2::redraw(Redraw part) {
@@ -411,6 +427,12 @@ void Form2::Timer4_Timer() {
 
 void Form2::closeEvent(QCloseEvent* event) {
     if (answerClose(tuichubiaozhi_, environment_.dialogs) == CloseAnswer::shutDown) {
+        // A window whose user wants to keep unsaved work keeps the program running.
+        if (!windows_.closeAll()) {
+            tuichubiaozhi_ = 0;
+            event->ignore();
+            return;
+        }
         endProgram();
         event->accept();
     } else {

@@ -49,6 +49,7 @@ private:
     void connectControls();
     void connectMenus();
     void connectThemeCommands();
+    void connectArticles();
     void connectGrids();
     void connectExchange();
     void runExchange(const std::function<void()>& command);

@@ -16,6 +16,7 @@ struct Globals {
 
     QString wenzhangdalei;    // 文章大类: the article context, "主题" or "个股" or empty
     QString wenzhangxiaolei;  // 文章小类: theme name, or code followed by short name
+    qint32 dangqianwenzhang = 0;  // 当前文章: the article row last pressed on; its editor zeroes it
 
     qint16 bianjimoshi = 0;  // 编辑模式: what a monitor editor opens for, 1 modify, else add
 

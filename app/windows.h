@@ -1,8 +1,9 @@
-// The one way in which a window is opened: an open one of that name is closed first, the new one is
-// shown and not modal. Closed windows delete themselves.
+// How windows are opened: not modal, and in place of an open one of that name unless several may
+// stand side by side. Closed windows delete themselves; one that asks its user whether to close may
+// stay open.
 #pragma once
 
-#include <QHash>
+#include <QMultiHash>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -22,17 +23,24 @@ public:
         adopt(name, new Form(environment_, *this));
     }
 
-    // Nothing happens if no window of the class name is open.
-    void close(const QString& name);
+    // Leaves the open ones of the name as they are.
+    template <typename Form>
+    void openAnother() {
+        adopt(QString::fromLatin1(Form::staticMetaObject.className()),
+              new Form(environment_, *this));
+    }
 
-    // Every window that was opened here; the main window is not among them.
-    void closeAll();
+    // All windows of the class name; true if none is left open.
+    bool close(const QString& name);
+
+    // Every window that was opened here; the main window is not among them. True if none is left.
+    bool closeAll();
 
 private:
     void adopt(const QString& name, QWidget* window);
 
     Environment& environment_;
-    QHash<QString, QPointer<QWidget>> open_;
+    QMultiHash<QString, QPointer<QWidget>> open_;
 };
 
 }  // namespace guanchao

@@ -11,6 +11,19 @@
 
 namespace guanchao {
 
+// Runs the statement and reads every value of its result as text.
+inline void runBare(sqlite3* handle, const QString& statement) {
+    sqlite3_stmt* prepared = nullptr;
+    sqlite3_prepare_v2(handle, statement.toUtf8().constData(), -1, &prepared, nullptr);
+    const int columns = sqlite3_column_count(prepared);
+    while (sqlite3_step(prepared) == SQLITE_ROW) {
+        for (int column = 0; column < columns; ++column) {
+            benchmark::DoNotOptimize(sqlite3_column_text(prepared, column));
+        }
+    }
+    sqlite3_finalize(prepared);
+}
+
 class BareStore {
 public:
     explicit BareStore(const QString& path) {
@@ -22,18 +35,7 @@ public:
     BareStore(const BareStore&) = delete;
     BareStore& operator=(const BareStore&) = delete;
 
-    // Runs the statement and reads every value of its result as text.
-    void run(const QString& statement) {
-        sqlite3_stmt* prepared = nullptr;
-        sqlite3_prepare_v2(handle_, statement.toUtf8().constData(), -1, &prepared, nullptr);
-        const int columns = sqlite3_column_count(prepared);
-        while (sqlite3_step(prepared) == SQLITE_ROW) {
-            for (int column = 0; column < columns; ++column) {
-                benchmark::DoNotOptimize(sqlite3_column_text(prepared, column));
-            }
-        }
-        sqlite3_finalize(prepared);
-    }
+    void run(const QString& statement) { runBare(handle_, statement); }
 
 private:
     sqlite3* handle_ = nullptr;

@@ -48,12 +48,13 @@ void PickerBox::boxChanged() {
     list_.raise();
 }
 
-// Directly under the box, as wide as a code and a name need.
+// Directly under the box or above it, as wide as a code and a name need.
 void PickerBox::placeList(int height) {
-    const QPoint below = box_.mapTo(list_.parentWidget(), QPoint(0, box_.height()));
+    const int edge = wholeLinesAbove_ ? -height : box_.height();
+    const QPoint place = box_.mapTo(list_.parentWidget(), QPoint(0, edge));
     const int text = list_.fontMetrics().horizontalAdvance(QStringLiteral("SH600000  四个汉字字"));
     const int width = text + list_.verticalScrollBar()->sizeHint().width() + 12;
-    list_.setGeometry(below.x(), below.y(), std::max(width, box_.width()), height);
+    list_.setGeometry(place.x(), place.y(), std::max(width, box_.width()), height);
 }
 
 void PickerBox::listClicked() {
@@ -61,7 +62,8 @@ void PickerBox::listClicked() {
     if (!item) {
         return;
     }
-    box_.setText(codeOfCandidate(item->text()));
+    const QString line = item->text();
+    box_.setText(wholeLinesAbove_ ? trimBlanks(line) : codeOfCandidate(line));
     list_.clear();
     list_.hide();
     emit chosen();

@@ -19,6 +19,10 @@ public:
     PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
               std::function<int(int)> pixels, QObject* parent);
 
+    // For a box that only tells the code and the name: the list opens above it, and a choice puts
+    // its whole line there.
+    void showWholeLinesAbove() { wholeLinesAbove_ = true; }
+
     void hideList();
 
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
@@ -26,7 +30,7 @@ public:
     void setText(const QString& text);
 
 signals:
-    // A candidate was taken; the box holds its code and the list is hidden.
+    // A candidate was taken; the box holds its code, or its line, and the list is hidden.
     void chosen();
 
 protected:
@@ -41,6 +45,7 @@ private:
     QListWidget& list_;
     const StoreFile& mainStore_;
     std::function<int(int)> pixels_;
+    bool wholeLinesAbove_ = false;
 };
 
 }  // namespace guanchao

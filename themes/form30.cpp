@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include "articles/form27.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "monitor/form7.h"
@@ -32,6 +33,7 @@ Form30::Form30(Environment& environment, Windows& windows)
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form30::添加个股监控_Click);
     connect(ui_->添加自选股, &QAction::triggered, this, &Form30::添加自选股_Click);
     connect(ui_->从自选股删除, &QAction::triggered, this, &Form30::从自选股删除_Click);
+    connect(ui_->操作个股文章, &QAction::triggered, this, &Form30::操作个股文章_Click);
     watchlist_.list(grid_);
 }
 
@@ -78,6 +80,13 @@ void Form30::从自选股删除_Click() {
     if (alive) {
         watchlist_.list(grid_);
     }
+}
+
+void Form30::操作个股文章_Click() {
+    Globals& globals = environment_.globals;
+    globals.wenzhangdalei = u"个股"_s;
+    globals.wenzhangxiaolei = globals.dangqiandm + globals.dangqianjc;
+    windows_.openAnew<Form27>();
 }
 
 }  // namespace guanchao

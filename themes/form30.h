@@ -30,6 +30,7 @@ private:
     void 添加个股监控_Click();
     void 添加自选股_Click();
     void 从自选股删除_Click();
+    void 操作个股文章_Click();
 
     Environment& environment_;
     Windows& windows_;

@@ -10,7 +10,15 @@ create table wenzhang (
     leirong text,                        -- 内容
     cishu integer default 0              -- times read
 );
+-- The lists of the browser, without a look at the texts.
 create index wenzhang_dalei on wenzhang (dalei, xiaolei);
+create index wenzhang_id on wenzhang (id, zuozhe);
+create index wenzhang_rq on wenzhang (rq);
+create index wenzhang_day on wenzhang (date(rq));
+-- Related articles, the most read first.
+create index wenzhang_zuozhe_cishu on wenzhang (zuozhe, cishu);
+create index wenzhang_dalei_cishu on wenzhang (dalei, cishu);
+create index wenzhang_xiaolei_cishu on wenzhang (xiaolei, cishu);
 
 create table proxy (
     id integer primary key,

@@ -60,4 +60,10 @@ void TestStores::addMember(const QString& zhutiname, const QString& dm, int guan
          u"'2026-10-01 00:00:00',%3)"_s.arg(zhutiname, dm, QString::number(guanzhudu))});
 }
 
+void TestStores::addArticle(const QString& values) {
+    stores.article.open().execute(
+        u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values("_s + values +
+        u")"_s);
+}
+
 }  // namespace guanchao

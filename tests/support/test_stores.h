@@ -24,6 +24,8 @@ public:
 
     void addCode(const QString& dm, const QString& jc, double sp, double zhangfu);
     void addMember(const QString& zhutiname, const QString& dm, int guanzhudu = 1);
+    // The values in the order of the columns, from rq to leirong, as SQL words.
+    void addArticle(const QString& values);
 
     Stores stores;
 

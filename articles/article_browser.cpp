@@ -1,0 +1,128 @@
+#include "articles/article_browser.h"
+
+#include <QScopeGuard>
+
+#include "grid/tianchongbiao.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int idColumn = 1;
+constexpr int titleColumn = 6;
+
+void setWidths(ResultGrid& grid) {
+    int col = 0;
+    for (const int width : {600, 800, 1300, 1400, 1200, 2200, 4200}) {
+        grid.setColWidth(col++, width);
+    }
+}
+
+QDate dateOf(const Value& value) {
+    return QDate::fromString(value.toText(), Qt::ISODate);
+}
+
+}  // namespace
+
+ArticleBrowser::ArticleBrowser(const Stores& stores, Globals& globals, const Clock& clock,
+                               Dialogs& dialogs, ResultGrid& grid)
+    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), grid_(grid) {}
+
+BrowserLoad ArticleBrowser::load() {
+    const Activity activity(u"读取文章目录"_s);
+    BrowserLoad load;
+    load.contextKind = std::exchange(globals_.wenzhangdalei, QString());
+    load.contextValue = std::exchange(globals_.wenzhangxiaolei, QString());
+    Connection store = stores_.article.open();
+    const Recordset range(store,
+                          u"select date(min(rq)) as minrq,date(max(rq)) as maxrq FROM wenzhang"_s);
+    const bool empty = range.value(u"maxrq").toText().isEmpty();
+    load.first = dateTexts(empty ? clock_.now().date() : dateOf(range.value(u"minrq")));
+    load.last = dateTexts(empty ? clock_.now().date() : dateOf(range.value(u"maxrq")));
+    load.lists = readArticleLists(store);
+    return load;
+}
+
+void ArticleBrowser::list(const ArticleQuery& query) {
+    const Activity activity(u"查询文章"_s);
+    Connection store = stores_.article.open();
+    Recordset articles(store, query.statement());
+    grid_.setRedraw(false);
+    grid_.clear();
+    grid_.setRows(1);
+    grid_.setCols(1);
+    if (articles.count() > 0) {
+        tianchongbiao(articles, grid_, 1);
+        setWidths(grid_);
+    }
+    grid_.setRow(0);
+    grid_.setRedraw(true);
+}
+
+void ArticleBrowser::press(int row) {
+    if (row > 0 && grid_.rows() > 2 && grid_.cols() > 2) {
+        grid_.setToolTipText(trimBlanks(grid_.textMatrix(row, titleColumn)));
+        globals_.dangqianwenzhang = idOf(row);
+    } else {
+        grid_.setToolTipText({});
+    }
+}
+
+bool ArticleBrowser::takeCurrentRow() {
+    globals_.dangqianwenzhang = idOf(grid_.row());
+    return globals_.dangqianwenzhang > 0;
+}
+
+bool ArticleBrowser::takeChosenRow() {
+    if (takeCurrentRow()) {
+        return true;
+    }
+    dialogs_.tell(u"请先选中一篇文章！"_s);
+    return false;
+}
+
+bool ArticleBrowser::removeCurrent() {
+    const Activity activity(u"删除文章"_s);
+    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
+                      u"》吗?"_s)) {
+        return false;
+    }
+    {
+        Connection store = stores_.article.open();
+        remove(store, globals_.dangqianwenzhang);
+    }
+    dialogs_.tell(u" 已删除这篇文章!"_s);
+    return true;
+}
+
+bool ArticleBrowser::removeListed() {
+    const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
+    if (!dialogs_.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
+        return false;
+    }
+    {
+        Connection store = stores_.article.open();
+        for (int row = 1; row < grid_.rows(); ++row) {
+            remove(store, idOf(row));
+        }
+    }
+    dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
+    return true;
+}
+
+qint32 ArticleBrowser::idOf(int row) const {
+    return grid_.cols() > idColumn ? grid_.textMatrix(row, idColumn).toInt() : 0;
+}
+
+void ArticleBrowser::remove(Connection& store, qint32 id) {
+    Transaction transaction(store);
+    store.execute(u"delete from wenzhang  where id="_s + QString::number(id));
+    transaction.commit();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,61 @@
+// The list of the user's articles: what its boxes hold at a load, the query, and the deletions.
+// Table wenzhang of the article store. Failed statements raise StoreError; each deletion of an
+// article is a transaction of its own.
+#pragma once
+
+#include "app/globals.h"
+#include "articles/article_lists.h"
+#include "articles/article_query.h"
+#include "grid/result_grid.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// What a load puts into the boxes of the window.
+struct BrowserLoad {
+    DateTexts first;
+    DateTexts last;
+    ArticleLists lists;
+    QString contextKind;   // 大类 handed over by the caller; empty: all articles are shown
+    QString contextValue;  // 小类
+};
+
+class ArticleBrowser {
+public:
+    ArticleBrowser(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
+                   ResultGrid& grid);
+
+    // Takes the article context over and empties it.
+    BrowserLoad load();
+
+    // Fills the grid, newest first; no row of it is current then.
+    void list(const ArticleQuery& query);
+
+    // A press on a row makes its article the current one, if the grid shows more than one.
+    void press(int row);
+
+    // The id of the grid's current row becomes the current article; true if it is one.
+    bool takeCurrentRow();
+    // The same, with a word to the user if no row is chosen.
+    bool takeChosenRow();
+
+    // 删除本篇: the current article, under the title of the grid's current row. True if it is done.
+    bool removeCurrent();
+
+    // 删除本表: every article that the grid shows. True if it is done.
+    bool removeListed();
+
+private:
+    qint32 idOf(int row) const;
+    void remove(Connection& store, qint32 id);
+
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Dialogs& dialogs_;
+    ResultGrid& grid_;
+};
+
+}  // namespace guanchao

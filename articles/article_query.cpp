@@ -1,0 +1,55 @@
+#include "articles/article_query.h"
+
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString columns =
+    u"select id,date(rq) as 日期,zuozhe as 作者,dalei as 大类,"
+    u"xiaolei as 小类,biaoti as 标题  FROM wenzhang "_s;
+
+QString equals(const QString& column, const QString& box) {
+    const QString text = trimBlanks(box);
+    return text.isEmpty() ? QString() : u" and "_s + column + u"='"_s + text + u"'"_s;
+}
+
+QString contains(const QString& column, const QString& box) {
+    const QString text = zhuanyisql(trimBlanks(box));
+    return text.isEmpty() ? QString() : u" and "_s + column + u" like '%"_s + text + u"%'"_s;
+}
+
+}  // namespace
+
+QString ArticleQuery::statement() const {
+    if (all) {
+        return columns + u" order by date(rq) desc  limit 1000"_s;
+    }
+    return columns + u"where "_s + condition() + u" order by date(rq) desc "_s + limitClause();
+}
+
+QString ArticleQuery::condition() const {
+    QString words = u" date(rq)>='"_s + dateText(packDate(first)) + u"' and date(rq)<='"_s +
+                    dateText(packDate(last)) + u"'"_s;
+    words += equals(u"zuozhe"_s, author);
+    words += equals(u"dalei"_s, category);
+    words += equals(u"xiaolei"_s, subcategory);
+    words += contains(u"biaoti"_s, titleWord);
+    for (const QString& word : contentWords) {
+        words += contains(u"leirong"_s, word);
+    }
+    return words;
+}
+
+QString ArticleQuery::limitClause() const {
+    const QString text = trimBlanks(limit);
+    if (text.isEmpty()) {
+        return {};
+    }
+    return u" limit "_s + numberText(roundToWhole(numericPrefix(text))) + u" "_s;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,30 @@
+// The statement behind the list of articles: the conditions as typed into the browser's boxes, put
+// together word by word. Only the words of title and body are escaped.
+#pragma once
+
+#include <QString>
+#include <array>
+
+#include "articles/date_trio.h"
+
+namespace guanchao {
+
+struct ArticleQuery {
+    bool all = false;  // 全部显示: no condition counts
+    DateTexts first;
+    DateTexts last;
+    QString author;                       // 作者
+    QString category;                     // 大类
+    QString subcategory;                  // 小类
+    QString titleWord;                    // 标题包含词语
+    std::array<QString, 3> contentWords;  // 内容包含词语, all of them
+    QString limit;                        // 取前篇; empty: all rows
+
+    QString statement() const;
+
+private:
+    QString condition() const;
+    QString limitClause() const;
+};
+
+}  // namespace guanchao

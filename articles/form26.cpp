@@ -1,0 +1,199 @@
+#include "articles/form26.h"
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QShortcut>
+
+#include "ui_form26.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A related list shows its first line; without rows the box stays as it was.
+void showLines(EntryBox& box, const QStringList& lines) {
+    box.refill(lines);
+    if (!lines.isEmpty()) {
+        box.setText(lines.first());
+    }
+}
+
+}  // namespace
+
+Form26::Form26(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      stores_(environment.stores),
+      ui_(std::make_unique<Ui::Form26>()),
+      editor_(environment.stores, environment.globals, environment.clock, environment.dialogs) {
+    ui_->setupUi(this);
+    ui_->findBar->setTextEdit(*ui_->RichTextBox1);
+    ui_->Label3->hide();
+    date_ = new DateBoxes(*ui_->Combo1, *ui_->Combo2, *ui_->Combo3, this);
+    connectControls();
+    connectTimers();
+    Form_Load();
+}
+
+Form26::~Form26() = default;
+
+void Form26::connectControls() {
+    connect(ui_->Combo4, &QComboBox::activated, this, &Form26::Combo4_Click);
+    for (EntryBox* box : {ui_->Combo6, ui_->Combo7, ui_->Combo8, ui_->Combo9}) {
+        connect(box, &QComboBox::activated, this, [this, box] { related_Click(*box); });
+        // A typed number; a line of the list is told by the box itself.
+        connect(box->lineEdit(), &QLineEdit::returnPressed, this, [this, box] {
+            if (box->findText(box->currentText()) < 0) {
+                related_Click(*box);
+            }
+        });
+    }
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form26::Command2_Click);
+    connect(ui_->Command3, &QPushButton::clicked, this, &Form26::Command3_Click);
+    connect(ui_->Command4, &QPushButton::clicked, this, &Form26::Command4_Click);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, ui_->findBar,
+            &FindBar::open);
+    connect(new QShortcut(QKeySequence(Qt::Key_F3), this), &QShortcut::activated, ui_->findBar,
+            &FindBar::findNext);
+    connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3), this), &QShortcut::activated,
+            ui_->findBar, &FindBar::findPrevious);
+}
+
+void Form26::connectTimers() {
+    struct TimerSetting {
+        QTimer& timer;
+        const char* name;
+        int milliseconds;
+        void (Form26::*tick)();
+    };
+    for (const TimerSetting& it : {TimerSetting{Timer1_, "Timer1", 3000, &Form26::Timer1_Timer},
+                                   TimerSetting{Timer2_, "Timer2", 10, &Form26::Timer2_Timer},
+                                   TimerSetting{Timer3_, "Timer3", 10, &Form26::Timer3_Timer}}) {
+        it.timer.setParent(this);
+        it.timer.setObjectName(QString::fromLatin1(it.name));
+        it.timer.setInterval(it.milliseconds);
+        connect(&it.timer, &QTimer::timeout, this, it.tick);
+    }
+}
+
+void Form26::Form_Load() {
+    const ArticleLists lists = editor_.lists();
+    ui_->Combo4->refill(lists.categories);
+    ui_->Combo5->refill(lists.subcategories);
+    ui_->Combo10->refill(lists.authors);
+    showArticle(editor_.open());
+    showRelated(editor_.related(fields()));
+}
+
+ArticleFields Form26::fields() const {
+    return {ui_->Label7->text(),         date_->texts(),
+            ui_->Combo10->currentText(), ui_->Combo4->currentText(),
+            ui_->Combo5->currentText(),  ui_->Text7->text(),
+            ui_->RichTextBox1->text()};
+}
+
+void Form26::showArticle(const std::optional<ArticleFields>& article) {
+    if (!article) {
+        Timer2_.start();
+        return;
+    }
+    ui_->Label7->setText(article->id);
+    date_->setTexts(article->date);
+    ui_->Combo10->setText(article->author);
+    ui_->Combo4->setText(article->category);
+    ui_->Combo5->setText(article->subcategory);
+    ui_->Text7->setText(article->title);
+    ui_->Text7->setCursorPosition(0);
+    ui_->RichTextBox1->setPlainText(article->body);
+    kept_ = fields();
+}
+
+void Form26::showRelated(const RelatedArticles& related) {
+    showLines(*ui_->Combo6, related.sameDay);
+    showLines(*ui_->Combo7, related.sameAuthor);
+    showLines(*ui_->Combo8, related.sameCategory);
+    showLines(*ui_->Combo9, related.sameSubcategory);
+}
+
+void Form26::Combo4_Click() {
+    ui_->Combo5->refill(subcategoriesOf(stores_, ui_->Combo4->currentText()));
+}
+
+void Form26::related_Click(const EntryBox& box) {
+    next_ = idOfLine(box.currentText());
+    if (mayLeave()) {
+        Timer3_.start();
+    }
+}
+
+// The window may close while a box of its own is open.
+void Form26::Command2_Click() {
+    const QPointer alive(this);
+    ArticleFields saved = fields();
+    const bool added = editor_.add(saved);
+    if (alive) {
+        showSaved(saved, added ? ArticleEditor::added : QString());
+    }
+}
+
+void Form26::Command3_Click() {
+    const QPointer alive(this);
+    ArticleFields saved = fields();
+    const QString words = editor_.save(saved);
+    if (alive) {
+        showSaved(saved, words);
+    }
+}
+
+// A refused save shows what became of the boxes too.
+void Form26::showSaved(const ArticleFields& saved, const QString& words) {
+    ui_->Label7->setText(saved.id);
+    ui_->Combo10->setText(saved.author);
+    ui_->Combo4->setText(saved.category);
+    ui_->Combo5->setText(saved.subcategory);
+    if (!words.isEmpty()) {
+        kept_ = fields();
+        ui_->Label3->setText(words);
+        ui_->Label3->show();
+        Timer1_.start();
+    }
+}
+
+void Form26::Command4_Click() {
+    const QPointer alive(this);
+    if (editor_.remove(fields()) && alive) {
+        QDialog::reject();
+    }
+}
+
+void Form26::Timer1_Timer() {
+    Timer1_.stop();
+    ui_->Label3->hide();
+}
+
+void Form26::Timer2_Timer() {
+    Timer2_.stop();
+    QDialog::reject();
+}
+
+void Form26::Timer3_Timer() {
+    Timer3_.stop();
+    const QPointer alive(this);
+    const std::optional<ArticleFields> article = editor_.moveTo(next_);
+    if (alive) {
+        showArticle(article);
+    }
+}
+
+void Form26::reject() {
+    if (mayLeave()) {
+        QDialog::reject();
+    }
+}
+
+bool Form26::mayLeave() {
+    return fields() == kept_ || editor_.mayDiscard();
+}
+
+}  // namespace guanchao

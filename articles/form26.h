@@ -1,0 +1,62 @@
+// Form26, "文章编辑和浏览": one article to read, change, add or delete, with the lists of related
+// ones to move to. Table wenzhang of the article store; the rules are in ArticleEditor. It takes
+// the current article, or for a new one the article context, over at its load. Several can be open.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "articles/article_editor.h"
+#include "articles/date_boxes.h"
+
+namespace Ui {
+class Form26;
+}
+
+namespace guanchao {
+
+class Form26 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form26(Environment& environment, Windows& windows);
+    ~Form26() override;
+
+    // Every way to close it: asks first if there are unsaved changes.
+    void reject() override;
+
+private:
+    void connectControls();
+    void connectTimers();
+    ArticleFields fields() const;
+    void showArticle(const std::optional<ArticleFields>& article);
+    void showRelated(const RelatedArticles& related);
+    void showSaved(const ArticleFields& saved, const QString& words);
+    bool mayLeave();
+
+    void Form_Load();
+    void Combo4_Click();
+    void related_Click(const EntryBox& box);
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Timer1_Timer();
+    void Timer2_Timer();
+    void Timer3_Timer();
+
+    const Stores& stores_;
+    std::unique_ptr<Ui::Form26> ui_;
+    ArticleEditor editor_;
+    DateBoxes* date_ = nullptr;
+    ArticleFields kept_;  // the fields as read or last saved
+    qint32 next_ = 0;     // the article to move to
+    QTimer Timer1_;       // hides the flash message
+    QTimer Timer2_;       // closes the window of an article that is deleted
+    QTimer Timer3_;       // moves to the article chosen in a related list
+};
+
+}  // namespace guanchao

@@ -1,0 +1,156 @@
+#include "articles/article_browser.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ArticleBrowserTest : public ::testing::Test {
+protected:
+    void addSome() {
+        store_.addArticle(u"'2016-04-01','张三','主题','白酒','茅台涨了','涨价 it''s 提货'"_s);
+        store_.addArticle(
+            u"'2016-05-31 00:00:00','李四','个股','SH600519贵州茅台','调研','提货'"_s);
+        store_.addArticle(u"'2016-05-02','张三','主题','机器人','订单','涨价'"_s);
+    }
+
+    QStringList ids() {
+        QStringList ids;
+        for (int row = 1; row < grid_.rows(); ++row) {
+            ids << grid_.textMatrix(row, 1);
+        }
+        return ids;
+    }
+
+    QStringList idsOf(void (*type)(ArticleQuery&)) {
+        ArticleQuery query;
+        query.first = {u"2016"_s, u"4"_s, u"1"_s};
+        query.last = {u"2016"_s, u"5"_s, u"31"_s};
+        type(query);
+        browser_.list(query);
+        return ids();
+    }
+
+    void listAll() {
+        idsOf([](ArticleQuery& it) { it.all = true; });
+    }
+
+    QStringList stored() {
+        return store_.rows(store_.stores.article, u"select id from wenzhang order by id"_s);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    ResultGrid grid_;
+    ArticleBrowser browser_{store_.stores, globals_, clock_, dialogs_, grid_};
+};
+
+TEST_F(ArticleBrowserTest, AnEmptyTableShowsTodayAndNothingToOpen) {
+    const BrowserLoad load = browser_.load();
+    const DateTexts today{u"2026"_s, u"11"_s, u"24"_s};
+    EXPECT_EQ(load.first, today);
+    EXPECT_EQ(load.last, today);
+    EXPECT_TRUE(load.lists.categories.isEmpty());
+    listAll();
+    EXPECT_EQ(grid_.rows(), 1);
+    EXPECT_FALSE(browser_.takeCurrentRow());
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    EXPECT_FALSE(browser_.takeChosenRow());
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|请先选中一篇文章！"_s});
+}
+
+TEST_F(ArticleBrowserTest, TheLoadReadsDatesAndListsAndTakesTheContext) {
+    addSome();
+    globals_.wenzhangdalei = u"主题"_s;
+    globals_.wenzhangxiaolei = u"白酒"_s;
+    const BrowserLoad load = browser_.load();
+    EXPECT_EQ(load.first, (DateTexts{u"2016"_s, u"4"_s, u"1"_s}));
+    EXPECT_EQ(load.last, (DateTexts{u"2016"_s, u"5"_s, u"31"_s}));
+    EXPECT_EQ(load.lists.categories, QStringList({u"个股"_s, u"主题"_s}));
+    EXPECT_EQ(load.lists.subcategories.size(), 3);
+    EXPECT_EQ(load.lists.authors, QStringList({u"张三"_s, u"李四"_s})) << "by the first article";
+    EXPECT_EQ(load.contextKind + load.contextValue, u"主题白酒"_s);
+    EXPECT_EQ(browser_.load().contextKind, QString());
+    EXPECT_EQ(subcategoriesOf(store_.stores, u" 主题 "_s), QStringList({u"机器人"_s, u"白酒"_s}));
+    EXPECT_TRUE(subcategoriesOf(store_.stores, u"别的"_s).isEmpty());
+}
+
+TEST_F(ArticleBrowserTest, TheConditionsChoose) {
+    addSome();
+    const struct {
+        const char* name;
+        void (*type)(ArticleQuery&);
+        QStringList ids;
+    } cases[] = {
+        {"newest first", [](ArticleQuery&) {}, {u"2"_s, u"3"_s, u"1"_s}},
+        {"author", [](ArticleQuery& it) { it.author = u"张三"_s; }, {u"3"_s, u"1"_s}},
+        {"both dates count",
+         [](ArticleQuery& it) { it.first.month = it.last.month = u"5"_s; },
+         {u"2"_s, u"3"_s}},
+        {"limit", [](ArticleQuery& it) { it.limit = u"1"_s; }, {u"2"_s}},
+        {"limit 0", [](ArticleQuery& it) { it.limit = u"0"_s; }, {}},
+        {"all words",
+         [](ArticleQuery& it) {
+             it.contentWords = {u"涨价"_s, {}, u"提货"_s};
+         },
+         {u"1"_s}},
+        {"apostrophe", [](ArticleQuery& it) { it.contentWords[1] = u"it's"_s; }, {u"1"_s}},
+        {"title", [](ArticleQuery& it) { it.titleWord = u"茅台"_s; }, {u"1"_s}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(idsOf(it.type), it.ids) << it.name;
+        EXPECT_TRUE(grid_.redraw());
+        EXPECT_EQ(grid_.row(), 0);
+    }
+    EXPECT_THROW(idsOf([](ArticleQuery& it) { it.category = u"O'N"_s; }), StoreError);
+    EXPECT_TRUE(grid_.redraw()) << "a failed query leaves the list alive";
+}
+
+TEST_F(ArticleBrowserTest, APressHoldsTheArticleOfAListOfSeveral) {
+    addSome();
+    listAll();
+    browser_.press(2);
+    EXPECT_EQ(globals_.dangqianwenzhang, 3);
+    EXPECT_EQ(grid_.toolTipText(), u"订单"_s);
+    browser_.press(0);
+    EXPECT_EQ(grid_.toolTipText(), QString());
+    idsOf([](ArticleQuery& it) { it.limit = u"1"_s; });
+    browser_.press(1);
+    EXPECT_EQ(globals_.dangqianwenzhang, 3) << "a list of one holds nothing";
+    grid_.setRow(1);
+    EXPECT_TRUE(browser_.takeChosenRow());
+    EXPECT_EQ(globals_.dangqianwenzhang, 2);
+}
+
+TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
+    addSome();
+    listAll();
+    browser_.press(3);
+    grid_.setRow(3);
+    dialogs_.answer = false;
+    EXPECT_FALSE(browser_.removeCurrent());
+    EXPECT_FALSE(browser_.removeListed());
+    EXPECT_EQ(stored().size(), 3);
+    dialogs_.answer = true;
+    EXPECT_TRUE(browser_.removeCurrent());
+    EXPECT_EQ(stored(), QStringList({u"2"_s, u"3"_s}));
+    idsOf([](ArticleQuery& it) { it.limit = u"1"_s; });
+    EXPECT_TRUE(browser_.removeListed());
+    EXPECT_EQ(stored(), QStringList{u"3"_s}) << "what the limit left out stays";
+    EXPECT_EQ(dialogs_.shown,
+              QStringList({u"观潮台|确实要删除文章《茅台涨了》吗?"_s,
+                           u"观潮台|确实要删除本表中显示的所有文章吗?"_s,
+                           u"观潮台|确实要删除文章《茅台涨了》吗?"_s, u"观潮台| 已删除这篇文章!"_s,
+                           u"观潮台|确实要删除本表中显示的所有文章吗?"_s,
+                           u"观潮台| 已删除本表中显示的所有文章!"_s}));
+}
+
+}  // namespace guanchao

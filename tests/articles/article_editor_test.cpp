@@ -1,0 +1,199 @@
+#include "articles/article_editor.h"
+
+#include <gtest/gtest.h>
+
+#include "articles/installation.h"
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ArticleEditorTest : public ::testing::Test {
+protected:
+    ArticleEditorTest() {
+        store_.addArticle(u"'2016-04-01 00:00:00',' 张三 ','主题','白酒','它''s 标题',' 正文 '"_s);
+        store_.addArticle(u"'2016-04-01','张三','主题','机器人','第二篇','  '"_s);
+        globals_.yingyongmulu = store_.folder();
+    }
+
+    static ArticleFields typed() {
+        ArticleFields fields;
+        fields.date = {u"1990"_s, u"1"_s, u"1"_s};
+        fields.author = u" O'N "_s;
+        fields.category = u"主'题"_s;
+        fields.subcategory = u"'"_s;
+        fields.title = u" it's "_s;
+        fields.body = u" 第一行'\n第二行 "_s;
+        return fields;
+    }
+
+    QStringList article(int id) {
+        return store_.rows(store_.stores.article,
+                           u"select rq,zuozhe,dalei,xiaolei,biaoti,leirong,cishu from wenzhang"
+                           u" where id="_s +
+                               QString::number(id));
+    }
+    QStringList counts() {
+        return store_.rows(store_.stores.article, u"select cishu from wenzhang order by id"_s);
+    }
+
+    std::optional<ArticleFields> open(int id) {
+        globals_.dangqianwenzhang = id;
+        return editor_.open();
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    ArticleEditor editor_{store_.stores, globals_, clock_, dialogs_};
+};
+
+TEST_F(ArticleEditorTest, EveryReadingCountsAndSavingDoesNot) {
+    globals_.wenzhangdalei = u"主题"_s;
+    std::optional<ArticleFields> fields = open(1);
+    ASSERT_TRUE(fields);
+    EXPECT_EQ(*fields, (ArticleFields{u"1"_s,
+                                      {u"2016"_s, u"4"_s, u"1"_s},
+                                      u"张三"_s,
+                                      u"主题"_s,
+                                      u"白酒"_s,
+                                      u"它's 标题"_s,
+                                      u" 正文 "_s}));
+    EXPECT_EQ(globals_.dangqianwenzhang, 0);
+    EXPECT_EQ(globals_.wenzhangdalei, QString());
+    EXPECT_EQ(editor_.moveTo(2)->body, QString()) << "a blank body shows as empty";
+    fields = editor_.moveTo(1);
+    EXPECT_EQ(editor_.save(*fields), u"修改完毕!"_s);
+    EXPECT_EQ(counts(), QStringList({u"2"_s, u"1"_s}));
+    EXPECT_EQ(article(1), QStringList{u"2016-04-01|张三|主题|白酒|它's 标题| 正文 |2"_s});
+}
+
+TEST_F(ArticleEditorTest, ANewArticleIsPresetFromTheContext) {
+    globals_.wenzhangdalei = u"主题"_s;
+    globals_.wenzhangxiaolei = u"白酒"_s;
+    const ArticleFields fields = *editor_.open();
+    EXPECT_EQ(fields, (ArticleFields{u"id"_s,
+                                     {u"2026"_s, u"11"_s, u"24"_s},
+                                     installationText(globals_.yingyongmulu),
+                                     u"主题"_s,
+                                     u"白酒"_s,
+                                     u"关于(白酒)的内容"_s,
+                                     QString()}));
+    EXPECT_EQ(globals_.wenzhangdalei + globals_.wenzhangxiaolei, QString());
+    EXPECT_EQ(fields.author.size(), 8);
+    EXPECT_EQ(fields.author, editor_.open()->author);
+    EXPECT_NE(fields.author, installationText(u"/another/"_s));
+}
+
+TEST_F(ArticleEditorTest, FieldsAreCheckedInTheirOrder) {
+    const struct {
+        void (*type)(ArticleFields&);
+        QString answer;
+        QString boxes;  // author, category, subcategory afterwards
+    } cases[] = {
+        {[](ArticleFields& it) {
+             it.date = {u"1989"_s, u"12"_s, u"31"_s};
+             it.category.clear();
+         },
+         u" 请检查一下日期!"_s, u" O'N ||'"_s},
+        {[](ArticleFields& it) { it.date = {}; }, u" 请检查一下日期!"_s, u" O'N |主'题|'"_s},
+        {[](ArticleFields& it) {
+             it.category = u" ' "_s;
+             it.title.clear();
+         },
+         u" 大类不能为空!"_s, u"ON||'"_s},
+        {[](ArticleFields& it) {
+             it.title = u"  "_s;
+             it.body.clear();
+         },
+         u" 标题不能为空!"_s, u"ON|主题|"_s},
+        {[](ArticleFields& it) { it.body = u"   "_s; }, u" 文章内容不能为空!"_s, u"ON|主题|"_s},
+    };
+    for (const auto& it : cases) {
+        for (const bool add : {true, false}) {
+            ArticleFields fields = typed();
+            it.type(fields);
+            dialogs_.shown.clear();
+            EXPECT_FALSE(add ? editor_.add(fields) : !editor_.save(fields).isEmpty());
+            EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|"_s + it.answer});
+            EXPECT_EQ(fields.author + u'|' + fields.category + u'|' + fields.subcategory, it.boxes);
+        }
+    }
+    EXPECT_EQ(counts().size(), 2);
+}
+
+TEST_F(ArticleEditorTest, AnAddKeepsTheTextAndTheFirstSaveAdds) {
+    ArticleFields fields = typed();
+    EXPECT_EQ(editor_.save(fields), u"添加完毕!"_s) << "a new article";
+    EXPECT_EQ(fields.id, u"3"_s);
+    EXPECT_EQ(article(3), QStringList{u"1990-01-01 00:00:00|ON|主题||it's| 第一行'\n第二行 |0"_s});
+    fields.author.clear();
+    EXPECT_EQ(editor_.save(fields), u"修改完毕!"_s);
+    EXPECT_EQ(article(3), QStringList{u"1990-01-01||主题||it's| 第一行'\n第二行 |0"_s});
+    EXPECT_TRUE(editor_.add(fields)) << "a further add makes another copy";
+    EXPECT_EQ(fields.id, u"4"_s);
+}
+
+TEST_F(ArticleEditorTest, RelatedListsExcludeTheArticleAndBeginWithTheMostRead) {
+    const ArticleFields fresh = *editor_.open();
+    EXPECT_TRUE(editor_.related(fresh).sameDay.isEmpty());
+    Connection store = store_.stores.article.open();
+    Transaction transaction(store);
+    for (int at = 0; at < 210; ++at) {
+        store.execute(
+            u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,cishu) "
+            u"values('2016-04-02','张三',"
+            u"'主题','白酒','篇',%1)"_s.arg(at));
+    }
+    transaction.commit();
+    const ArticleFields fields = *open(1);
+    const RelatedArticles related = editor_.related(fields);
+    EXPECT_EQ(related.sameDay, QStringList{u"2  第二篇"_s});
+    EXPECT_EQ(related.sameAuthor.size(), 200);
+    EXPECT_EQ(related.sameCategory.first(), u"212  篇"_s);
+    EXPECT_EQ(related.sameSubcategory.size(), 200);
+    EXPECT_FALSE(related.sameCategory.contains(u"1  它's 标题"_s));
+    EXPECT_EQ(idOfLine(u" 212  篇 12"_s), 212);
+    EXPECT_THROW(idOfLine(u"篇 12"_s), OperationError);
+    EXPECT_THROW(idOfLine(QString()), OperationError);
+}
+
+TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
+    ArticleFields fields = *open(1);
+    ArticleEditor other(store_.stores, globals_, clock_, dialogs_);
+    globals_.dangqianwenzhang = 2;
+    const ArticleFields second = *other.open();
+    dialogs_.answer = false;
+    EXPECT_FALSE(other.remove(second));
+    dialogs_.answer = true;
+    EXPECT_TRUE(other.remove(second));
+    EXPECT_FALSE(editor_.moveTo(2));
+    EXPECT_TRUE(other.remove(typed())) << "a new article: nothing goes, the words come";
+    EXPECT_EQ(dialogs_.shown,
+              QStringList({u"观潮台|确实要删除这篇文章吗?"_s, u"观潮台|确实要删除这篇文章吗?"_s,
+                           u"观潮台| 已删除这篇文章!"_s, u"观潮台|此文章已删除!"_s,
+                           u"观潮台|确实要删除这篇文章吗?"_s, u"观潮台| 已删除这篇文章!"_s}));
+    EXPECT_EQ(counts(), QStringList{u"1"_s}) << "a reading that finds nothing does not count";
+}
+
+TEST_F(ArticleEditorTest, OfTwoEditorsTheLastSaveWins) {
+    ArticleFields mine = *open(1);
+    ArticleEditor other(store_.stores, globals_, clock_, dialogs_);
+    globals_.dangqianwenzhang = 1;
+    ArticleFields theirs = *other.open();
+    mine.title = u"我的"_s;
+    theirs.body = u"他们的"_s;
+    editor_.save(mine);
+    other.save(theirs);
+    EXPECT_EQ(article(1), QStringList{u"2016-04-01|张三|主题|白酒|它's 标题|他们的|2"_s});
+    mine.date = {u"2016"_s, u"4"_s, u"x"_s};
+    EXPECT_FALSE(editor_.save(mine).isEmpty());
+    EXPECT_TRUE(article(1).first().startsWith(u"2016-03-31|"_s));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "app/form2.h"
+#include "articles/article_text.h"
+#include "articles/entry_box.h"
+#include "articles/form26.h"
+#include "articles/form27.h"
+#include "grid/grid_view.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_environment.h"
+#include "themes/form30.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ArticleWindowsTest : public ::testing::Test, protected TestEnvironment {
+protected:
+    ArticleWindowsTest() {
+        store_.addArticle(u"'2016-03-31','张三','主题','白酒','一','ABC x abc'"_s);
+        store_.addArticle(u"'2016-05-31','李四','个股','SH600519贵州茅台','二','二'"_s);
+        store_.addArticle(u"'2016-04-02','张三','主题','机器人','三','三'"_s);
+    }
+    ~ArticleWindowsTest() override {
+        dialogs_.answer = true;
+        windows_.closeAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    template <typename Form>
+    static QList<Form*> shown() {
+        QApplication::processEvents();
+        QList<Form*> forms;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* form = qobject_cast<Form*>(window); form && form->isVisible()) {
+                forms << form;
+            }
+        }
+        return forms;
+    }
+
+    Form27* browse() {
+        windows_.openAnew<Form27>();
+        return shown<Form27>().value(0);
+    }
+    Form26* edit(int id) {
+        globals_.dangqianwenzhang = id;
+        const QList<Form26*> before = shown<Form26>();
+        windows_.openAnother<Form26>();
+        for (Form26* form : shown<Form26>()) {
+            if (!before.contains(form)) {
+                return form;
+            }
+        }
+        return nullptr;
+    }
+
+    static ResultGrid& gridOf(QWidget* form) {
+        return *static_cast<ResultGrid*>(form->findChild<GridView*>()->model());
+    }
+    static QPoint cell(QWidget* form, int row) {
+        auto* view = form->findChild<GridView*>();
+        return view->visualRect(view->model()->index(row - 1, 1)).center();
+    }
+    static void press(QWidget* form, int row, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(form->findChild<GridView*>()->viewport(), button, {}, cell(form, row));
+    }
+    static QString text(QWidget* form, const QString& box) {
+        return form->findChild<EntryBox*>(box)->currentText();
+    }
+    static void pick(QWidget* form, const QString& box, int line) {
+        auto* combo = form->findChild<EntryBox*>(box);
+        combo->setCurrentIndex(line);
+        emit combo->activated(line);
+    }
+    static void push(QWidget* form, const QString& name) {
+        form->findChild<QPushButton*>(name)->click();
+    }
+    static void tick(QWidget* form, const QString& name) {
+        auto* timer = form->findChild<QTimer*>(name);
+        EXPECT_TRUE(timer->isActive()) << name.toStdString();
+        emit timer->timeout({});
+        EXPECT_FALSE(timer->isActive()) << name.toStdString();
+    }
+    static QString body(QWidget* form) { return form->findChild<ArticleText*>()->text(); }
+};
+
+TEST_F(ArticleWindowsTest, TheEntriesHandTheirContextOver) {
+    Form2 main(environment_, windows_);
+    globals_.dangqianzhuti = u"白酒"_s;
+    globals_.dangqiandm = u"SH600519"_s;
+    globals_.dangqianjc = u"贵州茅台"_s;
+    Form30 watchlist(environment_, windows_);
+    const struct {
+        QWidget& window;
+        QString entry, context;
+        int rows;
+    } cases[] = {
+        {main, u"编辑主题文章"_s, u"主题|白酒"_s, 1},
+        {main, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
+        {watchlist, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
+        {main, u"文章管理器"_s, u"|"_s, 3},
+    };
+    for (const auto& it : cases) {
+        it.window.findChild<QAction*>(it.entry)->trigger();
+        const QList<Form27*> forms = shown<Form27>();
+        ASSERT_EQ(forms.size(), 1);
+        EXPECT_EQ(text(forms[0], u"Combo7"_s) + u'|' + text(forms[0], u"Combo8"_s), it.context);
+        EXPECT_EQ(forms[0]->findChild<QCheckBox*>()->isChecked(), it.context == u"|"_s);
+        EXPECT_EQ(forms[0]->findChild<EntryBox*>(u"Combo1"_s)->isEnabled(), it.context != u"|"_s);
+        EXPECT_EQ(gridOf(forms[0]).rows(), it.rows + 1) << it.entry.toStdString();
+    }
+}
+
+TEST_F(ArticleWindowsTest, TheBrowserQueriesByItsBoxes) {
+    Form27* form = browse();
+    ASSERT_TRUE(form);
+    form->findChild<QCheckBox*>()->setChecked(false);
+    EXPECT_EQ(gridOf(form).rows(), 4);
+    pick(form, u"Combo7"_s, form->findChild<EntryBox*>(u"Combo7"_s)->findText(u"主题"_s));
+    EXPECT_EQ(form->findChild<EntryBox*>(u"Combo8"_s)->count(), 2);
+    push(form, u"Command1"_s);
+    EXPECT_EQ(gridOf(form).rows(), 3);
+    pick(form, u"Combo5"_s, 3);
+    EXPECT_EQ(text(form, u"Combo6"_s), u"30"_s) << "the day follows the month";
+    QTest::keyClick(form->findChild<EntryBox*>(u"Combo9"_s), Qt::Key_Return);
+    EXPECT_EQ(gridOf(form).textMatrix(1, 6), u"三"_s) << "Enter queries";
+    form->findChild<QAction*>(u"kkshuaxin"_s)->trigger();
+    EXPECT_EQ(gridOf(form).rows(), 4);
+    EXPECT_EQ(text(form, u"Combo7"_s), u"主题"_s) << "the boxes keep their text";
+    auto* header = form->findChild<GridView*>()->horizontalHeader();
+    const QPoint date(header->sectionViewportPosition(2) + 5, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, date);
+    EXPECT_EQ(gridOf(form).textMatrix(1, 0) + gridOf(form).textMatrix(1, 6), u"1一"_s);
+}
+
+TEST_F(ArticleWindowsTest, TheStockPickerOnlyTells) {
+    store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 1);
+    Form27* form = browse();
+    auto* box = form->findChild<QLineEdit*>(u"Text3"_s);
+    auto* list = form->findChild<QListWidget*>(u"List1"_s);
+    QTest::keyClicks(box, u"6005"_s);
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(list->geometry().bottom() + 1, box->mapTo(form, QPoint()).y()) << "right above";
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(0)).center());
+    EXPECT_EQ(box->text(), u"SH600519  贵州茅台"_s);
+    EXPECT_FALSE(list->isVisible());
+    box->setText(u"600519"_s);
+    QTest::mouseClick(form, Qt::LeftButton, {}, QPoint(3, 3));
+    EXPECT_FALSE(list->isVisible());
+}
+
+TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
+    Form27* form = browse();
+    push(form, u"Command3"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|请先选中一篇文章！"_s});
+    press(form, 2);
+    EXPECT_EQ(gridOf(form).markedRow(), 2);
+    push(form, u"Command2"_s);
+    ASSERT_EQ(shown<Form26>().size(), 1);
+    EXPECT_EQ(body(shown<Form26>()[0]), u"三"_s) << "the article held is opened";
+    form->findChild<EntryBox*>(u"Combo7"_s)->setText(u"笔记"_s);
+    push(form, u"Command2"_s);
+    push(form, u"Command3"_s);
+    QTest::mouseDClick(form->findChild<GridView*>()->viewport(), Qt::LeftButton, {}, cell(form, 2));
+    QStringList labels;
+    for (Form26* editor : shown<Form26>()) {
+        labels << editor->findChild<QLabel*>(u"Label7"_s)->text() + text(editor, u"Combo4"_s);
+    }
+    labels.sort();
+    EXPECT_EQ(labels, QStringList({u"3主题"_s, u"3主题"_s, u"3主题"_s, u"id笔记"_s}));
+    press(form, 1, Qt::RightButton);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QStringList words;
+    for (const QAction* entry : menu->actions()) {
+        words << entry->text();
+    }
+    menu->close();
+    EXPECT_EQ(words, QStringList({u"打开文章"_s, u"删除本篇"_s, u"删除本表"_s, u"刷新"_s}));
+    form->findChild<QAction*>(u"删除本篇"_s)->trigger();
+    EXPECT_EQ(gridOf(form).rows(), 3);
+    windows_.closeAll();
+    EXPECT_TRUE(shown<Form26>().isEmpty());
+}
+
+TEST_F(ArticleWindowsTest, TheEditorMovesSavesAndFlashes) {
+    Form26* form = edit(1);
+    ASSERT_TRUE(form);
+    EXPECT_EQ(text(form, u"Combo7"_s), u"3  三"_s) << "the first of the same author";
+    EXPECT_EQ(text(form, u"Combo9"_s), QString());
+    pick(form, u"Combo7"_s, 0);
+    EXPECT_EQ(body(form), u"ABC x abc"_s) << "the move waits for its timer";
+    tick(form, u"Timer3"_s);
+    EXPECT_EQ(body(form), u"三"_s);
+    EXPECT_EQ(text(form, u"Combo7"_s), u"3  三"_s) << "a move does not refill the lists";
+    form->findChild<EntryBox*>(u"Combo10"_s)->setText(u"O'N"_s);
+    push(form, u"Command3"_s);
+    EXPECT_EQ(text(form, u"Combo10"_s), u"ON"_s);
+    auto* flash = form->findChild<QLabel*>(u"Label3"_s);
+    EXPECT_TRUE(flash->isVisible());
+    EXPECT_EQ(flash->text(), u"修改完毕!"_s);
+    tick(form, u"Timer1"_s);
+    EXPECT_FALSE(flash->isVisible());
+    push(form, u"Command2"_s);
+    EXPECT_EQ(form->findChild<QLabel*>(u"Label7"_s)->text(), u"4"_s);
+    EXPECT_EQ(flash->text(), u"添加完毕!"_s);
+    dialogs_.shown.clear();
+    push(form, u"Command4"_s);
+    EXPECT_EQ(dialogs_.shown.size(), 2);
+    EXPECT_TRUE(shown<Form26>().isEmpty());
+}
+
+TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
+    const QString question = u"观潮台|这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s;
+    QPointer<Form26> form = edit(1);
+    auto* writing = form->findChild<ArticleText*>();
+    QTest::keyClicks(writing, u"x"_s);
+    dialogs_.answer = false;
+    EXPECT_FALSE(windows_.closeAll()) << "a refusal keeps the window";
+    QTest::keyClick(form.data(), Qt::Key_Escape);
+    pick(form, u"Combo7"_s, 0);
+    EXPECT_FALSE(form->findChild<QTimer*>(u"Timer3"_s)->isActive());
+    EXPECT_EQ(dialogs_.shown, QStringList({question, question, question}));
+    EXPECT_TRUE(form && form->isVisible());
+    Form2 main(environment_, windows_);
+    main.show();
+    main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+    EXPECT_TRUE(main.isVisible() && processes_.ended.isEmpty()) << "nor does the program end";
+    dialogs_.shown.clear();
+    writing->undo();
+    EXPECT_TRUE(windows_.closeAll()) << "taken back: nothing to ask";
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
+    Form26* form = edit(1);
+    store_.stores.article.open().execute(u"delete from wenzhang where id=3"_s);
+    pick(form, u"Combo7"_s, 0);
+    tick(form, u"Timer3"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|此文章已删除!"_s});
+    tick(form, u"Timer2"_s);
+    EXPECT_TRUE(shown<Form26>().isEmpty());
+    form = edit(3);
+    ASSERT_TRUE(form) << "the load finishes first";
+    tick(form, u"Timer2"_s);
+    EXPECT_TRUE(shown<Form26>().isEmpty());
+}
+
+TEST_F(ArticleWindowsTest, AWordIsFoundRoundTheEndOfTheText) {
+    Form26* form = edit(1);
+    auto* writing = form->findChild<ArticleText*>();
+    QTest::keyClick(form, Qt::Key_F, Qt::ControlModifier);
+    auto* word = form->findChild<QLineEdit*>(u"findWord"_s);
+    ASSERT_TRUE(word->isVisible());
+    QTest::keyClicks(word, u"abc"_s);
+    QList<int> places{writing->textCursor().selectionStart()};
+    for (const auto modifier : {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier}) {
+        QTest::keyClick(word, Qt::Key_Return, modifier);
+        places << writing->textCursor().selectionStart();
+    }
+    EXPECT_EQ(places, QList<int>({0, 6, 0, 6}));
+    QTest::keyClick(word, Qt::Key_Escape);
+    EXPECT_TRUE(form->isVisible() && !word->isVisible()) << "Esc closes the bar alone";
+}
+
+}  // namespace guanchao
