@@ -295,6 +295,11 @@ void Form2::Command4_Click() {
     if (quoteRun_.running()) {
         return;
     }
+    // An import holds the store: a batch would wait for this program's own lock.
+    if (environment_.globals.hqmang > 0) {
+        environment_.dialogs.tell(u"正在写入数据，请稍后再更新行情。"_s);
+        return;
+    }
     ui_->Command4->setEnabled(false);
     ui_->gengxin->setEnabled(false);
     if (runQuotes()) {
@@ -456,6 +461,7 @@ void Form2::endProgram() {
     if (exchangeRun_.running()) {
         endAfterExchange_ = true;
         exchangeRun_.cancel();
+        windows_.closeAll();
         return;
     }
     shutDown(

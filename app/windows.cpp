@@ -4,7 +4,8 @@ namespace guanchao {
 
 bool Windows::close(const QString& name) {
     for (const QPointer<QWidget>& window : open_.values(name)) {
-        if (!window || window->close()) {
+        // A window that is closing already says yes, though its own question may still stand.
+        if (!window || (window->close() && !window->isVisible())) {
             open_.remove(name, window);
         }
     }
@@ -20,8 +21,6 @@ bool Windows::closeAll() {
 }
 
 void Windows::adopt(const QString& name, QWidget* window) {
-    // Closing the former one may have shown a message, and an alarm opened another under it.
-    close(name);
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.removeIf([](const auto& it) { return it.value().isNull(); });
     open_.insert(name, window);

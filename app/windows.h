@@ -20,7 +20,10 @@ public:
     void openAnew() {
         const QString name = QString::fromLatin1(Form::staticMetaObject.className());
         close(name);
-        adopt(name, new Form(environment_, *this));
+        auto* form = new Form(environment_, *this);
+        // Closing may have shown a message, and an alarm opened another under it.
+        close(name);
+        adopt(name, form);
     }
 
     // Leaves the open ones of the name as they are.

@@ -88,30 +88,40 @@ bool ArticleBrowser::takeChosenRow() {
 
 bool ArticleBrowser::removeCurrent() {
     const Activity activity(u"删除文章"_s);
-    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
-                      u"》吗?"_s)) {
+    // The window, and this with it, may go under its own question.
+    const StoreFile articles = stores_.article;
+    Dialogs& dialogs = dialogs_;
+    const qint32 id = globals_.dangqianwenzhang;
+    if (!dialogs.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
+                     u"》吗?"_s)) {
         return false;
     }
     {
-        Connection store = stores_.article.open();
-        remove(store, globals_.dangqianwenzhang);
+        Connection store = articles.open();
+        remove(store, id);
     }
-    dialogs_.tell(u" 已删除这篇文章!"_s);
+    dialogs.tell(u" 已删除这篇文章!"_s);
     return true;
 }
 
 bool ArticleBrowser::removeListed() {
     const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
-    if (!dialogs_.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
+    const StoreFile articles = stores_.article;
+    Dialogs& dialogs = dialogs_;
+    QList<qint32> listed;
+    for (int row = 1; row < grid_.rows(); ++row) {
+        listed << idOf(row);
+    }
+    if (!dialogs.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
         return false;
     }
     {
-        Connection store = stores_.article.open();
-        for (int row = 1; row < grid_.rows(); ++row) {
-            remove(store, idOf(row));
+        Connection store = articles.open();
+        for (const qint32 id : listed) {
+            remove(store, id);
         }
     }
-    dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
+    dialogs.tell(u" 已删除本表中显示的所有文章!"_s);
     return true;
 }
 

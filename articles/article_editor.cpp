@@ -164,16 +164,19 @@ std::optional<ArticleEditor::Checked> ArticleEditor::refuse(const QString& answe
 
 bool ArticleEditor::remove(const ArticleFields& fields) {
     const Activity activity(u"删除文章"_s);
-    if (!dialogs_.ask(u"确实要删除这篇文章吗?"_s)) {
+    // The window, and this with it, may go under its own question.
+    const StoreFile articles = stores_.article;
+    Dialogs& dialogs = dialogs_;
+    if (!dialogs.ask(u"确实要删除这篇文章吗?"_s)) {
         return false;
     }
     {
-        Connection store = stores_.article.open();
+        Connection store = articles.open();
         Transaction transaction(store);
         store.execute(u"delete from wenzhang  where id="_s + QString::number(idOf(fields)));
         transaction.commit();
     }
-    dialogs_.tell(u" 已删除这篇文章!"_s);
+    dialogs.tell(u" 已删除这篇文章!"_s);
     return true;
 }
 

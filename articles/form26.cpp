@@ -121,8 +121,9 @@ void Form26::Combo4_Click() {
 }
 
 void Form26::related_Click(const EntryBox& box) {
+    const QPointer alive(this);
     next_ = idOfLine(box.currentText());
-    if (mayLeave()) {
+    if (mayLeave() && alive) {
         Timer3_.start();
     }
 }
@@ -187,7 +188,8 @@ void Form26::Timer3_Timer() {
 }
 
 void Form26::reject() {
-    if (mayLeave()) {
+    const QPointer alive(this);
+    if (mayLeave() && alive) {
         QDialog::reject();
     }
 }

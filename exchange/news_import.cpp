@@ -120,12 +120,15 @@ void NewsImport::importNews() {
     }
     int count = 0;
     const bool complete = run_.run([&] {
-        const Activity activity(u"导入新闻和商品"_s,
-                                u"此前完成的表已经写入并保留，出错的这张表没有写入。"_s);
+        Activity activity(u"导入新闻和商品"_s);
         Connection heat = stores_.heat.open();
         Connection file(path, stores_.heat.key);
-        for (const Merge& merge : {themeNews(), commodityDays(), commodities()}) {
+        const std::pair<QString, Merge> merges[] = {{u"主题新闻数量"_s, themeNews()},
+                                                    {u"商品行情"_s, commodityDays()},
+                                                    {u"商品名称"_s, commodities()}};
+        for (const auto& [table, merge] : merges) {
             count += mergeTable(merge, heat, file, run_);
+            activity.wrote(table);
         }
     });
     if (complete) {

@@ -29,6 +29,7 @@ void copyOver(const QString& source, const QString& target) {
     if (!file.copy(fresh)) {
         raiseCopyFailure(source, target, file.errorString());
     }
+    QFile::setPermissions(fresh, QFile::permissions(fresh) | QFile::WriteOwner);
     // What an interrupted write left beside the old file would be played back into the new one.
     QFile::remove(target + u"-journal"_s);
     if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(target).constData()) !=

@@ -21,7 +21,8 @@ bool isAscii(const QByteArray& bytes) {
 QString textOf(const QByteArray& bytes) {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = utf8(bytes);
-    if (!utf8.hasError() && !isAscii(bytes)) {
+    // A byte order mark settles it: then a broken byte spoils its own line only.
+    if (bytes.startsWith("\xEF\xBB\xBF") || (!utf8.hasError() && !isAscii(bytes))) {
         return text;
     }
     // Half a character at the very end only shows when something comes behind it.

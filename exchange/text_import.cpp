@@ -1,7 +1,7 @@
 #include "exchange/text_import.h"
 
 #include <QFileInfo>
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include "exchange/text_file.h"
 #include "exchange/text_preview.h"
@@ -210,8 +210,7 @@ int TextImport::importLines(const TextSource& source, const QStringList& lines) 
     const QString date = timeText(clock_.now());
     LineImport import(main, source, date, run_);
     {
-        globals_.hqmang = 1;
-        const auto free = qScopeGuard([this] { globals_.hqmang = 0; });
+        const QScopedValueRollback busy(globals_.hqmang, qint16(1));
         Transaction transaction = longTransaction(main);
         run_.expect(static_cast<int>(lines.size()));
         for (const QString& line : lines) {

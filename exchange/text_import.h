@@ -1,6 +1,7 @@
 // 从txt文本文件导入: preview of a theme text file and its import into dzhzhuti. Failed statements
 // of an import are passed over; a file that can't be read and a store that can't be opened or
-// committed raise OperationError or StoreError, and nothing is then imported.
+// committed raise OperationError or StoreError, and nothing is then imported. A stamp that can't be
+// written raises StoreError after the import.
 #pragma once
 
 #include "app/globals.h"

@@ -1,7 +1,7 @@
 #include "exchange/theme_import.h"
 
 #include <QFileInfo>
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include "store/store_error.h"
 #include "store/values.h"
@@ -53,8 +53,7 @@ int ThemeImport::mergeLibrary(const QString& path) {
     const QString date = timeText(clock_.now());
     Connection main = stores_.main.open();
     Connection library(path, stores_.backupKey);
-    globals_.hqmang = 1;
-    const auto free = qScopeGuard([this] { globals_.hqmang = 0; });
+    const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     Transaction transaction = longTransaction(main);
     const int count = mergeThemes(
         Recordset(library,
@@ -99,11 +98,14 @@ void ThemeImport::mergeCodes(Recordset rows, Connection& main, const QString& da
 void ThemeImport::deleteAll() {
     const Activity activity(u"删除所有主题"_s);
     run_.requireIdle();
-    if (!dialogs_.ask(u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s)) {
+    // The window, and this with it, may go under its own question.
+    const StoreFile main = stores_.main;
+    Dialogs& dialogs = dialogs_;
+    if (!dialogs.ask(u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s)) {
         return;
     }
-    stores_.main.open().execute(u"delete from dzhzhuti"_s);
-    dialogs_.tell(u"已删除所有主题!"_s);
+    main.open().execute(u"delete from dzhzhuti"_s);
+    dialogs.tell(u"已删除所有主题!"_s);
 }
 
 }  // namespace guanchao

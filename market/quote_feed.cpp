@@ -1,6 +1,6 @@
 #include "market/quote_feed.h"
 
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QStringList>
 
 #include "market/quote_line.h"
@@ -39,8 +39,7 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
 
 void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pieces,
                            qint16 tojiankong) {
-    globals_.hqmang = 1;
-    const auto free = qScopeGuard([this] { globals_.hqmang = 0; });
+    const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     Transaction transaction(connection);
     const QString now = timeText(clock_.now());
     for (const QStringView piece : pieces) {

@@ -92,7 +92,7 @@ TEST_F(StoreMergeTest, AFailureKeepsTheTablesBeforeIt) {
         FAIL();
     } catch (const StoreError& failure) {
         EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
-        EXPECT_TRUE(failure.remains().startsWith(u"此前完成的表已经写入并保留"_s));
+        EXPECT_EQ(failure.remains(), u"已经写入并保留：主题新闻数量。其余没有写入。"_s);
     }
     EXPECT_EQ(heat(u"select count(*) from xinwenshul"_s), QStringList{u"1"_s});
     EXPECT_EQ(heat(u"select count(*) from shophq"_s), QStringList{u"0"_s});
