@@ -241,6 +241,13 @@ TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
     main.show();
     main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
     EXPECT_TRUE(main.isVisible() && processes_.ended.isEmpty()) << "nor does the program end";
+    // The program is told to end while the window's own question stands.
+    dialogs_.onAsk = [this] {
+        dialogs_.onAsk = nullptr;
+        EXPECT_FALSE(windows_.closeAll()) << "a window that is still asking is not closed";
+    };
+    form->close();
+    EXPECT_TRUE(form && form->isVisible());
     dialogs_.shown.clear();
     writing->undo();
     EXPECT_TRUE(windows_.closeAll()) << "taken back: nothing to ask";

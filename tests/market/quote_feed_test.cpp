@@ -61,6 +61,14 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
     EXPECT_EQ(pump_.runs, 1);
 }
 
+TEST_F(QuoteFeedTest, ABatchInsideALongJobLeavesTheJobBusy) {
+    globals_.hqmang = 1;
+    replyWith(line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s) +
+              line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s));
+    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    EXPECT_EQ(globals_.hqmang, 1);
+}
+
 TEST_F(QuoteFeedTest, ThePollListTakesFewerColumns) {
     store_.run({u"insert into jiankonghq(dm,jc) values('SZ000001','平安银行')"_s});
     replyWith(line(u"sh600000"_s, u"1"_s, u"1"_s, u"1"_s) +
