@@ -15,6 +15,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// dakaiwenjian has room for this many characters; a longer path counts as none picked.
+constexpr qsizetype longestPath = 255;
+
 // Every box is held by a QPointer: its owner may close while it is open, and takes it along.
 
 QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::ButtonRole role) {
@@ -90,7 +93,7 @@ QString DesktopDialogs::dakaiwenjian(const QString& title, const QString& folder
     const bool accepted = box->exec() == QDialog::Accepted;
     const QString picked = box && accepted ? box->selectedFiles().value(0) : QString();
     delete box;
-    return picked;
+    return picked.size() > longestPath ? QString() : picked;
 }
 
 }  // namespace guanchao
