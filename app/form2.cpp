@@ -17,6 +17,7 @@
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "research/form24.h"
 #include "store/values.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
@@ -160,6 +161,8 @@ void Form2::connectMenus() {
     connect(ui_->刷新, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->刷新2, &QAction::triggered, this, &Form2::刷新_Click);
     connect(ui_->全部显示, &QAction::triggered, this, &Form2::全部显示_Click);
+    connect(ui_->主题历史涨幅, &QAction::triggered, this, &Form2::历史涨幅_Click);
+    connect(ui_->历史涨幅, &QAction::triggered, this, &Form2::历史涨幅_Click);
     connect(ui_->监控管理, &QAction::triggered, this, &Form2::监控管理_Click);
     connect(ui_->添加主题监控, &QAction::triggered, this, &Form2::添加主题监控_Click);
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form2::添加个股监控_Click);
@@ -253,6 +256,7 @@ void Form2::connectGrids() {
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form2::MSHFlexGrid1_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this, &Form2::历史涨幅_Click);
     connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this, &Form2::MSHFlexGrid2_Click);
@@ -387,6 +391,10 @@ void Form2::MSHFlexGrid2_Click(int row, int col) {
             stocks_.setRedraw(true);
         }
     });
+}
+
+void Form2::历史涨幅_Click() {
+    windows_.openAnew<Form24>();
 }
 
 void Form2::监控管理_Click() {

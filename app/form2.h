@@ -74,6 +74,7 @@ private:
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_Click(int row, int col);
 
+    void 历史涨幅_Click();
     void 监控管理_Click();
     void 添加主题监控_Click();
     void 添加个股监控_Click();

@@ -1,5 +1,5 @@
 # Everything comes from the distribution's packages (see packages.txt): Debian 12 and 13.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Multimedia)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Multimedia Charts)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n data)
 find_package(CURL REQUIRED)
 find_package(PkgConfig REQUIRED)

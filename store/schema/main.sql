@@ -105,6 +105,7 @@ create table zhutidapanhq (
     dapanzhangfu real,                   -- 大盘涨幅
     dapansp real                         -- 大盘指数
 );
+create index zhutidapanhq_riqi on zhutidapanhq (datetime(riqi));
 
 -- Downloaded day history (个股行情).
 create table geguhq (
@@ -113,7 +114,9 @@ create table geguhq (
     zhangfu real,
     sp real
 );
-create index geguhq_dm on geguhq (dm, riqi);
+-- In the form in which days are asked for, so that the newest of a code and a member's row of a day
+-- are one step away.
+create index geguhq_dm on geguhq (dm, datetime(riqi));
 
 -- One row per selected theme and day (选题材).
 create table xuanticai (

@@ -1,0 +1,70 @@
+#include "research/day_cache.h"
+
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// No date if the code has no row.
+QDate dayOf(Connection& store, const QString& query) {
+    const Recordset result(store, query);
+    return QDate::fromString(result.value(0).toText().left(10), Qt::ISODate);
+}
+
+}  // namespace
+
+DayCache::DayCache(Globals& globals, DayHistory history, CancellableRun& run)
+    : globals_(globals), history_(std::move(history)), run_(run) {}
+
+void DayCache::update(Connection& store, const QString& dm, const QDate& first, const QDate& last) {
+    const QString rows = u"  FROM geguhq where dm='"_s + dm + u"'"_s;
+    const QDate newest = dayOf(store, u"select  max(datetime(riqi)) as maxrq"_s + rows);
+    if (!newest.isValid()) {
+        download(store, dm, first, last);
+        return;
+    }
+    const QDate oldest = dayOf(store, u"select  min(datetime(riqi)) as minrq"_s + rows);
+    if (first < std::min(oldest, askedFrom_.value(dm, oldest))) {
+        download(store, dm, first, oldest.addDays(-1));
+    }
+    if (newest < last) {
+        // From the newest day itself: it is the base of the next one's gain and not stored again.
+        download(store, dm, newest, last);
+    }
+}
+
+void DayCache::download(Connection& store, const QString& dm, const QDate& first,
+                        const QDate& last) {
+    const QList<HistoryDay> days = history_.fetch(dm, first, last);
+    if (days.isEmpty()) {
+        return;
+    }
+    write(store, dm, days);
+    askedFrom_.insert(dm, std::min(first, askedFrom_.value(dm, first)));
+    run_.letEventsHappen();
+}
+
+void DayCache::write(Connection& store, const QString& dm, const QList<HistoryDay>& days) {
+    const QScopedValueRollback busy(globals_.hqmang, qint16(1));
+    Transaction transaction(store);
+    double formerClose = 0;
+    for (const HistoryDay& day : days) {
+        if (formerClose != 0) {
+            const double gain = roundTo((day.close - formerClose) / formerClose * 100, 2);
+            store.execute(u"insert into geguhq(dm,riqi,zhangfu,sp) values('"_s + dm + u"','"_s +
+                          timeText(day.day.startOfDay(Qt::UTC)) + u"',"_s + numberText(gain) +
+                          u",'"_s + day.closeText + u"')"_s);
+        }
+        formerClose = day.close;
+    }
+    transaction.commit();
+}
+
+}  // namespace guanchao

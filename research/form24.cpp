@@ -1,0 +1,89 @@
+#include "research/form24.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "ui_form24.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form24::Form24(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      ui_(std::make_unique<Ui::Form24>()),
+      run_(environment.pump, u"一次对比正在进行，请等它结束。"_s, [this] { showRun(); }),
+      history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
+               DayHistory(environment.http, environment.services.history), run_, grid_,
+               [this](const ThemeHistoryStep& step) { showStep(step); }) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
+    first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
+    last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
+    connect(ui_->Command9, &QPushButton::clicked, this, &Form24::Command9_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form24::MSHFlexGrid1_Click);
+    ui_->Text1->setText(environment.globals.dangqianzhuti);
+    first_->setTexts(history_.firstDay());
+    last_->setTexts(history_.lastDay());
+    showRun();
+}
+
+Form24::~Form24() = default;
+
+// The window may close while a message is open; during a run it only hides.
+void Form24::Command9_Click() {
+    const QPointer alive(this);
+    const auto closeIfAsked = qScopeGuard([&] {
+        if (alive && closeAfterRun_) {
+            close();
+        }
+    });
+    const std::optional<ThemeHistoryResult> result =
+        history_.compare(first_->texts(), last_->texts(), ui_->Text1->text());
+    if (alive && result) {
+        ui_->Label3->setText(result->line);
+        ui_->plot->showPoints(result->points, result->hasTheme);
+    }
+}
+
+void Form24::MSHFlexGrid1_Click(int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            grid_.setRedraw(false);
+            sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
+            grid_.setRedraw(true);
+        }
+    });
+}
+
+void Form24::showRun() {
+    const bool running = run_.running();
+    ui_->Command9->setEnabled(!running);
+    ui_->Label4->setVisible(running);
+    ui_->step->setVisible(running);
+    ui_->progress->setVisible(running);
+}
+
+void Form24::showStep(const ThemeHistoryStep& step) {
+    ui_->step->setText(step.text);
+    ui_->progress->setMaximum(step.total);
+    ui_->progress->setValue(step.done);
+}
+
+// A window with a run under way goes from the screen at once and closes when the run has ended.
+void Form24::closeEvent(QCloseEvent* event) {
+    if (!run_.running()) {
+        event->accept();
+        return;
+    }
+    closeAfterRun_ = true;
+    run_.cancel();
+    hide();
+    event->ignore();
+}
+
+}  // namespace guanchao

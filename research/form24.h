@@ -1,0 +1,51 @@
+// Form24, "主题历史涨幅与大盘对比": a theme against the market over a range of days, as a table and
+// as a plot. Tables dzhzhuti, geguhq and zhutidapanhq of the main store; the rules are in
+// ThemeHistory and DayCache. Its load takes dangqianzhuti over.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "app/cancellable_run.h"
+#include "app/environment.h"
+#include "app/windows.h"
+#include "articles/date_boxes.h"
+#include "grid/result_grid.h"
+#include "research/theme_history.h"
+
+namespace Ui {
+class Form24;
+}
+
+namespace guanchao {
+
+class Form24 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form24(Environment& environment, Windows& windows);
+    ~Form24() override;
+
+public slots:
+    void reject() override { close(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void Command9_Click();
+    void MSHFlexGrid1_Click(int row, int col);
+    void showRun();
+    void showStep(const ThemeHistoryStep& step);
+
+    std::unique_ptr<Ui::Form24> ui_;
+    ResultGrid grid_;
+    CancellableRun run_;
+    ThemeHistory history_;
+    DateBoxes* first_ = nullptr;
+    DateBoxes* last_ = nullptr;
+    SortCode lastSortCode_ = SortCode::none;
+    bool closeAfterRun_ = false;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,85 @@
+// A theme against the market over a range of days: the window's run from its dates to its table,
+// line and plot. Tables dzhzhuti, geguhq and zhutidapanhq (scratch) of the main store; gains in
+// percent, sums of daily gains, not compounded. Failed statements raise StoreError.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "articles/date_trio.h"
+#include "grid/result_grid.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "research/day_cache.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// The running sums of the daily gains up to a day.
+struct HistoryPoint {
+    QDate day;
+    double theme = 0;
+    double index = 0;
+
+    double difference() const { return theme - index; }
+};
+
+struct ThemeHistoryResult {
+    QString line;  // 主题总涨幅(...)-大盘总涨幅(...)=涨幅差(...)
+    QList<HistoryPoint> points;
+    bool hasTheme = false;  // a member has had a gain on at least one day
+};
+
+// What is in work: a code of a download or a day of the comparison.
+struct ThemeHistoryStep {
+    QString text;
+    int done = 0;
+    int total = 0;
+};
+
+class ThemeHistory {
+public:
+    using Show = std::function<void(const ThemeHistoryStep&)>;
+
+    ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
+                 DayHistory history, CancellableRun& run, ResultGrid& grid, Show show);
+
+    // The range that the window opens with: today and the 90 days before.
+    DateTexts firstDay() const;
+    DateTexts lastDay() const;
+
+    // Fills the cache, compares and fills the grid, letting events happen between codes and days.
+    // Nothing if the dates are refused, if a job that writes is under way, or if the run was
+    // cancelled; what has been downloaded stays.
+    std::optional<ThemeHistoryResult> compare(const DateTexts& first, const DateTexts& last,
+                                              const QString& theme);
+
+private:
+    struct Range {
+        QDate first;
+        QDate last;
+        QString theme;
+    };
+
+    bool isRefused(const Range& range);
+    void compare(const Range& range, ThemeHistoryResult& result);
+    void updateCache(Connection& store, const Range& range);
+    void compareDays(Connection& store, const Range& range, ThemeHistoryResult& result);
+    void fillGrid(Connection& store);
+
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Dialogs& dialogs_;
+    CancellableRun& run_;
+    DayCache cache_;
+    ResultGrid& grid_;
+    Show show_;
+};
+
+// A point in words, for the reader of the plot.
+QString pointText(const HistoryPoint& point, bool hasTheme);
+
+}  // namespace guanchao

@@ -1,0 +1,229 @@
+#include "research/theme_history.h"
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+#include <utility>
+
+#include "store/store_error.h"
+#include "store/values.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// The service lists the days from 1 to 20 November 2026 with closes of 100, 101, ... 119.
+class ThemeHistoryTest : public ::testing::Test {
+protected:
+    ThemeHistoryTest() {
+        store_.addMember(u"银行"_s, u"SH600000"_s);
+        http_.answer = listedDays;
+    }
+
+    static QDate day(int number) { return {2026, 11, number}; }
+
+    static QString parameter(const QString& path, const QString& name) {
+        return path.section(QRegularExpression(u"[?&]"_s + name + u'='), 1).section(u'&', 0, 0);
+    }
+
+    static QByteArray listedDays(const QString& path) {
+        QString lines = u"Date,Open,High,Low,Close,Volume,Adj Close\n"_s;
+        for (int at = parameter(path, u"e"_s).toInt(); at >= parameter(path, u"b"_s).toInt();
+             --at) {
+            lines += u"2026-11-%1,1,1,1,%2,7,1\n"_s.arg(at, 2, 10, QChar(u'0')).arg(99 + at);
+        }
+        return lines.toUtf8();
+    }
+
+    // The requests since the last call, each as code, first and last day of the month.
+    QStringList asked() {
+        QStringList texts;
+        for (const QString& path : std::exchange(http_.paths, {})) {
+            texts << parameter(path, u"s"_s) + u' ' + parameter(path, u"b"_s) + u'-' +
+                         parameter(path, u"e"_s);
+        }
+        return texts;
+    }
+
+    void addCached(const QString& dm, const QList<int>& days, double gain = 1) {
+        for (const int number : days) {
+            store_.run({u"insert into geguhq(dm,riqi,zhangfu,sp) values('%1','%2 00:00:00',%3,9)"_s
+                            .arg(dm, dateText(day(number)))
+                            .arg(gain)});
+        }
+    }
+
+    std::optional<ThemeHistoryResult> compare(int first, int last,
+                                              const QString& theme = u" 银行 "_s) {
+        return history_.compare(dateTexts(day(first)), dateTexts(day(last)), theme);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    FakePump pump_;
+    FakeHttp http_;
+    ResultGrid grid_;
+    QStringList steps_;
+    CancellableRun run_{pump_, u"busy"_s, [] {}};
+    ThemeHistory history_{store_.stores,
+                          globals_,
+                          clock_,
+                          dialogs_,
+                          DayHistory(http_, Service()),
+                          run_,
+                          grid_,
+                          [this](const ThemeHistoryStep& it) { steps_ << it.text; }};
+};
+
+TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
+    const struct {
+        const char* name;
+        QList<int> cached;
+        int first, last;
+        QStringList asked;
+    } cases[] = {
+        {"nothing there", {}, 5, 10, {u"600000.ss 5-10"_s}},
+        {"all there", {5, 10}, 5, 10, {}},
+        {"a part of what is there", {5, 10}, 6, 9, {}},
+        {"the end is missing", {5, 7}, 5, 10, {u"600000.ss 7-10"_s}},
+        {"the start is missing", {8, 10}, 5, 10, {u"600000.ss 5-7"_s}},
+        {"both sides are missing", {7, 8}, 5, 10, {u"600000.ss 5-6"_s, u"600000.ss 8-10"_s}},
+        {"wholly before: up to the cache", {9, 10}, 3, 5, {u"600000.ss 3-8"_s}},
+        {"wholly behind: from the cache on", {3, 4}, 8, 10, {u"600000.ss 4-10"_s}},
+    };
+    for (const auto& it : cases) {
+        store_.run({u"delete from geguhq"_s});
+        addCached(u"SH600000"_s, it.cached);
+        Connection store = store_.stores.main.open();
+        DayCache(globals_, DayHistory(http_, Service()), run_)
+            .update(store, u"SH600000"_s, day(it.first), day(it.last));
+        EXPECT_EQ(asked(), it.asked) << it.name;
+        EXPECT_EQ(store_.rows(u"select count(*)-count(distinct riqi) from geguhq"_s),
+                  QStringList{u"0"_s})
+            << it.name << ": no day twice";
+    }
+}
+
+TEST_F(ThemeHistoryTest, ADownloadStoresTheGainsAndOnlyOnce) {
+    pump_.onRun = [this] { EXPECT_EQ(globals_.hqmang, 0); };
+    compare(1, 4);
+    const QStringList rows =
+        store_.rows(u"select dm,riqi,zhangfu,sp from geguhq where dm='SH600000'"_s);
+    EXPECT_EQ(rows, QStringList({u"SH600000|2026-11-02 00:00:00|1|101"_s,
+                                 u"SH600000|2026-11-03 00:00:00|0.99|102"_s,
+                                 u"SH600000|2026-11-04 00:00:00|0.98|103"_s}));
+    EXPECT_EQ(asked(), QStringList({u"000001.ss 1-4"_s, u"600000.ss 1-4"_s}));
+    const QStringList all = store_.rows(u"select * from geguhq"_s);
+    compare(1, 4);
+    EXPECT_EQ(asked(), QStringList());
+    EXPECT_EQ(store_.rows(u"select * from geguhq"_s), all);
+    compare(1, 6);
+    EXPECT_EQ(asked(), QStringList({u"000001.ss 4-6"_s, u"600000.ss 4-6"_s}));
+}
+
+TEST_F(ThemeHistoryTest, RepliesWithoutGainsStoreNothing) {
+    const struct {
+        const char* name;
+        std::optional<QByteArray> reply;
+    } cases[] = {
+        {"dead", std::nullopt},
+        {"one day", listedDays(u"?b=5&e=5"_s)},
+        {"a page",
+         QByteArray("<html>\n<p>2026-11-20,1,1,1,5,5</p>\n<p>a,b,1,2,3,4</p>\n</html>\n")},
+        {"a close of 0 is no base",
+         QByteArray("Date\n2026-11-03,1,1,1,7,1\n2026-11-02,1,1,1,0,1\n\n")},
+    };
+    for (const auto& it : cases) {
+        http_.answer = [&](const QString&) { return it.reply; };
+        const auto result = compare(5, 5);
+        ASSERT_TRUE(result) << it.name;
+        EXPECT_EQ(result->line, u"主题总涨幅(0)-大盘总涨幅(0)=涨幅差(0)"_s) << it.name;
+        EXPECT_EQ(grid_.rows(), 1) << it.name;
+        EXPECT_EQ(store_.rows(u"select * from geguhq"_s), QStringList()) << it.name;
+    }
+}
+
+TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
+    store_.addMember(u"银行"_s, u"SZ000001"_s);
+    store_.addMember(u"白酒"_s, u"SH600519"_s);
+    store_.run({u"insert into zhutidapanhq(riqi) values('2020-01-01 00:00:00')"_s});
+    addCached(u"SH000001"_s, {2, 3, 4}, 0.5);
+    addCached(u"SH600000"_s, {1, 2, 4}, 2.25);
+    addCached(u"SZ000001"_s, {1, 2, 4}, -1);
+    addCached(u"SH600519"_s, {1, 3, 4}, 9);
+    http_.answer = {};
+    const auto result = compare(2, 4);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->line, u"主题总涨幅(1.25)-大盘总涨幅(1.5)=涨幅差(-0.25)"_s);
+    QStringList points;
+    for (const HistoryPoint& point : result->points) {
+        points << pointText(point, result->hasTheme);
+    }
+    EXPECT_EQ(points, QStringList({u"2026-11-02  主题 0.63%  大盘 0.50%  差 0.13%"_s,
+                                   u"2026-11-03  主题 0.63%  大盘 1.00%  差 -0.38%"_s,
+                                   u"2026-11-04  主题 1.25%  大盘 1.50%  差 -0.25%"_s}));
+    EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s),
+              QStringList({u"2026-11-02 00:00:00|银行|0.625|0.5|9"_s,
+                           u"2026-11-03 00:00:00|null|null|0.5|9"_s,
+                           u"2026-11-04 00:00:00|银行|0.625|0.5|9"_s}));
+    ASSERT_EQ(grid_.rows(), 4);
+    EXPECT_EQ(grid_.textMatrix(1, 1), u"2026-11-04 00:00:00"_s) << "the newest day first";
+    EXPECT_EQ(grid_.textMatrix(1, 5), u"0.13"_s);
+    EXPECT_EQ(grid_.textMatrix(2, 2) + grid_.textMatrix(2, 3) + grid_.textMatrix(2, 5), QString());
+    EXPECT_EQ(steps_, QStringList({u"SH000001"_s, u"SH600000"_s, u"SZ000001"_s, u"2026-11-02"_s,
+                                   u"2026-11-03"_s, u"2026-11-04"_s}));
+}
+
+TEST_F(ThemeHistoryTest, WithoutAThemeTheIndexStandsAlone) {
+    const auto result = compare(1, 3, QString());
+    ASSERT_TRUE(result);
+    EXPECT_FALSE(result->hasTheme);
+    EXPECT_EQ(result->line, u"主题总涨幅(0)-大盘总涨幅(1.99)=涨幅差(-1.99)"_s);
+    EXPECT_EQ(asked(), QStringList{u"000001.ss 1-3"_s});
+    EXPECT_EQ(store_.rows(u"select zhutiname,zhutizhangfu from zhutidapanhq"_s),
+              QStringList({u"null|null"_s, u"null|null"_s}));
+}
+
+TEST_F(ThemeHistoryTest, RefusesWrongDatesAndABusyStore) {
+    EXPECT_FALSE(compare(6, 5));
+    globals_.hqmang = 1;
+    EXPECT_FALSE(compare(5, 6));
+    EXPECT_EQ(dialogs_.shown, QStringList({u"观潮台| 结束日期一定要大于开始日期哟！"_s,
+                                           u"观潮台|正在写入数据，请稍后再对比。"_s}));
+    EXPECT_EQ(asked(), QStringList());
+    globals_.hqmang = 0;
+    EXPECT_TRUE(compare(5, 5));
+}
+
+TEST_F(ThemeHistoryTest, AFailedStatementRollsItsDownloadBack) {
+    store_.run(
+        {u"create trigger refuse before insert on geguhq when new.dm='SH600000' and"
+         u" new.zhangfu=0.98 begin select raise(abort,'no'); end"_s});
+    EXPECT_THROW(compare(1, 4), StoreError);
+    EXPECT_EQ(globals_.hqmang, 0);
+    EXPECT_TRUE(grid_.redraw());
+    EXPECT_FALSE(run_.running());
+    EXPECT_EQ(store_.rows(u"select dm,count(*) from geguhq group by dm"_s),
+              QStringList{u"SH000001|3"_s});
+    EXPECT_THROW(compare(1, 4, u"a'b"_s), StoreError);
+}
+
+TEST_F(ThemeHistoryTest, ACancelledRunKeepsWhatWasDownloaded) {
+    pump_.onRun = [this] {
+        EXPECT_EQ(globals_.hqmang, 0);
+        if (pump_.runs == 2) {
+            run_.cancel();
+        }
+    };
+    EXPECT_FALSE(compare(1, 4));
+    EXPECT_EQ(asked(), QStringList{u"000001.ss 1-4"_s});
+    EXPECT_EQ(store_.rows(u"select count(*) from geguhq"_s), QStringList{u"3"_s});
+    EXPECT_FALSE(run_.running());
+}
+
+}  // namespace guanchao
