@@ -21,7 +21,7 @@ const QColor ground(20, 21, 24);
 const QColor lines(58, 62, 69);
 const QColor words(192, 192, 192);
 const QColor box(48, 52, 58, 235);
-constexpr double lineWidth = 2;
+constexpr double thickness = 2;
 constexpr int dotRadius = 4;
 constexpr int boxPadding = 6;
 constexpr int mostTicks = 8;
@@ -69,7 +69,7 @@ void HistoryPlot::buildAxes() {
 QLineSeries* HistoryPlot::addLine(const QString& name, const QColor& colour) {
     auto* line = new QLineSeries(this);
     line->setName(name);
-    line->setPen(QPen(colour, lineWidth));
+    line->setPen(QPen(colour, thickness));
     chart()->addSeries(line);
     line->attachAxis(days_);
     line->attachAxis(percents_);
@@ -94,7 +94,7 @@ void HistoryPlot::showPoints(const QList<HistoryPoint>& points, bool hasTheme) {
     theme_->setVisible(hasTheme);
     difference_->setVisible(hasTheme);
     const bool fell = !points.isEmpty() && points.last().difference() < 0;
-    difference_->setPen(QPen(QColor::fromRgb(fell ? fallColour : riseColour), lineWidth));
+    difference_->setPen(QPen(QColor::fromRgb(fell ? fallColour : riseColour), thickness));
     for (QAbstractAxis* axis :
          {static_cast<QAbstractAxis*>(days_), static_cast<QAbstractAxis*>(percents_)}) {
         axis->setVisible(!points.isEmpty());

@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "platform/gbk.h"
+#include "store/bound_insert.h"
 #include "store/initials.h"
 #include "store/seed_list.h"
-#include "store/sqlite.h"
 #include "store/values.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
@@ -25,30 +25,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Bound parameters serve here: seeds are data, not the program's worded statements.
-class Insert {
-public:
-    Insert(Connection& connection, const QString& statement)
-        : connection_(connection), text_(statement), statement_(prepare(connection, statement)) {}
-
-    void row(const QStringList& values) {
-        for (int at = 0; at < values.size(); ++at) {
-            const QByteArray text = values[at].toUtf8();
-            sqlite3_bind_text(statement_.get(), at + 1, text.constData(),
-                              static_cast<int>(text.size()), SQLITE_TRANSIENT);
-        }
-        if (sqlite3_step(statement_.get()) != SQLITE_DONE) {
-            raise(connection_, text_);
-        }
-        sqlite3_reset(statement_.get());
-    }
-
-private:
-    Connection& connection_;
-    QString text_;
-    StatementHandle statement_;
-};
-
 class Seeds {
 public:
     Seeds(QString dataFolder, const QDateTime& now)
@@ -58,22 +34,23 @@ public:
         const QList<QStringList> codes = list("codes");
         fillCodes(connection, codes);
         fillThemes(connection, codes);
-        Insert sectors(connection, u"insert into bankuaidmb values(?,?)"_s);
+        BoundInsert sectors(connection, u"insert into bankuaidmb values(?,?)"_s);
         for (const QStringList& row : list("sectors")) {
             sectors.row(row);
         }
-        Insert(connection, u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
+        BoundInsert(connection,
+                    u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
             .row({now_, u"https://basic.10jqka.com.cn/600000/"_s});
     }
 
     void fillHeat(Connection& connection) const {
-        Insert(connection,
-               u"insert into canshu(today,zidinyinum,yinqingurl) "
-               u"values(?,'30',?)"_s)
+        BoundInsert(connection,
+                    u"insert into canshu(today,zidinyinum,yinqingurl) "
+                    u"values(?,'30',?)"_s)
             .row({now_, u"https://www.baidu.com/s?wd=tihuandm"_s});
-        Insert commodities(connection,
-                           u"insert into shopname(shopname,guanzhudu,aboutgegu,"
-                           u"adddate) values(?,?,?,?)"_s);
+        BoundInsert commodities(connection,
+                                u"insert into shopname(shopname,guanzhudu,aboutgegu,"
+                                u"adddate) values(?,?,?,?)"_s);
         for (const QStringList& row : list("commodities")) {
             commodities.row(row + QStringList{now_});
         }
@@ -85,7 +62,7 @@ public:
 
     void fillPinyin(Connection& connection) const {
         const Initials initials({});
-        Insert readings(connection, u"insert into pingyin values(?,?)"_s);
+        BoundInsert readings(connection, u"insert into pingyin values(?,?)"_s);
         for (const QChar character : commonCharacters()) {
             const QString reading = initials.reading(character);
             if (!reading.isEmpty()) {
@@ -105,9 +82,9 @@ private:
             exceptions.insert(row[0], row[1]);
         }
         const Initials initials(exceptions);
-        Insert codes(connection,
-                     u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
-                     u"values(?,?,?,?,?)"_s);
+        BoundInsert codes(connection,
+                          u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
+                          u"values(?,?,?,?,?)"_s);
         for (const QStringList& row : stocks) {
             codes.row({row[0], row[0].sliced(2), row[1], initials.of(row[1]), now_});
         }
@@ -118,9 +95,9 @@ private:
         for (const QStringList& row : stocks) {
             names.insert(row[0], row[1]);
         }
-        Insert members(connection,
-                       u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,"
-                       u"guanzhudu) values(?,?,?,?,?,?)"_s);
+        BoundInsert members(connection,
+                            u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,"
+                            u"guanzhudu) values(?,?,?,?,?,?)"_s);
         for (const QStringList& row : list("themes")) {
             members.row({row[0], row[1], names.value(row[1]), now_, row[2], row[3]});
         }

@@ -1,0 +1,20 @@
+#include "store/bound_insert.h"
+
+namespace guanchao {
+
+BoundInsert::BoundInsert(Connection& connection, const QString& statement)
+    : connection_(connection), text_(statement), statement_(prepare(connection, statement)) {}
+
+void BoundInsert::row(const QStringList& values) {
+    for (int at = 0; at < values.size(); ++at) {
+        const QByteArray text = values[at].toUtf8();
+        sqlite3_bind_text(statement_.get(), at + 1, text.constData(), static_cast<int>(text.size()),
+                          SQLITE_TRANSIENT);
+    }
+    if (sqlite3_step(statement_.get()) != SQLITE_DONE) {
+        raise(connection_, text_);
+    }
+    sqlite3_reset(statement_.get());
+}
+
+}  // namespace guanchao

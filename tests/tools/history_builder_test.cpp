@@ -1,0 +1,156 @@
+#include "tools/history_builder/history_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+#include "tools/practice_history/practice_history.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class HistoryBuilderTest : public ::testing::Test {
+protected:
+    void add(const QByteArray& lines, const std::optional<QList<ThemeMember>>& themes = {}) {
+        QFile file(csv_);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("dm,shijian,kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,fuquanyz\n" + lines);
+        file.close();
+        addToHistory(files_, readDayRows(csv_), themes);
+    }
+    QStringList first(const QString& query) { return TestStores::rows({files_.first, {}}, query); }
+    QStringList second(const QString& query) {
+        return TestStores::rows({files_.second, {}}, query);
+    }
+
+    QTemporaryDir folder_;
+    const QString csv_ = folder_.filePath(u"days.csv"_s);
+    const HistoryFiles files_{folder_.filePath(u"a/first.db3"_s),
+                              folder_.filePath(u"a/second.db3"_s)};
+};
+
+TEST_F(HistoryBuilderTest, NewDaysComeToWhatIsThereOnlyOnce) {
+    const QByteArray day19 = "SH600000,2026-11-19,12.34,12.5,12,12.345,12.3,7000,86380.5,1.05\n";
+    const QByteArray day20 = "SH600000,2026-11-20,9.99,10,9,9.5,12.35,8000,76000,1.1\n";
+    const QByteArray index = "SH000001,2026-11-20,3000.12,3001,2990,3000,2999,1,2,1\n";
+    add(day19 + day19, QList<ThemeMember>{{u"银行"_s, u"SH600000"_s}, {u"旧"_s, u"SZ000001"_s}});
+    add(index + day20 + day19, QList<ThemeMember>{{u"银行'"_s, u"SH600000"_s}});
+    add(day20);
+    const QStringList days = {u"2026-11-19|1234|1250|1200|1235|1230|7000|86380.5|1.05"_s,
+                              u"2026-11-20|999|1000|900|950|1235|8000|76000|1.1"_s};
+    EXPECT_EQ(first(u"select * from SH600000"_s), days);
+    EXPECT_EQ(second(u"select * from SH600000"_s), days);
+    EXPECT_EQ(first(u"select * from geguhq"_s),
+              QStringList({u"SH600000|"_s + days[0], u"SH600000|"_s + days[1]}))
+        << "stocks, not the index";
+    EXPECT_EQ(first(u"select kp from SH000001"_s), QStringList{u"300012"_s});
+    EXPECT_EQ(first(u"select * from dzhzhuti"_s), QStringList{u"银行'|SH600000"_s});
+    EXPECT_EQ(second(u"select * from nishihq2"_s), QStringList());
+}
+
+TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
+    const QByteArray good = "SH600000,2026-11-19,1,1,1,1,1,1,1,1\n";
+    const struct {
+        QByteArray row;
+        QString words;
+    } cases[] = {
+        {"SH600000,2026-11-20,1,1,1,1,1,1,1", u"应有 10 个字段，只有 9 个"_s},
+        {"600000,2026-11-20,1,1,1,1,1,1,1,1", u"“600000”不是代码，例如 SH600000"_s},
+        {"SHx00000,2026-11-20,1,1,1,1,1,1,1,1", u"“SHx00000”不是代码，例如 SH600000"_s},
+        {"SH600000,2026-13-20,1,1,1,1,1,1,1,1", u"“2026-13-20”不是日期，例如 2026-11-24"_s},
+        {"SH600000,2026-11-20,1,1,1,x,1,1,1,1", u"收盘“x”不是数字"_s},
+        {"SH600000,2026-11-20,1,1,1,nan,1,1,1,1", u"收盘“nan”不是数字"_s},
+        {"SH600000,2026-11-20,1,1,1,1,0,1,1,1", u"前收盘要大于 0"_s},
+        {"SH600000,2026-11-20,1,1,1,1,1,-1,1,1", u"成交量“-1”不是数字"_s},
+        {"SH600000,2026-11-20,1,1,1,1,1,1,1,0", u"复权因子要大于 0"_s},
+    };
+    add(good);
+    for (const auto& it : cases) {
+        try {
+            add(good + "SH600001,2026-11-19,1,1,1,1,1,1,1,1\n\n" + it.row);
+            ADD_FAILURE() << it.row.toStdString();
+        } catch (const std::runtime_error& failure) {
+            EXPECT_EQ(QString::fromUtf8(failure.what()), csv_ + u" 第 5 行："_s + it.words);
+        }
+    }
+    EXPECT_EQ(first(u"select count(*) from geguhq"_s), QStringList{u"1"_s});
+}
+
+TEST_F(HistoryBuilderTest, AFailureLeavesAFileAsItWas) {
+    add("SH600000,2026-11-19,1,1,1,1,1,1,1,1\n");
+    Connection(files_.first, {})
+        .execute(
+            u"create trigger refuse before insert on geguhq begin select raise(abort,'no');"
+            u" end"_s);
+    EXPECT_ANY_THROW(add("SH600000,2026-11-20,1,1,1,1,1,1,1,1\n"));
+    EXPECT_EQ(first(u"select count(*) from SH600000"_s), QStringList{u"1"_s});
+    const QString blocked = folder_.filePath(u"new.db3"_s);
+    EXPECT_TRUE(QDir().mkpath(blocked + u".new/x"_s));
+    EXPECT_ANY_THROW(addToHistory({blocked, files_.second}, {}, {}));
+    EXPECT_FALSE(QFile::exists(blocked));
+}
+
+TEST_F(HistoryBuilderTest, TheStatementsOfTheScansFindAnIndex) {
+    add("SH600000,2026-11-19,1,1,1,1,1,1,1,1\n");
+    const QString queries[] = {
+        u"select date(shijian) from SH600000 where date(shijian)<='2026-11-20' order by"
+        u" date(shijian) desc limit 30"_s,
+        u"select date(shijian) from SH600000 where  date(shijian)>'2026-11-18' order by"
+        u" date(shijian) asc limit 10"_s,
+        u"select zhutiname,count(*) from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
+        u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)='2026-11-19'"_s,
+        u"select  zhutiname,dm from dzhzhuti   where zhutiname='银行'"_s,
+    };
+    for (const QString& query : queries) {
+        for (const QString& step : first(u"explain query plan "_s + query)) {
+            EXPECT_TRUE(step.contains(u"USING"_s) && step.contains(u"INDEX"_s) &&
+                        !step.contains(u"TEMP"_s))
+                << query.toStdString() << step.toStdString();
+        }
+    }
+}
+
+// What the scan asks of a day, over the practice market's history.
+TEST(PracticeHistoryTest, ThemesReachTheBarOnSomeDays) {
+    const QStringList codes = {u"SH600000"_s, u"SH600001"_s, u"SH600002"_s, u"SZ000001"_s,
+                               u"SZ000002"_s, u"SZ000003"_s, u"SZ000004"_s, u"SZ000005"_s};
+    std::vector<PracticeStock> stocks;
+    QList<ThemeMember> library;
+    for (const QString& dm : codes) {
+        stocks.push_back({dm, dm});
+        library << ThemeMember{u"银行"_s, dm};
+    }
+    const PracticeQuotes quotes(stocks);
+    const QDate today(2026, 11, 24);
+    const PracticeHistory history = practiceHistory(quotes, library, today);
+    QMap<QDate, int> limits;
+    QMap<QDate, int> onePrice;
+    QHash<QString, qint64> formerClose;
+    for (const DayRow& row : history.days) {
+        EXPECT_EQ(row.formerClose, formerClose.value(row.dm, row.formerClose));
+        EXPECT_TRUE(row.low <= std::min(row.open, row.close) &&
+                    row.high >= std::max(row.open, row.close));
+        formerClose[row.dm] = row.close;
+        const bool isLimit =
+            static_cast<double>(row.close) / static_cast<double>(row.formerClose) > 1.095 &&
+            row.high == row.close;
+        limits[row.day] += isLimit ? 1 : 0;
+        onePrice[row.day] += isLimit && row.high == row.low ? 1 : 0;
+    }
+    EXPECT_EQ(limits.size(), 400);
+    EXPECT_EQ(limits.lastKey(), QDate(2026, 11, 23)) << "today's day is still to come";
+    const QList<int> counts = limits.values();
+    EXPECT_GT(std::ranges::count_if(counts, [](int count) { return count >= 8 / 4 + 2; }), 10);
+    EXPECT_GT(std::ranges::max(onePrice.values()), 0);
+    EXPECT_NEAR(static_cast<double>(formerClose[u"SH600000"_s]) / 100,
+                quotes.days(u"sh600000"_s, today.addDays(-1), today, today.startOfDay())[0].close,
+                0.011);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,120 @@
+#include "tools/history_builder/day_rows.h"
+
+#include <QFile>
+#include <QStringList>
+#include <cmath>
+#include <functional>
+#include <stdexcept>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype dayFields = 10;
+constexpr qsizetype themeFields = 2;
+
+[[noreturn]] void fail(const QString& text) {
+    throw std::runtime_error(text.toStdString());
+}
+
+// The code becomes the name of a table.
+QString codeFrom(const QString& text) {
+    const bool known = text.startsWith(u"SH"_s) || text.startsWith(u"SZ"_s);
+    bool digits = false;
+    text.mid(2).toUInt(&digits);
+    if (!known || !digits || text.size() != 8) {
+        fail(u"“"_s + text + u"”不是代码，例如 SH600000"_s);
+    }
+    return text;
+}
+
+QDate dayFrom(const QString& text) {
+    const QDate day = QDate::fromString(text, Qt::ISODate);
+    if (!day.isValid()) {
+        fail(u"“"_s + text + u"”不是日期，例如 2026-11-24"_s);
+    }
+    return day;
+}
+
+double numberFrom(const QString& name, const QString& text) {
+    bool ok = false;
+    const double number = text.toDouble(&ok);
+    if (!ok || !std::isfinite(number) || number < 0) {
+        fail(name + u"“"_s + text + u"”不是数字"_s);
+    }
+    return number;
+}
+
+double aboveZero(const QString& name, const QString& text) {
+    const double number = numberFrom(name, text);
+    if (number <= 0) {
+        fail(name + u"要大于 0"_s);
+    }
+    return number;
+}
+
+qint64 price(const QString& name, const QString& text) {
+    return std::llround(aboveZero(name, text) * 100);
+}
+
+DayRow dayRow(const QStringList& fields) {
+    DayRow row;
+    row.dm = codeFrom(fields[0]);
+    row.day = dayFrom(fields[1]);
+    row.open = price(u"开盘"_s, fields[2]);
+    row.high = price(u"最高"_s, fields[3]);
+    row.low = price(u"最低"_s, fields[4]);
+    row.close = price(u"收盘"_s, fields[5]);
+    row.formerClose = price(u"前收盘"_s, fields[6]);
+    row.volume = numberFrom(u"成交量"_s, fields[7]);
+    row.turnover = numberFrom(u"成交额"_s, fields[8]);
+    row.factor = aboveZero(u"复权因子"_s, fields[9]);
+    return row;
+}
+
+// Gives the fields of each line behind the header to `take`, whose failures get the line's number.
+void readLines(const QString& path, qsizetype fewestFields,
+               const std::function<void(const QStringList&)>& take) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        fail(u"不能读取 "_s + path + u"："_s + file.errorString());
+    }
+    file.readLine();
+    for (int line = 2; !file.atEnd(); ++line) {
+        const QString text = QString::fromUtf8(file.readLine()).trimmed();
+        if (text.isEmpty()) {
+            continue;
+        }
+        const QStringList fields = text.split(u',');
+        try {
+            if (fields.size() < fewestFields) {
+                fail(u"应有 "_s + QString::number(fewestFields) + u" 个字段，只有 "_s +
+                     QString::number(fields.size()) + u" 个"_s);
+            }
+            take(fields);
+        } catch (const std::runtime_error& failure) {
+            fail(path + u" 第 "_s + QString::number(line) + u" 行："_s +
+                 QString::fromUtf8(failure.what()));
+        }
+    }
+}
+
+}  // namespace
+
+QList<DayRow> readDayRows(const QString& path) {
+    QList<DayRow> rows;
+    readLines(path, dayFields, [&](const QStringList& fields) { rows << dayRow(fields); });
+    return rows;
+}
+
+QList<ThemeMember> readThemeMembers(const QString& path) {
+    QList<ThemeMember> members;
+    readLines(path, themeFields, [&](const QStringList& fields) {
+        members << ThemeMember{fields[0], codeFrom(fields[1])};
+    });
+    return members;
+}
+
+}  // namespace guanchao

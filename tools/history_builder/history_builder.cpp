@@ -1,0 +1,153 @@
+#include "tools/history_builder/history_builder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QScopeGuard>
+#include <QSet>
+#include <functional>
+#include <stdexcept>
+
+#include "store/bound_insert.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using DaysByCode = QMap<QString, QList<DayRow>>;
+
+// 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
+const QString dayColumns =
+    u"shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
+    u"chengjiaol numeric,chengjiaoe numeric,fuquanyz real"_s;
+
+QStringList valuesOf(const DayRow& row) {
+    return {dateText(row.day),        QString::number(row.open),  QString::number(row.high),
+            QString::number(row.low), QString::number(row.close), QString::number(row.formerClose),
+            numberText(row.volume),   numberText(row.turnover),   numberText(row.factor)};
+}
+
+bool isIndex(const QString& dm) {
+    return dm.startsWith(u"SH000"_s) || dm.startsWith(u"SZ399"_s);
+}
+
+QSet<QString> daysIn(Connection& store, const QString& source) {
+    QSet<QString> days;
+    for (Recordset rows(store, u"select date(shijian) from "_s + source); !rows.atEnd();
+         rows.moveNext()) {
+        days << rows.value(0).toText();
+    }
+    return days;
+}
+
+// The rows of a code that `source`, a table with or without a condition, lacks.
+QList<DayRow> missingDays(Connection& store, const QString& source, const QList<DayRow>& rows) {
+    QSet<QString> known = daysIn(store, source);
+    QList<DayRow> missing;
+    for (const DayRow& row : rows) {
+        const QString day = dateText(row.day);
+        if (!known.contains(day)) {
+            known << day;
+            missing << row;
+        }
+    }
+    return missing;
+}
+
+int addStockTables(Connection& store, const DaysByCode& codes) {
+    int added = 0;
+    for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
+        const QString& dm = code.key();
+        store.execute(u"create table if not exists "_s + dm + u" ("_s + dayColumns + u")"_s);
+        store.execute(u"create index if not exists "_s + dm + u"_shijian on "_s + dm +
+                      u" (date(shijian))"_s);
+        BoundInsert insert(store, u"insert into "_s + dm + u" values(?,?,?,?,?,?,?,?,?)"_s);
+        for (const DayRow& row : missingDays(store, dm, code.value())) {
+            insert.row(valuesOf(row));
+            ++added;
+        }
+    }
+    return added;
+}
+
+void addMarketTable(Connection& store, const DaysByCode& codes) {
+    store.execute(u"create table if not exists geguhq (dm text,"_s + dayColumns + u")"_s);
+    store.execute(u"create index if not exists geguhq_shijian on geguhq (date(shijian))"_s);
+    store.execute(u"create index if not exists geguhq_dm on geguhq (dm,date(shijian))"_s);
+    BoundInsert insert(store, u"insert into geguhq values(?,?,?,?,?,?,?,?,?,?)"_s);
+    for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
+        const QString source = u"geguhq where dm='"_s + code.key() + u"'"_s;
+        if (isIndex(code.key())) {
+            continue;
+        }
+        for (const DayRow& row : missingDays(store, source, code.value())) {
+            insert.row(QStringList{row.dm} + valuesOf(row));
+        }
+    }
+}
+
+void addThemes(Connection& store, const std::optional<QList<ThemeMember>>& themes) {
+    store.execute(u"create table if not exists dzhzhuti (zhutiname text,dm text)"_s);
+    store.execute(u"create index if not exists dzhzhuti_dm on dzhzhuti (dm,zhutiname)"_s);
+    store.execute(u"create index if not exists dzhzhuti_zhutiname on dzhzhuti (zhutiname)"_s);
+    if (!themes) {
+        return;
+    }
+    store.execute(u"delete from dzhzhuti"_s);
+    BoundInsert insert(store, u"insert into dzhzhuti(zhutiname,dm) values(?,?)"_s);
+    for (const ThemeMember& member : *themes) {
+        insert.row({member.theme, member.dm});
+    }
+}
+
+void inOneTransaction(const QString& path, const std::function<void(Connection&)>& fill) {
+    Connection store(path, {});
+    Transaction transaction(store);
+    fill(store);
+    transaction.commit();
+}
+
+// A new file comes to its place when it is complete.
+void write(const QString& path, const std::function<void(Connection&)>& fill) {
+    if (QFileInfo::exists(path)) {
+        inOneTransaction(path, fill);
+        return;
+    }
+    const QString fresh = path + u".new"_s;
+    QDir().mkpath(QFileInfo(path).path());
+    QFile::remove(fresh);
+    const auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
+    createStore(fresh, {}, {});
+    inOneTransaction(fresh, fill);
+    if (!QFile::rename(fresh, path)) {
+        throw std::runtime_error(QString(u"不能写入 "_s + path).toStdString());
+    }
+}
+
+}  // namespace
+
+int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
+                 const std::optional<QList<ThemeMember>>& themes) {
+    DaysByCode codes;
+    for (const DayRow& row : days) {
+        codes[row.dm] << row;
+    }
+    int added = 0;
+    write(files.first, [&](Connection& store) {
+        added = addStockTables(store, codes);
+        addMarketTable(store, codes);
+        addThemes(store, themes);
+    });
+    write(files.second, [&](Connection& store) {
+        store.execute(u"create table if not exists nishihq2 ("_s + dayColumns + u")"_s);
+        addStockTables(store, codes);
+    });
+    return added;
+}
+
+}  // namespace guanchao
