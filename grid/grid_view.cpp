@@ -31,6 +31,11 @@ QFont fontOf(const ResultGrid& grid, int col, QFont font) {
     return font;
 }
 
+// yyyy-MM-dd hh:mm:ss
+bool isMoment(const QString& text) {
+    return text.size() == 19 && text[4] == u'-' && text[10] == u' ' && text[16] == u':';
+}
+
 // Puts the cell's own colour and font under the text, on a marked row too.
 class CellDelegate : public QStyledItemDelegate {
 public:
@@ -110,14 +115,14 @@ void GridView::applyWidth(int col) {
     setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
 }
 
-// A number or a code of which the end is missing reads as another one: such a column grows beyond
-// its width. Columns with a font of their own hold codes.
+// A number, a code or a moment of which the end is missing reads as another one: such a column
+// grows beyond its width. Columns with a font of their own hold codes.
 int GridView::widthOfKeys(int col) const {
     const bool ownFont = grid_->colFont(col).points > 0;
     QString longest;
     for (int row = 1; row < grid_->rows(); ++row) {
         const QString& text = grid_->textMatrix(row, col);
-        if (text.size() > longest.size() && (ownFont || readsAsNumber(text))) {
+        if (text.size() > longest.size() && (ownFont || readsAsNumber(text) || isMoment(text))) {
             longest = text;
         }
     }

@@ -22,6 +22,7 @@ Form24::Form24(Environment& environment, Windows&)
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
+    ui_->tableAndPlot->setSizes({1000, 1000});
     first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
     last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
     connect(ui_->Command9, &QPushButton::clicked, this, &Form24::Command9_Click);

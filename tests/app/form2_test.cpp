@@ -16,6 +16,7 @@
 
 #include "grid/grid_view.h"
 #include "platform/gbk.h"
+#include "research/form24.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 
@@ -125,6 +126,31 @@ TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
     EXPECT_TRUE(find<QListWidget>(u"List1"_s)->isVisible()) << "a left press leaves the list open";
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
+}
+
+TEST_F(Form2Test, AThemeOpensItsHistory) {
+    load();
+    const auto openAndClose = [this](const std::function<void()>& ask) {
+        ask();
+        QStringList themes;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (qobject_cast<const Form24*>(widget) && widget->isVisible()) {
+                themes << widget->findChild<QLineEdit*>(u"Text1"_s)->text();
+            }
+        }
+        windows_.closeAll();
+        return themes;
+    };
+    const auto doubleClick = [this] {
+        click(u"MSHFlexGrid1"_s, 2, 1);
+        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
+                           view->visualRect(view->model()->index(1, 1)).center());
+    };
+    EXPECT_EQ(openAndClose(doubleClick), QStringList{u"白酒"_s});
+    for (const QString& entry : {u"历史涨幅"_s, u"主题历史涨幅"_s}) {
+        EXPECT_EQ(openAndClose([&] { trigger(entry); }), QStringList{u"白酒"_s});
+    }
 }
 
 TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
