@@ -1,6 +1,7 @@
 #include "app/application.h"
 
 #include <QDebug>
+#include <QLibraryInfo>
 #include <QScopeGuard>
 
 #include "app/failure.h"
@@ -8,10 +9,20 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(programName);
     setQuitOnLastWindowClosed(false);
     applyLooks(*this);
+    speakChinese();
+}
+
+// The toolkit's own words: menus of text boxes, the open-file dialog.
+void Application::speakChinese() {
+    if (qtWords_.load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        installTranslator(&qtWords_);
+    }
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

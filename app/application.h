@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QTranslator>
 #include <exception>
 #include <functional>
 
@@ -28,6 +29,9 @@ public:
     void showFailure(const std::exception& failure);
 
 private:
+    void speakChinese();
+
+    QTranslator qtWords_;
     Dialogs* dialogs_ = nullptr;
     bool showing_ = false;
 };

@@ -38,11 +38,6 @@ constexpr int heightAboveGrids = 1700;
 
 constexpr int alarmRepeats = 20;
 
-// The grid must hold a table, and the pointer be on one of its rows.
-bool isDataRow(const ResultGrid& grid, int row) {
-    return row > 0 && grid.cols() > 2 && grid.rows() > 1;
-}
-
 }  // namespace
 
 Form2::Form2(Environment& environment, Windows& windows)
@@ -341,7 +336,7 @@ void Form2::showProgress(const QuoteProgress& progress) {
 }
 
 void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (!isDataRow(themes_, row)) {
+    if (!themes_.isDataRow(row)) {
         themes_.setToolTipText({});
         return;
     }
@@ -357,20 +352,20 @@ void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form2::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         picker_->hideList();
-        themes_.setRedraw(false);
         if (row == 0) {
             sortByHeader(themes_, col, u"时间"_s, lastSortCode_);
-        } else {
-            biaoji(themes_, row);
-            ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
-            themeTable_.xianshizhutigu(ui_->Text2->text());
+            return;
         }
+        themes_.setRedraw(false);
+        biaoji(themes_, row);
+        ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
+        themeTable_.xianshizhutigu(ui_->Text2->text());
         themes_.setRedraw(true);
     });
 }
 
 void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
-    if (!isDataRow(stocks_, row)) {
+    if (!stocks_.isDataRow(row)) {
         return;
     }
     environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
@@ -386,9 +381,7 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
 void Form2::MSHFlexGrid2_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            stocks_.setRedraw(false);
             sortByHeader(stocks_, col, u"日期"_s, lastSortCode_);
-            stocks_.setRedraw(true);
         }
     });
 }

@@ -1,7 +1,9 @@
 #include "articles/article_browser.h"
 
 #include <QScopeGuard>
+#include <utility>
 
+#include "articles/article_removal.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -53,6 +55,7 @@ void ArticleBrowser::list(const ArticleQuery& query) {
     Connection store = stores_.article.open();
     Recordset articles(store, query.statement());
     grid_.setRedraw(false);
+    const auto show = qScopeGuard([this] { grid_.setRedraw(true); });
     grid_.clear();
     grid_.setRows(1);
     grid_.setCols(1);
@@ -61,7 +64,6 @@ void ArticleBrowser::list(const ArticleQuery& query) {
         setWidths(grid_);
     }
     grid_.setRow(0);
-    grid_.setRedraw(true);
 }
 
 void ArticleBrowser::press(int row) {
@@ -91,14 +93,16 @@ bool ArticleBrowser::removeCurrent() {
     // The window, and this with it, may go under its own question.
     const StoreFile articles = stores_.article;
     Dialogs& dialogs = dialogs_;
-    const qint32 id = globals_.dangqianwenzhang;
+    Globals& globals = globals_;
+    // A press in a list of one holds no article: what is named is what goes.
+    const qint32 id = idOf(grid_.row());
     if (!dialogs.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
                      u"》吗?"_s)) {
         return false;
     }
     {
         Connection store = articles.open();
-        remove(store, id);
+        removeArticle(store, id, globals);
     }
     dialogs.tell(u" 已删除这篇文章!"_s);
     return true;
@@ -108,6 +112,7 @@ bool ArticleBrowser::removeListed() {
     const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
     const StoreFile articles = stores_.article;
     Dialogs& dialogs = dialogs_;
+    Globals& globals = globals_;
     QList<qint32> listed;
     for (int row = 1; row < grid_.rows(); ++row) {
         listed << idOf(row);
@@ -118,7 +123,7 @@ bool ArticleBrowser::removeListed() {
     {
         Connection store = articles.open();
         for (const qint32 id : listed) {
-            remove(store, id);
+            removeArticle(store, id, globals);
         }
     }
     dialogs.tell(u" 已删除本表中显示的所有文章!"_s);
@@ -127,12 +132,6 @@ bool ArticleBrowser::removeListed() {
 
 qint32 ArticleBrowser::idOf(int row) const {
     return grid_.cols() > idColumn ? grid_.textMatrix(row, idColumn).toInt() : 0;
-}
-
-void ArticleBrowser::remove(Connection& store, qint32 id) {
-    Transaction transaction(store);
-    store.execute(u"delete from wenzhang  where id="_s + QString::number(id));
-    transaction.commit();
 }
 
 }  // namespace guanchao

@@ -41,7 +41,7 @@ public:
     // The same, with a word to the user if no row is chosen.
     bool takeChosenRow();
 
-    // 删除本篇: the current article, under the title of the grid's current row. True if it is done.
+    // 删除本篇: the article of the grid's current row. True if it is done.
     bool removeCurrent();
 
     // 删除本表: every article that the grid shows. True if it is done.
@@ -49,7 +49,6 @@ public:
 
 private:
     qint32 idOf(int row) const;
-    void remove(Connection& store, qint32 id);
 
     const Stores& stores_;
     Globals& globals_;

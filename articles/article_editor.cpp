@@ -1,7 +1,10 @@
 #include "articles/article_editor.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
+#include "articles/article_removal.h"
 #include "articles/installation.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -24,8 +27,9 @@ QString withoutApostrophes(QString& box) {
 }
 
 qint32 idOf(const ArticleFields& fields) {
+    using Range = std::numeric_limits<qint32>;
     const double id = roundToWhole(numericPrefix(fields.id));
-    return static_cast<qint32>(std::min<double>(id, std::numeric_limits<qint32>::max()));
+    return static_cast<qint32>(std::clamp<double>(id, Range::min(), Range::max()));
 }
 
 }  // namespace
@@ -72,9 +76,13 @@ std::optional<ArticleFields> ArticleEditor::moveTo(qint32 id) {
         }
     }
     if (!article) {
-        dialogs_.tell(u"此文章已删除!"_s);
+        tellDeleted();
     }
     return article;
+}
+
+void ArticleEditor::tellDeleted() {
+    dialogs_.tell(u"此文章已删除!"_s);
 }
 
 ArticleFields ArticleEditor::newArticle(const QString& kind, const QString& value) const {
@@ -119,18 +127,25 @@ QString ArticleEditor::save(ArticleFields& fields) {
     if (!checked) {
         return {};
     }
-    update(*checked);
+    if (!update(*checked)) {
+        fields.id = ArticleFields().id;
+        tellDeleted();
+        return {};
+    }
     return changed;
 }
 
-void ArticleEditor::update(const Checked& it) {
+// False if the article is no longer there.
+bool ArticleEditor::update(const Checked& it) const {
     Connection store = stores_.article.open();
     Transaction transaction(store);
     store.execute(u"update wenzhang set rq='"_s + it.day + u"',zuozhe='"_s + it.author +
                   u"',dalei='"_s + it.category + u"',xiaolei='"_s + it.subcategory +
                   u"',biaoti='"_s + it.title + u"',leirong='"_s + it.body + u"' where id="_s +
                   QString::number(id_));
+    const bool found = store.changedRows() > 0;
     transaction.commit();
+    return found;
 }
 
 std::optional<ArticleEditor::Checked> ArticleEditor::check(ArticleFields& fields) {
@@ -167,14 +182,13 @@ bool ArticleEditor::remove(const ArticleFields& fields) {
     // The window, and this with it, may go under its own question.
     const StoreFile articles = stores_.article;
     Dialogs& dialogs = dialogs_;
+    Globals& globals = globals_;
     if (!dialogs.ask(u"确实要删除这篇文章吗?"_s)) {
         return false;
     }
     {
         Connection store = articles.open();
-        Transaction transaction(store);
-        store.execute(u"delete from wenzhang  where id="_s + QString::number(idOf(fields)));
-        transaction.commit();
+        removeArticle(store, idOf(fields), globals);
     }
     dialogs.tell(u" 已删除这篇文章!"_s);
     return true;

@@ -32,7 +32,8 @@ public:
     // 添加: always a new article; its id comes into the fields. Fields that may hold no apostrophe
     // lose theirs. True if it is stored.
     bool add(ArticleFields& fields);
-    // 保存: adds what is not in the store yet. The words to show for it; empty if it is refused.
+    // 保存: adds what is not in the store yet. The words to show for it; empty if it is refused. An
+    // article that was deleted elsewhere loses its id: the next save adds it.
     QString save(ArticleFields& fields);
 
     // 删除: true if the user agreed.
@@ -59,7 +60,8 @@ private:
     ArticleFields newArticle(const QString& kind, const QString& value) const;
     std::optional<Checked> check(ArticleFields& fields);
     std::optional<Checked> refuse(const QString& answer);
-    void update(const Checked& checked);
+    bool update(const Checked& checked) const;
+    void tellDeleted();
 
     const Stores& stores_;
     Globals& globals_;

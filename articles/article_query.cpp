@@ -1,5 +1,8 @@
 #include "articles/article_query.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "store/values.h"
 
 namespace guanchao {
@@ -49,7 +52,11 @@ QString ArticleQuery::limitClause() const {
     if (text.isEmpty()) {
         return {};
     }
-    return u" limit "_s + numberText(roundToWhole(numericPrefix(text))) + u" "_s;
+    // The store takes whole numbers without an exponent; no library holds more articles.
+    using Range = std::numeric_limits<qint32>;
+    const double count =
+        std::clamp<double>(roundToWhole(numericPrefix(text)), Range::min(), Range::max());
+    return u" limit "_s + numberText(count) + u" "_s;
 }
 
 }  // namespace guanchao

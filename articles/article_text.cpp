@@ -1,11 +1,19 @@
 #include "articles/article_text.h"
 
+#include <QMimeData>
+#include <algorithm>
+
 namespace guanchao {
 
 namespace {
 
 constexpr int points = 13;
 constexpr int charactersPerLine = 44;
+
+// Unlike the plain text of the base class it keeps hard spaces.
+QString withLineEnds(QString raw) {
+    return raw.replace(QChar::ParagraphSeparator, u'\n');
+}
 
 }  // namespace
 
@@ -16,8 +24,20 @@ ArticleText::ArticleText(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
 }
 
+void ArticleText::setText(const QString& stored) {
+    body_ = BodyText(stored);
+    setPlainText(body_.shown());
+}
+
 QString ArticleText::text() const {
-    return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+    return document()->isModified() ? body_.toStore(withLineEnds(document()->toRawText()))
+                                    : body_.stored();
+}
+
+QMimeData* ArticleText::createMimeDataFromSelection() const {
+    auto* copied = new QMimeData;
+    copied->setText(body_.joined(withLineEnds(textCursor().selectedText())));
+    return copied;
 }
 
 // The lines stand in the middle of the window, with the free space on both sides.

@@ -4,6 +4,8 @@
 
 #include <QPlainTextEdit>
 
+#include "articles/body_text.h"
+
 namespace guanchao {
 
 class ArticleText : public QPlainTextEdit {
@@ -12,11 +14,16 @@ class ArticleText : public QPlainTextEdit {
 public:
     explicit ArticleText(QWidget* parent = nullptr);
 
-    // As typed: unlike the plain text of the base class it keeps hard spaces.
+    void setText(const QString& stored);
+    // As it is to be stored: what was set, to the letter, until it is changed.
     QString text() const;
 
 protected:
+    QMimeData* createMimeDataFromSelection() const override;
     void resizeEvent(QResizeEvent* event) override;
+
+private:
+    BodyText body_;
 };
 
 }  // namespace guanchao

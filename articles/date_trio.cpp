@@ -1,6 +1,8 @@
 #include "articles/date_trio.h"
 
 #include <chrono>
+#include <cstdlib>
+#include <optional>
 
 #include "store/store_error.h"
 #include "store/values.h"
@@ -12,6 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int lastYear = 9999;
+constexpr int monthsOfYear = 12;
 
 QStringList numbers(int first, int last) {
     QStringList texts;
@@ -31,6 +34,11 @@ int wholeNumber(const QString& text) {
         throw OperationError(u"日期里的数字“"_s + text + u"”太大。"_s);
     }
     return *number;
+}
+
+OperationError outOfRange(const DateTexts& texts) {
+    return OperationError(u"日期“"_s + texts.year + u"-"_s + texts.month + u"-"_s + texts.day +
+                          u"”超出了范围。"_s);
 }
 
 }  // namespace
@@ -65,13 +73,15 @@ QString dayAfterMonth(const QString& month, const QString& day) {
 
 QDate packDate(const DateTexts& texts) {
     using namespace std::chrono;
-    const year_month month =
-        year(wholeNumber(texts.year)) / January + months(wholeNumber(texts.month) - 1);
-    const sys_days date = sys_days(month / 1) + days(wholeNumber(texts.day) - 1);
-    const QDate packed = QDate(1970, 1, 1).addDays(date.time_since_epoch().count());
+    const int month = wholeNumber(texts.year) * monthsOfYear + wholeNumber(texts.month) - 1;
+    if (std::abs(month) >= (lastYear + 1) * monthsOfYear) {
+        throw outOfRange(texts);
+    }
+    const sys_days first((year(0) / January + months(month)) / 1);
+    const days sinceEpoch = (first + days(wholeNumber(texts.day) - 1)).time_since_epoch();
+    const QDate packed = QDate(1970, 1, 1).addDays(sinceEpoch.count());
     if (packed.year() > lastYear) {
-        throw OperationError(u"日期“"_s + texts.year + u"-"_s + texts.month + u"-"_s + texts.day +
-                             u"”超出了范围。"_s);
+        throw outOfRange(texts);
     }
     return packed;
 }

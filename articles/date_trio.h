@@ -1,5 +1,5 @@
 // 日期三框: the rule of three boxes for year, month and day in which a date is picked or typed. A
-// text is read by its leading number; a date past the year 9999 raises OperationError.
+// text is read by its leading number; a number or a date far beyond any raises OperationError.
 #pragma once
 
 #include <QDate>

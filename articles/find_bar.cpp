@@ -20,6 +20,7 @@ FindBar::FindBar(QWidget* parent)
         button->setAccessibleName(words);
         button->setToolTip(tip);
         connect(button, &QToolButton::clicked, this, pressed);
+        button->installEventFilter(this);
         row->addWidget(button);
     };
     addButton(u"上一个"_s, u"向上找（Shift+F3）"_s, &FindBar::findPrevious);
@@ -33,6 +34,11 @@ FindBar::FindBar(QWidget* parent)
     word_->installEventFilter(this);
     connect(word_, &QLineEdit::textEdited, this, &FindBar::wordChanged);
     hide();
+}
+
+void FindBar::setTextEdit(QPlainTextEdit& text) {
+    text_ = &text;
+    text_->installEventFilter(this);
 }
 
 void FindBar::open() {
@@ -61,6 +67,7 @@ void FindBar::find(QTextDocument::FindFlags direction) {
         return;
     }
     answer_->clear();
+    show();
     if (text_->find(word_->text(), direction)) {
         return;
     }
@@ -81,7 +88,7 @@ void FindBar::leave() {
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) {
+    if (event->type() != QEvent::KeyPress || !isVisible()) {
         return QWidget::eventFilter(watched, event);
     }
     const auto* press = static_cast<QKeyEvent*>(event);
@@ -89,7 +96,8 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event) {
         leave();
         return true;
     }
-    if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+    const bool enter = press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter;
+    if (watched == word_ && enter) {
         find(press->modifiers() & Qt::ShiftModifier ? QTextDocument::FindBackward
                                                     : QTextDocument::FindFlags());
         return true;

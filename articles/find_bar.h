@@ -1,5 +1,5 @@
 // 查找: the bar under a text in which a word is looked for. It finds while it is typed, goes on at
-// the other end of the text, and closes by Esc.
+// the other end of the text, and closes by Esc, from the text too.
 #pragma once
 
 #include <QLabel>
@@ -15,7 +15,7 @@ public:
     explicit FindBar(QWidget* parent = nullptr);
 
     // The text must outlive the bar.
-    void setTextEdit(QPlainTextEdit& text) { text_ = &text; }
+    void setTextEdit(QPlainTextEdit& text);
 
     // Shows the bar, with what is selected in the text as its word.
     void open();

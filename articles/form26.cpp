@@ -42,9 +42,10 @@ void Form26::connectControls() {
     connect(ui_->Combo4, &QComboBox::activated, this, &Form26::Combo4_Click);
     for (EntryBox* box : {ui_->Combo6, ui_->Combo7, ui_->Combo8, ui_->Combo9}) {
         connect(box, &QComboBox::activated, this, [this, box] { related_Click(*box); });
-        // A typed number; a line of the list is told by the box itself.
+        // The line that shows, or a typed number; another line of the list the box tells itself.
         connect(box->lineEdit(), &QLineEdit::returnPressed, this, [this, box] {
-            if (box->findText(box->currentText()) < 0) {
+            const int line = box->findText(box->currentText());
+            if (line < 0 || line == box->currentIndex()) {
                 related_Click(*box);
             }
         });
@@ -105,7 +106,7 @@ void Form26::showArticle(const std::optional<ArticleFields>& article) {
     ui_->Combo5->setText(article->subcategory);
     ui_->Text7->setText(article->title);
     ui_->Text7->setCursorPosition(0);
-    ui_->RichTextBox1->setPlainText(article->body);
+    ui_->RichTextBox1->setText(article->body);
     kept_ = fields();
 }
 
@@ -114,6 +115,12 @@ void Form26::showRelated(const RelatedArticles& related) {
     showLines(*ui_->Combo7, related.sameAuthor);
     showLines(*ui_->Combo8, related.sameCategory);
     showLines(*ui_->Combo9, related.sameSubcategory);
+    if (related.failure) {
+        // Told once the window stands: the article can be read all the same.
+        QMetaObject::invokeMethod(
+            this, [failure = related.failure] { std::rethrow_exception(failure); },
+            Qt::QueuedConnection);
+    }
 }
 
 void Form26::Combo4_Click() {

@@ -146,11 +146,9 @@ void Form27::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         picker_->hideList();
         if (row == 0) {
-            grid_.setRedraw(false);
             sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
             // The rows have moved: none is chosen any more.
             grid_.setRow(0);
-            grid_.setRedraw(true);
         }
     });
 }

@@ -1,5 +1,8 @@
 #include "articles/related_articles.h"
 
+#include <cmath>
+#include <limits>
+
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -23,14 +26,31 @@ QStringList lines(Connection& store, const QString& condition, qint32 id, const 
 }  // namespace
 
 RelatedArticles readRelatedArticles(Connection& store, const ArticleFields& fields, qint32 id) {
-    const auto same = [&](const QString& column, const QString& box) {
-        return lines(store, column + u"='"_s + trimBlanks(box) + u"'"_s, id,
-                     u"  order by cishu desc limit 200"_s);
+    RelatedArticles related;
+    const auto read = [&](const QString& name, const QString& condition, const QString& order) {
+        const Activity activity(
+            u"读取"_s + name,
+            u"文章照常可以阅读和修改。作者、大类或小类里有单引号时，读不出相关的文章。"_s);
+        try {
+            return lines(store, condition, id, order);
+        } catch (const StoreError&) {
+            if (!related.failure) {
+                related.failure = std::current_exception();
+            }
+            return QStringList();
+        }
     };
-    return {lines(store, u"date(rq)='"_s + dateText(packDate(fields.date)) + u"'"_s, id,
-                  u" order by cishu desc limit 200"_s),
-            same(u"zuozhe"_s, fields.author), same(u"dalei"_s, fields.category),
-            same(u"xiaolei"_s, fields.subcategory)};
+    const auto same = [&](const QString& name, const QString& column, const QString& box) {
+        return read(name, column + u"='"_s + trimBlanks(box) + u"'"_s,
+                    u"  order by cishu desc limit 200"_s);
+    };
+    related.sameDay =
+        read(u"同日文章"_s, u"date(rq)='"_s + dateText(packDate(fields.date)) + u"'"_s,
+             u" order by cishu desc limit 200"_s);
+    related.sameAuthor = same(u"同作者文章"_s, u"zuozhe"_s, fields.author);
+    related.sameCategory = same(u"同大类文章"_s, u"dalei"_s, fields.category);
+    related.sameSubcategory = same(u"同小类文章"_s, u"xiaolei"_s, fields.subcategory);
+    return related;
 }
 
 qint32 idOfLine(const QString& line) {

@@ -1,8 +1,10 @@
 // The four lists of articles that share something with the one in work, the most read first. Table
-// wenzhang of the article store. Failed statements raise StoreError.
+// wenzhang of the article store. The statements carry the fields as they stand: a list for which
+// one fails, as for an author with an apostrophe, stays empty and leaves the others as they are.
 #pragma once
 
 #include <QStringList>
+#include <exception>
 
 #include "articles/article_fields.h"
 #include "store/stores.h"
@@ -15,6 +17,8 @@ struct RelatedArticles {
     QStringList sameAuthor;       // 同作者文章
     QStringList sameCategory;     // 同大类文章
     QStringList sameSubcategory;  // 同小类文章
+
+    std::exception_ptr failure;  // of the first list that could not be read
 };
 
 // By what the fields hold, without the article `id`; 0 leaves none out.

@@ -142,6 +142,14 @@ void GridView::showMark() {
     }
 }
 
+// What stands as chosen in the view is what commands on the current row take.
+void GridView::markChosen() {
+    const QModelIndexList chosen = selectionModel()->selectedRows();
+    if (!chosen.isEmpty() && chosen.first().row() + 1 != grid_->markedRow()) {
+        grid_->selectRow(chosen.first().row() + 1);
+    }
+}
+
 // The header's own signals tell of the left button only.
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
@@ -158,6 +166,11 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     pressedIndex_ = index;
     QTableView::mousePressEvent(event);
     emit gridPressed(index.isValid() ? index.row() + 1 : -1, index.column(), event->button());
+}
+
+// The row that was pressed stays the chosen one, wherever the mouse is drawn.
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
@@ -181,6 +194,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter || !currentIndex().isValid()) {
         QTableView::keyPressEvent(event);
+        markChosen();
         return;
     }
     const int row = currentIndex().row() + 1;

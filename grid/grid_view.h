@@ -1,5 +1,6 @@
 // The one view of result grids. Rows and columns in its signals count as in the grid: row 0 is the
-// header, -1 the empty ground beside the cells. The grid's own colours, widths and tool tip show.
+// header, -1 the empty ground beside the cells. The grid's own colours, widths and tool tip show;
+// keys make the row that they choose the grid's current one.
 #pragma once
 
 #include <QPointer>
@@ -36,6 +37,7 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -49,6 +51,7 @@ private:
     void applyWidth(int col);
     int widthOfKeys(int col) const;
     void showMark();
+    void markChosen();
     void watchHeader();
 
     QPointer<ResultGrid> grid_;

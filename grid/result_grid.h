@@ -90,6 +90,9 @@ public:
     const QString& toolTipText() const { return toolTipText_; }
     void setToolTipText(const QString& text);
 
+    // True if the grid holds a table and `row` is one of its rows below the header.
+    bool isDataRow(int row) const { return row > 0 && cols_ > 2 && rows_ > 1; }
+
     // The row that is marked as a whole, 0 if none is.
     int markedRow() const;
 

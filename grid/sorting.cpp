@@ -54,9 +54,11 @@ SortCode nextGenericCode(SortCode last) {
 }
 
 void sortBy(ResultGrid& grid, int col, SortCode code) {
+    grid.setRedraw(false);
     grid.setCol(col);
     grid.sortRows(code);
     writeRowNumbers(grid);
+    grid.setRedraw(true);
 }
 
 }  // namespace

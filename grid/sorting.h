@@ -17,6 +17,7 @@ std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code
 SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode last);
 
 // A click on the header of `col`: sorts by it, remembers the code in `last`, numbers the rows anew.
+// Views see it at once in the end; a failure leaves redraw off until the next fill.
 void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last);
 
 // The same in a window without a date word: always generic.

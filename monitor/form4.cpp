@@ -161,9 +161,7 @@ bool Form4::eventFilter(QObject* watched, QEvent* event) {
 void Form4::sort(ResultGrid& grid, int row, int col) {
     trapped([&] {
         if (row == 0) {
-            grid.setRedraw(false);
             sortByHeader(grid, col, lastSortCode_);
-            grid.setRedraw(true);
         }
     });
 }

@@ -65,10 +65,6 @@ void fill(Connection& connection, const QString& query, ResultGrid& grid,
     }
 }
 
-bool isDataRow(const ResultGrid& grid, int row) {
-    return row > 0 && grid.cols() > 2 && grid.rows() > 1;
-}
-
 }  // namespace
 
 MonitorManager::MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs,
@@ -152,7 +148,7 @@ std::optional<QString> MonitorManager::changeFrequency(const QString& frequency)
 }
 
 void MonitorManager::selectTheme(int row) {
-    if (!isDataRow(themes_, row)) {
+    if (!themes_.isDataRow(row)) {
         themes_.setToolTipText({});
         return;
     }
@@ -161,7 +157,7 @@ void MonitorManager::selectTheme(int row) {
 }
 
 void MonitorManager::selectStock(int row) {
-    if (!isDataRow(stocks_, row)) {
+    if (!stocks_.isDataRow(row)) {
         stocks_.setToolTipText({});
         return;
     }

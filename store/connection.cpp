@@ -109,6 +109,10 @@ Connection::Connection(const QString& path, const QString& key) : path_(path) {
     execute(u"select count(*) from sqlite_master"_s);
 }
 
+int Connection::changedRows() const {
+    return sqlite3_changes(handle());
+}
+
 void Connection::setBusyTimeout(std::chrono::milliseconds timeout) {
     busyTimeout = timeout;
 }

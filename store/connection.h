@@ -19,6 +19,9 @@ public:
     // Runs one INSERT, UPDATE, DELETE or other statement without a result.
     void execute(const QString& statement);
 
+    // How many rows the last INSERT, UPDATE or DELETE found.
+    int changedRows() const;
+
     // How long every connection opened from now on waits for a lock; tests shorten it.
     static void setBusyTimeout(std::chrono::milliseconds timeout);
 

@@ -69,9 +69,7 @@ void Form22::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form22::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            grid_.setRedraw(false);
             sortByHeader(grid_, col, lastSortCode_);
-            grid_.setRedraw(true);
         }
     });
 }

@@ -54,9 +54,7 @@ void Form30::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form30::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            grid_.setRedraw(false);
             sortByHeader(grid_, col, lastSortCode_);
-            grid_.setRedraw(true);
         }
     });
 }

@@ -126,6 +126,10 @@ TEST_F(ArticleBrowserTest, APressHoldsTheArticleOfAListOfSeveral) {
     browser_.press(1);
     EXPECT_EQ(globals_.dangqianwenzhang, 3) << "a list of one holds nothing";
     grid_.setRow(1);
+    EXPECT_TRUE(browser_.removeCurrent());
+    EXPECT_EQ(dialogs_.shown.first(), u"观潮台|确实要删除文章《调研》吗?"_s);
+    EXPECT_EQ(stored(), QStringList({u"1"_s, u"3"_s})) << "what the box names is what goes";
+    EXPECT_EQ(globals_.dangqianwenzhang, 3);
     EXPECT_TRUE(browser_.takeChosenRow());
     EXPECT_EQ(globals_.dangqianwenzhang, 2);
 }
@@ -142,9 +146,12 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     dialogs_.answer = true;
     EXPECT_TRUE(browser_.removeCurrent());
     EXPECT_EQ(stored(), QStringList({u"2"_s, u"3"_s}));
+    EXPECT_EQ(globals_.dangqianwenzhang, 0) << "a new article can be begun";
+    globals_.dangqianwenzhang = 2;
     idsOf([](ArticleQuery& it) { it.limit = u"1"_s; });
     EXPECT_TRUE(browser_.removeListed());
     EXPECT_EQ(stored(), QStringList{u"3"_s}) << "what the limit left out stays";
+    EXPECT_EQ(globals_.dangqianwenzhang, 0);
     EXPECT_EQ(dialogs_.shown,
               QStringList({u"观潮台|确实要删除文章《茅台涨了》吗?"_s,
                            u"观潮台|确实要删除本表中显示的所有文章吗?"_s,

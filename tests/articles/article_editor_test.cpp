@@ -161,6 +161,23 @@ TEST_F(ArticleEditorTest, RelatedListsExcludeTheArticleAndBeginWithTheMostRead) 
     EXPECT_EQ(idOfLine(u" 212  篇 12"_s), 212);
     EXPECT_THROW(idOfLine(u"篇 12"_s), OperationError);
     EXPECT_THROW(idOfLine(QString()), OperationError);
+    EXPECT_THROW(idOfLine(u"1e20"_s), OperationError);
+}
+
+TEST_F(ArticleEditorTest, AListThatCannotBeReadLeavesTheOthers) {
+    ArticleFields fields = *open(1);
+    fields.author = u"O'N"_s;
+    fields.subcategory = u"'"_s;
+    const RelatedArticles related = editor_.related(fields);
+    EXPECT_EQ(related.sameDay, QStringList{u"2  第二篇"_s});
+    EXPECT_TRUE(related.sameAuthor.isEmpty());
+    EXPECT_EQ(related.sameCategory, QStringList{u"2  第二篇"_s});
+    ASSERT_TRUE(related.failure);
+    try {
+        std::rethrow_exception(related.failure);
+    } catch (const StoreError& failure) {
+        EXPECT_EQ(failure.activity(), u"读取同作者文章"_s) << "the first that failed";
+    }
 }
 
 TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
@@ -179,6 +196,16 @@ TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
                            u"观潮台| 已删除这篇文章!"_s, u"观潮台|此文章已删除!"_s,
                            u"观潮台|确实要删除这篇文章吗?"_s, u"观潮台| 已删除这篇文章!"_s}));
     EXPECT_EQ(counts(), QStringList{u"1"_s}) << "a reading that finds nothing does not count";
+
+    fields.body = u"写了很久"_s;
+    globals_.dangqianwenzhang = 1;
+    EXPECT_TRUE(other.remove(fields));
+    EXPECT_EQ(globals_.dangqianwenzhang, 0);
+    dialogs_.shown.clear();
+    EXPECT_EQ(editor_.save(fields), QString());
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|此文章已删除!"_s});
+    EXPECT_EQ(editor_.save(fields), ArticleEditor::added) << "nothing written is lost";
+    EXPECT_TRUE(article(fields.id.toInt()).first().endsWith(u"|写了很久|0"_s));
 }
 
 TEST_F(ArticleEditorTest, OfTwoEditorsTheLastSaveWins) {

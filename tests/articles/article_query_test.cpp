@@ -64,6 +64,8 @@ TEST(ArticleQueryTest, TheStatementFollowsTheBoxesWordByWord) {
              it.limit = u"abc"_s;
          },
          head + dates + u" and leirong like '%c%'"_s + order + u" limit 0 "_s},
+        {"more than any", [](ArticleQuery& it) { it.limit = u"1e20"_s; },
+         head + dates + order + u" limit 2147483647 "_s},
         {"no listed dates",
          [](ArticleQuery& it) {
              it.first = {u"2015"_s, u"2"_s, u"29"_s};
@@ -116,8 +118,15 @@ TEST(DateTrioTest, TypedDatesRollOn) {
         EXPECT_EQ(dateText(packDate(it.typed)), it.date);
     }
     EXPECT_LT(packDate({}), QDate(1, 1, 1)) << "empty boxes lie before every article";
-    EXPECT_THROW(packDate({u"9999"_s, u"13"_s, u"1"_s}), OperationError);
-    EXPECT_THROW(packDate({u"99999"_s, u"1"_s, u"1"_s}), OperationError);
+    for (const DateTexts& far : {DateTexts{u"9999"_s, u"13"_s, u"1"_s},
+                                 {u"9999"_s, u"12"_s, u"32"_s},
+                                 {u"99999"_s, u"1"_s, u"1"_s},
+                                 {u"32767"_s, u"32767"_s, u"32767"_s},
+                                 {u"-32768"_s, u"-32768"_s, u"-32768"_s},
+                                 {u"2016"_s, u"1e300"_s, u"1"_s},
+                                 {u"999999999"_s, u"1"_s, u"1"_s}}) {
+        EXPECT_THROW(packDate(far), OperationError) << far.year.toStdString();
+    }
     EXPECT_EQ(dateTexts(QDate(2016, 4, 1)), (DateTexts{u"2016"_s, u"4"_s, u"1"_s}));
     EXPECT_EQ(dateTexts(QDate()), DateTexts{});
 }

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,12 +11,15 @@
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
+#include "app/application.h"
 #include "app/form2.h"
 #include "articles/article_text.h"
 #include "articles/entry_box.h"
+#include "articles/find_bar.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
 #include "grid/grid_view.h"
@@ -183,6 +187,14 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     }
     labels.sort();
     EXPECT_EQ(labels, QStringList({u"3主题"_s, u"3主题"_s, u"3主题"_s, u"id笔记"_s}));
+    auto* view = form->findChild<GridView*>();
+    press(form, 1);
+    QTest::keyClick(view, Qt::Key_Down);
+    EXPECT_EQ(gridOf(form).markedRow(), 2) << "keys move the current row";
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, cell(form, 1));
+    QTest::mouseMove(view->viewport(), cell(form, 3));
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, cell(form, 3));
+    EXPECT_EQ(view->currentIndex().row(), 0) << "drawing the mouse doesn't";
     press(form, 1, Qt::RightButton);
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_TRUE(menu);
@@ -208,6 +220,8 @@ TEST_F(ArticleWindowsTest, TheEditorMovesSavesAndFlashes) {
     tick(form, u"Timer3"_s);
     EXPECT_EQ(body(form), u"三"_s);
     EXPECT_EQ(text(form, u"Combo7"_s), u"3  三"_s) << "a move does not refill the lists";
+    QTest::keyClick(form->findChild<EntryBox*>(u"Combo7"_s), Qt::Key_Return);
+    tick(form, u"Timer3"_s);
     form->findChild<EntryBox*>(u"Combo10"_s)->setText(u"O'N"_s);
     push(form, u"Command3"_s);
     EXPECT_EQ(text(form, u"Combo10"_s), u"ON"_s);
@@ -266,6 +280,54 @@ TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
     ASSERT_TRUE(form) << "the load finishes first";
     tick(form, u"Timer2"_s);
     EXPECT_TRUE(shown<Form26>().isEmpty());
+    form = edit(1);
+    store_.stores.article.open().execute(u"delete from wenzhang where id=1"_s);
+    push(form, u"Command3"_s);
+    EXPECT_FALSE(form->findChild<QLabel*>(u"Label3"_s)->isVisible());
+    dialogs_.answer = false;
+    form->close();
+    EXPECT_TRUE(form->isVisible()) << "its text is not in the store: closing asks";
+}
+
+TEST_F(ArticleWindowsTest, AnArticleWithAnApostropheInItsAuthorOpens) {
+    store_.addArticle(u"'2016-04-02','O''N','主题','白酒','四','四'"_s);
+    auto& application = *static_cast<Application*>(QCoreApplication::instance());
+    application.setDialogs(&dialogs_);
+    const auto end = qScopeGuard([&] { application.setDialogs(nullptr); });
+    Form26* form = edit(4);
+    ASSERT_TRUE(form);
+    EXPECT_EQ(body(form), u"四"_s);
+    EXPECT_EQ(text(form, u"Combo6"_s) + text(form, u"Combo7"_s) + text(form, u"Combo9"_s),
+              u"3  三1  一"_s);
+    ASSERT_EQ(dialogs_.shown.size(), 1);
+    EXPECT_TRUE(dialogs_.shown.first().startsWith(u"观潮台|读取同作者文章没有完成。"_s));
+}
+
+TEST_F(ArticleWindowsTest, ATextIsStoredAsItWas) {
+    const QString paragraph = u"字"_s.repeated(2 * BodyText::longestPiece);
+    store_.addArticle(u"'2016-04-02','张三','主题','白酒','四','一\r二\r\n\n'"_s);
+    store_.addArticle(u"'2016-04-02','张三','主题','白酒','五','"_s + paragraph + u"\r\n'"_s);
+    const auto stored = [&] {
+        return store_.rows(store_.stores.article, u"select leirong from wenzhang where id>3"_s);
+    };
+    const QStringList before = stored();
+    for (const int id : {4, 5}) {
+        Form26* form = edit(id);
+        push(form, u"Command3"_s);
+        auto* writing = form->findChild<ArticleText*>();
+        writing->insertPlainText(u"x"_s);
+        writing->undo();
+        push(form, u"Command3"_s);
+    }
+    EXPECT_EQ(stored(), before);
+    auto* writing = shown<Form26>().last()->findChild<ArticleText*>();
+    EXPECT_GT(writing->document()->blockCount(), 2) << "a huge paragraph is shown in pieces";
+    writing->selectAll();
+    writing->copy();
+    EXPECT_EQ(QApplication::clipboard()->text(), paragraph + u'\n');
+    writing->moveCursor(QTextCursor::Start);
+    QTest::keyClick(writing, Qt::Key_Return);
+    EXPECT_EQ(writing->text(), u"\r\n"_s + paragraph + u"\r\n"_s);
 }
 
 TEST_F(ArticleWindowsTest, AWordIsFoundRoundTheEndOfTheText) {
@@ -281,8 +343,14 @@ TEST_F(ArticleWindowsTest, AWordIsFoundRoundTheEndOfTheText) {
         places << writing->textCursor().selectionStart();
     }
     EXPECT_EQ(places, QList<int>({0, 6, 0, 6}));
-    QTest::keyClick(word, Qt::Key_Escape);
-    EXPECT_TRUE(form->isVisible() && !word->isVisible()) << "Esc closes the bar alone";
+    for (QWidget* focus : std::initializer_list<QWidget*>{word, writing}) {
+        form->findChild<FindBar*>()->open();
+        QTest::keyClick(focus, Qt::Key_Escape);
+        EXPECT_TRUE(form->isVisible() && !word->isVisible()) << "Esc closes the bar alone";
+    }
+    QTest::keyClick(writing, Qt::Key_F3);
+    EXPECT_EQ(writing->textCursor().selectionStart(), 0);
+    EXPECT_TRUE(word->isVisible()) << "what was found is told";
 }
 
 }  // namespace guanchao

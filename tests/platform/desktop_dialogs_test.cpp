@@ -95,6 +95,7 @@ TEST_F(DesktopDialogsTest, AFileIsPickedUpToItsLongestPath) {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         onceOpen<QFileDialog>([&](QFileDialog& box) {
             EXPECT_EQ(box.windowTitle(), u"请选择"_s);
+            EXPECT_EQ(box.labelText(QFileDialog::Reject), u"取消"_s) << "the toolkit's own words";
             box.selectFile(path);
             static_cast<QDialog&>(box).accept();
         });
