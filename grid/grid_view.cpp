@@ -45,6 +45,14 @@ protected:
         const QColor colour = toColor(own.isValid() ? own.toUInt() : textColour);
         option->palette.setColor(QPalette::Text, colour);
         option->palette.setColor(QPalette::HighlightedText, colour);
+        const QVariant ground = index.data(ResultGrid::BackColourRole);
+        if (ground.isValid()) {
+            // A marked row shows its mark, and the colour moves from the ground into the text.
+            option->backgroundBrush = toColor(ground.toUInt());
+            option->palette.setColor(QPalette::Text,
+                                     own.isValid() ? colour : toColor(darkTextColour));
+            option->palette.setColor(QPalette::HighlightedText, toColor(ground.toUInt()));
+        }
     }
 };
 

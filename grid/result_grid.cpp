@@ -103,7 +103,14 @@ Colour ResultGrid::cellForeColor(int row, int col) const {
 void ResultGrid::setCellForeColor(int row, int col, Colour colour) {
     Cell& it = cell(row, col);
     it.coloured = true;
-    it.colour = colour;
+    it.colour = colour & 0xFFFFFF;
+    changed();
+}
+
+void ResultGrid::setCellBackColor(int row, int col, Colour colour) {
+    Cell& it = cell(row, col);
+    it.backColoured = true;
+    it.backColour = colour & 0xFFFFFF;
     changed();
 }
 
@@ -202,7 +209,9 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
                                  ? Qt::AlignRight
                                  : Qt::AlignLeft));
         case ColourRole:
-            return it.coloured ? QVariant(it.colour) : QVariant();
+            return it.coloured ? QVariant(Colour(it.colour)) : QVariant();
+        case BackColourRole:
+            return it.backColoured ? QVariant(Colour(it.backColour)) : QVariant();
         default:
             return {};
     }

@@ -34,7 +34,8 @@ class ResultGrid : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Role { ColourRole = Qt::UserRole };  // the cell's Colour, none if it has no own
+    // The cell's Colour of text and of ground, none where it has no own.
+    enum Role { ColourRole = Qt::UserRole, BackColourRole };
 
     explicit ResultGrid(QObject* parent = nullptr);
 
@@ -64,6 +65,7 @@ public:
     void setAlignment(int row, int col, CellAlignment alignment);
     Colour cellForeColor(int row, int col) const;
     void setCellForeColor(int row, int col, Colour colour);
+    void setCellBackColor(int row, int col, Colour colour);
 
     static constexpr int standardWidth = 960;
     int colWidth(int col) const;
@@ -102,11 +104,14 @@ signals:
     void toolTipTextChanged(const QString& text);
 
 private:
+    // Packed: large results have millions of them.
     struct Cell {
         QString text;
-        bool coloured = false;
-        CellAlignment alignment = CellAlignment::general;
-        Colour colour = 0;
+        Colour colour : 24 = 0;
+        bool coloured : 1 = false;
+        CellAlignment alignment : 2 = CellAlignment::general;
+        Colour backColour : 24 = 0;
+        bool backColoured : 1 = false;
     };
 
     const Cell& cell(int row, int col) const { return cells_[position(row, col)]; }
