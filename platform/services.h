@@ -13,8 +13,9 @@ struct Service {
 };
 
 struct Services {
-    Service quote;   // 行情: /list=
-    Service vendor;  // the maker's site: version file
+    Service quote;      // 行情: /list=
+    Service stockpage;  // the pages of single stocks, for the browser
+    Service vendor;     // the maker's site: version file
 };
 
 Services readServices(const QString& iniPath);
