@@ -1,9 +1,5 @@
 #include "exchange/exchange_run.h"
 
-#include <QScopeGuard>
-
-#include "store/store_error.h"
-
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,29 +8,17 @@ namespace {
 
 constexpr int stepsPerPause = 100;
 
-struct Cancelled {};
-
 }  // namespace
 
-ExchangeRun::ExchangeRun(EventPump& pump, Show show) : pump_(pump), show_(std::move(show)) {}
+ExchangeRun::ExchangeRun(EventPump& pump, Show show)
+    : show_(std::move(show)),
+      run_(pump, u"另一次导入或导出正在进行，请等它结束。"_s, [this] { beginOrEnd(); }) {}
 
-bool ExchangeRun::run(const std::function<void()>& job) {
-    requireIdle();
+void ExchangeRun::beginOrEnd() {
     progress_ = ExchangeProgress();
-    progress_.running = true;
+    progress_.running = run_.running();
     steps_ = 0;
-    cancelled_ = false;
-    const auto end = qScopeGuard([this] {
-        progress_ = ExchangeProgress();
-        show_(progress_);
-    });
     show_(progress_);
-    try {
-        job();
-        return true;
-    } catch (const Cancelled&) {
-        return false;
-    }
 }
 
 void ExchangeRun::rowDone() {
@@ -47,16 +31,7 @@ void ExchangeRun::breathe() {
         return;
     }
     show_(progress_);
-    pump_.runPendingEvents();
-    if (cancelled_) {
-        throw Cancelled();
-    }
-}
-
-void ExchangeRun::requireIdle() const {
-    if (running()) {
-        throw OperationError(u"另一次导入或导出正在进行，请等它结束。"_s);
-    }
+    run_.letEventsHappen();
 }
 
 Transaction longTransaction(Connection& connection) {

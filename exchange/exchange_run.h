@@ -5,7 +5,7 @@
 #include <QString>
 #include <functional>
 
-#include "platform/event_pump.h"
+#include "app/cancellable_run.h"
 #include "store/connection.h"
 
 namespace guanchao {
@@ -26,7 +26,7 @@ public:
 
     // Does the job. False if it was cancelled, which leaves its open transactions rolled back.
     // Raises what the job raises, and OperationError if a run is under way.
-    bool run(const std::function<void()>& job);
+    bool run(const std::function<void()>& job) { return run_.run(job); }
 
     // For the job: more rows are to come; one row is done; a part of a row is done. The last two
     // let events happen now and then, and don't return from a run that has been cancelled.
@@ -36,18 +36,19 @@ public:
     void setJc(const QString& jc) { progress_.jc = jc; }
 
     // The window must live on until run() has returned.
-    void cancel() { cancelled_ = true; }
-    bool running() const { return progress_.running; }
+    void cancel() { run_.cancel(); }
+    bool running() const { return run_.running(); }
 
     // Raises OperationError while a run is under way: two would wait for each other's locks.
-    void requireIdle() const;
+    void requireIdle() const { run_.requireIdle(); }
 
 private:
-    EventPump& pump_;
+    void beginOrEnd();
+
     Show show_;
+    CancellableRun run_;
     ExchangeProgress progress_;
     int steps_ = 0;
-    bool cancelled_ = false;
 };
 
 // A transaction that stays open while events happen: other windows can read all the while.

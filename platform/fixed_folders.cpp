@@ -24,6 +24,8 @@ QString fixedPath(FixedPlace place) {
             return driveD(u"导出主题/"_s);
         case FixedPlace::firstHistory:
             return driveD(u"听涛阁/hangqing2006-2017dan.db3"_s);
+        case FixedPlace::secondHistory:
+            return driveD(u"听涛阁/hangqing2006-2017.db3"_s);
         case FixedPlace::maintenanceStore:
             return driveD(u"dzhzhuti/dzhzhuti2.db3"_s);
     }

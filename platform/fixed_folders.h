@@ -9,6 +9,7 @@ namespace guanchao {
 enum class FixedPlace {
     exportFolder,  // 导出主题, where exchange files and the user's sounds lie, with a separator
     firstHistory,  // the first history database
+    secondHistory,    // the second history database
     maintenanceStore  // the file whose key 设置密码 takes away
 };
 

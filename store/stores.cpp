@@ -19,6 +19,7 @@ Stores storesIn(const QString& yingyongmulu) {
     Stores stores;
     stores.main = {yingyongmulu + u"dzhzhuti.mzdat"_s, {}};
     stores.firstHistory = {fixedPath(FixedPlace::firstHistory), {}};
+    stores.secondHistory = {fixedPath(FixedPlace::secondHistory), {}};
     stores.heat = {yingyongmulu + u"caijiqi.mzdat"_s, xiezhongzi(heatSeed)};
     const QString articleKey = xiezhongzi(articleSeed);
     stores.article = {yingyongmulu + u"wenzhang.mzdat"_s, articleKey};

@@ -1,0 +1,75 @@
+// 取后期涨幅: what buying a stock after its report was announced and holding it up to the report
+// would have gained, for each row of yejiyuyuejinqi (main store), from the first history database.
+// Gains are percent with two decimals; 0 means not computed. A failed statement raises StoreError.
+#pragma once
+
+#include <QList>
+#include <functional>
+
+#include "platform/dialogs.h"
+#include "research/research_run.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// One trading day of a stock, adjusted prices in yuan.
+struct HistoryDay {
+    QString shijian;  // yyyy-MM-dd
+    double fqkp = 0;  // 复权开盘, the open
+    double fqsp = 0;  // 复权收盘, the close
+};
+
+struct ForwardGains {
+    double yirizhang = 0;    // one day on
+    double errizhang = 0;    // two days on
+    double wurizhang = 0;    // five days on
+    double daoqizhang = 0;   // up to the report
+    double kaipanzhang = 0;  // open against close of the first day
+};
+
+// The gains over the history of one announcement, oldest day first. `former` are those of the
+// announcement before it: where nothing could be bought, its errizhang stays.
+ForwardGains forwardGains(const QList<HistoryDay>& history, const ForwardGains& former);
+
+// The announcements of one code, in their order.
+class CodeReturns {
+public:
+    using ReadHistory = std::function<QList<HistoryDay>()>;
+
+    // A second announcement of one day has the gains of the first; its history is not read.
+    const ForwardGains& next(const QString& shijian, const ReadHistory& readHistory);
+
+private:
+    QString shijian_;
+    ForwardGains gains_;
+};
+
+struct PriorGains {
+    double one = 0;    // 1 day
+    double three = 0;  // 3 days
+    double ten = 0;    // 10 days
+    double all = 0;    // up to 130 days
+};
+
+class ForwardReturns {
+public:
+    ForwardReturns(const Stores& stores, Dialogs& dialogs, ResearchRun& run);
+
+    // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. `stopTicked` tells whether
+    // Check1 is ticked and is asked after each code; the run then ends without a message. The store
+    // refuses the statement that reads a history, so a run ends at the first code.
+    void takeForwardReturns(const std::function<bool()>& stopTicked);
+
+    // 计算前面涨幅: what the stock had gained before the day (yyyy-MM-dd); all 0 if the history
+    // can't be read. `showCaption` gets the words for the window's caption. No button runs it at
+    // present.
+    PriorGains priorGains(const QString& dm, const QString& day,
+                          const std::function<void(const QString&)>& showCaption);
+
+private:
+    const Stores& stores_;
+    Dialogs& dialogs_;
+    ResearchRun& run_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,25 @@
+#include "research/research_run.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+ResearchRun::ResearchRun(EventPump& pump, Show show)
+    : show_(std::move(show)),
+      run_(pump, u"另一次计算正在进行，请等它结束或先停止它。"_s, [this] { beginOrEnd(); }) {}
+
+void ResearchRun::beginOrEnd() {
+    if (run_.running()) {
+        progress_ = ResearchProgress();
+        stopped_ = false;
+    }
+    progress_.running = run_.running();
+    show_(progress_);
+}
+
+void ResearchRun::show(QString ResearchProgress::*word, const QString& text) {
+    progress_.*word = text;
+    show_(progress_);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,37 @@
+// 题材选股: the three scans of Form12 over the day history. They fill xuanticai and xuanticaigu of
+// the main store from both history databases, and only add: a second run stores every row again.
+// A failed statement raises StoreError and ends the scan; the days committed before stay.
+#pragma once
+
+#include "platform/dialogs.h"
+#include "research/research_run.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class SelectionScan {
+public:
+    SelectionScan(const Stores& stores, Dialogs& dialogs, ResearchRun& run);
+
+    // Each of the three raises OperationError if the run is in use. It ends without a message when
+    // the user stops it or its window closes.
+
+    // 选历年主题 (Command1): the themes with unusually many stocks at their limit, day by day of
+    // the index, and a row for each of their stocks.
+    void chooseThemes();
+
+    // 根据选中的主题补充股票 (Command3): the stock rows of the chosen themes once more, by today's
+    // members.
+    void addStocks();
+
+    // 选后2天跌7%的 (Command4): the same, of the stocks that fell by 7 % within the next two days,
+    // as they stand on the second of these. Tells 完成! at its end.
+    void addFallenStocks();
+
+private:
+    const Stores& stores_;
+    Dialogs& dialogs_;
+    ResearchRun& run_;
+};
+
+}  // namespace guanchao
