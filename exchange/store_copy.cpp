@@ -1,6 +1,10 @@
 #include "exchange/store_copy.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QFile>
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <cerrno>
 #include <cstdio>
@@ -19,6 +23,39 @@ namespace {
                          u"）。"_s);
 }
 
+bool moveOver(const QString& from, const QString& to) {
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+// False, with the reason in errno, if the disk has not taken what was written to the file.
+bool reachedTheDisk(const QString& path) {
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    const int result = ::fsync(file);
+    const int reason = errno;
+    ::close(file);
+    errno = reason;
+    return result == 0;
+}
+
+// What an interrupted write left beside the old file would be played back into the new one. It
+// stays with the old file until the new one has taken its place.
+void replaceWithJournal(const QString& fresh, const QString& target) {
+    const QString journal = target + u"-journal"_s;
+    const QString aside = journal + u".old"_s;
+    const bool hadJournal = QFileInfo::exists(journal) && moveOver(journal, aside);
+    if (!moveOver(fresh, target)) {
+        const QString reason = qt_error_string(errno);
+        if (hadJournal) {
+            moveOver(aside, journal);
+        }
+        raiseCopyFailure(fresh, target, reason);
+    }
+    QFile::remove(aside);
+}
+
 }  // namespace
 
 void copyOver(const QString& source, const QString& target) {
@@ -30,12 +67,10 @@ void copyOver(const QString& source, const QString& target) {
         raiseCopyFailure(source, target, file.errorString());
     }
     QFile::setPermissions(fresh, QFile::permissions(fresh) | QFile::WriteOwner);
-    // What an interrupted write left beside the old file would be played back into the new one.
-    QFile::remove(target + u"-journal"_s);
-    if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(target).constData()) !=
-        0) {
+    if (!reachedTheDisk(fresh)) {
         raiseCopyFailure(source, target, qt_error_string(errno));
     }
+    replaceWithJournal(fresh, target);
     removeFresh.dismiss();
 }
 

@@ -22,7 +22,8 @@ public:
     virtual QString input(const QString& prompt, const QString& title, const QString& text) = 0;
 
     // 打开文件: the path of an existing file that the user picks, beginning in `folder` with `file`
-    // as its name; empty if the user picks none. Callers then say "没有选择文件。".
+    // as its name; empty if the user picks none, or one whose path is longer than 255
+    // characters. Callers then say "没有选择文件。".
     virtual QString dakaiwenjian(const QString& title, const QString& folder,
                                  const QString& file) = 0;
 

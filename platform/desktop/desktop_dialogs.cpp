@@ -15,6 +15,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// dakaiwenjian has room for this many characters; a longer path counts as none picked.
+constexpr qsizetype longestPath = 255;
+
 // Every box is held by a QPointer: its owner may close while it is open, and takes it along.
 
 QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::ButtonRole role) {
@@ -93,7 +96,8 @@ QString DesktopDialogs::dakaiwenjian(const QString& title, const QString& folder
                                      const QString& file) {
     auto* box = new QFileDialog(QApplication::activeWindow(), title, folder, u"所有 (*)"_s);
     box->setFileMode(QFileDialog::ExistingFile);
-    return pickedIn(box, file);
+    const QString picked = pickedIn(box, file);
+    return picked.size() > longestPath ? QString() : picked;
 }
 
 QString DesktopDialogs::baocunwenjian(const QString& folder, const QString& file,

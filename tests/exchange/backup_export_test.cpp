@@ -4,10 +4,11 @@
 #include <csignal>
 
 #include <QFileInfo>
+#include <QProcess>
 #include <QScopeGuard>
-#include <atomic>
-#include <thread>
 
+#include "exchange/article_import.h"
+#include "exchange/news_import.h"
 #include "exchange/store_copy.h"
 #include "exchange/theme_import.h"
 #include "store/prepared_stores.h"
@@ -23,7 +24,6 @@ namespace {
 
 const QString themesOrdered =
     u"select zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu from dzhzhuti order by rowid"_s;
-const QString codesOrdered = u"select dm,numdm,jc,shenmu,newdmtime from dmb order by rowid"_s;
 
 }  // namespace
 
@@ -36,6 +36,8 @@ protected:
 
     BackupExport export_{store_.stores, dialogs_, run_};
     ThemeImport import_{store_.stores, globals_, clock_, dialogs_, run_};
+    ArticleImport articles_{store_.stores, dialogs_, run_};
+    NewsImport news_{store_.stores, dialogs_, run_};
 };
 
 TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
@@ -118,6 +120,52 @@ TEST_F(BackupExportTest, WhatGoesOutComesBack) {
     }
 }
 
+// Articles come back without their ids and counts, moments of the heat store as the day alone.
+TEST_F(BackupExportTest, ArticlesAndHeatComeBackFromTheirCopies) {
+    const StoreFile& article = store_.stores.article;
+    const StoreFile& heat = store_.stores.heat;
+    const QString longText = QString(20, u'文') + u"\r\n\"引号\" \t😀\n"_s;
+    execute(article,
+            {u"insert into wenzhang values(7,'2016-04-01','甲','主题','白酒','一','%1',3)"_s.arg(
+                 longText),
+             u"insert into wenzhang values(9,'2016-04-01 09:30:05','','个股','SH600519贵州茅台',"
+             u"' 二 ',' ',0)"_s,
+             u"insert into wenzhang values(11,null,null,'','','三',null,1)"_s,
+             u"insert into wenzhang values(13,'2016-04-01','甲','主题','白酒','','没有题目',1)"_s});
+    execute(heat,
+            {u"insert into xinwenshul values('2016-04-01 09:30:05','白酒',1,-2.5,3,1000,5,6,7,1)"_s,
+             u"insert into shophq values('铜','2016-04-01',1,2,3,4,5,6,7,8,-9,10.25)"_s,
+             u"insert into shopname values('铜',3,'江西铜业 \"云铜\"','2015-01-02 03:04:05',"
+             u"'2016-04-01',1,2,3,4,5,6,7,8,-9,10.25)"_s});
+    const QString articleRows =
+        u"select datetime(rq),coalesce(zuozhe,''),dalei,xiaolei,biaoti,coalesce(leirong,'')"
+        u" from wenzhang where biaoti!='' order by biaoti"_s;
+    const QString newsRows =
+        u"select date(riqi),zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,zdyzhangfu,"
+        u"zdytianshu,yixiaza from xinwenshul"_s;
+    const auto state = [&] {
+        return TestStores::rows(article, articleRows) + TestStores::rows(heat, newsRows) +
+               TestStores::rows(heat,
+                                u"select shopname,datetime(riqi),zhangzi,dazhang,baozhang,shengzi,"
+                                u"diezi,dadie,baodie,jiangzi,zongfen,zhangfu from shophq"_s) +
+               TestStores::rows(heat,
+                                u"select shopname,guanzhudu,aboutgegu,datetime(adddate),"
+                                u"datetime(riqi),zhangzi,zongfen,zhangfu from shopname"_s);
+    };
+    const QStringList before = state();
+    exportTo(exportFolder());
+    execute(article, {u"delete from wenzhang"_s});
+    execute(heat,
+            {u"delete from xinwenshul"_s, u"delete from shophq"_s, u"delete from shopname"_s});
+    dialogs_.picked = exportFolder() + u"wenzhang.ztb"_s;
+    articles_.importArticles();
+    EXPECT_EQ(told().last(), u"观潮台|导入文章完成，共导入新的文章：3篇"_s);
+    dialogs_.picked = exportFolder() + u"caijiqi.ztb"_s;
+    news_.importNews();
+    EXPECT_EQ(told().last(), u"观潮台|导入主题新闻数量完成，共导入新的记录：3条"_s);
+    EXPECT_EQ(state(), before);
+}
+
 TEST_F(BackupExportTest, AFailureIsRaisedAndLeavesABareLibrary) {
     execute(store_.stores.main, {u"insert into dzhzhuti values('好','SH600000','','',5,1)"_s});
     const QString bad[] = {
@@ -190,6 +238,20 @@ TEST_F(BackupExportTest, AJournalOfAnEarlierExportIsTakenAway) {
     EXPECT_EQ(TestStores::rows(library(), themesOrdered), QStringList{u"好|SH600000|||5|1"_s});
 }
 
+// Without its journal an older file that an interruption left half written would be lost for good.
+TEST_F(BackupExportTest, ACopyThatCannotTakeItsPlaceLeavesTheJournal) {
+    const QString target = store_.folder() + u"mubiao"_s;
+    ASSERT_TRUE(QDir().mkpath(target + u"/zhanyong"_s));
+    QFile journal(target + u"-journal"_s);
+    ASSERT_TRUE(journal.open(QIODevice::WriteOnly) && journal.write("journal") == 7);
+    journal.close();
+    EXPECT_THROW(copyOver(store_.stores.article.path, target), OperationError);
+    ASSERT_TRUE(journal.open(QIODevice::ReadOnly));
+    EXPECT_EQ(journal.readAll(), "journal");
+    EXPECT_EQ(QDir(store_.folder()).entryList({u"mubiao*"_s}, QDir::AllEntries, QDir::Name),
+              QStringList({u"mubiao"_s, u"mubiao-journal"_s}));
+}
+
 TEST_F(BackupExportTest, AWindowThatClosesEndsTheRunWithoutAWord) {
     execute(store_.stores.main, {u"insert into dzhzhuti values('好','SH600000','','',5,1)"_s});
     pump_.onRun = [this] {
@@ -204,7 +266,7 @@ TEST_F(BackupExportTest, AWindowThatClosesEndsTheRunWithoutAWord) {
     EXPECT_FALSE(run_.running());
 }
 
-// The first and the last row of a long file, which somebody else changes together over and over:
+// The first and the last row of a long file, which another process changes together over and over:
 // they agree in each copy.
 TEST_F(BackupExportTest, CopiesHoldNoHalfWrites) {
     const StoreFile& heat = store_.stores.heat;
@@ -213,21 +275,16 @@ TEST_F(BackupExportTest, CopiesHoldNoHalfWrites) {
     rows.prepend(row.arg(u"甲"_s, u"0"_s));
     rows.append(row.arg(u"乙"_s, u"0"_s));
     execute(heat, rows);
-    std::atomic<bool> stop = false;
-    std::atomic<int> commits = 0;
-    std::thread writer([&] {
-        while (!stop) {
-            const QString set = u"update shopname set aboutgegu='%1' where shopname='%2'"_s;
-            const QString number = QString::number(++commits);
-            execute(heat, {set.arg(number, u"甲"_s), set.arg(number, u"乙"_s)});
-        }
-    });
+    QProcess writer;
+    writer.start(QStringLiteral(GUANCHAO_WRITE_LOOP), {store_.folder()});
     const auto end = qScopeGuard([&] {
-        stop = true;
-        writer.join();
+        writer.kill();
+        writer.waitForFinished();
     });
     const StoreFile copy{store_.folder() + u"copy.ztb"_s, heat.key};
-    while (commits < 25) {
+    for (qsizetype commits = 0; commits < 25;) {
+        ASSERT_TRUE(writer.waitForReadyRead()) << writer.errorString().toStdString();
+        commits += writer.readAll().size();
         copyStore(heat, copy.path);
         EXPECT_EQ(TestStores::rows(copy,
                                    u"select count(distinct aboutgegu) from shopname where"

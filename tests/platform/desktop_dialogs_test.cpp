@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -78,6 +81,25 @@ TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
             QTest::keyClick(&box, accepted ? Qt::Key_Return : Qt::Key_Escape);
         });
         EXPECT_EQ(dialogs_.input(u"问"_s, u"题"_s, u"SH6"_s), accepted ? u"SZ0"_s : QString());
+    }
+}
+
+TEST_F(DesktopDialogsTest, AFileIsPickedUpToItsLongestPath) {
+    const QTemporaryDir folder;
+    const QString level = u'/' + QString(80, u'深');
+    const QString deep = folder.path() + level + level;
+    ASSERT_TRUE(QDir().mkpath(deep));
+    for (const qsizetype length : {255, 256}) {
+        const QString path = deep + u'/' + QString(length - deep.size() - 1, u'a');
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        onceOpen<QFileDialog>([&](QFileDialog& box) {
+            EXPECT_EQ(box.windowTitle(), u"请选择"_s);
+            box.selectFile(path);
+            static_cast<QDialog&>(box).accept();
+        });
+        EXPECT_EQ(dialogs_.dakaiwenjian(u"请选择"_s, deep, u"a"_s),
+                  length == 255 ? path : QString());
     }
 }
 
