@@ -17,6 +17,7 @@
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "research/form12.h"
 #include "research/form24.h"
 #include "store/values.h"
 #include "themes/form22.h"
@@ -193,6 +194,7 @@ void Form2::connectThemeCommands() {
     connect(ui_->添加主题, &QAction::triggered, this, [this] { windows_.openAnew<Form6>(); });
     connect(ui_->所属全部主题, &QAction::triggered, this, [this] { windows_.openAnew<Form22>(); });
     connect(ui_->自选股, &QAction::triggered, this, [this] { windows_.openAnew<Form30>(); });
+    connect(ui_->题材历史分析, &QAction::triggered, this, [this] { windows_.openAnew<Form12>(); });
 }
 
 void Form2::connectArticles() {

@@ -13,6 +13,9 @@ struct Globals {
     QString dangqiandm;     // 当前代码: the current stock, set by the window that hands it over
     QString dangqianjc;     // 当前简称
     QString dangqianzhuti;  // 当前主题
+    QString dangqiangongsi;  // 当前公司: the code of the company chosen in its news ranking
+
+    qint32 dangqianjilu = 0;  // 当前记录: the forecast row that the edits of Form12 act on
 
     QString wenzhangdalei;    // 文章大类: the article context, "主题" or "个股" or empty
     QString wenzhangxiaolei;  // 文章小类: theme name, or code followed by short name

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace guanchao {
 
@@ -25,6 +26,12 @@ public:
     // characters. Callers then say "没有选择文件。".
     virtual QString dakaiwenjian(const QString& title, const QString& folder,
                                  const QString& file) = 0;
+
+    // 保存文件: the path under which the user wants to save, beginning in `folder` with `file` as
+    // its name; a file that is there is taken only after a question. `filters` are words with their
+    // pattern, "文本文档(*.txt)", the first one chosen. Empty if the user picks none.
+    virtual QString baocunwenjian(const QString& folder, const QString& file,
+                                  const QStringList& filters) = 0;
 };
 
 }  // namespace guanchao

@@ -13,9 +13,10 @@ struct Service {
 };
 
 struct Services {
-    Service quote;    // 行情: /list=
-    Service history;  // 历史行情: /table.csv
-    Service vendor;   // the maker's site: version file
+    Service quote;      // 行情: /list=
+    Service stockpage;  // the pages of single stocks, for the browser
+    Service history;    // 历史行情: /table.csv
+    Service vendor;     // the maker's site: version file
 };
 
 Services readServices(const QString& iniPath);

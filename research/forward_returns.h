@@ -51,6 +51,9 @@ struct PriorGains {
     double all = 0;    // up to 130 days
 };
 
+// The gains of the newest day over earlier ones, newest day first.
+PriorGains priorGains(const QList<HistoryDay>& history);
+
 class ForwardReturns {
 public:
     ForwardReturns(const Stores& stores, Dialogs& dialogs, ResearchRun& run);

@@ -164,6 +164,10 @@ void Transaction::commit() {
     open_ = false;
 }
 
+void createTableFromContent(Connection& connection, const QString& name, const QString& query) {
+    connection.execute(u"create table "_s + quotedName(name) + u" as "_s + query);
+}
+
 void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     const QString fresh = path + u".rekey"_s;
     Connection(path, oldKey);  // a missing file or a wrong key ends here

@@ -52,6 +52,9 @@ private:
     bool open_ = true;
 };
 
+// Makes a table of that name with the columns and the rows that a query gives.
+void createTableFromContent(Connection& connection, const QString& name, const QString& query);
+
 // Changes the key of a store file that nothing else has open; an empty key leaves it plain.
 // The content is written to a new file beside it, which takes its place only when complete.
 void rekey(const QString& path, const QString& oldKey, const QString& newKey);

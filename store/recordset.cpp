@@ -77,7 +77,7 @@ const Value& Recordset::value(int field) const {
 }
 
 const Value& Recordset::value(QStringView name) const {
-    return value(static_cast<int>(names_.indexOf(name)));
+    return value(field(name));
 }
 
 }  // namespace guanchao

@@ -52,6 +52,8 @@ public:
     void moveFirst() { row_ = 0; }
     void moveNext() { ++row_; }
 
+    // Where the field stands; -1 for an unknown name.
+    int field(QStringView name) const { return static_cast<int>(names_.indexOf(name)); }
     // A field of the current record; raises OperationError past the end or for an unknown name.
     const Value& value(int field) const;
     const Value& value(QStringView name) const;

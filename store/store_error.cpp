@@ -29,7 +29,16 @@ QString Activity::currentName() {
 }
 
 QString Activity::currentRemains() {
-    return innermost ? innermost->remains_ : QString();
+    if (!innermost) {
+        return {};
+    }
+    QString remains = innermost->remains_;
+    for (const Activity* it = innermost->outer_; it; it = it->outer_) {
+        if (!it->written_.isEmpty()) {
+            remains += u"\n已经写入并保留："_s + it->written_.join(u'、') + u"。"_s;
+        }
+    }
+    return remains;
 }
 
 OperationError::OperationError(const QString& reason)

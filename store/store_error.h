@@ -18,7 +18,7 @@ public:
     Activity& operator=(const Activity&) = delete;
 
     // Notes a part that is written and stays so if a later one fails ("主题库"): from then on that
-    // is what remains.
+    // is what remains, also where an activity inside this one fails.
     void wrote(const QString& part);
 
     static QString currentName();

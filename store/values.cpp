@@ -171,6 +171,16 @@ std::optional<QString> quickTwoDecimals(double value) {
     return QStringView(at, text.end()).toString();
 }
 
+template <typename Integer>
+std::optional<Integer> wholeNumber(QStringView text) {
+    using Range = std::numeric_limits<Integer>;
+    const double whole = roundToWhole(numericPrefix(text));
+    if (whole < Range::min() || whole > Range::max()) {
+        return std::nullopt;
+    }
+    return static_cast<Integer>(whole);
+}
+
 }  // namespace
 
 double numericPrefix(QStringView text) {
@@ -205,12 +215,11 @@ double roundToWhole(double value) {
 }
 
 std::optional<qint16> wholeNumber16(QStringView text) {
-    using Range = std::numeric_limits<qint16>;
-    const double whole = roundToWhole(numericPrefix(text));
-    if (whole < Range::min() || whole > Range::max()) {
-        return std::nullopt;
-    }
-    return static_cast<qint16>(whole);
+    return wholeNumber<qint16>(text);
+}
+
+std::optional<qint32> wholeNumber32(QStringView text) {
+    return wholeNumber<qint32>(text);
 }
 
 double roundTo(double value, int decimals) {

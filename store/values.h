@@ -22,6 +22,9 @@ double roundToWhole(double value);
 // The 16-bit whole number that the text's leading number rounds to; nothing outside that range.
 std::optional<qint16> wholeNumber16(QStringView text);
 
+// The same for 32 bits.
+std::optional<qint32> wholeNumber32(QStringView text);
+
 // The nearest value of that many decimals; a tie goes to the even digit ("Round").
 double roundTo(double value, int decimals);
 

@@ -49,6 +49,14 @@ void scrollLongText(QMessageBox& box) {
     label->hide();
 }
 
+QString pickedIn(const QPointer<QFileDialog>& box, const QString& file) {
+    box->selectFile(file);
+    const bool accepted = box->exec() == QDialog::Accepted;
+    const QString picked = box && accepted ? box->selectedFiles().value(0) : QString();
+    delete box;
+    return picked;
+}
+
 }  // namespace
 
 void DesktopDialogs::tell(const QString& text, const QString& title) {
@@ -86,14 +94,18 @@ QString DesktopDialogs::input(const QString& prompt, const QString& title, const
 
 QString DesktopDialogs::dakaiwenjian(const QString& title, const QString& folder,
                                      const QString& file) {
-    const QPointer<QFileDialog> box =
-        new QFileDialog(QApplication::activeWindow(), title, folder, u"所有 (*)"_s);
+    auto* box = new QFileDialog(QApplication::activeWindow(), title, folder, u"所有 (*)"_s);
     box->setFileMode(QFileDialog::ExistingFile);
-    box->selectFile(file);
-    const bool accepted = box->exec() == QDialog::Accepted;
-    const QString picked = box && accepted ? box->selectedFiles().value(0) : QString();
-    delete box;
+    const QString picked = pickedIn(box, file);
     return picked.size() > longestPath ? QString() : picked;
+}
+
+QString DesktopDialogs::baocunwenjian(const QString& folder, const QString& file,
+                                      const QStringList& filters) {
+    auto* box = new QFileDialog(QApplication::activeWindow(), u"另存为"_s, folder);
+    box->setAcceptMode(QFileDialog::AcceptSave);
+    box->setNameFilters(filters);
+    return pickedIn(box, file);
 }
 
 }  // namespace guanchao

@@ -44,6 +44,11 @@ public:
         shown << title + u'|' + folder + u'|' + file;
         return picked;
     }
+    QString baocunwenjian(const QString& folder, const QString& file,
+                          const QStringList& filters) override {
+        shown << folder + u'|' + file + u'|' + filters.join(u'|');
+        return picked;
+    }
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;

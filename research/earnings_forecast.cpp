@@ -1,0 +1,99 @@
+#include "research/earnings_forecast.h"
+
+#include <QSaveFile>
+#include <utility>
+
+#include "platform/gbk.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString tingtaoge = u"听涛阁"_s;
+
+// In GBK, as every text file that the program exchanges with others.
+void writeText(const QString& path, const QString& text) {
+    QSaveFile file(path);
+    const QByteArray bytes = gbkFromText(text);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        throw OperationError(u"不能写入文件 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
+    }
+}
+
+// On the current record, whose number ends the statement.
+void execute(const Stores& stores, const Globals& globals, const QString& statement) {
+    stores.main.open().execute(statement + QString::number(globals.dangqianjilu));
+}
+
+QString codesText(const ResultGrid& grid) {
+    QString text;
+    for (int row = 1; row < grid.rows(); ++row) {
+        text += trimBlanks(grid.textMatrix(row, 1)) + u'\t' + trimBlanks(grid.textMatrix(row, 2)) +
+                u"\r\n"_s;
+    }
+    return text;
+}
+
+}  // namespace
+
+EarningsForecast::EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                                   std::function<void()> search)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), search_(std::move(search)) {}
+
+void EarningsForecast::changeSummary(const QString& text) {
+    Activity activity(u"修改摘要"_s);
+    execute(stores_, globals_, u"update yejiyugao set zhaiyao='"_s + text + u"' where rowid="_s);
+    activity.wrote(u"摘要"_s);
+    search_();
+    dialogs_.tell(u"修改摘要完成!"_s, tingtaoge);
+}
+
+void EarningsForecast::changeAttention() {
+    Activity activity(u"修改关注度"_s);
+    // The window, and this with it, may go under a box of its own.
+    const EarningsForecast it = *this;
+    const QString answer =
+        it.dialogs_.input(u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
+    if (answer.isEmpty()) {
+        return;
+    }
+    execute(it.stores_, it.globals_,
+            u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s);
+    activity.wrote(u"关注度"_s);
+    // The message names no value.
+    it.dialogs_.tell(u"修改关注度''完成!"_s);
+    it.search_();
+}
+
+void EarningsForecast::remove() {
+    Activity activity(u"删除业绩预告"_s);
+    const EarningsForecast it = *this;
+    if (!it.dialogs_.ask(u" 确实要删除吗！"_s, tingtaoge)) {
+        it.dialogs_.tell(u" 已退出！"_s);
+        return;
+    }
+    execute(it.stores_, it.globals_, u"delete from yejiyugao  where rowid="_s);
+    activity.wrote(u"删除"_s);
+    it.search_();
+}
+
+void EarningsForecast::exportCodes(const ResultGrid& grid, const DateTexts& date) {
+    const Activity activity(u"导出自选股"_s, u"文件没有写入；原来有的文件没有变。"_s);
+    Dialogs& dialogs = dialogs_;
+    const QString text = codesText(grid);
+    const QString path = dialogs.baocunwenjian(
+        globals_.yingyongmulu + u"自选股"_s,
+        u"自选业绩预告"_s + dateText(packDate(date)) + u".txt"_s,
+        {u"文本文档(*.txt)"_s, u"ASP文件(*.asp)"_s, u"VBS脚本(*.vbs)"_s, u"所有文件(*.*)"_s});
+    if (trimBlanks(path).isEmpty()) {
+        return;
+    }
+    writeText(path, text);
+    dialogs.tell(u"文件保存成功！"_s, u"操作提示"_s);
+}
+
+}  // namespace guanchao

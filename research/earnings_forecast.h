@@ -1,0 +1,42 @@
+// The edits of earnings forecasts in Form12: summary, attention and removal of the row of yejiyugao
+// (main store) whose rowid is dangqianjilu, and the export of a grid's codes into a text file.
+// Texts go into the statements unescaped. Failed statements raise StoreError.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "app/globals.h"
+#include "articles/date_trio.h"
+#include "grid/result_grid.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class EarningsForecast {
+public:
+    // `search` runs the search of the window anew, if it is still there: it may close while a box
+    // of its own is open.
+    EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                     std::function<void()> search);
+
+    // 修改摘要 (Command6), with the text as it stands.
+    void changeSummary(const QString& text);
+    // 修改关注度: asks for the figure; an empty answer ends it.
+    void changeAttention();
+    // 删除一个, after a question.
+    void remove();
+
+    // 导出自选股: code and short name of each row of the grid, into a file that the user names. A
+    // file that can't be written raises OperationError.
+    void exportCodes(const ResultGrid& grid, const DateTexts& date);
+
+private:
+    const Stores& stores_;
+    const Globals& globals_;
+    Dialogs& dialogs_;
+    std::function<void()> search_;
+};
+
+}  // namespace guanchao

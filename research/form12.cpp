@@ -1,0 +1,201 @@
+#include "research/form12.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "ui_form12.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A box keeps line feeds only; a statement carries both characters of a line's end, as do the
+// stored texts.
+QString textOf(const QPlainTextEdit& box) {
+    return box.toPlainText().replace(u'\n', u"\r\n"_s);
+}
+
+}  // namespace
+
+Form12::Form12(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form12>()),
+      search_(environment.stores, environment.globals, grid_),
+      forecast_(environment.stores, environment.globals, environment.dialogs,
+                [alive = QPointer(this)] {
+                    if (alive) {
+                        alive->Command2_Click();
+                    }
+                }),
+      run_(environment.pump, [this](const ResearchProgress& it) { showRun(it); }),
+      scan_(environment.stores, environment.dialogs, run_),
+      returns_(environment.stores, environment.dialogs, run_) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->setHint(
+        u"点“搜  索”，这里列出符合条件的股票\n\n"
+        u"还没有选出题材时，先点“选历年主题”"_s);
+    first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
+    last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
+    kuaimenu_.setObjectName(u"kuaimenu"_s);
+    kuaimenu_.setTitle(u"快捷菜单"_s);
+    kuaimenu_.addActions({ui_->修改关注度, ui_->导出自选股, ui_->删除一个});
+    connectControls();
+    connectRuns();
+    showRun({});
+    Form_Load();
+}
+
+Form12::~Form12() = default;
+
+void Form12::connectControls() {
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form12::Command2_Click);
+    connect(ui_->Command5, &QPushButton::clicked, this, &Form12::Command5_Click);
+    connect(ui_->Command6, &QPushButton::clicked, this, &Form12::Command6_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form12::MSHFlexGrid1_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
+    connect(ui_->修改关注度, &QAction::triggered, this, [this] { forecast_.changeAttention(); });
+    connect(ui_->导出自选股, &QAction::triggered, this,
+            [this] { forecast_.exportCodes(grid_, last_->texts()); });
+    connect(ui_->删除一个, &QAction::triggered, this, [this] { forecast_.remove(); });
+}
+
+void Form12::connectRuns() {
+    const auto command = [this](QPushButton* button, const std::function<void()>& job) {
+        connect(button, &QPushButton::clicked, this, [this, job] { runResearch(job); });
+    };
+    command(ui_->Command1, [this] { scan_.chooseThemes(); });
+    command(ui_->Command3, [this] { scan_.addStocks(); });
+    command(ui_->Command4, [this] { scan_.addFallenStocks(); });
+    command(ui_->Command9,
+            [this] { returns_.takeForwardReturns([this] { return ui_->Check1->isChecked(); }); });
+    connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.stop(); });
+}
+
+void Form12::Form_Load() {
+    setWindowState(windowState() | Qt::WindowMaximized);
+    const QDate today = environment_.clock.now().date();
+    first_->setTexts(firstDate(today));
+    last_->setTexts(lastDate(today));
+    const QString& company = environment_.globals.dangqiangongsi;
+    if (!company.isEmpty()) {
+        ui_->Check2->setChecked(true);
+        ui_->Text1->setText(company);
+        // The window must be there when the store refuses the condition: it is where the user
+        // mends it.
+        QMetaObject::invokeMethod(this, &Form12::Command2_Click, Qt::QueuedConnection);
+    }
+}
+
+SelectionQuery Form12::query() const {
+    SelectionQuery query;
+    query.condition = textOf(*ui_->Text8);
+    query.byTheme = ui_->Check1->isChecked();
+    query.theme = ui_->Text2->text();
+    query.byCode = ui_->Check2->isChecked();
+    query.code = ui_->Text1->text();
+    query.byDates = ui_->Check3->isChecked();
+    query.first = first_->texts();
+    query.last = last_->texts();
+    query.mergeDates = ui_->Check4->isChecked();
+    return query;
+}
+
+void Form12::Command2_Click() {
+    ui_->Text6->setPlainText(search_.search(query()));
+}
+
+void Form12::Command5_Click() {
+    environment_.shell.open(environment_.globals.yingyongmulu + u"题材选股总结.txt"_s);
+}
+
+void Form12::Command6_Click() {
+    forecast_.changeSummary(textOf(*ui_->Text6));
+}
+
+void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    const std::optional<PressedRow> pressed = search_.press(row);
+    if (!pressed) {
+        return;
+    }
+    ui_->Text1->setText(pressed->code);
+    ui_->Text2->setText(pressed->theme);
+    if (button == Qt::RightButton) {
+        biaoji(grid_, row);
+        kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
+    }
+}
+
+void Form12::MSHFlexGrid1_Click(int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            grid_.setRedraw(false);
+            sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
+            grid_.setRedraw(true);
+        }
+    });
+}
+
+void Form12::MSHFlexGrid1_DblClick(int row) {
+    const QString& host = environment_.services.stockpage.host;
+    if (row > 0 && !host.isEmpty()) {
+        environment_.shell.open(host + u'/' + environment_.globals.dangqiandm + u".html"_s);
+    }
+}
+
+void Form12::runResearch(const std::function<void()>& job) {
+    const QPointer alive(this);
+    const auto end = qScopeGuard([&] {
+        if (alive && closeAfterRun_ && !run_.running()) {
+            close();
+        }
+    });
+    job();
+}
+
+// The edits write to the store of which a run holds the lock.
+void Form12::showRun(const ResearchProgress& progress) {
+    for (QPushButton* button :
+         {ui_->Command1, ui_->Command3, ui_->Command4, ui_->Command9, ui_->Command6}) {
+        button->setEnabled(!progress.running);
+    }
+    ui_->修改关注度->setEnabled(!progress.running);
+    ui_->删除一个->setEnabled(!progress.running);
+    ui_->stop->setEnabled(progress.running);
+    if (!progress.caption.isEmpty()) {
+        setWindowTitle(progress.caption);
+    }
+    ui_->Label2->setText(progress.label2);
+    ui_->Label3->setText(progress.label3);
+    ui_->Label6->setText(progress.label6);
+}
+
+void Form12::reject() {
+    if (run_.running()) {
+        run_.stop();
+    } else {
+        close();
+    }
+}
+
+// A window with a run under way goes from the screen at once and closes when the run has ended.
+void Form12::closeEvent(QCloseEvent* event) {
+    if (!run_.running()) {
+        event->accept();
+        return;
+    }
+    closeAfterRun_ = true;
+    run_.cancel();
+    hide();
+    event->ignore();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,70 @@
+// Form12, "题材选股": the scans of the day history, the search over what they have chosen, with its
+// score, and the edits of earnings forecasts. Tables xuanticai, xuanticaigu, yejiyuyuejinqi and
+// yejiyugao of the main store, both history databases; the rules are in SelectionSearch,
+// SelectionScan, ForwardReturns and EarningsForecast.
+#pragma once
+
+#include <QDialog>
+#include <QMenu>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "articles/date_boxes.h"
+#include "grid/result_grid.h"
+#include "research/earnings_forecast.h"
+#include "research/forward_returns.h"
+#include "research/selection_scan.h"
+#include "research/selection_search.h"
+
+namespace Ui {
+class Form12;
+}
+
+namespace guanchao {
+
+class Form12 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form12(Environment& environment, Windows& windows);
+    ~Form12() override;
+
+public slots:
+    // Esc: ends a run first, then the window.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void connectControls();
+    void connectRuns();
+    SelectionQuery query() const;
+    void runResearch(const std::function<void()>& job);
+    void showRun(const ResearchProgress& progress);
+
+    void Form_Load();
+    void Command2_Click();
+    void Command5_Click();
+    void Command6_Click();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid1_Click(int row, int col);
+    void MSHFlexGrid1_DblClick(int row);
+
+    Environment& environment_;
+    std::unique_ptr<Ui::Form12> ui_;
+    ResultGrid grid_;
+    SelectionSearch search_;
+    EarningsForecast forecast_;
+    ResearchRun run_;
+    SelectionScan scan_;
+    ForwardReturns returns_;
+    DateBoxes* first_ = nullptr;
+    DateBoxes* last_ = nullptr;
+    QMenu kuaimenu_;  // 快捷菜单: on a row
+    SortCode lastSortCode_ = SortCode::none;
+    bool closeAfterRun_ = false;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,236 @@
+#include "research/forward_returns.h"
+
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// An open above this part of the former close is at the upper limit: nobody sells.
+constexpr double limitUp = 1.099;
+
+double gain(double price, double base) {
+    return roundTo((price / base - 1) * 100, 2);
+}
+
+// Buys as soon as the stock can be bought, and notes the closes of the days that count.
+class Purchase {
+public:
+    explicit Purchase(const HistoryDay& first) : firstClose_(first.fqsp) {}
+
+    // The days behind the first, counted from 1.
+    void take(int c, const HistoryDay& day) {
+        if (c == 1) {
+            buy = day.fqkp > limitUp * firstClose_ ? 0 : day.fqkp;
+            close1 = day.fqsp;
+        } else if (c == 2) {
+            close2 = day.fqsp;
+            if (buy == 0 && day.fqkp > limitUp * close1) {
+                close2 = 0;
+            } else if (buy == 0) {
+                buy = day.fqkp;
+            }
+        } else if (c == 3 && buy == 0) {
+            buy = day.fqkp;
+        } else if (c == 5) {
+            close5 = day.fqsp;
+        }
+    }
+
+    double buy = 0;
+    double close1 = 0;
+    double close2 = 0;
+    double close5 = 0;
+
+private:
+    double firstClose_;
+};
+
+Purchase purchaseOver(const QList<HistoryDay>& history) {
+    Purchase purchase(history.first());
+    int c = 0;
+    for (qsizetype at = 0; at < history.size(); ++at, ++c) {
+        purchase.take(c, history[at]);
+        const QString& day = history[at].shijian;
+        if (at + 1 < history.size() && history[at + 1].shijian == day) {
+            ++at;
+        }
+    }
+    return purchase;
+}
+
+QList<HistoryDay> readHistory(Connection& dayHistory, const QString& dm, const QString& shijian,
+                              const QString& yuyuedate) {
+    QList<HistoryDay> history;
+    Recordset day(dayHistory,
+                  u"select   dm,date(shijian) as shijian,,cast(kp as Double)/100*fuquanyz as "
+                  u" fqkp,cast(kp as Double)/100 as kp, cast(zg as Double)/100 as zg, cast(zd as"
+                  u" Double)/100 as zd, cast(sp as Double)/100 as sp,cast(sp as"
+                  u" Double)/100*fuquanyz as fqsp, chengjiaoe, chengjiaol,cast(qiansp as"
+                  u" Double)/100 as qiansp from "_s +
+                      dm + u" where  date(shijian)>='"_s + shijian + u"' and date(shijian)<'"_s +
+                      yuyuedate + u"'  order by date(shijian)  asc"_s);
+    for (; !day.atEnd(); day.moveNext()) {
+        history << HistoryDay{day.value(u"shijian").toText(), day.value(u"fqkp").toNumber(),
+                              day.value(u"fqsp").toNumber()};
+    }
+    return history;
+}
+
+QString updateStatement(const ForwardGains& gains, const QString& rowid) {
+    return u"update yejiyuyuejinqi set yirizhang="_s + numberText(gains.yirizhang) +
+           u",errizhang="_s + numberText(gains.errizhang) + u",wurizhang="_s +
+           numberText(gains.wurizhang) + u",daoqizhang="_s + numberText(gains.daoqizhang) +
+           u",kaipanzhang="_s + numberText(gains.kaipanzhang) + u" where rowid="_s + rowid;
+}
+
+// One run over its two stores.
+class AllReturns {
+public:
+    AllReturns(const Stores& stores, ResearchRun& run)
+        : main_(stores.main.open()), dayHistory_(stores.firstHistory.open()), run_(run) {}
+
+    // True if every code was taken.
+    bool take(const std::function<bool()>& stopTicked) {
+        main_.execute(u"update dmb set temp=0"_s);
+        Recordset codes(main_,
+                        u"select rowid,dm,jc from yejiyuyuejinqi where "
+                        u" date(todayriqi)>='2016-04-01' group by dm "_s);
+        run_.showLabel2(u"代码总数:"_s + QString::number(codes.count()));
+        for (; !codes.atEnd(); codes.moveNext()) {
+            const QString dm = codes.value(u"dm").toText();
+            takeCode(dm);
+            main_.execute(u"update  dmb set temp=1 where dm='"_s + dm + u"'"_s);
+            run_.showLabel3(u"当前代码:"_s + dm);
+            if (stopTicked() || run_.stopped()) {
+                run_.showLabel3(u"提前停止:"_s + dm);
+                return false;
+            }
+            run_.yield();
+        }
+        return true;
+    }
+
+private:
+    void takeCode(const QString& dm) {
+        Recordset row(main_,
+                      u"select rowid,dm,date(todayriqi) as shijian,date(yuyuedate) as yuyuedate"
+                      u" from yejiyuyuejinqi where  dm='"_s +
+                          dm +
+                          u"'  and date(todayriqi)>='2016-04-01' order by date(todayriqi) asc"_s);
+        if (row.atEnd()) {
+            return;
+        }
+        CodeReturns returns;
+        Transaction transaction(main_);
+        for (; !row.atEnd(); row.moveNext()) {
+            const QString shijian = row.value(u"shijian").toText();
+            const ForwardGains& gains = returns.next(shijian, [&] {
+                return readHistory(dayHistory_, dm, shijian, row.value(u"yuyuedate").toText());
+            });
+            main_.execute(updateStatement(gains, row.value(u"rowid").toText()));
+            run_.yield();
+        }
+        transaction.commit();
+    }
+
+    Connection main_;
+    Connection dayHistory_;
+    ResearchRun& run_;
+};
+
+// The adjusted prices before a day, newest first.
+QList<HistoryDay> readPriorHistory(Connection& dayHistory, const QString& dm, const QString& day) {
+    QList<HistoryDay> history;
+    Recordset row(dayHistory,
+                  u"select  dm,date(shijian) as shijian,cast(sp as Double)/100*fuquanyz as fqsp,"
+                  u"cast(kp as Double)/100*fuquanyz as fqkp,cast(sp as Double)/100 as sp,chengjiaoe"
+                  u" from "_s +
+                      dm + u" where date(shijian)<'"_s + day +
+                      u"'  order by date(shijian)  desc limit 130"_s);
+    for (; !row.atEnd(); row.moveNext()) {
+        history << HistoryDay{row.value(u"shijian").toText(), row.value(u"fqkp").toNumber(),
+                              row.value(u"fqsp").toNumber()};
+    }
+    return history;
+}
+
+}  // namespace
+
+ForwardGains forwardGains(const QList<HistoryDay>& history, const ForwardGains& former) {
+    ForwardGains gains;
+    gains.errizhang = former.errizhang;
+    if (history.isEmpty()) {
+        return gains;
+    }
+    const Purchase purchase = purchaseOver(history);
+    const HistoryDay& first = history.first();
+    const double last = history.last().fqsp;
+    const auto orLast = [&](double close) { return close == 0 ? last : close; };
+    if (first.fqsp > 0) {
+        gains.kaipanzhang = gain(first.fqkp == 0 ? first.fqsp : first.fqkp, first.fqsp);
+    }
+    if (purchase.buy > 0) {
+        gains.yirizhang = gain(orLast(purchase.close1), purchase.buy);
+        gains.errizhang = gain(orLast(purchase.close2), purchase.buy);
+        gains.wurizhang = gain(orLast(purchase.close5), purchase.buy);
+        gains.daoqizhang = gain(last, purchase.buy);
+    }
+    return gains;
+}
+
+PriorGains priorGains(const QList<HistoryDay>& history) {
+    PriorGains gains;
+    if (history.size() <= 4) {
+        return gains;
+    }
+    const HistoryDay& newest = history.first();
+    const double price = newest.fqsp == 0 ? newest.fqkp : newest.fqsp;
+    const auto since = [&](const HistoryDay& day) {
+        return day.fqsp > 0 ? gain(price, day.fqsp) : 0;
+    };
+    gains.one = since(history[1]);
+    gains.three = since(history[3]);
+    gains.ten = history.size() > 10 ? since(history[10]) : 0;
+    gains.all = since(history.last());
+    return gains;
+}
+
+const ForwardGains& CodeReturns::next(const QString& shijian, const ReadHistory& readHistory) {
+    if (shijian != shijian_) {
+        shijian_ = shijian;
+        gains_ = forwardGains(readHistory(), gains_);
+    }
+    return gains_;
+}
+
+ForwardReturns::ForwardReturns(const Stores& stores, Dialogs& dialogs, ResearchRun& run)
+    : stores_(stores), dialogs_(dialogs), run_(run) {}
+
+void ForwardReturns::takeForwardReturns(const std::function<bool()>& stopTicked) {
+    const Activity activity(u"取后期涨幅"_s,
+                            u"代码表的完成标记已经重新开始；此前各代码的结果已经写入并保留，"
+                            u"出错的这一个代码没有写入。"_s);
+    bool complete = false;
+    run_.run([&] { complete = AllReturns(stores_, run_).take(stopTicked); });
+    if (complete) {
+        dialogs_.tell(u"取后期涨幅完成!"_s, u"听涛阁"_s);
+    }
+}
+
+PriorGains ForwardReturns::priorGains(const QString& dm, const QString& day,
+                                      const std::function<void(const QString&)>& showCaption) {
+    showCaption(dm + u"正在计算前面涨幅"_s);
+    Connection dayHistory = stores_.firstHistory.open();
+    try {
+        return guanchao::priorGains(readPriorHistory(dayHistory, dm, day));
+    } catch (const StoreError&) {
+        return {};
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,66 @@
+#include "research/indexed_copies.h"
+
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString dayTerm = u"date(shijian)"_s;
+
+}  // namespace
+
+IndexedCopies::IndexedCopies(Connection& history) : history_(history) {
+    // The copies may be larger than the memory; the library would hold them there.
+    history.execute(u"pragma temp_store=file"_s);
+    coveredByDay_ = tablesIndexedBy(dayTerm);
+}
+
+QSet<QString> IndexedCopies::tablesIndexedBy(const QString& term) const {
+    QSet<QString> tables;
+    Recordset index(history_,
+                    u"select tbl_name from sqlite_master where type='index' and"
+                    u" replace(sql,' ','') like '%("_s +
+                        term + u"%'"_s);
+    for (; !index.atEnd(); index.moveNext()) {
+        tables.insert(index.value(0).toText());
+    }
+    return tables;
+}
+
+void IndexedCopies::coverByDay(const QString& table, const QString& columns,
+                               const QString& condition) {
+    if (coveredByDay_.contains(table)) {
+        return;
+    }
+    copy(table, columns, condition);
+    index(table, dayTerm);
+    coveredByDay_.insert(table);
+}
+
+void IndexedCopies::coverMemberships() {
+    const QString table = u"dzhzhuti"_s;
+    const QStringList orders = {u"dm,zhutiname"_s, u"zhutiname"_s};
+    if (tablesIndexedBy(u"dm"_s).contains(table) &&
+        tablesIndexedBy(u"zhutiname"_s).contains(table)) {
+        return;
+    }
+    copy(table, u"zhutiname,dm"_s, u"1"_s);
+    for (const QString& order : orders) {
+        index(table, order);
+    }
+}
+
+void IndexedCopies::copy(const QString& table, const QString& columns, const QString& condition) {
+    history_.execute(u"create temp table "_s + table + u" as select "_s + columns +
+                     u" from main."_s + table + u" where "_s + condition);
+}
+
+void IndexedCopies::index(const QString& table, const QString& terms) {
+    history_.execute(u"create index temp."_s + table + u"_"_s + QString::number(terms.size()) +
+                     u" on "_s + table + u"("_s + terms + u")"_s);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,34 @@
+// Indexes for a history database that came from elsewhere, has none and is not ours to write: a
+// table without the index that its statements need is copied into an indexed temporary table of the
+// connection. That has the same name and stands before the file's own in every statement.
+#pragma once
+
+#include <QSet>
+#include <QString>
+
+#include "store/connection.h"
+
+namespace guanchao {
+
+class IndexedCopies {
+public:
+    explicit IndexedCopies(Connection& history);
+
+    // From now on statements on the table use an index that begins with the day, in the file or in
+    // a copy. `columns` and `condition` name the part of the table that the statements need. Raises
+    // StoreError if the table is not there.
+    void coverByDay(const QString& table, const QString& columns,
+                    const QString& condition = QStringLiteral("1"));
+    // The same for memberships, by code and by theme.
+    void coverMemberships();
+
+private:
+    QSet<QString> tablesIndexedBy(const QString& term) const;
+    void copy(const QString& table, const QString& columns, const QString& condition);
+    void index(const QString& table, const QString& terms);
+
+    Connection& history_;
+    QSet<QString> coveredByDay_;
+};
+
+}  // namespace guanchao

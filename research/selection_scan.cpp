@@ -1,0 +1,212 @@
+#include "research/selection_scan.h"
+
+#include <functional>
+#include <utility>
+
+#include "research/stock_row.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString firstDay = u"2000-01-01"_s;
+
+// A stock that ends its second day at this part of the theme-day's close or below has fallen.
+constexpr double fallenTo = 0.93;
+
+// The day as the research tables keep it.
+QString riqiOf(const QString& day) {
+    return day + u" 00:00:00"_s;
+}
+
+QString themesOfDay(const QString& day) {
+    return u"select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
+           u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
+           u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
+           u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
+           u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
+           u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
+           u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)='"_s +
+           day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc"_s;
+}
+
+// The statement divides whole numbers for its order, this doesn't: a theme in front may fail where
+// one behind would pass.
+bool isBelowTheBar(const Recordset& theme) {
+    return theme.value(u"zhangtinshu").toNumber() < theme.value(u"只数").toNumber() / 4 + 2;
+}
+
+// The anchor day of a stock of a theme-day; empty if the stock is passed over.
+using Anchor = std::function<QString(const QString& dm, const QString& day)>;
+
+QString themeDayItself(const QString&, const QString& day) {
+    return day;
+}
+
+// One scan over its three stores.
+class Scan {
+public:
+    Scan(const Stores& stores, ResearchRun& run, bool writesHigh)
+        : dayHistory_(stores.firstHistory.open()),
+          stockHistory_(stores.secondHistory),
+          main_(stores.main.open()),
+          run_(run),
+          writesHigh_(writesHigh) {
+        copies_.coverMemberships();
+    }
+
+    void chooseThemes() {
+        copies_.coverByDay(u"geguhq"_s, u"dm,shijian,sp,qiansp,zg,zd"_s,
+                           u"date(shijian)>'2017-04-06'"_s);
+        Recordset index(
+            dayHistory_,
+            u"select  date(shijian) as shijian,round((cast(sp as Double)/cast(qiansp as"
+            u" Double)-1)*100,2) as zhangfu from SH000001   where date(shijian)>'2017-04-06'"
+            u" order by date(shijian) asc"_s);
+        for (; !index.atEnd() && !run_.stopped(); index.moveNext()) {
+            chooseThemesOfDay(index);
+        }
+    }
+
+    // True if no theme-day was left out.
+    bool addStocks(const Anchor& anchor) {
+        Recordset chosen(main_,
+                         u"select  date(riqi) as shijian,ticai from xuanticai   where"
+                         u" date(riqi)>'2006-04-06' order by date(riqi) asc"_s);
+        for (; !chosen.atEnd() && !run_.stopped(); chosen.moveNext()) {
+            const QString day = chosen.value(u"shijian").toText();
+            if (day >= firstDay) {
+                run_.showCaption(u"计算到时间:"_s + day);
+                takeMembers(chosen.value(u"ticai").toText(), day, anchor);
+            }
+            storeDay();
+        }
+        return chosen.atEnd();
+    }
+
+    QString dayAfterFall(const QString& dm, const QString& day) {
+        Recordset days = stockHistory_.daysFrom(dm, day);
+        if (days.count() < 3) {
+            return {};
+        }
+        const double close = days.value(u"fuquansp").toNumber();
+        days.moveNext();
+        days.moveNext();
+        const double ratio = days.value(u"fuquansp").toNumber() / close;
+        return ratio <= fallenTo ? days.value(u"shijian").toText() : QString();
+    }
+
+private:
+    void chooseThemesOfDay(const Recordset& index) {
+        const QString day = index.value(u"shijian").toText();
+        if (day >= firstDay) {
+            run_.showCaption(u"计算到时间:"_s + day);
+            run_.showLabel6(day);
+            run_.yield();
+            chooseBestThemes(day, index.value(u"zhangfu"));
+        }
+        storeDay();
+    }
+
+    void chooseBestThemes(const QString& day, const Value& indexGain) {
+        for (Recordset theme(dayHistory_, themesOfDay(day)); !theme.atEnd(); theme.moveNext()) {
+            const QString zhutiname = theme.value(u"zhutiname").toText();
+            run_.showLabel2(zhutiname);
+            run_.yield();
+            if (isBelowTheBar(theme)) {
+                return;
+            }
+            addTheme(day, theme, indexGain);
+            takeMembers(zhutiname, day, themeDayItself);
+        }
+    }
+
+    void addTheme(const QString& day, const Recordset& theme, const Value& indexGain) {
+        QStringList numbers;
+        for (const QStringView name : {u"涨幅", u"zhangtinshu", u"yizishu", u"只数"}) {
+            numbers << numberText(theme.value(name).toNumber());
+        }
+        numbers << numberText(indexGain.toNumber())
+                << numberText(theme.value(u"touguzhangfu").toNumber());
+        statements_ << u"insert into xuanticai(riqi,ticai,ticaizhang,zhangtinshu,yizishu,zonggeshu,"
+                       u"dapanzhang,touguzhangfu) values('"_s +
+                           riqiOf(day) + u"','"_s + theme.value(u"zhutiname").toText() + u"',"_s +
+                           numbers.join(u","_s) + u")"_s;
+    }
+
+    void takeMembers(const QString& zhutiname, const QString& day, const Anchor& anchor) {
+        run_.showLabel3(u"选中题材:"_s + zhutiname);
+        run_.yield();
+        Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname='"_s +
+                                          zhutiname + u"'"_s);
+        for (; !member.atEnd(); member.moveNext()) {
+            const QString dm = member.value(u"dm").toText();
+            const QString D = anchor(dm, day);
+            if (!D.isEmpty()) {
+                takeStock(dm, D, riqiOf(day), zhutiname);
+            }
+        }
+    }
+
+    void takeStock(const QString& dm, const QString& D, const QString& riqi,
+                   const QString& zhutiname) {
+        if (const std::optional<StockRow> row = builder_.build(dm, D)) {
+            statements_ << insertStatement(*row, riqi, zhutiname, writesHigh_);
+        }
+    }
+
+    // The rows of a day wait until it is complete: events happen all the while, and the alarm poll
+    // or another window would wait in vain for a store that a transaction below them has locked.
+    void storeDay() {
+        Transaction transaction(main_);
+        for (const QString& statement : std::exchange(statements_, {})) {
+            main_.execute(statement);
+        }
+        transaction.commit();
+    }
+
+    Connection dayHistory_;
+    StockHistory stockHistory_;
+    Connection main_;
+    ResearchRun& run_;
+    bool writesHigh_;
+    IndexedCopies copies_{dayHistory_};
+    StockRowBuilder builder_{stockHistory_, main_, run_};
+    QStringList statements_;
+};
+
+const QString whatStays = u"此前各日的结果已经写入并保留，出错的这一日没有写入。"_s;
+
+}  // namespace
+
+SelectionScan::SelectionScan(const Stores& stores, Dialogs& dialogs, ResearchRun& run)
+    : stores_(stores), dialogs_(dialogs), run_(run) {}
+
+void SelectionScan::chooseThemes() {
+    const Activity activity(u"选历年主题"_s, whatStays);
+    run_.run([this] { Scan(stores_, run_, false).chooseThemes(); });
+}
+
+void SelectionScan::addStocks() {
+    const Activity activity(u"根据选中的主题补充股票"_s, whatStays);
+    run_.run([this] { Scan(stores_, run_, true).addStocks(themeDayItself); });
+}
+
+void SelectionScan::addFallenStocks() {
+    const Activity activity(u"选后2天跌7%的"_s, whatStays);
+    bool complete = false;
+    run_.run([&] {
+        Scan scan(stores_, run_, true);
+        complete = scan.addStocks(
+            [&scan](const QString& dm, const QString& day) { return scan.dayAfterFall(dm, day); });
+    });
+    if (complete) {
+        dialogs_.tell(u"完成!"_s, u"听涛阁"_s);
+    }
+}
+
+}  // namespace guanchao

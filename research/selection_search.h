@@ -1,0 +1,71 @@
+// The search of Form12 over the selected theme-days: tables xuanticai and xuanticaigu of the main
+// store. A free condition in SQL and fixed filters choose rows, a score tells how a stock chosen so
+// would have gained. Gains are percent. A condition that the store refuses raises StoreError, and
+// grid and score stay as they were.
+#pragma once
+
+#include <QString>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "app/globals.h"
+#include "articles/date_trio.h"
+#include "grid/result_grid.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// The boxes of the search as they stand.
+struct SelectionQuery {
+    QString condition;     // a fragment of SQL that begins with " and "
+    bool byTheme = false;  // 题材
+    QString theme;         // the whole name
+    bool byCode = false;   // 代码
+    QString code;
+    bool byDates = false;  // 时间
+    DateTexts first;
+    DateTexts last;
+    bool mergeDates = false;  // 同日期合并
+
+    QString statement() const;
+};
+
+// What the score reads of a result row.
+struct SelectionGains {
+    QString riqi;                 // 日期
+    std::array<double, 5> gains;  // 股涨幅, 后1涨, 后2涨, 后5涨, 后10涨
+};
+
+// The score line of the rows in the order of the query. `mergeDates` lets at most three rows of one
+// date count.
+QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates);
+
+// The dates that the boxes show at first: today, and the same day of the next month, which in
+// December is the 13th and packs as January.
+DateTexts firstDate(QDate today);
+DateTexts lastDate(QDate today);
+
+struct PressedRow {
+    QString code;
+    QString theme;
+};
+
+class SelectionSearch {
+public:
+    SelectionSearch(const Stores& stores, Globals& globals, ResultGrid& grid);
+
+    // 搜索 (Command2): fills the grid and returns the score line.
+    QString search(const SelectionQuery& query);
+
+    // A press on a row of a result hands its stock and its last cell over (dangqiandm,
+    // dangqianjilu); nothing if it is none.
+    std::optional<PressedRow> press(int row);
+
+private:
+    const Stores& stores_;
+    Globals& globals_;
+    ResultGrid& grid_;
+};
+
+}  // namespace guanchao
