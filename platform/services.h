@@ -13,8 +13,9 @@ struct Service {
 };
 
 struct Services {
-    Service quote;   // 行情: /list=
-    Service vendor;  // the maker's site: version file
+    Service quote;    // 行情: /list=
+    Service history;  // 历史行情: /table.csv
+    Service vendor;   // the maker's site: version file
 };
 
 Services readServices(const QString& iniPath);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "market/quote_feed.h"
+#include "research/day_history.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
@@ -42,6 +43,16 @@ protected:
 TEST_F(CurlHttpTest, BringsQuotesOfThePracticeMarket) {
     EXPECT_EQ(updatedCodes(u"sh600000,sz000001,sh609999,"_s), 2);
     EXPECT_EQ(market_.requests(), QStringList{u"/list=sh600000,sz000001,sh609999,"_s});
+}
+
+TEST_F(CurlHttpTest, BringsTheDayHistoryOfThePracticeMarket) {
+    const DayHistory history(http_, service_);
+    const QDate monday(2026, 11, 9);
+    const QList<HistoryDay> days = history.fetch(u"SZ000001"_s, monday, monday.addDays(8));
+    ASSERT_EQ(days.size(), 7) << "weekdays only";
+    EXPECT_EQ(days.first().day, monday);
+    EXPECT_GT(days.last().close, 0);
+    EXPECT_TRUE(history.fetch(u"SZ999999"_s, monday, monday.addDays(8)).isEmpty());
 }
 
 TEST_F(CurlHttpTest, FailuresOfTheServiceGiveNothing) {

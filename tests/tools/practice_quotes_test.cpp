@@ -58,6 +58,32 @@ TEST_F(PracticeQuotesTest, PricesMoveWithTheClockAndFitTogether) {
     EXPECT_EQ(values(u"sz300750"_s), values(u"sz300750"_s)) << "one moment, one price";
 }
 
+TEST_F(PracticeQuotesTest, TheDayTableLeadsUpToTheQuote) {
+    const QDate friday(2026, 11, 20);
+    const QDate tuesday(2026, 11, 24);
+    const struct {
+        QTime time;
+        int formerClose;  // the line of the table that the quote's former close stands in
+        int last;         // the one of its last price, 0 for none
+    } cases[] = {{QTime(9, 0, 0), 2, 1}, {QTime(10, 30, 0), 1, 0}, {QTime(15, 1, 0), 2, 1}};
+    for (const QString& code : {u"sh600000"_s, u"sh000001"_s}) {
+        for (const auto& it : cases) {
+            const QDateTime now(tuesday, it.time);
+            const QStringList lines =
+                quotes_.dayTable(code, friday, tuesday.addDays(9), now)->split(u'\n');
+            EXPECT_EQ(lines.size(), it.time.hour() == 15 ? 5 : 4) << "no weekend, no open day";
+            EXPECT_EQ(lines[lines.size() - 2].section(u',', 0, 0), u"2026-11-20"_s);
+            const QStringList quote = values(code, it.time);
+            EXPECT_EQ(lines[it.formerClose].section(u',', 4, 4), quote[2]);
+            if (it.last > 0) {
+                EXPECT_EQ(lines[it.last].section(u',', 1, 4),
+                          QStringList({quote[1], quote[4], quote[5], quote[3]}).join(u','));
+            }
+        }
+    }
+    EXPECT_FALSE(quotes_.dayTable(u"sh999999"_s, friday, tuesday, QDateTime(tuesday, {10, 0})));
+}
+
 TEST_F(PracticeQuotesTest, ASuspendedStockKeepsItsFormerCloseOnly) {
     quotes_.suspend(u"SZ000001"_s);
     const QStringList now = values(u"sz000001"_s);

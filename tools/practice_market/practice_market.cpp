@@ -20,6 +20,7 @@ constexpr time_t keepAliveSeconds = 1;
 constexpr char loopback[] = "127.0.0.1";
 constexpr char quoteType[] = "application/javascript; charset=GB18030";
 constexpr char textType[] = "text/plain; charset=GB18030";
+constexpr char tableType[] = "text/csv; charset=GB18030";
 constexpr char pageType[] = "text/html; charset=GB18030";
 constexpr char refusal[] = "Kinsoku jikou desu!";
 constexpr char errorPage[] =
@@ -54,6 +55,24 @@ void sendHalf(const std::string& body, httplib::Response& response) {
 void refuse(httplib::Response& response) {
     response.status = 403;
     response.set_content(refusal, textType);
+}
+
+QString parameter(const httplib::Request& request, const char* name) {
+    return QString::fromStdString(request.get_param_value(name));
+}
+
+// "600000.ss" names sh600000.
+QString codeOfSymbol(const QString& symbol) {
+    const QString exchange =
+        symbol.endsWith(QLatin1String(".ss")) ? QStringLiteral("sh") : QStringLiteral("sz");
+    return exchange + symbol.section(u'.', 0, 0);
+}
+
+// Months come counted from 0. No date for words that make none.
+QDate dayFrom(const httplib::Request& request, const char* year, const char* month,
+              const char* day) {
+    return {parameter(request, year).toInt(), parameter(request, month).toInt() + 1,
+            parameter(request, day).toInt()};
 }
 
 // A port in use stays refused: httplib's own options would share it.
@@ -142,6 +161,10 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerQuotes(request, response);
                  });
+    server_->Get("/table\\.csv",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerHistory(request, response);
+                 });
     server_->Get(
         "/chaoxin/banbenupdate\\.txt",
         [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
@@ -185,6 +208,18 @@ void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Resp
         case MarketFault::none:
             response.set_content(inGbk(reply), quoteType);
     }
+}
+
+void PracticeMarket::answerHistory(const httplib::Request& request,
+                                   httplib::Response& response) const {
+    const std::optional<QString> table =
+        quotes_.dayTable(codeOfSymbol(parameter(request, "s")), dayFrom(request, "c", "a", "b"),
+                         dayFrom(request, "f", "d", "e"), now_());
+    if (!table) {
+        response.status = 404;
+        return;
+    }
+    response.set_content(inGbk(*table), tableType);
 }
 
 void PracticeMarket::answerVersion(httplib::Response& response) const {

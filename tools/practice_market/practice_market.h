@@ -1,7 +1,8 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
-// public quote service and of the vendor's site, in GBK, so that the program works with no
-// network. Tests run it in-process and give it faults. Safe to call from any one thread while the
-// server's own threads answer; start() throws std::runtime_error, nothing else throws.
+// public quote service, of the day-history service and of the vendor's site, in GBK, so that the
+// program works with no network. Tests run it in-process and give it faults. Safe to call from any
+// one thread while the server's own threads answer; start() throws std::runtime_error, nothing else
+// throws.
 #pragma once
 
 #include <QByteArray>
@@ -65,6 +66,7 @@ private:
     void addRoutes();
     bool answerFixed(const httplib::Request& request, httplib::Response& response);
     void answerQuotes(const httplib::Request& request, httplib::Response& response);
+    void answerHistory(const httplib::Request& request, httplib::Response& response) const;
     void answerVersion(httplib::Response& response) const;
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;

@@ -36,6 +36,8 @@ constexpr Kind shanghaiIndex = {0.0001, 4, 2000, 9000, 2e10, 6e10, true, true};
 constexpr Kind shenzhenIndex = {0.001, 3, 2000, 9000, 2e10, 6e10, true, false};
 constexpr Kind worldIndex = {0.01, 2, 10000, 45000, 0, 0, true, false};
 
+const QDate firstExchangeDay(1990, 12, 19);
+
 constexpr double yuanPerIndexShare = 12;
 constexpr int bookLevels = 5;
 constexpr int bookSeconds = 3;
@@ -157,6 +159,20 @@ QStringList fullFields(const Kind& kind, const Quote& quote, quint64 key,
                   << QStringLiteral("00");
 }
 
+PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day) {
+    const Quote quote = quoteOf(kind, key, {day, tradingSeconds});
+    const auto price = [&](qint64 steps) { return static_cast<double>(steps) * kind.step; };
+    const DayPrices& prices = quote.prices;
+    return {day,
+            price(prices.formerClose),
+            price(prices.open),
+            price(prices.high),
+            price(prices.low),
+            price(prices.last),
+            quote.shares,
+            quote.amount};
+}
+
 }  // namespace
 
 PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed, Pace pace)
@@ -199,6 +215,40 @@ QString PracticeQuotes::reply(const QStringList& lowerCaseCodes, const QDateTime
 void PracticeQuotes::add(const QString& lowerCaseCode, const QString& name) {
     const bool drawn = evenNumber(keyOf(lowerCaseCode), suspensionNumber) < suspendedPart;
     securities_.insert(lowerCaseCode, {name, drawn && !kindOf(lowerCaseCode).isIndex});
+}
+
+std::vector<PracticeDay> PracticeQuotes::days(const QString& lowerCaseCode, const QDate& first,
+                                              const QDate& last, const QDateTime& now) const {
+    std::vector<PracticeDay> days;
+    if (!securities_.contains(lowerCaseCode)) {
+        return days;
+    }
+    const QDate end = std::min(last, lastEndedDay(now));
+    for (QDate day = std::max(first, firstExchangeDay); day <= end; day = day.addDays(1)) {
+        if (day.dayOfWeek() <= Qt::Friday) {
+            days.push_back(dayOf(kindOf(lowerCaseCode), keyOf(lowerCaseCode), day));
+        }
+    }
+    return days;
+}
+
+std::optional<QString> PracticeQuotes::dayTable(const QString& lowerCaseCode, const QDate& first,
+                                                const QDate& last, const QDateTime& now) const {
+    if (!securities_.contains(lowerCaseCode)) {
+        return std::nullopt;
+    }
+    const int decimals = kindOf(lowerCaseCode).decimals;
+    QString lines = QStringLiteral("Date,Open,High,Low,Close,Volume,Adj Close\n");
+    const std::vector<PracticeDay> ended = days(lowerCaseCode, first, last, now);
+    for (auto day = ended.rbegin(); day != ended.rend(); ++day) {
+        QStringList fields = {day->day.toString(Qt::ISODate)};
+        for (const double price : {day->open, day->high, day->low, day->close}) {
+            fields << decimal(price, decimals);
+        }
+        fields << QString::number(day->shares) << decimal(day->close, decimals);
+        lines += fields.join(u',') + u'\n';
+    }
+    return lines;
 }
 
 // FNV-1a over the code, begun with the seed.

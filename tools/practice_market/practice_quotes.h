@@ -4,10 +4,12 @@
 // lines: 10,000 yuan). Bad codes are answered as the service answers them, nothing is thrown.
 #pragma once
 
+#include <QDate>
 #include <QDateTime>
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace guanchao {
@@ -21,6 +23,18 @@ struct PracticeStock {
 
 // How the prices of stocks move: as on a market's day, or so that alarms come within a minute.
 enum class Pace { ordinary, lively };
+
+// A day that has ended.
+struct PracticeDay {
+    QDate day;
+    double formerClose = 0;
+    double open = 0;
+    double high = 0;
+    double low = 0;
+    double close = 0;
+    qint64 shares = 0;
+    double amount = 0;
+};
 
 class PracticeQuotes {
 public:
@@ -37,6 +51,16 @@ public:
 
     // The lines of all codes in order. One malformed code spoils them all.
     QString reply(const QStringList& lowerCaseCodes, const QDateTime& now) const;
+
+    // The days that have ended at `now`, from the first to the last, oldest first; none for an
+    // unknown code. They lead up to the former close that a quote shows.
+    std::vector<PracticeDay> days(const QString& lowerCaseCode, const QDate& first,
+                                  const QDate& last, const QDateTime& now) const;
+
+    // The same as the day-history service words it: a header, then the newest day first. Nothing
+    // for an unknown code.
+    std::optional<QString> dayTable(const QString& lowerCaseCode, const QDate& first,
+                                    const QDate& last, const QDateTime& now) const;
 
 private:
     struct Security {

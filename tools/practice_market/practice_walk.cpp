@@ -118,6 +118,11 @@ TradingMoment tradingMoment(const QDateTime& now) {
     return {day, std::min(sessionSeconds + afternoonOpen.secsTo(time), tradingSeconds)};
 }
 
+QDate lastEndedDay(const QDateTime& now) {
+    const TradingMoment moment = tradingMoment(now);
+    return moment.elapsed < tradingSeconds ? tradingDayBefore(moment.day) : moment.day;
+}
+
 double evenNumber(quint64 key, quint64 index) {
     return static_cast<double>(mixed(key + index * 0x9e3779b97f4a7c15U) >> 11) * 0x1.0p-53;
 }

@@ -20,6 +20,9 @@ struct TradingMoment {
 // What the market shows at `now`: outside the trading hours, the last moment before.
 TradingMoment tradingMoment(const QDateTime& now);
 
+// The last day whose trading is over at `now`.
+QDate lastEndedDay(const QDateTime& now);
+
 // A number from 0 up to, not including, 1 that follows from the key and the index alone.
 double evenNumber(quint64 key, quint64 index);
 

@@ -1,0 +1,76 @@
+#include "research/day_history.h"
+
+#include <QStringList>
+#include <optional>
+
+#include "platform/gbk.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype fewestLines = 4;
+constexpr qsizetype fewestFields = 5;
+constexpr qsizetype volumeField = 5;
+
+QString symbolOf(const QString& dm) {
+    const bool isShanghai = dm.startsWith(u"SH"_s) || dm.startsWith(u"sh"_s);
+    return dm.right(6) + (isShanghai ? u".ss"_s : u".sz"_s);
+}
+
+// A page that is no CSV has lines with commas too: a day needs a date and a close that are ones.
+std::optional<HistoryDay> readDay(const QString& line) {
+    const QStringList fields = line.trimmed().split(u',');
+    if (fields.size() < fewestFields) {
+        return std::nullopt;
+    }
+    HistoryDay day;
+    day.day = QDate::fromString(fields[0].trimmed(), u"yyyy-M-d"_s);
+    day.closeText = fields[4].trimmed();
+    if (!day.day.isValid() || !readsAsNumber(day.closeText)) {
+        return std::nullopt;
+    }
+    day.open = numericPrefix(fields[1]);
+    day.high = numericPrefix(fields[2]);
+    day.low = numericPrefix(fields[3]);
+    day.close = numericPrefix(day.closeText);
+    day.volume = numericPrefix(fields.value(volumeField));
+    return day;
+}
+
+}  // namespace
+
+QString dayHistoryPath(const QString& dm, const QDate& first, const QDate& last) {
+    return u"/table.csv?s=%1&a=%2&b=%3&c=%4&d=%5&e=%6&f=%7&g=d&ignore=.csv"_s.arg(symbolOf(dm))
+        .arg(first.month() - 1)
+        .arg(first.day())
+        .arg(first.year())
+        .arg(last.month() - 1)
+        .arg(last.day())
+        .arg(last.year());
+}
+
+QList<HistoryDay> readDayHistory(const QString& reply) {
+    const QStringList lines = reply.split(u'\n');
+    QList<HistoryDay> days;
+    if (lines.size() < fewestLines) {
+        return days;
+    }
+    for (qsizetype line = lines.size() - 1; line > 0; --line) {
+        if (const std::optional<HistoryDay> day = readDay(lines[line])) {
+            days << *day;
+        }
+    }
+    return days;
+}
+
+QList<HistoryDay> DayHistory::fetch(const QString& dm, const QDate& first,
+                                    const QDate& last) const {
+    const std::optional<QByteArray> body = http_.get(service_, dayHistoryPath(dm, first, last));
+    return body ? readDayHistory(textFromGbk(*body)) : QList<HistoryDay>();
+}
+
+}  // namespace guanchao
