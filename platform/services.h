@@ -13,9 +13,12 @@ struct Service {
 };
 
 struct Services {
-    Service quote;    // 行情: /list=
-    Service history;  // 历史行情: /table.csv
-    Service vendor;   // the maker's site: version file
+    Service quote;      // 行情: /list=
+    Service chart;      // 走势图: /newchart/
+    Service stockpage;  // 个股页面: /realstock/company/
+    Service newspage;   // 个股资讯: /news/stock/
+    Service history;    // 历史行情: /table.csv
+    Service vendor;     // the maker's site: version file
 };
 
 Services readServices(const QString& iniPath);
