@@ -1,9 +1,13 @@
 # Everything comes from the distribution's packages (see packages.txt): Debian 12 and 13.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Multimedia Charts)
+if(GUANCHAO_BROWSER)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS WebEngineWidgets)
+endif()
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n data)
 find_package(CURL REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(SQLCIPHER REQUIRED IMPORTED_TARGET sqlcipher)
+pkg_check_modules(GD REQUIRED IMPORTED_TARGET gdlib)
 pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
 if(GUANCHAO_TESTS)
     find_package(GTest REQUIRED)

@@ -2,6 +2,7 @@
 option(GUANCHAO_WERROR "Treat warnings as errors" OFF)
 option(GUANCHAO_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(GUANCHAO_TESTS "Build the tests" ON)
+option(GUANCHAO_BROWSER "Build the browser control of the F10 pages (Qt WebEngine)" ON)
 option(GUANCHAO_BENCH "Build the benchmarks" ON)
 
 set(CMAKE_CXX_STANDARD 20)

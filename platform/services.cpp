@@ -25,7 +25,10 @@ Services readServices(const QString& iniPath) {
     Services services;
     services.quote = readService(ini, u"quote"_s,
                                  {u"https://hq.sinajs.cn"_s, u"https://finance.sina.com.cn/"_s});
-    services.stockpage = readService(ini, u"stockpage"_s, {u"https://quote.eastmoney.com"_s, {}});
+    services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}});
+    services.stockpage = readService(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}});
+    services.sitepage = readService(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}});
+    services.newspage = readService(ini, u"newspage"_s, {u"http://cj.gw.com.cn"_s, {}});
     // No public service answers in this form any more; an entry may name a mirror of one.
     services.history = readService(ini, u"history"_s, {});
     // The maker has no site of its own: without an entry the version check finds nothing.

@@ -14,7 +14,10 @@ struct Service {
 
 struct Services {
     Service quote;      // 行情: /list=
-    Service stockpage;  // the pages of single stocks, for the browser
+    Service chart;      // 走势图: /newchart/
+    Service stockpage;  // 个股页面: /realstock/company/
+    Service sitepage;   // 个股行情网页: /sz000693.html
+    Service newspage;   // 个股资讯: /news/stock/
     Service history;    // 历史行情: /table.csv
     Service vendor;     // the maker's site: version file
 };

@@ -145,7 +145,7 @@ void Form12::MSHFlexGrid1_Click(int row, int col) {
 }
 
 void Form12::MSHFlexGrid1_DblClick(int row) {
-    const QString& host = environment_.services.stockpage.host;
+    const QString& host = environment_.services.sitepage.host;
     if (row > 0 && !host.isEmpty()) {
         environment_.shell.open(host + u'/' + environment_.globals.dangqiandm + u".html"_s);
     }

@@ -25,6 +25,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QString publicF10Pages = u"https://basic.10jqka.com.cn/600000/"_s;
+
 class Seeds {
 public:
     Seeds(QString dataFolder, const QDateTime& now)
@@ -40,7 +42,7 @@ public:
         }
         BoundInsert(connection,
                     u"insert into tempcanshu(id,xiugaizhutitime,f10url) values(1,?,?)"_s)
-            .row({now_, u"https://basic.10jqka.com.cn/600000/"_s});
+            .row({now_, publicF10Pages});
     }
 
     void fillHeat(Connection& connection) const {
@@ -176,6 +178,13 @@ QStringList prepareStores(const QString& folder, const QString& dataFolder, cons
         }
     }
     return made;
+}
+
+void leadF10PagesTo(const QString& folder, const QString& host) {
+    storesIn(applicationFolder(folder))
+        .main.open()
+        .execute(u"update tempcanshu set f10url='"_s + host + u"/600000/' where f10url='"_s +
+                 publicF10Pages + u"' or f10url like 'http://127.0.0.1:%'"_s);
 }
 
 }  // namespace guanchao

@@ -20,4 +20,8 @@ QString schemaText(Schema schema);
 // halfway is removed.
 QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now);
 
+// Leads the F10 pages of a practice folder to `host`, unless its user has chosen an address. Raises
+// StoreError.
+void leadF10PagesTo(const QString& folder, const QString& host);
+
 }  // namespace guanchao

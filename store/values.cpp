@@ -248,6 +248,12 @@ QString twoDecimals(double value) {
     return signedText(decimal, wholePart(decimal) + "." + fraction);
 }
 
+QString noDecimals(double value) {
+    Decimal decimal = toDecimal(value);
+    cutDigits(decimal, decimal.point);
+    return signedText(decimal, wholePart(decimal));
+}
+
 QString timeText(const QDateTime& moment) {
     return moment.toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }

@@ -34,6 +34,9 @@ QString numberText(double value);
 // The number as a grid shows it ("##0.00"): two decimals, a half away from zero.
 QString twoDecimals(double value);
 
+// The number as a label shows a whole one ("##0"): no decimals, a half away from zero.
+QString noDecimals(double value);
+
 // "yyyy-MM-dd hh:mm:ss", hours 00 to 23: the one form in which the stores keep a moment.
 QString timeText(const QDateTime& moment);
 

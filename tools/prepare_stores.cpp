@@ -1,4 +1,5 @@
-// prepare_stores FOLDER DATA: makes the stores that are missing in an application folder.
+// prepare_stores FOLDER DATA [HOST]: makes the stores that are missing in an application folder,
+// and leads its F10 pages to the practice market at HOST.
 #include <QCoreApplication>
 #include <QTextStream>
 
@@ -8,14 +9,17 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream errors(stderr);
-    if (arguments.size() != 3) {
-        errors << "usage: prepare_stores FOLDER DATA\n";
+    if (arguments.size() < 3 || arguments.size() > 4) {
+        errors << "usage: prepare_stores FOLDER DATA [HOST]\n";
         return 2;
     }
     try {
         for (const QString& file :
              guanchao::prepareStores(arguments[1], arguments[2], QDateTime::currentDateTime())) {
             QTextStream(stdout) << "made " << file << '\n';
+        }
+        if (arguments.size() == 4) {
+            guanchao::leadF10PagesTo(arguments[1], arguments[3]);
         }
     } catch (const std::exception& failure) {
         errors << failure.what() << '\n';

@@ -136,6 +136,10 @@ TEST(Values, TwoDecimalsRoundHalvesAwayFromZero) {
     for (const auto& it : cases) {
         EXPECT_EQ(twoDecimals(it.value), it.text) << it.value;
     }
+    EXPECT_EQ(noDecimals(0.5), u"1"_s);
+    EXPECT_EQ(noDecimals(-2.5), u"-3"_s);
+    EXPECT_EQ(noDecimals(0.049), u"0"_s);
+    EXPECT_EQ(noDecimals(12345.67), u"12346"_s);
 }
 
 TEST(Values, TimesAndBlankSafeTexts) {

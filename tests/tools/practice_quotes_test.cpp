@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "market/fundamentals.h"
 #include "market/quote_line.h"
 #include "tests/support/qt_printers.h"
+#include "tools/practice_market/practice_charts.h"
+#include "tools/practice_market/practice_pages.h"
 
 namespace guanchao {
 
@@ -94,6 +97,31 @@ TEST_F(PracticeQuotesTest, ASuspendedStockKeepsItsFormerCloseOnly) {
     const std::optional<QuoteLine> line = readQuoteLine(piece);
     ASSERT_TRUE(line);
     EXPECT_DOUBLE_EQ(line->zhangfu, 0);
+}
+
+TEST_F(PracticeQuotesTest, ChartsAndPagesOfAStock) {
+    const QDateTime now(QDate(2026, 11, 24), QTime(10, 30, 0));
+    quotes_.suspend(u"SZ000001"_s);
+    for (const QString& path :
+         {u"/newchart/min/n/sh600000.gif"_s, u"/newchart/daily/n/sh600000.gif"_s,
+          u"/newchart/min/n/sz000001.gif"_s, u"/newchart/small/nsz399001.gif"_s,
+          u"/newchart/hk_stock/min_small/HSI.gif"_s, u"/newchart/v5/usstock/min_idx_s/.dji.gif"_s,
+          u"/newchart/v5/usstock/min_idx_s/.ixic.gif"_s}) {
+        EXPECT_TRUE(practiceChart(quotes_, path, now).startsWith("GIF8")) << path.toStdString();
+    }
+    for (const QString& path : {u"/newchart/min/n/sh609999.gif"_s, u"/newchart/gif"_s}) {
+        EXPECT_TRUE(practiceChart(quotes_, path, now).isEmpty()) << path.toStdString();
+    }
+    const Fundamentals report =
+        readFundamentals(practicePage(quotes_, u"/news/stock/600000.shtml"_s, now));
+    EXPECT_EQ(report.jzrq, u"2026-09-30 00:00:00"_s);
+    EXPECT_GT(report.floatInTenThousands(), 0);
+    EXPECT_GT(report.netAssets(), 0);
+    for (const QString& path : {u"/600000/"_s, u"/realstock/company/sh600000/nc.shtml"_s,
+                                u"/news/stock/sz300750/cpbd.shtml"_s}) {
+        EXPECT_FALSE(practicePage(quotes_, path, now).isEmpty()) << path.toStdString();
+    }
+    EXPECT_TRUE(practicePage(quotes_, u"/609999/"_s, now).isEmpty());
 }
 
 }  // namespace guanchao

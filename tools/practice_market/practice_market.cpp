@@ -7,6 +7,8 @@
 #include <stdexcept>
 
 #include "platform/gbk.h"
+#include "tools/practice_market/practice_charts.h"
+#include "tools/practice_market/practice_pages.h"
 
 namespace guanchao {
 
@@ -21,6 +23,7 @@ constexpr char loopback[] = "127.0.0.1";
 constexpr char quoteType[] = "application/javascript; charset=GB18030";
 constexpr char textType[] = "text/plain; charset=GB18030";
 constexpr char tableType[] = "text/csv; charset=GB18030";
+constexpr char chartType[] = "image/gif";
 constexpr char pageType[] = "text/html; charset=GB18030";
 constexpr char refusal[] = "Kinsoku jikou desu!";
 constexpr char errorPage[] =
@@ -165,6 +168,14 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerHistory(request, response);
                  });
+    server_->Get("/newchart/.+",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerChart(request, response);
+                 });
+    server_->Get(R"(/(realstock|news)/.+|/\d{6}/)",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerPage(request, response);
+                 });
     server_->Get(
         "/chaoxin/banbenupdate\\.txt",
         [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
@@ -220,6 +231,26 @@ void PracticeMarket::answerHistory(const httplib::Request& request,
         return;
     }
     response.set_content(inGbk(*table), tableType);
+}
+
+void PracticeMarket::answerChart(const httplib::Request& request,
+                                 httplib::Response& response) const {
+    const QByteArray chart = practiceChart(quotes_, QString::fromStdString(request.path), now_());
+    if (chart.isEmpty()) {
+        response.status = 404;
+        return;
+    }
+    response.set_content(chart.toStdString(), chartType);
+}
+
+void PracticeMarket::answerPage(const httplib::Request& request,
+                                httplib::Response& response) const {
+    const QString page = practicePage(quotes_, QString::fromStdString(request.path), now_());
+    if (page.isEmpty()) {
+        response.status = 404;
+        return;
+    }
+    response.set_content(inGbk(page), pageType);
 }
 
 void PracticeMarket::answerVersion(httplib::Response& response) const {

@@ -67,6 +67,8 @@ private:
     bool answerFixed(const httplib::Request& request, httplib::Response& response);
     void answerQuotes(const httplib::Request& request, httplib::Response& response);
     void answerHistory(const httplib::Request& request, httplib::Response& response) const;
+    void answerChart(const httplib::Request& request, httplib::Response& response) const;
+    void answerPage(const httplib::Request& request, httplib::Response& response) const;
     void answerVersion(httplib::Response& response) const;
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;

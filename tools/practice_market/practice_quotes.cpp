@@ -41,6 +41,7 @@ const QDate firstExchangeDay(1990, 12, 19);
 constexpr double yuanPerIndexShare = 12;
 constexpr int bookLevels = 5;
 constexpr int bookSeconds = 3;
+constexpr int secondsPerMinute = 60;
 constexpr int mostLotsPerLevel = 5000;
 constexpr int sharesPerLot = 100;
 constexpr double suspendedPart = 1.0 / 150;
@@ -249,6 +250,34 @@ std::optional<QString> PracticeQuotes::dayTable(const QString& lowerCaseCode, co
         lines += fields.join(u',') + u'\n';
     }
     return lines;
+}
+
+QString PracticeQuotes::name(const QString& lowerCaseCode) const {
+    const Index* world = worldIndexOf(lowerCaseCode);
+    return world ? world->name.toString() : securities_.value(lowerCaseCode).name;
+}
+
+std::optional<PracticeMinutes> PracticeQuotes::minutes(const QString& lowerCaseCode,
+                                                       const QDateTime& now) const {
+    const bool isWorld = worldIndexOf(lowerCaseCode) != nullptr;
+    if (!isWorld && !securities_.contains(lowerCaseCode)) {
+        return std::nullopt;
+    }
+    const Kind& kind = isWorld ? worldIndex : kindOf(lowerCaseCode);
+    const TradingMoment moment = tradingMoment(now);
+    PracticeMinutes minutes;
+    for (int elapsed = 0; elapsed <= moment.elapsed; elapsed += secondsPerMinute) {
+        const Quote quote = quoteOf(kind, keyOf(lowerCaseCode), {moment.day, elapsed});
+        minutes.formerClose = static_cast<double>(quote.prices.formerClose) * kind.step;
+        if (!isSuspended(lowerCaseCode)) {
+            minutes.prices.push_back(static_cast<double>(quote.prices.last) * kind.step);
+        }
+    }
+    return minutes;
+}
+
+double PracticeQuotes::numberOf(const QString& lowerCaseCode, quint64 index) const {
+    return evenNumber(keyOf(lowerCaseCode), index);
 }
 
 // FNV-1a over the code, begun with the seed.

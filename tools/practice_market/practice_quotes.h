@@ -36,6 +36,12 @@ struct PracticeDay {
     double amount = 0;
 };
 
+// The day so far, a price a minute; of a suspended stock the former close alone.
+struct PracticeMinutes {
+    double formerClose = 0;
+    std::vector<double> prices;
+};
+
 class PracticeQuotes {
 public:
     // The chief indexes are known without being listed.
@@ -61,6 +67,15 @@ public:
     // for an unknown code.
     std::optional<QString> dayTable(const QString& lowerCaseCode, const QDate& first,
                                     const QDate& last, const QDateTime& now) const;
+
+    // Empty and nothing for an unknown code; the indexes of other countries are known to the
+    // second.
+    QString name(const QString& lowerCaseCode) const;
+    std::optional<PracticeMinutes> minutes(const QString& lowerCaseCode,
+                                           const QDateTime& now) const;
+
+    // A number from 0 up to 1 that follows from the code and the index alone.
+    double numberOf(const QString& lowerCaseCode, quint64 index) const;
 
 private:
     struct Security {

@@ -1,0 +1,292 @@
+#include "market/quote_window.h"
+
+#include <QDir>
+#include <utility>
+
+#include "platform/gbk.h"
+#include "platform/ini_file.h"
+#include "store/store_error.h"
+#include "store/values.h"
+#include "themes/trading_session.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype codeLength = 8;
+constexpr int pollsBetweenCharts = 12;
+constexpr int pollsBeforeIndex = 3;
+
+const QString section = u"read"_s;
+const QString key = u"fenshidm"_s;
+
+const QString noConnection = u"请检查网络连接，行情服务器连接不上!"_s;
+
+QString noData(const QString& name) {
+    return u"没有找到"_s + name + u"的数据!"_s;
+}
+
+// Names a fetch for the box that tells of a bad reply.
+class QuoteActivity : public Activity {
+public:
+    QuoteActivity() : Activity(u"读取行情"_s, u"行情的自动更新已停止，点“查询”重新开始。"_s) {}
+};
+
+QStringView turnoverCode(const HomeIndex& index) {
+    return index.turnoverCode.isEmpty() ? index.code : index.turnoverCode;
+}
+
+QString iniPath(const Globals& globals) {
+    return globals.yingyongmulu + u"read.ini"_s;
+}
+
+QString lastCode(const Globals& globals) {
+    const QString noted = IniFile(iniPath(globals)).value(section, key).value_or(QString());
+    const QString code = trimBlanks(noted.section(QChar(u'\0'), 0, 0));
+    return code.size() < codeLength ? u"SH600585"_s : code;
+}
+
+bool isHandedOver(const QString& dm) {
+    return dm.size() >= codeLength && dm != u"SH000001" && dm != u"SZ399001" && dm != u"SH000100";
+}
+
+}  // namespace
+
+QuoteWindow::QuoteWindow(Globals& globals, const Clock& clock, Http& http, const Services& services,
+                         Dialogs& dialogs, Shell& shell, QuoteScreen& screen)
+    : globals_(globals),
+      clock_(clock),
+      http_(http),
+      services_(services),
+      dialogs_(dialogs),
+      shell_(shell),
+      screen_(screen),
+      meanVolume_(http, services.history, clock) {}
+
+QuoteWindow::Opening QuoteWindow::load() {
+    QDir(globals_.yingyongmulu).mkpath(u"down/pic/pic1"_s);
+    const Opening handedOver = {std::exchange(globals_.dangqiandm, {}),
+                                std::exchange(globals_.dangqianjc, {})};
+    return isHandedOver(handedOver.dm) ? handedOver : Opening{lastCode(globals_), {}};
+}
+
+// Its failure is told by the first query, which reads the page again.
+void QuoteWindow::showOpeningFundamentals(const QString& dm) {
+    fetchFundamentals(dm);
+}
+
+void QuoteWindow::start(const QString& typed) {
+    begin();
+    const bool accepted = queryStock(typed);
+    takeHomeIndex(0);
+    takeWorldIndex(0);
+    updateMarketFlag();
+    globals_.hangqingkaiguo = 1;
+    end(accepted);
+}
+
+void QuoteWindow::query(const QString& typed) {
+    begin();
+    end(queryStock(typed));
+}
+
+void QuoteWindow::chooseHomeIndex(int index) {
+    begin();
+    takeHomeIndex(index);
+    end(true);
+}
+
+void QuoteWindow::chooseWorldIndex(int index) {
+    begin();
+    takeWorldIndex(index);
+    end(true);
+}
+
+void QuoteWindow::poll() {
+    begin();
+    ++polls_;
+    if (polls_ > pollsBetweenCharts) {
+        polls_ = 0;
+        updateMarketFlag();
+        showStockCharts();
+        showHomeIndexChart();
+    }
+    if (polls_ > pollsBeforeIndex && marketOpen()) {
+        fetchHomeIndex();
+    }
+    if (marketOpen()) {
+        fetchStock();
+    }
+    end(true);
+}
+
+void QuoteWindow::openIntradayPage(const QString& typed) {
+    shell_.open(services_.stockpage.host + u"/realstock/company/sh600864/nc.shtml"_s.replace(
+                                               u"sh600864"_s, trimBlanks(typed).toLower()));
+}
+
+void QuoteWindow::openDailyPage(const QString& typed) {
+    shell_.open(services_.newspage.host + u"/news/stock/sh600000/cpbd.shtml"_s.replace(
+                                              u"sh600000"_s, trimBlanks(typed).toLower()));
+}
+
+void QuoteWindow::begin() {
+    connected_ = true;
+    messages_.clear();
+    screen_.setPolling(false);
+}
+
+void QuoteWindow::end(bool polls) {
+    screen_.setPolling(polls && connected_);
+    Dialogs& dialogs = dialogs_;
+    for (const QString& message : std::exchange(messages_, {})) {
+        dialogs.tell(message);
+    }
+}
+
+bool QuoteWindow::queryStock(const QString& typed) {
+    const QString dm = trimBlanks(typed).toUpper();
+    if (!isStockCode(dm)) {
+        noteMessage(u"只能输入沪深个股代码!"_s);
+        return false;
+    }
+    if (dm != dm_) {
+        screen_.clearStock();
+    }
+    dm_ = dm;
+    fetchFundamentals(dm);
+    IniFile(iniPath(globals_)).setValue(section, key, dm);
+    showStockCharts();
+    stockMean_ = meanVolume_.of(dm);
+    fetchStock();
+    return true;
+}
+
+void QuoteWindow::takeHomeIndex(int index) {
+    homeIndex_ = index;
+    showHomeIndexChart();
+    const HomeIndex& home = homeIndexes[static_cast<size_t>(index)];
+    // The mean belongs to the index whose turnover is shown.
+    indexMean_ = home.hasRatio ? meanVolume_.of(turnoverCode(home).toString()) : 0;
+    fetchHomeIndex();
+}
+
+void QuoteWindow::takeWorldIndex(int index) {
+    const WorldIndex& world = worldIndexes[static_cast<size_t>(index)];
+    showChart(QuoteChart::worldIndex, world.chartPath.toString());
+    const QuoteActivity activity;
+    const std::optional<QuoteFields> fields = fetchQuote(world.code);
+    if (!fields) {
+        return;
+    }
+    if (!hasWorldIndex(*fields)) {
+        noteMessage(u"没有找到该股数据!"_s);
+        return;
+    }
+    screen_.showWorldIndex(worldIndexPanel(*fields));
+}
+
+void QuoteWindow::updateMarketFlag() {
+    globals_.jiaoyishiduan = inTradingSession(clock_.now()) ? 1 : 0;
+}
+
+void QuoteWindow::noteMessage(const QString& text) {
+    if (!messages_.contains(text)) {
+        messages_ << text;
+    }
+}
+
+// Nothing, and a message, for an empty reply as for none.
+std::optional<QString> QuoteWindow::fetch(const Service& service, const QString& path) {
+    const QByteArray body = http_.get(service, path).value_or(QByteArray());
+    if (body.isEmpty()) {
+        noteMessage(noConnection);
+        return std::nullopt;
+    }
+    return textFromGbk(body);
+}
+
+std::optional<QuoteFields> QuoteWindow::fetchQuote(QStringView code) {
+    const std::optional<QString> reply = fetch(services_.quote, u"/list="_s + code);
+    if (!reply) {
+        connected_ = false;
+        return std::nullopt;
+    }
+    return QuoteFields(*reply);
+}
+
+// A service that the user has taken out of services.ini is not missed.
+void QuoteWindow::fetchFundamentals(const QString& dm) {
+    fundamentals_ = {};
+    if (!services_.newspage.host.isEmpty()) {
+        const std::optional<QString> page = fetch(services_.newspage, fundamentalsPath(dm));
+        fundamentals_ = readFundamentals(page.value_or(QString()));
+    }
+    screen_.showFundamentals(fundamentalTexts(fundamentals_));
+}
+
+void QuoteWindow::fetchStock() {
+    if (dm_.isEmpty()) {
+        return;
+    }
+    const QuoteActivity activity;
+    const std::optional<QuoteFields> fields = fetchQuote(dm_.toLower());
+    if (!fields) {
+        return;
+    }
+    if (hasStock(*fields)) {
+        screen_.showStock(stockPanel(*fields, fundamentals_, stockMean_, marketOpen()));
+    } else {
+        screen_.showNoStock(noData(dm_));
+    }
+}
+
+void QuoteWindow::fetchHomeIndex() {
+    const QuoteActivity activity;
+    const HomeIndex& index = homeIndexes[static_cast<size_t>(homeIndex_)];
+    const std::optional<QuoteFields> fields = fetchQuote(index.code);
+    if (!fields) {
+        return;
+    }
+    if (!hasHomeIndex(*fields)) {
+        screen_.showNoHomeIndex(noData(index.name.toString()));
+        return;
+    }
+    HomeIndexPanel panel = homeIndexPanel(*fields);
+    completeTurnover(index, *fields, panel);
+    screen_.showHomeIndex(panel);
+}
+
+// Without the composite's reply the index keeps the turnover of its own, which no mean belongs to.
+void QuoteWindow::completeTurnover(const HomeIndex& index, const QuoteFields& fields,
+                                   HomeIndexPanel& panel) {
+    if (!index.turnoverCode.isEmpty()) {
+        const std::optional<QuoteFields> composite = fetchQuote(index.turnoverCode);
+        if (!composite || !hasHomeIndex(*composite)) {
+            return;
+        }
+        panel.turnover = compositeTurnover(*composite);
+    }
+    if (index.hasRatio) {
+        panel.ratio = indexRatio(fields, panel.turnover, indexMean_, marketOpen());
+    }
+}
+
+void QuoteWindow::showChart(QuoteChart chart, const QString& path) {
+    screen_.showChart(chart, http_.get(services_.chart, path));
+}
+
+void QuoteWindow::showStockCharts() {
+    const QString code = dm_.toLower();
+    showChart(QuoteChart::intraday, u"/newchart/min/n/"_s + code + u".gif"_s);
+    showChart(QuoteChart::daily, u"/newchart/daily/n/"_s + code + u".gif"_s);
+}
+
+void QuoteWindow::showHomeIndexChart() {
+    showChart(QuoteChart::homeIndex,
+              homeIndexes[static_cast<size_t>(homeIndex_)].chartPath.toString());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,113 @@
+// What the stock quote window does: the opening, the query of a stock, its polls and those of the
+// domestic index, the two messages. Asks the quote, chart, news and history services; writes the
+// code last queried to read.ini in the application folder. Bad replies raise OperationError and
+// leave the polling off.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "app/globals.h"
+#include "market/fundamentals.h"
+#include "market/index_panels.h"
+#include "market/mean_volume.h"
+#include "market/stock_quote.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/http.h"
+#include "platform/services.h"
+#include "platform/shell.h"
+
+namespace guanchao {
+
+enum class QuoteChart { intraday, daily, homeIndex, worldIndex };
+
+// Where the results go as they come.
+class QuoteScreen {
+public:
+    virtual ~QuoteScreen() = default;
+
+    virtual void showFundamentals(const FundamentalTexts& texts) = 0;
+    // Nothing where the chart can't be had.
+    virtual void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) = 0;
+    virtual void clearStock() = 0;
+    virtual void showStock(const StockPanel& panel) = 0;
+    virtual void showNoStock(const QString& words) = 0;
+    virtual void showHomeIndex(const HomeIndexPanel& panel) = 0;
+    virtual void showNoHomeIndex(const QString& words) = 0;
+    virtual void showWorldIndex(const WorldIndexPanel& panel) = 0;
+    // The timer of the polls, to begin anew or to stop.
+    virtual void setPolling(bool on) = 0;
+};
+
+// Messages come last in an operation: under one the window may be closed, and this object with it.
+class QuoteWindow {
+public:
+    QuoteWindow(Globals& globals, const Clock& clock, Http& http, const Services& services,
+                Dialogs& dialogs, Shell& shell, QuoteScreen& screen);
+
+    // Makes the folders and takes over the current stock; without one, the code last queried.
+    struct Opening {
+        QString dm;
+        QString jc;
+    };
+    Opening load();
+
+    // The fundamentals of the code that the window opens with, once it is on the screen.
+    void showOpeningFundamentals(const QString& dm);
+
+    // The first query, the first entries of both indexes and the start of the polls.
+    void start(const QString& typed);
+
+    void query(const QString& typed);
+    void chooseHomeIndex(int index);
+    void chooseWorldIndex(int index);
+
+    // One poll: quotes while the market is open, the charts every 13th time.
+    void poll();
+
+    // The public pages behind the two charts.
+    void openIntradayPage(const QString& typed);
+    void openDailyPage(const QString& typed);
+
+private:
+    void begin();
+    void end(bool polls);
+    bool queryStock(const QString& typed);
+    void takeHomeIndex(int index);
+    void takeWorldIndex(int index);
+    void updateMarketFlag();
+    bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
+    void noteMessage(const QString& text);
+    std::optional<QString> fetch(const Service& service, const QString& path);
+    std::optional<QuoteFields> fetchQuote(QStringView code);
+    void fetchFundamentals(const QString& dm);
+    void fetchStock();
+    void fetchHomeIndex();
+    void completeTurnover(const HomeIndex& index, const QuoteFields& fields, HomeIndexPanel& panel);
+    void showChart(QuoteChart chart, const QString& path);
+    void showStockCharts();
+    void showHomeIndexChart();
+
+    Globals& globals_;
+    const Clock& clock_;
+    Http& http_;
+    const Services& services_;
+    Dialogs& dialogs_;
+    Shell& shell_;
+    QuoteScreen& screen_;
+    MeanVolume meanVolume_;
+
+    QString dm_;  // 代码: the stock that is polled, empty before the first query
+    Fundamentals fundamentals_;
+    double stockMean_ = 0;
+    int homeIndex_ = 0;
+    double indexMean_ = 0;
+    int polls_ = 0;          // since the charts were last drawn
+    bool connected_ = true;  // false once a quote of the operation could not be had
+    QStringList messages_;   // of the operation, each once
+};
+
+}  // namespace guanchao

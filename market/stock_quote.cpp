@@ -1,0 +1,123 @@
+#include "market/stock_quote.h"
+
+#include <QDate>
+#include <QStringList>
+#include <algorithm>
+
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int lastFieldOfNothing = 14;
+constexpr int sharesPerLot = 100;
+constexpr int codeLength = 8;
+
+QString lotsText(double shares) {
+    return noDecimals(shares / sharesPerLot);
+}
+
+std::array<BookLevel, bookLevels> bookFrom(const QuoteFields& fields, qsizetype position) {
+    std::array<BookLevel, bookLevels> levels;
+    for (BookLevel& level : levels) {
+        level = {lotsText(fields.number(position)), priceText(fields, position + 1)};
+        position += 2;
+    }
+    return levels;
+}
+
+// A day becomes time text; what is no day stays as it came.
+QString dayText(const QString& text) {
+    const QDate day = QDate::fromString(text, u"yyyy-MM-dd"_s);
+    return day.isValid() ? timeText(day.startOfDay()) : text;
+}
+
+// 特别处理: stocks under special treatment, and those not yet reformed, move by half as much.
+// "S*ST" is not among them.
+bool hasNarrowLimits(const QString& name) {
+    const QString mark = name.left(2).toUpper();
+    return mark == u"ST" || mark == u"*S" || mark == u"SS";
+}
+
+void showLimits(StockPanel& panel, double formerClose) {
+    const double share = hasNarrowLimits(panel.name) ? 0.05 : 0.1;
+    panel.limitUp = numberText(roundTo(formerClose * (1 + share), 2));
+    panel.limitDown = numberText(roundTo(formerClose * (1 - share), 2));
+}
+
+// How many times the earnings of the report's quarters make a year.
+double annualFactor(const QString& jzrq) {
+    const QString day = jzrq.mid(5, 5);
+    if (day == u"12-31") {
+        return 1;
+    }
+    if (day == u"06-30") {
+        return 2;
+    }
+    return day == u"09-30" ? 4.0 / 3 : 4;
+}
+
+QString priceEarnings(double latest, const Fundamentals& fundamentals) {
+    if (!readsAsNumber(fundamentals.mgsy)) {
+        return u"--"_s;
+    }
+    const double mgsy = numericPrefix(fundamentals.mgsy);
+    const double ratio = latest / (mgsy == 0 ? 0.001 : mgsy) / annualFactor(fundamentals.jzrq);
+    // A loss is shown itself: a negative ratio tells nothing.
+    return twoDecimals(ratio < 0 ? mgsy : ratio);
+}
+
+QString priceToBook(double latest, double netAssets) {
+    const double ratio = latest / (netAssets == 0 ? 1 : netAssets);
+    return ratio < 0 ? numberText(netAssets) : twoDecimals(ratio);
+}
+
+void showValuation(StockPanel& panel, const QuoteFields& fields, const Fundamentals& fundamentals) {
+    const double mqlt = fundamentals.floatInTenThousands();
+    if (mqlt <= 0) {
+        return;
+    }
+    const double latest = fields.number(field::latest);
+    const double shares = fields.number(field::volume);
+    panel.priceEarnings = priceEarnings(latest, fundamentals);
+    panel.turnoverRate = twoDecimals(shares / 10000 / mqlt * 100) + u'%';
+    panel.priceToBook = priceToBook(latest, fundamentals.netAssets());
+}
+
+}  // namespace
+
+bool hasStock(const QuoteFields& fields) {
+    return fields.lastIndex() > lastFieldOfNothing;
+}
+
+StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamentals,
+                      double meanVolume, bool marketOpen) {
+    const double latest = fields.number(field::latest);
+    const double shares = fields.number(field::volume);
+    StockPanel panel;
+    panel.name = trimBlanks(fields.text(field::name));
+    panel.caption = u"分时行情——"_s + panel.name;
+    panel.prices = priceTexts(fields);
+    panel.gain = numberText(latest == 0 ? 0 : gainPercent(fields)) + u'%';
+    panel.volume = lotsText(shares) + u"手"_s;
+    panel.amount = noDecimals(fields.number(field::amount) / 10000) + u"万元"_s;
+    panel.day = dayText(fields.text(field::day));
+    panel.time = quoteTime(fields);
+    panel.bids = bookFrom(fields, field::firstBid);
+    panel.asks = bookFrom(fields, field::firstAsk);
+    showLimits(panel, fields.number(field::formerClose));
+    showValuation(panel, fields, fundamentals);
+    panel.ratio = volumeRatio(fields, shares, meanVolume, marketOpen);
+    return panel;
+}
+
+bool isStockCode(const QString& dm) {
+    const QStringList beginnings = {u"SH6"_s, u"SZ0"_s, u"SZ30"_s};
+    return dm.size() == codeLength &&
+           std::ranges::any_of(beginnings, [&](const QString& it) { return dm.startsWith(it); });
+}
+
+}  // namespace guanchao

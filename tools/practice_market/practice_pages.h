@@ -1,0 +1,15 @@
+// The pages of a stock on the practice market: its news page with the key data, its F10 page and
+// the two pages behind the charts.
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+namespace guanchao {
+
+class PracticeQuotes;
+
+// Empty for a path that names no page of a stock.
+QString practicePage(const PracticeQuotes& quotes, const QString& path, const QDateTime& now);
+
+}  // namespace guanchao
