@@ -14,6 +14,8 @@
 #include "exchange/form3.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "market/form11.h"
+#include "market/form21.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -195,6 +197,10 @@ void Form2::connectThemeCommands() {
     connect(ui_->所属全部主题, &QAction::triggered, this, [this] { windows_.openAnew<Form22>(); });
     connect(ui_->自选股, &QAction::triggered, this, [this] { windows_.openAnew<Form30>(); });
     connect(ui_->题材历史分析, &QAction::triggered, this, [this] { windows_.openAnew<Form12>(); });
+    for (QAction* entry : {ui_->分时数据, ui_->当前行情}) {
+        connect(entry, &QAction::triggered, this, [this] { windows_.openAnew<Form21>(); });
+    }
+    connect(ui_->F10资料, &QAction::triggered, this, [this] { windows_.openAnew<Form11>(); });
 }
 
 void Form2::connectArticles() {
@@ -257,6 +263,7 @@ void Form2::connectGrids() {
     connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this, &Form2::MSHFlexGrid2_Click);
+    connect(ui_->MSHFlexGrid2, &GridView::gridDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);
 }
 
 void Form2::Form_Load() {
@@ -390,6 +397,12 @@ void Form2::MSHFlexGrid2_Click(int row, int col) {
 
 void Form2::历史涨幅_Click() {
     windows_.openAnew<Form24>();
+}
+
+void Form2::MSHFlexGrid2_DblClick(int row) {
+    if (isDataRow(stocks_, row)) {
+        windows_.openAnew<Form21>();
+    }
 }
 
 void Form2::监控管理_Click() {

@@ -73,6 +73,7 @@ private:
     void MSHFlexGrid1_Click(int row, int col);
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_Click(int row, int col);
+    void MSHFlexGrid2_DblClick(int row);
 
     void 历史涨幅_Click();
     void 监控管理_Click();

@@ -23,6 +23,13 @@ void PickerBox::hideList() {
     list_.hide();
 }
 
+void PickerBox::takeFirst() {
+    if (list_.count() > 0) {
+        box_.setText(codeOfCandidate(list_.item(0)->text()));
+    }
+    list_.hide();
+}
+
 void PickerBox::setText(const QString& text) {
     const bool same = box_.text() == text;
     box_.setText(text);
@@ -38,11 +45,11 @@ void PickerBox::boxChanged() {
     }
     const QString candidates = chazhaodaima(mainStore_, text);
     list_.hide();
+    list_.clear();
     if (candidates.isEmpty()) {
         return;
     }
-    list_.clear();
-    list_.addItems(candidateLines(candidates));
+    list_.addItems(candidateLines(candidates).mid(0, mostLines_));
     placeList(pixels_(candidateListHeight(candidates)));
     list_.show();
     list_.raise();

@@ -23,6 +23,12 @@ public:
     // its whole line there.
     void showWholeLinesAbove() { wholeLinesAbove_ = true; }
 
+    // The list shows no more than the first candidates.
+    void showAtMost(int lines) { mostLines_ = lines; }
+
+    // The first candidate, if there is one, takes the place of the text; the list is hidden.
+    void takeFirst();
+
     void hideList();
 
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
@@ -46,6 +52,7 @@ private:
     const StoreFile& mainStore_;
     std::function<int(int)> pixels_;
     bool wholeLinesAbove_ = false;
+    int mostLines_ = -1;  // below 0: no limit
 };
 
 }  // namespace guanchao

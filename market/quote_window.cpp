@@ -69,12 +69,15 @@ QuoteWindow::Opening QuoteWindow::load() {
     QDir(globals_.yingyongmulu).mkpath(u"down/pic/pic1"_s);
     const Opening handedOver = {std::exchange(globals_.dangqiandm, {}),
                                 std::exchange(globals_.dangqianjc, {})};
-    return isHandedOver(handedOver.dm) ? handedOver : Opening{lastCode(globals_), {}};
+    const Opening opening =
+        isHandedOver(handedOver.dm) ? handedOver : Opening{lastCode(globals_), {}};
+    openingDm_ = opening.dm;
+    return opening;
 }
 
 // Its failure is told by the first query, which reads the page again.
-void QuoteWindow::showOpeningFundamentals(const QString& dm) {
-    fetchFundamentals(dm);
+void QuoteWindow::showOpeningFundamentals() {
+    fetchFundamentals(openingDm_);
 }
 
 void QuoteWindow::start(const QString& typed) {

@@ -55,8 +55,8 @@ public:
     };
     Opening load();
 
-    // The fundamentals of the code that the window opens with, once it is on the screen.
-    void showOpeningFundamentals(const QString& dm);
+    // The fundamentals of the stock that the window opened with, once it is on the screen.
+    void showOpeningFundamentals();
 
     // The first query, the first entries of both indexes and the start of the polls.
     void start(const QString& typed);
@@ -100,6 +100,7 @@ private:
     QuoteScreen& screen_;
     MeanVolume meanVolume_;
 
+    QString openingDm_;
     QString dm_;  // 代码: the stock that is polled, empty before the first query
     Fundamentals fundamentals_;
     double stockMean_ = 0;

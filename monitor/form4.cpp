@@ -6,6 +6,7 @@
 
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "market/form21.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
 #include "ui_form4.h"
@@ -67,6 +68,8 @@ void Form4::connectControls() {
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
             [this](int row, int col) { sort(stocks_, row, col); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridDoubleClicked, this, &Form4::MSHFlexGrid2_DblClick);
+    connect(ui_->查看行情, &QAction::triggered, this, &Form4::查看行情_Click);
     connect(ui_->添加监控, &QAction::triggered, this, &Form4::添加监控_Click);
     connect(ui_->修改监控, &QAction::triggered, this, &Form4::修改监控_Click);
     connect(
@@ -180,6 +183,16 @@ void Form4::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
         biaoji(stocks_, row);
         kuaijie2_.popup(ui_->MSHFlexGrid2->pressPosition());
     }
+}
+
+void Form4::MSHFlexGrid2_DblClick(int row) {
+    if (row > 0) {
+        查看行情_Click();
+    }
+}
+
+void Form4::查看行情_Click() {
+    windows_.openAnew<Form21>();
 }
 
 void Form4::添加监控_Click() {

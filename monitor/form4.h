@@ -45,6 +45,8 @@ private:
     void Text1_LostFocus();
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid2_DblClick(int row);
+    void 查看行情_Click();
     void 添加监控_Click();
     void 修改监控_Click();
     void 添加监控2_Click();

@@ -5,6 +5,8 @@
 #include "articles/form27.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "market/form11.h"
+#include "market/form21.h"
 #include "monitor/form7.h"
 #include "store/values.h"
 #include "ui_form30.h"
@@ -30,6 +32,8 @@ Form30::Form30(Environment& environment, Windows& windows)
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form30::MSHFlexGrid1_Click);
+    connect(ui_->当前行情, &QAction::triggered, this, [this] { windows_.openAnew<Form21>(); });
+    connect(ui_->F10资料, &QAction::triggered, this, [this] { windows_.openAnew<Form11>(); });
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form30::添加个股监控_Click);
     connect(ui_->添加自选股, &QAction::triggered, this, &Form30::添加自选股_Click);
     connect(ui_->从自选股删除, &QAction::triggered, this, &Form30::从自选股删除_Click);

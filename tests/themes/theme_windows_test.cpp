@@ -134,7 +134,7 @@ TEST_F(ThemeWindowsTest, Form30KeepsItsPlaceThroughARefill) {
     scrollBar->setValue(50);
     click(form, 60, 1, Qt::RightButton);
     EXPECT_EQ(closePopup(),
-              QStringList({u"kuaimenu"_s, u"-当前行情"_s, u"-F10资料"_s, u"添加个股监控"_s,
+              QStringList({u"kuaimenu"_s, u"当前行情"_s, u"F10资料"_s, u"添加个股监控"_s,
                            u"操作个股文章"_s, u"从自选股删除"_s, u"添加自选股"_s}));
     EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, u"SZ300059股59"_s);
     form->findChild<QAction*>(u"从自选股删除"_s)->trigger();

@@ -121,7 +121,8 @@ QByteArray minuteChart(const Size& size, const QString& title, const PracticeMin
     chart.drawTitle(title);
     chart.drawPrices(4);
     const char* const marks[] = {"09:30", "10:30", "11:30", "14:00", "15:00"};
-    for (int hour = 0; hour < 5; ++hour) {
+    const int hoursPerMark = size.width < large.width ? 2 : 1;
+    for (int hour = 0; hour < 5; hour += hoursPerMark) {
         chart.drawMark(hour, 4, marks[hour]);
     }
     for (size_t minute = 0; minute + 1 < minutes.prices.size(); ++minute) {

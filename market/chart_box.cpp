@@ -1,0 +1,57 @@
+#include "market/chart_box.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+ChartBox::ChartBox(QWidget* parent) : QFrame(parent), words_(u"正在载入走势图…"_s) {
+    setFrameShape(QFrame::StyledPanel);
+}
+
+void ChartBox::showPicture(const std::optional<QByteArray>& bytes) {
+    picture_ = {};
+    if (bytes) {
+        picture_.loadFromData(*bytes);
+    }
+    words_ = picture_.isNull() ? u"没有走势图"_s : QString();
+    update();
+}
+
+void ChartBox::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.fillRect(contentsRect(), Qt::black);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(contentsRect(), picture_);
+    painter.drawText(contentsRect(), Qt::AlignCenter, words_);
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(contentsRect().adjusted(0, 0, -1, -1));
+    }
+    painter.end();
+    QFrame::paintEvent(event);
+}
+
+void ChartBox::mousePressEvent(QMouseEvent* event) {
+    emit pressed(event->button(), event->globalPosition().toPoint());
+}
+
+void ChartBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+        emit clicked();
+    }
+}
+
+// A space is a click; Enter belongs to the window's default button.
+void ChartBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space) {
+        emit clicked();
+    } else {
+        QFrame::keyPressEvent(event);
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,273 @@
+#include "market/form21.h"
+
+#include "grid/twips.h"
+#include "market/form11.h"
+#include "store/values.h"
+#include "ui_form21.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int mostCandidates = 30;
+
+void setColour(QLabel& label, Colour colour) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, QColor::fromRgb(colour));
+    label.setPalette(palette);
+}
+
+void setPrice(QLabel& label, const PriceText& price) {
+    label.setText(price.text);
+    setColour(label, price.colour);
+}
+
+// A text that is missing leaves its label as it stands.
+void setIfThere(QLabel& label, const std::optional<QString>& text) {
+    if (text) {
+        label.setText(*text);
+    }
+}
+
+}  // namespace
+
+Form21::Form21(Environment& environment, Windows& windows)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form21>()),
+      quotes_(environment.globals, environment.clock, environment.http, environment.services,
+              environment.dialogs, environment.shell, *this) {
+    ui_->setupUi(this);
+    asks_ = bookLabels(u"ask"_s);
+    bids_ = bookLabels(u"bid"_s);
+    setColour(*ui_->Label5, stockColour);
+    picker_ = new PickerBox(
+        *ui_->Text7, *ui_->List1, environment_.stores.main,
+        [this](int twips) { return pixelsOf(twips, *this); }, this);
+    picker_->showAtMost(mostCandidates);
+    kuaimenu_.setObjectName(u"kuaimenu"_s);
+    kuaimenu_.addActions({ui_->F10资料, ui_->刷新});
+    connectControls();
+    Form_Load();
+}
+
+Form21::~Form21() = default;
+
+Form21::Book Form21::bookLabels(const QString& side) const {
+    Book book;
+    for (int level = 0; level < bookLevels; ++level) {
+        const QString number = QString::number(level + 1);
+        book[static_cast<size_t>(level)] = {findChild<QLabel*>(side + u"Price"_s + number),
+                                            findChild<QLabel*>(side + u"Lots"_s + number)};
+    }
+    return book;
+}
+
+void Form21::connectControls() {
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form21::Command1_Click);
+    connect(picker_, &PickerBox::chosen, this, &Form21::Command1_Click);
+    connect(ui_->Combo1, &QComboBox::activated, this, &Form21::Combo1_Click);
+    connect(ui_->Combo2, &QComboBox::activated, this, &Form21::Combo2_Click);
+    connect(ui_->Picture1, &ChartBox::pressed, this, &Form21::Picture1_MouseDown);
+    connect(ui_->Picture1, &ChartBox::clicked, this,
+            [this] { quotes_.openIntradayPage(ui_->Text7->text()); });
+    connect(ui_->Picture2, &ChartBox::clicked, this,
+            [this] { quotes_.openDailyPage(ui_->Text7->text()); });
+    connect(ui_->F10资料, &QAction::triggered, this, &Form21::F10资料_Click);
+    connect(ui_->刷新, &QAction::triggered, &Timer1_, qOverload<>(&QTimer::start));
+    Timer1_.setParent(this);
+    Timer1_.setObjectName(u"Timer1"_s);
+    Timer1_.setInterval(500);
+    Timer1_.setSingleShot(true);
+    Timer2_.setParent(this);
+    Timer2_.setObjectName(u"Timer2"_s);
+    Timer2_.setInterval(4000);
+    Timer2_.setSingleShot(true);
+    connect(&Timer1_, &QTimer::timeout, this, &Form21::Timer1_Timer);
+    connect(&Timer2_, &QTimer::timeout, this, &Form21::Timer2_Timer);
+}
+
+void Form21::Form_Load() {
+    const QuoteWindow::Opening opening = quotes_.load();
+    ui_->Text7->setText(opening.dm);
+    ui_->Label5->setText(opening.jc);
+    picker_->hideList();
+}
+
+// The first requests wait until the window is on the screen.
+void Form21::paintEvent(QPaintEvent* event) {
+    QDialog::paintEvent(event);
+    if (painted_) {
+        return;
+    }
+    painted_ = true;
+    QTimer::singleShot(0, this, [this] {
+        Timer1_.start();
+        quotes_.showOpeningFundamentals();
+    });
+}
+
+void Form21::mousePressEvent(QMouseEvent* event) {
+    picker_->hideList();
+    QDialog::mousePressEvent(event);
+}
+
+// Nothing is touched after an operation of the quotes: under its message the window may be closed.
+void Form21::Command1_Click() {
+    picker_->takeFirst();
+    quotes_.query(ui_->Text7->text());
+}
+
+void Form21::Combo1_Click() {
+    quotes_.chooseHomeIndex(ui_->Combo1->currentIndex());
+}
+
+void Form21::Combo2_Click() {
+    quotes_.chooseWorldIndex(ui_->Combo2->currentIndex());
+}
+
+void Form21::Picture1_MouseDown(Qt::MouseButton button, const QPoint& place) {
+    picker_->hideList();
+    if (button == Qt::RightButton) {
+        environment_.globals.dangqiandm = trimBlanks(ui_->Text7->text());
+        environment_.globals.dangqianjc = trimBlanks(ui_->Label5->text());
+        kuaimenu_.popup(place);
+    }
+}
+
+void Form21::F10资料_Click() {
+    windows_.openAnew<Form11>();
+}
+
+void Form21::Timer1_Timer() {
+    picker_->takeFirst();
+    ui_->Combo1->setCurrentIndex(0);
+    ui_->Combo2->setCurrentIndex(0);
+    quotes_.start(ui_->Text7->text());
+}
+
+void Form21::Timer2_Timer() {
+    if (isActiveWindow()) {
+        quotes_.poll();
+    } else {
+        Timer2_.start();
+    }
+}
+
+void Form21::showFundamentals(const FundamentalTexts& texts) {
+    ui_->reportDate1->setText(texts.jzrq);
+    ui_->reportDate2->setText(texts.jzrq);
+    ui_->earnings->setText(texts.mgsy);
+    ui_->freeFloat->setText(texts.mqlt);
+    ui_->netAssets->setText(texts.mgjzc);
+}
+
+void Form21::showChart(QuoteChart chart, const std::optional<QByteArray>& picture) {
+    switch (chart) {
+        case QuoteChart::intraday:
+            ui_->Picture1->showPicture(picture);
+            return;
+        case QuoteChart::daily:
+            ui_->Picture2->showPicture(picture);
+            return;
+        case QuoteChart::homeIndex:
+            ui_->Picture5->showPicture(picture);
+            return;
+        case QuoteChart::worldIndex:
+            ui_->Picture3->showPicture(picture);
+    }
+}
+
+void Form21::clearStock() {
+    for (QLabel* label :
+         {ui_->stockOpen, ui_->stockFormerClose, ui_->stockLatest, ui_->stockHigh, ui_->stockLow,
+          ui_->stockGain, ui_->stockSwing, ui_->stockVolume, ui_->stockAmount, ui_->stockDay,
+          ui_->stockTime, ui_->limitUp, ui_->limitDown, ui_->priceEarnings, ui_->turnoverRate,
+          ui_->priceToBook, ui_->stockRatio}) {
+        label->setText(u"--"_s);
+    }
+    showBook(asks_, {});
+    showBook(bids_, {});
+}
+
+void Form21::showStock(const StockPanel& panel) {
+    ui_->Label5->setText(panel.name);
+    setWindowTitle(panel.caption);
+    ui_->stockFormerClose->setText(panel.prices.formerClose);
+    setPrice(*ui_->stockOpen, panel.prices.open);
+    setPrice(*ui_->stockLatest, panel.prices.latest);
+    setPrice(*ui_->stockHigh, panel.prices.high);
+    setPrice(*ui_->stockLow, panel.prices.low);
+    ui_->stockGain->setText(panel.gain);
+    setColour(*ui_->stockGain, panel.prices.colour);
+    setColour(*ui_->Label36, panel.prices.colour);
+    ui_->stockSwing->setText(panel.prices.swing);
+    ui_->stockVolume->setText(panel.volume);
+    ui_->stockAmount->setText(panel.amount);
+    ui_->stockDay->setText(panel.day);
+    ui_->stockTime->setText(panel.time);
+    ui_->limitUp->setText(panel.limitUp);
+    ui_->limitDown->setText(panel.limitDown);
+    showBook(asks_, panel.asks);
+    showBook(bids_, panel.bids);
+    setIfThere(*ui_->priceEarnings, panel.priceEarnings);
+    setIfThere(*ui_->turnoverRate, panel.turnoverRate);
+    setIfThere(*ui_->priceToBook, panel.priceToBook);
+    setIfThere(*ui_->stockRatio, panel.ratio);
+}
+
+void Form21::showBook(const Book& book, const std::array<BookLevel, bookLevels>& levels) {
+    for (size_t level = 0; level < book.size(); ++level) {
+        setPrice(*book[level].price, levels[level].price);
+        book[level].lots->setText(levels[level].lots);
+    }
+}
+
+void Form21::showNoStock(const QString& words) {
+    ui_->Label5->setText(words);
+}
+
+void Form21::showHomeIndex(const HomeIndexPanel& panel) {
+    ui_->indexName->setText(panel.name);
+    ui_->indexFormerClose->setText(panel.prices.formerClose);
+    setPrice(*ui_->indexOpen, panel.prices.open);
+    setPrice(*ui_->indexLatest, panel.prices.latest);
+    setPrice(*ui_->indexHigh, panel.prices.high);
+    setPrice(*ui_->indexLow, panel.prices.low);
+    ui_->indexTime->setText(panel.time);
+    ui_->indexVolume->setText(panel.turnover.volume);
+    ui_->indexAmount->setText(panel.turnover.amount);
+    ui_->indexChange->setText(panel.change);
+    ui_->indexGain->setText(panel.gain);
+    for (QLabel* label :
+         {ui_->indexChange, ui_->indexChangeCaption, ui_->indexGain, ui_->indexGainCaption}) {
+        setColour(*label, panel.prices.colour);
+    }
+    ui_->indexSwing->setText(panel.prices.swing);
+    setIfThere(*ui_->indexRatio, panel.ratio);
+}
+
+void Form21::showNoHomeIndex(const QString& words) {
+    ui_->indexName->setText(words);
+}
+
+void Form21::showWorldIndex(const WorldIndexPanel& panel) {
+    ui_->worldName->setText(panel.name);
+    ui_->worldIndex->setText(panel.index);
+    ui_->worldChange->setText(panel.change);
+    ui_->worldGain->setText(panel.gain);
+}
+
+void Form21::setPolling(bool on) {
+    if (on) {
+        Timer2_.start();
+    } else {
+        Timer2_.stop();
+    }
+    ui_->pollState->setText(on ? u"交易时段内每4秒更新"_s : u"更新已停止，点“查询”重新开始"_s);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,78 @@
+// Form21, "分时行情": one stock live, with its two charts, five asks and bids and derived figures,
+// and two index panels. No table; the quote, chart, news and history services and read.ini. The
+// rules are in QuoteWindow. It takes dangqiandm and dangqianjc over at its load.
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QTimer>
+#include <array>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "grid/picker_box.h"
+#include "market/quote_window.h"
+
+namespace Ui {
+class Form21;
+}
+
+namespace guanchao {
+
+class Form21 : public QDialog, private QuoteScreen {
+    Q_OBJECT
+
+public:
+    Form21(Environment& environment, Windows& windows);
+    ~Form21() override;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct BookLabels {
+        QLabel* price;
+        QLabel* lots;
+    };
+    using Book = std::array<BookLabels, bookLevels>;
+
+    Book bookLabels(const QString& side) const;
+    void connectControls();
+    void showBook(const Book& book, const std::array<BookLevel, bookLevels>& levels);
+
+    void showFundamentals(const FundamentalTexts& texts) override;
+    void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) override;
+    void clearStock() override;
+    void showStock(const StockPanel& panel) override;
+    void showNoStock(const QString& words) override;
+    void showHomeIndex(const HomeIndexPanel& panel) override;
+    void showNoHomeIndex(const QString& words) override;
+    void showWorldIndex(const WorldIndexPanel& panel) override;
+    void setPolling(bool on) override;
+
+    void Form_Load();
+    void Command1_Click();
+    void Combo1_Click();
+    void Combo2_Click();
+    void Picture1_MouseDown(Qt::MouseButton button, const QPoint& place);
+    void F10资料_Click();
+    void Timer1_Timer();
+    void Timer2_Timer();
+
+    Environment& environment_;
+    Windows& windows_;
+    std::unique_ptr<Ui::Form21> ui_;
+    QuoteWindow quotes_;
+    Book asks_;
+    Book bids_;
+    PickerBox* picker_ = nullptr;
+    QMenu kuaimenu_;  // 快捷菜单: on the chart of the day
+    QTimer Timer1_;   // once after the load and after 刷新
+    QTimer Timer2_;   // from the end of a poll to the next
+    bool painted_ = false;
+};
+
+}  // namespace guanchao

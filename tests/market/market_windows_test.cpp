@@ -1,0 +1,329 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "app/form2.h"
+#include "grid/grid_view.h"
+#include "market/chart_box.h"
+#include "market/form11.h"
+#include "market/form21.h"
+#include "monitor/form4.h"
+#include "platform/gbk.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_environment.h"
+#include "themes/form30.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class MarketWindowsTest : public ::testing::Test, protected TestEnvironment {
+protected:
+    MarketWindowsTest() {
+        globals_.yingyongmulu = store_.folder();
+        services_.quote.host = services_.chart.host = services_.newspage.host = u"http://m"_s;
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 0);
+        store_.run({u"update tempcanshu set f10url='http://host/600000/'"_s,
+                    u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi)"
+                    u" values('SH600519','贵州茅台','股价','<',9)"_s,
+                    u"insert into zixuangu(dm) values('SH600519')"_s});
+        http_.answer = [this](const QString& path) { return reply(path); };
+    }
+    ~MarketWindowsTest() override { windows_.closeAll(); }
+
+    std::optional<QByteArray> reply(const QString& path) const {
+        if (path.startsWith(u"/newchart/min/")) {
+            return picture_;
+        }
+        if (path.startsWith(u"/news/")) {
+            return "var stockF10ZxzbJson ={\"mqlt\":\"2.5\",\"mgsy\":\"0.75\",\"jzrq\":"
+                   "\"2026-09-30\"};var stockDstx =";
+        }
+        if (path == u"/list=r_HSI") {
+            return gbkFromText(u"\"恒生指数,20000.1,-1.5,-0.50\";"_s);
+        }
+        if (path.startsWith(u"/list=")) {
+            return gbkFromText(u"x=\""_s + names_.value(path, u"上证指数"_s) +
+                               u",9.9,10,10.5,11,9.8,0,0,1234500,2000000000,"_s +
+                               u"100,10.4,"_s.repeated(5) + u"300,10.6,"_s.repeated(5) +
+                               u"2026-11-24,10:30:00,00\";\n"_s);
+        }
+        return std::nullopt;
+    }
+
+    // Painting, and what waits for it.
+    static void settle() {
+        QApplication::processEvents();
+        QApplication::processEvents();
+    }
+    template <typename Form>
+    static Form* window() {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* form = qobject_cast<Form*>(widget);
+            if (form && form->isVisible()) {
+                return form;
+            }
+        }
+        return nullptr;
+    }
+    template <typename Form>
+    Form* openAnew() {
+        windows_.openAnew<Form>();
+        QApplication::processEvents();
+        return window<Form>();
+    }
+    static QString text(const QWidget* form, const QString& label) {
+        return form->findChild<QLabel*>(label)->text();
+    }
+    static QColor colour(const QWidget* form, const QString& label) {
+        return form->findChild<QLabel*>(label)->palette().color(QPalette::WindowText);
+    }
+    static void fire(QDialog* form, const QString& timer) {
+        emit form->findChild<QTimer*>(timer)->timeout({});
+    }
+    static void trigger(QWidget* form, const QString& action) {
+        form->findChild<QAction*>(action)->trigger();
+        QApplication::processEvents();
+    }
+
+    const QHash<QString, QString> names_ = {{u"/list=sh600000"_s, u"浦发银行"_s},
+                                            {u"/list=sh600519"_s, u"贵州茅台"_s}};
+    const QByteArray picture_ = [] {
+        QImage image(4, 2, QImage::Format_RGB32);
+        image.fill(Qt::blue);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        image.save(&buffer, "PNG");
+        return bytes;
+    }();
+};
+
+TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
+    globals_.dangqiandm = u"SH600000"_s;
+    globals_.dangqianjc = u"浦发银行"_s;
+    windows_.openAnew<Form21>();
+    EXPECT_TRUE(http_.paths.isEmpty()) << "nothing is loaded before the window is on the screen";
+    settle();
+    ASSERT_TRUE(!http_.paths.isEmpty());
+    auto* form = window<Form21>();
+    EXPECT_EQ(text(form, u"earnings"_s), u"0.75（元）"_s);
+    fire(form, u"Timer1"_s);
+    EXPECT_EQ(form->windowTitle(), u"分时行情——浦发银行"_s);
+    const struct {
+        QString label, text;
+    } cases[] = {
+        {u"Label5"_s, u"浦发银行"_s},
+        {u"stockOpen"_s, u"9.9"_s},
+        {u"stockFormerClose"_s, u"10"_s},
+        {u"stockLatest"_s, u"10.5"_s},
+        {u"stockHigh"_s, u"11"_s},
+        {u"stockLow"_s, u"9.8"_s},
+        {u"stockGain"_s, u"5%"_s},
+        {u"stockSwing"_s, u"12.12%"_s},
+        {u"stockVolume"_s, u"12345手"_s},
+        {u"stockAmount"_s, u"200000万元"_s},
+        {u"limitUp"_s, u"11"_s},
+        {u"limitDown"_s, u"9"_s},
+        {u"askPrice5"_s, u"10.6"_s},
+        {u"askLots1"_s, u"3"_s},
+        {u"bidPrice1"_s, u"10.4"_s},
+        {u"bidLots5"_s, u"1"_s},
+        {u"priceEarnings"_s, u"10.50"_s},
+        {u"turnoverRate"_s, u"0.49%"_s},
+        {u"priceToBook"_s, u"10.50"_s},
+        {u"stockRatio"_s, u"--"_s},
+        {u"freeFloat"_s, u"2.5（亿）"_s},
+        {u"netAssets"_s, u"（元）"_s},
+        {u"reportDate1"_s, u"2026-09-30 00:00:00"_s},
+        {u"reportDate2"_s, u"2026-09-30 00:00:00"_s},
+        {u"stockDay"_s, u"2026-11-24 00:00:00"_s},
+        {u"stockTime"_s, u"10:30:00"_s},
+        {u"indexName"_s, u"上证指数"_s},
+        {u"indexLatest"_s, u"10.5"_s},
+        {u"indexFormerClose"_s, u"10"_s},
+        {u"indexOpen"_s, u"9.9"_s},
+        {u"indexHigh"_s, u"11"_s},
+        {u"indexLow"_s, u"9.8"_s},
+        {u"indexChange"_s, u"0.5"_s},
+        {u"indexGain"_s, u"5%"_s},
+        {u"indexVolume"_s, u"123万手"_s},
+        {u"indexAmount"_s, u"20.00亿元"_s},
+        {u"indexTime"_s, u"10:30:00"_s},
+        {u"worldName"_s, u"恒生指数"_s},
+        {u"worldIndex"_s, u"20000.1"_s},
+        {u"worldChange"_s, u"-1.5"_s},
+        {u"worldGain"_s, u"-0.5%"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(text(form, it.label), it.text) << it.label.toStdString();
+    }
+    for (const QString& label : {u"stockGain"_s, u"Label36"_s, u"indexGainCaption"_s}) {
+        EXPECT_EQ(colour(form, label), QColor(255, 0, 255)) << label.toStdString();
+    }
+    EXPECT_EQ(colour(form, u"stockLow"_s), QColor::fromRgb(fallColour));
+    EXPECT_TRUE(form->findChild<ChartBox*>(u"Picture1"_s)->hasPicture());
+    EXPECT_FALSE(form->findChild<ChartBox*>(u"Picture2"_s)->hasPicture());
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
+    auto* form = openAnew<Form21>();
+    settle();
+    auto* box = form->findChild<QLineEdit*>(u"Text7"_s);
+    auto* list = form->findChild<QListWidget*>(u"List1"_s);
+    EXPECT_EQ(box->text(), u"SH600585"_s);
+    QTest::keyClicks(box, u"x"_s);
+    EXPECT_EQ(list->count(), 0) << "a text without candidates leaves none of those before";
+    box->clear();
+    QTest::keyClicks(box, u"6005"_s);
+    ASSERT_TRUE(list->isVisible());
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(box->text(), u"SH600519"_s);
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_EQ(form->windowTitle(), u"分时行情——贵州茅台"_s);
+    box->setText(u"6005"_s);
+    QTest::mouseClick(form, Qt::LeftButton, {}, QPoint(2, 2));
+    EXPECT_FALSE(list->isVisible()) << "a click beside it hides the list";
+    http_.paths.clear();
+    globals_.jiaoyishiduan = 1;
+    form->activateWindow();
+    settle();
+    ASSERT_TRUE(form->isActiveWindow());
+    fire(form, u"Timer2"_s);
+    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600519"_s}) << "the stock last queried";
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    settle();
+    ASSERT_TRUE(!form->isActiveWindow());
+    fire(form, u"Timer2"_s);
+    EXPECT_EQ(http_.paths.size(), 1);
+    form->findChild<QComboBox*>(u"Combo2"_s)->setCurrentIndex(1);
+    emit form->findChild<QComboBox*>(u"Combo2"_s)->activated(1);
+    EXPECT_EQ(http_.paths.last(), u"/list=int_dji"_s);
+    emit form->findChild<QComboBox*>(u"Combo1"_s)->activated(0);
+    EXPECT_EQ(http_.paths.last(), u"/list=sh000001"_s);
+    for (int at = 0; at < 40; ++at) {
+        store_.addCode(u"SZ3000%1"_s.arg(at, 2, 10, QChar(u'0')), u"股"_s, 1, 0);
+    }
+    box->setText(u"3000"_s);
+    EXPECT_EQ(list->count(), 30);
+}
+
+TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {
+    auto* form = openAnew<Form21>();
+    auto* chart = form->findChild<ChartBox*>(u"Picture1"_s);
+    form->findChild<QLineEdit*>(u"Text7"_s)->setText(u" SH600000 "_s);
+    form->findChild<QLabel*>(u"Label5"_s)->setText(u"浦发银行"_s);
+    services_.stockpage.host = u"http://p"_s;
+    QTest::mouseClick(chart, Qt::LeftButton);
+    QTest::mouseClick(form->findChild<ChartBox*>(u"Picture2"_s), Qt::LeftButton);
+    EXPECT_EQ(shell_.opened, QStringList({u"http://p/realstock/company/sh600000/nc.shtml"_s,
+                                          u"http://m/news/stock/sh600000/cpbd.shtml"_s}));
+    QTest::mousePress(chart, Qt::RightButton);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(menu->objectName(), u"kuaimenu"_s);
+    EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, u"SH600000浦发银行"_s);
+    menu->close();
+    trigger(form, u"F10资料"_s);
+    ASSERT_TRUE(window<Form11>());
+    EXPECT_EQ(window<Form11>()->windowTitle(), u"浦发银行(SH600000)-----F10资料"_s);
+    ASSERT_EQ(shell_.opened.size(), 3);
+    EXPECT_EQ(shell_.opened.last(), u"http://host/600000/"_s);
+    EXPECT_TRUE(text(window<Form11>(), u"Label1"_s).contains(u"系统的浏览器"_s));
+    http_.paths.clear();
+    trigger(form, u"刷新"_s);
+    fire(form, u"Timer1"_s);
+    EXPECT_TRUE(http_.paths.contains(u"/list=sh600000"_s));
+}
+
+TEST_F(MarketWindowsTest, AWindowWithoutAnF10PageCloses) {
+    store_.run({u"delete from tempcanshu"_s});
+    windows_.openAnew<Form11>();
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股F10资料。"_s});
+    fire(window<Form11>(), u"Timer1"_s);
+    EXPECT_FALSE(window<Form11>());
+    EXPECT_TRUE(shell_.opened.isEmpty());
+}
+
+TEST_F(MarketWindowsTest, TheWindowsOpenFromTheMenusAndByDoubleClicks) {
+    const auto doubleClick = [](QWidget* form, const QString& grid) {
+        auto* view = form->findChild<GridView*>(grid);
+        const QPoint cell = view->visualRect(view->model()->index(0, 1)).center();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, cell);
+        QApplication::processEvents();
+    };
+    const auto shownCode = [this] {
+        auto* form = window<Form21>();
+        const QString code = form ? form->findChild<QLineEdit*>(u"Text7"_s)->text() : QString();
+        windows_.closeAll();
+        return code;
+    };
+    doubleClick(openAnew<Form4>(), u"MSHFlexGrid2"_s);
+    EXPECT_EQ(shownCode(), u"SH600519"_s);
+    auto* monitors = openAnew<Form4>();
+    globals_.dangqiandm = u"SH600519"_s;
+    trigger(monitors, u"查看行情"_s);
+    EXPECT_EQ(shownCode(), u"SH600519"_s);
+    auto* watchlist = openAnew<Form30>();
+    globals_.dangqiandm = u"SH600519"_s;
+    trigger(watchlist, u"当前行情"_s);
+    globals_.dangqiandm = u"SH600000"_s;
+    trigger(watchlist, u"F10资料"_s);
+    ASSERT_TRUE(window<Form11>());
+    EXPECT_EQ(window<Form11>()->windowTitle(), u"(SH600000)-----F10资料"_s);
+    EXPECT_EQ(shownCode(), u"SH600519"_s);
+
+    Form2 form(environment_, windows_);
+    form.Form_Load();
+    form.show();
+    trigger(&form, u"全部显示"_s);
+    doubleClick(&form, u"MSHFlexGrid2"_s);
+    EXPECT_EQ(shownCode(), u"SH600000"_s);
+    for (const QString& entry : {u"分时数据"_s, u"当前行情"_s}) {
+        globals_.dangqiandm = u"SH600519"_s;
+        trigger(&form, entry);
+        EXPECT_EQ(shownCode(), u"SH600519"_s) << entry.toStdString();
+    }
+    trigger(&form, u"F10资料"_s);
+    EXPECT_TRUE(window<Form11>());
+}
+
+#ifdef GUANCHAO_BROWSER_LIBRARY
+TEST_F(MarketWindowsTest, Form11ShowsThePageInItsBrowser) {
+    ASSERT_TRUE(QFile::link(QStringLiteral(GUANCHAO_BROWSER_LIBRARY),
+                            store_.folder() + u"libguanchao_browser.so"_s));
+    windows_.openAnew<Form11>();
+    auto* form = window<Form11>();
+    const auto browser = [form]() -> QWidget* {
+        for (QWidget* child : form->findChildren<QWidget*>()) {
+            if (child->inherits("QWebEngineView")) {
+                return child;
+            }
+        }
+        return nullptr;
+    };
+    settle();
+    ASSERT_TRUE(browser());
+    EXPECT_TRUE(browser()->isVisible());
+    EXPECT_EQ(browser()->property("url").toUrl(), QUrl(u"http://host/600000/"_s));
+    EXPECT_TRUE(shell_.opened.isEmpty());
+    EXPECT_FALSE(form->findChild<QLabel*>(u"Label1"_s)->isVisible());
+}
+#endif
+
+}  // namespace guanchao
