@@ -1,5 +1,7 @@
 #include "market/form11.h"
 
+#include <QShortcut>
+
 #include "market/page_browser.h"
 #include "ui_form11.h"
 
@@ -15,6 +17,8 @@ Form11::Form11(Environment& environment, Windows&)
     Timer1_.setInterval(10);
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &Form11::close);
+    // The browser keeps the keys to itself.
+    new QShortcut(QKeySequence::Cancel, this, [this] { close(); });
     Form_Load();
 }
 
