@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QShortcut>
+#include <utility>
 
 #include "ui_form26.h"
 
@@ -115,12 +116,17 @@ void Form26::showRelated(const RelatedArticles& related) {
     showLines(*ui_->Combo7, related.sameAuthor);
     showLines(*ui_->Combo8, related.sameCategory);
     showLines(*ui_->Combo9, related.sameSubcategory);
-    if (related.failure) {
-        // Told once the window stands: the article can be read all the same.
+    failure_ = related.failure;
+}
+
+// A failure of the load is told over the open window: the article can be read all the same.
+bool Form26::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && failure_) {
         QMetaObject::invokeMethod(
-            this, [failure = related.failure] { std::rethrow_exception(failure); },
+            this, [failure = std::exchange(failure_, nullptr)] { std::rethrow_exception(failure); },
             Qt::QueuedConnection);
     }
+    return QDialog::event(event);
 }
 
 void Form26::Combo4_Click() {

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <exception>
 #include <memory>
 #include <optional>
 
@@ -29,6 +30,9 @@ public:
     // Every way to close it: asks first if there are unsaved changes.
     void reject() override;
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     void connectControls();
     void connectTimers();
@@ -52,11 +56,12 @@ private:
     std::unique_ptr<Ui::Form26> ui_;
     ArticleEditor editor_;
     DateBoxes* date_ = nullptr;
-    ArticleFields kept_;  // the fields as read or last saved
-    qint32 next_ = 0;     // the article to move to
-    QTimer Timer1_;       // hides the flash message
-    QTimer Timer2_;       // closes the window of an article that is deleted
-    QTimer Timer3_;       // moves to the article chosen in a related list
+    ArticleFields kept_;          // the fields as read or last saved
+    qint32 next_ = 0;             // the article to move to
+    std::exception_ptr failure_;  // of the related lists, until it is told
+    QTimer Timer1_;               // hides the flash message
+    QTimer Timer2_;               // closes the window of an article that is deleted
+    QTimer Timer3_;               // moves to the article chosen in a related list
 };
 
 }  // namespace guanchao

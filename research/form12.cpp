@@ -137,9 +137,7 @@ void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form12::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            grid_.setRedraw(false);
             sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
-            grid_.setRedraw(true);
         }
     });
 }

@@ -54,9 +54,7 @@ void Form24::Command9_Click() {
 void Form24::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            grid_.setRedraw(false);
             sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
-            grid_.setRedraw(true);
         }
     });
 }

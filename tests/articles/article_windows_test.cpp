@@ -299,6 +299,7 @@ TEST_F(ArticleWindowsTest, AnArticleWithAnApostropheInItsAuthorOpens) {
     EXPECT_EQ(body(form), u"四"_s);
     EXPECT_EQ(text(form, u"Combo6"_s) + text(form, u"Combo7"_s) + text(form, u"Combo9"_s),
               u"3  三1  一"_s);
+    QApplication::processEvents();
     ASSERT_EQ(dialogs_.shown.size(), 1);
     EXPECT_TRUE(dialogs_.shown.first().startsWith(u"观潮台|读取同作者文章没有完成。"_s));
 }
@@ -311,16 +312,16 @@ TEST_F(ArticleWindowsTest, ATextIsStoredAsItWas) {
         return store_.rows(store_.stores.article, u"select leirong from wenzhang where id>3"_s);
     };
     const QStringList before = stored();
+    ArticleText* writing = nullptr;
     for (const int id : {4, 5}) {
         Form26* form = edit(id);
         push(form, u"Command3"_s);
-        auto* writing = form->findChild<ArticleText*>();
+        writing = form->findChild<ArticleText*>();
         writing->insertPlainText(u"x"_s);
         writing->undo();
         push(form, u"Command3"_s);
     }
     EXPECT_EQ(stored(), before);
-    auto* writing = shown<Form26>().last()->findChild<ArticleText*>();
     EXPECT_GT(writing->document()->blockCount(), 2) << "a huge paragraph is shown in pieces";
     writing->selectAll();
     writing->copy();
