@@ -10,7 +10,7 @@
 #include "tools/history_builder/history_builder.h"
 #include "tools/practice_history/practice_history.h"
 
-using namespace guanchao;
+namespace guanchao {
 
 namespace {
 
@@ -22,21 +22,29 @@ PracticeQuotes quotesFor(const QString& codesFile) {
     return PracticeQuotes(stocks);
 }
 
-void make(const QStringList& arguments) {
-    const Stores stores = storesIn(applicationFolder(arguments[3]));
-    const HistoryFiles files = {stores.firstHistory.path, stores.secondHistory.path};
+void makeHistory(const HistoryFiles& files, const PracticeQuotes& quotes,
+                 const QList<ThemeMember>& library, const QDate& today) {
     if (QFileInfo::exists(files.first) || QFileInfo::exists(files.second)) {
         return;
     }
-    const PracticeHistory history = practiceHistory(
-        quotesFor(arguments[1]), readThemeMembers(arguments[2]), QDate::currentDate());
+    const PracticeHistory history = practiceHistory(quotes, library, today);
     addToHistory(files, history.days, history.themes);
     QTextStream(stdout) << "made " << files.first << " and " << files.second << '\n';
+}
+
+void make(const QStringList& arguments) {
+    const Stores stores = storesIn(applicationFolder(arguments[3]));
+    const QList<ThemeMember> library = readThemeMembers(arguments[2]);
+    const QDate today = QDate::currentDate();
+    makeHistory({stores.firstHistory.path, stores.secondHistory.path}, quotesFor(arguments[1]),
+                library, today);
     Connection main = stores.main.open();
-    addPracticeForecasts(main, history);
+    addPracticeForecasts(main, library, today);
 }
 
 }  // namespace
+
+}  // namespace guanchao
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -46,7 +54,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        make(arguments);
+        guanchao::make(arguments);
     } catch (const std::exception& failure) {
         QTextStream(stderr) << failure.what() << '\n';
         return 1;

@@ -179,16 +179,17 @@ PracticeHistory practiceHistory(const PracticeQuotes& quotes, const QList<ThemeM
     return history;
 }
 
-void addPracticeForecasts(Connection& store, const PracticeHistory& history) {
+void addPracticeForecasts(Connection& store, const QList<ThemeMember>& library,
+                          const QDate& today) {
     const Recordset rows(store, u"select dm from yejiyuyuejinqi"_s);
     const Recordset forecastRows(store, u"select rowid from yejiyugao"_s);
     if (rows.count() > 0 || forecastRows.count() > 0) {
         return;
     }
     Transaction transaction(store);
-    const QDate found = history.days.last().day.addDays(-2 * daysToReport);
-    const QStringList codes = codesOf(history.themes);
-    for (int at = 0; at < forecasts; ++at) {
+    const QDate found = today.addDays(-2 * daysToReport);
+    const QStringList codes = codesOf(library);
+    for (int at = 0; at < std::min<qsizetype>(forecasts, codes.size()); ++at) {
         store.execute(
             u"insert into yejiyuyuejinqi(dm,jc,todayriqi,yuyuedate) select dm,jc,'%1','%2' from"
             u" dmb where dm='%3'"_s.arg(timeText(found.addDays(at % 5).startOfDay(Qt::UTC)),

@@ -23,6 +23,6 @@ PracticeHistory practiceHistory(const PracticeQuotes& quotes, const QList<ThemeM
                                 const QDate& today);
 
 // Some rows for yejiyuyuejinqi and yejiyugao of a main store, unless rows are there.
-void addPracticeForecasts(Connection& store, const PracticeHistory& history);
+void addPracticeForecasts(Connection& store, const QList<ThemeMember>& library, const QDate& today);
 
 }  // namespace guanchao
