@@ -56,12 +56,9 @@ private:
         addCode(u"SZ399001"_s, u"深证成指"_s, u"szcz"_s);
     }
 
-    // Half of the stocks are of Shanghai.
     void addStocks() {
         for (int at = 0; at < scale_.stocks; ++at) {
-            const bool shanghai = at % 2 == 0;
-            codes_ << (shanghai ? u"SH%1"_s : u"SZ%1"_s)
-                          .arg((shanghai ? 600000 : 0) + at / 2 + 1, 6, 10, QChar(u'0'));
+            codes_ << marketCode(at);
             addCode(codes_.last(), letters(4, u'一', 3000), letters(4, u'a', 26));
         }
     }
@@ -75,9 +72,8 @@ private:
             }
             members.insert(member);
             store_.execute(
-                u"insert into dzhzhuti values('主题%1','%2','某股','2026-10-%3 09:30:00',"
-                u"%4,%5)"_s.arg(member.first, 3, 10, QChar(u'0'))
-                    .arg(codes_[member.second])
+                u"insert into dzhzhuti values('%1','%2','某股','2026-10-%3 09:30:00',%4,%5)"_s
+                    .arg(marketTheme(member.first), codes_[member.second])
                     .arg(1 + pick(28), 2, 10, QChar(u'0'))
                     .arg(1 + pick(10))
                     .arg(1 + member.first % 20));
@@ -91,6 +87,17 @@ private:
 };
 
 }  // namespace
+
+QString marketCode(int stock) {
+    // Half of the stocks are of Shanghai.
+    const bool shanghai = stock % 2 == 0;
+    return (shanghai ? u"SH%1"_s : u"SZ%1"_s)
+        .arg((shanghai ? 600000 : 0) + stock / 2 + 1, 6, 10, QChar(u'0'));
+}
+
+QString marketTheme(int theme) {
+    return u"主题%1"_s.arg(theme, 3, 10, QChar(u'0'));
+}
 
 void makeMarketScale(const QString& folder, const MarketScale& scale) {
     const StoreFile main = storesIn(applicationFolder(folder)).main;

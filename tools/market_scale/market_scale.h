@@ -15,4 +15,8 @@ struct MarketScale {
 // three indexes. Raises StoreError if a store is there or can't be written.
 void makeMarketScale(const QString& folder, const MarketScale& scale);
 
+// The code of a stock and the name of a theme, by their numbers from 0.
+QString marketCode(int stock);
+QString marketTheme(int theme);
+
 }  // namespace guanchao

@@ -1,0 +1,194 @@
+#include "research/forward_returns.h"
+
+#include <gtest/gtest.h>
+
+#include "app/failure.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_history.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Days of open and close, one a day.
+QList<HistoryDay> daysOf(const QList<QPair<double, double>>& prices) {
+    QList<HistoryDay> history;
+    for (const auto& [open, close] : prices) {
+        history << HistoryDay{QString::number(history.size()), open, close};
+    }
+    return history;
+}
+
+QList<double> listed(const ForwardGains& gains) {
+    return {gains.yirizhang, gains.errizhang, gains.wurizhang, gains.daoqizhang, gains.kaipanzhang};
+}
+
+}  // namespace
+
+TEST(ForwardGainsTest, FollowThePurchase) {
+    const struct {
+        const char* name;
+        QList<QPair<double, double>> prices;
+        QList<double> gains;  // one, two, five days, to the report, opening
+    } cases[] = {
+        {"no history: the two days of the former stay", {}, {0, 7, 0, 0, 0}},
+        {"one day: only its opening", {{99, 100}}, {0, 7, 0, 0, -1}},
+        {"no opening: taken as the close", {{0, 100}}, {0, 7, 0, 0, 0}},
+        {"no close either", {{99, 0}}, {0, 7, 0, 0, 0}},
+        {"all days",
+         {{100, 100}, {100, 101}, {1, 102}, {1, 103}, {1, 104}, {1, 105}, {1, 106}},
+         {1, 2, 5, 6, 0}},
+        {"no sixth day: the last stands for it",
+         {{100, 100}, {100, 101}, {1, 102}, {1, 103}},
+         {1, 2, 3, 3, 0}},
+        {"exactly at the limit is no limit",
+         {{1000, 1000}, {1099, 1200}},
+         {9.19, 9.19, 9.19, 9.19, 0}},
+        {"at the limit once: bought a day later",
+         {{100, 100}, {110, 110}, {100, 120}},
+         {10, 20, 20, 20, 0}},
+        {"at the limit twice: bought on the fourth day, untested, with its close for the second",
+         {{100, 100}, {110, 110}, {121, 121}, {200, 210}},
+         {-45, 5, 5, 5, 0}},
+        {"at the limit twice, then nothing", {{100, 100}, {110, 110}, {121, 121}}, {0, 7, 0, 0, 0}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(listed(forwardGains(daysOf(it.prices), {.errizhang = 7})), it.gains) << it.name;
+    }
+}
+
+TEST(ForwardGainsTest, OneDayTwiceCountsOnce) {
+    QList<HistoryDay> history = daysOf({{100, 100}, {100, 101}, {1, 500}, {1, 102}, {1, 500}});
+    history[2].shijian = history[1].shijian;
+    history[4].shijian = history[3].shijian;
+    // Stepped over, but the last row is the last close.
+    EXPECT_EQ(listed(forwardGains(history, {})), QList<double>({1, 2, 400, 400, 0}));
+}
+
+TEST(ForwardGainsTest, TwoAnnouncementsOfADayShareTheirGains) {
+    CodeReturns returns;
+    int read = 0;
+    const auto history = [&](double close) {
+        return [&read, close] {
+            ++read;
+            return daysOf({{100, 100}, {100, close}});
+        };
+    };
+    EXPECT_EQ(returns.next(u"2016-05-03"_s, history(110)).errizhang, 10);
+    EXPECT_EQ(returns.next(u"2016-05-03"_s, history(120)).errizhang, 10);
+    EXPECT_EQ(read, 1);
+    EXPECT_EQ(listed(returns.next(u"2016-05-04"_s, [] { return QList<HistoryDay>(); })),
+              QList<double>({0, 10, 0, 0, 0}));
+}
+
+TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
+    QList<QPair<double, double>> prices(130, {50, 40});
+    prices[0] = {90, 120};
+    prices[1].second = 100;
+    prices[3].second = 0;
+    prices[10].second = 80;
+    const auto listed = [](const QList<HistoryDay>& history) {
+        const PriorGains gains = priorGains(history);
+        return QList<double>{gains.one, gains.three, gains.ten, gains.all};
+    };
+    EXPECT_EQ(listed(daysOf(prices)), QList<double>({20, 0, 50, 200}));
+    EXPECT_EQ(listed(daysOf(prices.first(10))), QList<double>({20, 0, 0, 200}));
+    EXPECT_EQ(listed(daysOf(prices.first(4))), QList<double>({0, 0, 0, 0}));
+    prices[0].second = 0;
+    EXPECT_EQ(listed(daysOf(prices.first(5))), QList<double>({-10, 0, 0, 125}));
+}
+
+class ForwardReturnsTest : public ::testing::Test {
+protected:
+    ForwardReturnsTest() {
+        store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
+        MarketHistory history;
+        for (const QString& day : tradingDays(20)) {
+            history.stocks[u"SH600001"_s] << HistoryRow{.day = day};
+        }
+        writeHistory(history, store_.stores.firstHistory, {store_.folder() + u"second.db3"_s, {}},
+                     true);
+        store_.addCode(u"SH600001"_s, u"甲"_s, 0, 0);
+        store_.run({u"update dmb set temp=5"_s});
+    }
+
+    void addAnnouncement(const QString& dm, const QString& todayriqi) {
+        store_.run(
+            {u"insert into yejiyuyuejinqi(dm,todayriqi,yuyuedate,errizhang) values(%1,'%2',"
+             u"'2017-03-20 00:00:00',3)"_s.arg(dm, todayriqi)});
+    }
+
+    TestStores store_;
+    FakeDialogs dialogs_;
+    FakePump pump_;
+    QStringList labels_;
+    ResearchRun run_{pump_, [this](const ResearchProgress& it) {
+                         labels_ = QStringList{it.label2, it.label3};
+                     }};
+    ForwardReturns returns_{store_.stores, dialogs_, run_};
+    bool ticked_ = false;
+    int asked_ = 0;
+    std::function<bool()> check1_ = [this] {
+        ++asked_;
+        return ticked_;
+    };
+};
+
+TEST_F(ForwardReturnsTest, TheStoreRefusesTheHistoryOfTheFirstCode) {
+    addAnnouncement(u"null"_s, u"2016-04-01 00:00:00"_s);
+    addAnnouncement(u"'SH600001'"_s, u"2017-03-06 00:00:00"_s);
+    QString text;
+    try {
+        returns_.takeForwardReturns(check1_);
+    } catch (const StoreError& failure) {
+        text = failureText(failure);
+        EXPECT_EQ(failure.statement(),
+                  u"select   dm,date(shijian) as shijian,,cast(kp as Double)/100*fuquanyz as  fqkp,"
+                  u"cast(kp as Double)/100 as kp, cast(zg as Double)/100 as zg, cast(zd as Double)"
+                  u"/100 as zd, cast(sp as Double)/100 as sp,cast(sp as Double)/100*fuquanyz as"
+                  u" fqsp, chengjiaoe, chengjiaol,cast(qiansp as Double)/100 as qiansp from"
+                  u" SH600001 where  date(shijian)>='2017-03-06' and date(shijian)<'2017-03-20' "
+                  u" order by date(shijian)  asc"_s);
+    }
+    EXPECT_TRUE(text.startsWith(u"取后期涨幅没有完成。"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"syntax error"_s)) << text.toStdString();
+    EXPECT_EQ(store_.rows(u"select errizhang from yejiyuyuejinqi"_s),
+              QStringList({u"3"_s, u"3"_s}));
+    EXPECT_EQ(store_.rows(u"select temp from dmb"_s), QStringList(u"0"_s));
+    // The code without rows of its own was passed by, and nothing is locked.
+    EXPECT_EQ(labels_, QStringList({u"代码总数:2"_s, u"当前代码:"_s}));
+    EXPECT_EQ(asked_, 1);
+    store_.run({u"update dmb set temp=6"_s});
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(ForwardReturnsTest, ATickedBoxEndsTheRunSilentlyAfterACode) {
+    addAnnouncement(u"null"_s, u"2016-04-01 00:00:00"_s);
+    addAnnouncement(u"'SH600001'"_s, u"2016-03-31 00:00:00"_s);  // too early
+    ticked_ = true;
+    returns_.takeForwardReturns(check1_);
+    EXPECT_EQ(labels_, QStringList({u"代码总数:1"_s, u"提前停止:"_s}));
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    ticked_ = false;
+    returns_.takeForwardReturns(check1_);
+    EXPECT_EQ(dialogs_.shown, QStringList(u"听涛阁|取后期涨幅完成!"_s));
+}
+
+TEST_F(ForwardReturnsTest, PriorGainsAreZeroWhereTheHistoryCannotBeRead) {
+    QString caption;
+    const auto showCaption = [&](const QString& text) { caption = text; };
+    Connection first = store_.stores.firstHistory.open();
+    EXPECT_EQ(returns_.priorGains(u"SH600001"_s, u"2017-03-20"_s, showCaption).one, 0);
+    EXPECT_EQ(caption, u"SH600001正在计算前面涨幅"_s);
+    first.execute(u"alter table SH600001 add column dm text"_s);
+    first.execute(u"update SH600001 set sp=1250 where date(shijian)='2017-03-17'"_s);
+    EXPECT_EQ(returns_.priorGains(u"SH600001"_s, u"2017-03-20"_s, showCaption).one, 25);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,509 @@
+#include "research/selection_scan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include "store/store_error.h"
+#include "store/values.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/statement_log.h"
+#include "tests/support/test_history.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Rows = QList<HistoryRow>;
+
+// What the three scans must store, read from the history row by row.
+class Oracle {
+public:
+    Oracle(const MarketHistory& history, TestStores& store) : history_(history), store_(store) {}
+
+    void chooseThemes() {
+        for (const HistoryRow& index : history_.stocks[u"SH000001"_s]) {
+            if (index.day > u"2017-04-06"_s) {
+                chooseThemesOf(index);
+            }
+        }
+    }
+
+    void addStocks(bool fallenOnly) {
+        for (const auto& [day, theme] : chosen) {
+            for (const QString& dm : membersOf(theme)) {
+                const QString D = fallenOnly ? dayAfterFall(dm, day) : QString(day);
+                if (!D.isEmpty()) {
+                    addStock(dm, D, day, theme, true);
+                }
+            }
+        }
+    }
+
+    QList<QPair<QString, QString>> chosen;  // day and theme
+    QStringList themes;
+    QStringList stocks;
+
+private:
+    struct Theme {
+        QString name;
+        int count = 0;
+        int atLimit = 0;
+        int onePrice = 0;
+        double sum = 0;
+        double best = -1000;
+        int key() const { return atLimit - count / 4 - 2; }
+    };
+
+    static double percent(const HistoryRow& row) {
+        return (static_cast<double>(row.sp) / row.qiansp - 1) * 100;
+    }
+    static double rounded(double value) { return QString::number(value, 'f', 2).toDouble(); }
+
+    // Means of a few values with two decimals are often ties, which only the store settles.
+    QString meanOf(const Theme& theme) const {
+        return store_.rows(u"select round(%1,2)"_s.arg(theme.sum / theme.count, 0, 'g', 17))
+            .first();
+    }
+
+    QStringList membersOf(const QString& theme) const {
+        QStringList codes;
+        for (const auto& [name, dm] : history_.members) {
+            if (name == theme) {
+                codes << dm;
+            }
+        }
+        return codes;
+    }
+
+    Theme themeOn(const QString& name, const QString& day) const {
+        Theme theme{.name = name};
+        for (const QString& dm : membersOf(name)) {
+            for (const HistoryRow& row : history_.stocks[dm]) {
+                if (row.day == day) {
+                    ++theme.count;
+                    theme.atLimit += percent(row) > 9.5 && row.zg == row.sp ? 1 : 0;
+                    theme.onePrice += percent(row) > 9.5 && row.zg == row.zd ? 1 : 0;
+                    theme.sum += rounded(percent(row));
+                    theme.best = std::max(theme.best, rounded(percent(row)));
+                }
+            }
+        }
+        return theme;
+    }
+
+    void chooseThemesOf(const HistoryRow& index) {
+        std::set<QString> names;
+        for (const auto& member : history_.members) {
+            names.insert(member.first);
+        }
+        QList<Theme> ranking;
+        for (const QString& name : names) {
+            ranking << themeOn(name, index.day);
+        }
+        std::stable_sort(ranking.begin(), ranking.end(),
+                         [](const Theme& a, const Theme& b) { return a.key() > b.key(); });
+        for (const Theme& theme : ranking) {
+            if (theme.atLimit < theme.count / 4.0 + 2) {
+                return;
+            }
+            addTheme(theme, index);
+        }
+    }
+
+    void addTheme(const Theme& theme, const HistoryRow& index) {
+        chosen << qMakePair(index.day, theme.name);
+        themes << QStringList{index.day + u" 00:00:00"_s,
+                              theme.name,
+                              meanOf(theme),
+                              QString::number(theme.atLimit),
+                              QString::number(theme.onePrice),
+                              QString::number(theme.count),
+                              numberText(rounded(percent(index))),
+                              numberText(theme.best)}
+                      .join(u'|');
+        for (const QString& dm : membersOf(theme.name)) {
+            addStock(dm, index.day, index.day, theme.name, false);
+        }
+    }
+
+    QString dayAfterFall(const QString& dm, const QString& day) const {
+        Rows days;
+        for (const HistoryRow& row : history_.stocks[dm]) {
+            if (row.day >= day) {
+                days << row;
+            }
+        }
+        return days.size() >= 3 && close(days, 3) / close(days, 1) <= 0.93 ? days[2].day
+                                                                           : QString();
+    }
+
+    // Of the row with that number, counted from 1; 0 if there is none.
+    static double close(const Rows& rows, qsizetype number) {
+        return rows.size() < number ? 0 : rows[number - 1].fuquanyz * rows[number - 1].sp;
+    }
+    static double open(const Rows& rows, qsizetype number) {
+        return rows.size() < number ? 0 : rows[number - 1].fuquanyz * rows[number - 1].kp;
+    }
+
+    void addStock(const QString& dm, const QString& D, const QString& day, const QString& theme,
+                  bool withHigh) {
+        Rows back;
+        Rows after;
+        for (const HistoryRow& row : history_.stocks[dm]) {
+            row.day <= D ? back.prepend(row) : after.append(row);
+        }
+        back = back.mid(0, 30);
+        after = after.mid(0, 10);
+        if (back.size() < 10 || after.isEmpty()) {
+            return;
+        }
+        double volumes = 0;
+        for (const HistoryRow& row : back.first(10)) {
+            volumes += row.chengjiaol;
+        }
+        QStringList values = {day + u" 00:00:00"_s, dm, u"股"_s + dm, theme};
+        values << numberText(close(back, 1)) << QString::number(back[0].sp)
+               << (withHigh ? QString::number(back[0].zg) : u"null"_s);
+        for (const double value :
+             {close(back, 2), close(back, 4), close(back, 11),
+              back.size() >= 29 ? close(back, back.size()) : 0, open(back, 1),
+              double(back[0].chengjiaol), volumes / 10, open(after, 1), open(after, 2),
+              close(after, 1), close(after, 2), close(after, 6),
+              after.size() >= 9 ? close(after, after.size()) : 0, double(after[0].chengjiaol)}) {
+            values << numberText(value);
+        }
+        stocks << values.join(u'|');
+    }
+
+    const MarketHistory& history_;
+    TestStores& store_;
+};
+
+QStringList sorted(QStringList rows) {
+    rows.sort();
+    return rows;
+}
+
+}  // namespace
+
+class SelectionScanTest : public ::testing::Test {
+protected:
+    SelectionScanTest() {
+        store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
+        store_.stores.secondHistory = {store_.folder() + u"second.db3"_s, {}};
+    }
+
+    void write(const MarketHistory& history, bool indexed = true) {
+        writeHistory(history, store_.stores.firstHistory, store_.stores.secondHistory, indexed);
+    }
+    // A theme with as many stocks at their limit on the day; their codes begin with the letter.
+    static void addTheme(MarketHistory& history, const QString& name, QChar letter, int count,
+                         int atLimit) {
+        for (int at = 0; at < count; ++at) {
+            const QString dm = letter + QString::number(600000 + at);
+            const int sp = at < atLimit ? 1100 : 1000;
+            history.members << qMakePair(name, dm);
+            history.stocks[dm] = {{.day = u"2017-04-10"_s, .zg = sp, .sp = sp}};
+        }
+    }
+    QStringList storedStocks() { return sorted(store_.rows(u"select * from xuanticaigu"_s)); }
+    QStringList chosen() { return store_.rows(u"select date(riqi),ticai from xuanticai"_s); }
+
+    TestStores store_;
+    FakeDialogs dialogs_;
+    FakePump pump_;
+    ResearchProgress seen_;
+    std::function<void()> onShow_;
+    ResearchRun run_{pump_, [this](const ResearchProgress& it) {
+                         seen_ = it;
+                         if (const auto handler = onShow_) {
+                             handler();
+                         }
+                     }};
+    SelectionScan scan_{store_.stores, dialogs_, run_};
+};
+
+TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
+    for (const unsigned seed : {1U, 2U}) {
+        SCOPED_TRACE(seed);
+        const MarketHistory history = randomHistory(seed);
+        write(history, seed == 1);
+        store_.run(
+            {u"delete from xuanticai"_s, u"delete from xuanticaigu"_s, u"delete from dmb"_s});
+        for (const QString& dm : history.stocks.keys()) {
+            store_.addCode(dm, u"股"_s + dm, 0, 0);
+        }
+        Oracle oracle(history, store_);
+
+        scan_.chooseThemes();
+        oracle.chooseThemes();
+        EXPECT_GT(oracle.themes.size(), 3);
+        EXPECT_EQ(store_.rows(u"select * from xuanticai"_s), oracle.themes);
+        EXPECT_EQ(storedStocks(), sorted(oracle.stocks));
+        EXPECT_TRUE(dialogs_.shown.isEmpty());
+
+        // A day before the index's first is taken along, one before the first of all is not.
+        oracle.chosen.prepend({u"2017-03-20"_s, u"主题1"_s});
+        store_.run({u"insert into xuanticai(riqi,ticai) values('2017-03-20 00:00:00','主题1')"_s,
+                    u"insert into xuanticai(riqi,ticai) values('2006-04-06','主题2')"_s});
+        scan_.addStocks();
+        oracle.addStocks(false);
+        EXPECT_EQ(storedStocks(), sorted(oracle.stocks));
+        EXPECT_TRUE(dialogs_.shown.isEmpty());
+
+        const qsizetype before = oracle.stocks.size();
+        scan_.addFallenStocks();
+        oracle.addStocks(true);
+        EXPECT_GT(oracle.stocks.size(), before);
+        EXPECT_EQ(storedStocks(), sorted(oracle.stocks));
+        EXPECT_EQ(std::exchange(dialogs_.shown, {}), QStringList(u"听涛阁|完成!"_s));
+    }
+}
+
+TEST_F(SelectionScanTest, AColumnIsZeroWhereTheHistoryDoesNotReach) {
+    const struct {
+        int back;
+        int after;
+        QString columns;  // qian10sp, qian30sp, hou2sp, hou5sp, hou10sp; empty: no row
+    } cases[] = {
+        {9, 10, {}},
+        {10, 0, {}},
+        {10, 1, u"0|0|0|0|0"_s},
+        {11, 2, u"400|0|520|0|0"_s},
+        {28, 5, u"400|0|520|0|0"_s},
+        {29, 6, u"400|220|520|560|0"_s},
+        {30, 8, u"400|210|520|560|0"_s},
+        {31, 9, u"400|210|520|560|590"_s},
+        {35, 10, u"400|210|520|560|600"_s},
+        {35, 12, u"400|210|520|560|600"_s},
+    };
+    const QStringList days = tradingDays(60);
+    const int anchor = 40;
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.columns.toStdString());
+        MarketHistory history;
+        history.members << qMakePair(u"题"_s, u"SZ000001"_s);
+        for (int at = anchor - it.back + 1; at <= anchor + it.after; ++at) {
+            history.stocks[u"SZ000001"_s]
+                << HistoryRow{.day = days[at], .sp = 500 + (at - anchor) * 10};
+        }
+        write(history);
+        store_.run(
+            {u"delete from xuanticai"_s, u"delete from xuanticaigu"_s,
+             u"insert into xuanticai(riqi,ticai) values('%1 00:00:00','题')"_s.arg(days[anchor])});
+        scan_.addStocks();
+        EXPECT_EQ(store_.rows(u"select qian10sp,qian30sp,hou2sp,hou5sp,hou10sp from xuanticaigu"_s),
+                  it.columns.isEmpty() ? QStringList() : QStringList(it.columns));
+    }
+}
+
+TEST_F(SelectionScanTest, TheFirstThemeBelowTheBarEndsTheDay) {
+    const struct {
+        QString eight;  // the name of a theme of 8 stocks, 4 of them at their limit
+        QString nine;   // and of one of 9 stocks, which stands level with it in the ranking
+        int chosen;
+    } cases[] = {{u"甲"_s, QString(), 1},
+                 {QString(), u"甲"_s, 0},
+                 {u"乙"_s, u"甲"_s, 1},
+                 {u"甲"_s, u"乙"_s, 0}};
+    for (const auto& it : cases) {
+        MarketHistory history;
+        history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+        if (!it.eight.isEmpty()) {
+            addTheme(history, it.eight, u'E', 8, 4);
+        }
+        if (!it.nine.isEmpty()) {
+            addTheme(history, it.nine, u'N', 9, 4);
+        }
+        write(history);
+        store_.run({u"delete from xuanticai"_s});
+        scan_.chooseThemes();
+        // 乙 sorts before 甲.
+        EXPECT_EQ(chosen().size(), it.chosen) << it.eight.toStdString();
+    }
+}
+
+TEST_F(SelectionScanTest, AStockWithoutATableGetsTheTemplate) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    addTheme(history, u"题"_s, u'A', 4, 4);
+    write(history);
+    const StoreFile& second = store_.stores.secondHistory;
+    second.open().execute(u"drop table A600001"_s);
+    second.open().execute(u"insert into nishihq2(shijian,sp) values('2017-01-01',7)"_s);
+
+    scan_.chooseThemes();
+    EXPECT_EQ(TestStores::rows(second, u"select * from A600001"_s),
+              TestStores::rows(second, u"select * from nishihq2"_s));
+    // The test for a fall comes before a table is made.
+    second.open().execute(u"drop table A600001"_s);
+    EXPECT_THROW(scan_.addFallenStocks(), StoreError);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
+    const QStringList days = tradingDays(20);
+    for (const int third : {9300, 9301}) {
+        MarketHistory history;
+        history.members << qMakePair(u"题"_s, u"SZ000001"_s) << qMakePair(u"题"_s, u"SZ000002"_s);
+        for (int at = 0; at < 15; ++at) {
+            history.stocks[u"SZ000001"_s]
+                << HistoryRow{.day = days[at], .sp = at == 13 ? third : 10000};
+        }
+        history.stocks[u"SZ000002"_s] = history.stocks[u"SZ000001"_s].first(13);
+        write(history);
+        store_.run(
+            {u"delete from xuanticai"_s,
+             u"insert into xuanticai(riqi,ticai) values('%1 00:00:00','题')"_s.arg(days[11])});
+        scan_.addFallenStocks();
+    }
+    EXPECT_EQ(store_.rows(u"select riqi,dm,fuquansp,qian1sp,hou1sp from xuanticaigu"_s),
+              QStringList(days[11] + u" 00:00:00|SZ000001|9300|10000|10000"_s));
+}
+
+TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
+    MarketHistory history;
+    addTheme(history, u"题"_s, u'A', 3, 3);
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    for (const QString& day : tradingDays(28)) {
+        history.stocks[u"A600000"_s].prepend({.day = day});
+    }
+    history.stocks[u"A600000"_s] << HistoryRow{.day = u"2017-04-11"_s};
+    write(history);
+    QStringList statements;
+    {
+        const StatementLog log;
+        scan_.chooseThemes();
+        statements = StatementLog::statements();
+    }
+    statements.removeIf([](const QString& it) {
+        return it.contains(u"pragma"_s) || it.contains(u"A600002"_s) ||
+               it.contains(u"from sqlite_master where type"_s) || it.contains(u"count(*) from"_s);
+    });
+    const QString select =
+        u"select  date(shijian) as shijian,fuquanyz*cast(sp as Double) as"
+        u" fuquansp,fuquanyz*cast(kp as Double) as fuquankp,cast(sp as Double) as"
+        u" sp,cast(zg as Double) as zg,cast(zd as Double) as zd,chengjiaol from "_s;
+    EXPECT_EQ(
+        statements,
+        QStringList({
+            u"first.db3: select  date(shijian) as shijian,round((cast(sp as"
+            u" Double)/cast(qiansp as Double)-1)*100,2) as zhangfu from SH000001   where"
+            u" date(shijian)>'2017-04-06' order by date(shijian) asc"_s,
+            u"first.db3: select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
+            u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
+            u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
+            u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
+            u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
+            u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1"
+            u" on dzhzhuti1.dm=geguhq1.dm  where date(shijian)='2017-04-10'    group by"
+            u" zhutiname order by (zhangtinshu-只数/4-2) desc"_s,
+            u"first.db3: select  zhutiname,dm from dzhzhuti   where zhutiname='题'"_s,
+            u"second.db3: select sql from sqlite_master where tbl_name='A600000'"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where date(shijian)<='2017-04-10' order by date(shijian) desc limit 30"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where  date(shijian)>'2017-04-10' order by date(shijian) asc limit 10"_s,
+            u"dzhzhuti.mzdat: select  dm,jc from dmb  where dm='A600000'"_s,
+            u"second.db3: select sql from sqlite_master where tbl_name='A600001'"_s,
+            u"second.db3: "_s + select +
+                u"A600001   where date(shijian)<='2017-04-10' order by date(shijian) desc limit 30"_s,
+            u"dzhzhuti.mzdat: begin immediate"_s,
+            u"dzhzhuti.mzdat: insert into"
+            u" xuanticai(riqi,ticai,ticaizhang,zhangtinshu,yizishu,zonggeshu,dapanzhang"
+            u",touguzhangfu) values('2017-04-10 00:00:00','题',10,3,0,3,0,10)"_s,
+            u"dzhzhuti.mzdat: insert into"
+            u" xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,qian1sp,qian3sp,qian10sp,qian30sp"
+            u",fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,hou2sp,hou5sp,hou10sp"
+            u",hou1liang) values('2017-04-10"
+            u" 00:00:00','A600000','','题',1100,1100,1000,1000,1000,1000,1000,100,100,1000,0"
+            u",1000,0,0,0,100)"_s,
+            u"dzhzhuti.mzdat: commit"_s,
+        }));
+}
+
+TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
+    Connection::setBusyTimeout(std::chrono::milliseconds(0));
+    std::optional<Connection> other;
+    std::optional<Transaction> lock;
+    // What happens while the stocks of that day are taken.
+    const auto onDay = [this](const QString& day, const std::function<void()>& what) {
+        return [=, this] {
+            if (seen_.label6 == day && seen_.label3 == u"选中题材:题"_s) {
+                onShow_ = nullptr;
+                what();
+            }
+        };
+    };
+    const StoreFile& second = store_.stores.secondHistory;
+    const struct {
+        const char* name;
+        QString theme;
+        std::function<void()> onShow;
+        qsizetype days;
+        QString failed;  // what was being done
+    } cases[] = {
+        {"the user stops", u"题"_s, onDay(u"2017-04-11"_s, [&] { run_.stop(); }), 2, {}},
+        {"the window closes", u"题"_s, onDay(u"2017-04-11"_s, [&] { run_.cancel(); }), 1, {}},
+        {"a second start", u"题"_s, onDay(u"2017-04-11"_s, [&] { scan_.addStocks(); }), 1,
+         u"根据选中的主题补充股票"_s},
+        {"a table is lost", u"题"_s,
+         onDay(u"2017-04-12"_s,
+               [&] {
+                   second.open().execute(u"drop table A600001"_s);
+                   second.open().execute(u"drop table nishihq2"_s);
+               }),
+         2, u"选历年主题"_s},
+        {"an apostrophe", u"题'"_s, {}, 0, u"选历年主题"_s},
+        {"another writes",
+         u"题"_s,
+         onDay(u"2017-04-11"_s, [&] { store_.run({u"insert into zixuangu(dm) values('x')"_s}); }),
+         3,
+         {}},
+        {"the store is locked", u"题"_s,
+         onDay(u"2017-04-12"_s,
+               [&] {
+                   other.emplace(store_.stores.main.open());
+                   lock.emplace(*other);
+               }),
+         2, u"选历年主题"_s},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.name);
+        MarketHistory history;
+        addTheme(history, it.theme, u'A', 3, 3);
+        for (const QString& day : {u"2017-04-10"_s, u"2017-04-11"_s, u"2017-04-12"_s}) {
+            history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
+        }
+        for (const auto& [theme, dm] : history.members) {
+            HistoryRow row = history.stocks[dm].first();
+            for (const QString& day : {u"2017-04-11"_s, u"2017-04-12"_s}) {
+                row.day = day;
+                history.stocks[dm] << row;
+            }
+        }
+        write(history);
+        store_.run({u"delete from xuanticai"_s});
+        onShow_ = it.onShow;
+        QString failed;
+        try {
+            scan_.chooseThemes();
+        } catch (const OperationError& failure) {
+            failed = failure.activity();
+        }
+        EXPECT_EQ(failed, it.failed);
+        EXPECT_EQ(chosen().size(), it.days);
+        EXPECT_FALSE(seen_.running);
+        EXPECT_FALSE(run_.running());
+    }
+    Connection::setBusyTimeout(std::chrono::seconds(5));
+}
+
+}  // namespace guanchao
