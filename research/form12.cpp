@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QPointer>
 #include <QScopeGuard>
+#include <utility>
 
 #include "grid/sorting.h"
 #include "grid/trapped.h"
@@ -171,9 +172,14 @@ void Form12::showRun(const ResearchProgress& progress) {
     if (!progress.caption.isEmpty()) {
         setWindowTitle(progress.caption);
     }
-    ui_->Label2->setText(progress.label2);
-    ui_->Label3->setText(progress.label3);
-    ui_->Label6->setText(progress.label6);
+    const QList<std::pair<QLabel*, QString>> words = {{ui_->Label2, progress.label2},
+                                                      {ui_->Label3, progress.label3},
+                                                      {ui_->Label6, progress.label6}};
+    for (const auto& [label, text] : words) {
+        if (!text.isEmpty()) {
+            label->setText(text);
+        }
+    }
 }
 
 void Form12::reject() {
