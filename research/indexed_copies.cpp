@@ -36,21 +36,19 @@ void IndexedCopies::coverByDay(const QString& table, const QString& columns,
         return;
     }
     copy(table, columns, condition);
-    index(table, dayTerm);
+    index(table, u"day"_s, dayTerm);
     coveredByDay_.insert(table);
 }
 
 void IndexedCopies::coverMemberships() {
     const QString table = u"dzhzhuti"_s;
-    const QStringList orders = {u"dm,zhutiname"_s, u"zhutiname"_s};
     if (tablesIndexedBy(u"dm"_s).contains(table) &&
         tablesIndexedBy(u"zhutiname"_s).contains(table)) {
         return;
     }
     copy(table, u"zhutiname,dm"_s, u"1"_s);
-    for (const QString& order : orders) {
-        index(table, order);
-    }
+    index(table, u"code"_s, u"dm,zhutiname"_s);
+    index(table, u"theme"_s, u"zhutiname"_s);
 }
 
 void IndexedCopies::copy(const QString& table, const QString& columns, const QString& condition) {
@@ -58,9 +56,9 @@ void IndexedCopies::copy(const QString& table, const QString& columns, const QSt
                      u" from main."_s + table + u" where "_s + condition);
 }
 
-void IndexedCopies::index(const QString& table, const QString& terms) {
-    history_.execute(u"create index temp."_s + table + u"_"_s + QString::number(terms.size()) +
-                     u" on "_s + table + u"("_s + terms + u")"_s);
+void IndexedCopies::index(const QString& table, const QString& name, const QString& terms) {
+    history_.execute(u"create index temp."_s + table + u"_"_s + name + u" on "_s + table + u"("_s +
+                     terms + u")"_s);
 }
 
 }  // namespace guanchao

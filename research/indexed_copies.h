@@ -25,7 +25,7 @@ public:
 private:
     QSet<QString> tablesIndexedBy(const QString& term) const;
     void copy(const QString& table, const QString& columns, const QString& condition);
-    void index(const QString& table, const QString& terms);
+    void index(const QString& table, const QString& name, const QString& terms);
 
     Connection& history_;
     QSet<QString> coveredByDay_;

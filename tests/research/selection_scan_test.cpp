@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <algorithm>
 #include <optional>
 #include <set>
@@ -186,6 +187,11 @@ private:
     TestStores& store_;
 };
 
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QStringList sorted(QStringList rows) {
     rows.sort();
     return rows;
@@ -235,6 +241,8 @@ TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
         SCOPED_TRACE(seed);
         const MarketHistory history = randomHistory(seed);
         write(history, seed == 1);
+        const QByteArray first = contentOf(store_.stores.firstHistory.path);
+        const QByteArray second = contentOf(store_.stores.secondHistory.path);
         store_.run(
             {u"delete from xuanticai"_s, u"delete from xuanticaigu"_s, u"delete from dmb"_s});
         for (const QString& dm : history.stocks.keys()) {
@@ -264,6 +272,10 @@ TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
         EXPECT_GT(oracle.stocks.size(), before);
         EXPECT_EQ(storedStocks(), sorted(oracle.stocks));
         EXPECT_EQ(std::exchange(dialogs_.shown, {}), QStringList(u"听涛阁|完成!"_s));
+
+        // Indexed or not, the histories are read only.
+        EXPECT_TRUE(contentOf(store_.stores.firstHistory.path) == first);
+        EXPECT_TRUE(contentOf(store_.stores.secondHistory.path) == second);
     }
 }
 

@@ -10,7 +10,7 @@ struct HistoryScale {
     int stocks = 2500;
     int days = 500;
     int themes = 300;
-    int memberships = 20000;
+    int memberships = 12000;
 };
 
 // Makes both files, which must not be there. Codes and themes are those of the main store that

@@ -1,8 +1,21 @@
-// market_scale FOLDER: makes a main store at the size of the whole market in the folder.
+// market_scale FOLDER: makes a main store and both history databases at the size of the whole
+// market in the folder.
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QTextStream>
 
+#include "platform/fixed_folders.h"
+#include "tools/market_scale/history_scale.h"
 #include "tools/market_scale/market_scale.h"
+
+namespace {
+
+guanchao::StoreFile historyIn(const QString& folder, guanchao::FixedPlace place) {
+    return {QDir(folder).filePath(QFileInfo(guanchao::fixedPath(place)).fileName()), {}};
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
@@ -12,7 +25,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
+        using guanchao::FixedPlace;
         guanchao::makeMarketScale(arguments[1], {});
+        guanchao::makeHistoryScale(historyIn(arguments[1], FixedPlace::firstHistory),
+                                   historyIn(arguments[1], FixedPlace::secondHistory), {}, true);
     } catch (const std::exception& failure) {
         QTextStream(stderr) << failure.what() << '\n';
         return 1;
