@@ -20,10 +20,10 @@ double gain(double price, double base) {
 // Buys as soon as the stock can be bought, and notes the closes of the days that count.
 class Purchase {
 public:
-    explicit Purchase(const HistoryDay& first) : firstClose_(first.fqsp) {}
+    explicit Purchase(const AdjustedDay& first) : firstClose_(first.fqsp) {}
 
     // The days behind the first, counted from 1.
-    void take(int c, const HistoryDay& day) {
+    void take(int c, const AdjustedDay& day) {
         if (c == 1) {
             buy = day.fqkp > limitUp * firstClose_ ? 0 : day.fqkp;
             close1 = day.fqsp;
@@ -50,7 +50,7 @@ private:
     double firstClose_;
 };
 
-Purchase purchaseOver(const QList<HistoryDay>& history) {
+Purchase purchaseOver(const QList<AdjustedDay>& history) {
     Purchase purchase(history.first());
     int c = 0;
     for (qsizetype at = 0; at < history.size(); ++at, ++c) {
@@ -63,9 +63,9 @@ Purchase purchaseOver(const QList<HistoryDay>& history) {
     return purchase;
 }
 
-QList<HistoryDay> readHistory(Connection& dayHistory, const QString& dm, const QString& shijian,
-                              const QString& yuyuedate) {
-    QList<HistoryDay> history;
+QList<AdjustedDay> readHistory(Connection& dayHistory, const QString& dm, const QString& shijian,
+                               const QString& yuyuedate) {
+    QList<AdjustedDay> history;
     Recordset day(dayHistory,
                   u"select   dm,date(shijian) as shijian,,cast(kp as Double)/100*fuquanyz as "
                   u" fqkp,cast(kp as Double)/100 as kp, cast(zg as Double)/100 as zg, cast(zd as"
@@ -75,8 +75,8 @@ QList<HistoryDay> readHistory(Connection& dayHistory, const QString& dm, const Q
                       dm + u" where  date(shijian)>='"_s + shijian + u"' and date(shijian)<'"_s +
                       yuyuedate + u"'  order by date(shijian)  asc"_s);
     for (; !day.atEnd(); day.moveNext()) {
-        history << HistoryDay{day.value(u"shijian").toText(), day.value(u"fqkp").toNumber(),
-                              day.value(u"fqsp").toNumber()};
+        history << AdjustedDay{day.value(u"shijian").toText(), day.value(u"fqkp").toNumber(),
+                               day.value(u"fqsp").toNumber()};
     }
     return history;
 }
@@ -144,8 +144,8 @@ private:
 };
 
 // The adjusted prices before a day, newest first.
-QList<HistoryDay> readPriorHistory(Connection& dayHistory, const QString& dm, const QString& day) {
-    QList<HistoryDay> history;
+QList<AdjustedDay> readPriorHistory(Connection& dayHistory, const QString& dm, const QString& day) {
+    QList<AdjustedDay> history;
     Recordset row(dayHistory,
                   u"select  dm,date(shijian) as shijian,cast(sp as Double)/100*fuquanyz as fqsp,"
                   u"cast(kp as Double)/100*fuquanyz as fqkp,cast(sp as Double)/100 as sp,chengjiaoe"
@@ -153,22 +153,22 @@ QList<HistoryDay> readPriorHistory(Connection& dayHistory, const QString& dm, co
                       dm + u" where date(shijian)<'"_s + day +
                       u"'  order by date(shijian)  desc limit 130"_s);
     for (; !row.atEnd(); row.moveNext()) {
-        history << HistoryDay{row.value(u"shijian").toText(), row.value(u"fqkp").toNumber(),
-                              row.value(u"fqsp").toNumber()};
+        history << AdjustedDay{row.value(u"shijian").toText(), row.value(u"fqkp").toNumber(),
+                               row.value(u"fqsp").toNumber()};
     }
     return history;
 }
 
 }  // namespace
 
-ForwardGains forwardGains(const QList<HistoryDay>& history, const ForwardGains& former) {
+ForwardGains forwardGains(const QList<AdjustedDay>& history, const ForwardGains& former) {
     ForwardGains gains;
     gains.errizhang = former.errizhang;
     if (history.isEmpty()) {
         return gains;
     }
     const Purchase purchase = purchaseOver(history);
-    const HistoryDay& first = history.first();
+    const AdjustedDay& first = history.first();
     const double last = history.last().fqsp;
     const auto orLast = [&](double close) { return close == 0 ? last : close; };
     if (first.fqsp > 0) {
@@ -183,14 +183,14 @@ ForwardGains forwardGains(const QList<HistoryDay>& history, const ForwardGains& 
     return gains;
 }
 
-PriorGains priorGains(const QList<HistoryDay>& history) {
+PriorGains priorGains(const QList<AdjustedDay>& history) {
     PriorGains gains;
     if (history.size() <= 4) {
         return gains;
     }
-    const HistoryDay& newest = history.first();
+    const AdjustedDay& newest = history.first();
     const double price = newest.fqsp == 0 ? newest.fqkp : newest.fqsp;
-    const auto since = [&](const HistoryDay& day) {
+    const auto since = [&](const AdjustedDay& day) {
         return day.fqsp > 0 ? gain(price, day.fqsp) : 0;
     };
     gains.one = since(history[1]);

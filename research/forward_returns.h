@@ -13,7 +13,7 @@
 namespace guanchao {
 
 // One trading day of a stock, adjusted prices in yuan.
-struct HistoryDay {
+struct AdjustedDay {
     QString shijian;  // yyyy-MM-dd
     double fqkp = 0;  // 复权开盘, the open
     double fqsp = 0;  // 复权收盘, the close
@@ -29,12 +29,12 @@ struct ForwardGains {
 
 // The gains over the history of one announcement, oldest day first. `former` are those of the
 // announcement before it: where nothing could be bought, its errizhang stays.
-ForwardGains forwardGains(const QList<HistoryDay>& history, const ForwardGains& former);
+ForwardGains forwardGains(const QList<AdjustedDay>& history, const ForwardGains& former);
 
 // The announcements of one code, in their order.
 class CodeReturns {
 public:
-    using ReadHistory = std::function<QList<HistoryDay>()>;
+    using ReadHistory = std::function<QList<AdjustedDay>()>;
 
     // A second announcement of one day has the gains of the first; its history is not read.
     const ForwardGains& next(const QString& shijian, const ReadHistory& readHistory);
@@ -52,7 +52,7 @@ struct PriorGains {
 };
 
 // The gains of the newest day over earlier ones, newest day first.
-PriorGains priorGains(const QList<HistoryDay>& history);
+PriorGains priorGains(const QList<AdjustedDay>& history);
 
 class ForwardReturns {
 public:

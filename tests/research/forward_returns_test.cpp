@@ -17,10 +17,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Days of open and close, one a day.
-QList<HistoryDay> daysOf(const QList<QPair<double, double>>& prices) {
-    QList<HistoryDay> history;
+QList<AdjustedDay> daysOf(const QList<QPair<double, double>>& prices) {
+    QList<AdjustedDay> history;
     for (const auto& [open, close] : prices) {
-        history << HistoryDay{QString::number(history.size()), open, close};
+        history << AdjustedDay{QString::number(history.size()), open, close};
     }
     return history;
 }
@@ -64,7 +64,7 @@ TEST(ForwardGainsTest, FollowThePurchase) {
 }
 
 TEST(ForwardGainsTest, OneDayTwiceCountsOnce) {
-    QList<HistoryDay> history = daysOf({{100, 100}, {100, 101}, {1, 500}, {1, 102}, {1, 500}});
+    QList<AdjustedDay> history = daysOf({{100, 100}, {100, 101}, {1, 500}, {1, 102}, {1, 500}});
     history[2].shijian = history[1].shijian;
     history[4].shijian = history[3].shijian;
     // Stepped over, but the last row is the last close.
@@ -83,7 +83,7 @@ TEST(ForwardGainsTest, TwoAnnouncementsOfADayShareTheirGains) {
     EXPECT_EQ(returns.next(u"2016-05-03"_s, history(110)).errizhang, 10);
     EXPECT_EQ(returns.next(u"2016-05-03"_s, history(120)).errizhang, 10);
     EXPECT_EQ(read, 1);
-    EXPECT_EQ(listed(returns.next(u"2016-05-04"_s, [] { return QList<HistoryDay>(); })),
+    EXPECT_EQ(listed(returns.next(u"2016-05-04"_s, [] { return QList<AdjustedDay>(); })),
               QList<double>({0, 10, 0, 0, 0}));
 }
 
@@ -93,7 +93,7 @@ TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
     prices[1].second = 100;
     prices[3].second = 0;
     prices[10].second = 80;
-    const auto listed = [](const QList<HistoryDay>& history) {
+    const auto listed = [](const QList<AdjustedDay>& history) {
         const PriorGains gains = priorGains(history);
         return QList<double>{gains.one, gains.three, gains.ten, gains.all};
     };
