@@ -400,7 +400,7 @@ void Form2::历史涨幅_Click() {
 }
 
 void Form2::MSHFlexGrid2_DblClick(int row) {
-    if (isDataRow(stocks_, row)) {
+    if (stocks_.isDataRow(row)) {
         windows_.openAnew<Form21>();
     }
 }
