@@ -7,6 +7,8 @@
 #include <random>
 
 #include "store/values.h"
+#include "tests/support/test_stores.h"
+#include "tools/history_builder/history_builder.h"
 
 namespace guanchao {
 
@@ -14,63 +16,22 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString dayColumns =
-    u"(shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,chengjiaol numeric,"
-    u"chengjiaoe numeric,fuquanyz real)"_s;
-
-// Half of the stocks keep their days with a time.
-QString rowValues(const QString& dm, const HistoryRow& row) {
-    const bool withTime = dm.back().unicode() % 2 == 0;
-    return u"'%1',%2,%3,%4,%5,%6,%7,0,%8"_s
-        .arg(withTime ? row.day + u" 00:00:00"_s : QString(row.day))
-        .arg(row.kp)
-        .arg(row.zg)
-        .arg(row.zd)
-        .arg(row.sp)
-        .arg(row.qiansp)
-        .arg(row.chengjiaol)
-        .arg(row.fuquanyz);
+void execute(const StoreFile& store, const QStringList& statements) {
+    Connection connection = store.open();
+    Transaction transaction(connection);
+    for (const QString& statement : statements) {
+        connection.execute(statement);
+    }
+    transaction.commit();
 }
 
-void addStock(Connection& store, const QString& dm, const QList<HistoryRow>& rows) {
-    store.execute(u"create table "_s + dm + dayColumns);
-    for (const HistoryRow& row : rows) {
-        store.execute(u"insert into "_s + dm + u" values("_s + rowValues(dm, row) + u")"_s);
+void dropIndexes(const StoreFile& store) {
+    QStringList drops;
+    for (const QString& name :
+         TestStores::rows(store, u"select name from sqlite_master where type='index'"_s)) {
+        drops << u"drop index "_s + name;
     }
-}
-
-void addIndex(Connection& store, const QString& table, const QString& terms) {
-    store.execute(u"create index i_"_s + table + u" on "_s + table + u"("_s + terms + u")"_s);
-}
-
-void writeFirst(Connection& store, const MarketHistory& history, bool indexed) {
-    store.execute(u"create table geguhq(dm text,"_s + dayColumns.sliced(1));
-    store.execute(u"create table dzhzhuti(zhutiname text,dm text)"_s);
-    for (const auto& [theme, dm] : history.members) {
-        store.execute(u"insert into dzhzhuti values('%1','%2')"_s.arg(zhuanyisql(theme), dm));
-    }
-    for (auto stock = history.stocks.begin(); stock != history.stocks.end(); ++stock) {
-        addStock(store, stock.key(), stock.value());
-        for (const HistoryRow& row : stock.value()) {
-            store.execute(u"insert into geguhq values('"_s + stock.key() + u"',"_s +
-                          rowValues(stock.key(), row) + u")"_s);
-        }
-    }
-    if (indexed) {
-        addIndex(store, u"geguhq"_s, u"date(shijian)"_s);
-        addIndex(store, u"dzhzhuti"_s, u"dm"_s);
-        store.execute(u"create index i_name on dzhzhuti(zhutiname)"_s);
-    }
-}
-
-void writeSecond(Connection& store, const MarketHistory& history, bool indexed) {
-    store.execute(u"create table nishihq2"_s + dayColumns);
-    for (auto stock = history.stocks.begin(); stock != history.stocks.end(); ++stock) {
-        addStock(store, stock.key(), stock.value());
-        if (indexed) {
-            addIndex(store, stock.key(), u"date(shijian)"_s);
-        }
-    }
+    execute(store, drops);
 }
 
 class RandomMarket {
@@ -124,11 +85,6 @@ private:
     QStringList days_ = tradingDays(70);
 };
 
-void makeStore(const StoreFile& file) {
-    QFile::remove(file.path);
-    createStore(file.path, file.key, {});
-}
-
 }  // namespace
 
 QStringList tradingDays(int count) {
@@ -147,16 +103,34 @@ MarketHistory randomHistory(unsigned seed) {
 
 void writeHistory(const MarketHistory& history, const StoreFile& first, const StoreFile& second,
                   bool indexed) {
-    makeStore(first);
-    makeStore(second);
-    Connection firstStore = first.open();
-    Transaction firstRows(firstStore);
-    writeFirst(firstStore, history, indexed);
-    firstRows.commit();
-    Connection secondStore = second.open();
-    Transaction secondRows(secondStore);
-    writeSecond(secondStore, history, indexed);
-    secondRows.commit();
+    QList<DayRow> days;
+    QStringList withTime;
+    for (auto stock = history.stocks.begin(); stock != history.stocks.end(); ++stock) {
+        for (const HistoryRow& row : stock.value()) {
+            days << DayRow{stock.key(), QDate::fromString(row.day, Qt::ISODate),
+                           row.kp,      row.zg,
+                           row.zd,      row.sp,
+                           row.qiansp,  double(row.chengjiaol),
+                           0,           row.fuquanyz};
+        }
+        if (stock.key().endsWith(u'3')) {
+            withTime << u"update "_s + stock.key() + u" set shijian=shijian||' 00:00:00'"_s;
+        }
+    }
+    QList<ThemeMember> members;
+    for (const auto& [theme, dm] : history.members) {
+        members << ThemeMember{theme, dm};
+    }
+    for (const StoreFile& file : {first, second}) {
+        QFile::remove(file.path);
+    }
+    addToHistory({first.path, second.path}, days, members);
+    for (const StoreFile& file : {first, second}) {
+        execute(file, withTime);
+        if (!indexed) {
+            dropIndexes(file);
+        }
+    }
 }
 
 }  // namespace guanchao

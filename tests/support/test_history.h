@@ -33,7 +33,7 @@ QStringList tradingDays(int count);
 // Stocks with gaps and beginnings of their own, in themes that now and then reach their limit.
 MarketHistory randomHistory(unsigned seed);
 
-// Makes both databases; geguhq and the template nishihq2 are among their tables.
+// Makes both databases anew. Some stocks keep their days with a time.
 void writeHistory(const MarketHistory& history, const StoreFile& first, const StoreFile& second,
                   bool indexed);
 

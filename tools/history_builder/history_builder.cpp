@@ -21,11 +21,6 @@ namespace {
 
 using DaysByCode = QMap<QString, QList<DayRow>>;
 
-// 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
-const QString dayColumns =
-    u"shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
-    u"chengjiaol numeric,chengjiaoe numeric,fuquanyz real"_s;
-
 QStringList valuesOf(const DayRow& row) {
     return {dateText(row.day),        QString::number(row.open),  QString::number(row.high),
             QString::number(row.low), QString::number(row.close), QString::number(row.formerClose),

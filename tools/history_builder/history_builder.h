@@ -11,6 +11,11 @@
 
 namespace guanchao {
 
+// The columns of a stock's table: 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
+inline const QString dayColumns = QStringLiteral(
+    "shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
+    "chengjiaol numeric,chengjiaoe numeric,fuquanyz real");
+
 struct HistoryFiles {
     QString first;
     QString second;

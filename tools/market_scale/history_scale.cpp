@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "store/values.h"
+#include "tools/history_builder/history_builder.h"
 #include "tools/market_scale/market_scale.h"
 
 namespace guanchao {
@@ -20,10 +21,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QDate firstDay(2017, 4, 7);
-
-const QString dayColumns =
-    u"(shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,chengjiaol numeric,"
-    u"chengjiaoe numeric,fuquanyz real)"_s;
 
 class History {
 public:
@@ -41,7 +38,7 @@ public:
     }
 
     void fillFirst(Connection& store, bool indexed) {
-        store.execute(u"create table geguhq (dm text,"_s + dayColumns.sliced(1));
+        store.execute(u"create table geguhq (dm text,"_s + dayColumns + u")"_s);
         store.execute(u"create table dzhzhuti (zhutiname text,dm text)"_s);
         for (const auto& [theme, stock] : members_) {
             store.execute(u"insert into dzhzhuti values('"_s + marketTheme(theme) + u"','"_s +
@@ -49,7 +46,7 @@ public:
         }
         addTable(store, u"SH000001"_s, values(std::nullopt), indexed);
         for (int stock = 0; stock < scale_.stocks; ++stock) {
-            store.execute(u"create table day "_s + dayColumns);
+            store.execute(u"create table day ("_s + dayColumns + u")"_s);
             store.execute(u"insert into day values"_s + values(stock));
             store.execute(u"insert into geguhq select '"_s + codes_[stock] + u"',* from day"_s);
             store.execute(u"drop table day"_s);
@@ -62,7 +59,7 @@ public:
     }
 
     void fillSecond(Connection& store, bool indexed) {
-        store.execute(u"create table nishihq2 "_s + dayColumns);
+        store.execute(u"create table nishihq2 ("_s + dayColumns + u")"_s);
         for (int stock = 0; stock < scale_.stocks; ++stock) {
             addTable(store, codes_[stock], values(stock), indexed);
         }
@@ -120,7 +117,7 @@ private:
     }
 
     static void addTable(Connection& store, const QString& dm, const QString& rows, bool indexed) {
-        store.execute(u"create table "_s + dm + dayColumns);
+        store.execute(u"create table "_s + dm + u" ("_s + dayColumns + u")"_s);
         store.execute(u"insert into "_s + dm + u" values"_s + rows);
         if (indexed) {
             store.execute(u"create index "_s + dm + u"_shijian on "_s + dm + u" (date(shijian))"_s);
