@@ -5,7 +5,7 @@
 #include <QString>
 #include <array>
 
-#include "articles/date_trio.h"
+#include "controls/date_trio.h"
 
 namespace guanchao {
 

@@ -12,7 +12,7 @@
 #include "app/environment.h"
 #include "app/windows.h"
 #include "articles/article_editor.h"
-#include "articles/date_boxes.h"
+#include "controls/date_boxes.h"
 
 namespace Ui {
 class Form26;

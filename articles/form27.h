@@ -11,7 +11,7 @@
 #include "app/environment.h"
 #include "app/windows.h"
 #include "articles/article_browser.h"
-#include "articles/date_boxes.h"
+#include "controls/date_boxes.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 

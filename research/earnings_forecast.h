@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "app/globals.h"
-#include "articles/date_trio.h"
+#include "controls/date_trio.h"
 #include "grid/result_grid.h"
 #include "platform/dialogs.h"
 #include "store/stores.h"

@@ -10,7 +10,7 @@
 
 #include "app/environment.h"
 #include "app/windows.h"
-#include "articles/date_boxes.h"
+#include "controls/date_boxes.h"
 #include "grid/result_grid.h"
 #include "research/earnings_forecast.h"
 #include "research/forward_returns.h"

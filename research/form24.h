@@ -9,7 +9,7 @@
 #include "app/cancellable_run.h"
 #include "app/environment.h"
 #include "app/windows.h"
-#include "articles/date_boxes.h"
+#include "controls/date_boxes.h"
 #include "grid/result_grid.h"
 #include "research/theme_history.h"
 

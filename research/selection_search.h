@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/globals.h"
-#include "articles/date_trio.h"
+#include "controls/date_trio.h"
 #include "grid/result_grid.h"
 #include "store/stores.h"
 

@@ -1,4 +1,4 @@
-#include "articles/entry_box.h"
+#include "controls/entry_box.h"
 
 #include <QLineEdit>
 #include <QSignalBlocker>

@@ -1,4 +1,4 @@
-#include "articles/date_boxes.h"
+#include "controls/date_boxes.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "articles/date_trio.h"
+#include "controls/date_trio.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // The three boxes of a date in a window, with their lists and their rule.
 #pragma once
 
-#include "articles/date_trio.h"
-#include "articles/entry_box.h"
+#include "controls/date_trio.h"
+#include "controls/entry_box.h"
 
 namespace guanchao {
 
