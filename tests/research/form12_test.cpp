@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include "app/form2.h"
+#include "grid/grid_view.h"
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
