@@ -451,6 +451,7 @@ void Form2::closeEvent(QCloseEvent* event) {
         // A window whose user wants to keep unsaved work keeps the program running.
         if (!windows_.closeAll()) {
             tuichubiaozhi_ = 0;
+            endAfterRun();
             event->ignore();
             return;
         }
@@ -459,6 +460,13 @@ void Form2::closeEvent(QCloseEvent* event) {
     } else {
         event->ignore();
         hideToTray();
+    }
+}
+
+// A run ends between two of its steps, and its window after it: then the program ends.
+void Form2::endAfterRun() {
+    if (const QWidget* window = windows_.endingWindow()) {
+        connect(window, &QObject::destroyed, this, &Form2::tuopanexit_Click, Qt::QueuedConnection);
     }
 }
 

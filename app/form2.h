@@ -58,6 +58,7 @@ private:
     void redraw(Redraw part);
     bool runQuotes();
     void showProgress(const QuoteProgress& progress);
+    void endAfterRun();
     void hideToTray();
     void endProgram();
 

@@ -20,6 +20,17 @@ bool Windows::closeAll() {
     return closed;
 }
 
+QWidget* Windows::endingWindow() const {
+    QWidget* ending = nullptr;
+    for (const QPointer<QWidget>& window : open_) {
+        if (window && window->isVisible()) {
+            return nullptr;
+        }
+        ending = window ? window.data() : ending;
+    }
+    return ending;
+}
+
 void Windows::adopt(const QString& name, QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.removeIf([](const auto& it) { return it.value().isNull(); });

@@ -39,6 +39,10 @@ public:
     // Every window that was opened here; the main window is not among them. True if none is left.
     bool closeAll();
 
+    // A window that has gone from the screen and lives on until its run has ended, where all that
+    // is left open are such windows; null otherwise.
+    QWidget* endingWindow() const;
+
 private:
     void adopt(const QString& name, QWidget* window);
 

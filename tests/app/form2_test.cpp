@@ -9,10 +9,12 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
+#include <algorithm>
 
 #include "grid/grid_view.h"
 #include "platform/gbk.h"
@@ -345,6 +347,25 @@ TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
     }
     EXPECT_TRUE(titles.contains(u"导入主题"_s));
     windows_.closeAll();
+}
+
+TEST_F(Form2Test, TheShutdownWaitsForTheRunOfAnotherWindow) {
+    load();
+    windows_.openAnew<Form24>();
+    const QList<QWidget*> open = QApplication::topLevelWidgets();
+    const auto isForm24 = [](QWidget* widget) { return qobject_cast<Form24*>(widget) != nullptr; };
+    const auto form24 = std::find_if(open.begin(), open.end(), isForm24);
+    ASSERT_NE(form24, open.end());
+    pump_.onRun = [&] {
+        pump_.onRun = {};
+        trigger(u"tuopanexit"_s);
+        EXPECT_TRUE(processes_.ended.isEmpty());
+    };
+    (*form24)->findChild<QPushButton*>(u"Command9"_s)->click();
+    EXPECT_TRUE(processes_.ended.isEmpty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::sendPostedEvents(&form_);
+    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
