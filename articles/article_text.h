@@ -1,10 +1,9 @@
 // The text of an article: plain, in a comfortable size, its lines no longer than reads well however
-// wide the window is.
+// wide the window is. The pieces of a huge paragraph are blocks of the document whose breaks are
+// not in the text.
 #pragma once
 
 #include <QPlainTextEdit>
-
-#include "articles/body_text.h"
 
 namespace guanchao {
 
@@ -20,10 +19,16 @@ public:
 
 protected:
     QMimeData* createMimeDataFromSelection() const override;
+    void insertFromMimeData(const QMimeData* source) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    BodyText body_;
+    void insert(QTextCursor& cursor, const QString& text);
+    QString textBetween(int start, int end) const;
+
+    QString stored_;
+    int splitParagraphs_ = 0;
 };
 
 }  // namespace guanchao

@@ -1,33 +1,22 @@
-// The body of an article between the store and the box in which it is read and typed. The box knows
-// one kind of line end and is slow where a paragraph is huge: such a paragraph is shown in pieces.
+// How the body of an article is shown: the box in which it is read and typed knows one kind of line
+// end and is slow where a paragraph is huge, so such a paragraph is shown in pieces.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace guanchao {
 
-class BodyText {
-public:
-    // As the store holds it.
-    explicit BodyText(const QString& stored = {});
+// Paragraphs up to this length are one piece.
+inline constexpr int longestPiece = 10000;
 
-    const QString& stored() const { return stored_; }
-    const QString& shown() const { return shown_; }
+// The paragraphs of a text, whatever ends its lines; one more than it has line ends.
+QStringList paragraphsOf(QString text);
 
-    // What is to be stored for a shown text that was changed: with the line ends of the article,
-    // and the pieces of a paragraph joined. A break between pieces that lost its mark is a line
-    // end.
-    QString toStore(const QString& shown) const;
+// The pieces of one paragraph, cut at the end of a sentence where one is near.
+QStringList piecesOf(const QString& paragraph);
 
-    // A part of the shown text as the user means it.
-    QString joined(const QString& shown) const;
-
-    // Paragraphs up to this length are shown as they are.
-    static constexpr int longestPiece = 10000;
-
-private:
-    QString stored_;
-    QString shown_;
-};
+// A changed text as it is to be stored: with the line ends of the article.
+QString withLineEndsOf(const QString& stored, QString text);
 
 }  // namespace guanchao

@@ -131,6 +131,7 @@ void Form27::打开文章_Click() {
 
 void Form27::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
     trapped([&] {
+        picker_->hideList();
         browser_.press(row);
         if (row <= 0) {
             return;
@@ -144,7 +145,6 @@ void Form27::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 
 void Form27::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
-        picker_->hideList();
         if (row == 0) {
             sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
             // The rows have moved: none is chosen any more.

@@ -18,6 +18,7 @@
 #include "app/application.h"
 #include "app/form2.h"
 #include "articles/article_text.h"
+#include "articles/body_text.h"
 #include "articles/find_bar.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
@@ -47,6 +48,10 @@ protected:
     template <typename Form>
     static QList<Form*> shown() {
         QApplication::processEvents();
+        return visible<Form>();
+    }
+    template <typename Form>
+    static QList<Form*> visible() {
         QList<Form*> forms;
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (auto* form = qobject_cast<Form*>(window); form && form->isVisible()) {
@@ -61,10 +66,16 @@ protected:
         return shown<Form27>().value(0);
     }
     Form26* edit(int id) {
+        Form26* form = load(id);
+        QApplication::processEvents();
+        return form;
+    }
+    // Lets no event happen: the timers of the window are real.
+    Form26* load(int id) {
         globals_.dangqianwenzhang = id;
-        const QList<Form26*> before = shown<Form26>();
+        const QList<Form26*> before = visible<Form26>();
         windows_.openAnother<Form26>();
-        for (Form26* form : shown<Form26>()) {
+        for (Form26* form : visible<Form26>()) {
             if (!before.contains(form)) {
                 return form;
             }
@@ -276,7 +287,7 @@ TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|此文章已删除!"_s});
     tick(form, u"Timer2"_s);
     EXPECT_TRUE(shown<Form26>().isEmpty());
-    form = edit(3);
+    form = load(3);
     ASSERT_TRUE(form) << "the load finishes first";
     tick(form, u"Timer2"_s);
     EXPECT_TRUE(shown<Form26>().isEmpty());
@@ -305,7 +316,7 @@ TEST_F(ArticleWindowsTest, AnArticleWithAnApostropheInItsAuthorOpens) {
 }
 
 TEST_F(ArticleWindowsTest, ATextIsStoredAsItWas) {
-    const QString paragraph = u"字"_s.repeated(2 * BodyText::longestPiece);
+    const QString paragraph = u"字"_s.repeated(2 * longestPiece);
     store_.addArticle(u"'2016-04-02','张三','主题','白酒','四','一\r二\r\n\n'"_s);
     store_.addArticle(u"'2016-04-02','张三','主题','白酒','五','"_s + paragraph + u"\r\n'"_s);
     const auto stored = [&] {
@@ -322,13 +333,61 @@ TEST_F(ArticleWindowsTest, ATextIsStoredAsItWas) {
         push(form, u"Command3"_s);
     }
     EXPECT_EQ(stored(), before);
-    EXPECT_GT(writing->document()->blockCount(), 2) << "a huge paragraph is shown in pieces";
+    EXPECT_EQ(writing->document()->blockCount(), 3) << "a huge paragraph is shown in pieces";
     writing->selectAll();
     writing->copy();
     EXPECT_EQ(QApplication::clipboard()->text(), paragraph + u'\n');
     writing->moveCursor(QTextCursor::Start);
     QTest::keyClick(writing, Qt::Key_Return);
     EXPECT_EQ(writing->text(), u"\r\n"_s + paragraph + u"\r\n"_s);
+}
+
+// Each case begins with the cursor at the visible end of the first of two pieces.
+TEST_F(ArticleWindowsTest, TheBreaksOfPiecesAreNoPartOfTheText) {
+    const QString first = u"字"_s.repeated(longestPiece);
+    const auto key = [](Qt::Key it) {
+        return [it](ArticleText& text) { QTest::keyClick(&text, it); };
+    };
+    const auto type = [](ArticleText& text) { QTest::keyClicks(&text, u"x"_s); };
+    const auto undo = [](ArticleText& text) { text.undo(); };
+    const auto paste = [](ArticleText& text) {
+        QApplication::clipboard()->setText(u"甲\r\n乙"_s);
+        text.paste();
+    };
+    const auto cutFirst = [&](ArticleText& text) {
+        QTextCursor cursor = text.textCursor();
+        cursor.setPosition(2);
+        cursor.setPosition(static_cast<int>(2 + first.size() + 1), QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    };
+    const struct {
+        const char* name;
+        QList<std::function<void(ArticleText&)>> acts;
+        QString text;
+    } cases[] = {
+        {"typed", {type}, first + u"x尾"_s},
+        {"a line end", {key(Qt::Key_Return), type}, first + u"\nx尾"_s},
+        {"a line end behind the break",
+         {key(Qt::Key_Right), key(Qt::Key_Return)},
+         first + u"\n尾"_s},
+        {"typed behind the break", {key(Qt::Key_Right), type}, first + u"x尾"_s},
+        {"the break removed", {key(Qt::Key_Delete), type}, first + u"x尾"_s},
+        {"and taken back", {key(Qt::Key_Delete), undo, type}, first + u"x尾"_s},
+        {"pasted", {paste}, first + u"甲\n乙尾"_s},
+        {"the first piece cut", {cutFirst}, u"尾"_s},
+    };
+    for (const auto& it : cases) {
+        ArticleText text;
+        text.setText(u"前\n"_s + first + u"尾"_s);
+        QTextCursor cursor = text.textCursor();
+        cursor.setPosition(static_cast<int>(2 + first.size()));
+        text.setTextCursor(cursor);
+        for (const auto& act : it.acts) {
+            act(text);
+        }
+        EXPECT_EQ(text.text().size(), 2 + it.text.size()) << it.name;
+        EXPECT_TRUE(text.text() == u"前\n"_s + it.text) << it.name;
+    }
 }
 
 TEST_F(ArticleWindowsTest, AWordIsFoundRoundTheEndOfTheText) {
