@@ -46,6 +46,10 @@ ArticleText::ArticleText(QWidget* parent) : QPlainTextEdit(parent) {
 
 void ArticleText::setText(const QString& stored) {
     stored_ = stored;
+    if (!hasHugeParagraph(stored)) {
+        setPlainText(stored);
+        return;
+    }
     document()->setUndoRedoEnabled(false);
     clear();
     QTextCursor cursor(document());

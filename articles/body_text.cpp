@@ -30,6 +30,12 @@ QStringList paragraphsOf(QString text) {
     return text.split(u'\n');
 }
 
+bool hasHugeParagraph(const QString& text) {
+    const QStringList paragraphs = paragraphsOf(text);
+    return std::any_of(paragraphs.begin(), paragraphs.end(),
+                       [](const QString& it) { return it.size() > longestPiece; });
+}
+
 QStringList piecesOf(const QString& paragraph) {
     QStringList pieces;
     QStringView rest = paragraph;

@@ -13,6 +13,9 @@ inline constexpr int longestPiece = 10000;
 // The paragraphs of a text, whatever ends its lines; one more than it has line ends.
 QStringList paragraphsOf(QString text);
 
+// Whether a paragraph is longer than a piece.
+bool hasHugeParagraph(const QString& text);
+
 // The pieces of one paragraph, cut at the end of a sentence where one is near.
 QStringList piecesOf(const QString& paragraph);
 
