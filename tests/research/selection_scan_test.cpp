@@ -352,13 +352,14 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
     for (const QString& day : tradingDays(28)) {
         history.stocks[u"A600000"_s].prepend({.day = day});
     }
-    history.stocks[u"A600000"_s] << HistoryRow{.day = u"2017-04-11"_s};
+    for (const QString& day : {u"2017-04-11"_s, u"2017-04-12"_s, u"2017-04-13"_s}) {
+        history.stocks[u"A600000"_s] << HistoryRow{.day = day};
+    }
     write(history);
     QStringList statements;
     {
         const StatementLog log;
         scan_.chooseThemes();
-        store_.run({u"update xuanticai set riqi='2017-03-20 00:00:00'"_s});
         scan_.addFallenStocks();
         statements = StatementLog::statements();
     }
@@ -366,7 +367,7 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
         return it.contains(u"pragma"_s) || it.contains(u"A600002"_s) ||
                it.contains(u"from sqlite_master where type"_s) || it.contains(u"count(*) from"_s);
     });
-    const auto themesOf = [](const QString& day) {
+    const auto themesOf = [](const QString& day) -> QString {
         return u"first.db3: select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
                u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
                u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
@@ -407,13 +408,33 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
             u" xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,qian1sp,qian3sp,qian10sp,qian30sp"
             u",fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,hou2sp,hou5sp,hou10sp"
             u",hou1liang) values('2017-04-10"
-            u" 00:00:00','A600000','','题',1100,1100,1000,1000,1000,1000,1000,100,100,1000,0"
-            u",1000,0,0,0,100)"_s,
+            u" 00:00:00','A600000','','题',1100,1100,1000,1000,1000,1000,1000,100,100,1000"
+            u",1000,1000,1000,0,0,100)"_s,
             u"dzhzhuti.mzdat: commit"_s,
             themesOf(u"2017-04-11"_s),
             u"dzhzhuti.mzdat: begin immediate"_s,
             u"dzhzhuti.mzdat: commit"_s,
-            u"HERE"_s,
+            u"dzhzhuti.mzdat: select  date(riqi) as shijian,ticai from xuanticai   where"
+            u" date(riqi)>'2006-04-06' order by date(riqi) asc"_s,
+            members,
+            u"second.db3: "_s + select +
+                u"A600000   where  date(shijian)>='2017-04-10' order by date(shijian) asc limit 10"_s,
+            u"second.db3: select sql from sqlite_master where tbl_name='A600000'"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where date(shijian)<='2017-04-12' order by date(shijian) desc limit 30"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where  date(shijian)>'2017-04-12' order by date(shijian) asc limit 10"_s,
+            u"dzhzhuti.mzdat: select  dm,jc from dmb  where dm='A600000'"_s,
+            u"second.db3: "_s + select +
+                u"A600001   where  date(shijian)>='2017-04-10' order by date(shijian) asc limit 10"_s,
+            u"dzhzhuti.mzdat: begin immediate"_s,
+            u"dzhzhuti.mzdat: insert into"
+            u" xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,zg,qian1sp,qian3sp,qian10sp,qian30sp"
+            u",fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,hou2sp,hou5sp,hou10sp"
+            u",hou1liang) values('2017-04-10"
+            u" 00:00:00','A600000','','题',1000,1000,1000,1000,1000,1000,1000,1000,100,100,1000,0"
+            u",1000,0,0,0,100)"_s,
+            u"dzhzhuti.mzdat: commit"_s,
         }));
 }
 

@@ -131,7 +131,8 @@ TEST_F(ThemeHistoryTest, StatementsGoInTheirOrderToTheLetter) {
         compare(1, 2);
         statements = StatementLog::statements();
     }
-    statements.removeIf([](const QString& it) { return it.contains(u"pragma"_s); });
+    statements.removeIf(
+        [](const QString& it) { return it.contains(u"pragma"_s) || it.contains(u"count(*)"_s); });
     statements.replaceInStrings(u"dzhzhuti.mzdat: "_s, QString());
     const auto mean = [](int number) {
         return u"select  avg(zhangfu) as zhutizhangfu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq"
@@ -322,30 +323,6 @@ TEST_F(ThemeHistoryTest, ACancelledRunKeepsWhatWasDownloaded) {
     EXPECT_EQ(asked(), QStringList{u"000001.ss 1-4"_s});
     EXPECT_EQ(store_.rows(u"select count(*) from geguhq"_s), QStringList{u"3"_s});
     EXPECT_FALSE(run_.running());
-}
-
-TEST_F(ThemeHistoryTest, ItsStatementsFindAnIndex) {
-    const struct {
-        QString statement;
-        QString index;
-    } cases[] = {
-        {u"select  max(datetime(riqi)) as maxrq  FROM geguhq where dm='SH600000'"_s,
-         u"USING INDEX geguhq_dm (dm=?)"_s},
-        {u"select zhangfu FROM geguhq where dm='SH000001' and datetime(riqi)>='2026-01-01' order"
-         u" by datetime(riqi) asc"_s,
-         u"USING INDEX geguhq_dm (dm=? AND <expr>>?)"_s},
-        {u"select  avg(zhangfu) from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
-         u" dzhzhuti1.dm=geguhq1.dm where dzhzhuti1.zhutiname='a' and datetime(geguhq1.riqi)='b'"_s,
-         u"USING INDEX geguhq_dm (dm=? AND <expr>=?)"_s},
-        {u"update zhutidapanhq set zhutiname='a' where datetime(riqi)='b'"_s,
-         u"USING INDEX zhutidapanhq_riqi (<expr>=?)"_s},
-        {u"select riqi from zhutidapanhq order by datetime(riqi) desc"_s,
-         u"USING INDEX zhutidapanhq_riqi"_s},
-    };
-    for (const auto& it : cases) {
-        const QString plan = store_.rows(u"explain query plan "_s + it.statement).join(u';');
-        EXPECT_TRUE(plan.contains(it.index) && !plan.contains(u"TEMP"_s)) << plan.toStdString();
-    }
 }
 
 }  // namespace guanchao
