@@ -12,6 +12,7 @@
 #include "platform/services.h"
 #include "platform/shell.h"
 #include "platform/sound.h"
+#include "research/asked_history.h"
 #include "store/stores.h"
 #include "utilities/tray_module.h"
 
@@ -30,6 +31,7 @@ struct Environment {
     Clipboard& clipboard;
     Processes& processes;
     TrayModule& tray;
+    AskedHistory& askedHistory;
     QString programFolder;   // where the executable lies
     QString executableName;  // without its folder
 };

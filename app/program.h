@@ -42,6 +42,7 @@ private:
     DesktopProcesses processes_;
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
+    AskedHistory askedHistory_;
 
     Environment environment_;
     Windows windows_{environment_};

@@ -41,10 +41,11 @@ struct ScanOfTheMarket {
 
     QTemporaryDir folder;
     Stores stores;
+    Globals globals;
     FakeDialogs dialogs;
     QtEventPump pump;
     ResearchRun run{pump, [](const ResearchProgress&) {}};
-    SelectionScan scan{stores, dialogs, run};
+    SelectionScan scan{stores, globals, dialogs, run};
 };
 
 void themesOfTheYears(benchmark::State& state) {

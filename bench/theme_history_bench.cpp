@@ -96,10 +96,11 @@ void themeHistory(benchmark::State& state) {
     FakeDialogs dialogs;
     FakePump pump;
     FakeHttp http;
+    AskedHistory asked;
     ResultGrid grid;
     CancellableRun run(pump, QString(), [] {});
-    ThemeHistory history(stores, globals, clock, dialogs, DayHistory(http, Service()), run, grid,
-                         [](const ThemeHistoryStep&) {});
+    ThemeHistory history(stores, globals, clock, dialogs, DayHistory(http, Service()), asked, run,
+                         grid, [](const ThemeHistoryStep&) {});
     compare(
         state, [&] { bareComparison(stores.main.path); },
         [&] { history.compare(dateTexts(firstDay), dateTexts(lastDay), u"主题"_s); });

@@ -25,8 +25,9 @@ double MeanVolume::of(const QString& dm) {
 }
 
 double MeanVolume::fetch(const QString& dm, QDate today) const {
-    QList<HistoryDay> history =
-        DayHistory(http_, history_).fetch(dm, today.addDays(-daysBack), today.addDays(-1));
+    QList<HistoryDay> history = DayHistory(http_, history_)
+                                    .fetch(dm, today.addDays(-daysBack), today.addDays(-1))
+                                    .value_or(QList<HistoryDay>());
     // A service that doesn't keep to the range may send the day that isn't full yet.
     history.removeIf([today](const HistoryDay& it) { return it.day >= today; });
     const QList<HistoryDay> last = history.last(std::min(days, history.size()));

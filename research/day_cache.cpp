@@ -1,7 +1,6 @@
 #include "research/day_cache.h"
 
 #include <QScopedValueRollback>
-#include <algorithm>
 
 #include "store/recordset.h"
 #include "store/values.h"
@@ -20,35 +19,42 @@ QDate dayOf(Connection& store, const QString& query) {
 
 }  // namespace
 
-DayCache::DayCache(Globals& globals, DayHistory history, CancellableRun& run)
-    : globals_(globals), history_(std::move(history)), run_(run) {}
+DayCache::DayCache(Globals& globals, const Clock& clock, DayHistory history, AskedHistory& asked,
+                   CancellableRun& run)
+    : globals_(globals), clock_(clock), history_(std::move(history)), asked_(asked), run_(run) {}
 
 void DayCache::update(Connection& store, const QString& dm, const QDate& first, const QDate& last) {
+    const QDate today = clock_.now().date();
+    const bool knowsStart = asked_.reachesBackTo(dm, first);
+    const bool knowsEnd = asked_.reachesTo(dm, last, today);
     const QString rows = u"  FROM geguhq where dm='"_s + dm + u"'"_s;
     const QDate newest = dayOf(store, u"select  max(datetime(riqi)) as maxrq"_s + rows);
     if (!newest.isValid()) {
-        download(store, dm, first, last);
+        if (!(knowsStart && knowsEnd) && download(store, dm, first, last)) {
+            asked_.noteRange(dm, first, last, today);
+            run_.letEventsHappen();
+        }
         return;
     }
     const QDate oldest = dayOf(store, u"select  min(datetime(riqi)) as minrq"_s + rows);
-    if (first < std::min(oldest, askedFrom_.value(dm, oldest))) {
-        download(store, dm, first, oldest.addDays(-1));
+    if (first < oldest && !knowsStart && download(store, dm, first, oldest.addDays(-1))) {
+        asked_.noteStart(dm, first);
+        run_.letEventsHappen();
     }
-    if (newest < last) {
-        // From the newest day itself: it is the base of the next one's gain and not stored again.
-        download(store, dm, newest, last);
+    // From the newest day itself: it is the base of the next one's gain and not stored again.
+    if (newest < last && !knowsEnd && download(store, dm, newest, last)) {
+        asked_.noteEnd(dm, last, today);
+        run_.letEventsHappen();
     }
 }
 
-void DayCache::download(Connection& store, const QString& dm, const QDate& first,
+bool DayCache::download(Connection& store, const QString& dm, const QDate& first,
                         const QDate& last) {
-    const QList<HistoryDay> days = history_.fetch(dm, first, last);
-    if (days.isEmpty()) {
-        return;
+    const std::optional<QList<HistoryDay>> days = history_.fetch(dm, first, last);
+    if (days && !days->isEmpty()) {
+        write(store, dm, *days);
     }
-    write(store, dm, days);
-    askedFrom_.insert(dm, std::min(first, askedFrom_.value(dm, first)));
-    run_.letEventsHappen();
+    return days.has_value();
 }
 
 void DayCache::write(Connection& store, const QString& dm, const QList<HistoryDay>& days) {

@@ -1,7 +1,7 @@
 #include "research/day_history.h"
 
 #include <QStringList>
-#include <optional>
+#include <cmath>
 
 #include "platform/gbk.h"
 #include "store/values.h"
@@ -21,6 +21,14 @@ QString symbolOf(const QString& dm) {
     return dm.right(6) + (isShanghai ? u".ss"_s : u".sz"_s);
 }
 
+// A suspended day may come with a close of 0. A number beyond these bounds is damage, and a gain
+// against it would be a row for good.
+bool isPrice(double close) {
+    constexpr double least = 1e-9;
+    constexpr double most = 1e9;
+    return close == 0 || (std::isfinite(close) && close >= least && close <= most);
+}
+
 // A page that is no CSV has lines with commas too: a day needs a date and a close that are ones.
 std::optional<HistoryDay> readDay(const QString& line) {
     const QStringList fields = line.trimmed().split(u',');
@@ -38,7 +46,11 @@ std::optional<HistoryDay> readDay(const QString& line) {
     day.low = numericPrefix(fields[3]);
     day.close = numericPrefix(day.closeText);
     day.volume = numericPrefix(fields.value(volumeField));
-    return day;
+    return isPrice(day.close) ? std::optional(day) : std::nullopt;
+}
+
+bool isHeader(const QString& line) {
+    return line.split(u',').size() >= fewestFields && !line.contains(u'<');
 }
 
 }  // namespace
@@ -53,24 +65,21 @@ QString dayHistoryPath(const QString& dm, const QDate& first, const QDate& last)
         .arg(last.year());
 }
 
-QList<HistoryDay> readDayHistory(const QString& reply) {
+std::optional<QList<HistoryDay>> readDayHistory(const QString& reply) {
     const QStringList lines = reply.split(u'\n');
     QList<HistoryDay> days;
-    if (lines.size() < fewestLines) {
-        return days;
-    }
-    for (qsizetype line = lines.size() - 1; line > 0; --line) {
+    for (qsizetype line = lines.size() - 1; lines.size() >= fewestLines && line > 0; --line) {
         if (const std::optional<HistoryDay> day = readDay(lines[line])) {
             days << *day;
         }
     }
-    return days;
+    return days.isEmpty() && !isHeader(lines[0]) ? std::nullopt : std::optional(days);
 }
 
-QList<HistoryDay> DayHistory::fetch(const QString& dm, const QDate& first,
-                                    const QDate& last) const {
+std::optional<QList<HistoryDay>> DayHistory::fetch(const QString& dm, const QDate& first,
+                                                   const QDate& last) const {
     const std::optional<QByteArray> body = http_.get(service_, dayHistoryPath(dm, first, last));
-    return body ? readDayHistory(textFromGbk(*body)) : QList<HistoryDay>();
+    return body ? readDayHistory(textFromGbk(*body)) : std::nullopt;
 }
 
 }  // namespace guanchao

@@ -1,11 +1,12 @@
 // The day history of one code, from the CSV service (/table.csv). Prices in yuan or points, volume
-// as the service gives it. A failed request and a reply that is no CSV give no day; nothing is
-// raised.
+// as the service gives it. A failed request and a reply that is no CSV are told from one without
+// days; nothing is raised.
 #pragma once
 
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <optional>
 
 #include "platform/http.h"
 
@@ -25,9 +26,10 @@ class DayHistory {
 public:
     DayHistory(Http& http, const Service& service) : http_(http), service_(service) {}
 
-    // One request for the days from the first to the last, oldest first. `dm` with its exchange:
-    // SH600000.
-    QList<HistoryDay> fetch(const QString& dm, const QDate& first, const QDate& last) const;
+    // One request for the days from the first to the last, oldest first; nothing if the service
+    // didn't answer. `dm` with its exchange: SH600000.
+    std::optional<QList<HistoryDay>> fetch(const QString& dm, const QDate& first,
+                                           const QDate& last) const;
 
 private:
     Http& http_;
@@ -38,7 +40,7 @@ private:
 QString dayHistoryPath(const QString& dm, const QDate& first, const QDate& last);
 
 // The days of a reply, oldest first; none if it is shorter than a header and three lines, of which
-// the last may be empty.
-QList<HistoryDay> readDayHistory(const QString& reply);
+// the last may be empty. Nothing if it is no CSV.
+std::optional<QList<HistoryDay>> readDayHistory(const QString& reply);
 
 }  // namespace guanchao

@@ -35,8 +35,8 @@ Form12::Form12(Environment& environment, Windows&)
                     }
                 }),
       run_(environment.pump, [this](const ResearchProgress& it) { showRun(it); }),
-      scan_(environment.stores, environment.dialogs, run_),
-      returns_(environment.stores, environment.dialogs, run_) {
+      scan_(environment.stores, environment.globals, environment.dialogs, run_),
+      returns_(environment.stores, environment.globals, environment.dialogs, run_) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(

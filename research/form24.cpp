@@ -17,8 +17,8 @@ Form24::Form24(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form24>()),
       run_(environment.pump, u"一次对比正在进行，请等它结束。"_s, [this] { showRun(); }),
       history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               DayHistory(environment.http, environment.services.history), run_, grid_,
-               [this](const ThemeHistoryStep& step) { showStep(step); }) {
+               DayHistory(environment.http, environment.services.history), environment.askedHistory,
+               run_, grid_, [this](const ThemeHistoryStep& step) { showStep(step); }) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
@@ -26,6 +26,7 @@ Form24::Form24(Environment& environment, Windows&)
     first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
     last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
     connect(ui_->Command9, &QPushButton::clicked, this, &Form24::Command9_Click);
+    connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.cancel(); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form24::MSHFlexGrid1_Click);
     ui_->Text1->setText(environment.globals.dangqianzhuti);
     first_->setTexts(history_.firstDay());
@@ -39,7 +40,7 @@ Form24::~Form24() = default;
 void Form24::Command9_Click() {
     const QPointer alive(this);
     const auto closeIfAsked = qScopeGuard([&] {
-        if (alive && closeAfterRun_) {
+        if (alive && closeAfterRun_ && !run_.running()) {
             close();
         }
     });
@@ -62,6 +63,7 @@ void Form24::MSHFlexGrid1_Click(int row, int col) {
 void Form24::showRun() {
     const bool running = run_.running();
     ui_->Command9->setEnabled(!running);
+    ui_->stop->setEnabled(running);
     ui_->Label4->setVisible(running);
     ui_->step->setVisible(running);
     ui_->progress->setVisible(running);
@@ -71,6 +73,14 @@ void Form24::showStep(const ThemeHistoryStep& step) {
     ui_->step->setText(step.text);
     ui_->progress->setMaximum(step.total);
     ui_->progress->setValue(step.done);
+}
+
+void Form24::reject() {
+    if (run_.running()) {
+        run_.cancel();
+    } else {
+        close();
+    }
 }
 
 // A window with a run under way goes from the screen at once and closes when the run has ended.

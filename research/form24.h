@@ -27,7 +27,8 @@ public:
     ~Form24() override;
 
 public slots:
-    void reject() override { close(); }
+    // Esc ends a run before it closes the window.
+    void reject() override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,5 +1,7 @@
 #include "research/forward_returns.h"
 
+#include <utility>
+
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -91,12 +93,16 @@ QString updateStatement(const ForwardGains& gains, const QString& rowid) {
 // One run over its two stores.
 class AllReturns {
 public:
-    AllReturns(const Stores& stores, ResearchRun& run)
-        : main_(stores.main.open()), dayHistory_(stores.firstHistory.open()), run_(run) {}
+    AllReturns(const Stores& stores, ResearchRun& run, Activity& activity)
+        : main_(stores.main.open()),
+          dayHistory_(stores.firstHistory.open()),
+          run_(run),
+          activity_(activity) {}
 
     // True if every code was taken.
     bool take(const std::function<bool()>& stopTicked) {
         main_.execute(u"update dmb set temp=0"_s);
+        activity_.wrote(u"代码表重新开始的完成标记"_s);
         Recordset codes(main_,
                         u"select rowid,dm,jc from yejiyuyuejinqi where "
                         u" date(todayriqi)>='2016-04-01' group by dm "_s);
@@ -136,11 +142,16 @@ private:
             run_.yield();
         }
         transaction.commit();
+        if (!std::exchange(wroteCode_, true)) {
+            activity_.wrote(u"此前各代码的结果"_s);
+        }
     }
 
     Connection main_;
     Connection dayHistory_;
     ResearchRun& run_;
+    Activity& activity_;
+    bool wroteCode_ = false;
 };
 
 // The adjusted prices before a day, newest first.
@@ -208,15 +219,17 @@ const ForwardGains& CodeReturns::next(const QString& shijian, const ReadHistory&
     return gains_;
 }
 
-ForwardReturns::ForwardReturns(const Stores& stores, Dialogs& dialogs, ResearchRun& run)
-    : stores_(stores), dialogs_(dialogs), run_(run) {}
+ForwardReturns::ForwardReturns(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                               ResearchRun& run)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
 void ForwardReturns::takeForwardReturns(const std::function<bool()>& stopTicked) {
-    const Activity activity(u"取后期涨幅"_s,
-                            u"代码表的完成标记已经重新开始；此前各代码的结果已经写入并保留，"
-                            u"出错的这一个代码没有写入。"_s);
+    Activity activity(u"取后期涨幅"_s);
+    if (refusesWhileWriting(globals_, dialogs_, u"取后期涨幅"_s)) {
+        return;
+    }
     bool complete = false;
-    run_.run([&] { complete = AllReturns(stores_, run_).take(stopTicked); });
+    run_.run([&] { complete = AllReturns(stores_, run_, activity).take(stopTicked); });
     if (complete) {
         dialogs_.tell(u"取后期涨幅完成!"_s, u"听涛阁"_s);
     }

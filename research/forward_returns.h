@@ -56,11 +56,13 @@ PriorGains priorGains(const QList<AdjustedDay>& history);
 
 class ForwardReturns {
 public:
-    ForwardReturns(const Stores& stores, Dialogs& dialogs, ResearchRun& run);
+    ForwardReturns(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                   ResearchRun& run);
 
     // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. `stopTicked` tells whether
-    // Check1 is ticked and is asked after each code; the run then ends without a message. The store
-    // refuses the statement that reads a history, so a run ends at the first code.
+    // Check1 is ticked and is asked after each code; the run then ends without a message. It
+    // doesn't begin while an import writes. The store refuses the statement that reads a history,
+    // so a run ends at the first code.
     void takeForwardReturns(const std::function<bool()>& stopTicked);
 
     // 计算前面涨幅: what the stock had gained before the day (yyyy-MM-dd); all 0 if the history
@@ -71,6 +73,7 @@ public:
 
 private:
     const Stores& stores_;
+    const Globals& globals_;
     Dialogs& dialogs_;
     ResearchRun& run_;
 };

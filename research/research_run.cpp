@@ -4,6 +4,13 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action) {
+    if (globals.hqmang > 0) {
+        dialogs.tell(u"正在写入数据，请稍后再"_s + action + u'。');
+    }
+    return globals.hqmang > 0;
+}
+
 ResearchRun::ResearchRun(EventPump& pump, Show show)
     : show_(std::move(show)),
       run_(pump, u"另一次计算正在进行，请等它结束或先停止它。"_s, [this] { beginOrEnd(); }) {}

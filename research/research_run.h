@@ -7,8 +7,14 @@
 #include <functional>
 
 #include "app/cancellable_run.h"
+#include "app/globals.h"
+#include "platform/dialogs.h"
 
 namespace guanchao {
+
+// True, and told to the user, while an import or a download writes: a run would wait for this
+// program's own lock. `action` ends the words: 选股.
+bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action);
 
 // The words of Form12 while a run goes on. An empty one leaves what stands there.
 struct ResearchProgress {

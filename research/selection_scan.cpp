@@ -50,11 +50,12 @@ QString themeDayItself(const QString&, const QString& day) {
 // One scan over its three stores.
 class Scan {
 public:
-    Scan(const Stores& stores, ResearchRun& run, bool writesHigh)
+    Scan(const Stores& stores, ResearchRun& run, Activity& activity, bool writesHigh)
         : dayHistory_(stores.firstHistory.open()),
           stockHistory_(stores.secondHistory),
           main_(stores.main.open()),
           run_(run),
+          activity_(activity),
           writesHigh_(writesHigh) {
         copies_.coverMemberships();
     }
@@ -163,44 +164,58 @@ private:
     // or another window would wait in vain for a store that a transaction below them has locked.
     void storeDay() {
         Transaction transaction(main_);
-        for (const QString& statement : std::exchange(statements_, {})) {
+        const QStringList statements = std::exchange(statements_, {});
+        for (const QString& statement : statements) {
             main_.execute(statement);
         }
         transaction.commit();
+        if (!statements.isEmpty() && !std::exchange(wroteDay_, true)) {
+            activity_.wrote(u"此前各日的结果"_s);
+        }
     }
 
     Connection dayHistory_;
     StockHistory stockHistory_;
     Connection main_;
     ResearchRun& run_;
+    Activity& activity_;
+    bool wroteDay_ = false;
     bool writesHigh_;
     IndexedCopies copies_{dayHistory_};
     StockRowBuilder builder_{stockHistory_, main_, run_};
     QStringList statements_;
 };
 
-const QString whatStays = u"此前各日的结果已经写入并保留，出错的这一日没有写入。"_s;
-
 }  // namespace
 
-SelectionScan::SelectionScan(const Stores& stores, Dialogs& dialogs, ResearchRun& run)
-    : stores_(stores), dialogs_(dialogs), run_(run) {}
+SelectionScan::SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                             ResearchRun& run)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
 void SelectionScan::chooseThemes() {
-    const Activity activity(u"选历年主题"_s, whatStays);
-    run_.run([this] { Scan(stores_, run_, false).chooseThemes(); });
+    Activity activity(u"选历年主题"_s);
+    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
+        return;
+    }
+    run_.run([&] { Scan(stores_, run_, activity, false).chooseThemes(); });
 }
 
 void SelectionScan::addStocks() {
-    const Activity activity(u"根据选中的主题补充股票"_s, whatStays);
-    run_.run([this] { Scan(stores_, run_, true).addStocks(themeDayItself); });
+    Activity activity(u"根据选中的主题补充股票"_s);
+    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
+        return;
+    }
+    run_.run([&] { Scan(stores_, run_, activity, true).addStocks(themeDayItself); });
 }
 
 void SelectionScan::addFallenStocks() {
-    const Activity activity(u"选后2天跌7%的"_s, whatStays);
+    Activity activity(u"选后2天跌7%的"_s);
+    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
+        return;
+    }
     bool complete = false;
     run_.run([&] {
-        Scan scan(stores_, run_, true);
+        Scan scan(stores_, run_, activity, true);
         complete = scan.addStocks(
             [&scan](const QString& dm, const QString& day) { return scan.dayAfterFall(dm, day); });
     });

@@ -11,10 +11,10 @@ namespace guanchao {
 
 class SelectionScan {
 public:
-    SelectionScan(const Stores& stores, Dialogs& dialogs, ResearchRun& run);
+    SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs, ResearchRun& run);
 
     // Each of the three raises OperationError if the run is in use. It ends without a message when
-    // the user stops it or its window closes.
+    // the user stops it or its window closes, and doesn't begin while an import writes.
 
     // 选历年主题 (Command1): the themes with unusually many stocks at their limit, day by day of
     // the index, and a row for each of their stocks.
@@ -30,6 +30,7 @@ public:
 
 private:
     const Stores& stores_;
+    const Globals& globals_;
     Dialogs& dialogs_;
     ResearchRun& run_;
 };

@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 
 #include "grid/tianchongbiao.h"
+#include "research/research_run.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -25,6 +26,16 @@ QString lineOf(const HistoryPoint& total) {
            u")=涨幅差("_s + percent(total.difference()) + u")"_s;
 }
 
+bool beginsWithDigit(const QString& text) {
+    const QString trimmed = trimBlanks(text);
+    return !trimmed.isEmpty() && trimmed[0].isDigit();
+}
+
+bool isReadable(const DateTexts& texts) {
+    return beginsWithDigit(texts.year) && beginsWithDigit(texts.month) &&
+           beginsWithDigit(texts.day);
+}
+
 QString indexQuery(const QDate& first, const QDate& last) {
     return u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm='"_s +
            indexCode + u"' and datetime(riqi)>='"_s + timeText(first.startOfDay(Qt::UTC)) +
@@ -40,6 +51,16 @@ Value themeGain(Connection& store, const QString& theme, const QString& day) {
         u" AS geguhq1 on dzhzhuti1.dm=geguhq1.dm where dzhzhuti1.zhutiname='"_s +
             theme + u"' and datetime(geguhq1.riqi)='"_s + day + u"'"_s);
     return result.value(0);
+}
+
+// All at once: day by day each statement would sync the disk, and a transaction around the days
+// would hold the lock while events happen.
+void writeComparison(Connection& store, const QStringList& statements) {
+    Transaction transaction(store);
+    for (const QString& statement : statements) {
+        store.execute(statement);
+    }
+    transaction.commit();
 }
 
 void setWidths(ResultGrid& grid) {
@@ -73,14 +94,14 @@ QString pointText(const HistoryPoint& point, bool hasTheme) {
 }
 
 ThemeHistory::ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock,
-                           Dialogs& dialogs, DayHistory history, CancellableRun& run,
-                           ResultGrid& grid, Show show)
+                           Dialogs& dialogs, DayHistory history, AskedHistory& asked,
+                           CancellableRun& run, ResultGrid& grid, Show show)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
       dialogs_(dialogs),
       run_(run),
-      cache_(globals, std::move(history), run),
+      cache_(globals, clock, std::move(history), asked, run),
       grid_(grid),
       show_(std::move(show)) {}
 
@@ -95,6 +116,10 @@ DateTexts ThemeHistory::lastDay() const {
 std::optional<ThemeHistoryResult> ThemeHistory::compare(const DateTexts& first,
                                                         const DateTexts& last,
                                                         const QString& theme) {
+    if (!isReadable(first) || !isReadable(last)) {
+        dialogs_.tell(u"日期不对，年、月、日都要填数字。"_s);
+        return std::nullopt;
+    }
     const Range range = {packDate(first), packDate(last), trimBlanks(theme)};
     if (isRefused(range)) {
         return std::nullopt;
@@ -112,20 +137,16 @@ bool ThemeHistory::isRefused(const Range& range) {
         dialogs_.tell(u" 结束日期一定要大于开始日期哟！"_s);
         return true;
     }
-    // An import holds the store: a download would wait for this program's own lock.
-    if (globals_.hqmang > 0) {
-        dialogs_.tell(u"正在写入数据，请稍后再对比。"_s);
-        return true;
-    }
-    return false;
+    return refusesWhileWriting(globals_, dialogs_, u"对比"_s);
 }
 
 void ThemeHistory::compare(const Range& range, ThemeHistoryResult& result) {
-    const Activity activity(u"对比主题与大盘的历史涨幅"_s,
-                            u"已经下载的历史行情保留在库里，对比表可能只写了一部分。"_s);
+    const Activity activity(
+        u"对比主题与大盘的历史涨幅"_s,
+        u"已经下载的历史行情保留在库里；对比表要么是完整的新结果，要么还是上一次的。"_s);
     Connection store = stores_.main.open();
     updateCache(store, range);
-    compareDays(store, range, result);
+    writeComparison(store, compareDays(store, range, result));
     fillGrid(store);
 }
 
@@ -144,8 +165,9 @@ void ThemeHistory::updateCache(Connection& store, const Range& range) {
     }
 }
 
-void ThemeHistory::compareDays(Connection& store, const Range& range, ThemeHistoryResult& result) {
-    store.execute(u"delete from zhutidapanhq"_s);
+QStringList ThemeHistory::compareDays(Connection& store, const Range& range,
+                                      ThemeHistoryResult& result) {
+    QStringList statements = {u"delete from zhutidapanhq"_s};
     HistoryPoint total;
     for (Recordset days(store, indexQuery(range.first, range.last)); !days.atEnd();
          days.moveNext()) {
@@ -154,20 +176,21 @@ void ThemeHistory::compareDays(Connection& store, const Range& range, ThemeHisto
         show_({day.left(10), static_cast<int>(result.points.size()) + 1, days.count()});
         total.day = QDate::fromString(day.left(10), Qt::ISODate);
         total.index += gain.toNumber();
-        store.execute(u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values('"_s + day +
-                      u"',"_s + gain.toText() + u",'"_s + days.value(u"sp").toText() + u"')"_s);
+        statements << u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values('"_s + day +
+                          u"',"_s + gain.toText() + u",'"_s + days.value(u"sp").toText() + u"')"_s;
         const Value mean = themeGain(store, range.theme, day);
         if (!mean.isNull()) {
             total.theme += mean.toNumber();
             result.hasTheme = true;
-            store.execute(u"update zhutidapanhq set zhutiname='"_s + range.theme +
-                          u"',zhutizhangfu="_s + mean.toText() + u" where datetime(riqi)='"_s +
-                          day + u"'"_s);
+            statements << u"update zhutidapanhq set zhutiname='"_s + range.theme +
+                              u"',zhutizhangfu="_s + mean.toText() + u" where datetime(riqi)='"_s +
+                              day + u"'"_s;
         }
         result.points << total;
         run_.letEventsHappenIfDue();
     }
     result.line = lineOf(total);
+    return statements;
 }
 
 void ThemeHistory::fillGrid(Connection& store) {

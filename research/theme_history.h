@@ -44,7 +44,8 @@ public:
     using Show = std::function<void(const ThemeHistoryStep&)>;
 
     ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                 DayHistory history, CancellableRun& run, ResultGrid& grid, Show show);
+                 DayHistory history, AskedHistory& asked, CancellableRun& run, ResultGrid& grid,
+                 Show show);
 
     // The range that the window opens with: today and the 90 days before.
     DateTexts firstDay() const;
@@ -52,7 +53,7 @@ public:
 
     // Fills the cache, compares and fills the grid, letting events happen between codes and days.
     // Nothing if the dates are refused, if a job that writes is under way, or if the run was
-    // cancelled; what has been downloaded stays.
+    // cancelled; what has been downloaded stays, and the former comparison.
     std::optional<ThemeHistoryResult> compare(const DateTexts& first, const DateTexts& last,
                                               const QString& theme);
 
@@ -66,7 +67,8 @@ private:
     bool isRefused(const Range& range);
     void compare(const Range& range, ThemeHistoryResult& result);
     void updateCache(Connection& store, const Range& range);
-    void compareDays(Connection& store, const Range& range, ThemeHistoryResult& result);
+    // Returns the statements that write the comparison.
+    QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResult& result);
     void fillGrid(Connection& store);
 
     const Stores& stores_;

@@ -94,12 +94,27 @@ TEST_F(Form24Test, ARunShowsItsWayItsLineItsTableAndItsPlot) {
         << "left of the first day";
 }
 
-// Closed by Esc, and by the opening of another: the run ends, and only then the window.
+TEST_F(Form24Test, StopAndEscEndARunAndLeaveTheWindow) {
+    auto* stop = find<QPushButton>(u"stop"_s);
+    EXPECT_FALSE(stop->isEnabled());
+    for (const bool byKey : {false, true}) {
+        pump_.onRun = [&] {
+            EXPECT_TRUE(stop->isEnabled());
+            byKey ? QTest::keyClick(form_.data(), Qt::Key_Escape) : stop->click();
+        };
+        find<QPushButton>(u"Command9"_s)->click();
+        EXPECT_EQ(store_.rows(u"select count(*) from zhutidapanhq"_s), QStringList{u"0"_s});
+        EXPECT_TRUE(form_->isVisible());
+        EXPECT_TRUE(find<QPushButton>(u"Command9"_s)->isEnabled());
+    }
+}
+
+// Closed by the user, and by the opening of another: the run ends, and only then the window.
 TEST_F(Form24Test, AWindowThatClosesDuringARunOutlivesIt) {
     const QPointer old(form_);
     pump_.onRun = [&] {
         pump_.onRun = {};
-        QTest::keyClick(form_.data(), Qt::Key_Escape);
+        form_->close();
         open();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         ASSERT_FALSE(old.isNull());

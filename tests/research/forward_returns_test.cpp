@@ -93,15 +93,12 @@ TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
     prices[1].second = 100;
     prices[3].second = 0;
     prices[10].second = 80;
-    const auto listed = [](const QList<AdjustedDay>& history) {
-        const PriorGains gains = priorGains(history);
-        return QList<double>{gains.one, gains.three, gains.ten, gains.all};
-    };
-    EXPECT_EQ(listed(daysOf(prices)), QList<double>({20, 0, 50, 200}));
-    EXPECT_EQ(listed(daysOf(prices.first(10))), QList<double>({20, 0, 0, 200}));
-    EXPECT_EQ(listed(daysOf(prices.first(4))), QList<double>({0, 0, 0, 0}));
+    const PriorGains gains = priorGains(daysOf(prices));
+    EXPECT_EQ(QList<double>({gains.one, gains.three, gains.ten, gains.all}),
+              QList<double>({20, 0, 50, 200}));
+    EXPECT_EQ(priorGains(daysOf(prices.first(4))).one, 0);
     prices[0].second = 0;
-    EXPECT_EQ(listed(daysOf(prices.first(5))), QList<double>({-10, 0, 0, 125}));
+    EXPECT_EQ(priorGains(daysOf(prices.first(5))).all, 125) << "the open for the close";
 }
 
 class ForwardReturnsTest : public ::testing::Test {
@@ -125,13 +122,18 @@ protected:
     }
 
     TestStores store_;
+    Globals globals_;
     FakeDialogs dialogs_;
     FakePump pump_;
     QStringList labels_;
+    bool stopAtCode_ = false;
     ResearchRun run_{pump_, [this](const ResearchProgress& it) {
                          labels_ = QStringList{it.label2, it.label3};
+                         if (stopAtCode_ && !it.label3.isEmpty()) {
+                             run_.stop();
+                         }
                      }};
-    ForwardReturns returns_{store_.stores, dialogs_, run_};
+    ForwardReturns returns_{store_.stores, globals_, dialogs_, run_};
     bool ticked_ = false;
     int asked_ = 0;
     std::function<bool()> check1_ = [this] {
@@ -158,6 +160,8 @@ TEST_F(ForwardReturnsTest, TheStoreRefusesTheHistoryOfTheFirstCode) {
     }
     EXPECT_TRUE(text.startsWith(u"取后期涨幅没有完成。"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"syntax error"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s))
+        << text.toStdString();
     EXPECT_EQ(store_.rows(u"select errizhang from yejiyuyuejinqi"_s),
               QStringList({u"3"_s, u"3"_s}));
     EXPECT_EQ(store_.rows(u"select temp from dmb"_s), QStringList(u"0"_s));
@@ -168,16 +172,49 @@ TEST_F(ForwardReturnsTest, TheStoreRefusesTheHistoryOfTheFirstCode) {
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
-TEST_F(ForwardReturnsTest, ATickedBoxEndsTheRunSilentlyAfterACode) {
+// Both codes are without rows of their own, so that the refused statement isn't met.
+TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
+    store_.run({u"insert into dmb(dm) values(''),('A1')"_s});
     addAnnouncement(u"null"_s, u"2016-04-01 00:00:00"_s);
+    addAnnouncement(u"x'4131'"_s, u"2016-04-01 00:00:00"_s);
     addAnnouncement(u"'SH600001'"_s, u"2016-03-31 00:00:00"_s);  // too early
-    ticked_ = true;
-    returns_.takeForwardReturns(check1_);
-    EXPECT_EQ(labels_, QStringList({u"代码总数:1"_s, u"提前停止:"_s}));
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-    ticked_ = false;
-    returns_.takeForwardReturns(check1_);
-    EXPECT_EQ(dialogs_.shown, QStringList(u"听涛阁|取后期涨幅完成!"_s));
+    const QString early = u"代码总数:2 提前停止:"_s;
+    const struct {
+        const char* name;
+        bool ticked;
+        bool stopped;
+        bool writing;
+        QString labels;
+        QStringList marked;
+        QStringList shown;
+    } cases[] = {
+        {"ticked", true, false, false, early, {u""_s}, {}},
+        {"stopped", false, true, false, early, {u""_s}, {}},
+        {"to its end",
+         false,
+         false,
+         false,
+         u"代码总数:2 当前代码:A1"_s,
+         {u""_s, u"A1"_s},
+         {u"听涛阁|取后期涨幅完成!"_s}},
+        {"an import writes",
+         false,
+         false,
+         true,
+         {},
+         {u""_s, u"A1"_s},
+         {u"观潮台|正在写入数据，请稍后再取后期涨幅。"_s}},
+    };
+    for (const auto& it : cases) {
+        ticked_ = it.ticked;
+        stopAtCode_ = it.stopped;
+        globals_.hqmang = it.writing ? 1 : 0;
+        labels_.clear();
+        returns_.takeForwardReturns(check1_);
+        EXPECT_EQ(labels_.join(u' '), it.labels) << it.name;
+        EXPECT_EQ(store_.rows(u"select dm from dmb where temp=1"_s), it.marked) << it.name;
+        EXPECT_EQ(std::exchange(dialogs_.shown, {}), it.shown) << it.name;
+    }
 }
 
 TEST_F(ForwardReturnsTest, PriorGainsAreZeroWhereTheHistoryCannotBeRead) {

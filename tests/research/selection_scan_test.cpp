@@ -223,6 +223,7 @@ protected:
     QStringList chosen() { return store_.rows(u"select date(riqi),ticai from xuanticai"_s); }
 
     TestStores store_;
+    Globals globals_;
     FakeDialogs dialogs_;
     FakePump pump_;
     ResearchProgress seen_;
@@ -233,7 +234,7 @@ protected:
                              handler();
                          }
                      }};
-    SelectionScan scan_{store_.stores, dialogs_, run_};
+    SelectionScan scan_{store_.stores, globals_, dialogs_, run_};
 };
 
 TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
@@ -276,43 +277,6 @@ TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
         // Indexed or not, the histories are read only.
         EXPECT_TRUE(contentOf(store_.stores.firstHistory.path) == first);
         EXPECT_TRUE(contentOf(store_.stores.secondHistory.path) == second);
-    }
-}
-
-TEST_F(SelectionScanTest, AColumnIsZeroWhereTheHistoryDoesNotReach) {
-    const struct {
-        int back;
-        int after;
-        QString columns;  // qian10sp, qian30sp, hou2sp, hou5sp, hou10sp; empty: no row
-    } cases[] = {
-        {9, 10, {}},
-        {10, 0, {}},
-        {10, 1, u"0|0|0|0|0"_s},
-        {11, 2, u"400|0|520|0|0"_s},
-        {28, 5, u"400|0|520|0|0"_s},
-        {29, 6, u"400|220|520|560|0"_s},
-        {30, 8, u"400|210|520|560|0"_s},
-        {31, 9, u"400|210|520|560|590"_s},
-        {35, 10, u"400|210|520|560|600"_s},
-        {35, 12, u"400|210|520|560|600"_s},
-    };
-    const QStringList days = tradingDays(60);
-    const int anchor = 40;
-    for (const auto& it : cases) {
-        SCOPED_TRACE(it.columns.toStdString());
-        MarketHistory history;
-        history.members << qMakePair(u"题"_s, u"SZ000001"_s);
-        for (int at = anchor - it.back + 1; at <= anchor + it.after; ++at) {
-            history.stocks[u"SZ000001"_s]
-                << HistoryRow{.day = days[at], .sp = 500 + (at - anchor) * 10};
-        }
-        write(history);
-        store_.run(
-            {u"delete from xuanticai"_s, u"delete from xuanticaigu"_s,
-             u"insert into xuanticai(riqi,ticai) values('%1 00:00:00','题')"_s.arg(days[anchor])});
-        scan_.addStocks();
-        EXPECT_EQ(store_.rows(u"select qian10sp,qian30sp,hou2sp,hou5sp,hou10sp from xuanticaigu"_s),
-                  it.columns.isEmpty() ? QStringList() : QStringList(it.columns));
     }
 }
 
@@ -383,22 +347,38 @@ TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
 TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
     MarketHistory history;
     addTheme(history, u"题"_s, u'A', 3, 3);
-    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    // The second day is a quiet one.
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
     for (const QString& day : tradingDays(28)) {
         history.stocks[u"A600000"_s].prepend({.day = day});
     }
-    history.stocks[u"A600000"_s] << HistoryRow{.day = u"2017-04-11"_s};
+    for (const QString& day : {u"2017-04-11"_s, u"2017-04-12"_s, u"2017-04-13"_s}) {
+        history.stocks[u"A600000"_s] << HistoryRow{.day = day};
+    }
     write(history);
     QStringList statements;
     {
         const StatementLog log;
         scan_.chooseThemes();
+        scan_.addFallenStocks();
         statements = StatementLog::statements();
     }
     statements.removeIf([](const QString& it) {
         return it.contains(u"pragma"_s) || it.contains(u"A600002"_s) ||
                it.contains(u"from sqlite_master where type"_s) || it.contains(u"count(*) from"_s);
     });
+    const auto themesOf = [](const QString& day) -> QString {
+        return u"first.db3: select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
+               u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
+               u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
+               u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
+               u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
+               u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1"
+               u" on dzhzhuti1.dm=geguhq1.dm  where date(shijian)='"_s +
+               day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc"_s;
+    };
+    const QString members =
+        u"first.db3: select  zhutiname,dm from dzhzhuti   where zhutiname='题'"_s;
     const QString select =
         u"select  date(shijian) as shijian,fuquanyz*cast(sp as Double) as"
         u" fuquansp,fuquanyz*cast(kp as Double) as fuquankp,cast(sp as Double) as"
@@ -409,15 +389,8 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
             u"first.db3: select  date(shijian) as shijian,round((cast(sp as"
             u" Double)/cast(qiansp as Double)-1)*100,2) as zhangfu from SH000001   where"
             u" date(shijian)>'2017-04-06' order by date(shijian) asc"_s,
-            u"first.db3: select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
-            u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
-            u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
-            u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
-            u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
-            u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1"
-            u" on dzhzhuti1.dm=geguhq1.dm  where date(shijian)='2017-04-10'    group by"
-            u" zhutiname order by (zhangtinshu-只数/4-2) desc"_s,
-            u"first.db3: select  zhutiname,dm from dzhzhuti   where zhutiname='题'"_s,
+            themesOf(u"2017-04-10"_s),
+            members,
             u"second.db3: select sql from sqlite_master where tbl_name='A600000'"_s,
             u"second.db3: "_s + select +
                 u"A600000   where date(shijian)<='2017-04-10' order by date(shijian) desc limit 30"_s,
@@ -435,7 +408,31 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
             u" xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,qian1sp,qian3sp,qian10sp,qian30sp"
             u",fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,hou2sp,hou5sp,hou10sp"
             u",hou1liang) values('2017-04-10"
-            u" 00:00:00','A600000','','题',1100,1100,1000,1000,1000,1000,1000,100,100,1000,0"
+            u" 00:00:00','A600000','','题',1100,1100,1000,1000,1000,1000,1000,100,100,1000"
+            u",1000,1000,1000,0,0,100)"_s,
+            u"dzhzhuti.mzdat: commit"_s,
+            themesOf(u"2017-04-11"_s),
+            u"dzhzhuti.mzdat: begin immediate"_s,
+            u"dzhzhuti.mzdat: commit"_s,
+            u"dzhzhuti.mzdat: select  date(riqi) as shijian,ticai from xuanticai   where"
+            u" date(riqi)>'2006-04-06' order by date(riqi) asc"_s,
+            members,
+            u"second.db3: "_s + select +
+                u"A600000   where  date(shijian)>='2017-04-10' order by date(shijian) asc limit 10"_s,
+            u"second.db3: select sql from sqlite_master where tbl_name='A600000'"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where date(shijian)<='2017-04-12' order by date(shijian) desc limit 30"_s,
+            u"second.db3: "_s + select +
+                u"A600000   where  date(shijian)>'2017-04-12' order by date(shijian) asc limit 10"_s,
+            u"dzhzhuti.mzdat: select  dm,jc from dmb  where dm='A600000'"_s,
+            u"second.db3: "_s + select +
+                u"A600001   where  date(shijian)>='2017-04-10' order by date(shijian) asc limit 10"_s,
+            u"dzhzhuti.mzdat: begin immediate"_s,
+            u"dzhzhuti.mzdat: insert into"
+            u" xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,zg,qian1sp,qian3sp,qian10sp,qian30sp"
+            u",fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,hou2sp,hou5sp,hou10sp"
+            u",hou1liang) values('2017-04-10"
+            u" 00:00:00','A600000','','题',1000,1000,1000,1000,1000,1000,1000,1000,100,100,1000,0"
             u",1000,0,0,0,100)"_s,
             u"dzhzhuti.mzdat: commit"_s,
         }));
@@ -461,6 +458,7 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         std::function<void()> onShow;
         qsizetype days;
         QString failed;  // what was being done
+        bool writing = false;
     } cases[] = {
         {"the user stops", u"题"_s, onDay(u"2017-04-11"_s, [&] { run_.stop(); }), 2, {}},
         {"the window closes", u"题"_s, onDay(u"2017-04-11"_s, [&] { run_.cancel(); }), 1, {}},
@@ -473,6 +471,7 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
                    second.open().execute(u"drop table nishihq2"_s);
                }),
          2, u"选历年主题"_s},
+        {"an import writes", u"题"_s, {}, 0, {}, true},
         {"an apostrophe", u"题'"_s, {}, 0, u"选历年主题"_s},
         {"another writes",
          u"题"_s,
@@ -489,6 +488,7 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
+        globals_.hqmang = it.writing ? 1 : 0;
         MarketHistory history;
         addTheme(history, it.theme, u'A', 3, 3);
         for (const QString& day : {u"2017-04-10"_s, u"2017-04-11"_s, u"2017-04-12"_s}) {
@@ -505,12 +505,16 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         store_.run({u"delete from xuanticai"_s});
         onShow_ = it.onShow;
         QString failed;
+        QString remains;
         try {
             scan_.chooseThemes();
         } catch (const OperationError& failure) {
             failed = failure.activity();
+            remains = failure.remains();
         }
         EXPECT_EQ(failed, it.failed);
+        EXPECT_EQ(remains.contains(u"已经写入并保留：此前各日的结果。"_s),
+                  it.days > 0 && !it.failed.isEmpty());
         EXPECT_EQ(chosen().size(), it.days);
         EXPECT_FALSE(seen_.running);
         EXPECT_FALSE(run_.running());

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QStringList>
+#include <functional>
 
 #include "store/sqlite.h"
 
@@ -13,6 +14,7 @@ class StatementLog {
 public:
     StatementLog() {
         statements() = {};
+        onStatement() = {};
         sqlite3_auto_extension(entryPoint());
     }
     ~StatementLog() { sqlite3_cancel_auto_extension(entryPoint()); }
@@ -22,6 +24,12 @@ public:
     static QStringList& statements() {
         static QStringList statements;
         return statements;
+    }
+
+    // Called before each statement.
+    static std::function<void(const QString&)>& onStatement() {
+        static std::function<void(const QString&)> handler;
+        return handler;
     }
 
 private:
@@ -37,6 +45,9 @@ private:
             QString::fromUtf8(sqlite3_db_filename(static_cast<sqlite3*>(handle), "main"));
         statements() << QFileInfo(path).fileName() + QStringLiteral(": ") +
                             QString::fromUtf8(statement);
+        if (onStatement()) {
+            onStatement()(statements().last());
+        }
     }
 };
 

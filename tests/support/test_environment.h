@@ -23,6 +23,7 @@ struct TestEnvironment {
     FakeProcesses processes_;
     FakeTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
+    AskedHistory askedHistory_;
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .services = services_,
@@ -35,6 +36,7 @@ struct TestEnvironment {
                              .clipboard = clipboard_,
                              .processes = processes_,
                              .tray = tray_,
+                             .askedHistory = askedHistory_,
                              .programFolder = store_.folder(),
                              .executableName = QStringLiteral("guanchaotai")};
     Windows windows_{environment_};

@@ -62,9 +62,11 @@ TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
     } cases[] = {
         {"SH600000,2026-11-20,1,1,1,1,1,1,1", u"应有 10 个字段，只有 9 个"_s},
         {"600000,2026-11-20,1,1,1,1,1,1,1,1", u"“600000”不是代码，例如 SH600000"_s},
-        {"SHx00000,2026-11-20,1,1,1,1,1,1,1,1", u"“SHx00000”不是代码，例如 SH600000"_s},
+        {"SH+00000,2026-11-20,1,1,1,1,1,1,1,1", u"“SH+00000”不是代码，例如 SH600000"_s},
         {"SH600000,2026-13-20,1,1,1,1,1,1,1,1", u"“2026-13-20”不是日期，例如 2026-11-24"_s},
         {"SH600000,2026-11-20,1,1,1,x,1,1,1,1", u"收盘“x”不是数字"_s},
+        {"SH600000,2026-11-20,1,1,1,1e300,1,1,1,1", u"收盘“1e300”要在 0.01 到 1000000 之间"_s},
+        {"SH600000,2026-11-20,1,1,0.001,1,1,1,1,1", u"最低“0.001”要在 0.01 到 1000000 之间"_s},
         {"SH600000,2026-11-20,1,1,1,nan,1,1,1,1", u"收盘“nan”不是数字"_s},
         {"SH600000,2026-11-20,1,1,1,1,0,1,1,1", u"前收盘要大于 0"_s},
         {"SH600000,2026-11-20,1,1,1,1,1,-1,1,1", u"成交量“-1”不是数字"_s},
@@ -132,11 +134,13 @@ TEST(PracticeHistoryTest, ThemesReachTheBarOnSomeDays) {
     QMap<QDate, int> limits;
     QMap<QDate, int> onePrice;
     QHash<QString, qint64> formerClose;
+    QHash<QString, QList<DayRow>> days;
     for (const DayRow& row : history.days) {
         EXPECT_EQ(row.formerClose, formerClose.value(row.dm, row.formerClose));
         EXPECT_TRUE(row.low <= std::min(row.open, row.close) &&
                     row.high >= std::max(row.open, row.close));
         formerClose[row.dm] = row.close;
+        days[row.dm] << row;
         const bool isLimit =
             static_cast<double>(row.close) / static_cast<double>(row.formerClose) > 1.095 &&
             row.high == row.close;
@@ -147,10 +151,19 @@ TEST(PracticeHistoryTest, ThemesReachTheBarOnSomeDays) {
     EXPECT_EQ(limits.lastKey(), QDate(2026, 11, 23)) << "today's day is still to come";
     const QList<int> counts = limits.values();
     EXPECT_GT(std::ranges::count_if(counts, [](int count) { return count >= 8 / 4 + 2; }), 10);
+    int fallen = 0;
+    for (const QList<DayRow>& rows : days) {
+        for (qsizetype at = 0; at + 2 < rows.size(); ++at) {
+            const bool isThemeDay = limits.value(rows[at].day) >= 8 / 4 + 2;
+            fallen += isThemeDay && rows[at + 2].close * 100 <= rows[at].close * 93 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(fallen, 10) << "stocks that lost 7 % within two days of a theme-day";
     EXPECT_GT(std::ranges::max(onePrice.values()), 0);
-    EXPECT_NEAR(static_cast<double>(formerClose[u"SH600000"_s]) / 100,
-                quotes.days(u"sh600000"_s, today.addDays(-1), today, today.startOfDay())[0].close,
-                0.011);
+    EXPECT_NEAR(
+        static_cast<double>(formerClose[u"SH600000"_s]) / 100,
+        quotes.days(u"sh600000"_s, today.addDays(-1), today, today.startOfDay(Qt::UTC))[0].close,
+        0.011);
 }
 
 }  // namespace guanchao

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QStringList>
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <stdexcept>
@@ -14,6 +15,7 @@ namespace {
 
 constexpr qsizetype dayFields = 10;
 constexpr qsizetype themeFields = 2;
+constexpr double mostYuan = 1e6;
 
 [[noreturn]] void fail(const QString& text) {
     throw std::runtime_error(text.toStdString());
@@ -22,9 +24,11 @@ constexpr qsizetype themeFields = 2;
 // The code becomes the name of a table.
 QString codeFrom(const QString& text) {
     const bool known = text.startsWith(u"SH"_s) || text.startsWith(u"SZ"_s);
-    bool digits = false;
-    text.mid(2).toUInt(&digits);
-    if (!known || !digits || text.size() != 8) {
+    const QString digits = text.mid(2);
+    const bool sixDigits = digits.size() == 6 && std::ranges::all_of(digits, [](QChar letter) {
+                               return letter >= u'0' && letter <= u'9';
+                           });
+    if (!known || !sixDigits) {
         fail(u"“"_s + text + u"”不是代码，例如 SH600000"_s);
     }
     return text;
@@ -55,8 +59,13 @@ double aboveZero(const QString& name, const QString& text) {
     return number;
 }
 
+// In hundredths, of which at least one must be left.
 qint64 price(const QString& name, const QString& text) {
-    return std::llround(aboveZero(name, text) * 100);
+    const double yuan = aboveZero(name, text);
+    if (yuan < 0.005 || yuan > mostYuan) {
+        fail(name + u"“"_s + text + u"”要在 0.01 到 1000000 之间"_s);
+    }
+    return std::llround(yuan * 100);
 }
 
 DayRow dayRow(const QStringList& fields) {

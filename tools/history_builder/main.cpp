@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream errors(stderr);
     if (arguments.size() != 4 && arguments.size() != 5) {
-        errors << "usage: history_builder FIRST SECOND DAYS.csv [THEMES.csv]\n";
+        errors << QStringLiteral("用法：history_builder 第一个库 第二个库 日线.csv [主题.csv]\n");
         return 2;
     }
     try {

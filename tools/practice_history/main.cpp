@@ -2,8 +2,10 @@
 // program looks for it, unless a history is there, and gives the main store of the application
 // folder some report dates and forecasts. Exit codes: 0 done, 1 failed, 2 bad arguments.
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
+#include <stdexcept>
 
 #include "store/seed_list.h"
 #include "store/stores.h"
@@ -11,6 +13,8 @@
 #include "tools/practice_history/practice_history.h"
 
 namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -22,14 +26,31 @@ PracticeQuotes quotesFor(const QString& codesFile) {
     return PracticeQuotes(stocks);
 }
 
+// A file that is there stays: it may be the user's own.
+void putInPlace(const QString& made, const QString& path) {
+    if (QFileInfo::exists(path)) {
+        QFile::remove(made);
+    } else if (QFile::rename(made, path)) {
+        QTextStream(stdout) << u"已生成 "_s << path << '\n';
+    } else {
+        throw std::runtime_error(QString(u"不能写入 "_s + path).toStdString());
+    }
+}
+
+// Both are complete before the first comes to its place; a start that was cut short between the two
+// is made good by the next one.
 void makeHistory(const HistoryFiles& files, const PracticeQuotes& quotes,
                  const QList<ThemeMember>& library, const QDate& today) {
-    if (QFileInfo::exists(files.first) || QFileInfo::exists(files.second)) {
+    if (QFileInfo::exists(files.first) && QFileInfo::exists(files.second)) {
         return;
     }
+    const HistoryFiles made = {files.first + u".practice"_s, files.second + u".practice"_s};
+    QFile::remove(made.first);
+    QFile::remove(made.second);
     const PracticeHistory history = practiceHistory(quotes, library, today);
-    addToHistory(files, history.days, history.themes);
-    QTextStream(stdout) << "made " << files.first << " and " << files.second << '\n';
+    addToHistory(made, history.days, history.themes);
+    putInPlace(made.first, files.first);
+    putInPlace(made.second, files.second);
 }
 
 void make(const QStringList& arguments) {
@@ -50,7 +71,8 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4) {
-        QTextStream(stderr) << "usage: practice_history CODES.csv THEMES.csv FOLDER\n";
+        QTextStream(stderr) << QStringLiteral(
+            "用法：practice_history 代码.csv 主题.csv 应用目录\n");
         return 2;
     }
     try {

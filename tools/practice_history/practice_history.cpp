@@ -63,7 +63,7 @@ QHash<QString, Surge> surgesOf(const QList<QStringList>& themes, quint64 day) {
 class StockDays {
 public:
     explicit StockDays(const QString& dm)
-        : dm_(dm), fading_(0.55 + 0.35 * evenNumber(keyOf(dm), 0)) {}
+        : dm_(dm), fading_(0.3 + 0.6 * evenNumber(keyOf(dm), 0)) {}
 
     // Nothing is kept of a day on which the stock pauses, so the next one follows the one before.
     bool pauses(quint64 day) {
