@@ -21,6 +21,7 @@ Program::Program(int& argc, char** argv)
                    .clipboard = clipboard_,
                    .processes = processes_,
                    .tray = tray_,
+                   .meanVolume = meanVolume_,
                    .programFolder = folder_,
                    .executableName = executable_.fileName()} {
     application_.setDialogs(&dialogs_);

@@ -42,6 +42,7 @@ private:
     DesktopProcesses processes_;
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
+    MeanVolume meanVolume_{http_, services_.history, clock_};
 
     Environment environment_;
     Windows windows_{environment_};

@@ -170,6 +170,7 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             environment_.clipboard,
                             environment_.processes,
                             environment_.tray,
+                            environment_.meanVolume,
                             {},
                             {}};
     Windows windows(environment);

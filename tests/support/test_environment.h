@@ -23,6 +23,7 @@ struct TestEnvironment {
     FakeProcesses processes_;
     FakeTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
+    MeanVolume meanVolume_{http_, services_.history, clock_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .services = services_,
@@ -35,6 +36,7 @@ struct TestEnvironment {
                              .clipboard = clipboard_,
                              .processes = processes_,
                              .tray = tray_,
+                             .meanVolume = meanVolume_,
                              .programFolder = store_.folder(),
                              .executableName = QStringLiteral("guanchaotai")};
     Windows windows_{environment_};
