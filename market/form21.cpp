@@ -28,6 +28,12 @@ void setPrice(QLabel& label, const PriceText& price) {
     setColour(label, price.colour);
 }
 
+// As it stood before its first figure.
+void clearFigure(QLabel& label) {
+    label.setText(noFigure);
+    label.setPalette({});
+}
+
 // A text that is missing leaves its label as it stands.
 void setIfThere(QLabel& label, const std::optional<QString>& text) {
     if (text) {
@@ -199,13 +205,15 @@ void Form21::clearStock() {
           ui_->stockGain, ui_->stockSwing, ui_->stockVolume, ui_->stockAmount, ui_->stockDay,
           ui_->stockTime, ui_->limitUp, ui_->limitDown, ui_->priceEarnings, ui_->turnoverRate,
           ui_->priceToBook, ui_->stockRatio}) {
-        setPrice(*label, {noFigure});
+        clearFigure(*label);
     }
-    setColour(*ui_->Label36, textColour);
-    std::array<BookLevel, bookLevels> levels;
-    levels.fill({noFigure, {noFigure}});
-    showBook(asks_, levels);
-    showBook(bids_, levels);
+    ui_->Label36->setPalette({});
+    for (const Book& book : {asks_, bids_}) {
+        for (const BookLabels& level : book) {
+            clearFigure(*level.price);
+            clearFigure(*level.lots);
+        }
+    }
 }
 
 void Form21::showStock(const StockPanel& panel) {
@@ -249,10 +257,10 @@ void Form21::clearHomeIndex() {
     for (QLabel* label : {ui_->indexName, ui_->indexFormerClose, ui_->indexOpen, ui_->indexLatest,
                           ui_->indexHigh, ui_->indexLow, ui_->indexTime, ui_->indexVolume,
                           ui_->indexAmount, ui_->indexChange, ui_->indexGain, ui_->indexSwing}) {
-        setPrice(*label, {noFigure});
+        clearFigure(*label);
     }
-    setColour(*ui_->indexChangeCaption, textColour);
-    setColour(*ui_->indexGainCaption, textColour);
+    ui_->indexChangeCaption->setPalette({});
+    ui_->indexGainCaption->setPalette({});
 }
 
 void Form21::showHomeIndex(const HomeIndexPanel& panel) {
@@ -281,7 +289,7 @@ void Form21::showNoHomeIndex(const QString& words) {
 
 void Form21::clearWorldIndex() {
     for (QLabel* label : {ui_->worldName, ui_->worldIndex, ui_->worldChange, ui_->worldGain}) {
-        label->setText(noFigure);
+        clearFigure(*label);
     }
 }
 
