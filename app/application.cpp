@@ -3,6 +3,7 @@
 #include <QDebug>
 #include <QLibraryInfo>
 #include <QScopeGuard>
+#include <QTranslator>
 
 #include "app/failure.h"
 #include "app/looks.h"
@@ -18,10 +19,13 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     speakChinese();
 }
 
-// The toolkit's own words: menus of text boxes, the open-file dialog.
+// The toolkit's own words: menus of text boxes, the open-file dialog, the menu of the browser.
 void Application::speakChinese() {
-    if (qtWords_.load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-        installTranslator(&qtWords_);
+    for (const QString& words : {u"qtbase_zh_CN"_s, u"qtwebengine_zh_CN"_s}) {
+        auto* translator = new QTranslator(this);
+        if (translator->load(words, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            installTranslator(translator);
+        }
     }
 }
 

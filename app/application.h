@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QTranslator>
 #include <exception>
 #include <functional>
 
@@ -31,7 +30,6 @@ public:
 private:
     void speakChinese();
 
-    QTranslator qtWords_;
     Dialogs* dialogs_ = nullptr;
     bool showing_ = false;
 };

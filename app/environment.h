@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/globals.h"
+#include "market/mean_volume.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -32,6 +33,7 @@ struct Environment {
     Processes& processes;
     TrayModule& tray;
     AskedHistory& askedHistory;
+    MeanVolume& meanVolume;
     QString programFolder;   // where the executable lies
     QString executableName;  // without its folder
 };

@@ -22,6 +22,7 @@ Program::Program(int& argc, char** argv)
                    .processes = processes_,
                    .tray = tray_,
                    .askedHistory = askedHistory_,
+                   .meanVolume = meanVolume_,
                    .programFolder = folder_,
                    .executableName = executable_.fileName()} {
     application_.setDialogs(&dialogs_);

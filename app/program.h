@@ -43,6 +43,7 @@ private:
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
+    MeanVolume meanVolume_{http_, services_.history, clock_};
 
     Environment environment_;
     Windows windows_{environment_};

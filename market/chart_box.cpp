@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <utility>
 
 namespace guanchao {
 
@@ -36,11 +37,15 @@ void ChartBox::paintEvent(QPaintEvent* event) {
 }
 
 void ChartBox::mousePressEvent(QMouseEvent* event) {
+    isDown_ = event->button() == Qt::LeftButton;
     emit pressed(event->button(), event->globalPosition().toPoint());
 }
 
 void ChartBox::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    if (std::exchange(isDown_, false) && rect().contains(event->position().toPoint())) {
         emit clicked();
     }
 }

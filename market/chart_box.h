@@ -26,12 +26,14 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent*) override {}  // the first click has opened the page
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QPixmap picture_;
     QString words_;
+    bool isDown_ = false;  // the left button, since it was pressed here
 };
 
 }  // namespace guanchao

@@ -50,7 +50,11 @@ QString openingWords(const F10Page& page) {
 }
 
 QString outsideWords(const F10Page& page) {
-    return u"这里没有可用的内置浏览器，已用系统的浏览器打开：\n\n"_s + page.address;
+    return u"内置浏览器不可用，请在系统的浏览器中查看：\n\n"_s + page.address;
+}
+
+QString notLoadedWords(const F10Page& page) {
+    return u"网页打不开，请检查网络连接：\n\n"_s + page.address;
 }
 
 }  // namespace guanchao

@@ -20,8 +20,9 @@ struct F10Page {
 // Takes the current stock over. Nothing, after a message, where the store names no host.
 std::optional<F10Page> takeF10Page(const Stores& stores, Globals& globals, Dialogs& dialogs);
 
-// What the window says while its browser starts, and where it has none.
+// What the window says while its browser starts, where it has none and where the page didn't come.
 QString openingWords(const F10Page& page);
 QString outsideWords(const F10Page& page);
+QString notLoadedWords(const F10Page& page);
 
 }  // namespace guanchao

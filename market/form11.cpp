@@ -2,7 +2,6 @@
 
 #include <QShortcut>
 
-#include "market/page_browser.h"
 #include "ui_form11.h"
 
 namespace guanchao {
@@ -40,7 +39,7 @@ void Form11::Form_Load() {
 
 void Form11::showPage() {
     browser_ = makePageBrowser(environment_.programFolder, page_.address, *this,
-                               [this] { openOutside(); });
+                               [this](PageFailure failure) { pageFailed(failure); });
     if (!browser_) {
         openOutside();
         return;
@@ -50,12 +49,24 @@ void Form11::showPage() {
     browser_->setFocus();
 }
 
-void Form11::openOutside() {
+void Form11::pageFailed(PageFailure failure) {
+    if (failure == PageFailure::notLoaded) {
+        showWords(notLoadedWords(page_));
+    } else {
+        openOutside();
+    }
+}
+
+void Form11::showWords(const QString& words) {
     if (browser_) {
         browser_->hide();
     }
-    ui_->Label1->setText(outsideWords(page_));
+    ui_->Label1->setText(words);
     ui_->Label1->show();
+}
+
+void Form11::openOutside() {
+    showWords(outsideWords(page_));
     environment_.shell.open(page_.address);
 }
 

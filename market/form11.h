@@ -10,6 +10,7 @@
 #include "app/environment.h"
 #include "app/windows.h"
 #include "market/f10_page.h"
+#include "market/page_browser.h"
 
 namespace Ui {
 class Form11;
@@ -27,6 +28,8 @@ public:
 private:
     void Form_Load();
     void showPage();
+    void pageFailed(PageFailure failure);
+    void showWords(const QString& words);
     void openOutside();
 
     Environment& environment_;

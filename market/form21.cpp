@@ -1,5 +1,7 @@
 #include "market/form21.h"
 
+#include <QApplication>
+
 #include "grid/twips.h"
 #include "market/form11.h"
 #include "store/values.h"
@@ -13,6 +15,8 @@ namespace {
 
 constexpr int mostCandidates = 30;
 
+const QString noFigure = u"--"_s;
+
 void setColour(QLabel& label, Colour colour) {
     QPalette palette = label.palette();
     palette.setColor(QPalette::WindowText, QColor::fromRgb(colour));
@@ -22,6 +26,12 @@ void setColour(QLabel& label, Colour colour) {
 void setPrice(QLabel& label, const PriceText& price) {
     label.setText(price.text);
     setColour(label, price.colour);
+}
+
+// As it stood before its first figure.
+void clearFigure(QLabel& label) {
+    label.setText(noFigure);
+    label.setPalette({});
 }
 
 // A text that is missing leaves its label as it stands.
@@ -39,7 +49,7 @@ Form21::Form21(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form21>()),
       quotes_(environment.globals, environment.clock, environment.http, environment.services,
-              environment.dialogs, environment.shell, *this) {
+              environment.meanVolume, environment.dialogs, environment.shell, *this) {
     ui_->setupUi(this);
     asks_ = bookLabels(u"ask"_s);
     bids_ = bookLabels(u"bid"_s);
@@ -69,8 +79,9 @@ Form21::Book Form21::bookLabels(const QString& side) const {
 void Form21::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form21::Command1_Click);
     connect(picker_, &PickerBox::chosen, this, &Form21::Command1_Click);
-    connect(ui_->Combo1, &QComboBox::activated, this, &Form21::Combo1_Click);
-    connect(ui_->Combo2, &QComboBox::activated, this, &Form21::Combo2_Click);
+    // Queued: a message may stand at the end, and the list is closed by then.
+    connect(ui_->Combo1, &QComboBox::activated, this, &Form21::Combo1_Click, Qt::QueuedConnection);
+    connect(ui_->Combo2, &QComboBox::activated, this, &Form21::Combo2_Click, Qt::QueuedConnection);
     connect(ui_->Picture1, &ChartBox::pressed, this, &Form21::Picture1_MouseDown);
     connect(ui_->Picture1, &ChartBox::clicked, this,
             [this] { quotes_.openIntradayPage(ui_->Text7->text()); });
@@ -142,7 +153,12 @@ void Form21::F10资料_Click() {
     windows_.openAnew<Form11>();
 }
 
+// While a message stands it waits: it may have messages of its own.
 void Form21::Timer1_Timer() {
+    if (QApplication::activeModalWidget()) {
+        Timer1_.start();
+        return;
+    }
     picker_->takeFirst();
     ui_->Combo1->setCurrentIndex(0);
     ui_->Combo2->setCurrentIndex(0);
@@ -182,15 +198,22 @@ void Form21::showChart(QuoteChart chart, const std::optional<QByteArray>& pictur
 }
 
 void Form21::clearStock() {
+    setWindowTitle(u"分时行情"_s);
+    ui_->Label5->clear();
     for (QLabel* label :
          {ui_->stockOpen, ui_->stockFormerClose, ui_->stockLatest, ui_->stockHigh, ui_->stockLow,
           ui_->stockGain, ui_->stockSwing, ui_->stockVolume, ui_->stockAmount, ui_->stockDay,
           ui_->stockTime, ui_->limitUp, ui_->limitDown, ui_->priceEarnings, ui_->turnoverRate,
           ui_->priceToBook, ui_->stockRatio}) {
-        label->setText(u"--"_s);
+        clearFigure(*label);
     }
-    showBook(asks_, {});
-    showBook(bids_, {});
+    ui_->Label36->setPalette({});
+    for (const Book& book : {asks_, bids_}) {
+        for (const BookLabels& level : book) {
+            clearFigure(*level.price);
+            clearFigure(*level.lots);
+        }
+    }
 }
 
 void Form21::showStock(const StockPanel& panel) {
@@ -230,6 +253,16 @@ void Form21::showNoStock(const QString& words) {
     ui_->Label5->setText(words);
 }
 
+void Form21::clearHomeIndex() {
+    for (QLabel* label : {ui_->indexName, ui_->indexFormerClose, ui_->indexOpen, ui_->indexLatest,
+                          ui_->indexHigh, ui_->indexLow, ui_->indexTime, ui_->indexVolume,
+                          ui_->indexAmount, ui_->indexChange, ui_->indexGain, ui_->indexSwing}) {
+        clearFigure(*label);
+    }
+    ui_->indexChangeCaption->setPalette({});
+    ui_->indexGainCaption->setPalette({});
+}
+
 void Form21::showHomeIndex(const HomeIndexPanel& panel) {
     ui_->indexName->setText(panel.name);
     ui_->indexFormerClose->setText(panel.prices.formerClose);
@@ -252,6 +285,12 @@ void Form21::showHomeIndex(const HomeIndexPanel& panel) {
 
 void Form21::showNoHomeIndex(const QString& words) {
     ui_->indexName->setText(words);
+}
+
+void Form21::clearWorldIndex() {
+    for (QLabel* label : {ui_->worldName, ui_->worldIndex, ui_->worldChange, ui_->worldGain}) {
+        clearFigure(*label);
+    }
 }
 
 void Form21::showWorldIndex(const WorldIndexPanel& panel) {

@@ -1,5 +1,6 @@
 // Form21, "分时行情": one stock live, with its two charts, five asks and bids and derived figures,
-// and two index panels. No table; the quote, chart, news and history services and read.ini. The
+// and two index panels. Table dmb, for the candidates; the quote, chart, news and history services
+// and read.ini. The
 // rules are in QuoteWindow. It takes dangqiandm and dangqianjc over at its load.
 #pragma once
 
@@ -48,8 +49,10 @@ private:
     void clearStock() override;
     void showStock(const StockPanel& panel) override;
     void showNoStock(const QString& words) override;
+    void clearHomeIndex() override;
     void showHomeIndex(const HomeIndexPanel& panel) override;
     void showNoHomeIndex(const QString& words) override;
+    void clearWorldIndex() override;
     void showWorldIndex(const WorldIndexPanel& panel) override;
     void setPolling(bool on) override;
 

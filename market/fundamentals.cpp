@@ -1,9 +1,8 @@
 #include "market/fundamentals.h"
 
-#include <QDateTime>
 #include <QStringList>
 
-#include "store/values.h"
+#include "market/quote_fields.h"
 
 namespace guanchao {
 
@@ -12,7 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qsizetype fewestItems = 3;
-constexpr qsizetype dayCharacters = 10;
 
 // What stands between the braces of the block, without its double quotes; empty if a mark or a
 // brace is missing.
@@ -29,24 +27,14 @@ QString blockOf(const QString& page) {
     return close < 0 ? QString() : block.sliced(open + 1, close - open - 1);
 }
 
-// A day becomes time text; what is no day stays as it came.
-QString asTimeText(const QString& text) {
-    const QDate day = QDate::fromString(text.left(dayCharacters), u"yyyy-MM-dd"_s);
-    return day.isValid() ? timeText(day.startOfDay()) : text;
-}
-
-double numberOrNone(const QString& text) {
-    return readsAsNumber(text) ? numericPrefix(text) : 0;
-}
-
 }  // namespace
 
 double Fundamentals::floatInTenThousands() const {
-    return numberOrNone(mqlt) * 10000;
+    return marketFigure(mqlt).value_or(0) * 10000;
 }
 
 double Fundamentals::netAssets() const {
-    return numberOrNone(mgjzc);
+    return marketFigure(mgjzc).value_or(0);
 }
 
 Fundamentals readFundamentals(const QString& page) {
@@ -61,7 +49,7 @@ Fundamentals readFundamentals(const QString& page) {
             continue;
         }
         if (words[0] == u"jzrq") {
-            fundamentals.jzrq = asTimeText(words[1]);
+            fundamentals.jzrq = dayAsTimeText(words[1]);
         } else if (words[0] == u"mqlt") {
             fundamentals.mqlt = words[1];
         } else if (words[0] == u"mgsy") {

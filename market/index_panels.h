@@ -58,7 +58,7 @@ bool hasHomeIndex(const QuoteFields& fields);
 // All but the ratio.
 HomeIndexPanel homeIndexPanel(const QuoteFields& fields);
 
-// Of the composite index, which counts in shares where the others count in lots.
+// Of the composite index, whose volume is taken for shares, the others' for lots.
 Turnover compositeTurnover(const QuoteFields& fields);
 
 // 量比 of an index from its lots and the mean volume in shares.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "market/quote_fields.h"
 #include "research/day_history.h"
 
 namespace guanchao {
@@ -30,12 +31,16 @@ double MeanVolume::fetch(const QString& dm, QDate today) const {
                                     .value_or(QList<HistoryDay>());
     // A service that doesn't keep to the range may send the day that isn't full yet.
     history.removeIf([today](const HistoryDay& it) { return it.day >= today; });
-    const QList<HistoryDay> last = history.last(std::min(days, history.size()));
+    if (history.size() < days) {
+        return 0;
+    }
+    std::ranges::stable_sort(history, {}, &HistoryDay::day);
     double sum = 0;
-    for (const HistoryDay& day : last) {
+    for (const HistoryDay& day : history.last(days)) {
         sum += day.volume;
     }
-    return last.isEmpty() ? 0 : sum / static_cast<double>(last.size());
+    const double mean = sum / static_cast<double>(days);
+    return isMarketFigure(mean) ? mean : 0;
 }
 
 }  // namespace guanchao

@@ -1,5 +1,6 @@
 // The mean volume of the last ten full trading days, in shares, from the day-history service.
-// Fetched once a code and a day; a fetch that brings nothing is made again at the next asking.
+// Fetched once a code and a day for the whole program; a fetch that brings fewer days is made again
+// at the next asking.
 #pragma once
 
 #include <QDate>
@@ -28,7 +29,7 @@ private:
     double fetch(const QString& dm, QDate today) const;
 
     Http& http_;
-    Service history_;
+    const Service& history_;
     const Clock& clock_;
     QHash<QString, Known> known_;
 };

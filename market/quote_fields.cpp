@@ -16,8 +16,9 @@ constexpr int minutesOfTradingDay = 240;
 constexpr int minutesOfNoonBreak = 90;
 constexpr int timeCharacters = 8;
 
-// Beyond it no figure of a market lies, and products of two no longer make sense.
-constexpr double largestNumber = 1e18;
+// Beyond them no figure of a market lies, and products and ratios of two no longer make sense.
+constexpr double largestFigure = 1e18;
+constexpr double smallestFigure = 1e-9;
 
 const QTime morningOpen(9, 30);
 const QTime afternoonOpen(13, 0);
@@ -48,6 +49,26 @@ Colour colourOf(double price, double formerClose) {
 
 }  // namespace
 
+bool isMarketFigure(double value) {
+    const double size = std::abs(value);
+    return size == 0 || (size >= smallestFigure && size <= largestFigure);
+}
+
+std::optional<double> marketFigure(QStringView text) {
+    const double value = numericPrefix(text);
+    return readsAsNumber(text) && isMarketFigure(value) ? std::optional(value) : std::nullopt;
+}
+
+QDate dayFrom(const QString& text) {
+    const QString day = text.trimmed().section(u' ', 0, 0).section(u'T', 0, 0);
+    return QDate::fromString(day, u"yyyy-M-d"_s);
+}
+
+QString dayAsTimeText(const QString& text) {
+    const QDate day = dayFrom(text);
+    return day.isValid() ? timeText(day.startOfDay()) : text;
+}
+
 QuoteFields::QuoteFields(const QString& reply) : fields_(valuesOf(reply).split(u',')) {}
 
 const QString& QuoteFields::text(qsizetype position) const {
@@ -60,17 +81,18 @@ const QString& QuoteFields::text(qsizetype position) const {
 
 double QuoteFields::number(qsizetype position) const {
     const QString& field = text(position);
-    const double value = numericPrefix(field);
-    if (!readsAsNumber(field) || std::abs(value) > largestNumber) {
+    const std::optional<double> value = marketFigure(field);
+    if (!value) {
         throw OperationError(u"行情数据的第"_s + QString::number(position + 1) +
                              u"个字段不是数字："_s + field.left(20));
     }
-    return value;
+    return *value;
 }
 
 PriceText priceText(const QuoteFields& fields, qsizetype position) {
-    return {fields.text(position),
-            colourOf(fields.number(position), fields.number(field::formerClose))};
+    const QString& text = fields.text(position);
+    const std::optional<double> price = marketFigure(text);
+    return {text, price ? colourOf(*price, fields.number(field::formerClose)) : textColour};
 }
 
 PriceTexts priceTexts(const QuoteFields& fields) {

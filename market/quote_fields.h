@@ -1,9 +1,9 @@
 // The reply of the quote service to a single code, cut by position, and the figures that a stock
 // and an index have in common. Prices in yuan or points. A field that is not there and a text where
-// a number stands raise OperationError.
+// a number is needed raise OperationError.
 #pragma once
 
-#include <QDateTime>
+#include <QDate>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -14,6 +14,18 @@ namespace guanchao {
 
 constexpr Colour gainColour = rgb(255, 0, 255);  // the latest price at or above the former close
 constexpr Colour lossColour = rgb(0, 255, 0);    // below it
+
+// The number that the whole text reads as; nothing where it is none, and where it is too large or
+// too small for a figure of a market.
+std::optional<double> marketFigure(QStringView text);
+bool isMarketFigure(double value);
+
+// The day at the start of the text, with or without zeros before month and day; invalid if none
+// stands there.
+QDate dayFrom(const QString& text);
+
+// The day as time text; a text that is no day comes back as it is.
+QString dayAsTimeText(const QString& text);
 
 class QuoteFields {
 public:
@@ -43,7 +55,8 @@ inline constexpr qsizetype day = 30;
 inline constexpr qsizetype time = 31;
 }  // namespace field
 
-// A price as the service sent it, in red above the former close, in green below it.
+// A price as the service sent it, in red above the former close, in green below it; plain where it
+// is no number.
 struct PriceText {
     QString text;
     Colour colour = textColour;

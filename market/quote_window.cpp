@@ -1,6 +1,7 @@
 #include "market/quote_window.h"
 
 #include <QDir>
+#include <exception>
 #include <utility>
 
 #include "platform/gbk.h"
@@ -15,7 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype codeLength = 8;
 constexpr int pollsBetweenCharts = 12;
 constexpr int pollsBeforeIndex = 3;
 
@@ -55,15 +55,16 @@ bool isHandedOver(const QString& dm) {
 }  // namespace
 
 QuoteWindow::QuoteWindow(Globals& globals, const Clock& clock, Http& http, const Services& services,
-                         Dialogs& dialogs, Shell& shell, QuoteScreen& screen)
+                         MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell,
+                         QuoteScreen& screen)
     : globals_(globals),
       clock_(clock),
       http_(http),
       services_(services),
+      meanVolume_(meanVolume),
       dialogs_(dialogs),
       shell_(shell),
-      screen_(screen),
-      meanVolume_(http, services.history, clock) {}
+      screen_(screen) {}
 
 QuoteWindow::Opening QuoteWindow::load() {
     QDir(globals_.yingyongmulu).mkpath(u"down/pic/pic1"_s);
@@ -71,23 +72,34 @@ QuoteWindow::Opening QuoteWindow::load() {
                                 std::exchange(globals_.dangqianjc, {})};
     const Opening opening =
         isHandedOver(handedOver.dm) ? handedOver : Opening{lastCode(globals_), {}};
-    openingDm_ = opening.dm;
+    shownDm_ = opening.dm;
     return opening;
 }
 
 // Its failure is told by the first query, which reads the page again.
 void QuoteWindow::showOpeningFundamentals() {
-    fetchFundamentals(openingDm_);
+    fetchFundamentals(shownDm_);
 }
 
 void QuoteWindow::start(const QString& typed) {
     begin();
-    const bool accepted = queryStock(typed);
-    takeHomeIndex(0);
-    takeWorldIndex(0);
+    std::exception_ptr failure;
+    const auto attempt = [&failure](const auto& part) {
+        try {
+            part();
+        } catch (const OperationError&) {
+            failure = failure ? failure : std::current_exception();
+        }
+    };
+    attempt([&] { queryStock(typed); });
+    attempt([&] { takeHomeIndex(0); });
+    attempt([&] { takeWorldIndex(0); });
     updateMarketFlag();
     globals_.hangqingkaiguo = 1;
-    end(accepted);
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    end(true);
 }
 
 void QuoteWindow::query(const QString& typed) {
@@ -113,7 +125,9 @@ void QuoteWindow::poll() {
     if (polls_ > pollsBetweenCharts) {
         polls_ = 0;
         updateMarketFlag();
-        showStockCharts();
+        if (!dm_.isEmpty()) {
+            showStockCharts();
+        }
         showHomeIndexChart();
     }
     if (polls_ > pollsBeforeIndex && marketOpen()) {
@@ -126,23 +140,29 @@ void QuoteWindow::poll() {
 }
 
 void QuoteWindow::openIntradayPage(const QString& typed) {
-    shell_.open(services_.stockpage.host + u"/realstock/company/sh600864/nc.shtml"_s.replace(
-                                               u"sh600864"_s, trimBlanks(typed).toLower()));
+    openPage(services_.stockpage, u"/realstock/company/%1/nc.shtml"_s, typed);
 }
 
 void QuoteWindow::openDailyPage(const QString& typed) {
-    shell_.open(services_.newspage.host + u"/news/stock/sh600000/cpbd.shtml"_s.replace(
-                                              u"sh600000"_s, trimBlanks(typed).toLower()));
+    openPage(services_.newspage, u"/news/stock/%1/cpbd.shtml"_s, typed);
+}
+
+// Without a host the shell would take the path for a file of this computer.
+void QuoteWindow::openPage(const Service& service, const QString& path, const QString& typed) {
+    const QString code = trimBlanks(typed).toLower();
+    if (!service.host.isEmpty() && !code.isEmpty()) {
+        shell_.open(service.host + path.arg(code));
+    }
 }
 
 void QuoteWindow::begin() {
-    connected_ = true;
+    mayPoll_ = true;
     messages_.clear();
     screen_.setPolling(false);
 }
 
 void QuoteWindow::end(bool polls) {
-    screen_.setPolling(polls && connected_);
+    screen_.setPolling(polls && mayPoll_);
     Dialogs& dialogs = dialogs_;
     for (const QString& message : std::exchange(messages_, {})) {
         dialogs.tell(message);
@@ -153,11 +173,15 @@ bool QuoteWindow::queryStock(const QString& typed) {
     const QString dm = trimBlanks(typed).toUpper();
     if (!isStockCode(dm)) {
         noteMessage(u"只能输入沪深个股代码!"_s);
+        if (dm_.isEmpty()) {
+            showNoStockCharts();
+        }
         return false;
     }
-    if (dm != dm_) {
+    if (dm != shownDm_) {
         screen_.clearStock();
     }
+    shownDm_ = dm;
     dm_ = dm;
     fetchFundamentals(dm);
     IniFile(iniPath(globals_)).setValue(section, key, dm);
@@ -168,6 +192,9 @@ bool QuoteWindow::queryStock(const QString& typed) {
 }
 
 void QuoteWindow::takeHomeIndex(int index) {
+    if (index != homeIndex_) {
+        screen_.clearHomeIndex();
+    }
     homeIndex_ = index;
     showHomeIndexChart();
     const HomeIndex& home = homeIndexes[static_cast<size_t>(index)];
@@ -177,6 +204,10 @@ void QuoteWindow::takeHomeIndex(int index) {
 }
 
 void QuoteWindow::takeWorldIndex(int index) {
+    if (index != worldIndex_) {
+        screen_.clearWorldIndex();
+    }
+    worldIndex_ = index;
     const WorldIndex& world = worldIndexes[static_cast<size_t>(index)];
     showChart(QuoteChart::worldIndex, world.chartPath.toString());
     const QuoteActivity activity;
@@ -184,7 +215,9 @@ void QuoteWindow::takeWorldIndex(int index) {
     if (!fields) {
         return;
     }
+    // As after every message of a failed fetch, the polls wait for the user's next query.
     if (!hasWorldIndex(*fields)) {
+        mayPoll_ = false;
         noteMessage(u"没有找到该股数据!"_s);
         return;
     }
@@ -214,7 +247,7 @@ std::optional<QString> QuoteWindow::fetch(const Service& service, const QString&
 std::optional<QuoteFields> QuoteWindow::fetchQuote(QStringView code) {
     const std::optional<QString> reply = fetch(services_.quote, u"/list="_s + code);
     if (!reply) {
-        connected_ = false;
+        mayPoll_ = false;
         return std::nullopt;
     }
     return QuoteFields(*reply);
@@ -258,6 +291,8 @@ void QuoteWindow::fetchHomeIndex() {
         return;
     }
     HomeIndexPanel panel = homeIndexPanel(*fields);
+    // Already now: the reply that completes it may be broken.
+    screen_.showHomeIndex(panel);
     completeTurnover(index, *fields, panel);
     screen_.showHomeIndex(panel);
 }
@@ -285,6 +320,11 @@ void QuoteWindow::showStockCharts() {
     const QString code = dm_.toLower();
     showChart(QuoteChart::intraday, u"/newchart/min/n/"_s + code + u".gif"_s);
     showChart(QuoteChart::daily, u"/newchart/daily/n/"_s + code + u".gif"_s);
+}
+
+void QuoteWindow::showNoStockCharts() {
+    screen_.showChart(QuoteChart::intraday, std::nullopt);
+    screen_.showChart(QuoteChart::daily, std::nullopt);
 }
 
 void QuoteWindow::showHomeIndexChart() {

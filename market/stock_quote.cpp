@@ -1,6 +1,5 @@
 #include "market/stock_quote.h"
 
-#include <QDate>
 #include <QStringList>
 #include <algorithm>
 
@@ -14,7 +13,6 @@ namespace {
 
 constexpr int lastFieldOfNothing = 14;
 constexpr int sharesPerLot = 100;
-constexpr int codeLength = 8;
 
 QString lotsText(double shares) {
     return noDecimals(shares / sharesPerLot);
@@ -27,12 +25,6 @@ std::array<BookLevel, bookLevels> bookFrom(const QuoteFields& fields, qsizetype 
         position += 2;
     }
     return levels;
-}
-
-// A day becomes time text; what is no day stays as it came.
-QString dayText(const QString& text) {
-    const QDate day = QDate::fromString(text, u"yyyy-MM-dd"_s);
-    return day.isValid() ? timeText(day.startOfDay()) : text;
 }
 
 // 特别处理: stocks under special treatment, and those not yet reformed, move by half as much.
@@ -50,7 +42,7 @@ void showLimits(StockPanel& panel, double formerClose) {
 
 // How many times the earnings of the report's quarters make a year.
 double annualFactor(const QString& jzrq) {
-    const QString day = jzrq.mid(5, 5);
+    const QString day = dayFrom(jzrq).toString(u"MM-dd"_s);
     if (day == u"12-31") {
         return 1;
     }
@@ -61,13 +53,13 @@ double annualFactor(const QString& jzrq) {
 }
 
 QString priceEarnings(double latest, const Fundamentals& fundamentals) {
-    if (!readsAsNumber(fundamentals.mgsy)) {
+    const std::optional<double> mgsy = marketFigure(fundamentals.mgsy);
+    if (!mgsy) {
         return u"--"_s;
     }
-    const double mgsy = numericPrefix(fundamentals.mgsy);
-    const double ratio = latest / (mgsy == 0 ? 0.001 : mgsy) / annualFactor(fundamentals.jzrq);
+    const double ratio = latest / (*mgsy == 0 ? 0.001 : *mgsy) / annualFactor(fundamentals.jzrq);
     // A loss is shown itself: a negative ratio tells nothing.
-    return twoDecimals(ratio < 0 ? mgsy : ratio);
+    return twoDecimals(ratio < 0 ? *mgsy : ratio);
 }
 
 QString priceToBook(double latest, double netAssets) {
@@ -104,7 +96,7 @@ StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamental
     panel.gain = numberText(latest == 0 ? 0 : gainPercent(fields)) + u'%';
     panel.volume = lotsText(shares) + u"手"_s;
     panel.amount = noDecimals(fields.number(field::amount) / 10000) + u"万元"_s;
-    panel.day = dayText(fields.text(field::day));
+    panel.day = dayAsTimeText(fields.text(field::day));
     panel.time = quoteTime(fields);
     panel.bids = bookFrom(fields, field::firstBid);
     panel.asks = bookFrom(fields, field::firstAsk);

@@ -13,6 +13,7 @@
 namespace guanchao {
 
 inline constexpr int bookLevels = 5;
+inline constexpr qsizetype codeLength = 8;  // the exchange and six digits
 
 struct BookLevel {
     QString lots;

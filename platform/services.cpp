@@ -13,8 +13,9 @@ Service readService(const IniFile& ini, const QString& section, const Service& s
     Service service;
     service.host = ini.value(section, u"host"_s).value_or(standard.host);
     service.referer = ini.value(section, u"referer"_s).value_or(standard.referer);
+    const std::optional<QString> timeout = ini.value(section, u"timeout"_s);
     service.timeoutSeconds =
-        static_cast<int>(numericPrefix(ini.value(section, u"timeout"_s).value_or(QString())));
+        timeout ? static_cast<int>(numericPrefix(*timeout)) : standard.timeoutSeconds;
     return service;
 }
 
@@ -28,7 +29,8 @@ Services readServices(const QString& iniPath) {
     services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}});
     services.stockpage = readService(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}});
     services.sitepage = readService(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}});
-    services.newspage = readService(ini, u"newspage"_s, {u"http://cj.gw.com.cn"_s, {}});
+    // Asked for twice before the first quote: a site that hangs must not hold the window up.
+    services.newspage = readService(ini, u"newspage"_s, {u"http://cj.gw.com.cn"_s, {}, 4});
     // No public service answers in this form any more; an entry may name a mirror of one.
     services.history = readService(ini, u"history"_s, {});
     // The maker has no site of its own: without an entry the version check finds nothing.

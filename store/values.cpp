@@ -69,7 +69,14 @@ struct Decimal {
     int point = 0;
 };
 
-Decimal toDecimal(double value) {
+// What is no number reads as 0, what has no end as the largest number.
+double finite(double value) {
+    using Range = std::numeric_limits<double>;
+    return std::isnan(value) ? 0 : std::clamp(value, Range::lowest(), Range::max());
+}
+
+Decimal toDecimal(double number) {
+    const double value = finite(number);
     std::array<char, 32> text;
     const auto end = std::to_chars(text.data(), text.data() + text.size(), std::abs(value),
                                    std::chars_format::scientific, significantDigits - 1);

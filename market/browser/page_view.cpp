@@ -4,12 +4,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include <QGuiApplication>
 #include <QOpenGLContext>
+#include <QWebEngineLoadingInfo>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 #include <functional>
+
+#include "market/page_browser.h"
 
 QT_BEGIN_NAMESPACE
 Q_GUI_EXPORT void qt_gl_set_global_share_context(QOpenGLContext* context);
@@ -25,8 +31,14 @@ protected:
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
                                   const QString&) override {}
     void javaScriptAlert(const QUrl&, const QString&) override {}
-    // A link to a new window opens in this one.
-    QWebEnginePage* createWindow(WebWindowType) override { return this; }
+    bool javaScriptConfirm(const QUrl&, const QString&) override { return false; }
+    bool javaScriptPrompt(const QUrl&, const QString&, const QString&, QString*) override {
+        return false;
+    }
+    // A link to a new window opens in this one; boxes that a page would open don't.
+    QWebEnginePage* createWindow(WebWindowType type) override {
+        return type == WebBrowserTab || type == WebBrowserBackgroundTab ? this : nullptr;
+    }
 };
 
 // The engine ends the whole process where it finds no sandbox, so it is asked for beforehand in a
@@ -37,7 +49,11 @@ bool sandboxIsThere() {
         _exit(unshare(CLONE_NEWUSER) == 0 ? 0 : 1);
     }
     int status = 1;
-    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+    pid_t ended = -1;
+    do {
+        ended = waitpid(child, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    return child > 0 && ended == child && status == 0;
 }
 
 // Root can't have the sandbox; every other user gets it.
@@ -59,10 +75,16 @@ void prepareShareContext() {
     }
 }
 
+void quieten(QWebEngineSettings& settings) {
+    settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
+    settings.setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
+}
+
 }  // namespace
 
-extern "C" Q_DECL_EXPORT QWidget* guanchaoPageView(const QString& address, QWidget* parent,
-                                                   const std::function<void()>& failed) {
+extern "C" Q_DECL_EXPORT QWidget* guanchaoPageView(
+    const QString& address, QWidget* parent,
+    const std::function<void(guanchao::PageFailure)>& failed) {
     // Pages of text need no graphics processor, and drawing without one works everywhere.
     qputenv("QT_QUICK_BACKEND", "software");
     if (!prepareSandbox()) {
@@ -73,9 +95,16 @@ extern "C" Q_DECL_EXPORT QWidget* guanchaoPageView(const QString& address, QWidg
     auto* profile = new QWebEngineProfile;  // keeps nothing on the disk
     auto* page = new SilentPage(profile, view);
     QObject::connect(page, &QObject::destroyed, profile, &QObject::deleteLater);
+    quieten(*page->settings());
     view->setPage(page);
     QObject::connect(page, &QWebEnginePage::renderProcessTerminated, parent,
-                     [failed] { failed(); });
+                     [failed] { failed(guanchao::PageFailure::ended); });
+    QObject::connect(page, &QWebEnginePage::loadingChanged, parent,
+                     [failed](const QWebEngineLoadingInfo& loading) {
+                         if (loading.status() == QWebEngineLoadingInfo::LoadFailedStatus) {
+                             failed(guanchao::PageFailure::notLoaded);
+                         }
+                     });
     view->setUrl(QUrl(address));
     return view;
 }

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <chrono>
 
 #include "app/form2.h"
 #include "grid/grid_view.h"
@@ -84,6 +85,22 @@ protected:
         QApplication::processEvents();
         return window<Form>();
     }
+    // Its timers only run when a test fires them.
+    Form21* openQuotes() {
+        windows_.openAnew<Form21>();
+        EXPECT_TRUE(http_.paths.isEmpty()) << "nothing is loaded before the window is shown";
+        auto* form = window<Form21>();
+        EXPECT_EQ(timerOf(form, u"Timer1"_s)->interval(), 500);
+        EXPECT_EQ(timerOf(form, u"Timer2"_s)->interval(), 4000);
+        for (QTimer* timer : {timerOf(form, u"Timer1"_s), timerOf(form, u"Timer2"_s)}) {
+            timer->setInterval(std::chrono::hours(1));
+        }
+        settle();
+        return form;
+    }
+    static QTimer* timerOf(const QDialog* form, const QString& timer) {
+        return form->findChild<QTimer*>(timer);
+    }
     static QString text(const QWidget* form, const QString& label) {
         return form->findChild<QLabel*>(label)->text();
     }
@@ -91,7 +108,7 @@ protected:
         return form->findChild<QLabel*>(label)->palette().color(QPalette::WindowText);
     }
     static void fire(QDialog* form, const QString& timer) {
-        emit form->findChild<QTimer*>(timer)->timeout({});
+        emit timerOf(form, timer)->timeout({});
     }
     static void trigger(QWidget* form, const QString& action) {
         form->findChild<QAction*>(action)->trigger();
@@ -113,11 +130,9 @@ protected:
 TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     globals_.dangqiandm = u"SH600000"_s;
     globals_.dangqianjc = u"浦发银行"_s;
-    windows_.openAnew<Form21>();
-    EXPECT_TRUE(http_.paths.isEmpty()) << "nothing is loaded before the window is on the screen";
-    settle();
+    Form21* form = openQuotes();
     ASSERT_TRUE(!http_.paths.isEmpty());
-    auto* form = window<Form21>();
+    EXPECT_TRUE(timerOf(form, u"Timer1"_s)->isActive());
     EXPECT_EQ(text(form, u"earnings"_s), u"0.75（元）"_s);
     fire(form, u"Timer1"_s);
     EXPECT_EQ(form->windowTitle(), u"分时行情——浦发银行"_s);
@@ -178,9 +193,38 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
+TEST_F(MarketWindowsTest, NothingOfAFormerStockOrIndexStays) {
+    Form21* form = openQuotes();
+    const QColor plain = colour(form, u"stockLatest"_s);
+    form->findChild<QLineEdit*>(u"Text7"_s)->setText(u"SH600000"_s);
+    fire(form, u"Timer1"_s);
+    form->findChild<QLabel*>(u"indexRatio"_s)->setText(u"1.50"_s);
+    http_.answer = nullptr;
+    form->findChild<QLineEdit*>(u"Text7"_s)->setText(u"SH600519"_s);
+    form->findChild<QPushButton*>(u"Command1"_s)->click();
+    for (const QString& combo : {u"Combo1"_s, u"Combo2"_s}) {
+        form->findChild<QComboBox*>(combo)->setCurrentIndex(2);
+        emit form->findChild<QComboBox*>(combo)->activated(2);
+        settle();
+    }
+    EXPECT_EQ(form->windowTitle(), u"分时行情"_s);
+    EXPECT_EQ(text(form, u"Label5"_s), QString());
+    EXPECT_EQ(text(form, u"indexRatio"_s), u"1.50"_s);
+    for (const QString& label :
+         {u"stockLatest"_s, u"stockGain"_s, u"askPrice1"_s, u"bidLots5"_s, u"indexName"_s,
+          u"indexLatest"_s, u"indexGain"_s, u"worldName"_s, u"worldGain"_s}) {
+        EXPECT_EQ(text(form, label), u"--"_s) << label.toStdString();
+        EXPECT_EQ(colour(form, label), plain) << label.toStdString();
+    }
+}
+
 TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
-    auto* form = openAnew<Form21>();
-    settle();
+    Form21* form = openQuotes();
+    const QTimer* Timer2 = timerOf(form, u"Timer2"_s);
+    http_.answer = [&](const QString& path) {
+        EXPECT_FALSE(Timer2->isActive()) << "no poll during a query";
+        return reply(path);
+    };
     auto* box = form->findChild<QLineEdit*>(u"Text7"_s);
     auto* list = form->findChild<QListWidget*>(u"List1"_s);
     EXPECT_EQ(box->text(), u"SH600585"_s);
@@ -196,6 +240,7 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     box->setText(u"6005"_s);
     QTest::mouseClick(form, Qt::LeftButton, {}, QPoint(2, 2));
     EXPECT_FALSE(list->isVisible()) << "a click beside it hides the list";
+    EXPECT_TRUE(Timer2->isActive() && Timer2->isSingleShot());
     http_.paths.clear();
     globals_.jiaoyishiduan = 1;
     form->activateWindow();
@@ -208,12 +253,16 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     other.activateWindow();
     settle();
     ASSERT_TRUE(!form->isActiveWindow());
+    timerOf(form, u"Timer2"_s)->stop();
     fire(form, u"Timer2"_s);
     EXPECT_EQ(http_.paths.size(), 1);
+    EXPECT_TRUE(Timer2->isActive()) << "it waits for the window to come to the front";
     form->findChild<QComboBox*>(u"Combo2"_s)->setCurrentIndex(1);
     emit form->findChild<QComboBox*>(u"Combo2"_s)->activated(1);
+    settle();
     EXPECT_EQ(http_.paths.last(), u"/list=int_dji"_s);
     emit form->findChild<QComboBox*>(u"Combo1"_s)->activated(0);
+    settle();
     EXPECT_EQ(http_.paths.last(), u"/list=sh000001"_s);
     for (int at = 0; at < 40; ++at) {
         store_.addCode(u"SZ3000%1"_s.arg(at, 2, 10, QChar(u'0')), u"股"_s, 1, 0);
@@ -223,12 +272,14 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
 }
 
 TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {
-    auto* form = openAnew<Form21>();
+    Form21* form = openQuotes();
     auto* chart = form->findChild<ChartBox*>(u"Picture1"_s);
     form->findChild<QLineEdit*>(u"Text7"_s)->setText(u" SH600000 "_s);
     form->findChild<QLabel*>(u"Label5"_s)->setText(u"浦发银行"_s);
     services_.stockpage.host = u"http://p"_s;
     QTest::mouseClick(chart, Qt::LeftButton);
+    QTest::mouseDClick(chart, Qt::LeftButton);
+    QTest::mouseRelease(chart, Qt::LeftButton);  // of a double click, which opens it once
     QTest::mouseClick(form->findChild<ChartBox*>(u"Picture2"_s), Qt::LeftButton);
     EXPECT_EQ(shell_.opened, QStringList({u"http://p/realstock/company/sh600000/nc.shtml"_s,
                                           u"http://m/news/stock/sh600000/cpbd.shtml"_s}));

@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QFileInfo>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "market/f10_page.h"
 #include "platform/gbk.h"
 #include "platform/ini_file.h"
-#include "store/prepared_stores.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
@@ -26,6 +27,8 @@ public:
         shown << u"chart%1"_s.arg(static_cast<int>(chart)) + (picture ? u""_s : u" missing"_s);
     }
     void clearStock() override { shown << u"clear"_s; }
+    void clearHomeIndex() override { shown << u"clear home"_s; }
+    void clearWorldIndex() override { shown << u"clear world"_s; }
     void showStock(const StockPanel& panel) override {
         shown << panel.name + u' ' + panel.gain + u' ' + panel.ratio.value_or(u"-"_s);
     }
@@ -48,8 +51,10 @@ class QuoteWindowTest : public ::testing::Test {
 protected:
     QuoteWindowTest() {
         globals_.yingyongmulu = store_.folder();
-        services_.quote.host = services_.chart.host = services_.newspage.host =
-            services_.history.host = u"http://market"_s;
+        services_.quote.host = u"q"_s;
+        services_.chart.host = u"c"_s;
+        services_.newspage.host = u"http://news"_s;
+        services_.history.host = u"h"_s;
         services_.stockpage.host = u"http://pages"_s;
         http_.answer = [this](const QString& path) { return reply(path); };
     }
@@ -77,6 +82,15 @@ protected:
                QString::number(volume, 'f', 0) + u",2000000000,"_s + u"100,10,"_s.repeated(10) +
                u"2026-11-24,10:30:00,00\";\n"_s;
     }
+    // Today, which isn't full yet, and the ten days before it with the volumes in turn.
+    static QByteArray history(const std::array<qint64, 2>& volumes) {
+        QByteArray lines = "Date,Open,High,Low,Close,Volume\n2026-11-24,1,1,1,1,9000000\n";
+        for (int day = 14; day <= 23; ++day) {
+            lines += "2026-11-" + QByteArray::number(day) + ",1,1,1,1," +
+                     QByteArray::number(volumes[day % 2]) + '\n';
+        }
+        return lines;
+    }
     void silence(const QString& path) { replies_[path] = std::nullopt; }
 
     TestStores store_;
@@ -87,11 +101,10 @@ protected:
     FakeDialogs dialogs_;
     FakeShell shell_;
     RecordingScreen screen_;
+    MeanVolume meanVolume_{http_, services_.history, clock_};
     QHash<QString, std::optional<QByteArray>> replies_;
-    QByteArray history_ =
-        "Date,Open,High,Low,Close,Volume\n2026-11-24,1,1,1,1,9000000\n2026-11-23,1,1,1,1,8000000\n"
-        "2026-11-20,1,1,1,1,4000000\n";
-    QuoteWindow quotes_{globals_, clock_, http_, services_, dialogs_, shell_, screen_};
+    QByteArray history_ = history({8000000, 4000000});
+    QuoteWindow quotes_{globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_};
 };
 
 const QString connectionMessage = u"观潮台|请检查网络连接，行情服务器连接不上!"_s;
@@ -123,13 +136,12 @@ TEST_F(QuoteWindowTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
 
 TEST_F(QuoteWindowTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u" sh600000 "_s);
-    EXPECT_EQ(http_.paths,
-              QStringList({u"/news/stock/600000.shtml"_s, u"/newchart/min/n/sh600000.gif"_s,
-                           u"/newchart/daily/n/sh600000.gif"_s,
-                           u"/table.csv?s=600000.ss&a=9&b=15&c=2026&d=10&e=23&f=2026&g=d"
+    EXPECT_EQ(http_.addresses,
+              QStringList({u"http://news/news/stock/600000.shtml"_s,
+                           u"c/newchart/min/n/sh600000.gif"_s, u"c/newchart/daily/n/sh600000.gif"_s,
+                           u"h/table.csv?s=600000.ss&a=9&b=15&c=2026&d=10&e=23&f=2026&g=d"
                            u"&ignore=.csv"_s,
-                           u"/list=sh600000"_s}));
-    // The mean is that of the two days before today.
+                           u"q/list=sh600000"_s}));
     EXPECT_EQ(screen_.shown, QStringList({u"clear"_s, u"1（元）"_s, u"chart0"_s, u"chart1"_s,
                                           u"浦发银行 5% 0.33"_s}));
     EXPECT_TRUE(screen_.polling);
@@ -139,10 +151,15 @@ TEST_F(QuoteWindowTest, AQueryGoesThroughItsSteps) {
     screen_.shown.clear();
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4) << "the mean is fetched once a day";
+    QuoteWindow another(globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_);
+    another.query(u"SH600000"_s);
+    EXPECT_EQ(http_.paths.size(), 4 + 4) << "by one window for all";
+    screen_.shown.clear();
+    quotes_.query(u"SH600000"_s);
     EXPECT_FALSE(screen_.shown.contains(u"clear"_s)) << "the same stock keeps its figures";
     clock_.moment = clock_.moment.addDays(1);
     quotes_.query(u"SH600000"_s);
-    EXPECT_EQ(http_.paths.size(), 4 + 5);
+    EXPECT_EQ(http_.paths.size(), 4 + 4 + 4 + 5);
 }
 
 TEST_F(QuoteWindowTest, OtherCodesAreRefused) {
@@ -153,6 +170,16 @@ TEST_F(QuoteWindowTest, OtherCodesAreRefused) {
         dialogs_.shown.clear();
     }
     EXPECT_TRUE(http_.paths.isEmpty());
+    EXPECT_EQ(screen_.shown.first(2), QStringList({u"chart0 missing"_s, u"chart1 missing"_s}));
+    quotes_.start(u"SH000300"_s);
+    EXPECT_EQ(dialogs_.shown.size(), 1);
+    EXPECT_TRUE(screen_.polling) << "the opening leads to the polls of the index all the same";
+    http_.paths.clear();
+    for (int poll = 1; poll <= 13; ++poll) {
+        quotes_.poll();
+    }
+    EXPECT_EQ(http_.paths.filter(u"sh000001"_s).size(), http_.paths.size()) << "no stock yet";
+    EXPECT_EQ(http_.paths.size(), 9 + 1);
 }
 
 TEST_F(QuoteWindowTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
@@ -193,6 +220,10 @@ TEST_F(QuoteWindowTest, RepliesWithoutAStockAndBrokenOnes) {
         } catch (const OperationError& failure) {
             EXPECT_EQ(failure.activity(), u"读取行情"_s);
         }
+        EXPECT_EQ(screen_.shown.contains(u"恒生指数 0.5%"_s), path != u"/list=r_HSI")
+            << "a broken part doesn't take the others along";
+        EXPECT_EQ(std::exchange(globals_.hangqingkaiguo, 0), 1);
+        screen_.shown.clear();
         EXPECT_FALSE(screen_.polling);
     }
     EXPECT_TRUE(dialogs_.shown.isEmpty());
@@ -200,20 +231,22 @@ TEST_F(QuoteWindowTest, RepliesWithoutAStockAndBrokenOnes) {
 
 TEST_F(QuoteWindowTest, TheStartLoadsBothIndexesAndTheFlag) {
     quotes_.start(u"SH600000"_s);
-    EXPECT_EQ(screen_.shown.mid(5), QStringList({u"chart2"_s, u"浦发银行 200万手 33.33"_s,
-                                                 u"chart3"_s, u"恒生指数 0.5%"_s}));
+    EXPECT_EQ(screen_.shown.mid(5),
+              QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s, u"浦发银行 200万手 33.33"_s,
+                           u"chart3"_s, u"恒生指数 0.5%"_s}));
     EXPECT_EQ(globals_.jiaoyishiduan, 1);
     EXPECT_EQ(globals_.hangqingkaiguo, 1);
     EXPECT_TRUE(screen_.polling);
 }
 
 TEST_F(QuoteWindowTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
-    history_.replace("8000000", "400000000").replace("4000000\n", "800000000\n");
+    history_ = history({400000000, 800000000});
     const QString composite = u"/list=sz399106"_s;
     quotes_.chooseHomeIndex(1);
     EXPECT_EQ(http_.paths.mid(2), QStringList({u"/list=sz399001"_s, composite}));
     EXPECT_TRUE(http_.paths[1].startsWith(u"/table.csv?s=399106.sz&"));
-    EXPECT_EQ(screen_.shown.last(), u"浦发银行 600万手 1.00"_s);
+    EXPECT_EQ(screen_.shown, QStringList({u"clear home"_s, u"chart2"_s, u"浦发银行 200万手 -"_s,
+                                          u"浦发银行 600万手 1.00"_s}));
     replies_[composite] = "var hq_str_sz399106=\"\";";
     quotes_.chooseHomeIndex(1);
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s);
@@ -223,6 +256,10 @@ TEST_F(QuoteWindowTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s) << "the first reply's turnover";
     EXPECT_EQ(dialogs_.shown, QStringList{connectionMessage});
     EXPECT_FALSE(screen_.polling);
+    replies_[composite] = "x=\"x,1,2,3,4,5\";";
+    screen_.shown.clear();
+    EXPECT_THROW(quotes_.chooseHomeIndex(1), OperationError);
+    EXPECT_EQ(screen_.shown, QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s}));
     quotes_.chooseHomeIndex(2);
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s) << "沪深300 has no ratio";
     replies_[u"/list=sh000300"_s] = "\"a,b,c,d\";";
@@ -234,7 +271,10 @@ TEST_F(QuoteWindowTest, AnOutsideIndexWithoutDataIsTold) {
     replies_[u"/list=int_dji"_s] = "var hq_str_int_dji=\"\";";
     quotes_.chooseWorldIndex(1);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股数据!"_s});
-    EXPECT_TRUE(screen_.polling) << "the stock is polled on";
+    EXPECT_EQ(screen_.shown, QStringList({u"clear world"_s, u"chart3"_s}));
+    EXPECT_FALSE(screen_.polling);
+    quotes_.query(u"SH600000"_s);
+    EXPECT_TRUE(screen_.polling);
 }
 
 TEST_F(QuoteWindowTest, PollsFollowTheMarketAndTheCounter) {
@@ -277,21 +317,36 @@ TEST_F(QuoteWindowTest, AMeanThatCannotBeHadIsAskedForAgainByTheNextQueryOnly) {
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 5% 1.33"_s);
 }
 
-TEST_F(QuoteWindowTest, TheMeanIsThatOfTheLastTenDays) {
-    history_ = "Date,Open,High,Low,Close,Volume\n";
-    for (int day = 23; day >= 10; --day) {
-        history_ += "2026-11-" + QByteArray::number(day) + ",1,1,1,1," +
-                    (day > 13 ? "1000000" : "9000000") + '\n';
+TEST_F(QuoteWindowTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
+    QList<QByteArray> days;
+    for (int day = 10; day <= 23; ++day) {
+        days << "2026-11-" + QByteArray::number(day) + ",1,1,1,1," +
+                    (day > 13 ? "1000000" : "9000000");
     }
-    quotes_.query(u"SH600000"_s);
-    EXPECT_EQ(screen_.shown.last(), u"浦发银行 5% 2.00"_s);
+    const auto ratio = [&](const QList<QByteArray>& lines) {
+        history_ = "Date,Open,High,Low,Close,Volume\n" + lines.join('\n');
+        MeanVolume fresh(http_, services_.history, clock_);
+        QuoteWindow window(globals_, clock_, http_, services_, fresh, dialogs_, shell_, screen_);
+        window.query(u"SH600000"_s);
+        return screen_.shown.last();
+    };
+    EXPECT_EQ(ratio(days), u"浦发银行 5% 2.00"_s);
+    std::ranges::reverse(days);
+    EXPECT_EQ(ratio(days), u"浦发银行 5% 2.00"_s);
+    EXPECT_EQ(ratio(days.first(9)), u"浦发银行 5% -"_s) << "too few";
+    days[5] = "2026-11-18,1,1,1,1,1e300";
+    EXPECT_EQ(ratio(days), u"浦发银行 5% -"_s) << "no volume of a market";
 }
 
 TEST_F(QuoteWindowTest, ChartsLeadToThePagesOfTheStock) {
     quotes_.openIntradayPage(u" SZ000001 "_s);
     quotes_.openDailyPage(u"SH600000"_s);
     EXPECT_EQ(shell_.opened, QStringList({u"http://pages/realstock/company/sz000001/nc.shtml"_s,
-                                          u"http://market/news/stock/sh600000/cpbd.shtml"_s}));
+                                          u"http://news/news/stock/sh600000/cpbd.shtml"_s}));
+    quotes_.openDailyPage(u" "_s);
+    services_.stockpage.host.clear();
+    quotes_.openIntradayPage(u"SZ000001"_s);
+    EXPECT_EQ(shell_.opened.size(), 2) << "no page without a code or a host";
 }
 
 TEST_F(QuoteWindowTest, TheF10PageTakesItsHostFromTheStore) {
@@ -322,18 +377,6 @@ TEST_F(QuoteWindowTest, TheF10PageTakesItsHostFromTheStore) {
     globals_.dangqianjc = u"平安银行"_s;
     EXPECT_EQ(takeF10Page(store_.stores, globals_, dialogs_)->caption,
               u"平安银行(SZ000001)-----F10资料"_s);
-}
-
-TEST_F(QuoteWindowTest, OnlyAPracticeFolderIsLedToThePracticeMarket) {
-    const auto f10url = [this] { return store_.rows(u"select f10url from tempcanshu"_s)[0]; };
-    const auto lead = [&](const QString& url) {
-        store_.run({u"update tempcanshu set f10url='"_s + url + u"'"_s});
-        leadF10PagesTo(store_.folder(), u"http://127.0.0.1:9"_s);
-        return f10url();
-    };
-    EXPECT_EQ(lead(u"https://basic.10jqka.com.cn/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
-    EXPECT_EQ(lead(u"http://127.0.0.1:8/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
-    EXPECT_EQ(lead(u"http://mine.example/600000/"_s), u"http://mine.example/600000/"_s);
 }
 
 }  // namespace guanchao

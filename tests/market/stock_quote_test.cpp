@@ -105,11 +105,13 @@ TEST(StockQuote, ValuationFollowsTheReport) {
         {u"2025-12-31 00:00:00"_s, u"0.75"_s, u"5.25"_s, u"14.00"_s, u"2.00"_s},
         {u"2026-06-30 00:00:00"_s, u"0.75"_s, u"5.25"_s, u"7.00"_s, u"2.00"_s},
         {u"2026-09-30 00:00:00"_s, u"0.75"_s, u"5.25"_s, u"10.50"_s, u"2.00"_s},
+        {u" 2026-9-30"_s, u"0.75"_s, u"5.25"_s, u"10.50"_s, u"2.00"_s},
         {u"2026-03-31 00:00:00"_s, u"0.75"_s, u"5.25"_s, u"3.50"_s, u"2.00"_s},
         {QString(), u"0.75"_s, u"5.25"_s, u"3.50"_s, u"2.00"_s},
         {u"2025-12-31 00:00:00"_s, u"0"_s, u"0"_s, u"10500.00"_s, u"10.50"_s},
         {u"2025-12-31 00:00:00"_s, u"-0.256"_s, u"-1.5"_s, u"-0.26"_s, u"-1.5"_s},
         {u"2025-12-31 00:00:00"_s, u"--"_s, u"--"_s, u"--"_s, u"10.50"_s},
+        {u"2025-12-31 00:00:00"_s, u"1e-300"_s, u"1e-300"_s, u"--"_s, u"10.50"_s},
     };
     for (const auto& it : cases) {
         const Fundamentals report = {it.jzrq, u"2.5"_s, it.mgsy, it.mgjzc};
@@ -118,7 +120,7 @@ TEST(StockQuote, ValuationFollowsTheReport) {
         EXPECT_EQ(panel.priceToBook, it.priceToBook);
         EXPECT_EQ(panel.turnoverRate, u"0.49%"_s);
     }
-    for (const QString& mqlt : {QString(), u"0"_s, u"-1"_s, u"--"_s}) {
+    for (const QString& mqlt : {QString(), u"0"_s, u"-1"_s, u"--"_s, u"1e300"_s}) {
         const StockPanel panel = stockPanel(reply(), {{}, mqlt, u"1"_s, u"1"_s}, 0, true);
         EXPECT_FALSE(panel.priceEarnings || panel.turnoverRate || panel.priceToBook);
     }
@@ -170,12 +172,16 @@ TEST(StockQuote, BadRepliesAreTold) {
     const QuoteFields broken(u"var hq_str_sh600000=\""_s + usual.section(u',', 0, 20));
     EXPECT_TRUE(hasStock(broken));
     EXPECT_THROW(stockPanel(broken, {}, 0, true), OperationError) << "broken off in the book";
-    for (const int position : {1, 2, 3, 4, 5, 8, 9, 10, 29}) {
-        for (const QString& word : {u"text"_s, QString(), u"1e300"_s, u"1.5x"_s}) {
+    for (const int position : {1, 2, 3, 4, 5, 8, 9, 10}) {
+        for (const QString& word : {u"text"_s, QString(), u"1e300"_s, u"1e-300"_s, u"1.5x"_s}) {
             EXPECT_THROW(stockPanel(reply({{position, word}}), {}, 0, true), OperationError);
         }
     }
-    EXPECT_NO_THROW(stockPanel(reply({{6, u"text"_s}, {30, u"heute"_s}}), {}, 0, true));
+    const StockPanel panel =
+        stockPanel(reply({{6, u"text"_s}, {29, u"--"_s}, {30, u"heute"_s}}), {}, 0, true);
+    EXPECT_EQ(panel.asks[4].price.text, u"--"_s) << "as received";
+    EXPECT_EQ(panel.asks[4].price.colour, textColour);
+    EXPECT_EQ(panel.day, u"heute"_s);
     EXPECT_THROW(stockPanel(reply({{31, u"noon"_s}}), {}, 1, true), OperationError);
 }
 
@@ -219,7 +225,7 @@ TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
         QString text;
         QString jzrq, mqlt, mgsy, mgjzc;
     } cases[] = {
-        {page(uR"({"jzrq":"2026-09-30","mqlt":"2.5","mgsy":"0.75","mgjzc":"5.25"})"_s),
+        {page(uR"({"jzrq":" 2026-9-30","mqlt":"2.5","mgsy":"0.75","mgjzc":"5.25"})"_s),
          u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s},
         {page(uR"([{"zgb":"3","jzrq":"nie","mgsy":"0","mgsy2":"7","MGJZC":"1"},{"mgsy":"6"}])"_s),
          u"nie"_s,
@@ -255,8 +261,8 @@ TEST(QuoteFuzz, NoReplyAndNoPageBringsTheWindowDown) {
     const auto below = [&random](qsizetype limit) {
         return static_cast<qsizetype>(random() % static_cast<unsigned>(limit));
     };
-    const QString pieces[] = {u","_s,      u"\""_s, u";"_s,      u"\";"_s,  u"{"_s,
-                              u"}"_s,      u":"_s,  u"-"_s,      u"1e17"_s, u"nan"_s,
+    const QString pieces[] = {u","_s,      u"\""_s, u";"_s,      u"\";"_s, u"{"_s,      u"}"_s,
+                              u":"_s,      u"-"_s,  u"1e17"_s,   u"nan"_s, u"1e-320"_s, u"1e308"_s,
                               u"\uFFFD"_s, u"0"_s,  u"<html>"_s, QString()};
     const QString seeds[] = {
         u"var hq_str_sh600000=\""_s + usual + u"\";\n"_s,
@@ -264,17 +270,20 @@ TEST(QuoteFuzz, NoReplyAndNoPageBringsTheWindowDown) {
         u"var stockF10ZxzbJson ={\"jzrq\":\"2026-09-30\",\"mqlt\":\"2.5\",\"mgsy\":\"0.75\"};"
         u"var stockDstx ="_s,
     };
-    int panels = 0;
-    for (int turn = 0; turn < 6000; ++turn) {
-        QString text = seeds[turn % 3];
+    const auto spoilt = [&](QString text) {
         for (qsizetype change = below(4); change >= 0 && !text.isEmpty(); --change) {
             const qsizetype from = below(text.size());
             text.replace(from, below(8), pieces[below(std::size(pieces))]);
         }
-        text = below(8) == 0 ? text.left(below(text.size() + 1)) : text;
+        return below(8) == 0 ? text.left(below(text.size() + 1)) : text;
+    };
+    int panels = 0;
+    for (int turn = 0; turn < 6000; ++turn) {
+        const QString text = spoilt(seeds[turn % 2]);
+        const QString page = spoilt(seeds[2]);
         try {
             const QuoteFields fields(text);
-            const Fundamentals report = readFundamentals(text);
+            const Fundamentals report = readFundamentals(page);
             const bool open = turn % 2 == 0;
             if (hasStock(fields)) {
                 stockPanel(fields, report, 1e6, open);

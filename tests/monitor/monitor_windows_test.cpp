@@ -171,6 +171,7 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             environment_.processes,
                             environment_.tray,
                             environment_.askedHistory,
+                            environment_.meanVolume,
                             {},
                             {}};
     Windows windows(environment);

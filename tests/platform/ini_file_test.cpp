@@ -51,6 +51,7 @@ TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
     const Services services = readServices(path_);
     EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
     EXPECT_EQ(services.quote.timeoutSeconds, 15);
+    EXPECT_EQ(services.newspage.timeoutSeconds, 4);
     EXPECT_EQ(services.vendor.host, QString());
 }
 

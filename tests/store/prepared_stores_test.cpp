@@ -86,6 +86,18 @@ TEST_F(PreparedStoresTest, ABrokenSeedListLeavesNoStore) {
     EXPECT_TRUE(QDir(directory_.path()).isEmpty());
 }
 
+TEST(PracticeFolder, AloneIsLedToThePracticeMarket) {
+    TestStores store;
+    const auto lead = [&](const QString& url) {
+        store.run({u"update tempcanshu set f10url='"_s + url + u"'"_s});
+        leadF10PagesTo(store.folder(), u"http://127.0.0.1:9"_s);
+        return store.rows(u"select f10url from tempcanshu"_s)[0];
+    };
+    EXPECT_EQ(lead(u"https://basic.10jqka.com.cn/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
+    EXPECT_EQ(lead(u"http://127.0.0.1:8/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
+    EXPECT_EQ(lead(u"http://mine.example/600000/"_s), u"http://mine.example/600000/"_s);
+}
+
 TEST(Initials, ReadNamesAsTheExchangesDo) {
     QHash<QString, QString> exceptions;
     for (const QStringList& row : readSeedList(dataFolder + u"/initials.csv"_s)) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -102,6 +104,8 @@ TEST(Values, NumberTextCarriesFifteenDigits) {
         {-1.5e20, u"-1.5E+20"_s},
         {1e-15, u"0.000000000000001"_s},
         {1e-16, u"1E-16"_s},
+        {-std::numeric_limits<double>::infinity(), u"-1.79769313486232E+308"_s},
+        {std::numeric_limits<double>::quiet_NaN(), u"0"_s},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(numberText(it.value), it.text);

@@ -72,12 +72,14 @@ public:
 
 class FakeHttp : public Http {
 public:
-    std::optional<QByteArray> get(const Service&, const QString& path) override {
+    std::optional<QByteArray> get(const Service& service, const QString& path) override {
         paths << path;
+        addresses << service.host + path;
         return answer ? answer(path) : std::nullopt;
     }
 
     QStringList paths;
+    QStringList addresses;  // with the host of the service
     std::function<std::optional<QByteArray>(const QString& path)> answer;
 };
 

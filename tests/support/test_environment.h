@@ -24,6 +24,7 @@ struct TestEnvironment {
     FakeTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
+    MeanVolume meanVolume_{http_, services_.history, clock_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .services = services_,
@@ -37,6 +38,7 @@ struct TestEnvironment {
                              .processes = processes_,
                              .tray = tray_,
                              .askedHistory = askedHistory_,
+                             .meanVolume = meanVolume_,
                              .programFolder = store_.folder(),
                              .executableName = QStringLiteral("guanchaotai")};
     Windows windows_{environment_};

@@ -1,8 +1,8 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
-// public quote service, of the day-history service and of the vendor's site, in GBK, so that the
-// program works with no network. Tests run it in-process and give it faults. Safe to call from any
-// one thread while the server's own threads answer; start() throws std::runtime_error, nothing else
-// throws.
+// public services (quotes, charts, pages of a stock, day history, the vendor's site), texts in GBK,
+// so that the program works with no network. Tests run it in-process and give it faults. Safe to
+// call from any one thread while the server's own threads answer; start() throws
+// std::runtime_error, nothing else throws.
 #pragma once
 
 #include <QByteArray>
