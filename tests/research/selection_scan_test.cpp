@@ -279,43 +279,6 @@ TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
     }
 }
 
-TEST_F(SelectionScanTest, AColumnIsZeroWhereTheHistoryDoesNotReach) {
-    const struct {
-        int back;
-        int after;
-        QString columns;  // qian10sp, qian30sp, hou2sp, hou5sp, hou10sp; empty: no row
-    } cases[] = {
-        {9, 10, {}},
-        {10, 0, {}},
-        {10, 1, u"0|0|0|0|0"_s},
-        {11, 2, u"400|0|520|0|0"_s},
-        {28, 5, u"400|0|520|0|0"_s},
-        {29, 6, u"400|220|520|560|0"_s},
-        {30, 8, u"400|210|520|560|0"_s},
-        {31, 9, u"400|210|520|560|590"_s},
-        {35, 10, u"400|210|520|560|600"_s},
-        {35, 12, u"400|210|520|560|600"_s},
-    };
-    const QStringList days = tradingDays(60);
-    const int anchor = 40;
-    for (const auto& it : cases) {
-        SCOPED_TRACE(it.columns.toStdString());
-        MarketHistory history;
-        history.members << qMakePair(u"题"_s, u"SZ000001"_s);
-        for (int at = anchor - it.back + 1; at <= anchor + it.after; ++at) {
-            history.stocks[u"SZ000001"_s]
-                << HistoryRow{.day = days[at], .sp = 500 + (at - anchor) * 10};
-        }
-        write(history);
-        store_.run(
-            {u"delete from xuanticai"_s, u"delete from xuanticaigu"_s,
-             u"insert into xuanticai(riqi,ticai) values('%1 00:00:00','题')"_s.arg(days[anchor])});
-        scan_.addStocks();
-        EXPECT_EQ(store_.rows(u"select qian10sp,qian30sp,hou2sp,hou5sp,hou10sp from xuanticaigu"_s),
-                  it.columns.isEmpty() ? QStringList() : QStringList(it.columns));
-    }
-}
-
 TEST_F(SelectionScanTest, TheFirstThemeBelowTheBarEndsTheDay) {
     const struct {
         QString eight;  // the name of a theme of 8 stocks, 4 of them at their limit
@@ -439,6 +402,29 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
             u",1000,0,0,0,100)"_s,
             u"dzhzhuti.mzdat: commit"_s,
         }));
+}
+
+TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    history.members.fill(qMakePair(u"题"_s, u"SZ000001"_s), 20000);
+    write(history, false);
+    const QString words = u"正在整理历史行情…"_s;
+    for (const bool closes : {false, true}) {
+        int during = 0;
+        pump_.onRun = [&] {
+            EXPECT_EQ(seen_.label3, words);
+            // Events of the copy itself, and not those before it only.
+            if (++during == 5) {
+                closes ? run_.cancel() : run_.stop();
+            }
+        };
+        scan_.chooseThemes();
+        EXPECT_EQ(during, closes ? 5 : 6);
+        EXPECT_EQ(seen_.label3 + seen_.caption, QString());
+        EXPECT_FALSE(run_.running());
+        EXPECT_TRUE(chosen().isEmpty());
+    }
 }
 
 TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
