@@ -60,7 +60,8 @@ public:
 
     // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. `stopTicked` tells whether
     // Check1 is ticked and is asked after each code; the run then ends without a message. The store
-    // refuses the statement that reads a history, so a run ends at the first code.
+    // refuses the statement that reads a history, so a run ends at the first code that has
+    // announcements of its own.
     void takeForwardReturns(const std::function<bool()>& stopTicked);
 
     // 计算前面涨幅: what the stock had gained before the day (yyyy-MM-dd); all 0 if the history
