@@ -362,7 +362,7 @@ void Form2::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         picker_->hideList();
         if (row == 0) {
-            sortByHeader(themes_, col, u"时间"_s, lastSortCode_);
+            sortByHeader(themes_, col, {u"时间"_s}, lastSortCode_);
             return;
         }
         themes_.setRedraw(false);
@@ -390,7 +390,7 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
 void Form2::MSHFlexGrid2_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            sortByHeader(stocks_, col, u"日期"_s, lastSortCode_);
+            sortByHeader(stocks_, col, {u"日期"_s}, lastSortCode_);
         }
     });
 }

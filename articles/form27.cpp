@@ -146,7 +146,7 @@ void Form27::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form27::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
+            sortByHeader(grid_, col, {u"日期"_s}, lastSortCode_);
             // The rows have moved: none is chosen any more.
             grid_.setRow(0);
         }

@@ -62,7 +62,7 @@ void sortByGain(benchmark::State& state) {
     it.table.xianshizhutigu(allStocks);
     constexpr int gainColumn = 6;
     SortCode last = SortCode::none;
-    measure(state, [&] { sortByHeader(it.stocks, gainColumn, u"日期"_s, last); });
+    measure(state, [&] { sortByHeader(it.stocks, gainColumn, {u"日期"_s}, last); });
 }
 BENCHMARK(sortByGain)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
 

@@ -20,7 +20,10 @@ public:
     void setGrid(ResultGrid& grid);
 
     // What stands in the middle of the view while the grid holds no rows.
-    void setHint(const QString& hint) { hint_ = hint; }
+    void setHint(const QString& hint) {
+        hint_ = hint;
+        viewport()->update();
+    }
 
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
     // widths were chosen.

@@ -78,15 +78,16 @@ std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code
     return order;
 }
 
-SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode last) {
-    if (header.contains(dateWord)) {
+SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortCode last) {
+    if (std::any_of(dateWords.begin(), dateWords.end(),
+                    [&](const QString& word) { return header.contains(word); })) {
         return last == SortCode::textAscending ? SortCode::textDescending : SortCode::textAscending;
     }
     return nextGenericCode(last);
 }
 
-void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last) {
-    last = nextSortCode(grid.textMatrix(0, col), dateWord, last);
+void sortByHeader(ResultGrid& grid, int col, const QStringList& dateWords, SortCode& last) {
+    last = nextSortCode(grid.textMatrix(0, col), dateWords, last);
     sortBy(grid, col, last);
 }
 

@@ -12,13 +12,13 @@ namespace guanchao {
 // read as numbers as numbers, before all other texts, and these by the Chinese collation.
 std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code);
 
-// The code that follows `last`: as text where the header holds the window's date word, generic
-// elsewhere; ascending first, then flipping for each repeated click of that kind.
-SortCode nextSortCode(const QString& header, const QString& dateWord, SortCode last);
+// The code that follows `last`: as text where the header holds one of the window's date words,
+// generic elsewhere; ascending first, then flipping for each repeated click of that kind.
+SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortCode last);
 
 // A click on the header of `col`: sorts by it, remembers the code in `last`, numbers the rows anew.
 // Views see it at once in the end; a failure leaves redraw off until the next fill.
-void sortByHeader(ResultGrid& grid, int col, const QString& dateWord, SortCode& last);
+void sortByHeader(ResultGrid& grid, int col, const QStringList& dateWords, SortCode& last);
 
 // The same in a window without a date word: always generic.
 void sortByHeader(ResultGrid& grid, int col, SortCode& last);

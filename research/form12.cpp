@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QPointer>
 #include <QScopeGuard>
-#include <utility>
 
 #include "grid/sorting.h"
 #include "grid/trapped.h"
@@ -63,6 +62,8 @@ void Form12::connectControls() {
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form12::MSHFlexGrid1_Click);
     connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
+    // Keys choose a row too.
+    connect(&grid_, &ResultGrid::rowSelected, this, &Form12::takeRow);
     connect(ui_->修改关注度, &QAction::triggered, this, [this] { forecast_.changeAttention(); });
     connect(ui_->导出自选股, &QAction::triggered, this,
             [this] { forecast_.exportCodes(grid_, last_->texts()); });
@@ -112,24 +113,28 @@ SelectionQuery Form12::query() const {
 
 void Form12::Command2_Click() {
     ui_->Text6->setPlainText(search_.search(query()));
+    ui_->MSHFlexGrid1->setHint(u"没有符合条件的股票"_s);
 }
 
 void Form12::Command5_Click() {
-    environment_.shell.open(environment_.globals.yingyongmulu + u"题材选股总结.txt"_s);
+    openSummary(environment_.globals.yingyongmulu, environment_.shell);
 }
 
 void Form12::Command6_Click() {
     forecast_.changeSummary(textOf(*ui_->Text6));
 }
 
-void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+bool Form12::takeRow(int row) {
     const std::optional<PressedRow> pressed = search_.press(row);
-    if (!pressed) {
-        return;
+    if (pressed) {
+        ui_->Text1->setText(pressed->code);
+        ui_->Text2->setText(pressed->theme);
     }
-    ui_->Text1->setText(pressed->code);
-    ui_->Text2->setText(pressed->theme);
-    if (button == Qt::RightButton) {
+    return pressed.has_value();
+}
+
+void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (takeRow(row) && button == Qt::RightButton) {
         biaoji(grid_, row);
         kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
     }
@@ -138,7 +143,7 @@ void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void Form12::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
+            sortByHeader(grid_, col, {u"时间"_s, u"日期"_s}, lastSortCode_);
         }
     });
 }
@@ -160,7 +165,7 @@ void Form12::runResearch(const std::function<void()>& job) {
     job();
 }
 
-// The edits write to the store of which a run holds the lock.
+// The edits write to the store of which a run holds the lock now and then.
 void Form12::showRun(const ResearchProgress& progress) {
     for (QPushButton* button :
          {ui_->Command1, ui_->Command3, ui_->Command4, ui_->Command9, ui_->Command6}) {
@@ -168,18 +173,15 @@ void Form12::showRun(const ResearchProgress& progress) {
     }
     ui_->修改关注度->setEnabled(!progress.running);
     ui_->删除一个->setEnabled(!progress.running);
-    ui_->stop->setEnabled(progress.running);
+    const bool stopping = progress.running && progress.stopping;
+    ui_->stop->setEnabled(progress.running && !stopping);
+    ui_->stop->setText(stopping ? u"正在停止…"_s : u"停止"_s);
     if (!progress.caption.isEmpty()) {
         setWindowTitle(progress.caption);
     }
-    const QList<std::pair<QLabel*, QString>> words = {{ui_->Label2, progress.label2},
-                                                      {ui_->Label3, progress.label3},
-                                                      {ui_->Label6, progress.label6}};
-    for (const auto& [label, text] : words) {
-        if (!text.isEmpty()) {
-            label->setText(text);
-        }
-    }
+    ui_->Label2->setText(progress.label2);
+    ui_->Label3->setText(progress.label3);
+    ui_->Label6->setText(progress.label6);
 }
 
 void Form12::reject() {

@@ -48,6 +48,7 @@ private:
     void Command2_Click();
     void Command5_Click();
     void Command6_Click();
+    bool takeRow(int row);
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid1_Click(int row, int col);
     void MSHFlexGrid1_DblClick(int row);

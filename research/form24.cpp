@@ -55,7 +55,7 @@ void Form24::Command9_Click() {
 void Form24::MSHFlexGrid1_Click(int row, int col) {
     trapped([&] {
         if (row == 0) {
-            sortByHeader(grid_, col, u"日期"_s, lastSortCode_);
+            sortByHeader(grid_, col, {u"日期"_s}, lastSortCode_);
         }
     });
 }

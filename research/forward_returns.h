@@ -62,7 +62,7 @@ public:
     // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. `stopTicked` tells whether
     // Check1 is ticked and is asked after each code; the run then ends without a message. It
     // doesn't begin while an import writes. The store refuses the statement that reads a history,
-    // so a run ends at the first code.
+    // so a run ends at the first code that has announcements of its own.
     void takeForwardReturns(const std::function<bool()>& stopTicked);
 
     // 计算前面涨幅: what the stock had gained before the day (yyyy-MM-dd); all 0 if the history

@@ -1,5 +1,7 @@
 #include "research/indexed_copies.h"
 
+#include <utility>
+
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -12,7 +14,8 @@ const QString dayTerm = u"date(shijian)"_s;
 
 }  // namespace
 
-IndexedCopies::IndexedCopies(Connection& history) : history_(history) {
+IndexedCopies::IndexedCopies(Connection& history, std::function<void()> meanwhile)
+    : history_(history), meanwhile_(std::move(meanwhile)) {
     // The copies may be larger than the memory; the library would hold them there.
     history.execute(u"pragma temp_store=file"_s);
     coveredByDay_ = tablesIndexedBy(dayTerm);
@@ -52,13 +55,16 @@ void IndexedCopies::coverMemberships() {
 }
 
 void IndexedCopies::copy(const QString& table, const QString& columns, const QString& condition) {
+    meanwhile_();
     history_.execute(u"create temp table "_s + table + u" as select "_s + columns +
-                     u" from main."_s + table + u" where "_s + condition);
+                         u" from main."_s + table + u" where "_s + condition,
+                     meanwhile_);
 }
 
 void IndexedCopies::index(const QString& table, const QString& name, const QString& terms) {
     history_.execute(u"create index temp."_s + table + u"_"_s + name + u" on "_s + table + u"("_s +
-                     terms + u")"_s);
+                         terms + u")"_s,
+                     meanwhile_);
 }
 
 }  // namespace guanchao

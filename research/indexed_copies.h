@@ -5,6 +5,7 @@
 
 #include <QSet>
 #include <QString>
+#include <functional>
 
 #include "store/connection.h"
 
@@ -12,7 +13,10 @@ namespace guanchao {
 
 class IndexedCopies {
 public:
-    explicit IndexedCopies(Connection& history);
+    // A copy may take seconds: `meanwhile` is called before each and every few milliseconds of it.
+    // What it raises ends the copying.
+    explicit IndexedCopies(
+        Connection& history, std::function<void()> meanwhile = [] {});
 
     // From now on statements on the table use an index that begins with the day, in the file or in
     // a copy. `columns` and `condition` name the part of the table that the statements need. Raises
@@ -28,6 +32,7 @@ private:
     void index(const QString& table, const QString& name, const QString& terms);
 
     Connection& history_;
+    std::function<void()> meanwhile_;
     QSet<QString> coveredByDay_;
 };
 

@@ -18,9 +18,21 @@ ResearchRun::ResearchRun(EventPump& pump, Show show)
 void ResearchRun::beginOrEnd() {
     if (run_.running()) {
         progress_ = ResearchProgress();
-        stopped_ = false;
     }
     progress_.running = run_.running();
+    show_(progress_);
+}
+
+void ResearchRun::yieldWhilePreparing() {
+    yield();
+    if (stopped()) {
+        run_.cancel();
+        yield();
+    }
+}
+
+void ResearchRun::stop() {
+    progress_.stopping = true;
     show_(progress_);
 }
 

@@ -16,13 +16,14 @@ namespace guanchao {
 // program's own lock. `action` ends the words: 选股.
 bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action);
 
-// The words of Form12 while a run goes on. An empty one leaves what stands there.
+// The words of Form12 while a run goes on and after it.
 struct ResearchProgress {
     bool running = false;
-    QString caption;  // of the window: 计算到时间: and the day
-    QString label2;   // the theme that is looked at, or 代码总数: and the number
-    QString label3;   // 选中题材: and the theme taken, or 当前代码: and the code
-    QString label6;   // the day
+    bool stopping = false;  // the user wants it to end
+    QString caption;        // of the window: 计算到时间: and the day; empty: as it was
+    QString label2;         // the theme that is looked at, or 代码总数: and the number
+    QString label3;         // 选中题材: and the theme taken, or 当前代码: and the code
+    QString label6;         // the day
 };
 
 class ResearchRun {
@@ -33,9 +34,9 @@ public:
     // false and the last words.
     ResearchRun(EventPump& pump, Show show);
 
-    // Does the job. False if it was cancelled; what was committed stays. Raises what the job
-    // raises, and OperationError if a run is under way.
-    bool run(const std::function<void()>& job) { return run_.run(job); }
+    // Does the job, up to its end or until it is cancelled; what was committed stays. Raises what
+    // the job raises, and OperationError if a run is under way.
+    void run(const std::function<void()>& job) { run_.run(job); }
 
     // For the job.
     void showCaption(const QString& text) { show(&ResearchProgress::caption, text); }
@@ -45,11 +46,13 @@ public:
     // Events may happen. They come at every row of a history, some microseconds apart, so the pump
     // lets only those through that the user could notice. Doesn't return from a cancelled run.
     void yield() { run_.letEventsHappenIfDue(); }
+    // The same while there is nothing yet that a stop could leave half done: it cancels then.
+    void yieldWhilePreparing();
     // True once the user wants the run to end where it loses nothing.
-    bool stopped() const { return stopped_; }
+    bool stopped() const { return progress_.stopping; }
 
     // For the window: end after the day or code in work.
-    void stop() { stopped_ = true; }
+    void stop();
     // For the closing window, which must live on until run() has returned: end at the next yield.
     void cancel() { run_.cancel(); }
     bool running() const { return run_.running(); }
@@ -61,7 +64,6 @@ private:
     Show show_;
     CancellableRun run_;
     ResearchProgress progress_;
-    bool stopped_ = false;
 };
 
 }  // namespace guanchao

@@ -1,5 +1,6 @@
 #include "research/selection_scan.h"
 
+#include <QScopeGuard>
 #include <functional>
 #include <utility>
 
@@ -57,12 +58,14 @@ public:
           run_(run),
           activity_(activity),
           writesHigh_(writesHigh) {
-        copies_.coverMemberships();
+        prepare([this] { copies_.coverMemberships(); });
     }
 
     void chooseThemes() {
-        copies_.coverByDay(u"geguhq"_s, u"dm,shijian,sp,qiansp,zg,zd"_s,
-                           u"date(shijian)>'2017-04-06'"_s);
+        prepare([this] {
+            copies_.coverByDay(u"geguhq"_s, u"dm,shijian,sp,qiansp,zg,zd"_s,
+                               u"date(shijian)>'2017-04-06'"_s);
+        });
         Recordset index(
             dayHistory_,
             u"select  date(shijian) as shijian,round((cast(sp as Double)/cast(qiansp as"
@@ -102,6 +105,16 @@ public:
     }
 
 private:
+    void prepare(const std::function<void()>& copy) {
+        const auto end = qScopeGuard([this] { run_.showLabel3({}); });
+        copy();
+    }
+
+    void tellOfCopy() {
+        run_.showLabel3(u"正在整理历史行情…"_s);
+        run_.yieldWhilePreparing();
+    }
+
     void chooseThemesOfDay(const Recordset& index) {
         const QString day = index.value(u"shijian").toText();
         if (day >= firstDay) {
@@ -181,7 +194,7 @@ private:
     Activity& activity_;
     bool wroteDay_ = false;
     bool writesHigh_;
-    IndexedCopies copies_{dayHistory_};
+    IndexedCopies copies_{dayHistory_, [this] { tellOfCopy(); }};
     StockRowBuilder builder_{stockHistory_, main_, run_};
     QStringList statements_;
 };

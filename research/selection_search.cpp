@@ -1,5 +1,6 @@
 #include "research/selection_search.h"
 
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <algorithm>
 #include <utility>
@@ -163,6 +164,15 @@ DateTexts lastDate(QDate today) {
     return texts;
 }
 
+void openSummary(const QString& folder, Shell& shell) {
+    const Activity activity(u"打开题材选股总结"_s, u"总结由您自己写，程序只负责打开它。"_s);
+    const QString path = folder + u"题材选股总结.txt"_s;
+    if (!QFileInfo::exists(path)) {
+        throw OperationError(u"没有文件 "_s + path);
+    }
+    shell.open(path);
+}
+
 SelectionSearch::SelectionSearch(const Stores& stores, Globals& globals, ResultGrid& grid)
     : stores_(stores), globals_(globals), grid_(grid) {}
 
@@ -192,9 +202,7 @@ std::optional<PressedRow> SelectionSearch::press(int row) {
     }
     globals_.dangqiandm = grid_.textMatrix(row, codeColumn);
     const QString& last = grid_.textMatrix(row, grid_.cols() - 1);
-    if (const std::optional<qint32> record = wholeNumber32(last)) {
-        globals_.dangqianjilu = *record;
-    }
+    globals_.dangqianjilu = wholeNumber32(last).value_or(0);
     return PressedRow{globals_.dangqiandm, grid_.textMatrix(row, themeColumn)};
 }
 

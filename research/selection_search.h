@@ -12,6 +12,7 @@
 #include "app/globals.h"
 #include "controls/date_trio.h"
 #include "grid/result_grid.h"
+#include "platform/shell.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -46,6 +47,10 @@ QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates);
 DateTexts firstDate(QDate today);
 DateTexts lastDate(QDate today);
 
+// ... (Command5): opens the summary that the user keeps in the application folder. Raises
+// OperationError if there is none.
+void openSummary(const QString& folder, Shell& shell);
+
 struct PressedRow {
     QString code;
     QString theme;
@@ -59,7 +64,7 @@ public:
     QString search(const SelectionQuery& query);
 
     // A press on a row of a result hands its stock and its last cell over (dangqiandm,
-    // dangqianjilu); nothing if it is none.
+    // dangqianjilu: 0 for a cell that is no whole number of 32 bits); nothing if it is none.
     std::optional<PressedRow> press(int row);
 
 private:

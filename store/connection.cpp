@@ -6,6 +6,7 @@
 #include <QScopeGuard>
 #include <QThread>
 #include <cstdio>
+#include <exception>
 
 #include "store/dialect.h"
 #include "store/recordset.h"
@@ -29,6 +30,26 @@ int waitForStore(void*, int tries) {
     }
     QThread::msleep(1);
     return 1;
+}
+
+// Some milliseconds of the library's own steps.
+constexpr int stepsBetweenCalls = 20000;
+
+struct Watcher {
+    const std::function<void()>& call;
+    std::exception_ptr raised;
+};
+
+// No exception may pass through the library: it is kept, and ends the statement.
+int callWatcher(void* data) {
+    auto& watcher = *static_cast<Watcher*>(data);
+    try {
+        watcher.call();
+        return 0;
+    } catch (...) {
+        watcher.raised = std::current_exception();
+        return 1;
+    }
 }
 
 // The raw form of a key: the library takes it as it stands, where a passphrase would be stretched
@@ -128,6 +149,21 @@ void Connection::execute(const QString& statement) {
     }
 }
 
+void Connection::execute(const QString& statement, const std::function<void()>& meanwhile) {
+    Watcher watcher{meanwhile, nullptr};
+    sqlite3_progress_handler(handle(), stepsBetweenCalls, callWatcher, &watcher);
+    const auto end =
+        qScopeGuard([this] { sqlite3_progress_handler(handle(), 0, nullptr, nullptr); });
+    try {
+        execute(statement);
+    } catch (const StoreError&) {
+        if (watcher.raised) {
+            std::rethrow_exception(watcher.raised);
+        }
+        throw;
+    }
+}
+
 StatementHandle prepare(const Connection& connection, const QString& statement) {
     const QByteArray text = statement.toUtf8();
     sqlite3_stmt* prepared = nullptr;
@@ -139,7 +175,7 @@ StatementHandle prepare(const Connection& connection, const QString& statement) 
     }
     StatementHandle handle(prepared);
     if (!handle || !QByteArray(tail).trimmed().isEmpty()) {
-        throw StoreError(u"not exactly one statement"_s, connection.path(), statement);
+        throw StoreError(u"只能是一条语句，请去掉分号"_s, connection.path(), statement);
     }
     return handle;
 }
@@ -180,14 +216,14 @@ void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     QFile::setPermissions(fresh, QFileInfo(path).permissions());
     if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) !=
         0) {
-        throw StoreError(u"unable to replace the file"_s, path, {});
+        throw StoreError(u"不能替换原来的文件"_s, path, {});
     }
     removeFresh.dismiss();
 }
 
 void createStore(const QString& path, const QString& key, const QString& statements) {
     if (QFileInfo::exists(path)) {
-        throw StoreError(u"file exists"_s, path, {});
+        throw StoreError(u"文件已经存在"_s, path, {});
     }
     // A connection makes no file, but takes one of no bytes for a new store, with any key.
     makeEmptyFile(path);

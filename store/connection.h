@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <chrono>
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -18,6 +19,9 @@ public:
 
     // Runs one INSERT, UPDATE, DELETE or other statement without a result.
     void execute(const QString& statement);
+    // The same for one that takes long: `meanwhile` is called every few milliseconds, and must
+    // leave this connection alone. What it raises undoes the statement and is raised here.
+    void execute(const QString& statement, const std::function<void()>& meanwhile);
 
     // How many rows the last INSERT, UPDATE or DELETE found.
     int changedRows() const;

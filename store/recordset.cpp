@@ -30,7 +30,7 @@ Value columnValue(sqlite3_stmt* statement, int column) {
 
 double Value::toNumber() const {
     if (isNull()) {
-        throw OperationError(u"a number is missing (null)"_s);
+        throw OperationError(u"缺少一个数值（空值）"_s);
     }
     if (const auto* integer = std::get_if<qint64>(&value_)) {
         return static_cast<double>(*integer);
@@ -71,7 +71,7 @@ Recordset::Recordset(Connection& connection, const QString& statement) {
 
 const Value& Recordset::value(int field) const {
     if (atEnd() || row_ < 0 || field < 0 || field >= fieldCount()) {
-        throw OperationError(u"no current record or no such field"_s);
+        throw OperationError(u"没有当前记录，或者没有这个字段"_s);
     }
     return values_[row_ * names_.size() + field];
 }

@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 
 namespace guanchao {
 
@@ -104,7 +105,14 @@ QString DesktopDialogs::baocunwenjian(const QString& folder, const QString& file
                                       const QStringList& filters) {
     auto* box = new QFileDialog(QApplication::activeWindow(), u"另存为"_s, folder);
     box->setAcceptMode(QFileDialog::AcceptSave);
-    box->setNameFilters(filters);
+    box->setNameFilters(QStringList(filters).replaceInStrings(u"(*.*)"_s, u"(*)"_s));
+    // A name typed without a suffix takes that of the chosen filter.
+    const auto takeSuffix = [box](const QString& filter) {
+        static const QRegularExpression suffix(u"\\(\\*\\.(\\w+)\\)"_s);
+        box->setDefaultSuffix(suffix.match(filter).captured(1));
+    };
+    takeSuffix(filters.value(0));
+    QObject::connect(box, &QFileDialog::filterSelected, box, takeSuffix);
     return pickedIn(box, file);
 }
 

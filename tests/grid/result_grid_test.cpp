@@ -112,12 +112,12 @@ TEST(Sorting, AHeaderClickFlipsTheLastCodeOfItsKind) {
         {1, SortCode::genericDescending, {u"10.00"_s, u"2.00"_s, u"-1.00"_s}},
     };
     for (const auto& it : clicks) {
-        sortByHeader(grid, it.col, u"时间"_s, last);
+        sortByHeader(grid, it.col, {u"时间"_s}, last);
         EXPECT_EQ(last, it.code);
         EXPECT_EQ(column(grid, 1).sliced(1), it.gains);
         EXPECT_EQ(column(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s, u"3"_s}));
     }
-    EXPECT_THROW(sortByHeader(grid, 7, u"时间"_s, last), std::out_of_range);
+    EXPECT_THROW(sortByHeader(grid, 7, {u"时间"_s}, last), std::out_of_range);
 }
 
 TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {

@@ -104,6 +104,31 @@ TEST_F(DesktopDialogsTest, AFileIsPickedUpToItsLongestPath) {
     }
 }
 
+TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {
+    const QTemporaryDir folder;
+    const struct {
+        int filter;
+        QString typed, picked;
+    } cases[] = {{0, u"a"_s, u"/a.txt"_s},
+                 {0, u"a.csv"_s, u"/a.csv"_s},
+                 {1, u"a"_s, u"/a"_s},
+                 {0, QString(), QString()}};
+    for (const auto& it : cases) {
+        onceOpen<QFileDialog>([&](QFileDialog& box) {
+            EXPECT_EQ(box.nameFilters(), QStringList({u"文本文档(*.txt)"_s, u"所有文件(*)"_s}));
+            EXPECT_EQ(box.findChild<QLineEdit*>()->text(), u"股.txt"_s);
+            EXPECT_FALSE(box.testOption(QFileDialog::DontConfirmOverwrite));
+            box.selectNameFilter(box.nameFilters().at(it.filter));
+            emit box.filterSelected(box.selectedNameFilter());
+            box.selectFile(it.typed);
+            QTest::keyClick(&box, it.typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+        });
+        EXPECT_EQ(dialogs_.baocunwenjian(folder.path(), u"股.txt"_s,
+                                         {u"文本文档(*.txt)"_s, u"所有文件(*.*)"_s}),
+                  it.picked.isEmpty() ? QString() : folder.path() + it.picked);
+    }
+}
+
 TEST_F(DesktopDialogsTest, AnOwnerThatClosesTakesItsBoxAlong) {
     auto* owner = new QWidget;
     owner->show();

@@ -68,6 +68,9 @@ protected:
                     u"create table SH000001(shijian,sp,qiansp);"
                     u"create table geguhq(dm,shijian,sp,qiansp,zg,zd);"
                     u"create table dzhzhuti(zhutiname,dm);"
+                    u"create index day on geguhq(date(shijian));"
+                    u"create index code on dzhzhuti(dm);"
+                    u"create index theme on dzhzhuti(zhutiname);"
                     u"insert into SH000001 values('2017-05-02',100,100),('2017-05-03',100,100)"_s);
         createStore(stores_.secondHistory.path, {}, u"create table nishihq2(shijian)"_s);
     }
@@ -161,16 +164,27 @@ TEST_F(Form12Test, TheGridSortsHandsOverAndOpensPages) {
     EXPECT_EQ(words, QStringList({u"修改关注度"_s, u"导出自选股"_s, u"删除一个"_s}));
     menu->close();
     emit find<GridView>(u"MSHFlexGrid1"_s)->gridDoubleClicked(2, 1);
+    EXPECT_THROW(push(u"Command5"_s), OperationError);
+    EXPECT_TRUE(QFile(store_.folder() + u"题材选股总结.txt"_s).open(QIODevice::WriteOnly));
     push(u"Command5"_s);
+    services_.sitepage.host.clear();
+    emit find<GridView>(u"MSHFlexGrid1"_s)->gridDoubleClicked(2, 1);
     EXPECT_EQ(shell_.opened, QStringList({u"http://page/SZ002460.html"_s,
                                           store_.folder() + u"题材选股总结.txt"_s}));
 }
 
-TEST_F(Form12Test, TheEditsActOnThePressedRecord) {
+TEST_F(Form12Test, TheEditsActOnTheMarkedRecord) {
     open();
     type(u"Text8"_s, QString());
     push(u"Command2"_s);
+    grid().setTextMatrix(1, 21, u"7"_s);
+    grid().setTextMatrix(2, 4, u"锂电池"_s);
     click(1);
+    EXPECT_EQ(globals_.dangqianjilu, 7);
+    QTest::keyClick(find<GridView>(u"MSHFlexGrid1"_s), Qt::Key_Down);
+    EXPECT_EQ(globals_.dangqianjilu, 2);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text() + find<QLineEdit>(u"Text2"_s)->text(),
+              u"SH600519锂电池"_s);
     dialogs_.typed = u"9"_s;
     type(u"Text6"_s, u"一\n二"_s);
     push(u"Command6"_s);
@@ -190,6 +204,16 @@ TEST_F(Form12Test, TheEditsActOnThePressedRecord) {
     };
     find<QAction>(u"删除一个"_s)->trigger();
     EXPECT_TRUE(form_.isNull());
+}
+
+TEST_F(Form12Test, ASearchWithoutResultSaysSo) {
+    open();
+    type(u"Text8"_s, u" and 量比>1000"_s);
+    const auto picture = [this] { return find<GridView>(u"MSHFlexGrid1"_s)->grab().toImage(); };
+    const QImage before = picture();
+    push(u"Command2"_s);
+    EXPECT_EQ(grid().rows(), 1);
+    EXPECT_NE(picture(), before) << "another hint";
 }
 
 TEST_F(Form12Test, ACompanyIsSearchedOnceTheWindowIsThere) {
@@ -236,9 +260,15 @@ TEST_F(Form12Test, ARunShowsItsDayAndStopsBetweenDays) {
                 EXPECT_FALSE(find<QPushButton>(name)->isEnabled()) << it.name;
             }
             EXPECT_FALSE(find<QAction>(u"删除一个"_s)->isEnabled());
+            EXPECT_EQ(find<QLabel>(u"Label2"_s)->text(), QString()) << "words of the run before";
             it.act();
+            const bool stopping = it.caption == u"计算到时间:2017-05-02"_s;
+            EXPECT_EQ(find<QPushButton>(u"stop"_s)->text(), stopping ? u"正在停止…"_s : u"停止"_s);
+            EXPECT_EQ(find<QPushButton>(u"stop"_s)->isEnabled(), !stopping);
         };
+        find<QLabel>(u"Label2"_s)->setText(u"旧"_s);
         push(u"Command1"_s);
+        EXPECT_EQ(find<QPushButton>(u"stop"_s)->text(), u"停止"_s);
         EXPECT_EQ(form_->windowTitle(), it.caption) << it.name;
         EXPECT_EQ(u"计算到时间:"_s + find<QLabel>(u"Label6"_s)->text(), it.caption);
         EXPECT_TRUE(find<QPushButton>(u"Command1"_s)->isEnabled());
@@ -270,8 +300,32 @@ TEST_F(Form12Test, AWindowThatClosesDuringARunOutlivesIt) {
     EXPECT_TRUE(form_.isNull());
 }
 
-TEST_F(Form12Test, EveryControlHasAnAccessibleName) {
+TEST_F(Form12Test, TheWindowOpensWithItsOwnWords) {
     open();
+    const QList<QPair<QString, QString>> words = {{u"Text1"_s, u"sh"_s},
+                                                  {u"Text2"_s, u"主题名可以不完整"_s},
+                                                  {u"Text3"_s, u"2017"_s},
+                                                  {u"Text4"_s, QString()},
+                                                  {u"Text5"_s, u"1000"_s}};
+    for (const auto& [name, text] : words) {
+        EXPECT_EQ(find<QLineEdit>(name)->text(), text) << name.toStdString();
+    }
+    const QList<QPair<QString, QString>> captions = {{u"Command1"_s, u"选历年主题"_s},
+                                                     {u"Command2"_s, u"搜  索"_s},
+                                                     {u"Command3"_s, u"根据选中的主题补充股票"_s},
+                                                     {u"Command4"_s, u"选后2天跌7%的"_s},
+                                                     {u"Command5"_s, u"..."_s},
+                                                     {u"Command6"_s, u"修改摘要"_s},
+                                                     {u"Command9"_s, u"取后期涨幅"_s},
+                                                     {u"Check1"_s, u"题材"_s},
+                                                     {u"Check2"_s, u"代码"_s},
+                                                     {u"Check3"_s, u"时间"_s},
+                                                     {u"Check4"_s, u"同日期合并"_s}};
+    for (const auto& [name, caption] : captions) {
+        const auto* button = find<QAbstractButton>(name);
+        EXPECT_EQ(button->text(), caption);
+        EXPECT_FALSE(button->isChecked()) << name.toStdString();
+    }
     for (const QWidget* widget : form_->findChildren<QWidget*>()) {
         const QString name = widget->objectName();
         for (const QString& kind :

@@ -438,6 +438,29 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
         }));
 }
 
+TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    history.members.fill(qMakePair(u"题"_s, u"SZ000001"_s), 20000);
+    write(history, false);
+    const QString words = u"正在整理历史行情…"_s;
+    for (const bool closes : {false, true}) {
+        int during = 0;
+        pump_.onRun = [&] {
+            EXPECT_EQ(seen_.label3, words);
+            // Events of the copy itself, and not those before it only.
+            if (++during == 5) {
+                closes ? run_.cancel() : run_.stop();
+            }
+        };
+        scan_.chooseThemes();
+        EXPECT_EQ(during, closes ? 5 : 6);
+        EXPECT_EQ(seen_.label3 + seen_.caption, QString());
+        EXPECT_FALSE(run_.running());
+        EXPECT_TRUE(chosen().isEmpty());
+    }
+}
+
 TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     Connection::setBusyTimeout(std::chrono::milliseconds(0));
     std::optional<Connection> other;

@@ -199,7 +199,7 @@ TEST_F(SelectionSearchTest, APressHandsCodeThemeAndLastCellOver) {
     EXPECT_EQ(pressed->code + pressed->theme + globals_.dangqiandm, u"SH600519白酒SH600519"_s);
     const QList<QPair<QString, qint32>> cells = {{u"-3.08"_s, -3},       {u"2.50"_s, 2},
                                                  {u"3.50"_s, 4},         {QString(), 0},
-                                                 {u"70000.00"_s, 70000}, {u"3000000000"_s, 70000}};
+                                                 {u"70000.00"_s, 70000}, {u"3000000000"_s, 0}};
     for (const auto& [text, record] : cells) {
         grid_.setTextMatrix(2, 21, text);
         search_.press(2);

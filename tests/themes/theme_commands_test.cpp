@@ -210,7 +210,7 @@ TEST_F(SmallThemesTest, TheGridAsDisplayedTellsWhatGoes) {
     EXPECT_EQ(members().size(), 6);
     // Sorted by the name, descending: the last row is one that stays.
     SortCode last = SortCode::genericAscending;
-    sortByHeader(themes_, 1, u"时间"_s, last);
+    sortByHeader(themes_, 1, {u"时间"_s}, last);
     ASSERT_EQ(themes_.textMatrix(3, 1), u"白酒"_s);
     dialogs_.answer = true;
     EXPECT_EQ(commands_.removeSmallThemes(themes_), Redraw::themes);

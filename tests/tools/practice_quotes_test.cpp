@@ -121,7 +121,11 @@ TEST_F(PracticeQuotesTest, ChartsAndPagesOfAStock) {
                                 u"/news/stock/sz300750/cpbd.shtml"_s}) {
         EXPECT_FALSE(practicePage(quotes_, path, now).isEmpty()) << path.toStdString();
     }
-    EXPECT_TRUE(practicePage(quotes_, u"/609999/"_s, now).isEmpty());
+    EXPECT_TRUE(practicePage(quotes_, u"/SZ000001.html"_s, now).contains(u"平安银行"_s));
+    EXPECT_TRUE(practicePage(quotes_, u"/sh000001.html"_s, now).contains(u"上证指数"_s));
+    for (const QString& path : {u"/609999/"_s, u"/SZ600000.html"_s}) {
+        EXPECT_TRUE(practicePage(quotes_, path, now).isEmpty()) << path.toStdString();
+    }
 }
 
 }  // namespace guanchao

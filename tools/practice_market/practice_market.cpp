@@ -172,7 +172,7 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerChart(request, response);
                  });
-    server_->Get(R"(/(realstock|news)/.+|/\d{6}/)",
+    server_->Get(R"(/(realstock|news)/.+|/\d{6}/|/[Ss][HhZz]\d{6}\.html)",
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerPage(request, response);
                  });

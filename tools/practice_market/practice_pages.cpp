@@ -76,10 +76,12 @@ QString withExchange(const QString& number) {
 }  // namespace
 
 QString practicePage(const PracticeQuotes& quotes, const QString& path, const QDateTime& now) {
-    static const QRegularExpression stock(QStringLiteral("(s[hz])?(\\d{6})"));
+    static const QRegularExpression stock(QStringLiteral("(s[hz])?(\\d{6})"),
+                                          QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = stock.match(path);
     const QString number = match.captured(2);
-    const QString code = match.captured(1).isEmpty() ? withExchange(number) : match.captured();
+    const QString code =
+        match.captured(1).isEmpty() ? withExchange(number) : match.captured().toLower();
     const QString name = quotes.name(code);
     if (name.isEmpty()) {
         return {};
@@ -94,6 +96,9 @@ QString practicePage(const PracticeQuotes& quotes, const QString& path, const QD
     }
     if (path.startsWith(QLatin1String("/news/"))) {
         return newsPage(title, report);
+    }
+    if (path.endsWith(QLatin1String(".html"))) {
+        return chartPage(title, QStringLiteral("/newchart/min/n/%1.gif").arg(code));
     }
     return pageOf(title + QStringLiteral(" 公司资料"), tableOf(report));
 }

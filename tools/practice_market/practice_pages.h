@@ -1,5 +1,5 @@
-// The pages of a stock on the practice market: its news page with the key data, its F10 page and
-// the two pages behind the charts.
+// The pages of a stock on the practice market: its news page with the key data, its F10 page, the
+// two pages behind the charts and its page on the public quote site.
 #pragma once
 
 #include <QDateTime>
