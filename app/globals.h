@@ -15,6 +15,8 @@ struct Globals {
     QString dangqianzhuti;  // 当前主题
     QString dangqiangongsi;  // 当前公司: the code of the company chosen in its news ranking
 
+    QString dangqianshangpin;  // 当前商品: the commodity chosen in its monitor
+
     qint32 dangqianjilu = 0;  // 当前记录: the forecast row that the edits of Form12 act on
 
     QString wenzhangdalei;    // 文章大类: the article context, "主题" or "个股" or empty

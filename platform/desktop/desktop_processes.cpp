@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <vector>
 
 namespace guanchao {
@@ -15,8 +16,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The user's processes whose executable has that name.
-std::vector<pid_t> processesOf(const QString& executable) {
+// The user's processes of the image, letter case aside.
+std::vector<pid_t> processesOf(const QString& imageName) {
+    QString executable = imageName;
+    if (executable.endsWith(u".exe"_s, Qt::CaseInsensitive)) {
+        executable.chop(4);
+    }
     std::vector<pid_t> found;
     const QDir processes(u"/proc"_s);
     for (const QFileInfo& entry : processes.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
@@ -28,7 +33,7 @@ std::vector<pid_t> processesOf(const QString& executable) {
         QString image = QFile::symLinkTarget(entry.filePath() + u"/exe"_s);
         // An image that has been replaced while it runs carries this mark.
         image.remove(u" (deleted)"_s);
-        if (QFileInfo(image).fileName() == executable) {
+        if (QFileInfo(image).fileName().compare(executable, Qt::CaseInsensitive) == 0) {
             found.push_back(id);
         }
     }
@@ -38,15 +43,19 @@ std::vector<pid_t> processesOf(const QString& executable) {
 }  // namespace
 
 void DesktopProcesses::endByImageName(const QString& imageName) {
-    QString executable = imageName;
-    if (executable.endsWith(u".exe"_s, Qt::CaseInsensitive)) {
-        executable.chop(4);
-    }
-    for (const pid_t id : processesOf(executable)) {
+    for (const pid_t id : processesOf(imageName)) {
         if (id != getpid()) {
             kill(id, SIGTERM);
         }
     }
+}
+
+bool DesktopProcesses::isRunning(const QString& imageName) {
+    return !processesOf(imageName).empty();
+}
+
+bool DesktopProcesses::start(const QString& program, const QString& argument) {
+    return QProcess::startDetached(program, {argument});
 }
 
 void DesktopProcesses::endThisProcess() {

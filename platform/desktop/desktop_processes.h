@@ -8,6 +8,8 @@ namespace guanchao {
 class DesktopProcesses : public Processes {
 public:
     void endByImageName(const QString& imageName) override;
+    bool isRunning(const QString& imageName) override;
+    bool start(const QString& program, const QString& argument) override;
     void endThisProcess() override;
 };
 

@@ -97,9 +97,21 @@ public:
 class FakeProcesses : public Processes {
 public:
     void endByImageName(const QString& imageName) override { ended << imageName; }
+    bool isRunning(const QString& imageName) override {
+        asked << imageName;
+        return running.contains(imageName);
+    }
+    bool start(const QString& program, const QString& argument) override {
+        started << program + u'|' + argument;
+        return canStart;
+    }
     void endThisProcess() override { ended << QStringLiteral("this"); }
 
     QStringList ended;
+    QStringList asked;
+    QStringList running;
+    QStringList started;  // "program|argument"
+    bool canStart = true;
 };
 
 class FakeSound : public Sound {
