@@ -103,6 +103,10 @@ int GridView::pixels(int twips) const {
     return pixelsOf(twips, *this);
 }
 
+void GridView::scrollToTop(int row) {
+    scrollTo(model()->index(row - 1, 0), PositionAtTop);
+}
+
 void GridView::applyWidths() {
     horizontalHeader()->setVisible(!isEmpty());
     const int shown = std::min(grid_->cols(), horizontalHeader()->count());

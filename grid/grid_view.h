@@ -29,6 +29,9 @@ public:
     // widths were chosen.
     int pixels(int twips) const;
 
+    // Makes the grid's row the first one in sight, as far as the rows under it reach.
+    void scrollToTop(int row);
+
     // Where on the screen the last press was: the place for a popup.
     QPoint pressPosition() const { return pressPosition_; }
 

@@ -1,0 +1,215 @@
+#include "controls/day_plot.h"
+
+#include <QChart>
+#include <QGraphicsLayout>
+#include <QKeyEvent>
+#include <QLegend>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QColor ground(20, 21, 24);
+const QColor gridLines(58, 62, 69);
+const QColor words(192, 192, 192);
+const QColor box(48, 52, 58, 235);
+constexpr double thickness = 2;
+constexpr int dotRadius = 4;
+constexpr int boxPadding = 6;
+constexpr int mostTicks = 8;
+
+qreal moment(const QDate& day) {
+    return static_cast<qreal>(day.startOfDay().toMSecsSinceEpoch());
+}
+
+void styleAxis(QAbstractAxis& axis) {
+    axis.setLabelsColor(words);
+    axis.setGridLineColor(gridLines);
+    axis.setLinePenColor(gridLines);
+}
+
+}  // namespace
+
+DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent)
+    : QChartView(parent), dayAxis_(new QDateTimeAxis(this)) {
+    buildChart();
+    for (const PlotLine& line : lines) {
+        addLine(line, labelFormat);
+    }
+    setRenderHint(QPainter::Antialiasing);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumHeight(160);
+    showDays({});
+}
+
+void DayPlot::buildChart() {
+    dayAxis_->setFormat(u"yyyy-MM-dd"_s);
+    styleAxis(*dayAxis_);
+    chart()->addAxis(dayAxis_, Qt::AlignBottom);
+    chart()->setBackgroundBrush(ground);
+    chart()->setBackgroundRoundness(0);
+    chart()->layout()->setContentsMargins(0, 0, 0, 0);
+    chart()->setMargins({4, 4, 12, 4});
+    chart()->legend()->setLabelColor(words);
+    chart()->legend()->setAlignment(Qt::AlignTop);
+}
+
+void DayPlot::addLine(const PlotLine& line, const QString& labelFormat) {
+    auto* series = new QLineSeries(this);
+    series->setName(line.name);
+    series->setPen(QPen(line.colour, thickness));
+    chart()->addSeries(series);
+    series->attachAxis(dayAxis_);
+    series->attachAxis(axisOf(line.axis, labelFormat));
+    lines_ << series;
+}
+
+QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
+    QValueAxis*& axis = side == PlotAxis::left ? left_ : right_;
+    if (!axis) {
+        axis = new QValueAxis(this);
+        axis->setLabelFormat(labelFormat);
+        styleAxis(*axis);
+        chart()->addAxis(axis, side == PlotAxis::left ? Qt::AlignLeft : Qt::AlignRight);
+    }
+    return axis;
+}
+
+void DayPlot::setLineColour(int line, const QColor& colour) {
+    lines_[line]->setPen(QPen(colour, thickness));
+}
+
+void DayPlot::showDays(const QList<DayValues>& days) {
+    days_ = days;
+    chosen_ = -1;
+    for (qsizetype line = 0; line < lines_.size(); ++line) {
+        QList<QPointF> points;
+        for (const DayValues& day : days) {
+            points << QPointF(moment(day.day), day.values[line]);
+        }
+        lines_[line]->replace(points);
+    }
+    for (QAbstractAxis* axis : chart()->axes()) {
+        axis->setVisible(!days.isEmpty());
+    }
+    if (!days.isEmpty()) {
+        fitDays();
+        for (QValueAxis* axis : {left_, right_}) {
+            if (axis) {
+                fitValues(*axis, axis == left_);
+            }
+        }
+    }
+    viewport()->update();
+}
+
+void DayPlot::fitDays() {
+    const QDate first = days_.first().day;
+    const QDate last = std::max(days_.last().day, first.addDays(1));
+    dayAxis_->setRange(first.startOfDay(), last.startOfDay());
+    dayAxis_->setTickCount(
+        static_cast<int>(std::clamp<qint64>(first.daysTo(last) + 1, 2, mostTicks)));
+}
+
+void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
+    double lowest = withZero ? 0 : std::numeric_limits<double>::max();
+    double highest = withZero ? 0 : std::numeric_limits<double>::lowest();
+    for (QLineSeries* line : lines_) {
+        if (!line->isVisible() || !line->attachedAxes().contains(&axis)) {
+            continue;
+        }
+        for (const QPointF& point : line->points()) {
+            lowest = std::min(lowest, point.y());
+            highest = std::max(highest, point.y());
+        }
+    }
+    axis.setRange(lowest, std::max(highest, lowest + 1));
+    axis.applyNiceNumbers();
+}
+
+QString DayPlot::chosenText() const {
+    return chosen_ < 0 ? QString() : days_[chosen_].words;
+}
+
+void DayPlot::choose(qsizetype day) {
+    chosen_ = days_.isEmpty() ? -1 : std::clamp<qsizetype>(day, 0, days_.size() - 1);
+    setAccessibleDescription(chosenText());
+    viewport()->update();
+}
+
+void DayPlot::mouseMoveEvent(QMouseEvent* event) {
+    QChartView::mouseMoveEvent(event);
+    const qreal pointed =
+        chart()->mapToValue(mapToScene(event->position().toPoint()), lines_.first()).x();
+    const auto nearest =
+        std::min_element(days_.cbegin(), days_.cend(), [&](const auto& a, const auto& b) {
+            return std::abs(moment(a.day) - pointed) < std::abs(moment(b.day) - pointed);
+        });
+    choose(nearest - days_.cbegin());
+}
+
+void DayPlot::leaveEvent(QEvent* event) {
+    QChartView::leaveEvent(event);
+    chosen_ = -1;
+    viewport()->update();
+}
+
+void DayPlot::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Left) {
+        choose(chosen_ < 0 ? days_.size() - 1 : chosen_ - 1);
+    } else if (event->key() == Qt::Key_Right) {
+        choose(chosen_ + 1);
+    } else {
+        QChartView::keyPressEvent(event);
+    }
+}
+
+void DayPlot::drawForeground(QPainter* painter, const QRectF& rect) {
+    QChartView::drawForeground(painter, rect);
+    if (chosen_ < 0) {
+        return;
+    }
+    const QRectF area = chart()->plotArea();
+    const qreal x = chart()->mapToPosition({moment(days_[chosen_].day), 0}, lines_.first()).x();
+    painter->setPen(QPen(words, 1, Qt::DashLine));
+    painter->drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+    drawDots(*painter);
+    drawWords(*painter, x);
+}
+
+void DayPlot::drawDots(QPainter& painter) {
+    const DayValues& day = days_[chosen_];
+    painter.setPen(Qt::NoPen);
+    for (qsizetype line = 0; line < lines_.size(); ++line) {
+        if (lines_[line]->isVisible()) {
+            painter.setBrush(lines_[line]->pen().color());
+            painter.drawEllipse(
+                chart()->mapToPosition({moment(day.day), day.values[line]}, lines_[line]),
+                dotRadius, dotRadius);
+        }
+    }
+}
+
+void DayPlot::drawWords(QPainter& painter, qreal x) {
+    const QRectF area = chart()->plotArea();
+    QRectF label = QRectF(painter.fontMetrics().boundingRect(chosenText()))
+                       .adjusted(-boxPadding, -boxPadding, boxPadding, boxPadding);
+    label.moveTop(area.top() + boxPadding);
+    label.moveLeft(std::clamp(x + boxPadding, area.left(),
+                              std::max(area.left(), area.right() - label.width())));
+    painter.setPen(gridLines);
+    painter.setBrush(box);
+    painter.drawRoundedRect(label, 3, 3);
+    painter.setPen(words);
+    painter.drawText(label, Qt::AlignCenter, chosenText());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,63 @@
+// A plot of lines over the days, in the look of the program. The day under the pointer, or the one
+// that the arrow keys choose, shows its words and a dot on each line.
+#pragma once
+
+#include <QChartView>
+#include <QDateTimeAxis>
+#include <QLineSeries>
+#include <QValueAxis>
+
+#include "controls/day_values.h"
+
+namespace guanchao {
+
+// The left axis always shows 0; the right one is for lines that keep far from it.
+enum class PlotAxis { left, right };
+
+struct PlotLine {
+    QString name;
+    QColor colour;
+    PlotAxis axis = PlotAxis::left;
+};
+
+class DayPlot : public QChartView {
+    Q_OBJECT
+
+public:
+    // `labelFormat` is that of a printed number, "%.1f%%". At most one axis on each side.
+    DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent);
+
+    // The days in their order, each with a value for every line.
+    void showDays(const QList<DayValues>& days);
+
+    // The words of the chosen day, empty if none is.
+    QString chosenText() const;
+
+protected:
+    void setLineVisible(int line, bool visible) { lines_[line]->setVisible(visible); }
+    void setLineColour(int line, const QColor& colour);
+
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void drawForeground(QPainter* painter, const QRectF& rect) override;
+
+private:
+    void buildChart();
+    void addLine(const PlotLine& line, const QString& labelFormat);
+    QValueAxis* axisOf(PlotAxis side, const QString& labelFormat);
+    void fitDays();
+    void fitValues(QValueAxis& axis, bool withZero);
+    void choose(qsizetype day);
+    void drawDots(QPainter& painter);
+    void drawWords(QPainter& painter, qreal x);
+
+    QDateTimeAxis* dayAxis_;
+    QValueAxis* left_ = nullptr;
+    QValueAxis* right_ = nullptr;
+    QList<QLineSeries*> lines_;
+    QList<DayValues> days_;
+    qsizetype chosen_ = -1;
+};
+
+}  // namespace guanchao
