@@ -1,8 +1,10 @@
 // prepare_stores FOLDER DATA [HOST]: makes the stores that are missing in an application folder,
-// and leads its F10 pages to the practice market at HOST.
+// and, for a practice folder, leads its F10 pages to the practice market at HOST and gives it some
+// days of internet counts.
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include "store/practice_counts.h"
 #include "store/prepared_stores.h"
 
 int main(int argc, char** argv) {
@@ -20,6 +22,7 @@ int main(int argc, char** argv) {
         }
         if (arguments.size() == 4) {
             guanchao::leadF10PagesTo(arguments[1], arguments[3]);
+            guanchao::fillPracticeCounts(arguments[1], arguments[2], QDateTime::currentDateTime());
         }
     } catch (const std::exception& failure) {
         errors << failure.what() << '\n';

@@ -27,7 +27,9 @@ create table xinwenshul (
     yixiaza integer default 0            -- 已下载, the collector's own mark
 );
 create index xinwenshul_riqi on xinwenshul (date(riqi), zhutiname);
-create index xinwenshul_zhutiname on xinwenshul (zhutiname);
+create index xinwenshul_time on xinwenshul (datetime(riqi));
+-- In the order of the days: of a group the ranking of all themes shows its last row.
+create index xinwenshul_zhutiname on xinwenshul (zhutiname, date(riqi));
 
 -- Commodity word counts per day (商品行情).
 create table shophq (
@@ -45,6 +47,7 @@ create table shophq (
     zhangfu real default 0               -- 增长
 );
 create index shophq_shopname on shophq (shopname, date(riqi));
+create index shophq_time on shophq (datetime(riqi));
 
 -- The commodity list with its latest counts; the ten count columns are those of shophq.
 create table shopname (
@@ -79,4 +82,5 @@ create table gongsixinwen (
     zdytianshu integer default 0
 );
 create index gongsixinwen_riqi on gongsixinwen (date(riqi), dm);
-create index gongsixinwen_dm on gongsixinwen (dm);
+create index gongsixinwen_time on gongsixinwen (datetime(riqi));
+create index gongsixinwen_dm on gongsixinwen (dm, date(riqi));

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include "store/initials.h"
+#include "store/practice_counts.h"
 #include "store/seed_list.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
@@ -64,6 +65,25 @@ TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
     const StoreFile backup{applicationFolder(directory_.path()) + u"yzhutibackup.mzdat"_s,
                            stores_.backupKey};
     EXPECT_EQ(rows(backup, u"select count(*) from dzhzhuti,dmb"_s), QStringList{u"0"_s});
+}
+
+TEST_F(PreparedStoresTest, APracticeFolderGetsItsCountsOnce) {
+    prepare();
+    const QString news = u"select count(*),max(riqi),min(zdytianshu),max(zdytianshu) from %1"_s;
+    for (int time = 1; time <= 2; ++time) {
+        fillPracticeCounts(directory_.path(), dataFolder,
+                           QDateTime(QDate(2026, 11, 23 + time), QTime(8, 0, 0)));
+        EXPECT_EQ(rows(stores_.heat, news.arg(u"xinwenshul"_s)),
+                  QStringList{u"120|2026-11-24 08:00:00|30|30"_s});
+        EXPECT_EQ(rows(stores_.heat, news.arg(u"gongsixinwen"_s)),
+                  QStringList{u"80|2026-11-24 08:00:00|30|30"_s});
+    }
+    EXPECT_EQ(rows(stores_.heat, u"select jc from gongsixinwen where dm='SH600519' limit 1"_s),
+              QStringList{u"贵州茅台"_s});
+    EXPECT_EQ(rows(stores_.heat,
+                   u"select count(*) from shopname inner join shophq using(shopname,riqi,zongfen,"
+                   u"jiangzi) where date(riqi)='2026-11-24'"_s),
+              QStringList{u"12"_s});
 }
 
 TEST_F(PreparedStoresTest, AStoreThatIsThereStays) {
