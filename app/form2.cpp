@@ -14,6 +14,9 @@
 #include "exchange/form3.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "heat/form25.h"
+#include "heat/form29.h"
+#include "heat/form31.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
@@ -87,6 +90,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectThemeCommands();
     connectArticles();
     connectExchange();
+    connectHeat();
     connectGrids();
 }
 
@@ -253,6 +257,13 @@ void Form2::showExchange(const ExchangeProgress& progress) {
     ui_->progress->setMaximum(progress.total);
     ui_->progress->setValue(progress.done);
     ui_->progress->setVisible(progress.running);
+}
+
+void Form2::connectHeat() {
+    connect(ui_->新闻数量分析, &QAction::triggered, this, [this] { windows_.openAnew<Form25>(); });
+    connect(ui_->公司新闻数量分析, &QAction::triggered, this,
+            [this] { windows_.openAnew<Form31>(); });
+    connect(ui_->商品价格监控, &QAction::triggered, this, [this] { windows_.openAnew<Form29>(); });
 }
 
 void Form2::connectGrids() {

@@ -52,6 +52,7 @@ private:
     void connectArticles();
     void connectGrids();
     void connectExchange();
+    void connectHeat();
     void runExchange(const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();

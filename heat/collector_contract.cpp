@@ -1,0 +1,38 @@
+#include "heat/collector_contract.h"
+
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+void Collector::launch(const QString& argumentWord) {
+    const Activity activity(u"启动采集程序"_s);
+    Connection store = stores_.heat.open();
+    writeSettings(store);
+    if (isRunning()) {
+        dialogs_.tell(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
+        return;
+    }
+    // The folder ends in a separator already; the path holds it twice.
+    const QString program = globals_.yingyongmulu + u"/caijiqi"_s;
+    if (!processes_.start(program, argumentWord)) {
+        dialogs_.tell(u"采集程序没有启动，请检查程序文件是否存在：\n"_s + program);
+    }
+}
+
+void Collector::writeSettings(Connection& store) {
+    // Read for nothing, as the contract has it: a row that can't be read ends the launch.
+    const Recordset unused(
+        store, u"select  iszidinyinum,zidinyinum,datetime(today) as today  FROM canshu"_s);
+    store.execute(u"update canshu set mainisrun=1,isvisible=1,today='"_s +
+                  timeText(globals_.jintian.startOfDay(Qt::UTC)) + u"'"_s);
+}
+
+bool Collector::isRunning() {
+    return processes_.isRunning(u"caijiqi.exe"_s) || processes_.isRunning(u"caijiqi2.exe"_s);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,130 @@
+#include "heat/commodities.h"
+
+#include "heat/heat_grid.h"
+#include "heat/url_encode.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QList<int> rankingWidths = {500, 1200, 1400, 800, 900, 900, 750, 750,
+                                  750, 750,  750,  750, 750, 750, 5200};
+const QList<int> historyWidths = {500, 1200, 1400, 900, 900, 750, 750,
+                                  750, 750,  750,  750, 750, 750};
+
+QString rankingQuery() {
+    return u"select date(riqi) as 日期,shopname as 商品名称,guanzhudu as 关注度,zongfen as 总分,"
+           u"zhangfu as 增长,zhangzi as 涨字,shengzi as 升字,dazhang as 大涨,baozhang as 暴涨,"
+           u"diezi as 跌字,jiangzi as 降字,dadie as 大跌,baodie as 暴跌,aboutgegu as 相关股票"
+           u" from shopname "_s;
+}
+
+QString historyQuery(const QString& shopname) {
+    return u"select date(riqi) as 日期,shopname as 商品名称,zongfen as 总分,zhangfu as 增长,"
+           u"zhangzi as 涨字,shengzi as 升字,dazhang as 大涨,baozhang as 暴涨,diezi as 跌字,"
+           u"jiangzi as 降字,dadie as 大跌,baodie as 暴跌 from shophq where shopname='"_s +
+           shopname + u"'  order by date(riqi) desc "_s;
+}
+
+void colourRanking(ResultGrid& grid, int row) {
+    colourColumns(grid, row, {1, 3}, themeColour);
+    grid.setCellForeColor(row, 2, stockColour);
+    colourBySign(grid, row, {4, 5});
+    colourColumns(grid, row, {6, 7, 8, 9}, riseColour);
+    colourColumns(grid, row, {10, 11, 12, 13}, fallColour);
+}
+
+void colourHistory(ResultGrid& grid, int row) {
+    grid.setCellForeColor(row, 1, themeColour);
+    grid.setCellForeColor(row, 2, stockColour);
+    for (int col = 4; col < grid.cols(); ++col) {
+        colourBySign(grid, row, {col});
+    }
+    colourColumns(grid, row, {3, 5, 7}, themeColour);
+}
+
+QList<CountLine> countLines() {
+    return {{u"上涨"_s, {u"涨字"_s, u"升字"_s, u"大涨"_s, u"暴涨"_s}},
+            {u"下跌"_s, {u"跌字"_s, u"降字"_s, u"大跌"_s, u"暴跌"_s}},
+            {u"总分"_s, {u"总分"_s}}};
+}
+
+}  // namespace
+
+Commodities::Commodities(const Stores& stores, Globals& globals, const Clock& clock, Shell& shell,
+                         ResultGrid& ranking, ResultGrid& history)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      shell_(shell),
+      ranking_(ranking),
+      history_(history) {}
+
+std::optional<QString> Commodities::readSettings() {
+    const Activity activity(u"读取采集设置"_s);
+    Connection store = stores_.heat.open();
+    const Recordset row(store, u"select  shopguanzhudu,yinqingurl  FROM canshu"_s);
+    if (row.atEnd()) {
+        return std::nullopt;
+    }
+    searchTemplate_ = row.value(u"yinqingurl").toText();
+    return row.value(u"shopguanzhudu").toText();
+}
+
+void Commodities::writeAttention(const QString& typed) const {
+    const Activity activity(u"保存采集的关注度"_s);
+    stores_.heat.open().execute(u"update canshu set shopguanzhudu="_s +
+                                numberText(numericPrefix(typed)));
+}
+
+void Commodities::showRanking(bool all) {
+    const Activity activity(u"读取商品排名"_s);
+    Connection store = stores_.heat.open();
+    const Recordset latest(
+        store, u"select date(riqi) as riqi from shophq order by datetime(riqi) desc limit 1"_s);
+    const QString day =
+        latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
+    Recordset commodities(store, rankingQuery() +
+                                     (all ? QString() : u" where date(riqi)='"_s + day + u"'"_s) +
+                                     u" order by zongfen desc "_s);
+    fillHeatGrid(commodities, ranking_, rankingWidths, colourRanking);
+}
+
+std::optional<QList<DayValues>> Commodities::choose(int row) {
+    if (!ranking_.isDataRow(row)) {
+        return std::nullopt;
+    }
+    const Activity activity(u"读取历史涨跌情况"_s);
+    globals_.dangqianshangpin = trimBlanks(ranking_.textMatrix(row, 2));
+    ranking_.setToolTipText(trimBlanks(ranking_.textMatrix(row, ranking_.cols() - 1)));
+    Connection store = stores_.heat.open();
+    Recordset days(store, historyQuery(current()));
+    fillHeatGrid(days, history_, historyWidths, colourHistory);
+    return dayValues(days, countLines());
+}
+
+void Commodities::openSearchPage() {
+    shell_.open(searchPage(searchTemplate_, withoutMarks(current()) + u" 价格"_s));
+}
+
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name) {
+    if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
+        return false;
+    }
+    Activity activity(u"删除商品"_s);
+    {
+        Connection store = stores.heat.open();
+        store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
+        activity.wrote(u"商品清单"_s);
+        store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
+    }
+    dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
+    return true;
+}
+
+}  // namespace guanchao

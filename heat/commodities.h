@@ -1,0 +1,52 @@
+// The prices of commodities by the words of the web: the ranking of the list, the history of one
+// commodity, its search page and its end. Tables shopname, shophq and canshu of the heat store,
+// which the collector fills. Failed statements raise StoreError.
+#pragma once
+
+#include <optional>
+
+#include "app/globals.h"
+#include "controls/day_values.h"
+#include "grid/result_grid.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/shell.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+class Commodities {
+public:
+    Commodities(const Stores& stores, Globals& globals, const Clock& clock, Shell& shell,
+                ResultGrid& ranking, ResultGrid& history);
+
+    const QString& current() const { return globals_.dangqianshangpin; }
+
+    // Keeps the search page's template and returns the attention limit; nothing without a row.
+    std::optional<QString> readSettings();
+    void writeAttention(const QString& typed) const;
+
+    // The commodities collected on the latest day, today if there is none, by their total; or all.
+    void showRanking(bool all);
+
+    // A press on a row: its commodity becomes the current one, its stocks the grid's tool tip, its
+    // history fills the second grid. Returns the history for the plot; nothing without data.
+    std::optional<QList<DayValues>> choose(int row);
+
+    // Opens the page from which the collector counts the current commodity.
+    void openSearchPage();
+
+private:
+    const Stores& stores_;
+    Globals& globals_;
+    const Clock& clock_;
+    Shell& shell_;
+    ResultGrid& ranking_;
+    ResultGrid& history_;
+    QString searchTemplate_;
+};
+
+// Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name);
+
+}  // namespace guanchao

@@ -1,0 +1,82 @@
+#include "heat/commodity_editor.h"
+
+#include "heat/commodities.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A new commodity stands as collected so many days ago.
+constexpr int daysBefore = 2;
+
+QString dayText(QDate day) {
+    return timeText(day.startOfDay(Qt::UTC));
+}
+
+QString attentionText(const Commodity& typed) {
+    return numberText(numericPrefix(typed.attention));
+}
+
+}  // namespace
+
+std::optional<Commodity> CommodityEditor::load() {
+    const Activity activity(u"读取商品"_s);
+    Connection store = stores_.heat.open();
+    const std::optional<Commodity> commodity = stored(store, globals_.dangqianshangpin);
+    globals_.dangqianshangpin.clear();
+    return commodity;
+}
+
+std::optional<Commodity> CommodityEditor::stored(Connection& store, const QString& name) {
+    const Recordset row(
+        store,
+        u"select shopname, aboutgegu, guanzhudu from shopname where shopname='"_s + name + u"'"_s);
+    if (row.atEnd()) {
+        return std::nullopt;
+    }
+    return Commodity{.name = row.value(u"shopname").toText(),
+                     .stocks = row.value(u"aboutgegu").toText(),
+                     .attention = row.value(u"guanzhudu").toText()};
+}
+
+void CommodityEditor::add(const Commodity& typed, const Show& show) {
+    const Activity activity(u"添加商品"_s);
+    const QString name = trimBlanks(typed.name);
+    Connection store = stores_.heat.open();
+    if (const auto commodity = stored(store, name)) {
+        show(*commodity);
+        dialogs_.tell(u"此商品已存在!'"_s + name + u"',请点击修改按钮!"_s);
+        return;
+    }
+    store.execute(u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values('"_s +
+                  name + u"','"_s + trimBlanks(typed.stocks) + u"',"_s + attentionText(typed) +
+                  u",'"_s + dayText(globals_.jintian) + u"','"_s +
+                  dayText(globals_.jintian.addDays(-daysBefore)) + u"')"_s);
+    dialogs_.tell(u"添加商品'"_s + name + u"'完成!"_s);
+}
+
+void CommodityEditor::modify(const Commodity& typed) {
+    const Activity activity(u"修改商品"_s);
+    const QString name = trimBlanks(typed.name);
+    Connection store = stores_.heat.open();
+    const Recordset row(store, u"select shopname from shopname where shopname='"_s + name + u"'"_s);
+    if (row.atEnd()) {
+        dialogs_.tell(u"没有找到商品'"_s + name + u"',请点击添加按钮!"_s);
+        return;
+    }
+    store.execute(u"update shopname set  aboutgegu='"_s + trimBlanks(typed.stocks) +
+                  u"', guanzhudu="_s + attentionText(typed) + u",adddate='"_s +
+                  dayText(globals_.jintian) + u"'  where shopname='"_s + name + u"'"_s);
+    dialogs_.tell(u"修改商品'"_s + name + u"'完成!"_s);
+}
+
+void CommodityEditor::remove(const QString& name) {
+    deleteCommodity(stores_, dialogs_, trimBlanks(name));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,45 @@
+// The list of commodities that the collector follows: adding, changing and deleting one by its
+// name. Table shopname of the heat store, and shophq at a deletion. Nothing that is typed is
+// checked; a quote in a name makes its statement fail, which raises StoreError.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "app/globals.h"
+#include "platform/dialogs.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+// A commodity as the window shows it and as it is typed there.
+struct Commodity {
+    QString name;
+    QString stocks;     // 相关股票
+    QString attention;  // 关注度; read as its leading number
+};
+
+class CommodityEditor {
+public:
+    using Show = std::function<void(const Commodity&)>;
+
+    CommodityEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
+        : stores_(stores), globals_(globals), dialogs_(dialogs) {}
+
+    // The stored row of the current commodity, which is then forgotten; nothing for a new one.
+    std::optional<Commodity> load();
+
+    // A name that is there already is not touched: its stored row is shown.
+    void add(const Commodity& typed, const Show& show);
+    void modify(const Commodity& typed);
+    void remove(const QString& name);
+
+private:
+    std::optional<Commodity> stored(Connection& store, const QString& name);
+
+    const Stores& stores_;
+    Globals& globals_;
+    Dialogs& dialogs_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,127 @@
+#include "heat/form29.h"
+
+#include <QPointer>
+
+#include "app/looks.h"
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "heat/form5.h"
+#include "heat/heat_grid.h"
+#include "ui_form29.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form29::Form29(Environment& environment, Windows& windows)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      windows_(windows),
+      ui_(std::make_unique<Ui::Form29>()),
+      commodities_(environment.stores, environment.globals, environment.clock, environment.shell,
+                   rankingGrid_, historyGrid_),
+      collector_(environment.stores, environment.globals, environment.dialogs,
+                 environment.processes) {
+    ui_->setupUi(this);
+    dressControls();
+    connectControls();
+    connectMenu();
+    Form_Load();
+}
+
+Form29::~Form29() = default;
+
+void Form29::dressControls() {
+    ui_->Command9->setIcon(updateIcon());
+    ui_->Command2->setIcon(searchIcon());
+    ui_->MSHFlexGrid1->setGrid(rankingGrid_);
+    ui_->MSHFlexGrid1->setHint(
+        u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序"_s);
+    ui_->MSHFlexGrid2->setGrid(historyGrid_);
+    ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
+    ui_->tables->setStretchFactor(0, 0);
+    ui_->tables->setStretchFactor(1, 1);
+    ui_->tables->setSizes({1000, 900});
+    ui_->historyAndPlot->setSizes({1100, 900});
+}
+
+void Form29::connectControls() {
+    connect(ui_->Text3, &QLineEdit::textChanged, this,
+            [this](const QString& typed) { commodities_.writeAttention(typed); });
+    connect(ui_->Command1, &QPushButton::clicked, this,
+            [this] { collector_.launch(collectCommodities); });
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form29::Command2_Click);
+    connect(ui_->Command9, &QPushButton::clicked, this, &Form29::Command9_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this,
+            [this] { commodities_.openSearchPage(); });
+}
+
+void Form29::connectMenu() {
+    kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
+    kuaijiemenu_.addActions({ui_->打开采集网页, ui_->添加商品, ui_->修改商品, ui_->删除商品});
+    connect(ui_->打开采集网页, &QAction::triggered, this,
+            [this] { commodities_.openSearchPage(); });
+    connect(ui_->添加商品, &QAction::triggered, this, &Form29::添加商品_Click);
+    connect(ui_->修改商品, &QAction::triggered, this, [this] { windows_.openAnew<Form5>(); });
+    connect(ui_->删除商品, &QAction::triggered, this, &Form29::删除商品_Click);
+}
+
+// The attention is shown through its box, whose handler writes it back.
+void Form29::Form_Load() {
+    if (const std::optional<QString> attention = commodities_.readSettings()) {
+        ui_->Text3->setText(*attention);
+    }
+    Command9_Click();
+}
+
+void Form29::Command2_Click() {
+    if (const std::optional<int> row = findHeatRow(rankingGrid_, ui_->Text1->text())) {
+        biaoji(rankingGrid_, *row);
+        ui_->MSHFlexGrid1->scrollToTop(*row);
+    }
+}
+
+void Form29::Command9_Click() {
+    commodities_.showRanking(ui_->Check2->isChecked());
+}
+
+void Form29::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (const auto days = commodities_.choose(row)) {
+        ui_->Text1->setText(commodities_.current());
+        ui_->plot->showDays(*days);
+        if (button == Qt::RightButton) {
+            biaoji(rankingGrid_, row);
+            kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
+        }
+    }
+}
+
+void Form29::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            sortByHeader(grid, col, u"日期"_s, lastSortCode_);
+        }
+    });
+}
+
+void Form29::添加商品_Click() {
+    environment_.globals.dangqianshangpin.clear();
+    windows_.openAnew<Form5>();
+}
+
+// The window may close while a box of its own is open.
+void Form29::删除商品_Click() {
+    const QPointer alive(this);
+    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current()) &&
+        alive) {
+        Command9_Click();
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,53 @@
+// Form29, "商品价格监控--因特网数据采集": commodities by the rising and falling words of the web,
+// the history of one with its plot, and the list of what is collected. Tables shopname, shophq and
+// canshu of the heat store; the rules are in Commodities and Collector.
+#pragma once
+
+#include <QDialog>
+#include <QMenu>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "grid/result_grid.h"
+#include "heat/collector_contract.h"
+#include "heat/commodities.h"
+
+namespace Ui {
+class Form29;
+}
+
+namespace guanchao {
+
+class Form29 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form29(Environment& environment, Windows& windows);
+    ~Form29() override;
+
+private:
+    void dressControls();
+    void connectControls();
+    void connectMenu();
+    void Form_Load();
+
+    void Command2_Click();
+    void Command9_Click();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
+    void 添加商品_Click();
+    void 删除商品_Click();
+
+    Environment& environment_;
+    Windows& windows_;
+    std::unique_ptr<Ui::Form29> ui_;
+    ResultGrid rankingGrid_;
+    ResultGrid historyGrid_;
+    Commodities commodities_;
+    Collector collector_;
+    QMenu kuaijiemenu_;  // 快捷菜单: on a commodity
+    SortCode lastSortCode_ = SortCode::none;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,55 @@
+#include "heat/form5.h"
+
+#include "ui_form5.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form5::Form5(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      ui_(std::make_unique<Ui::Form5>()),
+      editor_(environment.stores, environment.globals, environment.dialogs) {
+    ui_->setupUi(this);
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Command2_Click);
+    connect(ui_->Command3, &QPushButton::clicked, this, &Form5::Command3_Click);
+    Form_Load();
+}
+
+Form5::~Form5() = default;
+
+void Form5::Form_Load() {
+    const std::optional<Commodity> stored = editor_.load();
+    setWindowTitle(stored ? u"修改商品"_s : u"添加商品"_s);
+    ui_->Command1->setDefault(!stored);
+    ui_->Command2->setDefault(stored.has_value());
+    if (stored) {
+        showCommodity(*stored);
+    }
+}
+
+Commodity Form5::typed() const {
+    return {
+        .name = ui_->Text1->text(), .stocks = ui_->Text3->text(), .attention = ui_->Text2->text()};
+}
+
+void Form5::showCommodity(const Commodity& commodity) {
+    ui_->Text1->setText(commodity.name);
+    ui_->Text3->setText(commodity.stocks);
+    ui_->Text2->setText(commodity.attention);
+}
+
+void Form5::Command1_Click() {
+    editor_.add(typed(), [this](const Commodity& stored) { showCommodity(stored); });
+}
+
+void Form5::Command2_Click() {
+    editor_.modify(typed());
+}
+
+void Form5::Command3_Click() {
+    editor_.remove(ui_->Text1->text());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,39 @@
+// Form5, "商品编辑": adds, changes and deletes a commodity of the collector's list. Tables shopname
+// and shophq of the heat store; the rules are in CommodityEditor. Its load takes dangqianshangpin
+// over and empties it.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "heat/commodity_editor.h"
+
+namespace Ui {
+class Form5;
+}
+
+namespace guanchao {
+
+class Form5 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form5(Environment& environment, Windows& windows);
+    ~Form5() override;
+
+private:
+    void Form_Load();
+    Commodity typed() const;
+    void showCommodity(const Commodity& commodity);
+
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+
+    std::unique_ptr<Ui::Form5> ui_;
+    CommodityEditor editor_;
+};
+
+}  // namespace guanchao

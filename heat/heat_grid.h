@@ -1,0 +1,38 @@
+// What the rankings of the internet figures and their histories have in common: how a grid is
+// filled, which colours the columns take by their position, and how a row is found.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "controls/day_values.h"
+#include "grid/result_grid.h"
+#include "store/recordset.h"
+
+namespace guanchao {
+
+// Clears the grid, pours the recordset into it and colours each data row; views see it at once.
+void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
+                  const std::function<void(ResultGrid& grid, int row)>& colourRow);
+
+// A grid without a table.
+void emptyHeatGrid(ResultGrid& grid);
+
+// Sets the colour of each of the columns.
+void colourColumns(ResultGrid& grid, int row, const QList<int>& cols, Colour colour);
+// By the sign of each cell: red for 0 and above.
+void colourBySign(ResultGrid& grid, int row, const QList<int>& cols);
+
+// The first row whose column 2 contains the text without the blanks at its ends.
+std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text);
+
+// A line of a plot: the words of its value and the fields of a history that add up to it.
+struct CountLine {
+    QString words;
+    QStringList fields;
+};
+
+// The days of a history (newest first) for its plot, oldest first.
+QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines);
+
+}  // namespace guanchao

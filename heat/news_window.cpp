@@ -1,0 +1,132 @@
+#include "heat/news_window.h"
+
+#include "app/looks.h"
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "heat/heat_grid.h"
+#include "ui_news_window.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+NewsWindow::NewsWindow(Environment& environment, const NewsSubject& subject, const Words& words)
+    : QDialog(nullptr, Qt::Window),
+      words_(words),
+      ui_(std::make_unique<Ui::NewsWindow>()),
+      ranking_(environment.stores, environment.globals, environment.shell, subject, rankingGrid_,
+               historyGrid_),
+      settings_(environment.stores),
+      collector_(environment.stores, environment.globals, environment.dialogs,
+                 environment.processes) {
+    ui_->setupUi(this);
+    showWords();
+    connectControls();
+    Form_Load();
+}
+
+NewsWindow::~NewsWindow() = default;
+
+void NewsWindow::showWords() {
+    setWindowTitle(words_.caption);
+    ui_->Label7->setText(words_.item + u"："_s);
+    ui_->Text1->setAccessibleName(words_.item);
+    ui_->Check2->setText(words_.showAll);
+    ui_->Command9->setIcon(updateIcon());
+    ui_->Command2->setIcon(searchIcon());
+    ui_->MSHFlexGrid1->setGrid(rankingGrid_);
+    ui_->MSHFlexGrid1->setHint(u"还没有采集到新闻数量\n\n点“采集”启动采集程序，之后点“显示排名”"_s);
+    ui_->MSHFlexGrid2->setGrid(historyGrid_);
+    ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
+    ui_->tables->setSizes({1000, 1000});
+    ui_->historyAndPlot->setSizes({1150, 850});
+}
+
+void NewsWindow::connectControls() {
+    connect(ui_->Check1, &QCheckBox::toggled, this, &NewsWindow::Check1_Click);
+    connect(ui_->Text2, &QLineEdit::textChanged, this, &NewsWindow::Text2_Change);
+    connect(ui_->Text3, &QLineEdit::textChanged, this,
+            [this](const QString& typed) { settings_.writeAttention(typed); });
+    connect(ui_->Command1, &QPushButton::clicked, this, &NewsWindow::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &NewsWindow::Command2_Click);
+    connect(ui_->Command9, &QPushButton::clicked, this, &NewsWindow::Command9_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
+            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
+    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
+    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this,
+            &NewsWindow::MSHFlexGrid1_DblClick);
+}
+
+// The settings are shown through their controls, whose handlers write them back.
+void NewsWindow::Form_Load() {
+    if (const auto stored = settings_.read()) {
+        ui_->Check1->setChecked(stored->customOn);
+        ui_->Text2->setText(stored->days);
+        yinqingurl_ = stored->searchTemplate;
+    }
+    ui_->Text1->setText(ranking_.current());
+    Command9_Click();
+}
+
+// Refused days give way to the default in the box, which changes the text once more.
+int NewsWindow::checkedDays() {
+    const std::optional<int> days = customDays(ui_->Text2->text());
+    if (!days) {
+        ui_->Text2->setText(QString::number(defaultCustomDays));
+    }
+    return days.value_or(defaultCustomDays);
+}
+
+void NewsWindow::Check1_Click() {
+    const int days = checkedDays();
+    settings_.writeCustom(ui_->Check1->isChecked(), days);
+}
+
+void NewsWindow::Text2_Change() {
+    const int days = checkedDays();
+    if (ui_->Check1->isChecked()) {
+        settings_.writeCustom(true, days);
+    }
+}
+
+void NewsWindow::Command1_Click() {
+    collector_.launch(words_.argumentWord);
+}
+
+void NewsWindow::Command2_Click() {
+    if (const std::optional<int> row = findHeatRow(rankingGrid_, ui_->Text1->text())) {
+        biaoji(rankingGrid_, *row);
+        ui_->MSHFlexGrid1->scrollToTop(*row);
+    }
+}
+
+void NewsWindow::Command9_Click() {
+    ranking_.showRanking(ui_->Check2->isChecked());
+}
+
+void NewsWindow::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+    if (const auto days = ranking_.choose(row)) {
+        ui_->Text1->setText(ranking_.current());
+        ui_->plot->showDays(*days);
+        if (button == Qt::RightButton) {
+            biaoji(rankingGrid_, row);
+        }
+    }
+}
+
+void NewsWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            sortByHeader(grid, col, u"日期"_s, lastSortCode_);
+        }
+    });
+}
+
+void NewsWindow::MSHFlexGrid1_DblClick() {
+    ranking_.openSearchPage(yinqingurl_);
+}
+
+}  // namespace guanchao

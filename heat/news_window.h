@@ -1,0 +1,61 @@
+// What Form25 and Form31 share: a ranking by the amount of news, the history of one item with its
+// plot, the settings of the collector and its launch. Tables xinwenshul, gongsixinwen and canshu
+// of the heat store; the rules are in NewsRanking, NewsSettings and Collector.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "app/environment.h"
+#include "grid/result_grid.h"
+#include "heat/collector_contract.h"
+#include "heat/news_ranking.h"
+#include "heat/news_settings.h"
+
+namespace Ui {
+class NewsWindow;
+}
+
+namespace guanchao {
+
+class NewsWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    struct Words {
+        QString caption;
+        QString item;  // 主题名称
+        QString showAll;
+        QString argumentWord;  // of the collector
+    };
+
+    NewsWindow(Environment& environment, const NewsSubject& subject, const Words& words);
+    ~NewsWindow() override;
+
+private:
+    void showWords();
+    void connectControls();
+    void Form_Load();
+    int checkedDays();
+
+    void Check1_Click();
+    void Text2_Change();
+    void Command1_Click();
+    void Command2_Click();
+    void Command9_Click();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
+    void MSHFlexGrid1_DblClick();
+
+    Words words_;
+    std::unique_ptr<Ui::NewsWindow> ui_;
+    ResultGrid rankingGrid_;
+    ResultGrid historyGrid_;
+    NewsRanking ranking_;
+    NewsSettings settings_;
+    Collector collector_;
+    QString yinqingurl_;  // 引擎网址: the template of the search page
+    SortCode lastSortCode_ = SortCode::none;
+};
+
+}  // namespace guanchao

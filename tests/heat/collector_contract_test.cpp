@@ -1,0 +1,68 @@
+#include "heat/collector_contract.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/statement_log.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class CollectorTest : public ::testing::Test {
+protected:
+    CollectorTest() {
+        globals_.yingyongmulu = u"/opt/app/"_s;
+        globals_.jintian = QDate(2026, 11, 24);
+    }
+    QStringList settings() {
+        return TestStores::rows(store_.stores.heat,
+                                u"select mainisrun,isvisible,today from canshu"_s);
+    }
+
+    TestStores store_;
+    Globals globals_;
+    FakeDialogs dialogs_;
+    FakeProcesses processes_;
+    Collector collector_{store_.stores, globals_, dialogs_, processes_};
+};
+
+TEST_F(CollectorTest, ALaunchWritesTheSettingsAndStartsTheWord) {
+    const StatementLog log;
+    collector_.launch(collectThemes);
+    EXPECT_EQ(StatementLog::statements().mid(StatementLog::statements().size() - 2),
+              QStringList({u"caijiqi.mzdat: select  iszidinyinum,zidinyinum,datetime(today) as"
+                           u" today  FROM canshu"_s,
+                           u"caijiqi.mzdat: update canshu set mainisrun=1,isvisible=1,"
+                           u"today='2026-11-24 00:00:00'"_s}));
+    EXPECT_EQ(processes_.asked, QStringList({u"caijiqi.exe"_s, u"caijiqi2.exe"_s}));
+    EXPECT_EQ(processes_.started, QStringList{u"/opt/app//caijiqi|zhuti"_s});
+    EXPECT_EQ(dialogs_.shown, QStringList());
+}
+
+TEST_F(CollectorTest, ARunningCollectorIsNotDoubledButTheSettingsStay) {
+    for (const QString& name : {u"caijiqi.exe"_s, u"caijiqi2.exe"_s}) {
+        processes_.running = {name};
+        store_.stores.heat.open().execute(u"update canshu set mainisrun=0,today=''"_s);
+        collector_.launch(collectCommodities);
+        EXPECT_EQ(settings(), QStringList{u"1|1|2026-11-24 00:00:00"_s});
+        EXPECT_EQ(dialogs_.shown.takeLast(),
+                  u"观潮台|采集程序已在运行，请先停止采集，关闭采集程序。"_s);
+    }
+    EXPECT_EQ(processes_.started, QStringList());
+}
+
+TEST_F(CollectorTest, WhatCannotStartIsNamedAndAStoreThatRefusesStopsTheLaunch) {
+    processes_.canStart = false;
+    collector_.launch(collectCompanies);
+    EXPECT_TRUE(dialogs_.shown.takeLast().contains(u"/opt/app//caijiqi"_s));
+    processes_.started.clear();
+    store_.stores.heat.open().execute(u"drop table canshu"_s);
+    EXPECT_THROW(collector_.launch(collectCompanies), StoreError);
+    EXPECT_EQ(processes_.started, QStringList());
+}
+
+}  // namespace guanchao

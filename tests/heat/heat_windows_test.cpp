@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+
+#include "controls/day_plot.h"
+#include "grid/grid_view.h"
+#include "heat/form25.h"
+#include "heat/form29.h"
+#include "heat/form31.h"
+#include "heat/form5.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/statement_log.h"
+#include "tests/support/test_environment.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class HeatWindowsTest : public ::testing::Test, protected TestEnvironment {
+protected:
+    HeatWindowsTest() {
+        globals_.jintian = QDate(2026, 11, 24);
+        run(u"update canshu set iszidinyinum=1,zidinyinum=30,guanzhudu=4,shopguanzhudu=3,"
+            u"yinqingurl='http://x/?q=tihuandm'"_s);
+        run(u"insert into xinwenshul(riqi,zhutiname,onecishu,allzhangfu) values"
+            u"('2026-11-24 10:00:00','银行',5,9.0),('2026-11-24 10:00:00','白酒',7,8.0),"
+            u"('2026-11-20 10:00:00','旧题',7,8.0)"_s);
+        run(u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600000','浦发银行')"_s);
+        run(u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi) values"
+            u"('铜',18,'SH601899','2026-11-24'),('铝',9,'SH601600','2026-11-20')"_s);
+    }
+    ~HeatWindowsTest() override {
+        windows_.closeAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void run(const QString& statement) { stores_.heat.open().execute(statement); }
+    QString settings() {
+        return TestStores::rows(stores_.heat,
+                                u"select iszidinyinum,zidinyinum,guanzhudu,"
+                                u"shopguanzhudu from canshu"_s)
+            .first();
+    }
+
+    template <typename Form>
+    Form* opened() {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* form = qobject_cast<Form*>(widget); form && form->isVisible()) {
+                return form;
+            }
+        }
+        return nullptr;
+    }
+    template <typename Form>
+    void open() {
+        windows_.openAnew<Form>();
+        form_ = opened<Form>();
+    }
+
+    template <typename Widget>
+    Widget* find(const QString& name) {
+        auto* widget = form_->findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+    ResultGrid& grid(const QString& name) {
+        return *static_cast<ResultGrid*>(find<GridView>(name)->model());
+    }
+    void press(int row, Qt::MouseButton button = Qt::LeftButton) {
+        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+        QTest::mouseClick(view->viewport(), button, {},
+                          view->visualRect(view->model()->index(row - 1, 2)).center());
+    }
+    void doubleClick(int row) {
+        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
+                           view->visualRect(view->model()->index(row - 1, 2)).center());
+    }
+    void click(const QString& button) { find<QPushButton>(button)->click(); }
+
+    QPointer<QWidget> form_;
+};
+
+TEST_F(HeatWindowsTest, TheLoadOfANewsRankingWritesItsSettingsBack) {
+    globals_.dangqianzhuti = u"白酒"_s;
+    const StatementLog log;
+    open<Form25>();
+    QStringList updates;
+    for (const QString& statement : StatementLog::statements()) {
+        if (statement.contains(u": update"_s)) {
+            updates << statement.section(u": "_s, 1);
+        }
+    }
+    EXPECT_EQ(updates, QStringList({u"update canshu set iszidinyinum=1,zidinyinum=7"_s,
+                                    u"update canshu set iszidinyinum=1,zidinyinum=30"_s}))
+        << "the box is checked before the days are shown";
+    EXPECT_EQ(form_->windowTitle(), u"主题新闻数量分析--因特网热度排名"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
+    EXPECT_EQ(settings(), u"1|30|4|3"_s);
+    EXPECT_FALSE(find<QLabel>(u"Label4"_s)->isVisible());
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
+    run(u"delete from canshu"_s);
+    open<Form25>();
+    EXPECT_FALSE(find<QCheckBox>(u"Check1"_s)->isChecked());
+    EXPECT_EQ(find<QLineEdit>(u"Text2"_s)->text(), u"7"_s);
+}
+
+TEST_F(HeatWindowsTest, TheSettingsAreWrittenAtEveryChange) {
+    open<Form31>();
+    auto* days = find<QLineEdit>(u"Text2"_s);
+    days->setText(u"15"_s);
+    EXPECT_EQ(settings(), u"1|15|4|3"_s);
+    days->setText(u"1"_s);
+    EXPECT_EQ(days->text(), u"7"_s);
+    EXPECT_EQ(settings(), u"1|7|4|3"_s);
+    find<QCheckBox>(u"Check1"_s)->setChecked(false);
+    days->setText(u"20"_s);
+    EXPECT_EQ(settings(), u"0|7|4|3"_s) << "without the check the days wait";
+    find<QCheckBox>(u"Check1"_s)->setChecked(true);
+    find<QLineEdit>(u"Text3"_s)->setText(u"2.5x"_s);
+    EXPECT_EQ(settings(), u"1|20|2.5|3"_s);
+}
+
+TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
+    open<Form25>();
+    press(2, Qt::RightButton);
+    EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 2);
+    auto* plot = find<DayPlot>(u"plot"_s);
+    QTest::keyClick(plot, Qt::Key_Left);
+    EXPECT_TRUE(plot->chosenText().startsWith(u"2026-11-24  一日 7"_s));
+    doubleClick(2);
+    EXPECT_EQ(shell_.opened, QStringList{u"http://x/?q=%B0%D7%BE%C6"_s});
+    find<QLineEdit>(u"Text1"_s)->setText(u"行"_s);
+    click(u"Command2"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 1);
+    EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s) << "a find chooses nothing";
+    find<QCheckBox>(u"Check2"_s)->setChecked(true);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3) << "until the ranking is asked for";
+    click(u"Command9"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 4);
+    auto* header = find<GridView>(u"MSHFlexGrid1"_s)->horizontalHeader();
+    const QPoint date(header->sectionViewportPosition(1) + 5, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, date);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"2026-11-20"_s);
+}
+
+TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
+    open<Form25>();
+    click(u"Command1"_s);
+    open<Form31>();
+    EXPECT_EQ(form_->windowTitle(), u"公司新闻数量分析--因特网热度排名"_s);
+    EXPECT_EQ(find<QCheckBox>(u"Check2"_s)->text(), u"显示全部股票"_s);
+    EXPECT_EQ(find<QLabel>(u"Label7"_s)->text(), u"股票代码："_s);
+    click(u"Command1"_s);
+    open<Form29>();
+    click(u"Command1"_s);
+    EXPECT_EQ(processes_.started,
+              QStringList({u"/caijiqi|zhuti"_s, u"/caijiqi|gongsi"_s, u"/caijiqi|shop"_s}));
+}
+
+TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
+    open<Form29>();
+    EXPECT_EQ(form_->windowTitle(), u"商品价格监控--因特网数据采集"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);
+    find<QLineEdit>(u"Text3"_s)->setText(u"6"_s);
+    EXPECT_EQ(settings(), u"1|30|4|6"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2) << "those of the clock's day";
+    press(1, Qt::RightButton);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QStringList words;
+    for (const QAction* action : menu->actions()) {
+        words << action->text();
+    }
+    EXPECT_EQ(words, QStringList({u"打开采集网页"_s, u"添加商品"_s, u"修改商品"_s, u"删除商品"_s}));
+    menu->close();
+    EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), u"SH601899"_s);
+    find<QAction>(u"打开采集网页"_s)->trigger();
+    doubleClick(1);
+    EXPECT_EQ(shell_.opened, QStringList(2, u"http://x/?q=%CD%AD%20%BC%DB%B8%F1"_s));
+    find<QAction>(u"删除商品"_s)->trigger();
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 1);
+    dialogs_.onAsk = [this] { windows_.closeAll(); };
+    find<QAction>(u"删除商品"_s)->trigger();
+}
+
+TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
+    open<Form29>();
+    press(1);
+    const QPointer monitor = form_;
+    monitor->findChild<QAction*>(u"修改商品"_s)->trigger();
+    form_ = opened<Form5>();
+    ASSERT_TRUE(form_);
+    EXPECT_EQ(form_->windowTitle(), u"修改商品"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"铜"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"SH601899"_s);
+    find<QLineEdit>(u"Text2"_s)->setText(u"5"_s);
+    click(u"Command2"_s);
+    globals_.dangqianshangpin = u"铜"_s;
+    monitor->findChild<QAction*>(u"添加商品"_s)->trigger();
+    form_ = opened<Form5>();
+    EXPECT_EQ(form_->windowTitle(), u"添加商品"_s);
+    find<QLineEdit>(u"Text1"_s)->setText(u"铜"_s);
+    click(u"Command1"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text2"_s)->text(), u"5"_s) << "the stored row is shown";
+    click(u"Command3"_s);
+    EXPECT_EQ(TestStores::rows(stores_.heat, u"select shopname from shopname"_s),
+              QStringList{u"铝"_s});
+}
+
+}  // namespace guanchao
