@@ -33,7 +33,7 @@ protected:
 TEST_F(CollectorTest, ALaunchWritesTheSettingsAndStartsTheWord) {
     const StatementLog log;
     collector_.launch(collectThemes);
-    EXPECT_EQ(StatementLog::statements().mid(StatementLog::statements().size() - 2),
+    EXPECT_EQ(StatementLog::statements().filter(u"canshu"_s),
               QStringList({u"caijiqi.mzdat: select  iszidinyinum,zidinyinum,datetime(today) as"
                            u" today  FROM canshu"_s,
                            u"caijiqi.mzdat: update canshu set mainisrun=1,isvisible=1,"
