@@ -24,6 +24,7 @@ constexpr double thickness = 2;
 constexpr int dotRadius = 4;
 constexpr int boxPadding = 6;
 constexpr int mostTicks = 8;
+const QString dayFormat = u"yyyy-MM-dd"_s;
 
 qreal moment(const QDate& day) {
     return static_cast<qreal>(day.startOfDay().toMSecsSinceEpoch());
@@ -43,6 +44,11 @@ DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidg
     for (const PlotLine& line : lines) {
         addLine(line, labelFormat);
     }
+    connect(chart(), &QChart::plotAreaChanged, this, [this] {
+        if (!days_.isEmpty()) {
+            fitDays();
+        }
+    });
     setRenderHint(QPainter::Antialiasing);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -51,7 +57,7 @@ DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidg
 }
 
 void DayPlot::buildChart() {
-    dayAxis_->setFormat(u"yyyy-MM-dd"_s);
+    dayAxis_->setFormat(dayFormat);
     styleAxis(*dayAxis_);
     chart()->addAxis(dayAxis_, Qt::AlignBottom);
     chart()->setBackgroundBrush(ground);
@@ -115,8 +121,10 @@ void DayPlot::fitDays() {
     const QDate first = days_.first().day;
     const QDate last = std::max(days_.last().day, first.addDays(1));
     dayAxis_->setRange(first.startOfDay(), last.startOfDay());
-    dayAxis_->setTickCount(
-        static_cast<int>(std::clamp<qint64>(first.daysTo(last) + 1, 2, mostTicks)));
+    const int room = static_cast<int>(chart()->plotArea().width()) /
+                     (fontMetrics().horizontalAdvance(dayFormat) * 5 / 4);
+    const int days = static_cast<int>(std::min<qint64>(first.daysTo(last) + 1, mostTicks));
+    dayAxis_->setTickCount(std::max(2, std::min(days, room)));
 }
 
 void DayPlot::fitValues(QValueAxis& axis, bool withZero) {

@@ -41,7 +41,7 @@ void Form29::dressControls() {
     ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
     ui_->tables->setStretchFactor(0, 0);
     ui_->tables->setStretchFactor(1, 1);
-    ui_->tables->setSizes({1000, 900});
+    ui_->tables->setSizes({340, 380});
     ui_->historyAndPlot->setSizes({1100, 900});
 }
 
