@@ -32,6 +32,9 @@ void ResearchRun::yieldWhilePreparing() {
 }
 
 void ResearchRun::stop() {
+    if (stopped()) {
+        return;
+    }
     progress_.stopping = true;
     show_(progress_);
 }
