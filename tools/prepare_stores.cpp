@@ -1,5 +1,5 @@
 // prepare_stores FOLDER DATA [HOST]: makes the stores that are missing in an application folder,
-// and leads its F10 pages to the practice market at HOST.
+// and leads its F10 and search pages to the practice market at HOST.
 #include <QCoreApplication>
 #include <QTextStream>
 
@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
             QTextStream(stdout) << "made " << file << '\n';
         }
         if (arguments.size() == 4) {
-            guanchao::leadF10PagesTo(arguments[1], arguments[3]);
+            guanchao::leadPagesTo(arguments[1], arguments[3]);
         }
     } catch (const std::exception& failure) {
         errors << failure.what() << '\n';

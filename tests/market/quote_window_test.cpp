@@ -328,7 +328,7 @@ TEST_F(QuoteWindowTest, OnlyAPracticeFolderIsLedToThePracticeMarket) {
     const auto f10url = [this] { return store_.rows(u"select f10url from tempcanshu"_s)[0]; };
     const auto lead = [&](const QString& url) {
         store_.run({u"update tempcanshu set f10url='"_s + url + u"'"_s});
-        leadF10PagesTo(store_.folder(), u"http://127.0.0.1:9"_s);
+        leadPagesTo(store_.folder(), u"http://127.0.0.1:9"_s);
         return f10url();
     };
     EXPECT_EQ(lead(u"https://basic.10jqka.com.cn/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
