@@ -12,7 +12,7 @@ namespace {
 constexpr int stateColumn = 2;
 constexpr int reasonColumn = 3;
 const QStringList headers = {{}, u"项目"_s, u"状态"_s, u"原因"_s};
-constexpr int widths[] = {700, 3200, 1500, 3600};
+constexpr int widths[] = {700, 2700, 1500, 2700};
 
 QString stateText(ItemState state) {
     switch (state) {

@@ -1,6 +1,7 @@
 #include "collector/commodities_job.h"
 
 #include "collector/search_page.h"
+#include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/values.h"
 
@@ -56,7 +57,7 @@ QList<Item> CommoditiesJob::items() const {
 
 // Without a limit in time: the very page that the window of the commodities opens.
 QStringList CommoditiesJob::paths(const Item& item) const {
-    return {address_.path(searchWords(item.key) + u" 价格"_s, settings_.allPeriod)};
+    return {address_.path(withoutMarks(item.key) + u" 价格"_s, settings_.allPeriod)};
 }
 
 bool CommoditiesJob::answers(const Item&, const QByteArray& page) const {

@@ -1,5 +1,6 @@
 #include "collector/companies_job.h"
 
+#include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/values.h"
 
@@ -37,7 +38,7 @@ QList<Item> CompaniesJob::items() const {
 }
 
 QStringList CompaniesJob::paths(const Item& item) const {
-    return news_.paths(searchWords(item.key).right(digitsOfCode));
+    return news_.paths(withoutMarks(item.key).right(digitsOfCode));
 }
 
 void CompaniesJob::write(const Item& item, const QList<QByteArray>& pages) {

@@ -9,13 +9,6 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-QString searchWords(QString name) {
-    for (const QChar sign : u"-()/\"_"_s) {
-        name.replace(sign, u' ');
-    }
-    return name;
-}
-
 SearchAddress::SearchAddress(const QString& pattern, const Service& search, int timeoutSeconds)
     : service_(search) {
     static const QRegularExpression address(u"^(https?://[^/]+)(/.*)$"_s);
@@ -33,7 +26,7 @@ SearchAddress::SearchAddress(const QString& pattern, const Service& search, int 
 }
 
 QString SearchAddress::path(const QString& words, const QString& period) const {
-    return QString(pathPattern_).replace(u"tihuandm"_s, URLEncode(words)) + period;
+    return searchPage(pathPattern_, words) + period;
 }
 
 }  // namespace guanchao

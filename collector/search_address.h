@@ -8,9 +8,6 @@
 
 namespace guanchao {
 
-// The name with - ( ) / " _ as blanks.
-QString searchWords(QString name);
-
 class SearchAddress {
 public:
     // `pattern` is a whole address with "tihuandm" for the encoded words. The host that `search`

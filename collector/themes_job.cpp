@@ -1,5 +1,6 @@
 #include "collector/themes_job.h"
 
+#include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/values.h"
 
@@ -30,7 +31,7 @@ QList<Item> ThemesJob::items() const {
 }
 
 QStringList ThemesJob::paths(const Item& item) const {
-    return news_.paths(searchWords(item.key));
+    return news_.paths(withoutMarks(item.key));
 }
 
 void ThemesJob::write(const Item& item, const QList<QByteArray>& pages) {

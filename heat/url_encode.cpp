@@ -1,5 +1,7 @@
 #include "heat/url_encode.h"
 
+#include <cstdlib>
+
 #include "platform/gbk.h"
 
 namespace guanchao {
@@ -8,28 +10,39 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString hexadecimal(int number) {
-    return u'%' + QString::number(number, 16).toUpper();
+constexpr int highDivisor = 255;  // not 256: the high part is cut so by the rule
+
+QString hexadecimal(int part) {
+    return u'%' + QString::number(part, 16).toUpper();
 }
 
 QString encoded(QChar character) {
-    const QByteArray bytes = gbkFromText(character);
-    if (bytes.size() != 2) {
+    const quint16 code = codeInGbk(character);
+    if (std::abs(static_cast<qint16>(code)) < 255) {
         return character;
     }
-    const int code = static_cast<uchar>(bytes[0]) << 8 | static_cast<uchar>(bytes[1]);
-    // 255 where 256 would be expected; for the first bytes of GBK both give the same.
-    return hexadecimal((code & 0xFF00) / 255) + hexadecimal(code & 0xFF);
+    return hexadecimal((code & 0xFF00) / highDivisor) + hexadecimal(code & 255);
 }
 
 }  // namespace
 
-QString URLEncode(const QString& text) {
+QString urlEncode(const QString& text) {
     QString address;
     for (const QChar character : text) {
         address += encoded(character);
     }
     return address.replace(u' ', u"%20"_s);
+}
+
+QString withoutMarks(QString words) {
+    for (const QChar mark : u"-()/\"_"_s) {
+        words.replace(mark, u' ');
+    }
+    return words;
+}
+
+QString searchPage(const QString& addressTemplate, const QString& words) {
+    return QString(addressTemplate).replace(u"tihuandm"_s, urlEncode(words));
 }
 
 }  // namespace guanchao

@@ -1,12 +1,18 @@
-// 搜索词编码: a text as search engines of the Chinese code page (GBK) expect it in an address.
+// URLEncode: search words as a search engine of the national code page (GBK) expects them in an
+// address. A character that the code page lacks goes through as it stands.
 #pragma once
 
 #include <QString>
 
 namespace guanchao {
 
-// Every character of two bytes in GBK becomes "%" and hexadecimal digits for each of them, a blank
-// "%20". All other characters stay as they are, "&", "%" and "+" too, and those that GBK lacks.
-QString URLEncode(const QString& text);
+QString urlEncode(const QString& text);
+
+// The address of the search page: the template with each placeholder tihuandm replaced by the
+// encoded words.
+QString searchPage(const QString& addressTemplate, const QString& words);
+
+// The words with each of - ( ) / " _ replaced by a blank.
+QString withoutMarks(QString words);
 
 }  // namespace guanchao

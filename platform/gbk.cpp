@@ -22,4 +22,17 @@ QByteArray gbkFromText(const QString& text) {
     return encoder(text);
 }
 
+quint16 codeInGbk(QChar character) {
+    QStringEncoder encoder("GBK");
+    if (!encoder.isValid()) {
+        throw std::runtime_error("Qt was built without the GBK conversion");
+    }
+    const QByteArray bytes = encoder(QStringView(&character, 1));
+    const auto byte = [&](qsizetype at) { return static_cast<quint8>(bytes[at]); };
+    if (bytes.size() == 2) {
+        return static_cast<quint16>(byte(0) << 8 | byte(1));
+    }
+    return bytes.size() == 1 ? byte(0) : u'?';
+}
+
 }  // namespace guanchao

@@ -11,4 +11,8 @@ namespace guanchao {
 QString textFromGbk(const QByteArray& bytes);
 QByteArray gbkFromText(const QString& text);
 
+// The character's code in code page 936, of two bytes from 0x8140 on; that of "?" where it has
+// none.
+quint16 codeInGbk(QChar character);
+
 }  // namespace guanchao

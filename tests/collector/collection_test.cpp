@@ -75,7 +75,6 @@ protected:
 };
 
 TEST_F(CollectionTest, APageAStepAndAPauseBetweenAll) {
-    pacing_ = Pacing(settings_, [] { return 0.5; });
     collection_.begin();
     EXPECT_EQ(runToTheEnd(), (QList<int>{125, 125, 125}));
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));

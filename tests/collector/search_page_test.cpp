@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "collector/search_address.h"
+#include "heat/url_encode.h"
 #include "platform/gbk.h"
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
@@ -46,7 +47,7 @@ TEST(SearchAddressTest, ThePatternGivesThePathAndServicesMayGiveTheHost) {
     const SearchAddress own(pattern, {}, 15);
     EXPECT_EQ(own.service().host, u"https://engine.example:8"_s);
     EXPECT_EQ(own.service().timeoutSeconds, 15);
-    EXPECT_EQ(own.path(searchWords(u"A/B-(C)_\"铜"_s), u"&lm=1"_s),
+    EXPECT_EQ(own.path(withoutMarks(u"A/B-(C)_\"铜"_s), u"&lm=1"_s),
               u"/s?wd=A%20B%20%20C%20%20%20%CD%AD&again=A%20B%20%20C%20%20%20%CD%AD&lm=1"_s);
     EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().host, u"http://h"_s);
     EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().timeoutSeconds, 3);
