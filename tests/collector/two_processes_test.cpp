@@ -94,11 +94,11 @@ TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
     EXPECT_EQ(number(u"select count(*) from shopname"_s), added_);
     EXPECT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
               QStringList{u"ok"_s});
-    RecordProperty("written beside the collector", added_);
+    RecordProperty("written_beside_the_collector", added_);
 }
 
 TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
-    write(u"caijiqi.ini"_s, u"[pace]\npause=0.02\nrandom=0\n"_s);
+    write(u"caijiqi.ini"_s, u"[pace]\npause=0.3\nrandom=0\n"_s);
     heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
     QProcess first;
     start(first);
