@@ -41,12 +41,17 @@ private:
 
 }  // namespace
 
+static CollectorSettings shortPauses() {
+    CollectorSettings settings;
+    settings.pause = 100;
+    settings.randomPause = 50;
+    settings.retries = {1000, 3000};
+    return settings;
+}
+
 class CollectionTest : public ::testing::Test {
 protected:
     CollectionTest() {
-        settings_.pause = 100;
-        settings_.randomPause = 50;
-        settings_.retries = {1000, 3000};
         http_.answer = [](const QString& path) { return path.last(1).toUtf8(); };
     }
 
@@ -69,7 +74,7 @@ protected:
     FakeJob job_;
     FakeHttp http_;
     FakeClock clock_;
-    CollectorSettings settings_;
+    CollectorSettings settings_ = shortPauses();
     Pacing pacing_{settings_, [] { return 0.5; }};
     Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_};
 };

@@ -16,23 +16,28 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+static CollectorSettings noPauses() {
+    CollectorSettings settings;
+    settings.pause = 0;
+    settings.randomPause = 0;
+    settings.retries.clear();
+    return settings;
+}
+
 class CollectorWindowTest : public ::testing::Test, protected TestEnvironment {
 protected:
     CollectorWindowTest() {
-        settings_.pause = 0;
-        settings_.randomPause = 0;
-        settings_.retries.clear();
+        int attention = 3;
         for (const QString& name : {u"铜"_s, u"铝"_s, u"锌"_s}) {
             stores_.heat.open().execute(u"insert into shopname(shopname,guanzhudu) values('"_s +
-                                        name + u"',1)"_s);
+                                        name + u"',"_s + QString::number(attention--) + u")"_s);
         }
-        order_.yinqingurl = u"http://h/s?wd=tihuandm"_s;
-        order_.day = clock_.now().date();
         http_.answer = [](const QString& path) -> std::optional<QByteArray> {
             return path.contains(u"%C2%C1"_s) ? std::nullopt
                                               : std::optional(u"相关结果约1个"_s.toUtf8());
         };
         collection_.begin();
+        window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, job_.title());
     }
 
     QPushButton& button(const QString& name) { return *window_->findChild<QPushButton*>(name); }
@@ -47,13 +52,12 @@ protected:
         }
     }
 
-    CollectorSettings settings_;
-    RunOrder order_;
+    CollectorSettings settings_ = noPauses();
+    RunOrder order_{.day = clock_.now().date(), .yinqingurl = u"http://h/s?wd=tihuandm"_s};
     Pacing pacing_{settings_, [] { return 0.0; }};
     CommoditiesJob job_{stores_, order_, settings_, {}};
     Collection collection_{job_, stores_.heat, http_, clock_, pacing_};
-    std::unique_ptr<CollectorWindow> window_ =
-        std::make_unique<CollectorWindow>(collection_, dialogs_, job_.title());
+    std::unique_ptr<CollectorWindow> window_;
 };
 
 TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {

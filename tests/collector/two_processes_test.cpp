@@ -66,7 +66,7 @@ protected:
 };
 
 TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
-    const int rounds = 12;
+    const int rounds = 8;
     for (int round = 0; round < rounds; ++round) {
         const QString day = day_.addDays(round).toString(Qt::ISODate);
         heat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
