@@ -35,6 +35,8 @@ Services readServices(const QString& iniPath) {
     services.history = readService(ini, u"history"_s, {});
     // The maker has no site of its own: without an entry the version check finds nothing.
     services.vendor = readService(ini, u"vendor"_s, {});
+    // Without an entry the collector asks where the search page pattern of the heat store leads.
+    services.search = readService(ini, u"search"_s, {});
     return services;
 }
 

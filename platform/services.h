@@ -20,6 +20,7 @@ struct Services {
     Service newspage;   // 个股资讯: /news/stock/
     Service history;    // 历史行情: /table.csv
     Service vendor;     // the maker's site: version file
+    Service search;     // 搜索网页: in place of the host that the search page pattern names
 };
 
 Services readServices(const QString& iniPath);

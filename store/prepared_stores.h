@@ -20,8 +20,8 @@ QString schemaText(Schema schema);
 // halfway is removed.
 QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now);
 
-// Leads the F10 pages of a practice folder to `host`, unless its user has chosen an address. Raises
-// StoreError.
-void leadF10PagesTo(const QString& folder, const QString& host);
+// Leads the F10 pages and the search pages of a practice folder to `host`, unless its user has
+// chosen an address. Raises StoreError.
+void leadPagesTo(const QString& folder, const QString& host);
 
 }  // namespace guanchao

@@ -1,6 +1,6 @@
 // prepare_stores FOLDER DATA [HOST]: makes the stores that are missing in an application folder,
-// and, for a practice folder, leads its F10 pages to the practice market at HOST and gives it some
-// days of internet counts.
+// and, for a practice folder, leads its F10 and search pages to the practice market at HOST and
+// gives it some days of internet counts.
 #include <QCoreApplication>
 #include <QTextStream>
 
@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
             QTextStream(stdout) << "made " << file << '\n';
         }
         if (arguments.size() == 4) {
-            guanchao::leadF10PagesTo(arguments[1], arguments[3]);
+            guanchao::leadPagesTo(arguments[1], arguments[3]);
             guanchao::fillPracticeCounts(arguments[1], arguments[2], QDateTime::currentDateTime());
         }
     } catch (const std::exception& failure) {

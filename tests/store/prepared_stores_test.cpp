@@ -110,12 +110,23 @@ TEST(PracticeFolder, AloneIsLedToThePracticeMarket) {
     TestStores store;
     const auto lead = [&](const QString& url) {
         store.run({u"update tempcanshu set f10url='"_s + url + u"'"_s});
-        leadF10PagesTo(store.folder(), u"http://127.0.0.1:9"_s);
+        leadPagesTo(store.folder(), u"http://127.0.0.1:9"_s);
         return store.rows(u"select f10url from tempcanshu"_s)[0];
     };
     EXPECT_EQ(lead(u"https://basic.10jqka.com.cn/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
     EXPECT_EQ(lead(u"http://127.0.0.1:8/600000/"_s), u"http://127.0.0.1:9/600000/"_s);
     EXPECT_EQ(lead(u"http://mine.example/600000/"_s), u"http://mine.example/600000/"_s);
+
+    const auto leadSearch = [&](const QString& url) {
+        store.stores.heat.open().execute(u"update canshu set yinqingurl='"_s + url + u"'"_s);
+        leadPagesTo(store.folder(), u"http://127.0.0.1:9"_s);
+        return TestStores::rows(store.stores.heat, u"select yinqingurl from canshu"_s)[0];
+    };
+    const QString practice = u"http://127.0.0.1:9/s?wd=tihuandm"_s;
+    EXPECT_EQ(leadSearch(u"https://www.baidu.com/s?wd=tihuandm"_s), practice);
+    EXPECT_EQ(leadSearch(u"http://127.0.0.1:8/s?wd=tihuandm"_s), practice);
+    EXPECT_EQ(leadSearch(u"http://mine.example/?q=tihuandm"_s),
+              u"http://mine.example/?q=tihuandm"_s);
 }
 
 TEST(Initials, ReadNamesAsTheExchangesDo) {

@@ -9,6 +9,7 @@
 #include "platform/gbk.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
+#include "tools/practice_market/practice_search.h"
 
 namespace guanchao {
 
@@ -25,6 +26,7 @@ constexpr char textType[] = "text/plain; charset=GB18030";
 constexpr char tableType[] = "text/csv; charset=GB18030";
 constexpr char chartType[] = "image/gif";
 constexpr char pageType[] = "text/html; charset=GB18030";
+constexpr char searchType[] = "text/html; charset=utf-8";
 constexpr char refusal[] = "Kinsoku jikou desu!";
 constexpr char errorPage[] =
     "<html><head><title>502 Bad Gateway</title></head>"
@@ -176,6 +178,9 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerPage(request, response);
                  });
+    server_->Get("/s", [this](const httplib::Request& request, httplib::Response& response) {
+        answerSearch(request, response);
+    });
     server_->Get(
         "/chaoxin/banbenupdate\\.txt",
         [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
@@ -251,6 +256,13 @@ void PracticeMarket::answerPage(const httplib::Request& request,
         return;
     }
     response.set_content(inGbk(page), pageType);
+}
+
+void PracticeMarket::answerSearch(const httplib::Request& request,
+                                  httplib::Response& response) const {
+    const QString words = textFromGbk(QByteArray::fromStdString(request.get_param_value("wd")));
+    const int days = parameter(request, "lm").toInt();
+    response.set_content(practiceSearchPage(words, days, now_().date()).toStdString(), searchType);
 }
 
 void PracticeMarket::answerVersion(httplib::Response& response) const {

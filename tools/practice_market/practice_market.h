@@ -1,8 +1,9 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
+// The practice market: an HTTP server on loopback which answers what the program asks of the
 // public services (quotes, charts, pages of a stock, day history, the vendor's site), texts in GBK,
-// so that the program works with no network. Tests run it in-process and give it faults. Safe to
-// call from any one thread while the server's own threads answer; start() throws
-// std::runtime_error, nothing else throws.
+// and the collector of a search engine, in UTF-8, so that both work with no network. Tests run it
+// in-process and give it faults. Safe to call from any one thread while the server's own threads
+// answer; start() throws std::runtime_error, nothing else throws.
 #pragma once
 
 #include <QByteArray>
@@ -69,6 +70,7 @@ private:
     void answerHistory(const httplib::Request& request, httplib::Response& response) const;
     void answerChart(const httplib::Request& request, httplib::Response& response) const;
     void answerPage(const httplib::Request& request, httplib::Response& response) const;
+    void answerSearch(const httplib::Request& request, httplib::Response& response) const;
     void answerVersion(httplib::Response& response) const;
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;

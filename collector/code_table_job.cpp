@@ -1,0 +1,118 @@
+#include "collector/code_table_job.h"
+
+#include <QHash>
+#include <QRegularExpression>
+
+#include "market/quote_feed.h"
+#include "platform/gbk.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The first three digits of the codes of stocks.
+struct Range {
+    QString exchange;
+    int first;
+    int last;
+};
+const Range ranges[] = {
+    {u"sh"_s, 600, 605}, {u"sh"_s, 688, 689}, {u"sz"_s, 0, 3}, {u"sz"_s, 300, 301}};
+constexpr int codesPerStart = 1000;
+
+QStringList possibleCodes() {
+    QStringList codes;
+    for (const Range& range : ranges) {
+        for (int number = range.first * codesPerStart; number < (range.last + 1) * codesPerStart;
+             ++number) {
+            codes << range.exchange + QString::number(number).rightJustified(6, u'0');
+        }
+    }
+    return codes;
+}
+
+struct Listed {
+    QString dm;
+    QString jc;  // empty for a code that no stock has
+};
+
+QList<Listed> listedIn(const QByteArray& page) {
+    static const QRegularExpression line(u"hq_str_([a-z]{2}[0-9]{6})=\"([^\",]*)"_s);
+    const QString text = textFromGbk(page);
+    QList<Listed> listed;
+    for (auto match = line.globalMatch(text); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        listed << Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
+    }
+    return listed;
+}
+
+// On the day of a dividend the service puts a mark before the name and cuts its end off.
+bool hasDayMark(const QString& jc) {
+    return jc.startsWith(u"XD"_s) || jc.startsWith(u"XR"_s) || jc.startsWith(u"DR"_s);
+}
+
+QHash<QString, QString> knownNames(Connection& connection, const Item& item) {
+    const QString codes = item.key.toUpper().replace(u',', u"','"_s);
+    QHash<QString, QString> names;
+    for (Recordset known(connection, u"select dm,jc from dmb where dm in ('"_s + codes + u"')"_s);
+         !known.atEnd(); known.moveNext()) {
+        names.insert(known.value(0).toText(), known.value(1).toText());
+    }
+    return names;
+}
+
+}  // namespace
+
+CodeTableJob::CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
+                           const Service& quote)
+    : stores_(stores), clock_(clock), initials_(initials), quote_(quote) {}
+
+QList<Item> CodeTableJob::items() const {
+    const QStringList codes = possibleCodes();
+    QList<Item> items;
+    for (qsizetype from = 0; from < codes.size(); from += codesPerRequest) {
+        const QStringList batch = codes.mid(from, codesPerRequest);
+        items << Item{batch.join(u','),
+                      batch.first().toUpper() + u" 至 "_s + batch.last().toUpper()};
+    }
+    return items;
+}
+
+QStringList CodeTableJob::paths(const Item& item) const {
+    return {u"/list="_s + item.key + u','};
+}
+
+// A reply that lacks one of the codes broke off or refuses.
+bool CodeTableJob::answers(const Item& item, const QByteArray& page) const {
+    return listedIn(page).size() == item.key.count(u',') + 1;
+}
+
+void CodeTableJob::write(const Item& item, const QList<QByteArray>& pages) {
+    const QString now = timeText(clock_.now());
+    Connection connection = stores_.main.open();
+    Transaction transaction(connection);
+    const QHash<QString, QString> known = knownNames(connection, item);
+    for (const Listed& stock : listedIn(pages.first())) {
+        if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
+            continue;
+        }
+        const QString jc = u'\'' + zhuanyisql(stock.jc) + u'\'';
+        const QString shenmu = u'\'' + zhuanyisql(initials_.of(stock.jc)) + u'\'';
+        if (!known.contains(stock.dm)) {
+            connection.execute(u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s +
+                               stock.dm + u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s +
+                               shenmu + u",'"_s + now + u"')"_s);
+        } else if (!hasDayMark(stock.jc)) {
+            connection.execute(u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu +
+                               u" where dm='"_s + stock.dm + u"'"_s);
+        }
+    }
+    transaction.commit();
+}
+
+}  // namespace guanchao

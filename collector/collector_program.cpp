@@ -1,0 +1,106 @@
+#include "collector/collector_program.h"
+
+#include <QFileInfo>
+#include <QTextStream>
+
+#include "collector/code_table_job.h"
+#include "collector/commodities_job.h"
+#include "collector/companies_job.h"
+#include "collector/themes_job.h"
+#include "store/seed_list.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList jobWords = {u"zhuti"_s, u"gongsi"_s, u"shop"_s, u"gengxindmb"_s};
+
+QHash<QString, QString> initialsExceptions(const QString& path) {
+    QHash<QString, QString> exceptions;
+    if (QFileInfo::exists(path)) {
+        for (const QStringList& row : readSeedList(path)) {
+            exceptions.insert(row[0], row[1]);
+        }
+    }
+    return exceptions;
+}
+
+}  // namespace
+
+CollectorProgram::CollectorProgram(int& argc, char** argv) : application_(argc, argv) {
+    application_.setDialogs(&dialogs_);
+    lock_.setStaleLockTime(0);  // only a lock whose process is gone is stale
+}
+
+int CollectorProgram::run() {
+    const QString word = QCoreApplication::arguments().value(1);
+    if (!jobWords.contains(word)) {
+        dialogs_.tell(u"用法：caijiqi "_s + jobWords.join(u" | "_s), programName);
+        return 2;
+    }
+    bool begun = false;
+    application_.guard([&] { begun = begin(word); });
+    return begun ? Application::exec() : 1;
+}
+
+bool CollectorProgram::begin(const QString& word) {
+    const Activity activity(u"开始采集"_s);
+    order_ = readRunOrder(stores_.heat, clock_);
+    if (!lock_.tryLock(0)) {
+        refuse(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
+        return false;
+    }
+    settings_ = readCollectorSettings(folder_ + u"caijiqi.ini"_s);
+    job_ = makeJob(word, order_);
+    pacing_ = std::make_unique<Pacing>(
+        settings_, [this] { return std::uniform_real_distribution<>(0, 1)(random_); });
+    collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, *pacing_);
+    collection_->begin();
+    window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, job_->title());
+    window_->ended = [this] { end(); };
+    QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
+    if (order_.windowWanted) {
+        window_->show();
+    }
+    window_->start();
+    return true;
+}
+
+// A box where no window is wanted would wait for nobody.
+void CollectorProgram::refuse(const QString& reason) {
+    QTextStream(stderr) << reason << '\n';
+    if (order_.windowWanted) {
+        dialogs_.tell(reason, programName);
+    }
+}
+
+std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrder& order) {
+    if (word == u"zhuti"_s) {
+        return std::make_unique<ThemesJob>(stores_, order, settings_, services_.search);
+    }
+    if (word == u"gongsi"_s) {
+        return std::make_unique<CompaniesJob>(stores_, order, settings_, services_.search);
+    }
+    if (word == u"shop"_s) {
+        return std::make_unique<CommoditiesJob>(stores_, order, settings_, services_.search);
+    }
+    initials_ = std::make_unique<Initials>(initialsExceptions(folder_ + u"initials.csv"_s));
+    Service quote = services_.quote;
+    if (quote.timeoutSeconds == 0) {
+        quote.timeoutSeconds = settings_.timeoutSeconds;
+    }
+    return std::make_unique<CodeTableJob>(stores_, clock_, *initials_, quote);
+}
+
+// The window stays with its summary until the user closes it, unless nobody is there to see it.
+void CollectorProgram::end() {
+    QTextStream(stdout) << collection_->summary() << '\n';
+    if (!window_->isVisible() || collection_->state() == RunState::unwanted) {
+        QCoreApplication::quit();
+    }
+}
+
+}  // namespace guanchao

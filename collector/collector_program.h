@@ -1,0 +1,51 @@
+// The whole collector: the job that the argument word names, its services and the window, wired
+// together. Only one collector at a time works on a heat store.
+#pragma once
+
+#include <QLockFile>
+#include <memory>
+#include <random>
+
+#include "app/application.h"
+#include "collector/collector_window.h"
+#include "collector/run_order.h"
+#include "platform/curl_http.h"
+#include "platform/desktop/desktop_dialogs.h"
+#include "store/initials.h"
+
+namespace guanchao {
+
+class CollectorProgram {
+public:
+    CollectorProgram(int& argc, char** argv);
+
+    // Returns when the run has ended and its window, if it has one, is closed. 0: the run came to
+    // its end; 1: it couldn't begin; 2: no such job.
+    int run();
+
+private:
+    bool begin(const QString& word);
+    void refuse(const QString& reason);
+    std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
+    void end();
+
+    Application application_;
+    QString folder_ = applicationFolder(QCoreApplication::applicationDirPath());
+    Stores stores_ = storesIn(folder_);
+    Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
+    SystemClock clock_;
+    DesktopDialogs dialogs_;
+    CurlHttp http_;
+    QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
+    std::mt19937 random_{std::random_device()()};
+
+    CollectorSettings settings_;
+    RunOrder order_;
+    std::unique_ptr<Initials> initials_;
+    std::unique_ptr<Job> job_;
+    std::unique_ptr<Pacing> pacing_;
+    std::unique_ptr<Collection> collection_;
+    std::unique_ptr<CollectorWindow> window_;
+};
+
+}  // namespace guanchao

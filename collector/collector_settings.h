@@ -1,0 +1,44 @@
+// The collector's own settings: caijiqi.ini in the application folder, with usable values where the
+// file or an entry is missing. Pauses in milliseconds (the file has seconds).
+#pragma once
+
+#include <QList>
+#include <QRegularExpression>
+#include <QString>
+
+namespace guanchao {
+
+// 总分: what one occurrence of each word adds to a commodity's score, or takes from it.
+struct ScoreWeights {
+    double zhangzi = 1;   // 涨
+    double shengzi = 1;   // 升
+    double dazhang = 2;   // 大涨, over and above its 涨
+    double baozhang = 4;  // 暴涨
+    double diezi = -1;    // 跌
+    double jiangzi = -1;  // 降
+    double dadie = -2;    // 大跌
+    double baodie = -4;   // 暴跌
+};
+
+struct CollectorSettings {
+    // What is added to a search address to limit it to a period; "tihuantianshu" stands for days.
+    QString onePeriod = QStringLiteral("&lm=1");
+    QString allPeriod;
+    QString customPeriod = QStringLiteral("&lm=tihuantianshu");
+
+    // How a page tells its number of results (the first group), and that there are none.
+    QRegularExpression results{QStringLiteral("相关结果约?\\s*([0-9][0-9,]*)\\s*个")};
+    QRegularExpression noResults{QStringLiteral("没有找到")};
+
+    ScoreWeights weights;
+
+    int pause = 3000;                             // before each page
+    int randomPause = 2000;                       // up to so much more
+    QList<int> retries = {10000, 60000, 300000};  // before each further try of a failed item
+    int timeoutSeconds = 15;                      // of a page, where services.ini has none
+};
+
+// Raises std::runtime_error, naming the entry, for a pattern that is none.
+CollectorSettings readCollectorSettings(const QString& iniPath);
+
+}  // namespace guanchao

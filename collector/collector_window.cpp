@@ -1,0 +1,155 @@
+#include "collector/collector_window.h"
+
+#include "grid/colours.h"
+#include "ui_collector_window.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int stateColumn = 2;
+constexpr int reasonColumn = 3;
+const QStringList headers = {{}, u"项目"_s, u"状态"_s, u"原因"_s};
+constexpr int widths[] = {700, 2700, 1500, 2700};
+
+QString stateText(ItemState state) {
+    switch (state) {
+        case ItemState::waiting:
+            return u"等待"_s;
+        case ItemState::asking:
+            return u"正在采集"_s;
+        case ItemState::written:
+            return u"已写入"_s;
+        case ItemState::failed:
+            return u"失败，稍后再试"_s;
+        case ItemState::skipped:
+            return u"已跳过"_s;
+    }
+    return {};
+}
+
+Colour stateColour(ItemState state) {
+    switch (state) {
+        case ItemState::written:
+            return stockColour;
+        case ItemState::failed:
+        case ItemState::skipped:
+            return riseColour;
+        default:
+            return textColour;
+    }
+}
+
+}  // namespace
+
+CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, const QString& title)
+    : QDialog(nullptr, Qt::Window),
+      collection_(collection),
+      dialogs_(dialogs),
+      ui_(std::make_unique<Ui::CollectorWindow>()) {
+    ui_->setupUi(this);
+    setWindowTitle(title + u"--因特网数据采集"_s);
+    ui_->itemsGrid->setGrid(grid_);
+    ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, &CollectorWindow::takeStep);
+    connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
+    connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
+    collection_.changed = [this](qsizetype item) { showItem(item); };
+    showItems();
+    showFigures();
+}
+
+CollectorWindow::~CollectorWindow() = default;
+
+void CollectorWindow::start() {
+    timer_.start(0);
+}
+
+void CollectorWindow::takeStep() {
+    const auto pause = collection_.step();
+    showFigures();
+    if (pause) {
+        timer_.start(*pause);
+    } else {
+        showEnd();
+    }
+}
+
+void CollectorWindow::pauseButton_Click() {
+    if (ui_->pauseButton->isChecked()) {
+        timer_.stop();
+        ui_->pauseButton->setText(u"继 续"_s);
+        ui_->stateLabel->setText(u"已暂停"_s);
+    } else {
+        ui_->pauseButton->setText(u"暂 停"_s);
+        takeStep();
+    }
+}
+
+void CollectorWindow::stopButton_Click() {
+    timer_.stop();
+    collection_.stop();
+    takeStep();
+}
+
+void CollectorWindow::reject() {
+    if (collection_.state() == RunState::running) {
+        if (!dialogs_.ask(u"采集还没有完成，已写入的数据会保留。停止采集并关闭吗?"_s)) {
+            return;
+        }
+        // The question lets the run go on: it may have ended meanwhile.
+        if (collection_.state() == RunState::running) {
+            stopButton_Click();
+        }
+    }
+    QDialog::reject();
+}
+
+void CollectorWindow::showItems() {
+    const int rows = static_cast<int>(collection_.items().size());
+    grid_.setRedraw(false);
+    grid_.setCols(static_cast<int>(headers.size()));
+    grid_.setRows(rows + 1);
+    for (int col = 0; col < headers.size(); ++col) {
+        grid_.setTextMatrix(0, col, headers[col]);
+        grid_.setColWidth(col, widths[col]);
+    }
+    for (int row = 1; row <= rows; ++row) {
+        grid_.setTextMatrix(row, 0, QString::number(row));
+        grid_.setTextMatrix(row, 1, collection_.items()[row - 1].item.name);
+        showItem(row - 1);
+    }
+    grid_.setRedraw(true);
+}
+
+void CollectorWindow::showItem(qsizetype item) {
+    const Collection::Progress& progress = collection_.items()[item];
+    const int row = static_cast<int>(item) + 1;
+    grid_.setTextMatrix(row, stateColumn, stateText(progress.state));
+    grid_.setTextMatrix(row, reasonColumn, progress.reason);
+    for (const int col : {stateColumn, reasonColumn}) {
+        grid_.setCellForeColor(row, col, stateColour(progress.state));
+    }
+    ui_->itemsGrid->scrollTo(grid_.index(static_cast<int>(item), 0));
+}
+
+void CollectorWindow::showFigures() {
+    const int items = static_cast<int>(collection_.items().size());
+    ui_->progressBar->setMaximum(std::max(items, 1));
+    ui_->progressBar->setValue(items > 0 ? collection_.settled() : 1);
+    ui_->failuresLabel->setText(u"失败次数：%1"_s.arg(collection_.failures()));
+    ui_->stateLabel->setText(collection_.summary());
+}
+
+void CollectorWindow::showEnd() {
+    ui_->pauseButton->setEnabled(false);
+    ui_->stopButton->setEnabled(false);
+    if (ended) {
+        ended();
+    }
+}
+
+}  // namespace guanchao

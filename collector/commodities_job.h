@@ -1,0 +1,33 @@
+// 商品价格: rising and falling words in the first page of results for a commodity's name and
+// "价格", into shophq and the list of commodities of the heat store.
+#pragma once
+
+#include "collector/collector_settings.h"
+#include "collector/counts_writer.h"
+#include "collector/job.h"
+#include "collector/run_order.h"
+#include "collector/search_address.h"
+
+namespace guanchao {
+
+class CommoditiesJob : public Job {
+public:
+    CommoditiesJob(const Stores& stores, const RunOrder& order, const CollectorSettings& settings,
+                   const Service& search);
+
+    QString title() const override { return QStringLiteral("商品价格"); }
+    QList<Item> items() const override;
+    const Service& service() const override { return address_.service(); }
+    QStringList paths(const Item& item) const override;
+    bool answers(const Item& item, const QByteArray& page) const override;
+    void write(const Item& item, const QList<QByteArray>& pages) override;
+
+private:
+    const Stores& stores_;
+    double shopguanzhudu_;
+    const CollectorSettings& settings_;
+    SearchAddress address_;
+    CountsWriter writer_;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,48 @@
+#include "collector/companies_job.h"
+
+#include "heat/url_encode.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype digitsOfCode = 6;
+
+}  // namespace
+
+CompaniesJob::CompaniesJob(const Stores& stores, const RunOrder& order,
+                           const CollectorSettings& settings, const Service& search)
+    : stores_(stores),
+      guanzhudu_(order.guanzhudu),
+      news_(order, settings, search),
+      writer_(stores.heat, order.day) {}
+
+// The attention of a stock is that of its foremost theme; its name is the one of the code table.
+QList<Item> CompaniesJob::items() const {
+    Connection connection = stores_.main.open();
+    QList<Item> items;
+    for (Recordset stocks(connection,
+                          u"select dzhzhuti.dm,ifnull(max(dmb.jc),max(dzhzhuti.jc)) from dzhzhuti"
+                          u" left join dmb on dmb.dm=dzhzhuti.dm group by dzhzhuti.dm having"
+                          u" max(guanzhudu)>"_s +
+                              numberText(guanzhudu_) +
+                              u" order by max(guanzhudu) desc,dzhzhuti.dm"_s);
+         !stocks.atEnd(); stocks.moveNext()) {
+        items << Item{stocks.value(0).toText(), stocks.value(1).toText()};
+    }
+    return items;
+}
+
+QStringList CompaniesJob::paths(const Item& item) const {
+    return news_.paths(withoutMarks(item.key).right(digitsOfCode));
+}
+
+void CompaniesJob::write(const Item& item, const QList<QByteArray>& pages) {
+    writer_.writeCompany(item.key, item.name, news_.counts(pages));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,120 @@
+#include "collector/counts_writer.h"
+
+#include "collector/growth.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString quoted(const QString& text) {
+    return u'\'' + zhuanyisql(text) + u'\'';
+}
+
+std::optional<double> formerValue(const Recordset& former, QStringView field) {
+    if (former.atEnd()) {
+        return std::nullopt;
+    }
+    return numericPrefix(former.value(field).toText());
+}
+
+// The custom counts of two days compare only if they are over the same number of days.
+double customGrowth(const Recordset& former, const NewsCounts& counts) {
+    if (counts.customDays == 0 || formerValue(former, u"zdytianshu") != counts.customDays) {
+        return noGrowth;
+    }
+    return growth(static_cast<double>(counts.custom), formerValue(former, u"zdycishu"));
+}
+
+void replaceRow(Connection& connection, const QString& table, const QString& row,
+                const QString& insert) {
+    connection.execute(u"delete from "_s + table + row);
+    connection.execute(insert);
+}
+
+}  // namespace
+
+CountsWriter::CountsWriter(const StoreFile& heat, QDate day)
+    : heat_(heat), day_(dateText(day)), riqi_(timeText(day.startOfDay())) {}
+
+QString CountsWriter::onDay() const {
+    return u" and date(riqi)='"_s + day_ + u"'"_s;
+}
+
+QString CountsWriter::lastBefore() const {
+    return u" and date(riqi)<'"_s + day_ + u"' order by date(riqi) desc limit 1"_s;
+}
+
+QString CountsWriter::newsValues(Connection& connection, const QString& table,
+                                 const QString& condition, const NewsCounts& counts) const {
+    const Recordset former(connection, u"select onecishu,allcishu,zdycishu,zdytianshu from "_s +
+                                           table + condition + lastBefore());
+    const double one = growth(static_cast<double>(counts.one), formerValue(former, u"onecishu"));
+    const double all = growth(static_cast<double>(counts.all), formerValue(former, u"allcishu"));
+    const QStringList values = {
+        QString::number(counts.one),       numberText(one),
+        QString::number(counts.all),       numberText(all),
+        QString::number(counts.custom),    numberText(customGrowth(former, counts)),
+        QString::number(counts.customDays)};
+    return values.join(u',');
+}
+
+void CountsWriter::writeTheme(const QString& zhutiname, const NewsCounts& counts) const {
+    const QString condition = u" where zhutiname="_s + quoted(zhutiname);
+    Connection connection = heat_.open();
+    Transaction transaction(connection);
+    const QString values = newsValues(connection, u"xinwenshul"_s, condition, counts);
+    replaceRow(connection, u"xinwenshul"_s, condition + onDay(),
+               u"insert into xinwenshul(riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,"
+               u"zdycishu,zdyzhangfu,zdytianshu,yixiaza) values('"_s +
+                   riqi_ + u"',"_s + quoted(zhutiname) + u","_s + values + u",1)"_s);
+    transaction.commit();
+}
+
+void CountsWriter::writeCompany(const QString& dm, const QString& jc,
+                                const NewsCounts& counts) const {
+    const QString condition = u" where dm="_s + quoted(dm);
+    Connection connection = heat_.open();
+    Transaction transaction(connection);
+    const QString values = newsValues(connection, u"gongsixinwen"_s, condition, counts);
+    replaceRow(connection, u"gongsixinwen"_s, condition + onDay(),
+               u"insert into gongsixinwen(riqi,dm,jc,onecishu,onezhangfu,allcishu,allzhangfu,"
+               u"zdycishu,zdyzhangfu,zdytianshu) values('"_s +
+                   riqi_ + u"',"_s + quoted(dm) + u","_s + quoted(jc) + u","_s + values + u")"_s);
+    transaction.commit();
+}
+
+void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& counts) const {
+    const QString condition = u" where shopname="_s + quoted(shopname);
+    Connection connection = heat_.open();
+    Transaction transaction(connection);
+    const Recordset former(connection, u"select zongfen from shophq"_s + condition + lastBefore());
+    const QStringList names = {u"zhangzi"_s, u"dazhang"_s, u"baozhang"_s, u"shengzi"_s,
+                               u"diezi"_s,   u"dadie"_s,   u"baodie"_s,   u"jiangzi"_s,
+                               u"zongfen"_s, u"zhangfu"_s};
+    const QStringList values = {
+        QString::number(counts.zhangzi),
+        QString::number(counts.dazhang),
+        QString::number(counts.baozhang),
+        QString::number(counts.shengzi),
+        QString::number(counts.diezi),
+        QString::number(counts.dadie),
+        QString::number(counts.baodie),
+        QString::number(counts.jiangzi),
+        numberText(counts.zongfen),
+        numberText(growth(counts.zongfen, formerValue(former, u"zongfen")))};
+    replaceRow(connection, u"shophq"_s, condition + onDay(),
+               u"insert into shophq(shopname,riqi,"_s + names.join(u',') + u") values("_s +
+                   quoted(shopname) + u",'"_s + riqi_ + u"',"_s + values.join(u',') + u")"_s);
+    QString assignments;
+    for (qsizetype at = 0; at < names.size(); ++at) {
+        assignments += u',' + names[at] + u'=' + values[at];
+    }
+    connection.execute(u"update shopname set riqi='"_s + riqi_ + u"'"_s + assignments + condition);
+    transaction.commit();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,32 @@
+#include "collector/search_address.h"
+
+#include <QRegularExpression>
+
+#include "heat/url_encode.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+SearchAddress::SearchAddress(const QString& pattern, const Service& search, int timeoutSeconds)
+    : service_(search) {
+    static const QRegularExpression address(u"^(https?://[^/]+)(/.*)$"_s);
+    const QRegularExpressionMatch match = address.match(pattern);
+    if (!match.hasMatch() || !pattern.contains(u"tihuandm"_s)) {
+        throw OperationError(u"搜索网址不是带 tihuandm 的完整网址："_s + pattern);
+    }
+    if (service_.host.isEmpty()) {
+        service_.host = match.captured(1);
+    }
+    if (service_.timeoutSeconds == 0) {
+        service_.timeoutSeconds = timeoutSeconds;
+    }
+    pathPattern_ = match.captured(2);
+}
+
+QString SearchAddress::path(const QString& words, const QString& period) const {
+    return searchPage(pathPattern_, words) + period;
+}
+
+}  // namespace guanchao

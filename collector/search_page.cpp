@@ -1,0 +1,59 @@
+#include "collector/search_page.h"
+
+#include <QStringDecoder>
+
+#include "platform/gbk.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The declaration stands within the first bytes of a page, or it doesn't count.
+constexpr qsizetype declarationBytes = 1024;
+
+QString declaredCharset(const QByteArray& body) {
+    static const QRegularExpression charset(u"charset\\s*=\\s*[\"']?([\\w-]+)"_s,
+                                            QRegularExpression::CaseInsensitiveOption);
+    return charset.match(QString::fromLatin1(body.first(std::min(body.size(), declarationBytes))))
+        .captured(1)
+        .toLower();
+}
+
+QString pageText(const QByteArray& body) {
+    const QString charset = declaredCharset(body);
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(body);
+    const bool isUtf8 = charset.isEmpty() ? !decoder.hasError() : charset.startsWith(u"utf"_s);
+    return isUtf8 ? text : textFromGbk(body);
+}
+
+QString visibleText(QString page) {
+    static const QRegularExpression unseen(
+        u"<(script|style|title)\\b.*?</\\1\\s*>|<!--.*?-->"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression tag(u"<[^>]*>"_s);
+    // Engines set the searched words in <em> in the middle of a word: a tag leaves no gap.
+    return page.remove(unseen).remove(tag);
+}
+
+}  // namespace
+
+SearchPage::SearchPage(const QByteArray& body) : visible_(visibleText(pageText(body))) {}
+
+std::optional<qint64> SearchPage::results(const CollectorSettings& settings) const {
+    const QRegularExpressionMatch match = settings.results.match(visible_);
+    if (match.hasMatch()) {
+        bool isNumber = false;
+        const qint64 number = match.captured(1).remove(u',').toLongLong(&isNumber);
+        return isNumber ? std::optional(number) : std::nullopt;
+    }
+    return settings.noResults.match(visible_).hasMatch() ? std::optional<qint64>(0) : std::nullopt;
+}
+
+int SearchPage::count(const QString& word) const {
+    return static_cast<int>(visible_.count(word));
+}
+
+}  // namespace guanchao

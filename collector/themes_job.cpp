@@ -1,0 +1,41 @@
+#include "collector/themes_job.h"
+
+#include "heat/url_encode.h"
+#include "store/recordset.h"
+#include "store/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+ThemesJob::ThemesJob(const Stores& stores, const RunOrder& order, const CollectorSettings& settings,
+                     const Service& search)
+    : stores_(stores),
+      guanzhudu_(order.guanzhudu),
+      news_(order, settings, search),
+      writer_(stores.heat, order.day) {}
+
+QList<Item> ThemesJob::items() const {
+    Connection connection = stores_.main.open();
+    QList<Item> items;
+    for (Recordset themes(connection,
+                          u"select zhutiname from dzhzhuti group by zhutiname having"
+                          u" max(guanzhudu)>"_s +
+                              numberText(guanzhudu_) +
+                              u" order by max(guanzhudu) desc,zhutiname"_s);
+         !themes.atEnd(); themes.moveNext()) {
+        const QString name = themes.value(0).toText();
+        items << Item{name, name};
+    }
+    return items;
+}
+
+QStringList ThemesJob::paths(const Item& item) const {
+    return news_.paths(withoutMarks(item.key));
+}
+
+void ThemesJob::write(const Item& item, const QList<QByteArray>& pages) {
+    writer_.writeTheme(item.key, news_.counts(pages));
+}
+
+}  // namespace guanchao

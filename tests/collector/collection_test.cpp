@@ -1,0 +1,146 @@
+#include "collector/collection.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Two pages an item: "/甲1", "/甲2".
+class FakeJob : public Job {
+public:
+    QString title() const override { return u"试"_s; }
+    QList<Item> items() const override { return list; }
+    const Service& service() const override { return service_; }
+    QStringList paths(const Item& item) const override {
+        return {u'/' + item.key + u'1', u'/' + item.key + u'2'};
+    }
+    bool answers(const Item&, const QByteArray& page) const override { return page != "bad"; }
+    void write(const Item& item, const QList<QByteArray>& pages) override {
+        if (refused == item.key) {
+            throw StoreError(u"database is locked"_s, {}, {});
+        }
+        written << item.key + QString::fromUtf8(pages.join());
+    }
+
+    QList<Item> list = {{u"甲"_s, u"甲"_s}, {u"乙"_s, u"乙"_s}};
+    QString refused;
+    QStringList written;
+
+private:
+    Service service_;
+};
+
+}  // namespace
+
+static CollectorSettings shortPauses() {
+    CollectorSettings settings;
+    settings.pause = 100;
+    settings.randomPause = 50;
+    settings.retries = {1000, 3000};
+    return settings;
+}
+
+class CollectionTest : public ::testing::Test {
+protected:
+    CollectionTest() {
+        http_.answer = [](const QString& path) { return path.last(1).toUtf8(); };
+    }
+
+    // Steps until the run ends, the clock moving by each pause; the pauses in milliseconds.
+    QList<int> runToTheEnd() {
+        QList<int> pauses;
+        while (const auto pause = collection_.step()) {
+            pauses << static_cast<int>(pause->count());
+            clock_.moment = clock_.moment.addMSecs(pause->count());
+        }
+        return pauses;
+    }
+
+    void order(int mainisrun) {
+        store_.stores.heat.open().execute(u"update canshu set mainisrun="_s +
+                                          QString::number(mainisrun));
+    }
+
+    TestStores store_;
+    FakeJob job_;
+    FakeHttp http_;
+    FakeClock clock_;
+    CollectorSettings settings_ = shortPauses();
+    Pacing pacing_{settings_, [] { return 0.5; }};
+    Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_};
+};
+
+TEST_F(CollectionTest, APageAStepAndAPauseBetweenAll) {
+    collection_.begin();
+    EXPECT_EQ(runToTheEnd(), (QList<int>{125, 125, 125}));
+    EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
+    EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
+    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
+}
+
+TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
+    pacing_ = Pacing(settings_, [] { return 0.0; });
+    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+        return path == u"/甲2"_s ? std::nullopt : std::optional(path.last(1).toUtf8());
+    };
+    collection_.begin();
+    // Behind the two items the first try again is waited for, looking each second whether the main
+    // program lives; the second is waited for longer.
+    EXPECT_EQ(runToTheEnd(), (QList<int>{100, 100, 100, 100, 700, 100, 100, 1000, 1000, 900, 100}));
+    EXPECT_EQ(http_.paths.count(u"/甲1"_s), 3) << "an item is asked for as a whole again";
+    EXPECT_EQ(job_.written, QStringList{u"乙12"_s});
+    EXPECT_EQ(collection_.failures(), 3);
+    EXPECT_EQ(collection_.settled(), 2);
+    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 1 项，跳过 1 项。\n跳过：甲"_s);
+}
+
+TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
+    pacing_ = Pacing(settings_, [] { return 0.0; });
+    job_.refused = u"乙"_s;
+    http_.answer = [this](const QString& path) {
+        if (http_.paths.count(u"/乙2"_s) > 1) {
+            job_.refused.clear();
+        }
+        return path == u"/甲1"_s && http_.paths.count(path) == 1 ? "bad" : path.last(1).toUtf8();
+    };
+    collection_.begin();
+    runToTheEnd();
+    EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
+    EXPECT_EQ(collection_.failures(), 2);
+    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
+}
+
+TEST_F(CollectionTest, TheEndOfTheMainProgramEndsTheRunBetweenTwoItems) {
+    collection_.begin();
+    collection_.step();
+    order(0);
+    runToTheEnd();
+    EXPECT_EQ(job_.written, QStringList{u"甲12"_s}) << "the item at hand is written still";
+    EXPECT_EQ(collection_.state(), RunState::unwanted);
+}
+
+TEST_F(CollectionTest, AStopEndsTheRunAtOnceAndNoItemsEndItToo) {
+    collection_.begin();
+    collection_.step();
+    collection_.stop();
+    EXPECT_EQ(collection_.step(), std::nullopt);
+    EXPECT_EQ(collection_.summary(), u"采集已停止：共 2 项，写入 0 项，跳过 0 项。"_s);
+
+    job_.list.clear();
+    Collection empty(job_, store_.stores.heat, http_, clock_, pacing_);
+    empty.begin();
+    EXPECT_EQ(empty.step(), std::nullopt);
+    EXPECT_EQ(empty.state(), RunState::finished);
+    EXPECT_EQ(http_.paths.size(), 1);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,104 @@
+#include "collector/collector_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include "collector/commodities_job.h"
+#include "grid/grid_view.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_environment.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+static CollectorSettings noPauses() {
+    CollectorSettings settings;
+    settings.pause = 0;
+    settings.randomPause = 0;
+    settings.retries.clear();
+    return settings;
+}
+
+class CollectorWindowTest : public ::testing::Test, protected TestEnvironment {
+protected:
+    CollectorWindowTest() {
+        int attention = 3;
+        for (const QString& name : {u"铜"_s, u"铝"_s, u"锌"_s}) {
+            stores_.heat.open().execute(u"insert into shopname(shopname,guanzhudu) values('"_s +
+                                        name + u"',"_s + QString::number(attention--) + u")"_s);
+        }
+        http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+            return path.contains(u"%C2%C1"_s) ? std::nullopt
+                                              : std::optional(u"相关结果约1个"_s.toUtf8());
+        };
+        collection_.begin();
+        window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, job_.title());
+    }
+
+    QPushButton& button(const QString& name) { return *window_->findChild<QPushButton*>(name); }
+    QString label(const QString& name) { return window_->findChild<QLabel*>(name)->text(); }
+    const ResultGrid& grid() {
+        return static_cast<const ResultGrid&>(*window_->findChild<GridView*>()->model());
+    }
+
+    void letRun(qsizetype requests) {
+        while (http_.paths.size() < requests) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+
+    CollectorSettings settings_ = noPauses();
+    RunOrder order_{.day = clock_.now().date(), .yinqingurl = u"http://h/s?wd=tihuandm"_s};
+    Pacing pacing_{settings_, [] { return 0.0; }};
+    CommoditiesJob job_{stores_, order_, settings_, {}};
+    Collection collection_{job_, stores_.heat, http_, clock_, pacing_};
+    std::unique_ptr<CollectorWindow> window_;
+};
+
+TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
+    int ends = 0;
+    window_->ended = [&] { ++ends; };
+    window_->show();
+    window_->start();
+    letRun(3);
+    EXPECT_EQ(ends, 1);
+    QStringList states;
+    for (int row = 1; row < grid().rows(); ++row) {
+        states << grid().textMatrix(row, 1) + grid().textMatrix(row, 2) + grid().textMatrix(row, 3);
+    }
+    EXPECT_EQ(states, (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到"_s, u"锌已写入"_s}));
+    EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。\n跳过：铝"_s);
+    EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
+    EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
+    EXPECT_FALSE(button(u"stopButton"_s).isEnabled());
+    window_->close();
+    EXPECT_TRUE(dialogs_.shown.isEmpty()) << "nothing is left to be stopped";
+}
+
+TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
+    window_->show();
+    window_->start();
+    letRun(1);
+    button(u"pauseButton"_s).click();
+    EXPECT_EQ(label(u"stateLabel"_s), u"已暂停"_s);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(http_.paths.size(), 1);
+    dialogs_.answer = false;
+    window_->close();
+    EXPECT_TRUE(window_->isVisible());
+    button(u"pauseButton"_s).click();
+    EXPECT_EQ(http_.paths.size(), 2);
+    dialogs_.answer = true;
+    window_->close();
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_EQ(collection_.state(), RunState::stopped);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(http_.paths.size(), 2);
+}
+
+}  // namespace guanchao

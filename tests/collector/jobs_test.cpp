@@ -1,0 +1,173 @@
+#include <gtest/gtest.h>
+
+#include "collector/code_table_job.h"
+#include "collector/commodities_job.h"
+#include "collector/companies_job.h"
+#include "collector/growth.h"
+#include "collector/themes_job.h"
+#include "platform/gbk.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class CollectorJobsTest : public ::testing::Test {
+protected:
+    CollectorJobsTest() {
+        heat(
+            u"update canshu set yinqingurl='http://h/s?wd=tihuandm',today='2026-11-23 00:00:00'"_s);
+        store_.addMember(u"白酒"_s, u"SH600519"_s, 5);
+        store_.addMember(u"白酒"_s, u"SZ000858"_s, 5);
+        store_.addMember(u"5G(通信)"_s, u"SZ000858"_s, 9);
+        store_.addMember(u"冷门"_s, u"SH600000"_s, 2);
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1, 1);
+        store_.addCode(u"SZ000858"_s, u"五粮液"_s, 1, 1);
+    }
+
+    void heat(const QString& statement) { store_.stores.heat.open().execute(statement); }
+    QStringList heatRows(const QString& query) {
+        return TestStores::rows(store_.stores.heat, query);
+    }
+
+    static QStringList keys(const Job& job) {
+        QStringList keys;
+        for (const Item& item : job.items()) {
+            keys << item.key;
+        }
+        return keys;
+    }
+
+    static QByteArray results(qint64 number) { return u"相关结果约%1个"_s.arg(number).toUtf8(); }
+
+    void collectTheme(const QString& day, const QList<qint64>& counts) {
+        heat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
+        ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings_, {});
+        QList<QByteArray> pages;
+        for (const qint64 count : counts) {
+            pages << results(count);
+        }
+        job.write({u"5G(通信)"_s, {}}, pages);
+    }
+
+    TestStores store_;
+    FakeClock clock_;
+    CollectorSettings settings_;
+};
+
+TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
+    heat(u"update canshu set guanzhudu=2,shopguanzhudu=4.5"_s);
+    heat(u"insert into shopname(shopname,guanzhudu) values('铜',4)"_s);
+    heat(u"insert into shopname(shopname,guanzhudu) values('铝(锭)',5)"_s);
+    const RunOrder order = readRunOrder(store_.stores.heat, clock_);
+    const ThemesJob themes(store_.stores, order, settings_, {});
+    EXPECT_EQ(keys(themes), (QStringList{u"5G(通信)"_s, u"白酒"_s}));
+    EXPECT_EQ(themes.paths(themes.items().first()),
+              (QStringList{u"/s?wd=5G%20%CD%A8%D0%C5%20&lm=1"_s, u"/s?wd=5G%20%CD%A8%D0%C5%20"_s}));
+    const CompaniesJob companies(store_.stores, order, settings_, {});
+    EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
+    EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
+    EXPECT_EQ(companies.paths({u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
+    const CommoditiesJob commodities(store_.stores, order, settings_, {});
+    EXPECT_EQ(keys(commodities), QStringList{u"铝(锭)"_s});
+    EXPECT_EQ(commodities.paths(commodities.items().first()),
+              QStringList{u"/s?wd=%C2%C1%20%B6%A7%20%20%BC%DB%B8%F1"_s});
+}
+
+TEST_F(CollectorJobsTest, ASecondRunTakesThePlaceOfTheDaysRowAndGrowthGoesByTheDayBefore) {
+    const QString columns =
+        u"select riqi,onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,zdyzhangfu,zdytianshu,"
+        u"yixiaza from xinwenshul order by riqi"_s;
+    heat(u"update canshu set iszidinyinum=1,zidinyinum=30"_s);
+    collectTheme(u"2026-11-21"_s, {0, 100, 50});
+    collectTheme(u"2026-11-23"_s, {9, 9, 9});
+    collectTheme(u"2026-11-23"_s, {3, 125, 40});
+    EXPECT_EQ(heatRows(columns), (QStringList{u"2026-11-21 00:00:00|0|1000|100|1000|50|1000|30|1"_s,
+                                              u"2026-11-23 00:00:00|3|1000|125|25|40|-20|30|1"_s}));
+    heat(u"update canshu set zidinyinum=31"_s);
+    collectTheme(u"2026-11-24"_s, {6, 125, 40});
+    heat(u"update canshu set iszidinyinum=0"_s);
+    collectTheme(u"2026-11-25"_s, {33, 0});
+    EXPECT_EQ(heatRows(columns).mid(2),
+              (QStringList{u"2026-11-24 00:00:00|6|100|125|0|40|1000|31|1"_s,
+                           u"2026-11-25 00:00:00|33|450|0|-100|0|1000|0|1"_s}))
+        << "custom counts compare over the same number of days only";
+}
+
+TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
+    const RunOrder order = readRunOrder(store_.stores.heat, clock_);
+    CompaniesJob companies(store_.stores, order, settings_, {});
+    companies.write({u"SH600519"_s, u"茅'台"_s}, {results(1), results(2)});
+    companies.write({u"SH600519"_s, u"茅'台"_s}, {results(3), results(4)});
+    EXPECT_EQ(heatRows(u"select riqi,dm,jc,onecishu,allcishu from gongsixinwen"_s),
+              QStringList{u"2026-11-23 00:00:00|SH600519|茅'台|3|4"_s});
+
+    heat(u"insert into shopname(shopname,guanzhudu,aboutgegu) values('铜',4,'SH601899')"_s);
+    heat(u"insert into shophq(shopname,riqi,zongfen) values('铜','2026-11-20 09:00:00',-4)"_s);
+    CommoditiesJob commodities(store_.stores, order, settings_, {});
+    const QByteArray page = u"相关结果约1个 大涨 暴涨暴涨 升 跌跌跌 大跌 暴跌 降降"_s.toUtf8();
+    commodities.write({u"铜"_s, u"铜"_s}, {page});
+    commodities.write({u"铜"_s, u"铜"_s}, {page});
+    const QString figures =
+        u"zhangzi,shengzi,dazhang,baozhang,diezi,jiangzi,dadie,baodie,zongfen,zhangfu"_s;
+    const QString expected = u"2026-11-23 00:00:00|3|1|1|2|5|2|1|1|1|125"_s;
+    EXPECT_EQ(heatRows(u"select riqi,"_s + figures + u" from shophq order by riqi"_s).mid(1),
+              QStringList{expected});
+    EXPECT_EQ(heatRows(u"select riqi,"_s + figures + u",aboutgegu from shopname"_s),
+              QStringList{expected + u"|SH601899"_s});
+}
+
+TEST_F(CollectorJobsTest, GrowthIsSignedAndNeverMeetsTheSentinelByChance) {
+    EXPECT_EQ(growth(5, std::nullopt), 1000);
+    EXPECT_EQ(growth(5, 0), 1000);
+    EXPECT_EQ(growth(1, 3), -66.67);
+    EXPECT_EQ(growth(2, -4), 150);
+    EXPECT_EQ(growth(11, 1), 999.99);
+}
+
+TEST_F(CollectorJobsTest, AnOrderWithoutADayOrARowFallsBackToTheClock) {
+    heat(u"update canshu set today='', zidinyinum=7"_s);
+    const RunOrder order = readRunOrder(store_.stores.heat, clock_);
+    EXPECT_EQ(order.day, QDate(2026, 11, 24));
+    EXPECT_EQ(order.customDays, 0) << "the custom period is off";
+    heat(u"delete from canshu"_s);
+    EXPECT_EQ(readRunOrder(store_.stores.heat, clock_).day, QDate(2026, 11, 24));
+}
+
+TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
+    store_.run({u"delete from dmb"_s});
+    store_.addCode(u"SH600000"_s, u"浦发"_s, 9, 1);
+    store_.addCode(u"SH600001"_s, u"邯郸钢铁"_s, 8, 1);
+    store_.addCode(u"SH600003"_s, u"东北高速"_s, 7, 1);
+    const Initials initials({{u"银行"_s, u"yh"_s}});
+    CodeTableJob job(store_.stores, clock_, initials, {});
+    const QList<Item> items = job.items();
+    QStringList all;
+    for (const Item& item : items) {
+        all << item.key.split(u',');
+    }
+    EXPECT_EQ(all.size(), 14000);
+    EXPECT_EQ(all.removeDuplicates(), 0);
+    EXPECT_TRUE(all.contains(u"sz003999"_s) && all.contains(u"sh689999"_s));
+    EXPECT_TRUE(job.paths(items.first()).first().startsWith(u"/list=sh600000,sh600001,"_s));
+
+    const Item batch{u"sh600000,sh600001,sh600002,sh600003"_s, {}};
+    const auto line = [](const QString& code, const QString& value) {
+        return gbkFromText(u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s);
+    };
+    const QByteArray page = line(u"sh600000"_s, u"浦发银行,9.1"_s) + line(u"sh600001"_s, {}) +
+                            line(u"sh600002"_s, u"齐鲁银行,5"_s) +
+                            line(u"sh600003"_s, u"XD东北高,7"_s);
+    EXPECT_TRUE(job.answers(batch, page));
+    EXPECT_FALSE(job.answers(batch, line(u"sh600000"_s, u"浦发银行"_s))) << "it broke off";
+    job.write(batch, {page});
+    EXPECT_EQ(store_.rows(u"select dm,numdm,jc,shenmu,sp,newdmtime from dmb order by dm"_s),
+              (QStringList{u"SH600000|600000|浦发银行|pfyh|9|null"_s,
+                           u"SH600001|600001|邯郸钢铁||8|null"_s,
+                           u"SH600002|600002|齐鲁银行|qlyh|0|2026-11-24 10:00:00"_s,
+                           u"SH600003|600003|东北高速||7|null"_s}));
+}
+
+}  // namespace guanchao

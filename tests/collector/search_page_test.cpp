@@ -1,0 +1,59 @@
+#include "collector/search_page.h"
+
+#include <gtest/gtest.h>
+
+#include "collector/search_address.h"
+#include "heat/url_encode.h"
+#include "platform/gbk.h"
+#include "store/store_error.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
+    const QString found = u"为您找到相关结果约12,345个"_s;
+    const struct {
+        QByteArray body;
+        std::optional<qint64> results;
+    } cases[] = {
+        {found.toUtf8(), 12345},
+        {gbkFromText(found), 12345},
+        {QByteArray("<meta charset=gb2312>") + gbkFromText(found), 12345},
+        {QByteArray("<META charset=\"UTF-8\">") + found.toUtf8() + "\xff", 12345},
+        {u"相关结果<b>约</b> 7 个"_s.toUtf8(), 7},
+        {u"很抱歉，没有找到与“x”相关的网页"_s.toUtf8(), 0},
+        {u"<script>相关结果约5个</script>请输入验证码"_s.toUtf8(), std::nullopt},
+        {u"相关结果约99999999999999999999个"_s.toUtf8(), std::nullopt},
+        {QByteArray(), std::nullopt},
+    };
+    for (const auto& [body, results] : cases) {
+        EXPECT_EQ(SearchPage(body).results({}), results) << body.toStdString();
+    }
+}
+
+TEST(SearchPageTest, WordsCountInTheVisibleTextOnly) {
+    const SearchPage page(
+        u"<title>涨</title><style>.涨{}</style><!-- 涨 --><a title=\"涨\">铜大<em>涨"
+        u"</em></a>，暴涨后涨"_s.toUtf8());
+    EXPECT_EQ(page.count(u"涨"_s), 3) << "those in longer words too";
+    EXPECT_EQ(page.count(u"大涨"_s), 1) << "a tag does not cut a word";
+    EXPECT_EQ(page.count(u"跌"_s), 0);
+}
+
+TEST(SearchAddressTest, ThePatternGivesThePathAndServicesMayGiveTheHost) {
+    const QString pattern = u"https://engine.example:8/s?wd=tihuandm&again=tihuandm"_s;
+    const SearchAddress own(pattern, {}, 15);
+    EXPECT_EQ(own.service().host, u"https://engine.example:8"_s);
+    EXPECT_EQ(own.service().timeoutSeconds, 15);
+    EXPECT_EQ(own.path(withoutMarks(u"A/B-(C)_\"铜"_s), u"&lm=1"_s),
+              u"/s?wd=A%20B%20%20C%20%20%20%CD%AD&again=A%20B%20%20C%20%20%20%CD%AD&lm=1"_s);
+    EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().host, u"http://h"_s);
+    EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().timeoutSeconds, 3);
+    for (const QString& bad : {u""_s, u"engine/s?wd=tihuandm"_s, u"http://engine/s?wd="_s}) {
+        EXPECT_THROW(SearchAddress(bad, {}, 15), OperationError) << bad.toStdString();
+    }
+}
+
+}  // namespace guanchao

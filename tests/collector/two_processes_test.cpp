@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <random>
+
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// The collector as a process of its own on the practice market, while this one reads and writes the
+// same heat store.
+class TwoProcessesTest : public ::testing::Test {
+protected:
+    static constexpr int themes = 60;
+
+    TwoProcessesTest() {
+        market_.start();
+        for (int at = 0; at < themes; ++at) {
+            store_.addMember(u"主题%1"_s.arg(at), u"SH600000"_s, 5);
+        }
+        QFile::copy(QStringLiteral(GUANCHAO_CAIJIQI), store_.folder() + u"caijiqi"_s);
+        write(u"services.ini"_s, u"[search]\nhost="_s + market_.host());
+        // Without a further try a failure of any kind would skip its item.
+        write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\n"_s);
+        heat(u"update canshu set yinqingurl='http://nowhere.invalid/s?wd=tihuandm'"_s);
+    }
+
+    void write(const QString& name, const QString& text) {
+        QFile file(store_.folder() + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.toUtf8());
+    }
+
+    void heat(const QString& statement) { store_.stores.heat.open().execute(statement); }
+    int number(const QString& query) {
+        return TestStores::rows(store_.stores.heat, query).first().toInt();
+    }
+
+    void start(QProcess& collector) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        collector.setProcessEnvironment(environment);
+        collector.start(store_.folder() + u"caijiqi"_s, {u"zhuti"_s});
+        ASSERT_TRUE(collector.waitForStarted()) << collector.errorString().toStdString();
+    }
+
+    // Adds rows of its own and reads, without a pause, until so many rows of the day are there.
+    void meddleUntil(QProcess& collector, const QString& day, int rows) {
+        const QString ofDay =
+            u"select count(*) from xinwenshul where date(riqi)='"_s + day + u"'"_s;
+        while (number(ofDay) < rows && !collector.waitForFinished(0)) {
+            heat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
+        }
+    }
+
+    TestStores store_;
+    PracticeMarket market_{PracticeQuotes({}), [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
+    QDate day_{2026, 11, 2};
+    int added_ = 0;
+    std::mt19937 random_{20261125};
+};
+
+TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
+    const int rounds = 8;
+    for (int round = 0; round < rounds; ++round) {
+        const QString day = day_.addDays(round).toString(Qt::ISODate);
+        heat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
+        QProcess killed;
+        start(killed);
+        meddleUntil(killed, day, std::uniform_int_distribution<int>(1, themes - 10)(random_));
+        killed.kill();
+        killed.waitForFinished();
+        ASSERT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
+                  QStringList{u"ok"_s});
+
+        QProcess whole;
+        start(whole);
+        meddleUntil(whole, day, themes + 1);  // never reached: until it has finished
+        ASSERT_EQ(QString::fromUtf8(whole.readAllStandardOutput()),
+                  u"采集完成：共 %1 项，写入 %1 项，跳过 0 项。\n"_s.arg(themes))
+            << whole.readAllStandardError().toStdString();
+    }
+    EXPECT_EQ(number(u"select count(*) from xinwenshul"_s), rounds * themes);
+    EXPECT_EQ(number(u"select count(*) from (select distinct date(riqi),zhutiname from"
+                     u" xinwenshul where allcishu>0)"_s),
+              rounds * themes);
+    EXPECT_EQ(number(u"select count(*) from xinwenshul where allzhangfu=1000"_s), themes)
+        << "only the first day has no base";
+    EXPECT_EQ(number(u"select count(*) from shopname"_s), added_);
+    EXPECT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
+              QStringList{u"ok"_s});
+    RecordProperty("written_beside_the_collector", added_);
+}
+
+TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
+    write(u"caijiqi.ini"_s, u"[pace]\npause=0.3\nrandom=0\n"_s);
+    heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    QProcess first;
+    start(first);
+    meddleUntil(first, u"2026-11-02"_s, 1);
+    QProcess second;
+    start(second);
+    ASSERT_TRUE(second.waitForFinished());
+    EXPECT_EQ(second.exitCode(), 1);
+    heat(u"update canshu set mainisrun=0"_s);
+    ASSERT_TRUE(first.waitForFinished());
+    const QString said = QString::fromUtf8(first.readAllStandardOutput());
+    EXPECT_TRUE(said.startsWith(u"主程序已退出，采集结束："_s)) << said.toStdString();
+}
+
+}  // namespace guanchao
