@@ -120,7 +120,7 @@ void NewsWindow::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 void NewsWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
     trapped([&] {
         if (row == 0) {
-            sortByHeader(grid, col, u"日期"_s, lastSortCode_);
+            sortByHeader(grid, col, {u"日期"_s}, lastSortCode_);
         }
     });
 }
