@@ -1,6 +1,5 @@
 #include "exchange/form3.h"
 
-#include <QCloseEvent>
 #include <QPointer>
 #include <QScopeGuard>
 #include <utility>
@@ -118,9 +117,7 @@ void Form3::runImport(QPushButton& button, const std::function<void()>& job) {
         }
         runButton_ = outerButton;
         ui_->Label1->clear();
-        if (closeAfterRun_ && !run_.running()) {
-            close();
-        }
+        closeIfAsked();
     });
     job();
 }
@@ -133,18 +130,6 @@ void Form3::showRun(const ExchangeProgress& progress) {
         ui_->progress->setValue(progress.done);
         ui_->Label1->setText(progress.jc);
     }
-}
-
-// A window with a run under way goes from the screen at once and closes when the run has ended.
-void Form3::closeEvent(QCloseEvent* event) {
-    if (!run_.running()) {
-        event->accept();
-        return;
-    }
-    closeAfterRun_ = true;
-    run_.cancel();
-    hide();
-    event->ignore();
 }
 
 }  // namespace guanchao

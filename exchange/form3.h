@@ -3,11 +3,11 @@
 // the rules are in ThemeImport and TextImport.
 #pragma once
 
-#include <QDialog>
 #include <memory>
 
 #include "app/environment.h"
 #include "app/windows.h"
+#include "controls/run_window.h"
 #include "exchange/exchange_run.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
@@ -22,7 +22,7 @@ class Form3;
 
 namespace guanchao {
 
-class Form3 : public QDialog {
+class Form3 : public RunWindow {
     Q_OBJECT
 
 public:
@@ -32,10 +32,9 @@ public:
 public slots:
     void reject() override { close(); }
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
 private:
+    bool runs() const override { return run_.running(); }
+    void cancelRun() override { run_.cancel(); }
     void prepareControls();
     void connectControls();
     void Option_Click();
@@ -60,7 +59,6 @@ private:
     ThemeImport themeImport_;
     TextImport textImport_;
     QPushButton* runButton_ = nullptr;  // of the run under way
-    bool closeAfterRun_ = false;
 };
 
 }  // namespace guanchao

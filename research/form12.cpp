@@ -1,6 +1,5 @@
 #include "research/form12.h"
 
-#include <QCloseEvent>
 #include <QPointer>
 #include <QScopeGuard>
 
@@ -23,7 +22,7 @@ QString textOf(const QPlainTextEdit& box) {
 }  // namespace
 
 Form12::Form12(Environment& environment, Windows&)
-    : QDialog(nullptr, Qt::Window),
+    : RunWindow(Qt::Window),
       environment_(environment),
       ui_(std::make_unique<Ui::Form12>()),
       search_(environment.stores, environment.globals, grid_),
@@ -158,8 +157,8 @@ void Form12::MSHFlexGrid1_DblClick(int row) {
 void Form12::runResearch(const std::function<void()>& job) {
     const QPointer alive(this);
     const auto end = qScopeGuard([&] {
-        if (alive && closeAfterRun_ && !run_.running()) {
-            close();
+        if (alive) {
+            closeIfAsked();
         }
     });
     job();
@@ -190,18 +189,6 @@ void Form12::reject() {
     } else {
         close();
     }
-}
-
-// A window with a run under way goes from the screen at once and closes when the run has ended.
-void Form12::closeEvent(QCloseEvent* event) {
-    if (!run_.running()) {
-        event->accept();
-        return;
-    }
-    closeAfterRun_ = true;
-    run_.cancel();
-    hide();
-    event->ignore();
 }
 
 }  // namespace guanchao

@@ -4,13 +4,13 @@
 // SelectionScan, ForwardReturns and EarningsForecast.
 #pragma once
 
-#include <QDialog>
 #include <QMenu>
 #include <memory>
 
 #include "app/environment.h"
 #include "app/windows.h"
 #include "controls/date_boxes.h"
+#include "controls/run_window.h"
 #include "grid/result_grid.h"
 #include "research/earnings_forecast.h"
 #include "research/forward_returns.h"
@@ -23,7 +23,7 @@ class Form12;
 
 namespace guanchao {
 
-class Form12 : public QDialog {
+class Form12 : public RunWindow {
     Q_OBJECT
 
 public:
@@ -34,10 +34,9 @@ public slots:
     // Esc: ends a run first, then the window.
     void reject() override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
 private:
+    bool runs() const override { return run_.running(); }
+    void cancelRun() override { run_.cancel(); }
     void connectControls();
     void connectRuns();
     SelectionQuery query() const;
@@ -65,7 +64,6 @@ private:
     DateBoxes* last_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on a row
     SortCode lastSortCode_ = SortCode::none;
-    bool closeAfterRun_ = false;
 };
 
 }  // namespace guanchao

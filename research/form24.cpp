@@ -1,6 +1,5 @@
 #include "research/form24.h"
 
-#include <QCloseEvent>
 #include <QPointer>
 #include <QScopeGuard>
 
@@ -13,7 +12,7 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 Form24::Form24(Environment& environment, Windows&)
-    : QDialog(nullptr, Qt::Window),
+    : RunWindow(Qt::Window),
       ui_(std::make_unique<Ui::Form24>()),
       run_(environment.pump, u"一次对比正在进行，请等它结束。"_s, [this] { showRun(); }),
       history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
@@ -39,9 +38,9 @@ Form24::~Form24() = default;
 // The window may close while a message is open; during a run it only hides.
 void Form24::Command9_Click() {
     const QPointer alive(this);
-    const auto closeIfAsked = qScopeGuard([&] {
-        if (alive && closeAfterRun_ && !run_.running()) {
-            close();
+    const auto end = qScopeGuard([&] {
+        if (alive) {
+            closeIfAsked();
         }
     });
     const std::optional<ThemeHistoryResult> result =
@@ -81,18 +80,6 @@ void Form24::reject() {
     } else {
         close();
     }
-}
-
-// A window with a run under way goes from the screen at once and closes when the run has ended.
-void Form24::closeEvent(QCloseEvent* event) {
-    if (!run_.running()) {
-        event->accept();
-        return;
-    }
-    closeAfterRun_ = true;
-    run_.cancel();
-    hide();
-    event->ignore();
 }
 
 }  // namespace guanchao

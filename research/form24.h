@@ -3,13 +3,13 @@
 // ThemeHistory and DayCache. Its load takes dangqianzhuti over.
 #pragma once
 
-#include <QDialog>
 #include <memory>
 
 #include "app/cancellable_run.h"
 #include "app/environment.h"
 #include "app/windows.h"
 #include "controls/date_boxes.h"
+#include "controls/run_window.h"
 #include "grid/result_grid.h"
 #include "research/theme_history.h"
 
@@ -19,7 +19,7 @@ class Form24;
 
 namespace guanchao {
 
-class Form24 : public QDialog {
+class Form24 : public RunWindow {
     Q_OBJECT
 
 public:
@@ -30,10 +30,9 @@ public slots:
     // Esc ends a run before it closes the window.
     void reject() override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
 private:
+    bool runs() const override { return run_.running(); }
+    void cancelRun() override { run_.cancel(); }
     void Command9_Click();
     void MSHFlexGrid1_Click(int row, int col);
     void showRun();
@@ -46,7 +45,6 @@ private:
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     SortCode lastSortCode_ = SortCode::none;
-    bool closeAfterRun_ = false;
 };
 
 }  // namespace guanchao

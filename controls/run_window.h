@@ -1,0 +1,27 @@
+// A window that owns a run: closed during it, it goes from the screen at once, ends the run and
+// closes when the run has ended.
+#pragma once
+
+#include <QDialog>
+
+namespace guanchao {
+
+class RunWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit RunWindow(Qt::WindowFlags flags = {}) : QDialog(nullptr, flags) {}
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    // For the handler that started a run, once the run has returned to it.
+    void closeIfAsked();
+
+private:
+    virtual bool runs() const = 0;
+    virtual void cancelRun() = 0;
+
+    bool closeAfterRun_ = false;
+};
+
+}  // namespace guanchao
