@@ -14,13 +14,6 @@ constexpr qsizetype digitsOfCode = 6;
 
 }  // namespace
 
-CompaniesJob::CompaniesJob(const Stores& stores, const RunOrder& order,
-                           const CollectorSettings& settings, const Service& search)
-    : stores_(stores),
-      guanzhudu_(order.guanzhudu),
-      news_(order, settings, search),
-      writer_(stores.heat, order.day) {}
-
 // The attention of a stock is that of its foremost theme; its name is the one of the code table.
 QList<Item> CompaniesJob::items() const {
     Connection connection = stores_.main.open();

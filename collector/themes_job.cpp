@@ -8,13 +8,6 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-ThemesJob::ThemesJob(const Stores& stores, const RunOrder& order, const CollectorSettings& settings,
-                     const Service& search)
-    : stores_(stores),
-      guanzhudu_(order.guanzhudu),
-      news_(order, settings, search),
-      writer_(stores.heat, order.day) {}
-
 QList<Item> ThemesJob::items() const {
     Connection connection = stores_.main.open();
     QList<Item> items;
