@@ -3,23 +3,13 @@
 #include <QStringDecoder>
 
 #include "platform/gbk.h"
+#include "platform/page_charset.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// The declaration stands within the first bytes of a page, or it doesn't count.
-constexpr qsizetype declarationBytes = 1024;
-
-QString declaredCharset(const QByteArray& body) {
-    static const QRegularExpression charset(u"charset\\s*=\\s*[\"']?([\\w-]+)"_s,
-                                            QRegularExpression::CaseInsensitiveOption);
-    return charset.match(QString::fromLatin1(body.first(std::min(body.size(), declarationBytes))))
-        .captured(1)
-        .toLower();
-}
 
 QString pageText(const QByteArray& body) {
     const QString charset = declaredCharset(body);
