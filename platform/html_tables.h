@@ -10,8 +10,8 @@
 
 namespace guanchao {
 
-// The texts of its own cells by rows, a heading above and a footing below all others; a table
-// within a cell is text of that cell.
+// The trimmed texts of its own cells by rows, a heading above and a footing below all others; a
+// table within a cell is text of that cell.
 using HtmlTable = QList<QStringList>;
 
 struct HtmlPage {

@@ -47,15 +47,15 @@ QString currentServer(Connection& store) {
 }
 
 void insertDownloaded(Connection& store, const QStringList& cells) {
-    const QString user = trimBlanks(cells.value(3));
-    const QString access = user.isEmpty() ? u",0,'','',"_s
-                                          : u",1,"_s + quoted(user) + u","_s +
-                                                quoted(trimBlanks(cells.value(4))) + u","_s;
+    const QString user = cells.value(3);
+    const QString access = user.isEmpty()
+                               ? u",0,'','',"_s
+                               : u",1,"_s + quoted(user) + u","_s + quoted(cells.value(4)) + u","_s;
     store.execute(
         u"Insert Into proxy(ProxyServer,ProxyPort,UseProxyUser,proxyuser,proxypassword,"
         u"beizhu,defaultproxy,down) Values("_s +
-        quoted(trimBlanks(cells.value(0))) + u","_s + numberText(portOf(cells.value(1))) + access +
-        quoted(trimBlanks(cells.value(2))) + u",0,1)"_s);
+        quoted(cells.value(0)) + u","_s + numberText(portOf(cells.value(1))) + access +
+        quoted(cells.value(2)) + u",0,1)"_s);
 }
 
 // The server that was the current one is so again, in every row that it has; where it has gone, the
