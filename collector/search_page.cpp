@@ -24,8 +24,9 @@ QString visibleText(QString page) {
         u"<(script|style|title)\\b.*?</\\1\\s*>|<!--.*?-->"_s,
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression tag(u"<[^>]*>"_s);
+    static const QRegularExpression blank(u"&nbsp;|&#160;|\u00a0"_s);
     // Engines set the searched words in <em> in the middle of a word: a tag leaves no gap.
-    return page.remove(unseen).remove(tag);
+    return page.remove(unseen).remove(tag).replace(blank, u" "_s);
 }
 
 }  // namespace
@@ -39,7 +40,9 @@ std::optional<qint64> SearchPage::results(const CollectorSettings& settings) con
         const qint64 number = match.captured(1).remove(u',').toLongLong(&isNumber);
         return isNumber ? std::optional(number) : std::nullopt;
     }
-    return settings.noResults.match(visible_).hasMatch() ? std::optional<qint64>(0) : std::nullopt;
+    const bool none =
+        !settings.noResults.pattern().isEmpty() && settings.noResults.match(visible_).hasMatch();
+    return none ? std::optional<qint64>(0) : std::nullopt;
 }
 
 int SearchPage::count(const QString& word) const {
