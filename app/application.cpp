@@ -7,6 +7,7 @@
 
 #include "app/failure.h"
 #include "app/looks.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -30,6 +31,7 @@ void Application::speakChinese() {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
+    const Activity::Pause pause;
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {

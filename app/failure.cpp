@@ -16,14 +16,20 @@ QString explanation(const StoreError& failure) {
     if (!QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
-    if (failure.reason().contains(u"locked"_s)) {
-        return u"数据文件 "_s + file + u" 正被其他程序占用，请稍后再试。"_s;
-    }
-    if (failure.reason().contains(u"not a database"_s)) {
-        return u"数据文件 "_s + file + u" 不是数据库，或者密码不对。"_s;
-    }
-    if (failure.reason().contains(u"disk is full"_s)) {
-        return u"磁盘已满，数据文件 "_s + file + u" 无法写入。"_s;
+    const struct {
+        QString words;
+        QString meaning;
+    } meanings[] = {
+        {u"locked"_s, u" 正被其他程序占用，请稍后再试。"_s},
+        {u"not a database"_s, u" 不是数据库，或者密码不对。"_s},
+        {u"disk is full"_s, u" 无法写入，磁盘已满。"_s},
+        {u"readonly"_s, u" 只能读取，没有写入的权限。"_s},
+        {u"malformed"_s, u" 已损坏，请用导出的备份恢复。"_s},
+    };
+    for (const auto& [words, meaning] : meanings) {
+        if (failure.reason().contains(words)) {
+            return u"数据文件 "_s + file + meaning;
+        }
     }
     return u"数据文件 "_s + file + u" 执行语句失败。"_s;
 }

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QTemporaryDir>
 
+#include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
 #include "exchange/backup_export.h"
@@ -26,16 +27,7 @@ namespace {
 // The library called in a loop; a connection is made only to open the file by its key.
 void bareLoop(Connection& connection, const QStringList& statements) {
     for (const QString& statement : statements) {
-        sqlite3_stmt* prepared = nullptr;
-        sqlite3_prepare_v2(connection.handle(), statement.toUtf8().constData(), -1, &prepared,
-                           nullptr);
-        const int columns = sqlite3_column_count(prepared);
-        while (sqlite3_step(prepared) == SQLITE_ROW) {
-            for (int column = 0; column < columns; ++column) {
-                benchmark::DoNotOptimize(sqlite3_column_text(prepared, column));
-            }
-        }
-        sqlite3_finalize(prepared);
+        runBare(connection.handle(), statement);
     }
 }
 

@@ -5,8 +5,10 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <utility>
 
 #include "grid/twips.h"
 #include "store/values.h"
@@ -180,10 +182,10 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && index.isValid() && index == pressedIndex_) {
+    const QModelIndex pressed = std::exchange(pressedIndex_, QModelIndex());
+    if (event->button() == Qt::LeftButton && index.isValid() && index == pressed) {
         emit gridClicked(index.row() + 1, index.column());
     }
-    pressedIndex_ = QModelIndex();
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -203,8 +205,11 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
     const int row = currentIndex().row() + 1;
     const int col = currentIndex().column();
+    const QPointer alive(this);  // the first may open a box, under which the window may go
     emit gridPressed(row, col, Qt::LeftButton);
-    emit gridClicked(row, col);
+    if (alive) {
+        emit gridClicked(row, col);
+    }
 }
 
 // The menu key stands for a press of the right button; the mouse has had its press already.

@@ -11,6 +11,7 @@ namespace {
 
 // Short enough for a window to stay painted.
 constexpr int millisecondsBetweenCalls = 20;
+constexpr long mostRedirections = 10;
 
 size_t appendBody(char* data, size_t size, size_t count, void* body) {
     static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
@@ -27,6 +28,7 @@ struct CurlHttp::Handle {
         curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
         curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
+        curl_easy_setopt(curl, CURLOPT_MAXREDIRS, mostRedirections);
         // Every request goes out directly; the proxies that a user notes down are not used here.
         curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
         curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, appendBody);
@@ -40,6 +42,7 @@ struct CurlHttp::Handle {
 
     CURL* curl;
     CURLM* multi;  // keeps the connection of requests that let events happen
+    bool inUse = false;
 };
 
 CurlHttp::CurlHttp(Meanwhile meanwhile)
@@ -48,7 +51,7 @@ CurlHttp::CurlHttp(Meanwhile meanwhile)
 CurlHttp::~CurlHttp() = default;
 
 std::optional<QByteArray> CurlHttp::get(const Service& service, const QString& path) {
-    if (service.host.isEmpty()) {
+    if (service.host.isEmpty() || handle_->inUse) {
         return std::nullopt;
     }
     QByteArray body;
@@ -67,9 +70,12 @@ bool CurlHttp::transfer() {
 }
 
 bool CurlHttp::transferMeanwhile() {
+    handle_->inUse = true;
     curl_multi_add_handle(handle_->multi, handle_->curl);
-    const auto remove =
-        qScopeGuard([this] { curl_multi_remove_handle(handle_->multi, handle_->curl); });
+    const auto remove = qScopeGuard([this] {
+        curl_multi_remove_handle(handle_->multi, handle_->curl);
+        handle_->inUse = false;
+    });
     int running = 1;
     while (curl_multi_perform(handle_->multi, &running) == CURLM_OK && running > 0) {
         if (!meanwhile_()) {

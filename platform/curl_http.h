@@ -10,7 +10,8 @@ namespace guanchao {
 
 class CurlHttp : public Http {
 public:
-    // Called every few milliseconds while a request waits; false breaks the request off.
+    // Called every few milliseconds while a request waits; false breaks the request off. A request
+    // that is made from within it fails.
     using Meanwhile = std::function<bool()>;
 
     // Without `meanwhile` a request holds its caller until it has ended. Raises std::runtime_error

@@ -12,7 +12,7 @@ void BoundInsert::row(const QStringList& values) {
                           SQLITE_TRANSIENT);
     }
     if (sqlite3_step(statement_.get()) != SQLITE_DONE) {
-        raise(connection_, text_);
+        raiseLastFailure(connection_, text_);
     }
     sqlite3_reset(statement_.get());
 }

@@ -145,7 +145,7 @@ void Connection::execute(const QString& statement) {
         step = sqlite3_step(prepared.get());
     }
     if (step != SQLITE_DONE) {
-        raise(*this, statement);
+        raiseLastFailure(*this, statement);
     }
 }
 
@@ -171,7 +171,7 @@ StatementHandle prepare(const Connection& connection, const QString& statement) 
     const int size = static_cast<int>(text.size()) + 1;
     if (sqlite3_prepare_v2(connection.handle(), text.constData(), size, &prepared, &tail) !=
         SQLITE_OK) {
-        raise(connection, statement);
+        raiseLastFailure(connection, statement);
     }
     StatementHandle handle(prepared);
     if (!handle || !QByteArray(tail).trimmed().isEmpty()) {
@@ -180,7 +180,7 @@ StatementHandle prepare(const Connection& connection, const QString& statement) 
     return handle;
 }
 
-void raise(const Connection& connection, const QString& statement) {
+void raiseLastFailure(const Connection& connection, const QString& statement) {
     throw StoreError(QString::fromUtf8(sqlite3_errmsg(connection.handle())), connection.path(),
                      statement);
 }
@@ -227,14 +227,16 @@ void createStore(const QString& path, const QString& key, const QString& stateme
     }
     // A connection makes no file, but takes one of no bytes for a new store, with any key.
     makeEmptyFile(path);
+    auto removeFile = qScopeGuard([&] { QFile::remove(path); });
     Connection connection(path, key);
     Transaction transaction(connection);
     const QByteArray text = statements.toUtf8();
     if (sqlite3_exec(connection.handle(), text.constData(), nullptr, nullptr, nullptr) !=
         SQLITE_OK) {
-        raise(connection, statements);
+        raiseLastFailure(connection, statements);
     }
     transaction.commit();
+    removeFile.dismiss();
 }
 
 }  // namespace guanchao

@@ -20,13 +20,14 @@ public:
     // Runs one INSERT, UPDATE, DELETE or other statement without a result.
     void execute(const QString& statement);
     // The same for one that takes long: `meanwhile` is called every few milliseconds, and must
-    // leave this connection alone. What it raises undoes the statement and is raised here.
+    // leave this connection alone. What it raises undoes the statement, and the transaction that
+    // the statement is part of, and is raised here.
     void execute(const QString& statement, const std::function<void()>& meanwhile);
 
     // How many rows the last INSERT, UPDATE or DELETE found.
     int changedRows() const;
 
-    // How long every connection opened from now on waits for a lock; tests shorten it.
+    // How long all connections wait for a lock, at least; tests shorten it.
     static void setBusyTimeout(std::chrono::milliseconds timeout);
 
     sqlite3* handle() const { return handle_.get(); }

@@ -65,7 +65,7 @@ Recordset::Recordset(Connection& connection, const QString& statement) {
         ++count_;
     }
     if (step != SQLITE_DONE) {
-        raise(connection, statement);
+        raiseLastFailure(connection, statement);
     }
 }
 

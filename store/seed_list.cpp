@@ -5,10 +5,12 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 QList<QStringList> readSeedList(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        throw std::runtime_error("cannot read " + path.toStdString());
+        throw std::runtime_error(QString(u"不能读取 "_s + path).toStdString());
     }
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
     const qsizetype fields = lines.first().split(u',').size();
@@ -19,8 +21,9 @@ QList<QStringList> readSeedList(const QString& path) {
         }
         rows << lines[line].split(u',');
         if (rows.last().size() != fields) {
-            throw std::runtime_error(path.toStdString() + ":" + std::to_string(line + 1) +
-                                     ": wrong count of fields");
+            throw std::runtime_error(
+                QString(path + u" 第 "_s + QString::number(line + 1) + u" 行的项数不对"_s)
+                    .toStdString());
         }
     }
     return rows;

@@ -22,6 +22,6 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 StatementHandle prepare(const Connection& connection, const QString& statement);
 
 // Raises the connection's last failure as StoreError.
-[[noreturn]] void raise(const Connection& connection, const QString& statement);
+[[noreturn]] void raiseLastFailure(const Connection& connection, const QString& statement);
 
 }  // namespace guanchao

@@ -133,6 +133,8 @@ TEST_F(LifecycleTest, AFailureNamesItsCauseInChinese) {
         {u"database is locked"_s, path, u"正被其他程序占用"_s},
         {u"file is encrypted or is not a database"_s, path, u"密码不对"_s},
         {u"database or disk is full"_s, path, u"磁盘已满"_s},
+        {u"attempt to write a readonly database"_s, path, u"没有写入的权限"_s},
+        {u"database disk image is malformed"_s, path, u"已损坏"_s},
         {u"no such table: dmb"_s, path, u"执行语句失败。\n原因：no such table: dmb"_s},
         {u"unable to open database file"_s, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
     };
@@ -142,6 +144,11 @@ TEST_F(LifecycleTest, AFailureNamesItsCauseInChinese) {
         EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
     }
     EXPECT_TRUE(failureText(std::runtime_error("x")).startsWith(u"操作没有完成。"_s));
+    {
+        const Activity::Pause pause;
+        EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"操作没有完成。"_s));
+    }
+    EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"更新行情数据"_s));
 }
 
 }  // namespace guanchao

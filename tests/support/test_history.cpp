@@ -25,15 +25,6 @@ void execute(const StoreFile& store, const QStringList& statements) {
     transaction.commit();
 }
 
-void dropIndexes(const StoreFile& store) {
-    QStringList drops;
-    for (const QString& name :
-         TestStores::rows(store, u"select name from sqlite_master where type='index'"_s)) {
-        drops << u"drop index "_s + name;
-    }
-    execute(store, drops);
-}
-
 class RandomMarket {
 public:
     explicit RandomMarket(unsigned seed) : random_(seed) {}
@@ -128,7 +119,7 @@ void writeHistory(const MarketHistory& history, const StoreFile& first, const St
     for (const StoreFile& file : {first, second}) {
         execute(file, withTime);
         if (!indexed) {
-            dropIndexes(file);
+            dropIndexes(file.path);
         }
     }
 }

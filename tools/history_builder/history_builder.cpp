@@ -19,6 +19,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// The columns of a stock's table: 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
+const QString dayColumns =
+    u"shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
+    u"chengjiaol numeric,chengjiaoe numeric,fuquanyz real"_s;
+
 using DaysByCode = QMap<QString, QList<DayRow>>;
 
 QStringList valuesOf(const DayRow& row) {
@@ -143,6 +148,16 @@ int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
         addStockTables(store, codes);
     });
     return added;
+}
+
+void dropIndexes(const QString& path) {
+    Connection store(path, {});
+    Transaction transaction(store);
+    for (Recordset indexes(store, u"select name from sqlite_master where type='index'"_s);
+         !indexes.atEnd(); indexes.moveNext()) {
+        store.execute(u"drop index "_s + indexes.value(0).toText());
+    }
+    transaction.commit();
 }
 
 }  // namespace guanchao

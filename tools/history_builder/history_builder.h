@@ -11,11 +11,6 @@
 
 namespace guanchao {
 
-// The columns of a stock's table: 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
-inline const QString dayColumns = QStringLiteral(
-    "shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
-    "chengjiaol numeric,chengjiaoe numeric,fuquanyz real");
-
 struct HistoryFiles {
     QString first;
     QString second;
@@ -28,5 +23,8 @@ struct HistoryFiles {
 // time.
 int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
                  const std::optional<QList<ThemeMember>>& themes);
+
+// Leaves a history as one that another program has made: without indexes.
+void dropIndexes(const QString& path);
 
 }  // namespace guanchao

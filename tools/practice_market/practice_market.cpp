@@ -15,7 +15,6 @@ namespace guanchao {
 
 namespace {
 
-constexpr auto slowAnswer = std::chrono::milliseconds(1500);
 constexpr int shortPieceFields = 10;
 constexpr size_t keptAliveRequests = 100000;
 constexpr time_t keepAliveSeconds = 1;
@@ -128,7 +127,7 @@ void PracticeMarket::stop() {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
     }
-    stopSignal_.notify_all();
+    awake_.notify_all();
     server_->stop();
     listener_.join();
 }
@@ -140,6 +139,7 @@ QString PracticeMarket::host() const {
 void PracticeMarket::setFault(MarketFault fault) {
     const std::lock_guard lock(mutex_);
     fault_ = fault;
+    awake_.notify_all();
 }
 
 void PracticeMarket::setReferer(const QString& referer) {
@@ -291,7 +291,7 @@ QString PracticeMarket::quotesFor(const QString& codeList) const {
 
 void PracticeMarket::waitSlowly() {
     std::unique_lock lock(mutex_);
-    stopSignal_.wait_for(lock, slowAnswer, [this] { return stopping_; });
+    awake_.wait(lock, [this] { return stopping_ || fault_ != MarketFault::slow; });
 }
 
 }  // namespace guanchao

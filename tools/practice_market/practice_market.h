@@ -1,5 +1,4 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
-// The practice market: an HTTP server on loopback which answers what the program asks of the
 // public services (quotes, charts, pages of a stock, day history, the vendor's site), texts in GBK,
 // and the collector of a search engine, in UTF-8, so that both work with no network. Tests run it
 // in-process and give it faults. Safe to call from any one thread while the server's own threads
@@ -31,7 +30,7 @@ namespace guanchao {
 // What goes wrong with the quotes (the other pages stay well).
 enum class MarketFault {
     none,
-    slow,        // the answer comes after 1.5 seconds
+    slow,        // the answer comes when the fault is lifted
     refused,     // 403
     halfReply,   // the transfer breaks off in the middle of the last line
     errorPage,   // 200 with a page of HTML
@@ -84,7 +83,7 @@ private:
     std::atomic<int> port_ = 0;
 
     mutable std::mutex mutex_;  // guards all below
-    std::condition_variable stopSignal_;
+    std::condition_variable awake_;
     bool stopping_ = false;
     MarketFault fault_ = MarketFault::none;
     QString referer_;
