@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDirIterator>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -388,6 +389,53 @@ TEST_F(Form2Test, WithoutATrayTheWindowIsMinimised) {
     dialogs_.answer = false;
     form_.close();
     EXPECT_TRUE(form_.isVisible() && form_.isMinimized());
+}
+
+TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
+    load();
+    services_.vendor.host = u"http://vendor"_s;
+    const QString guide = store_.folder() + u"软件使用说明.html"_s;
+    ASSERT_TRUE(QFile(guide).open(QIODevice::WriteOnly));
+    const auto launchers = [this] {
+        QStringList found;
+        QDirIterator it(store_.folder(), {u"*.desktop"_s}, QDir::Files,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            EXPECT_TRUE(file.readAll().contains(
+                u"Exec=\"%1guanchaotai\"\nPath=%1\nIcon=%1pet.ico\n"_s.arg(store_.folder())
+                    .toUtf8()));
+            found << it.filePath().mid(store_.folder().size());
+        }
+        return found;
+    };
+    const struct {
+        QString entry;
+        QStringList launchers, opened, told;
+    } cases[] = {
+        {u"建程序快捷方式"_s, {u"programs/guanchaotai.desktop"_s}, {}, {}},
+        {u"建桌面快捷方式"_s, {u"desktop/guanchaotai.desktop"_s}, {}, {}},
+        {u"开机启动"_s, {u"startup/guanchaotai.desktop"_s}, {}, {}},
+        {u"软件初始化"_s, {}, {}, {u"观潮台|软件初始化的作用是注册必要的DLL和控件。"_s}},
+        {u"帮助"_s, {}, {guide}, {}},
+        {u"聚益通"_s, {}, {u"http://vendor/"_s}, {}},
+        {u"关于"_s, {}, {}, {u"观潮台|本软件由观潮台开发组制作。"_s}},
+    };
+    for (const auto& it : cases) {
+        trigger(it.entry);
+        EXPECT_EQ(launchers(), it.launchers) << it.entry.toStdString();
+        EXPECT_EQ(shell_.opened, it.opened) << it.entry.toStdString();
+        EXPECT_EQ(dialogs_.shown, it.told) << it.entry.toStdString();
+        for (const QString& made : it.launchers) {
+            QFile::remove(store_.folder() + made);
+        }
+        shell_.opened.clear();
+        dialogs_.shown.clear();
+    }
+    find<QTimer>(u"Timer4"_s)->stop();
+    trigger(u"查看新版本"_s);
+    EXPECT_TRUE(find<QTimer>(u"Timer4"_s)->isActive());
 }
 
 TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {
