@@ -21,12 +21,14 @@ QString value(QString text) {
     return text.replace(u'\t', u"\\t"_s);
 }
 
-// A path as a command line without arguments: quoted, and no % of it opens a field code.
+// A path as a command line without arguments: quoted, and no % of it opens a field code. GLib looks
+// for the program before it undoubles a %, so that it has to find `env` first.
 QString commandLine(QString path) {
     for (const QChar mark : {u'\\', u'"', u'`', u'$'}) {
         path.replace(mark, QString(u'\\') + mark);
     }
-    return u'"' + path.replace(u'%', u"%%"_s) + u'"';
+    const QString starter = path.contains(u'%') ? u"env "_s : QString();
+    return starter + u'"' + path.replace(u'%', u"%%"_s) + u'"';
 }
 
 }  // namespace
