@@ -467,6 +467,10 @@ void Form2::Timer1_Timer() {
 }
 
 void Form2::Timer2_Timer() {
+    if (environment_.tray.lost()) {
+        environment_.tray.show();
+        showMinimized();
+    }
     alarmEngine_.tick();
 }
 

@@ -29,6 +29,14 @@ bool TrayModule::hide(Dialogs& dialogs) {
     return false;
 }
 
+bool TrayModule::lost() {
+    // A panel that restarts is back by then, and the icon in it.
+    constexpr int patience = 10;
+    const bool gone = hidden_ == 1 && !tray_.available();
+    secondsWithoutTray_ = gone ? secondsWithoutTray_ + 1 : 0;
+    return secondsWithoutTray_ > patience;
+}
+
 void TrayModule::remove() {
     IniFile ini(globals_.yingyongmulu + u"read.ini"_s);
     ini.setValue(u"read"_s, u"jintuopan"_s, u"0"_s);

@@ -23,6 +23,9 @@ public:
     // Back to the state of a shown main window.
     void show() { hidden_ = 0; }
     int hidden() const { return hidden_; }
+    // Asked every second: true when the tray of a hidden window has gone, so that the window has to
+    // come back by itself.
+    bool lost();
 
     // Writes jintuopan=0 into section read of read.ini and deletes the icon.
     void remove();
@@ -32,6 +35,7 @@ private:
     const Globals& globals_;
     int hidden_ = 0;
     bool toldNoTray_ = false;
+    int secondsWithoutTray_ = 0;
 };
 
 }  // namespace guanchao

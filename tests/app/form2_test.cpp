@@ -383,6 +383,27 @@ TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
     EXPECT_EQ(tray_.hidden(), 0);
 }
 
+TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
+    load();
+    dialogs_.answer = false;
+    form_.close();
+    const auto seconds = [this](int count) {
+        for (int second = 0; second < count; ++second) {
+            emit find<QTimer>(u"Timer2"_s)->timeout({});
+        }
+        return form_.isVisible();
+    };
+    desktopTray_.isThere = false;
+    EXPECT_FALSE(seconds(10));
+    desktopTray_.isThere = true;
+    EXPECT_FALSE(seconds(1)) << "the panel has only restarted";
+    desktopTray_.isThere = false;
+    EXPECT_FALSE(seconds(10));
+    EXPECT_TRUE(seconds(1));
+    EXPECT_TRUE(form_.isMinimized());
+    EXPECT_EQ(tray_.hidden(), 0);
+}
+
 TEST_F(Form2Test, WithoutATrayTheWindowIsMinimised) {
     load();
     desktopTray_.isThere = false;
