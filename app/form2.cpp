@@ -29,6 +29,7 @@
 #include "themes/form30.h"
 #include "themes/form6.h"
 #include "ui_form2.h"
+#include "utilities/form28.h"
 #include "utilities/help.h"
 #include "utilities/version_check.h"
 
@@ -268,6 +269,8 @@ void Form2::connectHeat() {
 }
 
 void Form2::connectTools() {
+    connect(ui_->设置代理服务器, &QAction::triggered, this,
+            [this] { windows_.openAnew<Form28>(); });
     const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
         connect(entry, &QAction::triggered, this, [this, folders] {
             const clsShellLink link(environment_.launcherFolders,
