@@ -15,6 +15,7 @@
 #include "platform/sound.h"
 #include "research/asked_history.h"
 #include "store/stores.h"
+#include "utilities/shell_link.h"
 #include "utilities/tray_module.h"
 
 namespace guanchao {
@@ -36,6 +37,7 @@ struct Environment {
     MeanVolume& meanVolume;
     QString programFolder;   // where the executable lies
     QString executableName;  // without its folder
+    LauncherFolders launcherFolders;
 };
 
 }  // namespace guanchao

@@ -30,6 +30,7 @@
 #include "themes/form6.h"
 #include "ui_form2.h"
 #include "utilities/form28.h"
+#include "utilities/help.h"
 #include "utilities/version_check.h"
 
 namespace guanchao {
@@ -92,6 +93,7 @@ Form2::Form2(Environment& environment, Windows& windows)
     connectArticles();
     connectExchange();
     connectHeat();
+    connectTools();
     connectGrids();
 }
 
@@ -169,9 +171,6 @@ void Form2::connectMenus() {
     connect(ui_->监控管理, &QAction::triggered, this, &Form2::监控管理_Click);
     connect(ui_->添加主题监控, &QAction::triggered, this, &Form2::添加主题监控_Click);
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form2::添加个股监控_Click);
-    connect(ui_->设置代理服务器, &QAction::triggered, this,
-            [this] { windows_.openAnew<Form28>(); });
-    connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
 }
@@ -267,6 +266,33 @@ void Form2::connectHeat() {
     connect(ui_->公司新闻数量分析, &QAction::triggered, this,
             [this] { windows_.openAnew<Form31>(); });
     connect(ui_->商品价格监控, &QAction::triggered, this, [this] { windows_.openAnew<Form29>(); });
+}
+
+void Form2::connectTools() {
+    connect(ui_->设置代理服务器, &QAction::triggered, this,
+            [this] { windows_.openAnew<Form28>(); });
+    const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
+        connect(entry, &QAction::triggered, this, [this, folders] {
+            const clsShellLink link(environment_.launcherFolders,
+                                    environment_.programFolder + environment_.executableName,
+                                    environment_.globals.yingyongmulu);
+            for (const ShellFolder it : folders) {
+                link.createlnk(it);
+            }
+        });
+    };
+    launcher(ui_->建程序快捷方式, {ShellFolder::programs, ShellFolder::startMenu});
+    launcher(ui_->建桌面快捷方式, {ShellFolder::desktop});
+    launcher(ui_->开机启动, {ShellFolder::startup});
+    connect(ui_->软件初始化, &QAction::triggered, this,
+            [this] { tellSetup(environment_.dialogs); });
+    connect(ui_->帮助, &QAction::triggered, this,
+            [this] { openHelp(environment_.globals, environment_.dialogs, environment_.shell); });
+    connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
+    connect(ui_->聚益通, &QAction::triggered, this, [this] {
+        openVendorSite(environment_.services.vendor, environment_.dialogs, environment_.shell);
+    });
+    connect(ui_->关于, &QAction::triggered, this, [this] { tellMaker(environment_.dialogs); });
 }
 
 void Form2::connectGrids() {
@@ -444,6 +470,10 @@ void Form2::Timer1_Timer() {
 }
 
 void Form2::Timer2_Timer() {
+    if (environment_.tray.lost()) {
+        environment_.tray.show();
+        showMinimized();
+    }
     alarmEngine_.tick();
 }
 
@@ -485,7 +515,7 @@ void Form2::endAfterRun() {
 }
 
 void Form2::hideToTray() {
-    const bool inTray = environment_.tray.hide();
+    const bool inTray = environment_.tray.hide(environment_.dialogs);
     windows_.closeAll();
     if (inTray) {
         hide();

@@ -53,6 +53,7 @@ private:
     void connectGrids();
     void connectExchange();
     void connectHeat();
+    void connectTools();
     void runExchange(const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();

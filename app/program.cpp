@@ -24,7 +24,8 @@ Program::Program(int& argc, char** argv)
                    .askedHistory = askedHistory_,
                    .meanVolume = meanVolume_,
                    .programFolder = folder_,
-                   .executableName = executable_.fileName()} {
+                   .executableName = executable_.fileName(),
+                   .launcherFolders = userLauncherFolders()} {
     application_.setDialogs(&dialogs_);
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "app/globals.h"
+#include "platform/dialogs.h"
 #include "platform/tray.h"
 
 namespace guanchao {
@@ -17,11 +18,14 @@ public:
     void setTip(const QString& tip);
 
     // 进托盘: notes that the main window is hidden; false where the desktop has no tray, since the
-    // window could not be brought back.
-    bool hide();
+    // window could not be brought back. The first time it says so.
+    bool hide(Dialogs& dialogs);
     // Back to the state of a shown main window.
     void show() { hidden_ = 0; }
     int hidden() const { return hidden_; }
+    // Asked every second: true when the tray of a hidden window has gone, so that the window has to
+    // come back by itself.
+    bool lost();
 
     // Writes jintuopan=0 into section read of read.ini and deletes the icon.
     void remove();
@@ -30,6 +34,8 @@ private:
     Tray& tray_;
     const Globals& globals_;
     int hidden_ = 0;
+    bool toldNoTray_ = false;
+    int secondsWithoutTray_ = 0;
 };
 
 }  // namespace guanchao

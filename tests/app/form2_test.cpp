@@ -382,12 +382,62 @@ TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
     EXPECT_EQ(tray_.hidden(), 0);
 }
 
+TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
+    load();
+    dialogs_.answer = false;
+    form_.close();
+    const auto seconds = [this](int count) {
+        for (int second = 0; second < count; ++second) {
+            emit find<QTimer>(u"Timer2"_s)->timeout({});
+        }
+        return form_.isVisible();
+    };
+    desktopTray_.isThere = false;
+    EXPECT_FALSE(seconds(10));
+    desktopTray_.isThere = true;
+    EXPECT_FALSE(seconds(1)) << "the panel has only restarted";
+    desktopTray_.isThere = false;
+    EXPECT_FALSE(seconds(10));
+    EXPECT_TRUE(seconds(1));
+    EXPECT_TRUE(form_.isMinimized());
+    EXPECT_EQ(tray_.hidden(), 0);
+}
+
 TEST_F(Form2Test, WithoutATrayTheWindowIsMinimised) {
     load();
     desktopTray_.isThere = false;
     dialogs_.answer = false;
     form_.close();
     EXPECT_TRUE(form_.isVisible() && form_.isMinimized());
+}
+
+TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
+    load();
+    const QString guide = store_.folder() + u"软件使用说明.html"_s;
+    trigger(u"帮助"_s);
+    trigger(u"聚益通"_s);
+    ASSERT_EQ(dialogs_.shown.size(), 2) << "neither is there";
+    EXPECT_TRUE(dialogs_.shown.first().endsWith(guide));
+    services_.vendor.host = u"http://vendor"_s;
+    ASSERT_TRUE(QFile(guide).open(QIODevice::WriteOnly));
+    const QList<QPair<QString, QString>> launchers = {{u"建程序快捷方式"_s, u"programs"_s},
+                                                      {u"建桌面快捷方式"_s, u"desktop"_s},
+                                                      {u"开机启动"_s, u"startup"_s}};
+    for (const auto& [entry, place] : launchers) {
+        QFile file(store_.folder() + place + u"/guanchaotai.desktop"_s);
+        EXPECT_FALSE(file.exists());
+        trigger(entry);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << entry.toStdString();
+        EXPECT_TRUE(file.readAll().contains(
+            u"Exec=\"%1guanchaotai\"\nPath=%1\n"_s.arg(store_.folder()).toUtf8()));
+    }
+    for (const QString& entry : {u"帮助"_s, u"聚益通"_s, u"软件初始化"_s, u"关于"_s}) {
+        trigger(entry);
+    }
+    EXPECT_EQ(shell_.opened, QStringList({guide, u"http://vendor/"_s}));
+    EXPECT_EQ(dialogs_.shown.sliced(2),
+              QStringList({u"观潮台|软件初始化的作用是注册必要的DLL和控件。"_s,
+                           u"观潮台|本软件由观潮台开发组制作。"_s}));
 }
 
 TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {

@@ -99,14 +99,19 @@ TEST_F(LifecycleTest, ShutdownGoesOnWithoutTheHeatStore) {
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
-TEST_F(LifecycleTest, TheTrayHidesOnlyWhereThereIsOne) {
-    EXPECT_TRUE(tray_.hide());
+TEST_F(LifecycleTest, TheTrayHidesOnlyWhereThereIsOneAndSaysOnceIfThereIsNone) {
+    EXPECT_TRUE(tray_.hide(dialogs_));
     EXPECT_EQ(tray_.hidden(), 1);
     tray_.show();
     EXPECT_EQ(tray_.hidden(), 0);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
     desktopTray_.isThere = false;
-    EXPECT_FALSE(tray_.hide());
-    EXPECT_EQ(tray_.hidden(), 0);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_FALSE(tray_.hide(dialogs_));
+        EXPECT_EQ(tray_.hidden(), 0);
+        EXPECT_EQ(dialogs_.shown,
+                  QStringList{u"观潮台|这个桌面没有托盘，窗口改为最小化，监控照常运行。"_s});
+    }
 }
 
 TEST_F(LifecycleTest, TheMaintenanceActionTakesTheOldKeyAway) {

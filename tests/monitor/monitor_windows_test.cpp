@@ -173,6 +173,7 @@ TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgai
                             environment_.askedHistory,
                             environment_.meanVolume,
                             {},
+                            {},
                             {}};
     Windows windows(environment);
     QStringList messages;

@@ -40,7 +40,10 @@ struct TestEnvironment {
                              .askedHistory = askedHistory_,
                              .meanVolume = meanVolume_,
                              .programFolder = store_.folder(),
-                             .executableName = QStringLiteral("guanchaotai")};
+                             .executableName = QStringLiteral("guanchaotai"),
+                             .launcherFolders = {store_.folder() + QStringLiteral("desktop"),
+                                                 store_.folder() + QStringLiteral("programs"),
+                                                 store_.folder() + QStringLiteral("startup")}};
     Windows windows_{environment_};
 };
 

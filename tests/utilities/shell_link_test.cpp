@@ -1,0 +1,82 @@
+#include "utilities/shell_link.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ShellLinkTest : public ::testing::Test {
+protected:
+    // The value of the key in the entry, as it stands in the file.
+    static QString valueOf(const QString& path, const QString& key) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        const QString text = QString::fromUtf8(file.readAll());
+        return text.section(u'\n' + key + u'=', 1, 1).section(u'\n', 0, 0);
+    }
+
+    static void expectValid(const QString& path) {
+        QProcess validator;
+        validator.start(u"desktop-file-validate"_s, {path});
+        ASSERT_TRUE(validator.waitForFinished()) << "package desktop-file-utils";
+        EXPECT_EQ(validator.exitCode(), 0);
+        EXPECT_EQ(validator.readAll(), QByteArray());
+    }
+
+    QTemporaryDir folder_;
+    LauncherFolders folders_{folder_.filePath(u"桌面/子"_s), folder_.filePath(u"programs"_s),
+                             folder_.filePath(u"startup"_s)};
+};
+
+TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
+    const struct {
+        QString folder, command, path;
+    } cases[] = {
+        {u"/opt/guanchaotai/"_s, uR"("/opt/guanchaotai/)"_s, u"/opt/guanchaotai/"_s},
+        {u"/家/我的 程序/"_s, uR"("/家/我的 程序/)"_s, u"/家/我的 程序/"_s},
+        {u"/a\"b'c/"_s, uR"("/a\\"b'c/)"_s, u"/a\"b'c/"_s},
+        {u"/100%f/"_s, uR"(env "/100%%f/)"_s, u"/100%f/"_s},
+        {u"/$HOME`x`/"_s, uR"("/\\$HOME\\`x\\`/)"_s, u"/$HOME`x`/"_s},
+        {u"/a\\b/"_s, uR"("/a\\\\b/)"_s, uR"(/a\\b/)"_s},
+        {u"/a;b#c&d~/"_s, uR"("/a;b#c&d~/)"_s, u"/a;b#c&d~/"_s},
+        {u"/a\nExec=b\t/"_s, uR"("/a\nExec=b\t/)"_s, uR"(/a\nExec=b\t/)"_s},
+    };
+    for (const auto& it : cases) {
+        const clsShellLink link(folders_, it.folder + u"guanchaotai2"_s, it.folder);
+        link.createlnk(ShellFolder::programs);
+        const QString made = folders_.programs + u"/guanchaotai2.desktop"_s;
+        expectValid(made);
+        EXPECT_TRUE(QFile::permissions(made) & QFile::ExeOwner);
+        EXPECT_EQ(valueOf(made, u"Name"_s), u"guanchaotai2"_s);
+        EXPECT_EQ(valueOf(made, u"Comment"_s), u"guanchaotai2的快捷方式"_s);
+        EXPECT_EQ(valueOf(made, u"Exec"_s), it.command + u"guanchaotai2\""_s);
+        EXPECT_EQ(valueOf(made, u"Path"_s), it.path);
+        EXPECT_EQ(valueOf(made, u"Icon"_s), it.path + u"pet.ico"_s);
+    }
+    EXPECT_EQ(QDir(folders_.programs).entryList(QDir::Files).size(), 1)
+        << "each wrote over the last";
+}
+
+TEST_F(ShellLinkTest, AFolderThatCantBeWrittenIsPassedOverInSilence) {
+    ASSERT_TRUE(QFile(folder_.filePath(u"file"_s)).open(QIODevice::WriteOnly));
+    folders_.desktop = folder_.filePath(u"file/below"_s);
+    folders_.startup.clear();
+    ASSERT_TRUE(QDir().mkpath(folders_.programs + u"/guanchaotai.desktop"_s));
+    const clsShellLink link(folders_, u"/opt/guanchaotai"_s, u"/opt/"_s);
+    for (const ShellFolder number :
+         {ShellFolder::desktop, ShellFolder::startMenu, ShellFolder::startup}) {
+        link.createlnk(number);
+    }
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{u"file"_s});
+    EXPECT_TRUE(QDir(folders_.programs).entryList(QDir::Files).isEmpty());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,36 @@
+#include "utilities/help.h"
+
+#include <QFile>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+void openHelp(const Globals& globals, Dialogs& dialogs, Shell& shell) {
+    const QString page = globals.yingyongmulu + u"软件使用说明.html"_s;
+    if (!QFile::exists(page)) {
+        dialogs.tell(u"没有找到软件使用说明，请检查文件是否存在：\n"_s + page);
+        return;
+    }
+    shell.open(page);
+}
+
+void openVendorSite(const Service& vendor, Dialogs& dialogs, Shell& shell) {
+    if (vendor.host.isEmpty()) {
+        dialogs.tell(
+            u"还没有设置软件网站，打不开网页。\n"
+            u"请在应用程序文件夹的 services.ini 中，于 [vendor] 一节填写 host。"_s);
+        return;
+    }
+    shell.open(vendor.host + u'/');
+}
+
+void tellMaker(Dialogs& dialogs) {
+    dialogs.tell(u"本软件由观潮台开发组制作。"_s);
+}
+
+void tellSetup(Dialogs& dialogs) {
+    dialogs.tell(u"软件初始化的作用是注册必要的DLL和控件。"_s);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,23 @@
+// The entries of the tools and the help menu that only tell something or open a page.
+#pragma once
+
+#include "app/globals.h"
+#include "platform/dialogs.h"
+#include "platform/services.h"
+#include "platform/shell.h"
+
+namespace guanchao {
+
+// 帮助: the user's guide, a page in the application folder; says so if it is missing.
+void openHelp(const Globals& globals, Dialogs& dialogs, Shell& shell);
+
+// 聚益通: the maker's site; says so if services.ini names none.
+void openVendorSite(const Service& vendor, Dialogs& dialogs, Shell& shell);
+
+// 关于: the maker.
+void tellMaker(Dialogs& dialogs);
+
+// 软件初始化: nothing has to be registered here, so it only tells its purpose.
+void tellSetup(Dialogs& dialogs);
+
+}  // namespace guanchao
