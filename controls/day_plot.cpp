@@ -23,11 +23,20 @@ const QColor box(48, 52, 58, 235);
 constexpr double thickness = 2;
 constexpr int dotRadius = 4;
 constexpr int boxPadding = 6;
-constexpr int mostTicks = 8;
+constexpr int mostTicks = 8;   // of the days
+constexpr int usualTicks = 5;  // of the values
 const QString dayFormat = u"yyyy-MM-dd"_s;
 
 qreal moment(const QDate& day) {
     return static_cast<qreal>(day.startOfDay().toMSecsSinceEpoch());
+}
+
+// Labels without decimals would show small steps as 0 0 1 1 2.
+void putTicksAtWholeNumbers(QValueAxis& axis) {
+    if (axis.max() - axis.min() < axis.tickCount() - 1) {
+        axis.setRange(std::floor(axis.min()), std::ceil(axis.max()));
+        axis.setTickCount(static_cast<int>(axis.max() - axis.min()) + 1);
+    }
 }
 
 void styleAxis(QAbstractAxis& axis) {
@@ -140,7 +149,11 @@ void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
         }
     }
     axis.setRange(lowest, std::max(highest, lowest + 1));
+    axis.setTickCount(usualTicks);
     axis.applyNiceNumbers();
+    if (axis.labelFormat() == wholeNumbers) {
+        putTicksAtWholeNumbers(axis);
+    }
 }
 
 QString DayPlot::chosenText() const {

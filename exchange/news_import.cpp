@@ -1,5 +1,7 @@
 #include "exchange/news_import.h"
 
+#include <QScopedValueRollback>
+
 #include "platform/fixed_folders.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -108,8 +110,8 @@ int mergeTable(const Merge& merge, Connection& heat, Connection& file, ExchangeR
 
 }  // namespace
 
-NewsImport::NewsImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
-    : stores_(stores), dialogs_(dialogs), run_(run) {}
+NewsImport::NewsImport(const Stores& stores, Globals& globals, Dialogs& dialogs, ExchangeRun& run)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
 void NewsImport::importNews() {
     const QString path = dialogs_.dakaiwenjian(
@@ -121,6 +123,7 @@ void NewsImport::importNews() {
     int count = 0;
     const bool complete = run_.run([&] {
         Activity activity(u"导入新闻和商品"_s);
+        const QScopedValueRollback importing(globals_.newsImportRuns, true);
         Connection heat = stores_.heat.open();
         Connection file(path, stores_.heat.key);
         const std::pair<QString, Merge> merges[] = {{u"主题新闻数量"_s, themeNews()},

@@ -9,13 +9,15 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <cmath>
 
-#include "controls/day_plot.h"
 #include "grid/grid_view.h"
+#include "heat/count_plots.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
 #include "heat/form5.h"
+#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/statement_log.h"
 #include "tests/support/test_environment.h"
@@ -36,6 +38,7 @@ protected:
         run(u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600000','浦发银行')"_s);
         run(u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi) values"
             u"('铜',18,'SH601899','2026-11-24'),('铝',9,'SH601600','2026-11-20')"_s);
+        run(u"insert into shophq(shopname,riqi) values('铜','2026-11-24')"_s);
     }
     ~HeatWindowsTest() override {
         windows_.closeAll();
@@ -48,6 +51,14 @@ protected:
                                 u"select iszidinyinum,zidinyinum,guanzhudu,"
                                 u"shopguanzhudu from canshu"_s)
             .first();
+    }
+
+    static QStringList updates() {
+        QStringList updates;
+        for (const QString& statement : StatementLog::statements().filter(u": update"_s)) {
+            updates << statement.section(u": "_s, 1);
+        }
+        return updates;
     }
 
     template <typename Form>
@@ -84,30 +95,56 @@ protected:
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
                            view->visualRect(view->model()->index(row - 1, 2)).center());
     }
+    QStringList menuEntries() {
+        QStringList enabled;
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        for (const QAction* action : menu ? menu->actions() : QList<QAction*>()) {
+            if (action->isEnabled()) {
+                enabled << action->text();
+            }
+        }
+        if (menu) {
+            menu->close();
+        }
+        return enabled;
+    }
     void click(const QString& button) { find<QPushButton>(button)->click(); }
 
     QPointer<QWidget> form_;
 };
 
-TEST_F(HeatWindowsTest, TheLoadOfANewsRankingWritesItsSettingsBack) {
+TEST_F(HeatWindowsTest, TheLoadOfANewsRankingWritesTheStoredSettingsBackInOneGo) {
+    const struct {
+        QString stored;
+        QStringList updates;
+        bool importRuns;
+    } cases[] = {
+        {u"1|30|4|3"_s, {u"update canshu set iszidinyinum=1,zidinyinum=30"_s}, false},
+        {u"1|1|4|3"_s, {u"update canshu set iszidinyinum=1,zidinyinum=7"_s}, false},
+        {u"0|30|4|3"_s, {}, false},
+        {u"1|30|4|3"_s, {}, true},
+    };
     globals_.dangqianzhuti = u"白酒"_s;
-    const StatementLog log;
-    open<Form25>();
-    QStringList updates;
-    for (const QString& statement : StatementLog::statements()) {
-        if (statement.contains(u": update"_s)) {
-            updates << statement.section(u": "_s, 1);
-        }
+    for (const auto& it : cases) {
+        run(u"update canshu set iszidinyinum="_s + it.stored.section(u'|', 0, 0) +
+            u",zidinyinum="_s + it.stored.section(u'|', 1, 1));
+        globals_.newsImportRuns = it.importRuns;
+        const StatementLog log;
+        open<Form25>();
+        EXPECT_EQ(updates(), it.updates);
+        EXPECT_EQ(find<QCheckBox>(u"Check1"_s)->isChecked(), it.stored.startsWith(u'1'));
+        EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
+        EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
+        EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
     }
-    EXPECT_EQ(updates, QStringList({u"update canshu set iszidinyinum=1,zidinyinum=7"_s,
-                                    u"update canshu set iszidinyinum=1,zidinyinum=30"_s}))
-        << "the box is checked before the days are shown";
+    EXPECT_EQ(find<QLineEdit>(u"Text2"_s)->text(), u"30"_s);
     EXPECT_EQ(form_->windowTitle(), u"主题新闻数量分析--因特网热度排名"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
-    EXPECT_EQ(settings(), u"1|30|4|3"_s);
     EXPECT_FALSE(find<QLabel>(u"Label4"_s)->isVisible());
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
+    const StatementLog log;
+    open<Form29>();
+    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);
+    EXPECT_EQ(updates(), QStringList()) << "during the import";
+    globals_.newsImportRuns = false;
     run(u"delete from canshu"_s);
     open<Form25>();
     EXPECT_FALSE(find<QCheckBox>(u"Check1"_s)->isChecked());
@@ -140,6 +177,7 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
     auto* plot = find<DayPlot>(u"plot"_s);
     QTest::keyClick(plot, Qt::Key_Left);
     EXPECT_TRUE(plot->chosenText().startsWith(u"2026-11-24  一日 7"_s));
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->toolTip(), u"要查找的主题名称，可以不完整"_s);
     doubleClick(2);
     EXPECT_EQ(shell_.opened, QStringList{u"http://x/?q=%B0%D7%BE%C6"_s});
     find<QLineEdit>(u"Text1"_s)->setText(u"行"_s);
@@ -173,27 +211,77 @@ TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
 TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     open<Form29>();
     EXPECT_EQ(form_->windowTitle(), u"商品价格监控--因特网数据采集"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);
     find<QLineEdit>(u"Text3"_s)->setText(u"6"_s);
     EXPECT_EQ(settings(), u"1|30|4|6"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2) << "those of the clock's day";
     press(1, Qt::RightButton);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    QStringList words;
-    for (const QAction* action : menu->actions()) {
-        words << action->text();
-    }
-    EXPECT_EQ(words, QStringList({u"打开采集网页"_s, u"添加商品"_s, u"修改商品"_s, u"删除商品"_s}));
-    menu->close();
+    EXPECT_EQ(menuEntries(),
+              QStringList({u"打开采集网页"_s, u"添加商品"_s, u"修改商品"_s, u"删除商品"_s}));
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), u"SH601899"_s);
     find<QAction>(u"打开采集网页"_s)->trigger();
     doubleClick(1);
     EXPECT_EQ(shell_.opened, QStringList(2, u"http://x/?q=%CD%AD%20%BC%DB%B8%F1"_s));
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 2);
     find<QAction>(u"删除商品"_s)->trigger();
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1) << "its history is gone";
+    QTest::keyClick(find<DayPlot>(u"plot"_s), Qt::Key_Left);
+    EXPECT_EQ(find<DayPlot>(u"plot"_s)->chosenText(), QString());
+    press(1, Qt::RightButton);
+    EXPECT_EQ(menuEntries(), QStringList{u"添加商品"_s}) << "on the empty ground";
+    find<QCheckBox>(u"Check2"_s)->setChecked(true);
+    click(u"Command9"_s);
+    press(1, Qt::RightButton);
+    EXPECT_EQ(menuEntries().size(), 4);
     dialogs_.onAsk = [this] { windows_.closeAll(); };
     find<QAction>(u"删除商品"_s)->trigger();
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除商品'铝'完成!"_s);
+    EXPECT_EQ(TestStores::rows(stores_.heat, u"select * from shopname"_s), QStringList());
+}
+
+// The menu and the commands behind it act on the item that stands on the screen.
+TEST_F(HeatWindowsTest, AHistoryThatFailsLeavesNothingOfTheFormerItem) {
+    run(u"insert into shopname(shopname,riqi,zongfen) values('O''x','2026-11-24',-1)"_s);
+    open<Form29>();
+    press(1);
+    ASSERT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 2);
+    EXPECT_THROW(emit find<GridView>(u"MSHFlexGrid1"_s)->gridPressed(2, 1, Qt::RightButton),
+                 StoreError);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), globals_.dangqianshangpin);
+    EXPECT_EQ(globals_.dangqianshangpin, u"O'x"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
+    EXPECT_EQ(menuEntries().size(), 4);
+}
+
+TEST_F(HeatWindowsTest, AFindBringsItsRowToTheTopAndEnterFindsInItsOwnBoxOnly) {
+    for (int at = 0; at < 100; ++at) {
+        run(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-24','题%1')"_s.arg(at));
+    }
+    open<Form25>();
+    auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+    find<QLineEdit>(u"Text1"_s)->setText(u"题50"_s);
+    for (const QString& name : {u"Text2"_s, u"Text3"_s}) {
+        QTest::keyClick(find<QLineEdit>(name), Qt::Key_Return);
+        EXPECT_EQ(view->rowAt(0), 0) << name.toStdString();
+    }
+    QTest::keyClick(find<QLineEdit>(u"Text1"_s), Qt::Key_Return);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(view->rowAt(0) + 1, 2), u"题50"_s);
+}
+
+TEST(CountPlots, LabelsOfCountsStandAtWholeNumbers) {
+    NewsPlot plot;
+    for (const double most : {0., 1., 2., 3., 4., 7., 1234.}) {
+        const QDate day(2026, 11, 23);
+        plot.showDays({{day, {0, 5, most}, {}}, {day.addDays(1), {most, 5 + most, 1}, {}}});
+        for (QAbstractAxis* axis : plot.chart()->axes(Qt::Vertical)) {
+            const auto& values = *qobject_cast<QValueAxis*>(axis);
+            const double step = (values.max() - values.min()) / (values.tickCount() - 1);
+            EXPECT_EQ(step, std::round(step)) << most;
+            EXPECT_EQ(values.min(), std::round(values.min())) << most;
+            EXPECT_LE(values.tickCount(), 7) << most;
+        }
+    }
 }
 
 TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
