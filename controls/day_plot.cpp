@@ -93,6 +93,7 @@ QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
         axis = new QValueAxis(this);
         axis->setLabelFormat(labelFormat);
         styleAxis(*axis);
+        axis->setGridLineVisible(side == PlotAxis::left);
         chart()->addAxis(axis, side == PlotAxis::left ? Qt::AlignLeft : Qt::AlignRight);
     }
     return axis;
@@ -111,6 +112,8 @@ void DayPlot::showDays(const QList<DayValues>& days) {
             points << QPointF(moment(day.day), day.values[line]);
         }
         lines_[line]->replace(points);
+        // One day makes no line.
+        lines_[line]->setPointsVisible(days.size() == 1);
     }
     for (QAbstractAxis* axis : chart()->axes()) {
         axis->setVisible(!days.isEmpty());
