@@ -23,11 +23,20 @@ const QColor box(48, 52, 58, 235);
 constexpr double thickness = 2;
 constexpr int dotRadius = 4;
 constexpr int boxPadding = 6;
-constexpr int mostTicks = 8;
+constexpr int mostTicks = 8;   // of the days
+constexpr int usualTicks = 5;  // of the values
 const QString dayFormat = u"yyyy-MM-dd"_s;
 
 qreal moment(const QDate& day) {
     return static_cast<qreal>(day.startOfDay().toMSecsSinceEpoch());
+}
+
+// Labels without decimals would show small steps as 0 0 1 1 2.
+void putTicksAtWholeNumbers(QValueAxis& axis) {
+    if (axis.max() - axis.min() < axis.tickCount() - 1) {
+        axis.setRange(std::floor(axis.min()), std::ceil(axis.max()));
+        axis.setTickCount(static_cast<int>(axis.max() - axis.min()) + 1);
+    }
 }
 
 void styleAxis(QAbstractAxis& axis) {
@@ -84,6 +93,7 @@ QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
         axis = new QValueAxis(this);
         axis->setLabelFormat(labelFormat);
         styleAxis(*axis);
+        axis->setGridLineVisible(side == PlotAxis::left);
         chart()->addAxis(axis, side == PlotAxis::left ? Qt::AlignLeft : Qt::AlignRight);
     }
     return axis;
@@ -102,6 +112,8 @@ void DayPlot::showDays(const QList<DayValues>& days) {
             points << QPointF(moment(day.day), day.values[line]);
         }
         lines_[line]->replace(points);
+        // One day makes no line.
+        lines_[line]->setPointsVisible(days.size() == 1);
     }
     for (QAbstractAxis* axis : chart()->axes()) {
         axis->setVisible(!days.isEmpty());
@@ -140,7 +152,11 @@ void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
         }
     }
     axis.setRange(lowest, std::max(highest, lowest + 1));
+    axis.setTickCount(usualTicks);
     axis.applyNiceNumbers();
+    if (axis.labelFormat() == wholeNumbers) {
+        putTicksAtWholeNumbers(axis);
+    }
 }
 
 QString DayPlot::chosenText() const {

@@ -14,6 +14,9 @@ namespace guanchao {
 // The left axis always shows 0; the right one is for lines that keep far from it.
 enum class PlotAxis { left, right };
 
+// For counts.
+inline const QString wholeNumbers = QStringLiteral("%.0f");
+
 struct PlotLine {
     QString name;
     QColor colour;
@@ -24,7 +27,8 @@ class DayPlot : public QChartView {
     Q_OBJECT
 
 public:
-    // `labelFormat` is that of a printed number, "%.1f%%". At most one axis on each side.
+    // `labelFormat` is that of a printed number, "%.1f%%"; with `wholeNumbers` the labels stand at
+    // whole numbers only. At most one axis on each side.
     DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent);
 
     // The days in their order, each with a value for every line.

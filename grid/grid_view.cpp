@@ -214,9 +214,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 
 // The menu key stands for a press of the right button; the mouse has had its press already.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
-        pressPosition_ = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
-        emit gridPressed(currentIndex().row() + 1, currentIndex().column(), Qt::RightButton);
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        const QModelIndex index = currentIndex();
+        pressPosition_ = viewport()->mapToGlobal(visualRect(index).bottomLeft());
+        emit gridPressed(index.isValid() ? index.row() + 1 : -1, index.column(), Qt::RightButton);
     }
     event->accept();
 }

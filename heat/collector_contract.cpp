@@ -1,5 +1,6 @@
 #include "heat/collector_contract.h"
 
+#include "heat/import_guard.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -8,10 +9,8 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-void Collector::launch(const QString& argumentWord) {
-    const Activity activity(u"启动采集程序"_s);
-    Connection store = stores_.heat.open();
-    writeSettings(store);
+void CollectorLaunch::launch(const QString& argumentWord) {
+    writeSettings();
     if (isRunning()) {
         dialogs_.tell(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
         return;
@@ -23,15 +22,18 @@ void Collector::launch(const QString& argumentWord) {
     }
 }
 
-void Collector::writeSettings(Connection& store) {
-    // Read for nothing, as the contract has it: a row that can't be read ends the launch.
-    const Recordset unused(
+void CollectorLaunch::writeSettings() {
+    const Activity activity(u"启动采集程序"_s);
+    requireNoNewsImport(globals_);
+    Connection store = stores_.heat.open();
+    // Its values are not used: settings that can't be read end the launch here.
+    const Recordset settings(
         store, u"select  iszidinyinum,zidinyinum,datetime(today) as today  FROM canshu"_s);
     store.execute(u"update canshu set mainisrun=1,isvisible=1,today='"_s +
                   timeText(globals_.jintian.startOfDay(Qt::UTC)) + u"'"_s);
 }
 
-bool Collector::isRunning() {
+bool CollectorLaunch::isRunning() {
     return processes_.isRunning(u"caijiqi.exe"_s) || processes_.isRunning(u"caijiqi2.exe"_s);
 }
 

@@ -1,6 +1,6 @@
 // The launch of the companion collector: the settings row that it reads (table canshu of the heat
 // store) and its one argument word. It is never waited for; its results come by the shared tables.
-// Failed statements raise StoreError.
+// Failed statements raise StoreError, a news import under way OperationError.
 #pragma once
 
 #include <QString>
@@ -17,16 +17,17 @@ inline const QString collectThemes = QStringLiteral("zhuti");
 inline const QString collectCompanies = QStringLiteral("gongsi");
 inline const QString collectCommodities = QStringLiteral("shop");
 
-class Collector {
+class CollectorLaunch {
 public:
-    Collector(const Stores& stores, const Globals& globals, Dialogs& dialogs, Processes& processes)
+    CollectorLaunch(const Stores& stores, const Globals& globals, Dialogs& dialogs,
+                    Processes& processes)
         : stores_(stores), globals_(globals), dialogs_(dialogs), processes_(processes) {}
 
     // Writes the settings in any case; starts the collector unless one runs, under either name.
     void launch(const QString& argumentWord);
 
 private:
-    void writeSettings(Connection& store);
+    void writeSettings();
     bool isRunning();
 
     const Stores& stores_;

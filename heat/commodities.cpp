@@ -1,6 +1,7 @@
 #include "heat/commodities.h"
 
 #include "heat/heat_grid.h"
+#include "heat/import_guard.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -78,6 +79,7 @@ std::optional<QString> Commodities::readSettings() {
 
 void Commodities::writeAttention(const QString& typed) const {
     const Activity activity(u"保存采集的关注度"_s);
+    requireNoNewsImport(globals_);
     stores_.heat.open().execute(u"update canshu set shopguanzhudu="_s +
                                 numberText(numericPrefix(typed)));
 }
@@ -87,6 +89,7 @@ void Commodities::showRanking(bool all) {
     Connection store = stores_.heat.open();
     const Recordset latest(
         store, u"select date(riqi) as riqi from shophq order by datetime(riqi) desc limit 1"_s);
+    emptyHeatGrid(ranking_);
     const QString day =
         latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
     Recordset commodities(store, rankingQuery() +
@@ -95,13 +98,18 @@ void Commodities::showRanking(bool all) {
     fillHeatGrid(commodities, ranking_, rankingWidths, colourRanking);
 }
 
-std::optional<QList<DayValues>> Commodities::choose(int row) {
+bool Commodities::choose(int row) {
     if (!ranking_.isDataRow(row)) {
-        return std::nullopt;
+        return false;
     }
-    const Activity activity(u"读取历史涨跌情况"_s);
     globals_.dangqianshangpin = trimBlanks(ranking_.textMatrix(row, 2));
     ranking_.setToolTipText(trimBlanks(ranking_.textMatrix(row, ranking_.cols() - 1)));
+    emptyHeatGrid(history_);
+    return true;
+}
+
+QList<DayValues> Commodities::showHistory() {
+    const Activity activity(u"读取历史涨跌情况"_s);
     Connection store = stores_.heat.open();
     Recordset days(store, historyQuery(current()));
     fillHeatGrid(days, history_, historyWidths, colourHistory);
@@ -110,21 +118,6 @@ std::optional<QList<DayValues>> Commodities::choose(int row) {
 
 void Commodities::openSearchPage() {
     shell_.open(searchPage(searchTemplate_, withoutMarks(current()) + u" 价格"_s));
-}
-
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name) {
-    if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
-        return false;
-    }
-    Activity activity(u"删除商品"_s);
-    {
-        Connection store = stores.heat.open();
-        store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
-        activity.wrote(u"商品清单"_s);
-        store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
-    }
-    dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
-    return true;
 }
 
 }  // namespace guanchao

@@ -9,7 +9,6 @@
 #include "controls/day_values.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
-#include "platform/dialogs.h"
 #include "platform/shell.h"
 #include "store/stores.h"
 
@@ -29,9 +28,11 @@ public:
     // The commodities collected on the latest day, today if there is none, by their total; or all.
     void showRanking(bool all);
 
-    // A press on a row: its commodity becomes the current one, its stocks the grid's tool tip, its
-    // history fills the second grid. Returns the history for the plot; nothing without data.
-    std::optional<QList<DayValues>> choose(int row);
+    // A press on a row: its commodity becomes the current one, its stocks the grid's tool tip, and
+    // the second grid is emptied; false on a row without data.
+    bool choose(int row);
+    // Fills the second grid with the current commodity's history and returns it for the plot.
+    QList<DayValues> showHistory();
 
     // Opens the page from which the collector counts the current commodity.
     void openSearchPage();
@@ -45,8 +46,5 @@ private:
     ResultGrid& history_;
     QString searchTemplate_;
 };
-
-// Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name);
 
 }  // namespace guanchao

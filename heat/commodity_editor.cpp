@@ -1,6 +1,6 @@
 #include "heat/commodity_editor.h"
 
-#include "heat/commodities.h"
+#include "heat/import_guard.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -45,38 +45,76 @@ std::optional<Commodity> CommodityEditor::stored(Connection& store, const QStrin
 }
 
 void CommodityEditor::add(const Commodity& typed, const Show& show) {
-    const Activity activity(u"添加商品"_s);
     const QString name = trimBlanks(typed.name);
-    Connection store = stores_.heat.open();
-    if (const auto commodity = stored(store, name)) {
+    if (const auto commodity = insertUnlessStored(name, typed)) {
         show(*commodity);
         dialogs_.tell(u"此商品已存在!'"_s + name + u"',请点击修改按钮!"_s);
-        return;
+    } else {
+        dialogs_.tell(u"添加商品'"_s + name + u"'完成!"_s);
     }
-    store.execute(u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values('"_s +
-                  name + u"','"_s + trimBlanks(typed.stocks) + u"',"_s + attentionText(typed) +
-                  u",'"_s + dayText(globals_.jintian) + u"','"_s +
-                  dayText(globals_.jintian.addDays(-daysBefore)) + u"')"_s);
-    dialogs_.tell(u"添加商品'"_s + name + u"'完成!"_s);
+}
+
+std::optional<Commodity> CommodityEditor::insertUnlessStored(const QString& name,
+                                                             const Commodity& typed) {
+    const Activity activity(u"添加商品"_s);
+    requireNoNewsImport(globals_);
+    Connection store = stores_.heat.open();
+    const std::optional<Commodity> commodity = stored(store, name);
+    if (!commodity) {
+        store.execute(
+            u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values('"_s + name +
+            u"','"_s + trimBlanks(typed.stocks) + u"',"_s + attentionText(typed) + u",'"_s +
+            dayText(globals_.jintian) + u"','"_s + dayText(globals_.jintian.addDays(-daysBefore)) +
+            u"')"_s);
+    }
+    return commodity;
 }
 
 void CommodityEditor::modify(const Commodity& typed) {
-    const Activity activity(u"修改商品"_s);
     const QString name = trimBlanks(typed.name);
+    if (update(name, typed)) {
+        dialogs_.tell(u"修改商品'"_s + name + u"'完成!"_s);
+    } else {
+        dialogs_.tell(u"没有找到商品'"_s + name + u"',请点击添加按钮!"_s);
+    }
+}
+
+// False if there is none of the name.
+bool CommodityEditor::update(const QString& name, const Commodity& typed) {
+    const Activity activity(u"修改商品"_s);
+    requireNoNewsImport(globals_);
     Connection store = stores_.heat.open();
     const Recordset row(store, u"select shopname from shopname where shopname='"_s + name + u"'"_s);
     if (row.atEnd()) {
-        dialogs_.tell(u"没有找到商品'"_s + name + u"',请点击添加按钮!"_s);
-        return;
+        return false;
     }
     store.execute(u"update shopname set  aboutgegu='"_s + trimBlanks(typed.stocks) +
                   u"', guanzhudu="_s + attentionText(typed) + u",adddate='"_s +
                   dayText(globals_.jintian) + u"'  where shopname='"_s + name + u"'"_s);
-    dialogs_.tell(u"修改商品'"_s + name + u"'完成!"_s);
+    return true;
 }
 
 void CommodityEditor::remove(const QString& name) {
-    deleteCommodity(stores_, dialogs_, trimBlanks(name));
+    deleteCommodity(stores_, globals_, dialogs_, trimBlanks(name));
+}
+
+bool deleteCommodity(const Stores& stores, const Globals& globals, Dialogs& dialogs, QString name) {
+    {
+        const Activity activity(u"删除商品"_s);
+        requireNoNewsImport(globals);
+    }
+    if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
+        return false;
+    }
+    {
+        Activity activity(u"删除商品"_s);
+        Connection store = stores.heat.open();
+        store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
+        activity.wrote(u"商品清单"_s);
+        store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
+    }
+    dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
+    return true;
 }
 
 }  // namespace guanchao

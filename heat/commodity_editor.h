@@ -1,6 +1,7 @@
 // The list of commodities that the collector follows: adding, changing and deleting one by its
 // name. Table shopname of the heat store, and shophq at a deletion. Nothing that is typed is
-// checked; a quote in a name makes its statement fail, which raises StoreError.
+// checked; a quote in a name makes its statement fail, which raises StoreError. A write during a
+// news import raises OperationError.
 #pragma once
 
 #include <functional>
@@ -19,6 +20,10 @@ struct Commodity {
     QString attention;  // 关注度; read as its leading number
 };
 
+// Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
+// The window that calls it may go meanwhile.
+bool deleteCommodity(const Stores& stores, const Globals& globals, Dialogs& dialogs, QString name);
+
 class CommodityEditor {
 public:
     using Show = std::function<void(const Commodity&)>;
@@ -35,7 +40,9 @@ public:
     void remove(const QString& name);
 
 private:
-    std::optional<Commodity> stored(Connection& store, const QString& name);
+    static std::optional<Commodity> stored(Connection& store, const QString& name);
+    std::optional<Commodity> insertUnlessStored(const QString& name, const Commodity& typed);
+    bool update(const QString& name, const Commodity& typed);
 
     const Stores& stores_;
     Globals& globals_;

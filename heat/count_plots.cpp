@@ -10,12 +10,12 @@ NewsPlot::NewsPlot(QWidget* parent)
     : DayPlot({{u"一日数量"_s, QColor::fromRgb(themeColour)},
                {u"全部数量（右轴）"_s, QColor::fromRgb(textColour), PlotAxis::right},
                {u"自定义数量"_s, QColor::fromRgb(stockColour)}},
-              u"%.0f"_s, parent) {}
+              wholeNumbers, parent) {}
 
 WordPlot::WordPlot(QWidget* parent)
     : DayPlot({{u"上涨字数"_s, QColor::fromRgb(riseColour)},
                {u"下跌字数"_s, QColor::fromRgb(fallColour)},
                {u"总分"_s, QColor::fromRgb(themeColour)}},
-              u"%.0f"_s, parent) {}
+              wholeNumbers, parent) {}
 
 }  // namespace guanchao

@@ -1,10 +1,12 @@
 #include "heat/form29.h"
 
 #include <QPointer>
+#include <QSignalBlocker>
 
 #include "app/looks.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
+#include "heat/commodity_editor.h"
 #include "heat/form5.h"
 #include "heat/heat_grid.h"
 #include "ui_form29.h"
@@ -20,8 +22,8 @@ Form29::Form29(Environment& environment, Windows& windows)
       ui_(std::make_unique<Ui::Form29>()),
       commodities_(environment.stores, environment.globals, environment.clock, environment.shell,
                    rankingGrid_, historyGrid_),
-      collector_(environment.stores, environment.globals, environment.dialogs,
-                 environment.processes) {
+      collectorLaunch_(environment.stores, environment.globals, environment.dialogs,
+                       environment.processes) {
     ui_->setupUi(this);
     dressControls();
     connectControls();
@@ -36,7 +38,8 @@ void Form29::dressControls() {
     ui_->Command2->setIcon(searchIcon());
     ui_->MSHFlexGrid1->setGrid(rankingGrid_);
     ui_->MSHFlexGrid1->setHint(
-        u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序"_s);
+        u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序\n"
+        u"点右键可以添加商品"_s);
     ui_->MSHFlexGrid2->setGrid(historyGrid_);
     ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
     ui_->tables->setStretchFactor(0, 0);
@@ -49,8 +52,9 @@ void Form29::connectControls() {
     connect(ui_->Text3, &QLineEdit::textChanged, this,
             [this](const QString& typed) { commodities_.writeAttention(typed); });
     connect(ui_->Command1, &QPushButton::clicked, this,
-            [this] { collector_.launch(collectCommodities); });
+            [this] { collectorLaunch_.launch(collectCommodities); });
     connect(ui_->Command2, &QPushButton::clicked, this, &Form29::Command2_Click);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form29::Command2_Click);
     connect(ui_->Command9, &QPushButton::clicked, this, &Form29::Command9_Click);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
@@ -72,9 +76,11 @@ void Form29::connectMenu() {
     connect(ui_->删除商品, &QAction::triggered, this, &Form29::删除商品_Click);
 }
 
-// The attention is shown through its box, whose handler writes it back.
+// The attention is shown through its box, whose handler writes it back. An import refuses writes;
+// what is stored already can go without.
 void Form29::Form_Load() {
     if (const std::optional<QString> attention = commodities_.readSettings()) {
+        const QSignalBlocker notWritten(environment_.globals.newsImportRuns ? ui_->Text3 : nullptr);
         ui_->Text3->setText(*attention);
     }
     Command9_Click();
@@ -92,14 +98,28 @@ void Form29::Command9_Click() {
 }
 
 void Form29::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (const auto days = commodities_.choose(row)) {
-        ui_->Text1->setText(commodities_.current());
-        ui_->plot->showDays(*days);
-        if (button == Qt::RightButton) {
-            biaoji(rankingGrid_, row);
-            kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
+    const bool wantsMenu = button == Qt::RightButton && row != 0;
+    if (!commodities_.choose(row)) {
+        if (wantsMenu) {
+            openMenu(false);
         }
+        return;
     }
+    ui_->Text1->setText(commodities_.current());
+    ui_->plot->showDays({});
+    if (wantsMenu) {
+        biaoji(rankingGrid_, row);
+        openMenu(true);
+    }
+    ui_->plot->showDays(commodities_.showHistory());
+}
+
+// Beside the commodities, and where there is none, one can still be added.
+void Form29::openMenu(bool onCommodity) {
+    for (QAction* entry : {ui_->打开采集网页, ui_->修改商品, ui_->删除商品}) {
+        entry->setEnabled(onCommodity);
+    }
+    kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
 }
 
 void Form29::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
@@ -118,8 +138,11 @@ void Form29::添加商品_Click() {
 // The window may close while a box of its own is open.
 void Form29::删除商品_Click() {
     const QPointer alive(this);
-    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current()) &&
+    if (deleteCommodity(environment_.stores, environment_.globals, environment_.dialogs,
+                        commodities_.current()) &&
         alive) {
+        emptyHeatGrid(historyGrid_);
+        ui_->plot->showDays({});
         Command9_Click();
     }
 }

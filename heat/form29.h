@@ -1,6 +1,7 @@
 // Form29, "商品价格监控--因特网数据采集": commodities by the rising and falling words of the web,
 // the history of one with its plot, and the list of what is collected. Tables shopname, shophq and
-// canshu of the heat store; the rules are in Commodities and Collector.
+// canshu of the heat store; the rules are in Commodities, CommodityEditor and
+// CollectorLaunch.
 #pragma once
 
 #include <QDialog>
@@ -35,6 +36,7 @@ private:
     void Command2_Click();
     void Command9_Click();
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void openMenu(bool onCommodity);
     void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
     void 添加商品_Click();
     void 删除商品_Click();
@@ -45,8 +47,8 @@ private:
     ResultGrid rankingGrid_;
     ResultGrid historyGrid_;
     Commodities commodities_;
-    Collector collector_;
-    QMenu kuaijiemenu_;  // 快捷菜单: on a commodity
+    CollectorLaunch collectorLaunch_;
+    QMenu kuaijiemenu_;  // 快捷菜单: on a commodity, or on the empty ground to add one
     SortCode lastSortCode_ = SortCode::none;
 };
 

@@ -29,7 +29,7 @@ DayValues dayOf(const Recordset& history, const QList<CountLine>& lines) {
 }  // namespace
 
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
-                  const std::function<void(ResultGrid& grid, int row)>& colourRow) {
+                  const std::function<void(ResultGrid& grid, int row)>& dressRow) {
     grid.setRedraw(false);
     const auto redrawOn = qScopeGuard([&] { grid.setRedraw(true); });
     grid.clear();
@@ -39,7 +39,7 @@ void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widt
         grid.setColWidth(col++, width);
     }
     for (int row = 1; row < grid.rows(); ++row) {
-        colourRow(grid, row);
+        dressRow(grid, row);
     }
 }
 

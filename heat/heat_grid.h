@@ -11,9 +11,9 @@
 
 namespace guanchao {
 
-// Clears the grid, pours the recordset into it and colours each data row; views see it at once.
+// Clears the grid, pours the recordset into it and dresses each data row; views see it at once.
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
-                  const std::function<void(ResultGrid& grid, int row)>& colourRow);
+                  const std::function<void(ResultGrid& grid, int row)>& dressRow);
 
 // A grid without a table.
 void emptyHeatGrid(ResultGrid& grid);

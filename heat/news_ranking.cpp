@@ -27,7 +27,7 @@ void colourNews(ResultGrid& grid, int row) {
     colourBySign(grid, row, signColumns);
 }
 
-void colourHistory(ResultGrid& grid, int row) {
+void dressHistory(ResultGrid& grid, int row) {
     for (const int col : signColumns) {
         if (numericPrefix(grid.textMatrix(row, col)) == withoutBase) {
             grid.setTextMatrix(row, col, u"无"_s);
@@ -84,8 +84,8 @@ void NewsRanking::showRanking(bool all) {
     Connection store = stores_.heat.open();
     const Recordset latest(store, u"select date(riqi) as riqi from "_s + subject_.table +
                                       u" order by datetime(riqi) desc limit 1"_s);
+    emptyHeatGrid(ranking_);
     if (latest.atEnd()) {
-        emptyHeatGrid(ranking_);
         return;
     }
     const QString rows = all ? u" group by "_s + subject_.key + u"  order by date(riqi) desc "_s
@@ -95,16 +95,21 @@ void NewsRanking::showRanking(bool all) {
     fillHeatGrid(items, ranking_, subject_.widths, colourNews);
 }
 
-std::optional<QList<DayValues>> NewsRanking::choose(int row) {
+bool NewsRanking::choose(int row) {
     if (!ranking_.isDataRow(row)) {
-        return std::nullopt;
+        return false;
     }
-    const Activity activity(u"读取历史新闻数量"_s);
     globals_.*subject_.current = trimBlanks(ranking_.textMatrix(row, 2));
+    emptyHeatGrid(history_);
+    return true;
+}
+
+QList<DayValues> NewsRanking::showHistory() {
+    const Activity activity(u"读取历史新闻数量"_s);
     Connection store = stores_.heat.open();
     Recordset days(store, columns() + u" where "_s + subject_.key + u"='"_s + current() +
                               u"' order by date(riqi) desc "_s);
-    fillHeatGrid(days, history_, subject_.widths, colourHistory);
+    fillHeatGrid(days, history_, subject_.widths, dressHistory);
     return dayValues(days, countLines());
 }
 

@@ -4,8 +4,6 @@
 // with. Failed statements raise StoreError.
 #pragma once
 
-#include <optional>
-
 #include "app/globals.h"
 #include "controls/day_values.h"
 #include "grid/result_grid.h"
@@ -37,9 +35,11 @@ public:
     // The latest day's items by their growth, or every item there is.
     void showRanking(bool all);
 
-    // A press on a row: its item becomes the current one and its history fills the second grid.
-    // Returns the history for the plot; nothing on a row without data.
-    std::optional<QList<DayValues>> choose(int row);
+    // A press on a row: its item becomes the current one and the second grid is emptied; false on a
+    // row without data.
+    bool choose(int row);
+    // Fills the second grid with the current item's history and returns it for the plot.
+    QList<DayValues> showHistory();
 
     // Opens the current item's search page in the system's browser.
     void openSearchPage(const QString& searchTemplate);

@@ -1,10 +1,12 @@
 // The settings of the news rankings, which the collector reads: table canshu of the heat store, one
-// row. A change is written at once. Failed statements raise StoreError.
+// row. A change is written at once. Failed statements raise StoreError, a change during a news
+// import OperationError.
 #pragma once
 
 #include <QString>
 #include <optional>
 
+#include "app/globals.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -23,7 +25,8 @@ public:
         QString searchTemplate;  // the search page, with tihuandm where the words go
     };
 
-    explicit NewsSettings(const Stores& stores) : stores_(stores) {}
+    NewsSettings(const Stores& stores, const Globals& globals)
+        : stores_(stores), globals_(globals) {}
 
     // Nothing if the store has no row.
     std::optional<Stored> read() const;
@@ -34,6 +37,7 @@ public:
 
 private:
     const Stores& stores_;
+    const Globals& globals_;
 };
 
 }  // namespace guanchao

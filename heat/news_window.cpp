@@ -1,5 +1,7 @@
 #include "heat/news_window.h"
 
+#include <QSignalBlocker>
+
 #include "app/looks.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
@@ -12,13 +14,14 @@ using namespace Qt::Literals::StringLiterals;
 
 NewsWindow::NewsWindow(Environment& environment, const NewsSubject& subject, const Words& words)
     : QDialog(nullptr, Qt::Window),
+      globals_(environment.globals),
       words_(words),
       ui_(std::make_unique<Ui::NewsWindow>()),
       ranking_(environment.stores, environment.globals, environment.shell, subject, rankingGrid_,
                historyGrid_),
-      settings_(environment.stores),
-      collector_(environment.stores, environment.globals, environment.dialogs,
-                 environment.processes) {
+      settings_(environment.stores, environment.globals),
+      collectorLaunch_(environment.stores, environment.globals, environment.dialogs,
+                       environment.processes) {
     ui_->setupUi(this);
     showWords();
     connectControls();
@@ -31,6 +34,7 @@ void NewsWindow::showWords() {
     setWindowTitle(words_.caption);
     ui_->Label7->setText(words_.item + u"："_s);
     ui_->Text1->setAccessibleName(words_.item);
+    ui_->Text1->setToolTip(u"要查找的"_s + words_.item + u"，可以不完整"_s);
     ui_->Check2->setText(words_.showAll);
     ui_->Command9->setIcon(updateIcon());
     ui_->Command2->setIcon(searchIcon());
@@ -49,6 +53,7 @@ void NewsWindow::connectControls() {
             [this](const QString& typed) { settings_.writeAttention(typed); });
     connect(ui_->Command1, &QPushButton::clicked, this, &NewsWindow::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &NewsWindow::Command2_Click);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &NewsWindow::Command2_Click);
     connect(ui_->Command9, &QPushButton::clicked, this, &NewsWindow::Command9_Click);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
@@ -60,15 +65,21 @@ void NewsWindow::connectControls() {
             &NewsWindow::MSHFlexGrid1_DblClick);
 }
 
-// The settings are shown through their controls, whose handlers write them back.
 void NewsWindow::Form_Load() {
     if (const auto stored = settings_.read()) {
-        ui_->Check1->setChecked(stored->customOn);
-        ui_->Text2->setText(stored->days);
         yinqingurl_ = stored->searchTemplate;
+        showSettings(*stored);
     }
     ui_->Text1->setText(ranking_.current());
     Command9_Click();
+}
+
+// With the days shown first, the check writes back what is stored, in one go. An import refuses
+// writes; what is stored already can go without.
+void NewsWindow::showSettings(const NewsSettings::Stored& stored) {
+    ui_->Text2->setText(stored.days);
+    const QSignalBlocker notWritten(globals_.newsImportRuns ? ui_->Check1 : nullptr);
+    ui_->Check1->setChecked(stored.customOn);
 }
 
 // Refused days give way to the default in the box, which changes the text once more.
@@ -93,7 +104,7 @@ void NewsWindow::Text2_Change() {
 }
 
 void NewsWindow::Command1_Click() {
-    collector_.launch(words_.argumentWord);
+    collectorLaunch_.launch(words_.argumentWord);
 }
 
 void NewsWindow::Command2_Click() {
@@ -108,13 +119,15 @@ void NewsWindow::Command9_Click() {
 }
 
 void NewsWindow::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (const auto days = ranking_.choose(row)) {
-        ui_->Text1->setText(ranking_.current());
-        ui_->plot->showDays(*days);
-        if (button == Qt::RightButton) {
-            biaoji(rankingGrid_, row);
-        }
+    if (!ranking_.choose(row)) {
+        return;
     }
+    ui_->Text1->setText(ranking_.current());
+    ui_->plot->showDays({});
+    if (button == Qt::RightButton) {
+        biaoji(rankingGrid_, row);
+    }
+    ui_->plot->showDays(ranking_.showHistory());
 }
 
 void NewsWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {

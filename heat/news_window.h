@@ -1,6 +1,7 @@
 // What Form25 and Form31 share: a ranking by the amount of news, the history of one item with its
 // plot, the settings of the collector and its launch. Tables xinwenshul, gongsixinwen and canshu
-// of the heat store; the rules are in NewsRanking, NewsSettings and Collector.
+// of the heat store; the rules are in NewsRanking, NewsSettings and
+// CollectorLaunch.
 #pragma once
 
 #include <QDialog>
@@ -36,6 +37,7 @@ private:
     void showWords();
     void connectControls();
     void Form_Load();
+    void showSettings(const NewsSettings::Stored& stored);
     int checkedDays();
 
     void Check1_Click();
@@ -47,13 +49,14 @@ private:
     void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
     void MSHFlexGrid1_DblClick();
 
+    const Globals& globals_;
     Words words_;
     std::unique_ptr<Ui::NewsWindow> ui_;
     ResultGrid rankingGrid_;
     ResultGrid historyGrid_;
     NewsRanking ranking_;
     NewsSettings settings_;
-    Collector collector_;
+    CollectorLaunch collectorLaunch_;
     QString yinqingurl_;  // 引擎网址: the template of the search page
     SortCode lastSortCode_ = SortCode::none;
 };

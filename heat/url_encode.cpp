@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int highDivisor = 255;  // not 256: the high part is cut so by the rule
+constexpr int highDivisor = 255;  // like 256 for every first byte of the code page
 
 QString hexadecimal(int part) {
     return u'%' + QString::number(part, 16).toUpper();

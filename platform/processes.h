@@ -1,4 +1,4 @@
-// The processes of the system, by the name of their image.
+// The user's own processes, by the name of their image; those of other users are not seen.
 #pragma once
 
 #include <QString>

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QDesktopServices>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QUrl>
 
 #include "platform/shell.h"
@@ -11,7 +13,19 @@ namespace guanchao {
 class DesktopShell : public Shell {
 public:
     void open(const QString& target) override {
-        QDesktopServices::openUrl(QUrl::fromUserInput(target));
+        if (!holdsLooseMark(target) ||
+            !QProcess::startDetached(QStringLiteral("xdg-open"), {target})) {
+            QDesktopServices::openUrl(QUrl::fromUserInput(target));
+        }
+    }
+
+private:
+    // An address with a "%" before no two digits, as in "100%%B9%C9". QUrl would encode every "%"
+    // of it once more, so that its words could no longer be read.
+    static bool holdsLooseMark(const QString& target) {
+        static const QRegularExpression looseMark(QStringLiteral("^https?:.*%(?![0-9a-f]{2})"),
+                                                  QRegularExpression::CaseInsensitiveOption);
+        return looseMark.match(target).hasMatch();
     }
 };
 

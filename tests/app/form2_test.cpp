@@ -235,9 +235,13 @@ TEST_F(Form2Test, EachPopupEntryActsOnWhatWasPressed) {
     EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
               QStringList{u"2026-11-01 08:00:00"_s})
         << "no command of the popups stamps the themes";
-    const QList<QPair<QString, QString>> windows = {{u"添加主题"_s, u"添加主题"_s},
-                                                    {u"所属全部主题"_s, u"浦发银行_属于主题"_s},
-                                                    {u"自选股"_s, u"自选股"_s}};
+    const QList<QPair<QString, QString>> windows = {
+        {u"添加主题"_s, u"添加主题"_s},
+        {u"所属全部主题"_s, u"浦发银行_属于主题"_s},
+        {u"自选股"_s, u"自选股"_s},
+        {u"新闻数量分析"_s, u"主题新闻数量分析--因特网热度排名"_s},
+        {u"公司新闻数量分析"_s, u"公司新闻数量分析--因特网热度排名"_s},
+        {u"商品价格监控"_s, u"商品价格监控--因特网数据采集"_s}};
     for (const auto& [entry, caption] : windows) {
         trigger(entry);
         QStringList open;
@@ -325,6 +329,7 @@ TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
         }
         trigger(u"tuopanexit"_s);
         EXPECT_TRUE(processes_.ended.isEmpty()) << "the run still holds the lock of the heat store";
+        EXPECT_TRUE(globals_.newsImportRuns);
     };
     trigger(u"导入新闻和商品"_s);
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
@@ -333,6 +338,7 @@ TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
                                u"select mainisrun,(select count(*) from xinwenshul)"
                                u" from canshu"_s),
               QStringList{u"0|0"_s});
+    EXPECT_FALSE(globals_.newsImportRuns);
     EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
     EXPECT_TRUE(find<QAction>(u"导入文章"_s)->isEnabled());
     dialogs_.picked.clear();

@@ -28,7 +28,7 @@ protected:
     }
 
     int files_ = 0;
-    NewsImport news_{store_.stores, dialogs_, run_};
+    NewsImport news_{store_.stores, globals_, dialogs_, run_};
     ArticleImport article_{store_.stores, dialogs_, run_};
     ThemeImport theme_{store_.stores, globals_, clock_, dialogs_, run_};
 };

@@ -12,12 +12,13 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class CollectorTest : public ::testing::Test {
+class CollectorLaunchTest : public ::testing::Test {
 protected:
-    CollectorTest() {
+    CollectorLaunchTest() {
         globals_.yingyongmulu = u"/opt/app/"_s;
         globals_.jintian = QDate(2026, 11, 24);
     }
+    void run(const QString& statement) { store_.stores.heat.open().execute(statement); }
     QStringList settings() {
         return TestStores::rows(store_.stores.heat,
                                 u"select mainisrun,isvisible,today from canshu"_s);
@@ -27,12 +28,15 @@ protected:
     Globals globals_;
     FakeDialogs dialogs_;
     FakeProcesses processes_;
-    Collector collector_{store_.stores, globals_, dialogs_, processes_};
+    CollectorLaunch collectorLaunch_{store_.stores, globals_, dialogs_, processes_};
 };
 
-TEST_F(CollectorTest, ALaunchWritesTheSettingsAndStartsTheWord) {
+TEST_F(CollectorLaunchTest, TheSettingsAreWrittenBeforeTheLookAndTheStart) {
     const StatementLog log;
-    collector_.launch(collectThemes);
+    StatementLog::onStatement() = [this](const QString&) {
+        EXPECT_TRUE(processes_.asked.isEmpty() && processes_.started.isEmpty());
+    };
+    collectorLaunch_.launch(collectThemes);
     EXPECT_EQ(StatementLog::statements().filter(u"canshu"_s),
               QStringList({u"caijiqi.mzdat: select  iszidinyinum,zidinyinum,datetime(today) as"
                            u" today  FROM canshu"_s,
@@ -43,11 +47,11 @@ TEST_F(CollectorTest, ALaunchWritesTheSettingsAndStartsTheWord) {
     EXPECT_EQ(dialogs_.shown, QStringList());
 }
 
-TEST_F(CollectorTest, ARunningCollectorIsNotDoubledButTheSettingsStay) {
+TEST_F(CollectorLaunchTest, ARunningCollectorIsNotDoubledButTheSettingsStay) {
     for (const QString& name : {u"caijiqi.exe"_s, u"caijiqi2.exe"_s}) {
         processes_.running = {name};
-        store_.stores.heat.open().execute(u"update canshu set mainisrun=0,today=''"_s);
-        collector_.launch(collectCommodities);
+        run(u"update canshu set mainisrun=0,today=''"_s);
+        collectorLaunch_.launch(collectCommodities);
         EXPECT_EQ(settings(), QStringList{u"1|1|2026-11-24 00:00:00"_s});
         EXPECT_EQ(dialogs_.shown.takeLast(),
                   u"观潮台|采集程序已在运行，请先停止采集，关闭采集程序。"_s);
@@ -55,14 +59,19 @@ TEST_F(CollectorTest, ARunningCollectorIsNotDoubledButTheSettingsStay) {
     EXPECT_EQ(processes_.started, QStringList());
 }
 
-TEST_F(CollectorTest, WhatCannotStartIsNamedAndAStoreThatRefusesStopsTheLaunch) {
+TEST_F(CollectorLaunchTest, WhatStandsInTheWayOfALaunch) {
     processes_.canStart = false;
-    collector_.launch(collectCompanies);
+    collectorLaunch_.launch(collectCompanies);
     EXPECT_TRUE(dialogs_.shown.takeLast().contains(u"/opt/app//caijiqi"_s));
-    processes_.started.clear();
-    store_.stores.heat.open().execute(u"drop table canshu"_s);
-    EXPECT_THROW(collector_.launch(collectCompanies), StoreError);
-    EXPECT_EQ(processes_.started, QStringList());
+    run(u"delete from canshu"_s);
+    collectorLaunch_.launch(collectCompanies);
+    EXPECT_EQ(processes_.started.size(), 2) << "no settings are no hindrance";
+    globals_.newsImportRuns = true;
+    EXPECT_THROW(collectorLaunch_.launch(collectCompanies), OperationError);
+    globals_.newsImportRuns = false;
+    run(u"drop table canshu"_s);
+    EXPECT_THROW(collectorLaunch_.launch(collectCompanies), StoreError);
+    EXPECT_EQ(processes_.started.size(), 2);
 }
 
 }  // namespace guanchao

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "heat/commodity_editor.h"
+#include "heat/news_settings.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
@@ -34,6 +37,16 @@ protected:
         }
         return names;
     }
+    // Of the first row: T and S as themes and stocks have it, R rising, F falling.
+    static QString colours(const ResultGrid& grid) {
+        const QHash<Colour, QChar> letters{
+            {themeColour, u'T'}, {stockColour, u'S'}, {riseColour, u'R'}, {fallColour, u'F'}};
+        QString colours;
+        for (int col = 1; col < grid.cols(); ++col) {
+            colours += letters.value(grid.cellForeColor(1, col), u'.');
+        }
+        return colours;
+    }
     QStringList list() {
         return TestStores::rows(store_.stores.heat,
                                 u"select shopname,guanzhudu,aboutgegu,adddate,riqi from shopname"
@@ -62,32 +75,24 @@ TEST_F(CommoditiesTest, TheDayIsThatOfTheHistoryOrToday) {
 
 TEST_F(CommoditiesTest, TheColumnsOfTheRankingHaveTheirColours) {
     shown(false);
-    const Colour expected[] = {themeColour, stockColour, themeColour, fallColour, riseColour,
-                               riseColour,  riseColour,  riseColour,  riseColour, fallColour,
-                               fallColour,  fallColour,  fallColour,  textColour};
-    for (int col = 1; col < ranking_.cols(); ++col) {
-        EXPECT_EQ(ranking_.cellForeColor(1, col), expected[col - 1]) << col;
-    }
+    EXPECT_EQ(colours(ranking_), u"TSTFRRRRRFFFF."_s);
 }
 
 TEST_F(CommoditiesTest, APressShowsTheHistory) {
     addDay(u"铜"_s, u"2026-11-23 10:00:00"_s);
-    addDay(u"铜"_s, u"2026-11-24 10:00:00"_s);
+    run(u"insert into shophq(shopname,riqi,zhangzi,shengzi,dazhang,baozhang,diezi,jiangzi,dadie,"
+        u"baodie,zongfen,zhangfu) values('铜','2026-11-24 10:00:00',-1,-2,-3,4,5,-6,7,8,9.5,-0.5)"_s);
     shown(false);
-    const auto days = commodities_.choose(1);
-    ASSERT_TRUE(days);
+    ASSERT_TRUE(commodities_.choose(1));
     EXPECT_EQ(globals_.dangqianshangpin, u"铜"_s);
     EXPECT_EQ(ranking_.toolTipText(), u"SH601899"_s);
+    const QList<DayValues> days = commodities_.showHistory();
     EXPECT_EQ(history_.textMatrix(1, 1), u"2026-11-24"_s);
-    EXPECT_EQ(history_.textMatrix(1, 4), u"1000.00"_s) << "no growth reads as none here";
-    const Colour expected[] = {themeColour, stockColour, themeColour, riseColour,
-                               themeColour, riseColour,  themeColour, riseColour,
-                               riseColour,  riseColour,  riseColour,  riseColour};
-    for (int col = 1; col < history_.cols(); ++col) {
-        EXPECT_EQ(history_.cellForeColor(1, col), expected[col - 1]) << col;
-    }
-    ASSERT_EQ(days->size(), 2);
-    EXPECT_EQ(days->last().words, u"2026-11-24  上涨 10  下跌 26  总分 9.5"_s);
+    EXPECT_EQ(history_.textMatrix(2, 4), u"1000.00"_s) << "no growth reads as none here";
+    EXPECT_EQ(colours(history_), u"TSTFTFTRRFRR"_s);
+    ASSERT_EQ(days.size(), 2);
+    EXPECT_EQ(days.last().words, u"2026-11-24  上涨 -2  下跌 14  总分 9.5"_s);
+    EXPECT_FALSE(commodities_.choose(0)) << "the header";
 }
 
 TEST_F(CommoditiesTest, TheSearchPageIsThatOfTheCollector) {
@@ -107,10 +112,11 @@ TEST_F(CommoditiesTest, ANewCommodityStandsAsCollectedTwoDaysAgo) {
     editor_.add({u" 锡 "_s, u" SZ000960 "_s, u"5.5度"_s}, show);
     EXPECT_FALSE(shown);
     EXPECT_EQ(list().last(), u"锡|5.5|SZ000960|2026-03-01 00:00:00|2026-02-27 00:00:00"_s);
+    const QStringList before = list();
     editor_.add({u"锡"_s, u"别的"_s, u"1"_s}, show);
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->stocks + shown->attention, u"SZ0009605.5"_s);
-    EXPECT_EQ(list().size(), 3);
+    EXPECT_EQ(list(), before);
     EXPECT_EQ(dialogs_.shown, QStringList({u"观潮台|添加商品'锡'完成!"_s,
                                            u"观潮台|此商品已存在!'锡',请点击修改按钮!"_s}));
     EXPECT_THROW(editor_.add({u"O'x"_s, {}, {}}, show), StoreError);
@@ -124,18 +130,10 @@ TEST_F(CommoditiesTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
                                            u"观潮台|没有找到商品'金',请点击添加按钮!"_s}));
 }
 
-TEST_F(CommoditiesTest, TheLoadForgetsTheCurrentCommodity) {
-    globals_.dangqianshangpin = u"铜"_s;
-    const auto commodity = editor_.load();
-    ASSERT_TRUE(commodity);
-    EXPECT_EQ(commodity->name + commodity->attention, u"铜18"_s);
-    EXPECT_FALSE(editor_.load());
-}
-
 TEST_F(CommoditiesTest, ADeletionAsksAndTakesTheHistoryAlong) {
     addDay(u"铜"_s, u"2026-11-24 10:00:00"_s);
     dialogs_.answer = false;
-    EXPECT_FALSE(deleteCommodity(store_.stores, dialogs_, u"铜"_s));
+    EXPECT_FALSE(deleteCommodity(store_.stores, globals_, dialogs_, u"铜"_s));
     EXPECT_EQ(list().size(), 2);
     dialogs_.answer = true;
     editor_.remove(u" 铜 "_s);
@@ -145,11 +143,33 @@ TEST_F(CommoditiesTest, ADeletionAsksAndTakesTheHistoryAlong) {
               QStringList({u"观潮台|确实要删除商品'铜'吗?"_s, u"观潮台|删除商品'铜'完成!"_s}));
     run(u"drop table shophq"_s);
     try {
-        deleteCommodity(store_.stores, dialogs_, u"铝"_s);
+        deleteCommodity(store_.stores, globals_, dialogs_, u"铝"_s);
         FAIL() << "the history can't be deleted";
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failure.remains().contains(u"商品清单"_s));
     }
+}
+
+TEST_F(CommoditiesTest, AnImportOfNewsRefusesEveryWriteAtOnce) {
+    const NewsSettings news(store_.stores, globals_);
+    const QStringList before = list();
+    const std::function<void()> writes[] = {
+        [&] { news.writeCustom(true, 9); },           [&] { news.writeAttention(u"9"_s); },
+        [&] { commodities_.writeAttention(u"9"_s); }, [&] { editor_.add({u"锡"_s, {}, {}}, {}); },
+        [&] { editor_.modify({u"铜"_s, {}, {}}); },   [&] { editor_.remove(u"铜"_s); },
+    };
+    globals_.newsImportRuns = true;
+    for (const auto& write : writes) {
+        try {
+            write();
+            FAIL();
+        } catch (const OperationError& refusal) {
+            EXPECT_EQ(refusal.reason(), u"正在导入新闻和商品，请等它结束后再试。"_s);
+            EXPECT_FALSE(refusal.activity().isEmpty());
+        }
+    }
+    EXPECT_EQ(list(), before);
+    EXPECT_EQ(dialogs_.shown, QStringList()) << "not even a question";
 }
 
 }  // namespace guanchao

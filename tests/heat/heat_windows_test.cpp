@@ -4,18 +4,19 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <cmath>
 
-#include "controls/day_plot.h"
 #include "grid/grid_view.h"
+#include "heat/count_plots.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
 #include "heat/form5.h"
+#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/statement_log.h"
 #include "tests/support/test_environment.h"
@@ -36,6 +37,7 @@ protected:
         run(u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600000','浦发银行')"_s);
         run(u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi) values"
             u"('铜',18,'SH601899','2026-11-24'),('铝',9,'SH601600','2026-11-20')"_s);
+        run(u"insert into shophq(shopname,riqi) values('铜','2026-11-24')"_s);
     }
     ~HeatWindowsTest() override {
         windows_.closeAll();
@@ -48,6 +50,14 @@ protected:
                                 u"select iszidinyinum,zidinyinum,guanzhudu,"
                                 u"shopguanzhudu from canshu"_s)
             .first();
+    }
+
+    static QStringList updates() {
+        QStringList updates;
+        for (const QString& statement : StatementLog::statements().filter(u": update"_s)) {
+            updates << statement.section(u": "_s, 1);
+        }
+        return updates;
     }
 
     template <typename Form>
@@ -74,44 +84,62 @@ protected:
     ResultGrid& grid(const QString& name) {
         return *static_cast<ResultGrid*>(find<GridView>(name)->model());
     }
+    QPoint cell(int row) {
+        const auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+        return view->visualRect(view->model()->index(row - 1, 2)).center();
+    }
     void press(int row, Qt::MouseButton button = Qt::LeftButton) {
-        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
-        QTest::mouseClick(view->viewport(), button, {},
-                          view->visualRect(view->model()->index(row - 1, 2)).center());
+        QTest::mouseClick(find<GridView>(u"MSHFlexGrid1"_s)->viewport(), button, {}, cell(row));
     }
     void doubleClick(int row) {
-        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
-        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
-                           view->visualRect(view->model()->index(row - 1, 2)).center());
+        QTest::mouseDClick(find<GridView>(u"MSHFlexGrid1"_s)->viewport(), Qt::LeftButton, {},
+                           cell(row));
+    }
+    // What can be chosen in the popup, which then closes.
+    static QString popup() {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu) {
+            return {};
+        }
+        menu->close();
+        QStringList words;
+        for (const QAction* action : menu->actions()) {
+            words << (action->isEnabled() ? action->text() : QString());
+        }
+        return words.join(u'|');
     }
     void click(const QString& button) { find<QPushButton>(button)->click(); }
 
     QPointer<QWidget> form_;
 };
 
-TEST_F(HeatWindowsTest, TheLoadOfANewsRankingWritesItsSettingsBack) {
+TEST_F(HeatWindowsTest, TheLoadWritesTheStoredSettingsBackInOneGo) {
+    const struct {
+        QString on, days;
+        bool importRuns;
+        QStringList updates;
+    } cases[] = {
+        {u"1"_s, u"30"_s, false, {u"update canshu set iszidinyinum=1,zidinyinum=30"_s}},
+        {u"1"_s, u"1"_s, false, {u"update canshu set iszidinyinum=1,zidinyinum=7"_s}},
+        {u"0"_s, u"30"_s, false, {}},
+        {u"1"_s, u"30"_s, true, {}},
+    };
     globals_.dangqianzhuti = u"白酒"_s;
-    const StatementLog log;
-    open<Form25>();
-    QStringList updates;
-    for (const QString& statement : StatementLog::statements()) {
-        if (statement.contains(u": update"_s)) {
-            updates << statement.section(u": "_s, 1);
-        }
+    for (const auto& it : cases) {
+        run(u"update canshu set iszidinyinum="_s + it.on + u",zidinyinum="_s + it.days);
+        globals_.newsImportRuns = it.importRuns;
+        const StatementLog log;
+        open<Form25>();
+        EXPECT_EQ(updates(), it.updates);
+        EXPECT_EQ(find<QCheckBox>(u"Check1"_s)->isChecked(), it.on == u'1');
+        EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
+        EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
+        EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
     }
-    EXPECT_EQ(updates, QStringList({u"update canshu set iszidinyinum=1,zidinyinum=7"_s,
-                                    u"update canshu set iszidinyinum=1,zidinyinum=30"_s}))
-        << "the box is checked before the days are shown";
-    EXPECT_EQ(form_->windowTitle(), u"主题新闻数量分析--因特网热度排名"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"白酒"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
-    EXPECT_EQ(settings(), u"1|30|4|3"_s);
-    EXPECT_FALSE(find<QLabel>(u"Label4"_s)->isVisible());
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
-    run(u"delete from canshu"_s);
-    open<Form25>();
-    EXPECT_FALSE(find<QCheckBox>(u"Check1"_s)->isChecked());
-    EXPECT_EQ(find<QLineEdit>(u"Text2"_s)->text(), u"7"_s);
+    const StatementLog log;
+    open<Form29>();
+    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);
+    EXPECT_EQ(updates(), QStringList()) << "during the import";
 }
 
 TEST_F(HeatWindowsTest, TheSettingsAreWrittenAtEveryChange) {
@@ -160,9 +188,7 @@ TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
     open<Form25>();
     click(u"Command1"_s);
     open<Form31>();
-    EXPECT_EQ(form_->windowTitle(), u"公司新闻数量分析--因特网热度排名"_s);
-    EXPECT_EQ(find<QCheckBox>(u"Check2"_s)->text(), u"显示全部股票"_s);
-    EXPECT_EQ(find<QLabel>(u"Label7"_s)->text(), u"股票代码："_s);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->toolTip(), u"要查找的股票代码，可以不完整"_s);
     click(u"Command1"_s);
     open<Form29>();
     click(u"Command1"_s);
@@ -172,28 +198,72 @@ TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
 
 TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     open<Form29>();
-    EXPECT_EQ(form_->windowTitle(), u"商品价格监控--因特网数据采集"_s);
-    EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);
     find<QLineEdit>(u"Text3"_s)->setText(u"6"_s);
     EXPECT_EQ(settings(), u"1|30|4|6"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2) << "those of the clock's day";
     press(1, Qt::RightButton);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    QStringList words;
-    for (const QAction* action : menu->actions()) {
-        words << action->text();
-    }
-    EXPECT_EQ(words, QStringList({u"打开采集网页"_s, u"添加商品"_s, u"修改商品"_s, u"删除商品"_s}));
-    menu->close();
+    EXPECT_EQ(popup(), u"打开采集网页|添加商品|修改商品|删除商品"_s);
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), u"SH601899"_s);
     find<QAction>(u"打开采集网页"_s)->trigger();
     doubleClick(1);
     EXPECT_EQ(shell_.opened, QStringList(2, u"http://x/?q=%CD%AD%20%BC%DB%B8%F1"_s));
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 2);
     find<QAction>(u"删除商品"_s)->trigger();
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1) << "its history is gone";
+    QTest::keyClick(find<DayPlot>(u"plot"_s), Qt::Key_Left);
+    EXPECT_EQ(find<DayPlot>(u"plot"_s)->chosenText(), QString());
+    press(1, Qt::RightButton);
+    EXPECT_EQ(popup(), u"|添加商品||"_s) << "on the empty ground";
+    find<QCheckBox>(u"Check2"_s)->setChecked(true);
+    click(u"Command9"_s);
+    press(1, Qt::RightButton);
     dialogs_.onAsk = [this] { windows_.closeAll(); };
     find<QAction>(u"删除商品"_s)->trigger();
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除商品'铝'完成!"_s);
+    EXPECT_EQ(TestStores::rows(stores_.heat, u"select * from shopname"_s), QStringList());
+}
+
+// The menu and the commands behind it act on the item that stands on the screen.
+TEST_F(HeatWindowsTest, AHistoryThatFailsLeavesNothingOfTheFormerItem) {
+    run(u"insert into shopname(shopname,riqi,zongfen) values('O''x','2026-11-24',-1)"_s);
+    open<Form29>();
+    press(1);
+    ASSERT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 2);
+    EXPECT_THROW(emit find<GridView>(u"MSHFlexGrid1"_s)->gridPressed(2, 1, Qt::RightButton),
+                 StoreError);
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text() + u'|' + globals_.dangqianshangpin, u"O'x|O'x"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
+    EXPECT_EQ(popup(), u"打开采集网页|添加商品|修改商品|删除商品"_s);
+}
+
+TEST_F(HeatWindowsTest, AFindBringsItsRowToTheTopAndEnterFindsInItsOwnBoxOnly) {
+    for (int at = 0; at < 100; ++at) {
+        run(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-24','题%1')"_s.arg(at));
+    }
+    open<Form25>();
+    auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+    find<QLineEdit>(u"Text1"_s)->setText(u"题50"_s);
+    for (const QString& name : {u"Text2"_s, u"Text3"_s}) {
+        QTest::keyClick(find<QLineEdit>(name), Qt::Key_Return);
+        EXPECT_EQ(view->rowAt(0), 0) << name.toStdString();
+    }
+    QTest::keyClick(find<QLineEdit>(u"Text1"_s), Qt::Key_Return);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(view->rowAt(0) + 1, 2), u"题50"_s);
+}
+
+TEST(CountPlots, LabelsOfCountsStandAtWholeNumbers) {
+    NewsPlot plot;
+    for (const double most : {0., 1., 2., 3., 4., 7., 1234.}) {
+        const QDate day(2026, 11, 23);
+        plot.showDays({{day, {0, 5, most}, {}}, {day.addDays(1), {most, 5 + most, 1}, {}}});
+        for (const QAbstractAxis* axis : plot.chart()->axes(Qt::Vertical)) {
+            const auto& it = *qobject_cast<const QValueAxis*>(axis);
+            EXPECT_EQ(std::fmod(it.max() - it.min(), it.tickCount() - 1), 0) << most;
+            EXPECT_EQ(std::fmod(it.min(), 1), 0) << most;
+        }
+    }
 }
 
 TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
@@ -204,6 +274,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     form_ = opened<Form5>();
     ASSERT_TRUE(form_);
     EXPECT_EQ(form_->windowTitle(), u"修改商品"_s);
+    EXPECT_EQ(globals_.dangqianshangpin, QString()) << "taken over";
     EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"铜"_s);
     EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"SH601899"_s);
     find<QLineEdit>(u"Text2"_s)->setText(u"5"_s);

@@ -6,7 +6,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "heat/collector_contract.h"
+#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
 
 namespace guanchao {
 
@@ -35,7 +38,6 @@ TEST_F(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
         EXPECT_TRUE(processes_.isRunning(asked)) << asked.toStdString();
     }
     EXPECT_FALSE(processes_.isRunning(u"caijiqi-test2"_s));
-    EXPECT_FALSE(processes_.isRunning(u"caijiqi"_s));
     QFile::remove(folder_.filePath(name));
     EXPECT_TRUE(processes_.isRunning(name)) << "its file is gone, it still runs";
     child.closeWriteChannel();
@@ -52,6 +54,26 @@ TEST_F(DesktopProcessesTest, AProgramStartsWithItsWordUnlessItIsMissing) {
     ASSERT_TRUE(writer.open(QIODevice::WriteOnly)) << "returns once the program reads the pipe";
     EXPECT_TRUE(processes_.isRunning(u"collector"_s));
     EXPECT_FALSE(processes_.start(folder_.filePath(u"missing"_s), pipe));
+}
+
+// Others on this machine may run a collector of their own: only presence is asked for.
+TEST_F(DesktopProcessesTest, ACollectorUnderEitherNameKeepsAnotherFromStarting) {
+    const TestStores store;
+    Globals globals;
+    globals.yingyongmulu = folder_.path() + u'/';
+    globals.jintian = QDate(2026, 11, 24);
+    for (const QString& name : {u"caijiqi"_s, u"caijiqi2"_s}) {
+        QProcess child;
+        child.start(copyAs(name), QStringList());
+        ASSERT_TRUE(child.waitForStarted());
+        EXPECT_TRUE(processes_.isRunning(name + u".exe"_s));
+        FakeDialogs dialogs;
+        CollectorLaunch(store.stores, globals, dialogs, processes_).launch(collectThemes);
+        EXPECT_EQ(dialogs.shown,
+                  QStringList{u"观潮台|采集程序已在运行，请先停止采集，关闭采集程序。"_s});
+        child.closeWriteChannel();
+        ASSERT_TRUE(child.waitForFinished());
+    }
 }
 
 }  // namespace guanchao
