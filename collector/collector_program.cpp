@@ -30,8 +30,8 @@ QHash<QString, QString> initialsExceptions(const QString& path) {
 
 }  // namespace
 
-CollectorProgram::CollectorProgram(int& argc, char** argv) : application_(argc, argv) {
-    application_.setDialogs(&dialogs_);
+CollectorProgram::CollectorProgram(Application& application, DesktopDialogs& dialogs)
+    : application_(application), dialogs_(dialogs) {
     lock_.setStaleLockTime(0);  // only a lock whose process is gone is stale
 }
 
