@@ -53,7 +53,9 @@ void copyFile(const QString& source, const QString& target) {
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
         !file.commit()) {
-        throw notWritten(target, file.errorString());
+        // A write that stops halfway is no error to Qt.
+        const bool isFull = file.error() == QFileDevice::NoError;
+        throw notWritten(target, isFull ? u"磁盘已满"_s : file.errorString());
     }
 }
 
