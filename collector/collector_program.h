@@ -19,25 +19,27 @@ namespace guanchao {
 class CollectorProgram {
 public:
     // Raises OperationError where the application folder can't be made ready.
-    CollectorProgram(Application& application, DesktopDialogs& dialogs);
+    explicit CollectorProgram(Application& application);
 
     // Returns when the run has ended and its window, if it has one, is closed. 0: the run came to
-    // its end; 1: it couldn't begin; 2: no such job.
+    // its end; 1: it couldn't begin, or gave up; 2: no such job.
     int run();
 
 private:
-    bool begin(const QString& word);
+    void begin(const QString& word);
+    void lockStore();
+    bool isStillWanted();
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
     void end();
 
     Application& application_;
-    DesktopDialogs& dialogs_;
     QString folder_ = preparedApplicationFolder();
     Stores stores_ = storesIn(folder_);
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
-    CurlHttp http_;
+    DesktopDialogs dialogs_;
+    CurlHttp http_{[this] { return isStillWanted(); }};
     QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

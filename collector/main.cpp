@@ -2,9 +2,7 @@
 
 int main(int argc, char** argv) {
     guanchao::Application application(argc, argv);
-    guanchao::DesktopDialogs dialogs;
-    application.setDialogs(&dialogs);
     int result = 1;
-    application.guard([&] { result = guanchao::CollectorProgram(application, dialogs).run(); });
+    application.guard([&] { result = guanchao::CollectorProgram(application).run(); });
     return result;
 }

@@ -39,7 +39,7 @@ protected:
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_s;
     }
 
-    QString own(const QString& name) const { return content(home_ + u"/guanchaotai/"_s + name); }
+    QString own(const QString& name) const { return home_ + u"/guanchaotai/"_s + name; }
 
     ApplicationFolder installed() const { return {usr_ + u"lib/guanchaotai"_s, home_}; }
 
@@ -49,7 +49,7 @@ protected:
 };
 
 TEST_F(ApplicationFolderTest, IsTheUsersOwnOnlyForAnInstalledProgram) {
-    EXPECT_EQ(installed().path(), home_ + u"/guanchaotai/"_s);
+    EXPECT_EQ(installed().path(), own({}));
 
     const QString portable = directory_.filePath(u"portable"_s);
     const ApplicationFolder alone(portable, home_);
@@ -58,40 +58,30 @@ TEST_F(ApplicationFolderTest, IsTheUsersOwnOnlyForAnInstalledProgram) {
     EXPECT_FALSE(QFileInfo::exists(home_));
 
     // A copy of the program inside of a user's own folder finds installed files: its own.
-    write(home_ + u"/guanchaotai/dzhzhuti.mzdat"_s, u"used"_s);
-    write(home_ + u"/guanchaotai/guanchaotai"_s, u"program"_s);
+    write(own(u"dzhzhuti.mzdat"_s), u"used"_s);
+    write(own(u"guanchaotai"_s), u"program"_s);
     const ApplicationFolder copied(home_ + u"/guanchaotai"_s, home_);
-    EXPECT_EQ(copied.path(), home_ + u"/guanchaotai/"_s);
+    EXPECT_EQ(copied.path(), own({}));
     copied.prepare();
-    EXPECT_EQ(own(u"guanchaotai"_s), u"program"_s);
+    EXPECT_EQ(content(own(u"guanchaotai"_s)), u"program"_s);
 }
 
-TEST_F(ApplicationFolderTest, TheFirstStartMakesAWholeFolder) {
+TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
     installed().prepare();
-    for (const QString& file : {u"dzhzhuti.mzdat"_s, u"services.ini"_s, u"软件使用说明.html"_s,
-                                u"pictures/form2.png"_s, u"guanchaotai"_s, u"caijiqi"_s}) {
-        EXPECT_EQ(own(file), u"1"_s) << file.toStdString();
-    }
-    EXPECT_TRUE(QFileInfo(home_ + u"/guanchaotai/自选股"_s).isDir());
-    EXPECT_TRUE(QFileInfo(home_ + u"/guanchaotai/caijiqi"_s).isSymLink())
-        << "a copy would take its own folder for that of a portable program";
-    EXPECT_EQ(QDir(home_ + u"/guanchaotai"_s).entryList(QDir::Files).size(), 5)
-        << "nothing is left of the making";
-}
+    EXPECT_TRUE(QFileInfo(own(u"自选股"_s)).isDir());
+    EXPECT_EQ(QDir(own({})).entryList(QDir::Files).size(), 5) << "nothing is left of the making";
 
-TEST_F(ApplicationFolderTest, ALaterStartRenewsTheProgramsFilesAndKeepsTheUsers) {
-    installed().prepare();
     for (const QString& name : {u"dzhzhuti.mzdat"_s, u"services.ini"_s, u"软件使用说明.html"_s}) {
-        write(home_ + u"/guanchaotai/"_s + name, u"changed"_s);
+        write(own(name), u"changed"_s);
     }
-    QFile::remove(home_ + u"/guanchaotai/pictures/form2.png"_s);
-    QFile::remove(home_ + u"/guanchaotai/caijiqi"_s);
-    QFile::link(usr_ + u"gone"_s, home_ + u"/guanchaotai/caijiqi"_s);
-    QFile::remove(home_ + u"/guanchaotai/guanchaotai"_s);
-    write(home_ + u"/guanchaotai/guanchaotai"_s, u"an old copy"_s);
+    QFile::remove(own(u"pictures/form2.png"_s));
+    QFile::remove(own(u"caijiqi"_s));
+    QFile::link(usr_ + u"gone"_s, own(u"caijiqi"_s));
+    QFile::remove(own(u"guanchaotai"_s));
+    write(own(u"guanchaotai"_s), u"an old copy"_s);
     write(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, u"of a new version"_s);
-
     installed().prepare();
+
     const struct {
         QString name, content;
     } cases[] = {
@@ -104,8 +94,9 @@ TEST_F(ApplicationFolderTest, ALaterStartRenewsTheProgramsFilesAndKeepsTheUsers)
         {u"guanchaotai"_s, u"1"_s},
     };
     for (const auto& it : cases) {
-        EXPECT_EQ(own(it.name), it.content) << it.name.toStdString();
+        EXPECT_EQ(content(own(it.name)), it.content) << it.name.toStdString();
     }
+    EXPECT_TRUE(QFileInfo(own(u"caijiqi"_s)).isSymLink()) << "a copy would be taken for portable";
 }
 
 TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
@@ -122,7 +113,7 @@ TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
         << failure().toStdString();
 
     QFile::remove(home_);
-    const QString help = home_ + u"/guanchaotai/软件使用说明.html"_s;
+    const QString help = own(u"软件使用说明.html"_s);
     QDir().mkpath(help + u"/full"_s);
     EXPECT_TRUE(failure().contains(help)) << failure().toStdString();
 }
