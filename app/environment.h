@@ -35,7 +35,7 @@ struct Environment {
     TrayModule& tray;
     AskedHistory& askedHistory;
     MeanVolume& meanVolume;
-    QString programFolder;   // where the executable lies
+    QString programFolder;   // the application folder, there from before the load
     QString executableName;  // without its folder
     LauncherFolders launcherFolders;
 };

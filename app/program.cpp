@@ -6,8 +6,9 @@
 
 namespace guanchao {
 
-Program::Program(int& argc, char** argv)
-    : application_(argc, argv),
+Program::Program(Application& application, DesktopDialogs& dialogs)
+    : application_(application),
+      dialogs_(dialogs),
       desktopTray_(programIcon()),
       environment_{.globals = globals_,
                    .stores = stores_,
@@ -26,7 +27,6 @@ Program::Program(int& argc, char** argv)
                    .programFolder = folder_,
                    .executableName = executable_.fileName(),
                    .launcherFolders = userLauncherFolders()} {
-    application_.setDialogs(&dialogs_);
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }
 

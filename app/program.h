@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "app/application.h"
+#include "app/application_folder.h"
 #include "app/form2.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
@@ -19,21 +20,22 @@ namespace guanchao {
 
 class Program {
 public:
-    Program(int& argc, char** argv);
+    // Raises OperationError where the application folder can't be made ready.
+    Program(Application& application, DesktopDialogs& dialogs);
 
     // Loads and shows the main window, and returns when the program ends.
     int run();
 
 private:
-    Application application_;
+    Application& application_;
+    DesktopDialogs& dialogs_;
     QFileInfo executable_{QCoreApplication::applicationFilePath()};
-    QString folder_ = applicationFolder(executable_.absolutePath());
+    QString folder_ = preparedApplicationFolder();
 
     Globals globals_;
     Stores stores_;
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
-    DesktopDialogs dialogs_;
     QtEventPump pump_;
     CurlHttp http_;
     DesktopShell shell_;

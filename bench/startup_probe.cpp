@@ -23,8 +23,10 @@ public:
 }  // namespace
 
 int main(int argc, char** argv) {
-    guanchao::Program program(argc, argv);
+    guanchao::Application application(argc, argv);
+    guanchao::DesktopDialogs dialogs;
+    guanchao::Program program(application, dialogs);
     FirstPaint firstPaint;
-    QCoreApplication::instance()->installEventFilter(&firstPaint);
+    application.installEventFilter(&firstPaint);
     return program.run();
 }

@@ -31,7 +31,7 @@ QHash<QString, QString> initialsExceptions(const QString& path) {
 
 }  // namespace
 
-CollectorProgram::CollectorProgram(int& argc, char** argv) : application_(argc, argv) {
+CollectorProgram::CollectorProgram(Application& application) : application_(application) {
     application_.setDialogs(&dialogs_);
     lock_.setStaleLockTime(0);  // only a lock whose process is gone is stale
 }

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "app/application.h"
+#include "app/application_folder.h"
 #include "collector/collector_window.h"
 #include "collector/run_order.h"
 #include "platform/curl_http.h"
@@ -17,7 +18,8 @@ namespace guanchao {
 
 class CollectorProgram {
 public:
-    CollectorProgram(int& argc, char** argv);
+    // Raises OperationError where the application folder can't be made ready.
+    explicit CollectorProgram(Application& application);
 
     // Returns when the run has ended and its window, if it has one, is closed. 0: the run came to
     // its end; 1: it couldn't begin, or gave up; 2: no such job.
@@ -31,8 +33,8 @@ private:
     std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
     void end();
 
-    Application application_;
-    QString folder_ = applicationFolder(QCoreApplication::applicationDirPath());
+    Application& application_;
+    QString folder_ = preparedApplicationFolder();
     Stores stores_ = storesIn(folder_);
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;

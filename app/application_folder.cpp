@@ -1,0 +1,125 @@
+#include "app/application_folder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include "store/store_error.h"
+#include "store/stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool holdsStores(const QString& folder) {
+    return QFileInfo::exists(storesIn(folder).main.path);
+}
+
+OperationError notWritten(const QString& path, const QString& reason) {
+    return OperationError(u"无法写入 "_s + path + u"（"_s + reason +
+                          u"）。请检查磁盘空间和文件夹的权限。"_s);
+}
+
+void makeFolder(const QString& path) {
+    if (!QDir().mkpath(path)) {
+        throw notWritten(path, u"不能建立文件夹"_s);
+    }
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw OperationError(u"无法读取 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
+    }
+    return file.readAll();
+}
+
+// The stores and the choice of services are the user's once they are there.
+bool belongsToUser(const QString& fileName) {
+    return fileName.endsWith(u".mzdat"_s) || fileName == u"services.ini"_s;
+}
+
+// A program that runs, or a store that is opened, sees the old file or the whole new one.
+void copyFile(const QString& source, const QString& target) {
+    const QByteArray content = contentOf(source);
+    if (QFileInfo::exists(target) && contentOf(target) == content) {
+        return;
+    }
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
+        !file.commit()) {
+        // A write that stops halfway is no error to Qt.
+        const bool isFull = file.error() == QFileDevice::NoError;
+        throw notWritten(target, isFull ? u"磁盘已满"_s : file.errorString());
+    }
+}
+
+}  // namespace
+
+ApplicationFolder::ApplicationFolder(const QString& programFolder, const QString& userData)
+    : programFolder_(applicationFolder(programFolder)), path_(programFolder_) {
+    const QString files = QDir::cleanPath(programFolder_ + u"../../share/guanchaotai"_s) + u'/';
+    if (!holdsStores(programFolder_) && holdsStores(files)) {
+        installedFiles_ = files;
+        path_ = applicationFolder(userData) + u"guanchaotai/"_s;
+    }
+}
+
+void ApplicationFolder::prepare() const {
+    if (installedFiles_.isEmpty()) {
+        return;
+    }
+    const Activity activity(u"准备应用目录"_s, u"已有的数据没有改动。"_s);
+    makeFolder(path_);
+    // Two programs that start at once must not both make a store.
+    QLockFile lock(path_ + u"prepare.lock"_s);
+    if (!lock.lock()) {
+        throw notWritten(path_, u"不能建立文件"_s);
+    }
+    copyFiles();
+    linkPrograms();
+}
+
+void ApplicationFolder::copyFiles() const {
+    QDirIterator files(installedFiles_, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QFileInfo source = files.nextFileInfo();
+        const QString target = path_ + source.filePath().mid(installedFiles_.size());
+        if (source.isDir()) {
+            makeFolder(target);
+        } else if (!belongsToUser(source.fileName()) || !QFileInfo::exists(target)) {
+            copyFile(source.filePath(), target);
+        }
+    }
+}
+
+// The collector and the browser library are reached by the application folder, and shortcuts name
+// the program in it.
+void ApplicationFolder::linkPrograms() const {
+    for (const QFileInfo& program : QDir(programFolder_).entryInfoList(QDir::Files)) {
+        const QString link = path_ + program.fileName();
+        if (QFile::symLinkTarget(link) == program.filePath()) {
+            continue;
+        }
+        QFile::remove(link);
+        if (!QFile::link(program.filePath(), link)) {
+            throw notWritten(link, u"不能建立链接"_s);
+        }
+    }
+}
+
+QString preparedApplicationFolder() {
+    const ApplicationFolder folder(
+        QCoreApplication::applicationDirPath(),
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    folder.prepare();
+    return folder.path();
+}
+
+}  // namespace guanchao

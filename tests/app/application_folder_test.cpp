@@ -1,0 +1,121 @@
+#include "app/application_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "store/store_error.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// A program as the package installs it, below a folder of the test, and a user's home beside it.
+class ApplicationFolderTest : public ::testing::Test {
+protected:
+    ApplicationFolderTest() {
+        for (const QString& file :
+             {u"lib/guanchaotai/guanchaotai"_s, u"lib/guanchaotai/caijiqi"_s,
+              u"share/guanchaotai/dzhzhuti.mzdat"_s, u"share/guanchaotai/services.ini"_s,
+              u"share/guanchaotai/软件使用说明.html"_s,
+              u"share/guanchaotai/pictures/form2.png"_s}) {
+            write(usr_ + file, u"1"_s);
+        }
+        QDir(usr_).mkpath(u"share/guanchaotai/自选股"_s);
+    }
+
+    static void write(const QString& path, const QString& content) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+        file.write(content.toUtf8());
+    }
+
+    static QString content(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_s;
+    }
+
+    QString own(const QString& name) const { return home_ + u"/guanchaotai/"_s + name; }
+
+    ApplicationFolder installed() const { return {usr_ + u"lib/guanchaotai"_s, home_}; }
+
+    QTemporaryDir directory_;
+    QString usr_ = directory_.filePath(u"usr/"_s);
+    QString home_ = directory_.filePath(u"家 目录/share"_s);
+};
+
+TEST_F(ApplicationFolderTest, IsTheUsersOwnOnlyForAnInstalledProgram) {
+    EXPECT_EQ(installed().path(), own({}));
+
+    const QString portable = directory_.filePath(u"portable"_s);
+    const ApplicationFolder alone(portable, home_);
+    EXPECT_EQ(alone.path(), portable + u'/') << "a missing store is told by its own failure";
+    alone.prepare();
+    EXPECT_FALSE(QFileInfo::exists(home_));
+
+    // A copy of the program inside of a user's own folder finds installed files: its own.
+    write(own(u"dzhzhuti.mzdat"_s), u"used"_s);
+    write(own(u"guanchaotai"_s), u"program"_s);
+    const ApplicationFolder copied(home_ + u"/guanchaotai"_s, home_);
+    EXPECT_EQ(copied.path(), own({}));
+    copied.prepare();
+    EXPECT_EQ(content(own(u"guanchaotai"_s)), u"program"_s);
+}
+
+TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
+    installed().prepare();
+    EXPECT_TRUE(QFileInfo(own(u"自选股"_s)).isDir());
+    EXPECT_EQ(QDir(own({})).entryList(QDir::Files).size(), 5) << "nothing is left of the making";
+
+    for (const QString& name : {u"dzhzhuti.mzdat"_s, u"services.ini"_s, u"软件使用说明.html"_s}) {
+        write(own(name), u"changed"_s);
+    }
+    QFile::remove(own(u"pictures/form2.png"_s));
+    QFile::remove(own(u"caijiqi"_s));
+    QFile::link(usr_ + u"gone"_s, own(u"caijiqi"_s));
+    QFile::remove(own(u"guanchaotai"_s));
+    write(own(u"guanchaotai"_s), u"an old copy"_s);
+    write(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, u"of a new version"_s);
+    installed().prepare();
+
+    const struct {
+        QString name, content;
+    } cases[] = {
+        {u"dzhzhuti.mzdat"_s, u"changed"_s},
+        {u"services.ini"_s, u"changed"_s},
+        {u"wenzhang.mzdat"_s, u"of a new version"_s},
+        {u"软件使用说明.html"_s, u"1"_s},
+        {u"pictures/form2.png"_s, u"1"_s},
+        {u"caijiqi"_s, u"1"_s},
+        {u"guanchaotai"_s, u"1"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(content(own(it.name)), it.content) << it.name.toStdString();
+    }
+    EXPECT_TRUE(QFileInfo(own(u"caijiqi"_s)).isSymLink()) << "a copy would be taken for portable";
+}
+
+TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
+    const auto failure = [&]() -> QString {
+        try {
+            installed().prepare();
+        } catch (const OperationError& error) {
+            return error.activity() + u'|' + error.reason();
+        }
+        return QString();
+    };
+    write(home_, u"a file in the way"_s);
+    EXPECT_TRUE(failure().startsWith(u"准备应用目录|无法写入 "_s + home_))
+        << failure().toStdString();
+
+    QFile::remove(home_);
+    const QString help = own(u"软件使用说明.html"_s);
+    QDir().mkpath(help + u"/full"_s);
+    EXPECT_TRUE(failure().contains(help)) << failure().toStdString();
+}
+
+}  // namespace guanchao
