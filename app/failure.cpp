@@ -30,6 +30,14 @@ QString explanation(const StoreError& failure) {
 
 }  // namespace
 
+QString failureReason(const std::exception& failure) {
+    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
+        return explanation(*store);
+    }
+    const auto* operation = dynamic_cast<const OperationError*>(&failure);
+    return operation ? operation->reason() : QString::fromUtf8(failure.what());
+}
+
 QString failureText(const std::exception& failure) {
     const auto* operation = dynamic_cast<const OperationError*>(&failure);
     const bool named = operation && !operation->activity().isEmpty();

@@ -6,6 +6,9 @@
 
 namespace guanchao {
 
+// Why it failed, in one line of Chinese where the reason is one that a user can do something about.
+QString failureReason(const std::exception& failure);
+
 // Says in Chinese what was being done and why it failed, with the store's own message.
 QString failureText(const std::exception& failure);
 

@@ -29,6 +29,7 @@
 #include "themes/form30.h"
 #include "themes/form6.h"
 #include "ui_form2.h"
+#include "utilities/form28.h"
 #include "utilities/version_check.h"
 
 namespace guanchao {
@@ -168,6 +169,8 @@ void Form2::connectMenus() {
     connect(ui_->监控管理, &QAction::triggered, this, &Form2::监控管理_Click);
     connect(ui_->添加主题监控, &QAction::triggered, this, &Form2::添加主题监控_Click);
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form2::添加个股监控_Click);
+    connect(ui_->设置代理服务器, &QAction::triggered, this,
+            [this] { windows_.openAnew<Form28>(); });
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);

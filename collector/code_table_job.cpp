@@ -1,6 +1,5 @@
 #include "collector/code_table_job.h"
 
-#include <QHash>
 #include <QRegularExpression>
 
 #include "market/quote_feed.h"
@@ -35,18 +34,13 @@ QStringList possibleCodes() {
     return codes;
 }
 
-struct Listed {
-    QString dm;
-    QString jc;  // empty for a code that no stock has
-};
-
-QList<Listed> listedIn(const QByteArray& page) {
+QList<CodeTableJob::Listed> listedIn(const QByteArray& page) {
     static const QRegularExpression line(u"hq_str_([a-z]{2}[0-9]{6})=\"([^\",]*)"_s);
     const QString text = textFromGbk(page);
-    QList<Listed> listed;
+    QList<CodeTableJob::Listed> listed;
     for (auto match = line.globalMatch(text); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
-        listed << Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
+        listed << CodeTableJob::Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
     }
     return listed;
 }
@@ -92,27 +86,40 @@ bool CodeTableJob::answers(const Item& item, const QByteArray& page) const {
     return listedIn(page).size() == item.key.count(u',') + 1;
 }
 
+// The statements are ready before the store is locked: most batches have none.
 void CodeTableJob::write(const Item& item, const QList<QByteArray>& pages) {
-    const QString now = timeText(clock_.now());
     Connection connection = stores_.main.open();
+    const QStringList changes = changesBy(listedIn(pages.first()), knownNames(connection, item));
+    if (changes.isEmpty()) {
+        return;
+    }
     Transaction transaction(connection);
-    const QHash<QString, QString> known = knownNames(connection, item);
-    for (const Listed& stock : listedIn(pages.first())) {
+    for (const QString& change : changes) {
+        connection.execute(change);
+    }
+    transaction.commit();
+}
+
+QStringList CodeTableJob::changesBy(const QList<Listed>& stocks,
+                                    const QHash<QString, QString>& known) const {
+    const QString now = timeText(clock_.now());
+    QStringList changes;
+    for (const Listed& stock : stocks) {
         if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
             continue;
         }
         const QString jc = u'\'' + zhuanyisql(stock.jc) + u'\'';
         const QString shenmu = u'\'' + zhuanyisql(initials_.of(stock.jc)) + u'\'';
         if (!known.contains(stock.dm)) {
-            connection.execute(u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s +
-                               stock.dm + u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s +
-                               shenmu + u",'"_s + now + u"')"_s);
+            changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + stock.dm +
+                           u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s + shenmu +
+                           u",'"_s + now + u"')"_s;
         } else if (!hasDayMark(stock.jc)) {
-            connection.execute(u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu +
-                               u" where dm='"_s + stock.dm + u"'"_s);
+            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm='"_s +
+                           stock.dm + u"'"_s;
         }
     }
-    transaction.commit();
+    return changes;
 }
 
 }  // namespace guanchao

@@ -3,6 +3,8 @@
 // deleted. A batch of codes is an item.
 #pragma once
 
+#include <QHash>
+
 #include "collector/job.h"
 #include "platform/clock.h"
 #include "store/initials.h"
@@ -12,6 +14,12 @@ namespace guanchao {
 
 class CodeTableJob : public Job {
 public:
+    // A code of a reply; without a name no stock has it.
+    struct Listed {
+        QString dm;
+        QString jc;
+    };
+
     CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
                  const Service& quote);
 
@@ -24,6 +32,8 @@ public:
     void write(const Item& item, const QList<QByteArray>& pages) override;
 
 private:
+    QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>& known) const;
+
     const Stores& stores_;
     const Clock& clock_;
     const Initials& initials_;

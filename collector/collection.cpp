@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/failure.h"
 #include "collector/run_order.h"
 #include "store/store_error.h"
 
@@ -11,20 +12,24 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// So often the end of the main program is looked for while only items that failed are left.
+// So often the end of the main program is looked for while no page is asked for.
 constexpr std::chrono::milliseconds longestWait{1000};
-constexpr qsizetype namesInSummary = 20;
+constexpr std::chrono::milliseconds pausedWait{250};
 
 QString stateText(RunState state) {
     switch (state) {
         case RunState::running:
             return u"正在采集"_s;
+        case RunState::paused:
+            return u"已暂停"_s;
         case RunState::finished:
             return u"采集完成"_s;
         case RunState::stopped:
             return u"采集已停止"_s;
         case RunState::unwanted:
             return u"主程序已退出，采集结束"_s;
+        case RunState::hopeless:
+            return u"接连没有读到网页，采集提前结束，请检查网络和搜索网址"_s;
     }
     return {};
 }
@@ -45,46 +50,59 @@ Collection::Collection(Job& job, const StoreFile& heat, Http& http, const Clock&
     : job_(job), heat_(heat), http_(http), clock_(clock), pacing_(pacing) {}
 
 void Collection::begin() {
-    const QDateTime now = clock_.now();
     for (const Item& item : job_.items()) {
-        queue_ << Pending{items_.size(), 0, now};
+        queue_ << Pending{items_.size(), 0, {}};
         items_ << Progress{item, ItemState::waiting, {}};
+    }
+    if (items_.isEmpty()) {
+        state_ = RunState::finished;
     }
 }
 
 std::optional<std::chrono::milliseconds> Collection::step() {
-    if (!current_) {
-        endBetweenItems();
+    if (stopWanted_ && !hasEnded()) {
+        endStopped();
+    } else if (!current_) {
+        endIfUnwanted();
     }
-    if (stopWanted_ && state_ == RunState::running) {
-        state_ = RunState::stopped;
-    }
-    if (state_ != RunState::running) {
+    if (hasEnded()) {
         return std::nullopt;
+    }
+    if (state_ == RunState::paused) {
+        return pausedWait;
     }
     if (!current_ && !takeDueItem()) {
         return untilNextDue();
     }
     askForPage();
-    if (!current_ && queue_.isEmpty()) {
-        state_ = RunState::finished;
-        return std::nullopt;
-    }
-    return pacing_.beforePage();
+    return hasEnded() ? std::nullopt : std::optional(pacing_.beforePage());
 }
 
-void Collection::endBetweenItems() {
-    if (queue_.isEmpty()) {
-        state_ = RunState::finished;
-    } else if (job_.endsWithMainProgram() && !isStillWanted(heat_)) {
+void Collection::setPaused(bool paused) {
+    if (!hasEnded()) {
+        state_ = paused ? RunState::paused : RunState::running;
+    }
+}
+
+void Collection::endIfUnwanted() {
+    if (!hasEnded() && job_.endsWithMainProgram() && !isStillWanted(heat_)) {
         state_ = RunState::unwanted;
+    }
+}
+
+void Collection::endStopped() {
+    state_ = RunState::stopped;
+    if (current_) {
+        show(ItemState::waiting);
+        current_.reset();
     }
 }
 
 bool Collection::takeDueItem() {
     const QDateTime now = clock_.now();
-    const auto due =
-        std::ranges::find_if(queue_, [&](const Pending& pending) { return pending.due <= now; });
+    const auto due = std::ranges::find_if(queue_, [&](const Pending& pending) {
+        return !pending.due.isValid() || pending.due <= now;
+    });
     if (due == queue_.end()) {
         return false;
     }
@@ -103,31 +121,48 @@ std::chrono::milliseconds Collection::untilNextDue() const {
 }
 
 void Collection::askForPage() {
+    try {
+        readPage();
+    } catch (const std::exception& failure) {
+        fail(failureReason(failure));
+    }
+    if (!current_ && queue_.isEmpty() && !hasEnded()) {
+        state_ = RunState::finished;
+    }
+}
+
+void Collection::readPage() {
     const std::optional<QByteArray> page = http_.get(job_.service(), paths_[pages_.size()]);
-    if (!page) {
-        fail(u"网页没有读到"_s);
-        return;
-    }
-    if (!job_.answers(items_[current_->item].item, *page)) {
-        fail(u"网页里没有要找的内容"_s);
-        return;
-    }
-    pages_ << *page;
-    if (pages_.size() == paths_.size()) {
-        writeItem();
+    if (stopWanted_) {
+        endStopped();  // a request that was broken off is no failure
+    } else if (!page) {
+        failPage(u"网页没有读到"_s);
+    } else if (!job_.answers(items_[current_->item].item, *page)) {
+        failPage(u"网页里没有要找的内容"_s);
+    } else {
+        failedPagesInARow_ = 0;
+        pages_ << *page;
+        if (pages_.size() == paths_.size()) {
+            writeItem();
+        }
     }
 }
 
 void Collection::writeItem() {
-    try {
-        job_.write(items_[current_->item].item, pages_);
-    } catch (const OperationError& failure) {
-        fail(failure.reason());
-        return;
-    }
+    job_.write(items_[current_->item].item, pages_);
     ++written_;
     show(ItemState::written);
     current_.reset();
+}
+
+// The last few items of a good run may all fail, each time; only a run that still has untried ones
+// is given up.
+void Collection::failPage(const QString& reason) {
+    ++failedPagesInARow_;
+    fail(reason);
+    if (pacing_.isHopeless(failedPagesInARow_) && hasUntriedItem()) {
+        state_ = RunState::hopeless;
+    }
 }
 
 void Collection::fail(const QString& reason) {
@@ -145,6 +180,10 @@ void Collection::fail(const QString& reason) {
     current_.reset();
 }
 
+bool Collection::hasUntriedItem() const {
+    return std::ranges::any_of(queue_, [](const Pending& it) { return it.failures == 0; });
+}
+
 void Collection::show(ItemState state, const QString& reason) {
     Progress& progress = items_[current_->item];
     progress.state = state;
@@ -154,15 +193,18 @@ void Collection::show(ItemState state, const QString& reason) {
     }
 }
 
-QString Collection::summary() const {
-    QString text = stateText(state_) + u"：共 %1 项，写入 %2 项，跳过 %3 项。"_s.arg(items_.size())
+QString Collection::summary(qsizetype names) const {
+    QString text = stateText(state_) + u"：共 %1 项，写入 %2 项，跳过 %3 项"_s.arg(items_.size())
                                            .arg(written_)
                                            .arg(skipped_.size());
+    const qsizetype left = items_.size() - settled();
+    if (hasEnded() && left > 0) {
+        text += u"，没有采集 %1 项"_s.arg(left);
+    }
+    text += u'。';
     if (!skipped_.isEmpty()) {
-        const bool all = skipped_.size() <= namesInSummary;
-        text += u"\n跳过："_s +
-                QStringList(skipped_.first(all ? skipped_.size() : namesInSummary)).join(u"、"_s) +
-                (all ? QString() : u" 等"_s);
+        const bool all = skipped_.size() <= names;
+        text += u"\n跳过："_s + skipped_.mid(0, names).join(u"、"_s) + (all ? QString() : u" 等"_s);
     }
     return text;
 }

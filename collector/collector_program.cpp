@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QTextStream>
 
+#include "app/failure.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
@@ -38,21 +39,23 @@ CollectorProgram::CollectorProgram(int& argc, char** argv) : application_(argc, 
 int CollectorProgram::run() {
     const QString word = QCoreApplication::arguments().value(1);
     if (!jobWords.contains(word)) {
-        dialogs_.tell(u"用法：caijiqi "_s + jobWords.join(u" | "_s), programName);
+        refuse(u"用法：caijiqi "_s + jobWords.join(u" | "_s));
         return 2;
     }
-    bool begun = false;
-    application_.guard([&] { begun = begin(word); });
-    return begun ? Application::exec() : 1;
+    try {
+        begin(word);
+    } catch (const std::exception& failure) {
+        refuse(failureText(failure));
+        return 1;
+    }
+    Application::exec();
+    return collection_->state() == RunState::hopeless ? 1 : 0;
 }
 
-bool CollectorProgram::begin(const QString& word) {
+void CollectorProgram::begin(const QString& word) {
     const Activity activity(u"开始采集"_s);
     order_ = readRunOrder(stores_.heat, clock_);
-    if (!lock_.tryLock(0)) {
-        refuse(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
-        return false;
-    }
+    lockStore();
     settings_ = readCollectorSettings(folder_ + u"caijiqi.ini"_s);
     job_ = makeJob(word, order_);
     pacing_ = std::make_unique<Pacing>(
@@ -66,7 +69,30 @@ bool CollectorProgram::begin(const QString& word) {
         window_->show();
     }
     window_->start();
-    return true;
+}
+
+// A power cut may leave a lock that names nobody; it would refuse every collector from then on.
+void CollectorProgram::lockStore() {
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (!lock_.tryLock(0) && lock_.error() == QLockFile::LockFailedError &&
+        !lock_.getLockInfo(&process, &host, &program)) {
+        lock_.removeStaleLockFile();
+        lock_.tryLock(0);
+    }
+    if (lock_.isLocked()) {
+        return;
+    }
+    throw OperationError(lock_.error() == QLockFile::LockFailedError
+                             ? u"采集程序已在运行，请先停止采集，关闭采集程序。"_s
+                             : QString(u"不能写入锁文件 "_s + lock_.fileName()));
+}
+
+// While a page is asked for.
+bool CollectorProgram::isStillWanted() {
+    QCoreApplication::processEvents();
+    return !collection_->stopWanted();
 }
 
 // A box where no window is wanted would wait for nobody.
@@ -97,7 +123,7 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
 
 // The window stays with its summary until the user closes it, unless nobody is there to see it.
 void CollectorProgram::end() {
-    QTextStream(stdout) << collection_->summary() << '\n';
+    QTextStream(stdout) << collection_->summary(collection_->items().size()) << '\n';
     if (!window_->isVisible() || collection_->state() == RunState::unwanted) {
         QCoreApplication::quit();
     }

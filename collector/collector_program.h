@@ -20,11 +20,13 @@ public:
     CollectorProgram(int& argc, char** argv);
 
     // Returns when the run has ended and its window, if it has one, is closed. 0: the run came to
-    // its end; 1: it couldn't begin; 2: no such job.
+    // its end; 1: it couldn't begin, or gave up; 2: no such job.
     int run();
 
 private:
-    bool begin(const QString& word);
+    void begin(const QString& word);
+    void lockStore();
+    bool isStillWanted();
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
     void end();
@@ -35,7 +37,7 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     DesktopDialogs dialogs_;
-    CurlHttp http_;
+    CurlHttp http_{[this] { return isStillWanted(); }};
     QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

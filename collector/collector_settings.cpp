@@ -1,9 +1,9 @@
 #include "collector/collector_settings.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "platform/ini_file.h"
+#include "store/store_error.h"
 #include "store/values.h"
 
 namespace guanchao {
@@ -14,11 +14,8 @@ namespace {
 
 constexpr double millisecondsPerSecond = 1000;
 constexpr double longestPauseSeconds = 86400;
-
-int milliseconds(const QString& seconds) {
-    const double typed = std::clamp(numericPrefix(seconds), 0.0, longestPauseSeconds);
-    return static_cast<int>(typed * millisecondsPerSecond);
-}
+constexpr double longestTimeoutSeconds = 600;
+constexpr double mostFailedPages = 10000;
 
 class Reader {
 public:
@@ -28,24 +25,27 @@ public:
         value = ini_.value(section, key).value_or(value);
     }
 
-    void pattern(const QString& key, QRegularExpression& value) const {
+    void pattern(const QString& key, int groups, QRegularExpression& value) const {
         const QRegularExpression typed(ini_.value(u"page"_s, key).value_or(value.pattern()));
-        if (!typed.isValid() || typed.pattern().isEmpty()) {
-            throw std::runtime_error(
-                QString(u"caijiqi.ini："_s + key + u" 不是正则表达式。"_s).toStdString());
+        if (!typed.isValid()) {
+            refuse(key, u"不是正则表达式"_s);
+        }
+        if (typed.captureCount() < groups) {
+            refuse(key, u"没有用括号标出结果数"_s);
         }
         value = typed;
     }
 
     void weight(const QString& key, double& value) const {
         if (const auto typed = ini_.value(u"weights"_s, key)) {
-            value = numericPrefix(*typed);
+            value = number(key, *typed);
         }
     }
 
-    void pause(const QString& key, int& value) const {
+    // A whole number within the limits, in units of `unit`.
+    void pace(const QString& key, double least, double most, int& value, double unit = 1) const {
         if (const auto typed = ini_.value(u"pace"_s, key)) {
-            value = milliseconds(*typed);
+            value = static_cast<int>(std::clamp(number(key, *typed), least, most) * unit);
         }
     }
 
@@ -56,11 +56,23 @@ public:
         }
         values.clear();
         for (const QString& seconds : typed->split(u',', Qt::SkipEmptyParts)) {
-            values << milliseconds(seconds);
+            const double pause = std::clamp(number(key, seconds), 0.0, longestPauseSeconds);
+            values << static_cast<int>(pause * millisecondsPerSecond);
         }
     }
 
 private:
+    [[noreturn]] static void refuse(const QString& key, const QString& what) {
+        throw OperationError(u"caijiqi.ini："_s + key + u' ' + what + u'。');
+    }
+
+    static double number(const QString& key, const QString& typed) {
+        if (!readsAsNumber(typed)) {
+            refuse(key, u"不是数字"_s);
+        }
+        return numericPrefix(typed);
+    }
+
     IniFile ini_;
 };
 
@@ -83,15 +95,14 @@ CollectorSettings readCollectorSettings(const QString& iniPath) {
     reader.text(u"period"_s, u"one"_s, settings.onePeriod);
     reader.text(u"period"_s, u"all"_s, settings.allPeriod);
     reader.text(u"period"_s, u"custom"_s, settings.customPeriod);
-    reader.pattern(u"results"_s, settings.results);
-    reader.pattern(u"none"_s, settings.noResults);
+    reader.pattern(u"results"_s, 1, settings.results);
+    reader.pattern(u"none"_s, 0, settings.noResults);
     readWeights(reader, settings.weights);
-    reader.pause(u"pause"_s, settings.pause);
-    reader.pause(u"random"_s, settings.randomPause);
+    reader.pace(u"pause"_s, 0, longestPauseSeconds, settings.pause, millisecondsPerSecond);
+    reader.pace(u"random"_s, 0, longestPauseSeconds, settings.randomPause, millisecondsPerSecond);
     reader.pauses(u"retries"_s, settings.retries);
-    int timeout = settings.timeoutSeconds * static_cast<int>(millisecondsPerSecond);
-    reader.pause(u"timeout"_s, timeout);
-    settings.timeoutSeconds = timeout / static_cast<int>(millisecondsPerSecond);
+    reader.pace(u"giveup"_s, 0, mostFailedPages, settings.giveUpAfter);
+    reader.pace(u"timeout"_s, 1, longestTimeoutSeconds, settings.timeoutSeconds);
     return settings;
 }
 

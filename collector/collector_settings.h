@@ -26,19 +26,21 @@ struct CollectorSettings {
     QString allPeriod;
     QString customPeriod = QStringLiteral("&lm=tihuantianshu");
 
-    // How a page tells its number of results (the first group), and that there are none.
+    // How a page tells its number of results (the first group), and that there are none; an empty
+    // pattern for the latter means that a page never tells it.
     QRegularExpression results{QStringLiteral("相关结果约?\\s*([0-9][0-9,]*)\\s*个")};
-    QRegularExpression noResults{QStringLiteral("没有找到")};
+    QRegularExpression noResults{QStringLiteral("没有找到.{0,60}相关")};
 
     ScoreWeights weights;
 
     int pause = 3000;                             // before each page
     int randomPause = 2000;                       // up to so much more
     QList<int> retries = {10000, 60000, 300000};  // before each further try of a failed item
+    int giveUpAfter = 20;                         // failed pages in a row; 0: never
     int timeoutSeconds = 15;                      // of a page, where services.ini has none
 };
 
-// Raises std::runtime_error, naming the entry, for a pattern that is none.
+// Raises OperationError, naming the entry, for a pattern or a number that is none.
 CollectorSettings readCollectorSettings(const QString& iniPath);
 
 }  // namespace guanchao

@@ -1,5 +1,8 @@
 #include "collector/collector_window.h"
 
+#include <QScopeGuard>
+#include <algorithm>
+
 #include "grid/colours.h"
 #include "ui_collector_window.h"
 
@@ -57,7 +60,7 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, const
     connect(&timer_, &QTimer::timeout, this, &CollectorWindow::takeStep);
     connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
-    collection_.changed = [this](qsizetype item) { showItem(item); };
+    collection_.changed = [this](qsizetype item) { followItem(item); };
     showItems();
     showFigures();
 }
@@ -69,6 +72,11 @@ void CollectorWindow::start() {
 }
 
 void CollectorWindow::takeStep() {
+    if (stepping_) {
+        return;
+    }
+    stepping_ = true;
+    const auto end = qScopeGuard([this] { stepping_ = false; });
     const auto pause = collection_.step();
     showFigures();
     if (pause) {
@@ -79,29 +87,24 @@ void CollectorWindow::takeStep() {
 }
 
 void CollectorWindow::pauseButton_Click() {
-    if (ui_->pauseButton->isChecked()) {
-        timer_.stop();
-        ui_->pauseButton->setText(u"继 续"_s);
-        ui_->stateLabel->setText(u"已暂停"_s);
-    } else {
-        ui_->pauseButton->setText(u"暂 停"_s);
-        takeStep();
-    }
+    const bool paused = ui_->pauseButton->isChecked();
+    collection_.setPaused(paused);
+    ui_->pauseButton->setText(paused ? u"继 续"_s : u"暂 停"_s);
+    showFigures();
 }
 
 void CollectorWindow::stopButton_Click() {
-    timer_.stop();
     collection_.stop();
     takeStep();
 }
 
 void CollectorWindow::reject() {
-    if (collection_.state() == RunState::running) {
+    if (!collection_.hasEnded()) {
         if (!dialogs_.ask(u"采集还没有完成，已写入的数据会保留。停止采集并关闭吗?"_s)) {
             return;
         }
         // The question lets the run go on: it may have ended meanwhile.
-        if (collection_.state() == RunState::running) {
+        if (!collection_.hasEnded()) {
             stopButton_Click();
         }
     }
@@ -133,7 +136,14 @@ void CollectorWindow::showItem(qsizetype item) {
     for (const int col : {stateColumn, reasonColumn}) {
         grid_.setCellForeColor(row, col, stateColour(progress.state));
     }
-    ui_->itemsGrid->scrollTo(grid_.index(static_cast<int>(item), 0));
+}
+
+// The item at hand stays in sight, unless the user looks at the list.
+void CollectorWindow::followItem(qsizetype item) {
+    showItem(item);
+    if (collection_.items()[item].state == ItemState::asking && !ui_->itemsGrid->hasFocus()) {
+        ui_->itemsGrid->scrollTo(grid_.index(static_cast<int>(item), 0));
+    }
 }
 
 void CollectorWindow::showFigures() {
@@ -145,6 +155,7 @@ void CollectorWindow::showFigures() {
 }
 
 void CollectorWindow::showEnd() {
+    timer_.stop();
     ui_->pauseButton->setEnabled(false);
     ui_->stopButton->setEnabled(false);
     if (ended) {

@@ -32,7 +32,7 @@ public:
     std::function<void()> ended;
 
 protected:
-    // Closing ends a run, after a question.
+    // Closing ends a run, after a question; a request at hand is broken off first.
     void reject() override;
 
 private:
@@ -41,6 +41,7 @@ private:
     void takeStep();
     void showItems();
     void showItem(qsizetype item);
+    void followItem(qsizetype item);
     void showFigures();
     void showEnd();
 
@@ -49,6 +50,7 @@ private:
     std::unique_ptr<Ui::CollectorWindow> ui_;
     ResultGrid grid_;
     QTimer timer_;
+    bool stepping_ = false;  // a request lets events happen, which must not begin another step
 };
 
 }  // namespace guanchao

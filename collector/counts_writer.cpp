@@ -2,6 +2,7 @@
 
 #include "collector/growth.h"
 #include "store/recordset.h"
+#include "store/store_error.h"
 #include "store/values.h"
 
 namespace guanchao {
@@ -106,14 +107,18 @@ void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& cou
         QString::number(counts.jiangzi),
         numberText(counts.zongfen),
         numberText(growth(counts.zongfen, formerValue(former, u"zongfen")))};
-    replaceRow(connection, u"shophq"_s, condition + onDay(),
-               u"insert into shophq(shopname,riqi,"_s + names.join(u',') + u") values("_s +
-                   quoted(shopname) + u",'"_s + riqi_ + u"',"_s + values.join(u',') + u")"_s);
     QString assignments;
     for (qsizetype at = 0; at < names.size(); ++at) {
         assignments += u',' + names[at] + u'=' + values[at];
     }
     connection.execute(u"update shopname set riqi='"_s + riqi_ + u"'"_s + assignments + condition);
+    // Deleted by the user meanwhile: its history must not come back.
+    if (connection.changedRows() == 0) {
+        throw OperationError(u"商品已删除"_s);
+    }
+    replaceRow(connection, u"shophq"_s, condition + onDay(),
+               u"insert into shophq(shopname,riqi,"_s + names.join(u',') + u") values("_s +
+                   quoted(shopname) + u",'"_s + riqi_ + u"',"_s + values.join(u',') + u")"_s);
     transaction.commit();
 }
 

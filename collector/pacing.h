@@ -22,10 +22,14 @@ public:
     // After so many failures of an item, the first being 1; nothing when it is to be given up.
     std::optional<std::chrono::milliseconds> beforeRetry(int failures) const;
 
+    // After so many failed pages without one that answered.
+    bool isHopeless(int failedPages) const;
+
 private:
     int pause_;
     int randomPause_;
     QList<int> retries_;
+    int giveUpAfter_;
     Random random_;
 };
 

@@ -1,5 +1,6 @@
 #include "collector/run_order.h"
 
+#include "heat/news_settings.h"
 #include "store/recordset.h"
 #include "store/values.h"
 
@@ -24,7 +25,7 @@ RunOrder readRunOrder(const StoreFile& heat, const Clock& clock) {
         order.day = today;
     }
     if (numericPrefix(text(u"iszidinyinum")) > 0) {
-        order.customDays = static_cast<int>(numericPrefix(text(u"zidinyinum")));
+        order.customDays = customDays(text(u"zidinyinum")).value_or(0);
     }
     order.guanzhudu = numericPrefix(text(u"guanzhudu"));
     order.shopguanzhudu = numericPrefix(text(u"shopguanzhudu"));

@@ -26,7 +26,8 @@ SearchAddress::SearchAddress(const QString& pattern, const Service& search, int 
 }
 
 QString SearchAddress::path(const QString& words, const QString& period) const {
-    return searchPage(pathPattern_, words) + period;
+    // A # would begin a part that is never sent, with the period in it.
+    return searchPage(pathPattern_, words).replace(u'#', u"%23"_s) + period;
 }
 
 }  // namespace guanchao

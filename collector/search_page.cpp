@@ -3,23 +3,13 @@
 #include <QStringDecoder>
 
 #include "platform/gbk.h"
+#include "platform/page_charset.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// The declaration stands within the first bytes of a page, or it doesn't count.
-constexpr qsizetype declarationBytes = 1024;
-
-QString declaredCharset(const QByteArray& body) {
-    static const QRegularExpression charset(u"charset\\s*=\\s*[\"']?([\\w-]+)"_s,
-                                            QRegularExpression::CaseInsensitiveOption);
-    return charset.match(QString::fromLatin1(body.first(std::min(body.size(), declarationBytes))))
-        .captured(1)
-        .toLower();
-}
 
 QString pageText(const QByteArray& body) {
     const QString charset = declaredCharset(body);
@@ -34,8 +24,9 @@ QString visibleText(QString page) {
         u"<(script|style|title)\\b.*?</\\1\\s*>|<!--.*?-->"_s,
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression tag(u"<[^>]*>"_s);
+    static const QRegularExpression blank(u"&nbsp;|&#160;|\u00a0"_s);
     // Engines set the searched words in <em> in the middle of a word: a tag leaves no gap.
-    return page.remove(unseen).remove(tag);
+    return page.remove(unseen).remove(tag).replace(blank, u" "_s);
 }
 
 }  // namespace
@@ -49,7 +40,9 @@ std::optional<qint64> SearchPage::results(const CollectorSettings& settings) con
         const qint64 number = match.captured(1).remove(u',').toLongLong(&isNumber);
         return isNumber ? std::optional(number) : std::nullopt;
     }
-    return settings.noResults.match(visible_).hasMatch() ? std::optional<qint64>(0) : std::nullopt;
+    const bool none =
+        !settings.noResults.pattern().isEmpty() && settings.noResults.match(visible_).hasMatch();
+    return none ? std::optional<qint64>(0) : std::nullopt;
 }
 
 int SearchPage::count(const QString& word) const {

@@ -1,7 +1,7 @@
 #include "exchange/article_import.h"
 
+#include "exchange/table_merge.h"
 #include "platform/fixed_folders.h"
-#include "store/recordset.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -10,39 +10,27 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The texts go into the statements as they are: an apostrophe makes the import fail.
-QString lookUp(const Recordset& article) {
-    return u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang where"
-           u" dalei='"_s +
-           article.value(2).toText() + u"' and xiaolei='"_s + article.value(3).toText() +
-           u"' and biaoti='"_s + article.value(4).toText() + u"'"_s;
-}
-
-QString insert(const Recordset& article) {
-    QString values = article.value(0).toText();
-    for (int field = 1; field < article.fieldCount(); ++field) {
-        values += u"','"_s + article.value(field).toText();
-    }
-    return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values('"_s + values +
-           u"')"_s;
-}
-
-int mergeArticles(Connection& store, Connection& file, ExchangeRun& run) {
-    int added = 0;
-    Transaction transaction = longTransaction(store);
-    Recordset articles(
-        file, u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"_s);
-    run.expect(articles.count());
-    for (; !articles.atEnd(); articles.moveNext()) {
-        const bool present = !Recordset(store, lookUp(articles)).atEnd();
-        if (!present && !articles.value(4).toText().isEmpty()) {
-            store.execute(insert(articles));
-            ++added;
-        }
-        run.rowDone();
-    }
-    transaction.commit();
-    return added;
+// An article without a title is left out.
+TableMerge articles() {
+    return {
+        u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"_s,
+        [](const Recordset& article) -> QString {
+            return u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"
+                   u" where dalei='"_s +
+                   article.value(2).toText() + u"' and xiaolei='"_s + article.value(3).toText() +
+                   u"' and biaoti='"_s + article.value(4).toText() + u"'"_s;
+        },
+        [](const Recordset& article) -> QString {
+            if (article.value(4).toText().isEmpty()) {
+                return {};
+            }
+            QString values = article.value(0).toText();
+            for (int field = 1; field < article.fieldCount(); ++field) {
+                values += u"','"_s + article.value(field).toText();
+            }
+            return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values('"_s +
+                   values + u"')"_s;
+        }};
 }
 
 }  // namespace
@@ -62,7 +50,7 @@ void ArticleImport::importArticles() {
         const Activity activity(u"导入文章"_s);
         Connection store = stores_.article.open();
         Connection file(path, stores_.article.key);
-        count = mergeArticles(store, file, run_);
+        count = mergeTable(articles(), store, file, run_);
     });
     if (complete) {
         dialogs_.tell(u"导入文章完成，共导入新的文章："_s + QString::number(count) + u"篇"_s);

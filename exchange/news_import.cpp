@@ -1,7 +1,7 @@
 #include "exchange/news_import.h"
 
+#include "exchange/table_merge.h"
 #include "platform/fixed_folders.h"
-#include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
 
@@ -31,14 +31,7 @@ QString numbersFrom(const Recordset& row, int first) {
     return text;
 }
 
-// One table of the file: how it is read, how a row is looked up and how it is added.
-struct Merge {
-    QString rows;
-    QString (*lookUp)(const Recordset& row);
-    QString (*insert)(const Recordset& row);
-};
-
-Merge themeNews() {
+TableMerge themeNews() {
     return {
         u"select date(riqi) as riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,"
         u"zdyzhangfu,zdytianshu,yixiaza  from xinwenshul  order by rowid asc "_s,
@@ -54,7 +47,7 @@ Merge themeNews() {
         }};
 }
 
-Merge commodityDays() {
+TableMerge commodityDays() {
     return {
         u"select shopname,date(riqi) as riqi,zhangzi, dazhang, baozhang, shengzi, diezi,"
         u" dadie, baodie, jiangzi, zongfen, zhangfu from shophq  order by rowid asc "_s,
@@ -70,7 +63,7 @@ Merge commodityDays() {
         }};
 }
 
-Merge commodities() {
+TableMerge commodities() {
     return {
         u"select shopname,guanzhudu,aboutgegu,adddate,date(riqi) as riqi,zhangzi, dazhang,"
         u" baozhang, shengzi, diezi, dadie, baodie, jiangzi, zongfen, zhangfu from shopname"
@@ -87,23 +80,6 @@ Merge commodities() {
                    row.value(2).toText() + u"','"_s + momentText(row.value(3).toText()) + u"','"_s +
                    momentText(row.value(4).toText()) + u"',"_s + numbersFrom(row, 5) + u")"_s;
         }};
-}
-
-// Gives the number of rows added. An empty table has its transaction too.
-int mergeTable(const Merge& merge, Connection& heat, Connection& file, ExchangeRun& run) {
-    int added = 0;
-    Transaction transaction = longTransaction(heat);
-    Recordset rows(file, merge.rows);
-    run.expect(rows.count());
-    for (; !rows.atEnd(); rows.moveNext()) {
-        if (Recordset(heat, merge.lookUp(rows)).atEnd()) {
-            heat.execute(merge.insert(rows));
-            ++added;
-        }
-        run.rowDone();
-    }
-    transaction.commit();
-    return added;
 }
 
 }  // namespace
@@ -123,9 +99,9 @@ void NewsImport::importNews() {
         Activity activity(u"导入新闻和商品"_s);
         Connection heat = stores_.heat.open();
         Connection file(path, stores_.heat.key);
-        const std::pair<QString, Merge> merges[] = {{u"主题新闻数量"_s, themeNews()},
-                                                    {u"商品行情"_s, commodityDays()},
-                                                    {u"商品名称"_s, commodities()}};
+        const std::pair<QString, TableMerge> merges[] = {{u"主题新闻数量"_s, themeNews()},
+                                                         {u"商品行情"_s, commodityDays()},
+                                                         {u"商品名称"_s, commodities()}};
         for (const auto& [table, merge] : merges) {
             count += mergeTable(merge, heat, file, run_);
             activity.wrote(table);

@@ -1,10 +1,9 @@
 #include "monitor/form7.h"
 
 #include <QMouseEvent>
-#include <QPointer>
 
 #include "grid/twips.h"
-#include "monitor/form4.h"
+#include "monitor/editor_window.h"
 #include "ui_form7.h"
 
 namespace guanchao {
@@ -59,24 +58,12 @@ void Form7::List1_Click() {
     }
 }
 
-// Under the messages of the editor and of the monitor window that makes room, this one may go.
 void Form7::Command1_Click() {
-    const QPointer alive(this);
-    if (!editor_.confirm(fields()) || !alive) {
-        return;
-    }
-    windows_.openAnew<Form4>();
-    if (alive) {
-        close();
-    }
+    confirmMonitor(*this, editor_, fields(), windows_);
 }
 
 void Form7::Command3_Click() {
-    const QPointer alive(this);
-    const std::optional<QString> file = pickSound(environment_.dialogs);
-    if (file && alive) {
-        ui_->Text3->setText(*file);
-    }
+    pickSoundInto(*ui_->Text3, environment_.dialogs);
 }
 
 void Form7::mousePressEvent(QMouseEvent* event) {

@@ -1,8 +1,6 @@
 #include "monitor/form8.h"
 
-#include <QPointer>
-
-#include "monitor/form4.h"
+#include "monitor/editor_window.h"
 #include "ui_form8.h"
 
 namespace guanchao {
@@ -41,24 +39,12 @@ MonitorFields Form8::fields() const {
     return fields;
 }
 
-// Under the messages of the editor and of the monitor window that makes room, this one may go.
 void Form8::Command1_Click() {
-    const QPointer alive(this);
-    if (!editor_.confirm(fields()) || !alive) {
-        return;
-    }
-    windows_.openAnew<Form4>();
-    if (alive) {
-        close();
-    }
+    confirmMonitor(*this, editor_, fields(), windows_);
 }
 
 void Form8::Command3_Click() {
-    const QPointer alive(this);
-    const std::optional<QString> file = pickSound(environment_.dialogs);
-    if (file && alive) {
-        ui_->Text3->setText(*file);
-    }
+    pickSoundInto(*ui_->Text3, environment_.dialogs);
 }
 
 }  // namespace guanchao

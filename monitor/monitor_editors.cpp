@@ -11,10 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-EditorMode modeOf(const Globals& globals) {
-    return globals.bianjimoshi == 1 ? EditorMode::modify : EditorMode::add;
-}
-
 QString defaultSound(const Globals& globals) {
     return globals.yingyongmulu + u"cnwav.mp3"_s;
 }
@@ -78,12 +74,35 @@ std::optional<QString> pickSound(Dialogs& dialogs) {
     return file;
 }
 
-ThemeMonitorEditor::ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
-    : stores_(stores), globals_(globals), dialogs_(dialogs), mode_(modeOf(globals)) {}
+MonitorEditor::MonitorEditor(const QString& subject, const Stores& stores, Globals& globals,
+                             Dialogs& dialogs)
+    : stores_(stores),
+      globals_(globals),
+      dialogs_(dialogs),
+      mode_(globals.bianjimoshi == 1 ? EditorMode::modify : EditorMode::add),
+      subject_(subject) {}
 
-QString ThemeMonitorEditor::caption() const {
-    return mode_ == EditorMode::modify ? u"修改主题监控"_s : u"添加主题监控"_s;
+QString MonitorEditor::caption() const {
+    return (mode_ == EditorMode::modify ? u"修改"_s : u"添加"_s) + subject_;
 }
+
+bool MonitorEditor::confirm(const MonitorFields& typed) {
+    const MonitorFields fields = withoutBlanks(typed);
+    Activity activity(caption());
+    {
+        Connection connection = stores_.main.open();
+        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
+                                                         : add(connection, fields, activity);
+        if (!written) {
+            return false;
+        }
+    }
+    dialogs_.tell(caption() + u"完成。"_s);
+    return true;
+}
+
+ThemeMonitorEditor::ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
+    : MonitorEditor(u"主题监控"_s, stores, globals, dialogs) {}
 
 MonitorFields ThemeMonitorEditor::load() {
     MonitorFields fields;
@@ -104,21 +123,6 @@ MonitorFields ThemeMonitorEditor::load() {
         readMonitor(monitor, fields);
     }
     return fields;
-}
-
-bool ThemeMonitorEditor::confirm(const MonitorFields& typed) {
-    const MonitorFields fields = withoutBlanks(typed);
-    Activity activity(caption());
-    {
-        Connection connection = stores_.main.open();
-        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
-                                                         : add(connection, fields, activity);
-        if (!written) {
-            return false;
-        }
-    }
-    dialogs_.tell(caption() + u"完成。"_s);
-    return true;
 }
 
 bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields,
@@ -174,11 +178,7 @@ int ThemeMonitorEditor::memberCount(Connection& connection, const QString& zhuti
 }
 
 StockMonitorEditor::StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
-    : stores_(stores), globals_(globals), dialogs_(dialogs), mode_(modeOf(globals)) {}
-
-QString StockMonitorEditor::caption() const {
-    return mode_ == EditorMode::modify ? u"修改个股监控"_s : u"添加个股监控"_s;
-}
+    : MonitorEditor(u"个股监控"_s, stores, globals, dialogs) {}
 
 MonitorFields StockMonitorEditor::load() {
     MonitorFields fields;
@@ -212,19 +212,9 @@ std::optional<QString> StockMonitorEditor::shortName(const QString& dm) const {
 }
 
 bool StockMonitorEditor::confirm(const MonitorFields& typed) {
-    MonitorFields fields = withoutBlanks(typed);
+    MonitorFields fields = typed;
     fields.name = fields.name.toUpper();
-    Activity activity(caption());
-    {
-        Connection connection = stores_.main.open();
-        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
-                                                         : add(connection, fields, activity);
-        if (!written) {
-            return false;
-        }
-    }
-    dialogs_.tell(caption() + u"完成。"_s);
-    return true;
+    return MonitorEditor::confirm(fields);
 }
 
 bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields,

@@ -31,56 +31,67 @@ struct MonitorFields {
 // The sound file that the user picks; nothing, with a message, if none.
 std::optional<QString> pickSound(Dialogs& dialogs);
 
-class ThemeMonitorEditor {
+// What both editors share: their mode and the order of a confirmation.
+class MonitorEditor {
 public:
-    // Reads the mode from `globals`, once.
-    ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs);
+    virtual ~MonitorEditor() = default;
+    MonitorEditor(const MonitorEditor&) = delete;
+    MonitorEditor& operator=(const MonitorEditor&) = delete;
 
+    // "添加" or "修改", and what the editor is for.
     QString caption() const;
 
-    // Takes the current theme over from `globals`, which it empties.
-    MonitorFields load();
+    // Takes the current theme or stock over from `globals`, which it empties.
+    virtual MonitorFields load() = 0;
 
     // True if the monitor is written and the editor may close; a refusal has had its message.
     // Nothing of this object is touched after the final message.
-    bool confirm(const MonitorFields& fields);
+    virtual bool confirm(const MonitorFields& typed);
 
-private:
-    bool add(Connection& connection, const MonitorFields& fields, Activity& activity);
-    bool modify(Connection& connection, const MonitorFields& fields);
-    int memberCount(Connection& connection, const QString& zhutiname);
+protected:
+    // `subject` is what is monitored. Reads the mode from `globals`, once.
+    MonitorEditor(const QString& subject, const Stores& stores, Globals& globals, Dialogs& dialogs);
+
+    virtual bool add(Connection& connection, const MonitorFields& fields, Activity& activity) = 0;
+    virtual bool modify(Connection& connection, const MonitorFields& fields) = 0;
 
     const Stores& stores_;
     Globals& globals_;
     Dialogs& dialogs_;
     EditorMode mode_;
+
+private:
+    QString subject_;
 };
 
-class StockMonitorEditor {
+class ThemeMonitorEditor : public MonitorEditor {
 public:
-    // Reads the mode from `globals`, once.
+    ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs);
+
+    MonitorFields load() override;
+
+private:
+    bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
+    bool modify(Connection& connection, const MonitorFields& fields) override;
+    int memberCount(Connection& connection, const QString& zhutiname);
+};
+
+class StockMonitorEditor : public MonitorEditor {
+public:
     StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs);
 
-    QString caption() const;
-
-    // Takes the current stock over from `globals`, which it empties.
-    MonitorFields load();
+    MonitorFields load() override;
 
     // The short name of a picked code, nothing if the code table lacks it.
     std::optional<QString> shortName(const QString& dm) const;
 
-    // As in ThemeMonitorEditor.
-    bool confirm(const MonitorFields& fields);
+    // The code counts in upper case.
+    bool confirm(const MonitorFields& typed) override;
 
 private:
-    bool add(Connection& connection, const MonitorFields& fields, Activity& activity);
-    bool modify(Connection& connection, const MonitorFields& fields);
+    bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
+    bool modify(Connection& connection, const MonitorFields& fields) override;
     std::optional<QString> listedName(Connection& connection, const QString& dm);
-
-    const Stores& stores_;
-    Globals& globals_;
-    Dialogs& dialogs_;
-    EditorMode mode_;
 };
 
 }  // namespace guanchao

@@ -2,11 +2,15 @@
 
 #include <curl/curl.h>
 
+#include <QScopeGuard>
 #include <stdexcept>
 
 namespace guanchao {
 
 namespace {
+
+// Short enough for a window to stay painted.
+constexpr int millisecondsBetweenCalls = 20;
 
 size_t appendBody(char* data, size_t size, size_t count, void* body) {
     static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
@@ -16,8 +20,8 @@ size_t appendBody(char* data, size_t size, size_t count, void* body) {
 }  // namespace
 
 struct CurlHttp::Handle {
-    Handle() : curl(curl_easy_init()) {
-        if (!curl) {
+    Handle() : curl(curl_easy_init()), multi(curl_multi_init()) {
+        if (!curl || !multi) {
             throw std::runtime_error("libcurl can't start");
         }
         curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
@@ -27,14 +31,19 @@ struct CurlHttp::Handle {
         curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
         curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, appendBody);
     }
-    ~Handle() { curl_easy_cleanup(curl); }
+    ~Handle() {
+        curl_easy_cleanup(curl);
+        curl_multi_cleanup(multi);
+    }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
     CURL* curl;
+    CURLM* multi;  // keeps the connection of requests that let events happen
 };
 
-CurlHttp::CurlHttp() : handle_(std::make_unique<Handle>()) {}
+CurlHttp::CurlHttp(Meanwhile meanwhile)
+    : meanwhile_(std::move(meanwhile)), handle_(std::make_unique<Handle>()) {}
 
 CurlHttp::~CurlHttp() = default;
 
@@ -50,10 +59,27 @@ std::optional<QByteArray> CurlHttp::get(const Service& service, const QString& p
     curl_easy_setopt(curl, CURLOPT_REFERER, referer.isEmpty() ? nullptr : referer.constData());
     curl_easy_setopt(curl, CURLOPT_TIMEOUT, static_cast<long>(service.timeoutSeconds));
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &body);
-    if (curl_easy_perform(curl) != CURLE_OK) {
-        return std::nullopt;
+    return transfer() ? std::optional(body) : std::nullopt;
+}
+
+bool CurlHttp::transfer() {
+    return meanwhile_ ? transferMeanwhile() : curl_easy_perform(handle_->curl) == CURLE_OK;
+}
+
+bool CurlHttp::transferMeanwhile() {
+    curl_multi_add_handle(handle_->multi, handle_->curl);
+    const auto remove =
+        qScopeGuard([this] { curl_multi_remove_handle(handle_->multi, handle_->curl); });
+    int running = 1;
+    while (curl_multi_perform(handle_->multi, &running) == CURLM_OK && running > 0) {
+        if (!meanwhile_()) {
+            return false;
+        }
+        curl_multi_poll(handle_->multi, nullptr, 0, millisecondsBetweenCalls, nullptr);
     }
-    return body;
+    int left = 0;
+    const CURLMsg* message = curl_multi_info_read(handle_->multi, &left);
+    return message && message->msg == CURLMSG_DONE && message->data.result == CURLE_OK;
 }
 
 }  // namespace guanchao

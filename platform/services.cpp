@@ -1,5 +1,7 @@
 #include "platform/services.h"
 
+#include <algorithm>
+
 #include "platform/ini_file.h"
 #include "store/values.h"
 
@@ -9,13 +11,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr double longestTimeoutSeconds = 3600;
+
 Service readService(const IniFile& ini, const QString& section, const Service& standard) {
     Service service;
     service.host = ini.value(section, u"host"_s).value_or(standard.host);
     service.referer = ini.value(section, u"referer"_s).value_or(standard.referer);
     const std::optional<QString> timeout = ini.value(section, u"timeout"_s);
     service.timeoutSeconds =
-        timeout ? static_cast<int>(numericPrefix(*timeout)) : standard.timeoutSeconds;
+        timeout ? static_cast<int>(std::clamp(numericPrefix(*timeout), 0.0, longestTimeoutSeconds))
+                : standard.timeoutSeconds;
     return service;
 }
 

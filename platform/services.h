@@ -19,7 +19,7 @@ struct Services {
     Service sitepage;   // 个股行情网页: /sz000693.html
     Service newspage;   // 个股资讯: /news/stock/
     Service history;    // 历史行情: /table.csv
-    Service vendor;     // the maker's site: version file
+    Service vendor;     // the maker's site: version file, proxy list
     Service search;     // 搜索网页: in place of the host that the search page pattern names
 };
 

@@ -26,7 +26,7 @@ public:
     bool answers(const Item&, const QByteArray& page) const override { return page != "bad"; }
     void write(const Item& item, const QList<QByteArray>& pages) override {
         if (refused == item.key) {
-            throw StoreError(u"database is locked"_s, {}, {});
+            throw StoreError(u"database is locked"_s, QStringLiteral(GUANCHAO_SOURCE_DIR), {});
         }
         written << item.key + QString::fromUtf8(pages.join());
     }
@@ -112,9 +112,12 @@ TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
         }
         return path == u"/甲1"_s && http_.paths.count(path) == 1 ? "bad" : path.last(1).toUtf8();
     };
+    QString reasons;
+    collection_.changed = [&](qsizetype at) { reasons += collection_.items()[at].reason; };
     collection_.begin();
     runToTheEnd();
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
+    EXPECT_TRUE(reasons.contains(u"正被其他程序占用"_s)) << reasons.toStdString();
     EXPECT_EQ(collection_.failures(), 2);
     EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
 }
@@ -128,12 +131,73 @@ TEST_F(CollectionTest, TheEndOfTheMainProgramEndsTheRunBetweenTwoItems) {
     EXPECT_EQ(collection_.state(), RunState::unwanted);
 }
 
+TEST_F(CollectionTest, APausedRunAsksForNothingAndStillSeesTheMainProgramsEnd) {
+    collection_.begin();
+    collection_.setPaused(true);
+    EXPECT_TRUE(collection_.step());
+    EXPECT_TRUE(http_.paths.isEmpty());
+    collection_.setPaused(false);
+    collection_.step();
+    collection_.step();
+    collection_.setPaused(true);
+    order(0);
+    EXPECT_EQ(collection_.step(), std::nullopt);
+    EXPECT_EQ(collection_.summary(),
+              u"主程序已退出，采集结束：共 2 项，写入 1 项，跳过 0 项，没有采集 1 项。"_s);
+}
+
+TEST_F(CollectionTest, ARunIsGivenUpWhenPageAfterPageFailsWhileItemsAreLeft) {
+    const struct {
+        int items;
+        std::function<bool(int request)> fails;
+        RunState end;
+    } cases[] = {
+        {5, [](int) { return true; }, RunState::hopeless},
+        {5, [](int request) { return request % 3 > 0; }, RunState::finished},
+        // Whatever is left has failed before: each is tried to its end.
+        {2, [](int) { return true; }, RunState::finished},
+    };
+    settings_.giveUpAfter = 3;
+    for (const auto& it : cases) {
+        job_.list.clear();
+        for (int at = 0; at < it.items; ++at) {
+            job_.list << Item{QString::number(at), QString::number(at)};
+        }
+        int request = 0;
+        http_.answer = [&](const QString&) -> std::optional<QByteArray> {
+            return it.fails(++request) ? std::nullopt : std::optional(QByteArray("1"));
+        };
+        const Pacing pacing(settings_, [] { return 0.0; });
+        Collection collection(job_, store_.stores.heat, http_, clock_, pacing);
+        collection.begin();
+        while (const auto pause = collection.step()) {
+            clock_.moment = clock_.moment.addMSecs(pause->count());
+        }
+        EXPECT_EQ(collection.state(), it.end) << it.items;
+    }
+}
+
+TEST_F(CollectionTest, AFailureOfAnyKindIsThatOfItsItemOnly) {
+    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+        if (path == u"/甲1"_s) {
+            throw std::runtime_error("broken");
+        }
+        return path.last(1).toUtf8();
+    };
+    collection_.begin();
+    runToTheEnd();
+    EXPECT_EQ(job_.written, QStringList{u"乙12"_s});
+    EXPECT_EQ(collection_.items()[0].reason, u"broken"_s);
+}
+
 TEST_F(CollectionTest, AStopEndsTheRunAtOnceAndNoItemsEndItToo) {
     collection_.begin();
     collection_.step();
     collection_.stop();
     EXPECT_EQ(collection_.step(), std::nullopt);
-    EXPECT_EQ(collection_.summary(), u"采集已停止：共 2 项，写入 0 项，跳过 0 项。"_s);
+    EXPECT_EQ(collection_.summary(),
+              u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
+    EXPECT_EQ(collection_.items()[0].state, ItemState::waiting);
 
     job_.list.clear();
     Collection empty(job_, store_.stores.heat, http_, clock_, pacing_);

@@ -85,20 +85,43 @@ TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
     window_->start();
     letRun(1);
     button(u"pauseButton"_s).click();
-    EXPECT_EQ(label(u"stateLabel"_s), u"已暂停"_s);
+    EXPECT_EQ(label(u"stateLabel"_s), u"已暂停：共 3 项，写入 1 项，跳过 0 项。"_s);
     QCoreApplication::processEvents();
     EXPECT_EQ(http_.paths.size(), 1);
     dialogs_.answer = false;
     window_->close();
     EXPECT_TRUE(window_->isVisible());
     button(u"pauseButton"_s).click();
-    EXPECT_EQ(http_.paths.size(), 2);
+    letRun(2);
     dialogs_.answer = true;
     window_->close();
     EXPECT_FALSE(window_->isVisible());
     EXPECT_EQ(collection_.state(), RunState::stopped);
     QCoreApplication::processEvents();
     EXPECT_EQ(http_.paths.size(), 2);
+}
+
+// The events of a request come from inside a step.
+TEST_F(CollectorWindowTest, ButtonsDuringARequestBeginNoOtherStepAndAStopIsNoFailure) {
+    int ends = 0;
+    window_->ended = [&] { ++ends; };
+    http_.answer = [this](const QString&) -> std::optional<QByteArray> {
+        button(u"pauseButton"_s).click();
+        button(u"pauseButton"_s).click();
+        EXPECT_EQ(http_.paths.size(), 1);
+        dialogs_.answer = true;
+        window_->close();
+        EXPECT_FALSE(window_->isVisible());
+        return std::nullopt;
+    };
+    window_->show();
+    window_->start();
+    letRun(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(http_.paths.size(), 1);
+    EXPECT_EQ(collection_.failures(), 0);
+    EXPECT_EQ(grid().textMatrix(1, 2), u"等待"_s);
 }
 
 }  // namespace guanchao

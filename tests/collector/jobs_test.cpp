@@ -6,6 +6,7 @@
 #include "collector/growth.h"
 #include "collector/themes_job.h"
 #include "platform/gbk.h"
+#include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
@@ -117,6 +118,11 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
               QStringList{expected});
     EXPECT_EQ(heatRows(u"select riqi,"_s + figures + u",aboutgegu from shopname"_s),
               QStringList{expected + u"|SH601899"_s});
+    heat(u"delete from shopname"_s);
+    heat(u"delete from shophq"_s);
+    EXPECT_THROW(commodities.write({u"铜"_s, u"铜"_s}, {page}), OperationError)
+        << "deleted by the user while its page was asked for";
+    EXPECT_TRUE(heatRows(u"select * from shophq"_s).isEmpty());
 }
 
 TEST_F(CollectorJobsTest, GrowthIsSignedAndNeverMeetsTheSentinelByChance) {
@@ -132,6 +138,10 @@ TEST_F(CollectorJobsTest, AnOrderWithoutADayOrARowFallsBackToTheClock) {
     const RunOrder order = readRunOrder(store_.stores.heat, clock_);
     EXPECT_EQ(order.day, QDate(2026, 11, 24));
     EXPECT_EQ(order.customDays, 0) << "the custom period is off";
+    for (const QString& refused : {u"1"_s, u"1001"_s, u"1e300"_s}) {
+        heat(u"update canshu set iszidinyinum=1,zidinyinum="_s + refused);
+        EXPECT_EQ(readRunOrder(store_.stores.heat, clock_).customDays, 0) << refused.toStdString();
+    }
     heat(u"delete from canshu"_s);
     EXPECT_EQ(readRunOrder(store_.stores.heat, clock_).day, QDate(2026, 11, 24));
 }

@@ -23,6 +23,8 @@ TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
         {QByteArray("<meta charset=gb2312>") + gbkFromText(found), 12345},
         {QByteArray("<META charset=\"UTF-8\">") + found.toUtf8() + "\xff", 12345},
         {u"相关结果<b>约</b> 7 个"_s.toUtf8(), 7},
+        {u"相关结果约&nbsp;7\u00a0个"_s.toUtf8(), 7},
+        {u"警方没有找到凶手"_s.toUtf8(), std::nullopt},
         {u"很抱歉，没有找到与“x”相关的网页"_s.toUtf8(), 0},
         {u"<script>相关结果约5个</script>请输入验证码"_s.toUtf8(), std::nullopt},
         {u"相关结果约99999999999999999999个"_s.toUtf8(), std::nullopt},
@@ -31,6 +33,9 @@ TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
     for (const auto& [body, results] : cases) {
         EXPECT_EQ(SearchPage(body).results({}), results) << body.toStdString();
     }
+    CollectorSettings never;
+    never.noResults.setPattern({});
+    EXPECT_EQ(SearchPage(u"没有找到相关网页"_s.toUtf8()).results(never), std::nullopt);
 }
 
 TEST(SearchPageTest, WordsCountInTheVisibleTextOnly) {
@@ -49,6 +54,8 @@ TEST(SearchAddressTest, ThePatternGivesThePathAndServicesMayGiveTheHost) {
     EXPECT_EQ(own.service().timeoutSeconds, 15);
     EXPECT_EQ(own.path(withoutMarks(u"A/B-(C)_\"铜"_s), u"&lm=1"_s),
               u"/s?wd=A%20B%20%20C%20%20%20%CD%AD&again=A%20B%20%20C%20%20%20%CD%AD&lm=1"_s);
+    EXPECT_EQ(SearchAddress(u"http://h/s?wd=tihuandm"_s, {}, 15).path(u"C#"_s, u"&lm=1"_s),
+              u"/s?wd=C%23&lm=1"_s);
     EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().host, u"http://h"_s);
     EXPECT_EQ(SearchAddress(pattern, {u"http://h"_s, {}, 3}, 15).service().timeoutSeconds, 3);
     for (const QString& bad : {u""_s, u"engine/s?wd=tihuandm"_s, u"http://engine/s?wd="_s}) {

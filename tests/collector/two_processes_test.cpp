@@ -41,49 +41,77 @@ protected:
         return TestStores::rows(store_.stores.heat, query).first().toInt();
     }
 
-    void start(QProcess& collector) {
+    void start(QProcess& collector, const QString& word = u"zhuti"_s) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         collector.setProcessEnvironment(environment);
-        collector.start(store_.folder() + u"caijiqi"_s, {u"zhuti"_s});
+        collector.start(store_.folder() + u"caijiqi"_s, {word});
         ASSERT_TRUE(collector.waitForStarted()) << collector.errorString().toStdString();
     }
 
-    // Adds rows of its own and reads, without a pause, until so many rows of the day are there.
-    void meddleUntil(QProcess& collector, const QString& day, int rows) {
-        const QString ofDay =
-            u"select count(*) from xinwenshul where date(riqi)='"_s + day + u"'"_s;
-        while (number(ofDay) < rows && !collector.waitForFinished(0)) {
+    int rowsOf(const QString& day) {
+        return number(u"select count(*) from xinwenshul where date(riqi)='"_s + day + u"'"_s);
+    }
+
+    // Adds rows of its own and reads, without a pause, until so many rows are written or the
+    // collector has ended. Returns how many rows of the day there are then.
+    int meddleUntil(QProcess& collector, const QString& day, int rows) {
+        const int before = rowsOf(day);
+        int written = 0;
+        while (written < rows && !collector.waitForFinished(0)) {
             heat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
+            written = rowsOf(day) - before;
         }
+        return written + before;
+    }
+
+    // Kills a run somewhere on its way; nothing that was seen written is lost by it.
+    void killOnItsWay(const QString& day) {
+        QProcess killed;
+        start(killed);
+        const int seen =
+            meddleUntil(killed, day, std::uniform_int_distribution<int>(1, themes - 10)(random_));
+        killed.kill();
+        killed.waitForFinished();
+        EXPECT_GE(rowsOf(day), seen);
+        EXPECT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
+                  QStringList{u"ok"_s});
+    }
+
+    void runWhole(const QString& day) {
+        QProcess whole;
+        start(whole);
+        meddleUntil(whole, day, themes + 1);
+        EXPECT_EQ(QString::fromUtf8(whole.readAllStandardOutput()),
+                  u"采集完成：共 %1 项，写入 %1 项，跳过 0 项。\n"_s.arg(themes))
+            << whole.readAllStandardError().toStdString();
     }
 
     TestStores store_;
-    PracticeMarket market_{PracticeQuotes({}), [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
+    PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
+                           [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
     QDate day_{2026, 11, 2};
     int added_ = 0;
     std::mt19937 random_{20261125};
 };
 
 TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
-    const int rounds = 8;
+    const int rounds = 6;
     for (int round = 0; round < rounds; ++round) {
         const QString day = day_.addDays(round).toString(Qt::ISODate);
         heat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
-        QProcess killed;
-        start(killed);
-        meddleUntil(killed, day, std::uniform_int_distribution<int>(1, themes - 10)(random_));
-        killed.kill();
-        killed.waitForFinished();
-        ASSERT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
-                  QStringList{u"ok"_s});
-
-        QProcess whole;
-        start(whole);
-        meddleUntil(whole, day, themes + 1);  // never reached: until it has finished
-        ASSERT_EQ(QString::fromUtf8(whole.readAllStandardOutput()),
-                  u"采集完成：共 %1 项，写入 %1 项，跳过 0 项。\n"_s.arg(themes))
-            << whole.readAllStandardError().toStdString();
+        killOnItsWay(day);
+        runWhole(day);
+        // A row that takes the place of a former one is never half done.
+        QProcess again;
+        start(again);
+        for (int turn = 0; turn < 20; ++turn) {
+            heat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
+            ASSERT_EQ(rowsOf(day), themes);
+        }
+        again.kill();
+        again.waitForFinished();
+        ASSERT_EQ(rowsOf(day), themes);
     }
     EXPECT_EQ(number(u"select count(*) from xinwenshul"_s), rounds * themes);
     EXPECT_EQ(number(u"select count(*) from (select distinct date(riqi),zhutiname from"
@@ -97,6 +125,40 @@ TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
     RecordProperty("written_beside_the_collector", added_);
 }
 
+TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
+    write(u"services.ini"_s,
+          u"[search]\nhost="_s + market_.host() + u"\n[quote]\nhost="_s + market_.host() + u"\n"_s);
+    store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
+    heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    heat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
+    const struct {
+        QString word;
+        int exitCode;
+        QString said;
+    } cases[] = {
+        {u"gongsi"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
+        {u"shop"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
+        {u"gengxindmb"_s, 0, u"采集完成：共 142 项，写入 142 项"_s},
+        {u"zhutii"_s, 2, u"用法：caijiqi"_s},
+        {u"zhuti"_s, 1, u"搜索网址不是带 tihuandm 的完整网址"_s},
+    };
+    for (const auto& it : cases) {
+        if (it.exitCode == 1) {
+            heat(u"update canshu set yinqingurl='nowhere'"_s);
+        }
+        QProcess collector;
+        start(collector, it.word);
+        ASSERT_TRUE(collector.waitForFinished()) << it.word.toStdString();
+        EXPECT_EQ(collector.exitCode(), it.exitCode);
+        const QString said =
+            QString::fromUtf8(collector.readAllStandardOutput() + collector.readAllStandardError());
+        EXPECT_TRUE(said.contains(it.said)) << said.toStdString();
+    }
+    EXPECT_EQ(number(u"select count(*) from gongsixinwen where dm='SH600000'"_s), 1);
+    EXPECT_EQ(number(u"select count(*) from shophq where shopname='铜'"_s), 1);
+    EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{u"浦发银行"_s});
+}
+
 TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
     write(u"caijiqi.ini"_s, u"[pace]\npause=0.3\nrandom=0\n"_s);
     heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
@@ -107,6 +169,7 @@ TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRu
     start(second);
     ASSERT_TRUE(second.waitForFinished());
     EXPECT_EQ(second.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(second.readAllStandardError()).contains(u"采集程序已在运行"_s));
     heat(u"update canshu set mainisrun=0"_s);
     ASSERT_TRUE(first.waitForFinished());
     const QString said = QString::fromUtf8(first.readAllStandardOutput());

@@ -85,4 +85,25 @@ TEST_F(CurlHttpTest, HostsRefererAndTimeoutsComeFromTheService) {
     EXPECT_FALSE(http_.get({market_.host(), {}, 1}, path)) << "past its time-out";
 }
 
+TEST_F(CurlHttpTest, ARequestMayLetEventsHappenAndBeBrokenOff) {
+    const QString path = u"/list=sh600000,"_s;
+    int calls = 0;
+    bool wanted = true;
+    CurlHttp http([&] { return ++calls > 0 && wanted; });
+    EXPECT_EQ(http.get(service_, path), http_.get(service_, path));
+    EXPECT_FALSE(http.get(service_, u"/nothing"_s));
+    EXPECT_FALSE(http.get({u"http://127.0.0.1:1"_s, {}, 0}, path));
+    market_.setFault(MarketFault::slow);
+    calls = 0;
+    EXPECT_FALSE(http.get({market_.host(), {}, 1}, path)) << "past its time-out";
+    EXPECT_GT(calls, 5) << "while nothing comes";
+    wanted = false;
+    calls = 0;
+    EXPECT_FALSE(http.get(service_, path));
+    EXPECT_EQ(calls, 1);
+    market_.setFault(MarketFault::none);
+    wanted = true;
+    EXPECT_TRUE(http.get(service_, path)) << "the next request is a new one";
+}
+
 }  // namespace guanchao

@@ -4,6 +4,8 @@
 
 #include "market/fundamentals.h"
 #include "market/quote_line.h"
+#include "platform/gbk.h"
+#include "platform/html_tables.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
@@ -126,6 +128,13 @@ TEST_F(PracticeQuotesTest, ChartsAndPagesOfAStock) {
     for (const QString& path : {u"/609999/"_s, u"/SZ600000.html"_s}) {
         EXPECT_TRUE(practicePage(quotes_, path, now).isEmpty()) << path.toStdString();
     }
+}
+
+TEST(PracticeProxyPage, HasOneListAsTheProgramReadsIt) {
+    const QList<HtmlTable> tables = readHtmlPage(gbkFromText(practiceProxyPage())).tables;
+    ASSERT_EQ(tables.size(), 1);
+    EXPECT_EQ(tables[0].size(), 5);
+    EXPECT_EQ(tables[0][1][2], u"北京 电信"_s);
 }
 
 }  // namespace guanchao

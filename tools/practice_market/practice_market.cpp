@@ -184,6 +184,9 @@ void PracticeMarket::addRoutes() {
     server_->Get(
         "/chaoxin/banbenupdate\\.txt",
         [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
+    server_->Get("/chaoxin/dlfwq\\.htm", [](const httplib::Request&, httplib::Response& response) {
+        response.set_content(inGbk(practiceProxyPage()), pageType);
+    });
 }
 
 bool PracticeMarket::answerFixed(const httplib::Request& request, httplib::Response& response) {

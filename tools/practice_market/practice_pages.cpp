@@ -73,6 +73,10 @@ QString withExchange(const QString& number) {
     return (number.startsWith(u'6') ? QStringLiteral("sh") : QStringLiteral("sz")) + number;
 }
 
+QString proxyRow(const QStringList& cells) {
+    return QStringLiteral("<tr><td>%1</td></tr>\n").arg(cells.join(QLatin1String("</td><td>")));
+}
+
 }  // namespace
 
 QString practicePage(const PracticeQuotes& quotes, const QString& path, const QDateTime& now) {
@@ -101,6 +105,25 @@ QString practicePage(const PracticeQuotes& quotes, const QString& path, const QD
         return chartPage(title, QStringLiteral("/newchart/min/n/%1.gif").arg(code));
     }
     return pageOf(title + QStringLiteral(" 公司资料"), tableOf(report));
+}
+
+QString practiceProxyPage() {
+    const QString none = QStringLiteral("&nbsp;");
+    return pageOf(
+        QStringLiteral("代理服务器列表"),
+        QStringLiteral("<table>\n") +
+            proxyRow({QStringLiteral("代理服务器地址"), QStringLiteral("端口"),
+                      QStringLiteral("备注"), QStringLiteral("用户名"), QStringLiteral("密码")}) +
+            proxyRow({QStringLiteral("192.0.2.18"), QStringLiteral("8080"),
+                      QStringLiteral("北京 电信"), none, none}) +
+            proxyRow({QStringLiteral("198.51.100.7"), QStringLiteral("3128"),
+                      QStringLiteral("上海 联通"), QStringLiteral("lianxi"),
+                      QStringLiteral("mima123")}) +
+            proxyRow({QStringLiteral("203.0.113.42"), QStringLiteral("80"),
+                      QStringLiteral("广州 移动"), none, none}) +
+            proxyRow({QStringLiteral("proxy.example.com"), QStringLiteral("808"),
+                      QStringLiteral("教育网<br>速度较快")}) +
+            QStringLiteral("</table>\n"));
 }
 
 }  // namespace guanchao

@@ -1,5 +1,6 @@
-// The pages of a stock on the practice market: its news page with the key data, its F10 page, the
-// two pages behind the charts and its page on the public quote site.
+// The pages of the practice market: those of a stock (its news page with the key data, its F10
+// page, the two pages behind the charts, its page on the public quote site) and the vendor's list
+// of proxy servers.
 #pragma once
 
 #include <QDateTime>
@@ -11,5 +12,8 @@ class PracticeQuotes;
 
 // Empty for a path that names no page of a stock.
 QString practicePage(const PracticeQuotes& quotes, const QString& path, const QDateTime& now);
+
+// Its servers are not there: the addresses are kept free for examples.
+QString practiceProxyPage();
 
 }  // namespace guanchao

@@ -1,0 +1,19 @@
+// What the windows of the two monitor editors share: their buttons 确定 and 选择.
+#pragma once
+
+#include <QDialog>
+#include <QLineEdit>
+
+#include "app/windows.h"
+#include "monitor/monitor_editors.h"
+
+namespace guanchao {
+
+// Confirms, opens the monitor manager anew and closes the editor's window.
+void confirmMonitor(QDialog& window, MonitorEditor& editor, const MonitorFields& fields,
+                    Windows& windows);
+
+// Puts the sound file that the user picks into the box.
+void pickSoundInto(QLineEdit& box, Dialogs& dialogs);
+
+}  // namespace guanchao

@@ -1,0 +1,48 @@
+#include "platform/html_tables.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/gbk.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(HtmlTables, ShapesOfTables) {
+    const struct {
+        const char* page;
+        QList<HtmlTable> tables;
+    } cases[] = {
+        {"", {}},
+        {"<p>a</p>", {}},
+        {"<TABLE></TABLE><table><tr></table>", {{}, {{}}}},
+        {"<table><tr><td>a<td>b<tr><th>c</table>", {{{u"a"_s, u"b"_s}, {u"c"_s}}}},
+        {"<table><tfoot><tr><td>f</tfoot><tr><td>b</tr><thead><tr><td>h</thead></table>",
+         {{{u"h"_s}, {u"b"_s}, {u"f"_s}}}},
+        {"<table><tbody><tr><form><td>a</td><td>b</td></form></tr></table>", {{{u"a"_s, u"b"_s}}}},
+        // The outer one begins first, and has one row of two cells.
+        {"<table><tr><td>a<table><tr><td>x</td><td>y<tr><td>z</table></td><td>b</table>",
+         {{{u"a\nx\ty\nz"_s, u"b"_s}}, {{u"x"_s, u"y"_s}, {u"z"_s}}}},
+        {"<table><tr><td>a<tr><td>b", {{{u"a"_s}, {u"b"_s}}}},
+        {"<table><tr><td> \n a <b>b</b>c&nbsp;<td>&nbsp;<td>1&lt;2&amp;'<td>x <br> y<td><p>p</p>q",
+         {{{u"a bc"_s, QString(), u"1<2&'"_s, u"x\ny"_s, u"p\nq"_s}}}},
+        {"<table><tr><td>a<!--x--><script>'<td>'</script><style>s</style></table>", {{{u"a"_s}}}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(readHtmlPage(it.page).tables, it.tables) << it.page;
+    }
+}
+
+TEST(HtmlTables, APageIsReadAsItDeclares) {
+    const QString title = u"<title>找不到</title>"_s;
+    for (const QByteArray& page : std::initializer_list<QByteArray>{
+             gbkFromText(title), "<meta charset=gb2312>" + gbkFromText(title),
+             "<META content='text/html; charset=GBK'>" + gbkFromText(title),
+             "<meta charset=\"utf-8\">" + title.toUtf8(), "\xEF\xBB\xBF" + title.toUtf8()}) {
+        EXPECT_EQ(readHtmlPage(page).text, u"找不到"_s) << page.toStdString();
+    }
+    EXPECT_TRUE(readHtmlPage(QByteArray("<div>").repeated(100000)).tables.isEmpty());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,185 @@
+#include "utilities/proxies.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/gbk.h"
+#include "store/store_error.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class ProxiesTest : public ::testing::Test {
+protected:
+    // The first is the current one; the second came from the page.
+    ProxiesTest() {
+        run(u"insert into proxy(id,ProxyServer,ProxyPort,UseProxyUser,proxyuser,proxypassword,"
+            u"beizhu,defaultproxy,down) values(3,'own',80,1,'u','p','n',1,0),"
+            u"(7,'old',81,0,'','','',0,1)"_s);
+        before_ = rows(u"*"_s);
+    }
+
+    void run(const QString& statement) { store_.stores.article.open().execute(statement); }
+    QStringList rows(const QString& columns) {
+        return TestStores::rows(store_.stores.article, u"select "_s + columns + u" from proxy"_s);
+    }
+    QStringList marks() { return rows(u"ProxyServer,defaultproxy"_s); }
+    QStringList told() { return std::exchange(dialogs_.shown, {}); }
+    bool download(const QString& page) {
+        http_.answer = [page](const QString&) { return gbkFromText(page); };
+        return proxies_.download();
+    }
+
+    static Proxy proxy(const QString& id, const QString& server, const QString& port,
+                       bool isCurrent) {
+        Proxy typed;
+        typed.id = id;
+        typed.server = server;
+        typed.port = port;
+        typed.isCurrent = isCurrent;
+        return typed;
+    }
+
+    TestStores store_;
+    FakeDialogs dialogs_;
+    FakeHttp http_;
+    Service vendor_{.host = u"http://vendor"_s, .referer = {}};
+    Proxies proxies_{store_.stores, dialogs_, http_, vendor_};
+    QStringList before_;
+};
+
+TEST_F(ProxiesTest, TheListAndItsSwitches) {
+    EXPECT_EQ(proxies_.load().lines, QStringList({u"3    own"_s, u"7    old"_s}));
+    EXPECT_FALSE(proxies_.load().useProxy) << "without a row";
+    run(u"insert into tempcanshu(id,UseProxy,pasv) values(1,2,null)"_s);
+    EXPECT_TRUE(proxies_.load().useProxy);
+    EXPECT_FALSE(proxies_.load().pasv);
+    proxies_.setUseProxy(false);
+    proxies_.setPasv(true);
+    EXPECT_FALSE(proxies_.load().useProxy);
+    EXPECT_TRUE(proxies_.load().pasv);
+    EXPECT_EQ(proxies_.proxyOf(u"3    own"_s)->note, u"n"_s);
+    EXPECT_FALSE(proxies_.proxyOf(u"4    own"_s));
+}
+
+TEST_F(ProxiesTest, RefusalsChangeNothing) {
+    const QString noServer = u"观潮台|代理服务器地址为空！"_s;
+    const QString noPort = u"观潮台|代理服务器端口不正确！"_s;
+    const QString noneChosen = u"观潮台|没有选择代理服务器！"_s;
+    const struct {
+        QString server, port, words;
+    } cases[] = {
+        {u"  "_s, u"0"_s, noServer}, {u"s"_s, QString(), noPort}, {u"s"_s, u"0"_s, noPort},
+        {u"s"_s, u"abc"_s, noPort},  {u"s"_s, u"0.5"_s, noPort},  {u"s"_s, u"-80"_s, noPort},
+    };
+    for (const auto& it : cases) {
+        const Proxy typed = proxy(u"3"_s, it.server, it.port, true);
+        EXPECT_FALSE(proxies_.add(typed));
+        EXPECT_FALSE(proxies_.modify(typed));
+        EXPECT_EQ(told(), QStringList({it.words, it.words})) << it.port.toStdString();
+    }
+    EXPECT_FALSE(proxies_.modify(proxy({}, u"s"_s, u"1"_s, true)));
+    EXPECT_FALSE(proxies_.remove({}));
+    EXPECT_FALSE(proxies_.remove(u"0    x"_s));
+    EXPECT_EQ(told(), QStringList({noneChosen, noneChosen, noneChosen}));
+    const Proxy quote = proxy(u"3"_s, u"it's"_s, u"1"_s, true);
+    EXPECT_THROW(proxies_.add(quote), StoreError);
+    EXPECT_THROW(proxies_.modify(quote), StoreError);
+    EXPECT_EQ(rows(u"*"_s), before_) << "the mark that the new one takes comes back";
+}
+
+TEST_F(ProxiesTest, AServerIsAddedModifiedAndDeleted) {
+    Proxy fresh = proxy({}, u" new "_s, u"8080端口"_s, false);
+    fresh.user = u" a "_s;
+    fresh.password = u" b "_s;
+    fresh.note = u" c "_s;
+    EXPECT_TRUE(proxies_.add(fresh));
+    EXPECT_EQ(rows(u"*"_s).last(), u"8|new|8080|0|a|b| c |0|0"_s);
+    EXPECT_EQ(marks(), QStringList({u"own|1"_s, u"old|0"_s, u"new|0"_s}));
+    EXPECT_TRUE(proxies_.add(proxy({}, u"two"_s, u"1"_s, true)));
+    EXPECT_EQ(marks(), QStringList({u"own|0"_s, u"old|0"_s, u"new|0"_s, u"two|1"_s}));
+    Proxy own = *proxies_.proxyOf(u"3    own"_s);
+    own.server = u"mine"_s;
+    EXPECT_TRUE(proxies_.modify(own));
+    EXPECT_EQ(rows(u"*"_s).first(), u"3|mine|80|1|u|p|n|0|0"_s);
+    EXPECT_EQ(marks().last(), u"two|1"_s) << "without the mark the old one stays";
+    own.isCurrent = true;
+    EXPECT_TRUE(proxies_.modify(own));
+    EXPECT_TRUE(proxies_.remove(u"7    old"_s));
+    EXPECT_EQ(marks(), QStringList({u"mine|1"_s, u"new|0"_s, u"two|0"_s}));
+    EXPECT_EQ(told(),
+              QStringList({u"观潮台|添加代理服务器完成！"_s, u"观潮台|添加代理服务器完成！"_s,
+                           u"观潮台|修改代理服务器完成！"_s, u"观潮台|修改代理服务器完成！"_s,
+                           u"观潮台|已删除一个代理服务器！"_s}));
+}
+
+TEST_F(ProxiesTest, ADownloadThatBringsNoListChangesNothing) {
+    const QString failed = u"观潮台|找不到服务器,请稍后再试!"_s;
+    const QString done = u"观潮台|下载代理服务器列表完成！"_s;
+    EXPECT_FALSE(proxies_.download()) << "no answer";
+    EXPECT_EQ(http_.addresses, QStringList{u"http://vendor/chaoxin/dlfwq.htm"_s});
+    EXPECT_EQ(told(), QStringList{failed});
+    const QString list = u"<table><tr><td>a<tr><td>b</table>"_s;
+    const struct {
+        QString page, words;
+    } cases[] = {
+        {u"<title>找不到服务器</title>"_s + list, failed},
+        {list + u"<h1>无法<b>找到该页</b></h1>"_s, failed},
+        {QString(), done},
+        {u"<p>网站维护中</p>"_s, done},
+        {u"<table><tr><td>a</table>"_s + list, done},
+        {u"<table></table>"_s + list, done},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(download(it.page), it.words == done);
+        EXPECT_EQ(told(), QStringList{it.words}) << it.page.toStdString();
+    }
+    EXPECT_THROW(download(u"<table><tr><td>a<tr><td>it's</table>"_s), StoreError);
+    EXPECT_EQ(told(), QStringList());
+    EXPECT_EQ(rows(u"*"_s), before_) << "the deleted rows come back";
+}
+
+TEST_F(ProxiesTest, ADownloadReplacesTheDownloadedRowsOnly) {
+    EXPECT_TRUE(
+        download(u"<table><tr><th>地址<th>端口<th>备注<th>用户<th>密码"
+                 u"<tr><td> a <td>8080x<td>北京&nbsp;<td>&nbsp;<td>unused"
+                 u"<tr><td>b<td>3128<td>上海<td> u <td> p <td>more<tr></table>"_s));
+    EXPECT_EQ(rows(u"ProxyServer,ProxyPort,UseProxyUser,proxyuser,proxypassword,beizhu,down"_s),
+              QStringList({u"own|80|1|u|p|n|0"_s, u"地址|0|1|用户|密码|备注|1"_s,
+                           u"a|8080|0|||北京|1"_s, u"b|3128|1|u|p|上海|1"_s, u"|0|0||||1"_s}));
+}
+
+TEST_F(ProxiesTest, WhichServerIsCurrentAfterADownload) {
+    const QString list = u"<table><tr><td>x<tr><td>old<tr><td>y<tr><td>old</table>"_s;
+    const QString other = u"<table><tr><td>old<tr><td>z</table>"_s;
+    const struct {
+        QString current, page;
+        QStringList marks;
+    } cases[] = {
+        {u"own"_s, list, {u"own|1"_s, u"x|0"_s, u"old|0"_s, u"y|0"_s, u"old|0"_s}},
+        {u"old"_s, list, {u"own|0"_s, u"x|0"_s, u"old|1"_s, u"y|0"_s, u"old|1"_s}},
+        {u"gone"_s, list, {u"own|0"_s, u"x|0"_s, u"old|0"_s, u"y|0"_s, u"old|1"_s}},
+        {QString(), other, {u"own|0"_s, u"old|0"_s, u"z|1"_s}},
+        // The second table finds the mark gone with the rows of the page.
+        {u"old"_s, list + other, {u"own|0"_s, u"old|0"_s, u"z|1"_s}},
+        {u"own"_s, list + other, {u"own|1"_s, u"old|0"_s, u"z|0"_s}},
+        // A short table ends it before a server is marked.
+        {u"old"_s, other + u"<table></table>"_s, {u"own|0"_s, u"old|0"_s, u"z|0"_s}},
+        // A table of the layout is a list like any other, and gives way to the one in its cell.
+        {u"own"_s,
+         u"<table><tr><td>head<tr><td>"_s + other + u"</table>"_s,
+         {u"own|1"_s, u"old|0"_s, u"z|0"_s}},
+    };
+    for (const auto& it : cases) {
+        run(u"delete from proxy"_s);
+        run(u"insert into proxy(ProxyServer,down) values('own',0),('old',1),('gone',1)"_s);
+        run(u"update proxy set defaultproxy=1 where ProxyServer='"_s + it.current + u"'"_s);
+        EXPECT_TRUE(download(it.page));
+        EXPECT_EQ(marks(), it.marks) << it.current.toStdString() << it.page.toStdString();
+    }
+}
+
+}  // namespace guanchao

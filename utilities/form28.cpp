@@ -1,0 +1,116 @@
+#include "utilities/form28.h"
+
+#include <QPointer>
+#include <QSignalBlocker>
+
+#include "ui_form28.h"
+
+namespace guanchao {
+
+Form28::Form28(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      ui_(std::make_unique<Ui::Form28>()),
+      proxies_(environment.stores, environment.dialogs, environment.http,
+               environment.services.vendor) {
+    ui_->setupUi(this);
+    // The keys choose as the mouse does; a click on the chosen line reads it once more.
+    connect(ui_->List1, &QListWidget::itemSelectionChanged, this, &Form28::List1_Click);
+    connect(ui_->List1, &QListWidget::itemClicked, this, &Form28::List1_Click);
+    connect(ui_->Check1, &QCheckBox::toggled, this, &Form28::Check1_Click);
+    connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { proxies_.setUseProxy(on); });
+    connect(ui_->Check4, &QCheckBox::clicked, this, [this](bool on) { proxies_.setPasv(on); });
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form28::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &Form28::Command2_Click);
+    connect(ui_->Command3, &QPushButton::clicked, this, &Form28::Command3_Click);
+    connect(ui_->Command4, &QPushButton::clicked, this, &Form28::Command4_Click);
+    Form_Load();
+}
+
+Form28::~Form28() = default;
+
+void Form28::Form_Load() {
+    const ProxyList list = proxies_.load();
+    const QSignalBlocker noClick(ui_->List1);
+    ui_->List1->clear();
+    ui_->List1->addItems(list.lines);
+    ui_->Check3->setChecked(list.useProxy);
+    ui_->Check4->setChecked(list.pasv);
+}
+
+QString Form28::selectedLine() const {
+    const QList<QListWidgetItem*> selected = ui_->List1->selectedItems();
+    return selected.isEmpty() ? QString() : selected.first()->text();
+}
+
+Proxy Form28::typed() const {
+    return {.id = ui_->Label6->text(),
+            .server = ui_->Text1->text(),
+            .port = ui_->Text2->text(),
+            .needsUser = ui_->Check1->isChecked(),
+            .user = ui_->Text3->text(),
+            .password = ui_->Text4->text(),
+            .note = ui_->Text5->text(),
+            .isCurrent = ui_->Check2->isChecked()};
+}
+
+// The Enter key saves the server that is shown, or adds one where none is.
+void Form28::showId(const QString& id) {
+    ui_->Label6->setText(id);
+    ui_->Command1->setDefault(id.isEmpty());
+    ui_->Command2->setDefault(!id.isEmpty());
+}
+
+void Form28::List1_Click() {
+    const QString line = selectedLine();
+    const std::optional<Proxy> proxy = line.isEmpty() ? std::nullopt : proxies_.proxyOf(line);
+    if (!proxy) {
+        return;
+    }
+    showId(proxy->id);
+    ui_->Text1->setText(proxy->server);
+    ui_->Text2->setText(proxy->port);
+    ui_->Check1->setChecked(proxy->needsUser);
+    ui_->Text3->setText(proxy->user);
+    ui_->Text4->setText(proxy->password);
+    ui_->Check2->setChecked(proxy->isCurrent);
+    ui_->Text5->setText(proxy->note);
+}
+
+void Form28::Check1_Click() {
+    const bool on = ui_->Check1->isChecked();
+    ui_->Text3->setEnabled(on);
+    ui_->Text4->setEnabled(on);
+}
+
+// True if the list was loaded again. The window may close while a box of its own is open.
+bool Form28::loadAfter(const std::function<bool()>& change) {
+    const QPointer alive(this);
+    if (!change() || !alive) {
+        return false;
+    }
+    Form_Load();
+    return true;
+}
+
+void Form28::Command1_Click() {
+    loadAfter([this] { return proxies_.add(typed()); });
+}
+
+void Form28::Command2_Click() {
+    loadAfter([this] { return proxies_.modify(typed()); });
+}
+
+// The number of a server that has gone may come to be that of another.
+void Form28::Command3_Click() {
+    if (loadAfter([this] { return proxies_.remove(selectedLine()); })) {
+        showId({});
+    }
+}
+
+void Form28::Command4_Click() {
+    if (loadAfter([this] { return proxies_.download(); })) {
+        showId({});
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,44 @@
+// Form28, "设置代理服务器": the list of proxy servers with the current one, the download of a list,
+// and two switches. Tables proxy and tempcanshu of the article store; the rules are in Proxies.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+
+#include "app/environment.h"
+#include "app/windows.h"
+#include "utilities/proxies.h"
+
+namespace Ui {
+class Form28;
+}
+
+namespace guanchao {
+
+class Form28 : public QDialog {
+    Q_OBJECT
+
+public:
+    Form28(Environment& environment, Windows& windows);
+    ~Form28() override;
+
+private:
+    void Form_Load();
+    QString selectedLine() const;
+    Proxy typed() const;
+    void showId(const QString& id);
+    bool loadAfter(const std::function<bool()>& change);
+
+    void List1_Click();
+    void Check1_Click();
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+
+    std::unique_ptr<Ui::Form28> ui_;
+    Proxies proxies_;
+};
+
+}  // namespace guanchao
