@@ -177,23 +177,28 @@ void Form2::connectMenus() {
 
 void Form2::connectThemeCommands() {
     Globals& globals = environment_.globals;
-    const auto command = [this](QAction* entry, auto run) {
-        connect(entry, &QAction::triggered, this, [this, run] { redraw(run()); });
+    // The theme is noted: while a box of the command stands, an alarm empties the shared one.
+    const auto command = [this, &globals](QAction* entry, auto run) {
+        connect(entry, &QAction::triggered, this, [this, &globals, run] {
+            const QString theme = globals.dangqianzhuti;
+            redraw(run(theme), theme);
+        });
     };
     command(ui_->修改主题名称,
-            [this, &globals] { return themeCommands_.rename(globals.dangqianzhuti); });
+            [this](const QString& theme) { return themeCommands_.rename(theme); });
     command(ui_->删除主题,
-            [this, &globals] { return themeCommands_.removeTheme(globals.dangqianzhuti); });
+            [this](const QString& theme) { return themeCommands_.removeTheme(theme); });
     command(ui_->修改关注度,
-            [this, &globals] { return themeCommands_.changeAttention(globals.dangqianzhuti); });
-    command(ui_->全删指定只数的主题, [this] { return themeCommands_.removeSmallThemes(themes_); });
+            [this](const QString& theme) { return themeCommands_.changeAttention(theme); });
+    command(ui_->全删指定只数的主题,
+            [this](const QString&) { return themeCommands_.removeSmallThemes(themes_); });
     command(ui_->addzhutigu,
-            [this, &globals] { return themeCommands_.addStock(globals.dangqianzhuti); });
-    command(ui_->deletezhutigu, [this, &globals] {
-        return themeCommands_.removeStock(globals.dangqianzhuti, globals.dangqiandm);
+            [this](const QString& theme) { return themeCommands_.addStock(theme); });
+    command(ui_->deletezhutigu, [this, &globals](const QString& theme) {
+        return themeCommands_.removeStock(theme, globals.dangqiandm);
     });
-    command(ui_->修改相关度, [this, &globals] {
-        return themeCommands_.changeRelevance(globals.dangqianzhuti, globals.dangqiandm);
+    command(ui_->修改相关度, [this, &globals](const QString& theme) {
+        return themeCommands_.changeRelevance(theme, globals.dangqiandm);
     });
     connect(ui_->添加到自选股, &QAction::triggered, this,
             [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
@@ -223,11 +228,11 @@ void Form2::connectArticles() {
             [browse, &globals] { browse(u"个股"_s, globals.dangqiandm + globals.dangqianjc); });
 }
 
-void Form2::redraw(Redraw part) {
+void Form2::redraw(Redraw part, const QString& theme) {
     if (part == Redraw::themes) {
         刷新_Click();
     } else if (part == Redraw::stocks) {
-        themeTable_.xianshizhutigu(environment_.globals.dangqianzhuti);
+        themeTable_.xianshizhutigu(theme);
     }
 }
 

@@ -57,7 +57,7 @@ private:
     void runExchange(const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
-    void redraw(Redraw part);
+    void redraw(Redraw part, const QString& theme);
     bool runQuotes();
     void showProgress(const QuoteProgress& progress);
     void endAfterRun();

@@ -197,6 +197,11 @@ TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 3) << "the stocks of the theme";
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"1"_s) << "the themes stay as they were";
     dialogs_.typed = u"4"_s;
+    dialogs_.onInput = [this] { globals_.dangqianzhuti.clear(); };
+    trigger(u"修改相关度"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 3) << "of the theme that the command began with";
+    dialogs_.onInput = nullptr;
+    globals_.dangqianzhuti = u"白酒"_s;
     trigger(u"修改关注度"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(2, 3), u"2"_s);
     dialogs_.typed = u"消费"_s;

@@ -27,7 +27,12 @@ public:
 
 class FakeDialogs : public Dialogs {
 public:
-    void tell(const QString& text, const QString& title) override { shown << title + u'|' + text; }
+    void tell(const QString& text, const QString& title) override {
+        shown << title + u'|' + text;
+        if (onTell) {
+            onTell();
+        }
+    }
     bool ask(const QString& text, const QString& title) override {
         shown << title + u'|' + text;
         if (onAsk) {
@@ -37,6 +42,9 @@ public:
     }
     QString input(const QString& prompt, const QString& title, const QString& text) override {
         shown << title + u'|' + prompt + u'|' + text;
+        if (onInput) {
+            onInput();
+        }
         return typed;
     }
     QString dakaiwenjian(const QString& title, const QString& folder,
@@ -52,7 +60,8 @@ public:
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
-    std::function<void()> onAsk;  // what happens while the question stands
+    // What happens while the box stands.
+    std::function<void()> onTell, onAsk, onInput;
     QString typed;
     QString picked;
 };
