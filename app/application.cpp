@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QScopeGuard>
 #include <QTranslator>
 
@@ -16,6 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(programName);
     setQuitOnLastWindowClosed(false);
+    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
     applyLooks(*this);
     speakChinese();
 }

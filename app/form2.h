@@ -1,6 +1,7 @@
 // Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus
-// from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store; the
-// rules are in ThemeTable, QuoteRun, AlarmEngine, startup and shutdown.
+// from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store, and
+// what its commands write; the rules are in ThemeTable, ThemeCommands, Watchlist, QuoteRun,
+// AlarmEngine, the export and imports, startup and shutdown.
 #pragma once
 
 #include <QMainWindow>
@@ -45,16 +46,25 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildMenus();
+    void setUpControls();
     void connectControls();
+    void connectTimers();
+    void connectGrids();
+
+    // In form2_menus.cpp.
+    void buildMenus();
     void connectMenus();
+    void connectWindows();
+    void connectCommands();
     void connectThemeCommands();
     void connectArticles();
-    void connectGrids();
     void connectExchange();
-    void connectHeat();
-    void connectTools();
-    void runExchange(const std::function<void()>& command);
+    void connectLaunchers();
+    void connectHelp();
+    template <typename Form>
+    void opens(const QAction* entry);
+
+    void runExchange(const QString& name, const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
@@ -70,6 +80,7 @@ private:
 
     void Command1_Click();
     void Command2_Click();
+    void Command3_Click();
     void Command4_Click();
 
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
@@ -77,11 +88,6 @@ private:
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_Click(int row, int col);
     void MSHFlexGrid2_DblClick(int row);
-
-    void 历史涨幅_Click();
-    void 监控管理_Click();
-    void 添加主题监控_Click();
-    void 添加个股监控_Click();
 
     void Timer1_Timer();
     void Timer2_Timer();

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int stateColumn = 2;
 constexpr int reasonColumn = 3;
-const QStringList headers = {{}, u"项目"_s, u"状态"_s, u"原因"_s};
+const QStringList headers = {u"序号"_s, u"项目"_s, u"状态"_s, u"原因"_s};
 constexpr int widths[] = {700, 2700, 1500, 2700};
 
 QString stateText(ItemState state) {

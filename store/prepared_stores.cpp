@@ -25,9 +25,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString publicF10Pages = u"https://basic.10jqka.com.cn/600000/"_s;
-const QString publicSearchPages = u"https://www.baidu.com/s?wd=tihuandm"_s;
-
 class Seeds {
 public:
     Seeds(QString dataFolder, const QDateTime& now)
@@ -179,16 +176,6 @@ QStringList prepareStores(const QString& folder, const QString& dataFolder, cons
         }
     }
     return made;
-}
-
-void leadPagesTo(const QString& folder, const QString& host) {
-    const Stores stores = storesIn(applicationFolder(folder));
-    stores.main.open().execute(u"update tempcanshu set f10url='"_s + host +
-                               u"/600000/' where f10url='"_s + publicF10Pages +
-                               u"' or f10url like 'http://127.0.0.1:%'"_s);
-    stores.heat.open().execute(u"update canshu set yinqingurl='"_s + host +
-                               u"/s?wd=tihuandm' where yinqingurl='"_s + publicSearchPages +
-                               u"' or yinqingurl like 'http://127.0.0.1:%'"_s);
 }
 
 }  // namespace guanchao

@@ -10,6 +10,10 @@
 
 namespace guanchao {
 
+// Where a new folder's pages lead.
+inline const QString publicF10Pages = QStringLiteral("https://basic.10jqka.com.cn/600000/");
+inline const QString publicSearchPages = QStringLiteral("https://www.baidu.com/s?wd=tihuandm");
+
 enum class Schema { main, heat, article, pinyin, backup };
 
 // The statements that make the tables of a store.
@@ -19,9 +23,5 @@ QString schemaText(Schema schema);
 // returns the names of the files made. Raises StoreError or std::runtime_error; a file then made
 // halfway is removed.
 QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now);
-
-// Leads the F10 pages and the search pages of a practice folder to `host`, unless its user has
-// chosen an address. Raises StoreError.
-void leadPagesTo(const QString& folder, const QString& host);
 
 }  // namespace guanchao

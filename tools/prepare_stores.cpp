@@ -4,21 +4,21 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
-#include "store/practice_counts.h"
 #include "store/prepared_stores.h"
+#include "tools/practice_folder/practice_folder.h"
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream errors(stderr);
     if (arguments.size() < 3 || arguments.size() > 4) {
-        errors << "usage: prepare_stores FOLDER DATA [HOST]\n";
+        errors << "用法：prepare_stores 应用目录 数据目录 [网址]\n";
         return 2;
     }
     try {
         for (const QString& file :
              guanchao::prepareStores(arguments[1], arguments[2], QDateTime::currentDateTime())) {
-            QTextStream(stdout) << "made " << file << '\n';
+            QTextStream(stdout) << "已生成 " << file << '\n';
         }
         if (arguments.size() == 4) {
             guanchao::leadPagesTo(arguments[1], arguments[3]);

@@ -52,6 +52,7 @@ void scrollLongText(QMessageBox& box) {
 
 QString pickedIn(const QPointer<QFileDialog>& box, const QString& file) {
     box->selectFile(file);
+    box->resize(820, 500);  // sizes and dates in full
     const bool accepted = box->exec() == QDialog::Accepted;
     const QString picked = box && accepted ? box->selectedFiles().value(0) : QString();
     delete box;

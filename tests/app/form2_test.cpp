@@ -74,7 +74,7 @@ protected:
 };
 
 TEST_F(Form2Test, TheLoadShowsThemesAndEnablesTheOneShotTimers) {
-    load();
+    form_.Form_Load();
     EXPECT_EQ(form_.windowTitle(), u"观潮台(V3.7)"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
@@ -449,6 +449,14 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
     EXPECT_EQ(dialogs_.shown.sliced(2),
               QStringList({u"观潮台|软件初始化的作用是注册必要的DLL和控件。"_s,
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
+}
+
+TEST_F(Form2Test, ExitInTheTrayWhileTheCloseQuestionStandsIsTheLaterWord) {
+    load();
+    dialogs_.answer = false;
+    dialogs_.onAsk = [this] { trigger(u"tuopanexit"_s); };
+    form_.close();
+    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {

@@ -7,10 +7,10 @@
 #include <QTemporaryDir>
 
 #include "store/initials.h"
-#include "store/practice_counts.h"
 #include "store/seed_list.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
+#include "tools/practice_folder/practice_folder.h"
 
 namespace guanchao {
 

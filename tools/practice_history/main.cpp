@@ -7,7 +7,6 @@
 #include <QTextStream>
 #include <stdexcept>
 
-#include "store/seed_list.h"
 #include "store/stores.h"
 #include "tools/history_builder/history_builder.h"
 #include "tools/practice_history/practice_history.h"
@@ -17,14 +16,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-PracticeQuotes quotesFor(const QString& codesFile) {
-    std::vector<PracticeStock> stocks;
-    for (const QStringList& row : readSeedList(codesFile)) {
-        stocks.push_back({row[0], row[1]});
-    }
-    return PracticeQuotes(stocks);
-}
 
 // A file that is there stays: it may be the user's own.
 void putInPlace(const QString& made, const QString& path) {
@@ -57,8 +48,8 @@ void make(const QStringList& arguments) {
     const Stores stores = storesIn(applicationFolder(arguments[3]));
     const QList<ThemeMember> library = readThemeMembers(arguments[2]);
     const QDate today = QDate::currentDate();
-    makeHistory({stores.firstHistory.path, stores.secondHistory.path}, quotesFor(arguments[1]),
-                library, today);
+    makeHistory({stores.firstHistory.path, stores.secondHistory.path},
+                PracticeQuotes(readPracticeStocks(arguments[1])), library, today);
     Connection main = stores.main.open();
     addPracticeForecasts(main, library, today);
 }

@@ -11,9 +11,7 @@
 #include <QSaveFile>
 #include <cstdio>
 #include <stdexcept>
-#include <vector>
 
-#include "store/seed_list.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace {
@@ -21,8 +19,6 @@ namespace {
 using guanchao::Pace;
 using guanchao::PracticeMarket;
 using guanchao::PracticeQuotes;
-using guanchao::PracticeStock;
-using guanchao::readSeedList;
 
 struct BadArguments : std::runtime_error {
     explicit BadArguments(const QString& text) : std::runtime_error(text.toStdString()) {}
@@ -59,14 +55,6 @@ Arguments argumentsFrom(const QStringList& words) {
     return {files[0], files[1], number, pace};
 }
 
-std::vector<PracticeStock> stocksFrom(const QString& fileName) {
-    std::vector<PracticeStock> stocks;
-    for (const QStringList& row : readSeedList(fileName)) {
-        stocks.push_back({row[0], row[1]});
-    }
-    return stocks;
-}
-
 void writePort(const QString& fileName, int port) {
     QSaveFile file(fileName);
     const QByteArray text = QByteArray::number(port) + '\n';
@@ -97,9 +85,9 @@ void endWithParent() {
 void serve(const Arguments& arguments) {
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
-    PracticeMarket market(
-        PracticeQuotes(stocksFrom(arguments.codesFile), arguments.seed, arguments.pace),
-        [] { return QDateTime::currentDateTime(); });
+    PracticeMarket market(PracticeQuotes(guanchao::readPracticeStocks(arguments.codesFile),
+                                         arguments.seed, arguments.pace),
+                          [] { return QDateTime::currentDateTime(); });
     writePort(arguments.portFile, market.start());
     int received = 0;
     sigwait(&endSignals, &received);

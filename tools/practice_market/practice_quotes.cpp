@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/practice_market/practice_walk.h"
+#include "store/seed_list.h"
 
 namespace guanchao {
 
@@ -176,6 +176,14 @@ PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day) {
 
 }  // namespace
 
+std::vector<PracticeStock> readPracticeStocks(const QString& path) {
+    std::vector<PracticeStock> stocks;
+    for (const QStringList& row : readSeedList(path)) {
+        stocks.push_back({row[0], row[1]});
+    }
+    return stocks;
+}
+
 PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed, Pace pace)
     : seed_(seed), pace_(pace) {
     for (const Index& index : homeIndexes) {
@@ -278,15 +286,6 @@ std::optional<PracticeMinutes> PracticeQuotes::minutes(const QString& lowerCaseC
 
 double PracticeQuotes::numberOf(const QString& lowerCaseCode, quint64 index) const {
     return evenNumber(keyOf(lowerCaseCode), index);
-}
-
-// FNV-1a over the code, begun with the seed.
-quint64 PracticeQuotes::keyOf(const QString& lowerCaseCode) const {
-    quint64 key = 0xcbf29ce484222325U ^ seed_;
-    for (const QChar c : lowerCaseCode) {
-        key = (key ^ c.unicode()) * 0x100000001b3U;
-    }
-    return key;
 }
 
 QString PracticeQuotes::values(const QString& code, const QDateTime& now) const {

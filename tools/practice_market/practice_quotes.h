@@ -12,14 +12,17 @@
 #include <optional>
 #include <vector>
 
-namespace guanchao {
+#include "tools/practice_market/practice_walk.h"
 
-struct TradingMoment;
+namespace guanchao {
 
 struct PracticeStock {
     QString code;  // upper-case, with the exchange: SH600000
     QString name;
 };
+
+// The stocks of CODES.csv. Raises std::runtime_error.
+std::vector<PracticeStock> readPracticeStocks(const QString& path);
 
 // How the prices of stocks move: as on a market's day, or so that alarms come within a minute.
 enum class Pace { ordinary, lively };
@@ -84,12 +87,12 @@ private:
     };
 
     void add(const QString& lowerCaseCode, const QString& name);
-    quint64 keyOf(const QString& lowerCaseCode) const;
+    quint64 keyOf(const QString& lowerCaseCode) const { return walkKey(lowerCaseCode, seed_); }
     QString values(const QString& code, const QDateTime& now) const;
 
     quint32 seed_;
     Pace pace_;
-    QHash<QString, Security> securities_;  //< by lower-case code
+    QHash<QString, Security> securities_;  // by lower-case code
 };
 
 }  // namespace guanchao

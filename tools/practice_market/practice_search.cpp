@@ -22,14 +22,6 @@ const QString headlines[] = {
     QStringLiteral("%1 今日大跌，买家观望"), QStringLiteral("%1 暴跌，库存增加"),
 };
 
-quint64 keyOf(const QString& words) {
-    quint64 key = 0xcbf29ce484222325U;
-    for (const QChar c : words) {
-        key = (key ^ c.unicode()) * 0x100000001b3U;
-    }
-    return key;
-}
-
 qint64 resultsOf(quint64 key, int days, quint64 today) {
     const double whole = fewestResults * std::pow(mostResults / fewestResults, evenNumber(key, 1));
     const double part = days > 0 ? std::min(1.0, days / daysOfNews) : 1.0;
@@ -52,10 +44,10 @@ QString practiceSearchPage(const QString& words, int days, const QDate& today) {
     QString results;
     for (quint64 place = 0; place < headlinesPerPage; ++place) {
         results += QStringLiteral("<h3>%1</h3>\n")
-                       .arg(headline(keyOf(words), day, place)
+                       .arg(headline(walkKey(words), day, place)
                                 .arg(QStringLiteral("<em>%1</em>").arg(shown)));
     }
-    const QString number = QLocale(QLocale::English).toString(resultsOf(keyOf(words), days, day));
+    const QString number = QLocale(QLocale::English).toString(resultsOf(walkKey(words), days, day));
     return QStringLiteral(
                "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>%1_练习搜索</title>"
                "</head>\n<body><p>为您找到相关结果约%2个</p>\n%3</body></html>\n")

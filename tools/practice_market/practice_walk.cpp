@@ -123,6 +123,14 @@ QDate lastEndedDay(const QDateTime& now) {
     return moment.elapsed < tradingSeconds ? tradingDayBefore(moment.day) : moment.day;
 }
 
+quint64 walkKey(const QString& text, quint32 seed) {
+    quint64 key = 0xcbf29ce484222325U ^ seed;
+    for (const QChar c : text) {
+        key = (key ^ c.unicode()) * 0x100000001b3U;
+    }
+    return key;
+}
+
 double evenNumber(quint64 key, quint64 index) {
     return static_cast<double>(mixed(key + index * 0x9e3779b97f4a7c15U) >> 11) * 0x1.0p-53;
 }

@@ -23,6 +23,9 @@ TradingMoment tradingMoment(const QDateTime& now);
 // The last day whose trading is over at `now`.
 QDate lastEndedDay(const QDateTime& now);
 
+// A key that follows from the text and the seed alone (FNV-1a).
+quint64 walkKey(const QString& text, quint32 seed = 0);
+
 // A number from 0 up to, not including, 1 that follows from the key and the index alone.
 double evenNumber(quint64 key, quint64 index);
 

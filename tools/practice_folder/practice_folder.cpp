@@ -1,6 +1,7 @@
-#include "store/practice_counts.h"
+#include "tools/practice_folder/practice_folder.h"
 
 #include "store/bound_insert.h"
+#include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "store/seed_list.h"
 #include "store/stores.h"
@@ -58,6 +59,16 @@ void fillWords(Connection& store, const QList<QStringList>& rows, const QDateTim
 }
 
 }  // namespace
+
+void leadPagesTo(const QString& folder, const QString& host) {
+    const Stores stores = storesIn(applicationFolder(folder));
+    stores.main.open().execute(u"update tempcanshu set f10url='"_s + host +
+                               u"/600000/' where f10url='"_s + publicF10Pages +
+                               u"' or f10url like 'http://127.0.0.1:%'"_s);
+    stores.heat.open().execute(u"update canshu set yinqingurl='"_s + host +
+                               u"/s?wd=tihuandm' where yinqingurl='"_s + publicSearchPages +
+                               u"' or yinqingurl like 'http://127.0.0.1:%'"_s);
+}
 
 void fillPracticeCounts(const QString& folder, const QString& dataFolder, const QDateTime& now) {
     Connection store = storesIn(applicationFolder(folder)).heat.open();

@@ -1,0 +1,188 @@
+// What each entry of the menus of Form2 does.
+#include "app/form2.h"
+#include "articles/form27.h"
+#include "exchange/form3.h"
+#include "heat/form25.h"
+#include "heat/form29.h"
+#include "heat/form31.h"
+#include "market/form11.h"
+#include "market/form21.h"
+#include "monitor/form4.h"
+#include "monitor/form7.h"
+#include "monitor/form8.h"
+#include "research/form12.h"
+#include "research/form24.h"
+#include "themes/form22.h"
+#include "themes/form30.h"
+#include "themes/form6.h"
+#include "ui_form2.h"
+#include "utilities/form28.h"
+#include "utilities/help.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+void Form2::buildMenus() {
+    tuopanmenu_.setObjectName(u"tuopanmenu"_s);
+    tuopanmenu_.addActions({ui_->tuopan显示, ui_->tuopanexit});
+    leftkuaimenu_.setObjectName(u"leftkuaimenu"_s);
+    leftkuaimenu_.addActions({ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题,
+                              ui_->编辑主题文章, ui_->添加主题监控, ui_->修改关注度,
+                              ui_->全删指定只数的主题});
+    kuaimenu_.setObjectName(u"kuaimenu"_s);
+    kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->所属全部主题, ui_->deletezhutigu,
+                          ui_->addzhutigu, ui_->操作个股文章, ui_->添加个股监控, ui_->修改相关度,
+                          ui_->添加到自选股, ui_->从自选股删除});
+}
+
+void Form2::connectMenus() {
+    connectWindows();
+    connectCommands();
+    connectThemeCommands();
+    connectArticles();
+    connectExchange();
+    connectLaunchers();
+    connectHelp();
+}
+
+template <typename Form>
+void Form2::opens(const QAction* entry) {
+    connect(entry, &QAction::triggered, this, [this] { windows_.openAnew<Form>(); });
+}
+
+void Form2::connectWindows() {
+    opens<Form6>(ui_->添加主题);
+    opens<Form22>(ui_->所属全部主题);
+    opens<Form30>(ui_->自选股);
+    opens<Form24>(ui_->主题历史涨幅);
+    opens<Form24>(ui_->历史涨幅);
+    opens<Form12>(ui_->题材历史分析);
+    opens<Form21>(ui_->分时数据);
+    opens<Form21>(ui_->当前行情);
+    opens<Form11>(ui_->F10资料);
+    opens<Form4>(ui_->监控管理);
+    opens<Form27>(ui_->文章管理器);
+    opens<Form3>(ui_->导入主题);
+    opens<Form25>(ui_->新闻数量分析);
+    opens<Form31>(ui_->公司新闻数量分析);
+    opens<Form29>(ui_->商品价格监控);
+    opens<Form28>(ui_->设置代理服务器);
+}
+
+void Form2::connectCommands() {
+    const auto command = [this](const QAction* entry, const std::function<void()>& run) {
+        connect(entry, &QAction::triggered, this, run);
+    };
+    Globals& globals = environment_.globals;
+    const auto addMonitor = [this, &globals](auto open) {
+        return [this, &globals, open] {
+            globals.bianjimoshi = 0;
+            open(windows_);
+        };
+    };
+    command(ui_->刷新, [this] { 刷新_Click(); });
+    command(ui_->刷新2, [this] { 刷新_Click(); });
+    command(ui_->全部显示, [this] { 全部显示_Click(); });
+    command(ui_->gengxin, [this] { Command4_Click(); });
+    command(ui_->chazhao, [this] {
+        ui_->Text2->setFocus();
+        ui_->Text2->selectAll();
+    });
+    command(ui_->添加主题监控, addMonitor([](Windows& windows) { windows.openAnew<Form8>(); }));
+    command(ui_->添加个股监控, addMonitor([](Windows& windows) { windows.openAnew<Form7>(); }));
+    command(ui_->添加到自选股,
+            [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
+    command(ui_->从自选股删除,
+            [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
+    command(ui_->tuopan显示, [this] { tuopan显示_Click(); });
+    command(ui_->tuopanexit, [this] { tuopanexit_Click(); });
+}
+
+void Form2::connectThemeCommands() {
+    Globals& globals = environment_.globals;
+    // The theme is noted: while a box of the command stands, an alarm empties the shared one.
+    const auto command = [this, &globals](QAction* entry, auto run) {
+        connect(entry, &QAction::triggered, this, [this, &globals, run] {
+            const QString theme = globals.dangqianzhuti;
+            redraw(run(theme), theme);
+        });
+    };
+    command(ui_->修改主题名称,
+            [this](const QString& theme) { return themeCommands_.rename(theme); });
+    command(ui_->删除主题,
+            [this](const QString& theme) { return themeCommands_.removeTheme(theme); });
+    command(ui_->修改关注度,
+            [this](const QString& theme) { return themeCommands_.changeAttention(theme); });
+    command(ui_->全删指定只数的主题,
+            [this](const QString&) { return themeCommands_.removeSmallThemes(themes_); });
+    command(ui_->addzhutigu,
+            [this](const QString& theme) { return themeCommands_.addStock(theme); });
+    command(ui_->deletezhutigu, [this, &globals](const QString& theme) {
+        return themeCommands_.removeStock(theme, globals.dangqiandm);
+    });
+    command(ui_->修改相关度, [this, &globals](const QString& theme) {
+        return themeCommands_.changeRelevance(theme, globals.dangqiandm);
+    });
+}
+
+void Form2::redraw(Redraw part, const QString& theme) {
+    if (part == Redraw::themes) {
+        刷新_Click();
+    } else if (part == Redraw::stocks) {
+        themeTable_.xianshizhutigu(theme);
+    }
+}
+
+void Form2::connectArticles() {
+    const auto browse = [this](const QString& kind, const QString& value) {
+        environment_.globals.wenzhangdalei = kind;
+        environment_.globals.wenzhangxiaolei = value;
+        windows_.openAnew<Form27>();
+    };
+    const Globals& globals = environment_.globals;
+    connect(ui_->编辑主题文章, &QAction::triggered, this,
+            [browse, &globals] { browse(u"主题"_s, globals.dangqianzhuti); });
+    connect(ui_->操作个股文章, &QAction::triggered, this,
+            [browse, &globals] { browse(u"个股"_s, globals.dangqiandm + globals.dangqianjc); });
+}
+
+void Form2::connectExchange() {
+    const auto command = [this](const QAction* entry, const std::function<void()>& run) {
+        connect(entry, &QAction::triggered, this,
+                [this, entry, run] { runExchange(entry->text(), run); });
+    };
+    command(ui_->导出数据, [this] { backupExport_.exportData(); });
+    command(ui_->导入新闻和商品, [this] { newsImport_.importNews(); });
+    command(ui_->导入文章, [this] { articleImport_.importArticles(); });
+}
+
+void Form2::connectLaunchers() {
+    const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
+        connect(entry, &QAction::triggered, this, [this, folders] {
+            const clsShellLink link(environment_.launcherFolders,
+                                    environment_.programFolder + environment_.executableName,
+                                    environment_.globals.yingyongmulu);
+            for (const ShellFolder it : folders) {
+                link.createlnk(it);
+            }
+        });
+    };
+    launcher(ui_->建程序快捷方式, {ShellFolder::programs, ShellFolder::startMenu});
+    launcher(ui_->建桌面快捷方式, {ShellFolder::desktop});
+    launcher(ui_->开机启动, {ShellFolder::startup});
+}
+
+void Form2::connectHelp() {
+    connect(ui_->软件初始化, &QAction::triggered, this,
+            [this] { tellSetup(environment_.dialogs); });
+    connect(ui_->帮助, &QAction::triggered, this,
+            [this] { openHelp(environment_.globals, environment_.dialogs, environment_.shell); });
+    connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
+    connect(ui_->聚益通, &QAction::triggered, this, [this] {
+        openVendorSite(environment_.services.vendor, environment_.dialogs, environment_.shell);
+    });
+    connect(ui_->关于, &QAction::triggered, this, [this] { tellMaker(environment_.dialogs); });
+}
+
+}  // namespace guanchao
