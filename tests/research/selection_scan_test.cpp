@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <algorithm>
+#include <QScopeGuard>
 #include <optional>
-#include <set>
 
 #include "store/store_error.h"
-#include "store/values.h"
+#include "tests/research/scan_oracle.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/statement_log.h"
@@ -20,172 +19,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-using Rows = QList<HistoryRow>;
-
-// What the three scans must store, read from the history row by row.
-class Oracle {
-public:
-    Oracle(const MarketHistory& history, TestStores& store) : history_(history), store_(store) {}
-
-    void chooseThemes() {
-        for (const HistoryRow& index : history_.stocks[u"SH000001"_s]) {
-            if (index.day > u"2017-04-06"_s) {
-                chooseThemesOf(index);
-            }
-        }
-    }
-
-    void addStocks(bool fallenOnly) {
-        for (const auto& [day, theme] : chosen) {
-            for (const QString& dm : membersOf(theme)) {
-                const QString D = fallenOnly ? dayAfterFall(dm, day) : QString(day);
-                if (!D.isEmpty()) {
-                    addStock(dm, D, day, theme, true);
-                }
-            }
-        }
-    }
-
-    QList<QPair<QString, QString>> chosen;  // day and theme
-    QStringList themes;
-    QStringList stocks;
-
-private:
-    struct Theme {
-        QString name;
-        int count = 0;
-        int atLimit = 0;
-        int onePrice = 0;
-        double sum = 0;
-        double best = -1000;
-        int key() const { return atLimit - count / 4 - 2; }
-    };
-
-    static double percent(const HistoryRow& row) {
-        return (static_cast<double>(row.sp) / row.qiansp - 1) * 100;
-    }
-    static double rounded(double value) { return QString::number(value, 'f', 2).toDouble(); }
-
-    // Means of a few values with two decimals are often ties, which only the store settles.
-    QString meanOf(const Theme& theme) const {
-        return store_.rows(u"select round(%1,2)"_s.arg(theme.sum / theme.count, 0, 'g', 17))
-            .first();
-    }
-
-    QStringList membersOf(const QString& theme) const {
-        QStringList codes;
-        for (const auto& [name, dm] : history_.members) {
-            if (name == theme) {
-                codes << dm;
-            }
-        }
-        return codes;
-    }
-
-    Theme themeOn(const QString& name, const QString& day) const {
-        Theme theme{.name = name};
-        for (const QString& dm : membersOf(name)) {
-            for (const HistoryRow& row : history_.stocks[dm]) {
-                if (row.day == day) {
-                    ++theme.count;
-                    theme.atLimit += percent(row) > 9.5 && row.zg == row.sp ? 1 : 0;
-                    theme.onePrice += percent(row) > 9.5 && row.zg == row.zd ? 1 : 0;
-                    theme.sum += rounded(percent(row));
-                    theme.best = std::max(theme.best, rounded(percent(row)));
-                }
-            }
-        }
-        return theme;
-    }
-
-    void chooseThemesOf(const HistoryRow& index) {
-        std::set<QString> names;
-        for (const auto& member : history_.members) {
-            names.insert(member.first);
-        }
-        QList<Theme> ranking;
-        for (const QString& name : names) {
-            ranking << themeOn(name, index.day);
-        }
-        std::stable_sort(ranking.begin(), ranking.end(),
-                         [](const Theme& a, const Theme& b) { return a.key() > b.key(); });
-        for (const Theme& theme : ranking) {
-            if (theme.atLimit < theme.count / 4.0 + 2) {
-                return;
-            }
-            addTheme(theme, index);
-        }
-    }
-
-    void addTheme(const Theme& theme, const HistoryRow& index) {
-        chosen << qMakePair(index.day, theme.name);
-        themes << QStringList{index.day + u" 00:00:00"_s,
-                              theme.name,
-                              meanOf(theme),
-                              QString::number(theme.atLimit),
-                              QString::number(theme.onePrice),
-                              QString::number(theme.count),
-                              numberText(rounded(percent(index))),
-                              numberText(theme.best)}
-                      .join(u'|');
-        for (const QString& dm : membersOf(theme.name)) {
-            addStock(dm, index.day, index.day, theme.name, false);
-        }
-    }
-
-    QString dayAfterFall(const QString& dm, const QString& day) const {
-        Rows days;
-        for (const HistoryRow& row : history_.stocks[dm]) {
-            if (row.day >= day) {
-                days << row;
-            }
-        }
-        return days.size() >= 3 && close(days, 3) / close(days, 1) <= 0.93 ? days[2].day
-                                                                           : QString();
-    }
-
-    // Of the row with that number, counted from 1; 0 if there is none.
-    static double close(const Rows& rows, qsizetype number) {
-        return rows.size() < number ? 0 : rows[number - 1].fuquanyz * rows[number - 1].sp;
-    }
-    static double open(const Rows& rows, qsizetype number) {
-        return rows.size() < number ? 0 : rows[number - 1].fuquanyz * rows[number - 1].kp;
-    }
-
-    void addStock(const QString& dm, const QString& D, const QString& day, const QString& theme,
-                  bool withHigh) {
-        Rows back;
-        Rows after;
-        for (const HistoryRow& row : history_.stocks[dm]) {
-            row.day <= D ? back.prepend(row) : after.append(row);
-        }
-        back = back.mid(0, 30);
-        after = after.mid(0, 10);
-        if (back.size() < 10 || after.isEmpty()) {
-            return;
-        }
-        double volumes = 0;
-        for (const HistoryRow& row : back.first(10)) {
-            volumes += row.chengjiaol;
-        }
-        QStringList values = {day + u" 00:00:00"_s, dm, u"股"_s + dm, theme};
-        values << numberText(close(back, 1)) << QString::number(back[0].sp)
-               << (withHigh ? QString::number(back[0].zg) : u"null"_s);
-        for (const double value :
-             {close(back, 2), close(back, 4), close(back, 11),
-              back.size() >= 29 ? close(back, back.size()) : 0, open(back, 1),
-              double(back[0].chengjiaol), volumes / 10, open(after, 1), open(after, 2),
-              close(after, 1), close(after, 2), close(after, 6),
-              after.size() >= 9 ? close(after, after.size()) : 0, double(after[0].chengjiaol)}) {
-            values << numberText(value);
-        }
-        stocks << values.join(u'|');
-    }
-
-    const MarketHistory& history_;
-    TestStores& store_;
-};
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);
@@ -249,7 +82,7 @@ TEST_F(SelectionScanTest, StoresWhatAPlainReadingOfTheHistoryGives) {
         for (const QString& dm : history.stocks.keys()) {
             store_.addCode(dm, u"股"_s + dm, 0, 0);
         }
-        Oracle oracle(history, store_);
+        ScanOracle oracle(history, store_);
 
         scan_.chooseThemes();
         oracle.chooseThemes();
@@ -463,6 +296,7 @@ TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
 
 TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     Connection::setBusyTimeout(std::chrono::milliseconds(0));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
     std::optional<Connection> other;
     std::optional<Transaction> lock;
     // What happens while the stocks of that day are taken.
@@ -542,7 +376,6 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         EXPECT_FALSE(seen_.running);
         EXPECT_FALSE(run_.running());
     }
-    Connection::setBusyTimeout(std::chrono::seconds(5));
 }
 
 }  // namespace guanchao
