@@ -63,6 +63,8 @@ private:
     void connectHelp();
     template <typename Form>
     void opens(const QAction* entry);
+    template <typename Form>
+    void addsMonitor(const QAction* entry);
 
     void runExchange(const QString& name, const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);

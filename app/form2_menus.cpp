@@ -70,33 +70,32 @@ void Form2::connectWindows() {
     opens<Form28>(ui_->设置代理服务器);
 }
 
+template <typename Form>
+void Form2::addsMonitor(const QAction* entry) {
+    connect(entry, &QAction::triggered, this, [this] {
+        environment_.globals.bianjimoshi = 0;
+        windows_.openAnew<Form>();
+    });
+}
+
 void Form2::connectCommands() {
-    const auto command = [this](const QAction* entry, const std::function<void()>& run) {
-        connect(entry, &QAction::triggered, this, run);
-    };
-    Globals& globals = environment_.globals;
-    const auto addMonitor = [this, &globals](auto open) {
-        return [this, &globals, open] {
-            globals.bianjimoshi = 0;
-            open(windows_);
-        };
-    };
-    command(ui_->刷新, [this] { 刷新_Click(); });
-    command(ui_->刷新2, [this] { 刷新_Click(); });
-    command(ui_->全部显示, [this] { 全部显示_Click(); });
-    command(ui_->gengxin, [this] { Command4_Click(); });
-    command(ui_->chazhao, [this] {
+    connect(ui_->刷新, &QAction::triggered, this, &Form2::刷新_Click);
+    connect(ui_->刷新2, &QAction::triggered, this, &Form2::刷新_Click);
+    connect(ui_->全部显示, &QAction::triggered, this, &Form2::全部显示_Click);
+    connect(ui_->gengxin, &QAction::triggered, this, &Form2::Command4_Click);
+    connect(ui_->chazhao, &QAction::triggered, this, [this] {
         ui_->Text2->setFocus();
         ui_->Text2->selectAll();
     });
-    command(ui_->添加主题监控, addMonitor([](Windows& windows) { windows.openAnew<Form8>(); }));
-    command(ui_->添加个股监控, addMonitor([](Windows& windows) { windows.openAnew<Form7>(); }));
-    command(ui_->添加到自选股,
+    addsMonitor<Form8>(ui_->添加主题监控);
+    addsMonitor<Form7>(ui_->添加个股监控);
+    Globals& globals = environment_.globals;
+    connect(ui_->添加到自选股, &QAction::triggered, this,
             [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
-    command(ui_->从自选股删除,
+    connect(ui_->从自选股删除, &QAction::triggered, this,
             [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
-    command(ui_->tuopan显示, [this] { tuopan显示_Click(); });
-    command(ui_->tuopanexit, [this] { tuopanexit_Click(); });
+    connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
+    connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
 }
 
 void Form2::connectThemeCommands() {
@@ -161,7 +160,7 @@ void Form2::connectLaunchers() {
     const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
         connect(entry, &QAction::triggered, this, [this, folders] {
             const clsShellLink link(environment_.launcherFolders,
-                                    environment_.programFolder + environment_.executableName,
+                                    environment_.applicationFolder + environment_.executableName,
                                     environment_.globals.yingyongmulu);
             for (const ShellFolder it : folders) {
                 link.createlnk(it);
