@@ -1,5 +1,6 @@
 #include "collector/code_table_job.h"
 
+#include <QHash>
 #include <QRegularExpression>
 
 #include "market/quote_feed.h"
@@ -34,13 +35,18 @@ QStringList possibleCodes() {
     return codes;
 }
 
-QList<CodeTableJob::Listed> listedIn(const QByteArray& page) {
+struct Listed {
+    QString dm;
+    QString jc;  // empty for a code that no stock has
+};
+
+QList<Listed> listedIn(const QByteArray& page) {
     static const QRegularExpression line(u"hq_str_([a-z]{2}[0-9]{6})=\"([^\",]*)"_s);
     const QString text = textFromGbk(page);
-    QList<CodeTableJob::Listed> listed;
+    QList<Listed> listed;
     for (auto match = line.globalMatch(text); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
-        listed << CodeTableJob::Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
+        listed << Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
     }
     return listed;
 }
@@ -58,6 +64,27 @@ QHash<QString, QString> knownNames(Connection& connection, const Item& item) {
         names.insert(known.value(0).toText(), known.value(1).toText());
     }
     return names;
+}
+
+QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>& known,
+                      const Initials& initials, const QString& now) {
+    QStringList changes;
+    for (const Listed& stock : stocks) {
+        if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
+            continue;
+        }
+        const QString jc = u'\'' + zhuanyisql(stock.jc) + u'\'';
+        const QString shenmu = u'\'' + zhuanyisql(initials.of(stock.jc)) + u'\'';
+        if (!known.contains(stock.dm)) {
+            changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + stock.dm +
+                           u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s + shenmu +
+                           u",'"_s + now + u"')"_s;
+        } else if (!hasDayMark(stock.jc)) {
+            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm='"_s +
+                           stock.dm + u"'"_s;
+        }
+    }
+    return changes;
 }
 
 }  // namespace
@@ -89,7 +116,8 @@ bool CodeTableJob::answers(const Item& item, const QByteArray& page) const {
 // The statements are ready before the store is locked: most batches have none.
 void CodeTableJob::write(const Item& item, const QList<QByteArray>& pages) {
     Connection connection = stores_.main.open();
-    const QStringList changes = changesBy(listedIn(pages.first()), knownNames(connection, item));
+    const QStringList changes = changesBy(listedIn(pages.first()), knownNames(connection, item),
+                                          initials_, timeText(clock_.now()));
     if (changes.isEmpty()) {
         return;
     }
@@ -98,28 +126,6 @@ void CodeTableJob::write(const Item& item, const QList<QByteArray>& pages) {
         connection.execute(change);
     }
     transaction.commit();
-}
-
-QStringList CodeTableJob::changesBy(const QList<Listed>& stocks,
-                                    const QHash<QString, QString>& known) const {
-    const QString now = timeText(clock_.now());
-    QStringList changes;
-    for (const Listed& stock : stocks) {
-        if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
-            continue;
-        }
-        const QString jc = u'\'' + zhuanyisql(stock.jc) + u'\'';
-        const QString shenmu = u'\'' + zhuanyisql(initials_.of(stock.jc)) + u'\'';
-        if (!known.contains(stock.dm)) {
-            changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + stock.dm +
-                           u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s + shenmu +
-                           u",'"_s + now + u"')"_s;
-        } else if (!hasDayMark(stock.jc)) {
-            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm='"_s +
-                           stock.dm + u"'"_s;
-        }
-    }
-    return changes;
 }
 
 }  // namespace guanchao

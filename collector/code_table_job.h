@@ -3,8 +3,6 @@
 // deleted. A batch of codes is an item.
 #pragma once
 
-#include <QHash>
-
 #include "collector/job.h"
 #include "platform/clock.h"
 #include "store/initials.h"
@@ -14,12 +12,6 @@ namespace guanchao {
 
 class CodeTableJob : public Job {
 public:
-    // A code of a reply; without a name no stock has it.
-    struct Listed {
-        QString dm;
-        QString jc;
-    };
-
     CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
                  const Service& quote);
 
@@ -32,8 +24,6 @@ public:
     void write(const Item& item, const QList<QByteArray>& pages) override;
 
 private:
-    QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>& known) const;
-
     const Stores& stores_;
     const Clock& clock_;
     const Initials& initials_;

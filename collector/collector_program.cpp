@@ -89,9 +89,9 @@ void CollectorProgram::lockStore() {
                              : QString(u"不能写入锁文件 "_s + lock_.fileName()));
 }
 
-// While a page is asked for.
-bool CollectorProgram::isStillWanted() {
-    QCoreApplication::processEvents();
+// Asked while a page is waited for, so that the window stays painted.
+bool CollectorProgram::isPageWanted() {
+    pump_.runPendingEvents();
     return !collection_->stopWanted();
 }
 

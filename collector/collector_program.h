@@ -12,6 +12,7 @@
 #include "collector/run_order.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_dialogs.h"
+#include "platform/desktop/qt_event_pump.h"
 #include "store/initials.h"
 
 namespace guanchao {
@@ -28,7 +29,7 @@ public:
 private:
     void begin(const QString& word);
     void lockStore();
-    bool isStillWanted();
+    bool isPageWanted();
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
     void end();
@@ -39,7 +40,8 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     DesktopDialogs dialogs_;
-    CurlHttp http_{[this] { return isStillWanted(); }};
+    QtEventPump pump_;
+    CurlHttp http_{[this] { return isPageWanted(); }};
     QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

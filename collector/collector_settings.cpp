@@ -42,10 +42,17 @@ public:
         }
     }
 
-    // A whole number within the limits, in units of `unit`.
-    void pace(const QString& key, double least, double most, int& value, double unit = 1) const {
+    // A number within the limits.
+    void pace(const QString& key, double least, double most, int& value) const {
         if (const auto typed = ini_.value(u"pace"_s, key)) {
-            value = static_cast<int>(std::clamp(number(key, *typed), least, most) * unit);
+            value = static_cast<int>(std::clamp(number(key, *typed), least, most));
+        }
+    }
+
+    // Seconds in the file, milliseconds in the settings.
+    void pause(const QString& key, int& value) const {
+        if (const auto typed = ini_.value(u"pace"_s, key)) {
+            value = milliseconds(key, *typed);
         }
     }
 
@@ -56,8 +63,7 @@ public:
         }
         values.clear();
         for (const QString& seconds : typed->split(u',', Qt::SkipEmptyParts)) {
-            const double pause = std::clamp(number(key, seconds), 0.0, longestPauseSeconds);
-            values << static_cast<int>(pause * millisecondsPerSecond);
+            values << milliseconds(key, seconds);
         }
     }
 
@@ -71,6 +77,11 @@ private:
             refuse(key, u"不是数字"_s);
         }
         return numericPrefix(typed);
+    }
+
+    static int milliseconds(const QString& key, const QString& seconds) {
+        const double pause = std::clamp(number(key, seconds), 0.0, longestPauseSeconds);
+        return static_cast<int>(pause * millisecondsPerSecond);
     }
 
     IniFile ini_;
@@ -98,8 +109,8 @@ CollectorSettings readCollectorSettings(const QString& iniPath) {
     reader.pattern(u"results"_s, 1, settings.results);
     reader.pattern(u"none"_s, 0, settings.noResults);
     readWeights(reader, settings.weights);
-    reader.pace(u"pause"_s, 0, longestPauseSeconds, settings.pause, millisecondsPerSecond);
-    reader.pace(u"random"_s, 0, longestPauseSeconds, settings.randomPause, millisecondsPerSecond);
+    reader.pause(u"pause"_s, settings.pause);
+    reader.pause(u"random"_s, settings.randomPause);
     reader.pauses(u"retries"_s, settings.retries);
     reader.pace(u"giveup"_s, 0, mostFailedPages, settings.giveUpAfter);
     reader.pace(u"timeout"_s, 1, longestTimeoutSeconds, settings.timeoutSeconds);
