@@ -35,8 +35,8 @@ struct Environment {
     TrayModule& tray;
     AskedHistory& askedHistory;
     MeanVolume& meanVolume;
-    QString programFolder;   // the application folder, there from before the load
-    QString executableName;  // without its folder
+    QString applicationFolder;  // made ready before the load; ends in one separator
+    QString executableName;     // without its folder
     LauncherFolders launcherFolders;
 };
 

@@ -182,7 +182,7 @@ void Form2::Form_Load() {
         Timer1_.start();
         Timer4_.start();
     });
-    loadProgram(environment_.programFolder, environment_.tray, environment_.globals,
+    loadProgram(environment_.applicationFolder, environment_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
 }
 

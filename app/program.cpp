@@ -24,7 +24,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .tray = tray_,
                    .askedHistory = askedHistory_,
                    .meanVolume = meanVolume_,
-                   .programFolder = folder_,
+                   .applicationFolder = folder_,
                    .executableName = executable_.fileName(),
                    .launcherFolders = userLauncherFolders()} {
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });

@@ -1,7 +1,6 @@
 // Form29, "商品价格监控--因特网数据采集": commodities by the rising and falling words of the web,
 // the history of one with its plot, and the list of what is collected. Tables shopname, shophq and
-// canshu of the heat store; the rules are in Commodities, CommodityEditor and
-// CollectorLaunch.
+// canshu of the heat store; the rules are in Commodities, CommodityEditor and CollectorLaunch.
 #pragma once
 
 #include <QDialog>

@@ -1,7 +1,6 @@
 // What Form25 and Form31 share: a ranking by the amount of news, the history of one item with its
 // plot, the settings of the collector and its launch. Tables xinwenshul, gongsixinwen and canshu
-// of the heat store; the rules are in NewsRanking, NewsSettings and
-// CollectorLaunch.
+// of the heat store; the rules are in NewsRanking, NewsSettings and CollectorLaunch.
 #pragma once
 
 #include <QDialog>

@@ -38,7 +38,7 @@ void Form11::Form_Load() {
 }
 
 void Form11::showPage() {
-    browser_ = makePageBrowser(environment_.programFolder, page_.address, *this,
+    browser_ = makePageBrowser(environment_.applicationFolder, page_.address, *this,
                                [this](PageFailure failure) { pageFailed(failure); });
     if (!browser_) {
         openOutside();

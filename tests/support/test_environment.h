@@ -39,7 +39,7 @@ struct TestEnvironment {
                              .tray = tray_,
                              .askedHistory = askedHistory_,
                              .meanVolume = meanVolume_,
-                             .programFolder = store_.folder(),
+                             .applicationFolder = store_.folder(),
                              .executableName = QStringLiteral("guanchaotai"),
                              .launcherFolders = {store_.folder() + QStringLiteral("desktop"),
                                                  store_.folder() + QStringLiteral("programs"),
