@@ -1,0 +1,199 @@
+"""What a tour stands on, all its own: a folder, a session bus, a screen, the practice market and the
+program. Everything is gone when the desk is cleared."""
+
+import ctypes
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import urllib.request
+from pathlib import Path
+
+DAY = "2026-11-25"  # a Wednesday
+FAKETIME = "/usr/$LIB/faketime/libfaketime.so.1"
+# The clock runs on from a moment within a trading session.
+IN_SESSION = {"LD_PRELOAD": FAKETIME, "FAKETIME": f"@{DAY} 10:00:00"}
+
+# The program ends all that run under its image name, so this one has a name of its own.
+IMAGE = "guanchaotai-tour"
+
+SERVICES = "quote chart stockpage sitepage newspage history vendor search".split()
+
+PR_SET_PDEATHSIG = 1
+PR_SET_CHILD_SUBREAPER = 36
+libc = ctypes.CDLL(None)
+
+
+class TourFailure(Exception):
+    pass
+
+
+def wait(what, condition, seconds=20):
+    """The first answer of the condition that counts as true."""
+    deadline = time.monotonic() + seconds
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > deadline:
+            raise TourFailure(f"waited {seconds} s for {what}")
+        time.sleep(0.05)
+
+
+def run(program, *arguments, **environment):
+    done = subprocess.run([program, *arguments], capture_output=True, text=True, check=False,
+                          env=os.environ | environment)
+    if done.returncode != 0:
+        raise TourFailure(f"{program}: {done.stderr}")
+    return done.stdout
+
+
+def end_with_parent():
+    libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+class Desk:
+    def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai):
+        self.data = Path(data)
+        self.store_query = store_query
+        self.prepare_stores = prepare_stores
+        self.practice_market = practice_market
+        self.guanchaotai = guanchaotai
+        self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
+        self.application = self.folder / "application"
+        self.exports = self.folder / "home/导出主题"
+        # What a child of the tour leaves behind when it ends comes to the tour, to be ended too.
+        libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
+
+    def set_up(self):
+        self.prepare_surroundings()
+        self.market = Market(self)
+        self.prepare_application()
+
+    def prepare_surroundings(self):
+        for name in ("home", "runtime", "application"):
+            (self.folder / name).mkdir(mode=0o700)
+        for name in [it for it in os.environ if it.startswith("XDG_")]:
+            del os.environ[name]
+        os.environ.update(
+            HOME=str(self.folder / "home"),
+            XDG_RUNTIME_DIR=str(self.folder / "runtime"),
+            LC_ALL="C.UTF-8",
+            GSETTINGS_BACKEND="memory",
+            QT_QPA_PLATFORM="xcb",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+        )
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.told_by(
+            lambda fd: ["dbus-daemon", "--session", "--nofork", f"--print-address={fd}"])
+        os.environ["DISPLAY"] = ":" + self.told_by(
+            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", "1920x1080x24"])
+        self.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately")
+
+    def prepare_application(self):
+        shutil.copy(self.guanchaotai, self.application / IMAGE)
+        for name in ("cnwav.mp3", "pet.ico"):
+            shutil.copy(self.data / name, self.application)
+        run(self.prepare_stores, self.application, self.data, self.market.host, **IN_SESSION)
+        (self.application / "services.ini").write_text(
+            "".join(f"[{it}]\nhost={self.market.host}\n" for it in SERVICES))
+
+    def start_program(self):
+        self.program = self.start(self.application / IMAGE, **IN_SESSION)
+        return self.program
+
+    def rows(self, file, statement):
+        """The rows of a store of the application folder, or of a backup file given by its path."""
+        lines = run(self.store_query, self.application / file, statement).splitlines()
+        return [line.split("\t") for line in lines]
+
+    def start(self, program, *arguments, fds=(), **environment):
+        with open(self.log(program), "w") as log:
+            return subprocess.Popen([program, *arguments], stdout=log, stderr=log, pass_fds=fds,
+                                    env=os.environ | environment, preexec_fn=end_with_parent)
+
+    def told_by(self, command):
+        """Starts a program and returns the line by which it tells its address."""
+        reader, writer = os.pipe()
+        self.start(*command(writer), fds=(writer,))
+        os.close(writer)
+        with open(reader) as told:
+            return told.readline().strip()
+
+    def log(self, program):
+        return self.folder / (Path(program).name + ".log")
+
+    def said(self):
+        """What the program wrote on its error output."""
+        log = self.log(IMAGE)
+        return log.read_text() if log.exists() else "nothing"
+
+    def clear(self):
+        try:
+            wait("all to end", lambda: end_children(signal.SIGTERM), 5)
+        except TourFailure:
+            wait("all to be ended", lambda: end_children(signal.SIGKILL))
+        shutil.rmtree(self.folder)
+
+
+class Market:
+    """A lively practice market whose clock stands still wherever the tour sets it: prices hang on
+    the clock alone."""
+
+    def __init__(self, desk):
+        self.clock = desk.folder / "market.clock"
+        self.set_clock(0)
+        port = desk.folder / "market.port"
+        market = desk.start(desk.practice_market, desk.data / "codes.csv", port,
+                            "--lively", LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
+                            FAKETIME_NO_CACHE="1")
+        wait("the practice market", lambda: port.exists() or market.poll() is not None)
+        self.host = "http://127.0.0.1:" + port.read_text().strip()
+
+    def set_clock(self, second):
+        new = self.clock.with_suffix(".new")
+        new.write_text(f"{DAY} 10:00:{second:02}\n")
+        new.replace(self.clock)
+
+    def last_price(self, code):
+        return self.prices(code)[1]
+
+    def prices(self, code):
+        """The former close and the last price."""
+        with urllib.request.urlopen(f"{self.host}/list={code.lower()}") as reply:
+            fields = reply.read().decode("gb18030").split(",")
+        return float(fields[2]), float(fields[3])
+
+    def move_to(self, code, wanted):
+        """Sets the clock to a moment at which the gain of the code in percent is a wanted one."""
+        for second in range(60):
+            self.set_clock(second)
+            former, last = self.prices(code)
+            if wanted((last / former - 1) * 100):
+                return
+        raise TourFailure(f"no moment at which {code} stands as wanted")
+
+
+def end_children(how):
+    """True once none is left."""
+    for child in children_of(os.getpid()):
+        os.kill(child, how)
+    try:
+        while os.waitpid(-1, os.WNOHANG) != (0, 0):
+            pass
+    except ChildProcessError:
+        return True
+    return False
+
+
+def children_of(parent):
+    found = []
+    for process in Path("/proc").glob("[0-9]*"):
+        try:
+            after_name = (process / "stat").read_text().rpartition(")")[2].split()
+        except OSError:
+            continue
+        if int(after_name[1]) == parent:
+            found.append(int(process.name))
+    return found

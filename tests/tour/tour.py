@@ -1,0 +1,221 @@
+"""tour.py DATA STORE_QUERY PREPARE_STORES PRACTICE_MARKET GUANCHAOTAI
+
+A user's tour of the real program on the practice market, on a screen of its own, with a look at what
+its stores then hold. Exit codes: 0 all as it should be, 1 not, 77 no screen to go on."""
+
+import shutil
+import signal
+import sys
+import time
+import traceback
+
+from desk import DAY, Desk, TourFailure, wait
+
+SKIPPED = 77
+
+try:
+    from screen import RIGHT, Screen
+except (ImportError, ValueError) as missing:
+    print("skipped:", missing)
+    sys.exit(SKIPPED)
+
+MAIN = "dzhzhuti.mzdat"
+ARTICLES = "wenzhang.mzdat"
+HEAT = "caijiqi.mzdat"
+
+THEME = "保险"
+MEMBER = "SH601318"
+NEWCOMER = "SH600585"
+
+TITLE = "中国平安'2026"
+BODY = "第一段。\n第二段：50%的'保费'。"
+
+
+class Tour:
+    def __init__(self, desk):
+        self.desk = desk
+        self.screen = None
+        self.main = None
+        self.steps = [
+            self.start, self.fetch_quotes, self.search_a_stock, self.search_a_theme,
+            self.click_the_theme, self.add_a_stock, self.set_a_monitor, self.see_it_keep_quiet,
+            self.see_it_fire, self.stop_the_sound, self.export, self.delete_the_theme,
+            self.import_it_back, self.write_an_article, self.close_the_program
+        ]
+
+    def start(self):
+        # As a run of the collector leaves it.
+        self.desk.rows(HEAT, "update canshu set mainisrun=1")
+        self.screen = Screen(self.desk.start_program())
+        self.main = self.screen.window("观潮台(V3.7)")
+        self.expect_column("主题表", 1, "select distinct zhutiname from dzhzhuti")
+
+    def fetch_quotes(self):
+        self.desk.market.move_to(MEMBER, lambda gain: gain < -6)
+        self.screen.give_focus("观潮台(V3.7)")
+        self.screen.type("F9")
+        self.screen.answer("更新行情数据完成！")
+        price = self.desk.market.last_price(MEMBER)
+        self.expect(MAIN, f"select sp-{price} from dmb where dm='{MEMBER}'", ["0"])
+        self.expect(MAIN, f"select count(*) from dmb where newhqtime not like '{DAY} 10:%'", ["0"])
+
+    def search_a_stock(self):
+        self.screen.click(self.screen.control(self.main, "text", "代码"))
+        self.screen.type(*"gzmt")
+        self.screen.click(self.screen.control(self.main, "list item", "SH600519  贵州茅台"))
+        self.expect_column("主题表", 1, "select zhutiname from dzhzhuti where dm='SH600519'")
+
+    def search_a_theme(self):
+        self.screen.fill(self.main, "主题名", THEME)
+        self.screen.press(self.main, "按名称查找主题")
+        self.expect_column("主题表", 1,
+                           f"select distinct zhutiname from dzhzhuti where zhutiname='{THEME}'")
+
+    def click_the_theme(self):
+        self.screen.click(self.theme_cell())
+        self.expect_members()
+
+    def add_a_stock(self):
+        stocks = self.screen.grid(self.main, "个股表")
+        self.screen.pick(stocks.cell(0, 2), RIGHT, "为该主题添加个股")
+        self.screen.answer_input("添加到主题:" + THEME, NEWCOMER)
+        self.screen.answer("为该主题添加个股完成!")
+        self.expect(MAIN, "select ztktime from dzhzhuti "
+                    f"where zhutiname='{THEME}' and dm='{NEWCOMER}'", [f"{DAY} 00:00:00"])
+        self.expect_members()
+
+    def set_a_monitor(self):
+        self.screen.pick(self.theme_cell(), RIGHT, "添加主题监控")
+        editor = self.screen.window("添加主题监控")
+        self.screen.fill(editor, "报警值", "5.5")
+        self.screen.press(editor, "确 定")
+        self.screen.answer("添加主题监控完成。")
+        self.expect(MAIN, "select zhutiname,bijiaofu,baojinzhi,guzhishu,tanchuform "
+                    "from zhutijiankong", [THEME, ">", "5.5", "6", "1"])
+        manager = self.screen.window("监控管理(监控已启动)")
+        self.screen.fill(manager, "监控频率", "6")
+        self.screen.close("监控管理(监控已启动)")
+        self.expect(MAIN, "select jiankongpinlu from tempcanshu", ["6"])
+
+    def see_it_keep_quiet(self):
+        self.expect(MAIN, "select zhangfu<-5,baojintime is null from zhutijiankong", ["1", "1"])
+
+    def see_it_fire(self):
+        self.desk.market.move_to(MEMBER, lambda gain: gain > 6)
+        manager = self.screen.window("监控管理(监控已启动)")
+        self.expect(MAIN, "select zhangfu>5.5 from zhutijiankong "
+                    f"where baojintime like '{DAY} 10:%'", ["1"])
+        alarms = self.screen.grid(manager, "主题监控")
+        check("the alarm", [alarms.column(1), alarms.column(6)],
+              [[THEME], self.desk.rows(MAIN, "select baojintime from zhutijiankong")[0]])
+
+    def stop_the_sound(self):
+        self.screen.press(self.main, "停止播放")
+        self.screen.wait("the sound to stop", lambda: not self.screen.control_now(
+            self.main, "push button", "停止播放"))
+        self.screen.close("监控管理(监控已启动)")
+
+    def export(self):
+        self.screen.choose(self.main, "数据(S)", "导出数据")
+        self.screen.answer_input("导出数据")
+        self.screen.answer("已导出数据到：")
+        exported = self.desk.exports / "zhutibackup.ztb"
+        themes = "select zhutiname,dm,jc,xiangguandu,guanzhudu from dzhzhuti order by zhutiname,dm"
+        self.expect(exported, themes, *self.desk.rows(MAIN, themes))
+
+    def delete_the_theme(self):
+        self.members = self.desk.rows(MAIN, self.members_statement())
+        self.screen.pick(self.theme_cell(), RIGHT, "删除主题")
+        self.screen.answer(f"确实要删除主题'{THEME}'吗?")
+        self.screen.answer(f"删除主题'{THEME}'完成!")
+        self.expect(MAIN, self.members_statement())
+
+    def import_it_back(self):
+        self.screen.choose(self.main, "数据(S)", "导入主题")
+        self.screen.press(self.screen.window("导入主题"), "从主题库开始导入")
+        self.screen.answer(f"导入主题完成，共导入新的数据：{len(self.members)}条")
+        self.screen.close("导入主题")
+        self.expect(MAIN, self.members_statement(), *self.members)
+
+    def write_an_article(self):
+        self.screen.choose(self.main, "文章(W)", "文章管理器")
+        self.screen.press(self.screen.window("文章管理器"), "新建")
+        editor = self.screen.window("文章编辑和浏览")
+        self.screen.fill_box(editor, "大类", "主题")
+        self.screen.fill(editor, "标题", TITLE)
+        self.screen.fill(editor, "文章内容", BODY)
+        self.screen.press(editor, "保存")
+        self.expect(ARTICLES, "select dalei,biaoti,replace(leirong,char(10),'\\n'),date(rq) "
+                    "from wenzhang", ["主题", TITLE, BODY.replace("\n", "\\n"), DAY])
+        self.screen.close("文章编辑和浏览")
+        self.screen.close("文章管理器")
+
+    def close_the_program(self):
+        self.screen.ask_to_close("观潮台(V3.7)")
+        self.screen.answer("点“确定”退出，点“取消”进入托盘。")
+        wait("the program to end", lambda: self.desk.program.poll() is not None)
+        check("its exit code", self.desk.program.returncode, 0)
+        self.expect(HEAT, "select mainisrun from canshu", ["0"])
+
+    def theme_cell(self):
+        return self.screen.grid(self.main, "主题表").cell(0, 1)
+
+    def members_statement(self):
+        return ("select dm,jc,xiangguandu,guanzhudu from dzhzhuti "
+                f"where zhutiname='{THEME}' order by dm")
+
+    def expect_members(self):
+        self.expect_column("个股表", 2, f"select dm from dzhzhuti where zhutiname='{THEME}'")
+
+    def expect_column(self, grid, column, statement):
+        wanted = sorted(row[0] for row in self.desk.rows(MAIN, statement))
+        self.screen.wait(f"{grid} to list {wanted}", lambda: sorted(
+            self.screen.grid(self.main, grid).column(column)) == wanted)
+
+    def expect(self, file, statement, *rows):
+        """Waits until the store answers so: a press has its effect a little later."""
+        try:
+            wait("the rows", lambda: self.desk.rows(file, statement) == list(rows))
+        except TourFailure:
+            check(statement, self.desk.rows(file, statement), list(rows))
+
+
+def check(what, found, wanted):
+    if found != wanted:
+        raise TourFailure(f"{what}: {found} instead of {wanted}")
+
+
+def go(desk):
+    desk.set_up()
+    tour = Tour(desk)
+    for step in tour.steps:
+        began = time.monotonic()
+        try:
+            step()
+        except Exception:
+            report(step.__name__, tour)
+            return 1
+        print(f"{step.__name__}: {time.monotonic() - began:.1f} s", flush=True)
+    return 0
+
+
+def report(step, tour):
+    print(f"Failed at {step}:\n{traceback.format_exc()}")
+    print("The program said:\n" + tour.desk.said())
+    if tour.screen:
+        print("The screen showed:\n" + tour.screen.describe())
+
+
+def main():
+    if not shutil.which("Xvfb"):
+        print("skipped: no Xvfb")
+        return SKIPPED
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    desk = Desk(*sys.argv[1:])
+    try:
+        return go(desk)
+    finally:
+        desk.clear()
+
+
+sys.exit(main())
