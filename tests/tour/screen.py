@@ -1,5 +1,5 @@
 """The program as its user meets it: controls found by role and accessible name, pressed, filled and
-clicked. To be imported once the session bus and the screen are there."""
+clicked."""
 
 import gi
 
@@ -43,6 +43,8 @@ class Screen:
         return desk.wait(what, answer)
 
     def windows(self):
+        if self.process.poll() is not None:
+            return []
         return [it for it in children(self.application) if is_shown(it)]
 
     def window_now(self, title):
@@ -155,8 +157,11 @@ class Screen:
 
     def describe(self):
         """All that shows, for the report of a failure."""
-        return "\n".join(f"{it.get_role_name()} {it.get_name()!r} {text_of(it)!r}"
-                         for window in self.windows() for it in walk(window) if is_shown(it))
+        try:
+            return "\n".join(f"{it.get_role_name()} {it.get_name()!r} {text_of(it)!r}"
+                             for window in self.windows() for it in walk(window) if is_shown(it))
+        except GLib.Error as failure:
+            return f"nothing that could be read: {failure}"
 
 
 class Grid:
