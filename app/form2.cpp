@@ -59,7 +59,7 @@ Form2::Form2(Environment& environment, Windows& windows)
           }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
       backupExport_(environment.stores, environment.dialogs, exchangeRun_),
-      newsImport_(environment.stores, environment.globals, environment.dialogs, exchangeRun_),
+      newsImport_(environment.stores, environment.dialogs, exchangeRun_),
       articleImport_(environment.stores, environment.dialogs, exchangeRun_) {
     setUpControls();
     arrangeGrids();

@@ -1,7 +1,5 @@
 #include "exchange/news_import.h"
 
-#include <QScopedValueRollback>
-
 #include "exchange/table_merge.h"
 #include "platform/fixed_folders.h"
 #include "store/store_error.h"
@@ -86,8 +84,8 @@ TableMerge commodities() {
 
 }  // namespace
 
-NewsImport::NewsImport(const Stores& stores, Globals& globals, Dialogs& dialogs, ExchangeRun& run)
-    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
+NewsImport::NewsImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
+    : stores_(stores), dialogs_(dialogs), run_(run) {}
 
 void NewsImport::importNews() {
     const QString path = dialogs_.dakaiwenjian(
@@ -99,7 +97,6 @@ void NewsImport::importNews() {
     int count = 0;
     const bool complete = run_.run([&] {
         Activity activity(u"导入新闻和商品"_s);
-        const QScopedValueRollback importing(globals_.newsImportRuns, true);
         Connection heat = stores_.heat.open();
         Connection file(path, stores_.heat.key);
         const std::pair<QString, TableMerge> merges[] = {{u"主题新闻数量"_s, themeNews()},

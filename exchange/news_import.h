@@ -3,7 +3,6 @@
 // merged.
 #pragma once
 
-#include "app/globals.h"
 #include "exchange/exchange_run.h"
 #include "platform/dialogs.h"
 #include "store/stores.h"
@@ -12,14 +11,13 @@ namespace guanchao {
 
 class NewsImport {
 public:
-    NewsImport(const Stores& stores, Globals& globals, Dialogs& dialogs, ExchangeRun& run);
+    NewsImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run);
 
-    // Asks for the file, merges it and tells how many rows are new. Sets newsImportRuns meanwhile.
+    // Asks for the file, merges it and tells how many rows are new.
     void importNews();
 
 private:
     const Stores& stores_;
-    Globals& globals_;
     Dialogs& dialogs_;
     ExchangeRun& run_;
 };

@@ -1,6 +1,5 @@
 #include "heat/collector_contract.h"
 
-#include "heat/import_guard.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -24,7 +23,6 @@ void CollectorLaunch::launch(const QString& argumentWord) {
 
 void CollectorLaunch::writeSettings() {
     const Activity activity(u"启动采集程序"_s);
-    requireNoNewsImport(globals_);
     Connection store = stores_.heat.open();
     // Its values are not used: settings that can't be read end the launch here.
     const Recordset settings(

@@ -1,6 +1,6 @@
 // The launch of the companion collector: the settings row that it reads (table canshu of the heat
 // store) and its one argument word. It is never waited for; its results come by the shared tables.
-// Failed statements raise StoreError, a news import under way OperationError.
+// Failed statements raise StoreError.
 #pragma once
 
 #include <QString>

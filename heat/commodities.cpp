@@ -1,7 +1,6 @@
 #include "heat/commodities.h"
 
 #include "heat/heat_grid.h"
-#include "heat/import_guard.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -79,7 +78,6 @@ std::optional<QString> Commodities::readSettings() {
 
 void Commodities::writeAttention(const QString& typed) const {
     const Activity activity(u"保存采集的关注度"_s);
-    requireNoNewsImport(globals_);
     stores_.heat.open().execute(u"update canshu set shopguanzhudu="_s +
                                 numberText(numericPrefix(typed)));
 }

@@ -1,6 +1,5 @@
 #include "heat/commodity_editor.h"
 
-#include "heat/import_guard.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -57,7 +56,6 @@ void CommodityEditor::add(const Commodity& typed, const Show& show) {
 std::optional<Commodity> CommodityEditor::insertUnlessStored(const QString& name,
                                                              const Commodity& typed) {
     const Activity activity(u"添加商品"_s);
-    requireNoNewsImport(globals_);
     Connection store = stores_.heat.open();
     const std::optional<Commodity> commodity = stored(store, name);
     if (!commodity) {
@@ -82,7 +80,6 @@ void CommodityEditor::modify(const Commodity& typed) {
 // False if there is none of the name.
 bool CommodityEditor::update(const QString& name, const Commodity& typed) {
     const Activity activity(u"修改商品"_s);
-    requireNoNewsImport(globals_);
     Connection store = stores_.heat.open();
     const Recordset row(store, u"select shopname from shopname where shopname='"_s + name + u"'"_s);
     if (row.atEnd()) {
@@ -95,14 +92,10 @@ bool CommodityEditor::update(const QString& name, const Commodity& typed) {
 }
 
 void CommodityEditor::remove(const QString& name) {
-    deleteCommodity(stores_, globals_, dialogs_, trimBlanks(name));
+    deleteCommodity(stores_, dialogs_, trimBlanks(name));
 }
 
-bool deleteCommodity(const Stores& stores, const Globals& globals, Dialogs& dialogs, QString name) {
-    {
-        const Activity activity(u"删除商品"_s);
-        requireNoNewsImport(globals);
-    }
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name) {
     if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
         return false;
     }

@@ -1,7 +1,6 @@
 // The list of commodities that the collector follows: adding, changing and deleting one by its
 // name. Table shopname of the heat store, and shophq at a deletion. Nothing that is typed is
-// checked; a quote in a name makes its statement fail, which raises StoreError. A write during a
-// news import raises OperationError.
+// checked; a quote in a name makes its statement fail, which raises StoreError.
 #pragma once
 
 #include <functional>
@@ -22,7 +21,7 @@ struct Commodity {
 
 // Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
 // The window that calls it may go meanwhile.
-bool deleteCommodity(const Stores& stores, const Globals& globals, Dialogs& dialogs, QString name);
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name);
 
 class CommodityEditor {
 public:

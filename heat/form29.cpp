@@ -4,11 +4,10 @@
 #include <QSignalBlocker>
 
 #include "app/looks.h"
-#include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "heat/commodity_editor.h"
 #include "heat/form5.h"
 #include "heat/heat_grid.h"
+#include "store/held_stores.h"
 #include "ui_form29.h"
 
 namespace guanchao {
@@ -16,8 +15,7 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 Form29::Form29(Environment& environment, Windows& windows)
-    : QDialog(nullptr, Qt::Window),
-      environment_(environment),
+    : environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form29>()),
       commodities_(environment.stores, environment.globals, environment.clock, environment.shell,
@@ -36,12 +34,10 @@ Form29::~Form29() = default;
 void Form29::dressControls() {
     ui_->Command9->setIcon(updateIcon());
     ui_->Command2->setIcon(searchIcon());
-    ui_->MSHFlexGrid1->setGrid(rankingGrid_);
-    ui_->MSHFlexGrid1->setHint(
-        u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序\n"
-        u"点右键可以添加商品"_s);
-    ui_->MSHFlexGrid2->setGrid(historyGrid_);
-    ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
+    showGrids(*ui_->MSHFlexGrid1,
+              u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序\n"
+              u"点右键可以添加商品"_s,
+              *ui_->MSHFlexGrid2);
     ui_->tables->setStretchFactor(0, 0);
     ui_->tables->setStretchFactor(1, 1);
     ui_->tables->setSizes({340, 380});
@@ -58,10 +54,6 @@ void Form29::connectControls() {
     connect(ui_->Command9, &QPushButton::clicked, this, &Form29::Command9_Click);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
     connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this,
             [this] { commodities_.openSearchPage(); });
 }
@@ -80,17 +72,15 @@ void Form29::connectMenu() {
 // what is stored already can go without.
 void Form29::Form_Load() {
     if (const std::optional<QString> attention = commodities_.readSettings()) {
-        const QSignalBlocker notWritten(environment_.globals.newsImportRuns ? ui_->Text3 : nullptr);
+        const bool held = activityHolding(environment_.stores.heat.path).has_value();
+        const QSignalBlocker notWritten(held ? ui_->Text3 : nullptr);
         ui_->Text3->setText(*attention);
     }
     Command9_Click();
 }
 
 void Form29::Command2_Click() {
-    if (const std::optional<int> row = findHeatRow(rankingGrid_, ui_->Text1->text())) {
-        biaoji(rankingGrid_, *row);
-        ui_->MSHFlexGrid1->scrollToTop(*row);
-    }
+    find(ui_->Text1->text());
 }
 
 void Form29::Command9_Click() {
@@ -122,14 +112,6 @@ void Form29::openMenu(bool onCommodity) {
     kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
 }
 
-void Form29::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid, col, {u"日期"_s}, lastSortCode_);
-        }
-    });
-}
-
 void Form29::添加商品_Click() {
     environment_.globals.dangqianshangpin.clear();
     windows_.openAnew<Form5>();
@@ -138,8 +120,7 @@ void Form29::添加商品_Click() {
 // The window may close while a box of its own is open.
 void Form29::删除商品_Click() {
     const QPointer alive(this);
-    if (deleteCommodity(environment_.stores, environment_.globals, environment_.dialogs,
-                        commodities_.current()) &&
+    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current()) &&
         alive) {
         emptyHeatGrid(historyGrid_);
         ui_->plot->showDays({});

@@ -3,15 +3,14 @@
 // canshu of the heat store; the rules are in Commodities, CommodityEditor and CollectorLaunch.
 #pragma once
 
-#include <QDialog>
 #include <QMenu>
 #include <memory>
 
 #include "app/environment.h"
 #include "app/windows.h"
-#include "grid/result_grid.h"
 #include "heat/collector_contract.h"
 #include "heat/commodities.h"
+#include "heat/heat_window.h"
 
 namespace Ui {
 class Form29;
@@ -19,7 +18,7 @@ class Form29;
 
 namespace guanchao {
 
-class Form29 : public QDialog {
+class Form29 : public HeatWindow {
     Q_OBJECT
 
 public:
@@ -36,19 +35,15 @@ private:
     void Command9_Click();
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
     void openMenu(bool onCommodity);
-    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
     void 添加商品_Click();
     void 删除商品_Click();
 
     Environment& environment_;
     Windows& windows_;
     std::unique_ptr<Ui::Form29> ui_;
-    ResultGrid rankingGrid_;
-    ResultGrid historyGrid_;
     Commodities commodities_;
     CollectorLaunch collectorLaunch_;
     QMenu kuaijiemenu_;  // 快捷菜单: on a commodity, or on the empty ground to add one
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

@@ -1,6 +1,5 @@
 #include "heat/news_settings.h"
 
-#include "heat/import_guard.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/values.h"
@@ -28,14 +27,12 @@ std::optional<NewsSettings::Stored> NewsSettings::read() const {
 
 void NewsSettings::writeCustom(bool on, int days) const {
     const Activity activity(u"保存采集的自定义天数"_s);
-    requireNoNewsImport(globals_);
     stores_.heat.open().execute(u"update canshu set iszidinyinum="_s + (on ? u'1' : u'0') +
                                 u",zidinyinum="_s + QString::number(days));
 }
 
 void NewsSettings::writeAttention(const QString& typed) const {
     const Activity activity(u"保存采集的关注度"_s);
-    requireNoNewsImport(globals_);
     stores_.heat.open().execute(u"update canshu set guanzhudu="_s +
                                 numberText(numericPrefix(typed)));
 }

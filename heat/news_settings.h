@@ -1,12 +1,10 @@
 // The settings of the news rankings, which the collector reads: table canshu of the heat store, one
-// row. A change is written at once. Failed statements raise StoreError, a change during a news
-// import OperationError.
+// row. A change is written at once. Failed statements raise StoreError.
 #pragma once
 
 #include <QString>
 #include <optional>
 
-#include "app/globals.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -25,8 +23,7 @@ public:
         QString searchTemplate;  // the search page, with tihuandm where the words go
     };
 
-    NewsSettings(const Stores& stores, const Globals& globals)
-        : stores_(stores), globals_(globals) {}
+    explicit NewsSettings(const Stores& stores) : stores_(stores) {}
 
     // Nothing if the store has no row.
     std::optional<Stored> read() const;
@@ -37,7 +34,6 @@ public:
 
 private:
     const Stores& stores_;
-    const Globals& globals_;
 };
 
 }  // namespace guanchao

@@ -3,9 +3,7 @@
 #include <QSignalBlocker>
 
 #include "app/looks.h"
-#include "grid/sorting.h"
-#include "grid/trapped.h"
-#include "heat/heat_grid.h"
+#include "store/held_stores.h"
 #include "ui_news_window.h"
 
 namespace guanchao {
@@ -13,13 +11,12 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 NewsWindow::NewsWindow(Environment& environment, const NewsSubject& subject, const Words& words)
-    : QDialog(nullptr, Qt::Window),
-      globals_(environment.globals),
+    : stores_(environment.stores),
       words_(words),
       ui_(std::make_unique<Ui::NewsWindow>()),
       ranking_(environment.stores, environment.globals, environment.shell, subject, rankingGrid_,
                historyGrid_),
-      settings_(environment.stores, environment.globals),
+      settings_(environment.stores),
       collectorLaunch_(environment.stores, environment.globals, environment.dialogs,
                        environment.processes) {
     ui_->setupUi(this);
@@ -38,10 +35,9 @@ void NewsWindow::showWords() {
     ui_->Check2->setText(words_.showAll);
     ui_->Command9->setIcon(updateIcon());
     ui_->Command2->setIcon(searchIcon());
-    ui_->MSHFlexGrid1->setGrid(rankingGrid_);
-    ui_->MSHFlexGrid1->setHint(u"还没有采集到新闻数量\n\n点“采集”启动采集程序，之后点“显示排名”"_s);
-    ui_->MSHFlexGrid2->setGrid(historyGrid_);
-    ui_->MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
+    showGrids(*ui_->MSHFlexGrid1,
+              u"还没有采集到新闻数量\n\n点“采集”启动采集程序，之后点“显示排名”"_s,
+              *ui_->MSHFlexGrid2);
     ui_->tables->setSizes({1000, 1000});
     ui_->historyAndPlot->setSizes({1150, 850});
 }
@@ -57,10 +53,6 @@ void NewsWindow::connectControls() {
     connect(ui_->Command9, &QPushButton::clicked, this, &NewsWindow::Command9_Click);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
     connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this,
             &NewsWindow::MSHFlexGrid1_DblClick);
 }
@@ -78,7 +70,7 @@ void NewsWindow::Form_Load() {
 // writes; what is stored already can go without.
 void NewsWindow::showSettings(const NewsSettings::Stored& stored) {
     ui_->Text2->setText(stored.days);
-    const QSignalBlocker notWritten(globals_.newsImportRuns ? ui_->Check1 : nullptr);
+    const QSignalBlocker notWritten(activityHolding(stores_.heat.path) ? ui_->Check1 : nullptr);
     ui_->Check1->setChecked(stored.customOn);
 }
 
@@ -108,10 +100,7 @@ void NewsWindow::Command1_Click() {
 }
 
 void NewsWindow::Command2_Click() {
-    if (const std::optional<int> row = findHeatRow(rankingGrid_, ui_->Text1->text())) {
-        biaoji(rankingGrid_, *row);
-        ui_->MSHFlexGrid1->scrollToTop(*row);
-    }
+    find(ui_->Text1->text());
 }
 
 void NewsWindow::Command9_Click() {
@@ -128,14 +117,6 @@ void NewsWindow::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
         biaoji(rankingGrid_, row);
     }
     ui_->plot->showDays(ranking_.showHistory());
-}
-
-void NewsWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid, col, {u"日期"_s}, lastSortCode_);
-        }
-    });
 }
 
 void NewsWindow::MSHFlexGrid1_DblClick() {

@@ -3,12 +3,11 @@
 // of the heat store; the rules are in NewsRanking, NewsSettings and CollectorLaunch.
 #pragma once
 
-#include <QDialog>
 #include <memory>
 
 #include "app/environment.h"
-#include "grid/result_grid.h"
 #include "heat/collector_contract.h"
+#include "heat/heat_window.h"
 #include "heat/news_ranking.h"
 #include "heat/news_settings.h"
 
@@ -18,7 +17,7 @@ class NewsWindow;
 
 namespace guanchao {
 
-class NewsWindow : public QDialog {
+class NewsWindow : public HeatWindow {
     Q_OBJECT
 
 public:
@@ -45,19 +44,15 @@ private:
     void Command2_Click();
     void Command9_Click();
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
     void MSHFlexGrid1_DblClick();
 
-    const Globals& globals_;
+    const Stores& stores_;
     Words words_;
     std::unique_ptr<Ui::NewsWindow> ui_;
-    ResultGrid rankingGrid_;
-    ResultGrid historyGrid_;
     NewsRanking ranking_;
     NewsSettings settings_;
     CollectorLaunch collectorLaunch_;
     QString yinqingurl_;  // 引擎网址: the template of the search page
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

@@ -9,6 +9,7 @@
 #include <exception>
 
 #include "store/dialect.h"
+#include "store/held_stores.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
@@ -22,10 +23,15 @@ namespace {
 
 std::chrono::milliseconds busyTimeout = std::chrono::seconds(5);
 
+bool isHeldByAnother(sqlite3* handle) {
+    const QString path = QString::fromUtf8(sqlite3_db_filename(handle, "main"));
+    return activityHolding(path, handle).has_value();
+}
+
 // A process that writes without a pause leaves a store free for moments only. The library's own
 // waiting looks for them ten times a second and can miss them all.
-int waitForStore(void*, int tries) {
-    if (tries >= busyTimeout.count()) {
+int waitForStore(void* handle, int tries) {
+    if (tries >= busyTimeout.count() || isHeldByAnother(static_cast<sqlite3*>(handle))) {
         return 0;
     }
     QThread::msleep(1);
@@ -123,7 +129,7 @@ void Connection::Close::operator()(sqlite3* handle) const {
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
-    sqlite3_busy_handler(handle(), waitForStore, nullptr);
+    sqlite3_busy_handler(handle(), waitForStore, handle());
     giveKey(*this, key);
     registerDialect(handle());
     // A wrong key shows at the first read only: read here, so that the opening is what fails.
@@ -181,23 +187,30 @@ StatementHandle prepare(const Connection& connection, const QString& statement) 
 }
 
 void raiseLastFailure(const Connection& connection, const QString& statement) {
-    throw StoreError(QString::fromUtf8(sqlite3_errmsg(connection.handle())), connection.path(),
-                     statement);
+    sqlite3* handle = connection.handle();
+    const std::optional<QString> holder = activityHolding(connection.path(), handle);
+    if (holder && sqlite3_errcode(handle) == SQLITE_BUSY) {
+        throw OperationError(u"正在"_s + *holder + u"，请等它结束后再试。"_s);
+    }
+    throw StoreError(QString::fromUtf8(sqlite3_errmsg(handle)), connection.path(), statement);
 }
 
 Transaction::Transaction(Connection& connection) : connection_(connection) {
     connection_.execute(u"begin immediate"_s);
+    holdStore(connection.path(), connection.handle());
 }
 
 Transaction::~Transaction() {
     if (open_) {
         sqlite3_exec(connection_.handle(), "rollback", nullptr, nullptr, nullptr);
+        releaseStore(connection_.path());
     }
 }
 
 void Transaction::commit() {
     connection_.execute(u"commit"_s);
     open_ = false;
+    releaseStore(connection_.path());
 }
 
 void createTableFromContent(Connection& connection, const QString& name, const QString& query) {

@@ -1,5 +1,5 @@
 // One short-lived connection to a store file. Each operation makes its own and lets it go; two
-// operations never share one. Every failure is raised as StoreError.
+// operations never share one. Failures raise StoreError, or what held_stores.h tells of.
 #pragma once
 
 #include <QString>

@@ -37,7 +37,7 @@ protected:
     BackupExport export_{store_.stores, dialogs_, run_};
     ThemeImport import_{store_.stores, globals_, clock_, dialogs_, run_};
     ArticleImport articles_{store_.stores, dialogs_, run_};
-    NewsImport news_{store_.stores, globals_, dialogs_, run_};
+    NewsImport news_{store_.stores, dialogs_, run_};
 };
 
 TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {

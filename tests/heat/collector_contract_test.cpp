@@ -66,9 +66,11 @@ TEST_F(CollectorLaunchTest, WhatStandsInTheWayOfALaunch) {
     run(u"delete from canshu"_s);
     collectorLaunch_.launch(collectCompanies);
     EXPECT_EQ(processes_.started.size(), 2) << "no settings are no hindrance";
-    globals_.newsImportRuns = true;
-    EXPECT_THROW(collectorLaunch_.launch(collectCompanies), OperationError);
-    globals_.newsImportRuns = false;
+    {
+        Connection heat = store_.stores.heat.open();
+        const Transaction import(heat);
+        EXPECT_THROW(collectorLaunch_.launch(collectCompanies), OperationError);
+    }
     run(u"drop table canshu"_s);
     EXPECT_THROW(collectorLaunch_.launch(collectCompanies), StoreError);
     EXPECT_EQ(processes_.started.size(), 2);

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "heat/commodity_editor.h"
-#include "heat/news_settings.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
@@ -133,7 +130,7 @@ TEST_F(CommoditiesTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
 TEST_F(CommoditiesTest, ADeletionAsksAndTakesTheHistoryAlong) {
     addDay(u"铜"_s, u"2026-11-24 10:00:00"_s);
     dialogs_.answer = false;
-    EXPECT_FALSE(deleteCommodity(store_.stores, globals_, dialogs_, u"铜"_s));
+    EXPECT_FALSE(deleteCommodity(store_.stores, dialogs_, u"铜"_s));
     EXPECT_EQ(list().size(), 2);
     dialogs_.answer = true;
     editor_.remove(u" 铜 "_s);
@@ -143,33 +140,11 @@ TEST_F(CommoditiesTest, ADeletionAsksAndTakesTheHistoryAlong) {
               QStringList({u"观潮台|确实要删除商品'铜'吗?"_s, u"观潮台|删除商品'铜'完成!"_s}));
     run(u"drop table shophq"_s);
     try {
-        deleteCommodity(store_.stores, globals_, dialogs_, u"铝"_s);
+        deleteCommodity(store_.stores, dialogs_, u"铝"_s);
         FAIL() << "the history can't be deleted";
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failure.remains().contains(u"商品清单"_s));
     }
-}
-
-TEST_F(CommoditiesTest, AnImportOfNewsRefusesEveryWriteAtOnce) {
-    const NewsSettings news(store_.stores, globals_);
-    const QStringList before = list();
-    const std::function<void()> writes[] = {
-        [&] { news.writeCustom(true, 9); },           [&] { news.writeAttention(u"9"_s); },
-        [&] { commodities_.writeAttention(u"9"_s); }, [&] { editor_.add({u"锡"_s, {}, {}}, {}); },
-        [&] { editor_.modify({u"铜"_s, {}, {}}); },   [&] { editor_.remove(u"铜"_s); },
-    };
-    globals_.newsImportRuns = true;
-    for (const auto& write : writes) {
-        try {
-            write();
-            FAIL();
-        } catch (const OperationError& refusal) {
-            EXPECT_EQ(refusal.reason(), u"正在导入新闻和商品，请等它结束后再试。"_s);
-            EXPECT_FALSE(refusal.activity().isEmpty());
-        }
-    }
-    EXPECT_EQ(list(), before);
-    EXPECT_EQ(dialogs_.shown, QStringList()) << "not even a question";
 }
 
 }  // namespace guanchao

@@ -127,7 +127,11 @@ TEST_F(HeatWindowsTest, TheLoadWritesTheStoredSettingsBackInOneGo) {
     globals_.dangqianzhuti = u"白酒"_s;
     for (const auto& it : cases) {
         run(u"update canshu set iszidinyinum="_s + it.on + u",zidinyinum="_s + it.days);
-        globals_.newsImportRuns = it.importRuns;
+        Connection heat = stores_.heat.open();
+        std::optional<Transaction> import;
+        if (it.importRuns) {
+            import.emplace(heat);
+        }
         const StatementLog log;
         open<Form25>();
         EXPECT_EQ(updates(), it.updates);
@@ -136,6 +140,8 @@ TEST_F(HeatWindowsTest, TheLoadWritesTheStoredSettingsBackInOneGo) {
         EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"0"_s) << "whatever is stored";
         EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 3);
     }
+    Connection heat = stores_.heat.open();
+    const Transaction import(heat);
     const StatementLog log;
     open<Form29>();
     EXPECT_EQ(find<QLineEdit>(u"Text3"_s)->text(), u"3"_s);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QScopeGuard>
 
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -78,6 +79,46 @@ TEST_F(ConnectionTest, TransactionsRollBackUnlessCommitted) {
         transaction.commit();
     }
     EXPECT_EQ(store_.rows(u"select dm from zixuangu"_s), QStringList{u"SH600001"_s});
+}
+
+// The lock can't go while an operation waits for it: a wait would outlast the test.
+TEST_F(ConnectionTest, WhatATransactionHoldsRefusesOtherWritersAtOnce) {
+    Connection::setBusyTimeout(std::chrono::hours(1));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    const Stores& stores = store_.stores;
+    const QString link = store_.folder() + u"link.mzdat"_s;
+    ASSERT_TRUE(QFile::link(stores.article.path, link));
+    const auto write = [&](const QString& path) {
+        const Activity activity(u"删除文章"_s);
+        Connection(path, stores.article.key).execute(u"delete from wenzhang"_s);
+    };
+    {
+        const Activity activity(u"导入文章"_s);
+        Connection store = stores.article.open();
+        Transaction transaction(store);
+        for (const QString& path : {stores.article.path, link}) {
+            try {
+                write(path);
+                FAIL() << path.toStdString();
+            } catch (const OperationError& refusal) {
+                EXPECT_EQ(refusal.reason(), u"正在导入文章，请等它结束后再试。"_s);
+                EXPECT_EQ(refusal.activity(), u"删除文章"_s);
+            }
+        }
+        EXPECT_EQ(TestStores::rows(stores.article, u"select count(*) from wenzhang"_s),
+                  QStringList{u"0"_s})
+            << "readers are let in";
+        transaction.commit();
+        EXPECT_NO_THROW(write(link)) << "committed";
+        Transaction another(store);
+        EXPECT_THROW(write(link), OperationError);
+        Connection::setBusyTimeout(std::chrono::milliseconds(1));
+        Connection reader = stores.article.open();
+        reader.execute(u"begin"_s);
+        reader.execute(u"select count(*) from wenzhang"_s);
+        EXPECT_THROW(another.commit(), StoreError) << "a reader's lock is waited for";
+    }
+    EXPECT_NO_THROW(write(link)) << "rolled back";
 }
 
 TEST_F(ConnectionTest, AFailureTellsStatementFileAndActivity) {

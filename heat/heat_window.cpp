@@ -1,0 +1,38 @@
+#include "heat/heat_window.h"
+
+#include "grid/sorting.h"
+#include "grid/trapped.h"
+#include "heat/heat_grid.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+void HeatWindow::showGrids(GridView& ranking, const QString& rankingHint, GridView& history) {
+    ranking_ = &ranking;
+    ranking.setGrid(rankingGrid_);
+    ranking.setHint(rankingHint);
+    history.setGrid(historyGrid_);
+    history.setHint(u"点排名中的一行，这里列出它的历史"_s);
+    connect(&ranking, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
+    connect(&history, &GridView::gridClicked, this,
+            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
+}
+
+void HeatWindow::find(const QString& text) {
+    if (const std::optional<int> row = findHeatRow(rankingGrid_, text)) {
+        biaoji(rankingGrid_, *row);
+        ranking_->scrollToTop(*row);
+    }
+}
+
+void HeatWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
+    trapped([&] {
+        if (row == 0) {
+            sortByHeader(grid, col, {u"日期"_s}, lastSortCode_);
+        }
+    });
+}
+
+}  // namespace guanchao

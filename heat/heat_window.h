@@ -1,0 +1,33 @@
+// What the windows of the internet figures share: the grid of a ranking with its search, and the
+// grid with the history of one item. A click on a header sorts either.
+#pragma once
+
+#include <QDialog>
+
+#include "grid/grid_view.h"
+#include "grid/result_grid.h"
+
+namespace guanchao {
+
+class HeatWindow : public QDialog {
+    Q_OBJECT
+
+protected:
+    HeatWindow() : QDialog(nullptr, Qt::Window) {}
+
+    // `rankingHint` is shown where the ranking is empty.
+    void showGrids(GridView& ranking, const QString& rankingHint, GridView& history);
+    // Marks the first row of the ranking that holds the text and scrolls to it.
+    void find(const QString& text);
+
+    ResultGrid rankingGrid_;
+    ResultGrid historyGrid_;
+
+private:
+    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
+
+    GridView* ranking_ = nullptr;
+    SortCode lastSortCode_ = SortCode::none;
+};
+
+}  // namespace guanchao
