@@ -17,6 +17,9 @@ struct ExchangeProgress {
     QString jc;  // the short name of the stock in work, where there is one
 };
 
+// What is told of an import that was cancelled: its transaction has been rolled back.
+inline const QString importStopped = QStringLiteral("导入已停止，没有导入任何数据。");
+
 class ExchangeRun {
 public:
     using Show = std::function<void(const ExchangeProgress&)>;

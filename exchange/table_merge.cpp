@@ -2,9 +2,8 @@
 
 namespace guanchao {
 
-int mergeTable(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
+int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
     int added = 0;
-    Transaction transaction = longTransaction(store);
     Recordset rows(file, merge.rows);
     run.expect(rows.count());
     for (; !rows.atEnd(); rows.moveNext()) {
@@ -16,6 +15,12 @@ int mergeTable(const TableMerge& merge, Connection& store, Connection& file, Exc
         }
         run.rowDone();
     }
+    return added;
+}
+
+int mergeTable(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
+    Transaction transaction = longTransaction(store);
+    const int added = mergeRows(merge, store, file, run);
     transaction.commit();
     return added;
 }

@@ -1,23 +1,28 @@
-// One table of an exported store merged into the program's own: rows that are missing are added,
-// rows that are there never change. Raises StoreError.
+// How a table of a store takes the rows of an exported file: row by row, those that are missing are
+// added, those that are there never change. Raises StoreError.
 #pragma once
 
-#include <QString>
+#include <functional>
 
 #include "exchange/exchange_run.h"
 #include "store/recordset.h"
 
 namespace guanchao {
 
-// How a table of the file is read, how a row is looked up and how it is added. The texts of a row
-// go into the statements as they are: an apostrophe makes the merge fail.
+// The statements of one table's merge, by the row of the file. The texts of a row go into them as
+// they are: an apostrophe makes the merge fail.
 struct TableMerge {
-    QString rows;
-    QString (*lookUp)(const Recordset& row);
-    QString (*insert)(const Recordset& row);  // empty: the row is left out
+    using Statement = std::function<QString(const Recordset& row)>;
+
+    QString rows;      // run on the file
+    Statement lookUp;  // run on the store: the row is missing if nothing comes back
+    Statement insert;  // empty: the row is left out
 };
 
-// Gives the number of rows added, all in one transaction; an empty table has its transaction too.
+// Gives the number of rows added. The caller has a transaction open.
+int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run);
+
+// The same in a transaction of its own; an empty table has its transaction too.
 int mergeTable(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run);
 
 }  // namespace guanchao

@@ -196,6 +196,7 @@ void TextImport::importText(const TextSource& source) {
         count = importLines(source, lines);
     });
     if (!complete) {
+        dialogs_.tell(importStopped);
         return;
     }
     Dialogs& dialogs = dialogs_;

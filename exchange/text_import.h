@@ -22,8 +22,8 @@ public:
     // Shows in the grid what the first line would bring, and then tells what is wrong with it.
     void preview(const TextSource& source, ResultGrid& grid);
 
-    // Adds the pairs of theme and code that are missing and tells their number. Lines with broken
-    // bytes are left out and named.
+    // Adds the pairs of theme and code that are missing and tells their number, or that the run was
+    // cancelled. Lines with broken bytes are left out and named.
     void importText(const TextSource& source);
 
 private:

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include "exchange/table_merge.h"
 #include "store/store_error.h"
 #include "store/values.h"
 
@@ -12,22 +13,42 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The time of the file is read and not used: a row bears the time of its import.
-QString insertTheme(const Recordset& row, const QString& date) {
-    return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu) values('"_s +
-           row.value(0).toText() + u"','"_s + row.value(1).toText() + u"','"_s +
-           row.value(2).toText() + u"','"_s + date + u"',"_s + row.value(4).toText() + u","_s +
-           row.value(5).toText() + u")"_s;
-}
-
-QString insertCode(const QString& dm, const Recordset& row, const QString& date) {
-    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + dm + u"','"_s +
-           row.value(1).toText() + u"','"_s + row.value(2).toText() + u"','"_s +
-           row.value(3).toText() + u"','"_s + date + u"')"_s;
-}
-
 bool isStockCode(const QString& dm) {
     return (dm.startsWith(u"SH"_s) || dm.startsWith(u"SZ"_s)) && dm.size() < 9;
+}
+
+// The time of the file is read and not used: a row bears the time of its import.
+TableMerge themes(const QString& date) {
+    return {
+        u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu"
+        u" from dzhzhuti"_s,
+        [](const Recordset& row) -> QString {
+            return u"select zhutiname,dm from dzhzhuti where zhutiname='"_s +
+                   row.value(0).toText() + u"' and dm='"_s + row.value(1).toText() + u"'"_s;
+        },
+        [date](const Recordset& row) -> QString {
+            return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu)"
+                   u" values('"_s +
+                   row.value(0).toText() + u"','"_s + row.value(1).toText() + u"','"_s +
+                   row.value(2).toText() + u"','"_s + date + u"',"_s + row.value(4).toText() +
+                   u","_s + row.value(5).toText() + u")"_s;
+        }};
+}
+
+TableMerge codes(const QString& date) {
+    return {u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s,
+            [](const Recordset& row) -> QString {
+                return u"select dm from dmb where  dm='"_s + row.value(0).toText() + u"'"_s;
+            },
+            [date](const Recordset& row) -> QString {
+                const QString dm = row.value(0).toText().toUpper();
+                if (!isStockCode(dm)) {
+                    return {};
+                }
+                return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + dm + u"','"_s +
+                       row.value(1).toText() + u"','"_s + row.value(2).toText() + u"','"_s +
+                       row.value(3).toText() + u"','"_s + date + u"')"_s;
+            }};
 }
 
 }  // namespace
@@ -44,9 +65,8 @@ void ThemeImport::importLibrary(const QString& path) {
     const Activity activity(u"导入主题"_s);
     int count = 0;
     const bool complete = run_.run([&] { count = mergeLibrary(path); });
-    if (complete) {
-        dialogs_.tell(u"导入主题完成，共导入新的数据："_s + QString::number(count) + u"条"_s);
-    }
+    dialogs_.tell(complete ? u"导入主题完成，共导入新的数据："_s + QString::number(count) + u"条"_s
+                           : importStopped);
 }
 
 int ThemeImport::mergeLibrary(const QString& path) {
@@ -55,44 +75,10 @@ int ThemeImport::mergeLibrary(const QString& path) {
     Connection library(path, stores_.backupKey);
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     Transaction transaction = longTransaction(main);
-    const int count = mergeThemes(
-        Recordset(library,
-                  u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu"
-                  u" from dzhzhuti"_s),
-        main, date);
-    mergeCodes(Recordset(library,
-                         u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s),
-               main, date);
+    const int count = mergeRows(themes(date), main, library, run_);
+    mergeRows(codes(date), main, library, run_);
     transaction.commit();
     return count;
-}
-
-int ThemeImport::mergeThemes(Recordset rows, Connection& main, const QString& date) {
-    int added = 0;
-    run_.expect(rows.count());
-    for (; !rows.atEnd(); rows.moveNext()) {
-        const QString lookUp = u"select zhutiname,dm from dzhzhuti where zhutiname='"_s +
-                               rows.value(0).toText() + u"' and dm='"_s + rows.value(1).toText() +
-                               u"'"_s;
-        if (Recordset(main, lookUp).atEnd()) {
-            main.execute(insertTheme(rows, date));
-            ++added;
-        }
-        run_.rowDone();
-    }
-    return added;
-}
-
-void ThemeImport::mergeCodes(Recordset rows, Connection& main, const QString& date) {
-    run_.expect(rows.count());
-    for (; !rows.atEnd(); rows.moveNext()) {
-        const QString dm = rows.value(0).toText();
-        if (Recordset(main, u"select dm from dmb where  dm='"_s + dm + u"'"_s).atEnd() &&
-            isStockCode(dm.toUpper())) {
-            main.execute(insertCode(dm.toUpper(), rows, date));
-        }
-        run_.rowDone();
-    }
 }
 
 void ThemeImport::deleteAll() {

@@ -6,7 +6,6 @@
 #include "exchange/exchange_run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -16,7 +15,7 @@ public:
     ThemeImport(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
                 ExchangeRun& run);
 
-    // Tells how many memberships are new; codes are not counted.
+    // Tells how many memberships are new, codes not counted, or that the run was cancelled.
     void importLibrary(const QString& path);
 
     // Asks first. Only the themes go.
@@ -24,8 +23,6 @@ public:
 
 private:
     int mergeLibrary(const QString& path);
-    int mergeThemes(Recordset rows, Connection& main, const QString& date);
-    void mergeCodes(Recordset rows, Connection& main, const QString& date);
 
     const Stores& stores_;
     Globals& globals_;

@@ -28,7 +28,7 @@ protected:
     }
 
     int files_ = 0;
-    NewsImport news_{store_.stores, globals_, dialogs_, run_};
+    NewsImport news_{store_.stores, dialogs_, run_};
     ArticleImport article_{store_.stores, dialogs_, run_};
     ThemeImport theme_{store_.stores, globals_, clock_, dialogs_, run_};
 };
@@ -200,7 +200,7 @@ TEST_F(StoreMergeTest, DuringARunOthersReadAndAClosingWindowRollsBack) {
         }
     };
     theme_.importLibrary(file.path);
-    EXPECT_EQ(told(), QStringList());
+    EXPECT_EQ(told(), QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
     EXPECT_EQ(globals_.hqmang, 0);
 }

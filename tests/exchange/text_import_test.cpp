@@ -170,12 +170,12 @@ TEST_F(TextImportTest, AStoreThatIsLockedOrClosedTakesNothing) {
     write("600000\tX\r");
     pump_.onRun = [this] { run_.cancel(); };
     import_.importText(source_);
-    EXPECT_EQ(told(), QStringList());
+    EXPECT_EQ(told(), QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
     EXPECT_EQ(stamp(), QStringList{u"2026-11-01 08:00:00"_s});
     {
         Connection other = store_.stores.main.open();
-        const Transaction transaction(other);
+        other.execute(u"begin immediate"_s);
         Connection::setBusyTimeout(std::chrono::milliseconds(1));
         const auto restore =
             qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
