@@ -36,6 +36,7 @@ Form12::Form12(Environment& environment, Windows&)
       scan_(environment.stores, environment.globals, environment.dialogs, run_),
       returns_(environment.stores, environment.globals, environment.dialogs, run_) {
     ui_->setupUi(this);
+    caption_ = windowTitle();
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(
         u"点“搜  索”，这里列出符合条件的股票\n\n"
@@ -175,9 +176,8 @@ void Form12::showRun(const ResearchProgress& progress) {
     const bool stopping = progress.running && progress.stopping;
     ui_->stop->setEnabled(progress.running && !stopping);
     ui_->stop->setText(stopping ? u"正在停止…"_s : u"停止"_s);
-    if (!progress.caption.isEmpty()) {
-        setWindowTitle(progress.caption);
-    }
+    const bool tellsTime = progress.running && !progress.caption.isEmpty();
+    setWindowTitle(tellsTime ? progress.caption : caption_);
     ui_->Label2->setText(progress.label2);
     ui_->Label3->setText(progress.label3);
     ui_->Label6->setText(progress.label6);

@@ -54,6 +54,7 @@ private:
 
     Environment& environment_;
     std::unique_ptr<Ui::Form12> ui_;
+    QString caption_;  // while no run tells its own
     ResultGrid grid_;
     SelectionSearch search_;
     EarningsForecast forecast_;
