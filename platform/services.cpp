@@ -12,6 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr double longestTimeoutSeconds = 3600;
+// A service that accepts and never answers holds its window for no longer.
+constexpr int patience = 15;
 
 Service readService(const IniFile& ini, const QString& section, const Service& standard) {
     Service service;
@@ -37,9 +39,9 @@ Services readServices(const QString& iniPath) {
     // Asked for twice before the first quote: a site that hangs must not hold the window up.
     services.newspage = readService(ini, u"newspage"_s, {u"http://cj.gw.com.cn"_s, {}, 4});
     // No public service answers in this form any more; an entry may name a mirror of one.
-    services.history = readService(ini, u"history"_s, {});
+    services.history = readService(ini, u"history"_s, {{}, {}, patience});
     // The maker has no site of its own: without an entry the version check finds nothing.
-    services.vendor = readService(ini, u"vendor"_s, {});
+    services.vendor = readService(ini, u"vendor"_s, {{}, {}, patience});
     // Without an entry the collector asks where the search page pattern of the heat store leads.
     services.search = readService(ini, u"search"_s, {});
     return services;

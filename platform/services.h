@@ -9,7 +9,7 @@ namespace guanchao {
 struct Service {
     QString host;            // scheme, name and port; empty: the service is not there
     QString referer;         // a header that the service insists on, or empty
-    int timeoutSeconds = 0;  // 0: as long as the request takes
+    int timeoutSeconds = 0;  // of a whole request; 0: as long as it takes
 };
 
 struct Services {

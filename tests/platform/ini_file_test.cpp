@@ -46,12 +46,20 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
 }
 
 TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
-    EXPECT_EQ(readServices(path_).quote.host, u"https://hq.sinajs.cn"_s);
-    write("[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\n");
+    const Services standard = readServices(path_);
+    EXPECT_EQ(standard.quote.host, u"https://hq.sinajs.cn"_s);
+    for (const Service& service : {standard.newspage, standard.history, standard.vendor}) {
+        EXPECT_GT(service.timeoutSeconds, 0) << "it would hold its window for good";
+    }
+    write(
+        "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\n[history]\n"
+        "timeout=0\n");
     const Services services = readServices(path_);
     EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
     EXPECT_EQ(services.quote.timeoutSeconds, 15);
     EXPECT_EQ(services.newspage.timeoutSeconds, 4);
+    EXPECT_EQ(services.vendor.timeoutSeconds, 15);
+    EXPECT_EQ(services.history.timeoutSeconds, 0);
     EXPECT_EQ(services.vendor.host, QString());
 }
 
