@@ -9,6 +9,7 @@
 
 #include "collector/commodities_job.h"
 #include "grid/grid_view.h"
+#include "tests/support/accessible_names.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 
@@ -76,6 +77,7 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
     EXPECT_FALSE(button(u"stopButton"_s).isEnabled());
+    EXPECT_EQ(unnamedControls(*window_), QStringList());
     window_->close();
     EXPECT_TRUE(dialogs_.shown.isEmpty()) << "nothing is left to be stopped";
 }

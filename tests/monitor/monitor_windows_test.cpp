@@ -306,16 +306,4 @@ TEST_F(MonitorWindowsTest, TheMainWindowOpensTheManagerAndTheEditorsForAdding) {
     EXPECT_EQ(window<Form4>()->windowTitle(), u"监控管理(监控已启动)"_s);
 }
 
-TEST_F(MonitorWindowsTest, EveryControlHasAnAccessibleName) {
-    for (QWidget* form :
-         {static_cast<QWidget*>(openAnew<Form4>()), static_cast<QWidget*>(openAnew<Form7>()),
-          static_cast<QWidget*>(openAnew<Form8>())}) {
-        for (const QWidget* widget : form->findChildren<QWidget*>(
-                 QRegularExpression(u"^(Text|Command|Combo|Check|Label|List|MSHFlexGrid)\\d"_s))) {
-            EXPECT_TRUE(!widget->accessibleName().isEmpty() || qobject_cast<const QLabel*>(widget))
-                << widget->objectName().toStdString();
-        }
-    }
-}
-
 }  // namespace guanchao

@@ -1,0 +1,63 @@
+#include "articles/article_text.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTest>
+
+#include "articles/body_text.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// Each case begins with the cursor at the visible end of the first of two pieces.
+TEST(ArticleTextTest, TheBreaksOfPiecesAreNoPartOfTheText) {
+    const QString first = u"字"_s.repeated(longestPiece);
+    const auto key = [](Qt::Key it) {
+        return [it](ArticleText& text) { QTest::keyClick(&text, it); };
+    };
+    const auto type = [](ArticleText& text) { QTest::keyClicks(&text, u"x"_s); };
+    const auto undo = [](ArticleText& text) { text.undo(); };
+    const auto paste = [](ArticleText& text) {
+        QApplication::clipboard()->setText(u"甲\r\n乙"_s);
+        text.paste();
+    };
+    const auto cutFirst = [&](ArticleText& text) {
+        QTextCursor cursor = text.textCursor();
+        cursor.setPosition(2);
+        cursor.setPosition(static_cast<int>(2 + first.size() + 1), QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    };
+    const struct {
+        const char* name;
+        QList<std::function<void(ArticleText&)>> acts;
+        QString text;
+    } cases[] = {
+        {"typed", {type}, first + u"x尾"_s},
+        {"a line end", {key(Qt::Key_Return), type}, first + u"\nx尾"_s},
+        {"a line end behind the break",
+         {key(Qt::Key_Right), key(Qt::Key_Return)},
+         first + u"\n尾"_s},
+        {"typed behind the break", {key(Qt::Key_Right), type}, first + u"x尾"_s},
+        {"the break removed", {key(Qt::Key_Delete), type}, first + u"x尾"_s},
+        {"and taken back", {key(Qt::Key_Delete), undo, type}, first + u"x尾"_s},
+        {"pasted", {paste}, first + u"甲\n乙尾"_s},
+        {"the first piece cut", {cutFirst}, u"尾"_s},
+    };
+    for (const auto& it : cases) {
+        ArticleText text;
+        text.setText(u"前\n"_s + first + u"尾"_s);
+        QTextCursor cursor = text.textCursor();
+        cursor.setPosition(static_cast<int>(2 + first.size()));
+        text.setTextCursor(cursor);
+        for (const auto& act : it.acts) {
+            act(text);
+        }
+        EXPECT_EQ(text.text().size(), 2 + it.text.size()) << it.name;
+        EXPECT_TRUE(text.text() == u"前\n"_s + it.text) << it.name;
+    }
+}
+
+}  // namespace guanchao
