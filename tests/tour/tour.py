@@ -57,7 +57,8 @@ class Tour:
         self.screen.answer("更新行情数据完成！")
         price = self.desk.market.last_price(MEMBER)
         self.expect(MAIN, f"select sp-{price} from dmb where dm='{MEMBER}'", ["0"])
-        self.expect(MAIN, f"select count(*) from dmb where newhqtime not like '{DAY} 10:%'", ["0"])
+        self.expect(MAIN, f"select count(*) from dmb where newhqtime like '{DAY} 10:%'",
+                    *self.desk.rows(MAIN, "select count(*) from dmb"))
 
     def search_a_stock(self):
         self.screen.click(self.screen.control(self.main, "text", "代码"))
