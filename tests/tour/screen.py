@@ -83,11 +83,11 @@ class Screen:
         return self.wait(f"{role} {name}", lambda: self.control_now(window, role, name))
 
     def control_now(self, window, role, name):
-        return next((it for it in walk(window) if it.get_role_name() == role
+        return next((it for it in walk(window) if role_of(it) == role
                      and it.get_name() == name and is_shown(it)), None)
 
     def press(self, window, name):
-        self.control(window, "push button", name).get_action_iface().do_action(0)
+        self.control(window, "button", name).get_action_iface().do_action(0)
 
     def fill(self, window, name, text):
         write(self.control(window, "text", name), text)
@@ -107,13 +107,13 @@ class Screen:
 
     def message_now(self, text):
         return next((it for it in self.windows()
-                     if it.get_role_name() == "alert" and says(it, text)), None)
+                     if role_of(it) == "alert" and says(it, text)), None)
 
     def answer_input(self, title, text=None):
         """Takes what the box offers, or types the text in its place."""
         box = self.window(title)
         if text is not None:
-            write(next(it for it in walk(box) if it.get_role_name() == "text"), text)
+            write(next(it for it in walk(box) if role_of(it) == "text"), text)
         self.press(box, "确定")
 
     def choose(self, window, menu, entry):
@@ -130,7 +130,7 @@ class Screen:
 
     def popup_shows(self, event):
         try:
-            if event.source.get_role_name() == "popup menu" and event.detail1:
+            if role_of(event.source) == "popup menu" and event.detail1:
                 self.popup = event.source
         except GLib.Error:
             pass  # What has shown is gone again.
@@ -158,7 +158,7 @@ class Screen:
     def describe(self):
         """All that shows, for the report of a failure."""
         try:
-            return "\n".join(f"{it.get_role_name()} {it.get_name()!r} {text_of(it)!r}"
+            return "\n".join(f"{role_of(it)} {it.get_name()!r} {text_of(it)!r}"
                              for window in self.windows() for it in walk(window) if is_shown(it))
         except GLib.Error as failure:
             return f"nothing that could be read: {failure}"
@@ -184,9 +184,14 @@ def children(node):
 def walk(node):
     yield node
     # The cells of a grid are many; they are reached by row and column.
-    if node.get_role_name() != "table":
+    if role_of(node) != "table":
         for child in children(node):
             yield from walk(child)
+
+
+def role_of(node):
+    role = node.get_role_name()
+    return "button" if role == "push button" else role  # Debian 12 and 13
 
 
 def is_shown(node):
@@ -194,7 +199,7 @@ def is_shown(node):
 
 
 def says(window, text):
-    return any(text in text_of(it) for it in walk(window) if it.get_role_name() == "label")
+    return any(text in text_of(it) for it in walk(window) if role_of(it) == "label")
 
 
 def text_of(node):

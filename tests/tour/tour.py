@@ -113,7 +113,7 @@ class Tour:
     def stop_the_sound(self):
         self.screen.press(self.main, "停止播放")
         self.screen.wait("the sound to stop", lambda: not self.screen.control_now(
-            self.main, "push button", "停止播放"))
+            self.main, "button", "停止播放"))
         self.screen.close("监控管理(监控已启动)")
 
     def export(self):
