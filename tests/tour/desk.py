@@ -64,6 +64,7 @@ class Desk:
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
         self.application = self.folder / "application"
         self.exports = self.folder / "home/导出主题"
+        self.program = None
         # What a child of the tour leaves behind when it ends comes to the tour, to be ended too.
         libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
 
@@ -140,6 +141,10 @@ class Desk:
         except TourFailure:
             wait("all to be ended", lambda: end_children(signal.SIGKILL))
         shutil.rmtree(self.folder)
+        if self.program:
+            # What its clock leaves where it did not end by itself.
+            for left in Path("/dev/shm").glob(f"*faketime_*_{self.program.pid}"):
+                left.unlink()
 
 
 class Market:
@@ -150,8 +155,8 @@ class Market:
         self.clock = desk.folder / "market.clock"
         self.set_clock(0)
         port = desk.folder / "market.port"
-        market = desk.start(desk.practice_market, desk.data / "codes.csv", port,
-                            "--lively", LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
+        market = desk.start(desk.practice_market, desk.data / "codes.csv", port, "--lively",
+                            LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
                             FAKETIME_NO_CACHE="1")
         wait("the practice market", lambda: port.exists() or market.poll() is not None)
         self.host = "http://127.0.0.1:" + port.read_text().strip()

@@ -36,6 +36,7 @@ class Tour:
         self.desk = desk
         self.screen = None
         self.main = None
+        self.members = []
         self.steps = [
             self.start, self.fetch_quotes, self.search_a_stock, self.search_a_theme,
             self.click_the_theme, self.add_a_stock, self.set_a_monitor, self.see_it_keep_quiet,
