@@ -14,7 +14,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .stores = stores_,
                    .services = services_,
                    .clock = clock_,
-                   .dialogs = dialogs_,
+                   .dialogs = keepingDialogs_,
                    .pump = pump_,
                    .http = http_,
                    .shell = shell_,

@@ -7,6 +7,7 @@
 #include "app/application.h"
 #include "app/application_folder.h"
 #include "app/form2.h"
+#include "app/keeping_dialogs.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_dialogs.h"
@@ -47,6 +48,7 @@ private:
     AskedHistory askedHistory_;
     MeanVolume meanVolume_{http_, services_.history, clock_};
 
+    KeepingDialogs keepingDialogs_{dialogs_, windows_};
     Environment environment_;
     Windows windows_{environment_};
     Form2 form2_{environment_, windows_};

@@ -1,6 +1,37 @@
 #include "app/windows.h"
 
+#include "controls/run_window.h"
+
 namespace guanchao {
+
+namespace {
+
+// A window whose run is under way closes by itself after it.
+bool isClosed(const QWidget& window) {
+    const auto* runWindow = qobject_cast<const RunWindow*>(&window);
+    return window.isHidden() && !(runWindow && runWindow->closesAfterRun());
+}
+
+}  // namespace
+
+// A window that an outer question keeps is left to that.
+Windows::Keep::Keep(const Windows& windows) {
+    for (const QPointer<QWidget>& window : windows.open_) {
+        if (window && window->testAttribute(Qt::WA_DeleteOnClose)) {
+            window->setAttribute(Qt::WA_DeleteOnClose, false);
+            kept_ << window;
+        }
+    }
+}
+
+Windows::Keep::~Keep() {
+    for (QWidget* window : kept_) {
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        if (isClosed(*window)) {
+            window->deleteLater();
+        }
+    }
+}
 
 bool Windows::close(const QString& name) {
     for (const QPointer<QWidget>& window : open_.values(name)) {

@@ -3,6 +3,7 @@
 // stay open.
 #pragma once
 
+#include <QList>
 #include <QMultiHash>
 #include <QPointer>
 #include <QString>
@@ -14,6 +15,21 @@ namespace guanchao {
 
 class Windows {
 public:
+    // For the time in which a question stands. Under it windows may be closed, by an alarm or from
+    // the tray, and one of them may be the asker, whose handlers wait for the answer: the windows
+    // that are open now go from the screen as ever, but are deleted only when the handler that
+    // asked has returned.
+    class Keep {
+    public:
+        explicit Keep(const Windows& windows);
+        ~Keep();
+        Keep(const Keep&) = delete;
+        Keep& operator=(const Keep&) = delete;
+
+    private:
+        QList<QWidget*> kept_;
+    };
+
     explicit Windows(Environment& environment) : environment_(environment) {}
 
     template <typename Form>

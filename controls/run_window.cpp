@@ -9,14 +9,14 @@ void RunWindow::closeEvent(QCloseEvent* event) {
         event->accept();
         return;
     }
-    closeAfterRun_ = true;
+    closesAfterRun_ = true;
     cancelRun();
     hide();
     event->ignore();
 }
 
 void RunWindow::closeIfAsked() {
-    if (closeAfterRun_ && !runs()) {
+    if (closesAfterRun_ && !runs()) {
         close();
     }
 }

@@ -12,6 +12,9 @@ class RunWindow : public QDialog {
 public:
     explicit RunWindow(Qt::WindowFlags flags = {}) : QDialog(nullptr, flags) {}
 
+    // True if it has been closed during its run and waits for that to end.
+    bool closesAfterRun() const { return closesAfterRun_; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     // For the handler that started a run, once the run has returned to it.
@@ -21,7 +24,7 @@ private:
     virtual bool runs() const = 0;
     virtual void cancelRun() = 0;
 
-    bool closeAfterRun_ = false;
+    bool closesAfterRun_ = false;
 };
 
 }  // namespace guanchao

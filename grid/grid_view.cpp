@@ -5,7 +5,6 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <utility>
@@ -91,7 +90,7 @@ void GridView::watchHeader() {
 void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
-    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidth);
+    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidths);
     connect(&grid, &ResultGrid::rowSelected, this, &GridView::showMark);
     connect(&grid, &ResultGrid::modelReset, this, [this] {
         applyWidths();
@@ -113,12 +112,28 @@ void GridView::applyWidths() {
     horizontalHeader()->setVisible(!isEmpty());
     const int shown = std::min(grid_->cols(), horizontalHeader()->count());
     for (int col = 0; col < shown; ++col) {
-        applyWidth(col);
+        setColumnWidth(col, widthOf(col));
     }
+    widenLastColumn();
 }
 
-void GridView::applyWidth(int col) {
-    setColumnWidth(col, std::max(pixels(grid_->colWidth(col)), widthOfKeys(col)));
+int GridView::widthOf(int col) const {
+    return std::max(pixels(grid_->colWidth(col)), widthOfKeys(col));
+}
+
+// Bare ground beside the last column looks like a column that lacks its data.
+void GridView::widenLastColumn() {
+    const int last = horizontalHeader()->count() - 1;
+    if (!grid_ || last < 0 || last >= grid_->cols()) {
+        return;
+    }
+    const int others = horizontalHeader()->length() - columnWidth(last);
+    setColumnWidth(last, std::max(widthOf(last), viewport()->width() - others));
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    widenLastColumn();
 }
 
 // A number, a code or a moment of which the end is missing reads as another one: such a column
@@ -205,11 +220,8 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
     const int row = currentIndex().row() + 1;
     const int col = currentIndex().column();
-    const QPointer alive(this);  // the first may open a box, under which the window may go
     emit gridPressed(row, col, Qt::LeftButton);
-    if (alive) {
-        emit gridClicked(row, col);
-    }
+    emit gridClicked(row, col);
 }
 
 // The menu key stands for a press of the right button; the mouse has had its press already.

@@ -50,11 +50,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     bool isEmpty() const { return grid_ && grid_->cols() == 1 && grid_->rows() == 1; }
     void applyWidths();
-    void applyWidth(int col);
+    int widthOf(int col) const;
+    void widenLastColumn();
     int widthOfKeys(int col) const;
     void showMark();
     void markChosen();

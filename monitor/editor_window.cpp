@@ -1,28 +1,20 @@
 #include "monitor/editor_window.h"
 
-#include <QPointer>
-
 #include "monitor/form4.h"
 
 namespace guanchao {
 
-// Under the messages of the editor and of the manager that makes room, the window may go.
+// A window that was closed under the messages of the editor opens nothing more.
 void confirmMonitor(QDialog& window, MonitorEditor& editor, const MonitorFields& fields,
                     Windows& windows) {
-    const QPointer alive(&window);
-    if (!editor.confirm(fields) || !alive) {
-        return;
-    }
-    windows.openAnew<Form4>();
-    if (alive) {
+    if (editor.confirm(fields) && window.isVisible()) {
+        windows.openAnew<Form4>();
         window.close();
     }
 }
 
 void pickSoundInto(QLineEdit& box, Dialogs& dialogs) {
-    const QPointer alive(&box);
-    const std::optional<QString> file = pickSound(dialogs);
-    if (file && alive) {
+    if (const std::optional<QString> file = pickSound(dialogs)) {
         box.setText(*file);
     }
 }

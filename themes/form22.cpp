@@ -1,9 +1,6 @@
 #include "themes/form22.h"
 
-#include <QPointer>
-
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "ui_form22.h"
 
 namespace guanchao {
@@ -44,11 +41,9 @@ void Form22::Form_Load() {
     picker_->hideList();
 }
 
-// The window may close while a box of its own is open.
 void Form22::Command9_Click() {
-    const QPointer alive(this);
     const std::optional<QString> jc = stockThemes_.find(ui_->Text1->text());
-    if (jc && alive) {
+    if (jc) {
         ui_->Label7->setText(*jc);
         Form_Load();
     }
@@ -67,26 +62,18 @@ void Form22::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 }
 
 void Form22::MSHFlexGrid1_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid_, col, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(grid_, row, col, {}, lastSortCode_);
 }
 
 void Form22::添加到主题_Click() {
-    const QPointer alive(this);
-    if (stockThemes_.joinAnother() && alive) {
+    if (stockThemes_.joinAnother()) {
         Command9_Click();
     }
 }
 
 void Form22::从该主题删除_Click() {
-    const QPointer alive(this);
     stockThemes_.leave();
-    if (alive) {
-        Command9_Click();
-    }
+    Command9_Click();
 }
 
 }  // namespace guanchao

@@ -1,10 +1,7 @@
 #include "themes/form30.h"
 
-#include <QPointer>
-
 #include "articles/form27.h"
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
@@ -56,11 +53,7 @@ void Form30::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 }
 
 void Form30::MSHFlexGrid1_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid_, col, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(grid_, row, col, {}, lastSortCode_);
 }
 
 void Form30::添加个股监控_Click() {
@@ -68,20 +61,15 @@ void Form30::添加个股监控_Click() {
     windows_.openAnew<Form7>();
 }
 
-// The window may close while a box of its own is open.
 void Form30::添加自选股_Click() {
-    const QPointer alive(this);
-    if (watchlist_.addTyped() && alive) {
+    if (watchlist_.addTyped()) {
         watchlist_.list(grid_);
     }
 }
 
 void Form30::从自选股删除_Click() {
-    const QPointer alive(this);
     watchlist_.remove(environment_.globals.dangqiandm, environment_.globals.dangqianjc);
-    if (alive) {
-        watchlist_.list(grid_);
-    }
+    watchlist_.list(grid_);
 }
 
 void Form30::操作个股文章_Click() {

@@ -1,7 +1,6 @@
 #include "themes/form6.h"
 
 #include <QKeyEvent>
-#include <QPointer>
 
 #include "ui_form6.h"
 
@@ -36,17 +35,14 @@ void Form6::Text1_Click() {
     }
 }
 
-// The window may close while a box of its own is open.
 void Form6::Command1_Click() {
-    const QPointer alive(this);
-    if (editing_.add(fields()) && alive) {
+    if (editing_.add(fields())) {
         close();
     }
 }
 
 void Form6::Command2_Click() {
-    const QPointer alive(this);
-    if (editing_.rewrite(fields()) && alive) {
+    if (editing_.rewrite(fields())) {
         close();
     }
 }

@@ -2,19 +2,32 @@
 #pragma once
 
 #include "app/environment.h"
+#include "app/keeping_dialogs.h"
 #include "app/windows.h"
 #include "tests/support/fakes.h"
 #include "tests/support/test_stores.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
 struct TestEnvironment {
+    TestEnvironment() = default;
+    TestEnvironment(const TestEnvironment&) = delete;
+    TestEnvironment& operator=(const TestEnvironment&) = delete;
+    // No window outlives what it was given.
+    ~TestEnvironment() {
+        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
+        windows_.closeAll();
+        deleteClosedWindows();
+    }
+
     TestStores store_;
     Globals globals_;
     Stores stores_ = store_.stores;
     Services services_;
     FakeClock clock_;
     FakeDialogs dialogs_;
+    KeepingDialogs keepingDialogs_{dialogs_, windows_};
     FakePump pump_;
     FakeHttp http_;
     FakeShell shell_;
@@ -29,7 +42,7 @@ struct TestEnvironment {
                              .stores = stores_,
                              .services = services_,
                              .clock = clock_,
-                             .dialogs = dialogs_,
+                             .dialogs = keepingDialogs_,
                              .pump = pump_,
                              .http = http_,
                              .shell = shell_,

@@ -1,0 +1,56 @@
+// How tests find the windows that are on the screen, and what they press there.
+#pragma once
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QWidget>
+
+#include "grid/grid_view.h"
+
+namespace guanchao {
+
+// The shown window of the class, null if there is none. Closed ones are gone for a test, though
+// they may not be deleted yet.
+template <typename Form>
+Form* shownWindow() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* form = qobject_cast<Form*>(widget);
+        if (form && form->isVisible()) {
+            return form;
+        }
+    }
+    return nullptr;
+}
+
+inline void press(QWidget* form, const QString& button) {
+    QTest::mouseClick(form->findChild<QPushButton*>(button), Qt::LeftButton);
+}
+
+inline void trigger(QWidget* form, const QString& entry) {
+    form->findChild<QAction*>(entry)->trigger();
+    QApplication::processEvents();
+}
+
+inline QLineEdit* lineEdit(QWidget* form, const QString& name) {
+    return form->findChild<QLineEdit*>(name);
+}
+
+// The cell of a grid, whose rows count from 1, in the view's own pixels.
+inline QPoint cellOf(const GridView& view, int row, int col) {
+    return view.visualRect(view.model()->index(row - 1, col)).center();
+}
+
+inline void clickCell(GridView& view, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(view.viewport(), button, {}, cellOf(view, row, col));
+    QApplication::processEvents();
+}
+
+// What the event loop under a question or inside a run does with windows that were closed there.
+inline void deleteClosedWindows() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+}  // namespace guanchao
