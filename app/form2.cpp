@@ -1,5 +1,6 @@
 #include "app/form2.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -50,7 +51,7 @@ Form2::Form2(Environment& environment, Windows& windows)
       quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
       alarmEngine_(
           environment.stores, environment.globals, environment.clock, quoteFeed_,
-          [this] { windows_.openAnew<Form4>(); },
+          [this] { return showMonitors(); },
           [this](const QString& file) {
               bofangwenjian_ = file;
               if (!Timer3_.isActive()) {
@@ -251,8 +252,8 @@ void Form2::showProgress(const QuoteProgress& progress) {
     ui_->progress->setMaximum(progress.total);
     ui_->progress->setValue(progress.updated);
     ui_->progress->show();
-    if (progress.updated > 0) {
-        ui_->Label6->setText(u"已更新股票只数:"_s + QString::number(progress.updated));
+    if (!progress.words.isEmpty()) {
+        ui_->Label6->setText(progress.words);
     }
 }
 
@@ -293,6 +294,10 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
     environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
     picker_->setText(environment_.globals.dangqiandm);
     if (button == Qt::RightButton) {
+        // They change the theme last pressed on.
+        for (QAction* entry : {ui_->addzhutigu, ui_->deletezhutigu, ui_->修改相关度}) {
+            entry->setEnabled(!environment_.globals.dangqianzhuti.isEmpty());
+        }
         biaoji(stocks_, row);
         kuaimenu_.popup(ui_->MSHFlexGrid2->pressPosition());
         picker_->hideList();
@@ -300,11 +305,7 @@ void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
 }
 
 void Form2::MSHFlexGrid2_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(stocks_, col, {u"日期"_s}, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(stocks_, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 void Form2::MSHFlexGrid2_DblClick(int row) {
@@ -329,6 +330,15 @@ void Form2::Timer2_Timer() {
         showMinimized();
     }
     alarmEngine_.tick();
+}
+
+// A window that opens closes the menu or the list that is open under the user's hand.
+bool Form2::showMonitors() {
+    if (QApplication::activePopupWidget()) {
+        return false;
+    }
+    windows_.openAnew<Form4>();
+    return true;
 }
 
 void Form2::Timer3_Timer() {

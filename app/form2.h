@@ -66,6 +66,7 @@ private:
     template <typename Form>
     void addsMonitor(const QAction* entry);
 
+    bool showMonitors();
     void runExchange(const QString& name, const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();

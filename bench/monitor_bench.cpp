@@ -122,7 +122,7 @@ void monitorPoll(benchmark::State& state) {
     };
     QuoteFeed feed(stores, globals, clock, http, Service(), pump);
     AlarmEngine engine(
-        stores, globals, clock, feed, [] {}, [](const QString&) {});
+        stores, globals, clock, feed, [] { return true; }, [](const QString&) {});
     const QStringList quotes = quoteStatements();
     const QStringList judging = judgeStatements();
     compare(

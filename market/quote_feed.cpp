@@ -11,6 +11,18 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+QList<CodeBatch> codeBatches(Recordset& codes) {
+    QList<CodeBatch> batches;
+    for (; !codes.atEnd(); codes.moveNext()) {
+        if (batches.isEmpty() || batches.last().count == codesPerRequest) {
+            batches << CodeBatch();
+        }
+        batches.last().list += codes.value(u"dm").toText().toLower() + u',';
+        ++batches.last().count;
+    }
+    return batches;
+}
+
 QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
                      const Service& service, EventPump& pump)
     : stores_(stores),
@@ -34,7 +46,12 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
         return;
     }
     writeReply(connection, pieces, tojiankong);
-    pump_.runPendingEvents();
+    if (tojiankong < 1) {
+        pump_.runPendingEvents();
+    } else {
+        // A click may not change the monitors in the middle of their poll.
+        pump_.runPendingEventsButInput();
+    }
 }
 
 void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pieces,

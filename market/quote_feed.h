@@ -8,11 +8,21 @@
 #include "platform/clock.h"
 #include "platform/event_pump.h"
 #include "platform/http.h"
+#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
 
 inline constexpr int codesPerRequest = 99;
+
+// Codes for one request, in lower case and each followed by a comma.
+struct CodeBatch {
+    QString list;
+    int count = 0;
+};
+
+// The codes in the field dm of the recordset; the last batch may be a smaller one.
+QList<CodeBatch> codeBatches(Recordset& codes);
 
 class QuoteFeed {
 public:

@@ -15,6 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr qint64 secondsBetweenTellings = 600;
+
 Recordset pollListRow(Connection& connection, const QString& dm) {
     return Recordset(
         connection, u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm='"_s + dm + u"'"_s);
@@ -52,7 +54,7 @@ std::optional<double> meanGain(Connection& connection, const QString& zhutiname)
 }  // namespace
 
 AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock,
-                         QuoteFeed& feed, std::function<void()> showMonitors,
+                         QuoteFeed& feed, std::function<bool()> showMonitors,
                          std::function<void(const QString&)> ring)
     : stores_(stores),
       globals_(globals),
@@ -62,14 +64,22 @@ AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clo
       ring_(std::move(ring)) {}
 
 void AlarmEngine::tick() {
-    try {
-        count();
-    } catch (const std::exception&) {
-        if (!failing_) {
-            failing_ = true;
-            throw;
-        }
+    std::exception_ptr failure;
+    attempt(failure, [this] { count(); });
+    deliverPrompts(failure);
+    if (failure && isToBeTold()) {
+        std::rethrow_exception(failure);
     }
+}
+
+// One box, not one a second. A user who has missed it learns by the next that no alarms come.
+bool AlarmEngine::isToBeTold() {
+    const QDateTime now = clock_.now();
+    if (toldAt_.isValid() && toldAt_.secsTo(now) < secondsBetweenTellings) {
+        return false;
+    }
+    toldAt_ = now;
+    return true;
 }
 
 void AlarmEngine::count() {
@@ -77,14 +87,8 @@ void AlarmEngine::count() {
         return;
     }
     ++pinlvjishu_;
-    if (globals_.hqmang > 0 || polling_) {
-        return;
-    }
-    std::exception_ptr failure;
-    attempt(failure, [this] { pollIfDue(); });
-    deliverPrompts(failure);
-    if (failure) {
-        std::rethrow_exception(failure);
+    if (globals_.hqmang == 0 && !polling_) {
+        pollIfDue();
     }
 }
 
@@ -100,36 +104,34 @@ void AlarmEngine::pollIfDue() {
     updateQuotes(connection);
     judgeThemes(connection);
     judgeStocks(connection);
-    failing_ = false;
+    toldAt_ = {};
 }
 
 // Only when the poll is over: the window may show a message of its own, and no alarm waits behind
-// that for its judgement or its sound. A window that fails keeps no sound from playing.
+// that for its judgement or its sound. A window that fails or must wait keeps no sound from
+// playing.
 void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
+    if (polling_) {
+        return;
+    }
     for (const Prompt& prompt : std::exchange(fired_, {})) {
         if (!prompt.sound.isEmpty()) {
             attempt(failure, [&] { ring_(prompt.sound); });
         }
         if (prompt.showsWindow) {
-            attempt(failure, [&] { showMonitors_(); });
+            attempt(failure, [&] {
+                if (!showMonitors_()) {
+                    fired_.push_back({true, {}});
+                }
+            });
         }
     }
 }
 
 void AlarmEngine::updateQuotes(Connection& connection) {
-    QString list;
-    int batch = 0;
     Recordset codes(connection, u"select dm from jiankonghq"_s);
-    for (; !codes.atEnd(); codes.moveNext()) {
-        list += codes.value(u"dm").toText().toLower() + u',';
-        if (++batch == codesPerRequest) {
-            feed_.gengxinhq(list, 1);
-            list.clear();
-            batch = 0;
-        }
-    }
-    if (batch > 0) {
-        feed_.gengxinhq(list, 1);
+    for (const CodeBatch& batch : codeBatches(codes)) {
+        feed_.gengxinhq(batch.list, 1);
     }
 }
 

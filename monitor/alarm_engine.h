@@ -1,10 +1,11 @@
 // The alarm engine: refreshes the quotes of the poll list at the user's frequency and fires the
 // monitors whose value has crossed its threshold since the last poll. Tables tempcanshu,
 // jiankonghq, zhutijiankong, gegujiankong and dzhzhuti of the main store; gains in percent, prices
-// in yuan. Failed statements raise StoreError, a missing row or value OperationError, but of several
-// polls that fail in a row only the first one raises.
+// in yuan. Failed statements raise StoreError, a missing row or value OperationError, but of polls
+// that fail in a row only the first one raises, and then one every ten minutes.
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <exception>
 #include <functional>
@@ -20,13 +21,13 @@ namespace guanchao {
 
 class AlarmEngine {
 public:
-    // For a fired monitor: `showMonitors` shows the monitor window anew, `ring` starts a sound
-    // file.
+    // For a fired monitor: `showMonitors` shows the monitor window anew, or answers false where it
+    // may not now and is called again at the next tick; `ring` starts a sound file.
     AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock, QuoteFeed& feed,
-                std::function<void()> showMonitors, std::function<void(const QString&)> ring);
+                std::function<bool()> showMonitors, std::function<void(const QString&)> ring);
 
-    // To be called every second. A failure is raised once; those that follow are kept quiet until a
-    // poll has gone well. A tick during a poll, which lets events run, counts but doesn't poll.
+    // To be called every second. A tick during a poll, which lets events run, counts but doesn't
+    // poll.
     void tick();
 
 private:
@@ -45,6 +46,7 @@ private:
     void count();
     void pollIfDue();
     void deliverPrompts(std::exception_ptr& failure);
+    bool isToBeTold();
     void updateQuotes(Connection& connection);
     void judgeThemes(Connection& connection);
     void judgeTheme(Connection& connection, const Recordset& monitor);
@@ -57,12 +59,12 @@ private:
     const Globals& globals_;
     const Clock& clock_;
     QuoteFeed& feed_;
-    std::function<void()> showMonitors_;
+    std::function<bool()> showMonitors_;
     std::function<void(const QString&)> ring_;
     std::vector<Prompt> fired_;  // not yet delivered
     int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
     bool polling_ = false;
-    bool failing_ = false;  // a failure was raised and no poll has gone well since
+    QDateTime toldAt_;  // when the last failure was raised; invalid since a poll has gone well
 };
 
 }  // namespace guanchao

@@ -14,6 +14,9 @@ public:
         QCoreApplication::processEvents();
         sinceLast_.start();
     }
+    void runPendingEventsButInput() override {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
     void runPendingEventsIfDue() override {
         if (!sinceLast_.isValid() || sinceLast_.elapsed() >= pauseMilliseconds) {
             runPendingEvents();

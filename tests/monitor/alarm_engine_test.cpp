@@ -222,6 +222,20 @@ TEST_F(AlarmEngineTest, AFailureIsRaisedOnceUntilAPollGoesWell) {
     }
 }
 
+TEST_F(AlarmEngineTest, AFailureThatLastsIsToldAgainAfterTenMinutes) {
+    store_.run({u"delete from tempcanshu"_s});
+    QList<int> toldAt;
+    for (int second = 0; second < 1300; ++second) {
+        try {
+            engine_.tick();
+        } catch (const OperationError&) {
+            toldAt << second;
+        }
+        clock_.moment = clock_.moment.addSecs(1);
+    }
+    EXPECT_EQ(toldAt, QList<int>({0, 600, 1200}));
+}
+
 TEST_F(AlarmEngineTest, AStoreLockedForLongerThanTheTimeOutIsToldOnceToo) {
     Connection::setBusyTimeout(std::chrono::milliseconds(1));
     const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
@@ -256,6 +270,22 @@ TEST_F(AlarmEngineTest, AWindowThatFailsOrWaitsHoldsNoOtherAlarmBack) {
     EXPECT_EQ(windows, 2);
     EXPECT_EQ(rung_, QStringList({u"/a.mp3"_s, u"/b.mp3"_s}));
     EXPECT_EQ(http_.paths.size(), 3) << "the ticks under the windows have polled";
+}
+
+TEST_F(AlarmEngineTest, AWindowThatMayNotOpenWaitsAndTheSoundDoesNot) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1);
+    setQuote(u"SH600000"_s, 10, 2);
+    popupStands_ = true;
+    engine_.tick();
+    globals_.jiankongkaiqi = 0;
+    engine_.tick();
+    EXPECT_EQ(shown_, 2) << "asked again, though monitoring was stopped meanwhile";
+    EXPECT_EQ(rung_.size(), 1);
+    popupStands_ = false;
+    engine_.tick();
+    engine_.tick();
+    EXPECT_EQ(shown_, 3);
+    EXPECT_EQ(rung_.size(), 1);
 }
 
 }  // namespace guanchao

@@ -70,12 +70,20 @@ class FakePump : public EventPump {
 public:
     void runPendingEvents() override {
         ++runs;
+        ++runsWithInput;
+        if (onRun) {
+            onRun();
+        }
+    }
+    void runPendingEventsButInput() override {
+        ++runs;
         if (onRun) {
             onRun();
         }
     }
 
     int runs = 0;
+    int runsWithInput = 0;
     std::function<void()> onRun;
 };
 

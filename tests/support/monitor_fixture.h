@@ -56,6 +56,7 @@ struct MonitorFixture {
     QHash<QString, double> feedPrices_;  // by lower-case code; the former close is 10
     int shown_ = 0;
     std::function<void()> onShow_;
+    bool popupStands_ = false;  // no window may open
     QStringList rung_;
     QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service(), pump_};
     AlarmEngine engine_{store_.stores,
@@ -67,6 +68,7 @@ struct MonitorFixture {
                             if (onShow_) {
                                 onShow_();
                             }
+                            return !popupStands_;
                         },
                         [this](const QString& file) { rung_ << file; }};
 };

@@ -33,7 +33,7 @@ int main(int, char** argv) {
     };
     QuoteFeed feed(stores, globals, clock, http, Service(), pump);
     AlarmEngine engine(
-        stores, globals, clock, feed, [] {}, [](const QString&) {});
+        stores, globals, clock, feed, [] { return true; }, [](const QString&) {});
     for (;;) {
         engine.tick();
     }
