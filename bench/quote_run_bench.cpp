@@ -43,20 +43,13 @@ QList<QByteArray> bareRequests(const QString& host, const QStringList& paths) {
 }
 
 QStringList requestPaths(const Stores& stores) {
-    QStringList paths;
-    QString list;
-    int batch = 0;
     Connection connection = stores.main.open();
-    for (Recordset codes(connection, u"select dm,jc from dmb "_s); !codes.atEnd();
-         codes.moveNext()) {
-        list += codes.value(0).toText().toLower() + u',';
-        if (++batch == codesPerRequest) {
-            paths << u"/list="_s + list;
-            list.clear();
-            batch = 0;
-        }
+    Recordset codes(connection, u"select dm,jc from dmb "_s);
+    QStringList paths;
+    for (const CodeBatch& batch : codeBatches(codes)) {
+        paths << u"/list="_s + batch.list;
     }
-    return list.isEmpty() ? paths : paths << u"/list="_s + list;
+    return paths;
 }
 
 // The updates that a reply leads to.

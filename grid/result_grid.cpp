@@ -127,6 +127,13 @@ void ResultGrid::setColWidth(int col, int twips) {
     }
 }
 
+void ResultGrid::setColWidths(const QList<int>& twips) {
+    int col = 0;
+    for (const int width : twips) {
+        setColWidth(col++, width);
+    }
+}
+
 void ResultGrid::setColFont(int col, const ColumnFont& font) {
     fonts_.at(static_cast<size_t>(col)) = font;
     changed();

@@ -70,6 +70,8 @@ public:
     static constexpr int standardWidth = 960;
     int colWidth(int col) const;
     void setColWidth(int col, int twips);
+    // Of the first columns, in their order.
+    void setColWidths(const QList<int>& twips);
 
     const ColumnFont& colFont(int col) const { return fonts_.at(static_cast<size_t>(col)); }
     void setColFont(int col, const ColumnFont& font);

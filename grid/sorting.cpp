@@ -5,6 +5,7 @@
 #include <numeric>
 #include <optional>
 
+#include "grid/trapped.h"
 #include "store/values.h"
 
 namespace guanchao {
@@ -48,19 +49,6 @@ void sortIndexes(std::vector<int>& order, bool ascending, Before isBefore) {
     });
 }
 
-SortCode nextGenericCode(SortCode last) {
-    return last == SortCode::genericAscending ? SortCode::genericDescending
-                                              : SortCode::genericAscending;
-}
-
-void sortBy(ResultGrid& grid, int col, SortCode code) {
-    grid.setRedraw(false);
-    grid.setCol(col);
-    grid.sortRows(code);
-    writeRowNumbers(grid);
-    grid.setRedraw(true);
-}
-
 }  // namespace
 
 std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code) {
@@ -83,17 +71,26 @@ SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortC
                     [&](const QString& word) { return header.contains(word); })) {
         return last == SortCode::textAscending ? SortCode::textDescending : SortCode::textAscending;
     }
-    return nextGenericCode(last);
+    return last == SortCode::genericAscending ? SortCode::genericDescending
+                                              : SortCode::genericAscending;
 }
 
 void sortByHeader(ResultGrid& grid, int col, const QStringList& dateWords, SortCode& last) {
     last = nextSortCode(grid.textMatrix(0, col), dateWords, last);
-    sortBy(grid, col, last);
+    grid.setRedraw(false);
+    grid.setCol(col);
+    grid.sortRows(last);
+    writeRowNumbers(grid);
+    grid.setRedraw(true);
 }
 
-void sortByHeader(ResultGrid& grid, int col, SortCode& last) {
-    last = nextGenericCode(last);
-    sortBy(grid, col, last);
+void sortOnHeaderClick(ResultGrid& grid, int row, int col, const QStringList& dateWords,
+                       SortCode& last) {
+    trapped([&] {
+        if (row == 0) {
+            sortByHeader(grid, col, dateWords, last);
+        }
+    });
 }
 
 void writeRowNumbers(ResultGrid& grid) {

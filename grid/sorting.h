@@ -16,12 +16,14 @@ std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code
 // generic elsewhere; ascending first, then flipping for each repeated click of that kind.
 SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortCode last);
 
-// A click on the header of `col`: sorts by it, remembers the code in `last`, numbers the rows anew.
-// Views see it at once in the end; a failure leaves redraw off until the next fill.
+// Sorts by the header of `col`, remembers the code in `last`, numbers the rows anew. Views see it
+// at once in the end; a failure leaves redraw off until the next fill.
 void sortByHeader(ResultGrid& grid, int col, const QStringList& dateWords, SortCode& last);
 
-// The same in a window without a date word: always generic.
-void sortByHeader(ResultGrid& grid, int col, SortCode& last);
+// A click on a cell: one on the header sorts by it, any other does nothing. A failure ends it
+// without a word. In a window without date words every column is sorted as numbers and texts.
+void sortOnHeaderClick(ResultGrid& grid, int row, int col, const QStringList& dateWords,
+                       SortCode& last);
 
 // 序号: column 0 counts the rows in the order of display.
 void writeRowNumbers(ResultGrid& grid);

@@ -102,7 +102,7 @@ void Form21::connectControls() {
 }
 
 void Form21::Form_Load() {
-    const QuoteWindow::Opening opening = quotes_.load();
+    const LiveQuotes::Opening opening = quotes_.load();
     ui_->Text7->setText(opening.dm);
     ui_->Label5->setText(opening.jc);
     picker_->hideList();

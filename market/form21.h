@@ -1,7 +1,6 @@
 // Form21, "分时行情": one stock live, with its two charts, five asks and bids and derived figures,
 // and two index panels. Table dmb, for the candidates; the quote, chart, news and history services
-// and read.ini. The
-// rules are in QuoteWindow. It takes dangqiandm and dangqianjc over at its load.
+// and read.ini. The rules are in LiveQuotes. It takes dangqiandm and dangqianjc over at its load.
 #pragma once
 
 #include <QDialog>
@@ -14,7 +13,7 @@
 #include "app/environment.h"
 #include "app/windows.h"
 #include "grid/picker_box.h"
-#include "market/quote_window.h"
+#include "market/live_quotes.h"
 
 namespace Ui {
 class Form21;
@@ -68,7 +67,7 @@ private:
     Environment& environment_;
     Windows& windows_;
     std::unique_ptr<Ui::Form21> ui_;
-    QuoteWindow quotes_;
+    LiveQuotes quotes_;
     Book asks_;
     Book bids_;
     PickerBox* picker_ = nullptr;

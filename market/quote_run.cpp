@@ -1,7 +1,5 @@
 #include "market/quote_run.h"
 
-#include <QScopeGuard>
-
 #include "store/store_error.h"
 #include "store/values.h"
 
@@ -10,7 +8,10 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 QuoteRun::QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump)
-    : stores_(stores), clock_(clock), feed_(feed), pump_(pump) {}
+    : stores_(stores),
+      clock_(clock),
+      feed_(feed),
+      run_(pump, u"正在更新行情，请等它完成。"_s, [] {}) {}
 
 bool QuoteRun::run(const Report& report) {
     return update(u"select dm,jc from dmb "_s, report);
@@ -23,54 +24,30 @@ bool QuoteRun::gengxinquanbu(const Report& report) {
 }
 
 bool QuoteRun::update(const QString& codesQuery, const Report& report) {
-    if (running_) {
-        return false;
-    }
-    running_ = true;
-    cancelled_ = false;
-    const auto end = qScopeGuard([this] { running_ = false; });
-    pump_.runPendingEvents();
-    if (cancelled_) {
-        return false;
-    }
-    const Activity activity(u"更新行情数据"_s,
-                            u"此前各批行情已经写入并保留，出错的这一批没有写入。"_s);
-    Connection connection = stores_.main.open();
-    Recordset codes(connection, codesQuery);
-    if (!updateBatches(codes, report)) {
-        return false;
-    }
-    connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
-    return true;
+    return run_.run([&] {
+        run_.letEventsHappen();
+        const Activity activity(u"更新行情数据"_s,
+                                u"此前各批行情已经写入并保留，出错的这一批没有写入。"_s);
+        Connection connection = stores_.main.open();
+        Recordset codes(connection, codesQuery);
+        updateBatches(codes, report);
+        connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
+    });
 }
 
-bool QuoteRun::updateBatches(Recordset& codes, const Report& report) {
-    QuoteProgress progress{0, codes.count()};
+// The feed lets no events run after a failed request; the window stays painted all the same.
+void QuoteRun::updateBatches(Recordset& codes, const Report& report) {
+    QuoteProgress progress{0, codes.count(), {}};
     report(progress);
-    QString list;
-    int batch = 0;
-    for (; !codes.atEnd(); codes.moveNext()) {
-        ++batch;
-        list += codes.value(u"dm").toText().toLower() + u',';
-        if (batch < codesPerRequest) {
-            continue;
+    for (const CodeBatch& batch : codeBatches(codes)) {
+        feed_.gengxinhq(batch.list, 0);
+        if (batch.count == codesPerRequest) {
+            progress.updated += batch.count;
+            progress.words = u"已更新股票只数:"_s + QString::number(progress.updated);
+            report(progress);
         }
-        feed_.gengxinhq(list, 0);
-        progress.updated += batch;
-        list.clear();
-        batch = 0;
-        report(progress);
-        // The feed lets no events run after a failed request; the window stays painted all the
-        // same.
-        pump_.runPendingEvents();
-        if (cancelled_) {
-            return false;
-        }
+        run_.letEventsHappen();
     }
-    if (batch > 0) {
-        feed_.gengxinhq(list, 0);
-    }
-    return !cancelled_;
 }
 
 }  // namespace guanchao

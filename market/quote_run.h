@@ -4,9 +4,9 @@
 #include <QString>
 #include <functional>
 
+#include "app/cancellable_run.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
-#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -15,10 +15,11 @@ namespace guanchao {
 struct QuoteProgress {
     int updated = 0;
     int total = 0;
+    QString words;  // for the time label; empty before the first batch
 };
 
-// A run lets events happen between batches. It belongs to a window; once that has called cancel()
-// the run ends after the batch at hand: what the batches before have written stays.
+// A run lets events happen between batches. Cancelled, it ends after the batch at hand: what the
+// batches have written stays.
 class QuoteRun {
 public:
     using Report = std::function<void(const QuoteProgress&)>;
@@ -26,26 +27,24 @@ public:
     QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump);
 
     // The whole code table, indexes included. `report` is called at the beginning and after each
-    // full batch; false if the run was cancelled or one is under way already. Raises what the feed
-    // raises.
+    // full batch; false if the run was cancelled. Raises what the feed raises, and OperationError
+    // if a run is under way.
     bool run(const Report& report);
 
     // 更新全部: the same without the three indexes. No control runs it at present.
     bool gengxinquanbu(const Report& report);
 
-    void cancel() { cancelled_ = true; }
-    bool running() const { return running_; }
+    void cancel() { run_.cancel(); }
+    bool running() const { return run_.running(); }
 
 private:
     bool update(const QString& codesQuery, const Report& report);
-    bool updateBatches(Recordset& codes, const Report& report);
+    void updateBatches(Recordset& codes, const Report& report);
 
     const Stores& stores_;
     const Clock& clock_;
     QuoteFeed& feed_;
-    EventPump& pump_;
-    bool running_ = false;
-    bool cancelled_ = false;
+    CancellableRun run_;
 };
 
 }  // namespace guanchao

@@ -1,11 +1,9 @@
 #include "monitor/form4.h"
 
 #include <QCloseEvent>
-#include <QPointer>
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -51,36 +49,31 @@ void Form4::buildMenus() {
     kuaijie2_.addActions({ui_->添加监控2, ui_->修改监控2, ui_->删除监控2, ui_->查看行情});
 }
 
-// What may show a message is queued: the control that asked for it must be done with its event,
-// since an alarm may replace this window, with all its controls, under the message.
 void Form4::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form4::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form4::Command2_Click);
     connect(ui_->Text1, &QLineEdit::textChanged, this, &Form4::Text1_Change);
-    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus,
-            Qt::QueuedConnection);
+    connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus);
     ui_->Text1->installEventFilter(this);
     connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
-            [this](int row, int col) { sort(themes_, row, col); });
+            [this](int row, int col) { MSHFlexGrid_Click(themes_, row, col); });
     connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
             [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
     connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
-            [this](int row, int col) { sort(stocks_, row, col); });
+            [this](int row, int col) { MSHFlexGrid_Click(stocks_, row, col); });
     connect(ui_->MSHFlexGrid2, &GridView::gridDoubleClicked, this, &Form4::MSHFlexGrid2_DblClick);
     connect(ui_->查看行情, &QAction::triggered, this, &Form4::查看行情_Click);
     connect(ui_->添加监控, &QAction::triggered, this, &Form4::添加监控_Click);
     connect(ui_->修改监控, &QAction::triggered, this, &Form4::修改监控_Click);
-    connect(
-        ui_->删除监控, &QAction::triggered, this,
-        [this] { deleteMonitor(&MonitorManager::deleteTheme); }, Qt::QueuedConnection);
+    connect(ui_->删除监控, &QAction::triggered, this,
+            [this] { deleteMonitor(&MonitorManager::deleteTheme); });
     connect(ui_->复制主题名称, &QAction::triggered, this, [this] { manager_.copyThemeName(); });
     connect(ui_->添加监控2, &QAction::triggered, this, &Form4::添加监控2_Click);
     connect(ui_->修改监控2, &QAction::triggered, this, &Form4::修改监控2_Click);
-    connect(
-        ui_->删除监控2, &QAction::triggered, this,
-        [this] { deleteMonitor(&MonitorManager::deleteStock); }, Qt::QueuedConnection);
+    connect(ui_->删除监控2, &QAction::triggered, this,
+            [this] { deleteMonitor(&MonitorManager::deleteStock); });
 }
 
 void Form4::Form_Load() {
@@ -126,33 +119,25 @@ void Form4::Text1_LostFocus() {
     changeFrequency();
 }
 
-// The message of a refusal takes the focus away once more; under it the window may be closed and
-// deleted by an alarm that opens a new one.
+// The message of a refusal takes the focus away once more, and under it an alarm may close the
+// window.
 void Form4::changeFrequency() {
     if (checkingFrequency_) {
         return;
     }
-    checkingFrequency_ = true;
-    const auto end = qScopeGuard([alive = QPointer(this)] {
-        if (alive) {
-            alive->checkingFrequency_ = false;
-        }
-    });
-    const QPointer alive(this);
+    const QScopedValueRollback checking(checkingFrequency_, true);
     const std::optional<QString> putBack = manager_.changeFrequency(ui_->Text1->text());
-    if (alive && putBack) {
+    if (putBack) {
         ui_->Text1->setText(*putBack);
     }
 }
 
 void Form4::deleteMonitor(void (MonitorManager::*remove)()) {
-    const QPointer alive(this);
     (manager_.*remove)();
-    if (alive) {
-        Form_Load();
-    }
+    Form_Load();
 }
 
+// Queued: a message must not stand in the middle of a change of focus.
 bool Form4::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->Text1 && event->type() == QEvent::FocusOut && isVisible() &&
         leavesTheBox(static_cast<QFocusEvent*>(event)->reason())) {
@@ -161,12 +146,8 @@ bool Form4::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void Form4::sort(ResultGrid& grid, int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid, col, lastSortCode_);
-        }
-    });
+void Form4::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
+    sortOnHeaderClick(grid, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 void Form4::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {

@@ -35,7 +35,6 @@ private:
     void showFlag();
     void changeFrequency();
     void deleteMonitor(void (MonitorManager::*remove)());
-    void sort(ResultGrid& grid, int row, int col);
 
     void Form_Load();
     void Form_Unload();
@@ -45,6 +44,7 @@ private:
     void Text1_LostFocus();
     void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
     void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
     void MSHFlexGrid2_DblClick(int row);
     void 查看行情_Click();
     void 添加监控_Click();

@@ -55,9 +55,7 @@ void fill(Connection& connection, const QString& query, ResultGrid& grid,
     grid.setCols(1);
     if (monitors.count() > 0) {
         tianchongbiao(monitors, grid, 1);
-        for (int col = 0; col < grid.cols(); ++col) {
-            grid.setColWidth(col, columns.widths.at(col));
-        }
+        grid.setColWidths(columns.widths);
         writeRowNumbers(grid);
         for (int row = 1; row < grid.rows(); ++row) {
             rewriteRow(grid, row, columns);

@@ -35,9 +35,7 @@ void StockThemes::fill(Connection& store, const QString& code) {
     grid_.setRedraw(false);
     grid_.clear();
     tianchongbiao(themes, grid_, 1);
-    grid_.setColWidth(0, 600);
-    grid_.setColWidth(1, 1000);
-    grid_.setColWidth(2, 1400);
+    grid_.setColWidths({600, 1000, 1400});
     grid_.setColFont(1, {u"新宋体"_s, 12});
     for (int row = 1; row < grid_.rows(); ++row) {
         grid_.setCellForeColor(row, 0, textColour);

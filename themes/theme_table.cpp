@@ -12,24 +12,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void setWidths(ResultGrid& grid, const QList<int>& widths) {
-    int col = 0;
-    for (const int width : widths) {
-        grid.setColWidth(col++, width);
-    }
-}
-
-// By position, whichever form the query had; column 2 keeps its width.
+// By position, whichever form the query had.
 void setStockWidths(ResultGrid& grid, int fieldCount) {
-    grid.setColWidth(0, 500);
-    grid.setColWidth(1, 1500);
-    grid.setColWidth(3, 1000);
-    grid.setColWidth(4, 800);
-    for (int col = 5; col <= 10; ++col) {
-        grid.setColWidth(col, 900);
-    }
-    grid.setColWidth(11, 1200);
-    grid.setColWidth(12, 1200);
+    grid.setColWidths({500, 1500, ResultGrid::standardWidth, 1000, 800, 900, 900, 900, 900, 900,
+                       900, 1200, 1200});
     grid.setColWidth(fieldCount, 2500);
 }
 
@@ -106,7 +92,7 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
     themes_.setRedraw(false);
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
-        setWidths(themes_, {500, 1600, 900, 800, 800, 2000});
+        themes_.setColWidths({500, 1600, 900, 800, 800, 2000});
     }
 }
 
@@ -173,7 +159,7 @@ bool ThemeTable::fillSearch(const QString& query, const QList<int>& widths) {
         themes_.setRedraw(false);
         themes_.clear();
         tianchongbiao(found, themes_, 1);
-        setWidths(themes_, widths);
+        themes_.setColWidths(widths);
     }
     themes_.setRedraw(true);
     return found.count() > 0;

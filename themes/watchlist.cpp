@@ -8,20 +8,6 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-void setWidths(ResultGrid& grid) {
-    const struct {
-        int col, twips;
-    } widths[] = {{0, 500}, {1, 1200}, {2, 1200},  {3, 800},  {4, 800},
-                  {5, 900}, {9, 1500}, {10, 1500}, {11, 1900}};
-    for (const auto& it : widths) {
-        grid.setColWidth(it.col, it.twips);
-    }
-}
-
-}  // namespace
-
 Watchlist::Watchlist(const Stores& stores, Dialogs& dialogs) : stores_(stores), dialogs_(dialogs) {}
 
 void Watchlist::list(ResultGrid& grid) const {
@@ -36,7 +22,9 @@ void Watchlist::list(ResultGrid& grid) const {
     // Cleared first: a stock without a quote must not show the time of an earlier row.
     grid.clear();
     tianchongbiao(stocks, grid, 1);
-    setWidths(grid);
+    constexpr int standard = ResultGrid::standardWidth;
+    grid.setColWidths(
+        {500, 1200, 1200, 800, 800, 900, standard, standard, standard, 1500, 1500, 1900});
     grid.setRedraw(true);
 }
 

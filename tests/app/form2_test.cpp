@@ -10,16 +10,14 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScopeGuard>
-#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
-#include <algorithm>
+#include <utility>
 
 #include "grid/grid_view.h"
-#include "platform/gbk.h"
 #include "research/form24.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/quote_reply.h"
 #include "tests/support/test_environment.h"
 
 namespace guanchao {
@@ -58,10 +56,7 @@ protected:
     }
 
     void click(const QString& gridName, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
-        auto* view = find<GridView>(gridName);
-        const QRect cell = view->visualRect(view->model()->index(row - 1, col));
-        QTest::mouseClick(view->viewport(), button, {}, cell.center());
-        QApplication::processEvents();
+        clickCell(*find<GridView>(gridName), row, col, button);
     }
 
     void clickHeader(const QString& gridName, int col) {
@@ -73,7 +68,7 @@ protected:
     Form2 form_{environment_, windows_};
 };
 
-TEST_F(Form2Test, TheLoadShowsThemesAndEnablesTheOneShotTimers) {
+TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {
     form_.Form_Load();
     EXPECT_EQ(form_.windowTitle(), u"观潮台(V3.7)"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
@@ -92,10 +87,6 @@ TEST_F(Form2Test, TheLoadShowsThemesAndEnablesTheOneShotTimers) {
         EXPECT_EQ(find<QTimer>(it.name)->isActive(), it.active) << it.name.toStdString();
         EXPECT_EQ(find<QTimer>(it.name)->interval(), it.interval);
     }
-}
-
-TEST_F(Form2Test, TheFirstTimerShowsItsCaptionAndStartsTheSecond) {
-    load();
     QStringList captions;
     pump_.onRun = [&] { captions << form_.windowTitle(); };
     emit find<QTimer>(u"Timer1"_s)->timeout({});
@@ -113,6 +104,11 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->currentIndex().row(), 1);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
+    const auto* view = find<GridView>(u"MSHFlexGrid1"_s);
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, cellOf(*view, 2, 1));
+    ASSERT_TRUE(shownWindow<Form24>());
+    EXPECT_EQ(shownWindow<Form24>()->findChild<QLineEdit*>(u"Text1"_s)->text(), u"白酒"_s);
+    windows_.closeAll();
     clickHeader(u"MSHFlexGrid1"_s, 2);
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s)
@@ -128,31 +124,6 @@ TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
     EXPECT_TRUE(find<QListWidget>(u"List1"_s)->isVisible()) << "a left press leaves the list open";
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
-}
-
-TEST_F(Form2Test, AThemeOpensItsHistory) {
-    load();
-    const auto openAndClose = [this](const std::function<void()>& ask) {
-        ask();
-        QStringList themes;
-        for (const QWidget* widget : QApplication::topLevelWidgets()) {
-            if (qobject_cast<const Form24*>(widget) && widget->isVisible()) {
-                themes << widget->findChild<QLineEdit*>(u"Text1"_s)->text();
-            }
-        }
-        windows_.closeAll();
-        return themes;
-    };
-    const auto doubleClick = [this] {
-        click(u"MSHFlexGrid1"_s, 2, 1);
-        auto* view = find<GridView>(u"MSHFlexGrid1"_s);
-        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {},
-                           view->visualRect(view->model()->index(1, 1)).center());
-    };
-    EXPECT_EQ(openAndClose(doubleClick), QStringList{u"白酒"_s});
-    for (const QString& entry : {u"历史涨幅"_s, u"主题历史涨幅"_s}) {
-        EXPECT_EQ(openAndClose([&] { trigger(entry); }), QStringList{u"白酒"_s});
-    }
 }
 
 TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
@@ -186,6 +157,11 @@ TEST_F(Form2Test, ThePopupsHoldTheirEntriesAndOpenOnTheRightButton) {
         EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
         menu->close();
     }
+    EXPECT_TRUE(find<QAction>(u"addzhutigu"_s)->isEnabled());
+    globals_.dangqianzhuti.clear();
+    click(u"MSHFlexGrid2"_s, 1, 1, Qt::RightButton);
+    EXPECT_FALSE(find<QAction>(u"addzhutigu"_s)->isEnabled()) << "there is no theme to add to";
+    QApplication::activePopupWidget()->close();
 }
 
 TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
@@ -240,22 +216,45 @@ TEST_F(Form2Test, EachPopupEntryActsOnWhatWasPressed) {
     EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
               QStringList{u"2026-11-01 08:00:00"_s})
         << "no command of the popups stamps the themes";
-    const QList<QPair<QString, QString>> windows = {
+}
+
+TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
+    const struct {
+        QString entry, caption;
+    } cases[] = {
         {u"添加主题"_s, u"添加主题"_s},
         {u"所属全部主题"_s, u"浦发银行_属于主题"_s},
         {u"自选股"_s, u"自选股"_s},
+        {u"历史涨幅"_s, u"主题历史涨幅与大盘对比"_s},
+        {u"主题历史涨幅"_s, u"主题历史涨幅与大盘对比"_s},
+        {u"题材历史分析"_s, u"题材选股"_s},
+        {u"分时数据"_s, u"分时行情"_s},
+        {u"当前行情"_s, u"分时行情"_s},
+        {u"F10资料"_s, u"浦发银行(SH600000)-----F10资料"_s},
+        {u"监控管理"_s, u"监控管理(监控未启动)"_s},
+        {u"添加主题监控"_s, u"添加主题监控"_s},
+        {u"添加个股监控"_s, u"添加个股监控"_s},
+        {u"文章管理器"_s, u"文章管理器"_s},
+        {u"导入主题"_s, u"导入主题"_s},
         {u"新闻数量分析"_s, u"主题新闻数量分析--因特网热度排名"_s},
         {u"公司新闻数量分析"_s, u"公司新闻数量分析--因特网热度排名"_s},
-        {u"商品价格监控"_s, u"商品价格监控--因特网数据采集"_s}};
-    for (const auto& [entry, caption] : windows) {
-        trigger(entry);
-        QStringList open;
-        for (const QWidget* widget : QApplication::topLevelWidgets()) {
-            open << (widget->isVisible() ? widget->windowTitle() : QString());
-        }
-        EXPECT_TRUE(open.contains(caption)) << entry.toStdString();
+        {u"商品价格监控"_s, u"商品价格监控--因特网数据采集"_s},
+        {u"设置代理服务器"_s, u"设置代理服务器"_s},
+    };
+    globals_.yingyongmulu = store_.folder();
+    store_.run({u"update tempcanshu set f10url='http://host/'"_s});
+    for (const auto& it : cases) {
+        globals_.dangqianzhuti = u"银行"_s;
+        globals_.dangqiandm = u"SH600000"_s;
+        globals_.dangqianjc = u"浦发银行"_s;
+        globals_.bianjimoshi = 1;
+        trigger(it.entry);
+        const auto* opened = shownWindow<QWidget>();
+        ASSERT_TRUE(opened) << it.entry.toStdString();
+        EXPECT_EQ(opened->windowTitle(), it.caption);
+        windows_.closeAll();
+        deleteClosedWindows();
     }
-    windows_.closeAll();
 }
 
 TEST_F(Form2Test, TypingOffersCandidatesAndAChoiceSearches) {
@@ -291,12 +290,8 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
         EXPECT_FALSE(button->isEnabled());
         seen << find<QLabel>(u"Label6"_s)->text() + u'|' + QString::number(progress->value());
     };
-    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
-        QString text;
-        for (const QString& code : path.section(u'=', 1).split(u',', Qt::SkipEmptyParts)) {
-            text += u"var hq_str_"_s + code + u"=\"x,1,1,2"_s + u",1"_s.repeated(28) + u"\";\n"_s;
-        }
-        return gbkFromText(text);
+    http_.answer = [](const QString& path) {
+        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
     };
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
@@ -318,6 +313,10 @@ TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
         EXPECT_EQ(right->width(), inner.width() - left->width() - left->pixels(250));
         EXPECT_EQ(right->height(), inner.height() - left->pixels(1700));
         EXPECT_EQ(left->height(), right->height());
+        for (const GridView* view : {left, right}) {
+            EXPECT_GE(view->horizontalHeader()->length(), view->viewport()->width())
+                << "no bare ground beside the last column";
+        }
     }
 }
 
@@ -349,30 +348,19 @@ TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
     EXPECT_TRUE(dialogs_.shown[1].startsWith(u"请选择文章库文件|"_s));
     trigger(u"导出数据"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|已取消导出数据!"_s);
-    trigger(u"导入主题"_s);
-    QStringList titles;
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        titles << window->windowTitle();
-    }
-    EXPECT_TRUE(titles.contains(u"导入主题"_s));
-    windows_.closeAll();
 }
 
 TEST_F(Form2Test, TheShutdownWaitsForTheRunOfAnotherWindow) {
     load();
     windows_.openAnew<Form24>();
-    const QList<QWidget*> open = QApplication::topLevelWidgets();
-    const auto isForm24 = [](QWidget* widget) { return qobject_cast<Form24*>(widget) != nullptr; };
-    const auto form24 = std::find_if(open.begin(), open.end(), isForm24);
-    ASSERT_NE(form24, open.end());
     pump_.onRun = [&] {
         pump_.onRun = {};
         trigger(u"tuopanexit"_s);
         EXPECT_TRUE(processes_.ended.isEmpty());
     };
-    (*form24)->findChild<QPushButton*>(u"Command9"_s)->click();
+    shownWindow<Form24>()->findChild<QPushButton*>(u"Command9"_s)->click();
     EXPECT_TRUE(processes_.ended.isEmpty());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteClosedWindows();
     QCoreApplication::sendPostedEvents(&form_);
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
@@ -410,14 +398,8 @@ TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
     EXPECT_TRUE(seconds(1));
     EXPECT_TRUE(form_.isMinimized());
     EXPECT_EQ(tray_.hidden(), 0);
-}
-
-TEST_F(Form2Test, WithoutATrayTheWindowIsMinimised) {
-    load();
-    desktopTray_.isThere = false;
-    dialogs_.answer = false;
     form_.close();
-    EXPECT_TRUE(form_.isVisible() && form_.isMinimized());
+    EXPECT_TRUE(form_.isVisible() && form_.isMinimized()) << "without a tray it can't hide";
 }
 
 TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
@@ -449,21 +431,19 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
 }
 
-TEST_F(Form2Test, ExitInTheTrayWhileTheCloseQuestionStandsIsTheLaterWord) {
-    load();
-    dialogs_.answer = false;
-    dialogs_.onAsk = [this] { trigger(u"tuopanexit"_s); };
-    form_.close();
-    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
-}
-
-TEST_F(Form2Test, TheExitEntryShutsDownWithoutAQuestion) {
+TEST_F(Form2Test, TheExitEntryShutsDownAlsoWhileTheCloseQuestionStands) {
+    const QStringList ended = {u"guanchaotai.exe"_s, u"this"_s};
     load();
     trigger(u"tuopanexit"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     EXPECT_EQ(TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s),
               QStringList{u"0"_s});
-    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
+    EXPECT_EQ(std::exchange(processes_.ended, {}), ended);
+    load();
+    dialogs_.answer = false;
+    dialogs_.onAsk = [this] { trigger(u"tuopanexit"_s); };
+    form_.close();
+    EXPECT_EQ(processes_.ended, ended) << "the later word";
 }
 
 }  // namespace guanchao

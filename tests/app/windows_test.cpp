@@ -6,26 +6,17 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <utility>
 
-#include "app/form2.h"
-#include "articles/form26.h"
-#include "articles/form27.h"
-#include "heat/form25.h"
-#include "heat/form29.h"
-#include "heat/form5.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
-#include "research/form12.h"
 #include "research/form24.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
-#include "utilities/form28.h"
 
 namespace guanchao {
 
@@ -62,27 +53,6 @@ protected:
 
     std::function<void()> job_;
 };
-
-TEST_F(WindowsTest, EveryFieldAndGridHasAnAccessibleName) {
-    Form2 main(environment_, windows_);
-    QList<const QWidget*> forms = {&main};
-    for (auto open :
-         {&WindowsTest::open<Form4>, &WindowsTest::open<Form5>, &WindowsTest::open<Form6>,
-          &WindowsTest::open<Form7>, &WindowsTest::open<Form8>, &WindowsTest::open<Form12>,
-          &WindowsTest::open<Form22>, &WindowsTest::open<Form24>, &WindowsTest::open<Form25>,
-          &WindowsTest::open<Form26>, &WindowsTest::open<Form27>, &WindowsTest::open<Form28>,
-          &WindowsTest::open<Form29>, &WindowsTest::open<Form30>}) {
-        forms << (this->*open)();
-    }
-    const QRegularExpression control(u"^(Text|Combo|List|MSHFlexGrid)\\d"_s);
-    for (const QWidget* form : forms) {
-        ASSERT_TRUE(form);
-        for (const QWidget* widget : form->findChildren<QWidget*>(control)) {
-            EXPECT_FALSE(widget->accessibleName().isEmpty())
-                << form->metaObject()->className() << ' ' << widget->objectName().toStdString();
-        }
-    }
-}
 
 // The code that asked goes on in its window after the answer.
 TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {

@@ -7,21 +7,13 @@
 
 #include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
-
-// The texts of a column, header first.
-static QStringList column(const ResultGrid& grid, int col) {
-    QStringList texts;
-    for (int row = 0; row < grid.rows(); ++row) {
-        texts << grid.textMatrix(row, col);
-    }
-    return texts;
-}
 
 static void setColumn(ResultGrid& grid, int col, const QStringList& texts) {
     grid.setCols(std::max(grid.cols(), col + 1));
@@ -39,16 +31,16 @@ TEST(ResultGrid, CellsStayWhereTheTableIsResized) {
     grid.setCol(1);
     grid.sortRows(SortCode::genericAscending);
     grid.setCols(4);
-    EXPECT_EQ(column(grid, 1), QStringList({u"h"_s, u"a"_s, u"b"_s, u"c"_s}));
+    EXPECT_EQ(columnTexts(grid, 1), QStringList({u"h"_s, u"a"_s, u"b"_s, u"c"_s}));
     grid.setRows(2);
     grid.setCols(2);
-    EXPECT_EQ(column(grid, 1), QStringList({u"h"_s, u"a"_s}));
+    EXPECT_EQ(columnTexts(grid, 1), QStringList({u"h"_s, u"a"_s}));
     EXPECT_THROW(grid.textMatrix(2, 0), std::out_of_range);
     EXPECT_THROW(grid.setRow(2), std::out_of_range);
     EXPECT_THROW(grid.setRows(0), std::out_of_range);
     grid.clear();
     EXPECT_EQ(grid.rows(), 2);
-    EXPECT_EQ(column(grid, 1), QStringList({QString(), QString()}));
+    EXPECT_EQ(columnTexts(grid, 1), QStringList({QString(), QString()}));
 }
 
 TEST(ResultGrid, RedrawOffShowsEverythingAtOnceInTheEnd) {
@@ -114,8 +106,8 @@ TEST(Sorting, AHeaderClickFlipsTheLastCodeOfItsKind) {
     for (const auto& it : clicks) {
         sortByHeader(grid, it.col, {u"时间"_s}, last);
         EXPECT_EQ(last, it.code);
-        EXPECT_EQ(column(grid, 1).sliced(1), it.gains);
-        EXPECT_EQ(column(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s, u"3"_s}));
+        EXPECT_EQ(columnTexts(grid, 1).sliced(1), it.gains);
+        EXPECT_EQ(columnTexts(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s, u"3"_s}));
     }
     EXPECT_THROW(sortByHeader(grid, 7, {u"时间"_s}, last), std::out_of_range);
 }
@@ -129,10 +121,10 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
         connection,
         u"select 10 as 收盘,10.5 as 涨幅,null as 名称 union all select 2.345,'7.10','x'"_s);
     tianchongbiao(rows, grid, 1);
-    EXPECT_EQ(column(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s}));
-    EXPECT_EQ(column(grid, 1), QStringList({u"收盘"_s, u"10"_s, u"2.35"_s}));
-    EXPECT_EQ(column(grid, 2), QStringList({u"涨幅"_s, u"10.50"_s, u"7.10"_s}));
-    EXPECT_EQ(column(grid, 3), QStringList({u"名称"_s, u"old"_s, u"x"_s}));
+    EXPECT_EQ(columnTexts(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s}));
+    EXPECT_EQ(columnTexts(grid, 1), QStringList({u"收盘"_s, u"10"_s, u"2.35"_s}));
+    EXPECT_EQ(columnTexts(grid, 2), QStringList({u"涨幅"_s, u"10.50"_s, u"7.10"_s}));
+    EXPECT_EQ(columnTexts(grid, 3), QStringList({u"名称"_s, u"old"_s, u"x"_s}));
     EXPECT_TRUE(rows.atEnd());
     EXPECT_EQ(grid.row(), 2);
     EXPECT_EQ(grid.col(), 3);
@@ -145,7 +137,7 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
     Recordset none(connection, u"select dm as 代码 from dmb"_s);
     tianchongbiao(none, grid, 1);
     EXPECT_EQ(grid.rows(), 1);
-    EXPECT_EQ(column(grid, 1), QStringList{u"代码"_s});
+    EXPECT_EQ(columnTexts(grid, 1), QStringList{u"代码"_s});
 }
 
 }  // namespace guanchao

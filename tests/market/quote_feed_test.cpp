@@ -78,6 +78,8 @@ TEST_F(QuoteFeedTest, ThePollListTakesFewerColumns) {
                           u" jiankonghq"_s),
               QStringList{u"SZ000001|2|-1|-33.3333|8|9|2026-11-24 10:00:00"_s});
     EXPECT_TRUE(quotes()[0].endsWith(u"null"_s)) << "the code table is left alone";
+    EXPECT_EQ(pump_.runs, 1);
+    EXPECT_EQ(pump_.runsWithInput, 0) << "a click could change the monitors in their poll";
 }
 
 TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
@@ -193,7 +195,7 @@ TEST_F(QuoteRunTest, FailedRequestsAndAnEmptyTableStillEndWithTheTime) {
 TEST_F(QuoteRunTest, ARunCannotBeStartedTwiceAndEndsWhenCancelled) {
     addCodes(300);
     pump_.onRun = [this] {
-        EXPECT_FALSE(run_.run(report_)) << "one is under way";
+        EXPECT_THROW(run_.run(report_), OperationError) << "one is under way";
         if (!http_.paths.isEmpty()) {
             run_.cancel();
         }

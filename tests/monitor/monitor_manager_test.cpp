@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "store/store_error.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
 
@@ -14,14 +15,6 @@ class MonitorManagerTest : public ::testing::Test, protected MonitorFixture {
 protected:
     QStringList pollList() { return store_.rows(u"select dm from jiankonghq order by dm"_s); }
     QString frequency() { return store_.rows(u"select jiankongpinlu from tempcanshu"_s)[0]; }
-
-    static QString texts(const ResultGrid& grid, int row) {
-        QStringList cells;
-        for (int col = 0; col < grid.cols(); ++col) {
-            cells << grid.textMatrix(row, col);
-        }
-        return cells.join(u'|');
-    }
 
     FakeDialogs dialogs_;
     FakeClipboard clipboard_;
@@ -41,13 +34,13 @@ TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {
     EXPECT_EQ(loaded.frequency, u"20"_s);
     EXPECT_EQ(loaded.monitored, u"已监控2只股票。"_s);
     EXPECT_EQ(globals_.dangqianzhuti + globals_.dangqiandm + globals_.dangqianjc, QString());
-    EXPECT_EQ(texts(themes_, 0),
+    EXPECT_EQ(rowText(themes_, 0),
               u"序号|主题名称|涨幅|比较符|报警值|支数|报警时间|窗口提示|音乐提示"_s);
-    EXPECT_EQ(texts(themes_, 1), u"1|白酒|0.00|<|-2.50|0||不提示|无音乐"_s);
-    EXPECT_EQ(texts(themes_, 2), u"2|银行|0.00|>|5.00|0||提示|/alarm.mp3"_s);
-    EXPECT_EQ(texts(stocks_, 0),
+    EXPECT_EQ(rowText(themes_, 1), u"1|白酒|0.00|<|-2.50|0||不提示|无音乐"_s);
+    EXPECT_EQ(rowText(themes_, 2), u"2|银行|0.00|>|5.00|0||提示|/alarm.mp3"_s);
+    EXPECT_EQ(rowText(stocks_, 0),
               u"序号|代码|简称|收盘|涨幅|比较值|比较符|报警值|报警时间|窗口提示|音乐提示"_s);
-    EXPECT_EQ(texts(stocks_, 1),
+    EXPECT_EQ(rowText(stocks_, 1),
               u"1|SH600000|浦发银行|0.00|0.00|涨幅|>|5.00|2026-11-24 10:00:00|不提示|无音乐"_s);
     EXPECT_EQ(themes_.cellForeColor(1, 1), rgb(0x52, 0xff, 0x52));
     EXPECT_EQ(themes_.cellForeColor(1, 6), textColour);

@@ -8,8 +8,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -19,7 +17,6 @@
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
-#include "platform/desktop/desktop_dialogs.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/quote_reply.h"
 #include "tests/support/test_environment.h"
@@ -45,38 +42,16 @@ protected:
         });
         dialogs_.shown.clear();
     }
-    ~MonitorWindowsTest() override { windows_.closeAll(); }
 
-    // The shown window of the class; closed ones are gone for the test.
-    template <typename Form>
-    static Form* window() {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<Form*>(widget);
-            if (form && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
     template <typename Form>
     Form* openAnew() {
         windows_.openAnew<Form>();
         QApplication::processEvents();
-        return window<Form>();
+        return shownWindow<Form>();
     }
 
-    static void press(QWidget* form, const QString& button) {
-        QTest::mouseClick(form->findChild<QPushButton*>(button), Qt::LeftButton);
-    }
-    static void trigger(QWidget* form, const QString& action) {
-        form->findChild<QAction*>(action)->trigger();
-        QApplication::processEvents();
-    }
     static QString label(QWidget* form, const QString& name) {
         return form->findChild<QLabel*>(name)->text();
-    }
-    static QLineEdit* box(QWidget* form, const QString& name) {
-        return form->findChild<QLineEdit*>(name);
     }
     static void leave(QLineEdit* box) {
         QFocusEvent event(QEvent::FocusOut, Qt::TabFocusReason);
@@ -86,8 +61,7 @@ protected:
     // Presses the right button on the first row and returns the words of the popup.
     static QStringList popup(QWidget* form, const QString& gridName) {
         auto* view = form->findChild<GridView*>(gridName);
-        const QPoint cell = view->visualRect(view->model()->index(0, 1)).center();
-        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, cell);
+        clickCell(*view, 1, 1, Qt::RightButton);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         QStringList words;
         for (const QAction* action : menu->actions()) {
@@ -106,7 +80,7 @@ protected:
 TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
     auto* form = openAnew<Form4>();
     EXPECT_EQ(form->windowTitle(), u"监控管理(监控未启动)"_s);
-    EXPECT_EQ(box(form, u"Text1"_s)->text(), u"20"_s);
+    EXPECT_EQ(lineEdit(form, u"Text1"_s)->text(), u"20"_s);
     EXPECT_EQ(label(form, u"Label2"_s), u"秒监控一次  此频率最多监控20只股票。"_s);
     EXPECT_EQ(label(form, u"Label3"_s), u"已监控2只股票。"_s);
     press(form, u"Command2"_s);
@@ -119,16 +93,16 @@ TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
     trigger(form, u"复制主题名称"_s);
     EXPECT_EQ(clipboard_.texts, QStringList{u"银行"_s});
     trigger(form, u"修改监控"_s);
-    ASSERT_TRUE(window<Form8>());
-    EXPECT_EQ(window<Form8>()->windowTitle(), u"修改主题监控"_s);
+    ASSERT_TRUE(shownWindow<Form8>());
+    EXPECT_EQ(shownWindow<Form8>()->windowTitle(), u"修改主题监控"_s);
     EXPECT_EQ(popup(form, u"MSHFlexGrid2"_s),
               QStringList({u"添加监控"_s, u"修改监控"_s, u"删除监控"_s, u"查看行情"_s}));
     trigger(form, u"修改监控2"_s);
-    ASSERT_TRUE(window<Form7>());
-    EXPECT_EQ(window<Form7>()->windowTitle(), u"修改个股监控"_s);
-    EXPECT_EQ(window<Form7>()->findChild<QComboBox*>(u"Combo2"_s)->currentText(), u"股价"_s);
+    ASSERT_TRUE(shownWindow<Form7>());
+    EXPECT_EQ(shownWindow<Form7>()->windowTitle(), u"修改个股监控"_s);
+    EXPECT_EQ(shownWindow<Form7>()->findChild<QComboBox*>(u"Combo2"_s)->currentText(), u"股价"_s);
     trigger(form, u"添加监控"_s);
-    EXPECT_EQ(window<Form8>()->windowTitle(), u"添加主题监控"_s);
+    EXPECT_EQ(shownWindow<Form8>()->windowTitle(), u"添加主题监控"_s);
     press(form, u"Command1"_s);
     EXPECT_EQ(monitored(), QStringList());
     EXPECT_EQ(label(form, u"Label3"_s), u"已监控0只股票。"_s);
@@ -137,7 +111,7 @@ TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
 
 TEST_F(MonitorWindowsTest, LeavingTheFrequencyOrTheWindowChecksIt) {
     auto* form = openAnew<Form4>();
-    QLineEdit* text = box(form, u"Text1"_s);
+    QLineEdit* text = lineEdit(form, u"Text1"_s);
     text->setText(u"1"_s);
     leave(text);
     EXPECT_EQ(text->text(), u"20"_s);
@@ -147,77 +121,9 @@ TEST_F(MonitorWindowsTest, LeavingTheFrequencyOrTheWindowChecksIt) {
     leave(text);
     text->setText(u"0"_s);
     form->close();
-    EXPECT_FALSE(window<Form4>()) << "a refusal does not keep the window open";
+    EXPECT_FALSE(shownWindow<Form4>()) << "a refusal does not keep the window open";
     EXPECT_EQ(dialogs_.shown.size(), 2);
     EXPECT_EQ(store_.rows(u"select jiankongpinlu from tempcanshu"_s), QStringList{u"8"_s});
-}
-
-// While a message of the manager is open, an alarm closes it and shows a new one.
-TEST_F(MonitorWindowsTest, AManagerThatIsReplacedUnderItsMessageIsNotTouchedAgain) {
-    // A program that was told to end, as by an earlier test, keeps no box open.
-    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
-    QApplication::exec();
-    DesktopDialogs dialogs;
-    Environment environment{environment_.globals,
-                            environment_.stores,
-                            environment_.services,
-                            environment_.clock,
-                            dialogs,
-                            environment_.pump,
-                            environment_.http,
-                            environment_.shell,
-                            environment_.sound,
-                            environment_.clipboard,
-                            environment_.processes,
-                            environment_.tray,
-                            environment_.askedHistory,
-                            environment_.meanVolume,
-                            {},
-                            {},
-                            {}};
-    Windows windows(environment);
-    QStringList messages;
-    QTimer alarm;
-    QObject::connect(&alarm, &QTimer::timeout, &alarm, [&] {
-        if (const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            alarm.stop();
-            messages << box->text();
-            windows.openAnew<Form4>();
-        }
-    });
-    const std::function<void(Form4*)> actions[] = {
-        [&](Form4* form) {
-            popup(form, u"MSHFlexGrid1"_s);
-            trigger(form, u"删除监控"_s);
-        },
-        [&](Form4* form) {
-            popup(form, u"MSHFlexGrid2"_s);
-            trigger(form, u"删除监控2"_s);
-        },
-        [&](Form4* form) {
-            store_.run({u"insert into jiankonghq(dm) values('SH600000')"_s});
-            box(form, u"Text1"_s)->setText(u"0"_s);
-            leave(box(form, u"Text1"_s));
-        },
-    };
-    for (const auto& action : actions) {
-        windows.openAnew<Form4>();
-        QApplication::processEvents();
-        const QPointer<Form4> old = window<Form4>();
-        old->activateWindow();
-        QApplication::processEvents();
-        alarm.start(0);
-        action(old);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_FALSE(old);
-        EXPECT_TRUE(window<Form4>());
-        store_.run({u"delete from jiankonghq"_s});
-    }
-    EXPECT_EQ(messages, QStringList({u"主题(银行)监控已删除。"_s, u"个股(浦发银行)监控已删除。"_s,
-                                     u"此监控频率最多监控0只股票，请改大监控频率或删除不必要的"
-                                     u"监控记录。"_s}));
-    EXPECT_EQ(monitored(), QStringList());
-    windows.closeAll();
 }
 
 TEST_F(MonitorWindowsTest, TheStockEditorPicksConfirmsAndOpensTheManagerAnew) {
@@ -225,32 +131,32 @@ TEST_F(MonitorWindowsTest, TheStockEditorPicksConfirmsAndOpensTheManagerAnew) {
     globals_.dangqianjc = u"浦发银行"_s;
     auto* form = openAnew<Form7>();
     auto* list = form->findChild<QListWidget*>(u"List1"_s);
-    EXPECT_EQ(box(form, u"Text4"_s)->text(), u"浦发银行"_s);
+    EXPECT_EQ(lineEdit(form, u"Text4"_s)->text(), u"浦发银行"_s);
     EXPECT_FALSE(list->isVisible()) << "though the code was put into the box";
-    box(form, u"Text1"_s)->setText(u"000"_s);
+    lineEdit(form, u"Text1"_s)->setText(u"000"_s);
     EXPECT_TRUE(list->isVisible());
-    QTest::mouseClick(box(form, u"Text4"_s), Qt::LeftButton);
+    QTest::mouseClick(lineEdit(form, u"Text4"_s), Qt::LeftButton);
     EXPECT_FALSE(list->isVisible());
-    box(form, u"Text1"_s)->setText(u"sz0"_s);
+    lineEdit(form, u"Text1"_s)->setText(u"sz0"_s);
     QTest::mouseClick(form, Qt::LeftButton, {}, QPoint(3, form->height() - 3));
     EXPECT_FALSE(list->isVisible());
-    box(form, u"Text1"_s)->setText(u"sz00"_s);
+    lineEdit(form, u"Text1"_s)->setText(u"sz00"_s);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualItemRect(list->item(0)).center());
     EXPECT_FALSE(list->isVisible());
-    EXPECT_EQ(box(form, u"Text1"_s)->text(), u"SZ000001"_s);
-    EXPECT_EQ(box(form, u"Text4"_s)->text(), u"平安银行"_s);
+    EXPECT_EQ(lineEdit(form, u"Text1"_s)->text(), u"SZ000001"_s);
+    EXPECT_EQ(lineEdit(form, u"Text4"_s)->text(), u"平安银行"_s);
     dialogs_.picked = u"/声/s.mp3"_s;
     press(form, u"Command3"_s);
     form->findChild<QComboBox*>(u"Combo2"_s)->setCurrentText(u"股价"_s);
     form->findChild<QComboBox*>(u"Combo1"_s)->setCurrentText(u"<"_s);
-    box(form, u"Text2"_s)->setText(u"9.5"_s);
+    lineEdit(form, u"Text2"_s)->setText(u"9.5"_s);
     form->findChild<QCheckBox*>(u"Check1"_s)->setChecked(false);
     press(form, u"Command1"_s);
     EXPECT_EQ(store_.rows(u"select * from gegujiankong where dm='SZ000001'"_s),
               QStringList{u"SZ000001|平安银行|0|0|股价|<|9.5|null|0|/声/s.mp3"_s});
-    EXPECT_FALSE(window<Form7>());
-    EXPECT_TRUE(window<Form4>());
+    EXPECT_FALSE(shownWindow<Form7>());
+    EXPECT_TRUE(shownWindow<Form4>());
 }
 
 TEST_F(MonitorWindowsTest, TheThemeEditorStaysOpenAfterARefusal) {
@@ -258,10 +164,10 @@ TEST_F(MonitorWindowsTest, TheThemeEditorStaysOpenAfterARefusal) {
     auto* form = openAnew<Form8>();
     press(form, u"Command1"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|此主题已在监控中。主题名:银行"_s});
-    EXPECT_TRUE(window<Form8>());
-    EXPECT_FALSE(window<Form4>());
+    EXPECT_TRUE(shownWindow<Form8>());
+    EXPECT_FALSE(shownWindow<Form4>());
     press(form, u"Command2"_s);
-    EXPECT_FALSE(window<Form8>());
+    EXPECT_FALSE(shownWindow<Form8>());
     EXPECT_EQ(monitored().size(), 2);
 }
 
@@ -276,9 +182,16 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     const auto fire = [&](const QString& name) { emit main.findChild<QTimer*>(name)->timeout({}); };
     auto* player = main.findChild<QWidget*>(u"WindowsMediaPlayer1"_s);
     auto* timer3 = main.findChild<QTimer*>(u"Timer3"_s);
+    QMenu menu;
+    menu.addAction(u"entry"_s);
+    menu.popup({});
     fire(u"Timer2"_s);
-    ASSERT_TRUE(window<Form4>());
-    const auto* grid = window<Form4>()->findChild<GridView*>(u"MSHFlexGrid1"_s)->model();
+    EXPECT_TRUE(menu.isVisible());
+    EXPECT_FALSE(shownWindow<Form4>()) << "it would close the menu";
+    menu.close();
+    fire(u"Timer2"_s);
+    ASSERT_TRUE(shownWindow<Form4>());
+    const auto* grid = shownWindow<Form4>()->findChild<GridView*>(u"MSHFlexGrid1"_s)->model();
     EXPECT_EQ(grid->index(0, 6).data().toString(), u"2026-11-24 10:00:00"_s);
     EXPECT_TRUE(timer3->isActive());
     EXPECT_FALSE(player->isVisible());
@@ -291,19 +204,6 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     EXPECT_FALSE(player->isVisible());
     fire(u"Timer2"_s);
     EXPECT_FALSE(timer3->isActive());
-}
-
-TEST_F(MonitorWindowsTest, TheMainWindowOpensTheManagerAndTheEditorsForAdding) {
-    Form2 main(environment_, windows_);
-    main.Form_Load();
-    globals_.bianjimoshi = 1;
-    trigger(&main, u"添加主题监控"_s);
-    EXPECT_EQ(window<Form8>()->windowTitle(), u"添加主题监控"_s);
-    globals_.bianjimoshi = 1;
-    trigger(&main, u"添加个股监控"_s);
-    EXPECT_EQ(window<Form7>()->windowTitle(), u"添加个股监控"_s);
-    trigger(&main, u"监控管理"_s);
-    EXPECT_EQ(window<Form4>()->windowTitle(), u"监控管理(监控已启动)"_s);
 }
 
 }  // namespace guanchao

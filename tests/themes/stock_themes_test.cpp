@@ -4,6 +4,7 @@
 
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -57,7 +58,7 @@ TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
     EXPECT_EQ(grid_.cellForeColor(2, 0), textColour);
     EXPECT_EQ(grid_.cellForeColor(2, 1), themeColour);
     EXPECT_EQ(grid_.colFont(1).points, 12);
-    EXPECT_EQ(grid_.colWidth(0) + grid_.colWidth(1) + grid_.colWidth(2), 600 + 1000 + 1400);
+    EXPECT_EQ(columnWidths(grid_), QList<int>({600, 1000, 1400}));
     share(u"SZ000001"_s, u"平安银行"_s);
     EXPECT_EQ(load().caption, u"平安银行_属于主题"_s);
     EXPECT_EQ(grid_.rows(), 3) << "a stock in no theme leaves the grid as it was";

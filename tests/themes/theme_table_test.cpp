@@ -4,6 +4,7 @@
 
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 #include "themes/trading_session.h"
@@ -33,26 +34,6 @@ protected:
         });
     }
 
-    static QStringList texts(const ResultGrid& grid) {
-        QStringList rows;
-        for (int row = 0; row < grid.rows(); ++row) {
-            QStringList cells;
-            for (int col = 0; col < grid.cols(); ++col) {
-                cells << grid.textMatrix(row, col);
-            }
-            rows << cells.join(u'|');
-        }
-        return rows;
-    }
-
-    static QList<int> widths(const ResultGrid& grid) {
-        QList<int> widths;
-        for (int col = 0; col < grid.cols(); ++col) {
-            widths << grid.colWidth(col);
-        }
-        return widths;
-    }
-
     TestStores store_;
     Globals globals_;
     FakeClock clock_;
@@ -68,10 +49,10 @@ TEST_F(ThemeTableTest, RefreshShowsMeanGainsAboveTheThreshold) {
     EXPECT_EQ(labels_, QStringList({u"主题库更新时间：2026-11-01 08:00:00"_s,
                                     u"行情更新时间：2026-11-02 15:00:00"_s}));
     // The member that the code table lacks counts neither in the mean nor in the attention.
-    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
-                                           u"1|银行|1.00|2|3|2026-10-01 00:00:00"_s,
-                                           u"2|白酒|-1.00|1|1|2026-10-01 00:00:00"_s}));
-    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 900, 800, 800, 2000}));
+    EXPECT_EQ(rowTexts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
+                                              u"1|银行|1.00|2|3|2026-10-01 00:00:00"_s,
+                                              u"2|白酒|-1.00|1|1|2026-10-01 00:00:00"_s}));
+    EXPECT_EQ(columnWidths(themes_), QList<int>({500, 1600, 900, 800, 800, 2000}));
     EXPECT_TRUE(themes_.redraw());
     EXPECT_EQ(stocks_.rows(), 1);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
@@ -130,13 +111,13 @@ TEST(TradingSession, EachBoundaryToTheSecond) {
 TEST_F(ThemeTableTest, MembersAreShownWithWidthsAndColours) {
     table_.xianshizhutigu(u"银行"_s);
     EXPECT_EQ(
-        texts(stocks_)[0],
+        rowTexts(stocks_)[0],
         u"序号|主题名称|代码|简称|相关度|收盘|涨跌|涨幅|开盘|最高|最低|成交量|成交金额|更新时间"_s);
-    EXPECT_EQ(texts(stocks_)[1],
+    EXPECT_EQ(rowTexts(stocks_)[1],
               u"1|银行|SH600000|浦发银行|5|10.50|0.00|2.00|0.00|0.00|0.00|0|0|"_s);
     EXPECT_EQ(stocks_.rows(), 3);
-    EXPECT_EQ(widths(stocks_), QList<int>({500, 1500, 960, 1000, 800, 900, 900, 900, 900, 900, 900,
-                                           1200, 1200, 2500}));
+    EXPECT_EQ(columnWidths(stocks_), QList<int>({500, 1500, 960, 1000, 800, 900, 900, 900, 900, 900,
+                                                 900, 1200, 1200, 2500}));
     EXPECT_EQ(stocks_.cellForeColor(1, 1), themeColour);
     EXPECT_EQ(stocks_.cellForeColor(1, 3), stockColour);
     EXPECT_EQ(stocks_.cellForeColor(1, 4), textColour);
@@ -151,7 +132,7 @@ TEST_F(ThemeTableTest, AllStocksShowOneThemeEachAndNothingOfTheFormerFill) {
     table_.xianshizhutigu(u"白酒"_s);
     store_.run({u"update dmb set sp=1500.5 where dm='SH600519'"_s});
     table_.xianshizhutigu(allStocks);
-    EXPECT_EQ(texts(stocks_)[1], u"1||SZ000002|万科A|8.00|0.00|5.00|0.00|0.00|0.00|0|0|"_s);
+    EXPECT_EQ(rowTexts(stocks_)[1], u"1||SZ000002|万科A|8.00|0.00|5.00|0.00|0.00|0.00|0|0|"_s);
     EXPECT_EQ(stocks_.rows(), 5);
     EXPECT_EQ(stocks_.cellForeColor(1, 4), textColour) << "收盘 is not coloured in this form";
     EXPECT_EQ(stocks_.cellForeColor(1, 12), textColour);
@@ -171,8 +152,8 @@ TEST_F(ThemeTableTest, SearchByCodeShowsTheFirstThemesStocks) {
     table_.searchByCode(u"sh60"_s);
     EXPECT_EQ(themes_.rows(), 4);
     table_.searchByCode(u"h6000"_s);
-    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数"_s, u"1|银行|2.00|1"_s}));
-    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 1000, 600}));
+    EXPECT_EQ(rowTexts(themes_), QStringList({u"序号|主题名称|涨幅|只数"_s, u"1|银行|2.00|1"_s}));
+    EXPECT_EQ(columnWidths(themes_), QList<int>({500, 1600, 1000, 600}));
     EXPECT_EQ(stocks_.textMatrix(1, 1), u"银行"_s);
     table_.searchByCode(QString());
     EXPECT_EQ(stocks_.rows(), 5) << "an empty box shows all stocks";
@@ -183,9 +164,9 @@ TEST_F(ThemeTableTest, SearchByCodeShowsTheFirstThemesStocks) {
 
 TEST_F(ThemeTableTest, SearchByNameIgnoresTheThreshold) {
     table_.searchByName(u"冷"_s);
-    EXPECT_EQ(texts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
-                                           u"1|冷门|-0.50|2|0|2026-10-01 00:00:00"_s}));
-    EXPECT_EQ(widths(themes_), QList<int>({500, 1600, 1000, 600, 900, 2000}));
+    EXPECT_EQ(rowTexts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
+                                              u"1|冷门|-0.50|2|0|2026-10-01 00:00:00"_s}));
+    EXPECT_EQ(columnWidths(themes_), QList<int>({500, 1600, 1000, 600, 900, 2000}));
     EXPECT_EQ(stocks_.textMatrix(1, 1), u"冷门"_s);
     EXPECT_EQ(stocks_.rows(), 3);
     table_.searchByName(u"没有"_s);

@@ -31,29 +31,16 @@ protected:
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 2);
         store_.addMember(u"白酒"_s, u"SH600519"_s, 7);
     }
-    ~ThemeWindowsTest() override { windows_.closeAll(); }
 
     template <typename Form>
     QPointer<Form> open() {
         windows_.openAnew<Form>();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form*>(window); form && form->isVisible()) {
-                QApplication::processEvents();
-                return form;
-            }
-        }
-        return nullptr;
+        QApplication::processEvents();
+        return shownWindow<Form>();
     }
 
     static ResultGrid& gridOf(QWidget* form) {
         return *static_cast<ResultGrid*>(form->findChild<GridView*>()->model());
-    }
-
-    static void click(QWidget* form, int row, int col, Qt::MouseButton button) {
-        auto* view = form->findChild<GridView*>();
-        QTest::mouseClick(view->viewport(), button, {},
-                          view->visualRect(view->model()->index(row - 1, col)).center());
-        QApplication::processEvents();
     }
 
     // The entries of the open popup that can be chosen; closes it.
@@ -101,7 +88,7 @@ TEST_F(ThemeWindowsTest, Form22FollowsItsStock) {
     EXPECT_EQ(form->windowTitle(), u"贵州茅台_属于主题"_s);
     EXPECT_EQ(box->text(), u"SH600519"_s);
     EXPECT_FALSE(form->findChild<QListWidget*>(u"List1"_s)->isVisible());
-    click(form, 1, 1, Qt::RightButton);
+    clickCell(*form->findChild<GridView*>(), 1, 1, Qt::RightButton);
     EXPECT_EQ(closePopup(), QStringList({u"kuaijiemenu"_s, u"添加到主题"_s, u"从该主题删除"_s}));
     EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, u"SH600519白酒"_s);
     EXPECT_EQ(gridOf(form).markedRow(), 1);
@@ -109,7 +96,7 @@ TEST_F(ThemeWindowsTest, Form22FollowsItsStock) {
     form->findChild<QAction*>(u"添加到主题"_s)->trigger();
     EXPECT_EQ(gridOf(form).rows(), 3);
     EXPECT_EQ(form->findChild<QLabel*>(u"Label7"_s)->text(), u"贵州茅台"_s);
-    click(form, 1, 1, Qt::LeftButton);
+    clickCell(*form->findChild<GridView*>(), 1, 1, Qt::LeftButton);
     form->findChild<QAction*>(u"从该主题删除"_s)->trigger();
     EXPECT_EQ(gridOf(form).rows(), 2);
 
@@ -132,7 +119,7 @@ TEST_F(ThemeWindowsTest, Form30KeepsItsPlaceThroughARefill) {
     ASSERT_TRUE(form);
     auto* scrollBar = form->findChild<GridView*>()->verticalScrollBar();
     scrollBar->setValue(50);
-    click(form, 60, 1, Qt::RightButton);
+    clickCell(*form->findChild<GridView*>(), 60, 1, Qt::RightButton);
     EXPECT_EQ(closePopup(),
               QStringList({u"kuaimenu"_s, u"当前行情"_s, u"F10资料"_s, u"添加个股监控"_s,
                            u"操作个股文章"_s, u"从自选股删除"_s, u"添加自选股"_s}));

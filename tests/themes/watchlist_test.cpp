@@ -4,6 +4,7 @@
 
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -22,11 +23,7 @@ protected:
     QStringList stored() { return store_.rows(u"select dm,jc from zixuangu order by rowid"_s); }
     QStringList column(int col) {
         watchlist_.list(grid_);
-        QStringList texts;
-        for (int row = 0; row < grid_.rows(); ++row) {
-            texts << grid_.textMatrix(row, col);
-        }
-        return texts;
+        return columnTexts(grid_, col);
     }
 
     TestStores store_;
@@ -44,11 +41,7 @@ TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodes) {
     EXPECT_EQ(column(1), QStringList({u"代码"_s, u"SH600519"_s, u"SH600000"_s}));
     EXPECT_EQ(column(2), QStringList({u"简称"_s, u"贵州茅台"_s, u"浦发银行"_s}));
     EXPECT_EQ(column(11), QStringList({u"行情时间"_s, u"2026-11-24 09:59:00"_s, QString()}));
-    QList<int> widths;
-    for (int col = 0; col < grid_.cols(); ++col) {
-        widths << grid_.colWidth(col);
-    }
-    EXPECT_EQ(widths,
+    EXPECT_EQ(columnWidths(grid_),
               QList<int>({500, 1200, 1200, 800, 800, 900, 960, 960, 960, 1500, 1500, 1900}));
     watchlist_.remove(u"SH600519"_s, u"贵州茅台"_s);
     EXPECT_EQ(column(11), QStringList({u"行情时间"_s, QString()}))

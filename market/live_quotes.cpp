@@ -1,4 +1,4 @@
-#include "market/quote_window.h"
+#include "market/live_quotes.h"
 
 #include <QDir>
 #include <exception>
@@ -54,9 +54,8 @@ bool isHandedOver(const QString& dm) {
 
 }  // namespace
 
-QuoteWindow::QuoteWindow(Globals& globals, const Clock& clock, Http& http, const Services& services,
-                         MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell,
-                         QuoteScreen& screen)
+LiveQuotes::LiveQuotes(Globals& globals, const Clock& clock, Http& http, const Services& services,
+                       MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell, QuoteScreen& screen)
     : globals_(globals),
       clock_(clock),
       http_(http),
@@ -66,7 +65,7 @@ QuoteWindow::QuoteWindow(Globals& globals, const Clock& clock, Http& http, const
       shell_(shell),
       screen_(screen) {}
 
-QuoteWindow::Opening QuoteWindow::load() {
+LiveQuotes::Opening LiveQuotes::load() {
     QDir(globals_.yingyongmulu).mkpath(u"down/pic/pic1"_s);
     const Opening handedOver = {std::exchange(globals_.dangqiandm, {}),
                                 std::exchange(globals_.dangqianjc, {})};
@@ -77,11 +76,11 @@ QuoteWindow::Opening QuoteWindow::load() {
 }
 
 // Its failure is told by the first query, which reads the page again.
-void QuoteWindow::showOpeningFundamentals() {
+void LiveQuotes::showOpeningFundamentals() {
     fetchFundamentals(shownDm_);
 }
 
-void QuoteWindow::start(const QString& typed) {
+void LiveQuotes::start(const QString& typed) {
     begin();
     std::exception_ptr failure;
     const auto attempt = [&failure](const auto& part) {
@@ -102,24 +101,24 @@ void QuoteWindow::start(const QString& typed) {
     end(true);
 }
 
-void QuoteWindow::query(const QString& typed) {
+void LiveQuotes::query(const QString& typed) {
     begin();
     end(queryStock(typed));
 }
 
-void QuoteWindow::chooseHomeIndex(int index) {
+void LiveQuotes::chooseHomeIndex(int index) {
     begin();
     takeHomeIndex(index);
     end(true);
 }
 
-void QuoteWindow::chooseWorldIndex(int index) {
+void LiveQuotes::chooseWorldIndex(int index) {
     begin();
     takeWorldIndex(index);
     end(true);
 }
 
-void QuoteWindow::poll() {
+void LiveQuotes::poll() {
     begin();
     ++polls_;
     if (polls_ > pollsBetweenCharts) {
@@ -139,29 +138,29 @@ void QuoteWindow::poll() {
     end(true);
 }
 
-void QuoteWindow::openIntradayPage(const QString& typed) {
+void LiveQuotes::openIntradayPage(const QString& typed) {
     openPage(services_.stockpage, u"/realstock/company/%1/nc.shtml"_s, typed);
 }
 
-void QuoteWindow::openDailyPage(const QString& typed) {
+void LiveQuotes::openDailyPage(const QString& typed) {
     openPage(services_.newspage, u"/news/stock/%1/cpbd.shtml"_s, typed);
 }
 
 // Without a host the shell would take the path for a file of this computer.
-void QuoteWindow::openPage(const Service& service, const QString& path, const QString& typed) {
+void LiveQuotes::openPage(const Service& service, const QString& path, const QString& typed) {
     const QString code = trimBlanks(typed).toLower();
     if (!service.host.isEmpty() && !code.isEmpty()) {
         shell_.open(service.host + path.arg(code));
     }
 }
 
-void QuoteWindow::begin() {
+void LiveQuotes::begin() {
     mayPoll_ = true;
     messages_.clear();
     screen_.setPolling(false);
 }
 
-void QuoteWindow::end(bool polls) {
+void LiveQuotes::end(bool polls) {
     screen_.setPolling(polls && mayPoll_);
     Dialogs& dialogs = dialogs_;
     for (const QString& message : std::exchange(messages_, {})) {
@@ -169,7 +168,7 @@ void QuoteWindow::end(bool polls) {
     }
 }
 
-bool QuoteWindow::queryStock(const QString& typed) {
+bool LiveQuotes::queryStock(const QString& typed) {
     const QString dm = trimBlanks(typed).toUpper();
     if (!isStockCode(dm)) {
         noteMessage(u"只能输入沪深个股代码!"_s);
@@ -191,7 +190,7 @@ bool QuoteWindow::queryStock(const QString& typed) {
     return true;
 }
 
-void QuoteWindow::takeHomeIndex(int index) {
+void LiveQuotes::takeHomeIndex(int index) {
     if (index != homeIndex_) {
         screen_.clearHomeIndex();
     }
@@ -203,7 +202,7 @@ void QuoteWindow::takeHomeIndex(int index) {
     fetchHomeIndex();
 }
 
-void QuoteWindow::takeWorldIndex(int index) {
+void LiveQuotes::takeWorldIndex(int index) {
     if (index != worldIndex_) {
         screen_.clearWorldIndex();
     }
@@ -224,18 +223,18 @@ void QuoteWindow::takeWorldIndex(int index) {
     screen_.showWorldIndex(worldIndexPanel(*fields));
 }
 
-void QuoteWindow::updateMarketFlag() {
+void LiveQuotes::updateMarketFlag() {
     globals_.jiaoyishiduan = inTradingSession(clock_.now()) ? 1 : 0;
 }
 
-void QuoteWindow::noteMessage(const QString& text) {
+void LiveQuotes::noteMessage(const QString& text) {
     if (!messages_.contains(text)) {
         messages_ << text;
     }
 }
 
 // Nothing, and a message, for an empty reply as for none.
-std::optional<QString> QuoteWindow::fetch(const Service& service, const QString& path) {
+std::optional<QString> LiveQuotes::fetch(const Service& service, const QString& path) {
     const QByteArray body = http_.get(service, path).value_or(QByteArray());
     if (body.isEmpty()) {
         noteMessage(noConnection);
@@ -244,7 +243,7 @@ std::optional<QString> QuoteWindow::fetch(const Service& service, const QString&
     return textFromGbk(body);
 }
 
-std::optional<QuoteFields> QuoteWindow::fetchQuote(QStringView code) {
+std::optional<QuoteFields> LiveQuotes::fetchQuote(QStringView code) {
     const std::optional<QString> reply = fetch(services_.quote, u"/list="_s + code);
     if (!reply) {
         mayPoll_ = false;
@@ -254,7 +253,7 @@ std::optional<QuoteFields> QuoteWindow::fetchQuote(QStringView code) {
 }
 
 // A service that the user has taken out of services.ini is not missed.
-void QuoteWindow::fetchFundamentals(const QString& dm) {
+void LiveQuotes::fetchFundamentals(const QString& dm) {
     fundamentals_ = {};
     if (!services_.newspage.host.isEmpty()) {
         const std::optional<QString> page = fetch(services_.newspage, fundamentalsPath(dm));
@@ -263,7 +262,7 @@ void QuoteWindow::fetchFundamentals(const QString& dm) {
     screen_.showFundamentals(fundamentalTexts(fundamentals_));
 }
 
-void QuoteWindow::fetchStock() {
+void LiveQuotes::fetchStock() {
     if (dm_.isEmpty()) {
         return;
     }
@@ -279,7 +278,7 @@ void QuoteWindow::fetchStock() {
     }
 }
 
-void QuoteWindow::fetchHomeIndex() {
+void LiveQuotes::fetchHomeIndex() {
     const QuoteActivity activity;
     const HomeIndex& index = homeIndexes[static_cast<size_t>(homeIndex_)];
     const std::optional<QuoteFields> fields = fetchQuote(index.code);
@@ -298,8 +297,8 @@ void QuoteWindow::fetchHomeIndex() {
 }
 
 // Without the composite's reply the index keeps the turnover of its own, which no mean belongs to.
-void QuoteWindow::completeTurnover(const HomeIndex& index, const QuoteFields& fields,
-                                   HomeIndexPanel& panel) {
+void LiveQuotes::completeTurnover(const HomeIndex& index, const QuoteFields& fields,
+                                  HomeIndexPanel& panel) {
     if (!index.turnoverCode.isEmpty()) {
         const std::optional<QuoteFields> composite = fetchQuote(index.turnoverCode);
         if (!composite || !hasHomeIndex(*composite)) {
@@ -312,22 +311,22 @@ void QuoteWindow::completeTurnover(const HomeIndex& index, const QuoteFields& fi
     }
 }
 
-void QuoteWindow::showChart(QuoteChart chart, const QString& path) {
+void LiveQuotes::showChart(QuoteChart chart, const QString& path) {
     screen_.showChart(chart, http_.get(services_.chart, path));
 }
 
-void QuoteWindow::showStockCharts() {
+void LiveQuotes::showStockCharts() {
     const QString code = dm_.toLower();
     showChart(QuoteChart::intraday, u"/newchart/min/n/"_s + code + u".gif"_s);
     showChart(QuoteChart::daily, u"/newchart/daily/n/"_s + code + u".gif"_s);
 }
 
-void QuoteWindow::showNoStockCharts() {
+void LiveQuotes::showNoStockCharts() {
     screen_.showChart(QuoteChart::intraday, std::nullopt);
     screen_.showChart(QuoteChart::daily, std::nullopt);
 }
 
-void QuoteWindow::showHomeIndexChart() {
+void LiveQuotes::showHomeIndexChart() {
     showChart(QuoteChart::homeIndex,
               homeIndexes[static_cast<size_t>(homeIndex_)].chartPath.toString());
 }

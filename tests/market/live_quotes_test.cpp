@@ -1,4 +1,4 @@
-#include "market/quote_window.h"
+#include "market/live_quotes.h"
 
 #include <gtest/gtest.h>
 
@@ -47,9 +47,9 @@ public:
 };
 
 // Every service answers, until a test takes a path away or replaces its reply.
-class QuoteWindowTest : public ::testing::Test {
+class LiveQuotesTest : public ::testing::Test {
 protected:
-    QuoteWindowTest() {
+    LiveQuotesTest() {
         globals_.yingyongmulu = store_.folder();
         services_.quote.host = u"q"_s;
         services_.chart.host = u"c"_s;
@@ -104,12 +104,12 @@ protected:
     MeanVolume meanVolume_{http_, services_.history, clock_};
     QHash<QString, std::optional<QByteArray>> replies_;
     QByteArray history_ = history({8000000, 4000000});
-    QuoteWindow quotes_{globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_};
+    LiveQuotes quotes_{globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_};
 };
 
 const QString connectionMessage = u"观潮台|请检查网络连接，行情服务器连接不上!"_s;
 
-TEST_F(QuoteWindowTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
+TEST_F(LiveQuotesTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
     IniFile ini(store_.folder() + u"read.ini"_s);
     const struct {
         QString dangqiandm, noted, dm, jc;
@@ -126,7 +126,7 @@ TEST_F(QuoteWindowTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
         ini.setValue(u"read"_s, u"fenshidm"_s, it.noted);
         globals_.dangqiandm = it.dangqiandm;
         globals_.dangqianjc = u"简称"_s;
-        const QuoteWindow::Opening opening = quotes_.load();
+        const LiveQuotes::Opening opening = quotes_.load();
         EXPECT_EQ(opening.dm, it.dm) << it.dangqiandm.toStdString();
         EXPECT_EQ(opening.jc, it.jc);
         EXPECT_TRUE(globals_.dangqiandm.isEmpty() && globals_.dangqianjc.isEmpty());
@@ -134,7 +134,7 @@ TEST_F(QuoteWindowTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
     EXPECT_TRUE(QFileInfo(store_.folder() + u"down/pic/pic1"_s).isDir());
 }
 
-TEST_F(QuoteWindowTest, AQueryGoesThroughItsSteps) {
+TEST_F(LiveQuotesTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u" sh600000 "_s);
     EXPECT_EQ(http_.addresses,
               QStringList({u"http://news/news/stock/600000.shtml"_s,
@@ -151,7 +151,7 @@ TEST_F(QuoteWindowTest, AQueryGoesThroughItsSteps) {
     screen_.shown.clear();
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4) << "the mean is fetched once a day";
-    QuoteWindow another(globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_);
+    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_);
     another.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4 + 4) << "by one window for all";
     screen_.shown.clear();
@@ -162,7 +162,7 @@ TEST_F(QuoteWindowTest, AQueryGoesThroughItsSteps) {
     EXPECT_EQ(http_.paths.size(), 4 + 4 + 4 + 5);
 }
 
-TEST_F(QuoteWindowTest, OtherCodesAreRefused) {
+TEST_F(LiveQuotesTest, OtherCodesAreRefused) {
     for (const QString& typed : {u"SH60000"_s, u"SH6000000"_s, u"SH000001"_s, u""_s}) {
         quotes_.query(typed);
         EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|只能输入沪深个股代码!"_s});
@@ -182,7 +182,7 @@ TEST_F(QuoteWindowTest, OtherCodesAreRefused) {
     EXPECT_EQ(http_.paths.size(), 9 + 1);
 }
 
-TEST_F(QuoteWindowTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
+TEST_F(LiveQuotesTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
     http_.answer = nullptr;
     quotes_.start(u"SH600000"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{connectionMessage});
@@ -206,7 +206,7 @@ TEST_F(QuoteWindowTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
     EXPECT_EQ(dialogs_.shown.size(), 2) << "a service that isn't there is not missed";
 }
 
-TEST_F(QuoteWindowTest, RepliesWithoutAStockAndBrokenOnes) {
+TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
     replies_[u"/list=sh600000"_s] = "var hq_str_sh600000=\"\";\n";
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(screen_.shown.last(), u"没有找到SH600000的数据!"_s);
@@ -229,7 +229,7 @@ TEST_F(QuoteWindowTest, RepliesWithoutAStockAndBrokenOnes) {
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
-TEST_F(QuoteWindowTest, TheStartLoadsBothIndexesAndTheFlag) {
+TEST_F(LiveQuotesTest, TheStartLoadsBothIndexesAndTheFlag) {
     quotes_.start(u"SH600000"_s);
     EXPECT_EQ(screen_.shown.mid(5),
               QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s, u"浦发银行 200万手 33.33"_s,
@@ -239,7 +239,7 @@ TEST_F(QuoteWindowTest, TheStartLoadsBothIndexesAndTheFlag) {
     EXPECT_TRUE(screen_.polling);
 }
 
-TEST_F(QuoteWindowTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
+TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     history_ = history({400000000, 800000000});
     const QString composite = u"/list=sz399106"_s;
     quotes_.chooseHomeIndex(1);
@@ -267,7 +267,7 @@ TEST_F(QuoteWindowTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     EXPECT_EQ(screen_.shown.last(), u"没有找到沪深300的数据!"_s);
 }
 
-TEST_F(QuoteWindowTest, AnOutsideIndexWithoutDataIsTold) {
+TEST_F(LiveQuotesTest, AnOutsideIndexWithoutDataIsTold) {
     replies_[u"/list=int_dji"_s] = "var hq_str_int_dji=\"\";";
     quotes_.chooseWorldIndex(1);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股数据!"_s});
@@ -277,7 +277,7 @@ TEST_F(QuoteWindowTest, AnOutsideIndexWithoutDataIsTold) {
     EXPECT_TRUE(screen_.polling);
 }
 
-TEST_F(QuoteWindowTest, PollsFollowTheMarketAndTheCounter) {
+TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     quotes_.start(u"SH600000"_s);
     const QStringList charts = {u"/newchart/min/n/sh600000.gif"_s,
                                 u"/newchart/daily/n/sh600000.gif"_s,
@@ -303,7 +303,7 @@ TEST_F(QuoteWindowTest, PollsFollowTheMarketAndTheCounter) {
     EXPECT_EQ(pathsOfPoll(), QStringList());
 }
 
-TEST_F(QuoteWindowTest, AMeanThatCannotBeHadIsAskedForAgainByTheNextQueryOnly) {
+TEST_F(LiveQuotesTest, AMeanThatCannotBeHadIsAskedForAgainByTheNextQueryOnly) {
     silence(u"/table.csv?s=600000.ss&a=9&b=15&c=2026&d=10&e=23&f=2026&g=d&ignore=.csv"_s);
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 5% -"_s);
@@ -317,7 +317,7 @@ TEST_F(QuoteWindowTest, AMeanThatCannotBeHadIsAskedForAgainByTheNextQueryOnly) {
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 5% 1.33"_s);
 }
 
-TEST_F(QuoteWindowTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
+TEST_F(LiveQuotesTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
     QList<QByteArray> days;
     for (int day = 10; day <= 23; ++day) {
         days << "2026-11-" + QByteArray::number(day) + ",1,1,1,1," +
@@ -326,7 +326,7 @@ TEST_F(QuoteWindowTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
     const auto ratio = [&](const QList<QByteArray>& lines) {
         history_ = "Date,Open,High,Low,Close,Volume\n" + lines.join('\n');
         MeanVolume fresh(http_, services_.history, clock_);
-        QuoteWindow window(globals_, clock_, http_, services_, fresh, dialogs_, shell_, screen_);
+        LiveQuotes window(globals_, clock_, http_, services_, fresh, dialogs_, shell_, screen_);
         window.query(u"SH600000"_s);
         return screen_.shown.last();
     };
@@ -338,7 +338,7 @@ TEST_F(QuoteWindowTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
     EXPECT_EQ(ratio(days), u"浦发银行 5% -"_s) << "no volume of a market";
 }
 
-TEST_F(QuoteWindowTest, ChartsLeadToThePagesOfTheStock) {
+TEST_F(LiveQuotesTest, ChartsLeadToThePagesOfTheStock) {
     quotes_.openIntradayPage(u" SZ000001 "_s);
     quotes_.openDailyPage(u"SH600000"_s);
     EXPECT_EQ(shell_.opened, QStringList({u"http://pages/realstock/company/sz000001/nc.shtml"_s,
@@ -349,7 +349,7 @@ TEST_F(QuoteWindowTest, ChartsLeadToThePagesOfTheStock) {
     EXPECT_EQ(shell_.opened.size(), 2) << "no page without a code or a host";
 }
 
-TEST_F(QuoteWindowTest, TheF10PageTakesItsHostFromTheStore) {
+TEST_F(LiveQuotesTest, TheF10PageTakesItsHostFromTheStore) {
     const struct {
         QString f10url, dm, address;
     } cases[] = {

@@ -47,10 +47,10 @@ public:
 };
 
 // Messages come last in an operation: under one the window may be closed, and this object with it.
-class QuoteWindow {
+class LiveQuotes {
 public:
-    QuoteWindow(Globals& globals, const Clock& clock, Http& http, const Services& services,
-                MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell, QuoteScreen& screen);
+    LiveQuotes(Globals& globals, const Clock& clock, Http& http, const Services& services,
+               MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell, QuoteScreen& screen);
 
     // Makes the folders and takes over the current stock; without one, the code last queried.
     struct Opening {
