@@ -27,6 +27,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName(),
                    .launcherFolders = userLauncherFolders()} {
+    application_.setDialogs(&keepingDialogs_);
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }
 

@@ -23,6 +23,9 @@ class Program {
 public:
     // Raises OperationError where the application folder can't be made ready.
     Program(Application& application, DesktopDialogs& dialogs);
+    ~Program() { application_.setDialogs(&dialogs_); }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     // Loads and shows the main window, and returns when the program ends.
     int run();
