@@ -18,13 +18,6 @@ namespace {
 constexpr int idColumn = 1;
 constexpr int titleColumn = 6;
 
-void setWidths(ResultGrid& grid) {
-    int col = 0;
-    for (const int width : {600, 800, 1300, 1400, 1200, 2200, 4200}) {
-        grid.setColWidth(col++, width);
-    }
-}
-
 QDate dateOf(const Value& value) {
     return QDate::fromString(value.toText(), Qt::ISODate);
 }
@@ -61,7 +54,7 @@ void ArticleBrowser::list(const ArticleQuery& query) {
     grid_.setCols(1);
     if (articles.count() > 0) {
         tianchongbiao(articles, grid_, 1);
-        setWidths(grid_);
+        grid_.setColWidths({600, 800, 1300, 1400, 1200, 2200, 4200});
     }
     grid_.setRow(0);
 }

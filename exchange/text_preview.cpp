@@ -80,9 +80,7 @@ void showPreview(const TextPreview& preview, ResultGrid& grid) {
         grid.setAlignment(0, col, CellAlignment::centre);
         grid.setTextMatrix(0, col++, header);
     }
-    grid.setColWidth(0, 600);
-    grid.setColWidth(1, 1500);
-    grid.setColWidth(2, 7000);
+    grid.setColWidths({600, 1500, 7000});
     int row = 1;
     for (const PreviewRow& it : preview.rows) {
         grid.setTextMatrix(row, 0, QString::number(row));

@@ -34,10 +34,7 @@ void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widt
     const auto redrawOn = qScopeGuard([&] { grid.setRedraw(true); });
     grid.clear();
     tianchongbiao(recordset, grid, 1);
-    int col = 0;
-    for (const int width : widths) {
-        grid.setColWidth(col++, width);
-    }
+    grid.setColWidths(widths);
     for (int row = 1; row < grid.rows(); ++row) {
         dressRow(grid, row);
     }

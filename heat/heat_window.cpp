@@ -1,7 +1,6 @@
 #include "heat/heat_window.h"
 
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "heat/heat_grid.h"
 
 namespace guanchao {
@@ -28,11 +27,7 @@ void HeatWindow::find(const QString& text) {
 }
 
 void HeatWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid, col, {u"日期"_s}, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(grid, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 }  // namespace guanchao

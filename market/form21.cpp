@@ -126,7 +126,6 @@ void Form21::mousePressEvent(QMouseEvent* event) {
     QDialog::mousePressEvent(event);
 }
 
-// Nothing is touched after an operation of the quotes: under its message the window may be closed.
 void Form21::Command1_Click() {
     picker_->takeFirst();
     quotes_.query(ui_->Text7->text());

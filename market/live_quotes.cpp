@@ -162,9 +162,8 @@ void LiveQuotes::begin() {
 
 void LiveQuotes::end(bool polls) {
     screen_.setPolling(polls && mayPoll_);
-    Dialogs& dialogs = dialogs_;
     for (const QString& message : std::exchange(messages_, {})) {
-        dialogs.tell(message);
+        dialogs_.tell(message);
     }
 }
 

@@ -46,7 +46,7 @@ public:
     virtual void setPolling(bool on) = 0;
 };
 
-// Messages come last in an operation: under one the window may be closed, and this object with it.
+// Messages come last in an operation: what stands under one is complete.
 class LiveQuotes {
 public:
     LiveQuotes(Globals& globals, const Clock& clock, Http& http, const Services& services,

@@ -45,7 +45,6 @@ public:
     virtual MonitorFields load() = 0;
 
     // True if the monitor is written and the editor may close; a refusal has had its message.
-    // Nothing of this object is touched after the final message.
     virtual bool confirm(const MonitorFields& typed);
 
 protected:

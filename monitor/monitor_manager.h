@@ -45,8 +45,7 @@ public:
 
     // 全部清空: every monitor and the poll list, without a question.
     void clearAll();
-    // Of the selection; a stock that no other monitor needs leaves the poll list. Nothing of this
-    // object is touched after the final message: the window may have been closed meanwhile.
+    // Of the selection; a stock that no other monitor needs leaves the poll list.
     void deleteTheme();
     void deleteStock();
 

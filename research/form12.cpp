@@ -4,7 +4,6 @@
 #include <QScopeGuard>
 
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -141,11 +140,7 @@ void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
 }
 
 void Form12::MSHFlexGrid1_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid_, col, {u"时间"_s, u"日期"_s}, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(grid_, row, col, {u"时间"_s, u"日期"_s}, lastSortCode_);
 }
 
 void Form12::MSHFlexGrid1_DblClick(int row) {

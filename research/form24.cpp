@@ -4,7 +4,6 @@
 #include <QScopeGuard>
 
 #include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "ui_form24.h"
 
 namespace guanchao {
@@ -52,11 +51,7 @@ void Form24::Command9_Click() {
 }
 
 void Form24::MSHFlexGrid1_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid_, col, {u"日期"_s}, lastSortCode_);
-        }
-    });
+    sortOnHeaderClick(grid_, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 void Form24::showRun() {

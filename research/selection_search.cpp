@@ -104,11 +104,9 @@ std::vector<SelectionGains> gainsOf(Recordset& found) {
 }
 
 void setWidths(ResultGrid& grid) {
-    int col = 0;
-    for (const int width : {500, 1200, 1100, 1200, 1200, 800, 700, 700, 700}) {
-        grid.setColWidth(col++, width);
-    }
-    for (; col < grid.cols(); ++col) {
+    const QList<int> widths = {500, 1200, 1100, 1200, 1200, 800, 700, 700, 700};
+    grid.setColWidths(widths);
+    for (int col = static_cast<int>(widths.size()); col < grid.cols(); ++col) {
         grid.setColWidth(col, 800);
     }
 }

@@ -63,13 +63,6 @@ void writeComparison(Connection& store, const QStringList& statements) {
     transaction.commit();
 }
 
-void setWidths(ResultGrid& grid) {
-    int col = 0;
-    for (const int width : {500, 1200, 1900, 1000, 1000, 1000, 1500}) {
-        grid.setColWidth(col++, width);
-    }
-}
-
 // A day without a theme has no sign.
 void colourDays(ResultGrid& grid) {
     for (int row = 1; row < grid.rows(); ++row) {
@@ -207,7 +200,7 @@ void ThemeHistory::fillGrid(Connection& store) {
         return;
     }
     tianchongbiao(days, grid_, 1);
-    setWidths(grid_);
+    grid_.setColWidths({500, 1200, 1900, 1000, 1000, 1000, 1500});
     colourDays(grid_);
 }
 
