@@ -17,7 +17,10 @@ public:
         onStatement() = {};
         sqlite3_auto_extension(entryPoint());
     }
-    ~StatementLog() { sqlite3_cancel_auto_extension(entryPoint()); }
+    ~StatementLog() {
+        sqlite3_cancel_auto_extension(entryPoint());
+        onStatement() = {};
+    }
     StatementLog(const StatementLog&) = delete;
     StatementLog& operator=(const StatementLog&) = delete;
 
