@@ -361,7 +361,7 @@ void Form2::closeEvent(QCloseEvent* event) {
         // A window whose user wants to keep unsaved work keeps the program running.
         if (!windows_.closeAll()) {
             tuichubiaozhi_ = 0;
-            endAfterRun();
+            endLater();
             event->ignore();
             return;
         }
@@ -373,9 +373,12 @@ void Form2::closeEvent(QCloseEvent* event) {
     }
 }
 
-// A run ends between two of its steps, and its window after it: then the program ends.
-void Form2::endAfterRun() {
-    if (const QWidget* window = windows_.endingWindow()) {
+// A run ends between two of its steps, and its window after it; a question waits for its answer:
+// then the program ends.
+void Form2::endLater() {
+    if (windows_.questionStands()) {
+        windows_.afterQuestion(*this, [this] { tuopanexit_Click(); });
+    } else if (const QWidget* window = windows_.endingWindow()) {
         connect(window, &QObject::destroyed, this, &Form2::tuopanexit_Click,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
     }

@@ -73,7 +73,7 @@ private:
     void redraw(Redraw part, const QString& theme);
     bool runQuotes();
     void showProgress(const QuoteProgress& progress);
-    void endAfterRun();
+    void endLater();
     void hideToTray();
     void endProgram();
 

@@ -9,8 +9,7 @@ namespace guanchao {
 
 class KeepingDialogs : public Dialogs {
 public:
-    KeepingDialogs(Dialogs& dialogs, const Windows& windows)
-        : dialogs_(dialogs), windows_(windows) {}
+    KeepingDialogs(Dialogs& dialogs, Windows& windows) : dialogs_(dialogs), windows_(windows) {}
 
     void tell(const QString& text, const QString& title) override;
     bool ask(const QString& text, const QString& title) override;
@@ -21,7 +20,7 @@ public:
 
 private:
     Dialogs& dialogs_;
-    const Windows& windows_;
+    Windows& windows_;
 };
 
 }  // namespace guanchao

@@ -1,5 +1,7 @@
 #include "app/windows.h"
 
+#include <utility>
+
 #include "controls/run_window.h"
 
 namespace guanchao {
@@ -15,7 +17,8 @@ bool isClosed(const QWidget& window) {
 }  // namespace
 
 // A window that an outer question keeps is left to that.
-Windows::Keep::Keep(const Windows& windows) {
+Windows::Keep::Keep(Windows& windows) : windows_(windows) {
+    ++windows.questions_;
     for (const QPointer<QWidget>& window : windows.open_) {
         if (window && window->testAttribute(Qt::WA_DeleteOnClose)) {
             window->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -31,6 +34,24 @@ Windows::Keep::~Keep() {
             window->deleteLater();
         }
     }
+    windows_.questionAnswered();
+}
+
+void Windows::afterQuestion(QObject& owner, std::function<void()> job) {
+    owner_ = &owner;
+    afterQuestion_ = std::move(job);
+}
+
+void Windows::questionAnswered() {
+    if (--questions_ > 0 || !owner_) {
+        return;
+    }
+    const auto job = [this] {
+        if (afterQuestion_) {
+            std::exchange(afterQuestion_, nullptr)();
+        }
+    };
+    QMetaObject::invokeMethod(owner_, job, Qt::QueuedConnection);
 }
 
 bool Windows::close(const QString& name) {

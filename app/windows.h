@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 #include "app/environment.h"
 
@@ -21,12 +22,13 @@ public:
     // asked has returned.
     class Keep {
     public:
-        explicit Keep(const Windows& windows);
+        explicit Keep(Windows& windows);
         ~Keep();
         Keep(const Keep&) = delete;
         Keep& operator=(const Keep&) = delete;
 
     private:
+        Windows& windows_;
         QList<QWidget*> kept_;
     };
 
@@ -59,11 +61,23 @@ public:
     // is left open are such windows; null otherwise.
     QWidget* endingWindow() const;
 
+    // True while a question stands: a window that would ask one of its own before it closes stays.
+    bool questionStands() const { return questions_ > 0; }
+    // Does the job, which belongs to `owner`, when the question that stands has been answered and
+    // its asker has come to its end, unless the answer was that a window is to stay.
+    void afterQuestion(QObject& owner, std::function<void()> job);
+    // For a window whose user has answered so.
+    void stay() { afterQuestion_ = nullptr; }
+
 private:
     void adopt(const QString& name, QWidget* window);
+    void questionAnswered();
 
     Environment& environment_;
     QMultiHash<QString, QPointer<QWidget>> open_;
+    int questions_ = 0;
+    QPointer<QObject> owner_;
+    std::function<void()> afterQuestion_;
 };
 
 }  // namespace guanchao

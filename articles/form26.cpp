@@ -1,7 +1,6 @@
 #include "articles/form26.h"
 
 #include <QLineEdit>
-#include <QPointer>
 #include <QShortcut>
 #include <utility>
 
@@ -23,9 +22,10 @@ void showLines(EntryBox& box, const QStringList& lines) {
 
 }  // namespace
 
-Form26::Form26(Environment& environment, Windows&)
+Form26::Form26(Environment& environment, Windows& windows)
     : QDialog(nullptr, Qt::Window),
       stores_(environment.stores),
+      windows_(windows),
       ui_(std::make_unique<Ui::Form26>()),
       editor_(environment.stores, environment.globals, environment.clock, environment.dialogs) {
     ui_->setupUi(this);
@@ -134,30 +134,22 @@ void Form26::Combo4_Click() {
 }
 
 void Form26::related_Click(const EntryBox& box) {
-    const QPointer alive(this);
     next_ = idOfLine(box.currentText());
-    if (mayLeave() && alive) {
+    if (mayLeave()) {
         Timer3_.start();
     }
 }
 
-// The window may close while a box of its own is open.
 void Form26::Command2_Click() {
-    const QPointer alive(this);
     ArticleFields saved = fields();
     const bool added = editor_.add(saved);
-    if (alive) {
-        showSaved(saved, added ? ArticleEditor::added : QString());
-    }
+    showSaved(saved, added ? ArticleEditor::added : QString());
 }
 
 void Form26::Command3_Click() {
-    const QPointer alive(this);
     ArticleFields saved = fields();
     const QString words = editor_.save(saved);
-    if (alive) {
-        showSaved(saved, words);
-    }
+    showSaved(saved, words);
 }
 
 // A refused save shows what became of the boxes too.
@@ -175,8 +167,7 @@ void Form26::showSaved(const ArticleFields& saved, const QString& words) {
 }
 
 void Form26::Command4_Click() {
-    const QPointer alive(this);
-    if (editor_.remove(fields()) && alive) {
+    if (editor_.remove(fields())) {
         QDialog::reject();
     }
 }
@@ -193,22 +184,27 @@ void Form26::Timer2_Timer() {
 
 void Form26::Timer3_Timer() {
     Timer3_.stop();
-    const QPointer alive(this);
-    const std::optional<ArticleFields> article = editor_.moveTo(next_);
-    if (alive) {
-        showArticle(article);
-    }
+    showArticle(editor_.moveTo(next_));
 }
 
 void Form26::reject() {
-    const QPointer alive(this);
-    if (mayLeave() && alive) {
+    if (mayLeave()) {
         QDialog::reject();
     }
 }
 
 bool Form26::mayLeave() {
-    return fields() == kept_ || editor_.mayDiscard();
+    if (fields() == kept_) {
+        return true;
+    }
+    if (windows_.questionStands()) {
+        return false;
+    }
+    const bool may = editor_.mayDiscard();
+    if (!may) {
+        windows_.stay();
+    }
+    return may;
 }
 
 }  // namespace guanchao

@@ -53,6 +53,7 @@ private:
     void Timer3_Timer();
 
     const Stores& stores_;
+    Windows& windows_;
     std::unique_ptr<Ui::Form26> ui_;
     ArticleEditor editor_;
     DateBoxes* date_ = nullptr;

@@ -266,17 +266,55 @@ TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
     main.show();
     main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
     EXPECT_TRUE(main.isVisible() && processes_.ended.isEmpty()) << "nor does the program end";
-    // The program is told to end while the window's own question stands.
-    dialogs_.onAsk = [this] {
-        dialogs_.onAsk = nullptr;
-        EXPECT_FALSE(windows_.closeAll()) << "a window that is still asking is not closed";
-    };
-    form->close();
-    EXPECT_TRUE(form && form->isVisible());
     dialogs_.shown.clear();
     writing->undo();
     EXPECT_TRUE(windows_.closeAll()) << "taken back: nothing to ask";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+// 退出 in the tray while a box of an editor with unsaved text stands.
+TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
+    const auto close = [](Form26* form) { form->close(); };
+    const auto escape = [](Form26* form) { QTest::keyClick(form, Qt::Key_Escape); };
+    const auto remove = [](Form26* form) { push(form, u"Command4"_s); };
+    const struct {
+        const char* name;
+        std::function<void(Form26*)> ask;
+        bool answer;
+        int questions;
+        bool ends;
+    } cases[] = {
+        {"closed, discarded", close, true, 1, true},
+        {"closed, kept", close, false, 1, false},
+        {"Esc, discarded", escape, true, 1, true},
+        {"Esc, kept", escape, false, 1, false},
+        {"a deletion that is refused", remove, false, 2, false},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.name);
+        Form2 main(environment_, windows_);
+        main.show();
+        const QPointer<Form26> form = load(1);
+        QTest::keyClicks(form->findChild<ArticleText*>(), u"x"_s);
+        dialogs_.answer = it.answer;
+        dialogs_.onAsk = [&] {
+            dialogs_.onAsk = nullptr;
+            main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+            EXPECT_EQ(dialogs_.shown.size(), 1) << "no box over another";
+        };
+        it.ask(form);
+        QCoreApplication::sendPostedEvents(&main);
+        EXPECT_EQ(dialogs_.shown.size(), it.questions);
+        EXPECT_EQ(!processes_.ended.isEmpty(), it.ends);
+        EXPECT_EQ(form && form->isVisible(), !it.ends);
+        dialogs_.shown.clear();
+        processes_.ended.clear();
+        dialogs_.answer = true;
+        windows_.closeAll();
+        QCoreApplication::sendPostedEvents(&main);
+        EXPECT_TRUE(processes_.ended.isEmpty()) << "an end that was refused does not come later";
+        dialogs_.shown.clear();
+    }
 }
 
 TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
