@@ -83,43 +83,36 @@ bool ArticleBrowser::takeChosenRow() {
 
 bool ArticleBrowser::removeCurrent() {
     const Activity activity(u"删除文章"_s);
-    // The window, and this with it, may go under its own question.
-    const StoreFile articles = stores_.article;
-    Dialogs& dialogs = dialogs_;
-    Globals& globals = globals_;
     // A press in a list of one holds no article: what is named is what goes.
     const qint32 id = idOf(grid_.row());
-    if (!dialogs.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
-                     u"》吗?"_s)) {
+    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
+                      u"》吗?"_s)) {
         return false;
     }
     {
-        Connection store = articles.open();
-        removeArticle(store, id, globals);
+        Connection store = stores_.article.open();
+        removeArticle(store, id, globals_);
     }
-    dialogs.tell(u" 已删除这篇文章!"_s);
+    dialogs_.tell(u" 已删除这篇文章!"_s);
     return true;
 }
 
 bool ArticleBrowser::removeListed() {
     const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
-    const StoreFile articles = stores_.article;
-    Dialogs& dialogs = dialogs_;
-    Globals& globals = globals_;
     QList<qint32> listed;
     for (int row = 1; row < grid_.rows(); ++row) {
         listed << idOf(row);
     }
-    if (!dialogs.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
+    if (!dialogs_.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
         return false;
     }
     {
-        Connection store = articles.open();
+        Connection store = stores_.article.open();
         for (const qint32 id : listed) {
-            removeArticle(store, id, globals);
+            removeArticle(store, id, globals_);
         }
     }
-    dialogs.tell(u" 已删除本表中显示的所有文章!"_s);
+    dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
     return true;
 }
 

@@ -179,18 +179,14 @@ std::optional<ArticleEditor::Checked> ArticleEditor::refuse(const QString& answe
 
 bool ArticleEditor::remove(const ArticleFields& fields) {
     const Activity activity(u"删除文章"_s);
-    // The window, and this with it, may go under its own question.
-    const StoreFile articles = stores_.article;
-    Dialogs& dialogs = dialogs_;
-    Globals& globals = globals_;
-    if (!dialogs.ask(u"确实要删除这篇文章吗?"_s)) {
+    if (!dialogs_.ask(u"确实要删除这篇文章吗?"_s)) {
         return false;
     }
     {
-        Connection store = articles.open();
-        removeArticle(store, idOf(fields), globals);
+        Connection store = stores_.article.open();
+        removeArticle(store, idOf(fields), globals_);
     }
-    dialogs.tell(u" 已删除这篇文章!"_s);
+    dialogs_.tell(u" 已删除这篇文章!"_s);
     return true;
 }
 

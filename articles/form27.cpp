@@ -1,6 +1,5 @@
 #include "articles/form27.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "articles/form26.h"
@@ -153,17 +152,14 @@ void Form27::MSHFlexGrid1_Click(int row, int col) {
     });
 }
 
-// The window may close while a box of its own is open.
 void Form27::删除本篇_Click() {
-    const QPointer alive(this);
-    if (browser_.removeCurrent() && alive) {
+    if (browser_.removeCurrent()) {
         Form_Load();
     }
 }
 
 void Form27::删除本表_Click() {
-    const QPointer alive(this);
-    if (browser_.removeListed() && alive) {
+    if (browser_.removeListed()) {
         Form_Load();
     }
 }

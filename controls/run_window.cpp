@@ -1,6 +1,7 @@
 #include "controls/run_window.h"
 
 #include <QCloseEvent>
+#include <QScopeGuard>
 
 namespace guanchao {
 
@@ -15,10 +16,13 @@ void RunWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
 }
 
-void RunWindow::closeIfAsked() {
-    if (closesAfterRun_ && !runs()) {
-        close();
-    }
+void RunWindow::doRun(const std::function<void()>& job) {
+    const auto end = qScopeGuard([this] {
+        if (closesAfterRun_ && !runs()) {
+            close();
+        }
+    });
+    job();
 }
 
 }  // namespace guanchao

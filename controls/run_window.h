@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 
 namespace guanchao {
 
@@ -17,8 +18,9 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    // For the handler that started a run, once the run has returned to it.
-    void closeIfAsked();
+    // Does the job, which is a run of this window, and closes the window if that was asked
+    // meanwhile.
+    void doRun(const std::function<void()>& job);
 
 private:
     virtual bool runs() const = 0;

@@ -1,6 +1,5 @@
 #include "exchange/form3.h"
 
-#include <QPointer>
 #include <QScopeGuard>
 #include <utility>
 
@@ -95,31 +94,24 @@ TextSource Form3::textSource() const {
             ui_->Combo2->currentText()};
 }
 
-// The window may close while a box is open.
 void Form3::pickFile(QLineEdit& field, const QString& title, const QString& file) {
-    const QPointer target(&field);
     Dialogs& dialogs = environment_.dialogs;
     const QString path = dialogs.dakaiwenjian(title, fixedPath(FixedPlace::exportFolder), file);
     if (path.isEmpty()) {
         dialogs.tell(u"没有选择文件。"_s);
-    } else if (target) {
-        target->setText(path);
+    } else {
+        field.setText(path);
     }
 }
 
-// The closing message belongs to the job, and the window may close while it is open.
+// The refusal of a second run must leave the first its button.
 void Form3::runImport(QPushButton& button, const std::function<void()>& job) {
     QPushButton* const outerButton = std::exchange(runButton_, &button);
-    const QPointer alive(this);
     const auto end = qScopeGuard([&] {
-        if (!alive) {
-            return;
-        }
         runButton_ = outerButton;
         ui_->Label1->clear();
-        closeIfAsked();
     });
-    job();
+    doRun(job);
 }
 
 void Form3::showRun(const ExchangeProgress& progress) {

@@ -176,10 +176,8 @@ void TextImport::preview(const TextSource& source, ResultGrid& grid) {
         }
     }
     showPreview(preview, grid);
-    // The window, and this with it, may go while a box is open.
-    Dialogs& dialogs = dialogs_;
     for (const QString& message : preview.messages) {
-        dialogs.tell(message);
+        dialogs_.tell(message);
     }
 }
 
@@ -199,10 +197,9 @@ void TextImport::importText(const TextSource& source) {
         dialogs_.tell(importStopped);
         return;
     }
-    Dialogs& dialogs = dialogs_;
-    dialogs.tell(u"导入文本主题库完成，共导入新的数据："_s + QString::number(count) + u"条"_s);
+    dialogs_.tell(u"导入文本主题库完成，共导入新的数据："_s + QString::number(count) + u"条"_s);
     if (!brokenLines.isEmpty()) {
-        dialogs.tell(brokenLines);
+        dialogs_.tell(brokenLines);
     }
 }
 

@@ -84,14 +84,11 @@ int ThemeImport::mergeLibrary(const QString& path) {
 void ThemeImport::deleteAll() {
     const Activity activity(u"删除所有主题"_s);
     run_.requireIdle();
-    // The window, and this with it, may go under its own question.
-    const StoreFile main = stores_.main;
-    Dialogs& dialogs = dialogs_;
-    if (!dialogs.ask(u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s)) {
+    if (!dialogs_.ask(u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s)) {
         return;
     }
-    main.open().execute(u"delete from dzhzhuti"_s);
-    dialogs.tell(u"已删除所有主题!"_s);
+    stores_.main.open().execute(u"delete from dzhzhuti"_s);
+    dialogs_.tell(u"已删除所有主题!"_s);
 }
 
 }  // namespace guanchao

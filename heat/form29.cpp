@@ -1,6 +1,5 @@
 #include "heat/form29.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "app/looks.h"
@@ -117,11 +116,8 @@ void Form29::添加商品_Click() {
     windows_.openAnew<Form5>();
 }
 
-// The window may close while a box of its own is open.
 void Form29::删除商品_Click() {
-    const QPointer alive(this);
-    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current()) &&
-        alive) {
+    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current())) {
         emptyHeatGrid(historyGrid_);
         ui_->plot->showDays({});
         Command9_Click();

@@ -13,10 +13,12 @@ void HeatWindow::showGrids(GridView& ranking, const QString& rankingHint, GridVi
     ranking.setHint(rankingHint);
     history.setGrid(historyGrid_);
     history.setHint(u"点排名中的一行，这里列出它的历史"_s);
-    connect(&ranking, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(rankingGrid_, row, col); });
-    connect(&history, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(historyGrid_, row, col); });
+    connect(&ranking, &GridView::gridClicked, this, [this](int row, int col) {
+        sortOnHeaderClick(rankingGrid_, row, col, {u"日期"_s}, lastSortCode_);
+    });
+    connect(&history, &GridView::gridClicked, this, [this](int row, int col) {
+        sortOnHeaderClick(historyGrid_, row, col, {u"日期"_s}, lastSortCode_);
+    });
 }
 
 void HeatWindow::find(const QString& text) {
@@ -24,10 +26,6 @@ void HeatWindow::find(const QString& text) {
         biaoji(rankingGrid_, *row);
         ranking_->scrollToTop(*row);
     }
-}
-
-void HeatWindow::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
-    sortOnHeaderClick(grid, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 }  // namespace guanchao

@@ -24,8 +24,6 @@ protected:
     ResultGrid historyGrid_;
 
 private:
-    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
-
     GridView* ranking_ = nullptr;
     SortCode lastSortCode_ = SortCode::none;
 };

@@ -54,38 +54,33 @@ void EarningsForecast::changeSummary(const QString& text) {
 
 void EarningsForecast::changeAttention() {
     Activity activity(u"修改关注度"_s);
-    // The window, and this with it, may go under a box of its own.
-    const EarningsForecast it = *this;
     const QString answer =
-        it.dialogs_.input(u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
+        dialogs_.input(u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
     if (answer.isEmpty()) {
         return;
     }
-    execute(it.stores_, it.globals_,
-            u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s);
+    execute(stores_, globals_, u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s);
     activity.wrote(u"关注度"_s);
     // The message names no value.
-    it.dialogs_.tell(u"修改关注度''完成!"_s);
-    it.search_();
+    dialogs_.tell(u"修改关注度''完成!"_s);
+    search_();
 }
 
 void EarningsForecast::remove() {
     Activity activity(u"删除业绩预告"_s);
-    const EarningsForecast it = *this;
-    if (!it.dialogs_.ask(u" 确实要删除吗！"_s, tingtaoge)) {
-        it.dialogs_.tell(u" 已退出！"_s);
+    if (!dialogs_.ask(u" 确实要删除吗！"_s, tingtaoge)) {
+        dialogs_.tell(u" 已退出！"_s);
         return;
     }
-    execute(it.stores_, it.globals_, u"delete from yejiyugao  where rowid="_s);
+    execute(stores_, globals_, u"delete from yejiyugao  where rowid="_s);
     activity.wrote(u"删除"_s);
-    it.search_();
+    search_();
 }
 
 void EarningsForecast::exportCodes(const ResultGrid& grid, const DateTexts& date) {
     const Activity activity(u"导出自选股"_s, u"文件没有写入；原来有的文件没有变。"_s);
-    Dialogs& dialogs = dialogs_;
     const QString text = codesText(grid);
-    const QString path = dialogs.baocunwenjian(
+    const QString path = dialogs_.baocunwenjian(
         globals_.yingyongmulu + u"自选股"_s,
         u"自选业绩预告"_s + dateText(packDate(date)) + u".txt"_s,
         {u"文本文档(*.txt)"_s, u"ASP文件(*.asp)"_s, u"VBS脚本(*.vbs)"_s, u"所有文件(*.*)"_s});
@@ -93,7 +88,7 @@ void EarningsForecast::exportCodes(const ResultGrid& grid, const DateTexts& date
         return;
     }
     writeText(path, text);
-    dialogs.tell(u"文件保存成功！"_s, u"操作提示"_s);
+    dialogs_.tell(u"文件保存成功！"_s, u"操作提示"_s);
 }
 
 }  // namespace guanchao

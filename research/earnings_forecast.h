@@ -16,8 +16,7 @@ namespace guanchao {
 
 class EarningsForecast {
 public:
-    // `search` runs the search of the window anew, if it is still there: it may close while a box
-    // of its own is open.
+    // `search` runs the search of the window anew.
     EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs,
                      std::function<void()> search);
 

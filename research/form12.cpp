@@ -1,8 +1,5 @@
 #include "research/form12.h"
 
-#include <QPointer>
-#include <QScopeGuard>
-
 #include "grid/sorting.h"
 #include "ui_form12.h"
 
@@ -26,11 +23,7 @@ Form12::Form12(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form12>()),
       search_(environment.stores, environment.globals, grid_),
       forecast_(environment.stores, environment.globals, environment.dialogs,
-                [alive = QPointer(this)] {
-                    if (alive) {
-                        alive->Command2_Click();
-                    }
-                }),
+                [this] { Command2_Click(); }),
       run_(environment.pump, [this](const ResearchProgress& it) { showRun(it); }),
       scan_(environment.stores, environment.globals, environment.dialogs, run_),
       returns_(environment.stores, environment.globals, environment.dialogs, run_) {
@@ -71,7 +64,7 @@ void Form12::connectControls() {
 
 void Form12::connectRuns() {
     const auto command = [this](QPushButton* button, const std::function<void()>& job) {
-        connect(button, &QPushButton::clicked, this, [this, job] { runResearch(job); });
+        connect(button, &QPushButton::clicked, this, [this, job] { doRun(job); });
     };
     command(ui_->Command1, [this] { scan_.chooseThemes(); });
     command(ui_->Command3, [this] { scan_.addStocks(); });
@@ -148,16 +141,6 @@ void Form12::MSHFlexGrid1_DblClick(int row) {
     if (row > 0 && !host.isEmpty()) {
         environment_.shell.open(host + u'/' + environment_.globals.dangqiandm + u".html"_s);
     }
-}
-
-void Form12::runResearch(const std::function<void()>& job) {
-    const QPointer alive(this);
-    const auto end = qScopeGuard([&] {
-        if (alive) {
-            closeIfAsked();
-        }
-    });
-    job();
 }
 
 // The edits write to the store of which a run holds the lock now and then.

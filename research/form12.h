@@ -40,7 +40,6 @@ private:
     void connectControls();
     void connectRuns();
     SelectionQuery query() const;
-    void runResearch(const std::function<void()>& job);
     void showRun(const ResearchProgress& progress);
 
     void Form_Load();

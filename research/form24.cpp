@@ -1,8 +1,5 @@
 #include "research/form24.h"
 
-#include <QPointer>
-#include <QScopeGuard>
-
 #include "grid/sorting.h"
 #include "ui_form24.h"
 
@@ -34,20 +31,15 @@ Form24::Form24(Environment& environment, Windows&)
 
 Form24::~Form24() = default;
 
-// The window may close while a message is open; during a run it only hides.
 void Form24::Command9_Click() {
-    const QPointer alive(this);
-    const auto end = qScopeGuard([&] {
-        if (alive) {
-            closeIfAsked();
+    doRun([this] {
+        const std::optional<ThemeHistoryResult> result =
+            history_.compare(first_->texts(), last_->texts(), ui_->Text1->text());
+        if (result) {
+            ui_->Label3->setText(result->line);
+            ui_->plot->showPoints(result->points, result->hasTheme);
         }
     });
-    const std::optional<ThemeHistoryResult> result =
-        history_.compare(first_->texts(), last_->texts(), ui_->Text1->text());
-    if (alive && result) {
-        ui_->Label3->setText(result->line);
-        ui_->plot->showPoints(result->points, result->hasTheme);
-    }
 }
 
 void Form24::MSHFlexGrid1_Click(int row, int col) {

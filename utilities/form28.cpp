@@ -1,6 +1,5 @@
 #include "utilities/form28.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "ui_form28.h"
@@ -82,33 +81,31 @@ void Form28::Check1_Click() {
     ui_->Text4->setEnabled(on);
 }
 
-// True if the list was loaded again. The window may close while a box of its own is open.
-bool Form28::loadAfter(const std::function<bool()>& change) {
-    const QPointer alive(this);
-    if (!change() || !alive) {
-        return false;
+// True if the list was loaded again.
+bool Form28::loadAfter(bool changed) {
+    if (changed) {
+        Form_Load();
     }
-    Form_Load();
-    return true;
+    return changed;
 }
 
 void Form28::Command1_Click() {
-    loadAfter([this] { return proxies_.add(typed()); });
+    loadAfter(proxies_.add(typed()));
 }
 
 void Form28::Command2_Click() {
-    loadAfter([this] { return proxies_.modify(typed()); });
+    loadAfter(proxies_.modify(typed()));
 }
 
 // The number of a server that has gone may come to be that of another.
 void Form28::Command3_Click() {
-    if (loadAfter([this] { return proxies_.remove(selectedLine()); })) {
+    if (loadAfter(proxies_.remove(selectedLine()))) {
         showId({});
     }
 }
 
 void Form28::Command4_Click() {
-    if (loadAfter([this] { return proxies_.download(); })) {
+    if (loadAfter(proxies_.download())) {
         showId({});
     }
 }

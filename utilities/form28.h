@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <memory>
 
 #include "app/environment.h"
@@ -28,7 +27,7 @@ private:
     QString selectedLine() const;
     Proxy typed() const;
     void showId(const QString& id);
-    bool loadAfter(const std::function<bool()>& change);
+    bool loadAfter(bool changed);
 
     void List1_Click();
     void Check1_Click();

@@ -4,19 +4,27 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <utility>
 
+#include "articles/form26.h"
+#include "articles/form27.h"
+#include "exchange/form3.h"
+#include "heat/form29.h"
+#include "heat/form5.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "research/form12.h"
 #include "research/form24.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
+#include "utilities/form28.h"
 
 namespace guanchao {
 
@@ -29,6 +37,7 @@ protected:
         store_.addMember(u"银行"_s, u"SH600000"_s);
         store_.run({u"insert into zhutijiankong(zhutiname) values('银行')"_s,
                     u"insert into jiankonghq(dm) values('SH600000')"_s});
+        store_.addArticle(u"'2016-03-31','张三','主题','白酒','一','一'"_s);
         dialogs_.typed = u"SH600519"_s;
     }
 
@@ -91,6 +100,17 @@ TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {
         {"a frequency is refused", &WindowsTest::open<Form4>, type(u"Text1"_s, u"0"_s)},
         {"no sound is picked", &WindowsTest::open<Form7>, button(u"Command3"_s)},
         {"a monitor is refused", &WindowsTest::open<Form8>, button(u"Command1"_s)},
+        {"all themes are deleted", &WindowsTest::open<Form3>, button(u"Command5"_s)},
+        {"an article is deleted", &WindowsTest::open<Form26>, button(u"Command4"_s)},
+        {"a listed article is deleted", &WindowsTest::open<Form27>, entry(u"删除本篇"_s)},
+        {"no proxy server is chosen", &WindowsTest::open<Form28>, button(u"Command3"_s)},
+        {"a commodity is deleted", &WindowsTest::open<Form29>, entry(u"删除商品"_s)},
+        {"a commodity is deleted in its editor", &WindowsTest::open<Form5>, button(u"Command3"_s)},
+        {"a forecast is deleted", &WindowsTest::open<Form12>,
+         [](QWidget* form) {
+             form->findChild<QPlainTextEdit*>(u"Text8"_s)->clear();
+             trigger(form, u"删除一个"_s);
+         }},
     };
     for (const auto& it : cases) {
         const QPointer<QWidget> form = (this->*it.open)();

@@ -17,6 +17,7 @@
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
@@ -32,11 +33,7 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("600000\tX\tY\r\n");
         windows_.openAnew<Form3>();
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form3*>(widget)) {
-                form_ = form;
-            }
-        }
+        form_ = shownWindow<Form3>();
     }
     ~Form3Test() override { closeAndDelete(); }
 

@@ -20,6 +20,7 @@
 #include "tests/support/qt_printers.h"
 #include "tests/support/statement_log.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
@@ -61,18 +62,9 @@ protected:
     }
 
     template <typename Form>
-    Form* opened() {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form*>(widget); form && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
-    template <typename Form>
     void open() {
         windows_.openAnew<Form>();
-        form_ = opened<Form>();
+        form_ = shownWindow<Form>();
     }
 
     template <typename Widget>
@@ -277,7 +269,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     press(1);
     const QPointer monitor = form_;
     monitor->findChild<QAction*>(u"修改商品"_s)->trigger();
-    form_ = opened<Form5>();
+    form_ = shownWindow<Form5>();
     ASSERT_TRUE(form_);
     EXPECT_EQ(form_->windowTitle(), u"修改商品"_s);
     EXPECT_EQ(globals_.dangqianshangpin, QString()) << "taken over";
@@ -287,7 +279,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     click(u"Command2"_s);
     globals_.dangqianshangpin = u"铜"_s;
     monitor->findChild<QAction*>(u"添加商品"_s)->trigger();
-    form_ = opened<Form5>();
+    form_ = shownWindow<Form5>();
     EXPECT_EQ(form_->windowTitle(), u"添加商品"_s);
     find<QLineEdit>(u"Text1"_s)->setText(u"铜"_s);
     click(u"Command1"_s);

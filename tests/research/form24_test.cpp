@@ -15,6 +15,7 @@
 #include "research/history_plot.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
@@ -39,11 +40,7 @@ protected:
 
     void open() {
         windows_.openAnew<Form24>();
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form24*>(widget); form && form->isVisible()) {
-                form_ = form;
-            }
-        }
+        form_ = shownWindow<Form24>();
     }
 
     template <typename Widget>

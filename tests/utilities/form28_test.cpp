@@ -14,6 +14,7 @@
 #include "app/form2.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
@@ -28,12 +29,7 @@ protected:
         stores_.article.open().execute(u"insert into tempcanshu values(1,1,0)"_s);
         Form2 main(environment_, windows_);
         main.findChild<QAction*>(u"设置代理服务器"_s)->trigger();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            form_ = window->isVisible() ? qobject_cast<Form28*>(window) : nullptr;
-            if (form_) {
-                break;
-            }
-        }
+        form_ = shownWindow<Form28>();
     }
     ~Form28Test() override {
         windows_.closeAll();
