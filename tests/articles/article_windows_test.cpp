@@ -35,6 +35,7 @@ using namespace Qt::Literals::StringLiterals;
 class ArticleWindowsTest : public ::testing::Test, protected TestEnvironment {
 protected:
     ArticleWindowsTest() {
+        globals_.yingyongmulu = store_.folder();
         store_.addArticle(u"'2016-03-31','张三','主题','白酒','一','ABC x abc'"_s);
         store_.addArticle(u"'2016-05-31','李四','个股','SH600519贵州茅台','二','二'"_s);
         store_.addArticle(u"'2016-04-02','张三','主题','机器人','三','三'"_s);
