@@ -46,6 +46,7 @@ const QWidget* opened(Windows& windows) {
 class AccessibleNamesTest : public ::testing::Test, protected TestEnvironment {};
 
 TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
+    globals_.yingyongmulu = store_.folder();
     const Form2 main(environment_, windows_);
     EXPECT_EQ(unnamedControls(main), QStringList());
     const struct {
