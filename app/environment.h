@@ -28,6 +28,7 @@ struct Environment {
     Dialogs& dialogs;
     EventPump& pump;
     Http& http;
+    YieldingHttp yieldingHttp;  // for a request that shall not hold its window
     Shell& shell;
     Sound& sound;
     Clipboard& clipboard;

@@ -17,6 +17,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .dialogs = keepingDialogs_,
                    .pump = pump_,
                    .http = http_,
+                   .yieldingHttp = std::make_unique<CurlHttp, Meanwhile>,
                    .shell = shell_,
                    .sound = sound_,
                    .clipboard = clipboard_,

@@ -1,23 +1,12 @@
 #include "collector/search_page.h"
 
-#include <QStringDecoder>
-
-#include "platform/gbk.h"
-#include "platform/page_charset.h"
+#include "platform/page_text.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString pageText(const QByteArray& body) {
-    const QString charset = declaredCharset(body);
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder(body);
-    const bool isUtf8 = charset.isEmpty() ? !decoder.hasError() : charset.startsWith(u"utf"_s);
-    return isUtf8 ? text : textFromGbk(body);
-}
 
 QString visibleText(QString page) {
     static const QRegularExpression unseen(

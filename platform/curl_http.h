@@ -1,7 +1,6 @@
 // Http by libcurl. One handle lives on, so that requests to a service share a connection.
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "platform/http.h"
@@ -10,12 +9,8 @@ namespace guanchao {
 
 class CurlHttp : public Http {
 public:
-    // Called every few milliseconds while a request waits; false breaks the request off. A request
-    // that is made from within it fails.
-    using Meanwhile = std::function<bool()>;
-
-    // Without `meanwhile` a request holds its caller until it has ended. Raises std::runtime_error
-    // if libcurl can't start.
+    // Without `meanwhile` a request holds its caller until it has ended; one that is made from within
+    // it fails. Raises std::runtime_error if libcurl can't start.
     explicit CurlHttp(Meanwhile meanwhile = {});
     ~CurlHttp() override;
 

@@ -2,11 +2,11 @@
 
 #include <libxml/HTMLparser.h>
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <memory>
 
-#include "platform/gbk.h"
-#include "platform/page_charset.h"
+#include "platform/page_text.h"
 
 namespace guanchao {
 
@@ -20,9 +20,9 @@ struct FreeDocument {
 using Document = std::unique_ptr<xmlDoc, FreeDocument>;
 
 Document parse(const QByteArray& page) {
-    const QByteArray text = declaredCharset(page).startsWith(u"utf"_s)
-                                ? QString::fromUtf8(page).toUtf8()
-                                : textFromGbk(page).toUtf8();
+    // Browsers need no semicolon behind it, and old pages have none.
+    static const QRegularExpression openBlank(u"&nbsp(?!;)"_s);
+    const QByteArray text = pageText(page).replace(openBlank, u"&nbsp;"_s).toUtf8();
     return Document(htmlReadMemory(text.constData(), static_cast<int>(text.size()), nullptr,
                                    "UTF-8",
                                    HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
@@ -123,41 +123,58 @@ private:
     QString text_;
 };
 
-int placeOf(const xmlNode* row) {
-    return isOneOf(row->parent, {"thead"}) ? 0 : isOneOf(row->parent, {"tfoot"}) ? 2 : 1;
+bool isCell(const xmlNode* node) {
+    return isOneOf(node, {"td", "th"});
 }
 
-QList<const xmlNode*> rowsOf(const xmlNode* table) {
-    QList<const xmlNode*> rows;
-    walk(table, [&rows](const xmlNode* node) {
-        const bool isRow = isOneOf(node, {"tr"});
-        if (isRow) {
-            rows << node;
-        }
-        return !isRow && !isOneOf(node, {"table"});
-    });
-    std::stable_sort(rows.begin(), rows.end(), [](const xmlNode* one, const xmlNode* other) {
-        return placeOf(one) < placeOf(other);
-    });
-    return rows;
+struct Row {
+    int place;  // a heading above, a footing below all others
+    QStringList cells;
+};
+
+Row emptyRowIn(const xmlNode* section) {
+    return {isOneOf(section, {"thead"}) ? 0 : isOneOf(section, {"tfoot"}) ? 2 : 1, {}};
 }
 
 QStringList cellsOf(const xmlNode* row) {
     QStringList cells;
     walk(row, [&cells](const xmlNode* node) {
-        const bool isCell = isOneOf(node, {"td", "th"});
-        if (isCell) {
+        if (isCell(node)) {
             cells << SeenText(node).text();
         }
-        return !isCell && !isOneOf(node, {"table"});
+        return !isCell(node) && !isOneOf(node, {"table"});
     });
     return cells;
 }
 
+// Cells outside of any row make one together, up to the next row.
+QList<Row> rowsOf(const xmlNode* table) {
+    QList<Row> rows;
+    const xmlNode* looseIn = nullptr;
+    walk(table, [&](const xmlNode* node) {
+        if (isOneOf(node, {"tr"})) {
+            rows << emptyRowIn(node->parent);
+            rows.last().cells = cellsOf(node);
+            looseIn = nullptr;
+        } else if (isCell(node)) {
+            if (looseIn != node->parent) {
+                rows << emptyRowIn(node->parent);
+                looseIn = node->parent;
+            }
+            rows.last().cells << SeenText(node).text();
+        }
+        return !isCell(node) && !isOneOf(node, {"tr", "table"});
+    });
+    return rows;
+}
+
 HtmlTable tableOf(const xmlNode* node) {
+    QList<Row> rows = rowsOf(node);
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const Row& one, const Row& other) { return one.place < other.place; });
     HtmlTable table;
-    for (const xmlNode* row : rowsOf(node)) {
-        table << cellsOf(row);
+    for (const Row& row : rows) {
+        table << row.cells;
     }
     return table;
 }

@@ -11,6 +11,12 @@ bool isSection(const QString& line) {
     return line.trimmed().startsWith(u'[');
 }
 
+QString unquoted(const QString& value) {
+    const bool quoted = value.size() > 1 && value.front() == value.back() &&
+                        (value.front() == u'"' || value.front() == u'\'');
+    return quoted ? value.sliced(1, value.size() - 2) : value;
+}
+
 bool sameName(const QString& left, const QString& right) {
     return left.trimmed().compare(right, Qt::CaseInsensitive) == 0;
 }
@@ -21,6 +27,8 @@ IniFile::IniFile(QString path) : path_(std::move(path)) {
     QFile file(path_);
     if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         lines_ = QString::fromUtf8(file.readAll()).split(u'\n');
+    } else {
+        unread_ = file.exists();
     }
     while (!lines_.isEmpty() && lines_.last().isEmpty()) {
         lines_.removeLast();
@@ -33,10 +41,13 @@ std::optional<QString> IniFile::value(const QString& section, const QString& key
     if (line < 0) {
         return std::nullopt;
     }
-    return lines_[line].section(u'=', 1).trimmed();
+    return unquoted(lines_[line].section(u'=', 1).trimmed());
 }
 
 bool IniFile::setValue(const QString& section, const QString& key, const QString& value) {
+    if (unread_) {
+        return false;
+    }
     qsizetype start = sectionStart(section);
     if (start < 0) {
         start = lines_.size();

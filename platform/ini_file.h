@@ -1,5 +1,5 @@
 // A small INI file as the system's profile functions read it: UTF-8 lines, sections in brackets,
-// names without regard to case, a value taken to the end of its line.
+// names without regard to case, a value taken to the end of its line less a pair of quotes.
 #pragma once
 
 #include <QString>
@@ -10,13 +10,14 @@ namespace guanchao {
 
 class IniFile {
 public:
-    // A missing file reads as an empty one.
+    // A file that is missing or can't be read gives no values.
     explicit IniFile(QString path);
 
     // The trimmed value, or nothing if the section or the key isn't there.
     std::optional<QString> value(const QString& section, const QString& key) const;
 
-    // Writes the value and leaves all other entries; false if the file can't be written.
+    // Writes the value and leaves all other entries; false if the file can't be written, or is
+    // there and couldn't be read.
     bool setValue(const QString& section, const QString& key, const QString& value);
 
 private:
@@ -25,6 +26,7 @@ private:
 
     QString path_;
     QStringList lines_;
+    bool unread_ = false;
 };
 
 }  // namespace guanchao

@@ -1,23 +1,40 @@
 #include "utilities/form28.h"
 
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 #include "ui_form28.h"
 
 namespace guanchao {
 
+namespace {
+
+// Stores what a click has made of the switch; a switch that can't be stored goes back.
+void store(QCheckBox& box, const std::function<void()>& statement) {
+    auto putBack = qScopeGuard([&box] { box.setChecked(!box.isChecked()); });
+    statement();
+    putBack.dismiss();
+}
+
+}  // namespace
+
 Form28::Form28(Environment& environment, Windows&)
-    : QDialog(nullptr, Qt::Window),
+    : RunWindow(Qt::Window),
       ui_(std::make_unique<Ui::Form28>()),
-      proxies_(environment.stores, environment.dialogs, environment.http,
-               environment.services.vendor) {
+      download_(environment.pump, u"正在下载代理服务器列表。"_s,
+                [this] { ui_->Command4->setEnabled(!download_.running()); }),
+      http_(environment.yieldingHttp([this] {
+          download_.letEventsHappen();
+          return true;
+      })),
+      proxies_(environment.stores, environment.dialogs, *http_, environment.services.vendor) {
     ui_->setupUi(this);
     // The keys choose as the mouse does; a click on the chosen line reads it once more.
     connect(ui_->List1, &QListWidget::itemSelectionChanged, this, &Form28::List1_Click);
     connect(ui_->List1, &QListWidget::itemClicked, this, &Form28::List1_Click);
     connect(ui_->Check1, &QCheckBox::toggled, this, &Form28::Check1_Click);
-    connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { proxies_.setUseProxy(on); });
-    connect(ui_->Check4, &QCheckBox::clicked, this, [this](bool on) { proxies_.setPasv(on); });
+    connect(ui_->Check3, &QCheckBox::clicked, this, &Form28::Check3_Click);
+    connect(ui_->Check4, &QCheckBox::clicked, this, &Form28::Check4_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form28::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form28::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form28::Command3_Click);
@@ -81,6 +98,14 @@ void Form28::Check1_Click() {
     ui_->Text4->setEnabled(on);
 }
 
+void Form28::Check3_Click(bool on) {
+    store(*ui_->Check3, [&] { proxies_.setUseProxy(on); });
+}
+
+void Form28::Check4_Click(bool on) {
+    store(*ui_->Check4, [&] { proxies_.setPasv(on); });
+}
+
 // True if the list was loaded again.
 bool Form28::loadAfter(bool changed) {
     if (changed) {
@@ -90,7 +115,9 @@ bool Form28::loadAfter(bool changed) {
 }
 
 void Form28::Command1_Click() {
-    loadAfter(proxies_.add(typed()));
+    if (loadAfter(proxies_.add(typed()))) {
+        showId({});
+    }
 }
 
 void Form28::Command2_Click() {
@@ -105,9 +132,13 @@ void Form28::Command3_Click() {
 }
 
 void Form28::Command4_Click() {
-    if (loadAfter(proxies_.download())) {
-        showId({});
-    }
+    doRun([this] {
+        bool listed = false;
+        download_.run([&] { listed = proxies_.download(); });
+        if (loadAfter(listed)) {
+            showId({});
+        }
+    });
 }
 
 }  // namespace guanchao

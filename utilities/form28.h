@@ -2,12 +2,15 @@
 // and two switches. Tables proxy and tempcanshu of the article store; the rules are in Proxies.
 #pragma once
 
-#include <QDialog>
 #include <memory>
 
+#include "app/cancellable_run.h"
 #include "app/environment.h"
 #include "app/windows.h"
+#include "controls/run_window.h"
 #include "utilities/proxies.h"
+
+class QCheckBox;
 
 namespace Ui {
 class Form28;
@@ -15,7 +18,7 @@ class Form28;
 
 namespace guanchao {
 
-class Form28 : public QDialog {
+class Form28 : public RunWindow {
     Q_OBJECT
 
 public:
@@ -29,14 +32,21 @@ private:
     void showId(const QString& id);
     bool loadAfter(bool changed);
 
+    bool runs() const override { return download_.running(); }
+    void cancelRun() override { download_.cancel(); }
+
     void List1_Click();
     void Check1_Click();
+    void Check3_Click(bool on);
+    void Check4_Click(bool on);
     void Command1_Click();
     void Command2_Click();
     void Command3_Click();
     void Command4_Click();
 
     std::unique_ptr<Ui::Form28> ui_;
+    CancellableRun download_;
+    std::unique_ptr<Http> http_;
     Proxies proxies_;
 };
 

@@ -21,13 +21,15 @@ QString value(QString text) {
     return text.replace(u'\t', u"\\t"_s);
 }
 
-// A path as a command line without arguments: quoted, and no % of it opens a field code. GLib looks
-// for the program before it undoubles a %, so that it has to find `env` first.
+// A path as a command line without arguments: quoted, and no % of it opens a field code. The path of
+// a program may hold no =, and GLib looks for the program before it undoubles a %: such a path is
+// the argument of a starter (`env` would take one with = for a variable).
 QString commandLine(QString path) {
     for (const QChar mark : {u'\\', u'"', u'`', u'$'}) {
         path.replace(mark, QString(u'\\') + mark);
     }
-    const QString starter = path.contains(u'%') ? u"env "_s : QString();
+    const bool needsStarter = path.contains(u'%') || path.contains(u'=');
+    const QString starter = needsStarter ? u"setsid "_s : QString();
     return starter + u'"' + path.replace(u'%', u"%%"_s) + u'"';
 }
 
@@ -80,6 +82,7 @@ QString clsShellLink::entry() const {
                                u"Name="_s + value(name),
                                u"Name[zh_CN]="_s + programName,
                                u"Comment="_s + value(name + u"的快捷方式"_s),
+                               u"TryExec="_s + value(program_),
                                u"Exec="_s + value(commandLine(program_)),
                                u"Path="_s + value(applicationFolder_),
                                u"Icon="_s + value(applicationFolder_ + u"pet.ico"_s),

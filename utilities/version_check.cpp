@@ -18,6 +18,12 @@ QString entry(const IniFile& ini, const QString& key) {
     return trimBlanks(value.left(127).section(QChar(0), 0, 0));
 }
 
+// In the code page of the vendor's system, unless a byte order mark tells that it is UTF-8.
+QString textOf(const QByteArray& body) {
+    const QByteArray mark = "\xEF\xBB\xBF";
+    return body.startsWith(mark) ? QString::fromUtf8(body.sliced(mark.size())) : textFromGbk(body);
+}
+
 bool replaceFile(const QString& path, const QString& text) {
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit();
@@ -36,7 +42,7 @@ void checkVersion(const QString& caption, const Globals& globals, const Service&
                   Dialogs& dialogs, Shell& shell) {
     const std::optional<QByteArray> body = http.get(vendor, u"/chaoxin/banbenupdate.txt"_s);
     const QString path = globals.yingyongmulu + u"banben.ini"_s;
-    if (!body || !replaceFile(path, textFromGbk(*body))) {
+    if (!body || !replaceFile(path, textOf(*body))) {
         return;
     }
     const IniFile ini(path);

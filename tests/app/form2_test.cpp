@@ -434,6 +434,11 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
 TEST_F(Form2Test, TheExitEntryShutsDownAlsoWhileTheCloseQuestionStands) {
     const QStringList ended = {u"guanchaotai.exe"_s, u"this"_s};
     load();
+    // From the tray, where the window is hidden.
+    dialogs_.answer = false;
+    form_.close();
+    EXPECT_FALSE(form_.isVisible());
+    dialogs_.shown.clear();
     trigger(u"tuopanexit"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     EXPECT_EQ(TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s),

@@ -30,7 +30,7 @@ protected:
 };
 
 TEST_F(IniFileTest, ReadsAndChangesOneLine) {
-    write("; note\r\n[read]\r\nfenshidm = SH600585 \r\n\r\n[Other]\r\nfenshidm=x\r\n");
+    write("; note\r\n[read]\r\nfenshidm = SH600585 \r\n\r\n[Other]\r\nfenshidm='x'\r\n");
     IniFile ini(path_);
     EXPECT_EQ(ini.value(u"READ"_s, u"FenShiDm"_s), u"SH600585"_s);
     EXPECT_EQ(ini.value(u"other"_s, u"fenshidm"_s), u"x"_s);
@@ -40,7 +40,7 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
     EXPECT_TRUE(ini.setValue(u"read"_s, u"jintuopan"_s, u"0"_s));
     EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"=b"_s));
     EXPECT_EQ(content(), QByteArray("; note\n[read]\njintuopan=0\nfenshidm=SZ000001\n\n[Other]\n"
-                                    "fenshidm=x\n[new]\na==b\n"));
+                                    "fenshidm='x'\n[new]\na==b\n"));
     EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"=b"_s);
     EXPECT_FALSE(IniFile(folder_.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
 }

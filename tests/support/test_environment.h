@@ -45,6 +45,10 @@ struct TestEnvironment {
                              .dialogs = keepingDialogs_,
                              .pump = pump_,
                              .http = http_,
+                             .yieldingHttp =
+                                 [this](const Meanwhile& meanwhile) {
+                                     return std::make_unique<FakeYieldingHttp>(http_, meanwhile);
+                                 },
                              .shell = shell_,
                              .sound = sound_,
                              .clipboard = clipboard_,

@@ -5,13 +5,16 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 
 #include "app/form2.h"
+#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "tests/support/test_windows.h"
@@ -90,6 +93,7 @@ TEST_F(Form28Test, TheButtonsLoadTheListAgain) {
     push("Command1");
     EXPECT_EQ(rows(u"select id,ProxyServer,defaultproxy from proxy"_s),
               QStringList({u"3|one|0"_s, u"7|deux|0"_s, u"8|three|1"_s}));
+    EXPECT_EQ(find<QLabel>("Label6")->text(), QString()) << "修改 must not reach the former one";
     list->setCurrentRow(2);
     push("Command3");
     EXPECT_EQ(list->count(), 2);
@@ -106,6 +110,28 @@ TEST_F(Form28Test, TheSwitchesAreStoredAtAClick) {
     find<QCheckBox>("Check3")->click();
     find<QCheckBox>("Check4")->click();
     EXPECT_EQ(rows(u"select * from tempcanshu"_s), QStringList{u"1|0|1"_s});
+    QFile::remove(stores_.article.path);
+    EXPECT_THROW(find<QCheckBox>("Check3")->click(), StoreError);
+    EXPECT_FALSE(find<QCheckBox>("Check3")->isChecked()) << "what could not be stored isn't shown";
+}
+
+TEST_F(Form28Test, ADownloadLetsTheWindowBeUsedAndClosed) {
+    http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
+    pump_.onRun = [this] { EXPECT_FALSE(find<QPushButton>("Command4")->isEnabled()); };
+    push("Command4");
+    EXPECT_EQ(pump_.runs, 1);
+    EXPECT_TRUE(find<QPushButton>("Command4")->isEnabled());
+    dialogs_.shown.clear();
+    pump_.onRun = [this] {
+        form_->close();
+        EXPECT_FALSE(form_->isVisible());
+    };
+    const QPointer window(form_);
+    push("Command4");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(window) << "it closes when the run has ended";
+    EXPECT_EQ(http_.paths.size(), 1) << "the request was broken off";
+    EXPECT_EQ(dialogs_.shown, QStringList());
 }
 
 }  // namespace guanchao

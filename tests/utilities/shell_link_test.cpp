@@ -43,7 +43,8 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         {u"/opt/guanchaotai/"_s, uR"("/opt/guanchaotai/)"_s, u"/opt/guanchaotai/"_s},
         {u"/家/我的 程序/"_s, uR"("/家/我的 程序/)"_s, u"/家/我的 程序/"_s},
         {u"/a\"b'c/"_s, uR"("/a\\"b'c/)"_s, u"/a\"b'c/"_s},
-        {u"/100%f/"_s, uR"(env "/100%%f/)"_s, u"/100%f/"_s},
+        {u"/100%f/"_s, uR"(setsid "/100%%f/)"_s, u"/100%f/"_s},
+        {u"/a=b/"_s, uR"(setsid "/a=b/)"_s, u"/a=b/"_s},
         {u"/$HOME`x`/"_s, uR"("/\\$HOME\\`x\\`/)"_s, u"/$HOME`x`/"_s},
         {u"/a\\b/"_s, uR"("/a\\\\b/)"_s, uR"(/a\\b/)"_s},
         {u"/a;b#c&d~/"_s, uR"("/a;b#c&d~/)"_s, u"/a;b#c&d~/"_s},
@@ -58,6 +59,7 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         EXPECT_EQ(valueOf(made, u"Name"_s), u"guanchaotai2"_s);
         EXPECT_EQ(valueOf(made, u"Comment"_s), u"guanchaotai2的快捷方式"_s);
         EXPECT_EQ(valueOf(made, u"Exec"_s), it.command + u"guanchaotai2\""_s);
+        EXPECT_EQ(valueOf(made, u"TryExec"_s), it.path + u"guanchaotai2"_s);
         EXPECT_EQ(valueOf(made, u"Path"_s), it.path);
         EXPECT_EQ(valueOf(made, u"Icon"_s), it.path + u"pet.ico"_s);
     }

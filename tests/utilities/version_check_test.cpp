@@ -21,6 +21,20 @@ TEST(VersionCheck, TheCaptionTellsTheRunningVersion) {
     EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台()"_s), 0);
 }
 
+struct VersionChecked {
+    explicit VersionChecked(const std::optional<QByteArray>& reply, const QString& below = u"/"_s) {
+        Globals globals;
+        globals.yingyongmulu = folder.path() + below;
+        http.answer = [&](const QString&) { return reply; };
+        checkVersion(u"观潮台(V3.7)"_s, globals, Service(), http, dialogs, shell);
+    }
+
+    QTemporaryDir folder;
+    FakeHttp http;
+    FakeDialogs dialogs;
+    FakeShell shell;
+};
+
 TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
     const struct {
         std::optional<QByteArray> reply;
@@ -32,24 +46,22 @@ TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
         {QByteArray("[other]\nbanben=9\n"), false},
         {QByteArray("[chaoxin]\r\nbanben=3.7\r\ndownurl=http://x/\r\n"), false},
         {QByteArray("[chaoxin]\nbanben=3.6\n"), false},
+        {"[chaoxin]\nbanben="_ba + QByteArray(127, '0') + "9\n", false},
+        {"\xEF\xBB\xBF[chaoxin]\nbanben=\"3.8\"\ndownurl='http://x/?a=b;c,d'\n"_ba, true},
         {gbkFromText(u"[ChaoXin]\nbanben = 3.8 版\ndownurl=http://x/?a=b;c,d\n"_s), true},
     };
     for (const auto& it : cases) {
-        QTemporaryDir folder;
-        Globals globals;
-        globals.yingyongmulu = folder.path() + u'/';
-        FakeHttp http;
-        http.answer = [&](const QString&) { return it.reply; };
-        FakeDialogs dialogs;
-        FakeShell shell;
-        checkVersion(u"观潮台(V3.7)"_s, globals, Service(), http, dialogs, shell);
-        EXPECT_EQ(http.paths, QStringList{u"/chaoxin/banbenupdate.txt"_s});
-        EXPECT_EQ(QFile::exists(folder.filePath(u"banben.ini"_s)), it.reply.has_value());
+        VersionChecked done(it.reply);
+        EXPECT_EQ(done.http.paths, QStringList{u"/chaoxin/banbenupdate.txt"_s});
+        EXPECT_EQ(QFile::exists(done.folder.filePath(u"banben.ini"_s)), it.reply.has_value());
         const QStringList told =
             it.newer ? QStringList{u"观潮台|发现软件有新的版本，请前去下载！"_s} : QStringList();
-        EXPECT_EQ(dialogs.shown, told);
-        EXPECT_EQ(shell.opened, it.newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
+        EXPECT_EQ(done.dialogs.shown, told);
+        EXPECT_EQ(done.shell.opened,
+                  it.newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
     }
+    EXPECT_TRUE(VersionChecked("[chaoxin]\nbanben=9\n"_ba, u"/none/"_s).dialogs.shown.isEmpty())
+        << "the file can't be written";
 }
 
 }  // namespace guanchao
