@@ -50,6 +50,7 @@ void copyFile(const QString& source, const QString& target) {
     if (QFileInfo::exists(target) && contentOf(target) == content) {
         return;
     }
+    removeJournalOf(target);
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
         !file.commit()) {

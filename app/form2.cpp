@@ -358,8 +358,8 @@ void Form2::closeEvent(QCloseEvent* event) {
     const CloseAnswer answer = answerClose(tuichubiaozhi_, environment_.dialogs);
     // 退出 in the tray may come while the question stands; it is the later word.
     if (answer == CloseAnswer::shutDown || tuichubiaozhi_ == 1) {
-        // A window whose user wants to keep unsaved work keeps the program running, and the collector
-        // with it: it hears of the end only when that is sure.
+        // A window whose user wants to keep unsaved work keeps the program running, and the
+        // collector with it: it hears of the end only when that is sure.
         if (!windows_.closeAll()) {
             tuichubiaozhi_ = 0;
             endLater();

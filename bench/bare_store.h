@@ -4,7 +4,6 @@
 #include <benchmark/benchmark.h>
 
 #include <QString>
-#include <QStringList>
 
 #include "store/dialect.h"
 #include "store/sqlite.h"

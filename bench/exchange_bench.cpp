@@ -1,6 +1,5 @@
 // The export and the two imports of the whole market's themes. The imports begin with an empty
 // theme table, which both sides empty within their time.
-#include <QDir>
 #include <QHash>
 #include <QTemporaryDir>
 
@@ -14,8 +13,6 @@
 #include "platform/gbk.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
-#include "store/sqlite.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 
 namespace guanchao {

@@ -6,7 +6,6 @@
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
-#include "store/recordset.h"
 #include "tests/support/fakes.h"
 #include "tests/support/quote_reply.h"
 

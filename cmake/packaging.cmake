@@ -17,9 +17,9 @@ file(STRINGS data/application_files.txt application_files REGEX "^[^#]" ENCODING
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS data/application_files.txt)
 foreach(file ${application_files})
     if(file MATCHES "(.+)/$")
-        install(DIRECTORY ${CMAKE_MATCH_1} DESTINATION ${files} OPTIONAL)
+        install(DIRECTORY ${CMAKE_MATCH_1} DESTINATION ${files})
     else()
-        install(FILES ${file} DESTINATION ${files} OPTIONAL)
+        install(FILES ${file} DESTINATION ${files})
     endif()
 endforeach()
 install(FILES data/services.ini DESTINATION ${files})
@@ -34,6 +34,7 @@ install(FILES data/guanchaotai.desktop DESTINATION share/applications)
 install(FILES app/looks/pet.png DESTINATION share/icons/hicolor/256x256/apps RENAME guanchaotai.png)
 install(FILES LICENSE DESTINATION share/doc/guanchaotai RENAME copyright)
 install(FILES docs/collector.md docs/history.md DESTINATION share/doc/guanchaotai)
+install(FILES docs/pictures/collector.png DESTINATION share/doc/guanchaotai/pictures)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME guanchaotai)
@@ -44,7 +45,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Themes with their mean gain, quotes of their stocks, alarms, articles, counts
-of news and research on the history of days. Each user has own stores.")
+of news and research on the history of days. Each user has stores of their own.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What no linker sees: services over TLS, sound, the words of the toolkit, Chinese letters.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS

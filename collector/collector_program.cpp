@@ -8,7 +8,6 @@
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
-#include "store/seed_list.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -18,16 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QStringList jobWords = {u"zhuti"_s, u"gongsi"_s, u"shop"_s, u"gengxindmb"_s};
-
-QHash<QString, QString> initialsExceptions(const QString& path) {
-    QHash<QString, QString> exceptions;
-    if (QFileInfo::exists(path)) {
-        for (const QStringList& row : readSeedList(path)) {
-            exceptions.insert(row[0], row[1]);
-        }
-    }
-    return exceptions;
-}
 
 }  // namespace
 
@@ -113,7 +102,10 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
     if (word == u"shop"_s) {
         return std::make_unique<CommoditiesJob>(stores_, order, settings_, services_.search);
     }
-    initials_ = std::make_unique<Initials>(initialsExceptions(folder_ + u"initials.csv"_s));
+    const QString exceptions = folder_ + u"initials.csv"_s;
+    initials_ = std::make_unique<Initials>(QFileInfo::exists(exceptions)
+                                               ? readInitialsExceptions(exceptions)
+                                               : QHash<QString, QString>());
     Service quote = services_.quote;
     if (quote.timeoutSeconds == 0) {
         quote.timeoutSeconds = settings_.timeoutSeconds;

@@ -9,8 +9,8 @@ namespace guanchao {
 
 class CurlHttp : public Http {
 public:
-    // Without `meanwhile` a request holds its caller until it has ended; one that is made from within
-    // it fails. Raises std::runtime_error if libcurl can't start.
+    // Without `meanwhile` a request holds its caller until it has ended; one that is made from
+    // within it fails. Raises std::runtime_error if libcurl can't start.
     explicit CurlHttp(Meanwhile meanwhile = {});
     ~CurlHttp() override;
 

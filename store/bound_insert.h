@@ -14,7 +14,7 @@ public:
     // `statement` holds a "?" for each value. Raises StoreError.
     BoundInsert(Connection& connection, const QString& statement);
 
-    // Raises StoreError.
+    // One value for each "?". Raises StoreError.
     void row(const QStringList& values);
 
 private:

@@ -234,6 +234,10 @@ void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     removeFresh.dismiss();
 }
 
+void removeJournalOf(const QString& path) {
+    QFile::remove(path + u"-journal"_s);
+}
+
 void createStore(const QString& path, const QString& key, const QString& statements) {
     if (QFileInfo::exists(path)) {
         throw StoreError(u"文件已经存在"_s, path, {});

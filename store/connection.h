@@ -19,9 +19,9 @@ public:
 
     // Runs one INSERT, UPDATE, DELETE or other statement without a result.
     void execute(const QString& statement);
-    // The same for one that takes long: `meanwhile` is called every few milliseconds, and must
-    // leave this connection alone. What it raises undoes the statement, and the transaction that
-    // the statement is part of, and is raised here.
+    // The same for one that takes long: `meanwhile` is called every few milliseconds, though not
+    // while the statement waits for a lock, and must leave this connection alone. What it raises
+    // undoes the statement, and the transaction that the statement is part of, and is raised here.
     void execute(const QString& statement, const std::function<void()>& meanwhile);
 
     // How many rows the last INSERT, UPDATE or DELETE found.
@@ -63,6 +63,10 @@ void createTableFromContent(Connection& connection, const QString& name, const Q
 // Changes the key of a store file that nothing else has open; an empty key leaves it plain.
 // The content is written to a new file beside it, which takes its place only when complete.
 void rekey(const QString& path, const QString& oldKey, const QString& newKey);
+
+// To be called before a store is put where none is: the journal that a killed process left of a
+// former store there would be played back into the new one.
+void removeJournalOf(const QString& path);
 
 // Makes a store file from statements; fails if the file is there already.
 void createStore(const QString& path, const QString& key, const QString& statements);

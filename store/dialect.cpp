@@ -1,7 +1,7 @@
 #include "store/dialect.h"
 
-#include <cstring>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include "store/sqlite.h"

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "store/seed_list.h"
+
 namespace guanchao {
 
 struct Initials::Reader {
@@ -55,19 +57,19 @@ QString Initials::of(const QString& shortName) const {
             initials += exceptions_.value(name.sliced(at, length));
             at += length;
         } else {
-            initials += initialsOf(QStringView(name).sliced(at, 1));
+            initials += initialOf(name[at]);
             ++at;
         }
     }
     return initials;
 }
 
-QString Initials::initialsOf(QStringView character) const {
-    if (character[0].isSpace()) {
+QString Initials::initialOf(QChar character) const {
+    if (character.isSpace()) {
         return {};
     }
-    const QString syllable = isChinese(character[0]) ? reading(character[0]) : QString();
-    return syllable.isEmpty() ? character.toString() : syllable.first(1);
+    const QString syllable = isChinese(character) ? reading(character) : QString();
+    return syllable.isEmpty() ? QString(character) : syllable.first(1);
 }
 
 QString Initials::reading(QChar character) const {
@@ -75,6 +77,14 @@ QString Initials::reading(QChar character) const {
     const bool letters =
         std::all_of(read.begin(), read.end(), [](QChar c) { return c >= u'a' && c <= u'z'; });
     return letters ? read : QString();
+}
+
+QHash<QString, QString> readInitialsExceptions(const QString& path) {
+    QHash<QString, QString> exceptions;
+    for (const QStringList& row : readSeedList(path, 2)) {
+        exceptions.insert(row[0], row[1]);
+    }
+    return exceptions;
 }
 
 }  // namespace guanchao

@@ -24,11 +24,14 @@ public:
 private:
     struct Reader;
 
-    QString initialsOf(QStringView text) const;
+    QString initialOf(QChar character) const;
 
     QHash<QString, QString> exceptions_;
     qsizetype longest_ = 0;
     std::unique_ptr<Reader> reader_;
 };
+
+// The words of a seed list of exceptions. Raises std::runtime_error if it can't be read.
+QHash<QString, QString> readInitialsExceptions(const QString& path);
 
 }  // namespace guanchao

@@ -31,11 +31,11 @@ public:
         : dataFolder_(std::move(dataFolder)), now_(timeText(now)) {}
 
     void fillMain(Connection& connection) const {
-        const QList<QStringList> codes = list("codes");
+        const QList<QStringList> codes = list("codes", 2);
         fillCodes(connection, codes);
         fillThemes(connection, codes);
         BoundInsert sectors(connection, u"insert into bankuaidmb values(?,?)"_s);
-        for (const QStringList& row : list("sectors")) {
+        for (const QStringList& row : list("sectors", 2)) {
             sectors.row(row);
         }
         BoundInsert(connection,
@@ -51,7 +51,7 @@ public:
         BoundInsert commodities(connection,
                                 u"insert into shopname(shopname,guanzhudu,aboutgegu,"
                                 u"adddate) values(?,?,?,?)"_s);
-        for (const QStringList& row : list("commodities")) {
+        for (const QStringList& row : list("commodities", 3)) {
             commodities.row(row + QStringList{now_});
         }
     }
@@ -72,21 +72,17 @@ public:
     }
 
 private:
-    QList<QStringList> list(const char* name) const {
-        return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) + u".csv"_s);
+    QList<QStringList> list(const char* name, qsizetype fields) const {
+        return readSeedList(dataFolder_ + u'/' + QString::fromLatin1(name) + u".csv"_s, fields);
     }
 
     void fillCodes(Connection& connection, const QList<QStringList>& stocks) const {
-        QHash<QString, QString> exceptions;
-        for (const QStringList& row : list("initials")) {
-            exceptions.insert(row[0], row[1]);
-        }
-        const Initials initials(exceptions);
+        const Initials initials(readInitialsExceptions(dataFolder_ + u"/initials.csv"_s));
         BoundInsert codes(connection,
                           u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) "
                           u"values(?,?,?,?,?)"_s);
         for (const QStringList& row : stocks) {
-            codes.row({row[0], row[0].sliced(2), row[1], initials.of(row[1]), now_});
+            codes.row({row[0], row[0].mid(2), row[1], initials.of(row[1]), now_});
         }
     }
 
@@ -98,7 +94,7 @@ private:
         BoundInsert members(connection,
                             u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,"
                             u"guanzhudu) values(?,?,?,?,?,?)"_s);
-        for (const QStringList& row : list("themes")) {
+        for (const QStringList& row : list("themes", 4)) {
             members.row({row[0], row[1], names.value(row[1]), now_, row[2], row[3]});
         }
     }
@@ -132,8 +128,9 @@ void makeStore(const StoreFile& store, Schema schema,
         fill(connection);
         transaction.commit();
     }
+    removeJournalOf(store.path);
     if (!QFile::rename(fresh, store.path)) {
-        throw std::runtime_error("cannot make " + store.path.toStdString());
+        throw std::runtime_error(QString(u"不能写入 "_s + store.path).toStdString());
     }
 }
 

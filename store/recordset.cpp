@@ -70,7 +70,7 @@ Recordset::Recordset(Connection& connection, const QString& statement) {
 }
 
 const Value& Recordset::value(int field) const {
-    if (atEnd() || row_ < 0 || field < 0 || field >= fieldCount()) {
+    if (atEnd() || field < 0 || field >= fieldCount()) {
         throw OperationError(u"没有当前记录，或者没有这个字段"_s);
     }
     return values_[row_ * names_.size() + field];

@@ -7,13 +7,12 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-QList<QStringList> readSeedList(const QString& path) {
+QList<QStringList> readSeedList(const QString& path, qsizetype fields) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         throw std::runtime_error(QString(u"不能读取 "_s + path).toStdString());
     }
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
-    const qsizetype fields = lines.first().split(u',').size();
     QList<QStringList> rows;
     for (qsizetype line = 1; line < lines.size(); ++line) {
         if (lines[line].isEmpty()) {

@@ -8,7 +8,7 @@
 namespace guanchao {
 
 // The rows behind the header. Raises std::runtime_error, naming the file and line, if the file
-// can't be read or a row hasn't as many fields as the header.
-QList<QStringList> readSeedList(const QString& path);
+// can't be read or a row hasn't that many fields.
+QList<QStringList> readSeedList(const QString& path, qsizetype fields);
 
 }  // namespace guanchao

@@ -206,8 +206,10 @@ double numericPrefix(QStringView text) {
     std::transform(number.begin(), number.end(), begin, [](QChar c) { return c.toLatin1(); });
     double value = 0;
     const auto read = std::from_chars(begin, begin + number.size(), value);
-    if (read.ec == std::errc::result_out_of_range && !number.contains(u'-')) {
-        return std::numeric_limits<double>::max();
+    if (read.ec == std::errc::result_out_of_range) {
+        // Qt tells what is too large, by an infinity, from what is too small.
+        constexpr double largest = std::numeric_limits<double>::max();
+        return std::clamp(number.toDouble(), -largest, largest);
     }
     return read.ec == std::errc() ? value : 0;
 }

@@ -21,9 +21,9 @@ QString value(QString text) {
     return text.replace(u'\t', u"\\t"_s);
 }
 
-// A path as a command line without arguments: quoted, and no % of it opens a field code. The path of
-// a program may hold no =, and GLib looks for the program before it undoubles a %: such a path is
-// the argument of a starter (`env` would take one with = for a variable).
+// A path as a command line without arguments: quoted, and no % of it opens a field code. The path
+// of a program may hold no =, and GLib looks for the program before it undoubles a %: such a path
+// is the argument of a starter (`env` would take one with = for a variable).
 QString commandLine(QString path) {
     for (const QChar mark : {u'\\', u'"', u'`', u'$'}) {
         path.replace(mark, QString(u'\\') + mark);

@@ -29,7 +29,8 @@ TEST(HtmlTables, ShapesOfTables) {
         {"<table><td>a<td>b<tr><td>c<td>d</table>", {{{u"a"_s, u"b"_s}, {u"c"_s, u"d"_s}}}},
         {"<table><tr><td>a</tr><td>b</td><tbody><td>c<td>d</tbody><td>e</table>",
          {{{u"a"_s}, {u"b"_s}, {u"c"_s, u"d"_s}, {u"e"_s}}}},
-        {"<table><tr><td> \n a <b>b</b>c&nbsp<td>&nbsp;&nbsp<td>1&lt;2&amp;'<td>x <br> y<td><p>p</p>q",
+        {"<table><tr><td> \n a <b>b</b>c&nbsp<td>&nbsp;&nbsp<td>1&lt;2&amp;'<td>x <br> "
+         "y<td><p>p</p>q",
          {{{u"a bc"_s, QString(), u"1<2&'"_s, u"x\ny"_s, u"p\nq"_s}}}},
         {"<table><tr><td>a<!--x--><script>'<td>'</script><style>s</style></table>", {{{u"a"_s}}}},
     };
@@ -42,8 +43,8 @@ TEST(HtmlTables, APageIsReadAsItDeclares) {
     const QString title = u"<title>找不到</title>"_s;
     for (const QByteArray& page : std::initializer_list<QByteArray>{
              gbkFromText(title), "<meta charset=gb2312>" + gbkFromText(title),
-             "<script charset=utf-8></script><meta charset=gbk>" + gbkFromText(title), title.toUtf8(),
-             "<META content='text/html; charset=GBK'>" + gbkFromText(title),
+             "<script charset=utf-8></script><meta charset=gbk>" + gbkFromText(title),
+             title.toUtf8(), "<META content='text/html; charset=GBK'>" + gbkFromText(title),
              "<meta charset=\"utf-8\">" + title.toUtf8(), "\xEF\xBB\xBF" + title.toUtf8()}) {
         EXPECT_EQ(readHtmlPage(page).text, u"找不到"_s) << page.toStdString();
     }

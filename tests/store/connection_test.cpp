@@ -38,10 +38,11 @@ TEST_F(ConnectionTest, OnlyTheRightKeyOpensAStore) {
     const Stores& stores = store_.stores;
     EXPECT_EQ(openingFailure(stores.main.path, {}), QString());
     EXPECT_EQ(openingFailure(stores.heat.path, stores.heat.key), QString());
-    const QString refused = u"file is encrypted or is not a database"_s;
-    EXPECT_EQ(openingFailure(stores.main.path, stores.heat.key), refused);
-    EXPECT_EQ(openingFailure(stores.heat.path, {}), refused);
-    EXPECT_EQ(openingFailure(stores.heat.path, stores.article.key), refused);
+    for (const QString& failure :
+         {openingFailure(stores.main.path, stores.heat.key), openingFailure(stores.heat.path, {}),
+          openingFailure(stores.heat.path, stores.article.key)}) {
+        EXPECT_TRUE(failure.endsWith(u"not a database"_s)) << failure.toStdString();
+    }
     EXPECT_NE(openingFailure(store_.folder() + u"none.mzdat"_s, {}), QString());
     EXPECT_FALSE(QFile::exists(store_.folder() + u"none.mzdat"_s));
 }

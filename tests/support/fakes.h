@@ -1,7 +1,6 @@
 // The platform services as tests play them: set, scripted and recorded.
 #pragma once
 
-#include <QHash>
 #include <QStringList>
 #include <functional>
 

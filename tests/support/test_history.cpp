@@ -7,7 +7,6 @@
 #include <random>
 
 #include "store/values.h"
-#include "tests/support/test_stores.h"
 #include "tools/history_builder/history_builder.h"
 
 namespace guanchao {

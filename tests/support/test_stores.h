@@ -10,7 +10,8 @@ namespace guanchao {
 
 class TestStores {
 public:
-    // The tables are there and empty.
+    // The tables are there and empty, but for the one row that the settings of the main and the
+    // heat store always have.
     TestStores();
 
     QString folder() const { return applicationFolder(directory_.path()); }

@@ -5,11 +5,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <algorithm>
 
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
-#include "tools/practice_history/practice_history.h"
 
 namespace guanchao {
 
@@ -116,54 +114,6 @@ TEST_F(HistoryBuilderTest, TheStatementsOfTheScansFindAnIndex) {
                 << query.toStdString() << step.toStdString();
         }
     }
-}
-
-// What the scan asks of a day, over the practice market's history.
-TEST(PracticeHistoryTest, ThemesReachTheBarOnSomeDays) {
-    const QStringList codes = {u"SH600000"_s, u"SH600001"_s, u"SH600002"_s, u"SZ000001"_s,
-                               u"SZ000002"_s, u"SZ000003"_s, u"SZ000004"_s, u"SZ000005"_s};
-    std::vector<PracticeStock> stocks;
-    QList<ThemeMember> library;
-    for (const QString& dm : codes) {
-        stocks.push_back({dm, dm});
-        library << ThemeMember{u"银行"_s, dm};
-    }
-    const PracticeQuotes quotes(stocks);
-    const QDate today(2026, 11, 24);
-    const PracticeHistory history = practiceHistory(quotes, library, today);
-    QMap<QDate, int> limits;
-    QMap<QDate, int> onePrice;
-    QHash<QString, qint64> formerClose;
-    QHash<QString, QList<DayRow>> days;
-    for (const DayRow& row : history.days) {
-        EXPECT_EQ(row.formerClose, formerClose.value(row.dm, row.formerClose));
-        EXPECT_TRUE(row.low <= std::min(row.open, row.close) &&
-                    row.high >= std::max(row.open, row.close));
-        formerClose[row.dm] = row.close;
-        days[row.dm] << row;
-        const bool isLimit =
-            static_cast<double>(row.close) / static_cast<double>(row.formerClose) > 1.095 &&
-            row.high == row.close;
-        limits[row.day] += isLimit ? 1 : 0;
-        onePrice[row.day] += isLimit && row.high == row.low ? 1 : 0;
-    }
-    EXPECT_EQ(limits.size(), 400);
-    EXPECT_EQ(limits.lastKey(), QDate(2026, 11, 23)) << "today's day is still to come";
-    const QList<int> counts = limits.values();
-    EXPECT_GT(std::ranges::count_if(counts, [](int count) { return count >= 8 / 4 + 2; }), 10);
-    int fallen = 0;
-    for (const QList<DayRow>& rows : days) {
-        for (qsizetype at = 0; at + 2 < rows.size(); ++at) {
-            const bool isThemeDay = limits.value(rows[at].day) >= 8 / 4 + 2;
-            fallen += isThemeDay && rows[at + 2].close * 100 <= rows[at].close * 93 ? 1 : 0;
-        }
-    }
-    EXPECT_GT(fallen, 10) << "stocks that lost 7 % within two days of a theme-day";
-    EXPECT_GT(std::ranges::max(onePrice.values()), 0);
-    EXPECT_NEAR(
-        static_cast<double>(formerClose[u"SH600000"_s]) / 100,
-        quotes.days(u"sh600000"_s, today.addDays(-1), today, today.startOfDay(Qt::UTC))[0].close,
-        0.011);
 }
 
 }  // namespace guanchao

@@ -114,10 +114,9 @@ void makeHistoryScale(const StoreFile& first, const StoreFile& second, const His
     History history(scale);
     const QList<DayRow> days = history.days();
     addToHistory({first.path, second.path}, days, history.members());
-    for (const StoreFile& file : {first, second}) {
-        if (!indexed) {
-            dropIndexes(file.path);
-        }
+    if (!indexed) {
+        dropIndexes(first.path);
+        dropIndexes(second.path);
     }
 }
 

@@ -76,8 +76,8 @@ void fillPracticeCounts(const QString& folder, const QString& dataFolder, const 
         return;
     }
     Transaction transaction(store);
-    fillNews(store, readSeedList(dataFolder + u"/practice_news.csv"_s), now);
-    fillWords(store, readSeedList(dataFolder + u"/practice_words.csv"_s), now);
+    fillNews(store, readSeedList(dataFolder + u"/practice_news.csv"_s, 11), now);
+    fillWords(store, readSeedList(dataFolder + u"/practice_words.csv"_s, 12), now);
     transaction.commit();
 }
 

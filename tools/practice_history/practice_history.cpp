@@ -1,10 +1,12 @@
 #include "tools/practice_history/practice_history.h"
 
 #include <QHash>
+#include <QMap>
 #include <QSet>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "store/recordset.h"
 #include "store/values.h"
@@ -45,7 +47,7 @@ qint64 hundredths(double price) {
 // The surging stocks of a day. Enough of a theme surge for the scan to take it.
 QHash<QString, Surge> surgesOf(const QList<QStringList>& themes, quint64 day) {
     QHash<QString, Surge> surges;
-    if (evenNumber(day, 0) >= surgesPerDay) {
+    if (themes.isEmpty() || evenNumber(day, 0) >= surgesPerDay) {
         return surges;
     }
     const auto pick =

@@ -27,32 +27,22 @@ struct BadArguments : std::runtime_error {
 struct Arguments {
     QString codesFile;
     QString portFile;
-    quint32 seed;
     Pace pace;
 };
 
 Arguments argumentsFrom(const QStringList& words) {
     QCommandLineParser parser;
-    const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("20261124"));
     const QCommandLineOption lively(QStringLiteral("lively"));
-    parser.addOptions({seed, lively});
+    parser.addOption(lively);
     if (!parser.parse(words)) {
         throw BadArguments(parser.errorText());
     }
     const QStringList files = parser.positionalArguments();
     if (files.size() != 2) {
-        throw BadArguments(
-            QStringLiteral("usage: practice_market CODES.csv PORT_FILE [--seed N] [--lively]"));
-    }
-    bool isNumber = false;
-    const quint32 number = parser.value(seed).toUInt(&isNumber);
-    if (!isNumber) {
-        throw BadArguments(
-            QStringLiteral("--seed needs a whole number, not \"%1\"").arg(parser.value(seed)));
+        throw BadArguments(QStringLiteral("usage: practice_market CODES.csv PORT_FILE [--lively]"));
     }
     const Pace pace = parser.isSet(lively) ? Pace::lively : Pace::ordinary;
-    return {files[0], files[1], number, pace};
+    return {files[0], files[1], pace};
 }
 
 void writePort(const QString& fileName, int port) {
@@ -85,9 +75,9 @@ void endWithParent() {
 void serve(const Arguments& arguments) {
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
-    PracticeMarket market(PracticeQuotes(guanchao::readPracticeStocks(arguments.codesFile),
-                                         arguments.seed, arguments.pace),
-                          [] { return QDateTime::currentDateTime(); });
+    PracticeMarket market(
+        PracticeQuotes(guanchao::readPracticeStocks(arguments.codesFile), arguments.pace),
+        [] { return QDateTime::currentDateTime(); });
     writePort(arguments.portFile, market.start());
     int received = 0;
     sigwait(&endSignals, &received);

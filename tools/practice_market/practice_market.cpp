@@ -3,7 +3,6 @@
 #include <httplib.h>
 #include <sys/socket.h>
 
-#include <chrono>
 #include <stdexcept>
 
 #include "platform/gbk.h"
@@ -18,6 +17,8 @@ namespace {
 constexpr int shortPieceFields = 10;
 constexpr size_t keptAliveRequests = 100000;
 constexpr time_t keepAliveSeconds = 1;
+// More than any test asks for.
+constexpr qsizetype notedRequests = 1000;
 
 constexpr char loopback[] = "127.0.0.1";
 constexpr char quoteType[] = "application/javascript; charset=GB18030";
@@ -147,11 +148,6 @@ void PracticeMarket::setReferer(const QString& referer) {
     referer_ = referer;
 }
 
-void PracticeMarket::setReply(const QString& path, const QByteArray& body) {
-    const std::lock_guard lock(mutex_);
-    fixedReplies_.insert(path, body);
-}
-
 QStringList PracticeMarket::requests() const {
     const std::lock_guard lock(mutex_);
     return requests_;
@@ -159,8 +155,9 @@ QStringList PracticeMarket::requests() const {
 
 void PracticeMarket::addRoutes() {
     using Handled = httplib::Server::HandlerResponse;
-    server_->set_pre_routing_handler([this](const auto& request, auto& response) {
-        return answerFixed(request, response) ? Handled::Handled : Handled::Unhandled;
+    server_->set_pre_routing_handler([this](const auto& request, auto&) {
+        note(request);
+        return Handled::Unhandled;
     });
     server_->Get(R"(/list=(.*))",
                  [this](const httplib::Request& request, httplib::Response& response) {
@@ -189,16 +186,12 @@ void PracticeMarket::addRoutes() {
     });
 }
 
-bool PracticeMarket::answerFixed(const httplib::Request& request, httplib::Response& response) {
-    const QString path = QString::fromStdString(request.target);
+void PracticeMarket::note(const httplib::Request& request) {
     const std::lock_guard lock(mutex_);
-    requests_ << path;
-    const auto reply = fixedReplies_.constFind(path);
-    if (reply == fixedReplies_.constEnd()) {
-        return false;
+    requests_ << QString::fromStdString(request.target);
+    if (requests_.size() > notedRequests) {
+        requests_.removeFirst();
     }
-    response.set_content(reply->toStdString(), pageType);
-    return true;
 }
 
 void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Response& response) {

@@ -5,9 +5,7 @@
 // answer; start() throws std::runtime_error, nothing else throws.
 #pragma once
 
-#include <QByteArray>
 #include <QDateTime>
-#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <atomic>
@@ -56,15 +54,12 @@ public:
     // From now on quotes asked for without exactly this Referer are refused; empty lifts it.
     void setReferer(const QString& referer);
 
-    // A fixed body for one path with its query; no fault and no Referer rule touches it.
-    void setReply(const QString& path, const QByteArray& body);
-
-    // The paths asked so far, each with its query, in order.
+    // The last paths that were asked, each with its query, in order.
     QStringList requests() const;
 
 private:
     void addRoutes();
-    bool answerFixed(const httplib::Request& request, httplib::Response& response);
+    void note(const httplib::Request& request);
     void answerQuotes(const httplib::Request& request, httplib::Response& response);
     void answerHistory(const httplib::Request& request, httplib::Response& response) const;
     void answerChart(const httplib::Request& request, httplib::Response& response) const;
@@ -88,7 +83,6 @@ private:
     MarketFault fault_ = MarketFault::none;
     QString referer_;
     QStringList requests_;
-    QHash<QString, QByteArray> fixedReplies_;
 };
 
 }  // namespace guanchao

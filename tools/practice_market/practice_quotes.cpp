@@ -178,14 +178,13 @@ PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day) {
 
 std::vector<PracticeStock> readPracticeStocks(const QString& path) {
     std::vector<PracticeStock> stocks;
-    for (const QStringList& row : readSeedList(path)) {
+    for (const QStringList& row : readSeedList(path, 2)) {
         stocks.push_back({row[0], row[1]});
     }
     return stocks;
 }
 
-PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed, Pace pace)
-    : seed_(seed), pace_(pace) {
+PracticeQuotes::PracticeQuotes(std::vector<PracticeStock> stocks, Pace pace) : pace_(pace) {
     for (const Index& index : homeIndexes) {
         add(index.code.toString(), index.name.toString());
     }

@@ -48,8 +48,7 @@ struct PracticeMinutes {
 class PracticeQuotes {
 public:
     // The chief indexes are known without being listed.
-    explicit PracticeQuotes(std::vector<PracticeStock> stocks, quint32 seed = 20261124,
-                            Pace pace = Pace::ordinary);
+    explicit PracticeQuotes(std::vector<PracticeStock> stocks, Pace pace = Pace::ordinary);
 
     // Besides these the seed suspends about one stock in 150. Codes in either case.
     void suspend(const QString& code);
@@ -87,10 +86,11 @@ private:
     };
 
     void add(const QString& lowerCaseCode, const QString& name);
-    quint64 keyOf(const QString& lowerCaseCode) const { return walkKey(lowerCaseCode, seed_); }
+    quint64 keyOf(const QString& lowerCaseCode) const { return walkKey(lowerCaseCode, seed); }
     QString values(const QString& code, const QDateTime& now) const;
 
-    quint32 seed_;
+    static constexpr quint32 seed = 20261124;
+
     Pace pace_;
     QHash<QString, Security> securities_;  // by lower-case code
 };
