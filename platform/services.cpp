@@ -1,6 +1,7 @@
 #include "platform/services.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/ini_file.h"
 #include "store/values.h"
@@ -15,14 +16,21 @@ constexpr double longestTimeoutSeconds = 3600;
 // A service that accepts and never answers holds its window for no longer.
 constexpr int patience = 15;
 
+// A fraction of a second counts as one, words that are no number as no entry.
+int timeoutSeconds(const QString& entry, int standard) {
+    const double seconds = numericPrefix(entry);
+    if (seconds <= 0 && !readsAsNumber(entry)) {
+        return standard;
+    }
+    return static_cast<int>(std::ceil(std::clamp(seconds, 0.0, longestTimeoutSeconds)));
+}
+
 Service readService(const IniFile& ini, const QString& section, const Service& standard) {
     Service service;
     service.host = ini.value(section, u"host"_s).value_or(standard.host);
     service.referer = ini.value(section, u"referer"_s).value_or(standard.referer);
-    const std::optional<QString> timeout = ini.value(section, u"timeout"_s);
-    service.timeoutSeconds =
-        timeout ? static_cast<int>(std::clamp(numericPrefix(*timeout), 0.0, longestTimeoutSeconds))
-                : standard.timeoutSeconds;
+    service.timeoutSeconds = timeoutSeconds(ini.value(section, u"timeout"_s).value_or(QString()),
+                                            standard.timeoutSeconds);
     return service;
 }
 

@@ -47,18 +47,25 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
 
 TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
     const Services standard = readServices(path_);
+    const Services live = readServices(QStringLiteral(GUANCHAO_SOURCE_DIR "/data/services.ini"));
+    for (const auto service : {&Services::quote, &Services::chart, &Services::stockpage,
+                               &Services::sitepage, &Services::newspage}) {
+        EXPECT_EQ((live.*service).host, (standard.*service).host);
+        EXPECT_EQ((live.*service).referer, (standard.*service).referer);
+    }
     EXPECT_EQ(standard.quote.host, u"https://hq.sinajs.cn"_s);
     for (const Service& service : {standard.newspage, standard.history, standard.vendor}) {
         EXPECT_GT(service.timeoutSeconds, 0) << "it would hold its window for good";
     }
     write(
-        "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\n[history]\n"
-        "timeout=0\n");
+        "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\ntimeout=long\n"
+        "[history]\ntimeout=0\n[chart]\ntimeout=0.5\n");
     const Services services = readServices(path_);
     EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
     EXPECT_EQ(services.quote.timeoutSeconds, 15);
     EXPECT_EQ(services.newspage.timeoutSeconds, 4);
-    EXPECT_EQ(services.vendor.timeoutSeconds, 15);
+    EXPECT_EQ(services.vendor.timeoutSeconds, 15) << "no number";
+    EXPECT_EQ(services.chart.timeoutSeconds, 1) << "0 would be without end";
     EXPECT_EQ(services.history.timeoutSeconds, 0);
     EXPECT_EQ(services.vendor.host, QString());
 }
