@@ -7,6 +7,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Stores what a click has made of the switch; a switch that can't be stored goes back.
@@ -106,28 +108,27 @@ void Form28::Check4_Click(bool on) {
     store(*ui_->Check4, [&] { proxies_.setPasv(on); });
 }
 
-// True if the list was loaded again.
-bool Form28::loadAfter(bool changed) {
-    if (changed) {
-        Form_Load();
-    }
-    return changed;
+// No server is chosen any more: the number of one that has gone may come to be that of another.
+void Form28::showChangedList() {
+    Form_Load();
+    showId({});
 }
 
 void Form28::Command1_Click() {
-    if (loadAfter(proxies_.add(typed()))) {
-        showId({});
+    if (proxies_.add(typed())) {
+        showChangedList();
     }
 }
 
 void Form28::Command2_Click() {
-    loadAfter(proxies_.modify(typed()));
+    if (proxies_.modify(typed())) {
+        Form_Load();
+    }
 }
 
-// The number of a server that has gone may come to be that of another.
 void Form28::Command3_Click() {
-    if (loadAfter(proxies_.remove(selectedLine()))) {
-        showId({});
+    if (proxies_.remove(selectedLine())) {
+        showChangedList();
     }
 }
 
@@ -135,8 +136,8 @@ void Form28::Command4_Click() {
     doRun([this] {
         bool listed = false;
         download_.run([&] { listed = proxies_.download(); });
-        if (loadAfter(listed)) {
-            showId({});
+        if (listed) {
+            showChangedList();
         }
     });
 }

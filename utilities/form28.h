@@ -30,7 +30,7 @@ private:
     QString selectedLine() const;
     Proxy typed() const;
     void showId(const QString& id);
-    bool loadAfter(bool changed);
+    void showChangedList();
 
     bool runs() const override { return download_.running(); }
     void cancelRun() override { download_.cancel(); }
