@@ -48,7 +48,7 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         {u"/$HOME`x`/"_s, uR"("/\\$HOME\\`x\\`/)"_s, u"/$HOME`x`/"_s},
         {u"/a\\b/"_s, uR"("/a\\\\b/)"_s, uR"(/a\\b/)"_s},
         {u"/a;b#c&d~/"_s, uR"("/a;b#c&d~/)"_s, u"/a;b#c&d~/"_s},
-        {u"/a\nExec=b\t/"_s, uR"("/a\nExec=b\t/)"_s, uR"(/a\nExec=b\t/)"_s},
+        {u"/a\nExec=b\t/"_s, uR"(setsid "/a\nExec=b\t/)"_s, uR"(/a\nExec=b\t/)"_s},
     };
     for (const auto& it : cases) {
         const clsShellLink link(folders_, it.folder + u"guanchaotai2"_s, it.folder);
