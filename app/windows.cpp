@@ -28,7 +28,10 @@ Windows::Keep::Keep(Windows& windows) : windows_(windows) {
 }
 
 Windows::Keep::~Keep() {
-    for (QWidget* window : kept_) {
+    for (const QPointer<QWidget>& window : kept_) {
+        if (!window) {
+            continue;
+        }
         window->setAttribute(Qt::WA_DeleteOnClose);
         if (isClosed(*window)) {
             window->deleteLater();
@@ -43,11 +46,12 @@ void Windows::afterQuestion(QObject& owner, std::function<void()> job) {
 }
 
 void Windows::questionAnswered() {
-    if (--questions_ > 0 || !owner_) {
+    if (--questions_ > 0 || !owner_ || !afterQuestion_) {
         return;
     }
+    // The asker may have asked again meanwhile: then the end of that question comes here.
     const auto job = [this] {
-        if (afterQuestion_) {
+        if (questions_ == 0 && afterQuestion_) {
             std::exchange(afterQuestion_, nullptr)();
         }
     };

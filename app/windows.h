@@ -29,7 +29,7 @@ public:
 
     private:
         Windows& windows_;
-        QList<QWidget*> kept_;
+        QList<QPointer<QWidget>> kept_;
     };
 
     explicit Windows(Environment& environment) : environment_(environment) {}

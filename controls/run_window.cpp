@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QScopeGuard>
+#include <utility>
 
 namespace guanchao {
 
@@ -18,7 +19,7 @@ void RunWindow::closeEvent(QCloseEvent* event) {
 
 void RunWindow::doRun(const std::function<void()>& job) {
     const auto end = qScopeGuard([this] {
-        if (closesAfterRun_ && !runs()) {
+        if (!runs() && std::exchange(closesAfterRun_, false)) {
             close();
         }
     });

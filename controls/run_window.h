@@ -16,6 +16,10 @@ public:
     // True if it has been closed during its run and waits for that to end.
     bool closesAfterRun() const { return closesAfterRun_; }
 
+public slots:
+    // Esc closes as every other way does, so that the run is ended first.
+    void reject() override { close(); }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     // Does the job, which is a run of this window, and closes the window if that was asked

@@ -29,9 +29,6 @@ public:
     Form3(Environment& environment, Windows& windows);
     ~Form3() override;
 
-public slots:
-    void reject() override { close(); }
-
 private:
     bool runs() const override { return run_.running(); }
     void cancelRun() override { run_.cancel(); }

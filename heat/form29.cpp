@@ -1,12 +1,9 @@
 #include "heat/form29.h"
 
-#include <QSignalBlocker>
-
 #include "app/looks.h"
 #include "heat/commodity_editor.h"
 #include "heat/form5.h"
 #include "heat/heat_grid.h"
-#include "store/held_stores.h"
 #include "ui_form29.h"
 
 namespace guanchao {
@@ -67,12 +64,10 @@ void Form29::connectMenu() {
     connect(ui_->删除商品, &QAction::triggered, this, &Form29::删除商品_Click);
 }
 
-// The attention is shown through its box, whose handler writes it back. An import refuses writes;
-// what is stored already can go without.
+// The attention is shown through its box, whose handler writes it back.
 void Form29::Form_Load() {
     if (const std::optional<QString> attention = commodities_.readSettings()) {
-        const bool held = activityHolding(environment_.stores.heat.path).has_value();
-        const QSignalBlocker notWritten(held ? ui_->Text3 : nullptr);
+        const QSignalBlocker quiet = quietIfHeld(ui_->Text3, environment_.stores.heat);
         ui_->Text3->setText(*attention);
     }
     Command9_Click();

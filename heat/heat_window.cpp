@@ -2,6 +2,7 @@
 
 #include "grid/sorting.h"
 #include "heat/heat_grid.h"
+#include "store/held_stores.h"
 
 namespace guanchao {
 
@@ -26,6 +27,10 @@ void HeatWindow::find(const QString& text) {
         biaoji(rankingGrid_, *row);
         ranking_->scrollToTop(*row);
     }
+}
+
+QSignalBlocker HeatWindow::quietIfHeld(QObject* box, const StoreFile& heat) {
+    return QSignalBlocker(activityHolding(heat.path) ? box : nullptr);
 }
 
 }  // namespace guanchao

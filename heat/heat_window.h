@@ -3,9 +3,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QSignalBlocker>
 
 #include "grid/grid_view.h"
 #include "grid/result_grid.h"
+#include "store/stores.h"
 
 namespace guanchao {
 
@@ -19,6 +21,9 @@ protected:
     void showGrids(GridView& ranking, const QString& rankingHint, GridView& history);
     // Marks the first row of the ranking that holds the text and scrolls to it.
     void find(const QString& text);
+    // A setting that is shown writes itself back, which a run that holds the store refuses. What is
+    // stored already can go without: then the box tells of no change while the blocker lives.
+    static QSignalBlocker quietIfHeld(QObject* box, const StoreFile& heat);
 
     ResultGrid rankingGrid_;
     ResultGrid historyGrid_;

@@ -1,9 +1,6 @@
 #include "heat/news_window.h"
 
-#include <QSignalBlocker>
-
 #include "app/looks.h"
-#include "store/held_stores.h"
 #include "ui_news_window.h"
 
 namespace guanchao {
@@ -66,11 +63,10 @@ void NewsWindow::Form_Load() {
     Command9_Click();
 }
 
-// With the days shown first, the check writes back what is stored, in one go. An import refuses
-// writes; what is stored already can go without.
+// With the days shown first, the check writes back what is stored, in one go.
 void NewsWindow::showSettings(const NewsSettings::Stored& stored) {
     ui_->Text2->setText(stored.days);
-    const QSignalBlocker notWritten(activityHolding(stores_.heat.path) ? ui_->Check1 : nullptr);
+    const QSignalBlocker quiet = quietIfHeld(ui_->Check1, stores_.heat);
     ui_->Check1->setChecked(stored.customOn);
 }
 

@@ -75,7 +75,9 @@ void AlarmEngine::tick() {
 // One box, not one a second. A user who has missed it learns by the next that no alarms come.
 bool AlarmEngine::isToBeTold() {
     const QDateTime now = clock_.now();
-    if (toldAt_.isValid() && toldAt_.secsTo(now) < secondsBetweenTellings) {
+    // Below 0 where the clock has been set back.
+    const qint64 since = toldAt_.isValid() ? toldAt_.secsTo(now) : -1;
+    if (since >= 0 && since < secondsBetweenTellings) {
         return false;
     }
     toldAt_ = now;
@@ -114,18 +116,22 @@ void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
     if (polling_) {
         return;
     }
+    if (std::exchange(windowWaits_, false)) {
+        showMonitors(failure);
+    }
     for (const Prompt& prompt : std::exchange(fired_, {})) {
         if (!prompt.sound.isEmpty()) {
             attempt(failure, [&] { ring_(prompt.sound); });
         }
         if (prompt.showsWindow) {
-            attempt(failure, [&] {
-                if (!showMonitors_()) {
-                    fired_.push_back({true, {}});
-                }
-            });
+            showMonitors(failure);
         }
     }
+}
+
+// Once it may be shown again, one window tells of all alarms that it waited with.
+void AlarmEngine::showMonitors(std::exception_ptr& failure) {
+    attempt(failure, [this] { windowWaits_ = windowWaits_ || !showMonitors_(); });
 }
 
 void AlarmEngine::updateQuotes(Connection& connection) {

@@ -46,6 +46,7 @@ private:
     void count();
     void pollIfDue();
     void deliverPrompts(std::exception_ptr& failure);
+    void showMonitors(std::exception_ptr& failure);
     bool isToBeTold();
     void updateQuotes(Connection& connection);
     void judgeThemes(Connection& connection);
@@ -64,6 +65,7 @@ private:
     std::vector<Prompt> fired_;  // not yet delivered
     int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
     bool polling_ = false;
+    bool windowWaits_ = false;  // the monitor window might not be shown for an alarm yet
     QDateTime toldAt_;  // when the last failure was raised; invalid since a poll has gone well
 };
 

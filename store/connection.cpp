@@ -203,14 +203,14 @@ Transaction::Transaction(Connection& connection) : connection_(connection) {
 Transaction::~Transaction() {
     if (open_) {
         sqlite3_exec(connection_.handle(), "rollback", nullptr, nullptr, nullptr);
-        releaseStore(connection_.path());
+        releaseStore(connection_.handle());
     }
 }
 
 void Transaction::commit() {
     connection_.execute(u"commit"_s);
     open_ = false;
-    releaseStore(connection_.path());
+    releaseStore(connection_.handle());
 }
 
 void createTableFromContent(Connection& connection, const QString& name, const QString& query) {

@@ -27,8 +27,8 @@ void holdStore(const QString& path, const sqlite3* connection) {
     holders.insert(fileAt(path), {connection, Activity::currentName()});
 }
 
-void releaseStore(const QString& path) {
-    holders.remove(fileAt(path));
+void releaseStore(const sqlite3* connection) {
+    holders.removeIf([connection](const auto& it) { return it->connection == connection; });
 }
 
 std::optional<QString> activityHolding(const QString& path, const sqlite3* connection) {

@@ -11,9 +11,9 @@ struct sqlite3;
 namespace guanchao {
 
 // For a transaction: the current activity holds the store file, by this connection, until it is
-// released.
+// released. The file may be gone by then.
 void holdStore(const QString& path, const sqlite3* connection);
-void releaseStore(const QString& path);
+void releaseStore(const sqlite3* connection);
 
 // The activity that holds the store file ("导入文章"); nothing if none does, or by this connection.
 std::optional<QString> activityHolding(const QString& path, const sqlite3* connection = nullptr);

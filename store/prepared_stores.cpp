@@ -128,7 +128,6 @@ void makeStore(const StoreFile& store, Schema schema,
         fill(connection);
         transaction.commit();
     }
-    removeJournalOf(store.path);
     if (!QFile::rename(fresh, store.path)) {
         throw std::runtime_error(QString(u"不能写入 "_s + store.path).toStdString());
     }
@@ -168,6 +167,7 @@ QStringList prepareStores(const QString& folder, const QString& dataFolder, cons
     QStringList made;
     for (const Step& step : steps) {
         if (!QFileInfo::exists(step.store.path)) {
+            removeJournalOf(step.store.path);
             makeStore(step.store, step.schema, step.fill);
             made << QFileInfo(step.store.path).fileName();
         }

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Stores what a click has made of the switch; a switch that can't be stored goes back.
-void store(QCheckBox& box, const std::function<void()>& statement) {
+void storeSwitch(QCheckBox& box, const std::function<void()>& statement) {
     auto putBack = qScopeGuard([&box] { box.setChecked(!box.isChecked()); });
     statement();
     putBack.dismiss();
@@ -101,11 +101,11 @@ void Form28::Check1_Click() {
 }
 
 void Form28::Check3_Click(bool on) {
-    store(*ui_->Check3, [&] { proxies_.setUseProxy(on); });
+    storeSwitch(*ui_->Check3, [&] { proxies_.setUseProxy(on); });
 }
 
 void Form28::Check4_Click(bool on) {
-    store(*ui_->Check4, [&] { proxies_.setPasv(on); });
+    storeSwitch(*ui_->Check4, [&] { proxies_.setPasv(on); });
 }
 
 // No server is chosen any more: the number of one that has gone may come to be that of another.

@@ -19,7 +19,8 @@ namespace {
 // dakaiwenjian has room for this many characters; a longer path counts as none picked.
 constexpr qsizetype longestPath = 255;
 
-// Every box is held by a QPointer: its owner may close while it is open, and takes it along.
+// Every box is held by a QPointer: what it stands on may be a box itself, which closes and takes it
+// along.
 
 QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::ButtonRole role) {
     QPushButton* button = box.addButton(words, role);

@@ -159,4 +159,18 @@ TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
     EXPECT_FALSE(form);
 }
 
+TEST_F(WindowsTest, WhatWaitsForAnAnswerWaitsForTheAskersNextQuestionToo) {
+    QObject owner;
+    int done = 0;
+    underTheQuestion([&] { windows_.afterQuestion(owner, [&done] { ++done; }); });
+    environment_.dialogs.tell(u"the first question"_s);
+    underTheQuestion([&] {
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(done, 0) << "the asker has not come to its end";
+    });
+    environment_.dialogs.tell(u"the next"_s);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(done, 1);
+}
+
 }  // namespace guanchao

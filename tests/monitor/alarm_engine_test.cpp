@@ -234,6 +234,8 @@ TEST_F(AlarmEngineTest, AFailureThatLastsIsToldAgainAfterTenMinutes) {
         clock_.moment = clock_.moment.addSecs(1);
     }
     EXPECT_EQ(toldAt, QList<int>({0, 600, 1200}));
+    clock_.moment = clock_.moment.addDays(-1);
+    EXPECT_THROW(engine_.tick(), OperationError) << "the clock has been set back";
 }
 
 TEST_F(AlarmEngineTest, AStoreLockedForLongerThanTheTimeOutIsToldOnceToo) {
@@ -273,19 +275,21 @@ TEST_F(AlarmEngineTest, AWindowThatFailsOrWaitsHoldsNoOtherAlarmBack) {
 }
 
 TEST_F(AlarmEngineTest, AWindowThatMayNotOpenWaitsAndTheSoundDoesNot) {
-    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1);
-    setQuote(u"SH600000"_s, 10, 2);
+    for (const QString& dm : {u"SH600000"_s, u"SZ000001"_s}) {
+        addStockMonitor(dm, u"涨幅"_s, u">"_s, 1);
+        setQuote(dm, 10, 2);
+    }
     popupStands_ = true;
     engine_.tick();
     globals_.jiankongkaiqi = 0;
     engine_.tick();
     EXPECT_EQ(shown_, 2) << "asked again, though monitoring was stopped meanwhile";
-    EXPECT_EQ(rung_.size(), 1);
+    EXPECT_EQ(rung_.size(), 2);
     popupStands_ = false;
     engine_.tick();
     engine_.tick();
-    EXPECT_EQ(shown_, 3);
-    EXPECT_EQ(rung_.size(), 1);
+    EXPECT_EQ(shown_, 3) << "one window for both";
+    EXPECT_EQ(rung_.size(), 2);
 }
 
 }  // namespace guanchao

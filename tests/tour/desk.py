@@ -16,14 +16,17 @@ FAKETIME = "/usr/$LIB/faketime/libfaketime.so.1"
 # The clock runs on from a moment within a trading session.
 IN_SESSION = {"LD_PRELOAD": FAKETIME, "FAKETIME": f"@{DAY} 10:00:00"}
 
-# The program ends all that run under its image name, so this one has a name of its own.
-IMAGE = "guanchaotai-tour"
+# The program ends all that run under its image name, so that of every tour has a name of its own.
+IMAGE = f"guanchaotai-{os.getpid()}-tour"
 
 SERVICES = "quote chart stockpage sitepage newspage history vendor search".split()
 
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 libc = ctypes.CDLL(None)
+
+# Whatever proxy the surroundings name.
+directly = urllib.request.build_opener(urllib.request.ProxyHandler({}))
 
 
 class TourFailure(Exception):
@@ -125,7 +128,10 @@ class Desk:
         self.start(*command(writer), fds=(writer,))
         os.close(writer)
         with open(reader) as told:
-            return told.readline().strip()
+            address = told.readline().strip()
+        if not address:
+            raise TourFailure(f"{command(writer)[0]} ended at its start")
+        return address
 
     def log(self, program):
         return self.folder / (Path(program).name + ".log")
@@ -159,6 +165,8 @@ class Market:
                             LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
                             FAKETIME_NO_CACHE="1")
         wait("the practice market", lambda: port.exists() or market.poll() is not None)
+        if not port.exists():
+            raise TourFailure(f"the practice market ended with {market.returncode}")
         self.host = "http://127.0.0.1:" + port.read_text().strip()
 
     def set_clock(self, second):
@@ -171,7 +179,7 @@ class Market:
 
     def prices(self, code):
         """The former close and the last price."""
-        with urllib.request.urlopen(f"{self.host}/list={code.lower()}") as reply:
+        with directly.open(f"{self.host}/list={code.lower()}") as reply:
             fields = reply.read().decode("gb18030").split(",")
         return float(fields[2]), float(fields[3])
 

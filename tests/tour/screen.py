@@ -6,6 +6,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib
 from Xlib import X, XK, display
+from Xlib.error import BadWindow
 from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
 
@@ -37,7 +38,7 @@ class Screen:
         def answer():
             try:
                 return condition()
-            except GLib.Error:
+            except (GLib.Error, BadWindow):
                 return None
 
         return desk.wait(what, answer)
@@ -72,8 +73,11 @@ class Screen:
         self.display.sync()
 
     def frame(self, title):
-        return next(it for it in self.display.screen().root.query_tree().children
-                    if self.title_of(it) == title)
+        return self.wait(f"the frame {title}", lambda: self.frame_now(title))
+
+    def frame_now(self, title):
+        return next((it for it in self.display.screen().root.query_tree().children
+                     if self.title_of(it) == title), None)
 
     def title_of(self, window):
         title = window.get_full_property(self.display.intern_atom("_NET_WM_NAME"), 0)

@@ -209,9 +209,10 @@ def report(step, tour):
 
 
 def main():
-    if not shutil.which("Xvfb"):
-        print("skipped: no Xvfb")
-        return SKIPPED
+    for program in ("Xvfb", "dbus-daemon", "faketime"):
+        if not shutil.which(program):
+            print("skipped: no", program)
+            return SKIPPED
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     desk = Desk(*sys.argv[1:])
     try:

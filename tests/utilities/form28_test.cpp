@@ -123,7 +123,8 @@ TEST_F(Form28Test, ADownloadLetsTheWindowBeUsedAndClosed) {
     EXPECT_TRUE(find<QPushButton>("Command4")->isEnabled());
     dialogs_.shown.clear();
     pump_.onRun = [this] {
-        form_->close();
+        QTest::keyClick(form_, Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(form_->isVisible());
     };
     const QPointer window(form_);
