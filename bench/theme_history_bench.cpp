@@ -71,6 +71,7 @@ void bareComparison(const QString& path) {
     for (int at = 0; at < members; ++at) {
         bareUpdate(store, code(at));
     }
+    store.run(u"begin immediate"_s);
     store.run(u"delete from zhutidapanhq"_s);
     store.run(
         u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm='SH000001'"
@@ -81,6 +82,7 @@ void bareComparison(const QString& path) {
             bareDay(store, timeText(day.startOfDay(Qt::UTC)));
         }
     }
+    store.run(u"commit"_s);
     store.run(
         u"select riqi as 日期,zhutiname as 主题名称,zhutizhangfu as 主题涨幅,dapanzhangfu as"
         u" 大盘涨幅,zhutizhangfu-dapanzhangfu as 涨幅差,dapansp as 大盘指数 from zhutidapanhq"
