@@ -90,7 +90,7 @@ void GridView::watchHeader() {
 void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
-    connect(&grid, &ResultGrid::colWidthChanged, this, &GridView::applyWidths);
+    connect(&grid, &ResultGrid::colWidthsChanged, this, &GridView::applyWidths);
     connect(&grid, &ResultGrid::rowSelected, this, &GridView::showMark);
     connect(&grid, &ResultGrid::modelReset, this, [this] {
         applyWidths();

@@ -120,17 +120,22 @@ int ResultGrid::colWidth(int col) const {
 
 void ResultGrid::setColWidth(int col, int twips) {
     widths_.at(static_cast<size_t>(col)) = twips;
-    if (redraw_) {
-        emit colWidthChanged(col);
-    } else {
-        stale_ = true;
-    }
+    widthsChanged();
 }
 
 void ResultGrid::setColWidths(const QList<int>& twips) {
-    int col = 0;
+    size_t col = 0;
     for (const int width : twips) {
-        setColWidth(col++, width);
+        widths_.at(col++) = width;
+    }
+    widthsChanged();
+}
+
+void ResultGrid::widthsChanged() {
+    if (redraw_) {
+        emit colWidthsChanged();
+    } else {
+        stale_ = true;
     }
 }
 

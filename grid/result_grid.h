@@ -104,7 +104,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 signals:
-    void colWidthChanged(int col);
+    void colWidthsChanged();
     void rowSelected(int row);
     void toolTipTextChanged(const QString& text);
 
@@ -124,6 +124,7 @@ private:
     size_t position(int row, int col) const;
     void resize(int rows, int cols);
     void settleOrder();
+    void widthsChanged();
     void changed();
     void publish();
 

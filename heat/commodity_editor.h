@@ -20,7 +20,6 @@ struct Commodity {
 };
 
 // Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
-// The window that calls it may go meanwhile.
 bool deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name);
 
 class CommodityEditor {

@@ -1,5 +1,5 @@
-// Reads a page of the web: its text as a browser shows it, and its tables. HTML that is
-// broken is read as far as it makes sense; nothing fails.
+// Reads a page of the web: its text as a browser shows it, and its tables. HTML that is broken is
+// read as far as it makes sense; nothing fails.
 #pragma once
 
 #include <QByteArray>

@@ -1,6 +1,6 @@
 // One short-lived connection to a store file. Each operation makes its own and lets it go; two
-// operations never share one. Failures raise StoreError, or
-// OperationError where a transaction of this program holds the store.
+// operations never share one. Failures raise StoreError, or OperationError where a transaction of
+// this program holds the store.
 #pragma once
 
 #include <QString>

@@ -10,8 +10,6 @@
 #include "controls/run_window.h"
 #include "utilities/proxies.h"
 
-class QCheckBox;
-
 namespace Ui {
 class Form28;
 }

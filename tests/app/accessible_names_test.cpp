@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-
 #include "app/form2.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
@@ -33,12 +31,7 @@ namespace {
 template <typename Form>
 const QWidget* opened(Windows& windows) {
     windows.openAnew<Form>();
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (qobject_cast<const Form*>(window)) {
-            return window;
-        }
-    }
-    return nullptr;
+    return shownWindow<Form>();
 }
 
 }  // namespace
@@ -65,7 +58,7 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
         ASSERT_NE(window, nullptr) << it.name;
         EXPECT_EQ(unnamedControls(*window), QStringList()) << it.name;
         windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedWindows();
     }
 }
 

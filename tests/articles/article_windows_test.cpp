@@ -40,11 +40,7 @@ protected:
         store_.addArticle(u"'2016-05-31','李四','个股','SH600519贵州茅台','二','二'"_s);
         store_.addArticle(u"'2016-04-02','张三','主题','机器人','三','三'"_s);
     }
-    ~ArticleWindowsTest() override {
-        dialogs_.answer = true;
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    ~ArticleWindowsTest() override { dialogs_.answer = true; }
 
     template <typename Form>
     static QList<Form*> shown() {

@@ -35,12 +35,6 @@ protected:
         windows_.openAnew<Form3>();
         form_ = shownWindow<Form3>();
     }
-    ~Form3Test() override { closeAndDelete(); }
-
-    void closeAndDelete() {
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     template <typename Widget>
     Widget* find(const QString& name) {
@@ -131,13 +125,13 @@ TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
     pump_.onRun = [this] {
         QTest::keyClick(form_.data(), Qt::Key_Escape);
         windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedWindows();
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());
     };
     press(u"Command4"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteClosedWindows();
     EXPECT_TRUE(form_.isNull());
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
 }

@@ -40,10 +40,6 @@ protected:
             u"('铜',18,'SH601899','2026-11-24'),('铝',9,'SH601600','2026-11-20')"_s);
         run(u"insert into shophq(shopname,riqi) values('铜','2026-11-24')"_s);
     }
-    ~HeatWindowsTest() override {
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     void run(const QString& statement) { stores_.heat.open().execute(statement); }
     QString settings() {

@@ -44,18 +44,10 @@ protected:
         services_.sitepage.host = u"http://page"_s;
         clock_.moment.setDate(QDate(2026, 12, 5));
     }
-    ~Form12Test() override {
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     void open() {
         windows_.openAnew<Form12>();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form12*>(window); form && form->isVisible()) {
-                form_ = form;
-            }
-        }
+        form_ = shownWindow<Form12>();
         ASSERT_FALSE(form_.isNull());
         form_->resize(1400, 900);
         QApplication::processEvents();
@@ -288,13 +280,13 @@ TEST_F(Form12Test, AWindowThatClosesDuringARunOutlivesIt) {
     open();
     pump_.onRun = [this] {
         windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedWindows();
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());
     };
     push(u"Command1"_s);
     EXPECT_EQ(pump_.runs, 1);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteClosedWindows();
     EXPECT_TRUE(form_.isNull());
 }
 

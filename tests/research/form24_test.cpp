@@ -32,11 +32,7 @@ protected:
              u"('SH600000','2026-11-20 00:00:00',4,10)"_s});
         open();
     }
-    ~Form24Test() override {
-        pump_.onRun = {};
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    ~Form24Test() override { pump_.onRun = {}; }
 
     void open() {
         windows_.openAnew<Form24>();
@@ -113,12 +109,12 @@ TEST_F(Form24Test, AWindowThatClosesDuringARunOutlivesIt) {
         pump_.onRun = {};
         form_->close();
         open();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedWindows();
         ASSERT_FALSE(old.isNull());
         EXPECT_FALSE(old->isVisible());
     };
     find<QPushButton>(u"Command9"_s)->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteClosedWindows();
     EXPECT_TRUE(old.isNull());
     EXPECT_TRUE(form_->isVisible());
     EXPECT_EQ(store_.rows(u"select count(*) from zhutidapanhq"_s), QStringList{u"0"_s});

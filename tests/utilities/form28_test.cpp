@@ -34,10 +34,6 @@ protected:
         main.findChild<QAction*>(u"设置代理服务器"_s)->trigger();
         form_ = shownWindow<Form28>();
     }
-    ~Form28Test() override {
-        windows_.closeAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     template <typename Widget>
     Widget* find(const char* name) {
@@ -124,12 +120,12 @@ TEST_F(Form28Test, ADownloadLetsTheWindowBeUsedAndClosed) {
     dialogs_.shown.clear();
     pump_.onRun = [this] {
         QTest::keyClick(form_, Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedWindows();
         EXPECT_FALSE(form_->isVisible());
     };
     const QPointer window(form_);
     push("Command4");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteClosedWindows();
     EXPECT_FALSE(window) << "it closes when the run has ended";
     EXPECT_EQ(http_.paths.size(), 1) << "the request was broken off";
     EXPECT_EQ(dialogs_.shown, QStringList());
