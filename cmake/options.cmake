@@ -1,9 +1,9 @@
 # Every build option stands here, with its default.
 option(GUANCHAO_WERROR "Treat warnings as errors" OFF)
 option(GUANCHAO_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
-option(GUANCHAO_TESTS "Build the tests" ON)
+option(GUANCHAO_TESTS "Build the tests" OFF)
 option(GUANCHAO_BROWSER "Build the browser control of the F10 pages (Qt WebEngine)" ON)
-option(GUANCHAO_BENCH "Build the benchmarks" ON)
+option(GUANCHAO_BENCH "Build the benchmarks" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
