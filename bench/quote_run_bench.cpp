@@ -22,8 +22,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 size_t appendBody(char* data, size_t size, size_t count, void* body) {
-    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
-    return size * count;
+    const size_t bytes = size * count;
+    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(bytes));
+    return bytes;
 }
 
 // The requests in a loop over one handle; gives the replies back.
