@@ -36,7 +36,7 @@ void fill(const StoreFile& main) {
         for (QDate day = firstDay; day <= lastDay; day = day.addDays(1)) {
             if (day.dayOfWeek() <= Qt::Friday) {
                 const QString gain = numberText((day.day() + at) % 21 / 10.0 - 1);
-                rows.row({dm, timeText(day.startOfDay(Qt::UTC)), gain, u"10.5"_s});
+                rows.row({dm, timeText(day), gain, u"10.5"_s});
             }
         }
         if (at >= 0 && at < members) {
@@ -79,7 +79,7 @@ void bareComparison(const QString& path) {
         u" order by datetime(riqi) asc"_s);
     for (QDate day = firstDay; day <= lastDay; day = day.addDays(1)) {
         if (day.dayOfWeek() <= Qt::Friday) {
-            bareDay(store, timeText(day.startOfDay(Qt::UTC)));
+            bareDay(store, timeText(day));
         }
     }
     store.run(u"commit"_s);

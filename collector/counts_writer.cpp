@@ -39,7 +39,7 @@ void replaceRow(Connection& connection, const QString& table, const QString& row
 }  // namespace
 
 CountsWriter::CountsWriter(const StoreFile& heat, QDate day)
-    : heat_(heat), day_(dateText(day)), riqi_(timeText(day.startOfDay())) {}
+    : heat_(heat), day_(dateText(day)), riqi_(timeText(day)) {}
 
 QString CountsWriter::onDay() const {
     return u" and date(riqi)='"_s + day_ + u"'"_s;

@@ -28,7 +28,7 @@ void CollectorLaunch::writeSettings() {
     const Recordset settings(
         store, u"select  iszidinyinum,zidinyinum,datetime(today) as today  FROM canshu"_s);
     store.execute(u"update canshu set mainisrun=1,isvisible=1,today='"_s +
-                  timeText(globals_.jintian.startOfDay(Qt::UTC)) + u"'"_s);
+                  timeText(globals_.jintian) + u"'"_s);
 }
 
 bool CollectorLaunch::isRunning() {

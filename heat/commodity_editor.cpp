@@ -13,10 +13,6 @@ namespace {
 // A new commodity stands as collected so many days ago.
 constexpr int daysBefore = 2;
 
-QString dayText(QDate day) {
-    return timeText(day.startOfDay(Qt::UTC));
-}
-
 QString attentionText(const Commodity& typed) {
     return numberText(numericPrefix(typed.attention));
 }
@@ -62,8 +58,8 @@ std::optional<Commodity> CommodityEditor::insertUnlessStored(const QString& name
         store.execute(
             u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values('"_s + name +
             u"','"_s + trimBlanks(typed.stocks) + u"',"_s + attentionText(typed) + u",'"_s +
-            dayText(globals_.jintian) + u"','"_s + dayText(globals_.jintian.addDays(-daysBefore)) +
-            u"')"_s);
+            timeText(globals_.jintian) + u"','"_s +
+            timeText(globals_.jintian.addDays(-daysBefore)) + u"')"_s);
     }
     return commodity;
 }
@@ -87,7 +83,7 @@ bool CommodityEditor::update(const QString& name, const Commodity& typed) {
     }
     store.execute(u"update shopname set  aboutgegu='"_s + trimBlanks(typed.stocks) +
                   u"', guanzhudu="_s + attentionText(typed) + u",adddate='"_s +
-                  dayText(globals_.jintian) + u"'  where shopname='"_s + name + u"'"_s);
+                  timeText(globals_.jintian) + u"'  where shopname='"_s + name + u"'"_s);
     return true;
 }
 

@@ -88,10 +88,10 @@ void NewsRanking::showRanking(bool all) {
     if (latest.atEnd()) {
         return;
     }
-    const QString rows = all ? u" group by "_s + subject_.key + u"  order by date(riqi) desc "_s
-                             : u" where date(riqi)='"_s + latest.value(u"riqi").toText() +
-                                   u"' order by allzhangfu desc "_s;
-    Recordset items(store, columns() + rows);
+    const QString ofTheDay = u" where date(riqi)='"_s + latest.value(u"riqi").toText() +
+                             u"' order by allzhangfu desc "_s;
+    const QString ofAll = u" group by "_s + subject_.key + u"  order by date(riqi) desc "_s;
+    Recordset items(store, columns() + (all ? ofAll : ofTheDay));
     fillHeatGrid(items, ranking_, subject_.widths, colourNews);
 }
 

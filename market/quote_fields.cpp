@@ -66,7 +66,7 @@ QDate dayFrom(const QString& text) {
 
 QString dayAsTimeText(const QString& text) {
     const QDate day = dayFrom(text);
-    return day.isValid() ? timeText(day.startOfDay()) : text;
+    return day.isValid() ? timeText(day) : text;
 }
 
 QuoteFields::QuoteFields(const QString& reply) : fields_(valuesOf(reply).split(u',')) {}

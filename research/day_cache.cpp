@@ -65,8 +65,8 @@ void DayCache::write(Connection& store, const QString& dm, const QList<HistoryDa
         if (formerClose != 0) {
             const double gain = roundTo((day.close - formerClose) / formerClose * 100, 2);
             store.execute(u"insert into geguhq(dm,riqi,zhangfu,sp) values('"_s + dm + u"','"_s +
-                          timeText(day.day.startOfDay(Qt::UTC)) + u"',"_s + numberText(gain) +
-                          u",'"_s + day.closeText + u"')"_s);
+                          timeText(day.day) + u"',"_s + numberText(gain) + u",'"_s + day.closeText +
+                          u"')"_s);
         }
         formerClose = day.close;
     }

@@ -38,9 +38,8 @@ bool isReadable(const DateTexts& texts) {
 
 QString indexQuery(const QDate& first, const QDate& last) {
     return u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm='"_s +
-           indexCode + u"' and datetime(riqi)>='"_s + timeText(first.startOfDay(Qt::UTC)) +
-           u"' and datetime(riqi)<='"_s + timeText(last.startOfDay(Qt::UTC)) +
-           u"' order by datetime(riqi) asc"_s;
+           indexCode + u"' and datetime(riqi)>='"_s + timeText(first) +
+           u"' and datetime(riqi)<='"_s + timeText(last) + u"' order by datetime(riqi) asc"_s;
 }
 
 // The theme's mean gain of the day, null if no member has a row.

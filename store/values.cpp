@@ -1,5 +1,6 @@
 #include "store/values.h"
 
+#include <QTimeZone>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -265,6 +266,10 @@ QString noDecimals(double value) {
 
 QString timeText(const QDateTime& moment) {
     return moment.toString(u"yyyy-MM-dd HH:mm:ss"_s);
+}
+
+QString timeText(QDate day) {
+    return timeText(day.startOfDay(QTimeZone::utc()));
 }
 
 QString dateText(QDate day) {

@@ -40,6 +40,9 @@ QString noDecimals(double value);
 // "yyyy-MM-dd hh:mm:ss", hours 00 to 23: the one form in which the stores keep a moment.
 QString timeText(const QDateTime& moment);
 
+// The same of the day's first moment.
+QString timeText(QDate day);
+
 // "yyyy-MM-dd".
 QString dateText(QDate day);
 

@@ -89,7 +89,7 @@ TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {
     }
     QStringList captions;
     pump_.onRun = [&] { captions << form_.windowTitle(); };
-    emit find<QTimer>(u"Timer1"_s)->timeout({});
+    timeIsUp(find<QTimer>(u"Timer1"_s));
     EXPECT_EQ(captions, QStringList({u"观潮台(V3.7)   正在更新代码表"_s, u"观潮台(V3.7)"_s}));
     EXPECT_FALSE(find<QTimer>(u"Timer1"_s)->isActive());
     EXPECT_TRUE(find<QTimer>(u"Timer2"_s)->isActive());
@@ -367,7 +367,7 @@ TEST_F(Form2Test, TheShutdownWaitsForTheRunOfAnotherWindow) {
 
 TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
     load();
-    emit find<QTimer>(u"Timer1"_s)->timeout({});
+    timeIsUp(find<QTimer>(u"Timer1"_s));
     dialogs_.answer = false;
     form_.close();
     EXPECT_FALSE(form_.isVisible());
@@ -385,7 +385,7 @@ TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
     form_.close();
     const auto seconds = [this](int count) {
         for (int second = 0; second < count; ++second) {
-            emit find<QTimer>(u"Timer2"_s)->timeout({});
+            timeIsUp(find<QTimer>(u"Timer2"_s));
         }
         return form_.isVisible();
     };

@@ -104,7 +104,7 @@ protected:
     static void tick(QWidget* form, const QString& name) {
         auto* timer = form->findChild<QTimer*>(name);
         EXPECT_TRUE(timer->isActive()) << name.toStdString();
-        emit timer->timeout({});
+        timeIsUp(timer);
         EXPECT_FALSE(timer->isActive()) << name.toStdString();
     }
     static QString body(QWidget* form) { return form->findChild<ArticleText*>()->text(); }

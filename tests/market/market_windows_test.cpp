@@ -96,9 +96,7 @@ protected:
     static QColor colour(const QWidget* form, const QString& label) {
         return form->findChild<QLabel*>(label)->palette().color(QPalette::WindowText);
     }
-    static void fire(QDialog* form, const QString& timer) {
-        emit timerOf(form, timer)->timeout({});
-    }
+    static void fire(QDialog* form, const QString& timer) { timeIsUp(timerOf(form, timer)); }
     const QHash<QString, QString> names_ = {{u"/list=sh600000"_s, u"浦发银行"_s},
                                             {u"/list=sh600519"_s, u"贵州茅台"_s}};
     const QByteArray picture_ = [] {

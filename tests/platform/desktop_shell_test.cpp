@@ -25,7 +25,7 @@ TEST(DesktopShell, AnAddressWithALoosePercentSignGoesOutAsItStands) {
     opener.close();
     opener.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", folder.path().toUtf8() + ':' + path);
+    qputenv("PATH", QByteArray(folder.path().toUtf8() + ':' + path));
     const auto restorePath = qScopeGuard([&] { qputenv("PATH", path); });
 
     const int reader = ::open(pipe.toUtf8().constData(), O_RDONLY | O_NONBLOCK);

@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
+#include <QTimerEvent>
 #include <QWidget>
 
 #include "grid/grid_view.h"
@@ -32,6 +34,12 @@ inline void press(QWidget* form, const QString& button) {
 inline void trigger(QWidget* form, const QString& entry) {
     form->findChild<QAction*>(entry)->trigger();
     QApplication::processEvents();
+}
+
+// What the timer does when its time is up; nothing if it isn't started.
+inline void timeIsUp(QTimer* timer) {
+    QTimerEvent event(timer->timerId());
+    QCoreApplication::sendEvent(timer, &event);
 }
 
 inline QLineEdit* lineEdit(QWidget* form, const QString& name) {

@@ -60,9 +60,10 @@ TEST_F(PracticeHistoryTest, EachDayFollowsTheOneBeforeAndTheLastLeadsToTheQuotes
         formerClose[row.dm] = row.close;
     }
     const QDate yesterday = today_.addDays(-1);
-    EXPECT_NEAR(static_cast<double>(formerClose[u"SH600000"_s]) / 100,
-                quotes_.days(u"sh600000"_s, yesterday, today_, today_.startOfDay(Qt::UTC))[0].close,
-                0.011);
+    EXPECT_NEAR(
+        static_cast<double>(formerClose[u"SH600000"_s]) / 100,
+        quotes_.days(u"sh600000"_s, yesterday, today_, QDateTime(today_, QTime(0, 0)))[0].close,
+        0.011);
 }
 
 TEST_F(PracticeHistoryTest, TheThemeReachesTheBarOnSomeDays) {

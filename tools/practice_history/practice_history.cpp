@@ -154,7 +154,7 @@ PracticeHistory practiceHistory(const PracticeQuotes& quotes, const QList<ThemeM
     const QDate last = today.addDays(-1);
     const auto walkOf = [&](const QString& dm) {
         return quotes.days(dm.toLower(), last.addDays(1 - calendarDays), last,
-                           today.startOfDay(Qt::UTC));
+                           QDateTime(today, QTime(0, 0)));
     };
     PracticeHistory history;
     history.themes = firstMembers(library);
@@ -194,9 +194,8 @@ void addPracticeForecasts(Connection& store, const QList<ThemeMember>& library,
     for (int at = 0; at < std::min<qsizetype>(forecasts, codes.size()); ++at) {
         store.execute(
             u"insert into yejiyuyuejinqi(dm,jc,todayriqi,yuyuedate) select dm,jc,'%1','%2' from"
-            u" dmb where dm='%3'"_s.arg(timeText(found.addDays(at % 5).startOfDay(Qt::UTC)),
-                                        timeText(found.addDays(daysToReport).startOfDay(Qt::UTC)),
-                                        codes[at]));
+            u" dmb where dm='%3'"_s.arg(timeText(found.addDays(at % 5)),
+                                        timeText(found.addDays(daysToReport)), codes[at]));
         store.execute(u"insert into yejiyugao(zhaiyao,guanzhudu) values('预计净利润增长 %1%',%2)"_s
                           .arg(10 + 5 * at)
                           .arg(at % 3));
