@@ -18,9 +18,11 @@ public:
 
 private:
     void makePlayer();
-    void tellIfStopped();
+    void stopIfEnded();
+    void tellStopped();
 
     std::function<void()> stopped_;  // outlives the player, which may call it at its end
+    bool sounds_ = false;            // from play() until the player has stopped
     std::unique_ptr<QAudioOutput> output_;
     std::unique_ptr<QMediaPlayer> player_;
 };

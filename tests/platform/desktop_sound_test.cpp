@@ -1,0 +1,77 @@
+#include "platform/desktop/desktop_sound.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// A wave file of a tenth of a second.
+static QByteArray shortSound() {
+    const QByteArray samples(800, '\x80');
+    return QByteArray::fromHex(
+               "524946464403000057415645666d74201000000001000100401f0000401f00000100"
+               "08006461746120030000") +
+           samples;
+}
+
+class DesktopSoundTest : public ::testing::Test {
+protected:
+    DesktopSoundTest() {
+        sound_.whenStopped([this] { ++told_; });
+    }
+
+    QString file(const QString& name, const QByteArray& content) {
+        QFile file(folder_.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+
+    QTemporaryDir folder_;
+    int told_ = 0;
+    DesktopSound sound_;
+};
+
+// With an audio device or without one.
+TEST_F(DesktopSoundTest, TellsOnceWhenItHasStoppedHoweverThatCame) {
+    const QString good = file(u"good.wav"_s, shortSound());
+    const struct {
+        const char* name;
+        QString file;
+        int count;
+    } endings[] = {{"the end of the last round", good, 3},
+                   {"the same once more", good, 1},
+                   {"no such file", folder_.filePath(u"none.wav"_s), 20},
+                   {"no sound", file(u"text.mp3"_s, "text"), 20},
+                   {"a good one after a bad one", good, 1}};
+    for (const auto& it : endings) {
+        told_ = 0;
+        sound_.play(it.file, it.count);
+        EXPECT_EQ(told_, 0) << it.name;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return told_ > 0; }, 20000)) << it.name;
+        sound_.stop();
+        EXPECT_EQ(told_, 1) << it.name;
+    }
+}
+
+TEST_F(DesktopSoundTest, AStopTellsAtOnceAndAnotherSoundDoesNot) {
+    const QString good = file(u"good.wav"_s, shortSound());
+    sound_.stop();
+    EXPECT_EQ(told_, 0) << "nothing plays";
+    sound_.play(good, 1000);
+    sound_.play(good, 1000);
+    EXPECT_EQ(told_, 0);
+    sound_.stop();
+    EXPECT_EQ(told_, 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(told_, 1);
+}
+
+}  // namespace guanchao
