@@ -10,28 +10,33 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+QString meaningOf(StoreFault fault) {
+    switch (fault) {
+        case StoreFault::busy:
+            return u" 正被其他程序占用，请稍后再试。"_s;
+        case StoreFault::notADatabase:
+            return u" 不是数据库，或者密码不对。"_s;
+        case StoreFault::full:
+            return u" 无法写入，磁盘已满。"_s;
+        case StoreFault::readOnly:
+            return u" 只能读取，没有写入的权限。"_s;
+        case StoreFault::unreadable:
+            return u" 无法读写，请检查磁盘和访问权限。"_s;
+        case StoreFault::damaged:
+            return u" 已损坏，请用导出的备份恢复。"_s;
+        case StoreFault::other:
+            break;
+    }
+    return u" 执行语句失败。"_s;
+}
+
 // The failures that a user can do something about, in the user's language.
 QString explanation(const StoreError& failure) {
     const QString file = QFileInfo(failure.path()).fileName();
     if (!QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
-    const struct {
-        QString words;
-        QString meaning;
-    } meanings[] = {
-        {u"locked"_s, u" 正被其他程序占用，请稍后再试。"_s},
-        {u"not a database"_s, u" 不是数据库，或者密码不对。"_s},
-        {u"disk is full"_s, u" 无法写入，磁盘已满。"_s},
-        {u"readonly"_s, u" 只能读取，没有写入的权限。"_s},
-        {u"malformed"_s, u" 已损坏，请用导出的备份恢复。"_s},
-    };
-    for (const auto& [words, meaning] : meanings) {
-        if (failure.reason().contains(words)) {
-            return u"数据文件 "_s + file + meaning;
-        }
-    }
-    return u"数据文件 "_s + file + u" 执行语句失败。"_s;
+    return u"数据文件 "_s + file + meaningOf(failure.fault());
 }
 
 }  // namespace

@@ -78,13 +78,39 @@ void giveKey(Connection& connection, const QString& key) {
     sqlite3_key(connection.handle(), raw.constData(), static_cast<int>(raw.size()));
 }
 
+StoreFault faultOf(sqlite3* handle) {
+    constexpr int primaryCode = 0xff;
+    switch (sqlite3_errcode(handle) & primaryCode) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return StoreFault::busy;
+        case SQLITE_NOTADB:
+            return StoreFault::notADatabase;
+        case SQLITE_FULL:
+            return StoreFault::full;
+        case SQLITE_READONLY:
+            return StoreFault::readOnly;
+        case SQLITE_CANTOPEN:
+        case SQLITE_IOERR:
+            return StoreFault::unreadable;
+        case SQLITE_CORRUPT:
+            return StoreFault::damaged;
+        default:
+            return StoreFault::other;
+    }
+}
+
+StoreError lastFailure(sqlite3* handle, const QString& path, const QString& statement) {
+    return {QString::fromUtf8(sqlite3_errmsg(handle)), path, statement, faultOf(handle)};
+}
+
 sqlite3* openHandle(const QString& path) {
     sqlite3* handle = nullptr;
     if (sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) !=
         SQLITE_OK) {
-        const QString reason = QString::fromUtf8(sqlite3_errmsg(handle));
+        const StoreError failure = lastFailure(handle, path, {});
         sqlite3_close(handle);
-        throw StoreError(reason, path, {});
+        throw failure;
     }
     return handle;
 }
@@ -192,7 +218,7 @@ void raiseLastFailure(const Connection& connection, const QString& statement) {
     if (holder && sqlite3_errcode(handle) == SQLITE_BUSY) {
         throw OperationError(u"正在"_s + *holder + u"，请等它结束后再试。"_s);
     }
-    throw StoreError(QString::fromUtf8(sqlite3_errmsg(handle)), connection.path(), statement);
+    throw lastFailure(handle, connection.path(), statement);
 }
 
 Transaction::Transaction(Connection& connection) : connection_(connection) {

@@ -55,7 +55,8 @@ OperationError::OperationError(const QString& reason)
       activity_(Activity::currentName()),
       remains_(Activity::currentRemains()) {}
 
-StoreError::StoreError(const QString& reason, const QString& path, const QString& statement)
-    : OperationError(reason), path_(path), statement_(statement) {}
+StoreError::StoreError(const QString& reason, const QString& path, const QString& statement,
+                       StoreFault fault)
+    : OperationError(reason), path_(path), statement_(statement), fault_(fault) {}
 
 }  // namespace guanchao

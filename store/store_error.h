@@ -59,17 +59,24 @@ private:
     QString remains_;
 };
 
-// A failed opening or statement: `reason` is the store's own message.
+// What a user can do something about.
+enum class StoreFault { other, busy, notADatabase, full, readOnly, unreadable, damaged };
+
+// A failed opening or statement: `reason` is the store's own message, which each version of the
+// library words in its own way; only `fault` tells what it means.
 class StoreError : public OperationError {
 public:
-    StoreError(const QString& reason, const QString& path, const QString& statement);
+    StoreError(const QString& reason, const QString& path, const QString& statement,
+               StoreFault fault = StoreFault::other);
 
     const QString& path() const { return path_; }
     const QString& statement() const { return statement_; }
+    StoreFault fault() const { return fault_; }
 
 private:
     QString path_;
     QString statement_;
+    StoreFault fault_;
 };
 
 }  // namespace guanchao

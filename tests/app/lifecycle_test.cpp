@@ -133,18 +133,21 @@ TEST_F(LifecycleTest, AFailureNamesItsCauseInChinese) {
     const Activity activity(u"更新行情数据"_s);
     const QString path = store_.stores.main.path;
     const struct {
-        QString reason, path, part;
+        StoreFault fault;
+        QString path, part;
     } cases[] = {
-        {u"database is locked"_s, path, u"正被其他程序占用"_s},
-        {u"file is encrypted or is not a database"_s, path, u"密码不对"_s},
-        {u"database or disk is full"_s, path, u"磁盘已满"_s},
-        {u"attempt to write a readonly database"_s, path, u"没有写入的权限"_s},
-        {u"database disk image is malformed"_s, path, u"已损坏"_s},
-        {u"no such table: dmb"_s, path, u"执行语句失败。\n原因：no such table: dmb"_s},
-        {u"unable to open database file"_s, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
+        {StoreFault::busy, path, u"正被其他程序占用"_s},
+        {StoreFault::notADatabase, path, u"密码不对"_s},
+        {StoreFault::full, path, u"磁盘已满"_s},
+        {StoreFault::readOnly, path, u"没有写入的权限"_s},
+        {StoreFault::unreadable, path, u"无法读写"_s},
+        {StoreFault::damaged, path, u"已损坏"_s},
+        {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
+        {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
     };
     for (const auto& it : cases) {
-        const QString text = failureText(StoreError(it.reason, it.path, u"select 1"_s));
+        const QString text =
+            failureText(StoreError(u"words of the library"_s, it.path, u"select 1"_s, it.fault));
         EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
         EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
     }

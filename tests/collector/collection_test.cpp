@@ -26,7 +26,7 @@ public:
     bool answers(const Item&, const QByteArray& page) const override { return page != "bad"; }
     void write(const Item& item, const QList<QByteArray>& pages) override {
         if (refused == item.key) {
-            throw StoreError(u"database is locked"_s, QStringLiteral(GUANCHAO_SOURCE_DIR), {});
+            throw StoreError({}, QStringLiteral(GUANCHAO_SOURCE_DIR), {}, StoreFault::busy);
         }
         written << item.key + QString::fromUtf8(pages.join());
     }

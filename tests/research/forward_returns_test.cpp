@@ -159,7 +159,7 @@ TEST_F(ForwardReturnsTest, TheStoreRefusesTheHistoryOfTheFirstCode) {
                   u" order by date(shijian)  asc"_s);
     }
     EXPECT_TRUE(text.startsWith(u"取后期涨幅没有完成。"_s)) << text.toStdString();
-    EXPECT_TRUE(text.contains(u"syntax error"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"执行语句失败"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s))
         << text.toStdString();
     EXPECT_EQ(store_.rows(u"select errizhang from yejiyuyuejinqi"_s),
