@@ -29,9 +29,10 @@ QString contains(const QString& column, const QString& box) {
 
 QString ArticleQuery::statement() const {
     if (all) {
-        return columns + u" order by date(rq) desc  limit 1000"_s;
+        return columns + u" order by date(rq) desc,id desc  limit 1000"_s;
     }
-    return columns + u"where "_s + condition() + u" order by date(rq) desc "_s + limitClause();
+    return columns + u"where "_s + condition() + u" order by date(rq) desc,id desc "_s +
+           limitClause();
 }
 
 QString ArticleQuery::condition() const {

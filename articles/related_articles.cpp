@@ -42,11 +42,11 @@ RelatedArticles readRelatedArticles(Connection& store, const ArticleFields& fiel
     };
     const auto same = [&](const QString& name, const QString& column, const QString& box) {
         return read(name, column + u"='"_s + trimBlanks(box) + u"'"_s,
-                    u"  order by cishu desc limit 200"_s);
+                    u"  order by cishu desc,id desc limit 200"_s);
     };
     related.sameDay =
         read(u"同日文章"_s, u"date(rq)='"_s + dateText(packDate(fields.date)) + u"'"_s,
-             u" order by cishu desc limit 200"_s);
+             u" order by cishu desc,id limit 200"_s);
     related.sameAuthor = same(u"同作者文章"_s, u"zuozhe"_s, fields.author);
     related.sameCategory = same(u"同大类文章"_s, u"dalei"_s, fields.category);
     related.sameSubcategory = same(u"同小类文章"_s, u"xiaolei"_s, fields.subcategory);

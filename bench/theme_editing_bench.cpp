@@ -84,7 +84,7 @@ void listWatchlist(benchmark::State& state) {
                     u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
                     u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
                     u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
-                    u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc"_s);
+                    u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
         },
         [&] { watchlist.list(grid); });
 }

@@ -34,7 +34,7 @@ void themeTable(benchmark::State& state) {
                 u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
                 u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti AS"
                 u" dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm where guanzhudu>0"
-                u" group by zhutiname order by 涨幅 desc"_s);
+                u" group by zhutiname order by 涨幅 desc,zhutiname"_s);
         },
         [&] { it.table.refresh(u"0"_s, [](const UpdateLabels&) {}); });
 }
@@ -50,8 +50,9 @@ void allStocksTable(benchmark::State& state) {
                     u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,"
                     u"zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
                     u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from"
-                    u" dmb AS dmb1 left JOIN  (select dm,zhutiname from dzhzhuti group by dm)  AS"
-                    u" dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc"_s);
+                    u" dmb AS dmb1 left JOIN  (select dm,max(zhutiname) as zhutiname from dzhzhuti "
+                    u"group by dm)  AS"
+                    u" dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc,dmb1.rowid"_s);
         },
         [&] { it.table.xianshizhutigu(allStocks); });
 }

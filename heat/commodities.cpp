@@ -92,7 +92,7 @@ void Commodities::showRanking(bool all) {
         latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
     Recordset commodities(store, rankingQuery() +
                                      (all ? QString() : u" where date(riqi)='"_s + day + u"'"_s) +
-                                     u" order by zongfen desc "_s);
+                                     u" order by zongfen desc,rowid "_s);
     fillHeatGrid(commodities, ranking_, rankingWidths, colourRanking);
 }
 

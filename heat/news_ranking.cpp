@@ -79,6 +79,18 @@ QString NewsRanking::columns() const {
            subject_.table;
 }
 
+QString NewsRanking::rowsOf(const QString& day) const {
+    return u" where date(riqi)='"_s + day + u"' order by allzhangfu desc,"_s + subject_.key + u' ';
+}
+
+// Of each item the row that was written last on its latest day: the grouping by itself leaves the
+// choice to the library.
+QString NewsRanking::lastRows() const {
+    return u" where rowid in (select (select rowid from %1 as days where days.%2 is items.%2"
+           u" order by date(riqi) desc,rowid desc limit 1) from (select distinct %2 from %1) as"
+           u" items) group by %2  order by date(riqi) desc,%2 "_s.arg(subject_.table, subject_.key);
+}
+
 void NewsRanking::showRanking(bool all) {
     const Activity activity(u"读取新闻数量排名"_s);
     Connection store = stores_.heat.open();
@@ -88,10 +100,7 @@ void NewsRanking::showRanking(bool all) {
     if (latest.atEnd()) {
         return;
     }
-    const QString ofTheDay = u" where date(riqi)='"_s + latest.value(u"riqi").toText() +
-                             u"' order by allzhangfu desc "_s;
-    const QString ofAll = u" group by "_s + subject_.key + u"  order by date(riqi) desc "_s;
-    Recordset items(store, columns() + (all ? ofAll : ofTheDay));
+    Recordset items(store, columns() + (all ? lastRows() : rowsOf(latest.value(u"riqi").toText())));
     fillHeatGrid(items, ranking_, subject_.widths, colourNews);
 }
 

@@ -46,6 +46,8 @@ public:
 
 private:
     QString columns() const;
+    QString rowsOf(const QString& day) const;
+    QString lastRows() const;
 
     const Stores& stores_;
     Globals& globals_;

@@ -32,7 +32,7 @@ QString themesOfDay(const QString& day) {
            u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
            u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
            u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)='"_s +
-           day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc"_s;
+           day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc,zhutiname"_s;
 }
 
 // The statement divides whole numbers for its order, this doesn't: a theme in front may fail where
@@ -80,7 +80,7 @@ public:
     bool addStocks(const Anchor& anchor) {
         Recordset chosen(main_,
                          u"select  date(riqi) as shijian,ticai from xuanticai   where"
-                         u" date(riqi)>'2006-04-06' order by date(riqi) asc"_s);
+                         u" date(riqi)>'2006-04-06' order by date(riqi) asc,ticai"_s);
         for (; !chosen.atEnd() && !run_.stopped(); chosen.moveNext()) {
             const QString day = chosen.value(u"shijian").toText();
             if (day >= firstDay) {
@@ -156,7 +156,7 @@ private:
         run_.showLabel3(u"选中题材:"_s + zhutiname);
         run_.yield();
         Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname='"_s +
-                                          zhutiname + u"'"_s);
+                                          zhutiname + u"' order by rowid"_s);
         for (; !member.atEnd(); member.moveNext()) {
             const QString dm = member.value(u"dm").toText();
             const QString D = anchor(dm, day);

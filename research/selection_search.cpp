@@ -135,7 +135,8 @@ QString SelectionQuery::statement() const {
         words += u" and date(xuanticai.riqi)>='"_s + dateText(packDate(first)) +
                  u"'  and date(xuanticai.riqi)<='"_s + dateText(packDate(last)) + u"' "_s;
     }
-    return columns + words + u"  order by date(xuanticai.riqi) desc"_s;
+    return columns + words +
+           u"  order by date(xuanticai.riqi) desc,xuanticai.ticai desc,xuanticai.rowid desc,xuanticaigu.rowid"_s;
 }
 
 QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates) {

@@ -1,5 +1,7 @@
 #include "store/dialect.h"
 
+#include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -144,8 +146,8 @@ int twoDigits(std::string_view text, size_t at) {
     return (text[at] - '0') * 10 + (text[at + 1] - '0');
 }
 
-// True for the texts that the built-in functions give back as they stand. Days above the 28th are
-// left to these functions, which carry 30 February over into March.
+// True for the texts that are given back as they stand, 30 February too: some versions of the
+// library carry it over into March, and an index made by one must serve the others.
 bool isPlainTime(std::string_view text) {
     const bool moment = hasForm(text, momentForm);
     if (!moment && !hasForm(text, dayForm)) {
@@ -153,7 +155,7 @@ bool isPlainTime(std::string_view text) {
     }
     const int month = twoDigits(text, 5);
     const int day = twoDigits(text, 8);
-    if (month < 1 || month > 12 || day < 1 || day > 28) {
+    if (month < 1 || month > 12 || day < 1 || day > 31) {
         return false;
     }
     return !moment ||
@@ -218,14 +220,70 @@ void datetime(sqlite3_context* context, int, sqlite3_value** arguments) {
     }
 }
 
+constexpr int mostDecimals = 30;
+
+// A half goes away from zero. The product is exact in the wider type, so that nothing but the value
+// itself decides on which side of the half it lies.
+double rounded(double value, int decimals) {
+    const double scale = std::pow(10.0, decimals);
+    const long double scaled = std::abs(static_cast<long double>(value)) * scale;
+    constexpr long double firstWithoutFraction = 1LL << 53;
+    if (!(scaled < firstWithoutFraction)) {
+        return value;
+    }
+    return std::copysign(static_cast<double>(std::floor(scaled + 0.5L)) / scale, value);
+}
+
+void round(sqlite3_context* context, int count, sqlite3_value** arguments) {
+    for (int at = 0; at < count; ++at) {
+        if (sqlite3_value_type(arguments[at]) == SQLITE_NULL) {
+            return;
+        }
+    }
+    const int decimals = count > 1 ? sqlite3_value_int(arguments[1]) : 0;
+    sqlite3_result_double(context, rounded(sqlite3_value_double(arguments[0]),
+                                           std::clamp(decimals, 0, mostDecimals)));
+}
+
+struct Mean {
+    double sum;
+    sqlite3_int64 count;
+};
+
+// Added as they come, without a correction of what the sum loses.
+void addToMean(sqlite3_context* context, int, sqlite3_value** arguments) {
+    auto* mean = static_cast<Mean*>(sqlite3_aggregate_context(context, sizeof(Mean)));
+    if (mean && sqlite3_value_type(arguments[0]) != SQLITE_NULL) {
+        mean->sum += sqlite3_value_double(arguments[0]);
+        ++mean->count;
+    }
+}
+
+void takeMean(sqlite3_context* context) {
+    const auto* mean = static_cast<Mean*>(sqlite3_aggregate_context(context, 0));
+    if (mean && mean->count > 0) {
+        sqlite3_result_double(context, mean->sum / static_cast<double>(mean->count));
+    }
+}
+
+constexpr int functionFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+
+void check(sqlite3* handle, int result) {
+    if (result != SQLITE_OK) {
+        throw std::runtime_error(sqlite3_errmsg(handle));
+    }
+}
+
 using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
 
 void registerFunction(sqlite3* handle, const char* name, int arguments, Function function) {
-    const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
-    if (sqlite3_create_function_v2(handle, name, arguments, flags, nullptr, function, nullptr,
-                                   nullptr, nullptr) != SQLITE_OK) {
-        throw std::runtime_error(sqlite3_errmsg(handle));
-    }
+    check(handle, sqlite3_create_function_v2(handle, name, arguments, functionFlags, nullptr,
+                                             function, nullptr, nullptr, nullptr));
+}
+
+void registerMean(sqlite3* handle) {
+    check(handle, sqlite3_create_function_v2(handle, "avg", 1, functionFlags, nullptr, nullptr,
+                                             addToMean, takeMean, nullptr));
 }
 
 }  // namespace
@@ -236,6 +294,9 @@ void registerDialect(sqlite3* handle) {
     registerFunction(handle, "iif", 3, iif);
     registerFunction(handle, "date", 1, date);
     registerFunction(handle, "datetime", 1, datetime);
+    registerFunction(handle, "round", 1, round);
+    registerFunction(handle, "round", 2, round);
+    registerMean(handle);
 }
 
 }  // namespace guanchao

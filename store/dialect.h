@@ -1,6 +1,7 @@
 // What the statements need beyond the plain store library, registered on every connection before
 // its first read: `like` with "*" beside "%", `iif`, and fast deterministic one-argument `date()`
-// and `datetime()`, which may therefore stand in indexes.
+// and `datetime()`, which may therefore stand in indexes; `avg` and `round`, of which each version
+// of the library has its own idea in the last digits.
 #pragma once
 
 struct sqlite3;

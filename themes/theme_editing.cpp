@@ -89,7 +89,7 @@ ThemeFields ThemeEditing::open(const QString& theme) const {
     Connection store = stores_.main.open();
     Recordset members(
         store, u"select zhutiname,dm,jc,ztktime,guanzhudu from dzhzhuti  where zhutiname='"_s +
-                   theme + u"'"_s);
+                   theme + u"' order by rowid"_s);
     if (members.count() > 0) {
         fields.attention = members.value(u"guanzhudu").toText();
     }

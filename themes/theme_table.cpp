@@ -37,15 +37,15 @@ QString membersQuery(const QString& theme) {
            u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dzhzhuti"
            u"  AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm and"
            u" dzhzhuti1.zhutiname='"_s +
-           theme + u"'   order by zhangfu desc"_s;
+           theme + u"'   order by zhangfu desc,dzhzhuti1.rowid"_s;
 }
 
 QString allStocksQuery() {
     return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,"
            u"zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
            u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dmb"
-           u" AS dmb1 left JOIN  (select dm,zhutiname from dzhzhuti group by dm)  AS dzhzhuti1"
-           u"  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc"_s;
+           u" AS dmb1 left JOIN  (select dm,max(zhutiname) as zhutiname from dzhzhuti group by dm)"
+           u"  AS dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc,dmb1.rowid"_s;
 }
 
 }  // namespace
@@ -88,7 +88,7 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
                      u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
                      u" where guanzhudu>"_s +
                          numberText(numericPrefix(threshold)) +
-                         u" group by zhutiname order by 涨幅 desc"_s);
+                         u" group by zhutiname order by 涨幅 desc,zhutiname"_s);
     themes_.setRedraw(false);
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
@@ -127,7 +127,7 @@ void ThemeTable::searchByCode(const QString& code) {
         u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
         u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
         u"  where dmb1.dm like '*"_s +
-            code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc"_s,
+            code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc,zhutiname"_s,
         {500, 1600, 1000, 600});
     if (!found) {
         dialogs_.tell(u"此代码没有找到主题！"_s);
@@ -143,7 +143,7 @@ void ThemeTable::searchByName(const QString& part) {
         u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
         u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
         u"  where zhutiname like '*"_s +
-            part + u"*' group by zhutiname  order by 涨幅 desc"_s,
+            part + u"*' group by zhutiname  order by 涨幅 desc,zhutiname"_s,
         {500, 1600, 1000, 600, 900, 2000});
     if (!found) {
         dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);

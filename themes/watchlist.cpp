@@ -17,7 +17,7 @@ void Watchlist::list(ResultGrid& grid) const {
                      u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
                      u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
                      u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
-                     u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc"_s);
+                     u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
     grid.setRedraw(false);
     // Cleared first: a stock without a quote must not show the time of an earlier row.
     grid.clear();

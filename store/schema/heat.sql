@@ -28,7 +28,7 @@ create table xinwenshul (
 );
 create index xinwenshul_riqi on xinwenshul (date(riqi), zhutiname);
 create index xinwenshul_time on xinwenshul (datetime(riqi));
--- In the order of the days: of a group the ranking of all themes shows its last row.
+-- In the order of the days: the ranking of all themes shows the last row of each.
 create index xinwenshul_zhutiname on xinwenshul (zhutiname, date(riqi));
 
 -- Commodity word counts per day (商品行情).

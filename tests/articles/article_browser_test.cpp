@@ -85,16 +85,23 @@ TEST_F(ArticleBrowserTest, TheLoadReadsDatesAndListsAndTakesTheContext) {
 
 TEST_F(ArticleBrowserTest, TheConditionsChoose) {
     addSome();
+    store_.addArticle(u"'2016-05-02','张三','主题','机器人','同日','后来'"_s);
     const struct {
         const char* name;
         void (*type)(ArticleQuery&);
         QStringList ids;
     } cases[] = {
-        {"newest first", [](ArticleQuery&) {}, {u"2"_s, u"3"_s, u"1"_s}},
-        {"author", [](ArticleQuery& it) { it.author = u"张三"_s; }, {u"3"_s, u"1"_s}},
+        {"newest first", [](ArticleQuery&) {}, {u"2"_s, u"4"_s, u"3"_s, u"1"_s}},
+        {"author", [](ArticleQuery& it) { it.author = u"张三"_s; }, {u"4"_s, u"3"_s, u"1"_s}},
         {"both dates count",
          [](ArticleQuery& it) { it.first.month = it.last.month = u"5"_s; },
-         {u"2"_s, u"3"_s}},
+         {u"2"_s, u"4"_s, u"3"_s}},
+        {"the limit takes the newest of a day",
+         [](ArticleQuery& it) {
+             it.author = u"张三"_s;
+             it.limit = u"1"_s;
+         },
+         {u"4"_s}},
         {"limit", [](ArticleQuery& it) { it.limit = u"1"_s; }, {u"2"_s}},
         {"limit 0", [](ArticleQuery& it) { it.limit = u"0"_s; }, {}},
         {"all words",

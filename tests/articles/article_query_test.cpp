@@ -14,7 +14,7 @@ const QString head =
     u"select id,date(rq) as 日期,zuozhe as 作者,dalei as 大类,xiaolei as 小类,"
     u"biaoti as 标题  FROM wenzhang "_s;
 const QString dates = u"where  date(rq)>='2016-04-01' and date(rq)<='2016-05-31'"_s;
-const QString order = u" order by date(rq) desc "_s;
+const QString order = u" order by date(rq) desc,id desc "_s;
 
 ArticleQuery query() {
     ArticleQuery query;
@@ -40,7 +40,7 @@ TEST(ArticleQueryTest, TheStatementFollowsTheBoxesWordByWord) {
              it.author = u"张三"_s;
              it.limit = u"5"_s;
          },
-         head + u" order by date(rq) desc  limit 1000"_s},
+         head + u" order by date(rq) desc,id desc  limit 1000"_s},
         {"everything",
          [](ArticleQuery& it) {
              it.author = u" 张三 "_s;

@@ -208,10 +208,10 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
                u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
                u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1"
                u" on dzhzhuti1.dm=geguhq1.dm  where date(shijian)='"_s +
-               day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc"_s;
+               day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc,zhutiname"_s;
     };
     const QString members =
-        u"first.db3: select  zhutiname,dm from dzhzhuti   where zhutiname='题'"_s;
+        u"first.db3: select  zhutiname,dm from dzhzhuti   where zhutiname='题' order by rowid"_s;
     const QString select =
         u"select  date(shijian) as shijian,fuquanyz*cast(sp as Double) as"
         u" fuquansp,fuquanyz*cast(kp as Double) as fuquankp,cast(sp as Double) as"
@@ -248,7 +248,7 @@ TEST_F(SelectionScanTest, StatementsGoInTheirOrderToTheLetter) {
             u"dzhzhuti.mzdat: begin immediate"_s,
             u"dzhzhuti.mzdat: commit"_s,
             u"dzhzhuti.mzdat: select  date(riqi) as shijian,ticai from xuanticai   where"
-            u" date(riqi)>'2006-04-06' order by date(riqi) asc"_s,
+            u" date(riqi)>'2006-04-06' order by date(riqi) asc,ticai"_s,
             members,
             u"second.db3: "_s + select +
                 u"A600000   where  date(shijian)>='2017-04-10' order by date(shijian) asc limit 10"_s,

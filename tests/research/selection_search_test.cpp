@@ -4,6 +4,7 @@
 
 #include "store/recordset.h"
 #include "store/store_error.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -98,8 +99,11 @@ TEST_F(SelectionSearchTest, TheStatementIsBuiltWordByWord) {
         query.last = lastDate(QDate(2016, 12, 24));
         EXPECT_EQ(query.last.month, u"13"_s);
         it.type(query);
-        EXPECT_EQ(query.statement(),
-                  fixed + it.condition + u"  order by date(xuanticai.riqi) desc"_s);
+        EXPECT_EQ(
+            query.statement(),
+            fixed + it.condition +
+                u"  order by date(xuanticai.riqi) desc,xuanticai.ticai desc,xuanticai.rowid desc,"
+                u"xuanticaigu.rowid"_s);
     }
 }
 
@@ -175,6 +179,27 @@ TEST_F(SelectionSearchTest, TheGridShowsTheRowsNewestFirst) {
     EXPECT_TRUE(search_.search(query).startsWith(u"总次数:0当日胜率:0"_s)) << "a part of a name";
     EXPECT_EQ(grid_.rows(), 1);
     EXPECT_TRUE(grid_.redraw());
+}
+
+// The score counts the first rows of a day, so that no index of a condition may choose them.
+TEST_F(SelectionSearchTest, TheRowsOfADayHaveOneOrderUnderEveryCondition) {
+    const QString day = u"2016-04-01 00:00:00"_s;
+    const QString figures = u"1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1"_s;
+    addTheme(day, u"甲"_s);
+    addTheme(day, u"乙"_s);
+    addStock(day, u"SZ000001"_s, u"乙"_s, figures);
+    addStock(day, u"SH600519"_s, u"甲"_s, figures);
+    addStock(day, u"SH600000"_s, u"甲"_s, figures);
+    for (const QString& condition :
+         {QString(), u"and xuanticaigu.ticai in ('甲','乙')"_s, u"and dm>''"_s,
+          u"and date(xuanticaigu.riqi)='2016-04-01'"_s}) {
+        SelectionQuery query;
+        query.condition = condition;
+        search_.search(query);
+        EXPECT_EQ(columnTexts(grid_, 1),
+                  QStringList({u"代码"_s, u"SH600519"_s, u"SH600000"_s, u"SZ000001"_s}))
+            << condition.toStdString();
+    }
 }
 
 TEST_F(SelectionSearchTest, ARefusedConditionLeavesTheGrid) {

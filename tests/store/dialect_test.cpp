@@ -75,9 +75,6 @@ TEST_F(DialectTest, IifChoosesByTruth) {
 TEST_F(DialectTest, DateAndDatetimeEqualTheBuiltInOnes) {
     QStringList texts = {u"'2016-04-01'"_s,
                          u"'2016-04-01 09:30:05'"_s,
-                         u"'2016-02-30'"_s,
-                         u"'2016-02-30 12:00:00'"_s,
-                         u"'2015-02-29 23:59:59'"_s,
                          u"'2016-13-01'"_s,
                          u"'2016-00-10'"_s,
                          u"'2016-04-00'"_s,
@@ -106,13 +103,46 @@ TEST_F(DialectTest, DateAndDatetimeEqualTheBuiltInOnes) {
     const auto pick = [&](int below) { return static_cast<int>(random() % unsigned(below)); };
     for (int count = 0; count < 400; ++count) {
         texts << QString::asprintf("'%04d-%02d-%02d %02d:%02d:%02d'", 1900 + pick(300), pick(14),
-                                   pick(34), pick(26), pick(62), pick(62));
+                                   pick(29), pick(26), pick(62), pick(62));
     }
     for (const QString& text : texts) {
         for (const QString& function : {u"date"_s, u"datetime"_s}) {
             const QString call = function + u'(' + text + u')';
             EXPECT_EQ(value(call), plainValue(u"select "_s + call)) << call.toStdString();
         }
+    }
+}
+
+// Where the versions of the library differ, the program has its own rule.
+TEST_F(DialectTest, DaysMeansAndRoundingsHangOnNoVersionOfTheLibrary) {
+    const struct {
+        const char* expression;
+        const char* result;
+    } cases[] = {
+        {"date('2016-02-30')", "2016-02-30"},
+        {"datetime('2015-02-29 23:59:59')", "2015-02-29 23:59:59"},
+        {"datetime('2016-04-31')", "2016-04-31 00:00:00"},
+        {"date('2016-04-32')", "null"},
+        {"round(3440.625,2)", "3440.63"},
+        {"round(-0.125,2)", "-0.13"},
+        {"round((0.01+0.02)/2,2)", "0.01"},  // 0.0149999999999999994
+        {"round(2.5)", "3"},
+        {"round(-2.4)", "-2"},
+        {"round(7,2)", "7"},
+        {"round('12.345kg',2)", "12.35"},  // 12.3450000000000006
+        {"round(12.5,-1)", "13"},
+        {"round(0.1,99)", "0.1"},
+        {"round(1e17,2)", "1E+17"},
+        {"round(null,2)", "null"},
+        {"round(1,null)", "null"},
+        {"(select avg(a) from (select 1e16 as a union all select 1 union all select -1e16))", "0"},
+        {"(select avg(a) from (select 1 as a union all select null union all select '2.5'))",
+         "1.75"},
+        {"(select avg(dm) from dmb)", "null"},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(value(QString::fromUtf8(it.expression)), QString::fromUtf8(it.result))
+            << it.expression;
     }
 }
 

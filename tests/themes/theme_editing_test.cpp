@@ -42,10 +42,11 @@ protected:
 
 TEST_F(ThemeEditingTest, OpensOnAThemeOrEmpty) {
     store_.addMember(u"白酒"_s, u"SH699999"_s, 7);
+    store_.addMember(u"白酒"_s, u"SH600000"_s, 9);
     const ThemeFields known = editing_.open(u"白酒"_s);
     EXPECT_EQ(known.name, u"白酒"_s);
-    EXPECT_EQ(known.codes, u"SH600519,SH699999,"_s);
-    EXPECT_EQ(known.attention, u"7"_s);
+    EXPECT_EQ(known.codes, u"SH600519,SH699999,SH600000,"_s) << "as they joined";
+    EXPECT_EQ(known.attention, u"7"_s) << "of the first";
     const ThemeFields fresh = editing_.open(QString());
     EXPECT_EQ(fresh.codes + u'|' + fresh.attention, u"|3"_s);
 }

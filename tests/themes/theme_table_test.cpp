@@ -140,6 +140,28 @@ TEST_F(ThemeTableTest, AllStocksShowOneThemeEachAndNothingOfTheFormerFill) {
     EXPECT_TRUE(stocks_.redraw());
 }
 
+// Themes by name, members as they joined, all stocks as the code table has them, each with the last
+// of its themes: no version of the library has a say in it.
+TEST_F(ThemeTableTest, EqualGainsHaveTheirOrderToo) {
+    store_.run({u"update dmb set zhangfu=0"_s});
+    const QStringList themes = {u"主题名称"_s, u"冷门"_s, u"白酒"_s, u"银行"_s};
+    refresh(u"-1"_s);
+    EXPECT_EQ(columnTexts(themes_, 1), themes);
+    table_.searchByCode(u"60"_s);
+    EXPECT_EQ(columnTexts(themes_, 1), themes);
+    table_.searchByName(QString());
+    EXPECT_EQ(columnTexts(themes_, 1), themes);
+    store_.addMember(u"银行"_s, u"SH600519"_s);
+    table_.xianshizhutigu(u"银行"_s);
+    EXPECT_EQ(columnTexts(stocks_, 2),
+              QStringList({u"代码"_s, u"SH600000"_s, u"SZ000001"_s, u"SH600519"_s}));
+    table_.xianshizhutigu(allStocks);
+    EXPECT_EQ(columnTexts(stocks_, 2),
+              QStringList({u"代码"_s, u"SH600000"_s, u"SH600519"_s, u"SZ000001"_s, u"SZ000002"_s}));
+    EXPECT_EQ(columnTexts(stocks_, 1),
+              QStringList({u"主题名称"_s, u"银行"_s, u"银行"_s, u"银行"_s, QString()}));
+}
+
 TEST_F(ThemeTableTest, AThemeWithoutMembersSaysSo) {
     table_.xianshizhutigu(u"银行"_s);
     table_.xianshizhutigu(u"无此主题"_s);

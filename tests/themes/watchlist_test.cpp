@@ -66,6 +66,8 @@ TEST_F(WatchlistTest, TheMainWindowAddsWithTheNameAndRemoves) {
     watchlist_.add(u"SH600519"_s, u"贵州茅台"_s);
     watchlist_.add(u"SH600000"_s, u"浦发银行"_s);
     EXPECT_EQ(stored(), QStringList({u"SH600519|贵州茅台"_s, u"SH600000|浦发银行"_s}));
+    store_.run({u"update dmb set zhangfu=1"_s});
+    EXPECT_EQ(column(1), QStringList({u"代码"_s, u"SH600519"_s, u"SH600000"_s})) << "as they came";
     dialogs_.shown.clear();
     watchlist_.remove(u"SH600519"_s, u"贵州茅台"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|删除自选股'贵州茅台'完成!"_s});

@@ -105,7 +105,7 @@ TEST_F(HistoryBuilderTest, TheStatementsOfTheScansFindAnIndex) {
         u" date(shijian) asc limit 10"_s,
         u"select zhutiname,count(*) from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
         u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)='2026-11-19'"_s,
-        u"select  zhutiname,dm from dzhzhuti   where zhutiname='银行'"_s,
+        u"select  zhutiname,dm from dzhzhuti   where zhutiname='银行' order by rowid"_s,
     };
     for (const QString& query : queries) {
         for (const QString& step : first(u"explain query plan "_s + query)) {
