@@ -2,6 +2,7 @@
 
 #include <QVarLengthArray>
 
+#include "market/quote_fields.h"
 #include "store/store_error.h"
 #include "store/values.h"
 
@@ -14,18 +15,32 @@ namespace {
 constexpr int codeLength = 8;
 constexpr int decimals = 4;
 constexpr int usualFields = 40;
+constexpr qsizetype longestShown = 20;  // of what a refusal shows
 
-// The service's fields by position; the name in front of field 0 is its variable.
-enum Field { variable = 0, open = 1, formerClose = 2, last = 3, high = 4, low = 5 };
-enum LaterField { volume = 8, turnover = 9, day = 30, time = 31 };
+using Fields = QVarLengthArray<QStringView, usualFields>;
+
+// The name in front of the first field is its variable.
+constexpr qsizetype variable = 0;
 
 QString codeOf(QString variableField) {
     variableField.remove(u'"');
     const qsizetype equals = variableField.indexOf(u'=');
     if (equals < codeLength) {
-        throw OperationError(u"行情数据中没有代码："_s + variableField);
+        throw OperationError(u"行情数据中没有代码："_s +
+                             variableField.trimmed().left(longestShown));
     }
     return variableField.sliced(equals - codeLength, codeLength).toUpper();
+}
+
+// The text of a field goes into a statement as it stands: it must be a number and nothing beside
+// it.
+QString numberIn(const Fields& fields, qsizetype position, const QString& dm) {
+    const QStringView text = fields[position].trimmed();
+    if (!marketFigure(text)) {
+        throw OperationError(u"行情数据的第"_s + QString::number(position + 1) +
+                             u"个字段不是数字："_s + dm + u' ' + text.left(longestShown));
+    }
+    return text.toString();
 }
 
 void computeGain(QuoteLine& line, double lastPrice, double close) {
@@ -42,9 +57,9 @@ void computeGain(QuoteLine& line, double lastPrice, double close) {
 }  // namespace
 
 std::optional<QuoteLine> readQuoteLine(QStringView piece) {
-    QVarLengthArray<QStringView, usualFields> fields;
-    for (const QStringView field : piece.tokenize(u',')) {
-        fields.append(field);
+    Fields fields;
+    for (const QStringView text : piece.tokenize(u',')) {
+        fields.append(text);
     }
     if (fields.size() - 1 <= 3) {
         return std::nullopt;
@@ -53,16 +68,17 @@ std::optional<QuoteLine> readQuoteLine(QStringView piece) {
     line.dm = codeOf(fields[variable].toString());
     // The time is the last field that is read, although only the local clock dates the row: a line
     // that ends before it broke off on the way.
-    if (fields.size() <= time) {
+    if (fields.size() <= field::time) {
         throw OperationError(u"行情数据不完整："_s + line.dm);
     }
-    line.kp = fields[open].toString();
-    line.sp = fields[last].toString();
-    line.zg = fields[high].toString();
-    line.zd = fields[low].toString();
-    line.totalsl = fields[volume].toString();
-    line.totaljine = fields[turnover].toString();
-    computeGain(line, numericPrefix(fields[last]), numericPrefix(fields[formerClose]));
+    line.kp = numberIn(fields, field::open, line.dm);
+    line.sp = numberIn(fields, field::latest, line.dm);
+    line.zg = numberIn(fields, field::high, line.dm);
+    line.zd = numberIn(fields, field::low, line.dm);
+    line.totalsl = numberIn(fields, field::volume, line.dm);
+    line.totaljine = numberIn(fields, field::amount, line.dm);
+    const QString formerClose = numberIn(fields, field::formerClose, line.dm);
+    computeGain(line, numericPrefix(line.sp), numericPrefix(formerClose));
     return line;
 }
 
@@ -70,14 +86,15 @@ QString updateCodeTable(const QuoteLine& line, const QString& now) {
     return u"update dmb set sp="_s + line.sp + u",zhangfu="_s + numberText(line.zhangfu) +
            u",zhangjine="_s + numberText(line.zhangjine) + u",kp="_s + line.kp + u",zg="_s +
            line.zg + u",zd="_s + line.zd + u",totalsl="_s + line.totalsl + u",totaljine="_s +
-           line.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s + line.dm + u"'"_s;
+           line.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s + zhuanyisql(line.dm) +
+           u"'"_s;
 }
 
 QString updatePollList(const QuoteLine& line, const QString& now) {
     return u"update jiankonghq set sp="_s + line.sp + u",zhangfu="_s + numberText(line.zhangfu) +
            u",zhangjine="_s + numberText(line.zhangjine) + u",totalsl="_s + line.totalsl +
            u",totaljine="_s + line.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s +
-           line.dm + u"'"_s;
+           zhuanyisql(line.dm) + u"'"_s;
 }
 
 }  // namespace guanchao

@@ -6,7 +6,8 @@
 
 namespace guanchao {
 
-// The texts are the service's own; zhangjine (yuan) and zhangfu (percent) are computed.
+// The texts are the service's own, each of them one number; zhangjine (yuan) and zhangfu (percent)
+// are computed.
 struct QuoteLine {
     QString dm;  // upper case
     QString kp;
@@ -20,8 +21,8 @@ struct QuoteLine {
 };
 
 // Reads one piece of a reply. Nothing for a piece without a quote: the line feed at the end, a code
-// that the service doesn't know. Raises OperationError for a piece that breaks off and for a
-// previous close of 0 under a last price.
+// that the service doesn't know. Raises OperationError for a piece that breaks off, for a
+// field that is no number and for a previous close of 0 under a last price.
 std::optional<QuoteLine> readQuoteLine(QStringView piece);
 
 // The statements that write a line, at the moment `now` as time text.

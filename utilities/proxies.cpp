@@ -32,8 +32,8 @@ QString flag(bool on) {
     return on ? u"1"_s : u"0"_s;
 }
 
-QString quoted(const QString& value) {
-    return u"'"_s + value + u"'"_s;
+QString quoted(QString value) {
+    return u"'"_s + value.replace(u'\'', u"''"_s) + u"'"_s;
 }
 
 void takeMarkFromAll(Connection& store) {
@@ -62,11 +62,10 @@ void insertDownloaded(Connection& store, const QStringList& cells) {
 // newest row is.
 void markCurrent(Connection& store, const QString& server) {
     const Recordset kept(
-        store,
-        u"select id,ProxyServer,ProxyPort from proxy where ProxyServer='"_s + server + u"'"_s);
+        store, u"select id,ProxyServer,ProxyPort from proxy where ProxyServer="_s + quoted(server));
     if (!kept.atEnd()) {
-        store.execute(u"update proxy set defaultproxy=1 where ProxyServer='"_s + server + u"'"_s);
-        store.execute(u"update proxy set defaultproxy=0 where ProxyServer<>'"_s + server + u"'"_s);
+        store.execute(u"update proxy set defaultproxy=1 where ProxyServer="_s + quoted(server));
+        store.execute(u"update proxy set defaultproxy=0 where ProxyServer<>"_s + quoted(server));
         return;
     }
     const QString maxid =

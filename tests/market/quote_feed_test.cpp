@@ -33,6 +33,16 @@ protected:
 
     void replyWith(const QString& text) { reply_ = gbkFromText(text); }
 
+    // The reason why the reply is refused; empty if it is taken.
+    QString refusal(qint16 tojiankong) {
+        try {
+            feed_.gengxinhq(u"sh600000,sz000001,"_s, tojiankong);
+        } catch (const OperationError& failure) {
+            return failure.reason();
+        }
+        return {};
+    }
+
     QStringList quotes() {
         return store_.rows(
             u"select dm,sp,zhangjine,zhangfu,kp,zg,zd,totalsl,totaljine,newhqtime"
@@ -112,18 +122,17 @@ TEST_F(QuoteFeedTest, AnUnknownCodeIsSkippedAndTheRestWritten) {
 TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
     const QStringList before = quotes();
     const QString good = line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s);
-    const QString broken[] = {
-        line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 4),
-        line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 30),
-        line(u"sz000001"_s, u"1"_s, u"0.000"_s, u"2"_s),
-        line(u"sz000001"_s, u"text"_s, u"1"_s, u"2"_s),
-        line(u"sz000001"_s, u""_s, u"1"_s, u"2"_s),
-        u"a,b,c,d,e,f;\n"_s,
+    const struct {
+        QString piece, reason;
+    } cases[] = {
+        {line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 4), u"行情数据不完整：SZ000001"_s},
+        {line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 30), u"行情数据不完整：SZ000001"_s},
+        {line(u"sz000001"_s, u"1"_s, u"0.000"_s, u"2"_s), u"行情数据的昨收盘为0：SZ000001"_s},
+        {u"a,b,c,d,e,f;\n"_s, u"行情数据中没有代码：a"_s},
     };
-    for (const QString& piece : broken) {
-        replyWith(good + piece);
-        EXPECT_THROW(feed_.gengxinhq(u"sh600000,sz000001,"_s, 0), OperationError)
-            << piece.toStdString();
+    for (const auto& it : cases) {
+        replyWith(good + it.piece);
+        EXPECT_EQ(refusal(0), it.reason);
         EXPECT_EQ(quotes(), before);
         EXPECT_EQ(globals_.hqmang, 0);
     }
@@ -131,6 +140,47 @@ TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
     feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
     EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s))
         << "a line that ends with the time is whole";
+}
+
+// What isn't a number would be a piece of the statement, up to a comment that takes its condition
+// away.
+TEST_F(QuoteFeedTest, AFieldThatIsNoNumberWritesNothing) {
+    store_.run({u"insert into jiankonghq(dm) values('SH600000'),('SZ000001')"_s});
+    const QString pollList = u"select dm,sp,totalsl,totaljine from jiankonghq"_s;
+    const QStringList before = quotes() + store_.rows(pollList);
+    const QString good = line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s);
+    for (const QString& text : {u"10.5 where 1=1 --"_s, u"zg"_s, u""_s, u" "_s, u"1 2"_s, u"0x1F"_s,
+                                u"1e400"_s, u"(select 1)"_s}) {
+        for (const int field : {1, 2, 3, 4, 5, 8, 9}) {
+            QStringList fields = line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s).split(u',');
+            fields[field] = text;
+            replyWith(good + fields.join(u','));
+            for (const qint16 tojiankong : {qint16(0), qint16(1)}) {
+                EXPECT_EQ(refusal(tojiankong),
+                          u"行情数据的第%1个字段不是数字：SZ000001 %2"_s.arg(field + 1).arg(
+                              text.trimmed().left(20)));
+                EXPECT_EQ(quotes() + store_.rows(pollList), before);
+            }
+        }
+    }
+    const QString everyCode = u"'or dm>'"_s;
+    replyWith(good + line(everyCode, u"9"_s, u"9"_s, u"9"_s));
+    feed_.gengxinhq(u"sh600000,"_s, 0);
+    feed_.gengxinhq(u"sh600000,"_s, 1);
+    EXPECT_EQ(quotes()[1], before[1]);
+    EXPECT_EQ(store_.rows(pollList)[1], before[3]);
+}
+
+TEST_F(QuoteFeedTest, NumbersAreStoredAsTheServiceWritesThem) {
+    QStringList fields = line(u"sz000001"_s, u" 1.50 "_s, u"1"_s, u"-2"_s).split(u',');
+    fields[4] = u"+.5"_s;
+    fields[5] = u"5."_s;
+    fields[8] = u"123456789012"_s;
+    fields[9] = u"1.5e9"_s;
+    replyWith(line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s) + fields.join(u','));
+    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    EXPECT_EQ(quotes()[1],
+              u"SZ000001|-2|0|0|1.5|0.5|5|123456789012|1500000000|2026-11-24 10:00:00"_s);
 }
 
 class QuoteRunTest : public QuoteFeedTest {
