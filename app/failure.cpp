@@ -33,7 +33,8 @@ QString meaningOf(StoreFault fault) {
 // The failures that a user can do something about, in the user's language.
 QString explanation(const StoreError& failure) {
     const QString file = QFileInfo(failure.path()).fileName();
-    if (!QFileInfo::exists(failure.path())) {
+    // A file that a failure has taken away was there.
+    if (failure.reason().contains(u"unable to open"_s) && !QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
     return u"数据文件 "_s + file + meaningOf(failure.fault());

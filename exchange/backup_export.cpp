@@ -66,18 +66,19 @@ void BackupExport::exportData() {
 
 bool BackupExport::writeFiles(const QString& folder) {
     const Activity activity(u"导出数据"_s,
-                            u"程序自己的数据没有改动，已经写出的备份文件可能不完整。"_s);
+                            u"程序自己的数据没有改动，没有写完的备份文件还是原来的。"_s);
     return run_.run([&] {
         // The first path is joined as it stands: a folder typed without its final separator gives
         // a file beside the folder.
-        writeLibrary(folder + u"zhutibackup.ztb"_s);
+        replaceFile(folder + u"zhutibackup.ztb"_s,
+                    [this](const QString& path) { writeLibrary(path); });
         copyStore(stores_.article, folder + u"/wenzhang.ztb"_s);
         copyStore(stores_.heat, folder + u"/caijiqi.ztb"_s);
     });
 }
 
 void BackupExport::writeLibrary(const QString& path) {
-    copyOver(stores_.backupTemplate.path, path);
+    copyFile(stores_.backupTemplate.path, path);
     Connection main = stores_.main.open();
     Connection library(path, stores_.backupKey);
     Transaction transaction(library);

@@ -1,6 +1,6 @@
 // 导出数据: writes the themes and codes of the main store into a keyed library, and copies the
 // article store and the heat store beside it. Source stores are only read. Raises StoreError or
-// OperationError; what was written before the failure stays in the folder.
+// OperationError; the files that were not yet whole stay as they were in the folder.
 #pragma once
 
 #include "exchange/exchange_run.h"

@@ -58,20 +58,32 @@ void replaceWithJournal(const QString& fresh, const QString& target) {
 
 }  // namespace
 
-void copyOver(const QString& source, const QString& target) {
+void replaceFile(const QString& target, const std::function<void(const QString& path)>& write) {
     const QString fresh = target + u".new"_s;
-    QFile::remove(fresh);
-    auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
-    QFile file(source);
-    if (!file.copy(fresh)) {
-        raiseCopyFailure(source, target, file.errorString());
-    }
-    QFile::setPermissions(fresh, QFile::permissions(fresh) | QFile::WriteOwner);
+    const auto removeFresh = [&] {
+        QFile::remove(fresh);
+        QFile::remove(fresh + u"-journal"_s);
+    };
+    removeFresh();
+    auto removeUnlessMoved = qScopeGuard(removeFresh);
+    write(fresh);
     if (!reachedTheDisk(fresh)) {
-        raiseCopyFailure(source, target, qt_error_string(errno));
+        raiseCopyFailure(fresh, target, qt_error_string(errno));
     }
     replaceWithJournal(fresh, target);
-    removeFresh.dismiss();
+    removeUnlessMoved.dismiss();
+}
+
+void copyFile(const QString& source, const QString& target) {
+    QFile file(source);
+    if (!file.copy(target)) {
+        raiseCopyFailure(source, target, file.errorString());
+    }
+    QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
+}
+
+void copyOver(const QString& source, const QString& target) {
+    replaceFile(target, [&](const QString& path) { copyFile(source, path); });
 }
 
 void copyStore(const StoreFile& source, const QString& target) {

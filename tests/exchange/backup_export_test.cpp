@@ -1,12 +1,16 @@
 #include "exchange/backup_export.h"
 
 #include <sys/resource.h>
-#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QFileInfo>
 #include <QProcess>
 #include <QScopeGuard>
+#include <array>
+#include <csignal>
 
+#include "app/failure.h"
 #include "exchange/article_import.h"
 #include "exchange/news_import.h"
 #include "exchange/store_copy.h"
@@ -25,6 +29,8 @@ namespace {
 const QString themesOrdered =
     u"select zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu from dzhzhuti order by rowid"_s;
 
+const QStringList files = {u"caijiqi.ztb"_s, u"wenzhang.ztb"_s, u"zhutibackup.ztb"_s};
+
 }  // namespace
 
 class BackupExportTest : public ExchangeFixture {
@@ -32,6 +38,12 @@ protected:
     void exportTo(const QString& folder) {
         dialogs_.typed = folder;
         export_.exportData();
+    }
+
+    QStringList exported() const { return QDir(exportFolder()).entryList(QDir::Files, QDir::Name); }
+    QByteArray libraryBytes() const {
+        QFile file(library().path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     BackupExport export_{store_.stores, dialogs_, run_};
@@ -56,8 +68,7 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
                   QStringList({question, u"观潮台|已导出数据到："_s + exportFolder() +
                                              u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
                                              u"主题新闻数量库：caijiqi.ztb"_s}));
-        EXPECT_EQ(QDir(exportFolder()).entryList(QDir::Files, QDir::Name),
-                  QStringList({u"caijiqi.ztb"_s, u"wenzhang.ztb"_s, u"zhutibackup.ztb"_s}));
+        EXPECT_EQ(exported(), files);
         EXPECT_FALSE(seen_.last().running);
     }
     ASSERT_TRUE(QDir().mkdir(other.chopped(1)));
@@ -166,7 +177,7 @@ TEST_F(BackupExportTest, ArticlesAndHeatComeBackFromTheirCopies) {
     EXPECT_EQ(state(), before);
 }
 
-TEST_F(BackupExportTest, AFailureIsRaisedAndLeavesABareLibrary) {
+TEST_F(BackupExportTest, AFailureIsRaisedAndLeavesTheFormerLibrary) {
     execute(store_.stores.main, {u"insert into dzhzhuti values('好','SH600000','','',5,1)"_s});
     const QString bad[] = {
         u"insert into dzhzhuti values('坏''','SH600001','','',5,1)"_s,
@@ -175,10 +186,17 @@ TEST_F(BackupExportTest, AFailureIsRaisedAndLeavesABareLibrary) {
         u"insert into dmb(dm,jc) values('SH600001','坏''')"_s,
     };
     exportTo(exportFolder());
+    const QByteArray former = libraryBytes();
     for (const QString& row : bad) {
         execute(store_.stores.main, {row});
-        EXPECT_THROW(exportTo(exportFolder()), StoreError) << row.toStdString();
-        EXPECT_EQ(TestStores::rows(library(), themesOrdered + u" limit 1"_s), QStringList());
+        try {
+            exportTo(exportFolder());
+            ADD_FAILURE() << row.toStdString();
+        } catch (const StoreError& failure) {
+            EXPECT_FALSE(failureText(failure).contains(u"找不到"_s));
+        }
+        EXPECT_EQ(libraryBytes(), former);
+        EXPECT_EQ(exported(), files) << "nothing is left beside them";
         execute(store_.stores.main, {u"delete from dzhzhuti where dm='SH600001'"_s,
                                      u"delete from dmb where dm='SH600001'"_s});
         EXPECT_FALSE(run_.running());
@@ -191,8 +209,7 @@ TEST_F(BackupExportTest, WhatCannotBeWrittenIsToldAndTheStoresStay) {
     const QString path = store_.folder();
     ASSERT_TRUE(QDir(path).mkpath(u"导出主题/wenzhang.ztb/占用"_s));
     EXPECT_THROW(exportTo(exportFolder()), OperationError) << "a folder stands at the target";
-    EXPECT_EQ(QDir(exportFolder()).entryList(QDir::Files), QStringList{u"zhutibackup.ztb"_s})
-        << "no half copy is left";
+    EXPECT_EQ(exported(), QStringList{u"zhutibackup.ztb"_s}) << "no half copy is left";
     QFile::rename(store_.stores.article.path, path + u"weg"_s);
     EXPECT_THROW(exportTo(exportFolder()), StoreError) << "no article store";
     QFile::rename(path + u"weg"_s, store_.stores.article.path);
@@ -261,9 +278,46 @@ TEST_F(BackupExportTest, AWindowThatClosesEndsTheRunWithoutAWord) {
     };
     exportTo(exportFolder());
     EXPECT_EQ(told().size(), 1) << "only the input box";
-    EXPECT_EQ(TestStores::rows(library(), themesOrdered), QStringList());
+    EXPECT_EQ(exported(), QStringList());
     EXPECT_EQ(seen_.value(1).total, 1);
     EXPECT_FALSE(run_.running());
+}
+
+// Killed in the middle of its rows, in a process of its own.
+TEST_F(BackupExportTest, AKilledExportLeavesTheFormerLibraryAndNothingInTheNextOnesWay) {
+    execute(store_.stores.main, {u"insert into dzhzhuti values('好','SH600000','','',5,1)"_s});
+    exportTo(exportFolder());
+    const QByteArray former = libraryBytes();
+    execute(store_.stores.main,
+            QStringList(5000, u"insert into dzhzhuti values('新','SH600001','','',5,1)"_s));
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        pump_.onRun = [&] {
+            if (pump_.runs == 40 && write(ends[1], ".", 1) == 1) {
+                pause();
+            }
+        };
+        try {
+            exportTo(exportFolder());
+        } catch (const std::exception& failure) {
+            std::fputs(failure.what(), stderr);
+        }
+        _exit(1);
+    }
+    close(ends[1]);
+    char byte = 0;
+    EXPECT_EQ(read(ends[0], &byte, 1), 1) << "it came to its end";
+    close(ends[0]);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_GT(exported().size(), files.size()) << "what it was writing is left";
+    EXPECT_EQ(libraryBytes(), former);
+    exportTo(exportFolder());
+    EXPECT_EQ(exported(), files);
+    EXPECT_EQ(TestStores::rows(library(), u"select zhutiname,count(*) from dzhzhuti group by 1"_s),
+              QStringList({u"好|1"_s, u"新|5000"_s}));
 }
 
 // The first and the last row of a long file, which another process changes together over and over:
