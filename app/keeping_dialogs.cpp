@@ -12,6 +12,11 @@ bool KeepingDialogs::ask(const QString& text, const QString& title) {
     return dialogs_.ask(text, title);
 }
 
+bool KeepingDialogs::askToLose(const QString& text, const QString& title) {
+    const Windows::Keep keep(windows_);
+    return dialogs_.askToLose(text, title);
+}
+
 QString KeepingDialogs::input(const QString& prompt, const QString& title, const QString& text) {
     const Windows::Keep keep(windows_);
     return dialogs_.input(prompt, title, text);

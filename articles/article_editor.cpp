@@ -191,7 +191,7 @@ bool ArticleEditor::remove(const ArticleFields& fields) {
 }
 
 bool ArticleEditor::mayDiscard() {
-    return dialogs_.ask(u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s);
+    return dialogs_.askToLose(u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s);
 }
 
 }  // namespace guanchao

@@ -18,6 +18,9 @@ public:
     // A question: information icon, OK and Cancel; true only for OK.
     virtual bool ask(const QString& text, const QString& title = programName) = 0;
 
+    // The same where OK loses for good what the user has typed: Enter by itself answers Cancel.
+    virtual bool askToLose(const QString& text, const QString& title = programName) = 0;
+
     // An input box; empty if the user cancels it.
     virtual QString input(const QString& prompt, const QString& title, const QString& text) = 0;
 

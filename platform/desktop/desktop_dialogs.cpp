@@ -51,6 +51,18 @@ void scrollLongText(QMessageBox& box) {
     label->hide();
 }
 
+bool isAnsweredByOk(const QString& text, const QString& title, bool enterIsOk) {
+    const QPointer<QMessageBox> box = newBox(QMessageBox::Information, title, text);
+    QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(enterIsOk ? ok : cancel);
+    box->setEscapeButton(cancel);
+    box->exec();
+    const bool yes = box && box->clickedButton() == ok;
+    delete box;
+    return yes;
+}
+
 QString pickedIn(const QPointer<QFileDialog>& box, const QString& file) {
     box->selectFile(file);
     box->resize(820, 500);  // sizes and dates in full
@@ -71,14 +83,11 @@ void DesktopDialogs::tell(const QString& text, const QString& title) {
 }
 
 bool DesktopDialogs::ask(const QString& text, const QString& title) {
-    const QPointer<QMessageBox> box = newBox(QMessageBox::Information, title, text);
-    QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
-    box->setDefaultButton(ok);
-    box->setEscapeButton(addButton(*box, u"取消"_s, QMessageBox::RejectRole));
-    box->exec();
-    const bool yes = box && box->clickedButton() == ok;
-    delete box;
-    return yes;
+    return isAnsweredByOk(text, title, true);
+}
+
+bool DesktopDialogs::askToLose(const QString& text, const QString& title) {
+    return isAnsweredByOk(text, title, false);
 }
 
 QString DesktopDialogs::input(const QString& prompt, const QString& title, const QString& text) {

@@ -24,6 +24,7 @@
 #include "articles/form27.h"
 #include "controls/entry_box.h"
 #include "grid/grid_view.h"
+#include "platform/desktop/desktop_dialogs.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "themes/form30.h"
@@ -259,14 +260,75 @@ TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
     EXPECT_FALSE(form->findChild<QTimer*>(u"Timer3"_s)->isActive());
     EXPECT_EQ(dialogs_.shown, QStringList({question, question, question}));
     EXPECT_TRUE(form && form->isVisible());
-    Form2 main(environment_, windows_);
-    main.show();
-    main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
-    EXPECT_TRUE(main.isVisible() && processes_.ended.isEmpty()) << "nor does the program end";
     dialogs_.shown.clear();
     writing->undo();
     EXPECT_TRUE(windows_.closeAll()) << "taken back: nothing to ask";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+// Real boxes, answered by real keys alone.
+TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
+    const QString end = u"点“确定”退出，点“取消”进入托盘。"_s;
+    const QString lose = u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s;
+    DesktopDialogs boxes;
+    dialogs_.boxes = &boxes;
+    const auto noBoxes = qScopeGuard([this] { dialogs_.boxes = nullptr; });
+    Form2 main(environment_, windows_);
+    const auto exit = [&main](QPointer<Form26>&) { main.close(); };
+    const auto fromTray = [&main](QPointer<Form26>&) {
+        main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+    };
+    const auto close = [](QPointer<Form26>& form) { form->close(); };
+    const auto move = [](QPointer<Form26>& form) { pick(form, u"Combo7"_s, 0); };
+    const struct {
+        const char* name;
+        std::function<void(QPointer<Form26>&)> act;
+        QList<Qt::Key> keys;
+        QStringList boxes;
+        bool kept, ends;
+    } cases[] = {
+        {"exit", exit, {Qt::Key_Return, Qt::Key_Return}, {end, lose}, true, false},
+        {"hidden in the tray", exit, {Qt::Key_Escape, Qt::Key_Return}, {end, lose}, true, false},
+        {"exit from the tray", fromTray, {Qt::Key_Return}, {lose}, true, false},
+        {"closed", close, {Qt::Key_Enter}, {lose}, true, false},
+        {"another article", move, {Qt::Key_Return}, {lose}, true, false},
+        {"thrown away",
+         exit,
+         {Qt::Key_Return, Qt::Key_Left, Qt::Key_Return},
+         {end, lose},
+         false,
+         true},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.name);
+        main.show();
+        QPointer<Form26> form = edit(1);
+        QTest::keyClicks(form->findChild<ArticleText*>(), u"x"_s);
+        QList<Qt::Key> keys = it.keys;
+        QStringList texts;
+        QTimer user;
+        user.callOnTimeout([&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box && texts.value(texts.size() - 1) != box->text()) {
+                texts << box->text();
+            }
+            if (box) {
+                QTest::keyClick(box->windowHandle(),
+                                keys.isEmpty() ? Qt::Key_Escape : keys.takeFirst());
+            }
+        });
+        user.start(1);
+        it.act(form);
+        EXPECT_TRUE(keys.isEmpty());
+        EXPECT_EQ(texts, it.boxes);
+        EXPECT_EQ(form && form->isVisible(), it.kept);
+        EXPECT_TRUE(!it.kept || body(form).contains(u'x'));
+        EXPECT_EQ(!std::exchange(processes_.ended, {}).isEmpty(), it.ends);
+        if (form) {
+            form->findChild<ArticleText*>()->undo();
+        }
+        windows_.closeAll();
+    }
 }
 
 // 退出 in the tray while a box of an editor with unsaved text stands.

@@ -40,14 +40,24 @@ protected:
 
 TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
     const auto clickCancel = [](QMessageBox& box) { box.buttons().at(1)->click(); };
+    const auto pressLeftAndReturn = [](QMessageBox& box) {
+        QTest::keyClick(box.windowHandle(), Qt::Key_Left);
+        QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    };
+    const auto ask = &DesktopDialogs::ask;
+    const auto askToLose = &DesktopDialogs::askToLose;
     const struct {
+        bool (DesktopDialogs::*ask)(const QString&, const QString&);
         std::function<void(QMessageBox&)> act;
         bool yes;
     } cases[] = {
-        {press(Qt::Key_Return), true},
-        {press(Qt::Key_Escape), false},
-        {clickCancel, false},
-        {[](QMessageBox& box) { box.close(); }, false},
+        {ask, press(Qt::Key_Return), true},
+        {ask, press(Qt::Key_Escape), false},
+        {ask, clickCancel, false},
+        {ask, [](QMessageBox& box) { box.close(); }, false},
+        {askToLose, press(Qt::Key_Return), false},
+        {askToLose, press(Qt::Key_Escape), false},
+        {askToLose, pressLeftAndReturn, true},
     };
     for (const auto& it : cases) {
         onceOpen<QMessageBox>([&](QMessageBox& box) {
@@ -56,7 +66,7 @@ TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
             EXPECT_EQ(box.buttons().at(0)->text() + box.buttons().at(1)->text(), u"确定取消"_s);
             it.act(box);
         });
-        EXPECT_EQ(dialogs_.ask(u"真的?"_s, u"观潮台"_s), it.yes);
+        EXPECT_EQ((dialogs_.*it.ask)(u"真的?"_s, u"观潮台"_s), it.yes);
     }
 }
 

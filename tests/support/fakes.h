@@ -31,13 +31,19 @@ public:
         if (onTell) {
             onTell();
         }
+        if (boxes) {
+            boxes->tell(text, title);
+        }
     }
     bool ask(const QString& text, const QString& title) override {
         shown << title + u'|' + text;
         if (onAsk) {
             onAsk();
         }
-        return answer;
+        return boxes ? boxes->ask(text, title) : answer;
+    }
+    bool askToLose(const QString& text, const QString& title) override {
+        return boxes ? boxes->askToLose(text, title) : ask(text, title);
     }
     QString input(const QString& prompt, const QString& title, const QString& text) override {
         shown << title + u'|' + prompt + u'|' + text;
@@ -59,6 +65,7 @@ public:
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
+    Dialogs* boxes = nullptr;  // real ones, for a user at real keys
     // What happens while the box stands.
     std::function<void()> onTell, onAsk, onInput;
     QString typed;
