@@ -136,7 +136,9 @@ void Form2::connectTimers() {
         it.timer.setInterval(it.milliseconds);
     }
     connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
-    connect(&Timer2_, &QTimer::timeout, this, &Form2::Timer2_Timer);
+    // Queued: a timer doesn't tick as long as its own tick is under way, and in a queued one a box
+    // may stand for hours while the polls go on.
+    connect(&Timer2_, &QTimer::timeout, this, &Form2::Timer2_Timer, Qt::QueuedConnection);
     connect(&Timer3_, &QTimer::timeout, this, &Form2::Timer3_Timer);
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
 }
@@ -338,6 +340,11 @@ bool Form2::showMonitors() {
         return false;
     }
     windows_.openAnew<Form4>();
+    // It takes no input before a box that stands is answered, and must not cover that.
+    if (QWidget* box = QApplication::activeModalWidget()) {
+        box->raise();
+        box->activateWindow();
+    }
     return true;
 }
 

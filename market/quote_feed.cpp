@@ -49,7 +49,7 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
     if (tojiankong < 1) {
         pump_.runPendingEvents();
     } else {
-        // A click may not change the monitors in the middle of their poll.
+        // A click may not change the monitors in the middle of their poll, and no box hold it up.
         pump_.runPendingEventsButInput();
     }
 }

@@ -129,9 +129,16 @@ void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
     }
 }
 
-// Once it may be shown again, one window tells of all alarms that it waited with.
+// Once it may be shown again, one window tells of all alarms that it waited with. It waits too
+// while a box of the old window stands that closes for it: a tick under the box shows it.
 void AlarmEngine::showMonitors(std::exception_ptr& failure) {
-    attempt(failure, [this] { windowWaits_ = windowWaits_ || !showMonitors_(); });
+    if (windowWaits_) {
+        return;
+    }
+    windowWaits_ = true;
+    bool shown = true;
+    attempt(failure, [&] { shown = showMonitors_(); });
+    windowWaits_ = !shown;
 }
 
 void AlarmEngine::updateQuotes(Connection& connection) {

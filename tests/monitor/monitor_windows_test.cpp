@@ -179,7 +179,10 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     http_.answer = [](const QString& path) {
         return quoteReply(path, {{u"sh600000"_s, 10.6}, {u"sz000001"_s, 10.7}});
     };
-    const auto fire = [&](const QString& name) { timeIsUp(main.findChild<QTimer*>(name)); };
+    const auto fire = [&](const QString& name) {
+        timeIsUp(main.findChild<QTimer*>(name));
+        QCoreApplication::sendPostedEvents(&main);
+    };
     auto* player = main.findChild<QWidget*>(u"WindowsMediaPlayer1"_s);
     auto* timer3 = main.findChild<QTimer*>(u"Timer3"_s);
     QMenu menu;

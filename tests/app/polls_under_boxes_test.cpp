@@ -1,0 +1,159 @@
+#include <gtest/gtest.h>
+
+#include <QScopeGuard>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "app/application.h"
+#include "app/form2.h"
+#include "monitor/form4.h"
+#include "platform/desktop/desktop_dialogs.h"
+#include "platform/desktop/qt_event_pump.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/quote_reply.h"
+#include "tests/support/test_environment.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+// Real boxes over the real timers of the main window, which polls as fast as it can.
+class PollsUnderBoxesTest : public ::testing::Test, protected TestEnvironment {
+protected:
+    PollsUnderBoxesTest() {
+        store_.run({
+            u"update tempcanshu set jiankongpinlu=2"_s,
+            u"insert into jiankonghq(dm) values('SH600000'),('SZ000001')"_s,
+            u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue)"
+            u" values('SH600000','浦发银行','股价','>',10.5,1,'/声/t.mp3')"_s,
+        });
+        http_.answer = [this](const QString& path) {
+            return quoteReply(path, {{u"sh600000"_s, price_}, {u"sz000001"_s, 10}});
+        };
+        dialogs_.boxes = &boxes_;
+        application_.setDialogs(&keepingDialogs_);
+        form_.Form_Load();
+        form_.show();
+        for (const QString& name : {u"Timer1"_s, u"Timer2"_s, u"Timer3"_s}) {
+            form_.findChild<QTimer*>(name)->setInterval(5);
+        }
+        form_.findChild<QTimer*>(u"Timer4"_s)->stop();
+    }
+    ~PollsUnderBoxesTest() override { application_.setDialogs(nullptr); }
+
+    static bool wait(const std::function<bool()>& condition) {
+        return QTest::qWaitFor(condition, 10000);
+    }
+    bool morePolls(int count) {
+        const qsizetype before = http_.paths.size();
+        return wait([&] { return http_.paths.size() >= before + count; });
+    }
+    static QList<QPointer<QWidget>> managers() {
+        QList<QPointer<QWidget>> windows;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<Form4*>(window) && window->isVisible()) {
+                windows << window;
+            }
+        }
+        return windows;
+    }
+    static bool opensAnother(const QList<QPointer<QWidget>>& before) {
+        return wait([&] {
+            const auto now = managers();
+            return std::ranges::any_of(now, [&](const auto& it) { return !before.contains(it); });
+        });
+    }
+
+    // What brings the box about happens between the polls; what is mended is so under the box.
+    void expectPollsAndAlarmsUnderTheBoxOf(const std::function<void()>& cause,
+                                           const std::function<void()>& mend) {
+        QPointer<QWidget> box;
+        QTimer watch;
+        watch.callOnTimeout([&] {
+            if (box || !QApplication::activeModalWidget()) {
+                return;
+            }
+            box = QApplication::activeModalWidget();
+            mend();
+            expectPollsAndAlarms();
+            EXPECT_EQ(QApplication::activeModalWidget(), box) << "it stands, and none over it";
+            EXPECT_EQ(QApplication::activeWindow(), box) << "its keys reach it";
+            form_.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        watch.start(1);
+        ASSERT_TRUE(morePolls(1));
+        cause();
+        EXPECT_TRUE(wait([&] { return !processes_.ended.isEmpty(); })) << "the program ends";
+        EXPECT_EQ(dialogs_.shown.size(), 1) << dialogs_.shown.join(u'\n').toStdString();
+    }
+
+    void expectPollsAndAlarms() {
+        EXPECT_TRUE(morePolls(5));
+        price_ = 10;
+        EXPECT_TRUE(morePolls(2));
+        sound_.played.clear();
+        const auto before = managers();
+        price_ = 10.6;
+        EXPECT_TRUE(opensAnother(before));
+        EXPECT_TRUE(wait([this] { return !sound_.played.isEmpty(); }));
+    }
+
+    Application& application_ = *static_cast<Application*>(QCoreApplication::instance());
+    DesktopDialogs boxes_;
+    double price_ = 10;
+    Form2 form_{environment_, windows_};
+};
+
+TEST_F(PollsUnderBoxesTest, AReplyThatBreaksOff) {
+    const auto whole = http_.answer;
+    expectPollsAndAlarmsUnderTheBoxOf(
+        [this] {
+            http_.answer = [](const QString& path) {
+                return quoteReply(path, {{u"sh600000"_s, 10}}).replace(",1,1\"", "\"");
+            };
+        },
+        [&] { http_.answer = whole; });
+}
+
+TEST_F(PollsUnderBoxesTest, AStoreThatIsLocked) {
+    Connection::setBusyTimeout(std::chrono::milliseconds(1));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    std::optional<Connection> other;
+    expectPollsAndAlarmsUnderTheBoxOf(
+        [&] {
+            other.emplace(stores_.main.open());
+            other->execute(u"begin exclusive"_s);
+        },
+        [&] { other.reset(); });
+}
+
+// The alarm that closes the window for a new one does not wait for the answer either.
+TEST_F(PollsUnderBoxesTest, AFrequencyThatIsRefused) {
+    windows_.openAnew<Form4>();
+    const auto refusing = managers();
+    lineEdit(refusing.first(), u"Text1"_s)->setText(u"0"_s);
+    expectPollsAndAlarmsUnderTheBoxOf([this] { price_ = 10.6; },
+                                      [&] { EXPECT_TRUE(opensAnother(refusing)); });
+}
+
+TEST_F(PollsUnderBoxesTest, ATimerOfAnotherWindowThatIsDueDuringAPoll) {
+    QtEventPump pump;
+    pump_.onRun = [&] { pump.runPendingEventsButInput(); };
+    QTimer other;
+    other.setSingleShot(true);
+    other.callOnTimeout([this] { keepingDialogs_.tell(u"没有网络"_s, u"分时行情"_s); });
+    const auto answer = http_.answer;
+    bool isDue = false;
+    http_.answer = [&](const QString& path) {
+        if (std::exchange(isDue, false)) {
+            other.start(0);
+        }
+        return answer(path);
+    };
+    expectPollsAndAlarmsUnderTheBoxOf([&] { isDue = true; }, [] {});
+}
+
+}  // namespace guanchao
