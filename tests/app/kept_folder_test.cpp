@@ -1,0 +1,153 @@
+#include "tests/support/kept_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "app/application_folder.h"
+#include "app/startup.h"
+#include "store/prepared_stores.h"
+#include "store/recordset.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "themes/theme_table.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList storeNames = {u"dzhzhuti.mzdat"_s, u"caijiqi.mzdat"_s, u"wenzhang.mzdat"_s,
+                                u"py.mzdat"_s, u"yzhutibackup.mzdat"_s};
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& content) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    file.write(content);
+}
+
+// A value in one line: texts in quotes, numbers as they read in every version of the library.
+QString cell(const QString& column) {
+    return u"case typeof(%1) when 'text' then "
+           u"replace(replace(quote(%1),char(13),'\\r'),char(10),'\\n') "
+           u"when 'real' then printf('%.15g',%1) else quote(%1) end"_s.arg(column);
+}
+
+// The heading of the table, and its rows in the order in which they were added.
+QString tableText(Connection& store, const QString& table, const QStringList& columns) {
+    QStringList cells;
+    for (const QString& column : columns) {
+        cells << cell(column);
+    }
+    QString text = table + u'(' + columns.join(u',') + u")\n"_s;
+    Recordset rows(store, u"select "_s + cells.join(u"||char(9)||"_s) + u" from "_s + table +
+                              u" order by rowid"_s);
+    for (; !rows.atEnd(); rows.moveNext()) {
+        text += rows.value(0).toText() + u'\n';
+    }
+    return text;
+}
+
+QString storeText(Connection& store) {
+    QStringList tables;
+    for (Recordset names(store, u"select name from sqlite_master where type='table'"_s);
+         !names.atEnd(); names.moveNext()) {
+        const QString table = names.value(0).toText();
+        const Recordset any(store, u"select * from "_s + table + u" limit 0"_s);
+        QStringList columns;
+        for (int field = 0; field < any.fieldCount(); ++field) {
+            columns << any.fieldName(field);
+        }
+        tables << tableText(store, table, columns);
+    }
+    return tables.join(u'\n');
+}
+
+}  // namespace
+
+// An installed program of today, and a user's folder from then.
+class KeptFolderTest : public ::testing::Test {
+protected:
+    // What the program does with a folder at its start.
+    void start(const QString& version) {
+        const QString usr = directory_.filePath(version + u"/usr/"_s);
+        const QString home = directory_.filePath(version + u"/home"_s);
+        const QString installed = usr + u"share/guanchaotai/"_s;
+        for (const QString& name : storeNames + QStringList{u"services.ini"_s}) {
+            write(installed + name, "of the package");
+        }
+        copyKeptFolder(version, home + u"/guanchaotai"_s);
+        const ApplicationFolder folder(usr + u"lib/guanchaotai"_s, home);
+        folder.prepare();
+        loadProgram(folder.path(), tray_, globals_, stores_, clock_, [&] {
+            ThemeTable(stores_, globals_, clock_, dialogs_, themes_, stocks_)
+                .refresh(u"0"_s, [](const UpdateLabels&) {});
+        });
+        EXPECT_TRUE(prepareStores(folder.path(), QString(), clock_.now()).isEmpty());
+    }
+
+    static void expectRows(const QString& version, const StoreFile& file) {
+        Connection store = file.open();
+        const QString kept = keptRows(version, QFileInfo(file.path).fileName());
+        ASSERT_FALSE(kept.isEmpty())
+            << "no rows are written down of " << file.path.toStdString() << ":\n"
+            << storeText(store).toStdString();
+        for (const QString& table : kept.split(u"\n\n"_s)) {
+            const QString heading = table.section(u')', 0, 0);
+            EXPECT_EQ(
+                tableText(store, heading.section(u'(', 0, 0), heading.section(u'(', 1).split(u','))
+                    .trimmed(),
+                table.trimmed());
+        }
+    }
+
+    // Texts and settings: byte for byte.
+    void expectFiles(const QString& version) {
+        const QString kept = directory_.filePath(version + u"/kept/"_s);
+        copyKeptFolder(version, kept);
+        QDirIterator files(kept, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (!path.endsWith(u".mzdat"_s)) {
+                EXPECT_EQ(contentOf(globals_.yingyongmulu + path.mid(kept.size())), contentOf(path))
+                    << path.toStdString();
+            }
+        }
+    }
+
+    QTemporaryDir directory_;
+    Globals globals_;
+    Stores stores_;
+    FakeClock clock_;
+    FakeDialogs dialogs_;
+    FakeTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+    ResultGrid themes_, stocks_;
+};
+
+TEST_F(KeptFolderTest, AStartLosesNothingOfIt) {
+    ASSERT_FALSE(keptFolders().isEmpty());
+    for (const QString& version : keptFolders()) {
+        SCOPED_TRACE(version.toStdString());
+        start(version);
+        EXPECT_GT(themes_.rows(), 5);
+        EXPECT_TRUE(dialogs_.shown.isEmpty());
+        for (const StoreFile& store : {stores_.main, stores_.heat, stores_.article, stores_.pinyin,
+                                       stores_.backupTemplate}) {
+            expectRows(version, store);
+        }
+        expectFiles(version);
+    }
+}
+
+}  // namespace guanchao
