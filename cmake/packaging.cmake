@@ -33,6 +33,13 @@ install(CODE "
 install(FILES data/guanchaotai.desktop DESTINATION share/applications)
 install(FILES app/looks/pet.png DESTINATION share/icons/hicolor/256x256/apps RENAME guanchaotai.png)
 install(FILES LICENSE DESTINATION share/doc/guanchaotai RENAME copyright)
+set(changelog ${PROJECT_BINARY_DIR}/changelog.gz)
+add_custom_command(OUTPUT ${changelog}
+    COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/cmake/debian/changelog > ${changelog}
+    DEPENDS cmake/debian/changelog
+    VERBATIM)
+install(FILES ${changelog} DESTINATION share/doc/guanchaotai)
+install(FILES cmake/debian/lintian-overrides DESTINATION share/lintian/overrides RENAME guanchaotai)
 install(FILES docs/collector.md docs/history.md DESTINATION share/doc/guanchaotai)
 install(FILES docs/pictures/collector.png DESTINATION share/doc/guanchaotai/pictures)
 
@@ -51,12 +58,14 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "ca-certificates, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, qt6-translations-l10n, fonts-noto-cjk")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/require_packaging_tools.cmake)
 include(CPack)
 
 add_custom_target(deb
     # The archive holds Chinese names, whatever the locale of who builds it.
     COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 ${CMAKE_CPACK_COMMAND}
     WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
-    DEPENDS guanchaotai caijiqi history_builder prepare_stores
+    DEPENDS guanchaotai caijiqi history_builder prepare_stores ${changelog}
     USES_TERMINAL
     COMMENT "Package in ${PROJECT_BINARY_DIR}")
