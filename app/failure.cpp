@@ -34,7 +34,7 @@ QString meaningOf(StoreFault fault) {
 QString explanation(const StoreError& failure) {
     const QString file = QFileInfo(failure.path()).fileName();
     // A file that a failure has taken away was there.
-    if (failure.reason().contains(u"unable to open"_s) && !QFileInfo::exists(failure.path())) {
+    if (failure.fault() == StoreFault::unreadable && !QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
     return u"数据文件 "_s + file + meaningOf(failure.fault());

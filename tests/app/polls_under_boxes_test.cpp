@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <QPointer>
 #include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "app/application.h"

@@ -14,6 +14,7 @@
 #include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
+#include <utility>
 
 #include "app/application.h"
 #include "app/form2.h"

@@ -9,6 +9,7 @@
 #include <QScopeGuard>
 #include <array>
 #include <csignal>
+#include <cstdio>
 
 #include "app/failure.h"
 #include "exchange/article_import.h"
