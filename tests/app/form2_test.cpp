@@ -397,6 +397,7 @@ TEST_F(Form2Test, CancelHidesTheWindowInTheTrayWithItsTimersAlive) {
 
 TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
     load();
+    timeIsUp(find<QTimer>(u"Timer1"_s));
     dialogs_.answer = false;
     form_.close();
     const auto seconds = [this](int count) {

@@ -235,7 +235,7 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     other.activateWindow();
     settle();
     ASSERT_TRUE(!form->isActiveWindow());
-    timerOf(form, u"Timer2"_s)->stop();
+    ASSERT_TRUE(Timer2->isActive());
     fire(form, u"Timer2"_s);
     EXPECT_EQ(http_.paths.size(), 1);
     EXPECT_TRUE(Timer2->isActive()) << "it waits for the window to come to the front";

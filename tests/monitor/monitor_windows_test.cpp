@@ -188,6 +188,7 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     QMenu menu;
     menu.addAction(u"entry"_s);
     menu.popup({});
+    fire(u"Timer1"_s);
     fire(u"Timer2"_s);
     EXPECT_TRUE(menu.isVisible());
     EXPECT_FALSE(shownWindow<Form4>()) << "it would close the menu";

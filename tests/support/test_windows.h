@@ -1,6 +1,8 @@
 // How tests find the windows that are on the screen, and what they press there.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
@@ -36,8 +38,9 @@ inline void trigger(QWidget* form, const QString& entry) {
     QApplication::processEvents();
 }
 
-// What the timer does when its time is up; nothing if it isn't started.
+// What the timer does when its time is up.
 inline void timeIsUp(QTimer* timer) {
+    ASSERT_TRUE(timer->isActive()) << timer->objectName().toStdString();
     QTimerEvent event(timer->timerId());
     QCoreApplication::sendEvent(timer, &event);
 }
