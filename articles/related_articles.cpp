@@ -40,6 +40,7 @@ RelatedArticles readRelatedArticles(Connection& store, const ArticleFields& fiel
             return QStringList();
         }
     };
+    // Of articles that are read as often the newest comes first, but on one day the oldest.
     const auto same = [&](const QString& name, const QString& column, const QString& box) {
         return read(name, column + u"='"_s + trimBlanks(box) + u"'"_s,
                     u"  order by cishu desc,id desc limit 200"_s);

@@ -136,7 +136,8 @@ QString SelectionQuery::statement() const {
                  u"'  and date(xuanticai.riqi)<='"_s + dateText(packDate(last)) + u"' "_s;
     }
     return columns + words +
-           u"  order by date(xuanticai.riqi) desc,xuanticai.ticai desc,xuanticai.rowid desc,xuanticaigu.rowid"_s;
+           u"  order by date(xuanticai.riqi) desc,xuanticai.ticai desc,xuanticai.rowid desc,"
+           u"xuanticaigu.rowid"_s;
 }
 
 QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates) {
