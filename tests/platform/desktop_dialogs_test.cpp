@@ -142,7 +142,8 @@ TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {
 TEST_F(DesktopDialogsTest, AnOwnerThatClosesTakesItsBoxAlong) {
     auto* owner = new QWidget;
     owner->show();
-    QApplication::setActiveWindow(owner);
+    owner->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(owner));
     onceOpen<QMessageBox>([owner](QMessageBox&) { delete owner; });
     EXPECT_FALSE(dialogs_.ask(u"真的?"_s, u"观潮台"_s));
 }
