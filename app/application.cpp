@@ -8,7 +8,7 @@
 
 #include "app/failure.h"
 #include "app/looks.h"
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

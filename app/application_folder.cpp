@@ -7,7 +7,7 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
-#include "store/store_error.h"
+#include "base/activity.h"
 #include "store/stores.h"
 
 namespace guanchao {

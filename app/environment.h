@@ -2,12 +2,12 @@
 // makes it and outlives all windows.
 #pragma once
 
-#include "app/globals.h"
+#include "base/event_pump.h"
+#include "base/globals.h"
 #include "market/mean_volume.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "platform/event_pump.h"
 #include "platform/http.h"
 #include "platform/processes.h"
 #include "platform/services.h"

@@ -11,12 +11,12 @@
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "base/values.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
 #include "research/form24.h"
-#include "store/values.h"
 #include "ui_form2.h"
 #include "utilities/version_check.h"
 

@@ -1,8 +1,8 @@
 #include "app/maintenance.h"
 
+#include "base/activity.h"
 #include "platform/fixed_folders.h"
 #include "store/connection.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

@@ -1,6 +1,6 @@
 #include "app/shutdown.h"
 
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <functional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/clock.h"
 #include "store/stores.h"
 #include "utilities/tray_module.h"

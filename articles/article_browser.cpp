@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "articles/article_removal.h"
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -3,9 +3,9 @@
 // article is a transaction of its own.
 #pragma once
 
-#include "app/globals.h"
 #include "articles/article_lists.h"
 #include "articles/article_query.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"

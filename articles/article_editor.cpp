@@ -6,9 +6,9 @@
 
 #include "articles/article_removal.h"
 #include "articles/installation.h"
+#include "base/activity.h"
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

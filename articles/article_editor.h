@@ -5,9 +5,9 @@
 
 #include <optional>
 
-#include "app/globals.h"
 #include "articles/article_lists.h"
 #include "articles/related_articles.h"
+#include "base/globals.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "store/stores.h"

@@ -1,7 +1,7 @@
 // What the fields of the article editor hold.
 #pragma once
 
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 
 namespace guanchao {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

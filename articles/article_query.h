@@ -5,7 +5,7 @@
 #include <QString>
 #include <array>
 
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 
 namespace guanchao {
 

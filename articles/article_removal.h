@@ -2,7 +2,7 @@
 // Failed statements raise StoreError.
 #pragma once
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "store/connection.h"
 
 namespace guanchao {

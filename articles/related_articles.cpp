@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
+#include "base/values.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,12 +1,12 @@
 // The rankings of themes by their news: 600 themes with 400 days of counts.
 #include <QTemporaryDir>
 
+#include "base/values.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "heat/news_ranking.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 
 namespace guanchao {

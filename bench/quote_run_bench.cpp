@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include "base/values.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
@@ -11,7 +12,6 @@
 #include "platform/curl_http.h"
 #include "platform/gbk.h"
 #include "store/recordset.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 #include "tools/practice_market/practice_market.h"
 

@@ -2,10 +2,10 @@
 // and one quote with its request, against the bare request.
 #include "market/stock_quote.h"
 
+#include "base/values.h"
 #include "bench/compare.h"
 #include "platform/curl_http.h"
 #include "platform/gbk.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 #include "tools/practice_market/practice_market.h"
 

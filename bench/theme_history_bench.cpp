@@ -3,11 +3,11 @@
 
 #include <QTemporaryDir>
 
+#include "base/values.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 
 namespace guanchao {

@@ -3,10 +3,10 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include "base/values.h"
 #include "market/quote_feed.h"
 #include "platform/gbk.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

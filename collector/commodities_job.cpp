@@ -1,9 +1,9 @@
 #include "collector/commodities_job.h"
 
+#include "base/values.h"
 #include "collector/search_page.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,8 +1,8 @@
 #include "collector/companies_job.h"
 
+#include "base/values.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

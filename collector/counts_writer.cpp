@@ -1,9 +1,9 @@
 #include "collector/counts_writer.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "collector/growth.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

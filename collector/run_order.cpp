@@ -1,8 +1,8 @@
 #include "collector/run_order.h"
 
+#include "base/values.h"
 #include "heat/news_settings.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

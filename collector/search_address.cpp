@@ -2,8 +2,8 @@
 
 #include <QRegularExpression>
 
+#include "base/activity.h"
 #include "heat/url_encode.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

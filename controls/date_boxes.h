@@ -1,7 +1,7 @@
 // The three boxes of a date in a window, with their lists and their rule.
 #pragma once
 
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 #include "controls/entry_box.h"
 
 namespace guanchao {

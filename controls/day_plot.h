@@ -7,7 +7,7 @@
 #include <QLineSeries>
 #include <QValueAxis>
 
-#include "controls/day_values.h"
+#include "base/day_values.h"
 
 namespace guanchao {
 

@@ -1,8 +1,8 @@
 #include "exchange/article_import.h"
 
+#include "base/activity.h"
 #include "exchange/table_merge.h"
 #include "platform/fixed_folders.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

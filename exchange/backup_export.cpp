@@ -3,10 +3,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/activity.h"
 #include "exchange/store_copy.h"
 #include "platform/fixed_folders.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

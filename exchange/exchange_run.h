@@ -5,7 +5,7 @@
 #include <QString>
 #include <functional>
 
-#include "app/cancellable_run.h"
+#include "base/cancellable_run.h"
 #include "store/connection.h"
 
 namespace guanchao {

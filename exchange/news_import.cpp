@@ -1,9 +1,9 @@
 #include "exchange/news_import.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "exchange/table_merge.h"
 #include "platform/fixed_folders.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

@@ -4,8 +4,8 @@
 #include <QStringDecoder>
 #include <algorithm>
 
+#include "base/activity.h"
 #include "platform/gbk.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

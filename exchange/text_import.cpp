@@ -3,12 +3,12 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include "base/values.h"
 #include "exchange/text_file.h"
 #include "exchange/text_preview.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

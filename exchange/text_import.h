@@ -4,7 +4,7 @@
 // written raises StoreError after the import.
 #pragma once
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "exchange/exchange_run.h"
 #include "exchange/theme_text.h"
 #include "grid/result_grid.h"

@@ -3,9 +3,9 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "exchange/table_merge.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -2,7 +2,7 @@
 // command that empties dzhzhuti. Raises StoreError or OperationError; nothing of the run remains.
 #pragma once
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "exchange/exchange_run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"

@@ -3,7 +3,7 @@
 #include <QList>
 #include <algorithm>
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

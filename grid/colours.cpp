@@ -1,6 +1,6 @@
 #include "grid/colours.h"
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

@@ -9,8 +9,8 @@
 #include <QStyledItemDelegate>
 #include <utility>
 
+#include "base/values.h"
 #include "grid/twips.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -3,8 +3,8 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 
+#include "base/values.h"
 #include "grid/stock_picker.h"
-#include "store/values.h"
 
 namespace guanchao {
 

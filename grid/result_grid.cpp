@@ -3,8 +3,8 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "base/values.h"
 #include "grid/sorting.h"
-#include "store/values.h"
 
 namespace guanchao {
 

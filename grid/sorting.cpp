@@ -5,8 +5,8 @@
 #include <numeric>
 #include <optional>
 
+#include "base/values.h"
 #include "grid/trapped.h"
-#include "store/values.h"
 
 namespace guanchao {
 

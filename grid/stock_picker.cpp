@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,6 +1,6 @@
 #include "grid/tianchongbiao.h"
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

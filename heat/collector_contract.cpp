@@ -1,8 +1,8 @@
 #include "heat/collector_contract.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

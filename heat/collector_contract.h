@@ -5,7 +5,7 @@
 
 #include <QString>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "platform/processes.h"
 #include "store/stores.h"

@@ -1,10 +1,10 @@
 #include "heat/commodities.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "heat/heat_grid.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

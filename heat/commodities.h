@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include "app/globals.h"
-#include "controls/day_values.h"
+#include "base/day_values.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/shell.h"

@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "store/stores.h"
 

@@ -2,8 +2,8 @@
 
 #include <QScopeGuard>
 
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
-#include "store/values.h"
 
 namespace guanchao {
 

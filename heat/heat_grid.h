@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "controls/day_values.h"
+#include "base/day_values.h"
 #include "grid/result_grid.h"
 #include "store/recordset.h"
 

@@ -4,8 +4,8 @@
 // with. Failed statements raise StoreError.
 #pragma once
 
-#include "app/globals.h"
-#include "controls/day_values.h"
+#include "base/day_values.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/shell.h"
 #include "store/stores.h"

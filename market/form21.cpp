@@ -2,9 +2,9 @@
 
 #include <QApplication>
 
+#include "base/values.h"
 #include "grid/twips.h"
 #include "market/form11.h"
-#include "store/values.h"
 #include "ui_form21.h"
 
 namespace guanchao {

@@ -1,6 +1,6 @@
 #include "market/index_panels.h"
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

@@ -4,10 +4,10 @@
 #include <exception>
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "platform/gbk.h"
 #include "platform/ini_file.h"
-#include "store/store_error.h"
-#include "store/values.h"
 #include "themes/trading_session.h"
 
 namespace guanchao {

@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "market/fundamentals.h"
 #include "market/index_panels.h"
 #include "market/mean_volume.h"

@@ -3,9 +3,9 @@
 #include <QScopedValueRollback>
 #include <QStringList>
 
+#include "base/values.h"
 #include "market/quote_line.h"
 #include "platform/gbk.h"
-#include "store/values.h"
 
 namespace guanchao {
 

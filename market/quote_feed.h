@@ -4,9 +4,9 @@
 
 #include <QString>
 
-#include "app/globals.h"
+#include "base/event_pump.h"
+#include "base/globals.h"
 #include "platform/clock.h"
-#include "platform/event_pump.h"
 #include "platform/http.h"
 #include "store/recordset.h"
 #include "store/stores.h"

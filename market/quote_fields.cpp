@@ -3,8 +3,8 @@
 #include <QTime>
 #include <cmath>
 
-#include "store/store_error.h"
-#include "store/values.h"
+#include "base/activity.h"
+#include "base/values.h"
 
 namespace guanchao {
 

@@ -2,9 +2,9 @@
 
 #include <QVarLengthArray>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "market/quote_fields.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,7 +1,7 @@
 #include "market/quote_run.h"
 
-#include "store/store_error.h"
-#include "store/values.h"
+#include "base/activity.h"
+#include "base/values.h"
 
 namespace guanchao {
 

@@ -4,7 +4,7 @@
 #include <QString>
 #include <functional>
 
-#include "app/cancellable_run.h"
+#include "base/cancellable_run.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
 #include "store/stores.h"

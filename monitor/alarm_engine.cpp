@@ -4,10 +4,10 @@
 #include <optional>
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "monitor/crossing.h"
 #include "monitor/poll_list.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -11,7 +11,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
 #include "store/recordset.h"

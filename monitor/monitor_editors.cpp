@@ -1,9 +1,9 @@
 #include "monitor/monitor_editors.h"
 
+#include "base/values.h"
 #include "monitor/poll_list.h"
 #include "platform/fixed_folders.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "store/store_error.h"
 #include "store/stores.h"

@@ -1,10 +1,10 @@
 #include "monitor/monitor_manager.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "monitor/poll_list.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -6,7 +6,7 @@
 #include <QString>
 #include <optional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"

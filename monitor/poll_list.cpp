@@ -1,6 +1,6 @@
 #include "monitor/poll_list.h"
 
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/values.h"
 #include "platform/ini_file.h"
-#include "store/values.h"
 
 namespace guanchao {
 

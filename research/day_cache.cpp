@@ -2,8 +2,8 @@
 
 #include <QScopedValueRollback>
 
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

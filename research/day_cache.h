@@ -7,8 +7,8 @@
 #include <QList>
 #include <QString>
 
-#include "app/cancellable_run.h"
-#include "app/globals.h"
+#include "base/cancellable_run.h"
+#include "base/globals.h"
 #include "platform/clock.h"
 #include "research/asked_history.h"
 #include "research/day_history.h"

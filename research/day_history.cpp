@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <cmath>
 
+#include "base/values.h"
 #include "platform/gbk.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -3,9 +3,9 @@
 #include <QSaveFile>
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "platform/gbk.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -6,8 +6,8 @@
 #include <QString>
 #include <functional>
 
-#include "app/globals.h"
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/dialogs.h"
 #include "store/stores.h"

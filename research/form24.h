@@ -5,9 +5,9 @@
 
 #include <memory>
 
-#include "app/cancellable_run.h"
 #include "app/environment.h"
 #include "app/windows.h"
+#include "base/cancellable_run.h"
 #include "controls/date_boxes.h"
 #include "controls/run_window.h"
 #include "grid/result_grid.h"

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "base/values.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -6,8 +6,8 @@
 #include <QString>
 #include <functional>
 
-#include "app/cancellable_run.h"
-#include "app/globals.h"
+#include "base/cancellable_run.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {

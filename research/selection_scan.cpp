@@ -4,9 +4,9 @@
 #include <functional>
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "research/stock_row.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "app/globals.h"
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/shell.h"
 #include "store/stores.h"

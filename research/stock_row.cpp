@@ -1,6 +1,6 @@
 #include "research/stock_row.h"
 
-#include "store/values.h"
+#include "base/values.h"
 
 namespace guanchao {
 

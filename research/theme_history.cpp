@@ -2,11 +2,11 @@
 
 #include <QScopeGuard>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "research/research_run.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

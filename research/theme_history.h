@@ -8,7 +8,7 @@
 #include <functional>
 #include <optional>
 
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"

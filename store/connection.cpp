@@ -8,12 +8,12 @@
 #include <cstdio>
 #include <exception>
 
+#include "base/values.h"
 #include "store/dialect.h"
 #include "store/held_stores.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

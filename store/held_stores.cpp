@@ -3,7 +3,7 @@
 #include <QFileInfo>
 #include <QHash>
 
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

@@ -7,11 +7,11 @@
 #include <functional>
 #include <stdexcept>
 
+#include "base/values.h"
 #include "platform/gbk.h"
 #include "store/bound_insert.h"
 #include "store/initials.h"
 #include "store/seed_list.h"
-#include "store/values.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
 // outside of any namespace.

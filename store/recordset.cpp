@@ -1,8 +1,8 @@
 #include "store/recordset.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "store/sqlite.h"
-#include "store/store_error.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,11 +1,11 @@
 #include "themes/form30.h"
 
 #include "articles/form27.h"
+#include "base/values.h"
 #include "grid/sorting.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
-#include "store/values.h"
 #include "ui_form30.h"
 
 namespace guanchao {

@@ -1,7 +1,7 @@
 #include "themes/membership.h"
 
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 #include "themes/membership.h"
 
 namespace guanchao {

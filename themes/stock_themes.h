@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"

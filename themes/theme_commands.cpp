@@ -1,7 +1,7 @@
 #include "themes/theme_commands.h"
 
-#include "store/store_error.h"
-#include "store/values.h"
+#include "base/activity.h"
+#include "base/values.h"
 #include "themes/membership.h"
 
 namespace guanchao {

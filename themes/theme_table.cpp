@@ -1,9 +1,9 @@
 #include "themes/theme_table.h"
 
+#include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "store/values.h"
 #include "themes/trading_session.h"
 
 namespace guanchao {

@@ -1,8 +1,8 @@
 #include "themes/watchlist.h"
 
+#include "base/activity.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 

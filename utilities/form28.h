@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "app/cancellable_run.h"
 #include "app/environment.h"
 #include "app/windows.h"
+#include "base/cancellable_run.h"
 #include "controls/run_window.h"
 #include "utilities/proxies.h"
 

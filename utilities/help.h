@@ -1,7 +1,7 @@
 // The entries of the tools and the help menu that only tell something or open a page.
 #pragma once
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "platform/services.h"
 #include "platform/shell.h"

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "platform/tray.h"
 

@@ -2,9 +2,9 @@
 
 #include <QSaveFile>
 
+#include "base/values.h"
 #include "platform/gbk.h"
 #include "platform/ini_file.h"
-#include "store/values.h"
 
 namespace guanchao {
 

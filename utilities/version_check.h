@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "platform/http.h"
 #include "platform/shell.h"

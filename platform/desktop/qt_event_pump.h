@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
-#include "platform/event_pump.h"
+#include "base/event_pump.h"
 
 namespace guanchao {
 

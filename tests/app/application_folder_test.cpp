@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "store/store_error.h"
+#include "base/activity.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

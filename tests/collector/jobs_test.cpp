@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "base/activity.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/growth.h"
 #include "collector/themes_job.h"
 #include "platform/gbk.h"
-#include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

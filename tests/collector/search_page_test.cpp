@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "base/activity.h"
 #include "collector/search_address.h"
 #include "heat/url_encode.h"
 #include "platform/gbk.h"
-#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "app/globals.h"
+#include "base/globals.h"
 #include "exchange/exchange_run.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"

@@ -12,9 +12,9 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include "base/activity.h"
 #include "grid/grid_view.h"
 #include "platform/fixed_folders.h"
-#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "tests/support/test_windows.h"

@@ -7,10 +7,10 @@
 #include <array>
 #include <utility>
 
+#include "base/activity.h"
 #include "market/f10_page.h"
 #include "platform/gbk.h"
 #include "platform/ini_file.h"
-#include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/activity.h"
 #include "market/quote_run.h"
 #include "platform/gbk.h"
-#include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -4,8 +4,8 @@
 
 #include <random>
 
+#include "base/activity.h"
 #include "market/index_panels.h"
-#include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

@@ -6,7 +6,7 @@
 #include <QMap>
 #include <random>
 
-#include "store/values.h"
+#include "base/values.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
 

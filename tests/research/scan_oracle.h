@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 
-#include "store/values.h"
+#include "base/values.h"
 #include "tests/support/test_history.h"
 #include "tests/support/test_stores.h"
 

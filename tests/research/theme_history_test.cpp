@@ -5,8 +5,8 @@
 #include <QRegularExpression>
 #include <utility>
 
+#include "base/values.h"
 #include "store/store_error.h"
-#include "store/values.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/statement_log.h"

@@ -4,10 +4,10 @@
 #include <QStringList>
 #include <functional>
 
+#include "base/event_pump.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "platform/event_pump.h"
 #include "platform/http.h"
 #include "platform/processes.h"
 #include "platform/shell.h"

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <random>
 
-#include "store/values.h"
+#include "base/values.h"
 #include "tools/history_builder/history_builder.h"
 
 namespace guanchao {

@@ -9,9 +9,9 @@
 #include <functional>
 #include <stdexcept>
 
+#include "base/values.h"
 #include "store/bound_insert.h"
 #include "store/recordset.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -1,11 +1,11 @@
 #include "tools/practice_folder/practice_folder.h"
 
+#include "base/values.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "store/seed_list.h"
 #include "store/stores.h"
-#include "store/values.h"
 
 namespace guanchao {
 

@@ -8,8 +8,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/values.h"
 #include "store/recordset.h"
-#include "store/values.h"
 #include "tools/practice_market/practice_walk.h"
 
 namespace guanchao {

@@ -1,4 +1,4 @@
-#include "store/values.h"
+#include "base/values.h"
 
 #include <QTimeZone>
 #include <algorithm>

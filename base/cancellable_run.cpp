@@ -1,8 +1,8 @@
-#include "app/cancellable_run.h"
+#include "base/cancellable_run.h"
 
 #include <QScopeGuard>
 
-#include "store/store_error.h"
+#include "base/activity.h"
 
 namespace guanchao {
 

@@ -1,9 +1,9 @@
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 
 #include <gtest/gtest.h>
 
-#include "store/store_error.h"
-#include "store/values.h"
+#include "base/activity.h"
+#include "base/values.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

@@ -1,11 +1,11 @@
-#include "controls/date_trio.h"
+#include "base/date_trio.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <optional>
 
-#include "store/store_error.h"
-#include "store/values.h"
+#include "base/activity.h"
+#include "base/values.h"
 
 namespace guanchao {
 

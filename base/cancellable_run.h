@@ -6,7 +6,7 @@
 #include <QString>
 #include <functional>
 
-#include "platform/event_pump.h"
+#include "base/event_pump.h"
 
 namespace guanchao {
 
