@@ -10,7 +10,7 @@
 #include "exchange/store_copy.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"

@@ -4,8 +4,8 @@
 
 #include "base/values.h"
 #include "bench/compare.h"
+#include "formats/gbk.h"
 #include "platform/curl_http.h"
-#include "platform/gbk.h"
 #include "tests/support/fakes.h"
 #include "tools/practice_market/practice_market.h"
 

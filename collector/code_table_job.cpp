@@ -4,8 +4,8 @@
 #include <QRegularExpression>
 
 #include "base/values.h"
+#include "formats/gbk.h"
 #include "market/quote_feed.h"
-#include "platform/gbk.h"
 #include "store/recordset.h"
 
 namespace guanchao {

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "collector/job.h"
+#include "formats/initials.h"
 #include "platform/clock.h"
-#include "store/initials.h"
 #include "store/stores.h"
 
 namespace guanchao {

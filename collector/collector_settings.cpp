@@ -4,7 +4,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "platform/ini_file.h"
+#include "formats/ini_file.h"
 
 namespace guanchao {
 

@@ -1,6 +1,6 @@
 #include "collector/search_page.h"
 
-#include "platform/page_text.h"
+#include "formats/page_text.h"
 
 namespace guanchao {
 

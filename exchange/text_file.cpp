@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "base/activity.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

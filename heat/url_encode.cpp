@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

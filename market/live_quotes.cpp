@@ -6,8 +6,8 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "platform/gbk.h"
-#include "platform/ini_file.h"
+#include "formats/gbk.h"
+#include "formats/ini_file.h"
 #include "themes/trading_session.h"
 
 namespace guanchao {

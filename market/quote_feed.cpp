@@ -4,8 +4,8 @@
 #include <QStringList>
 
 #include "base/values.h"
+#include "formats/gbk.h"
 #include "market/quote_line.h"
-#include "platform/gbk.h"
 
 namespace guanchao {
 

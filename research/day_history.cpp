@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/values.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

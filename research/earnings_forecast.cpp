@@ -5,7 +5,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

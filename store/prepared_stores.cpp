@@ -8,10 +8,10 @@
 #include <stdexcept>
 
 #include "base/values.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
+#include "formats/initials.h"
+#include "formats/seed_list.h"
 #include "store/bound_insert.h"
-#include "store/initials.h"
-#include "store/seed_list.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
 // outside of any namespace.

@@ -6,8 +6,8 @@
 
 #include <optional>
 
+#include "formats/html_tables.h"
 #include "platform/dialogs.h"
-#include "platform/html_tables.h"
 #include "platform/http.h"
 #include "store/stores.h"
 

@@ -1,6 +1,6 @@
 #include "utilities/tray_module.h"
 
-#include "platform/ini_file.h"
+#include "formats/ini_file.h"
 
 namespace guanchao {
 

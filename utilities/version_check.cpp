@@ -3,8 +3,8 @@
 #include <QSaveFile>
 
 #include "base/values.h"
-#include "platform/gbk.h"
-#include "platform/ini_file.h"
+#include "formats/gbk.h"
+#include "formats/ini_file.h"
 
 namespace guanchao {
 

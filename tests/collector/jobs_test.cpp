@@ -6,7 +6,7 @@
 #include "collector/companies_job.h"
 #include "collector/growth.h"
 #include "collector/themes_job.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

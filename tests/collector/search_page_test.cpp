@@ -4,8 +4,8 @@
 
 #include "base/activity.h"
 #include "collector/search_address.h"
+#include "formats/gbk.h"
 #include "heat/url_encode.h"
-#include "platform/gbk.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

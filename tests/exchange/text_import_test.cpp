@@ -4,7 +4,7 @@
 #include <chrono>
 #include <random>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "store/store_error.h"
 #include "tests/exchange/exchange_fixture.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "exchange/text_file.h"
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

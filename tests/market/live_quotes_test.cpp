@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "base/activity.h"
+#include "formats/gbk.h"
+#include "formats/ini_file.h"
 #include "market/f10_page.h"
-#include "platform/gbk.h"
-#include "platform/ini_file.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -15,12 +15,12 @@
 #include <chrono>
 
 #include "app/form2.h"
+#include "formats/gbk.h"
 #include "grid/grid_view.h"
 #include "market/chart_box.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
-#include "platform/gbk.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 #include "themes/form30.h"

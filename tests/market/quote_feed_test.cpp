@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/activity.h"
+#include "formats/gbk.h"
 #include "market/quote_run.h"
-#include "platform/gbk.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"

@@ -6,8 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "store/initials.h"
-#include "store/seed_list.h"
+#include "formats/initials.h"
+#include "formats/seed_list.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 #include "tools/practice_folder/practice_folder.h"

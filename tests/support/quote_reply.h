@@ -4,7 +4,7 @@
 #include <QHash>
 #include <QString>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

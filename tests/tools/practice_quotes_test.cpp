@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "formats/gbk.h"
+#include "formats/html_tables.h"
 #include "market/fundamentals.h"
 #include "market/quote_line.h"
-#include "platform/gbk.h"
-#include "platform/html_tables.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"

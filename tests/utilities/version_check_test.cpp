@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 

@@ -1,10 +1,10 @@
 #include "tools/practice_folder/practice_folder.h"
 
 #include "base/values.h"
+#include "formats/seed_list.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
-#include "store/seed_list.h"
 #include "store/stores.h"
 
 namespace guanchao {

@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_search.h"

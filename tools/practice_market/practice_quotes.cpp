@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "store/seed_list.h"
+#include "formats/seed_list.h"
 
 namespace guanchao {
 

@@ -1,9 +1,9 @@
-#include "platform/page_text.h"
+#include "formats/page_text.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 
 #include <QStringDecoder>
 #include <QStringEncoder>

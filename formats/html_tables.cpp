@@ -1,4 +1,4 @@
-#include "platform/html_tables.h"
+#include "formats/html_tables.h"
 
 #include <libxml/HTMLparser.h>
 
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "platform/page_text.h"
+#include "formats/page_text.h"
 
 namespace guanchao {
 

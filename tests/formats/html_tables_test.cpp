@@ -1,8 +1,8 @@
-#include "platform/html_tables.h"
+#include "formats/html_tables.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/gbk.h"
+#include "formats/gbk.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

@@ -1,11 +1,11 @@
-#include "store/initials.h"
+#include "formats/initials.h"
 
 #include <unicode/translit.h>
 
 #include <algorithm>
 #include <stdexcept>
 
-#include "store/seed_list.h"
+#include "formats/seed_list.h"
 
 namespace guanchao {
 

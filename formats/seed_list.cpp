@@ -1,4 +1,4 @@
-#include "store/seed_list.h"
+#include "formats/seed_list.h"
 
 #include <QFile>
 #include <stdexcept>
