@@ -6,9 +6,9 @@
 #include <QScopeGuard>
 #include <QTranslator>
 
-#include "app/failure.h"
 #include "app/looks.h"
 #include "base/activity.h"
+#include "store/failure.h"
 
 namespace guanchao {
 

@@ -6,7 +6,6 @@
 #include <QScopeGuard>
 #include <QScreen>
 
-#include "app/failure.h"
 #include "app/looks.h"
 #include "app/maintenance.h"
 #include "app/shutdown.h"
@@ -17,6 +16,7 @@
 #include "market/form21.h"
 #include "monitor/form4.h"
 #include "research/form24.h"
+#include "store/failure.h"
 #include "ui_form2.h"
 #include "utilities/version_check.h"
 

@@ -5,7 +5,6 @@
 #include <QFileInfo>
 
 #include "app/application.h"
-#include "app/application_folder.h"
 #include "app/form2.h"
 #include "app/keeping_dialogs.h"
 #include "platform/curl_http.h"
@@ -16,6 +15,7 @@
 #include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
 #include "platform/desktop/qt_event_pump.h"
+#include "store/application_folder.h"
 
 namespace guanchao {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/failure.h"
 #include "collector/run_order.h"
+#include "store/failure.h"
 #include "store/store_error.h"
 
 namespace guanchao {

@@ -3,12 +3,12 @@
 #include <QFileInfo>
 #include <QTextStream>
 
-#include "app/failure.h"
 #include "base/activity.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
+#include "store/failure.h"
 
 namespace guanchao {
 

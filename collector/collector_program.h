@@ -7,13 +7,13 @@
 #include <random>
 
 #include "app/application.h"
-#include "app/application_folder.h"
 #include "collector/collector_window.h"
 #include "collector/run_order.h"
 #include "formats/initials.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/qt_event_pump.h"
+#include "store/application_folder.h"
 
 namespace guanchao {
 

@@ -7,8 +7,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "app/application_folder.h"
 #include "app/startup.h"
+#include "store/application_folder.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"

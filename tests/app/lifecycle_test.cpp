@@ -4,10 +4,10 @@
 #include <QFile>
 #include <QScopeGuard>
 
-#include "app/failure.h"
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "store/failure.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"

@@ -11,11 +11,11 @@
 #include <csignal>
 #include <cstdio>
 
-#include "app/failure.h"
 #include "exchange/article_import.h"
 #include "exchange/news_import.h"
 #include "exchange/store_copy.h"
 #include "exchange/theme_import.h"
+#include "store/failure.h"
 #include "store/prepared_stores.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/failure.h"
+#include "store/failure.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"

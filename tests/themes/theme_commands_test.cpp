@@ -5,8 +5,8 @@
 #include <QFile>
 #include <QScopeGuard>
 
-#include "app/failure.h"
 #include "grid/sorting.h"
+#include "store/failure.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"

@@ -1,4 +1,4 @@
-#include "app/failure.h"
+#include "store/failure.h"
 
 #include <QFileInfo>
 

@@ -1,4 +1,4 @@
-#include "app/application_folder.h"
+#include "store/application_folder.h"
 
 #include <gtest/gtest.h>
 
