@@ -8,7 +8,7 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
-#include "themes/trading_session.h"
+#include "market/trading_session.h"
 
 namespace guanchao {
 

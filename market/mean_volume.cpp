@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "market/day_history.h"
 #include "market/quote_fields.h"
-#include "research/day_history.h"
 
 namespace guanchao {
 

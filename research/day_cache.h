@@ -9,9 +9,9 @@
 
 #include "base/cancellable_run.h"
 #include "base/globals.h"
+#include "market/day_history.h"
 #include "platform/clock.h"
 #include "research/asked_history.h"
-#include "research/day_history.h"
 #include "store/connection.h"
 
 namespace guanchao {

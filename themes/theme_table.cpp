@@ -3,8 +3,8 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
+#include "market/trading_session.h"
 #include "store/recordset.h"
-#include "themes/trading_session.h"
 
 namespace guanchao {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "market/day_history.h"
 #include "market/quote_feed.h"
-#include "research/day_history.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "market/trading_session.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
-#include "themes/trading_session.h"
 
 namespace guanchao {
 

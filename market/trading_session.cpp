@@ -1,4 +1,4 @@
-#include "themes/trading_session.h"
+#include "market/trading_session.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "research/day_history.h"
+#include "market/day_history.h"
 
 #include <gtest/gtest.h>
 
