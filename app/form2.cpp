@@ -5,12 +5,13 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QScreen>
+#include <utility>
 
-#include "app/looks.h"
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "base/values.h"
+#include "frame/looks.h"
 #include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "market/form21.h"
@@ -38,9 +39,10 @@ constexpr int alarmRepeats = 20;
 
 }  // namespace
 
-Form2::Form2(Environment& environment, Windows& windows)
+Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
     : environment_(environment),
       windows_(windows),
+      desktop_(std::move(desktop)),
       ui_(std::make_unique<Ui::Form2>()),
       themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                   themes_, stocks_),
@@ -72,7 +74,7 @@ Form2::Form2(Environment& environment, Windows& windows)
 }
 
 Form2::~Form2() {
-    environment_.sound.whenStopped({});
+    desktop_.sound.whenStopped({});
 }
 
 void Form2::setUpControls() {
@@ -118,8 +120,8 @@ void Form2::connectControls() {
     connect(ui_->Text3, &QLineEdit::returnPressed, this, &Form2::刷新_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form2::Command3_Click);
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
-    connect(ui_->stopSound, &QPushButton::clicked, this, [this] { environment_.sound.stop(); });
-    environment_.sound.whenStopped([this] { ui_->WindowsMediaPlayer1->hide(); });
+    connect(ui_->stopSound, &QPushButton::clicked, this, [this] { desktop_.sound.stop(); });
+    desktop_.sound.whenStopped([this] { ui_->WindowsMediaPlayer1->hide(); });
 }
 
 void Form2::connectTimers() {
@@ -185,7 +187,7 @@ void Form2::Form_Load() {
         Timer1_.start();
         Timer4_.start();
     });
-    loadProgram(environment_.applicationFolder, environment_.tray, environment_.globals,
+    loadProgram(environment_.applicationFolder, desktop_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
 }
 
@@ -327,8 +329,8 @@ void Form2::Timer1_Timer() {
 }
 
 void Form2::Timer2_Timer() {
-    if (environment_.tray.lost()) {
-        environment_.tray.show();
+    if (desktop_.tray.lost()) {
+        desktop_.tray.show();
         showMinimized();
     }
     alarmEngine_.tick();
@@ -350,7 +352,7 @@ bool Form2::showMonitors() {
 
 void Form2::Timer3_Timer() {
     Timer3_.stop();
-    environment_.sound.play(bofangwenjian_, alarmRepeats);
+    desktop_.sound.play(bofangwenjian_, alarmRepeats);
     ui_->soundFile->setText(QFileInfo(bofangwenjian_).fileName());
     ui_->WindowsMediaPlayer1->show();
 }
@@ -393,7 +395,7 @@ void Form2::endLater() {
 }
 
 void Form2::hideToTray() {
-    const bool inTray = environment_.tray.hide(environment_.dialogs);
+    const bool inTray = desktop_.tray.hide(environment_.dialogs);
     windows_.closeAll();
     if (inTray) {
         hide();
@@ -411,13 +413,13 @@ void Form2::endProgram() {
         return;
     }
     shutDown(
-        environment_.stores, environment_.executableName, environment_.tray, environment_.processes,
+        environment_.stores, environment_.executableName, desktop_.tray, environment_.processes,
         [this] { windows_.closeAll(); },
         [this](const std::exception& failure) { environment_.dialogs.tell(failureText(failure)); });
 }
 
 void Form2::tuopan显示_Click() {
-    environment_.tray.show();
+    desktop_.tray.show();
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

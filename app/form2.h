@@ -9,11 +9,12 @@
 #include <QTimer>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "app/desktop.h"
 #include "exchange/article_import.h"
 #include "exchange/backup_export.h"
 #include "exchange/news_import.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
@@ -32,7 +33,7 @@ class Form2 : public QMainWindow {
     Q_OBJECT
 
 public:
-    Form2(Environment& environment, Windows& windows);
+    Form2(Environment& environment, Windows& windows, Desktop desktop);
     ~Form2() override;
 
     // The program's entry; raises what the first refresh raises.
@@ -99,6 +100,7 @@ private:
 
     Environment& environment_;
     Windows& windows_;
+    Desktop desktop_;
     std::unique_ptr<Ui::Form2> ui_;
     ResultGrid themes_;
     ResultGrid stocks_;

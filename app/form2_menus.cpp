@@ -159,7 +159,7 @@ void Form2::connectExchange() {
 void Form2::connectLaunchers() {
     const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
         connect(entry, &QAction::triggered, this, [this, folders] {
-            const clsShellLink link(environment_.launcherFolders,
+            const clsShellLink link(desktop_.launcherFolders,
                                     environment_.applicationFolder + environment_.executableName,
                                     environment_.globals.yingyongmulu);
             for (const ShellFolder it : folders) {

@@ -2,7 +2,7 @@
 
 #include <QTimer>
 
-#include "app/looks.h"
+#include "frame/looks.h"
 
 namespace guanchao {
 
@@ -19,15 +19,12 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .http = http_,
                    .yieldingHttp = std::make_unique<CurlHttp, Meanwhile>,
                    .shell = shell_,
-                   .sound = sound_,
                    .clipboard = clipboard_,
                    .processes = processes_,
-                   .tray = tray_,
                    .askedHistory = askedHistory_,
                    .meanVolume = meanVolume_,
                    .applicationFolder = folder_,
-                   .executableName = executable_.fileName(),
-                   .launcherFolders = userLauncherFolders()} {
+                   .executableName = executable_.fileName()} {
     application_.setDialogs(&keepingDialogs_);
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }

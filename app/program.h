@@ -4,9 +4,10 @@
 
 #include <QFileInfo>
 
-#include "app/application.h"
 #include "app/form2.h"
-#include "app/keeping_dialogs.h"
+#include "frame/application.h"
+#include "frame/keeping_dialogs.h"
+#include "market/mean_volume.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_dialogs.h"
@@ -15,6 +16,7 @@
 #include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
 #include "platform/desktop/qt_event_pump.h"
+#include "research/asked_history.h"
 #include "store/application_folder.h"
 
 namespace guanchao {
@@ -54,7 +56,7 @@ private:
     KeepingDialogs keepingDialogs_{dialogs_, windows_};
     Environment environment_;
     Windows windows_{environment_};
-    Form2 form2_{environment_, windows_};
+    Form2 form2_{environment_, windows_, {tray_, sound_, userLauncherFolders()}};
 };
 
 }  // namespace guanchao

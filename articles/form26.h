@@ -9,10 +9,10 @@
 #include <memory>
 #include <optional>
 
-#include "app/environment.h"
-#include "app/windows.h"
 #include "articles/article_editor.h"
-#include "controls/date_boxes.h"
+#include "frame/date_boxes.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 
 namespace Ui {
 class Form26;

@@ -8,10 +8,10 @@
 #include <QMenu>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
 #include "articles/article_browser.h"
-#include "controls/date_boxes.h"
+#include "frame/date_boxes.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 

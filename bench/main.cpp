@@ -1,6 +1,6 @@
 #include <benchmark/benchmark.h>
 
-#include "app/application.h"
+#include "frame/application.h"
 
 int main(int argc, char** argv) {
     guanchao::Application application(argc, argv);

@@ -1,5 +1,5 @@
 # cmake --build build/release --target deb makes the Debian package in the build folder.
-# Programs lie in lib/guanchaotai; share/guanchaotai is what app/application_folder makes each user's
+# Programs lie in lib/guanchaotai; share/guanchaotai is what store/application_folder makes each user's
 # own application folder from.
 set(programs lib/guanchaotai)
 set(files share/guanchaotai)
@@ -31,7 +31,7 @@ install(CODE "
         COMMAND_ERROR_IS_FATAL ANY)")
 
 install(FILES data/guanchaotai.desktop DESTINATION share/applications)
-install(FILES app/looks/pet.png DESTINATION share/icons/hicolor/256x256/apps RENAME guanchaotai.png)
+install(FILES frame/looks/pet.png DESTINATION share/icons/hicolor/256x256/apps RENAME guanchaotai.png)
 install(FILES LICENSE DESTINATION share/doc/guanchaotai RENAME copyright)
 set(changelog ${PROJECT_BINARY_DIR}/changelog.gz)
 add_custom_command(OUTPUT ${changelog}

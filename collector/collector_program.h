@@ -6,10 +6,10 @@
 #include <memory>
 #include <random>
 
-#include "app/application.h"
 #include "collector/collector_window.h"
 #include "collector/run_order.h"
 #include "formats/initials.h"
+#include "frame/application.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/qt_event_pump.h"

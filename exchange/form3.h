@@ -5,12 +5,12 @@
 
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
-#include "controls/run_window.h"
 #include "exchange/exchange_run.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
+#include "frame/environment.h"
+#include "frame/run_window.h"
+#include "frame/windows.h"
 #include "grid/result_grid.h"
 
 class QLineEdit;

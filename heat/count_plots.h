@@ -2,7 +2,7 @@
 // commodity.
 #pragma once
 
-#include "controls/day_plot.h"
+#include "frame/day_plot.h"
 
 namespace guanchao {
 

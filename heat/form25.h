@@ -3,7 +3,7 @@
 // NewsWindow and NewsRanking.
 #pragma once
 
-#include "app/windows.h"
+#include "frame/windows.h"
 #include "heat/news_window.h"
 
 namespace guanchao {

@@ -1,6 +1,6 @@
 #include "heat/form29.h"
 
-#include "app/looks.h"
+#include "frame/looks.h"
 #include "heat/commodity_editor.h"
 #include "heat/form5.h"
 #include "heat/heat_grid.h"

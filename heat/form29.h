@@ -6,8 +6,8 @@
 #include <QMenu>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "heat/collector_contract.h"
 #include "heat/commodities.h"
 #include "heat/heat_window.h"

@@ -1,6 +1,6 @@
 #include "heat/news_window.h"
 
-#include "app/looks.h"
+#include "frame/looks.h"
 #include "ui_news_window.h"
 
 namespace guanchao {

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "app/environment.h"
+#include "frame/environment.h"
 #include "heat/collector_contract.h"
 #include "heat/heat_window.h"
 #include "heat/news_ranking.h"

@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "market/f10_page.h"
 #include "market/page_browser.h"
 

@@ -10,8 +10,8 @@
 #include <array>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "market/live_quotes.h"
 

@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <QLineEdit>
 
-#include "app/windows.h"
+#include "frame/windows.h"
 #include "monitor/monitor_editors.h"
 
 namespace guanchao {

@@ -7,8 +7,8 @@
 #include <QWidget>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "monitor/monitor_manager.h"
 

@@ -6,8 +6,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "monitor/monitor_editors.h"
 

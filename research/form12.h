@@ -7,10 +7,10 @@
 #include <QMenu>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
-#include "controls/date_boxes.h"
-#include "controls/run_window.h"
+#include "frame/date_boxes.h"
+#include "frame/environment.h"
+#include "frame/run_window.h"
+#include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "research/earnings_forecast.h"
 #include "research/forward_returns.h"

@@ -5,11 +5,11 @@
 
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
 #include "base/cancellable_run.h"
-#include "controls/date_boxes.h"
-#include "controls/run_window.h"
+#include "frame/date_boxes.h"
+#include "frame/environment.h"
+#include "frame/run_window.h"
+#include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "research/theme_history.h"
 

@@ -2,7 +2,7 @@
 // days, in percent.
 #pragma once
 
-#include "controls/day_plot.h"
+#include "frame/day_plot.h"
 #include "research/theme_history.h"
 
 namespace guanchao {

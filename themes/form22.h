@@ -6,8 +6,8 @@
 #include <QMenu>
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
+#include "frame/environment.h"
+#include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "themes/stock_themes.h"

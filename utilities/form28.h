@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "app/environment.h"
-#include "app/windows.h"
 #include "base/cancellable_run.h"
-#include "controls/run_window.h"
+#include "frame/environment.h"
+#include "frame/run_window.h"
+#include "frame/windows.h"
 #include "utilities/proxies.h"
 
 namespace Ui {

@@ -40,7 +40,7 @@ class AccessibleNamesTest : public ::testing::Test, protected TestEnvironment {}
 
 TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     globals_.yingyongmulu = store_.folder();
-    const Form2 main(environment_, windows_);
+    const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
     const struct {
         const char* name;

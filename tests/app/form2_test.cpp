@@ -67,7 +67,7 @@ protected:
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, section);
     }
 
-    Form2 form_{environment_, windows_};
+    Form2 form_{environment_, windows_, desktop_};
 };
 
 TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {

@@ -8,8 +8,8 @@
 #include <optional>
 #include <utility>
 
-#include "app/application.h"
 #include "app/form2.h"
+#include "frame/application.h"
 #include "monitor/form4.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/qt_event_pump.h"
@@ -106,7 +106,7 @@ protected:
     Application& application_ = *static_cast<Application*>(QCoreApplication::instance());
     DesktopDialogs boxes_;
     double price_ = 10;
-    Form2 form_{environment_, windows_};
+    Form2 form_{environment_, windows_, desktop_};
 };
 
 TEST_F(PollsUnderBoxesTest, AReplyThatBreaksOff) {

@@ -16,14 +16,14 @@
 #include <QTimer>
 #include <utility>
 
-#include "app/application.h"
 #include "app/form2.h"
 #include "articles/article_text.h"
 #include "articles/body_text.h"
 #include "articles/find_bar.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
-#include "controls/entry_box.h"
+#include "frame/application.h"
+#include "frame/entry_box.h"
 #include "grid/grid_view.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "tests/support/qt_printers.h"
@@ -113,7 +113,7 @@ protected:
 };
 
 TEST_F(ArticleWindowsTest, TheEntriesHandTheirContextOver) {
-    Form2 main(environment_, windows_);
+    Form2 main(environment_, windows_, desktop_);
     globals_.dangqianzhuti = u"白酒"_s;
     globals_.dangqiandm = u"SH600519"_s;
     globals_.dangqianjc = u"贵州茅台"_s;
@@ -274,7 +274,7 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
     DesktopDialogs boxes;
     dialogs_.boxes = &boxes;
     const auto noBoxes = qScopeGuard([this] { dialogs_.boxes = nullptr; });
-    Form2 main(environment_, windows_);
+    Form2 main(environment_, windows_, desktop_);
     const auto exit = [&main](QPointer<Form26>&) { main.close(); };
     const auto fromTray = [&main](QPointer<Form26>&) {
         main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
@@ -352,7 +352,7 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
-        Form2 main(environment_, windows_);
+        Form2 main(environment_, windows_, desktop_);
         main.show();
         const QPointer<Form26> form = load(1);
         QTest::keyClicks(form->findChild<ArticleText*>(), u"x"_s);

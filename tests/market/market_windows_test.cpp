@@ -320,7 +320,7 @@ TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
     EXPECT_EQ(shownWindow<Form11>()->windowTitle(), u"(SH600000)-----F10资料"_s);
     EXPECT_EQ(shownCode(), u"SH600519"_s);
 
-    Form2 form(environment_, windows_);
+    Form2 form(environment_, windows_, desktop_);
     form.Form_Load();
     form.show();
     trigger(&form, u"全部显示"_s);

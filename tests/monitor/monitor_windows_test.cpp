@@ -172,7 +172,7 @@ TEST_F(MonitorWindowsTest, TheThemeEditorStaysOpenAfterARefusal) {
 }
 
 TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
-    Form2 main(environment_, windows_);
+    Form2 main(environment_, windows_, desktop_);
     main.Form_Load();
     main.show();
     store_.run({u"update tempcanshu set jiankongpinlu=1"_s});

@@ -15,8 +15,8 @@
 #include <QScopeGuard>
 #include <QTest>
 
-#include "app/application.h"
 #include "app/form2.h"
+#include "frame/application.h"
 #include "grid/grid_view.h"
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
@@ -202,7 +202,7 @@ TEST_F(Form12Test, ASearchWithoutResultSaysSo) {
 }
 
 TEST_F(Form12Test, ACompanyIsSearchedOnceTheWindowIsThere) {
-    Form2 main(environment_, windows_);
+    Form2 main(environment_, windows_, desktop_);
     globals_.dangqiangongsi = u"SH600519"_s;
     auto* application = static_cast<Application*>(QCoreApplication::instance());
     application->setDialogs(&dialogs_);

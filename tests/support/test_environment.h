@@ -1,9 +1,12 @@
 // What a window under test is given: real stores in a temporary folder, every service faked.
 #pragma once
 
-#include "app/environment.h"
-#include "app/keeping_dialogs.h"
-#include "app/windows.h"
+#include "app/desktop.h"
+#include "frame/environment.h"
+#include "frame/keeping_dialogs.h"
+#include "frame/windows.h"
+#include "market/mean_volume.h"
+#include "research/asked_history.h"
 #include "tests/support/fakes.h"
 #include "tests/support/test_stores.h"
 #include "tests/support/test_windows.h"
@@ -50,17 +53,17 @@ struct TestEnvironment {
                                      return std::make_unique<FakeYieldingHttp>(http_, meanwhile);
                                  },
                              .shell = shell_,
-                             .sound = sound_,
                              .clipboard = clipboard_,
                              .processes = processes_,
-                             .tray = tray_,
                              .askedHistory = askedHistory_,
                              .meanVolume = meanVolume_,
                              .applicationFolder = store_.folder(),
-                             .executableName = QStringLiteral("guanchaotai"),
-                             .launcherFolders = {store_.folder() + QStringLiteral("desktop"),
-                                                 store_.folder() + QStringLiteral("programs"),
-                                                 store_.folder() + QStringLiteral("startup")}};
+                             .executableName = QStringLiteral("guanchaotai")};
+    Desktop desktop_{
+        tray_,
+        sound_,
+        {store_.folder() + QStringLiteral("desktop"), store_.folder() + QStringLiteral("programs"),
+         store_.folder() + QStringLiteral("startup")}};
     Windows windows_{environment_};
 };
 

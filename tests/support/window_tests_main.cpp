@@ -1,7 +1,7 @@
 // The window tests run in the program's own application, so that they see its looks.
 #include <gtest/gtest.h>
 
-#include "app/application.h"
+#include "frame/application.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -30,7 +30,7 @@ protected:
             u"insert into proxy(id,ProxyServer,ProxyPort,UseProxyUser,proxyuser,proxypassword,"
             u"beizhu,defaultproxy) values(3,'one',80,1,'u','p','n',1),(7,'two',81,0,'','','',0)"_s);
         stores_.article.open().execute(u"insert into tempcanshu values(1,1,0)"_s);
-        Form2 main(environment_, windows_);
+        Form2 main(environment_, windows_, desktop_);
         main.findChild<QAction*>(u"设置代理服务器"_s)->trigger();
         form_ = shownWindow<Form28>();
     }

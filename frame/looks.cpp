@@ -1,4 +1,4 @@
-#include "app/looks.h"
+#include "frame/looks.h"
 
 #include <QFile>
 #include <QFont>

@@ -1,4 +1,4 @@
-#include "controls/day_plot.h"
+#include "frame/day_plot.h"
 
 #include <QChart>
 #include <QGraphicsLayout>

@@ -10,7 +10,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/environment.h"
+#include "frame/environment.h"
 
 namespace guanchao {
 

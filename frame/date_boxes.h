@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/date_trio.h"
-#include "controls/entry_box.h"
+#include "frame/entry_box.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "controls/entry_box.h"
+#include "frame/entry_box.h"
 
 #include <QLineEdit>
 #include <QSignalBlocker>

@@ -1,8 +1,8 @@
-#include "app/windows.h"
+#include "frame/windows.h"
 
 #include <utility>
 
-#include "controls/run_window.h"
+#include "frame/run_window.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "controls/date_boxes.h"
+#include "frame/date_boxes.h"
 
 namespace guanchao {
 

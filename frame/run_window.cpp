@@ -1,4 +1,4 @@
-#include "controls/run_window.h"
+#include "frame/run_window.h"
 
 #include <QCloseEvent>
 #include <QScopeGuard>

@@ -1,4 +1,4 @@
-#include "app/application.h"
+#include "frame/application.h"
 
 #include <QDebug>
 #include <QLibraryInfo>
@@ -6,8 +6,8 @@
 #include <QScopeGuard>
 #include <QTranslator>
 
-#include "app/looks.h"
 #include "base/activity.h"
+#include "frame/looks.h"
 #include "store/failure.h"
 
 namespace guanchao {

@@ -2,7 +2,7 @@
 // code that asked it has gone on to its end.
 #pragma once
 
-#include "app/windows.h"
+#include "frame/windows.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {

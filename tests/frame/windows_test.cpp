@@ -1,4 +1,4 @@
-#include "app/windows.h"
+#include "frame/windows.h"
 
 #include <gtest/gtest.h>
 

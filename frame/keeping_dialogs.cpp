@@ -1,4 +1,4 @@
-#include "app/keeping_dialogs.h"
+#include "frame/keeping_dialogs.h"
 
 namespace guanchao {
 
