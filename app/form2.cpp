@@ -243,8 +243,14 @@ bool Form2::runQuotes() {
         ui_->gengxin->setEnabled(true);
     });
     auto restoreLabel = qScopeGuard([&] { ui_->Label6->setText(quoteTime); });
-    if (!quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); })) {
-        return false;
+    try {
+        if (!quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); })) {
+            return false;
+        }
+    } catch (const RefusedLines&) {
+        restoreLabel.dismiss();
+        刷新_Click();
+        throw;
     }
     restoreLabel.dismiss();
     刷新_Click();

@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "market/quote_line.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -22,6 +23,13 @@ QList<CodeBatch> codeBatches(Recordset& codes) {
     }
     return batches;
 }
+
+// The first reason is shown: the others are mostly the same.
+RefusedLines::RefusedLines(const QStringList& reasons)
+    : OperationError(reasons.size() == 1
+                         ? reasons.first()
+                         : reasons.first() + u"（还有"_s + QString::number(reasons.size() - 1) +
+                               u"只股票的行情也读不出）"_s) {}
 
 QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
                      const Service& service, EventPump& pump)
@@ -59,15 +67,23 @@ void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pie
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     Transaction transaction(connection);
     const QString now = timeText(clock_.now());
+    QStringList refusals;
     for (const QStringView piece : pieces) {
-        const std::optional<QuoteLine> line = readQuoteLine(piece);
-        if (!line) {
-            continue;
+        try {
+            if (const std::optional<QuoteLine> line = readQuoteLine(piece)) {
+                connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
+                                                  : updatePollList(*line, now));
+            }
+        } catch (const StoreError&) {
+            throw;
+        } catch (const OperationError& refusal) {
+            refusals << refusal.reason();
         }
-        connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
-                                          : updatePollList(*line, now));
     }
     transaction.commit();
+    if (!refusals.isEmpty()) {
+        throw RefusedLines(refusals);
+    }
 }
 
 }  // namespace guanchao

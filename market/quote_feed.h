@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
+#include "base/activity.h"
 #include "base/event_pump.h"
 #include "base/globals.h"
 #include "platform/clock.h"
@@ -24,6 +26,12 @@ struct CodeBatch {
 // The codes in the field dm of the recordset; the last batch may be a smaller one.
 QList<CodeBatch> codeBatches(Recordset& codes);
 
+// Raised by the feed for lines that could not be read, once all others are written.
+class RefusedLines : public OperationError {
+public:
+    explicit RefusedLines(const QStringList& reasons);
+};
+
 class QuoteFeed {
 public:
     QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
@@ -31,8 +39,8 @@ public:
 
     // 更新行情: asks for the lower-case codes of the list, each followed by a comma, and writes the
     // answers in one transaction: into dmb if tojiankong is below 1, else into jiankonghq. A failed
-    // request and a reply for a single code write nothing and say nothing. A line that breaks off
-    // raises OperationError or StoreError; then nothing of the batch is written.
+    // request and a reply for a single code write nothing and say nothing. Raises StoreError, which
+    // leaves nothing of the batch, and RefusedLines.
     void gengxinhq(const QString& list, qint16 tojiankong);
 
 private:

@@ -26,21 +26,29 @@ bool QuoteRun::gengxinquanbu(const Report& report) {
 bool QuoteRun::update(const QString& codesQuery, const Report& report) {
     return run_.run([&] {
         run_.letEventsHappen();
-        const Activity activity(u"更新行情数据"_s,
-                                u"此前各批行情已经写入并保留，出错的这一批没有写入。"_s);
+        const Activity activity(u"更新行情数据"_s, u"读到的行情已经写入并保留，出错的没有写入。"_s);
         Connection connection = stores_.main.open();
         Recordset codes(connection, codesQuery);
-        updateBatches(codes, report);
+        const std::exception_ptr refusal = updateBatches(codes, report);
         connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
+        if (refusal) {
+            std::rethrow_exception(refusal);
+        }
     });
 }
 
-// The feed lets no events run after a failed request; the window stays painted all the same.
-void QuoteRun::updateBatches(Recordset& codes, const Report& report) {
+// The feed lets no events run after a failed request; the window stays painted all the same. Gives
+// the first refusal of lines back: the market goes on without them.
+std::exception_ptr QuoteRun::updateBatches(Recordset& codes, const Report& report) {
+    std::exception_ptr refusal;
     QuoteProgress progress{0, codes.count(), {}};
     report(progress);
     for (const CodeBatch& batch : codeBatches(codes)) {
-        feed_.gengxinhq(batch.list, 0);
+        try {
+            feed_.gengxinhq(batch.list, 0);
+        } catch (const RefusedLines&) {
+            refusal = refusal ? refusal : std::current_exception();
+        }
         if (batch.count == codesPerRequest) {
             progress.updated += batch.count;
             progress.words = u"已更新股票只数:"_s + QString::number(progress.updated);
@@ -48,6 +56,7 @@ void QuoteRun::updateBatches(Recordset& codes, const Report& report) {
         }
         run_.letEventsHappen();
     }
+    return refusal;
 }
 
 }  // namespace guanchao

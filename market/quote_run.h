@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <exception>
 #include <functional>
 
 #include "base/cancellable_run.h"
@@ -27,8 +28,8 @@ public:
     QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump);
 
     // The whole code table, indexes included. `report` is called at the beginning and after each
-    // full batch; false if the run was cancelled. Raises what the feed raises, and OperationError
-    // if a run is under way.
+    // full batch; false if the run was cancelled. Raises what the feed raises, RefusedLines at the
+    // end only, and OperationError if a run is under way.
     bool run(const Report& report);
 
     // 更新全部: the same without the three indexes. No control runs it at present.
@@ -39,7 +40,7 @@ public:
 
 private:
     bool update(const QString& codesQuery, const Report& report);
-    void updateBatches(Recordset& codes, const Report& report);
+    std::exception_ptr updateBatches(Recordset& codes, const Report& report);
 
     const Stores& stores_;
     const Clock& clock_;

@@ -103,9 +103,12 @@ void AlarmEngine::pollIfDue() {
     pinlvjishu_ = 0;
     const QScopedValueRollback busy(polling_, true);
     activity.wrote(u"失败之前各步的结果"_s);
-    updateQuotes(connection);
+    const std::exception_ptr refusal = updateQuotes(connection);
     judgeThemes(connection);
     judgeStocks(connection);
+    if (refusal) {
+        std::rethrow_exception(refusal);
+    }
     toldAt_ = {};
 }
 
@@ -141,11 +144,18 @@ void AlarmEngine::showMonitors(std::exception_ptr& failure) {
     windowWaits_ = !shown;
 }
 
-void AlarmEngine::updateQuotes(Connection& connection) {
+// Gives the first refusal of lines back: the others are judged all the same.
+std::exception_ptr AlarmEngine::updateQuotes(Connection& connection) {
+    std::exception_ptr refusal;
     Recordset codes(connection, u"select dm from jiankonghq"_s);
     for (const CodeBatch& batch : codeBatches(codes)) {
-        feed_.gengxinhq(batch.list, 1);
+        try {
+            feed_.gengxinhq(batch.list, 1);
+        } catch (const RefusedLines&) {
+            refusal = refusal ? refusal : std::current_exception();
+        }
     }
+    return refusal;
 }
 
 void AlarmEngine::judgeThemes(Connection& connection) {

@@ -48,7 +48,7 @@ private:
     void deliverPrompts(std::exception_ptr& failure);
     void showMonitors(std::exception_ptr& failure);
     bool isToBeTold();
-    void updateQuotes(Connection& connection);
+    std::exception_ptr updateQuotes(Connection& connection);
     void judgeThemes(Connection& connection);
     void judgeTheme(Connection& connection, const Recordset& monitor);
     void judgeStocks(Connection& connection);

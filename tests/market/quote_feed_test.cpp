@@ -119,7 +119,7 @@ TEST_F(QuoteFeedTest, AnUnknownCodeIsSkippedAndTheRestWritten) {
     EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|1|100|"_s));
 }
 
-TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
+TEST_F(QuoteFeedTest, ABrokenLineIsRefusedAndTheOthersAreWritten) {
     const QStringList before = quotes();
     const QString good = line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s);
     const struct {
@@ -131,11 +131,15 @@ TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
         {u"a,b,c,d,e,f;\n"_s, u"行情数据中没有代码：a"_s},
     };
     for (const auto& it : cases) {
-        replyWith(good + it.piece);
+        store_.run({u"update dmb set sp=1,newhqtime=null"_s});
+        replyWith(it.piece + good);
         EXPECT_EQ(refusal(0), it.reason);
-        EXPECT_EQ(quotes(), before);
+        EXPECT_TRUE(quotes()[0].startsWith(u"SH600000|2|"_s));
+        EXPECT_EQ(quotes()[1], before[1]);
         EXPECT_EQ(globals_.hqmang, 0);
     }
+    replyWith(cases[0].piece + good + cases[2].piece);
+    EXPECT_EQ(refusal(0), cases[0].reason + u"（还有1只股票的行情也读不出）"_s);
     replyWith(good + line(u"sz000001"_s, u"1"_s, u"1"_s, u"2"_s, 31));
     feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
     EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s))
@@ -147,7 +151,8 @@ TEST_F(QuoteFeedTest, ABrokenLineEndsTheBatchAndLeavesNothingOfIt) {
 TEST_F(QuoteFeedTest, AFieldThatIsNoNumberWritesNothing) {
     store_.run({u"insert into jiankonghq(dm) values('SH600000'),('SZ000001')"_s});
     const QString pollList = u"select dm,sp,totalsl,totaljine from jiankonghq"_s;
-    const QStringList before = quotes() + store_.rows(pollList);
+    const auto ofSecond = [&] { return QStringList{quotes()[1], store_.rows(pollList)[1]}; };
+    const QStringList before = ofSecond();
     const QString good = line(u"sh600000"_s, u"1"_s, u"1"_s, u"2"_s);
     for (const QString& text : {u"10.5 where 1=1 --"_s, u"zg"_s, u""_s, u" "_s, u"1 2"_s, u"0x1F"_s,
                                 u"1e400"_s, u"(select 1)"_s}) {
@@ -159,7 +164,7 @@ TEST_F(QuoteFeedTest, AFieldThatIsNoNumberWritesNothing) {
                 EXPECT_EQ(refusal(tojiankong),
                           u"行情数据的第%1个字段不是数字：SZ000001 %2"_s.arg(field + 1).arg(
                               text.trimmed().left(20)));
-                EXPECT_EQ(quotes() + store_.rows(pollList), before);
+                EXPECT_EQ(ofSecond(), before);
             }
         }
     }
@@ -167,8 +172,7 @@ TEST_F(QuoteFeedTest, AFieldThatIsNoNumberWritesNothing) {
     replyWith(good + line(everyCode, u"9"_s, u"9"_s, u"9"_s));
     feed_.gengxinhq(u"sh600000,"_s, 0);
     feed_.gengxinhq(u"sh600000,"_s, 1);
-    EXPECT_EQ(quotes()[1], before[1]);
-    EXPECT_EQ(store_.rows(pollList)[1], before[3]);
+    EXPECT_EQ(ofSecond(), before);
 }
 
 TEST_F(QuoteFeedTest, NumbersAreStoredAsTheServiceWritesThem) {
@@ -260,22 +264,22 @@ TEST_F(QuoteRunTest, ARunCannotBeStartedTwiceAndEndsWhenCancelled) {
     EXPECT_TRUE(run_.run(report_)) << "a cancelled run leaves nothing in the way of the next";
 }
 
-TEST_F(QuoteRunTest, ABrokenBatchEndsTheRunAndKeepsTheOnesBefore) {
+TEST_F(QuoteRunTest, ABrokenLineIsToldWhenTheWholeMarketHasCome) {
     addCodes(200);
     const auto good = http_.answer;
     http_.answer = [good](const QString& path) -> std::optional<QByteArray> {
-        return path.contains(u"sh600200"_s)
-                   ? gbkFromText(line(u"sh600199"_s, u"1"_s, u"1"_s, u"2"_s) +
-                                 line(u"sh600200"_s, u"1"_s, u"1"_s, u"2"_s, 9))
-                   : good(path);
+        std::optional<QByteArray> reply = good(path);
+        return reply->replace(",1,1,2,", path.contains(u"sh600200"_s) ? ",1,1,x," : ",1,1,2,");
     };
     try {
         run_.run(report_);
         FAIL() << "the broken line was taken";
     } catch (const OperationError& failure) {
         EXPECT_EQ(failure.activity(), u"更新行情数据"_s);
+        EXPECT_TRUE(failure.reason().endsWith(u"（还有98只股票的行情也读不出）"_s));
     }
-    EXPECT_EQ(updatedCodes(), 99);
+    EXPECT_EQ(updatedCodes(), 101) << "one batch of three is refused";
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
     EXPECT_FALSE(run_.running());
 }
 

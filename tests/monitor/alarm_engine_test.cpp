@@ -67,6 +67,18 @@ TEST_F(AlarmEngineTest, ACrossingIsStrictOnBothSides) {
     }
 }
 
+TEST_F(AlarmEngineTest, ALineThatIsRefusedTakesNoOtherAlarmAlong) {
+    replies_ = true;
+    feedPrices_ = {{u"sh600000"_s, 12}, {u"sz000001"_s, 12}};
+    const auto whole = http_.answer;
+    http_.answer = [&](const QString& path) {
+        return whole(path)->replace("sz000001=\"x,10,", "sz000001=\"x,zehn,");
+    };
+    addStockMonitor(u"SH600000"_s, u"股价"_s, u">"_s, 11);
+    EXPECT_THROW(engine_.tick(), RefusedLines);
+    EXPECT_EQ(rung_, QStringList{u"/s.mp3"_s});
+}
+
 TEST_F(AlarmEngineTest, AThemeIsJudgedByTheMeanOfItsListedMembers) {
     for (const QString& dm : {u"SH600000"_s, u"SZ000001"_s, u"SH699999"_s}) {
         store_.addMember(u"银行"_s, dm);
