@@ -8,7 +8,7 @@
 namespace guanchao {
 
 // Paragraphs up to this length are one piece.
-inline constexpr int longestPiece = 10000;
+inline constexpr qsizetype longestPiece = 10000;
 
 // The paragraphs of a text, whatever ends its lines; one more than it has line ends.
 QStringList paragraphsOf(QString text);

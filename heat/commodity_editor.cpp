@@ -91,7 +91,7 @@ void CommodityEditor::remove(const QString& name) {
     deleteCommodity(stores_, dialogs_, trimBlanks(name));
 }
 
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name) {
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name) {
     if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
         return false;
     }

@@ -20,7 +20,7 @@ struct Commodity {
 };
 
 // Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name);
+bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name);
 
 class CommodityEditor {
 public:

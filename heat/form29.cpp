@@ -112,7 +112,9 @@ void Form29::添加商品_Click() {
 }
 
 void Form29::删除商品_Click() {
-    if (deleteCommodity(environment_.stores, environment_.dialogs, commodities_.current())) {
+    // While the question stands another commodity may become the current one.
+    const QString name = commodities_.current();
+    if (deleteCommodity(environment_.stores, environment_.dialogs, name)) {
         emptyHeatGrid(historyGrid_);
         ui_->plot->showDays({});
         Command9_Click();

@@ -245,7 +245,7 @@ void createTableFromContent(Connection& connection, const QString& name, const Q
 
 void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
     const QString fresh = path + u".rekey"_s;
-    Connection(path, oldKey);  // a missing file or a wrong key ends here
+    { const Connection readable(path, oldKey); }  // a missing file or a wrong key ends here
     makeEmptyFile(fresh);
     auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
     {
