@@ -66,7 +66,7 @@ void BackupExport::exportData() {
 
 bool BackupExport::writeFiles(const QString& folder) {
     const Activity activity(u"导出数据"_s,
-                            u"程序自己的数据没有改动，没有写完的备份文件还是原来的。"_s);
+                            u"程序自己的数据没有改动，没有写完的备份文件没有换掉原来的。"_s);
     return run_.run([&] {
         // The first path is joined as it stands: a folder typed without its final separator gives
         // a file beside the folder.

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "base/activity.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -66,7 +66,14 @@ void replaceFile(const QString& target, const std::function<void(const QString& 
     };
     removeFresh();
     auto removeUnlessMoved = qScopeGuard(removeFresh);
-    write(fresh);
+    try {
+        write(fresh);
+    } catch (const StoreError& failure) {
+        // The user knows the file by its own name.
+        throw failure.path() == fresh
+            ? StoreError(failure.reason(), target, failure.statement(), failure.fault())
+            : failure;
+    }
     if (!reachedTheDisk(fresh)) {
         raiseCopyFailure(fresh, target, qt_error_string(errno));
     }

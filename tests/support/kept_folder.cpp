@@ -1,7 +1,9 @@
 #include "tests/support/kept_folder.h"
 
+#include <QCollator>
 #include <QDir>
 #include <QDirIterator>
+#include <algorithm>
 #include <stdexcept>
 
 namespace guanchao {
@@ -11,7 +13,11 @@ using namespace Qt::Literals::StringLiterals;
 static const QString place = QStringLiteral(GUANCHAO_SOURCE_DIR "/tests/kept_folder/");
 
 QStringList keptFolders() {
-    return QDir(place).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList versions = QDir(place).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QCollator byNumbers;
+    byNumbers.setNumericMode(true);
+    std::ranges::sort(versions, byNumbers);
+    return versions;
 }
 
 void copyKeptFolder(const QString& version, const QString& folder) {
