@@ -35,8 +35,6 @@ constexpr int heightAboveGrids = 1700;
 // Of what the desktop draws around a window, which must find room on the screen too.
 constexpr QSize frameOfWindow(16, 40);
 
-constexpr int alarmRepeats = 20;
-
 }  // namespace
 
 Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
@@ -51,15 +49,8 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
                  environment.services.quote, environment.pump),
       quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
-      alarmEngine_(
-          environment.stores, environment.globals, environment.clock, quoteFeed_,
-          [this] { return showMonitors(); },
-          [this](const QString& file) {
-              bofangwenjian_ = file;
-              if (!Timer3_.isActive()) {
-                  Timer3_.start();
-              }
-          }),
+      alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
+                 desktop_.sound, [this] { return showMonitors(); }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
       backupExport_(environment.stores, environment.dialogs, exchangeRun_),
       newsImport_(environment.stores, environment.dialogs, exchangeRun_),
@@ -69,13 +60,12 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
     buildMenus();
     connectControls();
     connectTimers();
+    connectAlarms();
     connectMenus();
     connectGrids();
 }
 
-Form2::~Form2() {
-    desktop_.sound.whenStopped({});
-}
+Form2::~Form2() = default;
 
 void Form2::setUpControls() {
     ui_->setupUi(this);
@@ -120,8 +110,14 @@ void Form2::connectControls() {
     connect(ui_->Text3, &QLineEdit::returnPressed, this, &Form2::刷新_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form2::Command3_Click);
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
-    connect(ui_->stopSound, &QPushButton::clicked, this, [this] { desktop_.sound.stop(); });
-    desktop_.sound.whenStopped([this] { ui_->WindowsMediaPlayer1->hide(); });
+    connect(ui_->stopSound, &QPushButton::clicked, &alarmDesk_, &AlarmDesk::stopSound);
+}
+
+void Form2::connectAlarms() {
+    alarmDesk_.setParent(this);
+    connect(&alarmDesk_, &AlarmDesk::ticks, this, &Form2::watchTray);
+    connect(&alarmDesk_, &AlarmDesk::soundBegins, this, &Form2::showSound);
+    connect(&alarmDesk_, &AlarmDesk::soundEnds, ui_->WindowsMediaPlayer1, &QWidget::hide);
 }
 
 void Form2::connectTimers() {
@@ -131,17 +127,12 @@ void Form2::connectTimers() {
         int milliseconds;
     };
     for (const TimerSetting& it :
-         {TimerSetting{Timer1_, "Timer1", 100}, TimerSetting{Timer2_, "Timer2", 1000},
-          TimerSetting{Timer3_, "Timer3", 1000}, TimerSetting{Timer4_, "Timer4", 1000}}) {
+         {TimerSetting{Timer1_, "Timer1", 100}, TimerSetting{Timer4_, "Timer4", 1000}}) {
         it.timer.setParent(this);
         it.timer.setObjectName(QString::fromLatin1(it.name));
         it.timer.setInterval(it.milliseconds);
     }
     connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
-    // Queued: a timer doesn't tick as long as its own tick is under way, and in a queued one a box
-    // may stand for hours while the polls go on.
-    connect(&Timer2_, &QTimer::timeout, this, &Form2::Timer2_Timer, Qt::QueuedConnection);
-    connect(&Timer3_, &QTimer::timeout, this, &Form2::Timer3_Timer);
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
 }
 
@@ -331,15 +322,14 @@ void Form2::Timer1_Timer() {
     environment_.pump.runPendingEvents();
     setWindowTitle(caption);
     environment_.pump.runPendingEvents();
-    Timer2_.start();
+    alarmDesk_.start();
 }
 
-void Form2::Timer2_Timer() {
+void Form2::watchTray() {
     if (desktop_.tray.lost()) {
         desktop_.tray.show();
         showMinimized();
     }
-    alarmEngine_.tick();
 }
 
 // A window that opens closes the menu or the list that is open under the user's hand.
@@ -356,10 +346,8 @@ bool Form2::showMonitors() {
     return true;
 }
 
-void Form2::Timer3_Timer() {
-    Timer3_.stop();
-    desktop_.sound.play(bofangwenjian_, alarmRepeats);
-    ui_->soundFile->setText(QFileInfo(bofangwenjian_).fileName());
+void Form2::showSound(const QString& file) {
+    ui_->soundFile->setText(QFileInfo(file).fileName());
     ui_->WindowsMediaPlayer1->show();
 }
 

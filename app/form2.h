@@ -1,7 +1,7 @@
 // Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus
 // from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store, and
 // what its commands write; the rules are in ThemeTable, ThemeCommands, Watchlist, QuoteRun,
-// AlarmEngine, the export and imports, startup and shutdown.
+// AlarmDesk, the export and imports, startup and shutdown.
 #pragma once
 
 #include <QMainWindow>
@@ -18,7 +18,7 @@
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
-#include "monitor/alarm_engine.h"
+#include "monitor/alarm_desk.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_table.h"
 #include "themes/watchlist.h"
@@ -50,6 +50,7 @@ private:
     void setUpControls();
     void connectControls();
     void connectTimers();
+    void connectAlarms();
     void connectGrids();
 
     // In form2_menus.cpp.
@@ -67,7 +68,9 @@ private:
     template <typename Form>
     void addsMonitor(const QAction* entry);
 
+    void watchTray();
     bool showMonitors();
+    void showSound(const QString& file);
     void runExchange(const QString& name, const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
@@ -94,8 +97,6 @@ private:
     void MSHFlexGrid2_DblClick(int row);
 
     void Timer1_Timer();
-    void Timer2_Timer();
-    void Timer3_Timer();
     void Timer4_Timer();
 
     Environment& environment_;
@@ -109,7 +110,7 @@ private:
     Watchlist watchlist_;
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
-    AlarmEngine alarmEngine_;
+    AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;
     NewsImport newsImport_;
@@ -121,14 +122,11 @@ private:
     QMenu kuaimenu_;      // 快捷菜单: on a stock
 
     QTimer Timer1_;  // once after the load
-    QTimer Timer2_;  // every second for the life of the process
-    QTimer Timer3_;  // once per alarm sound
     QTimer Timer4_;  // once per version check
 
     int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
     bool endAfterExchange_ = false;
     SortCode lastSortCode_ = SortCode::none;
-    QString bofangwenjian_;  // 播放文件: the sound that Timer3 is to play
 };
 
 }  // namespace guanchao

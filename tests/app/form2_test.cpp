@@ -403,7 +403,7 @@ TEST_F(Form2Test, TheWindowComesBackWhenItsTrayIsGoneForGood) {
     const auto seconds = [this](int count) {
         for (int second = 0; second < count; ++second) {
             timeIsUp(find<QTimer>(u"Timer2"_s));
-            QCoreApplication::sendPostedEvents(&form_);
+            QCoreApplication::sendPostedEvents();
         }
         return form_.isVisible();
     };

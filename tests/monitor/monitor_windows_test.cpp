@@ -181,7 +181,7 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     };
     const auto fire = [&](const QString& name) {
         timeIsUp(main.findChild<QTimer*>(name));
-        QCoreApplication::sendPostedEvents(&main);
+        QCoreApplication::sendPostedEvents();
     };
     auto* player = main.findChild<QWidget*>(u"WindowsMediaPlayer1"_s);
     auto* timer3 = main.findChild<QTimer*>(u"Timer3"_s);
