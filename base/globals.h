@@ -29,7 +29,6 @@ struct Globals {
 
     qint16 hqmang = 0;         // 行情忙: 1 while a quote batch, a download or an import writes
     qint16 jiaoyishiduan = 0;  // 交易时段: 1 in a session, at the last refresh or quote window
-    qint16 hangqingkaiguo = 0;  // 行情开过: 1 once a stock quote window has run; nothing asks yet
     qint16 jiankongkaiqi = 0;  // 监控开启: 1 while monitoring runs
 };
 

@@ -34,18 +34,12 @@ bool isPrefixedCode(const QString& text) {
            (market == u"SH"_s || market == u"SZ"_s);
 }
 
-QString hits(Connection& connection, const QString& statement, const QString& codeField,
-             const QString& nameField) {
+QString stockHits(Connection& connection, const QString& statement) {
     QString found;
     for (Recordset rows(connection, statement); !rows.atEnd(); rows.moveNext()) {
-        found +=
-            rows.value(codeField).toText() + u"  "_s + rows.value(nameField).toText() + separator;
+        found += rows.value(u"dm").toText() + u"  "_s + rows.value(u"jc").toText() + separator;
     }
     return found;
-}
-
-QString stockHits(Connection& connection, const QString& statement) {
-    return hits(connection, statement, u"dm"_s, u"jc"_s);
 }
 
 }  // namespace
@@ -55,18 +49,11 @@ QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
     Connection connection = mainStore.open();
     const QString length = QString::number(text.size());
     QString found;
+    // Boards, whose codes begin with 9, are not offered.
     if (isDigits(text) && text[0] != u'9') {
         found +=
             stockHits(connection, u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s +
                                       length + u")='"_s + text + u"'"_s);
-    }
-    // One character never equals four: boards are never offered, and digits that begin with 9 find
-    // nothing. It is kept this way on purpose.
-    if (text.first(std::min<qsizetype>(1, text.size())) == u"9999"_s) {
-        found += hits(connection,
-                      u"select bankuaidm,bankuaijc FROM bankuaidmb where substr(bankuaidm,1,"_s +
-                          length + u")='"_s + text + u"'"_s,
-                      u"bankuaidm"_s, u"bankuaijc"_s);
     }
     if (isLetters(text)) {
         found +=

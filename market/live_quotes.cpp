@@ -94,7 +94,6 @@ void LiveQuotes::start(const QString& typed) {
     attempt([&] { takeHomeIndex(0); });
     attempt([&] { takeWorldIndex(0); });
     updateMarketFlag();
-    globals_.hangqingkaiguo = 1;
     if (failure) {
         std::rethrow_exception(failure);
     }

@@ -222,20 +222,18 @@ TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
         }
         EXPECT_EQ(screen_.shown.contains(u"恒生指数 0.5%"_s), path != u"/list=r_HSI")
             << "a broken part doesn't take the others along";
-        EXPECT_EQ(std::exchange(globals_.hangqingkaiguo, 0), 1);
         screen_.shown.clear();
         EXPECT_FALSE(screen_.polling);
     }
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
-TEST_F(LiveQuotesTest, TheStartLoadsBothIndexesAndTheFlag) {
+TEST_F(LiveQuotesTest, TheStartLoadsBothIndexes) {
     quotes_.start(u"SH600000"_s);
     EXPECT_EQ(screen_.shown.mid(5),
               QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s, u"浦发银行 200万手 33.33"_s,
                            u"chart3"_s, u"恒生指数 0.5%"_s}));
     EXPECT_EQ(globals_.jiaoyishiduan, 1);
-    EXPECT_EQ(globals_.hangqingkaiguo, 1);
     EXPECT_TRUE(screen_.polling);
 }
 
