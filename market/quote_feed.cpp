@@ -6,11 +6,24 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "market/quote_line.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Nothing, with the reason noted, for a line that can't be read.
+std::optional<QuoteLine> readOrRefuse(QStringView piece, QStringList& refusals) {
+    try {
+        return readQuoteLine(piece);
+    } catch (const OperationError& refusal) {
+        refusals << refusal.reason();
+        return std::nullopt;
+    }
+}
+
+}  // namespace
 
 QList<CodeBatch> codeBatches(Recordset& codes) {
     QList<CodeBatch> batches;
@@ -69,15 +82,9 @@ void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pie
     const QString now = timeText(clock_.now());
     QStringList refusals;
     for (const QStringView piece : pieces) {
-        try {
-            if (const std::optional<QuoteLine> line = readQuoteLine(piece)) {
-                connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
-                                                  : updatePollList(*line, now));
-            }
-        } catch (const StoreError&) {
-            throw;
-        } catch (const OperationError& refusal) {
-            refusals << refusal.reason();
+        if (const std::optional<QuoteLine> line = readOrRefuse(piece, refusals)) {
+            connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
+                                              : updatePollList(*line, now));
         }
     }
     transaction.commit();
