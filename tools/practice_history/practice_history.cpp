@@ -30,7 +30,7 @@ constexpr qsizetype fewestMembers = 8;
 constexpr double pausesPerDay = 0.002;
 constexpr int pauseDays = 8;
 constexpr int forecasts = 20;
-constexpr int daysToReport = 45;
+constexpr qint64 daysToReport = 45;
 
 enum class Surge : std::uint8_t { none, limit, onePrice };
 
