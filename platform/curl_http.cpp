@@ -14,7 +14,8 @@ constexpr int millisecondsBetweenCalls = 20;
 constexpr long mostRedirections = 10;
 
 size_t appendBody(char* data, size_t size, size_t count, void* body) {
-    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
+    static_cast<QByteArray*>(body)->append(
+        data, static_cast<qsizetype>(size) * static_cast<qsizetype>(count));
     return size * count;
 }
 
