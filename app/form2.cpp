@@ -363,7 +363,7 @@ void Form2::closeEvent(QCloseEvent* event) {
     if (answer == CloseAnswer::shutDown || tuichubiaozhi_ == 1) {
         // A window whose user wants to keep unsaved work keeps the program running, and the
         // collector with it: it hears of the end only when that is sure.
-        if (!windows_.closeAll()) {
+        if (!environment_.openWindows.closeAll()) {
             tuichubiaozhi_ = 0;
             endLater();
             event->ignore();
@@ -380,9 +380,9 @@ void Form2::closeEvent(QCloseEvent* event) {
 // A run ends between two of its steps, and its window after it; a question waits for its answer:
 // then the program ends.
 void Form2::endLater() {
-    if (windows_.questionStands()) {
-        windows_.afterQuestion(*this, [this] { tuopanexit_Click(); });
-    } else if (const QWidget* window = windows_.endingWindow()) {
+    if (environment_.openWindows.questionStands()) {
+        environment_.openWindows.afterQuestion(*this, [this] { tuopanexit_Click(); });
+    } else if (const QWidget* window = environment_.openWindows.endingWindow()) {
         connect(window, &QObject::destroyed, this, &Form2::tuopanexit_Click,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
     }
@@ -390,7 +390,7 @@ void Form2::endLater() {
 
 void Form2::hideToTray() {
     const bool inTray = desktop_.tray.hide(environment_.dialogs);
-    windows_.closeAll();
+    environment_.openWindows.closeAll();
     if (inTray) {
         hide();
     } else {
@@ -403,12 +403,12 @@ void Form2::endProgram() {
     if (exchangeRun_.running()) {
         endAfterExchange_ = true;
         exchangeRun_.cancel();
-        windows_.closeAll();
+        environment_.openWindows.closeAll();
         return;
     }
     shutDown(
         environment_.stores, environment_.executableName, desktop_.tray, environment_.processes,
-        [this] { windows_.closeAll(); },
+        [this] { environment_.openWindows.closeAll(); },
         [this](const std::exception& failure) { environment_.dialogs.tell(failureText(failure)); });
 }
 

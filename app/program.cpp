@@ -14,6 +14,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .stores = stores_,
                    .services = services_,
                    .clock = clock_,
+                   .openWindows = openWindows_,
                    .dialogs = keepingDialogs_,
                    .pump = pump_,
                    .http = http_,

@@ -53,7 +53,8 @@ private:
     AskedHistory askedHistory_;
     MeanVolume meanVolume_{http_, services_.history, clock_};
 
-    KeepingDialogs keepingDialogs_{dialogs_, windows_};
+    OpenWindows openWindows_;
+    KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
     Environment environment_;
     Windows windows_{environment_};
     Form2 form2_{environment_, windows_, {tray_, sound_, userLauncherFolders()}};

@@ -22,10 +22,10 @@ void showLines(EntryBox& box, const QStringList& lines) {
 
 }  // namespace
 
-Form26::Form26(Environment& environment, Windows& windows)
+Form26::Form26(Environment& environment, Windows& /*windows*/)
     : QDialog(nullptr, Qt::Window),
       stores_(environment.stores),
-      windows_(windows),
+      openWindows_(environment.openWindows),
       ui_(std::make_unique<Ui::Form26>()),
       editor_(environment.stores, environment.globals, environment.clock, environment.dialogs) {
     ui_->setupUi(this);
@@ -197,12 +197,12 @@ bool Form26::mayLeave() {
     if (fields() == kept_) {
         return true;
     }
-    if (windows_.questionStands()) {
+    if (openWindows_.questionStands()) {
         return false;
     }
     const bool may = editor_.mayDiscard();
     if (!may) {
-        windows_.stay();
+        openWindows_.stay();
     }
     return may;
 }

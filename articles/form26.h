@@ -12,6 +12,7 @@
 #include "articles/article_editor.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
+#include "frame/open_windows.h"
 #include "frame/windows.h"
 
 namespace Ui {
@@ -53,7 +54,7 @@ private:
     void Timer3_Timer();
 
     const Stores& stores_;
-    Windows& windows_;
+    OpenWindows& openWindows_;
     std::unique_ptr<Ui::Form26> ui_;
     ArticleEditor editor_;
     DateBoxes* date_ = nullptr;

@@ -17,12 +17,14 @@ namespace guanchao {
 
 class AskedHistory;
 class MeanVolume;
+class OpenWindows;
 
 struct Environment {
     Globals& globals;
     Stores& stores;
     const Services& services;
     const Clock& clock;
+    OpenWindows& openWindows;
     Dialogs& dialogs;
     EventPump& pump;
     Http& http;

@@ -2,14 +2,14 @@
 // code that asked it has gone on to its end.
 #pragma once
 
-#include "frame/windows.h"
+#include "frame/open_windows.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {
 
 class KeepingDialogs : public Dialogs {
 public:
-    KeepingDialogs(Dialogs& dialogs, Windows& windows) : dialogs_(dialogs), windows_(windows) {}
+    KeepingDialogs(Dialogs& dialogs, OpenWindows& windows) : dialogs_(dialogs), windows_(windows) {}
 
     void tell(const QString& text, const QString& title) override;
     bool ask(const QString& text, const QString& title) override;
@@ -21,7 +21,7 @@ public:
 
 private:
     Dialogs& dialogs_;
-    Windows& windows_;
+    OpenWindows& windows_;
 };
 
 }  // namespace guanchao

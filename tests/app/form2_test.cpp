@@ -124,7 +124,7 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, cellOf(*view, 2, 1));
     ASSERT_TRUE(shownWindow<Form24>());
     EXPECT_EQ(shownWindow<Form24>()->findChild<QLineEdit*>(u"Text1"_s)->text(), u"白酒"_s);
-    windows_.closeAll();
+    openWindows_.closeAll();
     clickHeader(u"MSHFlexGrid1"_s, 2);
     EXPECT_EQ(find<GridView>(u"MSHFlexGrid1"_s)->toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s)
@@ -268,7 +268,7 @@ TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
         const auto* opened = shownWindow<QWidget>();
         ASSERT_TRUE(opened) << it.entry.toStdString();
         EXPECT_EQ(opened->windowTitle(), it.caption);
-        windows_.closeAll();
+        openWindows_.closeAll();
         deleteClosedWindows();
     }
 }

@@ -216,7 +216,7 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     EXPECT_EQ(words, QStringList({u"打开文章"_s, u"删除本篇"_s, u"删除本表"_s, u"刷新"_s}));
     form->findChild<QAction*>(u"删除本篇"_s)->trigger();
     EXPECT_EQ(gridOf(form).rows(), 3);
-    windows_.closeAll();
+    openWindows_.closeAll();
     EXPECT_TRUE(shown<Form26>().isEmpty());
 }
 
@@ -255,7 +255,7 @@ TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
     auto* writing = form->findChild<ArticleText*>();
     QTest::keyClicks(writing, u"x"_s);
     dialogs_.answer = false;
-    EXPECT_FALSE(windows_.closeAll()) << "a refusal keeps the window";
+    EXPECT_FALSE(openWindows_.closeAll()) << "a refusal keeps the window";
     QTest::keyClick(form.data(), Qt::Key_Escape);
     pick(form, u"Combo7"_s, 0);
     EXPECT_FALSE(form->findChild<QTimer*>(u"Timer3"_s)->isActive());
@@ -263,7 +263,7 @@ TEST_F(ArticleWindowsTest, UnsavedChangesAreAskedFor) {
     EXPECT_TRUE(form && form->isVisible());
     dialogs_.shown.clear();
     writing->undo();
-    EXPECT_TRUE(windows_.closeAll()) << "taken back: nothing to ask";
+    EXPECT_TRUE(openWindows_.closeAll()) << "taken back: nothing to ask";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
@@ -328,7 +328,7 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
         if (form) {
             form->findChild<ArticleText*>()->undo();
         }
-        windows_.closeAll();
+        openWindows_.closeAll();
     }
 }
 
@@ -370,7 +370,7 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
         dialogs_.shown.clear();
         processes_.ended.clear();
         dialogs_.answer = true;
-        windows_.closeAll();
+        openWindows_.closeAll();
         QCoreApplication::sendPostedEvents(&main);
         EXPECT_TRUE(processes_.ended.isEmpty()) << "an end that was refused does not come later";
         dialogs_.shown.clear();

@@ -124,7 +124,7 @@ TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
     find<QLineEdit>(u"Text4"_s)->setText(text_);
     pump_.onRun = [this] {
         QTest::keyClick(form_.data(), Qt::Key_Escape);
-        windows_.closeAll();
+        openWindows_.closeAll();
         deleteClosedWindows();
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());

@@ -117,7 +117,7 @@ TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {
         ASSERT_TRUE(form) << it.what;
         bool kept = false;
         underTheQuestion([&] {
-            windows_.closeAll();
+            openWindows_.closeAll();
             deleteClosedWindows();
             kept = form && !form->isVisible();
         });
@@ -143,7 +143,7 @@ TEST_F(WindowsTest, AWindowReplacedUnderTheQuestionOfItsClosingIsDeletedOnce) {
 // The run's own frames are below the question.
 TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
     const QPointer<QWidget> form = open<Form24>();
-    underTheQuestion([this] { windows_.closeAll(); });
+    underTheQuestion([this] { openWindows_.closeAll(); });
     bool outlives = false;
     pump_.onRun = [&] {
         if (outlives) {
@@ -162,7 +162,7 @@ TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
 TEST_F(WindowsTest, WhatWaitsForAnAnswerWaitsForTheAskersNextQuestionToo) {
     QObject owner;
     int done = 0;
-    underTheQuestion([&] { windows_.afterQuestion(owner, [&done] { ++done; }); });
+    underTheQuestion([&] { openWindows_.afterQuestion(owner, [&done] { ++done; }); });
     environment_.dialogs.tell(u"the first question"_s);
     underTheQuestion([&] {
         QCoreApplication::sendPostedEvents();

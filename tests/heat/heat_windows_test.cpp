@@ -212,7 +212,7 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     find<QCheckBox>(u"Check2"_s)->setChecked(true);
     click(u"Command9"_s);
     press(1, Qt::RightButton);
-    dialogs_.onAsk = [this] { windows_.closeAll(); };
+    dialogs_.onAsk = [this] { openWindows_.closeAll(); };
     find<QAction>(u"删除商品"_s)->trigger();
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除商品'铝'完成!"_s);
     EXPECT_EQ(TestStores::rows(stores_.heat, u"select * from shopname"_s), QStringList());

@@ -302,7 +302,7 @@ TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
     const auto shownCode = [this] {
         auto* form = shownWindow<Form21>();
         const QString code = form ? form->findChild<QLineEdit*>(u"Text7"_s)->text() : QString();
-        windows_.closeAll();
+        openWindows_.closeAll();
         return code;
     };
     doubleClick(openAnew<Form4>(), u"MSHFlexGrid2"_s);

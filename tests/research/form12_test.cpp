@@ -279,7 +279,7 @@ TEST_F(Form12Test, AWindowThatClosesDuringARunOutlivesIt) {
     makeHistory();
     open();
     pump_.onRun = [this] {
-        windows_.closeAll();
+        openWindows_.closeAll();
         deleteClosedWindows();
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());

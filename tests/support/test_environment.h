@@ -20,7 +20,7 @@ struct TestEnvironment {
     // No window outlives what it was given.
     ~TestEnvironment() {
         dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
-        windows_.closeAll();
+        openWindows_.closeAll();
         deleteClosedWindows();
     }
 
@@ -30,7 +30,8 @@ struct TestEnvironment {
     Services services_;
     FakeClock clock_;
     FakeDialogs dialogs_;
-    KeepingDialogs keepingDialogs_{dialogs_, windows_};
+    OpenWindows openWindows_;
+    KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
     FakePump pump_;
     FakeHttp http_;
     FakeShell shell_;
@@ -45,6 +46,7 @@ struct TestEnvironment {
                              .stores = stores_,
                              .services = services_,
                              .clock = clock_,
+                             .openWindows = openWindows_,
                              .dialogs = keepingDialogs_,
                              .pump = pump_,
                              .http = http_,

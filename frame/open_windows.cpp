@@ -1,4 +1,4 @@
-#include "frame/windows.h"
+#include "frame/open_windows.h"
 
 #include <utility>
 
@@ -17,7 +17,7 @@ bool isClosed(const QWidget& window) {
 }  // namespace
 
 // A window that an outer question keeps is left to that.
-Windows::Keep::Keep(Windows& windows) : windows_(windows) {
+OpenWindows::Keep::Keep(OpenWindows& windows) : windows_(windows) {
     ++windows.questions_;
     for (const QPointer<QWidget>& window : windows.open_) {
         if (window && window->testAttribute(Qt::WA_DeleteOnClose)) {
@@ -27,7 +27,7 @@ Windows::Keep::Keep(Windows& windows) : windows_(windows) {
     }
 }
 
-Windows::Keep::~Keep() {
+OpenWindows::Keep::~Keep() {
     for (const QPointer<QWidget>& window : kept_) {
         if (!window) {
             continue;
@@ -40,12 +40,12 @@ Windows::Keep::~Keep() {
     windows_.questionAnswered();
 }
 
-void Windows::afterQuestion(QObject& owner, std::function<void()> job) {
+void OpenWindows::afterQuestion(QObject& owner, std::function<void()> job) {
     owner_ = &owner;
     afterQuestion_ = std::move(job);
 }
 
-void Windows::questionAnswered() {
+void OpenWindows::questionAnswered() {
     if (--questions_ > 0 || !owner_ || !afterQuestion_) {
         return;
     }
@@ -58,7 +58,7 @@ void Windows::questionAnswered() {
     QMetaObject::invokeMethod(owner_, job, Qt::QueuedConnection);
 }
 
-bool Windows::close(const QString& name) {
+bool OpenWindows::close(const QString& name) {
     for (const QPointer<QWidget>& window : open_.values(name)) {
         // A window that is closing already says yes, though its own question may still stand.
         if (!window || (window->close() && !window->isVisible())) {
@@ -68,7 +68,7 @@ bool Windows::close(const QString& name) {
     return !open_.contains(name);
 }
 
-bool Windows::closeAll() {
+bool OpenWindows::closeAll() {
     bool closed = true;
     for (const QString& name : open_.uniqueKeys()) {
         closed = close(name) && closed;
@@ -76,7 +76,7 @@ bool Windows::closeAll() {
     return closed;
 }
 
-QWidget* Windows::endingWindow() const {
+QWidget* OpenWindows::endingWindow() const {
     QWidget* ending = nullptr;
     for (const QPointer<QWidget>& window : open_) {
         if (window && window->isVisible()) {
@@ -87,7 +87,7 @@ QWidget* Windows::endingWindow() const {
     return ending;
 }
 
-void Windows::adopt(const QString& name, QWidget* window) {
+void OpenWindows::adopt(const QString& name, QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.removeIf([](const auto& it) { return it.value().isNull(); });
     open_.insert(name, window);
