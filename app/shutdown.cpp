@@ -1,6 +1,7 @@
 #include "app/shutdown.h"
 
 #include "base/activity.h"
+#include "heat/collector_contract.h"
 
 namespace guanchao {
 
@@ -10,7 +11,7 @@ namespace {
 
 void tellCollector(const Stores& stores) {
     const Activity activity(u"通知采集程序退出"_s);
-    stores.heat.open().execute(u"update canshu set mainisrun=0"_s);
+    withdrawRunOrder(stores.heat);
 }
 
 }  // namespace

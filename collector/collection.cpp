@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "collector/run_order.h"
+#include "heat/collector_contract.h"
 #include "store/failure.h"
 #include "store/store_error.h"
 

@@ -16,7 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList jobWords = {u"zhuti"_s, u"gongsi"_s, u"shop"_s, u"gengxindmb"_s};
+const QStringList jobWords = {collectThemes, collectCompanies, collectCommodities, collectCodes};
 
 }  // namespace
 
@@ -93,13 +93,13 @@ void CollectorProgram::refuse(const QString& reason) {
 }
 
 std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrder& order) {
-    if (word == u"zhuti"_s) {
+    if (word == collectThemes) {
         return std::make_unique<ThemesJob>(stores_, order, settings_, services_.search);
     }
-    if (word == u"gongsi"_s) {
+    if (word == collectCompanies) {
         return std::make_unique<CompaniesJob>(stores_, order, settings_, services_.search);
     }
-    if (word == u"shop"_s) {
+    if (word == collectCommodities) {
         return std::make_unique<CommoditiesJob>(stores_, order, settings_, services_.search);
     }
     const QString exceptions = folder_ + u"initials.csv"_s;

@@ -7,9 +7,9 @@
 #include <random>
 
 #include "collector/collector_window.h"
-#include "collector/run_order.h"
 #include "formats/initials.h"
 #include "frame/application.h"
+#include "heat/collector_contract.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/qt_event_pump.h"

@@ -5,8 +5,8 @@
 #include "collector/collector_settings.h"
 #include "collector/counts_writer.h"
 #include "collector/job.h"
-#include "collector/run_order.h"
 #include "collector/search_address.h"
+#include "heat/collector_contract.h"
 
 namespace guanchao {
 

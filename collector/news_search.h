@@ -7,8 +7,8 @@
 
 #include "collector/collector_settings.h"
 #include "collector/counts_writer.h"
-#include "collector/run_order.h"
 #include "collector/search_address.h"
+#include "heat/collector_contract.h"
 
 namespace guanchao {
 

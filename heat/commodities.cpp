@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "heat/collector_contract.h"
 #include "heat/heat_grid.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
@@ -66,20 +67,12 @@ Commodities::Commodities(const Stores& stores, Globals& globals, const Clock& cl
       history_(history) {}
 
 std::optional<QString> Commodities::readSettings() {
-    const Activity activity(u"读取采集设置"_s);
-    Connection store = stores_.heat.open();
-    const Recordset row(store, u"select  shopguanzhudu,yinqingurl  FROM canshu"_s);
-    if (row.atEnd()) {
+    const std::optional<CommoditySettings> settings = readCommoditySettings(stores_.heat);
+    if (!settings) {
         return std::nullopt;
     }
-    searchTemplate_ = row.value(u"yinqingurl").toText();
-    return row.value(u"shopguanzhudu").toText();
-}
-
-void Commodities::writeAttention(const QString& typed) const {
-    const Activity activity(u"保存采集的关注度"_s);
-    stores_.heat.open().execute(u"update canshu set shopguanzhudu="_s +
-                                numberText(numericPrefix(typed)));
+    searchTemplate_ = settings->searchTemplate;
+    return settings->attention;
 }
 
 void Commodities::showRanking(bool all) {

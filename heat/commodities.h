@@ -1,6 +1,6 @@
 // The prices of commodities by the words of the web: the ranking of the list, the history of one
-// commodity, its search page and its end. Tables shopname, shophq and canshu of the heat store,
-// which the collector fills. Failed statements raise StoreError.
+// commodity, its search page and its end. Tables shopname and shophq of the heat store, which the
+// collector fills. Failed statements raise StoreError.
 #pragma once
 
 #include <optional>
@@ -23,7 +23,6 @@ public:
 
     // Keeps the search page's template and returns the attention limit; nothing without a row.
     std::optional<QString> readSettings();
-    void writeAttention(const QString& typed) const;
 
     // The commodities collected on the latest day, today if there is none, by their total; or all.
     void showRanking(bool all);

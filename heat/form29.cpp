@@ -41,8 +41,9 @@ void Form29::dressControls() {
 }
 
 void Form29::connectControls() {
-    connect(ui_->Text3, &QLineEdit::textChanged, this,
-            [this](const QString& typed) { commodities_.writeAttention(typed); });
+    connect(ui_->Text3, &QLineEdit::textChanged, this, [this](const QString& typed) {
+        writeCommodityAttention(environment_.stores.heat, typed);
+    });
     connect(ui_->Command1, &QPushButton::clicked, this,
             [this] { collectorLaunch_.launch(collectCommodities); });
     connect(ui_->Command2, &QPushButton::clicked, this, &Form29::Command2_Click);

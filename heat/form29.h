@@ -9,6 +9,7 @@
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "heat/collector_contract.h"
+#include "heat/collector_launch.h"
 #include "heat/commodities.h"
 #include "heat/heat_window.h"
 

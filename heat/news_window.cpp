@@ -13,7 +13,6 @@ NewsWindow::NewsWindow(Environment& environment, const NewsSubject& subject, con
       ui_(std::make_unique<Ui::NewsWindow>()),
       ranking_(environment.stores, environment.globals, environment.shell, subject, rankingGrid_,
                historyGrid_),
-      settings_(environment.stores),
       collectorLaunch_(environment.stores, environment.globals, environment.dialogs,
                        environment.processes) {
     ui_->setupUi(this);
@@ -43,7 +42,7 @@ void NewsWindow::connectControls() {
     connect(ui_->Check1, &QCheckBox::toggled, this, &NewsWindow::Check1_Click);
     connect(ui_->Text2, &QLineEdit::textChanged, this, &NewsWindow::Text2_Change);
     connect(ui_->Text3, &QLineEdit::textChanged, this,
-            [this](const QString& typed) { settings_.writeAttention(typed); });
+            [this](const QString& typed) { writeNewsAttention(stores_.heat, typed); });
     connect(ui_->Command1, &QPushButton::clicked, this, &NewsWindow::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &NewsWindow::Command2_Click);
     connect(ui_->Text1, &QLineEdit::returnPressed, this, &NewsWindow::Command2_Click);
@@ -55,7 +54,7 @@ void NewsWindow::connectControls() {
 }
 
 void NewsWindow::Form_Load() {
-    if (const auto stored = settings_.read()) {
+    if (const auto stored = readNewsSettings(stores_.heat)) {
         yinqingurl_ = stored->searchTemplate;
         showSettings(*stored);
     }
@@ -64,7 +63,7 @@ void NewsWindow::Form_Load() {
 }
 
 // With the days shown first, the check writes back what is stored, in one go.
-void NewsWindow::showSettings(const NewsSettings::Stored& stored) {
+void NewsWindow::showSettings(const NewsSettings& stored) {
     ui_->Text2->setText(stored.days);
     const QSignalBlocker quiet = quietIfHeld(ui_->Check1, stores_.heat);
     ui_->Check1->setChecked(stored.customOn);
@@ -81,13 +80,13 @@ int NewsWindow::checkedDays() {
 
 void NewsWindow::Check1_Click() {
     const int days = checkedDays();
-    settings_.writeCustom(ui_->Check1->isChecked(), days);
+    writeCustomDays(stores_.heat, ui_->Check1->isChecked(), days);
 }
 
 void NewsWindow::Text2_Change() {
     const int days = checkedDays();
     if (ui_->Check1->isChecked()) {
-        settings_.writeCustom(true, days);
+        writeCustomDays(stores_.heat, true, days);
     }
 }
 

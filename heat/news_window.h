@@ -1,15 +1,15 @@
 // What Form25 and Form31 share: a ranking by the amount of news, the history of one item with its
 // plot, the settings of the collector and its launch. Tables xinwenshul, gongsixinwen and canshu
-// of the heat store; the rules are in NewsRanking, NewsSettings and CollectorLaunch.
+// of the heat store; the rules are in NewsRanking, collector_contract and CollectorLaunch.
 #pragma once
 
 #include <memory>
 
 #include "frame/environment.h"
 #include "heat/collector_contract.h"
+#include "heat/collector_launch.h"
 #include "heat/heat_window.h"
 #include "heat/news_ranking.h"
-#include "heat/news_settings.h"
 
 namespace Ui {
 class NewsWindow;
@@ -35,7 +35,7 @@ private:
     void showWords();
     void connectControls();
     void Form_Load();
-    void showSettings(const NewsSettings::Stored& stored);
+    void showSettings(const NewsSettings& stored);
     int checkedDays();
 
     void Check1_Click();
@@ -50,7 +50,6 @@ private:
     Words words_;
     std::unique_ptr<Ui::NewsWindow> ui_;
     NewsRanking ranking_;
-    NewsSettings settings_;
     CollectorLaunch collectorLaunch_;
     QString yinqingurl_;  // 引擎网址: the template of the search page
 };

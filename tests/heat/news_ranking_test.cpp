@@ -4,9 +4,9 @@
 
 #include <QRegularExpression>
 
+#include "heat/collector_contract.h"
 #include "heat/commodities.h"
 #include "heat/heat_grid.h"
-#include "heat/news_settings.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
 #include "store/store_error.h"

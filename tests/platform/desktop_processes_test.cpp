@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include "heat/collector_contract.h"
+#include "heat/collector_launch.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"

@@ -1,7 +1,8 @@
-#include "heat/collector_contract.h"
+#include "heat/collector_launch.h"
 
 #include <gtest/gtest.h>
 
+#include "heat/collector_contract.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
