@@ -1,26 +1,10 @@
 #include "collector/search_page.h"
 
-#include "formats/page_text.h"
+#include "formats/html_tables.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-QString visibleText(QString page) {
-    static const QRegularExpression unseen(
-        u"<(script|style|title)\\b.*?</\\1\\s*>|<!--.*?-->"_s,
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression tag(u"<[^>]*>"_s);
-    static const QRegularExpression blank(u"&nbsp;|&#160;|\u00a0"_s);
-    // Engines set the searched words in <em> in the middle of a word: a tag leaves no gap.
-    return page.remove(unseen).remove(tag).replace(blank, u" "_s);
-}
-
-}  // namespace
-
-SearchPage::SearchPage(const QByteArray& body) : visible_(visibleText(pageText(body))) {}
+SearchPage::SearchPage(const QByteArray& body) : visible_(readHtmlPage(body).text) {}
 
 std::optional<qint64> SearchPage::results(const CollectorSettings& settings) const {
     const QRegularExpressionMatch match = settings.results.match(visible_);

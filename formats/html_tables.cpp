@@ -70,7 +70,7 @@ private:
     }
 
     void addElement(const xmlNode* node) {
-        if (isOneOf(node, {"script", "style"})) {
+        if (isOneOf(node, {"script", "style", "title"})) {
             return;
         }
         if (isOneOf(node, {"br"})) {
@@ -187,9 +187,11 @@ HtmlPage readHtmlPage(const QByteArray& page) {
     if (!root) {
         return {};
     }
-    HtmlPage result{.text = SeenText(root).text(), .tables = {}};
+    HtmlPage result{.title = {}, .text = SeenText(root).text(), .tables = {}};
     walk(root, [&result](const xmlNode* node) {
-        if (isOneOf(node, {"table"})) {
+        if (isOneOf(node, {"title"})) {
+            result.title += SeenText(node).text();
+        } else if (isOneOf(node, {"table"})) {
             result.tables << tableOf(node);
         }
         return true;

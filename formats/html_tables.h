@@ -14,7 +14,8 @@ namespace guanchao {
 using HtmlTable = QList<QStringList>;
 
 struct HtmlPage {
-    QString text;             // with the title
+    QString title;
+    QString text;             // what the window shows
     QList<HtmlTable> tables;  // as they begin in the page, those within cells among them
 };
 

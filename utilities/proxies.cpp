@@ -211,7 +211,8 @@ bool Proxies::download() {
     const Activity activity(u"下载代理服务器列表"_s);
     const std::optional<QByteArray> body = http_.get(vendor_, u"/chaoxin/dlfwq.htm"_s);
     const HtmlPage page = body ? readHtmlPage(*body) : HtmlPage();
-    if (!body || page.text.contains(u"找不到服务器"_s) || page.text.contains(u"无法找到该页"_s)) {
+    const QString words = page.title + page.text;
+    if (!body || words.contains(u"找不到服务器"_s) || words.contains(u"无法找到该页"_s)) {
         dialogs_.tell(u"找不到服务器,请稍后再试!"_s);
         return false;
     }

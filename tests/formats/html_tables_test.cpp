@@ -46,7 +46,7 @@ TEST(HtmlTables, APageIsReadAsItDeclares) {
              "<script charset=utf-8></script><meta charset=gbk>" + gbkFromText(title),
              title.toUtf8(), "<META content='text/html; charset=GBK'>" + gbkFromText(title),
              "<meta charset=\"utf-8\">" + title.toUtf8(), "\xEF\xBB\xBF" + title.toUtf8()}) {
-        EXPECT_EQ(readHtmlPage(page).text, u"找不到"_s) << page.toStdString();
+        EXPECT_EQ(readHtmlPage(page).title, u"找不到"_s) << page.toStdString();
     }
     EXPECT_TRUE(readHtmlPage(QByteArray("<div>").repeated(100000)).tables.isEmpty());
 }
