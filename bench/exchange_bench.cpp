@@ -13,6 +13,7 @@
 #include "formats/gbk.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
+#include "store/store_file.h"
 #include "tests/support/fakes.h"
 
 namespace guanchao {
@@ -141,7 +142,9 @@ void exportOfAllThemes(benchmark::State& state) {
     compare(
         state,
         [&] {
-            copyOver(it.stores.backupTemplate.path, it.library.path);
+            replaceStore(it.library.path, [&](const QString& path) {
+                copyFile(it.stores.backupTemplate.path, path);
+            });
             Connection main = it.stores.main.open();
             Connection library = it.library.open();
             bareLoop(main, {themesQuery, codesQuery});

@@ -2,7 +2,7 @@
 
 #include "base/activity.h"
 #include "exchange/table_merge.h"
-#include "platform/fixed_folders.h"
+#include "platform/pick_file.h"
 
 namespace guanchao {
 
@@ -39,17 +39,16 @@ ArticleImport::ArticleImport(const Stores& stores, Dialogs& dialogs, ExchangeRun
     : stores_(stores), dialogs_(dialogs), run_(run) {}
 
 void ArticleImport::importArticles() {
-    const QString path = dialogs_.dakaiwenjian(
-        u"请选择文章库文件"_s, fixedPath(FixedPlace::exportFolder), u"wenzhang.ztb"_s);
-    if (path.isEmpty()) {
-        dialogs_.tell(u"没有选择文件。"_s);
+    const std::optional<QString> path =
+        pickFile(dialogs_, u"请选择文章库文件"_s, u"wenzhang.ztb"_s);
+    if (!path) {
         return;
     }
     int count = 0;
     const bool complete = run_.run([&] {
         const Activity activity(u"导入文章"_s);
         Connection store = stores_.article.open();
-        Connection file(path, stores_.article.key);
+        Connection file(*path, stores_.article.key);
         count = mergeTable(articles(), store, file, run_);
     });
     if (complete) {

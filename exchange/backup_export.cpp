@@ -7,6 +7,7 @@
 #include "exchange/store_copy.h"
 #include "platform/fixed_folders.h"
 #include "store/recordset.h"
+#include "store/store_file.h"
 
 namespace guanchao {
 
@@ -70,8 +71,8 @@ bool BackupExport::writeFiles(const QString& folder) {
     return run_.run([&] {
         // The first path is joined as it stands: a folder typed without its final separator gives
         // a file beside the folder.
-        replaceFile(folder + u"zhutibackup.ztb"_s,
-                    [this](const QString& path) { writeLibrary(path); });
+        replaceStore(folder + u"zhutibackup.ztb"_s,
+                     [this](const QString& path) { writeLibrary(path); });
         copyStore(stores_.article, folder + u"/wenzhang.ztb"_s);
         copyStore(stores_.heat, folder + u"/caijiqi.ztb"_s);
     });

@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 #include <utility>
 
+#include "frame/file_field.h"
 #include "platform/fixed_folders.h"
 #include "ui_form3.h"
 
@@ -74,7 +75,7 @@ void Form3::Command5_Click() {
 }
 
 void Form3::Command6_Click() {
-    pickFile(*ui_->Text4, u"请选择主题txt文件"_s, u"主题投资.txt"_s);
+    pickFileInto(*ui_->Text4, environment_.dialogs, u"请选择主题txt文件"_s, u"主题投资.txt"_s);
 }
 
 void Form3::Command7_Click() {
@@ -82,7 +83,7 @@ void Form3::Command7_Click() {
 }
 
 void Form3::Command8_Click() {
-    pickFile(*ui_->Text1, u"请选择主题库文件"_s, u"zhutibackup.ztb"_s);
+    pickFileInto(*ui_->Text1, environment_.dialogs, u"请选择主题库文件"_s, u"zhutibackup.ztb"_s);
 }
 
 void Form3::Label11_Click() {
@@ -92,16 +93,6 @@ void Form3::Label11_Click() {
 TextSource Form3::textSource() const {
     return {ui_->Text4->text(), ui_->Option2->isChecked(), ui_->Combo1->currentText(),
             ui_->Combo2->currentText()};
-}
-
-void Form3::pickFile(QLineEdit& field, const QString& title, const QString& file) {
-    Dialogs& dialogs = environment_.dialogs;
-    const QString path = dialogs.dakaiwenjian(title, fixedPath(FixedPlace::exportFolder), file);
-    if (path.isEmpty()) {
-        dialogs.tell(u"没有选择文件。"_s);
-    } else {
-        field.setText(path);
-    }
 }
 
 // The refusal of a second run must leave the first its button.

@@ -45,7 +45,6 @@ private:
     void Label11_Click();
 
     TextSource textSource() const;
-    void pickFile(QLineEdit& field, const QString& title, const QString& file);
     void runImport(QPushButton& button, const std::function<void()>& job);
     void showRun(const ExchangeProgress& progress);
 

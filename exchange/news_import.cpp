@@ -3,7 +3,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "exchange/table_merge.h"
-#include "platform/fixed_folders.h"
+#include "platform/pick_file.h"
 
 namespace guanchao {
 
@@ -88,17 +88,16 @@ NewsImport::NewsImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
     : stores_(stores), dialogs_(dialogs), run_(run) {}
 
 void NewsImport::importNews() {
-    const QString path = dialogs_.dakaiwenjian(
-        u"请选择主题新闻数量库文件"_s, fixedPath(FixedPlace::exportFolder), u"caijiqi.ztb"_s);
-    if (path.isEmpty()) {
-        dialogs_.tell(u"没有选择文件。"_s);
+    const std::optional<QString> path =
+        pickFile(dialogs_, u"请选择主题新闻数量库文件"_s, u"caijiqi.ztb"_s);
+    if (!path) {
         return;
     }
     int count = 0;
     const bool complete = run_.run([&] {
         Activity activity(u"导入新闻和商品"_s);
         Connection heat = stores_.heat.open();
-        Connection file(path, stores_.heat.key);
+        Connection file(*path, stores_.heat.key);
         const std::pair<QString, TableMerge> merges[] = {{u"主题新闻数量"_s, themeNews()},
                                                          {u"商品行情"_s, commodityDays()},
                                                          {u"商品名称"_s, commodities()}};

@@ -1,7 +1,8 @@
 #include "formats/ini_file.h"
 
 #include <QFile>
-#include <QSaveFile>
+
+#include "base/files.h"
 
 namespace guanchao {
 
@@ -60,9 +61,7 @@ bool IniFile::setValue(const QString& section, const QString& key, const QString
     } else {
         lines_[line] = text;
     }
-    QSaveFile file(path_);
-    return file.open(QIODevice::WriteOnly) && file.write(lines_.join(u'\n').toUtf8() + '\n') > 0 &&
-           file.commit();
+    return tryToReplaceFile(path_, lines_.join(u'\n').toUtf8() + '\n');
 }
 
 qsizetype IniFile::sectionStart(const QString& section) const {

@@ -1,8 +1,11 @@
 #include "monitor/editor_window.h"
 
+#include "frame/file_field.h"
 #include "monitor/form4.h"
 
 namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
 
 // A window that was closed under the messages of the editor opens nothing more.
 void confirmMonitor(QDialog& window, MonitorEditor& editor, const MonitorFields& fields,
@@ -14,9 +17,7 @@ void confirmMonitor(QDialog& window, MonitorEditor& editor, const MonitorFields&
 }
 
 void pickSoundInto(QLineEdit& box, Dialogs& dialogs) {
-    if (const std::optional<QString> file = pickSound(dialogs)) {
-        box.setText(*file);
-    }
+    pickFileInto(box, dialogs, u"请选择音乐文件"_s, u".mp3"_s);
 }
 
 }  // namespace guanchao

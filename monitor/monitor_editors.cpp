@@ -2,7 +2,6 @@
 
 #include "base/values.h"
 #include "monitor/poll_list.h"
-#include "platform/fixed_folders.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -63,16 +62,6 @@ std::optional<QString> nameInCodeTable(Connection& connection, const QString& dm
 }
 
 }  // namespace
-
-std::optional<QString> pickSound(Dialogs& dialogs) {
-    const QString file =
-        dialogs.dakaiwenjian(u"请选择音乐文件"_s, fixedPath(FixedPlace::exportFolder), u".mp3"_s);
-    if (file.isEmpty()) {
-        dialogs.tell(u"没有选择文件。"_s);
-        return std::nullopt;
-    }
-    return file;
-}
 
 MonitorEditor::MonitorEditor(const QString& subject, const Stores& stores, Globals& globals,
                              Dialogs& dialogs)

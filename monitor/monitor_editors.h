@@ -28,9 +28,6 @@ struct MonitorFields {
     QString yinyue;
 };
 
-// The sound file that the user picks; nothing, with a message, if none.
-std::optional<QString> pickSound(Dialogs& dialogs);
-
 // What both editors share: their mode and the order of a confirmation.
 class MonitorEditor {
 public:

@@ -1,9 +1,9 @@
 #include "research/earnings_forecast.h"
 
-#include <QSaveFile>
 #include <utility>
 
 #include "base/activity.h"
+#include "base/files.h"
 #include "base/values.h"
 #include "formats/gbk.h"
 
@@ -14,15 +14,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString tingtaoge = u"听涛阁"_s;
-
-// In GBK, as every text file that the program exchanges with others.
-void writeText(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    const QByteArray bytes = gbkFromText(text);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        throw OperationError(u"不能写入文件 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
-    }
-}
 
 // On the current record, whose number ends the statement.
 void execute(const Stores& stores, const Globals& globals, const QString& statement) {
@@ -87,7 +78,8 @@ void EarningsForecast::exportCodes(const ResultGrid& grid, const DateTexts& date
     if (trimBlanks(path).isEmpty()) {
         return;
     }
-    writeText(path, text);
+    // In GBK, as every text file that the program exchanges with others.
+    replaceFile(path, gbkFromText(text));
     dialogs_.tell(u"文件保存成功！"_s, u"操作提示"_s);
 }
 

@@ -4,10 +4,11 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include "base/activity.h"
+#include "base/files.h"
+#include "store/store_file.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -18,11 +19,6 @@ namespace {
 
 bool holdsStores(const QString& folder) {
     return QFileInfo::exists(storesIn(folder).main.path);
-}
-
-OperationError notWritten(const QString& path, const QString& reason) {
-    return OperationError(u"无法写入 "_s + path + u"（"_s + reason +
-                          u"）。请检查磁盘空间和文件夹的权限。"_s);
 }
 
 void makeFolder(const QString& path) {
@@ -51,13 +47,7 @@ void copyFile(const QString& source, const QString& target) {
         return;
     }
     removeJournalOf(target);
-    QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
-        !file.commit()) {
-        // A write that stops halfway is no error to Qt.
-        const bool isFull = file.error() == QFileDevice::NoError;
-        throw notWritten(target, isFull ? u"磁盘已满"_s : file.errorString());
-    }
+    replaceFile(target, content);
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QThread>
-#include <cstdio>
 #include <exception>
 
+#include "base/files.h"
 #include "base/values.h"
 #include "store/dialect.h"
 #include "store/held_stores.h"
@@ -244,24 +244,15 @@ void createTableFromContent(Connection& connection, const QString& name, const Q
 }
 
 void rekey(const QString& path, const QString& oldKey, const QString& newKey) {
-    const QString fresh = path + u".rekey"_s;
     { const Connection readable(path, oldKey); }  // a missing file or a wrong key ends here
-    makeEmptyFile(fresh);
-    auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
+    FreshFile fresh(path);
+    makeEmptyFile(fresh.path());
     {
-        Connection target(fresh, newKey);
+        Connection target(fresh.path(), newKey);
         copyContent(target, path, oldKey);
     }
-    QFile::setPermissions(fresh, QFileInfo(path).permissions());
-    if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) !=
-        0) {
-        throw StoreError(u"不能替换原来的文件"_s, path, {});
-    }
-    removeFresh.dismiss();
-}
-
-void removeJournalOf(const QString& path) {
-    QFile::remove(path + u"-journal"_s);
+    QFile::setPermissions(fresh.path(), QFileInfo(path).permissions());
+    fresh.takePlace();
 }
 
 void createStore(const QString& path, const QString& key, const QString& statements) {

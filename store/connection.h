@@ -65,10 +65,6 @@ void createTableFromContent(Connection& connection, const QString& name, const Q
 // The content is written to a new file beside it, which takes its place only when complete.
 void rekey(const QString& path, const QString& oldKey, const QString& newKey);
 
-// To be called before a store is put where none is: the journal that a killed process left of a
-// former store there would be played back into the new one.
-void removeJournalOf(const QString& path);
-
 // Makes a store file from statements; fails if the file is there already.
 void createStore(const QString& path, const QString& key, const QString& statements);
 

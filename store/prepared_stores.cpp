@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QScopeGuard>
 #include <functional>
 #include <stdexcept>
 
@@ -12,6 +11,7 @@
 #include "formats/initials.h"
 #include "formats/seed_list.h"
 #include "store/bound_insert.h"
+#include "store/store_file.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
 // outside of any namespace.
@@ -114,23 +114,16 @@ private:
     QString now_;
 };
 
-// The content is made under another name and moved into place when it is complete, which fails
-// where a file of the name has come to be there meanwhile.
-void makeStore(const StoreFile& store, Schema schema,
-               const std::function<void(Connection&)>& fill) {
-    const QString fresh = store.path + u".new"_s;
-    QFile::remove(fresh);
-    const auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
-    createStore(fresh, store.key, schemaText(schema));
-    {
-        Connection connection(fresh, store.key);
+// Fails where a file of the name has come to be there meanwhile.
+void makeSeeded(const StoreFile& store, Schema schema,
+                const std::function<void(Connection&)>& fill) {
+    makeStore(store.path, [&](const QString& path) {
+        createStore(path, store.key, schemaText(schema));
+        Connection connection(path, store.key);
         Transaction transaction(connection);
         fill(connection);
         transaction.commit();
-    }
-    if (!QFile::rename(fresh, store.path)) {
-        throw std::runtime_error(QString(u"不能写入 "_s + store.path).toStdString());
-    }
+    });
 }
 
 }  // namespace
@@ -167,8 +160,7 @@ QStringList prepareStores(const QString& folder, const QString& dataFolder, cons
     QStringList made;
     for (const Step& step : steps) {
         if (!QFileInfo::exists(step.store.path)) {
-            removeJournalOf(step.store.path);
-            makeStore(step.store, step.schema, step.fill);
+            makeSeeded(step.store, step.schema, step.fill);
             made << QFileInfo(step.store.path).fileName();
         }
     }

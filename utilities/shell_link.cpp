@@ -2,9 +2,9 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
+#include "base/files.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {
@@ -52,13 +52,9 @@ void clsShellLink::createlnk(ShellFolder number) const {
     if (place.isEmpty() || !QDir().mkpath(place)) {
         return;
     }
-    QSaveFile file(place + u'/' + QFileInfo(program_).fileName() + u".desktop"_s);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(entry().toUtf8());
-        // A desktop starts an entry among the user's files only if it is executable.
-        file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeUser);
-        file.commit();
-    }
+    // A desktop starts an entry among the user's files only if it is executable.
+    tryToReplaceFile(place + u'/' + QFileInfo(program_).fileName() + u".desktop"_s,
+                     entry().toUtf8(), QFile::ExeOwner | QFile::ExeUser);
 }
 
 QString clsShellLink::folder(ShellFolder number) const {

@@ -1,7 +1,6 @@
 #include "utilities/version_check.h"
 
-#include <QSaveFile>
-
+#include "base/files.h"
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
@@ -24,11 +23,6 @@ QString textOf(const QByteArray& body) {
     return body.startsWith(mark) ? QString::fromUtf8(body.sliced(mark.size())) : textFromGbk(body);
 }
 
-bool replaceFile(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit();
-}
-
 }  // namespace
 
 double versionInCaption(const QString& caption) {
@@ -42,7 +36,7 @@ void checkVersion(const QString& caption, const Globals& globals, const Service&
                   Dialogs& dialogs, Shell& shell) {
     const std::optional<QByteArray> body = http.get(vendor, u"/chaoxin/banbenupdate.txt"_s);
     const QString path = globals.yingyongmulu + u"banben.ini"_s;
-    if (!body || !replaceFile(path, textOf(*body))) {
+    if (!body || !tryToReplaceFile(path, textOf(*body).toUtf8())) {
         return;
     }
     const IniFile ini(path);

@@ -263,7 +263,7 @@ TEST_F(BackupExportTest, ACopyThatCannotTakeItsPlaceLeavesTheJournal) {
     QFile journal(target + u"-journal"_s);
     ASSERT_TRUE(journal.open(QIODevice::WriteOnly) && journal.write("journal") == 7);
     journal.close();
-    EXPECT_THROW(copyOver(store_.stores.article.path, target), OperationError);
+    EXPECT_THROW(copyStore(store_.stores.article, target), OperationError);
     ASSERT_TRUE(journal.open(QIODevice::ReadOnly));
     EXPECT_EQ(journal.readAll(), "journal");
     EXPECT_EQ(QDir(store_.folder()).entryList({u"mubiao*"_s}, QDir::AllEntries, QDir::Name),

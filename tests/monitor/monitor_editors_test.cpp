@@ -5,7 +5,6 @@
 #include <random>
 
 #include "monitor/monitor_manager.h"
-#include "platform/fixed_folders.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
 
@@ -148,14 +147,6 @@ TEST_F(MonitorEditorsTest, AChangeWithoutARowKeepsTheDefaults) {
     EXPECT_EQ(editor.caption(), u"修改主题监控"_s);
     EXPECT_EQ(fields.name + fields.bijiaofu + fields.baojinzhi, u">5.0"_s);
     EXPECT_TRUE(fields.tanchuform);
-}
-
-TEST_F(MonitorEditorsTest, ASoundIsPickedOrTheAnswerSaysThatNoneWas) {
-    EXPECT_EQ(pickSound(dialogs_), std::nullopt);
-    dialogs_.picked = u"/音乐/a.mp3"_s;
-    EXPECT_EQ(pickSound(dialogs_), u"/音乐/a.mp3"_s);
-    const QString asked = u"请选择音乐文件|"_s + fixedPath(FixedPlace::exportFolder) + u"|.mp3"_s;
-    EXPECT_EQ(takeMessages(), QStringList({asked, u"观潮台|没有选择文件。"_s, asked}));
 }
 
 // After any sequence of adds, changes and deletions the poll list is what the monitors need, and no

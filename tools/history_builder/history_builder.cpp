@@ -1,17 +1,15 @@
 #include "tools/history_builder/history_builder.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QMap>
-#include <QScopeGuard>
 #include <QSet>
 #include <functional>
-#include <stdexcept>
 
 #include "base/values.h"
 #include "store/bound_insert.h"
 #include "store/recordset.h"
+#include "store/store_file.h"
 
 namespace guanchao {
 
@@ -118,15 +116,11 @@ void write(const QString& path, const std::function<void(Connection&)>& fill) {
         inOneTransaction(path, fill);
         return;
     }
-    const QString fresh = path + u".new"_s;
     QDir().mkpath(QFileInfo(path).path());
-    QFile::remove(fresh);
-    const auto removeFresh = qScopeGuard([&] { QFile::remove(fresh); });
-    createStore(fresh, {}, {});
-    inOneTransaction(fresh, fill);
-    if (!QFile::rename(fresh, path)) {
-        throw std::runtime_error(QString(u"不能写入 "_s + path).toStdString());
-    }
+    makeStore(path, [&](const QString& fresh) {
+        createStore(fresh, {}, {});
+        inOneTransaction(fresh, fill);
+    });
 }
 
 }  // namespace

@@ -8,10 +8,10 @@
 #include <unistd.h>
 
 #include <QCommandLineParser>
-#include <QSaveFile>
 #include <cstdio>
 #include <stdexcept>
 
+#include "base/files.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace {
@@ -45,15 +45,6 @@ Arguments argumentsFrom(const QStringList& words) {
     return {files[0], files[1], pace};
 }
 
-void writePort(const QString& fileName, int port) {
-    QSaveFile file(fileName);
-    const QByteArray text = QByteArray::number(port) + '\n';
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        throw std::runtime_error(
-            QString(fileName + QStringLiteral(": ") + file.errorString()).toStdString());
-    }
-}
-
 // To be called before any thread starts: then the signals come to sigwait() alone.
 sigset_t blockEndSignals() {
     sigset_t endSignals;
@@ -78,7 +69,7 @@ void serve(const Arguments& arguments) {
     PracticeMarket market(
         PracticeQuotes(guanchao::readPracticeStocks(arguments.codesFile), arguments.pace),
         [] { return QDateTime::currentDateTime(); });
-    writePort(arguments.portFile, market.start());
+    guanchao::replaceFile(arguments.portFile, QByteArray::number(market.start()) + '\n');
     int received = 0;
     sigwait(&endSignals, &received);
     market.stop();

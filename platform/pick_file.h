@@ -1,0 +1,13 @@
+// The question for a file that exists, beginning in the folder of exports.
+#pragma once
+
+#include <optional>
+
+#include "platform/dialogs.h"
+
+namespace guanchao {
+
+// Says so, and gives nothing, if the user picks none. `file` is the name that the dialog offers.
+std::optional<QString> pickFile(Dialogs& dialogs, const QString& title, const QString& file);
+
+}  // namespace guanchao
