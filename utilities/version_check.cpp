@@ -17,12 +17,6 @@ QString entry(const IniFile& ini, const QString& key) {
     return trimBlanks(value.left(127).section(QChar(0), 0, 0));
 }
 
-// In the code page of the vendor's system, unless a byte order mark tells that it is UTF-8.
-QString textOf(const QByteArray& body) {
-    const QByteArray mark = "\xEF\xBB\xBF";
-    return body.startsWith(mark) ? QString::fromUtf8(body.sliced(mark.size())) : textFromGbk(body);
-}
-
 }  // namespace
 
 double versionInCaption(const QString& caption) {
@@ -36,7 +30,7 @@ void checkVersion(const QString& caption, const Globals& globals, const Service&
                   Dialogs& dialogs, Shell& shell) {
     const std::optional<QByteArray> body = http.get(vendor, u"/chaoxin/banbenupdate.txt"_s);
     const QString path = globals.yingyongmulu + u"banben.ini"_s;
-    if (!body || !tryToReplaceFile(path, textOf(*body).toUtf8())) {
+    if (!body || !tryToReplaceFile(path, textFromUtf8OrGbk(*body).toUtf8())) {
         return;
     }
     const IniFile ini(path);
