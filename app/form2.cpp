@@ -52,9 +52,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
                  desktop_.sound, [this] { return showMonitors(); }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
-      backupExport_(environment.stores, environment.dialogs, exchangeRun_),
-      newsImport_(environment.stores, environment.dialogs, exchangeRun_),
-      articleImport_(environment.stores, environment.dialogs, exchangeRun_) {
+      backupExport_(environment.stores, environment.dialogs, exchangeRun_) {
     setUpControls();
     arrangeGrids();
     buildMenus();

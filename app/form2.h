@@ -10,9 +10,7 @@
 #include <memory>
 
 #include "app/desktop.h"
-#include "exchange/article_import.h"
 #include "exchange/backup_export.h"
-#include "exchange/news_import.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
@@ -113,8 +111,6 @@ private:
     AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;
-    NewsImport newsImport_;
-    ArticleImport articleImport_;
     PickerBox* picker_ = nullptr;
 
     QMenu tuopanmenu_;

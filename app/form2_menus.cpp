@@ -1,7 +1,9 @@
 // What each entry of the menus of Form2 does.
 #include "app/form2.h"
 #include "articles/form27.h"
+#include "exchange/article_import.h"
 #include "exchange/form3.h"
+#include "exchange/news_import.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
@@ -152,8 +154,10 @@ void Form2::connectExchange() {
                 [this, entry, run] { runExchange(entry->text(), run); });
     };
     command(ui_->导出数据, [this] { backupExport_.exportData(); });
-    command(ui_->导入新闻和商品, [this] { newsImport_.importNews(); });
-    command(ui_->导入文章, [this] { articleImport_.importArticles(); });
+    command(ui_->导入新闻和商品,
+            [this] { importNews(environment_.stores, environment_.dialogs, exchangeRun_); });
+    command(ui_->导入文章,
+            [this] { importArticles(environment_.stores, environment_.dialogs, exchangeRun_); });
 }
 
 void Form2::connectLaunchers() {

@@ -1,8 +1,6 @@
 #include "exchange/article_import.h"
 
-#include "base/activity.h"
-#include "exchange/table_merge.h"
-#include "platform/pick_file.h"
+#include "exchange/row_values.h"
 
 namespace guanchao {
 
@@ -24,36 +22,22 @@ TableMerge articles() {
             if (article.value(4).toText().isEmpty()) {
                 return {};
             }
-            QString values = article.value(0).toText();
-            for (int field = 1; field < article.fieldCount(); ++field) {
-                values += u"','"_s + article.value(field).toText();
-            }
-            return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values('"_s +
-                   values + u"')"_s;
+            return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values("_s +
+                   quotedFields(article, 0, 5) + u')';
         }};
 }
 
 }  // namespace
 
-ArticleImport::ArticleImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
-    : stores_(stores), dialogs_(dialogs), run_(run) {}
-
-void ArticleImport::importArticles() {
-    const std::optional<QString> path =
-        pickFile(dialogs_, u"请选择文章库文件"_s, u"wenzhang.ztb"_s);
-    if (!path) {
-        return;
-    }
-    int count = 0;
-    const bool complete = run_.run([&] {
-        const Activity activity(u"导入文章"_s);
-        Connection store = stores_.article.open();
-        Connection file(*path, stores_.article.key);
-        count = mergeTable(articles(), store, file, run_);
-    });
-    if (complete) {
-        dialogs_.tell(u"导入文章完成，共导入新的文章："_s + QString::number(count) + u"篇"_s);
-    }
+void importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun& run) {
+    mergePickedFile({.activity = u"导入文章"_s,
+                     .question = u"请选择文章库文件"_s,
+                     .fileName = u"wenzhang.ztb"_s,
+                     .store = stores.article,
+                     .tables = {{u"文章"_s, articles()}},
+                     .done = u"导入文章完成，共导入新的文章："_s,
+                     .unit = u"篇"_s},
+                    dialogs, run);
 }
 
 }  // namespace guanchao

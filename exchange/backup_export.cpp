@@ -4,9 +4,9 @@
 #include <QFileInfo>
 
 #include "base/activity.h"
+#include "exchange/library_rows.h"
 #include "exchange/store_copy.h"
 #include "platform/fixed_folders.h"
-#include "store/recordset.h"
 #include "store/store_file.h"
 
 namespace guanchao {
@@ -14,19 +14,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString insertTheme(const Recordset& row) {
-    return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu) values('"_s +
-           row.value(0).toText() + u"','"_s + row.value(1).toText() + u"','"_s +
-           row.value(2).toText() + u"','"_s + row.value(3).toText() + u"',"_s +
-           row.value(4).toText() + u","_s + row.value(5).toText() + u")"_s;
-}
-
-QString insertCode(const Recordset& row) {
-    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + row.value(0).toText() +
-           u"','"_s + row.value(1).toText() + u"','"_s + row.value(2).toText() + u"','"_s +
-           row.value(3).toText() + u"','"_s + row.value(4).toText() + u"')"_s;
-}
 
 // Only the default folder is made where it is missing.
 void makeDefaultFolder(const QString& folder) {
@@ -83,19 +70,18 @@ void BackupExport::writeLibrary(const QString& path) {
     Connection main = stores_.main.open();
     Connection library(path, stores_.backupKey);
     Transaction transaction(library);
-    const auto write = [&](Recordset rows, QString (*insert)(const Recordset&)) {
+    const auto write = [&](Recordset rows, const std::function<QString(const Recordset&)>& insert) {
         run_.expect(rows.count());
         for (; !rows.atEnd(); rows.moveNext()) {
             library.execute(insert(rows));
             run_.rowDone();
         }
     };
-    write(Recordset(main,
-                    u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu"
-                    u" from dzhzhuti"_s),
-          insertTheme);
-    write(Recordset(main, u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s),
-          insertCode);
+    write(Recordset(main, themesQuery),
+          [](const Recordset& row) { return insertTheme(row, row.value(3).toText()); });
+    write(Recordset(main, codesQuery), [](const Recordset& row) {
+        return insertCode(row, row.value(0).toText(), row.value(4).toText());
+    });
     transaction.commit();
 }
 

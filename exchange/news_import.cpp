@@ -1,9 +1,7 @@
 #include "exchange/news_import.h"
 
-#include "base/activity.h"
 #include "base/values.h"
-#include "exchange/table_merge.h"
-#include "platform/pick_file.h"
+#include "exchange/row_values.h"
 
 namespace guanchao {
 
@@ -11,24 +9,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// A day or a moment of the file as the stores keep moments; any other text stays as it is.
-QString momentText(const QString& text) {
+// A day or a moment of the file, quoted as the stores keep moments; any other text stays as it is.
+QString moment(const Recordset& row, int field) {
+    const QString text = row.value(field).toText();
     const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
     const QTime time =
         text.size() == 10 ? QTime(0, 0) : QTime::fromString(text.mid(11), Qt::ISODate);
     if (!day.isValid() || !time.isValid()) {
-        return text;
+        return quoted(text);
     }
-    return dateText(day) + u' ' + time.toString(u"HH:mm:ss"_s);
-}
-
-// The values from field `first` to the last, as numbers of a statement.
-QString numbersFrom(const Recordset& row, int first) {
-    QString text = row.value(first).toText();
-    for (int field = first + 1; field < row.fieldCount(); ++field) {
-        text += u',' + row.value(field).toText();
-    }
-    return text;
+    return quoted(dateText(day) + u' ' + time.toString(u"HH:mm:ss"_s));
 }
 
 TableMerge themeNews() {
@@ -41,9 +31,9 @@ TableMerge themeNews() {
         },
         [](const Recordset& row) -> QString {
             return u"insert into  xinwenshul(riqi,zhutiname,onecishu,onezhangfu,allcishu,"
-                   u"allzhangfu,zdycishu,zdyzhangfu,zdytianshu,yixiaza) values('"_s +
-                   momentText(row.value(0).toText()) + u"','"_s + row.value(1).toText() + u"',"_s +
-                   numbersFrom(row, 2) + u")"_s;
+                   u"allzhangfu,zdycishu,zdyzhangfu,zdytianshu,yixiaza) values("_s +
+                   moment(row, 0) + u',' + quotedFields(row, 1, 1) + u',' + numbersFrom(row, 2) +
+                   u')';
         }};
 }
 
@@ -57,9 +47,9 @@ TableMerge commodityDays() {
         },
         [](const Recordset& row) -> QString {
             return u"insert into  shophq(shopname,riqi,zhangzi, dazhang, baozhang, shengzi,"
-                   u" diezi, dadie, baodie, jiangzi, zongfen, zhangfu) values('"_s +
-                   row.value(0).toText() + u"','"_s + momentText(row.value(1).toText()) + u"',"_s +
-                   numbersFrom(row, 2) + u")"_s;
+                   u" diezi, dadie, baodie, jiangzi, zongfen, zhangfu) values("_s +
+                   quotedFields(row, 0, 0) + u',' + moment(row, 1) + u',' + numbersFrom(row, 2) +
+                   u')';
         }};
 }
 
@@ -75,41 +65,26 @@ TableMerge commodities() {
         [](const Recordset& row) -> QString {
             return u"insert into  shopname(shopname,guanzhudu,aboutgegu,adddate,riqi,zhangzi,"
                    u" dazhang, baozhang, shengzi, diezi, dadie, baodie, jiangzi, zongfen,"
-                   u" zhangfu) values('"_s +
-                   row.value(0).toText() + u"',"_s + row.value(1).toText() + u",'"_s +
-                   row.value(2).toText() + u"','"_s + momentText(row.value(3).toText()) + u"','"_s +
-                   momentText(row.value(4).toText()) + u"',"_s + numbersFrom(row, 5) + u")"_s;
+                   u" zhangfu) values("_s +
+                   quotedFields(row, 0, 0) + u',' + row.value(1).toText() + u',' +
+                   quotedFields(row, 2, 2) + u',' + moment(row, 3) + u',' + moment(row, 4) + u',' +
+                   numbersFrom(row, 5) + u')';
         }};
 }
 
 }  // namespace
 
-NewsImport::NewsImport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
-    : stores_(stores), dialogs_(dialogs), run_(run) {}
-
-void NewsImport::importNews() {
-    const std::optional<QString> path =
-        pickFile(dialogs_, u"请选择主题新闻数量库文件"_s, u"caijiqi.ztb"_s);
-    if (!path) {
-        return;
-    }
-    int count = 0;
-    const bool complete = run_.run([&] {
-        Activity activity(u"导入新闻和商品"_s);
-        Connection heat = stores_.heat.open();
-        Connection file(*path, stores_.heat.key);
-        const std::pair<QString, TableMerge> merges[] = {{u"主题新闻数量"_s, themeNews()},
-                                                         {u"商品行情"_s, commodityDays()},
-                                                         {u"商品名称"_s, commodities()}};
-        for (const auto& [table, merge] : merges) {
-            count += mergeTable(merge, heat, file, run_);
-            activity.wrote(table);
-        }
-    });
-    if (complete) {
-        dialogs_.tell(u"导入主题新闻数量完成，共导入新的记录："_s + QString::number(count) +
-                      u"条"_s);
-    }
+void importNews(const Stores& stores, Dialogs& dialogs, ExchangeRun& run) {
+    mergePickedFile({.activity = u"导入新闻和商品"_s,
+                     .question = u"请选择主题新闻数量库文件"_s,
+                     .fileName = u"caijiqi.ztb"_s,
+                     .store = stores.heat,
+                     .tables = {{u"主题新闻数量"_s, themeNews()},
+                                {u"商品行情"_s, commodityDays()},
+                                {u"商品名称"_s, commodities()}},
+                     .done = u"导入主题新闻数量完成，共导入新的记录："_s,
+                     .unit = u"条"_s},
+                    dialogs, run);
 }
 
 }  // namespace guanchao

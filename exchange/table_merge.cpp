@@ -1,6 +1,27 @@
 #include "exchange/table_merge.h"
 
+#include "base/activity.h"
+#include "platform/pick_file.h"
+
 namespace guanchao {
+
+namespace {
+
+int mergeTables(const StoreMerge& merge, const QString& path, ExchangeRun& run) {
+    Activity activity(merge.activity);
+    Connection store = merge.store.open();
+    Connection file(path, merge.store.key);
+    int added = 0;
+    for (const auto& [table, rows] : merge.tables) {
+        Transaction transaction = longTransaction(store);
+        added += mergeRows(rows, store, file, run);
+        transaction.commit();
+        activity.wrote(table);
+    }
+    return added;
+}
+
+}  // namespace
 
 int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
     int added = 0;
@@ -18,11 +39,15 @@ int mergeRows(const TableMerge& merge, Connection& store, Connection& file, Exch
     return added;
 }
 
-int mergeTable(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
-    Transaction transaction = longTransaction(store);
-    const int added = mergeRows(merge, store, file, run);
-    transaction.commit();
-    return added;
+void mergePickedFile(const StoreMerge& merge, Dialogs& dialogs, ExchangeRun& run) {
+    const std::optional<QString> path = pickFile(dialogs, merge.question, merge.fileName);
+    if (!path) {
+        return;
+    }
+    int added = 0;
+    if (run.run([&] { added = mergeTables(merge, *path, run); })) {
+        dialogs.tell(merge.done + QString::number(added) + merge.unit);
+    }
 }
 
 }  // namespace guanchao

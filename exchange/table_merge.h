@@ -2,10 +2,14 @@
 // added, those that are there never change. Raises StoreError.
 #pragma once
 
+#include <QList>
 #include <functional>
+#include <utility>
 
 #include "exchange/exchange_run.h"
+#include "platform/dialogs.h"
 #include "store/recordset.h"
+#include "store/stores.h"
 
 namespace guanchao {
 
@@ -22,7 +26,19 @@ struct TableMerge {
 // Gives the number of rows added. The caller has a transaction open.
 int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run);
 
-// The same in a transaction of its own; an empty table has its transaction too.
-int mergeTable(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run);
+// The merge of a whole exported store, and what is said of it.
+struct StoreMerge {
+    QString activity;  // "导入文章"
+    QString question;  // the title of the file dialog
+    QString fileName;
+    StoreFile store;
+    QList<std::pair<QString, TableMerge>> tables;  // by what they hold
+    QString done;                                  // before the number of rows that are new
+    QString unit;                                  // behind it
+};
+
+// Asks for the file, merges it, each table in a transaction of its own, and tells how many rows are
+// new. After a failure the tables before it stay merged.
+void mergePickedFile(const StoreMerge& merge, Dialogs& dialogs, ExchangeRun& run);
 
 }  // namespace guanchao

@@ -5,6 +5,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "exchange/library_rows.h"
 #include "exchange/table_merge.h"
 
 namespace guanchao {
@@ -19,35 +20,22 @@ bool isStockCode(const QString& dm) {
 
 // The time of the file is read and not used: a row bears the time of its import.
 TableMerge themes(const QString& date) {
-    return {
-        u"select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu"
-        u" from dzhzhuti"_s,
-        [](const Recordset& row) -> QString {
-            return u"select zhutiname,dm from dzhzhuti where zhutiname='"_s +
-                   row.value(0).toText() + u"' and dm='"_s + row.value(1).toText() + u"'"_s;
-        },
-        [date](const Recordset& row) -> QString {
-            return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu)"
-                   u" values('"_s +
-                   row.value(0).toText() + u"','"_s + row.value(1).toText() + u"','"_s +
-                   row.value(2).toText() + u"','"_s + date + u"',"_s + row.value(4).toText() +
-                   u","_s + row.value(5).toText() + u")"_s;
-        }};
+    return {themesQuery,
+            [](const Recordset& row) -> QString {
+                return u"select zhutiname,dm from dzhzhuti where zhutiname='"_s +
+                       row.value(0).toText() + u"' and dm='"_s + row.value(1).toText() + u"'"_s;
+            },
+            [date](const Recordset& row) { return insertTheme(row, date); }};
 }
 
 TableMerge codes(const QString& date) {
-    return {u"select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb"_s,
+    return {codesQuery,
             [](const Recordset& row) -> QString {
                 return u"select dm from dmb where  dm='"_s + row.value(0).toText() + u"'"_s;
             },
-            [date](const Recordset& row) -> QString {
+            [date](const Recordset& row) {
                 const QString dm = row.value(0).toText().toUpper();
-                if (!isStockCode(dm)) {
-                    return {};
-                }
-                return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + dm + u"','"_s +
-                       row.value(1).toText() + u"','"_s + row.value(2).toText() + u"','"_s +
-                       row.value(3).toText() + u"','"_s + date + u"')"_s;
+                return isStockCode(dm) ? insertCode(row, dm, date) : QString();
             }};
 }
 

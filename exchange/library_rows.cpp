@@ -1,0 +1,19 @@
+#include "exchange/library_rows.h"
+
+#include "exchange/row_values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+QString insertTheme(const Recordset& row, const QString& ztktime) {
+    return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu) values("_s +
+           quotedFields(row, 0, 2) + u',' + quoted(ztktime) + u',' + numbersFrom(row, 4) + u')';
+}
+
+QString insertCode(const Recordset& row, const QString& dm, const QString& newdmtime) {
+    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s + quoted(dm) + u',' +
+           quotedFields(row, 1, 3) + u',' + quoted(newdmtime) + u')';
+}
+
+}  // namespace guanchao

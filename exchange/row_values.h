@@ -1,0 +1,19 @@
+// The values of a row as they go into an INSERT. The texts go in as they are: an apostrophe makes
+// the statement fail.
+#pragma once
+
+#include <QString>
+
+#include "store/recordset.h"
+
+namespace guanchao {
+
+QString quoted(const QString& text);
+
+// The fields from `first` to `last`, as texts with their commas.
+QString quotedFields(const Recordset& row, int first, int last);
+
+// The fields from `first` to the end of the row, as numbers with their commas.
+QString numbersFrom(const Recordset& row, int first);
+
+}  // namespace guanchao
