@@ -1,8 +1,9 @@
 #include "monitor/monitor_editors.h"
 
+#include <utility>
+
 #include "base/values.h"
 #include "monitor/poll_list.h"
-#include "store/recordset.h"
 
 namespace guanchao {
 
@@ -10,21 +11,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString defaultSound(const Globals& globals) {
-    return globals.yingyongmulu + u"cnwav.mp3"_s;
-}
-
 QString numberTyped(const QString& text) {
     return numberText(numericPrefix(text));
-}
-
-// The part that both kinds of monitor have in common.
-void readMonitor(const Recordset& monitor, MonitorFields& fields) {
-    fields.bijiaofu = monitor.value(u"bijiaofu").toText();
-    fields.baojinzhi = monitor.value(u"baojinzhi").toText();
-    fields.yinyue = monitor.value(u"yinyue").toText();
-    const Value& tanchuform = monitor.value(u"tanchuform");
-    fields.tanchuform = !tanchuform.isNull() && tanchuform.toNumber() > 0;
 }
 
 MonitorFields withoutBlanks(const MonitorFields& typed) {
@@ -36,6 +24,18 @@ MonitorFields withoutBlanks(const MonitorFields& typed) {
 
 QString flagText(bool on) {
     return on ? u"1"_s : u"0"_s;
+}
+
+// What both kinds of monitor hold, as an INSERT and as an UPDATE have it.
+QString alarmValues(const MonitorFields& fields) {
+    return u"'"_s + fields.bijiaofu + u"',"_s + numberTyped(fields.baojinzhi) + u","_s +
+           flagText(fields.tanchuform) + u",'"_s + fields.yinyue + u"'"_s;
+}
+
+QString alarmAssignments(const MonitorFields& fields) {
+    return u"bijiaofu='"_s + fields.bijiaofu + u"',baojinzhi="_s + numberTyped(fields.baojinzhi) +
+           u",tanchuform="_s + flagText(fields.tanchuform) + u",yinyue='"_s + fields.yinyue +
+           u"'"_s;
 }
 
 QString tooManyStocks(const QString& frequency) {
@@ -63,16 +63,42 @@ std::optional<QString> nameInCodeTable(Connection& connection, const QString& dm
 
 }  // namespace
 
-MonitorEditor::MonitorEditor(const QString& subject, const Stores& stores, Globals& globals,
-                             Dialogs& dialogs)
+MonitorEditor::MonitorEditor(const QString& subject, const QString& query, const Stores& stores,
+                             Globals& globals, Dialogs& dialogs)
     : stores_(stores),
       globals_(globals),
       dialogs_(dialogs),
       mode_(globals.bianjimoshi == 1 ? EditorMode::modify : EditorMode::add),
-      subject_(subject) {}
+      subject_(subject),
+      query_(query) {}
 
 QString MonitorEditor::caption() const {
     return (mode_ == EditorMode::modify ? u"修改"_s : u"添加"_s) + subject_;
+}
+
+MonitorFields MonitorEditor::load() {
+    MonitorFields fields = takeCurrent();
+    fields.yinyue = globals_.yingyongmulu + u"cnwav.mp3"_s;
+    if (mode_ == EditorMode::add) {
+        return fields;
+    }
+    const Activity activity(u"读取"_s + subject_);
+    Connection connection = stores_.main.open();
+    const Recordset monitor(connection, query_ + fields.name + u"'"_s);
+    if (!monitor.atEnd()) {
+        read(monitor, fields);
+    }
+    return fields;
+}
+
+// The name stands first.
+void MonitorEditor::read(const Recordset& monitor, MonitorFields& fields) const {
+    fields.name = monitor.value(0).toText();
+    fields.bijiaofu = monitor.value(u"bijiaofu").toText();
+    fields.baojinzhi = monitor.value(u"baojinzhi").toText();
+    fields.yinyue = monitor.value(u"yinyue").toText();
+    const Value& tanchuform = monitor.value(u"tanchuform");
+    fields.tanchuform = !tanchuform.isNull() && tanchuform.toNumber() > 0;
 }
 
 bool MonitorEditor::confirm(const MonitorFields& typed) {
@@ -91,26 +117,14 @@ bool MonitorEditor::confirm(const MonitorFields& typed) {
 }
 
 ThemeMonitorEditor::ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
-    : MonitorEditor(u"主题监控"_s, stores, globals, dialogs) {}
+    : MonitorEditor(u"主题监控"_s,
+                    u"select  zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu from"
+                    u" zhutijiankong  where zhutiname='"_s,
+                    stores, globals, dialogs) {}
 
-MonitorFields ThemeMonitorEditor::load() {
+MonitorFields ThemeMonitorEditor::takeCurrent() {
     MonitorFields fields;
-    fields.yinyue = defaultSound(globals_);
-    fields.name = globals_.dangqianzhuti;
-    globals_.dangqianzhuti.clear();
-    if (mode_ == EditorMode::add) {
-        return fields;
-    }
-    const Activity activity(u"读取主题监控"_s);
-    Connection connection = stores_.main.open();
-    const Recordset monitor(connection,
-                            u"select  zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu from"
-                            u" zhutijiankong  where zhutiname='"_s +
-                                fields.name + u"'"_s);
-    if (!monitor.atEnd()) {
-        fields.name = monitor.value(u"zhutiname").toText();
-        readMonitor(monitor, fields);
-    }
+    fields.name = std::exchange(globals_.dangqianzhuti, QString());
     return fields;
 }
 
@@ -130,9 +144,7 @@ bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields
     connection.execute(
         u"insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu)"
         u" values('"_s +
-        fields.name + u"','"_s + fields.bijiaofu + u"',"_s + numberTyped(fields.baojinzhi) +
-        u","_s + flagText(fields.tanchuform) + u",'"_s + fields.yinyue + u"',"_s +
-        QString::number(members) + u")"_s);
+        fields.name + u"',"_s + alarmValues(fields) + u","_s + QString::number(members) + u")"_s);
     activity.wrote(u"监控记录"_s);
     Recordset stocks(connection,
                      u"select  dm,jc from dzhzhuti  where zhutiname='"_s + fields.name + u"'"_s);
@@ -147,11 +159,8 @@ bool ThemeMonitorEditor::modify(Connection& connection, const MonitorFields& fie
     if (members < 1) {
         return false;
     }
-    connection.execute(u"update zhutijiankong set bijiaofu='"_s + fields.bijiaofu +
-                       u"',baojinzhi="_s + numberTyped(fields.baojinzhi) + u",tanchuform="_s +
-                       flagText(fields.tanchuform) + u",yinyue='"_s + fields.yinyue +
-                       u"',guzhishu="_s + QString::number(members) + u"  where zhutiname='"_s +
-                       fields.name + u"'"_s);
+    connection.execute(u"update zhutijiankong set "_s + alarmAssignments(fields) + u",guzhishu="_s +
+                       QString::number(members) + u"  where zhutiname='"_s + fields.name + u"'"_s);
     return true;
 }
 
@@ -167,31 +176,22 @@ int ThemeMonitorEditor::memberCount(Connection& connection, const QString& zhuti
 }
 
 StockMonitorEditor::StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
-    : MonitorEditor(u"个股监控"_s, stores, globals, dialogs) {}
+    : MonitorEditor(u"个股监控"_s,
+                    u"select  dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue from gegujiankong"
+                    u"  where dm='"_s,
+                    stores, globals, dialogs) {}
 
-MonitorFields StockMonitorEditor::load() {
+MonitorFields StockMonitorEditor::takeCurrent() {
     MonitorFields fields;
-    fields.yinyue = defaultSound(globals_);
-    fields.name = globals_.dangqiandm;
-    fields.jc = globals_.dangqianjc;
-    globals_.dangqiandm.clear();
-    globals_.dangqianjc.clear();
-    if (mode_ == EditorMode::add) {
-        return fields;
-    }
-    const Activity activity(u"读取个股监控"_s);
-    Connection connection = stores_.main.open();
-    const Recordset monitor(connection,
-                            u"select  dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue from"
-                            u" gegujiankong  where dm='"_s +
-                                fields.name + u"'"_s);
-    if (!monitor.atEnd()) {
-        fields.name = monitor.value(u"dm").toText();
-        fields.jc = monitor.value(u"jc").toText();
-        fields.leixin = monitor.value(u"leixin").toText();
-        readMonitor(monitor, fields);
-    }
+    fields.name = std::exchange(globals_.dangqiandm, QString());
+    fields.jc = std::exchange(globals_.dangqianjc, QString());
     return fields;
+}
+
+void StockMonitorEditor::read(const Recordset& monitor, MonitorFields& fields) const {
+    MonitorEditor::read(monitor, fields);
+    fields.jc = monitor.value(u"jc").toText();
+    fields.leixin = monitor.value(u"leixin").toText();
 }
 
 std::optional<QString> StockMonitorEditor::shortName(const QString& dm) const {
@@ -223,9 +223,8 @@ bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields
     }
     connection.execute(
         u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue) values('"_s +
-        fields.name + u"','"_s + *jc + u"','"_s + fields.leixin + u"','"_s + fields.bijiaofu +
-        u"',"_s + numberTyped(fields.baojinzhi) + u","_s + flagText(fields.tanchuform) + u",'"_s +
-        fields.yinyue + u"')"_s);
+        fields.name + u"','"_s + *jc + u"','"_s + fields.leixin + u"',"_s + alarmValues(fields) +
+        u")"_s);
     activity.wrote(u"监控记录"_s);
     addToPollList(connection, fields.name, *jc);
     return true;
@@ -235,10 +234,8 @@ bool StockMonitorEditor::modify(Connection& connection, const MonitorFields& fie
     if (!listedName(connection, fields.name)) {
         return false;
     }
-    connection.execute(u"update gegujiankong set leixin='"_s + fields.leixin + u"',bijiaofu='"_s +
-                       fields.bijiaofu + u"',baojinzhi="_s + numberTyped(fields.baojinzhi) +
-                       u",tanchuform="_s + flagText(fields.tanchuform) + u",yinyue='"_s +
-                       fields.yinyue + u"'  where dm='"_s + fields.name + u"'"_s);
+    connection.execute(u"update gegujiankong set leixin='"_s + fields.leixin + u"',"_s +
+                       alarmAssignments(fields) + u"  where dm='"_s + fields.name + u"'"_s);
     return true;
 }
 

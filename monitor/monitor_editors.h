@@ -9,6 +9,7 @@
 
 #include "base/globals.h"
 #include "platform/dialogs.h"
+#include "store/recordset.h"
 #include "store/store_error.h"
 #include "store/stores.h"
 
@@ -39,15 +40,19 @@ public:
     QString caption() const;
 
     // Takes the current theme or stock over from `globals`, which it empties.
-    virtual MonitorFields load() = 0;
+    MonitorFields load();
 
     // True if the monitor is written and the editor may close; a refusal has had its message.
     virtual bool confirm(const MonitorFields& typed);
 
 protected:
-    // `subject` is what is monitored. Reads the mode from `globals`, once.
-    MonitorEditor(const QString& subject, const Stores& stores, Globals& globals, Dialogs& dialogs);
+    // `subject` is what is monitored, `query` finds its monitor by the name that follows. Reads the
+    // mode from `globals`, once.
+    MonitorEditor(const QString& subject, const QString& query, const Stores& stores,
+                  Globals& globals, Dialogs& dialogs);
 
+    virtual MonitorFields takeCurrent() = 0;
+    virtual void read(const Recordset& monitor, MonitorFields& fields) const;
     virtual bool add(Connection& connection, const MonitorFields& fields, Activity& activity) = 0;
     virtual bool modify(Connection& connection, const MonitorFields& fields) = 0;
 
@@ -58,15 +63,15 @@ protected:
 
 private:
     QString subject_;
+    QString query_;
 };
 
 class ThemeMonitorEditor : public MonitorEditor {
 public:
     ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs);
 
-    MonitorFields load() override;
-
 private:
+    MonitorFields takeCurrent() override;
     bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
     bool modify(Connection& connection, const MonitorFields& fields) override;
     int memberCount(Connection& connection, const QString& zhutiname);
@@ -76,8 +81,6 @@ class StockMonitorEditor : public MonitorEditor {
 public:
     StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs);
 
-    MonitorFields load() override;
-
     // The short name of a picked code, nothing if the code table lacks it.
     std::optional<QString> shortName(const QString& dm) const;
 
@@ -85,6 +88,8 @@ public:
     bool confirm(const MonitorFields& typed) override;
 
 private:
+    MonitorFields takeCurrent() override;
+    void read(const Recordset& monitor, MonitorFields& fields) const override;
     bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
     bool modify(Connection& connection, const MonitorFields& fields) override;
     std::optional<QString> listedName(Connection& connection, const QString& dm);

@@ -175,27 +175,24 @@ void MonitorManager::clearAll() {
 }
 
 void MonitorManager::deleteTheme() {
-    Activity activity(u"删除主题监控"_s);
-    const QString zhutiname = globals_.dangqianzhuti;
-    {
-        Connection connection = stores_.main.open();
-        connection.execute(u"delete from zhutijiankong where zhutiname='"_s + zhutiname + u"'"_s);
-        activity.wrote(u"删除监控记录"_s);
-        sweepPollList(connection);
-    }
-    dialogs_.tell(u"主题("_s + zhutiname + u")监控已删除。"_s);
+    remove(u"主题"_s, globals_.dangqianzhuti,
+           u"zhutijiankong where zhutiname='"_s + globals_.dangqianzhuti + u"'"_s);
 }
 
 void MonitorManager::deleteStock() {
-    Activity activity(u"删除个股监控"_s);
-    const QString jc = globals_.dangqianjc;
+    remove(u"个股"_s, globals_.dangqianjc,
+           u"gegujiankong where dm='"_s + globals_.dangqiandm + u"'"_s);
+}
+
+void MonitorManager::remove(const QString& subject, const QString& name, const QString& monitor) {
+    Activity activity(u"删除"_s + subject + u"监控"_s);
     {
         Connection connection = stores_.main.open();
-        connection.execute(u"delete from gegujiankong where dm='"_s + globals_.dangqiandm + u"'"_s);
+        connection.execute(u"delete from "_s + monitor);
         activity.wrote(u"删除监控记录"_s);
         sweepPollList(connection);
     }
-    dialogs_.tell(u"个股("_s + jc + u")监控已删除。"_s);
+    dialogs_.tell(subject + u'(' + name + u")监控已删除。"_s);
 }
 
 void MonitorManager::copyThemeName() {

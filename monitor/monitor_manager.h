@@ -53,6 +53,8 @@ public:
 
 private:
     void emptySelection();
+    // `monitor` is its table and how it is found there.
+    void remove(const QString& subject, const QString& name, const QString& monitor);
 
     const Stores& stores_;
     Globals& globals_;

@@ -68,16 +68,27 @@ Redraw ThemeCommands::removeStock(QString theme, QString code) {
 
 Redraw ThemeCommands::changeRelevance(QString theme, QString code) {
     const Activity activity(u"修改相关度"_s);
-    const auto relevance = wholeNumber16(dialogs_.input(
-        u"请输入相关度，以区别和主题的相关性,在1-10之间。"_s, u"修改相关度"_s, u"5"_s));
-    if (!relevance || *relevance < 1 || *relevance > 10) {
-        dialogs_.tell(u"请输入1-10之间的数字。"_s);
+    const auto relevance =
+        askNumber(u"请输入相关度，以区别和主题的相关性"_s, u"修改相关度"_s, u"5"_s, 10);
+    if (!relevance) {
         return Redraw::none;
     }
     stores_.main.open().execute(u"update dzhzhuti set xiangguandu="_s +
                                 QString::number(*relevance) + u" where dm='"_s + code +
                                 u"' and zhutiname='"_s + theme + u"'"_s);
     return Redraw::stocks;
+}
+
+std::optional<qint16> ThemeCommands::askNumber(const QString& question, const QString& title,
+                                               const QString& offered, int most) {
+    const QString range = u"1-"_s + QString::number(most) + u"之间"_s;
+    const auto number =
+        wholeNumber16(dialogs_.input(question + u",在"_s + range + u"。"_s, title, offered));
+    if (!number || *number < 1 || *number > most) {
+        dialogs_.tell(u"请输入"_s + range + u"的数字。"_s);
+        return std::nullopt;
+    }
+    return number;
 }
 
 Redraw ThemeCommands::removeTheme(QString theme) {
@@ -95,10 +106,9 @@ Redraw ThemeCommands::removeTheme(QString theme) {
 
 Redraw ThemeCommands::changeAttention(QString theme) {
     const Activity activity(u"修改关注度"_s);
-    const auto attention = wholeNumber16(dialogs_.input(
-        u"请输入关注度，以方便查找自己最关心的主题,在1-20之间。"_s, u"修改关注度"_s, u"1"_s));
-    if (!attention || *attention < 1 || *attention > 20) {
-        dialogs_.tell(u"请输入1-20之间的数字。"_s);
+    const auto attention =
+        askNumber(u"请输入关注度，以方便查找自己最关心的主题"_s, u"修改关注度"_s, u"1"_s, 20);
+    if (!attention) {
         return Redraw::none;
     }
     stores_.main.open().execute(u"update dzhzhuti set guanzhudu="_s + QString::number(*attention) +

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "grid/result_grid.h"
 #include "platform/clock.h"
@@ -40,6 +41,10 @@ public:
     Redraw removeSmallThemes(const ResultGrid& themes);
 
 private:
+    // A whole number from 1 to `most`; nothing, and a word to the user, for any other.
+    std::optional<qint16> askNumber(const QString& question, const QString& title,
+                                    const QString& offered, int most);
+
     const Stores& stores_;
     const Clock& clock_;
     Dialogs& dialogs_;

@@ -100,7 +100,15 @@ ThemeFields ThemeEditing::open(const QString& theme) const {
 }
 
 bool ThemeEditing::add(const ThemeFields& fields) {
-    const Activity activity(u"添加主题"_s);
+    return run({u"添加主题"_s, u"加入主题"_s, false}, fields);
+}
+
+bool ThemeEditing::rewrite(const ThemeFields& fields) {
+    return run({u"修改主题"_s, u"修改主题"_s, true}, fields);
+}
+
+bool ThemeEditing::run(const Run& run, const ThemeFields& fields) {
+    const Activity activity(run.activity);
     const std::optional<ThemeEntry> entry = read(fields);
     if (!entry) {
         return false;
@@ -109,46 +117,25 @@ bool ThemeEditing::add(const ThemeFields& fields) {
     {
         Connection store = stores_.main.open();
         // Asked before the transaction: the alarms write while the question stands.
-        if (themeExists(store, entry->name) && !dialogs_.ask(u"此主题名称已存在,更新吗? "_s)) {
+        if (!run.anew && themeExists(store, entry->name) &&
+            !dialogs_.ask(u"此主题名称已存在,更新吗? "_s)) {
             return false;
         }
         Transaction transaction(store);
+        if (run.anew) {
+            store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry->name + u"'"_s);
+        }
         for (const QString& code : entry->codes) {
             const std::optional<QString> jc = nameOfStock(store, code);
             outcome.note(code, jc);
-            if (jc && !holds(store, entry->name, code)) {
+            if (jc && (run.anew || !holds(store, entry->name, code))) {
                 join(store, *entry, code, *jc);
             }
         }
         stamp(store, entry->time);
         transaction.commit();
     }
-    dialogs_.tell(outcome.message(u"加入主题"_s, entry->name));
-    return true;
-}
-
-bool ThemeEditing::rewrite(const ThemeFields& fields) {
-    const Activity activity(u"修改主题"_s);
-    const std::optional<ThemeEntry> entry = read(fields);
-    if (!entry) {
-        return false;
-    }
-    Outcome outcome;
-    {
-        Connection store = stores_.main.open();
-        Transaction transaction(store);
-        store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry->name + u"'"_s);
-        for (const QString& code : entry->codes) {
-            const std::optional<QString> jc = nameOfStock(store, code);
-            outcome.note(code, jc);
-            if (jc) {
-                join(store, *entry, code, *jc);
-            }
-        }
-        stamp(store, entry->time);
-        transaction.commit();
-    }
-    dialogs_.tell(outcome.message(u"修改主题"_s, entry->name));
+    dialogs_.tell(outcome.message(run.done, entry->name));
     return true;
 }
 

@@ -46,6 +46,13 @@ public:
     bool rewrite(const ThemeFields& fields);
 
 private:
+    struct Run {
+        QString activity;
+        QString done;
+        bool anew;  // the theme's stocks go first, and a code that is listed twice joins twice
+    };
+
+    bool run(const Run& run, const ThemeFields& fields);
     // Nothing, and a word to the user, if a field can't be taken.
     std::optional<ThemeEntry> read(const ThemeFields& fields);
 

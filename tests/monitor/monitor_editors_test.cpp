@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "monitor/monitor_manager.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
 
@@ -140,80 +137,5 @@ TEST_F(MonitorEditorsTest, AChangeRefreshesTheMemberCountAndLeavesThePollListAlo
     EXPECT_EQ(takeMessages(),
               QStringList({u"观潮台|修改主题监控完成。"_s, u"观潮台|修改个股监控完成。"_s}));
 }
-
-TEST_F(MonitorEditorsTest, AChangeWithoutARowKeepsTheDefaults) {
-    auto editor = open<ThemeMonitorEditor>(modify);
-    const MonitorFields fields = editor.load();
-    EXPECT_EQ(editor.caption(), u"修改主题监控"_s);
-    EXPECT_EQ(fields.name + fields.bijiaofu + fields.baojinzhi, u">5.0"_s);
-    EXPECT_TRUE(fields.tanchuform);
-}
-
-// After any sequence of adds, changes and deletions the poll list is what the monitors need, and no
-// add has passed the frequency. Memberships stay as they are.
-class PollListTest : public MonitorEditorsTest, public ::testing::WithParamInterface<unsigned> {
-protected:
-    int drawn(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
-
-    QStringList needed() {
-        return store_.rows(
-            u"select dm from gegujiankong union select dm from dzhzhuti where zhutiname in"
-            u" (select zhutiname from zhutijiankong) order by dm"_s);
-    }
-
-    void step() {
-        MonitorFields fields =
-            named(drawn(1) ? u"主题%1"_s.arg(drawn(5)) : u"SH60000%1"_s.arg(drawn(9)));
-        globals_.dangqianzhuti = globals_.dangqiandm = fields.name;
-        const EditorMode mode = drawn(3) ? add : modify;
-        switch (drawn(12)) {
-            case 0:
-            case 1:
-                return manager_.deleteTheme();
-            case 2:
-            case 3:
-                return manager_.deleteStock();
-            case 4:
-                if (drawn(3) == 0) {
-                    manager_.clearAll();
-                }
-                return;
-            case 5:
-                manager_.changeFrequency(QString::number(drawn(15)));
-                return;
-            default:
-                const qsizetype before = pollList().size();
-                fields.name.startsWith(u"SH"_s) ? confirm<StockMonitorEditor>(mode, fields)
-                                                : confirm<ThemeMonitorEditor>(mode, fields);
-                const qsizetype after = pollList().size();
-                const int frequency =
-                    store_.rows(u"select jiankongpinlu from tempcanshu"_s)[0].toInt();
-                EXPECT_TRUE(after == before || after <= frequency);
-        }
-    }
-
-    std::mt19937 random_{GetParam()};
-    FakeClipboard clipboard_;
-    ResultGrid themes_;
-    ResultGrid stocks_;
-    MonitorManager manager_{store_.stores, globals_, dialogs_, clipboard_, themes_, stocks_};
-};
-
-TEST_P(PollListTest, HoldsWhatTheMonitorsNeedAfterAnySequence) {
-    setFrequency(12);
-    for (int at = 0; at < 10; ++at) {
-        store_.addCode(u"SH60000%1"_s.arg(at), u"x"_s, 10, 0);
-        store_.addMember(u"主题%1"_s.arg(drawn(4)), u"SH60000%1"_s.arg(drawn(9)));
-    }
-    int mostListed = 0;
-    for (int at = 0; at < 120; ++at) {
-        step();
-        ASSERT_EQ(pollList(), needed()) << "seed " << GetParam() << ", step " << at;
-        mostListed = std::max(mostListed, static_cast<int>(pollList().size()));
-    }
-    EXPECT_GT(mostListed, 3) << "seed " << GetParam() << " tests nothing";
-}
-
-INSTANTIATE_TEST_SUITE_P(RandomSequences, PollListTest, ::testing::Range(1U, 6U));
 
 }  // namespace guanchao
