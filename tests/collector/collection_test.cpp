@@ -177,19 +177,6 @@ TEST_F(CollectionTest, ARunIsGivenUpWhenPageAfterPageFailsWhileItemsAreLeft) {
     }
 }
 
-TEST_F(CollectionTest, AFailureOfAnyKindIsThatOfItsItemOnly) {
-    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
-        if (path == u"/甲1"_s) {
-            throw std::runtime_error("broken");
-        }
-        return path.last(1).toUtf8();
-    };
-    collection_.begin();
-    runToTheEnd();
-    EXPECT_EQ(job_.written, QStringList{u"乙12"_s});
-    EXPECT_EQ(collection_.items()[0].reason, u"broken"_s);
-}
-
 TEST_F(CollectionTest, AStopEndsTheRunAtOnceAndNoItemsEndItToo) {
     collection_.begin();
     collection_.step();

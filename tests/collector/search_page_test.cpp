@@ -39,12 +39,19 @@ TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
 }
 
 TEST(SearchPageTest, WordsCountInTheVisibleTextOnly) {
-    const SearchPage page(
-        u"<title>涨</title><style>.涨{}</style><!-- 涨 --><a title=\"涨\">铜大<em>涨"
-        u"</em></a>，暴涨后涨"_s.toUtf8());
-    EXPECT_EQ(page.count(u"涨"_s), 3) << "those in longer words too";
-    EXPECT_EQ(page.count(u"大涨"_s), 1) << "a tag does not cut a word";
-    EXPECT_EQ(page.count(u"跌"_s), 0);
+    const struct {
+        QString page, word;
+        int count;
+    } cases[] = {
+        {u"<title>涨</title><style>.涨{}</style><!-- 涨 --><script>'<b>涨'</script>"_s, u"涨"_s, 0},
+        {u"<a title=\"x>涨\">铜大<em>涨</em></a>，暴涨后涨"_s, u"涨"_s, 3},
+        {u"铜大<em>涨</em>"_s, u"大涨"_s, 1},
+        {u"<div>铜大</div><div>涨</div>"_s, u"大涨"_s, 0},
+        {u"a<b 涨 &#28072; &lt;涨&gt;"_s, u"涨"_s, 3},
+    };
+    for (const auto& [page, word, count] : cases) {
+        EXPECT_EQ(SearchPage(page.toUtf8()).count(word), count) << page.toStdString();
+    }
 }
 
 TEST(SearchAddressTest, ThePatternGivesThePathAndServicesMayGiveTheHost) {
