@@ -97,6 +97,10 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
     EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), QString());
+    dialogs_.answer = false;
+    press(u"Command5"_s);
+    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"2"_s});
+    dialogs_.answer = true;
     press(u"Command5"_s);
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
     find<QLineEdit>(u"Text1"_s)->setText(u"/fehlt"_s);
