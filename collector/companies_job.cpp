@@ -2,17 +2,12 @@
 
 #include "base/values.h"
 #include "heat/url_encode.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr qsizetype digitsOfCode = 6;
-
-}  // namespace
 
 // The attention of a stock is that of its foremost theme; its name is the one of the code table.
 QList<Item> CompaniesJob::items() const {
@@ -31,7 +26,7 @@ QList<Item> CompaniesJob::items() const {
 }
 
 QStringList CompaniesJob::paths(const Item& item) const {
-    return news_.paths(withoutMarks(item.key).right(digitsOfCode));
+    return news_.paths(withoutMarks(item.key).right(codeDigits));
 }
 
 void CompaniesJob::write(const Item& item, const QList<QByteArray>& pages) {

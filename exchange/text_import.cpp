@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "exchange/text_file.h"
 #include "exchange/text_preview.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
@@ -77,12 +78,7 @@ private:
 
     std::optional<QString> shortName(const QString& dm) {
         std::optional<QString> jc;
-        passingOver([&] {
-            const Recordset code(main_, u"select jc from dmb where dm='"_s + dm + u"'"_s);
-            if (!code.atEnd()) {
-                jc = code.value(0).toText();
-            }
-        });
+        passingOver([&] { jc = guanchao::shortName(main_, dm); });
         return jc;
     }
 

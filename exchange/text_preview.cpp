@@ -1,6 +1,6 @@
 #include "exchange/text_preview.h"
 
-#include "store/recordset.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
@@ -22,7 +22,7 @@ void previewCodeLine(const LineParts& parts, const QString& separator, Connectio
         return;
     }
     const QStringList names = splitPieces(parts.second, separator);
-    if (Recordset(main, u"select jc from dmb where dm='"_s + code.code + u"'"_s).atEnd()) {
+    if (!shortName(main, code.code)) {
         preview.messages << u"代码不存在!代码："_s + code.code;
         return;
     }

@@ -7,16 +7,13 @@
 #include "base/values.h"
 #include "exchange/library_rows.h"
 #include "exchange/table_merge.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-bool isStockCode(const QString& dm) {
-    return (dm.startsWith(u"SH"_s) || dm.startsWith(u"SZ"_s)) && dm.size() < 9;
-}
 
 // The time of the file is read and not used: a row bears the time of its import.
 TableMerge themes(const QString& date) {
@@ -35,7 +32,7 @@ TableMerge codes(const QString& date) {
             },
             [date](const Recordset& row) {
                 const QString dm = row.value(0).toText().toUpper();
-                return isStockCode(dm) ? insertCode(row, dm, date) : QString();
+                return isCodeTableCode(dm) ? insertCode(row, dm, date) : QString();
             }};
 }
 

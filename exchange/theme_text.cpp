@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/values.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
@@ -27,15 +28,10 @@ const QList<Separator>& separators() {
     return all;
 }
 
-bool hasMarket(const QString& code) {
-    const QString market = code.left(2).toUpper();
-    return market == u"SZ"_s || market == u"SH"_s;
-}
-
 // A prefix of mixed case doesn't count here.
-bool isLongWithMarket(const QString& code) {
-    const QString market = code.left(2);
-    return hasMarket(code) && (market == market.toUpper() || market == market.toLower());
+bool hasPlainExchange(const QString& code) {
+    const QString exchange = code.left(2);
+    return hasExchange(code) && (exchange == exchange.toUpper() || exchange == exchange.toLower());
 }
 
 }  // namespace
@@ -78,13 +74,13 @@ QStringList splitPieces(const QString& second, const QString& separator) {
 
 NormalCode normaliseCode(const QString& code) {
     NormalCode normal{code, false};
-    if (code.size() > 8) {
-        normal.code = code.left(isLongWithMarket(code) ? 8 : 6);
+    if (code.size() > codeLength) {
+        normal.code = code.left(hasPlainExchange(code) ? codeLength : codeDigits);
     }
     const QChar first = normal.code.isEmpty() ? QChar() : normal.code.front();
-    normal.wellFormed = first == u'6' || first == u'3' || first == u'0' || hasMarket(normal.code);
-    if (normal.wellFormed && normal.code.size() == 6) {
-        normal.code.prepend(first == u'6' ? u"SH"_s : u"SZ"_s);
+    normal.wellFormed = first == u'6' || first == u'3' || first == u'0' || hasExchange(normal.code);
+    if (normal.wellFormed && normal.code.size() == codeDigits) {
+        normal.code.prepend(exchangeOf(normal.code));
     }
     return normal;
 }

@@ -4,6 +4,7 @@
 #include "base/values.h"
 #include "heat/heat_grid.h"
 #include "heat/url_encode.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -13,7 +14,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr double withoutBase = 1000;
-constexpr qsizetype codeDigits = 6;
 
 // By position, in both rankings alike. A company's table has one column more, so that there its
 // counts take the colours of the growths.

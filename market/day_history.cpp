@@ -5,6 +5,7 @@
 
 #include "base/values.h"
 #include "formats/gbk.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
@@ -17,8 +18,7 @@ constexpr qsizetype fewestFields = 5;
 constexpr qsizetype volumeField = 5;
 
 QString symbolOf(const QString& dm) {
-    const bool isShanghai = dm.startsWith(u"SH"_s) || dm.startsWith(u"sh"_s);
-    return dm.right(6) + (isShanghai ? u".ss"_s : u".sz"_s);
+    return dm.right(codeDigits) + (isOfShanghai(dm) ? u".ss"_s : u".sz"_s);
 }
 
 // A suspended day may come with a close of 0. A number beyond these bounds is damage, and a gain

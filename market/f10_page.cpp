@@ -4,6 +4,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -11,8 +12,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr int digitsOfCode = 6;
 
 QString addressTemplate(const Stores& stores) {
     Connection connection = stores.main.open();
@@ -36,7 +35,7 @@ std::optional<F10Page> takeF10Page(const Stores& stores, Globals& globals, Dialo
     if (dm.isEmpty()) {
         dm = u"SH600000"_s;
     }
-    const QString number = dm.right(digitsOfCode);
+    const QString number = dm.right(codeDigits);
     const QString address = addressTemplate(stores).replace(u"600000"_s, number);
     if (!address.startsWith(u"http"_s)) {
         dialogs.tell(u"没有找到该股F10资料。"_s);

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "market/quote_fields.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
@@ -62,7 +63,7 @@ Fundamentals readFundamentals(const QString& page) {
 }
 
 QString fundamentalsPath(const QString& dm) {
-    return u"/news/stock/600000.shtml"_s.replace(u"600000"_s, dm.right(6));
+    return u"/news/stock/600000.shtml"_s.replace(u"600000"_s, dm.right(codeDigits));
 }
 
 FundamentalTexts fundamentalTexts(const Fundamentals& fundamentals) {

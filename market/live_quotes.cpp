@@ -8,6 +8,7 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
+#include "market/stock_code.h"
 #include "market/trading_session.h"
 
 namespace guanchao {

@@ -1,8 +1,5 @@
 #include "market/stock_quote.h"
 
-#include <QStringList>
-#include <algorithm>
-
 #include "base/values.h"
 
 namespace guanchao {
@@ -104,12 +101,6 @@ StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamental
     showValuation(panel, fields, fundamentals);
     panel.ratio = volumeRatio(fields, shares, meanVolume, marketOpen);
     return panel;
-}
-
-bool isStockCode(const QString& dm) {
-    const QStringList beginnings = {u"SH6"_s, u"SZ0"_s, u"SZ30"_s};
-    return dm.size() == codeLength &&
-           std::ranges::any_of(beginnings, [&](const QString& it) { return dm.startsWith(it); });
 }
 
 }  // namespace guanchao

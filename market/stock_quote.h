@@ -13,7 +13,6 @@
 namespace guanchao {
 
 inline constexpr int bookLevels = 5;
-inline constexpr qsizetype codeLength = 8;  // the exchange and six digits
 
 struct BookLevel {
     QString lots;
@@ -45,8 +44,5 @@ bool hasStock(const QuoteFields& fields);
 
 StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamentals,
                       double meanVolume, bool marketOpen);
-
-// A code that the window takes: a stock of Shanghai or Shenzhen, not an index.
-bool isStockCode(const QString& dm);
 
 }  // namespace guanchao

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/values.h"
+#include "market/stock_code.h"
 #include "monitor/poll_list.h"
 
 namespace guanchao {
@@ -51,14 +52,6 @@ bool allows(Connection& connection, int more, Dialogs& dialogs) {
         return false;
     }
     return true;
-}
-
-std::optional<QString> nameInCodeTable(Connection& connection, const QString& dm) {
-    const Recordset code(connection, u"select  dm,jc from dmb  where dm='"_s + dm + u"'"_s);
-    if (code.atEnd()) {
-        return std::nullopt;
-    }
-    return code.value(u"jc").toText();
 }
 
 }  // namespace
@@ -197,7 +190,7 @@ void StockMonitorEditor::read(const Recordset& monitor, MonitorFields& fields) c
 std::optional<QString> StockMonitorEditor::shortName(const QString& dm) const {
     const Activity activity(u"读取股票简称"_s);
     Connection connection = stores_.main.open();
-    return nameInCodeTable(connection, dm);
+    return guanchao::shortName(connection, dm);
 }
 
 bool StockMonitorEditor::confirm(const MonitorFields& typed) {
@@ -240,7 +233,7 @@ bool StockMonitorEditor::modify(Connection& connection, const MonitorFields& fie
 }
 
 std::optional<QString> StockMonitorEditor::listedName(Connection& connection, const QString& dm) {
-    std::optional<QString> jc = nameInCodeTable(connection, dm);
+    std::optional<QString> jc = guanchao::shortName(connection, dm);
     if (!jc) {
         dialogs_.tell(u"此代码不存在。代码:"_s + dm);
     }

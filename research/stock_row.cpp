@@ -1,6 +1,7 @@
 #include "research/stock_row.h"
 
 #include "base/values.h"
+#include "market/stock_code.h"
 
 namespace guanchao {
 
@@ -24,7 +25,7 @@ std::optional<StockRow> StockRowBuilder::build(const QString& dm, const QString&
     if (!readBack(D, row) || !readForward(D, row)) {
         return std::nullopt;
     }
-    row.jc = shortName(dm);
+    row.jc = shortName(main_, dm).value_or(QString());
     return row;
 }
 
@@ -91,11 +92,6 @@ bool StockRowBuilder::readForward(const QString& D, StockRow& row) {
         run_.yield();
     }
     return true;
-}
-
-QString StockRowBuilder::shortName(const QString& dm) {
-    const Recordset code(main_, u"select  dm,jc from dmb  where dm='"_s + dm + u"'"_s);
-    return code.atEnd() ? QString() : code.value(u"jc").toText();
 }
 
 QString insertStatement(const StockRow& row, const QString& riqi, const QString& ticai,

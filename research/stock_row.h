@@ -44,7 +44,6 @@ public:
 private:
     bool readBack(const QString& D, StockRow& row);
     bool readForward(const QString& D, StockRow& row);
-    QString shortName(const QString& dm);
 
     StockHistory& history_;
     Connection& main_;

@@ -13,14 +13,6 @@ bool isMember(Connection& mainStore, const QString& dm, const QString& zhutiname
     return members.count() > 0;
 }
 
-std::optional<QString> shortName(Connection& mainStore, const QString& dm) {
-    const Recordset codes(mainStore, u"select  dm,jc   FROM dmb where dm='"_s + dm + u"'"_s);
-    if (codes.count() == 0) {
-        return std::nullopt;
-    }
-    return codes.value(u"jc").toText();
-}
-
 void joinTheme(Connection& mainStore, const QString& zhutiname, const QString& dm,
                const QString& jc, QDate day) {
     mainStore.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('"_s + zhutiname +

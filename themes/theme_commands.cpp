@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "market/stock_code.h"
 #include "themes/membership.h"
 
 namespace guanchao {

@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -9,11 +10,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// The indexes stand in the code table for their quotes only.
-bool isIndex(const QString& code) {
-    return code == u"SH000300" || code == u"SH000001" || code == u"SZ399001";
-}
 
 // The pieces between the commas, in upper case. A piece keeps its blanks: with one inside it is no
 // code.
@@ -25,11 +21,8 @@ QStringList codesIn(const QString& text) {
 
 // The short name of a code that may join a theme here; nothing for a wrong code.
 std::optional<QString> nameOfStock(Connection& store, const QString& code) {
-    const Recordset stock(store, u"select dm,jc from dmb  where dm='"_s + code + u"'"_s);
-    if (stock.count() == 0 || isIndex(code)) {
-        return std::nullopt;
-    }
-    return stock.value(u"jc").toText();
+    const std::optional<QString> jc = shortName(store, code);
+    return isIndexCode(code) ? std::nullopt : jc;
 }
 
 bool themeExists(Connection& store, const QString& name) {

@@ -6,6 +6,7 @@
 
 #include "base/activity.h"
 #include "market/index_panels.h"
+#include "market/stock_code.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
