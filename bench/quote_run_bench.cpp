@@ -9,7 +9,7 @@
 #include "bench/compare.h"
 #include "bench/market.h"
 #include "formats/gbk.h"
-#include "market/quote_line.h"
+#include "market/stored_quote.h"
 #include "platform/curl_http.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"
@@ -56,9 +56,9 @@ QStringList requestPaths(const Stores& stores) {
 // The updates that a reply leads to.
 QStringList updatesOf(const QByteArray& reply, const QString& now) {
     QStringList updates;
-    for (const QString& piece : textFromGbk(reply).split(u';')) {
-        if (const std::optional<QuoteLine> line = readQuoteLine(piece)) {
-            updates << updateCodeTable(*line, now);
+    for (const QuoteRow& row : quoteRows(textFromGbk(reply))) {
+        if (hasQuote(row)) {
+            updates << updateCodeTable(storedQuote(row), now);
         }
     }
     return updates;

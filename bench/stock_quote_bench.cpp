@@ -37,7 +37,7 @@ void stockPanels(benchmark::State& state) {
         [&] {
             for (int turn = 0; turn < panelsAtOnce; ++turn) {
                 benchmark::DoNotOptimize(
-                    stockPanel(QuoteFields(textFromGbk(body)), fundamentals, 1e6, true));
+                    stockPanel(quoteRow(textFromGbk(body)), fundamentals, 1e6, true));
             }
         });
 }
@@ -51,7 +51,7 @@ void stockQuote(benchmark::State& state) {
     compare(
         state, [&] { benchmark::DoNotOptimize(http.get(service, path)); },
         [&] {
-            benchmark::DoNotOptimize(stockPanel(QuoteFields(textFromGbk(*http.get(service, path))),
+            benchmark::DoNotOptimize(stockPanel(quoteRow(textFromGbk(*http.get(service, path))),
                                                 fundamentals, 1e6, true));
         });
 }

@@ -1,11 +1,11 @@
 #include "collector/code_table_job.h"
 
 #include <QHash>
-#include <QRegularExpression>
 
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "market/quote_feed.h"
+#include "market/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -41,12 +41,11 @@ struct Listed {
 };
 
 QList<Listed> listedIn(const QByteArray& page) {
-    static const QRegularExpression line(u"hq_str_([a-z]{2}[0-9]{6})=\"([^\",]*)"_s);
-    const QString text = textFromGbk(page);
     QList<Listed> listed;
-    for (auto match = line.globalMatch(text); match.hasNext();) {
-        const QRegularExpressionMatch found = match.next();
-        listed << Listed{found.captured(1).toUpper(), trimBlanks(found.captured(2))};
+    for (const QuoteRow& row : quoteRows(textFromGbk(page))) {
+        if (isWholeCode(row.dm())) {
+            listed << Listed{row.dm(), trimBlanks(row.text(field::name))};
+        }
     }
     return listed;
 }

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-#include "market/quote_fields.h"
+#include "market/quote_figures.h"
 #include "market/stock_code.h"
 
 namespace guanchao {

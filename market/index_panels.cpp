@@ -12,18 +12,18 @@ constexpr int lastFieldOfNoHomeIndex = 3;
 constexpr int lastFieldOfNoWorldIndex = 2;
 constexpr int sharesPerLot = 100;
 
-Turnover turnoverOf(double lots, const QuoteFields& fields) {
+Turnover turnoverOf(double lots, const QuoteRow& fields) {
     return {lots, noDecimals(lots / 10000) + u"万手"_s,
             twoDecimals(fields.number(field::amount) / 10000 / 10000) + u"亿元"_s};
 }
 
 }  // namespace
 
-bool hasHomeIndex(const QuoteFields& fields) {
+bool hasHomeIndex(const QuoteRow& fields) {
     return fields.lastIndex() > lastFieldOfNoHomeIndex;
 }
 
-HomeIndexPanel homeIndexPanel(const QuoteFields& fields) {
+HomeIndexPanel homeIndexPanel(const QuoteRow& fields) {
     const double change = fields.number(field::latest) - fields.number(field::formerClose);
     return {fields.text(field::name),
             priceTexts(fields),
@@ -34,21 +34,23 @@ HomeIndexPanel homeIndexPanel(const QuoteFields& fields) {
             std::nullopt};
 }
 
-Turnover compositeTurnover(const QuoteFields& fields) {
+Turnover compositeTurnover(const QuoteRow& fields) {
     return turnoverOf(fields.number(field::volume) / sharesPerLot, fields);
 }
 
-std::optional<QString> indexRatio(const QuoteFields& fields, const Turnover& turnover,
+std::optional<QString> indexRatio(const QuoteRow& fields, const Turnover& turnover,
                                   double meanVolume, bool marketOpen) {
     return volumeRatio(fields, turnover.lots * sharesPerLot, meanVolume, marketOpen);
 }
 
-bool hasWorldIndex(const QuoteFields& fields) {
+bool hasWorldIndex(const QuoteRow& fields) {
     return fields.lastIndex() > lastFieldOfNoWorldIndex;
 }
 
-WorldIndexPanel worldIndexPanel(const QuoteFields& fields) {
-    return {fields.text(0), fields.text(1), fields.text(2), numberText(fields.number(3)) + u'%'};
+WorldIndexPanel worldIndexPanel(const QuoteRow& fields) {
+    return {fields.text(outsideField::name), fields.text(outsideField::index),
+            fields.text(outsideField::change),
+            numberText(fields.number(outsideField::gain)) + u'%'};
 }
 
 }  // namespace guanchao

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "market/quote_fields.h"
+#include "market/quote_figures.h"
 
 namespace guanchao {
 
@@ -53,16 +53,16 @@ struct HomeIndexPanel {
 };
 
 // A reply with an index; one for an unknown code has fewer fields.
-bool hasHomeIndex(const QuoteFields& fields);
+bool hasHomeIndex(const QuoteRow& fields);
 
 // All but the ratio.
-HomeIndexPanel homeIndexPanel(const QuoteFields& fields);
+HomeIndexPanel homeIndexPanel(const QuoteRow& fields);
 
 // Of the composite index, whose volume is taken for shares, the others' for lots.
-Turnover compositeTurnover(const QuoteFields& fields);
+Turnover compositeTurnover(const QuoteRow& fields);
 
 // 量比 of an index from its lots and the mean volume in shares.
-std::optional<QString> indexRatio(const QuoteFields& fields, const Turnover& turnover,
+std::optional<QString> indexRatio(const QuoteRow& fields, const Turnover& turnover,
                                   double meanVolume, bool marketOpen);
 
 struct WorldIndexPanel {
@@ -72,7 +72,7 @@ struct WorldIndexPanel {
     QString gain;
 };
 
-bool hasWorldIndex(const QuoteFields& fields);
-WorldIndexPanel worldIndexPanel(const QuoteFields& fields);
+bool hasWorldIndex(const QuoteRow& fields);
+WorldIndexPanel worldIndexPanel(const QuoteRow& fields);
 
 }  // namespace guanchao

@@ -1,10 +1,10 @@
 #include "market/live_quotes.h"
 
 #include <QDir>
-#include <exception>
 #include <utility>
 
 #include "base/activity.h"
+#include "base/first_failure.h"
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
@@ -83,21 +83,12 @@ void LiveQuotes::showOpeningFundamentals() {
 
 void LiveQuotes::start(const QString& typed) {
     begin();
-    std::exception_ptr failure;
-    const auto attempt = [&failure](const auto& part) {
-        try {
-            part();
-        } catch (const OperationError&) {
-            failure = failure ? failure : std::current_exception();
-        }
-    };
-    attempt([&] { queryStock(typed); });
-    attempt([&] { takeHomeIndex(0); });
-    attempt([&] { takeWorldIndex(0); });
+    FirstFailure<OperationError> failure;
+    failure.attempt([&] { queryStock(typed); });
+    failure.attempt([&] { takeHomeIndex(0); });
+    failure.attempt([&] { takeWorldIndex(0); });
     updateMarketFlag();
-    if (failure) {
-        std::rethrow_exception(failure);
-    }
+    failure.raise();
     end(true);
 }
 
@@ -209,7 +200,7 @@ void LiveQuotes::takeWorldIndex(int index) {
     const WorldIndex& world = worldIndexes[static_cast<size_t>(index)];
     showChart(QuoteChart::worldIndex, world.chartPath.toString());
     const QuoteActivity activity;
-    const std::optional<QuoteFields> fields = fetchQuote(world.code);
+    const std::optional<QuoteRow> fields = fetchQuote(world.code);
     if (!fields) {
         return;
     }
@@ -242,13 +233,13 @@ std::optional<QString> LiveQuotes::fetch(const Service& service, const QString& 
     return textFromGbk(body);
 }
 
-std::optional<QuoteFields> LiveQuotes::fetchQuote(QStringView code) {
+std::optional<QuoteRow> LiveQuotes::fetchQuote(QStringView code) {
     const std::optional<QString> reply = fetch(services_.quote, u"/list="_s + code);
     if (!reply) {
         mayPoll_ = false;
         return std::nullopt;
     }
-    return QuoteFields(*reply);
+    return quoteRow(*reply);
 }
 
 // A service that the user has taken out of services.ini is not missed.
@@ -266,7 +257,7 @@ void LiveQuotes::fetchStock() {
         return;
     }
     const QuoteActivity activity;
-    const std::optional<QuoteFields> fields = fetchQuote(dm_.toLower());
+    const std::optional<QuoteRow> fields = fetchQuote(dm_.toLower());
     if (!fields) {
         return;
     }
@@ -280,7 +271,7 @@ void LiveQuotes::fetchStock() {
 void LiveQuotes::fetchHomeIndex() {
     const QuoteActivity activity;
     const HomeIndex& index = homeIndexes[static_cast<size_t>(homeIndex_)];
-    const std::optional<QuoteFields> fields = fetchQuote(index.code);
+    const std::optional<QuoteRow> fields = fetchQuote(index.code);
     if (!fields) {
         return;
     }
@@ -296,10 +287,10 @@ void LiveQuotes::fetchHomeIndex() {
 }
 
 // Without the composite's reply the index keeps the turnover of its own, which no mean belongs to.
-void LiveQuotes::completeTurnover(const HomeIndex& index, const QuoteFields& fields,
+void LiveQuotes::completeTurnover(const HomeIndex& index, const QuoteRow& fields,
                                   HomeIndexPanel& panel) {
     if (!index.turnoverCode.isEmpty()) {
-        const std::optional<QuoteFields> composite = fetchQuote(index.turnoverCode);
+        const std::optional<QuoteRow> composite = fetchQuote(index.turnoverCode);
         if (!composite || !hasHomeIndex(*composite)) {
             return;
         }

@@ -88,11 +88,11 @@ private:
     void noteMessage(const QString& text);
     void openPage(const Service& service, const QString& path, const QString& typed);
     std::optional<QString> fetch(const Service& service, const QString& path);
-    std::optional<QuoteFields> fetchQuote(QStringView code);
+    std::optional<QuoteRow> fetchQuote(QStringView code);
     void fetchFundamentals(const QString& dm);
     void fetchStock();
     void fetchHomeIndex();
-    void completeTurnover(const HomeIndex& index, const QuoteFields& fields, HomeIndexPanel& panel);
+    void completeTurnover(const HomeIndex& index, const QuoteRow& fields, HomeIndexPanel& panel);
     void showChart(QuoteChart chart, const QString& path);
     void showStockCharts();
     void showNoStockCharts();

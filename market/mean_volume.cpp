@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "market/day_history.h"
-#include "market/quote_fields.h"
+#include "market/quote_reply.h"
 
 namespace guanchao {
 

@@ -5,7 +5,7 @@
 
 #include "base/values.h"
 #include "formats/gbk.h"
-#include "market/quote_line.h"
+#include "market/stored_quote.h"
 
 namespace guanchao {
 
@@ -13,10 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Nothing, with the reason noted, for a line that can't be read.
-std::optional<QuoteLine> readOrRefuse(QStringView piece, QStringList& refusals) {
+// Nothing for a row without a quote and, with the reason noted, for one that can't be read.
+std::optional<StoredQuote> quoteOrRefusal(const QuoteRow& row, QStringList& refusals) {
     try {
-        return readQuoteLine(piece);
+        return hasQuote(row) ? std::optional(storedQuote(row)) : std::nullopt;
     } catch (const OperationError& refusal) {
         refusals << refusal.reason();
         return std::nullopt;
@@ -59,14 +59,13 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
     if (!body) {
         return;
     }
-    const QString reply = textFromGbk(*body);
-    const QList<QStringView> pieces = QStringView(reply).split(u';');
-    // The reply for a single code has two pieces only and is not written: a batch of one code
-    // never brings a quote.
-    if (pieces.size() - 1 < 2) {
+    const QList<QuoteRow> rows = quoteRows(textFromGbk(*body));
+    // The reply for a single code has two rows only and is not written: a batch of one code never
+    // brings a quote.
+    if (rows.size() < 3) {
         return;
     }
-    writeReply(connection, pieces, tojiankong);
+    writeRows(connection, rows, tojiankong);
     if (tojiankong < 1) {
         pump_.runPendingEvents();
     } else {
@@ -75,16 +74,15 @@ void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
     }
 }
 
-void QuoteFeed::writeReply(Connection& connection, const QList<QStringView>& pieces,
-                           qint16 tojiankong) {
+void QuoteFeed::writeRows(Connection& connection, const QList<QuoteRow>& rows, qint16 tojiankong) {
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
+    const auto update = tojiankong < 1 ? updateCodeTable : updatePollList;
     Transaction transaction(connection);
     const QString now = timeText(clock_.now());
     QStringList refusals;
-    for (const QStringView piece : pieces) {
-        if (const std::optional<QuoteLine> line = readOrRefuse(piece, refusals)) {
-            connection.execute(tojiankong < 1 ? updateCodeTable(*line, now)
-                                              : updatePollList(*line, now));
+    for (const QuoteRow& row : rows) {
+        if (const std::optional<StoredQuote> quote = quoteOrRefusal(row, refusals)) {
+            connection.execute(update(*quote, now));
         }
     }
     transaction.commit();

@@ -8,6 +8,7 @@
 #include "base/activity.h"
 #include "base/event_pump.h"
 #include "base/globals.h"
+#include "market/quote_reply.h"
 #include "platform/clock.h"
 #include "platform/http.h"
 #include "store/recordset.h"
@@ -44,7 +45,7 @@ public:
     void gengxinhq(const QString& list, qint16 tojiankong);
 
 private:
-    void writeReply(Connection& connection, const QList<QStringView>& pieces, qint16 tojiankong);
+    void writeRows(Connection& connection, const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;

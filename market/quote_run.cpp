@@ -29,26 +29,20 @@ bool QuoteRun::update(const QString& codesQuery, const Report& report) {
         const Activity activity(u"更新行情数据"_s, u"读到的行情已经写入并保留，出错的没有写入。"_s);
         Connection connection = stores_.main.open();
         Recordset codes(connection, codesQuery);
-        const std::exception_ptr refusal = updateBatches(codes, report);
+        const FirstFailure<RefusedLines> refusal = updateBatches(codes, report);
         connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
-        if (refusal) {
-            std::rethrow_exception(refusal);
-        }
+        refusal.raise();
     });
 }
 
 // The feed lets no events run after a failed request; the window stays painted all the same. Gives
 // the first refusal of lines back: the market goes on without them.
-std::exception_ptr QuoteRun::updateBatches(Recordset& codes, const Report& report) {
-    std::exception_ptr refusal;
+FirstFailure<RefusedLines> QuoteRun::updateBatches(Recordset& codes, const Report& report) {
+    FirstFailure<RefusedLines> refusal;
     QuoteProgress progress{0, codes.count(), {}};
     report(progress);
     for (const CodeBatch& batch : codeBatches(codes)) {
-        try {
-            feed_.gengxinhq(batch.list, 0);
-        } catch (const RefusedLines&) {
-            refusal = refusal ? refusal : std::current_exception();
-        }
+        refusal.attempt([&] { feed_.gengxinhq(batch.list, 0); });
         if (batch.count == codesPerRequest) {
             progress.updated += batch.count;
             progress.words = u"已更新股票只数:"_s + QString::number(progress.updated);

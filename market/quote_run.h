@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QString>
-#include <exception>
 #include <functional>
 
 #include "base/cancellable_run.h"
+#include "base/first_failure.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
 #include "store/stores.h"
@@ -40,7 +40,7 @@ public:
 
 private:
     bool update(const QString& codesQuery, const Report& report);
-    std::exception_ptr updateBatches(Recordset& codes, const Report& report);
+    FirstFailure<RefusedLines> updateBatches(Recordset& codes, const Report& report);
 
     const Stores& stores_;
     const Clock& clock_;

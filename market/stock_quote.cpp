@@ -15,7 +15,7 @@ QString lotsText(double shares) {
     return noDecimals(shares / sharesPerLot);
 }
 
-std::array<BookLevel, bookLevels> bookFrom(const QuoteFields& fields, qsizetype position) {
+std::array<BookLevel, bookLevels> bookFrom(const QuoteRow& fields, qsizetype position) {
     std::array<BookLevel, bookLevels> levels;
     for (BookLevel& level : levels) {
         level = {lotsText(fields.number(position)), priceText(fields, position + 1)};
@@ -64,7 +64,7 @@ QString priceToBook(double latest, double netAssets) {
     return ratio < 0 ? numberText(netAssets) : twoDecimals(ratio);
 }
 
-void showValuation(StockPanel& panel, const QuoteFields& fields, const Fundamentals& fundamentals) {
+void showValuation(StockPanel& panel, const QuoteRow& fields, const Fundamentals& fundamentals) {
     const double mqlt = fundamentals.floatInTenThousands();
     if (mqlt <= 0) {
         return;
@@ -78,12 +78,12 @@ void showValuation(StockPanel& panel, const QuoteFields& fields, const Fundament
 
 }  // namespace
 
-bool hasStock(const QuoteFields& fields) {
+bool hasStock(const QuoteRow& fields) {
     return fields.lastIndex() > lastFieldOfNothing;
 }
 
-StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamentals,
-                      double meanVolume, bool marketOpen) {
+StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, double meanVolume,
+                      bool marketOpen) {
     const double latest = fields.number(field::latest);
     const double shares = fields.number(field::volume);
     StockPanel panel;

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "market/fundamentals.h"
-#include "market/quote_fields.h"
+#include "market/quote_figures.h"
 
 namespace guanchao {
 
@@ -40,9 +40,9 @@ struct StockPanel {
 };
 
 // A reply with a stock; one for an unknown code has fewer fields.
-bool hasStock(const QuoteFields& fields);
+bool hasStock(const QuoteRow& fields);
 
-StockPanel stockPanel(const QuoteFields& fields, const Fundamentals& fundamentals,
-                      double meanVolume, bool marketOpen);
+StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, double meanVolume,
+                      bool marketOpen);
 
 }  // namespace guanchao

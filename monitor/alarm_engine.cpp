@@ -22,16 +22,6 @@ Recordset pollListRow(Connection& connection, const QString& dm) {
         connection, u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm='"_s + dm + u"'"_s);
 }
 
-// Runs the job; the first failure of several is the one that counts.
-template <typename Job>
-void attempt(std::exception_ptr& failure, Job job) {
-    try {
-        job();
-    } catch (const std::exception&) {
-        failure = failure ? failure : std::current_exception();
-    }
-}
-
 // The mean gain of the members that stand in the poll list, nothing if none does.
 std::optional<double> meanGain(Connection& connection, const QString& zhutiname) {
     double sum = 0;
@@ -64,11 +54,11 @@ AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clo
       ring_(std::move(ring)) {}
 
 void AlarmEngine::tick() {
-    std::exception_ptr failure;
-    attempt(failure, [this] { count(); });
+    FirstFailure<std::exception> failure;
+    failure.attempt([this] { count(); });
     deliverPrompts(failure);
     if (failure && isToBeTold()) {
-        std::rethrow_exception(failure);
+        failure.raise();
     }
 }
 
@@ -103,19 +93,17 @@ void AlarmEngine::pollIfDue() {
     pinlvjishu_ = 0;
     const QScopedValueRollback busy(polling_, true);
     activity.wrote(u"失败之前各步的结果"_s);
-    const std::exception_ptr refusal = updateQuotes(connection);
+    const FirstFailure<RefusedLines> refusal = updateQuotes(connection);
     judgeThemes(connection);
     judgeStocks(connection);
-    if (refusal) {
-        std::rethrow_exception(refusal);
-    }
+    refusal.raise();
     toldAt_ = {};
 }
 
 // Only when the poll is over: the window may show a message of its own, and no alarm waits behind
 // that for its judgement or its sound. A window that fails or must wait keeps no sound from
 // playing.
-void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
+void AlarmEngine::deliverPrompts(FirstFailure<std::exception>& failure) {
     if (polling_) {
         return;
     }
@@ -124,7 +112,7 @@ void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
     }
     for (const Prompt& prompt : std::exchange(fired_, {})) {
         if (!prompt.sound.isEmpty()) {
-            attempt(failure, [&] { ring_(prompt.sound); });
+            failure.attempt([&] { ring_(prompt.sound); });
         }
         if (prompt.showsWindow) {
             showMonitors(failure);
@@ -134,26 +122,22 @@ void AlarmEngine::deliverPrompts(std::exception_ptr& failure) {
 
 // Once it may be shown again, one window tells of all alarms that it waited with. It waits too
 // while a box of the old window stands that closes for it: a tick under the box shows it.
-void AlarmEngine::showMonitors(std::exception_ptr& failure) {
+void AlarmEngine::showMonitors(FirstFailure<std::exception>& failure) {
     if (windowWaits_) {
         return;
     }
     windowWaits_ = true;
     bool shown = true;
-    attempt(failure, [&] { shown = showMonitors_(); });
+    failure.attempt([&] { shown = showMonitors_(); });
     windowWaits_ = !shown;
 }
 
 // Gives the first refusal of lines back: the others are judged all the same.
-std::exception_ptr AlarmEngine::updateQuotes(Connection& connection) {
-    std::exception_ptr refusal;
+FirstFailure<RefusedLines> AlarmEngine::updateQuotes(Connection& connection) {
+    FirstFailure<RefusedLines> refusal;
     Recordset codes(connection, u"select dm from jiankonghq"_s);
     for (const CodeBatch& batch : codeBatches(codes)) {
-        try {
-            feed_.gengxinhq(batch.list, 1);
-        } catch (const RefusedLines&) {
-            refusal = refusal ? refusal : std::current_exception();
-        }
+        refusal.attempt([&] { feed_.gengxinhq(batch.list, 1); });
     }
     return refusal;
 }

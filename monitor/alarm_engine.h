@@ -7,10 +7,10 @@
 
 #include <QDateTime>
 #include <QString>
-#include <exception>
 #include <functional>
 #include <vector>
 
+#include "base/first_failure.h"
 #include "base/globals.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
@@ -45,10 +45,10 @@ private:
 
     void count();
     void pollIfDue();
-    void deliverPrompts(std::exception_ptr& failure);
-    void showMonitors(std::exception_ptr& failure);
+    void deliverPrompts(FirstFailure<std::exception>& failure);
+    void showMonitors(FirstFailure<std::exception>& failure);
     bool isToBeTold();
-    std::exception_ptr updateQuotes(Connection& connection);
+    FirstFailure<RefusedLines> updateQuotes(Connection& connection);
     void judgeThemes(Connection& connection);
     void judgeTheme(Connection& connection, const Recordset& monitor);
     void judgeStocks(Connection& connection);

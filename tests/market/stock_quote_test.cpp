@@ -22,12 +22,12 @@ const QString usual =
     u"150,10.510,250,10.520,350,10.530,450,10.540,550,10.550,2026-11-24,10:30:00,00,"_s;
 
 // A reply with some fields changed.
-QuoteFields reply(const QHash<int, QString>& changes = {}, const QString& values = usual) {
+QuoteRow reply(const QHash<int, QString>& changes = {}, const QString& values = usual) {
     QStringList fields = values.split(u',');
     for (const auto& [position, text] : changes.asKeyValueRange()) {
         fields[position] = text;
     }
-    return QuoteFields(u"var hq_str_sh600000=\""_s + fields.join(u',') + u"\";\n"_s);
+    return quoteRow(u"var hq_str_sh600000=\""_s + fields.join(u',') + u"\";\n"_s);
 }
 
 const Fundamentals healthy = {u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s};
@@ -168,9 +168,9 @@ TEST(StockQuote, BadRepliesAreTold) {
         u"var hq_str_sh600000=\""_s + usual.section(u',', 0, 14) + u"\";\n"_s,
     };
     for (const QString& text : withoutStock) {
-        EXPECT_FALSE(hasStock(QuoteFields(text))) << text.toStdString();
+        EXPECT_FALSE(hasStock(quoteRow(text))) << text.toStdString();
     }
-    const QuoteFields broken(u"var hq_str_sh600000=\""_s + usual.section(u',', 0, 20));
+    const QuoteRow broken = quoteRow(u"var hq_str_sh600000=\""_s + usual.section(u',', 0, 20));
     EXPECT_TRUE(hasStock(broken));
     EXPECT_THROW(stockPanel(broken, {}, 0, true), OperationError) << "broken off in the book";
     for (const int position : {1, 2, 3, 4, 5, 8, 9, 10}) {
@@ -187,10 +187,10 @@ TEST(StockQuote, BadRepliesAreTold) {
 }
 
 TEST(IndexPanels, ShowTheDomesticIndexWithItsTurnover) {
-    const QuoteFields shanghai = reply({},
-                                       u"上证指数,3300.5,3300.0,3333.333,3340.1,3290.2,0,0,"
-                                       u"345678901,412345678901,"_s +
-                                           u"0,"_s.repeated(20) + u"2026-11-24,10:30:00,00"_s);
+    const QuoteRow shanghai = reply({},
+                                    u"上证指数,3300.5,3300.0,3333.333,3340.1,3290.2,0,0,"
+                                    u"345678901,412345678901,"_s +
+                                        u"0,"_s.repeated(20) + u"2026-11-24,10:30:00,00"_s);
     HomeIndexPanel panel = homeIndexPanel(shanghai);
     EXPECT_EQ(QStringList({panel.name, panel.change, panel.gain, panel.prices.swing, panel.time,
                            panel.turnover.volume, panel.turnover.amount}),
@@ -203,18 +203,18 @@ TEST(IndexPanels, ShowTheDomesticIndexWithItsTurnover) {
     panel.turnover = compositeTurnover(shanghai);
     EXPECT_EQ(panel.turnover.volume, u"346万手"_s) << "shares instead of lots";
     EXPECT_EQ(panel.turnover.amount, u"4123.46亿元"_s);
-    const QuoteFields still = reply({{3, u"0"_s}, {1, u"0"_s}, {2, u"0"_s}});
+    const QuoteRow still = reply({{3, u"0"_s}, {1, u"0"_s}, {2, u"0"_s}});
     EXPECT_EQ(homeIndexPanel(still).gain, u"-100%"_s);
 }
 
 TEST(IndexPanels, ShowTheOutsideIndexAsItComes) {
     const WorldIndexPanel panel =
-        worldIndexPanel(QuoteFields(u"var hq_str_int_dji=\"道琼斯,44123.45,-12.30,-0.030\";"_s));
+        worldIndexPanel(quoteRow(u"var hq_str_int_dji=\"道琼斯,44123.45,-12.30,-0.030\";"_s));
     EXPECT_EQ(QStringList({panel.name, panel.index, panel.change, panel.gain}),
               QStringList({u"道琼斯"_s, u"44123.45"_s, u"-12.30"_s, u"-0.03%"_s}));
-    EXPECT_FALSE(hasWorldIndex(QuoteFields(u"var hq_str_r_HSI=\"\";"_s)));
-    EXPECT_FALSE(hasWorldIndex(QuoteFields(u"var hq_str_r_HSI=\"恒生指数,1,2\";"_s)));
-    EXPECT_THROW(worldIndexPanel(QuoteFields(u"\"恒生指数,1,2,n/a\";"_s)), OperationError);
+    EXPECT_FALSE(hasWorldIndex(quoteRow(u"var hq_str_r_HSI=\"\";"_s)));
+    EXPECT_FALSE(hasWorldIndex(quoteRow(u"var hq_str_r_HSI=\"恒生指数,1,2\";"_s)));
+    EXPECT_THROW(worldIndexPanel(quoteRow(u"\"恒生指数,1,2,n/a\";"_s)), OperationError);
 }
 
 TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
@@ -283,7 +283,7 @@ TEST(QuoteFuzz, NoReplyAndNoPageBringsTheWindowDown) {
         const QString text = spoilt(seeds[turn % 2]);
         const QString page = spoilt(seeds[2]);
         try {
-            const QuoteFields fields(text);
+            const QuoteRow fields = quoteRow(text);
             const Fundamentals report = readFundamentals(page);
             const bool open = turn % 2 == 0;
             if (hasStock(fields)) {

@@ -5,7 +5,7 @@
 #include "formats/gbk.h"
 #include "formats/html_tables.h"
 #include "market/fundamentals.h"
-#include "market/quote_line.h"
+#include "market/stored_quote.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
@@ -94,11 +94,9 @@ TEST_F(PracticeQuotesTest, ASuspendedStockKeepsItsFormerCloseOnly) {
     const QStringList now = values(u"sz000001"_s);
     EXPECT_DOUBLE_EQ(now[3].toDouble(), 0);
     EXPECT_GT(now[2].toDouble(), 0);
-    const QString piece =
+    const QString line =
         quotes_.line(u"sz000001"_s, QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0)));
-    const std::optional<QuoteLine> line = readQuoteLine(piece);
-    ASSERT_TRUE(line);
-    EXPECT_DOUBLE_EQ(line->zhangfu, 0);
+    EXPECT_DOUBLE_EQ(storedQuote(quoteRows(line).first()).zhangfu, 0);
 }
 
 TEST_F(PracticeQuotesTest, ChartsAndPagesOfAStock) {

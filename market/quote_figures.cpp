@@ -1,7 +1,6 @@
-#include "market/quote_fields.h"
+#include "market/quote_figures.h"
 
 #include <QTime>
-#include <cmath>
 
 #include "base/activity.h"
 #include "base/values.h"
@@ -16,21 +15,8 @@ constexpr int minutesOfTradingDay = 240;
 constexpr int minutesOfNoonBreak = 90;
 constexpr int timeCharacters = 8;
 
-// Beyond them no figure of a market lies, and products and ratios of two no longer make sense.
-constexpr double largestFigure = 1e18;
-constexpr double smallestFigure = 1e-9;
-
 const QTime morningOpen(9, 30);
 const QTime afternoonOpen(13, 0);
-
-QString valuesOf(const QString& reply) {
-    const qsizetype quote = reply.indexOf(u'"');
-    if (quote < 0) {
-        return {};
-    }
-    const qsizetype end = reply.indexOf(u"\";"_s, quote + 1);
-    return reply.mid(quote + 1, end < 0 ? -1 : end - quote - 1);
-}
 
 int minuteOfDay(QTime time) {
     return time.hour() * 60 + time.minute();
@@ -49,16 +35,6 @@ Colour colourOf(double price, double formerClose) {
 
 }  // namespace
 
-bool isMarketFigure(double value) {
-    const double size = std::abs(value);
-    return size == 0 || (size >= smallestFigure && size <= largestFigure);
-}
-
-std::optional<double> marketFigure(QStringView text) {
-    const double value = numericPrefix(text);
-    return readsAsNumber(text) && isMarketFigure(value) ? std::optional(value) : std::nullopt;
-}
-
 QDate dayFrom(const QString& text) {
     const QString day = text.trimmed().section(u' ', 0, 0).section(u'T', 0, 0);
     return QDate::fromString(day, u"yyyy-M-d"_s);
@@ -69,33 +45,13 @@ QString dayAsTimeText(const QString& text) {
     return day.isValid() ? timeText(day) : text;
 }
 
-QuoteFields::QuoteFields(const QString& reply) : fields_(valuesOf(reply).split(u',')) {}
-
-const QString& QuoteFields::text(qsizetype position) const {
-    if (position > lastIndex()) {
-        throw OperationError(u"行情数据不完整，缺少第"_s + QString::number(position + 1) +
-                             u"个字段。"_s);
-    }
-    return fields_[position];
+PriceText priceText(const QuoteRow& fields, qsizetype position) {
+    const std::optional<double> price = fields.figure(position);
+    return {fields.text(position),
+            price ? colourOf(*price, fields.number(field::formerClose)) : textColour};
 }
 
-double QuoteFields::number(qsizetype position) const {
-    const QString& field = text(position);
-    const std::optional<double> value = marketFigure(field);
-    if (!value) {
-        throw OperationError(u"行情数据的第"_s + QString::number(position + 1) +
-                             u"个字段不是数字："_s + field.left(20));
-    }
-    return *value;
-}
-
-PriceText priceText(const QuoteFields& fields, qsizetype position) {
-    const QString& text = fields.text(position);
-    const std::optional<double> price = marketFigure(text);
-    return {text, price ? colourOf(*price, fields.number(field::formerClose)) : textColour};
-}
-
-PriceTexts priceTexts(const QuoteFields& fields) {
+PriceTexts priceTexts(const QuoteRow& fields) {
     const double open = fields.number(field::open);
     const double high = fields.number(field::high);
     const double low = fields.number(field::low);
@@ -109,17 +65,17 @@ PriceTexts priceTexts(const QuoteFields& fields) {
             loss ? lossColour : gainColour};
 }
 
-double gainPercent(const QuoteFields& fields) {
+double gainPercent(const QuoteRow& fields) {
     const double latest = fields.number(field::latest);
     const double formerClose = fields.number(field::formerClose);
     return roundTo(latest / orOne(formerClose) * 100 - 100, 2);
 }
 
-QString quoteTime(const QuoteFields& fields) {
+QString quoteTime(const QuoteRow& fields) {
     return fields.text(field::time).left(timeCharacters);
 }
 
-int tradingMinutes(const QuoteFields& fields) {
+int tradingMinutes(const QuoteRow& fields) {
     const QTime time = QTime::fromString(quoteTime(fields), u"HH:mm:ss"_s);
     if (!time.isValid()) {
         throw OperationError(u"行情数据的时间不对："_s + quoteTime(fields));
@@ -128,7 +84,7 @@ int tradingMinutes(const QuoteFields& fields) {
     return time > afternoonOpen ? minutes - minutesOfNoonBreak : minutes;
 }
 
-std::optional<QString> volumeRatio(const QuoteFields& fields, double shares, double meanVolume,
+std::optional<QString> volumeRatio(const QuoteRow& fields, double shares, double meanVolume,
                                    bool marketOpen) {
     if (meanVolume <= 0) {
         return std::nullopt;

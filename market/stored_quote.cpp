@@ -1,0 +1,77 @@
+#include "market/stored_quote.h"
+
+#include "base/activity.h"
+#include "base/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int decimals = 4;
+constexpr qsizetype longestShown = 20;  // of what a refusal shows
+constexpr qsizetype lastFieldOfNoQuote = 3;
+
+void computeGain(StoredQuote& quote, double latest, double formerClose) {
+    if (latest <= 0) {
+        return;
+    }
+    if (formerClose == 0) {
+        throw OperationError(u"行情数据的昨收盘为0："_s + quote.dm);
+    }
+    quote.zhangjine = roundTo(latest - formerClose, decimals);
+    quote.zhangfu = roundTo(100 * (latest - formerClose) / formerClose, decimals);
+}
+
+// The time is the last field that is read, although only the local clock dates the row: a line that
+// ends before it broke off on the way.
+void requireWhole(const QuoteRow& row) {
+    if (row.dm().isEmpty()) {
+        QString beginning = row.beginning().toString();
+        throw OperationError(u"行情数据中没有代码："_s +
+                             beginning.remove(u'"').trimmed().left(longestShown));
+    }
+    if (row.lastIndex() < field::time) {
+        throw OperationError(u"行情数据不完整："_s + row.dm());
+    }
+}
+
+}  // namespace
+
+bool hasQuote(const QuoteRow& row) {
+    return row.lastIndex() > lastFieldOfNoQuote;
+}
+
+// The text of a field goes into a statement as it stands: it must be a number and nothing beside
+// it.
+StoredQuote storedQuote(const QuoteRow& row) {
+    requireWhole(row);
+    StoredQuote quote;
+    quote.dm = row.dm();
+    quote.kp = row.numberAsSent(field::open);
+    quote.sp = row.numberAsSent(field::latest);
+    quote.zg = row.numberAsSent(field::high);
+    quote.zd = row.numberAsSent(field::low);
+    quote.totalsl = row.numberAsSent(field::volume);
+    quote.totaljine = row.numberAsSent(field::amount);
+    computeGain(quote, row.number(field::latest), row.number(field::formerClose));
+    return quote;
+}
+
+QString updateCodeTable(const StoredQuote& quote, const QString& now) {
+    return u"update dmb set sp="_s + quote.sp + u",zhangfu="_s + numberText(quote.zhangfu) +
+           u",zhangjine="_s + numberText(quote.zhangjine) + u",kp="_s + quote.kp + u",zg="_s +
+           quote.zg + u",zd="_s + quote.zd + u",totalsl="_s + quote.totalsl + u",totaljine="_s +
+           quote.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s + zhuanyisql(quote.dm) +
+           u"'"_s;
+}
+
+QString updatePollList(const StoredQuote& quote, const QString& now) {
+    return u"update jiankonghq set sp="_s + quote.sp + u",zhangfu="_s + numberText(quote.zhangfu) +
+           u",zhangjine="_s + numberText(quote.zhangjine) + u",totalsl="_s + quote.totalsl +
+           u",totaljine="_s + quote.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s +
+           zhuanyisql(quote.dm) + u"'"_s;
+}
+
+}  // namespace guanchao
