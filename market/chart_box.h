@@ -17,7 +17,6 @@ public:
     void showPicture(const std::optional<QByteArray>& bytes);
 
     QSize sizeHint() const override { return minimumSize(); }
-    bool hasPicture() const { return !picture_.isNull(); }
 
 signals:
     void pressed(Qt::MouseButton button, const QPoint& place);

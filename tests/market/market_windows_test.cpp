@@ -170,8 +170,12 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
         EXPECT_EQ(colour(form, label), QColor(255, 0, 255)) << label.toStdString();
     }
     EXPECT_EQ(colour(form, u"stockLow"_s), QColor::fromRgb(fallColour));
-    EXPECT_TRUE(form->findChild<ChartBox*>(u"Picture1"_s)->hasPicture());
-    EXPECT_FALSE(form->findChild<ChartBox*>(u"Picture2"_s)->hasPicture());
+    const auto paint = [form](const QString& box) {
+        const QImage image = form->findChild<ChartBox*>(box)->grab().toImage();
+        return image.pixelColor(image.width() / 2, image.height() / 4);
+    };
+    EXPECT_EQ(paint(u"Picture1"_s), QColor(Qt::blue));
+    EXPECT_EQ(paint(u"Picture2"_s), QColor(Qt::black)) << "no picture came";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
