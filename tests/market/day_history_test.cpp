@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -10,23 +9,13 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 TEST(DayHistoryTest, AsksByExchangeAndMonthCountedFromZero) {
-    const struct {
-        QString dm;
-        QDate first, last;
-        QString query;
-    } cases[] = {
-        {u"SH000001"_s,
-         {2026, 1, 9},
-         {2026, 12, 31},
-         u"s=000001.ss&a=0&b=9&c=2026&d=11&e=31&f=2026"_s},
-        {u"sh600000"_s, {2025, 2, 1}, {2026, 3, 1}, u"s=600000.ss&a=1&b=1&c=2025&d=2&e=1&f=2026"_s},
-        {u"SZ300750"_s, {2026, 5, 1}, {2026, 5, 1}, u"s=300750.sz&a=4&b=1&c=2026&d=4&e=1&f=2026"_s},
-        {u"Sh600000"_s, {2026, 5, 1}, {2026, 5, 1}, u"s=600000.sz&a=4&b=1&c=2026&d=4&e=1&f=2026"_s},
-    };
-    for (const auto& it : cases) {
-        FakeHttp http;
-        DayHistory(http, Service()).fetch(it.dm, it.first, it.last);
-        EXPECT_EQ(http.paths, QStringList{u"/table.csv?"_s + it.query + u"&g=d&ignore=.csv"_s});
+    const QDate first(2025, 2, 1);
+    const QDate last(2026, 12, 31);
+    const QString days = u"&a=1&b=1&c=2025&d=11&e=31&f=2026&g=d&ignore=.csv"_s;
+    for (const auto& [dm, symbol] :
+         {std::pair(u"SH000001"_s, u"000001.ss"_s), std::pair(u"sh600000"_s, u"600000.ss"_s),
+          std::pair(u"SZ300750"_s, u"300750.sz"_s), std::pair(u"Sh600000"_s, u"600000.sz"_s)}) {
+        EXPECT_EQ(dayHistoryPath(dm, first, last), u"/table.csv?s="_s + symbol + days);
     }
 }
 

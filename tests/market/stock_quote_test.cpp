@@ -7,6 +7,7 @@
 #include "base/activity.h"
 #include "market/index_panels.h"
 #include "market/stock_code.h"
+#include "market/stored_quote.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -33,25 +34,6 @@ QuoteRow reply(const QHash<int, QString>& changes = {}, const QString& values = 
 const Fundamentals healthy = {u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s};
 
 }  // namespace
-
-TEST(StockQuote, ShowsTheFieldsOfTheReply) {
-    const StockPanel panel = stockPanel(reply({{0, u"  浦发银行 "_s}}), {}, 0, true);
-    EXPECT_EQ(panel.name, u"浦发银行"_s);
-    EXPECT_EQ(
-        QStringList({panel.prices.open.text, panel.prices.formerClose, panel.prices.latest.text,
-                     panel.prices.high.text, panel.prices.low.text}),
-        QStringList({u"10.100"_s, u"10.000"_s, u"10.500"_s, u"10.800"_s, u"10.000"_s}));
-    EXPECT_EQ(QStringList({panel.volume, panel.amount, panel.day, panel.time, panel.gain,
-                           panel.prices.swing, panel.limitUp, panel.limitDown}),
-              QStringList({u"12346手"_s, u"1235万元"_s, u"2026-11-24 00:00:00"_s, u"10:30:00"_s,
-                           u"5%"_s, u"7.92%"_s, u"11"_s, u"9"_s}));
-    EXPECT_EQ(panel.bids[0].lots + u' ' + panel.bids[0].price.text, u"1 10.500"_s);
-    EXPECT_EQ(panel.bids[2].lots + u' ' + panel.bids[2].price.text, u"3 10.480"_s);
-    EXPECT_EQ(panel.asks[0].lots + u' ' + panel.asks[0].price.text, u"2 10.510"_s);
-    EXPECT_EQ(panel.asks[4].lots + u' ' + panel.asks[4].price.text, u"6 10.550"_s);
-    EXPECT_FALSE(panel.priceEarnings || panel.turnoverRate || panel.priceToBook || panel.ratio)
-        << "their labels stay as they stand";
-}
 
 TEST(StockQuote, ColoursFollowTheFormerClose) {
     const struct {
@@ -148,13 +130,23 @@ TEST(StockQuote, TheVolumeRatioCountsTradingMinutes) {
     }
 }
 
-TEST(StockQuote, OnlyStocksOfTheTwoExchangesAreTaken) {
-    for (const QString& dm : {u"SH600000"_s, u"SH688001"_s, u"SZ000001"_s, u"SZ300750"_s}) {
-        EXPECT_TRUE(isStockCode(dm)) << dm.toStdString();
-    }
-    for (const QString& dm : {u"SH60000"_s, u"SH6000000"_s, u"SH000001"_s, u"SZ399001"_s,
-                              u"SZ200002"_s, u"BJ430047"_s, u"600000SH"_s, QString()}) {
-        EXPECT_FALSE(isStockCode(dm)) << dm.toStdString();
+TEST(StockCode, AStockIsLessThanWhatTheCodeTableTakes) {
+    const struct {
+        QString dm;
+        bool isStock, isOfTable, isWhole;
+    } cases[] = {
+        {u"SH600000"_s, true, true, true},     {u"SH688001"_s, true, true, true},
+        {u"SZ000001"_s, true, true, true},     {u"SZ300750"_s, true, true, true},
+        {u"SH000001"_s, false, true, true},    {u"SZ399001"_s, false, true, true},
+        {u"SZ200002"_s, false, true, true},    {u"SH60000"_s, false, true, false},
+        {u"SH6000000"_s, false, false, false}, {u"BJ430047"_s, false, false, true},
+        {u"600000SH"_s, false, false, false},  {u"SH60000x"_s, true, true, false},
+        {u"sh600000"_s, false, false, false},  {QString(), false, false, false},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(isStockCode(it.dm), it.isStock) << it.dm.toStdString();
+        EXPECT_EQ(isCodeTableCode(it.dm), it.isOfTable) << it.dm.toStdString();
+        EXPECT_EQ(isWholeCode(it.dm), it.isWhole) << it.dm.toStdString();
     }
 }
 
@@ -186,35 +178,15 @@ TEST(StockQuote, BadRepliesAreTold) {
     EXPECT_THROW(stockPanel(reply({{31, u"noon"_s}}), {}, 1, true), OperationError);
 }
 
-TEST(IndexPanels, ShowTheDomesticIndexWithItsTurnover) {
-    const QuoteRow shanghai = reply({},
-                                    u"上证指数,3300.5,3300.0,3333.333,3340.1,3290.2,0,0,"
-                                    u"345678901,412345678901,"_s +
-                                        u"0,"_s.repeated(20) + u"2026-11-24,10:30:00,00"_s);
+TEST(IndexPanels, CountTheVolumeInLotsAndThatOfTheCompositeInShares) {
+    const QuoteRow shanghai = reply({{8, u"345678901"_s}, {9, u"412345678901"_s}});
     HomeIndexPanel panel = homeIndexPanel(shanghai);
-    EXPECT_EQ(QStringList({panel.name, panel.change, panel.gain, panel.prices.swing, panel.time,
-                           panel.turnover.volume, panel.turnover.amount}),
-              QStringList({u"上证指数"_s, u"33.33"_s, u"1.01%"_s, u"1.51%"_s, u"10:30:00"_s,
-                           u"34568万手"_s, u"4123.46亿元"_s}));
-    EXPECT_EQ(panel.prices.colour, gainColour);
+    EXPECT_EQ(panel.turnover.volume + panel.turnover.amount, u"34568万手4123.46亿元"_s);
     EXPECT_EQ(indexRatio(shanghai, panel.turnover, 34567890100, true), u"4.00"_s);
     EXPECT_EQ(indexRatio(shanghai, panel.turnover, 34567890100, false), u"1.00"_s);
     EXPECT_EQ(indexRatio(shanghai, panel.turnover, 0, true), std::nullopt);
-    panel.turnover = compositeTurnover(shanghai);
-    EXPECT_EQ(panel.turnover.volume, u"346万手"_s) << "shares instead of lots";
-    EXPECT_EQ(panel.turnover.amount, u"4123.46亿元"_s);
-    const QuoteRow still = reply({{3, u"0"_s}, {1, u"0"_s}, {2, u"0"_s}});
-    EXPECT_EQ(homeIndexPanel(still).gain, u"-100%"_s);
-}
-
-TEST(IndexPanels, ShowTheOutsideIndexAsItComes) {
-    const WorldIndexPanel panel =
-        worldIndexPanel(quoteRow(u"var hq_str_int_dji=\"道琼斯,44123.45,-12.30,-0.030\";"_s));
-    EXPECT_EQ(QStringList({panel.name, panel.index, panel.change, panel.gain}),
-              QStringList({u"道琼斯"_s, u"44123.45"_s, u"-12.30"_s, u"-0.03%"_s}));
-    EXPECT_FALSE(hasWorldIndex(quoteRow(u"var hq_str_r_HSI=\"\";"_s)));
-    EXPECT_FALSE(hasWorldIndex(quoteRow(u"var hq_str_r_HSI=\"恒生指数,1,2\";"_s)));
-    EXPECT_THROW(worldIndexPanel(quoteRow(u"\"恒生指数,1,2,n/a\";"_s)), OperationError);
+    EXPECT_EQ(compositeTurnover(shanghai).volume, u"346万手"_s);
+    EXPECT_EQ(homeIndexPanel(reply({{3, u"0"_s}})).gain, u"-100%"_s) << "unlike that of a stock";
 }
 
 TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
@@ -222,80 +194,52 @@ TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
         return u"<script>var other = {mgsy:9};var stockF10ZxzbJson ="_s + block +
                u";\nvar stockDstx = {\"mgsy\":\"8\"};</script>"_s;
     };
+    const QString nothing = u"|（亿）|（元）|（元）"_s;
+    const QString whole = uR"({"mqlt":"2.5","mgsy":"1","mgjzc":"1"})"_s;
     const struct {
-        QString text;
-        QString jzrq, mqlt, mgsy, mgjzc;
+        QString text, read;
     } cases[] = {
         {page(uR"({"jzrq":" 2026-9-30","mqlt":"2.5","mgsy":"0.75","mgjzc":"5.25"})"_s),
-         u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s},
+         u"2026-09-30 00:00:00|2.5（亿）|0.75（元）|5.25（元）"_s},
         {page(uR"([{"zgb":"3","jzrq":"nie","mgsy":"0","mgsy2":"7","MGJZC":"1"},{"mgsy":"6"}])"_s),
-         u"nie"_s,
-         {},
-         u"0"_s,
-         {}},
-        {page(uR"({"mqlt":"1,234","rest","mgsy":"1:2","mgjzc":""})"_s), {}, u"1"_s, u"1"_s, {}},
-        {page(uR"({"mqlt":"2.5","mgsy":"0.75"})"_s), {}, {}, {}, {}},
-        {page(u""_s), {}, {}, {}, {}},
-        {page(u"{\"mqlt\":\"2.5\",\"a\":\"1\",\"mgsy\":\"0.75\""_s), {}, {}, {}, {}},
-        {u"var stockF10ZxzbJson ={\"mqlt\":\"2.5\",\"mgsy\":\"1\",\"mgjzc\":\"1\"};"_s,
-         {},
-         {},
-         {},
-         {}},
-        {u"var stockDstx = 1;{\"mqlt\":\"2.5\",\"mgsy\":\"1\",\"mgjzc\":\"1\"}"_s, {}, {}, {}, {}},
+         u"nie|（亿）|0（元）|（元）"_s},
+        {page(uR"({"mqlt":"1,234","rest","mgsy":"1:2","mgjzc":""})"_s),
+         u"|1（亿）|1（元）|（元）"_s},
+        {page(uR"({"mqlt":"2.5","mgsy":"0.75"})"_s), nothing},
+        {page(QString()), nothing},
+        {page(whole.chopped(1)), nothing},
+        {u"var stockDstx = 1;"_s + whole, nothing},
     };
     for (const auto& it : cases) {
-        const Fundamentals read = readFundamentals(it.text);
-        EXPECT_EQ(QStringList({read.jzrq, read.mqlt, read.mgsy, read.mgjzc}),
-                  QStringList({it.jzrq, it.mqlt, it.mgsy, it.mgjzc}))
+        const FundamentalTexts read = fundamentalTexts(readFundamentals(it.text));
+        EXPECT_EQ(QStringList({read.jzrq, read.mqlt, read.mgsy, read.mgjzc}).join(u'|'), it.read)
             << it.text.toStdString();
     }
-    const FundamentalTexts empty = fundamentalTexts({});
-    EXPECT_EQ(QStringList({empty.jzrq, empty.mqlt, empty.mgsy, empty.mgjzc}),
-              QStringList({QString(), u"（亿）"_s, u"（元）"_s, u"（元）"_s}));
     EXPECT_DOUBLE_EQ(healthy.floatInTenThousands(), 25000);
 }
 
 // Replies cut, spliced and overwritten at random give a panel or an OperationError, nothing else.
-TEST(QuoteFuzz, NoReplyAndNoPageBringsTheWindowDown) {
+TEST(QuoteFuzz, NoReplyBringsTheWindowDown) {
     std::mt19937 random(20261124);
     const auto below = [&random](qsizetype limit) {
         return static_cast<qsizetype>(random() % static_cast<unsigned>(limit));
     };
-    const QString pieces[] = {u","_s,      u"\""_s, u";"_s,      u"\";"_s, u"{"_s,      u"}"_s,
-                              u":"_s,      u"-"_s,  u"1e17"_s,   u"nan"_s, u"1e-320"_s, u"1e308"_s,
-                              u"\uFFFD"_s, u"0"_s,  u"<html>"_s, QString()};
-    const QString seeds[] = {
-        u"var hq_str_sh600000=\""_s + usual + u"\";\n"_s,
-        u"var hq_str_int_dji=\"道琼斯,44123.45,-12.30,-0.030\";"_s,
-        u"var stockF10ZxzbJson ={\"jzrq\":\"2026-09-30\",\"mqlt\":\"2.5\",\"mgsy\":\"0.75\"};"
-        u"var stockDstx ="_s,
-    };
-    const auto spoilt = [&](QString text) {
-        for (qsizetype change = below(4); change >= 0 && !text.isEmpty(); --change) {
-            const qsizetype from = below(text.size());
-            text.replace(from, below(8), pieces[below(std::size(pieces))]);
-        }
-        return below(8) == 0 ? text.left(below(text.size() + 1)) : text;
-    };
+    const QString pieces[] = {u","_s,   u"\""_s,     u";"_s,     u"\";"_s,    u"-"_s, u"1e17"_s,
+                              u"nan"_s, u"1e-320"_s, u"1e308"_s, u"\uFFFD"_s, u"0"_s, QString()};
     int panels = 0;
     for (int turn = 0; turn < 6000; ++turn) {
-        const QString text = spoilt(seeds[turn % 2]);
-        const QString page = spoilt(seeds[2]);
+        QString text = u"var hq_str_sh600000=\""_s + usual + u"\";\n"_s;
+        for (qsizetype change = below(4); change >= 0; --change) {
+            text.replace(below(text.size()), below(8), pieces[below(std::size(pieces))]);
+        }
         try {
-            const QuoteRow fields = quoteRow(text);
-            const Fundamentals report = readFundamentals(page);
-            const bool open = turn % 2 == 0;
+            const QuoteRow fields = quoteRow(below(8) == 0 ? text.left(below(text.size())) : text);
             if (hasStock(fields)) {
-                stockPanel(fields, report, 1e6, open);
-                stockPanel(fields, healthy, 0, open);
+                stockPanel(fields, healthy, 1e6, turn % 2 == 0);
                 ++panels;
             }
-            if (hasHomeIndex(fields)) {
-                indexRatio(fields, homeIndexPanel(fields).turnover, 1e9, open);
-            }
-            if (hasWorldIndex(fields)) {
-                worldIndexPanel(fields);
+            for (const QuoteRow& row : quoteRows(text)) {
+                storedQuote(row);
             }
         } catch (const OperationError&) {
         }
