@@ -4,7 +4,7 @@
 #include "base/values.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
-#include "heat/news_ranking.h"
+#include "heat/heat_subjects.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
 #include "tests/support/fakes.h"
@@ -62,10 +62,11 @@ const QString columns =
 struct Ranking {
     const Stores& stores = heatStores();
     Globals globals;
+    FakeClock clock;
     FakeShell shell;
     ResultGrid ranking;
     ResultGrid history;
-    NewsRanking news{stores, globals, shell, themeNews(), ranking, history};
+    HeatRanking news{stores, globals, clock, shell, themeNews(), ranking, history};
 };
 
 void compareRanking(benchmark::State& state, bool all, const QString& statement) {

@@ -1,16 +1,12 @@
 // Form29, "商品价格监控--因特网数据采集": commodities by the rising and falling words of the web,
 // the history of one with its plot, and the list of what is collected. Tables shopname, shophq and
-// canshu of the heat store; the rules are in Commodities, CommodityEditor and CollectorLaunch.
+// canshu of the heat store; the rules are in HeatRanking, CommodityEditor and CollectorLaunch.
 #pragma once
 
 #include <QMenu>
 #include <memory>
 
-#include "frame/environment.h"
 #include "frame/windows.h"
-#include "heat/collector_contract.h"
-#include "heat/collector_launch.h"
-#include "heat/commodities.h"
 #include "heat/heat_window.h"
 
 namespace Ui {
@@ -32,18 +28,12 @@ private:
     void connectMenu();
     void Form_Load();
 
-    void Command2_Click();
-    void Command9_Click();
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void openMenu(bool onCommodity);
+    void openMenu(bool onItem) override;
     void 添加商品_Click();
     void 删除商品_Click();
 
-    Environment& environment_;
     Windows& windows_;
     std::unique_ptr<Ui::Form29> ui_;
-    Commodities commodities_;
-    CollectorLaunch collectorLaunch_;
     QMenu kuaijiemenu_;  // 快捷菜单: on a commodity, or on the empty ground to add one
 };
 

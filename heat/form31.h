@@ -1,6 +1,6 @@
 // Form31, "公司新闻数量分析--因特网热度排名": companies by the amount of news on the internet.
 // Table gongsixinwen of the heat store. Its load takes dangqiangongsi over; window and rules are
-// those of NewsWindow and NewsRanking.
+// those of NewsWindow and HeatRanking.
 #pragma once
 
 #include "frame/windows.h"

@@ -29,7 +29,7 @@ DayValues dayOf(const Recordset& history, const QList<CountLine>& lines) {
 }  // namespace
 
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
-                  const std::function<void(ResultGrid& grid, int row)>& dressRow) {
+                  DressRow dressRow) {
     grid.setRedraw(false);
     const auto redrawOn = qScopeGuard([&] { grid.setRedraw(true); });
     grid.clear();

@@ -2,7 +2,6 @@
 // filled, which colours the columns take by their position, and how a row is found.
 #pragma once
 
-#include <functional>
 #include <optional>
 
 #include "base/day_values.h"
@@ -11,9 +10,11 @@
 
 namespace guanchao {
 
+using DressRow = void (*)(ResultGrid& grid, int row);
+
 // Clears the grid, pours the recordset into it and dresses each data row; views see it at once.
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
-                  const std::function<void(ResultGrid& grid, int row)>& dressRow);
+                  DressRow dressRow);
 
 // A grid without a table.
 void emptyHeatGrid(ResultGrid& grid);

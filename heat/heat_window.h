@@ -1,13 +1,20 @@
-// What the windows of the internet figures share: the grid of a ranking with its search, and the
-// grid with the history of one item. A click on a header sorts either.
+// What the windows of the internet figures share: a ranking with its search, the history of one
+// item with its plot, its search page and the launch of the collector. A click on a header sorts
+// either grid. The rules are in HeatRanking and CollectorLaunch.
 #pragma once
 
+#include <QCheckBox>
 #include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QSignalBlocker>
 
+#include "frame/day_plot.h"
+#include "frame/environment.h"
 #include "grid/grid_view.h"
-#include "grid/result_grid.h"
-#include "store/stores.h"
+#include "grid/sorting.h"
+#include "heat/collector_launch.h"
+#include "heat/heat_ranking.h"
 
 namespace guanchao {
 
@@ -15,21 +22,45 @@ class HeatWindow : public QDialog {
     Q_OBJECT
 
 protected:
-    HeatWindow() : QDialog(nullptr, Qt::Window) {}
+    struct Controls {
+        QLineEdit* Text1 = nullptr;       // the current item, or what is searched for
+        QCheckBox* Check2 = nullptr;      // shows all
+        QPushButton* Command1 = nullptr;  // collects
+        QPushButton* Command2 = nullptr;  // finds
+        QPushButton* Command9 = nullptr;  // shows the ranking
+        GridView* MSHFlexGrid1 = nullptr;
+        GridView* MSHFlexGrid2 = nullptr;
+        DayPlot* plot = nullptr;
+    };
+
+    HeatWindow(Environment& environment, const HeatSubject& subject);
 
     // `rankingHint` is shown where the ranking is empty.
-    void showGrids(GridView& ranking, const QString& rankingHint, GridView& history);
-    // Marks the first row of the ranking that holds the text and scrolls to it.
-    void find(const QString& text);
+    void take(const Controls& controls, const QString& rankingHint);
     // A setting that is shown writes itself back, which a run that holds the store refuses. What is
     // stored already can go without: then the box tells of no change while the blocker lives.
-    static QSignalBlocker quietIfHeld(QObject* box, const StoreFile& heat);
+    QSignalBlocker quietIfHeld(QObject* box) const;
+    void openSearchPage() { ranking_.openSearchPage(yinqingurl_); }
 
+    void Command9_Click();
+    // On the ranking, on an item or beside it. There is none by itself.
+    virtual void openMenu(bool /*onItem*/) {}
+
+    Environment& environment_;
     ResultGrid rankingGrid_;
     ResultGrid historyGrid_;
+    HeatRanking ranking_;
+    QString yinqingurl_;  // 引擎网址: the template of the search page
 
 private:
-    GridView* ranking_ = nullptr;
+    void connectGrids();
+    void connectButtons();
+
+    void Command2_Click();
+    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+
+    CollectorLaunch collectorLaunch_;
+    Controls controls_;
     SortCode lastSortCode_ = SortCode::none;
 };
 

@@ -1,0 +1,63 @@
+#include "heat/heat_ranking.h"
+
+#include <utility>
+
+#include "base/activity.h"
+#include "base/values.h"
+#include "heat/url_encode.h"
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+HeatRanking::HeatRanking(const Stores& stores, Globals& globals, const Clock& clock, Shell& shell,
+                         HeatSubject subject, ResultGrid& ranking, ResultGrid& history)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      shell_(shell),
+      subject_(std::move(subject)),
+      ranking_(ranking),
+      history_(history) {}
+
+void HeatRanking::showRanking(bool all) {
+    const Activity activity(subject_.rankingActivity);
+    Connection store = stores_.heat.open();
+    const Recordset latest(store, u"select date(riqi) as riqi from "_s + subject_.dayTable +
+                                      u" order by datetime(riqi) desc limit 1"_s);
+    emptyHeatGrid(ranking_);
+    if (latest.atEnd() && !subject_.ranksToday) {
+        return;
+    }
+    const QString day =
+        latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
+    Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day));
+    fillHeatGrid(items, ranking_, subject_.rankingWidths, subject_.dressRanking);
+}
+
+bool HeatRanking::choose(int row) {
+    if (!ranking_.isDataRow(row)) {
+        return false;
+    }
+    globals_.*subject_.current = trimBlanks(ranking_.textMatrix(row, 2));
+    if (subject_.lastColumnIsTip) {
+        ranking_.setToolTipText(trimBlanks(ranking_.textMatrix(row, ranking_.cols() - 1)));
+    }
+    emptyHeatGrid(history_);
+    return true;
+}
+
+QList<DayValues> HeatRanking::showHistory() {
+    const Activity activity(subject_.historyActivity);
+    Connection store = stores_.heat.open();
+    Recordset days(store, subject_.ofItem(current()));
+    fillHeatGrid(days, history_, subject_.historyWidths, subject_.dressHistory);
+    return dayValues(days, subject_.lines);
+}
+
+void HeatRanking::openSearchPage(const QString& searchTemplate) {
+    shell_.open(searchPage(searchTemplate, subject_.searchWords(withoutMarks(current()))));
+}
+
+}  // namespace guanchao
