@@ -86,30 +86,35 @@ TEST_F(ArticleBrowserTest, TheLoadReadsDatesAndListsAndTakesTheContext) {
 TEST_F(ArticleBrowserTest, TheConditionsChoose) {
     addSome();
     store_.addArticle(u"'2016-05-02','张三','主题','机器人','同日','后来'"_s);
+    const QStringList all = {u"2"_s, u"4"_s, u"3"_s, u"1"_s};
     const struct {
         const char* name;
         void (*type)(ArticleQuery&);
         QStringList ids;
     } cases[] = {
-        {"newest first", [](ArticleQuery&) {}, {u"2"_s, u"4"_s, u"3"_s, u"1"_s}},
-        {"author", [](ArticleQuery& it) { it.author = u"张三"_s; }, {u"4"_s, u"3"_s, u"1"_s}},
+        {"newest first, of a day too", [](ArticleQuery&) {}, all},
+        {"all whatever is typed", [](ArticleQuery& it) { it.all = true, it.limit = u"1"_s; }, all},
+        {"blanks", [](ArticleQuery& it) { it.author = it.titleWord = it.limit = u"  "_s; }, all},
+        {"author", [](ArticleQuery& it) { it.author = u" 张三 "_s; }, {u"4"_s, u"3"_s, u"1"_s}},
+        {"category", [](ArticleQuery& it) { it.category = u"个股"_s; }, {u"2"_s}},
+        {"subcategory", [](ArticleQuery& it) { it.subcategory = u"白酒 "_s; }, {u"1"_s}},
         {"both dates count",
          [](ArticleQuery& it) { it.first.month = it.last.month = u"5"_s; },
          {u"2"_s, u"4"_s, u"3"_s}},
-        {"the limit takes the newest of a day",
+        {"a day that no calendar has",
          [](ArticleQuery& it) {
-             it.author = u"张三"_s;
-             it.limit = u"1"_s;
+             it.first = {u"2016"_s, u"4"_s, u"32"_s};
          },
-         {u"4"_s}},
-        {"limit", [](ArticleQuery& it) { it.limit = u"1"_s; }, {u"2"_s}},
-        {"limit 0", [](ArticleQuery& it) { it.limit = u"0"_s; }, {}},
+         {u"2"_s, u"4"_s, u"3"_s}},
+        {"a limit", [](ArticleQuery& it) { it.limit = u" 2篇"_s; }, {u"2"_s, u"4"_s}},
+        {"a limit of none", [](ArticleQuery& it) { it.limit = u"abc"_s; }, {}},
+        {"a limit that no number holds", [](ArticleQuery& it) { it.limit = u"1e20"_s; }, all},
         {"all words",
          [](ArticleQuery& it) {
              it.contentWords = {u"涨价"_s, {}, u"提货"_s};
          },
          {u"1"_s}},
-        {"apostrophe", [](ArticleQuery& it) { it.contentWords[1] = u"it's"_s; }, {u"1"_s}},
+        {"apostrophe", [](ArticleQuery& it) { it.contentWords[1] = u" it's "_s; }, {u"1"_s}},
         {"title", [](ArticleQuery& it) { it.titleWord = u"茅台"_s; }, {u"1"_s}},
     };
     for (const auto& it : cases) {
@@ -119,6 +124,11 @@ TEST_F(ArticleBrowserTest, TheConditionsChoose) {
     }
     EXPECT_THROW(idsOf([](ArticleQuery& it) { it.category = u"O'N"_s; }), StoreError);
     EXPECT_TRUE(grid_.redraw()) << "a failed query leaves the list alive";
+    store_.stores.article.open().execute(
+        u"insert into wenzhang(rq) with recursive n(i) as (select 1 union all select i+1 from n"
+        u" where i<1000) select '2016-06-01' from n"_s);
+    listAll();
+    EXPECT_EQ(grid_.rows(), 1 + 1000);
 }
 
 TEST_F(ArticleBrowserTest, APressHoldsTheArticleOfAListOfSeveral) {
@@ -159,12 +169,10 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     EXPECT_TRUE(browser_.removeListed());
     EXPECT_EQ(stored(), QStringList{u"3"_s}) << "what the limit left out stays";
     EXPECT_EQ(globals_.dangqianwenzhang, 0);
-    EXPECT_EQ(dialogs_.shown,
-              QStringList({u"观潮台|确实要删除文章《茅台涨了》吗?"_s,
-                           u"观潮台|确实要删除本表中显示的所有文章吗?"_s,
-                           u"观潮台|确实要删除文章《茅台涨了》吗?"_s, u"观潮台| 已删除这篇文章!"_s,
-                           u"观潮台|确实要删除本表中显示的所有文章吗?"_s,
-                           u"观潮台| 已删除本表中显示的所有文章!"_s}));
+    const QString one = u"观潮台|确实要删除文章《茅台涨了》吗?"_s;
+    const QString listed = u"观潮台|确实要删除本表中显示的所有文章吗?"_s;
+    EXPECT_EQ(dialogs_.shown, QStringList({one, listed, one, u"观潮台| 已删除这篇文章!"_s, listed,
+                                           u"观潮台| 已删除本表中显示的所有文章!"_s}));
 }
 
 }  // namespace guanchao

@@ -21,6 +21,7 @@
 #include "research/form24.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/test_history.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -138,6 +139,48 @@ TEST_F(WindowsTest, AWindowReplacedUnderTheQuestionOfItsClosingIsDeletedOnce) {
     EXPECT_FALSE(old);
     EXPECT_TRUE(shownWindow<Form4>());
     EXPECT_EQ(dialogs_.shown.size(), 1);
+}
+
+// The run ends first: a comparison, a scan and a download.
+TEST_F(WindowsTest, AWindowClosedDuringItsRunOutlivesTheRun) {
+    http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
+    writeQuietHistory(stores_, store_.folder());
+    const auto close = [](QWidget* form) { form->close(); };
+    const auto escape = [](QWidget* form) { QTest::keyClick(form, Qt::Key_Escape); };
+    const auto anew = [this](QWidget*) { windows_.openAnew<Form24>(); };
+    const struct {
+        QPointer<QWidget> (WindowsTest::*open)();
+        QString button;
+        std::function<void(QWidget*)> close;
+    } cases[] = {
+        {&WindowsTest::open<Form24>, u"Command9"_s, close},
+        {&WindowsTest::open<Form24>, u"Command9"_s, anew},
+        {&WindowsTest::open<Form12>, u"Command1"_s, close},
+        {&WindowsTest::open<Form28>, u"Command4"_s, close},
+        {&WindowsTest::open<Form28>, u"Command4"_s, escape},
+    };
+    for (const auto& it : cases) {
+        const QPointer<QWidget> form = (this->*it.open)();
+        bool outlives = false;
+        bool closed = false;
+        pump_.onRun = [&] {
+            if (std::exchange(closed, true)) {
+                return;
+            }
+            it.close(form);
+            deleteClosedWindows();
+            outlives = form && !form->isVisible();
+        };
+        press(form, it.button);
+        EXPECT_TRUE(outlives);
+        deleteClosedWindows();
+        EXPECT_FALSE(form);
+        pump_.onRun = nullptr;
+        openWindows_.closeAll();
+    }
+    EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s), QStringList());
+    EXPECT_EQ(TestStores::rows(stores_.article, u"select * from proxy"_s), QStringList());
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 // The run's own frames are below the question.

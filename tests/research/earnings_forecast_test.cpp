@@ -22,11 +22,11 @@ protected:
                     u"insert into yejiyugao(rowid,zhaiyao,guanzhudu) values(3,'别',1)"_s});
         globals_.dangqianjilu = 2;
         globals_.yingyongmulu = store_.folder();
-        dialogs_.typed = u"7"_s;
     }
 
-    QStringList rows() {
-        return store_.rows(u"select rowid,zhaiyao,guanzhudu from yejiyugao order by rowid"_s);
+    // Of the current record.
+    QString row() {
+        return store_.rows(u"select zhaiyao,guanzhudu from yejiyugao where rowid=2"_s).join(u' ');
     }
 
     TestStores store_;
@@ -39,60 +39,41 @@ protected:
 const QString attentionBox = u"修改关注度|请输入关注度，以方便查找自己最关心的股票。|0"_s;
 
 TEST_F(EarningsForecastTest, EachEditSearchesAnewAtItsPlace) {
+    const QString question = u"听涛阁| 确实要删除吗！"_s;
+    const QString edited = u" 一\r\n二|7"_s;
+    const auto typing = [this](const QString& text) {
+        dialogs_.typed = text;
+        forecast_.changeAttention();
+    };
+    const auto answering = [this](bool answer) {
+        dialogs_.answer = answer;
+        forecast_.remove();
+    };
+    // Each on what the former has left.
     const struct {
-        const char* name;
         std::function<void()> act;
-        QStringList shown, rows;
+        QStringList shown;
+        QString row;
     } cases[] = {
-        {"summary",
-         [&] { forecast_.changeSummary(u" 一\r\n二"_s); },
-         {u"search"_s, u"听涛阁|修改摘要完成!"_s},
-         {u"2| 一\r\n二|1"_s, u"3|别|1"_s}},
-        {"attention",
-         [&] { forecast_.changeAttention(); },
+        {[&] { typing(u"7"_s); },
          {attentionBox, u"观潮台|修改关注度''完成!"_s, u"search"_s},
-         {u"2| 一\r\n二|7"_s, u"3|别|1"_s}},
-        {"attention cancelled",
-         [&] {
-             dialogs_.typed.clear();
-             forecast_.changeAttention();
-         },
-         {attentionBox},
-         {u"2| 一\r\n二|7"_s, u"3|别|1"_s}},
-        {"removal refused",
-         [&] {
-             dialogs_.answer = false;
-             forecast_.remove();
-         },
-         {u"听涛阁| 确实要删除吗！"_s, u"观潮台| 已退出！"_s},
-         {u"2| 一\r\n二|7"_s, u"3|别|1"_s}},
-        {"removal",
-         [&] {
-             dialogs_.answer = true;
-             forecast_.remove();
-         },
-         {u"听涛阁| 确实要删除吗！"_s, u"search"_s},
-         {u"3|别|1"_s}},
-        {"no such row",
-         [&] { forecast_.changeSummary(u"无"_s); },
+         u"旧|7"_s},
+        {[&] { typing(QString()); }, {attentionBox}, u"旧|7"_s},
+        {[&] { EXPECT_THROW(typing(u"高"_s), StoreError); }, {attentionBox}, u"旧|7"_s},
+        {[&] { forecast_.changeSummary(u" 一\r\n二"_s); },
          {u"search"_s, u"听涛阁|修改摘要完成!"_s},
-         {u"3|别|1"_s}},
+         edited},
+        {[&] { EXPECT_THROW(forecast_.changeSummary(u"it's"_s), StoreError); }, {}, edited},
+        {[&] { answering(false); }, {question, u"观潮台| 已退出！"_s}, edited},
+        {[&] { answering(true); }, {question, u"search"_s}, QString()},
     };
     for (const auto& it : cases) {
         dialogs_.shown.clear();
         it.act();
-        EXPECT_EQ(dialogs_.shown, it.shown) << it.name;
-        EXPECT_EQ(rows(), it.rows) << it.name;
+        EXPECT_EQ(dialogs_.shown, it.shown);
+        EXPECT_EQ(row(), it.row);
     }
-}
-
-TEST_F(EarningsForecastTest, ARefusedEditWritesNothingAndSaysNothing) {
-    const QStringList before = rows();
-    EXPECT_THROW(forecast_.changeSummary(u"it's"_s), StoreError);
-    dialogs_.typed = u"高"_s;
-    EXPECT_THROW(forecast_.changeAttention(), StoreError);
-    EXPECT_EQ(dialogs_.shown, QStringList{attentionBox});
-    EXPECT_EQ(rows(), before);
+    EXPECT_EQ(store_.rows(u"select * from yejiyugao where zhaiyao='别'"_s).size(), 1);
 }
 
 TEST_F(EarningsForecastTest, ARefusedSearchTellsThatTheEditStays) {
@@ -106,7 +87,7 @@ TEST_F(EarningsForecastTest, ARefusedSearchTellsThatTheEditStays) {
     } catch (const StoreError& failure) {
         EXPECT_EQ(failure.remains(), u"列表没有变。\n已经写入并保留：摘要。"_s);
     }
-    EXPECT_EQ(rows().first(), u"2|新|1"_s);
+    EXPECT_EQ(row(), u"新|1"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
@@ -115,39 +96,27 @@ TEST_F(EarningsForecastTest, AnExportWritesCodesAndNamesAnew) {
         store_.folder() +
         u"自选股|自选业绩预告2017-01-05.txt|文本文档(*.txt)|ASP文件(*.asp)|VBS脚本(*.vbs)|"
         u"所有文件(*.*)"_s;
-    const DateTexts december{u"2016"_s, u" 13 "_s, u"5"_s};
     ResultGrid grid;
     grid.setCols(3);
-    grid.setRows(3);
-    int row = 1;
-    for (const QString& code : {u" SH600519"_s, u"SZ002460 "_s}) {
-        grid.setTextMatrix(row, 1, code);
-        grid.setTextMatrix(row++, 2, u" 某股 "_s);
-    }
-    for (const QString& blank : {QString(), u"  "_s}) {
-        dialogs_.picked = blank;
-        forecast_.exportCodes(grid, december);
-    }
-    EXPECT_EQ(dialogs_.shown, QStringList({question, question})) << "nothing picked";
-
-    dialogs_.picked = store_.folder() + u"a.txt"_s;
-    QFile file(dialogs_.picked);
-    const QString done = u"操作提示|文件保存成功！"_s;
-    const auto content = [&] {
-        EXPECT_EQ(dialogs_.shown.takeLast(), done);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
-        file.close();
-        return textFromGbk(bytes);
+    grid.setRows(2);
+    grid.setTextMatrix(1, 1, u" SH600519"_s);
+    grid.setTextMatrix(1, 2, u" 某股 "_s);
+    // What was told, and what stands in the file.
+    const auto exported = [&](const ResultGrid& rows, const QString& picked) -> QString {
+        dialogs_.picked = picked;
+        dialogs_.shown.clear();
+        forecast_.exportCodes(rows, {u"2016"_s, u" 13 "_s, u"5"_s});
+        EXPECT_EQ(dialogs_.shown.takeFirst(), question);
+        QFile file(picked);
+        return dialogs_.shown.join(u' ') +
+               (file.open(QIODevice::ReadOnly) ? textFromGbk(file.readAll()) : u" -"_s);
     };
-    forecast_.exportCodes(grid, december);
-    EXPECT_EQ(content(), u"SH600519\t某股\r\nSZ002460\t某股\r\n"_s);
-    forecast_.exportCodes(ResultGrid(), december);
-    EXPECT_EQ(content(), QString()) << "an empty list leaves an empty file";
-
-    dialogs_.picked = store_.folder() + u"none/a.txt"_s;
-    EXPECT_THROW(forecast_.exportCodes(grid, december), OperationError);
-    EXPECT_NE(dialogs_.shown.last(), done);
+    const QString done = u"操作提示|文件保存成功！"_s;
+    const QString path = store_.folder() + u"a.txt"_s;
+    EXPECT_EQ(exported(grid, u"  "_s), u" -"_s) << "nothing picked";
+    EXPECT_EQ(exported(grid, path), done + u"SH600519\t某股\r\n"_s);
+    EXPECT_EQ(exported(ResultGrid(), path), done) << "an empty list leaves an empty file";
+    EXPECT_THROW(exported(grid, store_.folder() + u"none/a.txt"_s), OperationError);
 }
 
 }  // namespace guanchao

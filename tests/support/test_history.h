@@ -1,4 +1,4 @@
-// Small history databases: what they hold, one made up from a seed, and their files.
+// Small history databases: what they hold, and their files.
 #pragma once
 
 #include <QList>
@@ -30,11 +30,11 @@ struct MarketHistory {
 // That many weekdays from 2017-03-01 on.
 QStringList tradingDays(int count);
 
-// Stocks with gaps and beginnings of their own, in themes that now and then reach their limit.
-MarketHistory randomHistory(unsigned seed);
-
 // Makes both databases anew. Some stocks keep their days with a time.
 void writeHistory(const MarketHistory& history, const StoreFile& first, const StoreFile& second,
                   bool indexed);
+
+// Both databases in the folder, with two days of the index, 2 and 3 May 2017, and nothing else.
+void writeQuietHistory(Stores& stores, const QString& folder);
 
 }  // namespace guanchao

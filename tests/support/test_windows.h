@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -45,6 +46,13 @@ inline void timeIsUp(QTimer* timer) {
     QCoreApplication::sendEvent(timer, &event);
 }
 
+template <typename Widget>
+Widget* child(const QWidget* form, const QString& name) {
+    auto* widget = form->findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name.toStdString();
+    return widget;
+}
+
 inline QLineEdit* lineEdit(QWidget* form, const QString& name) {
     return form->findChild<QLineEdit*>(name);
 }
@@ -57,6 +65,16 @@ inline QPoint cellOf(const GridView& view, int row, int col) {
 inline void clickCell(GridView& view, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
     QTest::mouseClick(view.viewport(), button, {}, cellOf(view, row, col));
     QApplication::processEvents();
+}
+
+inline void clickHeader(const GridView& view, int col) {
+    const auto* header = view.horizontalHeader();
+    const QPoint section(header->sectionViewportPosition(col) + 5, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, section);
+}
+
+inline ResultGrid& gridOf(const GridView& view) {
+    return *static_cast<ResultGrid*>(view.model());
 }
 
 // What the event loop under a question or inside a run does with windows that were closed there.
