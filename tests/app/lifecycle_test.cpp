@@ -55,12 +55,6 @@ TEST_F(LifecycleTest, TheLoadSetsEveryValueBeforeTheFirstRefresh) {
     EXPECT_EQ(steps_, QStringList{u"refresh"_s});
 }
 
-TEST_F(LifecycleTest, TheApplicationFolderEndsInOneSeparator) {
-    EXPECT_EQ(applicationFolder(u"/"_s), u"/"_s);
-    EXPECT_EQ(applicationFolder(u"/opt/程序"_s), u"/opt/程序/"_s);
-    EXPECT_EQ(applicationFolder(u"/opt/程序//"_s), u"/opt/程序/"_s);
-}
-
 TEST_F(LifecycleTest, ClosingAsksUnlessTheTrayMenuSaidExit) {
     dialogs_.answer = false;
     EXPECT_EQ(answerClose(0, dialogs_), CloseAnswer::hideInTray);
@@ -99,21 +93,6 @@ TEST_F(LifecycleTest, ShutdownGoesOnWithoutTheHeatStore) {
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
-TEST_F(LifecycleTest, TheTrayHidesOnlyWhereThereIsOneAndSaysOnceIfThereIsNone) {
-    EXPECT_TRUE(tray_.hide(dialogs_));
-    EXPECT_EQ(tray_.hidden(), 1);
-    tray_.show();
-    EXPECT_EQ(tray_.hidden(), 0);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-    desktopTray_.isThere = false;
-    for (int time = 0; time < 2; ++time) {
-        EXPECT_FALSE(tray_.hide(dialogs_));
-        EXPECT_EQ(tray_.hidden(), 0);
-        EXPECT_EQ(dialogs_.shown,
-                  QStringList{u"观潮台|这个桌面没有托盘，窗口改为最小化，监控照常运行。"_s});
-    }
-}
-
 TEST_F(LifecycleTest, TheMaintenanceActionTakesTheOldKeyAway) {
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", store_.folder().chopped(1).toUtf8());
@@ -127,36 +106,6 @@ TEST_F(LifecycleTest, TheMaintenanceActionTakesTheOldKeyAway) {
     EXPECT_EQ(TestStores::rows({path, {}}, u"select b from a"_s), QStringList{u"7"_s});
     EXPECT_THROW(clearMaintenanceKey(dialogs_), StoreError) << "the key is gone already";
     EXPECT_EQ(dialogs_.shown.size(), 1);
-}
-
-TEST_F(LifecycleTest, AFailureNamesItsCauseInChinese) {
-    const Activity activity(u"更新行情数据"_s);
-    const QString path = store_.stores.main.path;
-    const struct {
-        StoreFault fault;
-        QString path, part;
-    } cases[] = {
-        {StoreFault::busy, path, u"正被其他程序占用"_s},
-        {StoreFault::notADatabase, path, u"密码不对"_s},
-        {StoreFault::full, path, u"磁盘已满"_s},
-        {StoreFault::readOnly, path, u"没有写入的权限"_s},
-        {StoreFault::unreadable, path, u"无法读写"_s},
-        {StoreFault::damaged, path, u"已损坏"_s},
-        {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
-        {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
-    };
-    for (const auto& it : cases) {
-        const QString text =
-            failureText(StoreError(u"words of the library"_s, it.path, u"select 1"_s, it.fault));
-        EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
-        EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
-    }
-    EXPECT_TRUE(failureText(std::runtime_error("x")).startsWith(u"操作没有完成。"_s));
-    {
-        const Activity::Pause pause;
-        EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"操作没有完成。"_s));
-    }
-    EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"更新行情数据"_s));
 }
 
 }  // namespace guanchao

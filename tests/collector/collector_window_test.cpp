@@ -9,7 +9,7 @@
 
 #include "collector/commodities_job.h"
 #include "grid/grid_view.h"
-#include "tests/support/accessible_names.h"
+#include "tests/house/accessible_names.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
 

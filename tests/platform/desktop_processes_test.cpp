@@ -6,11 +6,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "heat/collector_contract.h"
-#include "heat/collector_launch.h"
-#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
 
 namespace guanchao {
 
@@ -55,26 +51,6 @@ TEST_F(DesktopProcessesTest, AProgramStartsWithItsWordUnlessItIsMissing) {
     ASSERT_TRUE(writer.open(QIODevice::WriteOnly)) << "returns once the program reads the pipe";
     EXPECT_TRUE(processes_.isRunning(u"collector"_s));
     EXPECT_FALSE(processes_.start(folder_.filePath(u"missing"_s), pipe));
-}
-
-// Others on this machine may run a collector of their own: only presence is asked for.
-TEST_F(DesktopProcessesTest, ACollectorUnderEitherNameKeepsAnotherFromStarting) {
-    const TestStores store;
-    Globals globals;
-    globals.yingyongmulu = folder_.path() + u'/';
-    globals.jintian = QDate(2026, 11, 24);
-    for (const QString& name : {u"caijiqi"_s, u"caijiqi2"_s}) {
-        QProcess child;
-        child.start(copyAs(name), QStringList());
-        ASSERT_TRUE(child.waitForStarted());
-        EXPECT_TRUE(processes_.isRunning(name + u".exe"_s));
-        FakeDialogs dialogs;
-        CollectorLaunch(store.stores, globals, dialogs, processes_).launch(collectThemes);
-        EXPECT_EQ(dialogs.shown,
-                  QStringList{u"观潮台|采集程序已在运行，请先停止采集，关闭采集程序。"_s});
-        child.closeWriteChannel();
-        ASSERT_TRUE(child.waitForFinished());
-    }
 }
 
 }  // namespace guanchao

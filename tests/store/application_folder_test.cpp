@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include "base/activity.h"
+#include "store/stores.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -116,6 +117,12 @@ TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
     const QString help = own(u"软件使用说明.html"_s);
     QDir().mkpath(help + u"/full"_s);
     EXPECT_TRUE(failure().contains(help)) << failure().toStdString();
+}
+
+TEST(ApplicationFolder, EndsInOneSeparator) {
+    EXPECT_EQ(applicationFolder(u"/"_s), u"/"_s);
+    EXPECT_EQ(applicationFolder(u"/opt/程序"_s), u"/opt/程序/"_s);
+    EXPECT_EQ(applicationFolder(u"/opt/程序//"_s), u"/opt/程序/"_s);
 }
 
 }  // namespace guanchao

@@ -1,4 +1,4 @@
-#include "tests/support/accessible_names.h"
+#include "tests/house/accessible_names.h"
 
 #include <gtest/gtest.h>
 

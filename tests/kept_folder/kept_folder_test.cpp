@@ -1,4 +1,4 @@
-#include "tests/support/kept_folder.h"
+#include "tests/kept_folder/kept_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,44 @@
+#include "store/failure.h"
+
+#include <gtest/gtest.h>
+
+#include "store/store_error.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(FailureTest, NamesItsCauseInChinese) {
+    const Activity activity(u"更新行情数据"_s);
+    const TestStores store;
+    const QString path = store.stores.main.path;
+    const struct {
+        StoreFault fault;
+        QString path, part;
+    } cases[] = {
+        {StoreFault::busy, path, u"正被其他程序占用"_s},
+        {StoreFault::notADatabase, path, u"密码不对"_s},
+        {StoreFault::full, path, u"磁盘已满"_s},
+        {StoreFault::readOnly, path, u"没有写入的权限"_s},
+        {StoreFault::unreadable, path, u"无法读写"_s},
+        {StoreFault::damaged, path, u"已损坏"_s},
+        {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
+        {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
+    };
+    for (const auto& it : cases) {
+        const QString text =
+            failureText(StoreError(u"words of the library"_s, it.path, u"select 1"_s, it.fault));
+        EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
+        EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
+    }
+    EXPECT_TRUE(failureText(std::runtime_error("x")).startsWith(u"操作没有完成。"_s));
+    {
+        const Activity::Pause pause;
+        EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"操作没有完成。"_s));
+    }
+    EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"更新行情数据"_s));
+}
+
+}  // namespace guanchao
