@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <QChart>
+#include <QWheelEvent>
+
+#include "frame/date_boxes.h"
+#include "frame/day_plot.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_windows.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(EntryBoxTest, KeepsWhatWasTyped) {
+    EntryBox box;
+    const auto shown = [&]() -> QString {
+        return box.currentText() + u' ' + QString::number(box.currentIndex());
+    };
+    box.refill({u"ABC"_s, u"abc"_s, u"x"_s});
+    EXPECT_EQ(shown(), u" -1"_s);
+    QTest::keyClicks(&box, u"ab"_s);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(shown(), u"ab -1"_s) << "nothing is completed";
+    EXPECT_EQ(box.count(), 3) << "nor taken into the list";
+    box.setText(u"abc"_s);
+    EXPECT_EQ(shown(), u"abc 1"_s) << "large and small letters differ";
+    box.refill({u"x"_s, u"y"_s, u"abc"_s});
+    EXPECT_EQ(shown(), u"abc 2"_s);
+    box.refill({});
+    EXPECT_EQ(box.count(), 3);
+    QWheelEvent turn({}, {}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&box, &turn);
+    EXPECT_EQ(shown(), u"abc 2"_s) << "a turn of the wheel";
+    EXPECT_FALSE(turn.isAccepted()) << "the window behind may scroll";
+}
+
+TEST(DateBoxesTest, TheDayFollowsAPickedMonth) {
+    QWidget window;
+    EntryBox year(&window);
+    EntryBox month(&window);
+    EntryBox day(&window);
+    DateBoxes date(year, month, day, &window);
+    date.setTexts({u"2016"_s, u"1"_s, u"31"_s});
+    EXPECT_EQ(day.count(), 31);
+    QTest::keyClick(&month, Qt::Key_Down);
+    EXPECT_EQ(date.texts(), (DateTexts{u"2016"_s, u"2"_s, u"28"_s})) << "picked";
+    month.setText(u"4"_s);
+    day.setText(u"31"_s);
+    EXPECT_EQ(date.texts(), (DateTexts{u"2016"_s, u"4"_s, u"31"_s})) << "typed";
+    EXPECT_EQ(day.count(), 30);
+    month.setText(u"x"_s);
+    EXPECT_EQ(day.currentText(), u"31"_s);
+}
+
+// Two lines over the left axis, one over the right.
+class DayPlotTest : public ::testing::Test, protected DayPlot {
+protected:
+    DayPlotTest()
+        : DayPlot({{u"a"_s, Qt::red}, {u"b"_s, Qt::green}, {u"c"_s, Qt::blue, PlotAxis::right}},
+                  wholeNumbers, nullptr) {
+        resize(600, 300);
+        show();
+    }
+
+    void showValues(const QList<QList<double>>& values) {
+        QList<DayValues> days;
+        for (const QList<double>& it : values) {
+            const int number = static_cast<int>(days.size()) + 1;
+            days << DayValues{QDate(2026, 11, number), it, QString::number(number)};
+        }
+        showDays(days);
+        QApplication::processEvents();
+    }
+    // Its ends and the number of its labels.
+    QList<double> axis(Qt::Orientation way, int number = 0) const {
+        const auto* axis = static_cast<QValueAxis*>(chart()->axes(way).at(number));
+        return {axis->min(), axis->max(), double(axis->tickCount())};
+    }
+    QString press(Qt::Key key) {
+        QTest::keyClick(this, key);
+        return chosenText();
+    }
+    QString pointAt(double part) {
+        const QRectF area = chart()->plotArea();
+        const QPoint place(static_cast<int>(area.left() + part * area.width()), 100);
+        QTest::mouseMove(viewport(), place + QPoint(0, 1));
+        QTest::mouseMove(viewport(), place);
+        return chosenText();
+    }
+};
+
+TEST_F(DayPlotTest, TheLeftAxisShowsZeroAndWholeNumbersOnly) {
+    showValues({{3, 1, 1000}, {2, -1, 1003}});
+    EXPECT_EQ(axis(Qt::Vertical, 0), QList<double>({-1, 3, 5}));
+    EXPECT_EQ(axis(Qt::Vertical, 1), QList<double>({1000, 1003, 4}));
+    setLineVisible(1, false);
+    showValues({{3, -9, 5}});
+    EXPECT_EQ(axis(Qt::Vertical, 0), QList<double>({0, 3, 4})) << "a hidden line needs no room";
+    EXPECT_EQ(axis(Qt::Vertical, 1), QList<double>({5, 6, 2})) << "a level line has room";
+    EXPECT_TRUE(chart()->axes(Qt::Horizontal).first()->isVisible());
+    showValues({});
+    EXPECT_FALSE(chart()->axes(Qt::Horizontal).first()->isVisible());
+}
+
+TEST_F(DayPlotTest, ADayIsChosenByKeysAndByThePointer) {
+    EXPECT_EQ(press(Qt::Key_Left), QString()) << "there is no day";
+    EXPECT_EQ(pointAt(0.5), QString());
+    showValues({{1, 1, 1}, {2, 2, 2}, {3, 3, 3}});
+    EXPECT_EQ(chosenText(), QString());
+    EXPECT_EQ(press(Qt::Key_Left), u"3"_s) << "the last one first";
+    EXPECT_EQ(press(Qt::Key_Right), u"3"_s);
+    EXPECT_EQ(press(Qt::Key_Left), u"2"_s);
+    press(Qt::Key_Left);
+    EXPECT_EQ(press(Qt::Key_Left), u"1"_s);
+    EXPECT_EQ(pointAt(0.7), u"2"_s) << "the nearest";
+    EXPECT_EQ(pointAt(0.8), u"3"_s);
+    EXPECT_EQ(accessibleDescription(), u"3"_s);
+    QEvent leaves(QEvent::Leave);
+    QCoreApplication::sendEvent(this, &leaves);
+    EXPECT_EQ(chosenText(), QString());
+    press(Qt::Key_Left);
+    showValues({{1, 1, 1}});
+    EXPECT_EQ(chosenText(), QString()) << "other days";
+}
+
+}  // namespace guanchao
