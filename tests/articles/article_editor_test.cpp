@@ -143,22 +143,6 @@ TEST_F(ArticleEditorTest, RelatedListsExcludeTheArticleAndBeginWithTheMostRead) 
     }
 }
 
-TEST_F(ArticleEditorTest, AListThatCannotBeReadLeavesTheOthers) {
-    ArticleFields fields = *open(1);
-    fields.author = u"O'N"_s;
-    fields.subcategory = u"'"_s;
-    const RelatedArticles related = editor_.related(fields);
-    EXPECT_EQ(related.sameDay, QStringList{u"2  第二篇"_s});
-    EXPECT_TRUE(related.sameAuthor.isEmpty());
-    EXPECT_EQ(related.sameCategory, QStringList{u"2  第二篇"_s});
-    ASSERT_TRUE(related.failure);
-    try {
-        std::rethrow_exception(related.failure);
-    } catch (const StoreError& failure) {
-        EXPECT_EQ(failure.activity(), u"读取同作者文章"_s) << "the first that failed";
-    }
-}
-
 TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
     ArticleFields fields = *open(1);
     ArticleEditor other(store_.stores, globals_, clock_, dialogs_);

@@ -10,7 +10,9 @@
 #include <QPointer>
 #include <QScopeGuard>
 
+#include "formats/gbk.h"
 #include "frame/application.h"
+#include "store/failure.h"
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_environment.h"
@@ -124,7 +126,8 @@ TEST_F(Form12Test, TheGridSortsHandsOverAndOpensPages) {
                                           store_.folder() + u"题材选股总结.txt"_s}));
 }
 
-TEST_F(Form12Test, TheEditsActOnTheMarkedRecord) {
+TEST_F(Form12Test, EachEditOfTheMarkedRecordSearchesAnewAtItsPlace) {
+    store_.run({u"insert into yejiyugao(rowid,zhaiyao) values(3,'别')"_s});
     openWithAllRows();
     grid().setTextMatrix(1, 21, u"7"_s);
     clickCell(view(), 1, 1);
@@ -132,18 +135,98 @@ TEST_F(Form12Test, TheEditsActOnTheMarkedRecord) {
     QTest::keyClick(&view(), Qt::Key_Down);
     EXPECT_EQ(globals_.dangqianjilu, 2) << "2.44";
     EXPECT_EQ(handedOver(), u"SH600519SH600519白酒"_s);
-    dialogs_.typed = u"9"_s;
-    box(u"Text6"_s)->setPlainText(u"一\n二"_s);
-    press(form_, u"Command6"_s);
-    EXPECT_TRUE(box(u"Text6"_s)->toPlainText().startsWith(u"总次数:2"_s)) << "of the new search";
-    trigger(form_, u"修改关注度"_s);
-    const QString record = u"select rowid,zhaiyao,guanzhudu from yejiyugao"_s;
-    EXPECT_EQ(store_.rows(record), QStringList{u"2|一\r\n二|9"_s});
-    dialogs_.picked = store_.folder() + u"a.txt"_s;
-    trigger(form_, u"导出自选股"_s);
-    EXPECT_TRUE(QFile::exists(dialogs_.picked));
-    trigger(form_, u"删除一个"_s);
-    EXPECT_EQ(store_.rows(record), QStringList());
+
+    const auto searched = [this] {
+        return box(u"Text6"_s)->toPlainText().startsWith(u"总次数:2"_s);
+    };
+    dialogs_.onTell = [&] { dialogs_.shown << (searched() ? u"after the search"_s : u"before"_s); };
+    const auto summary = [this] { button(u"Command6"_s)->click(); };
+    const auto attention = [this] { child<QAction>(form_, u"修改关注度"_s)->trigger(); };
+    const auto removal = [this] { child<QAction>(form_, u"删除一个"_s)->trigger(); };
+    const QString input = u"修改关注度|请输入关注度，以方便查找自己最关心的股票。|0"_s;
+    const QString question = u"听涛阁| 确实要删除吗！"_s;
+    const QString edited = u" 一\r\n二|7"_s;
+    const struct {
+        std::function<void()> act;
+        QString typed;  // into the box of the summary or of the attention
+        bool answer, refused, searched;
+        QStringList shown;
+        QString row;
+    } cases[] = {
+        {attention,
+         u"7"_s,
+         true,
+         false,
+         true,
+         {input, u"观潮台|修改关注度''完成!"_s, u"before"_s},
+         u"旧|7"_s},
+        {attention, {}, true, false, false, {input}, u"旧|7"_s},
+        {attention, u"高"_s, true, true, false, {input}, u"旧|7"_s},
+        {summary,
+         u" 一\n二"_s,
+         true,
+         false,
+         true,
+         {u"听涛阁|修改摘要完成!"_s, u"after the search"_s},
+         edited},
+        {summary, u"it's"_s, true, true, false, {}, edited},
+        {removal, {}, false, false, false, {question, u"观潮台| 已退出！"_s, u"before"_s}, edited},
+        {removal, {}, true, false, true, {question}, {}},
+    };
+    for (const auto& it : cases) {
+        dialogs_.shown.clear();
+        dialogs_.answer = it.answer;
+        dialogs_.typed = it.typed;
+        box(u"Text6"_s)->setPlainText(it.typed);
+        bool refused = false;
+        try {
+            it.act();
+        } catch (const StoreError&) {
+            refused = true;
+        }
+        EXPECT_EQ(refused, it.refused);
+        EXPECT_EQ(searched(), it.searched);
+        EXPECT_EQ(dialogs_.shown, it.shown);
+        EXPECT_EQ(
+            store_.rows(u"select zhaiyao,guanzhudu from yejiyugao where rowid=2"_s).join(u' '),
+            it.row);
+    }
+    EXPECT_EQ(store_.rows(u"select zhaiyao from yejiyugao"_s), QStringList{u"别"_s});
+}
+
+TEST_F(Form12Test, ARefusedSearchTellsThatTheEditStays) {
+    open();
+    globals_.dangqianjilu = 2;
+    try {
+        button(u"Command6"_s)->click();
+        FAIL() << "the search fails";
+    } catch (const StoreError& failure) {
+        EXPECT_TRUE(failure.remains().endsWith(u"\n已经写入并保留：摘要。"_s));
+    }
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(Form12Test, AnExportWritesCodesAndNamesAnew) {
+    openWithAllRows();
+    const auto exportTo = [this](const QString& path) {
+        dialogs_.picked = path;
+        dialogs_.shown.clear();
+        child<QAction>(form_, u"导出自选股"_s)->trigger();
+    };
+    exportTo(u"  "_s);
+    EXPECT_EQ(dialogs_.shown,
+              QStringList(store_.folder() + u"自选股|自选业绩预告2027-01-05.txt|文本文档(*.txt)|"
+                                            u"ASP文件(*.asp)|VBS脚本(*.vbs)|所有文件(*.*)"_s))
+        << "nothing picked";
+    QFile file(store_.folder() + u"a.txt"_s);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(1000, 'x'));
+    file.close();
+    exportTo(file.fileName());
+    EXPECT_EQ(dialogs_.shown.last(), u"操作提示|文件保存成功！"_s);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(textFromGbk(file.readAll()), u"SZ002460\t某股\r\nSH600519\t某股\r\n"_s);
+    EXPECT_THROW(exportTo(store_.folder() + u"none/a.txt"_s), OperationError);
 }
 
 TEST_F(Form12Test, ACompanyIsSearchedOnceTheWindowIsThere) {
@@ -202,10 +285,24 @@ TEST_F(Form12Test, ARunShowsItsDayAndStopsBetweenDays) {
 
 TEST_F(Form12Test, TheForwardReturnsEndAtTheStatementThatTheStoreRefuses) {
     openWithHistory();
-    store_.run({u"insert into yejiyuyuejinqi(dm,todayriqi) values('SH600519','2016-05-01')"_s});
-    EXPECT_THROW(button(u"Command9"_s)->click(), StoreError);
-    EXPECT_EQ(label(u"Label2"_s), u"代码总数:1"_s);
+    store_.addCode(u"SH000001"_s, u"指数"_s, 0, 0);
+    store_.run({u"update dmb set temp=5"_s,
+                u"insert into yejiyuyuejinqi(dm,todayriqi,errizhang) values"
+                u"(null,'2016-04-01',3),('SH000001','2017-03-06',3)"_s});
+    QString text;
+    try {
+        button(u"Command9"_s)->click();
+    } catch (const StoreError& failure) {
+        text = failureText(failure);
+    }
+    EXPECT_TRUE(text.contains(u"执行语句失败"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s));
+    EXPECT_EQ(label(u"Label2"_s) + label(u"Label3"_s), u"代码总数:2当前代码:"_s)
+        << "the code without rows of its own was passed by";
     EXPECT_TRUE(button(u"Command9"_s)->isEnabled());
+    store_.run({u"update dmb set temp=temp+1"_s});
+    EXPECT_EQ(store_.rows(u"select temp from dmb"_s), QStringList(u"1"_s)) << "nothing is locked";
+    EXPECT_EQ(store_.rows(u"select distinct errizhang from yejiyuyuejinqi"_s), QStringList(u"3"_s));
 }
 
 }  // namespace guanchao

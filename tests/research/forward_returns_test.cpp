@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "store/failure.h"
-#include "store/recordset.h"
-#include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
@@ -90,14 +87,6 @@ protected:
         store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
         createStore(store_.stores.firstHistory.path, {},
                     u"create table SH600001(shijian,kp,sp,fuquanyz,chengjiaoe)"_s);
-        store_.addCode(u"SH600001"_s, u"甲"_s, 0, 0);
-        store_.run({u"update dmb set temp=5"_s});
-    }
-
-    void addAnnouncement(const QString& dm, const QString& todayriqi) {
-        store_.run(
-            {u"insert into yejiyuyuejinqi(dm,todayriqi,yuyuedate,errizhang) values(%1,'%2',"
-             u"'2017-03-20 00:00:00',3)"_s.arg(dm, todayriqi)});
     }
 
     TestStores store_;
@@ -116,32 +105,11 @@ protected:
     ForwardReturns returns_{store_.stores, globals_, dialogs_, run_};
 };
 
-TEST_F(ForwardReturnsTest, TheStoreRefusesTheHistoryOfTheFirstCode) {
-    addAnnouncement(u"null"_s, u"2016-04-01 00:00:00"_s);
-    addAnnouncement(u"'SH600001'"_s, u"2017-03-06 00:00:00"_s);
-    QString text;
-    try {
-        returns_.takeForwardReturns([this] { return ticked_; });
-    } catch (const StoreError& failure) {
-        text = failureText(failure);
-    }
-    EXPECT_TRUE(text.contains(u"执行语句失败"_s)) << text.toStdString();
-    EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s));
-    EXPECT_EQ(store_.rows(u"select errizhang from yejiyuyuejinqi"_s),
-              QStringList({u"3"_s, u"3"_s}));
-    EXPECT_EQ(store_.rows(u"select temp from dmb"_s), QStringList(u"0"_s));
-    // The code without rows of its own was passed by, and nothing is locked.
-    EXPECT_EQ(labels_, QStringList({u"代码总数:2"_s, u"当前代码:"_s}));
-    store_.run({u"update dmb set temp=6"_s});
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-}
-
-// Both codes are without rows of their own, so that the refused statement isn't met.
+// The two codes are without rows of their own, so that the store refuses no statement.
 TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
-    store_.run({u"insert into dmb(dm) values(''),('A1')"_s});
-    addAnnouncement(u"null"_s, u"2016-04-01 00:00:00"_s);
-    addAnnouncement(u"x'4131'"_s, u"2016-04-01 00:00:00"_s);
-    addAnnouncement(u"'SH600001'"_s, u"2016-03-31 00:00:00"_s);  // too early
+    store_.run({u"insert into dmb(dm) values(''),('A1')"_s,
+                u"insert into yejiyuyuejinqi(dm,todayriqi) values(null,'2016-04-01 00:00:00'),"
+                u"(x'4131','2016-04-01 00:00:00'),('SH600001','2016-03-31 00:00:00')"_s});
     const QString early = u"代码总数:2 提前停止:"_s;
     const QString complete = u"代码总数:2 当前代码:A1"_s;
     const struct {

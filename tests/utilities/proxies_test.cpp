@@ -74,10 +74,7 @@ TEST_F(ProxiesTest, RefusalsChangeNothing) {
     const struct {
         QString server, port, words;
     } cases[] = {
-        {u"  "_s, u"0"_s, noServer},
-        {u"s"_s, u"abc"_s, noPort},
-        {u"s"_s, u"0.5"_s, noPort},
-    };
+        {u"  "_s, u"0"_s, noServer}, {u"s"_s, u"abc"_s, noPort}, {u"s"_s, u"0.5"_s, noPort}};
     for (const auto& it : cases) {
         const Proxy typed = proxy(u"3"_s, it.server, it.port, true);
         EXPECT_FALSE(proxies_.add(typed));
