@@ -19,8 +19,11 @@ TEST(EntryBoxTest, KeepsWhatWasTyped) {
     };
     box.refill({u"ABC"_s, u"abc"_s, u"x"_s});
     EXPECT_EQ(shown(), u" -1"_s);
-    QTest::keyClicks(&box, u"ab"_s);
-    QTest::keyClick(&box, Qt::Key_Return);
+    box.show();
+    box.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+    QTest::keyClicks(box.lineEdit(), u"ab"_s);
+    QTest::keyClick(box.lineEdit(), Qt::Key_Return);
     EXPECT_EQ(shown(), u"ab -1"_s) << "nothing is completed";
     EXPECT_EQ(box.count(), 3) << "nor taken into the list";
     box.setText(u"abc"_s);
