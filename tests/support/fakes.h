@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "base/event_pump.h"
+#include "base/runs.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -70,6 +71,15 @@ public:
     std::function<void()> onTell, onAsk, onInput;
     QString typed;
     QString picked;
+};
+
+class FakeFailures : public Failures {
+public:
+    void report(const std::exception& failure) override {
+        texts << QString::fromUtf8(failure.what());
+    }
+
+    QStringList texts;
 };
 
 class FakePump : public EventPump {

@@ -1,0 +1,50 @@
+// The runs of one owner: coroutines that go on beside each other while their window lives, and end
+// with it.
+#pragma once
+
+#include <QCoro/QCoroTask>
+#include <exception>
+#include <functional>
+#include <list>
+#include <memory>
+#include <stop_token>
+
+namespace guanchao {
+
+// Where failures of operations end: each is told, and the program goes on.
+class Failures {
+public:
+    virtual ~Failures() = default;
+    virtual void report(const std::exception& failure) = 0;
+};
+
+// A run awaits with its stop token, and so goes no further than its next await once it is stopped.
+// An owner declares its runs last: what they touch must still be there when they end.
+class Runs {
+public:
+    using Job = std::function<QCoro::Task<>(std::stop_token stop)>;
+
+    explicit Runs(Failures& failures) : failures_(failures) {}
+    ~Runs() { stop(); }
+    Runs(const Runs&) = delete;
+    Runs& operator=(const Runs&) = delete;
+
+    // Begins the job at once. A failure of it is reported; a stop is none.
+    void start(Job job);
+
+    // Those that wait have ended when this returns; one that calls this ends at its next await.
+    void stop();
+
+    bool running() const { return !underWay_->empty(); }
+
+private:
+    using UnderWay = std::list<std::stop_source>;
+
+    static QCoro::Task<> carryOut(Job job, std::stop_source source,
+                                  std::shared_ptr<UnderWay> underWay, Failures& failures);
+
+    Failures& failures_;
+    std::shared_ptr<UnderWay> underWay_ = std::make_shared<UnderWay>();
+};
+
+}  // namespace guanchao

@@ -1,0 +1,42 @@
+// Awaitable GET requests to the services of the web.
+#pragma once
+
+#include <QByteArray>
+#include <QCoro/QCoroTask>
+#include <QString>
+#include <stop_token>
+
+#include "platform/services.h"
+
+namespace guanchao {
+
+struct HttpReply {
+    enum class Outcome {
+        answered,
+        notThere,     // services.ini names no host
+        unreachable,  // no host of that name, no connection
+        refused,      // status 400 and above
+        silent,       // not done within the time-out of the service
+        broken,       // the transfer broke off
+    };
+
+    Outcome outcome = Outcome::notThere;
+    int status = 0;   // of the answer or refusal
+    QByteArray body;  // as it came; empty unless answered
+
+    bool answered() const { return outcome == Outcome::answered; }
+};
+
+// Why there is no answer, in Chinese: "没有应答".
+QString failureWords(const HttpReply& reply);
+
+class HttpClient {
+public:
+    virtual ~HttpClient() = default;
+
+    // Raises nothing but Cancelled, once the stop is requested. The time-out of the service is that
+    // of the whole request.
+    virtual QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) = 0;
+};
+
+}  // namespace guanchao

@@ -1,0 +1,159 @@
+#include "platform/qt_http_client.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <QTimer>
+
+#include "base/later.h"
+#include "base/runs.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+using Outcome = HttpReply::Outcome;
+
+// A service that accepts and then does what the test says, over a real loopback connection.
+class RawService {
+public:
+    RawService() {
+        server_.listen(QHostAddress::LocalHost);
+        QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
+            QTcpSocket* socket = server_.nextPendingConnection();
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
+                requests += QString::fromUtf8(socket->readAll());
+                answer(*socket);
+            });
+            QObject::connect(socket, &QTcpSocket::disconnected, &server_, [this] { ++hangUps; });
+        });
+    }
+    Service service(int timeoutSeconds = 0) const {
+        return {u"http://127.0.0.1:"_s + QString::number(server_.serverPort()), {}, timeoutSeconds};
+    }
+
+    QString requests;
+    int hangUps = 0;
+    std::function<void(QTcpSocket&)> answer = [](QTcpSocket&) {};
+
+private:
+    QTcpServer server_;
+};
+
+class HttpClientTest : public ::testing::Test {
+protected:
+    HttpReply get(const Service& service, const QString& path) {
+        return QCoro::waitFor(client_.get(service, path, {}));
+    }
+
+    RawService raw_;
+    QtHttpClient client_;
+};
+
+TEST_F(HttpClientTest, TellsAnAnswerFromEachKindOfFailure) {
+    struct Case {
+        const char* what;
+        QByteArray sent;
+        bool hangsUp;
+        Outcome outcome;
+    };
+    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n";
+    for (const Case& it : {
+             Case{"whole", head + "\xC6\xD6,1", false, Outcome::answered},
+             Case{"nothing in it", "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", false,
+                  Outcome::answered},
+             Case{"half", head + "ab", true, Outcome::broken},
+             Case{"reset before a word", {}, true, Outcome::unreachable},
+             Case{"forbidden", "HTTP/1.1 403 Forbidden\r\nContent-Length: 4\r\n\r\nabcd", false,
+                  Outcome::refused},
+             Case{"no HTTP", "hello\r\n\r\n", true, Outcome::unreachable},
+             Case{"leads nowhere",
+                  "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:1/\r\n"
+                  "Content-Length: 0\r\n\r\n",
+                  false, Outcome::unreachable},
+         }) {
+        raw_.answer = [&it](QTcpSocket& socket) {
+            socket.write(it.sent);
+            if (it.hangsUp) {
+                socket.disconnectFromHost();
+            }
+        };
+        const HttpReply reply = get(raw_.service(5), u"/list=sh600000,sz000001,"_s);
+        EXPECT_EQ(reply.outcome, it.outcome) << it.what;
+        EXPECT_EQ(reply.body,
+                  reply.answered() ? it.sent.mid(it.sent.indexOf("\r\n\r\n") + 4) : QByteArray())
+            << it.what;
+        EXPECT_EQ(failureWords(reply).isEmpty(), reply.answered()) << it.what;
+    }
+    EXPECT_EQ(get({}, u"/"_s).outcome, Outcome::notThere);
+    EXPECT_EQ(get({u"http://127.0.0.1:1"_s, {}, 0}, u"/"_s).outcome, Outcome::unreachable);
+    EXPECT_EQ(get({u"no address"_s, {}, 0}, u"/"_s).outcome, Outcome::unreachable);
+}
+
+TEST_F(HttpClientTest, SendsPathsAsTheyAreAndTheRefererOfItsServiceOnly) {
+    raw_.answer = [](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    };
+    const QString path = u"/s?word=%D0%C2%C4%DC&list=sh600000,sz000001,&ignore=.csv"_s;
+    Service service = raw_.service();
+    service.referer = u"https://finance.sina.com.cn/"_s;
+    get(service, path);
+    EXPECT_TRUE(raw_.requests.startsWith(u"GET "_s + path + u" HTTP"_s))
+        << raw_.requests.toStdString();
+    EXPECT_TRUE(raw_.requests.contains(u"\r\nReferer: "_s + service.referer + u"\r\n"_s));
+    raw_.requests.clear();
+    get(raw_.service(), path);
+    EXPECT_FALSE(raw_.requests.contains(u"Referer"_s));
+}
+
+TEST_F(HttpClientTest, ATimeOutIsThatOfTheWholeRequest) {
+    QTimer drips;
+    for (const bool dripping : {false, true}) {
+        raw_.answer = [&](QTcpSocket& socket) {
+            socket.write("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
+            if (dripping) {
+                drips.callOnTimeout(&socket, [&socket] { socket.write("."); });
+                drips.start(20);
+            }
+        };
+        EXPECT_EQ(get(raw_.service(1), u"/"_s).outcome, Outcome::silent) << dripping;
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return raw_.hangUps == 2; })) << "nothing is left open";
+}
+
+TEST_F(HttpClientTest, AStopBreaksOffAtOnceAndLeavesTheOthers) {
+    raw_.answer = [](QTcpSocket&) {};
+    FakeFailures failures;
+    int ended = 0;
+    const auto ask = [&](std::stop_token stop) -> QCoro::Task<> {
+        const auto end = std::shared_ptr<void>(nullptr, [&](void*) { ++ended; });
+        co_await client_.get(raw_.service(), u"/"_s, stop);
+    };
+    Runs stopped(failures), others(failures);
+    stopped.start(ask);
+    others.start(ask);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return raw_.requests.count(u"GET"_s) == 2; }));
+    stopped.stop();
+    EXPECT_EQ(ended, 1);
+    EXPECT_TRUE(others.running());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return raw_.hangUps == 1; }));
+    EXPECT_TRUE(failures.texts.isEmpty());
+}
+
+TEST_F(HttpClientTest, ALoopbackServiceIsAskedWithoutTheProxy) {
+    raw_.answer = [](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    };
+    qputenv("http_proxy", "http://127.0.0.1:1");
+    EXPECT_TRUE(get(raw_.service(), u"/"_s).answered());
+    EXPECT_FALSE(get({u"http://outside.invalid"_s, {}, 0}, u"/"_s).answered());
+    qunsetenv("http_proxy");
+}
+
+}  // namespace guanchao
