@@ -25,13 +25,14 @@ using namespace Qt::Literals::StringLiterals;
 class Form12Test : public ::testing::Test, protected TestEnvironment {
 protected:
     Form12Test() {
-        for (const QString& row :
-             {u"2016-04-01 00:00:00','SH600519"_s, u"2016-04-05','SZ002460"_s}) {
-            store_.run({u"insert into xuanticai values('%1','白酒',3.5,5,1,8,0.25,10)"_s.arg(
-                            row.section(u'\'', 0, 0)),
-                        u"insert into xuanticaigu values('%1','某股','白酒',11,11,11,10,11,22,0,10,"
-                        u"300,200,12,12.6,12.3,11.4,13.2,0,150)"_s.arg(row)});
+        const QStringList stocks = {u"'2016-04-01','SH600519'"_s, u"'2016-04-05','SZ002460'"_s};
+        for (const QString& stock : stocks) {
+            store_.run(
+                {u"insert into xuanticaigu values("_s + stock +
+                 u",'某股','白酒',11,11,11,10,11,22,0,10,300,200,12,12.6,12.3,11.4,13.2,0,150)"_s});
         }
+        store_.run(
+            {u"insert into xuanticai select riqi,ticai,3.5,5,1,8,0.25,10 from xuanticaigu"_s});
         store_.run({u"insert into yejiyugao(rowid,zhaiyao,guanzhudu) values(2,'旧',1)"_s});
         globals_.yingyongmulu = store_.folder();
         services_.sitepage.host = u"http://page"_s;

@@ -41,7 +41,6 @@ protected:
         }
         return values.join(u'|');
     }
-    QStringList rows(const QString& query) { return TestStores::rows(stores_.article, query); }
 
     Form28* form_ = nullptr;
 };
@@ -55,7 +54,6 @@ TEST_F(Form28Test, ALineShowsItsServer) {
                       list->visualItemRect(list->item(0)).center());
     EXPECT_EQ(shown(), u"3|one|80|u|p|n|1|1"_s);
     EXPECT_TRUE(user->isEnabled());
-    EXPECT_TRUE(find<QLineEdit>("Text4")->isEnabled());
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(shown(), u"7|two|81||||0|0"_s);
     EXPECT_FALSE(user->isEnabled());
@@ -73,7 +71,7 @@ TEST_F(Form28Test, TheButtonsLoadTheListAgain) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|没有选择代理服务器！"_s) << "the list has none";
     find<QLineEdit>("Text1")->setText(u"three"_s);
     push("Command1");
-    EXPECT_EQ(rows(u"select id,ProxyServer,defaultproxy from proxy"_s),
+    EXPECT_EQ(TestStores::rows(stores_.article, u"select id,ProxyServer,defaultproxy from proxy"_s),
               QStringList({u"3|one|0"_s, u"7|deux|0"_s, u"8|three|1"_s}));
     EXPECT_EQ(find<QLabel>("Label6")->text(), QString()) << "修改 must not reach the former one";
     list->setCurrentRow(2);
@@ -94,7 +92,8 @@ TEST_F(Form28Test, TheSwitchesAreStoredAtAClick) {
     EXPECT_FALSE(find<QCheckBox>("Check4")->isChecked());
     find<QCheckBox>("Check3")->click();
     find<QCheckBox>("Check4")->click();
-    EXPECT_EQ(rows(u"select * from tempcanshu"_s), QStringList{u"1|0|1"_s});
+    EXPECT_EQ(TestStores::rows(stores_.article, u"select * from tempcanshu"_s),
+              QStringList{u"1|0|1"_s});
     QFile::remove(stores_.article.path);
     EXPECT_THROW(find<QCheckBox>("Check3")->click(), StoreError);
     EXPECT_FALSE(find<QCheckBox>("Check3")->isChecked()) << "what could not be stored isn't shown";

@@ -14,10 +14,9 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 TEST(VersionCheck, TheCaptionTellsTheRunningVersion) {
-    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台(V3.7)"_s), 3.7);
-    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台（V3.7）"_s), 3.7);
-    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台(V3.7)   正在更新代码表"_s), 3.7);
-    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台"_s), 0);
+    for (const QString& caption : {u"观潮台(V3.7)"_s, u"观潮台（V3.7）   正在更新代码表"_s}) {
+        EXPECT_DOUBLE_EQ(versionInCaption(caption), 3.7);
+    }
     EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台()"_s), 0);
 }
 
