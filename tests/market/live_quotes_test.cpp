@@ -309,13 +309,6 @@ TEST_F(LiveQuotesTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
-TEST_F(LiveQuotesTest, NoPageWithoutACodeOrAHost) {
-    quotes_.openDailyPage(u" "_s);
-    services_.stockpage.host.clear();
-    quotes_.openIntradayPage(u"SZ000001"_s);
-    EXPECT_EQ(shell_.opened, QStringList());
-}
-
 TEST_F(LiveQuotesTest, TheF10PageTakesItsHostFromTheStore) {
     const struct {
         QString f10url, dm, address;

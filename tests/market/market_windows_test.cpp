@@ -185,8 +185,6 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     auto* box = form->findChild<QLineEdit*>(u"Text7"_s);
     auto* list = form->findChild<QListWidget*>(u"List1"_s);
     EXPECT_EQ(box->text(), u"SH600585"_s);
-    QTest::keyClicks(box, u"x"_s);
-    EXPECT_EQ(list->count(), 0) << "a text without candidates leaves none of those before";
     box->clear();
     QTest::keyClicks(box, u"6005"_s);
     ASSERT_TRUE(list->isVisible());
@@ -226,6 +224,8 @@ TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {
     auto* chart = form->findChild<ChartBox*>(u"Picture1"_s);
     form->findChild<QLineEdit*>(u"Text7"_s)->setText(u" SH600000 "_s);
     form->findChild<QLabel*>(u"Label5"_s)->setText(u"浦发银行"_s);
+    QTest::mouseClick(chart, Qt::LeftButton);
+    EXPECT_TRUE(shell_.opened.isEmpty()) << "no host, no page";
     services_.stockpage.host = u"http://p"_s;
     QTest::mouseClick(chart, Qt::LeftButton);
     QTest::mouseDClick(chart, Qt::LeftButton);

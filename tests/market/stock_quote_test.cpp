@@ -63,6 +63,7 @@ TEST(StockQuote, ZerosBeforeTheOpenAndInASuspension) {
     const StockPanel fresh = stockPanel(reply({{2, u"0.000"_s}, {1, u"0"_s}}), {}, 0, true);
     EXPECT_EQ(fresh.gain, u"950%"_s) << "a former close of 0 divides by 1";
     EXPECT_EQ(fresh.prices.swing, u"80%"_s) << "an open of 0 divides by 1";
+    EXPECT_EQ(homeIndexPanel(reply({{3, u"0"_s}})).gain, u"-100%"_s) << "unlike that of a stock";
 }
 
 TEST(StockQuote, LimitsAreNarrowForSpecialTreatment) {
@@ -131,23 +132,16 @@ TEST(StockQuote, TheVolumeRatioCountsTradingMinutes) {
 }
 
 TEST(StockCode, AStockIsLessThanWhatTheCodeTableTakes) {
-    const struct {
-        QString dm;
-        bool isStock, isOfTable, isWhole;
-    } cases[] = {
-        {u"SH600000"_s, true, true, true},     {u"SH688001"_s, true, true, true},
-        {u"SZ000001"_s, true, true, true},     {u"SZ300750"_s, true, true, true},
-        {u"SH000001"_s, false, true, true},    {u"SZ399001"_s, false, true, true},
-        {u"SZ200002"_s, false, true, true},    {u"SH60000"_s, false, true, false},
-        {u"SH6000000"_s, false, false, false}, {u"BJ430047"_s, false, false, true},
-        {u"600000SH"_s, false, false, false},  {u"SH60000x"_s, true, true, false},
-        {u"sh600000"_s, false, false, false},  {QString(), false, false, false},
-    };
-    for (const auto& it : cases) {
-        EXPECT_EQ(isStockCode(it.dm), it.isStock) << it.dm.toStdString();
-        EXPECT_EQ(isCodeTableCode(it.dm), it.isOfTable) << it.dm.toStdString();
-        EXPECT_EQ(isWholeCode(it.dm), it.isWhole) << it.dm.toStdString();
+    const QStringList stocks = {u"SH600000"_s, u"SH688001"_s, u"SZ000001"_s, u"SZ300750"_s};
+    const QStringList others = {u"SH000001"_s, u"SZ399001"_s, u"SZ200002"_s};
+    const QStringList foreign = {u"BJ430047"_s, u"SH6000000"_s, u"600000SH"_s, u"sh600000"_s, {}};
+    for (const QString& dm : stocks + others + foreign) {
+        EXPECT_EQ(isStockCode(dm), stocks.contains(dm)) << dm.toStdString();
+        EXPECT_EQ(isCodeTableCode(dm), !foreign.contains(dm)) << dm.toStdString();
+        EXPECT_EQ(isWholeCode(dm), !foreign.contains(dm) || dm == foreign[0]) << dm.toStdString();
     }
+    EXPECT_TRUE(isCodeTableCode(u"SH60000") && !isStockCode(u"SH60000"));
+    EXPECT_FALSE(isWholeCode(u"SH60000x"));
 }
 
 TEST(StockQuote, BadRepliesAreTold) {
@@ -176,17 +170,6 @@ TEST(StockQuote, BadRepliesAreTold) {
     EXPECT_EQ(panel.asks[4].price.colour, textColour);
     EXPECT_EQ(panel.day, u"heute"_s);
     EXPECT_THROW(stockPanel(reply({{31, u"noon"_s}}), {}, 1, true), OperationError);
-}
-
-TEST(IndexPanels, CountTheVolumeInLotsAndThatOfTheCompositeInShares) {
-    const QuoteRow shanghai = reply({{8, u"345678901"_s}, {9, u"412345678901"_s}});
-    HomeIndexPanel panel = homeIndexPanel(shanghai);
-    EXPECT_EQ(panel.turnover.volume + panel.turnover.amount, u"34568万手4123.46亿元"_s);
-    EXPECT_EQ(indexRatio(shanghai, panel.turnover, 34567890100, true), u"4.00"_s);
-    EXPECT_EQ(indexRatio(shanghai, panel.turnover, 34567890100, false), u"1.00"_s);
-    EXPECT_EQ(indexRatio(shanghai, panel.turnover, 0, true), std::nullopt);
-    EXPECT_EQ(compositeTurnover(shanghai).volume, u"346万手"_s);
-    EXPECT_EQ(homeIndexPanel(reply({{3, u"0"_s}})).gain, u"-100%"_s) << "unlike that of a stock";
 }
 
 TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
