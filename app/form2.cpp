@@ -12,7 +12,6 @@
 #include "app/startup.h"
 #include "base/values.h"
 #include "frame/looks.h"
-#include "grid/sorting.h"
 #include "grid/trapped.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
@@ -77,9 +76,7 @@ void Form2::setUpControls() {
     ui_->MSHFlexGrid1->setHint(u"还没有主题\n\n用“数据”菜单的“导入主题”导入"_s);
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
-    picker_ = new PickerBox(
-        *ui_->Text1, *ui_->List1, environment_.stores.main,
-        [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
 }
 
 // The right grid takes the width beside the left one and the gutter, both take the height under the
@@ -157,15 +154,20 @@ void Form2::showExchange(const ExchangeProgress& progress) {
 }
 
 void Form2::connectGrids() {
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form2::MSHFlexGrid1_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this,
-            [this] { windows_.openAnew<Form24>(); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this, &Form2::MSHFlexGrid2_Click);
-    connect(ui_->MSHFlexGrid2, &GridView::gridDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);
+    GridView& themes = *ui_->MSHFlexGrid1;
+    GridView& stocks = *ui_->MSHFlexGrid2;
+    stocks_.setKeyColumns({2});
+    themes.setSortable({u"时间"_s});
+    stocks.setSortable({u"日期"_s});
+    stocks.shareSortOrder(themes);
+    themes.setRowMenu(leftkuaimenu_);
+    stocks.setRowMenu(kuaimenu_);
+    connect(&themes, &GridView::rowChosen, this, &Form2::MSHFlexGrid1_RowChosen);
+    connect(&themes, &GridView::rowClicked, this, &Form2::MSHFlexGrid1_Click);
+    connect(&themes, &GridView::rowDoubleClicked, this, [this] { windows_.openAnew<Form24>(); });
+    connect(&stocks, &GridView::rowChosen, this, &Form2::MSHFlexGrid2_RowChosen);
+    connect(&stocks, &GridView::rowDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);
+    connect(&kuaimenu_, &QMenu::aboutToShow, this, &Form2::MSHFlexGrid2_MenuOpens);
 }
 
 void Form2::Form_Load() {
@@ -256,55 +258,38 @@ void Form2::showProgress(const QuoteProgress& progress) {
     }
 }
 
-void Form2::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
+void Form2::MSHFlexGrid1_RowChosen(int row) {
+    picker_->hideList();
     if (!themes_.isDataRow(row)) {
         themes_.setToolTipText({});
         return;
     }
     environment_.globals.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
     themes_.setToolTipText(environment_.globals.dangqianzhuti);
-    if (button == Qt::RightButton) {
-        biaoji(themes_, row);
-        leftkuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
-        picker_->hideList();
-    }
 }
 
-void Form2::MSHFlexGrid1_Click(int row, int col) {
+void Form2::MSHFlexGrid1_Click(int row) {
     trapped([&] {
-        picker_->hideList();
-        if (row == 0) {
-            sortByHeader(themes_, col, {u"时间"_s}, lastSortCode_);
-            return;
-        }
-        themes_.setRedraw(false);
-        biaoji(themes_, row);
         ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
         themeTable_.xianshizhutigu(ui_->Text2->text());
-        themes_.setRedraw(true);
     });
 }
 
-void Form2::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
+void Form2::MSHFlexGrid2_RowChosen(int row) {
     if (!stocks_.isDataRow(row)) {
         return;
     }
     environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
     environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
     picker_->setText(environment_.globals.dangqiandm);
-    if (button == Qt::RightButton) {
-        // They change the theme last pressed on.
-        for (QAction* entry : {ui_->addzhutigu, ui_->deletezhutigu, ui_->修改相关度}) {
-            entry->setEnabled(!environment_.globals.dangqianzhuti.isEmpty());
-        }
-        biaoji(stocks_, row);
-        kuaimenu_.popup(ui_->MSHFlexGrid2->pressPosition());
-        picker_->hideList();
-    }
 }
 
-void Form2::MSHFlexGrid2_Click(int row, int col) {
-    sortOnHeaderClick(stocks_, row, col, {u"日期"_s}, lastSortCode_);
+// Three of its entries change the theme that was chosen last.
+void Form2::MSHFlexGrid2_MenuOpens() {
+    picker_->hideList();
+    for (QAction* entry : {ui_->addzhutigu, ui_->deletezhutigu, ui_->修改相关度}) {
+        entry->setEnabled(!environment_.globals.dangqianzhuti.isEmpty());
+    }
 }
 
 void Form2::MSHFlexGrid2_DblClick(int row) {

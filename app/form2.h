@@ -88,10 +88,10 @@ private:
     void Command3_Click();
     void Command4_Click();
 
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid1_Click(int row, int col);
-    void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid2_Click(int row, int col);
+    void MSHFlexGrid1_RowChosen(int row);
+    void MSHFlexGrid1_Click(int row);
+    void MSHFlexGrid2_RowChosen(int row);
+    void MSHFlexGrid2_MenuOpens();
     void MSHFlexGrid2_DblClick(int row);
 
     void Timer1_Timer();
@@ -122,7 +122,6 @@ private:
 
     int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
     bool endAfterExchange_ = false;
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

@@ -1,6 +1,5 @@
 #include "articles/article_browser.h"
 
-#include <QScopeGuard>
 #include <utility>
 
 #include "articles/article_removal.h"
@@ -47,8 +46,7 @@ void ArticleBrowser::list(const ArticleQuery& query) {
     const Activity activity(u"查询文章"_s);
     Connection store = stores_.article.open();
     Recordset articles(store, query.statement());
-    grid_.setRedraw(false);
-    const auto show = qScopeGuard([this] { grid_.setRedraw(true); });
+    const GridFill fill(grid_);
     grid_.clear();
     grid_.setRows(1);
     grid_.setCols(1);
@@ -56,7 +54,6 @@ void ArticleBrowser::list(const ArticleQuery& query) {
         tianchongbiao(articles, grid_, 1);
         grid_.setColWidths({600, 800, 1300, 1400, 1200, 2200, 4200});
     }
-    grid_.setRow(0);
 }
 
 void ArticleBrowser::press(int row) {
@@ -69,7 +66,7 @@ void ArticleBrowser::press(int row) {
 }
 
 bool ArticleBrowser::takeCurrentRow() {
-    globals_.dangqianwenzhang = idOf(grid_.row());
+    globals_.dangqianwenzhang = idOf(grid_.markedRow());
     return globals_.dangqianwenzhang > 0;
 }
 
@@ -84,9 +81,9 @@ bool ArticleBrowser::takeChosenRow() {
 bool ArticleBrowser::removeCurrent() {
     const Activity activity(u"删除文章"_s);
     // A press in a list of one holds no article: what is named is what goes.
-    const qint32 id = idOf(grid_.row());
-    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(grid_.row(), titleColumn) +
-                      u"》吗?"_s)) {
+    const int row = grid_.markedRow();
+    const qint32 id = idOf(row);
+    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(row, titleColumn) + u"》吗?"_s)) {
         return false;
     }
     {

@@ -30,18 +30,18 @@ public:
     // Takes the article context over and empties it.
     BrowserLoad load();
 
-    // Fills the grid, newest first; no row of it is current then.
+    // Fills the grid, newest first; the article that was marked stays so if it is listed.
     void list(const ArticleQuery& query);
 
     // A press on a row makes its article the current one, if the grid shows more than one.
     void press(int row);
 
-    // The id of the grid's current row becomes the current article; true if it is one.
+    // The id of the grid's marked row becomes the current article; true if it is one.
     bool takeCurrentRow();
     // The same, with a word to the user if no row is chosen.
     bool takeChosenRow();
 
-    // 删除本篇: the article of the grid's current row. True if it is done.
+    // 删除本篇: the article of the grid's marked row. True if it is done.
     bool removeCurrent();
 
     // 删除本表: every article that the grid shows. True if it is done.

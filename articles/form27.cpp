@@ -3,8 +3,6 @@
 #include <QSignalBlocker>
 
 #include "articles/form26.h"
-#include "grid/sorting.h"
-#include "grid/trapped.h"
 #include "ui_form27.h"
 
 namespace guanchao {
@@ -23,9 +21,7 @@ Form27::Form27(Environment& environment, Windows& windows)
     ui_->MSHFlexGrid1->setHint(u"没有符合条件的文章\n\n点“新建”写一篇"_s);
     first_ = new DateBoxes(*ui_->Combo1, *ui_->Combo2, *ui_->Combo3, this);
     last_ = new DateBoxes(*ui_->Combo4, *ui_->Combo5, *ui_->Combo6, this);
-    picker_ = new PickerBox(
-        *ui_->Text3, *ui_->List1, environment_.stores.main,
-        [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    picker_ = new PickerBox(*ui_->Text3, *ui_->List1, environment_.stores.main, this);
     picker_->showWholeLinesAbove();
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
@@ -42,10 +38,10 @@ void Form27::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form27::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form27::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form27::Command3_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form27::MSHFlexGrid1_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this, &Form27::打开文章_Click);
+    ui_->MSHFlexGrid1->setSortable({u"日期"_s});
+    ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form27::MSHFlexGrid1_RowChosen);
+    connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form27::打开文章_Click);
     connect(ui_->打开文章, &QAction::triggered, this, &Form27::打开文章_Click);
     connect(ui_->删除本篇, &QAction::triggered, this, &Form27::删除本篇_Click);
     connect(ui_->删除本表, &QAction::triggered, this, &Form27::删除本表_Click);
@@ -128,28 +124,9 @@ void Form27::打开文章_Click() {
     }
 }
 
-void Form27::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    trapped([&] {
-        picker_->hideList();
-        browser_.press(row);
-        if (row <= 0) {
-            return;
-        }
-        biaoji(grid_, row);
-        if (button == Qt::RightButton) {
-            kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
-        }
-    });
-}
-
-void Form27::MSHFlexGrid1_Click(int row, int col) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid_, col, {u"日期"_s}, lastSortCode_);
-            // The rows have moved: none is chosen any more.
-            grid_.setRow(0);
-        }
-    });
+void Form27::MSHFlexGrid1_RowChosen(int row) {
+    picker_->hideList();
+    browser_.press(row);
 }
 
 void Form27::删除本篇_Click() {

@@ -42,8 +42,7 @@ private:
     void Command1_Click();
     void Command2_Click();
     void Command3_Click();
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid1_Click(int row, int col);
+    void MSHFlexGrid1_RowChosen(int row);
     void 打开文章_Click();
     void 删除本篇_Click();
     void 删除本表_Click();
@@ -57,7 +56,6 @@ private:
     DateBoxes* last_ = nullptr;
     PickerBox* picker_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on an article
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

@@ -151,19 +151,25 @@ QString signedText(const Decimal& decimal, const std::string& text) {
     return (minus ? u"-"_s : QString()) + QString::fromStdString(text);
 }
 
-// The usual case of "##0.00", for which a grid of all stocks asks forty thousand times: a number of
-// moderate size that lies clearly on one side of the half. Nothing for any other.
-std::optional<QString> quickTwoDecimals(double value) {
+// The usual case of "##0.00", for which a grid of all stocks asks forty thousand times: the
+// hundredths of a number of moderate size that lies clearly on one side of the half. Nothing for
+// any other.
+std::optional<int> quickHundredths(double value) {
     const double hundredths = std::abs(value) * 100;
     if (!(hundredths < 1e9)) {
         return std::nullopt;
     }
-    const double fraction = hundredths - std::floor(hundredths);
+    const double whole = std::floor(hundredths);
+    const double fraction = hundredths - whole;
     if (std::abs(fraction - 0.5) < 1e-4) {
         return std::nullopt;
     }
-    auto rest = static_cast<unsigned>(std::floor(hundredths)) + (fraction > 0.5 ? 1 : 0);
-    const bool minus = value < 0 && rest > 0;
+    const int rounded = static_cast<int>(whole) + (fraction > 0.5 ? 1 : 0);
+    return value < 0 ? -rounded : rounded;
+}
+
+QString hundredthsText(int hundredths) {
+    auto rest = static_cast<unsigned>(std::abs(hundredths));
     std::array<char16_t, 12> text;
     auto at = text.end();
     for (int digit = 0; digit < 3 || rest > 0; ++digit) {
@@ -173,7 +179,7 @@ std::optional<QString> quickTwoDecimals(double value) {
         *--at = static_cast<char16_t>(u'0' + rest % 10);
         rest /= 10;
     }
-    if (minus) {
+    if (hundredths < 0) {
         *--at = u'-';
     }
     return QStringView(at, text.end()).toString();
@@ -248,14 +254,19 @@ QString numberText(double value) {
 }
 
 QString twoDecimals(double value) {
-    if (const std::optional<QString> quick = quickTwoDecimals(value)) {
-        return *quick;
+    if (const std::optional<int> quick = quickHundredths(value)) {
+        return hundredthsText(*quick);
     }
     Decimal decimal = toDecimal(value);
     cutDigits(decimal, decimal.point + 2);
     std::string fraction = fractionPart(decimal);
     fraction.resize(2, '0');
     return signedText(decimal, wholePart(decimal) + "." + fraction);
+}
+
+double toTwoDecimals(double value) {
+    const std::optional<int> quick = quickHundredths(value);
+    return quick ? *quick / 100.0 : numericPrefix(twoDecimals(value));
 }
 
 QString noDecimals(double value) {

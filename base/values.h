@@ -33,6 +33,8 @@ QString numberText(double value);
 
 // The number as a grid shows it ("##0.00"): two decimals, a half away from zero.
 QString twoDecimals(double value);
+// What that text reads as.
+double toTwoDecimals(double value);
 
 // The number as a label shows a whole one ("##0"): no decimals, a half away from zero.
 QString noDecimals(double value);

@@ -113,7 +113,7 @@ void CollectorWindow::reject() {
 
 void CollectorWindow::showItems() {
     const int rows = static_cast<int>(collection_.items().size());
-    grid_.setRedraw(false);
+    const GridFill fill(grid_);
     grid_.setCols(static_cast<int>(headers.size()));
     grid_.setRows(rows + 1);
     for (int col = 0; col < headers.size(); ++col) {
@@ -121,11 +121,10 @@ void CollectorWindow::showItems() {
         grid_.setColWidth(col, widths[col]);
     }
     for (int row = 1; row <= rows; ++row) {
-        grid_.setTextMatrix(row, 0, QString::number(row));
+        grid_.setInteger(row, 0, row);
         grid_.setTextMatrix(row, 1, collection_.items()[row - 1].item.name);
         showItem(row - 1);
     }
-    grid_.setRedraw(true);
 }
 
 void CollectorWindow::showItem(qsizetype item) {

@@ -71,7 +71,7 @@ TextPreview previewLine(const QString& line, const TextSource& source, Connectio
 }
 
 void showPreview(const TextPreview& preview, ResultGrid& grid) {
-    grid.setRedraw(false);
+    const GridFill fill(grid);
     grid.clear();
     grid.setCols(3);
     grid.setRows(static_cast<int>(preview.pieces) + 1);
@@ -83,13 +83,12 @@ void showPreview(const TextPreview& preview, ResultGrid& grid) {
     grid.setColWidths({600, 1500, 7000});
     int row = 1;
     for (const PreviewRow& it : preview.rows) {
-        grid.setTextMatrix(row, 0, QString::number(row));
+        grid.setInteger(row, 0, row);
         grid.setTextMatrix(row, 1, it.dm);
         grid.setTextMatrix(row, 2, it.zhutiname);
         grid.setCellForeColor(row, 2, themeColour);
         ++row;
     }
-    grid.setRedraw(true);
 }
 
 }  // namespace guanchao

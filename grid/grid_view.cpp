@@ -5,11 +5,10 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QScrollBar>
+#include <QScopeGuard>
 #include <QStyledItemDelegate>
 #include <utility>
 
-#include "base/values.h"
 #include "grid/twips.h"
 
 namespace guanchao {
@@ -17,24 +16,9 @@ namespace guanchao {
 namespace {
 
 constexpr int rowPadding = 6;
-constexpr int cellPadding = 8;
 
 QColor toColor(Colour colour) {
     return QColor::fromRgb(colour);
-}
-
-QFont fontOf(const ResultGrid& grid, int col, QFont font) {
-    const ColumnFont& own = grid.colFont(col);
-    if (own.points > 0) {
-        font.setFamilies(QStringList{own.family} + font.families());
-        font.setPointSize(own.points);
-    }
-    return font;
-}
-
-// yyyy-MM-dd hh:mm:ss
-bool isMoment(const QString& text) {
-    return text.size() == 19 && text[4] == u'-' && text[10] == u' ' && text[16] == u':';
 }
 
 // Puts the cell's own colour and font under the text, on a marked row too.
@@ -64,7 +48,8 @@ protected:
 
 }  // namespace
 
-GridView::GridView(QWidget* parent) : QTableView(parent) {
+GridView::GridView(QWidget* parent)
+    : QTableView(parent), sort_(*horizontalHeader()), widths_(*this) {
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -77,27 +62,34 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     horizontalHeader()->setMinimumSectionSize(10);
     horizontalHeader()->setHighlightSections(false);
-    watchHeader();
+    connectHeader();
 }
 
-void GridView::watchHeader() {
-    horizontalHeader()->setSectionsClickable(true);
-    horizontalHeader()->viewport()->installEventFilter(this);
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int col) { emit gridClicked(0, col); });
+void GridView::connectHeader() {
+    QHeaderView* header = horizontalHeader();
+    header->viewport()->installEventFilter(this);
+    connect(header, &QHeaderView::sectionClicked, this,
+            [this](int col) { sort_.sort(*grid_, col); });
+    connect(header, &QHeaderView::sectionResized, this, [this](int col, int, int width) {
+        if (grid_) {
+            widths_.sectionResized(*grid_, col, width);
+        }
+    });
 }
 
 void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
-    connect(&grid, &ResultGrid::colWidthsChanged, this, &GridView::applyWidths);
-    connect(&grid, &ResultGrid::rowSelected, this, &GridView::showMark);
-    connect(&grid, &ResultGrid::modelReset, this, [this] {
-        applyWidths();
-        showMark();
-    });
+    connect(&grid, &ResultGrid::colWidthsChanged, this, [this] { widths_.apply(*grid_); });
+    connect(&grid, &ResultGrid::rowMarked, this, &GridView::showMark);
+    connect(&grid, &ResultGrid::modelReset, this, &GridView::showFill);
     connect(&grid, &ResultGrid::toolTipTextChanged, this, &GridView::setToolTip);
-    applyWidths();
+    showFill();
+}
+
+void GridView::setRowMenu(QMenu& menu, MenuArea area) {
+    menu_ = &menu;
+    menuArea_ = area;
 }
 
 int GridView::pixels(int twips) const {
@@ -108,85 +100,64 @@ void GridView::scrollToTop(int row) {
     scrollTo(model()->index(row - 1, 0), PositionAtTop);
 }
 
-void GridView::applyWidths() {
+void GridView::showFill() {
     horizontalHeader()->setVisible(!isEmpty());
-    const int shown = std::min(grid_->cols(), horizontalHeader()->count());
-    for (int col = 0; col < shown; ++col) {
-        setColumnWidth(col, widthOf(col));
-    }
-    widenLastColumn();
+    widths_.apply(*grid_);
+    sort_.forgetArrow();
+    showMark();
 }
 
-int GridView::widthOf(int col) const {
-    return std::max(pixels(grid_->colWidth(col)), widthOfKeys(col));
+// A fill leaves the view where the user has scrolled it.
+void GridView::showMark() {
+    setAutoScroll(false);
+    if (grid_->markedRow() > 0) {
+        selectRow(grid_->markedRow() - 1);
+    } else {
+        clearSelection();
+        if (!currentIndex().isValid()) {
+            // Keys need a current cell.
+            selectionModel()->setCurrentIndex(model()->index(std::max(rowAt(0), 0), 0),
+                                              QItemSelectionModel::NoUpdate);
+        }
+    }
+    setAutoScroll(true);
 }
 
-// Bare ground beside the last column looks like a column that lacks its data.
-void GridView::widenLastColumn() {
-    const int last = horizontalHeader()->count() - 1;
-    if (!grid_ || last < 0 || last >= grid_->cols()) {
-        return;
+// The menu opens on the row that is chosen, though a part of what that brings may fail.
+void GridView::choose(int row, const std::optional<QPoint>& menuPlace) {
+    const auto openMenu = qScopeGuard([&] {
+        if (menu_ && menuPlace && (row > 0 || menuArea_ == MenuArea::rowsAndGround)) {
+            menu_->popup(*menuPlace);
+        }
+    });
+    if (row > 0) {
+        grid_->biaoji(row);
     }
-    const int others = horizontalHeader()->length() - columnWidth(last);
-    setColumnWidth(last, std::max(widthOf(last), viewport()->width() - others));
+    emit rowChosen(row);
 }
 
 void GridView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    widenLastColumn();
-}
-
-// A number, a code or a moment of which the end is missing reads as another one: such a column
-// grows beyond its width. Columns with a font of their own hold codes.
-int GridView::widthOfKeys(int col) const {
-    const bool ownFont = grid_->colFont(col).points > 0;
-    QString longest;
-    for (int row = 1; row < grid_->rows(); ++row) {
-        const QString& text = grid_->textMatrix(row, col);
-        if (text.size() > longest.size() && (ownFont || readsAsNumber(text) || isMoment(text))) {
-            longest = text;
-        }
-    }
-    const QFontMetrics metrics(fontOf(*grid_, col, font()));
-    const int digits = static_cast<int>(longest.size()) * metrics.horizontalAdvance(u'0');
-    return std::max(digits, metrics.horizontalAdvance(longest)) + cellPadding;
-}
-
-void GridView::showMark() {
-    const int row = grid_->markedRow();
-    if (row > 0) {
-        selectRow(row - 1);
-    } else if (!currentIndex().isValid()) {
-        // Keys need a current cell; the first in sight doesn't move the view.
-        selectionModel()->setCurrentIndex(model()->index(std::max(rowAt(0), 0), 0),
-                                          QItemSelectionModel::NoUpdate);
+    if (grid_) {
+        widths_.widenLast(*grid_);
     }
 }
 
-// What stands as chosen in the view is what commands on the current row take.
-void GridView::markChosen() {
-    const QModelIndexList chosen = selectionModel()->selectedRows();
-    if (!chosen.isEmpty() && chosen.first().row() + 1 != grid_->markedRow()) {
-        grid_->selectRow(chosen.first().row() + 1);
-    }
-}
-
-// The header's own signals tell of the left button only.
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
-        const auto* press = static_cast<QMouseEvent*>(event);
-        const int col = horizontalHeader()->logicalIndexAt(press->position().toPoint());
-        emit gridPressed(0, col, press->button());
+    if (grid_ && watched == horizontalHeader()->viewport() &&
+        event->type() == QEvent::MouseButtonPress) {
+        choose(0);
     }
     return QTableView::eventFilter(watched, event);
 }
 
 void GridView::mousePressEvent(QMouseEvent* event) {
-    pressPosition_ = event->globalPosition().toPoint();
-    const QModelIndex index = indexAt(event->position().toPoint());
-    pressedIndex_ = index;
+    pressedIndex_ = indexAt(event->position().toPoint());
+    const int row = rowAtIndex(pressedIndex_);
     QTableView::mousePressEvent(event);
-    emit gridPressed(index.isValid() ? index.row() + 1 : -1, index.column(), event->button());
+    choose(row, event->button() == Qt::RightButton
+                    ? std::optional(event->globalPosition().toPoint())
+                    : std::nullopt);
 }
 
 // The row that was pressed stays the chosen one, wherever the mouse is drawn.
@@ -194,44 +165,47 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
 }
 
+// The view's own way would take the mark away where the ground was pressed.
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
+    showMark();
     const QModelIndex index = indexAt(event->position().toPoint());
     const QModelIndex pressed = std::exchange(pressedIndex_, QModelIndex());
     if (event->button() == Qt::LeftButton && index.isValid() && index == pressed) {
-        emit gridClicked(index.row() + 1, index.column());
+        emit rowClicked(rowAtIndex(index));
     }
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && index.isValid()) {
-        emit gridDoubleClicked(index.row() + 1, index.column());
+        emit rowDoubleClicked(rowAtIndex(index));
     }
 }
 
 // Enter does to the current row what a click does.
 void GridView::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || !currentIndex().isValid()) {
-        QTableView::keyPressEvent(event);
-        markChosen();
+    if (enter && currentIndex().isValid()) {
+        const int row = rowAtIndex(currentIndex());
+        choose(row);
+        emit rowClicked(row);
         return;
     }
-    const int row = currentIndex().row() + 1;
-    const int col = currentIndex().column();
-    emit gridPressed(row, col, Qt::LeftButton);
-    emit gridClicked(row, col);
+    QTableView::keyPressEvent(event);
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    if (!selected.isEmpty() && rowAtIndex(selected.first()) != grid_->markedRow()) {
+        choose(rowAtIndex(selected.first()));
+    }
 }
 
-// The menu key stands for a press of the right button; the mouse has had its press already.
+// The menu key chooses the current row; the mouse has had its press already.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        const QModelIndex index = currentIndex();
-        pressPosition_ = viewport()->mapToGlobal(visualRect(index).bottomLeft());
-        emit gridPressed(index.isValid() ? index.row() + 1 : -1, index.column(), Qt::RightButton);
-    }
     event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        const QPoint place = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
+        choose(rowAtIndex(currentIndex()), place);
+    }
 }
 
 void GridView::paintEvent(QPaintEvent* event) {
@@ -247,7 +221,7 @@ void GridView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (grid_ && event->type() == QEvent::FontChange) {
         verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
-        applyWidths();
+        widths_.apply(*grid_);
     }
 }
 

@@ -1,11 +1,15 @@
-// The one view of result grids. Rows and columns in its signals count as in the grid: row 0 is the
-// header, -1 the empty ground beside the cells. The grid's own colours, widths and tool tip show;
-// keys make the row that they choose the grid's current one.
+// The one view of result grids. Rows in its signals count as in the grid: row 0 is the header. The
+// grid's own colours, widths and tool tip show. The row that keys or mouse choose is the grid's
+// marked one, and no other stands as chosen.
 #pragma once
 
+#include <QMenu>
 #include <QPointer>
 #include <QTableView>
+#include <optional>
 
+#include "grid/column_widths.h"
+#include "grid/header_sort.h"
 #include "grid/result_grid.h"
 
 namespace guanchao {
@@ -25,6 +29,14 @@ public:
         viewport()->update();
     }
 
+    // A click on a header sorts; headers that hold one of the words are sorted as texts.
+    void setSortable(const QStringList& dateWords = {}) { sort_.enable(dateWords); }
+    void shareSortOrder(const GridView& other) { sort_.shareOrder(other.sort_); }
+
+    // The menu that the right button or the menu key opens on a row, after the row was chosen.
+    enum class MenuArea : std::uint8_t { rows, rowsAndGround };
+    void setRowMenu(QMenu& menu, MenuArea area = MenuArea::rows);
+
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
     // widths were chosen.
     int pixels(int twips) const;
@@ -32,13 +44,13 @@ public:
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);
 
-    // Where on the screen the last press was: the place for a popup.
-    QPoint pressPosition() const { return pressPosition_; }
-
 signals:
-    void gridPressed(int row, int col, Qt::MouseButton button);
-    void gridClicked(int row, int col);
-    void gridDoubleClicked(int row, int col);
+    // Keys or mouse have chosen the row, though it may have been the chosen one before; 0 for a
+    // press on the header or the empty ground, which chooses none.
+    void rowChosen(int row);
+    // A click of the left button, or Enter on the current row.
+    void rowClicked(int row);
+    void rowDoubleClicked(int row);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -54,18 +66,19 @@ protected:
 
 private:
     bool isEmpty() const { return grid_ && grid_->cols() == 1 && grid_->rows() == 1; }
-    void applyWidths();
-    int widthOf(int col) const;
-    void widenLastColumn();
-    int widthOfKeys(int col) const;
+    int rowAtIndex(const QModelIndex& index) const { return index.isValid() ? index.row() + 1 : 0; }
+    void connectHeader();
+    void showFill();
     void showMark();
-    void markChosen();
-    void watchHeader();
+    void choose(int row, const std::optional<QPoint>& menuPlace = std::nullopt);
 
     QPointer<ResultGrid> grid_;
+    QPointer<QMenu> menu_;
+    MenuArea menuArea_ = MenuArea::rows;
+    HeaderSort sort_;
+    ColumnWidths widths_;
     QString hint_;
     QModelIndex pressedIndex_;
-    QPoint pressPosition_;
 };
 
 }  // namespace guanchao

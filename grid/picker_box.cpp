@@ -5,12 +5,12 @@
 
 #include "base/values.h"
 #include "grid/stock_picker.h"
+#include "grid/twips.h"
 
 namespace guanchao {
 
-PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
-                     std::function<int(int)> pixels, QObject* parent)
-    : QObject(parent), box_(box), list_(list), mainStore_(mainStore), pixels_(std::move(pixels)) {
+PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore, QObject* parent)
+    : QObject(parent), box_(box), list_(list), mainStore_(mainStore) {
     list_.setUniformItemSizes(true);
     list_.hide();
     box_.installEventFilter(this);
@@ -50,7 +50,7 @@ void PickerBox::boxChanged() {
         return;
     }
     list_.addItems(candidateLines(candidates).mid(0, mostLines_));
-    placeList(pixels_(candidateListHeight(candidates)));
+    placeList(pixelsOf(candidateListHeight(candidates), list_));
     list_.show();
     list_.raise();
 }

@@ -4,7 +4,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QObject>
-#include <functional>
 
 #include "store/stores.h"
 
@@ -14,10 +13,8 @@ class PickerBox : public QObject {
     Q_OBJECT
 
 public:
-    // `pixels` turns twips into pixels of the window. Candidates are read from `mainStore` at every
-    // change of the text.
-    PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore,
-              std::function<int(int)> pixels, QObject* parent);
+    // Candidates are read from `mainStore` at every change of the text.
+    PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore, QObject* parent);
 
     // For a box that only tells the code and the name: the list opens above it, and a choice puts
     // its whole line there.
@@ -50,7 +47,6 @@ private:
     QLineEdit& box_;
     QListWidget& list_;
     const StoreFile& mainStore_;
-    std::function<int(int)> pixels_;
     bool wholeLinesAbove_ = false;
     int mostLines_ = -1;  // below 0: no limit
 };

@@ -1,12 +1,31 @@
 #include "grid/result_grid.h"
 
+#include <cmath>
 #include <numeric>
 #include <stdexcept>
 
 #include "base/values.h"
-#include "grid/sorting.h"
 
 namespace guanchao {
+
+namespace {
+
+// Whole numbers up to here are exact as a double.
+constexpr qint64 largestExact = qint64(1) << 53;
+
+size_t cellCount(int rows, int cols) {
+    return static_cast<size_t>(rows) * static_cast<size_t>(cols);
+}
+
+qsizetype digitsOf(double number) {
+    qsizetype digits = 1;
+    for (double bound = 10; number >= bound; bound *= 10) {
+        ++digits;
+    }
+    return digits;
+}
+
+}  // namespace
 
 ResultGrid::ResultGrid(QObject* parent)
     : QAbstractTableModel(parent), cells_(1), order_(1), widths_(1, standardWidth), fonts_(1) {}
@@ -26,13 +45,13 @@ void ResultGrid::resize(int rows, int cols) {
     if (rows == rows_ && cols == cols_) {
         return;
     }
+    const GridFill fill(*this);
     settleOrder();
     if (cols != cols_) {
-        std::vector<Cell> cells(static_cast<size_t>(rows) * static_cast<size_t>(cols));
+        std::vector<Cell> cells(cellCount(rows, cols));
         for (int row = 0; row < std::min(rows, rows_); ++row) {
             for (int col = 0; col < std::min(cols, cols_); ++col) {
-                cells[static_cast<size_t>(row) * static_cast<size_t>(cols) +
-                      static_cast<size_t>(col)] = std::move(cell(row, col));
+                cells[cellCount(row, cols) + static_cast<size_t>(col)] = std::move(cell(row, col));
             }
         }
         cells_ = std::move(cells);
@@ -41,12 +60,11 @@ void ResultGrid::resize(int rows, int cols) {
     }
     rows_ = rows;
     cols_ = cols;
-    cells_.resize(static_cast<size_t>(rows) * static_cast<size_t>(cols));
+    cells_.resize(cellCount(rows, cols));
     order_.resize(static_cast<size_t>(rows));
     std::iota(order_.begin(), order_.end(), 0);
     row_ = rowSel_ = std::min(row_, rows - 1);
     col_ = colSel_ = std::min(col_, cols - 1);
-    changed();
 }
 
 // Lays the rows in memory as they are displayed, so that rows can be cut off or added at the end.
@@ -69,8 +87,7 @@ size_t ResultGrid::position(int row, int col) const {
     if (row < 0 || row >= rows_ || col < 0 || col >= cols_) {
         throw std::out_of_range("no such cell in the grid");
     }
-    return static_cast<size_t>(order_[static_cast<size_t>(row)]) * static_cast<size_t>(cols_) +
-           static_cast<size_t>(col);
+    return cellCount(order_[static_cast<size_t>(row)], cols_) + static_cast<size_t>(col);
 }
 
 void ResultGrid::setRow(int row) {
@@ -85,14 +102,66 @@ void ResultGrid::setCol(int col) {
     rowSel_ = row_;
 }
 
+QString ResultGrid::textMatrix(int row, int col) const {
+    const Cell& it = cell(row, col);
+    switch (it.content) {
+        case Content::integer:
+            return QString::number(static_cast<qint64>(it.number));
+        case Content::real:
+            return twoDecimals(it.number);
+        case Content::text:
+            return it.text;
+    }
+    return {};
+}
+
 void ResultGrid::setTextMatrix(int row, int col, const QString& text) {
-    cell(row, col).text = text;
-    changed();
+    Cell& it = cell(row, col);
+    it.content = Content::text;
+    it.text = text;
+    cellChanged(row, col);
+}
+
+void ResultGrid::setInteger(int row, int col, qint64 value) {
+    if (value < -largestExact || value > largestExact) {
+        setTextMatrix(row, col, QString::number(value));
+        return;
+    }
+    Cell& it = cell(row, col);
+    it.content = Content::integer;
+    it.number = static_cast<double>(value);
+    cellChanged(row, col);
+}
+
+void ResultGrid::setReal(int row, int col, double value) {
+    Cell& it = cell(row, col);
+    it.content = Content::real;
+    it.number = toTwoDecimals(value);
+    it.alignment = CellAlignment::right;
+    cellChanged(row, col);
+}
+
+std::optional<double> ResultGrid::number(int row, int col) const {
+    const Cell& it = cell(row, col);
+    if (it.content != Content::text) {
+        return it.number;
+    }
+    return readsAsNumber(it.text) ? std::optional(numericPrefix(it.text)) : std::nullopt;
+}
+
+qsizetype ResultGrid::textLength(int row, int col) const {
+    const Cell& it = cell(row, col);
+    if (it.content == Content::text) {
+        return it.text.size();
+    }
+    constexpr qsizetype decimals = 3;  // with their point
+    return digitsOf(std::abs(it.number)) + (it.number < 0 ? 1 : 0) +
+           (it.content == Content::real ? decimals : 0);
 }
 
 void ResultGrid::setAlignment(int row, int col, CellAlignment alignment) {
     cell(row, col).alignment = alignment;
-    changed();
+    cellChanged(row, col);
 }
 
 Colour ResultGrid::cellForeColor(int row, int col) const {
@@ -104,14 +173,26 @@ void ResultGrid::setCellForeColor(int row, int col, Colour colour) {
     Cell& it = cell(row, col);
     it.coloured = true;
     it.colour = colour & 0xFFFFFF;
-    changed();
+    cellChanged(row, col);
 }
 
 void ResultGrid::setCellBackColor(int row, int col, Colour colour) {
     Cell& it = cell(row, col);
     it.backColoured = true;
     it.backColour = colour & 0xFFFFFF;
-    changed();
+    cellChanged(row, col);
+}
+
+// A fill shows everything in its end.
+void ResultGrid::cellChanged(int row, int col) {
+    if (fills_ > 0) {
+        return;
+    }
+    if (row == 0) {
+        emit headerDataChanged(Qt::Horizontal, col, col);
+    } else {
+        emit dataChanged(index(row - 1, col), index(row - 1, col));
+    }
 }
 
 int ResultGrid::colWidth(int col) const {
@@ -132,63 +213,99 @@ void ResultGrid::setColWidths(const QList<int>& twips) {
 }
 
 void ResultGrid::widthsChanged() {
-    if (redraw_) {
+    if (fills_ == 0) {
         emit colWidthsChanged();
-    } else {
-        stale_ = true;
     }
 }
 
 void ResultGrid::setColFont(int col, const ColumnFont& font) {
+    const GridFill fill(*this);
     fonts_.at(static_cast<size_t>(col)) = font;
-    changed();
-}
-
-void ResultGrid::setRedraw(bool on) {
-    redraw_ = on;
-    if (on && stale_) {
-        publish();
-    }
-}
-
-void ResultGrid::changed() {
-    stale_ = true;
-    if (redraw_) {
-        publish();
-    }
-}
-
-void ResultGrid::publish() {
-    beginResetModel();
-    shownRows_ = rows_;
-    shownCols_ = cols_;
-    stale_ = false;
-    endResetModel();
 }
 
 void ResultGrid::clear() {
+    const GridFill fill(*this);
     std::fill(cells_.begin(), cells_.end(), Cell());
-    changed();
 }
 
-void ResultGrid::sortRows(SortCode code) {
-    std::vector<QStringView> keys;
-    keys.reserve(static_cast<size_t>(rows_) - 1);
-    for (int row = 1; row < rows_; ++row) {
-        keys.emplace_back(textMatrix(row, col_));
+void ResultGrid::beginFill() {
+    if (fills_++ == 0) {
+        markedKey_ = keyOf(markedRow());
+        beginResetModel();
     }
+}
+
+void ResultGrid::endFill() {
+    if (--fills_ == 0) {
+        markKey();
+        endResetModel();
+    }
+}
+
+// Empty if the row is about no item.
+QStringList ResultGrid::keyOf(int row) const {
+    QStringList key;
+    for (const int col : keyColumns_) {
+        if (row == 0 || col >= cols_) {
+            return {};
+        }
+        key << textMatrix(row, col);
+    }
+    return key.join(QString()).isEmpty() ? QStringList() : key;
+}
+
+void ResultGrid::markKey() {
+    if (markedKey_.isEmpty()) {
+        return;
+    }
+    setRow(0);
+    for (int row = 1; row < rows_; ++row) {
+        if (keyOf(row) == markedKey_) {
+            mark(row);
+            return;
+        }
+    }
+}
+
+void ResultGrid::orderRows(const std::vector<int>& rows) {
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
     std::vector<int> order = {0};
     order.reserve(order_.size());
-    for (const int at : sortedOrder(keys, code)) {
-        order.push_back(order_[static_cast<size_t>(at) + 1]);
+    std::vector<int> newRows(order_.size());
+    for (const int row : rows) {
+        newRows[static_cast<size_t>(row)] = static_cast<int>(order.size());
+        order.push_back(order_[static_cast<size_t>(row)]);
     }
     order_ = std::move(order);
-    changed();
+    row_ = newRows[static_cast<size_t>(row_)];
+    rowSel_ = newRows[static_cast<size_t>(rowSel_)];
+    for (int row = 1; row < rows_; ++row) {
+        Cell& number = cell(row, 0);
+        number.content = Content::integer;
+        number.number = row;
+    }
+    movePersistentIndexes(newRows);
+    emit layoutChanged({}, VerticalSortHint);
 }
 
-void ResultGrid::setToolTipText(const QString& text) {
-    toolTipText_ = text;
-    emit toolTipTextChanged(text);
+void ResultGrid::movePersistentIndexes(const std::vector<int>& newRows) {
+    const QModelIndexList former = persistentIndexList();
+    QModelIndexList moved;
+    for (const QModelIndex& it : former) {
+        moved << index(newRows[static_cast<size_t>(it.row()) + 1] - 1, it.column());
+    }
+    changePersistentIndexList(former, moved);
+}
+
+void ResultGrid::biaoji(int row) {
+    mark(row);
+    emit rowMarked();
+}
+
+void ResultGrid::mark(int row) {
+    setRow(row);
+    col_ = 0;
+    colSel_ = cols_ - 1;
 }
 
 int ResultGrid::markedRow() const {
@@ -196,28 +313,39 @@ int ResultGrid::markedRow() const {
     return whole ? row_ : 0;
 }
 
+void ResultGrid::unmark() {
+    setRow(0);
+    emit rowMarked();
+}
+
+void ResultGrid::setToolTipText(const QString& text) {
+    toolTipText_ = text;
+    emit toolTipTextChanged(text);
+}
+
 int ResultGrid::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : shownRows_ - 1;
+    return parent.isValid() ? 0 : rows_ - 1;
 }
 
 int ResultGrid::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : shownCols_;
+    return parent.isValid() ? 0 : cols_;
 }
 
 QVariant ResultGrid::data(const QModelIndex& index, int role) const {
-    if (index.row() + 1 >= rows_ || index.column() >= cols_) {
+    if (!index.isValid()) {
         return {};
     }
-    const Cell& it = cell(index.row() + 1, index.column());
+    const int row = index.row() + 1;
+    const Cell& it = cell(row, index.column());
     switch (role) {
         case Qt::DisplayRole:
-            return it.text;
+            return textMatrix(row, index.column());
         case Qt::TextAlignmentRole:
             if (it.alignment == CellAlignment::centre) {
                 return QVariant(Qt::AlignCenter);
             }
             return QVariant(Qt::AlignVCenter |
-                            (it.alignment == CellAlignment::right || readsAsNumber(it.text)
+                            (it.alignment == CellAlignment::right || number(row, index.column())
                                  ? Qt::AlignRight
                                  : Qt::AlignLeft));
         case ColourRole:
@@ -234,21 +362,17 @@ QVariant ResultGrid::headerData(int section, Qt::Orientation orientation, int ro
         return {};
     }
     if (role == Qt::DisplayRole) {
-        return cell(0, section).text;
+        return textMatrix(0, section);
     }
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
 }
 
-void ResultGrid::selectRow(int row) {
-    setRow(row);
-    setCol(0);
-    setColSel(cols_ - 1);
-    setRowSel(row);
-    emit rowSelected(row);
-}
-
-void biaoji(ResultGrid& grid, int row) {
-    grid.selectRow(row);
+Colour signColour(const ResultGrid& grid, int row, int col) {
+    const std::optional<double> number = grid.number(row, col);
+    if (number) {
+        return *number < 0 ? fallColour : riseColour;
+    }
+    return signColour(grid.textMatrix(row, col));
 }
 
 }  // namespace guanchao

@@ -1,10 +1,12 @@
-// The model behind every list of the program: a table of texts with a header row, a current cell,
+// The model behind every list of the program: a table of values with a header row, a current cell,
 // widths, alignments and colours. Row 0 is the header, column 0 the row number. Widths are in
 // twips, 1440 to the inch. A position outside the table raises std::out_of_range.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <QStringList>
+#include <optional>
 #include <vector>
 
 #include "grid/colours.h"
@@ -19,15 +21,6 @@ enum class CellAlignment : std::uint8_t { general, centre, right };  // general:
 struct ColumnFont {
     QString family;
     int points = 0;
-};
-
-// Sorting by the column of the current cell.
-enum class SortCode : std::uint8_t {
-    none = 0,
-    genericAscending = 1,
-    genericDescending = 2,
-    textAscending = 5,
-    textDescending = 6
 };
 
 class ResultGrid : public QAbstractTableModel {
@@ -52,13 +45,19 @@ public:
     // Setting the current cell ends the selection there too.
     void setRow(int row);
     void setCol(int col);
-    void setRowSel(int row) { rowSel_ = row; }
-    void setColSel(int col) { colSel_ = col; }
 
-    const QString& text() const { return textMatrix(row_, col_); }
+    QString text() const { return textMatrix(row_, col_); }
     void setText(const QString& text) { setTextMatrix(row_, col_, text); }
-    const QString& textMatrix(int row, int col) const { return cell(row, col).text; }
+    QString textMatrix(int row, int col) const;
     void setTextMatrix(int row, int col, const QString& text);
+    void setInteger(int row, int col, qint64 value);
+    // Shown with two decimals, at the right; the cell holds the number that it shows.
+    void setReal(int row, int col, double value);
+
+    // What the cell shows if it reads as a number.
+    std::optional<double> number(int row, int col) const;
+    // The length of the cell's text; for a number it is told without writing it.
+    qsizetype textLength(int row, int col) const;
 
     CellAlignment cellAlignment() const { return cell(row_, col_).alignment; }
     void setCellAlignment(CellAlignment alignment) { setAlignment(row_, col_, alignment); }
@@ -76,27 +75,26 @@ public:
     const ColumnFont& colFont(int col) const { return fonts_.at(static_cast<size_t>(col)); }
     void setColFont(int col, const ColumnFont& font);
 
-    bool redraw() const { return redraw_; }
-    // While off, views keep what they show; switching it on shows all changes at once.
-    void setRedraw(bool on);
-
-    // Makes the row the selection, from its first to its last cell.
-    void selectRow(int row);
-
     // Empties all cells and takes their looks away; counts, widths and column fonts stay.
     void clear();
 
-    // Sorts the data rows by the current column; rows that compare equal keep their order.
-    void sortRows(SortCode code);
+    // Puts the data rows into this order and numbers them anew; the marked row moves with its
+    // cells. `rows` has each of them once.
+    void orderRows(const std::vector<int>& rows);
+
+    // 标记: marks the whole row, from its first to its last cell, as the chosen one.
+    void biaoji(int row);
+    // The row that is marked as a whole, 0 if none is.
+    int markedRow() const;
+    void unmark();
+    // The columns that tell which item a row is about: after a fill its row is marked again.
+    void setKeyColumns(const QList<int>& cols) { keyColumns_ = cols; }
 
     const QString& toolTipText() const { return toolTipText_; }
     void setToolTipText(const QString& text);
 
     // True if the grid holds a table and `row` is one of its rows below the header.
     bool isDataRow(int row) const { return row > 0 && cols_ > 2 && rows_ > 1; }
-
-    // The row that is marked as a whole, 0 if none is.
-    int markedRow() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -105,16 +103,22 @@ public:
 
 signals:
     void colWidthsChanged();
-    void rowSelected(int row);
+    void rowMarked();
     void toolTipTextChanged(const QString& text);
 
 private:
+    friend class GridFill;
+
+    enum class Content : std::uint8_t { text, integer, real };
+
     // Packed: large results have millions of them.
     struct Cell {
         QString text;
+        double number = 0;
         Colour colour : 24 = 0;
         bool coloured : 1 = false;
         CellAlignment alignment : 2 = CellAlignment::general;
+        Content content : 2 = Content::text;
         Colour backColour : 24 = 0;
         bool backColoured : 1 = false;
     };
@@ -124,9 +128,14 @@ private:
     size_t position(int row, int col) const;
     void resize(int rows, int cols);
     void settleOrder();
+    void cellChanged(int row, int col);
     void widthsChanged();
-    void changed();
-    void publish();
+    void movePersistentIndexes(const std::vector<int>& newRows);
+    void beginFill();
+    void endFill();
+    QStringList keyOf(int row) const;
+    void mark(int row);
+    void markKey();
 
     int rows_ = 1;
     int cols_ = 1;
@@ -138,14 +147,25 @@ private:
     int col_ = 0;
     int rowSel_ = 0;
     int colSel_ = 0;
-    bool redraw_ = true;
-    bool stale_ = false;  // a change that views have not seen yet
-    int shownRows_ = 1;
-    int shownCols_ = 1;
+    int fills_ = 0;  // one within the other
+    QList<int> keyColumns_ = {1};
+    QStringList markedKey_;  // as a fill began
     QString toolTipText_;
 };
 
-// 标记: marks the whole row as the selected one.
-void biaoji(ResultGrid& grid, int row);
+// A fill of a grid: while it lives, views keep what they show, and no events may happen; in its end
+// they show all changes at once. The item whose row was marked is marked where it stands then.
+class GridFill {
+public:
+    explicit GridFill(ResultGrid& grid) : grid_(grid) { grid_.beginFill(); }
+    ~GridFill() { grid_.endFill(); }
+    Q_DISABLE_COPY_MOVE(GridFill)
+
+private:
+    ResultGrid& grid_;
+};
+
+// Red or green by the sign of the number in the cell.
+Colour signColour(const ResultGrid& grid, int row, int col);
 
 }  // namespace guanchao

@@ -5,65 +5,73 @@
 #include <numeric>
 #include <optional>
 
-#include "base/values.h"
-#include "grid/trapped.h"
-
 namespace guanchao {
 
 namespace {
 
-// A cell parsed once: a number, or else a text with its place in the collation.
+// A number, or else a text with its place in the collation.
 struct GenericKey {
-    bool isNumber = false;
-    double number = 0;
+    std::optional<double> number;
     std::optional<QCollatorSortKey> text;
 };
 
-std::vector<GenericKey> genericKeys(const std::vector<QStringView>& keys) {
+// Row 0, the header, has a key too, so that keys are found by their row.
+std::vector<GenericKey> genericKeys(const ResultGrid& grid, int col) {
     const QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    std::vector<GenericKey> parsed;
-    parsed.reserve(keys.size());
-    for (const QStringView key : keys) {
-        if (readsAsNumber(key)) {
-            parsed.push_back({true, numericPrefix(key), std::nullopt});
-        } else {
-            parsed.push_back({false, 0, collator.sortKey(key.toString())});
+    std::vector<GenericKey> keys(static_cast<size_t>(grid.rows()));
+    for (int row = 1; row < grid.rows(); ++row) {
+        GenericKey& key = keys[static_cast<size_t>(row)];
+        key.number = grid.number(row, col);
+        if (!key.number) {
+            key.text = collator.sortKey(grid.textMatrix(row, col));
         }
     }
-    return parsed;
+    return keys;
 }
 
 bool before(const GenericKey& left, const GenericKey& right) {
-    if (left.isNumber != right.isNumber) {
-        return left.isNumber;
+    if (left.number.has_value() != right.number.has_value()) {
+        return left.number.has_value();
     }
-    return left.isNumber ? left.number < right.number : left.text->compare(*right.text) < 0;
+    return left.number ? *left.number < *right.number : left.text->compare(*right.text) < 0;
 }
 
-template <typename Before>
-void sortIndexes(std::vector<int>& order, bool ascending, Before isBefore) {
-    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
-        const auto a = static_cast<size_t>(left);
-        const auto b = static_cast<size_t>(right);
-        return ascending ? isBefore(a, b) : isBefore(b, a);
+QStringList textKeys(const ResultGrid& grid, int col) {
+    QStringList keys;
+    keys.reserve(grid.rows());
+    for (int row = 0; row < grid.rows(); ++row) {
+        keys << grid.textMatrix(row, col);
+    }
+    return keys;
+}
+
+template <typename Keys, typename Before>
+void sortByKeys(std::vector<int>& rows, bool ascending, const Keys& keys, Before isBefore) {
+    std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) {
+        const auto& first = keys[static_cast<size_t>(ascending ? left : right)];
+        const auto& second = keys[static_cast<size_t>(ascending ? right : left)];
+        return isBefore(first, second);
     });
 }
 
 }  // namespace
 
-std::vector<int> sortedOrder(const std::vector<QStringView>& keys, SortCode code) {
-    std::vector<int> order(keys.size());
-    std::iota(order.begin(), order.end(), 0);
+bool isAscending(SortCode code) {
+    return code == SortCode::genericAscending || code == SortCode::textAscending;
+}
+
+std::vector<int> sortedRows(const ResultGrid& grid, int col, SortCode code) {
+    std::vector<int> rows(static_cast<size_t>(grid.rows()) - 1);
+    std::iota(rows.begin(), rows.end(), 1);
     if (code == SortCode::genericAscending || code == SortCode::genericDescending) {
-        const std::vector<GenericKey> parsed = genericKeys(keys);
-        sortIndexes(order, code == SortCode::genericAscending,
-                    [&](size_t a, size_t b) { return before(parsed[a], parsed[b]); });
+        sortByKeys(rows, isAscending(code), genericKeys(grid, col), before);
     } else if (code != SortCode::none) {
-        sortIndexes(order, code == SortCode::textAscending, [&](size_t a, size_t b) {
-            return keys[a].compare(keys[b], Qt::CaseInsensitive) < 0;
-        });
+        sortByKeys(rows, isAscending(code), textKeys(grid, col),
+                   [](const QString& left, const QString& right) {
+                       return left.compare(right, Qt::CaseInsensitive) < 0;
+                   });
     }
-    return order;
+    return rows;
 }
 
 SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortCode last) {
@@ -77,26 +85,7 @@ SortCode nextSortCode(const QString& header, const QStringList& dateWords, SortC
 
 void sortByHeader(ResultGrid& grid, int col, const QStringList& dateWords, SortCode& last) {
     last = nextSortCode(grid.textMatrix(0, col), dateWords, last);
-    grid.setRedraw(false);
-    grid.setCol(col);
-    grid.sortRows(last);
-    writeRowNumbers(grid);
-    grid.setRedraw(true);
-}
-
-void sortOnHeaderClick(ResultGrid& grid, int row, int col, const QStringList& dateWords,
-                       SortCode& last) {
-    trapped([&] {
-        if (row == 0) {
-            sortByHeader(grid, col, dateWords, last);
-        }
-    });
-}
-
-void writeRowNumbers(ResultGrid& grid) {
-    for (int row = 1; row < grid.rows(); ++row) {
-        grid.setTextMatrix(row, 0, QString::number(row));
-    }
+    grid.orderRows(sortedRows(grid, col, last));
 }
 
 }  // namespace guanchao

@@ -1,7 +1,5 @@
 #include "grid/tianchongbiao.h"
 
-#include "base/values.h"
-
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,12 +15,13 @@ void writeHeader(const Recordset& recordset, ResultGrid& grid, int offset) {
 }
 
 void writeRecord(const Recordset& recordset, ResultGrid& grid, int row, int offset) {
-    grid.setTextMatrix(row, 0, QString::number(row));
+    grid.setInteger(row, 0, row);
     for (int field = 0; field < recordset.fieldCount(); ++field) {
         const Value& value = recordset.value(field);
         if (value.isReal()) {
-            grid.setTextMatrix(row, offset + field, twoDecimals(value.toNumber()));
-            grid.setAlignment(row, offset + field, CellAlignment::right);
+            grid.setReal(row, offset + field, value.toNumber());
+        } else if (value.isInteger()) {
+            grid.setInteger(row, offset + field, value.toInteger());
         } else if (!value.isNull()) {
             grid.setTextMatrix(row, offset + field, value.toText());
         }
@@ -32,6 +31,7 @@ void writeRecord(const Recordset& recordset, ResultGrid& grid, int row, int offs
 }  // namespace
 
 void tianchongbiao(Recordset& recordset, ResultGrid& grid, int offset) {
+    const GridFill fill(grid);
     grid.setCols(recordset.fieldCount() + offset);
     grid.setRows(recordset.count() + 1);
     writeHeader(recordset, grid, offset);

@@ -15,9 +15,9 @@ Form29::Form29(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form29>()) {
     ui_->setupUi(this);
+    connectMenu();
     dressControls();
     connectControls();
-    connectMenu();
     Form_Load();
 }
 
@@ -43,6 +43,8 @@ void Form29::connectControls() {
 void Form29::connectMenu() {
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
     kuaijiemenu_.addActions({ui_->打开采集网页, ui_->添加商品, ui_->修改商品, ui_->删除商品});
+    ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_, GridView::MenuArea::rowsAndGround);
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form29::enableEntries);
     connect(ui_->打开采集网页, &QAction::triggered, this, [this] { openSearchPage(); });
     connect(ui_->添加商品, &QAction::triggered, this, &Form29::添加商品_Click);
     connect(ui_->修改商品, &QAction::triggered, this, [this] { windows_.openAnew<Form5>(); });
@@ -60,11 +62,10 @@ void Form29::Form_Load() {
 }
 
 // Beside the commodities, and where there is none, one can still be added.
-void Form29::openMenu(bool onItem) {
+void Form29::enableEntries(int row) {
     for (QAction* entry : {ui_->打开采集网页, ui_->修改商品, ui_->删除商品}) {
-        entry->setEnabled(onItem);
+        entry->setEnabled(row > 0);
     }
-    kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
 }
 
 void Form29::添加商品_Click() {

@@ -28,7 +28,7 @@ private:
     void connectMenu();
     void Form_Load();
 
-    void openMenu(bool onItem) override;
+    void enableEntries(int row);
     void 添加商品_Click();
     void 删除商品_Click();
 

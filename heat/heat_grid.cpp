@@ -1,7 +1,5 @@
 #include "heat/heat_grid.h"
 
-#include <QScopeGuard>
-
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
 
@@ -30,8 +28,7 @@ DayValues dayOf(const Recordset& history, const QList<CountLine>& lines) {
 
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
                   DressRow dressRow) {
-    grid.setRedraw(false);
-    const auto redrawOn = qScopeGuard([&] { grid.setRedraw(true); });
+    const GridFill fill(grid);
     grid.clear();
     tianchongbiao(recordset, grid, 1);
     grid.setColWidths(widths);
@@ -41,11 +38,10 @@ void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widt
 }
 
 void emptyHeatGrid(ResultGrid& grid) {
-    grid.setRedraw(false);
+    const GridFill fill(grid);
     grid.clear();
     grid.setRows(1);
     grid.setCols(1);
-    grid.setRedraw(true);
 }
 
 void colourColumns(ResultGrid& grid, int row, const QList<int>& cols, Colour colour) {
@@ -56,14 +52,14 @@ void colourColumns(ResultGrid& grid, int row, const QList<int>& cols, Colour col
 
 void colourBySign(ResultGrid& grid, int row, const QList<int>& cols) {
     for (const int col : cols) {
-        grid.setCellForeColor(row, col, signColour(grid.textMatrix(row, col)));
+        grid.setCellForeColor(row, col, signColour(grid, row, col));
     }
 }
 
 std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text) {
     const QString searched = trimBlanks(text);
     for (int row = 1; row < grid.rows(); ++row) {
-        const QString item = trimBlanks(grid.textMatrix(row, 2));
+        const QString item = trimBlanks(grid.textMatrix(row, heatItemColumn));
         if (!item.isEmpty() && item.contains(searched)) {
             return row;
         }

@@ -10,6 +10,9 @@
 
 namespace guanchao {
 
+// The column of a ranking that names its items.
+constexpr int heatItemColumn = 2;
+
 using DressRow = void (*)(ResultGrid& grid, int row);
 
 // Clears the grid, pours the recordset into it and dresses each data row; views see it at once.
@@ -24,7 +27,7 @@ void colourColumns(ResultGrid& grid, int row, const QList<int>& cols, Colour col
 // By the sign of each cell: red for 0 and above.
 void colourBySign(ResultGrid& grid, int row, const QList<int>& cols);
 
-// The first row whose column 2 contains the text without the blanks at its ends.
+// The first row of a ranking whose item contains the text without the blanks at its ends.
 std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text);
 
 // A line of a plot: the words of its value and the fields of a history that add up to it.

@@ -19,13 +19,16 @@ HeatRanking::HeatRanking(const Stores& stores, Globals& globals, const Clock& cl
       shell_(shell),
       subject_(std::move(subject)),
       ranking_(ranking),
-      history_(history) {}
+      history_(history) {
+    ranking_.setKeyColumns({heatItemColumn});
+}
 
 void HeatRanking::showRanking(bool all) {
     const Activity activity(subject_.rankingActivity);
     Connection store = stores_.heat.open();
     const Recordset latest(store, u"select date(riqi) as riqi from "_s + subject_.dayTable +
                                       u" order by datetime(riqi) desc limit 1"_s);
+    const GridFill fill(ranking_);
     emptyHeatGrid(ranking_);
     if (latest.atEnd() && !subject_.ranksToday) {
         return;
@@ -40,7 +43,7 @@ bool HeatRanking::choose(int row) {
     if (!ranking_.isDataRow(row)) {
         return false;
     }
-    globals_.*subject_.current = trimBlanks(ranking_.textMatrix(row, 2));
+    globals_.*subject_.current = trimBlanks(ranking_.textMatrix(row, heatItemColumn));
     if (subject_.lastColumnIsTip) {
         ranking_.setToolTipText(trimBlanks(ranking_.textMatrix(row, ranking_.cols() - 1)));
     }

@@ -19,7 +19,7 @@ struct HeatSubject {
     QString rankingActivity;
     QString historyActivity;
     QString collectWord;                  // the argument word of the collector
-    QString Globals::*current = nullptr;  // the item that was pressed last
+    QString Globals::*current = nullptr;  // the item that was chosen last
     QString dayTable;                     // the latest day in it is the ranking's
     bool ranksToday = false;              // while no day is collected, the ranking is today's
 
@@ -33,7 +33,7 @@ struct HeatSubject {
     DressRow dressRanking;
     DressRow dressHistory;
     QList<CountLine> lines;                                   // of the plot of a history
-    bool lastColumnIsTip = false;                             // of the row that was pressed
+    bool lastColumnIsTip = false;                             // of the row that is chosen
     std::function<QString(const QString& item)> searchWords;  // without marks
 };
 
@@ -48,7 +48,7 @@ public:
     // The items of the latest day, or every item there is.
     void showRanking(bool all);
 
-    // A press on a row: its item becomes the current one and the second grid is emptied; false on a
+    // A row is chosen: its item becomes the current one and the second grid is emptied; false on a
     // row without data.
     bool choose(int row);
     // Fills the second grid with the current item's history and returns it for the plot.

@@ -29,16 +29,12 @@ void HeatWindow::take(const Controls& controls, const QString& rankingHint) {
 }
 
 void HeatWindow::connectGrids() {
-    connect(controls_.MSHFlexGrid1, &GridView::gridClicked, this, [this](int row, int col) {
-        sortOnHeaderClick(rankingGrid_, row, col, {u"日期"_s}, lastSortCode_);
-    });
-    connect(controls_.MSHFlexGrid2, &GridView::gridClicked, this, [this](int row, int col) {
-        sortOnHeaderClick(historyGrid_, row, col, {u"日期"_s}, lastSortCode_);
-    });
-    connect(controls_.MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(controls_.MSHFlexGrid1, &GridView::gridDoubleClicked, this,
-            [this] { openSearchPage(); });
+    controls_.MSHFlexGrid1->setSortable({u"日期"_s});
+    controls_.MSHFlexGrid2->setSortable({u"日期"_s});
+    controls_.MSHFlexGrid2->shareSortOrder(*controls_.MSHFlexGrid1);
+    connect(controls_.MSHFlexGrid1, &GridView::rowChosen, this,
+            &HeatWindow::MSHFlexGrid1_RowChosen);
+    connect(controls_.MSHFlexGrid1, &GridView::rowDoubleClicked, this, [this] { openSearchPage(); });
 }
 
 void HeatWindow::connectButtons() {
@@ -56,7 +52,7 @@ QSignalBlocker HeatWindow::quietIfHeld(QObject* box) const {
 // Marks the first row of the ranking that holds the text and scrolls to it.
 void HeatWindow::Command2_Click() {
     if (const std::optional<int> row = findHeatRow(rankingGrid_, controls_.Text1->text())) {
-        biaoji(rankingGrid_, *row);
+        rankingGrid_.biaoji(*row);
         controls_.MSHFlexGrid1->scrollToTop(*row);
     }
 }
@@ -65,21 +61,10 @@ void HeatWindow::Command9_Click() {
     ranking_.showRanking(controls_.Check2->isChecked());
 }
 
-// The menu is open by the time the history is read, which may fail.
-void HeatWindow::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    const bool isRight = button == Qt::RightButton;
-    const bool onItem = ranking_.choose(row);
-    if (onItem) {
+void HeatWindow::MSHFlexGrid1_RowChosen(int row) {
+    if (ranking_.choose(row)) {
         controls_.Text1->setText(ranking_.current());
         controls_.plot->showDays({});
-    }
-    if (onItem && isRight) {
-        biaoji(rankingGrid_, row);
-    }
-    if (isRight && row != 0) {
-        openMenu(onItem);
-    }
-    if (onItem) {
         controls_.plot->showDays(ranking_.showHistory());
     }
 }

@@ -12,7 +12,6 @@
 #include "frame/day_plot.h"
 #include "frame/environment.h"
 #include "grid/grid_view.h"
-#include "grid/sorting.h"
 #include "heat/collector_launch.h"
 #include "heat/heat_ranking.h"
 
@@ -43,9 +42,6 @@ protected:
     void openSearchPage() { ranking_.openSearchPage(yinqingurl_); }
 
     void Command9_Click();
-    // On the ranking, on an item or beside it. There is none by itself.
-    virtual void openMenu(bool /*onItem*/) {}
-
     Environment& environment_;
     ResultGrid rankingGrid_;
     ResultGrid historyGrid_;
@@ -57,11 +53,10 @@ private:
     void connectButtons();
 
     void Command2_Click();
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
+    void MSHFlexGrid1_RowChosen(int row);
 
     CollectorLaunch collectorLaunch_;
     Controls controls_;
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

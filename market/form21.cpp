@@ -3,7 +3,6 @@
 #include <QApplication>
 
 #include "base/values.h"
-#include "grid/twips.h"
 #include "market/form11.h"
 #include "ui_form21.h"
 
@@ -54,9 +53,7 @@ Form21::Form21(Environment& environment, Windows& windows)
     asks_ = bookLabels(u"ask"_s);
     bids_ = bookLabels(u"bid"_s);
     setColour(*ui_->Label5, stockColour);
-    picker_ = new PickerBox(
-        *ui_->Text7, *ui_->List1, environment_.stores.main,
-        [this](int twips) { return pixelsOf(twips, *this); }, this);
+    picker_ = new PickerBox(*ui_->Text7, *ui_->List1, environment_.stores.main, this);
     picker_->showAtMost(mostCandidates);
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.addActions({ui_->F10资料, ui_->刷新});

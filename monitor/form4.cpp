@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 
-#include "grid/sorting.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -35,6 +34,7 @@ Form4::Form4(Environment& environment, Windows& windows)
     ui_->MSHFlexGrid2->setHint(u"还没有个股监控\n\n在主窗口右击一只股票，选“添加个股监控”"_s);
     buildMenus();
     connectControls();
+    connectGrids();
     // An alarm brings the window up while the user types elsewhere: no key may reach the frequency.
     ui_->MSHFlexGrid1->setFocus();
     Form_Load();
@@ -55,15 +55,6 @@ void Form4::connectControls() {
     connect(ui_->Text1, &QLineEdit::textChanged, this, &Form4::Text1_Change);
     connect(ui_->Text1, &QLineEdit::returnPressed, this, &Form4::Text1_LostFocus);
     ui_->Text1->installEventFilter(this);
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(themes_, row, col); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid2_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridClicked, this,
-            [this](int row, int col) { MSHFlexGrid_Click(stocks_, row, col); });
-    connect(ui_->MSHFlexGrid2, &GridView::gridDoubleClicked, this, &Form4::MSHFlexGrid2_DblClick);
     connect(ui_->查看行情, &QAction::triggered, this, &Form4::查看行情_Click);
     connect(ui_->添加监控, &QAction::triggered, this, &Form4::添加监控_Click);
     connect(ui_->修改监控, &QAction::triggered, this, &Form4::修改监控_Click);
@@ -74,6 +65,19 @@ void Form4::connectControls() {
     connect(ui_->修改监控2, &QAction::triggered, this, &Form4::修改监控2_Click);
     connect(ui_->删除监控2, &QAction::triggered, this,
             [this] { deleteMonitor(&MonitorManager::deleteStock); });
+}
+
+void Form4::connectGrids() {
+    GridView& themes = *ui_->MSHFlexGrid1;
+    GridView& stocks = *ui_->MSHFlexGrid2;
+    themes.setSortable({u"日期"_s});
+    stocks.setSortable({u"日期"_s});
+    stocks.shareSortOrder(themes);
+    themes.setRowMenu(kuaijie1_);
+    stocks.setRowMenu(kuaijie2_);
+    connect(&themes, &GridView::rowChosen, this, [this](int row) { manager_.selectTheme(row); });
+    connect(&stocks, &GridView::rowChosen, this, [this](int row) { manager_.selectStock(row); });
+    connect(&stocks, &GridView::rowDoubleClicked, this, &Form4::查看行情_Click);
 }
 
 void Form4::Form_Load() {
@@ -144,32 +148,6 @@ bool Form4::eventFilter(QObject* watched, QEvent* event) {
         QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
     }
     return QWidget::eventFilter(watched, event);
-}
-
-void Form4::MSHFlexGrid_Click(ResultGrid& grid, int row, int col) {
-    sortOnHeaderClick(grid, row, col, {u"日期"_s}, lastSortCode_);
-}
-
-void Form4::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    manager_.selectTheme(row);
-    if (button == Qt::RightButton && row > 0) {
-        biaoji(themes_, row);
-        kuaijie1_.popup(ui_->MSHFlexGrid1->pressPosition());
-    }
-}
-
-void Form4::MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button) {
-    manager_.selectStock(row);
-    if (button == Qt::RightButton && row > 0) {
-        biaoji(stocks_, row);
-        kuaijie2_.popup(ui_->MSHFlexGrid2->pressPosition());
-    }
-}
-
-void Form4::MSHFlexGrid2_DblClick(int row) {
-    if (row > 0) {
-        查看行情_Click();
-    }
 }
 
 void Form4::查看行情_Click() {

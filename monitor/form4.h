@@ -32,6 +32,7 @@ protected:
 private:
     void buildMenus();
     void connectControls();
+    void connectGrids();
     void showFlag();
     void changeFrequency();
     void deleteMonitor(void (MonitorManager::*remove)());
@@ -42,10 +43,6 @@ private:
     void Command2_Click();
     void Text1_Change();
     void Text1_LostFocus();
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid2_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid_Click(ResultGrid& grid, int row, int col);
-    void MSHFlexGrid2_DblClick(int row);
     void 查看行情_Click();
     void 添加监控_Click();
     void 修改监控_Click();
@@ -60,7 +57,6 @@ private:
     MonitorManager manager_;
     QMenu kuaijie1_;  // 快捷: on a theme monitor
     QMenu kuaijie2_;  // 快捷: on a stock monitor
-    SortCode lastSortCode_ = SortCode::none;
     bool checkingFrequency_ = false;
 };
 

@@ -2,7 +2,6 @@
 
 #include <QMouseEvent>
 
-#include "grid/twips.h"
 #include "monitor/editor_window.h"
 #include "ui_form7.h"
 
@@ -14,9 +13,7 @@ Form7::Form7(Environment& environment, Windows& windows)
       ui_(std::make_unique<Ui::Form7>()),
       editor_(environment.stores, environment.globals, environment.dialogs) {
     ui_->setupUi(this);
-    picker_ = new PickerBox(
-        *ui_->Text1, *ui_->List1, environment_.stores.main,
-        [this](int twips) { return pixelsOf(twips, *this); }, this);
+    picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
     ui_->Text4->installEventFilter(this);
     connect(picker_, &PickerBox::chosen, this, &Form7::List1_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Command1_Click);

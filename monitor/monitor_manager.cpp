@@ -2,7 +2,6 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "monitor/poll_list.h"
 
@@ -49,14 +48,13 @@ void rewriteRow(ResultGrid& grid, int row, const MonitorColumns& columns) {
 void fill(Connection& connection, const QString& query, ResultGrid& grid,
           const MonitorColumns& columns) {
     Recordset monitors(connection, query);
-    grid.setRedraw(false);
+    const GridFill fill(grid);
     grid.clear();
     grid.setRows(1);
     grid.setCols(1);
     if (monitors.count() > 0) {
         tianchongbiao(monitors, grid, 1);
         grid.setColWidths(columns.widths);
-        writeRowNumbers(grid);
         for (int row = 1; row < grid.rows(); ++row) {
             rewriteRow(grid, row, columns);
         }
@@ -91,8 +89,6 @@ MonitorManager::Loaded MonitorManager::load() {
             stocks_.setCellForeColor(row, stockAlarmTimeColumn, riseColour);
         }
     }
-    themes_.setRedraw(true);
-    stocks_.setRedraw(true);
     emptySelection();
     return loaded;
 }
@@ -101,6 +97,8 @@ void MonitorManager::emptySelection() {
     globals_.dangqianzhuti.clear();
     globals_.dangqiandm.clear();
     globals_.dangqianjc.clear();
+    themes_.unmark();
+    stocks_.unmark();
 }
 
 QString MonitorManager::caption() const {

@@ -1,6 +1,5 @@
 #include "research/form12.h"
 
-#include "grid/sorting.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -50,12 +49,10 @@ void Form12::connectControls() {
     connect(ui_->Command2, &QPushButton::clicked, this, &Form12::Command2_Click);
     connect(ui_->Command5, &QPushButton::clicked, this, &Form12::Command5_Click);
     connect(ui_->Command6, &QPushButton::clicked, this, &Form12::Command6_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form12::MSHFlexGrid1_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
-    // Keys choose a row too.
-    connect(&grid_, &ResultGrid::rowSelected, this, &Form12::takeRow);
+    ui_->MSHFlexGrid1->setSortable({u"时间"_s, u"日期"_s});
+    ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form12::MSHFlexGrid1_RowChosen);
+    connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
     connect(ui_->修改关注度, &QAction::triggered, this, [this] { forecast_.changeAttention(); });
     connect(ui_->导出自选股, &QAction::triggered, this,
             [this] { forecast_.exportCodes(grid_, last_->texts()); });
@@ -116,29 +113,16 @@ void Form12::Command6_Click() {
     forecast_.changeSummary(textOf(*ui_->Text6));
 }
 
-bool Form12::takeRow(int row) {
-    const std::optional<PressedRow> pressed = search_.press(row);
-    if (pressed) {
+void Form12::MSHFlexGrid1_RowChosen(int row) {
+    if (const std::optional<PressedRow> pressed = search_.press(row)) {
         ui_->Text1->setText(pressed->code);
         ui_->Text2->setText(pressed->theme);
     }
-    return pressed.has_value();
 }
 
-void Form12::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (takeRow(row) && button == Qt::RightButton) {
-        biaoji(grid_, row);
-        kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
-    }
-}
-
-void Form12::MSHFlexGrid1_Click(int row, int col) {
-    sortOnHeaderClick(grid_, row, col, {u"时间"_s, u"日期"_s}, lastSortCode_);
-}
-
-void Form12::MSHFlexGrid1_DblClick(int row) {
+void Form12::MSHFlexGrid1_DblClick() {
     const QString& host = environment_.services.sitepage.host;
-    if (row > 0 && !host.isEmpty()) {
+    if (!host.isEmpty()) {
         environment_.shell.open(host + u'/' + environment_.globals.dangqiandm + u".html"_s);
     }
 }

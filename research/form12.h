@@ -46,10 +46,8 @@ private:
     void Command2_Click();
     void Command5_Click();
     void Command6_Click();
-    bool takeRow(int row);
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid1_Click(int row, int col);
-    void MSHFlexGrid1_DblClick(int row);
+    void MSHFlexGrid1_RowChosen(int row);
+    void MSHFlexGrid1_DblClick();
 
     Environment& environment_;
     std::unique_ptr<Ui::Form12> ui_;
@@ -63,7 +61,6 @@ private:
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on a row
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

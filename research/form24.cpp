@@ -1,6 +1,5 @@
 #include "research/form24.h"
 
-#include "grid/sorting.h"
 #include "ui_form24.h"
 
 namespace guanchao {
@@ -17,12 +16,12 @@ Form24::Form24(Environment& environment, Windows&)
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
+    ui_->MSHFlexGrid1->setSortable({u"日期"_s});
     ui_->tableAndPlot->setSizes({1000, 1000});
     first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
     last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
     connect(ui_->Command9, &QPushButton::clicked, this, &Form24::Command9_Click);
     connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.cancel(); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form24::MSHFlexGrid1_Click);
     ui_->Text1->setText(environment.globals.dangqianzhuti);
     first_->setTexts(history_.firstDay());
     last_->setTexts(history_.lastDay());
@@ -40,10 +39,6 @@ void Form24::Command9_Click() {
             ui_->plot->showPoints(result->points, result->hasTheme);
         }
     });
-}
-
-void Form24::MSHFlexGrid1_Click(int row, int col) {
-    sortOnHeaderClick(grid_, row, col, {u"日期"_s}, lastSortCode_);
 }
 
 void Form24::showRun() {

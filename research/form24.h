@@ -34,7 +34,6 @@ private:
     bool runs() const override { return run_.running(); }
     void cancelRun() override { run_.cancel(); }
     void Command9_Click();
-    void MSHFlexGrid1_Click(int row, int col);
     void showRun();
     void showStep(const ThemeHistoryStep& step);
 
@@ -44,7 +43,6 @@ private:
     ThemeHistory history_;
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

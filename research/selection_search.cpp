@@ -1,7 +1,6 @@
 #include "research/selection_search.h"
 
 #include <QFileInfo>
-#include <QScopeGuard>
 #include <algorithm>
 #include <utility>
 
@@ -18,6 +17,7 @@ namespace {
 
 constexpr int codeColumn = 1;
 constexpr int shortNameColumn = 2;
+constexpr int dateColumn = 3;
 constexpr int themeColumn = 4;
 constexpr int firstGainColumn = 5;
 
@@ -116,7 +116,7 @@ void colour(ResultGrid& grid) {
         grid.setCellBackColor(row, codeColumn, themeColour);
         grid.setCellBackColor(row, shortNameColumn, stockColour);
         for (int col = firstGainColumn; col < grid.cols(); ++col) {
-            grid.setCellBackColor(row, col, signColour(grid.textMatrix(row, col)));
+            grid.setCellBackColor(row, col, signColour(grid, row, col));
         }
     }
 }
@@ -174,7 +174,9 @@ void openSummary(const QString& folder, Shell& shell) {
 }
 
 SelectionSearch::SelectionSearch(const Stores& stores, Globals& globals, ResultGrid& grid)
-    : stores_(stores), globals_(globals), grid_(grid) {}
+    : stores_(stores), globals_(globals), grid_(grid) {
+    grid_.setKeyColumns({codeColumn, dateColumn, themeColumn});
+}
 
 QString SelectionSearch::search(const SelectionQuery& query) {
     const Activity activity(
@@ -183,8 +185,7 @@ QString SelectionSearch::search(const SelectionQuery& query) {
     Connection store = stores_.main.open();
     Recordset found(store, query.statement());
     const QString score = scoreLine(gainsOf(found), query.mergeDates);
-    const auto paint = qScopeGuard([this] { grid_.setRedraw(true); });
-    grid_.setRedraw(false);
+    const GridFill fill(grid_);
     grid_.clear();
     grid_.setRows(1);
     grid_.setCols(1);
@@ -201,7 +202,7 @@ std::optional<PressedRow> SelectionSearch::press(int row) {
         return std::nullopt;
     }
     globals_.dangqiandm = grid_.textMatrix(row, codeColumn);
-    const QString& last = grid_.textMatrix(row, grid_.cols() - 1);
+    const QString last = grid_.textMatrix(row, grid_.cols() - 1);
     globals_.dangqianjilu = wholeNumber32(last).value_or(0);
     return PressedRow{globals_.dangqiandm, grid_.textMatrix(row, themeColumn)};
 }

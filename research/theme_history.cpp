@@ -1,7 +1,5 @@
 #include "research/theme_history.h"
 
-#include <QScopeGuard>
-
 #include "base/activity.h"
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
@@ -68,9 +66,8 @@ void colourDays(ResultGrid& grid) {
         grid.setCellBackColor(row, 1, themeColour);
         grid.setCellBackColor(row, 2, stockColour);
         for (int col = 3; col < grid.cols(); ++col) {
-            const QString& text = grid.textMatrix(row, col);
-            if (readsAsNumber(text)) {
-                grid.setCellBackColor(row, col, signColour(text));
+            if (grid.number(row, col)) {
+                grid.setCellBackColor(row, col, signColour(grid, row, col));
             }
         }
     }
@@ -147,8 +144,6 @@ void ThemeHistory::updateCache(Connection& store, const Range& range) {
     cache_.update(store, indexCode, range.first, range.last);
     Recordset members(
         store, u"select distinct dm  FROM dzhzhuti where zhutiname='"_s + range.theme + u"'"_s);
-    grid_.setRedraw(false);
-    const auto redrawOn = qScopeGuard([this] { grid_.setRedraw(true); });
     for (int at = 0; !members.atEnd(); members.moveNext()) {
         const QString dm = members.value(u"dm").toText();
         show_({dm, ++at, members.count()});
@@ -186,21 +181,19 @@ QStringList ThemeHistory::compareDays(Connection& store, const Range& range,
 }
 
 void ThemeHistory::fillGrid(Connection& store) {
-    grid_.setRedraw(false);
-    const auto redrawOn = qScopeGuard([this] { grid_.setRedraw(true); });
-    grid_.clear();
     Recordset days(store,
                    u"select riqi as 日期,zhutiname as 主题名称,zhutizhangfu as 主题涨幅,"
                    u"dapanzhangfu as 大盘涨幅,zhutizhangfu-dapanzhangfu as 涨幅差,"
                    u"dapansp as 大盘指数 from zhutidapanhq order by datetime(riqi) desc"_s);
-    if (days.count() == 0) {
-        grid_.setRows(1);
-        grid_.setCols(1);
-        return;
+    const GridFill fill(grid_);
+    grid_.clear();
+    grid_.setRows(1);
+    grid_.setCols(1);
+    if (days.count() > 0) {
+        tianchongbiao(days, grid_, 1);
+        grid_.setColWidths({500, 1200, 1900, 1000, 1000, 1000, 1500});
+        colourDays(grid_);
     }
-    tianchongbiao(days, grid_, 1);
-    grid_.setColWidths({500, 1200, 1900, 1000, 1000, 1000, 1500});
-    colourDays(grid_);
 }
 
 }  // namespace guanchao

@@ -19,10 +19,13 @@ public:
     explicit Value(QString text) : value_(std::move(text)) {}
 
     bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
+    bool isInteger() const { return std::holds_alternative<qint64>(value_); }
     bool isReal() const { return std::holds_alternative<double>(value_); }
 
     // A number, or the leading number of a text. A null is no number: it raises OperationError.
     double toNumber() const;
+    // Of an integer.
+    qint64 toInteger() const { return std::get<qint64>(value_); }
     // As it stands in a concatenation; a null is empty.
     QString toText() const;
 

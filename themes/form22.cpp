@@ -1,6 +1,5 @@
 #include "themes/form22.h"
 
-#include "grid/sorting.h"
 #include "ui_form22.h"
 
 namespace guanchao {
@@ -14,18 +13,17 @@ Form22::Form22(Environment& environment, Windows&)
       stockThemes_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                    grid_) {
     ui_->setupUi(this);
+    grid_.setKeyColumns({2});
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"此股票还不属于任何主题\n\n在主窗口为主题添加个股"_s);
-    picker_ = new PickerBox(
-        *ui_->Text1, *ui_->List1, environment_.stores.main,
-        [this](int twips) { return ui_->MSHFlexGrid1->pixels(twips); }, this);
+    picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
     kuaijiemenu_.addActions({ui_->添加到主题, ui_->从该主题删除});
     connect(ui_->Command9, &QPushButton::clicked, this, &Form22::Command9_Click);
     connect(picker_, &PickerBox::chosen, this, &Form22::Command9_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form22::MSHFlexGrid1_Click);
+    ui_->MSHFlexGrid1->setSortable();
+    ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_);
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form22::MSHFlexGrid1_RowChosen);
     connect(ui_->添加到主题, &QAction::triggered, this, &Form22::添加到主题_Click);
     connect(ui_->从该主题删除, &QAction::triggered, this, &Form22::从该主题删除_Click);
     Form_Load();
@@ -49,20 +47,11 @@ void Form22::Command9_Click() {
     }
 }
 
-void Form22::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (row <= 0) {
-        return;
+void Form22::MSHFlexGrid1_RowChosen(int row) {
+    if (row > 0) {
+        environment_.globals.dangqiandm = grid_.textMatrix(row, 1);
+        environment_.globals.dangqianjc = grid_.textMatrix(row, 2);
     }
-    environment_.globals.dangqiandm = grid_.textMatrix(row, 1);
-    environment_.globals.dangqianjc = grid_.textMatrix(row, 2);
-    if (button == Qt::RightButton) {
-        biaoji(grid_, row);
-        kuaijiemenu_.popup(ui_->MSHFlexGrid1->pressPosition());
-    }
-}
-
-void Form22::MSHFlexGrid1_Click(int row, int col) {
-    sortOnHeaderClick(grid_, row, col, {}, lastSortCode_);
 }
 
 void Form22::添加到主题_Click() {

@@ -28,8 +28,7 @@ public:
 private:
     void Form_Load();
     void Command9_Click();
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid1_Click(int row, int col);
+    void MSHFlexGrid1_RowChosen(int row);
     void 添加到主题_Click();
     void 从该主题删除_Click();
 
@@ -39,7 +38,6 @@ private:
     StockThemes stockThemes_;
     PickerBox* picker_ = nullptr;
     QMenu kuaijiemenu_;  // 快捷菜单: on a theme of the stock
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

@@ -2,7 +2,6 @@
 
 #include "articles/form27.h"
 #include "base/values.h"
-#include "grid/sorting.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
@@ -26,9 +25,9 @@ Form30::Form30(Environment& environment, Windows& windows)
     kuaimenu_.setTitle(u"快捷菜单"_s);
     kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->添加个股监控, ui_->操作个股文章,
                           ui_->从自选股删除, ui_->添加自选股});
-    connect(ui_->MSHFlexGrid1, &GridView::gridPressed, this,
-            [this](int row, int, Qt::MouseButton button) { MSHFlexGrid1_MouseDown(row, button); });
-    connect(ui_->MSHFlexGrid1, &GridView::gridClicked, this, &Form30::MSHFlexGrid1_Click);
+    ui_->MSHFlexGrid1->setSortable();
+    ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form30::MSHFlexGrid1_RowChosen);
     connect(ui_->当前行情, &QAction::triggered, this, [this] { windows_.openAnew<Form21>(); });
     connect(ui_->F10资料, &QAction::triggered, this, [this] { windows_.openAnew<Form11>(); });
     connect(ui_->添加个股监控, &QAction::triggered, this, &Form30::添加个股监控_Click);
@@ -40,20 +39,11 @@ Form30::Form30(Environment& environment, Windows& windows)
 
 Form30::~Form30() = default;
 
-void Form30::MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button) {
-    if (row <= 0) {
-        return;
+void Form30::MSHFlexGrid1_RowChosen(int row) {
+    if (row > 0) {
+        environment_.globals.dangqiandm = trimBlanks(grid_.textMatrix(row, 1));
+        environment_.globals.dangqianjc = trimBlanks(grid_.textMatrix(row, 2));
     }
-    environment_.globals.dangqiandm = trimBlanks(grid_.textMatrix(row, 1));
-    environment_.globals.dangqianjc = trimBlanks(grid_.textMatrix(row, 2));
-    if (button == Qt::RightButton) {
-        biaoji(grid_, row);
-        kuaimenu_.popup(ui_->MSHFlexGrid1->pressPosition());
-    }
-}
-
-void Form30::MSHFlexGrid1_Click(int row, int col) {
-    sortOnHeaderClick(grid_, row, col, {}, lastSortCode_);
 }
 
 void Form30::添加个股监控_Click() {

@@ -25,8 +25,7 @@ public:
     ~Form30() override;
 
 private:
-    void MSHFlexGrid1_MouseDown(int row, Qt::MouseButton button);
-    void MSHFlexGrid1_Click(int row, int col);
+    void MSHFlexGrid1_RowChosen(int row);
     void 添加个股监控_Click();
     void 添加自选股_Click();
     void 从自选股删除_Click();
@@ -38,7 +37,6 @@ private:
     ResultGrid grid_;
     Watchlist watchlist_;
     QMenu kuaimenu_;  // 快捷菜单: on a stock
-    SortCode lastSortCode_ = SortCode::none;
 };
 
 }  // namespace guanchao

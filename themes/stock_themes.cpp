@@ -33,7 +33,7 @@ void StockThemes::fill(Connection& store, const QString& code) {
     if (themes.count() == 0) {
         return;
     }
-    grid_.setRedraw(false);
+    const GridFill fill(grid_);
     grid_.clear();
     tianchongbiao(themes, grid_, 1);
     grid_.setColWidths({600, 1000, 1400});
@@ -44,7 +44,6 @@ void StockThemes::fill(Connection& store, const QString& code) {
     }
     grid_.setRow(1);
     grid_.setCol(0);
-    grid_.setRedraw(true);
 }
 
 std::optional<QString> StockThemes::find(const QString& typed) {

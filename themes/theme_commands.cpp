@@ -20,7 +20,7 @@ void removeMembers(Connection& store, const QString& theme) {
 }
 
 bool isSmaller(const ResultGrid& themes, int row, int count) {
-    return roundToWhole(numericPrefix(themes.textMatrix(row, countColumn))) < count;
+    return roundToWhole(themes.number(row, countColumn).value_or(0)) < count;
 }
 
 QString nameOf(const ResultGrid& themes, int row) {

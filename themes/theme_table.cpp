@@ -26,7 +26,7 @@ void colourStocks(ResultGrid& grid, int fieldCount) {
         grid.setCellForeColor(row, 1, themeColour);
         grid.setCellForeColor(row, 3, stockColour);
         for (int col = 5; col < fieldCount; ++col) {
-            grid.setCellForeColor(row, col, signColour(grid.textMatrix(row, col)));
+            grid.setCellForeColor(row, col, signColour(grid, row, col));
         }
     }
 }
@@ -64,10 +64,8 @@ void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels)
     {
         Connection connection = stores_.main.open();
         readLabels(connection, showLabels);
-        themes_.clear();
         fillThemes(connection, threshold);
     }
-    themes_.setRedraw(true);
     setSessionFlags();
 }
 
@@ -82,6 +80,8 @@ void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels
 }
 
 void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
+    const GridFill fill(themes_);
+    themes_.clear();
     Recordset themes(connection,
                      u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
                      u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
@@ -89,7 +89,6 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
                      u" where guanzhudu>"_s +
                          numberText(numericPrefix(threshold)) +
                          u" group by zhutiname order by 涨幅 desc,zhutiname"_s);
-    themes_.setRedraw(false);
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
         themes_.setColWidths({500, 1600, 900, 800, 800, 2000});
@@ -104,21 +103,23 @@ void ThemeTable::setSessionFlags() {
 
 void ThemeTable::xianshizhutigu(const QString& theme) {
     const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
-    {
-        Connection connection = stores_.main.open();
-        Recordset stocks(connection, theme == allStocks ? allStocksQuery() : membersQuery(theme));
-        stocks_.setRedraw(false);
-        // Cleared in any case: a stock without a theme must not show the name of an earlier row.
-        stocks_.clear();
-        if (stocks.count() > 0) {
-            tianchongbiao(stocks, stocks_, 1);
-            setStockWidths(stocks_, stocks.fieldCount());
-            colourStocks(stocks_, stocks.fieldCount());
-        } else {
-            dialogs_.tell(u"没有找到数据！"_s);
-        }
+    if (!fillStocks(theme == allStocks ? allStocksQuery() : membersQuery(theme))) {
+        dialogs_.tell(u"没有找到数据！"_s);
     }
-    stocks_.setRedraw(true);
+}
+
+bool ThemeTable::fillStocks(const QString& query) {
+    Connection connection = stores_.main.open();
+    Recordset stocks(connection, query);
+    const GridFill fill(stocks_);
+    // Cleared in any case: a stock without a theme must not show the name of an earlier row.
+    stocks_.clear();
+    if (stocks.count() > 0) {
+        tianchongbiao(stocks, stocks_, 1);
+        setStockWidths(stocks_, stocks.fieldCount());
+        colourStocks(stocks_, stocks.fieldCount());
+    }
+    return stocks.count() > 0;
 }
 
 void ThemeTable::searchByCode(const QString& code) {
@@ -156,12 +157,11 @@ bool ThemeTable::fillSearch(const QString& query, const QList<int>& widths) {
     Connection connection = stores_.main.open();
     Recordset found(connection, query);
     if (found.count() > 0) {
-        themes_.setRedraw(false);
+        const GridFill fill(themes_);
         themes_.clear();
         tianchongbiao(found, themes_, 1);
         themes_.setColWidths(widths);
     }
-    themes_.setRedraw(true);
     return found.count() > 0;
 }
 

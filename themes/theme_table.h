@@ -48,6 +48,7 @@ private:
     void readLabels(Connection& connection, const ShowLabels& showLabels);
     void fillThemes(Connection& connection, const QString& threshold);
     void setSessionFlags();
+    bool fillStocks(const QString& query);
     bool fillSearch(const QString& query, const QList<int>& widths);
     void showFirstTheme(const QString& searched);
 

@@ -18,14 +18,13 @@ void Watchlist::list(ResultGrid& grid) const {
                      u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
                      u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
                      u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
-    grid.setRedraw(false);
+    const GridFill fill(grid);
     // Cleared first: a stock without a quote must not show the time of an earlier row.
     grid.clear();
     tianchongbiao(stocks, grid, 1);
     constexpr int standard = ResultGrid::standardWidth;
     grid.setColWidths(
         {500, 1200, 1200, 800, 800, 900, standard, standard, standard, 1500, 1500, 1900});
-    grid.setRedraw(true);
 }
 
 bool Watchlist::addTyped() {

@@ -48,6 +48,11 @@ protected:
     void click(const QString& gridName, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
         clickCell(view(gridName), row, col, button);
     }
+    // Keys reach the fields and the shortcuts of a window that is the active one.
+    void activate() {
+        form_.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form_));
+    }
     void press(const QString& theme, const QString& dm, const QString& jc) {
         globals_.dangqianzhuti = theme;
         globals_.dangqiandm = dm;
@@ -103,6 +108,43 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     clickHeader(view(u"MSHFlexGrid1"_s), 2);
     EXPECT_EQ(view(u"MSHFlexGrid1"_s).toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s) << "by the gain, ascending";
+}
+
+TEST_F(Form2Test, AMenuActsOnTheThemeThatKeysHaveMarked) {
+    load();
+    GridView& themes = view(u"MSHFlexGrid1"_s);
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    QTest::keyClick(&themes, Qt::Key_Down);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
+    EXPECT_EQ(themes.toolTip(), u"白酒"_s);
+    dialogs_.typed = u"9"_s;
+    trigger(u"修改关注度"_s);
+    EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti where guanzhudu=9"_s),
+              QStringList{u"白酒"_s});
+    QTest::keyClick(&themes, Qt::Key_Return);
+    QTest::keyClick(&view(u"MSHFlexGrid2"_s), Qt::Key_Space);
+    EXPECT_EQ(globals_.dangqiandm, u"SH600519"_s);
+}
+
+TEST_F(Form2Test, ARefreshKeepsTheMarkAndTheColumnsThatWereDrawn) {
+    load();
+    activate();
+    click(u"MSHFlexGrid1"_s, 2, 1);
+    GridView& themes = view(u"MSHFlexGrid1"_s);
+    const auto* header = themes.horizontalHeader();
+    const QPoint edge(header->sectionViewportPosition(3) - 1, header->height() / 2);
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+    QTest::mouseMove(header->viewport(), edge - QPoint(20, 0));
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge - QPoint(20, 0));
+    const int drawn = themes.columnWidth(2);
+    EXPECT_EQ(drawn, themes.pixels(900) - 20);
+    store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
+    QTest::keyClick(&themes, Qt::Key_F5);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s);
+    EXPECT_EQ(themes.selectionModel()->selectedRows(), QModelIndexList{themes.model()->index(0, 0)});
+    EXPECT_EQ(themes.columnWidth(2), drawn);
+    QTest::keyClick(&themes, Qt::Key_Down);
+    EXPECT_EQ(globals_.dangqianzhuti, u"银行"_s) << "keys go on from the mark";
 }
 
 TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {

@@ -4,7 +4,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <cmath>
 
+#include "base/values.h"
 #include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "tests/support/grid_texts.h"
@@ -28,8 +30,7 @@ TEST(ResultGrid, CellsStayWhereTheTableIsResized) {
     const QAbstractItemModelTester tester(&grid,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
     setColumn(grid, 1, {u"h"_s, u"b"_s, u"a"_s, u"c"_s});
-    grid.setCol(1);
-    grid.sortRows(SortCode::genericAscending);
+    grid.orderRows(sortedRows(grid, 1, SortCode::genericAscending));
     grid.setCols(4);
     EXPECT_EQ(columnTexts(grid, 1), QStringList({u"h"_s, u"a"_s, u"b"_s, u"c"_s}));
     grid.setRows(2);
@@ -43,73 +44,89 @@ TEST(ResultGrid, CellsStayWhereTheTableIsResized) {
     EXPECT_EQ(columnTexts(grid, 1), QStringList({QString(), QString()}));
 }
 
-TEST(ResultGrid, RedrawOffShowsEverythingAtOnceInTheEnd) {
+TEST(ResultGrid, ViewsHearOfAFillOnceAndOfACellByItself) {
     ResultGrid grid;
     QSignalSpy resets(&grid, &QAbstractItemModel::modelReset);
-    grid.setRedraw(false);
-    setColumn(grid, 1, {u"h"_s, u"1"_s, u"2"_s});
-    EXPECT_EQ(resets.count(), 0);
-    EXPECT_EQ(grid.rowCount(), 0);
-    grid.setRedraw(true);
-    EXPECT_EQ(resets.count(), 1);
-    EXPECT_EQ(grid.rowCount(), 2);
-    EXPECT_EQ(grid.data(grid.index(1, 1), Qt::DisplayRole).toString(), u"2"_s);
-    grid.setRedraw(false);
-    grid.setRedraw(true);
-    EXPECT_EQ(resets.count(), 1) << "nothing had changed";
-}
-
-TEST(ResultGrid, MarkingSelectsTheWholeRowUntilAnotherCellIsCurrent) {
-    ResultGrid grid;
-    setColumn(grid, 3, {u"h"_s, u"1"_s, u"2"_s});
-    EXPECT_EQ(grid.markedRow(), 0);
-    biaoji(grid, 2);
-    EXPECT_EQ(grid.row(), 2);
-    EXPECT_EQ(grid.rowSel(), 2);
-    EXPECT_EQ(grid.colSel(), 3);
-    EXPECT_EQ(grid.markedRow(), 2);
-    grid.setCol(1);
-    EXPECT_EQ(grid.markedRow(), 0);
-}
-
-TEST(Sorting, GenericCodesPutNumbersBeforeTextsAndAreStable) {
-    const std::vector<QStringView> keys = {u"10",   u"9.5", u"中", u"-1",
-                                           u"9.50", u"",    u"安", u"1e1"};
-    EXPECT_EQ(sortedOrder(keys, SortCode::genericAscending),
-              (std::vector<int>{3, 1, 4, 0, 7, 5, 6, 2}));
-    EXPECT_EQ(sortedOrder(keys, SortCode::genericDescending),
-              (std::vector<int>{2, 6, 5, 0, 7, 1, 4, 3}));
-    const std::vector<QStringView> texts = {u"b", u"10", u"A", u"9", u"a"};
-    EXPECT_EQ(sortedOrder(texts, SortCode::textAscending), (std::vector<int>{1, 3, 2, 4, 0}));
-    EXPECT_EQ(sortedOrder(texts, SortCode::textDescending), (std::vector<int>{0, 2, 4, 3, 1}));
-}
-
-TEST(Sorting, AHeaderClickFlipsTheLastCodeOfItsKind) {
-    ResultGrid grid;
-    setColumn(grid, 0, {u"序号"_s, u"1"_s, u"2"_s, u"3"_s});
-    setColumn(grid, 1, {u"涨幅"_s, u"2.00"_s, u"-1.00"_s, u"10.00"_s});
-    setColumn(grid, 2, {u"添加时间"_s, u"2016-01-03"_s, u"2016-01-01"_s, u"2016-01-02"_s});
-    SortCode last = SortCode::none;
-    const struct {
-        int col;
-        SortCode code;
-        QStringList gains;
-    } clicks[] = {
-        {1, SortCode::genericAscending, {u"-1.00"_s, u"2.00"_s, u"10.00"_s}},
-        {1, SortCode::genericDescending, {u"10.00"_s, u"2.00"_s, u"-1.00"_s}},
-        {2, SortCode::textAscending, {u"-1.00"_s, u"10.00"_s, u"2.00"_s}},
-        {2, SortCode::textDescending, {u"2.00"_s, u"10.00"_s, u"-1.00"_s}},
-        {0, SortCode::genericAscending, {u"2.00"_s, u"10.00"_s, u"-1.00"_s}},
-        // Another column of the same kind flips as well.
-        {1, SortCode::genericDescending, {u"10.00"_s, u"2.00"_s, u"-1.00"_s}},
-    };
-    for (const auto& it : clicks) {
-        sortByHeader(grid, it.col, {u"时间"_s}, last);
-        EXPECT_EQ(last, it.code);
-        EXPECT_EQ(columnTexts(grid, 1).sliced(1), it.gains);
-        EXPECT_EQ(columnTexts(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s, u"3"_s}));
+    QSignalSpy cells(&grid, &QAbstractItemModel::dataChanged);
+    {
+        const GridFill fill(grid);
+        setColumn(grid, 1, {u"h"_s, u"1"_s, u"2"_s});
+        const GridFill within(grid);
+        grid.setColWidths({500, 600});
     }
-    EXPECT_THROW(sortByHeader(grid, 7, {u"时间"_s}, last), std::out_of_range);
+    EXPECT_EQ(resets.count(), 1);
+    EXPECT_EQ(cells.count(), 0);
+    grid.setTextMatrix(2, 1, u"x"_s);
+    EXPECT_EQ(resets.count(), 1);
+    ASSERT_EQ(cells.count(), 1);
+    EXPECT_EQ(cells[0][0].toModelIndex(), grid.index(1, 1));
+    EXPECT_EQ(grid.index(1, 1).data().toString(), u"x"_s);
+}
+
+// What a cell holds is what it shows, in its text, its sign and its place in a sort.
+TEST(ResultGrid, ANumberReadsAsItIsShown) {
+    ResultGrid grid;
+    grid.setCols(3);
+    const double halves[] = {0,      -0.0,    -0.004, -0.005,     0.005,        2.345,
+                             -1.995, 1e7 / 3, 123e15, 1234567.89, std::nan(""), -99999999.995};
+    for (const double value : halves) {
+        grid.setReal(0, 1, value);
+        EXPECT_EQ(grid.textMatrix(0, 1), twoDecimals(value)) << value;
+        EXPECT_EQ(grid.number(0, 1), numericPrefix(twoDecimals(value))) << value;
+        EXPECT_EQ(grid.textLength(0, 1), twoDecimals(value).size()) << value;
+        EXPECT_EQ(signColour(grid, 0, 1), signColour(twoDecimals(value))) << value;
+    }
+    for (const qint64 value : {0LL, -7LL, 10LL, 999LL, -1000LL, (1LL << 53) + 1, -(1LL << 62)}) {
+        grid.setInteger(0, 1, value);
+        EXPECT_EQ(grid.textMatrix(0, 1), QString::number(value));
+        EXPECT_EQ(grid.textLength(0, 1), QString::number(value).size()) << value;
+        EXPECT_EQ(signColour(grid, 0, 1), value < 0 ? fallColour : riseColour);
+    }
+    grid.setTextMatrix(0, 1, u"-5%"_s);
+    EXPECT_EQ(grid.number(0, 1), std::nullopt);
+    EXPECT_EQ(signColour(grid, 0, 1), fallColour) << "the number that the text begins with";
+}
+
+TEST(ResultGrid, TheMarkFollowsItsItemThroughSortsAndFills) {
+    ResultGrid grid;
+    grid.setKeyColumns({1, 2});
+    const auto fill = [&](const QStringList& names) {
+        const GridFill scope(grid);
+        grid.clear();
+        setColumn(grid, 1, QStringList{u"名称"_s} + names);
+        setColumn(grid, 2, QStringList(names.size() + 1, u"日"_s));
+    };
+    fill({u"甲"_s, u"乙"_s, u"丙"_s});
+    EXPECT_EQ(grid.markedRow(), 0);
+    grid.biaoji(2);
+    EXPECT_EQ(QList<int>({grid.row(), grid.rowSel(), grid.col(), grid.colSel()}),
+              QList<int>({2, 2, 0, 2}));
+    grid.orderRows({2, 3, 1});
+    EXPECT_EQ(grid.markedRow(), 1);
+    EXPECT_EQ(rowTexts(grid),
+              QStringList({u"|名称|日"_s, u"1|乙|日"_s, u"2|丙|日"_s, u"3|甲|日"_s}));
+    fill({u"丁"_s, u"丙"_s, u"甲"_s, u"乙"_s});
+    EXPECT_EQ(grid.markedRow(), 4);
+    fill({u"丁"_s, u"丙"_s});
+    EXPECT_EQ(grid.markedRow(), 0) << "the item is gone";
+    grid.biaoji(1);
+    grid.setCol(1);
+    EXPECT_EQ(grid.markedRow(), 0) << "a cell is no row";
+}
+
+TEST(Sorting, NumbersStandBeforeTextsAndEqualsKeepTheirOrder) {
+    ResultGrid grid;
+    setColumn(grid, 0,
+              {u"h"_s, u"10"_s, u"9.5"_s, u"中"_s, u"-1"_s, u""_s, u""_s, u"安"_s, u"1e1"_s});
+    grid.setReal(5, 0, 9.501);
+    EXPECT_EQ(sortedRows(grid, 0, SortCode::genericAscending),
+              (std::vector<int>{4, 2, 5, 1, 8, 6, 7, 3}));
+    EXPECT_EQ(sortedRows(grid, 0, SortCode::genericDescending),
+              (std::vector<int>{3, 7, 6, 1, 8, 2, 5, 4}));
+    setColumn(grid, 0, {u"h"_s, u"b"_s, u""_s, u"A"_s, u"9"_s, u"a"_s});
+    grid.setInteger(2, 0, 10);
+    EXPECT_EQ(sortedRows(grid, 0, SortCode::textAscending), (std::vector<int>{2, 4, 3, 5, 1}));
+    EXPECT_EQ(sortedRows(grid, 0, SortCode::textDescending), (std::vector<int>{1, 3, 5, 4, 2}));
 }
 
 TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
@@ -121,10 +138,8 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
         connection,
         u"select 10 as 收盘,10.5 as 涨幅,null as 名称 union all select 2.345,'7.10','x'"_s);
     tianchongbiao(rows, grid, 1);
-    EXPECT_EQ(columnTexts(grid, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s}));
-    EXPECT_EQ(columnTexts(grid, 1), QStringList({u"收盘"_s, u"10"_s, u"2.35"_s}));
-    EXPECT_EQ(columnTexts(grid, 2), QStringList({u"涨幅"_s, u"10.50"_s, u"7.10"_s}));
-    EXPECT_EQ(columnTexts(grid, 3), QStringList({u"名称"_s, u"old"_s, u"x"_s}));
+    EXPECT_EQ(rowTexts(grid),
+              QStringList({u"序号|收盘|涨幅|名称"_s, u"1|10|10.50|old"_s, u"2|2.35|7.10|x"_s}));
     EXPECT_TRUE(rows.atEnd());
     EXPECT_EQ(grid.row(), 2);
     EXPECT_EQ(grid.col(), 3);
@@ -136,8 +151,7 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
 
     Recordset none(connection, u"select dm as 代码 from dmb"_s);
     tianchongbiao(none, grid, 1);
-    EXPECT_EQ(grid.rows(), 1);
-    EXPECT_EQ(columnTexts(grid, 1), QStringList{u"代码"_s});
+    EXPECT_EQ(rowTexts(grid), QStringList{u"序号|代码"_s});
 }
 
 }  // namespace guanchao

@@ -117,12 +117,15 @@ TEST_F(Form12Test, TheGridSortsHandsOverAndOpensPages) {
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(menu->actions().size(), 3);
     menu->close();
-    emit view().gridDoubleClicked(2, 1);
+    const auto openPage = [&] {
+        QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 2, 1));
+    };
+    openPage();
     EXPECT_THROW(button(u"Command5"_s)->click(), OperationError);
     EXPECT_TRUE(QFile(store_.folder() + u"题材选股总结.txt"_s).open(QIODevice::WriteOnly));
     press(form_, u"Command5"_s);
     services_.sitepage.host.clear();
-    emit view().gridDoubleClicked(2, 1);
+    openPage();
     EXPECT_EQ(shell_.opened, QStringList({u"http://page/SH600519.html"_s,
                                           store_.folder() + u"题材选股总结.txt"_s}));
 }

@@ -241,7 +241,6 @@ TEST_F(ThemeHistoryTest, AFailedStatementRollsItsDownloadBack) {
          u" new.zhangfu=0.98 begin select raise(abort,'no'); end"_s});
     EXPECT_THROW(compare(1, 4), StoreError);
     EXPECT_EQ(globals_.hqmang, 0);
-    EXPECT_TRUE(grid_.redraw());
     EXPECT_FALSE(run_.running());
     EXPECT_EQ(store_.rows(u"select dm,count(*) from geguhq group by dm"_s),
               QStringList{u"SH000001|3"_s});

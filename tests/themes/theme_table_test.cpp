@@ -40,7 +40,6 @@ TEST_F(ThemeTableTest, RefreshShowsMeanGainsAboveTheThreshold) {
     EXPECT_EQ(rowTexts(themes_), QStringList({u"序号|主题名称|涨幅|只数|关注度|添加时间"_s,
                                               u"1|银行|1.00|2|3|2026-10-01 00:00:00"_s,
                                               u"2|白酒|-1.00|1|1|2026-10-01 00:00:00"_s}));
-    EXPECT_TRUE(themes_.redraw());
     store_.run({u"delete from tempcanshu"_s});
     labels_.clear();
     refresh(u"0"_s);
@@ -85,7 +84,6 @@ TEST_F(ThemeTableTest, MembersAreShownWithTheirColours) {
     EXPECT_EQ(stocks_.cellForeColor(1, 7), fallColour);
     table_.xianshizhutigu(u"无此主题"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到数据！"_s});
-    EXPECT_TRUE(stocks_.redraw());
     EXPECT_THROW(table_.xianshizhutigu(u"x'y"_s), StoreError);
 }
 

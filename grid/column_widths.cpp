@@ -1,0 +1,91 @@
+#include "grid/column_widths.h"
+
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "grid/twips.h"
+
+namespace guanchao {
+
+namespace {
+
+constexpr int cellPadding = 8;
+
+// yyyy-MM-dd hh:mm:ss
+bool isMoment(const QString& text) {
+    return text.size() == 19 && text[4] == u'-' && text[10] == u' ' && text[16] == u':';
+}
+
+// A number, a code or a moment of which the end is missing reads as another one. Columns with a
+// font of their own hold codes.
+bool isKey(const ResultGrid& grid, int row, int col) {
+    return grid.colFont(col).points > 0 || grid.number(row, col) ||
+           isMoment(grid.textMatrix(row, col));
+}
+
+QString longestKey(const ResultGrid& grid, int col) {
+    int longest = 0;
+    qsizetype length = 0;
+    for (int row = 1; row < grid.rows(); ++row) {
+        if (grid.textLength(row, col) > length && isKey(grid, row, col)) {
+            longest = row;
+            length = grid.textLength(row, col);
+        }
+    }
+    return longest > 0 ? grid.textMatrix(longest, col) : QString();
+}
+
+}  // namespace
+
+QFont fontOf(const ResultGrid& grid, int col, QFont font) {
+    const ColumnFont& own = grid.colFont(col);
+    if (own.points > 0) {
+        font.setFamilies(QStringList{own.family} + font.families());
+        font.setPointSize(own.points);
+    }
+    return font;
+}
+
+void ColumnWidths::apply(const ResultGrid& grid) {
+    const QScopedValueRollback applying(applying_, true);
+    for (int col = 0; col < grid.cols(); ++col) {
+        view_.setColumnWidth(col, widthOf(grid, col));
+    }
+    widenLast(grid);
+}
+
+// Bare ground beside the last column looks like a column that lacks its data.
+void ColumnWidths::widenLast(const ResultGrid& grid) {
+    const QScopedValueRollback applying(applying_, true);
+    const int last = grid.cols() - 1;
+    if (drawn_.contains(grid.textMatrix(0, last))) {
+        return;
+    }
+    const int others = view_.horizontalHeader()->length() - view_.columnWidth(last);
+    view_.setColumnWidth(last, std::max(widthOf(grid, last), view_.viewport()->width() - others));
+}
+
+void ColumnWidths::sectionResized(const ResultGrid& grid, int col, int width) {
+    if (!applying_) {
+        drawn_[grid.textMatrix(0, col)] = width;
+        widenLast(grid);
+    }
+}
+
+int ColumnWidths::widthOf(const ResultGrid& grid, int col) const {
+    const auto drawn = drawn_.find(grid.textMatrix(0, col));
+    if (drawn != drawn_.end()) {
+        return *drawn;
+    }
+    return std::max(pixelsOf(grid.colWidth(col), view_), widthOfKeys(grid, col));
+}
+
+int ColumnWidths::widthOfKeys(const ResultGrid& grid, int col) const {
+    const QString longest = longestKey(grid, col);
+    const QFontMetrics metrics(fontOf(grid, col, view_.font()));
+    const int digits = static_cast<int>(longest.size()) * metrics.horizontalAdvance(u'0');
+    return std::max(digits, metrics.horizontalAdvance(longest)) + cellPadding;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,34 @@
+// What a click on a header of a grid's view does: it sorts the rows, and an arrow tells by which
+// column and which way they stand.
+#pragma once
+
+#include <QHeaderView>
+#include <QStringList>
+#include <memory>
+
+#include "grid/sorting.h"
+
+namespace guanchao {
+
+class HeaderSort {
+public:
+    explicit HeaderSort(QHeaderView& header) : header_(header) {}
+
+    // Headers that hold one of the words are sorted as texts.
+    void enable(const QStringList& dateWords);
+    // The last order is one for all grids of a window.
+    void shareOrder(const HeaderSort& other) { last_ = other.last_; }
+
+    // Nothing where sorting isn't enabled.
+    void sort(ResultGrid& grid, int col);
+    // After a fill the rows stand as they were found.
+    void forgetArrow();
+
+private:
+    QHeaderView& header_;
+    bool enabled_ = false;
+    QStringList dateWords_;
+    std::shared_ptr<SortCode> last_ = std::make_shared<SortCode>(SortCode::none);
+};
+
+}  // namespace guanchao

@@ -1,0 +1,273 @@
+// The view of result grids under real keys and a real mouse.
+#include "grid/grid_view.h"
+
+#include <gtest/gtest.h>
+
+#include <QContextMenuEvent>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStyleOptionHeader>
+#include <stdexcept>
+
+#include "tests/support/grid_texts.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_windows.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class GridViewTest : public ::testing::Test {
+protected:
+    GridViewTest() {
+        view_.setGrid(grid_);
+        view_.resize(500, 300);
+        fill({u"乙"_s, u"甲"_s, u"丙"_s});
+        view_.show();
+        view_.setFocus();
+        QObject::connect(&view_, &GridView::rowChosen, [this](int row) { told_ << row; });
+    }
+
+    void fill(const QStringList& names) {
+        const GridFill fill(grid_);
+        grid_.clear();
+        grid_.setCols(4);
+        grid_.setRows(static_cast<int>(names.size()) + 1);
+        int col = 0;
+        for (const QString& header : {u"序号"_s, u"名称"_s, u"涨幅"_s, u"日期"_s}) {
+            grid_.setTextMatrix(0, col++, header);
+        }
+        for (int row = 1; row < grid_.rows(); ++row) {
+            grid_.setInteger(row, 0, row);
+            grid_.setTextMatrix(row, 1, names[row - 1]);
+            grid_.setReal(row, 2, row * 1.5);
+        }
+    }
+
+    // Draws the right edge of the column.
+    void drawColumn(int col, int by) {
+        auto* header = view_.horizontalHeader();
+        const QPoint edge(header->sectionViewportPosition(col) + header->sectionSize(col) - 1,
+                          header->height() / 2);
+        QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+        QTest::mouseMove(header->viewport(), edge + QPoint(by, 0));
+        QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge + QPoint(by, 0));
+    }
+
+    void pressMenuKey() {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QApplication::sendEvent(view_.viewport(), &event);
+    }
+
+    static bool closeMenu() {
+        QWidget* menu = QApplication::activePopupWidget();
+        return menu && menu->close();
+    }
+
+    // The column of the arrow, and whether its order is ascending.
+    static QString arrow(const GridView& view) {
+        const QHeaderView& header = *view.horizontalHeader();
+        return header.isSortIndicatorShown() && header.sortIndicatorSection() >= 0
+                   ? QString::number(header.sortIndicatorSection()) +
+                         (header.sortIndicatorOrder() == Qt::AscendingOrder ? u'+' : u'-')
+                   : QString();
+    }
+
+    int selectedRow() const {
+        const QModelIndexList rows = view_.selectionModel()->selectedRows();
+        return rows.isEmpty() ? 0 : rows.first().row() + 1;
+    }
+
+    QString markedName() { return grid_.textMatrix(grid_.markedRow(), 1); }
+
+    ResultGrid grid_;
+    GridView view_;
+    QMenu menu_;
+    QList<int> told_;
+};
+
+TEST_F(GridViewTest, AHeaderSortsAndItsArrowTellsHow) {
+    clickHeader(view_, 1);
+    EXPECT_EQ(columnTexts(grid_, 1).mid(1), QStringList({u"乙"_s, u"甲"_s, u"丙"_s}))
+        << "sorting isn't enabled";
+    ResultGrid otherGrid;
+    otherGrid.setCols(2);
+    otherGrid.setRows(3);
+    otherGrid.setTextMatrix(1, 1, u"1"_s);
+    otherGrid.setTextMatrix(2, 1, u"2"_s);
+    GridView other;
+    other.setGrid(otherGrid);
+    other.show();
+    view_.setSortable({u"日期"_s});
+    other.setSortable();
+    other.shareSortOrder(view_);
+    const struct {
+        GridView& view;
+        int col;
+        QString arrow;
+        QStringList names;
+    } clicks[] = {
+        {view_, 1, u"1+"_s, {u"丙"_s, u"甲"_s, u"乙"_s}},
+        {view_, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 2, u"2+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 3, u"3+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 3, u"3-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 2, u"2+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {other, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 0, u"0+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+        {view_, 2, u"2-"_s, {u"丙"_s, u"甲"_s, u"乙"_s}},
+    };
+    for (const auto& it : clicks) {
+        clickHeader(it.view, it.col);
+        EXPECT_EQ(arrow(it.view), it.arrow);
+        EXPECT_EQ(columnTexts(grid_, 1).mid(1), it.names) << it.arrow.toStdString();
+        EXPECT_EQ(columnTexts(grid_, 0), QStringList({u"序号"_s, u"1"_s, u"2"_s, u"3"_s}));
+    }
+    EXPECT_EQ(otherGrid.textMatrix(1, 1), u"2"_s) << "the order is the window's";
+    fill({u"丁"_s});
+    EXPECT_EQ(arrow(view_), QString()) << "its rows stand as they were found";
+    EXPECT_EQ(arrow(other), u"1-"_s);
+}
+
+TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
+    view_.setRowMenu(menu_);
+    menu_.addAction(u"删除"_s);
+    EXPECT_EQ(selectedRow(), 0);
+    const struct {
+        const char* name;
+        std::function<void()> act;
+        QList<int> told;
+        int row;
+        bool opensMenu;
+    } acts[] = {
+        {"left button", [&] { clickCell(view_, 1, 2); }, {1}, 1, false},
+        {"the same row", [&] { clickCell(view_, 1, 1); }, {1}, 1, false},
+        {"down", [&] { QTest::keyClick(&view_, Qt::Key_Down); }, {2}, 2, false},
+        {"right", [&] { QTest::keyClick(&view_, Qt::Key_Right); }, {}, 2, false},
+        {"end", [&] { QTest::keyClick(&view_, Qt::Key_End, Qt::ControlModifier); }, {3}, 3, false},
+        {"down at the end", [&] { QTest::keyClick(&view_, Qt::Key_Down); }, {}, 3, false},
+        {"menu key", [&] { pressMenuKey(); }, {3}, 3, true},
+        {"right button", [&] { clickCell(view_, 2, 1, Qt::RightButton); }, {2}, 2, true},
+        {"enter", [&] { QTest::keyClick(&view_, Qt::Key_Return); }, {2}, 2, false},
+        {"header", [&] { clickHeader(view_, 1); }, {0}, 2, false},
+        {"ground",
+         [&] {
+             QTest::mouseClick(view_.viewport(), Qt::RightButton, {}, {20, 250});
+         },
+         {0},
+         2,
+         false},
+    };
+    for (const auto& it : acts) {
+        told_.clear();
+        it.act();
+        EXPECT_EQ(told_, it.told) << it.name;
+        EXPECT_EQ(grid_.markedRow(), it.row) << it.name;
+        EXPECT_EQ(selectedRow(), it.row) << it.name;
+        EXPECT_EQ(closeMenu(), it.opensMenu) << it.name;
+    }
+    view_.setRowMenu(menu_, GridView::MenuArea::rowsAndGround);
+    QTest::mouseClick(view_.viewport(), Qt::RightButton, {}, {20, 250});
+    EXPECT_TRUE(closeMenu());
+}
+
+TEST_F(GridViewTest, ClicksAndEnterAreToldApartFromChoices) {
+    QSignalSpy clicks(&view_, &GridView::rowClicked);
+    QSignalSpy doubleClicks(&view_, &GridView::rowDoubleClicked);
+    clickCell(view_, 2, 1);
+    EXPECT_EQ(clicks.takeFirst(), QVariantList{2});
+    QTest::keyClick(&view_, Qt::Key_Up);
+    EXPECT_TRUE(clicks.isEmpty());
+    QTest::keyClick(&view_, Qt::Key_Enter);
+    EXPECT_EQ(clicks.takeFirst(), QVariantList{1});
+    QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, cellOf(view_, 1, 1));
+    QTest::mouseMove(view_.viewport(), cellOf(view_, 3, 1));
+    QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, cellOf(view_, 3, 1));
+    EXPECT_TRUE(clicks.isEmpty()) << "drawn away from its cell";
+    EXPECT_EQ(grid_.markedRow(), 1);
+    QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, cellOf(view_, 3, 1));
+    EXPECT_EQ(doubleClicks.takeFirst(), QVariantList{3});
+}
+
+TEST_F(GridViewTest, TheMenuOpensThoughWhatAChoiceBringsHasFailed) {
+    view_.setRowMenu(menu_);
+    menu_.addAction(u"删除"_s);
+    QObject::connect(&view_, &GridView::rowChosen, [] { throw std::runtime_error("no store"); });
+    clickCell(view_, 2, 1, Qt::RightButton);
+    EXPECT_TRUE(closeMenu());
+    EXPECT_EQ(grid_.markedRow(), 2);
+}
+
+TEST_F(GridViewTest, TheMarkStaysWithItsItemAndTheViewWhereItWas) {
+    QStringList names;
+    for (int at = 0; at < 100; ++at) {
+        names << u"题"_s + QString::number(at);
+    }
+    fill(names);
+    view_.setSortable();
+    clickCell(view_, 4, 1);
+    view_.verticalScrollBar()->setValue(50);
+    std::reverse(names.begin(), names.end());
+    fill(names);
+    EXPECT_EQ(markedName(), u"题3"_s);
+    EXPECT_EQ(selectedRow(), 97);
+    EXPECT_EQ(view_.verticalScrollBar()->value(), 50);
+    clickHeader(view_, 2);
+    clickHeader(view_, 2);
+    EXPECT_EQ(selectedRow(), 4);
+    EXPECT_EQ(markedName(), u"题3"_s);
+    QTest::keyClick(&view_, Qt::Key_Down);
+    EXPECT_EQ(markedName(), u"题4"_s) << "keys go on from the mark";
+    fill({u"别的"_s});
+    EXPECT_EQ(selectedRow(), 0);
+}
+
+TEST_F(GridViewTest, AColumnThatTheUserHasDrawnKeepsItsWidth) {
+    const int ownWidth = view_.columnWidth(1);
+    drawColumn(2, 40);
+    const int drawn = view_.columnWidth(2);
+    EXPECT_EQ(drawn, view_.pixels(ResultGrid::standardWidth) + 40);
+    fill({u"甲"_s});
+    EXPECT_EQ(view_.columnWidth(2), drawn);
+    EXPECT_EQ(view_.columnWidth(1), ownWidth);
+    grid_.setColWidths({500, 2000, 900});
+    EXPECT_EQ(view_.columnWidth(2), drawn);
+    EXPECT_EQ(view_.columnWidth(1), view_.pixels(2000));
+    grid_.setTextMatrix(0, 2, u"只数"_s);
+    fill({u"甲"_s});
+    EXPECT_EQ(view_.columnWidth(2), drawn) << "known by its header";
+    drawColumn(3, -60);
+    const int last = view_.columnWidth(3);
+    fill({u"甲"_s, u"乙"_s});
+    view_.resize(600, 300);
+    EXPECT_EQ(view_.columnWidth(3), last) << "the last one too";
+}
+
+TEST_F(GridViewTest, ColumnsAreAsWideAsTheirKeysAndTheLastOneEndsAtTheEdge) {
+    const QFontMetrics metrics(view_.font());
+    const struct {
+        const char* name;
+        std::function<void()> set;
+        QString shown;
+        bool grows;
+    } cells[] = {
+        {"a real", [&] { grid_.setReal(2, 1, -123456789012.5); }, u"-123456789012.50"_s, true},
+        {"an integer", [&] { grid_.setInteger(2, 1, 12345678901234); }, u"12345678901234"_s, true},
+        {"digits", [&] { grid_.setTextMatrix(2, 1, u"00123456789012"_s); }, u"00123456789012"_s,
+         true},
+        {"a moment", [&] { grid_.setTextMatrix(2, 1, u"2026-11-24 10:00:00"_s); },
+         u"2026-11-24 10:00:00"_s, true},
+        {"words", [&] { grid_.setTextMatrix(2, 1, u"一个很长很长很长的名称"_s); },
+         u"一个很长很长很长的名称"_s, false},
+    };
+    for (const auto& it : cells) {
+        {
+            const GridFill fill(grid_);
+            it.set();
+        }
+        EXPECT_EQ(view_.columnWidth(1) >= metrics.horizontalAdvance(it.shown), it.grows) << it.name;
+        EXPECT_EQ(view_.horizontalHeader()->length() >= view_.viewport()->width(), true) << it.name;
+    }
+}
+
+}  // namespace guanchao

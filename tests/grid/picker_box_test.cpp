@@ -1,0 +1,116 @@
+// The box in which a stock is typed, under real keys.
+#include "grid/picker_box.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "grid/twips.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/test_stores.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class PickerBoxTest : public ::testing::Test {
+protected:
+    PickerBoxTest() {
+        store_.run({
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600000','600000','浦发银行','pfyh')"_s,
+            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600519','600519','贵州茅台','gzmt')"_s,
+        });
+        window_.resize(600, 400);
+        box_.setGeometry(50, 200, 120, 24);
+        window_.show();
+        window_.activateWindow();
+        box_.setFocus();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+
+    QStringList lines() const {
+        QStringList lines;
+        for (int row = 0; list_.isVisible() && row < list_.count(); ++row) {
+            lines << list_.item(row)->text();
+        }
+        return lines;
+    }
+    void key(Qt::Key key) {
+        QTest::keyClick(list_.hasFocus() ? &list_ : window_.focusWidget(), key);
+    }
+    void type(const QString& text) {
+        box_.clear();
+        QTest::keyClicks(&box_, text);
+    }
+
+    TestStores store_;
+    QWidget window_;
+    QLineEdit box_{&window_};
+    QListWidget list_{&window_};
+    PickerBox picker_{box_, list_, store_.stores.main, nullptr};
+    QSignalSpy chosen_{&picker_, &PickerBox::chosen};
+};
+
+TEST_F(PickerBoxTest, KeysGoIntoTheListAndTakeALine) {
+    type(u"600"_s);
+    EXPECT_EQ(lines(), QStringList({u"SH600000  浦发银行"_s, u"SH600519  贵州茅台"_s}));
+    EXPECT_EQ(list_.geometry().topLeft(), QPoint(50, 224)) << "right under the box";
+    EXPECT_EQ(list_.height(), pixelsOf(2 * 150 + 330, list_));
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_EQ(box_.text(), u"SH600519"_s);
+    EXPECT_EQ(chosen_.count(), 1);
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_TRUE(box_.hasFocus());
+}
+
+TEST_F(PickerBoxTest, EscClosesTheListAndEnterInTheBoxIsTheWindows) {
+    QSignalSpy returns(&box_, &QLineEdit::returnPressed);
+    type(u"6005"_s);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(lines(), QStringList());
+    type(u"600"_s);
+    key(Qt::Key_Down);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_TRUE(box_.hasFocus());
+    key(Qt::Key_Return);
+    EXPECT_EQ(returns.count(), 1);
+    EXPECT_EQ(box_.text(), u"600"_s);
+    EXPECT_EQ(chosen_.count(), 0);
+}
+
+TEST_F(PickerBoxTest, TheListFollowsWhatIsTyped) {
+    type(u"gz"_s);
+    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s});
+    key(Qt::Key_Backspace);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s}) << "an empty box leaves it";
+    type(u"x"_s);
+    EXPECT_EQ(lines(), QStringList());
+    type(u"gzmt"_s);
+    picker_.hideList();
+    picker_.setText(u"gzmt"_s);
+    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s}) << "the text that was there already";
+    picker_.takeFirst();
+    EXPECT_EQ(box_.text(), u"SH600519"_s);
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_EQ(chosen_.count(), 0);
+}
+
+TEST_F(PickerBoxTest, WholeLinesStandAboveAndAClickTakesOne) {
+    picker_.showWholeLinesAbove();
+    picker_.showAtMost(1);
+    type(u"600"_s);
+    EXPECT_EQ(lines(), QStringList{u"SH600000  浦发银行"_s});
+    EXPECT_EQ(list_.geometry().bottom() + 1, box_.y());
+    QTest::mouseClick(list_.viewport(), Qt::LeftButton, {},
+                      list_.visualItemRect(list_.item(0)).center());
+    EXPECT_EQ(box_.text(), u"SH600000  浦发银行"_s);
+    EXPECT_EQ(chosen_.count(), 1);
+}
+
+}  // namespace guanchao
