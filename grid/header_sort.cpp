@@ -10,11 +10,13 @@ void HeaderSort::enable(const QStringList& dateWords) {
     forgetArrow();
 }
 
+// The arrow points up where values rise downwards, as in every program of the market; the toolkit's
+// own points the other way.
 void HeaderSort::sort(ResultGrid& grid, int col) {
     if (enabled_) {
         sortByHeader(grid, col, dateWords_, *last_);
         header_.setSortIndicator(col,
-                                 isAscending(*last_) ? Qt::AscendingOrder : Qt::DescendingOrder);
+                                 isAscending(*last_) ? Qt::DescendingOrder : Qt::AscendingOrder);
     }
 }
 

@@ -64,12 +64,12 @@ protected:
         return menu && menu->close();
     }
 
-    // The column of the arrow, and whether its order is ascending.
+    // The column of the arrow, and + where it points up, for an ascending order.
     static QString arrow(const GridView& view) {
         const QHeaderView& header = *view.horizontalHeader();
         return header.isSortIndicatorShown() && header.sortIndicatorSection() >= 0
                    ? QString::number(header.sortIndicatorSection()) +
-                         (header.sortIndicatorOrder() == Qt::AscendingOrder ? u'+' : u'-')
+                         (header.sortIndicatorOrder() == Qt::DescendingOrder ? u'+' : u'-')
                    : QString();
     }
 
