@@ -12,7 +12,6 @@
 #include "app/startup.h"
 #include "base/values.h"
 #include "frame/looks.h"
-#include "grid/trapped.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
 #include "research/form24.h"
@@ -268,11 +267,14 @@ void Form2::MSHFlexGrid1_RowChosen(int row) {
     themes_.setToolTipText(environment_.globals.dangqianzhuti);
 }
 
+// A failure ends the click without a word.
 void Form2::MSHFlexGrid1_Click(int row) {
-    trapped([&] {
-        ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
+    ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
+    try {
         themeTable_.xianshizhutigu(ui_->Text2->text());
-    });
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 void Form2::MSHFlexGrid2_RowChosen(int row) {

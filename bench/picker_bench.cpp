@@ -17,8 +17,7 @@ void keystroke(benchmark::State& state, const QString& text) {
     QWidget window;
     QLineEdit box(&window);
     QListWidget list(&window);
-    PickerBox picker(
-        box, list, wholeMarket().main, [](int twips) { return twips / 15; }, nullptr);
+    PickerBox picker(box, list, wholeMarket().main, nullptr);
     window.show();
     measure(state, [&] {
         box.clear();
