@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QScreen>
+#include <QShortcut>
 #include <utility>
 
 #include "app/maintenance.h"
@@ -44,11 +45,11 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                   themes_, stocks_),
       themeCommands_(environment.stores, environment.clock, environment.dialogs),
       watchlist_(environment.stores, environment.dialogs),
-      quoteFeed_(environment.stores, environment.globals, environment.clock, environment.http,
-                 environment.services.quote, environment.pump),
-      quoteRun_(environment.stores, environment.clock, quoteFeed_, environment.pump),
+      quoteFeed_(environment.stores, environment.globals, environment.clock, environment.client,
+                 environment.services.quote),
+      quoteRun_(environment.stores, environment.clock, quoteFeed_),
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
-                 desktop_.sound, [this] { return showMonitors(); }),
+                 environment.failures, desktop_.sound, [this] { return showMonitors(); }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
       backupExport_(environment.stores, environment.dialogs, exchangeRun_) {
     setUpControls();
@@ -69,6 +70,7 @@ void Form2::setUpControls() {
     ui_->Command2->setIcon(searchIcon());
     ui_->Command4->setIcon(updateIcon());
     ui_->progress->hide();
+    ui_->stopRun->hide();
     ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
@@ -104,6 +106,8 @@ void Form2::connectControls() {
     connect(ui_->Text3, &QLineEdit::returnPressed, this, &Form2::刷新_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form2::Command3_Click);
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
+    connect(ui_->stopRun, &QPushButton::clicked, this, &Form2::stopQuotes);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &Form2::stopQuotes);
     connect(ui_->stopSound, &QPushButton::clicked, &alarmDesk_, &AlarmDesk::stopSound);
 }
 
@@ -207,7 +211,7 @@ void Form2::Command3_Click() {
 }
 
 void Form2::Command4_Click() {
-    if (quoteRun_.running()) {
+    if (quoteRuns_.running()) {
         return;
     }
     // An import holds the store: a batch would wait for this program's own lock.
@@ -215,43 +219,41 @@ void Form2::Command4_Click() {
         environment_.dialogs.tell(u"正在写入数据，请稍后再更新行情。"_s);
         return;
     }
-    ui_->Command4->setEnabled(false);
-    ui_->gengxin->setEnabled(false);
-    if (runQuotes()) {
-        environment_.dialogs.tell(u"更新行情数据完成！"_s);
-    }
+    quoteRuns_.start([this](std::stop_token stop) { return updateQuotes(stop); });
 }
 
-// True if the run came to its end; the controls are then as before it, and so they are after a run
-// that was cancelled or has failed, with the time label put back.
-bool Form2::runQuotes() {
-    const QString quoteTime = ui_->Label6->text();
-    auto endRun = qScopeGuard([this] {
-        ui_->Label1->clear();
-        ui_->progress->hide();
-        ui_->Command4->setEnabled(true);
-        ui_->gengxin->setEnabled(true);
-    });
-    auto restoreLabel = qScopeGuard([&] { ui_->Label6->setText(quoteTime); });
-    try {
-        if (!quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); })) {
-            return false;
-        }
-    } catch (const RefusedLines&) {
-        restoreLabel.dismiss();
-        刷新_Click();
-        throw;
-    }
-    restoreLabel.dismiss();
+// However it ends, the controls are then as before it, and the grids show what has come.
+QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
+    showUpdating(true);
+    const auto end = qScopeGuard([this] { showUpdating(false); });
+    auto restoreTime =
+        qScopeGuard([this, time = ui_->Label6->text()] { ui_->Label6->setText(time); });
+    const QuoteTally tally =
+        co_await quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); }, stop);
+    restoreTime.dismiss();
     刷新_Click();
-    return true;
+    environment_.dialogs.tell(tally.words());
+}
+
+void Form2::showUpdating(bool updating) {
+    ui_->Command4->setEnabled(!updating);
+    ui_->gengxin->setEnabled(!updating);
+    ui_->stopRun->setVisible(updating);
+    ui_->progress->setVisible(updating);
+    ui_->Label1->setText(updating ? u"正在更新行情…"_s : QString());
+}
+
+// What the batches have brought stays, and shows.
+void Form2::stopQuotes() {
+    if (quoteRuns_.running()) {
+        quoteRuns_.stop();
+        刷新_Click();
+    }
 }
 
 void Form2::showProgress(const QuoteProgress& progress) {
-    ui_->Label1->clear();
     ui_->progress->setMaximum(progress.total);
     ui_->progress->setValue(progress.updated);
-    ui_->progress->show();
     if (!progress.words.isEmpty()) {
         ui_->Label6->setText(progress.words);
     }
@@ -322,7 +324,12 @@ bool Form2::showMonitors() {
     if (QApplication::activePopupWidget()) {
         return false;
     }
-    windows_.openAnew<Form4>();
+    if (auto* open = environment_.openWindows.find<Form4>()) {
+        open->refresh();
+        open->raise();
+    } else {
+        windows_.openAnew<Form4>();
+    }
     // It takes no input before a box that stands is answered, and must not cover that.
     if (QWidget* box = QApplication::activeModalWidget()) {
         box->raise();
@@ -384,7 +391,7 @@ void Form2::hideToTray() {
 }
 
 void Form2::endProgram() {
-    quoteRun_.cancel();
+    quoteRuns_.stop();
     if (exchangeRun_.running()) {
         endAfterExchange_ = true;
         exchangeRun_.cancel();

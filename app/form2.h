@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/desktop.h"
+#include "base/runs.h"
 #include "exchange/backup_export.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
@@ -73,7 +74,9 @@ private:
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
-    bool runQuotes();
+    QCoro::Task<> updateQuotes(std::stop_token stop);
+    void showUpdating(bool updating);
+    void stopQuotes();
     void showProgress(const QuoteProgress& progress);
     void endLater();
     void hideToTray();
@@ -122,6 +125,8 @@ private:
 
     int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
     bool endAfterExchange_ = false;
+
+    Runs quoteRuns_{environment_.failures};
 };
 
 }  // namespace guanchao

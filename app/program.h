@@ -16,6 +16,7 @@
 #include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
 #include "platform/desktop/qt_event_pump.h"
+#include "platform/qt_http_client.h"
 #include "research/asked_history.h"
 #include "store/application_folder.h"
 
@@ -43,6 +44,7 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     QtEventPump pump_;
+    QtHttpClient client_;
     CurlHttp http_;
     DesktopShell shell_;
     DesktopSound sound_;

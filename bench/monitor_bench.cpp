@@ -110,7 +110,7 @@ void monitorPoll(benchmark::State& state) {
     Globals globals;
     globals.jiankongkaiqi = 1;
     FakeClock clock;
-    FakePump pump;
+    FakeFailures failures;
     FakeHttp http;
     std::optional<QByteArray> reply;
     http.answer = [&](const QString& path) {
@@ -119,9 +119,9 @@ void monitorPoll(benchmark::State& state) {
         }
         return reply;
     };
-    QuoteFeed feed(stores, globals, clock, http, Service(), pump);
+    QuoteFeed feed(stores, globals, clock, http, Service());
     AlarmEngine engine(
-        stores, globals, clock, feed, [] { return true; }, [](const QString&) {});
+        stores, globals, clock, feed, failures, [] { return true; }, [](const QString&) {});
     const QStringList quotes = quoteStatements();
     const QStringList judging = judgeStatements();
     compare(

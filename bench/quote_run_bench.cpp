@@ -10,7 +10,7 @@
 #include "bench/market.h"
 #include "formats/gbk.h"
 #include "market/stored_quote.h"
-#include "platform/curl_http.h"
+#include "platform/qt_http_client.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"
 #include "tools/practice_market/practice_market.h"
@@ -82,10 +82,9 @@ void quoteRun(benchmark::State& state) {
     }
 
     Globals globals;
-    FakePump pump;
-    CurlHttp http;
-    QuoteFeed feed(stores, globals, clock, http, {market.host(), {}, 0}, pump);
-    QuoteRun run(stores, clock, feed, pump);
+    QtHttpClient http;
+    QuoteFeed feed(stores, globals, clock, http, {market.host(), {}, 0, 6});
+    QuoteRun run(stores, clock, feed);
     compare(
         state,
         [&] {
@@ -99,7 +98,7 @@ void quoteRun(benchmark::State& state) {
                 store.run(u"commit"_s);
             }
         },
-        [&] { run.run([](const QuoteProgress&) {}); });
+        [&] { QCoro::waitFor(run.run([](const QuoteProgress&) {}, {})); });
 }
 BENCHMARK(quoteRun)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 

@@ -37,7 +37,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
-        showFailure(failure);
+        report(failure);
         return true;
     }
 }
@@ -46,11 +46,11 @@ void Application::guard(const std::function<void()>& job) {
     try {
         job();
     } catch (const std::exception& failure) {
-        showFailure(failure);
+        report(failure);
     }
 }
 
-void Application::showFailure(const std::exception& failure) {
+void Application::report(const std::exception& failure) {
     const QString text = failureText(failure);
     if (showing_ || !dialogs_) {
         qWarning().noquote() << text;

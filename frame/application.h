@@ -6,11 +6,12 @@
 #include <exception>
 #include <functional>
 
+#include "base/runs.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {
 
-class Application : public QApplication {
+class Application : public QApplication, public Failures {
     Q_OBJECT
 
 public:
@@ -25,7 +26,7 @@ public:
     void guard(const std::function<void()>& job);
 
     // One box at a time: a failure that comes while one is shown is printed only.
-    void showFailure(const std::exception& failure);
+    void report(const std::exception& failure) override;
 
 private:
     void speakChinese();

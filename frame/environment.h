@@ -4,10 +4,12 @@
 
 #include "base/event_pump.h"
 #include "base/globals.h"
+#include "base/runs.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/http.h"
+#include "platform/http_client.h"
 #include "platform/processes.h"
 #include "platform/services.h"
 #include "platform/shell.h"
@@ -26,7 +28,9 @@ struct Environment {
     const Clock& clock;
     OpenWindows& openWindows;
     Dialogs& dialogs;
+    Failures& failures;
     EventPump& pump;
+    HttpClient& client;
     Http& http;
     YieldingHttp yieldingHttp;  // for a request that shall not hold its window
     Shell& shell;

@@ -32,6 +32,18 @@ public:
     // Shows the window and remembers it until it is closed.
     void adopt(const QString& name, QWidget* window);
 
+    // An open one of the class; null if there is none.
+    template <typename Form>
+    Form* find() const {
+        const QString name = QString::fromLatin1(Form::staticMetaObject.className());
+        for (const QPointer<QWidget>& window : open_.values(name)) {
+            if (window && window->isVisible()) {
+                return static_cast<Form*>(window.data());
+            }
+        }
+        return nullptr;
+    }
+
     // All windows of the class name; true if none is left open.
     bool close(const QString& name);
 

@@ -2,10 +2,12 @@
 
 #include <QScopedValueRollback>
 #include <QStringList>
+#include <algorithm>
 
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "market/stored_quote.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
@@ -21,6 +23,19 @@ std::optional<StoredQuote> quoteOrRefusal(const QuoteRow& row, QStringList& refu
         refusals << refusal.reason();
         return std::nullopt;
     }
+}
+
+// A lone code is asked for together with an index: the service cuts the reply to one code
+// otherwise, and a monitor that never gets a quote could never fire.
+QString companionOf(const QString& list) {
+    return list == u"sh000001,"_s ? u"sz399001,"_s : u"sh000001,"_s;
+}
+
+// Tells the service's word on the codes from the page of a portal or a word on the asker.
+bool isAnswerTo(const CodeBatch& batch, const QList<QuoteRow>& rows) {
+    return std::ranges::any_of(rows, [&](const QuoteRow& row) {
+        return !row.dm().isEmpty() && batch.list.contains(row.dm().toLower() + u',');
+    });
 }
 
 }  // namespace
@@ -44,39 +59,39 @@ RefusedLines::RefusedLines(const QStringList& reasons)
                          : reasons.first() + u"（还有"_s + QString::number(reasons.size() - 1) +
                                u"只股票的行情也读不出）"_s) {}
 
-QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
-                     const Service& service, EventPump& pump)
-    : stores_(stores),
-      globals_(globals),
-      clock_(clock),
-      http_(http),
-      service_(service),
-      pump_(pump) {}
+QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
+                     const Service& service)
+    : stores_(stores), globals_(globals), clock_(clock), http_(http), service_(service) {}
 
-void QuoteFeed::gengxinhq(const QString& list, qint16 tojiankong) {
-    Connection connection = stores_.main.open();
-    const std::optional<QByteArray> body = http_.get(service_, u"/list="_s + list);
-    if (!body) {
-        return;
-    }
-    const QList<QuoteRow> rows = quoteRows(textFromGbk(*body));
-    // The reply for a single code has two rows only and is not written: a batch of one code never
-    // brings a quote.
-    if (rows.size() < 3) {
-        return;
-    }
-    writeRows(connection, rows, tojiankong);
-    if (tojiankong < 1) {
-        pump_.runPendingEvents();
-    } else {
-        // A click may not change the monitors in the middle of their poll, and no box hold it up.
-        pump_.runPendingEventsButInput();
-    }
+QCoro::Task<HttpReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
+    const QString list = batch.count == 1 ? batch.list + companionOf(batch.list) : batch.list;
+    return http_.get(service_, u"/list="_s + list, stop);
 }
 
-void QuoteFeed::writeRows(Connection& connection, const QList<QuoteRow>& rows, qint16 tojiankong) {
+MissedQuotes QuoteFeed::write(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong) {
+    if (!reply.answered()) {
+        return {batch.count, failureWords(reply), {}};
+    }
+    const QList<QuoteRow> rows = quoteRows(textFromGbk(reply.body));
+    if (!isAnswerTo(batch, rows)) {
+        return {batch.count, u"应答里没有行情"_s, {}};
+    }
+    const QStringList refusals = writeRows(rows, tojiankong);
+    return {static_cast<int>(refusals.size()), {}, refusals};
+}
+
+QCoro::Task<MissedQuotes> QuoteFeed::gengxinhq(CodeBatch batch, qint16 tojiankong,
+                                               std::stop_token stop) {
+    const HttpReply reply = co_await ask(batch, stop);
+    const auto step = [=, this] { return write(batch, reply, tojiankong); };
+    const MissedQuotes missed = co_await patiently(step, stop);
+    co_return missed;
+}
+
+QStringList QuoteFeed::writeRows(const QList<QuoteRow>& rows, qint16 tojiankong) {
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     const auto update = tojiankong < 1 ? updateCodeTable : updatePollList;
+    Connection connection = stores_.main.open();
     Transaction transaction(connection);
     const QString now = timeText(clock_.now());
     QStringList refusals;
@@ -86,9 +101,7 @@ void QuoteFeed::writeRows(Connection& connection, const QList<QuoteRow>& rows, q
         }
     }
     transaction.commit();
-    if (!refusals.isEmpty()) {
-        throw RefusedLines(refusals);
-    }
+    return refusals;
 }
 
 }  // namespace guanchao

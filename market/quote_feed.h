@@ -2,15 +2,16 @@
 // Prices in yuan, gains in percent, volume and turnover as the service gives them.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QString>
 #include <QStringList>
+#include <stop_token>
 
 #include "base/activity.h"
-#include "base/event_pump.h"
 #include "base/globals.h"
 #include "market/quote_reply.h"
 #include "platform/clock.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 #include "store/recordset.h"
 #include "store/stores.h"
 
@@ -27,7 +28,14 @@ struct CodeBatch {
 // The codes in the field dm of the recordset; the last batch may be a smaller one.
 QList<CodeBatch> codeBatches(Recordset& codes);
 
-// Raised by the feed for lines that could not be read, once all others are written.
+// The codes of a request that brought no quotes, and why: words, or a reason for each.
+struct MissedQuotes {
+    int count = 0;
+    QString reason;        // that the service gave no quotes at all; empty if it did
+    QStringList refusals;  // of lines that can't be read
+};
+
+// Lines that could not be read, once all others are written.
 class RefusedLines : public OperationError {
 public:
     explicit RefusedLines(const QStringList& reasons);
@@ -35,24 +43,28 @@ public:
 
 class QuoteFeed {
 public:
-    QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, Http& http,
-              const Service& service, EventPump& pump);
+    QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
+              const Service& service);
 
-    // 更新行情: asks for the lower-case codes of the list, each followed by a comma, and writes the
-    // answers in one transaction: into dmb if tojiankong is below 1, else into jiankonghq. A failed
-    // request and a reply for a single code write nothing and say nothing. Raises StoreError, which
-    // leaves nothing of the batch, and RefusedLines.
-    void gengxinhq(const QString& list, qint16 tojiankong);
+    int ahead() const { return service_.ahead; }
+
+    QCoro::Task<HttpReply> ask(CodeBatch batch, std::stop_token stop);
+
+    // Writes the quotes of a reply in one transaction: into dmb if tojiankong is below 1, else into
+    // jiankonghq. Raises StoreError, which leaves nothing of the batch.
+    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
+
+    // 更新行情: both, with patience for a store that another holds.
+    QCoro::Task<MissedQuotes> gengxinhq(CodeBatch batch, qint16 tojiankong, std::stop_token stop);
 
 private:
-    void writeRows(Connection& connection, const QList<QuoteRow>& rows, qint16 tojiankong);
+    QStringList writeRows(const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
-    Http& http_;
+    HttpClient& http_;
     Service service_;
-    EventPump& pump_;
 };
 
 }  // namespace guanchao

@@ -1,56 +1,127 @@
 #include "market/quote_run.h"
 
-#include "base/activity.h"
+#include <deque>
+#include <numeric>
+
 #include "base/values.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-QuoteRun::QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump)
-    : stores_(stores),
-      clock_(clock),
-      feed_(feed),
-      run_(pump, u"正在更新行情，请等它完成。"_s, [] {}) {}
+namespace {
 
-bool QuoteRun::run(const Report& report) {
-    return update(u"select dm,jc from dmb "_s, report);
+Activity updating() {
+    return Activity(u"更新行情数据"_s, u"读到的行情已经写入并保留，出错的没有写入。"_s);
 }
 
-bool QuoteRun::gengxinquanbu(const Report& report) {
+int stocksIn(const QList<CodeBatch>& batches) {
+    return std::transform_reduce(batches.cbegin(), batches.cend(), 0, std::plus(),
+                                 [](const CodeBatch& batch) { return batch.count; });
+}
+
+QString reasonWords(int count, const QString& reason) {
+    return u"%1只：%2"_s.arg(count).arg(reason);
+}
+
+}  // namespace
+
+void QuoteTally::add(const MissedQuotes& missed) {
+    missed_ += missed.count;
+    if (!missed.reason.isEmpty()) {
+        byReason_[missed.reason] += missed.count;
+    }
+    refusals_ << missed.refusals;
+}
+
+QString QuoteTally::words() const {
+    if (missed_ == 0) {
+        return u"更新行情数据完成！"_s;
+    }
+    QStringList lines = {nothingCame() ? u"没有读到行情，行情更新时间没有改变。"_s
+                                       : u"更新了 %1 只股票的行情，共 %2 只，没有更新的有 %3 只："_s
+                                             .arg(total_ - missed_)
+                                             .arg(total_)
+                                             .arg(missed_)};
+    for (auto it = byReason_.cbegin(); it != byReason_.cend(); ++it) {
+        lines << reasonWords(it.value(), it.key());
+    }
+    if (!refusals_.isEmpty()) {
+        lines << reasonWords(static_cast<int>(refusals_.size()),
+                             u"读不出（"_s + refusals_.first() + u"）"_s);
+    }
+    if (!byReason_.isEmpty()) {
+        lines << u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s;
+    }
+    return lines.join(u'\n');
+}
+
+QCoro::Task<QuoteTally> QuoteRun::run(Report report, std::stop_token stop) {
+    return update(u"select dm,jc from dmb "_s, report, stop);
+}
+
+QCoro::Task<QuoteTally> QuoteRun::gengxinquanbu(Report report, std::stop_token stop) {
     return update(
         u"select dm,jc from dmb where dm!='SH000001' AND dm!='SH000300' and dm!='SZ399001'"_s,
-        report);
+        report, stop);
 }
 
-bool QuoteRun::update(const QString& codesQuery, const Report& report) {
-    return run_.run([&] {
-        run_.letEventsHappen();
-        const Activity activity(u"更新行情数据"_s, u"读到的行情已经写入并保留，出错的没有写入。"_s);
-        Connection connection = stores_.main.open();
-        Recordset codes(connection, codesQuery);
-        const FirstFailure<RefusedLines> refusal = updateBatches(codes, report);
-        connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
-        refusal.raise();
-    });
-}
-
-// The feed lets no events run after a failed request; the window stays painted all the same. Gives
-// the first refusal of lines back: the market goes on without them.
-FirstFailure<RefusedLines> QuoteRun::updateBatches(Recordset& codes, const Report& report) {
-    FirstFailure<RefusedLines> refusal;
-    QuoteProgress progress{0, codes.count(), {}};
-    report(progress);
-    for (const CodeBatch& batch : codeBatches(codes)) {
-        refusal.attempt([&] { feed_.gengxinhq(batch.list, 0); });
-        if (batch.count == codesPerRequest) {
-            progress.updated += batch.count;
-            progress.words = u"已更新股票只数:"_s + QString::number(progress.updated);
-            report(progress);
-        }
-        run_.letEventsHappen();
+QCoro::Task<QuoteTally> QuoteRun::update(QString codesQuery, Report report, std::stop_token stop) {
+    const auto read = [=, this] { return readBatches(codesQuery); };
+    const QList<CodeBatch> batches = co_await patiently(read, stop);
+    const QuoteTally tally = co_await updateBatches(batches, report, stop);
+    if (!tally.nothingCame()) {
+        co_await patiently([this] { return storeTime(); }, stop);
     }
-    return refusal;
+    co_return tally;
+}
+
+// A service that refuses is asked for one batch at a time from then on.
+QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report report,
+                                                std::stop_token stop) {
+    QuoteProgress progress{0, stocksIn(batches), {}};
+    QuoteTally tally(progress.total);
+    report(progress);
+    qsizetype ahead = feed_.ahead();
+    qsizetype asked = 0;
+    std::deque<QCoro::Task<HttpReply>> onTheirWay;
+    for (const CodeBatch& batch : batches) {
+        while (asked < batches.size() && std::ssize(onTheirWay) < ahead) {
+            onTheirWay.push_back(feed_.ask(batches[asked++], stop));
+        }
+        const HttpReply reply = co_await std::move(onTheirWay.front());
+        onTheirWay.pop_front();
+        if (reply.outcome == HttpReply::Outcome::refused) {
+            ahead = 1;
+        }
+        const auto step = [=, this] { return write(batch, reply); };
+        const MissedQuotes missed = co_await patiently(step, stop);
+        tally.add(missed);
+        progress.updated += batch.count;
+        progress.words = u"已更新股票只数:"_s + QString::number(progress.updated - tally.missed());
+        report(progress);
+    }
+    co_return tally;
+}
+
+QList<CodeBatch> QuoteRun::readBatches(const QString& codesQuery) const {
+    const Activity activity = updating();
+    Connection connection = stores_.main.open();
+    Recordset codes(connection, codesQuery);
+    return codeBatches(codes);
+}
+
+MissedQuotes QuoteRun::write(const CodeBatch& batch, const HttpReply& reply) {
+    const Activity activity = updating();
+    return feed_.write(batch, reply, 0);
+}
+
+bool QuoteRun::storeTime() {
+    const Activity activity = updating();
+    Connection connection = stores_.main.open();
+    connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
+    return true;
 }
 
 }  // namespace guanchao

@@ -1,11 +1,12 @@
 // The update of all stocks: every code of the code table, in batches, into the code table.
 #pragma once
 
+#include <QCoro/QCoroTask>
+#include <QMap>
 #include <QString>
 #include <functional>
+#include <stop_token>
 
-#include "base/cancellable_run.h"
-#include "base/first_failure.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
 #include "store/stores.h"
@@ -19,33 +20,51 @@ struct QuoteProgress {
     QString words;  // for the time label; empty before the first batch
 };
 
-// A run lets events happen between batches. Cancelled, it ends after the batch at hand: what the
-// batches have written stays.
+// What a run came to, in stocks.
+class QuoteTally {
+public:
+    explicit QuoteTally(int total = 0) : total_(total) {}
+
+    void add(const MissedQuotes& missed);
+
+    int missed() const { return missed_; }
+    bool nothingCame() const { return missed_ >= total_; }
+    // 更新行情数据完成！, or how many of how many came and why the others didn't.
+    QString words() const;
+
+private:
+    int total_;
+    int missed_ = 0;
+    QMap<QString, int> byReason_;
+    QStringList refusals_;
+};
+
 class QuoteRun {
 public:
     using Report = std::function<void(const QuoteProgress&)>;
 
-    QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed, EventPump& pump);
+    QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed)
+        : stores_(stores), clock_(clock), feed_(feed) {}
 
-    // The whole code table, indexes included. `report` is called at the beginning and after each
-    // full batch; false if the run was cancelled. Raises what the feed raises, RefusedLines at the
-    // end only, and OperationError if a run is under way.
-    bool run(const Report& report);
+    // The whole code table, indexes included. Some requests are on their way at a time; their
+    // replies are written in order, a batch a transaction, and stay if the run is stopped. `report`
+    // is called at the beginning and after each batch. Raises StoreError.
+    QCoro::Task<QuoteTally> run(Report report, std::stop_token stop);
 
     // 更新全部: the same without the three indexes. No control runs it at present.
-    bool gengxinquanbu(const Report& report);
-
-    void cancel() { run_.cancel(); }
-    bool running() const { return run_.running(); }
+    QCoro::Task<QuoteTally> gengxinquanbu(Report report, std::stop_token stop);
 
 private:
-    bool update(const QString& codesQuery, const Report& report);
-    FirstFailure<RefusedLines> updateBatches(Recordset& codes, const Report& report);
+    QCoro::Task<QuoteTally> update(QString codesQuery, Report report, std::stop_token stop);
+    QCoro::Task<QuoteTally> updateBatches(QList<CodeBatch> batches, Report report,
+                                          std::stop_token stop);
+    QList<CodeBatch> readBatches(const QString& codesQuery) const;
+    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply);
+    bool storeTime();
 
     const Stores& stores_;
     const Clock& clock_;
     QuoteFeed& feed_;
-    CancellableRun run_;
 };
 
 }  // namespace guanchao

@@ -15,9 +15,10 @@ constexpr int alarmRepeats = 20;
 }  // namespace
 
 AlarmDesk::AlarmDesk(const Stores& stores, const Globals& globals, const Clock& clock,
-                     QuoteFeed& feed, Sound& sound, std::function<bool()> showMonitors)
+                     QuoteFeed& feed, Failures& failures, Sound& sound,
+                     std::function<bool()> showMonitors)
     : sound_(sound),
-      engine_(stores, globals, clock, feed, std::move(showMonitors),
+      engine_(stores, globals, clock, feed, failures, std::move(showMonitors),
               [this](const QString& file) { ringLater(file); }) {
     Timer2_.setObjectName(u"Timer2"_s);
     Timer3_.setObjectName(u"Timer3"_s);

@@ -16,7 +16,7 @@ class AlarmDesk : public QObject {
 public:
     // `showMonitors` as the engine wants it.
     AlarmDesk(const Stores& stores, const Globals& globals, const Clock& clock, QuoteFeed& feed,
-              Sound& sound, std::function<bool()> showMonitors);
+              Failures& failures, Sound& sound, std::function<bool()> showMonitors);
     ~AlarmDesk() override;
 
     // The ticks begin; they go on for the life of the process.

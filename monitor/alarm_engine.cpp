@@ -1,6 +1,5 @@
 #include "monitor/alarm_engine.h"
 
-#include <QScopedValueRollback>
 #include <optional>
 #include <utility>
 
@@ -8,6 +7,7 @@
 #include "base/values.h"
 #include "monitor/crossing.h"
 #include "monitor/poll_list.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
@@ -44,25 +44,38 @@ std::optional<double> meanGain(Connection& connection, const QString& zhutiname)
 }  // namespace
 
 AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock,
-                         QuoteFeed& feed, std::function<bool()> showMonitors,
+                         QuoteFeed& feed, Failures& failures, std::function<bool()> showMonitors,
                          std::function<void(const QString&)> ring)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
       feed_(feed),
+      failures_(failures),
       showMonitors_(std::move(showMonitors)),
       ring_(std::move(ring)) {}
 
 void AlarmEngine::tick() {
-    FirstFailure<std::exception> failure;
-    failure.attempt([this] { count(); });
-    deliverPrompts(failure);
-    if (failure && isToBeTold()) {
-        failure.raise();
+    if (std::exchange(windowWaits_, false)) {
+        showMonitors();
+    }
+    if (globals_.jiankongkaiqi == 1) {
+        ++pinlvjishu_;
+        if (globals_.hqmang == 0 && !polls_.running()) {
+            polls_.start([this](std::stop_token stop) { return pollIfDue(stop); });
+        }
+    }
+    if (!polls_.running()) {
+        deliverPrompts();
     }
 }
 
-// One box, not one a second. A user who has missed it learns by the next that no alarms come.
+void AlarmEngine::report(const std::exception& failure) {
+    if (isToBeTold()) {
+        failures_.report(failure);
+    }
+}
+
+// Not one a second. A user who has missed it learns by the next that no alarms come.
 bool AlarmEngine::isToBeTold() {
     const QDateTime now = clock_.now();
     // Below 0 where the clock has been set back.
@@ -74,72 +87,89 @@ bool AlarmEngine::isToBeTold() {
     return true;
 }
 
-void AlarmEngine::count() {
-    if (globals_.jiankongkaiqi != 1) {
-        return;
-    }
-    ++pinlvjishu_;
-    if (globals_.hqmang == 0 && !polling_) {
-        pollIfDue();
+void AlarmEngine::guarded(const std::function<void()>& job) {
+    try {
+        job();
+    } catch (const std::exception& failure) {
+        report(failure);
     }
 }
 
-void AlarmEngine::pollIfDue() {
-    Activity activity(u"监控行情"_s);
+QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
+    const std::optional<QList<CodeBatch>> batches =
+        co_await patiently([this] { return duePollList(); }, stop);
+    if (batches) {
+        pinlvjishu_ = 0;
+        co_await poll(*batches, stop);
+        deliverPrompts();
+        toldAt_ = {};
+    }
+}
+
+// Nothing before the user's frequency is reached.
+std::optional<QList<CodeBatch>> AlarmEngine::duePollList() const {
+    const Activity activity(u"监控行情"_s);
     Connection connection = stores_.main.open();
     if (pinlvjishu_ < neededFrequency(connection).toNumber()) {
-        return;
+        return std::nullopt;
     }
-    pinlvjishu_ = 0;
-    const QScopedValueRollback busy(polling_, true);
+    Recordset codes(connection, u"select dm from jiankonghq"_s);
+    return codeBatches(codes);
+}
+
+// Lines that are refused are told at the end: the others are judged all the same.
+QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
+    QStringList refusals;
+    for (const CodeBatch& batch : batches) {
+        const HttpReply reply = co_await feed_.ask(batch, stop);
+        const auto step = [=, this] { return write(batch, reply); };
+        const MissedQuotes missed = co_await patiently(step, stop);
+        refusals << missed.refusals;
+    }
+    co_await patiently([this] { return judge(); }, stop);
+    if (!refusals.isEmpty()) {
+        const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
+        throw RefusedLines(refusals);
+    }
+}
+
+MissedQuotes AlarmEngine::write(const CodeBatch& batch, const HttpReply& reply) {
+    Activity activity(u"监控行情"_s);
     activity.wrote(u"失败之前各步的结果"_s);
-    const FirstFailure<RefusedLines> refusal = updateQuotes(connection);
+    return feed_.write(batch, reply, 1);
+}
+
+// Made again it fires nothing twice: a monitor that was judged holds the new value.
+bool AlarmEngine::judge() {
+    Activity activity(u"监控行情"_s);
+    activity.wrote(u"失败之前各步的结果"_s);
+    Connection connection = stores_.main.open();
     judgeThemes(connection);
     judgeStocks(connection);
-    refusal.raise();
-    toldAt_ = {};
+    return true;
 }
 
-// Only when the poll is over: the window may show a message of its own, and no alarm waits behind
-// that for its judgement or its sound. A window that fails or must wait keeps no sound from
-// playing.
-void AlarmEngine::deliverPrompts(FirstFailure<std::exception>& failure) {
-    if (polling_) {
-        return;
-    }
-    if (std::exchange(windowWaits_, false)) {
-        showMonitors(failure);
-    }
+// Only when the poll is over, so that no alarm waits behind a window for its judgement; those of
+// one that failed at the next tick. A window that fails or must wait keeps no sound from playing.
+void AlarmEngine::deliverPrompts() {
     for (const Prompt& prompt : std::exchange(fired_, {})) {
         if (!prompt.sound.isEmpty()) {
-            failure.attempt([&] { ring_(prompt.sound); });
+            guarded([&] { ring_(prompt.sound); });
         }
         if (prompt.showsWindow) {
-            showMonitors(failure);
+            showMonitors();
         }
     }
 }
 
-// Once it may be shown again, one window tells of all alarms that it waited with. It waits too
-// while a box of the old window stands that closes for it: a tick under the box shows it.
-void AlarmEngine::showMonitors(FirstFailure<std::exception>& failure) {
-    if (windowWaits_) {
-        return;
+// Once it may be shown again, one window tells of all alarms that it waited with.
+void AlarmEngine::showMonitors() {
+    if (!windowWaits_) {
+        windowWaits_ = true;
+        bool shown = true;
+        guarded([&] { shown = showMonitors_(); });
+        windowWaits_ = !shown;
     }
-    windowWaits_ = true;
-    bool shown = true;
-    failure.attempt([&] { shown = showMonitors_(); });
-    windowWaits_ = !shown;
-}
-
-// Gives the first refusal of lines back: the others are judged all the same.
-FirstFailure<RefusedLines> AlarmEngine::updateQuotes(Connection& connection) {
-    FirstFailure<RefusedLines> refusal;
-    Recordset codes(connection, u"select dm from jiankonghq"_s);
-    for (const CodeBatch& batch : codeBatches(codes)) {
-        refusal.attempt([&] { feed_.gengxinhq(batch.list, 1); });
-    }
-    return refusal;
 }
 
 void AlarmEngine::judgeThemes(Connection& connection) {

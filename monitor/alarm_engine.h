@@ -1,17 +1,18 @@
 // The alarm engine: refreshes the quotes of the poll list at the user's frequency and fires the
 // monitors whose value has crossed its threshold since the last poll. Tables tempcanshu,
 // jiankonghq, zhutijiankong, gegujiankong and dzhzhuti of the main store; gains in percent, prices
-// in yuan. Failed statements raise StoreError, a missing row or value OperationError, but of polls
-// that fail in a row only the first one raises, and then one every ten minutes.
+// in yuan. Of polls that fail in a row only the first one is reported, and then one every ten
+// minutes.
 #pragma once
 
 #include <QDateTime>
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
-#include "base/first_failure.h"
 #include "base/globals.h"
+#include "base/runs.h"
 #include "market/quote_feed.h"
 #include "platform/clock.h"
 #include "store/recordset.h"
@@ -19,16 +20,18 @@
 
 namespace guanchao {
 
-class AlarmEngine {
+class AlarmEngine : private Failures {
 public:
     // For a fired monitor: `showMonitors` shows the monitor window anew, or answers false where it
     // may not now and is called again at the next tick; `ring` starts a sound file.
     AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock, QuoteFeed& feed,
-                std::function<bool()> showMonitors, std::function<void(const QString&)> ring);
+                Failures& failures, std::function<bool()> showMonitors,
+                std::function<void(const QString&)> ring);
 
-    // To be called every second. A tick during a poll, which lets events run, counts but doesn't
-    // poll.
+    // To be called every second. A tick during a poll counts but doesn't poll.
     void tick();
+
+    bool polling() const { return polls_.running(); }
 
 private:
     // The last known values of a stock monitor's code.
@@ -43,12 +46,16 @@ private:
         QString sound;  // empty: none
     };
 
-    void count();
-    void pollIfDue();
-    void deliverPrompts(FirstFailure<std::exception>& failure);
-    void showMonitors(FirstFailure<std::exception>& failure);
+    void report(const std::exception& failure) override;
     bool isToBeTold();
-    FirstFailure<RefusedLines> updateQuotes(Connection& connection);
+    void guarded(const std::function<void()>& job);
+    QCoro::Task<> pollIfDue(std::stop_token stop);
+    QCoro::Task<> poll(QList<CodeBatch> batches, std::stop_token stop);
+    std::optional<QList<CodeBatch>> duePollList() const;
+    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply);
+    bool judge();
+    void deliverPrompts();
+    void showMonitors();
     void judgeThemes(Connection& connection);
     void judgeTheme(Connection& connection, const Recordset& monitor);
     void judgeStocks(Connection& connection);
@@ -60,13 +67,14 @@ private:
     const Globals& globals_;
     const Clock& clock_;
     QuoteFeed& feed_;
+    Failures& failures_;
     std::function<bool()> showMonitors_;
     std::function<void(const QString&)> ring_;
     std::vector<Prompt> fired_;  // not yet delivered
     int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
-    bool polling_ = false;
-    bool windowWaits_ = false;  // the monitor window might not be shown for an alarm yet
+    bool windowWaits_ = false;   // the monitor window might not be shown for an alarm yet
     QDateTime toldAt_;  // when the last failure was raised; invalid since a poll has gone well
+    Runs polls_{*this};
 };
 
 }  // namespace guanchao

@@ -81,13 +81,23 @@ void Form4::connectGrids() {
 }
 
 void Form4::Form_Load() {
-    showFlag();
-    const MonitorManager::Loaded loaded = manager_.load();
-    if (loaded.frequency) {
-        ui_->Text1->setText(*loaded.frequency);
+    const std::optional<QString> frequency = showMonitors();
+    if (frequency) {
+        ui_->Text1->setText(*frequency);
     }
     Text1_Change();
+}
+
+void Form4::refresh() {
+    showMonitors();
+}
+
+// Gives the stored frequency back.
+std::optional<QString> Form4::showMonitors() {
+    showFlag();
+    const MonitorManager::Loaded loaded = manager_.load();
     ui_->Label3->setText(loaded.monitored);
+    return loaded.frequency;
 }
 
 void Form4::showFlag() {

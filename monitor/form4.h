@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "frame/environment.h"
 #include "frame/windows.h"
@@ -25,6 +26,9 @@ public:
     Form4(Environment& environment, Windows& windows);
     ~Form4() override;
 
+    // Shows the monitors as they are now; what the user is typing stays.
+    void refresh();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -33,6 +37,7 @@ private:
     void buildMenus();
     void connectControls();
     void connectGrids();
+    std::optional<QString> showMonitors();
     void showFlag();
     void changeFrequency();
     void deleteMonitor(void (MonitorManager::*remove)());

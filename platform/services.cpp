@@ -15,6 +15,9 @@ namespace {
 constexpr double longestTimeoutSeconds = 3600;
 // A service that accepts and never answers holds its window for no longer.
 constexpr int patience = 15;
+// A public service takes more than a few requests at once for an attack.
+constexpr int politeAhead = 3;
+constexpr int mostAhead = 6;
 
 // A fraction of a second counts as one, words that are no number as no entry.
 int timeoutSeconds(const QString& entry, int standard) {
@@ -31,6 +34,9 @@ Service readService(const IniFile& ini, const QString& section, const Service& s
     service.referer = ini.value(section, u"referer"_s).value_or(standard.referer);
     service.timeoutSeconds = timeoutSeconds(ini.value(section, u"timeout"_s).value_or(QString()),
                                             standard.timeoutSeconds);
+    const double ahead = numericPrefix(ini.value(section, u"ahead"_s).value_or(QString()));
+    service.ahead =
+        ahead >= 1 ? static_cast<int>(std::min<double>(ahead, mostAhead)) : standard.ahead;
     return service;
 }
 
@@ -39,8 +45,9 @@ Service readService(const IniFile& ini, const QString& section, const Service& s
 Services readServices(const QString& iniPath) {
     const IniFile ini(iniPath);
     Services services;
-    services.quote = readService(ini, u"quote"_s,
-                                 {u"https://hq.sinajs.cn"_s, u"https://finance.sina.com.cn/"_s});
+    services.quote = readService(
+        ini, u"quote"_s,
+        {u"https://hq.sinajs.cn"_s, u"https://finance.sina.com.cn/"_s, patience, politeAhead});
     services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}});
     services.stockpage = readService(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}});
     services.sitepage = readService(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}});

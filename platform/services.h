@@ -10,6 +10,7 @@ struct Service {
     QString host;            // scheme, name and port; empty: the service is not there
     QString referer;         // a header that the service insists on, or empty
     int timeoutSeconds = 0;  // of a whole request; 0: as long as it takes
+    int ahead = 1;           // requests that may be on their way at once
 };
 
 struct Services {

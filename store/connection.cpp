@@ -5,7 +5,9 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QThread>
+#include <algorithm>
 #include <exception>
+#include <optional>
 
 #include "base/files.h"
 #include "base/values.h"
@@ -21,7 +23,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-std::chrono::milliseconds busyTimeout = std::chrono::seconds(5);
+std::chrono::milliseconds longestWait = std::chrono::seconds(5);
+thread_local std::optional<std::chrono::milliseconds> mostHere;
 
 bool isHeldByAnother(sqlite3* handle) {
     const QString path = QString::fromUtf8(sqlite3_db_filename(handle, "main"));
@@ -31,7 +34,8 @@ bool isHeldByAnother(sqlite3* handle) {
 // A process that writes without a pause leaves a store free for moments only. The library's own
 // waiting looks for them ten times a second and can miss them all.
 int waitForStore(void* handle, int tries) {
-    if (tries >= busyTimeout.count() || isHeldByAnother(static_cast<sqlite3*>(handle))) {
+    if (tries >= std::min(longestWait, mostHere.value_or(longestWait)).count() ||
+        isHeldByAnother(static_cast<sqlite3*>(handle))) {
         return 0;
     }
     QThread::msleep(1);
@@ -166,8 +170,20 @@ int Connection::changedRows() const {
     return sqlite3_changes(handle());
 }
 
+Connection::BusyTimeout::BusyTimeout(std::chrono::milliseconds most) {
+    mostHere = most;
+}
+
+Connection::BusyTimeout::~BusyTimeout() {
+    mostHere.reset();
+}
+
+std::chrono::milliseconds Connection::busyTimeout() {
+    return longestWait;
+}
+
 void Connection::setBusyTimeout(std::chrono::milliseconds timeout) {
-    busyTimeout = timeout;
+    longestWait = timeout;
 }
 
 void Connection::execute(const QString& statement) {

@@ -30,6 +30,16 @@ public:
 
     // How long all connections wait for a lock, at least; tests shorten it.
     static void setBusyTimeout(std::chrono::milliseconds timeout);
+    static std::chrono::milliseconds busyTimeout();
+
+    // For as long as it lives, those of this thread wait no longer than that.
+    class BusyTimeout {
+    public:
+        explicit BusyTimeout(std::chrono::milliseconds most);
+        ~BusyTimeout();
+        BusyTimeout(const BusyTimeout&) = delete;
+        BusyTimeout& operator=(const BusyTimeout&) = delete;
+    };
 
     sqlite3* handle() const { return handle_.get(); }
     const QString& path() const { return path_; }

@@ -279,7 +279,7 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
     auto* button = find<QToolButton>(u"Command4"_s);
     auto* progress = find<QProgressBar>(u"progress"_s);
     QStringList seen;
-    pump_.onRun = [&] {
+    http_.onGet = [&] {
         EXPECT_FALSE(button->isEnabled());
         seen << find<QLabel>(u"Label6"_s)->text() + u'|' + QString::number(progress->value());
     };

@@ -35,6 +35,7 @@ protected:
             return quoteReply(path, {{u"sh600000"_s, price_}, {u"sz000001"_s, 10}});
         };
         dialogs_.boxes = &boxes_;
+        failures_.box = &application_;
         application_.setDialogs(&keepingDialogs_);
         form_.Form_Load();
         form_.show();

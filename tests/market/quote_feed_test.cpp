@@ -23,6 +23,8 @@ static QString line(const QString& code, const QString& close = u"1"_s,
     return fields.join(u',') + u"\";\n"_s;
 }
 
+static const CodeBatch both{u"sh600000,sz000001,"_s, 2};
+
 class QuoteFeedTest : public ::testing::Test {
 protected:
     QuoteFeedTest() {
@@ -33,18 +35,11 @@ protected:
 
     void replyWith(const QString& text) { reply_ = gbkFromText(text); }
 
-    // The reason why a reply is refused; empty if it is taken.
-    QString refusal(const std::function<void()>& read) {
-        try {
-            read();
-        } catch (const OperationError& failure) {
-            return failure.reason();
-        }
-        return {};
+    MissedQuotes update(qint16 tojiankong, const CodeBatch& batch = both) {
+        return QCoro::waitFor(feed_.gengxinhq(batch, tojiankong, {}));
     }
-    QString refusal(qint16 tojiankong) {
-        return refusal([&] { feed_.gengxinhq(u"sh600000,sz000001,"_s, tojiankong); });
-    }
+    // The reason why a line is refused; empty if it is taken.
+    QString refusal(qint16 tojiankong) { return update(tojiankong).refusals.value(0); }
 
     QStringList quotes() {
         return store_.rows(
@@ -55,11 +50,10 @@ protected:
     TestStores store_;
     Globals globals_;
     FakeClock clock_;
-    FakePump pump_;
     FakeHttp http_;
     std::optional<QByteArray> reply_;
-    QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service(), pump_};
-    QuoteRun run_{store_.stores, clock_, feed_, pump_};
+    QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service()};
+    QuoteRun run_{store_.stores, clock_, feed_};
 };
 
 TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
@@ -70,46 +64,45 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
     suspended[8] = u"123456789012"_s;
     suspended[9] = u"1.5e9"_s;
     replyWith(line(u"sh600000"_s, u"8.00"_s, u"8.123"_s) + suspended.join(u','));
-    pump_.onRun = [this] { EXPECT_EQ(globals_.hqmang, 0); };
-    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    update(0);
     EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,sz000001,"_s});
     EXPECT_EQ(
         quotes(),
         QStringList({u"SH600000|8.123|0.123|1.5375|1|4|5|8|9|2026-11-24 10:00:00"_s,
                      u"SZ000001|0|0|0|1.5|0.5|-5|123456789012|1500000000|2026-11-24 10:00:00"_s}));
-    EXPECT_EQ(pump_.runs, 1);
     globals_.hqmang = 1;
-    pump_.onRun = nullptr;
-    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    update(0);
     EXPECT_EQ(globals_.hqmang, 1) << "a long job stays busy";
 }
 
 TEST_F(QuoteFeedTest, ThePollListTakesFewerColumns) {
     store_.run({u"insert into jiankonghq(dm,jc) values('SZ000001','平安银行')"_s});
     replyWith(line(u"sh600000"_s, u"1"_s, u"1"_s) + line(u"sz000001"_s, u"3"_s, u"2.00"_s));
-    feed_.gengxinhq(u"sh600000,sz000001,"_s, 1);
+    update(1);
     EXPECT_EQ(store_.rows(u"select dm,sp,zhangjine,zhangfu,totalsl,totaljine,newhqtime from"
                           u" jiankonghq"_s),
               QStringList{u"SZ000001|2|-1|-33.3333|8|9|2026-11-24 10:00:00"_s});
     EXPECT_TRUE(quotes()[0].endsWith(u"null"_s)) << "the code table is left alone";
-    EXPECT_EQ(pump_.runs, 1);
-    EXPECT_EQ(pump_.runsWithInput, 0) << "a click could change the monitors in their poll";
 }
 
 TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
     const QStringList before = quotes();
-    const std::optional<QByteArray> replies[] = {
-        std::nullopt,
-        QByteArray(),
-        QByteArray("<html><body>502 Bad Gateway</body></html>"),
-        QByteArray("var hq_str_sys_auth=\"FAILED\";\n"),
-        gbkFromText(line(u"sh600000"_s)),
-        QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"),
-        QByteArray("a,b;c,d;e,f,g,h"),
+    const struct {
+        std::optional<QByteArray> reply;
+        QString reason;
+    } cases[] = {
+        {std::nullopt, u"没有应答"_s},
+        {QByteArray(), u"应答里没有行情"_s},
+        {QByteArray("<html><body>502 Bad Gateway</body></html>"), u"应答里没有行情"_s},
+        {QByteArray("var hq_str_sys_auth=\"FAILED\";\n"), u"应答里没有行情"_s},
+        {QByteArray("a,b;c,d;e,f,g,h"), u"应答里没有行情"_s},
+        {QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"), {}},
     };
-    for (const auto& reply : replies) {
-        reply_ = reply;
-        EXPECT_NO_THROW(feed_.gengxinhq(u"sh600000,sz000001,"_s, 0));
+    for (const auto& it : cases) {
+        reply_ = it.reply;
+        const MissedQuotes missed = update(0);
+        EXPECT_EQ(missed.reason, it.reason);
+        EXPECT_EQ(missed.count, it.reason.isEmpty() ? 0 : 2);
         EXPECT_EQ(quotes(), before);
         EXPECT_EQ(globals_.hqmang, 0);
     }
@@ -135,10 +128,10 @@ TEST_F(QuoteFeedTest, ABrokenLineIsRefusedAndTheOthersAreWritten) {
         EXPECT_EQ(globals_.hqmang, 0);
     }
     replyWith(cases[0].piece + good + cases[2].piece);
-    EXPECT_EQ(refusal(0), cases[0].reason + u"（还有1只股票的行情也读不出）"_s);
+    EXPECT_EQ(update(0).refusals, QStringList({cases[0].reason, cases[2].reason}));
     replyWith(u"var hq_str_sh999999=\"\";\n"_s + line(u"sz009999"_s) +
               line(u"sz000001"_s, u"1"_s, u"2"_s, 31));
-    feed_.gengxinhq(u"sh600000,sz000001,"_s, 0);
+    update(0);
     EXPECT_TRUE(quotes()[1].startsWith(u"SZ000001|2|"_s))
         << "a line that ends with the time is whole, unknown codes are passed over";
 }
@@ -167,8 +160,8 @@ TEST_F(QuoteFeedTest, AFieldThatIsNoNumberWritesNothing) {
     }
     const QString everyCode = u"'or dm>'"_s;
     replyWith(good + line(everyCode));
-    feed_.gengxinhq(u"sh600000,"_s, 0);
-    feed_.gengxinhq(u"sh600000,"_s, 1);
+    update(0, {u"sh600000,"_s, 1});
+    update(1, {u"sh600000,"_s, 1});
     EXPECT_EQ(ofSecond(), before);
 }
 
@@ -191,81 +184,108 @@ protected:
         };
     }
 
+    QString run() { return QCoro::waitFor(run_.run(report_, {})).words(); }
     int updatedCodes() { return store_.rows(u"select count(*) from dmb where sp=2"_s)[0].toInt(); }
-
     QStringList hqtime() { return store_.rows(u"select hqtime from tempcanshu"_s); }
 
+    const QString allCame_ = u"更新行情数据完成！"_s;
     QStringList reports_;
     QuoteRun::Report report_ = [this](const QuoteProgress& it) {
-        reports_ << u"%1/%2"_s.arg(it.updated).arg(it.total);
+        reports_ << u"%1/%2 %3"_s.arg(it.updated).arg(it.total).arg(it.words.section(u':', 1));
     };
 };
 
 TEST_F(QuoteRunTest, AsksForNinetyNineCodesAtATime) {
     addCodes(200);
-    EXPECT_TRUE(run_.run(report_));
+    EXPECT_EQ(run(), allCame_);
     ASSERT_EQ(http_.paths.size(), 3);
     EXPECT_EQ(http_.paths[0].count(u','), 99);
     EXPECT_EQ(http_.paths[1].count(u','), 99);
     EXPECT_EQ(http_.paths[2], u"/list=sh600298,sh600299,"_s);
-    EXPECT_EQ(reports_, QStringList({u"0/200"_s, u"99/200"_s, u"198/200"_s}));
+    EXPECT_EQ(reports_,
+              QStringList({u"0/200 "_s, u"99/200 99"_s, u"198/200 198"_s, u"200/200 200"_s}));
     EXPECT_EQ(updatedCodes(), 200);
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
     addCodes(100);
-    EXPECT_TRUE(run_.run(report_));
-    EXPECT_EQ(updatedCodes(), 99) << "a last batch of one code is lost";
+    EXPECT_EQ(run(), allCame_);
+    EXPECT_EQ(updatedCodes(), 100) << "a code that is alone in its batch comes too";
 }
 
-TEST_F(QuoteRunTest, FailedRequestsAndAnEmptyTableStillEndWithTheTime) {
+TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
+    addCodes(250);
+    const auto good = http_.answer;
+    http_.answer = [good](const QString& path) -> std::optional<QByteArray> {
+        if (path.contains(u"sh600300"_s)) {
+            return std::nullopt;
+        }
+        return good(path)->replace(gbkFromText(u"sh600150=\"平安银行,1,1,2,"_s),
+                                   gbkFromText(u"sh600150=\"平安银行,1,1,x,"_s));
+    };
+    EXPECT_EQ(run(),
+              u"更新了 197 只股票的行情，共 250 只，没有更新的有 53 只：\n"
+              u"52只：没有应答\n"
+              u"1只：读不出（行情数据的第4个字段不是数字：SH600150 x）\n"
+              u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s);
+    EXPECT_EQ(updatedCodes(), 197);
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+}
+
+TEST_F(QuoteRunTest, TheTimeStaysWhereNothingCame) {
     addCodes(120);
     http_.answer = nullptr;
     for (const QString& codes : {u"update dmb set sp=1"_s, u"delete from dmb"_s}) {
         store_.run({codes, u"update tempcanshu set hqtime=null"_s});
-        EXPECT_TRUE(run_.run(report_));
+        run();
         EXPECT_EQ(http_.paths.size(), 2);
-        EXPECT_EQ(updatedCodes(), 0);
-        EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+        EXPECT_EQ(hqtime(), QStringList{u"null"_s});
     }
 }
 
-TEST_F(QuoteRunTest, ARunCannotBeStartedTwiceAndEndsWhenCancelled) {
-    addCodes(300);
-    pump_.onRun = [this] {
-        EXPECT_THROW(run_.run(report_), OperationError) << "one is under way";
-        if (!http_.paths.isEmpty()) {
-            run_.cancel();
+TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
+    addCodes(600);
+    Service service;
+    service.ahead = 3;
+    QuoteFeed feed(store_.stores, globals_, clock_, http_, service);
+    QuoteRun ahead(store_.stores, clock_, feed);
+    FakeFailures failures;
+    Runs runs(failures);
+    http_.gate = std::make_shared<Later<bool>>();
+    const auto first = http_.gate;
+    http_.onGet = [this] {
+        if (http_.paths.size() == 2) {
+            http_.gate.reset();
         }
     };
-    EXPECT_FALSE(run_.run(report_));
-    EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
-    pump_.onRun = [this] { run_.cancel(); };
-    EXPECT_FALSE(run_.run(report_));
-    EXPECT_EQ(http_.paths.size(), 1) << "cancelled before the first request";
-    EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
-    pump_.onRun = nullptr;
-    EXPECT_TRUE(run_.run(report_)) << "a cancelled run leaves nothing in the way of the next";
+    runs.start([&](std::stop_token stop) -> QCoro::Task<> { co_await ahead.run(report_, stop); });
+    EXPECT_EQ(http_.paths.size(), 3) << "so many are on their way, the later ones answered";
+    EXPECT_EQ(reports_.size(), 1) << "none is written before the first";
+    first->deliver(true);
+    EXPECT_FALSE(runs.running());
+    EXPECT_EQ(updatedCodes(), 600);
 }
 
-TEST_F(QuoteRunTest, ABrokenLineIsToldWhenTheWholeMarketHasCome) {
-    addCodes(200);
-    const auto good = http_.answer;
-    http_.answer = [good](const QString& path) -> std::optional<QByteArray> {
-        std::optional<QByteArray> reply = good(path);
-        return reply->replace(",1,1,2,", path.contains(u"sh600200"_s) ? ",1,1,x," : ",1,1,2,");
+TEST_F(QuoteRunTest, AStopLeavesWhatWasWritten) {
+    addCodes(300);
+    FakeFailures failures;
+    Runs runs(failures);
+    http_.onGet = [&] {
+        if (http_.paths.size() == 2) {
+            runs.stop();
+        }
     };
-    const QString reason = refusal([this] { run_.run(report_); });
-    EXPECT_TRUE(reason.endsWith(u"（还有98只股票的行情也读不出）"_s)) << reason.toStdString();
-    EXPECT_EQ(updatedCodes(), 101) << "one batch of three is refused";
-    EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
-    EXPECT_FALSE(run_.running());
+    runs.start([this](std::stop_token stop) -> QCoro::Task<> { co_await run_.run(report_, stop); });
+    EXPECT_FALSE(runs.running());
+    EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
+    EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
+    EXPECT_TRUE(failures.texts.isEmpty());
 }
 
 TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {
-    store_.run(
-        {u"delete from dmb"_s,
-         u"insert into dmb(dm) values('SH000001'),('SH000300'),('SZ399001'),('SH600000')"_s});
-    EXPECT_TRUE(run_.gengxinquanbu(report_));
-    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,"_s});
+    store_.run({u"delete from dmb"_s,
+                u"insert into dmb(dm) values('SH000001'),('SH000300'),('SZ399001'),('SH600000'),"
+                u"('SZ000001')"_s});
+    QCoro::waitFor(run_.gengxinquanbu(report_, {}));
+    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,sz000001,"_s});
 }
 
 }  // namespace guanchao

@@ -3,13 +3,16 @@
 
 #include <QStringList>
 #include <functional>
+#include <memory>
 
 #include "base/event_pump.h"
+#include "base/later.h"
 #include "base/runs.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/http.h"
+#include "platform/http_client.h"
 #include "platform/processes.h"
 #include "platform/shell.h"
 #include "platform/sound.h"
@@ -77,9 +80,13 @@ class FakeFailures : public Failures {
 public:
     void report(const std::exception& failure) override {
         texts << QString::fromUtf8(failure.what());
+        if (box) {
+            box->report(failure);
+        }
     }
 
     QStringList texts;
+    Failures* box = nullptr;  // a real one
 };
 
 class FakePump : public EventPump {
@@ -103,7 +110,7 @@ public:
     std::function<void()> onRun;
 };
 
-class FakeHttp : public Http {
+class FakeHttp : public Http, public HttpClient {
 public:
     std::optional<QByteArray> get(const Service& service, const QString& path) override {
         paths << path;
@@ -111,6 +118,25 @@ public:
         return answer ? answer(path) : std::nullopt;
     }
 
+    QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
+        paths << path;
+        addresses << service.host + path;
+        if (onGet) {
+            onGet();
+        }
+        endIfStopped(stop);
+        if (gate) {
+            co_await gate->orStop(stop);
+        }
+        const std::optional<QByteArray> body = answer ? answer(path) : std::nullopt;
+        if (!body) {
+            co_return HttpReply{HttpReply::Outcome::silent, 0, {}};
+        }
+        co_return HttpReply{HttpReply::Outcome::answered, 200, *body};
+    }
+
+    std::function<void()> onGet;        // what happens while a request is under way
+    std::shared_ptr<Later<bool>> gate;  // the next request waits for it
     QStringList paths;
     QStringList addresses;  // with the host of the service
     std::function<std::optional<QByteArray>(const QString& path)> answer;

@@ -50,7 +50,6 @@ struct MonitorFixture {
     TestStores store_;
     Globals globals_;
     FakeClock clock_;
-    FakePump pump_;
     FakeHttp http_;
     bool replies_ = false;               // whether the quote service answers
     QHash<QString, double> feedPrices_;  // by lower-case code; the former close is 10
@@ -58,11 +57,13 @@ struct MonitorFixture {
     std::function<void()> onShow_;
     bool popupStands_ = false;  // no window may open
     QStringList rung_;
-    QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service(), pump_};
+    FakeFailures failures_;
+    QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service()};
     AlarmEngine engine_{store_.stores,
                         globals_,
                         clock_,
                         feed_,
+                        failures_,
                         [this] {
                             ++shown_;
                             if (onShow_) {

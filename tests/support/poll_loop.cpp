@@ -23,7 +23,7 @@ int main(int, char** argv) {
     Globals globals;
     globals.jiankongkaiqi = 1;
     FakeClock clock;
-    FakePump pump;
+    FakeFailures failures;
     FakeHttp http;
     int polls = 0;
     http.answer = [&polls](const QString& path) {
@@ -31,9 +31,9 @@ int main(int, char** argv) {
         std::fflush(stdout);
         return quoteReply(path, pricesOf(++polls, path));
     };
-    QuoteFeed feed(stores, globals, clock, http, Service(), pump);
+    QuoteFeed feed(stores, globals, clock, http, Service());
     AlarmEngine engine(
-        stores, globals, clock, feed, [] { return true; }, [](const QString&) {});
+        stores, globals, clock, feed, failures, [] { return true; }, [](const QString&) {});
     for (;;) {
         engine.tick();
     }

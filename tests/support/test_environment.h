@@ -32,6 +32,7 @@ struct TestEnvironment {
     FakeDialogs dialogs_;
     OpenWindows openWindows_;
     KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
+    FakeFailures failures_;
     FakePump pump_;
     FakeHttp http_;
     FakeShell shell_;
@@ -48,7 +49,9 @@ struct TestEnvironment {
                              .clock = clock_,
                              .openWindows = openWindows_,
                              .dialogs = keepingDialogs_,
+                             .failures = failures_,
                              .pump = pump_,
+                             .client = http_,
                              .http = http_,
                              .yieldingHttp =
                                  [this](const Meanwhile& meanwhile) {
