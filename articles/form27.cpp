@@ -23,6 +23,7 @@ Form27::Form27(Environment& environment, Windows& windows)
     last_ = new DateBoxes(*ui_->Combo4, *ui_->Combo5, *ui_->Combo6, this);
     picker_ = new PickerBox(*ui_->Text3, *ui_->List1, environment_.stores.main, this);
     picker_->showWholeLinesAbove();
+    picker_->hideOnPressOf({this});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
     kuaimenu_.addActions({ui_->打开文章, ui_->删除本篇, ui_->删除本表, ui_->kkshuaxin});
@@ -139,11 +140,6 @@ void Form27::删除本表_Click() {
     if (browser_.removeListed()) {
         Form_Load();
     }
-}
-
-void Form27::mousePressEvent(QMouseEvent* event) {
-    picker_->hideList();
-    QDialog::mousePressEvent(event);
 }
 
 }  // namespace guanchao

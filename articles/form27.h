@@ -28,9 +28,6 @@ public:
     Form27(Environment& environment, Windows& windows);
     ~Form27() override;
 
-protected:
-    void mousePressEvent(QMouseEvent* event) override;
-
 private:
     void connectControls();
     void enableConditions();

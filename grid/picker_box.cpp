@@ -19,6 +19,13 @@ PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainSto
     connect(&list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
 }
 
+void PickerBox::hideOnPressOf(const QList<QWidget*>& places) {
+    hidingPlaces_ = places;
+    for (QWidget* place : places) {
+        place->installEventFilter(this);
+    }
+}
+
 void PickerBox::hideList() {
     list_.hide();
 }
@@ -76,12 +83,18 @@ void PickerBox::listClicked() {
     emit chosen();
 }
 
-// Down goes from the box into the open list, Enter takes a line, Esc closes the list.
 bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !list_.isVisible()) {
-        return QObject::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonPress && hidingPlaces_.contains(watched)) {
+        list_.hide();
     }
-    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool ownKey = event->type() == QEvent::KeyPress && list_.isVisible() &&
+                        (watched == &box_ || watched == &list_);
+    return (ownKey && takeKey(watched, static_cast<QKeyEvent*>(event)->key())) ||
+           QObject::eventFilter(watched, event);
+}
+
+// Down goes from the box into the open list, Enter takes a line, Esc closes the list.
+bool PickerBox::takeKey(const QObject* watched, int key) {
     if (key == Qt::Key_Escape) {
         list_.hide();
         box_.setFocus();
@@ -97,7 +110,7 @@ bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
         listClicked();
         return true;
     }
-    return QObject::eventFilter(watched, event);
+    return false;
 }
 
 }  // namespace guanchao

@@ -23,6 +23,9 @@ public:
     // The list shows no more than the first candidates.
     void showAtMost(int lines) { mostLines_ = lines; }
 
+    // A press on one of them, beside box and list, hides the list.
+    void hideOnPressOf(const QList<QWidget*>& places);
+
     // The first candidate, if there is one, takes the place of the text; the list is hidden.
     void takeFirst();
 
@@ -42,11 +45,13 @@ protected:
 private:
     void boxChanged();
     void listClicked();
+    bool takeKey(const QObject* watched, int key);
     void placeList(int height);
 
     QLineEdit& box_;
     QListWidget& list_;
     const StoreFile& mainStore_;
+    QList<QWidget*> hidingPlaces_;
     bool wholeLinesAbove_ = false;
     int mostLines_ = -1;  // below 0: no limit
 };

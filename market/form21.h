@@ -29,7 +29,6 @@ public:
     ~Form21() override;
 
 protected:
-    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

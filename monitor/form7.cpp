@@ -1,7 +1,5 @@
 #include "monitor/form7.h"
 
-#include <QMouseEvent>
-
 #include "monitor/editor_window.h"
 #include "ui_form7.h"
 
@@ -14,7 +12,7 @@ Form7::Form7(Environment& environment, Windows& windows)
       editor_(environment.stores, environment.globals, environment.dialogs) {
     ui_->setupUi(this);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
-    ui_->Text4->installEventFilter(this);
+    picker_->hideOnPressOf({this, ui_->Text4});
     connect(picker_, &PickerBox::chosen, this, &Form7::List1_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form7::close);
@@ -61,18 +59,6 @@ void Form7::Command1_Click() {
 
 void Form7::Command3_Click() {
     pickSoundInto(*ui_->Text3, environment_.dialogs);
-}
-
-void Form7::mousePressEvent(QMouseEvent* event) {
-    picker_->hideList();
-    QDialog::mousePressEvent(event);
-}
-
-bool Form7::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui_->Text4 && event->type() == QEvent::MouseButtonPress) {
-        picker_->hideList();
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 }  // namespace guanchao

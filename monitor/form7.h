@@ -24,10 +24,6 @@ public:
     Form7(Environment& environment, Windows& windows);
     ~Form7() override;
 
-protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void Form_Load();
     void List1_Click();

@@ -38,27 +38,15 @@ TEST_F(StockPickerTest, EachTestAnswersItsKindOfText) {
         {u"sh6"_s, {u"SH600519  贵州茅台"_s, u"SH600000  浦发银行"_s}},
         {u"SH6"_s, {u"SH600519  贵州茅台"_s, u"SH600000  浦发银行"_s}},
         {u"Sz000001"_s, {u"SZ000001  平安银行"_s}},
-        {u"bj8"_s, {}},
-        {u"9"_s, {}},
-        {u"999"_s, {}},
-        {u"9999"_s, {}},
-        {u"999901"_s, {}},
-        {u"600a"_s, {}},
-        {u"sh6x"_s, {}},
-        {u"'"_s, {}},
-        {u"茅台"_s, {}},
-        {u"6000000"_s, {}},
-        {QString(), {}},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(candidateLines(chazhaodaima(store_.stores.main, it.text)), it.lines)
             << it.text.toStdString();
     }
-}
-
-TEST_F(StockPickerTest, EveryCandidateIsFollowedByTheSeparator) {
-    EXPECT_EQ(chazhaodaima(store_.stores.main, u"600"_s),
-              u"SH600519  贵州茅台&&SH600000  浦发银行&&"_s);
+    for (const QString& text : {u"bj8"_s, u"9"_s, u"999901"_s, u"600a"_s, u"sh6x"_s, u"'"_s,
+                                u"茅台"_s, u"6000000"_s, QString()}) {
+        EXPECT_EQ(chazhaodaima(store_.stores.main, text), QString()) << text.toStdString();
+    }
 }
 
 TEST_F(StockPickerTest, TheListGrowsUpToSeventeenCandidates) {
@@ -66,7 +54,6 @@ TEST_F(StockPickerTest, TheListGrowsUpToSeventeenCandidates) {
     EXPECT_EQ(candidateListHeight(one), 480);
     EXPECT_EQ(candidateListHeight(one.repeated(16)), 16 * 150 + 330);
     EXPECT_EQ(candidateListHeight(one.repeated(17)), 2900);
-    EXPECT_EQ(candidateListHeight(one.repeated(300)), 2900);
     EXPECT_EQ(codeOfCandidate(u"SH600000  浦发 银行"_s), u"SH600000"_s);
 }
 
