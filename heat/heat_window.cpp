@@ -34,7 +34,8 @@ void HeatWindow::connectGrids() {
     controls_.MSHFlexGrid2->shareSortOrder(*controls_.MSHFlexGrid1);
     connect(controls_.MSHFlexGrid1, &GridView::rowChosen, this,
             &HeatWindow::MSHFlexGrid1_RowChosen);
-    connect(controls_.MSHFlexGrid1, &GridView::rowDoubleClicked, this, [this] { openSearchPage(); });
+    connect(controls_.MSHFlexGrid1, &GridView::rowDoubleClicked, this,
+            [this] { openSearchPage(); });
 }
 
 void HeatWindow::connectButtons() {

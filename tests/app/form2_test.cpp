@@ -141,7 +141,8 @@ TEST_F(Form2Test, ARefreshKeepsTheMarkAndTheColumnsThatWereDrawn) {
     store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
     QTest::keyClick(&themes, Qt::Key_F5);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s);
-    EXPECT_EQ(themes.selectionModel()->selectedRows(), QModelIndexList{themes.model()->index(0, 0)});
+    EXPECT_EQ(themes.selectionModel()->selectedRows(),
+              QModelIndexList{themes.model()->index(0, 0)});
     EXPECT_EQ(themes.columnWidth(2), drawn);
     QTest::keyClick(&themes, Qt::Key_Down);
     EXPECT_EQ(globals_.dangqianzhuti, u"银行"_s) << "keys go on from the mark";
