@@ -1,6 +1,7 @@
 // What the desktop offers to the main window alone.
 #pragma once
 
+#include "platform/notifier.h"
 #include "platform/sound.h"
 #include "utilities/shell_link.h"
 #include "utilities/tray_module.h"
@@ -10,6 +11,7 @@ namespace guanchao {
 struct Desktop {
     TrayModule& tray;
     Sound& sound;
+    Notifier& notifier;
     LauncherFolders launcherFolders;
 };
 

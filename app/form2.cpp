@@ -8,13 +8,13 @@
 #include <QShortcut>
 #include <utility>
 
+#include "app/auto_update.h"
 #include "app/maintenance.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "base/values.h"
 #include "frame/looks.h"
 #include "market/form21.h"
-#include "monitor/form4.h"
 #include "research/form24.h"
 #include "store/failure.h"
 #include "ui_form2.h"
@@ -49,7 +49,8 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                  environment.services.quote),
       quoteRun_(environment.stores, environment.clock, quoteFeed_),
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
-                 environment.failures, desktop_.sound, [this] { return showMonitors(); }),
+                 environment.failures, desktop_.sound,
+                 [this] { return alarmView_->showMonitors(); }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
       backupExport_(environment.stores, environment.dialogs, exchangeRun_) {
     setUpControls();
@@ -116,6 +117,15 @@ void Form2::connectAlarms() {
     connect(&alarmDesk_, &AlarmDesk::ticks, this, &Form2::watchTray);
     connect(&alarmDesk_, &AlarmDesk::soundBegins, this, &Form2::showSound);
     connect(&alarmDesk_, &AlarmDesk::soundEnds, ui_->WindowsMediaPlayer1, &QWidget::hide);
+    connect(&alarmDesk_, &AlarmDesk::soundEnds, this, [this] { ui_->停止播放->setEnabled(false); });
+    connect(ui_->停止播放, &QAction::triggered, &alarmDesk_, &AlarmDesk::stopSound);
+    alarmView_ =
+        new AlarmView(environment_, windows_, desktop_.notifier, alarmDesk_, *ui_->quotesLine);
+    alarmView_->setParent(this);
+    auto* autoUpdate =
+        new AutoUpdate(*ui_->menuHangqing, environment_.applicationFolder + u"界面.ini"_s,
+                       environment_.clock, [this] { updateByItself(); });
+    autoUpdate->setParent(this);
 }
 
 void Form2::connectTimers() {
@@ -211,7 +221,7 @@ void Form2::Command3_Click() {
 }
 
 void Form2::Command4_Click() {
-    if (quoteRuns_.running()) {
+    if (!ui_->Command4->isEnabled()) {
         return;
     }
     // An import holds the store: a batch would wait for this program's own lock.
@@ -219,6 +229,7 @@ void Form2::Command4_Click() {
         environment_.dialogs.tell(u"正在写入数据，请稍后再更新行情。"_s);
         return;
     }
+    quoteRuns_.stop();  // one that has begun by itself
     quoteRuns_.start([this](std::stop_token stop) { return updateQuotes(stop); });
 }
 
@@ -233,6 +244,26 @@ QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
     restoreTime.dismiss();
     刷新_Click();
     environment_.dialogs.tell(tally.words());
+}
+
+void Form2::updateByItself() {
+    if (!quoteRuns_.running() && environment_.globals.hqmang == 0) {
+        quoteRuns_.start([this](std::stop_token stop) { return updateQuietly(stop); });
+    }
+}
+
+// Without a box: the line says what didn't come, until the next time.
+QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
+    QString words;
+    try {
+        const QuoteTally tally = co_await quoteRun_.run([](const QuoteProgress&) {}, stop);
+        刷新_Click();
+        themeTable_.refreshStocks();
+        words = tally.missed() > 0 ? tally.words().section(u'\n', 0, 0) : QString();
+    } catch (const std::exception& failure) {
+        words = failureReason(failure);
+    }
+    ui_->Label1->setText(words.isEmpty() ? words : u"自动更新："_s + words);
 }
 
 void Form2::showUpdating(bool updating) {
@@ -319,26 +350,8 @@ void Form2::watchTray() {
     }
 }
 
-// A window that opens closes the menu or the list that is open under the user's hand.
-bool Form2::showMonitors() {
-    if (QApplication::activePopupWidget()) {
-        return false;
-    }
-    if (auto* open = environment_.openWindows.find<Form4>()) {
-        open->refresh();
-        open->raise();
-    } else {
-        windows_.openAnew<Form4>();
-    }
-    // It takes no input before a box that stands is answered, and must not cover that.
-    if (QWidget* box = QApplication::activeModalWidget()) {
-        box->raise();
-        box->activateWindow();
-    }
-    return true;
-}
-
 void Form2::showSound(const QString& file) {
+    ui_->停止播放->setEnabled(true);
     ui_->soundFile->setText(QFileInfo(file).fileName());
     ui_->WindowsMediaPlayer1->show();
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "app/alarm_view.h"
 #include "app/desktop.h"
 #include "base/runs.h"
 #include "exchange/backup_export.h"
@@ -68,13 +69,14 @@ private:
     void addsMonitor(const QAction* entry);
 
     void watchTray();
-    bool showMonitors();
     void showSound(const QString& file);
     void runExchange(const QString& name, const std::function<void()>& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
     QCoro::Task<> updateQuotes(std::stop_token stop);
+    QCoro::Task<> updateQuietly(std::stop_token stop);
+    void updateByItself();
     void showUpdating(bool updating);
     void stopQuotes();
     void showProgress(const QuoteProgress& progress);
@@ -115,6 +117,7 @@ private:
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;
     PickerBox* picker_ = nullptr;
+    AlarmView* alarmView_ = nullptr;
 
     QMenu tuopanmenu_;
     QMenu leftkuaimenu_;  // 左快捷菜单: on a theme

@@ -27,7 +27,7 @@ using namespace Qt::Literals::StringLiterals;
 
 void Form2::buildMenus() {
     tuopanmenu_.setObjectName(u"tuopanmenu"_s);
-    tuopanmenu_.addActions({ui_->tuopan显示, ui_->tuopanexit});
+    tuopanmenu_.addActions({ui_->tuopan显示, ui_->停止播放, ui_->tuopanexit});
     leftkuaimenu_.setObjectName(u"leftkuaimenu"_s);
     leftkuaimenu_.addActions({ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题,
                               ui_->编辑主题文章, ui_->添加主题监控, ui_->修改关注度,
@@ -63,7 +63,7 @@ void Form2::connectWindows() {
     opens<Form21>(ui_->分时数据);
     opens<Form21>(ui_->当前行情);
     opens<Form11>(ui_->F10资料);
-    opens<Form4>(ui_->监控管理);
+    connect(ui_->监控管理, &QAction::triggered, this, [this] { alarmView_->openManager(); });
     opens<Form27>(ui_->文章管理器);
     opens<Form3>(ui_->导入主题);
     opens<Form25>(ui_->新闻数量分析);

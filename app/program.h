@@ -11,6 +11,7 @@
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_dialogs.h"
+#include "platform/desktop/desktop_notifier.h"
 #include "platform/desktop/desktop_processes.h"
 #include "platform/desktop/desktop_shell.h"
 #include "platform/desktop/desktop_sound.h"
@@ -48,6 +49,7 @@ private:
     CurlHttp http_;
     DesktopShell shell_;
     DesktopSound sound_;
+    DesktopNotifier notifier_;
     DesktopClipboard clipboard_;
     DesktopProcesses processes_;
     DesktopTray desktopTray_;
@@ -59,7 +61,7 @@ private:
     KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
     Environment environment_;
     Windows windows_{environment_};
-    Form2 form2_{environment_, windows_, {tray_, sound_, userLauncherFolders()}};
+    Form2 form2_{environment_, windows_, {tray_, sound_, notifier_, userLauncherFolders()}};
 };
 
 }  // namespace guanchao

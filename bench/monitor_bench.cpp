@@ -6,6 +6,7 @@
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
+#include "tests/support/fake_alarm_screen.h"
 #include "tests/support/fakes.h"
 #include "tests/support/quote_reply.h"
 
@@ -120,8 +121,8 @@ void monitorPoll(benchmark::State& state) {
         return reply;
     };
     QuoteFeed feed(stores, globals, clock, http, Service());
-    AlarmEngine engine(
-        stores, globals, clock, feed, failures, [] { return true; }, [](const QString&) {});
+    FakeAlarmScreen screen;
+    AlarmEngine engine(stores, globals, clock, feed, failures, screen);
     const QStringList quotes = quoteStatements();
     const QStringList judging = judgeStatements();
     compare(

@@ -23,6 +23,16 @@ public:
         environment_.openWindows.adopt(name, form);
     }
 
+    // The same without the keyboard, for a window that comes up by itself.
+    template <typename Form>
+    void openQuietly() {
+        const QString name = QString::fromLatin1(Form::staticMetaObject.className());
+        environment_.openWindows.close(name);
+        auto* form = new Form(environment_, *this);
+        form->setAttribute(Qt::WA_ShowWithoutActivating);
+        environment_.openWindows.adopt(name, form);
+    }
+
     // Leaves the open ones of the name as they are.
     template <typename Form>
     void openAnother() {

@@ -16,6 +16,7 @@ constexpr Colour textColour = rgb(192, 192, 192);
 constexpr Colour darkTextColour = rgb(0, 0, 0);    // on a coloured ground
 constexpr Colour themeColour = rgb(255, 255, 82);  // the name of a theme
 constexpr Colour stockColour = rgb(82, 255, 255);  // a stock's short name
+constexpr Colour firedGround = rgb(112, 64, 0);    // of a monitor whose alarm was not looked at
 constexpr Colour riseColour = rgb(255, 82, 82);    // the market's red: 0 and above
 constexpr Colour fallColour = rgb(82, 255, 82);    // below 0
 

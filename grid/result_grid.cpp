@@ -183,6 +183,11 @@ void ResultGrid::setCellBackColor(int row, int col, Colour colour) {
     cellChanged(row, col);
 }
 
+void ResultGrid::clearCellBackColor(int row, int col) {
+    cell(row, col).backColoured = false;
+    cellChanged(row, col);
+}
+
 // A fill shows everything in its end.
 void ResultGrid::cellChanged(int row, int col) {
     if (fills_ > 0) {

@@ -65,6 +65,7 @@ public:
     Colour cellForeColor(int row, int col) const;
     void setCellForeColor(int row, int col, Colour colour);
     void setCellBackColor(int row, int col, Colour colour);
+    void clearCellBackColor(int row, int col);
 
     static constexpr int standardWidth = 960;
     int colWidth(int col) const;

@@ -22,4 +22,12 @@ bool inTradingSession(const QDateTime& now) {
             between(minute, minuteOfDay(12, 55), minuteOfDay(15, 5)));
 }
 
+void followSession(Globals& globals, const QDateTime& now) {
+    const qint16 open = inTradingSession(now) ? 1 : 0;
+    globals.jiaoyishiduan = open;
+    if (globals.jiankongshoudong != now.date()) {
+        globals.jiankongkaiqi = open;
+    }
+}
+
 }  // namespace guanchao

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "market/trading_session.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,20 +16,20 @@ constexpr int alarmRepeats = 20;
 
 }  // namespace
 
-AlarmDesk::AlarmDesk(const Stores& stores, const Globals& globals, const Clock& clock,
-                     QuoteFeed& feed, Failures& failures, Sound& sound,
-                     std::function<bool()> showMonitors)
-    : sound_(sound),
-      engine_(stores, globals, clock, feed, failures, std::move(showMonitors),
-              [this](const QString& file) { ringLater(file); }) {
+AlarmDesk::AlarmDesk(const Stores& stores, Globals& globals, const Clock& clock, QuoteFeed& feed,
+                     Failures& failures, Sound& sound, std::function<bool()> showMonitors)
+    : globals_(globals),
+      clock_(clock),
+      sound_(sound),
+      showMonitors_(std::move(showMonitors)),
+      engine_(stores, globals, clock, feed, failures, *this) {
     Timer2_.setObjectName(u"Timer2"_s);
     Timer3_.setObjectName(u"Timer3"_s);
     for (QTimer* timer : {&Timer2_, &Timer3_}) {
         timer->setParent(this);
         timer->setInterval(second);
     }
-    // Queued: a timer doesn't tick as long as its own tick is under way, and in a queued one a box
-    // may stand for hours while the polls go on.
+    // Queued: a timer doesn't tick as long as its own tick is under way.
     connect(&Timer2_, &QTimer::timeout, this, &AlarmDesk::Timer2_Timer, Qt::QueuedConnection);
     connect(&Timer3_, &QTimer::timeout, this, &AlarmDesk::Timer3_Timer);
     sound_.whenStopped([this] { emit soundEnds(); });
@@ -39,10 +41,36 @@ AlarmDesk::~AlarmDesk() {
 
 void AlarmDesk::Timer2_Timer() {
     emit ticks();
+    followSession(globals_, clock_.now());
+    if (shownFlag_ != globals_.jiankongkaiqi) {
+        shownFlag_ = globals_.jiankongkaiqi;
+        emit stateChanged();
+    }
     engine_.tick();
 }
 
-void AlarmDesk::ringLater(const QString& file) {
+void AlarmDesk::tell(const FiredMonitor& monitor) {
+    forget(monitor);
+    unseen_ << monitor;
+    emit fired(monitor);
+}
+
+void AlarmDesk::forget(const FiredMonitor& monitor) {
+    unseen_.removeIf(
+        [&](const FiredMonitor& it) { return it.kind == monitor.kind && it.key == monitor.key; });
+}
+
+void AlarmDesk::showStale(const QDateTime& since) {
+    staleSince_ = since;
+    emit stateChanged();
+}
+
+QString AlarmDesk::staleWords() const {
+    return staleSince_.isValid() ? staleSince_.toString(u"HH:mm:ss"_s) + u" 起没有新行情"_s
+                                 : QString();
+}
+
+void AlarmDesk::ring(const QString& file) {
     bofangwenjian_ = file;
     if (!Timer3_.isActive()) {
         Timer3_.start();

@@ -41,18 +41,29 @@ std::optional<double> meanGain(Connection& connection, const QString& zhutiname)
     return roundTo(sum / count, 4);
 }
 
+// "浦发银行 股价 10.6 > 10.5"
+QString crossingWords(const QString& name, const QString& leixin, double value,
+                      const Recordset& monitor) {
+    return QStringList{name, leixin, numberText(value), monitor.value(u"bijiaofu").toText(),
+                       monitor.value(u"baojinzhi").toText()}
+        .join(u' ');
+}
+
+QString stockName(const Recordset& monitor) {
+    const QString jc = trimBlanks(monitor.value(u"jc").toText());
+    return jc.isEmpty() ? monitor.value(u"dm").toText() : jc;
+}
+
 }  // namespace
 
 AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock,
-                         QuoteFeed& feed, Failures& failures, std::function<bool()> showMonitors,
-                         std::function<void(const QString&)> ring)
+                         QuoteFeed& feed, Failures& failures, AlarmScreen& screen)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
       feed_(feed),
       failures_(failures),
-      showMonitors_(std::move(showMonitors)),
-      ring_(std::move(ring)) {}
+      screen_(screen) {}
 
 void AlarmEngine::tick() {
     if (std::exchange(windowWaits_, false)) {
@@ -66,6 +77,9 @@ void AlarmEngine::tick() {
     }
     if (!polls_.running()) {
         deliverPrompts();
+    }
+    if (globals_.jiankongkaiqi != 1) {
+        noteQuotes(true);
     }
 }
 
@@ -120,12 +134,15 @@ std::optional<QList<CodeBatch>> AlarmEngine::duePollList() const {
 // Lines that are refused are told at the end: the others are judged all the same.
 QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
     QStringList refusals;
+    bool quotesCame = batches.isEmpty();
     for (const CodeBatch& batch : batches) {
         const HttpReply reply = co_await feed_.ask(batch, stop);
         const auto step = [=, this] { return write(batch, reply); };
         const MissedQuotes missed = co_await patiently(step, stop);
         refusals << missed.refusals;
+        quotesCame = quotesCame || missed.reason.isEmpty();
     }
+    noteQuotes(quotesCame);
     co_await patiently([this] { return judge(); }, stop);
     if (!refusals.isEmpty()) {
         const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
@@ -153,8 +170,9 @@ bool AlarmEngine::judge() {
 // one that failed at the next tick. A window that fails or must wait keeps no sound from playing.
 void AlarmEngine::deliverPrompts() {
     for (const Prompt& prompt : std::exchange(fired_, {})) {
+        guarded([&] { screen_.tell(prompt.monitor); });
         if (!prompt.sound.isEmpty()) {
-            guarded([&] { ring_(prompt.sound); });
+            guarded([&] { screen_.ring(prompt.sound); });
         }
         if (prompt.showsWindow) {
             showMonitors();
@@ -167,8 +185,22 @@ void AlarmEngine::showMonitors() {
     if (!windowWaits_) {
         windowWaits_ = true;
         bool shown = true;
-        guarded([&] { shown = showMonitors_(); });
+        guarded([&] { shown = screen_.showMonitors(); });
         windowWaits_ = !shown;
+    }
+}
+
+// One poll that brings nothing may be a chance.
+void AlarmEngine::noteQuotes(bool came) {
+    pollsWithoutQuotes_ = came ? 0 : pollsWithoutQuotes_ + 1;
+    if (pollsWithoutQuotes_ == 1) {
+        staleSince_ = clock_.now();
+    }
+    if (came && staleSince_.isValid()) {
+        staleSince_ = {};
+        screen_.showStale({});
+    } else if (pollsWithoutQuotes_ == 2) {
+        screen_.showStale(staleSince_);
     }
 }
 
@@ -193,7 +225,8 @@ void AlarmEngine::judgeTheme(Connection& connection, const Recordset& monitor) {
     connection.execute(u"update zhutijiankong set zhangfu="_s + numberText(*gain) +
                        alarmTime(fires) + u" where zhutiname='"_s + zhutiname + u"'"_s);
     if (fires) {
-        notePrompt(monitor);
+        notePrompt(monitor, {FiredMonitor::Kind::theme, zhutiname,
+                             crossingWords(zhutiname, u"涨幅"_s, *gain, monitor)});
     }
 }
 
@@ -228,7 +261,9 @@ void AlarmEngine::judgeStock(Connection& connection, const Recordset& monitor,
                        numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s +
                        monitor.value(u"dm").toText() + u"'"_s);
     if (fires) {
-        notePrompt(monitor);
+        const double value = leixin == u"股价"_s ? quote.sp : quote.zhangfu;
+        notePrompt(monitor, {FiredMonitor::Kind::stock, monitor.value(u"dm").toText(),
+                             crossingWords(stockName(monitor), leixin, value, monitor)});
     }
 }
 
@@ -236,10 +271,10 @@ QString AlarmEngine::alarmTime(bool fires) const {
     return fires ? u",baojintime='"_s + timeText(clock_.now()) + u"'"_s : QString();
 }
 
-void AlarmEngine::notePrompt(const Recordset& monitor) {
-    const Value& tanchuform = monitor.value(u"tanchuform");
-    const QString yinyue = monitor.value(u"yinyue").toText();
-    fired_.push_back({!tanchuform.isNull() && tanchuform.toNumber() > 0,
+void AlarmEngine::notePrompt(const Recordset& row, FiredMonitor monitor) {
+    const Value& tanchuform = row.value(u"tanchuform");
+    const QString yinyue = row.value(u"yinyue").toText();
+    fired_.push_back({std::move(monitor), !tanchuform.isNull() && tanchuform.toNumber() > 0,
                       yinyue.size() > 1 ? yinyue : QString()});
 }
 

@@ -14,19 +14,33 @@
 #include "base/globals.h"
 #include "base/runs.h"
 #include "market/quote_feed.h"
+#include "monitor/fired_monitor.h"
 #include "platform/clock.h"
 #include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
 
+// Where the alarms go.
+class AlarmScreen {
+public:
+    virtual ~AlarmScreen() = default;
+
+    // Tells of a monitor that has fired, once.
+    virtual void tell(const FiredMonitor& monitor) = 0;
+    // Shows the monitor window with what has fired, or answers false where it may not now and is
+    // called again at the next tick.
+    virtual bool showMonitors() = 0;
+    // Starts a sound file.
+    virtual void ring(const QString& file) = 0;
+    // Since when the polls bring no quotes; invalid as soon as one does, or none is made.
+    virtual void showStale(const QDateTime& since) = 0;
+};
+
 class AlarmEngine : private Failures {
 public:
-    // For a fired monitor: `showMonitors` shows the monitor window anew, or answers false where it
-    // may not now and is called again at the next tick; `ring` starts a sound file.
     AlarmEngine(const Stores& stores, const Globals& globals, const Clock& clock, QuoteFeed& feed,
-                Failures& failures, std::function<bool()> showMonitors,
-                std::function<void(const QString&)> ring);
+                Failures& failures, AlarmScreen& screen);
 
     // To be called every second. A tick during a poll counts but doesn't poll.
     void tick();
@@ -42,6 +56,7 @@ private:
 
     // What a fired monitor asks for.
     struct Prompt {
+        FiredMonitor monitor;
         bool showsWindow = false;
         QString sound;  // empty: none
     };
@@ -61,19 +76,21 @@ private:
     void judgeStocks(Connection& connection);
     void judgeStock(Connection& connection, const Recordset& monitor, const StockQuote& quote);
     QString alarmTime(bool fires) const;
-    void notePrompt(const Recordset& monitor);
+    void notePrompt(const Recordset& row, FiredMonitor monitor);
+    void noteQuotes(bool came);
 
     const Stores& stores_;
     const Globals& globals_;
     const Clock& clock_;
     QuoteFeed& feed_;
     Failures& failures_;
-    std::function<bool()> showMonitors_;
-    std::function<void(const QString&)> ring_;
+    AlarmScreen& screen_;
     std::vector<Prompt> fired_;  // not yet delivered
     int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
     bool windowWaits_ = false;   // the monitor window might not be shown for an alarm yet
-    QDateTime toldAt_;  // when the last failure was raised; invalid since a poll has gone well
+    int pollsWithoutQuotes_ = 0;
+    QDateTime staleSince_;  // the first of them
+    QDateTime toldAt_;      // when the last failure was raised; invalid since a poll has gone well
     Runs polls_{*this};
 };
 

@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QScopedValueRollback>
+#include <QWindow>
 
+#include "base/values.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -22,12 +24,16 @@ bool leavesTheBox(Qt::FocusReason reason) {
 }  // namespace
 
 Form4::Form4(Environment& environment, Windows& windows)
-    : environment_(environment),
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form4>()),
       manager_(environment.stores, environment.globals, environment.dialogs, environment.clipboard,
                themes_, stocks_) {
     ui_->setupUi(this);
+    for (QPushButton* button : {ui_->Command1, ui_->Command2}) {
+        button->setAutoDefault(false);  // Enter belongs to the frequency
+    }
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid1->setHint(u"还没有主题监控\n\n在主窗口右击一个主题，选“添加主题监控”"_s);
     ui_->MSHFlexGrid2->setGrid(stocks_);
@@ -75,8 +81,14 @@ void Form4::connectGrids() {
     stocks.shareSortOrder(themes);
     themes.setRowMenu(kuaijie1_);
     stocks.setRowMenu(kuaijie2_);
-    connect(&themes, &GridView::rowChosen, this, [this](int row) { manager_.selectTheme(row); });
-    connect(&stocks, &GridView::rowChosen, this, [this](int row) { manager_.selectStock(row); });
+    connect(&themes, &GridView::rowChosen, this, [this](int row) {
+        manager_.selectTheme(row);
+        lookAt(FiredMonitor::Kind::theme, row);
+    });
+    connect(&stocks, &GridView::rowChosen, this, [this](int row) {
+        manager_.selectStock(row);
+        lookAt(FiredMonitor::Kind::stock, row);
+    });
     connect(&stocks, &GridView::rowDoubleClicked, this, &Form4::查看行情_Click);
 }
 
@@ -101,9 +113,74 @@ std::optional<QString> Form4::showMonitors() {
 }
 
 void Form4::showFlag() {
-    setWindowTitle(manager_.caption());
+    setWindowTitle(manager_.caption() +
+                   (staleWords_.isEmpty() ? QString() : u"  "_s + staleWords_));
     ui_->Command2->setText(manager_.buttonWords());
     ui_->Command2->setAccessibleName(manager_.buttonWords());
+}
+
+void Form4::showFired(const QList<FiredMonitor>& fired) {
+    for (const FiredMonitor& monitor : fired) {
+        const int row = rowOf(monitor);
+        if (row > 0) {
+            tint(monitor.kind, row, true);
+            GridView& view =
+                monitor.kind == FiredMonitor::Kind::theme ? *ui_->MSHFlexGrid1 : *ui_->MSHFlexGrid2;
+            view.scrollTo(view.model()->index(row - 1, 0));
+        }
+    }
+}
+
+int Form4::rowOf(const FiredMonitor& monitor) const {
+    const ResultGrid& grid = monitor.kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
+    for (int row = 1; row < grid.rows(); ++row) {
+        if (trimBlanks(grid.textMatrix(row, 1)) == trimBlanks(monitor.key)) {
+            return row;
+        }
+    }
+    return 0;
+}
+
+void Form4::tint(FiredMonitor::Kind kind, int row, bool fired) {
+    ResultGrid& grid = kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
+    for (int col = 1; col < grid.cols(); ++col) {
+        if (fired) {
+            grid.setCellBackColor(row, col, firedGround);
+        } else {
+            grid.clearCellBackColor(row, col);
+        }
+    }
+}
+
+void Form4::lookAt(FiredMonitor::Kind kind, int row) {
+    const ResultGrid& grid = kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
+    if (grid.isDataRow(row)) {
+        tint(kind, row, false);
+        emit lookedAt({kind, trimBlanks(grid.textMatrix(row, 1)), {}});
+    }
+}
+
+void Form4::showStale(const QString& words) {
+    staleWords_ = words;
+    showFlag();
+}
+
+void Form4::comeUp() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, !isActiveWindow());
+    raise();
+}
+
+void Form4::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && windowHandle()) {
+        windowHandle()->setFlag(Qt::WindowStaysOnTopHint, false);
+    }
+}
+
+void Form4::reject() {
+    ui_->Text1->setText(manager_.savedFrequency());
+    close();
 }
 
 void Form4::Form_Unload() {
@@ -121,7 +198,7 @@ void Form4::Command1_Click() {
 }
 
 void Form4::Command2_Click() {
-    manager_.toggle();
+    manager_.toggle(environment_.clock.now().date());
     showFlag();
 }
 
@@ -157,7 +234,7 @@ bool Form4::eventFilter(QObject* watched, QEvent* event) {
         leavesTheBox(static_cast<QFocusEvent*>(event)->reason())) {
         QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
     }
-    return QWidget::eventFilter(watched, event);
+    return QDialog::eventFilter(watched, event);
 }
 
 void Form4::查看行情_Click() {

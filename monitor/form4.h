@@ -3,14 +3,15 @@
 // may open it anew at any moment at which events run, under a message of its own too.
 #pragma once
 
+#include <QDialog>
 #include <QMenu>
-#include <QWidget>
 #include <memory>
 #include <optional>
 
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
+#include "monitor/fired_monitor.h"
 #include "monitor/monitor_manager.h"
 
 namespace Ui {
@@ -19,7 +20,7 @@ class Form4;
 
 namespace guanchao {
 
-class Form4 : public QWidget {
+class Form4 : public QDialog {
     Q_OBJECT
 
 public:
@@ -28,9 +29,24 @@ public:
 
     // Shows the monitors as they are now; what the user is typing stays.
     void refresh();
+    // Tints those that have fired, until each is looked at, and scrolls to the latest.
+    void showFired(const QList<FiredMonitor>& fired);
+    // Since when no quotes come, in the caption; empty while they do.
+    void showStale(const QString& words);
+    // For an alarm: over all windows, a full-screen one too, until the user turns to it, and
+    // without the keyboard, which stays where it is.
+    void comeUp();
+
+public slots:
+    // Esc: a frequency that was typed and not entered is given up.
+    void reject() override;
+
+signals:
+    void lookedAt(const FiredMonitor& monitor);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -39,6 +55,9 @@ private:
     void connectGrids();
     std::optional<QString> showMonitors();
     void showFlag();
+    void tint(FiredMonitor::Kind kind, int row, bool fired);
+    int rowOf(const FiredMonitor& monitor) const;
+    void lookAt(FiredMonitor::Kind kind, int row);
     void changeFrequency();
     void deleteMonitor(void (MonitorManager::*remove)());
 
@@ -63,6 +82,7 @@ private:
     QMenu kuaijie1_;  // 快捷: on a theme monitor
     QMenu kuaijie2_;  // 快捷: on a stock monitor
     bool checkingFrequency_ = false;
+    QString staleWords_;
 };
 
 }  // namespace guanchao

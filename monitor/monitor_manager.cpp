@@ -109,7 +109,8 @@ QString MonitorManager::buttonWords() const {
     return globals_.jiankongkaiqi == 1 ? u"停止监控"_s : u"启动监控"_s;
 }
 
-void MonitorManager::toggle() {
+void MonitorManager::toggle(const QDate& today) {
+    globals_.jiankongshoudong = today;
     globals_.jiankongkaiqi = globals_.jiankongkaiqi == 1 ? 0 : 1;
 }
 

@@ -3,6 +3,7 @@
 // gegujiankong, jiankonghq and tempcanshu of the main store. Failed statements raise StoreError.
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <optional>
 
@@ -29,7 +30,10 @@ public:
     // The words of the window and its button, from the flag.
     QString caption() const;
     QString buttonWords() const;
-    void toggle();
+    // By hand, which holds for the day.
+    void toggle(const QDate& today);
+
+    const QString& savedFrequency() const { return savedFrequency_; }
 
     // How many stocks the typed frequency allows, for the label beside it.
     static QString capacityWords(const QString& frequency);

@@ -66,7 +66,7 @@ void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels)
         readLabels(connection, showLabels);
         fillThemes(connection, threshold);
     }
-    setSessionFlags();
+    followSession(globals_, clock_.now());
 }
 
 void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels) {
@@ -95,12 +95,6 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
     }
 }
 
-void ThemeTable::setSessionFlags() {
-    const qint16 open = inTradingSession(clock_.now()) ? 1 : 0;
-    globals_.jiaoyishiduan = open;
-    globals_.jiankongkaiqi = open;
-}
-
 void ThemeTable::xianshizhutigu(const QString& theme) {
     const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
     if (!fillStocks(theme == allStocks ? allStocksQuery() : membersQuery(theme))) {
@@ -108,7 +102,15 @@ void ThemeTable::xianshizhutigu(const QString& theme) {
     }
 }
 
+void ThemeTable::refreshStocks() {
+    if (!stocksQuery_.isEmpty()) {
+        const Activity activity(u"读取主题个股"_s);
+        fillStocks(stocksQuery_);
+    }
+}
+
 bool ThemeTable::fillStocks(const QString& query) {
+    stocksQuery_ = query;
     Connection connection = stores_.main.open();
     Recordset stocks(connection, query);
     const GridFill fill(stocks_);

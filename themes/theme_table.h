@@ -38,6 +38,9 @@ public:
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
 
+    // Fills the stocks that were shown last with the quotes of now; says nothing.
+    void refreshStocks();
+
     // The themes that hold a stock whose code contains the text, and the stocks of the first.
     void searchByCode(const QString& code);
 
@@ -47,7 +50,6 @@ public:
 private:
     void readLabels(Connection& connection, const ShowLabels& showLabels);
     void fillThemes(Connection& connection, const QString& threshold);
-    void setSessionFlags();
     bool fillStocks(const QString& query);
     bool fillSearch(const QString& query, const QList<int>& widths);
     void showFirstTheme(const QString& searched);
@@ -58,6 +60,7 @@ private:
     Dialogs& dialogs_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
+    QString stocksQuery_;  // of the stocks shown last; empty before the first
 };
 
 }  // namespace guanchao

@@ -1,4 +1,5 @@
 #include "app/form2.h"
+#include "app/auto_update.h"
 
 #include <gtest/gtest.h>
 
@@ -294,6 +295,54 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(progress->isVisible());
+}
+
+TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
+    load();
+    auto* timer = find<QTimer>(u"autoUpdate"_s);
+    EXPECT_FALSE(timer->isActive());
+    for (QAction* entry : form_.findChildren<QAction*>()) {
+        if (entry->text() == u"每30秒"_s) {
+            entry->trigger();
+        }
+    }
+    EXPECT_EQ(timer->interval(), 30000);
+    timer->setInterval(2);
+    http_.answer = [](const QString& path) {
+        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
+    };
+    clock_.moment.setTime(QTime(12, 0));
+    int due = 0;
+    timer->callOnTimeout([&] { ++due; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return due > 2; }));
+    EXPECT_TRUE(http_.paths.isEmpty()) << "the market is closed";
+    clock_.moment.setTime(QTime(13, 0));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    timer->stop();
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    http_.answer = nullptr;
+    timer->start(2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !find<QLabel>(u"Label1"_s)->text().isEmpty(); }));
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    QMenu menu;
+    const AutoUpdate nextRun(menu, environment_.applicationFolder + u"界面.ini"_s, clock_, [] {});
+    EXPECT_TRUE(nextRun.findChild<QTimer*>()->isActive()) << "the choice is kept";
+}
+
+TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
+    load();
+    const QString time = find<QLabel>(u"Label6"_s)->text();
+    http_.gate = std::make_shared<Later<bool>>();
+    QTest::mouseClick(find<QToolButton>(u"Command4"_s), Qt::LeftButton);
+    auto* stop = find<QPushButton>(u"stopRun"_s);
+    EXPECT_TRUE(stop->isVisible());
+    EXPECT_FALSE(find<QToolButton>(u"Command4"_s)->isEnabled());
+    QTest::keyClick(&form_, Qt::Key_Escape);
+    EXPECT_FALSE(stop->isVisible());
+    EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());
+    EXPECT_EQ(find<QLabel>(u"Label6"_s)->text(), time);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {

@@ -223,7 +223,7 @@ TEST_F(AlarmEngineTest, AWindowThatFailsOrWaitsHoldsNoOtherAlarmBack) {
     addStockMonitor(u"SZ000001"_s, u"涨幅"_s, u">"_s, 1, u"/b.mp3"_s, 1);
     setQuote(u"SH600000"_s, 10, 2);
     setQuote(u"SZ000001"_s, 10, 2);
-    onShow_ = [] { throw std::runtime_error("the window could not be shown"); };
+    screen_.onShow = [] { throw std::runtime_error("the window could not be shown"); };
     engine_.tick();
     EXPECT_EQ(failures_.texts.size(), 1);
     EXPECT_EQ(shown_, 2);
@@ -244,6 +244,33 @@ TEST_F(AlarmEngineTest, APollThatMeetsAHeldStoreIsJudgedAfterwards) {
     EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
+TEST_F(AlarmEngineTest, AnAlarmNamesWhatHasCrossedWhat) {
+    store_.addMember(u"银行"_s, u"SH600000"_s);
+    addThemeMonitor(u"银行"_s, u">"_s, 1);
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1.5);
+    addStockMonitor(u"SZ000001"_s, u"股价"_s, u"<"_s, 10.5);
+    store_.run({u"update gegujiankong set jc='平安银行',sp=11 where dm='SZ000001'"_s});
+    setQuote(u"SH600000"_s, 10, 2);
+    setQuote(u"SZ000001"_s, 10.2, 0);
+    engine_.tick();
+    EXPECT_EQ(screen_.told, (QStringList{u"银行 涨幅 2 > 1"_s, u"SH600000 涨幅 2 > 1.5"_s,
+                                         u"平安银行 股价 10.2 < 10.5"_s}));
+}
+
+TEST_F(AlarmEngineTest, QuotesThatStayAwayShowUntilOneComes) {
+    const QDateTime first = clock_.moment;
+    for (int poll = 0; poll < 4; ++poll) {
+        engine_.tick();
+        clock_.moment = clock_.moment.addSecs(1);
+    }
+    EXPECT_EQ(screen_.stale, QList<QDateTime>{first}) << "one that fails may be a chance";
+    replies_ = true;
+    feedPrices_ = {{u"sh600000"_s, 12}};
+    engine_.tick();
+    engine_.tick();
+    EXPECT_EQ(screen_.stale, (QList<QDateTime>{first, QDateTime()}));
+}
+
 TEST_F(AlarmEngineTest, ALoneMonitorFires) {
     store_.run({u"delete from jiankonghq"_s});
     watch({u"SH600000"_s});
@@ -260,13 +287,13 @@ TEST_F(AlarmEngineTest, AWindowThatMayNotOpenWaitsAndTheSoundDoesNot) {
         addStockMonitor(dm, u"涨幅"_s, u">"_s, 1);
         setQuote(dm, 10, 2);
     }
-    popupStands_ = true;
+    screen_.popupStands = true;
     engine_.tick();
     globals_.jiankongkaiqi = 0;
     engine_.tick();
     EXPECT_EQ(shown_, 2) << "asked again, though monitoring was stopped meanwhile";
     EXPECT_EQ(rung_.size(), 2);
-    popupStands_ = false;
+    screen_.popupStands = false;
     engine_.tick();
     engine_.tick();
     EXPECT_EQ(shown_, 3) << "one window for both";

@@ -182,4 +182,99 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     EXPECT_FALSE(timer3->isActive());
 }
 
+// With real timers: nobody refreshes, nobody presses a button.
+class SessionTest : public MonitorWindowsTest {
+protected:
+    SessionTest() {
+        store_.run({u"update tempcanshu set jiankongpinlu=1"_s});
+        clock_.moment.setTime(QTime(8, 0));
+        main_.Form_Load();
+        main_.show();
+        for (const QString& name : {u"Timer1"_s, u"Timer2"_s, u"Timer3"_s}) {
+            main_.findChild<QTimer*>(name)->setInterval(2);
+        }
+        http_.answer = [this](const QString& path) {
+            return answers_ ? std::optional(quoteReply(
+                                  path, {{u"sh600000"_s, price_}, {u"sz000001"_s, price_}}))
+                            : std::nullopt;
+        };
+    }
+    static bool wait(const std::function<bool()>& condition) {
+        return QTest::qWaitFor(condition, 10000);
+    }
+    bool ticks(int count) {
+        int seen = 0;
+        QObject context;
+        QObject::connect(main_.findChild<AlarmDesk*>(), &AlarmDesk::ticks, &context,
+                         [&] { ++seen; });
+        return wait([&] { return seen >= count; });
+    }
+
+    bool answers_ = true;
+    double price_ = 10.6;
+    Form2 main_{environment_, windows_, desktop_};
+};
+
+TEST_F(SessionTest, MonitoringBeginsWithTheSessionAndAHandHoldsForItsDay) {
+    ASSERT_TRUE(ticks(3));
+    EXPECT_TRUE(http_.paths.isEmpty()) << "the market is closed";
+    clock_.moment.setTime(QTime(9, 31));
+    ASSERT_TRUE(wait([this] { return shownWindow<Form4>() != nullptr; })) << "the alarm of 9:31";
+    auto* manager = shownWindow<Form4>();
+    EXPECT_EQ(manager->windowTitle(), u"监控管理(监控已启动)"_s);
+    press(manager, u"Command2"_s);
+    ASSERT_TRUE(ticks(2));
+    http_.paths.clear();
+    clock_.moment.setTime(QTime(13, 30));
+    ASSERT_TRUE(ticks(3));
+    EXPECT_TRUE(http_.paths.isEmpty()) << "stopped by hand";
+    clock_.moment = clock_.moment.addDays(1);
+    EXPECT_TRUE(wait([this] { return !http_.paths.isEmpty(); })) << "a new day";
+    EXPECT_EQ(manager->windowTitle(), u"监控管理(监控已启动)"_s);
+}
+
+TEST_F(SessionTest, AnAlarmIsToldMarkedAndTintedUntilLookedAt) {
+    clock_.moment.setTime(QTime(9, 31));
+    ASSERT_TRUE(wait([this] { return !sound_.played.isEmpty(); }));
+    EXPECT_EQ(notifier_.notes, QStringList{u"主题报警|银行 涨幅 6 > 5"_s});
+    auto* manager = shownWindow<Form4>();
+    ASSERT_TRUE(manager);
+    auto* view = manager->findChild<GridView*>(u"MSHFlexGrid1"_s);
+    const auto tinted = [&] {
+        return view->model()->index(0, 1).data(ResultGrid::BackColourRole).isValid();
+    };
+    EXPECT_TRUE(tinted());
+    manager->close();
+    deleteClosedWindows();
+    trigger(&main_, u"监控管理"_s);
+    manager = shownWindow<Form4>();
+    view = manager->findChild<GridView*>(u"MSHFlexGrid1"_s);
+    EXPECT_TRUE(tinted()) << "a window that was closed doesn't take it away";
+    clickCell(*view, 1, 1, Qt::LeftButton);
+    EXPECT_FALSE(tinted());
+    auto* stopPlaying = main_.findChild<QAction*>(u"停止播放"_s);
+    EXPECT_TRUE(stopPlaying->isEnabled());
+    stopPlaying->trigger();
+    EXPECT_FALSE(main_.findChild<QWidget*>(u"WindowsMediaPlayer1"_s)->isVisible());
+    EXPECT_FALSE(stopPlaying->isEnabled());
+    lineEdit(manager, u"Text1"_s)->setText(u"77"_s);
+    QTest::keyClick(lineEdit(manager, u"Text1"_s), Qt::Key_Escape);
+    EXPECT_FALSE(shownWindow<Form4>());
+    EXPECT_EQ(store_.rows(u"select jiankongpinlu from tempcanshu"_s), QStringList{u"1"_s});
+}
+
+TEST_F(SessionTest, QuotesThatStayAwayAreTold) {
+    answers_ = false;
+    clock_.moment.setTime(QTime(9, 31));
+    ASSERT_TRUE(ticks(5));
+    const QString words = u"09:31:00 起没有新行情"_s;
+    EXPECT_EQ(label(&main_, u"quotesLine"_s), u"监控 "_s + words);
+    trigger(&main_, u"监控管理"_s);
+    EXPECT_EQ(shownWindow<Form4>()->windowTitle(), u"监控管理(监控已启动)  "_s + words);
+    answers_ = true;
+    price_ = 10;
+    EXPECT_TRUE(wait([this] { return label(&main_, u"quotesLine"_s).isEmpty(); }));
+    EXPECT_EQ(shownWindow<Form4>()->windowTitle(), u"监控管理(监控已启动)"_s);
+}
+
 }  // namespace guanchao

@@ -13,6 +13,7 @@
 #include "platform/dialogs.h"
 #include "platform/http.h"
 #include "platform/http_client.h"
+#include "platform/notifier.h"
 #include "platform/processes.h"
 #include "platform/shell.h"
 #include "platform/sound.h"
@@ -204,6 +205,15 @@ public:
 
 private:
     std::function<void()> stopped_;
+};
+
+class FakeNotifier : public Notifier {
+public:
+    void notify(const QString& title, const QString& text) override {
+        notes << title + u'|' + text;
+    }
+
+    QStringList notes;  // "title|text"
 };
 
 class FakeClipboard : public Clipboard {

@@ -5,6 +5,7 @@
 #include <QHash>
 
 #include "monitor/alarm_engine.h"
+#include "tests/support/fake_alarm_screen.h"
 #include "tests/support/fakes.h"
 #include "tests/support/quote_reply.h"
 #include "tests/support/test_stores.h"
@@ -53,25 +54,12 @@ struct MonitorFixture {
     FakeHttp http_;
     bool replies_ = false;               // whether the quote service answers
     QHash<QString, double> feedPrices_;  // by lower-case code; the former close is 10
-    int shown_ = 0;
-    std::function<void()> onShow_;
-    bool popupStands_ = false;  // no window may open
-    QStringList rung_;
+    FakeAlarmScreen screen_;
+    QStringList& rung_ = screen_.rung;
+    int& shown_ = screen_.shown;
     FakeFailures failures_;
     QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service()};
-    AlarmEngine engine_{store_.stores,
-                        globals_,
-                        clock_,
-                        feed_,
-                        failures_,
-                        [this] {
-                            ++shown_;
-                            if (onShow_) {
-                                onShow_();
-                            }
-                            return !popupStands_;
-                        },
-                        [this](const QString& file) { rung_ << file; }};
+    AlarmEngine engine_{store_.stores, globals_, clock_, feed_, failures_, screen_};
 };
 
 }  // namespace guanchao

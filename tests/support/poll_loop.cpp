@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "monitor/alarm_engine.h"
+#include "tests/support/fake_alarm_screen.h"
 #include "tests/support/fakes.h"
 #include "tests/support/quote_reply.h"
 
@@ -32,8 +33,8 @@ int main(int, char** argv) {
         return quoteReply(path, pricesOf(++polls, path));
     };
     QuoteFeed feed(stores, globals, clock, http, Service());
-    AlarmEngine engine(
-        stores, globals, clock, feed, failures, [] { return true; }, [](const QString&) {});
+    FakeAlarmScreen screen;
+    AlarmEngine engine(stores, globals, clock, feed, failures, screen);
     for (;;) {
         engine.tick();
     }

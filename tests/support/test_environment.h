@@ -37,6 +37,7 @@ struct TestEnvironment {
     FakeHttp http_;
     FakeShell shell_;
     FakeSound sound_;
+    FakeNotifier notifier_;
     FakeClipboard clipboard_;
     FakeProcesses processes_;
     FakeTray desktopTray_;
@@ -67,6 +68,7 @@ struct TestEnvironment {
     Desktop desktop_{
         tray_,
         sound_,
+        notifier_,
         {store_.folder() + QStringLiteral("desktop"), store_.folder() + QStringLiteral("programs"),
          store_.folder() + QStringLiteral("startup")}};
     Windows windows_{environment_};

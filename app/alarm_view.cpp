@@ -1,0 +1,65 @@
+#include "app/alarm_view.h"
+
+#include <QApplication>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+AlarmView::AlarmView(Environment& environment, Windows& windows, Notifier& notifier,
+                     AlarmDesk& desk, QLabel& line)
+    : environment_(environment), windows_(windows), notifier_(notifier), desk_(desk), line_(line) {
+    connect(&desk, &AlarmDesk::fired, this, &AlarmView::tell);
+    connect(&desk, &AlarmDesk::stateChanged, this, &AlarmView::showState);
+}
+
+bool AlarmView::showMonitors() {
+    if (QApplication::activePopupWidget()) {
+        return false;
+    }
+    Form4* manager = environment_.openWindows.find<Form4>();
+    if (manager) {
+        manager->refresh();
+    } else {
+        windows_.openQuietly<Form4>();
+        manager = environment_.openWindows.find<Form4>();
+    }
+    if (manager) {
+        showIn(*manager);
+        manager->comeUp();
+    }
+    // The manager takes no input before a box that stands is answered, and must not cover that.
+    if (QWidget* box = QApplication::activeModalWidget()) {
+        box->raise();
+        box->activateWindow();
+    }
+    return true;
+}
+
+void AlarmView::openManager() {
+    windows_.openAnew<Form4>();
+    if (auto* manager = environment_.openWindows.find<Form4>()) {
+        showIn(*manager);
+    }
+}
+
+void AlarmView::showIn(Form4& manager) {
+    connect(&manager, &Form4::lookedAt, &desk_, &AlarmDesk::forget, Qt::UniqueConnection);
+    manager.showFired(desk_.unseen());
+    manager.showStale(desk_.staleWords());
+}
+
+void AlarmView::tell(const FiredMonitor& monitor) {
+    notifier_.notify(monitor.kind == FiredMonitor::Kind::theme ? u"主题报警"_s : u"个股报警"_s,
+                     monitor.words);
+}
+
+void AlarmView::showState() {
+    const QString stale = desk_.staleWords();
+    line_.setText(stale.isEmpty() ? QString() : u"监控 "_s + stale);
+    if (auto* manager = environment_.openWindows.find<Form4>()) {
+        manager->showStale(stale);
+    }
+}
+
+}  // namespace guanchao

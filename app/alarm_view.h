@@ -1,0 +1,42 @@
+// How alarms show: the monitor window comes up without the keyboard, with the monitors that fired
+// tinted until they are looked at; the desktop tells of each; the line of the main window says
+// since when the polls bring no quotes.
+#pragma once
+
+#include <QLabel>
+#include <QObject>
+
+#include "frame/environment.h"
+#include "frame/windows.h"
+#include "monitor/alarm_desk.h"
+#include "monitor/form4.h"
+#include "platform/notifier.h"
+
+namespace guanchao {
+
+class AlarmView : public QObject {
+    Q_OBJECT
+
+public:
+    AlarmView(Environment& environment, Windows& windows, Notifier& notifier, AlarmDesk& desk,
+              QLabel& line);
+
+    // For an alarm; false while a menu or a list is open under the user's hand, which a window
+    // that opens would close.
+    bool showMonitors();
+    // For the user.
+    void openManager();
+
+private:
+    void tell(const FiredMonitor& monitor);
+    void showState();
+    void showIn(Form4& manager);
+
+    Environment& environment_;
+    Windows& windows_;
+    Notifier& notifier_;
+    AlarmDesk& desk_;
+    QLabel& line_;
+};
+
+}  // namespace guanchao
