@@ -48,7 +48,7 @@ Services readServices(const QString& iniPath) {
     services.quote = readService(
         ini, u"quote"_s,
         {u"https://hq.sinajs.cn"_s, u"https://finance.sina.com.cn/"_s, patience, politeAhead});
-    services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}});
+    services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}, patience});
     services.stockpage = readService(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}});
     services.sitepage = readService(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}});
     // Asked for twice before the first quote: a site that hangs must not hold the window up.
