@@ -233,17 +233,22 @@ void Form2::Command4_Click() {
     quoteRuns_.start([this](std::stop_token stop) { return updateQuotes(stop); });
 }
 
-// However it ends, the controls are then as before it, and the grids show what has come.
 QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
-    showUpdating(true);
-    const auto end = qScopeGuard([this] { showUpdating(false); });
-    auto restoreTime =
-        qScopeGuard([this, time = ui_->Label6->text()] { ui_->Label6->setText(time); });
-    const QuoteTally tally =
-        co_await quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); }, stop);
-    restoreTime.dismiss();
+    const QuoteTally tally = co_await runQuotes(stop);
     刷新_Click();
     environment_.dialogs.tell(tally.words());
+}
+
+// However it ends, the controls are then as before it.
+QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
+    showUpdating(true);
+    const auto end = qScopeGuard([this, time = ui_->Label6->text()] {
+        showUpdating(false);
+        ui_->Label6->setText(time);
+    });
+    const QuoteTally tally =
+        co_await quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); }, stop);
+    co_return tally;
 }
 
 void Form2::updateByItself() {

@@ -75,6 +75,7 @@ private:
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
     QCoro::Task<> updateQuotes(std::stop_token stop);
+    QCoro::Task<QuoteTally> runQuotes(std::stop_token stop);
     QCoro::Task<> updateQuietly(std::stop_token stop);
     void updateByItself();
     void showUpdating(bool updating);

@@ -39,8 +39,8 @@ protected:
         if (ground.isValid()) {
             // A marked row shows its mark, and the colour moves from the ground into the text.
             option->backgroundBrush = toColor(ground.toUInt());
-            option->palette.setColor(QPalette::Text,
-                                     own.isValid() ? colour : toColor(darkTextColour));
+            const bool darkens = !own.isValid() && isLight(ground.toUInt());
+            option->palette.setColor(QPalette::Text, darkens ? toColor(darkTextColour) : colour);
             option->palette.setColor(QPalette::HighlightedText, toColor(ground.toUInt()));
         }
     }

@@ -121,42 +121,50 @@ void Form4::showFlag() {
 
 void Form4::showFired(const QList<FiredMonitor>& fired) {
     for (const FiredMonitor& monitor : fired) {
-        const int row = rowOf(monitor);
-        if (row > 0) {
-            tint(monitor.kind, row, true);
+        const QList<int> rows = rowsOf(monitor.kind, monitor.key);
+        if (!rows.isEmpty()) {
+            tint(monitor.kind, rows, true);
             GridView& view =
                 monitor.kind == FiredMonitor::Kind::theme ? *ui_->MSHFlexGrid1 : *ui_->MSHFlexGrid2;
-            view.scrollTo(view.model()->index(row - 1, 0));
+            view.scrollTo(view.model()->index(rows.first() - 1, 0));
         }
     }
 }
 
-int Form4::rowOf(const FiredMonitor& monitor) const {
-    const ResultGrid& grid = monitor.kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
+// A stock may have several monitors; the alarm time tells which of them it was.
+QList<int> Form4::rowsOf(FiredMonitor::Kind kind, const QString& key) {
+    const ResultGrid& grid = gridOf(kind);
+    QList<int> rows;
     for (int row = 1; row < grid.rows(); ++row) {
-        if (trimBlanks(grid.textMatrix(row, 1)) == trimBlanks(monitor.key)) {
-            return row;
+        if (trimBlanks(grid.textMatrix(row, 1)) == trimBlanks(key)) {
+            rows << row;
         }
     }
-    return 0;
+    return rows;
 }
 
-void Form4::tint(FiredMonitor::Kind kind, int row, bool fired) {
-    ResultGrid& grid = kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
-    for (int col = 1; col < grid.cols(); ++col) {
-        if (fired) {
-            grid.setCellBackColor(row, col, firedGround);
-        } else {
-            grid.clearCellBackColor(row, col);
+ResultGrid& Form4::gridOf(FiredMonitor::Kind kind) {
+    return kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
+}
+
+void Form4::tint(FiredMonitor::Kind kind, const QList<int>& rows, bool fired) {
+    ResultGrid& grid = gridOf(kind);
+    for (const int row : rows) {
+        for (int col = 1; col < grid.cols(); ++col) {
+            if (fired) {
+                grid.setCellBackColor(row, col, firedGround);
+            } else {
+                grid.clearCellBackColor(row, col);
+            }
         }
     }
 }
 
 void Form4::lookAt(FiredMonitor::Kind kind, int row) {
-    const ResultGrid& grid = kind == FiredMonitor::Kind::theme ? themes_ : stocks_;
-    if (grid.isDataRow(row)) {
-        tint(kind, row, false);
-        emit lookedAt({kind, trimBlanks(grid.textMatrix(row, 1)), {}});
+    if (gridOf(kind).isDataRow(row)) {
+        const QString key = trimBlanks(gridOf(kind).textMatrix(row, 1));
+        tint(kind, rowsOf(kind, key), false);
+        emit lookedAt({kind, key, {}});
     }
 }
 

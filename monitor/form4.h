@@ -55,8 +55,9 @@ private:
     void connectGrids();
     std::optional<QString> showMonitors();
     void showFlag();
-    void tint(FiredMonitor::Kind kind, int row, bool fired);
-    int rowOf(const FiredMonitor& monitor) const;
+    ResultGrid& gridOf(FiredMonitor::Kind kind);
+    QList<int> rowsOf(FiredMonitor::Kind kind, const QString& key);
+    void tint(FiredMonitor::Kind kind, const QList<int>& rows, bool fired);
     void lookAt(FiredMonitor::Kind kind, int row);
     void changeFrequency();
     void deleteMonitor(void (MonitorManager::*remove)());
