@@ -34,12 +34,4 @@ inline QStringList columnTexts(const ResultGrid& grid, int col) {
     return texts;
 }
 
-inline QList<int> columnWidths(const ResultGrid& grid) {
-    QList<int> widths;
-    for (int col = 0; col < grid.cols(); ++col) {
-        widths << grid.colWidth(col);
-    }
-    return widths;
-}
-
 }  // namespace guanchao
