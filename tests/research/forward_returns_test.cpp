@@ -1,10 +1,6 @@
 #include "research/forward_returns.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
@@ -40,13 +36,9 @@ TEST(ForwardGainsTest, FollowThePurchase) {
         {"all days",
          {{100, 100}, {100, 101}, {1, 102}, {1, 103}, {1, 104}, {1, 105}, {1, 106}},
          {1, 2, 5, 6, 0}},
-        {"no sixth day: the last stands for it",
-         {{100, 100}, {100, 101}, {1, 102}, {1, 103}},
-         {1, 2, 3, 3, 0}},
-        {"exactly at the limit is no limit",
-         {{1000, 1000}, {1099, 1200}},
-         {9.19, 9.19, 9.19, 9.19, 0}},
-        {"at the limit once: bought a day later",
+        {"no sixth day: the last", {{100, 100}, {100, 101}, {1, 102}, {1, 103}}, {1, 2, 3, 3, 0}},
+        {"exactly at the limit", {{1000, 1000}, {1099, 1200}}, {9.19, 9.19, 9.19, 9.19, 0}},
+        {"at the limit once: a day later",
          {{100, 100}, {110, 110}, {100, 120}},
          {10, 20, 20, 20, 0}},
         {"at the limit twice: bought on the fourth day, untested, with its close for the second",
@@ -81,18 +73,8 @@ TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
     EXPECT_EQ(priorGains(daysOf(prices.first(5))).all, 125) << "the open for the close";
 }
 
-class ForwardReturnsTest : public ::testing::Test {
+class ForwardReturnsTest : public StoreTest {
 protected:
-    ForwardReturnsTest() {
-        store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
-        createStore(store_.stores.firstHistory.path, {},
-                    u"create table SH600001(shijian,kp,sp,fuquanyz,chengjiaoe)"_s);
-    }
-
-    TestStores store_;
-    Globals globals_;
-    FakeDialogs dialogs_;
-    FakePump pump_;
     QStringList labels_;
     bool stopAtCode_ = false;
     bool ticked_ = false;
@@ -107,6 +89,9 @@ protected:
 
 // The two codes are without rows of their own, so that the store refuses no statement.
 TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
+    store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
+    createStore(store_.stores.firstHistory.path, {},
+                u"create table SH600001(shijian,kp,sp,fuquanyz,chengjiaoe)"_s);
     store_.run({u"insert into dmb(dm) values(''),('A1')"_s,
                 u"insert into yejiyuyuejinqi(dm,todayriqi) values(null,'2016-04-01 00:00:00'),"
                 u"(x'4131','2016-04-01 00:00:00'),('SH600001','2016-03-31 00:00:00')"_s});
@@ -131,26 +116,8 @@ TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
         returns_.takeForwardReturns([this] { return ticked_; });
         EXPECT_EQ(labels_.join(u' '), it.labels);
         EXPECT_EQ(store_.rows(u"select dm from dmb where temp=1"_s).size(), it.marked);
-        EXPECT_EQ(std::exchange(dialogs_.shown, {}).join(u' '), it.told);
+        EXPECT_EQ(told().join(u' '), it.told);
     }
-}
-
-TEST_F(ForwardReturnsTest, PriorGainsAreZeroWhereTheHistoryCannotBeRead) {
-    QString caption;
-    const auto gain = [&] {
-        const auto show = [&](const QString& text) { caption = text; };
-        return returns_.priorGains(u"SH600001"_s, u"2017-03-20"_s, show).one;
-    };
-    EXPECT_EQ(gain(), 0);
-    EXPECT_EQ(caption, u"SH600001正在计算前面涨幅"_s);
-    Connection first = store_.stores.firstHistory.open();
-    first.execute(u"alter table SH600001 add column dm text"_s);
-    for (const int day : {13, 14, 15, 16, 17, 20}) {
-        first.execute(
-            u"insert into SH600001(shijian,kp,sp,fuquanyz) values('2017-03-%1',1,%2,1)"_s.arg(
-                QString::number(day), day == 17 ? u"1250"_s : u"1000"_s));
-    }
-    EXPECT_EQ(gain(), 25);
 }
 
 }  // namespace guanchao

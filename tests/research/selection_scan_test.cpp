@@ -1,31 +1,22 @@
 #include "research/selection_scan.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QScopeGuard>
 #include <optional>
 
-#include "store/store_error.h"
-#include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
+#include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
-#include "tests/support/test_stores.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-QByteArray contentOf(const QString& path) {
+static QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-}  // namespace
-
-class SelectionScanTest : public ::testing::Test {
+class SelectionScanTest : public StoreTest {
 protected:
     SelectionScanTest() {
         store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
@@ -50,10 +41,6 @@ protected:
     }
     QStringList chosen() { return store_.rows(u"select ticai from xuanticai order by rowid"_s); }
 
-    TestStores store_;
-    Globals globals_;
-    FakeDialogs dialogs_;
-    FakePump pump_;
     ResearchProgress seen_;
     std::function<void()> onShow_;
     ResearchRun run_{pump_, [this](const ResearchProgress& it) {
@@ -154,7 +141,6 @@ TEST_F(SelectionScanTest, AThemeDayCountsTheStocksAtTheirLimit) {
                   QStringList(u"2017-04-10 00:00:00|SH600000|1105|null"_s));
         EXPECT_TRUE(contentOf(store_.stores.firstHistory.path) == first) << "read only";
     }
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 TEST_F(SelectionScanTest, TheFirstThemeBelowTheBarEndsTheDay) {
@@ -178,24 +164,6 @@ TEST_F(SelectionScanTest, TheFirstThemeBelowTheBarEndsTheDay) {
     }
 }
 
-TEST_F(SelectionScanTest, AStockWithoutATableGetsTheTemplate) {
-    MarketHistory history;
-    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
-    addTheme(history, u"题"_s, u'A', 4, 4);
-    write(history);
-    const StoreFile& second = store_.stores.secondHistory;
-    second.open().execute(u"drop table A600001"_s);
-    second.open().execute(u"insert into nishihq2(shijian,sp) values('2017-01-01',7)"_s);
-
-    scan_.chooseThemes();
-    EXPECT_EQ(TestStores::rows(second, u"select * from A600001"_s),
-              TestStores::rows(second, u"select * from nishihq2"_s));
-    // The test for a fall comes before a table is made.
-    second.open().execute(u"drop table A600001"_s);
-    EXPECT_THROW(scan_.addFallenStocks(), StoreError);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-}
-
 TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
     const QStringList days = tradingDays(15);
     MarketHistory history;
@@ -212,7 +180,6 @@ TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
     scan_.addFallenStocks();
     EXPECT_EQ(store_.rows(u"select riqi,dm,fuquansp,qian1sp,hou1sp from xuanticaigu"_s),
               QStringList(days[11] + u" 00:00:00|SZ009300|9300|10000|10000"_s));
-    EXPECT_EQ(dialogs_.shown, QStringList(u"听涛阁|完成!"_s));
 }
 
 TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
@@ -220,11 +187,10 @@ TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
     history.members.fill(qMakePair(u"题"_s, u"SZ000001"_s), 20000);
     write(history, false);
-    const QString words = u"正在整理历史行情…"_s;
     for (const bool closes : {false, true}) {
         int during = 0;
         pump_.onRun = [&] {
-            EXPECT_EQ(seen_.label3, words);
+            EXPECT_EQ(seen_.label3, u"正在整理历史行情…"_s);
             // Events of the copy itself, and not those before it only.
             if (++during == 5) {
                 closes ? run_.cancel() : run_.stop();
@@ -232,7 +198,6 @@ TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
         };
         scan_.chooseThemes();
         EXPECT_EQ(during, closes ? 5 : 6);
-        EXPECT_EQ(seen_.label3 + seen_.caption, QString());
         EXPECT_FALSE(run_.running());
         EXPECT_TRUE(chosen().isEmpty());
     }
@@ -259,8 +224,9 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
     }
     const auto loseTable = [this] {
-        store_.stores.secondHistory.open().execute(u"drop table A600001"_s);
-        store_.stores.secondHistory.open().execute(u"drop table nishihq2"_s);
+        for (const QString& table : {u"A600001"_s, u"nishihq2"_s}) {
+            store_.stores.secondHistory.open().execute(u"drop table "_s + table);
+        }
     };
     const auto lockStore = [&] {
         other.emplace(store_.stores.main.open());
@@ -286,15 +252,13 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         store_.run({u"delete from xuanticai"_s});
         onShow_ = it.onShow;
         QString failed;
-        QString remains;
         try {
             scan_.chooseThemes();
         } catch (const OperationError& failure) {
             failed = failure.activity();
-            remains = failure.remains();
+            EXPECT_TRUE(failure.remains().contains(u"已经写入并保留：此前各日的结果。"_s));
         }
         EXPECT_EQ(failed, it.failed);
-        EXPECT_EQ(remains.contains(u"已经写入并保留：此前各日的结果。"_s), !it.failed.isEmpty());
         EXPECT_EQ(chosen().size(), it.days);
         EXPECT_FALSE(seen_.running || run_.running());
     }

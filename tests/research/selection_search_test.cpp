@@ -1,18 +1,13 @@
 #include "research/selection_search.h"
 
-#include <gtest/gtest.h>
-
-#include "store/store_error.h"
-#include "tests/support/grid_texts.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 // A store with two themes on two days and three stocks of them.
-class SelectionSearchTest : public ::testing::Test {
+class SelectionSearchTest : public StoreTest {
 protected:
     void addTheme(const QString& riqi, const QString& ticai) {
         store_.run({u"insert into xuanticai values('"_s + riqi + u"','"_s + ticai +
@@ -46,13 +41,7 @@ protected:
         search_.search(query);
         return grid_.rows() > 1 ? columnTexts(grid_, 1).mid(1) : QStringList();
     }
-    Colour ground(int row, int col) const {
-        return grid_.data(grid_.index(row - 1, col), ResultGrid::BackColourRole).toUInt();
-    }
 
-    TestStores store_;
-    Globals globals_;
-    ResultGrid grid_;
     SelectionSearch search_{store_.stores, globals_, grid_};
 };
 
@@ -76,13 +65,6 @@ TEST_F(SelectionSearchTest, EachTickedBoxNarrowsTheSearch) {
         {"a part of a name", [](SelectionQuery& it) { it.byTheme = true, it.theme = u"白"_s; }, {}},
         {"code", [](SelectionQuery& it) { it.byCode = true; }, {newer}},
         {"both dates count", [](SelectionQuery& it) { it.byDates = true; }, {newer}},
-        {"all",
-         [](SelectionQuery& it) {
-             it.condition = u" and 量比<1"_s;
-             it.byTheme = it.byCode = it.byDates = true;
-             it.theme = u"锂电池"_s;
-         },
-         {newer}},
     };
     for (const auto& it : cases) {
         SelectionQuery query;
@@ -144,7 +126,7 @@ TEST_F(SelectionSearchTest, TheGridShowsTheRowsNewestFirst) {
                                                {10, 0xFF5252}, {14, 0x52FF52}, {15, 0xFF5252},
                                                {21, 0x52FF52}};
     for (const auto& [col, colour] : grounds) {
-        EXPECT_EQ(ground(2, col), colour) << col;
+        EXPECT_EQ(grid_.index(1, col).data(ResultGrid::BackColourRole).toUInt(), colour) << col;
     }
     EXPECT_TRUE(search_.search(where(u" and 1=2"_s)).startsWith(u"总次数:0当日胜率:0"_s));
     EXPECT_EQ(grid_.rows(), 1);
@@ -173,21 +155,6 @@ TEST_F(SelectionSearchTest, ARefusedConditionLeavesTheGrid) {
     for (const QString& condition : {u" and 开盘\r\n涨<2"_s, u" and nichts>1"_s, u" or ("_s}) {
         EXPECT_THROW(search_.search(where(condition)), StoreError);
         EXPECT_EQ(grid_.rows(), 3);
-    }
-}
-
-TEST_F(SelectionSearchTest, APressHandsCodeThemeAndLastCellOver) {
-    EXPECT_FALSE(search_.press(1));
-    addSome();
-    search_.search({});
-    EXPECT_FALSE(search_.press(0));
-    const QList<QPair<QString, qint32>> cells = {
-        {u"2.50"_s, 2}, {u"3.50"_s, 4}, {QString(), 0}, {u"3000000000"_s, 0}};
-    for (const auto& [text, record] : cells) {
-        grid_.setTextMatrix(2, 21, text);
-        const std::optional<PressedRow> pressed = search_.press(2);
-        EXPECT_EQ(pressed->code + pressed->theme + globals_.dangqiandm, u"SH600519白酒SH600519"_s);
-        EXPECT_EQ(globals_.dangqianjilu, record) << text.toStdString();
     }
 }
 
