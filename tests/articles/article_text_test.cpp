@@ -37,9 +37,7 @@ TEST(ArticleTextTest, TheBreaksOfPiecesAreNoPartOfTheText) {
     } cases[] = {
         {"typed", {type}, first + u"x尾"_s},
         {"a line end", {key(Qt::Key_Return), type}, first + u"\nx尾"_s},
-        {"a line end behind the break",
-         {key(Qt::Key_Right), key(Qt::Key_Return)},
-         first + u"\n尾"_s},
+        {"a line end behind", {key(Qt::Key_Right), key(Qt::Key_Return)}, first + u"\n尾"_s},
         {"typed behind the break", {key(Qt::Key_Right), type}, first + u"x尾"_s},
         {"the break removed", {key(Qt::Key_Delete), type}, first + u"x尾"_s},
         {"and taken back", {key(Qt::Key_Delete), undo, type}, first + u"x尾"_s},

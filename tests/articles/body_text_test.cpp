@@ -26,26 +26,20 @@ TEST(BodyTextTest, ChangedTextsKeepTheLineEndsOfTheirArticle) {
 TEST(BodyTextTest, HugeParagraphsAreCutIntoPieces) {
     const QString sentence = u"板块放量上涨，龙头收于高位。"_s;
     const QString pair = u"𠮷"_s;
-    const struct {
-        const char* name;
-        QString paragraph;
-        qsizetype pieces;
-    } cases[] = {
-        {"nothing", {}, 1},
-        {"an ordinary paragraph", u"字"_s.repeated(longestPiece), 1},
-        {"one character more", u"字"_s.repeated(longestPiece + 1), 2},
-        {"sentences", sentence.repeated(3 * longestPiece / sentence.size()), 3},
-        {"pairs are not divided", u"a"_s + pair.repeated(longestPiece), 3},
+    const QPair<QString, qsizetype> cases[] = {
+        {{}, 1},
+        {u"字"_s.repeated(longestPiece), 1},
+        {u"字"_s.repeated(longestPiece + 1), 2},
+        {sentence.repeated(3 * longestPiece / sentence.size()), 3},
+        {u"a"_s + pair.repeated(longestPiece), 3},  // pairs are not divided
     };
-    for (const auto& it : cases) {
-        const QStringList pieces = piecesOf(it.paragraph);
-        EXPECT_EQ(pieces.size(), it.pieces) << it.name;
-        EXPECT_EQ(pieces.join(QString()), it.paragraph) << it.name;
-        for (const QString& piece : pieces) {
-            EXPECT_FALSE(piece.startsWith(pair.at(1))) << it.name;
-        }
+    for (const auto& [paragraph, count] : cases) {
+        const QStringList pieces = piecesOf(paragraph);
+        EXPECT_EQ(pieces.size(), count);
+        EXPECT_TRUE(pieces.join(QString()) == paragraph);
+        EXPECT_FALSE(pieces.last().startsWith(pair.at(1)));
     }
-    EXPECT_TRUE(piecesOf(cases[3].paragraph).first().endsWith(u'。'));
+    EXPECT_TRUE(piecesOf(cases[3].first).first().endsWith(u'。'));
 }
 
 }  // namespace guanchao
