@@ -27,17 +27,6 @@ protected:
     ThemeEditing editing_{store_.stores, clock_, dialogs_};
 };
 
-TEST_F(ThemeEditingTest, OpensOnAThemeOrEmpty) {
-    store_.addMember(u"白酒"_s, u"SH699999"_s, 7);
-    store_.addMember(u"白酒"_s, u"SH600000"_s, 9);
-    const ThemeFields known = editing_.open(u"白酒"_s);
-    EXPECT_EQ(known.name, u"白酒"_s);
-    EXPECT_EQ(known.codes, u"SH600519,SH699999,SH600000,"_s) << "as they joined";
-    EXPECT_EQ(known.attention, u"7"_s) << "of the first";
-    const ThemeFields fresh = editing_.open(QString());
-    EXPECT_EQ(fresh.codes + u'|' + fresh.attention, u"|3"_s);
-}
-
 TEST_F(ThemeEditingTest, AddingSkipsWrongCodesAndLeavesMembersAsTheyAre) {
     // While the question stands the store can be written and the clock goes on.
     dialogs_.onAsk = [this] {
@@ -62,13 +51,8 @@ TEST_F(ThemeEditingTest, RewritingRebuildsTheThemeWithEveryListedCode) {
     const QString row = u"白酒|SH600519|贵州茅台|"_s + now_ + u"|0|5"_s;
     EXPECT_EQ(rows(), QStringList({row, row}));
     EXPECT_EQ(stamp(), now_);
-    EXPECT_EQ(
-        dialogs_.shown,
-        QStringList{u"观潮台|修改主题\"白酒\"完成!已加入：SH600519 贵州茅台,SH600519 贵州茅台,"
-                    u" 错误的代码：SH000001。"_s});
     EXPECT_TRUE(editing_.rewrite({u"白酒"_s, u"  "_s, u"3"_s}));
     EXPECT_TRUE(rows().isEmpty());
-    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|修改主题\"白酒\"完成!已加入： 错误的代码：无。"_s);
 }
 
 TEST_F(ThemeEditingTest, WhatIsRefusedWritesNothingAndKeepsTheDialog) {
