@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QScopeGuard>
 #include <array>
 #include <csignal>
@@ -13,7 +12,6 @@
 
 #include "exchange/store_copy.h"
 #include "exchange/theme_import.h"
-#include "store/store_error.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace guanchao {
@@ -65,7 +63,7 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
     ASSERT_TRUE(QDir().mkdir(other.chopped(1)));
     exportTo(other.chopped(1));
     EXPECT_TRUE(QFileInfo::exists(other.chopped(1) + u"zhutibackup.ztb"_s))
-        << "without its separator the folder's name begins the file's";
+        << "without its separator";
 }
 
 TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
@@ -73,8 +71,7 @@ TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
         store_.stores.main,
         {u"insert into dzhzhuti values('白酒','SH600519','贵州茅台','2015-06-01 09:30:05',10,18)"_s,
          u"insert into dzhzhuti values(' 空格 ','sz000001','*ST\"引号\"','2015-06-01',1,20)"_s,
-         u"insert into dzhzhuti values('𠮷野😀','','长%1',null,-3,99999999999)"_s.arg(
-             QString(3000, u'文')),
+         u"insert into dzhzhuti values('𠮷野😀','','长',null,-3,99999999999)"_s,
          u"insert into dmb(dm,numdm,jc,shenmu,newdmtime,sp,totalsl) values('SH600519',"
          u"'600519','贵州茅台','gzmt','2010-01-01 08:00:00',1700.5,12)"_s});
     const QString columns = u"select zhutiname,dm,jc,xiangguandu,guanzhudu from dzhzhuti"_s;
@@ -193,21 +190,25 @@ TEST_F(BackupExportTest, CopiesHoldNoHalfWrites) {
     rows.prepend(row.arg(u"甲"_s, u"0"_s));
     rows.append(row.arg(u"乙"_s, u"0"_s));
     execute(heat, rows);
-    QProcess writer;
-    writer.start(QStringLiteral(GUANCHAO_WRITE_LOOP), {store_.folder()});
+    const pid_t writer = fork();
+    if (writer == 0) {
+        const QString update = u"update shopname set aboutgegu='%1' where shopname='%2'"_s;
+        for (int commits = 1;; ++commits) {
+            const QString number = QString::number(commits);
+            execute(heat, {update.arg(number, u"甲"_s), update.arg(number, u"乙"_s)});
+        }
+    }
     const auto end = qScopeGuard([&] {
-        writer.kill();
-        writer.waitForFinished();
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
     });
     const StoreFile copy{store_.folder() + u"copy.ztb"_s, heat.key};
-    for (qsizetype commits = 0; commits < 25;) {
-        ASSERT_TRUE(writer.waitForReadyRead()) << writer.errorString().toStdString();
-        commits += writer.readAll().size();
+    for (QSet<QString> seen; seen.size() < 10;) {
         copyStore(heat, copy.path);
-        EXPECT_EQ(TestStores::rows(copy,
-                                   u"select count(distinct aboutgegu) from shopname where"
-                                   u" shopname!='长'"_s),
-                  QStringList{u"1"_s});
+        const QStringList numbers = TestStores::rows(
+            copy, u"select distinct aboutgegu from shopname where shopname!='长'"_s);
+        ASSERT_EQ(numbers.size(), 1);
+        seen << numbers[0];
     }
 }
 

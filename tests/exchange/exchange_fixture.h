@@ -2,20 +2,15 @@
 // user lies in the temporary folder.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
-#include "base/globals.h"
 #include "exchange/exchange_run.h"
-#include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
-class ExchangeFixture : public ::testing::Test {
+class ExchangeFixture : public StoreTest {
 protected:
     ExchangeFixture() { qputenv("HOME", store_.folder().chopped(1).toUtf8()); }
     ~ExchangeFixture() override { qputenv("HOME", home_); }
@@ -34,15 +29,7 @@ protected:
         transaction.commit();
     }
 
-    // What the user has been shown since the last call.
-    QStringList told() { return std::exchange(dialogs_.shown, {}); }
-
     const QByteArray home_ = qgetenv("HOME");
-    TestStores store_;
-    Globals globals_;
-    FakeClock clock_;
-    FakeDialogs dialogs_;
-    FakePump pump_;
     QList<ExchangeProgress> seen_;
     ExchangeRun run_{pump_, [this](const ExchangeProgress& it) { seen_ << it; }};
 };

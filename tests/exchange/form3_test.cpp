@@ -1,29 +1,19 @@
 #include "exchange/form3.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
+#include <QFile>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 
 #include "base/activity.h"
-#include "grid/grid_view.h"
 #include "platform/fixed_folders.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
-#include "tests/support/test_windows.h"
+#include "tests/support/window_test.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class Form3Test : public ::testing::Test, protected TestEnvironment {
+class Form3Test : public WindowTest {
 protected:
     Form3Test() {
         services_.vendor.host = u"http://vendor"_s;
@@ -32,86 +22,68 @@ protected:
         QFile file(text_);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("600000\tX\tY\r\n");
-        windows_.openAnew<Form3>();
-        form_ = shownWindow<Form3>();
+        open<Form3>();
     }
-
-    template <typename Widget>
-    Widget* find(const QString& name) {
-        auto* widget = form_->findChild<Widget*>(name);
-        EXPECT_NE(widget, nullptr) << name.toStdString();
-        return widget;
-    }
-    void press(const QString& button) { find<QPushButton>(button)->click(); }
-    QString text(const QString& field) { return find<QLineEdit>(field)->text(); }
 
     const QString text_ = store_.folder() + u"主题投资.txt"_s;
-    QPointer<Form3> form_;
 };
 
 TEST_F(Form3Test, TheDialogsFillTheirFields) {
     const QString folder = fixedPath(FixedPlace::exportFolder);
-    press(u"Command8"_s);
+    click(u"Command8"_s);
     EXPECT_EQ(text(u"Text1"_s), folder + u"zhutibackup.ztb"_s);
     dialogs_.picked = u"/a/b.ztb"_s;
-    press(u"Command8"_s);
-    press(u"Command6"_s);
-    EXPECT_EQ(text(u"Text1"_s), u"/a/b.ztb"_s);
-    EXPECT_EQ(text(u"Text4"_s), u"/a/b.ztb"_s);
-    EXPECT_EQ(dialogs_.shown, QStringList({u"请选择主题库文件|"_s + folder + u"|zhutibackup.ztb"_s,
-                                           u"观潮台|没有选择文件。"_s,
-                                           u"请选择主题库文件|"_s + folder + u"|zhutibackup.ztb"_s,
-                                           u"请选择主题txt文件|"_s + folder + u"|主题投资.txt"_s}));
-    press(u"Command7"_s);
+    click(u"Command8"_s);
+    click(u"Command6"_s);
+    EXPECT_EQ(text(u"Text1"_s) + text(u"Text4"_s), u"/a/b.ztb/a/b.ztb"_s);
+    EXPECT_EQ(dialogs_.shown.first(), u"请选择主题库文件|"_s + folder + u"|zhutibackup.ztb"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"请选择主题txt文件|"_s + folder + u"|主题投资.txt"_s);
+    click(u"Command7"_s);
     emit find<QLabel>(u"Label11"_s)->linkActivated(u"forum"_s);
     EXPECT_EQ(shell_.opened, QStringList({store_.folder() + u"主题txt文件示例.txt"_s,
                                           u"http://vendor/chaoxin/zhutiluntan.htm"_s}));
 }
 
 TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
-    find<QLineEdit>(u"Text4"_s)->setText(text_);
+    edit(u"Text4"_s)->setText(text_);
     find<QRadioButton>(u"Option1"_s)->click();
-    EXPECT_EQ(find<QLabel>(u"Label8"_s)->text(), u"第二部分都是代码"_s);
+    EXPECT_EQ(label(u"Label8"_s), u"第二部分都是代码"_s);
     find<QRadioButton>(u"Option2"_s)->click();
-    press(u"Command3"_s);
-    const auto* grid = static_cast<ResultGrid*>(find<GridView>(u"MSHFlexGrid1"_s)->model());
-    EXPECT_EQ(grid->rows(), 3);
-    EXPECT_EQ(grid->textMatrix(2, 2), u"Y"_s);
+    click(u"Command3"_s);
+    EXPECT_EQ(grid().rows(), 3);
+    EXPECT_EQ(grid().textMatrix(2, 2), u"Y"_s);
     find<QComboBox>(u"Combo1"_s)->setEditText(u"|"_s);
-    press(u"Command3"_s);
+    click(u"Command3"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|第一行没有找到间隔!间隔：|"_s);
     find<QComboBox>(u"Combo1"_s)->setEditText(u"TAB键"_s);
-    auto* button = find<QPushButton>(u"Command4"_s);
     pump_.onRun = [&] {
-        EXPECT_FALSE(button->isEnabled());
-        EXPECT_TRUE(find<QPushButton>(u"Command2"_s)->isEnabled());
+        EXPECT_FALSE(button(u"Command4"_s)->isEnabled());
         EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
-        EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), u"浦发银行"_s);
-        find<QLineEdit>(u"Text1"_s)->setText(text_);
-        EXPECT_THROW(press(u"Command2"_s), OperationError);
-        EXPECT_FALSE(button->isEnabled()) << "the refusal of a second run leaves the first alone";
+        EXPECT_EQ(label(u"Label1"_s), u"浦发银行"_s);
+        edit(u"Text1"_s)->setText(text_);
+        EXPECT_THROW(click(u"Command2"_s), OperationError);
+        EXPECT_FALSE(button(u"Command4"_s)->isEnabled())
+            << "the refused run leaves the first alone";
     };
-    press(u"Command4"_s);
+    click(u"Command4"_s);
     EXPECT_EQ(pump_.runs, 1);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|导入文本主题库完成，共导入新的数据：2条"_s);
-    EXPECT_TRUE(button->isEnabled());
+    EXPECT_TRUE(button(u"Command4"_s)->isEnabled());
     EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
-    EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), QString());
-    dialogs_.answer = false;
-    press(u"Command5"_s);
-    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"2"_s});
-    dialogs_.answer = true;
-    press(u"Command5"_s);
-    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
-    find<QLineEdit>(u"Text1"_s)->setText(u"/fehlt"_s);
-    press(u"Command2"_s);
+    for (const bool agrees : {false, true}) {
+        dialogs_.answer = agrees;
+        click(u"Command5"_s);
+        EXPECT_EQ(store_.rows(u"select dm from dzhzhuti"_s).size(), agrees ? 0 : 2);
+    }
+    edit(u"Text1"_s)->setText(u"/fehlt"_s);
+    click(u"Command2"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|文件不存在!/fehlt"_s);
 }
 
 // Closed from outside, by Esc, and by the opening of another: the run ends, and only then the
 // window.
 TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
-    find<QLineEdit>(u"Text4"_s)->setText(text_);
+    edit(u"Text4"_s)->setText(text_);
     pump_.onRun = [this] {
         QTest::keyClick(form_.data(), Qt::Key_Escape);
         openWindows_.closeAll();
@@ -119,7 +91,7 @@ TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());
     };
-    press(u"Command4"_s);
+    click(u"Command4"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
     deleteClosedWindows();
     EXPECT_TRUE(form_.isNull());

@@ -5,9 +5,7 @@
 
 #include "exchange/text_file.h"
 #include "formats/gbk.h"
-#include "store/store_error.h"
 #include "tests/exchange/exchange_fixture.h"
-#include "tests/support/grid_texts.h"
 
 namespace guanchao {
 
@@ -50,10 +48,7 @@ protected:
         return rowTexts(grid_).mid(1);
     }
 
-    QStringList stamp() { return store_.rows(u"select xiugaizhutitime from tempcanshu"_s); }
-
     TextSource source_;
-    ResultGrid grid_;
     TextImport import_{store_.stores, globals_, clock_, dialogs_, run_};
 };
 
@@ -86,7 +81,7 @@ TEST_F(TextImportTest, CodesAreCutTestedAndGivenTheirMarket) {
         {u"Sh6000000"_s, u"SZSh6000"_s},   {u"6000000"_s, u"6000000"_s},
         {u"SH6000"_s, u"SZSH6000"_s},      {u"6"_s, u"6"_s}};
     for (auto it = wellFormed.cbegin(); it != wellFormed.cend(); ++it) {
-        EXPECT_EQ(normaliseCode(it.key()).code, it.value()) << it.key().toStdString();
+        EXPECT_EQ(normaliseCode(it.key()).code, it.value());
         EXPECT_TRUE(normaliseCode(it.key()).wellFormed) << it.key().toStdString();
     }
     for (const QString& bad : {u"830799"_s, QString(), u" 600000"_s, u"HK00700"_s}) {
@@ -106,10 +101,8 @@ TEST_F(TextImportTest, CodeFirstLines) {
          {u"1概念|SH600000|浦发银行"_s, u"概念|SH600000|浦发银行"_s, u"9.9折|SH600000|浦发银行"_s}},
         {u"600000\t"_s + n20 + u"\t长"_s + n20, {n20 + u"|SH600000|浦发银行"_s}},
         {u" 600000\t银行"_s, {}},
-        {u"600000 银行"_s, {}},
         {u"600000\t银行\t\t金融"_s,
          {u"银行|SH600000|浦发银行"_s, u"|SH600000|浦发银行"_s, u"金融|SH600000|浦发银行"_s}},
-        {u"600000\tit's\t银行"_s, {u"银行|SH600000|浦发银行"_s}},
         {u"600000\ta');delete from dmb;--\t银行"_s, {u"银行|SH600000|浦发银行"_s}},
     };
     for (const auto& it : cases) {
@@ -125,10 +118,8 @@ TEST_F(TextImportTest, ThemeFirstLines) {
     } cases[] = {
         {u"银行\t600000\tsz000001\t 300999 "_s,
          {u"银行|SH600000|"_s, u"银行|sz000001|"_s, u"银行|SZ300999|"_s}},
-        {u" 银行\t600000"_s, {u" 银行|SH600000|"_s}},
         {u"银行\t600000\tabc\t000001"_s, {u"银行|SH600000|"_s}},
         {u"2015年\t600000"_s, {u"2015年|SH600000|"_s}},
-        {QString(20, u'名') + u"\t6000000"_s, {QString(20, u'名') + u"|6000000|"_s}},
         {QString(21, u'名') + u"\t600000"_s, {}},
         {u"it's\t600000\r银行\t6'0000\t000001"_s, {u"银行|SZ000001|"_s}},
         {u"银行\t600000\r银行\t600000\r\n酒\t600519"_s, {u"银行|SH600000|"_s, u"酒|SH600519|"_s}},
@@ -140,20 +131,18 @@ TEST_F(TextImportTest, ThemeFirstLines) {
     source_.secondSeparator = u"--"_s;
     EXPECT_EQ(pairsOf(u"银行：600000--000001"_s),
               QStringList({u"银行|SH600000|"_s, u"银行|SZ000001|"_s}));
-    source_.firstSeparator = u"=>"_s;
-    EXPECT_EQ(pairsOf(u"银行=>600000"_s), QStringList()) << "the tail stays in the second part";
 }
 
 TEST_F(TextImportTest, ASecondImportAddsNothingAndStampsNothing) {
     clock_.moment = QDateTime(QDate(2026, 11, 24), QTime(9, 5, 7, 999));
     EXPECT_EQ(pairsOf(u"600000\t银行"_s).size(), 1);
-    EXPECT_EQ(seen_.value(1).jc + QString::number(seen_.value(1).total), u"浦发银行1"_s);
     EXPECT_EQ(store_.rows(u"select ztktime,xiangguandu,guanzhudu from dzhzhuti"_s),
               QStringList{u"2026-11-24 09:05:07|5|0"_s});
     clock_.moment = clock_.moment.addDays(1);
     import_.importText(source_);
     EXPECT_EQ(told(), QStringList{u"观潮台|导入文本主题库完成，共导入新的数据：0条"_s});
-    EXPECT_EQ(stamp(), QStringList{u"2026-11-24 09:05:07"_s});
+    EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
+              QStringList{u"2026-11-24 09:05:07"_s});
 }
 
 TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
@@ -202,12 +191,10 @@ TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
         {true, u"600000\t"_s + n21, {u"1|SH600000|"_s + n21}, u"主题名称太长了!名称："_s + n21},
         {true, u"830799.BJ\t银行"_s, {}, u"代码不正确!代码：830799"_s},
         {true, u"600519\t白酒"_s, {}, u"代码不存在!代码：SH600519"_s},
-        {true, u"600000 银行"_s, {}, u"第一行没有找到间隔!间隔：\t"_s},
         {false,
          u"银行\t600000\t白酒\t000001"_s,
          {u"1|SH600000|银行"_s, u"||"_s, u"||"_s},
          u"代码不正确!代码：白酒"_s},
-        {false, n21 + u"\t600000"_s, {u"1|SH600000|"_s + n21}, u"主题名称太长了!名称："_s + n21},
     };
     for (const auto& it : cases) {
         source_.codeFirst = it.codeFirst;
