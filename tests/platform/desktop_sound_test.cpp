@@ -47,7 +47,6 @@ TEST_F(DesktopSoundTest, TellsOnceWhenItHasStoppedHoweverThatCame) {
         QString file;
         int count;
     } endings[] = {{"the end of the last round", good, 3},
-                   {"the same once more", good, 1},
                    {"no such file", folder_.filePath(u"none.wav"_s), 20},
                    {"no sound", file(u"text.mp3"_s, "text"), 20},
                    {"a good one after a bad one", good, 1}};
