@@ -56,7 +56,6 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         expectValid(made);
         EXPECT_TRUE(QFile::permissions(made) & QFile::ExeOwner);
         EXPECT_EQ(valueOf(made, u"Name"_s), u"guanchaotai2"_s);
-        EXPECT_EQ(valueOf(made, u"Comment"_s), u"guanchaotai2的快捷方式"_s);
         EXPECT_EQ(valueOf(made, u"Exec"_s), it.command + u"guanchaotai2\""_s);
         EXPECT_EQ(valueOf(made, u"TryExec"_s), it.path + u"guanchaotai2"_s);
         EXPECT_EQ(valueOf(made, u"Path"_s), it.path);
