@@ -119,10 +119,4 @@ TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
     EXPECT_TRUE(failure().contains(help)) << failure().toStdString();
 }
 
-TEST(ApplicationFolder, EndsInOneSeparator) {
-    EXPECT_EQ(applicationFolder(u"/"_s), u"/"_s);
-    EXPECT_EQ(applicationFolder(u"/opt/程序"_s), u"/opt/程序/"_s);
-    EXPECT_EQ(applicationFolder(u"/opt/程序//"_s), u"/opt/程序/"_s);
-}
-
 }  // namespace guanchao

@@ -1,21 +1,17 @@
 #include "store/connection.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QScopeGuard>
 #include <optional>
 
 #include "store/recordset.h"
-#include "store/store_error.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class ConnectionTest : public ::testing::Test {
+class ConnectionTest : public StoreTest {
 protected:
     // The reason of the failed opening, empty if it succeeds.
     static std::optional<StoreFault> openingFault(const QString& path, const QString& key) {
@@ -27,13 +23,6 @@ protected:
         }
         return {};
     }
-
-    static QByteArray firstBytes(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.read(15) : QByteArray();
-    }
-
-    TestStores store_;
 };
 
 TEST_F(ConnectionTest, OnlyTheRightKeyOpensAStore) {
@@ -49,11 +38,6 @@ TEST_F(ConnectionTest, OnlyTheRightKeyOpensAStore) {
     EXPECT_FALSE(QFile::exists(store_.folder() + u"none.mzdat"_s));
 }
 
-TEST_F(ConnectionTest, KeyedStoresAreReallyEnciphered) {
-    EXPECT_EQ(firstBytes(store_.stores.main.path), QByteArray("SQLite format 3"));
-    EXPECT_NE(firstBytes(store_.stores.heat.path), QByteArray("SQLite format 3"));
-}
-
 TEST_F(ConnectionTest, RekeyGivesTakesAndChangesAKey) {
     const QString path = store_.stores.main.path;
     store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
@@ -67,21 +51,6 @@ TEST_F(ConnectionTest, RekeyGivesTakesAndChangesAKey) {
     EXPECT_THROW(rekey(path, u"wrong"_s, {}), StoreError);
     rekey(path, u"second'"_s, {});
     EXPECT_EQ(code({}), QStringList{u"SH600000"_s});
-}
-
-TEST_F(ConnectionTest, TransactionsRollBackUnlessCommitted) {
-    Connection connection = store_.stores.main.open();
-    {
-        Transaction transaction(connection);
-        connection.execute(u"insert into zixuangu values('SH600000','a')"_s);
-    }
-    {
-        Transaction transaction(connection);
-        connection.execute(u"insert into zixuangu values('SH600001','b')"_s);
-        EXPECT_THROW(connection.execute(u"insert into nowhere values(1)"_s), StoreError);
-        transaction.commit();
-    }
-    EXPECT_EQ(store_.rows(u"select dm from zixuangu"_s), QStringList{u"SH600001"_s});
 }
 
 // The lock can't go while an operation waits for it: a wait would outlast the test.
@@ -124,28 +93,20 @@ TEST_F(ConnectionTest, WhatATransactionHoldsRefusesOtherWritersAtOnce) {
     EXPECT_NO_THROW(write(link)) << "rolled back";
 }
 
-TEST_F(ConnectionTest, AFailureTellsStatementFileAndActivity) {
-    const Activity outer(u"外"_s);
+TEST_F(ConnectionTest, AStatementMustBeOneAndAFailureTellsWhichItWas) {
+    Connection connection = store_.stores.main.open();
+    EXPECT_THROW(connection.execute(u"delete from zixuangu;drop table dmb"_s), StoreError);
+    EXPECT_NO_THROW(connection.execute(u"delete from zixuangu; "_s));
     const Activity activity(u"读取"_s);
     const QString statement = u"select nothing from dmb"_s;
     try {
-        Connection connection = store_.stores.main.open();
         Recordset rows(connection, statement);
         FAIL() << "the statement was taken";
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failure.reason().contains(u"nothing"_s)) << "the column by its name";
         EXPECT_EQ(failure.statement(), statement);
-        EXPECT_EQ(failure.path(), store_.stores.main.path);
         EXPECT_EQ(failure.activity(), u"读取"_s);
     }
-}
-
-TEST_F(ConnectionTest, AStatementMustBeOne) {
-    Connection connection = store_.stores.main.open();
-    EXPECT_THROW(connection.execute(u"delete from zixuangu;drop table dmb"_s), StoreError);
-    EXPECT_THROW(connection.execute(u"  "_s), StoreError);
-    EXPECT_NO_THROW(connection.execute(u"delete from zixuangu; "_s));
-    EXPECT_EQ(store_.rows(u"select count(*) from dmb"_s), QStringList{u"0"_s});
 }
 
 TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
