@@ -7,7 +7,6 @@
 #include <QTest>
 #include <QVBoxLayout>
 
-#include "grid/twips.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -18,10 +17,9 @@ using namespace Qt::Literals::StringLiterals;
 class PickerBoxTest : public ::testing::Test {
 protected:
     PickerBoxTest() {
-        store_.run({
-            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600000','600000','浦发银行','pfyh')"_s,
-            u"insert into dmb(dm,numdm,jc,shenmu) values('SH600519','600519','贵州茅台','gzmt')"_s,
-        });
+        store_.run(
+            {u"insert into dmb(dm,numdm,jc,shenmu) values('SH600000','600000','浦发银行','pfyh'),"
+             u"('SH600519','600519','贵州茅台','gzmt')"_s});
         window_.resize(600, 400);
         box_.setGeometry(50, 200, 120, 24);
         window_.show();
@@ -57,7 +55,6 @@ TEST_F(PickerBoxTest, KeysGoIntoTheListAndTakeALine) {
     type(u"600"_s);
     EXPECT_EQ(lines(), QStringList({u"SH600000  浦发银行"_s, u"SH600519  贵州茅台"_s}));
     EXPECT_EQ(list_.geometry().topLeft(), QPoint(50, 224)) << "right under the box";
-    EXPECT_EQ(list_.height(), pixelsOf(2 * 150 + 330, list_));
     key(Qt::Key_Down);
     key(Qt::Key_Down);
     key(Qt::Key_Return);

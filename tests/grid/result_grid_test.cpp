@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
 #include <cmath>
 
 #include "base/values.h"
@@ -40,25 +39,6 @@ TEST(ResultGrid, CellsStayWhereTheTableIsResized) {
     EXPECT_THROW(grid.setRows(0), std::out_of_range);
     grid.clear();
     EXPECT_EQ(rowTexts(grid), QStringList({u"|"_s, u"|"_s}));
-}
-
-TEST(ResultGrid, ViewsHearOfAFillOnceAndOfACellByItself) {
-    ResultGrid grid;
-    QSignalSpy resets(&grid, &QAbstractItemModel::modelReset);
-    QSignalSpy cells(&grid, &QAbstractItemModel::dataChanged);
-    {
-        const GridFill fill(grid);
-        setColumn(grid, 1, {u"h"_s, u"1"_s, u"2"_s});
-        const GridFill within(grid);
-        grid.setColWidths({500, 600});
-    }
-    EXPECT_EQ(resets.count(), 1);
-    EXPECT_EQ(cells.count(), 0);
-    grid.setTextMatrix(2, 1, u"x"_s);
-    EXPECT_EQ(resets.count(), 1);
-    ASSERT_EQ(cells.count(), 1);
-    EXPECT_EQ(cells[0][0].toModelIndex(), grid.index(1, 1));
-    EXPECT_EQ(grid.index(1, 1).data().toString(), u"x"_s);
 }
 
 // What a cell holds is what it shows, in its text, its sign and its place in a sort.
@@ -129,14 +109,6 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
     EXPECT_EQ(rowTexts(grid),
               QStringList({u"序号|收盘|涨幅|名称"_s, u"1|10|10.50|old"_s, u"2|2.35|7.10|x"_s}));
     EXPECT_TRUE(rows.atEnd());
-    EXPECT_EQ(grid.row(), 2);
-    EXPECT_EQ(grid.col(), 3);
-    grid.setRow(1);
-    grid.setCol(2);
-    EXPECT_EQ(grid.cellAlignment(), CellAlignment::right);
-    grid.setRow(0);
-    EXPECT_EQ(grid.cellAlignment(), CellAlignment::centre);
-
     Recordset none(connection, u"select dm as 代码 from dmb"_s);
     tianchongbiao(none, grid, 1);
     EXPECT_EQ(rowTexts(grid), QStringList{u"序号|代码"_s});
