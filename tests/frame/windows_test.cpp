@@ -1,12 +1,6 @@
 #include "frame/windows.h"
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPointer>
-#include <QPushButton>
 #include <utility>
 
 #include "articles/form26.h"
@@ -19,9 +13,8 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
 #include "tests/support/test_history.h"
+#include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -31,7 +24,7 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class WindowsTest : public ::testing::Test, protected TestEnvironment {
+class WindowsTest : public WindowTest {
 protected:
     WindowsTest() {
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
@@ -44,11 +37,10 @@ protected:
 
     // With the theme and the stock chosen in the main window.
     template <typename Form>
-    QPointer<QWidget> open() {
+    void openChosen() {
         globals_.dangqianzhuti = u"银行"_s;
         globals_.dangqiandm = u"SH600000"_s;
-        windows_.openAnew<Form>();
-        return shownWindow<Form>();
+        open<Form>();
     }
     // What happens under the next question, whatever it is.
     void underTheQuestion(const std::function<void()>& job) {
@@ -66,77 +58,75 @@ protected:
 
 // The code that asked goes on in its window after the answer.
 TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {
-    const auto type = [](const QString& name, const QString& text) {
-        return [=](QWidget* form) {
-            lineEdit(form, name)->setText(text);
-            QTest::keyClick(lineEdit(form, name), Qt::Key_Return);
-        };
-    };
-    const auto button = [](const QString& name) {
-        return [=](QWidget* form) { press(form, name); };
+    const auto press = [this](const QString& name) {
+        return [this, name] { guanchao::press(form_, name); };
     };
     const auto entry = [this](const QString& name) {
-        return [this, name](QWidget* form) {
+        return [this, name] {
             globals_.dangqiandm = u"SH600000"_s;  // its row is pressed
-            trigger(form, name);
+            guanchao::trigger(form_, name);
         };
+    };
+    const auto refusedFrequency = [this] {
+        edit(u"Text1"_s)->setText(u"0"_s);
+        QTest::keyClick(edit(u"Text1"_s), Qt::Key_Return);
+    };
+    const auto unknownStock = [this] {
+        edit(u"Text1"_s)->setText(u"SH688001"_s);
+        guanchao::press(form_, u"Command9"_s);
+    };
+    const auto deletedForecast = [this] {
+        find<QPlainTextEdit>(u"Text8"_s)->clear();
+        guanchao::trigger(form_, u"删除一个"_s);
     };
     const struct {
         const char* what;
-        QPointer<QWidget> (WindowsTest::*open)();
-        std::function<void(QWidget*)> asks;
+        void (WindowsTest::*open)();
+        std::function<void()> asks;
     } cases[] = {
-        {"a theme that is there is added to", &WindowsTest::open<Form6>, button(u"Command1"_s)},
-        {"a theme is rewritten", &WindowsTest::open<Form6>, button(u"Command2"_s)},
-        {"a stock without themes is looked for", &WindowsTest::open<Form22>,
-         [](QWidget* form) {
-             lineEdit(form, u"Text1"_s)->setText(u"SH688001"_s);
-             press(form, u"Command9"_s);
-         }},
-        {"a stock joins a theme", &WindowsTest::open<Form22>, entry(u"添加到主题"_s)},
-        {"a stock leaves a theme", &WindowsTest::open<Form22>, entry(u"从该主题删除"_s)},
-        {"a stock joins the watchlist", &WindowsTest::open<Form30>, entry(u"添加自选股"_s)},
-        {"a stock leaves the watchlist", &WindowsTest::open<Form30>, entry(u"从自选股删除"_s)},
-        {"a monitor is deleted", &WindowsTest::open<Form4>, entry(u"删除监控2"_s)},
-        {"a frequency is refused", &WindowsTest::open<Form4>, type(u"Text1"_s, u"0"_s)},
-        {"no sound is picked", &WindowsTest::open<Form7>, button(u"Command3"_s)},
-        {"a monitor is refused", &WindowsTest::open<Form8>, button(u"Command1"_s)},
-        {"all themes are deleted", &WindowsTest::open<Form3>, button(u"Command5"_s)},
-        {"an article is deleted", &WindowsTest::open<Form26>, button(u"Command4"_s)},
-        {"a listed article is deleted", &WindowsTest::open<Form27>, entry(u"删除本篇"_s)},
-        {"no proxy server is chosen", &WindowsTest::open<Form28>, button(u"Command3"_s)},
-        {"a commodity is deleted", &WindowsTest::open<Form29>, entry(u"删除商品"_s)},
-        {"a commodity is deleted in its editor", &WindowsTest::open<Form5>, button(u"Command3"_s)},
-        {"a forecast is deleted", &WindowsTest::open<Form12>,
-         [](QWidget* form) {
-             form->findChild<QPlainTextEdit*>(u"Text8"_s)->clear();
-             trigger(form, u"删除一个"_s);
-         }},
+        {"a theme is added to", &WindowsTest::openChosen<Form6>, press(u"Command1"_s)},
+        {"a theme is rewritten", &WindowsTest::openChosen<Form6>, press(u"Command2"_s)},
+        {"an unknown stock", &WindowsTest::openChosen<Form22>, unknownStock},
+        {"a stock joins a theme", &WindowsTest::openChosen<Form22>, entry(u"添加到主题"_s)},
+        {"a stock leaves a theme", &WindowsTest::openChosen<Form22>, entry(u"从该主题删除"_s)},
+        {"onto the watchlist", &WindowsTest::openChosen<Form30>, entry(u"添加自选股"_s)},
+        {"off the watchlist", &WindowsTest::openChosen<Form30>, entry(u"从自选股删除"_s)},
+        {"a monitor is deleted", &WindowsTest::openChosen<Form4>, entry(u"删除监控2"_s)},
+        {"a frequency is refused", &WindowsTest::openChosen<Form4>, refusedFrequency},
+        {"no sound is picked", &WindowsTest::openChosen<Form7>, press(u"Command3"_s)},
+        {"a monitor is refused", &WindowsTest::openChosen<Form8>, press(u"Command1"_s)},
+        {"all themes are deleted", &WindowsTest::openChosen<Form3>, press(u"Command5"_s)},
+        {"an article is deleted", &WindowsTest::openChosen<Form26>, press(u"Command4"_s)},
+        {"a listed article is deleted", &WindowsTest::openChosen<Form27>, entry(u"删除本篇"_s)},
+        {"no proxy is chosen", &WindowsTest::openChosen<Form28>, press(u"Command3"_s)},
+        {"a commodity is deleted", &WindowsTest::openChosen<Form29>, entry(u"删除商品"_s)},
+        {"in its editor", &WindowsTest::openChosen<Form5>, press(u"Command3"_s)},
+        {"a forecast is deleted", &WindowsTest::openChosen<Form12>, deletedForecast},
     };
     for (const auto& it : cases) {
-        const QPointer<QWidget> form = (this->*it.open)();
-        ASSERT_TRUE(form) << it.what;
+        (this->*it.open)();
+        ASSERT_TRUE(form_) << it.what;
         bool kept = false;
         underTheQuestion([&] {
             openWindows_.closeAll();
             deleteClosedWindows();
-            kept = form && !form->isVisible();
+            kept = form_ && !form_->isVisible();
         });
-        it.asks(form);
+        it.asks();
         EXPECT_TRUE(kept) << it.what;
         deleteClosedWindows();
-        EXPECT_FALSE(form) << it.what << ": off the screen, but there";
+        EXPECT_FALSE(form_) << it.what << ": off the screen, but there";
         EXPECT_FALSE(shownWindow<Form4>()) << it.what;
     }
 }
 
 TEST_F(WindowsTest, AWindowReplacedUnderTheQuestionOfItsClosingIsDeletedOnce) {
-    const QPointer<QWidget> old = open<Form4>();
-    lineEdit(old, u"Text1"_s)->setText(u"0"_s);
+    openChosen<Form4>();
+    edit(u"Text1"_s)->setText(u"0"_s);
     underTheQuestion([this] { windows_.openAnew<Form4>(); });
-    old->close();
+    form_->close();
     deleteClosedWindows();
-    EXPECT_FALSE(old);
+    EXPECT_FALSE(form_);
     EXPECT_TRUE(shownWindow<Form4>());
     EXPECT_EQ(dialogs_.shown.size(), 1);
 }
@@ -145,36 +135,36 @@ TEST_F(WindowsTest, AWindowReplacedUnderTheQuestionOfItsClosingIsDeletedOnce) {
 TEST_F(WindowsTest, AWindowClosedDuringItsRunOutlivesTheRun) {
     http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
     writeQuietHistory(stores_, store_.folder());
-    const auto close = [](QWidget* form) { form->close(); };
-    const auto escape = [](QWidget* form) { QTest::keyClick(form, Qt::Key_Escape); };
-    const auto anew = [this](QWidget*) { windows_.openAnew<Form24>(); };
+    const auto close = [this] { form_->close(); };
+    const auto escape = [this] { QTest::keyClick(form_.data(), Qt::Key_Escape); };
+    const auto anew = [this] { windows_.openAnew<Form24>(); };
     const struct {
-        QPointer<QWidget> (WindowsTest::*open)();
+        void (WindowsTest::*open)();
         QString button;
-        std::function<void(QWidget*)> close;
+        std::function<void()> close;
     } cases[] = {
-        {&WindowsTest::open<Form24>, u"Command9"_s, close},
-        {&WindowsTest::open<Form24>, u"Command9"_s, anew},
-        {&WindowsTest::open<Form12>, u"Command1"_s, close},
-        {&WindowsTest::open<Form28>, u"Command4"_s, close},
-        {&WindowsTest::open<Form28>, u"Command4"_s, escape},
+        {&WindowsTest::openChosen<Form24>, u"Command9"_s, close},
+        {&WindowsTest::openChosen<Form24>, u"Command9"_s, anew},
+        {&WindowsTest::openChosen<Form12>, u"Command1"_s, close},
+        {&WindowsTest::openChosen<Form28>, u"Command4"_s, close},
+        {&WindowsTest::openChosen<Form28>, u"Command4"_s, escape},
     };
     for (const auto& it : cases) {
-        const QPointer<QWidget> form = (this->*it.open)();
+        (this->*it.open)();
         bool outlives = false;
         bool closed = false;
         pump_.onRun = [&] {
             if (std::exchange(closed, true)) {
                 return;
             }
-            it.close(form);
+            it.close();
             deleteClosedWindows();
-            outlives = form && !form->isVisible();
+            outlives = form_ && !form_->isVisible();
         };
-        press(form, it.button);
+        press(form_, it.button);
         EXPECT_TRUE(outlives);
         deleteClosedWindows();
-        EXPECT_FALSE(form);
+        EXPECT_FALSE(form_);
         pump_.onRun = nullptr;
         openWindows_.closeAll();
     }
@@ -185,7 +175,7 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunOutlivesTheRun) {
 
 // The run's own frames are below the question.
 TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
-    const QPointer<QWidget> form = open<Form24>();
+    openChosen<Form24>();
     underTheQuestion([this] { openWindows_.closeAll(); });
     bool outlives = false;
     pump_.onRun = [&] {
@@ -194,12 +184,12 @@ TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
         }
         environment_.dialogs.tell(u"asked by another window"_s);
         deleteClosedWindows();
-        outlives = form && !form->isVisible();
+        outlives = form_ && !form_->isVisible();
     };
-    press(form, u"Command9"_s);
+    press(form_, u"Command9"_s);
     EXPECT_TRUE(outlives);
     deleteClosedWindows();
-    EXPECT_FALSE(form);
+    EXPECT_FALSE(form_);
 }
 
 TEST_F(WindowsTest, WhatWaitsForAnAnswerWaitsForTheAskersNextQuestionToo) {
