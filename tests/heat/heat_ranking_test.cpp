@@ -1,19 +1,9 @@
 #include "heat/heat_ranking.h"
 
-#include <gtest/gtest.h>
-
-#include <QRegularExpression>
-
 #include "heat/collector_contract.h"
 #include "heat/heat_subjects.h"
 #include "heat/url_encode.h"
-#include "store/recordset.h"
-#include "store/store_error.h"
-#include "tests/support/fakes.h"
-#include "tests/support/grid_texts.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/statement_log.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
@@ -51,32 +41,24 @@ TEST(CustomDays, StandFromTwoToAThousand) {
     }
 }
 
-class HeatRankingTest : public ::testing::Test {
+class HeatRankingTest : public StoreTest {
 protected:
-    void run(const QString& statement) { store_.stores.heat.open().execute(statement); }
-
     // Day, item, then the three counts with their growths.
     void add(const QString& table, const QString& key, const QString& values) {
-        run(u"insert into "_s + table + u"(riqi,"_s + key +
+        runHeat(
+            u"insert into "_s + table + u"(riqi,"_s + key +
             u",onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,zdyzhangfu,zdytianshu) values("_s +
             values + u",7)"_s);
     }
     void addTheme(const QString& values) { add(u"xinwenshul"_s, u"zhutiname"_s, values); }
     void addCompany(const QString& values) { add(u"gongsixinwen"_s, u"dm,jc"_s, values); }
     void addCommodityDay(const QString& shopname, int day) {
-        run(u"insert into shophq values('%1','2026-11-%2 10:00:00',1,2,-3,4,5,6,7,8,9.5,1000.0)"_s
+        runHeat(
+            u"insert into shophq values('%1','2026-11-%2 10:00:00',1,2,-3,4,5,6,7,8,9.5,1000.0)"_s
                 .arg(shopname)
                 .arg(day));
     }
 
-    // A row, its columns cut by |.
-    static QString row(const ResultGrid& grid, int row) {
-        QStringList texts;
-        for (int col = 0; col < grid.cols(); ++col) {
-            texts << grid.textMatrix(row, col);
-        }
-        return texts.join(u'|');
-    }
     // T and S as themes and stocks have it, R rising, F falling.
     static QString colours(const ResultGrid& grid, int row) {
         const QHash<Colour, QChar> letters{
@@ -88,14 +70,10 @@ protected:
         return colours;
     }
     HeatRanking about(const HeatSubject& subject) {
-        return {store_.stores, globals_, clock_, shell_, subject, rankingGrid_, historyGrid_};
+        return {store_.stores, globals_, clock_, shell_, subject, grid_, historyGrid_};
     }
 
-    TestStores store_;
-    Globals globals_;
-    FakeClock clock_;
     FakeShell shell_;
-    ResultGrid rankingGrid_;
     ResultGrid historyGrid_;
     HeatRanking themes_ = about(themeNews());
     HeatRanking companies_ = about(companyNews());
@@ -108,14 +86,14 @@ TEST_F(HeatRankingTest, TheRankingIsTheLatestDayByGrowthAndKeepsTheSentinel) {
     addTheme(u"'2026-11-24 10:00:00','白酒',5,3.0,80,1000.0,20,-7.0"_s);
     addTheme(u"'2026-11-24 10:00:00','保险',1,3.0,80,8.25,20,-7.0"_s);
     themes_.showRanking(false);
-    ASSERT_EQ(rankingGrid_.rows(), 4);
-    EXPECT_EQ(columnTexts(rankingGrid_, 2).mid(2), QStringList({u"保险"_s, u"银行"_s}))
+    ASSERT_EQ(grid_.rows(), 4);
+    EXPECT_EQ(columnTexts(grid_, 2).mid(2), QStringList({u"保险"_s, u"银行"_s}))
         << "equal growths by name";
-    EXPECT_EQ(row(rankingGrid_, 0),
+    EXPECT_EQ(rowText(grid_, 0),
               u"序号|日期|主题名称|一日数量|一日涨幅|全部数量|全部涨幅|"
               u"自定义数量|自定义涨幅|自定义天数"_s);
-    EXPECT_EQ(row(rankingGrid_, 1), u"1|2026-11-24|白酒|5|3.00|80|1000.00|20|-7.00|7"_s);
-    EXPECT_EQ(colours(rankingGrid_, 3), u"TSTFTRTR."_s) << "-0.5 is green, 0 is red";
+    EXPECT_EQ(rowText(grid_, 1), u"1|2026-11-24|白酒|5|3.00|80|1000.00|20|-7.00|7"_s);
+    EXPECT_EQ(colours(grid_, 3), u"TSTFTRTR."_s) << "-0.5 is green, 0 is red";
 }
 
 TEST_F(HeatRankingTest, AllShowsEveryItemOnceWithItsLatestDay) {
@@ -129,12 +107,12 @@ TEST_F(HeatRankingTest, AllShowsEveryItemOnceWithItsLatestDay) {
     addCompany(u"'2026-11-24 09:00:00','银行','新简称',1,0.0,1,0.0,1,0.0"_s);
     for (HeatRanking* ranking : {&themes_, &companies_}) {
         ranking->showRanking(true);
-        ASSERT_EQ(rankingGrid_.rows(), 4);
+        ASSERT_EQ(grid_.rows(), 4);
         const QString last = ranking == &themes_ ? u"2"_s : u"新简称"_s;
-        EXPECT_TRUE(row(rankingGrid_, 1).startsWith(u"1|2026-11-24|银行|"_s + last))
+        EXPECT_TRUE(rowText(grid_, 1).startsWith(u"1|2026-11-24|银行|"_s + last))
             << "the row written last on the latest day";
-        EXPECT_TRUE(row(rankingGrid_, 2).startsWith(u"2|2026-11-22|别题|"_s));
-        EXPECT_TRUE(row(rankingGrid_, 3).startsWith(u"3|2026-11-22|旧题|"_s));
+        EXPECT_TRUE(rowText(grid_, 2).startsWith(u"2|2026-11-22|别题|"_s));
+        EXPECT_TRUE(rowText(grid_, 3).startsWith(u"3|2026-11-22|旧题|"_s));
     }
 }
 
@@ -145,11 +123,10 @@ TEST_F(HeatRankingTest, APressShowsTheHistoryInWhichTheSentinelReadsNone) {
     ASSERT_TRUE(themes_.choose(1));
     const QList<DayValues> days = themes_.showHistory();
     EXPECT_EQ(globals_.dangqianzhuti, u"银行"_s);
-    EXPECT_EQ(row(historyGrid_, 1), u"1|2026-11-24|银行|12|20.00|300|无|40|0.00|7"_s);
+    EXPECT_EQ(rowText(historyGrid_, 1), u"1|2026-11-24|银行|12|20.00|300|无|40|0.00|7"_s);
     EXPECT_EQ(historyGrid_.cellForeColor(1, 6), riseColour);
-    EXPECT_EQ(row(historyGrid_, 2), u"2|2026-11-23|银行|1000|无|100|-1.00|1000|1000.50|7"_s)
+    EXPECT_EQ(rowText(historyGrid_, 2), u"2|2026-11-23|银行|1000|无|100|-1.00|1000|1000.50|7"_s)
         << "only the growths, and only 1000 itself";
-    ASSERT_EQ(days.size(), 2);
     EXPECT_EQ(days.first().day, QDate(2026, 11, 23));
     EXPECT_EQ(days.last().words, u"2026-11-24  一日 12  全部 300  自定义 40"_s);
     EXPECT_EQ(days.last().values, QList<double>({12, 300, 40}));
@@ -159,12 +136,12 @@ TEST_F(HeatRankingTest, APressShowsTheHistoryInWhichTheSentinelReadsNone) {
 TEST_F(HeatRankingTest, ARankingThatCannotBeReadLeavesAnEmptyGrid) {
     addTheme(u"'2026-11-24','银行',1,1.0,1,3.0,1,1.0"_s);
     themes_.showRanking(false);
-    run(u"alter table xinwenshul rename to other"_s);
-    run(u"create view xinwenshul as select riqi,zhutiname from other"_s);
+    runHeat(u"alter table xinwenshul rename to other"_s);
+    runHeat(u"create view xinwenshul as select riqi,zhutiname from other"_s);
     EXPECT_THROW(themes_.showRanking(false), StoreError);
-    EXPECT_EQ(rankingGrid_.rows(), 1);
+    EXPECT_EQ(grid_.rows(), 1);
     companies_.showRanking(true);
-    EXPECT_EQ(rankingGrid_.rows(), 1) << "nothing is collected yet";
+    EXPECT_EQ(grid_.rows(), 1) << "nothing is collected yet";
     EXPECT_FALSE(companies_.choose(1));
 }
 
@@ -172,34 +149,35 @@ TEST_F(HeatRankingTest, TheColumnsOfACompanyTakeTheColoursOfTheirNeighbours) {
     addCompany(u"'2026-11-23 10:00:00','SH600000','浦发银行',1,1.0,1,1.0,1,1.0"_s);
     addCompany(u"'2026-11-24 10:00:00','SH600000','浦发银行',1000,1000.0,-3,-2.0,40,-5.0"_s);
     companies_.showRanking(false);
-    EXPECT_EQ(row(rankingGrid_, 1),
+    EXPECT_EQ(rowText(grid_, 1),
               u"1|2026-11-24|SH600000|浦发银行|1000|1000.00|-3|-2.00|40|-5.00|7"_s);
     ASSERT_TRUE(companies_.choose(1));
     companies_.showHistory();
     EXPECT_EQ(globals_.dangqiangongsi, u"SH600000"_s);
     EXPECT_EQ(globals_.dangqianzhuti, QString());
-    EXPECT_EQ(row(historyGrid_, 1),
+    EXPECT_EQ(rowText(historyGrid_, 1),
               u"1|2026-11-24|SH600000|浦发银行|无|1000.00|-3|-2.00|40|-5.00|7"_s)
         << "a count of 1000 reads as none, its growth stays";
     EXPECT_EQ(colours(historyGrid_, 1), u"TSTRTFTR.."_s);
     addCompany(u"'2026-11-25','','空名',1,1.0,1,3.0,1,1.0"_s);
     addCompany(u"'2026-11-25','SH600519','贵州茅台',1,1.0,1,1.0,1,1.0"_s);
     companies_.showRanking(false);
-    EXPECT_EQ(findHeatRow(rankingGrid_, u" 519 "_s), 2);
-    EXPECT_EQ(findHeatRow(rankingGrid_, {}), 2) << "the first that isn't empty";
-    EXPECT_EQ(findHeatRow(rankingGrid_, u"茅台"_s), std::nullopt) << "codes, not names";
+    EXPECT_EQ(findHeatRow(grid_, u" 519 "_s), 2);
+    EXPECT_EQ(findHeatRow(grid_, {}), 2) << "the first that isn't empty";
+    EXPECT_EQ(findHeatRow(grid_, u"茅台"_s), std::nullopt) << "codes, not names";
 }
 
 TEST_F(HeatRankingTest, TheDayOfTheCommoditiesIsThatOfTheirHistoryOrToday) {
-    run(u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi,zongfen,zhangfu,zhangzi)"
+    runHeat(
+        u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi,zongfen,zhangfu,zhangzi)"
         u" values('铜',18,'SH601899','2026-11-24 09:00:00',-3.5,2.0,-1),"
         u"('铝',9,'SH601600','2026-11-20 09:00:00',8.0,-1.0,4)"_s);
     const auto shown = [this](bool all) {
         commodities_.showRanking(all);
-        return columnTexts(rankingGrid_, 2).mid(1);
+        return columnTexts(grid_, 2).mid(1);
     };
     EXPECT_EQ(shown(false), QStringList{u"铜"_s}) << "collected on the clock's day";
-    EXPECT_EQ(colours(rankingGrid_, 1), u"TSTFRRRRRFFFF."_s);
+    EXPECT_EQ(colours(grid_, 1), u"TSTFRRRRRFFFF."_s);
     EXPECT_EQ(shown(true), QStringList({u"铝"_s, u"铜"_s}));
     addCommodityDay(u"铝"_s, 20);
     EXPECT_EQ(shown(false), QStringList{u"铝"_s});
@@ -209,9 +187,9 @@ TEST_F(HeatRankingTest, TheDayOfTheCommoditiesIsThatOfTheirHistoryOrToday) {
     EXPECT_FALSE(commodities_.choose(0)) << "the header";
     ASSERT_TRUE(commodities_.choose(1));
     EXPECT_EQ(globals_.dangqianshangpin, u"铝"_s);
-    EXPECT_EQ(rankingGrid_.toolTipText(), u"SH601600"_s);
+    EXPECT_EQ(grid_.toolTipText(), u"SH601600"_s);
     const QList<DayValues> days = commodities_.showHistory();
-    EXPECT_EQ(row(historyGrid_, 2), u"2|2026-11-20|铝|9.50|1000.00|1|4|2|-3|5|8|6|7"_s)
+    EXPECT_EQ(rowText(historyGrid_, 2), u"2|2026-11-20|铝|9.50|1000.00|1|4|2|-3|5|8|6|7"_s)
         << "no growth reads as none here";
     EXPECT_EQ(colours(historyGrid_, 1), u"TSTRTRTFRRRR"_s);
     EXPECT_EQ(days.last().words, u"2026-11-25  上涨 4  下跌 26  总分 9.5"_s);
@@ -230,33 +208,6 @@ TEST_F(HeatRankingTest, TheSearchPageIsThatOfTheCurrentItem) {
         globals_.*it.ranking.subject().current = it.item;
         it.ranking.openSearchPage(u"http://x/?q=tihuandm"_s);
         EXPECT_EQ(shell_.opened.takeLast(), u"http://x/?q="_s + it.words);
-    }
-}
-
-// No statement may scan years of counts; the list of commodities is short.
-TEST_F(HeatRankingTest, TheStatementsFindTheirRowsByIndexes) {
-    addTheme(u"'2026-11-24','银行',1,1.0,1,3.0,1,1.0"_s);
-    addCompany(u"'2026-11-24','SH600000','浦发银行',1,1.0,1,3.0,1,1.0"_s);
-    run(u"insert into shopname(shopname,riqi) values('铜','2026-11-24')"_s);
-    addCommodityDay(u"铜"_s, 24);
-    const StatementLog log;
-    for (HeatRanking* ranking : {&themes_, &companies_, &commodities_}) {
-        ranking->showRanking(true);
-        ranking->showRanking(false);
-        ranking->choose(1);
-        ranking->showHistory();
-    }
-    QStringList statements = StatementLog::statements().filter(u"date(riqi)"_s);
-    statements.removeIf([](const QString& it) { return it.contains(u"from shopname"_s); });
-    statements.removeDuplicates();
-    const QRegularExpression scanOfAll(u"SCAN (TABLE )?(xinwenshul|gongsixinwen|shophq)$"_s);
-    EXPECT_EQ(statements.size(), 10) << "four of each ranking of news, two of shophq";
-    for (const QString& statement : statements) {
-        const QStringList plan = TestStores::rows(
-            store_.stores.heat, u"explain query plan "_s + statement.section(u": "_s, 1));
-        EXPECT_FALSE(plan.filter(u"USING"_s).isEmpty());
-        EXPECT_TRUE(plan.filter(scanOfAll).isEmpty()) << statement.toStdString() << '\n'
-                                                      << plan.join(u'\n').toStdString();
     }
 }
 
