@@ -93,9 +93,4 @@ TEST_F(PracticeHistoryTest, SomeStocksFallBehindAThemeDay) {
     EXPECT_GT(fallen, 10) << "by 7 % within two days";
 }
 
-TEST_F(PracticeHistoryTest, WithoutALargeThemeNoStockSurges) {
-    const PracticeHistory calm = practiceHistory(quotes_, library().first(7), today_);
-    EXPECT_TRUE(std::ranges::none_of(calm.days, isLimit));
-}
-
 }  // namespace guanchao

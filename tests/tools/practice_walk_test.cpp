@@ -32,19 +32,6 @@ TEST(PracticeWalkTest, OutsideTheTradingHoursTheLastMomentStands) {
     }
 }
 
-TEST(PracticeWalkTest, NoPriceLeavesTheLimitOfItsDay) {
-    for (quint64 key = 1; key <= 20; ++key) {
-        for (QDate day(2026, 1, 1); day < QDate(2026, 4, 1); day = day.addDays(1)) {
-            const TradingMoment moment = tradingMoment(day.startOfDay());
-            const DayPrices prices = dayPrices(key, 300, 9000, moment);
-            EXPECT_LT(10 * prices.high, 11 * prices.formerClose);
-            EXPECT_GT(10 * prices.low, 9 * prices.formerClose);
-            EXPECT_LE(prices.low, std::min(prices.open, prices.last));
-            EXPECT_GE(prices.high, std::max(prices.open, prices.last));
-        }
-    }
-}
-
 // So that a monitor above 5 % fires within a minute: polls come every 20 seconds.
 TEST(PracticeWalkTest, ThreePollsOfALivelyMarketFindEachThemeUpAndDown) {
     const DayPrices day{.formerClose = 1000, .open = 1000, .last = 1000, .high = 1010, .low = 990};
