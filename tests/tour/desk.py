@@ -174,9 +174,6 @@ class Market:
         new.write_text(f"{DAY} 10:00:{second:02}\n")
         new.replace(self.clock)
 
-    def last_price(self, code):
-        return self.prices(code)[1]
-
     def prices(self, code):
         """The former close and the last price."""
         with directly.open(f"{self.host}/list={code.lower()}") as reply:

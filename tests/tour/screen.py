@@ -73,11 +73,9 @@ class Screen:
         self.display.sync()
 
     def frame(self, title):
-        return self.wait(f"the frame {title}", lambda: self.frame_now(title))
-
-    def frame_now(self, title):
-        return next((it for it in self.display.screen().root.query_tree().children
-                     if self.title_of(it) == title), None)
+        return self.wait(f"the frame {title}", lambda: next(
+            (it for it in self.display.screen().root.query_tree().children
+             if self.title_of(it) == title), None))
 
     def title_of(self, window):
         title = window.get_full_property(self.display.intern_atom("_NET_WM_NAME"), 0)

@@ -2,50 +2,32 @@
 // row, the values separated by tabs. The file's name tells which key opens it.
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QMap>
 #include <QTextStream>
 
 #include "store/recordset.h"
 #include "store/stores.h"
 
-namespace {
-
-using guanchao::Recordset;
-
-QString keyOf(const QString& path) {
-    const guanchao::Stores stores = guanchao::storesIn({});
-    const QString name = QFileInfo(path).baseName();
-    if (name == QLatin1String("wenzhang")) {
-        return stores.article.key;
-    }
-    if (name == QLatin1String("caijiqi")) {
-        return stores.heat.key;
-    }
-    return name == QLatin1String("zhutibackup") ? stores.backupKey : stores.main.key;
-}
-
-void print(Recordset rows) {
-    QTextStream out(stdout);
-    for (; !rows.atEnd(); rows.moveNext()) {
-        QStringList values;
-        for (int field = 0; field < rows.fieldCount(); ++field) {
-            values << rows.value(field).toText();
-        }
-        out << values.join(u'\t') << '\n';
-    }
-}
-
-}  // namespace
+using namespace guanchao;
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3) {
-        QTextStream(stderr) << "usage: store_query FILE STATEMENT\n";
-        return 2;
-    }
+    const Stores stores = storesIn({});
+    const QMap<QString, QString> keys = {{QStringLiteral("wenzhang"), stores.article.key},
+                                         {QStringLiteral("caijiqi"), stores.heat.key},
+                                         {QStringLiteral("zhutibackup"), stores.backupKey}};
+    QTextStream out(stdout);
     try {
-        guanchao::Connection connection(arguments[1], keyOf(arguments[1]));
-        print(Recordset(connection, arguments[2]));
+        const QString path = arguments.value(1);
+        Connection connection(path, keys.value(QFileInfo(path).baseName(), stores.main.key));
+        for (Recordset rows(connection, arguments.value(2)); !rows.atEnd(); rows.moveNext()) {
+            QStringList values;
+            for (int field = 0; field < rows.fieldCount(); ++field) {
+                values << rows.value(field).toText();
+            }
+            out << values.join(u'\t') << '\n';
+        }
     } catch (const std::exception& failure) {
         QTextStream(stderr) << failure.what() << '\n';
         return 1;
