@@ -12,24 +12,20 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-class CollectorSettingsTest : public ::testing::Test {
-protected:
-    CollectorSettings read(const QString& text) {
-        QFile file(folder_.filePath(u"caijiqi.ini"_s));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(text.toUtf8());
-        file.close();
-        return readCollectorSettings(file.fileName());
-    }
+static CollectorSettings settingsOf(const QString& text) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"caijiqi.ini"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text.toUtf8());
+    file.close();
+    return readCollectorSettings(file.fileName());
+}
 
-    QTemporaryDir folder_;
-};
-
-TEST_F(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
-    const CollectorSettings standard = readCollectorSettings(folder_.filePath(u"missing"_s));
+TEST(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
+    const CollectorSettings standard = readCollectorSettings(u"/missing"_s);
     EXPECT_EQ(standard.onePeriod, u"&lm=1"_s);
     EXPECT_EQ(standard.retries, (QList<int>{10000, 60000, 300000}));
-    const CollectorSettings own = read(
+    const CollectorSettings own = settingsOf(
         u"[period]\none=&a\nall=&b\ncustom=&c\n[page]\nresults=(\\d+)\nnone=\n[weights]\n"
         u"baodie=-0.5\n[pace]\npause=0.5\nrandom=0\nretries=1,2.5\ngiveup=0\ntimeout=0.2\n"_s);
     EXPECT_EQ(own.onePeriod + own.allPeriod + own.customPeriod, u"&a&b&c"_s);
@@ -43,7 +39,7 @@ TEST_F(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
     EXPECT_EQ(own.timeoutSeconds, 1) << "without any a dead service would hold the run for good";
 }
 
-TEST_F(CollectorSettingsTest, ARefusedEntryIsNamed) {
+TEST(CollectorSettingsTest, ARefusedEntryIsNamed) {
     const struct {
         QString text;
         QString reason;
@@ -56,7 +52,7 @@ TEST_F(CollectorSettingsTest, ARefusedEntryIsNamed) {
     };
     for (const auto& it : cases) {
         try {
-            read(it.text);
+            settingsOf(it.text);
             ADD_FAILURE() << it.text.toStdString();
         } catch (const OperationError& failure) {
             EXPECT_EQ(failure.reason(), it.reason);

@@ -1,31 +1,16 @@
 #include "collector/collector_window.h"
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QLabel>
 #include <QProgressBar>
-#include <QPushButton>
 
 #include "collector/commodities_job.h"
-#include "grid/grid_view.h"
 #include "tests/house/accessible_names.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
+#include "tests/support/window_test.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-static CollectorSettings noPauses() {
-    CollectorSettings settings;
-    settings.pause = 0;
-    settings.randomPause = 0;
-    settings.retries.clear();
-    return settings;
-}
-
-class CollectorWindowTest : public ::testing::Test, protected TestEnvironment {
+class CollectorWindowTest : public WindowTest {
 protected:
     CollectorWindowTest() {
         int attention = 3;
@@ -39,13 +24,11 @@ protected:
         };
         collection_.begin();
         window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, job_.title());
+        form_ = window_.get();
+        window_->ended = [this] { ++ends_; };
     }
 
-    QPushButton& button(const QString& name) { return *window_->findChild<QPushButton*>(name); }
-    QString label(const QString& name) { return window_->findChild<QLabel*>(name)->text(); }
-    const ResultGrid& grid() {
-        return static_cast<const ResultGrid&>(*window_->findChild<GridView*>()->model());
-    }
+    const ResultGrid& items() { return gridOf(*window_->findChild<GridView*>()); }
 
     void letRun(qsizetype requests) {
         while (http_.paths.size() < requests) {
@@ -53,30 +36,31 @@ protected:
         }
     }
 
-    CollectorSettings settings_ = noPauses();
+    CollectorSettings settings_{
+        .allPeriod = {}, .weights = {}, .pause = 0, .randomPause = 0, .retries = {}};
     RunOrder order_{.day = clock_.now().date(), .yinqingurl = u"http://h/s?wd=tihuandm"_s};
     Pacing pacing_{settings_, [] { return 0.0; }};
     CommoditiesJob job_{stores_, order_, settings_, {}};
     Collection collection_{job_, stores_.heat, http_, clock_, pacing_};
     std::unique_ptr<CollectorWindow> window_;
+    int ends_ = 0;
 };
 
 TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
-    int ends = 0;
-    window_->ended = [&] { ++ends; };
     window_->show();
     window_->start();
     letRun(3);
-    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(ends_, 1);
     QStringList states;
-    for (int row = 1; row < grid().rows(); ++row) {
-        states << grid().textMatrix(row, 1) + grid().textMatrix(row, 2) + grid().textMatrix(row, 3);
+    for (int row = 1; row < items().rows(); ++row) {
+        states << items().textMatrix(row, 1) + items().textMatrix(row, 2) +
+                      items().textMatrix(row, 3);
     }
     EXPECT_EQ(states, (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到"_s, u"锌已写入"_s}));
     EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。\n跳过：铝"_s);
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
-    EXPECT_FALSE(button(u"stopButton"_s).isEnabled());
+    EXPECT_FALSE(button(u"stopButton"_s)->isEnabled());
     EXPECT_EQ(unnamedControls(*window_), QStringList());
     window_->close();
     EXPECT_TRUE(dialogs_.shown.isEmpty()) << "nothing is left to be stopped";
@@ -86,14 +70,14 @@ TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
     window_->show();
     window_->start();
     letRun(1);
-    button(u"pauseButton"_s).click();
+    click(u"pauseButton"_s);
     EXPECT_EQ(label(u"stateLabel"_s), u"已暂停：共 3 项，写入 1 项，跳过 0 项。"_s);
     QCoreApplication::processEvents();
     EXPECT_EQ(http_.paths.size(), 1);
     dialogs_.answer = false;
     window_->close();
     EXPECT_TRUE(window_->isVisible());
-    button(u"pauseButton"_s).click();
+    click(u"pauseButton"_s);
     letRun(2);
     dialogs_.answer = true;
     window_->close();
@@ -105,11 +89,9 @@ TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
 
 // The events of a request come from inside a step.
 TEST_F(CollectorWindowTest, ButtonsDuringARequestBeginNoOtherStepAndAStopIsNoFailure) {
-    int ends = 0;
-    window_->ended = [&] { ++ends; };
     http_.answer = [this](const QString&) -> std::optional<QByteArray> {
-        button(u"pauseButton"_s).click();
-        button(u"pauseButton"_s).click();
+        click(u"pauseButton"_s);
+        click(u"pauseButton"_s);
         EXPECT_EQ(http_.paths.size(), 1);
         dialogs_.answer = true;
         window_->close();
@@ -120,10 +102,10 @@ TEST_F(CollectorWindowTest, ButtonsDuringARequestBeginNoOtherStepAndAStopIsNoFai
     window_->start();
     letRun(1);
     QCoreApplication::processEvents();
-    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(ends_, 1);
     EXPECT_EQ(http_.paths.size(), 1);
     EXPECT_EQ(collection_.failures(), 0);
-    EXPECT_EQ(grid().textMatrix(1, 2), u"等待"_s);
+    EXPECT_EQ(items().textMatrix(1, 2), u"等待"_s);
 }
 
 }  // namespace guanchao

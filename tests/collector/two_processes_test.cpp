@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QProcess>
 #include <random>
 
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
@@ -14,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 // The collector as a process of its own on the practice market, while this one reads and writes the
 // same heat store.
-class TwoProcessesTest : public ::testing::Test {
+class TwoProcessesTest : public StoreTest {
 protected:
     static constexpr int themes = 60;
 
@@ -27,7 +24,7 @@ protected:
         write(u"services.ini"_s, u"[search]\nhost="_s + market_.host());
         // Without a further try a failure of any kind would skip its item.
         write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\n"_s);
-        heat(u"update canshu set yinqingurl='http://nowhere.invalid/s?wd=tihuandm'"_s);
+        runHeat(u"update canshu set yinqingurl='http://nowhere.invalid/s?wd=tihuandm'"_s);
     }
 
     void write(const QString& name, const QString& text) {
@@ -36,10 +33,7 @@ protected:
         file.write(text.toUtf8());
     }
 
-    void heat(const QString& statement) { store_.stores.heat.open().execute(statement); }
-    int number(const QString& query) {
-        return TestStores::rows(store_.stores.heat, query).first().toInt();
-    }
+    int number(const QString& query) { return heatRows(query).first().toInt(); }
 
     void start(QProcess& collector, const QString& word = u"zhuti"_s) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -59,7 +53,7 @@ protected:
         const int before = rowsOf(day);
         int written = 0;
         while (written < rows && !collector.waitForFinished(0)) {
-            heat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
+            runHeat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
             written = rowsOf(day) - before;
         }
         return written + before;
@@ -74,8 +68,7 @@ protected:
         killed.kill();
         killed.waitForFinished();
         EXPECT_GE(rowsOf(day), seen);
-        EXPECT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
-                  QStringList{u"ok"_s});
+        EXPECT_EQ(heatRows(u"pragma integrity_check"_s), QStringList{u"ok"_s});
     }
 
     void runWhole(const QString& day) {
@@ -87,7 +80,6 @@ protected:
             << whole.readAllStandardError().toStdString();
     }
 
-    TestStores store_;
     PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
                            [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
     QDate day_{2026, 11, 2};
@@ -99,14 +91,14 @@ TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
     const int rounds = 6;
     for (int round = 0; round < rounds; ++round) {
         const QString day = day_.addDays(round).toString(Qt::ISODate);
-        heat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
+        runHeat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
         killOnItsWay(day);
         runWhole(day);
         // A row that takes the place of a former one is never half done.
         QProcess again;
         start(again);
         for (int turn = 0; turn < 20; ++turn) {
-            heat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
+            runHeat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
             ASSERT_EQ(rowsOf(day), themes);
         }
         again.kill();
@@ -120,17 +112,15 @@ TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
     EXPECT_EQ(number(u"select count(*) from xinwenshul where allzhangfu=1000"_s), themes)
         << "only the first day has no base";
     EXPECT_EQ(number(u"select count(*) from shopname"_s), added_);
-    EXPECT_EQ(TestStores::rows(store_.stores.heat, u"pragma integrity_check"_s),
-              QStringList{u"ok"_s});
-    RecordProperty("written_beside_the_collector", added_);
+    EXPECT_EQ(heatRows(u"pragma integrity_check"_s), QStringList{u"ok"_s});
 }
 
 TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     write(u"services.ini"_s,
           u"[search]\nhost="_s + market_.host() + u"\n[quote]\nhost="_s + market_.host() + u"\n"_s);
     store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
-    heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
-    heat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
+    runHeat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
     const struct {
         QString word;
         int exitCode;
@@ -144,7 +134,7 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     };
     for (const auto& it : cases) {
         if (it.exitCode == 1) {
-            heat(u"update canshu set yinqingurl='nowhere'"_s);
+            runHeat(u"update canshu set yinqingurl='nowhere'"_s);
         }
         QProcess collector;
         start(collector, it.word);
@@ -161,7 +151,7 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
 
 TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
     write(u"caijiqi.ini"_s, u"[pace]\npause=0.3\nrandom=0\n"_s);
-    heat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    runHeat(u"update canshu set today='2026-11-02 00:00:00'"_s);
     QProcess first;
     start(first);
     meddleUntil(first, u"2026-11-02"_s, 1);
@@ -170,7 +160,7 @@ TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRu
     ASSERT_TRUE(second.waitForFinished());
     EXPECT_EQ(second.exitCode(), 1);
     EXPECT_TRUE(QString::fromUtf8(second.readAllStandardError()).contains(u"采集程序已在运行"_s));
-    heat(u"update canshu set mainisrun=0"_s);
+    runHeat(u"update canshu set mainisrun=0"_s);
     ASSERT_TRUE(first.waitForFinished());
     const QString said = QString::fromUtf8(first.readAllStandardOutput());
     EXPECT_TRUE(said.startsWith(u"主程序已退出，采集结束："_s)) << said.toStdString();
