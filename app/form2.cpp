@@ -18,7 +18,6 @@
 #include "research/form24.h"
 #include "store/failure.h"
 #include "ui_form2.h"
-#include "utilities/version_check.h"
 
 namespace guanchao {
 
@@ -52,7 +51,9 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                  environment.failures, desktop_.sound,
                  [this] { return alarmView_->showMonitors(); }),
       exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
-      backupExport_(environment.stores, environment.dialogs, exchangeRun_) {
+      backupExport_(environment.stores, environment.dialogs, exchangeRun_),
+      versionCheck_(environment.globals, environment.services.vendor, environment.client,
+                    environment.dialogs, environment.shell) {
     setUpControls();
     arrangeGrids();
     buildMenus();
@@ -363,8 +364,10 @@ void Form2::showSound(const QString& file) {
 
 void Form2::Timer4_Timer() {
     Timer4_.stop();
-    checkVersion(windowTitle(), environment_.globals, environment_.services.vendor,
-                 environment_.http, environment_.dialogs, environment_.shell);
+    if (!versionChecks_.running()) {
+        versionChecks_.start(
+            [this](std::stop_token stop) { return versionCheck_.run(windowTitle(), stop); });
+    }
 }
 
 void Form2::closeEvent(QCloseEvent* event) {
@@ -410,6 +413,7 @@ void Form2::hideToTray() {
 
 void Form2::endProgram() {
     quoteRuns_.stop();
+    versionChecks_.stop();
     if (exchangeRun_.running()) {
         endAfterExchange_ = true;
         exchangeRun_.cancel();

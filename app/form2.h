@@ -22,6 +22,7 @@
 #include "themes/theme_commands.h"
 #include "themes/theme_table.h"
 #include "themes/watchlist.h"
+#include "utilities/version_check.h"
 
 namespace Ui {
 class Form2;
@@ -117,6 +118,7 @@ private:
     AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;
+    VersionCheck versionCheck_;
     PickerBox* picker_ = nullptr;
     AlarmView* alarmView_ = nullptr;
 
@@ -131,6 +133,7 @@ private:
     bool endAfterExchange_ = false;
 
     Runs quoteRuns_{environment_.failures};
+    Runs versionChecks_{environment_.failures};
 };
 
 }  // namespace guanchao

@@ -1,6 +1,7 @@
 #include "utilities/version_check.h"
 
 #include "base/files.h"
+#include "base/later.h"
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
@@ -26,17 +27,19 @@ double versionInCaption(const QString& caption) {
     return numericPrefix(QStringView(inside).sliced(inside.isEmpty() ? 0 : 1));
 }
 
-void checkVersion(const QString& caption, const Globals& globals, const Service& vendor, Http& http,
-                  Dialogs& dialogs, Shell& shell) {
-    const std::optional<QByteArray> body = http.get(vendor, u"/chaoxin/banbenupdate.txt"_s);
-    const QString path = globals.yingyongmulu + u"banben.ini"_s;
-    if (!body || !tryToReplaceFile(path, textFromUtf8OrGbk(*body).toUtf8())) {
-        return;
+// The program may end while the box stands.
+QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
+    const QString file = u"/chaoxin/banbenupdate.txt"_s;
+    const HttpReply reply = co_await http_.get(vendor_, file, stop);
+    const QString path = globals_.yingyongmulu + u"banben.ini"_s;
+    if (!reply.answered() || !tryToReplaceFile(path, textFromUtf8OrGbk(reply.body).toUtf8())) {
+        co_return;
     }
     const IniFile ini(path);
     if (numericPrefix(entry(ini, u"banben"_s)) > versionInCaption(caption)) {
-        dialogs.tell(u"发现软件有新的版本，请前去下载！"_s);
-        shell.open(entry(ini, u"downurl"_s));
+        dialogs_.tell(u"发现软件有新的版本，请前去下载！"_s);
+        endIfStopped(stop);
+        shell_.open(entry(ini, u"downurl"_s));
     }
 }
 

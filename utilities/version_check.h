@@ -1,11 +1,13 @@
 // The check for a newer version of the program: silent unless there is one.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QString>
+#include <stop_token>
 
 #include "base/globals.h"
 #include "platform/dialogs.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 #include "platform/shell.h"
 
 namespace guanchao {
@@ -14,9 +16,22 @@ namespace guanchao {
 // if there is none.
 double versionInCaption(const QString& caption);
 
-// Downloads the version file of the vendor's site into banben.ini of the application folder. If it
-// names a higher version than the caption, says so and opens its download page.
-void checkVersion(const QString& caption, const Globals& globals, const Service& vendor, Http& http,
-                  Dialogs& dialogs, Shell& shell);
+class VersionCheck {
+public:
+    VersionCheck(const Globals& globals, const Service& vendor, HttpClient& http, Dialogs& dialogs,
+                 Shell& shell)
+        : globals_(globals), vendor_(vendor), http_(http), dialogs_(dialogs), shell_(shell) {}
+
+    // Downloads the version file of the vendor's site into banben.ini of the application folder. If
+    // it names a higher version than the caption, says so and opens its download page.
+    QCoro::Task<> run(QString caption, std::stop_token stop);
+
+private:
+    const Globals& globals_;
+    const Service& vendor_;
+    HttpClient& http_;
+    Dialogs& dialogs_;
+    Shell& shell_;
+};
 
 }  // namespace guanchao

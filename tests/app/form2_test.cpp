@@ -9,11 +9,13 @@
 #include <QToolButton>
 #include <utility>
 
+#include "platform/qt_http_client.h"
 #include "research/form24.h"
 #include "tests/kept_folder/kept_folder.h"
 #include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/quote_reply.h"
+#include "tests/support/raw_service.h"
 #include "tests/support/test_environment.h"
 
 namespace guanchao {
@@ -470,6 +472,45 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
     EXPECT_EQ(dialogs_.shown.sliced(2),
               QStringList({u"观潮台|软件初始化的作用是注册必要的DLL和控件。"_s,
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
+}
+
+TEST_F(Form2Test, AVendorThatIsDeadOrSilentIsNeverNoticed) {
+    RawService vendor;
+    http_.client = std::make_unique<QtHttpClient>();
+    services_.vendor = vendor.service();
+    timer(u"Timer4"_s)->setInterval(1);
+    const auto checkBegins = [&](const ServiceManner& manner) {
+        bool asked = false;
+        vendor.answer = [&](QTcpSocket& socket) {
+            asked = true;
+            manner.answer(socket);
+        };
+        // Again and again: it is refused while the check before it is under way.
+        const bool begun = QTest::qWaitFor([&] {
+            trigger(u"查看新版本"_s);
+            return asked;
+        });
+        timer(u"Timer4"_s)->stop();
+        vendor.answer = manner.answer;
+        return begun;
+    };
+    for (const ServiceManner& it : hangingUp) {
+        EXPECT_TRUE(checkBegins(it)) << it.what;
+    }
+    for (const ServiceManner& it : neverDone) {
+        load();
+        EXPECT_TRUE(checkBegins(it)) << it.what;
+        const int before = vendor.hangUps;
+        trigger(u"tuopanexit"_s);
+        EXPECT_EQ(std::exchange(processes_.ended, {}).size(), 2);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return vendor.hangUps > before; })) << "it is broken off";
+    }
+    EXPECT_EQ(dialogs_.shown, QStringList());
+    const QByteArray newer = "[chaoxin]\nbanben=9\ndownurl=http://x/\n";
+    EXPECT_TRUE(checkBegins(
+        {"answers", [&](QTcpSocket& socket) { socket.write(httpHead(newer.size()) + newer); }}));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !shell_.opened.isEmpty(); }));
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|发现软件有新的版本，请前去下载！"_s});
 }
 
 TEST_F(Form2Test, TheExitEntryShutsDownAlsoWhileTheCloseQuestionStands) {

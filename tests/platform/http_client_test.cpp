@@ -2,15 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTest>
-#include <QTimer>
 
 #include "base/later.h"
 #include "base/runs.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/raw_service.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
@@ -18,32 +16,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 using Outcome = HttpReply::Outcome;
-
-// A service that accepts and then does what the test says, over a real loopback connection.
-class RawService {
-public:
-    RawService() {
-        server_.listen(QHostAddress::LocalHost);
-        QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
-            QTcpSocket* socket = server_.nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
-                requests += QString::fromUtf8(socket->readAll());
-                answer(*socket);
-            });
-            QObject::connect(socket, &QTcpSocket::disconnected, &server_, [this] { ++hangUps; });
-        });
-    }
-    Service service(int timeoutSeconds = 0) const {
-        return {u"http://127.0.0.1:"_s + QString::number(server_.serverPort()), {}, timeoutSeconds};
-    }
-
-    QString requests;
-    int hangUps = 0;
-    std::function<void(QTcpSocket&)> answer = [](QTcpSocket&) {};
-
-private:
-    QTcpServer server_;
-};
 
 static const QByteArray nothing = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n";
 
@@ -105,16 +77,9 @@ TEST_F(HttpClientTest, SendsPathsAsTheyAreAndTheRefererOfItsServiceOnly) {
 }
 
 TEST_F(HttpClientTest, ATimeOutIsThatOfTheWholeRequest) {
-    QTimer drips;
-    for (const bool dripping : {false, true}) {
-        raw_.answer = [&](QTcpSocket& socket) {
-            socket.write("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
-            if (dripping) {
-                drips.callOnTimeout(&socket, [&socket] { socket.write("."); });
-                drips.start(20);
-            }
-        };
-        EXPECT_EQ(get(raw_.service(1), u"/"_s).outcome, Outcome::silent) << dripping;
+    for (const ServiceManner& it : neverDone) {
+        raw_.answer = it.answer;
+        EXPECT_EQ(get(raw_.service(1), u"/"_s).outcome, Outcome::silent) << it.what;
     }
     EXPECT_TRUE(QTest::qWaitFor([this] { return raw_.hangUps == 2; })) << "nothing is left open";
 }

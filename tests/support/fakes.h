@@ -126,6 +126,10 @@ public:
             onGet();
         }
         endIfStopped(stop);
+        if (client) {
+            const HttpReply reply = co_await client->get(service, path, stop);
+            co_return reply;
+        }
         if (gate) {
             co_await gate->orStop(stop);
         }
@@ -136,8 +140,9 @@ public:
         co_return HttpReply{HttpReply::Outcome::answered, 200, *body};
     }
 
-    std::function<void()> onGet;        // what happens while a request is under way
-    std::shared_ptr<Later<bool>> gate;  // the next request waits for it
+    std::unique_ptr<HttpClient> client;  // a real one, for a service at a real address
+    std::function<void()> onGet;         // what happens while a request is under way
+    std::shared_ptr<Later<bool>> gate;   // the next request waits for it
     QStringList paths;
     QStringList addresses;  // with the host of the service
     std::function<std::optional<QByteArray>(const QString& path)> answer;

@@ -25,10 +25,12 @@ struct VersionChecked {
         Globals globals;
         globals.yingyongmulu = folder.path() + below;
         http.answer = [&](const QString&) { return reply; };
-        checkVersion(u"观潮台(V3.7)"_s, globals, Service(), http, dialogs, shell);
+        VersionCheck check(globals, vendor, http, dialogs, shell);
+        QCoro::waitFor(check.run(u"观潮台(V3.7)"_s, {}));
     }
 
     QTemporaryDir folder;
+    Service vendor;
     FakeHttp http;
     FakeDialogs dialogs;
     FakeShell shell;
