@@ -55,7 +55,7 @@ private:
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
-    MeanVolume meanVolume_{http_, services_.history, clock_};
+    MeanVolume meanVolume_{client_, services_.history, clock_};
 
     OpenWindows openWindows_;
     KeepingDialogs keepingDialogs_{dialogs_, openWindows_};

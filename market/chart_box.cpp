@@ -9,7 +9,7 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-ChartBox::ChartBox(QWidget* parent) : QFrame(parent), words_(u"正在载入走势图…"_s) {
+ChartBox::ChartBox(QWidget* parent) : QFrame(parent) {
     setFrameShape(QFrame::StyledPanel);
 }
 
@@ -18,7 +18,11 @@ void ChartBox::showPicture(const std::optional<QByteArray>& bytes) {
     if (bytes) {
         picture_.loadFromData(*bytes);
     }
-    words_ = picture_.isNull() ? u"没有走势图"_s : QString();
+    update();
+}
+
+void ChartBox::setLoading(bool loading) {
+    isLoading_ = loading;
     update();
 }
 
@@ -27,7 +31,10 @@ void ChartBox::paintEvent(QPaintEvent* event) {
     painter.fillRect(contentsRect(), Qt::black);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(contentsRect(), picture_);
-    painter.drawText(contentsRect(), Qt::AlignCenter, words_);
+    if (picture_.isNull()) {
+        painter.drawText(contentsRect(), Qt::AlignCenter,
+                         isLoading_ ? u"正在载入走势图…"_s : u"没有走势图"_s);
+    }
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(contentsRect().adjusted(0, 0, -1, -1));

@@ -1,4 +1,5 @@
-// A box with a chart picture, painted over its full size; without a picture it says so.
+// A box with a chart picture, painted over its full size; without a picture it says so. The first
+// picture is on its way.
 #pragma once
 
 #include <QFrame>
@@ -16,6 +17,9 @@ public:
     // The bytes as the service sent them; nothing, or what is no picture, leaves the box empty.
     void showPicture(const std::optional<QByteArray>& bytes);
 
+    // A box without a picture says whether one is on its way.
+    void setLoading(bool loading);
+
     QSize sizeHint() const override { return minimumSize(); }
 
 signals:
@@ -31,7 +35,7 @@ protected:
 
 private:
     QPixmap picture_;
-    QString words_;
+    bool isLoading_ = true;
     bool isDown_ = false;  // the left button, since it was pressed here
 };
 

@@ -15,6 +15,7 @@ namespace {
 constexpr int mostCandidates = 30;
 
 const QString noFigure = u"--"_s;
+const QString loadingWords = u"正在读取…"_s;
 
 void setColour(QLabel& label, Colour colour) {
     QPalette palette = label.palette();
@@ -47,8 +48,9 @@ Form21::Form21(Environment& environment, Windows& windows)
       environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form21>()),
-      quotes_(environment.globals, environment.clock, environment.http, environment.services,
-              environment.meanVolume, environment.dialogs, environment.shell, *this) {
+      quotes_(environment.globals, environment.clock, environment.client, environment.services,
+              environment.meanVolume, environment.dialogs, environment.failures, environment.shell,
+              *this) {
     ui_->setupUi(this);
     asks_ = bookLabels(u"ask"_s);
     bids_ = bookLabels(u"bid"_s);
@@ -77,6 +79,7 @@ Form21::Book Form21::bookLabels(const QString& side) const {
 void Form21::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form21::Command1_Click);
     connect(picker_, &PickerBox::chosen, this, &Form21::Command1_Click);
+    connect(ui_->stopRun, &QPushButton::clicked, this, [this] { quotes_.stop(); });
     // Queued: a message may stand at the end, and the list is closed by then.
     connect(ui_->Combo1, &QComboBox::activated, this, &Form21::Combo1_Click, Qt::QueuedConnection);
     connect(ui_->Combo2, &QComboBox::activated, this, &Form21::Combo2_Click, Qt::QueuedConnection);
@@ -104,6 +107,7 @@ void Form21::Form_Load() {
     ui_->Text7->setText(opening.dm);
     ui_->Label5->setText(opening.jc);
     picker_->hideList();
+    showState();
 }
 
 // The first requests wait until the window is on the screen.
@@ -136,9 +140,14 @@ void Form21::Picture1_MouseDown(Qt::MouseButton button, const QPoint& place) {
     picker_->hideList();
     if (button == Qt::RightButton) {
         environment_.globals.dangqiandm = trimBlanks(ui_->Text7->text());
-        environment_.globals.dangqianjc = trimBlanks(ui_->Label5->text());
+        environment_.globals.dangqianjc = shownName();
         kuaimenu_.popup(place);
     }
+}
+
+QString Form21::shownName() const {
+    const QString name = trimBlanks(ui_->Label5->text());
+    return name == loadingWords ? QString() : name;
 }
 
 void Form21::F10资料_Click() {
@@ -190,8 +199,15 @@ void Form21::showChart(QuoteChart chart, const std::optional<QByteArray>& pictur
 }
 
 void Form21::clearStock() {
-    setWindowTitle(u"分时行情"_s);
+    clearFigures();
+    showFundamentals({noFigure, noFigure, noFigure, noFigure});
     ui_->Label5->clear();
+    ui_->Picture1->showPicture({});
+    ui_->Picture2->showPicture({});
+}
+
+void Form21::clearFigures() {
+    setWindowTitle(u"分时行情"_s);
     for (QLabel* label :
          {ui_->stockOpen, ui_->stockFormerClose, ui_->stockLatest, ui_->stockHigh, ui_->stockLow,
           ui_->stockGain, ui_->stockSwing, ui_->stockVolume, ui_->stockAmount, ui_->stockDay,
@@ -242,6 +258,7 @@ void Form21::showBook(const Book& book, const std::array<BookLevel, bookLevels>&
 }
 
 void Form21::showNoStock(const QString& words) {
+    clearFigures();
     ui_->Label5->setText(words);
 }
 
@@ -253,6 +270,7 @@ void Form21::clearHomeIndex() {
     }
     ui_->indexChangeCaption->setPalette({});
     ui_->indexGainCaption->setPalette({});
+    ui_->Picture5->showPicture({});
 }
 
 void Form21::showHomeIndex(const HomeIndexPanel& panel) {
@@ -283,6 +301,7 @@ void Form21::clearWorldIndex() {
     for (QLabel* label : {ui_->worldName, ui_->worldIndex, ui_->worldChange, ui_->worldGain}) {
         clearFigure(*label);
     }
+    ui_->Picture3->showPicture({});
 }
 
 void Form21::showWorldIndex(const WorldIndexPanel& panel) {
@@ -292,13 +311,55 @@ void Form21::showWorldIndex(const WorldIndexPanel& panel) {
     ui_->worldGain->setText(panel.gain);
 }
 
-void Form21::setPolling(bool on) {
+// The place of a name that is not there says so.
+void Form21::setLoading(QuotePart part, bool loading) {
+    struct Place {
+        QLabel& name;
+        QString empty;
+        QList<ChartBox*> charts;
+    };
+    const Place place =
+        part == QuotePart::stock       ? Place{*ui_->Label5, {}, {ui_->Picture1, ui_->Picture2}}
+        : part == QuotePart::homeIndex ? Place{*ui_->indexName, noFigure, {ui_->Picture5}}
+                                       : Place{*ui_->worldName, noFigure, {ui_->Picture3}};
+    if (place.name.text() == (loading ? place.empty : loadingWords)) {
+        place.name.setText(loading ? loadingWords : place.empty);
+    }
+    for (ChartBox* chart : place.charts) {
+        chart->setLoading(loading);
+    }
+    if (loading) {
+        loading_.insert(part);
+    } else {
+        loading_.remove(part);
+    }
+    showState();
+}
+
+void Form21::setPolling(bool on, const QString& lack) {
     if (on) {
         Timer2_.start();
     } else {
         Timer2_.stop();
     }
-    ui_->pollState->setText(on ? u"交易时段内每4秒更新"_s : u"更新已停止，点“查询”重新开始"_s);
+    polling_ = on ? u"交易时段内每4秒更新"_s : u"更新已停止，点“查询”重新开始"_s;
+    if (!lack.isEmpty()) {
+        polling_.prepend(lack + u"；"_s);
+    }
+    showState();
+}
+
+void Form21::showState() {
+    ui_->pollState->setText(loading_.isEmpty() ? polling_ : loadingWords);
+    ui_->stopRun->setVisible(!loading_.isEmpty());
+}
+
+void Form21::reject() {
+    if (loading_.isEmpty()) {
+        QDialog::reject();
+    } else {
+        quotes_.stop();
+    }
 }
 
 }  // namespace guanchao

@@ -1,11 +1,14 @@
 // Form21, "分时行情": one stock live, with its two charts, five asks and bids and derived figures,
 // and two index panels. Table dmb, for the candidates; the quote, chart, news and history services
-// and read.ini. The rules are in LiveQuotes. It takes dangqiandm and dangqianjc over at its load.
+// and read.ini. The rules are in LiveQuotes. Nothing waits for a service: the window works while it
+// loads, says so where it does, and can stop it. It takes dangqiandm and dangqianjc over at its
+// load.
 #pragma once
 
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QSet>
 #include <QTimer>
 #include <array>
 #include <memory>
@@ -27,6 +30,10 @@ class Form21 : public QDialog, private QuoteScreen {
 public:
     Form21(Environment& environment, Windows& windows);
     ~Form21() override;
+
+public slots:
+    // Esc ends what is loading before it closes the window.
+    void reject() override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -52,7 +59,11 @@ private:
     void showNoHomeIndex(const QString& words) override;
     void clearWorldIndex() override;
     void showWorldIndex(const WorldIndexPanel& panel) override;
-    void setPolling(bool on) override;
+    void setLoading(QuotePart part, bool loading) override;
+    void setPolling(bool on, const QString& lack) override;
+    void showState();
+    QString shownName() const;
+    void clearFigures();
 
     void Form_Load();
     void Command1_Click();
@@ -66,7 +77,6 @@ private:
     Environment& environment_;
     Windows& windows_;
     std::unique_ptr<Ui::Form21> ui_;
-    LiveQuotes quotes_;
     Book asks_;
     Book bids_;
     PickerBox* picker_ = nullptr;
@@ -74,6 +84,10 @@ private:
     QTimer Timer1_;   // once after the load and after 刷新
     QTimer Timer2_;   // from the end of a poll to the next
     bool painted_ = false;
+    QSet<QuotePart> loading_;
+    QString polling_ = QStringLiteral("正在读取…");  // whether and when the figures come again
+
+    LiveQuotes quotes_;
 };
 
 }  // namespace guanchao

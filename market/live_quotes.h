@@ -1,28 +1,34 @@
 // What the stock quote window does: the opening, the query of a stock, its polls and those of the
 // domestic index, the two messages. Asks the quote, chart, news and history services; writes the
-// code last queried to read.ini in the application folder. Bad replies raise OperationError and
-// leave the polling off, as do quotes that could not be had.
+// code last queried to read.ini in the application folder. Nothing waits for a service: the stock
+// and the two indexes are read beside each other, and what is read anew replaces what is under way.
+// Bad replies are reported and leave the polling off, as do quotes that could not be had.
 #pragma once
 
 #include <QByteArray>
+#include <QCoro/QCoroTask>
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <stop_token>
 
+#include "base/activity.h"
 #include "base/globals.h"
+#include "base/runs.h"
 #include "market/fundamentals.h"
 #include "market/index_panels.h"
 #include "market/mean_volume.h"
 #include "market/stock_quote.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 #include "platform/services.h"
 #include "platform/shell.h"
 
 namespace guanchao {
 
 enum class QuoteChart { intraday, daily, homeIndex, worldIndex };
+enum class QuotePart { stock, homeIndex, worldIndex };
 
 // Where the results go as they come.
 class QuoteScreen {
@@ -32,9 +38,12 @@ public:
     virtual void showFundamentals(const FundamentalTexts& texts) = 0;
     // Nothing where the chart can't be had.
     virtual void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) = 0;
-    // Another one comes: nothing of the former stays.
+    // The part is on its way; what has not come when that ends won't come.
+    virtual void setLoading(QuotePart part, bool loading) = 0;
+    // Nothing of the former one stays, the charts neither.
     virtual void clearStock() = 0;
     virtual void showStock(const StockPanel& panel) = 0;
+    // The words instead of its figures.
     virtual void showNoStock(const QString& words) = 0;
     // Likewise, but for the ratio.
     virtual void clearHomeIndex() = 0;
@@ -42,15 +51,16 @@ public:
     virtual void showNoHomeIndex(const QString& words) = 0;
     virtual void clearWorldIndex() = 0;
     virtual void showWorldIndex(const WorldIndexPanel& panel) = 0;
-    // The timer of the polls, to begin anew or to stop.
-    virtual void setPolling(bool on) = 0;
+    // The timer of the polls, to begin anew or to stop; and what the last reading lacked, in words.
+    virtual void setPolling(bool on, const QString& lack) = 0;
 };
 
 // Messages come last in an operation: what stands under one is complete.
 class LiveQuotes {
 public:
-    LiveQuotes(Globals& globals, const Clock& clock, Http& http, const Services& services,
-               MeanVolume& meanVolume, Dialogs& dialogs, Shell& shell, QuoteScreen& screen);
+    LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http, const Services& services,
+               MeanVolume& meanVolume, Dialogs& dialogs, Failures& failures, Shell& shell,
+               QuoteScreen& screen);
 
     // Makes the folders and takes over the current stock; without one, the code last queried.
     struct Opening {
@@ -63,14 +73,18 @@ public:
     void showOpeningFundamentals();
 
     // The first query, the first entries of both indexes and the start of the polls. A bad reply to
-    // one of the three doesn't keep the others from the screen; it is raised at the end.
+    // one of the three doesn't keep the others from the screen; it is reported at the end.
     void start(const QString& typed);
 
     void query(const QString& typed);
     void chooseHomeIndex(int index);
     void chooseWorldIndex(int index);
 
-    // One poll: quotes while the market is open, the charts every 13th time.
+    // Breaks off what is under way; the polls stop too.
+    void stop();
+
+    // One poll: quotes while the market is open, the charts every 13th time. What it can't have is
+    // told in the words of the polling, which goes on.
     void poll();
 
     // The public pages behind the two charts.
@@ -78,32 +92,54 @@ public:
     void openDailyPage(const QString& typed);
 
 private:
+    // What the readings that are under way together have come to.
+    struct Outcome {
+        bool mayPoll = true;                    // false once a quote could not be had
+        QStringList messages;                   // each once
+        QString lack;                           // what could not be had, in words
+        std::optional<OperationError> failure;  // the first one
+    };
+
     void begin();
-    void end(bool polls);
-    bool queryStock(const QString& typed);
-    void takeHomeIndex(int index);
-    void takeWorldIndex(int index);
+    void end();
+    void finish();
+    void read(QuotePart part, Runs& runs, const Runs::Job& job);
+    QCoro::Task<> readPart(QuotePart part, Runs::Job job, std::stop_token stop);
+    QCoro::Task<> attempt(Runs::Job job, std::stop_token stop);
+    bool readStock(const QString& typed);
+    void refuseStock();
+    void readHomeIndex(int index);
+    void readWorldIndex(int index);
+    QCoro::Task<> takeStock(QString dm, std::stop_token stop);
+    QCoro::Task<> takeHomeIndex(std::stop_token stop);
+    QCoro::Task<> takeWorldIndex(std::stop_token stop);
+    QCoro::Task<> takePoll(std::stop_token stop);
     void updateMarketFlag();
     bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
     void noteMessage(const QString& text);
     void openPage(const Service& service, const QString& path, const QString& typed);
-    std::optional<QString> fetch(const Service& service, const QString& path);
-    std::optional<QuoteRow> fetchQuote(QStringView code);
-    void fetchFundamentals(const QString& dm);
-    void fetchStock();
-    void fetchHomeIndex();
-    void completeTurnover(const HomeIndex& index, const QuoteRow& fields, HomeIndexPanel& panel);
-    void showChart(QuoteChart chart, const QString& path);
-    void showStockCharts();
-    void showNoStockCharts();
-    void showHomeIndexChart();
+    QCoro::Task<std::optional<QString>> fetch(Service service, QString path, QString what,
+                                              std::stop_token stop);
+    QCoro::Task<std::optional<QuoteRow>> fetchQuote(QString code, std::stop_token stop);
+    QCoro::Task<> fetchFundamentals(QString dm, std::stop_token stop);
+    QCoro::Task<> fetchStock(std::stop_token stop);
+    void showStock(const QuoteRow& fields);
+    QCoro::Task<> fetchHomeIndex(std::stop_token stop);
+    QCoro::Task<> fetchComposite(HomeIndex index, HomeIndexPanel panel, QuoteRow fields,
+                                 std::stop_token stop);
+    void showRatio(const HomeIndex& index, HomeIndexPanel panel, const QuoteRow& fields);
+    void showWorldIndex(const QuoteRow& fields);
+    QCoro::Task<> showChart(QuoteChart chart, QString path, std::stop_token stop);
+    QCoro::Task<> showStockCharts(std::stop_token stop);
+    QCoro::Task<> showHomeIndexChart(std::stop_token stop);
 
     Globals& globals_;
     const Clock& clock_;
-    Http& http_;
+    HttpClient& http_;
     const Services& services_;
     MeanVolume& meanVolume_;
     Dialogs& dialogs_;
+    Failures& failures_;
     Shell& shell_;
     QuoteScreen& screen_;
 
@@ -114,9 +150,14 @@ private:
     int homeIndex_ = 0;
     int worldIndex_ = 0;
     double indexMean_ = 0;
-    int polls_ = 0;         // since the charts were last drawn by one
-    bool mayPoll_ = true;   // false once a quote of the operation could not be had
-    QStringList messages_;  // of the operation, each once
+    int polls_ = 0;  // since the charts were last drawn by one
+    Outcome outcome_;
+    int underWay_ = 0;  // operations and readings
+
+    Runs stockRuns_{failures_};
+    Runs homeRuns_{failures_};
+    Runs worldRuns_{failures_};
+    Runs pollRuns_{failures_};
 };
 
 }  // namespace guanchao

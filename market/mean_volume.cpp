@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "formats/gbk.h"
 #include "market/day_history.h"
 #include "market/quote_reply.h"
 
@@ -14,21 +15,7 @@ constexpr qsizetype days = 10;
 // Long enough to hold ten trading days beside the longest holidays.
 constexpr int daysBack = 40;
 
-}  // namespace
-
-double MeanVolume::of(const QString& dm) {
-    const QDate today = clock_.now().date();
-    Known& known = known_[dm];
-    if (known.day != today || known.mean <= 0) {
-        known = {today, fetch(dm, today)};
-    }
-    return known.mean;
-}
-
-double MeanVolume::fetch(const QString& dm, QDate today) const {
-    QList<HistoryDay> history = DayHistory(http_, history_)
-                                    .fetch(dm, today.addDays(-daysBack), today.addDays(-1))
-                                    .value_or(QList<HistoryDay>());
+double meanOf(QList<HistoryDay> history, QDate today) {
     // A service that doesn't keep to the range may send the day that isn't full yet.
     history.removeIf([today](const HistoryDay& it) { return it.day >= today; });
     if (history.size() < days) {
@@ -41,6 +28,25 @@ double MeanVolume::fetch(const QString& dm, QDate today) const {
     }
     const double mean = sum / static_cast<double>(days);
     return isMarketFigure(mean) ? mean : 0;
+}
+
+}  // namespace
+
+QCoro::Task<double> MeanVolume::of(QString dm, std::stop_token stop) {
+    const QDate today = clock_.now().date();
+    const Known known = known_.value(dm);
+    if (known.day == today && known.mean > 0) {
+        co_return known.mean;
+    }
+    const double mean = co_await fetch(dm, today, stop);
+    known_[dm] = {today, mean};
+    co_return mean;
+}
+
+QCoro::Task<double> MeanVolume::fetch(QString dm, QDate today, std::stop_token stop) const {
+    const QString path = dayHistoryPath(dm, today.addDays(-daysBack), today.addDays(-1));
+    const HttpReply reply = co_await http_.get(history_, path, stop);
+    co_return meanOf(readDayHistory(textFromGbk(reply.body)).value_or(QList<HistoryDay>()), today);
 }
 
 }  // namespace guanchao

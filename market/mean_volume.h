@@ -3,22 +3,24 @@
 // at the next asking.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QDate>
 #include <QHash>
 #include <QString>
+#include <stop_token>
 
 #include "platform/clock.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 
 namespace guanchao {
 
 class MeanVolume {
 public:
-    MeanVolume(Http& http, const Service& history, const Clock& clock)
+    MeanVolume(HttpClient& http, const Service& history, const Clock& clock)
         : http_(http), history_(history), clock_(clock) {}
 
     // 0 while it can't be had. `dm` with its exchange, in either case.
-    double of(const QString& dm);
+    QCoro::Task<double> of(QString dm, std::stop_token stop);
 
 private:
     struct Known {
@@ -26,9 +28,9 @@ private:
         double mean = 0;
     };
 
-    double fetch(const QString& dm, QDate today) const;
+    QCoro::Task<double> fetch(QString dm, QDate today, std::stop_token stop) const;
 
-    Http& http_;
+    HttpClient& http_;
     const Service& history_;
     const Clock& clock_;
     QHash<QString, Known> known_;

@@ -39,10 +39,32 @@ public:
     void showWorldIndex(const WorldIndexPanel& panel) override {
         shown << panel.name + u' ' + panel.gain;
     }
-    void setPolling(bool on) override { polling = on; }
+    void setLoading(QuotePart part, bool isLoading) override {
+        if (isLoading) {
+            loading.insert(part);
+        } else {
+            loading.remove(part);
+        }
+    }
+    void setPolling(bool on, const QString& words) override {
+        polling = on;
+        lack = words;
+    }
 
     QStringList shown;
+    QSet<QuotePart> loading;
     bool polling = false;
+    QString lack;
+};
+
+// Notes what was being done.
+class NotingFailures : public Failures {
+public:
+    void report(const std::exception& failure) override {
+        activities << dynamic_cast<const OperationError&>(failure).activity();
+    }
+
+    QStringList activities;
 };
 
 // Every service answers, until a test takes a path away or replaces its reply.
@@ -96,12 +118,14 @@ protected:
     FakeHttp http_;
     Services services_;
     FakeDialogs dialogs_;
+    NotingFailures failures_;
     FakeShell shell_;
     RecordingScreen screen_;
     MeanVolume meanVolume_{http_, services_.history, clock_};
     QHash<QString, std::optional<QByteArray>> replies_;
     QByteArray history_ = history("6000000");
-    LiveQuotes quotes_{globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_};
+    LiveQuotes quotes_{globals_, clock_,    http_,  services_, meanVolume_,
+                       dialogs_, failures_, shell_, screen_};
 };
 
 const QString connectionMessage = u"观潮台|请检查网络连接，行情服务器连接不上!"_s;
@@ -149,7 +173,8 @@ TEST_F(LiveQuotesTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4) << "the mean is fetched once a day";
     EXPECT_FALSE(screen_.shown.contains(u"clear"_s)) << "the same stock keeps its figures";
-    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, dialogs_, shell_, screen_);
+    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, dialogs_, failures_, shell_,
+                       screen_);
     another.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4 + 4) << "by one window for all";
     clock_.moment = clock_.moment.addDays(1);
@@ -162,7 +187,7 @@ TEST_F(LiveQuotesTest, OtherCodesAreRefused) {
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|只能输入沪深个股代码!"_s});
     EXPECT_FALSE(screen_.polling);
     EXPECT_TRUE(http_.paths.isEmpty());
-    EXPECT_EQ(screen_.shown.first(2), QStringList({u"chart0 missing"_s, u"chart1 missing"_s}));
+    EXPECT_EQ(screen_.shown, QStringList{u"clear"_s}) << "nothing of the former one stays";
     quotes_.start(u"SH000300"_s);
     EXPECT_EQ(dialogs_.shown.size(), 2);
     EXPECT_TRUE(screen_.polling) << "the opening leads to the polls of the index all the same";
@@ -188,6 +213,10 @@ TEST_F(LiveQuotesTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
     EXPECT_TRUE(screen_.polling) << "quotes come without the fundamentals";
     replies_[u"/list=sh600000"_s] = QByteArray();
     quotes_.poll();
+    EXPECT_EQ(screen_.lack, u"没有读到行情（应答是空的）"_s);
+    EXPECT_EQ(dialogs_.shown.size(), 1) << "a poll shows no box";
+    EXPECT_TRUE(screen_.polling) << "the next poll tries again";
+    quotes_.query(u"SH600000"_s);
     EXPECT_EQ(dialogs_.shown.size(), 2) << "an empty reply is as good as none";
     EXPECT_FALSE(screen_.polling);
     services_.newspage.host.clear();
@@ -206,12 +235,9 @@ TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
     for (const QString& path : {u"/list=sh600000"_s, u"/list=sh000001"_s, u"/list=r_HSI"_s}) {
         replies_.clear();
         replies_[path] = "x=\"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p\";";
-        try {
-            quotes_.start(u"SH600000"_s);
-            ADD_FAILURE() << path.toStdString();
-        } catch (const OperationError& failure) {
-            EXPECT_EQ(failure.activity(), u"读取行情"_s);
-        }
+        quotes_.start(u"SH600000"_s);
+        EXPECT_EQ(std::exchange(failures_.activities, {}), QStringList{u"读取行情"_s})
+            << path.toStdString();
         EXPECT_EQ(screen_.shown.contains(u"恒生指数 0.5%"_s), path != u"/list=r_HSI")
             << "a broken part doesn't take the others along";
         screen_.shown.clear();
@@ -222,7 +248,8 @@ TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
     quotes_.chooseWorldIndex(1);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股数据!"_s});
     EXPECT_EQ(screen_.shown, QStringList({u"clear world"_s, u"chart3"_s}));
-    EXPECT_FALSE(screen_.polling);
+    EXPECT_TRUE(screen_.polling) << "the stock and the other index go on";
+    EXPECT_EQ(screen_.lack, u"没有外围指数的数据"_s);
 }
 
 TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
@@ -244,7 +271,8 @@ TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     EXPECT_FALSE(screen_.polling);
     replies_[composite] = "x=\"x,1,2,3,4,5\";";
     screen_.shown.clear();
-    EXPECT_THROW(quotes_.chooseHomeIndex(1), OperationError);
+    quotes_.chooseHomeIndex(1);
+    EXPECT_EQ(failures_.activities.size(), 1);
     EXPECT_EQ(screen_.shown, QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s}));
     quotes_.chooseHomeIndex(2);
     EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s) << "沪深300 has no ratio";
@@ -281,6 +309,63 @@ TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     EXPECT_EQ(pathsOfPoll(), charts);
     EXPECT_EQ(globals_.jiaoyishiduan, 0);
     EXPECT_EQ(pathsOfPoll(), QStringList());
+}
+
+TEST_F(LiveQuotesTest, APollThatMissesAQuoteGoesOnWithTheNext) {
+    quotes_.start(u"SH600000"_s);
+    for (int poll = 1; poll <= 3; ++poll) {
+        quotes_.poll();
+    }
+    replies_[u"/list=sh000001"_s] = "x=\"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p\";";
+    screen_.shown.clear();
+    quotes_.poll();
+    EXPECT_EQ(screen_.shown, QStringList{u"浦发银行 5% 1.33"_s}) << "the stock comes all the same";
+    EXPECT_FALSE(screen_.lack.isEmpty());
+    replies_.clear();
+    silence(u"/list=sh600000"_s);
+    quotes_.poll();
+    EXPECT_EQ(screen_.lack, u"没有读到行情（没有应答）"_s);
+    EXPECT_TRUE(screen_.polling);
+    replies_.clear();
+    quotes_.poll();
+    EXPECT_TRUE(screen_.polling && screen_.lack.isEmpty());
+    EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.activities.isEmpty());
+}
+
+// The first request of the opening is held: the indexes come beside it.
+TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
+    const auto gate = std::make_shared<Later<bool>>();
+    http_.gate = gate;
+    http_.onGet = [this] {
+        if (http_.paths.size() > 1) {
+            http_.gate = nullptr;
+        }
+    };
+    quotes_.start(u"SH600000"_s);
+    EXPECT_EQ(screen_.loading, QSet{QuotePart::stock});
+    EXPECT_TRUE(screen_.shown.contains(u"恒生指数 0.5%"_s));
+    EXPECT_FALSE(screen_.polling) << "until all is there";
+    quotes_.chooseWorldIndex(1);
+    EXPECT_EQ(http_.paths.last(), u"/list=int_dji"_s);
+    EXPECT_EQ(screen_.loading, QSet{QuotePart::stock}) << "it goes on";
+    quotes_.query(u"SZ000001"_s);
+    EXPECT_EQ(http_.paths.last(), u"/list=sz000001"_s);
+    EXPECT_TRUE(screen_.loading.isEmpty());
+    EXPECT_TRUE(screen_.polling);
+    const qsizetype requests = http_.paths.size();
+    gate->deliver(true);
+    EXPECT_EQ(http_.paths.size(), requests) << "nothing of the first query follows";
+
+    http_.onGet = nullptr;
+    http_.gate = std::make_shared<Later<bool>>();
+    quotes_.query(u"SZ000002"_s);
+    EXPECT_EQ(screen_.loading, QSet{QuotePart::stock});
+    quotes_.stop();
+    EXPECT_TRUE(screen_.loading.isEmpty());
+    EXPECT_FALSE(screen_.polling);
+    http_.gate->deliver(true);
+    EXPECT_EQ(http_.paths.size(), requests + 1);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 TEST_F(LiveQuotesTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {

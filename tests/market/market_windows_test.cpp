@@ -22,7 +22,9 @@
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
+#include "platform/qt_http_client.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/raw_service.h"
 #include "tests/support/test_environment.h"
 #include "themes/form30.h"
 
@@ -217,6 +219,99 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     }
     box->setText(u"3000"_s);
     EXPECT_EQ(list->count(), 30);
+}
+
+TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
+    struct Case {
+        const char* what;
+        std::function<void(QTcpSocket&)> answer;
+    };
+    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n";
+    http_.client = std::make_unique<QtHttpClient>();
+    QTimer drips;
+    for (const Case& it : {
+             Case{"silent", [](QTcpSocket&) {}},
+             Case{"slow", [&](QTcpSocket& socket) { socket.write(head); }},
+             Case{"dripping",
+                  [&](QTcpSocket& socket) {
+                      socket.write(head);
+                      drips.callOnTimeout(&socket, [&socket] { socket.write("."); });
+                      drips.start(1);
+                  }},
+         }) {
+        RawService raw;
+        raw.answer = it.answer;
+        services_.quote = services_.chart = services_.newspage = raw.service();
+        windows_.openAnew<Form21>();
+        auto* form = shownWindow<Form21>();
+        ASSERT_TRUE(form) << it.what;
+        auto* stop = form->findChild<QPushButton*>(u"stopRun"_s);
+        EXPECT_EQ(text(form, u"pollState"_s), u"正在读取…"_s);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return stop->isVisible(); })) << it.what;
+        for (const QString& label : {u"Label5"_s, u"indexName"_s, u"worldName"_s}) {
+            EXPECT_EQ(text(form, label), u"正在读取…"_s) << it.what;
+        }
+        auto* box = form->findChild<QLineEdit*>(u"Text7"_s);
+        box->clear();
+        QTest::keyClicks(box, u"6005"_s);
+        EXPECT_TRUE(form->findChild<QListWidget*>(u"List1"_s)->isVisible()) << it.what;
+        QTest::keyClick(box, Qt::Key_Return);
+        const QString next = u"GET /news/stock/600519.shtml"_s;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return raw.requests.contains(next); })) << it.what;
+        QTest::mouseClick(stop, Qt::LeftButton);
+        EXPECT_FALSE(stop->isVisible());
+        EXPECT_EQ(text(form, u"pollState"_s), u"更新已停止，点“查询”重新开始"_s);
+        EXPECT_EQ(text(form, u"Label5"_s) + text(form, u"indexName"_s), u"--"_s);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
+        press(form, u"Command1"_s);
+        EXPECT_TRUE(stop->isVisible());
+        openWindows_.closeAll();
+        deleteClosedWindows();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
+        EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty()) << it.what;
+    }
+}
+
+TEST_F(MarketWindowsTest, Form21TellsOnceOfServicesThatHangUp) {
+    http_.client = std::make_unique<QtHttpClient>();
+    RawService raw;
+    raw.answer = [](QTcpSocket& socket) { socket.disconnectFromHost(); };
+    for (const Service& service : {raw.service(), Service{u"http://127.0.0.1:1"_s, {}, 0}}) {
+        dialogs_.shown.clear();
+        http_.paths.clear();
+        services_.quote = services_.chart = services_.newspage = service;
+        Form21* form = openQuotes();
+        fire(form, u"Timer1"_s);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs_.shown.isEmpty(); }));
+        EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|请检查网络连接，行情服务器连接不上!"_s});
+        EXPECT_EQ(text(form, u"pollState"_s),
+                  u"没有读到行情（连接不上）；更新已停止，点“查询”重新开始"_s);
+        openWindows_.closeAll();
+    }
+}
+
+TEST_F(MarketWindowsTest, Form21MayCloseAtEachOfItsRequests) {
+    constexpr int requestsOfOpeningAndPoll = 12;
+    for (int held = 1; held <= requestsOfOpeningAndPoll; ++held) {
+        int asked = 0;
+        const auto gate = std::make_shared<Later<bool>>();
+        http_.onGet = [&] { http_.gate = ++asked == held ? gate : nullptr; };
+        http_.paths.clear();
+        Form21* form = openQuotes();
+        fire(form, u"Timer1"_s);
+        if (timerOf(form, u"Timer2"_s)->isActive()) {
+            form->activateWindow();
+            settle();
+            fire(form, u"Timer2"_s);
+        }
+        ASSERT_GE(asked, held);
+        const qsizetype requests = http_.paths.size();
+        openWindows_.closeAll();
+        deleteClosedWindows();
+        gate->deliver(true);
+        EXPECT_EQ(http_.paths.size(), requests) << held;
+    }
+    EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
 }
 
 TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {

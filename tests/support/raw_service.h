@@ -17,6 +17,7 @@ public:
         server_.listen(QHostAddress::LocalHost);
         QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
             QTcpSocket* socket = server_.nextPendingConnection();
+            ++connections;
             QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
                 requests += QString::fromUtf8(socket->readAll());
                 answer(*socket);
@@ -31,6 +32,7 @@ public:
     }
 
     QString requests;
+    int connections = 0;
     int hangUps = 0;
     std::function<void(QTcpSocket&)> answer = [](QTcpSocket&) {};
 
