@@ -1,5 +1,7 @@
-// How Qt's texts read in a failed expectation.
+// How Qt's texts are written in a test, and how they read in a failed expectation.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <QString>
 #include <QStringList>
@@ -13,3 +15,7 @@ inline void PrintTo(const QStringList& list, std::ostream* out) {
     *out << '[' << list.join(QStringLiteral("\n ")).toStdString() << ']';
 }
 QT_END_NAMESPACE
+
+namespace guanchao {
+using namespace Qt::Literals::StringLiterals;
+}

@@ -2,8 +2,6 @@
 // the rules under test are given.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <utility>
 
 #include "base/globals.h"

@@ -1,8 +1,6 @@
 // The window under test in its environment, and its controls by their names.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QPointer>
 
