@@ -12,8 +12,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class Form12Test : public WindowTest {
 protected:
     Form12Test() {

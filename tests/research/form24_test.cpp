@@ -5,8 +5,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class Form24Test : public WindowTest {
 protected:
     Form24Test() {

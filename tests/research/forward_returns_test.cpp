@@ -4,8 +4,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 // Days of open and close, one a day.

@@ -9,8 +9,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 static QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

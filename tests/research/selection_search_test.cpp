@@ -4,8 +4,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 // A store with two themes on two days and three stocks of them.
 class SelectionSearchTest : public StoreTest {
 protected:
@@ -156,14 +154,6 @@ TEST_F(SelectionSearchTest, ARefusedConditionLeavesTheGrid) {
         EXPECT_THROW(search_.search(where(condition)), StoreError);
         EXPECT_EQ(grid_.rows(), 3);
     }
-}
-
-TEST_F(SelectionSearchTest, TheOrderAndTheJoinComeFromIndexes) {
-    const QString plan =
-        store_.rows(u"explain query plan "_s + SelectionQuery().statement()).join(u'\n');
-    EXPECT_FALSE(plan.contains(u"TEMP B-TREE"_s)) << "no sorting: " << plan.toStdString();
-    EXPECT_TRUE(plan.contains(u"xuanticai_riqi"_s)) << plan.toStdString();
-    EXPECT_TRUE(plan.contains(u"xuanticaigu_ticai (ticai=? AND <expr>=?)"_s)) << plan.toStdString();
 }
 
 }  // namespace guanchao

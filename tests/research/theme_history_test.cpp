@@ -7,8 +7,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 // The service lists the days from 1 to 20 November 2026 with closes of 100, 101, ... 119.
 class ThemeHistoryTest : public StoreTest {
 protected:
