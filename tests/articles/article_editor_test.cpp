@@ -1,11 +1,8 @@
 #include "articles/article_editor.h"
 
-#include "articles/installation.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class ArticleEditorTest : public StoreTest {
 protected:
@@ -49,20 +46,6 @@ TEST_F(ArticleEditorTest, EveryReadingCountsAndSavingDoesNot) {
     EXPECT_EQ(editor_.save(*fields), u"修改完毕!"_s);
     EXPECT_EQ(counts(), QStringList({u"2"_s, u"1"_s}));
     EXPECT_EQ(article(1), QStringList{u"2016-04-01|张三|主题|白酒|它's 标题| 正文 |2"_s});
-}
-
-TEST_F(ArticleEditorTest, ANewArticleIsPresetFromTheContext) {
-    globals_.wenzhangdalei = u"主题"_s;
-    globals_.wenzhangxiaolei = u"白酒"_s;
-    const ArticleFields fields = *editor_.open();
-    const DateTexts today = {u"2026"_s, u"11"_s, u"24"_s};
-    const QString author = installationText(globals_.yingyongmulu);
-    EXPECT_EQ(
-        fields,
-        (ArticleFields{u"id"_s, today, author, u"主题"_s, u"白酒"_s, u"关于(白酒)的内容"_s, {}}));
-    EXPECT_EQ(globals_.wenzhangdalei + globals_.wenzhangxiaolei, QString());
-    EXPECT_EQ(author.size(), 8);
-    EXPECT_NE(author, installationText(u"/another/"_s));
 }
 
 TEST_F(ArticleEditorTest, FieldsAreCheckedInTheirOrder) {
@@ -113,7 +96,6 @@ TEST_F(ArticleEditorTest, RelatedListsExcludeTheArticleAndBeginWithTheMostRead) 
     EXPECT_EQ(related.sameDay, QStringList{u"2  第二篇"_s});
     EXPECT_EQ(related.sameAuthor.size(), 200);
     EXPECT_EQ(related.sameCategory.first(), u"212  篇"_s);
-    EXPECT_EQ(related.sameSubcategory.size(), 200);
     EXPECT_FALSE(related.sameCategory.contains(u"1  它's 标题"_s));
     EXPECT_EQ(idOfLine(u" 212  篇 12"_s), 212);
     EXPECT_THROW(idOfLine(u"篇 12"_s), OperationError);

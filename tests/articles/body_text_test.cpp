@@ -1,12 +1,8 @@
 #include "articles/body_text.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(BodyTextTest, ChangedTextsKeepTheLineEndsOfTheirArticle) {
     const struct {
