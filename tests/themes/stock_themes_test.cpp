@@ -3,8 +3,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class StockThemesTest : public ThemeFixture {
 protected:
     StockThemesTest() {
@@ -27,19 +25,6 @@ protected:
 
     StockThemes themes_{store_.stores, globals_, clock_, dialogs_, grid_};
 };
-
-TEST_F(StockThemesTest, TheLoadTakesTheStockOverAndListsItsThemes) {
-    share(u"SH600000"_s, u"浦发银行集团"_s);
-    const StockThemes::Stock stock = load();
-    EXPECT_EQ(stock.caption + stock.code, u"浦发银行_属于主题SH600000"_s);
-    EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, QString());
-    QStringList names = columnTexts(grid_, 2);
-    names.sort();
-    EXPECT_EQ(names, QStringList({u"上海"_s, u"主题简称"_s, u"银行"_s}));
-    share(u"SZ000001"_s, u"平安银行"_s);
-    EXPECT_EQ(load().caption, u"平安银行_属于主题"_s);
-    EXPECT_EQ(grid_.rows(), 3) << "a stock in no theme leaves the grid as it was";
-}
 
 TEST_F(StockThemesTest, FindHandsTheTypedStockToTheNextLoad) {
     EXPECT_EQ(themes_.find(u" SZ000001"_s), std::nullopt);

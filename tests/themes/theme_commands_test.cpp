@@ -8,8 +8,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class ThemeCommandsTest : public ThemeFixture {
 protected:
     ThemeCommandsTest() {

@@ -3,8 +3,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class ThemeEditingTest : public ThemeFixture {
 protected:
     ThemeEditingTest() {

@@ -3,8 +3,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class ThemeTableTest : public ThemeFixture {
 protected:
     ThemeTableTest() {

@@ -3,8 +3,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class WatchlistTest : public ThemeFixture {
 protected:
     WatchlistTest() {
