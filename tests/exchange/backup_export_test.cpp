@@ -16,8 +16,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 static const QStringList files = {u"caijiqi.ztb"_s, u"wenzhang.ztb"_s, u"zhutibackup.ztb"_s};
 
 class BackupExportTest : public ExchangeFixture {

@@ -11,8 +11,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class Form3Test : public WindowTest {
 protected:
     Form3Test() {

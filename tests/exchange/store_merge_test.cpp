@@ -1,5 +1,3 @@
-#include <QScopeGuard>
-
 #include "exchange/article_import.h"
 #include "exchange/news_import.h"
 #include "exchange/theme_import.h"
@@ -7,8 +5,6 @@
 #include "tests/exchange/exchange_fixture.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class StoreMergeTest : public ExchangeFixture {
 protected:

@@ -3,13 +3,10 @@
 #include <QScopeGuard>
 #include <chrono>
 
-#include "exchange/text_file.h"
 #include "formats/gbk.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class TextImportTest : public ExchangeFixture {
 protected:
@@ -153,18 +150,6 @@ TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
     EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"行"_s});
 }
 
-TEST(TextFile, LinesEndAtCarriageReturns) {
-    const QMap<QByteArray, QStringList> cases = {
-        {"a\r\nb\rc\r\n", {u"a"_s, u"b"_s, u"c"_s}},
-        {"a\nb\r\nc", {u"a\nb"_s, u"c"_s}},
-        {"a\r\r\n\r\nb", {u"a"_s, QString(), QString(), u"b"_s}},
-        {"a\nb\n", {u"a"_s, u"b"_s}},
-        {"", {}}};
-    for (auto it = cases.cbegin(); it != cases.cend(); ++it) {
-        EXPECT_EQ(linesOf(it.key()), it.value()) << it.key().toStdString();
-    }
-}
-
 TEST_F(TextImportTest, AStoreThatIsLockedTakesNothing) {
     write("600000\tX\r");
     Connection other = store_.stores.main.open();
@@ -191,10 +176,6 @@ TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
         {true, u"600000\t"_s + n21, {u"1|SH600000|"_s + n21}, u"主题名称太长了!名称："_s + n21},
         {true, u"830799.BJ\t银行"_s, {}, u"代码不正确!代码：830799"_s},
         {true, u"600519\t白酒"_s, {}, u"代码不存在!代码：SH600519"_s},
-        {false,
-         u"银行\t600000\t白酒\t000001"_s,
-         {u"1|SH600000|银行"_s, u"||"_s, u"||"_s},
-         u"代码不正确!代码：白酒"_s},
     };
     for (const auto& it : cases) {
         source_.codeFirst = it.codeFirst;
