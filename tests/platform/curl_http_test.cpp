@@ -1,13 +1,9 @@
 #include "platform/curl_http.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // Requests over a real loopback connection, to the practice market.
 class CurlHttpTest : public ::testing::Test {

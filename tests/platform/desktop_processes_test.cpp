@@ -1,7 +1,5 @@
 #include "platform/desktop/desktop_processes.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -9,8 +7,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // A real program under a name of its own: a copy of one that waits for its input to end.
 TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {

@@ -12,8 +12,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 // The word of a theme such as 100%股 stands in its address with one "%" that belongs to no digits.
 TEST(DesktopShell, AnAddressWithALoosePercentSignGoesOutAsItStands) {
     const QTemporaryDir folder;

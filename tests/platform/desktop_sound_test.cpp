@@ -1,7 +1,5 @@
 #include "platform/desktop/desktop_sound.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -9,8 +7,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // A wave file of a tenth of a second.
 static QByteArray shortSound() {

@@ -13,8 +13,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 using Outcome = HttpReply::Outcome;
 
 static const QByteArray nothing = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n";
