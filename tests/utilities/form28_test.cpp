@@ -9,8 +9,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class Form28Test : public WindowTest {
 protected:
     Form28Test() {

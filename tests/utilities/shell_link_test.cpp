@@ -1,7 +1,5 @@
 #include "utilities/shell_link.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -10,8 +8,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class ShellLinkTest : public ::testing::Test {
 protected:

@@ -1,7 +1,5 @@
 #include "utilities/version_check.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -10,15 +8,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
-
-TEST(VersionCheck, TheCaptionTellsTheRunningVersion) {
-    for (const QString& caption : {u"观潮台(V3.7)"_s, u"观潮台（V3.7）   正在更新代码表"_s}) {
-        EXPECT_DOUBLE_EQ(versionInCaption(caption), 3.7);
-    }
-    EXPECT_DOUBLE_EQ(versionInCaption(u"观潮台()"_s), 0);
-}
 
 struct VersionChecked {
     explicit VersionChecked(const std::optional<QByteArray>& reply, const QString& below = u"/"_s) {
