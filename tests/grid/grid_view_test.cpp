@@ -1,8 +1,6 @@
 // The view of result grids under real keys and a real mouse.
 #include "grid/grid_view.h"
 
-#include <gtest/gtest.h>
-
 #include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -12,8 +10,6 @@
 #include "tests/support/test_windows.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class GridViewTest : public ::testing::Test {
 protected:

@@ -1,8 +1,6 @@
 // The box in which a stock is typed, under real keys.
 #include "grid/picker_box.h"
 
-#include <gtest/gtest.h>
-
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -11,8 +9,6 @@
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class PickerBoxTest : public ::testing::Test {
 protected:
@@ -66,14 +62,15 @@ TEST_F(PickerBoxTest, KeysGoIntoTheListAndTakeALine) {
 
 TEST_F(PickerBoxTest, EscClosesTheListAndEnterInTheBoxIsTheWindows) {
     QSignalSpy returns(&box_, &QLineEdit::returnPressed);
-    type(u"6005"_s);
-    key(Qt::Key_Escape);
-    EXPECT_EQ(lines(), QStringList());
-    type(u"600"_s);
-    key(Qt::Key_Down);
-    key(Qt::Key_Escape);
-    EXPECT_EQ(lines(), QStringList());
-    EXPECT_TRUE(box_.hasFocus());
+    for (const bool inTheList : {false, true}) {
+        type(u"600"_s);
+        if (inTheList) {
+            key(Qt::Key_Down);
+        }
+        key(Qt::Key_Escape);
+        EXPECT_EQ(lines(), QStringList());
+        EXPECT_TRUE(box_.hasFocus());
+    }
     key(Qt::Key_Return);
     EXPECT_EQ(returns.count(), 1);
     EXPECT_EQ(box_.text(), u"600"_s);
@@ -81,15 +78,10 @@ TEST_F(PickerBoxTest, EscClosesTheListAndEnterInTheBoxIsTheWindows) {
 }
 
 TEST_F(PickerBoxTest, TheListFollowsWhatIsTyped) {
-    type(u"g"_s);
-    key(Qt::Key_Backspace);
-    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s}) << "an empty box leaves it";
     type(u"x"_s);
     EXPECT_EQ(lines(), QStringList());
     type(u"gzmt"_s);
-    picker_.hideList();
-    picker_.setText(u"gzmt"_s);
-    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s}) << "the text that was there already";
+    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s});
     picker_.takeFirst();
     EXPECT_EQ(box_.text(), u"SH600519"_s);
     EXPECT_EQ(lines(), QStringList());

@@ -1,13 +1,9 @@
 #include "grid/stock_picker.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(StockPickerTest, EachTestAnswersItsKindOfText) {
     TestStores store;
