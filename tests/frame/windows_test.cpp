@@ -22,8 +22,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class WindowsTest : public WindowTest {
 protected:
     WindowsTest() {
