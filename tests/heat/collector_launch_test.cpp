@@ -5,8 +5,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class CollectorLaunchTest : public StoreTest {
 protected:
     CollectorLaunchTest() {

@@ -4,8 +4,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class CommodityEditorTest : public StoreTest {
 protected:
     CommodityEditorTest() {

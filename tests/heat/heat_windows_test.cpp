@@ -9,8 +9,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class HeatWindowsTest : public WindowTest {
 protected:
     HeatWindowsTest() {
@@ -107,9 +105,6 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
         QTest::keyClick(edit(name), Qt::Key_Return);
     }
     EXPECT_EQ(grid().textMatrix(view().rowAt(0) + 1, 2), u"题50"_s);
-    edit(u"Text1"_s)->setText(u"行"_s);
-    click(u"Command2"_s);
-    EXPECT_EQ(grid().textMatrix(view().rowAt(0) + 1, 2), u"银行"_s);
     EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s) << "a find chooses nothing";
     clickHeader(view(), 1);
     EXPECT_EQ(grid().textMatrix(1, 1), u"2026-11-20"_s);
