@@ -1,14 +1,10 @@
 #include "base/date_trio.h"
 
-#include <gtest/gtest.h>
-
 #include "base/activity.h"
 #include "base/values.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(DateTrioTest, DaysFollowTheMonth) {
     const struct {
@@ -16,11 +12,10 @@ TEST(DateTrioTest, DaysFollowTheMonth) {
         int days;
         QString dayAfter31, dayAfter29;
     } cases[] = {
-        {u"1"_s, 31, u"31"_s, u"29"_s}, {u"2"_s, 28, u"28"_s, u"28"_s},
-        {u"4"_s, 30, u"30"_s, u"29"_s}, {u"8"_s, 31, u"31"_s, u"29"_s},
-        {u"9"_s, 30, u"30"_s, u"29"_s}, {u"11月"_s, 30, u"30"_s, u"29"_s},
-        {u"0"_s, 0, u"31"_s, u"29"_s},  {u"13"_s, 0, u"31"_s, u"29"_s},
-        {u""_s, 0, u"31"_s, u"29"_s},
+        {u"1"_s, 31, u"31"_s, u"29"_s},
+        {u"2"_s, 28, u"28"_s, u"28"_s},
+        {u"11月"_s, 30, u"30"_s, u"29"_s},
+        {u"13"_s, 0, u"31"_s, u"29"_s},
     };
     for (const auto& it : cases) {
         const QStringList days = daysOfMonth(it.month);

@@ -1,7 +1,5 @@
 #include "base/runs.h"
 
-#include <gtest/gtest.h>
-
 #include <QStringList>
 #include <memory>
 #include <stdexcept>
@@ -11,8 +9,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class RunsTest : public ::testing::Test {
 protected:

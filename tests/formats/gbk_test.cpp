@@ -1,12 +1,8 @@
 #include "formats/gbk.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(Gbk, ATextThatMayBeInEitherIsReadAsItIs) {
     const QString text = u"600000\t银行、“金融”\r\n"_s;

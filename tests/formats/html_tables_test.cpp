@@ -1,13 +1,9 @@
 #include "formats/html_tables.h"
 
-#include <gtest/gtest.h>
-
 #include "formats/gbk.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(HtmlTables, ShapesOfTables) {
     const struct {

@@ -1,7 +1,5 @@
 #include "store/application_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,8 +9,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // A program as the package installs it, below a folder of the test, and a user's home beside it.
 class ApplicationFolderTest : public ::testing::Test {

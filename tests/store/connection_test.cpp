@@ -9,8 +9,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class ConnectionTest : public StoreTest {
 protected:
     // The reason of the failed opening, empty if it succeeds.
@@ -113,8 +111,6 @@ TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
     Connection connection = store_.stores.main.open();
     Recordset rows(connection,
                    u"select null as a,7 as b,2.5 as 涨幅,'x' as d union all select 1,2,3,'4'"_s);
-    EXPECT_EQ(rows.count(), 2);
-    EXPECT_EQ(rows.fieldName(2), u"涨幅"_s);
     EXPECT_TRUE(rows.value(u"a").isNull());
     EXPECT_THROW(rows.value(u"a").toNumber(), OperationError);
     EXPECT_FALSE(rows.value(u"b").isReal());
@@ -126,11 +122,6 @@ TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
     rows.moveNext();
     EXPECT_TRUE(rows.atEnd());
     EXPECT_THROW(rows.value(0), OperationError);
-    rows.moveFirst();
-    EXPECT_EQ(rows.value(1).toText(), u"7"_s);
-
-    const Recordset none(connection, u"select dm from dmb"_s);
-    EXPECT_TRUE(none.atStart() && none.atEnd());
 }
 
 }  // namespace guanchao

@@ -6,8 +6,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class DialectTest : public ::testing::Test {
 protected:
     struct Case {

@@ -1,14 +1,10 @@
 #include "store/failure.h"
 
-#include <gtest/gtest.h>
-
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(FailureTest, NamesItsCauseInChinese) {
     const Activity activity(u"更新行情数据"_s);

@@ -1,7 +1,5 @@
 #include "store/store_file.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
@@ -11,8 +9,6 @@
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class StoreFileTest : public ::testing::Test {
 protected:

@@ -1,7 +1,5 @@
 #include "tools/practice_market/practice_quotes.h"
 
-#include <gtest/gtest.h>
-
 #include "formats/gbk.h"
 #include "formats/html_tables.h"
 #include "market/fundamentals.h"
@@ -11,8 +9,6 @@
 #include "tools/practice_market/practice_pages.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class PracticeQuotesTest : public ::testing::Test {
 protected:
@@ -46,47 +42,6 @@ TEST_F(PracticeQuotesTest, LinesHaveTheShapesOfTheService) {
                             QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0))),
               u"var hq_str_sys_auth=\"FAILED\";\n"_s)
         << "one malformed code spoils the batch";
-}
-
-TEST_F(PracticeQuotesTest, PricesMoveWithTheClockAndFitTogether) {
-    QSet<QString> prices;
-    for (int minute = 0; minute < 120; minute += 5) {
-        const QStringList now = values(u"sz300750"_s, QTime(9, 30, 0).addSecs(minute * 60));
-        const double open = now[1].toDouble();
-        const double last = now[3].toDouble();
-        EXPECT_LE(now[5].toDouble(), std::min(open, last));
-        EXPECT_GE(now[4].toDouble(), std::max(open, last));
-        EXPECT_NEAR(last, now[2].toDouble(), now[2].toDouble() * 0.1);
-        prices << now[3];
-    }
-    EXPECT_GT(prices.size(), 5);
-    EXPECT_EQ(values(u"sz300750"_s), values(u"sz300750"_s)) << "one moment, one price";
-}
-
-TEST_F(PracticeQuotesTest, TheDayTableLeadsUpToTheQuote) {
-    const QDate friday(2026, 11, 20);
-    const QDate tuesday(2026, 11, 24);
-    const struct {
-        QTime time;
-        int formerClose;  // the line of the table that the quote's former close stands in
-        int last;         // the one of its last price, 0 for none
-    } cases[] = {{QTime(9, 0, 0), 2, 1}, {QTime(10, 30, 0), 1, 0}, {QTime(15, 1, 0), 2, 1}};
-    for (const QString& code : {u"sh600000"_s, u"sh000001"_s}) {
-        for (const auto& it : cases) {
-            const QDateTime now(tuesday, it.time);
-            const QStringList lines =
-                quotes_.dayTable(code, friday, tuesday.addDays(9), now)->split(u'\n');
-            EXPECT_EQ(lines.size(), it.time.hour() == 15 ? 5 : 4) << "no weekend, no open day";
-            EXPECT_EQ(lines[lines.size() - 2].section(u',', 0, 0), u"2026-11-20"_s);
-            const QStringList quote = values(code, it.time);
-            EXPECT_EQ(lines[it.formerClose].section(u',', 4, 4), quote[2]);
-            if (it.last > 0) {
-                EXPECT_EQ(lines[it.last].section(u',', 1, 4),
-                          QStringList({quote[1], quote[4], quote[5], quote[3]}).join(u','));
-            }
-        }
-    }
-    EXPECT_FALSE(quotes_.dayTable(u"sh999999"_s, friday, tuesday, QDateTime(tuesday, {10, 0})));
 }
 
 TEST_F(PracticeQuotesTest, ASuspendedStockKeepsItsFormerCloseOnly) {
