@@ -1,7 +1,5 @@
 #include "collector/collector_settings.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -9,8 +7,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 static CollectorSettings settingsOf(const QString& text) {
     const QTemporaryDir folder;

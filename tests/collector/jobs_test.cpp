@@ -8,8 +8,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 class CollectorJobsTest : public StoreTest {
 protected:
     CollectorJobsTest() {

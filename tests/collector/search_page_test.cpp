@@ -1,7 +1,5 @@
 #include "collector/search_page.h"
 
-#include <gtest/gtest.h>
-
 #include "base/activity.h"
 #include "collector/search_address.h"
 #include "formats/gbk.h"
@@ -9,8 +7,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
     const QString found = u"为您找到相关结果约12,345个"_s;
