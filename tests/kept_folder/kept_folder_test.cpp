@@ -1,7 +1,5 @@
 #include "tests/kept_folder/kept_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -16,8 +14,6 @@
 #include "themes/theme_table.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
