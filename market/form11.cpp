@@ -11,6 +11,8 @@ using namespace Qt::Literals::StringLiterals;
 Form11::Form11(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window), environment_(environment), ui_(std::make_unique<Ui::Form11>()) {
     ui_->setupUi(this);
+    ui_->bar->hide();
+    connectBar();
     Timer1_.setParent(this);
     Timer1_.setObjectName(u"Timer1"_s);
     Timer1_.setInterval(10);
@@ -22,6 +24,12 @@ Form11::Form11(Environment& environment, Windows&)
 }
 
 Form11::~Form11() = default;
+
+void Form11::connectBar() {
+    connect(ui_->back, &QPushButton::clicked, this, [this] { browser_->back(); });
+    connect(ui_->reload, &QPushButton::clicked, this, &Form11::reloadPage);
+    connect(ui_->stopRun, &QPushButton::clicked, this, [this] { browser_->stop(); });
+}
 
 void Form11::Form_Load() {
     const std::optional<F10Page> page =
@@ -38,34 +46,84 @@ void Form11::Form_Load() {
 }
 
 void Form11::showPage() {
-    browser_ = makePageBrowser(environment_.applicationFolder, page_.address, *this,
-                               [this](PageFailure failure) { pageFailed(failure); });
+    browser_ = makePageBrowser(
+        environment_.applicationFolder, *this,
+        {.happened = [this](PageEvent event,
+                            const QString& address) { pageHappened(event, address); },
+         .progress = [this](int percent) { ui_->progress->setValue(percent); }});
     if (!browser_) {
         openOutside();
         return;
     }
-    ui_->Label1->hide();
-    ui_->rows->addWidget(browser_, 1);
-    browser_->setFocus();
+    ui_->rows->addWidget(&browser_->control(), 1);
+    setLoading(false);
+    showBrowser();
+    browser_->control().setFocus();
+    browser_->open(page_.address);
 }
 
-void Form11::pageFailed(PageFailure failure) {
-    if (failure == PageFailure::notLoaded) {
-        showWords(notLoadedWords(page_));
-    } else {
-        openOutside();
+void Form11::pageHappened(PageEvent event, const QString& address) {
+    setLoading(event == PageEvent::begins);
+    switch (event) {
+        case PageEvent::begins:
+            ui_->state->setText(u"正在打开 "_s + address);
+            return;
+        case PageEvent::shown:
+            hasPage_ = true;
+            ui_->state->clear();
+            return;
+        case PageEvent::stopped:
+            ui_->state->setText(u"已停止"_s);
+            return;
+        case PageEvent::notLoaded:
+            pageNotLoaded(address);
+            return;
+        case PageEvent::ended:
+            openOutside();
     }
+}
+
+// The page that the link stood on stays.
+void Form11::pageNotLoaded(const QString& address) {
+    if (hasPage_) {
+        ui_->state->setText(u"网页打不开："_s + address);
+        return;
+    }
+    ui_->state->clear();
+    showWords(notLoadedWords(page_));
+}
+
+void Form11::setLoading(bool loading) {
+    ui_->back->setEnabled(browser_->canGoBack());
+    ui_->stopRun->setVisible(loading);
+    ui_->progress->setVisible(loading);
+}
+
+void Form11::reloadPage() {
+    if (hasPage_) {
+        browser_->reload();
+        return;
+    }
+    showBrowser();
+    browser_->open(page_.address);
+}
+
+void Form11::showBrowser() {
+    ui_->Label1->hide();
+    ui_->bar->show();
+    browser_->control().show();
 }
 
 void Form11::showWords(const QString& words) {
     if (browser_) {
-        browser_->hide();
+        browser_->control().hide();
     }
     ui_->Label1->setText(words);
     ui_->Label1->show();
 }
 
 void Form11::openOutside() {
+    ui_->bar->hide();
     showWords(outsideWords(page_));
     environment_.shell.open(page_.address);
 }

@@ -1,6 +1,6 @@
-// Form11, "个股F10资料": the company profile page of a stock in a browser control; where there is
-// none, in the system's browser. Table tempcanshu; the rules are in f10_page. It takes dangqiandm
-// and dangqianjc over at its load.
+// Form11, "个股F10资料": the company profile page of a stock in a browser control, with the way
+// back, a reload and its progress; where there is none, in the system's browser. Table tempcanshu;
+// the rules are in f10_page. It takes dangqiandm and dangqianjc over at its load.
 #pragma once
 
 #include <QDialog>
@@ -26,17 +26,23 @@ public:
     ~Form11() override;
 
 private:
+    void connectBar();
     void Form_Load();
     void showPage();
-    void pageFailed(PageFailure failure);
+    void pageHappened(PageEvent event, const QString& address);
+    void pageNotLoaded(const QString& address);
+    void setLoading(bool loading);
+    void reloadPage();
+    void showBrowser();
     void showWords(const QString& words);
     void openOutside();
 
     Environment& environment_;
     std::unique_ptr<Ui::Form11> ui_;
     F10Page page_;
-    QPointer<QWidget> browser_;
-    QTimer Timer1_;  // once, to unload a window without a page
+    bool hasPage_ = false;  // one has come since the window opened
+    QTimer Timer1_;         // once, to unload a window without a page
+    std::unique_ptr<PageBrowser> browser_;
 };
 
 }  // namespace guanchao

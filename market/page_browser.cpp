@@ -6,13 +6,13 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-QWidget* makePageBrowser(const QString& folder, const QString& address, QWidget& parent,
-                         const std::function<void(PageFailure)>& failed) {
-    using PageView =
-        QWidget* (*)(const QString&, QWidget*, const std::function<void(PageFailure)>&);
+std::unique_ptr<PageBrowser> makePageBrowser(const QString& folder, QWidget& parent,
+                                             const PageListener& listener) {
+    using PageView = PageBrowser* (*)(QWidget*, const PageListener&);
     const QFunctionPointer function =
         QLibrary::resolve(folder + u"libguanchao_browser.so"_s, "guanchaoPageView");
-    return function ? reinterpret_cast<PageView>(function)(address, &parent, failed) : nullptr;
+    return std::unique_ptr<PageBrowser>(
+        function ? reinterpret_cast<PageView>(function)(&parent, listener) : nullptr);
 }
 
 }  // namespace guanchao

@@ -8,12 +8,12 @@
 
 #include <QGuiApplication>
 #include <QOpenGLContext>
+#include <QWebEngineHistory>
 #include <QWebEngineLoadingInfo>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
-#include <functional>
 
 #include "market/page_browser.h"
 
@@ -75,36 +75,60 @@ void prepareShareContext() {
     }
 }
 
+// Without a page that tells of an error, the page that was shown stays.
 void quieten(QWebEngineSettings& settings) {
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
     settings.setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
 }
 
+guanchao::PageEvent eventOf(QWebEngineLoadingInfo::LoadStatus status) {
+    switch (status) {
+        case QWebEngineLoadingInfo::LoadStartedStatus:
+            return guanchao::PageEvent::begins;
+        case QWebEngineLoadingInfo::LoadStoppedStatus:
+            return guanchao::PageEvent::stopped;
+        case QWebEngineLoadingInfo::LoadSucceededStatus:
+            return guanchao::PageEvent::shown;
+        case QWebEngineLoadingInfo::LoadFailedStatus:
+            break;
+    }
+    return guanchao::PageEvent::notLoaded;
+}
+
+class PageView : public QWebEngineView, public guanchao::PageBrowser {
+public:
+    PageView(QWidget* parent, const guanchao::PageListener& listener) : QWebEngineView(parent) {
+        auto* profile = new QWebEngineProfile;  // keeps nothing on the disk
+        auto* page = new SilentPage(profile, this);
+        connect(page, &QObject::destroyed, profile, &QObject::deleteLater);
+        quieten(*page->settings());
+        setPage(page);
+        connect(page, &QWebEnginePage::renderProcessTerminated, this,
+                [listener] { listener.happened(guanchao::PageEvent::ended, {}); });
+        connect(page, &QWebEnginePage::loadProgress, this, listener.progress);
+        connect(page, &QWebEnginePage::loadingChanged, this,
+                [listener](const QWebEngineLoadingInfo& loading) {
+                    listener.happened(eventOf(loading.status()), loading.url().toString());
+                });
+    }
+
+    QWidget& control() override { return *this; }
+    void open(const QString& address) override { setUrl(QUrl(address)); }
+    bool canGoBack() const override { return history()->canGoBack(); }
+    void back() override { QWebEngineView::back(); }
+    void reload() override { QWebEngineView::reload(); }
+    void stop() override { QWebEngineView::stop(); }
+};
+
 }  // namespace
 
-extern "C" Q_DECL_EXPORT QWidget* guanchaoPageView(
-    const QString& address, QWidget* parent,
-    const std::function<void(guanchao::PageFailure)>& failed) {
+extern "C" Q_DECL_EXPORT guanchao::PageBrowser* guanchaoPageView(
+    QWidget* parent, const guanchao::PageListener& listener) {
     // Pages of text need no graphics processor, and drawing without one works everywhere.
     qputenv("QT_QUICK_BACKEND", "software");
     if (!prepareSandbox()) {
         return nullptr;
     }
     prepareShareContext();
-    auto* view = new QWebEngineView(parent);
-    auto* profile = new QWebEngineProfile;  // keeps nothing on the disk
-    auto* page = new SilentPage(profile, view);
-    QObject::connect(page, &QObject::destroyed, profile, &QObject::deleteLater);
-    quieten(*page->settings());
-    view->setPage(page);
-    QObject::connect(page, &QWebEnginePage::renderProcessTerminated, parent,
-                     [failed] { failed(guanchao::PageFailure::ended); });
-    QObject::connect(page, &QWebEnginePage::loadingChanged, parent,
-                     [failed](const QWebEngineLoadingInfo& loading) {
-                         if (loading.status() == QWebEngineLoadingInfo::LoadFailedStatus) {
-                             failed(guanchao::PageFailure::notLoaded);
-                         }
-                     });
-    view->setUrl(QUrl(address));
-    return view;
+    return new PageView(parent, listener);
 }

@@ -4,11 +4,13 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -392,6 +394,81 @@ TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
 }
 
 #ifdef GUANCHAO_BROWSER_LIBRARY
+// The engine does one of its many small steps a turn: it needs a loop that doesn't sleep between.
+bool comesTrue(const std::function<bool()>& condition) {
+    QEventLoop loop;
+    QTimer look, end;
+    look.callOnTimeout(&loop, [&] {
+        if (condition()) {
+            loop.exit(1);
+        }
+    });
+    end.callOnTimeout(&loop, [&] { loop.exit(0); });
+    look.start(5);
+    end.start(10000);
+    return loop.exec() == 1;
+}
+
+TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
+    RawService raw;
+    raw.answer = [&raw](QTcpSocket& socket) {
+        const QString path = raw.requests.section(u"GET "_s, -1).section(u' ', 0, 0);
+        if (path == u"/silent"_s) {
+            return;
+        }
+        if (path == u"/600000/"_s || path == u"/next"_s) {
+            const QByteArray page = "<title>" + path.toUtf8() + "</title>";
+            socket.write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: " +
+                         QByteArray::number(page.size()) + "\r\n\r\n" + page);
+            return;
+        }
+        socket.disconnectFromHost();
+    };
+    ASSERT_TRUE(QFile::link(QStringLiteral(GUANCHAO_BROWSER_LIBRARY),
+                            store_.folder() + u"libguanchao_browser.so"_s));
+    store_.run({u"update tempcanshu set f10url='"_s + raw.service().host + u"/600000/'"_s});
+    windows_.openAnew<Form11>();
+    auto* form = shownWindow<Form11>();
+    settle();
+    const QList<QWidget*> parts = form->findChildren<QWidget*>();
+    QWidget* browser = *std::ranges::find_if(
+        parts, [](const QWidget* it) { return it->inherits("QWebEngineView"); });
+    const auto shows = [&](const QString& title) {
+        return comesTrue([&] {
+            return browser->property("title").toString() == title &&
+                   !child<QPushButton>(form, u"stopRun"_s)->isVisible();
+        });
+    };
+    const auto follow = [&](const QString& path) {
+        browser->setProperty("url", QUrl(raw.service().host + path));
+    };
+    auto* back = child<QPushButton>(form, u"back"_s);
+    const auto* state = child<QLabel>(form, u"state"_s);
+    ASSERT_TRUE(shows(u"/600000/"_s));
+    EXPECT_FALSE(back->isEnabled());
+    follow(u"/next"_s);
+    ASSERT_TRUE(shows(u"/next"_s));
+    EXPECT_EQ(state->text(), QString());
+    follow(u"/dead"_s);
+    ASSERT_TRUE(comesTrue([&] { return state->text().startsWith(u"网页打不开："_s); }));
+    EXPECT_TRUE(browser->isVisible());
+    EXPECT_TRUE(shows(u"/next"_s));
+    follow(u"/silent"_s);
+    auto* stop = child<QPushButton>(form, u"stopRun"_s);
+    ASSERT_TRUE(comesTrue([&] { return stop->isVisible(); }));
+    EXPECT_TRUE(child<QProgressBar>(form, u"progress"_s)->isVisible());
+    stop->click();
+    ASSERT_TRUE(shows(u"/next"_s));
+    back->click();
+    ASSERT_TRUE(shows(u"/600000/"_s));
+    const qsizetype requests = raw.requests.count(u"GET /600000/"_s);
+    press(form, u"reload"_s);
+    EXPECT_TRUE(comesTrue([&] { return raw.requests.count(u"GET /600000/"_s) == requests + 1; }));
+    openWindows_.closeAll();
+    deleteClosedWindows();
+    EXPECT_TRUE(shell_.opened.isEmpty());
+}
+
 TEST_F(MarketWindowsTest, Form11ShowsThePageInItsBrowser) {
     ASSERT_TRUE(QFile::link(QStringLiteral(GUANCHAO_BROWSER_LIBRARY),
                             store_.folder() + u"libguanchao_browser.so"_s));
