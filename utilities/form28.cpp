@@ -21,16 +21,13 @@ void storeSwitch(QCheckBox& box, const std::function<void()>& statement) {
 }  // namespace
 
 Form28::Form28(Environment& environment, Windows&)
-    : RunWindow(Qt::Window),
+    : QDialog(nullptr, Qt::Window),
       ui_(std::make_unique<Ui::Form28>()),
-      download_(environment.pump, u"正在下载代理服务器列表。"_s,
-                [this] { ui_->Command4->setEnabled(!download_.running()); }),
-      http_(environment.yieldingHttp([this] {
-          download_.letEventsHappen();
-          return true;
-      })),
-      proxies_(environment.stores, environment.dialogs, *http_, environment.services.vendor) {
+      proxies_(environment.stores, environment.dialogs, environment.client,
+               environment.services.vendor),
+      downloads_(environment.failures) {
     ui_->setupUi(this);
+    ui_->stopRun->hide();
     // The keys choose as the mouse does; a click on the chosen line reads it once more.
     connect(ui_->List1, &QListWidget::itemSelectionChanged, this, &Form28::List1_Click);
     connect(ui_->List1, &QListWidget::itemClicked, this, &Form28::List1_Click);
@@ -41,6 +38,10 @@ Form28::Form28(Environment& environment, Windows&)
     connect(ui_->Command2, &QPushButton::clicked, this, &Form28::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form28::Command3_Click);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form28::Command4_Click);
+    // A closed window may live on under a question.
+    const auto stopDownload = [this] { downloads_.stop(); };
+    connect(ui_->stopRun, &QPushButton::clicked, this, stopDownload);
+    connect(this, &QDialog::finished, this, stopDownload);
     Form_Load();
 }
 
@@ -133,13 +134,23 @@ void Form28::Command3_Click() {
 }
 
 void Form28::Command4_Click() {
-    doRun([this] {
-        bool listed = false;
-        download_.run([&] { listed = proxies_.download(); });
-        if (listed) {
-            showChangedList();
-        }
-    });
+    if (!downloads_.running()) {
+        downloads_.start([this](std::stop_token stop) { return download(stop); });
+    }
+}
+
+QCoro::Task<> Form28::download(std::stop_token stop) {
+    showDownloading(true);
+    const auto end = qScopeGuard([this] { showDownloading(false); });
+    const bool listed = co_await proxies_.download(stop);
+    if (listed) {
+        showChangedList();
+    }
+}
+
+void Form28::showDownloading(bool downloading) {
+    ui_->Command4->setEnabled(!downloading);
+    ui_->stopRun->setVisible(downloading);
 }
 
 }  // namespace guanchao

@@ -2,11 +2,11 @@
 // and two switches. Tables proxy and tempcanshu of the article store; the rules are in Proxies.
 #pragma once
 
+#include <QDialog>
 #include <memory>
 
-#include "base/cancellable_run.h"
+#include "base/runs.h"
 #include "frame/environment.h"
-#include "frame/run_window.h"
 #include "frame/windows.h"
 #include "utilities/proxies.h"
 
@@ -16,7 +16,7 @@ class Form28;
 
 namespace guanchao {
 
-class Form28 : public RunWindow {
+class Form28 : public QDialog {
     Q_OBJECT
 
 public:
@@ -30,8 +30,8 @@ private:
     void showId(const QString& id);
     void showChangedList();
 
-    bool runs() const override { return download_.running(); }
-    void cancelRun() override { download_.cancel(); }
+    QCoro::Task<> download(std::stop_token stop);
+    void showDownloading(bool downloading);
 
     void List1_Click();
     void Check1_Click();
@@ -43,9 +43,8 @@ private:
     void Command4_Click();
 
     std::unique_ptr<Ui::Form28> ui_;
-    CancellableRun download_;
-    std::unique_ptr<Http> http_;
     Proxies proxies_;
+    Runs downloads_;
 };
 
 }  // namespace guanchao

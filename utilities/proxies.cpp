@@ -1,7 +1,9 @@
 #include "utilities/proxies.h"
 
 #include "base/activity.h"
+#include "base/later.h"
 #include "base/values.h"
+#include "store/patience.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -207,25 +209,29 @@ bool Proxies::remove(const QString& line) {
     return true;
 }
 
-bool Proxies::download() {
-    const Activity activity(u"下载代理服务器列表"_s);
-    const std::optional<QByteArray> body = http_.get(vendor_, u"/chaoxin/dlfwq.htm"_s);
-    const HtmlPage page = body ? readHtmlPage(*body) : HtmlPage();
+QCoro::Task<bool> Proxies::download(std::stop_token stop) {
+    const QString file = u"/chaoxin/dlfwq.htm"_s;
+    const HttpReply reply = co_await http_.get(vendor_, file, stop);
+    const HtmlPage page = reply.answered() ? readHtmlPage(reply.body) : HtmlPage();
     const QString words = page.title + page.text;
-    if (!body || words.contains(u"找不到服务器"_s) || words.contains(u"无法找到该页"_s)) {
+    if (!reply.answered() || words.contains(u"找不到服务器"_s) ||
+        words.contains(u"无法找到该页"_s)) {
         dialogs_.tell(u"找不到服务器,请稍后再试!"_s);
-        return false;
+        co_return false;
     }
-    takeOver(page.tables);
+    const auto step = [=, this] { return takeOver(page.tables); };
+    co_await patiently(step, stop);
     dialogs_.tell(u"下载代理服务器列表完成！"_s);
-    return true;
+    endIfStopped(stop);
+    co_return true;
 }
 
 // Each table replaces the servers of the one before it. One that is too short for a list ends it
 // all at once, and the marks stay as they are.
-void Proxies::takeOver(const QList<HtmlTable>& tables) {
+bool Proxies::takeOver(const QList<HtmlTable>& tables) {
+    const Activity activity(u"下载代理服务器列表"_s);
     if (tables.isEmpty()) {
-        return;
+        return true;
     }
     Connection store = stores_.article.open();
     Transaction transaction(store);
@@ -233,7 +239,7 @@ void Proxies::takeOver(const QList<HtmlTable>& tables) {
     for (const HtmlTable& table : tables) {
         if (table.size() < fewestRows) {
             transaction.commit();
-            return;
+            return true;
         }
         server = currentServer(store);
         store.execute(u"delete from proxy  where down=1"_s);
@@ -243,6 +249,7 @@ void Proxies::takeOver(const QList<HtmlTable>& tables) {
     }
     markCurrent(store, server);
     transaction.commit();
+    return true;
 }
 
 }  // namespace guanchao

@@ -4,11 +4,13 @@
 // nothing of its operation written.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <optional>
+#include <stop_token>
 
 #include "formats/html_tables.h"
 #include "platform/dialogs.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -33,7 +35,7 @@ struct ProxyList {
 
 class Proxies {
 public:
-    Proxies(const Stores& stores, Dialogs& dialogs, Http& http, const Service& vendor)
+    Proxies(const Stores& stores, Dialogs& dialogs, HttpClient& http, const Service& vendor)
         : stores_(stores), dialogs_(dialogs), http_(http), vendor_(vendor) {}
 
     ProxyList load() const;
@@ -48,16 +50,16 @@ public:
     bool modify(const Proxy& typed);
     bool remove(const QString& line);
     // The servers of the vendor's page in place of those that came from it before.
-    bool download();
+    QCoro::Task<bool> download(std::stop_token stop);
 
 private:
     std::optional<Proxy> checked(const Proxy& typed);
     void setSwitch(const QString& column, bool on);
-    void takeOver(const QList<HtmlTable>& tables);
+    bool takeOver(const QList<HtmlTable>& tables);
 
     const Stores& stores_;
     Dialogs& dialogs_;
-    Http& http_;
+    HttpClient& http_;
     const Service& vendor_;
 };
 

@@ -32,6 +32,7 @@ protected:
     Globals globals_;
     FakeClock clock_;
     FakeDialogs dialogs_;
+    FakeFailures failures_;
     FakePump pump_;
     FakeHttp http_;
     ResultGrid grid_;

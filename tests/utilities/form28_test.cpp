@@ -4,7 +4,9 @@
 #include <QFile>
 #include <QListWidget>
 
+#include "platform/qt_http_client.h"
 #include "store/store_error.h"
+#include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -20,6 +22,13 @@ protected:
     }
 
     QCheckBox& check(const QString& name) const { return *find<QCheckBox>(name); }
+    bool isDownloading() {
+        EXPECT_NE(button(u"Command4"_s)->isEnabled(), button(u"stopRun"_s)->isVisible());
+        return !button(u"Command4"_s)->isEnabled();
+    }
+    QStringList servers() {
+        return TestStores::rows(stores_.article, u"select ProxyServer from proxy"_s);
+    }
     QString shown() {
         QStringList values{label(u"Label6"_s)};
         for (int box = 1; box <= 5; ++box) {
@@ -65,12 +74,89 @@ TEST_F(Form28Test, TheButtonsLoadTheListAgain) {
     EXPECT_EQ(list->count(), 2);
     EXPECT_EQ(label(u"Label6"_s), QString());
     http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
-    pump_.onRun = [this] { EXPECT_FALSE(button(u"Command4"_s)->isEnabled()); };
+    http_.onGet = [this] { EXPECT_TRUE(isDownloading()); };
     click(u"Command4"_s);
-    EXPECT_EQ(pump_.runs, 1);
-    EXPECT_TRUE(button(u"Command4"_s)->isEnabled());
+    EXPECT_EQ(http_.paths.size(), 1);
+    EXPECT_FALSE(isDownloading());
     EXPECT_EQ(list->count(), 4);
     EXPECT_TRUE(button(u"Command1"_s)->isDefault());
+}
+
+TEST_F(Form28Test, ADeadOrSilentVendorHoldsNothing) {
+    RawService vendor;
+    services_.vendor = vendor.service();
+    http_.client = std::make_unique<QtHttpClient>();
+    for (const ServiceManner& it : hangingUp) {
+        vendor.answer = it.answer;
+        click(u"Command4"_s);
+        EXPECT_TRUE(isDownloading());
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !isDownloading(); })) << it.what;
+        EXPECT_EQ(std::exchange(dialogs_.shown, {}),
+                  QStringList{u"观潮台|找不到服务器,请稍后再试!"_s});
+    }
+    for (const ServiceManner& it : neverDone) {
+        for (const bool closes : {false, true}) {
+            bool asked = false;
+            vendor.answer = [&](QTcpSocket& socket) {
+                asked = true;
+                it.answer(socket);
+            };
+            click(u"Command4"_s);
+            ASSERT_TRUE(QTest::qWaitFor([&] { return asked; })) << it.what;
+            const int before = vendor.hangUps;
+            if (closes) {
+                form_->close();
+                open<Form28>();
+            } else {
+                click(u"stopRun"_s);
+            }
+            EXPECT_FALSE(isDownloading());
+            EXPECT_TRUE(QTest::qWaitFor([&] { return vendor.hangUps > before; })) << "broken off";
+        }
+    }
+    EXPECT_EQ(dialogs_.shown, QStringList());
+}
+
+TEST_F(Form28Test, ClosedWhereverItsDownloadWaitsItChangesAndSaysNothing) {
+    http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
+    const auto close = [this] {
+        EXPECT_TRUE(isDownloading());
+        QTest::keyClick(form_, Qt::Key_Escape);
+        EXPECT_FALSE(form_->isVisible());
+    };
+    http_.gate = std::make_shared<Later<bool>>();
+    click(u"Command4"_s);
+    // Under a question a closed window lives on.
+    dialogs_.onAsk = [&] {
+        close();
+        http_.gate->deliver(true);
+        EXPECT_EQ(dialogs_.shown.size(), 1);
+    };
+    keepingDialogs_.ask({}, {});
+    EXPECT_EQ(servers(), QStringList({u"one"_s, u"two"_s}));
+    open<Form28>();
+    {
+        Connection other = stores_.article.open();
+        other.execute(u"begin exclusive"_s);
+        click(u"Command4"_s);
+        close();
+    }
+    deleteClosedWindows();
+    EXPECT_EQ(servers(), QStringList({u"one"_s, u"two"_s}));
+    EXPECT_EQ(dialogs_.shown.size(), 1);
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+TEST_F(Form28Test, ADownloadWaitsForAHeldStoreWithoutHoldingItsWindow) {
+    http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
+    {
+        Connection other = stores_.article.open();
+        other.execute(u"begin exclusive"_s);
+        click(u"Command4"_s);
+        EXPECT_TRUE(isDownloading());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !isDownloading(); }));
+    EXPECT_EQ(servers(), QStringList({u"one"_s, u"two"_s, u"a"_s, u"b"_s}));
 }
 
 TEST_F(Form28Test, TheSwitchesAreStoredAtAClick) {
