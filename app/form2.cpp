@@ -10,8 +10,8 @@
 
 #include "app/auto_update.h"
 #include "app/maintenance.h"
-#include "app/shutdown.h"
 #include "app/startup.h"
+#include "base/pause.h"
 #include "base/values.h"
 #include "frame/looks.h"
 #include "market/form21.h"
@@ -145,17 +145,12 @@ void Form2::connectTimers() {
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
 }
 
-// A shutdown that came in the middle of the command is made up for: the run holds the lock of a
-// store, to which the shutdown writes.
-void Form2::runExchange(const QString& name, const std::function<void()>& command) {
-    ui_->Label1->setText(u"正在"_s + name + u"…"_s);
-    const auto endProgramNow = qScopeGuard([this] {
-        ui_->Label1->clear();
-        if (endAfterExchange_) {
-            endProgram();
-        }
+void Form2::startExchange(const QString& name, const Runs::Job& command) {
+    exchangeRuns_.start([this, name, command](std::stop_token stop) -> QCoro::Task<> {
+        ui_->Label1->setText(u"正在"_s + name + u"…"_s);
+        const auto end = qScopeGuard([this] { ui_->Label1->clear(); });
+        co_await command(stop);
     });
-    command();
 }
 
 void Form2::showExchange(const ExchangeProgress& progress) {
@@ -185,7 +180,6 @@ void Form2::connectGrids() {
 }
 
 void Form2::Form_Load() {
-    tuichubiaozhi_ = 0;
     // A first refresh that fails, on a store that is locked for the moment, must not leave the
     // program without its alarms for the rest of the day.
     const auto enableTimers = qScopeGuard([this] {
@@ -341,11 +335,16 @@ void Form2::MSHFlexGrid2_DblClick(int row) {
 
 void Form2::Timer1_Timer() {
     Timer1_.stop();
+    beginning_.start([this](std::stop_token stop) { return beginMonitoring(stop); });
+}
+
+QCoro::Task<> Form2::beginMonitoring(std::stop_token stop) {
+    constexpr std::chrono::milliseconds untilItShows(0);
     const QString caption = windowTitle();
     setWindowTitle(caption + u"   正在更新代码表"_s);
-    environment_.pump.runPendingEvents();
+    co_await pause(untilItShows, stop);
     setWindowTitle(caption);
-    environment_.pump.runPendingEvents();
+    co_await pause(untilItShows, stop);
     alarmDesk_.start();
 }
 
@@ -371,59 +370,16 @@ void Form2::Timer4_Timer() {
 }
 
 void Form2::closeEvent(QCloseEvent* event) {
-    const CloseAnswer answer = answerClose(tuichubiaozhi_, environment_.dialogs);
-    // 退出 in the tray may come while the question stands; it is the later word.
-    if (answer == CloseAnswer::shutDown || tuichubiaozhi_ == 1) {
-        // A window whose user wants to keep unsaved work keeps the program running, and the
-        // collector with it: it hears of the end only when that is sure.
-        if (!environment_.openWindows.closeAll()) {
-            tuichubiaozhi_ = 0;
-            endLater();
-            event->ignore();
-            return;
-        }
-        endProgram();
-        event->accept();
-    } else {
-        event->ignore();
-        hideToTray();
-    }
+    event->ignore();
+    programEnd_.closeMainWindow();
 }
 
-// A run ends between two of its steps, and its window after it; a question waits for its answer:
-// then the program ends.
-void Form2::endLater() {
-    if (environment_.openWindows.questionStands()) {
-        environment_.openWindows.afterQuestion(*this, [this] { tuopanexit_Click(); });
-    } else if (const QWidget* window = environment_.openWindows.endingWindow()) {
-        connect(window, &QObject::destroyed, this, &Form2::tuopanexit_Click,
-                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
-    }
-}
-
-void Form2::hideToTray() {
-    const bool inTray = desktop_.tray.hide(environment_.dialogs);
-    environment_.openWindows.closeAll();
-    if (inTray) {
-        hide();
-    } else {
-        showMinimized();
-    }
-}
-
-void Form2::endProgram() {
+// An exchange holds the lock of a store, to which the end of the program writes.
+QCoro::Task<> Form2::endRuns(std::stop_token stop) {
     quoteRuns_.stop();
     versionChecks_.stop();
-    if (exchangeRun_.running()) {
-        endAfterExchange_ = true;
-        exchangeRun_.cancel();
-        environment_.openWindows.closeAll();
-        return;
-    }
-    shutDown(
-        environment_.stores, environment_.executableName, desktop_.tray, environment_.processes,
-        [this] { environment_.openWindows.closeAll(); },
-        [this](const std::exception& failure) { environment_.dialogs.tell(failureText(failure)); });
+    exchangeRun_.cancel();
+    co_await exchangeRuns_.end(stop);
 }
 
 void Form2::tuopan显示_Click() {
@@ -435,8 +391,8 @@ void Form2::tuopan显示_Click() {
 }
 
 void Form2::tuopanexit_Click() {
-    tuichubiaozhi_ = 1;
-    close();
+    themeRuns_.stop();
+    programEnd_.exit();
 }
 
 }  // namespace guanchao

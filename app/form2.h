@@ -1,7 +1,7 @@
 // Form2, the main window "观潮台(V3.7)": themes on the left, stocks on the right, and the menus
 // from which every other window opens. Tables dzhzhuti, dmb and tempcanshu of the main store, and
 // what its commands write; the rules are in ThemeTable, ThemeCommands, Watchlist, QuoteRun,
-// AlarmDesk, the export and imports, startup and shutdown.
+// AlarmDesk, the export and imports, startup and ProgramEnd.
 #pragma once
 
 #include <QMainWindow>
@@ -11,6 +11,7 @@
 
 #include "app/alarm_view.h"
 #include "app/desktop.h"
+#include "app/program_end.h"
 #include "base/runs.h"
 #include "exchange/backup_export.h"
 #include "frame/environment.h"
@@ -71,7 +72,7 @@ private:
 
     void watchTray();
     void showSound(const QString& file);
-    void runExchange(const QString& name, const std::function<void()>& command);
+    void startExchange(const QString& name, const Runs::Job& command);
     void showExchange(const ExchangeProgress& progress);
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
@@ -82,9 +83,8 @@ private:
     void showUpdating(bool updating);
     void stopQuotes();
     void showProgress(const QuoteProgress& progress);
-    void endLater();
-    void hideToTray();
-    void endProgram();
+    QCoro::Task<> beginMonitoring(std::stop_token stop);
+    QCoro::Task<> endRuns(std::stop_token stop);
 
     void 刷新_Click();
     void 全部显示_Click();
@@ -129,11 +129,13 @@ private:
     QTimer Timer1_;  // once after the load
     QTimer Timer4_;  // once per version check
 
-    int tuichubiaozhi_ = 0;  // 退出标志: 1 closes without asking
-    bool endAfterExchange_ = false;
-
+    Runs beginning_{environment_.failures};
     Runs quoteRuns_{environment_.failures};
     Runs versionChecks_{environment_.failures};
+    Runs themeRuns_{environment_.failures};
+    Runs exchangeRuns_{environment_.failures};
+    ProgramEnd programEnd_{*this, environment_, desktop_.tray,
+                           [this](std::stop_token stop) { return endRuns(stop); }};
 };
 
 }  // namespace guanchao

@@ -102,28 +102,39 @@ void Form2::connectCommands() {
 
 void Form2::connectThemeCommands() {
     Globals& globals = environment_.globals;
-    // The theme is noted: while a box of the command stands, an alarm empties the shared one.
-    const auto command = [this, &globals](QAction* entry, auto run) {
+    // The theme is noted: while the question of the command stands, an alarm empties the shared
+    // one.
+    using Command = std::function<QCoro::Task<Redraw>(const QString& theme, std::stop_token stop)>;
+    const auto command = [this, &globals](const QAction* entry, const Command& run) {
         connect(entry, &QAction::triggered, this, [this, &globals, run] {
-            const QString theme = globals.dangqianzhuti;
-            redraw(run(theme), theme);
+            themeRuns_.start(
+                [this, run, theme = globals.dangqianzhuti](std::stop_token stop) -> QCoro::Task<> {
+                    const Redraw part = co_await run(theme, stop);
+                    redraw(part, theme);
+                });
         });
     };
-    command(ui_->修改主题名称,
-            [this](const QString& theme) { return themeCommands_.rename(theme); });
-    command(ui_->删除主题,
-            [this](const QString& theme) { return themeCommands_.removeTheme(theme); });
-    command(ui_->修改关注度,
-            [this](const QString& theme) { return themeCommands_.changeAttention(theme); });
-    command(ui_->全删指定只数的主题,
-            [this](const QString&) { return themeCommands_.removeSmallThemes(themes_); });
-    command(ui_->addzhutigu,
-            [this](const QString& theme) { return themeCommands_.addStock(theme); });
-    command(ui_->deletezhutigu, [this, &globals](const QString& theme) {
-        return themeCommands_.removeStock(theme, globals.dangqiandm);
+    command(ui_->修改主题名称, [this](const QString& theme, std::stop_token stop) {
+        return themeCommands_.rename(theme, stop);
     });
-    command(ui_->修改相关度, [this, &globals](const QString& theme) {
-        return themeCommands_.changeRelevance(theme, globals.dangqiandm);
+    command(ui_->删除主题, [this](const QString& theme, std::stop_token stop) {
+        return themeCommands_.removeTheme(theme, stop);
+    });
+    command(ui_->修改关注度, [this](const QString& theme, std::stop_token stop) {
+        return themeCommands_.changeAttention(theme, stop);
+    });
+    command(ui_->全删指定只数的主题, [this](const QString&, std::stop_token stop) {
+        return themeCommands_.removeSmallThemes(themes_, stop);
+    });
+    command(ui_->addzhutigu, [this](const QString& theme, std::stop_token stop) {
+        return themeCommands_.addStock(theme, stop);
+    });
+    command(ui_->修改相关度, [this, &globals](const QString& theme, std::stop_token stop) {
+        return themeCommands_.changeRelevance(theme, globals.dangqiandm, stop);
+    });
+    connect(ui_->deletezhutigu, &QAction::triggered, this, [this, &globals] {
+        const QString theme = globals.dangqianzhuti;
+        redraw(themeCommands_.removeStock(theme, globals.dangqiandm), theme);
     });
 }
 
@@ -149,15 +160,17 @@ void Form2::connectArticles() {
 }
 
 void Form2::connectExchange() {
-    const auto command = [this](const QAction* entry, const std::function<void()>& run) {
+    const auto command = [this](const QAction* entry, const Runs::Job& run) {
         connect(entry, &QAction::triggered, this,
-                [this, entry, run] { runExchange(entry->text(), run); });
+                [this, entry, run] { startExchange(entry->text(), run); });
     };
-    command(ui_->导出数据, [this] { backupExport_.exportData(); });
-    command(ui_->导入新闻和商品,
-            [this] { importNews(environment_.stores, environment_.dialogs, exchangeRun_); });
-    command(ui_->导入文章,
-            [this] { importArticles(environment_.stores, environment_.dialogs, exchangeRun_); });
+    command(ui_->导出数据, [this](std::stop_token stop) { return backupExport_.exportData(stop); });
+    command(ui_->导入新闻和商品, [this](std::stop_token stop) {
+        return importNews(environment_.stores, environment_.dialogs, exchangeRun_, stop);
+    });
+    command(ui_->导入文章, [this](std::stop_token stop) {
+        return importArticles(environment_.stores, environment_.dialogs, exchangeRun_, stop);
+    });
 }
 
 void Form2::connectLaunchers() {

@@ -15,7 +15,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .services = services_,
                    .clock = clock_,
                    .openWindows = openWindows_,
-                   .dialogs = keepingDialogs_,
+                   .dialogs = dialogs_,
                    .failures = application_,
                    .pump = pump_,
                    .client = client_,
@@ -28,12 +28,11 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .meanVolume = meanVolume_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {
-    application_.setDialogs(&keepingDialogs_);
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }
 
 int Program::run() {
-    // Inside the event loop, since the load may show a box in which the user ends the program.
+    // Inside the event loop, where the failure of the load is shown.
     QTimer::singleShot(0, &form2_, [this] {
         application_.guard([this] { form2_.Form_Load(); });
         form2_.show();

@@ -6,7 +6,7 @@
 
 #include "app/form2.h"
 #include "frame/application.h"
-#include "frame/keeping_dialogs.h"
+#include "frame/open_windows.h"
 #include "market/mean_volume.h"
 #include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
@@ -27,7 +27,6 @@ class Program {
 public:
     // Raises OperationError where the application folder can't be made ready.
     Program(Application& application, DesktopDialogs& dialogs);
-    ~Program() { application_.setDialogs(&dialogs_); }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -58,7 +57,6 @@ private:
     MeanVolume meanVolume_{client_, services_.history, clock_};
 
     OpenWindows openWindows_;
-    KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
     Environment environment_;
     Windows windows_{environment_};
     Form2 form2_{environment_, windows_, {tray_, sound_, notifier_, userLauncherFolders()}};

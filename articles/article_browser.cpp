@@ -78,39 +78,38 @@ bool ArticleBrowser::takeChosenRow() {
     return false;
 }
 
-bool ArticleBrowser::removeCurrent() {
-    const Activity activity(u"删除文章"_s);
+QCoro::Task<bool> ArticleBrowser::removeCurrent(std::stop_token stop) {
     // A press in a list of one holds no article: what is named is what goes.
     const int row = grid_.markedRow();
     const qint32 id = idOf(row);
-    if (!dialogs_.ask(u"确实要删除文章《"_s + grid_.textMatrix(row, titleColumn) + u"》吗?"_s)) {
-        return false;
+    const bool agreed = co_await dialogs_.ask(
+        stop, u"确实要删除文章《"_s + grid_.textMatrix(row, titleColumn) + u"》吗?"_s);
+    if (!agreed) {
+        co_return false;
     }
-    {
-        Connection store = stores_.article.open();
-        removeArticle(store, id, globals_);
-    }
+    const Activity activity(u"删除文章"_s);
+    Connection store = stores_.article.open();
+    removeArticle(store, id, globals_);
     dialogs_.tell(u" 已删除这篇文章!"_s);
-    return true;
+    co_return true;
 }
 
-bool ArticleBrowser::removeListed() {
-    const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
+QCoro::Task<bool> ArticleBrowser::removeListed(std::stop_token stop) {
     QList<qint32> listed;
     for (int row = 1; row < grid_.rows(); ++row) {
         listed << idOf(row);
     }
-    if (!dialogs_.ask(u"确实要删除本表中显示的所有文章吗?"_s)) {
-        return false;
+    const bool agreed = co_await dialogs_.ask(stop, u"确实要删除本表中显示的所有文章吗?"_s);
+    if (!agreed) {
+        co_return false;
     }
-    {
-        Connection store = stores_.article.open();
-        for (const qint32 id : listed) {
-            removeArticle(store, id, globals_);
-        }
+    const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
+    Connection store = stores_.article.open();
+    for (const qint32 id : listed) {
+        removeArticle(store, id, globals_);
     }
     dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
-    return true;
+    co_return true;
 }
 
 qint32 ArticleBrowser::idOf(int row) const {

@@ -42,10 +42,10 @@ public:
     bool takeChosenRow();
 
     // 删除本篇: the article of the grid's marked row. True if it is done.
-    bool removeCurrent();
+    QCoro::Task<bool> removeCurrent(std::stop_token stop);
 
     // 删除本表: every article that the grid shows. True if it is done.
-    bool removeListed();
+    QCoro::Task<bool> removeListed(std::stop_token stop);
 
 private:
     qint32 idOf(int row) const;

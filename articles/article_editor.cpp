@@ -177,21 +177,20 @@ std::optional<ArticleEditor::Checked> ArticleEditor::refuse(const QString& answe
     return std::nullopt;
 }
 
-bool ArticleEditor::remove(const ArticleFields& fields) {
+QCoro::Task<bool> ArticleEditor::remove(ArticleFields fields, std::stop_token stop) {
+    const bool agreed = co_await dialogs_.ask(stop, u"确实要删除这篇文章吗?"_s);
+    if (!agreed) {
+        co_return false;
+    }
     const Activity activity(u"删除文章"_s);
-    if (!dialogs_.ask(u"确实要删除这篇文章吗?"_s)) {
-        return false;
-    }
-    {
-        Connection store = stores_.article.open();
-        removeArticle(store, idOf(fields), globals_);
-    }
+    Connection store = stores_.article.open();
+    removeArticle(store, idOf(fields), globals_);
     dialogs_.tell(u" 已删除这篇文章!"_s);
-    return true;
+    co_return true;
 }
 
-bool ArticleEditor::mayDiscard() {
-    return dialogs_.askToLose(u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s);
+QCoro::Task<bool> ArticleEditor::mayDiscard(std::stop_token stop) {
+    return dialogs_.askToLose(stop, u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s);
 }
 
 }  // namespace guanchao

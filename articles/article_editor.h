@@ -37,10 +37,10 @@ public:
     QString save(ArticleFields& fields);
 
     // 删除: true if the user agreed.
-    bool remove(const ArticleFields& fields);
+    QCoro::Task<bool> remove(ArticleFields fields, std::stop_token stop);
 
     // Asks whether unsaved changes may go.
-    bool mayDiscard();
+    QCoro::Task<bool> mayDiscard(std::stop_token stop);
 
     // 添加完毕, 修改完毕: what shows for a moment after a save.
     static inline const QString added = QStringLiteral("添加完毕!");

@@ -23,11 +23,12 @@ void showLines(EntryBox& box, const QStringList& lines) {
 }  // namespace
 
 Form26::Form26(Environment& environment, Windows& /*windows*/)
-    : QDialog(nullptr, Qt::Window),
+    : AskingWindow(Qt::Window),
       stores_(environment.stores),
-      openWindows_(environment.openWindows),
       ui_(std::make_unique<Ui::Form26>()),
-      editor_(environment.stores, environment.globals, environment.clock, environment.dialogs) {
+      editor_(environment.stores, environment.globals, environment.clock, environment.dialogs),
+      deletion_(environment.failures),
+      leaving_(environment.failures) {
     ui_->setupUi(this);
     ui_->findBar->setTextEdit(*ui_->RichTextBox1);
     ui_->Label3->hide();
@@ -126,7 +127,7 @@ bool Form26::event(QEvent* event) {
             this, [failure = std::exchange(failure_, nullptr)] { std::rethrow_exception(failure); },
             Qt::QueuedConnection);
     }
-    return QDialog::event(event);
+    return AskingWindow::event(event);
 }
 
 void Form26::Combo4_Click() {
@@ -135,9 +136,7 @@ void Form26::Combo4_Click() {
 
 void Form26::related_Click(const EntryBox& box) {
     next_ = idOfLine(box.currentText());
-    if (mayLeave()) {
-        Timer3_.start();
-    }
+    leave([this] { Timer3_.start(); });
 }
 
 void Form26::Command2_Click() {
@@ -167,9 +166,13 @@ void Form26::showSaved(const ArticleFields& saved, const QString& words) {
 }
 
 void Form26::Command4_Click() {
-    if (editor_.remove(fields())) {
-        QDialog::reject();
-    }
+    deletion_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const ArticleFields shown = fields();
+        const bool removed = co_await editor_.remove(shown, stop);
+        if (removed) {
+            QDialog::reject();
+        }
+    });
 }
 
 void Form26::Timer1_Timer() {
@@ -188,23 +191,24 @@ void Form26::Timer3_Timer() {
 }
 
 void Form26::reject() {
-    if (mayLeave()) {
-        QDialog::reject();
-    }
+    leave([this] { QDialog::reject(); });
 }
 
-bool Form26::mayLeave() {
+// Unsaved changes are asked about once; a deletion that waits for its answer is then off.
+void Form26::leave(const std::function<void()>& step) {
+    deletion_.stop();
     if (fields() == kept_) {
-        return true;
+        step();
+    } else if (!leaving_.running()) {
+        leaving_.start([this, step](std::stop_token stop) -> QCoro::Task<> {
+            const bool may = co_await editor_.mayDiscard(stop);
+            if (may) {
+                step();
+            } else {
+                emit stays();
+            }
+        });
     }
-    if (openWindows_.questionStands()) {
-        return false;
-    }
-    const bool may = editor_.mayDiscard();
-    if (!may) {
-        openWindows_.stay();
-    }
-    return may;
 }
 
 }  // namespace guanchao

@@ -3,16 +3,17 @@
 // the current article, or for a new one the article context, over at its load. Several can be open.
 #pragma once
 
-#include <QDialog>
 #include <QTimer>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 
 #include "articles/article_editor.h"
+#include "base/runs.h"
+#include "frame/asking_window.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
-#include "frame/open_windows.h"
 #include "frame/windows.h"
 
 namespace Ui {
@@ -21,7 +22,7 @@ class Form26;
 
 namespace guanchao {
 
-class Form26 : public QDialog {
+class Form26 : public AskingWindow {
     Q_OBJECT
 
 public:
@@ -41,7 +42,7 @@ private:
     void showArticle(const std::optional<ArticleFields>& article);
     void showRelated(const RelatedArticles& related);
     void showSaved(const ArticleFields& saved, const QString& words);
-    bool mayLeave();
+    void leave(const std::function<void()>& step);
 
     void Form_Load();
     void Combo4_Click();
@@ -54,7 +55,6 @@ private:
     void Timer3_Timer();
 
     const Stores& stores_;
-    OpenWindows& openWindows_;
     std::unique_ptr<Ui::Form26> ui_;
     ArticleEditor editor_;
     DateBoxes* date_ = nullptr;
@@ -64,6 +64,8 @@ private:
     QTimer Timer1_;               // hides the flash message
     QTimer Timer2_;               // closes the window of an article that is deleted
     QTimer Timer3_;               // moves to the article chosen in a related list
+    Runs deletion_;
+    Runs leaving_;
 };
 
 }  // namespace guanchao

@@ -15,7 +15,8 @@ Form27::Form27(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form27>()),
       browser_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               grid_) {
+               grid_),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"没有符合条件的文章\n\n点“新建”写一篇"_s);
@@ -131,15 +132,20 @@ void Form27::MSHFlexGrid1_RowChosen(int row) {
 }
 
 void Form27::删除本篇_Click() {
-    if (browser_.removeCurrent()) {
-        Form_Load();
-    }
+    remove(&ArticleBrowser::removeCurrent);
 }
 
 void Form27::删除本表_Click() {
-    if (browser_.removeListed()) {
-        Form_Load();
-    }
+    remove(&ArticleBrowser::removeListed);
+}
+
+void Form27::remove(QCoro::Task<bool> (ArticleBrowser::*removal)(std::stop_token)) {
+    runs_.start([this, removal](std::stop_token stop) -> QCoro::Task<> {
+        const bool removed = co_await (browser_.*removal)(stop);
+        if (removed) {
+            Form_Load();
+        }
+    });
 }
 
 }  // namespace guanchao

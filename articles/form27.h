@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "articles/article_browser.h"
+#include "base/runs.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
@@ -43,6 +44,7 @@ private:
     void 打开文章_Click();
     void 删除本篇_Click();
     void 删除本表_Click();
+    void remove(QCoro::Task<bool> (ArticleBrowser::*removal)(std::stop_token));
 
     Environment& environment_;
     Windows& windows_;
@@ -53,6 +55,7 @@ private:
     DateBoxes* last_ = nullptr;
     PickerBox* picker_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on an article
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -9,10 +9,6 @@ public:
     virtual ~EventPump() = default;
     virtual void runPendingEvents() = 0;
 
-    // The same without what the user and the timers do, which waits for the next time: for a job
-    // whose data no click may change on the way, and in which no window's timer may open a box.
-    virtual void runPendingEventsButInput() = 0;
-
     // For a loop of very small steps, where asking for events costs more than the step: a pump may
     // leave out the times that follow another too closely for anyone to notice.
     virtual void runPendingEventsIfDue() { runPendingEvents(); }

@@ -1,20 +1,35 @@
 #include "base/runs.h"
 
 #include <QScopeGuard>
-
-#include "base/later.h"
+#include <utility>
 
 namespace guanchao {
 
 void Runs::start(Job job) {
-    underWay_->emplace_back();
-    carryOut(std::move(job), underWay_->back(), underWay_, failures_);
+    underWay_->sources.emplace_back();
+    carryOut(std::move(job), underWay_->sources.back(), underWay_, failures_);
 }
 
 void Runs::stop() {
-    const UnderWay sources = *underWay_;
+    const std::list<std::stop_source> sources = underWay_->sources;
     for (std::stop_source source : sources) {
         source.request_stop();
+    }
+}
+
+QCoro::Task<> Runs::end(std::stop_token stop) {
+    this->stop();
+    if (running()) {
+        const auto lastEnded = std::make_shared<Later<bool>>();
+        underWay_->lastEnded = lastEnded;
+        co_await lastEnded->orStop(stop);
+    }
+}
+
+void Runs::leave(UnderWay& underWay, const std::stop_source& source) {
+    underWay.sources.remove(source);
+    if (underWay.sources.empty() && underWay.lastEnded) {
+        std::exchange(underWay.lastEnded, nullptr)->deliver(true);
     }
 }
 
@@ -22,7 +37,7 @@ void Runs::stop() {
 QCoro::Task<> Runs::carryOut(Job job, std::stop_source source, std::shared_ptr<UnderWay> underWay,
                              Failures& failures) {
     try {
-        const auto end = qScopeGuard([&] { underWay->remove(source); });
+        const auto end = qScopeGuard([&] { leave(*underWay, source); });
         co_await job(source.get_token());
     } catch (const Cancelled&) {
         co_return;

@@ -9,6 +9,8 @@
 #include <memory>
 #include <stop_token>
 
+#include "base/later.h"
+
 namespace guanchao {
 
 // Where failures of operations end: each is told, and the program goes on.
@@ -35,13 +37,20 @@ public:
     // Those that wait have ended when this returns; one that calls this ends at its next await.
     void stop();
 
-    bool running() const { return !underWay_->empty(); }
+    // The same, and waits for those that are in the middle of a step.
+    QCoro::Task<> end(std::stop_token stop);
+
+    bool running() const { return !underWay_->sources.empty(); }
 
 private:
-    using UnderWay = std::list<std::stop_source>;
+    struct UnderWay {
+        std::list<std::stop_source> sources;
+        std::shared_ptr<Later<bool>> lastEnded;  // while that is waited for
+    };
 
     static QCoro::Task<> carryOut(Job job, std::stop_source source,
                                   std::shared_ptr<UnderWay> underWay, Failures& failures);
+    static void leave(UnderWay& underWay, const std::stop_source& source);
 
     Failures& failures_;
     std::shared_ptr<UnderWay> underWay_ = std::make_shared<UnderWay>();

@@ -15,6 +15,7 @@
 #include "store/recordset.h"
 #include "store/store_file.h"
 #include "tests/support/fakes.h"
+#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -51,7 +52,7 @@ struct Exchange {
         createStore(stores.backupTemplate.path, stores.backupTemplate.key,
                     schemaText(Schema::backup));
         dialogs.typed = folder.path() + u'/';
-        backup.exportData();
+        outcomeOf(backup.exportData({}));
         library = {dialogs.typed + u"zhutibackup.ztb"_s, stores.backupKey};
     }
 
@@ -154,7 +155,7 @@ void exportOfAllThemes(benchmark::State& state) {
             copyStore(it.stores.article, it.dialogs.typed + u"/wenzhang.ztb"_s);
             copyStore(it.stores.heat, it.dialogs.typed + u"/caijiqi.ztb"_s);
         },
-        [&] { it.backup.exportData(); });
+        [&] { it.outcomeOf(backup.exportData({})); });
 }
 BENCHMARK(exportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 

@@ -51,7 +51,8 @@ void CollectorProgram::begin(const QString& word) {
         settings_, [this] { return std::uniform_real_distribution<>(0, 1)(random_); });
     collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, *pacing_);
     collection_->begin();
-    window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, job_->title());
+    window_ =
+        std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, job_->title());
     window_->ended = [this] { end(); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
     if (order_.windowWanted) {
@@ -89,6 +90,8 @@ void CollectorProgram::refuse(const QString& reason) {
     QTextStream(stderr) << reason << '\n';
     if (order_.windowWanted) {
         dialogs_.tell(reason, programName);
+        Application::setQuitOnLastWindowClosed(true);
+        Application::exec();
     }
 }
 

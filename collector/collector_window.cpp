@@ -47,11 +47,13 @@ Colour stateColour(ItemState state) {
 
 }  // namespace
 
-CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, const QString& title)
+CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failures& failures,
+                                 const QString& title)
     : QDialog(nullptr, Qt::Window),
       collection_(collection),
       dialogs_(dialogs),
-      ui_(std::make_unique<Ui::CollectorWindow>()) {
+      ui_(std::make_unique<Ui::CollectorWindow>()),
+      closing_(failures) {
     ui_->setupUi(this);
     setWindowTitle(title + u"--因特网数据采集"_s);
     ui_->itemsGrid->setGrid(grid_);
@@ -99,14 +101,22 @@ void CollectorWindow::stopButton_Click() {
 }
 
 void CollectorWindow::reject() {
+    if (collection_.hasEnded()) {
+        QDialog::reject();
+    } else if (!closing_.running()) {
+        closing_.start([this](std::stop_token stop) { return askAndClose(stop); });
+    }
+}
+
+QCoro::Task<> CollectorWindow::askAndClose(std::stop_token stop) {
+    const bool agreed =
+        co_await dialogs_.ask(stop, u"采集还没有完成，已写入的数据会保留。停止采集并关闭吗?"_s);
+    if (!agreed) {
+        co_return;
+    }
+    // It may have ended meanwhile.
     if (!collection_.hasEnded()) {
-        if (!dialogs_.ask(u"采集还没有完成，已写入的数据会保留。停止采集并关闭吗?"_s)) {
-            return;
-        }
-        // The question lets the run go on: it may have ended meanwhile.
-        if (!collection_.hasEnded()) {
-            stopButton_Click();
-        }
+        stopButton_Click();
     }
     QDialog::reject();
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "base/runs.h"
 #include "collector/collection.h"
 #include "grid/result_grid.h"
 #include "platform/dialogs.h"
@@ -22,7 +23,8 @@ class CollectorWindow : public QDialog {
 
 public:
     // The run must have begun. `title` is that of the job.
-    CollectorWindow(Collection& collection, Dialogs& dialogs, const QString& title);
+    CollectorWindow(Collection& collection, Dialogs& dialogs, Failures& failures,
+                    const QString& title);
     ~CollectorWindow() override;
 
     // Begins to call the steps of the run.
@@ -38,6 +40,7 @@ protected:
 private:
     void pauseButton_Click();
     void stopButton_Click();
+    QCoro::Task<> askAndClose(std::stop_token stop);
     void takeStep();
     void showItems();
     void showItem(qsizetype item);
@@ -51,6 +54,7 @@ private:
     ResultGrid grid_;
     QTimer timer_;
     bool stepping_ = false;  // a request lets events happen, which must not begin another step
+    Runs closing_;
 };
 
 }  // namespace guanchao

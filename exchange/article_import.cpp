@@ -29,15 +29,16 @@ TableMerge articles() {
 
 }  // namespace
 
-void importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun& run) {
-    mergePickedFile({.activity = u"导入文章"_s,
-                     .question = u"请选择文章库文件"_s,
-                     .fileName = u"wenzhang.ztb"_s,
-                     .store = stores.article,
-                     .tables = {{u"文章"_s, articles()}},
-                     .done = u"导入文章完成，共导入新的文章："_s,
-                     .unit = u"篇"_s},
-                    dialogs, run);
+QCoro::Task<> importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun& run,
+                             std::stop_token stop) {
+    const StoreMerge merge = {.activity = u"导入文章"_s,
+                              .question = u"请选择文章库文件"_s,
+                              .fileName = u"wenzhang.ztb"_s,
+                              .store = stores.article,
+                              .tables = {{u"文章"_s, articles()}},
+                              .done = u"导入文章完成，共导入新的文章："_s,
+                              .unit = u"篇"_s};
+    return mergePickedFile(merge, dialogs, run, stop);
 }
 
 }  // namespace guanchao

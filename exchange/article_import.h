@@ -6,6 +6,7 @@
 
 namespace guanchao {
 
-void importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun& run);
+QCoro::Task<> importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun& run,
+                             std::stop_token stop);
 
 }  // namespace guanchao

@@ -30,12 +30,13 @@ void makeDefaultFolder(const QString& folder) {
 BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
     : stores_(stores), dialogs_(dialogs), run_(run) {}
 
-void BackupExport::exportData() {
-    const QString folder = dialogs_.input(u"将导出数据到下列文件夹："_s, u"导出数据"_s,
-                                          fixedPath(FixedPlace::exportFolder));
+QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
+    const QString offered = fixedPath(FixedPlace::exportFolder);
+    const QString folder =
+        co_await dialogs_.input(stop, u"将导出数据到下列文件夹："_s, u"导出数据"_s, offered);
     if (folder.isEmpty()) {
         dialogs_.tell(u"已取消导出数据!"_s);
-        return;
+        co_return;
     }
     {
         const Activity activity(u"导出数据"_s);
@@ -43,7 +44,7 @@ void BackupExport::exportData() {
     }
     if (!QFileInfo(folder).isDir()) {
         dialogs_.tell(u"请先建立备份文件夹:"_s + folder);
-        return;
+        co_return;
     }
     if (writeFiles(folder)) {
         dialogs_.tell(u"已导出数据到："_s + folder +

@@ -14,7 +14,7 @@ public:
     BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run);
 
     // Asks for the folder, writes the three files and tells where they are.
-    void exportData();
+    QCoro::Task<> exportData(std::stop_token stop);
 
 private:
     bool writeFiles(const QString& folder);

@@ -18,7 +18,8 @@ Form3::Form3(Environment& environment, Windows&)
       themeImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                    run_),
       textImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-                  run_) {
+                  run_),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     prepareControls();
     connectControls();
@@ -71,11 +72,11 @@ void Form3::Command4_Click() {
 }
 
 void Form3::Command5_Click() {
-    themeImport_.deleteAll();
+    runs_.start([this](std::stop_token stop) { return themeImport_.deleteAll(stop); });
 }
 
 void Form3::Command6_Click() {
-    pickFileInto(*ui_->Text4, environment_.dialogs, u"请选择主题txt文件"_s, u"主题投资.txt"_s);
+    pickInto(*ui_->Text4, u"请选择主题txt文件"_s, u"主题投资.txt"_s);
 }
 
 void Form3::Command7_Click() {
@@ -83,7 +84,13 @@ void Form3::Command7_Click() {
 }
 
 void Form3::Command8_Click() {
-    pickFileInto(*ui_->Text1, environment_.dialogs, u"请选择主题库文件"_s, u"zhutibackup.ztb"_s);
+    pickInto(*ui_->Text1, u"请选择主题库文件"_s, u"zhutibackup.ztb"_s);
+}
+
+void Form3::pickInto(QLineEdit& field, const QString& title, const QString& file) {
+    runs_.start([this, &field, title, file](std::stop_token stop) {
+        return pickFileInto(field, environment_.dialogs, title, file, stop);
+    });
 }
 
 void Form3::Label11_Click() {

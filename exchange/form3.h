@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "base/runs.h"
 #include "exchange/exchange_run.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
@@ -45,6 +46,7 @@ private:
     void Label11_Click();
 
     TextSource textSource() const;
+    void pickInto(QLineEdit& field, const QString& title, const QString& file);
     void runImport(QPushButton& button, const std::function<void()>& job);
     void showRun(const ExchangeProgress& progress);
 
@@ -55,6 +57,7 @@ private:
     ThemeImport themeImport_;
     TextImport textImport_;
     QPushButton* runButton_ = nullptr;  // of the run under way
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -74,17 +74,18 @@ TableMerge commodities() {
 
 }  // namespace
 
-void importNews(const Stores& stores, Dialogs& dialogs, ExchangeRun& run) {
-    mergePickedFile({.activity = u"导入新闻和商品"_s,
-                     .question = u"请选择主题新闻数量库文件"_s,
-                     .fileName = u"caijiqi.ztb"_s,
-                     .store = stores.heat,
-                     .tables = {{u"主题新闻数量"_s, themeNews()},
-                                {u"商品行情"_s, commodityDays()},
-                                {u"商品名称"_s, commodities()}},
-                     .done = u"导入主题新闻数量完成，共导入新的记录："_s,
-                     .unit = u"条"_s},
-                    dialogs, run);
+QCoro::Task<> importNews(const Stores& stores, Dialogs& dialogs, ExchangeRun& run,
+                         std::stop_token stop) {
+    const StoreMerge merge = {.activity = u"导入新闻和商品"_s,
+                              .question = u"请选择主题新闻数量库文件"_s,
+                              .fileName = u"caijiqi.ztb"_s,
+                              .store = stores.heat,
+                              .tables = {{u"主题新闻数量"_s, themeNews()},
+                                         {u"商品行情"_s, commodityDays()},
+                                         {u"商品名称"_s, commodities()}},
+                              .done = u"导入主题新闻数量完成，共导入新的记录："_s,
+                              .unit = u"条"_s};
+    return mergePickedFile(merge, dialogs, run, stop);
 }
 
 }  // namespace guanchao

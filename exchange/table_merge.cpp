@@ -39,10 +39,12 @@ int mergeRows(const TableMerge& merge, Connection& store, Connection& file, Exch
     return added;
 }
 
-void mergePickedFile(const StoreMerge& merge, Dialogs& dialogs, ExchangeRun& run) {
-    const std::optional<QString> path = pickFile(dialogs, merge.question, merge.fileName);
+QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& run,
+                              std::stop_token stop) {
+    const std::optional<QString> path =
+        co_await pickFile(dialogs, merge.question, merge.fileName, stop);
     if (!path) {
-        return;
+        co_return;
     }
     int added = 0;
     if (run.run([&] { added = mergeTables(merge, *path, run); })) {

@@ -39,6 +39,7 @@ struct StoreMerge {
 
 // Asks for the file, merges it, each table in a transaction of its own, and tells how many rows are
 // new. After a failure the tables before it stay merged.
-void mergePickedFile(const StoreMerge& merge, Dialogs& dialogs, ExchangeRun& run);
+QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& run,
+                              std::stop_token stop);
 
 }  // namespace guanchao

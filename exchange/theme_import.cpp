@@ -66,14 +66,21 @@ int ThemeImport::mergeLibrary(const QString& path) {
     return count;
 }
 
-void ThemeImport::deleteAll() {
-    const Activity activity(u"删除所有主题"_s);
-    run_.requireIdle();
-    if (!dialogs_.ask(u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s)) {
-        return;
+QCoro::Task<> ThemeImport::deleteAll(std::stop_token stop) {
+    requireIdle();
+    const bool agreed = co_await dialogs_.ask(
+        stop, u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s);
+    if (!agreed) {
+        co_return;
     }
+    const Activity activity(u"删除所有主题"_s);
     stores_.main.open().execute(u"delete from dzhzhuti"_s);
     dialogs_.tell(u"已删除所有主题!"_s);
+}
+
+void ThemeImport::requireIdle() const {
+    const Activity activity(u"删除所有主题"_s);
+    run_.requireIdle();
 }
 
 }  // namespace guanchao

@@ -19,10 +19,11 @@ public:
     void importLibrary(const QString& path);
 
     // Asks first. Only the themes go.
-    void deleteAll();
+    QCoro::Task<> deleteAll(std::stop_token stop);
 
 private:
     int mergeLibrary(const QString& path);
+    void requireIdle() const;
 
     const Stores& stores_;
     Globals& globals_;

@@ -3,7 +3,6 @@
 #include <QDebug>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QScopeGuard>
 #include <QTranslator>
 
 #include "base/activity.h"
@@ -52,13 +51,11 @@ void Application::guard(const std::function<void()>& job) {
 
 void Application::report(const std::exception& failure) {
     const QString text = failureText(failure);
-    if (showing_ || !dialogs_) {
+    if (dialogs_) {
+        dialogs_->tellFailure(text);
+    } else {
         qWarning().noquote() << text;
-        return;
     }
-    showing_ = true;
-    const auto end = qScopeGuard([this] { showing_ = false; });
-    dialogs_->tell(text);
 }
 
 }  // namespace guanchao

@@ -1,5 +1,5 @@
-// The Qt application with the one place where failures of operations end: a single box, after which
-// the program goes on.
+// The Qt application with the one place where failures of operations end: a single box, beside
+// which the program goes on.
 #pragma once
 
 #include <QApplication>
@@ -25,14 +25,12 @@ public:
     // Runs the job and shows its failure.
     void guard(const std::function<void()>& job);
 
-    // One box at a time: a failure that comes while one is shown is printed only.
     void report(const std::exception& failure) override;
 
 private:
     void speakChinese();
 
     Dialogs* dialogs_ = nullptr;
-    bool showing_ = false;
 };
 
 }  // namespace guanchao

@@ -4,8 +4,10 @@
 
 namespace guanchao {
 
-void pickFileInto(QLineEdit& field, Dialogs& dialogs, const QString& title, const QString& file) {
-    if (const std::optional<QString> path = pickFile(dialogs, title, file)) {
+QCoro::Task<> pickFileInto(QLineEdit& field, Dialogs& dialogs, QString title, QString file,
+                           std::stop_token stop) {
+    const std::optional<QString> path = co_await pickFile(dialogs, title, file, stop);
+    if (path) {
         field.setText(*path);
     }
 }

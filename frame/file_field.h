@@ -7,7 +7,9 @@
 
 namespace guanchao {
 
-// Puts the file that the user picks into the field; says so, and leaves it, if none is picked.
-void pickFileInto(QLineEdit& field, Dialogs& dialogs, const QString& title, const QString& file);
+// Puts the file that the user picks into the field; says so, and leaves it, if none is picked. The
+// field outlives the run.
+QCoro::Task<> pickFileInto(QLineEdit& field, Dialogs& dialogs, QString title, QString file,
+                           std::stop_token stop);
 
 }  // namespace guanchao

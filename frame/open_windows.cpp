@@ -1,90 +1,49 @@
 #include "frame/open_windows.h"
 
-#include <utility>
-
-#include "frame/run_window.h"
+#include "base/later.h"
+#include "frame/asking_window.h"
 
 namespace guanchao {
 
 namespace {
 
-// A window whose run is under way closes by itself after it.
-bool isClosed(const QWidget& window) {
-    const auto* runWindow = qobject_cast<const RunWindow*>(&window);
-    return window.isHidden() && !(runWindow && runWindow->closesAfterRun());
+// True when the window has gone, false if its user keeps it.
+QCoro::Task<bool> isClosed(QPointer<QWidget> window, std::stop_token stop) {
+    Later<bool> answer;
+    const QObject whileWaiting;
+    QObject::connect(window, &QObject::destroyed, &whileWaiting, [&] { answer.deliver(true); });
+    if (const auto* asking = qobject_cast<AskingWindow*>(window.data())) {
+        QObject::connect(asking, &AskingWindow::stays, &whileWaiting,
+                         [&] { answer.deliver(false); });
+    }
+    // A window that is closing already says yes, though its own question may still stand.
+    if (window->close() && !window->isVisible()) {
+        co_return true;
+    }
+    const bool closed = co_await answer.orStop(stop);
+    co_return closed;
 }
 
 }  // namespace
 
-// A window that an outer question keeps is left to that.
-OpenWindows::Keep::Keep(OpenWindows& windows) : windows_(windows) {
-    ++windows.questions_;
-    for (const QPointer<QWidget>& window : windows.open_) {
-        if (window && window->testAttribute(Qt::WA_DeleteOnClose)) {
-            window->setAttribute(Qt::WA_DeleteOnClose, false);
-            kept_ << window;
-        }
-    }
-}
-
-OpenWindows::Keep::~Keep() {
-    for (const QPointer<QWidget>& window : kept_) {
-        if (!window) {
-            continue;
-        }
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        if (isClosed(*window)) {
-            window->deleteLater();
-        }
-    }
-    windows_.questionAnswered();
-}
-
-void OpenWindows::afterQuestion(QObject& owner, std::function<void()> job) {
-    owner_ = &owner;
-    afterQuestion_ = std::move(job);
-}
-
-void OpenWindows::questionAnswered() {
-    if (--questions_ > 0 || !owner_ || !afterQuestion_) {
-        return;
-    }
-    // The asker may have asked again meanwhile: then the end of that question comes here.
-    const auto job = [this] {
-        if (questions_ == 0 && afterQuestion_) {
-            std::exchange(afterQuestion_, nullptr)();
-        }
-    };
-    QMetaObject::invokeMethod(owner_, job, Qt::QueuedConnection);
-}
-
-bool OpenWindows::close(const QString& name) {
+void OpenWindows::close(const QString& name) {
     for (const QPointer<QWidget>& window : open_.values(name)) {
-        // A window that is closing already says yes, though its own question may still stand.
-        if (!window || (window->close() && !window->isVisible())) {
-            open_.remove(name, window);
+        if (window) {
+            window->close();
         }
     }
-    return !open_.contains(name);
 }
 
-bool OpenWindows::closeAll() {
+QCoro::Task<bool> OpenWindows::closeAll(std::stop_token stop) {
     bool closed = true;
-    for (const QString& name : open_.uniqueKeys()) {
-        closed = close(name) && closed;
-    }
-    return closed;
-}
-
-QWidget* OpenWindows::endingWindow() const {
-    QWidget* ending = nullptr;
-    for (const QPointer<QWidget>& window : open_) {
-        if (window && window->isVisible()) {
-            return nullptr;
+    const QList<QPointer<QWidget>> windows = open_.values();
+    for (const QPointer<QWidget>& window : windows) {
+        if (window) {
+            const bool gone = co_await isClosed(window, stop);
+            closed = gone && closed;
         }
-        ending = window ? window.data() : ending;
     }
-    return ending;
+    co_return closed;
 }
 
 void OpenWindows::adopt(const QString& name, QWidget* window) {

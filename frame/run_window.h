@@ -13,9 +13,6 @@ class RunWindow : public QDialog {
 public:
     explicit RunWindow(Qt::WindowFlags flags = {}) : QDialog(nullptr, flags) {}
 
-    // True if it has been closed during its run and waits for that to end.
-    bool closesAfterRun() const { return closesAfterRun_; }
-
 public slots:
     // Esc closes as every other way does, so that the run is ended first.
     void reject() override { close(); }

@@ -17,10 +17,7 @@ public:
     void openAnew() {
         const QString name = QString::fromLatin1(Form::staticMetaObject.className());
         environment_.openWindows.close(name);
-        auto* form = new Form(environment_, *this);
-        // Closing may have shown a message, and an alarm opened another under it.
-        environment_.openWindows.close(name);
-        environment_.openWindows.adopt(name, form);
+        environment_.openWindows.adopt(name, new Form(environment_, *this));
     }
 
     // The same without the keyboard, for a window that comes up by itself.

@@ -87,23 +87,23 @@ bool CommodityEditor::update(const QString& name, const Commodity& typed) {
     return true;
 }
 
-void CommodityEditor::remove(const QString& name) {
-    deleteCommodity(stores_, dialogs_, trimBlanks(name));
+QCoro::Task<> CommodityEditor::remove(QString name, std::stop_token stop) {
+    co_await deleteCommodity(stores_, dialogs_, trimBlanks(name), stop);
 }
 
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name) {
-    if (!dialogs.ask(u"确实要删除商品'"_s + name + u"'吗?"_s)) {
-        return false;
+QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name,
+                                  std::stop_token stop) {
+    const bool agreed = co_await dialogs.ask(stop, u"确实要删除商品'"_s + name + u"'吗?"_s);
+    if (!agreed) {
+        co_return false;
     }
-    {
-        Activity activity(u"删除商品"_s);
-        Connection store = stores.heat.open();
-        store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
-        activity.wrote(u"商品清单"_s);
-        store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
-    }
+    Activity activity(u"删除商品"_s);
+    Connection store = stores.heat.open();
+    store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
+    activity.wrote(u"商品清单"_s);
+    store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
     dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
-    return true;
+    co_return true;
 }
 
 }  // namespace guanchao

@@ -20,7 +20,8 @@ struct Commodity {
 };
 
 // Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
-bool deleteCommodity(const Stores& stores, Dialogs& dialogs, const QString& name);
+QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name,
+                                  std::stop_token stop);
 
 class CommodityEditor {
 public:
@@ -35,7 +36,7 @@ public:
     // A name that is there already is not touched: its stored row is shown.
     void add(const Commodity& typed, const Show& show);
     void modify(const Commodity& typed);
-    void remove(const QString& name);
+    QCoro::Task<> remove(QString name, std::stop_token stop);
 
 private:
     static std::optional<Commodity> stored(Connection& store, const QString& name);

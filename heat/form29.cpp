@@ -13,7 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 Form29::Form29(Environment& environment, Windows& windows)
     : HeatWindow(environment, commodityPrices()),
       windows_(windows),
-      ui_(std::make_unique<Ui::Form29>()) {
+      ui_(std::make_unique<Ui::Form29>()),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     connectMenu();
     dressControls();
@@ -74,13 +75,15 @@ void Form29::添加商品_Click() {
 }
 
 void Form29::删除商品_Click() {
-    // While the question stands another commodity may become the current one.
-    const QString name = ranking_.current();
-    if (deleteCommodity(environment_.stores, environment_.dialogs, name)) {
-        emptyHeatGrid(historyGrid_);
-        ui_->plot->showDays({});
-        Command9_Click();
-    }
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const bool deleted = co_await deleteCommodity(environment_.stores, environment_.dialogs,
+                                                      ranking_.current(), stop);
+        if (deleted) {
+            emptyHeatGrid(historyGrid_);
+            ui_->plot->showDays({});
+            Command9_Click();
+        }
+    });
 }
 
 }  // namespace guanchao

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/windows.h"
 #include "heat/heat_window.h"
 
@@ -35,6 +36,7 @@ private:
     Windows& windows_;
     std::unique_ptr<Ui::Form29> ui_;
     QMenu kuaijiemenu_;  // 快捷菜单: on a commodity, or on the empty ground to add one
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -9,7 +9,8 @@ using namespace Qt::Literals::StringLiterals;
 Form5::Form5(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
       ui_(std::make_unique<Ui::Form5>()),
-      editor_(environment.stores, environment.globals, environment.dialogs) {
+      editor_(environment.stores, environment.globals, environment.dialogs),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Command2_Click);
@@ -49,7 +50,7 @@ void Form5::Command2_Click() {
 }
 
 void Form5::Command3_Click() {
-    editor_.remove(ui_->Text1->text());
+    runs_.start([this](std::stop_token stop) { return editor_.remove(ui_->Text1->text(), stop); });
 }
 
 }  // namespace guanchao

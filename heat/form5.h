@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "heat/commodity_editor.h"
@@ -34,6 +35,7 @@ private:
 
     std::unique_ptr<Ui::Form5> ui_;
     CommodityEditor editor_;
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -29,8 +29,7 @@ AlarmDesk::AlarmDesk(const Stores& stores, Globals& globals, const Clock& clock,
         timer->setParent(this);
         timer->setInterval(second);
     }
-    // Queued: a timer doesn't tick as long as its own tick is under way.
-    connect(&Timer2_, &QTimer::timeout, this, &AlarmDesk::Timer2_Timer, Qt::QueuedConnection);
+    connect(&Timer2_, &QTimer::timeout, this, &AlarmDesk::Timer2_Timer);
     connect(&Timer3_, &QTimer::timeout, this, &AlarmDesk::Timer3_Timer);
     sound_.whenStopped([this] { emit soundEnds(); });
 }

@@ -13,7 +13,7 @@ namespace guanchao {
 void confirmMonitor(QDialog& window, MonitorEditor& editor, const MonitorFields& fields,
                     Windows& windows);
 
-// Puts the sound file that the user picks into the box.
-void pickSoundInto(QLineEdit& box, Dialogs& dialogs);
+// Puts the sound file that the user picks into the box, which outlives the run.
+QCoro::Task<> pickSoundInto(QLineEdit& box, Dialogs& dialogs, std::stop_token stop);
 
 }  // namespace guanchao

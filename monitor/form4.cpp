@@ -1,7 +1,6 @@
 #include "monitor/form4.h"
 
 #include <QCloseEvent>
-#include <QScopedValueRollback>
 #include <QWindow>
 
 #include "base/values.h"
@@ -218,13 +217,7 @@ void Form4::Text1_LostFocus() {
     changeFrequency();
 }
 
-// The message of a refusal takes the focus away once more, and under it an alarm may close the
-// window.
 void Form4::changeFrequency() {
-    if (checkingFrequency_) {
-        return;
-    }
-    const QScopedValueRollback checking(checkingFrequency_, true);
     const std::optional<QString> putBack = manager_.changeFrequency(ui_->Text1->text());
     if (putBack) {
         ui_->Text1->setText(*putBack);
@@ -236,11 +229,10 @@ void Form4::deleteMonitor(void (MonitorManager::*remove)()) {
     Form_Load();
 }
 
-// Queued: a message must not stand in the middle of a change of focus.
 bool Form4::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->Text1 && event->type() == QEvent::FocusOut && isVisible() &&
         leavesTheBox(static_cast<QFocusEvent*>(event)->reason())) {
-        QMetaObject::invokeMethod(this, &Form4::Text1_LostFocus, Qt::QueuedConnection);
+        Text1_LostFocus();
     }
     return QDialog::eventFilter(watched, event);
 }

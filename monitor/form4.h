@@ -1,6 +1,5 @@
 // Form4, "监控管理": every monitor, the start and stop of monitoring, the frequency. Tables
-// zhutijiankong, gegujiankong, jiankonghq and tempcanshu; the rules are in MonitorManager. An alarm
-// may open it anew at any moment at which events run, under a message of its own too.
+// zhutijiankong, gegujiankong, jiankonghq and tempcanshu; the rules are in MonitorManager.
 #pragma once
 
 #include <QDialog>
@@ -82,7 +81,6 @@ private:
     MonitorManager manager_;
     QMenu kuaijie1_;  // 快捷: on a theme monitor
     QMenu kuaijie2_;  // 快捷: on a stock monitor
-    bool checkingFrequency_ = false;
     QString staleWords_;
 };
 

@@ -9,7 +9,8 @@ Form7::Form7(Environment& environment, Windows& windows)
     : environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form7>()),
-      editor_(environment.stores, environment.globals, environment.dialogs) {
+      editor_(environment.stores, environment.globals, environment.dialogs),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
     picker_->hideOnPressOf({this, ui_->Text4});
@@ -58,7 +59,9 @@ void Form7::Command1_Click() {
 }
 
 void Form7::Command3_Click() {
-    pickSoundInto(*ui_->Text3, environment_.dialogs);
+    runs_.start([this](std::stop_token stop) {
+        return pickSoundInto(*ui_->Text3, environment_.dialogs, stop);
+    });
 }
 
 }  // namespace guanchao

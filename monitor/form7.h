@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
@@ -36,6 +37,7 @@ private:
     std::unique_ptr<Ui::Form7> ui_;
     StockMonitorEditor editor_;
     PickerBox* picker_ = nullptr;
+    Runs runs_;
 };
 
 }  // namespace guanchao

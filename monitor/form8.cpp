@@ -9,7 +9,8 @@ Form8::Form8(Environment& environment, Windows& windows)
     : environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form8>()),
-      editor_(environment.stores, environment.globals, environment.dialogs) {
+      editor_(environment.stores, environment.globals, environment.dialogs),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form8::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form8::close);
@@ -44,7 +45,9 @@ void Form8::Command1_Click() {
 }
 
 void Form8::Command3_Click() {
-    pickSoundInto(*ui_->Text3, environment_.dialogs);
+    runs_.start([this](std::stop_token stop) {
+        return pickSoundInto(*ui_->Text3, environment_.dialogs, stop);
+    });
 }
 
 }  // namespace guanchao

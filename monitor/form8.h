@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "monitor/monitor_editors.h"
@@ -33,6 +34,7 @@ private:
     Windows& windows_;
     std::unique_ptr<Ui::Form8> ui_;
     ThemeMonitorEditor editor_;
+    Runs runs_;
 };
 
 }  // namespace guanchao

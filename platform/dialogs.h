@@ -1,8 +1,12 @@
-// The questions and answers that go to the user. Each call returns when the user has answered.
+// The questions and answers that go to the user. Nothing here holds the caller: an answer is shown
+// and stands by itself, a question is awaited with the stop token of its run, whose end takes the
+// box along.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QString>
 #include <QStringList>
+#include <stop_token>
 
 namespace guanchao {
 
@@ -12,29 +16,37 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
-    // An answer or a refusal: exclamation icon and OK.
+    // An answer or a refusal: exclamation icon and OK. Returns at once; the window that told it may
+    // close. Of several the next is shown when the one before it has been read.
     virtual void tell(const QString& text, const QString& title = programName) = 0;
 
+    // A failure of an operation: one box for all, in which those that come while it stands are
+    // counted. The windows beside it can be used.
+    virtual void tellFailure(const QString& text) = 0;
+
     // A question: information icon, OK and Cancel; true only for OK.
-    virtual bool ask(const QString& text, const QString& title = programName) = 0;
+    virtual QCoro::Task<bool> ask(std::stop_token stop, QString text,
+                                  QString title = programName) = 0;
 
     // The same where OK loses for good what the user has typed: Enter by itself answers Cancel.
-    virtual bool askToLose(const QString& text, const QString& title = programName) = 0;
+    virtual QCoro::Task<bool> askToLose(std::stop_token stop, QString text,
+                                        QString title = programName) = 0;
 
     // An input box; empty if the user cancels it.
-    virtual QString input(const QString& prompt, const QString& title, const QString& text) = 0;
+    virtual QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
+                                       QString text) = 0;
 
     // 打开文件: the path of an existing file that the user picks, beginning in `folder` with `file`
     // as its name; empty if the user picks none, or one whose path is longer than 255
     // characters. Callers then say "没有选择文件。".
-    virtual QString dakaiwenjian(const QString& title, const QString& folder,
-                                 const QString& file) = 0;
+    virtual QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,
+                                              QString file) = 0;
 
     // 保存文件: the path under which the user wants to save, beginning in `folder` with `file` as
     // its name; a file that is there is taken only after a question. `filters` are words with their
     // pattern, "文本文档(*.txt)", the first one chosen. Empty if the user picks none.
-    virtual QString baocunwenjian(const QString& folder, const QString& file,
-                                  const QStringList& filters) = 0;
+    virtual QCoro::Task<QString> baocunwenjian(std::stop_token stop, QString folder, QString file,
+                                               QStringList filters) = 0;
 };
 
 }  // namespace guanchao

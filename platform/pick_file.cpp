@@ -6,13 +6,15 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-std::optional<QString> pickFile(Dialogs& dialogs, const QString& title, const QString& file) {
-    const QString path = dialogs.dakaiwenjian(title, fixedPath(FixedPlace::exportFolder), file);
+QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QString file,
+                                             std::stop_token stop) {
+    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString path = co_await dialogs.dakaiwenjian(stop, title, folder, file);
     if (path.isEmpty()) {
         dialogs.tell(u"没有选择文件。"_s);
-        return std::nullopt;
+        co_return std::nullopt;
     }
-    return path;
+    co_return path;
 }
 
 }  // namespace guanchao

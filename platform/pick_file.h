@@ -8,6 +8,7 @@
 namespace guanchao {
 
 // Says so, and gives nothing, if the user picks none. `file` is the name that the dialog offers.
-std::optional<QString> pickFile(Dialogs& dialogs, const QString& title, const QString& file);
+QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QString file,
+                                             std::stop_token stop);
 
 }  // namespace guanchao

@@ -43,13 +43,13 @@ void EarningsForecast::changeSummary(const QString& text) {
     dialogs_.tell(u"修改摘要完成!"_s, tingtaoge);
 }
 
-void EarningsForecast::changeAttention() {
-    Activity activity(u"修改关注度"_s);
-    const QString answer =
-        dialogs_.input(u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
+QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
+    const QString answer = co_await dialogs_.input(
+        stop, u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
     if (answer.isEmpty()) {
-        return;
+        co_return;
     }
+    Activity activity(u"修改关注度"_s);
     execute(stores_, globals_, u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s);
     activity.wrote(u"关注度"_s);
     // The message names no value.
@@ -57,27 +57,30 @@ void EarningsForecast::changeAttention() {
     search_();
 }
 
-void EarningsForecast::remove() {
-    Activity activity(u"删除业绩预告"_s);
-    if (!dialogs_.ask(u" 确实要删除吗！"_s, tingtaoge)) {
+QCoro::Task<> EarningsForecast::remove(std::stop_token stop) {
+    const bool agreed = co_await dialogs_.ask(stop, u" 确实要删除吗！"_s, tingtaoge);
+    if (!agreed) {
         dialogs_.tell(u" 已退出！"_s);
-        return;
+        co_return;
     }
+    Activity activity(u"删除业绩预告"_s);
     execute(stores_, globals_, u"delete from yejiyugao  where rowid="_s);
     activity.wrote(u"删除"_s);
     search_();
 }
 
-void EarningsForecast::exportCodes(const ResultGrid& grid, const DateTexts& date) {
-    const Activity activity(u"导出自选股"_s, u"文件没有写入；原来有的文件没有变。"_s);
+QCoro::Task<> EarningsForecast::exportCodes(const ResultGrid& grid, DateTexts date,
+                                            std::stop_token stop) {
     const QString text = codesText(grid);
-    const QString path = dialogs_.baocunwenjian(
-        globals_.yingyongmulu + u"自选股"_s,
-        u"自选业绩预告"_s + dateText(packDate(date)) + u".txt"_s,
-        {u"文本文档(*.txt)"_s, u"ASP文件(*.asp)"_s, u"VBS脚本(*.vbs)"_s, u"所有文件(*.*)"_s});
+    const QString name = u"自选业绩预告"_s + dateText(packDate(date)) + u".txt"_s;
+    const QStringList filters = {u"文本文档(*.txt)"_s, u"ASP文件(*.asp)"_s, u"VBS脚本(*.vbs)"_s,
+                                 u"所有文件(*.*)"_s};
+    const QString path =
+        co_await dialogs_.baocunwenjian(stop, globals_.yingyongmulu + u"自选股"_s, name, filters);
     if (trimBlanks(path).isEmpty()) {
-        return;
+        co_return;
     }
+    const Activity activity(u"导出自选股"_s, u"文件没有写入；原来有的文件没有变。"_s);
     // In GBK, as every text file that the program exchanges with others.
     replaceFile(path, gbkFromText(text));
     dialogs_.tell(u"文件保存成功！"_s, u"操作提示"_s);

@@ -23,13 +23,13 @@ public:
     // 修改摘要 (Command6), with the text as it stands.
     void changeSummary(const QString& text);
     // 修改关注度: asks for the figure; an empty answer ends it.
-    void changeAttention();
+    QCoro::Task<> changeAttention(std::stop_token stop);
     // 删除一个, after a question.
-    void remove();
+    QCoro::Task<> remove(std::stop_token stop);
 
-    // 导出自选股: code and short name of each row of the grid, into a file that the user names. A
-    // file that can't be written raises OperationError.
-    void exportCodes(const ResultGrid& grid, const DateTexts& date);
+    // 导出自选股: code and short name of each row that the grid has now, into a file that the user
+    // names. A file that can't be written raises OperationError.
+    QCoro::Task<> exportCodes(const ResultGrid& grid, DateTexts date, std::stop_token stop);
 
 private:
     const Stores& stores_;

@@ -25,7 +25,8 @@ Form12::Form12(Environment& environment, Windows&)
                 [this] { Command2_Click(); }),
       run_(environment.pump, [this](const ResearchProgress& it) { showRun(it); }),
       scan_(environment.stores, environment.globals, environment.dialogs, run_),
-      returns_(environment.stores, environment.globals, environment.dialogs, run_) {
+      returns_(environment.stores, environment.globals, environment.dialogs, run_),
+      edits_(environment.failures) {
     ui_->setupUi(this);
     caption_ = windowTitle();
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -53,10 +54,14 @@ void Form12::connectControls() {
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form12::MSHFlexGrid1_RowChosen);
     connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
-    connect(ui_->修改关注度, &QAction::triggered, this, [this] { forecast_.changeAttention(); });
-    connect(ui_->导出自选股, &QAction::triggered, this,
-            [this] { forecast_.exportCodes(grid_, last_->texts()); });
-    connect(ui_->删除一个, &QAction::triggered, this, [this] { forecast_.remove(); });
+    const auto edit = [this](const QAction* entry, const Runs::Job& job) {
+        connect(entry, &QAction::triggered, this, [this, job] { edits_.start(job); });
+    };
+    edit(ui_->修改关注度, [this](std::stop_token stop) { return forecast_.changeAttention(stop); });
+    edit(ui_->导出自选股, [this](std::stop_token stop) {
+        return forecast_.exportCodes(grid_, last_->texts(), stop);
+    });
+    edit(ui_->删除一个, [this](std::stop_token stop) { return forecast_.remove(stop); });
 }
 
 void Form12::connectRuns() {

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
 #include "frame/run_window.h"
@@ -61,6 +62,7 @@ private:
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on a row
+    Runs edits_;
 };
 
 }  // namespace guanchao

@@ -11,7 +11,8 @@ Form22::Form22(Environment& environment, Windows&)
       environment_(environment),
       ui_(std::make_unique<Ui::Form22>()),
       stockThemes_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-                   grid_) {
+                   grid_),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     grid_.setKeyColumns({2});
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -55,9 +56,12 @@ void Form22::MSHFlexGrid1_RowChosen(int row) {
 }
 
 void Form22::添加到主题_Click() {
-    if (stockThemes_.joinAnother()) {
-        Command9_Click();
-    }
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const bool joined = co_await stockThemes_.joinAnother(stop);
+        if (joined) {
+            Command9_Click();
+        }
+    });
 }
 
 void Form22::从该主题删除_Click() {

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
@@ -38,6 +39,7 @@ private:
     StockThemes stockThemes_;
     PickerBox* picker_ = nullptr;
     QMenu kuaijiemenu_;  // 快捷菜单: on a theme of the stock
+    Runs runs_;
 };
 
 }  // namespace guanchao

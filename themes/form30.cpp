@@ -16,7 +16,8 @@ Form30::Form30(Environment& environment, Windows& windows)
       environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form30>()),
-      watchlist_(environment.stores, environment.dialogs) {
+      watchlist_(environment.stores, environment.dialogs),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(
@@ -52,9 +53,12 @@ void Form30::添加个股监控_Click() {
 }
 
 void Form30::添加自选股_Click() {
-    if (watchlist_.addTyped()) {
-        watchlist_.list(grid_);
-    }
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const bool added = co_await watchlist_.addTyped(stop);
+        if (added) {
+            watchlist_.list(grid_);
+        }
+    });
 }
 
 void Form30::从自选股删除_Click() {

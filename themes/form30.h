@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
@@ -37,6 +38,7 @@ private:
     ResultGrid grid_;
     Watchlist watchlist_;
     QMenu kuaimenu_;  // 快捷菜单: on a stock
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -8,7 +8,8 @@ namespace guanchao {
 
 Form6::Form6(Environment& environment, Windows&)
     : ui_(std::make_unique<Ui::Form6>()),
-      editing_(environment.stores, environment.clock, environment.dialogs) {
+      editing_(environment.stores, environment.clock, environment.dialogs),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->Text1->setPlaceholderText(sampleCodes);
     ui_->Text1->installEventFilter(this);
@@ -36,9 +37,13 @@ void Form6::Text1_Click() {
 }
 
 void Form6::Command1_Click() {
-    if (editing_.add(fields())) {
-        close();
-    }
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const ThemeFields typed = fields();
+        const bool added = co_await editing_.add(typed, stop);
+        if (added) {
+            close();
+        }
+    });
 }
 
 void Form6::Command2_Click() {

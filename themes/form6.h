@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "themes/theme_editing.h"
@@ -35,6 +36,7 @@ private:
 
     std::unique_ptr<Ui::Form6> ui_;
     ThemeEditing editing_;
+    Runs runs_;
 };
 
 }  // namespace guanchao

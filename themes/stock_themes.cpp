@@ -62,27 +62,26 @@ std::optional<QString> StockThemes::find(const QString& typed) {
     return std::nullopt;
 }
 
-bool StockThemes::joinAnother() {
-    const Activity activity(u"添加到主题"_s);
-    const QString theme = dialogs_.input(u"请输入主题名称："_s, u"添加到主题"_s, QString());
+QCoro::Task<bool> StockThemes::joinAnother(std::stop_token stop) {
+    const QString theme =
+        co_await dialogs_.input(stop, u"请输入主题名称："_s, u"添加到主题"_s, QString());
     if (theme.isEmpty()) {
-        return false;
+        co_return false;
     }
+    const Activity activity(u"添加到主题"_s);
     const QString code = globals_.dangqiandm;
-    {
-        Connection store = stores_.main.open();
-        if (isMember(store, code, theme)) {
-            dialogs_.tell(u"已加入过该主题!"_s);
-            return false;
-        }
-        const std::optional<QString> jc = shortName(store, code);
-        if (!jc) {
-            throw OperationError(u"代码表里没有 "_s + code);
-        }
-        joinTheme(store, theme, code, *jc, clock_.now().date());
+    Connection store = stores_.main.open();
+    if (isMember(store, code, theme)) {
+        dialogs_.tell(u"已加入过该主题!"_s);
+        co_return false;
     }
+    const std::optional<QString> jc = shortName(store, code);
+    if (!jc) {
+        throw OperationError(u"代码表里没有 "_s + code);
+    }
+    joinTheme(store, theme, code, *jc, clock_.now().date());
     dialogs_.tell(u"添加到主题完成!"_s);
-    return true;
+    co_return true;
 }
 
 void StockThemes::leave() {

@@ -35,7 +35,7 @@ public:
 
     // 添加到主题, for the stock of the pressed row; true if it has joined one. A code that the code
     // table lacks raises OperationError.
-    bool joinAnother();
+    QCoro::Task<bool> joinAnother(std::stop_token stop);
 
     // 从该主题删除, for the stock and the theme of the pressed row.
     void leave();

@@ -32,32 +32,30 @@ QString nameOf(const ResultGrid& themes, int row) {
 ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs)
     : stores_(stores), clock_(clock), dialogs_(dialogs) {}
 
-Redraw ThemeCommands::addStock(QString theme) {
+QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop) {
+    const QString typed = co_await dialogs_.input(stop, u"请输入股票代码,示例:SH600585"_s,
+                                                  u"添加到主题:"_s + theme, u"SH6"_s);
+    if (typed.isEmpty()) {
+        co_return Redraw::none;
+    }
+    const QString code = typed.toUpper();
     const Activity activity(u"为主题添加个股"_s);
-    const QString code =
-        dialogs_.input(u"请输入股票代码,示例:SH600585"_s, u"添加到主题:"_s + theme, u"SH6"_s)
-            .toUpper();
-    if (code.isEmpty()) {
-        return Redraw::none;
+    Connection store = stores_.main.open();
+    if (isMember(store, code, theme)) {
+        dialogs_.tell(u"该主题已加入过此股!"_s);
+        co_return Redraw::none;
     }
-    {
-        Connection store = stores_.main.open();
-        if (isMember(store, code, theme)) {
-            dialogs_.tell(u"该主题已加入过此股!"_s);
-            return Redraw::none;
-        }
-        const std::optional<QString> jc = shortName(store, code);
-        if (!jc) {
-            dialogs_.tell(u"没有找到此股票代码:"_s + code);
-            return Redraw::none;
-        }
-        joinTheme(store, theme, code, *jc, clock_.now().date());
+    const std::optional<QString> jc = shortName(store, code);
+    if (!jc) {
+        dialogs_.tell(u"没有找到此股票代码:"_s + code);
+        co_return Redraw::none;
     }
+    joinTheme(store, theme, code, *jc, clock_.now().date());
     dialogs_.tell(u"为该主题添加个股完成!"_s);
-    return Redraw::stocks;
+    co_return Redraw::stocks;
 }
 
-Redraw ThemeCommands::removeStock(QString theme, QString code) {
+Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
     const Activity activity(u"为主题删除个股"_s);
     {
         Connection store = stores_.main.open();
@@ -67,108 +65,115 @@ Redraw ThemeCommands::removeStock(QString theme, QString code) {
     return Redraw::stocks;
 }
 
-Redraw ThemeCommands::changeRelevance(QString theme, QString code) {
-    const Activity activity(u"修改相关度"_s);
-    const auto relevance =
-        askNumber(u"请输入相关度，以区别和主题的相关性"_s, u"修改相关度"_s, u"5"_s, 10);
+QCoro::Task<Redraw> ThemeCommands::changeRelevance(QString theme, QString code,
+                                                   std::stop_token stop) {
+    const std::optional<qint16> relevance = co_await askNumber(
+        u"请输入相关度，以区别和主题的相关性"_s, u"修改相关度"_s, u"5"_s, 10, stop);
     if (!relevance) {
-        return Redraw::none;
+        co_return Redraw::none;
     }
+    const Activity activity(u"修改相关度"_s);
     stores_.main.open().execute(u"update dzhzhuti set xiangguandu="_s +
                                 QString::number(*relevance) + u" where dm='"_s + code +
                                 u"' and zhutiname='"_s + theme + u"'"_s);
-    return Redraw::stocks;
+    co_return Redraw::stocks;
 }
 
-std::optional<qint16> ThemeCommands::askNumber(const QString& question, const QString& title,
-                                               const QString& offered, int most) {
+QCoro::Task<std::optional<qint16>> ThemeCommands::askNumber(QString question, QString title,
+                                                            QString offered, int most,
+                                                            std::stop_token stop) {
     const QString range = u"1-"_s + QString::number(most) + u"之间"_s;
-    const auto number =
-        wholeNumber16(dialogs_.input(question + u",在"_s + range + u"。"_s, title, offered));
+    const QString typed =
+        co_await dialogs_.input(stop, question + u",在"_s + range + u"。"_s, title, offered);
+    const std::optional<qint16> number = wholeNumber16(typed);
     if (!number || *number < 1 || *number > most) {
         dialogs_.tell(u"请输入"_s + range + u"的数字。"_s);
-        return std::nullopt;
+        co_return std::nullopt;
     }
-    return number;
+    co_return number;
 }
 
-Redraw ThemeCommands::removeTheme(QString theme) {
+QCoro::Task<Redraw> ThemeCommands::removeTheme(QString theme, std::stop_token stop) {
+    const bool agreed = co_await dialogs_.ask(stop, u"确实要删除主题'"_s + theme + u"'吗?"_s);
+    if (!agreed) {
+        co_return Redraw::none;
+    }
     const Activity activity(u"删除主题"_s);
-    if (!dialogs_.ask(u"确实要删除主题'"_s + theme + u"'吗?"_s)) {
-        return Redraw::none;
-    }
-    {
-        Connection store = stores_.main.open();
-        removeMembers(store, theme);
-    }
+    Connection store = stores_.main.open();
+    removeMembers(store, theme);
     dialogs_.tell(u"删除主题'"_s + theme + u"'完成!"_s);
-    return Redraw::none;
+    co_return Redraw::none;
 }
 
-Redraw ThemeCommands::changeAttention(QString theme) {
-    const Activity activity(u"修改关注度"_s);
-    const auto attention =
-        askNumber(u"请输入关注度，以方便查找自己最关心的主题"_s, u"修改关注度"_s, u"1"_s, 20);
+QCoro::Task<Redraw> ThemeCommands::changeAttention(QString theme, std::stop_token stop) {
+    const std::optional<qint16> attention = co_await askNumber(
+        u"请输入关注度，以方便查找自己最关心的主题"_s, u"修改关注度"_s, u"1"_s, 20, stop);
     if (!attention) {
-        return Redraw::none;
+        co_return Redraw::none;
     }
+    const Activity activity(u"修改关注度"_s);
     stores_.main.open().execute(u"update dzhzhuti set guanzhudu="_s + QString::number(*attention) +
                                 u" where zhutiname='"_s + theme + u"'"_s);
     dialogs_.tell(u"修改关注度'"_s + theme + u"'完成!"_s);
-    return Redraw::themes;
+    co_return Redraw::themes;
 }
 
-Redraw ThemeCommands::rename(QString theme) {
-    Activity activity(u"修改主题名称"_s);
-    const QString name =
-        trimBlanks(dialogs_.input(u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme));
+QCoro::Task<Redraw> ThemeCommands::rename(QString theme, std::stop_token stop) {
+    const QString typed =
+        co_await dialogs_.input(stop, u"请输入新的主题名称"_s, u"修改主题名称:"_s + theme, theme);
+    const QString name = trimBlanks(typed);
     if (name.isEmpty()) {
-        return Redraw::none;
+        co_return Redraw::none;
     }
-    const QString change = name + u"' where zhutiname='"_s + theme + u"'"_s;
-    {
-        Connection main = stores_.main.open();
-        main.execute(u"update dzhzhuti set zhutiname='"_s + change);
-        activity.wrote(u"主题库"_s);
-        main.execute(u"update zhutidapanhq set zhutiname='"_s + change);
-        activity.wrote(u"主题大盘行情"_s);
-        main.execute(u"update zhutijiankong set zhutiname='"_s + change);
-        activity.wrote(u"主题监控"_s);
-        Connection heat = stores_.heat.open();
-        heat.execute(u"update xinwenshul set zhutiname='"_s + change);
-    }
+    renameInAllTables(theme, name);
     dialogs_.tell(u"修改主题名称完成!"_s);
-    return Redraw::themes;
+    co_return Redraw::themes;
 }
 
-Redraw ThemeCommands::removeSmallThemes(const ResultGrid& themes) {
-    const Activity activity(u"删除小于指定只数的主题"_s);
-    const auto count = wholeNumber16(
-        trimBlanks(dialogs_.input(u"你想删除小于几只股票的主题呢："_s,
-                                  u"删除小于指定只数的主题，慎重执行，不能恢复。"_s, u"2"_s)));
+void ThemeCommands::renameInAllTables(const QString& theme, const QString& name) {
+    Activity activity(u"修改主题名称"_s);
+    const QString change = name + u"' where zhutiname='"_s + theme + u"'"_s;
+    Connection main = stores_.main.open();
+    main.execute(u"update dzhzhuti set zhutiname='"_s + change);
+    activity.wrote(u"主题库"_s);
+    main.execute(u"update zhutidapanhq set zhutiname='"_s + change);
+    activity.wrote(u"主题大盘行情"_s);
+    main.execute(u"update zhutijiankong set zhutiname='"_s + change);
+    activity.wrote(u"主题监控"_s);
+    Connection heat = stores_.heat.open();
+    heat.execute(u"update xinwenshul set zhutiname='"_s + change);
+}
+
+QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
+                                                     std::stop_token stop) {
+    const QString typed =
+        co_await dialogs_.input(stop, u"你想删除小于几只股票的主题呢："_s,
+                                u"删除小于指定只数的主题，慎重执行，不能恢复。"_s, u"2"_s);
+    const std::optional<qint16> count = wholeNumber16(trimBlanks(typed));
     if (!count) {
         dialogs_.tell(u"请指定2-32767之间的数字。"_s);
-        return Redraw::none;
+        co_return Redraw::none;
     }
     if (*count < 2) {
         dialogs_.tell(u"请指定大于1的数据数据!"_s);
-        return Redraw::none;
+        co_return Redraw::none;
     }
-    if (!dialogs_.ask(u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?"_s)) {
-        return Redraw::none;
+    const bool agreed = co_await dialogs_.ask(
+        stop, u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?"_s);
+    if (!agreed) {
+        co_return Redraw::none;
     }
-    {
-        Connection store = stores_.main.open();
-        Transaction transaction(store);
-        for (int row = 1; row < themes.rows(); ++row) {
-            if (isSmaller(themes, row, *count)) {
-                removeMembers(store, nameOf(themes, row));
-            }
+    const Activity activity(u"删除小于指定只数的主题"_s);
+    Connection store = stores_.main.open();
+    Transaction transaction(store);
+    for (int row = 1; row < themes.rows(); ++row) {
+        if (isSmaller(themes, row, *count)) {
+            removeMembers(store, nameOf(themes, row));
         }
-        transaction.commit();
     }
+    transaction.commit();
     dialogs_.tell(u"删除主题'"_s + nameOf(themes, themes.rows() - 1) + u"'完成!"_s);
-    return Redraw::themes;
+    co_return Redraw::themes;
 }
 
 }  // namespace guanchao

@@ -20,30 +20,35 @@ enum class Redraw : std::uint8_t {
     stocks   // the stock grid of the theme
 };
 
-// Names and codes are taken by value: while a question stands, the values that windows share may
-// change under it.
 class ThemeCommands {
 public:
     ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs);
 
-    Redraw addStock(QString theme);                       // 为该主题添加个股
-    Redraw removeStock(QString theme, QString code);      // 为该主题删除个股
-    Redraw changeRelevance(QString theme, QString code);  // 修改主题相关度
+    // 为该主题添加个股
+    QCoro::Task<Redraw> addStock(QString theme, std::stop_token stop);
+    // 为该主题删除个股
+    Redraw removeStock(const QString& theme, const QString& code);
+    // 修改主题相关度
+    QCoro::Task<Redraw> changeRelevance(QString theme, QString code, std::stop_token stop);
 
-    Redraw removeTheme(QString theme);      // 删除主题
-    Redraw changeAttention(QString theme);  // 修改关注度
+    // 删除主题
+    QCoro::Task<Redraw> removeTheme(QString theme, std::stop_token stop);
+    // 修改关注度
+    QCoro::Task<Redraw> changeAttention(QString theme, std::stop_token stop);
 
     // 修改名称: a name in use merges the two themes. A failure keeps the tables renamed before it
     // and tells which they are.
-    Redraw rename(QString theme);
+    QCoro::Task<Redraw> rename(QString theme, std::stop_token stop);
 
-    // 全删指定只数的主题: of the themes as the grid shows them, by the counts that it shows.
-    Redraw removeSmallThemes(const ResultGrid& themes);
+    // 全删指定只数的主题: of the themes as the grid shows them after the questions, by the counts
+    // that it shows. The grid outlives the run.
+    QCoro::Task<Redraw> removeSmallThemes(const ResultGrid& themes, std::stop_token stop);
 
 private:
     // A whole number from 1 to `most`; nothing, and a word to the user, for any other.
-    std::optional<qint16> askNumber(const QString& question, const QString& title,
-                                    const QString& offered, int most);
+    QCoro::Task<std::optional<qint16>> askNumber(QString question, QString title, QString offered,
+                                                 int most, std::stop_token stop);
+    void renameInAllTables(const QString& theme, const QString& name);
 
     const Stores& stores_;
     const Clock& clock_;

@@ -25,11 +25,6 @@ std::optional<QString> nameOfStock(Connection& store, const QString& code) {
     return isIndexCode(code) ? std::nullopt : jc;
 }
 
-bool themeExists(Connection& store, const QString& name) {
-    const Recordset members(store, u"select dm from dzhzhuti  where zhutiname='"_s + name + u"'"_s);
-    return members.count() > 0;
-}
-
 bool holds(Connection& store, const QString& name, const QString& code) {
     const Recordset members(store, u"select * from dzhzhuti  where dm='"_s + code +
                                        u"' and   zhutiname='"_s + name + u"'"_s);
@@ -92,44 +87,55 @@ ThemeFields ThemeEditing::open(const QString& theme) const {
     return fields;
 }
 
-bool ThemeEditing::add(const ThemeFields& fields) {
-    return run({u"添加主题"_s, u"加入主题"_s, false}, fields);
+QCoro::Task<bool> ThemeEditing::add(ThemeFields fields, std::stop_token stop) {
+    const std::optional<ThemeEntry> entry = read(fields);
+    if (!entry) {
+        co_return false;
+    }
+    if (themeExists(entry->name)) {
+        const bool agreed = co_await dialogs_.ask(stop, u"此主题名称已存在,更新吗? "_s);
+        if (!agreed) {
+            co_return false;
+        }
+    }
+    const Run adding{u"添加主题"_s, u"加入主题"_s, false};
+    write(adding, *entry);
+    co_return true;
 }
 
 bool ThemeEditing::rewrite(const ThemeFields& fields) {
-    return run({u"修改主题"_s, u"修改主题"_s, true}, fields);
+    const std::optional<ThemeEntry> entry = read(fields);
+    if (entry) {
+        write({u"修改主题"_s, u"修改主题"_s, true}, *entry);
+    }
+    return entry.has_value();
 }
 
-bool ThemeEditing::run(const Run& run, const ThemeFields& fields) {
+bool ThemeEditing::themeExists(const QString& name) const {
+    const Activity activity(u"添加主题"_s);
+    Connection store = stores_.main.open();
+    const Recordset members(store, u"select dm from dzhzhuti  where zhutiname='"_s + name + u"'"_s);
+    return members.count() > 0;
+}
+
+void ThemeEditing::write(const Run& run, const ThemeEntry& entry) {
     const Activity activity(run.activity);
-    const std::optional<ThemeEntry> entry = read(fields);
-    if (!entry) {
-        return false;
-    }
     Outcome outcome;
-    {
-        Connection store = stores_.main.open();
-        // Asked before the transaction: the alarms write while the question stands.
-        if (!run.anew && themeExists(store, entry->name) &&
-            !dialogs_.ask(u"此主题名称已存在,更新吗? "_s)) {
-            return false;
-        }
-        Transaction transaction(store);
-        if (run.anew) {
-            store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry->name + u"'"_s);
-        }
-        for (const QString& code : entry->codes) {
-            const std::optional<QString> jc = nameOfStock(store, code);
-            outcome.note(code, jc);
-            if (jc && (run.anew || !holds(store, entry->name, code))) {
-                join(store, *entry, code, *jc);
-            }
-        }
-        stamp(store, entry->time);
-        transaction.commit();
+    Connection store = stores_.main.open();
+    Transaction transaction(store);
+    if (run.anew) {
+        store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry.name + u"'"_s);
     }
-    dialogs_.tell(outcome.message(run.done, entry->name));
-    return true;
+    for (const QString& code : entry.codes) {
+        const std::optional<QString> jc = nameOfStock(store, code);
+        outcome.note(code, jc);
+        if (jc && (run.anew || !holds(store, entry.name, code))) {
+            join(store, entry, code, *jc);
+        }
+    }
+    stamp(store, entry.time);
+    transaction.commit();
+    dialogs_.tell(outcome.message(run.done, entry.name));
 }
 
 std::optional<ThemeEntry> ThemeEditing::read(const ThemeFields& fields) {

@@ -42,7 +42,7 @@ public:
 
     // 添加: the stocks that the theme lacks join it. 修改: its stocks make room for the listed
     // ones. True if the run is done and the dialog may close.
-    bool add(const ThemeFields& fields);
+    QCoro::Task<bool> add(ThemeFields fields, std::stop_token stop);
     bool rewrite(const ThemeFields& fields);
 
 private:
@@ -52,7 +52,8 @@ private:
         bool anew;  // the theme's stocks go first, and a code that is listed twice joins twice
     };
 
-    bool run(const Run& run, const ThemeFields& fields);
+    bool themeExists(const QString& name) const;
+    void write(const Run& run, const ThemeEntry& entry);
     // Nothing, and a word to the user, if a field can't be taken.
     std::optional<ThemeEntry> read(const ThemeFields& fields);
 

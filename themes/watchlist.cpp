@@ -27,10 +27,10 @@ void Watchlist::list(ResultGrid& grid) const {
         {500, 1200, 1200, 800, 800, 900, standard, standard, standard, 1500, 1500, 1900});
 }
 
-bool Watchlist::addTyped() {
-    const QString code =
-        dialogs_.input(u"请输入股票代码,示例:SH600585"_s, u"添加自选股:"_s, u"SH6"_s).toUpper();
-    return !code.isEmpty() && add(code, QString());
+QCoro::Task<bool> Watchlist::addTyped(std::stop_token stop) {
+    const QString typed = co_await dialogs_.input(stop, u"请输入股票代码,示例:SH600585"_s,
+                                                  u"添加自选股:"_s, u"SH6"_s);
+    co_return !typed.isEmpty() && add(typed.toUpper(), QString());
 }
 
 bool Watchlist::add(const QString& dm, const QString& jc) {

@@ -18,7 +18,7 @@ public:
     void list(ResultGrid& grid) const;
 
     // Asks for a code and adds it, known or not; true if it was added.
-    bool addTyped();
+    QCoro::Task<bool> addTyped(std::stop_token stop);
 
     // False if the code is there already.
     bool add(const QString& dm, const QString& jc);

@@ -1,14 +1,17 @@
 #include "platform/desktop/desktop_dialogs.h"
 
-#include <QApplication>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QWindow>
+#include <memory>
+
+#include "base/later.h"
 
 namespace guanchao {
 
@@ -19,8 +22,42 @@ namespace {
 // dakaiwenjian has room for this many characters; a longer path counts as none picked.
 constexpr qsizetype longestPath = 255;
 
-// Every box is held by a QPointer: what it stands on may be a box itself, which closes and takes it
-// along.
+// A box that is answered is deleted after its own signal.
+struct CloseBox {
+    void operator()(QDialog* box) const {
+        box->hide();
+        box->deleteLater();
+    }
+};
+template <typename Box>
+using Shown = std::unique_ptr<Box, CloseBox>;
+
+// What has the focus; where that is a box that has just been answered, what it stood over.
+QWindow* windowBelow() {
+    QWindow* window = QGuiApplication::focusWindow();
+    while (window && !window->isVisible()) {
+        window = window->transientParent();
+    }
+    return window;
+}
+
+// The window below may close: the box is no child of it.
+void show(QDialog& box, Qt::WindowModality modality) {
+    box.setWindowModality(modality);
+    box.winId();  // makes its window
+    box.windowHandle()->setTransientParent(windowBelow());
+    box.show();
+}
+
+QCoro::Task<bool> isAccepted(QDialog& box, std::stop_token stop) {
+    // Shared, since the box may outlive the run.
+    const auto finished = std::make_shared<Later<int>>();
+    QObject::connect(&box, &QDialog::finished, &box,
+                     [finished](int result) { finished->deliver(result); });
+    show(box, Qt::ApplicationModal);
+    const int result = co_await finished->orStop(stop);
+    co_return result == QDialog::Accepted;
+}
 
 QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::ButtonRole role) {
     QPushButton* button = box.addButton(words, role);
@@ -28,9 +65,8 @@ QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::Butt
     return button;
 }
 
-QPointer<QMessageBox> newBox(QMessageBox::Icon icon, const QString& title, const QString& text) {
-    auto* box =
-        new QMessageBox(icon, title, text, QMessageBox::NoButton, QApplication::activeWindow());
+QMessageBox* newBox(QMessageBox::Icon icon, const QString& title, const QString& text) {
+    auto* box = new QMessageBox(icon, title, text);
     box->setTextFormat(Qt::PlainText);
     return box;
 }
@@ -51,80 +87,112 @@ void scrollLongText(QMessageBox& box) {
     label->hide();
 }
 
-bool isAnsweredByOk(const QString& text, const QString& title, bool enterIsOk) {
-    const QPointer<QMessageBox> box = newBox(QMessageBox::Information, title, text);
+QMessageBox* newAnswer(const QString& title, const QString& text) {
+    QMessageBox* box = newBox(QMessageBox::Warning, title, text);
+    addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    return box;
+}
+
+QCoro::Task<bool> isAnsweredByOk(std::stop_token stop, QString text, QString title,
+                                 bool enterIsOk) {
+    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, text));
     QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(enterIsOk ? ok : cancel);
     box->setEscapeButton(cancel);
-    box->exec();
-    const bool yes = box && box->clickedButton() == ok;
-    delete box;
-    return yes;
+    co_await isAccepted(*box, stop);
+    co_return box->clickedButton() == ok;
 }
 
-QString pickedIn(const QPointer<QFileDialog>& box, const QString& file) {
-    box->selectFile(file);
-    box->resize(820, 500);  // sizes and dates in full
-    const bool accepted = box->exec() == QDialog::Accepted;
-    const QString picked = box && accepted ? box->selectedFiles().value(0) : QString();
-    delete box;
-    return picked;
+QCoro::Task<QString> pickedIn(QFileDialog& box, QString file, std::stop_token stop) {
+    box.selectFile(file);
+    box.resize(820, 500);  // sizes and dates in full
+    const bool accepted = co_await isAccepted(box, stop);
+    co_return accepted ? box.selectedFiles().value(0) : QString();
 }
 
 }  // namespace
 
+DesktopDialogs::~DesktopDialogs() {
+    qDeleteAll(answers_);
+    delete failure_;
+}
+
 void DesktopDialogs::tell(const QString& text, const QString& title) {
-    const QPointer<QMessageBox> box = newBox(QMessageBox::Warning, title, text);
-    addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    QMessageBox* box = newAnswer(title, text);
     scrollLongText(*box);
-    box->exec();
-    delete box;
+    QObject::connect(box, &QDialog::finished, box, [this] {
+        answers_.removeFirst();
+        showNextAnswer();
+    });
+    answers_ << box;
+    if (answers_.size() == 1) {
+        showNextAnswer();
+    }
 }
 
-bool DesktopDialogs::ask(const QString& text, const QString& title) {
-    return isAnsweredByOk(text, title, true);
+void DesktopDialogs::showNextAnswer() {
+    if (!answers_.isEmpty()) {
+        show(*answers_.first(), Qt::ApplicationModal);
+    }
 }
 
-bool DesktopDialogs::askToLose(const QString& text, const QString& title) {
-    return isAnsweredByOk(text, title, false);
+void DesktopDialogs::tellFailure(const QString& text) {
+    if (failure_ && failure_->isVisible()) {
+        failure_->setText(firstFailure_ + u"\n\n此后又有 "_s + QString::number(++furtherFailures_) +
+                          u" 次失败，最近一次：\n"_s + text);
+        return;
+    }
+    firstFailure_ = text;
+    furtherFailures_ = 0;
+    failure_ = newAnswer(programName, text);
+    show(*failure_, Qt::NonModal);
 }
 
-QString DesktopDialogs::input(const QString& prompt, const QString& title, const QString& text) {
-    const QPointer<QInputDialog> box = new QInputDialog(QApplication::activeWindow());
+QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QString title) {
+    return isAnsweredByOk(stop, text, title, true);
+}
+
+QCoro::Task<bool> DesktopDialogs::askToLose(std::stop_token stop, QString text, QString title) {
+    return isAnsweredByOk(stop, text, title, false);
+}
+
+QCoro::Task<QString> DesktopDialogs::input(std::stop_token stop, QString prompt, QString title,
+                                           QString text) {
+    const Shown<QInputDialog> box(new QInputDialog);
     box->setWindowTitle(title);
     box->setLabelText(prompt);
     box->setTextValue(text);
     box->setOkButtonText(u"确定"_s);
     box->setCancelButtonText(u"取消"_s);
     box->resize(420, box->sizeHint().height());
-    const bool accepted = box->exec() == QDialog::Accepted;
-    const QString typed = box && accepted ? box->textValue() : QString();
-    delete box;
-    return typed;
+    const bool accepted = co_await isAccepted(*box, stop);
+    co_return accepted ? box->textValue() : QString();
 }
 
-QString DesktopDialogs::dakaiwenjian(const QString& title, const QString& folder,
-                                     const QString& file) {
-    auto* box = new QFileDialog(QApplication::activeWindow(), title, folder, u"所有 (*)"_s);
+QCoro::Task<QString> DesktopDialogs::dakaiwenjian(std::stop_token stop, QString title,
+                                                  QString folder, QString file) {
+    const Shown<QFileDialog> box(new QFileDialog(nullptr, title, folder, u"所有 (*)"_s));
     box->setFileMode(QFileDialog::ExistingFile);
-    const QString picked = pickedIn(box, file);
-    return picked.size() > longestPath ? QString() : picked;
+    const QString picked = co_await pickedIn(*box, file, stop);
+    co_return picked.size() > longestPath ? QString() : picked;
 }
 
-QString DesktopDialogs::baocunwenjian(const QString& folder, const QString& file,
-                                      const QStringList& filters) {
-    auto* box = new QFileDialog(QApplication::activeWindow(), u"另存为"_s, folder);
+QCoro::Task<QString> DesktopDialogs::baocunwenjian(std::stop_token stop, QString folder,
+                                                   QString file, QStringList filters) {
+    const Shown<QFileDialog> box(new QFileDialog(nullptr, u"另存为"_s, folder));
     box->setAcceptMode(QFileDialog::AcceptSave);
     box->setNameFilters(QStringList(filters).replaceInStrings(u"(*.*)"_s, u"(*)"_s));
     // A name typed without a suffix takes that of the chosen filter.
-    const auto takeSuffix = [box](const QString& filter) {
+    const auto takeSuffix = [&box = *box](const QString& filter) {
         static const QRegularExpression suffix(u"\\(\\*\\.(\\w+)\\)"_s);
-        box->setDefaultSuffix(suffix.match(filter).captured(1));
+        box.setDefaultSuffix(suffix.match(filter).captured(1));
     };
     takeSuffix(filters.value(0));
-    QObject::connect(box, &QFileDialog::filterSelected, box, takeSuffix);
-    return pickedIn(box, file);
+    QObject::connect(box.get(), &QFileDialog::filterSelected, box.get(), takeSuffix);
+    const QString picked = co_await pickedIn(*box, file, stop);
+    co_return picked;
 }
 
 }  // namespace guanchao

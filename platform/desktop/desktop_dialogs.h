@@ -1,7 +1,9 @@
 // Dialogs as message boxes over the window that has the focus.
 #pragma once
 
+#include <QList>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "platform/dialogs.h"
 
@@ -9,13 +11,26 @@ namespace guanchao {
 
 class DesktopDialogs : public Dialogs {
 public:
+    ~DesktopDialogs() override;
+
     void tell(const QString& text, const QString& title) override;
-    bool ask(const QString& text, const QString& title) override;
-    bool askToLose(const QString& text, const QString& title) override;
-    QString input(const QString& prompt, const QString& title, const QString& text) override;
-    QString dakaiwenjian(const QString& title, const QString& folder, const QString& file) override;
-    QString baocunwenjian(const QString& folder, const QString& file,
-                          const QStringList& filters) override;
+    void tellFailure(const QString& text) override;
+    QCoro::Task<bool> ask(std::stop_token stop, QString text, QString title) override;
+    QCoro::Task<bool> askToLose(std::stop_token stop, QString text, QString title) override;
+    QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
+                               QString text) override;
+    QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,
+                                      QString file) override;
+    QCoro::Task<QString> baocunwenjian(std::stop_token stop, QString folder, QString file,
+                                       QStringList filters) override;
+
+private:
+    void showNextAnswer();
+
+    QList<QMessageBox*> answers_;  // the first one stands
+    QPointer<QMessageBox> failure_;
+    QString firstFailure_;
+    int furtherFailures_ = 0;
 };
 
 }  // namespace guanchao

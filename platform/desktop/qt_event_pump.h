@@ -14,11 +14,6 @@ public:
         QCoreApplication::processEvents();
         sinceLast_.start();
     }
-    void runPendingEventsButInput() override {
-        // Timers too, on every platform of the toolkit, whatever the name of the flag says.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                        QEventLoop::X11ExcludeTimers);
-    }
     void runPendingEventsIfDue() override {
         if (!sinceLast_.isValid() || sinceLast_.elapsed() >= pauseMilliseconds) {
             runPendingEvents();

@@ -45,6 +45,10 @@ protected:
         return child<Widget>(&form_, name);
     }
     void trigger(const QString& action) { find<QAction>(action)->trigger(); }
+    void beginMonitoring() {
+        timeIsUp(timer(u"Timer1"_s));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return timer(u"Timer2"_s)->isActive(); }));
+    }
     GridView& view(const QString& name) { return *find<GridView>(name); }
     ResultGrid& grid(const QString& name) { return gridOf(view(name)); }
     QTimer* timer(const QString& name) { return find<QTimer>(name); }
@@ -75,8 +79,9 @@ TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {
     EXPECT_TRUE(timer(u"Timer1"_s)->isActive() && timer(u"Timer4"_s)->isActive());
     EXPECT_FALSE(timer(u"Timer2"_s)->isActive() || timer(u"Timer3"_s)->isActive());
     QStringList captions;
-    pump_.onRun = [&] { captions << form_.windowTitle(); };
-    timeIsUp(timer(u"Timer1"_s));
+    QObject::connect(&form_, &QWidget::windowTitleChanged,
+                     [&](const QString& caption) { captions << caption; });
+    beginMonitoring();
     EXPECT_EQ(captions, QStringList({u"观潮台(V3.7)   正在更新代码表"_s, u"观潮台(V3.7)"_s}));
     EXPECT_FALSE(timer(u"Timer1"_s)->isActive());
     EXPECT_TRUE(timer(u"Timer2"_s)->isActive());
@@ -107,7 +112,7 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
                        cellOf(view(u"MSHFlexGrid1"_s), 2, 1));
     ASSERT_TRUE(shownWindow<Form24>());
     EXPECT_EQ(lineEdit(shownWindow<Form24>(), u"Text1"_s)->text(), u"白酒"_s);
-    openWindows_.closeAll();
+    closeWindows();
     clickHeader(view(u"MSHFlexGrid1"_s), 2);
     EXPECT_EQ(view(u"MSHFlexGrid1"_s).toolTip(), QString());
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"白酒"_s) << "by the gain, ascending";
@@ -270,7 +275,7 @@ TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
         const auto* opened = shownWindow<QWidget>();
         ASSERT_TRUE(opened) << it.entry.toStdString();
         EXPECT_EQ(opened->windowTitle(), it.caption);
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
     }
 }
@@ -406,13 +411,12 @@ TEST_F(Form2Test, TheShutdownWaitsForTheRunOfAnotherWindow) {
     shownWindow<Form24>()->findChild<QPushButton*>(u"Command9"_s)->click();
     EXPECT_TRUE(processes_.ended.isEmpty());
     deleteClosedWindows();
-    QCoreApplication::sendPostedEvents(&form_);
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
 TEST_F(Form2Test, TheWindowHidesInTheTrayAndComesBackWhenThatIsGoneForGood) {
     load();
-    timeIsUp(timer(u"Timer1"_s));
+    beginMonitoring();
     dialogs_.answer = false;
     form_.close();
     EXPECT_FALSE(form_.isVisible());

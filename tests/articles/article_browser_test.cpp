@@ -1,5 +1,6 @@
 #include "articles/article_browser.h"
 
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -102,7 +103,7 @@ TEST_F(ArticleBrowserTest, APressHoldsTheArticleOfAListOfSeveral) {
     browser_.press(1);
     EXPECT_EQ(globals_.dangqianwenzhang, 3) << "a list of one holds nothing";
     grid_.biaoji(1);
-    EXPECT_TRUE(browser_.removeCurrent());
+    EXPECT_TRUE(outcomeOf(browser_.removeCurrent({})));
     EXPECT_EQ(stored(), QStringList({u"1"_s, u"3"_s})) << "what the box names is what goes";
     EXPECT_EQ(globals_.dangqianwenzhang, 3);
     EXPECT_TRUE(browser_.takeChosenRow());
@@ -116,7 +117,7 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     grid_.biaoji(3);
     for (const bool agrees : {false, true}) {
         dialogs_.answer = agrees;
-        EXPECT_EQ(browser_.removeCurrent(), agrees);
+        EXPECT_EQ(outcomeOf(browser_.removeCurrent({})), agrees);
         EXPECT_EQ(stored().size(), agrees ? 2 : 3);
     }
     EXPECT_EQ(globals_.dangqianwenzhang, 0) << "a new article can be begun";
@@ -124,7 +125,7 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     idsOf([](ArticleQuery& it) { it.limit = u"1"_s; });
     for (const bool agrees : {false, true}) {
         dialogs_.answer = agrees;
-        EXPECT_EQ(browser_.removeListed(), agrees);
+        EXPECT_EQ(outcomeOf(browser_.removeListed({})), agrees);
         EXPECT_EQ(stored().size(), agrees ? 1 : 2) << "what the limit left out stays";
     }
     EXPECT_EQ(stored(), QStringList{u"3"_s});

@@ -1,5 +1,6 @@
 #include "articles/article_editor.h"
 
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -107,15 +108,15 @@ TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
     globals_.dangqianwenzhang = 2;
     const ArticleFields second = *other.open();
     dialogs_.answer = false;
-    EXPECT_FALSE(other.remove(second));
+    EXPECT_FALSE(outcomeOf(other.remove(second, {})));
     dialogs_.answer = true;
-    EXPECT_TRUE(other.remove(second));
+    EXPECT_TRUE(outcomeOf(other.remove(second, {})));
     EXPECT_FALSE(editor_.moveTo(2));
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此文章已删除!"_s);
     EXPECT_EQ(counts(), QStringList{u"1"_s}) << "a reading that finds nothing does not count";
     fields.body = u"写了很久"_s;
     globals_.dangqianwenzhang = 1;
-    EXPECT_TRUE(other.remove(fields));
+    EXPECT_TRUE(outcomeOf(other.remove(fields, {})));
     EXPECT_EQ(globals_.dangqianwenzhang, 0);
     dialogs_.shown.clear();
     EXPECT_EQ(editor_.save(fields), QString());

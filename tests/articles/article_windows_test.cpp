@@ -130,7 +130,7 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     EXPECT_EQ(popup().size(), 4);
     trigger(u"删除本篇"_s);
     EXPECT_EQ(grid().rows(), 3);
-    openWindows_.closeAll();
+    closeWindows();
     EXPECT_TRUE(editors().isEmpty());
 }
 
@@ -205,7 +205,10 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
         });
         user.start(1);
         it.act();
-        EXPECT_TRUE(keys.isEmpty());
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return keys.isEmpty() && !QApplication::activeModalWidget() &&
+                   it.ends != processes_.ended.isEmpty();
+        }));
         EXPECT_EQ(texts, it.boxes);
         EXPECT_EQ(form_ && form_->isVisible(), it.kept);
         EXPECT_TRUE(!it.kept || writing()->text().contains(u'x'));
@@ -214,7 +217,7 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
         if (form_) {
             writing()->undo();
         }
-        EXPECT_TRUE(openWindows_.closeAll());
+        closeWindows();
         EXPECT_EQ(texts, it.boxes) << "what was taken back is not asked for";
     }
 }
@@ -228,11 +231,11 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
         std::function<void()> ask;
         bool answer;
         int questions;
-        bool ends;
     } cases[] = {
-        {"Esc, discarded", escape, true, 1, true},
-        {"Esc, kept", escape, false, 1, false},
-        {"a deletion that is refused", remove, false, 2, false},
+        {"Esc, discarded", escape, true, 1},
+        {"Esc, kept", escape, false, 1},
+        {"a deletion, which is off then", remove, true, 2},
+        {"a deletion, and kept", remove, false, 2},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
@@ -240,24 +243,26 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
         main.show();
         load(1);
         QTest::keyClicks(writing(), u"x"_s);
+        dialogs_.shown.clear();
         dialogs_.answer = it.answer;
-        dialogs_.onAsk = [&] {
-            dialogs_.onAsk = nullptr;
-            main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
-            EXPECT_EQ(dialogs_.shown.size(), 1) << "no box over another";
-        };
+        const auto answered = std::make_shared<Later<bool>>();
+        dialogs_.gate = answered;
         it.ask();
-        QCoreApplication::sendPostedEvents(&main);
+        main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+        EXPECT_TRUE(processes_.ended.isEmpty());
         EXPECT_EQ(dialogs_.shown.size(), it.questions);
-        EXPECT_EQ(!processes_.ended.isEmpty(), it.ends);
-        EXPECT_EQ(form_ && form_->isVisible(), !it.ends);
-        dialogs_.shown.clear();
+        EXPECT_TRUE(dialogs_.shown.last().contains(u"放弃这些修改"_s));
+        answered->deliver(true);
+        deleteClosedWindows();
+        EXPECT_EQ(dialogs_.shown.size(), it.questions);
+        EXPECT_EQ(!processes_.ended.isEmpty(), it.answer);
+        EXPECT_EQ(form_ && form_->isVisible(), !it.answer);
         processes_.ended.clear();
+        dialogs_.gate.reset();
         dialogs_.answer = true;
-        openWindows_.closeAll();
-        QCoreApplication::sendPostedEvents(&main);
+        closeWindows();
+        deleteClosedWindows();
         EXPECT_TRUE(processes_.ended.isEmpty()) << "an end that was refused does not come later";
-        dialogs_.shown.clear();
     }
 }
 
@@ -301,7 +306,7 @@ TEST_F(ArticleWindowsTest, ATextIsStoredAsItWas) {
     };
     const QStringList before = stored();
     for (const int id : {4, 5}) {
-        openWindows_.closeAll();
+        closeWindows();
         openEditor(id);
         click(u"Command3"_s);
         writing()->insertPlainText(u"x"_s);

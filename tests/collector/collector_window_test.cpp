@@ -21,7 +21,7 @@ protected:
                                               : std::optional(u"相关结果约1个"_s.toUtf8());
         };
         collection_.begin();
-        window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, job_.title());
+        window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, failures_, job_.title());
         form_ = window_.get();
         window_->ended = [this] { ++ends_; };
     }

@@ -13,6 +13,7 @@
 #include "exchange/store_copy.h"
 #include "exchange/theme_import.h"
 #include "tests/exchange/exchange_fixture.h"
+#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -22,7 +23,7 @@ class BackupExportTest : public ExchangeFixture {
 protected:
     void exportTo(const QString& folder) {
         dialogs_.typed = folder;
-        export_.exportData();
+        outcomeOf(export_.exportData({}));
     }
     void addTheme(const QString& name, const QString& dm, const QString& attention = u"1"_s) {
         execute(store_.stores.main,

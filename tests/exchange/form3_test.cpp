@@ -84,7 +84,7 @@ TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
     edit(u"Text4"_s)->setText(text_);
     pump_.onRun = [this] {
         QTest::keyClick(form_.data(), Qt::Key_Escape);
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
         ASSERT_FALSE(form_.isNull());
         EXPECT_FALSE(form_->isVisible());

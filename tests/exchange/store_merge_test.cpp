@@ -3,6 +3,7 @@
 #include "exchange/theme_import.h"
 #include "store/prepared_stores.h"
 #include "tests/exchange/exchange_fixture.h"
+#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -36,7 +37,7 @@ TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
          u"6,7,8,9.5,-10.25)"_s,
          u"insert into shopname values('铅',3,null,null,null,1,2,3,4,5,6,7,8,9,10)"_s});
     for (const int count : {4, 0}) {
-        importNews(store_.stores, dialogs_, run_);
+        outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ(told().last(), u"观潮台|导入主题新闻数量完成，共导入新的记录：%1条"_s.arg(count));
         EXPECT_EQ(heatRows(u"select * from xinwenshul"_s),
                   QStringList({u"2026-11-23 18:00:00|白酒|7|0|0|0|0|0|0|0"_s,
@@ -57,7 +58,7 @@ TEST_F(StoreMergeTest, AFailureKeepsTheTablesBeforeIt) {
           u"insert into shophq values('锌','2026-11-24',1,1,1,1,1,1,1,1,1,1)"_s,
           u"insert into shophq values('铜','2026-11-24',null,1,1,1,1,1,1,1,1,1)"_s});
     try {
-        importNews(store_.stores, dialogs_, run_);
+        outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
         FAIL();
     } catch (const StoreError& failure) {
         EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
@@ -80,7 +81,7 @@ TEST_F(StoreMergeTest, ArticlesAreKnownByCategorySubcategoryAndTitle) {
                                 u"2021-01-01 00:00:00|乙|主题|银行|旧题|第一|0"_s,
                                 u"||||只有题||0"_s};
     for (const int count : {2, 0}) {
-        importArticles(store_.stores, dialogs_, run_);
+        outcomeOf(importArticles(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ(told().last(), u"观潮台|导入文章完成，共导入新的文章：%1篇"_s.arg(count));
         EXPECT_EQ(
             articleRows(u"select rq,zuozhe,dalei,xiaolei,biaoti,leirong,cishu from wenzhang"_s),
@@ -89,7 +90,7 @@ TEST_F(StoreMergeTest, ArticlesAreKnownByCategorySubcategoryAndTitle) {
     pick(Schema::article, store_.stores.article.key,
          {u"insert into wenzhang values(1,'2021-01-01','乙','个股','x','好的','文',0)"_s,
           u"insert into wenzhang values(2,'2021-01-01','乙','个股','x','it''s','文',0)"_s});
-    EXPECT_THROW(importArticles(store_.stores, dialogs_, run_), StoreError);
+    EXPECT_THROW(outcomeOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
     EXPECT_EQ(articleRows(u"select id from wenzhang"_s).size(), 3) << "nothing of the run remains";
 }
 
@@ -128,12 +129,13 @@ TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
     const QString noTables = pick(Schema::pinyin, store_.stores.heat.key, {}).path;
     for (const QString& path : {wrongKey, noTables, store_.stores.main.path, store_.folder()}) {
         dialogs_.picked = path;
-        EXPECT_THROW(importNews(store_.stores, dialogs_, run_), StoreError) << path.toStdString();
-        EXPECT_THROW(importArticles(store_.stores, dialogs_, run_), StoreError);
+        EXPECT_THROW(outcomeOf(importNews(store_.stores, dialogs_, run_, {})), StoreError)
+            << path.toStdString();
+        EXPECT_THROW(outcomeOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
         EXPECT_THROW(theme_.importLibrary(path), StoreError) << path.toStdString();
     }
     dialogs_.picked.clear();
-    importNews(store_.stores, dialogs_, run_);
+    outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
     EXPECT_EQ(told().last(), u"观潮台|没有选择文件。"_s);
 }
 

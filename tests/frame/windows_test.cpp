@@ -1,6 +1,5 @@
 #include "frame/windows.h"
 
-#include <QPlainTextEdit>
 #include <utility>
 
 #include "articles/form26.h"
@@ -40,42 +39,14 @@ protected:
         globals_.dangqiandm = u"SH600000"_s;
         open<Form>();
     }
-    // What happens under the next question, whatever it is.
-    void underTheQuestion(const std::function<void()>& job) {
-        job_ = job;
-        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = [this] {
-            if (job_) {
-                std::exchange(job_, nullptr)();
-                deleteClosedWindows();
-            }
-        };
-    }
-
-    std::function<void()> job_;
 };
 
-// The code that asked goes on in its window after the answer.
-TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {
+TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
     const auto press = [this](const QString& name) {
         return [this, name] { guanchao::press(form_, name); };
     };
     const auto entry = [this](const QString& name) {
-        return [this, name] {
-            globals_.dangqiandm = u"SH600000"_s;  // its row is pressed
-            guanchao::trigger(form_, name);
-        };
-    };
-    const auto refusedFrequency = [this] {
-        edit(u"Text1"_s)->setText(u"0"_s);
-        QTest::keyClick(edit(u"Text1"_s), Qt::Key_Return);
-    };
-    const auto unknownStock = [this] {
-        edit(u"Text1"_s)->setText(u"SH688001"_s);
-        guanchao::press(form_, u"Command9"_s);
-    };
-    const auto deletedForecast = [this] {
-        find<QPlainTextEdit>(u"Text8"_s)->clear();
-        guanchao::trigger(form_, u"删除一个"_s);
+        return [this, name] { guanchao::trigger(form_, name); };
     };
     const struct {
         const char* what;
@@ -83,50 +54,35 @@ TEST_F(WindowsTest, AWindowClosedUnderItsQuestionOutlivesItsHandler) {
         std::function<void()> asks;
     } cases[] = {
         {"a theme is added to", &WindowsTest::openChosen<Form6>, press(u"Command1"_s)},
-        {"a theme is rewritten", &WindowsTest::openChosen<Form6>, press(u"Command2"_s)},
-        {"an unknown stock", &WindowsTest::openChosen<Form22>, unknownStock},
         {"a stock joins a theme", &WindowsTest::openChosen<Form22>, entry(u"添加到主题"_s)},
-        {"a stock leaves a theme", &WindowsTest::openChosen<Form22>, entry(u"从该主题删除"_s)},
         {"onto the watchlist", &WindowsTest::openChosen<Form30>, entry(u"添加自选股"_s)},
-        {"off the watchlist", &WindowsTest::openChosen<Form30>, entry(u"从自选股删除"_s)},
-        {"a monitor is deleted", &WindowsTest::openChosen<Form4>, entry(u"删除监控2"_s)},
-        {"a frequency is refused", &WindowsTest::openChosen<Form4>, refusedFrequency},
-        {"no sound is picked", &WindowsTest::openChosen<Form7>, press(u"Command3"_s)},
-        {"a monitor is refused", &WindowsTest::openChosen<Form8>, press(u"Command1"_s)},
+        {"a sound for a stock", &WindowsTest::openChosen<Form7>, press(u"Command3"_s)},
+        {"a sound for a theme", &WindowsTest::openChosen<Form8>, press(u"Command3"_s)},
         {"all themes are deleted", &WindowsTest::openChosen<Form3>, press(u"Command5"_s)},
+        {"a library is picked", &WindowsTest::openChosen<Form3>, press(u"Command8"_s)},
         {"an article is deleted", &WindowsTest::openChosen<Form26>, press(u"Command4"_s)},
         {"a listed article is deleted", &WindowsTest::openChosen<Form27>, entry(u"删除本篇"_s)},
-        {"no proxy is chosen", &WindowsTest::openChosen<Form28>, press(u"Command3"_s)},
         {"a commodity is deleted", &WindowsTest::openChosen<Form29>, entry(u"删除商品"_s)},
         {"in its editor", &WindowsTest::openChosen<Form5>, press(u"Command3"_s)},
-        {"a forecast is deleted", &WindowsTest::openChosen<Form12>, deletedForecast},
+        {"a forecast is deleted", &WindowsTest::openChosen<Form12>, entry(u"删除一个"_s)},
+        {"codes are exported", &WindowsTest::openChosen<Form12>, entry(u"导出自选股"_s)},
     };
     for (const auto& it : cases) {
+        SCOPED_TRACE(it.what);
+        const auto answered = std::make_shared<Later<bool>>();
+        dialogs_.gate = answered;
+        dialogs_.shown.clear();
         (this->*it.open)();
-        ASSERT_TRUE(form_) << it.what;
-        bool kept = false;
-        underTheQuestion([&] {
-            openWindows_.closeAll();
-            deleteClosedWindows();
-            kept = form_ && !form_->isVisible();
-        });
+        ASSERT_TRUE(form_);
         it.asks();
-        EXPECT_TRUE(kept) << it.what;
+        EXPECT_EQ(dialogs_.shown.size(), 1);
+        closeWindows();
         deleteClosedWindows();
-        EXPECT_FALSE(form_) << it.what << ": off the screen, but there";
-        EXPECT_FALSE(shownWindow<Form4>()) << it.what;
+        EXPECT_FALSE(form_);
+        answered->deliver(true);
+        EXPECT_EQ(dialogs_.shown.size(), 1) << "nothing was done of which it would tell";
+        EXPECT_TRUE(failures_.texts.isEmpty());
     }
-}
-
-TEST_F(WindowsTest, AWindowReplacedUnderTheQuestionOfItsClosingIsDeletedOnce) {
-    openChosen<Form4>();
-    edit(u"Text1"_s)->setText(u"0"_s);
-    underTheQuestion([this] { windows_.openAnew<Form4>(); });
-    form_->close();
-    deleteClosedWindows();
-    EXPECT_FALSE(form_);
-    EXPECT_TRUE(shownWindow<Form4>());
-    EXPECT_EQ(dialogs_.shown.size(), 1);
 }
 
 // The run ends first: a comparison and a scan.
@@ -160,43 +116,10 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunOutlivesTheRun) {
         deleteClosedWindows();
         EXPECT_FALSE(form_);
         pump_.onRun = nullptr;
-        openWindows_.closeAll();
+        closeWindows();
     }
     EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s), QStringList());
     EXPECT_TRUE(dialogs_.shown.isEmpty());
-}
-
-// The run's own frames are below the question.
-TEST_F(WindowsTest, AWindowClosedUnderAQuestionInsideItsRunOutlivesTheRun) {
-    openChosen<Form24>();
-    underTheQuestion([this] { openWindows_.closeAll(); });
-    bool outlives = false;
-    pump_.onRun = [&] {
-        if (outlives) {
-            return;
-        }
-        environment_.dialogs.tell(u"asked by another window"_s);
-        deleteClosedWindows();
-        outlives = form_ && !form_->isVisible();
-    };
-    press(form_, u"Command9"_s);
-    EXPECT_TRUE(outlives);
-    deleteClosedWindows();
-    EXPECT_FALSE(form_);
-}
-
-TEST_F(WindowsTest, WhatWaitsForAnAnswerWaitsForTheAskersNextQuestionToo) {
-    QObject owner;
-    int done = 0;
-    underTheQuestion([&] { openWindows_.afterQuestion(owner, [&done] { ++done; }); });
-    environment_.dialogs.tell(u"the first question"_s);
-    underTheQuestion([&] {
-        QCoreApplication::sendPostedEvents();
-        EXPECT_EQ(done, 0) << "the asker has not come to its end";
-    });
-    environment_.dialogs.tell(u"the next"_s);
-    QCoreApplication::sendPostedEvents();
-    EXPECT_EQ(done, 1);
 }
 
 }  // namespace guanchao

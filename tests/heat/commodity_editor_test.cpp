@@ -1,5 +1,6 @@
 #include "heat/commodity_editor.h"
 
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -46,15 +47,15 @@ TEST_F(CommodityEditorTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
 TEST_F(CommodityEditorTest, ADeletionAsksAndTakesTheHistoryAlong) {
     runHeat(u"insert into shophq(shopname,riqi) values('铜','2026-11-24 10:00:00')"_s);
     dialogs_.answer = false;
-    EXPECT_FALSE(deleteCommodity(store_.stores, dialogs_, u"铜"_s));
+    EXPECT_FALSE(outcomeOf(deleteCommodity(store_.stores, dialogs_, u"铜"_s, {})));
     EXPECT_EQ(list().size(), 2);
     dialogs_.answer = true;
-    editor_.remove(u" 铜 "_s);
+    outcomeOf(editor_.remove(u" 铜 "_s, {}));
     EXPECT_EQ(list().size(), 1);
     EXPECT_EQ(heatRows(u"select * from shophq"_s), QStringList());
     runHeat(u"drop table shophq"_s);
     try {
-        deleteCommodity(store_.stores, dialogs_, u"铝"_s);
+        outcomeOf(deleteCommodity(store_.stores, dialogs_, u"铝"_s, {}));
         FAIL() << "the history can't be deleted";
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failure.remains().contains(u"商品清单"_s));

@@ -141,7 +141,6 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     find<QCheckBox>(u"Check2"_s)->setChecked(true);
     click(u"Command9"_s);
     pressRow(1, Qt::RightButton);
-    dialogs_.onAsk = [this] { openWindows_.closeAll(); };
     trigger(u"删除商品"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除商品'铝'完成!"_s);
     EXPECT_EQ(TestStores::rows(stores_.heat, u"select * from shopname"_s), QStringList());

@@ -57,7 +57,7 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
         const QWidget* window = it.open(windows_);
         ASSERT_NE(window, nullptr) << it.name;
         EXPECT_EQ(unnamedControls(*window), QStringList()) << it.name;
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
     }
 }

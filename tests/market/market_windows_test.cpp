@@ -267,7 +267,7 @@ TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
         press(form, u"Command1"_s);
         EXPECT_TRUE(stop->isVisible());
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
         EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
         EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty()) << it.what;
@@ -288,7 +288,7 @@ TEST_F(MarketWindowsTest, Form21TellsOnceOfServicesThatHangUp) {
         EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|请检查网络连接，行情服务器连接不上!"_s});
         EXPECT_EQ(text(form, u"pollState"_s),
                   u"没有读到行情（连接不上）；更新已停止，点“查询”重新开始"_s);
-        openWindows_.closeAll();
+        closeWindows();
     }
 }
 
@@ -308,7 +308,7 @@ TEST_F(MarketWindowsTest, Form21MayCloseAtEachOfItsRequests) {
         }
         ASSERT_GE(asked, held);
         const qsizetype requests = http_.paths.size();
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
         gate->deliver(true);
         EXPECT_EQ(http_.paths.size(), requests) << held;
@@ -367,7 +367,7 @@ TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
     const auto shownCode = [this] {
         auto* form = shownWindow<Form21>();
         const QString code = form ? form->findChild<QLineEdit*>(u"Text7"_s)->text() : QString();
-        openWindows_.closeAll();
+        closeWindows();
         return code;
     };
     doubleClick(openAnew<Form4>(), u"MSHFlexGrid2"_s);
@@ -464,7 +464,7 @@ TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     const qsizetype requests = raw.requests.count(u"GET /600000/"_s);
     press(form, u"reload"_s);
     EXPECT_TRUE(comesTrue([&] { return raw.requests.count(u"GET /600000/"_s) == requests + 1; }));
-    openWindows_.closeAll();
+    closeWindows();
     deleteClosedWindows();
     EXPECT_TRUE(shell_.opened.isEmpty());
 }

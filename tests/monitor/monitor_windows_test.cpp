@@ -161,6 +161,7 @@ TEST_F(MonitorWindowsTest, AnAlarmOpensTheManagerAndRingsUntilStopped) {
     menu.addAction(u"entry"_s);
     menu.popup({});
     fire(u"Timer1"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return main.findChild<QTimer*>(u"Timer2"_s)->isActive(); }));
     fire(u"Timer2"_s);
     EXPECT_TRUE(menu.isVisible());
     EXPECT_FALSE(shownWindow<Form4>()) << "it would close the menu";

@@ -10,7 +10,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
+#include <memory>
 
+#include "base/runs.h"
+#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -27,6 +31,19 @@ protected:
         });
     }
 
+    static QMessageBox* standing() {
+        return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    }
+    static QList<QMessageBox*> boxes() {
+        QList<QMessageBox*> boxes;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* box = qobject_cast<QMessageBox*>(window); box && box->isVisible()) {
+                boxes << box;
+            }
+        }
+        return boxes;
+    }
+
     DesktopDialogs dialogs_;
 };
 
@@ -34,7 +51,7 @@ TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
     const auto ask = &DesktopDialogs::ask;
     const auto askToLose = &DesktopDialogs::askToLose;
     const struct {
-        bool (DesktopDialogs::*ask)(const QString&, const QString&);
+        QCoro::Task<bool> (DesktopDialogs::*ask)(std::stop_token, QString, QString);
         QList<Qt::Key> keys;
         bool yes;
     } cases[] = {
@@ -56,20 +73,46 @@ TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
                 box.close();
             }
         });
-        EXPECT_EQ((dialogs_.*it.ask)(u"真的?"_s, u"观潮台"_s), it.yes);
+        EXPECT_EQ(QCoro::waitFor((dialogs_.*it.ask)({}, u"真的?"_s, u"观潮台"_s)), it.yes);
     }
 }
 
 TEST_F(DesktopDialogsTest, ALongTextScrolls) {
     const QString codes = u"600000,"_s.repeated(300);
-    onceOpen<QMessageBox>([&](QMessageBox& box) {
-        const auto* text = box.findChild<QPlainTextEdit*>();
-        ASSERT_NE(text, nullptr);
-        EXPECT_EQ(text->toPlainText(), codes);
-        EXPECT_LT(box.width(), 900);
-        QTest::keyClick(&box, Qt::Key_Escape);
-    });
     dialogs_.tell(codes, u"观潮台"_s);
+    const auto* box = standing();
+    const auto* text = box->findChild<QPlainTextEdit*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->toPlainText(), codes);
+    EXPECT_LT(box->width(), 900);
+}
+
+TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOther) {
+    dialogs_.tell(u"一"_s, u"观潮台"_s);
+    dialogs_.tell(u"二"_s, u"观潮台"_s);
+    for (const QString& text : {u"一"_s, u"二"_s}) {
+        ASSERT_TRUE(standing());
+        EXPECT_EQ(standing()->text(), text);
+        EXPECT_EQ(standing()->icon(), QMessageBox::Warning);
+        EXPECT_EQ(standing()->windowModality(), Qt::ApplicationModal);
+        QTest::keyClick(standing(), Qt::Key_Return);
+    }
+    EXPECT_FALSE(standing());
+}
+
+TEST_F(DesktopDialogsTest, FailuresAreCountedInOneBox) {
+    const auto count = [] { return boxes().size(); };
+    for (const QString& text : {u"甲"_s, u"乙"_s, u"丙"_s}) {
+        dialogs_.tellFailure(text);
+    }
+    ASSERT_EQ(count(), 1);
+    EXPECT_EQ(boxes().first()->text(), u"甲\n\n此后又有 2 次失败，最近一次：\n丙"_s);
+    EXPECT_FALSE(boxes().first()->isModal()) << "the windows beside it can be used";
+    boxes().first()->close();
+    EXPECT_EQ(count(), 0);
+    dialogs_.tellFailure(u"丁"_s);
+    ASSERT_EQ(count(), 1);
+    EXPECT_EQ(boxes().first()->text(), u"丁"_s) << "what was read is not counted";
 }
 
 TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
@@ -79,7 +122,8 @@ TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
             QTest::keyClicks(box.findChild<QLineEdit*>(), u"SZ0"_s);
             QTest::keyClick(&box, accepted ? Qt::Key_Return : Qt::Key_Escape);
         });
-        EXPECT_EQ(dialogs_.input(u"问"_s, u"题"_s, u"SH6"_s), accepted ? u"SZ0"_s : QString());
+        EXPECT_EQ(QCoro::waitFor(dialogs_.input({}, u"问"_s, u"题"_s, u"SH6"_s)),
+                  accepted ? u"SZ0"_s : QString());
     }
 }
 
@@ -92,7 +136,7 @@ TEST_F(DesktopDialogsTest, AFileIsPicked) {
         box.selectFile(path);
         static_cast<QDialog&>(box).accept();
     });
-    EXPECT_EQ(dialogs_.dakaiwenjian(u"请选择"_s, folder.path(), u"a"_s), path);
+    EXPECT_EQ(QCoro::waitFor(dialogs_.dakaiwenjian({}, u"请选择"_s, folder.path(), u"a"_s)), path);
 }
 
 TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {
@@ -114,19 +158,38 @@ TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {
             box.selectFile(it.typed);
             QTest::keyClick(&box, it.typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
         });
-        EXPECT_EQ(dialogs_.baocunwenjian(folder.path(), u"股.txt"_s,
-                                         {u"文本文档(*.txt)"_s, u"所有文件(*.*)"_s}),
+        EXPECT_EQ(QCoro::waitFor(dialogs_.baocunwenjian(
+                      {}, folder.path(), u"股.txt"_s, {u"文本文档(*.txt)"_s, u"所有文件(*.*)"_s})),
                   it.picked.isEmpty() ? QString() : folder.path() + it.picked);
     }
 }
 
-TEST_F(DesktopDialogsTest, AnOwnerThatClosesTakesItsBoxAlong) {
-    auto* owner = new QWidget;
+// Rules tell what they have done, and then their window closes.
+TEST_F(DesktopDialogsTest, AnAnswerOutlivesTheWindowBelowIt) {
+    auto owner = std::make_unique<QWidget>();
     owner->show();
     owner->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(owner));
-    onceOpen<QMessageBox>([owner](QMessageBox&) { delete owner; });
-    EXPECT_FALSE(dialogs_.ask(u"真的?"_s, u"观潮台"_s));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(owner.get()));
+    dialogs_.tell(u"完成"_s, u"观潮台"_s);
+    ASSERT_TRUE(standing());
+    EXPECT_EQ(standing()->windowHandle()->transientParent(), owner->windowHandle());
+    owner.reset();
+    EXPECT_TRUE(standing());
+}
+
+TEST_F(DesktopDialogsTest, AStoppedQuestionGoesUnanswered) {
+    FakeFailures failures;
+    Runs runs(failures);
+    bool goesOn = false;
+    runs.start([&](std::stop_token stop) -> QCoro::Task<> {
+        co_await dialogs_.ask(stop, u"真的?"_s, u"观潮台"_s);
+        goesOn = true;
+    });
+    ASSERT_TRUE(standing());
+    runs.stop();
+    EXPECT_FALSE(standing());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(goesOn || runs.running());
 }
 
 }  // namespace guanchao

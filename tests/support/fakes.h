@@ -40,32 +40,37 @@ public:
             boxes->tell(text, title);
         }
     }
-    bool ask(const QString& text, const QString& title) override {
-        shown << title + u'|' + text;
-        if (onAsk) {
-            onAsk();
+    void tellFailure(const QString& text) override {
+        shown << programName + u'|' + text;
+        if (boxes) {
+            boxes->tellFailure(text);
         }
-        return boxes ? boxes->ask(text, title) : answer;
     }
-    bool askToLose(const QString& text, const QString& title) override {
-        return boxes ? boxes->askToLose(text, title) : ask(text, title);
-    }
-    QString input(const QString& prompt, const QString& title, const QString& text) override {
-        shown << title + u'|' + prompt + u'|' + text;
-        if (onInput) {
-            onInput();
+    QCoro::Task<bool> ask(std::stop_token stop, QString text, QString title) override {
+        co_await stand(title + u'|' + text, onAsk, stop);
+        if (!boxes) {
+            co_return answer;
         }
-        return typed;
+        const bool yes = co_await boxes->ask(stop, text, title);
+        co_return yes;
     }
-    QString dakaiwenjian(const QString& title, const QString& folder,
-                         const QString& file) override {
-        shown << title + u'|' + folder + u'|' + file;
-        return picked;
+    QCoro::Task<bool> askToLose(std::stop_token stop, QString text, QString title) override {
+        return boxes ? boxes->askToLose(stop, text, title) : ask(stop, text, title);
     }
-    QString baocunwenjian(const QString& folder, const QString& file,
-                          const QStringList& filters) override {
-        shown << folder + u'|' + file + u'|' + filters.join(u'|');
-        return picked;
+    QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
+                               QString text) override {
+        co_await stand(title + u'|' + prompt + u'|' + text, onInput, stop);
+        co_return QString(typed);  // which is moved from
+    }
+    QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,
+                                      QString file) override {
+        co_await stand(title + u'|' + folder + u'|' + file, {}, stop);
+        co_return QString(picked);
+    }
+    QCoro::Task<QString> baocunwenjian(std::stop_token stop, QString folder, QString file,
+                                       QStringList filters) override {
+        co_await stand(folder + u'|' + file + u'|' + filters.join(u'|'), {}, stop);
+        co_return QString(picked);
     }
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
@@ -73,8 +78,21 @@ public:
     Dialogs* boxes = nullptr;  // real ones, for a user at real keys
     // What happens while the box stands.
     std::function<void()> onTell, onAsk, onInput;
+    std::shared_ptr<Later<bool>> gate;  // the next question waits for it
     QString typed;
     QString picked;
+
+private:
+    QCoro::Task<> stand(QString words, std::function<void()> meanwhile, std::stop_token stop) {
+        shown << words;
+        if (meanwhile) {
+            meanwhile();
+        }
+        endIfStopped(stop);
+        if (const auto answered = gate) {
+            co_await answered->orStop(stop);
+        }
+    }
 };
 
 class FakeFailures : public Failures {
@@ -94,20 +112,12 @@ class FakePump : public EventPump {
 public:
     void runPendingEvents() override {
         ++runs;
-        ++runsWithInput;
-        if (onRun) {
-            onRun();
-        }
-    }
-    void runPendingEventsButInput() override {
-        ++runs;
         if (onRun) {
             onRun();
         }
     }
 
     int runs = 0;
-    int runsWithInput = 0;
     std::function<void()> onRun;
 };
 

@@ -3,7 +3,7 @@
 
 #include "app/desktop.h"
 #include "frame/environment.h"
-#include "frame/keeping_dialogs.h"
+#include "frame/open_windows.h"
 #include "frame/windows.h"
 #include "market/mean_volume.h"
 #include "research/asked_history.h"
@@ -20,8 +20,17 @@ struct TestEnvironment {
     // No window outlives what it was given.
     ~TestEnvironment() {
         dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
-        openWindows_.closeAll();
+        closeWindows();
         deleteClosedWindows();
+    }
+
+    // Without waiting for any.
+    static void closeWindows() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && window->testAttribute(Qt::WA_DeleteOnClose)) {
+                window->close();
+            }
+        }
     }
 
     TestStores store_;
@@ -31,7 +40,6 @@ struct TestEnvironment {
     FakeClock clock_;
     FakeDialogs dialogs_;
     OpenWindows openWindows_;
-    KeepingDialogs keepingDialogs_{dialogs_, openWindows_};
     FakeFailures failures_;
     FakePump pump_;
     FakeHttp http_;
@@ -49,7 +57,7 @@ struct TestEnvironment {
                              .services = services_,
                              .clock = clock_,
                              .openWindows = openWindows_,
-                             .dialogs = keepingDialogs_,
+                             .dialogs = dialogs_,
                              .failures = failures_,
                              .pump = pump_,
                              .client = http_,

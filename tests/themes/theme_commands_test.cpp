@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "store/failure.h"
+#include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
 #include "themes/theme_table.h"
 
@@ -40,12 +41,13 @@ TEST_F(ThemeCommandsTest, AStockIsAddedIfItIsKnownAndNotAMember) {
     };
     for (const auto& it : refusals) {
         dialogs_.typed = it.typed;
-        EXPECT_EQ(commands_.addStock(u"银行"_s), Redraw::none);
+        EXPECT_EQ(outcomeOf(commands_.addStock(u"银行"_s, {})), Redraw::none);
         EXPECT_EQ(dialogs_.shown.last(), it.answer);
     }
     EXPECT_EQ(members(), untouched_);
     dialogs_.typed = u"sh000001"_s;
-    EXPECT_EQ(commands_.addStock(u"银行"_s), Redraw::stocks) << "an index may be added here";
+    EXPECT_EQ(outcomeOf(commands_.addStock(u"银行"_s, {})), Redraw::stocks)
+        << "an index may be added here";
     EXPECT_EQ(members(u"zhutiname,dm,jc,ztktime,guanzhudu,xiangguandu"_s).last(),
               u"银行|SH000001|上证指数|2026-11-24 00:00:00|0|5"_s);
     EXPECT_EQ(stamp(), u"2026-11-01 08:00:00"_s) << "no popup command sets the stamp";
@@ -56,11 +58,11 @@ TEST_F(ThemeCommandsTest, RemovingAStockAsksNothingRemovingAThemeDoes) {
     EXPECT_EQ(told().join(u'/'), u"观潮台|为该主题删除个股完成!"_s);
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"银行|SH600000"_s}));
     dialogs_.answer = false;
-    commands_.removeTheme(u"白酒"_s);
+    outcomeOf(commands_.removeTheme(u"白酒"_s, {}));
     EXPECT_EQ(members().size(), 2);
     dialogs_.answer = true;
     told();
-    EXPECT_EQ(commands_.removeTheme(u"白酒"_s), Redraw::none);
+    EXPECT_EQ(outcomeOf(commands_.removeTheme(u"白酒"_s, {})), Redraw::none);
     EXPECT_EQ(told().join(u'/'), u"观潮台|确实要删除主题'白酒'吗?/观潮台|删除主题'白酒'完成!"_s);
     EXPECT_EQ(members(), QStringList{u"银行|SH600000"_s});
 }
@@ -77,10 +79,12 @@ TEST_F(ThemeCommandsTest, AttentionAndRelevanceTakeWholeNumbersInTheirRange) {
     for (const auto& it : cases) {
         store_.run({u"update dzhzhuti set guanzhudu=7,xiangguandu=7"_s});
         dialogs_.typed = it.typed;
-        EXPECT_EQ(commands_.changeAttention(u"白酒"_s) == Redraw::themes, it.attention != u"7"_s);
+        EXPECT_EQ(outcomeOf(commands_.changeAttention(u"白酒"_s, {})) == Redraw::themes,
+                  it.attention != u"7"_s);
         EXPECT_EQ(members(u"guanzhudu"_s), QStringList({it.attention, it.attention, u"7"_s}));
-        EXPECT_EQ(commands_.changeRelevance(u"白酒"_s, u"SH600000"_s) == Redraw::stocks,
-                  it.relevance != u"7"_s);
+        EXPECT_EQ(
+            outcomeOf(commands_.changeRelevance(u"白酒"_s, u"SH600000"_s, {})) == Redraw::stocks,
+            it.relevance != u"7"_s);
         EXPECT_EQ(members(u"xiangguandu"_s), QStringList({u"7"_s, it.relevance, u"7"_s}));
     }
 }
@@ -88,9 +92,9 @@ TEST_F(ThemeCommandsTest, AttentionAndRelevanceTakeWholeNumbersInTheirRange) {
 TEST_F(ThemeCommandsTest, ANewNameGoesIntoAllFourTables) {
     addOtherTables();
     dialogs_.typed = u"  "_s;
-    EXPECT_EQ(commands_.rename(u"白酒"_s), Redraw::none);
+    EXPECT_EQ(outcomeOf(commands_.rename(u"白酒"_s, {})), Redraw::none);
     dialogs_.typed = u" 银行 "_s;
-    EXPECT_EQ(commands_.rename(u"白酒"_s), Redraw::themes);
+    EXPECT_EQ(outcomeOf(commands_.rename(u"白酒"_s, {})), Redraw::themes);
     EXPECT_EQ(members(u"zhutiname"_s), QStringList({u"银行"_s, u"银行"_s, u"银行"_s}))
         << "a name in use merges the themes";
     EXPECT_EQ(store_.rows(u"select zhutiname from zhutidapanhq union all"
@@ -104,7 +108,7 @@ TEST_F(ThemeCommandsTest, AFailedRenameKeepsWhatItDidAndTellsWhat) {
     QFile::remove(store_.stores.heat.path);
     dialogs_.typed = u"消费"_s;
     try {
-        commands_.rename(u"白酒"_s);
+        outcomeOf(commands_.rename(u"白酒"_s, {}));
         FAIL();
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failureText(failure).endsWith(
@@ -129,17 +133,17 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
                     {u" 2 "_s, u"确实要全部删除小于2只股票的主题吗?"_s}};
     for (const auto& it : refusals) {
         dialogs_.typed = it.typed;
-        EXPECT_EQ(commands_.removeSmallThemes(grid_), Redraw::none);
+        EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::none);
         EXPECT_EQ(dialogs_.shown.last(), u"观潮台|"_s + it.answer);
     }
     EXPECT_EQ(members().size(), 6);
     dialogs_.answer = true;
-    EXPECT_EQ(commands_.removeSmallThemes(grid_), Redraw::themes);
+    EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::themes);
     // 银行 has two rows, but one of them is not in the code table; 冷门 is under the threshold.
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"冷门|SH600000"_s}));
     grid_.setTextMatrix(2, 1, u"x'y"_s);
     dialogs_.typed = u"9"_s;
-    EXPECT_THROW(commands_.removeSmallThemes(grid_), StoreError);
+    EXPECT_THROW(outcomeOf(commands_.removeSmallThemes(grid_, {})), StoreError);
     EXPECT_EQ(members().size(), 3) << "a failure rolls back";
 }
 

@@ -1,4 +1,5 @@
 #include "themes/theme_editing.h"
+#include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
 
 namespace guanchao {
@@ -31,9 +32,10 @@ TEST_F(ThemeEditingTest, AddingSkipsWrongCodesAndLeavesMembersAsTheyAre) {
         store_.run({u"update jiankonghq set tempdel=0"_s});
         clock_.moment = clock_.moment.addSecs(60);
     };
-    EXPECT_TRUE(editing_.add(
+    EXPECT_TRUE(outcomeOf(editing_.add(
         {u" 白酒 "_s, u" sh600000，SH600519,,SH699999,SH 600000,sh000001,SH000300,SZ399001 "_s,
-         u"20.5"_s}));
+         u"20.5"_s},
+        {})));
     EXPECT_EQ(rows(), untouched_ + QStringList{u"白酒|SH600000|浦发银行|"_s + now_ + u"|20|5"_s});
     EXPECT_EQ(stamp(), now_);
     EXPECT_EQ(
@@ -55,8 +57,8 @@ TEST_F(ThemeEditingTest, RewritingRebuildsTheThemeWithEveryListedCode) {
 
 TEST_F(ThemeEditingTest, WhatIsRefusedWritesNothingAndKeepsTheDialog) {
     dialogs_.answer = false;
-    EXPECT_FALSE(editing_.add({u"白酒"_s, u"SH600000"_s, u"3"_s}));
-    EXPECT_FALSE(editing_.add({u"  "_s, u"SH600000"_s, u"3"_s}));
+    EXPECT_FALSE(outcomeOf(editing_.add({u"白酒"_s, u"SH600000"_s, u"3"_s}, {})));
+    EXPECT_FALSE(outcomeOf(editing_.add({u"  "_s, u"SH600000"_s, u"3"_s}, {})));
     EXPECT_FALSE(editing_.rewrite({QString(), u"SH600000"_s, u"3"_s}));
     EXPECT_FALSE(editing_.rewrite({u"白酒"_s, u"SH600000"_s, u"40000"_s}));
     EXPECT_EQ(dialogs_.shown,
@@ -69,7 +71,7 @@ TEST_F(ThemeEditingTest, WhatIsRefusedWritesNothingAndKeepsTheDialog) {
 
 TEST_F(ThemeEditingTest, AFailedStatementLeavesNothingOfTheRun) {
     const ThemeFields badCode{u"白酒"_s, u"SH600000,x'y"_s, u"3"_s};
-    EXPECT_THROW(editing_.add(badCode), StoreError);
+    EXPECT_THROW(outcomeOf(editing_.add(badCode, {})), StoreError);
     EXPECT_THROW(editing_.rewrite(badCode), StoreError);
     EXPECT_EQ(rows(), untouched_);
     EXPECT_EQ(stamp(), oldStamp_);

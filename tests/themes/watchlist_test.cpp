@@ -1,4 +1,5 @@
 #include "themes/watchlist.h"
+#include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
 
 namespace guanchao {
@@ -34,14 +35,14 @@ TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodes) {
 }
 
 TEST_F(WatchlistTest, ATypedCodeIsAddedOnceInUpperCase) {
-    EXPECT_FALSE(watchlist_.addTyped());
+    EXPECT_FALSE(outcomeOf(watchlist_.addTyped({})));
     dialogs_.typed = u"sh600000"_s;
-    EXPECT_TRUE(watchlist_.addTyped());
-    EXPECT_FALSE(watchlist_.addTyped());
+    EXPECT_TRUE(outcomeOf(watchlist_.addTyped({})));
+    EXPECT_FALSE(outcomeOf(watchlist_.addTyped({})));
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此股票已在自选股中。"_s);
     EXPECT_EQ(store_.rows(u"select dm,jc from zixuangu"_s), QStringList{u"SH600000|"_s});
     dialogs_.typed = u"x'y"_s;
-    EXPECT_THROW(watchlist_.addTyped(), StoreError);
+    EXPECT_THROW(outcomeOf(watchlist_.addTyped({})), StoreError);
 }
 
 }  // namespace guanchao
