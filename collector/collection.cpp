@@ -1,9 +1,11 @@
 #include "collector/collection.h"
 
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "heat/collector_contract.h"
 #include "store/failure.h"
+#include "store/patience.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -36,6 +38,7 @@ QString stateText(RunState state) {
 
 // A store that can't be asked at the moment takes no order back.
 bool isStillWanted(const StoreFile& heat) {
+    const Connection::BusyTimeout blink(std::chrono::milliseconds(5));
     try {
         return isRunWanted(heat);
     } catch (const StoreError&) {
@@ -45,9 +48,9 @@ bool isStillWanted(const StoreFile& heat) {
 
 }  // namespace
 
-Collection::Collection(Job& job, const StoreFile& heat, Http& http, const Clock& clock,
-                       const Pacing& pacing)
-    : job_(job), heat_(heat), http_(http), clock_(clock), pacing_(pacing) {}
+Collection::Collection(Job& job, const StoreFile& heat, HttpClient& http, const Clock& clock,
+                       const Pacing& pacing, Wait wait)
+    : job_(job), heat_(heat), http_(http), clock_(clock), pacing_(pacing), wait_(std::move(wait)) {}
 
 void Collection::begin() {
     for (const Item& item : job_.items()) {
@@ -59,23 +62,29 @@ void Collection::begin() {
     }
 }
 
-std::optional<std::chrono::milliseconds> Collection::step() {
-    if (stopWanted_ && !hasEnded()) {
-        endStopped();
-    } else if (!current_) {
+QCoro::Task<> Collection::run(std::stop_token stop) {
+    const auto end = qScopeGuard([this] { endIfUnfinished(); });
+    while (!hasEnded()) {
+        const std::chrono::milliseconds wait = co_await step(stop);
+        if (!hasEnded()) {
+            co_await wait_(wait, stop);
+        }
+    }
+}
+
+// How long to wait before the next one.
+QCoro::Task<std::chrono::milliseconds> Collection::step(std::stop_token stop) {
+    if (!current_) {
         endIfUnwanted();
     }
-    if (hasEnded()) {
-        return std::nullopt;
-    }
-    if (state_ == RunState::paused) {
-        return pausedWait;
+    if (state_ != RunState::running) {
+        co_return pausedWait;
     }
     if (!current_ && !takeDueItem()) {
-        return untilNextDue();
+        co_return untilNextDue();
     }
-    askForPage();
-    return hasEnded() ? std::nullopt : std::optional(pacing_.beforePage());
+    co_await askForPage(stop);
+    co_return pacing_.beforePage();
 }
 
 void Collection::setPaused(bool paused) {
@@ -90,7 +99,10 @@ void Collection::endIfUnwanted() {
     }
 }
 
-void Collection::endStopped() {
+void Collection::endIfUnfinished() {
+    if (hasEnded()) {
+        return;
+    }
     state_ = RunState::stopped;
     if (current_) {
         show(ItemState::waiting);
@@ -120,9 +132,9 @@ std::chrono::milliseconds Collection::untilNextDue() const {
     return std::min(wait, longestWait);
 }
 
-void Collection::askForPage() {
+QCoro::Task<> Collection::askForPage(std::stop_token stop) {
     try {
-        readPage();
+        co_await readPage(stop);
     } catch (const std::exception& failure) {
         fail(failureReason(failure));
     }
@@ -131,25 +143,27 @@ void Collection::askForPage() {
     }
 }
 
-void Collection::readPage() {
-    const std::optional<QByteArray> page = http_.get(job_.service(), paths_[pages_.size()]);
-    if (stopWanted_) {
-        endStopped();  // a request that was broken off is no failure
-    } else if (!page) {
+QCoro::Task<> Collection::readPage(std::stop_token stop) {
+    const HttpReply reply = co_await http_.get(job_.service(), paths_[pages_.size()], stop);
+    if (!reply.answered()) {
         failPage(u"网页没有读到"_s);
-    } else if (!job_.answers(items_[current_->item].item, *page)) {
+    } else if (!job_.answers(items_[current_->item].item, reply.body)) {
         failPage(u"网页里没有要找的内容"_s);
     } else {
         failedPagesInARow_ = 0;
-        pages_ << *page;
+        pages_ << reply.body;
         if (pages_.size() == paths_.size()) {
-            writeItem();
+            co_await writeItem(stop);
         }
     }
 }
 
-void Collection::writeItem() {
-    job_.write(items_[current_->item].item, pages_);
+QCoro::Task<> Collection::writeItem(std::stop_token stop) {
+    const auto step = [this] {
+        job_.write(items_[current_->item].item, pages_);
+        return true;
+    };
+    co_await patiently(step, stop);
     ++written_;
     show(ItemState::written);
     current_.reset();

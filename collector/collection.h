@@ -1,17 +1,19 @@
-// 采集: the run over the items of a job, a page a step. It never waits between pages: each step
-// tells how long to wait before the next one. A failed item is tried again later in the run, with
-// growing pauses, and is skipped in the end.
+// 采集: the run over the items of a job, page after page with a pause between all. A failed item is
+// tried again later in the run, with growing pauses, and is skipped in the end.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QDateTime>
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <stop_token>
 
+#include "base/pause.h"
 #include "collector/job.h"
 #include "collector/pacing.h"
 #include "platform/clock.h"
-#include "platform/http.h"
+#include "platform/http_client.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -35,8 +37,10 @@ public:
         QString reason;  // of the last failure
     };
 
-    Collection(Job& job, const StoreFile& heat, Http& http, const Clock& clock,
-               const Pacing& pacing);
+    using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
+
+    Collection(Job& job, const StoreFile& heat, HttpClient& http, const Clock& clock,
+               const Pacing& pacing, Wait wait = pause);
 
     // Called with the position of an item whose progress has changed.
     std::function<void(qsizetype)> changed;
@@ -44,15 +48,12 @@ public:
     // Reads the items. Raises StoreError.
     void begin();
 
-    // Asks for the next page, and writes the item whose last page it is. Nothing when the run has
-    // ended; it ends between two items if the main program has, at once if the user stops it.
-    // Events may happen during a request: all below may be called then, this may not.
-    std::optional<std::chrono::milliseconds> step();
+    // Asks for the pages, and writes each item once its last page is there. Ends between two items
+    // if the main program has, at once where it is stopped; a request that is broken off is no
+    // failure.
+    QCoro::Task<> run(std::stop_token stop);
 
-    void stop() { stopWanted_ = true; }
-    bool stopWanted() const { return stopWanted_; }
-
-    // A paused run only looks whether it is still wanted.
+    // A paused run only looks whether it is still wanted; the page that is under way is kept.
     void setPaused(bool paused);
 
     RunState state() const { return state_; }
@@ -71,23 +72,25 @@ private:
         QDateTime due;  // none: at once
     };
 
+    QCoro::Task<std::chrono::milliseconds> step(std::stop_token stop);
     void endIfUnwanted();
     bool takeDueItem();
     std::chrono::milliseconds untilNextDue() const;
-    void askForPage();
-    void readPage();
-    void writeItem();
+    QCoro::Task<> askForPage(std::stop_token stop);
+    QCoro::Task<> readPage(std::stop_token stop);
+    QCoro::Task<> writeItem(std::stop_token stop);
     void failPage(const QString& reason);
     void fail(const QString& reason);
     bool hasUntriedItem() const;
-    void endStopped();
+    void endIfUnfinished();
     void show(ItemState state, const QString& reason = {});
 
     Job& job_;
     const StoreFile& heat_;
-    Http& http_;
+    HttpClient& http_;
     const Clock& clock_;
     const Pacing& pacing_;
+    Wait wait_;
 
     QList<Progress> items_;
     QList<Pending> queue_;
@@ -95,7 +98,6 @@ private:
     QStringList paths_;
     QList<QByteArray> pages_;
     RunState state_ = RunState::running;
-    bool stopWanted_ = false;
     int written_ = 0;
     int failures_ = 0;
     int failedPagesInARow_ = 0;

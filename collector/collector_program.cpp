@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QTextStream>
+#include <QTimer>
 
 #include "base/activity.h"
 #include "collector/code_table_job.h"
@@ -49,7 +50,7 @@ void CollectorProgram::begin(const QString& word) {
     job_ = makeJob(word, order_);
     pacing_ = std::make_unique<Pacing>(
         settings_, [this] { return std::uniform_real_distribution<>(0, 1)(random_); });
-    collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, *pacing_);
+    collection_ = std::make_unique<Collection>(*job_, stores_.heat, client_, clock_, *pacing_);
     collection_->begin();
     window_ =
         std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, job_->title());
@@ -58,7 +59,8 @@ void CollectorProgram::begin(const QString& word) {
     if (order_.windowWanted) {
         window_->show();
     }
-    window_->start();
+    // Inside the event loop, since a run without items ends at once and the program with it.
+    QTimer::singleShot(0, window_.get(), [this] { window_->start(); });
 }
 
 // A power cut may leave a lock that names nobody; it would refuse every collector from then on.
@@ -77,12 +79,6 @@ void CollectorProgram::lockStore() {
     throw OperationError(lock_.error() == QLockFile::LockFailedError
                              ? u"采集程序已在运行，请先停止采集，关闭采集程序。"_s
                              : QString(u"不能写入锁文件 "_s + lock_.fileName()));
-}
-
-// Asked while a page is waited for, so that the window stays painted.
-bool CollectorProgram::isPageWanted() {
-    pump_.runPendingEvents();
-    return !collection_->stopWanted();
 }
 
 // A box where no window is wanted would wait for nobody.

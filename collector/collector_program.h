@@ -10,9 +10,8 @@
 #include "formats/initials.h"
 #include "frame/application.h"
 #include "heat/collector_contract.h"
-#include "platform/curl_http.h"
 #include "platform/desktop/desktop_dialogs.h"
-#include "platform/desktop/qt_event_pump.h"
+#include "platform/qt_http_client.h"
 #include "store/application_folder.h"
 
 namespace guanchao {
@@ -29,7 +28,6 @@ public:
 private:
     void begin(const QString& word);
     void lockStore();
-    bool isPageWanted();
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
     void end();
@@ -40,8 +38,7 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     DesktopDialogs dialogs_;
-    QtEventPump pump_;
-    CurlHttp http_{[this] { return isPageWanted(); }};
+    QtHttpClient client_;
     QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

@@ -53,13 +53,12 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
       collection_(collection),
       dialogs_(dialogs),
       ui_(std::make_unique<Ui::CollectorWindow>()),
+      runs_(failures),
       closing_(failures) {
     ui_->setupUi(this);
     setWindowTitle(title + u"--因特网数据采集"_s);
     ui_->itemsGrid->setGrid(grid_);
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &CollectorWindow::takeStep);
     connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
     collection_.changed = [this](qsizetype item) { followItem(item); };
@@ -67,25 +66,18 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     showFigures();
 }
 
-CollectorWindow::~CollectorWindow() = default;
-
-void CollectorWindow::start() {
-    timer_.start(0);
+// Nobody is told the end of a run by a window that goes.
+CollectorWindow::~CollectorWindow() {
+    ended = nullptr;
 }
 
-void CollectorWindow::takeStep() {
-    if (stepping_) {
-        return;
-    }
-    stepping_ = true;
-    const auto end = qScopeGuard([this] { stepping_ = false; });
-    const auto pause = collection_.step();
-    showFigures();
-    if (pause) {
-        timer_.start(*pause);
-    } else {
-        showEnd();
-    }
+void CollectorWindow::start() {
+    runs_.start([this](std::stop_token stop) { return collect(stop); });
+}
+
+QCoro::Task<> CollectorWindow::collect(std::stop_token stop) {
+    const auto end = qScopeGuard([this] { showEnd(); });
+    co_await collection_.run(stop);
 }
 
 void CollectorWindow::pauseButton_Click() {
@@ -96,8 +88,7 @@ void CollectorWindow::pauseButton_Click() {
 }
 
 void CollectorWindow::stopButton_Click() {
-    collection_.stop();
-    takeStep();
+    runs_.stop();
 }
 
 void CollectorWindow::reject() {
@@ -150,6 +141,7 @@ void CollectorWindow::showItem(qsizetype item) {
 // The item at hand stays in sight, unless the user looks at the list.
 void CollectorWindow::followItem(qsizetype item) {
     showItem(item);
+    showFigures();
     if (collection_.items()[item].state == ItemState::asking && !ui_->itemsGrid->hasFocus()) {
         ui_->itemsGrid->scrollTo(grid_.index(static_cast<int>(item), 0));
     }
@@ -164,7 +156,7 @@ void CollectorWindow::showFigures() {
 }
 
 void CollectorWindow::showEnd() {
-    timer_.stop();
+    showFigures();
     ui_->pauseButton->setEnabled(false);
     ui_->stopButton->setEnabled(false);
     if (ended) {

@@ -1,9 +1,8 @@
 // The window of the collector: the items of a run with what has become of each, progress, pause and
-// stop. Reads no table itself: it shows a Collection, whose steps its timer calls.
+// stop. Reads no table itself: it shows a Collection, whose run it owns.
 #pragma once
 
 #include <QDialog>
-#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -22,12 +21,12 @@ class CollectorWindow : public QDialog {
     Q_OBJECT
 
 public:
-    // The run must have begun. `title` is that of the job.
+    // The items must be there. `title` is that of the job.
     CollectorWindow(Collection& collection, Dialogs& dialogs, Failures& failures,
                     const QString& title);
     ~CollectorWindow() override;
 
-    // Begins to call the steps of the run.
+    // Begins the run.
     void start();
 
     // Called when the run has ended.
@@ -41,7 +40,7 @@ private:
     void pauseButton_Click();
     void stopButton_Click();
     QCoro::Task<> askAndClose(std::stop_token stop);
-    void takeStep();
+    QCoro::Task<> collect(std::stop_token stop);
     void showItems();
     void showItem(qsizetype item);
     void followItem(qsizetype item);
@@ -52,8 +51,7 @@ private:
     Dialogs& dialogs_;
     std::unique_ptr<Ui::CollectorWindow> ui_;
     ResultGrid grid_;
-    QTimer timer_;
-    bool stepping_ = false;  // a request lets events happen, which must not begin another step
+    Runs runs_;
     Runs closing_;
 };
 

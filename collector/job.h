@@ -35,7 +35,7 @@ public:
     virtual bool answers(const Item& item, const QByteArray& page) const = 0;
 
     // The pages stand in the order of the paths. Raises StoreError; then nothing of the item is
-    // written.
+    // written, and the same may be tried again.
     virtual void write(const Item& item, const QList<QByteArray>& pages) = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "collector/collection.h"
 
+#include <QScopeGuard>
+
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -41,14 +43,25 @@ protected:
         http_.answer = [](const QString& path) { return path.last(1).toUtf8(); };
     }
 
-    // Steps until the run ends, the clock moving by each pause; the pauses in milliseconds.
+    void start() {
+        collection_.begin();
+        runs_.start([this](std::stop_token stop) { return collection_.run(stop); });
+    }
+    // The waits in milliseconds.
     QList<int> runToTheEnd() {
-        QList<int> pauses;
-        while (const auto pause = collection_.step()) {
-            pauses << static_cast<int>(pause->count());
-            clock_.moment = clock_.moment.addMSecs(pause->count());
+        start();
+        EXPECT_FALSE(runs_.running());
+        return waits_;
+    }
+    // The clock moves by each wait.
+    QCoro::Task<> wait(std::chrono::milliseconds time, std::stop_token stop) {
+        waits_ << static_cast<int>(time.count());
+        clock_.moment = clock_.moment.addMSecs(time.count());
+        if (onWait_) {
+            onWait_(waits_.size());
         }
-        return pauses;
+        endIfStopped(stop);
+        co_return;
     }
 
     void endMainProgram() { runHeat(u"update canshu set mainisrun=0"_s); }
@@ -57,11 +70,14 @@ protected:
     CollectorSettings settings_{
         .allPeriod = {}, .weights = {}, .pause = 100, .randomPause = 50, .retries = {1000, 3000}};
     Pacing pacing_{settings_, [] { return 0.5; }};
-    Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_};
+    QList<int> waits_;
+    std::function<void(qsizetype)> onWait_;
+    Collection::Wait wait_ = [this](auto time, auto stop) { return wait(time, stop); };
+    Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_, wait_};
+    Runs runs_{failures_};
 };
 
-TEST_F(CollectionTest, APageAStepAndAPauseBetweenAll) {
-    collection_.begin();
+TEST_F(CollectionTest, PageAfterPageWithAPauseBetweenAll) {
     EXPECT_EQ(runToTheEnd(), (QList<int>{125, 125, 125}));
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
@@ -73,7 +89,6 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
     http_.answer = [](const QString& path) -> std::optional<QByteArray> {
         return path == u"/甲2"_s ? std::nullopt : std::optional(path.last(1).toUtf8());
     };
-    collection_.begin();
     // Behind the two items the first try again is waited for, looking each second whether the main
     // program lives; the second is waited for longer.
     EXPECT_EQ(runToTheEnd(), (QList<int>{100, 100, 100, 100, 700, 100, 100, 1000, 1000, 900, 100}));
@@ -85,6 +100,8 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
 }
 
 TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
+    Connection::setBusyTimeout(std::chrono::milliseconds(0));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
     pacing_ = Pacing(settings_, [] { return 0.0; });
     job_.refused = u"乙"_s;
     http_.answer = [this](const QString& path) {
@@ -95,7 +112,6 @@ TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
     };
     QString reasons;
     collection_.changed = [&](qsizetype at) { reasons += collection_.items()[at].reason; };
-    collection_.begin();
     runToTheEnd();
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
     EXPECT_TRUE(reasons.contains(u"正被其他程序占用"_s)) << reasons.toStdString();
@@ -104,18 +120,31 @@ TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
 }
 
 TEST_F(CollectionTest, APausedRunAsksForNothingAndStillSeesTheMainProgramsEnd) {
-    collection_.begin();
     collection_.setPaused(true);
-    EXPECT_TRUE(collection_.step());
-    EXPECT_TRUE(http_.paths.isEmpty());
-    collection_.setPaused(false);
-    collection_.step();
-    collection_.step();
-    collection_.setPaused(true);
-    endMainProgram();
-    EXPECT_EQ(collection_.step(), std::nullopt);
+    onWait_ = [this](qsizetype waits) {
+        if (waits == 1) {
+            EXPECT_TRUE(http_.paths.isEmpty());
+            collection_.setPaused(false);
+        } else if (waits == 3) {
+            collection_.setPaused(true);
+            endMainProgram();
+        }
+    };
+    EXPECT_EQ(runToTheEnd(), (QList<int>{250, 125, 125}));
     EXPECT_EQ(collection_.summary(),
               u"主程序已退出，采集结束：共 2 项，写入 1 项，跳过 0 项，没有采集 1 项。"_s);
+}
+
+TEST_F(CollectionTest, APauseDuringARequestKeepsItsPage) {
+    http_.onGet = [this] { collection_.setPaused(http_.paths.size() == 2); };
+    onWait_ = [this](qsizetype) {
+        if (collection_.state() == RunState::paused) {
+            EXPECT_EQ(job_.written, QStringList{u"甲12"_s});
+            collection_.setPaused(false);
+        }
+    };
+    EXPECT_EQ(runToTheEnd().size(), 3);
+    EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
 }
 
 TEST_F(CollectionTest, ARunIsGivenUpWhenPageAfterPageFailsWhileItemsAreLeft) {
@@ -140,25 +169,40 @@ TEST_F(CollectionTest, ARunIsGivenUpWhenPageAfterPageFailsWhileItemsAreLeft) {
             return it.fails(++request) ? std::nullopt : std::optional(QByteArray("1"));
         };
         const Pacing pacing(settings_, [] { return 0.0; });
-        Collection collection(job_, store_.stores.heat, http_, clock_, pacing);
+        Collection collection(job_, store_.stores.heat, http_, clock_, pacing, wait_);
         collection.begin();
-        while (const auto pause = collection.step()) {
-            clock_.moment = clock_.moment.addMSecs(pause->count());
-        }
+        runs_.start([&](std::stop_token stop) { return collection.run(stop); });
         EXPECT_EQ(collection.state(), it.end) << it.items;
     }
 }
 
-TEST_F(CollectionTest, AStopEndsTheRunAtOnce) {
-    collection_.begin();
-    collection_.step();
-    collection_.stop();
-    EXPECT_EQ(collection_.step(), std::nullopt);
-    EXPECT_EQ(collection_.summary(),
-              u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
-    EXPECT_EQ(collection_.items()[0].state, ItemState::waiting);
-
-    EXPECT_EQ(http_.paths.size(), 1);
+TEST_F(CollectionTest, AStopEndsTheRunWhereverItWaits) {
+    struct Case {
+        const char* where;
+        std::function<void()> prepare;
+        qsizetype requests;
+    };
+    for (const Case& it : {
+             Case{"before a page", [this] { onWait_ = [this](qsizetype) { runs_.stop(); }; }, 1},
+             Case{"for a page", [this] { http_.gate = std::make_shared<Later<bool>>(); }, 1},
+             Case{"for a held store", [this] { job_.refused = u"甲"_s; }, 2},
+         }) {
+        SCOPED_TRACE(it.where);
+        http_.gate.reset();
+        http_.paths.clear();
+        onWait_ = {};
+        it.prepare();
+        Collection collection(job_, store_.stores.heat, http_, clock_, pacing_, wait_);
+        collection.begin();
+        runs_.start([&](std::stop_token stop) { return collection.run(stop); });
+        runs_.stop();
+        EXPECT_FALSE(runs_.running());
+        EXPECT_EQ(http_.paths.size(), it.requests);
+        EXPECT_EQ(collection.summary(),
+                  u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
+        EXPECT_EQ(collection.items()[0].state, ItemState::waiting);
+        EXPECT_EQ(collection.failures(), 0);
+    }
 }
 
 }  // namespace guanchao

@@ -3,7 +3,9 @@
 #include <QProgressBar>
 
 #include "collector/commodities_job.h"
+#include "platform/qt_http_client.h"
 #include "tests/house/accessible_names.h"
+#include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -20,13 +22,31 @@ protected:
             return path.contains(u"%C2%C1"_s) ? std::nullopt
                                               : std::optional(u"相关结果约1个"_s.toUtf8());
         };
-        collection_.begin();
-        window_ = std::make_unique<CollectorWindow>(collection_, dialogs_, failures_, job_.title());
+        openOver({});
+    }
+
+    // A window over a run that has asked for nothing yet.
+    void openOver(const Service& search) {
+        window_.reset();
+        job_ = std::make_unique<CommoditiesJob>(stores_, order_, settings_, search);
+        collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, pacing_);
+        collection_->begin();
+        window_ =
+            std::make_unique<CollectorWindow>(*collection_, dialogs_, failures_, job_->title());
         form_ = window_.get();
         window_->ended = [this] { ++ends_; };
+        window_->show();
     }
 
     const ResultGrid& items() { return gridOf(*window_->findChild<GridView*>()); }
+    QStringList states() {
+        QStringList states;
+        for (int row = 1; row < items().rows(); ++row) {
+            states << items().textMatrix(row, 1) + items().textMatrix(row, 2) +
+                          items().textMatrix(row, 3);
+        }
+        return states;
+    }
 
     void letRun(qsizetype requests) {
         while (http_.paths.size() < requests) {
@@ -38,23 +58,17 @@ protected:
         .allPeriod = {}, .weights = {}, .pause = 0, .randomPause = 0, .retries = {}};
     RunOrder order_{.day = clock_.now().date(), .yinqingurl = u"http://h/s?wd=tihuandm"_s};
     Pacing pacing_{settings_, [] { return 0.0; }};
-    CommoditiesJob job_{stores_, order_, settings_, {}};
-    Collection collection_{job_, stores_.heat, http_, clock_, pacing_};
-    std::unique_ptr<CollectorWindow> window_;
+    std::unique_ptr<CommoditiesJob> job_;
+    std::unique_ptr<Collection> collection_;
     int ends_ = 0;
+    std::unique_ptr<CollectorWindow> window_;
 };
 
 TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
-    window_->show();
     window_->start();
     letRun(3);
     EXPECT_EQ(ends_, 1);
-    QStringList states;
-    for (int row = 1; row < items().rows(); ++row) {
-        states << items().textMatrix(row, 1) + items().textMatrix(row, 2) +
-                      items().textMatrix(row, 3);
-    }
-    EXPECT_EQ(states, (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到"_s, u"锌已写入"_s}));
+    EXPECT_EQ(states(), (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到"_s, u"锌已写入"_s}));
     EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。\n跳过：铝"_s);
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
@@ -65,7 +79,6 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
 }
 
 TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
-    window_->show();
     window_->start();
     letRun(1);
     click(u"pauseButton"_s);
@@ -80,30 +93,61 @@ TEST_F(CollectorWindowTest, APauseHoldsTheRunAndClosingAsksBeforeItStops) {
     dialogs_.answer = true;
     window_->close();
     EXPECT_FALSE(window_->isVisible());
-    EXPECT_EQ(collection_.state(), RunState::stopped);
+    EXPECT_EQ(collection_->state(), RunState::stopped);
     QCoreApplication::processEvents();
     EXPECT_EQ(http_.paths.size(), 2);
 }
 
-// The events of a request come from inside a step.
-TEST_F(CollectorWindowTest, ButtonsDuringARequestBeginNoOtherStepAndAStopIsNoFailure) {
-    http_.answer = [this](const QString&) -> std::optional<QByteArray> {
-        click(u"pauseButton"_s);
-        click(u"pauseButton"_s);
-        EXPECT_EQ(http_.paths.size(), 1);
-        dialogs_.answer = true;
-        window_->close();
-        EXPECT_FALSE(window_->isVisible());
-        return std::nullopt;
+TEST_F(CollectorWindowTest, AServiceThatHangsUpFailsItsPages) {
+    RawService search;
+    http_.client = std::make_unique<QtHttpClient>();
+    for (const ServiceManner& it : hangingUp) {
+        search.answer = it.answer;
+        ends_ = 0;
+        openOver(search.service());
+        window_->start();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return ends_ > 0; })) << it.what;
+        EXPECT_EQ(states(), (QStringList{u"铜已跳过网页没有读到"_s, u"铝已跳过网页没有读到"_s,
+                                         u"锌已跳过网页没有读到"_s}))
+            << it.what;
+    }
+}
+
+TEST_F(CollectorWindowTest, ARequestThatTakesForEverHoldsNoButtonAndIsBrokenOff) {
+    RawService search;
+    http_.client = std::make_unique<QtHttpClient>();
+    const std::function<void()> ways[] = {
+        [this] { click(u"stopButton"_s); },
+        [this] { window_->close(); },
+        [this] { window_.reset(); },
     };
-    window_->show();
-    window_->start();
-    letRun(1);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(ends_, 1);
-    EXPECT_EQ(http_.paths.size(), 1);
-    EXPECT_EQ(collection_.failures(), 0);
-    EXPECT_EQ(items().textMatrix(1, 2), u"等待"_s);
+    for (const ServiceManner& it : neverDone) {
+        for (const auto& end : ways) {
+            SCOPED_TRACE(it.what);
+            bool asked = false;
+            search.answer = [&](QTcpSocket& socket) {
+                asked = true;
+                it.answer(socket);
+            };
+            ends_ = 0;
+            openOver(search.service());
+            window_->start();
+            ASSERT_TRUE(QTest::qWaitFor([&] { return asked; }));
+            click(u"pauseButton"_s);
+            EXPECT_TRUE(label(u"stateLabel"_s).startsWith(u"已暂停"_s));
+            click(u"pauseButton"_s);
+            EXPECT_TRUE(label(u"stateLabel"_s).startsWith(u"正在采集"_s));
+            const int before = search.hangUps;
+            end();
+            EXPECT_EQ(collection_->state(), RunState::stopped);
+            EXPECT_EQ(ends_, window_ ? 1 : 0);
+            EXPECT_EQ(collection_->failures(), 0);
+            if (window_) {
+                EXPECT_EQ(items().textMatrix(1, 2), u"等待"_s);
+            }
+            EXPECT_TRUE(QTest::qWaitFor([&] { return search.hangUps > before; }));
+        }
+    }
 }
 
 }  // namespace guanchao

@@ -1,6 +1,9 @@
 #include <QFile>
 #include <QProcess>
+#include <QTest>
+#include <span>
 
+#include "tests/support/raw_service.h"
 #include "tests/support/store_test.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -115,12 +118,12 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
           u"[search]\nhost="_s + market_.host() + u"\n[quote]\nhost="_s + market_.host() + u"\n"_s);
     store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
     runHeat(u"update canshu set today='2026-11-02 00:00:00'"_s);
-    runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
     const struct {
         QString word;
         int exitCode;
         QString said;
     } cases[] = {
+        {u"shop"_s, 0, u"采集完成：共 0 项"_s},
         {u"gongsi"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
         {u"shop"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
         {u"gengxindmb"_s, 0, u"采集完成：共 142 项，写入 142 项"_s},
@@ -138,10 +141,36 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
         const QString said =
             QString::fromUtf8(collector.readAllStandardOutput() + collector.readAllStandardError());
         EXPECT_TRUE(said.contains(it.said)) << said.toStdString();
+        runHeat(u"delete from shopname"_s);
+        runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
     }
     EXPECT_EQ(number(u"select count(*) from gongsixinwen where dm='SH600000'"_s), 1);
     EXPECT_EQ(number(u"select count(*) from shophq where shopname='铜'"_s), 1);
     EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{u"浦发银行"_s});
+}
+
+TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
+    write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\ngiveup=1\ntimeout=1\n"_s);
+    RawService search;
+    const auto expectGivenUp = [this](const QString& host, const char* what) {
+        write(u"services.ini"_s, u"[search]\nhost="_s + host);
+        QProcess collector;
+        start(collector);
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
+        EXPECT_EQ(collector.exitCode(), 1) << what;
+        const QString said = QString::fromUtf8(collector.readAllStandardOutput());
+        EXPECT_TRUE(said.startsWith(u"接连没有读到网页，采集提前结束"_s)) << said.toStdString();
+        EXPECT_TRUE(said.contains(u"写入 0 项，跳过 1 项"_s)) << said.toStdString();
+    };
+    expectGivenUp(u"http://127.0.0.1:1"_s, "dead");
+    for (const auto& manners :
+         {std::span<const ServiceManner>(hangingUp), std::span<const ServiceManner>(neverDone)}) {
+        for (const ServiceManner& it : manners) {
+            search.answer = it.answer;
+            expectGivenUp(search.service().host, it.what);
+        }
+    }
 }
 
 TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
