@@ -32,10 +32,10 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
 }
 
 int Program::run() {
-    // Inside the event loop, where the failure of the load is shown.
+    // The box of a load that fails comes up over the window.
     QTimer::singleShot(0, &form2_, [this] {
-        application_.guard([this] { form2_.Form_Load(); });
         form2_.show();
+        application_.guard([this] { form2_.Form_Load(); });
     });
     return Application::exec();
 }
