@@ -155,7 +155,7 @@ void exportOfAllThemes(benchmark::State& state) {
             copyStore(it.stores.article, it.dialogs.typed + u"/wenzhang.ztb"_s);
             copyStore(it.stores.heat, it.dialogs.typed + u"/caijiqi.ztb"_s);
         },
-        [&] { it.outcomeOf(backup.exportData({})); });
+        [&] { outcomeOf(it.backup.exportData({})); });
 }
 BENCHMARK(exportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
