@@ -20,7 +20,6 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .pump = pump_,
                    .client = client_,
                    .http = http_,
-                   .yieldingHttp = std::make_unique<CurlHttp, Meanwhile>,
                    .shell = shell_,
                    .clipboard = clipboard_,
                    .processes = processes_,

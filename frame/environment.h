@@ -32,7 +32,6 @@ struct Environment {
     EventPump& pump;
     HttpClient& client;
     Http& http;
-    YieldingHttp yieldingHttp;  // for a request that shall not hold its window
     Shell& shell;
     Clipboard& clipboard;
     Processes& processes;

@@ -9,9 +9,8 @@ namespace guanchao {
 
 class CurlHttp : public Http {
 public:
-    // Without `meanwhile` a request holds its caller until it has ended; one that is made from
-    // within it fails. Raises std::runtime_error if libcurl can't start.
-    explicit CurlHttp(Meanwhile meanwhile = {});
+    // Raises std::runtime_error if libcurl can't start.
+    CurlHttp();
     ~CurlHttp() override;
 
     std::optional<QByteArray> get(const Service& service, const QString& path) override;
@@ -19,10 +18,6 @@ public:
 private:
     struct Handle;
 
-    bool transfer();
-    bool transferMeanwhile();
-
-    Meanwhile meanwhile_;
     std::unique_ptr<Handle> handle_;
 };
 

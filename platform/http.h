@@ -3,8 +3,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <functional>
-#include <memory>
 #include <optional>
 
 #include "platform/services.h"
@@ -19,11 +17,5 @@ public:
     // refusal (status 400 and above). Blocks until the service has answered.
     virtual std::optional<QByteArray> get(const Service& service, const QString& path) = 0;
 };
-
-// Called every few milliseconds while a request waits; false, or an exception, breaks it off.
-using Meanwhile = std::function<bool()>;
-
-// Makes an Http whose requests call `meanwhile` as they wait.
-using YieldingHttp = std::function<std::unique_ptr<Http>(Meanwhile meanwhile)>;
 
 }  // namespace guanchao

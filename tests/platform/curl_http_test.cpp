@@ -33,37 +33,4 @@ TEST_F(CurlHttpTest, HostsRefererAndTimeoutsComeFromTheService) {
     EXPECT_FALSE(curl_.get({market_.host(), {}, 1}, path)) << "past its time-out";
 }
 
-TEST_F(CurlHttpTest, ARequestMayLetEventsHappenAndBeBrokenOff) {
-    const QString path = u"/list=sh600000,"_s;
-    int calls = 0;
-    int callsUntilAnswer = 0;
-    bool wanted = true;
-    std::optional<QByteArray> inside = QByteArray();
-    CurlHttp* asked = nullptr;
-    CurlHttp http([&] {
-        inside = asked->get(service_, path);
-        if (++calls == callsUntilAnswer) {
-            market_.setFault(MarketFault::none);
-        }
-        return wanted;
-    });
-    asked = &http;
-    EXPECT_EQ(http.get(service_, path), curl_.get(service_, path));
-    EXPECT_FALSE(http.get(service_, u"/nothing"_s));
-    EXPECT_FALSE(http.get({u"http://127.0.0.1:1"_s, {}, 0}, path));
-    market_.setFault(MarketFault::slow);
-    calls = 0;
-    callsUntilAnswer = 5;
-    EXPECT_TRUE(http.get(service_, path)) << "the market answers once it has been called so often";
-    EXPECT_FALSE(inside) << "one at a time";
-    market_.setFault(MarketFault::slow);
-    wanted = false;
-    calls = 0;
-    EXPECT_FALSE(http.get(service_, path));
-    EXPECT_EQ(calls, 1);
-    market_.setFault(MarketFault::none);
-    wanted = true;
-    EXPECT_TRUE(http.get(service_, path)) << "the next request is a new one";
-}
-
 }  // namespace guanchao

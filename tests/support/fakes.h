@@ -158,21 +158,6 @@ public:
     std::function<std::optional<QByteArray>(const QString& path)> answer;
 };
 
-// Lets events happen once before the answer.
-class FakeYieldingHttp : public Http {
-public:
-    FakeYieldingHttp(Http& http, Meanwhile meanwhile)
-        : http_(http), meanwhile_(std::move(meanwhile)) {}
-
-    std::optional<QByteArray> get(const Service& service, const QString& path) override {
-        return meanwhile_() ? http_.get(service, path) : std::nullopt;
-    }
-
-private:
-    Http& http_;
-    Meanwhile meanwhile_;
-};
-
 class FakeTray : public Tray {
 public:
     bool available() const override { return isThere; }

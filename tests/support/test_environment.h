@@ -62,10 +62,6 @@ struct TestEnvironment {
                              .pump = pump_,
                              .client = http_,
                              .http = http_,
-                             .yieldingHttp =
-                                 [this](const Meanwhile& meanwhile) {
-                                     return std::make_unique<FakeYieldingHttp>(http_, meanwhile);
-                                 },
                              .shell = shell_,
                              .clipboard = clipboard_,
                              .processes = processes_,
