@@ -1,6 +1,7 @@
 #include "app/alarm_view.h"
 
 #include <QApplication>
+#include <QScopeGuard>
 
 namespace guanchao {
 
@@ -17,23 +18,39 @@ bool AlarmView::showMonitors() {
     if (QApplication::activePopupWidget()) {
         return false;
     }
+    const bool userIsHere = QApplication::activeWindow() != nullptr;
     Form4* manager = environment_.openWindows.find<Form4>();
     if (manager) {
         manager->refresh();
     } else {
-        windows_.openQuietly<Form4>();
+        openQuietly();
         manager = environment_.openWindows.find<Form4>();
     }
     if (manager) {
         showIn(*manager);
         manager->comeUp();
     }
-    // The manager takes no input before a box that stands is answered, and must not cover that.
+    // The manager takes no input before a box that stands is answered, and must not cover that;
+    // another program keeps the keyboard all the same.
     if (QWidget* box = QApplication::activeModalWidget()) {
         box->raise();
-        box->activateWindow();
+        if (userIsHere) {
+            box->activateWindow();
+        }
     }
     return true;
+}
+
+// The load of the manager chooses nothing; what the user has chosen elsewhere stays so.
+void AlarmView::openQuietly() {
+    Globals& globals = environment_.globals;
+    const auto keepChoice = qScopeGuard([&globals, theme = globals.dangqianzhuti,
+                                         dm = globals.dangqiandm, jc = globals.dangqianjc] {
+        globals.dangqianzhuti = theme;
+        globals.dangqiandm = dm;
+        globals.dangqianjc = jc;
+    });
+    windows_.openQuietly<Form4>();
 }
 
 void AlarmView::openManager() {

@@ -28,6 +28,7 @@ public:
     void openManager();
 
 private:
+    void openQuietly();
     void tell(const FiredMonitor& monitor);
     void showState();
     void showIn(Form4& manager);

@@ -257,7 +257,9 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     QString words;
     try {
         const QuoteTally tally = co_await quoteRun_.run([](const QuoteProgress&) {}, stop);
-        刷新_Click();
+        if (!themeTable_.showsSearch()) {
+            刷新_Click();
+        }
         themeTable_.refreshStocks();
         words = tally.missed() > 0 ? tally.words().section(u'\n', 0, 0) : QString();
     } catch (const std::exception& failure) {

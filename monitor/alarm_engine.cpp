@@ -169,14 +169,16 @@ bool AlarmEngine::judge() {
 // Only when the poll is over, so that no alarm waits behind a window for its judgement; those of
 // one that failed at the next tick. A window that fails or must wait keeps no sound from playing.
 void AlarmEngine::deliverPrompts() {
+    bool showsWindow = false;
     for (const Prompt& prompt : std::exchange(fired_, {})) {
         guarded([&] { screen_.tell(prompt.monitor); });
         if (!prompt.sound.isEmpty()) {
             guarded([&] { screen_.ring(prompt.sound); });
         }
-        if (prompt.showsWindow) {
-            showMonitors();
-        }
+        showsWindow = showsWindow || prompt.showsWindow;
+    }
+    if (showsWindow) {
+        showMonitors();
     }
 }
 

@@ -92,7 +92,7 @@ void Form4::connectGrids() {
 }
 
 void Form4::Form_Load() {
-    const std::optional<QString> frequency = showMonitors();
+    const std::optional<QString> frequency = showMonitors(manager_.load());
     if (frequency) {
         ui_->Text1->setText(*frequency);
     }
@@ -100,13 +100,12 @@ void Form4::Form_Load() {
 }
 
 void Form4::refresh() {
-    showMonitors();
+    showMonitors(manager_.reload());
 }
 
 // Gives the stored frequency back.
-std::optional<QString> Form4::showMonitors() {
+std::optional<QString> Form4::showMonitors(const MonitorManager::Loaded& loaded) {
     showFlag();
-    const MonitorManager::Loaded loaded = manager_.load();
     ui_->Label3->setText(loaded.monitored);
     return loaded.frequency;
 }

@@ -52,7 +52,7 @@ private:
     void buildMenus();
     void connectControls();
     void connectGrids();
-    std::optional<QString> showMonitors();
+    std::optional<QString> showMonitors(const MonitorManager::Loaded& loaded);
     void showFlag();
     ResultGrid& gridOf(FiredMonitor::Kind kind);
     QList<int> rowsOf(FiredMonitor::Kind kind, const QString& key);

@@ -73,8 +73,14 @@ MonitorManager::MonitorManager(const Stores& stores, Globals& globals, Dialogs& 
       stocks_(stocks) {}
 
 MonitorManager::Loaded MonitorManager::load() {
-    const Activity activity(u"读取监控列表"_s);
     emptySelection();
+    Loaded loaded = reload();
+    emptySelection();
+    return loaded;
+}
+
+MonitorManager::Loaded MonitorManager::reload() {
+    const Activity activity(u"读取监控列表"_s);
     Loaded loaded;
     {
         Connection connection = stores_.main.open();
@@ -89,7 +95,6 @@ MonitorManager::Loaded MonitorManager::load() {
             stocks_.setCellForeColor(row, stockAlarmTimeColumn, riseColour);
         }
     }
-    emptySelection();
     return loaded;
 }
 

@@ -26,6 +26,8 @@ public:
         QString monitored;                 // 已监控…只股票。
     };
     Loaded load();
+    // The same under the selection, which stays.
+    Loaded reload();
 
     // The words of the window and its button, from the flag.
     QString caption() const;

@@ -170,12 +170,12 @@ int Connection::changedRows() const {
     return sqlite3_changes(handle());
 }
 
-Connection::BusyTimeout::BusyTimeout(std::chrono::milliseconds most) {
+Connection::BusyTimeout::BusyTimeout(std::chrono::milliseconds most) : outer_(mostHere) {
     mostHere = most;
 }
 
 Connection::BusyTimeout::~BusyTimeout() {
-    mostHere.reset();
+    mostHere = outer_;
 }
 
 std::chrono::milliseconds Connection::busyTimeout() {

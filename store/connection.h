@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 struct sqlite3;
 
@@ -39,6 +40,9 @@ public:
         ~BusyTimeout();
         BusyTimeout(const BusyTimeout&) = delete;
         BusyTimeout& operator=(const BusyTimeout&) = delete;
+
+    private:
+        std::optional<std::chrono::milliseconds> outer_;
     };
 
     sqlite3* handle() const { return handle_.get(); }

@@ -60,6 +60,7 @@ ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& cloc
       stocks_(stocks) {}
 
 void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels) {
+    showsSearch_ = false;
     const Activity activity(u"刷新主题表"_s);
     {
         Connection connection = stores_.main.open();
@@ -156,6 +157,7 @@ void ThemeTable::searchByName(const QString& part) {
 }
 
 bool ThemeTable::fillSearch(const QString& query, const QList<int>& widths) {
+    showsSearch_ = true;
     Connection connection = stores_.main.open();
     Recordset found(connection, query);
     if (found.count() > 0) {

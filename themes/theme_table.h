@@ -38,6 +38,9 @@ public:
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
 
+    // True while the themes are those of a search, which a refresh would take away.
+    bool showsSearch() const { return showsSearch_; }
+
     // Fills the stocks that were shown last with the quotes of now; says nothing.
     void refreshStocks();
 
@@ -60,6 +63,7 @@ private:
     Dialogs& dialogs_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
+    bool showsSearch_ = false;
     QString stocksQuery_;  // of the stocks shown last; empty before the first
 };
 
