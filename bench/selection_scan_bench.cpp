@@ -7,10 +7,10 @@
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
+#include "bench/statement_log.h"
 #include "platform/desktop/qt_event_pump.h"
 #include "research/selection_scan.h"
 #include "tests/support/fakes.h"
-#include "tests/support/statement_log.h"
 #include "tools/market_scale/history_scale.h"
 
 namespace guanchao {
