@@ -12,7 +12,7 @@ void Runs::start(Job job) {
 
 void Runs::stop() {
     const std::list<std::stop_source> sources = underWay_->sources;
-    for (std::stop_source source : sources) {
+    for (const std::stop_source& source : sources) {
         source.request_stop();
     }
 }

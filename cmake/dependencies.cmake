@@ -1,7 +1,6 @@
 # Everything comes from the distribution's packages (see packages.txt): Debian 12 and 13.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Network Gui Widgets Multimedia Charts)
 find_package(QCoro6 REQUIRED COMPONENTS Coro)
-qcoro_enable_coroutines()
 if(GUANCHAO_BROWSER)
     find_package(Qt6 6.4 REQUIRED COMPONENTS WebEngineWidgets)
 endif()

@@ -19,7 +19,9 @@ size_t cellCount(int rows, int cols) {
 
 qsizetype digitsOf(double number) {
     qsizetype digits = 1;
-    for (double bound = 10; number >= bound; bound *= 10) {
+    double bound = 10;
+    while (number >= bound) {
+        bound *= 10;
         ++digits;
     }
     return digits;
