@@ -22,7 +22,7 @@
 namespace guanchao {
 
 class WindowsTest : public WindowTest {
-protected:
+public:
     WindowsTest() {
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
         store_.addMember(u"银行"_s, u"SH600000"_s);

@@ -364,7 +364,7 @@ TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, cellOf(*view, 1, 1));
         QApplication::processEvents();
     };
-    const auto shownCode = [this] {
+    const auto shownCode = [] {
         auto* form = shownWindow<Form21>();
         const QString code = form ? form->findChild<QLineEdit*>(u"Text7"_s)->text() : QString();
         closeWindows();

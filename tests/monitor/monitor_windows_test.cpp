@@ -220,7 +220,7 @@ TEST_F(SessionTest, MonitoringBeginsWithTheSessionAndAHandHoldsForItsDay) {
     ASSERT_TRUE(ticks(3));
     EXPECT_TRUE(http_.paths.isEmpty()) << "the market is closed";
     clock_.moment.setTime(QTime(9, 31));
-    ASSERT_TRUE(wait([this] { return shownWindow<Form4>() != nullptr; })) << "the alarm of 9:31";
+    ASSERT_TRUE(wait([] { return shownWindow<Form4>() != nullptr; })) << "the alarm of 9:31";
     auto* manager = shownWindow<Form4>();
     EXPECT_EQ(manager->windowTitle(), u"监控管理(监控已启动)"_s);
     press(manager, u"Command2"_s);
