@@ -26,17 +26,9 @@ QCoro::Task<bool> isClosed(QPointer<QWidget> window, std::stop_token stop) {
 
 }  // namespace
 
-void OpenWindows::close(const QString& name) {
-    for (const QPointer<QWidget>& window : open_.values(name)) {
-        if (window) {
-            window->close();
-        }
-    }
-}
-
 QCoro::Task<bool> OpenWindows::closeAll(std::stop_token stop) {
     bool closed = true;
-    const QList<QPointer<QWidget>> windows = open_.values();
+    const QList<QPointer<QWidget>> windows = open_;
     for (const QPointer<QWidget>& window : windows) {
         if (window) {
             const bool gone = co_await isClosed(window, stop);
@@ -46,10 +38,10 @@ QCoro::Task<bool> OpenWindows::closeAll(std::stop_token stop) {
     co_return closed;
 }
 
-void OpenWindows::adopt(const QString& name, QWidget* window) {
+void OpenWindows::adopt(QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
-    open_.removeIf([](const auto& it) { return it.value().isNull(); });
-    open_.insert(name, window);
+    open_.removeIf([](const QPointer<QWidget>& it) { return it.isNull(); });
+    open_ << window;
     window->show();
 }
 

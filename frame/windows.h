@@ -2,8 +2,6 @@
 // stand side by side.
 #pragma once
 
-#include <QString>
-
 #include "frame/environment.h"
 #include "frame/open_windows.h"
 
@@ -15,26 +13,23 @@ public:
 
     template <typename Form>
     void openAnew() {
-        const QString name = QString::fromLatin1(Form::staticMetaObject.className());
-        environment_.openWindows.close(name);
-        environment_.openWindows.adopt(name, new Form(environment_, *this));
+        environment_.openWindows.close<Form>();
+        openAnother<Form>();
     }
 
     // The same without the keyboard, for a window that comes up by itself.
     template <typename Form>
     void openQuietly() {
-        const QString name = QString::fromLatin1(Form::staticMetaObject.className());
-        environment_.openWindows.close(name);
+        environment_.openWindows.close<Form>();
         auto* form = new Form(environment_, *this);
         form->setAttribute(Qt::WA_ShowWithoutActivating);
-        environment_.openWindows.adopt(name, form);
+        environment_.openWindows.adopt(form);
     }
 
     // Leaves the open ones of the name as they are.
     template <typename Form>
     void openAnother() {
-        environment_.openWindows.adopt(QString::fromLatin1(Form::staticMetaObject.className()),
-                                       new Form(environment_, *this));
+        environment_.openWindows.adopt(new Form(environment_, *this));
     }
 
 private:
