@@ -102,8 +102,8 @@ void Form2::connectCommands() {
 
 void Form2::connectThemeCommands() {
     Globals& globals = environment_.globals;
-    // The theme is noted: while the question of the command stands, an alarm empties the shared
-    // one.
+    // The theme is noted: while the question of the command stands, another window may empty the
+    // shared one.
     using Command = std::function<QCoro::Task<Redraw>(const QString& theme, std::stop_token stop)>;
     const auto command = [this, &globals](const QAction* entry, const Command& run) {
         connect(entry, &QAction::triggered, this, [this, &globals, run] {

@@ -38,7 +38,7 @@ Form28::Form28(Environment& environment, Windows&)
     connect(ui_->Command2, &QPushButton::clicked, this, &Form28::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form28::Command3_Click);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form28::Command4_Click);
-    // A closed window may live on under a question.
+    // A window that was closed is deleted a little later.
     const auto stopDownload = [this] { downloads_.stop(); };
     connect(ui_->stopRun, &QPushButton::clicked, this, stopDownload);
     connect(this, &QDialog::finished, this, stopDownload);
