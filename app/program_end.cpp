@@ -73,12 +73,10 @@ QCoro::Task<> ProgramEnd::end(std::stop_token stop) {
 
 // A heat store that can't be written doesn't keep the program from ending.
 void ProgramEnd::tellCollector() {
-    try {
+    environment_.failures.guard([this] {
         const Activity activity(u"通知采集程序退出"_s);
         withdrawRunOrder(environment_.stores.heat);
-    } catch (const std::exception& failure) {
-        environment_.failures.report(failure);
-    }
+    });
 }
 
 }  // namespace guanchao

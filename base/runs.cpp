@@ -5,6 +5,14 @@
 
 namespace guanchao {
 
+void Failures::guard(const std::function<void()>& job) {
+    try {
+        job();
+    } catch (const std::exception& failure) {
+        report(failure);
+    }
+}
+
 void Runs::start(Job job) {
     underWay_->sources.emplace_back();
     carryOut(std::move(job), underWay_->sources.back(), underWay_, failures_);

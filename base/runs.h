@@ -18,6 +18,9 @@ class Failures {
 public:
     virtual ~Failures() = default;
     virtual void report(const std::exception& failure) = 0;
+
+    // Does the job and reports its failure.
+    void guard(const std::function<void()>& job);
 };
 
 // A run awaits with its stop token, and so goes no further than its next await once it is stopped.

@@ -38,7 +38,7 @@ QString stateText(RunState state) {
 
 // A store that can't be asked at the moment takes no order back.
 bool isStillWanted(const StoreFile& heat) {
-    const Connection::BusyTimeout blink(std::chrono::milliseconds(5));
+    const Connection::BusyTimeout shortest(blink);
     try {
         return isRunWanted(heat);
     } catch (const StoreError&) {
@@ -159,10 +159,7 @@ QCoro::Task<> Collection::readPage(std::stop_token stop) {
 }
 
 QCoro::Task<> Collection::writeItem(std::stop_token stop) {
-    const auto step = [this] {
-        job_.write(items_[current_->item].item, pages_);
-        return true;
-    };
+    const auto step = [this] { job_.write(items_[current_->item].item, pages_); };
     co_await patiently(step, stop);
     ++written_;
     show(ItemState::written);

@@ -41,14 +41,6 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     }
 }
 
-void Application::guard(const std::function<void()>& job) {
-    try {
-        job();
-    } catch (const std::exception& failure) {
-        report(failure);
-    }
-}
-
 void Application::report(const std::exception& failure) {
     const QString text = failureText(failure);
     if (dialogs_) {

@@ -22,9 +22,6 @@ public:
 
     bool notify(QObject* receiver, QEvent* event) override;
 
-    // Runs the job and shows its failure.
-    void guard(const std::function<void()>& job);
-
     void report(const std::exception& failure) override;
 
 private:

@@ -25,6 +25,14 @@ std::optional<StoredQuote> quoteOrRefusal(const QuoteRow& row, QStringList& refu
     }
 }
 
+// What the user reads of a batch that can't be written.
+Activity updating(qint16 tojiankong) {
+    if (tojiankong < 1) {
+        return Activity(u"更新行情数据"_s, u"读到的行情已经写入并保留，出错的没有写入。"_s);
+    }
+    return Activity(u"监控行情"_s, u"已经写入并保留：失败之前各步的结果。其余没有写入。"_s);
+}
+
 // A lone code is asked for together with an index: the service cuts the reply to one code
 // otherwise, and a monitor that never gets a quote could never fire.
 QString companionOf(const QString& list) {
@@ -68,7 +76,23 @@ QCoro::Task<HttpReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
     return http_.get(service_, u"/list="_s + list, stop);
 }
 
-MissedQuotes QuoteFeed::write(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong) {
+QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
+                                           std::stop_token stop) {
+    const auto step = [=, this] { return writeReply(batch, reply, tojiankong); };
+    const MissedQuotes missed = co_await patiently(step, stop);
+    co_return missed;
+}
+
+QCoro::Task<MissedQuotes> QuoteFeed::gengxinhq(CodeBatch batch, qint16 tojiankong,
+                                               std::stop_token stop) {
+    const HttpReply reply = co_await ask(batch, stop);
+    const MissedQuotes missed = co_await write(batch, reply, tojiankong, stop);
+    co_return missed;
+}
+
+MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const HttpReply& reply,
+                                   qint16 tojiankong) {
+    const Activity activity = updating(tojiankong);
     if (!reply.answered()) {
         return {batch.count, failureWords(reply), {}};
     }
@@ -78,14 +102,6 @@ MissedQuotes QuoteFeed::write(const CodeBatch& batch, const HttpReply& reply, qi
     }
     const QStringList refusals = writeRows(rows, tojiankong);
     return {static_cast<int>(refusals.size()), {}, refusals};
-}
-
-QCoro::Task<MissedQuotes> QuoteFeed::gengxinhq(CodeBatch batch, qint16 tojiankong,
-                                               std::stop_token stop) {
-    const HttpReply reply = co_await ask(batch, stop);
-    const auto step = [=, this] { return write(batch, reply, tojiankong); };
-    const MissedQuotes missed = co_await patiently(step, stop);
-    co_return missed;
 }
 
 QStringList QuoteFeed::writeRows(const QList<QuoteRow>& rows, qint16 tojiankong) {

@@ -51,13 +51,16 @@ public:
     QCoro::Task<HttpReply> ask(CodeBatch batch, std::stop_token stop);
 
     // Writes the quotes of a reply in one transaction: into dmb if tojiankong is below 1, else into
-    // jiankonghq. Raises StoreError, which leaves nothing of the batch.
-    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
+    // jiankonghq, with patience for a store that another holds. Raises StoreError, which leaves
+    // nothing of the batch.
+    QCoro::Task<MissedQuotes> write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
+                                    std::stop_token stop);
 
-    // 更新行情: both, with patience for a store that another holds.
+    // 更新行情: both.
     QCoro::Task<MissedQuotes> gengxinhq(CodeBatch batch, qint16 tojiankong, std::stop_token stop);
 
 private:
+    MissedQuotes writeReply(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
     QStringList writeRows(const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;

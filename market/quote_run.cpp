@@ -72,7 +72,7 @@ QCoro::Task<QuoteTally> QuoteRun::update(QString codesQuery, Report report, std:
     const QList<CodeBatch> batches = co_await patiently(read, stop);
     const QuoteTally tally = co_await updateBatches(batches, report, stop);
     if (!tally.nothingCame()) {
-        co_await patiently([this] { return storeTime(); }, stop);
+        co_await patiently([this] { storeTime(); }, stop);
     }
     co_return tally;
 }
@@ -95,8 +95,7 @@ QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report
         if (reply.outcome == HttpReply::Outcome::refused) {
             ahead = 1;
         }
-        const auto step = [=, this] { return write(batch, reply); };
-        const MissedQuotes missed = co_await patiently(step, stop);
+        const MissedQuotes missed = co_await feed_.write(batch, reply, 0, stop);
         tally.add(missed);
         progress.updated += batch.count;
         progress.words = u"已更新股票只数:"_s + QString::number(progress.updated - tally.missed());
@@ -112,16 +111,10 @@ QList<CodeBatch> QuoteRun::readBatches(const QString& codesQuery) const {
     return codeBatches(codes);
 }
 
-MissedQuotes QuoteRun::write(const CodeBatch& batch, const HttpReply& reply) {
-    const Activity activity = updating();
-    return feed_.write(batch, reply, 0);
-}
-
-bool QuoteRun::storeTime() {
+void QuoteRun::storeTime() {
     const Activity activity = updating();
     Connection connection = stores_.main.open();
     connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
-    return true;
 }
 
 }  // namespace guanchao

@@ -59,8 +59,7 @@ private:
     QCoro::Task<QuoteTally> updateBatches(QList<CodeBatch> batches, Report report,
                                           std::stop_token stop);
     QList<CodeBatch> readBatches(const QString& codesQuery) const;
-    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply);
-    bool storeTime();
+    void storeTime();
 
     const Stores& stores_;
     const Clock& clock_;

@@ -101,14 +101,6 @@ bool AlarmEngine::isToBeTold() {
     return true;
 }
 
-void AlarmEngine::guarded(const std::function<void()>& job) {
-    try {
-        job();
-    } catch (const std::exception& failure) {
-        report(failure);
-    }
-}
-
 QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
     const std::optional<QList<CodeBatch>> batches =
         co_await patiently([this] { return duePollList(); }, stop);
@@ -136,34 +128,25 @@ QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) 
     QStringList refusals;
     bool quotesCame = batches.isEmpty();
     for (const CodeBatch& batch : batches) {
-        const HttpReply reply = co_await feed_.ask(batch, stop);
-        const auto step = [=, this] { return write(batch, reply); };
-        const MissedQuotes missed = co_await patiently(step, stop);
+        const MissedQuotes missed = co_await feed_.gengxinhq(batch, 1, stop);
         refusals << missed.refusals;
         quotesCame = quotesCame || missed.reason.isEmpty();
     }
     noteQuotes(quotesCame);
-    co_await patiently([this] { return judge(); }, stop);
+    co_await patiently([this] { judge(); }, stop);
     if (!refusals.isEmpty()) {
         const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
         throw RefusedLines(refusals);
     }
 }
 
-MissedQuotes AlarmEngine::write(const CodeBatch& batch, const HttpReply& reply) {
-    Activity activity(u"监控行情"_s);
-    activity.wrote(u"失败之前各步的结果"_s);
-    return feed_.write(batch, reply, 1);
-}
-
 // Made again it fires nothing twice: a monitor that was judged holds the new value.
-bool AlarmEngine::judge() {
+void AlarmEngine::judge() {
     Activity activity(u"监控行情"_s);
     activity.wrote(u"失败之前各步的结果"_s);
     Connection connection = stores_.main.open();
     judgeThemes(connection);
     judgeStocks(connection);
-    return true;
 }
 
 // Only when the poll is over, so that no alarm waits behind a window for its judgement; those of
@@ -171,9 +154,9 @@ bool AlarmEngine::judge() {
 void AlarmEngine::deliverPrompts() {
     bool showsWindow = false;
     for (const Prompt& prompt : std::exchange(fired_, {})) {
-        guarded([&] { screen_.tell(prompt.monitor); });
+        guard([&] { screen_.tell(prompt.monitor); });
         if (!prompt.sound.isEmpty()) {
-            guarded([&] { screen_.ring(prompt.sound); });
+            guard([&] { screen_.ring(prompt.sound); });
         }
         showsWindow = showsWindow || prompt.showsWindow;
     }
@@ -187,7 +170,7 @@ void AlarmEngine::showMonitors() {
     if (!windowWaits_) {
         windowWaits_ = true;
         bool shown = true;
-        guarded([&] { shown = screen_.showMonitors(); });
+        guard([&] { shown = screen_.showMonitors(); });
         windowWaits_ = !shown;
     }
 }

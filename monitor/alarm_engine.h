@@ -63,12 +63,10 @@ private:
 
     void report(const std::exception& failure) override;
     bool isToBeTold();
-    void guarded(const std::function<void()>& job);
     QCoro::Task<> pollIfDue(std::stop_token stop);
     QCoro::Task<> poll(QList<CodeBatch> batches, std::stop_token stop);
     std::optional<QList<CodeBatch>> duePollList() const;
-    MissedQuotes write(const CodeBatch& batch, const HttpReply& reply);
-    bool judge();
+    void judge();
     void deliverPrompts();
     void showMonitors();
     void judgeThemes(Connection& connection);

@@ -8,6 +8,7 @@
 #include <optional>
 #include <stop_token>
 #include <type_traits>
+#include <variant>
 
 #include "base/later.h"
 #include "base/pause.h"
@@ -17,13 +18,25 @@
 namespace guanchao {
 
 inline constexpr std::chrono::milliseconds betweenTries(100);
+// How long the thread that shows may wait for a lock.
+inline constexpr std::chrono::milliseconds blink(5);
+
+// What a step gives, as a value.
+template <typename Step>
+using GivenBy = std::conditional_t<std::is_void_v<std::invoke_result_t<Step>>, std::monostate,
+                                   std::invoke_result_t<Step>>;
 
 // One try: nothing if the store is held.
 template <typename Step>
-auto tryStep(const Step& step, bool isLast) -> std::optional<std::invoke_result_t<Step>> {
-    const Connection::BusyTimeout blink(std::chrono::milliseconds(5));
+std::optional<GivenBy<Step>> tryStep(const Step& step, bool isLast) {
+    const Connection::BusyTimeout shortest(blink);
     try {
-        return step();
+        if constexpr (std::is_void_v<std::invoke_result_t<Step>>) {
+            step();
+            return std::monostate();
+        } else {
+            return step();
+        }
     } catch (const StoreError& failure) {
         if (isLast || failure.fault() != StoreFault::busy) {
             throw;
@@ -32,16 +45,20 @@ auto tryStep(const Step& step, bool isLast) -> std::optional<std::invoke_result_
     }
 }
 
-// The step gives a value and may be made several times: it writes in one transaction, or what it
-// writes twice is the same. Raises what it raises, the held store after the busy time-out.
+// The step may be made several times: it writes in one transaction, or what it writes twice is the
+// same. Gives what it gives, and raises what it raises, the held store after the busy time-out.
 template <typename Step>
 QCoro::Task<std::invoke_result_t<Step>> patiently(Step step, std::stop_token stop) {
     const QDeadlineTimer end(Connection::busyTimeout());
     for (;;) {
         endIfStopped(stop);
-        std::optional<std::invoke_result_t<Step>> done = tryStep(step, end.hasExpired());
+        std::optional<GivenBy<Step>> done = tryStep(step, end.hasExpired());
         if (done) {
-            co_return std::move(*done);
+            if constexpr (std::is_void_v<std::invoke_result_t<Step>>) {
+                co_return;
+            } else {
+                co_return std::move(*done);
+            }
         }
         co_await pause(betweenTries, stop);
     }

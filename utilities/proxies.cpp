@@ -219,7 +219,7 @@ QCoro::Task<bool> Proxies::download(std::stop_token stop) {
         dialogs_.tell(u"找不到服务器,请稍后再试!"_s);
         co_return false;
     }
-    const auto step = [=, this] { return takeOver(page.tables); };
+    const auto step = [=, this] { takeOver(page.tables); };
     co_await patiently(step, stop);
     dialogs_.tell(u"下载代理服务器列表完成！"_s);
     endIfStopped(stop);
@@ -228,10 +228,10 @@ QCoro::Task<bool> Proxies::download(std::stop_token stop) {
 
 // Each table replaces the servers of the one before it. One that is too short for a list ends it
 // all at once, and the marks stay as they are.
-bool Proxies::takeOver(const QList<HtmlTable>& tables) {
+void Proxies::takeOver(const QList<HtmlTable>& tables) {
     const Activity activity(u"下载代理服务器列表"_s);
     if (tables.isEmpty()) {
-        return true;
+        return;
     }
     Connection store = stores_.article.open();
     Transaction transaction(store);
@@ -239,7 +239,7 @@ bool Proxies::takeOver(const QList<HtmlTable>& tables) {
     for (const HtmlTable& table : tables) {
         if (table.size() < fewestRows) {
             transaction.commit();
-            return true;
+            return;
         }
         server = currentServer(store);
         store.execute(u"delete from proxy  where down=1"_s);
@@ -249,7 +249,6 @@ bool Proxies::takeOver(const QList<HtmlTable>& tables) {
     }
     markCurrent(store, server);
     transaction.commit();
-    return true;
 }
 
 }  // namespace guanchao

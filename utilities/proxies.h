@@ -55,7 +55,7 @@ public:
 private:
     std::optional<Proxy> checked(const Proxy& typed);
     void setSwitch(const QString& column, bool on);
-    bool takeOver(const QList<HtmlTable>& tables);
+    void takeOver(const QList<HtmlTable>& tables);
 
     const Stores& stores_;
     Dialogs& dialogs_;
