@@ -47,7 +47,7 @@ void HeatWindow::connectButtons() {
 }
 
 QSignalBlocker HeatWindow::quietIfHeld(QObject* box) const {
-    return QSignalBlocker(activityHolding(environment_.stores.heat.path) ? box : nullptr);
+    return QSignalBlocker(holderOf(environment_.stores.heat.path) ? box : nullptr);
 }
 
 // Marks the first row of the ranking that holds the text and scrolls to it.

@@ -26,16 +26,17 @@ namespace {
 std::chrono::milliseconds longestWait = std::chrono::seconds(5);
 thread_local std::optional<std::chrono::milliseconds> mostHere;
 
-bool isHeldByAnother(sqlite3* handle) {
+bool isHeldByThisThread(sqlite3* handle) {
     const QString path = QString::fromUtf8(sqlite3_db_filename(handle, "main"));
-    return activityHolding(path, handle).has_value();
+    const std::optional<StoreHolder> holder = holderOf(path, handle);
+    return holder && holder->ofThisThread;
 }
 
 // A process that writes without a pause leaves a store free for moments only. The library's own
 // waiting looks for them ten times a second and can miss them all.
 int waitForStore(void* handle, int tries) {
     if (tries >= std::min(longestWait, mostHere.value_or(longestWait)).count() ||
-        isHeldByAnother(static_cast<sqlite3*>(handle))) {
+        isHeldByThisThread(static_cast<sqlite3*>(handle))) {
         return 0;
     }
     QThread::msleep(1);
@@ -230,11 +231,15 @@ StatementHandle prepare(const Connection& connection, const QString& statement) 
 
 void raiseLastFailure(const Connection& connection, const QString& statement) {
     sqlite3* handle = connection.handle();
-    const std::optional<QString> holder = activityHolding(connection.path(), handle);
-    if (holder && sqlite3_errcode(handle) == SQLITE_BUSY) {
-        throw OperationError(u"正在"_s + *holder + u"，请等它结束后再试。"_s);
+    const std::optional<StoreHolder> holder = holderOf(connection.path(), handle);
+    if (!holder || sqlite3_errcode(handle) != SQLITE_BUSY) {
+        throw lastFailure(handle, connection.path(), statement);
     }
-    throw lastFailure(handle, connection.path(), statement);
+    if (holder->ofThisThread) {
+        throw OperationError(u"正在"_s + holder->activity + u"，请等它结束后再试。"_s);
+    }
+    throw StoreError(u"另一个任务正在写入"_s, connection.path(), statement, StoreFault::busy,
+                     holder->activity);
 }
 
 Transaction::Transaction(Connection& connection) : connection_(connection) {

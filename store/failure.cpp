@@ -37,6 +37,10 @@ QString explanation(const StoreError& failure) {
     if (failure.fault() == StoreFault::unreadable && !QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
+    if (!failure.holder().isEmpty()) {
+        return u"数据文件 "_s + file + u" 正由“"_s + failure.holder() +
+               u"”使用，请等它结束后再试。"_s;
+    }
     return u"数据文件 "_s + file + meaningOf(failure.fault());
 }
 

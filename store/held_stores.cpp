@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <mutex>
+#include <thread>
 
 #include "base/activity.h"
 
@@ -12,9 +14,11 @@ namespace {
 struct Holder {
     const sqlite3* connection;
     QString activity;
+    std::thread::id thread;
 };
 
-thread_local QHash<QString, Holder> holders;
+std::mutex mutex;
+QHash<QString, Holder> holders;
 
 // One name for a file, by whichever path it is reached.
 QString fileAt(const QString& path) {
@@ -24,19 +28,24 @@ QString fileAt(const QString& path) {
 }  // namespace
 
 void holdStore(const QString& path, const sqlite3* connection) {
-    holders.insert(fileAt(path), {connection, Activity::currentName()});
+    const QString file = fileAt(path);
+    const std::scoped_lock lock(mutex);
+    holders.insert(file, {connection, Activity::currentName(), std::this_thread::get_id()});
 }
 
 void releaseStore(const sqlite3* connection) {
+    const std::scoped_lock lock(mutex);
     holders.removeIf([connection](const auto& it) { return it->connection == connection; });
 }
 
-std::optional<QString> activityHolding(const QString& path, const sqlite3* connection) {
-    const auto holder = holders.constFind(fileAt(path));
+std::optional<StoreHolder> holderOf(const QString& path, const sqlite3* connection) {
+    const QString file = fileAt(path);
+    const std::scoped_lock lock(mutex);
+    const auto holder = holders.constFind(file);
     if (holder == holders.cend() || holder->connection == connection) {
         return std::nullopt;
     }
-    return holder->activity;
+    return StoreHolder{holder->activity, holder->thread == std::this_thread::get_id()};
 }
 
 }  // namespace guanchao

@@ -1,6 +1,6 @@
-// Which stores the transactions of this program hold. All its operations share one thread: one that
-// events bring about in the middle of a transaction would wait in vain for that store's lock, so it
-// is refused at once, by OperationError.
+// Which stores the transactions of this program hold, in whichever thread. An operation that meets
+// one of its own thread would wait in vain for that store's lock and is refused at once, by
+// OperationError; one of another thread is waited for as any other program is.
 #pragma once
 
 #include <QString>
@@ -15,7 +15,12 @@ namespace guanchao {
 void holdStore(const QString& path, const sqlite3* connection);
 void releaseStore(const sqlite3* connection);
 
-// The activity that holds the store file ("导入文章"); nothing if none does, or by this connection.
-std::optional<QString> activityHolding(const QString& path, const sqlite3* connection = nullptr);
+struct StoreHolder {
+    QString activity;  // "导入文章"
+    bool ofThisThread = false;
+};
+
+// Who holds the store file; nothing if nobody does, or by this connection.
+std::optional<StoreHolder> holderOf(const QString& path, const sqlite3* connection = nullptr);
 
 }  // namespace guanchao

@@ -3,7 +3,7 @@
 namespace guanchao {
 
 StoreError::StoreError(const QString& reason, const QString& path, const QString& statement,
-                       StoreFault fault)
-    : OperationError(reason), path_(path), statement_(statement), fault_(fault) {}
+                       StoreFault fault, const QString& holder)
+    : OperationError(reason), path_(path), statement_(statement), fault_(fault), holder_(holder) {}
 
 }  // namespace guanchao

@@ -15,16 +15,19 @@ enum class StoreFault { other, busy, notADatabase, full, readOnly, unreadable, d
 class StoreError : public OperationError {
 public:
     StoreError(const QString& reason, const QString& path, const QString& statement,
-               StoreFault fault = StoreFault::other);
+               StoreFault fault = StoreFault::other, const QString& holder = {});
 
     const QString& path() const { return path_; }
     const QString& statement() const { return statement_; }
     StoreFault fault() const { return fault_; }
+    // The activity of this program for which a busy store is held; empty if another program does.
+    const QString& holder() const { return holder_; }
 
 private:
     QString path_;
     QString statement_;
     StoreFault fault_;
+    QString holder_;
 };
 
 }  // namespace guanchao

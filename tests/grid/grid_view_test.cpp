@@ -4,6 +4,7 @@
 #include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <vector>
 
 #include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
@@ -19,7 +20,7 @@ protected:
         fill({u"乙"_s, u"甲"_s, u"丙"_s});
         view_.show();
         view_.setFocus();
-        QObject::connect(&view_, &GridView::rowChosen, [this](int row) { told_ << row; });
+        QObject::connect(&view_, &GridView::rowChosen, [this](int row) { told_.push_back(row); });
     }
 
     void fill(const QStringList& names) {
@@ -76,7 +77,7 @@ protected:
     ResultGrid grid_;
     GridView view_;
     QMenu menu_;
-    QList<int> told_;
+    std::vector<int> told_;
 };
 
 TEST_F(GridViewTest, AHeaderSortsAndItsArrowTellsHow) {
@@ -133,7 +134,7 @@ TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
     const struct {
         const char* name;
         std::function<void()> act;
-        QList<int> told;
+        std::vector<int> told;
         int row;
         bool opensMenu;
     } acts[] = {

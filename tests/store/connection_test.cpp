@@ -3,7 +3,10 @@
 #include <QFile>
 #include <QScopeGuard>
 #include <optional>
+#include <semaphore>
+#include <thread>
 
+#include "store/failure.h"
 #include "store/recordset.h"
 #include "tests/support/store_test.h"
 
@@ -51,8 +54,33 @@ TEST_F(ConnectionTest, RekeyGivesTakesAndChangesAKey) {
     EXPECT_EQ(code({}), QStringList{u"SH600000"_s});
 }
 
+// What another thread holds is waited for, and who holds it is told.
+TEST_F(ConnectionTest, WhatAnotherThreadHoldsIsBusy) {
+    const Stores& stores = store_.stores;
+    std::binary_semaphore held(0);
+    std::binary_semaphore tried(0);
+    std::jthread other([&] {
+        const Activity activity(u"导入文章"_s);
+        Connection store = stores.article.open();
+        const Transaction transaction(store);
+        held.release();
+        tried.acquire();
+    });
+    held.acquire();
+    const auto end = qScopeGuard([&] { tried.release(); });
+    const Connection::BusyTimeout shortest(std::chrono::milliseconds(1));
+    try {
+        Connection store = stores.article.open();
+        store.execute(u"delete from wenzhang"_s);
+        FAIL() << "it was let in";
+    } catch (const StoreError& failure) {
+        EXPECT_EQ(failure.fault(), StoreFault::busy);
+        EXPECT_TRUE(failureReason(failure).contains(u"正由“导入文章”使用"_s));
+    }
+}
+
 // The lock can't go while an operation waits for it: a wait would outlast the test.
-TEST_F(ConnectionTest, WhatATransactionHoldsRefusesOtherWritersAtOnce) {
+TEST_F(ConnectionTest, WhatATransactionHoldsRefusesOtherWritersOfItsThreadAtOnce) {
     Connection::setBusyTimeout(std::chrono::hours(1));
     const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
     const Stores& stores = store_.stores;
