@@ -27,19 +27,35 @@ size_t appendBody(char* data, size_t size, size_t count, void* body) {
     return bytes;
 }
 
-// The requests in a loop over one handle; gives the replies back.
-QList<QByteArray> bareRequests(const QString& host, const QStringList& paths) {
-    QList<QByteArray> replies;
+CURL* bareRequest(const QString& host, const QString& path, QByteArray& reply) {
     CURL* curl = curl_easy_init();
     curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, appendBody);
-    for (const QString& path : paths) {
-        replies << QByteArray();
-        curl_easy_setopt(curl, CURLOPT_URL, (host + path).toUtf8().constData());
-        curl_easy_setopt(curl, CURLOPT_WRITEDATA, &replies.last());
-        curl_easy_perform(curl);
+    curl_easy_setopt(curl, CURLOPT_URL, (host + path).toUtf8().constData());
+    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &reply);
+    return curl;
+}
+
+// The requests, so many at a time over as many connections; gives the replies back.
+QList<QByteArray> bareRequests(const QString& host, const QStringList& paths, long ahead) {
+    QList<QByteArray> replies(paths.size());
+    CURLM* multi = curl_multi_init();
+    curl_multi_setopt(multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, ahead);
+    std::vector<CURL*> requests;
+    for (qsizetype at = 0; at < paths.size(); ++at) {
+        requests.push_back(bareRequest(host, paths[at], replies[at]));
+        curl_multi_add_handle(multi, requests.back());
     }
-    curl_easy_cleanup(curl);
+    int running = 1;
+    while (running > 0) {
+        curl_multi_perform(multi, &running);
+        curl_multi_poll(multi, nullptr, 0, 1000, nullptr);
+    }
+    for (CURL* request : requests) {
+        curl_multi_remove_handle(multi, request);
+        curl_easy_cleanup(request);
+    }
+    curl_multi_cleanup(multi);
     return replies;
 }
 
@@ -64,43 +80,60 @@ QStringList updatesOf(const QByteArray& reply, const QString& now) {
     return updates;
 }
 
-void quoteRun(benchmark::State& state) {
-    const Stores& stores = wholeMarket();
+std::vector<PracticeStock> allStocks(const Stores& stores) {
     std::vector<PracticeStock> stocks;
     Connection connection = stores.main.open();
     for (Recordset codes(connection, u"select dm,jc from dmb "_s); !codes.atEnd();
          codes.moveNext()) {
         stocks.push_back({codes.value(0).toText(), codes.value(1).toText()});
     }
+    return stocks;
+}
+
+void writeBare(const Stores& stores, const QList<QStringList>& batches) {
+    for (const QStringList& batch : batches) {
+        BareStore store(stores.main.path);
+        store.run(u"begin immediate"_s);
+        for (const QString& update : batch) {
+            store.run(update);
+        }
+        store.run(u"commit"_s);
+    }
+}
+
+void quoteRun(benchmark::State& state, std::chrono::milliseconds away, int ahead, int bareAhead) {
+    const Stores& stores = wholeMarket();
     FakeClock clock;
-    PracticeMarket market(PracticeQuotes(stocks), [&clock] { return clock.moment; });
+    PracticeMarket market(PracticeQuotes(allStocks(stores)), [&clock] { return clock.moment; });
     market.start();
     const QStringList paths = requestPaths(stores);
     QList<QStringList> updates;
-    for (const QByteArray& reply : bareRequests(market.host(), paths)) {
+    for (const QByteArray& reply : bareRequests(market.host(), paths, bareAhead)) {
         updates << updatesOf(reply, timeText(clock.moment));
     }
+    market.setDelay(away);
 
     Globals globals;
     QtHttpClient http;
-    QuoteFeed feed(stores, globals, clock, http, {market.host(), {}, 0, 6});
+    QuoteFeed feed(stores, globals, clock, http, {market.host(), {}, 0, ahead});
     QuoteRun run(stores, clock, feed);
     compare(
         state,
         [&] {
-            bareRequests(market.host(), paths);
-            for (const QStringList& batch : updates) {
-                BareStore store(stores.main.path);
-                store.run(u"begin immediate"_s);
-                for (const QString& update : batch) {
-                    store.run(update);
-                }
-                store.run(u"commit"_s);
-            }
+            bareRequests(market.host(), paths, bareAhead);
+            writeBare(stores, updates);
         },
         [&] { QCoro::waitFor(run.run([](const QuoteProgress&) {}, {})); });
 }
-BENCHMARK(quoteRun)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+// On this machine, beside one request after the other; and 50 ms away, beside as many ahead.
+BENCHMARK_CAPTURE(quoteRun, near, std::chrono::milliseconds(0), 6, 1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
+BENCHMARK_CAPTURE(quoteRun, far, std::chrono::milliseconds(50), 6, 6)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
 
 }  // namespace
 

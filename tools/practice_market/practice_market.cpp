@@ -143,6 +143,11 @@ void PracticeMarket::setFault(MarketFault fault) {
     awake_.notify_all();
 }
 
+void PracticeMarket::setDelay(std::chrono::milliseconds delay) {
+    const std::lock_guard lock(mutex_);
+    delay_ = delay;
+}
+
 void PracticeMarket::setReferer(const QString& referer) {
     const std::lock_guard lock(mutex_);
     referer_ = referer;
@@ -215,9 +220,8 @@ void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Resp
             response.set_content(inGbk(withShortPiece(reply)), quoteType);
             return;
         case MarketFault::slow:
-            waitSlowly();
-            [[fallthrough]];
         case MarketFault::none:
+            waitForAnswer();
             response.set_content(inGbk(reply), quoteType);
     }
 }
@@ -282,8 +286,12 @@ QString PracticeMarket::quotesFor(const QString& codeList) const {
     return quotes_.reply(codes.split(u','), now_());
 }
 
-void PracticeMarket::waitSlowly() {
+void PracticeMarket::waitForAnswer() {
     std::unique_lock lock(mutex_);
+    // Under a clock that a test has set a wait of no time would never end.
+    if (delay_.count() > 0) {
+        awake_.wait_for(lock, delay_, [this] { return stopping_; });
+    }
     awake_.wait(lock, [this] { return stopping_ || fault_ != MarketFault::slow; });
 }
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -51,6 +52,9 @@ public:
 
     void setFault(MarketFault fault);
 
+    // From now on an answer with quotes takes so long, as one from far away does.
+    void setDelay(std::chrono::milliseconds delay);
+
     // From now on quotes asked for without exactly this Referer are refused; empty lifts it.
     void setReferer(const QString& referer);
 
@@ -69,7 +73,7 @@ private:
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;
     QString quotesFor(const QString& codeList) const;
-    void waitSlowly();
+    void waitForAnswer();
 
     const PracticeQuotes quotes_;
     const std::function<QDateTime()> now_;
@@ -81,6 +85,7 @@ private:
     std::condition_variable awake_;
     bool stopping_ = false;
     MarketFault fault_ = MarketFault::none;
+    std::chrono::milliseconds delay_{0};
     QString referer_;
     QStringList requests_;
 };
