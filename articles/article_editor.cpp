@@ -16,16 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The trimmed text of a box; a text with apostrophes stands in the box without them afterwards.
-QString withoutApostrophes(QString& box) {
-    QString text = trimBlanks(box);
-    if (text.contains(u'\'')) {
-        text.remove(u'\'');
-        box = text;
-    }
-    return text;
-}
-
 qint32 idOf(const ArticleFields& fields) {
     using Range = std::numeric_limits<qint32>;
     const double id = roundToWhole(numericPrefix(fields.id));
@@ -109,9 +99,10 @@ bool ArticleEditor::add(ArticleFields& fields) {
     }
     Connection store = stores_.article.open();
     Transaction transaction(store);
-    store.execute(u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values('"_s +
-                  it->day + u" 00:00:00','"_s + it->author + u"','"_s + it->category + u"','"_s +
-                  it->subcategory + u"','"_s + it->title + u"','"_s + it->body + u"')"_s);
+    store.execute(u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values("_s +
+                  quoted(it->day + u" 00:00:00"_s) + u',' + quoted(it->author) + u',' +
+                  quoted(it->category) + u',' + quoted(it->subcategory) + u',' + quoted(it->title) +
+                  u',' + quoted(it->body) + u")"_s);
     transaction.commit();
     fields.id = Recordset(store, u"select max(id) as maxid FROM wenzhang"_s).value(0).toText();
     return true;
@@ -139,10 +130,10 @@ QString ArticleEditor::save(ArticleFields& fields) {
 bool ArticleEditor::update(const Checked& it) const {
     Connection store = stores_.article.open();
     Transaction transaction(store);
-    store.execute(u"update wenzhang set rq='"_s + it.day + u"',zuozhe='"_s + it.author +
-                  u"',dalei='"_s + it.category + u"',xiaolei='"_s + it.subcategory +
-                  u"',biaoti='"_s + it.title + u"',leirong='"_s + it.body + u"' where id="_s +
-                  QString::number(id_));
+    store.execute(u"update wenzhang set rq="_s + quoted(it.day) + u",zuozhe="_s +
+                  quoted(it.author) + u",dalei="_s + quoted(it.category) + u",xiaolei="_s +
+                  quoted(it.subcategory) + u",biaoti="_s + quoted(it.title) + u",leirong="_s +
+                  quoted(it.body) + u" where id="_s + QString::number(id_));
     const bool found = store.changedRows() > 0;
     transaction.commit();
     return found;
@@ -155,17 +146,17 @@ std::optional<ArticleEditor::Checked> ArticleEditor::check(ArticleFields& fields
     }
     Checked checked;
     checked.day = dateText(day);
-    checked.author = withoutApostrophes(fields.author);
-    checked.category = withoutApostrophes(fields.category);
+    checked.author = trimBlanks(fields.author);
+    checked.category = trimBlanks(fields.category);
     if (checked.category.isEmpty()) {
         return refuse(u" 大类不能为空!"_s);
     }
-    checked.subcategory = withoutApostrophes(fields.subcategory);
-    checked.title = zhuanyisql(trimBlanks(fields.title));
+    checked.subcategory = trimBlanks(fields.subcategory);
+    checked.title = trimBlanks(fields.title);
     if (checked.title.isEmpty()) {
         return refuse(u" 标题不能为空!"_s);
     }
-    checked.body = zhuanyisql(fields.body);
+    checked.body = kongzhuanhuan(fields.body);
     if (checked.body.isEmpty()) {
         return refuse(u" 文章内容不能为空!"_s);
     }

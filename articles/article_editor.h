@@ -29,8 +29,7 @@ public:
 
     RelatedArticles related(const ArticleFields& fields) const;
 
-    // 添加: always a new article; its id comes into the fields. Fields that may hold no apostrophe
-    // lose theirs. True if it is stored.
+    // 添加: always a new article; its id comes into the fields. True if it is stored.
     bool add(ArticleFields& fields);
     // 保存: adds what is not in the store yet. The words to show for it; empty if it is refused. An
     // article that was deleted elsewhere loses its id: the next save adds it.
@@ -47,7 +46,7 @@ public:
     static inline const QString changed = QStringLiteral("修改完毕!");
 
 private:
-    // The fields as a statement carries them.
+    // The fields as they are stored.
     struct Checked {
         QString day;
         QString author;

@@ -29,8 +29,8 @@ ArticleLists readArticleLists(Connection& store) {
 QStringList subcategoriesOf(const Stores& stores, const QString& category) {
     const Activity activity(u"读取小类"_s);
     Connection store = stores.article.open();
-    return firstColumn(store, u"select distinct xiaolei FROM wenzhang where dalei='"_s +
-                                  trimBlanks(category) + u"'"_s);
+    return firstColumn(store, u"select distinct xiaolei FROM wenzhang where dalei="_s +
+                                  quoted(trimBlanks(category)));
 }
 
 }  // namespace guanchao

@@ -17,12 +17,13 @@ const QString columns =
 
 QString equals(const QString& column, const QString& box) {
     const QString text = trimBlanks(box);
-    return text.isEmpty() ? QString() : u" and "_s + column + u"='"_s + text + u"'"_s;
+    return text.isEmpty() ? QString() : u" and "_s + column + u"="_s + quoted(text);
 }
 
 QString contains(const QString& column, const QString& box) {
-    const QString text = zhuanyisql(trimBlanks(box));
-    return text.isEmpty() ? QString() : u" and "_s + column + u" like '%"_s + text + u"%'"_s;
+    const QString text = trimBlanks(box);
+    return text.isEmpty() ? QString()
+                          : u" and "_s + column + u" like "_s + quoted(u'%' + text + u'%');
 }
 
 }  // namespace
@@ -36,8 +37,8 @@ QString ArticleQuery::statement() const {
 }
 
 QString ArticleQuery::condition() const {
-    QString words = u" date(rq)>='"_s + dateText(packDate(first)) + u"' and date(rq)<='"_s +
-                    dateText(packDate(last)) + u"'"_s;
+    QString words = u" date(rq)>="_s + quoted(dateText(packDate(first))) + u" and date(rq)<="_s +
+                    quoted(dateText(packDate(last)));
     words += equals(u"zuozhe"_s, author);
     words += equals(u"dalei"_s, category);
     words += equals(u"xiaolei"_s, subcategory);

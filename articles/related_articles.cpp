@@ -28,9 +28,7 @@ QStringList lines(Connection& store, const QString& condition, qint32 id, const 
 RelatedArticles readRelatedArticles(Connection& store, const ArticleFields& fields, qint32 id) {
     RelatedArticles related;
     const auto read = [&](const QString& name, const QString& condition, const QString& order) {
-        const Activity activity(
-            u"读取"_s + name,
-            u"文章照常可以阅读和修改。作者、大类或小类里有单引号时，读不出相关的文章。"_s);
+        const Activity activity(u"读取"_s + name, u"文章照常可以阅读和修改。"_s);
         try {
             return lines(store, condition, id, order);
         } catch (const StoreError&) {
@@ -42,12 +40,11 @@ RelatedArticles readRelatedArticles(Connection& store, const ArticleFields& fiel
     };
     // Of articles that are read as often the newest comes first, but on one day the oldest.
     const auto same = [&](const QString& name, const QString& column, const QString& box) {
-        return read(name, column + u"='"_s + trimBlanks(box) + u"'"_s,
+        return read(name, column + u"="_s + quoted(trimBlanks(box)),
                     u"  order by cishu desc,id desc limit 200"_s);
     };
-    related.sameDay =
-        read(u"同日文章"_s, u"date(rq)='"_s + dateText(packDate(fields.date)) + u"'"_s,
-             u" order by cishu desc,id limit 200"_s);
+    related.sameDay = read(u"同日文章"_s, u"date(rq)="_s + quoted(dateText(packDate(fields.date))),
+                           u" order by cishu desc,id limit 200"_s);
     related.sameAuthor = same(u"同作者文章"_s, u"zuozhe"_s, fields.author);
     related.sameCategory = same(u"同大类文章"_s, u"dalei"_s, fields.category);
     related.sameSubcategory = same(u"同小类文章"_s, u"xiaolei"_s, fields.subcategory);

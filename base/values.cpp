@@ -299,8 +299,8 @@ QString trimBlanks(const QString& text) {
     return text.sliced(begin, end - begin);
 }
 
-QString zhuanyisql(const QString& value) {
-    return kongzhuanhuan(value).replace(u'\'', u"''"_s);
+QString quoted(QString text) {
+    return u'\'' + text.remove(QChar::Null).replace(u'\'', u"''"_s) + u'\'';
 }
 
 QString kongzhuanhuan(const QString& value) {

@@ -52,8 +52,9 @@ QString dateText(QDate day);
 // of space and must come back as it is.
 QString trimBlanks(const QString& text);
 
-// Article texts for a statement: blank becomes empty, each ' is doubled.
-QString zhuanyisql(const QString& value);
+// The text as a statement takes it: between apostrophes, each of its own doubled. What no text of a
+// store can hold (U+0000) is left out.
+QString quoted(QString text);
 
 // 空转换: blank becomes empty, anything else comes back as it is.
 QString kongzhuanhuan(const QString& value);

@@ -56,9 +56,13 @@ bool hasDayMark(const QString& jc) {
 }
 
 QHash<QString, QString> knownNames(Connection& connection, const Item& item) {
-    const QString codes = item.key.toUpper().replace(u',', u"','"_s);
+    QStringList codes;
+    for (const QString& code : item.key.toUpper().split(u',')) {
+        codes << quoted(code);
+    }
     QHash<QString, QString> names;
-    for (Recordset known(connection, u"select dm,jc from dmb where dm in ('"_s + codes + u"')"_s);
+    for (Recordset known(connection,
+                         u"select dm,jc from dmb where dm in ("_s + codes.join(u',') + u")"_s);
          !known.atEnd(); known.moveNext()) {
         names.insert(known.value(0).toText(), known.value(1).toText());
     }
@@ -72,15 +76,15 @@ QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>
         if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
             continue;
         }
-        const QString jc = u'\'' + zhuanyisql(stock.jc) + u'\'';
-        const QString shenmu = u'\'' + zhuanyisql(initials.of(stock.jc)) + u'\'';
+        const QString jc = quoted(stock.jc);
+        const QString shenmu = quoted(initials.of(stock.jc));
         if (!known.contains(stock.dm)) {
-            changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values('"_s + stock.dm +
-                           u"','"_s + stock.dm.sliced(2) + u"',"_s + jc + u","_s + shenmu +
-                           u",'"_s + now + u"')"_s;
+            changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s +
+                           quoted(stock.dm) + u',' + quoted(stock.dm.sliced(2)) + u',' + jc + u',' +
+                           shenmu + u',' + quoted(now) + u")"_s;
         } else if (!hasDayMark(stock.jc)) {
-            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm='"_s +
-                           stock.dm + u"'"_s;
+            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm="_s +
+                           quoted(stock.dm);
         }
     }
     return changes;

@@ -11,10 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString quoted(const QString& text) {
-    return u'\'' + zhuanyisql(text) + u'\'';
-}
-
 std::optional<double> formerValue(const Recordset& former, QStringView field) {
     if (former.atEnd()) {
         return std::nullopt;
@@ -42,11 +38,11 @@ CountsWriter::CountsWriter(const StoreFile& heat, QDate day)
     : heat_(heat), day_(dateText(day)), riqi_(timeText(day)) {}
 
 QString CountsWriter::onDay() const {
-    return u" and date(riqi)='"_s + day_ + u"'"_s;
+    return u" and date(riqi)="_s + quoted(day_);
 }
 
 QString CountsWriter::lastBefore() const {
-    return u" and date(riqi)<'"_s + day_ + u"' order by date(riqi) desc limit 1"_s;
+    return u" and date(riqi)<"_s + quoted(day_) + u" order by date(riqi) desc limit 1"_s;
 }
 
 QString CountsWriter::newsValues(Connection& connection, const QString& table,
@@ -70,8 +66,8 @@ void CountsWriter::writeTheme(const QString& zhutiname, const NewsCounts& counts
     const QString values = newsValues(connection, u"xinwenshul"_s, condition, counts);
     replaceRow(connection, u"xinwenshul"_s, condition + onDay(),
                u"insert into xinwenshul(riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,"
-               u"zdycishu,zdyzhangfu,zdytianshu,yixiaza) values('"_s +
-                   riqi_ + u"',"_s + quoted(zhutiname) + u","_s + values + u",1)"_s);
+               u"zdycishu,zdyzhangfu,zdytianshu,yixiaza) values("_s +
+                   quoted(riqi_) + u',' + quoted(zhutiname) + u',' + values + u",1)"_s);
     transaction.commit();
 }
 
@@ -83,8 +79,8 @@ void CountsWriter::writeCompany(const QString& dm, const QString& jc,
     const QString values = newsValues(connection, u"gongsixinwen"_s, condition, counts);
     replaceRow(connection, u"gongsixinwen"_s, condition + onDay(),
                u"insert into gongsixinwen(riqi,dm,jc,onecishu,onezhangfu,allcishu,allzhangfu,"
-               u"zdycishu,zdyzhangfu,zdytianshu) values('"_s +
-                   riqi_ + u"',"_s + quoted(dm) + u","_s + quoted(jc) + u","_s + values + u")"_s);
+               u"zdycishu,zdyzhangfu,zdytianshu) values("_s +
+                   quoted(riqi_) + u',' + quoted(dm) + u',' + quoted(jc) + u',' + values + u")"_s);
     transaction.commit();
 }
 
@@ -111,14 +107,14 @@ void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& cou
     for (qsizetype at = 0; at < names.size(); ++at) {
         assignments += u',' + names[at] + u'=' + values[at];
     }
-    connection.execute(u"update shopname set riqi='"_s + riqi_ + u"'"_s + assignments + condition);
+    connection.execute(u"update shopname set riqi="_s + quoted(riqi_) + assignments + condition);
     // Deleted by the user meanwhile: its history must not come back.
     if (connection.changedRows() == 0) {
         throw OperationError(u"商品已删除"_s);
     }
     replaceRow(connection, u"shophq"_s, condition + onDay(),
                u"insert into shophq(shopname,riqi,"_s + names.join(u',') + u") values("_s +
-                   quoted(shopname) + u",'"_s + riqi_ + u"',"_s + values.join(u',') + u")"_s);
+                   quoted(shopname) + u',' + quoted(riqi_) + u',' + values.join(u',') + u")"_s);
     transaction.commit();
 }
 

@@ -1,5 +1,6 @@
 #include "exchange/library_rows.h"
 
+#include "base/values.h"
 #include "exchange/row_values.h"
 
 namespace guanchao {

@@ -2,11 +2,9 @@
 
 #include <QStringList>
 
-namespace guanchao {
+#include "base/values.h"
 
-QString quoted(const QString& text) {
-    return u'\'' + text + u'\'';
-}
+namespace guanchao {
 
 QString quotedFields(const Recordset& row, int first, int last) {
     QStringList texts;

@@ -1,5 +1,4 @@
-// The values of a row as they go into an INSERT. The texts go in as they are: an apostrophe makes
-// the statement fail.
+// The values of a row as they go into an INSERT.
 #pragma once
 
 #include <QString>
@@ -7,8 +6,6 @@
 #include "store/recordset.h"
 
 namespace guanchao {
-
-QString quoted(const QString& text);
 
 // The fields from `first` to `last`, as texts with their commas.
 QString quotedFields(const Recordset& row, int first, int last);

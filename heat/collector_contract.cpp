@@ -72,7 +72,7 @@ void placeRunOrder(const StoreFile& heat, const QDate& day) {
     // Its values are not used: settings that can't be read end the launch here.
     const Recordset settings(
         store, u"select  iszidinyinum,zidinyinum,datetime(today) as today  FROM canshu"_s);
-    store.execute(u"update canshu set mainisrun=1,isvisible=1,today='"_s + timeText(day) + u"'"_s);
+    store.execute(u"update canshu set mainisrun=1,isvisible=1,today="_s + quoted(timeText(day)));
 }
 
 void withdrawRunOrder(const StoreFile& heat) {

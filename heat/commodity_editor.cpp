@@ -30,7 +30,7 @@ std::optional<Commodity> CommodityEditor::load() {
 std::optional<Commodity> CommodityEditor::stored(Connection& store, const QString& name) {
     const Recordset row(
         store,
-        u"select shopname, aboutgegu, guanzhudu from shopname where shopname='"_s + name + u"'"_s);
+        u"select shopname, aboutgegu, guanzhudu from shopname where shopname="_s + quoted(name));
     if (row.atEnd()) {
         return std::nullopt;
     }
@@ -56,10 +56,10 @@ std::optional<Commodity> CommodityEditor::insertUnlessStored(const QString& name
     const std::optional<Commodity> commodity = stored(store, name);
     if (!commodity) {
         store.execute(
-            u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values('"_s + name +
-            u"','"_s + trimBlanks(typed.stocks) + u"',"_s + attentionText(typed) + u",'"_s +
-            timeText(globals_.jintian) + u"','"_s +
-            timeText(globals_.jintian.addDays(-daysBefore)) + u"')"_s);
+            u"insert into shopname(shopname, aboutgegu, guanzhudu,adddate,riqi) values("_s +
+            quoted(name) + u',' + quoted(trimBlanks(typed.stocks)) + u',' + attentionText(typed) +
+            u',' + quoted(timeText(globals_.jintian)) + u',' +
+            quoted(timeText(globals_.jintian.addDays(-daysBefore))) + u")"_s);
     }
     return commodity;
 }
@@ -77,13 +77,13 @@ void CommodityEditor::modify(const Commodity& typed) {
 bool CommodityEditor::update(const QString& name, const Commodity& typed) {
     const Activity activity(u"修改商品"_s);
     Connection store = stores_.heat.open();
-    const Recordset row(store, u"select shopname from shopname where shopname='"_s + name + u"'"_s);
+    const Recordset row(store, u"select shopname from shopname where shopname="_s + quoted(name));
     if (row.atEnd()) {
         return false;
     }
-    store.execute(u"update shopname set  aboutgegu='"_s + trimBlanks(typed.stocks) +
-                  u"', guanzhudu="_s + attentionText(typed) + u",adddate='"_s +
-                  timeText(globals_.jintian) + u"'  where shopname='"_s + name + u"'"_s);
+    store.execute(u"update shopname set  aboutgegu="_s + quoted(trimBlanks(typed.stocks)) +
+                  u", guanzhudu="_s + attentionText(typed) + u",adddate="_s +
+                  quoted(timeText(globals_.jintian)) + u"  where shopname="_s + quoted(name));
     return true;
 }
 
@@ -99,9 +99,9 @@ QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, QStrin
     }
     Activity activity(u"删除商品"_s);
     Connection store = stores.heat.open();
-    store.execute(u"delete from shopname where shopname='"_s + name + u"'"_s);
+    store.execute(u"delete from shopname where shopname="_s + quoted(name));
     activity.wrote(u"商品清单"_s);
-    store.execute(u"delete from shophq where shopname='"_s + name + u"'"_s);
+    store.execute(u"delete from shophq where shopname="_s + quoted(name));
     dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
     co_return true;
 }

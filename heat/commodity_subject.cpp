@@ -1,3 +1,4 @@
+#include "base/values.h"
 #include "heat/collector_contract.h"
 #include "heat/heat_subjects.h"
 
@@ -20,14 +21,14 @@ const QString ranking =
 const QString byTotal = u" order by zongfen desc,rowid "_s;
 
 QString rankingOf(const QString& day) {
-    return ranking + u" where date(riqi)='"_s + day + u"'"_s + byTotal;
+    return ranking + u" where date(riqi)="_s + quoted(day) + byTotal;
 }
 
 QString historyOf(const QString& shopname) {
     return u"select date(riqi) as 日期,shopname as 商品名称,zongfen as 总分,zhangfu as 增长,"
            u"zhangzi as 涨字,shengzi as 升字,dazhang as 大涨,baozhang as 暴涨,diezi as 跌字,"
-           u"jiangzi as 降字,dadie as 大跌,baodie as 暴跌 from shophq where shopname='"_s +
-           shopname + u"'  order by date(riqi) desc "_s;
+           u"jiangzi as 降字,dadie as 大跌,baodie as 暴跌 from shophq where shopname="_s +
+           quoted(shopname) + u"  order by date(riqi) desc "_s;
 }
 
 void colourRanking(ResultGrid& grid, int row) {

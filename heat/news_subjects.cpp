@@ -58,12 +58,13 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
     subject.historyActivity = u"读取历史新闻数量"_s;
     subject.dayTable = table;
     subject.ofDay = [select, key](const QString& day) -> QString {
-        return select + u" where date(riqi)='"_s + day + u"' order by allzhangfu desc,"_s + key +
-               u' ';
+        return select + u" where date(riqi)="_s + quoted(day) + u" order by allzhangfu desc,"_s +
+               key + u' ';
     };
     subject.ofAll = select + lastRows(table, key);
     subject.ofItem = [select, key](const QString& item) -> QString {
-        return select + u" where "_s + key + u"='"_s + item + u"' order by date(riqi) desc "_s;
+        return select + u" where "_s + key + u"="_s + quoted(item) +
+               u" order by date(riqi) desc "_s;
     };
     subject.rankingWidths = subject.historyWidths = widths;
     subject.dressRanking = colourNews;

@@ -63,15 +63,14 @@ QString updateCodeTable(const StoredQuote& quote, const QString& now) {
     return u"update dmb set sp="_s + quote.sp + u",zhangfu="_s + numberText(quote.zhangfu) +
            u",zhangjine="_s + numberText(quote.zhangjine) + u",kp="_s + quote.kp + u",zg="_s +
            quote.zg + u",zd="_s + quote.zd + u",totalsl="_s + quote.totalsl + u",totaljine="_s +
-           quote.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s + zhuanyisql(quote.dm) +
-           u"'"_s;
+           quote.totaljine + u",newhqtime="_s + quoted(now) + u" where dm="_s + quoted(quote.dm);
 }
 
 QString updatePollList(const StoredQuote& quote, const QString& now) {
     return u"update jiankonghq set sp="_s + quote.sp + u",zhangfu="_s + numberText(quote.zhangfu) +
            u",zhangjine="_s + numberText(quote.zhangjine) + u",totalsl="_s + quote.totalsl +
-           u",totaljine="_s + quote.totaljine + u",newhqtime='"_s + now + u"' where dm='"_s +
-           zhuanyisql(quote.dm) + u"'"_s;
+           u",totaljine="_s + quote.totaljine + u",newhqtime="_s + quoted(now) + u" where dm="_s +
+           quoted(quote.dm);
 }
 
 }  // namespace guanchao

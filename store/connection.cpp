@@ -106,7 +106,9 @@ StoreFault faultOf(sqlite3* handle) {
 }
 
 StoreError lastFailure(sqlite3* handle, const QString& path, const QString& statement) {
-    return {QString::fromUtf8(sqlite3_errmsg(handle)), path, statement, faultOf(handle)};
+    const QString message = QString::fromUtf8(sqlite3_errmsg(handle));
+    const QString reason = message.startsWith(u"not authorized") ? u"这里只能查询"_s : message;
+    return {reason, path, statement, faultOf(handle)};
 }
 
 sqlite3* openHandle(const QString& path) {
@@ -118,6 +120,23 @@ sqlite3* openHandle(const QString& path) {
         throw failure;
     }
     return handle;
+}
+
+// Reading and counting; of the functions, those that write or load are left out.
+int allowReading(void*, int action, const char*, const char* function, const char*, const char*) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        case SQLITE_FUNCTION:
+            return qstrcmp(function, "sqlcipher_export") == 0 ||
+                           qstrcmp(function, "load_extension") == 0
+                       ? SQLITE_DENY
+                       : SQLITE_OK;
+        default:
+            return SQLITE_DENY;
+    }
 }
 
 void makeEmptyFile(const QString& path) {
@@ -133,8 +152,8 @@ QString quotedName(QString name) {
 
 // The library's own export can't make indexes over our functions: it takes the built-in ones.
 void copyContent(Connection& target, const QString& sourcePath, const QString& sourceKey) {
-    target.execute(u"attach '"_s + zhuanyisql(sourcePath) + u"' as source key '"_s +
-                   zhuanyisql(rawKey(sourceKey)) + u"'"_s);
+    target.execute(u"attach "_s + quoted(sourcePath) + u" as source key "_s +
+                   quoted(rawKey(sourceKey)));
     Transaction transaction(target);
     const QString made =
         u"select name,sql from source.sqlite_master where sql is not null and"
@@ -165,6 +184,11 @@ Connection::Connection(const QString& path, const QString& key) : path_(path) {
     registerDialect(handle());
     // A wrong key shows at the first read only: read here, so that the opening is what fails.
     execute(u"select count(*) from sqlite_master"_s);
+}
+
+void Connection::onlyRead() {
+    execute(u"pragma query_only=on"_s);
+    sqlite3_set_authorizer(handle(), allowReading, nullptr);
 }
 
 int Connection::changedRows() const {

@@ -26,6 +26,10 @@ public:
     // undoes the statement, and the transaction that the statement is part of, and is raised here.
     void execute(const QString& statement, const std::function<void()>& meanwhile);
 
+    // From now on this only reads: a statement that would write, attach a file or set a pragma is
+    // refused. For words that a user has typed into a statement.
+    void onlyRead();
+
     // How many rows the last INSERT, UPDATE or DELETE found.
     int changedRows() const;
 

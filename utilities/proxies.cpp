@@ -34,10 +34,6 @@ QString flag(bool on) {
     return on ? u"1"_s : u"0"_s;
 }
 
-QString quoted(QString value) {
-    return u"'"_s + value.replace(u'\'', u"''"_s) + u"'"_s;
-}
-
 void takeMarkFromAll(Connection& store) {
     store.execute(u"update proxy set defaultproxy=0"_s);
 }

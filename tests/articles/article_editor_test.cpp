@@ -57,7 +57,7 @@ TEST_F(ArticleEditorTest, FieldsAreCheckedInTheirOrder) {
         {[](ArticleFields& it) { it.date.year = u"1989"_s, it.category.clear(); },
          u" 请检查一下日期!"_s},
         {[](ArticleFields& it) { it.date = {}; }, u" 请检查一下日期!"_s},
-        {[](ArticleFields& it) { it.category = u" ' "_s, it.title.clear(); }, u" 大类不能为空!"_s},
+        {[](ArticleFields& it) { it.category = u"  "_s, it.title.clear(); }, u" 大类不能为空!"_s},
         {[](ArticleFields& it) { it.title = u"  "_s, it.body.clear(); }, u" 标题不能为空!"_s},
         {[](ArticleFields& it) { it.body = u"   "_s; }, u" 文章内容不能为空!"_s},
     };
@@ -77,10 +77,11 @@ TEST_F(ArticleEditorTest, AnAddKeepsTheTextAndTheFirstSaveAdds) {
     ArticleFields fields = typed();
     EXPECT_EQ(editor_.save(fields), u"添加完毕!"_s) << "a new article";
     EXPECT_EQ(fields.id, u"3"_s);
-    EXPECT_EQ(article(3), QStringList{u"1990-01-01 00:00:00|ON|主题||it's| 第一行'\n第二行 |0"_s});
+    EXPECT_EQ(article(3),
+              QStringList{u"1990-01-01 00:00:00|O'N|主'题|'|it's| 第一行'\n第二行 |0"_s});
     fields.author.clear();
     EXPECT_EQ(editor_.save(fields), u"修改完毕!"_s);
-    EXPECT_EQ(article(3), QStringList{u"1990-01-01||主题||it's| 第一行'\n第二行 |0"_s});
+    EXPECT_EQ(article(3), QStringList{u"1990-01-01||主'题|'|it's| 第一行'\n第二行 |0"_s});
     EXPECT_TRUE(editor_.add(fields)) << "a further add makes another copy";
     EXPECT_EQ(fields.id, u"4"_s);
 }

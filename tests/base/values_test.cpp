@@ -124,11 +124,11 @@ TEST(Values, TwoDecimalsRoundHalvesAwayFromZero) {
 TEST(Values, TimesAndBlankSafeTexts) {
     EXPECT_EQ(timeText(QDateTime(QDate(2016, 4, 1), QTime(0, 5, 9))), u"2016-04-01 00:05:09"_s);
     EXPECT_EQ(dateText(QDate(2016, 12, 31)), u"2016-12-31"_s);
-    EXPECT_EQ(zhuanyisql(u" it's ''"_s), u" it''s ''''"_s);
+    EXPECT_EQ(quoted(u" it's ''"_s + QChar::Null), u"' it''s '''''"_s);
+    EXPECT_EQ(quoted({}), u"''"_s);
     EXPECT_EQ(kongzhuanhuan(u" it's "_s), u" it's "_s);
     EXPECT_EQ(trimBlanks(u"  主题\u3000 "_s), u"主题\u3000"_s);
     for (const QString& blank : {QString(), u""_s, u"   "_s}) {
-        EXPECT_EQ(zhuanyisql(blank), QString());
         EXPECT_EQ(kongzhuanhuan(blank), QString());
     }
 }

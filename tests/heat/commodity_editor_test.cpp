@@ -34,7 +34,8 @@ TEST_F(CommodityEditorTest, ANewCommodityStandsAsCollectedTwoDaysAgo) {
     EXPECT_EQ(shown->stocks + shown->attention, u"SZ0009605.5"_s);
     EXPECT_EQ(list(), before);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此商品已存在!'锡',请点击修改按钮!"_s);
-    EXPECT_THROW(editor_.add({u"O'x"_s, {}, {}}, show), StoreError);
+    editor_.add({u"O'x"_s, {}, {}}, show);
+    EXPECT_EQ(list().last(), u"O'x|0||2026-03-01 00:00:00|2026-02-27 00:00:00"_s);
 }
 
 TEST_F(CommodityEditorTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {

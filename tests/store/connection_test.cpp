@@ -135,6 +135,30 @@ TEST_F(ConnectionTest, AStatementMustBeOneAndAFailureTellsWhichItWas) {
     }
 }
 
+TEST_F(ConnectionTest, WhereOnlyReadingIsAllowedNothingElseIs) {
+    store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
+    Connection connection = store_.stores.main.open();
+    connection.onlyRead();
+    const QString other = store_.folder() + u"other.db"_s;
+    for (const QString& statement :
+         {u"delete from dmb"_s, u"update dmb set jc=''"_s, u"drop table dmb"_s,
+          u"create temp table a(b)"_s, QString(u"attach '"_s + other + u"' as other"_s),
+          u"pragma query_only=off"_s, u"pragma table_info(dmb)"_s, u"begin immediate"_s,
+          u"select sqlcipher_export('main')"_s, u"select load_extension('x')"_s}) {
+        try {
+            connection.execute(statement);
+            ADD_FAILURE() << statement.toStdString();
+        } catch (const StoreError& failure) {
+            EXPECT_EQ(failure.reason(), u"这里只能查询"_s) << statement.toStdString();
+        }
+    }
+    EXPECT_FALSE(QFile::exists(other));
+    const Recordset read(connection,
+                         u"with recursive n(i) as (select 1 union all select i+1 from n where i<3)"
+                         u" select count(*),max(round(i,1)),upper(jc) from n,dmb"_s);
+    EXPECT_EQ(read.value(2).toText(), u"浦发银行"_s);
+}
+
 TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
     Connection connection = store_.stores.main.open();
     Recordset rows(connection,
