@@ -14,6 +14,7 @@
 #include "base/pause.h"
 #include "base/values.h"
 #include "frame/looks.h"
+#include "frame/run_share.h"
 #include "market/form21.h"
 #include "research/form24.h"
 #include "store/failure.h"
@@ -50,7 +51,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
                  environment.failures, desktop_.sound,
                  [this] { return alarmView_->showMonitors(); }),
-      exchangeRun_(environment.pump, [this](const ExchangeProgress& it) { showExchange(it); }),
+      exchangeRun_([this](const ShownExchange& it) { showExchange(it); }),
       backupExport_(environment.stores, environment.dialogs, exchangeRun_),
       versionCheck_(environment.globals, environment.services.vendor, environment.client,
                     environment.dialogs, environment.shell) {
@@ -73,6 +74,9 @@ void Form2::setUpControls() {
     ui_->Command4->setIcon(updateIcon());
     ui_->progress->hide();
     ui_->stopRun->hide();
+    for (QWidget* shown : exchangeControls()) {
+        shown->hide();
+    }
     ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
@@ -109,7 +113,8 @@ void Form2::connectControls() {
     connect(ui_->Command3, &QPushButton::clicked, this, &Form2::Command3_Click);
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
     connect(ui_->stopRun, &QPushButton::clicked, this, &Form2::stopQuotes);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &Form2::stopQuotes);
+    connect(ui_->stopExchange, &QPushButton::clicked, this, [this] { exchangeRun_.stop(); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &Form2::stopRuns);
     connect(ui_->stopSound, &QPushButton::clicked, &alarmDesk_, &AlarmDesk::stopSound);
 }
 
@@ -145,21 +150,24 @@ void Form2::connectTimers() {
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
 }
 
-void Form2::startExchange(const QString& name, const Runs::Job& command) {
-    exchangeRuns_.start([this, name, command](std::stop_token stop) -> QCoro::Task<> {
-        ui_->Label1->setText(u"正在"_s + name + u"…"_s);
-        const auto end = qScopeGuard([this] { ui_->Label1->clear(); });
-        co_await command(stop);
-    });
+QWidgetList Form2::exchangeControls() const {
+    return {ui_->exchangeName, ui_->exchangeProgress, ui_->stopExchange};
 }
 
-void Form2::showExchange(const ExchangeProgress& progress) {
+void Form2::showExchange(const ShownExchange& run) {
     for (QAction* entry : {ui_->导出数据, ui_->导入新闻和商品, ui_->导入文章}) {
-        entry->setEnabled(!progress.running);
+        entry->setEnabled(!run.running);
     }
-    ui_->progress->setMaximum(progress.total);
-    ui_->progress->setValue(progress.done);
-    ui_->progress->setVisible(progress.running);
+    for (QWidget* shown : exchangeControls()) {
+        shown->setVisible(run.running);
+    }
+    ui_->exchangeName->setText(u"正在"_s + run.name + u"…"_s);
+    showShare(*ui_->exchangeProgress, run.progress.done, run.progress.total, run.timeLeft);
+}
+
+void Form2::stopRuns() {
+    stopQuotes();
+    exchangeRun_.stop();
 }
 
 void Form2::connectGrids() {
@@ -219,7 +227,7 @@ void Form2::Command4_Click() {
     if (!ui_->Command4->isEnabled()) {
         return;
     }
-    // An import holds the store: a batch would wait for this program's own lock.
+    // A download holds the store: a batch would wait for this program's own lock.
     if (environment_.globals.hqmang > 0) {
         environment_.dialogs.tell(u"正在写入数据，请稍后再更新行情。"_s);
         return;
@@ -376,12 +384,12 @@ void Form2::closeEvent(QCloseEvent* event) {
     programEnd_.closeMainWindow();
 }
 
-// An exchange holds the lock of a store, to which the end of the program writes.
+// A worker whose run is over may still hold a store, to which the end of the program writes.
 QCoro::Task<> Form2::endRuns(std::stop_token stop) {
     quoteRuns_.stop();
     versionChecks_.stop();
-    exchangeRun_.cancel();
-    co_await exchangeRuns_.end(stop);
+    exchangeRuns_.stop();
+    co_await workersEnded(stop);
 }
 
 void Form2::tuopan显示_Click() {

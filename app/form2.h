@@ -72,8 +72,9 @@ private:
 
     void watchTray();
     void showSound(const QString& file);
-    void startExchange(const QString& name, const Runs::Job& command);
-    void showExchange(const ExchangeProgress& progress);
+    QWidgetList exchangeControls() const;
+    void showExchange(const ShownExchange& run);
+    void stopRuns();
     void arrangeGrids();
     void redraw(Redraw part, const QString& theme);
     QCoro::Task<> updateQuotes(std::stop_token stop);

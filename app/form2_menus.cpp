@@ -161,8 +161,7 @@ void Form2::connectArticles() {
 
 void Form2::connectExchange() {
     const auto command = [this](const QAction* entry, const Runs::Job& run) {
-        connect(entry, &QAction::triggered, this,
-                [this, entry, run] { startExchange(entry->text(), run); });
+        connect(entry, &QAction::triggered, this, [this, run] { exchangeRuns_.start(run); });
     };
     command(ui_->导出数据, [this](std::stop_token stop) { return backupExport_.exportData(stop); });
     command(ui_->导入新闻和商品, [this](std::stop_token stop) {

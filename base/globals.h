@@ -27,7 +27,7 @@ struct Globals {
 
     QDate jintian;  // 今天: the day at start-up
 
-    qint16 hqmang = 0;         // 行情忙: 1 while a quote batch, a download or an import writes
+    qint16 hqmang = 0;         // 行情忙: 1 while a quote batch or a download writes
     qint16 jiaoyishiduan = 0;  // 交易时段: 1 in a session, at the last refresh or quote window
     qint16 jiankongkaiqi = 0;  // 监控开启: 1 while monitoring runs
     QDate jiankongshoudong;    // 监控手动: the day on which a hand started or stopped it

@@ -20,6 +20,7 @@
 #include <utility>
 
 #include "base/later.h"
+#include "base/pause.h"
 
 namespace guanchao {
 
@@ -114,6 +115,14 @@ QCoro::Task<std::optional<std::invoke_result_t<Job, Work<Progress>&>>> inWorker(
     look();
     Given given = future.takeResult();
     co_return given;
+}
+
+// For who is about to leave or to touch what jobs use: ends once none is under way. Those whose
+// window is gone end at their next look.
+inline QCoro::Task<> workersEnded(std::stop_token stop) {
+    while (QThreadPool::globalInstance()->activeThreadCount() > 0) {
+        co_await pause(betweenLooks, stop);
+    }
 }
 
 }  // namespace guanchao

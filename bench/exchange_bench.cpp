@@ -2,6 +2,9 @@
 // theme table, which both sides empty within their time.
 #include <QHash>
 #include <QTemporaryDir>
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "bench/bare_store.h"
 #include "bench/compare.h"
@@ -11,11 +14,10 @@
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "formats/gbk.h"
+#include "store/held_stores.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "store/store_file.h"
-#include "tests/support/fakes.h"
-#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -51,9 +53,8 @@ struct Exchange {
         createStore(stores.article.path, stores.article.key, schemaText(Schema::article));
         createStore(stores.backupTemplate.path, stores.backupTemplate.key,
                     schemaText(Schema::backup));
-        dialogs.typed = folder.path() + u'/';
-        outcomeOf(backup.exportData({}));
-        library = {dialogs.typed + u"zhutibackup.ztb"_s, stores.backupKey};
+        writeBackup(stores, exports, work);
+        library = {exports + u"zhutibackup.ztb"_s, stores.backupKey};
     }
 
     QStringList exportInserts() const {
@@ -125,16 +126,37 @@ struct Exchange {
     void emptyThemes() const { stores.main.open().execute(u"delete from dzhzhuti"_s); }
 
     QTemporaryDir folder;
+    QString exports = folder.path() + u'/';
     Stores stores = storesIn(applicationFolder(folder.path()));
     StoreFile library;
-    Globals globals;
-    FakeClock clock;
-    FakeDialogs dialogs;
-    FakePump pump;
-    ExchangeRun run{pump, [](const ExchangeProgress&) {}};
-    BackupExport backup{stores, dialogs, run};
-    ThemeImport theme{stores, globals, clock, dialogs, run};
-    TextImport textFile{stores, globals, clock, dialogs, run};
+    ExchangeWork work{{}, {}};
+};
+
+// How long the program holds the store, looked at every half millisecond.
+class HeldTime {
+public:
+    explicit HeldTime(const StoreFile& store)
+        : looking_([this, path = store.path] { look(path); }) {}
+    // In milliseconds, a run.
+    double average(benchmark::IterationCount runs) {
+        ended_ = true;
+        looking_.join();
+        return static_cast<double>(held_.count()) / 1e6 / static_cast<double>(runs);
+    }
+
+private:
+    void look(const QString& path) {
+        for (auto last = std::chrono::steady_clock::now(); !ended_;) {
+            std::this_thread::sleep_for(std::chrono::microseconds(500));
+            const auto now = std::chrono::steady_clock::now();
+            held_ += holderOf(path) ? now - last : std::chrono::nanoseconds(0);
+            last = now;
+        }
+    }
+
+    std::chrono::nanoseconds held_{0};
+    std::atomic<bool> ended_ = false;
+    std::thread looking_;
 };
 
 void exportOfAllThemes(benchmark::State& state) {
@@ -152,16 +174,17 @@ void exportOfAllThemes(benchmark::State& state) {
             bareLoop(library, {u"begin immediate"_s});
             bareLoop(library, inserts);
             bareLoop(library, {u"commit"_s});
-            copyStore(it.stores.article, it.dialogs.typed + u"/wenzhang.ztb"_s);
-            copyStore(it.stores.heat, it.dialogs.typed + u"/caijiqi.ztb"_s);
+            copyStore(it.stores.article, it.exports + u"/wenzhang.ztb"_s, [] {});
+            copyStore(it.stores.heat, it.exports + u"/caijiqi.ztb"_s, [] {});
         },
-        [&] { outcomeOf(it.backup.exportData({})); });
+        [&] { writeBackup(it.stores, it.exports, it.work); });
 }
 BENCHMARK(exportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void libraryImportOfAllThemes(benchmark::State& state) {
     Exchange it;
     const QStringList statements = it.libraryImport();
+    HeldTime held(it.stores.main);
     compare(
         state,
         [&] {
@@ -171,8 +194,9 @@ void libraryImportOfAllThemes(benchmark::State& state) {
         },
         [&] {
             it.emptyThemes();
-            it.theme.importLibrary(it.library.path);
+            mergeLibrary(it.stores, it.library.path, importTime, it.work);
         });
+    state.counters["held_ms"] = held.average(state.iterations());
 }
 BENCHMARK(libraryImportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
@@ -180,12 +204,14 @@ void textImportOfAllThemes(benchmark::State& state) {
     Exchange it;
     const TextSource source{it.folder.path() + u"/themes.txt"_s, true, u"TAB键"_s, u"TAB键"_s};
     const QStringList statements = it.textImport(source.path);
+    HeldTime held(it.stores.main);
     compare(
         state, [&] { it.bareImport(statements); },
         [&] {
             it.emptyThemes();
-            it.textFile.importText(source);
+            mergeText(it.stores, source, importTime, it.work);
         });
+    state.counters["held_ms"] = held.average(state.iterations());
 }
 BENCHMARK(textImportOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 

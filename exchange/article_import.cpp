@@ -37,7 +37,8 @@ QCoro::Task<> importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun
                               .store = stores.article,
                               .tables = {{u"文章"_s, articles()}},
                               .done = u"导入文章完成，共导入新的文章："_s,
-                              .unit = u"篇"_s};
+                              .unit = u"篇"_s,
+                              .stopped = u"导入已停止，没有导入任何文章。"_s};
     return mergePickedFile(merge, dialogs, run, stop);
 }
 

@@ -25,7 +25,45 @@ void makeDefaultFolder(const QString& folder) {
     }
 }
 
+// What the library takes, read before its file is begun.
+struct LibraryRows {
+    explicit LibraryRows(Connection main) : themes(main, themesQuery), codes(main, codesQuery) {}
+
+    Recordset themes;
+    Recordset codes;
+};
+
+void writeLibrary(LibraryRows rows, const StoreFile& library, ExchangeSteps& steps) {
+    Connection connection = library.open();
+    Transaction transaction(connection);
+    for (Recordset& row = rows.themes; !row.atEnd(); row.moveNext()) {
+        connection.execute(insertTheme(row, row.value(3).toText()));
+        steps.stepDone();
+    }
+    for (Recordset& row = rows.codes; !row.atEnd(); row.moveNext()) {
+        connection.execute(insertCode(row, row.value(0).toText(), row.value(4).toText()));
+        steps.stepDone();
+    }
+    transaction.commit();
+}
+
 }  // namespace
+
+void writeBackup(const Stores& stores, const QString& folder, ExchangeWork& work) {
+    const Activity activity(u"导出数据"_s,
+                            u"程序自己的数据没有改动，没有写完的备份文件没有换掉原来的。"_s);
+    ExchangeSteps steps(work);
+    const auto blockDone = [&steps] { steps.stepDone(); };
+    replaceStore(folder + u"zhutibackup.ztb"_s, [&](const QString& path) {
+        copyFile(stores.backupTemplate.path, path);
+        const LibraryRows rows(stores.main.open());
+        steps.expect(rows.themes.count() + rows.codes.count() + blocksOf(stores.article) +
+                     blocksOf(stores.heat));
+        writeLibrary(rows, {path, stores.backupKey}, steps);
+    });
+    copyStore(stores.article, folder + u"/wenzhang.ztb"_s, blockDone);
+    copyStore(stores.heat, folder + u"/caijiqi.ztb"_s, blockDone);
+}
 
 BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
     : stores_(stores), dialogs_(dialogs), run_(run) {}
@@ -46,44 +84,15 @@ QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
         dialogs_.tell(u"请先建立备份文件夹:"_s + folder);
         co_return;
     }
-    if (writeFiles(folder)) {
-        dialogs_.tell(u"已导出数据到："_s + folder +
-                      u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
-                      u"主题新闻数量库：caijiqi.ztb"_s);
-    }
-}
-
-bool BackupExport::writeFiles(const QString& folder) {
-    const Activity activity(u"导出数据"_s,
-                            u"程序自己的数据没有改动，没有写完的备份文件没有换掉原来的。"_s);
-    return run_.run([&] {
-        // The first path is joined as it stands: a folder typed without its final separator gives
-        // a file beside the folder.
-        replaceStore(folder + u"zhutibackup.ztb"_s,
-                     [this](const QString& path) { writeLibrary(path); });
-        copyStore(stores_.article, folder + u"/wenzhang.ztb"_s);
-        copyStore(stores_.heat, folder + u"/caijiqi.ztb"_s);
-    });
-}
-
-void BackupExport::writeLibrary(const QString& path) {
-    copyFile(stores_.backupTemplate.path, path);
-    Connection main = stores_.main.open();
-    Connection library(path, stores_.backupKey);
-    Transaction transaction(library);
-    const auto write = [&](Recordset rows, const std::function<QString(const Recordset&)>& insert) {
-        run_.expect(rows.count());
-        for (; !rows.atEnd(); rows.moveNext()) {
-            library.execute(insert(rows));
-            run_.rowDone();
-        }
+    const auto job = [stores = stores_, folder](ExchangeWork& work) {
+        writeBackup(stores, folder, work);
+        return true;
     };
-    write(Recordset(main, themesQuery),
-          [](const Recordset& row) { return insertTheme(row, row.value(3).toText()); });
-    write(Recordset(main, codesQuery), [](const Recordset& row) {
-        return insertCode(row, row.value(0).toText(), row.value(4).toText());
-    });
-    transaction.commit();
+    const std::optional<bool> written = co_await run_.run(u"导出数据"_s, job, stop);
+    dialogs_.tell(written ? u"已导出数据到："_s + folder +
+                                u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
+                                u"主题新闻数量库：caijiqi.ztb"_s
+                          : u"导出已停止，没有写完的备份文件没有换掉原来的。"_s);
 }
 
 }  // namespace guanchao

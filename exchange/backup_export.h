@@ -9,17 +9,19 @@
 
 namespace guanchao {
 
+// Writes the three files. The folder is joined with the name of the library as it stands: one typed
+// without its final separator gives a file beside it.
+void writeBackup(const Stores& stores, const QString& folder, ExchangeWork& work);
+
 class BackupExport {
 public:
     BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run);
 
-    // Asks for the folder, writes the three files and tells where they are.
+    // Asks for the folder, writes the files and tells where they are, or that the user has stopped
+    // it.
     QCoro::Task<> exportData(std::stop_token stop);
 
 private:
-    bool writeFiles(const QString& folder);
-    void writeLibrary(const QString& path);
-
     const Stores& stores_;
     Dialogs& dialogs_;
     ExchangeRun& run_;

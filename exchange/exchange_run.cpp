@@ -1,43 +1,36 @@
 #include "exchange/exchange_run.h"
 
+#include "base/activity.h"
+#include "base/time_left.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr int stepsPerPause = 100;
-
-}  // namespace
-
-ExchangeRun::ExchangeRun(EventPump& pump, Show show)
-    : show_(std::move(show)),
-      run_(pump, u"另一次导入或导出正在进行，请等它结束。"_s, [this] { beginOrEnd(); }) {}
-
-void ExchangeRun::beginOrEnd() {
-    progress_ = ExchangeProgress();
-    progress_.running = run_.running();
-    steps_ = 0;
-    show_(progress_);
-}
-
-void ExchangeRun::rowDone() {
-    ++progress_.done;
-    breathe();
-}
-
-void ExchangeRun::breathe() {
-    if (steps_++ % stepsPerPause != 0) {
-        return;
+void ExchangeRun::requireIdle(const QString& activity) const {
+    if (running()) {
+        const Activity refused(activity);
+        throw OperationError(u"另一次导入或导出正在进行，请等它结束。"_s);
     }
-    show_(progress_);
-    run_.letEventsHappen();
 }
 
-Transaction longTransaction(Connection& connection) {
-    // A full cache would otherwise be written early, under a lock that keeps readers out.
-    connection.execute(u"pragma cache_spill=off"_s);
-    return Transaction(connection);
+void ExchangeRun::begin(const QString& name) {
+    wanted_ = std::stop_source();
+    since_.start();
+    shown_ = {.running = true, .name = name, .progress = {}, .timeLeft = {}};
+    show_(shown_);
+}
+
+void ExchangeRun::show(const ExchangeProgress& progress) {
+    shown_.progress = progress;
+    shown_.timeLeft = timeLeftWords(std::chrono::nanoseconds(since_.nsecsElapsed()), progress.done,
+                                    progress.total);
+    show_(shown_);
+}
+
+void ExchangeRun::end() {
+    shown_ = {};
+    show_(shown_);
 }
 
 }  // namespace guanchao

@@ -1,60 +1,95 @@
-// One run of an export or an import: how far it is, the events that it lets happen, and its end
-// when the window to which it belongs is closed. Progress counts rows of tables or lines of a file.
+// The run of an export or an import as its window sees it: one at a time, in a worker. It tells how
+// far the job is and lets the user stop it. Progress counts rows of tables, lines of a file and
+// blocks of a store that is copied.
 #pragma once
 
+#include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QString>
 #include <functional>
 
-#include "base/cancellable_run.h"
-#include "store/connection.h"
+#include "base/worker.h"
 
 namespace guanchao {
 
 struct ExchangeProgress {
-    bool running = false;
     int done = 0;
     int total = 0;
     QString jc;  // the short name of the stock in work, where there is one
 };
 
-// What is told of an import that was cancelled: its transaction has been rolled back.
+using ExchangeWork = Work<ExchangeProgress>;
+
+// For a job: what it tells of its steps. Each is small; a stopped job ends at the end of one.
+class ExchangeSteps {
+public:
+    explicit ExchangeSteps(ExchangeWork& work) : work_(work) {}
+
+    void expect(int steps) { progress_.total += steps; }
+    void setJc(const QString& jc) { progress_.jc = jc; }
+    void stepDone() {
+        ++progress_.done;
+        work_.tell(progress_);
+        work_.endIfStopped();
+    }
+    // Within a step.
+    void endIfStopped() const { work_.endIfStopped(); }
+
+private:
+    ExchangeWork& work_;
+    ExchangeProgress progress_;
+};
+
+// What a window shows of its run.
+struct ShownExchange {
+    bool running = false;
+    QString name;  // 导出数据
+    ExchangeProgress progress;
+    QString timeLeft;  // empty while it can't be told
+};
+
+// What is told of an import that the user has stopped: nothing of it has been written.
 inline const QString importStopped = QStringLiteral("导入已停止，没有导入任何数据。");
 
 class ExchangeRun {
 public:
-    using Show = std::function<void(const ExchangeProgress&)>;
+    using Show = std::function<void(const ShownExchange&)>;
 
     // `show` is called at the beginning, every so often and at the end, then with `running` false.
-    ExchangeRun(EventPump& pump, Show show);
+    explicit ExchangeRun(Show show) : show_(std::move(show)) {}
 
-    // Does the job. False if it was cancelled, which leaves its open transactions rolled back.
-    // Raises what the job raises, and OperationError if a run is under way.
-    bool run(const std::function<void()>& job) { return run_.run(job); }
+    // Gives what the job gives, or nothing if the user has stopped it. Raises what it raises, and
+    // OperationError, which names this run, if another is under way.
+    template <typename Job>
+    QCoro::Task<std::optional<std::invoke_result_t<Job, ExchangeWork&>>> run(QString name, Job job,
+                                                                             std::stop_token stop) {
+        using Given = std::optional<std::invoke_result_t<Job, ExchangeWork&>>;
+        requireIdle(name);
+        begin(name);
+        const auto end = qScopeGuard([this] { this->end(); });
+        const std::function<void(const ExchangeProgress&)> tell =
+            [this](const ExchangeProgress& progress) { show(progress); };
+        Given given =
+            co_await inWorker<ExchangeProgress>(std::move(job), tell, wanted_.get_token(), stop);
+        co_return given;
+    }
 
-    // For the job: more rows are to come; one row is done; a part of a row is done. The last two
-    // let events happen now and then, and don't return from a run that has been cancelled.
-    void expect(int rows) { progress_.total += rows; }
-    void rowDone();
-    void breathe();
-    void setJc(const QString& jc) { progress_.jc = jc; }
+    // The user wants it to end.
+    void stop() { wanted_.request_stop(); }
+    bool running() const { return shown_.running; }
 
-    // The window must live on until run() has returned.
-    void cancel() { run_.cancel(); }
-    bool running() const { return run_.running(); }
-
-    // Raises OperationError while a run is under way: two would wait for each other's locks.
-    void requireIdle() const { run_.requireIdle(); }
+    // Raises OperationError while a run is under way, for what that would get in the way of.
+    void requireIdle(const QString& activity) const;
 
 private:
-    void beginOrEnd();
+    void begin(const QString& name);
+    void show(const ExchangeProgress& progress);
+    void end();
 
     Show show_;
-    CancellableRun run_;
-    ExchangeProgress progress_;
-    int steps_ = 0;
+    ShownExchange shown_;
+    std::stop_source wanted_;
+    QElapsedTimer since_;
 };
-
-// A transaction that stays open while events happen: other windows can read all the while.
-Transaction longTransaction(Connection& connection);
 
 }  // namespace guanchao

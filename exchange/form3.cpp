@@ -1,9 +1,9 @@
 #include "exchange/form3.h"
 
-#include <QScopeGuard>
 #include <utility>
 
 #include "frame/file_field.h"
+#include "frame/run_share.h"
 #include "platform/fixed_folders.h"
 #include "ui_form3.h"
 
@@ -14,11 +14,9 @@ using namespace Qt::Literals::StringLiterals;
 Form3::Form3(Environment& environment, Windows&)
     : environment_(environment),
       ui_(std::make_unique<Ui::Form3>()),
-      run_(environment.pump, [this](const ExchangeProgress& it) { showRun(it); }),
-      themeImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-                   run_),
-      textImport_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-                  run_),
+      run_([this](const ShownExchange& it) { showRun(it); }),
+      themeImport_(environment.stores, environment.clock, environment.dialogs, run_),
+      textImport_(environment.stores, environment.clock, environment.dialogs, run_),
       runs_(environment.failures) {
     ui_->setupUi(this);
     prepareControls();
@@ -39,6 +37,8 @@ void Form3::prepareControls() {
     ui_->MSHFlexGrid1->setGrid(preview_);
     ui_->MSHFlexGrid1->setHint(u"点“预   览”，这里列出第一行的结果"_s);
     ui_->progress->hide();
+    ui_->stopRun->hide();
+    stopKey_.setEnabled(false);
     ui_->Label11->setEnabled(!environment_.services.vendor.host.isEmpty());
 }
 
@@ -51,6 +51,8 @@ void Form3::connectControls() {
     connect(ui_->Command6, &QPushButton::clicked, this, &Form3::Command6_Click);
     connect(ui_->Command7, &QPushButton::clicked, this, &Form3::Command7_Click);
     connect(ui_->Command8, &QPushButton::clicked, this, &Form3::Command8_Click);
+    connect(ui_->stopRun, &QPushButton::clicked, this, [this] { run_.stop(); });
+    connect(&stopKey_, &QShortcut::activated, this, [this] { run_.stop(); });
     connect(ui_->Label11, &QLabel::linkActivated, this, &Form3::Label11_Click);
 }
 
@@ -60,7 +62,9 @@ void Form3::Option_Click() {
 }
 
 void Form3::Command2_Click() {
-    runImport(*ui_->Command2, [this] { themeImport_.importLibrary(ui_->Text1->text()); });
+    runImport(*ui_->Command2, [this](std::stop_token stop) {
+        return themeImport_.importLibrary(ui_->Text1->text(), stop);
+    });
 }
 
 void Form3::Command3_Click() {
@@ -68,7 +72,8 @@ void Form3::Command3_Click() {
 }
 
 void Form3::Command4_Click() {
-    runImport(*ui_->Command4, [this] { textImport_.importText(textSource()); });
+    runImport(*ui_->Command4,
+              [this](std::stop_token stop) { return textImport_.importText(textSource(), stop); });
 }
 
 void Form3::Command5_Click() {
@@ -102,24 +107,21 @@ TextSource Form3::textSource() const {
             ui_->Combo2->currentText()};
 }
 
-// The refusal of a second run must leave the first its button.
-void Form3::runImport(QPushButton& button, const std::function<void()>& job) {
-    QPushButton* const outerButton = std::exchange(runButton_, &button);
-    const auto end = qScopeGuard([&] {
-        runButton_ = outerButton;
-        ui_->Label1->clear();
-    });
-    doRun(job);
+// A second run is refused, and must leave the first its button.
+void Form3::runImport(QPushButton& button, const Runs::Job& job) {
+    if (!run_.running()) {
+        runButton_ = &button;
+    }
+    runs_.start(job);
 }
 
-void Form3::showRun(const ExchangeProgress& progress) {
-    runButton_->setEnabled(!progress.running);
-    ui_->progress->setVisible(progress.running);
-    if (progress.running) {
-        ui_->progress->setMaximum(progress.total);
-        ui_->progress->setValue(progress.done);
-        ui_->Label1->setText(progress.jc);
-    }
+void Form3::showRun(const ShownExchange& run) {
+    runButton_->setEnabled(!run.running);
+    stopKey_.setEnabled(run.running);
+    ui_->stopRun->setVisible(run.running);
+    ui_->progress->setVisible(run.running);
+    ui_->Label1->setText(run.progress.jc);
+    showShare(*ui_->progress, run.progress.done, run.progress.total, run.timeLeft);
 }
 
 }  // namespace guanchao

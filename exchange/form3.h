@@ -3,6 +3,8 @@
 // the rules are in ThemeImport and TextImport.
 #pragma once
 
+#include <QDialog>
+#include <QShortcut>
 #include <memory>
 
 #include "base/runs.h"
@@ -10,7 +12,6 @@
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "frame/environment.h"
-#include "frame/run_window.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 
@@ -23,7 +24,7 @@ class Form3;
 
 namespace guanchao {
 
-class Form3 : public RunWindow {
+class Form3 : public QDialog {
     Q_OBJECT
 
 public:
@@ -31,8 +32,6 @@ public:
     ~Form3() override;
 
 private:
-    bool runs() const override { return run_.running(); }
-    void cancelRun() override { run_.cancel(); }
     void prepareControls();
     void connectControls();
     void Option_Click();
@@ -47,8 +46,8 @@ private:
 
     TextSource textSource() const;
     void pickInto(QLineEdit& field, const QString& title, const QString& file);
-    void runImport(QPushButton& button, const std::function<void()>& job);
-    void showRun(const ExchangeProgress& progress);
+    void runImport(QPushButton& button, const Runs::Job& job);
+    void showRun(const ShownExchange& run);
 
     Environment& environment_;
     std::unique_ptr<Ui::Form3> ui_;
@@ -56,7 +55,8 @@ private:
     ExchangeRun run_;
     ThemeImport themeImport_;
     TextImport textImport_;
-    QPushButton* runButton_ = nullptr;  // of the run under way
+    QShortcut stopKey_{Qt::Key_Escape, this};  // closes the window while nothing runs
+    QPushButton* runButton_ = nullptr;         // of the run under way
     Runs runs_;
 };
 

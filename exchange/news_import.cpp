@@ -84,7 +84,8 @@ QCoro::Task<> importNews(const Stores& stores, Dialogs& dialogs, ExchangeRun& ru
                                          {u"商品行情"_s, commodityDays()},
                                          {u"商品名称"_s, commodities()}},
                               .done = u"导入主题新闻数量完成，共导入新的记录："_s,
-                              .unit = u"条"_s};
+                              .unit = u"条"_s,
+                              .stopped = u"导入已停止，已导入完的一类保留，其余没有导入。"_s};
     return mergePickedFile(merge, dialogs, run, stop);
 }
 

@@ -1,32 +1,45 @@
 #include "exchange/table_merge.h"
 
 #include "base/activity.h"
+#include "exchange/import_on_copies.h"
 #include "platform/pick_file.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-int mergeTables(const StoreMerge& merge, const QString& path, ExchangeRun& run) {
+QList<TableMerge> tablesOf(const StoreMerge& merge) {
+    QList<TableMerge> tables;
+    for (const auto& [words, table] : merge.tables) {
+        tables << table;
+    }
+    return tables;
+}
+
+int mergeTables(const StoreMerge& merge, const QString& path, ExchangeWork& work) {
     Activity activity(merge.activity);
     Connection store = merge.store.open();
     Connection file(path, merge.store.key);
+    ExchangeSteps steps(work);
+    steps.expect(rowsOf(tablesOf(merge), file));
     int added = 0;
-    for (const auto& [table, rows] : merge.tables) {
+    for (const auto& [words, table] : merge.tables) {
         Transaction transaction = longTransaction(store);
-        added += mergeRows(rows, store, file, run);
+        added += mergeRows(table, store, file, steps);
         transaction.commit();
-        activity.wrote(table);
+        activity.wrote(words);
     }
     return added;
 }
 
 }  // namespace
 
-int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run) {
+int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeSteps& steps) {
     int added = 0;
     Recordset rows(file, merge.rows);
-    run.expect(rows.count());
     for (; !rows.atEnd(); rows.moveNext()) {
         const bool present = !Recordset(store, merge.lookUp(rows)).atEnd();
         const QString insert = present ? QString() : merge.insert(rows);
@@ -34,9 +47,23 @@ int mergeRows(const TableMerge& merge, Connection& store, Connection& file, Exch
             store.execute(insert);
             ++added;
         }
-        run.rowDone();
+        steps.stepDone();
     }
     return added;
+}
+
+// A table that can't be read is told when its turn comes.
+int rowsOf(const QList<TableMerge>& merges, Connection& file) {
+    int rows = 0;
+    for (const TableMerge& merge : merges) {
+        try {
+            const Recordset count(file, u"select count(*) from ("_s + merge.rows + u')');
+            rows += static_cast<int>(count.value(0).toInteger());
+        } catch (const StoreError&) {
+            continue;
+        }
+    }
+    return rows;
 }
 
 QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& run,
@@ -46,10 +73,11 @@ QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& r
     if (!path) {
         co_return;
     }
-    int added = 0;
-    if (run.run([&] { added = mergeTables(merge, *path, run); })) {
-        dialogs.tell(merge.done + QString::number(added) + merge.unit);
-    }
+    const auto job = [merge, path = *path](ExchangeWork& work) {
+        return mergeTables(merge, path, work);
+    };
+    const std::optional<int> added = co_await run.run(merge.activity, job, stop);
+    dialogs.tell(added ? merge.done + QString::number(*added) + merge.unit : merge.stopped);
 }
 
 }  // namespace guanchao

@@ -23,8 +23,11 @@ struct TableMerge {
     Statement insert;  // empty: the row is left out
 };
 
-// Gives the number of rows added. The caller has a transaction open.
-int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeRun& run);
+// Gives the number of rows added. The caller has a transaction open, or the rows go into copies.
+int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeSteps& steps);
+
+// How many rows of the file they go through.
+int rowsOf(const QList<TableMerge>& merges, Connection& file);
 
 // The merge of a whole exported store, and what is said of it.
 struct StoreMerge {
@@ -35,10 +38,11 @@ struct StoreMerge {
     QList<std::pair<QString, TableMerge>> tables;  // by what they hold
     QString done;                                  // before the number of rows that are new
     QString unit;                                  // behind it
+    QString stopped;                               // what a stop leaves
 };
 
 // Asks for the file, merges it, each table in a transaction of its own, and tells how many rows are
-// new. After a failure the tables before it stay merged.
+// new, or that the user has stopped it. The tables before a stop or a failure stay merged.
 QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& run,
                               std::stop_token stop);
 

@@ -1,14 +1,13 @@
 #include "exchange/text_import.h"
 
 #include <QFileInfo>
-#include <QScopedValueRollback>
 
 #include "base/values.h"
+#include "exchange/import_on_copies.h"
 #include "exchange/text_file.h"
 #include "exchange/text_preview.h"
 #include "market/stock_code.h"
 #include "store/recordset.h"
-#include "store/sqlite.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -22,16 +21,17 @@ constexpr int mostLinesNamed = 20;
 // A name that begins with a number from here on, such as a year, is no theme.
 constexpr double firstNumberOfNoName = 10;
 
-// The import of line after line in one transaction.
+// The import of line after line.
 class LineImport {
 public:
-    LineImport(Connection& main, const TextSource& source, const QString& date, ExchangeRun& run)
-        : main_(main),
+    LineImport(Connection& copies, const TextSource& source, const QString& date,
+               ExchangeSteps& steps)
+        : copies_(copies),
           codeFirst_(source.codeFirst),
           first_(separatorOf(source.firstSeparator)),
           second_(separatorOf(source.secondSeparator)),
           date_(date),
-          run_(run) {}
+          steps_(steps) {}
 
     void take(const QString& line) {
         const std::optional<LineParts> parts = splitLine(line, first_);
@@ -67,7 +67,7 @@ private:
         if (!jc) {
             return;
         }
-        run_.setJc(*jc);
+        steps_.setJc(*jc);
         for (const QString& name : splitPieces(parts.second, second_)) {
             if (!isDigitsOnly(name) && !isTooLong(name) &&
                 numericPrefix(name) < firstNumberOfNoName) {
@@ -78,42 +78,39 @@ private:
 
     std::optional<QString> shortName(const QString& dm) {
         std::optional<QString> jc;
-        passingOver([&] { jc = guanchao::shortName(main_, dm); });
+        passingOver([&] { jc = guanchao::shortName(copies_, dm); });
         return jc;
     }
 
     void add(const QString& name, const QString& dm, const QString& jc) {
         passingOver([&] {
-            const Recordset present(main_, u"select zhutiname,dm from dzhzhuti where dm='"_s + dm +
-                                               u"' and zhutiname='"_s + name + u"'"_s);
+            const Recordset present(copies_, u"select zhutiname,dm from dzhzhuti where dm='"_s +
+                                                 dm + u"' and zhutiname='"_s + name + u"'"_s);
             if (present.atEnd()) {
-                main_.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('"_s + name +
-                              u"','"_s + dm + u"','"_s + jc + u"','"_s + date_ + u"')"_s);
+                copies_.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('"_s + name +
+                                u"','"_s + dm + u"','"_s + jc + u"','"_s + date_ + u"')"_s);
                 ++count_;
             }
         });
-        run_.breathe();
+        steps_.endIfStopped();
     }
 
-    // A failed statement costs its row only. Some failures, such as a full disk, have made the
-    // store roll back everything: these end the run.
+    // A failed statement costs its row only.
     template <typename Statements>
     void passingOver(Statements statements) {
         try {
             statements();
         } catch (const StoreError&) {
-            if (sqlite3_get_autocommit(main_.handle()) != 0) {
-                throw;
-            }
+            return;
         }
     }
 
-    Connection& main_;
+    Connection& copies_;
     bool codeFirst_;
     QString first_;
     QString second_;
     QString date_;
-    ExchangeRun& run_;
+    ExchangeSteps& steps_;
     int count_ = 0;
 };
 
@@ -134,11 +131,38 @@ QString brokenLinesText(const QStringList& lines) {
            numbers.first(qMin(numbers.size(), mostLinesNamed)).join(u"、"_s) + u" 行"_s + more;
 }
 
+int mergeLines(const Stores& stores, const TextSource& source, const QStringList& lines,
+               const QString& date, ExchangeWork& work) {
+    const AddRows addRows = [&](Connection& copies, ExchangeSteps& steps) {
+        LineImport import(copies, source, date, steps);
+        steps.expect(static_cast<int>(lines.size()));
+        for (const QString& line : lines) {
+            import.take(line);
+            steps.stepDone();
+        }
+        return import.count();
+    };
+    return importOnCopies(stores.main, {{u"dzhzhuti"_s, u"zhutiname,dm"_s}, {u"dmb"_s, u"dm,jc"_s}},
+                          addRows, work);
+}
+
 }  // namespace
 
-TextImport::TextImport(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                       ExchangeRun& run)
-    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), run_(run) {}
+ImportedText mergeText(const Stores& stores, const TextSource& source, const QString& date,
+                       ExchangeWork& work) {
+    const Activity activity(u"导入文本主题库"_s);
+    const QStringList lines = readLines(source.path);
+    const int count = mergeLines(stores, source, lines, date, work);
+    if (count > 0) {
+        const Activity stamping(u"导入文本主题库"_s,
+                                u"主题已经导入，只有主题库更新时间没有写入。"_s);
+        stores.main.open().execute(u"update tempcanshu set xiugaizhutitime='"_s + date + u"'"_s);
+    }
+    return {count, brokenLinesText(lines)};
+}
+
+TextImport::TextImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), run_(run) {}
 
 // The path stands behind all three messages.
 bool TextImport::isUsable(const TextSource& source) {
@@ -177,48 +201,23 @@ void TextImport::preview(const TextSource& source, ResultGrid& grid) {
     }
 }
 
-void TextImport::importText(const TextSource& source) {
+QCoro::Task<> TextImport::importText(TextSource source, std::stop_token stop) {
     if (!isUsable(source)) {
-        return;
+        co_return;
     }
-    const Activity activity(u"导入文本主题库"_s);
-    QString brokenLines;
-    int count = 0;
-    const bool complete = run_.run([&] {
-        const QStringList lines = readLines(source.path);
-        brokenLines = brokenLinesText(lines);
-        count = importLines(source, lines);
-    });
-    if (!complete) {
+    const auto job = [stores = stores_, source, date = timeText(clock_.now())](ExchangeWork& work) {
+        return mergeText(stores, source, date, work);
+    };
+    const std::optional<ImportedText> imported = co_await run_.run(u"导入文本主题库"_s, job, stop);
+    if (!imported) {
         dialogs_.tell(importStopped);
-        return;
+        co_return;
     }
-    dialogs_.tell(u"导入文本主题库完成，共导入新的数据："_s + QString::number(count) + u"条"_s);
-    if (!brokenLines.isEmpty()) {
-        dialogs_.tell(brokenLines);
+    dialogs_.tell(u"导入文本主题库完成，共导入新的数据："_s + QString::number(imported->count) +
+                  u"条"_s);
+    if (!imported->brokenLines.isEmpty()) {
+        dialogs_.tell(imported->brokenLines);
     }
-}
-
-int TextImport::importLines(const TextSource& source, const QStringList& lines) {
-    Connection main = stores_.main.open();
-    const QString date = timeText(clock_.now());
-    LineImport import(main, source, date, run_);
-    {
-        const QScopedValueRollback busy(globals_.hqmang, qint16(1));
-        Transaction transaction = longTransaction(main);
-        run_.expect(static_cast<int>(lines.size()));
-        for (const QString& line : lines) {
-            import.take(line);
-            run_.rowDone();
-        }
-        transaction.commit();
-    }
-    if (import.count() > 0) {
-        const Activity activity(u"导入文本主题库"_s,
-                                u"主题已经导入，只有主题库更新时间没有写入。"_s);
-        main.execute(u"update tempcanshu set xiugaizhutitime='"_s + date + u"'"_s);
-    }
-    return import.count();
 }
 
 }  // namespace guanchao

@@ -4,7 +4,6 @@
 // written raises StoreError after the import.
 #pragma once
 
-#include "base/globals.h"
 #include "exchange/exchange_run.h"
 #include "exchange/theme_text.h"
 #include "grid/result_grid.h"
@@ -14,24 +13,29 @@
 
 namespace guanchao {
 
+struct ImportedText {
+    int count = 0;        // of new pairs
+    QString brokenLines;  // the words that name them; empty if there are none
+};
+
+ImportedText mergeText(const Stores& stores, const TextSource& source, const QString& date,
+                       ExchangeWork& work);
+
 class TextImport {
 public:
-    TextImport(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-               ExchangeRun& run);
+    TextImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run);
 
     // Shows in the grid what the first line would bring, and then tells what is wrong with it.
     void preview(const TextSource& source, ResultGrid& grid);
 
-    // Adds the pairs of theme and code that are missing and tells their number, or that the run was
-    // cancelled. Lines with broken bytes are left out and named.
-    void importText(const TextSource& source);
+    // Adds the pairs of theme and code that are missing and tells their number, or that the user
+    // has stopped it. Lines with broken bytes are left out and named.
+    QCoro::Task<> importText(TextSource source, std::stop_token stop);
 
 private:
     bool isUsable(const TextSource& source);
-    int importLines(const TextSource& source, const QStringList& lines);
 
     const Stores& stores_;
-    Globals& globals_;
     const Clock& clock_;
     Dialogs& dialogs_;
     ExchangeRun& run_;

@@ -1,13 +1,14 @@
 #include "exchange/theme_import.h"
 
 #include <QFileInfo>
-#include <QScopedValueRollback>
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "exchange/import_on_copies.h"
 #include "exchange/library_rows.h"
 #include "exchange/table_merge.h"
 #include "market/stock_code.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
@@ -38,49 +39,52 @@ TableMerge codes(const QString& date) {
 
 }  // namespace
 
-ThemeImport::ThemeImport(const Stores& stores, Globals& globals, const Clock& clock,
-                         Dialogs& dialogs, ExchangeRun& run)
-    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), run_(run) {}
-
-void ThemeImport::importLibrary(const QString& path) {
-    if (!QFileInfo::exists(path)) {
-        dialogs_.tell(u"文件不存在!"_s + path);
-        return;
-    }
+int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
+                 ExchangeWork& work) {
     const Activity activity(u"导入主题"_s);
-    int count = 0;
-    const bool complete = run_.run([&] { count = mergeLibrary(path); });
-    dialogs_.tell(complete ? u"导入主题完成，共导入新的数据："_s + QString::number(count) + u"条"_s
-                           : importStopped);
+    Connection library(path, stores.backupKey);
+    const AddRows addRows = [&](Connection& copies, ExchangeSteps& steps) {
+        steps.expect(rowsOf({themes(date), codes(date)}, library));
+        const int count = mergeRows(themes(date), copies, library, steps);
+        mergeRows(codes(date), copies, library, steps);
+        return count;
+    };
+    return importOnCopies(stores.main, {{u"dzhzhuti"_s, u"zhutiname,dm"_s}, {u"dmb"_s, u"dm"_s}},
+                          addRows, work);
 }
 
-int ThemeImport::mergeLibrary(const QString& path) {
-    const QString date = timeText(clock_.now());
-    Connection main = stores_.main.open();
-    Connection library(path, stores_.backupKey);
-    const QScopedValueRollback busy(globals_.hqmang, qint16(1));
-    Transaction transaction = longTransaction(main);
-    const int count = mergeRows(themes(date), main, library, run_);
-    mergeRows(codes(date), main, library, run_);
-    transaction.commit();
-    return count;
+ThemeImport::ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs,
+                         ExchangeRun& run)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), run_(run) {}
+
+QCoro::Task<> ThemeImport::importLibrary(QString path, std::stop_token stop) {
+    if (!QFileInfo::exists(path)) {
+        dialogs_.tell(u"文件不存在!"_s + path);
+        co_return;
+    }
+    const auto job = [stores = stores_, path, date = timeText(clock_.now())](ExchangeWork& work) {
+        return mergeLibrary(stores, path, date, work);
+    };
+    const std::optional<int> count = co_await run_.run(u"导入主题"_s, job, stop);
+    dialogs_.tell(count ? u"导入主题完成，共导入新的数据："_s + QString::number(*count) + u"条"_s
+                        : importStopped);
 }
 
 QCoro::Task<> ThemeImport::deleteAll(std::stop_token stop) {
-    requireIdle();
+    const QString name = u"删除所有主题"_s;
+    run_.requireIdle(name);
     const bool agreed = co_await dialogs_.ask(
         stop, u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s);
     if (!agreed) {
         co_return;
     }
-    const Activity activity(u"删除所有主题"_s);
-    stores_.main.open().execute(u"delete from dzhzhuti"_s);
+    run_.requireIdle(name);
+    const auto step = [=, this] {
+        const Activity activity(name);
+        stores_.main.open().execute(u"delete from dzhzhuti"_s);
+    };
+    co_await patiently(step, stop);
     dialogs_.tell(u"已删除所有主题!"_s);
-}
-
-void ThemeImport::requireIdle() const {
-    const Activity activity(u"删除所有主题"_s);
-    run_.requireIdle();
 }
 
 }  // namespace guanchao

@@ -2,7 +2,6 @@
 // command that empties dzhzhuti. Raises StoreError or OperationError; nothing of the run remains.
 #pragma once
 
-#include "base/globals.h"
 #include "exchange/exchange_run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -10,23 +9,22 @@
 
 namespace guanchao {
 
+// Gives how many memberships are new; codes are not counted.
+int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
+                 ExchangeWork& work);
+
 class ThemeImport {
 public:
-    ThemeImport(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                ExchangeRun& run);
+    ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run);
 
-    // Tells how many memberships are new, codes not counted, or that the run was cancelled.
-    void importLibrary(const QString& path);
+    // Tells how many memberships are new, or that the user has stopped it.
+    QCoro::Task<> importLibrary(QString path, std::stop_token stop);
 
     // Asks first. Only the themes go.
     QCoro::Task<> deleteAll(std::stop_token stop);
 
 private:
-    int mergeLibrary(const QString& path);
-    void requireIdle() const;
-
     const Stores& stores_;
-    Globals& globals_;
     const Clock& clock_;
     Dialogs& dialogs_;
     ExchangeRun& run_;

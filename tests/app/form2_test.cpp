@@ -370,32 +370,44 @@ TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
     }
 }
 
-TEST_F(Form2Test, ExchangeShowsItsProgressAndTheShutdownWaitsForIt) {
+TEST_F(Form2Test, AnExchangeShowsItsProgressAndEndsByEscOrWithTheProgram) {
     load();
+    activate();
     const StoreFile file{store_.folder() + u"file.ztb"_s, stores_.heat.key};
     ASSERT_TRUE(QFile::copy(stores_.heat.path, file.path));
     file.open().execute(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-23','白酒')"_s);
     dialogs_.picked = file.path;
-    pump_.onRun = [&] {
-        EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+    auto* progress = find<QProgressBar>(u"exchangeProgress"_s);
+    for (const bool byEsc : {true, false}) {
+        Connection collector = stores_.heat.open();
+        collector.execute(u"begin immediate"_s);
+        trigger(u"导入新闻和商品"_s);
+        EXPECT_TRUE(progress->isVisible());
+        EXPECT_EQ(find<QLabel>(u"exchangeName"_s)->text(), u"正在导入新闻和商品…"_s);
         for (const QString& entry : {u"导出数据"_s, u"导入文章"_s, u"导入新闻和商品"_s}) {
             EXPECT_FALSE(find<QAction>(entry)->isEnabled());
         }
-        trigger(u"tuopanexit"_s);
-        EXPECT_TRUE(processes_.ended.isEmpty()) << "the run still holds the lock of the heat store";
-    };
-    trigger(u"导入新闻和商品"_s);
+        if (byEsc) {
+            QTest::keyClick(&form_, Qt::Key_Escape);
+        } else {
+            trigger(u"tuopanexit"_s);
+            EXPECT_TRUE(processes_.ended.isEmpty()) << "the worker still uses the heat store";
+        }
+        collector.execute(u"rollback"_s);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return byEsc ? !progress->isVisible() : !processes_.ended.isEmpty(); }));
+        EXPECT_EQ(TestStores::rows(stores_.heat, u"select count(*) from xinwenshul"_s),
+                  QStringList{u"0"_s});
+        EXPECT_TRUE(find<QAction>(u"导入文章"_s)->isEnabled());
+    }
+    EXPECT_EQ(dialogs_.shown.size(), 3) << "two file dialogs and one stop";
+    EXPECT_EQ(dialogs_.shown[1], u"观潮台|导入已停止，已导入完的一类保留，其余没有导入。"_s);
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
-    EXPECT_EQ(dialogs_.shown.size(), 1) << "the file dialog only";
-    EXPECT_EQ(TestStores::rows(stores_.heat,
-                               u"select mainisrun,(select count(*) from xinwenshul)"
-                               u" from canshu"_s),
-              QStringList{u"0|0"_s});
-    EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
-    EXPECT_TRUE(find<QAction>(u"导入文章"_s)->isEnabled());
+    EXPECT_EQ(TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s),
+              QStringList{u"0"_s});
     dialogs_.picked.clear();
     trigger(u"导入文章"_s);
-    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"请选择文章库文件|"_s));
+    EXPECT_TRUE(dialogs_.shown[3].startsWith(u"请选择文章库文件|"_s));
     trigger(u"导出数据"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|已取消导出数据!"_s);
 }

@@ -6,14 +6,11 @@
 
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <array>
 #include <csignal>
-#include <cstdio>
 
 #include "exchange/store_copy.h"
 #include "exchange/theme_import.h"
 #include "tests/exchange/exchange_fixture.h"
-#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -23,7 +20,7 @@ class BackupExportTest : public ExchangeFixture {
 protected:
     void exportTo(const QString& folder) {
         dialogs_.typed = folder;
-        outcomeOf(export_.exportData({}));
+        endOf(export_.exportData({}));
     }
     void addTheme(const QString& name, const QString& dm, const QString& attention = u"1"_s) {
         execute(store_.stores.main,
@@ -79,7 +76,8 @@ TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
     EXPECT_EQ(TestStores::rows(library(), u"select ztktime from dzhzhuti"_s),
               QStringList({u"2015-06-01 09:30:05"_s, u"2015-06-01 00:00:00"_s, QString()}));
     execute(store_.stores.main, {u"delete from dzhzhuti"_s, u"delete from dmb"_s});
-    ThemeImport(store_.stores, globals_, clock_, dialogs_, run_).importLibrary(library().path);
+    ThemeImport import(store_.stores, clock_, dialogs_, run_);
+    endOf(import.importLibrary(library().path, {}));
     EXPECT_EQ(told().last(), u"观潮台|导入主题完成，共导入新的数据：3条"_s);
     EXPECT_EQ(store_.rows(columns), themes);
     EXPECT_EQ(store_.rows(u"select dm,numdm,jc,shenmu,newdmtime,sp,totalsl from dmb"_s),
@@ -127,53 +125,50 @@ TEST_F(BackupExportTest, AFullDiskEndsTheExportAndKeepsTheOlderCopy) {
     EXPECT_EQ(exported(), files);
 }
 
-TEST_F(BackupExportTest, AWindowThatClosesEndsTheRunWithoutAWord) {
-    addTheme(u"好"_s, u"SH600000"_s);
-    pump_.onRun = [this] {
-        EXPECT_THROW(run_.requireIdle(), OperationError) << "one run at a time";
-        run_.cancel();
-    };
+TEST_F(BackupExportTest, AStoppedRunLeavesWhatWasThere) {
     exportTo(exportFolder());
-    EXPECT_EQ(told().size(), 1) << "only the input box";
-    EXPECT_EQ(exported(), QStringList());
-    EXPECT_FALSE(run_.running());
+    const QByteArray former = bytesOf(library().path);
+    addTheme(u"好"_s, u"SH600000"_s);
+    told();
+    for (const bool byUser : {true, false}) {
+        Connection other = holding(store_.stores.main, u"exclusive"_s);
+        runs_.start([this](std::stop_token stop) { return export_.exportData(stop); });
+        ASSERT_TRUE(QTest::qWaitFor([this] { return exported().size() > files.size(); }));
+        EXPECT_THROW(exportTo(exportFolder()), OperationError) << "one run at a time";
+        end(byUser);
+        other.execute(u"rollback"_s);
+        ASSERT_TRUE(allEnded());
+        EXPECT_EQ(told().sliced(2).join(u'/'),
+                  byUser ? u"观潮台|导出已停止，没有写完的备份文件没有换掉原来的。"_s : QString());
+        EXPECT_EQ(bytesOf(library().path), former);
+        EXPECT_EQ(exported(), files);
+        EXPECT_FALSE(seen_.last().running);
+    }
 }
 
-// Killed in the middle of its rows, in a process of its own.
+// Killed in the middle, in a process of its own.
 TEST_F(BackupExportTest, AKilledExportLeavesTheFormerLibraryAndNothingInTheNextOnesWay) {
     addTheme(u"好"_s, u"SH600000"_s);
     exportTo(exportFolder());
     const QByteArray former = bytesOf(library().path);
-    execute(store_.stores.main,
-            QStringList(5000, u"insert into dzhzhuti values('新','SH600001','','',5,1)"_s));
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
+    addTheme(u"新"_s, u"SH600001"_s);
+    Connection other = holding(store_.stores.main, u"exclusive"_s);
     const pid_t child = fork();
     if (child == 0) {
-        pump_.onRun = [&] {
-            if (pump_.runs == 40 && write(ends[1], ".", 1) == 1) {
-                pause();
-            }
-        };
-        try {
-            exportTo(exportFolder());
-        } catch (const std::exception& failure) {
-            std::fputs(failure.what(), stderr);
-        }
+        ExchangeWork work({}, {});
+        writeBackup(store_.stores, exportFolder(), work);
         _exit(1);
     }
-    close(ends[1]);
-    char byte = 0;
-    EXPECT_EQ(read(ends[0], &byte, 1), 1) << "it came to its end";
-    close(ends[0]);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return exported().size() > files.size(); }));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     EXPECT_GT(exported().size(), files.size()) << "what it was writing is left";
     EXPECT_EQ(bytesOf(library().path), former);
+    other.execute(u"rollback"_s);
     exportTo(exportFolder());
     EXPECT_EQ(exported(), files);
-    EXPECT_EQ(TestStores::rows(library(), u"select zhutiname,count(*) from dzhzhuti group by 1"_s),
-              QStringList({u"好|1"_s, u"新|5000"_s}));
+    EXPECT_EQ(TestStores::rows(library(), u"select zhutiname from dzhzhuti"_s),
+              QStringList({u"好"_s, u"新"_s}));
 }
 
 // The first and the last row of a long file, which another process changes together over and over:
@@ -199,7 +194,7 @@ TEST_F(BackupExportTest, CopiesHoldNoHalfWrites) {
     });
     const StoreFile copy{store_.folder() + u"copy.ztb"_s, heat.key};
     for (QSet<QString> seen; seen.size() < 10;) {
-        copyStore(heat, copy.path);
+        copyStore(heat, copy.path, [] {});
         const QStringList numbers = TestStores::rows(
             copy, u"select distinct aboutgegu from shopname where shopname!='长'"_s);
         ASSERT_EQ(numbers.size(), 1);

@@ -4,8 +4,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 
 #include "exchange/exchange_run.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -29,9 +31,23 @@ protected:
         transaction.commit();
     }
 
+    // Another program's connection, which holds the store.
+    static Connection holding(const StoreFile& store, const QString& how) {
+        Connection other = store.open();
+        other.execute(QStringLiteral("begin ") + how);
+        return other;
+    }
+    // The user stops the run, or its window goes.
+    void end(bool byUser) { byUser ? run_.stop() : runs_.stop(); }
+    bool allEnded() {
+        return QTest::qWaitFor([this] { return !runs_.running(); }) &&
+               QThreadPool::globalInstance()->waitForDone();
+    }
+
     const QByteArray home_ = qgetenv("HOME");
-    QList<ExchangeProgress> seen_;
-    ExchangeRun run_{pump_, [this](const ExchangeProgress& it) { seen_ << it; }};
+    QList<ShownExchange> seen_;
+    ExchangeRun run_{[this](const ShownExchange& it) { seen_ << it; }};
+    Runs runs_{failures_};
 };
 
 }  // namespace guanchao

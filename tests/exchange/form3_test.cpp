@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QThreadPool>
+#include <memory>
 
 #include "base/activity.h"
 #include "platform/fixed_folders.h"
@@ -21,6 +23,13 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("600000\tX\tY\r\n");
         open<Form3>();
+    }
+
+    // Another program writes to the main store.
+    std::unique_ptr<Connection> holding() {
+        auto other = std::make_unique<Connection>(store_.stores.main.open());
+        other->execute(u"begin immediate"_s);
+        return other;
     }
 
     const QString text_ = store_.folder() + u"主题投资.txt"_s;
@@ -54,20 +63,22 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     click(u"Command3"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|第一行没有找到间隔!间隔：|"_s);
     find<QComboBox>(u"Combo1"_s)->setEditText(u"TAB键"_s);
-    pump_.onRun = [&] {
+    {
+        const auto other = holding();
+        click(u"Command4"_s);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return label(u"Label1"_s) == u"浦发银行"_s; }));
         EXPECT_FALSE(button(u"Command4"_s)->isEnabled());
         EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
-        EXPECT_EQ(label(u"Label1"_s), u"浦发银行"_s);
         edit(u"Text1"_s)->setText(text_);
-        EXPECT_THROW(click(u"Command2"_s), OperationError);
+        click(u"Command2"_s);
+        EXPECT_EQ(failures_.texts, QStringList{u"另一次导入或导出正在进行，请等它结束。"_s});
         EXPECT_FALSE(button(u"Command4"_s)->isEnabled())
             << "the refused run leaves the first alone";
-    };
-    click(u"Command4"_s);
-    EXPECT_EQ(pump_.runs, 1);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([this] { return button(u"Command4"_s)->isEnabled(); }));
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|导入文本主题库完成，共导入新的数据：2条"_s);
-    EXPECT_TRUE(button(u"Command4"_s)->isEnabled());
     EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
+    EXPECT_EQ(label(u"Label1"_s), QString());
     for (const bool agrees : {false, true}) {
         dialogs_.answer = agrees;
         click(u"Command5"_s);
@@ -78,21 +89,30 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|文件不存在!/fehlt"_s);
 }
 
-// Closed from outside, by Esc, and by the opening of another: the run ends, and only then the
-// window.
-TEST_F(Form3Test, AWindowThatClosesDuringARunOutlivesIt) {
+TEST_F(Form3Test, ARunEndsByItsButtonByEscAndWithItsWindow) {
     edit(u"Text4"_s)->setText(text_);
-    pump_.onRun = [this] {
-        QTest::keyClick(form_.data(), Qt::Key_Escape);
-        closeWindows();
-        deleteClosedWindows();
-        ASSERT_FALSE(form_.isNull());
-        EXPECT_FALSE(form_->isVisible());
+    form_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
+    const std::function<void()> ends[] = {
+        [this] { click(u"stopRun"_s); },
+        [this] { QTest::keyClick(form_.data(), Qt::Key_Escape); },
+        [this] {
+            closeWindows();
+            deleteClosedWindows();
+        },
     };
-    click(u"Command4"_s);
-    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
-    deleteClosedWindows();
+    for (const auto& end : ends) {
+        const auto other = holding();
+        click(u"Command4"_s);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !label(u"Label1"_s).isEmpty(); }));
+        end();
+        other->execute(u"rollback"_s);
+        EXPECT_TRUE(
+            QTest::qWaitFor([this] { return !form_ || !button(u"stopRun"_s)->isVisible(); }));
+    }
     EXPECT_TRUE(form_.isNull());
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(dialogs_.shown, QStringList(2, u"观潮台|导入已停止，没有导入任何数据。"_s));
     EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
 }
 

@@ -3,7 +3,6 @@
 #include "exchange/theme_import.h"
 #include "store/prepared_stores.h"
 #include "tests/exchange/exchange_fixture.h"
-#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -18,7 +17,7 @@ protected:
         return file;
     }
     int files_ = 0;
-    ThemeImport theme_{store_.stores, globals_, clock_, dialogs_, run_};
+    ThemeImport theme_{store_.stores, clock_, dialogs_, run_};
 };
 
 TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
@@ -37,7 +36,7 @@ TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
          u"6,7,8,9.5,-10.25)"_s,
          u"insert into shopname values('铅',3,null,null,null,1,2,3,4,5,6,7,8,9,10)"_s});
     for (const int count : {4, 0}) {
-        outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
+        endOf(importNews(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ(told().last(), u"观潮台|导入主题新闻数量完成，共导入新的记录：%1条"_s.arg(count));
         EXPECT_EQ(heatRows(u"select * from xinwenshul"_s),
                   QStringList({u"2026-11-23 18:00:00|白酒|7|0|0|0|0|0|0|0"_s,
@@ -58,7 +57,7 @@ TEST_F(StoreMergeTest, AFailureKeepsTheTablesBeforeIt) {
           u"insert into shophq values('锌','2026-11-24',1,1,1,1,1,1,1,1,1,1)"_s,
           u"insert into shophq values('铜','2026-11-24',null,1,1,1,1,1,1,1,1,1)"_s});
     try {
-        outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
+        endOf(importNews(store_.stores, dialogs_, run_, {}));
         FAIL();
     } catch (const StoreError& failure) {
         EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
@@ -81,7 +80,7 @@ TEST_F(StoreMergeTest, ArticlesAreKnownByCategorySubcategoryAndTitle) {
                                 u"2021-01-01 00:00:00|乙|主题|银行|旧题|第一|0"_s,
                                 u"||||只有题||0"_s};
     for (const int count : {2, 0}) {
-        outcomeOf(importArticles(store_.stores, dialogs_, run_, {}));
+        endOf(importArticles(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ(told().last(), u"观潮台|导入文章完成，共导入新的文章：%1篇"_s.arg(count));
         EXPECT_EQ(
             articleRows(u"select rq,zuozhe,dalei,xiaolei,biaoti,leirong,cishu from wenzhang"_s),
@@ -90,7 +89,7 @@ TEST_F(StoreMergeTest, ArticlesAreKnownByCategorySubcategoryAndTitle) {
     pick(Schema::article, store_.stores.article.key,
          {u"insert into wenzhang values(1,'2021-01-01','乙','个股','x','好的','文',0)"_s,
           u"insert into wenzhang values(2,'2021-01-01','乙','个股','x','it''s','文',0)"_s});
-    EXPECT_THROW(outcomeOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
+    EXPECT_THROW(endOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
     EXPECT_EQ(articleRows(u"select id from wenzhang"_s).size(), 3) << "nothing of the run remains";
 }
 
@@ -107,7 +106,7 @@ TEST_F(StoreMergeTest, ALibraryAddsWhatIsMissing) {
               u"insert into dmb values('SZ0008581','0008581','长','c','2015-01-01')"_s,
               u"insert into dmb values('HK00700','00700','外','w','2015-01-01')"_s});
     for (const int count : {1, 0}) {
-        theme_.importLibrary(file.path);
+        endOf(theme_.importLibrary(file.path, {}));
         EXPECT_EQ(told(), QStringList{u"观潮台|导入主题完成，共导入新的数据：%1条"_s.arg(count)});
         EXPECT_EQ(store_.rows(u"select * from dzhzhuti"_s),
                   QStringList({u"白酒|SH600519|旧|2020-01-01|1|2"_s,
@@ -120,7 +119,7 @@ TEST_F(StoreMergeTest, ALibraryAddsWhatIsMissing) {
               QStringList{u"2026-11-01 08:00:00"_s})
         << "this import leaves the stamp alone";
     execute(file, {u"insert into dmb values('sz000001','000001','平安','pa','')"_s});
-    theme_.importLibrary(file.path);
+    endOf(theme_.importLibrary(file.path, {}));
     EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SZ000001'"_s), QStringList(u"平安"_s));
 }
 
@@ -129,34 +128,45 @@ TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
     const QString noTables = pick(Schema::pinyin, store_.stores.heat.key, {}).path;
     for (const QString& path : {wrongKey, noTables, store_.stores.main.path, store_.folder()}) {
         dialogs_.picked = path;
-        EXPECT_THROW(outcomeOf(importNews(store_.stores, dialogs_, run_, {})), StoreError)
+        EXPECT_THROW(endOf(importNews(store_.stores, dialogs_, run_, {})), StoreError)
             << path.toStdString();
-        EXPECT_THROW(outcomeOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
-        EXPECT_THROW(theme_.importLibrary(path), StoreError) << path.toStdString();
+        EXPECT_THROW(endOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
+        EXPECT_THROW(endOf(theme_.importLibrary(path, {})), StoreError) << path.toStdString();
     }
     dialogs_.picked.clear();
-    outcomeOf(importNews(store_.stores, dialogs_, run_, {}));
+    endOf(importNews(store_.stores, dialogs_, run_, {}));
     EXPECT_EQ(told().last(), u"观潮台|没有选择文件。"_s);
 }
 
-TEST_F(StoreMergeTest, DuringARunOthersReadAndAClosingWindowRollsBack) {
-    const QString row = u"insert into dzhzhuti values('%1','SH%2','','',1,1)"_s;
-    QStringList rows;
-    for (int at = 0; at < 250; ++at) {
-        rows << row.arg(QString(5000, u'长')).arg(600000 + at);
-    }
-    const StoreFile file = pick(Schema::backup, store_.stores.backupKey, rows);
-    pump_.onRun = [this] {
-        EXPECT_EQ(globals_.hqmang, 1) << "the alarm poll would wait for the lock";
-        EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
-        if (seen_.last().done > 200) {
-            run_.cancel();
-        }
+// It waits with its write: what others do until then counts.
+TEST_F(StoreMergeTest, AnImportIsStoppedOrMeetsWhatOthersHaveWrittenMeanwhile) {
+    const StoreFile file = pick(Schema::backup, store_.stores.backupKey,
+                                {u"insert into dzhzhuti values('白酒','SH600519','','',1,1)"_s,
+                                 u"insert into dzhzhuti values('银行','SH600000','','',1,1)"_s});
+    const struct {
+        std::function<void()> meanwhile;
+        QString end, told;
+        QStringList rows;
+    } cases[] = {
+        {[this] { end(true); }, u"rollback"_s, u"观潮台|导入已停止，没有导入任何数据。"_s, {}},
+        {[this] { end(false); }, u"rollback"_s, {}, {}},
+        {[] {},
+         u"commit"_s,
+         u"观潮台|导入主题完成，共导入新的数据：1条"_s,
+         {u"银行|2020-01-01"_s, u"白酒|2026-11-24 10:00:00"_s}},
     };
-    theme_.importLibrary(file.path);
-    EXPECT_EQ(told(), QStringList{u"观潮台|导入已停止，没有导入任何数据。"_s});
-    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
-    EXPECT_EQ(globals_.hqmang, 0);
+    for (const auto& it : cases) {
+        Connection other = holding(store_.stores.main, u"immediate"_s);
+        other.execute(
+            u"insert into dzhzhuti(zhutiname,dm,ztktime) values('银行','SH600000','2020-01-01')"_s);
+        runs_.start([&](std::stop_token stop) { return theme_.importLibrary(file.path, stop); });
+        ASSERT_TRUE(QTest::qWaitFor([this] { return seen_.last().progress.done == 2; }));
+        it.meanwhile();
+        other.execute(it.end);
+        ASSERT_TRUE(allEnded());
+        EXPECT_EQ(told().join(u'/'), it.told);
+        EXPECT_EQ(store_.rows(u"select zhutiname,ztktime from dzhzhuti order by rowid"_s), it.rows);
+    }
 }
 
 }  // namespace guanchao

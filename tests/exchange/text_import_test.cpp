@@ -29,7 +29,7 @@ protected:
         write(gbkFromText(text));
         execute(store_.stores.main, {u"delete from dzhzhuti"_s});
         told();
-        import_.importText(source_);
+        endOf(import_.importText(source_, {}));
         const QStringList pairs =
             store_.rows(u"select zhutiname,dm,jc from dzhzhuti order by rowid"_s);
         EXPECT_EQ(
@@ -46,14 +46,14 @@ protected:
     }
 
     TextSource source_;
-    TextImport import_{store_.stores, globals_, clock_, dialogs_, run_};
+    TextImport import_{store_.stores, clock_, dialogs_, run_};
 };
 
 TEST_F(TextImportTest, WhatIsMissingIsToldBeforeALineIsRead) {
     const QString path = source_.path;
     const auto refusal = [this] {
         import_.preview(source_, grid_);
-        import_.importText(source_);
+        endOf(import_.importText(source_, {}));
         const QStringList words = told();
         EXPECT_EQ(words.value(0), words.value(1)) << "preview and import agree";
         return words.value(0);
@@ -67,7 +67,7 @@ TEST_F(TextImportTest, WhatIsMissingIsToldBeforeALineIsRead) {
     EXPECT_TRUE(seen_.isEmpty());
     source_.firstSeparator = source_.secondSeparator = u","_s;
     source_.path = store_.folder();
-    EXPECT_THROW(import_.importText(source_), OperationError) << "a folder";
+    EXPECT_THROW(endOf(import_.importText(source_, {})), OperationError) << "a folder";
 }
 
 TEST_F(TextImportTest, CodesAreCutTestedAndGivenTheirMarket) {
@@ -136,7 +136,7 @@ TEST_F(TextImportTest, ASecondImportAddsNothingAndStampsNothing) {
     EXPECT_EQ(store_.rows(u"select ztktime,xiangguandu,guanzhudu from dzhzhuti"_s),
               QStringList{u"2026-11-24 09:05:07|5|0"_s});
     clock_.moment = clock_.moment.addDays(1);
-    import_.importText(source_);
+    endOf(import_.importText(source_, {}));
     EXPECT_EQ(told(), QStringList{u"观潮台|导入文本主题库完成，共导入新的数据：0条"_s});
     EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
               QStringList{u"2026-11-24 09:05:07"_s});
@@ -144,7 +144,7 @@ TEST_F(TextImportTest, ASecondImportAddsNothingAndStampsNothing) {
 
 TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
     write(gbkFromText(u"600000\t银"_s) + "\xFF\r\n" + gbkFromText(u"600000\t行\r\n"_s) + "x\xD2");
-    import_.importText(source_);
+    endOf(import_.importText(source_, {}));
     EXPECT_EQ(told(), QStringList({u"观潮台|导入文本主题库完成，共导入新的数据：1条"_s,
                                    u"观潮台|下列行有无法识别的字节，没有导入：\n第 1、3 行"_s}));
     EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"行"_s});
@@ -156,8 +156,7 @@ TEST_F(TextImportTest, AStoreThatIsLockedTakesNothing) {
     other.execute(u"begin immediate"_s);
     Connection::setBusyTimeout(std::chrono::milliseconds(1));
     const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
-    EXPECT_THROW(import_.importText(source_), StoreError);
-    EXPECT_EQ(globals_.hqmang, 0);
+    EXPECT_THROW(endOf(import_.importText(source_, {})), StoreError);
     EXPECT_FALSE(run_.running());
 }
 

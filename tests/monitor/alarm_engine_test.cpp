@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QSemaphore>
 #include <QTest>
+#include <QThreadPool>
 
+#include "base/activity.h"
 #include "store/store_error.h"
 #include "tests/support/monitor_fixture.h"
 #include "tests/support/qt_printers.h"
@@ -153,6 +156,30 @@ TEST_F(AlarmEngineTest, TheCounterFollowsTheFrequencyTheFlagAndTheBusyBatch) {
         setFrequency(each);
         EXPECT_EQ(pollsOf(2), 2) << each;
     }
+}
+
+TEST_F(AlarmEngineTest, APollBesideAnImportWaitsForItsWriteAndFires) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5);
+    replies_ = true;
+    feedPrices_ = {{u"sh600000"_s, 10.6}, {u"sz000001"_s, 10}};
+    QSemaphore holds;
+    QSemaphore goesOn;
+    QThreadPool::globalInstance()->start([&] {
+        const Activity activity(u"导入主题"_s);
+        Connection main = store_.stores.main.open();
+        Transaction transaction(main);
+        holds.release();
+        goesOn.acquire();
+    });
+    holds.acquire();
+    engine_.tick();
+    engine_.tick();
+    EXPECT_TRUE(engine_.polling());
+    EXPECT_EQ(screen_.told, QStringList());
+    goesOn.release();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !engine_.polling(); }));
+    EXPECT_EQ(screen_.told.size(), 1);
+    EXPECT_EQ(failures_.texts, QStringList());
 }
 
 TEST_F(AlarmEngineTest, AnEmptyListAsksForNothing) {

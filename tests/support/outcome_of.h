@@ -1,17 +1,28 @@
-// What has become of a run that nothing holds up: its value, or what it raises.
+// What becomes of a run: its value, or what it raises.
 #pragma once
 
+#include <QCoreApplication>
 #include <QCoro/QCoroTask>
 #include <stdexcept>
 
 namespace guanchao {
 
+// Of one that nothing holds up.
 template <typename T>
 T outcomeOf(const QCoro::Task<T>& task) {
     if (!task.isReady()) {
         throw std::logic_error("the run waits");
     }
     return task.operator co_await().await_resume();
+}
+
+// Of one that waits: events happen until it has ended.
+template <typename T>
+T endOf(const QCoro::Task<T>& task) {
+    while (!task.isReady()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return outcomeOf(task);
 }
 
 }  // namespace guanchao

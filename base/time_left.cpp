@@ -1,0 +1,32 @@
+#include "base/time_left.h"
+
+#include <cmath>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+// A shorter run needs no words; the first steps of a longer one may be unlike the rest.
+constexpr Seconds leastElapsed(2);
+constexpr double leastShare = 0.01;
+
+}  // namespace
+
+QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total) {
+    if (elapsed < leastElapsed || done >= total ||
+        static_cast<double>(done) < leastShare * static_cast<double>(total)) {
+        return {};
+    }
+    const Seconds left =
+        Seconds(elapsed) * (static_cast<double>(total - done) / static_cast<double>(done));
+    if (left <= std::chrono::minutes(1)) {
+        return u"剩余约 %1 秒"_s.arg(std::ceil(left.count()));
+    }
+    return u"剩余约 %1 分钟"_s.arg(std::ceil(left.count() / 60));
+}
+
+}  // namespace guanchao

@@ -1,0 +1,13 @@
+// How long a run still takes, judged by what it has taken so far.
+#pragma once
+
+#include <QString>
+#include <chrono>
+
+namespace guanchao {
+
+// "剩余约 12 秒" or "剩余约 3 分钟", rounded up. Empty as long as too little is done to judge by,
+// and when nothing is left.
+QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total);
+
+}  // namespace guanchao
