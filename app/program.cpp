@@ -19,7 +19,6 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .failures = application_,
                    .pump = pump_,
                    .client = client_,
-                   .http = http_,
                    .shell = shell_,
                    .clipboard = clipboard_,
                    .processes = processes_,

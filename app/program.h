@@ -8,7 +8,6 @@
 #include "frame/application.h"
 #include "frame/open_windows.h"
 #include "market/mean_volume.h"
-#include "platform/curl_http.h"
 #include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/desktop_notifier.h"
@@ -45,7 +44,6 @@ private:
     SystemClock clock_;
     QtEventPump pump_;
     QtHttpClient client_;
-    CurlHttp http_;
     DesktopShell shell_;
     DesktopSound sound_;
     DesktopNotifier notifier_;

@@ -8,7 +8,6 @@
 #include "bench/compare.h"
 #include "bench/market.h"
 #include "bench/statement_log.h"
-#include "platform/desktop/qt_event_pump.h"
 #include "research/selection_scan.h"
 #include "tests/support/fakes.h"
 #include "tools/market_scale/history_scale.h"
@@ -30,7 +29,7 @@ struct ScanOfTheMarket {
 
     void scanAll() {
         emptyTables();
-        scan.chooseThemes();
+        QCoro::waitFor(scan.chooseThemes({}));
     }
 
     void emptyTables() {
@@ -43,8 +42,7 @@ struct ScanOfTheMarket {
     Stores stores;
     Globals globals;
     FakeDialogs dialogs;
-    QtEventPump pump;
-    ResearchRun run{pump, [](const ResearchProgress&) {}};
+    ResearchRun run{[](const ResearchProgress&) {}};
     SelectionScan scan{stores, globals, dialogs, run};
 };
 
@@ -53,8 +51,7 @@ void themesOfTheYears(benchmark::State& state) {
     QStringList statements;
     {
         const StatementLog log;
-        it.emptyTables();
-        it.scan.chooseThemes();
+        it.scanAll();
         statements = StatementLog::statements();
     }
     const auto bareLoop = [&] {

@@ -3,9 +3,10 @@
 #include "market/stock_quote.h"
 
 #include "base/values.h"
+#include "bench/bare_http.h"
 #include "bench/compare.h"
 #include "formats/gbk.h"
-#include "platform/curl_http.h"
+#include "platform/qt_http_client.h"
 #include "tests/support/fakes.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -46,13 +47,15 @@ BENCHMARK(stockPanels)->UseManualTime()->Unit(benchmark::kMillisecond)->Iteratio
 void stockQuote(benchmark::State& state) {
     PracticeMarket market(quotes(), [] { return FakeClock().moment; });
     market.start();
-    CurlHttp http;
+    BareHttp bare;
+    QtHttpClient http;
     const Service service = {market.host(), {}, 0};
     compare(
-        state, [&] { benchmark::DoNotOptimize(http.get(service, path)); },
+        state, [&] { benchmark::DoNotOptimize(bare.get(market.host() + path)); },
         [&] {
-            benchmark::DoNotOptimize(stockPanel(quoteRow(textFromGbk(*http.get(service, path))),
-                                                fundamentals, 1e6, true));
+            const HttpReply reply = QCoro::waitFor(http.get(service, path, {}));
+            benchmark::DoNotOptimize(
+                stockPanel(quoteRow(textFromGbk(reply.body)), fundamentals, 1e6, true));
         });
 }
 BENCHMARK(stockQuote)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);

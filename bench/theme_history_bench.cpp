@@ -96,16 +96,16 @@ void themeHistory(benchmark::State& state) {
     Globals globals;
     FakeClock clock;
     FakeDialogs dialogs;
-    FakePump pump;
     FakeHttp http;
     AskedHistory asked;
     ResultGrid grid;
-    CancellableRun run(pump, QString(), [] {});
-    ThemeHistory history(stores, globals, clock, dialogs, DayHistory(http, Service()), asked, run,
-                         grid, [](const ThemeHistoryStep&) {});
+    ThemeHistory history(stores, globals, clock, dialogs, DayHistory(http, Service()), asked, grid,
+                         [](const ThemeHistoryStep&) {});
+    const DateTexts first = dateTexts(firstDay);
+    const DateTexts last = dateTexts(lastDay);
     compare(
         state, [&] { bareComparison(stores.main.path); },
-        [&] { history.compare(dateTexts(firstDay), dateTexts(lastDay), u"主题"_s); });
+        [&] { QCoro::waitFor(history.compare(first, last, u"主题"_s, {})); });
 }
 BENCHMARK(themeHistory)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 

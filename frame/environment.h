@@ -8,7 +8,6 @@
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "platform/http.h"
 #include "platform/http_client.h"
 #include "platform/processes.h"
 #include "platform/services.h"
@@ -31,7 +30,6 @@ struct Environment {
     Failures& failures;
     EventPump& pump;
     HttpClient& client;
-    Http& http;
     Shell& shell;
     Clipboard& clipboard;
     Processes& processes;

@@ -76,10 +76,16 @@ std::optional<QList<HistoryDay>> readDayHistory(const QString& reply) {
     return days.isEmpty() && !isHeader(lines[0]) ? std::nullopt : std::optional(days);
 }
 
-std::optional<QList<HistoryDay>> DayHistory::fetch(const QString& dm, const QDate& first,
-                                                   const QDate& last) const {
-    const std::optional<QByteArray> body = http_.get(service_, dayHistoryPath(dm, first, last));
-    return body ? readDayHistory(textFromGbk(*body)) : std::nullopt;
+QCoro::Task<HistoryReply> DayHistory::fetch(QString dm, QDate first, QDate last,
+                                            std::stop_token stop) const {
+    const QString path = dayHistoryPath(dm, first, last);
+    const HttpReply reply = co_await http_.get(service_, path, stop);
+    HistoryReply history;
+    history.refused = reply.outcome == HttpReply::Outcome::refused;
+    if (reply.answered()) {
+        history.days = readDayHistory(textFromGbk(reply.body));
+    }
+    co_return history;
 }
 
 }  // namespace guanchao

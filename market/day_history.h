@@ -1,14 +1,16 @@
 // The day history of one code, from the CSV service (/table.csv). Prices in yuan or points, volume
 // as the service gives it. A failed request and a reply that is no CSV are told from one without
-// days; nothing is raised.
+// days; nothing is raised but Cancelled.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QDate>
 #include <QList>
 #include <QString>
 #include <optional>
+#include <stop_token>
 
-#include "platform/http.h"
+#include "platform/http_client.h"
 
 namespace guanchao {
 
@@ -22,17 +24,25 @@ struct HistoryDay {
     QString closeText;  // as the service wrote it
 };
 
+// What the service has said.
+struct HistoryReply {
+    std::optional<QList<HistoryDay>> days;  // oldest first; nothing if it didn't answer
+    bool refused = false;                   // it may have been asked too much
+};
+
 class DayHistory {
 public:
-    DayHistory(Http& http, const Service& service) : http_(http), service_(service) {}
+    DayHistory(HttpClient& http, const Service& service) : http_(http), service_(service) {}
 
-    // One request for the days from the first to the last, oldest first; nothing if the service
-    // didn't answer. `dm` with its exchange: SH600000.
-    std::optional<QList<HistoryDay>> fetch(const QString& dm, const QDate& first,
-                                           const QDate& last) const;
+    // How many requests may be on their way at once.
+    int ahead() const { return service_.ahead; }
+
+    // One request for the days from the first to the last. `dm` with its exchange: SH600000.
+    QCoro::Task<HistoryReply> fetch(QString dm, QDate first, QDate last,
+                                    std::stop_token stop) const;
 
 private:
-    Http& http_;
+    HttpClient& http_;
     Service service_;
 };
 

@@ -3,39 +3,67 @@
 // service leaves the table as it is and is asked again; failed statements raise StoreError.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <functional>
+#include <stop_token>
 
-#include "base/cancellable_run.h"
+#include "base/activity.h"
 #include "base/globals.h"
 #include "market/day_history.h"
 #include "platform/clock.h"
 #include "research/asked_history.h"
-#include "store/connection.h"
+#include "store/stores.h"
 
 namespace guanchao {
 
+// The days that are there of a code; no dates if there is none.
+struct CachedDays {
+    QString dm;
+    QDate oldest;
+    QDate newest;
+};
+
+// What both parts of the window's run, the downloads and the comparison, tell of a failure.
+Activity comparing();
+
+CachedDays cachedDays(Connection& store, const QString& dm);
+
 class DayCache {
 public:
-    DayCache(Globals& globals, const Clock& clock, DayHistory history, AskedHistory& asked,
-             CancellableRun& run);
+    // Told of each code that is to be downloaded.
+    using Show = std::function<void(const QString& dm, int done, int total)>;
 
-    // Brings the main store up to date for `dm` over the days from the first to the last: asks the
-    // service for what lies before and behind the days that are there and what it has answered for.
-    // Events happen after each download.
-    void update(Connection& store, const QString& dm, const QDate& first, const QDate& last);
+    DayCache(const Stores& stores, Globals& globals, const Clock& clock, DayHistory history,
+             AskedHistory& asked);
+
+    // Brings the main store up to date for the codes over the days from the first to the last: asks
+    // the service for what lies before and behind the days that are there and what it has answered
+    // for. Some requests are on their way at a time; what each brings is written at once and stays
+    // if the run is stopped.
+    QCoro::Task<> update(QList<CachedDays> codes, QDate first, QDate last, Show show,
+                         std::stop_token stop);
 
 private:
-    // False if the service didn't answer.
-    bool download(Connection& store, const QString& dm, const QDate& first, const QDate& last);
-    void write(Connection& store, const QString& dm, const QList<HistoryDay>& days);
+    // The part of a code's days that one request asks for.
+    struct Gap {
+        QString dm;
+        QDate first;
+        QDate last;
+        std::function<void()> note;  // that the service has answered for it
+    };
 
+    void addGaps(const CachedDays& code, const QDate& first, const QDate& last, QList<Gap>& gaps);
+    QCoro::Task<> write(QString dm, QList<HistoryDay> days, std::stop_token stop);
+    void writeRows(const QString& dm, const QList<HistoryDay>& days);
+
+    const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
     DayHistory history_;
     AskedHistory& asked_;
-    CancellableRun& run_;
 };
 
 }  // namespace guanchao

@@ -6,6 +6,7 @@
 #include "base/files.h"
 #include "base/values.h"
 #include "formats/gbk.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
@@ -14,11 +15,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString tingtaoge = u"听涛阁"_s;
-
-// On the current record, whose number ends the statement.
-void execute(const Stores& stores, const Globals& globals, const QString& statement) {
-    stores.main.open().execute(statement + QString::number(globals.dangqianjilu));
-}
 
 QString codesText(const ResultGrid& grid) {
     QString text;
@@ -32,14 +28,22 @@ QString codesText(const ResultGrid& grid) {
 }  // namespace
 
 EarningsForecast::EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs,
-                                   std::function<void()> search)
+                                   Search search)
     : stores_(stores), globals_(globals), dialogs_(dialogs), search_(std::move(search)) {}
 
-void EarningsForecast::changeSummary(const QString& text) {
-    Activity activity(u"修改摘要"_s);
-    execute(stores_, globals_, u"update yejiyugao set zhaiyao='"_s + text + u"' where rowid="_s);
-    activity.wrote(u"摘要"_s);
-    search_();
+QCoro::Task<> EarningsForecast::edit(QString name, QString statement, std::stop_token stop) {
+    const QString onRecord = statement + QString::number(globals_.dangqianjilu);
+    const auto step = [=, this] {
+        const Activity activity(name);
+        stores_.main.open().execute(onRecord);
+    };
+    co_await patiently(step, stop);
+}
+
+QCoro::Task<> EarningsForecast::changeSummary(QString text, std::stop_token stop) {
+    const QString statement = u"update yejiyugao set zhaiyao='"_s + text + u"' where rowid="_s;
+    co_await edit(u"修改摘要"_s, statement, stop);
+    co_await search_(u"摘要"_s, stop);
     dialogs_.tell(u"修改摘要完成!"_s, tingtaoge);
 }
 
@@ -49,12 +53,11 @@ QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
     if (answer.isEmpty()) {
         co_return;
     }
-    Activity activity(u"修改关注度"_s);
-    execute(stores_, globals_, u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s);
-    activity.wrote(u"关注度"_s);
+    const QString statement = u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s;
+    co_await edit(u"修改关注度"_s, statement, stop);
     // The message names no value.
     dialogs_.tell(u"修改关注度''完成!"_s);
-    search_();
+    co_await search_(u"关注度"_s, stop);
 }
 
 QCoro::Task<> EarningsForecast::remove(std::stop_token stop) {
@@ -63,10 +66,8 @@ QCoro::Task<> EarningsForecast::remove(std::stop_token stop) {
         dialogs_.tell(u" 已退出！"_s);
         co_return;
     }
-    Activity activity(u"删除业绩预告"_s);
-    execute(stores_, globals_, u"delete from yejiyugao  where rowid="_s);
-    activity.wrote(u"删除"_s);
-    search_();
+    co_await edit(u"删除业绩预告"_s, u"delete from yejiyugao  where rowid="_s, stop);
+    co_await search_(u"删除"_s, stop);
 }
 
 QCoro::Task<> EarningsForecast::exportCodes(const ResultGrid& grid, DateTexts date,

@@ -16,12 +16,13 @@ namespace guanchao {
 
 class EarningsForecast {
 public:
-    // `search` runs the search of the window anew.
-    EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs,
-                     std::function<void()> search);
+    // Runs the search of the window anew, behind what has been written.
+    using Search = std::function<QCoro::Task<>(QString written, std::stop_token stop)>;
+
+    EarningsForecast(const Stores& stores, const Globals& globals, Dialogs& dialogs, Search search);
 
     // 修改摘要 (Command6), with the text as it stands.
-    void changeSummary(const QString& text);
+    QCoro::Task<> changeSummary(QString text, std::stop_token stop);
     // 修改关注度: asks for the figure; an empty answer ends it.
     QCoro::Task<> changeAttention(std::stop_token stop);
     // 删除一个, after a question.
@@ -32,10 +33,13 @@ public:
     QCoro::Task<> exportCodes(const ResultGrid& grid, DateTexts date, std::stop_token stop);
 
 private:
+    // Executes the statement, which the current record's number ends.
+    QCoro::Task<> edit(QString name, QString statement, std::stop_token stop);
+
     const Stores& stores_;
     const Globals& globals_;
     Dialogs& dialogs_;
-    std::function<void()> search_;
+    Search search_;
 };
 
 }  // namespace guanchao

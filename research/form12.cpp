@@ -1,5 +1,8 @@
 #include "research/form12.h"
 
+#include <QScopeGuard>
+
+#include "frame/run_share.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -17,16 +20,17 @@ QString textOf(const QPlainTextEdit& box) {
 }  // namespace
 
 Form12::Form12(Environment& environment, Windows&)
-    : RunWindow(Qt::Window),
+    : QDialog(nullptr, Qt::Window),
       environment_(environment),
       ui_(std::make_unique<Ui::Form12>()),
       search_(environment.stores, environment.globals, grid_),
       forecast_(environment.stores, environment.globals, environment.dialogs,
-                [this] { Command2_Click(); }),
-      run_(environment.pump, [this](const ResearchProgress& it) { showRun(it); }),
+                [this](QString written, std::stop_token stop) { return search(written, stop); }),
+      run_([this](const ResearchProgress& it) { showRun(it); }),
       scan_(environment.stores, environment.globals, environment.dialogs, run_),
       returns_(environment.stores, environment.globals, environment.dialogs, run_),
-      edits_(environment.failures) {
+      searches_(environment.failures),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     caption_ = windowTitle();
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -55,7 +59,7 @@ void Form12::connectControls() {
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form12::MSHFlexGrid1_RowChosen);
     connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
     const auto edit = [this](const QAction* entry, const Runs::Job& job) {
-        connect(entry, &QAction::triggered, this, [this, job] { edits_.start(job); });
+        connect(entry, &QAction::triggered, this, [this, job] { searches_.start(job); });
     };
     edit(ui_->修改关注度, [this](std::stop_token stop) { return forecast_.changeAttention(stop); });
     edit(ui_->导出自选股, [this](std::stop_token stop) {
@@ -65,15 +69,14 @@ void Form12::connectControls() {
 }
 
 void Form12::connectRuns() {
-    const auto command = [this](QPushButton* button, const std::function<void()>& job) {
-        connect(button, &QPushButton::clicked, this, [this, job] { doRun(job); });
+    const auto command = [this](QPushButton* button, const Runs::Job& job) {
+        connect(button, &QPushButton::clicked, this, [this, job] { runs_.start(job); });
     };
-    command(ui_->Command1, [this] { scan_.chooseThemes(); });
-    command(ui_->Command3, [this] { scan_.addStocks(); });
-    command(ui_->Command4, [this] { scan_.addFallenStocks(); });
-    command(ui_->Command9,
-            [this] { returns_.takeForwardReturns([this] { return ui_->Check1->isChecked(); }); });
-    connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.stop(); });
+    command(ui_->Command1, [this](std::stop_token stop) { return scan_.chooseThemes(stop); });
+    command(ui_->Command3, [this](std::stop_token stop) { return scan_.addStocks(stop); });
+    command(ui_->Command4, [this](std::stop_token stop) { return scan_.addFallenStocks(stop); });
+    command(ui_->Command9, [this](std::stop_token stop) { return takeReturns(stop); });
+    connect(ui_->stop, &QPushButton::clicked, this, &Form12::stop);
 }
 
 void Form12::Form_Load() {
@@ -106,8 +109,31 @@ SelectionQuery Form12::query() const {
 }
 
 void Form12::Command2_Click() {
-    ui_->Text6->setPlainText(search_.search(query()));
+    searches_.start([this](std::stop_token stop) { return search({}, stop); });
+}
+
+QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
+    searching_ = true;
+    enableControls();
+    const auto end = qScopeGuard([this] {
+        searching_ = false;
+        enableControls();
+    });
+    const SelectionQuery wanted = query();
+    const QString score = co_await search_.search(wanted, written, stop);
+    ui_->Text6->setPlainText(score);
     ui_->MSHFlexGrid1->setHint(u"没有符合条件的股票"_s);
+}
+
+// The tick beside the theme ends it too.
+QCoro::Task<> Form12::takeReturns(std::stop_token stop) {
+    const QObject whileRunning;
+    connect(ui_->Check1, &QCheckBox::toggled, &whileRunning, [this](bool ticked) {
+        if (ticked) {
+            run_.stop();
+        }
+    });
+    co_await returns_.takeForwardReturns(ui_->Check1->isChecked(), stop);
 }
 
 void Form12::Command5_Click() {
@@ -115,7 +141,9 @@ void Form12::Command5_Click() {
 }
 
 void Form12::Command6_Click() {
-    forecast_.changeSummary(textOf(*ui_->Text6));
+    searches_.start([this](std::stop_token stop) {
+        return forecast_.changeSummary(textOf(*ui_->Text6), stop);
+    });
 }
 
 void Form12::MSHFlexGrid1_RowChosen(int row) {
@@ -132,17 +160,25 @@ void Form12::MSHFlexGrid1_DblClick() {
     }
 }
 
-// The edits write to the store of which a run holds the lock now and then.
-void Form12::showRun(const ResearchProgress& progress) {
-    for (QPushButton* button :
-         {ui_->Command1, ui_->Command3, ui_->Command4, ui_->Command9, ui_->Command6}) {
-        button->setEnabled(!progress.running);
+// The edits search anew, and write to the store of which a run holds the lock now and then.
+void Form12::enableControls() {
+    const bool runs = run_.running();
+    for (QPushButton* button : {ui_->Command1, ui_->Command3, ui_->Command4, ui_->Command9}) {
+        button->setEnabled(!runs);
     }
-    ui_->修改关注度->setEnabled(!progress.running);
-    ui_->删除一个->setEnabled(!progress.running);
-    const bool stopping = progress.running && progress.stopping;
-    ui_->stop->setEnabled(progress.running && !stopping);
+    ui_->Command2->setEnabled(!searching_);
+    ui_->Command6->setEnabled(!runs && !searching_);
+    ui_->修改关注度->setEnabled(!runs && !searching_);
+    ui_->删除一个->setEnabled(!runs && !searching_);
+    const bool stopping = run_.stopping() && !searching_;
+    ui_->stop->setEnabled(searching_ || (runs && !stopping));
     ui_->stop->setText(stopping ? u"正在停止…"_s : u"停止"_s);
+}
+
+void Form12::showRun(const ResearchProgress& progress) {
+    enableControls();
+    ui_->progress->setVisible(progress.running);
+    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
     const bool tellsTime = progress.running && !progress.caption.isEmpty();
     setWindowTitle(tellsTime ? progress.caption : caption_);
     ui_->Label2->setText(progress.label2);
@@ -150,9 +186,18 @@ void Form12::showRun(const ResearchProgress& progress) {
     ui_->Label6->setText(progress.label6);
 }
 
-void Form12::reject() {
-    if (run_.running()) {
+// A search first: it is the shorter one, and the days of a run took long.
+void Form12::stop() {
+    if (searching_) {
+        searches_.stop();
+    } else {
         run_.stop();
+    }
+}
+
+void Form12::reject() {
+    if (searching_ || run_.running()) {
+        stop();
     } else {
         close();
     }

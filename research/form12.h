@@ -4,13 +4,14 @@
 // SelectionScan, ForwardReturns and EarningsForecast.
 #pragma once
 
+#include <QCloseEvent>
+#include <QDialog>
 #include <QMenu>
 #include <memory>
 
 #include "base/runs.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
-#include "frame/run_window.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "research/earnings_forecast.h"
@@ -24,7 +25,7 @@ class Form12;
 
 namespace guanchao {
 
-class Form12 : public RunWindow {
+class Form12 : public QDialog {
     Q_OBJECT
 
 public:
@@ -32,15 +33,21 @@ public:
     ~Form12() override;
 
 public slots:
-    // Esc: ends a run first, then the window.
+    // Esc: ends a run or a search first, then the window.
     void reject() override;
 
+protected:
+    // Every other way closes it at once.
+    void closeEvent(QCloseEvent* event) override { event->accept(); }
+
 private:
-    bool runs() const override { return run_.running(); }
-    void cancelRun() override { run_.cancel(); }
     void connectControls();
     void connectRuns();
     SelectionQuery query() const;
+    QCoro::Task<> search(QString written, std::stop_token stop);
+    QCoro::Task<> takeReturns(std::stop_token stop);
+    void stop();
+    void enableControls();
     void showRun(const ResearchProgress& progress);
 
     void Form_Load();
@@ -56,13 +63,15 @@ private:
     ResultGrid grid_;
     SelectionSearch search_;
     EarningsForecast forecast_;
+    bool searching_ = false;
     ResearchRun run_;
     SelectionScan scan_;
     ForwardReturns returns_;
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on a row
-    Runs edits_;
+    Runs searches_;   // and edits, which search anew
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -1,5 +1,7 @@
 #include "research/form24.h"
 
+#include <QScopeGuard>
+
 #include "ui_form24.h"
 
 namespace guanchao {
@@ -7,12 +9,13 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 Form24::Form24(Environment& environment, Windows&)
-    : RunWindow(Qt::Window),
+    : QDialog(nullptr, Qt::Window),
       ui_(std::make_unique<Ui::Form24>()),
-      run_(environment.pump, u"一次对比正在进行，请等它结束。"_s, [this] { showRun(); }),
       history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               DayHistory(environment.http, environment.services.history), environment.askedHistory,
-               run_, grid_, [this](const ThemeHistoryStep& step) { showStep(step); }) {
+               DayHistory(environment.client, environment.services.history),
+               environment.askedHistory, grid_,
+               [this](const ThemeHistoryStep& step) { showStep(step); }),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
@@ -20,29 +23,32 @@ Form24::Form24(Environment& environment, Windows&)
     ui_->tableAndPlot->setSizes({1000, 1000});
     first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
     last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
-    connect(ui_->Command9, &QPushButton::clicked, this, &Form24::Command9_Click);
-    connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.cancel(); });
+    connect(ui_->Command9, &QPushButton::clicked, this,
+            [this] { runs_.start([this](std::stop_token stop) { return compare(stop); }); });
+    connect(ui_->stop, &QPushButton::clicked, this, [this] { runs_.stop(); });
     ui_->Text1->setText(environment.globals.dangqianzhuti);
     first_->setTexts(history_.firstDay());
     last_->setTexts(history_.lastDay());
-    showRun();
+    showRun(false);
 }
 
 Form24::~Form24() = default;
 
-void Form24::Command9_Click() {
-    doRun([this] {
-        const std::optional<ThemeHistoryResult> result =
-            history_.compare(first_->texts(), last_->texts(), ui_->Text1->text());
-        if (result) {
-            ui_->Label3->setText(result->line);
-            ui_->plot->showPoints(result->points, result->hasTheme);
-        }
-    });
+QCoro::Task<> Form24::compare(std::stop_token stop) {
+    showRun(true);
+    const auto end = qScopeGuard([this] { showRun(false); });
+    const DateTexts first = first_->texts();
+    const DateTexts last = last_->texts();
+    const QString theme = ui_->Text1->text();
+    const std::optional<ThemeHistoryResult> result =
+        co_await history_.compare(first, last, theme, stop);
+    if (result) {
+        ui_->Label3->setText(result->line);
+        ui_->plot->showPoints(result->points, result->hasTheme);
+    }
 }
 
-void Form24::showRun() {
-    const bool running = run_.running();
+void Form24::showRun(bool running) {
     ui_->Command9->setEnabled(!running);
     ui_->stop->setEnabled(running);
     ui_->Label4->setVisible(running);
@@ -57,8 +63,8 @@ void Form24::showStep(const ThemeHistoryStep& step) {
 }
 
 void Form24::reject() {
-    if (run_.running()) {
-        run_.cancel();
+    if (runs_.running()) {
+        runs_.stop();
     } else {
         close();
     }

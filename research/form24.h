@@ -3,12 +3,13 @@
 // ThemeHistory and DayCache. Its load takes dangqianzhuti over.
 #pragma once
 
+#include <QCloseEvent>
+#include <QDialog>
 #include <memory>
 
-#include "base/cancellable_run.h"
+#include "base/runs.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
-#include "frame/run_window.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "research/theme_history.h"
@@ -19,7 +20,7 @@ class Form24;
 
 namespace guanchao {
 
-class Form24 : public RunWindow {
+class Form24 : public QDialog {
     Q_OBJECT
 
 public:
@@ -30,19 +31,21 @@ public slots:
     // Esc ends a run before it closes the window.
     void reject() override;
 
+protected:
+    // Every other way closes it at once.
+    void closeEvent(QCloseEvent* event) override { event->accept(); }
+
 private:
-    bool runs() const override { return run_.running(); }
-    void cancelRun() override { run_.cancel(); }
-    void Command9_Click();
-    void showRun();
+    QCoro::Task<> compare(std::stop_token stop);
+    void showRun(bool running);
     void showStep(const ThemeHistoryStep& step);
 
     std::unique_ptr<Ui::Form24> ui_;
     ResultGrid grid_;
-    CancellableRun run_;
     ThemeHistory history_;
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
+    Runs runs_;
 };
 
 }  // namespace guanchao

@@ -93,30 +93,32 @@ QString updateStatement(const ForwardGains& gains, const QString& rowid) {
 // One run over its two stores.
 class AllReturns {
 public:
-    AllReturns(const Stores& stores, ResearchRun& run, Activity& activity)
+    AllReturns(const Stores& stores, ResearchWork& work, Activity& activity)
         : main_(stores.main.open()),
           dayHistory_(stores.firstHistory.open()),
-          run_(run),
+          work_(work),
           activity_(activity) {}
 
     // True if every code was taken.
-    bool take(const std::function<bool()>& stopTicked) {
+    bool take(bool stopTicked) {
         main_.execute(u"update dmb set temp=0"_s);
         activity_.wrote(u"代码表重新开始的完成标记"_s);
         Recordset codes(main_,
                         u"select rowid,dm,jc from yejiyuyuejinqi where "
                         u" date(todayriqi)>='2016-04-01' group by dm "_s);
-        run_.showLabel2(u"代码总数:"_s + QString::number(codes.count()));
+        work_.showLabel2(u"代码总数:"_s + QString::number(codes.count()));
+        work_.begin(codes.count());
         for (; !codes.atEnd(); codes.moveNext()) {
             const QString dm = codes.value(u"dm").toText();
             takeCode(dm);
             main_.execute(u"update  dmb set temp=1 where dm='"_s + dm + u"'"_s);
-            run_.showLabel3(u"当前代码:"_s + dm);
-            if (stopTicked() || run_.stopped()) {
-                run_.showLabel3(u"提前停止:"_s + dm);
+            work_.showLabel3(u"当前代码:"_s + dm);
+            work_.oneDone();
+            if (stopTicked || work_.stopped()) {
+                work_.showLabel3(u"提前停止:"_s + dm);
                 return false;
             }
-            run_.yield();
+            work_.endIfAbandoned();
         }
         return true;
     }
@@ -139,7 +141,7 @@ private:
                 return readHistory(dayHistory_, dm, shijian, row.value(u"yuyuedate").toText());
             });
             main_.execute(updateStatement(gains, row.value(u"rowid").toText()));
-            run_.yield();
+            work_.endIfAbandoned();
         }
         transaction.commit();
         if (!std::exchange(wroteCode_, true)) {
@@ -149,7 +151,7 @@ private:
 
     Connection main_;
     Connection dayHistory_;
-    ResearchRun& run_;
+    ResearchWork& work_;
     Activity& activity_;
     bool wroteCode_ = false;
 };
@@ -223,13 +225,15 @@ ForwardReturns::ForwardReturns(const Stores& stores, const Globals& globals, Dia
                                ResearchRun& run)
     : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
-void ForwardReturns::takeForwardReturns(const std::function<bool()>& stopTicked) {
-    Activity activity(u"取后期涨幅"_s);
-    if (refusesWhileWriting(globals_, dialogs_, u"取后期涨幅"_s)) {
-        return;
+QCoro::Task<> ForwardReturns::takeForwardReturns(bool stopTicked, std::stop_token stop) {
+    const QString name = u"取后期涨幅"_s;
+    if (refusesWhileWriting(globals_, dialogs_, name)) {
+        co_return;
     }
-    bool complete = false;
-    run_.run([&] { complete = AllReturns(stores_, run_, activity).take(stopTicked); });
+    const auto job = [stores = stores_, stopTicked](ResearchWork& work, Activity& activity) {
+        return AllReturns(stores, work, activity).take(stopTicked);
+    };
+    const bool complete = co_await run_.run(name, job, stop);
     if (complete) {
         dialogs_.tell(u"取后期涨幅完成!"_s, u"听涛阁"_s);
     }

@@ -59,11 +59,12 @@ public:
     ForwardReturns(const Stores& stores, const Globals& globals, Dialogs& dialogs,
                    ResearchRun& run);
 
-    // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. `stopTicked` tells whether
-    // Check1 is ticked and is asked after each code; the run then ends without a message. It
-    // doesn't begin while an import writes. The store refuses the statement that reads a history,
-    // so a run ends at the first code that has announcements of its own.
-    void takeForwardReturns(const std::function<bool()>& stopTicked);
+    // 取后期涨幅 (Command9): all announcements from 2016-04-01 on. With Check1 ticked
+    // (`stopTicked`) it ends after the first code, as a run that is stopped does after the one in
+    // work, without a message. It doesn't begin while an import writes. The store refuses the
+    // statement that reads a history, so a run ends at the first code that has announcements of its
+    // own.
+    QCoro::Task<> takeForwardReturns(bool stopTicked, std::stop_token stop);
 
     // 计算前面涨幅: what the stock had gained before the day (yyyy-MM-dd); all 0 if the history
     // can't be read. `showCaption` gets the words for the window's caption. No button runs it at

@@ -1,5 +1,9 @@
 #include "research/research_run.h"
 
+#include <QScopeGuard>
+
+#include "base/time_left.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,37 +15,65 @@ bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString
     return globals.hqmang > 0;
 }
 
-ResearchRun::ResearchRun(EventPump& pump, Show show)
-    : show_(std::move(show)),
-      run_(pump, u"另一次计算正在进行，请等它结束或先停止它。"_s, [this] { beginOrEnd(); }) {}
-
-void ResearchRun::beginOrEnd() {
-    if (run_.running()) {
-        progress_ = ResearchProgress();
-    }
-    progress_.running = run_.running();
-    show_(progress_);
+void ResearchWork::begin(int total) {
+    progress_.total = total;
+    sinceBegin_.start();
+    work_.tell(progress_);
 }
 
-void ResearchRun::yieldWhilePreparing() {
-    yield();
-    if (stopped()) {
-        run_.cancel();
-        yield();
+void ResearchWork::oneDone() {
+    ++progress_.done;
+    progress_.timeLeft = timeLeftWords(std::chrono::nanoseconds(sinceBegin_.nsecsElapsed()),
+                                       progress_.done, progress_.total);
+    work_.tell(progress_);
+}
+
+void ResearchWork::show(QString ResearchProgress::*word, const QString& text) {
+    progress_.*word = text;
+    work_.tell(progress_);
+}
+
+QCoro::Task<bool> ResearchRun::run(QString name, Job job, std::stop_token stop) {
+    requireIdle(name);
+    wanted_ = std::stop_source();
+    progress_ = {};
+    progress_.running = true;
+    show_(progress_);
+    const auto end = qScopeGuard([this] {
+        progress_.running = false;
+        show_(progress_);
+    });
+    const auto inThread = [name, job](Work<ResearchProgress>& work) {
+        Activity activity(name);
+        ResearchWork own(work);
+        return job(own, activity);
+    };
+    const Show show = [this](const ResearchProgress& words) { take(words); };
+    const std::optional<bool> complete =
+        co_await inWorker<ResearchProgress>(inThread, show, wanted_.get_token(), stop);
+    co_return complete.value_or(false);
+}
+
+void ResearchRun::requireIdle(const QString& name) const {
+    const Activity activity(name);
+    if (running()) {
+        throw OperationError(u"另一次计算正在进行，请等它结束或先停止它。"_s);
     }
+}
+
+void ResearchRun::take(ResearchProgress words) {
+    words.running = true;
+    words.stopping = progress_.stopping;
+    progress_ = words;
+    show_(progress_);
 }
 
 void ResearchRun::stop() {
-    if (stopped()) {
-        return;
+    if (!progress_.stopping) {
+        progress_.stopping = true;
+        wanted_.request_stop();
+        show_(progress_);
     }
-    progress_.stopping = true;
-    show_(progress_);
-}
-
-void ResearchRun::show(QString ResearchProgress::*word, const QString& text) {
-    progress_.*word = text;
-    show_(progress_);
 }
 
 }  // namespace guanchao

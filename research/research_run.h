@@ -1,19 +1,22 @@
-// One run of historical research: the words that it shows, the events that it lets happen, and its
-// two early ends: the user stops it between two days, or its window closes. Form12 owns one for all
-// of its buttons, so that no two run at once.
+// One run of historical research, in a thread of its own: the words that it shows, and its two
+// early ends: the user stops it between two days, or its window closes. Form12 owns one for all of
+// its buttons, so that no two run at once.
 #pragma once
 
+#include <QCoro/QCoroTask>
+#include <QElapsedTimer>
 #include <QString>
 #include <functional>
+#include <stop_token>
 
-#include "base/cancellable_run.h"
+#include "base/activity.h"
 #include "base/globals.h"
+#include "base/worker.h"
 #include "platform/dialogs.h"
 
 namespace guanchao {
 
-// True, and told to the user, while an import or a download writes: a run would wait for this
-// program's own lock. `action` ends the words: 选股.
+// True, and told to the user, while an import or a download writes. `action` ends the words: 选股.
 bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action);
 
 // The words of Form12 while a run goes on and after it.
@@ -24,46 +27,66 @@ struct ResearchProgress {
     QString label2;         // the theme that is looked at, or 代码总数: and the number
     QString label3;         // 选中题材: and the theme taken, or 当前代码: and the code
     QString label6;         // the day
+    int done = 0;           // days or codes
+    int total = 0;          // 0 while it prepares
+    QString timeLeft;       // 剩余约 n 秒
+};
+
+// For a job: each word is told as it comes, with those before it.
+class ResearchWork {
+public:
+    explicit ResearchWork(Work<ResearchProgress>& work) : work_(work) {}
+
+    void showCaption(const QString& text) { show(&ResearchProgress::caption, text); }
+    void showLabel2(const QString& text) { show(&ResearchProgress::label2, text); }
+    void showLabel3(const QString& text) { show(&ResearchProgress::label3, text); }
+    void showLabel6(const QString& text) { show(&ResearchProgress::label6, text); }
+    // So many days or codes are to come; one is done.
+    void begin(int total);
+    void oneDone();
+
+    // True once the user wants the run to end where it loses nothing.
+    bool stopped() const { return work_.isToStop(); }
+    // Between small steps: doesn't return if the window is gone.
+    void endIfAbandoned() const { work_.endIfAbandoned(); }
+    // The same while there is nothing yet that a stop could leave half done.
+    void endIfStopped() const { work_.endIfStopped(); }
+
+private:
+    void show(QString ResearchProgress::*word, const QString& text);
+
+    Work<ResearchProgress>& work_;
+    ResearchProgress progress_;
+    QElapsedTimer sinceBegin_;
 };
 
 class ResearchRun {
 public:
     using Show = std::function<void(const ResearchProgress&)>;
+    // In the thread: tells whether nothing was left out. The activity is that of the run.
+    using Job = std::function<bool(ResearchWork& work, Activity& activity)>;
 
-    // `show` is called at the beginning, with each new word and at the end, then with `running`
-    // false and the last words.
-    ResearchRun(EventPump& pump, Show show);
+    // `show` is called at the beginning, with new words and at the end, then with `running` false
+    // and the last words.
+    explicit ResearchRun(Show show) : show_(std::move(show)) {}
 
-    // Does the job, up to its end or until it is cancelled; what was committed stays. Raises what
-    // the job raises, and OperationError if a run is under way.
-    void run(const std::function<void()>& job) { run_.run(job); }
-
-    // For the job.
-    void showCaption(const QString& text) { show(&ResearchProgress::caption, text); }
-    void showLabel2(const QString& text) { show(&ResearchProgress::label2, text); }
-    void showLabel3(const QString& text) { show(&ResearchProgress::label3, text); }
-    void showLabel6(const QString& text) { show(&ResearchProgress::label6, text); }
-    // Events may happen. They come at every row of a history, some microseconds apart, so the pump
-    // lets only those through that the user could notice. Doesn't return from a cancelled run.
-    void yield() { run_.letEventsHappenIfDue(); }
-    // The same while there is nothing yet that a stop could leave half done: it cancels then.
-    void yieldWhilePreparing();
-    // True once the user wants the run to end where it loses nothing.
-    bool stopped() const { return progress_.stopping; }
+    // Does the job, which takes what it needs by value, and gives what it tells; false if it was
+    // stopped. What was committed stays. Raises what the job raises, and OperationError if a run is
+    // under way.
+    QCoro::Task<bool> run(QString name, Job job, std::stop_token stop);
 
     // For the window: end after the day or code in work.
     void stop();
-    // For the closing window, which must live on until run() has returned: end at the next yield.
-    void cancel() { run_.cancel(); }
-    bool running() const { return run_.running(); }
+    bool running() const { return progress_.running; }
+    bool stopping() const { return progress_.running && progress_.stopping; }
 
 private:
-    void beginOrEnd();
-    void show(QString ResearchProgress::*word, const QString& text);
+    void requireIdle(const QString& name) const;
+    void take(ResearchProgress words);
 
     Show show_;
-    CancellableRun run_;
     ResearchProgress progress_;
+    std::stop_source wanted_;
 };
 
 }  // namespace guanchao

@@ -51,17 +51,18 @@ QString themeDayItself(const QString&, const QString& day) {
 // One scan over its three stores.
 class Scan {
 public:
-    Scan(const Stores& stores, ResearchRun& run, Activity& activity, bool writesHigh)
+    Scan(const Stores& stores, ResearchWork& work, Activity& activity, bool writesHigh)
         : dayHistory_(stores.firstHistory.open()),
           stockHistory_(stores.secondHistory),
           main_(stores.main.open()),
-          run_(run),
+          work_(work),
           activity_(activity),
           writesHigh_(writesHigh) {
         prepare([this] { copies_.coverMemberships(); });
     }
 
-    void chooseThemes() {
+    // True, as below, if no day was left out.
+    bool chooseThemes() {
         prepare([this] {
             copies_.coverByDay(u"geguhq"_s, u"dm,shijian,sp,qiansp,zg,zd"_s,
                                u"date(shijian)>'2017-04-06'"_s);
@@ -71,23 +72,27 @@ public:
             u"select  date(shijian) as shijian,round((cast(sp as Double)/cast(qiansp as"
             u" Double)-1)*100,2) as zhangfu from SH000001   where date(shijian)>'2017-04-06'"
             u" order by date(shijian) asc"_s);
-        for (; !index.atEnd() && !run_.stopped(); index.moveNext()) {
+        work_.begin(index.count());
+        for (; !index.atEnd() && !work_.stopped(); index.moveNext()) {
             chooseThemesOfDay(index);
+            work_.oneDone();
         }
+        return index.atEnd();
     }
 
-    // True if no theme-day was left out.
     bool addStocks(const Anchor& anchor) {
         Recordset chosen(main_,
                          u"select  date(riqi) as shijian,ticai from xuanticai   where"
                          u" date(riqi)>'2006-04-06' order by date(riqi) asc,ticai"_s);
-        for (; !chosen.atEnd() && !run_.stopped(); chosen.moveNext()) {
+        work_.begin(chosen.count());
+        for (; !chosen.atEnd() && !work_.stopped(); chosen.moveNext()) {
             const QString day = chosen.value(u"shijian").toText();
             if (day >= firstDay) {
-                run_.showCaption(u"计算到时间:"_s + day);
+                work_.showCaption(u"计算到时间:"_s + day);
                 takeMembers(chosen.value(u"ticai").toText(), day, anchor);
             }
             storeDay();
+            work_.oneDone();
         }
         return chosen.atEnd();
     }
@@ -106,21 +111,21 @@ public:
 
 private:
     void prepare(const std::function<void()>& copy) {
-        const auto end = qScopeGuard([this] { run_.showLabel3({}); });
+        const auto end = qScopeGuard([this] { work_.showLabel3({}); });
         copy();
     }
 
     void tellOfCopy() {
-        run_.showLabel3(u"正在整理历史行情…"_s);
-        run_.yieldWhilePreparing();
+        work_.showLabel3(u"正在整理历史行情…"_s);
+        work_.endIfStopped();
     }
 
     void chooseThemesOfDay(const Recordset& index) {
         const QString day = index.value(u"shijian").toText();
         if (day >= firstDay) {
-            run_.showCaption(u"计算到时间:"_s + day);
-            run_.showLabel6(day);
-            run_.yield();
+            work_.showCaption(u"计算到时间:"_s + day);
+            work_.showLabel6(day);
+            work_.endIfAbandoned();
             chooseBestThemes(day, index.value(u"zhangfu"));
         }
         storeDay();
@@ -129,8 +134,8 @@ private:
     void chooseBestThemes(const QString& day, const Value& indexGain) {
         for (Recordset theme(dayHistory_, themesOfDay(day)); !theme.atEnd(); theme.moveNext()) {
             const QString zhutiname = theme.value(u"zhutiname").toText();
-            run_.showLabel2(zhutiname);
-            run_.yield();
+            work_.showLabel2(zhutiname);
+            work_.endIfAbandoned();
             if (isBelowTheBar(theme)) {
                 return;
             }
@@ -153,8 +158,8 @@ private:
     }
 
     void takeMembers(const QString& zhutiname, const QString& day, const Anchor& anchor) {
-        run_.showLabel3(u"选中题材:"_s + zhutiname);
-        run_.yield();
+        work_.showLabel3(u"选中题材:"_s + zhutiname);
+        work_.endIfAbandoned();
         Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname='"_s +
                                           zhutiname + u"' order by rowid"_s);
         for (; !member.atEnd(); member.moveNext()) {
@@ -173,8 +178,7 @@ private:
         }
     }
 
-    // The rows of a day wait until it is complete: events happen all the while, and the alarm poll
-    // or another window would wait in vain for a store that a transaction below them has locked.
+    // The rows of a day wait until it is complete: alarms and other windows write all the while.
     void storeDay() {
         Transaction transaction(main_);
         const QStringList statements = std::exchange(statements_, {});
@@ -190,14 +194,34 @@ private:
     Connection dayHistory_;
     StockHistory stockHistory_;
     Connection main_;
-    ResearchRun& run_;
+    ResearchWork& work_;
     Activity& activity_;
     bool wroteDay_ = false;
     bool writesHigh_;
     IndexedCopies copies_{dayHistory_, [this] { tellOfCopy(); }};
-    StockRowBuilder builder_{stockHistory_, main_, run_};
+    StockRowBuilder builder_{stockHistory_, main_, work_};
     QStringList statements_;
 };
+
+ResearchRun::Job chooseThemesOf(const Stores& stores) {
+    return [stores](ResearchWork& work, Activity& activity) {
+        return Scan(stores, work, activity, false).chooseThemes();
+    };
+}
+
+ResearchRun::Job addStocksOf(const Stores& stores) {
+    return [stores](ResearchWork& work, Activity& activity) {
+        return Scan(stores, work, activity, true).addStocks(themeDayItself);
+    };
+}
+
+ResearchRun::Job addFallenStocksOf(const Stores& stores) {
+    return [stores](ResearchWork& work, Activity& activity) {
+        Scan scan(stores, work, activity, true);
+        return scan.addStocks(
+            [&scan](const QString& dm, const QString& day) { return scan.dayAfterFall(dm, day); });
+    };
+}
 
 }  // namespace
 
@@ -205,36 +229,30 @@ SelectionScan::SelectionScan(const Stores& stores, const Globals& globals, Dialo
                              ResearchRun& run)
     : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
-void SelectionScan::chooseThemes() {
-    Activity activity(u"选历年主题"_s);
-    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
-        return;
-    }
-    run_.run([&] { Scan(stores_, run_, activity, false).chooseThemes(); });
+QCoro::Task<> SelectionScan::chooseThemes(std::stop_token stop) {
+    const ResearchRun::Job job = chooseThemesOf(stores_);
+    co_await scan(u"选历年主题"_s, job, stop);
 }
 
-void SelectionScan::addStocks() {
-    Activity activity(u"根据选中的主题补充股票"_s);
-    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
-        return;
-    }
-    run_.run([&] { Scan(stores_, run_, activity, true).addStocks(themeDayItself); });
+QCoro::Task<> SelectionScan::addStocks(std::stop_token stop) {
+    const ResearchRun::Job job = addStocksOf(stores_);
+    co_await scan(u"根据选中的主题补充股票"_s, job, stop);
 }
 
-void SelectionScan::addFallenStocks() {
-    Activity activity(u"选后2天跌7%的"_s);
-    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
-        return;
-    }
-    bool complete = false;
-    run_.run([&] {
-        Scan scan(stores_, run_, activity, true);
-        complete = scan.addStocks(
-            [&scan](const QString& dm, const QString& day) { return scan.dayAfterFall(dm, day); });
-    });
+QCoro::Task<> SelectionScan::addFallenStocks(std::stop_token stop) {
+    const ResearchRun::Job job = addFallenStocksOf(stores_);
+    const bool complete = co_await scan(u"选后2天跌7%的"_s, job, stop);
     if (complete) {
         dialogs_.tell(u"完成!"_s, u"听涛阁"_s);
     }
+}
+
+QCoro::Task<bool> SelectionScan::scan(QString name, ResearchRun::Job job, std::stop_token stop) {
+    if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
+        co_return false;
+    }
+    const bool complete = co_await run_.run(name, job, stop);
+    co_return complete;
 }
 
 }  // namespace guanchao

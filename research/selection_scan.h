@@ -14,21 +14,23 @@ public:
     SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs, ResearchRun& run);
 
     // Each of the three raises OperationError if the run is in use. It ends without a message when
-    // the user stops it or its window closes, and doesn't begin while an import writes.
+    // the user stops it, and doesn't begin while an import writes.
 
     // 选历年主题 (Command1): the themes with unusually many stocks at their limit, day by day of
     // the index, and a row for each of their stocks.
-    void chooseThemes();
+    QCoro::Task<> chooseThemes(std::stop_token stop);
 
     // 根据选中的主题补充股票 (Command3): the stock rows of the chosen themes once more, by today's
     // members.
-    void addStocks();
+    QCoro::Task<> addStocks(std::stop_token stop);
 
     // 选后2天跌7%的 (Command4): the same, of the stocks that fell by 7 % within the next two days,
     // as they stand on the second of these. Tells 完成! at its end.
-    void addFallenStocks();
+    QCoro::Task<> addFallenStocks(std::stop_token stop);
 
 private:
+    QCoro::Task<bool> scan(QString name, ResearchRun::Job job, std::stop_token stop);
+
     const Stores& stores_;
     const Globals& globals_;
     Dialogs& dialogs_;

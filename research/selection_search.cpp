@@ -6,8 +6,8 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "base/worker.h"
 #include "grid/tianchongbiao.h"
-#include "store/recordset.h"
 
 namespace guanchao {
 
@@ -103,6 +103,29 @@ std::vector<SelectionGains> gainsOf(Recordset& found) {
     return rows;
 }
 
+struct Found {
+    Recordset rows;
+    QString score;
+};
+
+// A search tells of nothing before its end.
+using Nothing = std::monostate;
+
+Found find(const StoreFile& main, const SelectionQuery& query, const QString& written,
+           const Work<Nothing>& work) {
+    Activity anew({});
+    if (!written.isEmpty()) {
+        anew.wrote(written);
+    }
+    const Activity activity(
+        u"搜索"_s,
+        u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
+    Connection store = main.open();
+    Recordset rows(store, query.statement(), [&work] { work.endIfAbandoned(); });
+    const QString score = scoreLine(gainsOf(rows), query.mergeDates);
+    return {std::move(rows), score};
+}
+
 void setWidths(ResultGrid& grid) {
     const QList<int> widths = {500, 1200, 1100, 1200, 1200, 800, 700, 700, 700};
     grid.setColWidths(widths);
@@ -178,13 +201,18 @@ SelectionSearch::SelectionSearch(const Stores& stores, Globals& globals, ResultG
     grid_.setKeyColumns({codeColumn, dateColumn, themeColumn});
 }
 
-QString SelectionSearch::search(const SelectionQuery& query) {
-    const Activity activity(
-        u"搜索"_s,
-        u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
-    Connection store = stores_.main.open();
-    Recordset found(store, query.statement());
-    const QString score = scoreLine(gainsOf(found), query.mergeDates);
+QCoro::Task<QString> SelectionSearch::search(SelectionQuery query, QString written,
+                                             std::stop_token stop) {
+    const auto read = [main = stores_.main, query, written](Work<Nothing>& work) {
+        return find(main, query, written, work);
+    };
+    const std::function<void(const Nothing&)> show = [](const Nothing&) {};
+    std::optional<Found> found = co_await inWorker<Nothing>(read, show, {}, stop);
+    fillGrid(found->rows);
+    co_return found->score;
+}
+
+void SelectionSearch::fillGrid(Recordset& found) {
     const GridFill fill(grid_);
     grid_.clear();
     grid_.setRows(1);
@@ -194,7 +222,6 @@ QString SelectionSearch::search(const SelectionQuery& query) {
         setWidths(grid_);
         colour(grid_);
     }
-    return score;
 }
 
 std::optional<PressedRow> SelectionSearch::press(int row) {

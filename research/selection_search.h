@@ -4,15 +4,18 @@
 // grid and score stay as they were.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QString>
 #include <array>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 #include "base/date_trio.h"
 #include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/shell.h"
+#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -60,14 +63,17 @@ class SelectionSearch {
 public:
     SelectionSearch(const Stores& stores, Globals& globals, ResultGrid& grid);
 
-    // 搜索 (Command2): fills the grid and returns the score line.
-    QString search(const SelectionQuery& query);
+    // 搜索 (Command2): reads in a thread of its own, then fills the grid and gives the score line.
+    // `written` is what the operation that searches anew has written and a failure leaves.
+    QCoro::Task<QString> search(SelectionQuery query, QString written, std::stop_token stop);
 
     // A press on a row of a result hands its stock and its last cell over (dangqiandm,
     // dangqianjilu: 0 for a cell that is no whole number of 32 bits); nothing if it is none.
     std::optional<PressedRow> press(int row);
 
 private:
+    void fillGrid(Recordset& found);
+
     const Stores& stores_;
     Globals& globals_;
     ResultGrid& grid_;

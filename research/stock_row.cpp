@@ -13,12 +13,12 @@ constexpr int fewestDaysBack = 10;
 
 }  // namespace
 
-StockRowBuilder::StockRowBuilder(StockHistory& history, Connection& main, ResearchRun& run)
-    : history_(history), main_(main), run_(run) {}
+StockRowBuilder::StockRowBuilder(StockHistory& history, Connection& main, const ResearchWork& work)
+    : history_(history), main_(main), work_(work) {}
 
 std::optional<StockRow> StockRowBuilder::build(const QString& dm, const QString& D) {
     if (history_.makeTableIfMissing(dm)) {
-        run_.yield();
+        work_.endIfAbandoned();
     }
     StockRow row;
     row.dm = dm;
@@ -61,7 +61,7 @@ bool StockRowBuilder::readBack(const QString& D, StockRow& row) {
         if (counter > 28) {
             row.qian30sp = value(u"fuquansp");
         }
-        run_.yield();
+        work_.endIfAbandoned();
     }
     row.chengjl10ri = volumes / volumeDays;
     return true;
@@ -89,7 +89,7 @@ bool StockRowBuilder::readForward(const QString& D, StockRow& row) {
         if (counter > 8) {
             row.hou10sp = value(u"fuquansp");
         }
-        run_.yield();
+        work_.endIfAbandoned();
     }
     return true;
 }

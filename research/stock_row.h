@@ -34,8 +34,8 @@ struct StockRow {
 
 class StockRowBuilder {
 public:
-    // The run yields after every day of a history.
-    StockRowBuilder(StockHistory& history, Connection& main, ResearchRun& run);
+    // Ends with the run after any day of a history.
+    StockRowBuilder(StockHistory& history, Connection& main, const ResearchWork& work);
 
     // The row of a stock with D (yyyy-MM-dd) as its anchor day; nothing with fewer than 10 days of
     // history up to D or none behind it. A stock that didn't trade on D is taken as it last traded.
@@ -47,7 +47,7 @@ private:
 
     StockHistory& history_;
     Connection& main_;
-    ResearchRun& run_;
+    const ResearchWork& work_;
 };
 
 // The statement that stores the row under a theme-day, a time text; `withHigh` puts zg among the

@@ -1,10 +1,9 @@
 #include "research/theme_history.h"
 
-#include "base/activity.h"
 #include "base/values.h"
+#include "base/worker.h"
 #include "grid/tianchongbiao.h"
 #include "research/research_run.h"
-#include "store/recordset.h"
 
 namespace guanchao {
 
@@ -51,13 +50,84 @@ Value themeGain(Connection& store, const QString& theme, const QString& day) {
 }
 
 // All at once: day by day each statement would sync the disk, and a transaction around the days
-// would hold the lock while events happen.
+// would hold the lock for long.
 void writeComparison(Connection& store, const QStringList& statements) {
     Transaction transaction(store);
     for (const QString& statement : statements) {
         store.execute(statement);
     }
     transaction.commit();
+}
+
+using Works = Work<ThemeHistoryStep>;
+
+// The index and the theme's stocks, with the days that are there.
+QList<CachedDays> cachedCodes(const StoreFile& main, const QString& theme, const Works& work) {
+    const Activity activity = comparing();
+    Connection store = main.open();
+    QList<CachedDays> codes = {cachedDays(store, indexCode)};
+    Recordset members(store,
+                      u"select distinct dm  FROM dzhzhuti where zhutiname='"_s + theme + u"'"_s);
+    for (; !members.atEnd(); members.moveNext()) {
+        work.endIfAbandoned();
+        const QString dm = members.value(u"dm").toText();
+        if (dm != indexCode) {
+            codes << cachedDays(store, dm);
+        }
+    }
+    return codes;
+}
+
+struct Range {
+    QDate first;
+    QDate last;
+    QString theme;
+};
+
+// Returns the statements that write the comparison.
+QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResult& result,
+                        Works& work) {
+    QStringList statements = {u"delete from zhutidapanhq"_s};
+    HistoryPoint total;
+    for (Recordset days(store, indexQuery(range.first, range.last)); !days.atEnd();
+         days.moveNext()) {
+        const QString day = days.value(u"riqi").toText();
+        const Value& gain = days.value(u"zhangfu");
+        work.tell({day.left(10), static_cast<int>(result.points.size()) + 1, days.count()});
+        work.endIfAbandoned();
+        total.day = QDate::fromString(day.left(10), Qt::ISODate);
+        total.index += gain.toNumber();
+        statements << u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values('"_s + day +
+                          u"',"_s + gain.toText() + u",'"_s + days.value(u"sp").toText() + u"')"_s;
+        const Value mean = themeGain(store, range.theme, day);
+        if (!mean.isNull()) {
+            total.theme += mean.toNumber();
+            result.hasTheme = true;
+            statements << u"update zhutidapanhq set zhutiname='"_s + range.theme +
+                              u"',zhutizhangfu="_s + mean.toText() + u" where datetime(riqi)='"_s +
+                              day + u"'"_s;
+        }
+        result.points << total;
+    }
+    result.line = lineOf(total);
+    return statements;
+}
+
+struct Comparison {
+    ThemeHistoryResult result;
+    Recordset days;  // newest first
+};
+
+Comparison compareIn(const StoreFile& main, const Range& range, Works& work) {
+    const Activity activity = comparing();
+    Connection store = main.open();
+    ThemeHistoryResult result;
+    writeComparison(store, compareDays(store, range, result, work));
+    return {result, Recordset(store,
+                              u"select riqi as 日期,zhutiname as 主题名称,"
+                              u"zhutizhangfu as 主题涨幅,dapanzhangfu as 大盘涨幅,"
+                              u"zhutizhangfu-dapanzhangfu as 涨幅差,dapansp as 大盘指数"
+                              u" from zhutidapanhq order by datetime(riqi) desc"_s)};
 }
 
 // A day without a theme has no sign.
@@ -84,13 +154,12 @@ QString pointText(const HistoryPoint& point, bool hasTheme) {
 
 ThemeHistory::ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock,
                            Dialogs& dialogs, DayHistory history, AskedHistory& asked,
-                           CancellableRun& run, ResultGrid& grid, Show show)
+                           ResultGrid& grid, Show show)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
       dialogs_(dialogs),
-      run_(run),
-      cache_(globals, clock, std::move(history), asked, run),
+      cache_(stores, globals, clock, std::move(history), asked),
       grid_(grid),
       show_(std::move(show)) {}
 
@@ -102,89 +171,50 @@ DateTexts ThemeHistory::lastDay() const {
     return dateTexts(clock_.now().date());
 }
 
-std::optional<ThemeHistoryResult> ThemeHistory::compare(const DateTexts& first,
-                                                        const DateTexts& last,
-                                                        const QString& theme) {
+QCoro::Task<std::optional<ThemeHistoryResult>> ThemeHistory::compare(DateTexts first,
+                                                                     DateTexts last, QString theme,
+                                                                     std::stop_token stop) {
     if (!isReadable(first) || !isReadable(last)) {
         dialogs_.tell(u"日期不对，年、月、日都要填数字。"_s);
-        return std::nullopt;
+        co_return std::nullopt;
     }
     const Range range = {packDate(first), packDate(last), trimBlanks(theme)};
-    if (isRefused(range)) {
-        return std::nullopt;
+    if (isRefused(range.first, range.last)) {
+        co_return std::nullopt;
     }
-    ThemeHistoryResult result;
-    const bool ended = run_.run([&] {
-        run_.letEventsHappen();
-        compare(range, result);
-    });
-    return ended ? std::optional(result) : std::nullopt;
+    co_await updateCache(range.theme, range.first, range.last, stop);
+    const auto job = [main = stores_.main, range](Works& work) {
+        return compareIn(main, range, work);
+    };
+    std::optional<Comparison> comparison =
+        co_await inWorker<ThemeHistoryStep>(job, show_, {}, stop);
+    fillGrid(comparison->days);
+    co_return comparison->result;
 }
 
-bool ThemeHistory::isRefused(const Range& range) {
-    if (range.first.daysTo(range.last) < 0) {
+bool ThemeHistory::isRefused(const QDate& first, const QDate& last) {
+    if (first.daysTo(last) < 0) {
         dialogs_.tell(u" 结束日期一定要大于开始日期哟！"_s);
         return true;
     }
     return refusesWhileWriting(globals_, dialogs_, u"对比"_s);
 }
 
-void ThemeHistory::compare(const Range& range, ThemeHistoryResult& result) {
-    const Activity activity(
-        u"对比主题与大盘的历史涨幅"_s,
-        u"已经下载的历史行情保留在库里；对比表要么是完整的新结果，要么还是上一次的。"_s);
-    Connection store = stores_.main.open();
-    updateCache(store, range);
-    writeComparison(store, compareDays(store, range, result));
-    fillGrid(store);
+QCoro::Task<> ThemeHistory::updateCache(QString theme, QDate first, QDate last,
+                                        std::stop_token stop) {
+    show_({});
+    const auto read = [main = stores_.main, theme](const Works& work) {
+        return cachedCodes(main, theme, work);
+    };
+    const std::optional<QList<CachedDays>> codes =
+        co_await inWorker<ThemeHistoryStep>(read, show_, {}, stop);
+    const DayCache::Show show = [this](const QString& dm, int done, int total) {
+        show_({dm, done, total});
+    };
+    co_await cache_.update(*codes, first, last, show, stop);
 }
 
-void ThemeHistory::updateCache(Connection& store, const Range& range) {
-    show_({indexCode, 0, 1});
-    cache_.update(store, indexCode, range.first, range.last);
-    Recordset members(
-        store, u"select distinct dm  FROM dzhzhuti where zhutiname='"_s + range.theme + u"'"_s);
-    for (int at = 0; !members.atEnd(); members.moveNext()) {
-        const QString dm = members.value(u"dm").toText();
-        show_({dm, ++at, members.count()});
-        cache_.update(store, dm, range.first, range.last);
-        run_.letEventsHappenIfDue();
-    }
-}
-
-QStringList ThemeHistory::compareDays(Connection& store, const Range& range,
-                                      ThemeHistoryResult& result) {
-    QStringList statements = {u"delete from zhutidapanhq"_s};
-    HistoryPoint total;
-    for (Recordset days(store, indexQuery(range.first, range.last)); !days.atEnd();
-         days.moveNext()) {
-        const QString day = days.value(u"riqi").toText();
-        const Value& gain = days.value(u"zhangfu");
-        show_({day.left(10), static_cast<int>(result.points.size()) + 1, days.count()});
-        total.day = QDate::fromString(day.left(10), Qt::ISODate);
-        total.index += gain.toNumber();
-        statements << u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values('"_s + day +
-                          u"',"_s + gain.toText() + u",'"_s + days.value(u"sp").toText() + u"')"_s;
-        const Value mean = themeGain(store, range.theme, day);
-        if (!mean.isNull()) {
-            total.theme += mean.toNumber();
-            result.hasTheme = true;
-            statements << u"update zhutidapanhq set zhutiname='"_s + range.theme +
-                              u"',zhutizhangfu="_s + mean.toText() + u" where datetime(riqi)='"_s +
-                              day + u"'"_s;
-        }
-        result.points << total;
-        run_.letEventsHappenIfDue();
-    }
-    result.line = lineOf(total);
-    return statements;
-}
-
-void ThemeHistory::fillGrid(Connection& store) {
-    Recordset days(store,
-                   u"select riqi as 日期,zhutiname as 主题名称,zhutizhangfu as 主题涨幅,"
-                   u"dapanzhangfu as 大盘涨幅,zhutizhangfu-dapanzhangfu as 涨幅差,"
-                   u"dapansp as 大盘指数 from zhutidapanhq order by datetime(riqi) desc"_s);
+void ThemeHistory::fillGrid(Recordset& days) {
     const GridFill fill(grid_);
     grid_.clear();
     grid_.setRows(1);

@@ -3,16 +3,19 @@
 // percent, sums of daily gains, not compounded. Failed statements raise StoreError.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QList>
 #include <QString>
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 #include "base/date_trio.h"
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "research/day_cache.h"
+#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -36,7 +39,7 @@ struct ThemeHistoryResult {
 struct ThemeHistoryStep {
     QString text;
     int done = 0;
-    int total = 0;
+    int total = 0;  // 0: not known yet
 };
 
 class ThemeHistory {
@@ -44,38 +47,27 @@ public:
     using Show = std::function<void(const ThemeHistoryStep&)>;
 
     ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                 DayHistory history, AskedHistory& asked, CancellableRun& run, ResultGrid& grid,
-                 Show show);
+                 DayHistory history, AskedHistory& asked, ResultGrid& grid, Show show);
 
     // The range that the window opens with: today and the 90 days before.
     DateTexts firstDay() const;
     DateTexts lastDay() const;
 
-    // Fills the cache, compares and fills the grid, letting events happen between codes and days.
-    // Nothing if the dates are refused, if a job that writes is under way, or if the run was
-    // cancelled; what has been downloaded stays, and the former comparison.
-    std::optional<ThemeHistoryResult> compare(const DateTexts& first, const DateTexts& last,
-                                              const QString& theme);
+    // Fills the cache, compares in a thread of its own and fills the grid. Nothing if the dates are
+    // refused or a job that writes is under way. A stop leaves what has been downloaded, and the
+    // former comparison.
+    QCoro::Task<std::optional<ThemeHistoryResult>> compare(DateTexts first, DateTexts last,
+                                                           QString theme, std::stop_token stop);
 
 private:
-    struct Range {
-        QDate first;
-        QDate last;
-        QString theme;
-    };
-
-    bool isRefused(const Range& range);
-    void compare(const Range& range, ThemeHistoryResult& result);
-    void updateCache(Connection& store, const Range& range);
-    // Returns the statements that write the comparison.
-    QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResult& result);
-    void fillGrid(Connection& store);
+    bool isRefused(const QDate& first, const QDate& last);
+    QCoro::Task<> updateCache(QString theme, QDate first, QDate last, std::stop_token stop);
+    void fillGrid(Recordset& days);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
     Dialogs& dialogs_;
-    CancellableRun& run_;
     DayCache cache_;
     ResultGrid& grid_;
     Show show_;

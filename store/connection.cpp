@@ -223,12 +223,16 @@ void Connection::execute(const QString& statement) {
 }
 
 void Connection::execute(const QString& statement, const std::function<void()>& meanwhile) {
+    watch([&] { execute(statement); }, meanwhile);
+}
+
+void Connection::watch(const std::function<void()>& use, const std::function<void()>& meanwhile) {
     Watcher watcher{meanwhile, nullptr};
     sqlite3_progress_handler(handle(), stepsBetweenCalls, callWatcher, &watcher);
     const auto end =
         qScopeGuard([this] { sqlite3_progress_handler(handle(), 0, nullptr, nullptr); });
     try {
-        execute(statement);
+        use();
     } catch (const StoreError&) {
         if (watcher.raised) {
             std::rethrow_exception(watcher.raised);

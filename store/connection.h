@@ -25,6 +25,8 @@ public:
     // while the statement waits for a lock, and must leave this connection alone. What it raises
     // undoes the statement, and the transaction that the statement is part of, and is raised here.
     void execute(const QString& statement, const std::function<void()>& meanwhile);
+    // The same for any use of this connection.
+    void watch(const std::function<void()>& use, const std::function<void()>& meanwhile);
 
     // From now on this only reads: a statement that would write, attach a file or set a pragma is
     // refused. For words that a user has typed into a statement.

@@ -52,6 +52,15 @@ QString Value::toText() const {
 }
 
 Recordset::Recordset(Connection& connection, const QString& statement) {
+    read(connection, statement);
+}
+
+Recordset::Recordset(Connection& connection, const QString& statement,
+                     const std::function<void()>& meanwhile) {
+    connection.watch([&] { read(connection, statement); }, meanwhile);
+}
+
+void Recordset::read(Connection& connection, const QString& statement) {
     const StatementHandle prepared = prepare(connection, statement);
     const int columns = sqlite3_column_count(prepared.get());
     for (int column = 0; column < columns; ++column) {

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <variant>
 
 #include "store/connection.h"
@@ -44,6 +45,9 @@ class Recordset {
 public:
     // Raises StoreError if the statement fails.
     Recordset(Connection& connection, const QString& statement);
+    // For one that takes long, as Connection::execute.
+    Recordset(Connection& connection, const QString& statement,
+              const std::function<void()>& meanwhile);
 
     int count() const { return count_; }
     int fieldCount() const { return static_cast<int>(names_.size()); }
@@ -62,6 +66,8 @@ public:
     const Value& value(QStringView name) const;
 
 private:
+    void read(Connection& connection, const QString& statement);
+
     QStringList names_;
     QList<Value> values_;
     int count_ = 0;

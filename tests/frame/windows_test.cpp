@@ -12,6 +12,7 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
@@ -85,41 +86,40 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
     }
 }
 
-// The run ends first: a comparison and a scan.
-TEST_F(WindowsTest, AWindowClosedDuringItsRunOutlivesTheRun) {
+// A comparison as it reads and as it downloads, a scan and a search.
+TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
     writeQuietHistory(stores_, store_.folder());
     const auto close = [this] { form_->close(); };
     const auto anew = [this] { windows_.openAnew<Form24>(); };
     const struct {
         void (WindowsTest::*open)();
         QString button;
+        qsizetype requests;  // before the window closes
         std::function<void()> close;
     } cases[] = {
-        {&WindowsTest::openChosen<Form24>, u"Command9"_s, close},
-        {&WindowsTest::openChosen<Form24>, u"Command9"_s, anew},
-        {&WindowsTest::openChosen<Form12>, u"Command1"_s, close},
+        {&WindowsTest::openChosen<Form24>, u"Command9"_s, 0, close},
+        {&WindowsTest::openChosen<Form24>, u"Command9"_s, 1, close},
+        {&WindowsTest::openChosen<Form24>, u"Command9"_s, 1, anew},
+        {&WindowsTest::openChosen<Form12>, u"Command1"_s, 0, close},
+        {&WindowsTest::openChosen<Form12>, u"Command2"_s, 0, close},
     };
     for (const auto& it : cases) {
         (this->*it.open)();
-        bool outlives = false;
-        bool closed = false;
-        pump_.onRun = [&] {
-            if (std::exchange(closed, true)) {
-                return;
-            }
-            it.close();
-            deleteClosedWindows();
-            outlives = form_ && !form_->isVisible();
-        };
+        http_.paths.clear();
+        http_.gate = std::make_shared<Later<bool>>();
         press(form_, it.button);
-        EXPECT_TRUE(outlives);
+        until([&] { return http_.paths.size() == it.requests; });
+        it.close();
         deleteClosedWindows();
         EXPECT_FALSE(form_);
-        pump_.onRun = nullptr;
+        http_.gate->deliver(true);
+        QThreadPool::globalInstance()->waitForDone();
+        QApplication::processEvents();
+        EXPECT_EQ(http_.paths.size(), it.requests);
         closeWindows();
     }
     EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s), QStringList());
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
 }
 
 }  // namespace guanchao

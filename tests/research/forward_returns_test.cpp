@@ -1,5 +1,6 @@
 #include "research/forward_returns.h"
 
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -74,14 +75,13 @@ TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
 class ForwardReturnsTest : public StoreTest {
 protected:
     QStringList labels_;
-    bool stopAtCode_ = false;
-    bool ticked_ = false;
-    ResearchRun run_{pump_, [this](const ResearchProgress& it) {
-                         labels_ = QStringList{it.label2, it.label3};
-                         if (stopAtCode_ && !it.label3.isEmpty()) {
-                             run_.stop();
-                         }
-                     }};
+    bool stops_ = false;
+    ResearchRun run_{[this](const ResearchProgress& it) {
+        labels_ = QStringList{it.label2, it.label3};
+        if (stops_ && !it.stopping) {
+            run_.stop();
+        }
+    }};
     ForwardReturns returns_{store_.stores, globals_, dialogs_, run_};
 };
 
@@ -107,11 +107,10 @@ TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
         {false, false, true, {}, 2, u"观潮台|正在写入数据，请稍后再取后期涨幅。"_s},
     };
     for (const auto& it : cases) {
-        ticked_ = it.ticked;
-        stopAtCode_ = it.stopped;
+        stops_ = it.stopped;
         globals_.hqmang = it.writing ? 1 : 0;
         labels_.clear();
-        returns_.takeForwardReturns([this] { return ticked_; });
+        endOf(returns_.takeForwardReturns(it.ticked, {}));
         EXPECT_EQ(labels_.join(u' '), it.labels);
         EXPECT_EQ(store_.rows(u"select dm from dmb where temp=1"_s).size(), it.marked);
         EXPECT_EQ(told().join(u' '), it.told);

@@ -1,9 +1,10 @@
 #include "research/selection_scan.h"
 
 #include <QFile>
-#include <QScopeGuard>
 #include <optional>
 
+#include "research/indexed_copies.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 
@@ -40,13 +41,13 @@ protected:
     QStringList chosen() { return store_.rows(u"select ticai from xuanticai order by rowid"_s); }
 
     ResearchProgress seen_;
-    std::function<void()> onShow_;
-    ResearchRun run_{pump_, [this](const ResearchProgress& it) {
-                         seen_ = it;
-                         if (const auto handler = onShow_) {
-                             handler();
-                         }
-                     }};
+    std::function<void()> onBegin_;
+    ResearchRun run_{[this](const ResearchProgress& it) {
+        seen_ = it;
+        if (const auto handler = std::exchange(onBegin_, nullptr)) {
+            handler();
+        }
+    }};
     SelectionScan scan_{store_.stores, globals_, dialogs_, run_};
 };
 
@@ -90,7 +91,7 @@ TEST_F(SelectionScanTest, ARowTakesItsDaysByTheirPlace) {
     for (const bool indexed : {true, false}) {
         write(history, indexed);
         store_.run({u"delete from xuanticaigu"_s});
-        scan_.addStocks();
+        endOf(scan_.addStocks({}));
         EXPECT_EQ(store_.rows(u"select * from xuanticaigu where dm='SZ000001' order by rowid"_s),
                   QStringList({u"2017-04-28"_s + first, u"2017-04-29"_s + first}));
         for (const auto& it : cases) {
@@ -132,7 +133,7 @@ TEST_F(SelectionScanTest, AThemeDayCountsTheStocksAtTheirLimit) {
         write(history, indexed);
         const QByteArray first = contentOf(store_.stores.firstHistory.path);
         store_.run({u"delete from xuanticai"_s, u"delete from xuanticaigu"_s});
-        scan_.chooseThemes();
+        endOf(scan_.chooseThemes({}));
         EXPECT_EQ(store_.rows(u"select * from xuanticai"_s),
                   QStringList(u"2017-04-10 00:00:00|题|9.93|4|1|6|0.5|10.5"_s));
         EXPECT_EQ(store_.rows(u"select riqi,dm,sp,zg from xuanticaigu"_s),
@@ -157,7 +158,7 @@ TEST_F(SelectionScanTest, TheFirstThemeBelowTheBarEndsTheDay) {
         addTheme(history, it.nine, u'N', 9, it.atLimit);
         write(history);
         store_.run({u"delete from xuanticai"_s});
-        scan_.chooseThemes();
+        endOf(scan_.chooseThemes({}));
         EXPECT_EQ(chosen(), it.chosen);
     }
 }
@@ -175,86 +176,108 @@ TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
     }
     write(history);
     store_.run({u"insert into xuanticai(riqi,ticai) values('%1','题')"_s.arg(days[11])});
-    scan_.addFallenStocks();
+    endOf(scan_.addFallenStocks({}));
     EXPECT_EQ(store_.rows(u"select riqi,dm,fuquansp,qian1sp,hou1sp from xuanticaigu"_s),
               QStringList(days[11] + u" 00:00:00|SZ009300|9300|10000|10000"_s));
 }
 
-TEST_F(SelectionScanTest, ACopyOfTheHistoryTellsOfItselfAndEndsEarly) {
+TEST_F(SelectionScanTest, ACopyOfTheHistoryEndsEarly) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
-    history.members.fill(qMakePair(u"题"_s, u"SZ000001"_s), 20000);
+    addTheme(history, u"题"_s, u'A', 3, 3);
+    history.members.resize(20000, history.members.first());
     write(history, false);
-    for (const bool closes : {false, true}) {
-        int during = 0;
-        pump_.onRun = [&] {
-            EXPECT_EQ(seen_.label3, u"正在整理历史行情…"_s);
-            // Events of the copy itself, and not those before it only.
-            if (++during == 5) {
-                closes ? run_.cancel() : run_.stop();
-            }
-        };
-        scan_.chooseThemes();
-        EXPECT_EQ(during, closes ? 5 : 6);
-        EXPECT_FALSE(run_.running());
-        EXPECT_TRUE(chosen().isEmpty());
-    }
+    Connection first = store_.stores.firstHistory.open();
+    int calls = 0;
+    IndexedCopies copies(first, [&] {
+        if (++calls == 5) {
+            throw Cancelled();
+        }
+    });
+    EXPECT_THROW(copies.coverMemberships(), Cancelled) << "in the middle of the copy";
+    onBegin_ = [this] { run_.stop(); };
+    endOf(scan_.chooseThemes({}));
+    std::stop_source window;
+    onBegin_ = [&] { window.request_stop(); };
+    EXPECT_THROW(endOf(scan_.chooseThemes(window.get_token())), Cancelled);
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_FALSE(run_.running());
+    EXPECT_TRUE(chosen().isEmpty());
 }
 
+// A stock without a table needs a lock on the second history for its own: what holds that one holds
+// the scan in the middle of its first day.
 TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
-    Connection::setBusyTimeout(std::chrono::milliseconds(0));
-    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
-    std::optional<Connection> other;
-    std::optional<Transaction> lock;
-    // What happens while the stocks of that day are taken.
-    const auto onDay = [this](const QString& day, const std::function<void()>& what) {
-        return [=, this] {
-            if (seen_.label6 == day && seen_.label3 == u"选中题材:题"_s) {
-                onShow_ = nullptr;
-                what();
-            }
-        };
-    };
     const QStringList days = {u"2017-04-10"_s, u"2017-04-11"_s, u"2017-04-12"_s};
     MarketHistory history;
     addTheme(history, u"题"_s, u'A', 3, 3, days);
+    addTheme(history, u"后"_s, u'B', 3, 3, {days[2]});
     for (const QString& day : days) {
         history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
     }
-    const auto loseTable = [this] {
-        for (const QString& table : {u"A600001"_s, u"nishihq2"_s}) {
+    const auto lose = [this](const QStringList& tables) {
+        for (const QString& table : tables) {
             store_.stores.secondHistory.open().execute(u"drop table "_s + table);
         }
     };
-    const auto lockStore = [&] {
-        other.emplace(store_.stores.main.open());
-        lock.emplace(*other);
+    const auto refuse = [this] {
+        store_.run(
+            {u"create trigger refuse before insert on xuanticai when new.riqi>'2017-04-12'"
+             u" begin select raise(abort,'no'); end"_s});
     };
-    const auto writeElsewhere = [this] { store_.run({u"update tempcanshu set id=1"_s}); };
+    std::stop_source window;
+    const auto writeAtOnce = [this] {
+        const Connection::BusyTimeout none(std::chrono::milliseconds(0));
+        store_.run({u"update tempcanshu set id=1"_s});
+    };
     const QString scan = u"选历年主题"_s;
     const struct {
         const char* name;
-        std::function<void()> onShow;
+        std::function<void()> before;
+        std::function<void()> meanwhile;
         qsizetype days;
         QString failed;  // what was being done
     } cases[] = {
-        {"the user stops", onDay(days[1], [&] { run_.stop(); }), 2, {}},
-        {"the window closes", onDay(days[1], [&] { run_.cancel(); }), 1, {}},
-        {"a table is lost", onDay(days[2], loseTable), 2, scan},
-        {"another writes", onDay(days[1], writeElsewhere), 3, {}},
-        {"the store is locked", onDay(days[2], lockStore), 2, scan},
+        {"the user stops", {}, [this] { run_.stop(); }, 1, {}},
+        {"another writes", {}, writeAtOnce, 4, {}},
+        {"a table is lost",
+         [&] {
+             lose({u"B600001"_s, u"nishihq2"_s});
+         },
+         {},
+         2,
+         scan},
+        {"the store refuses a row", refuse, {}, 2, scan},
+        {"the window closes", {}, [&] { window.request_stop(); }, 0, {}},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
         write(history);
-        store_.run({u"delete from xuanticai"_s});
-        onShow_ = it.onShow;
+        store_.run({u"delete from xuanticai"_s, u"drop trigger if exists refuse"_s});
+        it.before ? it.before() : lose({u"A600000"_s});
+        std::optional<Connection> other;
+        std::optional<Transaction> lock;
+        if (it.meanwhile) {
+            other.emplace(store_.stores.secondHistory.open());
+            lock.emplace(*other);
+        }
         QString failed;
         try {
-            scan_.chooseThemes();
+            const QCoro::Task<> task = scan_.chooseThemes(window.get_token());
+            if (it.meanwhile) {
+                until([this] { return seen_.label3 == u"选中题材:题"_s; });
+                EXPECT_EQ(QStringList({seen_.caption, seen_.label6, seen_.label2}),
+                          QStringList({u"计算到时间:"_s + days[0], days[0], u"题"_s}));
+                EXPECT_EQ(seen_.total, 3);
+                it.meanwhile();
+                lock.reset();
+            }
+            endOf(task);
         } catch (const OperationError& failure) {
             failed = failure.activity();
             EXPECT_TRUE(failure.remains().contains(u"已经写入并保留：此前各日的结果。"_s));
+        } catch (const Cancelled&) {
+            QThreadPool::globalInstance()->waitForDone();
         }
         EXPECT_EQ(failed, it.failed);
         EXPECT_EQ(chosen().size(), it.days);
@@ -264,9 +287,9 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
 
 TEST_F(SelectionScanTest, NoScanBeginsWhileAnImportWrites) {
     globals_.hqmang = 1;
-    scan_.chooseThemes();
-    scan_.addStocks();
-    scan_.addFallenStocks();
+    endOf(scan_.chooseThemes({}));
+    endOf(scan_.addStocks({}));
+    endOf(scan_.addFallenStocks({}));
     EXPECT_EQ(dialogs_.shown, QStringList(3, u"观潮台|正在写入数据，请稍后再选股。"_s));
 }
 

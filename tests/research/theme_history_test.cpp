@@ -3,6 +3,7 @@
 #include <QUrlQuery>
 
 #include "base/values.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -50,18 +51,18 @@ protected:
 
     std::optional<ThemeHistoryResult> compare(int first, int last,
                                               const QString& theme = u" 银行 "_s) {
-        return history_.compare(dateTexts(day(first)), dateTexts(day(last)), theme);
+        return endOf(history_.compare(dateTexts(day(first)), dateTexts(day(last)), theme,
+                                      window_.get_token()));
     }
 
     AskedHistory askedHistory_;
-    CancellableRun run_{pump_, u"busy"_s, [] {}};
+    std::stop_source window_;
     ThemeHistory history_{store_.stores,
                           globals_,
                           clock_,
                           dialogs_,
                           DayHistory(http_, Service()),
                           askedHistory_,
-                          run_,
                           grid_,
                           [](const ThemeHistoryStep&) {}};
 };
@@ -84,8 +85,9 @@ TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
         addCached(u"SH600000"_s, it.cached);
         Connection store = store_.stores.main.open();
         AskedHistory fresh;
-        DayCache(globals_, clock_, DayHistory(http_, Service()), fresh, run_)
-            .update(store, u"SH600000"_s, day(it.first), day(it.last));
+        DayCache cache(store_.stores, globals_, clock_, DayHistory(http_, Service()), fresh);
+        outcomeOf(cache.update({cachedDays(store, u"SH600000"_s)}, day(it.first), day(it.last),
+                               [](const QString&, int, int) {}, {}));
         EXPECT_EQ(asked(), it.asked) << it.name;
         EXPECT_EQ(store_.rows(u"select count(*)-count(distinct riqi) from geguhq"_s),
                   QStringList{u"0"_s})
@@ -186,7 +188,8 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
 
 TEST_F(ThemeHistoryTest, RefusesWrongDatesAndABusyStore) {
     EXPECT_FALSE(compare(6, 5));
-    EXPECT_FALSE(history_.compare({u"2026"_s, u"x"_s, u"1"_s}, dateTexts(day(5)), QString()));
+    EXPECT_FALSE(
+        outcomeOf(history_.compare({u"2026"_s, u"x"_s, u"1"_s}, dateTexts(day(5)), QString(), {})));
     globals_.hqmang = 1;
     EXPECT_FALSE(compare(5, 6));
     EXPECT_EQ(dialogs_.shown.size(), 3);
@@ -201,7 +204,6 @@ TEST_F(ThemeHistoryTest, AFailedStatementRollsItsDownloadBack) {
          u" new.zhangfu=0.98 begin select raise(abort,'no'); end"_s});
     EXPECT_THROW(compare(1, 4), StoreError);
     EXPECT_EQ(globals_.hqmang, 0);
-    EXPECT_FALSE(run_.running());
     EXPECT_EQ(store_.rows(u"select dm,count(*) from geguhq group by dm"_s),
               QStringList{u"SH000001|3"_s});
     store_.run({u"drop trigger refuse"_s, u"insert into zhutidapanhq(dapansp) values('former')"_s,
@@ -211,17 +213,17 @@ TEST_F(ThemeHistoryTest, AFailedStatementRollsItsDownloadBack) {
     EXPECT_EQ(store_.rows(u"select dapansp from zhutidapanhq"_s), QStringList{u"former"_s});
 }
 
-TEST_F(ThemeHistoryTest, ACancelledRunKeepsWhatWasDownloaded) {
-    pump_.onRun = [this] {
+TEST_F(ThemeHistoryTest, AStoppedRunKeepsWhatWasDownloaded) {
+    http_.onGet = [this] {
         EXPECT_EQ(globals_.hqmang, 0);
-        if (pump_.runs == 2) {
-            run_.cancel();
+        if (http_.paths.size() == 2) {
+            window_.request_stop();
         }
     };
-    EXPECT_FALSE(compare(1, 4));
-    EXPECT_EQ(asked(), QStringList{u"000001.ss 1-4"_s});
-    EXPECT_EQ(store_.rows(u"select count(*) from geguhq"_s), QStringList{u"3"_s});
-    EXPECT_FALSE(run_.running());
+    EXPECT_THROW(compare(1, 4), Cancelled);
+    EXPECT_EQ(asked(), QStringList({u"000001.ss 1-4"_s, u"600000.ss 1-4"_s}));
+    EXPECT_EQ(store_.rows(u"select dm,count(*) from geguhq group by dm"_s),
+              QStringList{u"SH000001|3"_s});
 }
 
 }  // namespace guanchao

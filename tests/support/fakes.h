@@ -11,13 +11,14 @@
 #include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "platform/http.h"
 #include "platform/http_client.h"
 #include "platform/notifier.h"
 #include "platform/processes.h"
 #include "platform/shell.h"
 #include "platform/sound.h"
 #include "platform/tray.h"
+#include "store/failure.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -99,12 +100,18 @@ class FakeFailures : public Failures {
 public:
     void report(const std::exception& failure) override {
         texts << QString::fromUtf8(failure.what());
+        told << failureText(failure);
+        if (const auto* refused = dynamic_cast<const StoreError*>(&failure)) {
+            statements << refused->statement();
+        }
         if (box) {
             box->report(failure);
         }
     }
 
     QStringList texts;
+    QStringList told;         // in the words of the box
+    QStringList statements;   // that a store refused
     Failures* box = nullptr;  // a real one
 };
 
@@ -121,14 +128,8 @@ public:
     std::function<void()> onRun;
 };
 
-class FakeHttp : public Http, public HttpClient {
+class FakeHttp : public HttpClient {
 public:
-    std::optional<QByteArray> get(const Service& service, const QString& path) override {
-        paths << path;
-        addresses << service.host + path;
-        return answer ? answer(path) : std::nullopt;
-    }
-
     QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
         paths << path;
         addresses << service.host + path;

@@ -16,12 +16,18 @@ T outcomeOf(const QCoro::Task<T>& task) {
     return task.operator co_await().await_resume();
 }
 
+// Events happen until it is so.
+template <typename Condition>
+void until(const Condition& isSo) {
+    while (!isSo()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
 // Of one that waits: events happen until it has ended.
 template <typename T>
 T endOf(const QCoro::Task<T>& task) {
-    while (!task.isReady()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    until([&] { return task.isReady(); });
     return outcomeOf(task);
 }
 

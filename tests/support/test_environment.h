@@ -61,7 +61,6 @@ struct TestEnvironment {
                              .failures = failures_,
                              .pump = pump_,
                              .client = http_,
-                             .http = http_,
                              .shell = shell_,
                              .clipboard = clipboard_,
                              .processes = processes_,
