@@ -2,9 +2,8 @@
 // store once a batch, since every batch is an operation of its own.
 #include "market/quote_run.h"
 
-#include <curl/curl.h>
-
 #include "base/values.h"
+#include "bench/bare_http.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
@@ -20,44 +19,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-size_t appendBody(char* data, size_t size, size_t count, void* body) {
-    const size_t bytes = size * count;
-    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(bytes));
-    return bytes;
-}
-
-CURL* bareRequest(const QString& host, const QString& path, QByteArray& reply) {
-    CURL* curl = curl_easy_init();
-    curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
-    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, appendBody);
-    curl_easy_setopt(curl, CURLOPT_URL, (host + path).toUtf8().constData());
-    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &reply);
-    return curl;
-}
-
-// The requests, so many at a time over as many connections; gives the replies back.
-QList<QByteArray> bareRequests(const QString& host, const QStringList& paths, long ahead) {
-    QList<QByteArray> replies(paths.size());
-    CURLM* multi = curl_multi_init();
-    curl_multi_setopt(multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, ahead);
-    std::vector<CURL*> requests;
-    for (qsizetype at = 0; at < paths.size(); ++at) {
-        requests.push_back(bareRequest(host, paths[at], replies[at]));
-        curl_multi_add_handle(multi, requests.back());
-    }
-    int running = 1;
-    while (running > 0) {
-        curl_multi_perform(multi, &running);
-        curl_multi_poll(multi, nullptr, 0, 1000, nullptr);
-    }
-    for (CURL* request : requests) {
-        curl_multi_remove_handle(multi, request);
-        curl_easy_cleanup(request);
-    }
-    curl_multi_cleanup(multi);
-    return replies;
-}
 
 QStringList requestPaths(const Stores& stores) {
     Connection connection = stores.main.open();
