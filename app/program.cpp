@@ -17,7 +17,6 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
                    .openWindows = openWindows_,
                    .dialogs = dialogs_,
                    .failures = application_,
-                   .pump = pump_,
                    .client = client_,
                    .shell = shell_,
                    .clipboard = clipboard_,

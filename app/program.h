@@ -15,7 +15,6 @@
 #include "platform/desktop/desktop_shell.h"
 #include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
-#include "platform/desktop/qt_event_pump.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
 #include "store/application_folder.h"
@@ -42,7 +41,6 @@ private:
     Stores stores_;
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
-    QtEventPump pump_;
     QtHttpClient client_;
     DesktopShell shell_;
     DesktopSound sound_;

@@ -19,14 +19,6 @@ Activity::~Activity() {
     innermost = outer_;
 }
 
-Activity::Pause::Pause() : paused_(innermost) {
-    innermost = nullptr;
-}
-
-Activity::Pause::~Pause() {
-    innermost = paused_;
-}
-
 void Activity::wrote(const QString& part) {
     written_ << part;
     remains_ = u"已经写入并保留："_s + written_.join(u'、') + u"。其余没有写入。"_s;

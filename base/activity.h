@@ -21,19 +21,6 @@ public:
     // is what remains, also where an activity inside this one fails.
     void wrote(const QString& part);
 
-    // While it lives nothing is being done: events that happen in the middle of an activity are
-    // not its matter, nor are their failures.
-    class Pause {
-    public:
-        Pause();
-        ~Pause();
-        Pause(const Pause&) = delete;
-        Pause& operator=(const Pause&) = delete;
-
-    private:
-        const Activity* paused_;
-    };
-
     static QString currentName();
     static QString currentRemains();
 

@@ -5,7 +5,6 @@
 #include <QLocale>
 #include <QTranslator>
 
-#include "base/activity.h"
 #include "frame/looks.h"
 #include "store/failure.h"
 
@@ -32,7 +31,6 @@ void Application::speakChinese() {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
-    const Activity::Pause pause;
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {

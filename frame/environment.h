@@ -2,7 +2,6 @@
 // makes it and outlives all windows.
 #pragma once
 
-#include "base/event_pump.h"
 #include "base/globals.h"
 #include "base/runs.h"
 #include "platform/clipboard.h"
@@ -28,7 +27,6 @@ struct Environment {
     OpenWindows& openWindows;
     Dialogs& dialogs;
     Failures& failures;
-    EventPump& pump;
     HttpClient& client;
     Shell& shell;
     Clipboard& clipboard;

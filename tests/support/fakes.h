@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 
-#include "base/event_pump.h"
 #include "base/later.h"
 #include "base/runs.h"
 #include "platform/clipboard.h"
@@ -113,19 +112,6 @@ public:
     QStringList told;         // in the words of the box
     QStringList statements;   // that a store refused
     Failures* box = nullptr;  // a real one
-};
-
-class FakePump : public EventPump {
-public:
-    void runPendingEvents() override {
-        ++runs;
-        if (onRun) {
-            onRun();
-        }
-    }
-
-    int runs = 0;
-    std::function<void()> onRun;
 };
 
 class FakeHttp : public HttpClient {

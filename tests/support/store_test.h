@@ -33,7 +33,6 @@ protected:
     FakeClock clock_;
     FakeDialogs dialogs_;
     FakeFailures failures_;
-    FakePump pump_;
     FakeHttp http_;
     ResultGrid grid_;
 };

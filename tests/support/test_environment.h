@@ -41,7 +41,6 @@ struct TestEnvironment {
     FakeDialogs dialogs_;
     OpenWindows openWindows_;
     FakeFailures failures_;
-    FakePump pump_;
     FakeHttp http_;
     FakeShell shell_;
     FakeSound sound_;
@@ -59,7 +58,6 @@ struct TestEnvironment {
                              .openWindows = openWindows_,
                              .dialogs = dialogs_,
                              .failures = failures_,
-                             .pump = pump_,
                              .client = http_,
                              .shell = shell_,
                              .clipboard = clipboard_,
