@@ -65,7 +65,7 @@ RefusedLines::RefusedLines(const QStringList& reasons)
     : OperationError(reasons.size() == 1
                          ? reasons.first()
                          : reasons.first() + u"（还有"_s + QString::number(reasons.size() - 1) +
-                               u"只股票的行情也读不出）"_s) {}
+                               u"处也读不出）"_s) {}
 
 QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
                      const Service& service)

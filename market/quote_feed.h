@@ -35,7 +35,7 @@ struct MissedQuotes {
     QStringList refusals;  // of lines that can't be read
 };
 
-// Lines that could not be read, once all others are written.
+// Lines or monitors that could not be read, once all others are written.
 class RefusedLines : public OperationError {
 public:
     explicit RefusedLines(const QStringList& reasons);

@@ -8,6 +8,7 @@
 #include "monitor/crossing.h"
 #include "monitor/poll_list.h"
 #include "store/patience.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -123,7 +124,7 @@ std::optional<QList<CodeBatch>> AlarmEngine::duePollList() const {
     return codeBatches(codes);
 }
 
-// Lines that are refused are told at the end: the others are judged all the same.
+// Lines and monitors that are refused are told at the end: the others are judged all the same.
 QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
     QStringList refusals;
     bool quotesCame = batches.isEmpty();
@@ -133,20 +134,40 @@ QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) 
         quotesCame = quotesCame || missed.reason.isEmpty();
     }
     noteQuotes(quotesCame);
-    co_await patiently([this] { judge(); }, stop);
+    const Judgement judgement = co_await patiently([this] { return judge(); }, stop);
+    fired_.insert(fired_.end(), judgement.fired.begin(), judgement.fired.end());
+    refusals << judgement.refusals;
     if (!refusals.isEmpty()) {
         const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
         throw RefusedLines(refusals);
     }
 }
 
-// Made again it fires nothing twice: a monitor that was judged holds the new value.
-void AlarmEngine::judge() {
-    Activity activity(u"监控行情"_s);
-    activity.wrote(u"失败之前各步的结果"_s);
+// One that can't be read keeps no other from being judged; a store that fails ends them all.
+void AlarmEngine::Judgement::add(const QString& key,
+                                 const std::function<std::optional<Prompt>()>& judge) {
+    try {
+        if (const std::optional<Prompt> prompt = judge()) {
+            fired.push_back(*prompt);
+        }
+    } catch (const StoreError&) {
+        throw;
+    } catch (const OperationError& refusal) {
+        refusals << key + u"："_s + refusal.reason();
+    }
+}
+
+// In one transaction: of monitors on one code each new value is the memory of all, and one that was
+// not judged yet would find it there after a failure, and stay silent.
+AlarmEngine::Judgement AlarmEngine::judge() const {
+    const Activity activity(u"监控行情"_s);
     Connection connection = stores_.main.open();
-    judgeThemes(connection);
-    judgeStocks(connection);
+    Transaction transaction(connection);
+    Judgement judgement;
+    judgeThemes(connection, judgement);
+    judgeStocks(connection, judgement);
+    transaction.commit();
+    return judgement;
 }
 
 // Only when the poll is over, so that no alarm waits behind a window for its judgement; those of
@@ -189,52 +210,58 @@ void AlarmEngine::noteQuotes(bool came) {
     }
 }
 
-void AlarmEngine::judgeThemes(Connection& connection) {
+void AlarmEngine::judgeThemes(Connection& connection, Judgement& judgement) const {
     Recordset monitors(connection,
                        u"select  zhutiname,baojinzhi,bijiaofu,yinyue,tanchuform,zhangfu from"
                        u" zhutijiankong"_s);
     for (; !monitors.atEnd(); monitors.moveNext()) {
-        judgeTheme(connection, monitors);
+        judgement.add(monitors.value(u"zhutiname").toText(),
+                      [&] { return judgeTheme(connection, monitors); });
     }
 }
 
-void AlarmEngine::judgeTheme(Connection& connection, const Recordset& monitor) {
+std::optional<AlarmEngine::Prompt> AlarmEngine::judgeTheme(Connection& connection,
+                                                           const Recordset& monitor) const {
     const QString zhutiname = monitor.value(u"zhutiname").toText();
     const std::optional<double> gain = meanGain(connection, zhutiname);
     if (!gain) {
-        return;
+        return std::nullopt;
     }
     const bool fires =
         crosses(monitor.value(u"bijiaofu").toText(), monitor.value(u"baojinzhi").toNumber(),
                 monitor.value(u"zhangfu").toNumber(), *gain);
     connection.execute(u"update zhutijiankong set zhangfu="_s + numberText(*gain) +
                        alarmTime(fires) + u" where zhutiname='"_s + zhutiname + u"'"_s);
-    if (fires) {
-        notePrompt(monitor, {FiredMonitor::Kind::theme, zhutiname,
-                             crossingWords(zhutiname, u"涨幅"_s, *gain, monitor)});
+    if (!fires) {
+        return std::nullopt;
     }
+    return promptOf(monitor, {FiredMonitor::Kind::theme, zhutiname,
+                              crossingWords(zhutiname, u"涨幅"_s, *gain, monitor)});
 }
 
-void AlarmEngine::judgeStocks(Connection& connection) {
+void AlarmEngine::judgeStocks(Connection& connection, Judgement& judgement) const {
     Recordset monitors(connection,
                        u"select  dm,jc,leixin,bijiaofu,baojinzhi,yinyue,tanchuform,sp,zhangfu from"
                        u" gegujiankong"_s);
-    // A monitor whose code is not in the poll list is judged by the quote of the one before it.
     StockQuote quote;
     for (; !monitors.atEnd(); monitors.moveNext()) {
-        const Recordset row = pollListRow(connection, monitors.value(u"dm").toText());
-        if (!row.atEnd()) {
-            quote = {row.value(u"sp").toNumber(), row.value(u"zhangfu").toNumber()};
-        }
-        judgeStock(connection, monitors, quote);
+        judgement.add(monitors.value(u"dm").toText(),
+                      [&] { return judgeStock(connection, monitors, quote); });
     }
 }
 
-void AlarmEngine::judgeStock(Connection& connection, const Recordset& monitor,
-                             const StockQuote& quote) {
+// A monitor whose code is not in the poll list is judged by the quote of the one before it.
+std::optional<AlarmEngine::Prompt> AlarmEngine::judgeStock(Connection& connection,
+                                                           const Recordset& monitor,
+                                                           StockQuote& quote) const {
+    const QString dm = monitor.value(u"dm").toText();
+    const Recordset row = pollListRow(connection, dm);
+    if (!row.atEnd()) {
+        quote = {row.value(u"sp").toNumber(), row.value(u"zhangfu").toNumber()};
+    }
     const StockQuote old{monitor.value(u"sp").toNumber(), monitor.value(u"zhangfu").toNumber()};
     if (!(quote.sp > 0)) {
-        return;
+        return std::nullopt;
     }
     const QString leixin = monitor.value(u"leixin").toText();
     const QString bijiaofu = monitor.value(u"bijiaofu").toText();
@@ -243,24 +270,25 @@ void AlarmEngine::judgeStock(Connection& connection, const Recordset& monitor,
         (leixin == u"涨幅"_s && crosses(bijiaofu, baojinzhi, old.zhangfu, quote.zhangfu)) ||
         (leixin == u"股价"_s && crosses(bijiaofu, baojinzhi, old.sp, quote.sp));
     connection.execute(u"update gegujiankong set sp="_s + numberText(quote.sp) + u",zhangfu="_s +
-                       numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s +
-                       monitor.value(u"dm").toText() + u"'"_s);
-    if (fires) {
-        const double value = leixin == u"股价"_s ? quote.sp : quote.zhangfu;
-        notePrompt(monitor, {FiredMonitor::Kind::stock, monitor.value(u"dm").toText(),
-                             crossingWords(stockName(monitor), leixin, value, monitor)});
+                       numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s + dm +
+                       u"'"_s);
+    if (!fires) {
+        return std::nullopt;
     }
+    const double value = leixin == u"股价"_s ? quote.sp : quote.zhangfu;
+    return promptOf(monitor, {FiredMonitor::Kind::stock, dm,
+                              crossingWords(stockName(monitor), leixin, value, monitor)});
 }
 
 QString AlarmEngine::alarmTime(bool fires) const {
     return fires ? u",baojintime='"_s + timeText(clock_.now()) + u"'"_s : QString();
 }
 
-void AlarmEngine::notePrompt(const Recordset& row, FiredMonitor monitor) {
+AlarmEngine::Prompt AlarmEngine::promptOf(const Recordset& row, FiredMonitor monitor) {
     const Value& tanchuform = row.value(u"tanchuform");
     const QString yinyue = row.value(u"yinyue").toText();
-    fired_.push_back({std::move(monitor), !tanchuform.isNull() && tanchuform.toNumber() > 0,
-                      yinyue.size() > 1 ? yinyue : QString()});
+    return {std::move(monitor), !tanchuform.isNull() && tanchuform.toNumber() > 0,
+            yinyue.size() > 1 ? yinyue : QString()};
 }
 
 }  // namespace guanchao

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -61,20 +62,29 @@ private:
         QString sound;  // empty: none
     };
 
+    // What judging the monitors of a poll has come to.
+    struct Judgement {
+        std::vector<Prompt> fired;
+        QStringList refusals;  // of monitors that can't be read
+
+        void add(const QString& key, const std::function<std::optional<Prompt>()>& judge);
+    };
+
     void report(const std::exception& failure) override;
     bool isToBeTold();
     QCoro::Task<> pollIfDue(std::stop_token stop);
     QCoro::Task<> poll(QList<CodeBatch> batches, std::stop_token stop);
     std::optional<QList<CodeBatch>> duePollList() const;
-    void judge();
+    Judgement judge() const;
     void deliverPrompts();
     void showMonitors();
-    void judgeThemes(Connection& connection);
-    void judgeTheme(Connection& connection, const Recordset& monitor);
-    void judgeStocks(Connection& connection);
-    void judgeStock(Connection& connection, const Recordset& monitor, const StockQuote& quote);
+    void judgeThemes(Connection& connection, Judgement& judgement) const;
+    std::optional<Prompt> judgeTheme(Connection& connection, const Recordset& monitor) const;
+    void judgeStocks(Connection& connection, Judgement& judgement) const;
+    std::optional<Prompt> judgeStock(Connection& connection, const Recordset& monitor,
+                                     StockQuote& quote) const;
     QString alarmTime(bool fires) const;
-    void notePrompt(const Recordset& row, FiredMonitor monitor);
+    static Prompt promptOf(const Recordset& row, FiredMonitor monitor);
     void noteQuotes(bool came);
 
     const Stores& stores_;

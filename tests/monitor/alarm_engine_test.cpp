@@ -271,6 +271,48 @@ TEST_F(AlarmEngineTest, APollThatMeetsAHeldStoreIsJudgedAfterwards) {
     EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
+// The value that the first of them writes is the memory of the second too: both must fire, though
+// another program gets in between and they are judged again.
+TEST_F(AlarmEngineTest, AStoreThatIsTakenBetweenTwoMonitorsOfOneCodeLosesNoAlarm) {
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1, u"/a.mp3"_s);
+    addStockMonitor(u"SH600000"_s, u"股价"_s, u">"_s, 5, u"/b.mp3"_s);
+    setQuote(u"SH600000"_s, 10, 2);
+    replies_ = true;
+    std::optional<Connection> other(store_.stores.main.open());
+    int asked = 0;  // the time: for the quotes, and by each monitor that fires
+    clock_.onNow = [&] {
+        constexpr int forTheSecondMonitor = 3;
+        if (++asked != forTheSecondMonitor) {
+            return;
+        }
+        try {
+            other->execute(u"begin exclusive"_s);
+        } catch (const OperationError&) {
+            // Held by the poll, which then can't end while another reads.
+            other->execute(u"begin"_s);
+            other->execute(u"select count(*) from gegujiankong"_s);
+        }
+    };
+    engine_.tick();
+    EXPECT_TRUE(engine_.polling());
+    EXPECT_TRUE(rung_.isEmpty());
+    other.reset();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !engine_.polling(); }));
+    EXPECT_EQ(rung_, QStringList({u"/a.mp3"_s, u"/b.mp3"_s}));
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+TEST_F(AlarmEngineTest, AMonitorThatCannotBeReadTakesNoOtherAlarmAlong) {
+    store_.run({u"insert into gegujiankong(dm,sp) values('SZ000001',null)"_s});
+    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1);
+    setQuote(u"SZ000001"_s, 10, 2);
+    setQuote(u"SH600000"_s, 10, 2);
+    engine_.tick();
+    engine_.tick();
+    EXPECT_EQ(rung_.size(), 1);
+    EXPECT_EQ(failures_.texts, QStringList{u"SZ000001：缺少一个数值（空值）"_s});
+}
+
 TEST_F(AlarmEngineTest, AnAlarmNamesWhatHasCrossedWhat) {
     store_.addMember(u"银行"_s, u"SH600000"_s);
     addThemeMonitor(u"银行"_s, u">"_s, 1);

@@ -23,10 +23,16 @@ namespace guanchao {
 
 class FakeClock : public Clock {
 public:
-    QDateTime now() const override { return moment; }
+    QDateTime now() const override {
+        if (onNow) {
+            onNow();
+        }
+        return moment;
+    }
 
     // A Tuesday, in the morning session.
     QDateTime moment = QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0));
+    std::function<void()> onNow;  // what happens while somebody asks
 };
 
 class FakeDialogs : public Dialogs {
