@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QScopeGuard>
 #include <utility>
+#include <vector>
 
 #include "base/values.h"
 #include "formats/gbk.h"
@@ -22,17 +23,43 @@ constexpr int pollsBeforeIndex = 3;
 const QString section = u"read"_s;
 const QString key = u"fenshidm"_s;
 
+// What is read, as the line of the window names it.
+const QString quoteWords = u"行情"_s;
+const QString fundamentalsWords = u"资料"_s;
+const QString homeIndexWords = u"国内指数"_s;
+const QString worldIndexWords = u"外围指数"_s;
+const QString chartWords = u"走势图"_s;
+const QString meanWords = u"均量"_s;
+
 const QString noConnection = u"请检查网络连接，行情服务器连接不上!"_s;
 
 QString noData(const QString& name) {
     return u"没有找到"_s + name + u"的数据!"_s;
 }
 
-// Names a fetch for the box that tells of a bad reply.
+// What could not be had, in words, and the message that a query has for it.
+struct NotHad {
+    QString words;
+    QString message;
+};
+
+// Name a reply for the box that tells of a bad one.
 class QuoteActivity : public Activity {
 public:
     QuoteActivity() : Activity(u"读取行情"_s, u"行情的自动更新已停止，点“查询”重新开始。"_s) {}
 };
+class IndexActivity : public Activity {
+public:
+    IndexActivity() : Activity(u"读取指数"_s, u"个股的行情照常更新。"_s) {}
+};
+
+// An empty reply is as good as none.
+QString textOf(const HttpReply& reply) {
+    if (reply.body.isEmpty()) {
+        throw NotHad{reply.answered() ? u"应答是空的"_s : failureWords(reply), noConnection};
+    }
+    return textFromGbk(reply.body);
+}
 
 QStringView turnoverCode(const HomeIndex& index) {
     return index.turnoverCode.isEmpty() ? index.code : index.turnoverCode;
@@ -49,12 +76,12 @@ QString lastCode(const Globals& globals) {
 }
 
 HomeIndexPanel readHomePanel(const QuoteRow& fields) {
-    const QuoteActivity activity;
+    const IndexActivity activity;
     return homeIndexPanel(fields);
 }
 
 Turnover readComposite(const QuoteRow& fields) {
-    const QuoteActivity activity;
+    const IndexActivity activity;
     return compositeTurnover(fields);
 }
 
@@ -89,35 +116,45 @@ LiveQuotes::Opening LiveQuotes::load() {
 
 // Its failure is told by the first query, which reads the page again.
 void LiveQuotes::showOpeningFundamentals() {
-    stockRuns_.start([this](std::stop_token stop) { return fetchFundamentals(shownDm_, stop); });
+    const Reading fundamentals = {fundamentalsWords, [this](std::stop_token stop) {
+                                      return fetchFundamentals(shownDm_, stop);
+                                  }};
+    stockRuns_.start(
+        [=, this](std::stop_token stop) -> QCoro::Task<> { co_await attempt(fundamentals, stop); });
 }
 
 void LiveQuotes::start(const QString& typed) {
     begin();
-    readStock(typed);
+    setPolls(false);
+    const bool accepted = readStock(typed);
     readHomeIndex(0);
     readWorldIndex(0);
     updateMarketFlag();
+    if (!accepted) {
+        setPolls(true);  // of the index
+    }
     end();
 }
 
 void LiveQuotes::query(const QString& typed) {
     begin();
-    if (!readStock(typed)) {
-        outcome_.mayPoll = false;
-    }
+    setPolls(false);
+    readStock(typed);
     end();
 }
 
+// A poll may be reading the former one.
 void LiveQuotes::chooseHomeIndex(int index) {
     begin();
     readHomeIndex(index);
+    setPolls(!awaitsQuote_);
     end();
 }
 
 void LiveQuotes::chooseWorldIndex(int index) {
     begin();
     readWorldIndex(index);
+    setPolls(!awaitsQuote_);
     end();
 }
 
@@ -125,35 +162,58 @@ void LiveQuotes::stop() {
     for (Runs* runs : {&stockRuns_, &homeRuns_, &worldRuns_, &pollRuns_}) {
         runs->stop();
     }
-    screen_.setPolling(false, {});
+    setPolls(false);
+}
+
+void LiveQuotes::setPolls(bool on) {
+    polls_ = on;
+    screen_.setPolling(on, lackWords());
+}
+
+// One is enough for the line, the stock's before all others.
+QString LiveQuotes::lackWords() const {
+    const QString any = lacks_.isEmpty() ? QString() : lacks_.first();
+    return lacks_.value(quoteWords, any);
 }
 
 void LiveQuotes::poll() {
-    if (underWay_ == 0 && !pollRuns_.running()) {
+    if (!pollRuns_.running()) {
         pollRuns_.start([this](std::stop_token stop) { return takePoll(stop); });
     }
 }
 
 QCoro::Task<> LiveQuotes::takePoll(std::stop_token stop) {
-    outcome_ = {};
-    ++polls_;
-    if (polls_ > pollsBetweenCharts) {
-        polls_ = 0;
+    ++pollsSinceCharts_;
+    if (pollsSinceCharts_ > pollsBetweenCharts) {
+        pollsSinceCharts_ = 0;
         updateMarketFlag();
-        if (!dm_.isEmpty()) {
-            co_await showStockCharts(stop);
-        }
-        co_await showHomeIndexChart(stop);
+        chartRuns_.stop();
+        chartRuns_.start([this](std::stop_token token) { return pollCharts(token); });
     }
-    if (polls_ > pollsBeforeIndex && marketOpen()) {
-        const Runs::Job index = [this](std::stop_token token) { return fetchHomeIndex(token); };
+    if (pollsSinceCharts_ > pollsBeforeIndex && marketOpen()) {
+        const Reading index = {homeIndexWords,
+                               [this](std::stop_token token) { return pollHomeIndex(token); }};
         co_await attempt(index, stop);
     }
     if (marketOpen()) {
-        const Runs::Job stock = [this](std::stop_token token) { return fetchStock(token); };
+        const Reading stock = {quoteWords,
+                               [this](std::stop_token token) { return fetchStock(token); }};
         co_await attempt(stock, stop);
     }
-    screen_.setPolling(true, outcome_.failure ? outcome_.failure->reason() : outcome_.lack);
+    setPolls(true);
+}
+
+// No quote waits for them.
+QCoro::Task<> LiveQuotes::pollCharts(std::stop_token stop) {
+    if (!dm_.isEmpty()) {
+        co_await showStockCharts(stop);
+    }
+    co_await showHomeIndexChart(stop);
+    if (lacks_.contains(worldIndexWords)) {
+        const Reading world = {worldIndexWords,
+                               [this](std::stop_token token) { return fetchWorldIndex(token); }};
+        co_await attempt(world, stop);
+    }
 }
 
 void LiveQuotes::openIntradayPage(const QString& typed) {
@@ -174,9 +234,9 @@ void LiveQuotes::openPage(const Service& service, const QString& path, const QSt
 
 void LiveQuotes::begin() {
     pollRuns_.stop();
+    chartRuns_.stop();
     if (underWay_++ == 0) {
         outcome_ = {};
-        screen_.setPolling(false, {});
     }
 }
 
@@ -187,23 +247,24 @@ void LiveQuotes::end() {
 }
 
 void LiveQuotes::finish() {
+    screen_.setPolling(polls_, lackWords());
     const Outcome outcome = std::exchange(outcome_, {});
     if (outcome.failure) {
         failures_.report(*outcome.failure);
         return;
     }
-    screen_.setPolling(outcome.mayPoll, outcome.lack);
     for (const QString& message : outcome.messages) {
         dialogs_.tell(message);
     }
 }
 
-void LiveQuotes::read(QuotePart part, Runs& runs, const Runs::Job& job) {
+void LiveQuotes::read(QuotePart part, Runs& runs, const QList<Reading>& readings) {
     runs.stop();
-    runs.start([=, this](std::stop_token stop) { return readPart(part, job, stop); });
+    runs.start([=, this](std::stop_token stop) { return readPart(part, readings, stop); });
 }
 
-QCoro::Task<> LiveQuotes::readPart(QuotePart part, Runs::Job job, std::stop_token stop) {
+// All at once.
+QCoro::Task<> LiveQuotes::readPart(QuotePart part, QList<Reading> readings, std::stop_token stop) {
     {
         ++underWay_;
         screen_.setLoading(part, true);
@@ -211,7 +272,14 @@ QCoro::Task<> LiveQuotes::readPart(QuotePart part, Runs::Job job, std::stop_toke
             --underWay_;
             screen_.setLoading(part, false);
         });
-        co_await attempt(job, stop);
+        std::vector<QCoro::Task<Lack>> onTheirWay;
+        for (const Reading& reading : readings) {
+            onTheirWay.push_back(attempt(reading, stop));
+        }
+        for (QCoro::Task<Lack>& it : onTheirWay) {
+            const Lack lack = co_await std::move(it);
+            note(lack);
+        }
     }
     if (underWay_ == 0) {
         finish();
@@ -219,14 +287,21 @@ QCoro::Task<> LiveQuotes::readPart(QuotePart part, Runs::Job job, std::stop_toke
 }
 
 // A bad reply doesn't keep what else is under way from the screen.
-QCoro::Task<> LiveQuotes::attempt(Runs::Job job, std::stop_token stop) {
+QCoro::Task<LiveQuotes::Lack> LiveQuotes::attempt(Reading reading, std::stop_token stop) {
+    Lack lack;
     try {
-        co_await job(stop);
+        co_await reading.job(stop);
+    } catch (const NotHad& it) {
+        lack = {u"没有读到%1（%2）"_s.arg(reading.what, it.words), it.message, std::nullopt};
     } catch (const OperationError& failure) {
-        if (!outcome_.failure) {
-            outcome_.failure = failure;
-        }
+        lack = {failure.reason(), {}, failure};
     }
+    if (lack.words.isEmpty()) {
+        lacks_.remove(reading.what);
+    } else {
+        lacks_[reading.what] = lack.words;
+    }
+    co_return lack;
 }
 
 // False if the code is refused.
@@ -242,14 +317,23 @@ bool LiveQuotes::readStock(const QString& typed) {
     }
     shownDm_ = dm;
     dm_ = dm;
+    stockFields_.reset();
+    IniFile(iniPath(globals_)).setValue(section, key, dm);
     read(QuotePart::stock, stockRuns_,
-         [this, dm](std::stop_token stop) { return takeStock(dm, stop); });
+         {{quoteWords, [this](std::stop_token stop) { return takeQuote(stop); }},
+          {fundamentalsWords,
+           [=, this](std::stop_token stop) { return fetchFundamentals(dm, stop); }},
+          {chartWords, [this](std::stop_token stop) { return showStockCharts(stop); }},
+          {meanWords, [=, this](std::stop_token stop) { return takeMean(dm, stop); }}});
     return true;
 }
 
 void LiveQuotes::refuseStock() {
     stockRuns_.stop();
-    noteMessage(u"只能输入沪深个股代码!"_s);
+    stockFields_.reset();
+    lacks_.remove(quoteWords);
+    lacks_.remove(fundamentalsWords);
+    note({{}, u"只能输入沪深个股代码!"_s, std::nullopt});
     shownDm_.clear();
     dm_.clear();
     screen_.clearStock();
@@ -262,7 +346,8 @@ void LiveQuotes::readHomeIndex(int index) {
     }
     homeIndex_ = index;
     read(QuotePart::homeIndex, homeRuns_,
-         [this](std::stop_token stop) { return takeHomeIndex(stop); });
+         {{homeIndexWords, [this](std::stop_token stop) { return takeHomeIndex(stop); }},
+          {chartWords, [this](std::stop_token stop) { return showHomeIndexChart(stop); }}});
 }
 
 void LiveQuotes::readWorldIndex(int index) {
@@ -271,94 +356,81 @@ void LiveQuotes::readWorldIndex(int index) {
     }
     worldIndex_ = index;
     read(QuotePart::worldIndex, worldRuns_,
-         [this](std::stop_token stop) { return takeWorldIndex(stop); });
+         {{worldIndexWords, [this](std::stop_token stop) { return fetchWorldIndex(stop); }},
+          {chartWords, [this](std::stop_token stop) { return showWorldIndexChart(stop); }}});
 }
 
-QCoro::Task<> LiveQuotes::takeStock(QString dm, std::stop_token stop) {
-    co_await fetchFundamentals(dm, stop);
-    IniFile(iniPath(globals_)).setValue(section, key, dm);
-    co_await showStockCharts(stop);
-    stockMean_ = co_await meanVolume_.of(dm, stop);
+QCoro::Task<> LiveQuotes::takeQuote(std::stop_token stop) {
+    awaitsQuote_ = true;
+    const auto ended = qScopeGuard([this] { awaitsQuote_ = false; });
     co_await fetchStock(stop);
+    setPolls(true);
 }
 
+QCoro::Task<> LiveQuotes::takeMean(QString dm, std::stop_token stop) {
+    stockMean_ = co_await meanVolume_.of(dm, stop);
+    showStockAgain();
+}
+
+// The mean belongs to the index whose turnover is shown.
 QCoro::Task<> LiveQuotes::takeHomeIndex(std::stop_token stop) {
-    co_await showHomeIndexChart(stop);
-    const HomeIndex home = homeIndexes[static_cast<size_t>(homeIndex_)];
-    // The mean belongs to the index whose turnover is shown.
-    if (home.hasRatio) {
-        const QString code = turnoverCode(home).toString();
+    const std::optional<ReadIndex> read = co_await fetchHomeIndex(stop);
+    if (read && read->index.hasRatio) {
+        const QString code = turnoverCode(read->index).toString();
         indexMean_ = co_await meanVolume_.of(code, stop);
-    }
-    co_await fetchHomeIndex(stop);
-}
-
-QCoro::Task<> LiveQuotes::takeWorldIndex(std::stop_token stop) {
-    const WorldIndex world = worldIndexes[static_cast<size_t>(worldIndex_)];
-    const QString path = world.chartPath.toString();
-    co_await showChart(QuoteChart::worldIndex, path, stop);
-    const QString code = world.code.toString();
-    const std::optional<QuoteRow> fields = co_await fetchQuote(code, stop);
-    if (fields) {
-        showWorldIndex(*fields);
+        showRatio(*read);
     }
 }
 
-void LiveQuotes::showWorldIndex(const QuoteRow& fields) {
-    const QuoteActivity activity;
-    if (hasWorldIndex(fields)) {
-        screen_.showWorldIndex(worldIndexPanel(fields));
-        return;
+QCoro::Task<> LiveQuotes::pollHomeIndex(std::stop_token stop) {
+    const std::optional<ReadIndex> read = co_await fetchHomeIndex(stop);
+    if (read) {
+        showRatio(*read);
     }
-    outcome_.lack = u"没有外围指数的数据"_s;
-    noteMessage(u"没有找到该股数据!"_s);
+}
+
+QCoro::Task<> LiveQuotes::fetchWorldIndex(std::stop_token stop) {
+    const QString code = worldIndexes[static_cast<size_t>(worldIndex_)].code.toString();
+    const QuoteRow fields = co_await fetchQuote(code, stop);
+    const IndexActivity activity;
+    if (!hasWorldIndex(fields)) {
+        throw NotHad{u"没有数据"_s, u"没有找到该股数据!"_s};
+    }
+    screen_.showWorldIndex(worldIndexPanel(fields));
 }
 
 void LiveQuotes::updateMarketFlag() {
     globals_.jiaoyishiduan = inTradingSession(clock_.now()) ? 1 : 0;
 }
 
-void LiveQuotes::noteMessage(const QString& text) {
-    if (!outcome_.messages.contains(text)) {
-        outcome_.messages << text;
+void LiveQuotes::note(const Lack& lack) {
+    if (!outcome_.failure) {
+        outcome_.failure = lack.failure;
+    }
+    if (!lack.message.isEmpty() && !outcome_.messages.contains(lack.message)) {
+        outcome_.messages << lack.message;
     }
 }
 
-// Nothing, and a message, for an empty reply as for none.
-QCoro::Task<std::optional<QString>> LiveQuotes::fetch(Service service, QString path, QString what,
-                                                      std::stop_token stop) {
-    const HttpReply reply = co_await http_.get(service, path, stop);
-    if (reply.body.isEmpty()) {
-        const QString why = reply.answered() ? u"应答是空的"_s : failureWords(reply);
-        outcome_.lack = u"没有读到%1（%2）"_s.arg(what, why);
-        noteMessage(noConnection);
-        co_return std::nullopt;
-    }
-    co_return textFromGbk(reply.body);
-}
-
-QCoro::Task<std::optional<QuoteRow>> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
+QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
     const QString path = u"/list="_s + code;
-    const QString what = u"行情"_s;
-    const std::optional<QString> reply = co_await fetch(services_.quote, path, what, stop);
-    if (!reply) {
-        outcome_.mayPoll = false;
-        co_return std::nullopt;
-    }
-    const QuoteActivity activity;
-    co_return quoteRow(*reply);
+    const HttpReply reply = co_await http_.get(services_.quote, path, stop);
+    co_return quoteRow(textOf(reply));
 }
 
 // A service that the user has taken out of services.ini is not missed.
 QCoro::Task<> LiveQuotes::fetchFundamentals(QString dm, std::stop_token stop) {
     fundamentals_ = {};
-    if (!services_.newspage.host.isEmpty()) {
-        const QString path = fundamentalsPath(dm);
-        const QString what = u"资料"_s;
-        const std::optional<QString> page = co_await fetch(services_.newspage, path, what, stop);
-        fundamentals_ = readFundamentals(page.value_or(QString()));
+    if (services_.newspage.host.isEmpty()) {
+        screen_.showFundamentals(fundamentalTexts(fundamentals_));
+        co_return;
     }
+    const QString path = fundamentalsPath(dm);
+    const HttpReply page = co_await http_.get(services_.newspage, path, stop);
+    fundamentals_ = readFundamentals(textFromGbk(page.body));
     screen_.showFundamentals(fundamentalTexts(fundamentals_));
+    textOf(page);
+    showStockAgain();
 }
 
 QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {
@@ -366,59 +438,57 @@ QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {
         co_return;
     }
     const QString code = dm_.toLower();
-    const std::optional<QuoteRow> fields = co_await fetchQuote(code, stop);
-    if (fields) {
-        showStock(*fields);
-    }
+    const QuoteRow fields = co_await fetchQuote(code, stop);
+    showStock(fields);
 }
 
 void LiveQuotes::showStock(const QuoteRow& fields) {
     const QuoteActivity activity;
     if (hasStock(fields)) {
         screen_.showStock(stockPanel(fields, fundamentals_, stockMean_, marketOpen()));
+        stockFields_ = fields;
     } else {
         screen_.showNoStock(noData(dm_));
     }
 }
 
-QCoro::Task<> LiveQuotes::fetchHomeIndex(std::stop_token stop) {
+// With what has come since its quote.
+void LiveQuotes::showStockAgain() {
+    if (stockFields_) {
+        showStock(QuoteRow(*stockFields_));
+    }
+}
+
+// Nothing where no ratio can be told.
+QCoro::Task<std::optional<LiveQuotes::ReadIndex>> LiveQuotes::fetchHomeIndex(std::stop_token stop) {
     const HomeIndex index = homeIndexes[static_cast<size_t>(homeIndex_)];
     const QString code = index.code.toString();
-    const std::optional<QuoteRow> fields = co_await fetchQuote(code, stop);
-    if (!fields) {
-        co_return;
-    }
-    if (!hasHomeIndex(*fields)) {
+    const QuoteRow fields = co_await fetchQuote(code, stop);
+    if (!hasHomeIndex(fields)) {
         screen_.showNoHomeIndex(noData(index.name.toString()));
-        co_return;
+        co_return std::nullopt;
     }
-    const HomeIndexPanel panel = readHomePanel(*fields);
-    // Already now: the reply that completes it may be broken.
-    screen_.showHomeIndex(panel);
-    if (index.turnoverCode.isEmpty()) {
-        showRatio(index, panel, *fields);
-    } else {
-        co_await fetchComposite(index, panel, *fields, stop);
+    ReadIndex read = {index, readHomePanel(fields), fields};
+    // Already now: what completes it may be late or broken.
+    screen_.showHomeIndex(read.panel);
+    if (!index.turnoverCode.isEmpty()) {
+        const QString whole = index.turnoverCode.toString();
+        const QuoteRow composite = co_await fetchQuote(whole, stop);
+        if (!hasHomeIndex(composite)) {
+            co_return std::nullopt;
+        }
+        read.panel.turnover = readComposite(composite);
+        screen_.showHomeIndex(read.panel);
     }
+    co_return read;
 }
 
-// Without the composite's reply the index keeps the turnover of its own, which no mean belongs to.
-QCoro::Task<> LiveQuotes::fetchComposite(HomeIndex index, HomeIndexPanel panel, QuoteRow fields,
-                                         std::stop_token stop) {
-    const QString code = index.turnoverCode.toString();
-    const std::optional<QuoteRow> composite = co_await fetchQuote(code, stop);
-    if (composite && hasHomeIndex(*composite)) {
-        panel.turnover = readComposite(*composite);
-        showRatio(index, panel, fields);
+void LiveQuotes::showRatio(ReadIndex read) {
+    const IndexActivity activity;
+    if (read.index.hasRatio) {
+        read.panel.ratio = indexRatio(read.fields, read.panel.turnover, indexMean_, marketOpen());
+        screen_.showHomeIndex(read.panel);
     }
-}
-
-void LiveQuotes::showRatio(const HomeIndex& index, HomeIndexPanel panel, const QuoteRow& fields) {
-    const QuoteActivity activity;
-    if (index.hasRatio) {
-        panel.ratio = indexRatio(fields, panel.turnover, indexMean_, marketOpen());
-    }
-    screen_.showHomeIndex(panel);
 }
 
 QCoro::Task<> LiveQuotes::showChart(QuoteChart chart, QString path, std::stop_token stop) {
@@ -438,6 +508,11 @@ QCoro::Task<> LiveQuotes::showHomeIndexChart(std::stop_token stop) {
     const HomeIndex index = homeIndexes[static_cast<size_t>(homeIndex_)];
     const QString path = index.chartPath.toString();
     co_await showChart(QuoteChart::homeIndex, path, stop);
+}
+
+QCoro::Task<> LiveQuotes::showWorldIndexChart(std::stop_token stop) {
+    const QString path = worldIndexes[static_cast<size_t>(worldIndex_)].chartPath.toString();
+    co_await showChart(QuoteChart::worldIndex, path, stop);
 }
 
 }  // namespace guanchao

@@ -1,12 +1,14 @@
 // What the stock quote window does: the opening, the query of a stock, its polls and those of the
 // domestic index, the two messages. Asks the quote, chart, news and history services; writes the
-// code last queried to read.ini in the application folder. Nothing waits for a service: the stock
-// and the two indexes are read beside each other, and what is read anew replaces what is under way.
-// Bad replies are reported and leave the polling off, as do quotes that could not be had.
+// code last queried to read.ini in the application folder. Nothing waits for a service: all that
+// the window shows is asked for at once, and what is read anew replaces what is under way. Bad
+// replies are reported. The polls begin when the stock's quote has come, whatever else is on its
+// way, and only that quote's failure leaves them off.
 #pragma once
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -51,7 +53,7 @@ public:
     virtual void showNoHomeIndex(const QString& words) = 0;
     virtual void clearWorldIndex() = 0;
     virtual void showWorldIndex(const WorldIndexPanel& panel) = 0;
-    // The timer of the polls, to begin anew or to stop; and what the last reading lacked, in words.
+    // The timer of the polls, to begin anew or to stop; and what could not be had last, in words.
     virtual void setPolling(bool on, const QString& lack) = 0;
 };
 
@@ -83,8 +85,8 @@ public:
     // Breaks off what is under way; the polls stop too.
     void stop();
 
-    // One poll: quotes while the market is open, the charts every 13th time. What it can't have is
-    // told in the words of the polling, which goes on.
+    // One poll: quotes while the market is open, the charts every 13th time, and then an outside
+    // index that is missing. What it can't have is told in the words of the polling, which goes on.
     void poll();
 
     // The public pages behind the two charts.
@@ -92,46 +94,62 @@ public:
     void openDailyPage(const QString& typed);
 
 private:
+    // Why a job brought nothing; all empty if it did.
+    struct Lack {
+        QString words;
+        QString message;
+        std::optional<OperationError> failure;
+    };
+    // One of those that make up a part, and what it reads, in words.
+    struct Reading {
+        QString what;
+        Runs::Job job;
+    };
+    struct ReadIndex {
+        HomeIndex index;
+        HomeIndexPanel panel;
+        QuoteRow fields;
+    };
     // What the readings that are under way together have come to.
     struct Outcome {
-        bool mayPoll = true;                    // false once a quote could not be had
         QStringList messages;                   // each once
-        QString lack;                           // what could not be had, in words
         std::optional<OperationError> failure;  // the first one
     };
 
     void begin();
     void end();
     void finish();
-    void read(QuotePart part, Runs& runs, const Runs::Job& job);
-    QCoro::Task<> readPart(QuotePart part, Runs::Job job, std::stop_token stop);
-    QCoro::Task<> attempt(Runs::Job job, std::stop_token stop);
+    void setPolls(bool on);
+    QString lackWords() const;
+    void read(QuotePart part, Runs& runs, const QList<Reading>& readings);
+    QCoro::Task<> readPart(QuotePart part, QList<Reading> readings, std::stop_token stop);
+    QCoro::Task<Lack> attempt(Reading reading, std::stop_token stop);
     bool readStock(const QString& typed);
     void refuseStock();
     void readHomeIndex(int index);
     void readWorldIndex(int index);
-    QCoro::Task<> takeStock(QString dm, std::stop_token stop);
+    QCoro::Task<> takeQuote(std::stop_token stop);
+    QCoro::Task<> takeMean(QString dm, std::stop_token stop);
     QCoro::Task<> takeHomeIndex(std::stop_token stop);
-    QCoro::Task<> takeWorldIndex(std::stop_token stop);
     QCoro::Task<> takePoll(std::stop_token stop);
+    QCoro::Task<> pollCharts(std::stop_token stop);
     void updateMarketFlag();
     bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
-    void noteMessage(const QString& text);
+    void note(const Lack& lack);
     void openPage(const Service& service, const QString& path, const QString& typed);
-    QCoro::Task<std::optional<QString>> fetch(Service service, QString path, QString what,
-                                              std::stop_token stop);
-    QCoro::Task<std::optional<QuoteRow>> fetchQuote(QString code, std::stop_token stop);
+    QCoro::Task<QuoteRow> fetchQuote(QString code, std::stop_token stop);
     QCoro::Task<> fetchFundamentals(QString dm, std::stop_token stop);
     QCoro::Task<> fetchStock(std::stop_token stop);
     void showStock(const QuoteRow& fields);
-    QCoro::Task<> fetchHomeIndex(std::stop_token stop);
-    QCoro::Task<> fetchComposite(HomeIndex index, HomeIndexPanel panel, QuoteRow fields,
-                                 std::stop_token stop);
-    void showRatio(const HomeIndex& index, HomeIndexPanel panel, const QuoteRow& fields);
-    void showWorldIndex(const QuoteRow& fields);
+    void showStockAgain();
+    QCoro::Task<std::optional<ReadIndex>> fetchHomeIndex(std::stop_token stop);
+    QCoro::Task<> pollHomeIndex(std::stop_token stop);
+    void showRatio(ReadIndex read);
+    QCoro::Task<> fetchWorldIndex(std::stop_token stop);
     QCoro::Task<> showChart(QuoteChart chart, QString path, std::stop_token stop);
     QCoro::Task<> showStockCharts(std::stop_token stop);
     QCoro::Task<> showHomeIndexChart(std::stop_token stop);
+    QCoro::Task<> showWorldIndexChart(std::stop_token stop);
 
     Globals& globals_;
     const Clock& clock_;
@@ -150,14 +168,19 @@ private:
     int homeIndex_ = 0;
     int worldIndex_ = 0;
     double indexMean_ = 0;
-    int polls_ = 0;  // since the charts were last drawn by one
+    int pollsSinceCharts_ = 0;
+    std::optional<QuoteRow> stockFields_;  // of its last quote
+    bool awaitsQuote_ = false;             // of the stock that was queried
+    bool polls_ = false;                   // that they go on
+    QMap<QString, QString> lacks_;         // what could not be had at its last reading, in words
     Outcome outcome_;
-    int underWay_ = 0;  // operations and readings
+    int underWay_ = 0;  // operations and parts
 
     Runs stockRuns_{failures_};
     Runs homeRuns_{failures_};
     Runs worldRuns_{failures_};
     Runs pollRuns_{failures_};
+    Runs chartRuns_{failures_};  // of polls
 };
 
 }  // namespace guanchao

@@ -158,13 +158,13 @@ TEST_F(LiveQuotesTest, TheOpeningTakesTheCurrentStockOrTheLastOne) {
 TEST_F(LiveQuotesTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u" sh600000 "_s);
     EXPECT_EQ(http_.addresses,
-              QStringList({u"http://news/news/stock/600000.shtml"_s,
+              QStringList({u"q/list=sh600000"_s, u"http://news/news/stock/600000.shtml"_s,
                            u"c/newchart/min/n/sh600000.gif"_s, u"c/newchart/daily/n/sh600000.gif"_s,
                            u"h/table.csv?s=600000.ss&a=9&b=15&c=2026&d=10&e=23&f=2026&g=d"
-                           u"&ignore=.csv"_s,
-                           u"q/list=sh600000"_s}));
-    EXPECT_EQ(screen_.shown, QStringList({u"clear"_s, u"1（元）"_s, u"chart0"_s, u"chart1"_s,
-                                          u"浦发银行 5% 0.33"_s}));
+                           u"&ignore=.csv"_s}));
+    EXPECT_EQ(screen_.shown,
+              QStringList({u"clear"_s, u"浦发银行 5% -"_s, u"1（元）"_s, u"浦发银行 5% -"_s,
+                           u"chart0"_s, u"chart1"_s, u"浦发银行 5% 0.33"_s}));
     EXPECT_TRUE(screen_.polling);
     EXPECT_EQ(IniFile(store_.folder() + u"read.ini"_s).value(u"read"_s, u"fenshidm"_s),
               u"SH600000"_s);
@@ -230,62 +230,65 @@ TEST_F(LiveQuotesTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
 TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
     replies_[u"/list=sh600000"_s] = "var hq_str_sh600000=\"\";\n";
     quotes_.query(u"SH600000"_s);
-    EXPECT_EQ(screen_.shown.last(), u"没有找到SH600000的数据!"_s);
+    EXPECT_EQ(screen_.shown.value(1), u"没有找到SH600000的数据!"_s);
     EXPECT_TRUE(screen_.polling);
     for (const QString& path : {u"/list=sh600000"_s, u"/list=sh000001"_s, u"/list=r_HSI"_s}) {
         replies_.clear();
         replies_[path] = "x=\"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p\";";
         quotes_.start(u"SH600000"_s);
-        EXPECT_EQ(std::exchange(failures_.activities, {}), QStringList{u"读取行情"_s})
+        const bool isStock = path == u"/list=sh600000";
+        EXPECT_EQ(std::exchange(failures_.activities, {}),
+                  QStringList{isStock ? u"读取行情"_s : u"读取指数"_s})
             << path.toStdString();
         EXPECT_EQ(screen_.shown.contains(u"恒生指数 0.5%"_s), path != u"/list=r_HSI")
             << "a broken part doesn't take the others along";
         screen_.shown.clear();
-        EXPECT_FALSE(screen_.polling);
+        EXPECT_EQ(screen_.polling, !isStock) << path.toStdString();
+        EXPECT_FALSE(screen_.lack.isEmpty());
     }
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     replies_ = {{u"/list=int_dji"_s, "var hq_str_int_dji=\"x,1,2\";"}};
     quotes_.chooseWorldIndex(1);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股数据!"_s});
     EXPECT_EQ(screen_.shown, QStringList({u"clear world"_s, u"chart3"_s}));
-    EXPECT_TRUE(screen_.polling) << "the stock and the other index go on";
-    EXPECT_EQ(screen_.lack, u"没有外围指数的数据"_s);
 }
 
 TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     history_ = history("600000000");
     const QString composite = u"/list=sz399106"_s;
     quotes_.chooseHomeIndex(1);
-    EXPECT_EQ(http_.paths.mid(2), QStringList({u"/list=sz399001"_s, composite}));
-    EXPECT_TRUE(http_.paths[1].startsWith(u"/table.csv?s=399106.sz&"));
-    EXPECT_EQ(screen_.shown, QStringList({u"clear home"_s, u"chart2"_s, u"浦发银行 200万手 -"_s,
-                                          u"浦发银行 600万手 1.00"_s}));
+    EXPECT_EQ(http_.paths.first(2), QStringList({u"/list=sz399001"_s, composite}));
+    EXPECT_TRUE(http_.paths[2].startsWith(u"/table.csv?s=399106.sz&"));
+    EXPECT_EQ(screen_.shown,
+              QStringList({u"clear home"_s, u"浦发银行 200万手 -"_s, u"浦发银行 600万手 -"_s,
+                           u"浦发银行 600万手 1.00"_s, u"chart2"_s}));
     replies_[composite] = "var hq_str_sz399106=\"\";";
-    quotes_.chooseHomeIndex(1);
-    EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s);
+    const QStringList itsOwn = {u"浦发银行 200万手 -"_s, u"chart2"_s};
+    const auto shownBy = [this](int index) {
+        screen_.shown.clear();
+        quotes_.chooseHomeIndex(index);
+        return screen_.shown;
+    };
+    EXPECT_EQ(shownBy(1), itsOwn);
     EXPECT_TRUE(screen_.polling && dialogs_.shown.isEmpty());
     silence(composite);
-    quotes_.chooseHomeIndex(1);
-    EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s) << "the first reply's turnover";
+    EXPECT_EQ(shownBy(1), itsOwn) << "the first reply's turnover";
     EXPECT_EQ(dialogs_.shown, QStringList{connectionMessage});
-    EXPECT_FALSE(screen_.polling);
+    EXPECT_TRUE(screen_.polling);
+    EXPECT_EQ(screen_.lack, u"没有读到国内指数（没有应答）"_s);
     replies_[composite] = "x=\"x,1,2,3,4,5\";";
-    screen_.shown.clear();
-    quotes_.chooseHomeIndex(1);
+    EXPECT_EQ(shownBy(1), itsOwn);
     EXPECT_EQ(failures_.activities.size(), 1);
-    EXPECT_EQ(screen_.shown, QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s}));
-    quotes_.chooseHomeIndex(2);
-    EXPECT_EQ(screen_.shown.last(), u"浦发银行 200万手 -"_s) << "沪深300 has no ratio";
+    EXPECT_EQ(shownBy(2), QStringList{u"clear home"_s} + itsOwn) << "沪深300 has no ratio";
     replies_[u"/list=sh000300"_s] = "\"a,b,c,d\";";
-    quotes_.chooseHomeIndex(2);
-    EXPECT_EQ(screen_.shown.last(), u"没有找到沪深300的数据!"_s);
+    EXPECT_EQ(shownBy(2).first(), u"没有找到沪深300的数据!"_s);
 }
 
 TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     quotes_.start(u"SH600000"_s);
-    EXPECT_EQ(screen_.shown.mid(5),
-              QStringList({u"chart2"_s, u"浦发银行 200万手 -"_s, u"浦发银行 200万手 33.33"_s,
-                           u"chart3"_s, u"恒生指数 0.5%"_s}));
+    EXPECT_EQ(screen_.shown.mid(7),
+              QStringList({u"浦发银行 200万手 -"_s, u"浦发银行 200万手 33.33"_s, u"chart2"_s,
+                           u"恒生指数 0.5%"_s, u"chart3"_s}));
     EXPECT_EQ(globals_.jiaoyishiduan, 1);
     const QStringList charts = {u"/newchart/min/n/sh600000.gif"_s,
                                 u"/newchart/daily/n/sh600000.gif"_s,
@@ -311,6 +314,21 @@ TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     EXPECT_EQ(pathsOfPoll(), QStringList());
 }
 
+TEST_F(LiveQuotesTest, AnOutsideIndexThatIsMissingIsToldAndReadAgainWithTheCharts) {
+    silence(u"/list=r_HSI"_s);
+    quotes_.start(u"SH600000"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList{connectionMessage});
+    for (int poll = 1; poll <= 13; ++poll) {
+        EXPECT_TRUE(screen_.polling);
+        EXPECT_EQ(screen_.lack, u"没有读到外围指数（没有应答）"_s) << poll;
+        replies_.clear();
+        quotes_.poll();
+    }
+    EXPECT_TRUE(screen_.shown.contains(u"恒生指数 0.5%"_s));
+    EXPECT_TRUE(screen_.polling && screen_.lack.isEmpty());
+    EXPECT_EQ(http_.paths.filter(u"r_HSI"_s).size(), 2);
+}
+
 TEST_F(LiveQuotesTest, APollThatMissesAQuoteGoesOnWithTheNext) {
     quotes_.start(u"SH600000"_s);
     for (int poll = 1; poll <= 3; ++poll) {
@@ -332,7 +350,7 @@ TEST_F(LiveQuotesTest, APollThatMissesAQuoteGoesOnWithTheNext) {
     EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.activities.isEmpty());
 }
 
-// The first request of the opening is held: the indexes come beside it.
+// The first request of the opening is held, the stock's quote: all else comes beside it.
 TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
     const auto gate = std::make_shared<Later<bool>>();
     http_.gate = gate;
@@ -342,29 +360,31 @@ TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
         }
     };
     quotes_.start(u"SH600000"_s);
+    EXPECT_EQ(http_.paths.first(), u"/list=sh600000"_s);
     EXPECT_EQ(screen_.loading, QSet{QuotePart::stock});
-    EXPECT_TRUE(screen_.shown.contains(u"恒生指数 0.5%"_s));
-    EXPECT_FALSE(screen_.polling) << "until all is there";
+    EXPECT_TRUE(screen_.shown.contains(u"chart1"_s) && screen_.shown.contains(u"恒生指数 0.5%"_s));
+    EXPECT_FALSE(screen_.polling) << "until it is there";
     quotes_.chooseWorldIndex(1);
-    EXPECT_EQ(http_.paths.last(), u"/list=int_dji"_s);
+    EXPECT_EQ(screen_.shown.last(), u"chart3"_s);
     EXPECT_EQ(screen_.loading, QSet{QuotePart::stock}) << "it goes on";
+    EXPECT_FALSE(screen_.polling);
     quotes_.query(u"SZ000001"_s);
-    EXPECT_EQ(http_.paths.last(), u"/list=sz000001"_s);
     EXPECT_TRUE(screen_.loading.isEmpty());
     EXPECT_TRUE(screen_.polling);
     const qsizetype requests = http_.paths.size();
     gate->deliver(true);
     EXPECT_EQ(http_.paths.size(), requests) << "nothing of the first query follows";
 
-    http_.onGet = nullptr;
-    http_.gate = std::make_shared<Later<bool>>();
+    const auto second = std::make_shared<Later<bool>>();
+    http_.onGet = [&] { http_.gate = http_.paths.size() == requests + 1 ? second : nullptr; };
     quotes_.query(u"SZ000002"_s);
     EXPECT_EQ(screen_.loading, QSet{QuotePart::stock});
     quotes_.stop();
     EXPECT_TRUE(screen_.loading.isEmpty());
     EXPECT_FALSE(screen_.polling);
-    http_.gate->deliver(true);
-    EXPECT_EQ(http_.paths.size(), requests + 1);
+    const qsizetype asked = http_.paths.size();
+    second->deliver(true);
+    EXPECT_EQ(http_.paths.size(), asked);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 

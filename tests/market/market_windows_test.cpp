@@ -166,7 +166,7 @@ TEST_F(MarketWindowsTest, NothingOfAFormerStockOrIndexStays) {
         form->findChild<QComboBox*>(combo)->setCurrentIndex(2);
         emit form->findChild<QComboBox*>(combo)->activated(2);
         settle();
-        EXPECT_EQ(http_.paths.last(), path);
+        EXPECT_TRUE(http_.paths.contains(path));
     }
     EXPECT_EQ(form->windowTitle(), u"分时行情"_s);
     EXPECT_EQ(text(form, u"Label5"_s), QString());
@@ -183,7 +183,8 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     Form21* form = openQuotes();
     const QTimer* Timer2 = timerOf(form, u"Timer2"_s);
     http_.answer = [&](const QString& path) {
-        EXPECT_FALSE(Timer2->isActive()) << "no poll during a query";
+        const bool polls = Timer2->isActive();
+        EXPECT_FALSE(polls && path == u"/list=sh600519") << "no poll before its quote";
         return reply(path);
     };
     auto* box = form->findChild<QLineEdit*>(u"Text7"_s);
@@ -243,6 +244,8 @@ TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
          }) {
         RawService raw;
         raw.answer = it.answer;
+        // The client may keep a connection that it has made for a request that it never sent.
+        const auto brokenOff = [&] { return raw.hangUps >= raw.requests.count(u"GET "_s); };
         services_.quote = services_.chart = services_.newspage = raw.service();
         windows_.openAnew<Form21>();
         auto* form = shownWindow<Form21>();
@@ -264,14 +267,34 @@ TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
         EXPECT_FALSE(stop->isVisible());
         EXPECT_EQ(text(form, u"pollState"_s), u"更新已停止，点“查询”重新开始"_s);
         EXPECT_EQ(text(form, u"Label5"_s) + text(form, u"indexName"_s), u"--"_s);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
+        EXPECT_TRUE(QTest::qWaitFor(brokenOff)) << it.what;
         press(form, u"Command1"_s);
         EXPECT_TRUE(stop->isVisible());
         closeWindows();
         deleteClosedWindows();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return raw.hangUps == raw.connections; })) << it.what;
+        EXPECT_TRUE(QTest::qWaitFor(brokenOff)) << it.what;
         EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty()) << it.what;
     }
+}
+
+TEST_F(MarketWindowsTest, Form21ShowsAndPollsItsStockWhileAllElseHangs) {
+    http_.client = std::make_unique<QtHttpClient>();
+    RawService silent;
+    RawService quotes;
+    quotes.answer = [this](QTcpSocket& socket) {
+        const QByteArray body = *reply(u"/list=sh600585"_s);
+        socket.write(httpHead(body.size()) + body);
+    };
+    services_.chart = services_.newspage = services_.history = silent.service();
+    services_.quote = quotes.service();
+    Form21* form = openQuotes();
+    timerOf(form, u"Timer2"_s)->setInterval(2);
+    fire(form, u"Timer1"_s);
+    form->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return quotes.requests.count(u"/list=sh600585"_s) > 2; }));
+    EXPECT_EQ(text(form, u"stockLatest"_s), u"10.5"_s);
+    EXPECT_GT(silent.connections, silent.hangUps) << "they are still waited for";
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 TEST_F(MarketWindowsTest, Form21TellsOnceOfServicesThatHangUp) {
