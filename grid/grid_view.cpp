@@ -103,7 +103,7 @@ void GridView::scrollToTop(int row) {
 void GridView::showFill() {
     horizontalHeader()->setVisible(!isEmpty());
     widths_.apply(*grid_);
-    sort_.forgetArrow();
+    sort_.followFill(*grid_);
     showMark();
 }
 

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 #include "grid/sorting.h"
 
@@ -21,13 +22,23 @@ public:
 
     // Nothing where sorting isn't enabled.
     void sort(ResultGrid& grid, int col);
-    // After a fill the rows stand as they were found.
-    void forgetArrow();
+    // After a fill: the rows of the same list are put into the order of the last sort again, those
+    // of another stand as they were found.
+    void followFill(ResultGrid& grid);
 
 private:
+    struct Sort {
+        QString header;
+        int col;
+        SortCode code;
+    };
+
+    void showArrow();
+
     QHeaderView& header_;
     bool enabled_ = false;
     QStringList dateWords_;
+    std::optional<Sort> shown_;  // how the rows stand; nothing: as they were found
     std::shared_ptr<SortCode> last_ = std::make_shared<SortCode>(SortCode::none);
 };
 

@@ -235,8 +235,9 @@ void ResultGrid::clear() {
     std::fill(cells_.begin(), cells_.end(), Cell());
 }
 
-void ResultGrid::beginFill() {
+void ResultGrid::beginFill(bool isRefill) {
     if (fills_++ == 0) {
+        refill_ = isRefill;
         markedKey_ = keyOf(markedRow());
         beginResetModel();
     }

@@ -91,6 +91,9 @@ public:
     // The columns that tell which item a row is about: after a fill its row is marked again.
     void setKeyColumns(const QList<int>& cols) { keyColumns_ = cols; }
 
+    // True while a fill that ends shows a list anew that the grid held before.
+    bool isRefill() const { return refill_; }
+
     const QString& toolTipText() const { return toolTipText_; }
     void setToolTipText(const QString& text);
 
@@ -132,7 +135,7 @@ private:
     void cellChanged(int row, int col);
     void widthsChanged();
     void movePersistentIndexes(const std::vector<int>& newRows);
-    void beginFill();
+    void beginFill(bool isRefill);
     void endFill();
     QStringList keyOf(int row) const;
     void mark(int row);
@@ -149,6 +152,7 @@ private:
     int rowSel_ = 0;
     int colSel_ = 0;
     int fills_ = 0;  // one within the other
+    bool refill_ = false;
     QList<int> keyColumns_ = {1};
     QStringList markedKey_;  // as a fill began
     QString toolTipText_;
@@ -158,7 +162,13 @@ private:
 // they show all changes at once. The item whose row was marked is marked where it stands then.
 class GridFill {
 public:
-    explicit GridFill(ResultGrid& grid) : grid_(grid) { grid_.beginFill(); }
+    // What it puts there: another list, whose rows stand as they were found, or the one that is
+    // there as it is now, whose rows keep the order that the user has chosen.
+    enum class Rows : std::uint8_t { ofAnotherList, ofTheSameList };
+
+    explicit GridFill(ResultGrid& grid, Rows rows = Rows::ofAnotherList) : grid_(grid) {
+        grid_.beginFill(rows == Rows::ofTheSameList);
+    }
     // A view that can't show its rows ends the program: there is no half of a fill.
     ~GridFill() { grid_.endFill(); }  // NOLINT(bugprone-exception-escape)
     Q_DISABLE_COPY_MOVE(GridFill)

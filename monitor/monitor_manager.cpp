@@ -48,7 +48,7 @@ void rewriteRow(ResultGrid& grid, int row, const MonitorColumns& columns) {
 void fill(Connection& connection, const QString& query, ResultGrid& grid,
           const MonitorColumns& columns) {
     Recordset monitors(connection, query);
-    const GridFill fill(grid);
+    const GridFill fill(grid, GridFill::Rows::ofTheSameList);
     grid.clear();
     grid.setRows(1);
     grid.setCols(1);

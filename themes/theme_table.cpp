@@ -60,12 +60,13 @@ ThemeTable::ThemeTable(const Stores& stores, Globals& globals, const Clock& cloc
       stocks_(stocks) {}
 
 void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels) {
-    showsSearch_ = false;
     const Activity activity(u"刷新主题表"_s);
     {
         Connection connection = stores_.main.open();
         readLabels(connection, showLabels);
-        fillThemes(connection, threshold);
+        fillThemes(connection, threshold,
+                   showsSearch_ ? GridFill::Rows::ofAnotherList : GridFill::Rows::ofTheSameList);
+        showsSearch_ = false;
     }
     followSession(globals_, clock_.now());
 }
@@ -80,8 +81,8 @@ void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels
     }
 }
 
-void ThemeTable::fillThemes(Connection& connection, const QString& threshold) {
-    const GridFill fill(themes_);
+void ThemeTable::fillThemes(Connection& connection, const QString& threshold, GridFill::Rows rows) {
+    const GridFill fill(themes_, rows);
     themes_.clear();
     Recordset themes(connection,
                      u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
@@ -111,10 +112,12 @@ void ThemeTable::refreshStocks() {
 }
 
 bool ThemeTable::fillStocks(const QString& query) {
+    const bool same = stocksQuery_ == query;
     stocksQuery_ = query;
     Connection connection = stores_.main.open();
     Recordset stocks(connection, query);
-    const GridFill fill(stocks_);
+    const GridFill fill(stocks_,
+                        same ? GridFill::Rows::ofTheSameList : GridFill::Rows::ofAnotherList);
     // Cleared in any case: a stock without a theme must not show the name of an earlier row.
     stocks_.clear();
     if (stocks.count() > 0) {

@@ -52,7 +52,7 @@ public:
 
 private:
     void readLabels(Connection& connection, const ShowLabels& showLabels);
-    void fillThemes(Connection& connection, const QString& threshold);
+    void fillThemes(Connection& connection, const QString& threshold, GridFill::Rows rows);
     bool fillStocks(const QString& query);
     bool fillSearch(const QString& query, const QList<int>& widths);
     void showFirstTheme(const QString& searched);

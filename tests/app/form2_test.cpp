@@ -315,6 +315,11 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     }
     EXPECT_EQ(timer->interval(), 30000);
     timer->setInterval(2);
+    GridView& themes = view(u"MSHFlexGrid1"_s);
+    GridView& stocks = view(u"MSHFlexGrid2"_s);
+    trigger(u"全部显示"_s);
+    clickHeader(themes, 2);
+    clickHeader(stocks, 2);  // descending: the grids share how they were sorted last
     http_.answer = [](const QString& path) {
         return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
     };
@@ -326,7 +331,18 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     clock_.moment.setTime(QTime(13, 0));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
     timer->stop();
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
+    const auto gains = [](const GridView& view, int col) {
+        return columnTexts(gridOf(view), col).mid(1);
+    };
+    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    EXPECT_EQ(gains(stocks, 6), QStringList({u"50.00"_s, u"100.00"_s})) << "by the code";
+    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), 2);
+    activate();
+    QTest::keyClick(&themes, Qt::Key_F5);
+    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    EXPECT_EQ(themes.horizontalHeader()->sortIndicatorSection(), 2);
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     http_.answer = nullptr;
     timer->start(2);
