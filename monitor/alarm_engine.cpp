@@ -103,14 +103,25 @@ bool AlarmEngine::isToBeTold() {
 }
 
 QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
-    const std::optional<QList<CodeBatch>> batches =
-        co_await patiently([this] { return duePollList(); }, stop);
-    if (batches) {
+    QStringList refusals;
+    try {
+        const std::optional<QList<CodeBatch>> batches =
+            co_await patiently([this] { return duePollList(); }, stop);
+        if (!batches) {
+            co_return;
+        }
         pinlvjishu_ = 0;
-        co_await poll(*batches, stop);
-        deliverPrompts();
-        toldAt_ = {};
+        refusals = co_await poll(*batches, stop);
+    } catch (const std::exception&) {
+        noteQuotes(false);
+        throw;
     }
+    deliverPrompts();
+    if (!refusals.isEmpty()) {
+        const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
+        throw RefusedLines(refusals);
+    }
+    toldAt_ = {};
 }
 
 // Nothing before the user's frequency is reached.
@@ -124,8 +135,8 @@ std::optional<QList<CodeBatch>> AlarmEngine::duePollList() const {
     return codeBatches(codes);
 }
 
-// Lines and monitors that are refused are told at the end: the others are judged all the same.
-QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
+// Gives the lines and monitors that were refused: the others are judged all the same.
+QCoro::Task<QStringList> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
     QStringList refusals;
     bool quotesCame = batches.isEmpty();
     for (const CodeBatch& batch : batches) {
@@ -133,14 +144,10 @@ QCoro::Task<> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) 
         refusals << missed.refusals;
         quotesCame = quotesCame || missed.reason.isEmpty();
     }
-    noteQuotes(quotesCame);
     const Judgement judgement = co_await patiently([this] { return judge(); }, stop);
     fired_.insert(fired_.end(), judgement.fired.begin(), judgement.fired.end());
-    refusals << judgement.refusals;
-    if (!refusals.isEmpty()) {
-        const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
-        throw RefusedLines(refusals);
-    }
+    noteQuotes(quotesCame);
+    co_return refusals << judgement.refusals;
 }
 
 // One that can't be read keeps no other from being judged; a store that fails ends them all.

@@ -34,7 +34,7 @@ public:
     virtual bool showMonitors() = 0;
     // Starts a sound file.
     virtual void ring(const QString& file) = 0;
-    // Since when the polls bring no quotes; invalid as soon as one does, or none is made.
+    // Since when the polls fail or bring no quotes; invalid as soon as one does, or none is made.
     virtual void showStale(const QDateTime& since) = 0;
 };
 
@@ -73,7 +73,7 @@ private:
     void report(const std::exception& failure) override;
     bool isToBeTold();
     QCoro::Task<> pollIfDue(std::stop_token stop);
-    QCoro::Task<> poll(QList<CodeBatch> batches, std::stop_token stop);
+    QCoro::Task<QStringList> poll(QList<CodeBatch> batches, std::stop_token stop);
     std::optional<QList<CodeBatch>> duePollList() const;
     Judgement judge() const;
     void deliverPrompts();

@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
@@ -274,8 +275,19 @@ TEST_F(SessionTest, QuotesThatStayAwayAreTold) {
     EXPECT_EQ(shownWindow<Form4>()->windowTitle(), u"监控管理(监控已启动)  "_s + words);
     answers_ = true;
     price_ = 10;
-    EXPECT_TRUE(wait([this] { return label(&main_, u"quotesLine"_s).isEmpty(); }));
+    const auto quotesCome = [this] { return label(&main_, u"quotesLine"_s).isEmpty(); };
+    EXPECT_TRUE(wait(quotesCome));
     EXPECT_EQ(shownWindow<Form4>()->windowTitle(), u"监控管理(监控已启动)"_s);
+
+    // Polls that fail on a store which another program holds bring none either.
+    Connection::setBusyTimeout(std::chrono::milliseconds(1));
+    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    std::optional<Connection> other(store_.stores.main.open());
+    other->execute(u"begin exclusive"_s);
+    EXPECT_TRUE(wait([&] { return !quotesCome(); }));
+    EXPECT_EQ(shownWindow<Form4>()->windowTitle(), u"监控管理(监控已启动)  "_s + words);
+    other.reset();
+    EXPECT_TRUE(wait(quotesCome));
 }
 
 }  // namespace guanchao
