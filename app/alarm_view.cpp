@@ -12,6 +12,11 @@ AlarmView::AlarmView(Environment& environment, Windows& windows, Notifier& notif
     : environment_(environment), windows_(windows), notifier_(notifier), desk_(desk), line_(line) {
     connect(&desk, &AlarmDesk::fired, this, &AlarmView::tell);
     connect(&desk, &AlarmDesk::stateChanged, this, &AlarmView::showState);
+    connect(&environment.openWindows, &OpenWindows::opened, this, [this](QWidget* window) {
+        if (auto* manager = qobject_cast<Form4*>(window)) {
+            showIn(*manager);
+        }
+    });
 }
 
 bool AlarmView::showMonitors() {
@@ -22,12 +27,12 @@ bool AlarmView::showMonitors() {
     Form4* manager = environment_.openWindows.find<Form4>();
     if (manager) {
         manager->refresh();
+        showIn(*manager);
     } else {
         openQuietly();
         manager = environment_.openWindows.find<Form4>();
     }
     if (manager) {
-        showIn(*manager);
         manager->comeUp();
     }
     // The manager takes no input before a box that stands is answered, and must not cover that;
@@ -51,13 +56,6 @@ void AlarmView::openQuietly() {
         globals.dangqianjc = jc;
     });
     windows_.openQuietly<Form4>();
-}
-
-void AlarmView::openManager() {
-    windows_.openAnew<Form4>();
-    if (auto* manager = environment_.openWindows.find<Form4>()) {
-        showIn(*manager);
-    }
 }
 
 void AlarmView::showIn(Form4& manager) {

@@ -1,6 +1,6 @@
-// How alarms show: the monitor window comes up without the keyboard, with the monitors that fired
-// tinted until they are looked at; the desktop tells of each; the line of the main window says
-// since when the polls bring no quotes.
+// How alarms show: the monitor window comes up without the keyboard; the monitors that fired are
+// tinted there until they are looked at, whoever has opened it; the desktop tells of each; the line
+// of the main window says since when the polls bring no quotes.
 #pragma once
 
 #include <QLabel>
@@ -24,8 +24,6 @@ public:
     // For an alarm; false while a menu or a list is open under the user's hand, which a window
     // that opens would close.
     bool showMonitors();
-    // For the user.
-    void openManager();
 
 private:
     void openQuietly();

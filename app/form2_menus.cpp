@@ -63,7 +63,7 @@ void Form2::connectWindows() {
     opens<Form21>(ui_->分时数据);
     opens<Form21>(ui_->当前行情);
     opens<Form11>(ui_->F10资料);
-    connect(ui_->监控管理, &QAction::triggered, this, [this] { alarmView_->openManager(); });
+    opens<Form4>(ui_->监控管理);
     opens<Form27>(ui_->文章管理器);
     opens<Form3>(ui_->导入主题);
     opens<Form25>(ui_->新闻数量分析);

@@ -43,6 +43,7 @@ void OpenWindows::adopt(QWidget* window) {
     open_.removeIf([](const QPointer<QWidget>& it) { return it.isNull(); });
     open_ << window;
     window->show();
+    emit opened(window);
 }
 
 }  // namespace guanchao

@@ -4,13 +4,16 @@
 
 #include <QCoro/QCoroTask>
 #include <QList>
+#include <QObject>
 #include <QPointer>
 #include <QWidget>
 #include <stop_token>
 
 namespace guanchao {
 
-class OpenWindows {
+class OpenWindows : public QObject {
+    Q_OBJECT
+
 public:
     // Shows the window and remembers it until it is closed.
     void adopt(QWidget* window);
@@ -41,6 +44,10 @@ public:
     // Every window that was adopted, one after the other; the main window is not among them. Waits
     // for those that ask, and for those whose run ends first. False if a user keeps one.
     QCoro::Task<bool> closeAll(std::stop_token stop);
+
+signals:
+    // A window is on the screen, whoever has opened it.
+    void opened(QWidget* window);
 
 private:
     QList<QPointer<QWidget>> open_;

@@ -242,7 +242,7 @@ std::optional<AlarmEngine::Prompt> AlarmEngine::judgeTheme(Connection& connectio
     if (!fires) {
         return std::nullopt;
     }
-    return promptOf(monitor, {FiredMonitor::Kind::theme, zhutiname,
+    return promptOf(monitor, {FiredMonitor::Kind::theme, trimBlanks(zhutiname),
                               crossingWords(zhutiname, u"涨幅"_s, *gain, monitor)});
 }
 
@@ -283,7 +283,7 @@ std::optional<AlarmEngine::Prompt> AlarmEngine::judgeStock(Connection& connectio
         return std::nullopt;
     }
     const double value = leixin == u"股价"_s ? quote.sp : quote.zhangfu;
-    return promptOf(monitor, {FiredMonitor::Kind::stock, dm,
+    return promptOf(monitor, {FiredMonitor::Kind::stock, trimBlanks(dm),
                               crossingWords(stockName(monitor), leixin, value, monitor)});
 }
 

@@ -106,6 +106,9 @@ void Form4::refresh() {
 // Gives the stored frequency back.
 std::optional<QString> Form4::showMonitors(const MonitorManager::Loaded& loaded) {
     showFlag();
+    for (const FiredMonitor& monitor : fired_) {
+        tint(monitor.kind, rowsOf(monitor.kind, monitor.key), true);
+    }
     ui_->Label3->setText(loaded.monitored);
     return loaded.frequency;
 }
@@ -118,6 +121,7 @@ void Form4::showFlag() {
 }
 
 void Form4::showFired(const QList<FiredMonitor>& fired) {
+    fired_ = fired;
     for (const FiredMonitor& monitor : fired) {
         const QList<int> rows = rowsOf(monitor.kind, monitor.key);
         if (!rows.isEmpty()) {
@@ -134,7 +138,7 @@ QList<int> Form4::rowsOf(FiredMonitor::Kind kind, const QString& key) {
     const ResultGrid& grid = gridOf(kind);
     QList<int> rows;
     for (int row = 1; row < grid.rows(); ++row) {
-        if (trimBlanks(grid.textMatrix(row, 1)) == trimBlanks(key)) {
+        if (trimBlanks(grid.textMatrix(row, 1)) == key) {
             rows << row;
         }
     }
@@ -162,6 +166,7 @@ void Form4::lookAt(FiredMonitor::Kind kind, int row) {
     if (gridOf(kind).isDataRow(row)) {
         const QString key = trimBlanks(gridOf(kind).textMatrix(row, 1));
         tint(kind, rowsOf(kind, key), false);
+        fired_.removeIf([&](const FiredMonitor& it) { return it.kind == kind && it.key == key; });
         emit lookedAt({kind, key, {}});
     }
 }

@@ -82,6 +82,7 @@ private:
     QMenu kuaijie1_;  // 快捷: on a theme monitor
     QMenu kuaijie2_;  // 快捷: on a stock monitor
     QString staleWords_;
+    QList<FiredMonitor> fired_;  // not looked at
 };
 
 }  // namespace guanchao
