@@ -1,6 +1,6 @@
 #include "monitor/form4.h"
 
-#include <QCloseEvent>
+#include <QFocusEvent>
 #include <QWindow>
 
 #include "base/values.h"
@@ -187,20 +187,6 @@ void Form4::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && windowHandle()) {
         windowHandle()->setFlag(Qt::WindowStaysOnTopHint, false);
     }
-}
-
-void Form4::reject() {
-    ui_->Text1->setText(manager_.savedFrequency());
-    close();
-}
-
-void Form4::Form_Unload() {
-    changeFrequency();
-}
-
-void Form4::closeEvent(QCloseEvent* event) {
-    Form_Unload();
-    event->accept();
 }
 
 void Form4::Command1_Click() {

@@ -1,5 +1,7 @@
 // Form4, "监控管理": every monitor, the start and stop of monitoring, the frequency. Tables
-// zhutijiankong, gegujiankong, jiankonghq and tempcanshu; the rules are in MonitorManager.
+// zhutijiankong, gegujiankong, jiankonghq and tempcanshu; the rules are in MonitorManager. A
+// frequency counts when it is entered or its box is left; one that was still being typed when the
+// window closed is given up.
 #pragma once
 
 #include <QDialog>
@@ -36,15 +38,10 @@ public:
     // without the keyboard, which stays where it is.
     void comeUp();
 
-public slots:
-    // Esc: a frequency that was typed and not entered is given up.
-    void reject() override;
-
 signals:
     void lookedAt(const FiredMonitor& monitor);
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -62,7 +59,6 @@ private:
     void deleteMonitor(void (MonitorManager::*remove)());
 
     void Form_Load();
-    void Form_Unload();
     void Command1_Click();
     void Command2_Click();
     void Text1_Change();

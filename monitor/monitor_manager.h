@@ -35,8 +35,6 @@ public:
     // By hand, which holds for the day.
     void toggle(const QDate& today);
 
-    const QString& savedFrequency() const { return savedFrequency_; }
-
     // How many stocks the typed frequency allows, for the label beside it.
     static QString capacityWords(const QString& frequency);
 
