@@ -294,9 +294,9 @@ void Form2::stopQuotes() {
 
 void Form2::showProgress(const QuoteProgress& progress) {
     ui_->progress->setMaximum(progress.total);
-    ui_->progress->setValue(progress.updated);
-    if (!progress.words.isEmpty()) {
-        ui_->Label6->setText(progress.words);
+    ui_->progress->setValue(progress.asked);
+    if (!progress.words().isEmpty()) {
+        ui_->Label6->setText(progress.words());
     }
 }
 

@@ -15,10 +15,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Nothing for a row without a quote and, with the reason noted, for one that can't be read.
+// Nothing, with the reason noted, for a row that can't be read.
 std::optional<StoredQuote> quoteOrRefusal(const QuoteRow& row, QStringList& refusals) {
     try {
-        return hasQuote(row) ? std::optional(storedQuote(row)) : std::nullopt;
+        return storedQuote(row);
     } catch (const OperationError& refusal) {
         refusals << refusal.reason();
         return std::nullopt;
@@ -100,24 +100,29 @@ MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const HttpReply& repl
     if (!isAnswerTo(batch, rows)) {
         return {batch.count, u"应答里没有行情"_s, {}};
     }
-    const QStringList refusals = writeRows(rows, tojiankong);
-    return {static_cast<int>(refusals.size()), {}, refusals};
+    return writeRows(batch, rows, tojiankong);
 }
 
-QStringList QuoteFeed::writeRows(const QList<QuoteRow>& rows, qint16 tojiankong) {
+// A code that the service names without a quote is one that it doesn't know: nothing is missed.
+MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows,
+                                  qint16 tojiankong) {
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     const auto update = tojiankong < 1 ? updateCodeTable : updatePollList;
     Connection connection = stores_.main.open();
     Transaction transaction(connection);
     const QString now = timeText(clock_.now());
+    QStringList missing = batch.list.toUpper().split(u',', Qt::SkipEmptyParts);
     QStringList refusals;
     for (const QuoteRow& row : rows) {
-        if (const std::optional<StoredQuote> quote = quoteOrRefusal(row, refusals)) {
+        if (!hasQuote(row)) {
+            missing.removeAll(row.dm());
+        } else if (const std::optional<StoredQuote> quote = quoteOrRefusal(row, refusals)) {
             connection.execute(update(*quote, now));
+            missing.removeAll(row.dm());
         }
     }
     transaction.commit();
-    return refusals;
+    return {static_cast<int>(missing.size()), {}, refusals};
 }
 
 }  // namespace guanchao

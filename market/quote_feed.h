@@ -28,11 +28,11 @@ struct CodeBatch {
 // The codes in the field dm of the recordset; the last batch may be a smaller one.
 QList<CodeBatch> codeBatches(Recordset& codes);
 
-// The codes of a request that brought no quotes, and why: words, or a reason for each.
+// The codes of a request that the service said nothing of that can be read, and why.
 struct MissedQuotes {
     int count = 0;
     QString reason;        // that the service gave no quotes at all; empty if it did
-    QStringList refusals;  // of lines that can't be read
+    QStringList refusals;  // of lines that can't be read; the other codes stand in none
 };
 
 // Lines or monitors that could not be read, once all others are written.
@@ -61,7 +61,7 @@ public:
 
 private:
     MissedQuotes writeReply(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
-    QStringList writeRows(const QList<QuoteRow>& rows, qint16 tojiankong);
+    MissedQuotes writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;

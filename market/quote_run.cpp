@@ -27,6 +27,14 @@ QString reasonWords(int count, const QString& reason) {
 
 }  // namespace
 
+QString QuoteProgress::words() const {
+    return asked == 0 ? QString() : u"已更新股票只数:%1"_s.arg(updated);
+}
+
+QString QuoteProgress::stoppedWords() const {
+    return u"已停止：更新了 %1 只股票的行情，共 %2 只"_s.arg(updated).arg(total);
+}
+
 void QuoteTally::add(const MissedQuotes& missed) {
     missed_ += missed.count;
     if (!missed.reason.isEmpty()) {
@@ -44,12 +52,18 @@ QString QuoteTally::words() const {
                                              .arg(total_ - missed_)
                                              .arg(total_)
                                              .arg(missed_)};
+    int omitted = missed_;
     for (auto it = byReason_.cbegin(); it != byReason_.cend(); ++it) {
         lines << reasonWords(it.value(), it.key());
+        omitted -= it.value();
     }
     if (!refusals_.isEmpty()) {
-        lines << reasonWords(static_cast<int>(refusals_.size()),
-                             u"读不出（"_s + refusals_.first() + u"）"_s);
+        const auto refused = static_cast<int>(refusals_.size());
+        lines << reasonWords(refused, u"读不出（"_s + refusals_.first() + u"）"_s);
+        omitted -= refused;
+    }
+    if (omitted > 0) {
+        lines << reasonWords(omitted, u"应答里没有这些代码"_s);
     }
     if (!byReason_.isEmpty()) {
         lines << u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s;
@@ -80,7 +94,7 @@ QCoro::Task<QuoteTally> QuoteRun::update(QString codesQuery, Report report, std:
 // A service that refuses is asked for one batch at a time from then on.
 QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report report,
                                                 std::stop_token stop) {
-    QuoteProgress progress{0, stocksIn(batches), {}};
+    QuoteProgress progress{0, 0, stocksIn(batches)};
     QuoteTally tally(progress.total);
     report(progress);
     qsizetype ahead = feed_.ahead();
@@ -97,8 +111,8 @@ QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report
         }
         const MissedQuotes missed = co_await feed_.write(batch, reply, 0, stop);
         tally.add(missed);
-        progress.updated += batch.count;
-        progress.words = u"已更新股票只数:"_s + QString::number(progress.updated - tally.missed());
+        progress.asked += batch.count;
+        progress.updated = progress.asked - tally.missed();
         report(progress);
     }
     co_return tally;

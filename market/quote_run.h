@@ -15,9 +15,14 @@ namespace guanchao {
 
 // How far a run is, in stocks.
 struct QuoteProgress {
+    int asked = 0;
     int updated = 0;
     int total = 0;
-    QString words;  // for the time label; empty before the first batch
+
+    // 已更新股票只数, for the time label; empty before the first batch.
+    QString words() const;
+    // For a run that is stopped.
+    QString stoppedWords() const;
 };
 
 // What a run came to, in stocks.
