@@ -264,7 +264,8 @@ void Form2::updateByItself() {
 QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     QString words;
     try {
-        const QuoteTally tally = co_await quoteRun_.run([](const QuoteProgress&) {}, stop);
+        const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
+        const QuoteTally tally = co_await quoteRun_.run(note, stop);
         if (!themeTable_.showsSearch()) {
             刷新_Click();
         }
@@ -284,15 +285,19 @@ void Form2::showUpdating(bool updating) {
     ui_->Label1->setText(updating ? u"正在更新行情…"_s : QString());
 }
 
-// What the batches have brought stays, and shows.
+// What the batches have brought stays, and shows where the themes are not those of a search.
 void Form2::stopQuotes() {
     if (quoteRuns_.running()) {
         quoteRuns_.stop();
-        刷新_Click();
+        ui_->Label1->setText(progress_.stoppedWords());
+        if (!themeTable_.showsSearch()) {
+            刷新_Click();
+        }
     }
 }
 
 void Form2::showProgress(const QuoteProgress& progress) {
+    progress_ = progress;
     ui_->progress->setMaximum(progress.total);
     ui_->progress->setValue(progress.asked);
     if (!progress.words().isEmpty()) {

@@ -116,6 +116,7 @@ private:
     Watchlist watchlist_;
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
+    QuoteProgress progress_;  // of its last run
     AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;

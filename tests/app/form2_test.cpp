@@ -356,7 +356,15 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
 TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     load();
     const QString time = find<QLabel>(u"Label6"_s)->text();
-    http_.gate = std::make_shared<Later<bool>>();
+    for (int at = 0; at < 120; ++at) {
+        store_.run({u"insert into dmb(dm) values('SH%1')"_s.arg(601000 + at)});
+    }
+    http_.answer = [](const QString& path) { return quoteReply(path, {}); };
+    http_.onGet = [this] {
+        if (http_.paths.size() == 2) {
+            http_.gate = std::make_shared<Later<bool>>();
+        }
+    };
     QTest::mouseClick(find<QToolButton>(u"Command4"_s), Qt::LeftButton);
     auto* stop = find<QPushButton>(u"stopRun"_s);
     EXPECT_TRUE(stop->isVisible());
@@ -365,6 +373,7 @@ TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     EXPECT_FALSE(stop->isVisible());
     EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());
     EXPECT_EQ(find<QLabel>(u"Label6"_s)->text(), time);
+    EXPECT_EQ(find<QLabel>(u"Label1"_s)->text(), u"已停止：更新了 99 只股票的行情，共 122 只"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
