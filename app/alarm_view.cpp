@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QScopeGuard>
 
+#include "store/patience.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -24,15 +26,10 @@ bool AlarmView::showMonitors() {
         return false;
     }
     const bool userIsHere = QApplication::activeWindow() != nullptr;
-    Form4* manager = environment_.openWindows.find<Form4>();
-    if (manager) {
-        manager->refresh();
-        showIn(*manager);
-    } else {
-        openQuietly();
-        manager = environment_.openWindows.find<Form4>();
+    if (!tryStep([this] { refreshOrOpen(); }, false)) {
+        return false;
     }
-    if (manager) {
+    if (auto* manager = environment_.openWindows.find<Form4>()) {
         manager->comeUp();
     }
     // The manager takes no input before a box that stands is answered, and must not cover that;
@@ -44,6 +41,15 @@ bool AlarmView::showMonitors() {
         }
     }
     return true;
+}
+
+void AlarmView::refreshOrOpen() {
+    if (auto* manager = environment_.openWindows.find<Form4>()) {
+        manager->refresh();
+        showIn(*manager);
+    } else {
+        openQuietly();
+    }
 }
 
 // The load of the manager chooses nothing; what the user has chosen elsewhere stays so.

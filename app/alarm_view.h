@@ -22,10 +22,11 @@ public:
               QLabel& line);
 
     // For an alarm; false while a menu or a list is open under the user's hand, which a window
-    // that opens would close.
+    // that opens would close, and while another holds the store.
     bool showMonitors();
 
 private:
+    void refreshOrOpen();
     void openQuietly();
     void tell(const FiredMonitor& monitor);
     void showState();

@@ -18,6 +18,7 @@
 #include "market/form21.h"
 #include "research/form24.h"
 #include "store/failure.h"
+#include "store/patience.h"
 #include "ui_form2.h"
 
 namespace guanchao {
@@ -188,25 +189,39 @@ void Form2::connectGrids() {
 }
 
 void Form2::Form_Load() {
-    // A first refresh that fails, on a store that is locked for the moment, must not leave the
-    // program without its alarms for the rest of the day.
-    const auto enableTimers = qScopeGuard([this] {
-        Timer1_.start();
-        Timer4_.start();
-    });
     loadProgram(environment_.applicationFolder, desktop_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
+    Timer1_.start();
+    Timer4_.start();
 }
 
 void Form2::刷新_Click() {
-    themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& labels) {
-        ui_->Label4->setText(labels.themes);
-        ui_->Label6->setText(labels.quotes);
-    });
+    refreshRuns_.stop();
+    refreshRuns_.start([this](std::stop_token stop) { return refresh(stop); });
+}
+
+QCoro::Task<> Form2::refresh(std::stop_token stop) {
+    const auto step = [this] {
+        themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& labels) {
+            ui_->Label4->setText(labels.themes);
+            ui_->Label6->setText(labels.quotes);
+        });
+    };
+    co_await patiently(step, stop);
 }
 
 void Form2::全部显示_Click() {
-    themeTable_.xianshizhutigu(allStocks);
+    showStocks(allStocks);
+}
+
+void Form2::showStocks(const QString& theme) {
+    stockRuns_.stop();
+    stockRuns_.start([=, this](std::stop_token stop) { return readStocks(theme, stop); });
+}
+
+QCoro::Task<> Form2::readStocks(QString theme, std::stop_token stop) {
+    const auto step = [=, this] { themeTable_.xianshizhutigu(theme); };
+    co_await patiently(step, stop);
 }
 
 void Form2::Command1_Click() {
@@ -238,7 +253,7 @@ void Form2::Command4_Click() {
 
 QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
     const QuoteTally tally = co_await runQuotes(stop);
-    刷新_Click();
+    co_await refresh(stop);
     environment_.dialogs.tell(tally.words());
 }
 
@@ -267,9 +282,10 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
         const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
         const QuoteTally tally = co_await quoteRun_.run(note, stop);
         if (!themeTable_.showsSearch()) {
-            刷新_Click();
+            co_await refresh(stop);
         }
-        themeTable_.refreshStocks();
+        const auto refreshStocks = [this] { themeTable_.refreshStocks(); };
+        co_await patiently(refreshStocks, stop);
         words = tally.missed() > 0 ? tally.words().section(u'\n', 0, 0) : QString();
     } catch (const std::exception& failure) {
         words = failureReason(failure);
@@ -318,11 +334,14 @@ void Form2::MSHFlexGrid1_RowChosen(int row) {
 // A failure ends the click without a word.
 void Form2::MSHFlexGrid1_Click(int row) {
     ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
-    try {
-        themeTable_.xianshizhutigu(ui_->Text2->text());
-    } catch (const std::exception&) {
-        return;
-    }
+    stockRuns_.stop();
+    stockRuns_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        try {
+            co_await readStocks(ui_->Text2->text(), stop);
+        } catch (const std::exception&) {
+            co_return;
+        }
+    });
 }
 
 void Form2::MSHFlexGrid2_RowChosen(int row) {

@@ -38,7 +38,7 @@ public:
     Form2(Environment& environment, Windows& windows, Desktop desktop);
     ~Form2() override;
 
-    // The program's entry; raises what the first refresh raises.
+    // The program's entry.
     void Form_Load();
 
     QMenu* tuopanmenu() { return &tuopanmenu_; }
@@ -76,6 +76,9 @@ private:
     void showExchange(const ShownExchange& run);
     void stopRuns();
     void arrangeGrids();
+    QCoro::Task<> refresh(std::stop_token stop);
+    QCoro::Task<> readStocks(QString theme, std::stop_token stop);
+    void showStocks(const QString& theme);
     void redraw(Redraw part, const QString& theme);
     QCoro::Task<> updateQuotes(std::stop_token stop);
     QCoro::Task<QuoteTally> runQuotes(std::stop_token stop);
@@ -132,6 +135,8 @@ private:
     QTimer Timer4_;  // once per version check
 
     Runs beginning_{environment_.failures};
+    Runs refreshRuns_{environment_.failures};
+    Runs stockRuns_{environment_.failures};
     Runs quoteRuns_{environment_.failures};
     Runs versionChecks_{environment_.failures};
     Runs themeRuns_{environment_.failures};

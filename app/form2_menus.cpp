@@ -142,7 +142,7 @@ void Form2::redraw(Redraw part, const QString& theme) {
     if (part == Redraw::themes) {
         刷新_Click();
     } else if (part == Redraw::stocks) {
-        themeTable_.xianshizhutigu(theme);
+        showStocks(theme);
     }
 }
 

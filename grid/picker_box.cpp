@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "grid/stock_picker.h"
 #include "grid/twips.h"
+#include "store/patience.h"
 
 namespace guanchao {
 
@@ -15,6 +16,8 @@ PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainSto
     list_.hide();
     box_.installEventFilter(this);
     list_.installEventFilter(this);
+    retry_.setSingleShot(true);
+    connect(&retry_, &QTimer::timeout, this, &PickerBox::boxChanged);
     connect(&box_, &QLineEdit::textChanged, this, &PickerBox::boxChanged);
     connect(&list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
 }
@@ -27,6 +30,7 @@ void PickerBox::hideOnPressOf(const QList<QWidget*>& places) {
 }
 
 void PickerBox::hideList() {
+    retry_.stop();
     list_.hide();
 }
 
@@ -34,7 +38,7 @@ void PickerBox::takeFirst() {
     if (list_.count() > 0) {
         box_.setText(codeOfCandidate(list_.item(0)->text()));
     }
-    list_.hide();
+    hideList();
 }
 
 void PickerBox::setText(const QString& text) {
@@ -46,16 +50,23 @@ void PickerBox::setText(const QString& text) {
 }
 
 void PickerBox::boxChanged() {
+    retry_.stop();
     const QString text = trimBlanks(box_.text());
     if (text.isEmpty()) {
         return;
     }
-    const QString candidates = chazhaodaima(mainStore_, text);
+    const auto find = [&] { return chazhaodaima(mainStore_, text); };
+    const std::optional<QString> candidates = tryStep(find, false);
     list_.hide();
     list_.clear();
-    if (candidates.isEmpty()) {
-        return;
+    if (!candidates) {
+        retry_.start(betweenTries);
+    } else if (!candidates->isEmpty()) {
+        showCandidates(*candidates);
     }
+}
+
+void PickerBox::showCandidates(const QString& candidates) {
     list_.addItems(candidateLines(candidates).mid(0, mostLines_));
     placeList(pixelsOf(candidateListHeight(candidates), list_));
     list_.show();
@@ -79,13 +90,13 @@ void PickerBox::listClicked() {
     const QString line = item->text();
     box_.setText(wholeLinesAbove_ ? trimBlanks(line) : codeOfCandidate(line));
     list_.clear();
-    list_.hide();
+    hideList();
     emit chosen();
 }
 
 bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress && hidingPlaces_.contains(watched)) {
-        list_.hide();
+        hideList();
     }
     const bool ownKey = event->type() == QEvent::KeyPress && list_.isVisible() &&
                         (watched == &box_ || watched == &list_);
@@ -96,7 +107,7 @@ bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
 // Down goes from the box into the open list, Enter takes a line, Esc closes the list.
 bool PickerBox::takeKey(const QObject* watched, int key) {
     if (key == Qt::Key_Escape) {
-        list_.hide();
+        hideList();
         box_.setFocus();
         return true;
     }

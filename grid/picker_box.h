@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QObject>
+#include <QTimer>
 
 #include "store/stores.h"
 
@@ -13,7 +14,8 @@ class PickerBox : public QObject {
     Q_OBJECT
 
 public:
-    // Candidates are read from `mainStore` at every change of the text.
+    // Candidates are read from `mainStore` at every change of the text; while another holds it, a
+    // little later.
     PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore, QObject* parent);
 
     // For a box that only tells the code and the name: the list opens above it, and a choice puts
@@ -30,6 +32,7 @@ public:
     void takeFirst();
 
     void hideList();
+    bool listIsOpen() const { return list_.isVisible(); }
 
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
     // there already.
@@ -44,6 +47,7 @@ protected:
 
 private:
     void boxChanged();
+    void showCandidates(const QString& candidates);
     void listClicked();
     bool takeKey(const QObject* watched, int key);
     void placeList(int height);
@@ -54,6 +58,7 @@ private:
     QList<QWidget*> hidingPlaces_;
     bool wholeLinesAbove_ = false;
     int mostLines_ = -1;  // below 0: no limit
+    QTimer retry_;        // to the next try of a reading
 };
 
 }  // namespace guanchao

@@ -82,8 +82,6 @@ void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels
 }
 
 void ThemeTable::fillThemes(Connection& connection, const QString& threshold, GridFill::Rows rows) {
-    const GridFill fill(themes_, rows);
-    themes_.clear();
     Recordset themes(connection,
                      u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
                      u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
@@ -91,6 +89,8 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold, Gr
                      u" where guanzhudu>"_s +
                          numberText(numericPrefix(threshold)) +
                          u" group by zhutiname order by 涨幅 desc,zhutiname"_s);
+    const GridFill fill(themes_, rows);
+    themes_.clear();
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
         themes_.setColWidths({500, 1600, 900, 800, 800, 2000});

@@ -353,6 +353,25 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     EXPECT_TRUE(nextRun.findChild<QTimer*>()->isActive()) << "the choice is kept";
 }
 
+// With the patience of a user: what waited for the store itself would fail here.
+TEST_F(Form2Test, WhatIsAskedForWhileAnotherHoldsTheStoreComesWhenItIsFree) {
+    load();
+    activate();
+    store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
+    std::optional<Connection> other(store_.stores.main.open());
+    other->execute(u"begin exclusive"_s);
+    QTest::keyClick(&form_, Qt::Key_F5);
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
+    other.reset();
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return grid(u"MSHFlexGrid1"_s).textMatrix(1, 1) == u"白酒"_s &&
+               grid(u"MSHFlexGrid2"_s).rows() == 2;
+    }));
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
 TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     load();
     const QString time = find<QLabel>(u"Label6"_s)->text();

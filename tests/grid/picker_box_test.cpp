@@ -88,6 +88,15 @@ TEST_F(PickerBoxTest, TheListFollowsWhatIsTyped) {
     EXPECT_EQ(chosen_.count(), 0);
 }
 
+TEST_F(PickerBoxTest, AStoreThatAnotherHoldsIsReadWhenItIsFree) {
+    std::optional<Connection> other(store_.stores.main.open());
+    other->execute(u"begin exclusive"_s);
+    type(u"6005"_s);
+    EXPECT_EQ(lines(), QStringList());
+    other.reset();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return lines().size() == 1; }));
+}
+
 TEST_F(PickerBoxTest, WholeLinesStandAboveAndAClickTakesOne) {
     picker_.showWholeLinesAbove();
     picker_.showAtMost(1);

@@ -249,6 +249,19 @@ TEST_F(SessionTest, MonitoringBeginsWithTheSessionAndAHandHoldsForItsDay) {
     EXPECT_EQ(manager->windowTitle(), u"监控管理(监控已启动)"_s);
 }
 
+TEST_F(SessionTest, AnAlarmOnAHeldStoreShowsItsWindowWhenThatIsFree) {
+    std::optional<Connection> other(store_.stores.main.open());
+    QObject::connect(main_.findChild<AlarmDesk*>(), &AlarmDesk::fired, &main_,
+                     [&] { other->execute(u"begin exclusive"_s); });
+    clock_.moment.setTime(QTime(9, 31));
+    ASSERT_TRUE(wait([this] { return !notifier_.notes.isEmpty(); }));
+    ASSERT_TRUE(ticks(3));
+    EXPECT_FALSE(shownWindow<Form4>());
+    other.reset();
+    EXPECT_TRUE(wait([] { return shownWindow<Form4>() != nullptr; }));
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
 TEST_F(SessionTest, AnAlarmIsToldMarkedAndTintedUntilLookedAt) {
     clock_.moment.setTime(QTime(9, 31));
     ASSERT_TRUE(wait([this] { return !sound_.played.isEmpty(); }));
