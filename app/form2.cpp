@@ -182,6 +182,7 @@ void Form2::connectGrids() {
     stocks.setRowMenu(kuaimenu_);
     connect(&themes, &GridView::rowChosen, this, &Form2::MSHFlexGrid1_RowChosen);
     connect(&themes, &GridView::rowClicked, this, &Form2::MSHFlexGrid1_Click);
+    connect(&themes, &GridView::rowReached, this, &Form2::MSHFlexGrid1_Click);
     connect(&themes, &GridView::rowDoubleClicked, this, [this] { windows_.openAnew<Form24>(); });
     connect(&stocks, &GridView::rowChosen, this, &Form2::MSHFlexGrid2_RowChosen);
     connect(&stocks, &GridView::rowDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);

@@ -62,6 +62,12 @@ GridView::GridView(QWidget* parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     horizontalHeader()->setMinimumSectionSize(10);
     horizontalHeader()->setHighlightSections(false);
+    keysRest_.setSingleShot(true);
+    connect(&keysRest_, &QTimer::timeout, this, [this] {
+        if (grid_ && grid_->markedRow() > 0) {
+            emit rowReached(grid_->markedRow());
+        }
+    });
     connectHeader();
 }
 
@@ -196,6 +202,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     const QModelIndexList selected = selectionModel()->selectedRows();
     if (!selected.isEmpty() && rowAtIndex(selected.first()) != grid_->markedRow()) {
         choose(rowAtIndex(selected.first()));
+        keysRest_.start(0);
     }
 }
 

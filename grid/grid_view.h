@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QTableView>
+#include <QTimer>
 #include <optional>
 
 #include "grid/column_widths.h"
@@ -48,6 +49,8 @@ signals:
     // Keys or mouse have chosen the row, though it may have been the chosen one before; 0 for a
     // press on the header or the empty ground, which chooses none.
     void rowChosen(int row);
+    // Keys have moved the choice to the row and rest there.
+    void rowReached(int row);
     // A click of the left button, or Enter on the current row.
     void rowClicked(int row);
     void rowDoubleClicked(int row);
@@ -79,6 +82,7 @@ private:
     ColumnWidths widths_;
     QString hint_;
     QModelIndex pressedIndex_;
+    QTimer keysRest_;  // up when no further key waits
 };
 
 }  // namespace guanchao

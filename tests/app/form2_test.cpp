@@ -125,6 +125,8 @@ TEST_F(Form2Test, AMenuActsOnTheThemeThatKeysHaveMarked) {
     QTest::keyClick(&themes, Qt::Key_Down);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
     EXPECT_EQ(themes.toolTip(), u"白酒"_s);
+    QApplication::processEvents();
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s) << "as a click shows it";
     dialogs_.typed = u"9"_s;
     trigger(u"修改关注度"_s);
     EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti where guanzhudu=9"_s),

@@ -166,6 +166,13 @@ TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
     view_.setRowMenu(menu_, GridView::MenuArea::rowsAndGround);
     clickGround();
     EXPECT_TRUE(closeMenu());
+    QApplication::processEvents();
+    QSignalSpy reached(&view_, &GridView::rowReached);
+    QTest::keyClick(&view_, Qt::Key_Down);
+    QTest::keyClick(&view_, Qt::Key_Down);
+    QApplication::processEvents();
+    ASSERT_EQ(reached.size(), 1) << "keys that follow each other at once are one way";
+    EXPECT_EQ(reached.first().first().toInt(), 3);
 }
 
 TEST_F(GridViewTest, TheMarkStaysWithItsItemAndTheViewWhereItWas) {
