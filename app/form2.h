@@ -85,6 +85,7 @@ private:
     QCoro::Task<> updateQuietly(std::stop_token stop);
     void updateByItself();
     void showUpdating(bool updating);
+    void sayOfUpdate(const QString& words);
     void stopQuotes();
     void showProgress(const QuoteProgress& progress);
     QCoro::Task<> beginMonitoring(std::stop_token stop);
@@ -120,6 +121,7 @@ private:
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
     QuoteProgress progress_;  // of its last run
+    QString updateWords_;     // what the line says of it
     AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;

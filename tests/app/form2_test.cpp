@@ -346,9 +346,25 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+    auto* line = find<QLabel>(u"Label1"_s);
+    const auto updatesTwice = [&] {
+        http_.paths.clear();
+        timer->start(2);
+        const bool done = QTest::qWaitFor([this] { return http_.paths.size() > 1; });
+        timer->stop();
+        return done;
+    };
+    dialogs_.gate = std::make_shared<Later<bool>>();
+    trigger(u"导入文章"_s);
+    const QString importing = line->text();
+    EXPECT_FALSE(importing.isEmpty());
+    EXPECT_TRUE(updatesTwice());
+    EXPECT_EQ(line->text(), importing) << "the line is the import's";
+    dialogs_.gate->deliver(true);
+    dialogs_.shown.clear();
     http_.answer = nullptr;
-    timer->start(2);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !find<QLabel>(u"Label1"_s)->text().isEmpty(); }));
+    EXPECT_TRUE(updatesTwice());
+    EXPECT_TRUE(line->text().startsWith(u"自动更新："_s));
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     QMenu menu;
     const AutoUpdate nextRun(menu, environment_.applicationFolder + u"界面.ini"_s, clock_, [] {});
