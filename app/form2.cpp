@@ -115,7 +115,7 @@ void Form2::connectControls() {
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
     connect(ui_->stopRun, &QPushButton::clicked, this, &Form2::stopQuotes);
     connect(ui_->stopExchange, &QPushButton::clicked, this, [this] { exchangeRun_.stop(); });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &Form2::stopRuns);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &Form2::escape);
     connect(ui_->stopSound, &QPushButton::clicked, &alarmDesk_, &AlarmDesk::stopSound);
 }
 
@@ -164,11 +164,6 @@ void Form2::showExchange(const ShownExchange& run) {
     }
     ui_->exchangeName->setText(u"正在"_s + run.name + u"…"_s);
     showShare(*ui_->exchangeProgress, run.progress.done, run.progress.total, run.timeLeft);
-}
-
-void Form2::stopRuns() {
-    stopQuotes();
-    exchangeRun_.stop();
 }
 
 void Form2::connectGrids() {
@@ -321,6 +316,16 @@ void Form2::stopQuotes() {
     }
 }
 
+// What lies on top first.
+void Form2::escape() {
+    if (picker_->listIsOpen()) {
+        picker_->hideList();
+    } else {
+        stopQuotes();
+        exchangeRun_.stop();
+    }
+}
+
 void Form2::showProgress(const QuoteProgress& progress) {
     progress_ = progress;
     ui_->progress->setMaximum(progress.total);
@@ -353,13 +358,18 @@ void Form2::MSHFlexGrid1_Click(int row) {
     });
 }
 
-void Form2::MSHFlexGrid2_RowChosen(int row) {
+// Keys walk on over the list of candidates that a press would open.
+void Form2::MSHFlexGrid2_RowChosen(int row, GridView::By by) {
     if (!stocks_.isDataRow(row)) {
         return;
     }
     environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
     environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
-    picker_->setText(environment_.globals.dangqiandm);
+    if (by == GridView::By::keys) {
+        picker_->putText(environment_.globals.dangqiandm);
+    } else {
+        picker_->setText(environment_.globals.dangqiandm);
+    }
 }
 
 // Three of its entries change the theme that was chosen last.

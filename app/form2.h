@@ -16,6 +16,7 @@
 #include "exchange/backup_export.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
+#include "grid/grid_view.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
 #include "market/quote_run.h"
@@ -74,7 +75,6 @@ private:
     void showSound(const QString& file);
     QWidgetList exchangeControls() const;
     void showExchange(const ShownExchange& run);
-    void stopRuns();
     void arrangeGrids();
     QCoro::Task<> refresh(std::stop_token stop);
     QCoro::Task<> readStocks(QString theme, std::stop_token stop);
@@ -87,6 +87,7 @@ private:
     void showUpdating(bool updating);
     void sayOfUpdate(const QString& words);
     void stopQuotes();
+    void escape();
     void showProgress(const QuoteProgress& progress);
     QCoro::Task<> beginMonitoring(std::stop_token stop);
     QCoro::Task<> endRuns(std::stop_token stop);
@@ -102,7 +103,7 @@ private:
 
     void MSHFlexGrid1_RowChosen(int row);
     void MSHFlexGrid1_Click(int row);
-    void MSHFlexGrid2_RowChosen(int row);
+    void MSHFlexGrid2_RowChosen(int row, GridView::By by);
     void MSHFlexGrid2_MenuOpens();
     void MSHFlexGrid2_DblClick(int row);
 

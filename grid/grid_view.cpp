@@ -130,7 +130,7 @@ void GridView::showMark() {
 }
 
 // The menu opens on the row that is chosen, though a part of what that brings may fail.
-void GridView::choose(int row, const std::optional<QPoint>& menuPlace) {
+void GridView::choose(int row, By by, const std::optional<QPoint>& menuPlace) {
     const auto openMenu = qScopeGuard([&] {
         if (menu_ && menuPlace && (row > 0 || menuArea_ == MenuArea::rowsAndGround)) {
             menu_->popup(*menuPlace);
@@ -139,7 +139,7 @@ void GridView::choose(int row, const std::optional<QPoint>& menuPlace) {
     if (row > 0) {
         grid_->biaoji(row);
     }
-    emit rowChosen(row);
+    emit rowChosen(row, by);
 }
 
 void GridView::resizeEvent(QResizeEvent* event) {
@@ -152,7 +152,7 @@ void GridView::resizeEvent(QResizeEvent* event) {
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
     if (grid_ && watched == horizontalHeader()->viewport() &&
         event->type() == QEvent::MouseButtonPress) {
-        choose(0);
+        choose(0, By::mouse);
     }
     return QTableView::eventFilter(watched, event);
 }
@@ -161,9 +161,9 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     pressedIndex_ = indexAt(event->position().toPoint());
     const int row = rowAtIndex(pressedIndex_);
     QTableView::mousePressEvent(event);
-    choose(row, event->button() == Qt::RightButton
-                    ? std::optional(event->globalPosition().toPoint())
-                    : std::nullopt);
+    choose(row, By::mouse,
+           event->button() == Qt::RightButton ? std::optional(event->globalPosition().toPoint())
+                                              : std::nullopt);
 }
 
 // The row that was pressed stays the chosen one, wherever the mouse is drawn.
@@ -194,14 +194,14 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && currentIndex().isValid()) {
         const int row = rowAtIndex(currentIndex());
-        choose(row);
+        choose(row, By::keys);
         emit rowClicked(row);
         return;
     }
     QTableView::keyPressEvent(event);
     const QModelIndexList selected = selectionModel()->selectedRows();
     if (!selected.isEmpty() && rowAtIndex(selected.first()) != grid_->markedRow()) {
-        choose(rowAtIndex(selected.first()));
+        choose(rowAtIndex(selected.first()), By::keys);
         keysRest_.start(0);
     }
 }
@@ -211,7 +211,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
     if (event->reason() == QContextMenuEvent::Keyboard) {
         const QPoint place = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
-        choose(rowAtIndex(currentIndex()), place);
+        choose(rowAtIndex(currentIndex()), By::keys, place);
     }
 }
 

@@ -45,10 +45,12 @@ public:
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);
 
+    enum class By : std::uint8_t { mouse, keys };
+
 signals:
     // Keys or mouse have chosen the row, though it may have been the chosen one before; 0 for a
     // press on the header or the empty ground, which chooses none.
-    void rowChosen(int row);
+    void rowChosen(int row, GridView::By by);
     // Keys have moved the choice to the row and rest there.
     void rowReached(int row);
     // A click of the left button, or Enter on the current row.
@@ -73,7 +75,7 @@ private:
     void connectHeader();
     void showFill();
     void showMark();
-    void choose(int row, const std::optional<QPoint>& menuPlace = std::nullopt);
+    void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
 
     QPointer<ResultGrid> grid_;
     QPointer<QMenu> menu_;

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 #include "base/values.h"
 #include "grid/stock_picker.h"
@@ -31,7 +32,11 @@ void PickerBox::hideOnPressOf(const QList<QWidget*>& places) {
 
 void PickerBox::hideList() {
     retry_.stop();
+    const bool keysAreThere = list_.hasFocus();
     list_.hide();
+    if (keysAreThere) {
+        box_.setFocus();
+    }
 }
 
 void PickerBox::takeFirst() {
@@ -47,6 +52,12 @@ void PickerBox::setText(const QString& text) {
     if (same) {
         boxChanged();
     }
+}
+
+void PickerBox::putText(const QString& text) {
+    const QSignalBlocker quietly(box_);
+    box_.setText(text);
+    hideList();
 }
 
 void PickerBox::boxChanged() {

@@ -37,6 +37,8 @@ public:
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
     // there already.
     void setText(const QString& text);
+    // The same without the list.
+    void putText(const QString& text);
 
 signals:
     // A candidate was taken; the box holds its code, or its line, and the list is hidden.

@@ -164,9 +164,27 @@ TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
     click(u"MSHFlexGrid2"_s, 1, 5);
     EXPECT_EQ(globals_.dangqiandm, u"SH600000"_s);
     EXPECT_EQ(globals_.dangqianjc, u"浦发银行"_s);
-    EXPECT_TRUE(find<QListWidget>(u"List1"_s)->isVisible()) << "a left press leaves the list open";
+    const auto* list = find<QListWidget>(u"List1"_s);
+    EXPECT_TRUE(list->isVisible()) << "a left press leaves the list open";
     click(u"MSHFlexGrid1"_s, 1, 1);
-    EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());
+    EXPECT_FALSE(list->isVisible());
+    activate();
+    trigger(u"全部显示"_s);
+    GridView& stocks = view(u"MSHFlexGrid2"_s);
+    click(u"MSHFlexGrid2"_s, 1, 5);
+    EXPECT_TRUE(list->isVisible());
+    QTest::keyClick(&stocks, Qt::Key_Down);
+    EXPECT_FALSE(list->isVisible()) << "keys walk over the grid, not under the list";
+    EXPECT_EQ(find<QLineEdit>(u"Text1"_s)->text(), u"SH600519"_s);
+    QTest::keyClick(&stocks, Qt::Key_Up);
+    EXPECT_FALSE(list->isVisible());
+    for (const QString& place : {u"MSHFlexGrid2"_s, u"Text1"_s, u"Text3"_s}) {
+        click(u"MSHFlexGrid2"_s, 1, 5);
+        ASSERT_TRUE(list->isVisible());
+        find<QWidget>(place)->setFocus();
+        QTest::keyClick(find<QWidget>(place), Qt::Key_Escape);
+        EXPECT_FALSE(list->isVisible()) << place.toStdString();
+    }
 }
 
 TEST_F(Form2Test, ThePopupsOpenOnTheRightButton) {
