@@ -19,7 +19,7 @@ Form11::Form11(Environment& environment, Windows&)
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &Form11::close);
     // The browser keeps the keys to itself.
-    new QShortcut(QKeySequence::Cancel, this, [this] { close(); });
+    new QShortcut(QKeySequence::Cancel, this, [this] { reject(); });
     Form_Load();
 }
 
@@ -97,6 +97,14 @@ void Form11::setLoading(bool loading) {
     ui_->back->setEnabled(browser_->canGoBack());
     ui_->stopRun->setVisible(loading);
     ui_->progress->setVisible(loading);
+}
+
+void Form11::reject() {
+    if (ui_->stopRun->isVisible()) {
+        browser_->stop();
+    } else {
+        QDialog::reject();
+    }
 }
 
 void Form11::reloadPage() {

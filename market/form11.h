@@ -25,6 +25,10 @@ public:
     Form11(Environment& environment, Windows& windows);
     ~Form11() override;
 
+public slots:
+    // Esc ends what is loading before it closes the window.
+    void reject() override;
+
 private:
     void connectBar();
     void Form_Load();
