@@ -16,6 +16,7 @@ Activity::Activity(const QString& name, const QString& remains)
 }
 
 Activity::~Activity() {
+    Q_ASSERT_X(innermost == this, "Activity", "stands across an await");
     innermost = outer_;
 }
 

@@ -7,7 +7,8 @@
 
 namespace guanchao {
 
-// Names what is being done ("更新行情数据") for as long as it lives; the innermost one counts.
+// Names what is being done ("更新行情数据") for as long as it lives; the innermost one counts, and
+// ends first, which none does that stands across an await: asserted.
 class Activity {
 public:
     // `remains` tells the user what a failure leaves written; most operations leave nothing.
