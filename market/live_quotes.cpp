@@ -159,10 +159,10 @@ void LiveQuotes::chooseWorldIndex(int index) {
 }
 
 void LiveQuotes::stop() {
-    for (Runs* runs : {&stockRuns_, &homeRuns_, &worldRuns_, &pollRuns_}) {
+    for (Runs* runs : {&stockRuns_, &homeRuns_, &worldRuns_}) {
         runs->stop();
     }
-    setPolls(false);
+    setPolls(polls_);
 }
 
 void LiveQuotes::setPolls(bool on) {

@@ -82,7 +82,7 @@ public:
     void chooseHomeIndex(int index);
     void chooseWorldIndex(int index);
 
-    // Breaks off what is under way; the polls stop too.
+    // Breaks off what is loading. The polls go on if the stock's quote has come.
     void stop();
 
     // One poll: quotes while the market is open, the charts every 13th time, and then an outside

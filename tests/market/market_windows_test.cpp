@@ -294,6 +294,12 @@ TEST_F(MarketWindowsTest, Form21ShowsAndPollsItsStockWhileAllElseHangs) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return quotes.requests.count(u"/list=sh600585"_s) > 2; }));
     EXPECT_EQ(text(form, u"stockLatest"_s), u"10.5"_s);
     EXPECT_GT(silent.connections, silent.hangUps) << "they are still waited for";
+    QTest::keyClick(form, Qt::Key_Escape);
+    EXPECT_FALSE(child<QPushButton>(form, u"stopRun"_s)->isVisible());
+    const qsizetype before = quotes.requests.count(u"/list=sh600585"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return quotes.requests.count(u"/list=sh600585"_s) > before;
+    })) << "what was stopped is what hung";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
