@@ -11,7 +11,6 @@
 
 #include "platform/qt_http_client.h"
 #include "research/form24.h"
-#include "tests/kept_folder/kept_folder.h"
 #include "tests/support/grid_texts.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/quote_reply.h"
@@ -85,20 +84,6 @@ TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {
     EXPECT_EQ(captions, QStringList({u"观潮台(V3.7)   正在更新代码表"_s, u"观潮台(V3.7)"_s}));
     EXPECT_FALSE(timer(u"Timer1"_s)->isActive());
     EXPECT_TRUE(timer(u"Timer2"_s)->isActive());
-}
-
-TEST_F(Form2Test, AFolderOfAFormerProgramShowsItsThemesAndTheirStocks) {
-    copyKeptFolder(u"v3.7"_s, store_.folder());
-    load();
-    QStringList themes = columnTexts(grid(u"MSHFlexGrid1"_s), 1).mid(1);
-    const int insurance = static_cast<int>(themes.indexOf(u"保险"_s)) + 1;
-    themes.sort();
-    EXPECT_EQ(themes, QStringList({u"small、小题材"_s, u"人工智能(AI)　算力 100%"_s, u"保险"_s,
-                                   u"可控核聚变"_s, u"啤酒黄酒"_s, u"白酒"_s, u"稀土"_s,
-                                   u"血液制品"_s, u"黄金"_s}));
-    click(u"MSHFlexGrid1"_s, insurance, 1);
-    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1 + 6);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
 TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {

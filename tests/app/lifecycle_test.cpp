@@ -5,7 +5,6 @@
 #include <QScopeGuard>
 
 #include "app/maintenance.h"
-#include "app/startup.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
@@ -18,29 +17,8 @@ using namespace Qt::Literals::StringLiterals;
 class LifecycleTest : public ::testing::Test {
 protected:
     TestStores store_;
-    Globals globals_;
-    FakeClock clock_;
     FakeDialogs dialogs_;
-    FakeTray desktopTray_;
-    TrayModule tray_{desktopTray_, globals_};
-    QStringList steps_;
 };
-
-TEST_F(LifecycleTest, TheLoadSetsEveryValueBeforeTheFirstRefresh) {
-    globals_.hqmang = 1;
-    globals_.wenzhangdalei = u"主题"_s;
-    Stores stores;
-    loadProgram(store_.folder().chopped(1), tray_, globals_, stores, clock_, [&] {
-        EXPECT_EQ(globals_.yingyongmulu, store_.folder());
-        EXPECT_EQ(stores.main.path, store_.folder() + u"dzhzhuti.mzdat"_s);
-        EXPECT_EQ(globals_.jintian, QDate(2026, 11, 24));
-        EXPECT_EQ(globals_.hqmang, 0);
-        EXPECT_EQ(globals_.wenzhangdalei, QString());
-        steps_ << u"refresh"_s;
-    });
-    EXPECT_EQ(desktopTray_.calls, QStringList({u"add"_s, u"tip 右键弹出菜单"_s}));
-    EXPECT_EQ(steps_, QStringList{u"refresh"_s});
-}
 
 TEST_F(LifecycleTest, TheMaintenanceActionTakesTheOldKeyAway) {
     const QByteArray home = qgetenv("HOME");

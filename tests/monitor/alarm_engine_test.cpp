@@ -182,12 +182,6 @@ TEST_F(AlarmEngineTest, APollBesideAnImportWaitsForItsWriteAndFires) {
     EXPECT_EQ(failures_.texts, QStringList());
 }
 
-TEST_F(AlarmEngineTest, AnEmptyListAsksForNothing) {
-    store_.run({u"delete from jiankonghq"_s});
-    engine_.tick();
-    EXPECT_TRUE(http_.paths.isEmpty());
-}
-
 TEST_F(AlarmEngineTest, ATickDuringAPollCountsButDoesNotPoll) {
     setFrequency(0);
     addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5);
@@ -255,20 +249,6 @@ TEST_F(AlarmEngineTest, AWindowThatFailsOrWaitsHoldsNoOtherAlarmBack) {
     EXPECT_EQ(failures_.texts.size(), 1);
     EXPECT_EQ(shown_, 1);
     EXPECT_EQ(rung_, QStringList({u"/a.mp3"_s, u"/b.mp3"_s}));
-}
-
-// A store that another program holds for a moment: the poll waits and is judged then.
-TEST_F(AlarmEngineTest, APollThatMeetsAHeldStoreIsJudgedAfterwards) {
-    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 1);
-    setQuote(u"SH600000"_s, 10, 2);
-    std::optional<Connection> other(store_.stores.main.open());
-    other->execute(u"begin exclusive"_s);
-    engine_.tick();
-    EXPECT_TRUE(engine_.polling());
-    EXPECT_TRUE(rung_.isEmpty());
-    other.reset();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !rung_.isEmpty(); }));
-    EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
 // The value that the first of them writes is the memory of the second too: both must fire, though
