@@ -93,8 +93,10 @@ class Tour:
                     "from zhutijiankong", [THEME, ">", "5.5", "6", "1"])
         manager = self.screen.window("监控管理(监控已启动)")
         self.screen.fill(manager, "监控频率", "6")
-        self.screen.close("监控管理(监控已启动)")
+        self.screen.click(self.screen.control(manager, "text", "监控频率"))
+        self.screen.type("Return")
         self.expect(MAIN, "select jiankongpinlu from tempcanshu", ["6"])
+        self.screen.close("监控管理(监控已启动)")
         self.expect(MAIN, "select zhangfu<-5,baojintime is null from zhutijiankong", ["1", "1"])
 
     def see_it_fire(self):
