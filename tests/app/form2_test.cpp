@@ -477,17 +477,16 @@ TEST_F(Form2Test, AnExchangeShowsItsProgressAndEndsByEscOrWithTheProgram) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|已取消导出数据!"_s);
 }
 
-TEST_F(Form2Test, TheShutdownWaitsForTheRunOfAnotherWindow) {
+TEST_F(Form2Test, TheShutdownWaitsForTheThreadOfAnotherWindow) {
     load();
     windows_.openAnew<Form24>();
-    pump_.onRun = [&] {
-        pump_.onRun = {};
-        trigger(u"tuopanexit"_s);
-        EXPECT_TRUE(processes_.ended.isEmpty());
-    };
+    Connection other = stores_.main.open();
+    other.execute(u"begin exclusive"_s);
     shownWindow<Form24>()->findChild<QPushButton*>(u"Command9"_s)->click();
+    trigger(u"tuopanexit"_s);
     EXPECT_TRUE(processes_.ended.isEmpty());
-    deleteClosedWindows();
+    other.execute(u"rollback"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !processes_.ended.isEmpty(); }));
     EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
 }
 
