@@ -13,23 +13,18 @@ struct Copy {
     QString rows;  // that were there
 };
 
-// The words that the library keeps of how a table and its indexes were made, for the copies.
-QString madeAsCopy(QString words) {
-    return words.startsWith(u"CREATE TABLE"_s) ? words.replace(0, 12, u"create temp table"_s)
-                                               : words.replace(u"INDEX "_s, u"INDEX temp."_s);
-}
-
+// With an index over what the import reads.
 Copy makeCopy(Connection& store, const ImportedTable& table) {
-    const QString made =
-        u"select sql from main.sqlite_master where sql is not null and tbl_name='"_s + table.name +
-        u"' and type='"_s;
-    const Recordset tableWords(store, made + u"table'"_s);
-    store.execute(madeAsCopy(tableWords.value(0).toText()));
-    store.execute(u"insert into temp."_s + table.name + u" select * from main."_s + table.name);
-    const Recordset rows(store, u"select count(*) from temp."_s + table.name);
-    for (Recordset words(store, made + u"index'"_s); !words.atEnd(); words.moveNext()) {
-        store.execute(madeAsCopy(words.value(0).toText()));
-    }
+    const auto& [name, columns] = table;
+    const QString tableAsMade = u"CREATE TABLE "_s;
+    const Recordset words(
+        store,
+        u"select sql from main.sqlite_master where type='table' and name='"_s + name + u"'"_s);
+    store.execute(words.value(0).toText().replace(0, tableAsMade.size(), u"create temp table "_s));
+    store.execute(u"insert into temp."_s + name + u" select * from main."_s + name);
+    store.execute(u"create index temp.copy_"_s + name + u" on "_s + name + u" ("_s + columns +
+                  u')');
+    const Recordset rows(store, u"select count(*) from temp."_s + name);
     return {table, rows.value(0).toText()};
 }
 
@@ -72,7 +67,10 @@ int importOnCopies(const StoreFile& store, const QList<ImportedTable>& tables,
         for (const ImportedTable& table : tables) {
             copies << makeCopy(connection, table);
         }
+        // It writes to the copies only, and so locks nothing of the store.
+        connection.execute(u"begin"_s);
         const int added = addRows(connection, steps);
+        connection.execute(u"commit"_s);
         if (writeAdded(connection, copies, steps)) {
             return added;
         }
