@@ -69,8 +69,8 @@ public:
         const auto end = qScopeGuard([this] { this->end(); });
         const std::function<void(const ExchangeProgress&)> tell =
             [this](const ExchangeProgress& progress) { show(progress); };
-        Given given =
-            co_await inWorker<ExchangeProgress>(std::move(job), tell, wanted_.get_token(), stop);
+        const std::stop_token wanted = wanted_.get_token();
+        Given given = co_await inWorker<ExchangeProgress>(std::move(job), tell, wanted, stop);
         co_return given;
     }
 
