@@ -113,10 +113,10 @@ void Form12::Command2_Click() {
 }
 
 QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
-    searching_ = true;
+    ++searching_;
     enableControls();
     const auto end = qScopeGuard([this] {
-        searching_ = false;
+        --searching_;
         enableControls();
     });
     const SelectionQuery wanted = query();
@@ -163,15 +163,16 @@ void Form12::MSHFlexGrid1_DblClick() {
 // The edits search anew, and write to the store of which a run holds the lock now and then.
 void Form12::enableControls() {
     const bool runs = run_.running();
+    const bool searches = searching_ > 0;
     for (QPushButton* button : {ui_->Command1, ui_->Command3, ui_->Command4, ui_->Command9}) {
         button->setEnabled(!runs);
     }
-    ui_->Command2->setEnabled(!searching_);
-    ui_->Command6->setEnabled(!runs && !searching_);
-    ui_->修改关注度->setEnabled(!runs && !searching_);
-    ui_->删除一个->setEnabled(!runs && !searching_);
-    const bool stopping = run_.stopping() && !searching_;
-    ui_->stop->setEnabled(searching_ || (runs && !stopping));
+    ui_->Command2->setEnabled(!searches);
+    ui_->Command6->setEnabled(!runs && !searches);
+    ui_->修改关注度->setEnabled(!runs && !searches);
+    ui_->删除一个->setEnabled(!runs && !searches);
+    const bool stopping = run_.stopping() && !searches;
+    ui_->stop->setEnabled(searches || (runs && !stopping));
     ui_->stop->setText(stopping ? u"正在停止…"_s : u"停止"_s);
 }
 
@@ -188,7 +189,7 @@ void Form12::showRun(const ResearchProgress& progress) {
 
 // A search first: it is the shorter one, and the days of a run took long.
 void Form12::stop() {
-    if (searching_) {
+    if (searching_ > 0) {
         searches_.stop();
     } else {
         run_.stop();
@@ -196,7 +197,7 @@ void Form12::stop() {
 }
 
 void Form12::reject() {
-    if (searching_ || run_.running()) {
+    if (searching_ > 0 || run_.running()) {
         stop();
     } else {
         close();

@@ -63,7 +63,7 @@ private:
     ResultGrid grid_;
     SelectionSearch search_;
     EarningsForecast forecast_;
-    bool searching_ = false;
+    int searching_ = 0;  // an edit may search beside a search
     ResearchRun run_;
     SelectionScan scan_;
     ForwardReturns returns_;
