@@ -286,7 +286,7 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     } catch (const std::exception& failure) {
         words = failureReason(failure);
     }
-    sayOfUpdate(words.isEmpty() ? words : u"自动更新："_s + words);
+    ui_->Label1->setText(words.isEmpty() ? words : u"自动更新："_s + words);
 }
 
 void Form2::showUpdating(bool updating) {
@@ -294,22 +294,14 @@ void Form2::showUpdating(bool updating) {
     ui_->gengxin->setEnabled(!updating);
     ui_->stopRun->setVisible(updating);
     ui_->progress->setVisible(updating);
-    sayOfUpdate(updating ? u"正在更新行情…"_s : QString());
-}
-
-// What the line says of an import or an export stays.
-void Form2::sayOfUpdate(const QString& words) {
-    if (ui_->Label1->text() == updateWords_ || ui_->Label1->text().isEmpty()) {
-        ui_->Label1->setText(words);
-    }
-    updateWords_ = words;
+    ui_->Label1->setText(updating ? u"正在更新行情…"_s : QString());
 }
 
 // What the batches have brought stays, and shows where the themes are not those of a search.
 void Form2::stopQuotes() {
     if (quoteRuns_.running()) {
         quoteRuns_.stop();
-        sayOfUpdate(progress_.stoppedWords());
+        ui_->Label1->setText(progress_.stoppedWords());
         if (!themeTable_.showsSearch()) {
             刷新_Click();
         }

@@ -85,7 +85,6 @@ private:
     QCoro::Task<> updateQuietly(std::stop_token stop);
     void updateByItself();
     void showUpdating(bool updating);
-    void sayOfUpdate(const QString& words);
     void stopQuotes();
     void escape();
     void showProgress(const QuoteProgress& progress);
@@ -122,7 +121,6 @@ private:
     QuoteFeed quoteFeed_;
     QuoteRun quoteRun_;
     QuoteProgress progress_;  // of its last run
-    QString updateWords_;     // what the line says of it
     AlarmDesk alarmDesk_;
     ExchangeRun exchangeRun_;
     BackupExport backupExport_;
