@@ -55,10 +55,11 @@ inline QList<QByteArray> bareRequests(const QString& host, const QStringList& pa
         curl_multi_add_handle(multi, request);
         requests.push_back(request);
     }
-    int running = 1;
+    int running = 0;
+    curl_multi_perform(multi, &running);
     while (running > 0) {
-        curl_multi_perform(multi, &running);
         curl_multi_poll(multi, nullptr, 0, 1000, nullptr);
+        curl_multi_perform(multi, &running);
     }
     for (CURL* request : requests) {
         curl_multi_remove_handle(multi, request);
