@@ -1,18 +1,44 @@
 #include <optional>
 
+#include "app/only_program.h"
 #include "app/program.h"
 
-int main(int argc, char** argv) {
-    guanchao::Application application(argc, argv);
-    guanchao::DesktopDialogs dialogs;
-    application.setDialogs(&dialogs);
-    std::optional<guanchao::Program> program;
-    application.guard([&] { program.emplace(application, dialogs); });
-    if (!program) {
-        // The box with the failure is all there is.
-        guanchao::Application::setQuitOnLastWindowClosed(true);
-        guanchao::Application::exec();
-        return 1;
+using namespace guanchao;
+
+namespace {
+
+int runUntilBoxesAreClosed() {
+    Application::setQuitOnLastWindowClosed(true);
+    Application::exec();
+    return 1;
+}
+
+int raiseFirst(const OnlyProgram& program, Dialogs& dialogs) {
+    if (program.raiseFirst()) {
+        return 0;
     }
-    return program->run();
+    dialogs.tell(QStringLiteral(
+        "观潮台已经在运行，但没有回应。请稍等再试；它一直没有回应时，请先结束它的进程。"));
+    return runUntilBoxesAreClosed();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Application application(argc, argv);
+    DesktopDialogs dialogs;
+    application.setDialogs(&dialogs);
+    std::optional<OnlyProgram> only;
+    std::optional<Program> program;
+    application.guard([&] {
+        only.emplace(preparedApplicationFolder());
+        if (only->isFirst()) {
+            program.emplace(application, dialogs);
+            only->raised = [&program] { program->showMainWindow(); };
+        }
+    });
+    if (program) {
+        return program->run();
+    }
+    return only && !only->isFirst() ? raiseFirst(*only, dialogs) : runUntilBoxesAreClosed();
 }

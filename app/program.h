@@ -31,6 +31,9 @@ public:
     // Loads and shows the main window, and returns when the program ends.
     int run();
 
+    // Back from the tray too.
+    void showMainWindow() { form2_.tuopan显示_Click(); }
+
 private:
     Application& application_;
     DesktopDialogs& dialogs_;
@@ -46,7 +49,7 @@ private:
     DesktopSound sound_;
     DesktopNotifier notifier_;
     DesktopClipboard clipboard_;
-    DesktopProcesses processes_;
+    DesktopProcesses processes_{folder_};
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;

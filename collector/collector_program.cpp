@@ -23,7 +23,6 @@ const QStringList jobWords = {collectThemes, collectCompanies, collectCommoditie
 
 CollectorProgram::CollectorProgram(Application& application) : application_(application) {
     application_.setDialogs(&dialogs_);
-    lock_.setStaleLockTime(0);  // only a lock whose process is gone is stale
 }
 
 int CollectorProgram::run() {
@@ -63,22 +62,15 @@ void CollectorProgram::begin(const QString& word) {
     QTimer::singleShot(0, window_.get(), [this] { window_->start(); });
 }
 
-// A power cut may leave a lock that names nobody; it would refuse every collector from then on.
 void CollectorProgram::lockStore() {
-    qint64 process = 0;
-    QString host;
-    QString program;
-    if (!lock_.tryLock(0) && lock_.error() == QLockFile::LockFailedError &&
-        !lock_.getLockInfo(&process, &host, &program)) {
-        lock_.removeStaleLockFile();
-        lock_.tryLock(0);
+    switch (lock_.take()) {
+        case ProcessLock::Outcome::taken:
+            return;
+        case ProcessLock::Outcome::held:
+            throw OperationError(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
+        case ProcessLock::Outcome::notWritable:
+            throw OperationError(u"不能写入锁文件 "_s + lock_.path());
     }
-    if (lock_.isLocked()) {
-        return;
-    }
-    throw OperationError(lock_.error() == QLockFile::LockFailedError
-                             ? u"采集程序已在运行，请先停止采集，关闭采集程序。"_s
-                             : QString(u"不能写入锁文件 "_s + lock_.fileName()));
 }
 
 // A box where no window is wanted would wait for nobody.

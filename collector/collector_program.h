@@ -2,7 +2,6 @@
 // together. Only one collector at a time works on a heat store.
 #pragma once
 
-#include <QLockFile>
 #include <memory>
 #include <random>
 
@@ -11,6 +10,7 @@
 #include "frame/application.h"
 #include "heat/collector_contract.h"
 #include "platform/desktop/desktop_dialogs.h"
+#include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
 #include "store/application_folder.h"
 
@@ -39,7 +39,7 @@ private:
     SystemClock clock_;
     DesktopDialogs dialogs_;
     QtHttpClient client_;
-    QLockFile lock_{stores_.heat.path + QStringLiteral(".lock")};
+    ProcessLock lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 
     CollectorSettings settings_;

@@ -1,4 +1,5 @@
-// The user's own processes, by the name of their image; those of other users are not seen.
+// The processes of the programs in one application folder, by the name of their image; those of
+// other folders and of other users are not seen.
 #pragma once
 
 #include <QString>

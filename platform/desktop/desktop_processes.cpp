@@ -16,8 +16,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The user's processes of the image, letter case aside.
-std::vector<pid_t> processesOf(const QString& imageName) {
+// A folder may hold links to programs that are installed elsewhere.
+bool liesIn(const QString& folder, const QFileInfo& image) {
+    const QFileInfo file(folder + u'/' + image.fileName());
+    return image.path() == QFileInfo(folder).canonicalFilePath() ||
+           image.filePath() == file.canonicalFilePath();
+}
+
+// The user's processes of the image in the folder, letter case aside.
+std::vector<pid_t> processesOf(const QString& folder, const QString& imageName) {
     QString executable = imageName;
     if (executable.endsWith(u".exe"_s, Qt::CaseInsensitive)) {
         executable.chop(4);
@@ -33,7 +40,8 @@ std::vector<pid_t> processesOf(const QString& imageName) {
         QString image = QFile::symLinkTarget(entry.filePath() + u"/exe"_s);
         // An image that has been replaced while it runs carries this mark.
         image.remove(u" (deleted)"_s);
-        if (QFileInfo(image).fileName().compare(executable, Qt::CaseInsensitive) == 0) {
+        const QFileInfo file(image);
+        if (file.fileName().compare(executable, Qt::CaseInsensitive) == 0 && liesIn(folder, file)) {
             found.push_back(id);
         }
     }
@@ -43,7 +51,7 @@ std::vector<pid_t> processesOf(const QString& imageName) {
 }  // namespace
 
 void DesktopProcesses::endByImageName(const QString& imageName) {
-    for (const pid_t id : processesOf(imageName)) {
+    for (const pid_t id : processesOf(folder_, imageName)) {
         if (id != getpid()) {
             kill(id, SIGTERM);
         }
@@ -51,7 +59,7 @@ void DesktopProcesses::endByImageName(const QString& imageName) {
 }
 
 bool DesktopProcesses::isRunning(const QString& imageName) {
-    return !processesOf(imageName).empty();
+    return !processesOf(folder_, imageName).empty();
 }
 
 bool DesktopProcesses::start(const QString& program, const QString& argument) {

@@ -11,7 +11,9 @@ namespace guanchao {
 // A real program under a name of its own: a copy of one that waits for its input to end.
 TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
     const QTemporaryDir folder;
-    DesktopProcesses processes;
+    DesktopProcesses processes(folder.path());
+    const QTemporaryDir otherFolder;
+    DesktopProcesses others(otherFolder.path());
     const QString name = u"Caijiqi-test"_s;
     ASSERT_TRUE(QFile::copy(u"/usr/bin/cat"_s, folder.filePath(name)));
     EXPECT_FALSE(processes.isRunning(name));
@@ -22,6 +24,11 @@ TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
         EXPECT_TRUE(processes.isRunning(asked)) << asked.toStdString();
     }
     EXPECT_FALSE(processes.isRunning(u"caijiqi-test2"_s));
+    EXPECT_FALSE(others.isRunning(name)) << "of another folder";
+    others.endByImageName(name);
+    EXPECT_TRUE(processes.isRunning(name));
+    ASSERT_TRUE(QFile::link(folder.filePath(name), otherFolder.filePath(name)));
+    EXPECT_TRUE(others.isRunning(name)) << "by its link";
     QFile::remove(folder.filePath(name));
     EXPECT_TRUE(processes.isRunning(name)) << "its file is gone, it still runs";
     child.closeWriteChannel();
@@ -32,7 +39,7 @@ TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
 // It ends when it has read the pipe to its end.
 TEST(DesktopProcessesTest, AProgramStartsWithItsWordUnlessItIsMissing) {
     const QTemporaryDir folder;
-    DesktopProcesses processes;
+    DesktopProcesses processes(folder.path());
     const QString pipe = folder.filePath(u"pipe"_s);
     ASSERT_EQ(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
     ASSERT_TRUE(processes.start(u"/usr/bin/cat"_s, pipe));
