@@ -1,9 +1,10 @@
-// The browser's lists and queries in a library of 100,000 articles.
+// The browser's lists and queries in a library of 100,000 articles, and the import of 20,000.
 #include <QTemporaryDir>
 
 #include "articles/article_browser.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
+#include "exchange/article_import.h"
 #include "store/prepared_stores.h"
 #include "tests/support/fakes.h"
 
@@ -14,14 +15,17 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int articleCount = 100000;
+constexpr int importedCount = 20000;
+// What a user waits for without a second thought, in milliseconds.
+constexpr double importLimit = 2000;
 
-// Ten years of articles by 40 authors on 300 themes, each of some 300 characters.
-void fillLibrary(Connection& store) {
+// Ten years of articles by 40 authors, each of some 300 characters.
+void fillLibrary(Connection& store, int articles, int themes) {
     const QString paragraph =
         u"板块放量上涨，龙头收于高位。上游原材料价格回落，中游毛利率修复，下游渠道去库存。"_s;
     Transaction transaction(store);
-    for (int at = 0; at < articleCount; ++at) {
-        const QString theme = u"主题"_s + QString::number(at * 7 % 300);
+    for (int at = 0; at < articles; ++at) {
+        const QString theme = u"主题"_s + QString::number(at * 7 % themes);
         store.execute(
             u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong,cishu) values('%1','%2',"
             u"'%3','%4','关于(%4)的内容%5','%6',%7)"_s
@@ -39,7 +43,7 @@ const Stores& library() {
         Stores made = storesIn(applicationFolder(folder.path()));
         createStore(made.article.path, made.article.key, schemaText(Schema::article));
         Connection store = made.article.open();
-        fillLibrary(store);
+        fillLibrary(store, articleCount, 300);
         return made;
     }();
     return stores;
@@ -97,6 +101,26 @@ void articleLists(benchmark::State& state) {
     });
 }
 BENCHMARK(articleLists)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
+
+// Of one theme, into an empty library.
+void articleImport(benchmark::State& state) {
+    const QTemporaryDir folder;
+    const Stores stores = storesIn(applicationFolder(folder.path()));
+    createStore(stores.article.path, stores.article.key, schemaText(Schema::article));
+    FakeDialogs dialogs;
+    dialogs.picked = folder.filePath(u"wenzhang.ztb"_s);
+    createStore(dialogs.picked, stores.article.key, schemaText(Schema::article));
+    Connection file(dialogs.picked, stores.article.key);
+    fillLibrary(file, importedCount, 1);
+    ExchangeRun run([](const ShownExchange&) {});
+    measure(state, [&] {
+        stores.article.open().execute(u"delete from wenzhang"_s);
+        QCoro::waitFor(importArticles(stores, dialogs, run, {}));
+    });
+    state.counters["limit_ms"] = importLimit;
+    state.counters["ratio"] = state.counters["program_ms"] / importLimit;
+}
+BENCHMARK(articleImport)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
 

@@ -24,7 +24,8 @@ TableMerge articles() {
             }
             return u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values("_s +
                    quotedFields(article, 0, 5) + u')';
-        }};
+        },
+        u"wenzhang_biaoti on wenzhang(biaoti)"_s};
 }
 
 }  // namespace

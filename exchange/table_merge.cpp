@@ -28,6 +28,9 @@ int mergeTables(const StoreMerge& merge, const QString& path, ExchangeWork& work
     int added = 0;
     for (const auto& [words, table] : merge.tables) {
         Transaction transaction = longTransaction(store);
+        if (!table.index.isEmpty()) {
+            store.execute(u"create index if not exists "_s + table.index);
+        }
         added += mergeRows(table, store, file, steps);
         transaction.commit();
         activity.wrote(words);

@@ -18,9 +18,10 @@ namespace guanchao {
 struct TableMerge {
     using Statement = std::function<QString(const Recordset& row)>;
 
-    QString rows;      // run on the file
-    Statement lookUp;  // run on the store: the row is missing if nothing comes back
-    Statement insert;  // empty: the row is left out
+    QString rows;        // run on the file
+    Statement lookUp;    // run on the store: the row is missing if nothing comes back
+    Statement insert;    // empty: the row is left out
+    QString index = {};  // what the look-up goes by; made in the store where it is missing
 };
 
 // Gives the number of rows added. The caller has a transaction open, or the rows go into copies.
