@@ -303,6 +303,14 @@ QString quoted(QString text) {
     return u'\'' + text.remove(QChar::Null).replace(u'\'', u"''"_s) + u'\'';
 }
 
+QString shortened(const QString& text, qsizetype most) {
+    if (text.size() <= most) {
+        return text;
+    }
+    const bool half = text[most - 2].isHighSurrogate();
+    return text.first(most - (half ? 2 : 1)) + u'…';
+}
+
 QString kongzhuanhuan(const QString& value) {
     return trimBlanks(value).isEmpty() ? QString() : value;
 }

@@ -56,6 +56,13 @@ QString trimBlanks(const QString& text);
 // store can hold (U+0000) is left out.
 QString quoted(QString text);
 
+// The text if it has no more characters than that, else its beginning and "…".
+QString shortened(const QString& text, qsizetype most);
+
+// How much of a name or of a message is shown; more fills no screen and takes seconds to lay out.
+inline constexpr qsizetype longestShownName = 200;
+inline constexpr qsizetype longestShownMessage = 1000;
+
 // 空转换: blank becomes empty, anything else comes back as it is.
 QString kongzhuanhuan(const QString& value);
 

@@ -1,5 +1,6 @@
 #include "exchange/article_import.h"
 
+#include "base/values.h"
 #include "exchange/row_values.h"
 
 namespace guanchao {
@@ -14,9 +15,10 @@ TableMerge articles() {
         u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"_s,
         [](const Recordset& article) -> QString {
             return u"select datetime(rq) as rq,zuozhe,dalei,xiaolei,biaoti,leirong from wenzhang"
-                   u" where dalei='"_s +
-                   article.value(2).toText() + u"' and xiaolei='"_s + article.value(3).toText() +
-                   u"' and biaoti='"_s + article.value(4).toText() + u"'"_s;
+                   u" where dalei="_s +
+                   quoted(article.value(2).toText()) + u" and xiaolei="_s +
+                   quoted(article.value(3).toText()) + u" and biaoti="_s +
+                   quoted(article.value(4).toText());
         },
         [](const Recordset& article) -> QString {
             if (article.value(4).toText().isEmpty()) {

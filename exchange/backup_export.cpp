@@ -5,6 +5,7 @@
 
 #include "base/activity.h"
 #include "exchange/library_rows.h"
+#include "exchange/row_values.h"
 #include "exchange/store_copy.h"
 #include "platform/fixed_folders.h"
 #include "store/store_file.h"
@@ -37,7 +38,8 @@ void writeLibrary(LibraryRows rows, const StoreFile& library, ExchangeSteps& ste
     Connection connection = library.open();
     Transaction transaction(connection);
     for (Recordset& row = rows.themes; !row.atEnd(); row.moveNext()) {
-        connection.execute(insertTheme(row, row.value(3).toText()));
+        connection.execute(
+            insertTheme(row, row.value(3).toText(), valuesFrom(row, firstNumberOfTheme)));
         steps.stepDone();
     }
     for (Recordset& row = rows.codes; !row.atEnd(); row.moveNext()) {

@@ -1,5 +1,6 @@
 #include "exchange/import_on_copies.h"
 
+#include "base/values.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -18,8 +19,7 @@ Copy makeCopy(Connection& store, const ImportedTable& table) {
     const auto& [name, columns] = table;
     const QString tableAsMade = u"CREATE TABLE "_s;
     const Recordset words(
-        store,
-        u"select sql from main.sqlite_master where type='table' and name='"_s + name + u"'"_s);
+        store, u"select sql from main.sqlite_master where type='table' and name="_s + quoted(name));
     store.execute(words.value(0).toText().replace(0, tableAsMade.size(), u"create temp table "_s));
     store.execute(u"insert into temp."_s + name + u" select * from main."_s + name);
     store.execute(u"create index temp.copy_"_s + name + u" on "_s + name + u" ("_s + columns +

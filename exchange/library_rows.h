@@ -8,11 +8,13 @@ namespace guanchao {
 
 inline const QString themesQuery = QStringLiteral(
     "select zhutiname,dm,jc,datetime(ztktime) as ztktime,xiangguandu,guanzhudu from dzhzhuti");
+inline constexpr int firstNumberOfTheme = 4;
 inline const QString codesQuery =
     QStringLiteral("select dm,numdm,jc,shenmu,datetime(newdmtime) as newdmtime from dmb");
 
-// What puts a row of the query into another store, with the time that it bears there.
-QString insertTheme(const Recordset& row, const QString& ztktime);
+// What puts a row of the query into another store, with the time and the numbers that it bears
+// there.
+QString insertTheme(const Recordset& row, const QString& ztktime, const QString& numbers);
 QString insertCode(const Recordset& row, const QString& dm, const QString& newdmtime);
 
 }  // namespace guanchao

@@ -26,8 +26,9 @@ TableMerge themeNews() {
         u"select date(riqi) as riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,"
         u"zdyzhangfu,zdytianshu,yixiaza  from xinwenshul  order by rowid asc "_s,
         [](const Recordset& row) -> QString {
-            return u"select date(riqi) as riqi,zhutiname from xinwenshul where date(riqi)='"_s +
-                   row.value(0).toText() + u"' and zhutiname='"_s + row.value(1).toText() + u"'"_s;
+            return u"select date(riqi) as riqi,zhutiname from xinwenshul where date(riqi)="_s +
+                   quoted(row.value(0).toText()) + u" and zhutiname="_s +
+                   quoted(row.value(1).toText());
         },
         [](const Recordset& row) -> QString {
             return u"insert into  xinwenshul(riqi,zhutiname,onecishu,onezhangfu,allcishu,"
@@ -42,8 +43,9 @@ TableMerge commodityDays() {
         u"select shopname,date(riqi) as riqi,zhangzi, dazhang, baozhang, shengzi, diezi,"
         u" dadie, baodie, jiangzi, zongfen, zhangfu from shophq  order by rowid asc "_s,
         [](const Recordset& row) -> QString {
-            return u"select date(riqi) as riqi,shopname from shophq where date(riqi)='"_s +
-                   row.value(1).toText() + u"' and shopname='"_s + row.value(0).toText() + u"'"_s;
+            return u"select date(riqi) as riqi,shopname from shophq where date(riqi)="_s +
+                   quoted(row.value(1).toText()) + u" and shopname="_s +
+                   quoted(row.value(0).toText());
         },
         [](const Recordset& row) -> QString {
             return u"insert into  shophq(shopname,riqi,zhangzi, dazhang, baozhang, shengzi,"
@@ -59,14 +61,14 @@ TableMerge commodities() {
         u" baozhang, shengzi, diezi, dadie, baodie, jiangzi, zongfen, zhangfu from shopname"
         u"  order by rowid asc "_s,
         [](const Recordset& row) -> QString {
-            return u"select date(riqi) as riqi,shopname from shopname where  shopname='"_s +
-                   row.value(0).toText() + u"'"_s;
+            return u"select date(riqi) as riqi,shopname from shopname where  shopname="_s +
+                   quoted(row.value(0).toText());
         },
         [](const Recordset& row) -> QString {
             return u"insert into  shopname(shopname,guanzhudu,aboutgegu,adddate,riqi,zhangzi,"
                    u" dazhang, baozhang, shengzi, diezi, dadie, baodie, jiangzi, zongfen,"
                    u" zhangfu) values("_s +
-                   quotedFields(row, 0, 0) + u',' + row.value(1).toText() + u',' +
+                   quotedFields(row, 0, 0) + u',' + numberFrom(row, 1) + u',' +
                    quotedFields(row, 2, 2) + u',' + moment(row, 3) + u',' + moment(row, 4) + u',' +
                    numbersFrom(row, 5) + u')';
         }};

@@ -1,4 +1,4 @@
-// The values of a row as they go into an INSERT.
+// The values of a row as they go into an INSERT, with their commas. A null number is null.
 #pragma once
 
 #include <QString>
@@ -7,10 +7,16 @@
 
 namespace guanchao {
 
-// The fields from `first` to `last`, as texts with their commas.
+// The fields from `first` to `last`, as texts.
 QString quotedFields(const Recordset& row, int first, int last);
 
-// The fields from `first` to the end of the row, as numbers with their commas.
+// The number of the field. Raises OperationError, which names the field, for any other text.
+QString numberFrom(const Recordset& row, int field);
+
+// The fields from `first` to the end of the row, likewise.
 QString numbersFrom(const Recordset& row, int first);
+
+// The same fields as they are: a text that stands where a number should stays a text.
+QString valuesFrom(const Recordset& row, int first);
 
 }  // namespace guanchao

@@ -38,14 +38,27 @@ int mergeTables(const StoreMerge& merge, const QString& path, ExchangeWork& work
     return added;
 }
 
+// The words of `statement`, or its refusal with the place of the row.
+QString wordsFor(const Recordset& rows, const TableMerge::Statement& statement, int number,
+                 const Connection& file) {
+    try {
+        return statement(rows);
+    } catch (const OperationError& refusal) {
+        throw OperationError(u"文件 "_s + file.path() + u" 的第 "_s + QString::number(number) +
+                             u" 行，"_s + refusal.reason());
+    }
+}
+
 }  // namespace
 
 int mergeRows(const TableMerge& merge, Connection& store, Connection& file, ExchangeSteps& steps) {
     int added = 0;
+    int number = 0;
     Recordset rows(file, merge.rows);
     for (; !rows.atEnd(); rows.moveNext()) {
+        ++number;
         const bool present = !Recordset(store, merge.lookUp(rows)).atEnd();
-        const QString insert = present ? QString() : merge.insert(rows);
+        const QString insert = present ? QString() : wordsFor(rows, merge.insert, number, file);
         if (!insert.isEmpty()) {
             store.execute(insert);
             ++added;

@@ -13,8 +13,8 @@
 
 namespace guanchao {
 
-// The statements of one table's merge, by the row of the file. The texts of a row go into them as
-// they are: an apostrophe makes the merge fail.
+// The statements of one table's merge, by the row of the file. A row that they refuse by an
+// OperationError ends the merge, which tells the file and the row.
 struct TableMerge {
     using Statement = std::function<QString(const Recordset& row)>;
 

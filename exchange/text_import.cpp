@@ -84,11 +84,12 @@ private:
 
     void add(const QString& name, const QString& dm, const QString& jc) {
         passingOver([&] {
-            const Recordset present(copies_, u"select zhutiname,dm from dzhzhuti where dm='"_s +
-                                                 dm + u"' and zhutiname='"_s + name + u"'"_s);
+            const Recordset present(copies_, u"select zhutiname,dm from dzhzhuti where dm="_s +
+                                                 quoted(dm) + u" and zhutiname="_s + quoted(name));
             if (present.atEnd()) {
-                copies_.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values('"_s + name +
-                                u"','"_s + dm + u"','"_s + jc + u"','"_s + date_ + u"')"_s);
+                copies_.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values("_s +
+                                quoted(name) + u',' + quoted(dm) + u',' + quoted(jc) + u',' +
+                                quoted(date_) + u")"_s);
                 ++count_;
             }
         });
@@ -156,7 +157,7 @@ ImportedText mergeText(const Stores& stores, const TextSource& source, const QSt
     if (count > 0) {
         const Activity stamping(u"导入文本主题库"_s,
                                 u"主题已经导入，只有主题库更新时间没有写入。"_s);
-        stores.main.open().execute(u"update tempcanshu set xiugaizhutitime='"_s + date + u"'"_s);
+        stores.main.open().execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(date));
     }
     return {count, brokenLinesText(lines)};
 }

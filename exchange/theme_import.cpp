@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "exchange/import_on_copies.h"
 #include "exchange/library_rows.h"
+#include "exchange/row_values.h"
 #include "exchange/table_merge.h"
 #include "market/stock_code.h"
 #include "store/patience.h"
@@ -20,16 +21,19 @@ namespace {
 TableMerge themes(const QString& date) {
     return {themesQuery,
             [](const Recordset& row) -> QString {
-                return u"select zhutiname,dm from dzhzhuti where zhutiname='"_s +
-                       row.value(0).toText() + u"' and dm='"_s + row.value(1).toText() + u"'"_s;
+                return u"select zhutiname,dm from dzhzhuti where zhutiname="_s +
+                       quoted(row.value(0).toText()) + u" and dm="_s +
+                       quoted(row.value(1).toText());
             },
-            [date](const Recordset& row) { return insertTheme(row, date); }};
+            [date](const Recordset& row) {
+                return insertTheme(row, date, numbersFrom(row, firstNumberOfTheme));
+            }};
 }
 
 TableMerge codes(const QString& date) {
     return {codesQuery,
             [](const Recordset& row) -> QString {
-                return u"select dm from dmb where  dm='"_s + row.value(0).toText() + u"'"_s;
+                return u"select dm from dmb where  dm="_s + quoted(row.value(0).toText());
             },
             [date](const Recordset& row) {
                 const QString dm = row.value(0).toText().toUpper();

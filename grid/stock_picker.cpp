@@ -53,16 +53,16 @@ QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
     if (isDigits(text) && text[0] != u'9') {
         found +=
             stockHits(connection, u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s +
-                                      length + u")='"_s + text + u"'"_s);
+                                      length + u")="_s + quoted(text));
     }
     if (isLetters(text)) {
         found +=
             stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(shenmu,1,"_s +
-                                      length + u")='"_s + text.toLower() + u"'"_s);
+                                      length + u")="_s + quoted(text.toLower()));
     }
     if (isPrefixedCode(text)) {
         found += stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(dm,1,"_s +
-                                           length + u")='"_s + text.toUpper() + u"'"_s);
+                                           length + u")="_s + quoted(text.toUpper()));
     }
     return found;
 }

@@ -128,7 +128,7 @@ QList<CodeBatch> QuoteRun::readBatches(const QString& codesQuery) const {
 void QuoteRun::storeTime() {
     const Activity activity = updating();
     Connection connection = stores_.main.open();
-    connection.execute(u"update tempcanshu set hqtime='"_s + timeText(clock_.now()) + u"'"_s);
+    connection.execute(u"update tempcanshu set hqtime="_s + quoted(timeText(clock_.now())));
 }
 
 }  // namespace guanchao

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/values.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -42,7 +43,7 @@ bool isIndexCode(QStringView dm) {
 }
 
 std::optional<QString> shortName(Connection& mainStore, const QString& dm) {
-    const Recordset code(mainStore, u"select  dm,jc from dmb  where dm='"_s + dm + u"'"_s);
+    const Recordset code(mainStore, u"select  dm,jc from dmb  where dm="_s + quoted(dm));
     if (code.atEnd()) {
         return std::nullopt;
     }

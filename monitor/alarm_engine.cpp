@@ -19,8 +19,8 @@ namespace {
 constexpr qint64 secondsBetweenTellings = 600;
 
 Recordset pollListRow(Connection& connection, const QString& dm) {
-    return Recordset(
-        connection, u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm='"_s + dm + u"'"_s);
+    return Recordset(connection,
+                     u"select  dm,sp,zhangjine,zhangfu from jiankonghq  where dm="_s + quoted(dm));
 }
 
 // The mean gain of the members that stand in the poll list, nothing if none does.
@@ -28,7 +28,7 @@ std::optional<double> meanGain(Connection& connection, const QString& zhutiname)
     double sum = 0;
     int count = 0;
     Recordset members(connection,
-                      u"select  dm,jc from dzhzhuti  where zhutiname='"_s + zhutiname + u"'"_s);
+                      u"select  dm,jc from dzhzhuti  where zhutiname="_s + quoted(zhutiname));
     for (; !members.atEnd(); members.moveNext()) {
         const Recordset quote = pollListRow(connection, members.value(u"dm").toText());
         if (!quote.atEnd()) {
@@ -238,7 +238,7 @@ std::optional<AlarmEngine::Prompt> AlarmEngine::judgeTheme(Connection& connectio
         crosses(monitor.value(u"bijiaofu").toText(), monitor.value(u"baojinzhi").toNumber(),
                 monitor.value(u"zhangfu").toNumber(), *gain);
     connection.execute(u"update zhutijiankong set zhangfu="_s + numberText(*gain) +
-                       alarmTime(fires) + u" where zhutiname='"_s + zhutiname + u"'"_s);
+                       alarmTime(fires) + u" where zhutiname="_s + quoted(zhutiname));
     if (!fires) {
         return std::nullopt;
     }
@@ -277,8 +277,7 @@ std::optional<AlarmEngine::Prompt> AlarmEngine::judgeStock(Connection& connectio
         (leixin == u"涨幅"_s && crosses(bijiaofu, baojinzhi, old.zhangfu, quote.zhangfu)) ||
         (leixin == u"股价"_s && crosses(bijiaofu, baojinzhi, old.sp, quote.sp));
     connection.execute(u"update gegujiankong set sp="_s + numberText(quote.sp) + u",zhangfu="_s +
-                       numberText(quote.zhangfu) + alarmTime(fires) + u" where dm='"_s + dm +
-                       u"'"_s);
+                       numberText(quote.zhangfu) + alarmTime(fires) + u" where dm="_s + quoted(dm));
     if (!fires) {
         return std::nullopt;
     }
@@ -288,7 +287,7 @@ std::optional<AlarmEngine::Prompt> AlarmEngine::judgeStock(Connection& connectio
 }
 
 QString AlarmEngine::alarmTime(bool fires) const {
-    return fires ? u",baojintime='"_s + timeText(clock_.now()) + u"'"_s : QString();
+    return fires ? u",baojintime="_s + quoted(timeText(clock_.now())) : QString();
 }
 
 AlarmEngine::Prompt AlarmEngine::promptOf(const Recordset& row, FiredMonitor monitor) {

@@ -29,14 +29,14 @@ QString flagText(bool on) {
 
 // What both kinds of monitor hold, as an INSERT and as an UPDATE have it.
 QString alarmValues(const MonitorFields& fields) {
-    return u"'"_s + fields.bijiaofu + u"',"_s + numberTyped(fields.baojinzhi) + u","_s +
-           flagText(fields.tanchuform) + u",'"_s + fields.yinyue + u"'"_s;
+    return quoted(fields.bijiaofu) + u',' + numberTyped(fields.baojinzhi) + u',' +
+           flagText(fields.tanchuform) + u',' + quoted(fields.yinyue);
 }
 
 QString alarmAssignments(const MonitorFields& fields) {
-    return u"bijiaofu='"_s + fields.bijiaofu + u"',baojinzhi="_s + numberTyped(fields.baojinzhi) +
-           u",tanchuform="_s + flagText(fields.tanchuform) + u",yinyue='"_s + fields.yinyue +
-           u"'"_s;
+    return u"bijiaofu="_s + quoted(fields.bijiaofu) + u",baojinzhi="_s +
+           numberTyped(fields.baojinzhi) + u",tanchuform="_s + flagText(fields.tanchuform) +
+           u",yinyue="_s + quoted(fields.yinyue);
 }
 
 QString tooManyStocks(const QString& frequency) {
@@ -77,7 +77,7 @@ MonitorFields MonitorEditor::load() {
     }
     const Activity activity(u"读取"_s + subject_);
     Connection connection = stores_.main.open();
-    const Recordset monitor(connection, query_ + fields.name + u"'"_s);
+    const Recordset monitor(connection, query_ + quoted(fields.name));
     if (!monitor.atEnd()) {
         read(monitor, fields);
     }
@@ -112,7 +112,7 @@ bool MonitorEditor::confirm(const MonitorFields& typed) {
 ThemeMonitorEditor::ThemeMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
     : MonitorEditor(u"主题监控"_s,
                     u"select  zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu from"
-                    u" zhutijiankong  where zhutiname='"_s,
+                    u" zhutijiankong  where zhutiname="_s,
                     stores, globals, dialogs) {}
 
 MonitorFields ThemeMonitorEditor::takeCurrent() {
@@ -125,7 +125,7 @@ bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields
                              Activity& activity) {
     const Recordset monitored(
         connection,
-        u"select zhutiname from zhutijiankong  where zhutiname='"_s + fields.name + u"'"_s);
+        u"select zhutiname from zhutijiankong  where zhutiname="_s + quoted(fields.name));
     if (!monitored.atEnd()) {
         dialogs_.tell(u"此主题已在监控中。主题名:"_s + fields.name);
         return false;
@@ -136,11 +136,12 @@ bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields
     }
     connection.execute(
         u"insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu)"
-        u" values('"_s +
-        fields.name + u"',"_s + alarmValues(fields) + u","_s + QString::number(members) + u")"_s);
+        u" values("_s +
+        quoted(fields.name) + u',' + alarmValues(fields) + u',' + QString::number(members) +
+        u")"_s);
     activity.wrote(u"监控记录"_s);
     Recordset stocks(connection,
-                     u"select  dm,jc from dzhzhuti  where zhutiname='"_s + fields.name + u"'"_s);
+                     u"select  dm,jc from dzhzhuti  where zhutiname="_s + quoted(fields.name));
     for (; !stocks.atEnd(); stocks.moveNext()) {
         addToPollList(connection, stocks.value(u"dm").toText(), stocks.value(u"jc").toText());
     }
@@ -153,14 +154,14 @@ bool ThemeMonitorEditor::modify(Connection& connection, const MonitorFields& fie
         return false;
     }
     connection.execute(u"update zhutijiankong set "_s + alarmAssignments(fields) + u",guzhishu="_s +
-                       QString::number(members) + u"  where zhutiname='"_s + fields.name + u"'"_s);
+                       QString::number(members) + u"  where zhutiname="_s + quoted(fields.name));
     return true;
 }
 
 int ThemeMonitorEditor::memberCount(Connection& connection, const QString& zhutiname) {
     const Recordset count(
         connection,
-        u"select  count(*) as  count from dzhzhuti  where zhutiname='"_s + zhutiname + u"'"_s);
+        u"select  count(*) as  count from dzhzhuti  where zhutiname="_s + quoted(zhutiname));
     const int members = static_cast<int>(count.value(u"count").toNumber());
     if (members < 1) {
         dialogs_.tell(u"此主题不存在。主题名:"_s + zhutiname);
@@ -171,7 +172,7 @@ int ThemeMonitorEditor::memberCount(Connection& connection, const QString& zhuti
 StockMonitorEditor::StockMonitorEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
     : MonitorEditor(u"个股监控"_s,
                     u"select  dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue from gegujiankong"
-                    u"  where dm='"_s,
+                    u"  where dm="_s,
                     stores, globals, dialogs) {}
 
 MonitorFields StockMonitorEditor::takeCurrent() {
@@ -205,7 +206,7 @@ bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields
         return false;
     }
     const Recordset monitored(connection,
-                              u"select  dm from gegujiankong  where dm='"_s + fields.name + u"'"_s);
+                              u"select  dm from gegujiankong  where dm="_s + quoted(fields.name));
     if (!monitored.atEnd()) {
         dialogs_.tell(u"此代码已在监控中。代码:"_s + fields.name);
         return false;
@@ -215,9 +216,9 @@ bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields
         return false;
     }
     connection.execute(
-        u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue) values('"_s +
-        fields.name + u"','"_s + *jc + u"','"_s + fields.leixin + u"',"_s + alarmValues(fields) +
-        u")"_s);
+        u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue) values("_s +
+        quoted(fields.name) + u',' + quoted(*jc) + u',' + quoted(fields.leixin) + u',' +
+        alarmValues(fields) + u")"_s);
     activity.wrote(u"监控记录"_s);
     addToPollList(connection, fields.name, *jc);
     return true;
@@ -227,8 +228,8 @@ bool StockMonitorEditor::modify(Connection& connection, const MonitorFields& fie
     if (!listedName(connection, fields.name)) {
         return false;
     }
-    connection.execute(u"update gegujiankong set leixin='"_s + fields.leixin + u"',"_s +
-                       alarmAssignments(fields) + u"  where dm='"_s + fields.name + u"'"_s);
+    connection.execute(u"update gegujiankong set leixin="_s + quoted(fields.leixin) + u',' +
+                       alarmAssignments(fields) + u"  where dm="_s + quoted(fields.name));
     return true;
 }
 

@@ -180,12 +180,12 @@ void MonitorManager::clearAll() {
 
 void MonitorManager::deleteTheme() {
     remove(u"主题"_s, globals_.dangqianzhuti,
-           u"zhutijiankong where zhutiname='"_s + globals_.dangqianzhuti + u"'"_s);
+           u"zhutijiankong where zhutiname="_s + quoted(globals_.dangqianzhuti));
 }
 
 void MonitorManager::deleteStock() {
     remove(u"个股"_s, globals_.dangqianjc,
-           u"gegujiankong where dm='"_s + globals_.dangqiandm + u"'"_s);
+           u"gegujiankong where dm="_s + quoted(globals_.dangqiandm));
 }
 
 void MonitorManager::remove(const QString& subject, const QString& name, const QString& monitor) {

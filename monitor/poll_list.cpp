@@ -1,6 +1,7 @@
 #include "monitor/poll_list.h"
 
 #include "base/activity.h"
+#include "base/values.h"
 
 namespace guanchao {
 
@@ -10,8 +11,8 @@ namespace {
 
 void keep(Connection& connection, Recordset& stocks) {
     for (; !stocks.atEnd(); stocks.moveNext()) {
-        connection.execute(u"update jiankonghq set tempdel=0 where dm='"_s +
-                           stocks.value(u"dm").toText() + u"'"_s);
+        connection.execute(u"update jiankonghq set tempdel=0 where dm="_s +
+                           quoted(stocks.value(u"dm").toText()));
     }
 }
 
@@ -39,11 +40,10 @@ int pollListCount(Connection& connection) {
 }
 
 void addToPollList(Connection& connection, const QString& dm, const QString& jc) {
-    const Recordset listed(connection,
-                           u"select  dm,jc from jiankonghq  where dm='"_s + dm + u"'"_s);
+    const Recordset listed(connection, u"select  dm,jc from jiankonghq  where dm="_s + quoted(dm));
     if (listed.atEnd()) {
-        connection.execute(u"insert into jiankonghq(dm,jc) values('"_s + dm + u"','"_s + jc +
-                           u"')"_s);
+        connection.execute(u"insert into jiankonghq(dm,jc) values("_s + quoted(dm) + u',' +
+                           quoted(jc) + u")"_s);
     }
 }
 
@@ -53,8 +53,8 @@ void sweepPollList(Connection& connection) {
     keep(connection, stocks);
     Recordset themes(connection, u"select  zhutiname from zhutijiankong"_s);
     for (; !themes.atEnd(); themes.moveNext()) {
-        Recordset members(connection, u"select  dm,jc from dzhzhuti  where zhutiname='"_s +
-                                          themes.value(u"zhutiname").toText() + u"'"_s);
+        Recordset members(connection, u"select  dm,jc from dzhzhuti  where zhutiname="_s +
+                                          quoted(themes.value(u"zhutiname").toText()));
         keep(connection, members);
     }
     connection.execute(u"delete from jiankonghq where tempdel=1"_s);

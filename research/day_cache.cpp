@@ -27,7 +27,7 @@ Activity comparing() {
 }
 
 CachedDays cachedDays(Connection& store, const QString& dm) {
-    const QString rows = u"  FROM geguhq where dm='"_s + dm + u"'"_s;
+    const QString rows = u"  FROM geguhq where dm="_s + quoted(dm);
     CachedDays days = {dm, {}, dayOf(store, u"select  max(datetime(riqi)) as maxrq"_s + rows)};
     if (days.newest.isValid()) {
         days.oldest = dayOf(store, u"select  min(datetime(riqi)) as minrq"_s + rows);
@@ -107,9 +107,9 @@ void DayCache::writeRows(const QString& dm, const QList<HistoryDay>& days) {
     for (const HistoryDay& day : days) {
         if (formerClose != 0) {
             const double gain = roundTo((day.close - formerClose) / formerClose * 100, 2);
-            store.execute(u"insert into geguhq(dm,riqi,zhangfu,sp) values('"_s + dm + u"','"_s +
-                          timeText(day.day) + u"',"_s + numberText(gain) + u",'"_s + day.closeText +
-                          u"')"_s);
+            store.execute(u"insert into geguhq(dm,riqi,zhangfu,sp) values("_s + quoted(dm) + u',' +
+                          quoted(timeText(day.day)) + u',' + numberText(gain) + u',' +
+                          quoted(day.closeText) + u")"_s);
         }
         formerClose = day.close;
     }

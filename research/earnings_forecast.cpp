@@ -41,7 +41,8 @@ QCoro::Task<> EarningsForecast::edit(QString name, QString statement, std::stop_
 }
 
 QCoro::Task<> EarningsForecast::changeSummary(QString text, std::stop_token stop) {
-    const QString statement = u"update yejiyugao set zhaiyao='"_s + text + u"' where rowid="_s;
+    const QString statement =
+        u"update yejiyugao set zhaiyao="_s + quoted(text) + u" where rowid="_s;
     co_await edit(u"修改摘要"_s, statement, stop);
     co_await search_(u"摘要"_s, stop);
     dialogs_.tell(u"修改摘要完成!"_s, tingtaoge);
@@ -53,7 +54,12 @@ QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
     if (answer.isEmpty()) {
         co_return;
     }
-    const QString statement = u"update yejiyugao set guanzhudu="_s + answer + u" where rowid="_s;
+    if (!readsAsNumber(answer)) {
+        dialogs_.tell(u"关注度请输入数字。"_s);
+        co_return;
+    }
+    const QString statement = u"update yejiyugao set guanzhudu="_s +
+                              numberText(numericPrefix(answer.trimmed())) + u" where rowid="_s;
     co_await edit(u"修改关注度"_s, statement, stop);
     // The message names no value.
     dialogs_.tell(u"修改关注度''完成!"_s);

@@ -74,8 +74,9 @@ QList<AdjustedDay> readHistory(Connection& dayHistory, const QString& dm, const 
                   u" Double)/100 as zd, cast(sp as Double)/100 as sp,cast(sp as"
                   u" Double)/100*fuquanyz as fqsp, chengjiaoe, chengjiaol,cast(qiansp as"
                   u" Double)/100 as qiansp from "_s +
-                      dm + u" where  date(shijian)>='"_s + shijian + u"' and date(shijian)<'"_s +
-                      yuyuedate + u"'  order by date(shijian)  asc"_s);
+                      dm + u" where  date(shijian)>="_s + quoted(shijian) +
+                      u" and date(shijian)<"_s + quoted(yuyuedate) +
+                      u"  order by date(shijian)  asc"_s);
     for (; !day.atEnd(); day.moveNext()) {
         history << AdjustedDay{day.value(u"shijian").toText(), day.value(u"fqkp").toNumber(),
                                day.value(u"fqsp").toNumber()};
@@ -111,7 +112,7 @@ public:
         for (; !codes.atEnd(); codes.moveNext()) {
             const QString dm = codes.value(u"dm").toText();
             takeCode(dm);
-            main_.execute(u"update  dmb set temp=1 where dm='"_s + dm + u"'"_s);
+            main_.execute(u"update  dmb set temp=1 where dm="_s + quoted(dm));
             work_.showLabel3(u"当前代码:"_s + dm);
             work_.oneDone();
             if (stopTicked || work_.stopped()) {
@@ -127,9 +128,9 @@ private:
     void takeCode(const QString& dm) {
         Recordset row(main_,
                       u"select rowid,dm,date(todayriqi) as shijian,date(yuyuedate) as yuyuedate"
-                      u" from yejiyuyuejinqi where  dm='"_s +
-                          dm +
-                          u"'  and date(todayriqi)>='2016-04-01' order by date(todayriqi) asc"_s);
+                      u" from yejiyuyuejinqi where  dm="_s +
+                          quoted(dm) +
+                          u"  and date(todayriqi)>='2016-04-01' order by date(todayriqi) asc"_s);
         if (row.atEnd()) {
             return;
         }
@@ -163,8 +164,8 @@ QList<AdjustedDay> readPriorHistory(Connection& dayHistory, const QString& dm, c
                   u"select  dm,date(shijian) as shijian,cast(sp as Double)/100*fuquanyz as fqsp,"
                   u"cast(kp as Double)/100*fuquanyz as fqkp,cast(sp as Double)/100 as sp,chengjiaoe"
                   u" from "_s +
-                      dm + u" where date(shijian)<'"_s + day +
-                      u"'  order by date(shijian)  desc limit 130"_s);
+                      dm + u" where date(shijian)<"_s + quoted(day) +
+                      u"  order by date(shijian)  desc limit 130"_s);
     for (; !row.atEnd(); row.moveNext()) {
         history << AdjustedDay{row.value(u"shijian").toText(), row.value(u"fqkp").toNumber(),
                                row.value(u"fqsp").toNumber()};

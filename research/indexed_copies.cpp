@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/values.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -25,8 +26,8 @@ QSet<QString> IndexedCopies::tablesIndexedBy(const QString& term) const {
     QSet<QString> tables;
     Recordset index(history_,
                     u"select tbl_name from sqlite_master where type='index' and"
-                    u" replace(sql,' ','') like '%("_s +
-                        term + u"%'"_s);
+                    u" replace(sql,' ','') like "_s +
+                        quoted(u"%("_s + term + u'%'));
     for (; !index.atEnd(); index.moveNext()) {
         tables.insert(index.value(0).toText());
     }

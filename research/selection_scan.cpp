@@ -31,8 +31,8 @@ QString themesOfDay(const QString& day) {
            u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
            u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
            u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
-           u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)='"_s +
-           day + u"'    group by zhutiname order by (zhangtinshu-只数/4-2) desc,zhutiname"_s;
+           u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)="_s +
+           quoted(day) + u"    group by zhutiname order by (zhangtinshu-只数/4-2) desc,zhutiname"_s;
 }
 
 // The statement divides whole numbers for its order, this doesn't: a theme in front may fail where
@@ -152,16 +152,16 @@ private:
         numbers << numberText(indexGain.toNumber())
                 << numberText(theme.value(u"touguzhangfu").toNumber());
         statements_ << u"insert into xuanticai(riqi,ticai,ticaizhang,zhangtinshu,yizishu,zonggeshu,"
-                       u"dapanzhang,touguzhangfu) values('"_s +
-                           riqiOf(day) + u"','"_s + theme.value(u"zhutiname").toText() + u"',"_s +
-                           numbers.join(u","_s) + u")"_s;
+                       u"dapanzhang,touguzhangfu) values("_s +
+                           quoted(riqiOf(day)) + u',' + quoted(theme.value(u"zhutiname").toText()) +
+                           u',' + numbers.join(u',') + u")"_s;
     }
 
     void takeMembers(const QString& zhutiname, const QString& day, const Anchor& anchor) {
         work_.showLabel3(u"选中题材:"_s + zhutiname);
         work_.endIfAbandoned();
-        Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname='"_s +
-                                          zhutiname + u"' order by rowid"_s);
+        Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname="_s +
+                                          quoted(zhutiname) + u" order by rowid"_s);
         for (; !member.atEnd(); member.moveNext()) {
             const QString dm = member.value(u"dm").toText();
             const QString D = anchor(dm, day);

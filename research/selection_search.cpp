@@ -121,6 +121,7 @@ Found find(const StoreFile& main, const SelectionQuery& query, const QString& wr
         u"搜索"_s,
         u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
     Connection store = main.open();
+    store.onlyRead();
     Recordset rows(store, query.statement(), [&work] { work.endIfAbandoned(); });
     const QString score = scoreLine(gainsOf(rows), query.mergeDates);
     return {std::move(rows), score};
@@ -149,14 +150,14 @@ void colour(ResultGrid& grid) {
 QString SelectionQuery::statement() const {
     QString words = trimBlanks(condition).toLower();
     if (byTheme) {
-        words += u" and xuanticai.ticai='"_s + trimBlanks(theme) + u"' "_s;
+        words += u" and xuanticai.ticai="_s + quoted(trimBlanks(theme)) + u" "_s;
     }
     if (byCode) {
-        words += u" and dm='"_s + trimBlanks(code).toUpper() + u"' "_s;
+        words += u" and dm="_s + quoted(trimBlanks(code).toUpper()) + u" "_s;
     }
     if (byDates) {
-        words += u" and date(xuanticai.riqi)>='"_s + dateText(packDate(first)) +
-                 u"'  and date(xuanticai.riqi)<='"_s + dateText(packDate(last)) + u"' "_s;
+        words += u" and date(xuanticai.riqi)>="_s + quoted(dateText(packDate(first))) +
+                 u"  and date(xuanticai.riqi)<="_s + quoted(dateText(packDate(last))) + u" "_s;
     }
     return columns + words +
            u"  order by date(xuanticai.riqi) desc,xuanticai.ticai desc,xuanticai.rowid desc,"

@@ -1,5 +1,7 @@
 #include "research/stock_history.h"
 
+#include "base/values.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -9,7 +11,7 @@ StockHistory::StockHistory(const StoreFile& secondHistory)
 
 bool StockHistory::makeTableIfMissing(const QString& dm) {
     const Recordset table(connection_,
-                          u"select sql from sqlite_master where tbl_name='"_s + dm + u"'"_s);
+                          u"select sql from sqlite_master where tbl_name="_s + quoted(dm));
     if (!(table.atStart() && table.atEnd())) {
         return false;
     }
@@ -18,17 +20,18 @@ bool StockHistory::makeTableIfMissing(const QString& dm) {
 }
 
 Recordset StockHistory::daysBack(const QString& dm, const QString& day) {
-    return days(dm,
-                u"where date(shijian)<='"_s + day + u"' order by date(shijian) desc limit 30"_s);
+    return days(
+        dm, u"where date(shijian)<="_s + quoted(day) + u" order by date(shijian) desc limit 30"_s);
 }
 
 Recordset StockHistory::daysAfter(const QString& dm, const QString& day) {
-    return days(dm, u"where  date(shijian)>'"_s + day + u"' order by date(shijian) asc limit 10"_s);
+    return days(
+        dm, u"where  date(shijian)>"_s + quoted(day) + u" order by date(shijian) asc limit 10"_s);
 }
 
 Recordset StockHistory::daysFrom(const QString& dm, const QString& day) {
-    return days(dm,
-                u"where  date(shijian)>='"_s + day + u"' order by date(shijian) asc limit 10"_s);
+    return days(
+        dm, u"where  date(shijian)>="_s + quoted(day) + u" order by date(shijian) asc limit 10"_s);
 }
 
 Recordset StockHistory::days(const QString& dm, const QString& condition) {

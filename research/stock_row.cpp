@@ -108,9 +108,9 @@ QString insertStatement(const StockRow& row, const QString& riqi, const QString&
     return u"insert into xuanticaigu(riqi,dm,jc,ticai,fuquansp,sp,"_s +
            (withHigh ? u"zg,"_s : QString()) +
            u"qian1sp,qian3sp,qian10sp,qian30sp,fuquankp,chengjl,chengjl10ri,hou1kp,hou2kp,hou1sp,"
-           u"hou2sp,hou5sp,hou10sp,hou1liang) values('"_s +
-           QStringList{riqi, row.dm, row.jc, ticai}.join(u"','"_s) + u"',"_s +
-           numbers.join(u","_s) + u")"_s;
+           u"hou2sp,hou5sp,hou10sp,hou1liang) values("_s +
+           quoted(riqi) + u',' + quoted(row.dm) + u',' + quoted(row.jc) + u',' + quoted(ticai) +
+           u',' + numbers.join(u',') + u")"_s;
 }
 
 }  // namespace guanchao

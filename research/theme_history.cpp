@@ -34,9 +34,9 @@ bool isReadable(const DateTexts& texts) {
 }
 
 QString indexQuery(const QDate& first, const QDate& last) {
-    return u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm='"_s +
-           indexCode + u"' and datetime(riqi)>='"_s + timeText(first) +
-           u"' and datetime(riqi)<='"_s + timeText(last) + u"' order by datetime(riqi) asc"_s;
+    return u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm="_s +
+           quoted(indexCode) + u" and datetime(riqi)>="_s + quoted(timeText(first)) +
+           u" and datetime(riqi)<="_s + quoted(timeText(last)) + u" order by datetime(riqi) asc"_s;
 }
 
 // The theme's mean gain of the day, null if no member has a row.
@@ -44,8 +44,8 @@ Value themeGain(Connection& store, const QString& theme, const QString& day) {
     const Recordset result(
         store,
         u"select  avg(zhangfu) as zhutizhangfu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq"
-        u" AS geguhq1 on dzhzhuti1.dm=geguhq1.dm where dzhzhuti1.zhutiname='"_s +
-            theme + u"' and datetime(geguhq1.riqi)='"_s + day + u"'"_s);
+        u" AS geguhq1 on dzhzhuti1.dm=geguhq1.dm where dzhzhuti1.zhutiname="_s +
+            quoted(theme) + u" and datetime(geguhq1.riqi)="_s + quoted(day));
     return result.value(0);
 }
 
@@ -67,7 +67,7 @@ QList<CachedDays> cachedCodes(const StoreFile& main, const QString& theme, const
     Connection store = main.open();
     QList<CachedDays> codes = {cachedDays(store, indexCode)};
     Recordset members(store,
-                      u"select distinct dm  FROM dzhzhuti where zhutiname='"_s + theme + u"'"_s);
+                      u"select distinct dm  FROM dzhzhuti where zhutiname="_s + quoted(theme));
     for (; !members.atEnd(); members.moveNext()) {
         work.endIfAbandoned();
         const QString dm = members.value(u"dm").toText();
@@ -97,15 +97,16 @@ QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResul
         work.endIfAbandoned();
         total.day = QDate::fromString(day.left(10), Qt::ISODate);
         total.index += gain.toNumber();
-        statements << u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values('"_s + day +
-                          u"',"_s + gain.toText() + u",'"_s + days.value(u"sp").toText() + u"')"_s;
+        statements << u"insert into zhutidapanhq(riqi,dapanzhangfu,dapansp) values("_s +
+                          quoted(day) + u',' + numberText(gain.toNumber()) + u',' +
+                          quoted(days.value(u"sp").toText()) + u")"_s;
         const Value mean = themeGain(store, range.theme, day);
         if (!mean.isNull()) {
             total.theme += mean.toNumber();
             result.hasTheme = true;
-            statements << u"update zhutidapanhq set zhutiname='"_s + range.theme +
-                              u"',zhutizhangfu="_s + mean.toText() + u" where datetime(riqi)='"_s +
-                              day + u"'"_s;
+            statements << u"update zhutidapanhq set zhutiname="_s + quoted(range.theme) +
+                              u",zhutizhangfu="_s + numberText(mean.toNumber()) +
+                              u" where datetime(riqi)="_s + quoted(day);
         }
         result.points << total;
     }

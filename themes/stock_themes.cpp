@@ -27,9 +27,8 @@ void StockThemes::load(const std::function<void(const Stock&)>& showStock) {
 }
 
 void StockThemes::fill(Connection& store, const QString& code) {
-    Recordset themes(
-        store,
-        u"select  dm as 代码,zhutiname as 主题简称  FROM dzhzhuti where dm='"_s + code + u"'"_s);
+    Recordset themes(store, u"select  dm as 代码,zhutiname as 主题简称  FROM dzhzhuti where dm="_s +
+                                quoted(code));
     if (themes.count() == 0) {
         return;
     }
@@ -50,8 +49,8 @@ std::optional<QString> StockThemes::find(const QString& typed) {
     const Activity activity(u"查找所属主题"_s);
     {
         Connection store = stores_.main.open();
-        const Recordset themes(store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm='"_s +
-                                          trimBlanks(typed).toUpper() + u"'"_s);
+        const Recordset themes(store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm="_s +
+                                          quoted(trimBlanks(typed).toUpper()));
         if (themes.count() > 0) {
             globals_.dangqiandm = trimBlanks(typed);
             globals_.dangqianjc = themes.value(u"jc").toText();

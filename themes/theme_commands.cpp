@@ -16,7 +16,7 @@ constexpr int nameColumn = 1;
 constexpr int countColumn = 3;
 
 void removeMembers(Connection& store, const QString& theme) {
-    store.execute(u"delete from dzhzhuti where zhutiname='"_s + theme + u"'"_s);
+    store.execute(u"delete from dzhzhuti where zhutiname="_s + quoted(theme));
 }
 
 bool isSmaller(const ResultGrid& themes, int row, int count) {
@@ -74,8 +74,8 @@ QCoro::Task<Redraw> ThemeCommands::changeRelevance(QString theme, QString code,
     }
     const Activity activity(u"修改相关度"_s);
     stores_.main.open().execute(u"update dzhzhuti set xiangguandu="_s +
-                                QString::number(*relevance) + u" where dm='"_s + code +
-                                u"' and zhutiname='"_s + theme + u"'"_s);
+                                QString::number(*relevance) + u" where dm="_s + quoted(code) +
+                                u" and zhutiname="_s + quoted(theme));
     co_return Redraw::stocks;
 }
 
@@ -113,7 +113,7 @@ QCoro::Task<Redraw> ThemeCommands::changeAttention(QString theme, std::stop_toke
     }
     const Activity activity(u"修改关注度"_s);
     stores_.main.open().execute(u"update dzhzhuti set guanzhudu="_s + QString::number(*attention) +
-                                u" where zhutiname='"_s + theme + u"'"_s);
+                                u" where zhutiname="_s + quoted(theme));
     dialogs_.tell(u"修改关注度'"_s + theme + u"'完成!"_s);
     co_return Redraw::themes;
 }
@@ -132,16 +132,17 @@ QCoro::Task<Redraw> ThemeCommands::rename(QString theme, std::stop_token stop) {
 
 void ThemeCommands::renameInAllTables(const QString& theme, const QString& name) {
     Activity activity(u"修改主题名称"_s);
-    const QString change = name + u"' where zhutiname='"_s + theme + u"'"_s;
+    const QString change =
+        u" set zhutiname="_s + quoted(name) + u" where zhutiname="_s + quoted(theme);
     Connection main = stores_.main.open();
-    main.execute(u"update dzhzhuti set zhutiname='"_s + change);
+    main.execute(u"update dzhzhuti"_s + change);
     activity.wrote(u"主题库"_s);
-    main.execute(u"update zhutidapanhq set zhutiname='"_s + change);
+    main.execute(u"update zhutidapanhq"_s + change);
     activity.wrote(u"主题大盘行情"_s);
-    main.execute(u"update zhutijiankong set zhutiname='"_s + change);
+    main.execute(u"update zhutijiankong"_s + change);
     activity.wrote(u"主题监控"_s);
     Connection heat = stores_.heat.open();
-    heat.execute(u"update xinwenshul set zhutiname='"_s + change);
+    heat.execute(u"update xinwenshul"_s + change);
 }
 
 QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,

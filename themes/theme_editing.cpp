@@ -26,15 +26,15 @@ std::optional<QString> nameOfStock(Connection& store, const QString& code) {
 }
 
 bool holds(Connection& store, const QString& name, const QString& code) {
-    const Recordset members(store, u"select * from dzhzhuti  where dm='"_s + code +
-                                       u"' and   zhutiname='"_s + name + u"'"_s);
+    const Recordset members(store, u"select * from dzhzhuti  where dm="_s + quoted(code) +
+                                       u" and   zhutiname="_s + quoted(name));
     return members.count() > 0;
 }
 
 void join(Connection& store, const ThemeEntry& entry, const QString& code, const QString& jc) {
-    store.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values('"_s +
-                  entry.name + u"','"_s + code + u"','"_s + jc + u"','"_s + entry.time + u"',"_s +
-                  QString::number(entry.attention) + u")"_s);
+    store.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values("_s +
+                  quoted(entry.name) + u',' + quoted(code) + u',' + quoted(jc) + u',' +
+                  quoted(entry.time) + u',' + QString::number(entry.attention) + u")"_s);
 }
 
 // What the closing message tells of the codes, each list with its commas.
@@ -59,7 +59,7 @@ private:
 };
 
 void stamp(Connection& store, const QString& time) {
-    store.execute(u"update tempcanshu set xiugaizhutitime='"_s + time + u"'"_s);
+    store.execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(time));
 }
 
 }  // namespace
@@ -76,8 +76,8 @@ ThemeFields ThemeEditing::open(const QString& theme) const {
     ThemeFields fields{theme, QString(), u"3"_s};
     Connection store = stores_.main.open();
     Recordset members(
-        store, u"select zhutiname,dm,jc,ztktime,guanzhudu from dzhzhuti  where zhutiname='"_s +
-                   theme + u"' order by rowid"_s);
+        store, u"select zhutiname,dm,jc,ztktime,guanzhudu from dzhzhuti  where zhutiname="_s +
+                   quoted(theme) + u" order by rowid"_s);
     if (members.count() > 0) {
         fields.attention = members.value(u"guanzhudu").toText();
     }
@@ -114,7 +114,7 @@ bool ThemeEditing::rewrite(const ThemeFields& fields) {
 bool ThemeEditing::themeExists(const QString& name) const {
     const Activity activity(u"添加主题"_s);
     Connection store = stores_.main.open();
-    const Recordset members(store, u"select dm from dzhzhuti  where zhutiname='"_s + name + u"'"_s);
+    const Recordset members(store, u"select dm from dzhzhuti  where zhutiname="_s + quoted(name));
     return members.count() > 0;
 }
 
@@ -124,7 +124,7 @@ void ThemeEditing::write(const Run& run, const ThemeEntry& entry) {
     Connection store = stores_.main.open();
     Transaction transaction(store);
     if (run.anew) {
-        store.execute(u"delete from  dzhzhuti  where  zhutiname='"_s + entry.name + u"'"_s);
+        store.execute(u"delete from  dzhzhuti  where  zhutiname="_s + quoted(entry.name));
     }
     for (const QString& code : entry.codes) {
         const std::optional<QString> jc = nameOfStock(store, code);

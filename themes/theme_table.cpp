@@ -36,8 +36,8 @@ QString membersQuery(const QString& theme) {
            u"sp as 收盘,zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
            u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dzhzhuti"
            u"  AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm and"
-           u" dzhzhuti1.zhutiname='"_s +
-           theme + u"'   order by zhangfu desc,dzhzhuti1.rowid"_s;
+           u" dzhzhuti1.zhutiname="_s +
+           quoted(theme) + u"   order by zhangfu desc,dzhzhuti1.rowid"_s;
 }
 
 QString allStocksQuery() {
@@ -133,8 +133,9 @@ void ThemeTable::searchByCode(const QString& code) {
     const bool found = fillSearch(
         u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
         u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-        u"  where dmb1.dm like '*"_s +
-            code.toUpper() + u"*' group by zhutiname  order by 涨幅 desc,zhutiname"_s,
+        u"  where dmb1.dm like "_s +
+            quoted(u'*' + code.toUpper() + u'*') +
+            u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
         {500, 1600, 1000, 600});
     if (!found) {
         dialogs_.tell(u"此代码没有找到主题！"_s);
@@ -149,8 +150,8 @@ void ThemeTable::searchByName(const QString& part) {
         u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
         u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
         u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-        u"  where zhutiname like '*"_s +
-            part + u"*' group by zhutiname  order by 涨幅 desc,zhutiname"_s,
+        u"  where zhutiname like "_s +
+            quoted(u'*' + part + u'*') + u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
         {500, 1600, 1000, 600, 900, 2000});
     if (!found) {
         dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);

@@ -1,6 +1,7 @@
 #include "themes/watchlist.h"
 
 #include "base/activity.h"
+#include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 
@@ -37,12 +38,13 @@ bool Watchlist::add(const QString& dm, const QString& jc) {
     const Activity activity(u"添加自选股"_s);
     {
         Connection store = stores_.main.open();
-        const Recordset present(store, u"select dm from zixuangu  where dm='"_s + dm + u"'"_s);
+        const Recordset present(store, u"select dm from zixuangu  where dm="_s + quoted(dm));
         if (present.count() > 0) {
             dialogs_.tell(u"此股票已在自选股中。"_s);
             return false;
         }
-        store.execute(u"insert into zixuangu(dm,jc) values('"_s + dm + u"','"_s + jc + u"')"_s);
+        store.execute(u"insert into zixuangu(dm,jc) values("_s + quoted(dm) + u',' + quoted(jc) +
+                      u")"_s);
     }
     dialogs_.tell(u"添加自选股'"_s + dm + u"'完成!"_s);
     return true;
@@ -50,7 +52,7 @@ bool Watchlist::add(const QString& dm, const QString& jc) {
 
 void Watchlist::remove(const QString& dm, const QString& jc) {
     const Activity activity(u"删除自选股"_s);
-    stores_.main.open().execute(u"delete from zixuangu where dm='"_s + dm + u"'"_s);
+    stores_.main.open().execute(u"delete from zixuangu where dm="_s + quoted(dm));
     dialogs_.tell(u"删除自选股'"_s + jc + u"'完成!"_s);
 }
 

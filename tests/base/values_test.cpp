@@ -34,6 +34,12 @@ TEST(Values, NumericPrefixTakesTheLeadingNumber) {
     }
 }
 
+TEST(Values, ALongTextIsShownByItsBeginning) {
+    EXPECT_EQ(shortened(u"四个汉字"_s, 4), u"四个汉字"_s);
+    EXPECT_EQ(shortened(u"五个汉字了"_s, 4), u"五个汉…"_s);
+    EXPECT_EQ(shortened(u"一二😀三"_s, 4), u"一二…"_s) << "no half of a character";
+}
+
 TEST(Values, ReadsAsNumberWantsTheWholeText) {
     for (const QString& text : {u"1"_s, u" -2.50 "_s, u"1e5"_s, u".5"_s}) {
         EXPECT_TRUE(readsAsNumber(text)) << text.toStdString();

@@ -22,9 +22,9 @@ protected:
         dialogs_.typed = folder;
         endOf(export_.exportData({}));
     }
-    void addTheme(const QString& name, const QString& dm, const QString& attention = u"1"_s) {
+    void addTheme(const QString& name, const QString& dm) {
         execute(store_.stores.main,
-                {u"insert into dzhzhuti values('%1','%2','','',5,%3)"_s.arg(name, dm, attention)});
+                {u"insert into dzhzhuti values('%1','%2','','',5,1)"_s.arg(name, dm)});
     }
 
     QStringList exported() const { return QDir(exportFolder()).entryList(QDir::Files, QDir::Name); }
@@ -68,17 +68,19 @@ TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
         {u"insert into dzhzhuti values('白酒','SH600519','贵州茅台','2015-06-01 09:30:05',10,18)"_s,
          u"insert into dzhzhuti values(' 空格 ','sz000001','*ST\"引号\"','2015-06-01',1,20)"_s,
          u"insert into dzhzhuti values('𠮷野😀','','长',null,-3,99999999999)"_s,
+         u"insert into dzhzhuti values('it''s','SH6''00','''',null,null,null)"_s,
          u"insert into dmb(dm,numdm,jc,shenmu,newdmtime,sp,totalsl) values('SH600519',"
          u"'600519','贵州茅台','gzmt','2010-01-01 08:00:00',1700.5,12)"_s});
     const QString columns = u"select zhutiname,dm,jc,xiangguandu,guanzhudu from dzhzhuti"_s;
     const QStringList themes = store_.rows(columns);
     exportTo(exportFolder());
-    EXPECT_EQ(TestStores::rows(library(), u"select ztktime from dzhzhuti"_s),
-              QStringList({u"2015-06-01 09:30:05"_s, u"2015-06-01 00:00:00"_s, QString()}));
+    EXPECT_EQ(
+        TestStores::rows(library(), u"select ztktime from dzhzhuti"_s),
+        QStringList({u"2015-06-01 09:30:05"_s, u"2015-06-01 00:00:00"_s, QString(), QString()}));
     execute(store_.stores.main, {u"delete from dzhzhuti"_s, u"delete from dmb"_s});
     ThemeImport import(store_.stores, clock_, dialogs_, run_);
     endOf(import.importLibrary(library().path, {}));
-    EXPECT_EQ(told().last(), u"观潮台|导入主题完成，共导入新的数据：3条"_s);
+    EXPECT_EQ(told().last(), u"观潮台|导入主题完成，共导入新的数据：4条"_s);
     EXPECT_EQ(store_.rows(columns), themes);
     EXPECT_EQ(store_.rows(u"select dm,numdm,jc,shenmu,newdmtime,sp,totalsl from dmb"_s),
               QStringList{u"SH600519|600519|贵州茅台|gzmt|2026-11-24 10:00:00|0|0"_s});
@@ -88,7 +90,10 @@ TEST_F(BackupExportTest, AFailedStatementLeavesTheFormerLibrary) {
     addTheme(u"好"_s, u"SH600000"_s);
     exportTo(exportFolder());
     const QByteArray former = bytesOf(library().path);
-    addTheme(u"坏"_s, u"SH600001"_s, u"null"_s);
+    execute({store_.stores.backupTemplate.path, store_.stores.backupKey},
+            {u"create trigger full before insert on dzhzhuti when new.zhutiname='坏'"
+             u" begin select raise(abort,''); end"_s});
+    addTheme(u"坏"_s, u"SH600001"_s);
     EXPECT_THROW(exportTo(exportFolder()), StoreError);
     EXPECT_EQ(bytesOf(library().path), former);
     EXPECT_EQ(exported(), files) << "nothing is left beside them";

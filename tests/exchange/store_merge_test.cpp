@@ -34,7 +34,7 @@ TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
          u"insert into shopname values('锌',3,'驰宏锌锗','2016-04-01 "
          u"09:30:05','2026-11-24',1,2,3,4,5,"
          u"6,7,8,9.5,-10.25)"_s,
-         u"insert into shopname values('铅',3,null,null,null,1,2,3,4,5,6,7,8,9,10)"_s});
+         u"insert into shopname values('铅',null,null,null,null,1,null,3,4,5,6,7,8,9,10)"_s});
     for (const int count : {4, 0}) {
         endOf(importNews(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ(told().last(), u"观潮台|导入主题新闻数量完成，共导入新的记录：%1条"_s.arg(count));
@@ -47,7 +47,7 @@ TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
             heatRows(u"select * from shopname"_s).mid(1),
             QStringList({u"锌|3|驰宏锌锗|2016-04-01 09:30:05|2026-11-24 00:00:00|1|2|3|4|5|6|7|8"
                          u"|9.5|-10.25"_s,
-                         u"铅|3||||1|2|3|4|5|6|7|8|9|10"_s}));
+                         u"铅|null||||1|null|3|4|5|6|7|8|9|10"_s}));
     }
 }
 
@@ -55,12 +55,14 @@ TEST_F(StoreMergeTest, AFailureKeepsTheTablesBeforeIt) {
     pick(Schema::heat, store_.stores.heat.key,
          {u"insert into xinwenshul values('2026-11-24','白酒',1,1,1,1,1,1,1,1)"_s,
           u"insert into shophq values('锌','2026-11-24',1,1,1,1,1,1,1,1,1,1)"_s,
-          u"insert into shophq values('铜','2026-11-24',null,1,1,1,1,1,1,1,1,1)"_s});
+          u"insert into shophq values('铜','2026-11-24',1,'1);delete',1,1,1,1,1,1,1,1)"_s});
     try {
         endOf(importNews(store_.stores, dialogs_, run_, {}));
         FAIL();
-    } catch (const StoreError& failure) {
+    } catch (const OperationError& failure) {
         EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
+        EXPECT_EQ(failure.reason(),
+                  u"文件 "_s + dialogs_.picked + u" 的第 2 行，dazhang 不是数字：1);delete"_s);
         EXPECT_EQ(failure.remains(), u"已经写入并保留：主题新闻数量。其余没有写入。"_s);
     }
     EXPECT_EQ(heatRows(u"select * from xinwenshul"_s).size(), 1);
@@ -88,7 +90,10 @@ TEST_F(StoreMergeTest, ArticlesAreKnownByCategorySubcategoryAndTitle) {
     }
     pick(Schema::article, store_.stores.article.key,
          {u"insert into wenzhang values(1,'2021-01-01','乙','个股','x','好的','文',0)"_s,
-          u"insert into wenzhang values(2,'2021-01-01','乙','个股','x','it''s','文',0)"_s});
+          u"insert into wenzhang values(2,'2021-01-01','乙','个股','x','坏的','文',0)"_s});
+    execute(store_.stores.article,
+            {u"create trigger full before insert on wenzhang when new.biaoti='坏的'"
+             u" begin select raise(abort,''); end"_s});
     EXPECT_THROW(endOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
     EXPECT_EQ(articleRows(u"select id from wenzhang"_s).size(), 3) << "nothing of the run remains";
 }

@@ -141,7 +141,9 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::themes);
     // 银行 has two rows, but one of them is not in the code table; 冷门 is under the threshold.
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"冷门|SH600000"_s}));
-    grid_.setTextMatrix(2, 1, u"x'y"_s);
+    store_.run(
+        {u"create trigger kept before delete on dzhzhuti when old.zhutiname='白酒'"
+         u" begin select raise(abort,''); end"_s});
     dialogs_.typed = u"9"_s;
     EXPECT_THROW(outcomeOf(commands_.removeSmallThemes(grid_, {})), StoreError);
     EXPECT_EQ(members().size(), 3) << "a failure rolls back";

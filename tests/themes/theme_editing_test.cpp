@@ -70,9 +70,12 @@ TEST_F(ThemeEditingTest, WhatIsRefusedWritesNothingAndKeepsTheDialog) {
 }
 
 TEST_F(ThemeEditingTest, AFailedStatementLeavesNothingOfTheRun) {
-    const ThemeFields badCode{u"白酒"_s, u"SH600000,x'y"_s, u"3"_s};
-    EXPECT_THROW(outcomeOf(editing_.add(badCode, {})), StoreError);
-    EXPECT_THROW(editing_.rewrite(badCode), StoreError);
+    store_.run(
+        {u"create trigger full after insert on dzhzhuti when new.dm='SH600000'"
+         u" begin select raise(abort,''); end"_s});
+    const ThemeFields fields{u"白酒"_s, u"SH600519,SH600000"_s, u"3"_s};
+    EXPECT_THROW(outcomeOf(editing_.add(fields, {})), StoreError);
+    EXPECT_THROW(editing_.rewrite(fields), StoreError);
     EXPECT_EQ(rows(), untouched_);
     EXPECT_EQ(stamp(), oldStamp_);
 }

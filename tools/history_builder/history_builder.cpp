@@ -79,7 +79,7 @@ void addMarketTable(Connection& store, const DaysByCode& codes) {
     store.execute(u"create index if not exists geguhq_dm on geguhq (dm,date(shijian))"_s);
     BoundInsert insert(store, u"insert into geguhq values(?,?,?,?,?,?,?,?,?,?)"_s);
     for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
-        const QString source = u"geguhq where dm='"_s + code.key() + u"'"_s;
+        const QString source = u"geguhq where dm="_s + quoted(code.key());
         if (isIndex(code.key())) {
             continue;
         }

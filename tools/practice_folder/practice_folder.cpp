@@ -62,12 +62,13 @@ void fillWords(Connection& store, const QList<QStringList>& rows, const QDateTim
 
 void leadPagesTo(const QString& folder, const QString& host) {
     const Stores stores = storesIn(applicationFolder(folder));
-    stores.main.open().execute(u"update tempcanshu set f10url='"_s + host +
-                               u"/600000/' where f10url='"_s + publicF10Pages +
-                               u"' or f10url like 'http://127.0.0.1:%'"_s);
-    stores.heat.open().execute(u"update canshu set yinqingurl='"_s + host +
-                               u"/s?wd=tihuandm' where yinqingurl='"_s + publicSearchPages +
-                               u"' or yinqingurl like 'http://127.0.0.1:%'"_s);
+    stores.main.open().execute(u"update tempcanshu set f10url="_s + quoted(host + u"/600000/"_s) +
+                               u" where f10url="_s + quoted(publicF10Pages) +
+                               u" or f10url like 'http://127.0.0.1:%'"_s);
+    stores.heat.open().execute(u"update canshu set yinqingurl="_s +
+                               quoted(host + u"/s?wd=tihuandm"_s) + u" where yinqingurl="_s +
+                               quoted(publicSearchPages) +
+                               u" or yinqingurl like 'http://127.0.0.1:%'"_s);
 }
 
 void fillPracticeCounts(const QString& folder, const QString& dataFolder, const QDateTime& now) {

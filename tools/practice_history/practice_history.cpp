@@ -193,9 +193,10 @@ void addPracticeForecasts(Connection& store, const QList<ThemeMember>& library,
     const QStringList codes = codesOf(library);
     for (int at = 0; at < std::min<qsizetype>(forecasts, codes.size()); ++at) {
         store.execute(
-            u"insert into yejiyuyuejinqi(dm,jc,todayriqi,yuyuedate) select dm,jc,'%1','%2' from"
-            u" dmb where dm='%3'"_s.arg(timeText(found.addDays(at % 5)),
-                                        timeText(found.addDays(daysToReport)), codes[at]));
+            u"insert into yejiyuyuejinqi(dm,jc,todayriqi,yuyuedate) select dm,jc,%1,%2 from"
+            u" dmb where dm=%3"_s.arg(quoted(timeText(found.addDays(at % 5))),
+                                      quoted(timeText(found.addDays(daysToReport))),
+                                      quoted(codes[at])));
         store.execute(u"insert into yejiyugao(zhaiyao,guanzhudu) values('预计净利润增长 %1%',%2)"_s
                           .arg(10 + 5 * at)
                           .arg(at % 3));
