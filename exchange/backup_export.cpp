@@ -8,6 +8,7 @@
 #include "exchange/row_values.h"
 #include "exchange/store_copy.h"
 #include "platform/fixed_folders.h"
+#include "store/store_error.h"
 #include "store/store_file.h"
 
 namespace guanchao {
@@ -34,16 +35,29 @@ struct LibraryRows {
     Recordset codes;
 };
 
+// What the library refuses names the row it is.
+void insertRow(Connection& library, const QString& statement, const QString& row) {
+    try {
+        library.execute(statement);
+    } catch (const StoreError& failure) {
+        throw StoreError(row + u"不能写入："_s + failure.reason(), failure.path(),
+                         failure.statement(), failure.fault());
+    }
+}
+
 void writeLibrary(LibraryRows rows, const StoreFile& library, ExchangeSteps& steps) {
     Connection connection = library.open();
     Transaction transaction(connection);
     for (Recordset& row = rows.themes; !row.atEnd(); row.moveNext()) {
-        connection.execute(
-            insertTheme(row, row.value(3).toText(), valuesFrom(row, firstNumberOfTheme)));
+        insertRow(connection,
+                  insertTheme(row, row.value(3).toText(), valuesFrom(row, firstNumberOfTheme)),
+                  u"表 dzhzhuti 的一行（主题“"_s + row.value(0).toText() + u"”，代码“"_s +
+                      row.value(1).toText() + u"”）"_s);
         steps.stepDone();
     }
     for (Recordset& row = rows.codes; !row.atEnd(); row.moveNext()) {
-        connection.execute(insertCode(row, row.value(0).toText(), row.value(4).toText()));
+        insertRow(connection, insertCode(row, row.value(0).toText(), row.value(4).toText()),
+                  u"表 dmb 的一行（代码“"_s + row.value(0).toText() + u"”）"_s);
         steps.stepDone();
     }
     transaction.commit();
@@ -63,8 +77,8 @@ void writeBackup(const Stores& stores, const QString& folder, ExchangeWork& work
                      blocksOf(stores.heat));
         writeLibrary(rows, {path, stores.backupKey}, steps);
     });
-    copyStore(stores.article, folder + u"/wenzhang.ztb"_s, blockDone);
-    copyStore(stores.heat, folder + u"/caijiqi.ztb"_s, blockDone);
+    copyStore(stores.article, folder + u"wenzhang.ztb"_s, blockDone);
+    copyStore(stores.heat, folder + u"caijiqi.ztb"_s, blockDone);
 }
 
 BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& run)
@@ -72,18 +86,19 @@ BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& 
 
 QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
     const QString offered = fixedPath(FixedPlace::exportFolder);
-    const QString folder =
+    const QString typed =
         co_await dialogs_.input(stop, u"将导出数据到下列文件夹："_s, u"导出数据"_s, offered);
-    if (folder.isEmpty()) {
+    if (typed.isEmpty()) {
         dialogs_.tell(u"已取消导出数据!"_s);
         co_return;
     }
+    const QString folder = applicationFolder(typed);
     {
         const Activity activity(u"导出数据"_s);
         makeDefaultFolder(folder);
     }
     if (!QFileInfo(folder).isDir()) {
-        dialogs_.tell(u"请先建立备份文件夹:"_s + folder);
+        dialogs_.tell(u"请先建立备份文件夹:"_s + typed);
         co_return;
     }
     const auto job = [stores = stores_, folder](ExchangeWork& work) {
@@ -91,7 +106,7 @@ QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
         return true;
     };
     const std::optional<bool> written = co_await run_.run(u"导出数据"_s, job, stop);
-    dialogs_.tell(written ? u"已导出数据到："_s + folder +
+    dialogs_.tell(written ? u"已导出数据到："_s + typed +
                                 u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
                                 u"主题新闻数量库：caijiqi.ztb"_s
                           : u"导出已停止，没有写完的备份文件没有换掉原来的。"_s);

@@ -9,8 +9,8 @@
 
 namespace guanchao {
 
-// Writes the three files. The folder is joined with the name of the library as it stands: one typed
-// without its final separator gives a file beside it.
+// Writes the three files into the folder, which ends in a separator. A row that the library refuses
+// is named in the failure.
 void writeBackup(const Stores& stores, const QString& folder, ExchangeWork& work);
 
 class BackupExport {

@@ -83,9 +83,9 @@ void copyFile(const QString& source, const QString& target) {
 
 void copyStore(const StoreFile& source, const QString& target,
                const std::function<void()>& blockDone) {
-    Connection connection = source.open();
-    const Transaction lock(connection);  // never committed, since nothing is written
     replaceStore(target, [&](const QString& path) {
+        Connection connection = source.open();
+        const Transaction lock(connection);  // never committed, since nothing is written
         writeBytes(StoreBytes(connection), source.path, path, blockDone);
         takePermissions(source.path, path);
     });

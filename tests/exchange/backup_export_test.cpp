@@ -41,13 +41,13 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
     exportTo({});
     EXPECT_EQ(told(), QStringList({question, u"观潮台|已取消导出数据!"_s}));
     const QString other = store_.folder() + u"别处/"_s;
-    for (const QString& missing : {other, exportFolder().chopped(1)}) {
+    for (const QString& missing : {other, other.chopped(1)}) {
         exportTo(missing);
         EXPECT_EQ(told(), QStringList({question, u"观潮台|请先建立备份文件夹:"_s + missing}));
         EXPECT_FALSE(QFileInfo::exists(missing)) << "only the default is made";
     }
-    exportTo(exportFolder());
-    EXPECT_EQ(told().last(), u"观潮台|已导出数据到："_s + exportFolder() +
+    exportTo(exportFolder().chopped(1));
+    EXPECT_EQ(told().last(), u"观潮台|已导出数据到："_s + exportFolder().chopped(1) +
                                  u"。 主题库：zhutibackup.ztb；文章库：wenzhang.ztb；"
                                  u"主题新闻数量库：caijiqi.ztb"_s);
     EXPECT_EQ(exported(), files);
@@ -58,8 +58,7 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
     }
     ASSERT_TRUE(QDir().mkdir(other.chopped(1)));
     exportTo(other.chopped(1));
-    EXPECT_TRUE(QFileInfo::exists(other.chopped(1) + u"zhutibackup.ztb"_s))
-        << "without its separator";
+    EXPECT_TRUE(QFileInfo::exists(other + u"zhutibackup.ztb"_s)) << "it is a folder all the same";
 }
 
 TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
@@ -94,7 +93,13 @@ TEST_F(BackupExportTest, AFailedStatementLeavesTheFormerLibrary) {
             {u"create trigger full before insert on dzhzhuti when new.zhutiname='坏'"
              u" begin select raise(abort,''); end"_s});
     addTheme(u"坏"_s, u"SH600001"_s);
-    EXPECT_THROW(exportTo(exportFolder()), StoreError);
+    try {
+        exportTo(exportFolder());
+        FAIL();
+    } catch (const StoreError& failure) {
+        EXPECT_TRUE(failure.reason().startsWith(
+            u"表 dzhzhuti 的一行（主题“坏”，代码“SH600001”）不能写入："_s));
+    }
     EXPECT_EQ(bytesOf(library().path), former);
     EXPECT_EQ(exported(), files) << "nothing is left beside them";
     EXPECT_FALSE(run_.running());
