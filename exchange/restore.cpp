@@ -1,0 +1,192 @@
+#include "exchange/restore.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+#include "base/activity.h"
+#include "base/files.h"
+#include "exchange/store_backup.h"
+#include "exchange/store_check.h"
+#include "exchange/store_copy.h"
+#include "store/store_error.h"
+#include "store/store_file.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Whole, but may still be given up; and under way, which is carried to its end.
+const QString readyName = u"待恢复"_s;
+const QString underWayName = u"恢复中"_s;
+
+const QString untouched = u"现在的数据没有改动。"_s;
+
+QDateTime changeOf(const StoreFile& store) {
+    return QFileInfo(store.path).lastModified();
+}
+
+QString nameOf(const StoreFile& store) {
+    return QFileInfo(store.path).fileName();
+}
+
+qsizetype filesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files).size();
+}
+
+bool isUnusable(const StoreError& failure) {
+    return failure.fault() == StoreFault::damaged || failure.fault() == StoreFault::notADatabase;
+}
+
+// One that no restore can bring back is kept as it stands: it may be what a restore is for.
+void keepPresent(const StoreFile& store, const QString& target,
+                 const std::function<void()>& blockDone) {
+    try {
+        copyStore(store, target, blockDone);
+    } catch (const StoreError& failure) {
+        if (!isUnusable(failure)) {
+            throw;
+        }
+        copyFile(store.path, target);
+    }
+}
+
+QList<QDateTime> copyPresent(const Stores& stores, const QString& folder,
+                             const std::function<void()>& blockDone) {
+    QList<QDateTime> asOf;
+    for (const StoreFile& store : copiedStores(stores)) {
+        asOf << changeOf(store);
+        if (QFileInfo::exists(store.path)) {
+            keepPresent(store, folder + nameOf(store), blockDone);
+        }
+    }
+    return asOf;
+}
+
+void requireUsable(const StoreFile& store, const QString& copy) {
+    const QString name = u"备份 "_s + copy + u" 的 "_s + nameOf(store);
+    if (!QFileInfo::exists(store.path)) {
+        throw OperationError(name + u" 不在了。"_s);
+    }
+    try {
+        requireWhole(store);
+    } catch (const StoreError& failure) {
+        if (failure.fault() == StoreFault::notADatabase) {
+            throw OperationError(name + u" 不能用现在的密码打开，可能是改密码以前的备份。"_s);
+        }
+        throw;
+    }
+}
+
+void makeReady(const Stores& copied, const QString& folder,
+               const std::function<void()>& blockDone) {
+    for (const StoreFile& store : copiedStores(copied)) {
+        const QString target = folder + nameOf(store);
+        copyStore(store, target, blockDone);
+        requireWhole({target, store.key});
+    }
+}
+
+struct Lock {
+    explicit Lock(const StoreFile& store) : connection(store.open()), transaction(connection) {}
+
+    Connection connection;
+    Transaction transaction;  // never committed, since nothing is written
+};
+
+// So that no other program is in the middle of a write to what goes. One that is unusable has no
+// lock.
+std::unique_ptr<Lock> lockOf(const StoreFile& store) {
+    try {
+        return QFileInfo::exists(store.path) ? std::make_unique<Lock>(store) : nullptr;
+    } catch (const StoreError& failure) {
+        if (!isUnusable(failure)) {
+            throw;
+        }
+        return nullptr;
+    }
+}
+
+bool takePlace(const StoreFile& store, const QString& folder) {
+    removeJournalOf(store.path);
+    return std::rename(QFile::encodeName(folder + nameOf(store)).constData(),
+                       QFile::encodeName(store.path).constData()) == 0;
+}
+
+}  // namespace
+
+ReadyStores prepareRestore(const Stores& stores, const QString& folder, const QString& copy,
+                           const QDateTime& now, ExchangeWork& work) {
+    const Activity activity(u"恢复数据"_s, untouched);
+    const Stores copied = storesOfCopy(stores, folder + copy + u'/');
+    ExchangeSteps steps(work);
+    for (const StoreFile& store : copiedStores(copied)) {
+        requireUsable(store, copy);
+        steps.expect(blocksOf(store));
+    }
+    for (const StoreFile& store : copiedStores(stores)) {
+        steps.expect(blocksOf(store));
+    }
+    const auto blockDone = [&steps] { steps.stepDone(); };
+    makeCopy(folder, readyName, [&](const QString& begun) { makeReady(copied, begun, blockDone); });
+    ReadyStores ready{folder + readyName + u'/', {}};
+    try {
+        makeCopy(folder, beforeRestoreName(now), [&](const QString& begun) {
+            ready.replacedAsOf = copyPresent(stores, begun, blockDone);
+        });
+    } catch (...) {
+        dropReady(ready);
+        throw;
+    }
+    return ready;
+}
+
+void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
+    const Activity activity(u"恢复数据"_s, untouched);
+    std::vector<std::unique_ptr<Lock>> locks;
+    QList<QDateTime> asOf;
+    for (const StoreFile& store : copiedStores(stores)) {
+        locks.push_back(lockOf(store));
+        asOf << changeOf(store);
+    }
+    if (asOf != ready.replacedAsOf) {
+        throw OperationError(u"数据在恢复的准备当中有改动，请再试一次。"_s);
+    }
+    const QString folder = QFileInfo(ready.folder.chopped(1)).path() + u'/';
+    if (!QDir().rename(ready.folder.chopped(1), folder + underWayName)) {
+        throw notWritten(folder + underWayName, u"不能改名"_s);
+    }
+    try {
+        finishRestore(stores, folder);
+    } catch (...) {
+        if (filesIn(folder + underWayName) == copiedStores(stores).size()) {  // none has moved
+            QDir(folder + underWayName).removeRecursively();
+        }
+        throw;
+    }
+}
+
+void finishRestore(const Stores& stores, const QString& folder) {
+    const QString underWay = folder + underWayName + u'/';
+    QDir(folder + readyName).removeRecursively();
+    if (!QFileInfo(underWay).isDir()) {
+        return;
+    }
+    for (const StoreFile& store : copiedStores(stores)) {
+        if (QFileInfo::exists(underWay + nameOf(store)) && !takePlace(store, underWay)) {
+            throw notWritten(store.path, qt_error_string(errno));
+        }
+    }
+    QDir(underWay).removeRecursively();
+}
+
+void dropReady(const ReadyStores& ready) {
+    QDir(ready.folder).removeRecursively();
+}
+
+}  // namespace guanchao

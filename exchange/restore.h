@@ -1,0 +1,34 @@
+// 恢复: takes a copy of the stores back. What is there is copied first, the copy is checked, and
+// brought beside the stores as a whole; only then do they change their place, in moments. Failures
+// raise StoreError or OperationError and leave the stores that are there.
+#pragma once
+
+#include <QDateTime>
+
+#include "exchange/exchange_run.h"
+#include "exchange/kept_copies.h"
+
+namespace guanchao {
+
+// Stores that are ready to take their place, and of when those are that they replace.
+struct ReadyStores {
+    QString folder;
+    QList<QDateTime> replacedAsOf;
+};
+
+// For a worker. A copy that is damaged, or was made under another key, is refused.
+ReadyStores prepareRestore(const Stores& stores, const QString& folder, const QString& copy,
+                           const QDateTime& now, ExchangeWork& work);
+
+// While nothing of this program is at the stores. Refuses, by OperationError, where somebody has
+// written to them since they were copied.
+void takeTheirPlace(const Stores& stores, const ReadyStores& ready);
+
+// At the start of the program, before anything reads the stores: what a killed restore has left
+// halfway goes to its end.
+void finishRestore(const Stores& stores, const QString& folder);
+
+// What stands ready and isn't wanted any more.
+void dropReady(const ReadyStores& ready);
+
+}  // namespace guanchao

@@ -1,0 +1,93 @@
+#include "exchange/store_backup.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+#include "base/activity.h"
+#include "base/files.h"
+#include "exchange/store_check.h"
+#include "exchange/store_copy.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString unfinished = u".new"_s;
+
+// What killed runs have left.
+void removeUnfinished(const QString& folder) {
+    for (const QString& name : QDir(folder).entryList({u'*' + unfinished}, QDir::Dirs)) {
+        QDir(folder + name).removeRecursively();
+    }
+}
+
+void makeFolder(const QString& path) {
+    if (!QDir().mkpath(path)) {
+        throw notWritten(path, u"不能建立文件夹"_s);
+    }
+}
+
+void requireRoom(const Stores& stores, qint64 freeBytes) {
+    qint64 needed = spareBytes;
+    for (const StoreFile& store : copiedStores(stores)) {
+        needed += QFileInfo(store.path).size();
+    }
+    if (freeBytes < needed) {
+        throw OperationError(
+            u"磁盘空间不够：需要 %1 MB，只有 %2 MB。"_s.arg(needed >> 20).arg(freeBytes >> 20));
+    }
+}
+
+void copyAll(const Stores& stores, const QString& folder, const std::function<void()>& blockDone) {
+    for (const StoreFile& store : copiedStores(stores)) {
+        const QString target = folder + QFileInfo(store.path).fileName();
+        copyStore(store, target, blockDone);
+        requireWhole({target, store.key});
+    }
+    readCounts(storesOfCopy(stores, folder));
+}
+
+}  // namespace
+
+qint64 freeBytesOn(const QString& folder) {
+    return QStorageInfo(folder).bytesAvailable();
+}
+
+void makeCopy(const QString& folder, const QString& name, const FillCopy& fill) {
+    const QString begun = folder + name + unfinished;
+    QDir(begun).removeRecursively();
+    makeFolder(begun);
+    try {
+        fill(begun + u'/');
+    } catch (...) {
+        QDir(begun).removeRecursively();
+        throw;
+    }
+    QDir(folder + name).removeRecursively();
+    if (!QDir().rename(begun, folder + name)) {
+        QDir(begun).removeRecursively();
+        throw notWritten(folder + name, u"不能改名"_s);
+    }
+}
+
+bool makeDailyCopy(const Stores& stores, const QString& folder, const QDate& day,
+                   const FreeBytes& freeBytes, const std::function<void()>& blockDone) {
+    const Activity activity(u"每日备份"_s, u"以前的备份没有改动。"_s);
+    const QString name = dailyCopyName(day);
+    if (QFileInfo(folder + name).isDir()) {
+        return false;
+    }
+    makeFolder(folder);
+    removeUnfinished(folder);
+    requireRoom(stores, freeBytes(folder));
+    makeCopy(folder, name, [&](const QString& begun) { copyAll(stores, begun, blockDone); });
+    for (const KeptCopy& copy : copiesToGo(keptCopies(folder))) {
+        QDir(folder + copy.name).removeRecursively();
+    }
+    return true;
+}
+
+}  // namespace guanchao

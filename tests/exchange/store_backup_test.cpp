@@ -1,0 +1,218 @@
+#include "exchange/store_backup.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QScopeGuard>
+#include <csignal>
+
+#include "exchange/restore.h"
+#include "exchange/store_check.h"
+#include "tests/exchange/exchange_fixture.h"
+
+namespace guanchao {
+
+class StoreBackupTest : public ExchangeFixture {
+protected:
+    StoreBackupTest() { addTheme(u"白酒"_s); }
+
+    void addTheme(const QString& name) { store_.addMember(name, u"SH600519"_s); }
+    bool makeToday() {
+        return makeDailyCopy(
+            store_.stores, folder_, clock_.now().date(), [this](const QString&) { return free_; },
+            [] {});
+    }
+    ReadyStores prepare(const QString& copy) {
+        ExchangeWork work({}, {});
+        return prepareRestore(store_.stores, folder_, copy, clock_.now(), work);
+    }
+    QString refusal(const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const OperationError& failure) {
+            return failure.reason();
+        }
+        return {};
+    }
+    QStringList names() const {
+        return QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    QStringList themes() { return store_.rows(u"select zhutiname from dzhzhuti order by rowid"_s); }
+    StoreCounts countsOf(const QString& copy) {
+        return readCounts(storesOfCopy(store_.stores, folder_ + copy + u'/'));
+    }
+
+    const QString folder_ = store_.folder() + u"备份/"_s;
+    qint64 free_ = spareBytes * 2;
+};
+
+TEST_F(StoreBackupTest, AgeAndBytesTellWhichCopiesGo) {
+    const QDate last(2026, 11, 25);  // a Wednesday
+    const auto daily = [&](int daysBack, qint64 bytes = 1) {
+        return KeptCopy{dailyCopyName(last.addDays(-daysBack)), last.addDays(-daysBack), false,
+                        bytes};
+    };
+    QList<KeptCopy> year;
+    for (int back = 0; back < 365; ++back) {
+        year << daily(back);
+    }
+    QStringList gone;
+    for (const KeptCopy& copy : copiesToGo(year, 1000)) {
+        gone << copy.name;
+    }
+    QStringList kept;
+    for (const KeptCopy& copy : year) {
+        if (!gone.contains(copy.name)) {
+            kept << copy.name.mid(5);
+        }
+    }
+    EXPECT_EQ(kept.join(u' '),
+              u"11-25 11-24 11-23 11-22 11-21 11-20 11-19 11-15 11-08 11-01 10-25 10-18 10-11 "
+              u"10-04 09-27"_s);
+    EXPECT_EQ(gone.first(), year.last().name) << "the oldest goes first";
+    const auto goneOf = [](const QList<KeptCopy>& copies, qint64 most) {
+        QStringList names;
+        for (const KeptCopy& copy : copiesToGo(copies, most)) {
+            names << copy.name.mid(8);
+        }
+        return names.join(u' ');
+    };
+    EXPECT_EQ(goneOf({daily(0, 50), daily(1, 40), daily(2, 40)}, 100), u"23"_s);
+    EXPECT_EQ(goneOf({daily(0, 500), daily(1, 40)}, 100), u"24"_s) << "never the newest";
+    QList<KeptCopy> restores;
+    for (const int hour : {14, 13, 12, 11}) {
+        const QDateTime at(last, QTime(hour, 0));
+        restores << KeptCopy{beforeRestoreName(at), last, true, 60};
+    }
+    restores << daily(0, 50);
+    EXPECT_EQ(goneOf(restores, 1000), u"25 11.00.00 恢复前"_s);
+    EXPECT_EQ(goneOf(restores, 100), u"25 11.00.00 恢复前 25 12.00.00 恢复前 25 13.00.00 恢复前"_s);
+}
+
+TEST_F(StoreBackupTest, EachDayHasOneWholeCopyAndWhatIsInTheWayIsTold) {
+    free_ = spareBytes;
+    EXPECT_TRUE(refusal([&] { makeToday(); }).startsWith(u"磁盘空间不够：需要 256 MB"_s));
+    EXPECT_EQ(names(), QStringList());
+    free_ = spareBytes * 2;
+    ASSERT_TRUE(QDir().mkpath(folder_ + u"2026-11-20.new"_s)) << "of a run that was killed";
+    EXPECT_TRUE(makeToday());
+    addTheme(u"银行"_s);
+    EXPECT_FALSE(makeToday());
+    EXPECT_EQ(names(), QStringList{u"2026-11-24"_s});
+    EXPECT_EQ(countsOf(u"2026-11-24"_s).themes, 1) << "of the morning";
+    EXPECT_EQ(QDir(folder_ + u"2026-11-24"_s).entryList(QDir::Files, QDir::Name),
+              QStringList({u"caijiqi.mzdat"_s, u"dzhzhuti.mzdat"_s, u"wenzhang.mzdat"_s}));
+    clock_.moment = clock_.moment.addDays(1);
+    EXPECT_TRUE(makeToday());
+    EXPECT_EQ(countsOf(u"2026-11-25"_s).themes, 2);
+    EXPECT_GT(keptCopies(folder_).first().bytes, 0);
+
+    const int page =
+        store_.rows(u"select rootpage from sqlite_master where name='bankuaidmb'"_s)[0].toInt();
+    QFile file(store_.stores.main.path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek((page - 1) * 4096);
+    file.write(QByteArray(4096, '\xff'));
+    file.close();
+    clock_.moment = clock_.moment.addDays(1);
+    EXPECT_THROW(makeToday(), StoreError) << "a page that no count reads is damaged";
+    EXPECT_EQ(names(), QStringList({u"2026-11-24"_s, u"2026-11-25"_s}));
+}
+
+// In a process of its own, which waits in the middle.
+TEST_F(StoreBackupTest, AKilledRunLeavesNoCopy) {
+    int begun[2];
+    ASSERT_EQ(pipe(begun), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        makeDailyCopy(
+            store_.stores, folder_, clock_.now().date(), [this](const QString&) { return free_; },
+            [&] {
+                [[maybe_unused]] const auto told = write(begun[1], "x", 1);
+                ::pause();
+            });
+        _exit(1);
+    }
+    char word = 0;
+    ASSERT_EQ(read(begun[0], &word, 1), 1);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(names(), QStringList{u"2026-11-24.new"_s});
+    EXPECT_TRUE(keptCopies(folder_).isEmpty());
+    EXPECT_TRUE(makeToday());
+    EXPECT_EQ(names(), QStringList{u"2026-11-24"_s});
+}
+
+TEST_F(StoreBackupTest, ARestoreBringsACopyBackAndKeepsWhatItReplaces) {
+    makeToday();
+    store_.run({u"delete from dzhzhuti"_s});
+    runArticle(u"insert into wenzhang(biaoti) values('新')"_s);
+    takeTheirPlace(store_.stores, prepare(u"2026-11-24"_s));
+    EXPECT_EQ(themes(), QStringList{u"白酒"_s});
+    EXPECT_EQ(articleRows(u"select count(*) from wenzhang"_s), QStringList{u"0"_s});
+    const QString before = u"2026-11-24 10.00.00 恢复前"_s;
+    EXPECT_EQ(names(), QStringList({u"2026-11-24"_s, before}));
+    clock_.moment = clock_.moment.addSecs(60);
+    takeTheirPlace(store_.stores, prepare(before));
+    EXPECT_EQ(themes(), QStringList()) << "the restore is undone";
+    EXPECT_EQ(articleRows(u"select biaoti from wenzhang"_s), QStringList{u"新"_s});
+}
+
+TEST_F(StoreBackupTest, WhatFailsLeavesTheStoresThatAreThere) {
+    makeToday();
+    const QString copy = folder_ + u"2026-11-24/"_s;
+    addTheme(u"银行"_s);
+    const ReadyStores ready = prepare(u"2026-11-24"_s);
+    addTheme(u"新"_s);
+    EXPECT_EQ(refusal([&] { takeTheirPlace(store_.stores, ready); }),
+              u"数据在恢复的准备当中有改动，请再试一次。"_s);
+    dropReady(ready);
+
+    const ReadyStores again = prepare(u"2026-11-24"_s);
+    {
+        const Connection::BusyTimeout shortest(std::chrono::milliseconds(5));
+        const Connection other = holding(store_.stores.main, u"immediate"_s);
+        EXPECT_THROW(takeTheirPlace(store_.stores, again), StoreError);
+    }
+    dropReady(again);
+
+    rekey(copy + u"wenzhang.mzdat"_s, store_.stores.article.key, u"old"_s);
+    EXPECT_EQ(
+        refusal([&] { prepare(u"2026-11-24"_s); }),
+        u"备份 2026-11-24 的 wenzhang.mzdat 不能用现在的密码打开，可能是改密码以前的备份。"_s);
+    QFile::remove(copy + u"dzhzhuti.mzdat"_s);
+    EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s); }),
+              u"备份 2026-11-24 的 dzhzhuti.mzdat 不在了。"_s);
+    EXPECT_EQ(themes(), QStringList({u"白酒"_s, u"银行"_s, u"新"_s}));
+    EXPECT_EQ(names().filter(u"恢复"_s).filter(u"恢复前"_s).size(),
+              names().filter(u"恢复"_s).size());
+}
+
+TEST_F(StoreBackupTest, StoresThatAreRuinedOrMissingDontStandInTheWay) {
+    makeToday();
+    QFile file(store_.stores.main.path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("ruined");
+    file.close();
+    QFile::remove(store_.stores.article.path);
+    takeTheirPlace(store_.stores, prepare(u"2026-11-24"_s));
+    EXPECT_EQ(themes(), QStringList{u"白酒"_s});
+    EXPECT_EQ(articleRows(u"select count(*) from wenzhang"_s), QStringList{u"0"_s});
+}
+
+// Killed with one store in its place and two beside it.
+TEST_F(StoreBackupTest, AKilledRestoreGoesToItsEndAtTheNextStart) {
+    makeToday();
+    store_.run({u"delete from dzhzhuti"_s});
+    runArticle(u"insert into wenzhang(biaoti) values('新')"_s);
+    const ReadyStores ready = prepare(u"2026-11-24"_s);
+    ASSERT_TRUE(QDir().rename(ready.folder, folder_ + u"恢复中"_s));
+    QFile::remove(store_.stores.main.path);
+    ASSERT_TRUE(QFile::rename(folder_ + u"恢复中/dzhzhuti.mzdat"_s, store_.stores.main.path));
+    finishRestore(store_.stores, folder_);
+    EXPECT_EQ(themes(), QStringList{u"白酒"_s});
+    EXPECT_EQ(articleRows(u"select count(*) from wenzhang"_s), QStringList{u"0"_s});
+    EXPECT_FALSE(names().contains(u"恢复中"_s));
+}
+
+}  // namespace guanchao
