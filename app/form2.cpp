@@ -44,7 +44,8 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       ui_(std::make_unique<Ui::Form2>()),
       themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                   themes_, stocks_),
-      themeCommands_(environment.stores, environment.clock, environment.dialogs),
+      themeCommands_(environment.stores, environment.clock, environment.dialogs,
+                     environment.removals),
       watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.client,
                  environment.services.quote),
@@ -84,6 +85,8 @@ void Form2::setUpControls() {
     ui_->MSHFlexGrid1->setHint(u"还没有主题\n\n用“数据”菜单的“导入主题”导入"_s);
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
+                                           mainWindowPlace, [this] { 刷新_Click(); });
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
 }
 
@@ -129,6 +132,9 @@ void Form2::connectAlarms() {
     alarmView_ =
         new AlarmView(environment_, windows_, desktop_.notifier, alarmDesk_, *ui_->quotesLine);
     alarmView_->setParent(this);
+    dailyBackup_ = std::make_unique<DailyBackup>(
+        environment_, [this](const QString& words) { ui_->copyLine->setText(words); });
+    dailyBackup_->setParent(this);
     auto* autoUpdate =
         new AutoUpdate(*ui_->menuHangqing, environment_.applicationFolder + u"界面.ini"_s,
                        environment_.clock, [this] { updateByItself(); });
@@ -189,6 +195,7 @@ void Form2::Form_Load() {
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
     Timer1_.start();
     Timer4_.start();
+    dailyBackup_->start();
 }
 
 void Form2::刷新_Click() {
@@ -421,10 +428,23 @@ void Form2::closeEvent(QCloseEvent* event) {
 
 // A worker whose run is over may still hold a store, to which the end of the program writes.
 QCoro::Task<> Form2::endRuns(std::stop_token stop) {
+    restoreRuns_.stop();
+    co_await endOthers(stop);
+}
+
+QCoro::Task<> Form2::endOthers(std::stop_token stop) {
     quoteRuns_.stop();
     versionChecks_.stop();
     exchangeRuns_.stop();
+    dailyBackup_->stop();
     co_await workersEnded(stop);
+}
+
+// Of stores that are others now.
+void Form2::showAnew() {
+    undoLine_->showLast();
+    刷新_Click();
+    themeTable_.refreshStocks();
 }
 
 void Form2::tuopan显示_Click() {

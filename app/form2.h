@@ -10,11 +10,14 @@
 #include <memory>
 
 #include "app/alarm_view.h"
+#include "app/daily_backup.h"
 #include "app/desktop.h"
 #include "app/program_end.h"
+#include "app/restore_desk.h"
 #include "base/runs.h"
 #include "exchange/backup_export.h"
 #include "frame/environment.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "grid/grid_view.h"
 #include "grid/picker_box.h"
@@ -89,7 +92,10 @@ private:
     void escape();
     void showProgress(const QuoteProgress& progress);
     QCoro::Task<> beginMonitoring(std::stop_token stop);
+    QCoro::Task<> endOthers(std::stop_token stop);
     QCoro::Task<> endRuns(std::stop_token stop);
+    void showAnew();
+    void 恢复_Click();
 
     void 刷新_Click();
     void 全部显示_Click();
@@ -135,6 +141,12 @@ private:
     QTimer Timer1_;  // once after the load
     QTimer Timer4_;  // once per version check
 
+    std::unique_ptr<UndoLine> undoLine_;
+    std::unique_ptr<DailyBackup> dailyBackup_;
+    RestoreDesk restoreDesk_{environment_, exchangeRun_,
+                             [this](std::stop_token stop) { return endOthers(stop); },
+                             [this] { showAnew(); }};
+
     Runs beginning_{environment_.failures};
     Runs refreshRuns_{environment_.failures};
     Runs stockRuns_{environment_.failures};
@@ -142,6 +154,7 @@ private:
     Runs versionChecks_{environment_.failures};
     Runs themeRuns_{environment_.failures};
     Runs exchangeRuns_{environment_.failures};
+    Runs restoreRuns_{environment_.failures};
     ProgramEnd programEnd_{*this, environment_, desktop_.tray,
                            [this](std::stop_token stop) { return endRuns(stop); }};
 };

@@ -3,6 +3,7 @@
 #include "articles/form27.h"
 #include "exchange/article_import.h"
 #include "exchange/form3.h"
+#include "exchange/form_restore.h"
 #include "exchange/news_import.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
@@ -111,6 +112,7 @@ void Form2::connectThemeCommands() {
                 [this, run, theme = globals.dangqianzhuti](std::stop_token stop) -> QCoro::Task<> {
                     const Redraw part = co_await run(theme, stop);
                     redraw(part, theme);
+                    undoLine_->showLast();
                 });
         });
     };
@@ -163,6 +165,7 @@ void Form2::connectExchange() {
     const auto command = [this](const QAction* entry, const Runs::Job& run) {
         connect(entry, &QAction::triggered, this, [this, run] { exchangeRuns_.start(run); });
     };
+    connect(ui_->恢复, &QAction::triggered, this, &Form2::恢复_Click);
     command(ui_->导出数据, [this](std::stop_token stop) { return backupExport_.exportData(stop); });
     command(ui_->导入新闻和商品, [this](std::stop_token stop) {
         return importNews(environment_.stores, environment_.dialogs, exchangeRun_, stop);
@@ -170,6 +173,17 @@ void Form2::connectExchange() {
     command(ui_->导入文章, [this](std::stop_token stop) {
         return importArticles(environment_.stores, environment_.dialogs, exchangeRun_, stop);
     });
+}
+
+void Form2::恢复_Click() {
+    windows_.openAnew<FormRestore>();
+    connect(environment_.openWindows.find<FormRestore>(), &FormRestore::agreed, this,
+            [this](const QString& copy) {
+                restoreRuns_.stop();
+                restoreRuns_.start([this, copy](std::stop_token stop) {
+                    return restoreDesk_.restore(copy, stop);
+                });
+            });
 }
 
 void Form2::connectLaunchers() {

@@ -12,6 +12,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs)
       desktopTray_(programIcon()),
       environment_{.globals = globals_,
                    .stores = stores_,
+                   .removals = removals_,
                    .services = services_,
                    .clock = clock_,
                    .openWindows = openWindows_,

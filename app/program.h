@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "app/form2.h"
+#include "exchange/kept_copies.h"
 #include "frame/application.h"
 #include "frame/open_windows.h"
 #include "market/mean_volume.h"
@@ -42,6 +43,7 @@ private:
 
     Globals globals_;
     Stores stores_;
+    Removals removals_{copiesFolder(folder_) + QStringLiteral("撤消/")};
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     QtHttpClient client_;

@@ -1,5 +1,7 @@
 #include "app/startup.h"
 
+#include "exchange/restore.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,6 +14,7 @@ void loadProgram(const QString& programFolder, TrayModule& tray, Globals& global
     globals.wenzhangxiaolei.clear();
     globals.yingyongmulu = applicationFolder(programFolder);
     stores = storesIn(globals.yingyongmulu);
+    finishRestore(stores, copiesFolder(globals.yingyongmulu));
     // The collector's code-table mode is deliberately not started here.
     globals.jintian = clock.now().date();
     refresh();

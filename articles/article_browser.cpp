@@ -21,11 +21,20 @@ QDate dateOf(const Value& value) {
     return QDate::fromString(value.toText(), Qt::ISODate);
 }
 
+QString countWords(const QList<qint32>& articles) {
+    return QString::number(articles.size()) + u" 篇文章"_s;
+}
+
 }  // namespace
 
 ArticleBrowser::ArticleBrowser(const Stores& stores, Globals& globals, const Clock& clock,
-                               Dialogs& dialogs, ResultGrid& grid)
-    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), grid_(grid) {}
+                               Dialogs& dialogs, Removals& removals, ResultGrid& grid)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      dialogs_(dialogs),
+      removals_(removals),
+      grid_(grid) {}
 
 BrowserLoad ArticleBrowser::load() {
     const Activity activity(u"读取文章目录"_s);
@@ -99,17 +108,37 @@ QCoro::Task<bool> ArticleBrowser::removeListed(std::stop_token stop) {
     for (int row = 1; row < grid_.rows(); ++row) {
         listed << idOf(row);
     }
-    const bool agreed = co_await dialogs_.ask(stop, u"确实要删除本表中显示的所有文章吗?"_s);
+    const bool agreed = co_await dialogs_.ask(
+        stop, u"确实要删除本表中显示的所有文章吗?（"_s + countWords(listed) + u"）"_s);
     if (!agreed) {
         co_return false;
     }
     const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
-    Connection store = stores_.article.open();
-    for (const qint32 id : listed) {
-        removeArticle(store, id, globals_);
-    }
+    removeAll(listed);
     dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
     co_return true;
+}
+
+// Those that go before a failure can be taken back too.
+void ArticleBrowser::removeAll(const QList<qint32>& ids) {
+    Connection store = stores_.article.open();
+    Removal removal(removals_, store, stores_.article);
+    {
+        Transaction transaction(store);
+        for (const qint32 id : ids) {
+            removal.keep({u"wenzhang"_s, {}}, u"where id="_s + QString::number(id));
+        }
+        transaction.commit();
+    }
+    try {
+        for (const qint32 id : ids) {
+            removeArticle(store, id, globals_);
+        }
+    } catch (...) {
+        removal.complete(articleWindowPlace, countWords(ids));
+        throw;
+    }
+    removal.complete(articleWindowPlace, countWords(ids));
 }
 
 qint32 ArticleBrowser::idOf(int row) const {

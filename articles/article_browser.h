@@ -9,9 +9,13 @@
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
+
+// Of what the window of articles can take back.
+inline const QString articleWindowPlace = QStringLiteral("文章管理器");
 
 // What a load puts into the boxes of the window.
 struct BrowserLoad {
@@ -25,7 +29,7 @@ struct BrowserLoad {
 class ArticleBrowser {
 public:
     ArticleBrowser(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                   ResultGrid& grid);
+                   Removals& removals, ResultGrid& grid);
 
     // Takes the article context over and empties it.
     BrowserLoad load();
@@ -44,16 +48,18 @@ public:
     // 删除本篇: the article of the grid's marked row. True if it is done.
     QCoro::Task<bool> removeCurrent(std::stop_token stop);
 
-    // 删除本表: every article that the grid shows. True if it is done.
+    // 删除本表: every article that the grid shows; they can be taken back. True if it is done.
     QCoro::Task<bool> removeListed(std::stop_token stop);
 
 private:
     qint32 idOf(int row) const;
+    void removeAll(const QList<qint32>& ids);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
     Dialogs& dialogs_;
+    Removals& removals_;
     ResultGrid& grid_;
 };
 

@@ -1,5 +1,6 @@
 #include "articles/form27.h"
 
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 #include "articles/form26.h"
@@ -15,7 +16,7 @@ Form27::Form27(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form27>()),
       browser_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               grid_),
+               environment.removals, grid_),
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -29,6 +30,8 @@ Form27::Form27(Environment& environment, Windows& windows)
     kuaimenu_.setTitle(u"快捷菜单"_s);
     kuaimenu_.addActions({ui_->打开文章, ui_->删除本篇, ui_->删除本表, ui_->kkshuaxin});
     connectControls();
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
+                                           articleWindowPlace, [this] { Form_Load(); });
     Form_Load();
 }
 
@@ -141,6 +144,7 @@ void Form27::删除本表_Click() {
 
 void Form27::remove(QCoro::Task<bool> (ArticleBrowser::*removal)(std::stop_token)) {
     runs_.start([this, removal](std::stop_token stop) -> QCoro::Task<> {
+        const auto showLast = qScopeGuard([this] { undoLine_->showLast(); });
         const bool removed = co_await (browser_.*removal)(stop);
         if (removed) {
             Form_Load();

@@ -12,6 +12,7 @@
 #include "base/runs.h"
 #include "frame/date_boxes.h"
 #include "frame/environment.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
 #include "grid/result_grid.h"
@@ -55,6 +56,7 @@ private:
     DateBoxes* last_ = nullptr;
     PickerBox* picker_ = nullptr;
     QMenu kuaimenu_;  // 快捷菜单: on an article
+    std::unique_ptr<UndoLine> undoLine_;
     Runs runs_;
 };
 

@@ -53,8 +53,9 @@ struct Browser {
     Globals globals;
     FakeClock clock;
     FakeDialogs dialogs;
+    Removals removals{QString()};
     ResultGrid grid;
-    ArticleBrowser browser{library(), globals, clock, dialogs, grid};
+    ArticleBrowser browser{library(), globals, clock, dialogs, removals, grid};
 };
 
 void compareQuery(benchmark::State& state, const ArticleQuery& query) {

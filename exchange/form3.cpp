@@ -15,12 +15,15 @@ Form3::Form3(Environment& environment, Windows&)
     : environment_(environment),
       ui_(std::make_unique<Ui::Form3>()),
       run_([this](const ShownExchange& it) { showRun(it); }),
-      themeImport_(environment.stores, environment.clock, environment.dialogs, run_),
+      themeImport_(environment.stores, environment.clock, environment.dialogs, run_,
+                   environment.removals),
       textImport_(environment.stores, environment.clock, environment.dialogs, run_),
       runs_(environment.failures) {
     ui_->setupUi(this);
     prepareControls();
     connectControls();
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
+                                           importWindowPlace, [] {});
 }
 
 Form3::~Form3() = default;
@@ -77,7 +80,10 @@ void Form3::Command4_Click() {
 }
 
 void Form3::Command5_Click() {
-    runs_.start([this](std::stop_token stop) { return themeImport_.deleteAll(stop); });
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        co_await themeImport_.deleteAll(stop);
+        undoLine_->showLast();
+    });
 }
 
 void Form3::Command6_Click() {

@@ -12,6 +12,7 @@
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "frame/environment.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 
@@ -57,6 +58,7 @@ private:
     TextImport textImport_;
     QShortcut stopKey_{Qt::Key_Escape, this};  // closes the window while nothing runs
     QPushButton* runButton_ = nullptr;         // of the run under way
+    std::unique_ptr<UndoLine> undoLine_;
     Runs runs_;
 };
 

@@ -41,6 +41,12 @@ TableMerge codes(const QString& date) {
             }};
 }
 
+QString allThemesWords(const Stores& stores) {
+    Connection store = stores.main.open();
+    const Recordset counts(store, u"select count(distinct zhutiname),count(*) from dzhzhuti"_s);
+    return counts.value(0).toText() + u" 个主题，"_s + counts.value(1).toText() + u" 条"_s;
+}
+
 }  // namespace
 
 int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
@@ -58,8 +64,8 @@ int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
 }
 
 ThemeImport::ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs,
-                         ExchangeRun& run)
-    : stores_(stores), clock_(clock), dialogs_(dialogs), run_(run) {}
+                         ExchangeRun& run, Removals& removals)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), run_(run), removals_(removals) {}
 
 QCoro::Task<> ThemeImport::importLibrary(QString path, std::stop_token stop) {
     if (!QFileInfo::exists(path)) {
@@ -77,15 +83,22 @@ QCoro::Task<> ThemeImport::importLibrary(QString path, std::stop_token stop) {
 QCoro::Task<> ThemeImport::deleteAll(std::stop_token stop) {
     const QString name = u"删除所有主题"_s;
     run_.requireIdle(name);
+    const QString count = u"（"_s + allThemesWords(stores_) + u"）"_s;
     const bool agreed = co_await dialogs_.ask(
-        stop, u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s);
+        stop, u"确实要删除所有主题吗?如果你没有完整的主题库可供导入，不建议这样做。"_s + count);
     if (!agreed) {
         co_return;
     }
     run_.requireIdle(name);
     const auto step = [=, this] {
         const Activity activity(name);
-        stores_.main.open().execute(u"delete from dzhzhuti"_s);
+        Connection store = stores_.main.open();
+        Removal removal(removals_, store, stores_.main);
+        Transaction transaction(store);
+        removal.keep({u"dzhzhuti"_s, {u"zhutiname"_s, u"dm"_s}});
+        store.execute(u"delete from dzhzhuti"_s);
+        transaction.commit();
+        removal.complete(importWindowPlace, u"所有主题"_s + count);
     };
     co_await patiently(step, stop);
     dialogs_.tell(u"已删除所有主题!"_s);

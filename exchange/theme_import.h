@@ -5,9 +5,13 @@
 #include "exchange/exchange_run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
+
+// Of what the window of imports can take back.
+inline const QString importWindowPlace = QStringLiteral("导入主题");
 
 // Gives how many memberships are new; codes are not counted.
 int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
@@ -15,12 +19,13 @@ int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
 
 class ThemeImport {
 public:
-    ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run);
+    ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run,
+                Removals& removals);
 
     // Tells how many memberships are new, or that the user has stopped it.
     QCoro::Task<> importLibrary(QString path, std::stop_token stop);
 
-    // Asks first. Only the themes go.
+    // Asks first. Only the themes go, and they can be taken back.
     QCoro::Task<> deleteAll(std::stop_token stop);
 
 private:
@@ -28,6 +33,7 @@ private:
     const Clock& clock_;
     Dialogs& dialogs_;
     ExchangeRun& run_;
+    Removals& removals_;
 };
 
 }  // namespace guanchao

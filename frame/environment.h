@@ -11,6 +11,7 @@
 #include "platform/processes.h"
 #include "platform/services.h"
 #include "platform/shell.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -22,6 +23,7 @@ class OpenWindows;
 struct Environment {
     Globals& globals;
     Stores& stores;
+    Removals& removals;
     const Services& services;
     const Clock& clock;
     OpenWindows& openWindows;

@@ -12,7 +12,7 @@ void CollectorLaunch::launch(const QString& argumentWord) {
         const Activity activity(u"启动采集程序"_s);
         placeRunOrder(stores_.heat, globals_.jintian);
     }
-    if (isRunning()) {
+    if (collectorRuns(processes_)) {
         dialogs_.tell(u"采集程序已在运行，请先停止采集，关闭采集程序。"_s);
         return;
     }
@@ -23,8 +23,8 @@ void CollectorLaunch::launch(const QString& argumentWord) {
     }
 }
 
-bool CollectorLaunch::isRunning() {
-    return processes_.isRunning(u"caijiqi.exe"_s) || processes_.isRunning(u"caijiqi2.exe"_s);
+bool collectorRuns(Processes& processes) {
+    return processes.isRunning(u"caijiqi.exe"_s) || processes.isRunning(u"caijiqi2.exe"_s);
 }
 
 }  // namespace guanchao

@@ -12,6 +12,9 @@
 
 namespace guanchao {
 
+// Under either name.
+bool collectorRuns(Processes& processes);
+
 class CollectorLaunch {
 public:
     CollectorLaunch(const Stores& stores, const Globals& globals, Dialogs& dialogs,
@@ -22,8 +25,6 @@ public:
     void launch(const QString& argumentWord);
 
 private:
-    bool isRunning();
-
     const Stores& stores_;
     const Globals& globals_;
     Dialogs& dialogs_;

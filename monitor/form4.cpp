@@ -28,7 +28,7 @@ Form4::Form4(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form4>()),
       manager_(environment.stores, environment.globals, environment.dialogs, environment.clipboard,
-               themes_, stocks_) {
+               environment.removals, themes_, stocks_) {
     ui_->setupUi(this);
     for (QPushButton* button : {ui_->Command1, ui_->Command2}) {
         button->setAutoDefault(false);  // Enter belongs to the frequency
@@ -39,6 +39,8 @@ Form4::Form4(Environment& environment, Windows& windows)
     ui_->MSHFlexGrid2->setHint(u"还没有个股监控\n\n在主窗口右击一只股票，选“添加个股监控”"_s);
     buildMenus();
     connectControls();
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
+                                           monitorWindowPlace, [this] { Form_Load(); });
     connectGrids();
     // An alarm brings the window up while the user types elsewhere: no key may reach the frequency.
     ui_->MSHFlexGrid1->setFocus();
@@ -191,6 +193,7 @@ void Form4::changeEvent(QEvent* event) {
 
 void Form4::Command1_Click() {
     manager_.clearAll();
+    undoLine_->showLast();
     Form_Load();
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "frame/environment.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "monitor/fired_monitor.h"
@@ -79,6 +80,7 @@ private:
     QMenu kuaijie2_;  // 快捷: on a stock monitor
     QString staleWords_;
     QList<FiredMonitor> fired_;  // not looked at
+    std::unique_ptr<UndoLine> undoLine_;
 };
 
 }  // namespace guanchao

@@ -64,11 +64,13 @@ void fill(Connection& connection, const QString& query, ResultGrid& grid,
 }  // namespace
 
 MonitorManager::MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs,
-                               Clipboard& clipboard, ResultGrid& themes, ResultGrid& stocks)
+                               Clipboard& clipboard, Removals& removals, ResultGrid& themes,
+                               ResultGrid& stocks)
     : stores_(stores),
       globals_(globals),
       dialogs_(dialogs),
       clipboard_(clipboard),
+      removals_(removals),
       themes_(themes),
       stocks_(stocks) {}
 
@@ -169,13 +171,22 @@ void MonitorManager::selectStock(int row) {
 }
 
 void MonitorManager::clearAll() {
-    Activity activity(u"清空监控"_s);
+    const Activity activity(u"清空监控"_s);
     Connection connection = stores_.main.open();
+    Removal removal(removals_, connection, stores_.main);
+    Transaction transaction(connection);
+    removal.keep({u"jiankonghq"_s, {u"dm"_s}});
+    removal.keep({u"gegujiankong"_s, {}});
+    removal.keep({u"zhutijiankong"_s, {}});
+    const Recordset counts(connection,
+                           u"select (select count(*) from zhutijiankong),"
+                           u"(select count(*) from gegujiankong)"_s);
     connection.execute(u"delete from jiankonghq"_s);
-    activity.wrote(u"清空监控行情"_s);
     connection.execute(u"delete from gegujiankong"_s);
-    activity.wrote(u"清空个股监控"_s);
     connection.execute(u"delete from zhutijiankong"_s);
+    transaction.commit();
+    removal.complete(monitorWindowPlace, counts.value(0).toText() + u" 个主题监控，"_s +
+                                             counts.value(1).toText() + u" 个个股监控"_s);
 }
 
 void MonitorManager::deleteTheme() {

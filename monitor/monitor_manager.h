@@ -11,14 +11,18 @@
 #include "grid/result_grid.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
 
+// Of what the window of monitors can take back.
+inline const QString monitorWindowPlace = QStringLiteral("监控管理");
+
 class MonitorManager {
 public:
     MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs, Clipboard& clipboard,
-                   ResultGrid& themes, ResultGrid& stocks);
+                   Removals& removals, ResultGrid& themes, ResultGrid& stocks);
 
     // Fills both grids and empties the selection, as it does at the window's load.
     struct Loaded {
@@ -47,7 +51,7 @@ public:
     void selectTheme(int row);
     void selectStock(int row);
 
-    // 全部清空: every monitor and the poll list, without a question.
+    // 全部清空: every monitor and the poll list, without a question; they can be taken back.
     void clearAll();
     // Of the selection; a stock that no other monitor needs leaves the poll list.
     void deleteTheme();
@@ -64,6 +68,7 @@ private:
     Globals& globals_;
     Dialogs& dialogs_;
     Clipboard& clipboard_;
+    Removals& removals_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
     QString savedFrequency_ = QStringLiteral("0");  // the last one accepted

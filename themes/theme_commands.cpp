@@ -3,6 +3,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "market/stock_code.h"
+#include "store/recordset.h"
 #include "themes/membership.h"
 
 namespace guanchao {
@@ -15,8 +16,8 @@ namespace {
 constexpr int nameColumn = 1;
 constexpr int countColumn = 3;
 
-void removeMembers(Connection& store, const QString& theme) {
-    store.execute(u"delete from dzhzhuti where zhutiname="_s + quoted(theme));
+QString ofTheme(const QString& theme) {
+    return u" where zhutiname="_s + quoted(theme);
 }
 
 bool isSmaller(const ResultGrid& themes, int row, int count) {
@@ -27,10 +28,32 @@ QString nameOf(const ResultGrid& themes, int row) {
     return trimBlanks(themes.textMatrix(row, nameColumn));
 }
 
+QStringList smallThemes(const ResultGrid& themes, int count) {
+    QStringList names;
+    for (int row = 1; row < themes.rows(); ++row) {
+        if (isSmaller(themes, row, count)) {
+            names << nameOf(themes, row);
+        }
+    }
+    return names;
+}
+
+QString countWords(const QStringList& themes) {
+    return QString::number(themes.size()) + u" 个主题"_s;
+}
+
+qint64 memberCount(const Stores& stores, const QString& theme) {
+    Connection store = stores.main.open();
+    return Recordset(store, u"select count(*) from dzhzhuti"_s + ofTheme(theme))
+        .value(0)
+        .toInteger();
+}
+
 }  // namespace
 
-ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs)
-    : stores_(stores), clock_(clock), dialogs_(dialogs) {}
+ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs,
+                             Removals& removals)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), removals_(removals) {}
 
 QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop) {
     const QString typed = co_await dialogs_.input(stop, u"请输入股票代码,示例:SH600585"_s,
@@ -94,13 +117,14 @@ QCoro::Task<std::optional<qint16>> ThemeCommands::askNumber(QString question, QS
 }
 
 QCoro::Task<Redraw> ThemeCommands::removeTheme(QString theme, std::stop_token stop) {
-    const bool agreed = co_await dialogs_.ask(stop, u"确实要删除主题'"_s + theme + u"'吗?"_s);
+    const QString count = u"（"_s + QString::number(memberCount(stores_, theme)) + u" 条）"_s;
+    const bool agreed =
+        co_await dialogs_.ask(stop, u"确实要删除主题'"_s + theme + u"'吗?"_s + count);
     if (!agreed) {
         co_return Redraw::none;
     }
     const Activity activity(u"删除主题"_s);
-    Connection store = stores_.main.open();
-    removeMembers(store, theme);
+    removeThemes({theme}, u"主题'"_s + theme + u"'"_s + count);
     dialogs_.tell(u"删除主题'"_s + theme + u"'完成!"_s);
     co_return Redraw::none;
 }
@@ -128,6 +152,18 @@ QCoro::Task<Redraw> ThemeCommands::rename(QString theme, std::stop_token stop) {
     renameInAllTables(theme, name);
     dialogs_.tell(u"修改主题名称完成!"_s);
     co_return Redraw::themes;
+}
+
+void ThemeCommands::removeThemes(const QStringList& themes, const QString& words) {
+    Connection store = stores_.main.open();
+    Removal removal(removals_, store, stores_.main);
+    Transaction transaction(store);
+    for (const QString& theme : themes) {
+        removal.keep({u"dzhzhuti"_s, {u"zhutiname"_s, u"dm"_s}}, ofTheme(theme));
+        store.execute(u"delete from dzhzhuti"_s + ofTheme(theme));
+    }
+    transaction.commit();
+    removal.complete(mainWindowPlace, words);
 }
 
 void ThemeCommands::renameInAllTables(const QString& theme, const QString& name) {
@@ -160,19 +196,14 @@ QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
         co_return Redraw::none;
     }
     const bool agreed = co_await dialogs_.ask(
-        stop, u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?"_s);
+        stop, u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?（"_s +
+                  countWords(smallThemes(themes, *count)) + u"）"_s);
     if (!agreed) {
         co_return Redraw::none;
     }
     const Activity activity(u"删除小于指定只数的主题"_s);
-    Connection store = stores_.main.open();
-    Transaction transaction(store);
-    for (int row = 1; row < themes.rows(); ++row) {
-        if (isSmaller(themes, row, *count)) {
-            removeMembers(store, nameOf(themes, row));
-        }
-    }
-    transaction.commit();
+    const QStringList small = smallThemes(themes, *count);
+    removeThemes(small, countWords(small));
     dialogs_.tell(u"删除主题'"_s + nameOf(themes, themes.rows() - 1) + u"'完成!"_s);
     co_return Redraw::themes;
 }

@@ -10,9 +10,13 @@
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
+
+// Of what the main window can take back.
+inline const QString mainWindowPlace = QStringLiteral("主窗口");
 
 enum class Redraw : std::uint8_t {
     none,
@@ -22,7 +26,7 @@ enum class Redraw : std::uint8_t {
 
 class ThemeCommands {
 public:
-    ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs);
+    ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs, Removals& removals);
 
     // 为该主题添加个股
     QCoro::Task<Redraw> addStock(QString theme, std::stop_token stop);
@@ -48,11 +52,14 @@ private:
     // A whole number from 1 to `most`; nothing, and a word to the user, for any other.
     QCoro::Task<std::optional<qint16>> askNumber(QString question, QString title, QString offered,
                                                  int most, std::stop_token stop);
+    // The themes go in one transaction, and can be taken back.
+    void removeThemes(const QStringList& themes, const QString& words);
     void renameInAllTables(const QString& theme, const QString& name);
 
     const Stores& stores_;
     const Clock& clock_;
     Dialogs& dialogs_;
+    Removals& removals_;
 };
 
 }  // namespace guanchao

@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <utility>
 
+#include "exchange/form_restore.h"
 #include "platform/qt_http_client.h"
 #include "research/form24.h"
 #include "tests/support/grid_texts.h"
@@ -222,6 +223,61 @@ TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
     trigger(u"全删指定只数的主题"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除主题'消费'完成!"_s);
+}
+
+TEST_F(Form2Test, DeletedThemesComeBackTheLastFirst) {
+    load();
+    for (const QString& theme : {u"银行"_s, u"白酒"_s}) {
+        globals_.dangqianzhuti = theme;
+        trigger(u"删除主题"_s);
+    }
+    auto* undo = find<QPushButton>(u"undo"_s);
+    for (const QStringList& themes : {QStringList{u"白酒"_s}, QStringList{u"银行"_s, u"白酒"_s}}) {
+        EXPECT_EQ(find<QLabel>(u"removedWords"_s)->text(),
+                  u"已删除：主题'%1'（1 条）"_s.arg(themes[0]));
+        QTest::mouseClick(undo, Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return columnTexts(grid(u"MSHFlexGrid1"_s), 1).mid(1).size() == themes.size();
+        }));
+        EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti order by rowid"_s), themes);
+    }
+    EXPECT_FALSE(undo->isVisible());
+}
+
+TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
+    const QDir copies(store_.folder() + u"备份"_s);
+    load();
+    timer(u"dailyBackup"_s)->setInterval(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copies.exists(u"2026-11-24"_s); }));
+    clock_.moment = clock_.moment.addDays(1);
+    store_.run({u"delete from dzhzhuti where zhutiname='银行'"_s});
+    timer(u"dailyBackup"_s)->setInterval(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copies.exists(u"2026-11-25"_s); })) << "past midnight";
+    trigger(u"刷新"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
+
+    trigger(u"恢复"_s);
+    QPointer<FormRestore> window = shownWindow<FormRestore>();
+    ASSERT_TRUE(window);
+    GridView& list = *child<GridView>(window, u"copies"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gridOf(list).rows() == 3; }));
+    auto* restore = child<QPushButton>(window, u"restore"_s);
+    EXPECT_FALSE(restore->isEnabled()) << "none is chosen";
+    clickCell(list, 2, 1);
+    restore->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grid(u"MSHFlexGrid1"_s).rows() == 3; }));
+    EXPECT_TRUE(dialogs_.shown[0].contains(u"现在有：1 个主题，1 条"_s));
+    EXPECT_TRUE(dialogs_.shown[0].contains(u"备份里有：2 个主题，2 条"_s));
+    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"观潮台|已恢复备份 2026-11-24"_s));
+    EXPECT_FALSE(shownWindow<FormRestore>());
+    EXPECT_EQ(globals_.hqmang, 0);
+    EXPECT_TRUE(copies.exists(u"2026-11-25 10.00.00 恢复前"_s));
+
+    processes_.running = QStringList{u"caijiqi.exe"_s};
+    trigger(u"恢复"_s);
+    emit shownWindow<FormRestore>()->agreed(u"2026-11-25"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
+    EXPECT_EQ(failures_.texts, QStringList());
 }
 
 TEST_F(Form2Test, EachPopupEntryActsOnWhatWasPressed) {

@@ -29,7 +29,7 @@ protected:
 
     QStringList stored() { return articleRows(u"select id from wenzhang order by id"_s); }
 
-    ArticleBrowser browser_{store_.stores, globals_, clock_, dialogs_, grid_};
+    ArticleBrowser browser_{store_.stores, globals_, clock_, dialogs_, removals_, grid_};
 };
 
 TEST_F(ArticleBrowserTest, TheLoadReadsDatesAndListsAndTakesTheContext) {
@@ -131,7 +131,7 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     EXPECT_EQ(stored(), QStringList{u"3"_s});
     EXPECT_EQ(globals_.dangqianwenzhang, 0);
     EXPECT_EQ(dialogs_.shown[1], u"观潮台|确实要删除文章《茅台涨了》吗?"_s);
-    EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?"_s);
+    EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?（1 篇文章）"_s);
 }
 
 }  // namespace guanchao

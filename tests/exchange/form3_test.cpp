@@ -83,7 +83,13 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
         dialogs_.answer = agrees;
         click(u"Command5"_s);
         EXPECT_EQ(store_.rows(u"select dm from dzhzhuti"_s).size(), agrees ? 0 : 2);
+        EXPECT_EQ(button(u"undo"_s)->isVisible(), agrees);
     }
+    EXPECT_TRUE(dialogs_.shown[dialogs_.shown.size() - 2].endsWith(u"（2 个主题，2 条）"_s));
+    EXPECT_EQ(label(u"removedWords"_s), u"已删除：所有主题（2 个主题，2 条）"_s);
+    click(u"undo"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !button(u"undo"_s)->isVisible(); }));
+    EXPECT_EQ(store_.rows(u"select dm from dzhzhuti"_s).size(), 2);
     edit(u"Text1"_s)->setText(u"/fehlt"_s);
     click(u"Command2"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|文件不存在!/fehlt"_s);

@@ -17,7 +17,7 @@ protected:
         return file;
     }
     int files_ = 0;
-    ThemeImport theme_{store_.stores, clock_, dialogs_, run_};
+    ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_};
 };
 
 TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {

@@ -6,6 +6,7 @@
 #include "articles/form26.h"
 #include "articles/form27.h"
 #include "exchange/form3.h"
+#include "exchange/form_restore.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
@@ -46,12 +47,25 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
         const char* name;
         const QWidget* (*open)(Windows&);
     } windows[] = {
-        {"Form3", opened<Form3>},   {"Form4", opened<Form4>},   {"Form5", opened<Form5>},
-        {"Form6", opened<Form6>},   {"Form7", opened<Form7>},   {"Form8", opened<Form8>},
-        {"Form11", opened<Form11>}, {"Form12", opened<Form12>}, {"Form21", opened<Form21>},
-        {"Form22", opened<Form22>}, {"Form24", opened<Form24>}, {"Form25", opened<Form25>},
-        {"Form26", opened<Form26>}, {"Form27", opened<Form27>}, {"Form28", opened<Form28>},
-        {"Form29", opened<Form29>}, {"Form30", opened<Form30>}, {"Form31", opened<Form31>},
+        {"Form3", opened<Form3>},
+        {"Form4", opened<Form4>},
+        {"Form5", opened<Form5>},
+        {"Form6", opened<Form6>},
+        {"Form7", opened<Form7>},
+        {"Form8", opened<Form8>},
+        {"Form11", opened<Form11>},
+        {"Form12", opened<Form12>},
+        {"Form21", opened<Form21>},
+        {"Form22", opened<Form22>},
+        {"Form24", opened<Form24>},
+        {"Form25", opened<Form25>},
+        {"Form26", opened<Form26>},
+        {"Form27", opened<Form27>},
+        {"Form28", opened<Form28>},
+        {"Form29", opened<Form29>},
+        {"Form30", opened<Form30>},
+        {"Form31", opened<Form31>},
+        {"FormRestore", opened<FormRestore>},
     };
     for (const auto& it : windows) {
         const QWidget* window = it.open(windows_);

@@ -18,9 +18,11 @@ protected:
 
     FakeDialogs dialogs_;
     FakeClipboard clipboard_;
+    Removals removals_{store_.folder() + u"撤消/"_s};
     ResultGrid themes_;
     ResultGrid stocks_;
-    MonitorManager manager_{store_.stores, globals_, dialogs_, clipboard_, themes_, stocks_};
+    MonitorManager manager_{store_.stores, globals_, dialogs_, clipboard_,
+                            removals_,     themes_,  stocks_};
 };
 
 TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {

@@ -92,10 +92,14 @@ TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
     EXPECT_EQ(shownWindow<Form7>()->findChild<QComboBox*>(u"Combo2"_s)->currentText(), u"股价"_s);
     trigger(form, u"添加监控"_s);
     EXPECT_EQ(shownWindow<Form8>()->windowTitle(), u"添加主题监控"_s);
+    const QStringList all = monitored();
     press(form, u"Command1"_s);
     EXPECT_EQ(monitored(), QStringList());
     EXPECT_EQ(label(form, u"Label3"_s), u"已监控0只股票。"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+    press(form, u"undo"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return monitored() == all; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return label(form, u"Label3"_s) != u"已监控0只股票。"_s; }));
 }
 
 TEST_F(MonitorWindowsTest, AFrequencyCountsWhenItsBoxIsLeftAndNotWhenTheWindowCloses) {

@@ -6,6 +6,7 @@
 
 #include "base/globals.h"
 #include "grid/result_grid.h"
+#include "store/removals.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/grid_texts.h"
@@ -29,6 +30,7 @@ protected:
     }
 
     TestStores store_;
+    Removals removals_{store_.folder() + QStringLiteral("撤消/")};
     Globals globals_;
     FakeClock clock_;
     FakeDialogs dialogs_;

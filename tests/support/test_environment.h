@@ -36,6 +36,7 @@ struct TestEnvironment {
     TestStores store_;
     Globals globals_;
     Stores stores_ = store_.stores;
+    Removals removals_{store_.folder() + QStringLiteral("撤消/")};
     Services services_;
     FakeClock clock_;
     FakeDialogs dialogs_;
@@ -53,6 +54,7 @@ struct TestEnvironment {
     MeanVolume meanVolume_{http_, services_.history, clock_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
+                             .removals = removals_,
                              .services = services_,
                              .clock = clock_,
                              .openWindows = openWindows_,

@@ -28,7 +28,7 @@ protected:
 
     const QStringList untouched_{u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"银行|SH600000"_s};
 
-    ThemeCommands commands_{store_.stores, clock_, dialogs_};
+    ThemeCommands commands_{store_.stores, clock_, dialogs_, removals_};
 };
 
 TEST_F(ThemeCommandsTest, AStockIsAddedIfItIsKnownAndNotAMember) {
@@ -63,7 +63,7 @@ TEST_F(ThemeCommandsTest, RemovingAStockAsksNothingRemovingAThemeDoes) {
     dialogs_.answer = true;
     told();
     EXPECT_EQ(outcomeOf(commands_.removeTheme(u"白酒"_s, {})), Redraw::none);
-    EXPECT_EQ(told().join(u'/'), u"观潮台|确实要删除主题'白酒'吗?/观潮台|删除主题'白酒'完成!"_s);
+    EXPECT_EQ(told().join(u'/'), u"观潮台|确实要删除主题'白酒'吗?（1 条）/观潮台|删除主题'白酒'完成!"_s);
     EXPECT_EQ(members(), QStringList{u"银行|SH600000"_s});
 }
 
@@ -130,7 +130,7 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     } refusals[] = {{QString(), u"请指定大于1的数据数据!"_s},
                     {u"1.4"_s, u"请指定大于1的数据数据!"_s},
                     {u"40000"_s, u"请指定2-32767之间的数字。"_s},
-                    {u" 2 "_s, u"确实要全部删除小于2只股票的主题吗?"_s}};
+                    {u" 2 "_s, u"确实要全部删除小于2只股票的主题吗?（2 个主题）"_s}};
     for (const auto& it : refusals) {
         dialogs_.typed = it.typed;
         EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::none);
@@ -141,9 +141,9 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::themes);
     // 银行 has two rows, but one of them is not in the code table; 冷门 is under the threshold.
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"冷门|SH600000"_s}));
-    store_.run(
-        {u"create trigger kept before delete on dzhzhuti when old.zhutiname='白酒'"
-         u" begin select raise(abort,''); end"_s});
+    EXPECT_EQ(removals_.last(mainWindowPlace)->words, u"2 个主题"_s);
+    store_.run({u"create trigger refuse before delete on dzhzhuti when old.zhutiname='白酒'"
+                u" begin select raise(abort,'no'); end"_s});
     dialogs_.typed = u"9"_s;
     EXPECT_THROW(outcomeOf(commands_.removeSmallThemes(grid_, {})), StoreError);
     EXPECT_EQ(members().size(), 3) << "a failure rolls back";

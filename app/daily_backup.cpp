@@ -1,0 +1,61 @@
+#include "app/daily_backup.h"
+
+#include <chrono>
+#include <utility>
+
+#include "base/worker.h"
+#include "exchange/store_backup.h"
+#include "store/failure.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The first look leaves the start of the program alone.
+constexpr std::chrono::seconds untilFirstLook(3);
+constexpr std::chrono::minutes betweenLooksAtTheDay(1);
+constexpr qint64 secondsUntilAnotherTry = 3600;
+
+}  // namespace
+
+DailyBackup::DailyBackup(Environment& environment, std::function<void(const QString&)> show)
+    : environment_(environment), show_(std::move(show)), runs_(environment.failures) {
+    looks_.setObjectName(u"dailyBackup"_s);
+    looks_.setParent(this);
+    looks_.callOnTimeout(this, &DailyBackup::look);
+}
+
+void DailyBackup::start() {
+    looks_.start(untilFirstLook);
+}
+
+// While stores are being written or restored the next look is soon enough.
+void DailyBackup::look() {
+    looks_.setInterval(betweenLooksAtTheDay);
+    const bool tooSoon = notBefore_.isValid() && environment_.clock.now() < notBefore_;
+    if (!runs_.running() && !tooSoon && environment_.globals.hqmang == 0) {
+        runs_.start([this](std::stop_token stop) { return makeTodays(stop); });
+    }
+}
+
+QCoro::Task<> DailyBackup::makeTodays(std::stop_token stop) {
+    const auto job = [stores = environment_.stores,
+                      folder = copiesFolder(environment_.applicationFolder),
+                      day = environment_.clock.now().date()](Work<int>& work) {
+        return makeDailyCopy(stores, folder, day, freeBytesOn, [&work] { work.endIfStopped(); });
+    };
+    const std::function<void(const int&)> show = [](const int&) {};
+    const std::stop_token unstopped;
+    QString failure;
+    try {
+        co_await inWorker<int>(job, show, unstopped, stop);
+    } catch (const std::exception& raised) {
+        failure = u"今天还没有备份："_s + failureReason(raised);
+        notBefore_ = environment_.clock.now().addSecs(secondsUntilAnotherTry);
+    }
+    show_(failure);
+}
+
+}  // namespace guanchao

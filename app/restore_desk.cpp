@@ -1,0 +1,86 @@
+#include "app/restore_desk.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QThreadPool>
+#include <utility>
+
+#include "base/activity.h"
+#include "base/pause.h"
+#include "exchange/restore.h"
+#include "frame/open_windows.h"
+#include "heat/collector_launch.h"
+#include "store/patience.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void takePlaceAlone(const Stores& stores, const ReadyStores& ready) {
+    if (QThreadPool::globalInstance()->activeThreadCount() > 0) {
+        const Activity activity(u"恢复数据"_s, u"现在的数据没有改动。"_s);
+        throw OperationError(u"另一个任务正在使用数据，请等它结束后再试。"_s);
+    }
+    takeTheirPlace(stores, ready);
+}
+
+}  // namespace
+
+RestoreDesk::RestoreDesk(Environment& environment, ExchangeRun& run, EndOthers endOthers,
+                         std::function<void()> showAnew)
+    : environment_(environment),
+      run_(run),
+      endOthers_(std::move(endOthers)),
+      showAnew_(std::move(showAnew)) {}
+
+QCoro::Task<> RestoreDesk::restore(QString copy, std::stop_token stop) {
+    const bool free = co_await isFree(stop);
+    if (!free) {
+        co_return;
+    }
+    co_await endOthers_(stop);
+    co_await untilNothingIsWritten(stop);
+    const QScopedValueRollback busy(environment_.globals.hqmang, qint16(1));
+    const QString folder = copiesFolder(environment_.applicationFolder);
+    const auto job = [stores = environment_.stores, folder, copy,
+                      now = environment_.clock.now()](ExchangeWork& work) {
+        return prepareRestore(stores, folder, copy, now, work);
+    };
+    const std::optional<ReadyStores> ready = co_await run_.run(u"恢复数据"_s, job, stop);
+    if (!ready) {
+        environment_.dialogs.tell(u"恢复已停止，现在的数据没有改动。"_s);
+        co_return;
+    }
+    const auto drop = qScopeGuard([&ready] { dropReady(*ready); });
+    co_await workersEnded(stop);
+    const auto step = [this, &ready] { takePlaceAlone(environment_.stores, *ready); };
+    co_await patiently(step, stop);
+    environment_.removals.forgetAll();
+    showAnew_();
+    environment_.dialogs.tell(u"已恢复备份 "_s + copy +
+                              u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
+}
+
+// Says what stands in the way.
+QCoro::Task<bool> RestoreDesk::isFree(std::stop_token stop) {
+    if (collectorRuns(environment_.processes)) {
+        environment_.dialogs.tell(u"采集程序正在运行，请等它结束后再恢复。"_s);
+        co_return false;
+    }
+    const bool closed = co_await environment_.openWindows.closeAll(stop);
+    if (!closed) {
+        environment_.dialogs.tell(u"还有窗口没有关闭，没有恢复，现在的数据没有改动。"_s);
+    }
+    co_return closed;
+}
+
+// A poll that is under way ends by itself.
+QCoro::Task<> RestoreDesk::untilNothingIsWritten(std::stop_token stop) {
+    while (environment_.globals.hqmang > 0) {
+        co_await pause(betweenLooks, stop);
+    }
+}
+
+}  // namespace guanchao

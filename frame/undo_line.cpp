@@ -1,0 +1,53 @@
+#include "frame/undo_line.h"
+
+#include <QScopeGuard>
+#include <utility>
+
+#include "base/activity.h"
+#include "base/worker.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+UndoLine::UndoLine(QLabel& words, QPushButton& button, Environment& environment, QString place,
+                   std::function<void()> cameBack)
+    : words_(words),
+      button_(button),
+      removals_(environment.removals),
+      place_(std::move(place)),
+      cameBack_(std::move(cameBack)),
+      runs_(environment.failures) {
+    connect(&button_, &QPushButton::clicked, this,
+            [this] { runs_.start([this](std::stop_token stop) { return undo(stop); }); });
+    showLast();
+}
+
+void UndoLine::showLast() {
+    const std::optional<RemovedRows> last = removals_.last(place_);
+    words_.setText(last ? u"已删除："_s + last->words : QString());
+    words_.setVisible(last.has_value());
+    button_.setVisible(last.has_value());
+}
+
+QCoro::Task<> UndoLine::undo(std::stop_token stop) {
+    const std::optional<RemovedRows> last = removals_.last(place_);
+    if (!last) {
+        co_return;
+    }
+    button_.setEnabled(false);
+    const auto again = qScopeGuard([this] { button_.setEnabled(true); });
+    const auto job = [rows = *last](Work<int>&) {
+        const Activity activity(u"撤消删除"_s);
+        bringBack(rows);
+        return true;
+    };
+    const std::function<void(const int&)> show = [](const int&) {};
+    const std::stop_token unstopped;
+    co_await inWorker<int>(job, show, unstopped, stop);
+    removals_.forget(*last);
+    showLast();
+    cameBack_();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,158 @@
+#include "store/removals.h"
+
+#include <QDir>
+#include <QFile>
+#include <algorithm>
+
+#include "base/files.h"
+#include "base/values.h"
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Without a key of its own an attached file has that of the connection.
+void attachKept(Connection& connection, const QString& path) {
+    connection.execute(u"attach "_s + quoted(path) + u" as kept"_s);
+}
+
+bool has(Connection& connection, const QString& rows) {
+    return Recordset(connection, u"select exists(select 1 from "_s + rows + u')')
+               .value(0)
+               .toInteger() == 1;
+}
+
+// But for the one that only names the row.
+QString columnsOf(Connection& connection, const QString& table) {
+    QStringList names;
+    for (Recordset column(connection, u"pragma main.table_info("_s + table + u')'); !column.atEnd();
+         column.moveNext()) {
+        if (column.value(u"pk").toInteger() == 0) {
+            names << column.value(u"name").toText();
+        }
+    }
+    return names.join(u',');
+}
+
+QString isThereAgain(const RemovedRows::Table& table) {
+    QStringList same;
+    for (const QString& column : table.identity) {
+        same << u"there."_s + column + u"=gone."_s + column;
+    }
+    return u"exists(select 1 from main."_s + table.name + u" there where "_s +
+           same.join(u" and "_s) + u')';
+}
+
+void insertRows(Connection& connection, const RemovedRows::Table& table) {
+    const QString kept = u"kept."_s + table.name + u" gone"_s;
+    const QString columns = columnsOf(connection, table.name);
+    const bool placesTaken = has(
+        connection, kept + u" join main."_s + table.name + u" taken on taken.rowid=kept_rowid"_s);
+    const QString into = placesTaken ? columns : u"rowid,"_s + columns;
+    const QString from = placesTaken ? columns : u"kept_rowid,"_s + columns;
+    const QString missing =
+        table.identity.isEmpty() ? QString() : u" where not "_s + isThereAgain(table);
+    connection.execute(u"insert into main."_s + table.name + u'(' + into + u") select "_s + from +
+                       u" from "_s + kept + missing + u" order by kept_rowid"_s);
+}
+
+}  // namespace
+
+void bringBack(const RemovedRows& rows) {
+    Connection connection = rows.store.open();
+    attachKept(connection, rows.keptIn);
+    Transaction transaction(connection);
+    for (const RemovedRows::Table& table : rows.tables) {
+        insertRows(connection, table);
+        connection.execute(u"delete from kept."_s + table.name);
+    }
+    transaction.commit();
+}
+
+Removals::~Removals() {
+    forgetAll();
+}
+
+void Removals::forgetAll() {
+    for (const RemovedRows& rows : removed_) {
+        QFile::remove(rows.keptIn);
+    }
+    removed_.clear();
+}
+
+std::optional<RemovedRows> Removals::last(const QString& place) const {
+    const auto found = std::find_if(removed_.crbegin(), removed_.crend(),
+                                    [&](const RemovedRows& it) { return it.place == place; });
+    return found == removed_.crend() ? std::nullopt : std::optional(*found);
+}
+
+void Removals::forget(const RemovedRows& rows) {
+    removed_.removeIf([&](const RemovedRows& it) { return it.keptIn == rows.keptIn; });
+    QFile::remove(rows.keptIn);
+}
+
+QString Removals::freshFile() {
+    if (made_ == 0) {
+        QDir(folder_).removeRecursively();
+    }
+    if (!QDir().mkpath(folder_)) {
+        throw notWritten(folder_, u"不能建立文件夹"_s);
+    }
+    return folder_ + QString::number(++made_) + u".mzdat"_s;
+}
+
+void Removals::add(const RemovedRows& rows) {
+    removed_ << rows;
+    if (removed_.size() > mostRemovals) {
+        forget(RemovedRows(removed_.first()));
+    }
+}
+
+Removal::Removal(Removals& removals, Connection& connection, const StoreFile& store)
+    : removals_(removals), connection_(connection) {
+    rows_.store = store;
+    rows_.keptIn = removals_.freshFile();
+    replaceFile(rows_.keptIn, {});
+    attachKept(connection_, rows_.keptIn);
+}
+
+Removal::~Removal() {
+    if (rows_.place.isEmpty()) {
+        QFile::remove(rows_.keptIn);
+    }
+}
+
+void Removal::keep(const RemovedRows::Table& table, const QString& condition) {
+    const QString from =
+        u" select rowid as kept_rowid,* from main."_s + table.name + u' ' + condition;
+    if (hasTable(table.name)) {
+        connection_.execute(u"insert into kept."_s + table.name + from);
+    } else {
+        connection_.execute(u"create table kept."_s + table.name + u" as"_s + from);
+        rows_.tables << table;
+    }
+}
+
+bool Removal::hasTable(const QString& name) const {
+    return std::any_of(rows_.tables.cbegin(), rows_.tables.cend(),
+                       [&](const RemovedRows::Table& it) { return it.name == name; });
+}
+
+void Removal::complete(const QString& place, const QString& words) {
+    bool any = false;
+    for (const RemovedRows::Table& table : rows_.tables) {
+        connection_.execute(u"delete from kept."_s + table.name +
+                            u" where kept_rowid in (select rowid from main."_s + table.name + u')');
+        any = any || has(connection_, u"kept."_s + table.name);
+    }
+    if (any) {
+        rows_.place = place;
+        rows_.words = words;
+        removals_.add(rows_);
+    }
+}
+
+}  // namespace guanchao

@@ -1,0 +1,87 @@
+// Deletions of many rows, which can be taken back while the program runs: before rows go, they are
+// copied to a small store of their own in a folder, with the key of the store that they are of. Of
+// each place (a window) the last deletion comes back first. Failures raise StoreError or
+// OperationError.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "store/stores.h"
+
+namespace guanchao {
+
+// The last ones; older ones can't be taken back any more.
+inline constexpr int mostRemovals = 20;
+
+// Rows that were deleted, and where they are kept.
+struct RemovedRows {
+    struct Table {
+        QString name;
+        QStringList identity;  // columns; a row that is there again by these doesn't come back
+    };
+
+    QString place;
+    QString words;  // 600 个主题，40000 条
+    StoreFile store;
+    QString keptIn;
+    QList<Table> tables;
+};
+
+// Puts the rows back where they were, behind the others if their places are taken; nothing is kept
+// of them any more. In one transaction.
+void bringBack(const RemovedRows& rows);
+
+class Removals {
+public:
+    // What former runs have left in the folder goes with the first deletion.
+    explicit Removals(QString folder) : folder_(std::move(folder)) {}
+    ~Removals();
+    Removals(const Removals&) = delete;
+    Removals& operator=(const Removals&) = delete;
+
+    // The one of the place that comes back first; nothing if there is none.
+    std::optional<RemovedRows> last(const QString& place) const;
+    // Nothing can be taken back any more.
+    void forgetAll();
+    // It has come back.
+    void forget(const RemovedRows& rows);
+
+private:
+    friend class Removal;
+
+    QString freshFile();
+    void add(const RemovedRows& rows);
+
+    QString folder_;
+    int made_ = 0;
+    QList<RemovedRows> removed_;  // the latest last
+};
+
+// A deletion that is being carried out on a connection, which outlives it. Nothing is kept of one
+// that isn't completed.
+class Removal {
+public:
+    // Before any transaction.
+    Removal(Removals& removals, Connection& connection, const StoreFile& store);
+    ~Removal();
+    Removal(const Removal&) = delete;
+    Removal& operator=(const Removal&) = delete;
+
+    // Keeps the rows of a table that are about to be deleted: all, or those of a condition.
+    void keep(const RemovedRows::Table& table, const QString& condition = {});
+    // The rows are deleted: they can be taken back by the place. Of rows that are still there
+    // nothing is kept.
+    void complete(const QString& place, const QString& words);
+
+private:
+    bool hasTable(const QString& name) const;
+
+    Removals& removals_;
+    Connection& connection_;
+    RemovedRows rows_;
+};
+
+}  // namespace guanchao
