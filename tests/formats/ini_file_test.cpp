@@ -1,32 +1,21 @@
 #include "formats/ini_file.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "platform/services.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
 class IniFileTest : public ::testing::Test {
 protected:
-    void write(const QByteArray& content) {
-        QFile file(path_);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QByteArray content() {
-        QFile file(path_);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     QTemporaryDir folder_;
     QString path_ = folder_.filePath(u"a.ini"_s);
 };
 
 TEST_F(IniFileTest, ReadsAndChangesOneLine) {
-    write("; note\r\n[read]\r\nfenshidm = SH600585 \r\n\r\n[Other]\r\nfenshidm='x'\r\n");
+    writeFile(path_, "; note\r\n[read]\r\nfenshidm = SH600585 \r\n\r\n[Other]\r\nfenshidm='x'\r\n");
     IniFile ini(path_);
     EXPECT_EQ(ini.value(u"READ"_s, u"FenShiDm"_s), u"SH600585"_s);
     EXPECT_EQ(ini.value(u"other"_s, u"fenshidm"_s), u"x"_s);
@@ -35,8 +24,9 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
     EXPECT_TRUE(ini.setValue(u"read"_s, u"fenshidm"_s, u"SZ000001"_s));
     EXPECT_TRUE(ini.setValue(u"read"_s, u"jintuopan"_s, u"0"_s));
     EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"=b"_s));
-    EXPECT_EQ(content(), QByteArray("; note\n[read]\njintuopan=0\nfenshidm=SZ000001\n\n[Other]\n"
-                                    "fenshidm='x'\n[new]\na==b\n"));
+    EXPECT_EQ(contentOf(path_),
+              QByteArray("; note\n[read]\njintuopan=0\nfenshidm=SZ000001\n\n[Other]\n"
+                         "fenshidm='x'\n[new]\na==b\n"));
     EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"=b"_s);
     EXPECT_FALSE(IniFile(folder_.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
 }
@@ -49,9 +39,9 @@ TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
         EXPECT_EQ((live.*service).host, (standard.*service).host);
         EXPECT_EQ((live.*service).referer, (standard.*service).referer);
     }
-    write(
-        "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\ntimeout=long\n"
-        "[history]\ntimeout=0\n[chart]\ntimeout=0.5\n");
+    writeFile(path_,
+              "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\ntimeout=long\n"
+              "[history]\ntimeout=0\n[chart]\ntimeout=0.5\n");
     const Services services = readServices(path_);
     EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
     EXPECT_EQ(services.quote.timeoutSeconds, 15);

@@ -1,8 +1,4 @@
-#include "tests/kept_folder/kept_folder.h"
-
-#include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "app/startup.h"
@@ -10,6 +6,7 @@
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 #include "themes/theme_table.h"
 
@@ -17,19 +14,18 @@ namespace guanchao {
 
 namespace {
 
+const QString place = QStringLiteral(GUANCHAO_SOURCE_DIR "/tests/kept_folder/");
 const QStringList storeNames = {u"dzhzhuti.mzdat"_s, u"caijiqi.mzdat"_s, u"wenzhang.mzdat"_s,
                                 u"py.mzdat"_s, u"yzhutibackup.mzdat"_s};
 
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    file.write(content);
+// Puts a copy of the kept folder's files into `folder`, in the place of those that are there.
+void copyKeptFolder(const QString& version, const QString& folder) {
+    const QString source = place + version + u"/application/"_s;
+    QDirIterator files(source, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        writeFile(folder + u'/' + path.mid(source.size()), contentOf(path));
+    }
 }
 
 // A value in one line: texts in quotes, numbers as they read in every version of the library.
@@ -80,7 +76,7 @@ protected:
         const QString home = directory_.filePath(version + u"/home"_s);
         const QString installed = usr + u"share/guanchaotai/"_s;
         for (const QString& name : storeNames + QStringList{u"services.ini"_s}) {
-            write(installed + name, "of the package");
+            writeFile(installed + name, "of the package");
         }
         copyKeptFolder(version, home + u"/guanchaotai"_s);
         const ApplicationFolder folder(usr + u"lib/guanchaotai"_s, home);
@@ -92,9 +88,13 @@ protected:
         EXPECT_TRUE(prepareStores(folder.path(), QString(), clock_.now()).isEmpty());
     }
 
+    // With what was written down of it when the folder was kept: of each table a line with its name
+    // and columns, then a line a row; an empty line ends the table.
     static void expectRows(const QString& version, const StoreFile& file) {
         Connection store = file.open();
-        const QString kept = keptRows(version, QFileInfo(file.path).fileName());
+        const QString name = QFileInfo(file.path).fileName();
+        const QString kept =
+            QString::fromUtf8(contentOf(place + version + u"/rows/"_s + name + u".txt"_s));
         ASSERT_FALSE(kept.isEmpty())
             << "no rows are written down of " << file.path.toStdString() << ":\n"
             << storeText(store).toStdString();
@@ -132,8 +132,9 @@ protected:
 };
 
 TEST_F(KeptFolderTest, AStartLosesNothingOfIt) {
-    ASSERT_FALSE(keptFolders().isEmpty());
-    for (const QString& version : keptFolders()) {
+    const QStringList versions = QDir(place).entryList({u"v*"_s}, QDir::Dirs);
+    ASSERT_FALSE(versions.isEmpty());
+    for (const QString& version : versions) {
         SCOPED_TRACE(version.toStdString());
         start(version);
         EXPECT_GT(themes_.rows(), 5);

@@ -1,13 +1,12 @@
 #include "platform/desktop/desktop_shell.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 
-#include <QFile>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -17,11 +16,9 @@ TEST(DesktopShell, AnAddressWithALoosePercentSignGoesOutAsItStands) {
     const QTemporaryDir folder;
     const QString pipe = folder.filePath(u"pipe"_s);
     ASSERT_EQ(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
-    QFile opener(folder.filePath(u"xdg-open"_s));
-    ASSERT_TRUE(opener.open(QIODevice::WriteOnly));
-    opener.write("#!/bin/sh\nprintf %s \"$1\" >'" + pipe.toUtf8() + "'\n");
-    opener.close();
-    opener.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString opener = folder.filePath(u"xdg-open"_s);
+    writeFile(opener, "#!/bin/sh\nprintf %s \"$1\" >'" + pipe.toUtf8() + "'\n");
+    QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", QByteArray(folder.path().toUtf8() + ':' + path));
     const auto restorePath = qScopeGuard([&] { qputenv("PATH", path); });

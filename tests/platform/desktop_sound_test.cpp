@@ -1,9 +1,9 @@
 #include "platform/desktop/desktop_sound.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -24,10 +24,8 @@ protected:
     }
 
     QString file(const QString& name, const QByteArray& content) {
-        QFile file(folder_.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        return file.fileName();
+        writeFile(folder_.filePath(name), content);
+        return folder_.filePath(name);
     }
 
     QTemporaryDir folder_;

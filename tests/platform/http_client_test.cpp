@@ -1,7 +1,5 @@
 #include "platform/qt_http_client.h"
 
-#include <gtest/gtest.h>
-
 #include <QTest>
 
 #include "base/later.h"
@@ -9,7 +7,6 @@
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/raw_service.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 

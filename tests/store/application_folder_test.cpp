@@ -1,11 +1,10 @@
 #include "store/application_folder.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "base/activity.h"
 #include "store/stores.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -19,21 +18,13 @@ protected:
               u"share/guanchaotai/dzhzhuti.mzdat"_s, u"share/guanchaotai/services.ini"_s,
               u"share/guanchaotai/软件使用说明.html"_s,
               u"share/guanchaotai/pictures/form2.png"_s}) {
-            write(usr_ + file, u"1"_s);
+            writeFile(usr_ + file, "1");
         }
         QDir(usr_).mkpath(u"share/guanchaotai/自选股"_s);
     }
 
-    static void write(const QString& path, const QString& content) {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-        file.write(content.toUtf8());
-    }
-
     static QString content(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_s;
+        return QFile::exists(path) ? QString::fromUtf8(contentOf(path)) : u"none"_s;
     }
 
     QString own(const QString& name) const { return home_ + u"/guanchaotai/"_s + name; }
@@ -55,8 +46,8 @@ TEST_F(ApplicationFolderTest, IsTheUsersOwnOnlyForAnInstalledProgram) {
     EXPECT_FALSE(QFileInfo::exists(home_));
 
     // A copy of the program inside of a user's own folder finds installed files: its own.
-    write(own(u"dzhzhuti.mzdat"_s), u"used"_s);
-    write(own(u"guanchaotai"_s), u"program"_s);
+    writeFile(own(u"dzhzhuti.mzdat"_s), "used");
+    writeFile(own(u"guanchaotai"_s), "program");
     const ApplicationFolder copied(home_ + u"/guanchaotai"_s, home_);
     EXPECT_EQ(copied.path(), own({}));
     copied.prepare();
@@ -69,14 +60,14 @@ TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
     EXPECT_EQ(QDir(own({})).entryList(QDir::Files).size(), 5) << "nothing is left of the making";
 
     for (const QString& name : {u"dzhzhuti.mzdat"_s, u"services.ini"_s, u"软件使用说明.html"_s}) {
-        write(own(name), u"changed"_s);
+        writeFile(own(name), "changed");
     }
     QFile::remove(own(u"pictures/form2.png"_s));
     QFile::remove(own(u"caijiqi"_s));
     QFile::link(usr_ + u"gone"_s, own(u"caijiqi"_s));
     QFile::remove(own(u"guanchaotai"_s));
-    write(own(u"guanchaotai"_s), u"an old copy"_s);
-    write(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, u"of a new version"_s);
+    writeFile(own(u"guanchaotai"_s), "an old copy");
+    writeFile(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, "of a new version");
     installed().prepare();
 
     const struct {
@@ -105,7 +96,7 @@ TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
         }
         return QString();
     };
-    write(home_, u"a file in the way"_s);
+    writeFile(home_, "a file in the way");
     EXPECT_TRUE(failure().startsWith(u"准备应用目录|无法写入 "_s + home_))
         << failure().toStdString();
 

@@ -1,10 +1,8 @@
 #include "store/store_file.h"
 
-#include <QDir>
-#include <QFile>
-
 #include "base/activity.h"
 #include "store/connection.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -18,14 +16,6 @@ protected:
     QStringList words() { return TestStores::rows({target_, {}}, u"select b from a"_s); }
     QStringList left() {
         return QDir(store_.folder()).entryList({u"mubiao*"_s}, QDir::AllEntries, QDir::Name);
-    }
-    static QByteArray bytesOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    static void write(const QString& path, const QByteArray& bytes) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
 
     TestStores store_;
@@ -41,11 +31,11 @@ TEST_F(StoreFileTest, LeftoversOfAKilledRunGo) {
         Transaction transaction(open);
         open.execute(u"pragma cache_size=1"_s);
         open.execute(u"update a set b='%1'"_s.arg(QString(20000, u'半')));
-        journal = bytesOf(target_ + u"-journal"_s);
+        journal = contentOf(target_ + u"-journal"_s);
         ASSERT_FALSE(journal.isEmpty());
     }
     for (const QString& suffix : {u"-journal"_s, u".new"_s, u".new-journal"_s}) {
-        write(target_ + suffix, journal);
+        writeFile(target_ + suffix, journal);
     }
     replaceStore(target_, [this](const QString& path) { makeWith(path, u"新"_s); });
     EXPECT_EQ(words(), QStringList{u"新"_s});
@@ -70,10 +60,10 @@ TEST_F(StoreFileTest, AFailureLeavesTheOlderStore) {
 // Without its journal an older file that an interruption left half written would be lost for good.
 TEST_F(StoreFileTest, AStoreThatCannotTakeItsPlaceLeavesTheJournal) {
     ASSERT_TRUE(QDir().mkpath(target_ + u"/zhanyong"_s));
-    write(target_ + u"-journal"_s, "journal");
+    writeFile(target_ + u"-journal"_s, "journal");
     EXPECT_THROW(replaceStore(target_, [this](const QString& path) { makeWith(path, u"新"_s); }),
                  OperationError);
-    EXPECT_EQ(bytesOf(target_ + u"-journal"_s), "journal");
+    EXPECT_EQ(contentOf(target_ + u"-journal"_s), "journal");
     EXPECT_EQ(left(), QStringList({u"mubiao"_s, u"mubiao-journal"_s}));
 }
 

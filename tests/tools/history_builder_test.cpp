@@ -1,9 +1,8 @@
 #include "tools/history_builder/history_builder.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
@@ -12,10 +11,7 @@ namespace guanchao {
 class HistoryBuilderTest : public ::testing::Test {
 protected:
     void add(const QByteArray& lines, const std::optional<QList<ThemeMember>>& themes = {}) {
-        QFile file(csv_);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("dm,shijian,kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,fuquanyz\n" + lines);
-        file.close();
+        writeFile(csv_, "dm,shijian,kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,fuquanyz\n" + lines);
         addToHistory(files_, readDayRows(csv_), themes);
     }
     QStringList first(const QString& query) { return TestStores::rows({files_.first, {}}, query); }

@@ -1,7 +1,5 @@
 #include "tools/practice_market/practice_walk.h"
 
-#include <algorithm>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
