@@ -1,28 +1,20 @@
 #include "app/program_end.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
+#include "tests/support/files.h"
+#include "tests/support/window_test.h"
 #include "themes/form22.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-class ProgramEndTest : public ::testing::Test, protected TestEnvironment {
+class ProgramEndTest : public WindowTest {
 protected:
     ProgramEndTest() {
         globals_.yingyongmulu = store_.folder();
         environment_.executableName = u"guanchaotai2"_s;
-        stores_.heat.open().execute(u"update canshu set mainisrun=1"_s);
+        runHeat(u"update canshu set mainisrun=1"_s);
     }
 
-    QStringList ordered() {
-        return TestStores::rows(stores_.heat, u"select mainisrun from canshu"_s);
-    }
+    QStringList ordered() { return heatRows(u"select mainisrun from canshu"_s); }
 
     QWidget main_;
     Later<bool> runsEnded_;
@@ -41,9 +33,7 @@ TEST_F(ProgramEndTest, TheCollectorHearsOfItWhenNothingKeepsTheProgram) {
     runsEnded_.deliver(true);
     EXPECT_EQ(ordered(), QStringList{u"0"_s});
     EXPECT_EQ(desktopTray_.calls, QStringList{u"remove"_s});
-    QFile file(store_.folder() + u"read.ini"_s);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "[read]\njintuopan=0\n");
+    EXPECT_EQ(contentOf(store_.folder() + u"read.ini"_s), "[read]\njintuopan=0\n");
     EXPECT_EQ(processes_.ended, ended_);
 }
 

@@ -1,7 +1,5 @@
 #include "tests/house/accessible_names.h"
 
-#include <gtest/gtest.h>
-
 #include "app/form2.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
@@ -18,8 +16,7 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
+#include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -37,40 +34,22 @@ const QWidget* opened(Windows& windows) {
 
 }  // namespace
 
-class AccessibleNamesTest : public ::testing::Test, protected TestEnvironment {};
+using AccessibleNamesTest = WindowTest;
 
 TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     globals_.yingyongmulu = store_.folder();
     const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
-    const struct {
-        const char* name;
-        const QWidget* (*open)(Windows&);
-    } windows[] = {
-        {"Form3", opened<Form3>},
-        {"Form4", opened<Form4>},
-        {"Form5", opened<Form5>},
-        {"Form6", opened<Form6>},
-        {"Form7", opened<Form7>},
-        {"Form8", opened<Form8>},
-        {"Form11", opened<Form11>},
-        {"Form12", opened<Form12>},
-        {"Form21", opened<Form21>},
-        {"Form22", opened<Form22>},
-        {"Form24", opened<Form24>},
-        {"Form25", opened<Form25>},
-        {"Form26", opened<Form26>},
-        {"Form27", opened<Form27>},
-        {"Form28", opened<Form28>},
-        {"Form29", opened<Form29>},
-        {"Form30", opened<Form30>},
-        {"Form31", opened<Form31>},
-        {"FormRestore", opened<FormRestore>},
+    const QWidget* (*const windows[])(Windows&) = {
+        opened<Form3>,  opened<Form4>,  opened<Form5>,  opened<Form6>,       opened<Form7>,
+        opened<Form8>,  opened<Form11>, opened<Form12>, opened<Form21>,      opened<Form22>,
+        opened<Form24>, opened<Form25>, opened<Form26>, opened<Form27>,      opened<Form28>,
+        opened<Form29>, opened<Form30>, opened<Form31>, opened<FormRestore>,
     };
-    for (const auto& it : windows) {
-        const QWidget* window = it.open(windows_);
-        ASSERT_NE(window, nullptr) << it.name;
-        EXPECT_EQ(unnamedControls(*window), QStringList()) << it.name;
+    for (const auto& opens : windows) {
+        const QWidget* window = opens(windows_);
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(unnamedControls(*window), QStringList()) << window->metaObject()->className();
         closeWindows();
         deleteClosedWindows();
     }

@@ -1,9 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <QPointer>
-#include <QScopeGuard>
-#include <QTest>
-#include <QTimer>
 #include <algorithm>
 #include <optional>
 
@@ -11,16 +5,13 @@
 #include "frame/application.h"
 #include "monitor/form4.h"
 #include "platform/desktop/desktop_dialogs.h"
-#include "tests/support/qt_printers.h"
 #include "tests/support/quote_reply.h"
-#include "tests/support/test_environment.h"
+#include "tests/support/window_test.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 // Real boxes over the real timers of the main window, which polls as fast as it can.
-class PollsUnderBoxesTest : public ::testing::Test, protected TestEnvironment {
+class PollsUnderBoxesTest : public WindowTest {
 protected:
     PollsUnderBoxesTest() {
         store_.run({
@@ -35,12 +26,12 @@ protected:
         dialogs_.boxes = &boxes_;
         failures_.box = &application_;
         application_.setDialogs(&dialogs_);
-        form_.Form_Load();
-        form_.show();
+        main_.Form_Load();
+        main_.show();
         for (const QString& name : {u"Timer1"_s, u"Timer2"_s, u"Timer3"_s}) {
-            form_.findChild<QTimer*>(name)->setInterval(5);
+            main_.findChild<QTimer*>(name)->setInterval(5);
         }
-        form_.findChild<QTimer*>(u"Timer4"_s)->stop();
+        main_.findChild<QTimer*>(u"Timer4"_s)->stop();
     }
     ~PollsUnderBoxesTest() override {
         application_.setDialogs(nullptr);
@@ -54,30 +45,15 @@ protected:
         const qsizetype before = http_.paths.size();
         return wait([&] { return http_.paths.size() >= before + count; });
     }
-    static QList<QPointer<QWidget>> managers() {
-        QList<QPointer<QWidget>> windows;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<Form4*>(window) && window->isVisible()) {
-                windows << window;
-            }
-        }
-        return windows;
+    static QList<QPointer<Form4>> managers() {
+        const QList<Form4*> shown = shownWindows<Form4>();
+        return {shown.begin(), shown.end()};
     }
-    static bool opensAnother(const QList<QPointer<QWidget>>& before) {
+    static bool opensAnother(const QList<QPointer<Form4>>& before) {
         return wait([&] {
             const auto now = managers();
             return std::ranges::any_of(now, [&](const auto& it) { return !before.contains(it); });
         });
-    }
-
-    static QList<QWidget*> boxes() {
-        QList<QWidget*> boxes;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<QMessageBox*>(window) && window->isVisible()) {
-                boxes << window;
-            }
-        }
-        return boxes;
     }
 
     // What is mended is so under the box.
@@ -85,14 +61,14 @@ protected:
         const std::function<void()>& cause, const std::function<void()>& mend = [] {}) {
         ASSERT_TRUE(morePolls(1));
         cause();
-        ASSERT_TRUE(wait([] { return !boxes().isEmpty(); }));
-        const QList<QWidget*> box = boxes();
+        ASSERT_TRUE(wait([] { return shownWindow<QMessageBox>() != nullptr; }));
+        const QList<QMessageBox*> box = shownWindows<QMessageBox>();
         mend();
         expectPollsAndAlarms();
-        EXPECT_EQ(boxes(), box) << "it stands, and no other";
+        EXPECT_EQ(shownWindows<QMessageBox>(), box) << "it stands, and no other";
         EXPECT_TRUE(!box.first()->isModal() || QApplication::activeWindow() == box.first())
             << "its keys reach it";
-        form_.findChild<QAction*>(u"tuopanexit"_s)->trigger();
+        main_.findChild<QAction*>(u"tuopanexit"_s)->trigger();
         EXPECT_TRUE(wait([&] { return !processes_.ended.isEmpty(); })) << "the program ends";
     }
 
@@ -110,7 +86,7 @@ protected:
     Application& application_ = *static_cast<Application*>(QCoreApplication::instance());
     DesktopDialogs boxes_;
     double price_ = 10;
-    Form2 form_{environment_, windows_, desktop_};
+    Form2 main_{environment_, windows_, desktop_};
 };
 
 TEST_F(PollsUnderBoxesTest, AReplyThatBreaksOff) {
@@ -125,8 +101,7 @@ TEST_F(PollsUnderBoxesTest, AReplyThatBreaksOff) {
 }
 
 TEST_F(PollsUnderBoxesTest, AStoreThatIsLocked) {
-    Connection::setBusyTimeout(std::chrono::milliseconds(1));
-    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    const Impatience impatience;
     std::optional<Connection> other;
     expectPollsAndAlarmsUnderTheBoxOf(
         [&] {
@@ -139,15 +114,16 @@ TEST_F(PollsUnderBoxesTest, AStoreThatIsLocked) {
 TEST_F(PollsUnderBoxesTest, AnAlarmLeavesWhatTheUserIsTyping) {
     windows_.openAnew<Form4>();
     const auto manager = managers();
-    lineEdit(manager.first(), u"Text1"_s)->setText(u"0"_s);
+    auto* frequency = lineEdit(manager.first(), u"Text1"_s);
+    frequency->setText(u"0"_s);
     ASSERT_TRUE(morePolls(2));
     price_ = 10.6;
     ASSERT_TRUE(wait([this] { return !sound_.played.isEmpty(); }));
     EXPECT_EQ(managers(), manager) << "the open one shows the alarm";
-    EXPECT_EQ(lineEdit(manager.first(), u"Text1"_s)->text(), u"0"_s);
+    EXPECT_EQ(frequency->text(), u"0"_s);
     EXPECT_EQ(store_.rows(u"select jiankongpinlu from tempcanshu"_s), QStringList{u"2"_s});
     EXPECT_TRUE(dialogs_.shown.isEmpty());
-    lineEdit(manager.first(), u"Text1"_s)->setText(u"2"_s);
+    frequency->setText(u"2"_s);
 }
 
 TEST_F(PollsUnderBoxesTest, AnAnswer) {
@@ -155,7 +131,7 @@ TEST_F(PollsUnderBoxesTest, AnAnswer) {
 }
 
 TEST_F(PollsUnderBoxesTest, TheQuestionOfTheEnd) {
-    expectPollsAndAlarmsUnderTheBoxOf([this] { form_.close(); });
+    expectPollsAndAlarmsUnderTheBoxOf([this] { main_.close(); });
 }
 
 }  // namespace guanchao

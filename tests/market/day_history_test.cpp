@@ -1,12 +1,8 @@
 #include "market/day_history.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(DayHistoryTest, AsksByExchangeAndMonthCountedFromZero) {
     const QDate first(2025, 2, 1);

@@ -1,17 +1,10 @@
 #include "market/quote_feed.h"
 
-#include <gtest/gtest.h>
-
-#include "base/activity.h"
 #include "formats/gbk.h"
 #include "market/quote_run.h"
-#include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // A line of the service that opened at 1, with the last field at `lastField`.
 static QString line(const QString& code, const QString& close = u"1"_s,
@@ -25,7 +18,7 @@ static QString line(const QString& code, const QString& close = u"1"_s,
 
 static const CodeBatch both{u"sh600000,sz000001,"_s, 2};
 
-class QuoteFeedTest : public ::testing::Test {
+class QuoteFeedTest : public StoreTest {
 protected:
     QuoteFeedTest() {
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
@@ -47,10 +40,6 @@ protected:
             u" from dmb order by dm"_s);
     }
 
-    TestStores store_;
-    Globals globals_;
-    FakeClock clock_;
-    FakeHttp http_;
     std::optional<QByteArray> reply_;
     QuoteFeed feed_{store_.stores, globals_, clock_, http_, Service()};
     QuoteRun run_{store_.stores, clock_, feed_};
@@ -208,7 +197,7 @@ TEST_F(QuoteRunTest, AsksForNinetyNineCodesAtATime) {
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
     addCodes(100);
     EXPECT_EQ(run(), allCame_);
-    EXPECT_EQ(updatedCodes(), 100) << "a code that is alone in its batch comes too";
+    EXPECT_EQ(http_.paths.last(), u"/list=sh600199,sh000001,"_s) << "no code is asked for alone";
 }
 
 TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
@@ -251,8 +240,7 @@ TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
     service.ahead = 3;
     QuoteFeed feed(store_.stores, globals_, clock_, http_, service);
     QuoteRun ahead(store_.stores, clock_, feed);
-    FakeFailures failures;
-    Runs runs(failures);
+    Runs runs(failures_);
     http_.gate = std::make_shared<Later<bool>>();
     const auto first = http_.gate;
     http_.onGet = [this] {
@@ -270,8 +258,7 @@ TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
 
 TEST_F(QuoteRunTest, AStopLeavesWhatWasWritten) {
     addCodes(300);
-    FakeFailures failures;
-    Runs runs(failures);
+    Runs runs(failures_);
     http_.onGet = [&] {
         if (http_.paths.size() == 2) {
             runs.stop();
@@ -281,7 +268,7 @@ TEST_F(QuoteRunTest, AStopLeavesWhatWasWritten) {
     EXPECT_FALSE(runs.running());
     EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
-    EXPECT_TRUE(failures.texts.isEmpty());
+    EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
 TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {

@@ -1,7 +1,5 @@
 #include "market/stock_quote.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "base/activity.h"
@@ -11,8 +9,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <QProcess>
 #include <random>
 
 #include "tests/support/monitor_fixture.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-class AlarmKillTest : public ::testing::Test, protected MonitorFixture {
+class AlarmKillTest : public MonitorFixture {
 protected:
     AlarmKillTest() {
         setFrequency(0);

@@ -1,15 +1,10 @@
 #include "monitor/monitor_editors.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/monitor_fixture.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-class MonitorEditorsTest : public ::testing::Test, protected MonitorFixture {
+class MonitorEditorsTest : public MonitorFixture {
 protected:
     MonitorEditorsTest() {
         globals_.yingyongmulu = u"/opt/观潮台/"_s;
@@ -38,11 +33,6 @@ protected:
 
     QStringList themeRows() { return store_.rows(u"select * from zhutijiankong"_s); }
     QStringList stockRows() { return store_.rows(u"select * from gegujiankong"_s); }
-    QStringList pollList() { return store_.rows(u"select dm from jiankonghq order by dm"_s); }
-
-    QStringList takeMessages() { return std::exchange(dialogs_.shown, {}); }
-
-    FakeDialogs dialogs_;
 };
 
 using enum EditorMode;
@@ -59,7 +49,7 @@ TEST_F(MonitorEditorsTest, AnAddedThemePutsItsMembersOnThePollList) {
     EXPECT_TRUE(editor.confirm(fields));
     EXPECT_EQ(themeRows(), QStringList{u"银行|0|>|5|3|null|1|/a.mp3"_s});
     EXPECT_EQ(pollList(), QStringList({u"SH600000"_s, u"SH601398"_s, u"SZ000001"_s}));
-    EXPECT_EQ(takeMessages(), QStringList{u"观潮台|添加主题监控完成。"_s});
+    EXPECT_EQ(told(), QStringList{u"观潮台|添加主题监控完成。"_s});
 }
 
 TEST_F(MonitorEditorsTest, AnAddedStockTakesItsNameFromTheCodeTable) {
@@ -73,7 +63,7 @@ TEST_F(MonitorEditorsTest, AnAddedStockTakesItsNameFromTheCodeTable) {
     EXPECT_TRUE(editor.confirm(fields));
     EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发银行|0|0|股价|<|9.85|null|0|"_s});
     EXPECT_EQ(pollList(), QStringList{u"SH600000"_s});
-    EXPECT_EQ(takeMessages(), QStringList{u"观潮台|添加个股监控完成。"_s});
+    EXPECT_EQ(told(), QStringList{u"观潮台|添加个股监控完成。"_s});
     EXPECT_EQ(editor.shortName(u"SZ000001"_s), u"平安银行"_s);
     EXPECT_EQ(editor.shortName(u"SZ999999"_s), std::nullopt);
 }
@@ -87,11 +77,11 @@ TEST_F(MonitorEditorsTest, RefusalsWriteNothingAndComeInTheirOrder) {
         u"观潮台|此监控频率最多监控4只股票，请先改大监控频率或删除不必要的监控。"_s;
     const auto theme = [&](EditorMode mode, const QString& name) {
         EXPECT_FALSE(confirm<ThemeMonitorEditor>(mode, named(name)));
-        return takeMessages();
+        return told();
     };
     const auto stock = [&](EditorMode mode, const QString& code) {
         EXPECT_FALSE(confirm<StockMonitorEditor>(mode, named(code)));
-        return takeMessages();
+        return told();
     };
     const QStringList before = themeRows() + stockRows() + pollList();
     EXPECT_EQ(theme(add, u"白酒"_s), QStringList{u"观潮台|此主题已在监控中。主题名:白酒"_s});
@@ -134,7 +124,7 @@ TEST_F(MonitorEditorsTest, AChangeRefreshesTheMemberCountAndLeavesThePollListAlo
     EXPECT_EQ(themeRows(), QStringList{u"银行|0|<|0|3|null|0|/a.mp3"_s});
     EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发|0|3|涨幅|<|9|null|1|"_s});
     EXPECT_EQ(pollList(), QStringList());
-    EXPECT_EQ(takeMessages(),
+    EXPECT_EQ(told(),
               QStringList({u"观潮台|修改主题监控完成。"_s, u"观潮台|修改个股监控完成。"_s}));
 }
 

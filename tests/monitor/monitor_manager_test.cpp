@@ -1,25 +1,15 @@
 #include "monitor/monitor_manager.h"
 
-#include <gtest/gtest.h>
-
-#include "store/store_error.h"
-#include "tests/support/grid_texts.h"
 #include "tests/support/monitor_fixture.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-class MonitorManagerTest : public ::testing::Test, protected MonitorFixture {
+class MonitorManagerTest : public MonitorFixture {
 protected:
-    QStringList pollList() { return store_.rows(u"select dm from jiankonghq order by dm"_s); }
     QString frequency() { return store_.rows(u"select jiankongpinlu from tempcanshu"_s)[0]; }
 
-    FakeDialogs dialogs_;
     FakeClipboard clipboard_;
-    Removals removals_{store_.folder() + u"撤消/"_s};
-    ResultGrid themes_;
+    ResultGrid& themes_ = grid_;
     ResultGrid stocks_;
     MonitorManager manager_{store_.stores, globals_, dialogs_, clipboard_,
                             removals_,     themes_,  stocks_};
@@ -74,11 +64,10 @@ TEST_F(MonitorManagerTest, AFrequencyMustCoverThePollList) {
         {u"-32769"_s, u"32767"_s, outside},
     };
     for (const auto& it : cases) {
-        dialogs_.shown.clear();
         const QString before = frequency();
         const std::optional<QString> putBack = manager_.changeFrequency(it.typed);
         EXPECT_EQ(frequency(), it.stored) << it.typed.toStdString();
-        EXPECT_EQ(dialogs_.shown.join(u'/'), it.message);
+        EXPECT_EQ(told().join(u'/'), it.message);
         EXPECT_EQ(putBack, it.message.isEmpty() ? std::nullopt : std::optional(before));
     }
     manager_.clearAll();

@@ -21,8 +21,7 @@
 
 namespace guanchao {
 
-class FakeClock : public Clock {
-public:
+struct FakeClock : Clock {
     QDateTime now() const override {
         if (onNow) {
             onNow();
@@ -101,8 +100,7 @@ private:
     }
 };
 
-class FakeFailures : public Failures {
-public:
+struct FakeFailures : Failures {
     void report(const std::exception& failure) override {
         texts << QString::fromUtf8(failure.what());
         told << failureText(failure);
@@ -120,8 +118,7 @@ public:
     Failures* box = nullptr;  // a real one
 };
 
-class FakeHttp : public HttpClient {
-public:
+struct FakeHttp : HttpClient {
     QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
         paths << path;
         addresses << service.host + path;
@@ -151,8 +148,7 @@ public:
     std::function<std::optional<QByteArray>(const QString& path)> answer;
 };
 
-class FakeTray : public Tray {
-public:
+struct FakeTray : Tray {
     bool available() const override { return isThere; }
     void add() override { calls << QStringLiteral("add"); }
     void setTip(const QString& tip) override { calls << QStringLiteral("tip ") + tip; }
@@ -162,8 +158,7 @@ public:
     QStringList calls;
 };
 
-class FakeProcesses : public Processes {
-public:
+struct FakeProcesses : Processes {
     void endByImageName(const QString& imageName) override { ended << imageName; }
     bool isRunning(const QString& imageName) override {
         asked << imageName;
@@ -182,8 +177,7 @@ public:
     bool canStart = true;
 };
 
-class FakeSound : public Sound {
-public:
+struct FakeSound : Sound {
     void play(const QString& file, int count) override {
         played << file + u'|' + QString::number(count);
     }
@@ -200,8 +194,7 @@ private:
     std::function<void()> stopped_;
 };
 
-class FakeNotifier : public Notifier {
-public:
+struct FakeNotifier : Notifier {
     void notify(const QString& title, const QString& text) override {
         notes << title + u'|' + text;
     }
@@ -209,15 +202,13 @@ public:
     QStringList notes;  // "title|text"
 };
 
-class FakeClipboard : public Clipboard {
-public:
+struct FakeClipboard : Clipboard {
     void setText(const QString& text) override { texts << text; }
 
     QStringList texts;
 };
 
-class FakeShell : public Shell {
-public:
+struct FakeShell : Shell {
     void open(const QString& target) override { opened << target; }
 
     QStringList opened;

@@ -37,4 +37,10 @@ private:
     QTemporaryDir directory_{folderTemplate()};
 };
 
+// While it lives, a store that another holds is given up at once.
+struct Impatience {
+    Impatience() { Connection::setBusyTimeout(std::chrono::milliseconds(0)); }
+    ~Impatience() { Connection::setBusyTimeout(std::chrono::seconds(5)); }
+};
+
 }  // namespace guanchao

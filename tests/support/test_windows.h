@@ -17,17 +17,23 @@
 
 namespace guanchao {
 
-// The shown window of the class, null if there is none. Closed ones are gone for a test, though
-// they may not be deleted yet.
+// The shown windows of the class. Closed ones are gone for a test, though they may not be deleted
+// yet.
 template <typename Form>
-Form* shownWindow() {
+QList<Form*> shownWindows() {
+    QList<Form*> shown;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* form = qobject_cast<Form*>(widget);
-        if (form && form->isVisible()) {
-            return form;
+        if (auto* form = qobject_cast<Form*>(widget); form && form->isVisible()) {
+            shown << form;
         }
     }
-    return nullptr;
+    return shown;
+}
+
+// Null if there is none.
+template <typename Form>
+Form* shownWindow() {
+    return shownWindows<Form>().value(0);
 }
 
 inline void press(QWidget* form, const QString& button) {

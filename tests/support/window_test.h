@@ -1,16 +1,39 @@
-// The window under test in its environment, and its controls by their names.
+// The window under test in an environment of real stores and faked services, and its controls by
+// their names.
 #pragma once
 
 #include <QLabel>
 #include <QPointer>
 
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_environment.h"
+#include "app/desktop.h"
+#include "frame/environment.h"
+#include "frame/open_windows.h"
+#include "frame/windows.h"
+#include "market/mean_volume.h"
+#include "research/asked_history.h"
+#include "tests/support/store_test.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
-class WindowTest : public ::testing::Test, protected TestEnvironment {
+class WindowTest : public StoreTest {
 protected:
+    // No window outlives what it was given.
+    ~WindowTest() override {
+        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
+        closeWindows();
+        deleteClosedWindows();
+    }
+
+    // Without waiting for any.
+    static void closeWindows() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && window->testAttribute(Qt::WA_DeleteOnClose)) {
+                window->close();
+            }
+        }
+    }
+
     template <typename Form>
     Form* open() {
         windows_.openAnew<Form>();
@@ -46,6 +69,40 @@ protected:
         return menu && menu->close() ? words : QStringList();
     }
 
+    Stores stores_ = store_.stores;
+    Services services_;
+    OpenWindows openWindows_;
+    FakeShell shell_;
+    FakeSound sound_;
+    FakeNotifier notifier_;
+    FakeClipboard clipboard_;
+    FakeProcesses processes_;
+    FakeTray desktopTray_;
+    TrayModule tray_{desktopTray_, globals_};
+    AskedHistory askedHistory_;
+    MeanVolume meanVolume_{http_, services_.history, clock_};
+    Environment environment_{.globals = globals_,
+                             .stores = stores_,
+                             .removals = removals_,
+                             .services = services_,
+                             .clock = clock_,
+                             .openWindows = openWindows_,
+                             .dialogs = dialogs_,
+                             .failures = failures_,
+                             .client = http_,
+                             .shell = shell_,
+                             .clipboard = clipboard_,
+                             .processes = processes_,
+                             .askedHistory = askedHistory_,
+                             .meanVolume = meanVolume_,
+                             .applicationFolder = store_.folder(),
+                             .executableName = u"guanchaotai"_s};
+    Desktop desktop_{tray_,
+                     sound_,
+                     notifier_,
+                     {store_.folder() + u"desktop"_s, store_.folder() + u"programs"_s,
+                      store_.folder() + u"startup"_s}};
+    Windows windows_{environment_};
     QPointer<QWidget> form_;
 };
 
