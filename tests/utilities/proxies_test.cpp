@@ -1,6 +1,7 @@
 #include "utilities/proxies.h"
 
 #include "formats/gbk.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -28,19 +29,11 @@ protected:
         }
     }
     QStringList marks() { return rows(u"ProxyServer,defaultproxy"_s); }
-    // Over ready fakes: it is done when this returns.
-    bool download() {
-        bool listed = false;
-        Runs downloads(failures_);
-        downloads.start([&](std::stop_token stop) -> QCoro::Task<> {
-            listed = co_await proxies_.download(stop);
-        });
-        EXPECT_FALSE(downloads.running());
-        return listed;
-    }
-    bool download(const QString& page) {
-        http_.answer = [page](const QString&) { return gbkFromText(page); };
-        return download();
+    bool download(const std::optional<QString>& page) {
+        http_.answer = [page](const QString&) {
+            return page ? std::optional(gbkFromText(*page)) : std::nullopt;
+        };
+        return outcomeOf(proxies_.download({}));
     }
 
     static Proxy proxy(const QString& id, const QString& server, const QString& port,
@@ -95,13 +88,12 @@ TEST_F(ProxiesTest, AServerIsAddedModifiedAndDeleted) {
 TEST_F(ProxiesTest, ADownloadThatBringsNoListChangesNothing) {
     const QString failed = u"观潮台|找不到服务器,请稍后再试!"_s;
     const QString done = u"观潮台|下载代理服务器列表完成！"_s;
-    EXPECT_FALSE(download()) << "no answer";
-    EXPECT_EQ(http_.addresses, QStringList{u"http://vendor/chaoxin/dlfwq.htm"_s});
-    EXPECT_EQ(told(), QStringList{failed});
     const QString list = u"<table><tr><td>a<tr><td>b</table>"_s;
     const struct {
-        QString page, words;
+        std::optional<QString> page;
+        QString words;
     } cases[] = {
+        {std::nullopt, failed},
         {u"<title>找不到服务器</title>"_s + list, failed},
         {list + u"<h1>无法<b>找到该页</b></h1>"_s, failed},
         {QString(), done},
@@ -111,12 +103,11 @@ TEST_F(ProxiesTest, ADownloadThatBringsNoListChangesNothing) {
     };
     for (const auto& it : cases) {
         EXPECT_EQ(download(it.page), it.words == done);
-        EXPECT_EQ(told(), QStringList{it.words}) << it.page.toStdString();
+        EXPECT_EQ(told(), QStringList{it.words}) << it.page.value_or(u"no answer"_s).toStdString();
     }
+    EXPECT_EQ(http_.addresses.first(), u"http://vendor/chaoxin/dlfwq.htm"_s);
     refuseWrites();
-    EXPECT_EQ(failures_.texts, QStringList());
-    EXPECT_FALSE(download(list));
-    EXPECT_EQ(failures_.texts.size(), 1);
+    EXPECT_THROW(download(list), StoreError);
     EXPECT_EQ(told(), QStringList());
     EXPECT_EQ(rows(u"*"_s), before_) << "the deleted rows come back";
 }

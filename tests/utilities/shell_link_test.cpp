@@ -1,10 +1,9 @@
 #include "utilities/shell_link.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -13,18 +12,8 @@ class ShellLinkTest : public ::testing::Test {
 protected:
     // The value of the key in the entry, as it stands in the file.
     static QString valueOf(const QString& path, const QString& key) {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        const QString text = QString::fromUtf8(file.readAll());
+        const QString text = QString::fromUtf8(contentOf(path));
         return text.section(u'\n' + key + u'=', 1, 1).section(u'\n', 0, 0);
-    }
-
-    static void expectValid(const QString& path) {
-        QProcess validator;
-        validator.start(u"desktop-file-validate"_s, {path});
-        ASSERT_TRUE(validator.waitForFinished()) << "package desktop-file-utils";
-        EXPECT_EQ(validator.exitCode(), 0);
-        EXPECT_EQ(validator.readAll(), QByteArray());
     }
 
     QTemporaryDir folder_;
@@ -49,7 +38,7 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         const clsShellLink link(folders_, it.folder + u"guanchaotai2"_s, it.folder);
         link.createlnk(ShellFolder::programs);
         const QString made = folders_.programs + u"/guanchaotai2.desktop"_s;
-        expectValid(made);
+        EXPECT_EQ(QProcess::execute(u"desktop-file-validate"_s, {made}), 0);
         EXPECT_TRUE(QFile::permissions(made) & QFile::ExeOwner);
         EXPECT_EQ(valueOf(made, u"Name"_s), u"guanchaotai2"_s);
         EXPECT_EQ(valueOf(made, u"Exec"_s), it.command + u"guanchaotai2\""_s);
@@ -62,7 +51,7 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
 }
 
 TEST_F(ShellLinkTest, AFolderThatCantBeWrittenIsPassedOverInSilence) {
-    ASSERT_TRUE(QFile(folder_.filePath(u"file"_s)).open(QIODevice::WriteOnly));
+    writeFile(folder_.filePath(u"file"_s));
     folders_.desktop = folder_.filePath(u"file/below"_s);
     folders_.startup.clear();
     ASSERT_TRUE(QDir().mkpath(folders_.programs + u"/guanchaotai.desktop"_s));
