@@ -1,12 +1,8 @@
 #include "collector/collection.h"
 
-#include <QScopeGuard>
-
 #include "tests/support/store_test.h"
 
 namespace guanchao {
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -100,8 +96,7 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
 }
 
 TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
-    Connection::setBusyTimeout(std::chrono::milliseconds(0));
-    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    const Impatience impatience;
     pacing_ = Pacing(settings_, [] { return 0.0; });
     job_.refused = u"乙"_s;
     http_.answer = [this](const QString& path) {

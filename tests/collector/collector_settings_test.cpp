@@ -1,20 +1,18 @@
 #include "collector/collector_settings.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "base/activity.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
 static CollectorSettings settingsOf(const QString& text) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(u"caijiqi.ini"_s));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text.toUtf8());
-    file.close();
-    return readCollectorSettings(file.fileName());
+    const QString path = folder.filePath(u"caijiqi.ini"_s);
+    writeFile(path, text.toUtf8());
+    return readCollectorSettings(path);
 }
 
 TEST(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
