@@ -4,7 +4,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 TEST(TimeLeftTest, IsToldOnceThereIsEnoughToJudgeBy) {

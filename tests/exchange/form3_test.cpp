@@ -1,7 +1,6 @@
 #include "exchange/form3.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QThreadPool>
@@ -9,6 +8,7 @@
 
 #include "base/activity.h"
 #include "platform/fixed_folders.h"
+#include "tests/support/files.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -19,9 +19,7 @@ protected:
         services_.vendor.host = u"http://vendor"_s;
         globals_.yingyongmulu = store_.folder();
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
-        QFile file(text_);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("600000\tX\tY\r\n");
+        writeFile(text_, "600000\tX\tY\r\n");
         open<Form3>();
     }
 

@@ -1,10 +1,8 @@
 #include "exchange/text_import.h"
 
-#include <QScopeGuard>
-#include <chrono>
-
 #include "formats/gbk.h"
 #include "tests/exchange/exchange_fixture.h"
+#include "tests/support/files.h"
 
 namespace guanchao {
 
@@ -18,11 +16,7 @@ protected:
         source_.secondSeparator = u"TAB键"_s;
     }
 
-    void write(const QByteArray& bytes) {
-        QFile file(source_.path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    void write(const QByteArray& bytes) { writeFile(source_.path, bytes); }
 
     // The pairs of an import of the text, in the order of their insertion.
     QStringList pairsOf(const QString& text) {
@@ -156,8 +150,7 @@ TEST_F(TextImportTest, AStoreThatIsLockedTakesNothing) {
     write("600000\tX\r");
     Connection other = store_.stores.main.open();
     other.execute(u"begin immediate"_s);
-    Connection::setBusyTimeout(std::chrono::milliseconds(1));
-    const auto restore = qScopeGuard([] { Connection::setBusyTimeout(std::chrono::seconds(5)); });
+    const Impatience impatience;
     EXPECT_THROW(endOf(import_.importText(source_, {})), StoreError);
     EXPECT_FALSE(run_.running());
 }

@@ -1,7 +1,5 @@
 #include "frame/windows.h"
 
-#include <utility>
-
 #include "articles/form26.h"
 #include "articles/form27.h"
 #include "exchange/form3.h"

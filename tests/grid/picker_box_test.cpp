@@ -3,14 +3,12 @@
 
 #include <QSignalSpy>
 #include <QTest>
-#include <QVBoxLayout>
 
-#include "tests/support/qt_printers.h"
-#include "tests/support/test_stores.h"
+#include "tests/support/store_test.h"
 
 namespace guanchao {
 
-class PickerBoxTest : public ::testing::Test {
+class PickerBoxTest : public StoreTest {
 protected:
     PickerBoxTest() {
         store_.run(
@@ -39,7 +37,6 @@ protected:
         QTest::keyClicks(&box_, text);
     }
 
-    TestStores store_;
     QWidget window_;
     QLineEdit box_{&window_};
     QListWidget list_{&window_};

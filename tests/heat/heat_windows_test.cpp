@@ -13,22 +13,23 @@ class HeatWindowsTest : public WindowTest {
 protected:
     HeatWindowsTest() {
         globals_.jintian = QDate(2026, 11, 24);
-        run(u"update canshu set iszidinyinum=1,zidinyinum=30,guanzhudu=4,shopguanzhudu=3,"
+        runHeat(
+            u"update canshu set iszidinyinum=1,zidinyinum=30,guanzhudu=4,shopguanzhudu=3,"
             u"yinqingurl='http://x/?q=tihuandm'"_s);
-        run(u"insert into xinwenshul(riqi,zhutiname,onecishu,allzhangfu) values"
+        runHeat(
+            u"insert into xinwenshul(riqi,zhutiname,onecishu,allzhangfu) values"
             u"('2026-11-24 10:00:00','银行',5,9.0),('2026-11-24 10:00:00','白酒',7,8.0),"
             u"('2026-11-20 10:00:00','旧题',7,8.0)"_s);
-        run(u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600000','浦发银行')"_s);
-        run(u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi) values"
+        runHeat(
+            u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600000','浦发银行')"_s);
+        runHeat(
+            u"insert into shopname(shopname,guanzhudu,aboutgegu,riqi) values"
             u"('铜',18,'SH601899','2026-11-24'),('铝',9,'SH601600','2026-11-20')"_s);
-        run(u"insert into shophq(shopname,riqi) values('铜','2026-11-24')"_s);
+        runHeat(u"insert into shophq(shopname,riqi) values('铜','2026-11-24')"_s);
     }
 
-    void run(const QString& statement) { stores_.heat.open().execute(statement); }
     QString settings() {
-        return TestStores::rows(stores_.heat,
-                                u"select iszidinyinum,zidinyinum,guanzhudu,"
-                                u"shopguanzhudu from canshu"_s)
+        return heatRows(u"select iszidinyinum,zidinyinum,guanzhudu,shopguanzhudu from canshu"_s)
             .first();
     }
 
@@ -48,7 +49,7 @@ TEST_F(HeatWindowsTest, TheLoadMendsTheStoredDaysAndOpensUnderAnImportToo) {
                  {u"0"_s, u"1"_s, false, u"0|1|4|3"_s},
                  {u"1"_s, u"1"_s, true, u"1|1|4|3"_s}};
     for (const auto& it : cases) {
-        run(u"update canshu set iszidinyinum="_s + it.on + u",zidinyinum="_s + it.days);
+        runHeat(u"update canshu set iszidinyinum="_s + it.on + u",zidinyinum="_s + it.days);
         Connection heat = stores_.heat.open();
         std::optional<Transaction> import;
         if (it.importRuns) {
@@ -93,7 +94,7 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
     QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 2, 2));
     EXPECT_EQ(shell_.opened, QStringList{u"http://x/?q=%B0%D7%BE%C6"_s});
     for (int at = 0; at < 100; ++at) {
-        run(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-20','题%1')"_s.arg(at));
+        runHeat(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-20','题%1')"_s.arg(at));
     }
     find<QCheckBox>(u"Check2"_s)->setChecked(true);
     EXPECT_EQ(grid().rows(), 3) << "until the ranking is asked for";
@@ -143,12 +144,12 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     pressRow(1, Qt::RightButton);
     trigger(u"删除商品"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除商品'铝'完成!"_s);
-    EXPECT_EQ(TestStores::rows(stores_.heat, u"select * from shopname"_s), QStringList());
+    EXPECT_EQ(heatRows(u"select * from shopname"_s), QStringList());
 }
 
 // The menu and the commands behind it act on the item that stands on the screen.
 TEST_F(HeatWindowsTest, AHistoryThatFailsLeavesNothingOfTheFormerItem) {
-    run(u"insert into shopname(shopname,riqi,zongfen) values('O''x','2026-11-24',-1)"_s);
+    runHeat(u"insert into shopname(shopname,riqi,zongfen) values('O''x','2026-11-24',-1)"_s);
     open<Form29>();
     pressRow(1);
     ASSERT_EQ(history().rows(), 2);
@@ -178,8 +179,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     click(u"Command1"_s);
     EXPECT_EQ(text(u"Text2"_s), u"5"_s) << "the stored row is shown";
     click(u"Command3"_s);
-    EXPECT_EQ(TestStores::rows(stores_.heat, u"select shopname from shopname"_s),
-              QStringList{u"铝"_s});
+    EXPECT_EQ(heatRows(u"select shopname from shopname"_s), QStringList{u"铝"_s});
 }
 
 }  // namespace guanchao

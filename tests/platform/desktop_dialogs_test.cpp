@@ -1,21 +1,17 @@
 #include "platform/desktop/desktop_dialogs.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <QWindow>
 #include <memory>
 
 #include "base/runs.h"
 #include "tests/support/fakes.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/test_windows.h"
 
 namespace guanchao {
 
@@ -33,15 +29,6 @@ protected:
 
     static QMessageBox* standing() {
         return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    }
-    static QList<QMessageBox*> boxes() {
-        QList<QMessageBox*> boxes;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* box = qobject_cast<QMessageBox*>(window); box && box->isVisible()) {
-                boxes << box;
-            }
-        }
-        return boxes;
     }
 
     DesktopDialogs dialogs_;
@@ -101,18 +88,21 @@ TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOther) {
 }
 
 TEST_F(DesktopDialogsTest, FailuresAreCountedInOneBox) {
-    const auto count = [] { return boxes().size(); };
+    const auto count = [] { return shownWindows<QMessageBox>().size(); };
     for (const QString& text : {u"甲"_s, u"乙"_s, u"丙"_s}) {
         dialogs_.tellFailure(text);
     }
     ASSERT_EQ(count(), 1);
-    EXPECT_EQ(boxes().first()->text(), u"甲\n\n此后又有 2 次失败，最近一次：\n丙"_s);
-    EXPECT_FALSE(boxes().first()->isModal()) << "the windows beside it can be used";
-    boxes().first()->close();
+    EXPECT_EQ(shownWindows<QMessageBox>().first()->text(),
+              u"甲\n\n此后又有 2 次失败，最近一次：\n丙"_s);
+    EXPECT_FALSE(shownWindows<QMessageBox>().first()->isModal())
+        << "the windows beside it can be used";
+    shownWindows<QMessageBox>().first()->close();
     EXPECT_EQ(count(), 0);
     dialogs_.tellFailure(u"丁"_s);
     ASSERT_EQ(count(), 1);
-    EXPECT_EQ(boxes().first()->text(), u"丁"_s) << "what was read is not counted";
+    EXPECT_EQ(shownWindows<QMessageBox>().first()->text(), u"丁"_s)
+        << "what was read is not counted";
 }
 
 TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
@@ -130,7 +120,7 @@ TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
 TEST_F(DesktopDialogsTest, AFileIsPicked) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"股.mp3"_s);
-    ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    writeFile(path);
     onceOpen<QFileDialog>([&](QFileDialog& box) {
         EXPECT_EQ(box.labelText(QFileDialog::Reject), u"取消"_s) << "the toolkit's own words";
         box.selectFile(path);

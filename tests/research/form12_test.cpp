@@ -1,13 +1,13 @@
 #include "research/form12.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QThreadPool>
 #include <optional>
 
 #include "formats/gbk.h"
+#include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
 #include "tests/support/window_test.h"
@@ -105,7 +105,7 @@ TEST_F(Form12Test, TheGridSortsHandsOverAndOpensPages) {
     };
     openPage();
     EXPECT_THROW(click(u"Command5"_s), OperationError);
-    EXPECT_TRUE(QFile(store_.folder() + u"题材选股总结.txt"_s).open(QIODevice::WriteOnly));
+    writeFile(store_.folder() + u"题材选股总结.txt"_s);
     press(form_, u"Command5"_s);
     services_.sitepage.host.clear();
     openPage();
@@ -166,14 +166,11 @@ TEST_F(Form12Test, AnExportWritesCodesAndNamesAnew) {
     };
     exportTo(u"  "_s);
     EXPECT_EQ(dialogs_.shown.size(), 1) << "nothing picked";
-    QFile file(store_.folder() + u"a.txt"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(1000, 'x'));
-    file.close();
-    exportTo(file.fileName());
+    const QString path = store_.folder() + u"a.txt"_s;
+    writeFile(path, QByteArray(1000, 'x'));
+    exportTo(path);
     EXPECT_EQ(dialogs_.shown.last(), u"操作提示|文件保存成功！"_s);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(textFromGbk(file.readAll()), u"SZ002460\t某股\r\nSH600519\t某股\r\n"_s);
+    EXPECT_EQ(textFromGbk(contentOf(path)), u"SZ002460\t某股\r\nSH600519\t某股\r\n"_s);
     exportTo(store_.folder() + u"none/a.txt"_s);
     EXPECT_EQ(failures_.texts.size(), 1);
 }

@@ -1,19 +1,14 @@
 #include "research/selection_scan.h"
 
-#include <QFile>
 #include <optional>
 
 #include "research/indexed_copies.h"
+#include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 
 namespace guanchao {
-
-static QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 class SelectionScanTest : public StoreTest {
 protected:

@@ -10,19 +10,6 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-void execute(const StoreFile& store, const QStringList& statements) {
-    Connection connection = store.open();
-    Transaction transaction(connection);
-    for (const QString& statement : statements) {
-        connection.execute(statement);
-    }
-    transaction.commit();
-}
-
-}  // namespace
-
 QStringList tradingDays(int count) {
     QStringList days;
     for (QDate day(2017, 3, 1); days.size() < count; day = day.addDays(1)) {
@@ -58,7 +45,10 @@ void writeHistory(const MarketHistory& history, const StoreFile& first, const St
     }
     addToHistory({first.path, second.path}, days, members);
     for (const StoreFile& file : {first, second}) {
-        execute(file, withTime);
+        Connection connection = file.open();
+        for (const QString& statement : withTime) {
+            connection.execute(statement);
+        }
         if (!indexed) {
             dropIndexes(file.path);
         }
