@@ -25,7 +25,7 @@
 #include "research/form12.h"
 #include "research/form24.h"
 #include "tests/support/raw_service.h"
-#include "tests/support/test_environment.h"
+#include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -78,8 +78,17 @@ private:
     qint64 longest_ = 0;
 };
 
+// The fixture of windows serves without its test.
+class Place : public WindowTest {
+public:
+    QString failure() const { return failures_.texts.join(u';'); }
+
+private:
+    void TestBody() override {}
+};
+
 // The main window over the whole market, on a disk, with a practice market that answers.
-class Desk : public TestEnvironment {
+class Desk : public Place {
 public:
     Desk() {
         // The other stores stand in memory.
@@ -189,7 +198,7 @@ private:
 };
 
 // Each window in turn while every service accepts and never answers.
-class DeadDesk : public TestEnvironment {
+class DeadDesk : public Place {
 public:
     DeadDesk() {
         stores_.main.path = wholeMarket().main.path;
@@ -226,11 +235,11 @@ private:
     RawService silent_;
 };
 
-template <typename Place>
-void turns(benchmark::State& state, double (Place::*run)()) {
+template <typename On>
+void turns(benchmark::State& state, double (On::*run)()) {
     double longest = 0;
     for ([[maybe_unused]] auto turn : state) {
-        Place place;
+        On place;
         double now = 0;
         try {
             now = (place.*run)();
@@ -239,8 +248,8 @@ void turns(benchmark::State& state, double (Place::*run)()) {
         }
         longest = std::max(longest, now);
         state.SetIterationTime(now / 1000);
-        if (!place.failures_.texts.isEmpty()) {
-            state.SkipWithError(place.failures_.texts.first().toUtf8().constData());
+        if (!place.failure().isEmpty()) {
+            state.SkipWithError(place.failure().toUtf8().constData());
         }
     }
     state.counters["program_ms"] = longest;

@@ -39,6 +39,10 @@ protected:
         EXPECT_FALSE(popup().isEmpty());
         trigger(entry);
     }
+    QStringList monitored() {
+        return store_.rows(
+            u"select zhutiname from zhutijiankong union all select dm from gegujiankong"_s);
+    }
 };
 
 TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
