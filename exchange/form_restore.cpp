@@ -16,7 +16,7 @@ namespace {
 
 const QStringList titles = {u"序号"_s, u"日期"_s, u"时间"_s, u"来源"_s, u"大小"_s,
                             u"主题"_s, u"条数"_s, u"股票"_s, u"文章"_s, u"监控"_s};
-const QList<int> widths = {600, 1500, 1100, 1500, 1200, 900, 1000, 900, 900, 900};
+const QList<int> widths = {600, 1500, 1100, 1300, 1100, 800, 900, 800, 800, 800};
 constexpr int firstCount = 5;
 
 PossibleCounts countsOf(const Stores& stores) {
@@ -72,6 +72,7 @@ QCoro::Task<> FormRestore::list(std::stop_token stop) {
     const std::optional<QList<PossibleCounts>> counts =
         co_await inWorker<int>(job, show, unstopped, stop);
     showCopies(*counts);
+    enableRestore();
 }
 
 void FormRestore::showCopies(const QList<PossibleCounts>& counts) {
@@ -88,6 +89,7 @@ void FormRestore::showCopies(const QList<PossibleCounts>& counts) {
         fillRow(row, copies_[row - 1], counts[row - 1]);
     }
     grid_.setColWidths(widths);
+    grid_.biaoji(1);
 }
 
 void FormRestore::fillRow(int row, const KeptCopy& copy, const PossibleCounts& counts) {
@@ -96,7 +98,8 @@ void FormRestore::fillRow(int row, const KeptCopy& copy, const PossibleCounts& c
     grid_.setTextMatrix(row, 1, dateText(copy.day));
     grid_.setTextMatrix(row, 2, made.toString(u"hh:mm:ss"_s));
     grid_.setTextMatrix(row, 3, copy.beforeRestore ? u"恢复之前"_s : u"每日备份"_s);
-    grid_.setTextMatrix(row, 4, QLocale::c().formattedDataSize(copy.bytes, 1));
+    grid_.setTextMatrix(
+        row, 4, QLocale::c().formattedDataSize(copy.bytes, 1, QLocale::DataSizeTraditionalFormat));
     if (!counts) {
         grid_.setTextMatrix(row, firstCount, u"不能读取"_s);
         return;
