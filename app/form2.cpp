@@ -444,7 +444,11 @@ QCoro::Task<> Form2::endOthers(std::stop_token stop) {
 void Form2::showAnew() {
     undoLine_->showLast();
     刷新_Click();
-    themeTable_.refreshStocks();
+    stockRuns_.stop();
+    stockRuns_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const auto step = [this] { themeTable_.refreshStocks(); };
+        co_await patiently(step, stop);
+    });
 }
 
 void Form2::tuopan显示_Click() {

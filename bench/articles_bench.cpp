@@ -53,7 +53,8 @@ struct Browser {
     Globals globals;
     FakeClock clock;
     FakeDialogs dialogs;
-    Removals removals{QString()};
+    QTemporaryDir undone;
+    Removals removals{applicationFolder(undone.path())};
     ResultGrid grid;
     ArticleBrowser browser{library(), globals, clock, dialogs, removals, grid};
 };

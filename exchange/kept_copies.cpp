@@ -1,6 +1,7 @@
 #include "exchange/kept_copies.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSet>
 #include <algorithm>
 #include <utility>

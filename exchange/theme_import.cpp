@@ -10,6 +10,7 @@
 #include "exchange/table_merge.h"
 #include "market/stock_code.h"
 #include "store/patience.h"
+#include "store/recordset.h"
 
 namespace guanchao {
 

@@ -4,6 +4,7 @@
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "monitor/poll_list.h"
+#include "store/recordset.h"
 
 namespace guanchao {
 

@@ -254,9 +254,13 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
     EXPECT_EQ(globals_.hqmang, 0);
     EXPECT_TRUE(copies.exists(u"2026-11-25 10.00.00 恢复前"_s));
 
+    ASSERT_TRUE(QDir(copies).rename(u"2026-11-25"_s, u"恢复中"_s)) << "by a run that is killed";
+    form_.Form_Load();
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
+
     processes_.running = QStringList{u"caijiqi.exe"_s};
     trigger(u"恢复"_s);
-    emit shownWindow<FormRestore>()->agreed(u"2026-11-25"_s);
+    emit shownWindow<FormRestore>()->agreed(u"2026-11-24"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
     EXPECT_EQ(failures_.texts, QStringList());
 }

@@ -130,6 +130,18 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     }
     EXPECT_EQ(stored(), QStringList{u"3"_s});
     EXPECT_EQ(globals_.dangqianwenzhang, 0);
+    const RemovedRows listed = *removals_.last(articleWindowPlace);
+    bringBack(listed);
+    removals_.forget(listed);
+    EXPECT_EQ(stored().size(), 2);
+    listAll();
+    runArticle(
+        u"create trigger refuse before delete on wenzhang when old.id=3"
+        u" begin select raise(abort,'no'); end"_s);
+    EXPECT_THROW(outcomeOf(browser_.removeListed({})), StoreError);
+    EXPECT_EQ(stored(), QStringList{u"3"_s}) << "each goes by itself";
+    bringBack(*removals_.last(articleWindowPlace));
+    EXPECT_EQ(stored().size(), 2) << "what went before the failure comes back";
     EXPECT_EQ(dialogs_.shown[1], u"观潮台|确实要删除文章《茅台涨了》吗?"_s);
     EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?（1 篇文章）"_s);
 }

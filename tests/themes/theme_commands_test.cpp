@@ -63,7 +63,8 @@ TEST_F(ThemeCommandsTest, RemovingAStockAsksNothingRemovingAThemeDoes) {
     dialogs_.answer = true;
     told();
     EXPECT_EQ(outcomeOf(commands_.removeTheme(u"白酒"_s, {})), Redraw::none);
-    EXPECT_EQ(told().join(u'/'), u"观潮台|确实要删除主题'白酒'吗?（1 条）/观潮台|删除主题'白酒'完成!"_s);
+    EXPECT_EQ(told().join(u'/'),
+              u"观潮台|确实要删除主题'白酒'吗?（1 条）/观潮台|删除主题'白酒'完成!"_s);
     EXPECT_EQ(members(), QStringList{u"银行|SH600000"_s});
 }
 
@@ -142,8 +143,9 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     // 银行 has two rows, but one of them is not in the code table; 冷门 is under the threshold.
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"冷门|SH600000"_s}));
     EXPECT_EQ(removals_.last(mainWindowPlace)->words, u"2 个主题"_s);
-    store_.run({u"create trigger refuse before delete on dzhzhuti when old.zhutiname='白酒'"
-                u" begin select raise(abort,'no'); end"_s});
+    store_.run(
+        {u"create trigger refuse before delete on dzhzhuti when old.zhutiname='白酒'"
+         u" begin select raise(abort,'no'); end"_s});
     dialogs_.typed = u"9"_s;
     EXPECT_THROW(outcomeOf(commands_.removeSmallThemes(grid_, {})), StoreError);
     EXPECT_EQ(members().size(), 3) << "a failure rolls back";
