@@ -255,7 +255,7 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
     EXPECT_TRUE(copies.exists(u"2026-11-25 10.00.00 恢复前"_s));
 
     ASSERT_TRUE(QDir(copies).rename(u"2026-11-25"_s, u"恢复中"_s)) << "by a run that is killed";
-    form_.Form_Load();
+    main_.Form_Load();
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
 
     processes_.running = QStringList{u"caijiqi.exe"_s};
