@@ -6,6 +6,13 @@
 
 namespace guanchao {
 
+namespace {
+
+// How long the window may stand still for a store.
+constexpr std::chrono::milliseconds longestOfAClick(80);
+
+}  // namespace
+
 Program::Program(Application& application, DesktopDialogs& dialogs)
     : application_(application),
       dialogs_(dialogs),
@@ -34,6 +41,7 @@ int Program::run() {
     QTimer::singleShot(0, &form2_, [this] {
         form2_.show();
         application_.guard([this] { form2_.Form_Load(); });
+        brief_.emplace(longestOfAClick);
     });
     return Application::exec();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFileInfo>
+#include <optional>
 
 #include "app/form2.h"
 #include "exchange/kept_copies.h"
@@ -19,6 +20,7 @@
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
 #include "store/application_folder.h"
+#include "store/connection.h"
 
 namespace guanchao {
 
@@ -60,6 +62,9 @@ private:
     OpenWindows openWindows_;
     Environment environment_;
     Windows windows_{environment_};
+    // From the load on: what a user does while another program holds a store is refused, not waited
+    // for by the whole window.
+    std::optional<Connection::BusyTimeout> brief_;
     Form2 form2_{environment_, windows_, {tray_, sound_, notifier_, userLauncherFolders()}};
 };
 

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QScopeGuard>
 #include <utility>
-#include <vector>
 
 #include "base/values.h"
 #include "formats/gbk.h"
@@ -36,12 +35,6 @@ const QString noConnection = u"请检查网络连接，行情服务器连接不�
 QString noData(const QString& name) {
     return u"没有找到"_s + name + u"的数据!"_s;
 }
-
-// What could not be had, in words, and the message that a query has for it.
-struct NotHad {
-    QString words;
-    QString message;
-};
 
 // Name a reply for the box that tells of a bad one.
 class QuoteActivity : public Activity {
@@ -99,10 +92,10 @@ LiveQuotes::LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http,
       http_(http),
       services_(services),
       meanVolume_(meanVolume),
-      dialogs_(dialogs),
       failures_(failures),
       shell_(shell),
-      screen_(screen) {}
+      screen_(screen),
+      readings_(dialogs, failures, [this] { setPolls(polls_); }) {}
 
 LiveQuotes::Opening LiveQuotes::load() {
     QDir(globals_.yingyongmulu).mkpath(u"down/pic/pic1"_s);
@@ -120,7 +113,7 @@ void LiveQuotes::showOpeningFundamentals() {
                                       return fetchFundamentals(shownDm_, stop);
                                   }};
     stockRuns_.start(
-        [=, this](std::stop_token stop) -> QCoro::Task<> { co_await attempt(fundamentals, stop); });
+        [=, this](std::stop_token stop) { return readings_.takeQuietly(fundamentals, stop); });
 }
 
 void LiveQuotes::start(const QString& typed) {
@@ -133,14 +126,14 @@ void LiveQuotes::start(const QString& typed) {
     if (!accepted) {
         setPolls(true);  // of the index
     }
-    end();
+    readings_.end();
 }
 
 void LiveQuotes::query(const QString& typed) {
     begin();
     setPolls(false);
     readStock(typed);
-    end();
+    readings_.end();
 }
 
 // A poll may be reading the former one.
@@ -148,14 +141,14 @@ void LiveQuotes::chooseHomeIndex(int index) {
     begin();
     readHomeIndex(index);
     setPolls(!awaitsQuote_);
-    end();
+    readings_.end();
 }
 
 void LiveQuotes::chooseWorldIndex(int index) {
     begin();
     readWorldIndex(index);
     setPolls(!awaitsQuote_);
-    end();
+    readings_.end();
 }
 
 void LiveQuotes::stop() {
@@ -167,13 +160,7 @@ void LiveQuotes::stop() {
 
 void LiveQuotes::setPolls(bool on) {
     polls_ = on;
-    screen_.setPolling(on, lackWords());
-}
-
-// One is enough for the line, the stock's before all others.
-QString LiveQuotes::lackWords() const {
-    const QString any = lacks_.isEmpty() ? QString() : lacks_.first();
-    return lacks_.value(quoteWords, any);
+    screen_.setPolling(on, readings_.lackWords(quoteWords));
 }
 
 void LiveQuotes::poll() {
@@ -193,12 +180,12 @@ QCoro::Task<> LiveQuotes::takePoll(std::stop_token stop) {
     if (pollsSinceCharts_ > pollsBeforeIndex && marketOpen()) {
         const Reading index = {homeIndexWords,
                                [this](std::stop_token token) { return pollHomeIndex(token); }};
-        co_await attempt(index, stop);
+        co_await readings_.takeQuietly(index, stop);
     }
     if (marketOpen()) {
         const Reading stock = {quoteWords,
                                [this](std::stop_token token) { return fetchStock(token); }};
-        co_await attempt(stock, stop);
+        co_await readings_.takeQuietly(stock, stop);
     }
     setPolls(true);
 }
@@ -209,10 +196,10 @@ QCoro::Task<> LiveQuotes::pollCharts(std::stop_token stop) {
         co_await showStockCharts(stop);
     }
     co_await showHomeIndexChart(stop);
-    if (lacks_.contains(worldIndexWords)) {
+    if (readings_.lacks(worldIndexWords)) {
         const Reading world = {worldIndexWords,
                                [this](std::stop_token token) { return fetchWorldIndex(token); }};
-        co_await attempt(world, stop);
+        co_await readings_.takeQuietly(world, stop);
     }
 }
 
@@ -235,73 +222,14 @@ void LiveQuotes::openPage(const Service& service, const QString& path, const QSt
 void LiveQuotes::begin() {
     pollRuns_.stop();
     chartRuns_.stop();
-    if (underWay_++ == 0) {
-        outcome_ = {};
-    }
-}
-
-void LiveQuotes::end() {
-    if (--underWay_ == 0) {
-        finish();
-    }
-}
-
-void LiveQuotes::finish() {
-    screen_.setPolling(polls_, lackWords());
-    const Outcome outcome = std::exchange(outcome_, {});
-    if (outcome.failure) {
-        failures_.report(*outcome.failure);
-        return;
-    }
-    for (const QString& message : outcome.messages) {
-        dialogs_.tell(message);
-    }
+    readings_.begin();
 }
 
 void LiveQuotes::read(QuotePart part, Runs& runs, const QList<Reading>& readings) {
     runs.stop();
-    runs.start([=, this](std::stop_token stop) { return readPart(part, readings, stop); });
-}
-
-// All at once.
-QCoro::Task<> LiveQuotes::readPart(QuotePart part, QList<Reading> readings, std::stop_token stop) {
-    {
-        ++underWay_;
-        screen_.setLoading(part, true);
-        const auto ended = qScopeGuard([=, this] {
-            --underWay_;
-            screen_.setLoading(part, false);
-        });
-        std::vector<QCoro::Task<Lack>> onTheirWay;
-        for (const Reading& reading : readings) {
-            onTheirWay.push_back(attempt(reading, stop));
-        }
-        for (QCoro::Task<Lack>& it : onTheirWay) {
-            const Lack lack = co_await std::move(it);
-            note(lack);
-        }
-    }
-    if (underWay_ == 0) {
-        finish();
-    }
-}
-
-// A bad reply doesn't keep what else is under way from the screen.
-QCoro::Task<LiveQuotes::Lack> LiveQuotes::attempt(Reading reading, std::stop_token stop) {
-    Lack lack;
-    try {
-        co_await reading.job(stop);
-    } catch (const NotHad& it) {
-        lack = {u"没有读到%1（%2）"_s.arg(reading.what, it.words), it.message, std::nullopt};
-    } catch (const OperationError& failure) {
-        lack = {failure.reason(), {}, failure};
-    }
-    if (lack.words.isEmpty()) {
-        lacks_.remove(reading.what);
-    } else {
-        lacks_[reading.what] = lack.words;
-    }
-    co_return lack;
+    const auto loading = [=, this](bool on) { screen_.setLoading(part, on); };
+    runs.start(
+        [=, this](std::stop_token stop) { return readings_.takeAll(readings, loading, stop); });
 }
 
 // False if the code is refused.
@@ -331,9 +259,9 @@ bool LiveQuotes::readStock(const QString& typed) {
 void LiveQuotes::refuseStock() {
     stockRuns_.stop();
     stockFields_.reset();
-    lacks_.remove(quoteWords);
-    lacks_.remove(fundamentalsWords);
-    note({{}, u"只能输入沪深个股代码!"_s, std::nullopt});
+    readings_.forget(quoteWords);
+    readings_.forget(fundamentalsWords);
+    readings_.say(u"只能输入沪深个股代码!"_s);
     shownDm_.clear();
     dm_.clear();
     screen_.clearStock();
@@ -401,15 +329,6 @@ QCoro::Task<> LiveQuotes::fetchWorldIndex(std::stop_token stop) {
 
 void LiveQuotes::updateMarketFlag() {
     globals_.jiaoyishiduan = inTradingSession(clock_.now()) ? 1 : 0;
-}
-
-void LiveQuotes::note(const Lack& lack) {
-    if (!outcome_.failure) {
-        outcome_.failure = lack.failure;
-    }
-    if (!lack.message.isEmpty() && !outcome_.messages.contains(lack.message)) {
-        outcome_.messages << lack.message;
-    }
 }
 
 QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {

@@ -8,18 +8,16 @@
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
-#include <QMap>
 #include <QString>
-#include <QStringList>
 #include <optional>
 #include <stop_token>
 
-#include "base/activity.h"
 #include "base/globals.h"
 #include "base/runs.h"
 #include "market/fundamentals.h"
 #include "market/index_panels.h"
 #include "market/mean_volume.h"
+#include "market/readings.h"
 #include "market/stock_quote.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -57,7 +55,6 @@ public:
     virtual void setPolling(bool on, const QString& lack) = 0;
 };
 
-// Messages come last in an operation: what stands under one is complete.
 class LiveQuotes {
 public:
     LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http, const Services& services,
@@ -94,36 +91,14 @@ public:
     void openDailyPage(const QString& typed);
 
 private:
-    // Why a job brought nothing; all empty if it did.
-    struct Lack {
-        QString words;
-        QString message;
-        std::optional<OperationError> failure;
-    };
-    // One of those that make up a part, and what it reads, in words.
-    struct Reading {
-        QString what;
-        Runs::Job job;
-    };
     struct ReadIndex {
         HomeIndex index;
         HomeIndexPanel panel;
         QuoteRow fields;
     };
-    // What the readings that are under way together have come to.
-    struct Outcome {
-        QStringList messages;                   // each once
-        std::optional<OperationError> failure;  // the first one
-    };
-
     void begin();
-    void end();
-    void finish();
     void setPolls(bool on);
-    QString lackWords() const;
     void read(QuotePart part, Runs& runs, const QList<Reading>& readings);
-    QCoro::Task<> readPart(QuotePart part, QList<Reading> readings, std::stop_token stop);
-    QCoro::Task<Lack> attempt(Reading reading, std::stop_token stop);
     bool readStock(const QString& typed);
     void refuseStock();
     void readHomeIndex(int index);
@@ -135,7 +110,6 @@ private:
     QCoro::Task<> pollCharts(std::stop_token stop);
     void updateMarketFlag();
     bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
-    void note(const Lack& lack);
     void openPage(const Service& service, const QString& path, const QString& typed);
     QCoro::Task<QuoteRow> fetchQuote(QString code, std::stop_token stop);
     QCoro::Task<> fetchFundamentals(QString dm, std::stop_token stop);
@@ -156,7 +130,6 @@ private:
     HttpClient& http_;
     const Services& services_;
     MeanVolume& meanVolume_;
-    Dialogs& dialogs_;
     Failures& failures_;
     Shell& shell_;
     QuoteScreen& screen_;
@@ -172,9 +145,7 @@ private:
     std::optional<QuoteRow> stockFields_;  // of its last quote
     bool awaitsQuote_ = false;             // of the stock that was queried
     bool polls_ = false;                   // that they go on
-    QMap<QString, QString> lacks_;         // what could not be had at its last reading, in words
-    Outcome outcome_;
-    int underWay_ = 0;  // operations and parts
+    Readings readings_;
 
     Runs stockRuns_{failures_};
     Runs homeRuns_{failures_};
