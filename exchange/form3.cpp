@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/values.h"
 #include "frame/file_field.h"
 #include "frame/run_share.h"
 #include "platform/fixed_folders.h"
@@ -71,7 +72,7 @@ void Form3::Command2_Click() {
 }
 
 void Form3::Command3_Click() {
-    textImport_.preview(textSource(), preview_);
+    ui_->Label1->setText(textImport_.preview(textSource(), preview_));
 }
 
 void Form3::Command4_Click() {
@@ -126,7 +127,7 @@ void Form3::showRun(const ShownExchange& run) {
     stopKey_.setEnabled(run.running);
     ui_->stopRun->setVisible(run.running);
     ui_->progress->setVisible(run.running);
-    ui_->Label1->setText(run.progress.jc);
+    ui_->Label1->setText(shortened(run.progress.jc, longestShownName));
     showShare(*ui_->progress, run.progress.done, run.progress.total, run.timeLeft);
 }
 

@@ -4,8 +4,8 @@
 
 #include "base/values.h"
 #include "exchange/import_on_copies.h"
-#include "exchange/text_file.h"
 #include "exchange/text_preview.h"
+#include "formats/text_file.h"
 #include "market/stock_code.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
@@ -132,6 +132,11 @@ QString brokenLinesText(const QStringList& lines) {
            numbers.first(qMin(numbers.size(), mostLinesNamed)).join(u"、"_s) + u" 行"_s + more;
 }
 
+// What the file was taken for, since a wrong guess makes themes of nonsense.
+QString encodingWords(const QString& encoding) {
+    return encoding.isEmpty() ? encoding : u"文件按 "_s + encoding + u" 读取。"_s;
+}
+
 int mergeLines(const Stores& stores, const TextSource& source, const QStringList& lines,
                const QString& date, ExchangeWork& work) {
     const AddRows addRows = [&](Connection& copies, ExchangeSteps& steps) {
@@ -152,14 +157,14 @@ int mergeLines(const Stores& stores, const TextSource& source, const QStringList
 ImportedText mergeText(const Stores& stores, const TextSource& source, const QString& date,
                        ExchangeWork& work) {
     const Activity activity(u"导入文本主题库"_s);
-    const QStringList lines = readLines(source.path);
+    const auto [lines, encoding] = readTextFile(source.path);
     const int count = mergeLines(stores, source, lines, date, work);
     if (count > 0) {
         const Activity stamping(u"导入文本主题库"_s,
                                 u"主题已经导入，只有主题库更新时间没有写入。"_s);
         stores.main.open().execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(date));
     }
-    return {count, brokenLinesText(lines)};
+    return {count, encoding, brokenLinesText(lines)};
 }
 
 TextImport::TextImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run)
@@ -182,14 +187,17 @@ bool TextImport::isUsable(const TextSource& source) {
     return true;
 }
 
-void TextImport::preview(const TextSource& source, ResultGrid& grid) {
+QString TextImport::preview(const TextSource& source, ResultGrid& grid) {
     if (!isUsable(source)) {
-        return;
+        return {};
     }
     TextPreview preview;
+    QString encoding;
     {
         const Activity activity(u"预览文本主题库"_s);
-        const QString line = readLines(source.path).value(0);
+        const TextFile file = readTextFile(source.path);
+        const QString line = file.lines.value(0);
+        encoding = file.encoding;
         Connection main = stores_.main.open();
         preview = previewLine(line, source, main);
         if (isBroken(line)) {
@@ -200,6 +208,7 @@ void TextImport::preview(const TextSource& source, ResultGrid& grid) {
     for (const QString& message : preview.messages) {
         dialogs_.tell(message);
     }
+    return encodingWords(encoding);
 }
 
 QCoro::Task<> TextImport::importText(TextSource source, std::stop_token stop) {
@@ -214,8 +223,9 @@ QCoro::Task<> TextImport::importText(TextSource source, std::stop_token stop) {
         dialogs_.tell(importStopped);
         co_return;
     }
+    const QString words = encodingWords(imported->encoding);
     dialogs_.tell(u"导入文本主题库完成，共导入新的数据："_s + QString::number(imported->count) +
-                  u"条"_s);
+                  u"条"_s + (words.isEmpty() ? words : u"\n"_s + words));
     if (!imported->brokenLines.isEmpty()) {
         dialogs_.tell(imported->brokenLines);
     }

@@ -15,6 +15,7 @@ namespace guanchao {
 
 struct ImportedText {
     int count = 0;        // of new pairs
+    QString encoding;     // that the file was taken for, as of TextFile
     QString brokenLines;  // the words that name them; empty if there are none
 };
 
@@ -26,7 +27,8 @@ public:
     TextImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run);
 
     // Shows in the grid what the first line would bring, and then tells what is wrong with it.
-    void preview(const TextSource& source, ResultGrid& grid);
+    // Gives words that name the encoding taken.
+    QString preview(const TextSource& source, ResultGrid& grid);
 
     // Adds the pairs of theme and code that are missing and tells their number, or that the user
     // has stopped it. Lines with broken bytes are left out and named.

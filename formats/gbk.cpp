@@ -14,17 +14,6 @@ QString textFromGbk(const QByteArray& bytes) {
     return decoder(bytes);
 }
 
-QString textFromUtf8OrGbk(const QByteArray& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = utf8(bytes);
-    // A byte order mark settles it: then a broken byte spoils its own place only.
-    if (!utf8.hasError() || bytes.startsWith("\xEF\xBB\xBF")) {
-        return text;
-    }
-    // Half a character only shows when something comes behind it.
-    return textFromGbk(bytes + '\n').chopped(1);
-}
-
 QByteArray gbkFromText(const QString& text) {
     QStringEncoder encoder("GB18030");
     if (!encoder.isValid()) {

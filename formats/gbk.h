@@ -9,10 +9,6 @@ namespace guanchao {
 
 // Raise std::runtime_error if this build of Qt lacks the conversion.
 QString textFromGbk(const QByteArray& bytes);
-// For texts that may be in either: UTF-8 if a byte order mark tells so or all bytes have that form,
-// else GBK, where half a character at the very end shows too.
-QString textFromUtf8OrGbk(const QByteArray& bytes);
-
 QByteArray gbkFromText(const QString& text);
 
 // The character's code in code page 936, of two bytes from 0x8140 on; that of "?" where it has

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "base/files.h"
+#include "formats/text_file.h"
 
 namespace guanchao {
 
@@ -26,8 +27,8 @@ bool sameName(const QString& left, const QString& right) {
 
 IniFile::IniFile(QString path) : path_(std::move(path)) {
     QFile file(path_);
-    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        lines_ = QString::fromUtf8(file.readAll()).split(u'\n');
+    if (file.open(QIODevice::ReadOnly)) {
+        lines_ = linesOf(readText(file.readAll()).text);
     } else {
         unread_ = file.exists();
     }

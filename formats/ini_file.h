@@ -1,5 +1,6 @@
-// A small INI file as the system's profile functions read it: UTF-8 lines, sections in brackets,
-// names without regard to case, a value taken to the end of its line less a pair of quotes.
+// A small INI file as the system's profile functions read it: sections in brackets, names without
+// regard to case, a value taken to the end of its line less a pair of quotes. In the encoding in
+// which its user has written it; what is written here is UTF-8.
 #pragma once
 
 #include <QString>

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include "formats/gbk.h"
+#include "formats/text_file.h"
 
 namespace guanchao {
 
@@ -25,7 +26,7 @@ QString declaredCharset(const QByteArray& page) {
 QString pageText(const QByteArray& page) {
     const QString charset = declaredCharset(page);
     if (charset.isEmpty() || page.startsWith("\xEF\xBB\xBF")) {
-        return textFromUtf8OrGbk(page);
+        return readText(page).text;
     }
     return charset.startsWith(u"utf"_s) ? QString::fromUtf8(page) : textFromGbk(page);
 }

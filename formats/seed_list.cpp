@@ -3,16 +3,18 @@
 #include <QFile>
 #include <stdexcept>
 
+#include "formats/text_file.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 QList<QStringList> readSeedList(const QString& path, qsizetype fields) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.open(QIODevice::ReadOnly)) {
         throw std::runtime_error(QString(u"不能读取 "_s + path).toStdString());
     }
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    const QStringList lines = linesOf(readText(file.readAll()).text);
     QList<QStringList> rows;
     for (qsizetype line = 1; line < lines.size(); ++line) {
         if (lines[line].isEmpty()) {

@@ -3,8 +3,8 @@
 #include "base/files.h"
 #include "base/later.h"
 #include "base/values.h"
-#include "formats/gbk.h"
 #include "formats/ini_file.h"
+#include "formats/text_file.h"
 
 namespace guanchao {
 
@@ -32,7 +32,7 @@ QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
     const QString file = u"/chaoxin/banbenupdate.txt"_s;
     const HttpReply reply = co_await http_.get(vendor_, file, stop);
     const QString path = globals_.yingyongmulu + u"banben.ini"_s;
-    if (!reply.answered() || !tryToReplaceFile(path, textFromUtf8OrGbk(reply.body).toUtf8())) {
+    if (!reply.answered() || !tryToReplaceFile(path, readText(reply.body).text.toUtf8())) {
         co_return;
     }
     const IniFile ini(path);

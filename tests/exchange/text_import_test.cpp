@@ -26,9 +26,8 @@ protected:
         endOf(import_.importText(source_, {}));
         const QStringList pairs =
             store_.rows(u"select zhutiname,dm,jc from dzhzhuti order by rowid"_s);
-        EXPECT_EQ(
-            told(),
-            QStringList{u"观潮台|导入文本主题库完成，共导入新的数据：%1条"_s.arg(pairs.size())});
+        EXPECT_EQ(told().join(u'/').section(u'\n', 0, 0),
+                  u"观潮台|导入文本主题库完成，共导入新的数据：%1条"_s.arg(pairs.size()));
         return pairs;
     }
 
@@ -133,7 +132,8 @@ TEST_F(TextImportTest, ASecondImportAddsNothingAndStampsNothing) {
               QStringList{u"2026-11-24 09:05:07|5|0"_s});
     clock_.moment = clock_.moment.addDays(1);
     endOf(import_.importText(source_, {}));
-    EXPECT_EQ(told(), QStringList{u"观潮台|导入文本主题库完成，共导入新的数据：0条"_s});
+    EXPECT_EQ(told(),
+              QStringList{u"观潮台|导入文本主题库完成，共导入新的数据：0条\n文件按 GBK 读取。"_s});
     EXPECT_EQ(store_.rows(u"select xiugaizhutitime from tempcanshu"_s),
               QStringList{u"2026-11-24 09:05:07"_s});
 }
@@ -141,8 +141,9 @@ TEST_F(TextImportTest, ASecondImportAddsNothingAndStampsNothing) {
 TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
     write(gbkFromText(u"600000\t银"_s) + "\xFF\r\n" + gbkFromText(u"600000\t行\r\n"_s) + "x\xD2");
     endOf(import_.importText(source_, {}));
-    EXPECT_EQ(told(), QStringList({u"观潮台|导入文本主题库完成，共导入新的数据：1条"_s,
-                                   u"观潮台|下列行有无法识别的字节，没有导入：\n第 1、3 行"_s}));
+    EXPECT_EQ(told(),
+              QStringList({u"观潮台|导入文本主题库完成，共导入新的数据：1条\n文件按 GBK 读取。"_s,
+                           u"观潮台|下列行有无法识别的字节，没有导入：\n第 1、3 行"_s}));
     EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"行"_s});
 }
 

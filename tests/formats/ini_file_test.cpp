@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 
+#include "formats/gbk.h"
 #include "platform/services.h"
 #include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
@@ -29,6 +30,15 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
                          "fenshidm='x'\n[new]\na==b\n"));
     EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"=b"_s);
     EXPECT_FALSE(IniFile(folder_.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
+}
+
+TEST_F(IniFileTest, AFileIsReadAsItsUserHasWrittenIt) {
+    for (const QByteArray& bytes :
+         {gbkFromText(u"[s]\nk=芯片"_s), u"\uFEFF[s]\r\nk=芯片\r\n"_s.toUtf8(),
+          u"[s]\nk=芯片"_s.toUtf8()}) {
+        write(bytes);
+        EXPECT_EQ(IniFile(path_).value(u"s"_s, u"k"_s), u"芯片"_s) << bytes.toHex().toStdString();
+    }
 }
 
 TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {

@@ -1,0 +1,100 @@
+#include "formats/text_file.h"
+
+#include <QFile>
+#include <QStringDecoder>
+#include <algorithm>
+#include <optional>
+
+#include "base/activity.h"
+#include "formats/gbk.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Also of a text that breaks off in the middle of a character, which then shows as broken.
+QString decoded(QStringDecoder::Encoding encoding, const QByteArray& bytes) {
+    QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
+    return decoder(bytes);
+}
+
+bool hasAll(const QByteArray& bytes, bool (*test)(unsigned char)) {
+    return std::all_of(bytes.begin(), bytes.end(),
+                       [test](char byte) { return test(static_cast<unsigned char>(byte)); });
+}
+
+// The text without the beginning of a character of UTF-8 at its end.
+QByteArray withoutCutEnd(const QByteArray& bytes) {
+    constexpr qsizetype longest = 4;
+    for (qsizetype back = 1; back < longest && back <= bytes.size(); ++back) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
+        const qsizetype whole = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+        if (byte < 0x80 || whole > 1) {
+            return whole > back ? bytes.chopped(back) : bytes;
+        }
+    }
+    return bytes;
+}
+
+bool isUtf8(const QByteArray& bytes) {
+    const QByteArray whole = withoutCutEnd(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(whole);
+    return !decoder.hasError() && !hasAll(whole, [](unsigned char byte) { return byte < 0xE0; });
+}
+
+std::optional<ReadText> readMarked(const QByteArray& bytes) {
+    if (bytes.startsWith("\xEF\xBB\xBF")) {
+        return ReadText{decoded(QStringDecoder::Utf8, bytes.sliced(3)), u"UTF-8"_s};
+    }
+    if (bytes.startsWith("\xFF\xFE")) {
+        return ReadText{decoded(QStringDecoder::Utf16LE, bytes.sliced(2)), u"UTF-16"_s};
+    }
+    if (bytes.startsWith("\xFE\xFF")) {
+        return ReadText{decoded(QStringDecoder::Utf16BE, bytes.sliced(2)), u"UTF-16"_s};
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+ReadText readText(const QByteArray& bytes) {
+    if (const std::optional<ReadText> marked = readMarked(bytes)) {
+        return *marked;
+    }
+    if (hasAll(bytes, [](unsigned char byte) { return byte < 0x80; })) {
+        return {QString::fromLatin1(bytes), {}};
+    }
+    if (isUtf8(bytes)) {
+        return {decoded(QStringDecoder::Utf8, bytes), u"UTF-8"_s};
+    }
+    // Half a character only shows when something comes behind it.
+    return {textFromGbk(bytes + '\n').chopped(1), u"GBK"_s};
+}
+
+QStringList linesOf(const QString& text) {
+    QString ended = text;
+    ended.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    QStringList lines = ended.split(u'\n');
+    if (lines.last().isEmpty()) {
+        lines.removeLast();
+    }
+    return lines;
+}
+
+TextFile readTextFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw OperationError(u"不能读取文件 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
+    }
+    const ReadText read = readText(file.readAll());
+    return {linesOf(read.text), read.encoding};
+}
+
+bool isBroken(const QString& line) {
+    return line.contains(QChar::ReplacementCharacter);
+}
+
+}  // namespace guanchao

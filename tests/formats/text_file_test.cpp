@@ -1,0 +1,57 @@
+#include "formats/text_file.h"
+
+#include "formats/gbk.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+static QByteArray utf16(const QString& text, bool bigEnded) {
+    QByteArray bytes;
+    for (const QChar unit : QString(u'\uFEFF' + text)) {
+        const char high = static_cast<char>(unit.row());
+        const char low = static_cast<char>(unit.cell());
+        bytes.append(bigEnded ? high : low).append(bigEnded ? low : high);
+    }
+    return bytes;
+}
+
+TEST(TextFile, ATextIsReadInItsEncoding) {
+    const QString text = u"600000\t银行、“金融”😀\r\n"_s;
+    const QString broken = u"\uFFFD"_s;
+    const QByteArray mark = "\xEF\xBB\xBF";
+    const struct {
+        QByteArray bytes;
+        QString text, encoding;
+    } cases[] = {
+        {gbkFromText(text), text, u"GBK"_s},
+        {gbkFromText(text) + "\xFF" + gbkFromText(text), text + broken + text, u"GBK"_s},
+        {gbkFromText(text) + "\xD2", text + broken, u"GBK"_s},
+        // Their bytes have the form of UTF-8, in which they would be letters of Hebrew or Armenian.
+        {gbkFromText(u"芯片"_s), u"芯片"_s, u"GBK"_s},
+        {gbkFromText(u"医药\r\n"_s), u"医药\r\n"_s, u"GBK"_s},
+        {gbkFromText(u"600000\t煤炭"_s), u"600000\t煤炭"_s, u"GBK"_s},
+        {gbkFromText(u"双"_s), u"双"_s, u"GBK"_s},
+        {"x\xD2", u"x"_s + broken, u"GBK"_s},
+        {text.toUtf8(), text, u"UTF-8"_s},
+        {u"银é"_s.toUtf8(), u"银é"_s, u"UTF-8"_s},
+        {u"银行"_s.toUtf8().chopped(2), u"银"_s + broken, u"UTF-8"_s},
+        {u"银"_s.toUtf8() + "\xC3", u"银"_s + broken, u"UTF-8"_s},
+        {mark + text.toUtf8(), text, u"UTF-8"_s},
+        {mark + "plain", u"plain"_s, u"UTF-8"_s},
+        {mark + text.toUtf8() + "\xFF", text + broken, u"UTF-8"_s},
+        {utf16(text, false), text, u"UTF-16"_s},
+        {utf16(text, true), text, u"UTF-16"_s},
+        {"plain", u"plain"_s, {}},
+        {{}, {}, {}},
+    };
+    for (const auto& it : cases) {
+        const ReadText read = readText(it.bytes);
+        EXPECT_EQ(read.text, it.text) << it.bytes.toHex().toStdString();
+        EXPECT_EQ(read.encoding, it.encoding) << it.bytes.toHex().toStdString();
+    }
+    EXPECT_TRUE(isBroken(readText(u"银行"_s.toUtf8().chopped(1)).text));
+    EXPECT_EQ(linesOf(u"a\r\nb\nc\rd\r\n\r\ne\n"_s),
+              QStringList({u"a"_s, u"b"_s, u"c"_s, u"d"_s, QString(), u"e"_s}));
+}
+
+}  // namespace guanchao
