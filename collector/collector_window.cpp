@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 
+#include "base/values.h"
 #include "grid/colours.h"
 #include "ui_collector_window.h"
 
@@ -152,7 +153,7 @@ void CollectorWindow::showFigures() {
     ui_->progressBar->setMaximum(std::max(items, 1));
     ui_->progressBar->setValue(items > 0 ? collection_.settled() : 1);
     ui_->failuresLabel->setText(u"失败次数：%1"_s.arg(collection_.failures()));
-    ui_->stateLabel->setText(collection_.summary());
+    ui_->stateLabel->setText(shortened(collection_.summary(), longestShownMessage));
 }
 
 void CollectorWindow::showEnd() {

@@ -1,6 +1,8 @@
 #include "frame/application.h"
 
 #include <QDebug>
+#include <QEvent>
+#include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -11,6 +13,13 @@
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+static void showPlainly(QObject* widget) {
+    auto* label = qobject_cast<QLabel*>(widget);
+    if (label && label->textFormat() == Qt::AutoText) {
+        label->setTextFormat(Qt::PlainText);
+    }
+}
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(programName);
@@ -31,6 +40,9 @@ void Application::speakChinese() {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
+    if (event->type() == QEvent::Polish) {
+        showPlainly(receiver);
+    }
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {

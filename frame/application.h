@@ -20,6 +20,8 @@ public:
     // Where failures are shown; without one they are only printed.
     void setDialogs(Dialogs* dialogs) { dialogs_ = dialogs; }
 
+    // A label that doesn't ask for markup shows its text as it is: names from outside may hold
+    // some. Tool tips are labels too.
     bool notify(QObject* receiver, QEvent* event) override;
 
     void report(const std::exception& failure) override;

@@ -4,6 +4,8 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
+#include "grid/short_texts.h"
+
 namespace guanchao {
 
 EntryBox::EntryBox(QWidget* parent) : QComboBox(parent) {
@@ -12,6 +14,7 @@ EntryBox::EntryBox(QWidget* parent) : QComboBox(parent) {
     setCompleter(nullptr);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMaxVisibleItems(20);
+    setItemDelegate(new ShortTexts(this));
 }
 
 void EntryBox::refill(const QStringList& list) {

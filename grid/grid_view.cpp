@@ -9,6 +9,7 @@
 #include <QStyledItemDelegate>
 #include <utility>
 
+#include "base/values.h"
 #include "grid/twips.h"
 
 namespace guanchao {
@@ -89,7 +90,8 @@ void GridView::setGrid(ResultGrid& grid) {
     connect(&grid, &ResultGrid::colWidthsChanged, this, [this] { widths_.apply(*grid_); });
     connect(&grid, &ResultGrid::rowMarked, this, &GridView::showMark);
     connect(&grid, &ResultGrid::modelReset, this, &GridView::showFill);
-    connect(&grid, &ResultGrid::toolTipTextChanged, this, &GridView::setToolTip);
+    connect(&grid, &ResultGrid::toolTipTextChanged, this,
+            [this](const QString& text) { setToolTip(shortened(text, longestShownMessage)); });
     showFill();
 }
 

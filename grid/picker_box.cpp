@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include "base/values.h"
+#include "grid/short_texts.h"
 #include "grid/stock_picker.h"
 #include "grid/twips.h"
 #include "store/patience.h"
@@ -14,6 +15,7 @@ namespace guanchao {
 PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore, QObject* parent)
     : QObject(parent), box_(box), list_(list), mainStore_(mainStore) {
     list_.setUniformItemSizes(true);
+    list_.setItemDelegate(new ShortTexts(&list_));
     list_.hide();
     box_.installEventFilter(this);
     list_.installEventFilter(this);

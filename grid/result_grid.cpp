@@ -347,7 +347,7 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
     const Cell& it = cell(row, index.column());
     switch (role) {
         case Qt::DisplayRole:
-            return textMatrix(row, index.column());
+            return shortened(textMatrix(row, index.column()), longestShownName);
         case Qt::TextAlignmentRole:
             if (it.alignment == CellAlignment::centre) {
                 return QVariant(Qt::AlignCenter);
@@ -370,7 +370,7 @@ QVariant ResultGrid::headerData(int section, Qt::Orientation orientation, int ro
         return {};
     }
     if (role == Qt::DisplayRole) {
-        return textMatrix(0, section);
+        return shortened(textMatrix(0, section), longestShownName);
     }
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
 }

@@ -2,6 +2,7 @@
 
 #include <QShortcut>
 
+#include "base/values.h"
 #include "ui_form11.h"
 
 namespace guanchao {
@@ -39,8 +40,8 @@ void Form11::Form_Load() {
         return;
     }
     page_ = *page;
-    setWindowTitle(page_.caption);
-    ui_->Label1->setText(openingWords(page_));
+    setWindowTitle(shortened(page_.caption, longestShownName));
+    ui_->Label1->setText(shortened(openingWords(page_), longestShownMessage));
     // The browser takes half a second to start: the window is on the screen by then.
     QMetaObject::invokeMethod(this, &Form11::showPage, Qt::QueuedConnection);
 }

@@ -55,7 +55,7 @@ QStringView QuoteRow::field(qsizetype position) const {
 }
 
 QString QuoteRow::text(qsizetype position) const {
-    return field(position).toString();
+    return shortened(field(position).toString(), longestShownName);
 }
 
 std::optional<double> QuoteRow::figure(qsizetype position) const {

@@ -49,7 +49,7 @@ public:
     // 0 where the service doesn't know the code.
     qsizetype lastIndex() const { return fields_.size() - 1; }
 
-    // Raises for a field that isn't there.
+    // As it is shown. Raises for a field that isn't there.
     QString text(qsizetype position) const;
     // Nothing for a text that is no number.
     std::optional<double> figure(qsizetype position) const;

@@ -45,8 +45,8 @@ std::optional<double> meanGain(Connection& connection, const QString& zhutiname)
 // "浦发银行 股价 10.6 > 10.5"
 QString crossingWords(const QString& name, const QString& leixin, double value,
                       const Recordset& monitor) {
-    return QStringList{name, leixin, numberText(value), monitor.value(u"bijiaofu").toText(),
-                       monitor.value(u"baojinzhi").toText()}
+    return QStringList{shortened(name, longestShownName), leixin, numberText(value),
+                       monitor.value(u"bijiaofu").toText(), monitor.value(u"baojinzhi").toText()}
         .join(u' ');
 }
 

@@ -2,6 +2,7 @@
 
 #include <QScopeGuard>
 
+#include "base/values.h"
 #include "frame/run_share.h"
 #include "ui_form12.h"
 
@@ -181,9 +182,9 @@ void Form12::showRun(const ResearchProgress& progress) {
     ui_->progress->setVisible(progress.running);
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
     const bool tellsTime = progress.running && !progress.caption.isEmpty();
-    setWindowTitle(tellsTime ? progress.caption : caption_);
-    ui_->Label2->setText(progress.label2);
-    ui_->Label3->setText(progress.label3);
+    setWindowTitle(tellsTime ? shortened(progress.caption, longestShownName) : caption_);
+    ui_->Label2->setText(shortened(progress.label2, longestShownName));
+    ui_->Label3->setText(shortened(progress.label3, longestShownName));
     ui_->Label6->setText(progress.label6);
 }
 

@@ -1,5 +1,6 @@
 #include "themes/form22.h"
 
+#include "base/values.h"
 #include "ui_form22.h"
 
 namespace guanchao {
@@ -43,7 +44,7 @@ void Form22::Form_Load() {
 void Form22::Command9_Click() {
     const std::optional<QString> jc = stockThemes_.find(ui_->Text1->text());
     if (jc) {
-        ui_->Label7->setText(*jc);
+        ui_->Label7->setText(shortened(*jc, longestShownName));
         Form_Load();
     }
 }

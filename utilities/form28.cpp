@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 #include <QSignalBlocker>
 
+#include "grid/short_texts.h"
 #include "ui_form28.h"
 
 namespace guanchao {
@@ -29,6 +30,7 @@ Form28::Form28(Environment& environment, Windows&)
     ui_->setupUi(this);
     ui_->stopRun->hide();
     // The keys choose as the mouse does; a click on the chosen line reads it once more.
+    ui_->List1->setItemDelegate(new ShortTexts(ui_->List1));
     connect(ui_->List1, &QListWidget::itemSelectionChanged, this, &Form28::List1_Click);
     connect(ui_->List1, &QListWidget::itemClicked, this, &Form28::List1_Click);
     connect(ui_->Check1, &QCheckBox::toggled, this, &Form28::Check1_Click);

@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "base/later.h"
+#include "base/values.h"
 
 namespace guanchao {
 
@@ -21,6 +22,9 @@ namespace {
 
 // dakaiwenjian has room for this many characters; a longer path counts as none picked.
 constexpr qsizetype longestPath = 255;
+
+// More than this is no text to read in a box, and would take seconds to lay out.
+constexpr qsizetype longestScrolled = 20000;
 
 // A box that is answered is deleted after its own signal.
 struct CloseBox {
@@ -66,20 +70,19 @@ QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::Butt
 }
 
 QMessageBox* newBox(QMessageBox::Icon icon, const QString& title, const QString& text) {
-    auto* box = new QMessageBox(icon, title, text);
+    auto* box = new QMessageBox(icon, shortened(title, longestShownName), text);
     box->setTextFormat(Qt::PlainText);
     return box;
 }
 
 // A long text scrolls, so that the buttons of its box stay on the screen. It breaks anywhere: a
 // list of codes has no blanks.
-void scrollLongText(QMessageBox& box) {
-    constexpr int longText = 1000;
+void scrollLongText(QMessageBox& box, const QString& words) {
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
-    if (box.text().size() < longText || !label) {
+    if (words.size() <= longestShownMessage || !label) {
         return;
     }
-    auto* text = new QPlainTextEdit(box.text(), &box);
+    auto* text = new QPlainTextEdit(shortened(words, longestScrolled), &box);
     text->setReadOnly(true);
     text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     text->setMinimumSize(560, 360);
@@ -88,7 +91,7 @@ void scrollLongText(QMessageBox& box) {
 }
 
 QMessageBox* newAnswer(const QString& title, const QString& text) {
-    QMessageBox* box = newBox(QMessageBox::Warning, title, text);
+    QMessageBox* box = newBox(QMessageBox::Warning, title, shortened(text, longestShownMessage));
     addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     box->setAttribute(Qt::WA_DeleteOnClose);
     return box;
@@ -96,7 +99,8 @@ QMessageBox* newAnswer(const QString& title, const QString& text) {
 
 QCoro::Task<bool> isAnsweredByOk(std::stop_token stop, QString text, QString title,
                                  bool enterIsOk) {
-    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, text));
+    const Shown<QMessageBox> box(
+        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
     QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(enterIsOk ? ok : cancel);
@@ -121,7 +125,7 @@ DesktopDialogs::~DesktopDialogs() {
 
 void DesktopDialogs::tell(const QString& text, const QString& title) {
     QMessageBox* box = newAnswer(title, text);
-    scrollLongText(*box);
+    scrollLongText(*box, text);
     QObject::connect(box, &QDialog::finished, box, [this] {
         answers_.removeFirst();
         showNextAnswer();
@@ -141,10 +145,10 @@ void DesktopDialogs::showNextAnswer() {
 void DesktopDialogs::tellFailure(const QString& text) {
     if (failure_ && failure_->isVisible()) {
         failure_->setText(firstFailure_ + u"\n\n此后又有 "_s + QString::number(++furtherFailures_) +
-                          u" 次失败，最近一次：\n"_s + text);
+                          u" 次失败，最近一次：\n"_s + shortened(text, longestShownMessage));
         return;
     }
-    firstFailure_ = text;
+    firstFailure_ = shortened(text, longestShownMessage);
     furtherFailures_ = 0;
     failure_ = newAnswer(programName, text);
     show(*failure_, Qt::NonModal);
@@ -161,8 +165,8 @@ QCoro::Task<bool> DesktopDialogs::askToLose(std::stop_token stop, QString text, 
 QCoro::Task<QString> DesktopDialogs::input(std::stop_token stop, QString prompt, QString title,
                                            QString text) {
     const Shown<QInputDialog> box(new QInputDialog);
-    box->setWindowTitle(title);
-    box->setLabelText(prompt);
+    box->setWindowTitle(shortened(title, longestShownName));
+    box->setLabelText(shortened(prompt, longestShownMessage));
     box->setTextValue(text);
     box->setOkButtonText(u"确定"_s);
     box->setCancelButtonText(u"取消"_s);

@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QWindow>
@@ -72,6 +73,32 @@ TEST_F(DesktopDialogsTest, ALongTextScrolls) {
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(text->toPlainText(), codes);
     EXPECT_LT(box->width(), 900);
+}
+
+TEST_F(DesktopDialogsTest, OfATextWithoutEndTheBeginningIsShown) {
+    const QString text = u"<b>题</b>"_s + QString(4'000'000, u'名');
+    dialogs_.tell(text, text);
+    EXPECT_LE(standing()->windowTitle().size(), 200);
+    EXPECT_TRUE(
+        standing()->findChild<QPlainTextEdit*>()->toPlainText().startsWith(text.left(9999)));
+    standing()->close();
+    dialogs_.tellFailure(text);
+    dialogs_.tellFailure(text);
+    ASSERT_EQ(boxes().size(), 1);
+    EXPECT_LT(boxes().first()->text().size(), 2100);
+    boxes().first()->close();
+    onceOpen<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.text().size(), 1000);
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        box.close();
+    });
+    QCoro::waitFor(dialogs_.ask({}, text, u"题"_s));
+    onceOpen<QInputDialog>([](QInputDialog& box) {
+        EXPECT_EQ(box.labelText().size(), 1000);
+        EXPECT_EQ(box.findChild<QLabel*>()->textFormat(), Qt::PlainText);
+        box.close();
+    });
+    QCoro::waitFor(dialogs_.input({}, text, text, {}));
 }
 
 TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOther) {
