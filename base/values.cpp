@@ -303,6 +303,10 @@ QString quoted(QString text) {
     return u'\'' + text.remove(QChar::Null).replace(u'\'', u"''"_s) + u'\'';
 }
 
+QString quotedName(QString name) {
+    return u'"' + name.remove(QChar::Null).replace(u'"', u"\"\""_s) + u'"';
+}
+
 QString shortened(const QString& text, qsizetype most) {
     if (text.size() <= most) {
         return text;

@@ -56,6 +56,9 @@ QString trimBlanks(const QString& text);
 // store can hold (U+0000) is left out.
 QString quoted(QString text);
 
+// The same for the name of a table or an index.
+QString quotedName(QString name);
+
 // The text if it has no more characters than that, else its beginning and "…".
 QString shortened(const QString& text, qsizetype most);
 

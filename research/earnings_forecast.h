@@ -1,6 +1,6 @@
 // The edits of earnings forecasts in Form12: summary, attention and removal of the row of yejiyugao
 // (main store) whose rowid is dangqianjilu, and the export of a grid's codes into a text file.
-// Texts go into the statements unescaped. Failed statements raise StoreError.
+// Failed statements raise StoreError.
 #pragma once
 
 #include <QString>

@@ -74,7 +74,7 @@ QList<AdjustedDay> readHistory(Connection& dayHistory, const QString& dm, const 
                   u" Double)/100 as zd, cast(sp as Double)/100 as sp,cast(sp as"
                   u" Double)/100*fuquanyz as fqsp, chengjiaoe, chengjiaol,cast(qiansp as"
                   u" Double)/100 as qiansp from "_s +
-                      dm + u" where  date(shijian)>="_s + quoted(shijian) +
+                      quotedName(dm) + u" where  date(shijian)>="_s + quoted(shijian) +
                       u" and date(shijian)<"_s + quoted(yuyuedate) +
                       u"  order by date(shijian)  asc"_s);
     for (; !day.atEnd(); day.moveNext()) {
@@ -164,7 +164,7 @@ QList<AdjustedDay> readPriorHistory(Connection& dayHistory, const QString& dm, c
                   u"select  dm,date(shijian) as shijian,cast(sp as Double)/100*fuquanyz as fqsp,"
                   u"cast(kp as Double)/100*fuquanyz as fqkp,cast(sp as Double)/100 as sp,chengjiaoe"
                   u" from "_s +
-                      dm + u" where date(shijian)<"_s + quoted(day) +
+                      quotedName(dm) + u" where date(shijian)<"_s + quoted(day) +
                       u"  order by date(shijian)  desc limit 130"_s);
     for (; !row.atEnd(); row.moveNext()) {
         history << AdjustedDay{row.value(u"shijian").toText(), row.value(u"fqkp").toNumber(),

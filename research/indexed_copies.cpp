@@ -57,14 +57,14 @@ void IndexedCopies::coverMemberships() {
 
 void IndexedCopies::copy(const QString& table, const QString& columns, const QString& condition) {
     meanwhile_();
-    history_.execute(u"create temp table "_s + table + u" as select "_s + columns +
-                         u" from main."_s + table + u" where "_s + condition,
+    history_.execute(u"create temp table "_s + quotedName(table) + u" as select "_s + columns +
+                         u" from main."_s + quotedName(table) + u" where "_s + condition,
                      meanwhile_);
 }
 
 void IndexedCopies::index(const QString& table, const QString& name, const QString& terms) {
-    history_.execute(u"create index temp."_s + table + u"_"_s + name + u" on "_s + table + u"("_s +
-                         terms + u")"_s,
+    history_.execute(u"create index temp."_s + quotedName(table + u'_' + name) + u" on "_s +
+                         quotedName(table) + u"("_s + terms + u")"_s,
                      meanwhile_);
 }
 

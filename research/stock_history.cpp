@@ -40,7 +40,7 @@ Recordset StockHistory::days(const QString& dm, const QString& condition) {
                      u"select  date(shijian) as shijian,fuquanyz*cast(sp as Double) as fuquansp,"
                      u"fuquanyz*cast(kp as Double) as fuquankp,cast(sp as Double) as sp,"
                      u"cast(zg as Double) as zg,cast(zd as Double) as zd,chengjiaol from "_s +
-                         dm + u"   "_s + condition);
+                         quotedName(dm) + u"   "_s + condition);
 }
 
 }  // namespace guanchao

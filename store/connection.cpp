@@ -146,10 +146,6 @@ void makeEmptyFile(const QString& path) {
     }
 }
 
-QString quotedName(QString name) {
-    return u'"' + name.replace(u'"', u"\"\""_s) + u'"';
-}
-
 // The library's own export can't make indexes over our functions: it takes the built-in ones.
 void copyContent(Connection& target, const QString& sourcePath, const QString& sourceKey) {
     target.execute(u"attach "_s + quoted(sourcePath) + u" as source key "_s +

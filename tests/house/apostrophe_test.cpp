@@ -77,6 +77,7 @@ TEST_P(ApostropheTest, OfAThemeThatAScanChooses) {
     const QString day = u"2017-04-10"_s;
     MarketHistory market;
     market.stocks[u"SH000001"_s] = {{.day = day}};
+    market.members << qMakePair(name_, u"SH6'\"0"_s);
     for (int at = 0; at < 8; ++at) {
         const QString dm = u"SH60000%1"_s.arg(at);
         market.members << qMakePair(name_, dm);

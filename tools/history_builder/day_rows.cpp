@@ -7,6 +7,8 @@
 #include <functional>
 #include <stdexcept>
 
+#include "formats/text_file.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -83,18 +85,16 @@ DayRow dayRow(const QStringList& fields) {
     return row;
 }
 
-// Gives the fields of each line behind the header to `take`, whose failures get the line's number.
-void readLines(const QString& path, qsizetype fewestFields,
-               const std::function<void(const QStringList&)>& take) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        fail(u"不能读取 "_s + path + u"："_s + file.errorString());
-    }
-    file.readLine();
-    for (int line = 2; !file.atEnd(); ++line) {
-        const QString text = QString::fromUtf8(file.readLine()).trimmed();
+// Takes the fields of a line; a failure gets the line's number.
+struct LineReader {
+    QString path;
+    qsizetype fewestFields;
+    std::function<void(const QStringList&)> take;
+
+    void read(const QString& line, int number) const {
+        const QString text = line.trimmed();
         if (text.isEmpty()) {
-            continue;
+            return;
         }
         const QStringList fields = text.split(u',');
         try {
@@ -104,25 +104,39 @@ void readLines(const QString& path, qsizetype fewestFields,
             }
             take(fields);
         } catch (const std::runtime_error& failure) {
-            fail(path + u" 第 "_s + QString::number(line) + u" 行："_s +
+            fail(path + u" 第 "_s + QString::number(number) + u" 行："_s +
                  QString::fromUtf8(failure.what()));
         }
     }
-}
+};
 
 }  // namespace
 
+// Line by line: the file of all days has hundreds of megabytes.
 QList<DayRow> readDayRows(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        fail(u"不能读取 "_s + path + u"："_s + file.errorString());
+    }
     QList<DayRow> rows;
-    readLines(path, dayFields, [&](const QStringList& fields) { rows << dayRow(fields); });
+    const LineReader reader{path, dayFields,
+                            [&](const QStringList& fields) { rows << dayRow(fields); }};
+    file.readLine();
+    for (int number = 2; !file.atEnd(); ++number) {
+        reader.read(QString::fromUtf8(file.readLine()), number);
+    }
     return rows;
 }
 
 QList<ThemeMember> readThemeMembers(const QString& path) {
     QList<ThemeMember> members;
-    readLines(path, themeFields, [&](const QStringList& fields) {
-        members << ThemeMember{fields[0], codeFrom(fields[1])};
-    });
+    const LineReader reader{path, themeFields, [&](const QStringList& fields) {
+                                members << ThemeMember{fields[0], codeFrom(fields[1])};
+                            }};
+    const QStringList lines = readTextFile(path).lines;
+    for (int number = 2; number <= lines.size(); ++number) {
+        reader.read(lines[number - 1], number);
+    }
     return members;
 }
 
