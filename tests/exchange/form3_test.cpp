@@ -19,7 +19,7 @@ protected:
         services_.vendor.host = u"http://vendor"_s;
         globals_.yingyongmulu = store_.folder();
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
-        writeFile(text_, "600000\tX\tY\r\n");
+        writeFile(text_, u"600000\tX\t银行\r\n"_s.toUtf8());
         open<Form3>();
     }
 
@@ -56,7 +56,8 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     find<QRadioButton>(u"Option2"_s)->click();
     click(u"Command3"_s);
     EXPECT_EQ(grid().rows(), 3);
-    EXPECT_EQ(grid().textMatrix(2, 2), u"Y"_s);
+    EXPECT_EQ(grid().textMatrix(2, 2), u"银行"_s);
+    EXPECT_EQ(label(u"Label1"_s), u"文件按 UTF-8 读取。"_s);
     find<QComboBox>(u"Combo1"_s)->setEditText(u"|"_s);
     click(u"Command3"_s);
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|第一行没有找到间隔!间隔：|"_s);
@@ -74,7 +75,8 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
             << "the refused run leaves the first alone";
     }
     ASSERT_TRUE(QTest::qWaitFor([this] { return button(u"Command4"_s)->isEnabled(); }));
-    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|导入文本主题库完成，共导入新的数据：2条"_s);
+    EXPECT_EQ(dialogs_.shown.last(),
+              u"观潮台|导入文本主题库完成，共导入新的数据：2条\n文件按 UTF-8 读取。"_s);
     EXPECT_FALSE(find<QProgressBar>(u"progress"_s)->isVisible());
     EXPECT_EQ(label(u"Label1"_s), QString());
     for (const bool agrees : {false, true}) {

@@ -107,6 +107,8 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
     ArticleFields fields = *editor.open();
     fields.author = fields.category = fields.subcategory = fields.title = fields.body = name_;
     EXPECT_TRUE(editor.add(fields));
+    const ArticleEditor another(store_.stores, globals_, clock_, dialogs_);
+    EXPECT_EQ(another.related(fields).sameAuthor, QStringList{u"1  "_s + name_});
     const QList<QStringList> before = {themes(), articles(), news()};
 
     const QString folder = store_.folder() + u"it's/"_s;
