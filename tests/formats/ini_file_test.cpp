@@ -36,7 +36,7 @@ TEST_F(IniFileTest, AFileIsReadAsItsUserHasWrittenIt) {
     for (const QByteArray& bytes :
          {gbkFromText(u"[s]\nk=芯片"_s), u"\uFEFF[s]\r\nk=芯片\r\n"_s.toUtf8(),
           u"[s]\nk=芯片"_s.toUtf8()}) {
-        write(bytes);
+        writeFile(path_, bytes);
         EXPECT_EQ(IniFile(path_).value(u"s"_s, u"k"_s), u"芯片"_s) << bytes.toHex().toStdString();
     }
 }

@@ -14,6 +14,7 @@
 #include "research/selection_search.h"
 #include "research/theme_history.h"
 #include "tests/exchange/exchange_fixture.h"
+#include "tests/support/files.h"
 #include "tests/support/test_history.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_editing.h"
@@ -43,7 +44,7 @@ TEST_P(ApostropheTest, OfAThemeOnItsWay) {
     ThemeEditing editing(store_.stores, clock_, dialogs_);
     EXPECT_TRUE(editing.rewrite({name_ + u'x', dm_, u"3"_s}));
     dialogs_.typed = name_;
-    outcomeOf(ThemeCommands(store_.stores, clock_, dialogs_).rename(name_ + u'x', {}));
+    outcomeOf(ThemeCommands(store_.stores, clock_, dialogs_, removals_).rename(name_ + u'x', {}));
     EXPECT_TRUE(outcomeOf(editing.add({name_, dm_, u"4"_s}, {})));
     EXPECT_EQ(themes(), QStringList{name_ + u"|SH600000|浦'发"_s});
     ResultGrid members;
@@ -59,7 +60,8 @@ TEST_P(ApostropheTest, OfAThemeOnItsWay) {
     EXPECT_EQ(ThemeMonitorEditor(store_.stores, globals_, dialogs_).load().yinyue, name_);
     globals_.dangqianzhuti = name_;
     FakeClipboard clipboard;
-    MonitorManager(store_.stores, globals_, dialogs_, clipboard, grid_, members).deleteTheme();
+    MonitorManager(store_.stores, globals_, dialogs_, clipboard, removals_, grid_, members)
+        .deleteTheme();
     EXPECT_TRUE(store_.rows(u"select * from zhutijiankong"_s).isEmpty());
 
     store_.run({u"insert into geguhq values('SH000001','2026-11-02 00:00:00',1,9)"_s,
@@ -119,7 +121,7 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
     runArticle(u"delete from wenzhang"_s);
     runHeat(u"delete from xinwenshul"_s);
     for (int time = 0; time < 2; ++time) {
-        endOf(ThemeImport(store_.stores, clock_, dialogs_, run_)
+        endOf(ThemeImport(store_.stores, clock_, dialogs_, run_, removals_)
                   .importLibrary(folder + u"zhutibackup.ztb"_s, {}));
         dialogs_.picked = folder + u"wenzhang.ztb"_s;
         endOf(importArticles(store_.stores, dialogs_, run_, {}));
@@ -127,7 +129,7 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
         endOf(importNews(store_.stores, dialogs_, run_, {}));
         EXPECT_EQ((QList<QStringList>{themes(), articles(), news()}), before);
     }
-    ArticleBrowser browser(store_.stores, globals_, clock_, dialogs_, grid_);
+    ArticleBrowser browser(store_.stores, globals_, clock_, dialogs_, removals_, grid_);
     browser.load();
     ArticleQuery query;
     query.first = query.last = fields.date;
@@ -138,11 +140,8 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
 }
 
 TEST_P(ApostropheTest, OfATextFileAndAProxy) {
-    QFile file(store_.folder() + u"it's.txt"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write((u"600000\t"_s + name_).toUtf8());
-    file.close();
-    const TextSource source{file.fileName(), true, u"TAB键"_s, u"TAB键"_s};
+    const TextSource source{store_.folder() + u"it's.txt"_s, true, u"TAB键"_s, u"TAB键"_s};
+    writeFile(source.path, (u"600000\t"_s + name_).toUtf8());
     TextImport import(store_.stores, clock_, dialogs_, run_);
     for (int time = 0; time < 2; ++time) {
         endOf(import.importText(source, {}));

@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QWindow>
@@ -78,8 +79,8 @@ TEST_F(DesktopDialogsTest, ALongTextScrollsAndOneWithoutEndIsCut) {
     }
     dialogs_.tellFailure(endless);
     dialogs_.tellFailure(endless);
-    EXPECT_LT(boxes().first()->text().size(), 2100);
-    boxes().first()->close();
+    EXPECT_LT(shownWindows<QMessageBox>().first()->text().size(), 2100);
+    shownWindows<QMessageBox>().first()->close();
     onceOpen<QDialog>([](QDialog& box) {
         const auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
         EXPECT_EQ(label->text().size(), 1000);
