@@ -1,5 +1,6 @@
 #include "utilities/form28.h"
 
+#include <QKeyEvent>
 #include <QScopeGuard>
 #include <QSignalBlocker>
 
@@ -138,6 +139,14 @@ void Form28::Command3_Click() {
 void Form28::Command4_Click() {
     if (!downloads_.running()) {
         downloads_.start([this](std::stop_token stop) { return download(stop); });
+    }
+}
+
+void Form28::keyPressEvent(QKeyEvent* press) {
+    if (press->key() == Qt::Key_Escape && downloads_.running()) {
+        downloads_.stop();
+    } else {
+        QDialog::keyPressEvent(press);
     }
 }
 

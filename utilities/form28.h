@@ -23,6 +23,10 @@ public:
     Form28(Environment& environment, Windows& windows);
     ~Form28() override;
 
+protected:
+    // Esc ends a download first, and closes where none is under way.
+    void keyPressEvent(QKeyEvent* press) override;
+
 private:
     void Form_Load();
     QString selectedLine() const;
