@@ -289,7 +289,7 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
         }
         const auto refreshStocks = [this] { themeTable_.refreshStocks(); };
         co_await patiently(refreshStocks, stop);
-        words = tally.missed() > 0 ? tally.words().section(u'\n', 0, 0) : QString();
+        words = tally.complete() ? QString() : tally.words().section(u'\n', 0, 0);
     } catch (const std::exception& failure) {
         words = failureReason(failure);
     }

@@ -94,16 +94,15 @@ MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const HttpReply& repl
                                    qint16 tojiankong) {
     const Activity activity = updating(tojiankong);
     if (!reply.answered()) {
-        return {batch.count, failureWords(reply), {}};
+        return {batch.count, failureWords(reply), {}, 0};
     }
     const QList<QuoteRow> rows = quoteRows(textFromGbk(reply.body));
     if (!isAnswerTo(batch, rows)) {
-        return {batch.count, u"应答里没有行情"_s, {}};
+        return {batch.count, u"应答里没有行情"_s, {}, 0};
     }
     return writeRows(batch, rows, tojiankong);
 }
 
-// A code that the service names without a quote is one that it doesn't know: nothing is missed.
 MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows,
                                   qint16 tojiankong) {
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
@@ -113,16 +112,21 @@ MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>&
     const QString now = timeText(clock_.now());
     QStringList missing = batch.list.toUpper().split(u',', Qt::SkipEmptyParts);
     QStringList refusals;
+    int unknown = 0;
     for (const QuoteRow& row : rows) {
+        if (isUnknownCode(row) && missing.contains(row.dm())) {
+            ++unknown;
+        }
         if (!hasQuote(row)) {
-            missing.removeAll(row.dm());
-        } else if (const std::optional<StoredQuote> quote = quoteOrRefusal(row, refusals)) {
+            continue;
+        }
+        if (const std::optional<StoredQuote> quote = quoteOrRefusal(row, refusals)) {
             connection.execute(update(*quote, now));
             missing.removeAll(row.dm());
         }
     }
     transaction.commit();
-    return {static_cast<int>(missing.size()), {}, refusals};
+    return {static_cast<int>(missing.size()), {}, refusals, unknown};
 }
 
 }  // namespace guanchao

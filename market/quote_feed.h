@@ -32,7 +32,8 @@ QList<CodeBatch> codeBatches(Recordset& codes);
 struct MissedQuotes {
     int count = 0;
     QString reason;        // that the service gave no quotes at all; empty if it did
-    QStringList refusals;  // of lines that can't be read; the other codes stand in none
+    QStringList refusals;  // of lines that can't be read
+    int unknown = 0;       // that the service doesn't know; the other codes stand in no line
 };
 
 // Lines or monitors that could not be read, once all others are written.

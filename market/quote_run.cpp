@@ -37,22 +37,28 @@ QString QuoteProgress::stoppedWords() const {
 
 void QuoteTally::add(const MissedQuotes& missed) {
     missed_ += missed.count;
+    unknown_ += missed.unknown;
     if (!missed.reason.isEmpty()) {
         byReason_[missed.reason] += missed.count;
     }
     refusals_ << missed.refusals;
 }
 
-QString QuoteTally::words() const {
-    if (missed_ == 0) {
+QString QuoteTally::heading() const {
+    if (missed_ > 0 && nothingCame()) {
+        return u"没有读到行情，行情更新时间没有改变。"_s;
+    }
+    if (complete()) {
         return u"更新行情数据完成！"_s;
     }
-    QStringList lines = {nothingCame() ? u"没有读到行情，行情更新时间没有改变。"_s
-                                       : u"更新了 %1 只股票的行情，共 %2 只，没有更新的有 %3 只："_s
-                                             .arg(total_ - missed_)
-                                             .arg(total_)
-                                             .arg(missed_)};
-    int omitted = missed_;
+    return u"更新了 %1 只股票的行情，共 %2 只，没有更新的有 %3 只："_s.arg(total_ - missed_)
+        .arg(total_)
+        .arg(missed_);
+}
+
+QString QuoteTally::words() const {
+    QStringList lines = {heading()};
+    int omitted = missed_ - unknown_;
     for (auto it = byReason_.cbegin(); it != byReason_.cend(); ++it) {
         lines << reasonWords(it.value(), it.key());
         omitted -= it.value();
@@ -61,6 +67,9 @@ QString QuoteTally::words() const {
         const auto refused = static_cast<int>(refusals_.size());
         lines << reasonWords(refused, u"读不出（"_s + refusals_.first() + u"）"_s);
         omitted -= refused;
+    }
+    if (unknown_ > 0) {
+        lines << reasonWords(unknown_, u"服务没有这只股票"_s);
     }
     if (omitted > 0) {
         lines << reasonWords(omitted, u"应答里没有这些代码"_s);

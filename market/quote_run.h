@@ -34,12 +34,18 @@ public:
 
     int missed() const { return missed_; }
     bool nothingCame() const { return missed_ >= total_; }
-    // 更新行情数据完成！, or how many of how many came and why the others didn't.
+    // The service has answered for every stock, if only that it doesn't know it.
+    bool complete() const { return missed_ == unknown_; }
+    // 更新行情数据完成！ for a complete one, or how many of how many came; and why the others
+    // didn't.
     QString words() const;
 
 private:
+    QString heading() const;
+
     int total_;
     int missed_ = 0;
+    int unknown_ = 0;
     QMap<QString, int> byReason_;
     QStringList refusals_;
 };

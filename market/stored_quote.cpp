@@ -39,8 +39,12 @@ void requireWhole(const QuoteRow& row) {
 
 }  // namespace
 
+bool isUnknownCode(const QuoteRow& row) {
+    return !row.dm().isEmpty() && row.beginning().trimmed().endsWith(u"=\"\"");
+}
+
 bool hasQuote(const QuoteRow& row) {
-    return row.lastIndex() > lastFieldOfNoQuote;
+    return !isUnknownCode(row) && (!row.dm().isEmpty() || row.lastIndex() > lastFieldOfNoQuote);
 }
 
 // The text of a field goes into a statement as it stands: it must be a number and nothing beside

@@ -21,8 +21,11 @@ struct StoredQuote {
     double zhangfu = 0;
 };
 
-// False for a row without a quote: the one behind the last line, a code that the service doesn't
-// know.
+// True for a code that the service names without a value.
+bool isUnknownCode(const QuoteRow& row);
+
+// False for such a code and for the row behind the last line. A line that breaks off has one, which
+// can't be read.
 bool hasQuote(const QuoteRow& row);
 
 // Raises OperationError for a row that breaks off, for a field that is no number and for a previous

@@ -142,7 +142,7 @@ QCoro::Task<QStringList> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_t
     for (const CodeBatch& batch : batches) {
         const MissedQuotes missed = co_await feed_.gengxinhq(batch, 1, stop);
         refusals << missed.refusals;
-        quotesCame = quotesCame || missed.reason.isEmpty();
+        quotesCame = quotesCame || missed.count < batch.count;
     }
     const Judgement judgement = co_await patiently([this] { return judge(); }, stop);
     fired_.insert(fired_.end(), judgement.fired.begin(), judgement.fired.end());

@@ -79,19 +79,21 @@ TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
     const struct {
         std::optional<QByteArray> reply;
         QString reason;
+        int unknown = 0;
     } cases[] = {
         {std::nullopt, u"没有应答"_s},
         {QByteArray(), u"应答里没有行情"_s},
         {QByteArray("<html><body>502 Bad Gateway</body></html>"), u"应答里没有行情"_s},
         {QByteArray("var hq_str_sys_auth=\"FAILED\";\n"), u"应答里没有行情"_s},
         {QByteArray("a,b;c,d;e,f,g,h"), u"应答里没有行情"_s},
-        {QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"), {}},
+        {QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"), {}, 2},
     };
     for (const auto& it : cases) {
         reply_ = it.reply;
         const MissedQuotes missed = update(0);
         EXPECT_EQ(missed.reason, it.reason);
-        EXPECT_EQ(missed.count, it.reason.isEmpty() ? 0 : 2);
+        EXPECT_EQ(missed.count, 2);
+        EXPECT_EQ(missed.unknown, it.unknown);
         EXPECT_EQ(quotes(), before);
         EXPECT_EQ(globals_.hqmang, 0);
     }
@@ -104,6 +106,8 @@ TEST_F(QuoteFeedTest, ABrokenLineIsRefusedAndTheOthersAreWritten) {
         QString piece, reason;
     } cases[] = {
         {line(u"sz000001"_s, u"1"_s, u"2"_s, 4), u"行情数据不完整：SZ000001"_s},
+        {u"var hq_str_sz000001=\"平安,1,2\";\n"_s, u"行情数据不完整：SZ000001"_s},
+        {u"var hq_str_sz000001=\"平\";\n"_s, u"行情数据不完整：SZ000001"_s},
         {line(u"sz000001"_s, u"1"_s, u"2"_s, 30), u"行情数据不完整：SZ000001"_s},
         {line(u"sz000001"_s, u"0.000"_s), u"行情数据的昨收盘为0：SZ000001"_s},
         {u"a,b,c,d,e,f;\n"_s, u"行情数据中没有代码：a"_s},
@@ -214,13 +218,20 @@ TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
             .replace(gbkFromText(line(u"sh600152"_s)), "var hq_str_sh600152=\"\";\n");
     };
     EXPECT_EQ(run(),
-              u"更新了 196 只股票的行情，共 250 只，没有更新的有 54 只：\n"
+              u"更新了 195 只股票的行情，共 250 只，没有更新的有 55 只：\n"
               u"52只：没有应答\n"
               u"1只：读不出（行情数据的第4个字段不是数字：SH600150 x）\n"
+              u"1只：服务没有这只股票\n"
               u"1只：应答里没有这些代码\n"
               u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s);
-    EXPECT_EQ(updatedCodes(), 195) << "a code that the service doesn't know is not missed";
+    EXPECT_EQ(updatedCodes(), 195);
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
+    addCodes(2);
+    const auto both = http_.answer;
+    http_.answer = [both](const QString& path) {
+        return both(path)->replace(gbkFromText(line(u"sh600101"_s)), "var hq_str_sh600101=\"\";\n");
+    };
+    EXPECT_EQ(run(), allCame_ + u"\n1只：服务没有这只股票"_s);
 }
 
 TEST_F(QuoteRunTest, TheTimeStaysWhereNothingCame) {
