@@ -3,6 +3,7 @@
 #include <QScopedValueRollback>
 #include <QStringList>
 #include <algorithm>
+#include <deque>
 
 #include "base/values.h"
 #include "formats/gbk.h"
@@ -83,11 +84,24 @@ QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, HttpReply reply, qin
     co_return missed;
 }
 
-QCoro::Task<MissedQuotes> QuoteFeed::gengxinhq(CodeBatch batch, qint16 tojiankong,
-                                               std::stop_token stop) {
-    const HttpReply reply = co_await ask(batch, stop);
-    const MissedQuotes missed = co_await write(batch, reply, tojiankong, stop);
-    co_return missed;
+// A service that refuses is asked for one batch at a time from then on.
+QCoro::Task<> QuoteFeed::gengxinhq(QList<CodeBatch> batches, qint16 tojiankong, Note note,
+                                   std::stop_token stop) {
+    qsizetype ahead = service_.ahead;
+    qsizetype asked = 0;
+    std::deque<QCoro::Task<HttpReply>> onTheirWay;
+    for (const CodeBatch& batch : batches) {
+        while (asked < batches.size() && std::ssize(onTheirWay) < ahead) {
+            onTheirWay.push_back(ask(batches[asked++], stop));
+        }
+        const HttpReply reply = co_await std::move(onTheirWay.front());
+        onTheirWay.pop_front();
+        if (reply.outcome == HttpReply::Outcome::refused) {
+            ahead = 1;
+        }
+        const MissedQuotes missed = co_await write(batch, reply, tojiankong, stop);
+        note(batch, missed);
+    }
 }
 
 MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const HttpReply& reply,

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <QCoro/QCoroTask>
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <stop_token>
 
 #include "base/activity.h"
@@ -47,20 +49,18 @@ public:
     QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
               const Service& service);
 
-    int ahead() const { return service_.ahead; }
-
-    QCoro::Task<HttpReply> ask(CodeBatch batch, std::stop_token stop);
-
-    // Writes the quotes of a reply in one transaction: into dmb if tojiankong is below 1, else into
-    // jiankonghq, with patience for a store that another holds. Raises StoreError, which leaves
-    // nothing of the batch.
-    QCoro::Task<MissedQuotes> write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
-                                    std::stop_token stop);
-
-    // 更新行情: both.
-    QCoro::Task<MissedQuotes> gengxinhq(CodeBatch batch, qint16 tojiankong, std::stop_token stop);
+    // 更新行情: asks for the batches, some at a time, so that silent ones cost no time each, and
+    // writes the quotes of each reply in one transaction and in order: into dmb if tojiankong is
+    // below 1, else into jiankonghq, with patience for a store that another holds. `note` hears of
+    // each batch. Raises StoreError, which leaves nothing of its batch.
+    using Note = std::function<void(const CodeBatch& batch, const MissedQuotes& missed)>;
+    QCoro::Task<> gengxinhq(QList<CodeBatch> batches, qint16 tojiankong, Note note,
+                            std::stop_token stop);
 
 private:
+    QCoro::Task<HttpReply> ask(CodeBatch batch, std::stop_token stop);
+    QCoro::Task<MissedQuotes> write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
+                                    std::stop_token stop);
     MissedQuotes writeReply(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
     MissedQuotes writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows, qint16 tojiankong);
 

@@ -1,6 +1,5 @@
 #include "market/quote_run.h"
 
-#include <deque>
 #include <numeric>
 
 #include "base/values.h"
@@ -100,30 +99,18 @@ QCoro::Task<QuoteTally> QuoteRun::update(QString codesQuery, Report report, std:
     co_return tally;
 }
 
-// A service that refuses is asked for one batch at a time from then on.
 QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report report,
                                                 std::stop_token stop) {
     QuoteProgress progress{0, 0, stocksIn(batches)};
     QuoteTally tally(progress.total);
     report(progress);
-    qsizetype ahead = feed_.ahead();
-    qsizetype asked = 0;
-    std::deque<QCoro::Task<HttpReply>> onTheirWay;
-    for (const CodeBatch& batch : batches) {
-        while (asked < batches.size() && std::ssize(onTheirWay) < ahead) {
-            onTheirWay.push_back(feed_.ask(batches[asked++], stop));
-        }
-        const HttpReply reply = co_await std::move(onTheirWay.front());
-        onTheirWay.pop_front();
-        if (reply.outcome == HttpReply::Outcome::refused) {
-            ahead = 1;
-        }
-        const MissedQuotes missed = co_await feed_.write(batch, reply, 0, stop);
+    const QuoteFeed::Note note = [&](const CodeBatch& batch, const MissedQuotes& missed) {
         tally.add(missed);
         progress.asked += batch.count;
         progress.updated = progress.asked - tally.missed();
         report(progress);
-    }
+    };
+    co_await feed_.gengxinhq(batches, 0, note, stop);
     co_return tally;
 }
 

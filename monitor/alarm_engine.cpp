@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "monitor/crossing.h"
 #include "monitor/poll_list.h"
+#include "store/failure.h"
 #include "store/patience.h"
 #include "store/store_error.h"
 
@@ -15,8 +16,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr qint64 secondsBetweenTellings = 600;
 
 Recordset pollListRow(Connection& connection, const QString& dm) {
     return Recordset(connection,
@@ -67,6 +66,7 @@ AlarmEngine::AlarmEngine(const Stores& stores, const Globals& globals, const Clo
       screen_(screen) {}
 
 void AlarmEngine::tick() {
+    followMonitoring();
     if (std::exchange(windowWaits_, false)) {
         showMonitors();
     }
@@ -79,27 +79,31 @@ void AlarmEngine::tick() {
     if (!polls_.running()) {
         deliverPrompts();
     }
+}
+
+// Without polls none is stale.
+void AlarmEngine::followMonitoring() {
     if (globals_.jiankongkaiqi != 1) {
         noteQuotes(true);
+        quotesCameAt_ = {};
+    } else if (!quotesCameAt_.isValid()) {
+        quotesCameAt_ = clock_.now();
     }
 }
 
 void AlarmEngine::report(const std::exception& failure) {
-    if (isToBeTold()) {
+    if (tellings_.isDue(failureReason(failure), clock_.now())) {
         failures_.report(failure);
     }
 }
 
-// Not one a second. A user who has missed it learns by the next that no alarms come.
-bool AlarmEngine::isToBeTold() {
-    const QDateTime now = clock_.now();
-    // Below 0 where the clock has been set back.
-    const qint64 since = toldAt_.isValid() ? toldAt_.secsTo(now) : -1;
-    if (since >= 0 && since < secondsBetweenTellings) {
-        return false;
+void AlarmEngine::tellRefusals(const QStringList& refusals) {
+    tellings_.keepOnly(refusals);
+    const QStringList due = tellings_.dueOf(refusals, clock_.now());
+    if (!due.isEmpty()) {
+        const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
+        failures_.report(RefusedLines(due));
     }
-    toldAt_ = now;
-    return true;
 }
 
 QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
@@ -117,11 +121,7 @@ QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
         throw;
     }
     deliverPrompts();
-    if (!refusals.isEmpty()) {
-        const Activity activity(u"监控行情"_s, u"其余股票的行情已经写入，监控照常判断。"_s);
-        throw RefusedLines(refusals);
-    }
-    toldAt_ = {};
+    tellRefusals(refusals);
 }
 
 // Nothing before the user's frequency is reached.
@@ -139,11 +139,11 @@ std::optional<QList<CodeBatch>> AlarmEngine::duePollList() const {
 QCoro::Task<QStringList> AlarmEngine::poll(QList<CodeBatch> batches, std::stop_token stop) {
     QStringList refusals;
     bool quotesCame = batches.isEmpty();
-    for (const CodeBatch& batch : batches) {
-        const MissedQuotes missed = co_await feed_.gengxinhq(batch, 1, stop);
+    const QuoteFeed::Note note = [&](const CodeBatch& batch, const MissedQuotes& missed) {
         refusals << missed.refusals;
         quotesCame = quotesCame || missed.count < batch.count;
-    }
+    };
+    co_await feed_.gengxinhq(batches, 1, note, stop);
     const Judgement judgement = co_await patiently([this] { return judge(); }, stop);
     fired_.insert(fired_.end(), judgement.fired.begin(), judgement.fired.end());
     noteQuotes(quotesCame);
@@ -203,17 +203,12 @@ void AlarmEngine::showMonitors() {
     }
 }
 
-// One poll that brings nothing may be a chance.
 void AlarmEngine::noteQuotes(bool came) {
-    pollsWithoutQuotes_ = came ? 0 : pollsWithoutQuotes_ + 1;
-    if (pollsWithoutQuotes_ == 1) {
-        staleSince_ = clock_.now();
+    if (came) {
+        quotesCameAt_ = clock_.now();
     }
-    if (came && staleSince_.isValid()) {
-        staleSince_ = {};
-        screen_.showStale({});
-    } else if (pollsWithoutQuotes_ == 2) {
-        screen_.showStale(staleSince_);
+    if (std::exchange(isStale_, !came) == came) {
+        screen_.showStale(came ? QDateTime() : quotesCameAt_);
     }
 }
 

@@ -1,8 +1,7 @@
 // The alarm engine: refreshes the quotes of the poll list at the user's frequency and fires the
 // monitors whose value has crossed its threshold since the last poll. Tables tempcanshu,
 // jiankonghq, zhutijiankong, gegujiankong and dzhzhuti of the main store; gains in percent, prices
-// in yuan. Of polls that fail in a row only the first one is reported, and then one every ten
-// minutes.
+// in yuan.
 #pragma once
 
 #include <QDateTime>
@@ -16,6 +15,7 @@
 #include "base/runs.h"
 #include "market/quote_feed.h"
 #include "monitor/fired_monitor.h"
+#include "monitor/rare_tellings.h"
 #include "platform/clock.h"
 #include "store/recordset.h"
 #include "store/stores.h"
@@ -34,7 +34,8 @@ public:
     virtual bool showMonitors() = 0;
     // Starts a sound file.
     virtual void ring(const QString& file) = 0;
-    // Since when the polls fail or bring no quotes; invalid as soon as one does, or none is made.
+    // When the last quotes came, or monitoring began, once a poll fails or brings none; invalid as
+    // soon as one does, or none is made.
     virtual void showStale(const QDateTime& since) = 0;
 };
 
@@ -71,7 +72,6 @@ private:
     };
 
     void report(const std::exception& failure) override;
-    bool isToBeTold();
     QCoro::Task<> pollIfDue(std::stop_token stop);
     QCoro::Task<QStringList> poll(QList<CodeBatch> batches, std::stop_token stop);
     std::optional<QList<CodeBatch>> duePollList() const;
@@ -86,6 +86,8 @@ private:
     QString alarmTime(bool fires) const;
     static Prompt promptOf(const Recordset& row, FiredMonitor monitor);
     void noteQuotes(bool came);
+    void tellRefusals(const QStringList& refusals);
+    void followMonitoring();
 
     const Stores& stores_;
     const Globals& globals_;
@@ -96,9 +98,9 @@ private:
     std::vector<Prompt> fired_;  // not yet delivered
     int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
     bool windowWaits_ = false;   // the monitor window might not be shown for an alarm yet
-    int pollsWithoutQuotes_ = 0;
-    QDateTime staleSince_;  // the first of them
-    QDateTime toldAt_;      // when the last failure was raised; invalid since a poll has gone well
+    QDateTime quotesCameAt_;     // or when monitoring began; invalid while it is off
+    bool isStale_ = false;       // the last poll brought no quotes
+    RareTellings tellings_;
     Runs polls_{*this};
 };
 

@@ -29,7 +29,10 @@ protected:
     void replyWith(const QString& text) { reply_ = gbkFromText(text); }
 
     MissedQuotes update(qint16 tojiankong, const CodeBatch& batch = both) {
-        return QCoro::waitFor(feed_.gengxinhq(batch, tojiankong, {}));
+        MissedQuotes all;
+        const auto note = [&](const CodeBatch&, const MissedQuotes& missed) { all = missed; };
+        QCoro::waitFor(feed_.gengxinhq({batch}, tojiankong, note, {}));
+        return all;
     }
     // The reason why a line is refused; empty if it is taken.
     QString refusal(qint16 tojiankong) { return update(tojiankong).refusals.value(0); }

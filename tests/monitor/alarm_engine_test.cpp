@@ -246,9 +246,9 @@ TEST_F(AlarmEngineTest, AStoreThatIsTakenBetweenTwoMonitorsOfOneCodeLosesNoAlarm
     setQuote(u"SH600000"_s, 10, 2);
     replies_ = true;
     std::optional<Connection> other(store_.stores.main.open());
-    int asked = 0;  // the time: for the quotes, and by each monitor that fires
+    int asked = 0;  // the time: at the beginning, for the quotes, by each monitor that fires
     clock_.onNow = [&] {
-        constexpr int forTheSecondMonitor = 3;
+        constexpr int forTheSecondMonitor = 4;
         if (++asked != forTheSecondMonitor) {
             return;
         }
@@ -294,16 +294,41 @@ TEST_F(AlarmEngineTest, AnAlarmNamesWhatHasCrossedWhat) {
 }
 
 TEST_F(AlarmEngineTest, QuotesThatStayAwayShowUntilOneComes) {
-    const QDateTime first = clock_.moment;
-    for (int poll = 0; poll < 4; ++poll) {
+    const QByteArray replies[] = {"", "var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n",
+                                  "var hq_str_sh600000=\"abc,def,ghi\n"};
+    QDateTime last = clock_.moment;  // the beginning
+    http_.onGet = [this] { clock_.moment = clock_.moment.addSecs(15); };
+    const auto good = http_.answer;
+    for (const QByteArray& reply : replies) {
+        screen_.stale.clear();
+        http_.answer = [&](const QString&) { return reply; };
         engine_.tick();
-        clock_.moment = clock_.moment.addSecs(1);
+        EXPECT_EQ(screen_.stale.size(), 1) << "the first of them tells";
+        engine_.tick();
+        EXPECT_EQ(screen_.stale, QList<QDateTime>{last}) << reply.toStdString();
+        http_.answer = good;
+        replyWith({{u"sh600000"_s, 12}});
+        engine_.tick();
+        engine_.tick();
+        EXPECT_EQ(screen_.stale.value(1, last), QDateTime());
+        last = clock_.moment;
     }
-    EXPECT_EQ(screen_.stale, QList<QDateTime>{first}) << "one that fails may be a chance";
-    replyWith({{u"sh600000"_s, 12}});
+}
+
+TEST_F(AlarmEngineTest, ALineThatStaysRefusedKeepsNoOtherFailureUntold) {
+    replyWith({{u"sh600000"_s, 12}, {u"sz000001"_s, 12}});
+    const auto whole = http_.answer;
+    http_.answer = [&](const QString& path) {
+        return whole(path)->replace("sz000001=\"x,10,", "sz000001=\"x,zehn,");
+    };
+    engine_.tick();
+    store_.run({u"insert into gegujiankong(dm,sp) values('SH600000',null)"_s});
     engine_.tick();
     engine_.tick();
-    EXPECT_EQ(screen_.stale, (QList<QDateTime>{first, QDateTime()}));
+    store_.run({u"delete from tempcanshu"_s});
+    engine_.tick();
+    ASSERT_EQ(failures_.texts.size(), 3);
+    EXPECT_EQ(failures_.texts[1], u"SH600000：缺少一个数值（空值）"_s);
 }
 
 TEST_F(AlarmEngineTest, AWindowThatMayNotOpenWaitsAndTheSoundDoesNot) {
