@@ -205,12 +205,22 @@ void Form2::刷新_Click() {
 
 QCoro::Task<> Form2::refresh(std::stop_token stop) {
     const auto step = [this] {
-        themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& labels) {
-            ui_->Label4->setText(labels.themes);
-            ui_->Label6->setText(labels.quotes);
-        });
+        themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& it) { showTimes(it); });
     };
     co_await patiently(step, stop);
+}
+
+QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
+    const auto step = [this] {
+        themeTable_.refreshShown(ui_->Text3->text(),
+                                 [this](const UpdateLabels& it) { showTimes(it); });
+    };
+    co_await patiently(step, stop);
+}
+
+void Form2::showTimes(const UpdateLabels& times) {
+    ui_->Label4->setText(times.themes);
+    ui_->Label6->setText(times.quotes);
 }
 
 void Form2::全部显示_Click() {
@@ -284,12 +294,10 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     try {
         const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
         const QuoteTally tally = co_await quoteRun_.run(note, stop);
-        if (!themeTable_.showsSearch()) {
-            co_await refresh(stop);
-        }
+        co_await refreshShown(stop);
         const auto refreshStocks = [this] { themeTable_.refreshStocks(); };
         co_await patiently(refreshStocks, stop);
-        words = tally.complete() ? QString() : tally.words().section(u'\n', 0, 0);
+        words = tally.unanswered() == 0 ? QString() : tally.words().section(u'\n', 0, 0);
     } catch (const std::exception& failure) {
         words = failureReason(failure);
     }
@@ -304,14 +312,13 @@ void Form2::showUpdating(bool updating) {
     ui_->Label1->setText(updating ? u"正在更新行情…"_s : QString());
 }
 
-// What the batches have brought stays, and shows where the themes are not those of a search.
+// What the batches have brought stays, and shows.
 void Form2::stopQuotes() {
     if (quoteRuns_.running()) {
         quoteRuns_.stop();
         ui_->Label1->setText(progress_.stoppedWords());
-        if (!themeTable_.showsSearch()) {
-            刷新_Click();
-        }
+        refreshRuns_.stop();
+        refreshRuns_.start([this](std::stop_token stop) { return refreshShown(stop); });
     }
 }
 

@@ -80,6 +80,8 @@ private:
     void showExchange(const ShownExchange& run);
     void arrangeGrids();
     QCoro::Task<> refresh(std::stop_token stop);
+    QCoro::Task<> refreshShown(std::stop_token stop);
+    void showTimes(const UpdateLabels& times);
     QCoro::Task<> readStocks(QString theme, std::stop_token stop);
     void showStocks(const QString& theme);
     void redraw(Redraw part, const QString& theme);

@@ -47,7 +47,7 @@ QString QuoteTally::heading() const {
     if (missed_ > 0 && nothingCame()) {
         return u"没有读到行情，行情更新时间没有改变。"_s;
     }
-    if (complete()) {
+    if (unanswered() == 0) {
         return u"更新行情数据完成！"_s;
     }
     return u"更新了 %1 只股票的行情，共 %2 只，没有更新的有 %3 只："_s.arg(total_ - missed_)
@@ -57,7 +57,7 @@ QString QuoteTally::heading() const {
 
 QString QuoteTally::words() const {
     QStringList lines = {heading()};
-    int omitted = missed_ - unknown_;
+    int omitted = unanswered();
     for (auto it = byReason_.cbegin(); it != byReason_.cend(); ++it) {
         lines << reasonWords(it.value(), it.key());
         omitted -= it.value();
@@ -107,7 +107,7 @@ QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report
     const QuoteFeed::Note note = [&](const CodeBatch& batch, const MissedQuotes& missed) {
         tally.add(missed);
         progress.asked += batch.count;
-        progress.updated = progress.asked - tally.missed();
+        progress.updated = progress.asked - tally.unanswered();
         report(progress);
     };
     co_await feed_.gengxinhq(batches, 0, note, stop);

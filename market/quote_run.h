@@ -34,9 +34,9 @@ public:
 
     int missed() const { return missed_; }
     bool nothingCame() const { return missed_ >= total_; }
-    // The service has answered for every stock, if only that it doesn't know it.
-    bool complete() const { return missed_ == unknown_; }
-    // 更新行情数据完成！ for a complete one, or how many of how many came; and why the others
+    // Those that the service has not even said of that it doesn't know them.
+    int unanswered() const { return missed_ - unknown_; }
+    // 更新行情数据完成！ where there are none, or how many of how many came; and why the others
     // didn't.
     QString words() const;
 

@@ -65,10 +65,21 @@ void ThemeTable::refresh(const QString& threshold, const ShowLabels& showLabels)
         Connection connection = stores_.main.open();
         readLabels(connection, showLabels);
         fillThemes(connection, threshold,
-                   showsSearch_ ? GridFill::Rows::ofAnotherList : GridFill::Rows::ofTheSameList);
-        showsSearch_ = false;
+                   search_ ? GridFill::Rows::ofAnotherList : GridFill::Rows::ofTheSameList);
+        search_.reset();
     }
     followSession(globals_, clock_.now());
+}
+
+void ThemeTable::refreshShown(const QString& threshold, const ShowLabels& showLabels) {
+    if (!search_) {
+        refresh(threshold, showLabels);
+        return;
+    }
+    const Activity activity(u"刷新主题表"_s);
+    Connection connection = stores_.main.open();
+    readLabels(connection, showLabels);
+    fillFound(connection, *search_, GridFill::Rows::ofTheSameList);
 }
 
 void ThemeTable::readLabels(Connection& connection, const ShowLabels& showLabels) {
@@ -130,13 +141,13 @@ bool ThemeTable::fillStocks(const QString& query) {
 
 void ThemeTable::searchByCode(const QString& code) {
     const Activity activity(u"按代码查找主题"_s);
-    const bool found = fillSearch(
-        u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
-        u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-        u"  where dmb1.dm like "_s +
-            quoted(u'*' + code.toUpper() + u'*') +
-            u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
-        {500, 1600, 1000, 600});
+    const bool found =
+        fillSearch({u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数 from"
+                    u" dzhzhuti AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+                    u"  where dmb1.dm like "_s +
+                        quoted(u'*' + code.toUpper() + u'*') +
+                        u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
+                    {500, 1600, 1000, 600}});
     if (!found) {
         dialogs_.tell(u"此代码没有找到主题！"_s);
         return;
@@ -147,12 +158,12 @@ void ThemeTable::searchByCode(const QString& code) {
 void ThemeTable::searchByName(const QString& part) {
     const Activity activity(u"按名称查找主题"_s);
     const bool found = fillSearch(
-        u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
-        u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
-        u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
-        u"  where zhutiname like "_s +
-            quoted(u'*' + part + u'*') + u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
-        {500, 1600, 1000, 600, 900, 2000});
+        {u"select  zhutiname as 主题名称,avg(zhangfu) as 涨幅,count(*) as 只数,"
+         u"max(guanzhudu) as 关注度,max(datetime(ztktime)) as 添加时间 from dzhzhuti"
+         u" AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm"
+         u"  where zhutiname like "_s +
+             quoted(u'*' + part + u'*') + u" group by zhutiname  order by 涨幅 desc,zhutiname"_s,
+         {500, 1600, 1000, 600, 900, 2000}});
     if (!found) {
         dialogs_.tell(u"没有找到包含 "_s + part + u" 的主题！"_s);
         return;
@@ -160,15 +171,23 @@ void ThemeTable::searchByName(const QString& part) {
     showFirstTheme(part);
 }
 
-bool ThemeTable::fillSearch(const QString& query, const QList<int>& widths) {
-    showsSearch_ = true;
+bool ThemeTable::fillSearch(const Search& search) {
     Connection connection = stores_.main.open();
-    Recordset found(connection, query);
+    const bool found = fillFound(connection, search, GridFill::Rows::ofAnotherList);
+    if (found) {
+        search_ = search;
+    }
+    return found;
+}
+
+// The list that is shown stays where none is found.
+bool ThemeTable::fillFound(Connection& connection, const Search& search, GridFill::Rows rows) {
+    Recordset found(connection, search.query);
     if (found.count() > 0) {
-        const GridFill fill(themes_);
+        const GridFill fill(themes_, rows);
         themes_.clear();
         tianchongbiao(found, themes_, 1);
-        themes_.setColWidths(widths);
+        themes_.setColWidths(search.widths);
     }
     return found.count() > 0;
 }

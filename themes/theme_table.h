@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 #include <functional>
+#include <optional>
 
 #include "base/globals.h"
 #include "grid/result_grid.h"
@@ -38,8 +39,9 @@ public:
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
 
-    // True while the themes are those of a search, which a refresh would take away.
-    bool showsSearch() const { return showsSearch_; }
+    // The same where the themes are not those of a search, which is carried out again instead; for
+    // quotes that have come by themselves.
+    void refreshShown(const QString& threshold, const ShowLabels& showLabels);
 
     // Fills the stocks that were shown last with the quotes of now; says nothing.
     void refreshStocks();
@@ -51,10 +53,16 @@ public:
     void searchByName(const QString& part);
 
 private:
+    struct Search {
+        QString query;
+        QList<int> widths;  // in twips
+    };
+
     void readLabels(Connection& connection, const ShowLabels& showLabels);
     void fillThemes(Connection& connection, const QString& threshold, GridFill::Rows rows);
     bool fillStocks(const QString& query);
-    bool fillSearch(const QString& query, const QList<int>& widths);
+    bool fillSearch(const Search& search);
+    bool fillFound(Connection& connection, const Search& search, GridFill::Rows rows);
     void showFirstTheme(const QString& searched);
 
     const Stores& stores_;
@@ -63,8 +71,8 @@ private:
     Dialogs& dialogs_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
-    bool showsSearch_ = false;
-    QString stocksQuery_;  // of the stocks shown last; empty before the first
+    std::optional<Search> search_;  // whose themes are shown
+    QString stocksQuery_;           // of the stocks shown last; empty before the first
 };
 
 }  // namespace guanchao

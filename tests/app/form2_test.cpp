@@ -341,7 +341,7 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
     };
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
-    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！"_s});
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！\n120只：服务没有这只股票"_s});
     EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 10:00:00"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_TRUE(button->isEnabled());
@@ -387,6 +387,17 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     EXPECT_EQ(themes.horizontalHeader()->sortIndicatorSection(), 2);
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
+    edit(u"Text2"_s)->setText(u"酒"_s);
+    QTest::mouseClick(find<QToolButton>(u"Command2"_s), Qt::LeftButton);
+    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sh600519"_s, 30}}); };
+    http_.paths.clear();
+    clock_.moment.setTime(QTime(13, 5));
+    timer->start(2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    timer->stop();
+    EXPECT_EQ(gains(themes, 2), QStringList{u"200.00"_s}) << "those of the search";
+    EXPECT_EQ(gains(stocks, 6), QStringList{u"200.00"_s});
+    EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 13:05:00"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     auto* line = find<QLabel>(u"Label1"_s);
     http_.answer = nullptr;
