@@ -28,7 +28,8 @@ Form4::Form4(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form4>()),
       manager_(environment.stores, environment.globals, environment.dialogs, environment.clipboard,
-               environment.removals, themes_, stocks_) {
+               environment.removals, themes_, stocks_),
+      runs_(environment.failures) {
     ui_->setupUi(this);
     for (QPushButton* button : {ui_->Command1, ui_->Command2}) {
         button->setAutoDefault(false);  // Enter belongs to the frequency
@@ -192,9 +193,13 @@ void Form4::changeEvent(QEvent* event) {
 }
 
 void Form4::Command1_Click() {
-    manager_.clearAll();
-    undoLine_->showLast();
-    Form_Load();
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const bool cleared = co_await manager_.clearAll(stop);
+        if (cleared) {
+            undoLine_->showLast();
+            Form_Load();
+        }
+    });
 }
 
 void Form4::Command2_Click() {

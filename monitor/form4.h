@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+#include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/undo_line.h"
 #include "frame/windows.h"
@@ -81,6 +82,7 @@ private:
     QString staleWords_;
     QList<FiredMonitor> fired_;  // not looked at
     std::unique_ptr<UndoLine> undoLine_;
+    Runs runs_;
 };
 
 }  // namespace guanchao

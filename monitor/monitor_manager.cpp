@@ -62,6 +62,14 @@ void fill(Connection& connection, const QString& query, ResultGrid& grid,
     }
 }
 
+QString countsOf(Connection& connection) {
+    const Recordset counts(connection,
+                           u"select (select count(*) from zhutijiankong),"
+                           u"(select count(*) from gegujiankong)"_s);
+    return counts.value(0).toText() + u" 个主题监控，"_s + counts.value(1).toText() +
+           u" 个个股监控"_s;
+}
+
 }  // namespace
 
 MonitorManager::MonitorManager(const Stores& stores, Globals& globals, Dialogs& dialogs,
@@ -171,7 +179,22 @@ void MonitorManager::selectStock(int row) {
     stocks_.setToolTipText(trimBlanks(stocks_.textMatrix(row, stockColumns.yinyue)));
 }
 
-void MonitorManager::clearAll() {
+QCoro::Task<bool> MonitorManager::clearAll(std::stop_token stop) {
+    const bool agreed =
+        co_await dialogs_.ask(stop, u"确实要清空全部监控吗？（"_s + countWords() + u"）"_s);
+    if (agreed) {
+        deleteAll();
+    }
+    co_return agreed;
+}
+
+QString MonitorManager::countWords() const {
+    const Activity activity(u"清空监控"_s);
+    Connection connection = stores_.main.open();
+    return countsOf(connection);
+}
+
+void MonitorManager::deleteAll() {
     const Activity activity(u"清空监控"_s);
     Connection connection = stores_.main.open();
     Removal removal(removals_, connection, stores_.main);
@@ -179,15 +202,12 @@ void MonitorManager::clearAll() {
     removal.keep({u"jiankonghq"_s, {u"dm"_s}});
     removal.keep({u"gegujiankong"_s, {}});
     removal.keep({u"zhutijiankong"_s, {}});
-    const Recordset counts(connection,
-                           u"select (select count(*) from zhutijiankong),"
-                           u"(select count(*) from gegujiankong)"_s);
+    const QString counts = countsOf(connection);
     connection.execute(u"delete from jiankonghq"_s);
     connection.execute(u"delete from gegujiankong"_s);
     connection.execute(u"delete from zhutijiankong"_s);
     transaction.commit();
-    removal.complete(monitorWindowPlace, counts.value(0).toText() + u" 个主题监控，"_s +
-                                             counts.value(1).toText() + u" 个个股监控"_s);
+    removal.complete(monitorWindowPlace, counts);
 }
 
 void MonitorManager::deleteTheme() {

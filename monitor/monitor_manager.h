@@ -51,8 +51,9 @@ public:
     void selectTheme(int row);
     void selectStock(int row);
 
-    // 全部清空: every monitor and the poll list, without a question; they can be taken back.
-    void clearAll();
+    // 全部清空: asks, then deletes every monitor and the poll list, which can be taken back; false
+    // if the user refuses.
+    QCoro::Task<bool> clearAll(std::stop_token stop);
     // Of the selection; a stock that no other monitor needs leaves the poll list.
     void deleteTheme();
     void deleteStock();
@@ -61,6 +62,8 @@ public:
 
 private:
     void emptySelection();
+    QString countWords() const;
+    void deleteAll();
     // `monitor` is its table and how it is found there.
     void remove(const QString& subject, const QString& name, const QString& monitor);
 

@@ -39,7 +39,7 @@ TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {
     EXPECT_EQ(globals_.dangqianzhuti + themes_.toolTipText(), u"银行/alarm.mp3"_s);
     manager_.selectTheme(0);
     EXPECT_EQ(globals_.dangqianzhuti + themes_.toolTipText(), u"银行"_s) << "the selection stays";
-    manager_.clearAll();
+    QCoro::waitFor(manager_.clearAll({}));
     EXPECT_EQ(manager_.load().monitored, u"已监控0只股票。"_s);
     EXPECT_EQ(themes_.rows(), 1);
 }
@@ -70,7 +70,7 @@ TEST_F(MonitorManagerTest, AFrequencyMustCoverThePollList) {
         EXPECT_EQ(told().join(u'/'), it.message);
         EXPECT_EQ(putBack, it.message.isEmpty() ? std::nullopt : std::optional(before));
     }
-    manager_.clearAll();
+    QCoro::waitFor(manager_.clearAll({}));
     EXPECT_EQ(manager_.changeFrequency(u"abc"_s), std::nullopt) << "nothing is monitored";
     EXPECT_EQ(manager_.changeFrequency(u"-0.4"_s), u"0"_s) << "less than no stock at all";
 }

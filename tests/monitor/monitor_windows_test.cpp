@@ -61,10 +61,16 @@ TEST_F(MonitorWindowsTest, TheManagerShowsTogglesAndHandsRowsToTheEditors) {
     trigger(u"添加监控"_s);
     EXPECT_EQ(shownWindow<Form8>()->windowTitle(), u"添加主题监控"_s);
     const QStringList all = monitored();
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    dialogs_.answer = false;
     click(u"Command1"_s);
+    EXPECT_EQ(monitored(), all) << "refused";
+    dialogs_.answer = true;
+    click(u"Command1"_s);
+    EXPECT_EQ(dialogs_.shown,
+              QStringList(2, u"观潮台|确实要清空全部监控吗？（1 个主题监控，1 个个股监控）"_s));
     EXPECT_EQ(monitored(), QStringList());
     EXPECT_EQ(label(u"Label3"_s), u"已监控0只股票。"_s);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
     click(u"undo"_s);
     ASSERT_TRUE(QTest::qWaitFor([&] { return monitored() == all; }));
     ASSERT_TRUE(QTest::qWaitFor([&] { return label(u"Label3"_s) != u"已监控0只股票。"_s; }));
