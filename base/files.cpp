@@ -21,8 +21,7 @@ QString failureOfReplacing(const QString& target, const QByteArray& content,
         (!added || file.setPermissions(file.permissions() | added)) && file.commit()) {
         return {};
     }
-    // A write that stops halfway is no error to Qt.
-    return file.error() == QFileDevice::NoError ? u"磁盘已满"_s : file.errorString();
+    return reasonOf(file);
 }
 
 // False, with the reason in errno, if the disk has not taken what was written to the file.
@@ -38,7 +37,19 @@ bool reachedTheDisk(const QString& path) {
     return result == 0;
 }
 
+QString systemReason(int error) {
+    const bool full = error == ENOSPC || error == EDQUOT;
+    return full ? u"磁盘已满"_s : qt_error_string(error);
+}
+
 }  // namespace
+
+QString reasonOf(const QFileDevice& file) {
+    // A write that stops halfway is no error to Qt.
+    const bool full =
+        file.error() == QFileDevice::NoError || file.error() == QFileDevice::ResourceError;
+    return full ? u"磁盘已满"_s : file.errorString();
+}
 
 OperationError notWritten(const QString& path, const QString& reason) {
     return OperationError(u"无法写入 "_s + path + u"（"_s + reason +
@@ -67,17 +78,17 @@ FreshFile::~FreshFile() {
 void FreshFile::takePlace() {
     if (!reachedTheDisk(path_) || std::rename(QFile::encodeName(path_).constData(),
                                               QFile::encodeName(target_).constData()) != 0) {
-        throw notWritten(target_, qt_error_string(errno));
+        throw notWritten(target_, systemReason(errno));
     }
 }
 
 void FreshFile::takeFreePlace() {
     if (!reachedTheDisk(path_)) {
-        throw notWritten(target_, qt_error_string(errno));
+        throw notWritten(target_, systemReason(errno));
     }
     QFile file(path_);
     if (!file.rename(target_)) {
-        throw notWritten(target_, file.errorString());
+        throw notWritten(target_, reasonOf(file));
     }
 }
 

@@ -10,6 +10,9 @@
 
 namespace guanchao {
 
+// Why a file that was written to didn't take it, in words for the user.
+QString reasonOf(const QFileDevice& file);
+
 // What the functions below raise, for others that write files to raise the same.
 OperationError notWritten(const QString& path, const QString& reason);
 

@@ -36,6 +36,7 @@ QCoro::Task<> importArticles(const Stores& stores, Dialogs& dialogs, ExchangeRun
                              std::stop_token stop) {
     const StoreMerge merge = {.activity = u"导入文章"_s,
                               .question = u"请选择文章库文件"_s,
+                              .kind = u"文章库"_s,
                               .fileName = u"wenzhang.ztb"_s,
                               .store = stores.article,
                               .tables = {{u"文章"_s, articles()}},

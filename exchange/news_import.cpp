@@ -80,6 +80,7 @@ QCoro::Task<> importNews(const Stores& stores, Dialogs& dialogs, ExchangeRun& ru
                          std::stop_token stop) {
     const StoreMerge merge = {.activity = u"导入新闻和商品"_s,
                               .question = u"请选择主题新闻数量库文件"_s,
+                              .kind = u"主题新闻数量库"_s,
                               .fileName = u"caijiqi.ztb"_s,
                               .store = stores.heat,
                               .tables = {{u"主题新闻数量"_s, themeNews()},

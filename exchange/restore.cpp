@@ -79,6 +79,9 @@ void requireUsable(const StoreFile& store, const QString& copy) {
         if (failure.fault() == StoreFault::notADatabase) {
             throw OperationError(name + u" 不能用现在的密码打开，可能是改密码以前的备份。"_s);
         }
+        if (failure.fault() == StoreFault::damaged) {
+            throw OperationError(name + u" 已损坏，请另选一份备份。"_s);
+        }
         throw;
     }
 }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "base/activity.h"
+#include "base/files.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
 #include "store/store_file.h"
@@ -21,9 +22,9 @@ void takePermissions(const QString& source, const QString& target) {
     QFile::setPermissions(target, QFile::permissions(source) | QFile::WriteOwner);
 }
 
-OperationError notCopied(const QString& source, const QString& target, const QFile& file) {
-    return OperationError(u"不能把 "_s + source + u" 复制为 "_s + target + u"（"_s +
-                          file.errorString() + u"）。"_s);
+OperationError notCopied(const QString& source, const QString& target, const QString& reason) {
+    return OperationError(u"不能把 "_s + source + u" 复制为 "_s + target + u"（"_s + reason +
+                          u"）。"_s);
 }
 
 // The bytes of a store as its own connection reads them. Opened a second time and closed, the file
@@ -60,12 +61,12 @@ void writeBytes(const StoreBytes& bytes, const QString& source, const QString& t
                 const std::function<void()>& blockDone) {
     QFile file(target);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        throw notCopied(source, target, file);
+        throw notCopied(source, target, file.errorString());
     }
     for (qint64 offset = 0; offset < bytes.size(); offset += blockSize) {
         const QByteArray block = bytes.block(offset);
         if (file.write(block) != block.size()) {
-            throw notCopied(source, target, file);
+            throw notCopied(source, target, reasonOf(file));
         }
         blockDone();
     }
@@ -74,9 +75,19 @@ void writeBytes(const StoreBytes& bytes, const QString& source, const QString& t
 }  // namespace
 
 void copyFile(const QString& source, const QString& target) {
-    QFile file(source);
-    if (!file.copy(target)) {
-        throw notCopied(source, target, file);
+    QFile from(source);
+    QFile to(target);
+    if (!from.open(QIODevice::ReadOnly)) {
+        throw notCopied(source, target, from.errorString());
+    }
+    if (!to.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+        throw notCopied(source, target, to.errorString());
+    }
+    while (!from.atEnd()) {
+        const QByteArray block = from.read(blockSize);
+        if (to.write(block) != block.size()) {
+            throw notCopied(source, target, reasonOf(to));
+        }
     }
     takePermissions(source, target);
 }

@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "exchange/import_on_copies.h"
+#include "exchange/picked_store.h"
 #include "platform/pick_file.h"
 #include "store/store_error.h"
 
@@ -19,8 +20,8 @@ QList<TableMerge> tablesOf(const StoreMerge& merge) {
     return tables;
 }
 
-int mergeTables(const StoreMerge& merge, const QString& path, ExchangeWork& work) {
-    Activity activity(merge.activity);
+int mergeTables(const StoreMerge& merge, const QString& path, Activity& activity,
+                ExchangeWork& work) {
     Connection store = merge.store.open();
     Connection file(path, merge.store.key);
     ExchangeSteps steps(work);
@@ -90,7 +91,9 @@ QCoro::Task<> mergePickedFile(StoreMerge merge, Dialogs& dialogs, ExchangeRun& r
         co_return;
     }
     const auto job = [merge, path = *path](ExchangeWork& work) {
-        return mergeTables(merge, path, work);
+        Activity activity(merge.activity);
+        return PickedStore{path, merge.kind, merge.fileName}.read(
+            [&] { return mergeTables(merge, path, activity, work); });
     };
     const std::optional<int> added = co_await run.run(merge.activity, job, stop);
     dialogs.tell(added ? merge.done + QString::number(*added) + merge.unit : merge.stopped);

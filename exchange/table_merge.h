@@ -34,6 +34,7 @@ int rowsOf(const QList<TableMerge>& merges, Connection& file);
 struct StoreMerge {
     QString activity;  // "导入文章"
     QString question;  // the title of the file dialog
+    QString kind;      // of the file
     QString fileName;
     StoreFile store;
     QList<std::pair<QString, TableMerge>> tables;  // by what they hold

@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "exchange/import_on_copies.h"
 #include "exchange/library_rows.h"
+#include "exchange/picked_store.h"
 #include "exchange/row_values.h"
 #include "exchange/table_merge.h"
 #include "market/stock_code.h"
@@ -34,7 +35,7 @@ TableMerge themes(const QString& date) {
 TableMerge codes(const QString& date) {
     return {codesQuery,
             [](const Recordset& row) -> QString {
-                return u"select dm from dmb where  dm="_s + quoted(row.value(0).toText());
+                return u"select dm from dmb where  dm="_s + quoted(row.value(0).toText().toUpper());
             },
             [date](const Recordset& row) {
                 const QString dm = row.value(0).toText().toUpper();
@@ -53,15 +54,17 @@ QString allThemesWords(const Stores& stores) {
 int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
                  ExchangeWork& work) {
     const Activity activity(u"导入主题"_s);
-    Connection library(path, stores.backupKey);
-    const AddRows addRows = [&](Connection& copies, ExchangeSteps& steps) {
-        steps.expect(rowsOf({themes(date), codes(date)}, library));
-        const int count = mergeRows(themes(date), copies, library, steps);
-        mergeRows(codes(date), copies, library, steps);
-        return count;
-    };
-    return importOnCopies(stores.main, {{u"dzhzhuti"_s, u"zhutiname,dm"_s}, {u"dmb"_s, u"dm"_s}},
-                          addRows, work);
+    return PickedStore{path, u"主题库"_s, u"zhutibackup.ztb"_s}.read([&] {
+        Connection library(path, stores.backupKey);
+        const AddRows addRows = [&](Connection& copies, ExchangeSteps& steps) {
+            steps.expect(rowsOf({themes(date), codes(date)}, library));
+            const int count = mergeRows(themes(date), copies, library, steps);
+            mergeRows(codes(date), copies, library, steps);
+            return count;
+        };
+        return importOnCopies(
+            stores.main, {{u"dzhzhuti"_s, u"zhutiname,dm"_s}, {u"dmb"_s, u"dm"_s}}, addRows, work);
+    });
 }
 
 ThemeImport::ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs,

@@ -1,8 +1,10 @@
 #include "store/failure.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 #include "store/store_error.h"
+#include "store/stores.h"
 
 namespace guanchao {
 
@@ -10,8 +12,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString meaningOf(StoreFault fault) {
-    switch (fault) {
+// Of each day's copies.
+bool isCopiedDaily(const QString& path) {
+    const Stores own = storesIn({});
+    const QString name = QFileInfo(path).fileName();
+    return name == own.main.path || name == own.article.path || name == own.heat.path;
+}
+
+bool hasHan(const QString& words) {
+    return std::ranges::any_of(words, [](QChar c) { return c.script() == QChar::Script_Han; });
+}
+
+QString meaningOf(const StoreError& failure) {
+    switch (failure.fault()) {
         case StoreFault::busy:
             return u" 正被其他程序占用，请稍后再试。"_s;
         case StoreFault::notADatabase:
@@ -23,7 +36,9 @@ QString meaningOf(StoreFault fault) {
         case StoreFault::unreadable:
             return u" 无法读写，请检查磁盘和访问权限。"_s;
         case StoreFault::damaged:
-            return u" 已损坏，请用导出的备份恢复。"_s;
+            return isCopiedDaily(failure.path())
+                       ? u" 已损坏，请用“数据”菜单的“恢复…”换上每天的备份。"_s
+                       : u" 已损坏，请换上完好的文件。"_s;
         case StoreFault::other:
             break;
     }
@@ -41,7 +56,12 @@ QString explanation(const StoreError& failure) {
         return u"数据文件 "_s + file + u" 正由“"_s + failure.holder() +
                u"”使用，请等它结束后再试。"_s;
     }
-    return u"数据文件 "_s + file + meaningOf(failure.fault());
+    return u"数据文件 "_s + file + meaningOf(failure);
+}
+
+// The library's own words are English: they count only where the explanation tells nothing.
+bool saysMore(const StoreError& failure) {
+    return failure.fault() == StoreFault::other || hasHan(failure.reason());
 }
 
 }  // namespace
@@ -57,11 +77,17 @@ QString failureReason(const std::exception& failure) {
 QString failureText(const std::exception& failure) {
     const auto* operation = dynamic_cast<const OperationError*>(&failure);
     const bool named = operation && !operation->activity().isEmpty();
-    QString text = (named ? operation->activity() : u"操作"_s) + u"没有完成。\n\n"_s;
-    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
-        text += explanation(*store) + u"\n"_s;
+    const auto* store = dynamic_cast<const StoreError*>(&failure);
+    QStringList reasons;
+    if (store) {
+        reasons << explanation(*store);
     }
-    text += u"原因："_s + (operation ? operation->reason() : QString::fromUtf8(failure.what()));
+    if (!store || saysMore(*store)) {
+        reasons << u"原因："_s +
+                       (operation ? operation->reason() : QString::fromUtf8(failure.what()));
+    }
+    QString text =
+        (named ? operation->activity() : u"操作"_s) + u"没有完成。\n\n"_s + reasons.join(u'\n');
     if (named && !operation->remains().isEmpty()) {
         text += u"\n\n"_s + operation->remains();
     }

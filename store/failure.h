@@ -9,7 +9,8 @@ namespace guanchao {
 // Why it failed, in one line of Chinese where the reason is one that a user can do something about.
 QString failureReason(const std::exception& failure);
 
-// Says in Chinese what was being done and why it failed, with the store's own message.
+// Says in Chinese what was being done, why it failed and what is to be done, with the store's own
+// message where nothing else tells the reason.
 QString failureText(const std::exception& failure);
 
 }  // namespace guanchao

@@ -16,6 +16,21 @@ protected:
         dialogs_.picked = file.path;
         return file;
     }
+    // All pages behind the first.
+    static void ruin(const QString& path) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.seek(1024);
+        file.write(QByteArray(static_cast<int>(file.size()) - 1024, 'x'));
+    }
+    static QString refusalOf(const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const OperationError& failure) {
+            return dynamic_cast<const StoreError*>(&failure) ? QString() : failure.reason();
+        }
+        return {};
+    }
     int files_ = 0;
     ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_};
 };
@@ -124,20 +139,48 @@ TEST_F(StoreMergeTest, ALibraryAddsWhatIsMissing) {
               QStringList{u"2026-11-01 08:00:00"_s})
         << "this import leaves the stamp alone";
     execute(file, {u"insert into dmb values('sz000001','000001','平安','pa','')"_s});
-    endOf(theme_.importLibrary(file.path, {}));
-    EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SZ000001'"_s), QStringList(u"平安"_s));
+    for (int i = 0; i < 2; ++i) {
+        endOf(theme_.importLibrary(file.path, {}));
+        EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SZ000001'"_s), QStringList(u"平安"_s));
+    }
 }
 
 TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
     const QString wrongKey = pick(Schema::article, u"anderer"_s, {}).path;
     const QString noTables = pick(Schema::pinyin, store_.stores.heat.key, {}).path;
-    for (const QString& path : {wrongKey, noTables, store_.stores.main.path, store_.folder()}) {
-        dialogs_.picked = path;
-        EXPECT_THROW(endOf(importNews(store_.stores, dialogs_, run_, {})), StoreError)
-            << path.toStdString();
-        EXPECT_THROW(endOf(importArticles(store_.stores, dialogs_, run_, {})), StoreError);
-        EXPECT_THROW(endOf(theme_.importLibrary(path, {})), StoreError) << path.toStdString();
+    const QString damaged =
+        pick(
+            Schema::article, store_.stores.article.key,
+            {u"insert into wenzhang(biaoti,leirong) values('长','%1')"_s.arg(QString(9000, u'文'))})
+            .path;
+    ruin(damaged);
+    const QString article = u"文章库"_s, news = u"主题新闻数量库"_s, theme = u"主题库"_s;
+    const struct {
+        QString path, kind, matter;
+    } cases[] = {
+        {wrongKey, article, u" 不是文章库，或者密码不对"_s},
+        {store_.stores.main.path, news, u" 不是主题新闻数量库，或者密码不对"_s},
+        {noTables, article, u" 不是文章库，或者密码不对"_s},
+        {noTables, news, u" 不是主题新闻数量库"_s},
+        {store_.stores.article.path, theme, u" 不是主题库"_s},
+        {damaged, article, u" 已损坏"_s},
+    };
+    for (const auto& it : cases) {
+        dialogs_.picked = it.path;
+        const QString refusal = refusalOf([&] {
+            if (it.kind == theme) {
+                endOf(theme_.importLibrary(it.path, {}));
+            } else {
+                endOf(it.kind == news ? importNews(store_.stores, dialogs_, run_, {})
+                                      : importArticles(store_.stores, dialogs_, run_, {}));
+            }
+        });
+        EXPECT_TRUE(refusal.startsWith(u"文件 "_s + it.path + it.matter +
+                                       u"，请选择“导出数据”写的另一个"_s + it.kind))
+            << refusal.toStdString();
     }
+    dialogs_.picked = store_.folder();
+    EXPECT_THROW(endOf(importNews(store_.stores, dialogs_, run_, {})), StoreError) << "a folder";
     dialogs_.picked.clear();
     endOf(importNews(store_.stores, dialogs_, run_, {}));
     EXPECT_EQ(told().last(), u"观潮台|没有选择文件。"_s);

@@ -1,5 +1,6 @@
 #include "store/failure.h"
 
+#include "base/files.h"
 #include "store/store_error.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
@@ -20,7 +21,8 @@ TEST(FailureTest, NamesItsCauseInChinese) {
         {StoreFault::full, path, u"磁盘已满"_s},
         {StoreFault::readOnly, path, u"没有写入的权限"_s},
         {StoreFault::unreadable, path, u"无法读写"_s},
-        {StoreFault::damaged, path, u"已损坏"_s},
+        {StoreFault::damaged, path, u"“恢复…”换上每天的备份"_s},
+        {StoreFault::damaged, u"/听涛阁/hangqing2006-2017.db3"_s, u"请换上完好的文件"_s},
         {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
         {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
     };
@@ -29,7 +31,17 @@ TEST(FailureTest, NamesItsCauseInChinese) {
             failureText(StoreError(u"words of the library"_s, it.path, u"select 1"_s, it.fault));
         EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
         EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
+        EXPECT_EQ(text.contains(u"words of the library"_s), it.fault == StoreFault::other);
     }
+    EXPECT_TRUE(failureText(StoreError(u"表 dmb 的一行"_s, path, {}, StoreFault::full))
+                    .endsWith(u"原因：表 dmb 的一行\n\n这一步没有写入任何数据。"_s));
+}
+
+TEST(FailureTest, AFullDiskIsTold) {
+    QFile full(u"/dev/full"_s);
+    ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    EXPECT_LT(full.write("x"), 1);
+    EXPECT_EQ(reasonOf(full), u"磁盘已满"_s);
 }
 
 }  // namespace guanchao
