@@ -35,6 +35,13 @@ constexpr int heightAboveGrids = 1700;
 // Of what the desktop draws around a window, which must find room on the screen too.
 constexpr QSize frameOfWindow(16, 40);
 
+QString noThemesWords(const QString& threshold) {
+    const double attention = numericPrefix(threshold);
+    return attention > 0 ? u"没有关注度大于 "_s + numberText(attention) +
+                               u" 的主题\n\n把上面的“关注度大于”改小，再按 F5"_s
+                         : u"还没有主题\n\n用“数据”菜单的“导入主题”导入"_s;
+}
+
 }  // namespace
 
 Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
@@ -82,7 +89,7 @@ void Form2::setUpControls() {
     ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
     ui_->MSHFlexGrid2->setGrid(stocks_);
-    ui_->MSHFlexGrid1->setHint(u"还没有主题\n\n用“数据”菜单的“导入主题”导入"_s);
+    ui_->MSHFlexGrid1->setHint(noThemesWords({}));
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
@@ -208,6 +215,7 @@ QCoro::Task<> Form2::refresh(std::stop_token stop) {
         themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& it) { showTimes(it); });
     };
     co_await patiently(step, stop);
+    ui_->MSHFlexGrid1->setHint(noThemesWords(ui_->Text3->text()));
 }
 
 QCoro::Task<> Form2::refreshShown(std::stop_token stop) {

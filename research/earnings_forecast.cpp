@@ -31,24 +31,27 @@ EarningsForecast::EarningsForecast(const Stores& stores, const Globals& globals,
                                    Search search)
     : stores_(stores), globals_(globals), dialogs_(dialogs), search_(std::move(search)) {}
 
+QString EarningsForecast::ofRecord() const {
+    return u" where rowid="_s + QString::number(globals_.dangqianjilu);
+}
+
 QCoro::Task<> EarningsForecast::edit(QString name, QString statement, std::stop_token stop) {
-    const QString onRecord = statement + QString::number(globals_.dangqianjilu);
     const auto step = [=, this] {
         const Activity activity(name);
-        stores_.main.open().execute(onRecord);
+        stores_.main.open().execute(statement);
     };
     co_await patiently(step, stop);
 }
 
 QCoro::Task<> EarningsForecast::changeSummary(QString text, std::stop_token stop) {
-    const QString statement =
-        u"update yejiyugao set zhaiyao="_s + quoted(text) + u" where rowid="_s;
+    const QString statement = u"update yejiyugao set zhaiyao="_s + quoted(text) + ofRecord();
     co_await edit(u"修改摘要"_s, statement, stop);
     co_await search_(u"摘要"_s, stop);
     dialogs_.tell(u"修改摘要完成!"_s, tingtaoge);
 }
 
 QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
+    const QString record = ofRecord();
     const QString answer = co_await dialogs_.input(
         stop, u"请输入关注度，以方便查找自己最关心的股票。"_s, u"修改关注度"_s, u"0"_s);
     if (answer.isEmpty()) {
@@ -58,8 +61,8 @@ QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
         dialogs_.tell(u"关注度请输入数字。"_s);
         co_return;
     }
-    const QString statement = u"update yejiyugao set guanzhudu="_s +
-                              numberText(numericPrefix(answer.trimmed())) + u" where rowid="_s;
+    const QString statement =
+        u"update yejiyugao set guanzhudu="_s + numberText(numericPrefix(answer.trimmed())) + record;
     co_await edit(u"修改关注度"_s, statement, stop);
     // The message names no value.
     dialogs_.tell(u"修改关注度''完成!"_s);
@@ -67,12 +70,13 @@ QCoro::Task<> EarningsForecast::changeAttention(std::stop_token stop) {
 }
 
 QCoro::Task<> EarningsForecast::remove(std::stop_token stop) {
+    const QString statement = u"delete from yejiyugao "_s + ofRecord();
     const bool agreed = co_await dialogs_.ask(stop, u" 确实要删除吗！"_s, tingtaoge);
     if (!agreed) {
         dialogs_.tell(u" 已退出！"_s);
         co_return;
     }
-    co_await edit(u"删除业绩预告"_s, u"delete from yejiyugao  where rowid="_s, stop);
+    co_await edit(u"删除业绩预告"_s, statement, stop);
     co_await search_(u"删除"_s, stop);
 }
 

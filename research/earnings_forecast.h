@@ -33,7 +33,8 @@ public:
     QCoro::Task<> exportCodes(const ResultGrid& grid, DateTexts date, std::stop_token stop);
 
 private:
-    // Executes the statement, which the current record's number ends.
+    // Taken before a question: while it stands another record may be chosen.
+    QString ofRecord() const;
     QCoro::Task<> edit(QString name, QString statement, std::stop_token stop);
 
     const Stores& stores_;

@@ -47,12 +47,13 @@ void StockThemes::fill(Connection& store, const QString& code) {
 
 std::optional<QString> StockThemes::find(const QString& typed) {
     const Activity activity(u"查找所属主题"_s);
+    const QString code = trimBlanks(typed).toUpper();
     {
         Connection store = stores_.main.open();
-        const Recordset themes(store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm="_s +
-                                          quoted(trimBlanks(typed).toUpper()));
+        const Recordset themes(
+            store, u"select  dm,jc,zhutiname   FROM dzhzhuti where dm="_s + quoted(code));
         if (themes.count() > 0) {
-            globals_.dangqiandm = trimBlanks(typed);
+            globals_.dangqiandm = code;
             globals_.dangqianjc = themes.value(u"jc").toText();
             return globals_.dangqianjc;
         }
@@ -62,13 +63,15 @@ std::optional<QString> StockThemes::find(const QString& typed) {
 }
 
 QCoro::Task<bool> StockThemes::joinAnother(std::stop_token stop) {
-    const QString theme =
+    // While the question stands, another row or another window may change the shared one.
+    const QString code = globals_.dangqiandm;
+    const QString typed =
         co_await dialogs_.input(stop, u"请输入主题名称："_s, u"添加到主题"_s, QString());
+    const QString theme = trimBlanks(typed);
     if (theme.isEmpty()) {
         co_return false;
     }
     const Activity activity(u"添加到主题"_s);
-    const QString code = globals_.dangqiandm;
     Connection store = stores_.main.open();
     if (isMember(store, code, theme)) {
         dialogs_.tell(u"已加入过该主题!"_s);

@@ -195,16 +195,18 @@ QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
         dialogs_.tell(u"请指定大于1的数据数据!"_s);
         co_return Redraw::none;
     }
-    const bool agreed = co_await dialogs_.ask(
-        stop, u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?（"_s +
-                  countWords(smallThemes(themes, *count)) + u"）"_s);
+    // What is counted is what goes, though the grid may be filled anew while the question stands.
+    const QStringList small = smallThemes(themes, *count);
+    const QString last = nameOf(themes, themes.rows() - 1);
+    const bool agreed =
+        co_await dialogs_.ask(stop, u"确实要全部删除小于"_s + QString::number(*count) +
+                                        u"只股票的主题吗?（"_s + countWords(small) + u"）"_s);
     if (!agreed) {
         co_return Redraw::none;
     }
     const Activity activity(u"删除小于指定只数的主题"_s);
-    const QStringList small = smallThemes(themes, *count);
     removeThemes(small, countWords(small));
-    dialogs_.tell(u"删除主题'"_s + nameOf(themes, themes.rows() - 1) + u"'完成!"_s);
+    dialogs_.tell(u"删除主题'"_s + last + u"'完成!"_s);
     co_return Redraw::themes;
 }
 

@@ -105,6 +105,9 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold, Gr
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
         themes_.setColWidths({500, 1600, 900, 800, 800, 2000});
+    } else {
+        themes_.setRows(1);
+        themes_.setCols(1);
     }
 }
 

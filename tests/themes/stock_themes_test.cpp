@@ -37,9 +37,9 @@ TEST_F(StockThemesTest, FindHandsTheTypedStockToTheNextLoad) {
     load();
     EXPECT_EQ(grid_.rows(), 3);
     store_.run({u"delete from dzhzhuti where zhutiname='上海'"_s});
-    EXPECT_TRUE(themes_.find(u"sh600000"_s)) << "looked up in upper case";
-    EXPECT_EQ(load().code, u"sh600000"_s);
-    EXPECT_EQ(grid_.rows(), 3) << "loaded as typed, which no row bears: the old rows stay";
+    EXPECT_TRUE(themes_.find(u"sh600000"_s));
+    EXPECT_EQ(load().code, u"SH600000"_s);
+    EXPECT_EQ(grid_.rows(), 2);
 }
 
 TEST_F(StockThemesTest, TheStockOfTheRowJoinsATypedTheme) {
@@ -47,8 +47,11 @@ TEST_F(StockThemesTest, TheStockOfTheRowJoinsATypedTheme) {
     EXPECT_FALSE(outcomeOf(themes_.joinAnother({})));
     dialogs_.typed = u"上海"_s;
     EXPECT_FALSE(outcomeOf(themes_.joinAnother({})));
-    dialogs_.typed = u"新主题"_s;
+    dialogs_.typed = u" 新主题 "_s;
+    dialogs_.onInput = [this] { share(u"SH699999"_s, u"退市"_s); };
     EXPECT_TRUE(outcomeOf(themes_.joinAnother({})));
+    dialogs_.onInput = nullptr;
+    share(u"SH600000"_s, u"银行"_s);
     EXPECT_EQ(store_.rows(u"select * from dzhzhuti where zhutiname='新主题'"_s),
               QStringList{u"新主题|SH600000|浦发银行|2026-11-24 00:00:00|5|0"_s});
     dialogs_.typed = u"x'y"_s;

@@ -139,7 +139,9 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     }
     EXPECT_EQ(members().size(), 6);
     dialogs_.answer = true;
+    dialogs_.onAsk = [this] { grid_.setTextMatrix(1, 1, u"冷门"_s); };
     EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::themes);
+    dialogs_.onAsk = nullptr;
     // 银行 has two rows, but one of them is not in the code table; 冷门 is under the threshold.
     EXPECT_EQ(members(), QStringList({u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"冷门|SH600000"_s}));
     EXPECT_EQ(removals_.last(mainWindowPlace)->words, u"2 个主题"_s);

@@ -51,6 +51,10 @@ TEST_F(ThemeEditingTest, RewritingRebuildsTheThemeWithEveryListedCode) {
     const QString row = u"白酒|SH600519|贵州茅台|"_s + now_ + u"|0|5"_s;
     EXPECT_EQ(rows(), QStringList({row, row}));
     EXPECT_EQ(stamp(), now_);
+    store_.addMember(u"银行"_s, u"SH600000"_s);
+    EXPECT_TRUE(editing_.rewrite({u"白酒"_s, u"SH600519,SH600000,"_s, u"3"_s}));
+    EXPECT_EQ(editing_.open(u"白酒"_s).codes, u"SH600519,SH600000,"_s) << "in the order as typed";
+    store_.run({u"delete from dzhzhuti where zhutiname='银行'"_s});
     EXPECT_TRUE(editing_.rewrite({u"白酒"_s, u"  "_s, u"3"_s}));
     EXPECT_TRUE(rows().isEmpty());
 }
