@@ -180,8 +180,9 @@ QCoro::Task<bool> ArticleEditor::remove(ArticleFields fields, std::stop_token st
     co_return true;
 }
 
-QCoro::Task<bool> ArticleEditor::mayDiscard(std::stop_token stop) {
-    return dialogs_.askToLose(stop, u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s);
+QCoro::Task<Unsaved> ArticleEditor::askToSave(ArticleFields fields, std::stop_token stop) {
+    return dialogs_.askToSave(
+        stop, u"文章《"_s + trimBlanks(fields.title) + u"》有修改还没有保存，要保存吗?"_s);
 }
 
 }  // namespace guanchao

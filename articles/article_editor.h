@@ -38,8 +38,8 @@ public:
     // 删除: true if the user agreed.
     QCoro::Task<bool> remove(ArticleFields fields, std::stop_token stop);
 
-    // Asks whether unsaved changes may go.
-    QCoro::Task<bool> mayDiscard(std::stop_token stop);
+    // Asks what becomes of the unsaved changes.
+    QCoro::Task<Unsaved> askToSave(ArticleFields fields, std::stop_token stop);
 
     // 添加完毕, 修改完毕: what shows for a moment after a save.
     static inline const QString added = QStringLiteral("添加完毕!");

@@ -24,7 +24,7 @@ void showLines(EntryBox& box, const QStringList& lines) {
 
 Form26::Form26(Environment& environment, Windows& /*windows*/)
     : AskingWindow(Qt::Window),
-      stores_(environment.stores),
+      environment_(environment),
       ui_(std::make_unique<Ui::Form26>()),
       editor_(environment.stores, environment.globals, environment.clock, environment.dialogs),
       deletion_(environment.failures),
@@ -131,7 +131,7 @@ bool Form26::event(QEvent* event) {
 }
 
 void Form26::Combo4_Click() {
-    ui_->Combo5->refill(subcategoriesOf(stores_, ui_->Combo4->currentText()));
+    ui_->Combo5->refill(subcategoriesOf(environment_.stores, ui_->Combo4->currentText()));
 }
 
 void Form26::related_Click(const EntryBox& box) {
@@ -200,15 +200,32 @@ void Form26::leave(const std::function<void()>& step) {
     if (fields() == kept_) {
         step();
     } else if (!leaving_.running()) {
-        leaving_.start([this, step](std::stop_token stop) -> QCoro::Task<> {
-            const bool may = co_await editor_.mayDiscard(stop);
-            if (may) {
-                step();
-            } else {
-                emit stays();
-            }
-        });
+        leaving_.start([this, step](std::stop_token stop) { return leaveUnsaved(step, stop); });
     }
+}
+
+QCoro::Task<> Form26::leaveUnsaved(std::function<void()> step, std::stop_token stop) {
+    comeToTheFront();
+    const ArticleFields shown = fields();
+    const Unsaved answer = co_await editor_.askToSave(shown, stop);
+    if (answer == Unsaved::discard || (answer == Unsaved::save && save())) {
+        step();
+    } else {
+        emit stays();
+    }
+}
+
+// False too where the store refuses it: that is told, and the text stays.
+bool Form26::save() {
+    environment_.failures.guard([this] { Command3_Click(); });
+    return fields() == kept_;
+}
+
+// Of several articles the user sees the one that is asked about.
+void Form26::comeToTheFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 }  // namespace guanchao

@@ -43,6 +43,9 @@ private:
     void showRelated(const RelatedArticles& related);
     void showSaved(const ArticleFields& saved, const QString& words);
     void leave(const std::function<void()>& step);
+    QCoro::Task<> leaveUnsaved(std::function<void()> step, std::stop_token stop);
+    bool save();
+    void comeToTheFront();
 
     void Form_Load();
     void Combo4_Click();
@@ -54,7 +57,7 @@ private:
     void Timer2_Timer();
     void Timer3_Timer();
 
-    const Stores& stores_;
+    Environment& environment_;
     std::unique_ptr<Ui::Form26> ui_;
     ArticleEditor editor_;
     DateBoxes* date_ = nullptr;

@@ -6,11 +6,15 @@
 #include <QCoro/QCoroTask>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <stop_token>
 
 namespace guanchao {
 
 inline const QString programName = QStringLiteral("观潮台");
+
+// What becomes of what the user has typed and not saved; `stay` goes back to it.
+enum class Unsaved : std::uint8_t { save, discard, stay };
 
 class Dialogs {
 public:
@@ -28,9 +32,10 @@ public:
     virtual QCoro::Task<bool> ask(std::stop_token stop, QString text,
                                   QString title = programName) = 0;
 
-    // The same where OK loses for good what the user has typed: Enter by itself answers Cancel.
-    virtual QCoro::Task<bool> askToLose(std::stop_token stop, QString text,
-                                        QString title = programName) = 0;
+    // A question about what is not saved: 保存, 不保存 and 取消, which Enter by itself and Esc
+    // answer.
+    virtual QCoro::Task<Unsaved> askToSave(std::stop_token stop, QString text,
+                                           QString title = programName) = 0;
 
     // An input box; empty if the user cancels it.
     virtual QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,

@@ -97,18 +97,6 @@ QMessageBox* newAnswer(const QString& title, const QString& text) {
     return box;
 }
 
-QCoro::Task<bool> isAnsweredByOk(std::stop_token stop, QString text, QString title,
-                                 bool enterIsOk) {
-    const Shown<QMessageBox> box(
-        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
-    QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
-    QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
-    box->setDefaultButton(enterIsOk ? ok : cancel);
-    box->setEscapeButton(cancel);
-    co_await isAccepted(*box, stop);
-    co_return box->clickedButton() == ok;
-}
-
 QCoro::Task<QString> pickedIn(QFileDialog& box, QString file, std::stop_token stop) {
     box.selectFile(file);
     box.resize(820, 500);  // sizes and dates in full
@@ -155,11 +143,29 @@ void DesktopDialogs::tellFailure(const QString& text) {
 }
 
 QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QString title) {
-    return isAnsweredByOk(stop, text, title, true);
+    const Shown<QMessageBox> box(
+        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
+    QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
+    QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(cancel);
+    co_await isAccepted(*box, stop);
+    co_return box->clickedButton() == ok;
 }
 
-QCoro::Task<bool> DesktopDialogs::askToLose(std::stop_token stop, QString text, QString title) {
-    return isAnsweredByOk(stop, text, title, false);
+QCoro::Task<Unsaved> DesktopDialogs::askToSave(std::stop_token stop, QString text, QString title) {
+    const Shown<QMessageBox> box(
+        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
+    const QPushButton* save = addButton(*box, u"保存"_s, QMessageBox::AcceptRole);
+    const QPushButton* discard = addButton(*box, u"不保存"_s, QMessageBox::DestructiveRole);
+    QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    co_await isAccepted(*box, stop);
+    if (box->clickedButton() == save) {
+        co_return Unsaved::save;
+    }
+    co_return box->clickedButton() == discard ? Unsaved::discard : Unsaved::stay;
 }
 
 QCoro::Task<QString> DesktopDialogs::input(std::stop_token stop, QString prompt, QString title,

@@ -16,7 +16,7 @@ public:
     void tell(const QString& text, const QString& title) override;
     void tellFailure(const QString& text) override;
     QCoro::Task<bool> ask(std::stop_token stop, QString text, QString title) override;
-    QCoro::Task<bool> askToLose(std::stop_token stop, QString text, QString title) override;
+    QCoro::Task<Unsaved> askToSave(std::stop_token stop, QString text, QString title) override;
     QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
                                QString text) override;
     QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,

@@ -24,7 +24,7 @@ protected:
         store_.addArticle(u"'2016-05-31','李四','个股','SH600519贵州茅台','二','二'"_s);
         store_.addArticle(u"'2016-04-02','张三','主题','机器人','三','三'"_s);
     }
-    ~ArticleWindowsTest() override { dialogs_.answer = true; }
+    ~ArticleWindowsTest() override { dialogs_.unsaved = Unsaved::discard; }
 
     static QList<Form26*> editors() {
         QApplication::processEvents();
@@ -162,15 +162,19 @@ TEST_F(ArticleWindowsTest, TheEditorMovesSavesAndFlashes) {
 // Real boxes, answered by real keys alone.
 TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
     const QString end = u"点“确定”退出，点“取消”进入托盘。"_s;
-    const QString lose = u"这篇文章有修改还没有保存，确实要放弃这些修改吗?"_s;
+    const QString lose = u"文章《一》有修改还没有保存，要保存吗?"_s;
+    const QString nameless = u"文章《》有修改还没有保存，要保存吗?"_s;
+    const QString refused = u" 标题不能为空!"_s;
     DesktopDialogs boxes;
     dialogs_.boxes = &boxes;
     const auto noBoxes = qScopeGuard([this] { dialogs_.boxes = nullptr; });
     Form2 main(environment_, windows_, desktop_);
-    const auto exit = [&] { main.close(); };
+    const auto exit = [&] { form_->showMinimized(), main.close(); };
     const auto fromTray = [&] { main.findChild<QAction*>(u"tuopanexit"_s)->trigger(); };
     const auto escape = [&] { QTest::keyClick(form_.data(), Qt::Key_Escape); };
     const auto move = [&] { pick(u"Combo7"_s, 0); };
+    const auto untitled = [&] { edit(u"Text7"_s)->clear(), form_->close(); };
+    const Qt::Key left = Qt::Key_Left;
     const struct {
         const char* name;
         std::function<void()> act;
@@ -183,7 +187,9 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
         {"exit from the tray", fromTray, {Qt::Key_Return}, {lose}, true, false},
         {"closed by Esc", escape, {Qt::Key_Return}, {lose}, true, false},
         {"another article", move, {Qt::Key_Enter}, {lose}, true, false},
-        {"lost", exit, {Qt::Key_Return, Qt::Key_Left, Qt::Key_Return}, {end, lose}, false, true},
+        {"discarded", exit, {Qt::Key_Return, left, Qt::Key_Return}, {end, lose}, false, true},
+        {"saved", exit, {Qt::Key_Return, left, left, Qt::Key_Return}, {end, lose}, false, true},
+        {"no title", untitled, {left, left, Qt::Key_Return}, {nameless, refused}, true, false},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
@@ -197,6 +203,7 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (box && texts.value(texts.size() - 1) != box->text()) {
                 texts << box->text();
+                EXPECT_TRUE(box->text() != lose || !form_->isMinimized()) << "which is meant";
             }
             if (box) {
                 QTest::keyClick(box->windowHandle(),
@@ -216,6 +223,7 @@ TEST_F(ArticleWindowsTest, ExitAndEnterOverAndOverKeepAnUnsavedArticle) {
         EXPECT_EQ(!std::exchange(processes_.ended, {}).isEmpty(), it.ends);
         if (form_) {
             writing()->undo();
+            edit(u"Text7"_s)->setText(u"一"_s);
         }
         closeWindows();
         EXPECT_EQ(texts, it.boxes) << "what was taken back is not asked for";
@@ -229,13 +237,13 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
     const struct {
         const char* name;
         std::function<void()> ask;
-        bool answer;
+        Unsaved answer;
         int questions;
     } cases[] = {
-        {"Esc, discarded", escape, true, 1},
-        {"Esc, kept", escape, false, 1},
-        {"a deletion, which is off then", remove, true, 2},
-        {"a deletion, and kept", remove, false, 2},
+        {"Esc, discarded", escape, Unsaved::discard, 1},
+        {"Esc, kept", escape, Unsaved::stay, 1},
+        {"a deletion, which is off then", remove, Unsaved::discard, 2},
+        {"a deletion, and kept", remove, Unsaved::stay, 2},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
@@ -244,22 +252,22 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
         load(1);
         QTest::keyClicks(writing(), u"x"_s);
         dialogs_.shown.clear();
-        dialogs_.answer = it.answer;
+        dialogs_.unsaved = it.answer;
         const auto answered = std::make_shared<Later<bool>>();
         dialogs_.gate = answered;
         it.ask();
         main.findChild<QAction*>(u"tuopanexit"_s)->trigger();
         EXPECT_TRUE(processes_.ended.isEmpty());
         EXPECT_EQ(dialogs_.shown.size(), it.questions);
-        EXPECT_TRUE(dialogs_.shown.last().contains(u"放弃这些修改"_s));
+        EXPECT_TRUE(dialogs_.shown.last().contains(u"没有保存"_s));
         answered->deliver(true);
         deleteClosedWindows();
         EXPECT_EQ(dialogs_.shown.size(), it.questions);
-        EXPECT_EQ(!processes_.ended.isEmpty(), it.answer);
-        EXPECT_EQ(form_ && form_->isVisible(), !it.answer);
+        EXPECT_EQ(!processes_.ended.isEmpty(), it.answer == Unsaved::discard);
+        EXPECT_EQ(form_ && form_->isVisible(), it.answer == Unsaved::stay);
         processes_.ended.clear();
         dialogs_.gate.reset();
-        dialogs_.answer = true;
+        dialogs_.unsaved = Unsaved::discard;
         closeWindows();
         deleteClosedWindows();
         EXPECT_TRUE(processes_.ended.isEmpty()) << "an end that was refused does not come later";
@@ -280,7 +288,7 @@ TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
     openEditor(1);
     stores_.article.open().execute(u"delete from wenzhang where id=1"_s);
     click(u"Command3"_s);
-    dialogs_.answer = false;
+    dialogs_.unsaved = Unsaved::stay;
     form_->close();
     EXPECT_TRUE(form_->isVisible()) << "its text is not in the store: closing asks";
 }

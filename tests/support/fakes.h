@@ -59,8 +59,13 @@ public:
         const bool yes = co_await boxes->ask(stop, text, title);
         co_return yes;
     }
-    QCoro::Task<bool> askToLose(std::stop_token stop, QString text, QString title) override {
-        return boxes ? boxes->askToLose(stop, text, title) : ask(stop, text, title);
+    QCoro::Task<Unsaved> askToSave(std::stop_token stop, QString text, QString title) override {
+        co_await stand(title + u'|' + text, onAsk, stop);
+        if (!boxes) {
+            co_return unsaved;
+        }
+        const Unsaved chosen = co_await boxes->askToSave(stop, text, title);
+        co_return chosen;
     }
     QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
                                QString text) override {
@@ -80,6 +85,7 @@ public:
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
+    Unsaved unsaved = Unsaved::discard;
     Dialogs* boxes = nullptr;  // real ones, for a user at real keys
     // What happens while the box stands.
     std::function<void()> onTell, onAsk, onInput;
