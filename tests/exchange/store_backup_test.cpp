@@ -180,6 +180,13 @@ TEST_F(StoreBackupTest, WhatFailsLeavesTheStoresThatAreThere) {
     EXPECT_EQ(
         refusal([&] { prepare(u"2026-11-24"_s); }),
         u"备份 2026-11-24 的 wenzhang.mzdat 不能用现在的密码打开，可能是改密码以前的备份。"_s);
+    QFile main(copy + u"dzhzhuti.mzdat"_s);
+    ASSERT_TRUE(main.open(QIODevice::ReadWrite));
+    main.seek(4096);
+    main.write(QByteArray(static_cast<int>(main.size()) - 4096, 'x'));
+    main.close();
+    EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s); }),
+              u"备份 2026-11-24 的 dzhzhuti.mzdat 已损坏，请另选一份备份。"_s);
     QFile::remove(copy + u"dzhzhuti.mzdat"_s);
     EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s); }),
               u"备份 2026-11-24 的 dzhzhuti.mzdat 不在了。"_s);
