@@ -1,5 +1,6 @@
 #include "frame/undo_line.h"
 
+#include <QEvent>
 #include <QScopeGuard>
 #include <utility>
 
@@ -20,7 +21,15 @@ UndoLine::UndoLine(QLabel& words, QPushButton& button, Environment& environment,
       runs_(environment.failures) {
     connect(&button_, &QPushButton::clicked, this,
             [this] { runs_.start([this](std::stop_token stop) { return undo(stop); }); });
+    words_.window()->installEventFilter(this);
     showLast();
+}
+
+bool UndoLine::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) {
+        showLast();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void UndoLine::showLast() {

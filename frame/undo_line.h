@@ -22,6 +22,10 @@ public:
     // After a deletion of the window.
     void showLast();
 
+protected:
+    // Another window of the same place may have deleted or brought back.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QCoro::Task<> undo(std::stop_token stop);
 

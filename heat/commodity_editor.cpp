@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "store/patience.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -15,6 +16,13 @@ constexpr int daysBefore = 2;
 
 QString attentionText(const Commodity& typed) {
     return numberText(numericPrefix(typed.attention));
+}
+
+QString historyWords(const Stores& stores, const QString& name) {
+    const Activity activity(u"删除商品"_s);
+    Connection store = stores.heat.open();
+    const Recordset days(store, u"select count(*) from shophq where shopname="_s + quoted(name));
+    return u"（历史 "_s + days.value(0).toText() + u" 条）"_s;
 }
 
 }  // namespace
@@ -88,20 +96,30 @@ bool CommodityEditor::update(const QString& name, const Commodity& typed) {
 }
 
 QCoro::Task<> CommodityEditor::remove(QString name, std::stop_token stop) {
-    co_await deleteCommodity(stores_, dialogs_, trimBlanks(name), stop);
+    co_await deleteCommodity(stores_, dialogs_, removals_, trimBlanks(name), stop);
 }
 
-QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name,
-                                  std::stop_token stop) {
-    const bool agreed = co_await dialogs.ask(stop, u"确实要删除商品'"_s + name + u"'吗?"_s);
+QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, Removals& removals,
+                                  QString name, std::stop_token stop) {
+    const QString count = historyWords(stores, name);
+    const bool agreed = co_await dialogs.ask(stop, u"确实要删除商品'"_s + name + u"'吗?"_s + count);
     if (!agreed) {
         co_return false;
     }
-    Activity activity(u"删除商品"_s);
-    Connection store = stores.heat.open();
-    store.execute(u"delete from shopname where shopname="_s + quoted(name));
-    activity.wrote(u"商品清单"_s);
-    store.execute(u"delete from shophq where shopname="_s + quoted(name));
+    const auto step = [=, &stores, &removals] {
+        const Activity activity(u"删除商品"_s);
+        Connection store = stores.heat.open();
+        Removal removal(removals, store, stores.heat);
+        Transaction transaction(store);
+        const QString ofCommodity = u" where shopname="_s + quoted(name);
+        removal.keep({u"shopname"_s, {u"shopname"_s}}, ofCommodity);
+        removal.keep({u"shophq"_s, {u"shopname"_s, u"riqi"_s}}, ofCommodity);
+        store.execute(u"delete from shopname"_s + ofCommodity);
+        store.execute(u"delete from shophq"_s + ofCommodity);
+        transaction.commit();
+        removal.complete(commodityPlace, u"商品'"_s + name + u"'"_s + count);
+    };
+    co_await patiently(step, stop);
     dialogs.tell(u"删除商品'"_s + name + u"'完成!"_s);
     co_return true;
 }

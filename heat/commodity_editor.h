@@ -8,6 +8,7 @@
 
 #include "base/globals.h"
 #include "platform/dialogs.h"
+#include "store/removals.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -19,16 +20,20 @@ struct Commodity {
     QString attention;  // 关注度; read as its leading number
 };
 
-// Asks, then deletes the commodity with its whole history and says so; false if the user refuses.
-QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, QString name,
-                                  std::stop_token stop);
+// Of what the windows of commodities can take back.
+inline const QString commodityPlace = QStringLiteral("商品");
+
+// Asks, then deletes the commodity with its whole history, which can be taken back, and says so;
+// false if the user refuses.
+QCoro::Task<bool> deleteCommodity(const Stores& stores, Dialogs& dialogs, Removals& removals,
+                                  QString name, std::stop_token stop);
 
 class CommodityEditor {
 public:
     using Show = std::function<void(const Commodity&)>;
 
-    CommodityEditor(const Stores& stores, Globals& globals, Dialogs& dialogs)
-        : stores_(stores), globals_(globals), dialogs_(dialogs) {}
+    CommodityEditor(const Stores& stores, Globals& globals, Dialogs& dialogs, Removals& removals)
+        : stores_(stores), globals_(globals), dialogs_(dialogs), removals_(removals) {}
 
     // The stored row of the current commodity, which is then forgotten; nothing for a new one.
     std::optional<Commodity> load();
@@ -46,6 +51,7 @@ private:
     const Stores& stores_;
     Globals& globals_;
     Dialogs& dialogs_;
+    Removals& removals_;
 };
 
 }  // namespace guanchao

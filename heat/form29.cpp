@@ -19,6 +19,8 @@ Form29::Form29(Environment& environment, Windows& windows)
     connectMenu();
     dressControls();
     connectControls();
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
+                                           commodityPlace, [this] { Command9_Click(); });
     Form_Load();
 }
 
@@ -76,9 +78,11 @@ void Form29::添加商品_Click() {
 
 void Form29::删除商品_Click() {
     runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
-        const bool deleted = co_await deleteCommodity(environment_.stores, environment_.dialogs,
-                                                      ranking_.current(), stop);
+        const bool deleted =
+            co_await deleteCommodity(environment_.stores, environment_.dialogs,
+                                     environment_.removals, ranking_.current(), stop);
         if (deleted) {
+            undoLine_->showLast();
             emptyHeatGrid(historyGrid_);
             ui_->plot->showDays({});
             Command9_Click();

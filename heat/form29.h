@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "base/runs.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "heat/heat_window.h"
 
@@ -36,6 +37,7 @@ private:
     Windows& windows_;
     std::unique_ptr<Ui::Form29> ui_;
     QMenu kuaijiemenu_;  // 快捷菜单: on a commodity, or on the empty ground to add one
+    std::unique_ptr<UndoLine> undoLine_;
     Runs runs_;
 };
 

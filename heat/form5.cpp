@@ -9,12 +9,14 @@ using namespace Qt::Literals::StringLiterals;
 Form5::Form5(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
       ui_(std::make_unique<Ui::Form5>()),
-      editor_(environment.stores, environment.globals, environment.dialogs),
+      editor_(environment.stores, environment.globals, environment.dialogs, environment.removals),
       runs_(environment.failures) {
     ui_->setupUi(this);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form5::Command3_Click);
+    undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment,
+                                           commodityPlace, [] {});
     Form_Load();
 }
 
@@ -50,7 +52,10 @@ void Form5::Command2_Click() {
 }
 
 void Form5::Command3_Click() {
-    runs_.start([this](std::stop_token stop) { return editor_.remove(ui_->Text1->text(), stop); });
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        co_await editor_.remove(ui_->Text1->text(), stop);
+        undoLine_->showLast();
+    });
 }
 
 }  // namespace guanchao

@@ -8,6 +8,7 @@
 
 #include "base/runs.h"
 #include "frame/environment.h"
+#include "frame/undo_line.h"
 #include "frame/windows.h"
 #include "heat/commodity_editor.h"
 
@@ -35,6 +36,7 @@ private:
 
     std::unique_ptr<Ui::Form5> ui_;
     CommodityEditor editor_;
+    std::unique_ptr<UndoLine> undoLine_;
     Runs runs_;
 };
 

@@ -19,7 +19,7 @@ protected:
         return heatRows(u"select shopname,guanzhudu,aboutgegu,adddate,riqi from shopname"_s);
     }
 
-    CommodityEditor editor_{store_.stores, globals_, dialogs_};
+    CommodityEditor editor_{store_.stores, globals_, dialogs_, removals_};
 };
 
 TEST_F(CommodityEditorTest, ANewCommodityStandsAsCollectedTwoDaysAgo) {
@@ -47,20 +47,23 @@ TEST_F(CommodityEditorTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
 
 TEST_F(CommodityEditorTest, ADeletionAsksAndTakesTheHistoryAlong) {
     runHeat(u"insert into shophq(shopname,riqi) values('铜','2026-11-24 10:00:00')"_s);
+    const QStringList before = list();
     dialogs_.answer = false;
-    EXPECT_FALSE(outcomeOf(deleteCommodity(store_.stores, dialogs_, u"铜"_s, {})));
-    EXPECT_EQ(list().size(), 2);
+    EXPECT_FALSE(outcomeOf(deleteCommodity(store_.stores, dialogs_, removals_, u"铜"_s, {})));
+    EXPECT_EQ(told(), QStringList{u"观潮台|确实要删除商品'铜'吗?（历史 1 条）"_s});
+    EXPECT_EQ(list(), before);
     dialogs_.answer = true;
     outcomeOf(editor_.remove(u" 铜 "_s, {}));
     EXPECT_EQ(list().size(), 1);
     EXPECT_EQ(heatRows(u"select * from shophq"_s), QStringList());
-    runHeat(u"drop table shophq"_s);
-    try {
-        outcomeOf(deleteCommodity(store_.stores, dialogs_, u"铝"_s, {}));
-        FAIL() << "the history can't be deleted";
-    } catch (const StoreError& failure) {
-        EXPECT_TRUE(failure.remains().contains(u"商品清单"_s));
-    }
+    bringBack(*removals_.last(commodityPlace));
+    EXPECT_EQ(list(), before);
+    EXPECT_EQ(heatRows(u"select shopname,riqi from shophq"_s),
+              QStringList{u"铜|2026-11-24 10:00:00"_s});
+    runHeat(u"create trigger refuse before delete on shophq begin select raise(abort,'no'); end"_s);
+    EXPECT_THROW(outcomeOf(deleteCommodity(store_.stores, dialogs_, removals_, u"铜"_s, {})),
+                 StoreError);
+    EXPECT_EQ(list(), before) << "all or nothing";
 }
 
 }  // namespace guanchao

@@ -180,6 +180,12 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     EXPECT_EQ(text(u"Text2"_s), u"5"_s) << "the stored row is shown";
     click(u"Command3"_s);
     EXPECT_EQ(heatRows(u"select shopname from shopname"_s), QStringList{u"铝"_s});
+    QEvent activated(QEvent::WindowActivate);
+    QApplication::sendEvent(monitor, &activated);
+    press(monitor, u"undo"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return heatRows(u"select shopname from shopname"_s).size() == 2;
+    })) << "taken back in the other window";
 }
 
 }  // namespace guanchao
