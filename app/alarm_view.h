@@ -1,11 +1,13 @@
 // How alarms show: the monitor window comes up without the keyboard; the monitors that fired are
-// tinted there until they are looked at, whoever has opened it; the desktop tells of each; the line
-// of the main window says since when the polls bring no quotes.
+// tinted there until they are looked at, whoever has opened it; the desktop tells of each, and a
+// banner where the user is in another program; the line of the main window says since when the
+// polls bring no quotes.
 #pragma once
 
 #include <QLabel>
 #include <QObject>
 
+#include "app/alarm_banner.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "monitor/alarm_desk.h"
@@ -26,7 +28,9 @@ public:
     bool showMonitors();
 
 private:
+    void turnToMonitors();
     void refreshOrOpen();
+    void bringUp(bool userIsHere);
     void openQuietly();
     void tell(const FiredMonitor& monitor);
     void showState();
@@ -37,6 +41,7 @@ private:
     Notifier& notifier_;
     AlarmDesk& desk_;
     QLabel& line_;
+    AlarmBanner banner_;
 };
 
 }  // namespace guanchao

@@ -69,6 +69,11 @@ QString AlarmDesk::staleWords() const {
                                  : QString();
 }
 
+void AlarmDesk::stopSound() {
+    sound_.stop();
+    emit silenced();
+}
+
 void AlarmDesk::ring(const QString& file) {
     bofangwenjian_ = file;
     if (!Timer3_.isActive()) {

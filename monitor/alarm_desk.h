@@ -23,7 +23,7 @@ public:
     // The ticks begin; they go on for the life of the process.
     void start() { Timer2_.start(); }
     // 停止播放
-    void stopSound() { sound_.stop(); }
+    void stopSound();
     // Those that have fired and were not looked at.
     const QList<FiredMonitor>& unseen() const { return unseen_; }
     void forget(const FiredMonitor& monitor);
@@ -35,6 +35,8 @@ signals:
     void ticks();
     void soundBegins(const QString& file);
     void soundEnds();
+    // By 停止播放: the user has heard it.
+    void silenced();
     void fired(const FiredMonitor& monitor);
     // Monitoring goes by the session or a hand, quotes come or don't.
     void stateChanged();

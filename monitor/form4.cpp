@@ -179,9 +179,9 @@ void Form4::showStale(const QString& words) {
     showFlag();
 }
 
-void Form4::comeUp() {
+void Form4::comeUp(bool overAll) {
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, !isActiveWindow());
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, overAll && !isActiveWindow());
     raise();
 }
 

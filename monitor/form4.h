@@ -36,9 +36,9 @@ public:
     void showFired(const QList<FiredMonitor>& fired);
     // Since when no quotes come, in the caption; empty while they do.
     void showStale(const QString& words);
-    // For an alarm: over all windows, a full-screen one too, until the user turns to it, and
-    // without the keyboard, which stays where it is.
-    void comeUp();
+    // For an alarm: to the front, and unless a box stands over all windows until the user turns to
+    // it or a box opens; without the keyboard, which stays where it is.
+    void comeUp(bool overAll);
 
 signals:
     void lookedAt(const FiredMonitor& monitor);

@@ -45,12 +45,23 @@ QWindow* windowBelow() {
     return window;
 }
 
+// One that an alarm holds over all others would hide the box.
+void letNoWindowStayOnTop() {
+    for (QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->type() != Qt::ToolTip && window->flags() & Qt::WindowStaysOnTopHint) {
+            window->setFlag(Qt::WindowStaysOnTopHint, false);
+        }
+    }
+}
+
 // The window below may close: the box is no child of it.
 void show(QDialog& box, Qt::WindowModality modality) {
+    letNoWindowStayOnTop();
     box.setWindowModality(modality);
     box.winId();  // makes its window
     box.windowHandle()->setTransientParent(windowBelow());
     box.show();
+    box.raise();
 }
 
 QCoro::Task<bool> isAccepted(QDialog& box, std::stop_token stop) {

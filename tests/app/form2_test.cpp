@@ -396,7 +396,7 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
     timer->stop();
     EXPECT_EQ(gains(themes, 2), QStringList{u"200.00"_s}) << "those of the search";
-    EXPECT_EQ(gains(stocks, 6), QStringList{u"200.00"_s});
+    EXPECT_EQ(gains(stocks, 7), QStringList{u"200.00"_s});
     EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 13:05:00"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     auto* line = find<QLabel>(u"Label1"_s);

@@ -1,3 +1,4 @@
+#include <QWindow>
 #include <algorithm>
 #include <optional>
 
@@ -49,6 +50,9 @@ protected:
         const QList<Form4*> shown = shownWindows<Form4>();
         return {shown.begin(), shown.end()};
     }
+    static bool staysOnTop(const QWidget& window) {
+        return window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
+    }
     static bool opensAnother(const QList<QPointer<Form4>>& before) {
         return wait([&] {
             const auto now = managers();
@@ -66,6 +70,7 @@ protected:
         mend();
         expectPollsAndAlarms();
         EXPECT_EQ(shownWindows<QMessageBox>(), box) << "it stands, and no other";
+        EXPECT_FALSE(staysOnTop(*managers().first())) << "the manager doesn't hide it";
         EXPECT_TRUE(!box.first()->isModal() || QApplication::activeWindow() == box.first())
             << "its keys reach it";
         main_.findChild<QAction*>(u"tuopanexit"_s)->trigger();
@@ -128,6 +133,23 @@ TEST_F(PollsUnderBoxesTest, AnAlarmLeavesWhatTheUserIsTyping) {
 
 TEST_F(PollsUnderBoxesTest, AnAnswer) {
     expectPollsAndAlarmsUnderTheBoxOf([this] { dialogs_.tell(u"没有网络"_s, u"分时行情"_s); });
+}
+
+TEST_F(PollsUnderBoxesTest, ABoxThatComesLaterIsNotHiddenByTheManager) {
+    const std::function<void()> boxes[] = {
+        [this] { dialogs_.tell(u"没有网络"_s, u"分时行情"_s); },
+        [this] { application_.report(std::runtime_error("odd")); },
+    };
+    for (const auto& box : boxes) {
+        price_ = 10;
+        ASSERT_TRUE(morePolls(2));
+        price_ = 10.6;
+        ASSERT_TRUE(wait([] { return !managers().isEmpty() && staysOnTop(*managers().first()); }));
+        box();
+        ASSERT_TRUE(shownWindow<QMessageBox>());
+        EXPECT_FALSE(staysOnTop(*managers().first()));
+        delete shownWindow<QMessageBox>();
+    }
 }
 
 TEST_F(PollsUnderBoxesTest, TheQuestionOfTheEnd) {

@@ -230,9 +230,10 @@ TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
     EXPECT_EQ(updatedCodes(), 195);
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
     addCodes(2);
-    const auto both = http_.answer;
-    http_.answer = [both](const QString& path) {
-        return both(path)->replace(gbkFromText(line(u"sh600101"_s)), "var hq_str_sh600101=\"\";\n");
+    const auto whole = http_.answer;
+    http_.answer = [whole](const QString& path) {
+        return whole(path)->replace(gbkFromText(line(u"sh600101"_s)),
+                                    "var hq_str_sh600101=\"\";\n");
     };
     EXPECT_EQ(run(), allCame_ + u"\n1只：服务没有这只股票"_s);
 }

@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QListWidget>
 
+#include "app/alarm_banner.h"
 #include "app/form2.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
@@ -230,6 +231,33 @@ TEST_F(SessionTest, AnAlarmIsToldMarkedAndTintedUntilLookedAt) {
     stopPlaying->trigger();
     EXPECT_FALSE(child<QWidget>(&main_, u"WindowsMediaPlayer1"_s)->isVisible());
     EXPECT_FALSE(stopPlaying->isEnabled());
+}
+
+TEST_F(SessionTest, WhoIsElsewhereSeesABannerUntilHeTurnsToTheAlarm) {
+    const std::function<void(QWidget*)> turns[] = {
+        [](QWidget* banner) { QTest::mouseClick(banner, Qt::LeftButton); },
+        [this](QWidget*) {
+            auto* stopPlaying = child<QAction>(&main_, u"停止播放"_s);
+            ASSERT_TRUE(wait([&] { return stopPlaying->isEnabled(); }));
+            stopPlaying->trigger();
+        },
+        [this](QWidget*) { main_.tuopan显示_Click(); },
+    };
+    clock_.moment.setTime(QTime(9, 31));
+    for (const auto& turn : turns) {
+        price_ = 10;
+        closeWindows();
+        main_.hide();
+        ASSERT_TRUE(ticks(5));
+        price_ = 10.6;
+        ASSERT_TRUE(wait([] { return shownWindow<AlarmBanner>() != nullptr; }));
+        auto* banner = shownWindow<AlarmBanner>();
+        EXPECT_TRUE(banner->text().contains(u"银行 涨幅 6 > 5"_s));
+        EXPECT_FALSE(QApplication::activeWindow());
+        turn(banner);
+        EXPECT_TRUE(wait([] { return shownWindow<AlarmBanner>() == nullptr; }));
+        EXPECT_TRUE(shownWindow<Form4>());
+    }
 }
 
 TEST_F(SessionTest, QuotesThatStayAwayAreTold) {
