@@ -11,6 +11,7 @@
 #include "app/auto_update.h"
 #include "app/maintenance.h"
 #include "app/startup.h"
+#include "articles/draft_offer.h"
 #include "base/pause.h"
 #include "base/values.h"
 #include "frame/looks.h"
@@ -203,6 +204,8 @@ void Form2::Form_Load() {
     Timer1_.start();
     Timer4_.start();
     dailyBackup_->start();
+    beginning_.start(
+        [this](std::stop_token stop) { return offerDrafts(environment_, windows_, stop); });
 }
 
 void Form2::刷新_Click() {

@@ -1,9 +1,11 @@
 #include "articles/form26.h"
 
+#include <QFile>
 #include <QLineEdit>
 #include <QShortcut>
 #include <utility>
 
+#include "base/activity.h"
 #include "ui_form26.h"
 
 namespace guanchao {
@@ -27,6 +29,7 @@ Form26::Form26(Environment& environment, Windows& /*windows*/)
       environment_(environment),
       ui_(std::make_unique<Ui::Form26>()),
       editor_(environment.stores, environment.globals, environment.clock, environment.dialogs),
+      draftPath_(newDraftPath(environment.applicationFolder)),
       deletion_(environment.failures),
       leaving_(environment.failures) {
     ui_->setupUi(this);
@@ -52,6 +55,12 @@ void Form26::connectControls() {
             }
         });
     }
+    for (EntryBox* box :
+         {ui_->Combo1, ui_->Combo2, ui_->Combo3, ui_->Combo4, ui_->Combo5, ui_->Combo10}) {
+        connect(box, &QComboBox::currentTextChanged, this, &Form26::noteChange);
+    }
+    connect(ui_->Text7, &QLineEdit::textChanged, this, &Form26::noteChange);
+    connect(ui_->RichTextBox1, &ArticleText::textChanged, this, &Form26::noteChange);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form26::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form26::Command3_Click);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form26::Command4_Click);
@@ -72,7 +81,8 @@ void Form26::connectTimers() {
     };
     for (const TimerSetting& it : {TimerSetting{Timer1_, "Timer1", 3000, &Form26::Timer1_Timer},
                                    TimerSetting{Timer2_, "Timer2", 10, &Form26::Timer2_Timer},
-                                   TimerSetting{Timer3_, "Timer3", 10, &Form26::Timer3_Timer}}) {
+                                   TimerSetting{Timer3_, "Timer3", 10, &Form26::Timer3_Timer},
+                                   TimerSetting{drafts_, "drafts", 30000, &Form26::drafts_Timer}}) {
         it.timer.setParent(this);
         it.timer.setObjectName(QString::fromLatin1(it.name));
         it.timer.setInterval(it.milliseconds);
@@ -102,14 +112,31 @@ void Form26::showArticle(const std::optional<ArticleFields>& article) {
         return;
     }
     ui_->Label7->setText(article->id);
-    date_->setTexts(article->date);
-    ui_->Combo10->setText(article->author);
-    ui_->Combo4->setText(article->category);
-    ui_->Combo5->setText(article->subcategory);
-    ui_->Text7->setText(article->title);
-    ui_->Text7->setCursorPosition(0);
-    ui_->RichTextBox1->setText(article->body);
+    write(*article);
     kept_ = fields();
+    drafts_.stop();
+}
+
+void Form26::write(const ArticleFields& article) {
+    date_->setTexts(article.date);
+    ui_->Combo10->setText(article.author);
+    ui_->Combo4->setText(article.category);
+    ui_->Combo5->setText(article.subcategory);
+    ui_->Text7->setText(article.title);
+    ui_->Text7->setCursorPosition(0);
+    ui_->RichTextBox1->setText(article.body);
+}
+
+// Of a deleted article the text is a new one: its window doesn't close.
+void Form26::takeUp(const LeftDraft& left) {
+    Timer2_.stop();
+    if (kept_.id.toInt() > 0 && kept_ != left.draft.read) {
+        environment_.dialogs.tell(u"文章《"_s + kept_.title +
+                                  u"》在这份草稿之后又有过修改。窗口里是草稿，"
+                                  u"保存会盖掉那些修改。"_s);
+    }
+    draftPath_ = left.path;
+    write(left.draft.typed);
 }
 
 void Form26::showRelated(const RelatedArticles& related) {
@@ -159,6 +186,7 @@ void Form26::showSaved(const ArticleFields& saved, const QString& words) {
     ui_->Combo5->setText(saved.subcategory);
     if (!words.isEmpty()) {
         kept_ = fields();
+        forgetDraft();
         ui_->Label3->setText(words);
         ui_->Label3->show();
         Timer1_.start();
@@ -170,6 +198,7 @@ void Form26::Command4_Click() {
         const ArticleFields shown = fields();
         const bool removed = co_await editor_.remove(shown, stop);
         if (removed) {
+            forgetDraft();
             QDialog::reject();
         }
     });
@@ -190,6 +219,29 @@ void Form26::Timer3_Timer() {
     showArticle(editor_.moveTo(next_));
 }
 
+// The first change since what is put aside.
+void Form26::noteChange() {
+    if (!drafts_.isActive()) {
+        drafts_.start();
+    }
+}
+
+void Form26::drafts_Timer() {
+    drafts_.stop();
+    const ArticleFields typed = fields();
+    if (typed == kept_) {
+        forgetDraft();
+        return;
+    }
+    const Activity activity(u"保存草稿"_s, u"窗口里的文字没有改动。"_s);
+    putAside(draftPath_, {kept_, typed, environment_.clock.now()});
+}
+
+void Form26::forgetDraft() {
+    drafts_.stop();
+    QFile::remove(draftPath_);
+}
+
 void Form26::reject() {
     leave([this] { QDialog::reject(); });
 }
@@ -198,6 +250,7 @@ void Form26::reject() {
 void Form26::leave(const std::function<void()>& step) {
     deletion_.stop();
     if (fields() == kept_) {
+        forgetDraft();
         step();
     } else if (!leaving_.running()) {
         leaving_.start([this, step](std::stop_token stop) { return leaveUnsaved(step, stop); });
@@ -209,6 +262,7 @@ QCoro::Task<> Form26::leaveUnsaved(std::function<void()> step, std::stop_token s
     const ArticleFields shown = fields();
     const Unsaved answer = co_await editor_.askToSave(shown, stop);
     if (answer == Unsaved::discard || (answer == Unsaved::save && save())) {
+        forgetDraft();
         step();
     } else {
         emit stays();

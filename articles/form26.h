@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "articles/article_editor.h"
+#include "articles/drafts.h"
 #include "base/runs.h"
 #include "frame/asking_window.h"
 #include "frame/date_boxes.h"
@@ -32,6 +33,9 @@ public:
     // Every way to close it: asks first if there are unsaved changes.
     void reject() override;
 
+    // Lays the draft over its article, which may have been changed or deleted since.
+    void takeUp(const LeftDraft& left);
+
 protected:
     bool event(QEvent* event) override;
 
@@ -39,6 +43,7 @@ private:
     void connectControls();
     void connectTimers();
     ArticleFields fields() const;
+    void write(const ArticleFields& article);
     void showArticle(const std::optional<ArticleFields>& article);
     void showRelated(const RelatedArticles& related);
     void showSaved(const ArticleFields& saved, const QString& words);
@@ -46,6 +51,8 @@ private:
     QCoro::Task<> leaveUnsaved(std::function<void()> step, std::stop_token stop);
     bool save();
     void comeToTheFront();
+    void noteChange();
+    void forgetDraft();
 
     void Form_Load();
     void Combo4_Click();
@@ -56,6 +63,7 @@ private:
     void Timer1_Timer();
     void Timer2_Timer();
     void Timer3_Timer();
+    void drafts_Timer();
 
     Environment& environment_;
     std::unique_ptr<Ui::Form26> ui_;
@@ -67,6 +75,8 @@ private:
     QTimer Timer1_;               // hides the flash message
     QTimer Timer2_;               // closes the window of an article that is deleted
     QTimer Timer3_;               // moves to the article chosen in a related list
+    QTimer drafts_;               // puts a change aside
+    QString draftPath_;
     Runs deletion_;
     Runs leaving_;
 };

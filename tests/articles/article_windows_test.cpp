@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QScopeGuard>
 #include <utility>
 
@@ -272,6 +273,70 @@ TEST_F(ArticleWindowsTest, TheEndOfTheProgramWaitsForTheAnswer) {
         deleteClosedWindows();
         EXPECT_TRUE(processes_.ended.isEmpty()) << "an end that was refused does not come later";
     }
+}
+
+// The windows that a crash leaves behind are never closed.
+TEST_F(ArticleWindowsTest, ACrashLeavesDraftsThatTheNextStartOffers) {
+    const auto drafts = [&] {
+        return QDir(store_.folder() + u"草稿"_s).entryList({u"*.json"_s}, QDir::Files).size();
+    };
+    const auto type = [&](int id) {
+        openEditor(id);
+        find<QTimer>(u"drafts"_s)->setInterval(1);
+        QTest::keyClicks(writing(), u"x"_s);
+    };
+    const auto crash = [&](int id) {
+        const auto before = drafts();
+        type(id);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() > before; }));
+        delete form_;
+        clock_.moment = clock_.moment.addSecs(60);
+    };
+    const auto opened = [&] {
+        QMap<QString, Form26*> byText;
+        for (Form26* editor : editors()) {
+            byText.insert(child<QLabel>(editor, u"Label7"_s)->text() + u' ' +
+                              editor->findChild<ArticleText*>()->text(),
+                          editor);
+        }
+        return byText;
+    };
+    for (const int id : {1, 2, 3, 0}) {
+        crash(id);
+    }
+    runArticle(u"update wenzhang set leirong='别的' where id=2"_s);
+    runArticle(u"delete from wenzhang where id=3"_s);
+    dialogs_.answer = false;
+    Form2 main(environment_, windows_, desktop_);
+    told();
+    main.Form_Load();
+    EXPECT_EQ(told(), QStringList{u"观潮台|上次软件没有正常退出，有 4 篇文章没有保存，留有草稿："
+                                  u"\n《一》  2026-11-24 10:00\n《二》  2026-11-24 10:01"
+                                  u"\n《三》  2026-11-24 10:02\n《关于()的内容》  2026-11-24 10:03"
+                                  u"\n\n点“确定”打开，点“取消”下次启动再问。"_s});
+    EXPECT_TRUE(editors().isEmpty());
+    dialogs_.answer = true;
+    main.Form_Load();
+    EXPECT_EQ(told().mid(1),
+              QStringList({u"观潮台|文章《二》在这份草稿之后又有过修改。窗口里是草稿，"
+                           u"保存会盖掉那些修改。"_s,
+                           u"观潮台|此文章已删除!"_s}));
+    const QMap<QString, Form26*> left = opened();
+    ASSERT_EQ(left.keys(), QStringList({u"1 xABC x abc"_s, u"2 x二"_s, u"id x"_s, u"id x三"_s}));
+    form_ = left[u"1 xABC x abc"_s];
+    click(u"Command3"_s);
+    EXPECT_EQ(drafts(), 3) << "what is saved";
+    left[u"2 x二"_s]->close();
+    EXPECT_EQ(drafts(), 2) << "what is discarded";
+    dialogs_.unsaved = Unsaved::stay;
+    left[u"id x"_s]->close();
+    EXPECT_EQ(drafts(), 2) << "what stays";
+    dialogs_.unsaved = Unsaved::discard;
+    closeWindows();
+    type(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() == 1; }));
+    writing()->undo();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() == 0; })) << "what is taken back";
 }
 
 TEST_F(ArticleWindowsTest, AnArticleDeletedElsewhereClosesItsWindow) {
