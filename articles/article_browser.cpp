@@ -51,11 +51,20 @@ BrowserLoad ArticleBrowser::load() {
     return load;
 }
 
-void ArticleBrowser::list(const ArticleQuery& query) {
+ArticleCounts ArticleBrowser::list(const ArticleQuery& query) {
+    query_ = query;
+    return fill(GridFill::Rows::ofAnotherList);
+}
+
+ArticleCounts ArticleBrowser::listAgain() {
+    return fill(GridFill::Rows::ofTheSameList);
+}
+
+ArticleCounts ArticleBrowser::fill(GridFill::Rows rows) {
     const Activity activity(u"查询文章"_s);
     Connection store = stores_.article.open();
-    Recordset articles(store, query.statement());
-    const GridFill fill(grid_);
+    Recordset articles(store, query_.statement());
+    const GridFill fill(grid_, rows);
     grid_.clear();
     grid_.setRows(1);
     grid_.setCols(1);
@@ -63,6 +72,10 @@ void ArticleBrowser::list(const ArticleQuery& query) {
         tianchongbiao(articles, grid_, 1);
         grid_.setColWidths({600, 800, 1300, 1400, 1200, 2200, 4200});
     }
+    const qint64 listed = articles.count();
+    return {query_.isLimited() ? Recordset(store, query_.countStatement()).value(0).toInteger()
+                               : listed,
+            listed};
 }
 
 void ArticleBrowser::press(int row) {

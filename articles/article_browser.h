@@ -26,6 +26,12 @@ struct BrowserLoad {
     QString contextValue;  // 小类
 };
 
+// How many articles a query finds, and how many of them its limit lets into the list.
+struct ArticleCounts {
+    qint64 found = 0;
+    qint64 listed = 0;
+};
+
 class ArticleBrowser {
 public:
     ArticleBrowser(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
@@ -35,7 +41,9 @@ public:
     BrowserLoad load();
 
     // Fills the grid, newest first; the article that was marked stays so if it is listed.
-    void list(const ArticleQuery& query);
+    ArticleCounts list(const ArticleQuery& query);
+    // The same query after an article has changed; the user's own order of the rows stays.
+    ArticleCounts listAgain();
 
     // A press on a row makes its article the current one, if the grid shows more than one.
     void press(int row);
@@ -52,6 +60,7 @@ public:
     QCoro::Task<bool> removeListed(std::stop_token stop);
 
 private:
+    ArticleCounts fill(GridFill::Rows rows);
     qint32 idOf(int row) const;
     void removeAll(const QList<qint32>& ids);
 
@@ -61,6 +70,7 @@ private:
     Dialogs& dialogs_;
     Removals& removals_;
     ResultGrid& grid_;
+    ArticleQuery query_;  // behind the list
 };
 
 }  // namespace guanchao

@@ -29,11 +29,20 @@ QString contains(const QString& column, const QString& box) {
 }  // namespace
 
 QString ArticleQuery::statement() const {
-    if (all) {
-        return columns + u" order by date(rq) desc,id desc  limit 1000"_s;
-    }
-    return columns + u"where "_s + condition() + u" order by date(rq) desc,id desc "_s +
-           limitClause();
+    return columns + range() + u" order by date(rq) desc,id desc "_s +
+           (all ? u" limit 1000"_s : limitClause());
+}
+
+QString ArticleQuery::countStatement() const {
+    return u"select count(*) from wenzhang "_s + range();
+}
+
+bool ArticleQuery::isLimited() const {
+    return all || !trimBlanks(limit).isEmpty();
+}
+
+QString ArticleQuery::range() const {
+    return all ? QString() : u"where "_s + condition();
 }
 
 QString ArticleQuery::condition() const {

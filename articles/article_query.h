@@ -21,8 +21,12 @@ struct ArticleQuery {
     QString limit;                        // 取前篇; empty: all rows
 
     QString statement() const;
+    // How many articles there are, whatever the limit.
+    QString countStatement() const;
+    bool isLimited() const;
 
 private:
+    QString range() const;
     QString condition() const;
     QString limitClause() const;
 };

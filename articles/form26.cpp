@@ -5,7 +5,9 @@
 #include <QShortcut>
 #include <utility>
 
+#include "articles/form27.h"
 #include "base/activity.h"
+#include "frame/open_windows.h"
 #include "ui_form26.h"
 
 namespace guanchao {
@@ -190,6 +192,14 @@ void Form26::showSaved(const ArticleFields& saved, const QString& words) {
         ui_->Label3->setText(words);
         ui_->Label3->show();
         Timer1_.start();
+        tellBrowser();
+    }
+}
+
+// The list shows the change at once.
+void Form26::tellBrowser() const {
+    if (auto* browser = environment_.openWindows.find<Form27>()) {
+        browser->showChange();
     }
 }
 
@@ -199,6 +209,7 @@ void Form26::Command4_Click() {
         const bool removed = co_await editor_.remove(shown, stop);
         if (removed) {
             forgetDraft();
+            tellBrowser();
             QDialog::reject();
         }
     });

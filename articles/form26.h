@@ -53,6 +53,7 @@ private:
     void comeToTheFront();
     void noteChange();
     void forgetDraft();
+    void tellBrowser() const;
 
     void Form_Load();
     void Combo4_Click();

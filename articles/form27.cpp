@@ -107,7 +107,19 @@ void Form27::Combo7_Click() {
 }
 
 void Form27::Command1_Click() {
-    browser_.list(query());
+    showCounts(browser_.list(query()));
+}
+
+void Form27::showChange() {
+    showCounts(browser_.listAgain());
+}
+
+void Form27::showCounts(const ArticleCounts& counts) {
+    QString words = u"共找到 "_s + QString::number(counts.found) + u" 篇"_s;
+    if (counts.listed < counts.found) {
+        words += u"，只列出最新的 "_s + QString::number(counts.listed) + u" 篇"_s;
+    }
+    ui_->found->setText(words);
 }
 
 // The current article is kept on purpose: after a press on a row its article opens.

@@ -30,10 +30,14 @@ public:
     Form27(Environment& environment, Windows& windows);
     ~Form27() override;
 
+    // An editor has added, changed or deleted an article.
+    void showChange();
+
 private:
     void connectControls();
     void enableConditions();
     ArticleQuery query() const;
+    void showCounts(const ArticleCounts& counts);
 
     void Form_Load();
     void Check1_Click();

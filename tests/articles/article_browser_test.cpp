@@ -87,8 +87,12 @@ TEST_F(ArticleBrowserTest, TheConditionsChoose) {
     runArticle(
         u"insert into wenzhang(rq) with recursive n(i) as (select 1 union all select i+1 from n"
         u" where i<1000) select '2016-06-01' from n"_s);
-    listAll();
+    ArticleQuery newest;
+    newest.all = true;
+    const ArticleCounts counts = browser_.list(newest);
     EXPECT_EQ(grid_.rows(), 1 + 1000);
+    EXPECT_EQ(counts.found, 1004);
+    EXPECT_EQ(counts.listed, 1000);
 }
 
 TEST_F(ArticleBrowserTest, APressHoldsTheArticleOfAListOfSeveral) {

@@ -107,6 +107,31 @@ TEST_F(ArticleWindowsTest, TheBrowserQueriesByItsBoxes) {
     EXPECT_EQ(grid().textMatrix(1, 0) + grid().textMatrix(1, 6), u"1一"_s);
 }
 
+TEST_F(ArticleWindowsTest, TheListShowsWhatAnEditorDoesAndHowMuchIsCut) {
+    QWidget* browser = open<Form27>();
+    clickHeader(view(), 2);
+    const auto shown = [&]() -> QString {
+        return columnTexts(gridOf(*child<GridView>(browser, u"MSHFlexGrid1"_s)), 6).join(u' ') +
+               u'|' + child<QLabel>(browser, u"found"_s)->text();
+    };
+    EXPECT_EQ(shown(), u"标题 一 三 二|共找到 3 篇"_s);
+    openEditor(1);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
+    edit(u"Text7"_s)->setText(u"丁"_s);
+    QTest::keyClick(form_.data(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown() == u"标题 丁 三 二|共找到 3 篇"_s; }))
+        << "in the order that the user has chosen";
+    click(u"Command2"_s);
+    EXPECT_EQ(shown(), u"标题 丁 丁 三 二|共找到 4 篇"_s);
+    click(u"Command4"_s);
+    EXPECT_EQ(shown(), u"标题 丁 三 二|共找到 3 篇"_s);
+    form_ = browser;
+    form_->findChild<QCheckBox*>()->setChecked(false);
+    edit(u"Text1"_s)->setText(u"2"_s);
+    click(u"Command1"_s);
+    EXPECT_EQ(label(u"found"_s), u"共找到 3 篇，只列出最新的 2 篇"_s);
+}
+
 TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     QWidget* browser = open<Form27>();
     click(u"Command3"_s);
