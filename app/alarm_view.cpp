@@ -48,7 +48,8 @@ bool AlarmView::showMonitors() {
     if (QApplication::activePopupWidget()) {
         return false;
     }
-    const bool userIsHere = QApplication::activeWindow() != nullptr;
+    const QWidget* active = QApplication::activeWindow();
+    const bool userIsHere = active && active->isVisible();
     if (!tryStep([this] { refreshOrOpen(); }, false)) {
         return false;
     }

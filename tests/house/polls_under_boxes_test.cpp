@@ -148,7 +148,8 @@ TEST_F(PollsUnderBoxesTest, ABoxThatComesLaterIsNotHiddenByTheManager) {
         box();
         ASSERT_TRUE(shownWindow<QMessageBox>());
         EXPECT_FALSE(staysOnTop(*managers().first()));
-        delete shownWindow<QMessageBox>();
+        shownWindow<QMessageBox>()->reject();
+        deleteClosedWindows();
     }
 }
 
