@@ -161,13 +161,20 @@ class Market:
         self.clock = desk.folder / "market.clock"
         self.set_clock(0)
         port = desk.folder / "market.port"
-        market = desk.start(desk.practice_market, desk.data / "codes.csv", port, "--lively",
-                            LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
-                            FAKETIME_NO_CACHE="1")
-        wait("the practice market", lambda: port.exists() or market.poll() is not None)
+        self.process = desk.start(desk.practice_market, desk.data / "codes.csv", port, "--lively",
+                                  LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
+                                  FAKETIME_NO_CACHE="1")
+        wait("the practice market", lambda: port.exists() or self.process.poll() is not None)
         if not port.exists():
-            raise TourFailure(f"the practice market ended with {market.returncode}")
+            raise TourFailure(f"the practice market ended with {self.process.returncode}")
         self.host = "http://127.0.0.1:" + port.read_text().strip()
+
+    def freeze(self):
+        """From now on it takes every connection and answers none."""
+        self.process.send_signal(signal.SIGSTOP)
+
+    def thaw(self):
+        self.process.send_signal(signal.SIGCONT)
 
     def set_clock(self, second):
         new = self.clock.with_suffix(".new")

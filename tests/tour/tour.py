@@ -40,7 +40,8 @@ class Tour:
         self.steps = [
             self.start, self.fetch_quotes, self.search_a_stock, self.search_a_theme, self.add_a_stock,
             self.set_a_monitor, self.see_it_fire, self.export, self.delete_the_theme,
-            self.import_it_back, self.write_an_article, self.close_the_program
+            self.import_it_back, self.write_an_article, self.work_on_a_dead_market,
+            self.close_the_program
         ]
 
     def start(self):
@@ -146,6 +147,24 @@ class Tour:
                     "from wenzhang", ["主题", TITLE, BODY.replace("\n", "\\n"), DAY])
         self.screen.close("文章编辑和浏览")
         self.screen.close("文章管理器")
+
+    def work_on_a_dead_market(self):
+        self.desk.market.freeze()
+        self.screen.give_focus("观潮台(V3.7)")
+        self.screen.type("F9")
+        self.screen.press(self.main, "停止更新行情")
+        self.screen.wait("the update to stop", lambda: not self.screen.control_now(
+            self.main, "button", "停止更新行情"))
+        self.screen.type("F9")
+        self.screen.choose(self.main, "行情(H)", "分时数据")
+        self.screen.window("分时行情")
+        self.screen.close("分时行情")
+        self.search_a_theme()
+        self.screen.give_focus("观潮台(V3.7)")
+        self.screen.type("Escape")
+        self.screen.wait("the update to stop", lambda: not self.screen.control_now(
+            self.main, "button", "停止更新行情"))
+        self.desk.market.thaw()
 
     def close_the_program(self):
         self.screen.ask_to_close("观潮台(V3.7)")
