@@ -180,7 +180,8 @@ TEST_F(SelectionScanTest, ACopyOfTheHistoryEndsEarly) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
-    history.members.resize(20000, history.members.first());
+    const auto member = history.members.first();
+    history.members.resize(20000, member);
     write(history, false);
     Connection first = store_.stores.firstHistory.open();
     int calls = 0;
