@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qint64 blockSize = 64 * 1024;
+constexpr qint64 blockSize = qint64(64) * 1024;
 
 // For what is copied as the files of the user's own: it may be written to, whatever its source is.
 void takePermissions(const QString& source, const QString& target) {
