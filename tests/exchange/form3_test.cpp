@@ -102,7 +102,7 @@ TEST_F(Form3Test, ARunEndsByItsButtonByEscAndWithItsWindow) {
     const std::function<void()> ends[] = {
         [this] { click(u"stopRun"_s); },
         [this] { QTest::keyClick(form_.data(), Qt::Key_Escape); },
-        [this] {
+        [] {
             closeWindows();
             deleteClosedWindows();
         },

@@ -107,8 +107,9 @@ TEST_F(StoreBackupTest, EachDayHasOneWholeCopyAndWhatIsInTheWayIsTold) {
     EXPECT_EQ(countsOf(u"2026-11-25"_s).themes, 2);
     EXPECT_GT(keptCopies(folder_).first().bytes, 0);
 
-    const int page =
-        store_.rows(u"select rootpage from sqlite_master where name='bankuaidmb'"_s)[0].toInt();
+    const qint64 page =
+        store_.rows(u"select rootpage from sqlite_master where name='bankuaidmb'"_s)[0]
+            .toLongLong();
     QFile file(store_.stores.main.path);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     file.seek((page - 1) * 4096);
