@@ -30,15 +30,18 @@ int main(int argc, char** argv) {
     application.setDialogs(&dialogs);
     std::optional<OnlyProgram> only;
     std::optional<Program> program;
+    bool isFirst = true;
     application.guard([&] {
-        only.emplace(preparedApplicationFolder());
-        if (only->isFirst()) {
-            program.emplace(application, dialogs);
+        const QString folder = preparedApplicationFolder();
+        only.emplace(folder);
+        isFirst = only->isFirst();
+        if (isFirst) {
+            program.emplace(application, dialogs, folder);
             only->raised = [&program] { program->showMainWindow(); };
         }
     });
     if (program) {
         return program->run();
     }
-    return only && !only->isFirst() ? raiseFirst(*only, dialogs) : runUntilBoxesAreClosed();
+    return isFirst ? runUntilBoxesAreClosed() : raiseFirst(*only, dialogs);
 }

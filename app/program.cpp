@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include <QTimer>
+#include <utility>
 
 #include "frame/looks.h"
 
@@ -13,9 +14,10 @@ constexpr std::chrono::milliseconds longestOfAClick(80);
 
 }  // namespace
 
-Program::Program(Application& application, DesktopDialogs& dialogs)
+Program::Program(Application& application, DesktopDialogs& dialogs, QString folder)
     : application_(application),
       dialogs_(dialogs),
+      folder_(std::move(folder)),
       desktopTray_(programIcon()),
       environment_{.globals = globals_,
                    .stores = stores_,

@@ -26,8 +26,8 @@ namespace guanchao {
 
 class Program {
 public:
-    // Raises OperationError where the application folder can't be made ready.
-    Program(Application& application, DesktopDialogs& dialogs);
+    // `folder` is the application folder, ready for use.
+    Program(Application& application, DesktopDialogs& dialogs, QString folder);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -41,7 +41,7 @@ private:
     Application& application_;
     DesktopDialogs& dialogs_;
     QFileInfo executable_{QCoreApplication::applicationFilePath()};
-    QString folder_ = preparedApplicationFolder();
+    QString folder_;
 
     Globals globals_;
     Stores stores_;

@@ -25,7 +25,7 @@ public:
 int main(int argc, char** argv) {
     guanchao::Application application(argc, argv);
     guanchao::DesktopDialogs dialogs;
-    guanchao::Program program(application, dialogs);
+    guanchao::Program program(application, dialogs, guanchao::preparedApplicationFolder());
     FirstPaint firstPaint;
     application.installEventFilter(&firstPaint);
     return program.run();
