@@ -43,14 +43,12 @@ void DailyBackup::look() {
 QCoro::Task<> DailyBackup::makeTodays(std::stop_token stop) {
     const auto job = [stores = environment_.stores,
                       folder = copiesFolder(environment_.applicationFolder),
-                      day = environment_.clock.now().date()](Work<int>& work) {
-        return makeDailyCopy(stores, folder, day, freeBytesOn, [&work] { work.endIfStopped(); });
+                      day = environment_.clock.now().date()](const auto& work) {
+        return makeDailyCopy(stores, folder, day, freeBytesOn, [&work] { work.endIfAbandoned(); });
     };
-    const std::function<void(const int&)> show = [](const int&) {};
-    const std::stop_token unstopped;
     QString failure;
     try {
-        co_await inWorker<int>(job, show, unstopped, stop);
+        co_await inWorker(job, stop);
     } catch (const std::exception& raised) {
         failure = u"今天还没有备份："_s + failureReason(raised);
         notBefore_ = environment_.clock.now().addSecs(secondsUntilAnotherTry);

@@ -1,5 +1,7 @@
 #include "app/maintenance.h"
 
+#include <QFile>
+
 #include "base/activity.h"
 #include "platform/fixed_folders.h"
 #include "store/connection.h"
@@ -8,9 +10,24 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+bool hasNoKey(const QString& path) {
+    const QByteArray beginning("SQLite format 3", 16);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(beginning.size()) == beginning;
+}
+
+}  // namespace
+
 void clearMaintenanceKey(Dialogs& dialogs) {
     const Activity activity(u"设置密码"_s);
-    rekey(fixedPath(FixedPlace::maintenanceStore), u"kqmt20190725bvdn"_s, {});
+    const QString path = fixedPath(FixedPlace::maintenanceStore);
+    if (hasNoKey(path)) {
+        dialogs.tell(u"文件 "_s + path + u" 没有密码，不用再取消。"_s);
+        return;
+    }
+    rekey(path, u"kqmt20190725bvdn"_s, {});
     dialogs.tell(u" 设置密码完成！"_s);
 }
 

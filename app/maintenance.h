@@ -5,7 +5,8 @@
 
 namespace guanchao {
 
-// Raises StoreError if the file is missing or has another key; it then stays as it was.
+// A file without a key is told to have none. Raises StoreError if the file is missing or has
+// another key; it then stays as it was.
 void clearMaintenanceKey(Dialogs& dialogs);
 
 }  // namespace guanchao

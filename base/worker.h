@@ -18,6 +18,7 @@
 #include <stop_token>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 #include "base/later.h"
 #include "base/pause.h"
@@ -115,6 +116,16 @@ QCoro::Task<std::optional<std::invoke_result_t<Job, Work<Progress>&>>> inWorker(
     look();
     Given given = future.takeResult();
     co_return given;
+}
+
+// The same for a job that tells nothing and that only the end of its window stops.
+template <typename Job>
+QCoro::Task<std::invoke_result_t<Job, Work<std::monostate>&>> inWorker(Job job,
+                                                                       std::stop_token stop) {
+    const std::function<void(const std::monostate&)> show = [](const std::monostate&) {};
+    const std::stop_token unstopped;
+    auto given = co_await inWorker<std::monostate>(std::move(job), show, unstopped, stop);
+    co_return std::move(*given);
 }
 
 // For who is about to leave or to touch what jobs use: ends once none is under way. Those whose

@@ -50,7 +50,8 @@ void writeLibrary(LibraryRows rows, const StoreFile& library, ExchangeSteps& ste
     Transaction transaction(connection);
     for (Recordset& row = rows.themes; !row.atEnd(); row.moveNext()) {
         insertRow(connection,
-                  insertTheme(row, row.value(3).toText(), valuesFrom(row, firstNumberOfTheme)),
+                  insertTheme(row, row.value(1).toText(), row.value(3).toText(),
+                              valuesFrom(row, firstNumberOfTheme)),
                   u"表 dzhzhuti 的一行（主题“"_s + row.value(0).toText() + u"”，代码“"_s +
                       row.value(1).toText() + u"”）"_s);
         steps.stepDone();

@@ -59,19 +59,16 @@ FormRestore::~FormRestore() = default;
 
 QCoro::Task<> FormRestore::list(std::stop_token stop) {
     const auto job = [stores = environment_.stores, folder = folder_,
-                      copies = copies_](Work<int>& work) {
+                      copies = copies_](const auto& work) {
         QList<PossibleCounts> counts;
         for (const KeptCopy& copy : copies) {
-            work.endIfStopped();
+            work.endIfAbandoned();
             counts << countsOf(storesOfCopy(stores, folder + copy.name + u'/'));
         }
         return counts;
     };
-    const std::function<void(const int&)> show = [](const int&) {};
-    const std::stop_token unstopped;
-    const std::optional<QList<PossibleCounts>> counts =
-        co_await inWorker<int>(job, show, unstopped, stop);
-    showCopies(*counts);
+    const QList<PossibleCounts> counts = co_await inWorker(job, stop);
+    showCopies(counts);
     enableRestore();
 }
 
@@ -118,16 +115,14 @@ void FormRestore::enableRestore() {
 QCoro::Task<> FormRestore::ask(std::stop_token stop) {
     const QString name = copies_[grid_.markedRow() - 1].name;
     const auto job = [stores = environment_.stores,
-                      folder = QString(folder_ + name + u'/')](Work<int>&) -> QString {
+                      folder = QString(folder_ + name + u'/')](const auto&) -> QString {
         return wordsOf(countsOf(stores)) + u"\n备份里有："_s +
                wordsOf(countsOf(storesOfCopy(stores, folder)));
     };
-    const std::function<void(const int&)> show = [](const int&) {};
-    const std::stop_token unstopped;
-    const std::optional<QString> counts = co_await inWorker<int>(job, show, unstopped, stop);
+    const QString counts = co_await inWorker(job, stop);
     const bool wanted = co_await environment_.dialogs.ask(
         stop, u"确实要用备份 "_s + name + u" 换掉现在的主题库、文章库和采集库吗?\n\n现在有："_s +
-                  *counts +
+                  counts +
                   u"\n\n现在的数据先另存一份，还可以在这个窗口里换回来。其他窗口会关闭。"_s);
     if (wanted) {
         emit agreed(name);

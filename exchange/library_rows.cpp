@@ -7,9 +7,11 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-QString insertTheme(const Recordset& row, const QString& ztktime, const QString& numbers) {
+QString insertTheme(const Recordset& row, const QString& dm, const QString& ztktime,
+                    const QString& numbers) {
     return u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,xiangguandu,guanzhudu) values("_s +
-           quotedFields(row, 0, 2) + u',' + quoted(ztktime) + u',' + numbers + u')';
+           quotedFields(row, 0, 0) + u',' + quoted(dm) + u',' + quotedFields(row, 2, 2) + u',' +
+           quoted(ztktime) + u',' + numbers + u')';
 }
 
 QString insertCode(const Recordset& row, const QString& dm, const QString& newdmtime) {

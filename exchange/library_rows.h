@@ -14,7 +14,8 @@ inline const QString codesQuery =
 
 // What puts a row of the query into another store, with the time and the numbers that it bears
 // there.
-QString insertTheme(const Recordset& row, const QString& ztktime, const QString& numbers);
+QString insertTheme(const Recordset& row, const QString& dm, const QString& ztktime,
+                    const QString& numbers);
 QString insertCode(const Recordset& row, const QString& dm, const QString& newdmtime);
 
 }  // namespace guanchao

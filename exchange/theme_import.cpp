@@ -19,26 +19,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The time of the file is read and not used: a row bears the time of its import.
+QString codeOf(const Recordset& row, int field) {
+    return row.value(field).toText().toUpper();
+}
+
+// The time of the file is read and not used: a row bears the time of its import. A code goes in in
+// upper case, unless the theme has it as the file writes it.
 TableMerge themes(const QString& date) {
     return {themesQuery,
             [](const Recordset& row) -> QString {
                 return u"select zhutiname,dm from dzhzhuti where zhutiname="_s +
-                       quoted(row.value(0).toText()) + u" and dm="_s +
-                       quoted(row.value(1).toText());
+                       quoted(row.value(0).toText()) + u" and dm in("_s + quoted(codeOf(row, 1)) +
+                       u',' + quoted(row.value(1).toText()) + u')';
             },
             [date](const Recordset& row) {
-                return insertTheme(row, date, numbersFrom(row, firstNumberOfTheme));
+                return insertTheme(row, codeOf(row, 1), date, numbersFrom(row, firstNumberOfTheme));
             }};
 }
 
 TableMerge codes(const QString& date) {
     return {codesQuery,
             [](const Recordset& row) -> QString {
-                return u"select dm from dmb where  dm="_s + quoted(row.value(0).toText().toUpper());
+                return u"select dm from dmb where  dm="_s + quoted(codeOf(row, 0));
             },
             [date](const Recordset& row) {
-                const QString dm = row.value(0).toText().toUpper();
+                const QString dm = codeOf(row, 0);
                 return isCodeTableCode(dm) ? insertCode(row, dm, date) : QString();
             }};
 }

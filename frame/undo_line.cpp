@@ -46,14 +46,12 @@ QCoro::Task<> UndoLine::undo(std::stop_token stop) {
     }
     button_.setEnabled(false);
     const auto again = qScopeGuard([this] { button_.setEnabled(true); });
-    const auto job = [rows = *last](Work<int>&) {
+    const auto job = [rows = *last](const auto&) {
         const Activity activity(u"撤消删除"_s);
         bringBack(rows);
         return true;
     };
-    const std::function<void(const int&)> show = [](const int&) {};
-    const std::stop_token unstopped;
-    co_await inWorker<int>(job, show, unstopped, stop);
+    co_await inWorker(job, stop);
     removals_.forget(*last);
     showLast();
     cameBack_();

@@ -108,11 +108,8 @@ struct Found {
     QString score;
 };
 
-// A search tells of nothing before its end.
-using Nothing = std::monostate;
-
 Found find(const StoreFile& main, const SelectionQuery& query, const QString& written,
-           const Work<Nothing>& work) {
+           const Work<std::monostate>& work) {
     Activity anew({});
     if (!written.isEmpty()) {
         anew.wrote(written);
@@ -204,13 +201,12 @@ SelectionSearch::SelectionSearch(const Stores& stores, Globals& globals, ResultG
 
 QCoro::Task<QString> SelectionSearch::search(SelectionQuery query, QString written,
                                              std::stop_token stop) {
-    const auto read = [main = stores_.main, query, written](Work<Nothing>& work) {
+    const auto read = [main = stores_.main, query, written](Work<std::monostate>& work) {
         return find(main, query, written, work);
     };
-    const std::function<void(const Nothing&)> show = [](const Nothing&) {};
-    std::optional<Found> found = co_await inWorker<Nothing>(read, show, {}, stop);
-    fillGrid(found->rows);
-    co_return found->score;
+    Found found = co_await inWorker(read, stop);
+    fillGrid(found.rows);
+    co_return found.score;
 }
 
 void SelectionSearch::fillGrid(Recordset& found) {

@@ -120,7 +120,8 @@ TEST_F(StoreMergeTest, ALibraryAddsWhatIsMissing) {
     const StoreFile file =
         pick(Schema::backup, store_.stores.backupKey,
              {u"insert into dzhzhuti values('白酒','SH600519','新','2015-01-01',9,9)"_s,
-              u"insert into dzhzhuti values('银行','SH600519','新','2015-01-01',7,6)"_s,
+              u"insert into dzhzhuti values('白酒','sh600519','新','2015-01-01',9,9)"_s,
+              u"insert into dzhzhuti values('银行','sh600519','新','2015-01-01',7,6)"_s,
               u"insert into dmb values('SH600519','600519','新','x','2015-01-01')"_s,
               u"insert into dmb values('SZ000858','000858','五粮液','wly','2015-01-01')"_s,
               u"insert into dmb values('SZ0008581','0008581','长','c','2015-01-01')"_s,
