@@ -138,6 +138,9 @@ bool ThemeTable::fillStocks(const QString& query) {
         tianchongbiao(stocks, stocks_, 1);
         setStockWidths(stocks_, stocks.fieldCount());
         colourStocks(stocks_, stocks.fieldCount());
+    } else {
+        stocks_.setRows(1);
+        stocks_.setCols(1);
     }
     return stocks.count() > 0;
 }

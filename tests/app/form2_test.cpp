@@ -1,66 +1,12 @@
-#include "app/form2.h"
-#include "app/auto_update.h"
-
 #include <QListWidget>
-#include <QProgressBar>
-#include <QToolButton>
 
-#include "exchange/form_restore.h"
 #include "platform/qt_http_client.h"
 #include "research/form24.h"
+#include "tests/app/form2_fixture.h"
 #include "tests/support/files.h"
-#include "tests/support/quote_reply.h"
 #include "tests/support/raw_service.h"
-#include "tests/support/window_test.h"
 
 namespace guanchao {
-
-class Form2Test : public WindowTest {
-protected:
-    Form2Test() {
-        store_.run(
-            {u"insert into dmb(dm,numdm,jc,shenmu,zhangfu) values"
-             u"('SH600000','600000','浦发银行','pfyh',2),"
-             u"('SH600519','600519','贵州茅台','gzmt',-1)"_s});
-        store_.addMember(u"银行"_s, u"SH600000"_s);
-        store_.addMember(u"白酒"_s, u"SH600519"_s);
-        form_ = &main_;
-        main_.resize(1200, 700);
-    }
-
-    void load() {
-        main_.Form_Load();
-        main_.show();
-        QApplication::processEvents();
-    }
-
-    // More than fit into one request.
-    void addManyCodes() {
-        for (int at = 0; at < 120; ++at) {
-            store_.run({u"insert into dmb(dm) values('SH%1')"_s.arg(601000 + at)});
-        }
-    }
-    void beginMonitoring() {
-        timeIsUp(timer(u"Timer1"_s));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return timer(u"Timer2"_s)->isActive(); }));
-    }
-    QTimer* timer(const QString& name) { return find<QTimer>(name); }
-    void click(const QString& gridName, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
-        clickCell(view(gridName), row, col, button);
-    }
-    // Keys reach the fields and the shortcuts of a window that is the active one.
-    void activate() {
-        main_.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&main_));
-    }
-    void press(const QString& theme, const QString& dm, const QString& jc) {
-        globals_.dangqianzhuti = theme;
-        globals_.dangqiandm = dm;
-        globals_.dangqianjc = jc;
-    }
-
-    Form2 main_{environment_, windows_, desktop_};
-};
 
 TEST_F(Form2Test, TheLoadShowsThemesAndItsFirstTimerStartsTheSecond) {
     main_.Form_Load();
@@ -206,65 +152,6 @@ TEST_F(Form2Test, AThemeCommandRedrawsWhatItTells) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除主题'消费'完成!"_s);
 }
 
-TEST_F(Form2Test, DeletedThemesComeBackTheLastFirst) {
-    load();
-    for (const QString& theme : {u"银行"_s, u"白酒"_s}) {
-        globals_.dangqianzhuti = theme;
-        trigger(u"删除主题"_s);
-    }
-    auto* undo = find<QPushButton>(u"undo"_s);
-    for (const QStringList& themes : {QStringList{u"白酒"_s}, QStringList{u"银行"_s, u"白酒"_s}}) {
-        EXPECT_EQ(find<QLabel>(u"removedWords"_s)->text(),
-                  u"已删除：主题'%1'（1 条）"_s.arg(themes[0]));
-        QTest::mouseClick(undo, Qt::LeftButton);
-        ASSERT_TRUE(QTest::qWaitFor([&] {
-            return columnTexts(grid(u"MSHFlexGrid1"_s), 1).mid(1).size() == themes.size();
-        }));
-        EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti order by rowid"_s), themes);
-    }
-    EXPECT_FALSE(undo->isVisible());
-}
-
-TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
-    const QDir copies(store_.folder() + u"备份"_s);
-    load();
-    timer(u"dailyBackup"_s)->setInterval(2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return copies.exists(u"2026-11-24"_s); }));
-    clock_.moment = clock_.moment.addDays(1);
-    store_.run({u"delete from dzhzhuti where zhutiname='银行'"_s});
-    timer(u"dailyBackup"_s)->setInterval(2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return copies.exists(u"2026-11-25"_s); })) << "past midnight";
-    trigger(u"刷新"_s);
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
-
-    trigger(u"恢复"_s);
-    QPointer<FormRestore> window = shownWindow<FormRestore>();
-    ASSERT_TRUE(window);
-    GridView& list = *child<GridView>(window, u"copies"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return gridOf(list).rows() == 3; }));
-    auto* restore = child<QPushButton>(window, u"restore"_s);
-    EXPECT_EQ(gridOf(list).markedRow(), 1);
-    QTest::keyClick(&list, Qt::Key_Down);
-    restore->click();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return grid(u"MSHFlexGrid1"_s).rows() == 3; }));
-    EXPECT_TRUE(dialogs_.shown[0].contains(u"现在有：1 个主题，1 条"_s));
-    EXPECT_TRUE(dialogs_.shown[0].contains(u"备份里有：2 个主题，2 条"_s));
-    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"观潮台|已恢复备份 2026-11-24"_s));
-    EXPECT_FALSE(shownWindow<FormRestore>());
-    EXPECT_EQ(globals_.hqmang, 0);
-    EXPECT_TRUE(copies.exists(u"2026-11-25 10.00.00 恢复前"_s));
-
-    ASSERT_TRUE(QDir(copies).rename(u"2026-11-25"_s, u"恢复中"_s)) << "by a run that is killed";
-    main_.Form_Load();
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
-
-    processes_.running = QStringList{u"caijiqi.exe"_s};
-    trigger(u"恢复"_s);
-    emit shownWindow<FormRestore>()->agreed(u"2026-11-24"_s);
-    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
-    EXPECT_EQ(failures_.texts, QStringList());
-}
-
 TEST_F(Form2Test, EachPopupEntryActsOnWhatWasPressed) {
     load();
     press(u"银行"_s, u"SH600000"_s, u"浦发银行"_s);
@@ -326,133 +213,6 @@ TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
     }
 }
 
-TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
-    load();
-    addManyCodes();
-    auto* button = find<QToolButton>(u"Command4"_s);
-    auto* progress = find<QProgressBar>(u"progress"_s);
-    QStringList seen;
-    http_.onGet = [&] {
-        EXPECT_FALSE(button->isEnabled());
-        seen << label(u"Label6"_s) + u'|' + QString::number(progress->value());
-    };
-    http_.answer = [](const QString& path) {
-        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
-    };
-    QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
-    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！\n120只：服务没有这只股票"_s});
-    EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 10:00:00"_s);
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
-    EXPECT_TRUE(button->isEnabled());
-    EXPECT_FALSE(progress->isVisible());
-}
-
-TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
-    load();
-    auto* timer = find<QTimer>(u"autoUpdate"_s);
-    EXPECT_FALSE(timer->isActive());
-    for (QAction* entry : main_.findChildren<QAction*>()) {
-        if (entry->text() == u"每30秒"_s) {
-            entry->trigger();
-        }
-    }
-    EXPECT_EQ(timer->interval(), 30000);
-    timer->setInterval(2);
-    GridView& themes = view(u"MSHFlexGrid1"_s);
-    GridView& stocks = view(u"MSHFlexGrid2"_s);
-    trigger(u"全部显示"_s);
-    clickHeader(themes, 2);
-    clickHeader(stocks, 2);  // descending: the grids share how they were sorted last
-    http_.answer = [](const QString& path) {
-        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
-    };
-    clock_.moment.setTime(QTime(12, 0));
-    int due = 0;
-    timer->callOnTimeout([&] { ++due; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return due > 2; }));
-    EXPECT_TRUE(http_.paths.isEmpty()) << "the market is closed";
-    clock_.moment.setTime(QTime(13, 0));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
-    timer->stop();
-    const auto gains = [](const GridView& view, int col) {
-        return columnTexts(gridOf(view), col).mid(1);
-    };
-    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
-    EXPECT_EQ(gains(stocks, 6), QStringList({u"50.00"_s, u"100.00"_s})) << "by the code";
-    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), 2);
-    activate();
-    QTest::keyClick(&themes, Qt::Key_F5);
-    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
-    EXPECT_EQ(themes.horizontalHeader()->sortIndicatorSection(), 2);
-    click(u"MSHFlexGrid1"_s, 1, 1);
-    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
-    edit(u"Text2"_s)->setText(u"酒"_s);
-    QTest::mouseClick(find<QToolButton>(u"Command2"_s), Qt::LeftButton);
-    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sh600519"_s, 30}}); };
-    http_.paths.clear();
-    clock_.moment.setTime(QTime(13, 5));
-    timer->start(2);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
-    timer->stop();
-    EXPECT_EQ(gains(themes, 2), QStringList{u"200.00"_s}) << "those of the search";
-    EXPECT_EQ(gains(stocks, 7), QStringList{u"200.00"_s});
-    EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 13:05:00"_s);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-    auto* line = find<QLabel>(u"Label1"_s);
-    http_.answer = nullptr;
-    http_.paths.clear();
-    timer->start(2);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return http_.paths.size() > 1; }));
-    timer->stop();
-    EXPECT_TRUE(line->text().startsWith(u"自动更新："_s));
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-    QMenu menu;
-    const AutoUpdate nextRun(menu, environment_.applicationFolder + u"界面.ini"_s, clock_, [] {});
-    EXPECT_TRUE(nextRun.findChild<QTimer*>()->isActive()) << "the choice is kept";
-}
-
-// With the patience of a user: what waited for the store itself would fail here.
-TEST_F(Form2Test, WhatIsAskedForWhileAnotherHoldsTheStoreComesWhenItIsFree) {
-    load();
-    activate();
-    store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
-    std::optional<Connection> other(store_.stores.main.open());
-    other->execute(u"begin exclusive"_s);
-    QTest::keyClick(&main_, Qt::Key_F5);
-    click(u"MSHFlexGrid1"_s, 1, 1);
-    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
-    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
-    other.reset();
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        return grid(u"MSHFlexGrid1"_s).textMatrix(1, 1) == u"白酒"_s &&
-               grid(u"MSHFlexGrid2"_s).rows() == 2;
-    }));
-    EXPECT_TRUE(failures_.texts.isEmpty());
-}
-
-TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
-    load();
-    const QString time = label(u"Label6"_s);
-    addManyCodes();
-    http_.answer = [](const QString& path) { return quoteReply(path, {}); };
-    http_.onGet = [this] {
-        if (http_.paths.size() == 2) {
-            http_.gate = std::make_shared<Later<bool>>();
-        }
-    };
-    QTest::mouseClick(find<QToolButton>(u"Command4"_s), Qt::LeftButton);
-    auto* stop = find<QPushButton>(u"stopRun"_s);
-    EXPECT_TRUE(stop->isVisible());
-    EXPECT_FALSE(find<QToolButton>(u"Command4"_s)->isEnabled());
-    QTest::keyClick(&main_, Qt::Key_Escape);
-    EXPECT_FALSE(stop->isVisible());
-    EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());
-    EXPECT_EQ(label(u"Label6"_s), time);
-    EXPECT_EQ(label(u"Label1"_s), u"已停止：更新了 99 只股票的行情，共 122 只"_s);
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-}
-
 TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
     load();
     for (const QSize& size : {QSize(1200, 700), QSize(1600, 900)}) {
@@ -465,46 +225,6 @@ TEST_F(Form2Test, TheGridsShareTheWindowAsTold) {
         EXPECT_EQ(right->height(), inner.height() - left->pixels(1700));
         EXPECT_EQ(left->height(), right->height());
     }
-}
-
-TEST_F(Form2Test, AnExchangeShowsItsProgressAndEndsByEscOrWithTheProgram) {
-    load();
-    activate();
-    const StoreFile file{store_.folder() + u"file.ztb"_s, stores_.heat.key};
-    ASSERT_TRUE(QFile::copy(stores_.heat.path, file.path));
-    file.open().execute(u"insert into xinwenshul(riqi,zhutiname) values('2026-11-23','白酒')"_s);
-    dialogs_.picked = file.path;
-    auto* progress = find<QProgressBar>(u"exchangeProgress"_s);
-    for (const bool byEsc : {true, false}) {
-        Connection collector = stores_.heat.open();
-        collector.execute(u"begin immediate"_s);
-        trigger(u"导入新闻和商品"_s);
-        EXPECT_TRUE(progress->isVisible());
-        EXPECT_EQ(label(u"exchangeName"_s), u"正在导入新闻和商品…"_s);
-        for (const QString& entry : {u"导出数据"_s, u"导入文章"_s, u"导入新闻和商品"_s}) {
-            EXPECT_FALSE(find<QAction>(entry)->isEnabled());
-        }
-        if (byEsc) {
-            QTest::keyClick(&main_, Qt::Key_Escape);
-        } else {
-            trigger(u"tuopanexit"_s);
-            EXPECT_TRUE(processes_.ended.isEmpty()) << "the worker still uses the heat store";
-        }
-        collector.execute(u"rollback"_s);
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return byEsc ? !progress->isVisible() : !processes_.ended.isEmpty(); }));
-        EXPECT_EQ(heatRows(u"select count(*) from xinwenshul"_s), QStringList{u"0"_s});
-        EXPECT_TRUE(find<QAction>(u"导入文章"_s)->isEnabled());
-    }
-    EXPECT_EQ(dialogs_.shown.size(), 3) << "two file dialogs and one stop";
-    EXPECT_EQ(dialogs_.shown[1], u"观潮台|导入已停止，已导入完的一类保留，其余没有导入。"_s);
-    EXPECT_EQ(processes_.ended, QStringList({u"guanchaotai.exe"_s, u"this"_s}));
-    EXPECT_EQ(heatRows(u"select mainisrun from canshu"_s), QStringList{u"0"_s});
-    dialogs_.picked.clear();
-    trigger(u"导入文章"_s);
-    EXPECT_TRUE(dialogs_.shown[3].startsWith(u"请选择文章库文件|"_s));
-    trigger(u"导出数据"_s);
-    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|已取消导出数据!"_s);
 }
 
 TEST_F(Form2Test, TheWindowHidesInTheTrayAndComesBackWhenThatIsGoneForGood) {

@@ -81,6 +81,7 @@ TEST_F(ThemeTableTest, MembersAreShownWithTheirColours) {
     EXPECT_EQ(stocks_.cellForeColor(1, 7), fallColour);
     table_.xianshizhutigu(u"无此主题"_s);
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到数据！"_s});
+    EXPECT_EQ(stocks_.rows(), 1) << "no row of a former theme stays, not even an empty one";
 }
 
 // Themes by name, members as they joined, all stocks as the code table has them, each with the last

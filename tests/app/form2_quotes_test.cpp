@@ -1,0 +1,137 @@
+#include <QProgressBar>
+#include <QToolButton>
+
+#include "app/auto_update.h"
+#include "tests/app/form2_fixture.h"
+#include "tests/support/quote_reply.h"
+
+namespace guanchao {
+
+TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
+    load();
+    addManyCodes();
+    auto* button = find<QToolButton>(u"Command4"_s);
+    auto* progress = find<QProgressBar>(u"progress"_s);
+    QStringList seen;
+    http_.onGet = [&] {
+        EXPECT_FALSE(button->isEnabled());
+        seen << label(u"Label6"_s) + u'|' + QString::number(progress->value());
+    };
+    http_.answer = [](const QString& path) {
+        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
+    };
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！\n120只：服务没有这只股票"_s});
+    EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 10:00:00"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_FALSE(progress->isVisible());
+}
+
+TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
+    load();
+    auto* timer = find<QTimer>(u"autoUpdate"_s);
+    EXPECT_FALSE(timer->isActive());
+    for (QAction* entry : main_.findChildren<QAction*>()) {
+        if (entry->text() == u"每30秒"_s) {
+            entry->trigger();
+        }
+    }
+    EXPECT_EQ(timer->interval(), 30000);
+    timer->setInterval(2);
+    GridView& themes = view(u"MSHFlexGrid1"_s);
+    GridView& stocks = view(u"MSHFlexGrid2"_s);
+    trigger(u"全部显示"_s);
+    clickHeader(themes, 2);
+    clickHeader(stocks, 2);  // descending: the grids share how they were sorted last
+    http_.answer = [](const QString& path) {
+        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
+    };
+    clock_.moment.setTime(QTime(12, 0));
+    int due = 0;
+    timer->callOnTimeout([&] { ++due; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return due > 2; }));
+    EXPECT_TRUE(http_.paths.isEmpty()) << "the market is closed";
+    clock_.moment.setTime(QTime(13, 0));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    timer->stop();
+    const auto gains = [](const GridView& view, int col) {
+        return columnTexts(gridOf(view), col).mid(1);
+    };
+    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    EXPECT_EQ(gains(stocks, 6), QStringList({u"50.00"_s, u"100.00"_s})) << "by the code";
+    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), 2);
+    activate();
+    QTest::keyClick(&themes, Qt::Key_F5);
+    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    EXPECT_EQ(themes.horizontalHeader()->sortIndicatorSection(), 2);
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
+    edit(u"Text2"_s)->setText(u"酒"_s);
+    QTest::mouseClick(find<QToolButton>(u"Command2"_s), Qt::LeftButton);
+    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sh600519"_s, 30}}); };
+    http_.paths.clear();
+    clock_.moment.setTime(QTime(13, 5));
+    timer->start(2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    timer->stop();
+    EXPECT_EQ(gains(themes, 2), QStringList{u"200.00"_s}) << "those of the search";
+    EXPECT_EQ(gains(stocks, 7), QStringList{u"200.00"_s});
+    EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 13:05:00"_s);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    auto* line = find<QLabel>(u"Label1"_s);
+    http_.answer = nullptr;
+    http_.paths.clear();
+    timer->start(2);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return http_.paths.size() > 1; }));
+    timer->stop();
+    EXPECT_TRUE(line->text().startsWith(u"自动更新："_s));
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+    QMenu menu;
+    const AutoUpdate nextRun(menu, environment_.applicationFolder + u"界面.ini"_s, clock_, [] {});
+    EXPECT_TRUE(nextRun.findChild<QTimer*>()->isActive()) << "the choice is kept";
+}
+
+// With the patience of a user: what waited for the store itself would fail here.
+TEST_F(Form2Test, WhatIsAskedForWhileAnotherHoldsTheStoreComesWhenItIsFree) {
+    load();
+    activate();
+    store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
+    std::optional<Connection> other(store_.stores.main.open());
+    other->execute(u"begin exclusive"_s);
+    QTest::keyClick(&main_, Qt::Key_F5);
+    click(u"MSHFlexGrid1"_s, 1, 1);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
+    other.reset();
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return grid(u"MSHFlexGrid1"_s).textMatrix(1, 1) == u"白酒"_s &&
+               grid(u"MSHFlexGrid2"_s).rows() == 2;
+    }));
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
+    load();
+    const QString time = label(u"Label6"_s);
+    addManyCodes();
+    http_.answer = [](const QString& path) { return quoteReply(path, {}); };
+    http_.onGet = [this] {
+        if (http_.paths.size() == 2) {
+            http_.gate = std::make_shared<Later<bool>>();
+        }
+    };
+    QTest::mouseClick(find<QToolButton>(u"Command4"_s), Qt::LeftButton);
+    auto* stop = find<QPushButton>(u"stopRun"_s);
+    EXPECT_TRUE(stop->isVisible());
+    EXPECT_FALSE(find<QToolButton>(u"Command4"_s)->isEnabled());
+    QTest::keyClick(&main_, Qt::Key_Escape);
+    EXPECT_FALSE(stop->isVisible());
+    EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());
+    EXPECT_EQ(label(u"Label6"_s), time);
+    EXPECT_EQ(label(u"Label1"_s), u"已停止：更新了 99 只股票的行情，共 122 只"_s);
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+}  // namespace guanchao
