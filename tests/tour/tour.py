@@ -40,8 +40,9 @@ class Tour:
         self.steps = [
             self.start, self.fetch_quotes, self.search_a_stock, self.search_a_theme, self.add_a_stock,
             self.set_a_monitor, self.see_it_fire, self.export, self.delete_the_theme,
+            self.undo_the_deletion, self.search_a_theme, self.delete_the_theme,
             self.import_it_back, self.write_an_article, self.work_on_a_dead_market,
-            self.close_the_program
+            self.take_the_days_copy_back, self.close_the_program
         ]
 
     def start(self):
@@ -128,6 +129,10 @@ class Tour:
         self.screen.answer(f"删除主题'{THEME}'完成!")
         self.expect(MAIN, self.members_statement())
 
+    def undo_the_deletion(self):
+        self.screen.press(self.main, "撤消删除")
+        self.expect(MAIN, self.members_statement(), *self.members)
+
     def import_it_back(self):
         self.screen.choose(self.main, "数据(S)", "导入主题")
         self.screen.press(self.screen.window("导入主题"), "从主题库开始导入")
@@ -165,6 +170,17 @@ class Tour:
         self.screen.wait("the update to stop", lambda: not self.screen.control_now(
             self.main, "button", "停止更新行情"))
         self.desk.market.thaw()
+
+    def take_the_days_copy_back(self):
+        # It was made a moment after the start, long before the article.
+        self.screen.choose(self.main, "数据(S)", "恢复…")
+        window = self.screen.window("恢复")
+        self.screen.click(self.screen.grid(window, "备份").cell(0, 1))
+        self.screen.press(window, "恢复选中的备份")
+        self.screen.answer("确实要用备份")
+        self.screen.answer("已恢复备份")
+        self.expect(ARTICLES, f"select count(*) from wenzhang where date(rq)='{DAY}'", ["0"])
+        self.expect_column("主题表", 1, "select distinct zhutiname from dzhzhuti")
 
     def close_the_program(self):
         self.screen.ask_to_close("观潮台(V3.7)")
