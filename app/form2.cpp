@@ -56,7 +56,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                      environment.removals),
       watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.client,
-                 environment.services.quote),
+                 environment.services.quote.value(0)),
       quoteRun_(environment.stores, environment.clock, quoteFeed_),
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
                  environment.failures, desktop_.sound,

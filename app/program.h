@@ -19,6 +19,7 @@
 #include "platform/desktop/desktop_tray.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
+#include "services/services.h"
 #include "store/application_folder.h"
 #include "store/connection.h"
 

@@ -97,7 +97,7 @@ public:
         QFile::remove(stores_.main.path);
         QFile::link(onDisk, stores_.main.path);
         market_.start();
-        services_.quote = {market_.host(), {}, 0, 6};
+        services_.quote = {Service{market_.host(), {}, 0, 6}};
         http_.client = std::make_unique<QtHttpClient>();
         globals_.yingyongmulu = store_.folder();
         form_ = std::make_unique<Form2>(environment_, windows_, desktop_);
@@ -205,10 +205,11 @@ public:
         globals_.yingyongmulu = store_.folder();
         globals_.dangqiandm = marketCode(0);
         globals_.dangqianzhuti = marketTheme(0);
-        for (Service* service : {&services_.quote, &services_.chart, &services_.stockpage,
-                                 &services_.newspage, &services_.history, &services_.vendor}) {
+        for (Service* service :
+             {&services_.chart, &services_.stockpage, &services_.newspage, &services_.vendor}) {
             *service = silent_.service();
         }
+        services_.quote = services_.history = {silent_.service()};
         http_.client = std::make_unique<QtHttpClient>();
     }
 

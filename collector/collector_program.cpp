@@ -97,7 +97,7 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
     initials_ = std::make_unique<Initials>(QFileInfo::exists(exceptions)
                                                ? readInitialsExceptions(exceptions)
                                                : QHash<QString, QString>());
-    Service quote = services_.quote;
+    Service quote = services_.quote.value(0);
     if (quote.timeoutSeconds == 0) {
         quote.timeoutSeconds = settings_.timeoutSeconds;
     }

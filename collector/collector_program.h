@@ -12,6 +12,7 @@
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
+#include "services/services.h"
 #include "store/application_folder.h"
 
 namespace guanchao {

@@ -2,7 +2,7 @@
 
 #include "base/values.h"
 #include "heat/url_encode.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {

@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/services.h"
+#include "platform/service.h"
 
 namespace guanchao {
 

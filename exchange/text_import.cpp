@@ -6,7 +6,7 @@
 #include "exchange/import_on_copies.h"
 #include "exchange/text_preview.h"
 #include "formats/text_file.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 

@@ -1,6 +1,6 @@
 #include "exchange/text_preview.h"
 
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

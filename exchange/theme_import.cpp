@@ -9,7 +9,7 @@
 #include "exchange/picked_store.h"
 #include "exchange/row_values.h"
 #include "exchange/table_merge.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 #include "store/patience.h"
 #include "store/recordset.h"
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/values.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

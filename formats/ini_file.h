@@ -17,6 +17,8 @@ public:
     // The trimmed value, or nothing if the section or the key isn't there.
     std::optional<QString> value(const QString& section, const QString& key) const;
 
+    bool hasSection(const QString& section) const { return sectionStart(section) >= 0; }
+
     // Writes the value and leaves all other entries; false if the file can't be written, or is
     // there and couldn't be read.
     bool setValue(const QString& section, const QString& key, const QString& value);

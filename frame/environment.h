@@ -9,8 +9,8 @@
 #include "platform/dialogs.h"
 #include "platform/http_client.h"
 #include "platform/processes.h"
-#include "platform/services.h"
 #include "platform/shell.h"
+#include "services/services.h"
 #include "store/removals.h"
 #include "store/stores.h"
 

@@ -1,7 +1,7 @@
 #include "base/values.h"
 #include "heat/collector_contract.h"
 #include "heat/heat_subjects.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

@@ -5,7 +5,7 @@
 
 #include "base/values.h"
 #include "formats/gbk.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

@@ -3,7 +3,7 @@
 #include <QStringList>
 
 #include "market/quote_figures.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

@@ -7,8 +7,8 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
-#include "market/stock_code.h"
 #include "market/trading_session.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 
@@ -333,7 +333,7 @@ void LiveQuotes::updateMarketFlag() {
 
 QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
     const QString path = u"/list="_s + code;
-    const HttpReply reply = co_await http_.get(services_.quote, path, stop);
+    const HttpReply reply = co_await http_.get(services_.quote.value(0), path, stop);
     co_return quoteRow(textOf(reply));
 }
 

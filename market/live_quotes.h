@@ -22,8 +22,8 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/http_client.h"
-#include "platform/services.h"
 #include "platform/shell.h"
+#include "services/services.h"
 
 namespace guanchao {
 

@@ -4,7 +4,7 @@
 
 #include "formats/gbk.h"
 #include "market/day_history.h"
-#include "market/quote_reply.h"
+#include "services/quote_reply.h"
 
 namespace guanchao {
 
@@ -45,7 +45,7 @@ QCoro::Task<double> MeanVolume::of(QString dm, std::stop_token stop) {
 
 QCoro::Task<double> MeanVolume::fetch(QString dm, QDate today, std::stop_token stop) const {
     const QString path = dayHistoryPath(dm, today.addDays(-daysBack), today.addDays(-1));
-    const HttpReply reply = co_await http_.get(history_, path, stop);
+    const HttpReply reply = co_await http_.get(history_.value(0), path, stop);
     co_return meanOf(readDayHistory(textFromGbk(reply.body)).value_or(QList<HistoryDay>()), today);
 }
 

@@ -16,7 +16,7 @@ namespace guanchao {
 
 class MeanVolume {
 public:
-    MeanVolume(HttpClient& http, const Service& history, const Clock& clock)
+    MeanVolume(HttpClient& http, const QList<Service>& history, const Clock& clock)
         : http_(http), history_(history), clock_(clock) {}
 
     // 0 while it can't be had. `dm` with its exchange, in either case.
@@ -31,7 +31,7 @@ private:
     QCoro::Task<double> fetch(QString dm, QDate today, std::stop_token stop) const;
 
     HttpClient& http_;
-    const Service& history_;
+    const QList<Service>& history_;
     const Clock& clock_;
     QHash<QString, Known> known_;
 };

@@ -11,9 +11,9 @@
 
 #include "base/activity.h"
 #include "base/globals.h"
-#include "market/quote_reply.h"
 #include "platform/clock.h"
 #include "platform/http_client.h"
+#include "services/quote_reply.h"
 #include "store/recordset.h"
 #include "store/stores.h"
 

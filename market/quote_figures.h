@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "grid/colours.h"
-#include "market/quote_reply.h"
+#include "services/quote_reply.h"
 
 namespace guanchao {
 

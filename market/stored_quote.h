@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "market/quote_reply.h"
+#include "services/quote_reply.h"
 
 namespace guanchao {
 

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "base/values.h"
-#include "market/stock_code.h"
 #include "monitor/poll_list.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

@@ -6,7 +6,7 @@
 #include <QString>
 #include <stop_token>
 
-#include "platform/services.h"
+#include "platform/service.h"
 
 namespace guanchao {
 

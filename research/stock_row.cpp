@@ -1,7 +1,7 @@
 #include "research/stock_row.h"
 
 #include "base/values.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

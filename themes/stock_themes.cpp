@@ -5,7 +5,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 #include "themes/membership.h"
 

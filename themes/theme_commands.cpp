@@ -2,7 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 #include "themes/membership.h"
 

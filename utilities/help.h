@@ -3,7 +3,7 @@
 
 #include "base/globals.h"
 #include "platform/dialogs.h"
-#include "platform/services.h"
+#include "platform/service.h"
 #include "platform/shell.h"
 
 namespace guanchao {

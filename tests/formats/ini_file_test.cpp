@@ -3,7 +3,6 @@
 #include <QTemporaryDir>
 
 #include "formats/gbk.h"
-#include "platform/services.h"
 #include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
@@ -22,6 +21,8 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
     EXPECT_EQ(ini.value(u"other"_s, u"fenshidm"_s), u"x"_s);
     EXPECT_EQ(ini.value(u"read"_s, u"none"_s), std::nullopt);
     EXPECT_EQ(ini.value(u"none"_s, u"fenshidm"_s), std::nullopt);
+    EXPECT_TRUE(ini.hasSection(u"OTHER"_s));
+    EXPECT_FALSE(ini.hasSection(u"none"_s));
     EXPECT_TRUE(ini.setValue(u"read"_s, u"fenshidm"_s, u"SZ000001"_s));
     EXPECT_TRUE(ini.setValue(u"read"_s, u"jintuopan"_s, u"0"_s));
     EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"=b"_s));
@@ -39,27 +40,6 @@ TEST_F(IniFileTest, AFileIsReadAsItsUserHasWrittenIt) {
         writeFile(path_, bytes);
         EXPECT_EQ(IniFile(path_).value(u"s"_s, u"k"_s), u"芯片"_s) << bytes.toHex().toStdString();
     }
-}
-
-TEST_F(IniFileTest, ServicesFallBackToThePublicOnes) {
-    const Services standard = readServices(path_);
-    const Services live = readServices(QStringLiteral(GUANCHAO_SOURCE_DIR "/data/services.ini"));
-    for (const auto service : {&Services::quote, &Services::chart, &Services::stockpage,
-                               &Services::sitepage, &Services::newspage}) {
-        EXPECT_EQ((live.*service).host, (standard.*service).host);
-        EXPECT_EQ((live.*service).referer, (standard.*service).referer);
-    }
-    writeFile(path_,
-              "[quote]\nhost=http://127.0.0.1:8610\ntimeout=15\n[vendor]\nhost=\ntimeout=long\n"
-              "[history]\ntimeout=0\n[chart]\ntimeout=0.5\n");
-    const Services services = readServices(path_);
-    EXPECT_EQ(services.quote.host, u"http://127.0.0.1:8610"_s);
-    EXPECT_EQ(services.quote.timeoutSeconds, 15);
-    EXPECT_EQ(services.newspage.timeoutSeconds, 4);
-    EXPECT_EQ(services.vendor.timeoutSeconds, 15) << "no number";
-    EXPECT_EQ(services.chart.timeoutSeconds, 1) << "0 would be without end";
-    EXPECT_EQ(services.history.timeoutSeconds, 0);
-    EXPECT_EQ(services.vendor.host, QString());
 }
 
 }  // namespace guanchao

@@ -58,7 +58,7 @@ TEST_F(OutsideTextsTest, OfAStore) {
 
 TEST_F(OutsideTextsTest, OfAReply) {
     globals_.yingyongmulu = store_.folder();
-    services_.quote.host = u"http://m"_s;
+    services_.quote = {{u"http://m"_s, {}}};
     http_.answer = [this](const QString&) {
         return gbkFromText(u"x=\""_s + name_ + u",9.9,10,10.5,11,9.8,0,0,1234500,2000000000"_s +
                            u",1"_s.repeated(20) + u",2026-11-24,10:30:00,00\";\n"_s);

@@ -55,10 +55,10 @@ class LiveQuotesTest : public StoreTest {
 protected:
     LiveQuotesTest() {
         globals_.yingyongmulu = store_.folder();
-        services_.quote.host = u"q"_s;
+        services_.quote = {{u"q"_s, {}}};
         services_.chart.host = u"c"_s;
         services_.newspage.host = u"http://news"_s;
-        services_.history.host = u"h"_s;
+        services_.history = {{u"h"_s, {}}};
         services_.stockpage.host = u"http://pages"_s;
         http_.answer = [this](const QString& path) { return reply(path); };
     }

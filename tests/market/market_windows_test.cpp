@@ -24,7 +24,8 @@ class MarketWindowsTest : public WindowTest {
 protected:
     MarketWindowsTest() {
         globals_.yingyongmulu = store_.folder();
-        services_.quote.host = services_.chart.host = services_.newspage.host = u"http://m"_s;
+        services_.chart.host = services_.newspage.host = u"http://m"_s;
+        services_.quote = {services_.chart};
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 0);
         store_.run({u"update tempcanshu set f10url='http://host/600000/'"_s,
@@ -203,7 +204,8 @@ TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
         raw.answer = it.answer;
         // The client may keep a connection that it has made for a request that it never sent.
         const auto brokenOff = [&] { return raw.hangUps >= raw.requests.count(u"GET "_s); };
-        services_.quote = services_.chart = services_.newspage = raw.service();
+        services_.chart = services_.newspage = raw.service();
+        services_.quote = {raw.service()};
         ASSERT_TRUE(open<Form21>()) << it.what;
         auto* stop = button(u"stopRun"_s);
         EXPECT_EQ(label(u"pollState"_s), u"正在读取…"_s);
@@ -240,8 +242,9 @@ TEST_F(MarketWindowsTest, Form21ShowsAndPollsItsStockWhileAllElseHangs) {
         const QByteArray body = *reply(u"/list=sh600585"_s);
         socket.write(httpHead(body.size()) + body);
     };
-    services_.chart = services_.newspage = services_.history = silent.service();
-    services_.quote = quotes.service();
+    services_.chart = services_.newspage = silent.service();
+    services_.history = {silent.service()};
+    services_.quote = {quotes.service()};
     openQuotes();
     find<QTimer>(u"Timer2"_s)->setInterval(2);
     fire(u"Timer1"_s);
@@ -265,7 +268,8 @@ TEST_F(MarketWindowsTest, Form21TellsOnceOfServicesThatHangUp) {
     for (const Service& service : {raw.service(), Service{u"http://127.0.0.1:1"_s, {}, 0}}) {
         dialogs_.shown.clear();
         http_.paths.clear();
-        services_.quote = services_.chart = services_.newspage = service;
+        services_.chart = services_.newspage = service;
+        services_.quote = {service};
         openQuotes();
         fire(u"Timer1"_s);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs_.shown.isEmpty(); }));

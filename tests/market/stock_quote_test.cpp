@@ -4,8 +4,8 @@
 
 #include "base/activity.h"
 #include "market/index_panels.h"
-#include "market/stock_code.h"
 #include "market/stored_quote.h"
+#include "services/stock_code.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {

@@ -7,7 +7,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "platform/services.h"
+#include "platform/service.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 #include <algorithm>
 

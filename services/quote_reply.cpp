@@ -1,10 +1,10 @@
-#include "market/quote_reply.h"
+#include "services/quote_reply.h"
 
 #include <cmath>
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "market/stock_code.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 

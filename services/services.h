@@ -1,0 +1,33 @@
+// Which services of the web are asked for what: services.ini in the application folder, with the
+// standard ones where the file or a section is missing.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include "platform/service.h"
+
+namespace guanchao {
+
+struct Services {
+    // In the order in which they are asked: [history], [history.2], ... A purpose that the file
+    // names has only the services that it names.
+    QList<Service> quote;         // 行情
+    QList<Service> history;       // 历史行情
+    QList<Service> factors;       // 复权因子, of the prices of history's own kind
+    QList<Service> fundamentals;  // 基本面
+
+    Service chart;      // 走势图: /newchart/
+    Service stockpage;  // 个股页面: /realstock/company/
+    Service sitepage;   // 个股行情网页: /sz000693.html
+    Service newspage;   // 个股资讯: /news/stock/
+    Service vendor;     // the maker's site: version file, proxy list
+    Service search;     // 搜索网页: in place of the host that the search page pattern names
+
+    QStringList complaints;  // of sections that were passed over, in Chinese
+};
+
+Services readServices(const QString& iniPath);
+
+}  // namespace guanchao
