@@ -56,7 +56,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                      environment.removals),
       watchlist_(environment.stores, environment.dialogs),
       quoteFeed_(environment.stores, environment.globals, environment.clock, environment.client,
-                 environment.services.quote.value(0)),
+                 environment.services.quote),
       quoteRun_(environment.stores, environment.clock, quoteFeed_),
       alarmDesk_(environment.stores, environment.globals, environment.clock, quoteFeed_,
                  environment.failures, desktop_.sound,
@@ -250,7 +250,7 @@ QCoro::Task<> Form2::readStocks(QString theme, std::stop_token stop) {
 
 void Form2::Command1_Click() {
     picker_->hideList();
-    themeTable_.searchByCode(ui_->Text1->text());
+    themeTable_.searchByCode(trimBlanks(ui_->Text1->text()));
 }
 
 void Form2::Command2_Click() {

@@ -27,6 +27,9 @@ void clearMaintenanceKey(Dialogs& dialogs) {
         dialogs.tell(u"文件 "_s + path + u" 没有密码，不用再取消。"_s);
         return;
     }
+    if (QFile file(path); file.exists() && file.size() == 0) {
+        throw OperationError(u"文件 "_s + path + u" 是空的，不是主题库。"_s);
+    }
     rekey(path, u"kqmt20190725bvdn"_s, {});
     dialogs.tell(u" 设置密码完成！"_s);
 }

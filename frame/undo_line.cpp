@@ -5,11 +5,18 @@
 #include <utility>
 
 #include "base/activity.h"
+#include "base/values.h"
 #include "base/worker.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longestWords = 30;  // beside the button, in a window as narrow as it goes
+
+}  // namespace
 
 UndoLine::UndoLine(QLabel& words, QPushButton& button, Environment& environment, QString place,
                    std::function<void()> cameBack)
@@ -34,7 +41,7 @@ bool UndoLine::eventFilter(QObject* watched, QEvent* event) {
 
 void UndoLine::showLast() {
     const std::optional<RemovedRows> last = removals_.last(place_);
-    words_.setText(last ? u"已删除："_s + last->words : QString());
+    words_.setText(last ? u"已删除："_s + shortened(last->words, longestWords) : QString());
     words_.setVisible(last.has_value());
     button_.setVisible(last.has_value());
 }

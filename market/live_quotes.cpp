@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/values.h"
-#include "formats/gbk.h"
 #include "formats/ini_file.h"
 #include "market/trading_session.h"
 #include "services/stock_code.h"
@@ -46,14 +45,6 @@ public:
     IndexActivity() : Activity(u"读取指数"_s, u"个股的行情照常更新。"_s) {}
 };
 
-// An empty reply is as good as none.
-QString textOf(const HttpReply& reply) {
-    if (reply.body.isEmpty()) {
-        throw NotHad{reply.answered() ? u"应答是空的"_s : failureWords(reply), noConnection};
-    }
-    return textFromGbk(reply.body);
-}
-
 QStringView turnoverCode(const HomeIndex& index) {
     return index.turnoverCode.isEmpty() ? index.code : index.turnoverCode;
 }
@@ -91,6 +82,7 @@ LiveQuotes::LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http,
       clock_(clock),
       http_(http),
       services_(services),
+      source_(http, clock, services.quote),
       meanVolume_(meanVolume),
       failures_(failures),
       shell_(shell),
@@ -110,7 +102,7 @@ LiveQuotes::Opening LiveQuotes::load() {
 // Its failure is told by the first query, which reads the page again.
 void LiveQuotes::showOpeningFundamentals() {
     const Reading fundamentals = {fundamentalsWords, [this](std::stop_token stop) {
-                                      return fetchFundamentals(shownDm_, stop);
+                                      return takeFundamentals(shownDm_, stop);
                                   }};
     stockRuns_.start(
         [=, this](std::stop_token stop) { return readings_.takeQuietly(fundamentals, stop); });
@@ -250,7 +242,7 @@ bool LiveQuotes::readStock(const QString& typed) {
     read(QuotePart::stock, stockRuns_,
          {{quoteWords, [this](std::stop_token stop) { return takeQuote(stop); }},
           {fundamentalsWords,
-           [=, this](std::stop_token stop) { return fetchFundamentals(dm, stop); }},
+           [=, this](std::stop_token stop) { return takeFundamentals(dm, stop); }},
           {chartWords, [this](std::stop_token stop) { return showStockCharts(stop); }},
           {meanWords, [=, this](std::stop_token stop) { return takeMean(dm, stop); }}});
     return true;
@@ -332,24 +324,26 @@ void LiveQuotes::updateMarketFlag() {
 }
 
 QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
-    const QString path = u"/list="_s + code;
-    const HttpReply reply = co_await http_.get(services_.quote.value(0), path, stop);
-    co_return quoteRow(textOf(reply));
+    const QuotesReply reply = co_await source_.fetch(code, stop);
+    if (reply.lines.isEmpty()) {
+        throw NotHad{reply.lack, noConnection};
+    }
+    co_return quoteRow(reply.lines);
 }
 
 // A service that the user has taken out of services.ini is not missed.
-QCoro::Task<> LiveQuotes::fetchFundamentals(QString dm, std::stop_token stop) {
+QCoro::Task<> LiveQuotes::takeFundamentals(QString dm, std::stop_token stop) {
     fundamentals_ = {};
-    if (services_.newspage.host.isEmpty()) {
-        screen_.showFundamentals(fundamentalTexts(fundamentals_));
-        co_return;
-    }
-    const QString path = fundamentalsPath(dm);
-    const HttpReply page = co_await http_.get(services_.newspage, path, stop);
-    fundamentals_ = readFundamentals(textFromGbk(page.body));
+    const FundamentalsReply reply =
+        co_await fetchFundamentals(http_, services_.fundamentals, dm, stop);
+    fundamentals_ = reply.fundamentals;
     screen_.showFundamentals(fundamentalTexts(fundamentals_));
-    textOf(page);
-    showStockAgain();
+    if (!reply.lack.isEmpty()) {
+        throw NotHad{reply.lack, noConnection};
+    }
+    if (reply.isNamed) {
+        showStockAgain();
+    }
 }
 
 QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {

@@ -14,7 +14,6 @@
 
 #include "base/globals.h"
 #include "base/runs.h"
-#include "market/fundamentals.h"
 #include "market/index_panels.h"
 #include "market/mean_volume.h"
 #include "market/readings.h"
@@ -23,6 +22,8 @@
 #include "platform/dialogs.h"
 #include "platform/http_client.h"
 #include "platform/shell.h"
+#include "services/fundamentals.h"
+#include "services/quote_source.h"
 #include "services/services.h"
 
 namespace guanchao {
@@ -112,7 +113,7 @@ private:
     bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
     void openPage(const Service& service, const QString& path, const QString& typed);
     QCoro::Task<QuoteRow> fetchQuote(QString code, std::stop_token stop);
-    QCoro::Task<> fetchFundamentals(QString dm, std::stop_token stop);
+    QCoro::Task<> takeFundamentals(QString dm, std::stop_token stop);
     QCoro::Task<> fetchStock(std::stop_token stop);
     void showStock(const QuoteRow& fields);
     void showStockAgain();
@@ -129,6 +130,7 @@ private:
     const Clock& clock_;
     HttpClient& http_;
     const Services& services_;
+    QuoteSource source_;
     MeanVolume& meanVolume_;
     Failures& failures_;
     Shell& shell_;

@@ -2,11 +2,9 @@
 
 #include <QScopedValueRollback>
 #include <QStringList>
-#include <algorithm>
 #include <deque>
 
 #include "base/values.h"
-#include "formats/gbk.h"
 #include "market/stored_quote.h"
 #include "store/patience.h"
 
@@ -40,13 +38,6 @@ QString companionOf(const QString& list) {
     return list == u"sh000001,"_s ? u"sz399001,"_s : u"sh000001,"_s;
 }
 
-// Tells the service's word on the codes from the page of a portal or a word on the asker.
-bool isAnswerTo(const CodeBatch& batch, const QList<QuoteRow>& rows) {
-    return std::ranges::any_of(rows, [&](const QuoteRow& row) {
-        return !row.dm().isEmpty() && batch.list.contains(row.dm().toLower() + u',');
-    });
-}
-
 }  // namespace
 
 QList<CodeBatch> codeBatches(Recordset& codes) {
@@ -69,15 +60,15 @@ RefusedLines::RefusedLines(const QStringList& reasons)
                                u"处也读不出）"_s) {}
 
 QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
-                     const Service& service)
-    : stores_(stores), globals_(globals), clock_(clock), http_(http), service_(service) {}
+                     const QList<Service>& services)
+    : stores_(stores), globals_(globals), clock_(clock), source_(http, clock, services) {}
 
-QCoro::Task<HttpReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
+QCoro::Task<QuotesReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
     const QString list = batch.count == 1 ? batch.list + companionOf(batch.list) : batch.list;
-    return http_.get(service_, u"/list="_s + list, stop);
+    return source_.fetch(list, stop);
 }
 
-QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
+QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, QuotesReply reply, qint16 tojiankong,
                                            std::stop_token stop) {
     const auto step = [=, this] { return writeReply(batch, reply, tojiankong); };
     const MissedQuotes missed = co_await patiently(step, stop);
@@ -87,16 +78,16 @@ QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, HttpReply reply, qin
 // A service that refuses is asked for one batch at a time from then on.
 QCoro::Task<> QuoteFeed::gengxinhq(QList<CodeBatch> batches, qint16 tojiankong, Note note,
                                    std::stop_token stop) {
-    qsizetype ahead = service_.ahead;
+    qsizetype ahead = source_.ahead();
     qsizetype asked = 0;
-    std::deque<QCoro::Task<HttpReply>> onTheirWay;
+    std::deque<QCoro::Task<QuotesReply>> onTheirWay;
     for (const CodeBatch& batch : batches) {
         while (asked < batches.size() && std::ssize(onTheirWay) < ahead) {
             onTheirWay.push_back(ask(batches[asked++], stop));
         }
-        const HttpReply reply = co_await std::move(onTheirWay.front());
+        const QuotesReply reply = co_await std::move(onTheirWay.front());
         onTheirWay.pop_front();
-        if (reply.outcome == HttpReply::Outcome::refused) {
+        if (reply.turnedAway) {
             ahead = 1;
         }
         const MissedQuotes missed = co_await write(batch, reply, tojiankong, stop);
@@ -104,17 +95,13 @@ QCoro::Task<> QuoteFeed::gengxinhq(QList<CodeBatch> batches, qint16 tojiankong, 
     }
 }
 
-MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const HttpReply& reply,
+MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const QuotesReply& reply,
                                    qint16 tojiankong) {
     const Activity activity = updating(tojiankong);
-    if (!reply.answered()) {
-        return {batch.count, failureWords(reply), {}, 0};
+    if (!reply.lack.isEmpty()) {
+        return {batch.count, reply.lack, {}, 0};
     }
-    const QList<QuoteRow> rows = quoteRows(textFromGbk(reply.body));
-    if (!isAnswerTo(batch, rows)) {
-        return {batch.count, u"应答里没有行情"_s, {}, 0};
-    }
-    return writeRows(batch, rows, tojiankong);
+    return writeRows(batch, quoteRows(reply.lines), tojiankong);
 }
 
 MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows,

@@ -14,6 +14,7 @@
 #include "platform/clock.h"
 #include "platform/http_client.h"
 #include "services/quote_reply.h"
+#include "services/quote_source.h"
 #include "store/recordset.h"
 #include "store/stores.h"
 
@@ -47,7 +48,7 @@ public:
 class QuoteFeed {
 public:
     QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
-              const Service& service);
+              const QList<Service>& services);
 
     // 更新行情: asks for the batches, some at a time, so that silent ones cost no time each, and
     // writes the quotes of each reply in one transaction and in order: into dmb if tojiankong is
@@ -58,17 +59,16 @@ public:
                             std::stop_token stop);
 
 private:
-    QCoro::Task<HttpReply> ask(CodeBatch batch, std::stop_token stop);
-    QCoro::Task<MissedQuotes> write(CodeBatch batch, HttpReply reply, qint16 tojiankong,
+    QCoro::Task<QuotesReply> ask(CodeBatch batch, std::stop_token stop);
+    QCoro::Task<MissedQuotes> write(CodeBatch batch, QuotesReply reply, qint16 tojiankong,
                                     std::stop_token stop);
-    MissedQuotes writeReply(const CodeBatch& batch, const HttpReply& reply, qint16 tojiankong);
+    MissedQuotes writeReply(const CodeBatch& batch, const QuotesReply& reply, qint16 tojiankong);
     MissedQuotes writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
-    HttpClient& http_;
-    Service service_;
+    QuoteSource source_;
 };
 
 }  // namespace guanchao

@@ -35,16 +35,6 @@ Colour colourOf(double price, double formerClose) {
 
 }  // namespace
 
-QDate dayFrom(const QString& text) {
-    const QString day = text.trimmed().section(u' ', 0, 0).section(u'T', 0, 0);
-    return QDate::fromString(day, u"yyyy-M-d"_s);
-}
-
-QString dayAsTimeText(const QString& text) {
-    const QDate day = dayFrom(text);
-    return day.isValid() ? timeText(day) : text;
-}
-
 PriceText priceText(const QuoteRow& fields, qsizetype position) {
     const std::optional<double> price = fields.figure(position);
     return {fields.text(position),

@@ -15,13 +15,6 @@ namespace guanchao {
 constexpr Colour gainColour = rgb(255, 0, 255);  // the latest price at or above the former close
 constexpr Colour lossColour = rgb(0, 255, 0);    // below it
 
-// The day at the start of the text, with or without zeros before month and day; invalid if none
-// stands there.
-QDate dayFrom(const QString& text);
-
-// The day as time text; a text that is no day comes back as it is.
-QString dayAsTimeText(const QString& text);
-
 // A price as the service sent it, in red above the former close, in green below it; plain where it
 // is no number.
 struct PriceText {

@@ -1,5 +1,6 @@
 #include "market/quote_run.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "base/values.h"
@@ -62,8 +63,9 @@ QString QuoteTally::words() const {
         lines << reasonWords(it.value(), it.key());
         omitted -= it.value();
     }
-    if (!refusals_.isEmpty()) {
-        const auto refused = static_cast<int>(refusals_.size());
+    // A line of a code that nobody has asked for keeps no stock from its quote.
+    const int refused = std::min(static_cast<int>(refusals_.size()), omitted);
+    if (refused > 0) {
         lines << reasonWords(refused, u"读不出（"_s + refusals_.first() + u"）"_s);
         omitted -= refused;
     }

@@ -38,9 +38,9 @@ void showLimits(StockPanel& panel, double formerClose) {
 }
 
 // How many times the earnings of the report's quarters make a year.
-double annualFactor(const QString& jzrq) {
-    const QString day = dayFrom(jzrq).toString(u"MM-dd"_s);
-    if (day == u"12-31") {
+double annualFactor(const Fundamentals& fundamentals) {
+    const QString day = dayFrom(fundamentals.jzrq).toString(u"MM-dd"_s);
+    if (fundamentals.isOfAYear || day == u"12-31") {
         return 1;
     }
     if (day == u"06-30") {
@@ -54,7 +54,7 @@ QString priceEarnings(double latest, const Fundamentals& fundamentals) {
     if (!mgsy) {
         return u"--"_s;
     }
-    const double ratio = latest / (*mgsy == 0 ? 0.001 : *mgsy) / annualFactor(fundamentals.jzrq);
+    const double ratio = latest / (*mgsy == 0 ? 0.001 : *mgsy) / annualFactor(fundamentals);
     // A loss is shown itself: a negative ratio tells nothing.
     return twoDecimals(ratio < 0 ? *mgsy : ratio);
 }
@@ -77,6 +77,12 @@ void showValuation(StockPanel& panel, const QuoteRow& fields, const Fundamentals
 }
 
 }  // namespace
+
+FundamentalTexts fundamentalTexts(const Fundamentals& fundamentals) {
+    return {fundamentals.isOfAYear ? u"近四个季度"_s : fundamentals.jzrq,
+            fundamentals.mqlt + u"（亿）"_s, fundamentals.mgsy + u"（元）"_s,
+            fundamentals.mgjzc + u"（元）"_s};
+}
 
 bool hasStock(const QuoteRow& fields) {
     return fields.lastIndex() > lastFieldOfNothing;

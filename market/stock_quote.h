@@ -7,8 +7,8 @@
 #include <array>
 #include <optional>
 
-#include "market/fundamentals.h"
 #include "market/quote_figures.h"
+#include "services/fundamentals.h"
 
 namespace guanchao {
 
@@ -38,6 +38,16 @@ struct StockPanel {
     std::optional<QString> priceToBook;      // 市净率
     std::optional<QString> ratio;            // 量比
 };
+
+// The fundamentals with their units.
+struct FundamentalTexts {
+    QString jzrq;
+    QString mqlt;
+    QString mgsy;
+    QString mgjzc;
+};
+
+FundamentalTexts fundamentalTexts(const Fundamentals& fundamentals);
 
 // A reply with a stock; one for an unknown code has fewer fields.
 bool hasStock(const QuoteRow& fields);

@@ -37,6 +37,15 @@ void requireWhole(const QuoteRow& row) {
     }
 }
 
+// The text goes into a statement as it stands: it must be a number and nothing beside it.
+QString figureAsSent(const QuoteRow& row, qsizetype position) {
+    if (row.number(position) < 0) {
+        throw OperationError(u"行情数据的第"_s + QString::number(position + 1) +
+                             u"个字段是负数："_s + row.dm() + u' ' + row.text(position));
+    }
+    return row.numberAsSent(position);
+}
+
 }  // namespace
 
 bool isUnknownCode(const QuoteRow& row) {
@@ -47,18 +56,16 @@ bool hasQuote(const QuoteRow& row) {
     return !isUnknownCode(row) && (!row.dm().isEmpty() || row.lastIndex() > lastFieldOfNoQuote);
 }
 
-// The text of a field goes into a statement as it stands: it must be a number and nothing beside
-// it.
 StoredQuote storedQuote(const QuoteRow& row) {
     requireWhole(row);
     StoredQuote quote;
     quote.dm = row.dm();
-    quote.kp = row.numberAsSent(field::open);
-    quote.sp = row.numberAsSent(field::latest);
-    quote.zg = row.numberAsSent(field::high);
-    quote.zd = row.numberAsSent(field::low);
-    quote.totalsl = row.numberAsSent(field::volume);
-    quote.totaljine = row.numberAsSent(field::amount);
+    quote.kp = figureAsSent(row, field::open);
+    quote.sp = figureAsSent(row, field::latest);
+    quote.zg = figureAsSent(row, field::high);
+    quote.zd = figureAsSent(row, field::low);
+    quote.totalsl = figureAsSent(row, field::volume);
+    quote.totaljine = figureAsSent(row, field::amount);
     computeGain(quote, row.number(field::latest), row.number(field::formerClose));
     return quote;
 }

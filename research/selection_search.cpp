@@ -8,6 +8,7 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "grid/tianchongbiao.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -108,6 +109,19 @@ struct Found {
     QString score;
 };
 
+// What the library can't make out are the user's own words, not the store.
+Recordset rowsOf(const SelectionQuery& query, Connection& store,
+                 const Work<std::monostate>& work) {
+    try {
+        return Recordset(store, query.statement(), [&work] { work.endIfAbandoned(); });
+    } catch (const StoreError& failure) {
+        if (failure.fault() != StoreFault::other) {
+            throw;
+        }
+        throw OperationError(u"条件写得不对："_s + failure.reason());
+    }
+}
+
 Found find(const StoreFile& main, const SelectionQuery& query, const QString& written,
            const Work<std::monostate>& work) {
     Activity anew({});
@@ -119,7 +133,7 @@ Found find(const StoreFile& main, const SelectionQuery& query, const QString& wr
         u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
     Connection store = main.open();
     store.onlyRead();
-    Recordset rows(store, query.statement(), [&work] { work.endIfAbandoned(); });
+    Recordset rows = rowsOf(query, store, work);
     const QString score = scoreLine(gainsOf(rows), query.mergeDates);
     return {std::move(rows), score};
 }

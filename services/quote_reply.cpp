@@ -38,6 +38,16 @@ std::optional<double> marketFigure(QStringView text) {
     return readsAsNumber(text) && isMarketFigure(value) ? std::optional(value) : std::nullopt;
 }
 
+QDate dayFrom(const QString& text) {
+    const QString day = text.trimmed().section(u' ', 0, 0).section(u'T', 0, 0);
+    return QDate::fromString(day, u"yyyy-M-d"_s);
+}
+
+QString dayAsTimeText(const QString& text) {
+    const QDate day = dayFrom(text);
+    return day.isValid() ? timeText(day) : text;
+}
+
 QuoteRow::QuoteRow(const QString& reply, QStringView values) : reply_(reply) {
     fields_.reserve(usualFields);
     for (const QStringView text : values.tokenize(u',')) {

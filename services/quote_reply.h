@@ -3,6 +3,7 @@
 // service gives them. What a reader needs and can't have raises OperationError.
 #pragma once
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -37,6 +38,13 @@ inline constexpr qsizetype gain = 3;
 // too small for a figure of a market.
 std::optional<double> marketFigure(QStringView text);
 bool isMarketFigure(double value);
+
+// The day at the start of the text, with or without zeros before month and day; invalid if none
+// stands there.
+QDate dayFrom(const QString& text);
+
+// The day as time text; a text that is no day comes back as it is.
+QString dayAsTimeText(const QString& text);
 
 // The fields of one code.
 class QuoteRow {

@@ -18,6 +18,11 @@ QString entry(const IniFile& ini, const QString& key) {
     return trimBlanks(value.left(127).section(QChar(0), 0, 0));
 }
 
+bool isVersionFile(const QByteArray& body) {
+    constexpr qsizetype largest = 65536;
+    return body.size() <= largest && body.contains("[chaoxin]");
+}
+
 }  // namespace
 
 double versionInCaption(const QString& caption) {
@@ -27,12 +32,13 @@ double versionInCaption(const QString& caption) {
     return numericPrefix(QStringView(inside).sliced(inside.isEmpty() ? 0 : 1));
 }
 
-// The program may end while the box stands.
+// A page of another kind, as of a portal, leaves the file. The program may end while the box stands.
 QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
     const QString file = u"/chaoxin/banbenupdate.txt"_s;
     const HttpReply reply = co_await http_.get(vendor_, file, stop);
     const QString path = globals_.yingyongmulu + u"banben.ini"_s;
-    if (!reply.answered() || !tryToReplaceFile(path, readText(reply.body).text.toUtf8())) {
+    if (!reply.answered() || !isVersionFile(reply.body) ||
+        !tryToReplaceFile(path, readText(reply.body).text.toUtf8())) {
         co_return;
     }
     const IniFile ini(path);

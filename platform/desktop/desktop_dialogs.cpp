@@ -80,6 +80,16 @@ QPushButton* addButton(QMessageBox& box, const QString& words, QMessageBox::Butt
     return button;
 }
 
+// A long name in a message must not swallow the question behind it.
+QString withShortMiddle(const QString& text) {
+    constexpr qsizetype end = longestShownMessage / 3;
+    if (text.size() <= longestShownMessage) {
+        return text;
+    }
+    const bool half = text[text.size() - end].isLowSurrogate();
+    return shortened(text, longestShownMessage - end) + text.last(half ? end - 1 : end);
+}
+
 QMessageBox* newBox(QMessageBox::Icon icon, const QString& title, const QString& text) {
     auto* box = new QMessageBox(icon, shortened(title, longestShownName), text);
     box->setTextFormat(Qt::PlainText);
@@ -102,7 +112,7 @@ void scrollLongText(QMessageBox& box, const QString& words) {
 }
 
 QMessageBox* newAnswer(const QString& title, const QString& text) {
-    QMessageBox* box = newBox(QMessageBox::Warning, title, shortened(text, longestShownMessage));
+    QMessageBox* box = newBox(QMessageBox::Warning, title, withShortMiddle(text));
     addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     box->setAttribute(Qt::WA_DeleteOnClose);
     return box;
@@ -144,10 +154,10 @@ void DesktopDialogs::showNextAnswer() {
 void DesktopDialogs::tellFailure(const QString& text) {
     if (failure_ && failure_->isVisible()) {
         failure_->setText(firstFailure_ + u"\n\n此后又有 "_s + QString::number(++furtherFailures_) +
-                          u" 次失败，最近一次：\n"_s + shortened(text, longestShownMessage));
+                          u" 次失败，最近一次：\n"_s + withShortMiddle(text));
         return;
     }
-    firstFailure_ = shortened(text, longestShownMessage);
+    firstFailure_ = withShortMiddle(text);
     furtherFailures_ = 0;
     failure_ = newAnswer(programName, text);
     show(*failure_, Qt::NonModal);
@@ -155,7 +165,7 @@ void DesktopDialogs::tellFailure(const QString& text) {
 
 QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QString title) {
     const Shown<QMessageBox> box(
-        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
+        newBox(QMessageBox::Information, title, withShortMiddle(text)));
     QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(ok);
@@ -166,7 +176,7 @@ QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QStrin
 
 QCoro::Task<Unsaved> DesktopDialogs::askToSave(std::stop_token stop, QString text, QString title) {
     const Shown<QMessageBox> box(
-        newBox(QMessageBox::Information, title, shortened(text, longestShownMessage)));
+        newBox(QMessageBox::Information, title, withShortMiddle(text)));
     const QPushButton* save = addButton(*box, u"保存"_s, QMessageBox::AcceptRole);
     const QPushButton* discard = addButton(*box, u"不保存"_s, QMessageBox::DestructiveRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
@@ -183,7 +193,7 @@ QCoro::Task<QString> DesktopDialogs::input(std::stop_token stop, QString prompt,
                                            QString text) {
     const Shown<QInputDialog> box(new QInputDialog);
     box->setWindowTitle(shortened(title, longestShownName));
-    box->setLabelText(shortened(prompt, longestShownMessage));
+    box->setLabelText(withShortMiddle(prompt));
     box->setTextValue(text);
     box->setOkButtonText(u"确定"_s);
     box->setCancelButtonText(u"取消"_s);

@@ -58,6 +58,7 @@ protected:
         services_.quote = {{u"q"_s, {}}};
         services_.chart.host = u"c"_s;
         services_.newspage.host = u"http://news"_s;
+        services_.fundamentals = {services_.newspage};
         services_.history = {{u"h"_s, {}}};
         services_.stockpage.host = u"http://pages"_s;
         http_.answer = [this](const QString& path) { return reply(path); };
@@ -196,7 +197,7 @@ TEST_F(LiveQuotesTest, AServiceThatIsDeadIsToldOnceAndEndsThePolls) {
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(dialogs_.shown.size(), 2) << "an empty reply is as good as none";
     EXPECT_FALSE(screen_.polling);
-    services_.newspage.host.clear();
+    services_.fundamentals.clear();
     replies_.clear();
     http_.paths.clear();
     quotes_.query(u"SH600000"_s);

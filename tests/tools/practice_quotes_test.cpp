@@ -2,7 +2,7 @@
 
 #include "formats/gbk.h"
 #include "formats/html_tables.h"
-#include "market/fundamentals.h"
+#include "services/fundamentals.h"
 #include "market/stored_quote.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"

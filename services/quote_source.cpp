@@ -1,0 +1,95 @@
+#include "services/quote_source.h"
+
+#include <algorithm>
+#include <numeric>
+#include <optional>
+#include <utility>
+
+#include "formats/gbk.h"
+#include "services/quote_kind.h"
+#include "services/quote_reply.h"
+#include "services/quote_tencent.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qint64 secondsLast = 90;
+
+class SinaQuotes : public QuoteKind {
+public:
+    bool knows(const QString& /*codes*/) const override { return true; }
+    QString path(const QString& codes) const override { return u"/list="_s + codes; }
+    QString lines(const QByteArray& body) const override { return textFromGbk(body); }
+};
+
+// Tells a service's word on the codes from the page of a portal or a word on the asker.
+bool isAnswerTo(const QString& codes, const QString& lines) {
+    return std::ranges::any_of(codes.split(u',', Qt::SkipEmptyParts), [&](const QString& code) {
+        return lines.contains(code + u'=', Qt::CaseInsensitive);
+    });
+}
+
+bool isTurnedAway(const HttpReply& reply) {
+    return reply.outcome == HttpReply::Outcome::refused;
+}
+
+}  // namespace
+
+std::unique_ptr<QuoteKind> quoteKind(const QString& name) {
+    if (name.compare(u"tencent"_s, Qt::CaseInsensitive) == 0) {
+        return std::make_unique<TencentQuotes>();
+    }
+    return std::make_unique<SinaQuotes>();
+}
+
+QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services)
+    : http_(http), clock_(clock), services_(std::move(services)), lastUntil_(services_.size()) {}
+
+QList<qsizetype> QuoteSource::order() const {
+    QList<qsizetype> order(services_.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_partition(order, [this](qsizetype it) {
+        return !lastUntil_[it].isValid() || lastUntil_[it] <= clock_.now();
+    });
+    return order;
+}
+
+QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop) {
+    std::optional<QuotesReply> first;
+    for (const qsizetype place : order()) {
+        const Service service = services_[place];
+        if (!quoteKind(service.kind)->knows(codes)) {
+            continue;
+        }
+        const QuotesReply reply = co_await ask(service, codes, stop);
+        if (reply.lack.isEmpty()) {
+            lastUntil_[place] = {};
+            co_return QuotesReply(reply);
+        }
+        lastUntil_[place] = clock_.now().addSecs(secondsLast);
+        first = first ? first : reply;
+    }
+    co_return first.value_or(QuotesReply{{}, failureWords({}), false});
+}
+
+QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
+                                          std::stop_token stop) const {
+    const QString path = quoteKind(service.kind)->path(codes);
+    const HttpReply reply = co_await http_.get(service, path, stop);
+    QuotesReply read;
+    read.turnedAway = isTurnedAway(reply);
+    if (!reply.answered()) {
+        read.lack = failureWords(reply);
+        co_return QuotesReply(read);
+    }
+    read.lines = quoteKind(service.kind)->lines(reply.body);
+    if (!isAnswerTo(codes, read.lines)) {
+        read.lack = read.lines.isEmpty() ? u"应答是空的"_s : u"应答里没有行情"_s;
+    }
+    co_return QuotesReply(read);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,44 @@
+// Quotes, from the services of services.ini in their order: the next one is asked where one
+// refuses, is silent or sends another page. Nothing is raised but Cancelled.
+#pragma once
+
+#include <QCoro/QCoroTask>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <stop_token>
+
+#include "platform/clock.h"
+#include "platform/http_client.h"
+
+namespace guanchao {
+
+struct QuotesReply {
+    QString lines;            // for services/quote_reply
+    QString lack;             // why there are none, in Chinese: the reason of the first service
+    bool turnedAway = false;  // the first one may have been asked too much
+};
+
+class QuoteSource {
+public:
+    QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services);
+
+    // How many requests may be on their way at once.
+    qsizetype ahead() const { return services_.value(0).ahead; }
+
+    // `codes` in lower case, with commas between them and maybe one behind the last.
+    QCoro::Task<QuotesReply> fetch(QString codes, std::stop_token stop);
+
+private:
+    QCoro::Task<QuotesReply> ask(Service service, QString codes, std::stop_token stop) const;
+    QList<qsizetype> order() const;
+
+    HttpClient& http_;
+    const Clock& clock_;
+    QList<Service> services_;
+    // A service that brings nothing is asked last for a while, so that its silence is waited for
+    // once and not with each request.
+    QList<QDateTime> lastUntil_;
+};
+
+}  // namespace guanchao
