@@ -157,10 +157,10 @@ private:
     QCoro::Task<> undo(std::stop_token stop) {
         ThemeImport themes(stores_, clock_, dialogs_, exchange_, removals_);
         co_await themes.deleteAll(stop);
-        print(u"removed"_s);
-        const RemovedRows rows = removals_.last(importWindowPlace).value();
-        bringBack(rows);
-        removals_.forget(rows);
+        if (const std::optional<RemovedRows> rows = removals_.last(importWindowPlace)) {
+            bringBack(*rows);
+            removals_.forget(*rows);
+        }
     }
 
     QCoro::Task<> scan(std::stop_token stop) {
