@@ -260,6 +260,40 @@ private:
     QCoro::Task<> removeCommodity(std::stop_token stop) {
         co_await deleteCommodity(stores_, dialogs_, removals_, argument(0), stop);
     }
+    // As many changes as the argument says, without a pause: a new commodity, then its attention.
+    // As in the program, a store that another holds refuses one, which is then made again.
+    QCoro::Task<> edits(std::stop_token) {
+        const Connection::BusyTimeout ofAClick(std::chrono::milliseconds(80));
+        int refused = 0;
+        for (int at = 0; at < argument(0).toInt();) {
+            if (edit(at)) {
+                ++at;
+            } else {
+                ++refused;
+            }
+        }
+        dialogs_.shown = {QString::number(refused)};
+        co_return;
+    }
+    bool edit(int at) {
+        CommodityEditor editor(stores_, globals_, dialogs_, removals_);
+        const Commodity commodity{u"商品%1"_s.arg(at / 2), u"SH600000"_s, QString::number(at)};
+        try {
+            if (at % 2 == 0) {
+                editor.add(commodity, [](const Commodity& it) {
+                    throw OperationError(it.name + u" 已经在了"_s);
+                });
+            } else {
+                editor.modify(commodity);
+            }
+            return true;
+        } catch (const StoreError& failure) {
+            if (failure.fault() != StoreFault::busy) {
+                throw;
+            }
+            return false;
+        }
+    }
     // For a run of the collector.
     QCoro::Task<> order(std::stop_token) {
         placeRunOrder(stores_.heat, clock_.now().date());
@@ -356,6 +390,7 @@ std::map<QString, Job::Word> Job::words() {
             {u"clear_monitors"_s, &Job::clearMonitors},
             {u"commodity"_s, &Job::commodity},
             {u"remove_commodity"_s, &Job::removeCommodity},
+            {u"edits"_s, &Job::edits},
             {u"order"_s, &Job::order},
             {u"proxies"_s, &Job::proxies},
             {u"rows"_s, &Job::rows}};
