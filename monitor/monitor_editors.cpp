@@ -96,11 +96,11 @@ void MonitorEditor::read(const Recordset& monitor, MonitorFields& fields) const 
 
 bool MonitorEditor::confirm(const MonitorFields& typed) {
     const MonitorFields fields = withoutBlanks(typed);
-    Activity activity(caption());
+    const Activity activity(caption());
     {
         Connection connection = stores_.main.open();
-        const bool written = mode_ == EditorMode::modify ? modify(connection, fields)
-                                                         : add(connection, fields, activity);
+        const bool written =
+            mode_ == EditorMode::modify ? modify(connection, fields) : add(connection, fields);
         if (!written) {
             return false;
         }
@@ -121,8 +121,7 @@ MonitorFields ThemeMonitorEditor::takeCurrent() {
     return fields;
 }
 
-bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields,
-                             Activity& activity) {
+bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields) {
     const Recordset monitored(
         connection,
         u"select zhutiname from zhutijiankong  where zhutiname="_s + quoted(fields.name));
@@ -134,17 +133,18 @@ bool ThemeMonitorEditor::add(Connection& connection, const MonitorFields& fields
     if (members < 1 || !allows(connection, members, dialogs_)) {
         return false;
     }
+    Transaction transaction(connection);
     connection.execute(
         u"insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue,guzhishu)"
         u" values("_s +
         quoted(fields.name) + u',' + alarmValues(fields) + u',' + QString::number(members) +
         u")"_s);
-    activity.wrote(u"监控记录"_s);
     Recordset stocks(connection,
                      u"select  dm,jc from dzhzhuti  where zhutiname="_s + quoted(fields.name));
     for (; !stocks.atEnd(); stocks.moveNext()) {
         addToPollList(connection, stocks.value(u"dm").toText(), stocks.value(u"jc").toText());
     }
+    transaction.commit();
     return true;
 }
 
@@ -200,8 +200,7 @@ bool StockMonitorEditor::confirm(const MonitorFields& typed) {
     return MonitorEditor::confirm(fields);
 }
 
-bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields,
-                             Activity& activity) {
+bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields) {
     if (!allows(connection, 1, dialogs_)) {
         return false;
     }
@@ -215,12 +214,13 @@ bool StockMonitorEditor::add(Connection& connection, const MonitorFields& fields
     if (!jc) {
         return false;
     }
+    Transaction transaction(connection);
     connection.execute(
         u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi,tanchuform,yinyue) values("_s +
         quoted(fields.name) + u',' + quoted(*jc) + u',' + quoted(fields.leixin) + u',' +
         alarmValues(fields) + u")"_s);
-    activity.wrote(u"监控记录"_s);
     addToPollList(connection, fields.name, *jc);
+    transaction.commit();
     return true;
 }
 

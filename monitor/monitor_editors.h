@@ -53,7 +53,7 @@ protected:
 
     virtual MonitorFields takeCurrent() = 0;
     virtual void read(const Recordset& monitor, MonitorFields& fields) const;
-    virtual bool add(Connection& connection, const MonitorFields& fields, Activity& activity) = 0;
+    virtual bool add(Connection& connection, const MonitorFields& fields) = 0;
     virtual bool modify(Connection& connection, const MonitorFields& fields) = 0;
 
     const Stores& stores_;
@@ -72,7 +72,7 @@ public:
 
 private:
     MonitorFields takeCurrent() override;
-    bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
+    bool add(Connection& connection, const MonitorFields& fields) override;
     bool modify(Connection& connection, const MonitorFields& fields) override;
     int memberCount(Connection& connection, const QString& zhutiname);
 };
@@ -90,7 +90,7 @@ public:
 private:
     MonitorFields takeCurrent() override;
     void read(const Recordset& monitor, MonitorFields& fields) const override;
-    bool add(Connection& connection, const MonitorFields& fields, Activity& activity) override;
+    bool add(Connection& connection, const MonitorFields& fields) override;
     bool modify(Connection& connection, const MonitorFields& fields) override;
     std::optional<QString> listedName(Connection& connection, const QString& dm);
 };
