@@ -63,7 +63,9 @@ QString newDraftPath(const QString& applicationFolder) {
 
 void putAside(const QString& path, const Draft& draft) {
     // The store of articles is encrypted and a draft isn't: it is for its user's eyes only.
-    QDir().mkdir(QFileInfo(path).path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString folder = QFileInfo(path).path();
+    makeFolder(folder);
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QJsonObject content{{u"time"_s, draft.time.toString(Qt::ISODate)},
                               {u"read"_s, written(draft.read)},
                               {u"typed"_s, written(draft.typed)}};

@@ -4,8 +4,11 @@
 #include <unistd.h>
 
 #include <QSaveFile>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace guanchao {
 
@@ -37,18 +40,38 @@ bool reachedTheDisk(const QString& path) {
     return result == 0;
 }
 
-QString systemReason(int error) {
-    const bool full = error == ENOSPC || error == EDQUOT;
-    return full ? u"磁盘已满"_s : qt_error_string(error);
-}
+// What the system tells of, in words for the user.
+struct SystemReason {
+    int error;
+    QString words;
+};
+
+const SystemReason systemReasons[] = {
+    {ENOSPC, u"磁盘已满"_s},
+    {EDQUOT, u"磁盘已满"_s},
+    {EIO, u"磁盘读写出错"_s},
+    {EACCES, u"没有访问的权限"_s},
+    {EPERM, u"没有访问的权限"_s},
+    {EROFS, u"磁盘只能读取"_s},
+    {ENOENT, u"没有这个文件夹或文件"_s},
+};
 
 }  // namespace
 
+QString systemReason(int error) {
+    const auto* known = std::ranges::find(systemReasons, error, &SystemReason::error);
+    return known == std::end(systemReasons) ? qt_error_string(error) : known->words;
+}
+
+// Qt keeps the system's reason as the system's words alone.
 QString reasonOf(const QFileDevice& file) {
-    // A write that stops halfway is no error to Qt.
-    const bool full =
-        file.error() == QFileDevice::NoError || file.error() == QFileDevice::ResourceError;
-    return full ? u"磁盘已满"_s : file.errorString();
+    if (file.error() == QFileDevice::NoError) {
+        return systemReason(ENOSPC);  // a write that stops halfway is no error to Qt
+    }
+    const auto* known =
+        std::ranges::find(systemReasons, file.errorString(),
+                          [](const SystemReason& it) { return qt_error_string(it.error); });
+    return known == std::end(systemReasons) ? file.errorString() : known->words;
 }
 
 OperationError notWritten(const QString& path, const QString& reason) {
@@ -65,6 +88,20 @@ void replaceFile(const QString& target, const QByteArray& content, QFile::Permis
 
 bool tryToReplaceFile(const QString& target, const QByteArray& content, QFile::Permissions added) {
     return failureOfReplacing(target, content, added).isEmpty();
+}
+
+void makeFolder(const QString& path) {
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(path).toStdString(), error);
+    if (error) {
+        throw notWritten(path, u"不能建立文件夹，"_s + systemReason(error.value()));
+    }
+}
+
+void moveFolder(const QString& from, const QString& to) {
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+        throw notWritten(to, u"不能改名，"_s + systemReason(errno));
+    }
 }
 
 FreshFile::FreshFile(const QString& target) : target_(target), path_(target + u".new"_s) {

@@ -10,7 +10,10 @@
 
 namespace guanchao {
 
-// Why a file that was written to didn't take it, in words for the user.
+// Why the system refused, by its error number, in words for the user.
+QString systemReason(int error);
+
+// Why a file couldn't be opened, or didn't take what was written to it.
 QString reasonOf(const QFileDevice& file);
 
 // What the functions below raise, for others that write files to raise the same.
@@ -23,6 +26,12 @@ void replaceFile(const QString& target, const QByteArray& content, QFile::Permis
 // The same for what can be done without; false if it isn't written.
 bool tryToReplaceFile(const QString& target, const QByteArray& content,
                       QFile::Permissions added = {});
+
+// With the folders above it; one that is there is left as it is. Raises OperationError.
+void makeFolder(const QString& path);
+
+// To where no folder is. Raises OperationError.
+void moveFolder(const QString& from, const QString& to);
 
 // A file in the making, for writers that want a path. It goes unless it has taken its place.
 class FreshFile {

@@ -1,9 +1,9 @@
 #include "exchange/backup_export.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include "base/activity.h"
+#include "base/files.h"
 #include "exchange/library_rows.h"
 #include "exchange/row_values.h"
 #include "exchange/store_copy.h"
@@ -19,11 +19,8 @@ namespace {
 
 // Only the default folder is made where it is missing.
 void makeDefaultFolder(const QString& folder) {
-    if (folder != fixedPath(FixedPlace::exportFolder) || QFileInfo(folder).isDir()) {
-        return;
-    }
-    if (!QDir().mkdir(folder)) {
-        throw OperationError(u"不能建立文件夹 "_s + folder + u"。"_s);
+    if (folder == fixedPath(FixedPlace::exportFolder)) {
+        makeFolder(folder);
     }
 }
 

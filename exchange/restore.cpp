@@ -161,9 +161,7 @@ void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
         throw OperationError(u"数据在恢复的准备当中有改动，请再试一次。"_s);
     }
     const QString folder = QFileInfo(ready.folder.chopped(1)).path() + u'/';
-    if (!QDir().rename(ready.folder.chopped(1), folder + underWayName)) {
-        throw notWritten(folder + underWayName, u"不能改名"_s);
-    }
+    moveFolder(ready.folder.chopped(1), folder + underWayName);
     try {
         finishRestore(stores, folder);
     } catch (...) {
@@ -182,7 +180,7 @@ void finishRestore(const Stores& stores, const QString& folder) {
     }
     for (const StoreFile& store : copiedStores(stores)) {
         if (QFileInfo::exists(underWay + nameOf(store)) && !takePlace(store, underWay)) {
-            throw notWritten(store.path, qt_error_string(errno));
+            throw notWritten(store.path, systemReason(errno));
         }
     }
     QDir(underWay).removeRecursively();

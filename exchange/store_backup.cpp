@@ -24,12 +24,6 @@ void removeUnfinished(const QString& folder) {
     }
 }
 
-void makeFolder(const QString& path) {
-    if (!QDir().mkpath(path)) {
-        throw notWritten(path, u"不能建立文件夹"_s);
-    }
-}
-
 void requireRoom(const Stores& stores, qint64 freeBytes) {
     qint64 needed = spareBytes;
     for (const StoreFile& store : copiedStores(stores)) {
@@ -62,14 +56,11 @@ void makeCopy(const QString& folder, const QString& name, const FillCopy& fill) 
     makeFolder(begun);
     try {
         fill(begun + u'/');
+        QDir(folder + name).removeRecursively();
+        moveFolder(begun, folder + name);
     } catch (...) {
         QDir(begun).removeRecursively();
         throw;
-    }
-    QDir(folder + name).removeRecursively();
-    if (!QDir().rename(begun, folder + name)) {
-        QDir(begun).removeRecursively();
-        throw notWritten(folder + name, u"不能改名"_s);
     }
 }
 

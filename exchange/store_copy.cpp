@@ -61,7 +61,7 @@ void writeBytes(const StoreBytes& bytes, const QString& source, const QString& t
                 const std::function<void()>& blockDone) {
     QFile file(target);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        throw notCopied(source, target, file.errorString());
+        throw notCopied(source, target, reasonOf(file));
     }
     for (qint64 offset = 0; offset < bytes.size(); offset += blockSize) {
         const QByteArray block = bytes.block(offset);
@@ -78,10 +78,10 @@ void copyFile(const QString& source, const QString& target) {
     QFile from(source);
     QFile to(target);
     if (!from.open(QIODevice::ReadOnly)) {
-        throw notCopied(source, target, from.errorString());
+        throw notCopied(source, target, reasonOf(from));
     }
     if (!to.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        throw notCopied(source, target, to.errorString());
+        throw notCopied(source, target, reasonOf(to));
     }
     while (!from.atEnd()) {
         const QByteArray block = from.read(blockSize);

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/activity.h"
+#include "base/files.h"
 #include "formats/gbk.h"
 
 namespace guanchao {
@@ -87,7 +88,7 @@ QStringList linesOf(const QString& text) {
 TextFile readTextFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"不能读取文件 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
+        throw OperationError(u"不能读取文件 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
     }
     const ReadText read = readText(file.readAll());
     return {linesOf(read.text), read.encoding};

@@ -21,16 +21,10 @@ bool holdsStores(const QString& folder) {
     return QFileInfo::exists(storesIn(folder).main.path);
 }
 
-void makeFolder(const QString& path) {
-    if (!QDir().mkpath(path)) {
-        throw notWritten(path, u"不能建立文件夹"_s);
-    }
-}
-
 QByteArray contentOf(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"无法读取 "_s + path + u"（"_s + file.errorString() + u"）。"_s);
+        throw OperationError(u"无法读取 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
     }
     return file.readAll();
 }

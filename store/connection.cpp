@@ -6,6 +6,7 @@
 #include <QScopeGuard>
 #include <QThread>
 #include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <optional>
 
@@ -83,6 +84,11 @@ void giveKey(Connection& connection, const QString& key) {
     sqlite3_key(connection.handle(), raw.constData(), static_cast<int>(raw.size()));
 }
 
+bool metAFullDisk(sqlite3* handle) {
+    const int error = sqlite3_system_errno(handle);
+    return error == ENOSPC || error == EDQUOT;
+}
+
 StoreFault faultOf(sqlite3* handle) {
     constexpr int primaryCode = 0xff;
     switch (sqlite3_errcode(handle) & primaryCode) {
@@ -97,7 +103,8 @@ StoreFault faultOf(sqlite3* handle) {
             return StoreFault::readOnly;
         case SQLITE_CANTOPEN:
         case SQLITE_IOERR:
-            return StoreFault::unreadable;
+            // Of a write alone the library tells that the disk is full.
+            return metAFullDisk(handle) ? StoreFault::full : StoreFault::unreadable;
         case SQLITE_CORRUPT:
             return StoreFault::damaged;
         default:
@@ -142,7 +149,7 @@ int allowReading(void*, int action, const char*, const char* function, const cha
 void makeEmptyFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        throw StoreError(file.errorString(), path, {});
+        throw notWritten(path, reasonOf(file));
     }
 }
 

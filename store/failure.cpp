@@ -34,7 +34,7 @@ QString meaningOf(const StoreError& failure) {
         case StoreFault::readOnly:
             return u" 只能读取，没有写入的权限。"_s;
         case StoreFault::unreadable:
-            return u" 无法读写，请检查磁盘和访问权限。"_s;
+            return u" 无法读写，请检查磁盘空间、磁盘好坏和访问权限。"_s;
         case StoreFault::damaged:
             return isCopiedDaily(failure.path())
                        ? u" 已损坏，请用“数据”菜单的“恢复…”换上每天的备份。"_s

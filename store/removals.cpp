@@ -101,9 +101,7 @@ QString Removals::freshFile() {
     if (made_ == 0) {
         QDir(folder_).removeRecursively();
     }
-    if (!QDir().mkpath(folder_)) {
-        throw notWritten(folder_, u"不能建立文件夹"_s);
-    }
+    makeFolder(folder_);
     return folder_ + QString::number(++made_) + u".mzdat"_s;
 }
 

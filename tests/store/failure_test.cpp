@@ -37,11 +37,14 @@ TEST(FailureTest, NamesItsCauseInChinese) {
                     .endsWith(u"原因：表 dmb 的一行\n\n这一步没有写入任何数据。"_s));
 }
 
-TEST(FailureTest, AFullDiskIsTold) {
+TEST(FailureTest, TheSystemsReasonIsToldInChinese) {
     QFile full(u"/dev/full"_s);
     ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     EXPECT_LT(full.write("x"), 1);
     EXPECT_EQ(reasonOf(full), u"磁盘已满"_s);
+    QFile missing(u"/nowhere/x"_s);
+    ASSERT_FALSE(missing.open(QIODevice::WriteOnly));
+    EXPECT_EQ(reasonOf(missing), u"没有这个文件夹或文件"_s);
 }
 
 }  // namespace guanchao
