@@ -164,11 +164,15 @@ void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
     moveFolder(ready.folder.chopped(1), folder + underWayName);
     try {
         finishRestore(stores, folder);
-    } catch (...) {
-        if (filesIn(folder + underWayName) == copiedStores(stores).size()) {  // none has moved
-            QDir(folder + underWayName).removeRecursively();
+    } catch (const OperationError& failure) {
+        const bool noneHasMoved = filesIn(folder + underWayName) == copiedStores(stores).size();
+        // Renamed as a whole: what is left of it would be carried to its end at the next start.
+        if (noneHasMoved && QDir().rename(folder + underWayName, ready.folder.chopped(1))) {
+            dropReady(ready);
+            throw;
         }
-        throw;
+        const Activity begun(u"恢复数据"_s, u"恢复已经开始，软件下次启动时会接着做完。"_s);
+        throw OperationError(failure.reason());
     }
 }
 
