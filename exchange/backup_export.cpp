@@ -32,13 +32,16 @@ struct LibraryRows {
     Recordset codes;
 };
 
-// What the library refuses names the row it is.
+// A row that the library can't hold is named.
 void insertRow(Connection& library, const QString& statement, const QString& row) {
     try {
         library.execute(statement);
     } catch (const StoreError& failure) {
+        if (failure.fault() != StoreFault::other) {
+            throw;
+        }
         throw StoreError(row + u"不能写入："_s + failure.reason(), failure.path(),
-                         failure.statement(), failure.fault());
+                         failure.statement());
     }
 }
 
