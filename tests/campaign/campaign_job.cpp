@@ -157,8 +157,10 @@ private:
     QCoro::Task<> undo(std::stop_token stop) {
         ThemeImport themes(stores_, clock_, dialogs_, exchange_, removals_);
         co_await themes.deleteAll(stop);
+        print(u"removed"_s);
         if (const std::optional<RemovedRows> rows = removals_.last(importWindowPlace)) {
-            bringBack(*rows);
+            const Activity activity(u"撤消删除"_s);
+            onceMore([&] { bringBack(*rows); });
             removals_.forget(*rows);
         }
     }
@@ -190,10 +192,11 @@ private:
         ArticleEditor editor(stores_, globals_, clock_, dialogs_);
         globals_.dangqianwenzhang = argument(0).toInt();
         ArticleFields fields = articleFields(editor.open().value());
-        print(editor.save(fields));
+        onceMore([&] { print(editor.save(fields)); });
         co_return;
     }
     QCoro::Task<> draft(std::stop_token) {
+        const Activity activity(u"保存草稿"_s);
         const ArticleFields fields = articleFields({});
         const QList<LeftDraft> left = leftDrafts(folder_);
         putAside(left.isEmpty() ? newDraftPath(folder_) : left.first().path,
@@ -206,6 +209,16 @@ private:
         fields.title = u"文章 "_s + argument(0);
         fields.body = argument(0) + u" 内容\n"_s.repeated(20000);
         return fields;
+    }
+
+    // As a user who tries it again, since the program still holds what it takes.
+    void onceMore(const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const OperationError& failure) {
+            failures.report(failure);
+            step();
+        }
     }
 
     // THEME CODES
@@ -296,6 +309,7 @@ private:
     }
     // For a run of the collector.
     QCoro::Task<> order(std::stop_token) {
+        const Activity activity(u"启动采集程序"_s);
         placeRunOrder(stores_.heat, clock_.now().date());
         co_return;
     }

@@ -58,12 +58,14 @@ def end_with_parent():
 
 
 class Desk:
-    def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai):
+    def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai,
+                 clock=IN_SESSION):
         self.data = Path(data)
         self.store_query = store_query
         self.prepare_stores = prepare_stores
         self.practice_market = practice_market
         self.guanchaotai = guanchaotai
+        self.clock = clock
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
         self.application = self.folder / "application"
         self.exports = self.folder / "home/导出主题"
@@ -71,9 +73,9 @@ class Desk:
         # What a child of the tour leaves behind when it ends comes to the tour, to be ended too.
         libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
 
-    def set_up(self):
+    def set_up(self, market):
         self.prepare_surroundings()
-        self.market = Market(self)
+        self.market = market(self)
         self.prepare_application()
 
     def prepare_surroundings(self):
@@ -109,7 +111,7 @@ class Desk:
             "".join(f"[{it}]\nhost={self.market.host}\n" for it in SERVICES))
 
     def start_program(self):
-        self.program = self.start(self.application / IMAGE, **IN_SESSION)
+        self.program = self.start(self.application / IMAGE, **self.clock)
         return self.program
 
     def rows(self, file, statement):
@@ -154,20 +156,26 @@ class Desk:
 
 
 class Market:
-    """A lively practice market whose clock stands still wherever the tour sets it: prices hang on
-    the clock alone."""
+    """A lively practice market."""
 
-    def __init__(self, desk):
-        self.clock = desk.folder / "market.clock"
-        self.set_clock(0)
+    def __init__(self, desk, **clock):
         port = desk.folder / "market.port"
         self.process = desk.start(desk.practice_market, desk.data / "codes.csv", port, "--lively",
-                                  LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
-                                  FAKETIME_NO_CACHE="1")
+                                  **clock)
         wait("the practice market", lambda: port.exists() or self.process.poll() is not None)
         if not port.exists():
             raise TourFailure(f"the practice market ended with {self.process.returncode}")
         self.host = "http://127.0.0.1:" + port.read_text().strip()
+
+
+class StillMarket(Market):
+    """Its clock stands still wherever the tour sets it: prices hang on the clock alone."""
+
+    def __init__(self, desk):
+        self.clock = desk.folder / "market.clock"
+        self.set_clock(0)
+        super().__init__(desk, LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.clock),
+                         FAKETIME_NO_CACHE="1")
 
     def freeze(self):
         """From now on it takes every connection and answers none."""

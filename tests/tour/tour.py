@@ -9,7 +9,7 @@ import sys
 import time
 import traceback
 
-from desk import DAY, Desk, TourFailure, wait
+from desk import DAY, Desk, StillMarket, TourFailure, wait
 
 SKIPPED = 77
 
@@ -218,7 +218,7 @@ def check(what, found, wanted):
 
 
 def go(desk):
-    desk.set_up()
+    desk.set_up(StillMarket)
     tour = Tour(desk)
     for step in tour.steps:
         began = time.monotonic()
