@@ -35,7 +35,7 @@ def main():
     arguments.add_argument("sanitize", type=Path)
     arguments.add_argument("--share", type=float, default=1)
     arguments.add_argument("parts", nargs="*", choices=[[], *PARTS])
-    asked = arguments.parse_args()
+    asked = arguments.parse_intermixed_args()
     results = asked.dev / "campaign"
     results.mkdir(exist_ok=True)
     broken = 0
