@@ -21,6 +21,20 @@ QString decoded(QStringDecoder::Encoding encoding, const QByteArray& bytes) {
     return decoder(bytes);
 }
 
+// UTF-16 that is broken brings halves of characters, which the decoder passes on.
+QString decodedUtf16(QStringDecoder::Encoding encoding, const QByteArray& bytes) {
+    QString text = decoded(encoding, bytes);
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool hasOther = at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (text[at].isHighSurrogate() && hasOther) {
+            ++at;
+        } else if (text[at].isSurrogate()) {
+            text[at] = QChar::ReplacementCharacter;
+        }
+    }
+    return text;
+}
+
 bool hasAll(const QByteArray& bytes, bool (*test)(unsigned char)) {
     return std::all_of(bytes.begin(), bytes.end(),
                        [test](char byte) { return test(static_cast<unsigned char>(byte)); });
@@ -51,10 +65,10 @@ std::optional<ReadText> readMarked(const QByteArray& bytes) {
         return ReadText{decoded(QStringDecoder::Utf8, bytes.sliced(3)), u"UTF-8"_s};
     }
     if (bytes.startsWith("\xFF\xFE")) {
-        return ReadText{decoded(QStringDecoder::Utf16LE, bytes.sliced(2)), u"UTF-16"_s};
+        return ReadText{decodedUtf16(QStringDecoder::Utf16LE, bytes.sliced(2)), u"UTF-16"_s};
     }
     if (bytes.startsWith("\xFE\xFF")) {
-        return ReadText{decoded(QStringDecoder::Utf16BE, bytes.sliced(2)), u"UTF-16"_s};
+        return ReadText{decodedUtf16(QStringDecoder::Utf16BE, bytes.sliced(2)), u"UTF-16"_s};
     }
     return std::nullopt;
 }

@@ -41,6 +41,7 @@ TEST(TextFile, ATextIsReadInItsEncoding) {
         {mark + text.toUtf8() + "\xFF", text + broken, u"UTF-8"_s},
         {utf16(text, false), text, u"UTF-16"_s},
         {utf16(text, true), text, u"UTF-16"_s},
+        {utf16(u"\xD800x\xDC00"_s, false), broken + u"x"_s + broken, u"UTF-16"_s},
         {"plain", u"plain"_s, {}},
         {{}, {}, {}},
     };
