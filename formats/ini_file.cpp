@@ -62,7 +62,7 @@ bool IniFile::setValue(const QString& section, const QString& key, const QString
     } else {
         lines_[line] = text;
     }
-    return tryToReplaceFile(path_, lines_.join(u'\n').toUtf8() + '\n');
+    return tryToReplaceFile(path_, bytesOf(lines_.join(u'\n') + u'\n'));
 }
 
 qsizetype IniFile::sectionStart(const QString& section) const {

@@ -15,6 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QByteArray utf8Mark = "\xEF\xBB\xBF";
+
 // Also of a text that breaks off in the middle of a character, which then shows as broken.
 QString decoded(QStringDecoder::Encoding encoding, const QByteArray& bytes) {
     QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
@@ -61,8 +63,8 @@ bool isUtf8(const QByteArray& bytes) {
 }
 
 std::optional<ReadText> readMarked(const QByteArray& bytes) {
-    if (bytes.startsWith("\xEF\xBB\xBF")) {
-        return ReadText{decoded(QStringDecoder::Utf8, bytes.sliced(3)), u"UTF-8"_s};
+    if (bytes.startsWith(utf8Mark)) {
+        return ReadText{decoded(QStringDecoder::Utf8, bytes.sliced(utf8Mark.size())), u"UTF-8"_s};
     }
     if (bytes.startsWith("\xFF\xFE")) {
         return ReadText{decodedUtf16(QStringDecoder::Utf16LE, bytes.sliced(2)), u"UTF-16"_s};
@@ -87,6 +89,11 @@ ReadText readText(const QByteArray& bytes) {
     }
     // Half a character only shows when something comes behind it.
     return {textFromGbk(bytes + '\n').chopped(1), u"GBK"_s};
+}
+
+QByteArray bytesOf(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    return readText(bytes).text == text ? bytes : utf8Mark + bytes;
 }
 
 QStringList linesOf(const QString& text) {

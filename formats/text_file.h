@@ -18,6 +18,9 @@ struct ReadText {
 // have the form of UTF-8's.
 ReadText readText(const QByteArray& bytes);
 
+// UTF-8 that is read as that text again: behind its mark where it would be taken for GBK.
+QByteArray bytesOf(const QString& text);
+
 // Each of carriage return, line feed, and both together ends a line.
 QStringList linesOf(const QString& text);
 

@@ -38,7 +38,7 @@ QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
     const HttpReply reply = co_await http_.get(vendor_, file, stop);
     const QString path = globals_.yingyongmulu + u"banben.ini"_s;
     if (!reply.answered() || !isVersionFile(reply.body) ||
-        !tryToReplaceFile(path, readText(reply.body).text.toUtf8())) {
+        !tryToReplaceFile(path, bytesOf(readText(reply.body).text))) {
         co_return;
     }
     const IniFile ini(path);

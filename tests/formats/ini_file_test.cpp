@@ -30,6 +30,8 @@ TEST_F(IniFileTest, ReadsAndChangesOneLine) {
               QByteArray("; note\n[read]\njintuopan=0\nfenshidm=SZ000001\n\n[Other]\n"
                          "fenshidm='x'\n[new]\na==b\n"));
     EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"=b"_s);
+    EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"é"_s));
+    EXPECT_EQ(IniFile(path_).value(u"new"_s, u"a"_s), u"é"_s) << "its bytes are GBK's too";
     EXPECT_FALSE(IniFile(folder_.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
 }
 
