@@ -1,0 +1,207 @@
+// What services answer: quotes, days, pages and pictures.
+#include <QBuffer>
+#include <QImage>
+#include <QImageWriter>
+#include <cmath>
+
+#include "base/activity.h"
+#include "collector/search_page.h"
+#include "formats/gbk.h"
+#include "formats/html_tables.h"
+#include "formats/page_text.h"
+#include "market/chart_box.h"
+#include "market/day_history.h"
+#include "market/index_panels.h"
+#include "market/stock_quote.h"
+#include "tests/campaign/outside_reader.h"
+#include "tools/practice_market/practice_charts.h"
+#include "tools/practice_market/practice_pages.h"
+#include "tools/practice_market/practice_quotes.h"
+#include "tools/practice_market/practice_search.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QDateTime now(QDate(2026, 11, 24), QTime(10, 0, 0));
+
+const PracticeQuotes& market() {
+    static const PracticeQuotes quotes(
+        readPracticeStocks(QStringLiteral(GUANCHAO_SOURCE_DIR "/data/codes.csv")));
+    return quotes;
+}
+
+QList<QByteArray> inBothEncodings(const QStringList& texts) {
+    QList<QByteArray> all;
+    for (const QString& text : texts) {
+        all << gbkFromText(text) << text.toUtf8();
+    }
+    return all;
+}
+
+QList<QByteArray> pages() {
+    return inBothEncodings(
+        {practicePage(market(), u"/600000/"_s, now), practiceProxyPage(),
+         practiceSearchPage(u"白酒"_s, 30, now.date()),
+         u"<table><tr><td>甲<table><tr><th>乙</table><tfoot><tr><td>丙</table>"_s});
+}
+
+// In every format that can be written here, and as the practice market draws it.
+QList<QByteArray> pictures() {
+    QList<QByteArray> all = {practiceChart(market(), u"/newchart/min/n/sh600000.gif"_s, now)};
+    QImage image(40, 30, QImage::Format_RGB32);
+    image.fill(qRgb(200, 30, 60));
+    for (const QByteArray& format : QImageWriter::supportedImageFormats()) {
+        QBuffer buffer;
+        if (buffer.open(QIODevice::WriteOnly) && image.save(&buffer, format.constData())) {
+            all << buffer.data();
+        }
+    }
+    return all;
+}
+
+void requireFigures(const QStringList& shown) {
+    for (const QString& text : shown) {
+        const bool none = text.contains(u"nan"_s) || text.contains(u"inf"_s);
+        requireSense(!none, "显示了没有尽头的数");
+    }
+}
+
+// What a panel refuses is shown by none.
+void panel(const std::function<QStringList()>& figures) {
+    try {
+        requireFigures(figures());
+    } catch (const OperationError&) {
+        return;
+    }
+}
+
+QStringList stockFigures(const QuoteRow& row, const Fundamentals& fundamentals) {
+    const StockPanel it = stockPanel(row, fundamentals, 1e6, true);
+    return {it.gain,
+            it.volume,
+            it.amount,
+            it.limitUp,
+            it.limitDown,
+            it.prices.swing,
+            it.priceEarnings.value_or(QString()),
+            it.turnoverRate.value_or(QString()),
+            it.priceToBook.value_or(QString()),
+            it.ratio.value_or(QString())};
+}
+
+void showPanels(const QuoteRow& row) {
+    if (hasStock(row)) {
+        panel([&] { return stockFigures(row, Fundamentals()); });
+    }
+    if (hasHomeIndex(row)) {
+        panel([&]() -> QStringList {
+            const HomeIndexPanel it = homeIndexPanel(row);
+            return {it.change,
+                    it.gain,
+                    it.turnover.volume,
+                    it.turnover.amount,
+                    compositeTurnover(row).amount,
+                    indexRatio(row, it.turnover, 1e6, true).value_or(QString())};
+        });
+    }
+    if (hasWorldIndex(row)) {
+        panel([&] { return QStringList{worldIndexPanel(row).gain}; });
+    }
+}
+
+void readQuotes(const QByteArray& bytes) {
+    constexpr qsizetype mostFields = 60;  // that are looked at
+    const QString text = textFromGbk(bytes);
+    const QList<QuoteRow> rows = quoteRows(text);
+    for (const QuoteRow& row : rows.first(qMin(rows.size(), 200))) {
+        for (qsizetype at = 0; at <= qMin(row.lastIndex(), mostFields); ++at) {
+            const std::optional<double> figure = row.figure(at);
+            requireSense(!figure || (std::isfinite(*figure) && isMarketFigure(*figure)),
+                         "把不是数字的字段当成了数字");
+            requireWholeCharacters(row.text(at));
+        }
+    }
+    showPanels(quoteRow(text));
+}
+
+void readDays(const QByteArray& bytes) {
+    for (const HistoryDay& it : readDayHistory(textFromGbk(bytes)).value_or(QList<HistoryDay>())) {
+        const bool finite = std::isfinite(it.open) && std::isfinite(it.high) &&
+                            std::isfinite(it.low) && std::isfinite(it.close) &&
+                            std::isfinite(it.volume);
+        requireSense(it.day.isValid() && finite, "把不是一天的行当成了一天");
+    }
+}
+
+void readKeyData(const QByteArray& bytes) {
+    static const QuoteRow quote = quoteRow(market().line(u"sh600000"_s, now));
+    const Fundamentals it = readFundamentals(textFromGbk(bytes));
+    requireSense(std::isfinite(it.floatInTenThousands()) && std::isfinite(it.netAssets()),
+                 "基本面是没有尽头的数");
+    requireFigures(stockFigures(quote, it));
+    requireWholeCharacters(fundamentalTexts(it).mqlt);
+}
+
+void showPicture(const QByteArray& bytes) {
+    static auto* const box = new ChartBox;
+    box->resize(40, 30);
+    box->showPicture(bytes);
+    box->grab();
+}
+
+void readPage(const QByteArray& bytes) {
+    requireWholeCharacters(pageText(bytes));
+    const HtmlPage page = readHtmlPage(bytes);
+    requireWholeCharacters(QString(page.title + page.text));
+    for (const HtmlTable& table : page.tables) {
+        for (const QStringList& row : table) {
+            requireWholeCharacters(row.join(u' '));
+        }
+    }
+}
+
+void readSearch(const QByteArray& bytes) {
+    static const CollectorSettings settings;
+    const SearchPage page(bytes);
+    requireSense(page.results(settings).value_or(0) >= 0 && page.count(u"大涨"_s) >= 0,
+                 "结果数小于零");
+}
+
+}  // namespace
+
+void requireWholeCharacters(QStringView text) {
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (!text[at].isSurrogate()) {
+            continue;
+        }
+        const bool whole =
+            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        requireSense(whole, "半个字符");
+        ++at;
+    }
+}
+
+QList<OutsideReader> pageReaders() {
+    const QStringList codes = {u"sh600000"_s, u"sz000001"_s, u"sh000001"_s, u"int_dji"_s};
+    QStringList quotes = {market().reply(codes, now), u"var hq_str_sh600000=\"\";\n"_s};
+    for (const QString& code : codes) {
+        quotes << market().line(code, now);
+    }
+    const QString days =
+        market().dayTable(u"sh600000"_s, QDate(2026, 10, 1), now.date(), now).value();
+    const QString keyData = practicePage(market(), u"/news/stock/600000.shtml"_s, now);
+    const QString search = practiceSearchPage(u"铜"_s, 0, now.date());
+    return {
+        {"quotes", "行情", 110000, false, inBothEncodings(quotes), readQuotes},
+        {"days", "历史行情", 50000, false, inBothEncodings({days}), readDays},
+        {"key_data", "个股资讯网页", 50000, false, inBothEncodings({keyData}), readKeyData},
+        {"pictures", "走势图", 60000, false, pictures(), showPicture},
+        {"pages", "网页和里面的表格", 50000, false, pages(), readPage},
+        {"searches", "搜索结果网页", 30000, false, inBothEncodings({search}), readSearch},
+    };
+}
+
+}  // namespace guanchao
