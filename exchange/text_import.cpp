@@ -96,13 +96,16 @@ private:
         steps_.endIfStopped();
     }
 
-    // A failed statement costs its row only.
+    // A row that the store refuses costs itself only. What ails the store or the disk ends the
+    // import: rows would be missing unsaid.
     template <typename Statements>
     void passingOver(Statements statements) {
         try {
             statements();
-        } catch (const StoreError&) {
-            return;
+        } catch (const StoreError& failure) {
+            if (failure.fault() != StoreFault::other) {
+                throw;
+            }
         }
     }
 

@@ -81,9 +81,9 @@ public:
 private:
     Services services(const QString& host) const {
         Services services = readServices(folder_ + u"services.ini"_s);
-        for (Service* it : {&services.quote, &services.history, &services.vendor}) {
-            it->host = host;
-        }
+        services.vendor.host = host;
+        services.quote = {Service{host}};
+        services.history = {Service{host}};
         return services;
     }
     QString argument(int at) const { return arguments_.value(at); }
@@ -175,7 +175,7 @@ private:
     QCoro::Task<> history(std::stop_token stop) {
         AskedHistory asked;
         ResultGrid grid;
-        ThemeHistory themes(stores_, globals_, clock_, dialogs_, {client_, services_.history},
+        ThemeHistory themes(stores_, globals_, clock_, dialogs_, {client_, services_.history.value(0)},
                             asked, grid, [](const ThemeHistoryStep&) {});
         co_await themes.compare(themes.firstDay(), themes.lastDay(), argument(0), stop);
     }

@@ -14,7 +14,7 @@
 #include "formats/seed_list.h"
 #include "formats/text_file.h"
 #include "heat/url_encode.h"
-#include "platform/services.h"
+#include "services/services.h"
 #include "tests/campaign/outside_reader.h"
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"

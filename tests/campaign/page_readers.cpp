@@ -13,6 +13,7 @@
 #include "market/day_history.h"
 #include "market/index_panels.h"
 #include "market/stock_quote.h"
+#include "services/quote_tencent.h"
 #include "tests/campaign/outside_reader.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
@@ -136,13 +137,24 @@ void readDays(const QByteArray& bytes) {
     }
 }
 
-void readKeyData(const QByteArray& bytes) {
-    static const QuoteRow quote = quoteRow(market().line(u"sh600000"_s, now));
-    const Fundamentals it = readFundamentals(textFromGbk(bytes));
+void readTencentQuotes(const QByteArray& bytes) {
+    readQuotes(gbkFromText(TencentQuotes().lines(bytes)));
+}
+
+void requireKeyData(const QuoteRow& quote, const Fundamentals& it) {
     requireSense(std::isfinite(it.floatInTenThousands()) && std::isfinite(it.netAssets()),
                  "基本面是没有尽头的数");
     requireFigures(stockFigures(quote, it));
     requireWholeCharacters(fundamentalTexts(it).mqlt);
+}
+
+void readKeyData(const QByteArray& bytes) {
+    static const QuoteRow quote = quoteRow(market().line(u"sh600000"_s, now));
+    const QString text = textFromGbk(bytes);
+    for (const Fundamentals& it :
+         {readFundamentals(text), readFundamentalsLine(text, u"SH600000"_s)}) {
+        requireKeyData(quote, it);
+    }
 }
 
 void showPicture(const QByteArray& bytes) {
@@ -193,11 +205,18 @@ QList<OutsideReader> pageReaders() {
     const QString days =
         market().dayTable(u"sh600000"_s, QDate(2026, 10, 1), now.date(), now).value();
     const QString keyData = practicePage(market(), u"/news/stock/600000.shtml"_s, now);
+    const QString line =
+        u"var hq_str_sh600000_i=\"A,pfyh,2.19,2.46,1.86,12.4,11145.9,1865347.1,1492277.7,"
+        u"1492277.7,0,CNY,409.2,459,10,1,15,897.7,347.9\";"_s;
+    const QString tencent = u"v_sh600519=\"1~贵州茅台~600519~1304~1310~1308~52477~"_s +
+                            u"0~"_s.repeated(23) +
+                            u"20261124150003~-6~-0.46~1315~1300~x~52477~684210~\";"_s;
     const QString search = practiceSearchPage(u"铜"_s, 0, now.date());
     return {
-        {"quotes", "行情", 110000, false, inBothEncodings(quotes), readQuotes},
+        {"quotes", "行情", 80000, false, inBothEncodings(quotes), readQuotes},
         {"days", "历史行情", 50000, false, inBothEncodings({days}), readDays},
-        {"key_data", "个股资讯网页", 50000, false, inBothEncodings({keyData}), readKeyData},
+        {"tencent", "腾讯行情", 30000, false, inBothEncodings({tencent}), readTencentQuotes},
+        {"key_data", "基本面", 50000, false, inBothEncodings({keyData, line}), readKeyData},
         {"pictures", "走势图", 60000, false, pictures(), showPicture},
         {"pages", "网页和里面的表格", 50000, false, pages(), readPage},
         {"searches", "搜索结果网页", 30000, false, inBothEncodings({search}), readSearch},
