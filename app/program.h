@@ -19,6 +19,7 @@
 #include "platform/desktop/desktop_tray.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
+#include "services/polite_http.h"
 #include "services/services.h"
 #include "store/application_folder.h"
 #include "store/connection.h"
@@ -49,7 +50,8 @@ private:
     Removals removals_{copiesFolder(folder_) + QStringLiteral("撤消/")};
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
-    QtHttpClient client_;
+    QtHttpClient web_;
+    PoliteHttp client_{web_, clock_};
     DesktopShell shell_;
     DesktopSound sound_;
     DesktopNotifier notifier_;

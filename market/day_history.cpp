@@ -81,7 +81,7 @@ QCoro::Task<HistoryReply> DayHistory::fetch(QString dm, QDate first, QDate last,
     const QString path = dayHistoryPath(dm, first, last);
     const HttpReply reply = co_await http_.get(service_, path, stop);
     HistoryReply history;
-    history.refused = reply.outcome == HttpReply::Outcome::refused;
+    history.refused = reply.turnedAway();
     if (reply.answered()) {
         history.days = readDayHistory(textFromGbk(reply.body));
     }

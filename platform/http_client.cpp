@@ -18,6 +18,11 @@ QString failureWords(const HttpReply& reply) {
             return u"没有应答"_s;
         case HttpReply::Outcome::broken:
             return u"传输中断"_s;
+        case HttpReply::Outcome::limited:
+            return u"要得太勤，被拒绝（%1）"_s.arg(reply.status);
+        case HttpReply::Outcome::resting:
+            return u"它刚才一再拒绝或没有应答，%1 以前不再去要"_s.arg(
+                reply.until.toString(u"HH:mm:ss"_s));
     }
     return {};
 }

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
+#include <QDateTime>
 #include <QString>
 #include <stop_token>
 
@@ -18,13 +19,21 @@ struct HttpReply {
         refused,      // status 400 and above
         silent,       // not done within the time-out of the service
         broken,       // the transfer broke off
+        limited,      // refused for having been asked too much
+        resting,      // not asked: it was limited or failed time and again a moment ago
     };
 
     Outcome outcome = Outcome::notThere;
-    int status = 0;   // of the answer or refusal
-    QByteArray body;  // as it came; empty unless answered
+    int status = 0;        // of the answer or refusal
+    QByteArray body;       // as it came; empty unless answered
+    QDateTime until = {};  // of a rest
 
     bool answered() const { return outcome == Outcome::answered; }
+    // The service may be asked too much.
+    bool turnedAway() const {
+        return outcome == Outcome::refused || outcome == Outcome::limited ||
+               outcome == Outcome::resting;
+    }
 };
 
 // Why there is no answer, in Chinese: "没有应答".

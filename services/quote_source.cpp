@@ -32,10 +32,6 @@ bool isAnswerTo(const QString& codes, const QString& lines) {
     });
 }
 
-bool isTurnedAway(const HttpReply& reply) {
-    return reply.outcome == HttpReply::Outcome::refused;
-}
-
 }  // namespace
 
 std::unique_ptr<QuoteKind> quoteKind(const QString& name) {
@@ -80,7 +76,7 @@ QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
     const QString path = quoteKind(service.kind)->path(codes);
     const HttpReply reply = co_await http_.get(service, path, stop);
     QuotesReply read;
-    read.turnedAway = isTurnedAway(reply);
+    read.turnedAway = reply.turnedAway();
     if (!reply.answered()) {
         read.lack = failureWords(reply);
         co_return QuotesReply(read);

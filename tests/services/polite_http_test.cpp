@@ -1,0 +1,145 @@
+#include "services/polite_http.h"
+
+#include "platform/qt_http_client.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/raw_service.h"
+
+namespace guanchao {
+
+using Outcome = HttpReply::Outcome;
+
+class PoliteHttpTest : public ::testing::Test {
+protected:
+    PoliteHttpTest() {
+        raw_.answer = [this](QTcpSocket& socket) {
+            socket.write("HTTP/1.1 " + QByteArray::number(status_) +
+                         " x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+            socket.disconnectFromHost();
+        };
+    }
+
+    HttpReply get(const Service& service) {
+        return QCoro::waitFor(polite_.get(service, u"/"_s, {}));
+    }
+    // Gets so often an answer of that status; 0: the service breaks off.
+    Outcome get(int status, int times = 1) {
+        status_ = status;
+        HttpReply reply;
+        for (int i = 0; i < times; ++i) {
+            reply = get(raw_.service());
+        }
+        return reply.outcome;
+    }
+    bool rests() {
+        const int before = raw_.connections;
+        const HttpReply reply = get(raw_.service());
+        EXPECT_EQ(raw_.connections == before, reply.outcome == Outcome::resting);
+        return reply.outcome == Outcome::resting;
+    }
+
+    FakeClock clock_;
+    QList<qint64> waits_;
+    int status_ = 200;
+    RawService raw_;
+    QtHttpClient client_;
+    PoliteHttp polite_{client_, clock_,
+                       [this](std::chrono::milliseconds time, std::stop_token) -> QCoro::Task<> {
+                           waits_ << time.count();
+                           clock_.moment = clock_.moment.addMSecs(time.count());
+                           co_return;
+                       }};
+};
+
+TEST_F(PoliteHttpTest, ALimitedAddressRests) {
+    const struct {
+        int before, status;
+        Outcome outcome;
+    } cases[] = {
+        {200, 429, Outcome::limited}, {200, 456, Outcome::limited}, {200, 403, Outcome::limited},
+        {500, 403, Outcome::refused}, {200, 500, Outcome::refused},
+    };
+    for (const auto& it : cases) {
+        PoliteHttp fresh(client_, clock_);
+        const auto ask = [&](int status) {
+            status_ = status;
+            return QCoro::waitFor(fresh.get(raw_.service(), u"/"_s, {})).outcome;
+        };
+        ask(it.before);
+        EXPECT_EQ(ask(it.status), it.outcome) << it.before << ' ' << it.status;
+        EXPECT_EQ(ask(200), it.outcome == Outcome::limited ? Outcome::resting : Outcome::answered)
+            << it.status;
+    }
+}
+
+TEST_F(PoliteHttpTest, ARestIsOfOneAddressAndEnds) {
+    RawService other;
+    other.answer = raw_.answer;
+    get(429);
+    status_ = 200;
+    EXPECT_EQ(get(other.service()).outcome, Outcome::answered);
+    const HttpReply reply = get(raw_.service());
+    EXPECT_EQ(reply.until, clock_.moment.addSecs(90));
+    EXPECT_TRUE(failureWords(reply).contains(u"10:01:30"_s)) << failureWords(reply).toStdString();
+    EXPECT_TRUE(reply.turnedAway());
+    clock_.moment = clock_.moment.addSecs(89);
+    EXPECT_TRUE(rests());
+    clock_.moment = clock_.moment.addSecs(1);
+    EXPECT_FALSE(rests());
+    get(429);
+    clock_.moment = clock_.moment.addDays(-1);
+    EXPECT_FALSE(rests()) << "the clock was set back";
+}
+
+TEST_F(PoliteHttpTest, TenFailuresInARowAreEnough) {
+    get(503, 9);
+    EXPECT_FALSE(rests());
+    EXPECT_TRUE(rests());
+    clock_.moment = clock_.moment.addSecs(90);
+    get(503, 9);
+    get(200);
+    get(503, 9);
+    EXPECT_FALSE(rests()) << "an answer between them";
+    clock_.moment = clock_.moment.addSecs(90);
+    get(404, 20);
+    EXPECT_FALSE(rests()) << "a page that isn't there";
+    const Service nobody = {u"http://127.0.0.1:1"_s, {}};
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(get(nobody).outcome, Outcome::unreachable);
+    }
+}
+
+TEST_F(PoliteHttpTest, SilenceAndBrokenTransfersAreFailuresToo) {
+    raw_.answer = [](QTcpSocket& socket) {
+        socket.write(httpHead(100) + "half");
+        socket.disconnectFromHost();
+    };
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(get(raw_.service()).outcome, Outcome::broken);
+    }
+    EXPECT_TRUE(rests());
+    FakeHttp silent;
+    PoliteHttp polite(silent, clock_);
+    for (int i = 0; i < 12; ++i) {
+        QCoro::waitFor(polite.get(raw_.service(), u"/"_s, {}));
+    }
+    EXPECT_EQ(silent.paths.size(), 10);
+}
+
+TEST_F(PoliteHttpTest, KeepsThePauseOfAServiceBetweenItsRequests) {
+    Service paced = raw_.service();
+    paced.pauseSeconds = 0.7;
+    get(paced);
+    get(paced);
+    clock_.moment = clock_.moment.addMSecs(500);
+    get(paced);
+    clock_.moment = clock_.moment.addSecs(2);
+    get(paced);
+    get(raw_.service());
+    EXPECT_EQ(waits_, QList<qint64>({700, 200}));
+    clock_.moment = clock_.moment.addDays(-1);
+    get(paced);
+    EXPECT_LE(waits_.last(), 7000) << "the clock was set back";
+}
+
+}  // namespace guanchao
