@@ -99,8 +99,8 @@ void themeHistory(benchmark::State& state) {
     FakeHttp http;
     AskedHistory asked;
     ResultGrid grid;
-    ThemeHistory history(stores, globals, clock, dialogs, DayHistory(http, Service()), asked, grid,
-                         [](const ThemeHistoryStep&) {});
+    ThemeHistory history(stores, globals, clock, dialogs, PastPrices{{http, clock, {}}, {http, {}}},
+                         asked, grid, [](const ThemeHistoryStep&) {});
     const DateTexts first = dateTexts(firstDay);
     const DateTexts last = dateTexts(lastDay);
     compare(

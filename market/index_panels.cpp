@@ -1,6 +1,7 @@
 #include "market/index_panels.h"
 
 #include "base/values.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 
@@ -10,7 +11,6 @@ namespace {
 
 constexpr int lastFieldOfNoHomeIndex = 3;
 constexpr int lastFieldOfNoWorldIndex = 2;
-constexpr int sharesPerLot = 100;
 
 Turnover turnoverOf(double lots, const QuoteRow& fields) {
     return {lots, noDecimals(lots / 10000) + u"万手"_s,

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "formats/gbk.h"
-#include "market/day_history.h"
+#include "services/day_bars.h"
 #include "services/quote_reply.h"
 
 namespace guanchao {
@@ -15,15 +14,15 @@ constexpr qsizetype days = 10;
 // Long enough to hold ten trading days beside the longest holidays.
 constexpr int daysBack = 40;
 
-double meanOf(QList<HistoryDay> history, QDate today) {
+double meanOf(QList<DayBar> history, QDate today) {
     // A service that doesn't keep to the range may send the day that isn't full yet.
-    history.removeIf([today](const HistoryDay& it) { return it.day >= today; });
+    history.removeIf([today](const DayBar& it) { return it.day >= today; });
     if (history.size() < days) {
         return 0;
     }
-    std::ranges::stable_sort(history, {}, &HistoryDay::day);
+    std::ranges::stable_sort(history, {}, &DayBar::day);
     double sum = 0;
-    for (const HistoryDay& day : history.last(days)) {
+    for (const DayBar& day : history.last(days)) {
         sum += day.volume;
     }
     const double mean = sum / static_cast<double>(days);
@@ -44,9 +43,10 @@ QCoro::Task<double> MeanVolume::of(QString dm, std::stop_token stop) {
 }
 
 QCoro::Task<double> MeanVolume::fetch(QString dm, QDate today, std::stop_token stop) const {
-    const QString path = dayHistoryPath(dm, today.addDays(-daysBack), today.addDays(-1));
-    const HttpReply reply = co_await http_.get(history_.value(0), path, stop);
-    co_return meanOf(readDayHistory(textFromGbk(reply.body)).value_or(QList<HistoryDay>()), today);
+    const DayBars bars(http_, clock_, history_);
+    const BarsReply reply =
+        co_await bars.fetch(dm, today.addDays(-daysBack), today.addDays(-1), stop);
+    co_return meanOf(reply.days.value_or(QList<DayBar>()), today);
 }
 
 }  // namespace guanchao

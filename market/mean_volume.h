@@ -1,4 +1,4 @@
-// The mean volume of the last ten full trading days, in shares, from the day-history service.
+// The mean volume of the last ten full trading days, in shares, from the day-history services.
 // Fetched once a code and a day for the whole program; a fetch that brings fewer days is made again
 // at the next asking.
 #pragma once

@@ -1,6 +1,7 @@
 #include "market/stock_quote.h"
 
 #include "base/values.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 
@@ -9,7 +10,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int lastFieldOfNothing = 14;
-constexpr int sharesPerLot = 100;
 
 QString lotsText(double shares) {
     return noDecimals(shares / sharesPerLot);

@@ -4,6 +4,7 @@
 #include <deque>
 
 #include "base/values.h"
+#include "services/stock_code.h"
 #include "store/patience.h"
 #include "store/recordset.h"
 
@@ -12,6 +13,9 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+// The kind of history whose prices the factors belong to.
+const QString pricesWithFactors = u"sina"_s;
 
 QDate dayOf(Connection& store, const QString& query) {
     const Recordset result(store, query);
@@ -35,23 +39,24 @@ CachedDays cachedDays(Connection& store, const QString& dm) {
     return days;
 }
 
-DayCache::DayCache(const Stores& stores, Globals& globals, const Clock& clock, DayHistory history,
+DayCache::DayCache(const Stores& stores, Globals& globals, const Clock& clock, PastPrices prices,
                    AskedHistory& asked)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
-      history_(std::move(history)),
+      prices_(std::move(prices)),
       asked_(asked) {}
 
 void DayCache::addGaps(const CachedDays& code, const QDate& first, const QDate& last,
                        QList<Gap>& gaps) {
     const QString& dm = code.dm;
-    const QDate today = clock_.now().date();
+    const QDateTime now = clock_.now();
+    asked_.seeRows(dm, code.oldest, code.newest);
     const bool knowsStart = asked_.reachesBackTo(dm, first);
-    const bool knowsEnd = asked_.reachesTo(dm, last, today);
+    const bool knowsEnd = asked_.reachesTo(dm, last, now);
     if (!code.newest.isValid()) {
         if (!(knowsStart && knowsEnd)) {
-            gaps << Gap{dm, first, last, [=, this] { asked_.noteRange(dm, first, last, today); }};
+            gaps << Gap{dm, first, last, [=, this] { asked_.noteRange(dm, first, last, now); }};
         }
         return;
     }
@@ -60,7 +65,7 @@ void DayCache::addGaps(const CachedDays& code, const QDate& first, const QDate& 
     }
     // From the newest day itself: it is the base of the next one's gain and not stored again.
     if (code.newest < last && !knowsEnd) {
-        gaps << Gap{dm, code.newest, last, [=, this] { asked_.noteEnd(dm, last, today); }};
+        gaps << Gap{dm, code.newest, last, [=, this] { asked_.noteEnd(dm, last, now); }};
     }
 }
 
@@ -71,49 +76,68 @@ QCoro::Task<> DayCache::update(QList<CachedDays> codes, QDate first, QDate last,
     for (const CachedDays& code : codes) {
         addGaps(code, first, last, gaps);
     }
-    qsizetype ahead = history_.ahead();
+    qsizetype ahead = prices_.bars.ahead();
     qsizetype asked = 0;
-    std::deque<QCoro::Task<HistoryReply>> onTheirWay;
+    std::deque<QCoro::Task<Fetched>> onTheirWay;
     for (qsizetype done = 0; done < gaps.size(); ++done) {
         const Gap& gap = gaps[done];
         show(gap.dm, static_cast<int>(done), static_cast<int>(gaps.size()));
         for (; asked < gaps.size() && std::ssize(onTheirWay) < ahead; ++asked) {
-            const Gap& next = gaps[asked];
-            onTheirWay.push_back(history_.fetch(next.dm, next.first, next.last, stop));
+            onTheirWay.push_back(fetch(gaps[asked], stop));
         }
-        const HistoryReply reply = co_await std::move(onTheirWay.front());
+        const Fetched fetched = co_await std::move(onTheirWay.front());
         onTheirWay.pop_front();
-        ahead = reply.refused ? 1 : ahead;
-        if (reply.days) {
-            co_await write(gap.dm, *reply.days, stop);
+        ahead = fetched.reply.turnedAway ? 1 : ahead;
+        if (fetched.reply.days) {
+            co_await write(gap.dm, fetched, stop);
             gap.note();
         }
     }
 }
 
-QCoro::Task<> DayCache::write(QString dm, QList<HistoryDay> days, std::stop_token stop) {
+// An index and a fund have no factors.
+QCoro::Task<DayCache::Fetched> DayCache::fetch(Gap gap, std::stop_token stop) const {
+    Fetched fetched;
+    fetched.reply = co_await prices_.bars.fetch(gap.dm, gap.first, gap.last, stop);
+    const bool hasGains = fetched.reply.days && fetched.reply.days->size() > 1;
+    if (hasGains && fetched.reply.kind == pricesWithFactors && isStockCode(gap.dm)) {
+        const std::optional<FactorList> factors = co_await prices_.factors.fetch(gap.dm, stop);
+        fetched.factors = factors.value_or(FactorList());
+    }
+    co_return fetched;
+}
+
+QCoro::Task<> DayCache::write(QString dm, Fetched fetched, std::stop_token stop) {
+    if (fetched.reply.days->isEmpty()) {
+        co_return;
+    }
+    const auto step = [=, this] { return writeRows(dm, fetched); };
+    const QList<QDate> days = co_await patiently(step, stop);
     if (!days.isEmpty()) {
-        const auto step = [=, this] { writeRows(dm, days); };
-        co_await patiently(step, stop);
+        asked_.noteRows(dm, days.first(), days.last());
     }
 }
 
-void DayCache::writeRows(const QString& dm, const QList<HistoryDay>& days) {
+QList<QDate> DayCache::writeRows(const QString& dm, const Fetched& fetched) {
     const Activity activity = comparing();
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
     Connection store = stores_.main.open();
     Transaction transaction(store);
+    QList<QDate> days;
     double formerClose = 0;
-    for (const HistoryDay& day : days) {
+    for (const DayBar& bar : *fetched.reply.days) {
+        const double close = bar.close * fetched.factors.on(bar.day);
         if (formerClose != 0) {
-            const double gain = roundTo((day.close - formerClose) / formerClose * 100, 2);
+            const double gain = roundTo((close - formerClose) / formerClose * 100, 2);
             store.execute(u"insert into geguhq(dm,riqi,zhangfu,sp) values("_s + quoted(dm) + u',' +
-                          quoted(timeText(day.day)) + u',' + numberText(gain) + u',' +
-                          quoted(day.closeText) + u")"_s);
+                          quoted(timeText(bar.day)) + u',' + numberText(gain) + u',' +
+                          quoted(bar.closeText) + u")"_s);
+            days << bar.day;
         }
-        formerClose = day.close;
+        formerClose = close;
     }
     transaction.commit();
+    return days;
 }
 
 }  // namespace guanchao

@@ -1,6 +1,7 @@
 // The local store of daily gains, table geguhq of the main store: filled on demand from the
-// day-history service, rows are only ever added. Gains in percent against the former day. A dead
-// service leaves the table as it is and is asked again; failed statements raise StoreError.
+// day-history services, rows are only ever added. Gains in percent against the former day, of
+// adjusted prices where the services have factors that belong to them. Dead services leave the
+// table as it is and are asked again; failed statements raise StoreError.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -12,9 +13,10 @@
 
 #include "base/activity.h"
 #include "base/globals.h"
-#include "market/day_history.h"
 #include "platform/clock.h"
 #include "research/asked_history.h"
+#include "services/day_bars.h"
+#include "services/factors.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -24,6 +26,12 @@ struct CachedDays {
     QString dm;
     QDate oldest;
     QDate newest;
+};
+
+// The services of the past.
+struct PastPrices {
+    DayBars bars;
+    Factors factors;
 };
 
 // What both parts of the window's run, the downloads and the comparison, tell of a failure.
@@ -36,7 +44,7 @@ public:
     // Told of each code that is to be downloaded.
     using Show = std::function<void(const QString& dm, int done, int total)>;
 
-    DayCache(const Stores& stores, Globals& globals, const Clock& clock, DayHistory history,
+    DayCache(const Stores& stores, Globals& globals, const Clock& clock, PastPrices prices,
              AskedHistory& asked);
 
     // Brings the main store up to date for the codes over the days from the first to the last: asks
@@ -55,14 +63,21 @@ private:
         std::function<void()> note;  // that the service has answered for it
     };
 
+    struct Fetched {
+        BarsReply reply;
+        FactorList factors;
+    };
+
     void addGaps(const CachedDays& code, const QDate& first, const QDate& last, QList<Gap>& gaps);
-    QCoro::Task<> write(QString dm, QList<HistoryDay> days, std::stop_token stop);
-    void writeRows(const QString& dm, const QList<HistoryDay>& days);
+    QCoro::Task<Fetched> fetch(Gap gap, std::stop_token stop) const;
+    QCoro::Task<> write(QString dm, Fetched fetched, std::stop_token stop);
+    // Returns the days of the rows.
+    QList<QDate> writeRows(const QString& dm, const Fetched& fetched);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
-    DayHistory history_;
+    PastPrices prices_;
     AskedHistory& asked_;
 };
 

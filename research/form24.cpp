@@ -12,7 +12,8 @@ Form24::Form24(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
       ui_(std::make_unique<Ui::Form24>()),
       history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               DayHistory(environment.client, environment.services.history.value(0)),
+               {DayBars(environment.client, environment.clock, environment.services.history),
+                Factors(environment.client, environment.services.factors)},
                environment.askedHistory, grid_,
                [this](const ThemeHistoryStep& step) { showStep(step); }),
       runs_(environment.failures) {

@@ -154,13 +154,13 @@ QString pointText(const HistoryPoint& point, bool hasTheme) {
 }
 
 ThemeHistory::ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock,
-                           Dialogs& dialogs, DayHistory history, AskedHistory& asked,
+                           Dialogs& dialogs, PastPrices prices, AskedHistory& asked,
                            ResultGrid& grid, Show show)
     : stores_(stores),
       globals_(globals),
       clock_(clock),
       dialogs_(dialogs),
-      cache_(stores, globals, clock, std::move(history), asked),
+      cache_(stores, globals, clock, std::move(prices), asked),
       grid_(grid),
       show_(std::move(show)) {}
 

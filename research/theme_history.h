@@ -47,7 +47,7 @@ public:
     using Show = std::function<void(const ThemeHistoryStep&)>;
 
     ThemeHistory(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                 DayHistory history, AskedHistory& asked, ResultGrid& grid, Show show);
+                 PastPrices prices, AskedHistory& asked, ResultGrid& grid, Show show);
 
     // The range that the window opens with: today and the 90 days before.
     DateTexts firstDay() const;

@@ -12,6 +12,7 @@ namespace guanchao {
 
 inline constexpr qsizetype codeLength = 8;
 inline constexpr qsizetype codeDigits = 6;
+inline constexpr int sharesPerLot = 100;
 
 // The exchange of two letters and six digits, whichever exchange that is.
 bool isWholeCode(QStringView dm);

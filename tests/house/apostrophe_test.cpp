@@ -68,8 +68,9 @@ TEST_P(ApostropheTest, OfAThemeOnItsWay) {
                 u"insert into geguhq values('SH600000','2026-11-02 00:00:00',2,9)"_s});
     AskedHistory asked;
     const DateTexts day = dateTexts({2026, 11, 2});
-    ThemeHistory history(store_.stores, globals_, clock_, dialogs_, DayHistory(http_, Service()),
-                         asked, grid_, [](const ThemeHistoryStep&) {});
+    ThemeHistory history(store_.stores, globals_, clock_, dialogs_,
+                         PastPrices{{http_, clock_, {}}, {http_, {}}}, asked, grid_,
+                         [](const ThemeHistoryStep&) {});
     endOf(history.compare(day, day, name_, {}));
     EXPECT_EQ(store_.rows(u"select zhutiname,zhutizhangfu from zhutidapanhq"_s),
               QStringList{name_ + u"|2"_s});

@@ -57,14 +57,9 @@ protected:
 
     AskedHistory askedHistory_;
     std::stop_source window_;
-    ThemeHistory history_{store_.stores,
-                          globals_,
-                          clock_,
-                          dialogs_,
-                          DayHistory(http_, Service()),
-                          askedHistory_,
-                          grid_,
-                          [](const ThemeHistoryStep&) {}};
+    PastPrices prices_{{http_, clock_, {Service()}}, {http_, {}}};
+    ThemeHistory history_{store_.stores, globals_,      clock_, dialogs_,
+                          prices_,       askedHistory_, grid_,  [](const ThemeHistoryStep&) {}};
 };
 
 TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
@@ -85,7 +80,7 @@ TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
         addCached(u"SH600000"_s, it.cached);
         Connection store = store_.stores.main.open();
         AskedHistory fresh;
-        DayCache cache(store_.stores, globals_, clock_, DayHistory(http_, Service()), fresh);
+        DayCache cache(store_.stores, globals_, clock_, prices_, fresh);
         outcomeOf(cache.update({cachedDays(store, u"SH600000"_s)}, day(it.first), day(it.last),
                                [](const QString&, int, int) {}, {}));
         EXPECT_EQ(asked(), it.asked) << it.name;
@@ -131,18 +126,83 @@ TEST_F(ThemeHistoryTest, ASecondRunAsksNothingThatWasAnswered) {
 }
 
 // The rows of the day of the asking and of those behind it are still to come.
-TEST_F(ThemeHistoryTest, WhatWasStillToComeIsAskedForAgainOnAnotherDay) {
+TEST_F(ThemeHistoryTest, WhatWasStillToComeIsAskedForAgainAfterTheCloseAndOnAnotherDay) {
     http_.answer = [](const QString&) { return listedDays(u"?b=1&e=4"_s); };
-    const auto askedOn = [this](int today) {
-        clock_.moment.setDate(day(today));
+    const auto askedOn = [this](int today, int hour) {
+        clock_.moment = QDateTime(day(today), QTime(hour, 0));
         compare(2, 6, QString());
         return asked();
     };
-    EXPECT_EQ(askedOn(5), QStringList{u"000001.ss 2-6"_s});
-    EXPECT_EQ(askedOn(5), QStringList());
-    EXPECT_EQ(askedOn(6), QStringList{u"000001.ss 4-6"_s});
-    EXPECT_EQ(askedOn(7), QStringList{u"000001.ss 4-6"_s});
-    EXPECT_EQ(askedOn(9), QStringList());
+    EXPECT_EQ(askedOn(5, 10), QStringList{u"000001.ss 2-6"_s});
+    EXPECT_EQ(askedOn(5, 14), QStringList());
+    EXPECT_EQ(askedOn(5, 15), QStringList{u"000001.ss 4-6"_s});
+    EXPECT_EQ(askedOn(5, 23), QStringList());
+    EXPECT_EQ(askedOn(6, 10), QStringList{u"000001.ss 4-6"_s});
+    EXPECT_EQ(askedOn(7, 10), QStringList{u"000001.ss 4-6"_s});
+    EXPECT_EQ(askedOn(9, 10), QStringList());
+}
+
+TEST_F(ThemeHistoryTest, RowsThatAreGoneAreFilledAnew) {
+    compare(2, 6, QString());
+    const QStringList rows = store_.rows(u"select * from geguhq order by riqi"_s);
+    EXPECT_EQ(rows.size(), 4);
+    const struct {
+        QString lost;
+        QStringList asked;
+    } cases[] = {
+        {QString(), {u"000001.ss 2-6"_s}},
+        {u" where riqi>'2026-11-05'"_s, {u"000001.ss 2-2"_s, u"000001.ss 4-6"_s}},
+        {u" where riqi<'2026-11-05'"_s, {u"000001.ss 2-4"_s}},
+    };
+    for (const auto& it : cases) {
+        store_.run({u"delete from geguhq"_s + it.lost});
+        asked();
+        compare(2, 6, QString());
+        EXPECT_EQ(asked(), it.asked) << it.lost.toStdString();
+        compare(2, 6, QString());
+        EXPECT_EQ(asked(), QStringList()) << it.lost.toStdString();
+    }
+    EXPECT_EQ(store_.rows(u"select * from geguhq order by riqi"_s), rows);
+}
+
+TEST_F(ThemeHistoryTest, GainsAreOfAdjustedPricesWhereTheFactorsBelongToThem) {
+    const QByteArray factors =
+        "var sh600000hfq={\"data\":[{\"d\":\"2026-11-03\",\"f\":\"2\"},"
+        "{\"d\":\"1900-01-01\",\"f\":\"1\"}]}";
+    const QByteArray bars =
+        R"([{"day":"2026-11-02","open":"8","high":"8","low":"8","close":"8","volume":"1"},)"
+        R"({"day":"2026-11-03","open":"5","high":"5","low":"5","close":"5.00","volume":"1"}])";
+    const QByteArray table =
+        "Date,Open,High,Low,Close,Volume\n2026-11-03,5,5,5,5.00,1\n2026-11-02,8,8,8,8,1\n";
+    const struct {
+        const char* name;
+        QString kind;
+        QString dm;
+        std::optional<QByteArray> factors;
+        QString row;
+        int requests;
+    } cases[] = {
+        {"adjusted", u"sina"_s, u"SH600000"_s, factors, u"25|5"_s, 2},
+        {"no factors", u"sina"_s, u"SH600000"_s, std::nullopt, u"-37.5|5"_s, 2},
+        {"a page", u"sina"_s, u"SH600000"_s, "<html>", u"-37.5|5"_s, 2},
+        {"an index has none", u"sina"_s, u"SH000001"_s, factors, u"-37.5|5"_s, 1},
+        {"prices of another kind", u"csv"_s, u"SH600000"_s, factors, u"-37.5|5"_s, 1},
+    };
+    for (const auto& it : cases) {
+        store_.run({u"delete from geguhq"_s});
+        http_.paths.clear();
+        http_.answer = [&](const QString& path) -> std::optional<QByteArray> {
+            return path.contains(u"hfq.js"_s) ? it.factors : it.kind == u"csv"_s ? table : bars;
+        };
+        AskedHistory fresh;
+        const QList<Service> service = {Service{u"http://s"_s, {}, 0, 1, 0, it.kind}};
+        DayCache cache(store_.stores, globals_, clock_,
+                       {{http_, clock_, service}, {http_, service}}, fresh);
+        outcomeOf(
+            cache.update({{it.dm, {}, {}}}, day(2), day(3), [](const QString&, int, int) {}, {}));
+        EXPECT_EQ(store_.rows(u"select zhangfu,sp from geguhq"_s), QStringList{it.row}) << it.name;
+        EXPECT_EQ(http_.paths.size(), it.requests) << it.name;
+    }
 }
 
 TEST_F(ThemeHistoryTest, RepliesWithoutGainsStoreNothing) {

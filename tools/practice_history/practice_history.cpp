@@ -158,21 +158,20 @@ PracticeHistory practiceHistory(const PracticeQuotes& quotes, const QList<ThemeM
     };
     PracticeHistory history;
     history.themes = firstMembers(library);
-    QList<QHash<QString, Surge>> surges;
+    QHash<QDate, QHash<QString, Surge>> surges;
     const QList<QStringList> themes = surgingThemes(history.themes);
     StockDays index(indexCode);
     for (const PracticeDay& day : walkOf(indexCode)) {
         const qsizetype at = surges.size();
         const bool quiet = at < daysBeforeSurges || at >= tradingDays - daysAfterSurges;
-        surges << (quiet ? QHash<QString, Surge>()
-                         : surgesOf(themes, static_cast<quint64>(day.day.toJulianDay())));
+        surges[day.day] = quiet ? QHash<QString, Surge>()
+                                : surgesOf(themes, static_cast<quint64>(day.day.toJulianDay()));
         history.days << index.next(day, Surge::none);
     }
     for (const QString& dm : codesOf(history.themes)) {
         StockDays stock(dm);
-        qsizetype at = 0;
         for (const PracticeDay& day : walkOf(dm)) {
-            const QHash<QString, Surge>& ofDay = surges[at++];
+            const QHash<QString, Surge>& ofDay = surges[day.day];
             if (!stock.pauses(static_cast<quint64>(day.day.toJulianDay()))) {
                 history.days << stock.next(day, ofDay.value(dm, Surge::none));
             }

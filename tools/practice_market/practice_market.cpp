@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "formats/gbk.h"
+#include "tools/practice_market/practice_bars.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_search.h"
@@ -23,7 +24,6 @@ constexpr qsizetype notedRequests = 1000;
 constexpr char loopback[] = "127.0.0.1";
 constexpr char quoteType[] = "application/javascript; charset=GB18030";
 constexpr char textType[] = "text/plain; charset=GB18030";
-constexpr char tableType[] = "text/csv; charset=GB18030";
 constexpr char chartType[] = "image/gif";
 constexpr char pageType[] = "text/html; charset=GB18030";
 constexpr char searchType[] = "text/html; charset=utf-8";
@@ -64,20 +64,6 @@ void refuse(httplib::Response& response) {
 
 QString parameter(const httplib::Request& request, const char* name) {
     return QString::fromStdString(request.get_param_value(name));
-}
-
-// "600000.ss" names sh600000.
-QString codeOfSymbol(const QString& symbol) {
-    const QString exchange =
-        symbol.endsWith(QLatin1String(".ss")) ? QStringLiteral("sh") : QStringLiteral("sz");
-    return exchange + symbol.section(u'.', 0, 0);
-}
-
-// Months come counted from 0. No date for words that make none.
-QDate dayFrom(const httplib::Request& request, const char* year, const char* month,
-              const char* day) {
-    return {parameter(request, year).toInt(), parameter(request, month).toInt() + 1,
-            parameter(request, day).toInt()};
 }
 
 // A port in use stays refused: httplib's own options would share it.
@@ -168,7 +154,9 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerQuotes(request, response);
                  });
-    server_->Get("/table\\.csv",
+    // Before the pages, among which the factors lie.
+    server_->Get(R"(/table\.csv|/quotes_service/.+getKLineData|/appstock/app/fqkline/get)"
+                 R"(|/api/qt/stock/kline/get|/realstock/company/\w+/hfq\.js)",
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerHistory(request, response);
                  });
@@ -228,14 +216,13 @@ void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Resp
 
 void PracticeMarket::answerHistory(const httplib::Request& request,
                                    httplib::Response& response) const {
-    const std::optional<QString> table =
-        quotes_.dayTable(codeOfSymbol(parameter(request, "s")), dayFrom(request, "c", "a", "b"),
-                         dayFrom(request, "f", "d", "e"), now_());
-    if (!table) {
+    const std::optional<QString> bars =
+        practiceBars(quotes_, QString::fromStdString(request.target), now_());
+    if (!bars) {
         response.status = 404;
         return;
     }
-    response.set_content(inGbk(*table), tableType);
+    response.set_content(inGbk(*bars), textType);
 }
 
 void PracticeMarket::answerChart(const httplib::Request& request,

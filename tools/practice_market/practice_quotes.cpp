@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "formats/seed_list.h"
+#include "services/stock_code.h"
+#include "tools/practice_market/practice_events.h"
 
 namespace guanchao {
 
@@ -43,7 +45,6 @@ constexpr int bookLevels = 5;
 constexpr int bookSeconds = 3;
 constexpr int secondsPerMinute = 60;
 constexpr int mostLotsPerLevel = 5000;
-constexpr int sharesPerLot = 100;
 constexpr double suspendedPart = 1.0 / 150;
 constexpr quint64 suspensionNumber = 3;
 
@@ -160,9 +161,12 @@ QStringList fullFields(const Kind& kind, const Quote& quote, quint64 key,
                   << QStringLiteral("00");
 }
 
-PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day) {
+// Prices before a dividend are scaled and rounded to the step.
+PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day, double above) {
     const Quote quote = quoteOf(kind, key, {day, tradingSeconds});
-    const auto price = [&](qint64 steps) { return static_cast<double>(steps) * kind.step; };
+    const auto price = [&](qint64 steps) {
+        return std::round(static_cast<double>(steps) * above) * kind.step;
+    };
     const DayPrices& prices = quote.prices;
     return {day,
             price(prices.formerClose),
@@ -170,7 +174,7 @@ PracticeDay dayOf(const Kind& kind, quint64 key, const QDate& day) {
             price(prices.high),
             price(prices.low),
             price(prices.last),
-            quote.shares,
+            quote.shares / sharesPerLot * sharesPerLot,
             quote.amount};
 }
 
@@ -233,30 +237,16 @@ std::vector<PracticeDay> PracticeQuotes::days(const QString& lowerCaseCode, cons
     }
     const QDate end = std::min(last, lastEndedDay(now));
     for (QDate day = std::max(first, firstExchangeDay); day <= end; day = day.addDays(1)) {
-        if (day.dayOfWeek() <= Qt::Friday) {
-            days.push_back(dayOf(kindOf(lowerCaseCode), keyOf(lowerCaseCode), day));
+        if (day.dayOfWeek() <= Qt::Friday && !isHalted(lowerCaseCode, day)) {
+            days.push_back(dayOf(kindOf(lowerCaseCode), keyOf(lowerCaseCode), day,
+                                 aboveWalk(lowerCaseCode, day)));
         }
     }
     return days;
 }
 
-std::optional<QString> PracticeQuotes::dayTable(const QString& lowerCaseCode, const QDate& first,
-                                                const QDate& last, const QDateTime& now) const {
-    if (!securities_.contains(lowerCaseCode)) {
-        return std::nullopt;
-    }
-    const int decimals = kindOf(lowerCaseCode).decimals;
-    QString lines = QStringLiteral("Date,Open,High,Low,Close,Volume,Adj Close\n");
-    const std::vector<PracticeDay> ended = days(lowerCaseCode, first, last, now);
-    for (auto day = ended.rbegin(); day != ended.rend(); ++day) {
-        QStringList fields = {day->day.toString(Qt::ISODate)};
-        for (const double price : {day->open, day->high, day->low, day->close}) {
-            fields << decimal(price, decimals);
-        }
-        fields << QString::number(day->shares) << decimal(day->close, decimals);
-        lines += fields.join(u',') + u'\n';
-    }
-    return lines;
+int PracticeQuotes::priceDecimals(const QString& lowerCaseCode) const {
+    return kindOf(lowerCaseCode).decimals;
 }
 
 QString PracticeQuotes::name(const QString& lowerCaseCode) const {

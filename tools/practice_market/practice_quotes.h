@@ -61,14 +61,13 @@ public:
     QString reply(const QStringList& lowerCaseCodes, const QDateTime& now) const;
 
     // The days that have ended at `now`, from the first to the last, oldest first; none for an
-    // unknown code. They lead up to the former close that a quote shows.
+    // unknown code. Of whole lots, unadjusted: see practice_events. They lead up to the former
+    // close that a quote shows.
     std::vector<PracticeDay> days(const QString& lowerCaseCode, const QDate& first,
                                   const QDate& last, const QDateTime& now) const;
 
-    // The same as the day-history service words it: a header, then the newest day first. Nothing
-    // for an unknown code.
-    std::optional<QString> dayTable(const QString& lowerCaseCode, const QDate& first,
-                                    const QDate& last, const QDateTime& now) const;
+    // With which the services word its prices.
+    int priceDecimals(const QString& lowerCaseCode) const;
 
     // Empty and nothing for an unknown code; the indexes of other countries are known to the
     // second.

@@ -1,0 +1,296 @@
+#include "services/day_bars.h"
+
+#include "platform/qt_http_client.h"
+#include "services/bar_check.h"
+#include "services/polite_http.h"
+#include "tests/support/fakes.h"
+#include "tests/support/qt_printers.h"
+#include "tests/support/raw_service.h"
+#include "tools/practice_market/practice_events.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+// Each as "date open high low close volume", or the fault.
+static QStringList words(const ReadBars& read) {
+    QStringList texts;
+    for (const DayBar& it : read.bars) {
+        texts << u"%1 %2 %3 %4 %5 %6"_s.arg(it.day.toString(Qt::ISODate))
+                     .arg(it.open)
+                     .arg(it.high)
+                     .arg(it.low)
+                     .arg(it.closeText)
+                     .arg(it.volume, 0, 'f', 0);
+    }
+    return read.fault.isEmpty() ? texts : QStringList{read.fault};
+}
+
+TEST(DayBarsTest, AsksAsEachKindWantsIt) {
+    const QDateTime now(QDate(2026, 11, 24), QTime(10, 0));
+    const QString csvDays = u"&a=1&b=1&c=2025&d=11&e=31&f=2026&g=d&ignore=.csv"_s;
+    const QDate first(2025, 2, 1), last(2026, 12, 31);
+    const struct {
+        QString kind, dm;
+        QStringList paths;
+    } cases[] = {
+        {u"csv"_s, u"SH000001"_s, {u"/table.csv?s=000001.ss"_s + csvDays}},
+        {u"csv"_s, u"sh600000"_s, {u"/table.csv?s=600000.ss"_s + csvDays}},
+        {u"csv"_s, u"Sh600000"_s, {u"/table.csv?s=600000.sz"_s + csvDays}},
+        {u"sina"_s,
+         u"SH600036"_s,
+         {u"/quotes_service/api/json_v2.php/CN_MarketData.getKLineData?symbol=sh600036&scale=240"
+          u"&ma=no&datalen=475"_s}},
+        {u"tencent"_s,
+         u"SH600519"_s,
+         {u"/appstock/app/fqkline/get?param=sh600519,day,2025-02-01,2026-12-31,640,"_s}},
+        {u"eastmoney"_s,
+         u"SZ000001"_s,
+         {u"/api/qt/stock/kline/get?secid=0.000001&klt=101&fqt=0&beg=20250201&end=20261231&lmt=5000"
+          u"&fields1=f1,f2,f3,f4,f5,f6&fields2=f51,f52,f53,f54,f55,f56,f57,f58,f59,f60,f61"_s}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(barKind(it.kind)->paths({it.dm, first, last, now}), it.paths);
+    }
+    const QStringList parts =
+        barKind(u"tencent"_s)->paths({u"SH600519"_s, {2020, 1, 1}, {2026, 11, 24}, now});
+    ASSERT_EQ(parts.size(), 3) << "no more than 640 days each";
+    EXPECT_TRUE(parts[0].contains(u"2020-01-01,2022-06-14"_s));
+    EXPECT_TRUE(parts[1].contains(u"2022-06-15,"_s)) << "no day twice, none left out";
+    EXPECT_TRUE(parts[2].contains(u",2026-11-24,"_s));
+}
+
+TEST(DayBarsTest, CsvTakesTheLinesThatAreDays) {
+    const QByteArray header = "Date,Open,High,Low,Close,Volume,Adj Close\n";
+    const QByteArray newer = "2026-11-20,10,11,9,10.50,700,10.50\n";
+    const QByteArray older = "2026-11-19,9,10,8,9.000,600,9.000\n";
+    const QStringList both = {u"2026-11-19 9 10 8 9.000 600"_s, u"2026-11-20 10 11 9 10.50 700"_s};
+    const struct {
+        const char* name;
+        QByteArray reply;
+        QStringList days;
+    } cases[] = {
+        {"oldest first", header + newer + older, both},
+        {"line ends of another system", QByteArray(header + newer + older).replace("\n", "\r\n"),
+         both},
+        {"one day is too short", header + newer, {}},
+        {"two days without a last line feed", QByteArray(header + newer + older).chopped(1), {}},
+        {"four fields are no day", header + newer + "2026-11-18,1,2,3\n" + older, both},
+        {"five fields have no volume",
+         header + "2026-11-20,1,2,3,4\n2026-11-19,1,2,3,5\n",
+         {u"2026-11-19 1 2 3 5 0"_s, u"2026-11-20 1 2 3 4 0"_s}},
+        {"a close that is no number", header + newer + "2026-11-18,1,2,3,null,4\n" + older, both},
+        {"a page of HTML", "<html>\n<p>a,b,1,2,3,4\n<p>c,d,1,2,4,4\n</html>\n", {noBars}},
+        {"nothing", {}, {noBars}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(words(barKind(u"csv"_s)->read(it.reply, {})), it.days) << it.name;
+    }
+}
+
+TEST(DayBarsTest, ReadsTheShapesOfEachKind) {
+    const QString day = u"2026-11-20 10.1 11 9 10.500 70000"_s;
+    const QByteArray tencentRow = R"(["2026-11-20","10.1","10.500","11","9","700.00"])";
+    const struct {
+        const char* name;
+        QString kind;
+        QByteArray reply;
+        QStringList days;
+    } cases[] = {
+        {"strict",
+         u"sina"_s,
+         R"([{"day":"2026-11-20","open":"10.1","high":"11","low":"9","close":"10.500",)"
+         R"("volume":"70000"}])",
+         {day}},
+        {"JavaScript's keys and quotes",
+         u"sina"_s,
+         "[{day:'2026-11-20',open:'10.1', high:'11',low:'9',close:'10.500',volume:'70000'}]",
+         {day}},
+        {"an unknown code", u"sina"_s, "null\n", {}},
+        {"none", u"sina"_s, "[]", {}},
+        {"a word on the asker", u"sina"_s, R"({"__ERROR":"banned"})", {noBars}},
+        {"a page", u"sina"_s, "<html>502</html>", {noBars}},
+        {"nothing", u"sina"_s, "", {noBars}},
+        {"close before high and low, lots",
+         u"tencent"_s,
+         R"({"code":0,"msg":"","data":{"sh600000":{"day":[)" + tencentRow + R"(],"qt":{}}}})",
+         {day}},
+        {"a dividend behind a row, and a row that is wrapped",
+         u"tencent"_s,
+         R"({"code":0,"data":{"sh600000":{"day":[["2026-11-19",{"a":1},"9","9","9","1"],)" +
+             tencentRow.chopped(1) + R"(,{"nd":"2025"}]]}}})",
+         {day}},
+        {"another code",
+         u"tencent"_s,
+         R"({"code":0,"msg":"","data":{"sz000001":{"day":[)" + tencentRow + "]}}}",
+         {noBars}},
+        {"refuses in words", u"tencent"_s, R"({"code":1,"msg":"bad","data":[]})", {u"bad"_s}},
+        {"no data", u"tencent"_s, R"({"code":0,"msg":"","data":[]})", {noBars}},
+        {"close before high and low, lots",
+         u"eastmoney"_s,
+         R"({"rc":0,"data":{"code":"600000","market":1,"klines":)"
+         R"(["2026-11-20,10.1,10.500,11,9,700,1234.5,1,1,1,1"]}})",
+         {day}},
+        {"another market",
+         u"eastmoney"_s,
+         R"({"data":{"code":"600000","market":0,"klines":[]}})",
+         {noBars}},
+        {"an unknown code", u"eastmoney"_s, R"({"rc":100,"data":null})", {}},
+        {"no answer", u"eastmoney"_s, "{}", {noBars}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(words(barKind(it.kind)->read(it.reply, u"SH600000"_s)), it.days)
+            << it.kind.toStdString() << ' ' << it.name;
+    }
+}
+
+TEST(DayBarsTest, DaysThatCannotStandAreNone) {
+    const auto bar = [](int day, double high = 11, double close = 10) {
+        return DayBar{{2026, 11, day}, 10, high, 9, close, 1, {}, u"x"_s};
+    };
+    const struct {
+        const char* name;
+        QList<DayBar> bars;
+        int hour;
+        QString result;  // the days that are left, or a word of the fault
+    } cases[] = {
+        {"those about the range are dropped", {bar(9), bar(10), bar(20), bar(21)}, 10, u"10 20"_s},
+        {"today's is not over", {bar(23), bar(24)}, 14, u"23"_s},
+        {"today's is over", {bar(23), bar(24)}, 15, u"23 24"_s},
+        {"from the future", {bar(23), bar(25)}, 15, u"还没有到"_s},
+        {"twice", {bar(13), bar(13)}, 10, u"次序"_s},
+        {"out of order", {bar(16), bar(13)}, 10, u"次序"_s},
+        {"damage outside the range", {bar(9, 1), bar(13)}, 10, u"13"_s},
+        {"close above high", {bar(13, 11, 12)}, 10, u"数字"_s},
+        {"close below low", {bar(13, 11, 8)}, 10, u"数字"_s},
+        {"no number", {bar(13, 11, std::nan(""))}, 10, u"数字"_s},
+        {"no date", {DayBar()}, 10, u"日期"_s},
+        {"without bounds", {bar(13, 1e300)}, 10, u"数字"_s},
+        {"volume below nothing", {DayBar{{2026, 11, 13}, 1, 1, 1, 1, -1, {}, {}}}, 10, u"数字"_s},
+    };
+    for (const auto& it : cases) {
+        const QDate last = it.hour == 10 ? QDate(2026, 11, 20) : QDate(2026, 11, 24);
+        const ReadBars checked = checkedBars(
+            {it.bars, {}},
+            {u"SH600000"_s, QDate(2026, 11, 10), last, {{2026, 11, 24}, QTime(it.hour, 0)}});
+        QStringList days;
+        for (const DayBar& left : checked.bars) {
+            days << QString::number(left.day.day());
+        }
+        if (checked.fault.isEmpty()) {
+            EXPECT_EQ(days.join(u' '), it.result) << it.name;
+        } else {
+            EXPECT_TRUE(days.isEmpty());
+            EXPECT_TRUE(checked.fault.contains(it.result))
+                << it.name << ": " << checked.fault.toStdString();
+        }
+    }
+}
+
+// Two services of Sina's kind.
+class DayBarsOrderTest : public ::testing::Test {
+protected:
+    DayBarsOrderTest() {
+        second_.answer = [](QTcpSocket& socket) {
+            send(
+                socket,
+                R"([{"day":"2026-11-20","open":"2","high":"2","low":"2","close":"2","volume":"2"}])");
+        };
+    }
+
+    static void send(QTcpSocket& socket, const QByteArray& body) {
+        socket.write(httpHead(body.size()) + body);
+        socket.disconnectFromHost();
+    }
+    static Service sina(const RawService& raw) {
+        Service service = raw.service(1);
+        service.kind = u"sina"_s;
+        return service;
+    }
+    BarsReply fetch() {
+        const DayBars bars(http_, clock_, {sina(first_), sina(second_)});
+        return QCoro::waitFor(
+            bars.fetch(u"SH600000"_s, QDate(2026, 11, 1), QDate(2026, 11, 23), {}));
+    }
+
+    FakeClock clock_;
+    QtHttpClient client_;
+    PoliteHttp http_{client_, clock_};
+    RawService first_;
+    RawService second_;
+};
+
+TEST_F(DayBarsOrderTest, TheNextOneIsAskedWhereOneBringsNothing) {
+    QList<ServiceManner> manners(std::begin(hangingUp), std::end(hangingUp));
+    manners << neverDone[0]
+            << ServiceManner{"a page", [](QTcpSocket& socket) { send(socket, "<html>"); }}
+            << ServiceManner{"damage", [](QTcpSocket& socket) {
+                                 send(socket,
+                                      R"([{"day":"2026-11-20","open":"2","high":"1","low":"2"}])");
+                             }};
+    for (const ServiceManner& it : manners) {
+        first_.answer = it.answer;
+        const BarsReply reply = fetch();
+        ASSERT_TRUE(reply.days) << it.what;
+        EXPECT_EQ(reply.days->size(), 1) << it.what;
+        ASSERT_EQ(reply.lacks.size(), 1) << it.what;
+        EXPECT_TRUE(reply.lacks.first().contains(first_.service().host)) << it.what;
+    }
+    second_.answer = hangingUp[3].answer;
+    const BarsReply none = fetch();
+    EXPECT_FALSE(none.days);
+    EXPECT_TRUE(none.turnedAway);
+    EXPECT_EQ(none.lacks.size(), 2);
+}
+
+TEST_F(DayBarsOrderTest, AnAnswerWithoutDaysIsOne) {
+    first_.answer = [](QTcpSocket& socket) { send(socket, "null"); };
+    const BarsReply reply = fetch();
+    ASSERT_TRUE(reply.days);
+    EXPECT_TRUE(reply.days->isEmpty() && reply.lacks.isEmpty());
+    EXPECT_EQ(second_.connections, 0);
+}
+
+TEST_F(DayBarsOrderTest, OneThatIsLimitedIsLeftAloneForAWhile) {
+    first_.answer = [](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 456 x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+        socket.disconnectFromHost();
+    };
+    EXPECT_TRUE(fetch().turnedAway);
+    const int asked = first_.connections;
+    EXPECT_TRUE(fetch().days);
+    EXPECT_EQ(first_.connections, asked);
+    clock_.moment = clock_.moment.addSecs(90);
+    EXPECT_TRUE(fetch().days);
+    EXPECT_EQ(first_.connections, asked + 1);
+}
+
+TEST(DayBarsMarketTest, AllKindsTellTheSameDays) {
+    const QDateTime now(QDate(2026, 11, 24), QTime(16, 0));
+    PracticeMarket market(PracticeQuotes({{u"SH600016"_s, u"民生银行"_s},
+                                          {u"SH600036"_s, u"招商银行"_s},
+                                          {u"SZ000001"_s, u"平安银行"_s}}),
+                          [=] { return now; });
+    market.start();
+    QtHttpClient client;
+    FakeClock clock;
+    clock.moment = now;
+    // Over three years, so that Tencent is asked twice.
+    const QDate first(2023, 11, 20), last(2026, 11, 24);
+    const auto daysOf = [&](const QString& kind, const QString& dm) {
+        const DayBars bars(client, clock, {Service{market.host(), {}, 10, 1, 0, kind}});
+        const BarsReply reply = QCoro::waitFor(bars.fetch(dm, first, last, {}));
+        EXPECT_EQ(reply.lacks, QStringList());
+        return words({reply.days.value_or(QList<DayBar>()), {}});
+    };
+    for (const QString& dm : {u"SH600016"_s, u"SH600036"_s, u"SZ000001"_s, u"SH000001"_s}) {
+        const QStringList days = daysOf(u"csv"_s, dm);
+        EXPECT_EQ(days.size(), 787 - (dm == haltedCode.toUpper() ? 5 : 0)) << dm.toStdString();
+        EXPECT_TRUE(days.last().startsWith(u"2026-11-24"_s));
+        for (const QString& kind : {u"sina"_s, u"tencent"_s, u"eastmoney"_s}) {
+            EXPECT_EQ(daysOf(kind, dm), days) << kind.toStdString() << ' ' << dm.toStdString();
+        }
+    }
+    EXPECT_EQ(daysOf(u"sina"_s, u"SH609999"_s), QStringList());
+}
+
+}  // namespace guanchao
