@@ -12,7 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype usualFields = 40;
 constexpr qsizetype longestShown = 20;  // of what a refusal shows
 
 // Beyond them no figure of a market lies, and products and ratios of two no longer make sense.
@@ -49,7 +48,7 @@ QString dayAsTimeText(const QString& text) {
 }
 
 QuoteRow::QuoteRow(const QString& reply, QStringView values) : reply_(reply) {
-    fields_.reserve(usualFields);
+    fields_.reserve(values.count(u',') + 1);
     for (const QStringView text : values.tokenize(u',')) {
         fields_ << text;
     }
