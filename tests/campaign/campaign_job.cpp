@@ -175,8 +175,9 @@ private:
     QCoro::Task<> history(std::stop_token stop) {
         AskedHistory asked;
         ResultGrid grid;
-        ThemeHistory themes(stores_, globals_, clock_, dialogs_, {client_, services_.history.value(0)},
-                            asked, grid, [](const ThemeHistoryStep&) {});
+        ThemeHistory themes(stores_, globals_, clock_, dialogs_,
+                            {{client_, clock_, services_.history}, {client_, {}}}, asked, grid,
+                            [](const ThemeHistoryStep&) {});
         co_await themes.compare(themes.firstDay(), themes.lastDay(), argument(0), stop);
     }
 

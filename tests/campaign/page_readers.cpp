@@ -10,11 +10,13 @@
 #include "formats/html_tables.h"
 #include "formats/page_text.h"
 #include "market/chart_box.h"
-#include "market/day_history.h"
 #include "market/index_panels.h"
 #include "market/stock_quote.h"
+#include "services/bar_check.h"
+#include "services/factors.h"
 #include "services/quote_tencent.h"
 #include "tests/campaign/outside_reader.h"
+#include "tools/practice_market/practice_bars.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_quotes.h"
@@ -128,13 +130,20 @@ void readQuotes(const QByteArray& bytes) {
     showPanels(quoteRow(text));
 }
 
-void readDays(const QByteArray& bytes) {
-    for (const HistoryDay& it : readDayHistory(textFromGbk(bytes)).value_or(QList<HistoryDay>())) {
+void readDays(const QString& kind, const QByteArray& bytes) {
+    const QString dm = u"SH600000"_s;
+    const BarRange range{dm, QDate(2000, 1, 1), now.date(), now};
+    for (const DayBar& it : checkedBars(barKind(kind)->read(bytes, dm), range).bars) {
         const bool finite = std::isfinite(it.open) && std::isfinite(it.high) &&
                             std::isfinite(it.low) && std::isfinite(it.close) &&
                             std::isfinite(it.volume);
         requireSense(it.day.isValid() && finite, "把不是一天的行当成了一天");
     }
+}
+
+void readDividends(const QByteArray& bytes) {
+    const double factor = readFactors(bytes, u"SH600000"_s).value_or(FactorList()).on(now.date());
+    requireSense(std::isfinite(factor) && factor > 0, "复权因子不是正数");
 }
 
 void readTencentQuotes(const QByteArray& bytes) {
@@ -202,8 +211,17 @@ QList<OutsideReader> pageReaders() {
     for (const QString& code : codes) {
         quotes << market().line(code, now);
     }
-    const QString days =
-        market().dayTable(u"sh600000"_s, QDate(2026, 10, 1), now.date(), now).value();
+    // What the practice market answers to the requests of the kind.
+    const auto days = [](const QString& kind) {
+        const BarRange range{u"SH600000"_s, QDate(2026, 8, 1), now.date(), now};
+        const QString path = barKind(kind)->paths(range).first();
+        return inBothEncodings({practiceBars(market(), path, now).value_or(QString())});
+    };
+    const auto reader = [](const QString& kind) {
+        return [kind](const QByteArray& bytes) { readDays(kind, bytes); };
+    };
+    const QString dividends = u"/realstock/company/sh600000/hfq.js"_s;
+    const QString factors = practiceBars(market(), dividends, now).value_or(QString());
     const QString keyData = practicePage(market(), u"/news/stock/600000.shtml"_s, now);
     const QString line =
         u"var hq_str_sh600000_i=\"A,pfyh,2.19,2.46,1.86,12.4,11145.9,1865347.1,1492277.7,"
@@ -213,11 +231,15 @@ QList<OutsideReader> pageReaders() {
                             u"20261124150003~-6~-0.46~1315~1300~x~52477~684210~\";"_s;
     const QString search = practiceSearchPage(u"铜"_s, 0, now.date());
     return {
-        {"quotes", "行情", 80000, false, inBothEncodings(quotes), readQuotes},
-        {"days", "历史行情", 50000, false, inBothEncodings({days}), readDays},
-        {"tencent", "腾讯行情", 30000, false, inBothEncodings({tencent}), readTencentQuotes},
+        {"quotes", "行情", 60000, false, inBothEncodings(quotes), readQuotes},
+        {"csv", "CSV 历史行情", 30000, false, days(u"csv"_s), reader(u"csv"_s)},
+        {"sina", "新浪历史行情", 20000, false, days(u"sina"_s), reader(u"sina"_s)},
+        {"bars", "腾讯历史行情", 20000, false, days(u"tencent"_s), reader(u"tencent"_s)},
+        {"klines", "东财历史行情", 20000, false, days(u"eastmoney"_s), reader(u"eastmoney"_s)},
+        {"factors", "复权因子", 20000, false, inBothEncodings({factors}), readDividends},
+        {"tencent", "腾讯行情", 20000, false, inBothEncodings({tencent}), readTencentQuotes},
         {"key_data", "基本面", 50000, false, inBothEncodings({keyData, line}), readKeyData},
-        {"pictures", "走势图", 60000, false, pictures(), showPicture},
+        {"pictures", "走势图", 40000, false, pictures(), showPicture},
         {"pages", "网页和里面的表格", 50000, false, pages(), readPage},
         {"searches", "搜索结果网页", 30000, false, inBothEncodings({search}), readSearch},
     };
