@@ -15,6 +15,7 @@ protected:
             {u"insert into geguhq values('SH000001','2026-11-19 00:00:00',1,3000),"
              u"('SH000001','2026-11-20 00:00:00',-2.5,3010),"
              u"('SH600000','2026-11-20 00:00:00',4,10)"_s});
+        services_.history = {Service()};
         open<Form24>();
     }
 
