@@ -201,6 +201,9 @@ void Form2::connectGrids() {
 void Form2::Form_Load() {
     loadProgram(environment_.applicationFolder, desktop_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
+    if (!environment_.services.complaints.isEmpty()) {
+        environment_.dialogs.tell(environment_.services.complaints.join(u'\n'));
+    }
     Timer1_.start();
     Timer4_.start();
     dailyBackup_->start();

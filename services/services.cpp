@@ -39,7 +39,7 @@ const Purpose quotes = {
     u"quote"_s,
     {{u"https://hq.sinajs.cn"_s, sinaReferer, patience, politeAhead, 0, u"sina"_s},
      {u"https://qt.gtimg.cn"_s, {}, patience, politeAhead, 0, u"tencent"_s}},
-    {u"sina"_s},
+    {u"sina"_s, u"tencent"_s},
     u"sina"_s};
 
 // No public service answers in the form of csv any more; an entry may name a mirror of one.
@@ -50,19 +50,19 @@ const Purpose history = {
      {u"https://push2his.eastmoney.com"_s, u"https://quote.eastmoney.com/"_s, patience, 1, 0.7,
       u"eastmoney"_s},
      {{}, {}, patience, 1, 0, u"csv"_s}},
-    {u"csv"_s},
+    {u"sina"_s, u"tencent"_s, u"eastmoney"_s},
     u"csv"_s};
 
 const Purpose factors = {
     u"factors"_s,
     {{u"https://finance.sina.com.cn"_s, sinaReferer, patience, 1, 0.7, u"sina"_s}},
-    {},
+    {u"sina"_s},
     u"sina"_s};
 
 const Purpose fundamentals = {
     u"fundamentals"_s,
     {{u"https://hq.sinajs.cn"_s, sinaReferer, patience, 1, 0, u"sina"_s}, newsPage},
-    {u"page"_s},
+    {u"sina"_s},
     u"page"_s};
 
 // A fraction of a second counts as one, words that are no number as no entry.

@@ -290,6 +290,12 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
 }
 
+TEST_F(Form2Test, TellsWhichSectionsOfServicesIniWerePassedOver) {
+    services_.complaints = {u"[history] x"_s, u"[quote] y"_s};
+    load();
+    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|[history] x\n[quote] y"_s});
+}
+
 TEST_F(Form2Test, AVendorThatIsDeadOrSilentIsNeverNoticed) {
     RawService vendor;
     http_.client = std::make_unique<QtHttpClient>();

@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 
+#include "services/standard_file.h"
 #include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
@@ -84,7 +85,8 @@ TEST_F(ServicesTest, HowAServiceIsAsked) {
 
 TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
     const Services standard = readServices(path_);
-    const Services shipped = readServices(QStringLiteral(GUANCHAO_SOURCE_DIR "/data/services.ini"));
+    const QString path = QStringLiteral(GUANCHAO_SOURCE_DIR "/data/services.ini");
+    const Services shipped = readServices(path);
     for (const auto list :
          {&Services::quote, &Services::history, &Services::factors, &Services::fundamentals}) {
         EXPECT_EQ(words(shipped.*list), words(standard.*list));
@@ -94,6 +96,44 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
         EXPECT_EQ((shipped.*service).host, (standard.*service).host);
     }
     EXPECT_TRUE(shipped.complaints.isEmpty());
+    EXPECT_EQ(words(standard.history),
+              u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn,"
+              u" eastmoney https://push2his.eastmoney.com"_s);
+    EXPECT_FALSE(isFormerStandard(contentOf(path)));
+}
+
+TEST_F(ServicesTest, AnUntouchedFileOfEarlierDaysIsKnown) {
+    const QByteArray former =
+        R"(; timeout: 整个请求最多等多少秒，0 是一直等。不写时 newspage 等 4 秒，quote、chart、history 和
+; vendor 等 15 秒，search 照 caijiqi.ini（15 秒）。
+; ahead: 更新行情时同时发出几个请求，1 到 6，不写时 3 个。
+[quote]
+host=https://hq.sinajs.cn
+referer=https://finance.sina.com.cn/
+timeout=15
+[chart]
+host=https://image.sinajs.cn
+timeout=15
+[stockpage]
+host=https://finance.sina.com.cn
+[sitepage]
+host=https://quote.eastmoney.com
+[newspage]
+host=http://cj.gw.com.cn
+timeout=4
+[history]
+host=
+timeout=15
+[vendor]
+host=
+timeout=15
+[search]
+timeout=15
+)";
+    EXPECT_TRUE(isFormerStandard(former));
+    EXPECT_FALSE(isFormerStandard(former + '\n'));
+    EXPECT_FALSE(isFormerStandard({}));
+    EXPECT_EQ(words(read(former).history), u"csv "_s);
 }
 
 }  // namespace guanchao

@@ -107,7 +107,7 @@ std::optional<QString> sinaFactors(const Question& question) {
     QStringList rows = {u"{\"d\":\"1900-01-01\",\"f\":\"1.0000000000000000\"}"_s};
     if (code == dividendCode) {
         rows.prepend(u"{\"d\":\"%1\",\"f\":\"%2\"}"_s.arg(exDividendDay.toString(Qt::ISODate))
-                         .arg(dividendRatio, 0, 'f', 16));
+                         .arg(dividendRatio, 0, 'f', 10));
     }
     return u"var %1hfq={\"total\":%2,\"data\":%3}\n/* practice */\n"_s.arg(code)
         .arg(rows.size())
