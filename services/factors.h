@@ -43,6 +43,9 @@ public:
     Factors(HttpClient& http, const QList<Service>& services)
         : http_(http), service_(services.value(0)) {}
 
+    // That services.ini has a service for them.
+    bool isNamed() const { return !service_.host.isEmpty(); }
+
     // Nothing where they can't be had, or no service is named.
     QCoro::Task<std::optional<FactorList>> fetch(QString dm, std::stop_token stop) const;
 
