@@ -1,13 +1,13 @@
-// campaign_readers                             lists the readers: name, how often, in words
-// campaign_readers NAME SEED FIRST LAST FOLDER   feeds one of them; a harm is a line with its
-// round,
-//   and the input of the round that is under way lies in FOLDER/NAME-SEED.input for who finds this
-//   process dead. SIGPROF ends it where one input takes half a minute.
+// campaign_readers lists the readers: name, how often, in words.
+// campaign_readers NAME SEED FIRST LAST FOLDER feeds one of them and writes a line for each harm.
+// The input that is under way lies in FOLDER/NAME-SEED.input for who finds this process dead;
+// SIGPROF ends it where one takes half a minute.
 #include <sys/mman.h>
 #include <sys/time.h>
 
 #include <QApplication>
 #include <QFile>
+#include <algorithm>
 #include <cstring>
 #include <ctime>
 #include <iostream>
@@ -93,7 +93,9 @@ void feed(const OutsideReader& reader, quint32 seed, quint32 first, quint32 last
         }
         if (!harm.empty()) {
             QFile file(name + u'-' + QString::number(round));
-            file.open(QIODevice::WriteOnly) && file.write(input);
+            if (file.open(QIODevice::WriteOnly)) {
+                file.write(input);
+            }
             std::ranges::replace(harm, '\n', ' ');
             std::cout << round << '\t' << harm << std::endl;
         }
@@ -121,5 +123,10 @@ int run(const QStringList& arguments) {
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    return guanchao::run(QCoreApplication::arguments());
+    try {
+        return guanchao::run(QCoreApplication::arguments());
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
 }
