@@ -14,9 +14,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Without a key of its own an attached file has that of the connection. Its journal may end with the
-// program, as its rows do; on the disk it would make the library write a third file for both, which
-// nobody takes away if the program is killed.
+// Without a key of its own an attached file has that of the connection. Its journal may end with
+// the program, as its rows do; on the disk it would make the library write a third file for both,
+// which nobody takes away if the program is killed.
 void attachKept(Connection& connection, const QString& path) {
     connection.execute(u"attach "_s + quoted(path) + u" as kept"_s);
     const Recordset mode(connection, u"pragma kept.journal_mode=memory"_s);

@@ -2,6 +2,7 @@
 whole, has every row that the operation leaves alone, and of the operation all or nothing in each
 unit; the next run gives what it would have given without the kill."""
 
+import math
 import random
 import time
 from collections import Counter
@@ -69,7 +70,7 @@ def run(tools, share):
         for words, operation, unit, before, *half in OPERATIONS:
             kills = Kills(practice, operation, unit)
             kills.prepare(before, *half)
-            times = max(1, round(KILLS * share / len(OPERATIONS)))
+            times = math.ceil(KILLS * share / len(OPERATIONS))
             yield {"what": f"{words}：运行中杀掉", "times": times, "broken": kills.carry_out(times)}
 
 
