@@ -112,6 +112,9 @@ TextFile readTextFile(const QString& path) {
         throw OperationError(u"不能读取文件 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
     }
     const ReadText read = readText(file.readAll());
+    if (read.text.contains(QChar::Null)) {
+        throw OperationError(u"文件 "_s + path + u" 不是文本文件，请换一个。"_s);
+    }
     return {linesOf(read.text), read.encoding};
 }
 

@@ -29,7 +29,7 @@ struct TextFile {
     QString encoding;  // as of ReadText
 };
 
-// Raises OperationError if the file can't be read.
+// Raises OperationError if the file can't be read, and for one that is no text: with NULs in it.
 TextFile readTextFile(const QString& path);
 
 // True if the line had bytes that are no text.

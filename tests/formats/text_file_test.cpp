@@ -1,6 +1,11 @@
 #include "formats/text_file.h"
 
+#include <QTemporaryDir>
+
+#include "base/activity.h"
+
 #include "formats/gbk.h"
+#include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -53,6 +58,15 @@ TEST(TextFile, ATextIsReadInItsEncoding) {
     EXPECT_TRUE(isBroken(readText(u"银行"_s.toUtf8().chopped(1)).text));
     EXPECT_EQ(linesOf(u"a\r\nb\nc\rd\r\n\r\ne\n"_s),
               QStringList({u"a"_s, u"b"_s, u"c"_s, u"d"_s, QString(), u"e"_s}));
+}
+
+TEST(TextFile, AProgramOrAStoreIsRefused) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a"_s);
+    writeFile(path, QByteArray("SH600000\0\x01", 10));
+    EXPECT_THROW(readTextFile(path), OperationError);
+    writeFile(path, "SH600000\t银行");
+    EXPECT_EQ(readTextFile(path).lines, QStringList{u"SH600000\t银行"_s});
 }
 
 }  // namespace guanchao
