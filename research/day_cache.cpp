@@ -95,8 +95,9 @@ QCoro::Task<> DayCache::update(QList<CachedDays> codes, QDate first, QDate last,
     }
 }
 
-// An index and a fund have no factors. Where those of a stock can't be had its days wait for another
-// time: a row is never written again, and a gain over a dividend would be wrong in it for good.
+// An index and a fund have no factors. Where those of a stock can't be had its days wait for
+// another time: a row is never written again, and a gain over a dividend would be wrong in it for
+// good.
 QCoro::Task<DayCache::Fetched> DayCache::fetch(Gap gap, std::stop_token stop) const {
     Fetched fetched;
     fetched.reply = co_await prices_.bars.fetch(gap.dm, gap.first, gap.last, stop);

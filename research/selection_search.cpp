@@ -110,15 +110,15 @@ struct Found {
 };
 
 // What the library can't make out are the user's own words, not the store.
-Recordset rowsOf(const SelectionQuery& query, Connection& store,
-                 const Work<std::monostate>& work) {
+Recordset rowsOf(const SelectionQuery& query, Connection& store, const Work<std::monostate>& work) {
     try {
         return Recordset(store, query.statement(), [&work] { work.endIfAbandoned(); });
     } catch (const StoreError& failure) {
         if (failure.fault() != StoreFault::other) {
             throw;
         }
-        throw OperationError(u"条件写得不对："_s + failure.reason());
+        throw StoreError(failure.reason(), failure.path(), failure.statement(),
+                         StoreFault::condition);
     }
 }
 

@@ -39,6 +39,7 @@ QString meaningOf(const StoreError& failure) {
             return isCopiedDaily(failure.path())
                        ? u" 已损坏，请用“数据”菜单的“恢复…”换上每天的备份。"_s
                        : u" 已损坏，请换上完好的文件。"_s;
+        case StoreFault::condition:
         case StoreFault::other:
             break;
     }
@@ -52,6 +53,9 @@ QString explanation(const StoreError& failure) {
     if (failure.fault() == StoreFault::unreadable && !QFileInfo::exists(failure.path())) {
         return u"找不到数据文件 "_s + failure.path() + u"。"_s;
     }
+    if (failure.fault() == StoreFault::condition) {
+        return u"条件写得不对。"_s;
+    }
     if (!failure.holder().isEmpty()) {
         return u"数据文件 "_s + file + u" 正由“"_s + failure.holder() +
                u"”使用，请等它结束后再试。"_s;
@@ -61,7 +65,9 @@ QString explanation(const StoreError& failure) {
 
 // The library's own words are English: they count only where the explanation tells nothing.
 bool saysMore(const StoreError& failure) {
-    return failure.fault() == StoreFault::other || hasHan(failure.reason());
+    const bool onlyTheReasonTells =
+        failure.fault() == StoreFault::other || failure.fault() == StoreFault::condition;
+    return onlyTheReasonTells || hasHan(failure.reason());
 }
 
 }  // namespace

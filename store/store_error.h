@@ -8,7 +8,16 @@
 namespace guanchao {
 
 // What a user can do something about.
-enum class StoreFault { other, busy, notADatabase, full, readOnly, unreadable, damaged };
+enum class StoreFault {
+    other,
+    busy,
+    notADatabase,
+    full,
+    readOnly,
+    unreadable,
+    damaged,
+    condition,  // the words that the user typed into a statement
+};
 
 // A failed opening or statement: `reason` is the store's own message, which each version of the
 // library words in its own way; only `fault` tells what it means.

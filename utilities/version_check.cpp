@@ -12,15 +12,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// A page of another kind, as of a portal, doesn't come into the application folder.
+constexpr qsizetype largestFile = 65536;
+
 // A value of the version file: at most 127 characters, and none behind a NUL.
 QString entry(const IniFile& ini, const QString& key) {
     const QString value = ini.value(u"chaoxin"_s, key).value_or(QString());
     return trimBlanks(value.left(127).section(QChar(0), 0, 0));
-}
-
-bool isVersionFile(const QByteArray& body) {
-    constexpr qsizetype largest = 65536;
-    return body.size() <= largest && body.contains("[chaoxin]");
 }
 
 }  // namespace
@@ -32,12 +30,12 @@ double versionInCaption(const QString& caption) {
     return numericPrefix(QStringView(inside).sliced(inside.isEmpty() ? 0 : 1));
 }
 
-// A page of another kind, as of a portal, leaves the file. The program may end while the box stands.
+// The program may end while the box stands.
 QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
     const QString file = u"/chaoxin/banbenupdate.txt"_s;
     const HttpReply reply = co_await http_.get(vendor_, file, stop);
     const QString path = globals_.yingyongmulu + u"banben.ini"_s;
-    if (!reply.answered() || !isVersionFile(reply.body) ||
+    if (!reply.answered() || reply.body.size() > largestFile ||
         !tryToReplaceFile(path, bytesOf(readText(reply.body).text))) {
         co_return;
     }

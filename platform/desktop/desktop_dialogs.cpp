@@ -164,8 +164,7 @@ void DesktopDialogs::tellFailure(const QString& text) {
 }
 
 QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QString title) {
-    const Shown<QMessageBox> box(
-        newBox(QMessageBox::Information, title, withShortMiddle(text)));
+    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, withShortMiddle(text)));
     QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(ok);
@@ -175,8 +174,7 @@ QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QStrin
 }
 
 QCoro::Task<Unsaved> DesktopDialogs::askToSave(std::stop_token stop, QString text, QString title) {
-    const Shown<QMessageBox> box(
-        newBox(QMessageBox::Information, title, withShortMiddle(text)));
+    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, withShortMiddle(text)));
     const QPushButton* save = addButton(*box, u"保存"_s, QMessageBox::AcceptRole);
     const QPushButton* discard = addButton(*box, u"不保存"_s, QMessageBox::DestructiveRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);

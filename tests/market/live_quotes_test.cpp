@@ -55,15 +55,19 @@ class LiveQuotesTest : public StoreTest {
 protected:
     LiveQuotesTest() {
         globals_.yingyongmulu = store_.folder();
-        services_.quote = {{u"q"_s, {}}};
-        services_.chart.host = u"c"_s;
-        services_.newspage.host = u"http://news"_s;
-        services_.fundamentals = {services_.newspage};
-        services_.history = {{u"h"_s, {}}};
-        services_.stockpage.host = u"http://pages"_s;
         http_.answer = [this](const QString& path) { return reply(path); };
     }
 
+    static Services services() {
+        Services services;
+        services.quote = {{u"q"_s, {}}};
+        services.chart.host = u"c"_s;
+        services.newspage.host = u"http://news"_s;
+        services.fundamentals = {services.newspage};
+        services.history = {{u"h"_s, {}}};
+        services.stockpage.host = u"http://pages"_s;
+        return services;
+    }
     std::optional<QByteArray> reply(const QString& path) const {
         if (replies_.contains(path)) {
             return replies_.value(path);
@@ -96,7 +100,7 @@ protected:
     }
     void silence(const QString& path) { replies_[path] = std::nullopt; }
 
-    Services services_;
+    Services services_ = services();
     FakeShell shell_;
     RecordingScreen screen_;
     MeanVolume meanVolume_{http_, services_.history, clock_};

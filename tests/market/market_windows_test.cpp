@@ -26,6 +26,7 @@ protected:
         globals_.yingyongmulu = store_.folder();
         services_.chart.host = services_.newspage.host = u"http://m"_s;
         services_.quote = services_.history = {services_.chart};
+        services_.fundamentals = {services_.newspage};
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 0);
         store_.run({u"update tempcanshu set f10url='http://host/600000/'"_s,

@@ -52,7 +52,7 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
     QStringList suspended = line(u"sz000001"_s, u"9.00"_s, u"0.000"_s).split(u',');
     suspended[1] = u" 1.50 "_s;
     suspended[4] = u"+.5"_s;
-    suspended[5] = u"-5."_s;
+    suspended[5] = u"5."_s;
     suspended[8] = u"123456789012"_s;
     suspended[9] = u"1.5e9"_s;
     replyWith(line(u"sh600000"_s, u"8.00"_s, u"8.123"_s) + suspended.join(u','));
@@ -61,7 +61,7 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
     EXPECT_EQ(
         quotes(),
         QStringList({u"SH600000|8.123|0.123|1.5375|1|4|5|8|9|2026-11-24 10:00:00"_s,
-                     u"SZ000001|0|0|0|1.5|0.5|-5|123456789012|1500000000|2026-11-24 10:00:00"_s}));
+                     u"SZ000001|0|0|0|1.5|0.5|5|123456789012|1500000000|2026-11-24 10:00:00"_s}));
     globals_.hqmang = 1;
     update(0);
     EXPECT_EQ(globals_.hqmang, 1) << "a long job stays busy";
@@ -85,7 +85,7 @@ TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
         int unknown = 0;
     } cases[] = {
         {std::nullopt, u"没有应答"_s},
-        {QByteArray(), u"应答里没有行情"_s},
+        {QByteArray(), u"应答是空的"_s},
         {QByteArray("<html><body>502 Bad Gateway</body></html>"), u"应答里没有行情"_s},
         {QByteArray("var hq_str_sys_auth=\"FAILED\";\n"), u"应答里没有行情"_s},
         {QByteArray("a,b;c,d;e,f,g,h"), u"应答里没有行情"_s},
@@ -113,6 +113,7 @@ TEST_F(QuoteFeedTest, ABrokenLineIsRefusedAndTheOthersAreWritten) {
         {u"var hq_str_sz000001=\"平\";\n"_s, u"行情数据不完整：SZ000001"_s},
         {line(u"sz000001"_s, u"1"_s, u"2"_s, 30), u"行情数据不完整：SZ000001"_s},
         {line(u"sz000001"_s, u"0.000"_s), u"行情数据的昨收盘为0：SZ000001"_s},
+        {line(u"sz000001"_s, u"1"_s, u"-2"_s), u"行情数据的第4个字段是负数：SZ000001 -2"_s},
         {u"a,b,c,d,e,f;\n"_s, u"行情数据中没有代码：a"_s},
     };
     for (const auto& it : cases) {

@@ -1,6 +1,8 @@
 #include "services/quote_source.h"
 
 #include "base/activity.h"
+#include "base/values.h"
+#include "formats/gbk.h"
 #include "services/fundamentals.h"
 #include "services/quote_reply.h"
 #include "services/quote_tencent.h"
@@ -69,8 +71,8 @@ protected:
     FakeClock clock_;
     FakeHttp http_;
     QHash<QString, std::optional<QByteArray>> answers_;
-    Service first_{.host = u"http://a"_s, .kind = u"sina"_s};
-    Service second_{.host = u"http://b"_s, .kind = u"tencent"_s};
+    Service first_{u"http://a"_s, {}, 0, 1, 0, u"sina"_s};
+    Service second_{u"http://b"_s, {}, 0, 1, 0, u"tencent"_s};
     QuoteSource source_{http_, clock_, {first_, second_}};
 };
 

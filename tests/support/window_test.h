@@ -70,7 +70,14 @@ protected:
     }
 
     Stores stores_ = store_.stores;
-    Services services_;
+    // FakeHttp answers whatever their host.
+    static Services services() {
+        Services services;
+        services.quote = {Service()};
+        return services;
+    }
+
+    Services services_ = services();
     OpenWindows openWindows_;
     FakeShell shell_;
     FakeSound sound_;

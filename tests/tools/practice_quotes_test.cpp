@@ -2,8 +2,8 @@
 
 #include "formats/gbk.h"
 #include "formats/html_tables.h"
-#include "services/fundamentals.h"
 #include "market/stored_quote.h"
+#include "services/fundamentals.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"

@@ -50,6 +50,8 @@ TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
         EXPECT_EQ(done.shell.opened,
                   it.newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
     }
+    EXPECT_FALSE(
+        QFile::exists(VersionChecked(QByteArray(70000, 'x')).folder.filePath(u"banben.ini"_s)));
     EXPECT_TRUE(VersionChecked("[chaoxin]\nbanben=9\n"_ba, u"/none/"_s).dialogs.shown.isEmpty())
         << "the file can't be written";
 }
