@@ -5,6 +5,7 @@
 #include "articles/article_removal.h"
 #include "base/activity.h"
 #include "base/values.h"
+#include "base/worker.h"
 #include "grid/tianchongbiao.h"
 #include "store/recordset.h"
 
@@ -19,10 +20,6 @@ constexpr int titleColumn = 6;
 
 QDate dateOf(const Value& value) {
     return QDate::fromString(value.toText(), Qt::ISODate);
-}
-
-QString countWords(const QList<qint32>& articles) {
-    return QString::number(articles.size()) + u" 篇文章"_s;
 }
 
 }  // namespace
@@ -122,36 +119,21 @@ QCoro::Task<bool> ArticleBrowser::removeListed(std::stop_token stop) {
         listed << idOf(row);
     }
     const bool agreed = co_await dialogs_.ask(
-        stop, u"确实要删除本表中显示的所有文章吗?（"_s + countWords(listed) + u"）"_s);
+        stop, u"确实要删除本表中显示的所有文章吗?（"_s + articleCountWords(listed) + u"）"_s);
     if (!agreed) {
         co_return false;
     }
-    const Activity activity(u"删除本表"_s, u"在此之前的文章已经删除。"_s);
-    removeAll(listed);
+    const auto job = [store = stores_.article, &removals = removals_, listed](const auto& work) {
+        const Activity activity(u"删除本表"_s);
+        removeArticles(store, listed, removals, [&work] { work.endIfAbandoned(); });
+        return true;
+    };
+    co_await inWorker(job, stop);
+    if (listed.contains(globals_.dangqianwenzhang)) {
+        globals_.dangqianwenzhang = 0;
+    }
     dialogs_.tell(u" 已删除本表中显示的所有文章!"_s);
     co_return true;
-}
-
-// Those that go before a failure can be taken back too.
-void ArticleBrowser::removeAll(const QList<qint32>& ids) {
-    Connection store = stores_.article.open();
-    Removal removal(removals_, store, stores_.article);
-    {
-        Transaction transaction(store);
-        for (const qint32 id : ids) {
-            removal.keep({u"wenzhang"_s, {}}, u"where id="_s + QString::number(id));
-        }
-        transaction.commit();
-    }
-    try {
-        for (const qint32 id : ids) {
-            removeArticle(store, id, globals_);
-        }
-    } catch (...) {
-        removal.complete(articleWindowPlace, countWords(ids));
-        throw;
-    }
-    removal.complete(articleWindowPlace, countWords(ids));
 }
 
 qint32 ArticleBrowser::idOf(int row) const {

@@ -1,6 +1,5 @@
 // The list of the user's articles: what its boxes hold at a load, the query, and the deletions.
-// Table wenzhang of the article store. Failed statements raise StoreError; each deletion of an
-// article is a transaction of its own.
+// Table wenzhang of the article store. Failed statements raise StoreError.
 #pragma once
 
 #include "articles/article_lists.h"
@@ -13,9 +12,6 @@
 #include "store/stores.h"
 
 namespace guanchao {
-
-// Of what the window of articles can take back.
-inline const QString articleWindowPlace = QStringLiteral("文章管理器");
 
 // What a load puts into the boxes of the window.
 struct BrowserLoad {
@@ -62,7 +58,6 @@ public:
 private:
     ArticleCounts fill(GridFill::Rows rows);
     qint32 idOf(int row) const;
-    void removeAll(const QList<qint32>& ids);
 
     const Stores& stores_;
     Globals& globals_;

@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 #include <QSignalBlocker>
 
+#include "articles/article_removal.h"
 #include "articles/form26.h"
 #include "ui_form27.h"
 
@@ -156,7 +157,16 @@ void Form27::删除本表_Click() {
 
 void Form27::remove(QCoro::Task<bool> (ArticleBrowser::*removal)(std::stop_token)) {
     runs_.start([this, removal](std::stop_token stop) -> QCoro::Task<> {
-        const auto showLast = qScopeGuard([this] { undoLine_->showLast(); });
+        // Once more they would meet the same list.
+        const auto enable = [this](bool on) {
+            ui_->删除本篇->setEnabled(on);
+            ui_->删除本表->setEnabled(on);
+        };
+        enable(false);
+        const auto end = qScopeGuard([this, enable] {
+            enable(true);
+            undoLine_->showLast();
+        });
         const bool removed = co_await (browser_.*removal)(stop);
         if (removed) {
             Form_Load();

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <algorithm>
+#include <utility>
 
 #include "base/files.h"
 #include "base/values.h"
@@ -75,11 +76,16 @@ void bringBack(const RemovedRows& rows) {
     transaction.commit();
 }
 
+Removals::Removals(QString folder) : folder_(std::move(folder)) {
+    QDir(folder_).removeRecursively();
+}
+
 Removals::~Removals() {
     forgetAll();
 }
 
 void Removals::forgetAll() {
+    const std::scoped_lock lock(mutex_);
     for (const RemovedRows& rows : removed_) {
         QFile::remove(rows.keptIn);
     }
@@ -87,28 +93,29 @@ void Removals::forgetAll() {
 }
 
 std::optional<RemovedRows> Removals::last(const QString& place) const {
+    const std::scoped_lock lock(mutex_);
     const auto found = std::find_if(removed_.crbegin(), removed_.crend(),
                                     [&](const RemovedRows& it) { return it.place == place; });
     return found == removed_.crend() ? std::nullopt : std::optional(*found);
 }
 
 void Removals::forget(const RemovedRows& rows) {
+    const std::scoped_lock lock(mutex_);
     removed_.removeIf([&](const RemovedRows& it) { return it.keptIn == rows.keptIn; });
     QFile::remove(rows.keptIn);
 }
 
 QString Removals::freshFile() {
-    if (made_ == 0) {
-        QDir(folder_).removeRecursively();
-    }
+    const std::scoped_lock lock(mutex_);
     makeFolder(folder_);
     return folder_ + QString::number(++made_) + u".mzdat"_s;
 }
 
 void Removals::add(const RemovedRows& rows) {
+    const std::scoped_lock lock(mutex_);
     removed_ << rows;
     if (removed_.size() > mostRemovals) {
-        forget(RemovedRows(removed_.first()));
+        QFile::remove(removed_.takeFirst().keptIn);
     }
 }
 

@@ -1,12 +1,13 @@
 // Deletions of many rows, which can be taken back while the program runs: before rows go, they are
 // copied to a small store of their own in a folder, with the key of the store that they are of. Of
 // each place (a window) the last deletion comes back first. Failures raise StoreError or
-// OperationError.
+// OperationError. Threads may share one of Removals, which outlives their deletions.
 #pragma once
 
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <mutex>
 #include <optional>
 
 #include "store/stores.h"
@@ -36,8 +37,8 @@ void bringBack(const RemovedRows& rows);
 
 class Removals {
 public:
-    // What former runs have left in the folder goes with the first deletion.
-    explicit Removals(QString folder) : folder_(std::move(folder)) {}
+    // What former runs have left in the folder goes.
+    explicit Removals(QString folder);
     ~Removals();
     Removals(const Removals&) = delete;
     Removals& operator=(const Removals&) = delete;
@@ -56,6 +57,7 @@ private:
     void add(const RemovedRows& rows);
 
     QString folder_;
+    mutable std::mutex mutex_;  // of what follows
     int made_ = 0;
     QList<RemovedRows> removed_;  // the latest last
 };

@@ -1,5 +1,11 @@
 #include "articles/article_browser.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "articles/article_removal.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
@@ -129,7 +135,7 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     idsOf([](ArticleQuery& it) { it.limit = u"1"_s; });
     for (const bool agrees : {false, true}) {
         dialogs_.answer = agrees;
-        EXPECT_EQ(outcomeOf(browser_.removeListed({})), agrees);
+        EXPECT_EQ(endOf(browser_.removeListed({})), agrees);
         EXPECT_EQ(stored().size(), agrees ? 1 : 2) << "what the limit left out stays";
     }
     EXPECT_EQ(stored(), QStringList{u"3"_s});
@@ -142,12 +148,35 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     runArticle(
         u"create trigger refuse before delete on wenzhang when old.id=3"
         u" begin select raise(abort,'no'); end"_s);
-    EXPECT_THROW(outcomeOf(browser_.removeListed({})), StoreError);
-    EXPECT_EQ(stored(), QStringList{u"3"_s}) << "each goes by itself";
-    bringBack(*removals_.last(articleWindowPlace));
-    EXPECT_EQ(stored().size(), 2) << "what went before the failure comes back";
+    EXPECT_THROW(endOf(browser_.removeListed({})), StoreError);
+    EXPECT_EQ(stored().size(), 2) << "all or none";
+    EXPECT_FALSE(removals_.last(articleWindowPlace));
     EXPECT_EQ(dialogs_.shown[1], u"观潮台|确实要删除文章《茅台涨了》吗?"_s);
     EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?（1 篇文章）"_s);
+}
+
+// In a process of its own, which waits in the middle.
+TEST_F(ArticleBrowserTest, AKilledDeletionLosesNothingAndLeavesNothing) {
+    addSome();
+    int begun[2];
+    ASSERT_EQ(pipe(begun), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        removeArticles(store_.stores.article, {1, 2, 3}, removals_, [&] {
+            [[maybe_unused]] const auto told = write(begun[1], "x", 1);
+            ::pause();
+        });
+        _exit(1);
+    }
+    char word = 0;
+    ASSERT_EQ(read(begun[0], &word, 1), 1);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(stored().size(), 3);
+    const QString kept = store_.folder() + u"撤消"_s;
+    EXPECT_TRUE(QFile::exists(kept + u"/1.mzdat"_s));
+    const Removals next(kept + u'/');
+    EXPECT_FALSE(QFile::exists(kept));
 }
 
 }  // namespace guanchao
