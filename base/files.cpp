@@ -40,6 +40,11 @@ bool reachedTheDisk(const QString& path) {
     return result == 0;
 }
 
+// Ends the name of a file that is being written beside the one that it replaces.
+const QString freshEnd = u".new"_s;
+
+const QString diskFull = u"磁盘已满"_s;
+
 // What the system tells of, in words for the user.
 struct SystemReason {
     int error;
@@ -47,8 +52,8 @@ struct SystemReason {
 };
 
 const SystemReason systemReasons[] = {
-    {ENOSPC, u"磁盘已满"_s},
-    {EDQUOT, u"磁盘已满"_s},
+    {ENOSPC, diskFull},
+    {EDQUOT, diskFull},
     {EIO, u"磁盘读写出错"_s},
     {EACCES, u"没有访问的权限"_s},
     {EPERM, u"没有访问的权限"_s},
@@ -75,8 +80,11 @@ QString reasonOf(const QFileDevice& file) {
 }
 
 OperationError notWritten(const QString& path, const QString& reason) {
-    return OperationError(u"无法写入 "_s + path + u"（"_s + reason +
-                          u"）。请检查磁盘空间和文件夹的权限。"_s);
+    // The user knows the file by its own name.
+    const QString name = path.endsWith(freshEnd) ? path.chopped(freshEnd.size()) : path;
+    const QString remedy =
+        reason.endsWith(diskFull) ? u"请腾出空间后再做。"_s : u"请检查磁盘空间和文件夹的权限。"_s;
+    return OperationError(u"无法写入 "_s + name + u"（"_s + reason + u"）。"_s + remedy);
 }
 
 void replaceFile(const QString& target, const QByteArray& content, QFile::Permissions added) {
@@ -104,7 +112,7 @@ void moveFolder(const QString& from, const QString& to) {
     }
 }
 
-FreshFile::FreshFile(const QString& target) : target_(target), path_(target + u".new"_s) {
+FreshFile::FreshFile(const QString& target) : target_(target), path_(target + freshEnd) {
     QFile::remove(path_);
 }
 

@@ -1,6 +1,8 @@
 #include "exchange/backup_export.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <filesystem>
 
 #include "base/activity.h"
 #include "base/files.h"
@@ -17,9 +19,34 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+QString withHome(const QString& typed) {
+    const bool inHome = typed == u'~' || typed.startsWith(u"~/");
+    return inHome ? QDir::homePath() + typed.sliced(1) : typed;
+}
+
+// Why nothing can be written to the folder; empty if something can.
+QString obstacleIn(const QString& folder) {
+    const QString path = QDir::cleanPath(folder);
+    std::error_code error;
+    switch (std::filesystem::status(QFile::encodeName(path).toStdString(), error).type()) {
+        case std::filesystem::file_type::not_found:
+            return u"请先建立备份文件夹:"_s;
+        case std::filesystem::file_type::directory:
+            break;
+        case std::filesystem::file_type::none:
+            return u"没有访问这个文件夹的权限，请另选一个文件夹，或者改它的权限:"_s;
+        default:
+            return u"这是一个文件，请另选一个文件夹:"_s;
+    }
+    const QFileInfo info(path);
+    return info.isWritable() && info.isExecutable()
+               ? QString()
+               : u"不能写入这个文件夹，请另选一个文件夹，或者改它的权限:"_s;
+}
+
 // Only the default folder is made where it is missing.
 void makeDefaultFolder(const QString& folder) {
-    if (folder == fixedPath(FixedPlace::exportFolder)) {
+    if (folder == fixedPath(FixedPlace::exportFolder) && !QFileInfo::exists(folder.chopped(1))) {
         makeFolder(folder);
     }
 }
@@ -93,13 +120,14 @@ QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
         dialogs_.tell(u"已取消导出数据!"_s);
         co_return;
     }
-    const QString folder = applicationFolder(typed);
+    const QString folder = applicationFolder(withHome(typed));
     {
         const Activity activity(u"导出数据"_s);
         makeDefaultFolder(folder);
     }
-    if (!QFileInfo(folder).isDir()) {
-        dialogs_.tell(u"请先建立备份文件夹:"_s + typed);
+    const QString obstacle = obstacleIn(folder);
+    if (!obstacle.isEmpty()) {
+        dialogs_.tell(obstacle + typed);
         co_return;
     }
     const auto job = [stores = stores_, folder](ExchangeWork& work) {

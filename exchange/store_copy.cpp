@@ -22,11 +22,6 @@ void takePermissions(const QString& source, const QString& target) {
     QFile::setPermissions(target, QFile::permissions(source) | QFile::WriteOwner);
 }
 
-OperationError notCopied(const QString& source, const QString& target, const QString& reason) {
-    return OperationError(u"不能把 "_s + source + u" 复制为 "_s + target + u"（"_s + reason +
-                          u"）。"_s);
-}
-
 // The bytes of a store as its own connection reads them. Opened a second time and closed, the file
 // would lose the locks of this whole process: the system lets go of all of them.
 class StoreBytes {
@@ -57,16 +52,16 @@ private:
     sqlite3_int64 size_ = 0;
 };
 
-void writeBytes(const StoreBytes& bytes, const QString& source, const QString& target,
+void writeBytes(const StoreBytes& bytes, const QString& target,
                 const std::function<void()>& blockDone) {
     QFile file(target);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        throw notCopied(source, target, reasonOf(file));
+        throw notWritten(target, reasonOf(file));
     }
     for (qint64 offset = 0; offset < bytes.size(); offset += blockSize) {
         const QByteArray block = bytes.block(offset);
         if (file.write(block) != block.size()) {
-            throw notCopied(source, target, reasonOf(file));
+            throw notWritten(target, reasonOf(file));
         }
         blockDone();
     }
@@ -78,15 +73,15 @@ void copyFile(const QString& source, const QString& target) {
     QFile from(source);
     QFile to(target);
     if (!from.open(QIODevice::ReadOnly)) {
-        throw notCopied(source, target, reasonOf(from));
+        throw OperationError(u"无法读取 "_s + source + u"（"_s + reasonOf(from) + u"）。"_s);
     }
     if (!to.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        throw notCopied(source, target, reasonOf(to));
+        throw notWritten(target, reasonOf(to));
     }
     while (!from.atEnd()) {
         const QByteArray block = from.read(blockSize);
         if (to.write(block) != block.size()) {
-            throw notCopied(source, target, reasonOf(to));
+            throw notWritten(target, reasonOf(to));
         }
     }
     takePermissions(source, target);
@@ -97,7 +92,7 @@ void copyStore(const StoreFile& source, const QString& target,
     replaceStore(target, [&](const QString& path) {
         Connection connection = source.open();
         const Transaction lock(connection);  // never committed, since nothing is written
-        writeBytes(StoreBytes(connection), source.path, path, blockDone);
+        writeBytes(StoreBytes(connection), path, blockDone);
         takePermissions(source.path, path);
     });
 }

@@ -19,6 +19,11 @@ bool isCopiedDaily(const QString& path) {
     return name == own.main.path || name == own.article.path || name == own.heat.path;
 }
 
+QString remedyOf(const QString& path) {
+    return isCopiedDaily(path) ? u"，请用“数据”菜单的“恢复…”换上每天的备份。"_s
+                               : u"，请换上完好的文件。"_s;
+}
+
 bool hasHan(const QString& words) {
     return std::ranges::any_of(words, [](QChar c) { return c.script() == QChar::Script_Han; });
 }
@@ -28,17 +33,15 @@ QString meaningOf(const StoreError& failure) {
         case StoreFault::busy:
             return u" 正被其他程序占用，请稍后再试。"_s;
         case StoreFault::notADatabase:
-            return u" 不是数据库，或者密码不对。"_s;
+            return u" 不是数据库，或者密码不对"_s + remedyOf(failure.path());
         case StoreFault::full:
-            return u" 无法写入，磁盘已满。"_s;
+            return u" 无法写入，磁盘已满，请腾出空间后再做。"_s;
         case StoreFault::readOnly:
             return u" 只能读取，没有写入的权限。"_s;
         case StoreFault::unreadable:
             return u" 无法读写，请检查磁盘空间、磁盘好坏和访问权限。"_s;
         case StoreFault::damaged:
-            return isCopiedDaily(failure.path())
-                       ? u" 已损坏，请用“数据”菜单的“恢复…”换上每天的备份。"_s
-                       : u" 已损坏，请换上完好的文件。"_s;
+            return u" 已损坏"_s + remedyOf(failure.path());
         case StoreFault::condition:
         case StoreFault::other:
             break;

@@ -57,7 +57,7 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
         EXPECT_EQ(bytesOf(copy), bytesOf(store.path));
     }
     ASSERT_TRUE(QDir().mkdir(other.chopped(1)));
-    exportTo(other.chopped(1));
+    exportTo(u"~/别处"_s);
     EXPECT_TRUE(QFileInfo::exists(other + u"zhutibackup.ztb"_s)) << "it is a folder all the same";
 }
 
@@ -114,7 +114,9 @@ TEST_F(BackupExportTest, WhatCannotBeWrittenIsTold) {
     QDir(exportFolder()).removeRecursively();
     QFile file(exportFolder().chopped(1));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_THROW(exportTo(exportFolder()), OperationError) << "the folder can't be made";
+    told();
+    exportTo(u"~/导出主题"_s);
+    EXPECT_EQ(told().last(), u"观潮台|这是一个文件，请另选一个文件夹:~/导出主题"_s);
 }
 
 // A limit on the size of files stands in for a disk that is full.

@@ -17,8 +17,8 @@ TEST(FailureTest, NamesItsCauseInChinese) {
         QString path, part;
     } cases[] = {
         {StoreFault::busy, path, u"正被其他程序占用"_s},
-        {StoreFault::notADatabase, path, u"密码不对"_s},
-        {StoreFault::full, path, u"磁盘已满"_s},
+        {StoreFault::notADatabase, path, u"密码不对，请用“数据”菜单的“恢复…”"_s},
+        {StoreFault::full, path, u"磁盘已满，请腾出空间后再做"_s},
         {StoreFault::readOnly, path, u"没有写入的权限"_s},
         {StoreFault::unreadable, path, u"无法读写"_s},
         {StoreFault::damaged, path, u"“恢复…”换上每天的备份"_s},
