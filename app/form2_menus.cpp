@@ -178,10 +178,10 @@ void Form2::connectExchange() {
 void Form2::恢复_Click() {
     windows_.openAnew<FormRestore>();
     connect(environment_.openWindows.find<FormRestore>(), &FormRestore::agreed, this,
-            [this](const QString& copy) {
+            [this](const CopyChoice& choice) {
                 restoreRuns_.stop();
-                restoreRuns_.start([this, copy](std::stop_token stop) {
-                    return restoreDesk_.restore(copy, stop);
+                restoreRuns_.start([this, choice](std::stop_token stop) {
+                    return restoreDesk_.restore(choice, stop);
                 });
             });
 }

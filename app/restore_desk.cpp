@@ -7,7 +7,6 @@
 
 #include "base/activity.h"
 #include "base/pause.h"
-#include "exchange/restore.h"
 #include "frame/open_windows.h"
 #include "heat/collector_launch.h"
 #include "store/patience.h"
@@ -35,7 +34,7 @@ RestoreDesk::RestoreDesk(Environment& environment, ExchangeRun& run, EndOthers e
       endOthers_(std::move(endOthers)),
       showAnew_(std::move(showAnew)) {}
 
-QCoro::Task<> RestoreDesk::restore(QString copy, std::stop_token stop) {
+QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
     const bool free = co_await isFree(stop);
     if (!free) {
         co_return;
@@ -44,9 +43,9 @@ QCoro::Task<> RestoreDesk::restore(QString copy, std::stop_token stop) {
     co_await untilNothingIsWritten(stop);
     const QScopedValueRollback busy(environment_.globals.hqmang, qint16(1));
     const QString folder = copiesFolder(environment_.applicationFolder);
-    const auto job = [stores = environment_.stores, folder, copy,
+    const auto job = [stores = environment_.stores, folder, choice,
                       now = environment_.clock.now()](ExchangeWork& work) {
-        return prepareRestore(stores, folder, copy, now, work);
+        return prepareRestore(stores, folder, choice, now, work);
     };
     const std::optional<ReadyStores> ready = co_await run_.run(u"恢复数据"_s, job, stop);
     if (!ready) {
@@ -59,7 +58,7 @@ QCoro::Task<> RestoreDesk::restore(QString copy, std::stop_token stop) {
     co_await patiently(step, stop);
     environment_.removals.forgetAll();
     showAnew_();
-    environment_.dialogs.tell(u"已恢复备份 "_s + copy +
+    environment_.dialogs.tell(u"已恢复备份 "_s + choice.copy + u" 的"_s + wordsOf(choice.stores) +
                               u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
 }
 

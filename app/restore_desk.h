@@ -1,4 +1,4 @@
-// What happens in the program when a copy of the stores is taken back: the other windows close,
+// What happens in the program when stores of a copy are taken back: the other windows close,
 // what is under way ends, quotes and polls wait, and the main window shows what is there then.
 #pragma once
 
@@ -7,6 +7,7 @@
 
 #include "base/runs.h"
 #include "exchange/exchange_run.h"
+#include "exchange/restore.h"
 #include "frame/environment.h"
 
 namespace guanchao {
@@ -21,7 +22,7 @@ public:
 
     // Tells how it has ended. Raises StoreError or OperationError; the stores are then as they
     // were.
-    QCoro::Task<> restore(QString copy, std::stop_token stop);
+    QCoro::Task<> restore(CopyChoice choice, std::stop_token stop);
 
 private:
     QCoro::Task<bool> isFree(std::stop_token stop);

@@ -1,27 +1,25 @@
-// FormRestore, "恢复": the copies of the stores in the folder 备份, and the question before one is
-// taken back, which whoever has opened the window then does. The rules are in KeptCopies and
-// StoreCheck.
+// FormRestore, "恢复": the copies of the stores in the folder 备份, and the question before stores
+// of one are taken back, which whoever has opened the window then does. Those that can't be read
+// can't be chosen. The rules are in KeptCopies and StoreCheck.
 #pragma once
 
 #include <QDialog>
 #include <memory>
-#include <optional>
 
 #include "base/runs.h"
-#include "exchange/kept_copies.h"
+#include "exchange/restore.h"
 #include "exchange/store_check.h"
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
+
+class QCheckBox;
 
 namespace Ui {
 class FormRestore;
 }
 
 namespace guanchao {
-
-// How much is in stores; nothing where they can't be read.
-using PossibleCounts = std::optional<StoreCounts>;
 
 class FormRestore : public QDialog {
     Q_OBJECT
@@ -31,21 +29,27 @@ public:
     ~FormRestore() override;
 
 signals:
-    // The user wants the copy of this name in place of what is there.
-    void agreed(const QString& copy);
+    // The user wants these stores in place of what is there.
+    void agreed(const CopyChoice& choice);
 
 private:
     QCoro::Task<> list(std::stop_token stop);
     QCoro::Task<> ask(std::stop_token stop);
-    void showCopies(const QList<PossibleCounts>& counts);
-    void fillRow(int row, const KeptCopy& copy, const PossibleCounts& counts);
+    QCoro::Task<bool> isWhole(CopyChoice chosen, std::stop_token stop);
+    void showCopies();
+    void fillRow(int row, const KeptCopy& copy, const StoreContents& contents);
+    void showMarked();
     void enableRestore();
+    CopyChoice choice() const;
+    QCheckBox* boxOf(CopiedStore store) const;
 
     Environment& environment_;
     std::unique_ptr<Ui::FormRestore> ui_;
     ResultGrid grid_;
     QString folder_;
     QList<KeptCopy> copies_;
+    QList<StoreContents> contents_;  // of the copies, once they are read
+    QList<CopiedStore> left_;        // boxes that the user has emptied
     Runs runs_;
 };
 

@@ -73,8 +73,36 @@ QString beforeRestoreName(const QDateTime& now) {
     return now.toString(u"yyyy-MM-dd hh.mm.ss "_s) + beforeRestoreWord;
 }
 
-QList<StoreFile> copiedStores(const Stores& stores) {
-    return {stores.main, stores.article, stores.heat};
+QString wordOf(CopiedStore store) {
+    switch (store) {
+        case CopiedStore::main:
+            return u"主题库"_s;
+        case CopiedStore::article:
+            return u"文章库"_s;
+        case CopiedStore::heat:
+            return u"采集库"_s;
+    }
+    return {};
+}
+
+QString wordsOf(const QList<CopiedStore>& stores) {
+    QStringList words;
+    for (const CopiedStore store : stores) {
+        words << wordOf(store);
+    }
+    return words.join(u'、');
+}
+
+const StoreFile& fileOf(const Stores& stores, CopiedStore store) {
+    switch (store) {
+        case CopiedStore::article:
+            return stores.article;
+        case CopiedStore::heat:
+            return stores.heat;
+        case CopiedStore::main:
+            break;
+    }
+    return stores.main;
 }
 
 Stores storesOfCopy(const Stores& stores, const QString& folder) {

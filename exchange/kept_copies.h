@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <cstdint>
 
 #include "store/stores.h"
 
@@ -30,8 +31,18 @@ QString copiesFolder(const QString& applicationFolder);
 QString dailyCopyName(const QDate& day);
 QString beforeRestoreName(const QDateTime& now);
 
-// The stores that the program writes to, and so is copied; and the same in a folder of copies.
-QList<StoreFile> copiedStores(const Stores& stores);
+// The stores that the program writes to, and so are copied.
+enum class CopiedStore : std::uint8_t { main, article, heat };
+inline const QList<CopiedStore> allCopied = {CopiedStore::main, CopiedStore::article,
+                                             CopiedStore::heat};
+
+// 主题库
+QString wordOf(CopiedStore store);
+// 主题库、文章库
+QString wordsOf(const QList<CopiedStore>& stores);
+const StoreFile& fileOf(const Stores& stores, CopiedStore store);
+
+// The same in a folder of copies.
 Stores storesOfCopy(const Stores& stores, const QString& folder);
 
 // The whole copies, the newest first.

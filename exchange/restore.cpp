@@ -27,10 +27,6 @@ const QString underWayName = u"恢复中"_s;
 
 const QString untouched = u"现在的数据没有改动。"_s;
 
-QDateTime changeOf(const StoreFile& store) {
-    return QFileInfo(store.path).lastModified();
-}
-
 QString nameOf(const StoreFile& store) {
     return QFileInfo(store.path).fileName();
 }
@@ -56,39 +52,36 @@ void keepPresent(const StoreFile& store, const QString& target,
     }
 }
 
-QList<QDateTime> copyPresent(const Stores& stores, const QString& folder,
-                             const std::function<void()>& blockDone) {
-    QList<QDateTime> asOf;
-    for (const StoreFile& store : copiedStores(stores)) {
-        asOf << changeOf(store);
+QList<QDateTime> changesOf(const Stores& stores, const QList<CopiedStore>& changed) {
+    QList<QDateTime> changes;
+    for (const CopiedStore store : changed) {
+        changes << QFileInfo(fileOf(stores, store).path).lastModified();
+    }
+    return changes;
+}
+
+void copyPresent(const Stores& stores, const QString& folder,
+                 const std::function<void()>& blockDone) {
+    for (const CopiedStore it : allCopied) {
+        const StoreFile& store = fileOf(stores, it);
         if (QFileInfo::exists(store.path)) {
             keepPresent(store, folder + nameOf(store), blockDone);
         }
     }
-    return asOf;
 }
 
-void requireUsable(const StoreFile& store, const QString& copy) {
-    const QString name = u"备份 "_s + copy + u" 的 "_s + nameOf(store);
-    if (!QFileInfo::exists(store.path)) {
-        throw OperationError(name + u" 不在了。"_s);
-    }
-    try {
-        requireWhole(store);
-    } catch (const StoreError& failure) {
-        if (failure.fault() == StoreFault::notADatabase) {
-            throw OperationError(name + u" 不能用现在的密码打开，可能是改密码以前的备份。"_s);
-        }
-        if (failure.fault() == StoreFault::damaged) {
-            throw OperationError(name + u" 已损坏，请另选一份备份。"_s);
-        }
-        throw;
+void requireUsable(CopiedStore store, const StoreFile& file, const QString& copy) {
+    const StoreContent content = contentOf(store, file, Look::whole);
+    if (!content.isReadable()) {
+        throw OperationError(u"备份 "_s + copy + u" 的"_s + wordOf(store) + content.words(store) +
+                             u"，请另选一份备份。"_s);
     }
 }
 
-void makeReady(const Stores& copied, const QString& folder,
+void makeReady(const Stores& copied, const QList<CopiedStore>& chosen, const QString& folder,
                const std::function<void()>& blockDone) {
-    for (const StoreFile& store : copiedStores(copied)) {
+    for (const CopiedStore it : chosen) {
+        const StoreFile& store = fileOf(copied, it);
         const QString target = folder + nameOf(store);
         copyStore(store, target, blockDone);
         requireWhole({target, store.key});
@@ -123,25 +116,25 @@ bool takePlace(const StoreFile& store, const QString& folder) {
 
 }  // namespace
 
-ReadyStores prepareRestore(const Stores& stores, const QString& folder, const QString& copy,
+ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work) {
     const Activity activity(u"恢复数据"_s, untouched);
-    const Stores copied = storesOfCopy(stores, folder + copy + u'/');
+    const Stores copied = storesOfCopy(stores, folder + choice.copy + u'/');
     ExchangeSteps steps(work);
-    for (const StoreFile& store : copiedStores(copied)) {
-        requireUsable(store, copy);
-        steps.expect(blocksOf(store));
+    for (const CopiedStore store : choice.stores) {
+        requireUsable(store, fileOf(copied, store), choice.copy);
+        steps.expect(blocksOf(fileOf(copied, store)));
     }
-    for (const StoreFile& store : copiedStores(stores)) {
-        steps.expect(blocksOf(store));
+    for (const CopiedStore store : allCopied) {
+        steps.expect(blocksOf(fileOf(stores, store)));
     }
     const auto blockDone = [&steps] { steps.stepDone(); };
-    makeCopy(folder, readyName, [&](const QString& begun) { makeReady(copied, begun, blockDone); });
-    ReadyStores ready{folder + readyName + u'/', {}};
+    makeCopy(folder, readyName,
+             [&](const QString& begun) { makeReady(copied, choice.stores, begun, blockDone); });
+    ReadyStores ready{folder + readyName + u'/', choice.stores, changesOf(stores, choice.stores)};
     try {
-        makeCopy(folder, beforeRestoreName(now), [&](const QString& begun) {
-            ready.replacedAsOf = copyPresent(stores, begun, blockDone);
-        });
+        makeCopy(folder, beforeRestoreName(now),
+                 [&](const QString& begun) { copyPresent(stores, begun, blockDone); });
     } catch (...) {
         dropReady(ready);
         throw;
@@ -152,12 +145,10 @@ ReadyStores prepareRestore(const Stores& stores, const QString& folder, const QS
 void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
     const Activity activity(u"恢复数据"_s, untouched);
     std::vector<std::unique_ptr<Lock>> locks;
-    QList<QDateTime> asOf;
-    for (const StoreFile& store : copiedStores(stores)) {
-        locks.push_back(lockOf(store));
-        asOf << changeOf(store);
+    for (const CopiedStore store : ready.stores) {
+        locks.push_back(lockOf(fileOf(stores, store)));
     }
-    if (asOf != ready.replacedAsOf) {
+    if (changesOf(stores, ready.stores) != ready.replacedAsOf) {
         throw OperationError(u"数据在恢复的准备当中有改动，请再试一次。"_s);
     }
     const QString folder = QFileInfo(ready.folder.chopped(1)).path() + u'/';
@@ -165,7 +156,7 @@ void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
     try {
         finishRestore(stores, folder);
     } catch (const OperationError& failure) {
-        const bool noneHasMoved = filesIn(folder + underWayName) == copiedStores(stores).size();
+        const bool noneHasMoved = filesIn(folder + underWayName) == ready.stores.size();
         // Renamed as a whole: what is left of it would be carried to its end at the next start.
         if (noneHasMoved && QDir().rename(folder + underWayName, ready.folder.chopped(1))) {
             dropReady(ready);
@@ -182,7 +173,8 @@ void finishRestore(const Stores& stores, const QString& folder) {
     if (!QFileInfo(underWay).isDir()) {
         return;
     }
-    for (const StoreFile& store : copiedStores(stores)) {
+    for (const CopiedStore it : allCopied) {
+        const StoreFile& store = fileOf(stores, it);
         if (QFileInfo::exists(underWay + nameOf(store)) && !takePlace(store, underWay)) {
             throw notWritten(store.path, systemReason(errno));
         }

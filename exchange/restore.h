@@ -1,4 +1,4 @@
-// 恢复: takes a copy of the stores back. What is there is copied first, the copy is checked, and
+// 恢复: takes stores of a copy back. What is there is copied first, the copy is checked, and
 // brought beside the stores as a whole; only then do they change their place, in moments. Failures
 // raise StoreError or OperationError and leave the stores that are there.
 #pragma once
@@ -10,14 +10,21 @@
 
 namespace guanchao {
 
+// What is wanted of the copy of that name.
+struct CopyChoice {
+    QString copy;
+    QList<CopiedStore> stores;
+};
+
 // Stores that are ready to take their place, and of when those are that they replace.
 struct ReadyStores {
     QString folder;
+    QList<CopiedStore> stores;
     QList<QDateTime> replacedAsOf;
 };
 
-// For a worker. A copy that is damaged, or was made under another key, is refused.
-ReadyStores prepareRestore(const Stores& stores, const QString& folder, const QString& copy,
+// For a worker. A copy of which a chosen store can't be read is refused.
+ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work);
 
 // While nothing of this program is at the stores. Refuses, by OperationError, where somebody has

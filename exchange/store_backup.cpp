@@ -26,8 +26,8 @@ void removeUnfinished(const QString& folder) {
 
 void requireRoom(const Stores& stores, qint64 freeBytes) {
     qint64 needed = spareBytes;
-    for (const StoreFile& store : copiedStores(stores)) {
-        needed += QFileInfo(store.path).size();
+    for (const CopiedStore store : allCopied) {
+        needed += QFileInfo(fileOf(stores, store).path).size();
     }
     if (freeBytes < needed) {
         throw OperationError(
@@ -36,12 +36,13 @@ void requireRoom(const Stores& stores, qint64 freeBytes) {
 }
 
 void copyAll(const Stores& stores, const QString& folder, const std::function<void()>& blockDone) {
-    for (const StoreFile& store : copiedStores(stores)) {
-        const QString target = folder + QFileInfo(store.path).fileName();
-        copyStore(store, target, blockDone);
-        requireWhole({target, store.key});
+    const Stores copied = storesOfCopy(stores, folder);
+    for (const CopiedStore store : allCopied) {
+        const StoreFile& copy = fileOf(copied, store);
+        copyStore(fileOf(stores, store), copy.path, blockDone);
+        requireWhole(copy);
+        readCounts(store, copy);
     }
-    readCounts(storesOfCopy(stores, folder));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "exchange/store_check.h"
 
+#include <QFileInfo>
+
 #include "store/recordset.h"
 #include "store/store_error.h"
 
@@ -9,41 +11,102 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-qint64 number(Connection& store, const QString& query) {
-    return Recordset(store, query).value(0).toInteger();
+const QList<StoreCount> mainCounts = {
+    {u"主题"_s, u"%1 个主题"_s, u"select count(distinct zhutiname) from dzhzhuti"_s},
+    {u"条数"_s, u"%1 条"_s, u"select count(*) from dzhzhuti"_s},
+    {u"股票"_s, u"%1 只股票"_s, u"select count(*) from dmb"_s},
+    {u"监控"_s, u"%1 个监控"_s,
+     u"select (select count(*) from zhutijiankong)+(select count(*) from gegujiankong)"_s}};
+const QList<StoreCount> articleCounts = {
+    {u"文章"_s, u"%1 篇文章"_s, u"select count(*) from wenzhang"_s}};
+const QList<StoreCount> heatCounts = {
+    {u"新闻"_s, u"%1 条新闻数量"_s, u"select count(*) from xinwenshul"_s},
+    {u"商品"_s, u"%1 种商品"_s, u"select count(*) from shopname"_s}};
+
+QString faultWords(CopiedStore store, StoreFault fault) {
+    switch (fault) {
+        case StoreFault::damaged:
+            return u"已损坏"_s;
+        case StoreFault::notADatabase:
+            return u"已损坏，或者密码不对"_s;
+        case StoreFault::busy:
+            return u"正被其他程序占用"_s;
+        case StoreFault::other:
+            return u"不是"_s + wordOf(store);
+        default:
+            return u"读不出来，请检查磁盘和访问权限"_s;
+    }
+}
+
+QString faultOf(CopiedStore store, const StoreFile& file, const StoreError& failure) {
+    const QFileInfo info(file.path);
+    if (!info.exists()) {
+        return u"没有这个文件"_s;
+    }
+    return info.size() == 0 ? u"是空文件"_s : faultWords(store, failure.fault());
 }
 
 }  // namespace
 
-QString StoreCounts::words() const {
-    return u"%1 个主题，%2 条，%3 只股票，%4 篇文章，%5 个监控"_s.arg(themes)
-        .arg(memberships)
-        .arg(stocks)
-        .arg(articles)
-        .arg(monitors);
+const QList<StoreCount>& countsOf(CopiedStore store) {
+    switch (store) {
+        case CopiedStore::article:
+            return articleCounts;
+        case CopiedStore::heat:
+            return heatCounts;
+        case CopiedStore::main:
+            break;
+    }
+    return mainCounts;
 }
 
-void requireWhole(const StoreFile& store) {
-    Connection connection = store.open();
+void requireWhole(const StoreFile& file) {
+    Connection connection = file.open();
     const QString check = u"pragma quick_check(1)"_s;
     const QString result = Recordset(connection, check).value(0).toText();
-    if (result != u"ok"_s) {
-        throw StoreError(result, store.path, check, StoreFault::damaged);
+    // The library takes a file of no bytes for a store without tables.
+    if (result != u"ok"_s || QFileInfo(file.path).size() == 0) {
+        throw StoreError(result, file.path, check, StoreFault::damaged);
     }
 }
 
-StoreCounts readCounts(const Stores& stores) {
-    StoreCounts counts;
-    Connection main = stores.main.open();
-    counts.themes = number(main, u"select count(distinct zhutiname) from dzhzhuti"_s);
-    counts.memberships = number(main, u"select count(*) from dzhzhuti"_s);
-    counts.stocks = number(main, u"select count(*) from dmb"_s);
-    counts.monitors = number(main,
-                             u"select (select count(*) from zhutijiankong)+"
-                             u"(select count(*) from gegujiankong)"_s);
-    Connection article = stores.article.open();
-    counts.articles = number(article, u"select count(*) from wenzhang"_s);
+QList<qint64> readCounts(CopiedStore store, const StoreFile& file) {
+    Connection connection = file.open();
+    QList<qint64> counts;
+    for (const StoreCount& count : countsOf(store)) {
+        counts << Recordset(connection, count.query).value(0).toInteger();
+    }
     return counts;
+}
+
+QString StoreContent::words(CopiedStore store) const {
+    if (!isReadable()) {
+        return u"不能读取（"_s + fault + u"）"_s;
+    }
+    QStringList words;
+    for (qsizetype it = 0; it < counts.size(); ++it) {
+        words << countsOf(store)[it].words.arg(counts[it]);
+    }
+    return words.join(u'，');
+}
+
+StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look) {
+    try {
+        if (look == Look::whole) {
+            requireWhole(file);
+        }
+        return {{}, readCounts(store, file)};
+    } catch (const StoreError& failure) {
+        return {faultOf(store, file, failure), {}};
+    }
+}
+
+StoreContents contentsOf(const QList<CopiedStore>& wanted, const Stores& stores, Look look) {
+    StoreContents contents;
+    for (const CopiedStore store : wanted) {
+        contents[store] = contentOf(store, fileOf(stores, store), look);
+    }
+    return contents;
 }
 
 }  // namespace guanchao

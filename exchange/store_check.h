@@ -1,27 +1,41 @@
-// Whether stores are whole, and how much is in them.
+// Whether the stores that are copied are whole, and how much is in them.
 #pragma once
 
+#include <QList>
+#include <QMap>
 #include <QString>
 
-#include "store/stores.h"
+#include "exchange/kept_copies.h"
 
 namespace guanchao {
 
-struct StoreCounts {
-    qint64 themes = 0;
-    qint64 memberships = 0;
-    qint64 stocks = 0;
-    qint64 articles = 0;
-    qint64 monitors = 0;
+// One of the numbers by which a user knows a store.
+struct StoreCount {
+    QString title;  // 主题
+    QString words;  // %1 个主题
+    QString query;
+};
+const QList<StoreCount>& countsOf(CopiedStore store);
 
-    // 600 个主题，40000 条，5400 只股票，120 篇文章，3 个监控
-    QString words() const;
+// Both raise StoreError if the store can't be opened by its key; the first also if it is damaged
+// anywhere, or has no bytes.
+void requireWhole(const StoreFile& file);
+QList<qint64> readCounts(CopiedStore store, const StoreFile& file);
+
+struct StoreContent {
+    QString fault;         // why it can't be read: 已损坏; empty if it can
+    QList<qint64> counts;  // in the order of countsOf
+
+    bool isReadable() const { return fault.isEmpty(); }
+    // 600 个主题，40000 条，5400 只股票，3 个监控; 不能读取（已损坏）
+    QString words(CopiedStore store) const;
 };
 
-// Raises StoreError if the store can't be opened by its key, or is damaged.
-void requireWhole(const StoreFile& store);
+// The quick look reads the counts alone.
+enum class Look : std::uint8_t { quick, whole };
+StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look);
 
-// Of the main and the article store. Raises StoreError.
-StoreCounts readCounts(const Stores& stores);
+using StoreContents = QMap<CopiedStore, StoreContent>;
+StoreContents contentsOf(const QList<CopiedStore>& wanted, const Stores& stores, Look look);
 
 }  // namespace guanchao

@@ -1,3 +1,4 @@
+#include <QCheckBox>
 #include <QProgressBar>
 
 #include "exchange/form_restore.h"
@@ -37,19 +38,44 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
     trigger(u"刷新"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).rows(), 2);
 
+    ASSERT_TRUE(copies.mkdir(u"2026-11-20"_s));
+    ASSERT_TRUE(QFile::resize(copies.filePath(u"2026-11-24/wenzhang.mzdat"_s), 0));
+    stores_.article.open().execute(u"insert into wenzhang(biaoti) values('今天')"_s);
     trigger(u"恢复"_s);
     QPointer<FormRestore> window = shownWindow<FormRestore>();
     ASSERT_TRUE(window);
     GridView& list = *child<GridView>(window, u"copies"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return gridOf(list).rows() == 3; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gridOf(list).rows() == 4; }));
     auto* restore = child<QPushButton>(window, u"restore"_s);
+    auto* why = child<QLabel>(window, u"unreadable"_s);
+    const auto boxes = [&] {
+        QString marks;
+        for (const QString& name : {u"mainStore"_s, u"articleStore"_s, u"heatStore"_s}) {
+            const auto* box = child<QCheckBox>(window, name);
+            marks += box->isChecked() ? u'+' : box->isEnabled() ? u'-' : u'x';
+        }
+        return marks;
+    };
     EXPECT_EQ(gridOf(list).markedRow(), 1);
+    EXPECT_EQ(boxes(), u"+++"_s);
+    child<QCheckBox>(window, u"heatStore"_s)->click();
     QTest::keyClick(&list, Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(boxes(), u"xxx"_s);
+    EXPECT_FALSE(restore->isEnabled());
+    EXPECT_TRUE(why->text().startsWith(u"主题库不能读取（没有这个文件），文章库"_s));
+    QTest::keyClick(&list, Qt::Key_Up);
+    EXPECT_EQ(boxes(), u"+x-"_s);
+    EXPECT_EQ(why->text(), u"文章库不能读取（是空文件）"_s);
+    EXPECT_EQ(gridOf(list).textMatrix(2, 9), u"不能读取"_s);
     restore->click();
     ASSERT_TRUE(QTest::qWaitFor([&] { return grid(u"MSHFlexGrid1"_s).rows() == 3; }));
     EXPECT_TRUE(dialogs_.shown[0].contains(u"现在有：1 个主题，1 条"_s));
     EXPECT_TRUE(dialogs_.shown[0].contains(u"备份里有：2 个主题，2 条"_s));
-    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"观潮台|已恢复备份 2026-11-24"_s));
+    EXPECT_TRUE(dialogs_.shown[0].contains(u"文章库不换，现在有：1 篇文章"_s));
+    EXPECT_TRUE(dialogs_.shown[1].startsWith(u"观潮台|已恢复备份 2026-11-24 的主题库。"_s));
+    EXPECT_EQ(TestStores::rows(stores_.article, u"select biaoti from wenzhang"_s),
+              QStringList{u"今天"_s});
     EXPECT_FALSE(shownWindow<FormRestore>());
     EXPECT_EQ(globals_.hqmang, 0);
     EXPECT_TRUE(copies.exists(u"2026-11-25 10.00.00 恢复前"_s));
@@ -60,7 +86,7 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
 
     processes_.running = QStringList{u"caijiqi.exe"_s};
     trigger(u"恢复"_s);
-    emit shownWindow<FormRestore>()->agreed(u"2026-11-24"_s);
+    emit shownWindow<FormRestore>()->agreed({u"2026-11-24"_s, {CopiedStore::main}});
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
     EXPECT_EQ(failures_.texts, QStringList());
 }

@@ -141,7 +141,8 @@ private:
     // The copy that the argument names.
     QCoro::Task<> restore(std::stop_token stop) {
         const auto prepare = [this](ExchangeWork& work) {
-            return prepareRestore(stores_, copiesFolder(folder_), argument(0), clock_.now(), work);
+            return prepareRestore(stores_, copiesFolder(folder_), {argument(0), allCopied},
+                                  clock_.now(), work);
         };
         const std::optional<ReadyStores> ready = co_await exchange_.run(u"恢复"_s, prepare, stop);
         const auto take = [this, &ready] { takeTheirPlace(stores_, *ready); };

@@ -22,9 +22,9 @@ protected:
             store_.stores, folder_, clock_.now().date(), [this](const QString&) { return free_; },
             [] {});
     }
-    ReadyStores prepare(const QString& copy) {
+    ReadyStores prepare(const QString& copy, const QList<CopiedStore>& wanted = allCopied) {
         ExchangeWork work({}, {});
-        return prepareRestore(store_.stores, folder_, copy, clock_.now(), work);
+        return prepareRestore(store_.stores, folder_, {copy, wanted}, clock_.now(), work);
     }
     QString refusal(const std::function<void()>& step) {
         try {
@@ -38,8 +38,17 @@ protected:
         return QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     }
     QStringList themes() { return store_.rows(u"select zhutiname from dzhzhuti order by rowid"_s); }
-    StoreCounts countsOf(const QString& copy) {
-        return readCounts(storesOfCopy(store_.stores, folder_ + copy + u'/'));
+    Stores copied(const QString& copy) const {
+        return storesOfCopy(store_.stores, folder_ + copy + u'/');
+    }
+    qint64 themesIn(const QString& copy) {
+        return readCounts(CopiedStore::main, copied(copy).main)[0];
+    }
+    static void ruin(const QString& path, qint64 from) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.seek(from);
+        file.write(QByteArray(static_cast<int>(file.size() - from), 'x'));
     }
 
     const QString folder_ = store_.folder() + u"备份/"_s;
@@ -99,12 +108,12 @@ TEST_F(StoreBackupTest, EachDayHasOneWholeCopyAndWhatIsInTheWayIsTold) {
     addTheme(u"银行"_s);
     EXPECT_FALSE(makeToday());
     EXPECT_EQ(names(), QStringList{u"2026-11-24"_s});
-    EXPECT_EQ(countsOf(u"2026-11-24"_s).themes, 1) << "of the morning";
+    EXPECT_EQ(themesIn(u"2026-11-24"_s), 1) << "of the morning";
     EXPECT_EQ(QDir(folder_ + u"2026-11-24"_s).entryList(QDir::Files, QDir::Name),
               QStringList({u"caijiqi.mzdat"_s, u"dzhzhuti.mzdat"_s, u"wenzhang.mzdat"_s}));
     clock_.moment = clock_.moment.addDays(1);
     EXPECT_TRUE(makeToday());
-    EXPECT_EQ(countsOf(u"2026-11-25"_s).themes, 2);
+    EXPECT_EQ(themesIn(u"2026-11-25"_s), 2);
     EXPECT_GT(keptCopies(folder_).first().bytes, 0);
 
     const qint64 page =
@@ -159,6 +168,24 @@ TEST_F(StoreBackupTest, ARestoreBringsACopyBackAndKeepsWhatItReplaces) {
     EXPECT_EQ(articleRows(u"select biaoti from wenzhang"_s), QStringList{u"新"_s});
 }
 
+TEST_F(StoreBackupTest, OnlyTheChosenStoresAreTaken) {
+    makeToday();
+    store_.run({u"delete from dzhzhuti"_s});
+    runArticle(u"insert into wenzhang(biaoti) values('新')"_s);
+    ruin(copied(u"2026-11-24"_s).article.path, 0);
+    const ReadyStores ready = prepare(u"2026-11-24"_s, {CopiedStore::main});
+    runArticle(u"insert into wenzhang(biaoti) values('更新')"_s);
+    takeTheirPlace(store_.stores, ready);
+    EXPECT_EQ(themes(), QStringList{u"白酒"_s});
+    EXPECT_EQ(articleRows(u"select biaoti from wenzhang"_s), QStringList({u"新"_s, u"更新"_s}));
+    const QString before = u"2026-11-24 10.00.00 恢复前"_s;
+    ruin(copied(before).main.path, 0);
+    clock_.moment = clock_.moment.addSecs(60);
+    takeTheirPlace(store_.stores, prepare(before, {CopiedStore::article}));
+    EXPECT_EQ(articleRows(u"select biaoti from wenzhang"_s), QStringList{u"新"_s});
+    EXPECT_EQ(themes(), QStringList{u"白酒"_s});
+}
+
 TEST_F(StoreBackupTest, WhatFailsLeavesTheStoresThatAreThere) {
     makeToday();
     const QString copy = folder_ + u"2026-11-24/"_s;
@@ -177,20 +204,27 @@ TEST_F(StoreBackupTest, WhatFailsLeavesTheStoresThatAreThere) {
     }
     dropReady(again);
 
-    rekey(copy + u"wenzhang.mzdat"_s, store_.stores.article.key, u"old"_s);
-    EXPECT_EQ(
-        refusal([&] { prepare(u"2026-11-24"_s); }),
-        u"备份 2026-11-24 的 wenzhang.mzdat 不能用现在的密码打开，可能是改密码以前的备份。"_s);
-    QFile main(copy + u"dzhzhuti.mzdat"_s);
-    ASSERT_TRUE(main.open(QIODevice::ReadWrite));
-    main.seek(4096);
-    main.write(QByteArray(static_cast<int>(main.size()) - 4096, 'x'));
-    main.close();
-    EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s); }),
-              u"备份 2026-11-24 的 dzhzhuti.mzdat 已损坏，请另选一份备份。"_s);
-    QFile::remove(copy + u"dzhzhuti.mzdat"_s);
-    EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s); }),
-              u"备份 2026-11-24 的 dzhzhuti.mzdat 不在了。"_s);
+    const QString main = copy + u"dzhzhuti.mzdat"_s;
+    const struct {
+        std::function<void()> spoil;
+        CopiedStore store;
+        QString words;
+    } cases[] = {
+        {[&] { rekey(copy + u"wenzhang.mzdat"_s, store_.stores.article.key, u"old"_s); },
+         CopiedStore::article, u"文章库不能读取（已损坏，或者密码不对）"_s},
+        {[&] { ruin(main, 4096); }, CopiedStore::main, u"主题库不能读取（已损坏）"_s},
+        {[&] { QFile::resize(main, 0); }, CopiedStore::main, u"主题库不能读取（是空文件）"_s},
+        {[&] { QFile::remove(main); }, CopiedStore::main, u"主题库不能读取（没有这个文件）"_s},
+        {[&] { createStore(main, {}, u"create table other (a)"_s); }, CopiedStore::main,
+         u"主题库不能读取（不是主题库）"_s},
+    };
+    for (const auto& it : cases) {
+        it.spoil();
+        EXPECT_EQ(refusal([&] { prepare(u"2026-11-24"_s, {it.store}); }),
+                  u"备份 2026-11-24 的"_s + it.words + u"，请另选一份备份。"_s);
+        const StoreContents found = contentsOf(allCopied, copied(u"2026-11-24"_s), Look::quick);
+        EXPECT_TRUE(found[CopiedStore::heat].isReadable());
+    }
     EXPECT_EQ(themes(), QStringList({u"白酒"_s, u"银行"_s, u"新"_s}));
     EXPECT_EQ(names().filter(u"恢复"_s).filter(u"恢复前"_s).size(),
               names().filter(u"恢复"_s).size());
