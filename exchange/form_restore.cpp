@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QStringList firstTitles = {u"序号"_s, u"日期"_s, u"时间"_s, u"来源"_s, u"大小"_s};
-const QList<int> firstWidths = {600, 1500, 1100, 1300, 1100};
+const QList<int> firstWidths = {600, 1200, 1100, 1100, 1000};
 constexpr int countWidth = 900;
 
 const QString unreadable = u"不能读取"_s;

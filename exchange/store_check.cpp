@@ -23,12 +23,12 @@ const QList<StoreCount> heatCounts = {
     {u"新闻"_s, u"%1 条新闻数量"_s, u"select count(*) from xinwenshul"_s},
     {u"商品"_s, u"%1 种商品"_s, u"select count(*) from shopname"_s}};
 
-QString faultWords(CopiedStore store, StoreFault fault) {
+QString faultWords(CopiedStore store, const StoreFile& file, StoreFault fault) {
     switch (fault) {
         case StoreFault::damaged:
             return u"已损坏"_s;
         case StoreFault::notADatabase:
-            return u"已损坏，或者密码不对"_s;
+            return file.key.isEmpty() ? u"已损坏"_s : u"已损坏，或者密码不对"_s;
         case StoreFault::busy:
             return u"正被其他程序占用"_s;
         case StoreFault::other:
@@ -43,7 +43,7 @@ QString faultOf(CopiedStore store, const StoreFile& file, const StoreError& fail
     if (!info.exists()) {
         return u"没有这个文件"_s;
     }
-    return info.size() == 0 ? u"是空文件"_s : faultWords(store, failure.fault());
+    return info.size() == 0 ? u"是空文件"_s : faultWords(store, file, failure.fault());
 }
 
 }  // namespace
