@@ -4,7 +4,7 @@
 #include <QFile>
 
 #include "base/values.h"
-#include "tools/history_builder/history_builder.h"
+#include "research/history_store.h"
 
 namespace guanchao {
 

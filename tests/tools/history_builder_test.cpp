@@ -1,4 +1,5 @@
-#include "tools/history_builder/history_builder.h"
+#include "research/history_store.h"
+#include "tools/history_builder/day_rows.h"
 
 #include <QTemporaryDir>
 

@@ -3,30 +3,12 @@
 // high, low, close, former close, volume, turnover, adjustment factor). Prices in yuan.
 #pragma once
 
-#include <QDate>
 #include <QList>
 #include <QString>
 
+#include "research/day_row.h"
+
 namespace guanchao {
-
-// Prices in hundredths of a yuan.
-struct DayRow {
-    QString dm;
-    QDate day;
-    qint64 open = 0;
-    qint64 high = 0;
-    qint64 low = 0;
-    qint64 close = 0;
-    qint64 formerClose = 0;
-    double volume = 0;
-    double turnover = 0;
-    double factor = 1;  // 复权因子: the price times this is the adjusted price
-};
-
-struct ThemeMember {
-    QString theme;
-    QString dm;
-};
 
 // Raise std::runtime_error, in Chinese and with the line's number, for a file that can't be read
 // and for the first bad row.

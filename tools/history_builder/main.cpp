@@ -4,7 +4,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
-#include "tools/history_builder/history_builder.h"
+#include "research/history_store.h"
+#include "tools/history_builder/day_rows.h"
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);

@@ -9,7 +9,7 @@
 #include <set>
 #include <vector>
 
-#include "tools/history_builder/history_builder.h"
+#include "research/history_store.h"
 #include "tools/market_scale/market_scale.h"
 
 namespace guanchao {

@@ -7,8 +7,8 @@
 #include <QTextStream>
 #include <stdexcept>
 
+#include "research/history_store.h"
 #include "store/stores.h"
-#include "tools/history_builder/history_builder.h"
 #include "tools/practice_history/practice_history.h"
 
 namespace guanchao {

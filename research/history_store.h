@@ -7,7 +7,7 @@
 #include <QString>
 #include <optional>
 
-#include "tools/history_builder/day_rows.h"
+#include "research/day_row.h"
 
 namespace guanchao {
 

@@ -1,4 +1,4 @@
-#include "tools/history_builder/history_builder.h"
+#include "research/history_store.h"
 
 #include <QDir>
 #include <QFileInfo>
