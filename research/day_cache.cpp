@@ -14,9 +14,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The kind of history whose prices the factors belong to.
-const QString pricesWithFactors = u"sina"_s;
-
 QDate dayOf(Connection& store, const QString& query) {
     const Recordset result(store, query);
     return QDate::fromString(result.value(0).toText().left(10), Qt::ISODate);

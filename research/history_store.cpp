@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
+#include <algorithm>
 #include <functional>
 
 #include "base/values.h"
@@ -43,9 +44,11 @@ QSet<QString> daysIn(Connection& store, const QString& source) {
     return days;
 }
 
-// The rows of a code that `source`, a table with or without a condition, lacks.
+// The rows of a code that `source` lacks: a table and the beginning of a condition.
 QList<DayRow> missingDays(Connection& store, const QString& source, const QList<DayRow>& rows) {
-    QSet<QString> known = daysIn(store, source);
+    const auto oldest = std::ranges::min_element(rows, {}, &DayRow::day);
+    const QString oldestDay = oldest == rows.end() ? QString() : dateText(oldest->day);
+    QSet<QString> known = daysIn(store, source + u" date(shijian)>="_s + quoted(oldestDay));
     QList<DayRow> missing;
     for (const DayRow& row : rows) {
         const QString day = dateText(row.day);
@@ -65,7 +68,7 @@ int addStockTables(Connection& store, const DaysByCode& codes) {
         store.execute(u"create index if not exists "_s + dm + u"_shijian on "_s + dm +
                       u" (date(shijian))"_s);
         BoundInsert insert(store, u"insert into "_s + dm + u" values(?,?,?,?,?,?,?,?,?)"_s);
-        for (const DayRow& row : missingDays(store, dm, code.value())) {
+        for (const DayRow& row : missingDays(store, dm + u" where"_s, code.value())) {
             insert.row(valuesOf(row));
             ++added;
         }
@@ -79,7 +82,7 @@ void addMarketTable(Connection& store, const DaysByCode& codes) {
     store.execute(u"create index if not exists geguhq_dm on geguhq (dm,date(shijian))"_s);
     BoundInsert insert(store, u"insert into geguhq values(?,?,?,?,?,?,?,?,?,?)"_s);
     for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
-        const QString source = u"geguhq where dm="_s + quoted(code.key());
+        const QString source = u"geguhq where dm="_s + quoted(code.key()) + u" and"_s;
         if (isIndex(code.key())) {
             continue;
         }
@@ -103,6 +106,54 @@ void addThemes(Connection& store, const std::optional<QList<ThemeMember>>& theme
     }
 }
 
+// dm, cong 从 and dao 到.
+void noteAsked(Connection& store, const DayRanges& asked) {
+    if (asked.isEmpty()) {
+        return;
+    }
+    store.execute(
+        u"create table if not exists lishifanwei (dm text primary key,cong text,dao text)"_s);
+    BoundInsert insert(store, u"insert or replace into lishifanwei(dm,cong,dao) values(?,?,?)"_s);
+    for (auto code = asked.cbegin(); code != asked.cend(); ++code) {
+        insert.row({code.key(), dateText(code->first), dateText(code->last)});
+    }
+}
+
+QDate dayIn(const Recordset& rows, int field) {
+    return QDate::fromString(rows.value(field).toText(), Qt::ISODate);
+}
+
+// 0 for none, as other programs leave it.
+double numberIn(const Recordset& rows, int field) {
+    const Value& value = rows.value(field);
+    return value.isNull() ? 0 : value.toNumber();
+}
+
+qint64 wholeIn(const Recordset& rows, int field) {
+    return static_cast<qint64>(roundToWhole(numberIn(rows, field)));
+}
+
+QList<DayRow> storedRows(Connection& history, const QString& dm) {
+    QList<DayRow> days;
+    for (Recordset rows(history,
+                        u"select date(shijian),kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,"
+                        u"fuquanyz from "_s +
+                            dm + u" order by date(shijian)"_s);
+         !rows.atEnd(); rows.moveNext()) {
+        days << DayRow{dm,
+                       dayIn(rows, 0),
+                       wholeIn(rows, 1),
+                       wholeIn(rows, 2),
+                       wholeIn(rows, 3),
+                       wholeIn(rows, 4),
+                       wholeIn(rows, 5),
+                       numberIn(rows, 6),
+                       numberIn(rows, 7),
+                       numberIn(rows, 8)};
+    }
+    return days;
+}
+
 void inOneTransaction(const QString& path, const std::function<void(Connection&)>& fill) {
     Connection store(path, {});
     Transaction transaction(store);
@@ -123,10 +174,18 @@ void write(const QString& path, const std::function<void(Connection&)>& fill) {
     });
 }
 
+void addToSecond(const QString& path, const DaysByCode& codes, const DayRanges& asked) {
+    write(path, [&](Connection& store) {
+        store.execute(u"create table if not exists nishihq2 ("_s + dayColumns + u")"_s);
+        addStockTables(store, codes);
+        noteAsked(store, asked);
+    });
+}
+
 }  // namespace
 
 int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
-                 const std::optional<QList<ThemeMember>>& themes) {
+                 const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked) {
     DaysByCode codes;
     for (const DayRow& row : days) {
         codes[row.dm] << row;
@@ -136,12 +195,48 @@ int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
         added = addStockTables(store, codes);
         addMarketTable(store, codes);
         addThemes(store, themes);
+        noteAsked(store, asked);
     });
-    write(files.second, [&](Connection& store) {
-        store.execute(u"create table if not exists nishihq2 ("_s + dayColumns + u")"_s);
-        addStockTables(store, codes);
-    });
+    addToSecond(files.second, codes, asked);
     return added;
+}
+
+void levelSecond(const HistoryFiles& files, const QStringList& codes) {
+    Connection first(files.first, {});
+    const QSet<QString> tables = tablesOf(first);
+    const DayRanges allAsked = askedRanges(first);
+    DaysByCode days;
+    DayRanges asked;
+    for (const QString& dm : codes) {
+        if (tables.contains(dm)) {
+            days[dm] = storedRows(first, dm);
+        }
+        if (allAsked.contains(dm)) {
+            asked[dm] = allAsked[dm];
+        }
+    }
+    addToSecond(files.second, days, asked);
+}
+
+QSet<QString> tablesOf(Connection& history) {
+    QSet<QString> tables;
+    for (Recordset names(history, u"select name from sqlite_master where type='table'"_s);
+         !names.atEnd(); names.moveNext()) {
+        tables << names.value(0).toText().toUpper();
+    }
+    return tables;
+}
+
+DayRanges askedRanges(Connection& history) {
+    DayRanges ranges;
+    if (!tablesOf(history).contains(u"LISHIFANWEI"_s)) {
+        return ranges;
+    }
+    for (Recordset rows(history, u"select dm,cong,dao from lishifanwei"_s); !rows.atEnd();
+         rows.moveNext()) {
+        ranges[rows.value(0).toText()] = {dayIn(rows, 1), dayIn(rows, 2)};
+    }
+    return ranges;
 }
 
 void dropIndexes(const QString& path) {

@@ -1,13 +1,19 @@
 // Makes the two history databases, or adds new days to them. The first holds a table for each
 // stock, geguhq with the days of all stocks and dzhzhuti with the themes; the second a table for
-// each stock and the empty nishihq2. Prices in hundredths of a yuan.
+// each stock and the empty nishihq2. Prices in hundredths of a yuan. Both may hold lishifanwei
+// (历史范围), over which days the services have been asked for a code: a day of that range without
+// a row is one on which it was not traded.
 #pragma once
 
 #include <QList>
+#include <QMap>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 #include "research/day_row.h"
+#include "store/connection.h"
 
 namespace guanchao {
 
@@ -16,13 +22,34 @@ struct HistoryFiles {
     QString second;
 };
 
-// Writes the days that are not there, each code and day once, and puts the themes, if given, in the
-// place of those that are there. A file is made if it is missing and gets the indexes that it
-// lacks. Returns how many days the first file got. Raises StoreError and std::runtime_error: the
-// file in work is then as it was; days that the first file has got come into the second the next
-// time.
+struct DayRange {
+    QDate first;  // none without one
+    QDate last;
+
+    bool isNull() const { return first.isNull(); }
+    bool holds(const QDate& day) const { return !isNull() && first <= day && day <= last; }
+    bool operator==(const DayRange&) const = default;
+};
+
+// By code.
+using DayRanges = QMap<QString, DayRange>;
+
+// Writes the days that are not there, each code and day once, puts the themes, if given, in the
+// place of those that are there, and the ranges in the place of those of their codes. A file is
+// made if it is missing and gets the indexes that it lacks. Returns how many days the first file
+// got. Raises StoreError and std::runtime_error: the file in work is then as it was; days that the
+// first file has got come into the second the next time.
 int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
-                 const std::optional<QList<ThemeMember>>& themes);
+                 const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked = {});
+
+// Gives the second file what the first has of these codes and it lacks. Raises StoreError.
+void levelSecond(const HistoryFiles& files, const QStringList& codes);
+
+// What services have been asked for, of a file in which no table may tell.
+DayRanges askedRanges(Connection& history);
+
+// The tables of a file, in upper case.
+QSet<QString> tablesOf(Connection& history);
 
 // Leaves a history as one that another program has made: without indexes.
 void dropIndexes(const QString& path);

@@ -18,6 +18,9 @@
 
 namespace guanchao {
 
+// The kind of history to whose prices they belong.
+inline const QString pricesWithFactors = QStringLiteral("sina");
+
 struct Factor {
     QDate day;
     double factor = 1;

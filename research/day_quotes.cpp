@@ -1,0 +1,77 @@
+#include "research/day_quotes.h"
+
+#include "base/activity.h"
+#include "formats/gbk.h"
+#include "services/quote_reply.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype codesPerRequest = 99;
+const QTime marketClose(15, 0);
+
+// The service cuts its reply to a lone code.
+QString listOf(const QStringList& codes) {
+    const QString list = codes.join(u',').toLower() + u',';
+    const QString companion = list == u"sh000001,"_s ? u"sz399001,"_s : u"sh000001,"_s;
+    return codes.size() == 1 ? list + companion : list;
+}
+
+QDateTime momentOf(const QuoteRow& row) {
+    return QDateTime(QDate::fromString(row.text(field::day), Qt::ISODate),
+                     QTime::fromString(row.text(field::time).left(8), u"hh:mm:ss"_s));
+}
+
+DayQuote dayQuote(const QuoteRow& row) {
+    return {row.dm(),
+            momentOf(row),
+            row.number(field::open),
+            row.number(field::high),
+            row.number(field::low),
+            row.number(field::latest),
+            row.number(field::formerClose),
+            row.number(field::volume),
+            row.number(field::amount)};
+}
+
+// One that breaks off or holds no numbers is left to the history.
+void addQuotes(const QByteArray& body, const QStringList& codes, QList<DayQuote>& quotes) {
+    for (const QuoteRow& row : quoteRows(textFromGbk(body))) {
+        if (!codes.contains(row.dm()) || row.lastIndex() < field::time) {
+            continue;
+        }
+        try {
+            quotes << dayQuote(row);
+        } catch (const OperationError&) {
+            continue;
+        }
+    }
+}
+
+}  // namespace
+
+bool DayQuote::isOfClose() const {
+    const bool isTraded = volume > 0 && open > 0 && low > 0;
+    const bool fits = close >= low && close <= high && open >= low && open <= high;
+    return moment.isValid() && moment.time() >= marketClose && isTraded && fits;
+}
+
+QCoro::Task<QList<DayQuote>> DayQuotes::fetch(QStringList codes, Note note,
+                                              std::stop_token stop) const {
+    QList<DayQuote> quotes;
+    for (qsizetype at = 0; at < codes.size(); at += codesPerRequest) {
+        const QStringList batch = codes.mid(at, codesPerRequest);
+        const HttpReply reply = co_await http_.get(service_, u"/list="_s + listOf(batch), stop);
+        if (!reply.answered()) {
+            break;
+        }
+        addQuotes(reply.body, batch, quotes);
+        note(static_cast<int>(at + batch.size()));
+    }
+    co_return quotes;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,163 @@
+#include "research/history_state.h"
+
+#include <QFileInfo>
+#include <QSet>
+#include <algorithm>
+
+#include "base/values.h"
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QDate dayIn(const Recordset& rows, int field) {
+    return QDate::fromString(rows.value(field).toText(), Qt::ISODate);
+}
+
+QList<QDate> daysOf(Connection& history, const QString& dm, const QString& condition) {
+    QList<QDate> days;
+    for (Recordset rows(history, u"select date(shijian) from "_s + dm + condition +
+                                     u" order by date(shijian)"_s);
+         !rows.atEnd(); rows.moveNext()) {
+        days << dayIn(rows, 0);
+    }
+    return days;
+}
+
+// The tables and ranges of one file.
+class File {
+public:
+    explicit File(const QString& path)
+        : connection_(path, {}), tables_(tablesOf(connection_)), asked_(askedRanges(connection_)) {}
+
+    StoredDays stored(const QString& dm) {
+        StoredDays stored;
+        stored.asked = asked_.value(dm);
+        if (tables_.contains(dm)) {
+            const Recordset row(
+                connection_,
+                u"select min(date(shijian)),max(date(shijian)),count(date(shijian)) from "_s + dm);
+            stored.first = dayIn(row, 0);
+            stored.last = dayIn(row, 1);
+            stored.count = static_cast<int>(row.value(2).toInteger());
+        }
+        return stored;
+    }
+
+    int gaps(const QString& dm, const StoredDays& stored, const QList<QDate>& marketDays) {
+        const auto first = std::ranges::lower_bound(marketDays, stored.first);
+        const auto unasked = std::count_if(
+            first, marketDays.end(), [&](const QDate& day) { return !stored.asked.holds(day); });
+        if (stored.count == 0 || unasked == 0) {
+            return 0;
+        }
+        const QString outside =
+            stored.asked.isNull()
+                ? QString()
+                : u" where date(shijian)<"_s + quoted(dateText(stored.asked.first)) +
+                      u" or date(shijian)>"_s + quoted(dateText(stored.asked.last));
+        const Recordset row(connection_, u"select count(*) from "_s + dm + outside);
+        return std::max(0, static_cast<int>(unasked - row.value(0).toInteger()));
+    }
+
+    QList<QDate> marketDays() {
+        return tables_.contains(leadingIndex) ? daysOf(connection_, leadingIndex, {})
+                                              : QList<QDate>();
+    }
+
+private:
+    Connection connection_;
+    QSet<QString> tables_;
+    DayRanges asked_;
+};
+
+// A second file is only behind where the first has more.
+bool isBehind(const StoredDays& second, const StoredDays& first) {
+    return second.count < first.count || second.last < first.last || second.asked != first.asked;
+}
+
+std::optional<Neighbour> neighbour(Connection& history, const QString& dm,
+                                   const QString& condition) {
+    const Recordset row(history, u"select date(shijian),sp,fuquanyz from "_s + dm + condition);
+    if (row.atEnd()) {
+        return std::nullopt;
+    }
+    return Neighbour{dayIn(row, 0), static_cast<qint64>(roundToWhole(row.value(1).toNumber())),
+                     row.value(2).toNumber()};
+}
+
+}  // namespace
+
+HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
+                              const BetweenCodes& between) {
+    HistoryState state;
+    state.bytes = QFileInfo(files.first).size() + QFileInfo(files.second).size();
+    if (!QFileInfo::exists(files.first)) {
+        return state;
+    }
+    File first(files.first);
+    std::optional<File> second;
+    if (QFileInfo::exists(files.second)) {
+        second.emplace(files.second);
+    }
+    state.marketDays = first.marketDays();
+    for (const QString& dm : codes) {
+        between();
+        StoredDays stored = first.stored(dm);
+        stored.gaps = first.gaps(dm, stored, state.marketDays);
+        state.codes[dm] = stored;
+        if (isBehind(second ? second->stored(dm) : StoredDays(), stored)) {
+            state.behind << dm;
+        }
+    }
+    return state;
+}
+
+std::optional<Neighbour> neighbourBefore(Connection& history, const QString& dm, const QDate& day) {
+    return neighbour(history, dm,
+                     u" where date(shijian)<"_s + quoted(dateText(day)) +
+                         u" order by date(shijian) desc limit 1"_s);
+}
+
+DayRange joined(const DayRange& asked, const DayRange& then) {
+    const bool areApart =
+        asked.isNull() || asked.last.addDays(1) < then.first || then.last.addDays(1) < asked.first;
+    return areApart ? then
+                    : DayRange{std::min(asked.first, then.first), std::max(asked.last, then.last)};
+}
+
+std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const StoredDays& stored,
+                             const QList<QDate>& marketDays, const DayRange& wanted) {
+    const bool hasDays = stored.count > 0;
+    QList<QDate> missing;
+    std::ranges::copy_if(marketDays, std::back_inserter(missing), [&](const QDate& day) {
+        return wanted.holds(day) && !stored.asked.holds(day);
+    });
+    if (!missing.isEmpty() && hasDays) {
+        const QList<QDate> there =
+            daysOf(history, dm, u" where date(shijian)>="_s + quoted(dateText(missing.first())));
+        const QSet<QDate> known(there.cbegin(), there.cend());
+        missing.removeIf([&](const QDate& day) { return known.contains(day); });
+    }
+    if (missing.isEmpty()) {
+        return std::nullopt;
+    }
+    CodeGap gap = {dm,
+                   {missing.first(), missing.last()},
+                   joined(stored.asked, wanted),
+                   static_cast<int>(missing.size()),
+                   {},
+                   {}};
+    if (hasDays) {
+        gap.before = neighbourBefore(history, dm, gap.days.first);
+        gap.behind = neighbour(history, dm,
+                               u" where date(shijian)>"_s + quoted(dateText(gap.days.first)) +
+                                   u" order by date(shijian) limit 1"_s);
+    }
+    return gap;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,71 @@
+// What the history databases have, and what they still lack of the days that are wanted. A store
+// that can't be read raises StoreError.
+#pragma once
+
+#include <QDate>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+#include "research/history_store.h"
+
+namespace guanchao {
+
+// By the days of this index the market is told from the week-ends.
+inline const QString leadingIndex = QStringLiteral("SH000001");
+
+// Of one code.
+struct StoredDays {
+    QDate first;  // none without days
+    QDate last;
+    int count = 0;
+    DayRange asked;
+    int gaps = 0;  // market days from the first on without a row, for which nobody was asked
+};
+
+struct HistoryState {
+    QList<QDate> marketDays;  // of the index, oldest first
+    QHash<QString, StoredDays> codes;
+    QStringList behind;  // codes of which the second file lacks something
+    qint64 bytes = 0;    // of both files
+};
+
+// Called between two codes; what it raises ends the reading.
+using BetweenCodes = std::function<void()>;
+
+// Of files that may be missing.
+HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
+                              const BetweenCodes& between);
+
+// The last stored day before a gap, or the first one behind it: what new rows are joined to.
+struct Neighbour {
+    QDate day;
+    qint64 close = 0;  // in hundredths
+    double factor = 1;
+};
+
+// The days of a code to ask for, and what is known of it then.
+struct CodeGap {
+    QString dm;
+    DayRange days;
+    DayRange askedThen;
+    int missing = 0;  // market days
+    std::optional<Neighbour> before;
+    std::optional<Neighbour> behind;
+};
+
+// The gap of the code within the days that are wanted, from its first missing market day to its
+// last; nothing where none is missing.
+std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const StoredDays& stored,
+                             const QList<QDate>& marketDays, const DayRange& wanted);
+
+// The last day of a code before that day.
+std::optional<Neighbour> neighbourBefore(Connection& history, const QString& dm, const QDate& day);
+
+// Both together, or the later one where days are left between them.
+DayRange joined(const DayRange& asked, const DayRange& then);
+
+}  // namespace guanchao

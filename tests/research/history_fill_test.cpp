@@ -1,0 +1,287 @@
+#include "research/history_fill.h"
+
+#include <QFile>
+
+#include "tests/support/outcome_of.h"
+#include "tests/support/scripted_history.h"
+#include "tests/support/store_test.h"
+
+namespace guanchao {
+
+class HistoryFillTest : public StoreTest {
+protected:
+    HistoryFillTest() {
+        store_.stores.firstHistory = {store_.folder() + u"a/first"_s, {}};
+        store_.stores.secondHistory = {store_.folder() + u"a/second"_s, {}};
+        setDay(today_);
+        for (const QDate& day : days_) {
+            market_.closes[leadingIndex][day] = 3000;
+        }
+        market_.quotes[leadingIndex] = {3000, 3000};
+    }
+
+    // With the same close each day.
+    void list(const QString& dm, double close = 10) {
+        store_.addCode(dm, u"x"_s, 0, 0);
+        for (const QDate& day : days_) {
+            market_.closes[dm][day] = close;
+        }
+    }
+    // As many, from SH600100 on.
+    void listMany(int count) {
+        for (int it = 0; it < count; ++it) {
+            list(u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0')));
+        }
+    }
+
+    void setDay(const QDate& day) {
+        clock_.moment = QDateTime(day, QTime(16, 0));
+        market_.today = day;
+    }
+
+    FillTally fill(bool onlyNewDays = false) {
+        market_.asked.clear();
+        HistoryFill fill(
+            store_.stores, clock_, market_, services_, {1, onlyNewDays}, *control_,
+            [](const FillProgress&) {}, wait_);
+        const FillTally tally = endOf(fill.run({}));
+        control_ = std::make_unique<FillControl>();
+        return tally;
+    }
+    QStringList first(const QString& query) {
+        return TestStores::rows(store_.stores.firstHistory, query);
+    }
+    QStringList second(const QString& query) {
+        return TestStores::rows(store_.stores.secondHistory, query);
+    }
+    // Day of the month, close, former close and factor.
+    QStringList days(const QString& dm, const QString& from) {
+        const QString query =
+            u"select substr(shijian,9)||' '||sp||' '||qiansp||' '||round(fuquanyz,4) from %1"
+            u" where shijian>='%2' order by shijian"_s.arg(dm, from);
+        EXPECT_EQ(first(query), second(query)) << dm.toStdString();
+        return first(query);
+    }
+    int storedCodes() { return first(u"select count(distinct dm) from geguhq"_s)[0].toInt(); }
+
+    const QDate today_{2026, 11, 24};  // a Tuesday
+    const QList<QDate> days_ = ScriptedHistory::weekdays({2026, 11, 2}, today_);
+    ScriptedHistory market_;
+    Services services_ = ScriptedHistory::services();
+    std::unique_ptr<FillControl> control_ = std::make_unique<FillControl>();
+    QList<std::chrono::milliseconds> waits_;
+    HistoryFill::Wait wait_ = [this](std::chrono::milliseconds time,
+                                     std::stop_token) -> QCoro::Task<> {
+        waits_ << time;
+        co_return;
+    };
+};
+
+TEST_F(HistoryFillTest, BothFilesGetTheDaysWithTheirRealGains) {
+    list(u"SH600000"_s);
+    market_.closes[u"SH600000"_s][{2026, 11, 23}] = 8;
+    market_.closes[u"SH600000"_s][today_] = 8.8;
+    market_.factors[u"SH600000"_s][{2026, 11, 23}] = 1.2;
+    list(u"SZ000001"_s, 20);
+    for (const QDate& day : ScriptedHistory::weekdays({2026, 11, 16}, {2026, 11, 20})) {
+        market_.closes[u"SZ000001"_s].remove(day);  // halted
+    }
+    market_.closes[u"SZ000001"_s][{2026, 11, 23}] = 21;
+    store_.addCode(u"SZ000002"_s, u"x"_s, 0, 0);  // which no service knows
+    store_.addMember(u"银行"_s, u"SH600000"_s);
+    const FillTally tally = fill();
+    EXPECT_EQ(market_.asked.value(0), u"history SH000001"_s);
+    EXPECT_EQ(tally.rows, 16 + 16 + 11) << "of none the first day, whose gain nobody knows";
+    EXPECT_EQ(tally.unknown, 1);
+    EXPECT_EQ(days(u"SH600000"_s, u"2026-11-20"_s),
+              QStringList({u"20 1000 1000 1.0"_s, u"23 800 833 1.2"_s, u"24 880 800 1.2"_s}))
+        << "a gain of -4 % on the day of the dividend";
+    EXPECT_EQ(days(u"SZ000001"_s, u"2026-11-13"_s),
+              QStringList({u"13 2000 2000 1.0"_s, u"23 2100 2000 1.0"_s, u"24 2000 2100 1.0"_s}));
+    EXPECT_EQ(first(u"select count(*) from geguhq where dm='SH000001'"_s), QStringList{u"0"_s});
+    EXPECT_EQ(first(u"select * from dzhzhuti"_s), QStringList{u"银行|SH600000"_s});
+
+    store_.run({u"update dzhzhuti set zhutiname='新'"_s});
+    EXPECT_EQ(fill().rows, 0);
+    EXPECT_EQ(market_.asked, QStringList({u"quotes SH000001,SZ399001"_s, u"history SZ000002"_s}))
+        << "what was answered for is not asked for again, the halted week neither";
+    EXPECT_EQ(first(u"select zhutiname from dzhzhuti"_s), QStringList{u"新"_s});
+}
+
+// New factors go on from those that a history of another make has.
+TEST_F(HistoryFillTest, OnlyTheMissingDaysComeToAHistoryThatIsThere) {
+    list(u"SH600000"_s);
+    market_.factors[u"SH600000"_s] = {{{2020, 1, 1}, 2}, {{2026, 11, 24}, 3}};
+    QList<DayRow> there;
+    for (const QString& dm : {leadingIndex, u"SH600000"_s}) {
+        for (const QDate& day : {QDate(2026, 11, 19), QDate(2026, 11, 23)}) {
+            there << DayRow{dm, day, 1, 1, 1, 1000, 1000, 1, 1, 1};
+        }
+    }
+    addToHistory({store_.stores.firstHistory.path, store_.stores.secondHistory.path}, there, {});
+    fill();
+    EXPECT_EQ(days(u"SH600000"_s, u"2026-11-18"_s),
+              QStringList({u"18 1000 1000 1.0"_s, u"19 1000 1000 1.0"_s, u"20 1000 1000 1.0"_s,
+                           u"23 1000 1000 1.0"_s, u"24 1000 667 1.5"_s}));
+}
+
+TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
+    list(u"SH600000"_s);
+    setDay({2026, 11, 20});
+    fill();
+    const QString& path = store_.stores.secondHistory.path;
+    EXPECT_TRUE(QFile::copy(path, path + u".then"_s));
+    setDay(today_);
+    fill();
+    const struct {
+        QString then;
+        QString what;
+    } cases[] = {{path + u".then"_s, u"older"_s}, {QString(), u"missing"_s}};
+    for (const auto& it : cases) {
+        EXPECT_TRUE(QFile::remove(path));
+        EXPECT_TRUE(it.then.isEmpty() || QFile::copy(it.then, path));
+        fill();
+        EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s})
+            << it.what.toStdString();
+        EXPECT_EQ(days(u"SH600000"_s, u"2026-11-23"_s).size(), 2) << it.what.toStdString();
+        EXPECT_EQ(second(u"select * from lishifanwei order by dm"_s),
+                  first(u"select * from lishifanwei order by dm"_s));
+        EXPECT_EQ(second(u"select count(*) from nishihq2"_s), QStringList{u"0"_s});
+    }
+}
+
+TEST_F(HistoryFillTest, AStopStoresWhatHasCome) {
+    listMany(5);
+    market_.onGet = [this](const QString& dm) {
+        if (dm == u"SH600103"_s) {
+            control_->stop();
+        }
+    };
+    const FillTally tally = fill();
+    EXPECT_TRUE(tally.stopped);
+    EXPECT_EQ(storedCodes(), 3);
+    market_.onGet = nullptr;
+    EXPECT_EQ(fill().codes, 2) << "the rest";
+    EXPECT_EQ(storedCodes(), 5);
+}
+
+TEST_F(HistoryFillTest, APauseStoresWhatHasComeAndGoesOn) {
+    listMany(3);
+    market_.onGet = [this](const QString& dm) {
+        if (dm == u"SH600101"_s) {
+            control_->pause();
+        }
+    };
+    HistoryFill fill(
+        store_.stores, clock_, market_, services_, {1}, *control_, [](const FillProgress&) {},
+        wait_);
+    const QCoro::Task<FillTally> run = fill.run({});
+    until([this] { return control_->isPaused(); });
+    until([this] { return storedCodes() == 2; });
+    EXPECT_FALSE(run.isReady());
+    market_.onGet = nullptr;
+    control_->goOn();
+    EXPECT_EQ(endOf(run).codes, 3);
+}
+
+TEST_F(HistoryFillTest, FailuresInARowEndIt) {
+    using Outcome = HttpReply::Outcome;
+    const struct {
+        Outcome outcome;
+        int rests;
+        QString words;
+    } cases[] = {
+        {Outcome::silent, 0, u"没有应答"_s},
+        {Outcome::limited, 3, u"要得太勤"_s},
+    };
+    listMany(12);
+    services_.history[0].ahead = 3;
+    for (const auto& it : cases) {
+        waits_.clear();
+        market_.outcome = [&](const QString& dm) {
+            return dm.startsWith(u"SH6001"_s) && dm != u"SH600100"_s ? it.outcome
+                                                                     : Outcome::answered;
+        };
+        const FillTally tally = fill();
+        EXPECT_TRUE(tally.ending.contains(u"连续 10 次"_s)) << tally.ending.toStdString();
+        EXPECT_TRUE(tally.words().contains(it.words)) << tally.words().toStdString();
+        EXPECT_EQ(waits_.size(), it.rests);
+        EXPECT_EQ(tally.lacking.size(), 10);
+        EXPECT_EQ(storedCodes(), 1) << "what came before stays";
+    }
+    market_.outcome = [this](const QString& dm) {
+        return dm.startsWith(u"SH6001"_s) && waits_.isEmpty() ? Outcome::limited
+                                                              : Outcome::answered;
+    };
+    waits_.clear();
+    EXPECT_EQ(fill().codes, 11) << "after a rest all are asked for again";
+    market_.outcome = nullptr;
+    market_.closes[leadingIndex].clear();
+    QFile::remove(store_.stores.firstHistory.path);
+    EXPECT_TRUE(fill().ending.contains(u"上证指数"_s));
+    EXPECT_FALSE(QFile::exists(store_.stores.firstHistory.path));
+}
+
+TEST_F(HistoryFillTest, ACodeWithoutItsFactorsIsLeftForAnotherTime) {
+    list(u"SH600000"_s);
+    market_.outcome = [this](const QString& dm) {
+        return dm == u"SH600000"_s && market_.asked.last().startsWith(u"factors"_s)
+                   ? HttpReply::Outcome::silent
+                   : HttpReply::Outcome::answered;
+    };
+    EXPECT_EQ(fill().lacking, QStringList{u"SH600000"_s});
+    services_.history[0].kind = u"tencent"_s;
+    EXPECT_TRUE(fill().ending.contains(u"配套"_s));
+    services_.factors.clear();
+    services_.history[0].kind = u"sina"_s;
+    EXPECT_EQ(fill().codes, 1) << "none are named: prices as they are";
+    EXPECT_EQ(days(u"SH600000"_s, u"2026-11-24"_s), QStringList{u"24 1000 1000 1.0"_s});
+}
+
+// The codes that reach to the day before get the close from the quotes, the others are asked for.
+TEST_F(HistoryFillTest, TheDayAfterTheCloseTakesAFewRequests) {
+    const QString plain = u"SH600000"_s;
+    const QString dividend = u"SH600001"_s;
+    const QString gap = u"SH600002"_s;
+    const QString halted = u"SH600003"_s;
+    for (const QString& dm : {plain, dividend, gap, halted}) {
+        list(dm);
+        market_.quotes[dm] = {10, 11};
+        market_.closes[dm][today_] = 11;
+    }
+    market_.closes[halted].remove(today_);
+    market_.quotes[halted] = {10, 0};
+    market_.quotes[dividend] = {8, 8.8};
+    market_.closes[dividend][today_] = 8.8;
+    setDay({2026, 11, 20});
+    fill();
+    store_.addCode(u"SH600009"_s, u"x"_s, 0, 0);
+    market_.closes[u"SH600009"_s] = market_.closes[plain];
+    setDay({2026, 11, 23});
+    market_.outcome = [&](const QString& dm) {
+        return dm == gap ? HttpReply::Outcome::silent : HttpReply::Outcome::answered;
+    };
+    market_.quoteMoment = u"2026-11-23,14:59:57"_s;  // not the close yet
+    fill(true);
+    EXPECT_EQ(days(gap, u"2026-11-23"_s), QStringList());
+
+    market_.outcome = nullptr;
+    market_.quoteMoment = u"2026-11-24,15:00:03"_s;
+    market_.factors[dividend][today_] = 1.25;
+    setDay(today_);
+    fill(true);
+    const QString quoted = u"quotes SH600000,SH600001,SH600003"_s;
+    EXPECT_EQ(market_.asked,
+              QStringList({u"history SH000001"_s, u"quotes SH000001,SZ399001"_s, quoted,
+                           u"history SH600001"_s, u"factors SH600001"_s, u"history SH600002"_s,
+                           u"factors SH600002"_s, u"history SH600003"_s, u"factors SH600003"_s}));
+    EXPECT_EQ(days(plain, u"2026-11-24"_s), QStringList{u"24 1100 1000 1.0"_s});
+    EXPECT_EQ(first(u"select chengjiaol,chengjiaoe from SH600000 where shijian='2026-11-24'"_s),
+              QStringList{u"700|8000"_s});
+    EXPECT_EQ(days(dividend, u"2026-11-24"_s), QStringList{u"24 880 800 1.25"_s});
+    EXPECT_EQ(days(gap, u"2026-11-23"_s),
+              QStringList({u"23 1000 1000 1.0"_s, u"24 1100 1000 1.0"_s}));
+    EXPECT_EQ(days(halted, u"2026-11-23"_s).size(), 1);
+}
+
+}  // namespace guanchao
