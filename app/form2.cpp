@@ -18,6 +18,7 @@
 #include "frame/run_share.h"
 #include "market/form21.h"
 #include "research/form24.h"
+#include "research/history_desk.h"
 #include "store/failure.h"
 #include "store/patience.h"
 #include "ui_form2.h"
@@ -207,6 +208,7 @@ void Form2::Form_Load() {
     Timer1_.start();
     Timer4_.start();
     dailyBackup_->start();
+    environment_.historyDesk.start();
     beginning_.start(
         [this](std::stop_token stop) { return offerDrafts(environment_, windows_, stop); });
 }
@@ -450,6 +452,7 @@ void Form2::closeEvent(QCloseEvent* event) {
 // A worker whose run is over may still hold a store, to which the end of the program writes.
 QCoro::Task<> Form2::endRuns(std::stop_token stop) {
     restoreRuns_.stop();
+    co_await environment_.historyDesk.end(stop);
     co_await endOthers(stop);
 }
 

@@ -15,6 +15,7 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
+#include "research/form32.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -71,6 +72,7 @@ void Form2::connectWindows() {
     opens<Form31>(ui_->公司新闻数量分析);
     opens<Form29>(ui_->商品价格监控);
     opens<Form28>(ui_->设置代理服务器);
+    opens<Form32>(ui_->历史行情);
 }
 
 template <typename Form>

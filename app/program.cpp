@@ -32,6 +32,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .clipboard = clipboard_,
                    .processes = processes_,
                    .askedHistory = askedHistory_,
+                   .historyDesk = historyDesk_,
                    .meanVolume = meanVolume_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {

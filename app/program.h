@@ -19,6 +19,7 @@
 #include "platform/desktop/desktop_tray.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
+#include "research/history_desk.h"
 #include "services/polite_http.h"
 #include "services/services.h"
 #include "store/application_folder.h"
@@ -61,6 +62,8 @@ private:
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
     MeanVolume meanVolume_{client_, services_.history, clock_};
+    HistoryDesk historyDesk_{stores_,   clock_,       client_,
+                             services_, application_, folder_ + QStringLiteral("界面.ini")};
 
     OpenWindows openWindows_;
     Environment environment_;

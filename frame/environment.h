@@ -17,6 +17,7 @@
 namespace guanchao {
 
 class AskedHistory;
+class HistoryDesk;
 class MeanVolume;
 class OpenWindows;
 
@@ -34,6 +35,7 @@ struct Environment {
     Clipboard& clipboard;
     Processes& processes;
     AskedHistory& askedHistory;
+    HistoryDesk& historyDesk;
     MeanVolume& meanVolume;
     QString applicationFolder;  // made ready before the load; ends in one separator
     QString executableName;     // without its folder

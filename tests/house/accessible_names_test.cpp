@@ -16,6 +16,7 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
+#include "research/form32.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
@@ -41,10 +42,10 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
     const QWidget* (*const windows[])(Windows&) = {
-        opened<Form3>,  opened<Form4>,  opened<Form5>,  opened<Form6>,       opened<Form7>,
-        opened<Form8>,  opened<Form11>, opened<Form12>, opened<Form21>,      opened<Form22>,
-        opened<Form24>, opened<Form25>, opened<Form26>, opened<Form27>,      opened<Form28>,
-        opened<Form29>, opened<Form30>, opened<Form31>, opened<FormRestore>,
+        opened<Form3>,  opened<Form4>,  opened<Form5>,  opened<Form6>,  opened<Form7>,
+        opened<Form8>,  opened<Form11>, opened<Form12>, opened<Form21>, opened<Form22>,
+        opened<Form24>, opened<Form25>, opened<Form26>, opened<Form27>, opened<Form28>,
+        opened<Form29>, opened<Form30>, opened<Form31>, opened<Form32>, opened<FormRestore>,
     };
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);

@@ -11,6 +11,7 @@
 #include "frame/windows.h"
 #include "market/mean_volume.h"
 #include "research/asked_history.h"
+#include "research/history_desk.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_windows.h"
 
@@ -87,6 +88,8 @@ protected:
     FakeTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
+    HistoryDesk historyDesk_{stores_,   clock_,    http_,
+                             services_, failures_, store_.folder() + u"界面.ini"_s};
     MeanVolume meanVolume_{http_, services_.history, clock_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
@@ -101,6 +104,7 @@ protected:
                              .clipboard = clipboard_,
                              .processes = processes_,
                              .askedHistory = askedHistory_,
+                             .historyDesk = historyDesk_,
                              .meanVolume = meanVolume_,
                              .applicationFolder = store_.folder(),
                              .executableName = u"guanchaotai"_s};

@@ -1,0 +1,158 @@
+#include "research/form32.h"
+
+#include <QLocale>
+#include <algorithm>
+
+#include "base/activity.h"
+#include "base/values.h"
+#include "base/worker.h"
+#include "frame/run_share.h"
+#include "research/history_desk.h"
+#include "ui_form32.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList titles = {u"序号"_s,     u"代码"_s, u"简称"_s,    u"第一天"_s,
+                            u"最后一天"_s, u"天数"_s, u"缺少天数"_s};
+const QList<int> widths = {700, 1400, 1500, 1600, 1600, 1000, 1200};
+
+QString sizeWords(qint64 bytes) {
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+}  // namespace
+
+Form32::Form32(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form32>()),
+      runs_(environment.failures) {
+    ui_->setupUi(this);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->setSortable({u"第一天"_s, u"最后一天"_s});
+    grid_.setKeyColumns({1});
+    ui_->years->setMaximum(HistoryDesk::mostYears);
+    ui_->years->setValue(environment.historyDesk.years());
+    ui_->daily->setChecked(environment.historyDesk.updatesByItself());
+    connectControls();
+    showFill();
+    readAnew();
+}
+
+Form32::~Form32() = default;
+
+void Form32::connectControls() {
+    HistoryDesk& desk = environment_.historyDesk;
+    connect(ui_->years, &QSpinBox::valueChanged, &desk, &HistoryDesk::setYears);
+    connect(ui_->daily, &QCheckBox::toggled, &desk, &HistoryDesk::setUpdatesByItself);
+    connect(ui_->fill, &QPushButton::clicked, &desk, &HistoryDesk::fill);
+    connect(ui_->pause, &QPushButton::clicked, &desk, [&desk] {
+        if (desk.shown().paused) {
+            desk.goOn();
+        } else {
+            desk.pause();
+        }
+    });
+    connect(ui_->stop, &QPushButton::clicked, &desk, &HistoryDesk::stop);
+    connect(&desk, &HistoryDesk::changed, this, &Form32::showFill);
+    connect(&desk, &HistoryDesk::settled, this, &Form32::readAnew);
+}
+
+void Form32::showFill() {
+    const ShownFill& fill = environment_.historyDesk.shown();
+    ui_->years->setEnabled(!fill.running);
+    ui_->fill->setEnabled(!fill.running);
+    ui_->pause->setEnabled(fill.running && !fill.stopping);
+    ui_->pause->setText(fill.paused ? u"继续(&P)"_s : u"暂停(&P)"_s);
+    ui_->stop->setEnabled(fill.running && !fill.stopping);
+    ui_->stop->setText(fill.stopping ? u"正在停止…"_s : u"停止(&S)"_s);
+    const FillProgress& progress = fill.progress;
+    const QString share =
+        progress.total > 0 ? u"（%1 / %2）"_s.arg(progress.done).arg(progress.total) : QString();
+    ui_->step->setText(progress.step + share);
+    ui_->step->setVisible(fill.running);
+    ui_->progress->setVisible(fill.running);
+    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
+    ui_->MSHFlexGrid1->setHint(fill.running
+                                   ? u"正在补全\n\n补全以后，这里列出各只股票"_s
+                                   : u"还没有历史行情\n\n点“补全”，就从公开的行情网站补上"_s);
+    ui_->words->setText(shortened(fill.words, longestShownMessage));
+    ui_->words->setVisible(!fill.running && !fill.words.isEmpty());
+    showServices();
+}
+
+void Form32::showServices() {
+    ui_->services->setText(environment_.historyDesk.serviceLines().join(u'\n'));
+}
+
+void Form32::readAnew() {
+    runs_.stop();
+    runs_.start([this](std::stop_token stop) { return readHeld(stop); });
+}
+
+QCoro::Task<> Form32::readHeld(std::stop_token stop) {
+    const auto job = [files = HistoryFiles{environment_.stores.firstHistory.path,
+                                           environment_.stores.secondHistory.path},
+                      main = environment_.stores.main](const auto& work) {
+        const Activity activity(u"读取历史行情"_s);
+        Held held;
+        held.codes = readHistoryLibrary(main).codes;
+        held.codes.prepend({leadingIndex, u"上证指数"_s});
+        QStringList codes;
+        for (const HistoryCode& code : held.codes) {
+            codes << code.dm;
+        }
+        held.state = readHistoryState(files, codes, [&work] { work.endIfAbandoned(); });
+        return held;
+    };
+    const Held held = co_await inWorker(job, stop);
+    showHeld(held);
+}
+
+QString Form32::summaryOf(const Held& held) {
+    const QList<QDate>& days = held.state.marketDays;
+    if (days.isEmpty()) {
+        return {};
+    }
+    const auto withDays = std::ranges::count_if(
+        held.codes, [&](const HistoryCode& it) { return held.state.codes.value(it.dm).count > 0; });
+    return u"交易日 %1 到 %2，共 %3 天；代码 %4 只，有日线的 %5 只；两个库共 %6。"_s.arg(
+        dateText(days.first()), dateText(days.last()), QString::number(days.size()),
+        QString::number(held.codes.size()), QString::number(withDays), sizeWords(held.state.bytes));
+}
+
+void Form32::showHeld(const Held& held) {
+    ui_->summary->setText(summaryOf(held));
+    ui_->summary->setVisible(!held.state.marketDays.isEmpty());
+    if (held.state.marketDays.isEmpty()) {
+        return;
+    }
+    const GridFill fill(grid_);
+    grid_.setRows(static_cast<int>(held.codes.size()) + 1);
+    grid_.setCols(static_cast<int>(titles.size()));
+    for (int col = 0; col < titles.size(); ++col) {
+        grid_.setTextMatrix(0, col, titles[col]);
+    }
+    for (int row = 1; row <= held.codes.size(); ++row) {
+        const HistoryCode& code = held.codes[row - 1];
+        fillRow(row, code, held.state.codes.value(code.dm));
+    }
+    grid_.setColWidths(widths);
+}
+
+void Form32::fillRow(int row, const HistoryCode& code, const StoredDays& stored) {
+    const bool hasDays = stored.count > 0;
+    grid_.setInteger(row, 0, row);
+    grid_.setTextMatrix(row, 1, code.dm);
+    grid_.setTextMatrix(row, 2, code.jc);
+    grid_.setTextMatrix(row, 3, hasDays ? dateText(stored.first) : QString());
+    grid_.setTextMatrix(row, 4, hasDays ? dateText(stored.last) : QString());
+    grid_.setInteger(row, 5, stored.count);
+    grid_.setInteger(row, 6, stored.gaps);
+}
+
+}  // namespace guanchao

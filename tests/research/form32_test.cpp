@@ -1,0 +1,132 @@
+#include "research/form32.h"
+
+#include <QCheckBox>
+#include <QProgressBar>
+#include <QSpinBox>
+
+#include "tests/support/outcome_of.h"
+#include "tests/support/scripted_history.h"
+#include "tests/support/window_test.h"
+
+namespace guanchao {
+
+class Form32Test : public WindowTest {
+protected:
+    Form32Test() {
+        stores_.firstHistory = {store_.folder() + u"a/first"_s, {}};
+        stores_.secondHistory = {store_.folder() + u"a/second"_s, {}};
+        services_ = ScriptedHistory::services();
+        clock_.moment = QDateTime(today_, QTime(16, 0));
+        auto market = std::make_unique<ScriptedHistory>();
+        market_ = market.get();
+        http_.client = std::move(market);
+        for (const QString& dm : {leadingIndex, u"SH600000"_s, u"SH600001"_s}) {
+            for (const QDate& day : ScriptedHistory::weekdays({2026, 11, 2}, today_)) {
+                market_->closes[dm][day] = 10;
+            }
+            market_->quotes[dm] = {10, 10};
+        }
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 0, 0);
+        store_.addCode(u"SH600001"_s, u"乙"_s, 0, 0);
+    }
+
+    void untilItsEnd() {
+        until([this] { return !historyDesk_.shown().running; });
+    }
+    void untilItLists(int rows) {
+        until([=, this] { return grid().rows() == rows; });
+    }
+
+    const QDate today_{2026, 11, 24};
+    ScriptedHistory* market_ = nullptr;
+    Runs runs_{failures_};
+};
+
+TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
+    open<Form32>();
+    find<QSpinBox>(u"years"_s)->setValue(3);
+    const auto gate = std::make_shared<Later<bool>>();
+    market_->gate = gate;
+    press(form_, u"fill"_s);
+    until([this] { return !market_->asked.isEmpty(); });
+    EXPECT_FALSE(button(u"fill"_s)->isEnabled() || find<QSpinBox>(u"years"_s)->isEnabled());
+    closeWindows();
+    deleteClosedWindows();
+    open<Form32>();
+    EXPECT_EQ(find<QSpinBox>(u"years"_s)->value(), 3);
+    EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+    press(form_, u"pause"_s);
+    EXPECT_EQ(button(u"pause"_s)->text(), u"继续(&P)"_s);
+    market_->gate = nullptr;
+    gate->deliver(true);
+    until([this] { return label(u"step"_s).startsWith(u"已暂停"_s); });
+    press(form_, u"pause"_s);
+    untilItsEnd();
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"补全完成。补了 2 只"_s))
+        << label(u"words"_s).toStdString();
+    untilItLists(4);
+    EXPECT_EQ(rowText(grid(), 2), u"2|SH600000|浦发银行|2026-11-03|2026-11-24|16|0"_s);
+    EXPECT_TRUE(
+        label(u"services"_s).contains(u"复权因子 sina（http://factors）：正常，应答 2 次"_s));
+}
+
+TEST_F(Form32Test, AStopAndTheEndOfTheProgramLoseNothing) {
+    open<Form32>();
+    for (const bool byEnd : {false, true}) {
+        market_->closes.remove(u"SH600001"_s);
+        market_->onGet = [&](const QString& dm) {
+            if (dm == u"SH600001"_s) {
+                byEnd ? runs_.start([this](std::stop_token stop) { return historyDesk_.end(stop); })
+                      : press(form_, u"stop"_s);
+            }
+        };
+        press(form_, u"fill"_s);
+        untilItsEnd();
+        EXPECT_TRUE(label(u"words"_s).startsWith(u"已停止"_s)) << byEnd;
+        EXPECT_EQ(TestStores::rows(stores_.firstHistory, u"select distinct dm from geguhq"_s),
+                  QStringList{u"SH600000"_s});
+        EXPECT_FALSE(runs_.running());
+    }
+}
+
+TEST_F(Form32Test, AFailureIsToldInTheWindow) {
+    market_->outcome = [](const QString&) { return HttpReply::Outcome::silent; };
+    open<Form32>();
+    press(form_, u"fill"_s);
+    untilItsEnd();
+    EXPECT_TRUE(label(u"words"_s).contains(u"读不到上证指数的日线"_s));
+    EXPECT_TRUE(label(u"words"_s).contains(u"services.ini"_s));
+    EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+// Once a day, and again after an hour where the day isn't there yet.
+TEST_F(Form32Test, TheUpdateOfTheDayBeginsByItself) {
+    open<Form32>();
+    const auto look = [this](const QTime& time) {
+        clock_.moment = QDateTime(today_, time);
+        market_->asked.clear();
+        timeIsUp(historyDesk_.findChild<QTimer*>(u"historyLooks"_s));
+        untilItsEnd();
+        return market_->asked.contains(u"history SH000001"_s);
+    };
+    market_->today = QDate(2026, 11, 23);
+    clock_.moment = QDateTime(market_->today, QTime(16, 0));
+    press(form_, u"fill"_s);
+    untilItsEnd();
+    historyDesk_.start();
+    market_->today = today_;
+    EXPECT_FALSE(look(QTime(16, 0))) << "off at first";
+    find<QCheckBox>(u"daily"_s)->click();
+    EXPECT_FALSE(look(QTime(15, 29)));
+    market_->closes[leadingIndex].remove(today_);
+    EXPECT_TRUE(look(QTime(15, 30)));
+    EXPECT_FALSE(look(QTime(16, 29)));
+    market_->closes[leadingIndex][today_] = 10;
+    EXPECT_TRUE(look(QTime(16, 30)));
+    EXPECT_FALSE(look(QTime(20, 0)));
+    EXPECT_EQ(TestStores::rows(stores_.secondHistory,
+                               u"select count(*) from SH600001 where shijian='2026-11-24'"_s),
+              QStringList{u"1"_s});
+}
+
+}  // namespace guanchao
