@@ -206,6 +206,7 @@ TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
         // The client may keep a connection that it has made for a request that it never sent.
         const auto brokenOff = [&] { return raw.hangUps >= raw.requests.count(u"GET "_s); };
         services_.chart = services_.newspage = raw.service();
+        services_.fundamentals = {raw.service()};
         services_.quote = {raw.service()};
         ASSERT_TRUE(open<Form21>()) << it.what;
         auto* stop = button(u"stopRun"_s);
@@ -244,7 +245,7 @@ TEST_F(MarketWindowsTest, Form21ShowsAndPollsItsStockWhileAllElseHangs) {
         socket.write(httpHead(body.size()) + body);
     };
     services_.chart = services_.newspage = silent.service();
-    services_.history = {silent.service()};
+    services_.history = services_.fundamentals = {silent.service()};
     services_.quote = {quotes.service()};
     openQuotes();
     find<QTimer>(u"Timer2"_s)->setInterval(2);
@@ -270,6 +271,7 @@ TEST_F(MarketWindowsTest, Form21TellsOnceOfServicesThatHangUp) {
         dialogs_.shown.clear();
         http_.paths.clear();
         services_.chart = services_.newspage = service;
+        services_.fundamentals = {service};
         services_.quote = {service};
         openQuotes();
         fire(u"Timer1"_s);

@@ -74,7 +74,7 @@ protected:
     // FakeHttp answers whatever their host.
     static Services services() {
         Services services;
-        services.quote = {Service()};
+        services.quote = services.history = {Service()};
         return services;
     }
 
