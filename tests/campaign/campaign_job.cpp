@@ -27,6 +27,7 @@
 #include "platform/qt_http_client.h"
 #include "research/selection_scan.h"
 #include "research/theme_history.h"
+#include "services/services.h"
 #include "store/patience.h"
 #include "tests/support/fake_alarm_screen.h"
 #include "tests/support/fakes.h"
@@ -82,8 +83,7 @@ private:
     Services services(const QString& host) const {
         Services services = readServices(folder_ + u"services.ini"_s);
         services.vendor.host = host;
-        services.quote = {Service{host}};
-        services.history = {Service{host}};
+        services.quote = services.history = {services.vendor};
         return services;
     }
     QString argument(int at) const { return arguments_.value(at); }
