@@ -62,6 +62,17 @@ bool isUtf8(const QByteArray& bytes) {
     return !decoder.hasError() && !hasAll(whole, [](unsigned char byte) { return byte < 0xE0; });
 }
 
+constexpr qint64 blockBytes = 1 << 20;
+
+QString textFrom(const QByteArray& bytes, const QString& encoding) {
+    return encoding == u"GBK"_s ? textFromGbk(bytes) : decoded(QStringDecoder::Utf8, bytes);
+}
+
+[[noreturn]] void failToRead(const QFile& file) {
+    throw OperationError(u"不能读取文件 "_s + file.fileName() + u"（"_s + reasonOf(file) +
+                         u"）。"_s);
+}
+
 std::optional<ReadText> readMarked(const QByteArray& bytes) {
     if (bytes.startsWith(utf8Mark)) {
         return ReadText{decoded(QStringDecoder::Utf8, bytes.sliced(utf8Mark.size())), u"UTF-8"_s};
@@ -106,16 +117,57 @@ QStringList linesOf(const QString& text) {
     return lines;
 }
 
+static QStringList textLinesOf(const QFile& file, const QString& text) {
+    if (text.contains(QChar::Null)) {
+        throw OperationError(u"文件 "_s + file.fileName() + u" 不是文本文件，请换一个。"_s);
+    }
+    return linesOf(text);
+}
+
 TextFile readTextFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"不能读取文件 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
+        failToRead(file);
     }
     const ReadText read = readText(file.readAll());
-    if (read.text.contains(QChar::Null)) {
-        throw OperationError(u"文件 "_s + path + u" 不是文本文件，请换一个。"_s);
+    return {textLinesOf(file, read.text), read.encoding};
+}
+
+TextBlocks::TextBlocks(const QString& path) : file_(path) {
+    if (!file_.open(QIODevice::ReadOnly)) {
+        failToRead(file_);
     }
-    return {linesOf(read.text), read.encoding};
+}
+
+QStringList TextBlocks::next() {
+    const QByteArray bytes = wholeLines();
+    if (bytes.isEmpty()) {
+        return {};
+    }
+    if (!encoding_.isEmpty()) {
+        return textLinesOf(file_, textFrom(bytes, encoding_));
+    }
+    const ReadText read = readText(bytes);
+    encoding_ = read.encoding;
+    return textLinesOf(file_, read.text);
+}
+
+// What has no line feed comes as a whole, and so does UTF-16, in which a byte of this value may be
+// half a character.
+QByteArray TextBlocks::wholeLines() {
+    QByteArray bytes = rest_;
+    const auto isUtf16 = [&] {
+        return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+    };
+    do {
+        bytes += file_.read(blockBytes);
+        if (file_.error() != QFile::NoError) {
+            failToRead(file_);
+        }
+    } while (!file_.atEnd() && (isUtf16() || !bytes.contains('\n')));
+    const qsizetype end = file_.atEnd() ? bytes.size() : bytes.lastIndexOf('\n') + 1;
+    rest_ = bytes.sliced(end);
+    return bytes.first(end);
 }
 
 bool isBroken(const QString& line) {

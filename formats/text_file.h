@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
@@ -31,6 +32,25 @@ struct TextFile {
 
 // Raises OperationError if the file can't be read, and for one that is no text: with NULs in it.
 TextFile readTextFile(const QString& path);
+
+// The lines of a file that is too large to be held, some thousand at a time. The encoding is told
+// by the first of them that aren't ASCII. Raises OperationError as readTextFile.
+class TextBlocks {
+public:
+    explicit TextBlocks(const QString& path);
+
+    // The next lines; none at the end.
+    QStringList next();
+
+    qint64 bytesRead() const { return file_.pos() - rest_.size(); }
+
+private:
+    QByteArray wholeLines();
+
+    QFile file_;
+    QByteArray rest_;  // the line that the last block has cut
+    QString encoding_;
+};
 
 // True if the line had bytes that are no text.
 bool isBroken(const QString& line);

@@ -69,4 +69,29 @@ TEST(TextFile, AProgramOrAStoreIsRefused) {
     EXPECT_EQ(readTextFile(path).lines, QStringList{u"SH600000\t银行"_s});
 }
 
+// A header in ASCII over more than a block, so that a later block tells the encoding.
+TEST(TextFile, BlocksGiveTheLinesOfTheWholeFile) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"large.csv"_s);
+    QString text = QString(u"600000,1\r\n"_s).repeated(110000);
+    for (int at = 0; at < 20000; ++at) {
+        text += u"浦发银行%1,2\n"_s.arg(at);
+    }
+    const QByteArray mark = "\xEF\xBB\xBF";
+    const QByteArrayList files = {
+        gbkFromText(text),        text.toUtf8(),
+        mark + text.toUtf8(),     utf16(text, false),
+        text.chopped(1).toUtf8(), gbkFromText(text).replace("\r\n", "\r").replace('\n', '\r')};
+    for (const QByteArray& bytes : files) {
+        writeFile(path, bytes);
+        TextBlocks blocks(path);
+        QStringList lines;
+        for (QStringList block = blocks.next(); !block.isEmpty(); block = blocks.next()) {
+            lines += block;
+        }
+        EXPECT_TRUE(lines == linesOf(text)) << bytes.first(10).toHex().toStdString();
+        EXPECT_EQ(blocks.bytesRead(), bytes.size());
+    }
+}
+
 }  // namespace guanchao
