@@ -15,4 +15,8 @@ enum class FixedPlace {
 
 QString fixedPath(FixedPlace place);
 
+// An application folder with a folder of this name has history databases of its own in it, and
+// doesn't look for the user's, whether they are there or not.
+inline const QString historyFolder = QStringLiteral("听涛阁/");
+
 }  // namespace guanchao

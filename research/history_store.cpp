@@ -4,12 +4,13 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
-#include <algorithm>
 #include <functional>
 
 #include "base/values.h"
+#include "research/day_tables.h"
 #include "store/bound_insert.h"
 #include "store/recordset.h"
+#include "store/sqlite.h"
 #include "store/store_file.h"
 
 namespace guanchao {
@@ -18,85 +19,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The columns of a stock's table: 时间, 开盘, 最高, 最低, 收盘, 前收盘, 成交量, 成交额, 复权因子.
-const QString dayColumns =
-    u"shijian text,kp integer,zg integer,zd integer,sp integer,qiansp integer,"
-    u"chengjiaol numeric,chengjiaoe numeric,fuquanyz real"_s;
-
-using DaysByCode = QMap<QString, QList<DayRow>>;
-
-QStringList valuesOf(const DayRow& row) {
-    return {dateText(row.day),        QString::number(row.open),  QString::number(row.high),
-            QString::number(row.low), QString::number(row.close), QString::number(row.formerClose),
-            numberText(row.volume),   numberText(row.turnover),   numberText(row.factor)};
-}
-
-bool isIndex(const QString& dm) {
-    return dm.startsWith(u"SH000"_s) || dm.startsWith(u"SZ399"_s);
-}
-
-QSet<QString> daysIn(Connection& store, const QString& source) {
-    QSet<QString> days;
-    for (Recordset rows(store, u"select date(shijian) from "_s + source); !rows.atEnd();
-         rows.moveNext()) {
-        days << rows.value(0).toText();
-    }
-    return days;
-}
-
-// The rows of a code that `source` lacks: a table and the beginning of a condition.
-QList<DayRow> missingDays(Connection& store, const QString& source, const QList<DayRow>& rows) {
-    const auto oldest = std::ranges::min_element(rows, {}, &DayRow::day);
-    const QString oldestDay = oldest == rows.end() ? QString() : dateText(oldest->day);
-    QSet<QString> known = daysIn(store, source + u" date(shijian)>="_s + quoted(oldestDay));
-    QList<DayRow> missing;
-    for (const DayRow& row : rows) {
-        const QString day = dateText(row.day);
-        if (!known.contains(day)) {
-            known << day;
-            missing << row;
-        }
-    }
-    return missing;
-}
-
-int addStockTables(Connection& store, const DaysByCode& codes) {
-    int added = 0;
-    for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
-        const QString& dm = code.key();
-        store.execute(u"create table if not exists "_s + dm + u" ("_s + dayColumns + u")"_s);
-        store.execute(u"create index if not exists "_s + dm + u"_shijian on "_s + dm +
-                      u" (date(shijian))"_s);
-        BoundInsert insert(store, u"insert into "_s + dm + u" values(?,?,?,?,?,?,?,?,?)"_s);
-        for (const DayRow& row : missingDays(store, dm + u" where"_s, code.value())) {
-            insert.row(valuesOf(row));
-            ++added;
-        }
-    }
-    return added;
-}
-
-void addMarketTable(Connection& store, const DaysByCode& codes) {
-    store.execute(u"create table if not exists geguhq (dm text,"_s + dayColumns + u")"_s);
-    store.execute(u"create index if not exists geguhq_shijian on geguhq (date(shijian))"_s);
-    store.execute(u"create index if not exists geguhq_dm on geguhq (dm,date(shijian))"_s);
-    BoundInsert insert(store, u"insert into geguhq values(?,?,?,?,?,?,?,?,?,?)"_s);
-    for (auto code = codes.cbegin(); code != codes.cend(); ++code) {
-        const QString source = u"geguhq where dm="_s + quoted(code.key()) + u" and"_s;
-        if (isIndex(code.key())) {
-            continue;
-        }
-        for (const DayRow& row : missingDays(store, source, code.value())) {
-            insert.row(QStringList{row.dm} + valuesOf(row));
-        }
-    }
-}
-
 void addThemes(Connection& store, const std::optional<QList<ThemeMember>>& themes) {
     store.execute(u"create table if not exists dzhzhuti (zhutiname text,dm text)"_s);
     store.execute(u"create index if not exists dzhzhuti_dm on dzhzhuti (dm,zhutiname)"_s);
     store.execute(u"create index if not exists dzhzhuti_zhutiname on dzhzhuti (zhutiname)"_s);
-    if (!themes) {
+    if (!themes || themes->isEmpty()) {
         return;
     }
     store.execute(u"delete from dzhzhuti"_s);
@@ -154,8 +81,11 @@ QList<DayRow> storedRows(Connection& history, const QString& dm) {
     return days;
 }
 
+// The library keeps what it sorts in memory unless told otherwise.
 void inOneTransaction(const QString& path, const std::function<void(Connection&)>& fill) {
     Connection store(path, {});
+    store.execute(u"pragma cache_size=-65536"_s);
+    store.execute(u"pragma temp_store=file"_s);
     Transaction transaction(store);
     fill(store);
     transaction.commit();
@@ -174,48 +104,62 @@ void write(const QString& path, const std::function<void(Connection&)>& fill) {
     });
 }
 
-void addToSecond(const QString& path, const DaysByCode& codes, const DayRanges& asked) {
-    write(path, [&](Connection& store) {
-        store.execute(u"create table if not exists nishihq2 ("_s + dayColumns + u")"_s);
-        addStockTables(store, codes);
-        noteAsked(store, asked);
+void makeTemplate(Connection& second) {
+    second.execute(u"create table if not exists nishihq2 ("_s + dayColumnsOfTables + u")"_s);
+}
+
+AddedDays addDays(const HistoryFiles& files, const ReadDays& read,
+                  const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked) {
+    AddedDays added;
+    write(files.second, [&](Connection& second) {
+        makeTemplate(second);
+        noteAsked(second, asked);
+        write(files.first, [&](Connection& first) {
+            addThemes(first, themes);
+            noteAsked(first, asked);
+            DayBatches batches(first, second);
+            read([&](const DayRow& row) { batches.take(row); });
+            added = batches.finish();
+        });
     });
+    return added;
 }
 
 }  // namespace
 
 int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
                  const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked) {
-    DaysByCode codes;
-    for (const DayRow& row : days) {
-        codes[row.dm] << row;
-    }
-    int added = 0;
-    write(files.first, [&](Connection& store) {
-        added = addStockTables(store, codes);
-        addMarketTable(store, codes);
-        addThemes(store, themes);
-        noteAsked(store, asked);
-    });
-    addToSecond(files.second, codes, asked);
-    return added;
+    const ReadDays all = [&](const TakeDay& take) {
+        for (const DayRow& row : days) {
+            take(row);
+        }
+    };
+    return static_cast<int>(addDays(files, all, themes, asked).added);
+}
+
+AddedDays readIntoHistory(const HistoryFiles& files, const ReadDays& read,
+                          const std::optional<QList<ThemeMember>>& themes) {
+    return addDays(files, read, themes, {});
 }
 
 void levelSecond(const HistoryFiles& files, const QStringList& codes) {
     Connection first(files.first, {});
     const QSet<QString> tables = tablesOf(first);
     const DayRanges allAsked = askedRanges(first);
-    DaysByCode days;
-    DayRanges asked;
-    for (const QString& dm : codes) {
-        if (tables.contains(dm)) {
-            days[dm] = storedRows(first, dm);
+    write(files.second, [&](Connection& second) {
+        makeTemplate(second);
+        DayTables days(second, DayTables::Kind::second);
+        DayRanges asked;
+        for (const QString& dm : codes) {
+            if (tables.contains(dm)) {
+                days.add(dm, storedRows(first, dm));
+            }
+            if (allAsked.contains(dm)) {
+                asked[dm] = allAsked[dm];
+            }
         }
-        if (allAsked.contains(dm)) {
-            asked[dm] = allAsked[dm];
-        }
-    }
-    addToSecond(files.second, days, asked);
+        noteAsked(second, asked);
+    });
 }
 
 QSet<QString> tablesOf(Connection& history) {
@@ -237,6 +181,10 @@ DayRanges askedRanges(Connection& history) {
         ranges[rows.value(0).toText()] = {dayIn(rows, 1), dayIn(rows, 2)};
     }
     return ranges;
+}
+
+void keepSortsOutOfMemory() {
+    sqlite3_config(SQLITE_CONFIG_MMAP_SIZE, sqlite3_int64{0}, sqlite3_int64{0});
 }
 
 void dropIndexes(const QString& path) {

@@ -12,7 +12,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "research/day_row.h"
+#include "research/day_batches.h"
 #include "store/connection.h"
 
 namespace guanchao {
@@ -34,13 +34,20 @@ struct DayRange {
 // By code.
 using DayRanges = QMap<QString, DayRange>;
 
-// Writes the days that are not there, each code and day once, puts the themes, if given, in the
-// place of those that are there, and the ranges in the place of those of their codes. A file is
+// Writes the days that are not there, each code and day once, puts the themes, if there are any, in
+// the place of those that are there, and the ranges in the place of those of their codes. A file is
 // made if it is missing and gets the indexes that it lacks. Returns how many days the first file
-// got. Raises StoreError and std::runtime_error: the file in work is then as it was; days that the
-// first file has got come into the second the next time.
+// got. Raises StoreError and std::runtime_error: both files are then as they were, but if the
+// second can't be committed, the first has its days, which come into the second the next time.
 int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
                  const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked = {});
+
+// Gives its rows to `take`.
+using ReadDays = std::function<void(const TakeDay& take)>;
+
+// The same for days that are too many to be held. Raises what `read` raises too.
+AddedDays readIntoHistory(const HistoryFiles& files, const ReadDays& read,
+                          const std::optional<QList<ThemeMember>>& themes);
 
 // Gives the second file what the first has of these codes and it lacks. Raises StoreError.
 void levelSecond(const HistoryFiles& files, const QStringList& codes);
@@ -50,6 +57,10 @@ DayRanges askedRanges(Connection& history);
 
 // The tables of a file, in upper case.
 QSet<QString> tablesOf(Connection& history);
+
+// What the store library sorts for an index lies in a file, which it would map into memory. For the
+// beginning of a program, before its first connection.
+void keepSortsOutOfMemory();
 
 // Leaves a history as one that another program has made: without indexes.
 void dropIndexes(const QString& path);

@@ -1,11 +1,25 @@
 #include "store/stores.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include "platform/fixed_folders.h"
 #include "store/keys.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A practice folder has its own, so that made-up days never lie among real ones.
+QString historyPath(const QString& yingyongmulu, FixedPlace place) {
+    const QString path = fixedPath(place);
+    const QFileInfo own(yingyongmulu + historyFolder + QFileInfo(path).fileName());
+    return own.dir().exists() ? own.filePath() : path;
+}
+
+}  // namespace
 
 QString applicationFolder(const QString& programFolder) {
     QString folder = programFolder;
@@ -18,8 +32,8 @@ QString applicationFolder(const QString& programFolder) {
 Stores storesIn(const QString& yingyongmulu) {
     Stores stores;
     stores.main = {yingyongmulu + u"dzhzhuti.mzdat"_s, {}};
-    stores.firstHistory = {fixedPath(FixedPlace::firstHistory), {}};
-    stores.secondHistory = {fixedPath(FixedPlace::secondHistory), {}};
+    stores.firstHistory = {historyPath(yingyongmulu, FixedPlace::firstHistory), {}};
+    stores.secondHistory = {historyPath(yingyongmulu, FixedPlace::secondHistory), {}};
     stores.heat = {yingyongmulu + u"caijiqi.mzdat"_s, xiezhongzi(heatSeed)};
     const QString articleKey = xiezhongzi(articleSeed);
     stores.article = {yingyongmulu + u"wenzhang.mzdat"_s, articleKey};

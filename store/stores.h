@@ -17,7 +17,7 @@ struct StoreFile {
 
 struct Stores {
     StoreFile main;            // 主库, dzhzhuti.mzdat
-    StoreFile firstHistory;    // hangqing2006-2017dan.db3, outside the application folder
+    StoreFile firstHistory;    // hangqing2006-2017dan.db3, the user's or the folder's own
     StoreFile secondHistory;   // hangqing2006-2017.db3, beside it
     StoreFile article;         // 文章库, wenzhang.mzdat
     StoreFile pinyin;          // 拼音库, py.mzdat

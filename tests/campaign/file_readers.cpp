@@ -19,7 +19,8 @@
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
-#include "tools/history_builder/day_rows.h"
+#include "tools/history_builder/day_source.h"
+#include "tools/history_builder/theme_members.h"
 #include "utilities/shell_link.h"
 #include "utilities/tray_module.h"
 #include "utilities/version_check.h"
@@ -145,19 +146,20 @@ void readSeeds(const QString& path, const QByteArray& bytes) {
 
 void readHistory(const QString& path, const QByteArray& bytes) {
     writeFile(path, bytes);
-    for (const DayRow& it : readDayRows(path)) {
+    DaySource(path, VolumeUnit::shares).read([](const DayRow& it) {
         requireSense(it.dm.size() == 8 && it.day.isValid(), "读出不是日期的一天");
-        for (const qint64 price : {it.open, it.high, it.low, it.close, it.formerClose}) {
+        for (const qint64 price : {it.open, it.high, it.low, it.close}) {
             requireSense(price >= 1 && price <= 100000000, "价格不在范围内");
         }
         requireSense(std::isfinite(it.volume) && std::isfinite(it.turnover) && it.factor > 0,
                      "数字不在范围内");
-    }
+    });
 }
 
 void readMembers(const QString& path, const QByteArray& bytes) {
     writeFile(path, bytes);
-    for (const ThemeMember& it : readThemeMembers(path)) {
+    SkippedRows skipped;
+    for (const ThemeMember& it : readThemeMembers(path, skipped)) {
         requireSense(it.dm.size() == 8, "读出不是代码的代码");
     }
 }

@@ -1,19 +1,19 @@
-// Day data as CSV, the source of the history databases. UTF-8, a header, then one line a stock and
-// day: dm,shijian,kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,fuquanyz (code, day as yyyy-MM-dd, open,
-// high, low, close, former close, volume, turnover, adjustment factor). Prices in yuan.
+// What the readers of day data share.
 #pragma once
-
-#include <QList>
-#include <QString>
 
 #include "research/day_row.h"
 
 namespace guanchao {
 
-// Raise std::runtime_error, in Chinese and with the line's number, for a file that can't be read
-// and for the first bad row.
-QList<DayRow> readDayRows(const QString& path);
-// A header, then zhutiname,dm; further fields are not read.
-QList<ThemeMember> readThemeMembers(const QString& path);
+// Raises std::runtime_error, in Chinese, for what no day can be: prices out of order, as broken
+// lines and swapped columns give them, a day before 1990 or behind 2099.
+void checkRow(const DayRow& row);
+
+// Rows of a source that are none of the history's.
+struct SkippedRows {
+    qint64 beijing = 0;     // of the exchange in Beijing
+    qint64 halted = 0;      // without a price or a volume
+    qint64 otherKinds = 0;  // a terminal's funds and bonds, whose prices have another measure
+};
 
 }  // namespace guanchao

@@ -1,14 +1,18 @@
-// practice_history CODES.csv THEMES.csv FOLDER: makes the practice market's history where the
-// program looks for it, unless a history is there, and gives the main store of the application
-// folder some report dates and forecasts. Exit codes: 0 done, 1 failed, 2 bad arguments.
+// practice_history CODES.csv THEMES.csv FOLDER: makes the practice market's history in the
+// application folder, unless one is there, and gives its main store some report dates and
+// forecasts. Exit codes: 0 done, 1 failed, 2 bad arguments.
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
 #include <stdexcept>
 
+#include "platform/fixed_folders.h"
 #include "research/history_store.h"
+#include "store/store_file.h"
 #include "store/stores.h"
+#include "tools/history_builder/theme_members.h"
 #include "tools/practice_history/practice_history.h"
 
 namespace guanchao {
@@ -21,7 +25,10 @@ namespace {
 void putInPlace(const QString& made, const QString& path) {
     if (QFileInfo::exists(path)) {
         QFile::remove(made);
-    } else if (QFile::rename(made, path)) {
+        return;
+    }
+    removeJournalOf(path);
+    if (QFile::rename(made, path)) {
         QTextStream(stdout) << u"已生成 "_s << path << '\n';
     } else {
         throw std::runtime_error(QString(u"不能写入 "_s + path).toStdString());
@@ -45,8 +52,13 @@ void makeHistory(const HistoryFiles& files, const PracticeQuotes& quotes,
 }
 
 void make(const QStringList& arguments) {
-    const Stores stores = storesIn(applicationFolder(arguments[3]));
-    const QList<ThemeMember> library = readThemeMembers(arguments[2]);
+    const QString folder = applicationFolder(arguments[3]);
+    if (!QDir().mkpath(folder + historyFolder)) {
+        throw std::runtime_error(QString(u"不能建立 "_s + folder + historyFolder).toStdString());
+    }
+    const Stores stores = storesIn(folder);
+    SkippedRows skipped;
+    const QList<ThemeMember> library = readThemeMembers(arguments[2], skipped);
     const QDate today = QDate::currentDate();
     makeHistory({stores.firstHistory.path, stores.secondHistory.path},
                 PracticeQuotes(readPracticeStocks(arguments[1])), library, today);
