@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "frame/looks.h"
+#include "research/practice_bars.h"
 
 namespace guanchao {
 
@@ -44,9 +45,17 @@ int Program::run() {
     QTimer::singleShot(0, &form2_, [this] {
         form2_.show();
         application_.guard([this] { form2_.Form_Load(); });
+        application_.guard([this] { tellOfPracticeBars(); });
         brief_.emplace(longestOfAClick);
     });
     return Application::exec();
+}
+
+void Program::tellOfPracticeBars() {
+    const QString moved = movePracticeBarsAside(stores_);
+    if (!moved.isEmpty()) {
+        environment_.dialogs.tell(moved);
+    }
 }
 
 }  // namespace guanchao

@@ -41,6 +41,8 @@ public:
     void showMainWindow() { form2_.tuopan显示_Click(); }
 
 private:
+    void tellOfPracticeBars();
+
     Application& application_;
     DesktopDialogs& dialogs_;
     QFileInfo executable_{QCoreApplication::applicationFilePath()};
