@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
             "--lots：成交量的单位是手；--shares：成交量的单位是股\n");
         return 2;
     }
+    guanchao::keepSortsOutOfMemory();
     try {
         guanchao::build(arguments, unit);
     } catch (const std::exception& failure) {
