@@ -1,7 +1,6 @@
 #include "research/day_quotes.h"
 
 #include "base/activity.h"
-#include "formats/gbk.h"
 #include "services/quote_reply.h"
 
 namespace guanchao {
@@ -38,8 +37,8 @@ DayQuote dayQuote(const QuoteRow& row) {
 }
 
 // One that breaks off or holds no numbers is left to the history.
-void addQuotes(const QByteArray& body, const QStringList& codes, QList<DayQuote>& quotes) {
-    for (const QuoteRow& row : quoteRows(textFromGbk(body))) {
+void addQuotes(const QString& lines, const QStringList& codes, QList<DayQuote>& quotes) {
+    for (const QuoteRow& row : quoteRows(lines)) {
         if (!codes.contains(row.dm()) || row.lastIndex() < field::time) {
             continue;
         }
@@ -60,15 +59,16 @@ bool DayQuote::isOfClose() const {
 }
 
 QCoro::Task<QList<DayQuote>> DayQuotes::fetch(QStringList codes, Note note,
-                                              std::stop_token stop) const {
+                                              std::stop_token stop) {
     QList<DayQuote> quotes;
     for (qsizetype at = 0; at < codes.size(); at += codesPerRequest) {
         const QStringList batch = codes.mid(at, codesPerRequest);
-        const HttpReply reply = co_await http_.get(service_, u"/list="_s + listOf(batch), stop);
-        if (!reply.answered()) {
+        const QString list = listOf(batch);
+        const QuotesReply reply = co_await source_.fetch(list, stop);
+        if (!reply.lack.isEmpty()) {
             break;
         }
-        addQuotes(reply.body, batch, quotes);
+        addQuotes(reply.lines, batch, quotes);
         note(static_cast<int>(at + batch.size()));
     }
     co_return quotes;

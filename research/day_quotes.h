@@ -9,7 +9,7 @@
 #include <optional>
 #include <stop_token>
 
-#include "platform/http_client.h"
+#include "services/quote_source.h"
 
 namespace guanchao {
 
@@ -31,18 +31,17 @@ struct DayQuote {
 
 class DayQuotes {
 public:
-    DayQuotes(HttpClient& http, const QList<Service>& services)
-        : http_(http), service_(services.value(0)) {}
+    DayQuotes(HttpClient& http, const Clock& clock, const QList<Service>& services)
+        : source_(http, clock, services) {}
 
     // Called with how many codes have been asked for.
     using Note = std::function<void(int asked)>;
 
-    // Of the codes that the service tells something of that can be read.
-    QCoro::Task<QList<DayQuote>> fetch(QStringList codes, Note note, std::stop_token stop) const;
+    // Of the codes that the services tell something of that can be read.
+    QCoro::Task<QList<DayQuote>> fetch(QStringList codes, Note note, std::stop_token stop);
 
 private:
-    HttpClient& http_;
-    Service service_;
+    QuoteSource source_;
 };
 
 }  // namespace guanchao

@@ -53,7 +53,7 @@ HistoryFill::HistoryFill(const Stores& stores, const Clock& clock, HttpClient& h
       show_(std::move(show)),
       wait_(std::move(wait)),
       past_(http, clock, services),
-      quotes_(http, services.quote) {}
+      quotes_(http, clock, services.quote) {}
 
 // In a thread of its own; ends by Cancelled where the user stops it.
 template <typename Job>
