@@ -112,7 +112,9 @@ class Practice:
         return state
 
     def files(self):
-        return {str(it.relative_to(self.home)) for it in self.home.rglob("*") if it.is_file()}
+        """Without journals that were only begun: the next write takes them away."""
+        return {str(it.relative_to(self.home)) for it in self.home.rglob("*")
+                if it.is_file() and not it.name.endswith("-journal")}
 
 
 def copy(source, target):
