@@ -41,6 +41,13 @@ ArticleFields fieldsOf(const QJsonValue& text) {
             text[u"body"].toString()};
 }
 
+// What a killed program was writing: no draft yet, but in plain words.
+void removeBegun(const QString& folder) {
+    for (const QString& name : QDir(folder).entryList({u"*.json.*"_s}, QDir::Files)) {
+        QFile::remove(folder + name);
+    }
+}
+
 std::optional<Draft> draftIn(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -73,9 +80,10 @@ void putAside(const QString& path, const Draft& draft) {
 }
 
 QList<LeftDraft> leftDrafts(const QString& applicationFolder) {
+    const QString folder = draftsFolder(applicationFolder);
+    removeBegun(folder);
     QList<LeftDraft> left;
-    for (const QFileInfo& file :
-         QDir(draftsFolder(applicationFolder)).entryInfoList({u"*.json"_s}, QDir::Files)) {
+    for (const QFileInfo& file : QDir(folder).entryInfoList({u"*.json"_s}, QDir::Files)) {
         if (const std::optional<Draft> draft = draftIn(file.filePath())) {
             left << LeftDraft{file.filePath(), *draft};
         }

@@ -28,7 +28,8 @@ QString newDraftPath(const QString& applicationFolder);
 // Over the draft that is there. Raises OperationError.
 void putAside(const QString& path, const Draft& draft);
 
-// The oldest first. Files that hold no draft don't count.
+// At a start, before an editor writes: the oldest first. Files that hold no draft don't count; what
+// a killed program was just writing goes.
 QList<LeftDraft> leftDrafts(const QString& applicationFolder);
 
 }  // namespace guanchao
