@@ -192,8 +192,9 @@ private:
     }
     QCoro::Task<> changeArticle(std::stop_token) {
         ArticleEditor editor(stores_, globals_, clock_, dialogs_);
-        globals_.dangqianwenzhang = argument(0).toInt();
-        ArticleFields fields = articleFields(editor.open().value());
+        ArticleFields fields = articleFields({});
+        fields.id = argument(0);
+        fields.date = dateTexts(clock_.now().date());
         onceMore([&] { print(editor.save(fields)); });
         co_return;
     }

@@ -45,7 +45,7 @@ OPERATIONS = [
     ("选历年主题", ["scan"], ROW, []),
     ("主题与大盘对比", ["history", THEME], ROW, []),
     ("添加文章", ["article", "四"], FOLDER, []),
-    ("修改文章", ["change_article", "1"], ROW, []),
+    ("修改文章", ["change_article", "1"], FOLDER, []),
     ("文章草稿", ["draft", "乙"], FOLDER, []),
     ("添加主题", ["theme", "新题", "sh600000,sz000001"], FOLDER, []),
     ("修改主题名称", ["rename", THEME, "黄酒"], ROW, []),
