@@ -199,7 +199,7 @@ TEST_F(HistoryBuilderTest, AFolderOfATerminalIsRead) {
     const auto record = [](quint32 day, quint32 price, quint32 volume) {
         QByteArray bytes(32, '\0');
         const quint32 fields[] = {day, price, price + 5, price - 5, price};
-        for (int at = 0; at < 5; ++at) {
+        for (qsizetype at = 0; at < 5; ++at) {
             qToLittleEndian(fields[at], bytes.data() + 4 * at);
         }
         qToLittleEndian(76000.5F, bytes.data() + 20);

@@ -1,5 +1,6 @@
 #include "tools/history_builder/build_progress.h"
 
+#include <QStringList>
 #include <QTextStream>
 
 #include "base/time_left.h"

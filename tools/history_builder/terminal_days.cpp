@@ -20,7 +20,9 @@ constexpr qsizetype recordBytes = 32;
 // Little endian: day as 20261120, open, high, low, close in hundredths, turnover in yuan as a
 // floating point number, volume in shares, four bytes of nothing.
 DayRow rowOf(const QString& dm, const char* record) {
-    const auto number = [&](int field) { return qFromLittleEndian<quint32>(record + 4 * field); };
+    const auto number = [&](qsizetype field) {
+        return qFromLittleEndian<quint32>(record + 4 * field);
+    };
     DayRow row;
     row.dm = dm;
     const auto day = static_cast<int>(number(0));
