@@ -58,8 +58,7 @@ bool DayQuote::isOfClose() const {
     return moment.isValid() && moment.time() >= marketClose && isTraded && fits;
 }
 
-QCoro::Task<QList<DayQuote>> DayQuotes::fetch(QStringList codes, Note note,
-                                              std::stop_token stop) {
+QCoro::Task<QList<DayQuote>> DayQuotes::fetch(QStringList codes, Note note, std::stop_token stop) {
     QList<DayQuote> quotes;
     for (qsizetype at = 0; at < codes.size(); at += codesPerRequest) {
         const QStringList batch = codes.mid(at, codesPerRequest);

@@ -62,7 +62,7 @@ void takeQuotes(const QByteArray& bytes) {
     const FakeClock clock;
     FakeHttp http = answering(bytes);
     Globals globals;
-    QuoteFeed feed(stores, globals, clock, http, Service());
+    QuoteFeed feed(stores, globals, clock, http, {Service()});
     for (const qint16 toPollList : {qint16(0), qint16(1)}) {
         outcomeOf(feed.gengxinhq({{u"sh600000,sz000001,"_s, 2}}, toPollList,
                                  [](const CodeBatch&, const MissedQuotes&) {}, {}));
@@ -163,13 +163,11 @@ void importPicked(const StoreFile& file, const StoreFile& into, Import import,
 
 // A store in place of the program's own: checked, counted and copied.
 void checkCopy(const StoreFile& file) {
-    Stores stores = made().stores;
-    stores.main = file;
     requireWhole(file);
     const QString copy = made().folder() + u"副本.mzdat"_s;
     copyStore(file, copy, [] {});
     requireWhole({copy, file.key});
-    readCounts(stores);
+    readCounts(CopiedStore::main, file);
 }
 
 // A value as only another program could have stored it.
