@@ -4,9 +4,11 @@
 #include "formats/html_tables.h"
 #include "market/stored_quote.h"
 #include "services/fundamentals.h"
+#include "services/quote_tencent.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
+#include "tools/practice_market/practice_tencent.h"
 
 namespace guanchao {
 
@@ -79,6 +81,26 @@ TEST(PracticeProxyPage, HasOneListAsTheProgramReadsIt) {
     ASSERT_EQ(tables.size(), 1);
     EXPECT_EQ(tables[0].size(), 5);
     EXPECT_EQ(tables[0][1][2], u"北京 电信"_s);
+}
+
+TEST(PracticeQuotes, EachKindOfServiceTellsTheSame) {
+    const PracticeQuotes quotes({{u"SH600000"_s, u"浦发银行"_s}});
+    const QDateTime now(QDate(2026, 11, 24), QTime(10, 30));
+    const QStringList codes = {u"sh600000"_s, u"sh000001"_s};
+    const QByteArray body = gbkFromText(practiceTencentReply(quotes, codes, now));
+    const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(body));
+    const QList<QuoteRow> usual = quoteRows(quotes.reply(codes, now));
+    for (qsizetype row = 0; row < codes.size(); ++row) {
+        EXPECT_EQ(rows[row].dm(), usual[row].dm());
+        for (const qsizetype at : {field::open, field::formerClose, field::latest, field::high,
+                                   field::low, field::day, field::time}) {
+            EXPECT_EQ(rows[row].text(at), usual[row].text(at)) << at;
+        }
+        EXPECT_NEAR(rows[row].number(field::volume), usual[row].number(field::volume), 100);
+    }
+    EXPECT_EQ(practiceTencentReply(quotes, {u"sh600001"_s}, now), u"v_pv_none_match=\"1\";\n"_s);
+    const QString keyData = practiceKeyData(quotes, {u"sh600000_i"_s}, now);
+    EXPECT_GT(readFundamentalsLine(keyData, u"SH600000"_s).floatInTenThousands(), 0);
 }
 
 }  // namespace guanchao

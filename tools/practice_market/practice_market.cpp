@@ -3,6 +3,7 @@
 #include <httplib.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "formats/gbk.h"
@@ -10,6 +11,7 @@
 #include "tools/practice_market/practice_charts.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_search.h"
+#include "tools/practice_market/practice_tencent.h"
 
 namespace guanchao {
 
@@ -150,7 +152,7 @@ void PracticeMarket::addRoutes() {
         note(request);
         return Handled::Unhandled;
     });
-    server_->Get(R"(/list=(.*))",
+    server_->Get(R"(/(list|q)=(.*))",
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerQuotes(request, response);
                  });
@@ -193,7 +195,8 @@ void PracticeMarket::answerQuotes(const httplib::Request& request, httplib::Resp
         return;
     }
     const MarketFault fault = this->fault();
-    const QString reply = quotesFor(QString::fromStdString(request.matches[1]));
+    const QString reply = quotesFor(QString::fromStdString(request.matches[1]),
+                                    QString::fromStdString(request.matches[2]));
     switch (fault) {
         case MarketFault::refused:
             refuse(response);
@@ -268,9 +271,17 @@ MarketFault PracticeMarket::fault() const {
     return fault_;
 }
 
-QString PracticeMarket::quotesFor(const QString& codeList) const {
-    const QString codes = codeList.endsWith(u',') ? codeList.chopped(1) : codeList;
-    return quotes_.reply(codes.split(u','), now_());
+// `q` is asked of Tencent; a code with `_i` asks for its key data.
+QString PracticeMarket::quotesFor(const QString& kind, const QString& codeList) const {
+    const QStringList codes =
+        (codeList.endsWith(u',') ? codeList.chopped(1) : codeList).split(u',');
+    if (kind == u"q") {
+        return practiceTencentReply(quotes_, codes, now_());
+    }
+    const bool isKeyData = std::ranges::all_of(codes, [](const QString& code) {
+        return code.size() == 10 && code.endsWith(QStringLiteral("_i"));
+    });
+    return isKeyData ? practiceKeyData(quotes_, codes, now_()) : quotes_.reply(codes, now_());
 }
 
 void PracticeMarket::waitForAnswer() {

@@ -72,7 +72,7 @@ private:
     void answerVersion(httplib::Response& response) const;
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;
-    QString quotesFor(const QString& codeList) const;
+    QString quotesFor(const QString& kind, const QString& codeList) const;
     void waitForAnswer();
 
     const PracticeQuotes quotes_;

@@ -107,6 +107,21 @@ QString practicePage(const PracticeQuotes& quotes, const QString& path, const QD
     return pageOf(title + QStringLiteral(" 公司资料"), tableOf(report));
 }
 
+QString practiceKeyData(const PracticeQuotes& quotes, const QStringList& lowerCaseCodes,
+                        const QDateTime& now) {
+    QString lines;
+    for (const QString& code : lowerCaseCodes) {
+        const Report report = reportOf(quotes, code.first(8), now);
+        const QString shares = QString::number(report.mqlt * 10000, 'f', 4);
+        const QString values =
+            QStringLiteral("A,,%1,%1,%2,%3,0,%4,%4,%4,0,CNY")
+                .arg(QString::number(report.mgsy, 'f', 4), QString::number(report.mgsy / 4, 'f', 4),
+                     QString::number(report.mgjzc, 'f', 4), shares);
+        lines += QStringLiteral("var hq_str_%1=\"%2\";\n").arg(code, values);
+    }
+    return lines;
+}
+
 QString practiceProxyPage() {
     const QString none = QStringLiteral("&nbsp;");
     return pageOf(

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace guanchao {
 
@@ -12,6 +13,10 @@ class PracticeQuotes;
 
 // Empty for a path that names no page of a stock.
 QString practicePage(const PracticeQuotes& quotes, const QString& path, const QDateTime& now);
+
+// The key data of the codes in the lines of the quote service: sh600000_i.
+QString practiceKeyData(const PracticeQuotes& quotes, const QStringList& lowerCaseCodes,
+                        const QDateTime& now);
 
 // Its servers are not there: the addresses are kept free for examples.
 QString practiceProxyPage();
