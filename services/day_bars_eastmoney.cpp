@@ -58,7 +58,7 @@ ReadBars EastmoneyDayBars::read(const QByteArray& body, const QString& dm) const
         return {{}, noBars};
     }
     ReadBars read;
-    for (const QJsonValue& line : data[u"klines"_s].toArray()) {
+    for (const auto& line : data[u"klines"_s].toArray()) {
         read.bars << readBar(line.toString());
     }
     return read;

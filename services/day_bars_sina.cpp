@@ -48,7 +48,7 @@ ReadBars SinaDayBars::read(const QByteArray& body, const QString&) const {
         return {{}, noBars};
     }
     ReadBars read;
-    for (const QJsonValue& row : reply.array()) {
+    for (const auto& row : reply.array()) {
         read.bars << readBar(row.toObject());
     }
     return read;

@@ -62,7 +62,7 @@ ReadBars TencentDayBars::read(const QByteArray& body, const QString& dm) const {
         return {{}, faultOf(reply)};
     }
     ReadBars read;
-    for (const QJsonValue& row : days.toArray()) {
+    for (const auto& row : days.toArray()) {
         if (isWhole(row.toArray())) {
             read.bars << readBar(row.toArray());
         }

@@ -46,7 +46,7 @@ std::optional<FactorList> readFactors(const QByteArray& body, const QString& dm)
     }
     const QJsonValue rows = readLooseJson(assignment.sliced(equals + 1)).object()[u"data"_s];
     QList<Factor> factors;
-    for (const QJsonValue& row : rows.toArray()) {
+    for (const auto& row : rows.toArray()) {
         factors << Factor{QDate::fromString(row[u"d"_s].toString(), Qt::ISODate),
                           numberIn(numberWords(row[u"f"_s]))};
     }

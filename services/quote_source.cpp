@@ -47,7 +47,7 @@ QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, QList<Service> se
 QList<qsizetype> QuoteSource::order() const {
     QList<qsizetype> order(services_.size());
     std::iota(order.begin(), order.end(), 0);
-    std::ranges::stable_partition(order, [this](qsizetype it) {
+    std::stable_partition(order.begin(), order.end(), [this](qsizetype it) {
         return !lastUntil_[it].isValid() || lastUntil_[it] <= clock_.now();
     });
     return order;
