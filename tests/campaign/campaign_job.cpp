@@ -195,7 +195,7 @@ private:
         ArticleFields fields = articleFields({});
         fields.id = argument(0);
         fields.date = dateTexts(clock_.now().date());
-        onceMore([&] { print(editor.save(fields)); });
+        print(editor.save(fields));
         co_return;
     }
     QCoro::Task<> draft(std::stop_token) {

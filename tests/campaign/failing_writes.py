@@ -44,7 +44,7 @@ OPERATIONS = (
     ("undo", (), "删除全部主题再撤消", "steps"),
     ("history", ("银行",), "与大盘对比", "parts"),
     ("article", ("新文章",), "新建文章", "whole"),
-    ("change_article", ("1",), "改文章", "steps"),
+    ("change_article", ("1",), "改文章", "whole"),
     ("draft", ("草稿",), "文章的草稿", "whole"),
     ("theme", ("新主题", "600000"), "新建主题", "whole"),
     ("rename", ("白酒", "好酒"), "主题改名", "whole"),
