@@ -118,14 +118,26 @@ QCoro::Task<std::optional<std::invoke_result_t<Job, Work<Progress>&>>> inWorker(
     co_return given;
 }
 
-// The same for a job that tells nothing and that only the end of its window stops.
+// The same for a job that tells nothing. Ends by Cancelled if the user stopped it.
+template <typename Job>
+QCoro::Task<std::invoke_result_t<Job, Work<std::monostate>&>> inWorker(Job job,
+                                                                       std::stop_token wanted,
+                                                                       std::stop_token stop) {
+    const std::function<void(const std::monostate&)> show = [](const std::monostate&) {};
+    auto given = co_await inWorker<std::monostate>(std::move(job), show, wanted, stop);
+    if (!given) {
+        throw Cancelled();
+    }
+    co_return std::move(*given);
+}
+
+// The same for one that only the end of its window stops.
 template <typename Job>
 QCoro::Task<std::invoke_result_t<Job, Work<std::monostate>&>> inWorker(Job job,
                                                                        std::stop_token stop) {
-    const std::function<void(const std::monostate&)> show = [](const std::monostate&) {};
     const std::stop_token unstopped;
-    auto given = co_await inWorker<std::monostate>(std::move(job), show, unstopped, stop);
-    co_return std::move(*given);
+    auto given = co_await inWorker(std::move(job), unstopped, stop);
+    co_return given;
 }
 
 // For who is about to leave or to touch what jobs use: ends once none is under way. Those whose

@@ -55,18 +55,6 @@ HistoryFill::HistoryFill(const Stores& stores, const Clock& clock, HttpClient& h
       past_(http, clock, services),
       quotes_(http, clock, services.quote) {}
 
-// In a thread of its own; ends by Cancelled where the user stops it.
-template <typename Job>
-QCoro::Task<std::invoke_result_t<Job, Work<std::monostate>&>> HistoryFill::look(
-    Job job, std::stop_token stop) {
-    const std::function<void(const std::monostate&)> quiet = [](const std::monostate&) {};
-    auto given = co_await inWorker<std::monostate>(std::move(job), quiet, control_.asking(), stop);
-    if (!given) {
-        throw Cancelled();
-    }
-    co_return std::move(*given);
-}
-
 QCoro::Task<FillTally> HistoryFill::run(std::stop_token stop) {
     const std::stop_callback whenStopped(stop, [this] { control_.stop(); });
     // Requests that are on their way must not come back to a run that is over.
@@ -105,7 +93,7 @@ QCoro::Task<> HistoryFill::readLibrary(std::stop_token stop) {
         const Activity activity = filling();
         return readHistoryLibrary(main);
     };
-    const HistoryLibrary library = co_await look(job, stop);
+    const HistoryLibrary library = co_await inWorker(job, control_.asking(), stop);
     members_ = library.members;
     for (const HistoryCode& code : library.codes) {
         codes_ << code.dm;
@@ -124,7 +112,7 @@ QCoro::Task<> HistoryFill::readState(std::stop_token stop) {
         }
         return state;
     };
-    state_ = co_await look(job, stop);
+    state_ = co_await inWorker(job, control_.asking(), stop);
 }
 
 // How far back a code is wanted.
@@ -231,7 +219,7 @@ QCoro::Task<> HistoryFill::storeQuotes(QList<DayQuote> quotes, QDate formerDay,
         }
         return rows;
     };
-    const QList<DayRow> rows = co_await look(join, stop);
+    const QList<DayRow> rows = co_await inWorker(join, control_.asking(), stop);
     DayRanges asked;
     for (const DayRow& row : rows) {
         StoredDays& stored = state_.codes[row.dm];
@@ -267,7 +255,7 @@ QCoro::Task<> HistoryFill::findGaps(std::stop_token stop) {
         }
         return gaps;
     };
-    const QList<CodeGap> gaps = co_await look(job, stop);
+    const QList<CodeGap> gaps = co_await inWorker(job, control_.asking(), stop);
     gaps_.assign(gaps.begin(), gaps.end());
 }
 

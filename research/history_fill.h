@@ -62,9 +62,6 @@ private:
     QCoro::Task<> write(std::stop_token stop);
     QCoro::Task<int> store(QList<DayRow> rows, std::optional<QList<ThemeMember>> members,
                            DayRanges asked, std::stop_token stop);
-    template <typename Job>
-    QCoro::Task<std::invoke_result_t<Job, Work<std::monostate>&>> look(Job job,
-                                                                       std::stop_token stop);
 
     DayRange wantedOf(const StoredDays& stored) const;
     std::optional<CodeGap> indexGap() const;
