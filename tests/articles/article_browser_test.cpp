@@ -1,11 +1,7 @@
 #include "articles/article_browser.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-
 #include "articles/article_removal.h"
+#include "tests/support/kill_in_the_middle.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
@@ -155,23 +151,11 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?（1 篇文章）"_s);
 }
 
-// In a process of its own, which waits in the middle.
 TEST_F(ArticleBrowserTest, AKilledDeletionLosesNothingAndLeavesNothing) {
     addSome();
-    int begun[2];
-    ASSERT_EQ(pipe(begun), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        removeArticles(store_.stores.article, {1, 2, 3}, removals_, [&] {
-            [[maybe_unused]] const auto told = write(begun[1], "x", 1);
-            ::pause();
-        });
-        _exit(1);
-    }
-    char word = 0;
-    ASSERT_EQ(read(begun[0], &word, 1), 1);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+    killInTheMiddle([this](const std::function<void()>& middle) {
+        removeArticles(store_.stores.article, {1, 2, 3}, removals_, middle);
+    });
     EXPECT_EQ(stored().size(), 3);
     const QString kept = store_.folder() + u"撤消"_s;
     EXPECT_TRUE(QFile::exists(kept + u"/1.mzdat"_s));

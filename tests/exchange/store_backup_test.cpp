@@ -1,14 +1,11 @@
 #include "exchange/store_backup.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QScopeGuard>
-#include <csignal>
 
 #include "exchange/restore.h"
 #include "exchange/store_check.h"
 #include "tests/exchange/exchange_fixture.h"
+#include "tests/support/kill_in_the_middle.h"
 
 namespace guanchao {
 
@@ -129,24 +126,12 @@ TEST_F(StoreBackupTest, EachDayHasOneWholeCopyAndWhatIsInTheWayIsTold) {
     EXPECT_EQ(names(), QStringList({u"2026-11-24"_s, u"2026-11-25"_s}));
 }
 
-// In a process of its own, which waits in the middle.
 TEST_F(StoreBackupTest, AKilledRunLeavesNoCopy) {
-    int begun[2];
-    ASSERT_EQ(pipe(begun), 0);
-    const pid_t child = fork();
-    if (child == 0) {
+    killInTheMiddle([this](const std::function<void()>& middle) {
         makeDailyCopy(
             store_.stores, folder_, clock_.now().date(), [this](const QString&) { return free_; },
-            [&] {
-                [[maybe_unused]] const auto told = write(begun[1], "x", 1);
-                ::pause();
-            });
-        _exit(1);
-    }
-    char word = 0;
-    ASSERT_EQ(read(begun[0], &word, 1), 1);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+            middle);
+    });
     EXPECT_EQ(names(), QStringList{u"2026-11-24.new"_s});
     EXPECT_TRUE(keptCopies(folder_).isEmpty());
     EXPECT_TRUE(makeToday());
