@@ -32,12 +32,6 @@ Activity updating(qint16 tojiankong) {
     return Activity(u"监控行情"_s, u"已经写入并保留：失败之前各步的结果。其余没有写入。"_s);
 }
 
-// A lone code is asked for together with an index: the service cuts the reply to one code
-// otherwise, and a monitor that never gets a quote could never fire.
-QString companionOf(const QString& list) {
-    return list == u"sh000001,"_s ? u"sz399001,"_s : u"sh000001,"_s;
-}
-
 }  // namespace
 
 QList<CodeBatch> codeBatches(Recordset& codes) {
@@ -64,8 +58,7 @@ QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock,
     : stores_(stores), globals_(globals), clock_(clock), source_(http, clock, services) {}
 
 QCoro::Task<QuotesReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
-    const QString list = batch.count == 1 ? batch.list + companionOf(batch.list) : batch.list;
-    return source_.fetch(list, stop);
+    return source_.fetch(withCompanion(batch.list), stop);
 }
 
 QCoro::Task<MissedQuotes> QuoteFeed::write(CodeBatch batch, QuotesReply reply, qint16 tojiankong,

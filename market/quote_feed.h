@@ -20,8 +20,6 @@
 
 namespace guanchao {
 
-inline constexpr int codesPerRequest = 99;
-
 // Codes for one request, in lower case and each followed by a comma.
 struct CodeBatch {
     QString list;

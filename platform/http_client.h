@@ -29,6 +29,11 @@ struct HttpReply {
     QDateTime until = {};  // of a rest
 
     bool answered() const { return outcome == Outcome::answered; }
+    // That a page isn't there is an answer too.
+    bool hasNoPage() const {
+        constexpr int notFound = 404;
+        return outcome == Outcome::refused && status == notFound;
+    }
     // The service may be asked too much.
     bool turnedAway() const {
         return outcome == Outcome::refused || outcome == Outcome::limited ||

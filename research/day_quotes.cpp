@@ -2,22 +2,13 @@
 
 #include "base/activity.h"
 #include "services/quote_reply.h"
+#include "services/trading_day.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr qsizetype codesPerRequest = 99;
-const QTime marketClose(15, 0);
-
-// The service cuts its reply to a lone code.
-QString listOf(const QStringList& codes) {
-    const QString list = codes.join(u',').toLower() + u',';
-    const QString companion = list == u"sh000001,"_s ? u"sz399001,"_s : u"sh000001,"_s;
-    return codes.size() == 1 ? list + companion : list;
-}
 
 QDateTime momentOf(const QuoteRow& row) {
     return QDateTime(QDate::fromString(row.text(field::day), Qt::ISODate),
@@ -62,7 +53,7 @@ QCoro::Task<QList<DayQuote>> DayQuotes::fetch(QStringList codes, Note note, std:
     QList<DayQuote> quotes;
     for (qsizetype at = 0; at < codes.size(); at += codesPerRequest) {
         const QStringList batch = codes.mid(at, codesPerRequest);
-        const QString list = listOf(batch);
+        const QString list = withCompanion(batch.join(u',').toLower() + u',');
         const QuotesReply reply = co_await source_.fetch(list, stop);
         if (!reply.lack.isEmpty()) {
             break;

@@ -4,16 +4,9 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr int notFound = 404;
-
-}  // namespace
-
 QCoro::Task<HttpReply> ServiceWatch::get(Service service, QString path, std::stop_token stop) {
     const HttpReply reply = co_await http_.get(service, path, stop);
-    // That a code is not there is an answer too.
-    const bool isAnswer = reply.answered() || reply.status == notFound;
+    const bool isAnswer = reply.answered() || reply.hasNoPage();
     State& state = states_[service.host];
     state.answers += isAnswer ? 1 : 0;
     state.failure = isAnswer ? QString() : failureWords(reply);

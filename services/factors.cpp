@@ -13,7 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int notFound = 404;
 constexpr double largestFactor = 1e6;
 
 bool stands(const QList<Factor>& factors) {
@@ -56,7 +55,7 @@ std::optional<FactorList> readFactors(const QByteArray& body, const QString& dm)
 QCoro::Task<std::optional<FactorList>> Factors::fetch(QString dm, std::stop_token stop) const {
     const QString path = u"/realstock/company/%1/hfq.js"_s.arg(dm.toLower());
     const HttpReply reply = co_await http_.get(service_, path, stop);
-    if (reply.outcome == HttpReply::Outcome::refused && reply.status == notFound) {
+    if (reply.hasNoPage()) {
         co_return FactorList();
     }
     co_return reply.answered() ? readFactors(reply.body, dm) : std::nullopt;

@@ -23,7 +23,7 @@ constexpr qsizetype floatOfAShares = 9;
 }  // namespace line
 
 bool isLine(const Service& service) {
-    return service.kind.compare(u"sina"_s, Qt::CaseInsensitive) == 0;
+    return service.kind == u"sina"_s;
 }
 
 QString pathOf(const Service& service, const QString& dm) {

@@ -13,7 +13,6 @@ constexpr int mostFailuresInARow = 10;
 constexpr int mostWaiting = 10;
 
 constexpr int forbidden = 403;
-constexpr int notFound = 404;
 constexpr int tooManyRequests = 429;
 constexpr int bannedAddress = 456;
 
@@ -24,9 +23,8 @@ bool isLimit(const HttpReply& reply, bool hasAnswered) {
             (reply.status == forbidden && hasAnswered));
 }
 
-// That a page isn't there is an answer too.
 bool isFailure(const HttpReply& reply) {
-    const bool isRefusal = reply.outcome == HttpReply::Outcome::refused && reply.status != notFound;
+    const bool isRefusal = reply.outcome == HttpReply::Outcome::refused && !reply.hasNoPage();
     return isRefusal || reply.outcome == HttpReply::Outcome::silent ||
            reply.outcome == HttpReply::Outcome::broken;
 }

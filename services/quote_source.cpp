@@ -25,20 +25,36 @@ public:
     QString lines(const QByteArray& body) const override { return textFromGbk(body); }
 };
 
-// Tells a service's word on the codes from the page of a portal or a word on the asker.
+// Tells a service's word on the codes from the page of a portal or a word on the asker. Each piece
+// is known by its variable: a page of megabytes is looked through once.
 bool isAnswerTo(const QString& codes, const QString& lines) {
-    return std::ranges::any_of(codes.split(u',', Qt::SkipEmptyParts), [&](const QString& code) {
-        return lines.contains(code + u'=', Qt::CaseInsensitive);
-    });
+    const QStringList asked = codes.split(u',', Qt::SkipEmptyParts);
+    for (const QStringView line : QStringView(lines).tokenize(u';')) {
+        const QStringView variable = line.first(std::max<qsizetype>(line.indexOf(u'='), 0));
+        if (std::ranges::any_of(asked, [&](const QString& code) {
+                return variable.endsWith(code, Qt::CaseInsensitive);
+            })) {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace
 
 std::unique_ptr<QuoteKind> quoteKind(const QString& name) {
-    if (name.compare(u"tencent"_s, Qt::CaseInsensitive) == 0) {
+    if (name == u"tencent"_s) {
         return std::make_unique<TencentQuotes>();
     }
     return std::make_unique<SinaQuotes>();
+}
+
+QString withCompanion(const QString& list) {
+    const QString index = u"sh000001,"_s;
+    if (list.count(u',') > 1) {
+        return list;
+    }
+    return list + (list == index ? u"sz399001,"_s : index);
 }
 
 QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services)
@@ -73,7 +89,8 @@ QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop)
 
 QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
                                           std::stop_token stop) const {
-    const QString path = quoteKind(service.kind)->path(codes);
+    const std::unique_ptr<QuoteKind> kind = quoteKind(service.kind);
+    const QString path = kind->path(codes);
     const HttpReply reply = co_await http_.get(service, path, stop);
     QuotesReply read;
     read.turnedAway = reply.turnedAway();
@@ -81,7 +98,7 @@ QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
         read.lack = failureWords(reply);
         co_return QuotesReply(read);
     }
-    read.lines = quoteKind(service.kind)->lines(reply.body);
+    read.lines = kind->lines(reply.body);
     if (!isAnswerTo(codes, read.lines)) {
         read.lack = read.lines.isEmpty() ? u"应答是空的"_s : u"应答里没有行情"_s;
     }

@@ -13,6 +13,13 @@
 
 namespace guanchao {
 
+inline constexpr int codesPerRequest = 99;
+
+// The list to ask by for several lines, each code with a comma behind it. A lone code is asked for
+// together with an index: a service cuts the reply to one code otherwise, and a monitor that never
+// gets a quote could never fire.
+QString withCompanion(const QString& list);
+
 struct QuotesReply {
     QString lines;            // for services/quote_reply
     QString lack;             // why there are none, in Chinese: the reason of the first service

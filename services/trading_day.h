@@ -5,6 +5,8 @@
 
 namespace guanchao {
 
+inline const QTime marketClose(15, 0);
+
 // Today from the close at 15:00 on, before it the day before.
 QDate lastDayOver(const QDateTime& now);
 
