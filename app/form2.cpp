@@ -10,8 +10,8 @@
 
 #include "app/auto_update.h"
 #include "app/maintenance.h"
+#include "app/start_questions.h"
 #include "app/startup.h"
-#include "articles/draft_offer.h"
 #include "base/pause.h"
 #include "base/values.h"
 #include "frame/looks.h"
@@ -210,7 +210,7 @@ void Form2::Form_Load() {
     dailyBackup_->start();
     environment_.historyDesk.start();
     beginning_.start(
-        [this](std::stop_token stop) { return offerDrafts(environment_, windows_, stop); });
+        [this](std::stop_token stop) { return askAtTheStart(environment_, windows_, stop); });
 }
 
 void Form2::刷新_Click() {

@@ -24,6 +24,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .stores = stores_,
                    .removals = removals_,
                    .services = services_,
+                   .servicesFile = servicesFile_,
                    .clock = clock_,
                    .openWindows = openWindows_,
                    .dialogs = dialogs_,

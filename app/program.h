@@ -21,7 +21,7 @@
 #include "research/asked_history.h"
 #include "research/history_desk.h"
 #include "services/polite_http.h"
-#include "services/services.h"
+#include "services/services_file.h"
 #include "store/application_folder.h"
 #include "store/connection.h"
 
@@ -52,6 +52,7 @@ private:
     Stores stores_;
     Removals removals_{copiesFolder(folder_) + QStringLiteral("撤消/")};
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
+    ServicesFile servicesFile_{folder_ + QStringLiteral("services.ini"), services_};
     SystemClock clock_;
     QtHttpClient web_;
     PoliteHttp client_{web_, clock_};

@@ -20,12 +20,14 @@ class AskedHistory;
 class HistoryDesk;
 class MeanVolume;
 class OpenWindows;
+class ServicesFile;
 
 struct Environment {
     Globals& globals;
     Stores& stores;
     Removals& removals;
     const Services& services;
+    ServicesFile& servicesFile;
     const Clock& clock;
     OpenWindows& openWindows;
     Dialogs& dialogs;

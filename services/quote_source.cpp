@@ -1,7 +1,6 @@
 #include "services/quote_source.h"
 
 #include <algorithm>
-#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -57,31 +56,34 @@ QString withCompanion(const QString& list) {
     return list + (list == index ? u"sz399001,"_s : index);
 }
 
-QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services)
-    : http_(http), clock_(clock), services_(std::move(services)), lastUntil_(services_.size()) {}
+QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, const QList<Service>& services)
+    : http_(http), clock_(clock), services_(services) {}
 
-QList<qsizetype> QuoteSource::order() const {
-    QList<qsizetype> order(services_.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_partition(order.begin(), order.end(), [this](qsizetype it) {
-        return !lastUntil_[it].isValid() || lastUntil_[it] <= clock_.now();
-    });
+bool QuoteSource::isLast(const Service& service) const {
+    const QDateTime until = lastUntil_.value(service.host);
+    return until.isValid() && until > clock_.now();
+}
+
+QList<Service> QuoteSource::inOrder() const {
+    QList<Service> order = services_;
+    std::stable_partition(order.begin(), order.end(),
+                          [this](const Service& it) { return !isLast(it); });
     return order;
 }
 
 QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop) {
+    const QList<Service> order = inOrder();
     std::optional<QuotesReply> first;
-    for (const qsizetype place : order()) {
-        const Service service = services_[place];
+    for (const Service& service : order) {
         if (!quoteKind(service.kind)->knows(codes)) {
             continue;
         }
         const QuotesReply reply = co_await ask(service, codes, stop);
         if (reply.lack.isEmpty()) {
-            lastUntil_[place] = {};
+            lastUntil_.remove(service.host);
             co_return QuotesReply(reply);
         }
-        lastUntil_[place] = clock_.now().addSecs(secondsLast);
+        lastUntil_[service.host] = clock_.now().addSecs(secondsLast);
         first = first ? first : reply;
     }
     co_return first.value_or(QuotesReply{{}, failureWords({}), false});

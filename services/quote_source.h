@@ -4,6 +4,7 @@
 
 #include <QCoro/QCoroTask>
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <stop_token>
@@ -28,7 +29,9 @@ struct QuotesReply {
 
 class QuoteSource {
 public:
-    QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services);
+    // The list may change between requests; the source doesn't outlive it.
+    QuoteSource(HttpClient& http, const Clock& clock, const QList<Service>& services);
+    QuoteSource(HttpClient& http, const Clock& clock, QList<Service>&& services) = delete;
 
     // How many requests may be on their way at once.
     qsizetype ahead() const { return services_.value(0).ahead; }
@@ -38,14 +41,15 @@ public:
 
 private:
     QCoro::Task<QuotesReply> ask(Service service, QString codes, std::stop_token stop) const;
-    QList<qsizetype> order() const;
+    QList<Service> inOrder() const;
+    bool isLast(const Service& service) const;
 
     HttpClient& http_;
     const Clock& clock_;
-    QList<Service> services_;
+    const QList<Service>& services_;
     // A service that brings nothing is asked last for a while, so that its silence is waited for
     // once and not with each request.
-    QList<QDateTime> lastUntil_;
+    QHash<QString, QDateTime> lastUntil_;  // by host
 };
 
 }  // namespace guanchao

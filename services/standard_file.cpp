@@ -1,9 +1,17 @@
 #include "services/standard_file.h"
 
 #include <QCryptographicHash>
+#include <QFile>
 #include <algorithm>
 
+// A resource of a static library has to be asked for, from outside every namespace.
+static void initStandardFile() {
+    Q_INIT_RESOURCE(standard_file);
+}
+
 namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -19,6 +27,12 @@ constexpr const char* formerFiles[] = {
 bool isFormerStandard(const QByteArray& bytes) {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
     return std::ranges::any_of(formerFiles, [&](const char* it) { return hash == it; });
+}
+
+QByteArray standardFile() {
+    initStandardFile();
+    QFile file(u":/data/services.ini"_s);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 }  // namespace guanchao

@@ -10,4 +10,7 @@ namespace guanchao {
 // before: nobody has changed anything in it, and the one of today can take its place.
 bool isFormerStandard(const QByteArray& bytes);
 
+// The one of today.
+QByteArray standardFile();
+
 }  // namespace guanchao

@@ -4,6 +4,7 @@
 
 #include "services/standard_file.h"
 #include "tests/support/files.h"
+#include "tests/support/former_services.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -103,37 +104,10 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
 }
 
 TEST_F(ServicesTest, AnUntouchedFileOfEarlierDaysIsKnown) {
-    const QByteArray former =
-        R"(; timeout: 整个请求最多等多少秒，0 是一直等。不写时 newspage 等 4 秒，quote、chart、history 和
-; vendor 等 15 秒，search 照 caijiqi.ini（15 秒）。
-; ahead: 更新行情时同时发出几个请求，1 到 6，不写时 3 个。
-[quote]
-host=https://hq.sinajs.cn
-referer=https://finance.sina.com.cn/
-timeout=15
-[chart]
-host=https://image.sinajs.cn
-timeout=15
-[stockpage]
-host=https://finance.sina.com.cn
-[sitepage]
-host=https://quote.eastmoney.com
-[newspage]
-host=http://cj.gw.com.cn
-timeout=4
-[history]
-host=
-timeout=15
-[vendor]
-host=
-timeout=15
-[search]
-timeout=15
-)";
-    EXPECT_TRUE(isFormerStandard(former));
-    EXPECT_FALSE(isFormerStandard(former + '\n'));
+    EXPECT_TRUE(isFormerStandard(formerServices));
+    EXPECT_FALSE(isFormerStandard(formerServices + '\n'));
     EXPECT_FALSE(isFormerStandard({}));
-    EXPECT_EQ(words(read(former).history), u"csv "_s);
+    EXPECT_EQ(words(read(formerServices).history), u"csv "_s);
 }
 
 }  // namespace guanchao

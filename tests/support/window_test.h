@@ -12,6 +12,7 @@
 #include "market/mean_volume.h"
 #include "research/asked_history.h"
 #include "research/history_desk.h"
+#include "services/services_file.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_windows.h"
 
@@ -79,6 +80,7 @@ protected:
     }
 
     Services services_ = services();
+    ServicesFile servicesFile_{store_.folder() + u"services.ini"_s, services_};
     OpenWindows openWindows_;
     FakeShell shell_;
     FakeSound sound_;
@@ -95,6 +97,7 @@ protected:
                              .stores = stores_,
                              .removals = removals_,
                              .services = services_,
+                             .servicesFile = servicesFile_,
                              .clock = clock_,
                              .openWindows = openWindows_,
                              .dialogs = dialogs_,

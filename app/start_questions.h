@@ -1,0 +1,17 @@
+// What the program asks when it has started: whether the drafts of a run that broke off are opened,
+// and whether the websites of today take the place of those that an earlier program brought along
+// and that answer no more.
+#pragma once
+
+#include <QCoro/QCoroTask>
+#include <stop_token>
+
+#include "frame/environment.h"
+#include "frame/windows.h"
+
+namespace guanchao {
+
+// One after the other. Raises OperationError if services.ini can't be written, and Cancelled.
+QCoro::Task<> askAtTheStart(Environment& environment, Windows& windows, std::stop_token stop);
+
+}  // namespace guanchao
