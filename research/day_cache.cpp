@@ -67,12 +67,13 @@ void DayCache::addGaps(const CachedDays& code, const QDate& first, const QDate& 
 }
 
 // A service that refuses is asked for one code at a time from then on.
-QCoro::Task<> DayCache::update(QList<CachedDays> codes, QDate first, QDate last, Show show,
-                               std::stop_token stop) {
+QCoro::Task<MissedDays> DayCache::update(QList<CachedDays> codes, QDate first, QDate last,
+                                         Show show, std::stop_token stop) {
     QList<Gap> gaps;
     for (const CachedDays& code : codes) {
         addGaps(code, first, last, gaps);
     }
+    MissedDays missed;
     qsizetype ahead = prices_.bars.ahead();
     qsizetype asked = 0;
     std::deque<QCoro::Task<Fetched>> onTheirWay;
@@ -88,8 +89,12 @@ QCoro::Task<> DayCache::update(QList<CachedDays> codes, QDate first, QDate last,
         if (fetched.reply.days) {
             co_await write(gap.dm, fetched, stop);
             gap.note();
+        } else {
+            missed.reason = missed.codes.isEmpty() ? fetched.lack : missed.reason;
+            missed.codes << gap.dm;
         }
     }
+    co_return missed;
 }
 
 // An index and a fund have no factors. Where those of a stock can't be had its days wait for
@@ -98,12 +103,14 @@ QCoro::Task<> DayCache::update(QList<CachedDays> codes, QDate first, QDate last,
 QCoro::Task<DayCache::Fetched> DayCache::fetch(Gap gap, std::stop_token stop) const {
     Fetched fetched;
     fetched.reply = co_await prices_.bars.fetch(gap.dm, gap.first, gap.last, stop);
+    fetched.lack = fetched.reply.lacks.join(u'；');
     const bool hasGains = fetched.reply.days && fetched.reply.days->size() > 1;
     if (hasGains && fetched.reply.kind == pricesWithFactors && isStockCode(gap.dm)) {
         const std::optional<FactorList> factors = co_await prices_.factors.fetch(gap.dm, stop);
         fetched.factors = factors.value_or(FactorList());
         if (!factors && prices_.factors.isNamed()) {
             fetched.reply.days.reset();
+            fetched.lack = u"复权因子没有取到"_s;
         }
     }
     co_return fetched;

@@ -7,6 +7,7 @@
 #include <QCoro/QCoroTask>
 #include <QDate>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <stop_token>
@@ -34,6 +35,12 @@ struct PastPrices {
     Factors factors;
 };
 
+// Of the codes whose days no service has brought; their rows stay as they are.
+struct MissedDays {
+    QSet<QString> codes;
+    QString reason;  // of the first, in Chinese
+};
+
 // What both parts of the window's run, the downloads and the comparison, tell of a failure.
 Activity comparing();
 
@@ -51,8 +58,8 @@ public:
     // the service for what lies before and behind the days that are there and what it has answered
     // for. Some requests are on their way at a time; what each brings is written at once and stays
     // if the run is stopped.
-    QCoro::Task<> update(QList<CachedDays> codes, QDate first, QDate last, Show show,
-                         std::stop_token stop);
+    QCoro::Task<MissedDays> update(QList<CachedDays> codes, QDate first, QDate last, Show show,
+                                   std::stop_token stop);
 
 private:
     // The part of a code's days that one request asks for.
@@ -66,6 +73,7 @@ private:
     struct Fetched {
         BarsReply reply;
         FactorList factors;
+        QString lack;  // why there are no days
     };
 
     void addGaps(const CachedDays& code, const QDate& first, const QDate& last, QList<Gap>& gaps);

@@ -30,6 +30,7 @@ Form24::Form24(Environment& environment, Windows&)
     ui_->Text1->setText(environment.globals.dangqianzhuti);
     first_->setTexts(history_.firstDay());
     last_->setTexts(history_.lastDay());
+    ui_->missed->hide();
     showRun(false);
 }
 
@@ -45,6 +46,8 @@ QCoro::Task<> Form24::compare(std::stop_token stop) {
         co_await history_.compare(first, last, theme, stop);
     if (result) {
         ui_->Label3->setText(result->line);
+        ui_->missed->setText(result->missed);
+        ui_->missed->setVisible(!result->missed.isEmpty());
         ui_->plot->showPoints(result->points, result->hasTheme);
     }
 }

@@ -131,6 +131,15 @@ Comparison compareIn(const StoreFile& main, const Range& range, Works& work) {
                               u" from zhutidapanhq order by datetime(riqi) desc"_s)};
 }
 
+QString missedWords(const MissedDays& missed) {
+    if (missed.codes.isEmpty()) {
+        return {};
+    }
+    return u"有 "_s + QString::number(missed.codes.size()) +
+           u" 只的历史行情没有取到，按库里已有的对比。"_s + missed.reason +
+           u"。过一会儿再点“开始对比”。"_s;
+}
+
 // A day without a theme has no sign.
 void colourDays(ResultGrid& grid) {
     for (int row = 1; row < grid.rows(); ++row) {
@@ -183,13 +192,14 @@ QCoro::Task<std::optional<ThemeHistoryResult>> ThemeHistory::compare(DateTexts f
     if (isRefused(range.first, range.last)) {
         co_return std::nullopt;
     }
-    co_await updateCache(range.theme, range.first, range.last, stop);
+    const MissedDays missed = co_await updateCache(range.theme, range.first, range.last, stop);
     const auto job = [main = stores_.main, range](Works& work) {
         return compareIn(main, range, work);
     };
     std::optional<Comparison> comparison =
         co_await inWorker<ThemeHistoryStep>(job, show_, {}, stop);
     fillGrid(comparison->days);
+    comparison->result.missed = missedWords(missed);
     co_return comparison->result;
 }
 
@@ -201,8 +211,8 @@ bool ThemeHistory::isRefused(const QDate& first, const QDate& last) {
     return refusesWhileWriting(globals_, dialogs_, u"对比"_s);
 }
 
-QCoro::Task<> ThemeHistory::updateCache(QString theme, QDate first, QDate last,
-                                        std::stop_token stop) {
+QCoro::Task<MissedDays> ThemeHistory::updateCache(QString theme, QDate first, QDate last,
+                                                  std::stop_token stop) {
     show_({});
     const auto read = [main = stores_.main, theme](const Works& work) {
         return cachedCodes(main, theme, work);
@@ -212,7 +222,8 @@ QCoro::Task<> ThemeHistory::updateCache(QString theme, QDate first, QDate last,
     const DayCache::Show show = [this](const QString& dm, int done, int total) {
         show_({dm, done, total});
     };
-    co_await cache_.update(*codes, first, last, show, stop);
+    const MissedDays missed = co_await cache_.update(*codes, first, last, show, stop);
+    co_return missed;
 }
 
 void ThemeHistory::fillGrid(Recordset& days) {

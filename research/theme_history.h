@@ -33,6 +33,7 @@ struct ThemeHistoryResult {
     QString line;  // 主题总涨幅(...)-大盘总涨幅(...)=涨幅差(...)
     QList<HistoryPoint> points;
     bool hasTheme = false;  // a member has had a gain on at least one day
+    QString missed;         // codes that are compared by what is stored of them, and why
 };
 
 // What is in work: a code of a download or a day of the comparison.
@@ -61,7 +62,8 @@ public:
 
 private:
     bool isRefused(const QDate& first, const QDate& last);
-    QCoro::Task<> updateCache(QString theme, QDate first, QDate last, std::stop_token stop);
+    QCoro::Task<MissedDays> updateCache(QString theme, QDate first, QDate last,
+                                        std::stop_token stop);
     void fillGrid(Recordset& days);
 
     const Stores& stores_;

@@ -33,6 +33,7 @@ TEST_F(Form24Test, ARunOfNinetyDaysShowsItsLineItsTableAndItsPlot) {
     runToItsEnd();
     EXPECT_FALSE(find<QLabel>(u"Label4"_s)->isVisible());
     EXPECT_EQ(label(u"Label3"_s), u"主题总涨幅(4)-大盘总涨幅(-1.5)=涨幅差(5.5)"_s);
+    EXPECT_TRUE(label(u"missed"_s).startsWith(u"有 2 只的历史行情没有取到，按库里已有的对比。"_s));
     EXPECT_EQ(grid().rows(), 3);
     EXPECT_EQ(grid().index(0, 3).data(ResultGrid::BackColourRole), riseColour);
     EXPECT_EQ(grid().index(0, 4).data(ResultGrid::BackColourRole), fallColour);
