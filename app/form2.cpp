@@ -83,6 +83,7 @@ void Form2::setUpControls() {
     ui_->Command1->setIcon(searchIcon());
     ui_->Command2->setIcon(searchIcon());
     ui_->Command4->setIcon(updateIcon());
+    ui_->practiceBand->hide();
     ui_->progress->hide();
     ui_->stopRun->hide();
     for (QWidget* shown : exchangeControls()) {
@@ -202,6 +203,7 @@ void Form2::connectGrids() {
 void Form2::Form_Load() {
     loadProgram(environment_.applicationFolder, desktop_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
+    ui_->practiceBand->setVisible(environment_.services.isPractice);
     if (!environment_.services.complaints.isEmpty()) {
         environment_.dialogs.tell(environment_.services.complaints.join(u'\n'));
     }

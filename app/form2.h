@@ -27,6 +27,7 @@
 #include "themes/theme_commands.h"
 #include "themes/theme_table.h"
 #include "themes/watchlist.h"
+#include "utilities/shell_link.h"
 #include "utilities/version_check.h"
 
 namespace Ui {
@@ -68,6 +69,7 @@ private:
     void connectArticles();
     void connectExchange();
     void connectLaunchers();
+    clsShellLink startLink() const;
     void connectHelp();
     template <typename Form>
     void opens(const QAction* entry);

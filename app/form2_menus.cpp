@@ -191,9 +191,7 @@ void Form2::恢复_Click() {
 void Form2::connectLaunchers() {
     const auto launcher = [this](QAction* entry, const QList<ShellFolder>& folders) {
         connect(entry, &QAction::triggered, this, [this, folders] {
-            const clsShellLink link(desktop_.launcherFolders,
-                                    environment_.applicationFolder + environment_.executableName,
-                                    environment_.globals.yingyongmulu);
+            const clsShellLink link = startLink();
             for (const ShellFolder it : folders) {
                 link.createlnk(it);
             }
@@ -202,6 +200,16 @@ void Form2::connectLaunchers() {
     launcher(ui_->建程序快捷方式, {ShellFolder::programs, ShellFolder::startMenu});
     launcher(ui_->建桌面快捷方式, {ShellFolder::desktop});
     launcher(ui_->开机启动, {ShellFolder::startup});
+}
+
+// A practice folder has a starter beside the program, which starts the practice market too.
+clsShellLink Form2::startLink() const {
+    const QString program = environment_.applicationFolder + environment_.executableName;
+    const QString starter = program + u"-practice"_s;
+    const bool practises = environment_.services.isPractice && QFileInfo::exists(starter);
+    return {desktop_.launcherFolders, practises ? starter : program,
+            environment_.globals.yingyongmulu,
+            practises ? programName + u"（练习）"_s : programName};
 }
 
 void Form2::connectHelp() {

@@ -183,6 +183,7 @@ Services readServices(const QString& iniPath) {
     services.vendor = readService(ini, u"vendor"_s, {{}, {}, patience});
     // Without an entry the collector asks where the search page pattern of the heat store leads.
     services.search = readService(ini, u"search"_s, {});
+    services.isPractice = ini.hasSection(u"practice"_s);
     return services;
 }
 

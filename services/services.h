@@ -25,6 +25,8 @@ struct Services {
     Service vendor;     // the maker's site: version file, proxy list
     Service search;     // 搜索网页: in place of the host that the search page pattern names
 
+    bool isPractice = false;  // prices are made up: the file has a section [practice]
+
     QStringList complaints;  // of sections that were passed over, in Chinese
 };
 

@@ -5,7 +5,6 @@
 #include <QStandardPaths>
 
 #include "base/files.h"
-#include "platform/dialogs.h"
 
 namespace guanchao {
 
@@ -42,10 +41,12 @@ LauncherFolders userLauncherFolders() {
             Paths::writableLocation(Paths::GenericConfigLocation) + u"/autostart"_s};
 }
 
-clsShellLink::clsShellLink(LauncherFolders folders, QString program, QString applicationFolder)
+clsShellLink::clsShellLink(LauncherFolders folders, QString program, QString applicationFolder,
+                           QString name)
     : folders_(std::move(folders)),
       program_(std::move(program)),
-      applicationFolder_(std::move(applicationFolder)) {}
+      applicationFolder_(std::move(applicationFolder)),
+      name_(std::move(name)) {}
 
 void clsShellLink::createlnk(ShellFolder number) const {
     const QString place = folder(number);
@@ -76,7 +77,7 @@ QString clsShellLink::entry() const {
                                u"Type=Application"_s,
                                u"Version=1.0"_s,
                                u"Name="_s + value(name),
-                               u"Name[zh_CN]="_s + programName,
+                               u"Name[zh_CN]="_s + value(name_),
                                u"Comment="_s + value(name + u"的快捷方式"_s),
                                u"TryExec="_s + value(program_),
                                u"Exec="_s + value(commandLine(program_)),

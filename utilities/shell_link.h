@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include "platform/dialogs.h"
+
 namespace guanchao {
 
 // Where desktop environments look for the entries of a user; an empty one is not there.
@@ -22,8 +24,10 @@ enum class ShellFolder { desktop = 0, programs = 2, startMenu = 11, startup = 24
 
 class clsShellLink {
 public:
-    // The executable with its path, and the application folder with its separator.
-    clsShellLink(LauncherFolders folders, QString program, QString applicationFolder);
+    // The executable with its path, the application folder with its separator, and what a desktop
+    // calls the program.
+    clsShellLink(LauncherFolders folders, QString program, QString applicationFolder,
+                 QString name = programName);
 
     // 建快捷方式: makes the entry in that folder, and the folder if it is missing.
     void createlnk(ShellFolder number) const;
@@ -36,6 +40,7 @@ private:
     LauncherFolders folders_;
     QString program_;
     QString applicationFolder_;
+    QString name_;
 };
 
 }  // namespace guanchao

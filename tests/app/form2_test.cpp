@@ -281,6 +281,12 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
         EXPECT_TRUE(contentOf(launcher).contains(
             u"Exec=\"%1guanchaotai\"\nPath=%1\n"_s.arg(store_.folder()).toUtf8()));
     }
+    services_.isPractice = true;
+    writeFile(store_.folder() + u"guanchaotai-practice"_s);
+    trigger(launchers[0].first);
+    EXPECT_TRUE(contentOf(store_.folder() + u"programs/guanchaotai-practice.desktop"_s)
+                    .contains("guanchaotai-practice\"\n"))
+        << "the practice market is started too";
     for (const QString& entry : {u"帮助"_s, u"聚益通"_s, u"软件初始化"_s, u"关于"_s}) {
         trigger(entry);
     }
@@ -290,9 +296,11 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
 }
 
-TEST_F(Form2Test, TellsWhichSectionsOfServicesIniWerePassedOver) {
+TEST_F(Form2Test, TellsWhatServicesIniHolds) {
     services_.complaints = {u"[history] x"_s, u"[quote] y"_s};
+    services_.isPractice = true;
     load();
+    EXPECT_TRUE(find<QLabel>(u"practiceBand"_s)->isVisible());
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|[history] x\n[quote] y"_s});
 }
 
