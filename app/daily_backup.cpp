@@ -15,27 +15,25 @@ namespace {
 
 // The first look leaves the start of the program alone.
 constexpr std::chrono::seconds untilFirstLook(3);
-constexpr std::chrono::minutes betweenLooksAtTheDay(1);
-constexpr qint64 secondsUntilAnotherTry = 3600;
 
 }  // namespace
 
 DailyBackup::DailyBackup(Environment& environment, std::function<void(const QString&)> show)
-    : environment_(environment), show_(std::move(show)), runs_(environment.failures) {
+    : environment_(environment),
+      show_(std::move(show)),
+      looks_(environment.clock, [this] { look(); }),
+      runs_(environment.failures) {
     looks_.setObjectName(u"dailyBackup"_s);
     looks_.setParent(this);
-    looks_.callOnTimeout(this, &DailyBackup::look);
 }
 
 void DailyBackup::start() {
-    looks_.start(untilFirstLook);
+    looks_.begin(untilFirstLook);
 }
 
 // While stores are being written or restored the next look is soon enough.
 void DailyBackup::look() {
-    looks_.setInterval(betweenLooksAtTheDay);
-    const bool tooSoon = notBefore_.isValid() && environment_.clock.now() < notBefore_;
-    if (!runs_.running() && !tooSoon && environment_.globals.hqmang == 0) {
+    if (!runs_.running() && environment_.globals.hqmang == 0) {
         runs_.start([this](std::stop_token stop) { return makeTodays(stop); });
     }
 }
@@ -51,7 +49,7 @@ QCoro::Task<> DailyBackup::makeTodays(std::stop_token stop) {
         co_await inWorker(job, stop);
     } catch (const std::exception& raised) {
         failure = u"今天还没有备份："_s + failureReason(raised);
-        notBefore_ = environment_.clock.now().addSecs(secondsUntilAnotherTry);
+        looks_.noteFailure();
     }
     show_(failure);
 }

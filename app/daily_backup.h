@@ -3,13 +3,12 @@
 // is tried again after an hour.
 #pragma once
 
-#include <QDateTime>
 #include <QObject>
-#include <QTimer>
 #include <functional>
 
 #include "base/runs.h"
 #include "frame/environment.h"
+#include "platform/daily_looks.h"
 
 namespace guanchao {
 
@@ -30,8 +29,7 @@ private:
 
     Environment& environment_;
     std::function<void(const QString&)> show_;
-    QDateTime notBefore_;  // after a failure
-    QTimer looks_;
+    DailyLooks looks_;
     Runs runs_;
 };
 

@@ -3,7 +3,6 @@
 #include <QScopeGuard>
 #include <QSettings>
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "store/failure.h"
@@ -14,8 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::minutes betweenLooksAtTheDay(1);
-constexpr qint64 secondsUntilAnotherTry = 3600;
 constexpr int standardYears = 10;
 // The services need a while after the close.
 const QTime updateTime(15, 30);
@@ -48,14 +45,14 @@ HistoryDesk::HistoryDesk(const Stores& stores, const Clock& clock, HttpClient& h
       services_(services),
       iniPath_(std::move(iniPath)),
       watch_(http, clock),
+      looks_(clock, [this] { look(); }),
       runs_(failures) {
     looks_.setObjectName(u"historyLooks"_s);
     looks_.setParent(this);
-    looks_.callOnTimeout(this, &HistoryDesk::look);
 }
 
 void HistoryDesk::start() {
-    looks_.start(betweenLooksAtTheDay);
+    looks_.begin();
 }
 
 int HistoryDesk::years() const {
@@ -88,8 +85,7 @@ QStringList HistoryDesk::serviceLines() const {
 void HistoryDesk::look() {
     const QDateTime now = clock_.now();
     const bool isOver = now.date().dayOfWeek() <= Qt::Friday && now.time() >= updateTime;
-    const bool tooSoon = notBefore_.isValid() && now < notBefore_;
-    if (isOver && updated_ != now.date() && !tooSoon && updatesByItself()) {
+    if (isOver && updated_ != now.date() && updatesByItself()) {
         begin({.years = years(), .onlyNewDays = true});
     }
 }
@@ -129,17 +125,17 @@ QCoro::Task<> HistoryDesk::run(FillWish wish, std::stop_token stop) {
         noteUpdate(tally);
     } catch (const std::exception& failure) {
         shown_.words = failureText(failure);
-        notBefore_ = clock_.now().addSecs(secondsUntilAnotherTry);
+        looks_.noteFailure();
     }
 }
 
 void HistoryDesk::noteUpdate(const FillTally& tally) {
-    const QDateTime now = clock_.now();
+    const QDate today = clock_.now().date();
     const bool isWhole = tally.ending.isEmpty() && tally.lacking.isEmpty() && !tally.stopped;
-    if (isWhole && tally.newestDay == now.date()) {
-        updated_ = now.date();
+    if (isWhole && tally.newestDay == today) {
+        updated_ = today;
     } else {
-        notBefore_ = now.addSecs(secondsUntilAnotherTry);
+        looks_.noteFailure();
     }
 }
 

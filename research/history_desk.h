@@ -4,10 +4,10 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 #include <memory>
 
 #include "base/runs.h"
+#include "platform/daily_looks.h"
 #include "research/history_fill.h"
 #include "research/service_watch.h"
 
@@ -66,9 +66,8 @@ private:
     QString iniPath_;
     ServiceWatch watch_;
     ShownFill shown_;
-    QDate updated_;        // the day whose close is there
-    QDateTime notBefore_;  // the next try, after one that brought less
-    QTimer looks_;
+    QDate updated_;  // the day whose close is there
+    DailyLooks looks_;
     std::unique_ptr<FillControl> control_;
     std::shared_ptr<Later<bool>> ended_;
     Runs runs_;

@@ -1,6 +1,7 @@
 #include <QCheckBox>
 #include <QProgressBar>
 
+#include "base/worker.h"
 #include "exchange/form_restore.h"
 #include "tests/app/form2_fixture.h"
 #include "tests/support/files.h"
@@ -89,6 +90,27 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
     emit shownWindow<FormRestore>()->agreed({u"2026-11-24"_s, {CopiedStore::main}});
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
     EXPECT_EQ(failures_.texts, QStringList());
+}
+
+TEST_F(Form2Test, ACopyThatFailsIsTriedAgainAfterAnHour) {
+    const QString copies = store_.folder() + u"备份"_s;
+    writeFile(copies);
+    load();
+    const auto look = [this] {
+        timer(u"dailyBackup"_s)->setInterval(2);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return timer(u"dailyBackup"_s)->interval() > 2; }));
+        QCoro::waitFor(workersEnded({}));
+        QApplication::processEvents();
+    };
+    look();
+    EXPECT_TRUE(label(u"copyLine"_s).startsWith(u"今天还没有备份："_s));
+    QFile::remove(copies);
+    for (const int minutes : {59, 1}) {
+        clock_.moment = clock_.moment.addSecs(minutes * 60);
+        look();
+        EXPECT_EQ(QFileInfo(copies).isDir(), minutes == 1);
+    }
+    EXPECT_EQ(label(u"copyLine"_s), QString());
 }
 
 TEST_F(Form2Test, AnExchangeShowsItsProgressAndEndsByEscOrWithTheProgram) {
