@@ -1,13 +1,11 @@
 #include "services/day_bars.h"
 
-#include "platform/qt_http_client.h"
 #include "services/bar_check.h"
 #include "services/polite_http.h"
-#include "tests/support/fakes.h"
+#include "tests/support/evening_market.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/raw_service.h"
 #include "tools/practice_market/practice_events.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -264,20 +262,13 @@ TEST_F(DayBarsOrderTest, OneThatIsLimitedIsLeftAloneForAWhile) {
     EXPECT_EQ(first_.connections, asked + 1);
 }
 
-TEST(DayBarsMarketTest, AllKindsTellTheSameDays) {
-    const QDateTime now(QDate(2026, 11, 24), QTime(16, 0));
-    PracticeMarket market(PracticeQuotes({{u"SH600016"_s, u"民生银行"_s},
-                                          {u"SH600036"_s, u"招商银行"_s},
-                                          {u"SZ000001"_s, u"平安银行"_s}}),
-                          [=] { return now; });
-    market.start();
-    QtHttpClient client;
-    FakeClock clock;
-    clock.moment = now;
+using DayBarsMarketTest = EveningMarket;
+
+TEST_F(DayBarsMarketTest, AllKindsTellTheSameDays) {
     // Over three years, so that Tencent is asked twice.
     const QDate first(2023, 11, 20), last(2026, 11, 24);
     const auto daysOf = [&](const QString& kind, const QString& dm) {
-        const DayBars bars(client, clock, {Service{market.host(), {}, 10, 1, 0, kind}});
+        const DayBars bars(client_, clock_, services(kind));
         const BarsReply reply = QCoro::waitFor(bars.fetch(dm, first, last, {}));
         EXPECT_EQ(reply.lacks, QStringList());
         return words({reply.days.value_or(QList<DayBar>()), {}});

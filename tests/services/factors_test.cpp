@@ -1,11 +1,9 @@
 #include "services/factors.h"
 
-#include "platform/qt_http_client.h"
 #include "services/day_bars.h"
-#include "tests/support/fakes.h"
+#include "tests/support/evening_market.h"
 #include "tests/support/qt_printers.h"
 #include "tools/practice_market/practice_events.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -33,18 +31,10 @@ TEST(FactorsTest, WhatIsNoListOfTheCodeGivesNone) {
     }
 }
 
-// The prices of the practice market fall on the day of a dividend, the adjusted ones don't.
-TEST(FactorsTest, OverThePracticeMarket) {
-    const QDateTime now(QDate(2026, 11, 24), QTime(16, 0));
-    PracticeMarket market(PracticeQuotes({{u"SH600036"_s, u"招商银行"_s},
-                                          {u"SH600000"_s, u"浦发银行"_s},
-                                          {u"SZ000001"_s, u"平安银行"_s}}),
-                          [=] { return now; });
-    market.start();
-    QtHttpClient client;
-    FakeClock clock;
-    clock.moment = now;
-    const Factors factors(client, {Service{market.host(), {}, 10, 1, 0, u"sina"_s}});
+using FactorsMarketTest = EveningMarket;
+
+TEST_F(FactorsMarketTest, APriceFallsByItsDividendAndTheAdjustedOneDoesNot) {
+    const Factors factors(client_, services(u"sina"_s));
     const auto factorOn = [&](const QString& dm, const QDate& day) {
         const std::optional<FactorList> list = QCoro::waitFor(factors.fetch(dm, {}));
         return list ? list->on(day) : 0;
@@ -53,8 +43,8 @@ TEST(FactorsTest, OverThePracticeMarket) {
     EXPECT_DOUBLE_EQ(factorOn(u"SH600036"_s, exDividendDay.addDays(-1)), 1);
     EXPECT_DOUBLE_EQ(factorOn(u"SH600000"_s, exDividendDay), 1) << "the one row";
     EXPECT_DOUBLE_EQ(factorOn(u"SZ000001"_s, exDividendDay), 1) << "no such page";
-    EXPECT_FALSE(QCoro::waitFor(Factors(client, {}).fetch(u"SH600036"_s, {})));
-    const DayBars bars(client, clock, {Service{market.host(), {}, 10, 1, 0, u"sina"_s}});
+    EXPECT_FALSE(QCoro::waitFor(Factors(client_, {}).fetch(u"SH600036"_s, {})));
+    const DayBars bars(client_, clock_, services(u"sina"_s));
     const BarsReply reply =
         QCoro::waitFor(bars.fetch(u"SH600036"_s, exDividendDay.addDays(-1), exDividendDay, {}));
     ASSERT_TRUE(reply.days);
