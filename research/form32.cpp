@@ -1,6 +1,7 @@
 #include "research/form32.h"
 
 #include <QLocale>
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "base/activity.h"
@@ -77,12 +78,20 @@ void Form32::showFill() {
     ui_->step->setVisible(fill.running);
     ui_->progress->setVisible(fill.running);
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
-    ui_->MSHFlexGrid1->setHint(fill.running
-                                   ? u"正在补全\n\n补全以后，这里列出各只股票"_s
-                                   : u"还没有历史行情\n\n点“补全”，就从公开的行情网站补上"_s);
+    showHint();
     ui_->words->setText(shortened(fill.words, longestShownMessage));
     ui_->words->setVisible(!fill.running && !fill.words.isEmpty());
     showServices();
+}
+
+void Form32::showHint() {
+    QString hint = u"还没有历史行情\n\n点“补全”，就从公开的行情网站补上"_s;
+    if (environment_.historyDesk.shown().running) {
+        hint = u"正在补全\n\n补全以后，这里列出各只股票"_s;
+    } else if (reading_) {
+        hint = u"正在读取历史行情…"_s;
+    }
+    ui_->MSHFlexGrid1->setHint(hint);
 }
 
 void Form32::showServices() {
@@ -95,6 +104,12 @@ void Form32::readAnew() {
 }
 
 QCoro::Task<> Form32::readHeld(std::stop_token stop) {
+    reading_ = true;
+    showHint();
+    const auto end = qScopeGuard([this] {
+        reading_ = false;
+        showHint();
+    });
     const auto job = [files = HistoryFiles{environment_.stores.firstHistory.path,
                                            environment_.stores.secondHistory.path},
                       main = environment_.stores.main](const auto& work) {

@@ -33,6 +33,7 @@ private:
 
     void connectControls();
     void showFill();
+    void showHint();
     void showServices();
     void readAnew();
     QCoro::Task<> readHeld(std::stop_token stop);
@@ -43,6 +44,7 @@ private:
     Environment& environment_;
     std::unique_ptr<Ui::Form32> ui_;
     ResultGrid grid_;
+    bool reading_ = false;
     Runs runs_;
 };
 
