@@ -46,7 +46,7 @@ def run(tools, share):
     begin = END - max(180, round(480 * min(share, 1)))
     surroundings = dict(os.environ)
     desk = Desk(tools.source / "data", tools.dev / "tests/store_query", tools.dev / "tools/prepare_stores",
-                tools.dev / "tools/practice_market", tools.dev / "app/guanchaotai", clock_from(begin))
+                tools.dev / "tools/practice_market", tools.dev / "app/guanchaotai", clock=clock_from(begin))
     try:
         yield from spend(desk, begin)
     finally:

@@ -59,12 +59,13 @@ def end_with_parent():
 
 class Desk:
     def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai,
-                 clock=IN_SESSION):
+                 practice_history=None, clock=IN_SESSION):
         self.data = Path(data)
         self.store_query = store_query
         self.prepare_stores = prepare_stores
         self.practice_market = practice_market
         self.guanchaotai = guanchaotai
+        self.practice_history = practice_history
         self.clock = clock
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
         self.application = self.folder / "application"

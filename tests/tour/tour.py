@@ -1,25 +1,14 @@
 """tour.py DATA STORE_QUERY PREPARE_STORES PRACTICE_MARKET GUANCHAOTAI
 
 A user's tour of the real program on the practice market, on a screen of its own, with a look at what
-its stores then hold. Exit codes: 0 all as it should be, 1 not, 77 no screen to go on."""
+its stores then hold."""
 
-import shutil
-import signal
 import sys
-import time
-import traceback
 
-from desk import DAY, Desk, StillMarket, TourFailure, wait
+from desk import DAY, TourFailure
+from journey import MAIN, Journey, check, travel
+from screen import RIGHT
 
-SKIPPED = 77
-
-try:
-    from screen import RIGHT, Screen
-except (ImportError, ValueError) as missing:
-    print("skipped:", missing)
-    sys.exit(SKIPPED)
-
-MAIN = "dzhzhuti.mzdat"
 ARTICLES = "wenzhang.mzdat"
 HEAT = "caijiqi.mzdat"
 
@@ -31,11 +20,9 @@ TITLE = "中国平安'2026"
 BODY = "第一段。\n第二段：50%的'保费'。"
 
 
-class Tour:
+class Tour(Journey):
     def __init__(self, desk):
-        self.desk = desk
-        self.screen = None
-        self.main = None
+        super().__init__(desk)
         self.members = []
         self.steps = [
             self.start, self.fetch_quotes, self.search_a_stock, self.search_a_theme, self.add_a_stock,
@@ -48,8 +35,7 @@ class Tour:
     def start(self):
         # As a run of the collector leaves it.
         self.desk.rows(HEAT, "update canshu set mainisrun=1")
-        self.screen = Screen(self.desk.start_program())
-        self.main = self.screen.window("观潮台(V3.7)")
+        self.start_program()
         self.expect_column("主题表", 1, "select distinct zhutiname from dzhzhuti")
 
     def fetch_quotes(self):
@@ -183,10 +169,7 @@ class Tour:
         self.expect_column("主题表", 1, "select distinct zhutiname from dzhzhuti")
 
     def close_the_program(self):
-        self.screen.ask_to_close("观潮台(V3.7)")
-        self.screen.answer("点“确定”退出，点“取消”进入托盘。")
-        wait("the program to end", lambda: self.desk.program.poll() is not None)
-        check("its exit code", self.desk.program.returncode, 0)
+        super().close_the_program()
         self.expect(HEAT, "select mainisrun from canshu", ["0"])
 
     def theme_cell(self):
@@ -204,51 +187,5 @@ class Tour:
         self.screen.wait(f"{grid} to list {wanted}", lambda: sorted(
             self.screen.grid(self.main, grid).column(column)) == wanted)
 
-    def expect(self, file, statement, *rows):
-        """Waits until the store answers so: a press has its effect a little later."""
-        try:
-            wait("the rows", lambda: self.desk.rows(file, statement) == list(rows))
-        except TourFailure:
-            check(statement, self.desk.rows(file, statement), list(rows))
 
-
-def check(what, found, wanted):
-    if found != wanted:
-        raise TourFailure(f"{what}: {found} instead of {wanted}")
-
-
-def go(desk):
-    desk.set_up(StillMarket)
-    tour = Tour(desk)
-    for step in tour.steps:
-        began = time.monotonic()
-        try:
-            step()
-        except Exception:
-            report(step.__name__, tour)
-            return 1
-        print(f"{step.__name__}: {time.monotonic() - began:.1f} s", flush=True)
-    return 0
-
-
-def report(step, tour):
-    print(f"Failed at {step}:\n{traceback.format_exc()}")
-    print("The program said:\n" + tour.desk.said())
-    if tour.screen:
-        print("The screen showed:\n" + tour.screen.describe())
-
-
-def main():
-    for program in ("Xvfb", "dbus-daemon", "faketime"):
-        if not shutil.which(program):
-            print("skipped: no", program)
-            return SKIPPED
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    desk = Desk(*sys.argv[1:])
-    try:
-        return go(desk)
-    finally:
-        desk.clear()
-
-
-sys.exit(main())
+sys.exit(travel(Tour, sys.argv[1:]))
