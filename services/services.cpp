@@ -24,6 +24,7 @@ constexpr int mostAhead = 6;
 constexpr int mostOfAPurpose = 9;
 
 const QString sinaReferer = u"https://finance.sina.com.cn/"_s;
+const QString eastmoneyReferer = u"https://quote.eastmoney.com/"_s;
 // Asked for twice before the first quote: a site that hangs must not hold the window up.
 const Service newsPage = {u"http://cj.gw.com.cn"_s, {}, 4, 1, 0, u"page"_s};
 
@@ -47,8 +48,7 @@ const Purpose history = {
     u"history"_s,
     {{u"https://money.finance.sina.com.cn"_s, sinaReferer, patience, 1, 0.7, u"sina"_s},
      {u"https://web.ifzq.gtimg.cn"_s, {}, patience, 1, 0.7, u"tencent"_s},
-     {u"https://push2his.eastmoney.com"_s, u"https://quote.eastmoney.com/"_s, patience, 1, 0.7,
-      u"eastmoney"_s},
+     {u"https://push2his.eastmoney.com"_s, eastmoneyReferer, patience, 1, 0.7, u"eastmoney"_s},
      {{}, {}, patience, 1, 0, u"csv"_s}},
     {u"sina"_s, u"tencent"_s, u"eastmoney"_s},
     u"csv"_s};
@@ -64,6 +64,13 @@ const Purpose fundamentals = {
     {{u"https://hq.sinajs.cn"_s, sinaReferer, patience, 1, 0, u"sina"_s}, newsPage},
     {u"sina"_s},
     u"page"_s};
+
+const Purpose boards = {
+    u"boards"_s,
+    {{u"https://vip.stock.finance.sina.com.cn"_s, sinaReferer, patience, 1, 0.7, u"sina"_s},
+     {u"https://push2.eastmoney.com"_s, eastmoneyReferer, patience, 1, 0.7, u"eastmoney"_s}},
+    {u"sina"_s, u"eastmoney"_s},
+    u"sina"_s};
 
 // A fraction of a second counts as one, words that are no number as no entry.
 int timeoutSeconds(const QString& entry, int standard) {
@@ -174,6 +181,7 @@ Services readServices(const QString& iniPath) {
     services.quote = readPurpose(ini, quotes, services.complaints);
     services.history = readPurpose(ini, history, services.complaints);
     services.factors = readFactors(ini, services.complaints);
+    services.boards = readPurpose(ini, boards, services.complaints);
     services.chart = readService(ini, u"chart"_s, {u"https://image.sinajs.cn"_s, {}, patience});
     services.stockpage = readService(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}});
     services.sitepage = readService(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}});

@@ -17,6 +17,7 @@ struct Services {
     QList<Service> history;       // 历史行情
     QList<Service> factors;       // 复权因子, of the prices of history's own kind
     QList<Service> fundamentals;  // 基本面
+    QList<Service> boards;        // 板块: concepts, industries and regions with their stocks
 
     Service chart;      // 走势图: /newchart/
     Service stockpage;  // 个股页面: /realstock/company/

@@ -88,8 +88,8 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
     const Services standard = readServices(path_);
     const QString path = QStringLiteral(GUANCHAO_SOURCE_DIR "/data/services.ini");
     const Services shipped = readServices(path);
-    for (const auto list :
-         {&Services::quote, &Services::history, &Services::factors, &Services::fundamentals}) {
+    for (const auto list : {&Services::quote, &Services::history, &Services::factors,
+                            &Services::fundamentals, &Services::boards}) {
         EXPECT_EQ(words(shipped.*list), words(standard.*list));
     }
     for (const auto service :
@@ -100,6 +100,9 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
     EXPECT_EQ(words(standard.history),
               u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn,"
               u" eastmoney https://push2his.eastmoney.com"_s);
+    EXPECT_EQ(
+        words(standard.boards),
+        u"sina https://vip.stock.finance.sina.com.cn, eastmoney https://push2.eastmoney.com"_s);
     EXPECT_FALSE(isFormerStandard(contentOf(path)));
 }
 

@@ -1,5 +1,5 @@
 // market_scale FOLDER: makes a main store and both history databases at the size of the whole
-// market in the folder.
+// market in the folder, and the lists of codes and themes that a practice market of it serves.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     try {
         using guanchao::FixedPlace;
         guanchao::makeMarketScale(arguments[1], {});
+        guanchao::writeMarketLists(arguments[1]);
         guanchao::makeHistoryScale(historyIn(arguments[1], FixedPlace::firstHistory),
                                    historyIn(arguments[1], FixedPlace::secondHistory), {}, true);
     } catch (const std::exception& failure) {

@@ -1,10 +1,13 @@
 #include "tools/market_scale/market_scale.h"
 
+#include <QDir>
 #include <QSet>
 #include <QStringList>
 #include <random>
 
+#include "base/files.h"
 #include "store/prepared_stores.h"
+#include "store/recordset.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -106,6 +109,19 @@ void makeMarketScale(const QString& folder, const MarketScale& scale) {
     Transaction transaction(store);
     Market(store, scale).fill();
     transaction.commit();
+}
+
+void writeMarketLists(const QString& folder) {
+    Connection store = storesIn(applicationFolder(folder)).main.open();
+    const auto write = [&](const QString& name, const QString& header, const QString& rows) {
+        QString text = header + u'\n';
+        for (Recordset row(store, rows); !row.atEnd(); row.moveNext()) {
+            text += row.value(0).toText() + u',' + row.value(1).toText() + u'\n';
+        }
+        replaceFile(QDir(folder).filePath(name), text.toUtf8());
+    };
+    write(u"codes.csv"_s, u"dm,jc"_s, u"select dm,jc from dmb order by dm"_s);
+    write(u"themes.csv"_s, u"zhutiname,dm"_s, u"select zhutiname,dm from dzhzhuti order by 1,2"_s);
 }
 
 }  // namespace guanchao

@@ -15,6 +15,10 @@ struct MarketScale {
 // three indexes. Raises StoreError if a store is there or can't be written.
 void makeMarketScale(const QString& folder, const MarketScale& scale);
 
+// Writes its codes.csv and themes.csv into the folder, for a practice market of that size. Raises
+// OperationError or StoreError.
+void writeMarketLists(const QString& folder);
+
 // The code of a stock and the name of a theme, by their numbers from 0.
 QString marketCode(int stock);
 QString marketTheme(int theme);

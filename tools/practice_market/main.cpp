@@ -1,5 +1,6 @@
-// The practice market as a program: serves the stocks of CODES.csv on a free port of 127.0.0.1,
-// writes the port's number to PORT_FILE, and runs until it is told to end or its parent ends. With
+// The practice market as a program: serves the stocks of CODES.csv, and the boards of a themes.csv
+// beside it, on a free port of 127.0.0.1, writes the port's number to PORT_FILE, and runs until it
+// is told to end or its parent ends. With
 // --lively prices swing so widely that alarms come within a minute, at any hour.
 // Exit codes: 0 ended, 1 could not serve, 2 bad arguments.
 
@@ -8,15 +9,19 @@
 #include <unistd.h>
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <cstdio>
 #include <stdexcept>
 
 #include "base/files.h"
+#include "formats/seed_list.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace {
 
 using guanchao::Pace;
+using guanchao::PracticeBoards;
 using guanchao::PracticeMarket;
 using guanchao::PracticeQuotes;
 
@@ -63,12 +68,20 @@ void endWithParent() {
     }
 }
 
+PracticeBoards boardsBeside(const QString& codesFile,
+                            const std::vector<guanchao::PracticeStock>& stocks) {
+    const QString themes = QFileInfo(codesFile).dir().filePath(QStringLiteral("themes.csv"));
+    return QFileInfo::exists(themes) ? PracticeBoards(stocks, guanchao::readSeedList(themes, 2))
+                                     : PracticeBoards(stocks);
+}
+
 void serve(const Arguments& arguments) {
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
+    const auto stocks = guanchao::readPracticeStocks(arguments.codesFile);
     PracticeMarket market(
-        PracticeQuotes(guanchao::readPracticeStocks(arguments.codesFile), arguments.pace),
-        [] { return QDateTime::currentDateTime(); });
+        PracticeQuotes(stocks, arguments.pace), [] { return QDateTime::currentDateTime(); },
+        boardsBeside(arguments.codesFile, stocks));
     guanchao::replaceFile(arguments.portFile, QByteArray::number(market.start()) + '\n');
     int received = 0;
     sigwait(&endSignals, &received);

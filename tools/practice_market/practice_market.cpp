@@ -78,8 +78,9 @@ void reuseAddressOnly(int socket) {
 
 }  // namespace
 
-PracticeMarket::PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now)
-    : quotes_(std::move(quotes)), now_(std::move(now)) {}
+PracticeMarket::PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now,
+                               PracticeBoards boards)
+    : quotes_(std::move(quotes)), now_(std::move(now)), boards_(std::move(boards)) {}
 
 PracticeMarket::~PracticeMarket() {
     stop();
@@ -164,6 +165,10 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerHistory(request, response);
                  });
+    server_->Get(R"(/q/view/newFLJK\.php|/quotes_service/.+getHQNodeData|/api/qt/clist/get)",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerBoards(request, response);
+                 });
     server_->Get("/newchart/.+",
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerChart(request, response);
@@ -228,6 +233,12 @@ void PracticeMarket::answerHistory(const httplib::Request& request,
         return;
     }
     response.set_content(inGbk(*bars), historyType);
+}
+
+void PracticeMarket::answerBoards(const httplib::Request& request,
+                                  httplib::Response& response) const {
+    const auto reply = boards_.reply(QString::fromStdString(request.target));
+    response.set_content(reply.value_or(QByteArray()).toStdString(), textType);
 }
 
 void PracticeMarket::answerChart(const httplib::Request& request,

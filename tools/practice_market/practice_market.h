@@ -1,7 +1,7 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
-// public services (quotes, charts, pages of a stock, day history, the vendor's site), texts in GBK,
-// and the collector of a search engine, in UTF-8, so that both work with no network. Tests run it
-// in-process and give it faults. Safe to call from any one thread while the server's own threads
+// public services (quotes, charts, pages of a stock, day history, boards, the vendor's site), in
+// GBK, and the collector of a search engine, in UTF-8, so that both work with no network. Tests run
+// it in-process and give it faults. Safe to call from any one thread while the server's own threads
 // answer; start() throws std::runtime_error, nothing else throws.
 #pragma once
 
@@ -16,6 +16,7 @@
 #include <mutex>
 #include <thread>
 
+#include "tools/practice_market/practice_boards.h"
 #include "tools/practice_market/practice_quotes.h"
 
 namespace httplib {
@@ -39,7 +40,8 @@ enum class MarketFault {
 class PracticeMarket {
 public:
     // `now` is called on the server's threads.
-    PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now);
+    PracticeMarket(PracticeQuotes quotes, std::function<QDateTime()> now,
+                   PracticeBoards boards = PracticeBoards());
     ~PracticeMarket();
     PracticeMarket(const PracticeMarket&) = delete;
     PracticeMarket& operator=(const PracticeMarket&) = delete;
@@ -66,6 +68,7 @@ private:
     void note(const httplib::Request& request);
     void answerQuotes(const httplib::Request& request, httplib::Response& response);
     void answerHistory(const httplib::Request& request, httplib::Response& response) const;
+    void answerBoards(const httplib::Request& request, httplib::Response& response) const;
     void answerChart(const httplib::Request& request, httplib::Response& response) const;
     void answerPage(const httplib::Request& request, httplib::Response& response) const;
     void answerSearch(const httplib::Request& request, httplib::Response& response) const;
@@ -77,6 +80,7 @@ private:
 
     const PracticeQuotes quotes_;
     const std::function<QDateTime()> now_;
+    const PracticeBoards boards_;
     std::unique_ptr<httplib::Server> server_;
     std::thread listener_;
     std::atomic<int> port_ = 0;
