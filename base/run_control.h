@@ -9,7 +9,7 @@
 
 namespace guanchao {
 
-class FillControl {
+class RunControl {
 public:
     void pause() {
         if (!gate_) {

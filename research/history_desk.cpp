@@ -102,7 +102,7 @@ void HistoryDesk::begin(FillWish wish) {
 
 // A failure is told where the fill is shown, in no box: nobody may be there.
 QCoro::Task<> HistoryDesk::run(FillWish wish, std::stop_token stop) {
-    control_ = std::make_unique<FillControl>();
+    control_ = std::make_unique<RunControl>();
     shown_ = ShownFill();
     shown_.running = true;
     emit changed();

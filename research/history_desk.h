@@ -68,7 +68,7 @@ private:
     ShownFill shown_;
     QDate updated_;  // the day whose close is there
     DailyLooks looks_;
-    std::unique_ptr<FillControl> control_;
+    std::unique_ptr<RunControl> control_;
     std::shared_ptr<Later<bool>> ended_;
     Runs runs_;
 };

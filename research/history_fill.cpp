@@ -43,7 +43,7 @@ bool hasWeekday(const DayRange& days) {
 }  // namespace
 
 HistoryFill::HistoryFill(const Stores& stores, const Clock& clock, HttpClient& http,
-                         const Services& services, FillWish wish, FillControl& control, Show show,
+                         const Services& services, FillWish wish, RunControl& control, Show show,
                          Wait wait)
     : files_{stores.firstHistory.path, stores.secondHistory.path},
       main_(stores.main),

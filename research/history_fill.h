@@ -9,10 +9,10 @@
 #include <functional>
 
 #include "base/pause.h"
+#include "base/run_control.h"
 #include "base/worker.h"
 #include "platform/clock.h"
 #include "research/day_quotes.h"
-#include "research/fill_control.h"
 #include "research/fill_tally.h"
 #include "research/gap_services.h"
 #include "research/history_library.h"
@@ -41,7 +41,7 @@ public:
     using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
 
     HistoryFill(const Stores& stores, const Clock& clock, HttpClient& http,
-                const Services& services, FillWish wish, FillControl& control, Show show,
+                const Services& services, FillWish wish, RunControl& control, Show show,
                 Wait wait = pause);
 
     // To its end or until the control stops it: what the services have told by then is stored.
@@ -74,7 +74,7 @@ private:
     StoreFile main_;
     const Clock& clock_;
     FillWish wish_;
-    FillControl& control_;
+    RunControl& control_;
     Show show_;
     Wait wait_;
     GapServices past_;

@@ -45,7 +45,7 @@ protected:
             store_.stores, clock_, market_, services_, {1, onlyNewDays}, *control_,
             [](const FillProgress&) {}, wait_);
         const FillTally tally = endOf(fill.run({}));
-        control_ = std::make_unique<FillControl>();
+        control_ = std::make_unique<RunControl>();
         return tally;
     }
     QStringList first(const QString& query) {
@@ -68,7 +68,7 @@ protected:
     const QList<QDate> days_ = ScriptedHistory::weekdays({2026, 11, 2}, today_);
     ScriptedHistory market_;
     Services services_ = ScriptedHistory::services();
-    std::unique_ptr<FillControl> control_ = std::make_unique<FillControl>();
+    std::unique_ptr<RunControl> control_ = std::make_unique<RunControl>();
     QList<std::chrono::milliseconds> waits_;
     HistoryFill::Wait wait_ = [this](std::chrono::milliseconds time,
                                      std::stop_token) -> QCoro::Task<> {
