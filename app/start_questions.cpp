@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString question =
-    u"services.ini 还是程序以前带来的样子，里面有几个网站早已不应答：历史行情、基本面都取不到。\n"
+    u"services.ini 还是以前的软件带来的样子，里面的网站有的早已不应答，有的还没有写上。\n"
     "换成现在能用的网站吗？马上生效，原来的文件留作 services.ini.以前。"_s;
 
 const QString refusedKey = u"行情来源/不换成"_s;
