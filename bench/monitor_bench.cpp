@@ -120,7 +120,7 @@ void monitorPoll(benchmark::State& state) {
         }
         return reply;
     };
-    QuoteFeed feed(stores, globals, clock, http, {Service()});
+    QuoteFeed feed(stores, globals, clock, QuoteSource(http, clock, {Service()}));
     FakeAlarmScreen screen;
     AlarmEngine engine(stores, globals, clock, feed, failures, screen);
     const QStringList quotes = quoteStatements();

@@ -76,7 +76,8 @@ void quoteRun(benchmark::State& state, std::chrono::milliseconds away, int ahead
 
     Globals globals;
     QtHttpClient http;
-    QuoteFeed feed(stores, globals, clock, http, {Service{market.host(), {}, 0, ahead}});
+    QuoteFeed feed(stores, globals, clock,
+                   QuoteSource(http, clock, {Service{market.host(), {}, 0, ahead}}));
     QuoteRun run(stores, clock, feed);
     compare(
         state,

@@ -53,9 +53,8 @@ RefusedLines::RefusedLines(const QStringList& reasons)
                          : reasons.first() + u"（还有"_s + QString::number(reasons.size() - 1) +
                                u"处也读不出）"_s) {}
 
-QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
-                     const QList<Service>& services)
-    : stores_(stores), globals_(globals), clock_(clock), source_(http, clock, services) {}
+QuoteFeed::QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, QuoteSource source)
+    : stores_(stores), globals_(globals), clock_(clock), source_(std::move(source)) {}
 
 QCoro::Task<QuotesReply> QuoteFeed::ask(CodeBatch batch, std::stop_token stop) {
     return source_.fetch(withCompanion(batch.list), stop);

@@ -45,8 +45,7 @@ public:
 
 class QuoteFeed {
 public:
-    QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, HttpClient& http,
-              const QList<Service>& services);
+    QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, QuoteSource source);
 
     // 更新行情: asks for the batches, some at a time, so that silent ones cost no time each, and
     // writes the quotes of each reply in one transaction and in order: into dmb if tojiankong is

@@ -56,8 +56,11 @@ QString withCompanion(const QString& list) {
     return list + (list == index ? u"sz399001,"_s : index);
 }
 
-QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, const QList<Service>& services)
-    : http_(http), clock_(clock), services_(services) {}
+QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services)
+    : http_(http), clock_(clock), services_([list = std::move(services)] { return list; }) {}
+
+QuoteSource::QuoteSource(HttpClient& http, const Clock& clock, const Services& services)
+    : http_(http), clock_(clock), services_([&services] { return services.quote; }) {}
 
 bool QuoteSource::isLast(const Service& service) const {
     const QDateTime until = lastUntil_.value(service.host);
@@ -65,7 +68,7 @@ bool QuoteSource::isLast(const Service& service) const {
 }
 
 QList<Service> QuoteSource::inOrder() const {
-    QList<Service> order = services_;
+    QList<Service> order = services_();
     std::stable_partition(order.begin(), order.end(),
                           [this](const Service& it) { return !isLast(it); });
     return order;

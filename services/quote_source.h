@@ -7,10 +7,12 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <functional>
 #include <stop_token>
 
 #include "platform/clock.h"
 #include "platform/http_client.h"
+#include "services/services.h"
 
 namespace guanchao {
 
@@ -29,12 +31,12 @@ struct QuotesReply {
 
 class QuoteSource {
 public:
-    // The list may change between requests; the source doesn't outlive it.
-    QuoteSource(HttpClient& http, const Clock& clock, const QList<Service>& services);
-    QuoteSource(HttpClient& http, const Clock& clock, QList<Service>&& services) = delete;
+    QuoteSource(HttpClient& http, const Clock& clock, QList<Service> services);
+    // Asks the quote services as they are at each request; doesn't outlive them.
+    QuoteSource(HttpClient& http, const Clock& clock, const Services& services);
 
     // How many requests may be on their way at once.
-    qsizetype ahead() const { return services_.value(0).ahead; }
+    qsizetype ahead() const { return services_().value(0).ahead; }
 
     // `codes` in lower case, with commas between them and maybe one behind the last.
     QCoro::Task<QuotesReply> fetch(QString codes, std::stop_token stop);
@@ -46,7 +48,7 @@ private:
 
     HttpClient& http_;
     const Clock& clock_;
-    const QList<Service>& services_;
+    std::function<QList<Service>()> services_;
     // A service that brings nothing is asked last for a while, so that its silence is waited for
     // once and not with each request.
     QHash<QString, QDateTime> lastUntil_;  // by host

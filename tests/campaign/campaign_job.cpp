@@ -376,7 +376,7 @@ private:
     FakeClock clock_;
     FakeDialogs dialogs_;
     QtHttpClient client_;
-    QuoteFeed feed_{stores_, globals_, clock_, client_, services_.quote};
+    QuoteFeed feed_{stores_, globals_, clock_, QuoteSource(client_, clock_, services_.quote)};
     ExchangeRun exchange_{[](const ShownExchange&) {}};
     Removals removals_{copiesFolder(folder_) + u"撤消/"_s};
 };

@@ -62,7 +62,7 @@ void takeQuotes(const QByteArray& bytes) {
     const FakeClock clock;
     FakeHttp http = answering(bytes);
     Globals globals;
-    QuoteFeed feed(stores, globals, clock, http, {Service()});
+    QuoteFeed feed(stores, globals, clock, QuoteSource(http, clock, {Service()}));
     for (const qint16 toPollList : {qint16(0), qint16(1)}) {
         outcomeOf(feed.gengxinhq({{u"sh600000,sz000001,"_s, 2}}, toPollList,
                                  [](const CodeBatch&, const MissedQuotes&) {}, {}));

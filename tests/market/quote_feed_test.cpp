@@ -44,7 +44,7 @@ protected:
     }
 
     std::optional<QByteArray> reply_;
-    QuoteFeed feed_{store_.stores, globals_, clock_, http_, {Service()}};
+    QuoteFeed feed_{store_.stores, globals_, clock_, QuoteSource(http_, clock_, {Service()})};
     QuoteRun run_{store_.stores, clock_, feed_};
 };
 
@@ -254,7 +254,7 @@ TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
     addCodes(600);
     Service service;
     service.ahead = 3;
-    QuoteFeed feed(store_.stores, globals_, clock_, http_, {service});
+    QuoteFeed feed(store_.stores, globals_, clock_, QuoteSource(http_, clock_, {service}));
     QuoteRun ahead(store_.stores, clock_, feed);
     Runs runs(failures_);
     http_.gate = std::make_shared<Later<bool>>();

@@ -73,8 +73,7 @@ protected:
     QHash<QString, std::optional<QByteArray>> answers_;
     Service first_{u"http://a"_s, {}, 0, 1, 0, u"sina"_s};
     Service second_{u"http://b"_s, {}, 0, 1, 0, u"tencent"_s};
-    QList<Service> services_{first_, second_};
-    QuoteSource source_{http_, clock_, services_};
+    QuoteSource source_{http_, clock_, {first_, second_}};
 };
 
 TEST_F(QuoteSourceTest, TheNextServiceIsAskedWhereOneBringsNothing) {
@@ -104,8 +103,11 @@ TEST_F(QuoteSourceTest, AKindIsNotAskedForWhatItDoesNotKnow) {
     answers_.clear();
     EXPECT_EQ(fetch(u"int_dji"_s).lack, u"没有应答"_s);
     EXPECT_EQ(http_.addresses, QStringList{u"http://a/list=int_dji"_s});
-    services_.clear();
-    EXPECT_FALSE(fetch().lack.isEmpty());
+    Services services;
+    services.quote = {first_};
+    QuoteSource source(http_, clock_, services);
+    services.quote.clear();
+    EXPECT_FALSE(outcomeOf(source.fetch(u"sh600519"_s, {})).lack.isEmpty()) << "as they are now";
 }
 
 TEST(FundamentalsLine, ReadsItsPositionsOrNothing) {

@@ -61,7 +61,7 @@ protected:
     FakeAlarmScreen screen_;
     QStringList& rung_ = screen_.rung;
     int& shown_ = screen_.shown;
-    QuoteFeed feed_{store_.stores, globals_, clock_, http_, {Service()}};
+    QuoteFeed feed_{store_.stores, globals_, clock_, QuoteSource(http_, clock_, {Service()})};
     AlarmEngine engine_{store_.stores, globals_, clock_, feed_, failures_, screen_};
 };
 

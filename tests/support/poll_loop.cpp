@@ -32,7 +32,7 @@ int main(int, char** argv) {
         std::fflush(stdout);
         return quoteReply(path, pricesOf(++polls, path));
     };
-    QuoteFeed feed(stores, globals, clock, http, {Service()});
+    QuoteFeed feed(stores, globals, clock, QuoteSource(http, clock, {Service()}));
     FakeAlarmScreen screen;
     AlarmEngine engine(stores, globals, clock, feed, failures, screen);
     for (;;) {
