@@ -3,8 +3,7 @@
 #include <QHash>
 
 #include "base/values.h"
-#include "formats/gbk.h"
-#include "market/quote_feed.h"
+#include "services/quote_reply.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
 
@@ -42,7 +41,7 @@ struct Listed {
 
 QList<Listed> listedIn(const QByteArray& page) {
     QList<Listed> listed;
-    for (const QuoteRow& row : quoteRows(textFromGbk(page))) {
+    for (const QuoteRow& row : quoteRows(QString::fromUtf8(page))) {
         if (isWholeCode(row.dm())) {
             listed << Listed{row.dm(), trimBlanks(row.text(field::name))};
         }
@@ -93,8 +92,8 @@ QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>
 }  // namespace
 
 CodeTableJob::CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
-                           const Service& quote)
-    : stores_(stores), clock_(clock), initials_(initials), quote_(quote) {}
+                           QList<Service> quote)
+    : stores_(stores), clock_(clock), initials_(initials), quote_(std::move(quote)) {}
 
 QList<Item> CodeTableJob::items() const {
     const QStringList codes = possibleCodes();
@@ -107,8 +106,8 @@ QList<Item> CodeTableJob::items() const {
     return items;
 }
 
-QStringList CodeTableJob::paths(const Item& item) const {
-    return {u"/list="_s + item.key + u','};
+QStringList CodeTableJob::requests(const Item& item) const {
+    return {item.key + u','};
 }
 
 // A reply that lacks one of the codes broke off or refuses.

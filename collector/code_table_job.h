@@ -1,6 +1,6 @@
-// 更新代码表: asks the quote service for every code that a stock can have and brings the code table
-// of the main store up to date: new codes enter, changed short names are corrected, nothing is
-// deleted. A batch of codes is an item.
+// 更新代码表: asks the quote services for every code that a stock can have and brings the code
+// table of the main store up to date: new codes enter, changed short names are corrected, nothing
+// is deleted. A batch of codes is an item.
 #pragma once
 
 #include "collector/job.h"
@@ -13,13 +13,15 @@ namespace guanchao {
 class CodeTableJob : public Job {
 public:
     CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
-                 const Service& quote);
+                 QList<Service> quote);
 
     QString title() const override { return QStringLiteral("更新代码表"); }
     QList<Item> items() const override;
     bool endsWithMainProgram() const override { return false; }
-    const Service& service() const override { return quote_; }
-    QStringList paths(const Item& item) const override;
+    std::unique_ptr<PageSource> source(HttpClient& http) const override {
+        return std::make_unique<QuotePages>(QuoteSource(http, clock_, quote_));
+    }
+    QStringList requests(const Item& item) const override;
     bool answers(const Item& item, const QByteArray& page) const override;
     void write(const Item& item, const QList<QByteArray>& pages) override;
 
@@ -27,7 +29,7 @@ private:
     const Stores& stores_;
     const Clock& clock_;
     const Initials& initials_;
-    Service quote_;
+    QList<Service> quote_;
 };
 
 }  // namespace guanchao

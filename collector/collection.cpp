@@ -50,7 +50,12 @@ bool isStillWanted(const StoreFile& heat) {
 
 Collection::Collection(Job& job, const StoreFile& heat, HttpClient& http, const Clock& clock,
                        const Pacing& pacing, Wait wait)
-    : job_(job), heat_(heat), http_(http), clock_(clock), pacing_(pacing), wait_(std::move(wait)) {}
+    : job_(job),
+      heat_(heat),
+      source_(job.source(http)),
+      clock_(clock),
+      pacing_(pacing),
+      wait_(std::move(wait)) {}
 
 void Collection::begin() {
     for (const Item& item : job_.items()) {
@@ -120,7 +125,7 @@ bool Collection::takeDueItem() {
     }
     current_ = *due;
     queue_.erase(due);
-    paths_ = job_.paths(items_[current_->item].item);
+    requests_ = job_.requests(items_[current_->item].item);
     pages_.clear();
     show(ItemState::asking);
     return true;
@@ -144,15 +149,15 @@ QCoro::Task<> Collection::askForPage(std::stop_token stop) {
 }
 
 QCoro::Task<> Collection::readPage(std::stop_token stop) {
-    const HttpReply reply = co_await http_.get(job_.service(), paths_[pages_.size()], stop);
-    if (!reply.answered()) {
-        failPage(u"网页没有读到"_s);
-    } else if (!job_.answers(items_[current_->item].item, reply.body)) {
+    const Page page = co_await source_->get(requests_[pages_.size()], stop);
+    if (!page.lack.isEmpty()) {
+        failPage(u"网页没有读到："_s + page.lack);
+    } else if (!job_.answers(items_[current_->item].item, page.body)) {
         failPage(u"网页里没有要找的内容"_s);
     } else {
         failedPagesInARow_ = 0;
-        pages_ << reply.body;
-        if (pages_.size() == paths_.size()) {
+        pages_ << page.body;
+        if (pages_.size() == requests_.size()) {
             co_await writeItem(stop);
         }
     }

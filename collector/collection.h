@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 
@@ -13,7 +14,6 @@
 #include "collector/job.h"
 #include "collector/pacing.h"
 #include "platform/clock.h"
-#include "platform/http_client.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -87,7 +87,7 @@ private:
 
     Job& job_;
     const StoreFile& heat_;
-    HttpClient& http_;
+    std::unique_ptr<PageSource> source_;
     const Clock& clock_;
     const Pacing& pacing_;
     Wait wait_;
@@ -95,7 +95,7 @@ private:
     QList<Progress> items_;
     QList<Pending> queue_;
     std::optional<Pending> current_;
-    QStringList paths_;
+    QStringList requests_;
     QList<QByteArray> pages_;
     RunState state_ = RunState::running;
     int written_ = 0;

@@ -97,9 +97,9 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
     initials_ = std::make_unique<Initials>(QFileInfo::exists(exceptions)
                                                ? readInitialsExceptions(exceptions)
                                                : QHash<QString, QString>());
-    Service quote = services_.quote.value(0);
-    if (quote.timeoutSeconds == 0) {
-        quote.timeoutSeconds = settings_.timeoutSeconds;
+    QList<Service> quote = services_.quote;
+    for (Service& it : quote) {
+        it.timeoutSeconds = it.timeoutSeconds == 0 ? settings_.timeoutSeconds : it.timeoutSeconds;
     }
     return std::make_unique<CodeTableJob>(stores_, clock_, *initials_, quote);
 }

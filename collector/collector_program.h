@@ -12,6 +12,7 @@
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
+#include "services/polite_http.h"
 #include "services/services.h"
 #include "store/application_folder.h"
 
@@ -39,7 +40,8 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     DesktopDialogs dialogs_;
-    QtHttpClient client_;
+    QtHttpClient web_;
+    PoliteHttp client_{web_, clock_};
     ProcessLock lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

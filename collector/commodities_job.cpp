@@ -56,7 +56,7 @@ QList<Item> CommoditiesJob::items() const {
 }
 
 // Without a limit in time: the very page that the window of the commodities opens.
-QStringList CommoditiesJob::paths(const Item& item) const {
+QStringList CommoditiesJob::requests(const Item& item) const {
     return {address_.path(withoutMarks(item.key) + u" 价格"_s, settings_.allPeriod)};
 }
 

@@ -17,8 +17,10 @@ public:
 
     QString title() const override { return QStringLiteral("商品价格"); }
     QList<Item> items() const override;
-    const Service& service() const override { return address_.service(); }
-    QStringList paths(const Item& item) const override;
+    std::unique_ptr<PageSource> source(HttpClient& http) const override {
+        return std::make_unique<WebPages>(http, address_.service());
+    }
+    QStringList requests(const Item& item) const override;
     bool answers(const Item& item, const QByteArray& page) const override;
     void write(const Item& item, const QList<QByteArray>& pages) override;
 

@@ -25,7 +25,7 @@ QList<Item> CompaniesJob::items() const {
     return items;
 }
 
-QStringList CompaniesJob::paths(const Item& item) const {
+QStringList CompaniesJob::requests(const Item& item) const {
     return news_.paths(withoutMarks(item.key).right(codeDigits));
 }
 

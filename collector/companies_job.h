@@ -12,7 +12,7 @@ public:
 
     QString title() const override { return QStringLiteral("公司新闻数量"); }
     QList<Item> items() const override;
-    QStringList paths(const Item& item) const override;
+    QStringList requests(const Item& item) const override;
     void write(const Item& item, const QList<QByteArray>& pages) override;
 };
 

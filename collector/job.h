@@ -6,8 +6,9 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
-#include "platform/service.h"
+#include "collector/page_source.h"
 
 namespace guanchao {
 
@@ -28,13 +29,15 @@ public:
     // False for a job that the user starts without the main program: its end doesn't end the run.
     virtual bool endsWithMainProgram() const { return true; }
 
-    virtual const Service& service() const = 0;
-    virtual QStringList paths(const Item& item) const = 0;
+    virtual std::unique_ptr<PageSource> source(HttpClient& http) const = 0;
+
+    // Of that source, one a page.
+    virtual QStringList requests(const Item& item) const = 0;
 
     // False for a page that is not what was asked for.
     virtual bool answers(const Item& item, const QByteArray& page) const = 0;
 
-    // The pages stand in the order of the paths. Raises StoreError; then nothing of the item is
+    // The pages stand in the order of the requests. Raises StoreError; then nothing of the item is
     // written, and the same may be tried again.
     virtual void write(const Item& item, const QList<QByteArray>& pages) = 0;
 };

@@ -16,7 +16,9 @@ public:
           news_(order, settings, search),
           writer_(stores.heat, order.day) {}
 
-    const Service& service() const override { return news_.service(); }
+    std::unique_ptr<PageSource> source(HttpClient& http) const override {
+        return std::make_unique<WebPages>(http, news_.service());
+    }
     bool answers(const Item&, const QByteArray& page) const override { return news_.answers(page); }
 
 protected:

@@ -23,7 +23,7 @@ QList<Item> ThemesJob::items() const {
     return items;
 }
 
-QStringList ThemesJob::paths(const Item& item) const {
+QStringList ThemesJob::requests(const Item& item) const {
     return news_.paths(withoutMarks(item.key));
 }
 

@@ -11,7 +11,7 @@ public:
 
     QString title() const override { return QStringLiteral("主题新闻数量"); }
     QList<Item> items() const override;
-    QStringList paths(const Item& item) const override;
+    QStringList requests(const Item& item) const override;
     void write(const Item& item, const QList<QByteArray>& pages) override;
 };
 

@@ -16,7 +16,8 @@ public:
     // sh600000,sz399001,int_dji
     virtual bool knows(const QString& codes) const = 0;
     virtual QString path(const QString& codes) const = 0;
-    virtual QString lines(const QByteArray& body) const = 0;
+    // What the service doesn't know has an empty line.
+    virtual QString lines(const QByteArray& body, const QString& codes) const = 0;
 };
 
 // By the name that services.ini gives it; sina for one that it doesn't name.

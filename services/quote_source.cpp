@@ -21,7 +21,9 @@ class SinaQuotes : public QuoteKind {
 public:
     bool knows(const QString& /*codes*/) const override { return true; }
     QString path(const QString& codes) const override { return u"/list="_s + codes; }
-    QString lines(const QByteArray& body) const override { return textFromGbk(body); }
+    QString lines(const QByteArray& body, const QString& /*codes*/) const override {
+        return textFromGbk(body);
+    }
 };
 
 // Tells a service's word on the codes from the page of a portal or a word on the asker. Each piece
@@ -103,7 +105,7 @@ QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
         read.lack = failureWords(reply);
         co_return QuotesReply(read);
     }
-    read.lines = kind->lines(reply.body);
+    read.lines = kind->lines(reply.body, codes);
     if (!isAnswerTo(codes, read.lines)) {
         read.lack = read.lines.isEmpty() ? u"应答是空的"_s : u"应答里没有行情"_s;
     }

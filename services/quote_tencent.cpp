@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStringList>
 #include <optional>
 
@@ -57,6 +58,16 @@ QString line(const QString& code, const QStringList& fields) {
     return u"var hq_str_"_s + code + u"=\""_s + values.join(u',') + u"\";\n"_s;
 }
 
+QString unknownLines(const QString& codes, const QSet<QString>& told) {
+    QString lines;
+    for (const QString& code : codes.split(u',', Qt::SkipEmptyParts)) {
+        if (!told.contains(code)) {
+            lines += u"var hq_str_"_s + code + u"=\"\";\n"_s;
+        }
+    }
+    return lines;
+}
+
 }  // namespace
 
 bool TencentQuotes::knows(const QString& codes) const {
@@ -68,18 +79,20 @@ QString TencentQuotes::path(const QString& codes) const {
     return u"/q="_s + (codes.endsWith(u',') ? codes.chopped(1) : codes);
 }
 
-QString TencentQuotes::lines(const QByteArray& body) const {
-    static const QRegularExpression quote(u"v_(s[hz]\\d{6})=\"([^\"]*)\""_s);
+QString TencentQuotes::lines(const QByteArray& body, const QString& codes) const {
+    static const QRegularExpression quote(u"v_(s[hz]\\d{6}|pv_none_match)=\"([^\"]*)\""_s);
     const QString text = textFromGbk(body);
     QString lines;
+    QSet<QString> told;
     for (auto it = quote.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
         const QStringList fields = match.captured(2).split(u'~');
+        told << match.captured(1);
         if (fields.size() > own::tenThousands && fields[own::time].size() == 14) {
             lines += line(match.captured(1), fields);
         }
     }
-    return lines;
+    return told.isEmpty() ? QString() : lines + unknownLines(codes, told);
 }
 
 }  // namespace guanchao

@@ -147,7 +147,7 @@ void readDividends(const QByteArray& bytes) {
 }
 
 void readTencentQuotes(const QByteArray& bytes) {
-    readQuotes(gbkFromText(TencentQuotes().lines(bytes)));
+    readQuotes(gbkFromText(TencentQuotes().lines(bytes, u"sh600000,sz000001,"_s)));
 }
 
 void requireKeyData(const QuoteRow& quote, const Fundamentals& it) {

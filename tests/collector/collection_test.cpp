@@ -11,8 +11,10 @@ class FakeJob : public Job {
 public:
     QString title() const override { return u"试"_s; }
     QList<Item> items() const override { return list; }
-    const Service& service() const override { return service_; }
-    QStringList paths(const Item& item) const override {
+    std::unique_ptr<PageSource> source(HttpClient& http) const override {
+        return std::make_unique<WebPages>(http, Service());
+    }
+    QStringList requests(const Item& item) const override {
         return {u'/' + item.key + u'1', u'/' + item.key + u'2'};
     }
     bool answers(const Item&, const QByteArray& page) const override { return page != "bad"; }
@@ -26,9 +28,6 @@ public:
     QList<Item> list = {{u"甲"_s, u"甲"_s}, {u"乙"_s, u"乙"_s}};
     QString refused;
     QStringList written;
-
-private:
-    Service service_;
 };
 
 }  // namespace

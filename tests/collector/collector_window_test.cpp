@@ -63,7 +63,8 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     window_->start();
     letRun(3);
     EXPECT_EQ(ends_, 1);
-    EXPECT_EQ(states(), (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到"_s, u"锌已写入"_s}));
+    EXPECT_EQ(states(),
+              (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到：没有应答"_s, u"锌已写入"_s}));
     EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。\n跳过：铝"_s);
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);

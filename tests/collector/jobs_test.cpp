@@ -3,7 +3,6 @@
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
-#include "formats/gbk.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -51,15 +50,15 @@ TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
     const RunOrder order = readRunOrder(store_.stores.heat, clock_);
     const ThemesJob themes(store_.stores, order, settings_, {});
     EXPECT_EQ(keys(themes), (QStringList{u"5G(通信)"_s, u"白酒"_s}));
-    EXPECT_EQ(themes.paths(themes.items().first()),
+    EXPECT_EQ(themes.requests(themes.items().first()),
               (QStringList{u"/s?wd=5G%20%CD%A8%D0%C5%20&lm=1"_s, u"/s?wd=5G%20%CD%A8%D0%C5%20"_s}));
     const CompaniesJob companies(store_.stores, order, settings_, {});
     EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
     EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
-    EXPECT_EQ(companies.paths({u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
+    EXPECT_EQ(companies.requests({u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
     const CommoditiesJob commodities(store_.stores, order, settings_, {});
     EXPECT_EQ(keys(commodities), QStringList{u"铝(锭)"_s});
-    EXPECT_EQ(commodities.paths(commodities.items().first()),
+    EXPECT_EQ(commodities.requests(commodities.items().first()),
               QStringList{u"/s?wd=%C2%C1%20%B6%A7%20%20%BC%DB%B8%F1"_s});
 }
 
@@ -137,11 +136,11 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     EXPECT_EQ(all.size(), 14000);
     EXPECT_EQ(all.removeDuplicates(), 0);
     EXPECT_TRUE(all.contains(u"sz003999"_s) && all.contains(u"sh689999"_s));
-    EXPECT_TRUE(job.paths(items.first()).first().startsWith(u"/list=sh600000,sh600001,"_s));
+    EXPECT_TRUE(job.requests(items.first()).first().startsWith(u"sh600000,sh600001,"_s));
 
     const Item batch{u"sh600000,sh600001,sh600002,sh600003"_s, {}};
     const auto line = [](const QString& code, const QString& value) {
-        return gbkFromText(u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s);
+        return (u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s).toUtf8();
     };
     const QByteArray page = line(u"sh600000"_s, u"浦发银行,9.1"_s) + line(u"sh600001"_s, {}) +
                             line(u"sh600002"_s, u"齐鲁银行,5"_s) +

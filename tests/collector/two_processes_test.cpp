@@ -151,6 +151,36 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{u"浦发银行"_s});
 }
 
+TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTheCodes) {
+    write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\n"_s);
+    store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
+    const QString second = u"[quote.2]\nkind=tencent\nhost="_s + market_.host();
+    const struct {
+        QString second;
+        int exitCode;
+        QString said;
+        QString jc;
+    } cases[] = {{{}, 1, u"写入 0 项，跳过 20 项"_s, u"旧名"_s},
+                 {second, 0, u"采集完成：共 142 项，写入 142 项"_s, u"浦发银行"_s}};
+    for (const auto& it : cases) {
+        RawService limiting;
+        limiting.answer = [](QTcpSocket& socket) {
+            socket.write("HTTP/1.1 456 x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+            socket.disconnectFromHost();
+        };
+        write(u"services.ini"_s, u"[quote]\nhost="_s + limiting.service().host + u'\n' + it.second);
+        QProcess collector;
+        start(collector, u"gengxindmb"_s);
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
+        EXPECT_EQ(collector.exitCode(), it.exitCode);
+        const QString words = said(collector);
+        EXPECT_TRUE(words.contains(it.said)) << words.toStdString();
+        EXPECT_EQ(limiting.connections, 1);
+        EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{it.jc});
+    }
+}
+
 TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
     write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\ngiveup=1\ntimeout=1\n"_s);
     RawService search;

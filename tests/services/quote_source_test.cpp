@@ -40,7 +40,8 @@ TEST(QuoteTencent, ALineBecomesOneOfTheUsualPositions) {
                          tencentLine(u"sz000001"_s, u"12"_s, u"2026"_s) +
                          tencentLine(u"sz000002"_s, u"1' or 1"_s, u"20261124150003"_s) +
                          u"v_sz000003=\"1~短\";\nv_pv_none_match=\"1\";\n"_s;
-    const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(gbkFromText(text)));
+    const QString asked = u"sh600519,sh000001,sz000001,sz000002,sz000003,"_s;
+    const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(gbkFromText(text), asked));
     ASSERT_EQ(rows.size(), 4) << "without the time or the fields there is no quote";
     EXPECT_EQ(rows[0].dm(), u"SH600519"_s);
     EXPECT_EQ(rows[0].text(field::name), u"贵州茅台"_s);
@@ -97,6 +98,17 @@ TEST_F(QuoteSourceTest, TheNextServiceIsAskedWhereOneBringsNothing) {
     clock_.moment = clock_.moment.addSecs(90);
     fetch();
     EXPECT_EQ(http_.addresses, QStringList{u"http://a/list=sh600519,"_s}) << "and is so again";
+}
+
+TEST_F(QuoteSourceTest, TheNextServiceTellsUnknownCodesToo) {
+    const QString line = tencentLine(u"sh600519"_s, u"1304.00"_s, u"20261124150003"_s);
+    const QString unknown = u"var hq_str_sh600520=\"\";\n"_s;
+    answer(portal, line);
+    EXPECT_TRUE(fetch(u"sh600519,sh600520,"_s).lines.endsWith(u"\n"_s + unknown));
+    answer(portal, u"v_pv_none_match=\"1\";\n"_s);
+    EXPECT_EQ(fetch(u"sh600520"_s).lines, unknown);
+    answer(portal, portal);
+    EXPECT_EQ(fetch(u"sh600520"_s).lack, u"应答是空的"_s) << "of the service that was asked first";
 }
 
 TEST_F(QuoteSourceTest, AKindIsNotAskedForWhatItDoesNotKnow) {

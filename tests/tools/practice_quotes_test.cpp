@@ -88,7 +88,7 @@ TEST(PracticeQuotes, EachKindOfServiceTellsTheSame) {
     const QDateTime now(QDate(2026, 11, 24), QTime(10, 30));
     const QStringList codes = {u"sh600000"_s, u"sh000001"_s};
     const QByteArray body = gbkFromText(practiceTencentReply(quotes, codes, now));
-    const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(body));
+    const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(body, codes.join(u',')));
     const QList<QuoteRow> usual = quoteRows(quotes.reply(codes, now));
     for (qsizetype row = 0; row < codes.size(); ++row) {
         EXPECT_EQ(rows[row].dm(), usual[row].dm());

@@ -1,0 +1,15 @@
+#include "collector/page_source.h"
+
+namespace guanchao {
+
+QCoro::Task<Page> WebPages::get(QString request, std::stop_token stop) {
+    const HttpReply reply = co_await http_.get(service_, request, stop);
+    co_return Page{reply.body, failureWords(reply)};
+}
+
+QCoro::Task<Page> QuotePages::get(QString request, std::stop_token stop) {
+    const QuotesReply reply = co_await quotes_.fetch(request, stop);
+    co_return Page{reply.lines.toUtf8(), reply.lack};
+}
+
+}  // namespace guanchao
