@@ -4,7 +4,7 @@
 set(programs lib/guanchaotai)
 set(files share/guanchaotai)
 
-install(TARGETS guanchaotai caijiqi history_builder RUNTIME DESTINATION ${programs})
+install(TARGETS guanchaotai caijiqi history_builder live_check RUNTIME DESTINATION ${programs})
 if(GUANCHAO_BROWSER)
     install(TARGETS guanchao_browser LIBRARY DESTINATION ${programs})
 endif()
@@ -66,6 +66,6 @@ add_custom_target(deb
     # The archive holds Chinese names, whatever the locale of who builds it.
     COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 ${CMAKE_CPACK_COMMAND}
     WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
-    DEPENDS guanchaotai caijiqi history_builder prepare_stores ${changelog}
+    DEPENDS guanchaotai caijiqi history_builder live_check prepare_stores ${changelog}
     USES_TERMINAL
     COMMENT "Package in ${PROJECT_BINARY_DIR}")

@@ -13,7 +13,7 @@ share_precompiled(guanchao_core
     guanchao_desktop collector_core
     practice_folder_files prepare_stores practice_market_server practice_market
     market_scale_stores market_scale history_builder_files history_builder
-    practice_history_days practice_history)
+    practice_history_days practice_history live_check)
 share_precompiled(guanchao_windows guanchao_program guanchaotai collector_window caijiqi)
 
 if(GUANCHAO_TESTS)

@@ -25,8 +25,9 @@ struct HttpReply {
 
     Outcome outcome = Outcome::notThere;
     int status = 0;        // of the answer or refusal
-    QByteArray body;       // as it came; empty unless answered
+    QByteArray body;       // as it came, of a refusal too; empty otherwise
     QDateTime until = {};  // of a rest
+    QString reason = {};   // of one that is unreachable, in the toolkit's words
 
     bool answered() const { return outcome == Outcome::answered; }
     // That a page isn't there is an answer too.

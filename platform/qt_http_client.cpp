@@ -53,7 +53,10 @@ HttpReply readReply(QNetworkReply& reply) {
     HttpReply result;
     result.status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     result.outcome = outcomeOf(reply, result.status);
-    if (result.answered()) {
+    if (result.outcome == HttpReply::Outcome::unreachable) {
+        result.reason = reply.errorString();
+    }
+    if (result.status >= firstRefusal || result.answered()) {
         result.body = reply.readAll();
     }
     return result;

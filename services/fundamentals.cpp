@@ -118,8 +118,9 @@ QCoro::Task<FundamentalsReply> fetchFundamentals(HttpClient& http, QList<Service
     for (const Service& service : services) {
         const QString path = pathOf(service, dm);
         const HttpReply reply = co_await http.get(service, path, stop);
-        found.fundamentals = isLine(service) ? readFundamentalsLine(textFromGbk(reply.body), dm)
-                                             : readFundamentals(textFromGbk(reply.body));
+        const QString text = reply.answered() ? textFromGbk(reply.body) : QString();
+        found.fundamentals =
+            isLine(service) ? readFundamentalsLine(text, dm) : readFundamentals(text);
         found.lack = lackOf(reply);
         if (!found.fundamentals.mgsy.isEmpty()) {
             break;
