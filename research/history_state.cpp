@@ -37,12 +37,12 @@ public:
         StoredDays stored;
         stored.asked = asked_.value(dm);
         if (tables_.contains(dm)) {
-            // One by one each is read from the index, all three in one would work out every date.
-            const QString of = u" from "_s + dm;
-            const Recordset row(connection_, u"select (select min(date(shijian))"_s + of +
-                                                 u"),(select max(date(shijian))"_s + of +
-                                                 u"),(select count(*)"_s + of +
-                                                 u" where date(shijian)>'')"_s);
+            // Each is read from the index; min, max and count together would work out every date.
+            const QString days = u" from "_s + dm + u" where date(shijian)>''"_s;
+            const QString inOrder = u"select date(shijian)"_s + days + u" order by date(shijian)"_s;
+            const Recordset row(connection_, u"select ("_s + inOrder + u" limit 1),("_s + inOrder +
+                                                 u" desc limit 1),(select count(*)"_s + days +
+                                                 u')');
             stored.first = dayIn(row, 0);
             stored.last = dayIn(row, 1);
             stored.count = static_cast<int>(row.value(2).toInteger());
