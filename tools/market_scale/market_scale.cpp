@@ -113,15 +113,20 @@ void makeMarketScale(const QString& folder, const MarketScale& scale) {
 
 void writeMarketLists(const QString& folder) {
     Connection store = storesIn(applicationFolder(folder)).main.open();
-    const auto write = [&](const QString& name, const QString& header, const QString& rows) {
+    const auto write = [&](const QString& name, const QString& header, const QString& query) {
         QString text = header + u'\n';
-        for (Recordset row(store, rows); !row.atEnd(); row.moveNext()) {
-            text += row.value(0).toText() + u',' + row.value(1).toText() + u'\n';
+        for (Recordset row(store, query); !row.atEnd(); row.moveNext()) {
+            QStringList fields;
+            for (int field = 0; field < row.fieldCount(); ++field) {
+                fields << row.value(field).toText();
+            }
+            text += fields.join(u',') + u'\n';
         }
         replaceFile(QDir(folder).filePath(name), text.toUtf8());
     };
     write(u"codes.csv"_s, u"dm,jc"_s, u"select dm,jc from dmb order by dm"_s);
-    write(u"themes.csv"_s, u"zhutiname,dm"_s, u"select zhutiname,dm from dzhzhuti order by 1,2"_s);
+    write(u"themes.csv"_s, u"zhutiname,dm,xiangguandu,guanzhudu"_s,
+          u"select zhutiname,dm,xiangguandu,guanzhudu from dzhzhuti order by 1,2"_s);
 }
 
 }  // namespace guanchao

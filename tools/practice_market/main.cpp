@@ -68,11 +68,14 @@ void endWithParent() {
     }
 }
 
+constexpr qsizetype columnsOfThemes = 4;
+
 PracticeBoards boardsBeside(const QString& codesFile,
                             const std::vector<guanchao::PracticeStock>& stocks) {
     const QString themes = QFileInfo(codesFile).dir().filePath(QStringLiteral("themes.csv"));
-    return QFileInfo::exists(themes) ? PracticeBoards(stocks, guanchao::readSeedList(themes, 2))
-                                     : PracticeBoards(stocks);
+    return QFileInfo::exists(themes)
+               ? PracticeBoards(stocks, guanchao::readSeedList(themes, columnsOfThemes))
+               : PracticeBoards(stocks);
 }
 
 void serve(const Arguments& arguments) {
