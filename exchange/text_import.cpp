@@ -5,9 +5,9 @@
 #include "base/values.h"
 #include "exchange/import_on_copies.h"
 #include "exchange/text_preview.h"
+#include "exchange/theme_insert.h"
 #include "formats/text_file.h"
 #include "services/stock_code.h"
-#include "store/recordset.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -83,16 +83,7 @@ private:
     }
 
     void add(const QString& name, const QString& dm, const QString& jc) {
-        passingOver([&] {
-            const Recordset present(copies_, u"select zhutiname,dm from dzhzhuti where dm="_s +
-                                                 quoted(dm) + u" and zhutiname="_s + quoted(name));
-            if (present.atEnd()) {
-                copies_.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values("_s +
-                                quoted(name) + u',' + quoted(dm) + u',' + quoted(jc) + u',' +
-                                quoted(date_) + u")"_s);
-                ++count_;
-            }
-        });
+        passingOver([&] { count_ += addMembership(copies_, name, dm, jc, date_) ? 1 : 0; });
         steps_.endIfStopped();
     }
 
@@ -165,7 +156,8 @@ ImportedText mergeText(const Stores& stores, const TextSource& source, const QSt
     if (count > 0) {
         const Activity stamping(u"导入文本主题库"_s,
                                 u"主题已经导入，只有主题库更新时间没有写入。"_s);
-        stores.main.open().execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(date));
+        Connection store = stores.main.open();
+        stampThemes(store, date);
     }
     return {count, encoding, brokenLinesText(lines)};
 }

@@ -94,4 +94,8 @@ bool isTooLong(const QString& name) {
     return name.size() > longestName;
 }
 
+bool canNameTheme(const QString& name) {
+    return !name.isEmpty() && !isDigitsOnly(name) && !isTooLong(name);
+}
+
 }  // namespace guanchao

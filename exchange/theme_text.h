@@ -44,5 +44,7 @@ NormalCode normaliseCode(const QString& code);
 
 bool isDigitsOnly(const QString& name);
 bool isTooLong(const QString& name);
+// What neither is nor is empty may name a theme.
+bool canNameTheme(const QString& name);
 
 }  // namespace guanchao

@@ -27,7 +27,12 @@ QJsonDocument readLooseJson(const QByteArray& body) {
         return QJsonDocument(QJsonArray());
     }
     const QJsonDocument strict = QJsonDocument::fromJson(body);
-    return strict.isNull() ? QJsonDocument::fromJson(mended(textFromGbk(body)).toUtf8()) : strict;
+    if (!strict.isNull()) {
+        return strict;
+    }
+    const QString text = textFromGbk(body);
+    const QJsonDocument inGbk = QJsonDocument::fromJson(text.toUtf8());
+    return inGbk.isNull() ? QJsonDocument::fromJson(mended(text).toUtf8()) : inGbk;
 }
 
 QString numberWords(const QJsonValue& value) {

@@ -1,0 +1,143 @@
+#include "exchange/board_import.h"
+
+#include <utility>
+
+#include "base/time_left.h"
+#include "base/values.h"
+#include "base/worker.h"
+#include "exchange/theme_text.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int mostFailuresInARow = 10;
+constexpr int mostRests = 3;
+// Longer than an address is left alone.
+constexpr std::chrono::seconds restTime(95);
+constexpr int triesToWrite = 12;
+constexpr std::chrono::seconds betweenTriesToWrite(5);
+
+}  // namespace
+
+BoardImport::BoardImport(const Stores& stores, const Clock& clock, HttpClient& http,
+                         RunControl& control, Watch watch, Wait wait)
+    : stores_(stores),
+      date_(timeText(clock.now())),
+      control_(control),
+      watch_(std::move(watch)),
+      wait_(std::move(wait)),
+      boards_(http, {}) {}
+
+QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards,
+                                         std::stop_token stop) {
+    const std::stop_callback whenStopped(stop, [this] { control_.stop(); });
+    total_ = static_cast<int>(boards.size());
+    working_.start();
+    try {
+        co_await carryOut(service, boards, stop);
+    } catch (const Cancelled&) {
+        tally_.stopped = true;
+    }
+    endIfStopped(stop);
+    co_return BoardTally(tally_);
+}
+
+QCoro::Task<> BoardImport::carryOut(Service service, QList<Board> boards, std::stop_token stop) {
+    for (const Board& board : boards) {
+        co_await takePause();
+        endIfStopped(control_.asking());
+        show(u"正在导入 "_s + board.name);
+        if (watch_.isWanted(board)) {
+            co_await take(service, board, stop);
+        }
+        ++done_;
+        if (!tally_.ending.isEmpty()) {
+            co_return;
+        }
+    }
+}
+
+QCoro::Task<> BoardImport::takePause() {
+    if (!control_.isPaused()) {
+        co_return;
+    }
+    worked_ += working_.nsecsElapsed();
+    show(u"已暂停"_s);
+    co_await control_.untilItGoesOn();
+    working_.start();
+}
+
+QCoro::Task<> BoardImport::take(Service service, Board board, std::stop_token stop) {
+    const QString theme = trimBlanks(board.name);
+    if (!canNameTheme(theme)) {
+        tally_.nameless << board.name;
+        watch_.settled({board.node, {}, u"名称不能作主题名"_s});
+        co_return;
+    }
+    const Reply reply = co_await ask(service, board);
+    if (!reply.rows) {
+        fail(board, reply);
+        co_return;
+    }
+    failuresInARow_ = 0;
+    const StoredBoard stored = co_await store(theme, *reply.rows, stop);
+    ++tally_.boards;
+    tally_.themes += stored.isNewTheme ? 1 : 0;
+    tally_.members += stored.added;
+    tally_.strangers += stored.strangers;
+    watch_.settled({board.node, stored, {}});
+}
+
+// A service that has had enough of us is left alone for a while and then asked again.
+QCoro::Task<BoardImport::Reply> BoardImport::ask(Service service, Board board) {
+    for (int rests = 0;; ++rests) {
+        Reply reply = co_await boards_.stocks(service, board, control_.asking());
+        if (!reply.wantsRest || rests == mostRests) {
+            co_return reply;
+        }
+        show(u"网站限制了访问，歇一会儿再继续…"_s);
+        co_await wait_(restTime, control_.asking());
+        show(u"正在导入 "_s + board.name);
+    }
+}
+
+void BoardImport::fail(const Board& board, const Reply& reply) {
+    tally_.failed << BoardTally::Failed{board.name, reply.lack};
+    ++failuresInARow_;
+    if (reply.wantsRest || failuresInARow_ == mostFailuresInARow) {
+        tally_.ending = u"网站一再不答，最后一次："_s + reply.lack;
+    }
+    watch_.settled({board.node, {}, reply.lack});
+}
+
+// Another program, or a scan, may hold the store for a while.
+QCoro::Task<StoredBoard> BoardImport::store(QString theme, QList<ListedStock> stocks,
+                                            std::stop_token stop) {
+    const auto job = [stores = stores_, theme, stocks, date = date_](const auto&) {
+        return storeBoard(stores, theme, stocks, date);
+    };
+    for (int tries = 1;; ++tries) {
+        try {
+            const StoredBoard stored = co_await inWorker(job, stop);
+            co_return StoredBoard(stored);
+        } catch (const StoreError& failure) {
+            const bool isLast = tries == triesToWrite || control_.isStopped();
+            if (failure.fault() != StoreFault::busy || isLast) {
+                throw;
+            }
+        }
+        co_await wait_(betweenTriesToWrite, stop);
+    }
+}
+
+void BoardImport::show(const QString& step) {
+    const qint64 elapsed = worked_ + (control_.isPaused() ? 0 : working_.nsecsElapsed());
+    watch_.progress(
+        {step, done_, total_, timeLeftWords(std::chrono::nanoseconds(elapsed), done_, total_)});
+}
+
+}  // namespace guanchao

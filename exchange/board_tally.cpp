@@ -1,0 +1,58 @@
+#include "exchange/board_tally.h"
+
+#include <algorithm>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype shownBoards = 5;
+
+QString heading(const BoardTally& tally) {
+    if (!tally.ending.isEmpty()) {
+        return u"没有导入完："_s + tally.ending + u"。已经导入的都已保留。"_s;
+    }
+    return tally.stopped ? u"已停止，已经导入的都已保留。"_s : u"导入完成。"_s;
+}
+
+QString firstOf(const QStringList& boards) {
+    const QString more = boards.size() > shownBoards ? u" 等"_s : QString();
+    return boards.first(std::min(boards.size(), shownBoards)).join(u'、') + more;
+}
+
+QString failedWords(const QList<BoardTally::Failed>& failed) {
+    QStringList boards;
+    for (const BoardTally::Failed& it : failed) {
+        boards << u"%1（%2）"_s.arg(it.board, it.why);
+    }
+    return u"%1 个板块没有导入：%2。\n它们还勾着，过一会儿再点“导入”就补上；总是不行，请检查网络和"
+           u" services.ini 里的 [boards]。"_s.arg(failed.size())
+               .arg(firstOf(boards));
+}
+
+}  // namespace
+
+QString BoardTally::words() const {
+    QStringList lines = {
+        heading(*this) +
+        u"导入了 %1 个板块：新主题 %2 个，新成份股 %3 条。"_s.arg(boards).arg(themes).arg(members)};
+    if (members > 0) {
+        lines << u"在主窗口按 F5（刷新）就显示。"_s;
+    }
+    if (!failed.isEmpty()) {
+        lines << failedWords(failed);
+    }
+    if (!nameless.isEmpty()) {
+        lines << u"%1 个板块的名称不能作主题名（只有数字，或超过 20 个字），没有导入：%2。"_s
+                     .arg(nameless.size())
+                     .arg(firstOf(nameless));
+    }
+    if (strangers > 0) {
+        lines << u"%1 条成份股不是沪深 A 股，没有导入。"_s.arg(strangers);
+    }
+    return lines.join(u'\n');
+}
+
+}  // namespace guanchao

@@ -1,0 +1,197 @@
+#include "exchange/board_import.h"
+
+#include "platform/qt_http_client.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/store_test.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+namespace {
+
+// The service, but for what a test answers in its place.
+struct SpoiledHttp : HttpClient {
+    QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
+        paths << path;
+        if (const std::optional<HttpReply> reply = instead ? instead(path) : std::nullopt) {
+            co_return HttpReply(*reply);
+        }
+        const HttpReply reply = co_await client.get(service, path, stop);
+        co_return HttpReply(reply);
+    }
+
+    QtHttpClient client;
+    QStringList paths;
+    std::function<std::optional<HttpReply>(const QString& path)> instead;
+};
+
+QString numbered(const QString& text, int number) {
+    return text.arg(number, 3, 10, QChar(u'0'));
+}
+
+}  // namespace
+
+// Boards 大 of 170 stocks, 10 of digits, 甲 and 乙 of two each, in the order of their names.
+class BoardImportTest : public StoreTest {
+protected:
+    BoardImportTest() : market_(quotes(), &QDateTime::currentDateTime, boards()) {
+        market_.start();
+        service_ = {market_.host(), {}, 10, 1, 0, u"sina"_s};
+    }
+
+    static std::vector<PracticeStock> stocks() {
+        std::vector<PracticeStock> stocks;
+        for (int it = 0; it < 170; ++it) {
+            stocks.push_back({numbered(u"SZ300%1"_s, it), numbered(u"某股%1"_s, it)});
+        }
+        return stocks;
+    }
+    static PracticeQuotes quotes() { return PracticeQuotes(stocks()); }
+    static PracticeBoards boards() {
+        QList<QStringList> rows;
+        for (const PracticeStock& it : stocks()) {
+            rows << QStringList{u"大"_s, it.code};
+        }
+        for (const QString& board : {u"2026"_s, u"甲"_s, u"乙'股"_s}) {
+            rows << QStringList{board, u"SZ300001"_s} << QStringList{board, u"SZ300002"_s};
+        }
+        return PracticeBoards(stocks(), rows);
+    }
+
+    BoardTally import() {
+        const Boards boards(http_, {service_});
+        const BoardList list = endOf(boards.list(BoardSort::concepts, {}));
+        http_.paths.clear();
+        control_ = std::make_unique<RunControl>();
+        const BoardImport::Watch watch = {[](const Board&) { return true; },
+                                          [this](const BoardProgress& it) { onProgress_(it); },
+                                          [this](const BoardOutcome& it) { onSettled_(it); }};
+        BoardImport import(store_.stores, clock_, http_, *control_, watch, wait_);
+        return endOf(import.run(list.service, list.boards, {}));
+    }
+    QStringList themes() {
+        return store_.rows(u"select zhutiname,count(*) from dzhzhuti group by 1 order by 1"_s);
+    }
+
+    PracticeMarket market_;
+    Service service_;
+    SpoiledHttp http_;
+    std::unique_ptr<RunControl> control_;
+    std::function<void(const BoardProgress&)> onProgress_ = [](const BoardProgress&) {};
+    std::function<void(const BoardOutcome&)> onSettled_ = [](const BoardOutcome&) {};
+    int waits_ = 0;
+    BoardImport::Wait wait_ = [this](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> {
+        ++waits_;
+        co_return;
+    };
+};
+
+TEST_F(BoardImportTest, OnlyWhatIsMissingIsAdded) {
+    store_.addCode(u"SZ300001"_s, u"特锐德"_s, 1, 1);
+    store_.run(
+        {u"insert into dzhzhuti(zhutiname,dm,jc,guanzhudu) values('甲','SZ300002','旧',9)"_s});
+    const QString stamp = u"select xiugaizhutitime from tempcanshu"_s;
+    BoardTally tally = import();
+    EXPECT_EQ(themes(), QStringList({u"乙'股|2"_s, u"大|170"_s, u"甲|2"_s}));
+    EXPECT_EQ(tally.words(),
+              u"导入完成。导入了 3 个板块：新主题 2 个，新成份股 173 条。\n"
+              u"在主窗口按 F5（刷新）就显示。\n"
+              u"1 个板块的名称不能作主题名（只有数字，或超过 20 个字），没有导入：2026。"_s);
+    EXPECT_EQ(store_.rows(u"select dm,jc,guanzhudu,ztktime from dzhzhuti where zhutiname='甲'"
+                          u" order by dm"_s),
+              QStringList({u"SZ300001|特锐德|0|2026-11-24 10:00:00"_s, u"SZ300002|旧|9|null"_s}))
+        << "the code table's name, and what was there stays";
+    EXPECT_EQ(store_.rows(u"select jc from dzhzhuti where dm='SZ300169'"_s),
+              QStringList{u"某股169"_s});
+    EXPECT_EQ(store_.rows(stamp), QStringList{u"2026-11-24 10:00:00"_s});
+
+    clock_.moment = clock_.moment.addDays(1);
+    store_.run({u"delete from dzhzhuti where dm='SZ300100'"_s});
+    tally = import();
+    EXPECT_EQ(tally.themes, 0);
+    EXPECT_EQ(tally.members, 1);
+    EXPECT_EQ(store_.rows(stamp), QStringList{u"2026-11-25 10:00:00"_s});
+    clock_.moment = clock_.moment.addDays(1);
+    EXPECT_EQ(import().members, 0);
+    EXPECT_EQ(store_.rows(stamp), QStringList{u"2026-11-25 10:00:00"_s}) << "nothing was imported";
+}
+
+TEST_F(BoardImportTest, ABoardThatBreaksOffIsImportedWholeTheNextTime) {
+    http_.instead = [](const QString& path) -> std::optional<HttpReply> {
+        return path.contains(u"page=2"_s)
+                   ? std::optional(HttpReply{HttpReply::Outcome::answered, 200, "<html>"})
+                   : std::nullopt;
+    };
+    BoardTally tally = import();
+    ASSERT_EQ(tally.failed.size(), 1);
+    EXPECT_EQ(tally.failed[0].board + tally.failed[0].why, u"大应答里没有股票"_s);
+    EXPECT_EQ(themes(), QStringList({u"乙'股|2"_s, u"甲|2"_s})) << "nothing of its first page";
+    http_.instead = nullptr;
+    tally = import();
+    EXPECT_EQ(tally.members, 170);
+    EXPECT_TRUE(tally.failed.isEmpty());
+}
+
+TEST_F(BoardImportTest, AServiceThatHasHadEnoughIsLeftAloneForAWhile) {
+    int limits = 2;
+    http_.instead = [&](const QString& path) -> std::optional<HttpReply> {
+        const bool isLimited = path.contains(u"getHQNodeData"_s) && limits-- > 0;
+        return isLimited ? std::optional(HttpReply{HttpReply::Outcome::limited, 456, {}})
+                         : std::nullopt;
+    };
+    EXPECT_EQ(import().boards, 3);
+    EXPECT_EQ(waits_, 2);
+    limits = 1000;
+    waits_ = 0;
+    const BoardTally tally = import();
+    EXPECT_EQ(tally.ending, u"网站一再不答，最后一次：要得太勤，被拒绝（456）"_s);
+    EXPECT_EQ(waits_, 3);
+    EXPECT_EQ(http_.paths.size(), 4) << "the others aren't asked for";
+}
+
+TEST_F(BoardImportTest, WhatHasComeStaysWhereTheUserStops) {
+    onSettled_ = [this](const BoardOutcome& outcome) {
+        if (outcome.stored.added > 0) {
+            EXPECT_EQ(themes().size(), 1) << "committed, as a kill would leave it";
+            control_->stop();
+        }
+    };
+    const BoardTally tally = import();
+    EXPECT_TRUE(tally.stopped);
+    EXPECT_EQ(tally.boards, 1);
+    EXPECT_EQ(themes().size(), 1);
+}
+
+TEST_F(BoardImportTest, APauseHoldsTheNextBoard) {
+    QStringList steps;
+    onProgress_ = [&](const BoardProgress& progress) {
+        steps << progress.step;
+        if (progress.step == u"已暂停"_s) {
+            EXPECT_EQ(http_.paths.size(), 1);
+            QTimer::singleShot(0, [this] { control_->goOn(); });
+        }
+    };
+    bool once = true;
+    onSettled_ = [&](const BoardOutcome& outcome) {
+        if (outcome.lack.isEmpty() && std::exchange(once, false)) {
+            control_->pause();
+        }
+    };
+    EXPECT_EQ(import().boards, 3);
+    EXPECT_EQ(steps.count(u"已暂停"_s), 1);
+}
+
+// Another program that writes is waited for; the board isn't lost.
+TEST_F(BoardImportTest, AHeldStoreIsTriedAgain) {
+    const Impatience impatience;
+    auto other = std::make_unique<Connection>(store_.stores.main.open());
+    other->execute(u"begin immediate"_s);
+    wait_ = [&](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> {
+        other.reset();
+        co_return;
+    };
+    EXPECT_EQ(import().boards, 3);
+    EXPECT_FALSE(other);
+}
+
+}  // namespace guanchao
