@@ -39,7 +39,7 @@ QString BoardTally::words() const {
         heading(*this) +
         u"导入了 %1 个板块：新主题 %2 个，新成份股 %3 条。"_s.arg(boards).arg(themes).arg(members)};
     if (members > 0) {
-        lines << u"在主窗口按 F5（刷新）就显示。"_s;
+        lines << u"新成份股的关注度是 0：在主窗口的“关注度大于”里写 -1，按 F5 就显示。"_s;
     }
     if (!failed.isEmpty()) {
         lines << failedWords(failed);

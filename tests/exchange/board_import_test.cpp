@@ -95,7 +95,7 @@ TEST_F(BoardImportTest, OnlyWhatIsMissingIsAdded) {
     EXPECT_EQ(themes(), QStringList({u"乙'股|2"_s, u"大|170"_s, u"甲|2"_s}));
     EXPECT_EQ(tally.words(),
               u"导入完成。导入了 3 个板块：新主题 2 个，新成份股 173 条。\n"
-              u"在主窗口按 F5（刷新）就显示。\n"
+              u"新成份股的关注度是 0：在主窗口的“关注度大于”里写 -1，按 F5 就显示。\n"
               u"1 个板块的名称不能作主题名（只有数字，或超过 20 个字），没有导入：2026。"_s);
     EXPECT_EQ(store_.rows(u"select dm,jc,guanzhudu,ztktime from dzhzhuti where zhutiname='甲'"
                           u" order by dm"_s),
