@@ -1,4 +1,6 @@
 // What each entry of the menus of Form2 does.
+#include <QFileInfo>
+
 #include "app/form2.h"
 #include "articles/form27.h"
 #include "exchange/article_import.h"

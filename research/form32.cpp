@@ -167,7 +167,12 @@ void Form32::fillRow(int row, const HistoryCode& code, const StoredDays& stored)
     grid_.setTextMatrix(row, 3, hasDays ? dateText(stored.first) : QString());
     grid_.setTextMatrix(row, 4, hasDays ? dateText(stored.last) : QString());
     grid_.setInteger(row, 5, stored.count);
-    grid_.setInteger(row, 6, stored.gaps);
+    const bool isNew = !hasDays && stored.asked.isNull();
+    if (isNew) {
+        grid_.setTextMatrix(row, 6, u"全部"_s);
+    } else {
+        grid_.setInteger(row, 6, stored.gaps);
+    }
 }
 
 }  // namespace guanchao
