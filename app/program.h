@@ -21,6 +21,7 @@
 #include "research/asked_history.h"
 #include "research/history_desk.h"
 #include "services/polite_http.h"
+#include "services/service_watch.h"
 #include "services/services_file.h"
 #include "store/application_folder.h"
 #include "store/connection.h"
@@ -55,7 +56,8 @@ private:
     ServicesFile servicesFile_{folder_ + QStringLiteral("services.ini"), services_};
     SystemClock clock_;
     QtHttpClient web_;
-    PoliteHttp client_{web_, clock_};
+    PoliteHttp polite_{web_, clock_};
+    ServiceWatch watch_{polite_, clock_};
     DesktopShell shell_;
     DesktopSound sound_;
     DesktopNotifier notifier_;
@@ -64,8 +66,8 @@ private:
     DesktopTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
-    MeanVolume meanVolume_{client_, services_.history, clock_};
-    HistoryDesk historyDesk_{stores_,   clock_,       client_,
+    MeanVolume meanVolume_{watch_, services_.history, clock_};
+    HistoryDesk historyDesk_{stores_,   clock_,       watch_,
                              services_, application_, folder_ + QStringLiteral("界面.ini")};
 
     OpenWindows openWindows_;

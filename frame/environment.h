@@ -20,6 +20,7 @@ class AskedHistory;
 class HistoryDesk;
 class MeanVolume;
 class OpenWindows;
+class ServiceWatch;
 class ServicesFile;
 
 struct Environment {
@@ -33,6 +34,7 @@ struct Environment {
     Dialogs& dialogs;
     Failures& failures;
     HttpClient& client;
+    const ServiceWatch& watch;  // over what `client` asks
     Shell& shell;
     Clipboard& clipboard;
     Processes& processes;

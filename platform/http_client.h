@@ -24,10 +24,11 @@ struct HttpReply {
     };
 
     Outcome outcome = Outcome::notThere;
-    int status = 0;        // of the answer or refusal
-    QByteArray body;       // as it came, of a refusal too; empty otherwise
-    QDateTime until = {};  // of a rest
-    QString reason = {};   // of one that is unreachable, in the toolkit's words
+    int status = 0;           // of the answer or refusal
+    QByteArray body;          // as it came, of a refusal too; empty otherwise
+    QDateTime until = {};     // of a rest
+    QString reason = {};      // of one that is unreachable, in the toolkit's words
+    qint64 milliseconds = 0;  // from the request to its end
 
     bool answered() const { return outcome == Outcome::answered; }
     // That a page isn't there is an answer too.
@@ -52,6 +53,10 @@ public:
     // Raises nothing but Cancelled, once the stop is requested. The time-out of the service is that
     // of the whole request.
     virtual QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) = 0;
+
+    // Whoever reads an answer says at once, before the next request, that it is none: `reason` in
+    // Chinese.
+    virtual void complain(const Service& /*service*/, const QString& /*reason*/) {}
 };
 
 }  // namespace guanchao

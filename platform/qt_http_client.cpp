@@ -1,5 +1,6 @@
 #include "platform/qt_http_client.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
@@ -81,6 +82,8 @@ QCoro::Task<HttpReply> QtHttpClient::get(Service service, QString path, std::sto
     if (service.host.isEmpty()) {
         co_return HttpReply();
     }
+    QElapsedTimer timer;
+    timer.start();
     const std::unique_ptr<QNetworkReply, EndReply> reply(manager_.get(requestFor(service, path)));
     // Shared, since the time-out may outlive the request.
     const auto inTime = std::make_shared<Later<bool>>();
@@ -91,10 +94,13 @@ QCoro::Task<HttpReply> QtHttpClient::get(Service service, QString path, std::sto
                            [inTime] { inTime->deliver(false); });
     }
     const bool ended = co_await inTime->orStop(stop);
-    if (!ended) {
-        co_return HttpReply{HttpReply::Outcome::silent, 0, {}};
+    HttpReply result;
+    result.outcome = HttpReply::Outcome::silent;
+    if (ended) {
+        result = readReply(*reply);
     }
-    co_return readReply(*reply);
+    result.milliseconds = timer.elapsed();
+    co_return HttpReply(result);
 }
 
 }  // namespace guanchao

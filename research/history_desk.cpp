@@ -24,8 +24,8 @@ const QString updatesKey = u"历史行情/收盘后自动更新"_s;
 void addLines(const QString& purpose, const QList<Service>& services, const ServiceWatch& watch,
               QStringList& lines) {
     for (const Service& service : services) {
-        const QString state =
-            u" %1（%2）：%3"_s.arg(service.kind, service.host, watch.stateOf(service));
+        const QString state = u" %1（%2）：%3"_s.arg(service.kind, service.host,
+                                                     stateWords(service, watch.stateOf(service)));
         const auto same =
             std::ranges::find_if(lines, [&](const QString& line) { return line.endsWith(state); });
         if (same == lines.end()) {
@@ -38,13 +38,13 @@ void addLines(const QString& purpose, const QList<Service>& services, const Serv
 
 }  // namespace
 
-HistoryDesk::HistoryDesk(const Stores& stores, const Clock& clock, HttpClient& http,
+HistoryDesk::HistoryDesk(const Stores& stores, const Clock& clock, ServiceWatch& watch,
                          const Services& services, Failures& failures, QString iniPath)
     : stores_(stores),
       clock_(clock),
+      watch_(watch),
       services_(services),
       iniPath_(std::move(iniPath)),
-      watch_(http, clock),
       looks_(clock, [this] { look(); }),
       runs_(failures) {
     looks_.setObjectName(u"historyLooks"_s);

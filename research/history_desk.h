@@ -9,7 +9,7 @@
 #include "base/runs.h"
 #include "platform/daily_looks.h"
 #include "research/history_fill.h"
-#include "research/service_watch.h"
+#include "services/service_watch.h"
 
 namespace guanchao {
 
@@ -25,7 +25,7 @@ class HistoryDesk : public QObject {
     Q_OBJECT
 
 public:
-    HistoryDesk(const Stores& stores, const Clock& clock, HttpClient& http,
+    HistoryDesk(const Stores& stores, const Clock& clock, ServiceWatch& watch,
                 const Services& services, Failures& failures, QString iniPath);
 
     // Once the stores are known: looks each minute whether the update of the day is due.
@@ -62,9 +62,9 @@ private:
 
     const Stores& stores_;
     const Clock& clock_;
+    ServiceWatch& watch_;
     const Services& services_;
     QString iniPath_;
-    ServiceWatch watch_;
     ShownFill shown_;
     QDate updated_;  // the day whose close is there
     DailyLooks looks_;

@@ -43,8 +43,9 @@ QCoro::Task<BoardList> Boards::list(BoardSort sort, std::stop_token stop) const 
             list.service = service;
             break;
         }
-        list.lacks << u"%1（%2）：%3"_s.arg(service.kind, service.host,
-                                            reply.rows ? u"应答里没有板块"_s : reply.lack);
+        const QString lack = reply.rows ? u"应答里没有板块"_s : reply.lack;
+        http_.complain(service, lack);
+        list.lacks << u"%1（%2）：%3"_s.arg(service.kind, service.host, lack);
     }
     co_return list;
 }

@@ -38,6 +38,7 @@ QCoro::Task<BarsReply> DayBars::fetch(QString dm, QDate first, QDate last,
             reply.kind = service.kind;
             break;
         }
+        http_.complain(service, answer.read.fault);
         reply.lacks << u"历史行情 %1（%2）：%3"_s.arg(service.kind, service.host,
                                                       answer.read.fault);
     }

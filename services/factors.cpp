@@ -58,7 +58,12 @@ QCoro::Task<std::optional<FactorList>> Factors::fetch(QString dm, std::stop_toke
     if (reply.hasNoPage()) {
         co_return FactorList();
     }
-    co_return reply.answered() ? readFactors(reply.body, dm) : std::nullopt;
+    const std::optional<FactorList> factors =
+        reply.answered() ? readFactors(reply.body, dm) : std::nullopt;
+    if (!factors) {
+        http_.complain(service_, u"应答里没有复权因子"_s);
+    }
+    co_return std::optional<FactorList>(factors);
 }
 
 }  // namespace guanchao

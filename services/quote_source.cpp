@@ -88,6 +88,7 @@ QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop)
             lastUntil_.remove(service.host);
             co_return QuotesReply(reply);
         }
+        http_.complain(service, reply.lack);
         lastUntil_[service.host] = clock_.now().addSecs(secondsLast);
         first = first ? first : reply;
     }

@@ -90,9 +90,10 @@ protected:
     FakeTray desktopTray_;
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
-    HistoryDesk historyDesk_{stores_,   clock_,    http_,
+    ServiceWatch watch_{http_, clock_};
+    HistoryDesk historyDesk_{stores_,   clock_,    watch_,
                              services_, failures_, store_.folder() + u"界面.ini"_s};
-    MeanVolume meanVolume_{http_, services_.history, clock_};
+    MeanVolume meanVolume_{watch_, services_.history, clock_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .removals = removals_,
@@ -102,7 +103,8 @@ protected:
                              .openWindows = openWindows_,
                              .dialogs = dialogs_,
                              .failures = failures_,
-                             .client = http_,
+                             .client = watch_,
+                             .watch = watch_,
                              .shell = shell_,
                              .clipboard = clipboard_,
                              .processes = processes_,
