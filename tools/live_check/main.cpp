@@ -8,11 +8,14 @@
 #include <QStandardPaths>
 
 #include "base/values.h"
+#include "collector/search_check.h"
 #include "heat/collector_contract.h"
 #include "platform/qt_http_client.h"
+#include "services/polite_http.h"
 #include "store/application_folder.h"
 #include "store/prepared_stores.h"
-#include "tools/live_check/check_run.h"
+#include "tools/live_check/check_table.h"
+#include "utilities/service_checks.h"
 
 namespace {
 
@@ -69,9 +72,9 @@ QString searchPagesOf(const QString& folder) {
 int check(const Arguments& arguments, QTextStream& out) {
     const QString ini = arguments.folder + u"services.ini"_s;
     const Services services = readServices(ini);
-    const QList<Check> checks =
-        liveChecks(services, searchPagesOf(arguments.folder),
-                   readCollectorSettings(arguments.folder + u"caijiqi.ini"_s));
+    QList<Check> checks = serviceChecks(services);
+    checks << searchCheck(services.search, searchPagesOf(arguments.folder),
+                          readCollectorSettings(arguments.folder + u"caijiqi.ini"_s));
     const SystemClock clock;
     out << timeText(clock.now()) << ' ' << ini
         << (QFileInfo::exists(ini) ? u""_s : u"（没有这个文件，问缺省的网站）"_s) << '\n';
@@ -79,8 +82,11 @@ int check(const Arguments& arguments, QTextStream& out) {
         out << complaint << '\n';
     }
     QtHttpClient web;
-    CheckRun run(web, clock, out, arguments.pause);
-    const QStringList silent = QCoro::waitFor(run.run(checks));
+    PoliteHttp polite(web, clock);
+    CheckTable table(out);
+    CheckRun run(polite, clock, arguments.pause, [&](const CheckRow& row) { table.add(row); });
+    QCoro::waitFor(run.run(checks, std::stop_token()));
+    const QStringList silent = table.silent();
     out << (silent.isEmpty() ? u"每一种用途都有网站应答。"_s
                              : u"没有网站应答的用途："_s + silent.join(u"、"_s) + u"。"_s)
         << '\n';

@@ -1,8 +1,6 @@
 // HttpClient over another that notes what passes through it.
 #pragma once
 
-#include <QElapsedTimer>
-
 #include "platform/http_client.h"
 
 namespace guanchao {
@@ -12,12 +10,14 @@ public:
     explicit NotedHttp(HttpClient& http) : http_(http) {}
 
     QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
-        QElapsedTimer timer;
-        timer.start();
         const HttpReply reply = co_await http_.get(service, path, stop);
-        milliseconds_ += timer.elapsed();
+        milliseconds_ += reply.milliseconds;
         last_ = reply;
         co_return HttpReply(reply);
+    }
+
+    void complain(const Service& service, const QString& reason) override {
+        http_.complain(service, reason);
     }
 
     void forget() {
@@ -26,7 +26,7 @@ public:
     }
 
     const HttpReply& last() const { return last_; }
-    // That all requests took.
+    // That all requests took, without the pauses between them.
     qint64 milliseconds() const { return milliseconds_; }
 
 private:

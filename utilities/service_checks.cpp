@@ -1,14 +1,13 @@
-#include "tools/live_check/live_checks.h"
+#include "utilities/service_checks.h"
 
 #include <QRegularExpression>
 #include <optional>
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "collector/news_search.h"
-#include "collector/search_page.h"
 #include "formats/text_file.h"
 #include "market/stored_quote.h"
+#include "services/boards.h"
 #include "services/day_bars.h"
 #include "services/factors.h"
 #include "services/fundamentals.h"
@@ -52,10 +51,10 @@ Finding tellQuotes(const QString& lines) {
     return {found.size() == 2, u"%1 行："_s.arg(found.size()) + found.join(u"，"_s)};
 }
 
-QCoro::Task<Finding> askQuotes(CheckDesk desk, Service service) {
+QCoro::Task<Finding> askQuotes(CheckDesk desk, Service service, std::stop_token stop) {
     QuoteSource source(desk.http, desk.clock, {service});
     const QString codes = (stock + u',' + index + u',').toLower();
-    const QuotesReply reply = co_await source.fetch(codes, std::stop_token());
+    const QuotesReply reply = co_await source.fetch(codes, stop);
     co_return reply.lack.isEmpty() ? tellQuotes(reply.lines) : Finding{false, reply.lack};
 }
 
@@ -72,11 +71,10 @@ Finding tellBars(const BarsReply& reply) {
                            QString::number(last.volume, 'f', 0))};
 }
 
-QCoro::Task<Finding> askHistory(CheckDesk desk, Service service, QString dm) {
+QCoro::Task<Finding> askHistory(CheckDesk desk, Service service, QString dm, std::stop_token stop) {
     const DayBars bars(desk.http, desk.clock, {service});
     const QDate today = desk.clock.now().date();
-    const BarsReply reply =
-        co_await bars.fetch(dm, today.addDays(-daysBack), today, std::stop_token());
+    const BarsReply reply = co_await bars.fetch(dm, today.addDays(-daysBack), today, stop);
     co_return tellBars(reply);
 }
 
@@ -89,9 +87,10 @@ Finding tellFactors(const FactorList& factors, const QDate& today, bool hasDivid
                                                    numberText(factors.on(longAgo)))};
 }
 
-QCoro::Task<Finding> askFactors(CheckDesk desk, Service service, QString dm, bool hasDividends) {
+QCoro::Task<Finding> askFactors(CheckDesk desk, Service service, QString dm, bool hasDividends,
+                                std::stop_token stop) {
     const Factors factors(desk.http, {service});
-    const std::optional<FactorList> found = co_await factors.fetch(dm, std::stop_token());
+    const std::optional<FactorList> found = co_await factors.fetch(dm, stop);
     if (!found) {
         const QString lack = failureWords(desk.http.last());
         co_return Finding{false, lack.isEmpty() ? u"应答里没有复权因子"_s : lack};
@@ -107,17 +106,36 @@ Finding tellFundamentals(const FundamentalsReply& reply) {
     return {true, u"每股收益 %1，每股净资产 %2，流通 %3 亿股"_s.arg(it.mgsy, it.mgjzc, it.mqlt)};
 }
 
-QCoro::Task<Finding> askFundamentals(CheckDesk desk, Service service) {
+QCoro::Task<Finding> askFundamentals(CheckDesk desk, Service service, std::stop_token stop) {
     const QList<Service> alone = {service};
-    const FundamentalsReply reply =
-        co_await fetchFundamentals(desk.http, alone, stock, std::stop_token());
+    const FundamentalsReply reply = co_await fetchFundamentals(desk.http, alone, stock, stop);
     co_return tellFundamentals(reply);
+}
+
+// The first page alone: the whole list takes several.
+QCoro::Task<Finding> askBoards(CheckDesk desk, Service service, std::stop_token stop) {
+    const std::shared_ptr<BoardKind> kind = boardKind(service.kind);
+    const QString path = kind->boardsPath(BoardSort::concepts, 1);
+    const HttpReply reply = co_await desk.http.get(service, path, stop);
+    if (!reply.answered()) {
+        co_return Finding{false, failureWords(reply)};
+    }
+    const ListPage<Board> page = kind->readBoards(reply.body);
+    if (page.rows.isEmpty()) {
+        const QString lack = page.fault.isEmpty() ? u"应答里没有板块"_s : page.fault;
+        desk.http.complain(service, lack);
+        co_return Finding{false, lack};
+    }
+    co_return Finding{true,
+                      u"%1 个概念板块，第一个是%2"_s.arg(page.total.value_or(page.rows.size()))
+                          .arg(page.rows.first().name)};
 }
 
 using TellBody = std::function<Finding(const QByteArray& body)>;
 
-QCoro::Task<Finding> askPage(CheckDesk desk, Service service, QString path, TellBody tell) {
-    const HttpReply reply = co_await desk.http.get(service, path, std::stop_token());
+QCoro::Task<Finding> askPage(CheckDesk desk, Service service, QString path, TellBody tell,
+                             std::stop_token stop) {
+    const HttpReply reply = co_await desk.http.get(service, path, stop);
     co_return reply.answered() ? tell(reply.body) : Finding{false, failureWords(reply)};
 }
 
@@ -138,57 +156,48 @@ Finding tellVersion(const QByteArray& body) {
             match.hasMatch() ? u"版本 "_s + match.captured(1) : u"应答里没有版本"_s};
 }
 
-Check pageCheck(const QString& purpose, const Service& service, const QString& path,
-                const TellBody& tell) {
-    return {purpose, {service}, [=](CheckDesk desk, Service it) {
-                return askPage(desk, it, path, tell);
+Check historyCheck(const QString& what, const Services& services, const QString& dm) {
+    return {u"history"_s, what, services.history,
+            [=](CheckDesk desk, Service it, std::stop_token stop) {
+                return askHistory(desk, it, dm, stop);
             }};
 }
 
-Check historyCheck(const QString& purpose, const Services& services, const QString& dm) {
-    return {purpose, services.history,
-            [=](CheckDesk desk, Service it) { return askHistory(desk, it, dm); }};
-}
-
-Check factorsCheck(const QString& purpose, const Services& services, const QString& dm,
+Check factorsCheck(const QString& what, const Services& services, const QString& dm,
                    bool hasDividends) {
-    return {purpose, services.factors,
-            [=](CheckDesk desk, Service it) { return askFactors(desk, it, dm, hasDividends); }};
+    return {u"factors"_s, what, services.factors,
+            [=](CheckDesk desk, Service it, std::stop_token stop) {
+                return askFactors(desk, it, dm, hasDividends, stop);
+            }};
 }
 
-Check searchCheck(const Services& services, const QString& pages,
-                  const CollectorSettings& settings) {
-    const RunOrder order = {.day = {}, .yinqingurl = pages};
-    const NewsSearch search(order, settings, services.search);
-    const auto tell = [settings](const QByteArray& body) {
-        const std::optional<qint64> results = SearchPage(body).results(settings);
-        return results ? Finding{true, u"相关结果 %1 个"_s.arg(*results)}
-                       : Finding{false, u"网页里没有结果的数目"_s};
-    };
-    return pageCheck(u"搜索网页"_s, search.service(), search.paths(u"白酒"_s).first(), tell);
+Check pageCheck(const QString& purpose, const Service& service, const QString& path,
+                const TellBody& tell) {
+    return {purpose, {}, {service}, [=](CheckDesk desk, Service it, std::stop_token stop) {
+                return askPage(desk, it, path, tell, stop);
+            }};
 }
 
 }  // namespace
 
-QList<Check> liveChecks(const Services& services, const QString& searchPages,
-                        const CollectorSettings& settings) {
+QList<Check> serviceChecks(const Services& services) {
     const QString code = stock.toLower();
     const QString digits = stock.right(codeDigits);
     return {
-        {u"行情"_s, services.quote, askQuotes},
-        historyCheck(u"历史行情（股票）"_s, services, stock),
-        historyCheck(u"历史行情（指数）"_s, services, index),
-        factorsCheck(u"复权因子（有分红）"_s, services, stock, true),
-        factorsCheck(u"复权因子（没有分红）"_s, services, stockWithoutDividend, false),
-        {u"基本面"_s, services.fundamentals, askFundamentals},
-        pageCheck(u"走势图"_s, services.chart, u"/newchart/min/n/%1.gif"_s.arg(code), tellChart),
-        pageCheck(u"个股页面"_s, services.stockpage, u"/realstock/company/%1/nc.shtml"_s.arg(code),
+        {u"quote"_s, {}, services.quote, askQuotes},
+        historyCheck(u"股票"_s, services, stock),
+        historyCheck(u"指数"_s, services, index),
+        factorsCheck(u"有分红"_s, services, stock, true),
+        factorsCheck(u"没有分红"_s, services, stockWithoutDividend, false),
+        {u"fundamentals"_s, {}, services.fundamentals, askFundamentals},
+        {u"boards"_s, {}, services.boards, askBoards},
+        pageCheck(u"chart"_s, services.chart, u"/newchart/min/n/%1.gif"_s.arg(code), tellChart),
+        pageCheck(u"stockpage"_s, services.stockpage, u"/realstock/company/%1/nc.shtml"_s.arg(code),
                   tellStockPage),
-        pageCheck(u"个股行情网页"_s, services.sitepage, u"/%1.html"_s.arg(code), tellStockPage),
-        pageCheck(u"个股资讯"_s, services.newspage, u"/news/stock/%1/cpbd.shtml"_s.arg(digits),
+        pageCheck(u"sitepage"_s, services.sitepage, u"/%1.html"_s.arg(code), tellStockPage),
+        pageCheck(u"newspage"_s, services.newspage, u"/news/stock/%1/cpbd.shtml"_s.arg(digits),
                   tellStockPage),
-        searchCheck(services, searchPages, settings),
-        pageCheck(u"软件网站"_s, services.vendor, u"/chaoxin/banbenupdate.txt"_s, tellVersion),
+        pageCheck(u"vendor"_s, services.vendor, u"/chaoxin/banbenupdate.txt"_s, tellVersion),
     };
 }
 

@@ -1,0 +1,36 @@
+#include "services/service_names.h"
+
+#include <QHash>
+#include <QUrl>
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+QString purposeName(const QString& purpose) {
+    static const QHash<QString, QString> names = {
+        {u"quote"_s, u"行情"_s},         {u"history"_s, u"历史行情"_s},
+        {u"factors"_s, u"复权因子"_s},   {u"fundamentals"_s, u"基本面"_s},
+        {u"boards"_s, u"板块"_s},        {u"chart"_s, u"走势图"_s},
+        {u"stockpage"_s, u"个股页面"_s}, {u"sitepage"_s, u"个股行情网页"_s},
+        {u"newspage"_s, u"个股资讯"_s},  {u"search"_s, u"搜索网页"_s},
+        {u"vendor"_s, u"软件网站"_s},
+    };
+    return names.value(purpose, purpose);
+}
+
+QString kindName(const QString& kind) {
+    static const QHash<QString, QString> names = {{u"sina"_s, u"新浪"_s},
+                                                  {u"tencent"_s, u"腾讯"_s},
+                                                  {u"eastmoney"_s, u"东方财富"_s},
+                                                  {u"csv"_s, u"CSV"_s},
+                                                  {u"page"_s, u"资讯网页"_s}};
+    return names.value(kind);
+}
+
+QString serviceName(const Service& service) {
+    const bool tellsWhose = service.kind != u"csv"_s && service.kind != u"page"_s;
+    return tellsWhose ? kindName(service.kind) : QUrl(service.host).host();
+}
+
+}  // namespace guanchao
