@@ -1,8 +1,11 @@
 #include "services/services_file.h"
 
 #include <QFile>
+#include <QUrl>
+#include <algorithm>
 #include <utility>
 
+#include "base/activity.h"
 #include "base/files.h"
 #include "services/standard_file.h"
 
@@ -12,9 +15,33 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+const QString changing = u"改动行情来源"_s;
+
+// Without what the paths of the requests begin with.
+QString hostFrom(const QString& typed) {
+    QString host = typed.trimmed();
+    while (host.endsWith(u'/')) {
+        host.chop(1);
+    }
+    const QUrl url(host, QUrl::StrictMode);
+    const bool isWeb = url.scheme() == u"http"_s || url.scheme() == u"https"_s;
+    const bool isAlone = url.path().isEmpty() && !url.hasQuery() && !url.hasFragment();
+    if (!url.isValid() || !isWeb || url.host().isEmpty() || !isAlone) {
+        throw OperationError(
+            u"网址要像 https://hq.sinajs.cn 这样，带 http:// 或 https://，后面没有别的。"_s);
+    }
+    return host;
+}
+
+// The one beside it of the same purpose; null if there is none.
+const ServiceEntry* neighbourOf(const QList<ServiceEntry>& entries, const QString& section,
+                                bool up) {
+    const auto found = std::ranges::find(entries, section, &ServiceEntry::section);
+    const qsizetype at = std::distance(entries.begin(), found) + (up ? -1 : 1);
+    if (found == entries.end() || at < 0 || at >= entries.size()) {
+        return nullptr;
+    }
+    return entries[at].purpose == found->purpose ? &entries[at] : nullptr;
 }
 
 }  // namespace
@@ -22,13 +49,85 @@ QByteArray contentOf(const QString& path) {
 ServicesFile::ServicesFile(QString path, Services& services)
     : path_(std::move(path)), services_(services) {}
 
+// One that isn't there is empty; what can't be read must not be written over.
+QByteArray ServicesFile::content() const {
+    QFile file(path_);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (!file.exists()) {
+            return {};
+        }
+        throw OperationError(u"读不了 %1：%2"_s.arg(path_, reasonOf(file)));
+    }
+    return file.readAll();
+}
+
 bool ServicesFile::isFormerStandard() const {
-    return guanchao::isFormerStandard(contentOf(path_));
+    QFile file(path_);
+    return file.open(QIODevice::ReadOnly) && guanchao::isFormerStandard(file.readAll());
 }
 
 void ServicesFile::takeStandard() {
-    replaceFile(path_ + u".以前"_s, contentOf(path_));
-    replaceFile(path_, standardFile());
+    const Activity activity(changing);
+    hasKeptFormer_ = false;
+    replace(content(), standardFile());
+}
+
+QList<ServiceEntry> ServicesFile::entries() const {
+    return readEntries(IniText(content())).entries;
+}
+
+bool ServicesFile::move(const QString& section, bool up) {
+    const QList<ServiceEntry> now = entries();
+    const ServiceEntry* other = neighbourOf(now, section, up);
+    if (!other) {
+        return false;
+    }
+    change(
+        [&](const QList<ServiceEntry>&, IniText& ini) { ini.swapNames(section, other->section); });
+    return true;
+}
+
+void ServicesFile::setUsed(const QString& section, bool used) {
+    changeEntry(section, [used](const ServiceEntry& entry, IniText& ini) {
+        guanchao::setUsed(entry, used, ini);
+    });
+}
+
+void ServicesFile::setHost(const QString& section, const QString& host) {
+    const Activity activity(changing);
+    changeEntry(section, [name = hostFrom(host)](const ServiceEntry& entry, IniText& ini) {
+        guanchao::setHost(entry, name, ini);
+    });
+}
+
+void ServicesFile::changeEntry(
+    const QString& section,
+    const std::function<void(const ServiceEntry& entry, IniText& ini)>& edit) {
+    change([&](const QList<ServiceEntry>& entries, IniText& ini) {
+        const auto found = std::ranges::find(entries, section, &ServiceEntry::section);
+        if (found == entries.end()) {
+            throw OperationError(u"services.ini 里没有 [%1] 了"_s.arg(section));
+        }
+        edit(*found, ini);
+    });
+}
+
+void ServicesFile::change(const Edit& edit) {
+    const Activity activity(changing);
+    const QByteArray former = content();
+    IniText ini(former);
+    const QList<ServiceEntry> entries = readEntries(ini).entries;
+    writeOut(entries, ini);
+    edit(entries, ini);
+    replace(former, ini.bytes());
+}
+
+void ServicesFile::replace(const QByteArray& former, const QByteArray& content) {
+    if (!hasKeptFormer_ && !former.isEmpty()) {
+        replaceFile(path_ + u".以前"_s, former);
+    }
+    replaceFile(path_, content);
+    hasKeptFormer_ = true;
     services_ = readServices(path_);
 }
 

@@ -1,0 +1,108 @@
+#include "services/services_file.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include "base/activity.h"
+#include "services/standard_file.h"
+#include "tests/support/files.h"
+#include "tests/support/former_services.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+class ServicesFileTest : public ::testing::Test {
+protected:
+    void begin(const QByteArray& text) {
+        QFile::remove(path_ + u".以前"_s);
+        writeFile(path_, text);
+        services_ = readServices(path_);
+        file_.emplace(path_, services_);
+    }
+    // All that is asked, each as "purpose kind host".
+    QStringList asked() const {
+        QStringList words;
+        for (const ServiceEntry& it : file_->entries()) {
+            if (it.isUsed) {
+                words << it.purpose + u' ' + it.service.kind + u' ' + it.service.host;
+            }
+        }
+        return words;
+    }
+
+    QTemporaryDir folder_;
+    QString path_ = folder_.filePath(u"services.ini"_s);
+    Services services_;
+    std::optional<ServicesFile> file_;
+};
+
+TEST_F(ServicesFileTest, AChangeLeavesAllElse) {
+    const QByteArray text =
+        "; mine\n[practice]\n[quote]\nkind=sina\nhost=http://s\ncolour=red\n"
+        "; behind\n[Quote.3]\nkind=tencent\nhost=http://t\n[history]\n"
+        "[factors]\nhost=http://f\n[fundamentals]\n[boards]\n";
+    begin(text);
+    EXPECT_TRUE(file_->move(u"quote"_s, false));
+    EXPECT_EQ(services_.quote.first().host, u"http://t"_s) << "asked from now on";
+    EXPECT_TRUE(services_.isPractice);
+    EXPECT_FALSE(file_->move(u"quote"_s, true));
+    EXPECT_FALSE(file_->move(u"quote.3"_s, false)) << "the next one is of another purpose";
+    file_->setUsed(u"quote.3"_s, false);
+    EXPECT_EQ(services_.quote.size(), 1);
+    file_->setHost(u"history"_s, u" https://h:8/ "_s);
+    EXPECT_EQ(services_.history.first().kind, u"sina"_s) << "a host alone would be csv";
+    EXPECT_EQ(contentOf(path_),
+              QByteArray("; mine\n[practice]\n[Quote.3]\nuse=0\nkind=sina\nhost=http://s\n"
+                         "colour=red\n; behind\n[quote]\nkind=tencent\nhost=http://t\n[history]\n"
+                         "kind=sina\nhost=https://h:8\n[factors]\nhost=http://f\n[fundamentals]\n"
+                         "[boards]\n"));
+    EXPECT_EQ(contentOf(path_ + u".以前"_s), text) << "as it was before the first change";
+    file_->setUsed(u"quote.3"_s, true);
+    EXPECT_EQ(services_.quote.value(1).host, u"http://s"_s);
+}
+
+// What holds because the file doesn't name its purpose goes on to hold beside what is written.
+TEST_F(ServicesFileTest, ASectionMoreChangesNothingElse) {
+    for (const QByteArray& text : {QByteArray(), formerServices,
+                                   QByteArray("[newspage]\nhost=http://n\n[chart]\nhost=\n")}) {
+        begin(text);
+        for (const char* section : {"history", "newspage", "chart", "boards.2"}) {
+            QStringList before = asked();
+            const ServiceEntry entry = [&] {
+                for (const ServiceEntry& it : file_->entries()) {
+                    if (it.section == QLatin1String(section)) {
+                        return it;
+                    }
+                }
+                return ServiceEntry();
+            }();
+            if (entry.section.isEmpty()) {
+                continue;
+            }
+            file_->setUsed(entry.section, false);
+            before.removeOne(entry.purpose + u' ' + entry.service.kind + u' ' + entry.service.host);
+            EXPECT_EQ(asked(), before) << text.toStdString() << section;
+        }
+        EXPECT_EQ(services_.quote.size(), text == formerServices ? 1 : 2);
+    }
+}
+
+TEST_F(ServicesFileTest, WhatCannotBeDoneChangesNothing) {
+    const QByteArray text = "[quote]\nhost=http://s\n";
+    begin(text);
+    for (const char* host :
+         {"", "hq.sinajs.cn", "ftp://a", "https://", "https://a/b", "http://a b", "http://a?x=1"}) {
+        EXPECT_THROW(file_->setHost(u"quote"_s, QString::fromLatin1(host)), OperationError) << host;
+    }
+    EXPECT_THROW(file_->setUsed(u"quote.9"_s, false), OperationError) << "gone meanwhile";
+    QDir(folder_.path()).mkdir(u"services.ini.以前"_s);
+    EXPECT_THROW(file_->setUsed(u"quote"_s, false), OperationError) << "where the former one goes";
+    QDir(folder_.path()).rmdir(u"services.ini.以前"_s);
+    EXPECT_EQ(contentOf(path_), text);
+    EXPECT_EQ(services_.quote.size(), 1);
+    QFile::remove(path_);
+    QDir(folder_.path()).mkdir(u"services.ini"_s);
+    EXPECT_THROW(file_->takeStandard(), OperationError) << "is there and can't be read";
+}
+
+}  // namespace guanchao
