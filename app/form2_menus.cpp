@@ -2,6 +2,7 @@
 #include <QFileInfo>
 
 #include "app/form2.h"
+#include "app/service_line.h"
 #include "articles/form27.h"
 #include "exchange/article_import.h"
 #include "exchange/form3.h"
@@ -24,6 +25,7 @@
 #include "themes/form6.h"
 #include "ui_form2.h"
 #include "utilities/form28.h"
+#include "utilities/form34.h"
 #include "utilities/help.h"
 
 namespace guanchao {
@@ -77,6 +79,10 @@ void Form2::connectWindows() {
     opens<Form29>(ui_->商品价格监控);
     opens<Form28>(ui_->设置代理服务器);
     opens<Form32>(ui_->历史行情);
+    opens<Form34>(ui_->行情来源);
+    auto* serviceLine =
+        new ServiceLine(*ui_->serviceLine, environment_, [this] { windows_.openAnew<Form34>(); });
+    serviceLine->setParent(this);
 }
 
 template <typename Form>

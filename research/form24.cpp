@@ -10,12 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 
 Form24::Form24(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
+      environment_(environment),
       ui_(std::make_unique<Ui::Form24>()),
-      history_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-               {DayBars(environment.client, environment.clock, environment.services.history),
-                Factors(environment.client, environment.services.factors)},
-               environment.askedHistory, grid_,
-               [this](const ThemeHistoryStep& step) { showStep(step); }),
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -28,13 +24,27 @@ Form24::Form24(Environment& environment, Windows&)
             [this] { runs_.start([this](std::stop_token stop) { return compare(stop); }); });
     connect(ui_->stop, &QPushButton::clicked, this, [this] { runs_.stop(); });
     ui_->Text1->setText(environment.globals.dangqianzhuti);
-    first_->setTexts(history_.firstDay());
-    last_->setTexts(history_.lastDay());
+    const ThemeHistory history = newHistory();
+    first_->setTexts(history.firstDay());
+    last_->setTexts(history.lastDay());
     ui_->missed->hide();
     showRun(false);
 }
 
 Form24::~Form24() = default;
+
+// With the services as they are now.
+ThemeHistory Form24::newHistory() {
+    return {environment_.stores,
+            environment_.globals,
+            environment_.clock,
+            environment_.dialogs,
+            {DayBars(environment_.client, environment_.clock, environment_.services.history),
+             Factors(environment_.client, environment_.services.factors)},
+            environment_.askedHistory,
+            grid_,
+            [this](const ThemeHistoryStep& step) { showStep(step); }};
+}
 
 QCoro::Task<> Form24::compare(std::stop_token stop) {
     showRun(true);
@@ -42,8 +52,9 @@ QCoro::Task<> Form24::compare(std::stop_token stop) {
     const DateTexts first = first_->texts();
     const DateTexts last = last_->texts();
     const QString theme = ui_->Text1->text();
+    ThemeHistory history = newHistory();
     const std::optional<ThemeHistoryResult> result =
-        co_await history_.compare(first, last, theme, stop);
+        co_await history.compare(first, last, theme, stop);
     if (result) {
         ui_->Label3->setText(result->line);
         ui_->missed->setText(result->missed);

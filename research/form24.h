@@ -36,13 +36,14 @@ protected:
     void closeEvent(QCloseEvent* event) override { event->accept(); }
 
 private:
+    ThemeHistory newHistory();
     QCoro::Task<> compare(std::stop_token stop);
     void showRun(bool running);
     void showStep(const ThemeHistoryStep& step);
 
+    Environment& environment_;
     std::unique_ptr<Ui::Form24> ui_;
     ResultGrid grid_;
-    ThemeHistory history_;
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     Runs runs_;

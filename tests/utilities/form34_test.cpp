@@ -1,0 +1,132 @@
+#include "utilities/form34.h"
+
+#include <QDir>
+
+#include "platform/qt_http_client.h"
+#include "tests/support/files.h"
+#include "tests/support/grid_texts.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/window_test.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+class Form34Test : public WindowTest {
+protected:
+    void begin(const QString& ini) {
+        writeFile(path_, ini.toUtf8());
+        services_ = readServices(path_);
+        open<Form34>();
+    }
+    QString row(int number) { return rowText(grid(), number); }
+    void mark(int number) { clickCell(view(), number, 1); }
+    void key(const QString& name, Qt::Key key) { QTest::keyClick(find<QWidget>(name), key); }
+
+    QString path_ = store_.folder() + u"services.ini"_s;
+};
+
+TEST_F(Form34Test, TheUsersChoiceIsStoredAndHoldsAtOnce) {
+    begin(u"[practice]\n[quote]\nkind=sina\nhost=http://s\n[quote.2]\nkind=tencent\n"_s);
+    EXPECT_TRUE(find<QLabel>(u"practiceBand"_s)->isVisible());
+    EXPECT_FALSE(button(u"standard"_s)->isEnabled()) << "made-up prices never come among real ones";
+    EXPECT_EQ(row(2), u"2|行情|2|腾讯|https://qt.gtimg.cn|在用|||"_s);
+    EXPECT_FALSE(button(u"up"_s)->isEnabled());
+    key(u"down"_s, Qt::Key_Space);
+    EXPECT_EQ(row(2), u"2|行情|2|新浪|http://s|在用|||"_s);
+    EXPECT_EQ(services_.quote.first().kind, u"tencent"_s);
+    EXPECT_EQ(grid().markedRow(), 2) << "the service that was moved";
+    key(u"use"_s, Qt::Key_Space);
+    EXPECT_EQ(row(2), u"2|行情|2|新浪|http://s|停用|||"_s);
+    EXPECT_EQ(services_.quote.size(), 1);
+    key(u"use"_s, Qt::Key_Space);
+    edit(u"host"_s)->setText(u"http://other:81/"_s);
+    key(u"host"_s, Qt::Key_Return);
+    EXPECT_EQ(services_.quote.value(1).host, u"http://other:81"_s);
+    EXPECT_EQ(text(u"host"_s), u"http://other:81"_s);
+    QFile::remove(path_);
+    QDir().mkdir(path_);
+    EXPECT_THROW(click(u"up"_s), OperationError);
+    EXPECT_EQ(services_.quote.first().kind, u"tencent"_s);
+}
+
+TEST_F(Form34Test, HowEachHasAnsweredIsShownWhileTheWindowIsOpen) {
+    begin(u"[quote]\nkind=sina\nhost=http://s\n"_s);
+    http_.answer = [](const QString&) { return QByteArray("x"); };
+    outcomeOf(watch_.get(services_.quote.first(), {}, {}));
+    clock_.moment = clock_.moment.addSecs(125);
+    auto* ages = find<QTimer>(u"ages"_s);
+    timeIsUp(ages);
+    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用|10:00:00（2 分钟前）||"_s);
+    watch_.complain(services_.quote.first(), u"应答里没有行情"_s);
+    timeIsUp(ages);
+    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用||10:02:05（0 秒前） 应答里没有行情|"_s);
+    form_->hide();
+    EXPECT_FALSE(ages->isActive());
+}
+
+TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
+    PracticeMarket market(PracticeQuotes({{u"SH600036"_s, u"招商银行"_s}}),
+                          [] { return QDateTime(QDate(2026, 11, 24), QTime(10, 0)); });
+    market.start();
+    const QString host = u"host="_s + market.host() + u'\n';
+    QString ini = u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
+                  u"[fundamentals]\nkind=sina\n"_s + host;
+    for (const char* purpose : {"history", "factors", "boards", "chart", "stockpage", "sitepage",
+                                "newspage", "vendor", "search"}) {
+        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(purpose));
+    }
+    http_.client = std::make_unique<QtHttpClient>();
+    begin(ini);
+    click(u"test"_s);
+    EXPECT_TRUE(button(u"stop"_s)->isVisible());
+    until([this] { return !grid().textMatrix(1, 8).isEmpty(); });
+    EXPECT_TRUE(grid().textMatrix(1, 8).contains(u"毫秒：2 行：招商银行"_s))
+        << grid().textMatrix(1, 8).toStdString();
+    EXPECT_FALSE(button(u"test"_s)->isEnabled()) << "the others are still to come";
+    until([this] { return button(u"test"_s)->isEnabled(); });
+    EXPECT_EQ(grid().textMatrix(2, 8), QString()) << "switched off";
+    EXPECT_TRUE(grid().textMatrix(3, 8).startsWith(u"股票 不通，"_s));
+    EXPECT_TRUE(grid().textMatrix(3, 8).contains(u"；指数 不通，"_s));
+    for (int row = 4; row < grid().rows(); ++row) {
+        EXPECT_FALSE(grid().textMatrix(row, 8).isEmpty()) << this->row(row).toStdString();
+    }
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+// Esc ends the test before it closes the window, and a window may close at every wait.
+TEST_F(Form34Test, ATestEndsAtEveryWait) {
+    begin({});
+    http_.answer = [](const QString&) { return QByteArray("x"); };
+    int asked = 0;
+    int holdAt = 0;
+    auto gate = std::make_shared<Later<bool>>();
+    http_.onGet = [&] { http_.gate = ++asked == holdAt ? gate : nullptr; };
+    const auto hold = [&](int at) {
+        asked = 0;
+        holdAt = at;
+        gate = std::make_shared<Later<bool>>();
+        click(u"test"_s);
+        until([&] { return asked == at; });
+    };
+    hold(2);
+    key(u"host"_s, Qt::Key_Escape);
+    EXPECT_TRUE(form_->isVisible());
+    EXPECT_TRUE(button(u"test"_s)->isEnabled());
+    gate->deliver(true);
+    for (const int at : {1, 2, 3, 4}) {
+        hold(at);
+        form_->close();
+        deleteClosedWindows();
+        gate->deliver(true);
+        open<Form34>();
+    }
+    holdAt = 0;
+    asked = 0;
+    click(u"test"_s);
+    until([&] { return asked == 1; });
+    form_->close();  // in the pause behind the first answer
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,285 @@
+#include "utilities/form34.h"
+
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QScopeGuard>
+#include <algorithm>
+#include <chrono>
+
+#include "collector/search_check.h"
+#include "heat/collector_contract.h"
+#include "services/service_names.h"
+#include "services/services_file.h"
+#include "store/patience.h"
+#include "store/prepared_stores.h"
+#include "ui_form34.h"
+#include "utilities/service_checks.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList titles = {u"序号"_s, u"用途"_s,     u"次序"_s,     u"网站"_s, u"网址"_s,
+                            u"状态"_s, u"最近应答"_s, u"最近失败"_s, u"测试"_s};
+const QList<int> widths = {600, 1150, 600, 850, 2800, 600, 1900, 2900, 4000};
+constexpr int answeredCol = 6;
+constexpr int failedCol = 7;
+constexpr int checkCol = 8;
+
+constexpr std::chrono::seconds betweenAges(1);
+// Beside the pauses that the services ask for.
+constexpr std::chrono::milliseconds betweenChecks(200);
+
+const QString standardQuestion =
+    u"换成软件带的标准网站吗？您在 services.ini 里改过的都不再有效。\n"
+    "马上生效，原来的文件留作 services.ini.以前。"_s;
+
+}  // namespace
+
+Form34::Form34(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form34>()),
+      questions_(environment.failures),
+      tests_(environment.failures) {
+    ui_->setupUi(this);
+    ui_->practiceBand->setVisible(environment.services.isPractice);
+    ui_->MSHFlexGrid1->setGrid(grid_);
+    grid_.setKeyColumns({1, 3, 4});
+    connectControls();
+    showTesting(false);
+    readAnew();
+    mark(entries_.first().section);
+}
+
+Form34::~Form34() = default;
+
+void Form34::connectControls() {
+    connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form34::showMarked);
+    connect(ui_->up, &QPushButton::clicked, this, [this] { move(true); });
+    connect(ui_->down, &QPushButton::clicked, this, [this] { move(false); });
+    connect(ui_->use, &QPushButton::clicked, this, &Form34::switchUse);
+    connect(ui_->saveHost, &QPushButton::clicked, this, &Form34::saveHost);
+    connect(ui_->host, &QLineEdit::returnPressed, this, &Form34::saveHost);
+    connect(ui_->standard, &QPushButton::clicked, this, [this] {
+        if (!questions_.running()) {
+            questions_.start([this](std::stop_token stop) { return takeStandard(stop); });
+        }
+    });
+    connect(ui_->test, &QPushButton::clicked, this,
+            [this] { tests_.start([this](std::stop_token stop) { return test(stop); }); });
+    connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
+    connect(ui_->stop, &QPushButton::clicked, this, [this] { tests_.stop(); });
+    // A window that was closed is deleted a little later.
+    connect(this, &QDialog::finished, this, [this] {
+        tests_.stop();
+        questions_.stop();
+    });
+    ages_.setParent(this);
+    ages_.setObjectName(u"ages"_s);
+    connect(&ages_, &QTimer::timeout, this, &Form34::showStates);
+}
+
+void Form34::showEvent(QShowEvent* event) {
+    showStates();
+    ages_.start(betweenAges);
+    QDialog::showEvent(event);
+}
+
+void Form34::hideEvent(QHideEvent* event) {
+    ages_.stop();
+    QDialog::hideEvent(event);
+}
+
+void Form34::keyPressEvent(QKeyEvent* press) {
+    if (press->key() == Qt::Key_Escape && tests_.running()) {
+        tests_.stop();
+    } else {
+        QDialog::keyPressEvent(press);
+    }
+}
+
+void Form34::readAnew() {
+    entries_ = environment_.servicesFile.entries();
+    const GridFill fill(grid_);
+    grid_.setRows(static_cast<int>(entries_.size()) + 1);
+    grid_.setCols(static_cast<int>(titles.size()));
+    for (int col = 0; col < titles.size(); ++col) {
+        grid_.setTextMatrix(0, col, titles[col]);
+    }
+    grid_.setColWidths(widths);
+    for (int row = 1; row <= entries_.size(); ++row) {
+        fillRow(row, entries_[row - 1]);
+    }
+    showStates();
+}
+
+void Form34::fillRow(int row, const ServiceEntry& entry) {
+    const auto first = std::ranges::find(entries_, entry.purpose, &ServiceEntry::purpose);
+    const auto place = row - std::distance(entries_.begin(), first);
+    grid_.setInteger(row, 0, row);
+    grid_.setTextMatrix(row, 1, purposeName(entry.purpose));
+    grid_.setTextMatrix(row, 2, hasOrder(entry.purpose) ? QString::number(place) : QString());
+    grid_.setTextMatrix(row, 3, kindName(entry.service.kind));
+    grid_.setTextMatrix(row, 4, entry.service.host);
+    const QString use = entry.service.host.isEmpty() ? u"没有"_s : u"在用"_s;
+    grid_.setTextMatrix(row, 5, entry.isUsed ? use : u"停用"_s);
+    grid_.setTextMatrix(row, checkCol, checkWords_.of(entry));
+}
+
+// Only what has changed: it comes each second.
+void Form34::showStates() {
+    if (isMinimized()) {
+        return;
+    }
+    const QDateTime now = environment_.clock.now();
+    const auto show = [this](int row, int col, const QString& words) {
+        if (grid_.textMatrix(row, col) != words) {
+            grid_.setTextMatrix(row, col, words);
+        }
+    };
+    for (int row = 1; row <= entries_.size(); ++row) {
+        const ServiceWatch::State state = environment_.watch.stateOf(entries_[row - 1].service);
+        show(row, answeredCol, ageWords(state.answered, now));
+        show(row, failedCol, failureLine(state, now));
+    }
+    showDetails();
+}
+
+const ServiceEntry* Form34::marked() const {
+    const int row = grid_.markedRow();
+    return row > 0 && row <= entries_.size() ? &entries_[row - 1] : nullptr;
+}
+
+void Form34::mark(const QString& section) {
+    const auto found = std::ranges::find(entries_, section, &ServiceEntry::section);
+    if (found != entries_.end()) {
+        grid_.biaoji(static_cast<int>(std::distance(entries_.begin(), found)) + 1);
+    }
+    showMarked();
+}
+
+void Form34::showMarked() {
+    const ServiceEntry* entry = marked();
+    const auto isBeside = [&](qsizetype step) {
+        const qsizetype at = grid_.markedRow() - 1 + step;
+        return entry && at >= 0 && at < entries_.size() && entries_[at].purpose == entry->purpose;
+    };
+    ui_->up->setEnabled(isBeside(-1));
+    ui_->down->setEnabled(isBeside(1));
+    ui_->use->setEnabled(entry);
+    ui_->use->setText(entry && !entry->isUsed ? u"启用(&O)"_s : u"停用(&O)"_s);
+    ui_->host->setEnabled(entry);
+    ui_->host->setText(entry ? entry->service.host : QString());
+    ui_->saveHost->setEnabled(entry);
+    ui_->standard->setEnabled(!environment_.services.isPractice);
+    showDetails();
+}
+
+// What doesn't find room in the row.
+void Form34::showDetails() {
+    const ServiceEntry* entry = marked();
+    QString words;
+    if (entry) {
+        const int row = grid_.markedRow();
+        const QString answered = grid_.textMatrix(row, answeredCol);
+        const QString failed = grid_.textMatrix(row, failedCol);
+        const QString found = checkWords_.of(*entry);
+        words = purposeName(entry->purpose) + u"："_s +
+                (answered.isEmpty() ? u"还没有应答过"_s : u"最近应答 "_s + answered) +
+                (failed.isEmpty() ? QString() : u"；最近失败 "_s + failed) +
+                (found.isEmpty() ? QString() : u"\n测试："_s + found);
+    }
+    if (ui_->details->text() != words) {
+        ui_->details->setText(words);
+    }
+}
+
+void Form34::move(bool up) {
+    const ServiceEntry* entry = marked();
+    if (!entry) {
+        return;
+    }
+    const QString neighbour = entries_.value(grid_.markedRow() - 1 + (up ? -1 : 1)).section;
+    if (environment_.servicesFile.move(entry->section, up)) {
+        readAnew();
+        mark(neighbour);
+    }
+}
+
+void Form34::switchUse() {
+    if (const ServiceEntry* entry = marked()) {
+        const QString section = entry->section;
+        environment_.servicesFile.setUsed(section, !entry->isUsed);
+        readAnew();
+        mark(section);
+    }
+}
+
+void Form34::saveHost() {
+    if (const ServiceEntry* entry = marked()) {
+        const QString section = entry->section;
+        environment_.servicesFile.setHost(section, ui_->host->text());
+        readAnew();
+        mark(section);
+    }
+}
+
+QCoro::Task<> Form34::takeStandard(std::stop_token stop) {
+    const bool wanted = co_await environment_.dialogs.ask(stop, standardQuestion);
+    if (wanted) {
+        environment_.servicesFile.takeStandard();
+        readAnew();
+        mark(entries_.first().section);
+    }
+}
+
+QCoro::Task<> Form34::test(std::stop_token stop) {
+    showTesting(true);
+    const auto end = qScopeGuard([this] { showTesting(false); });
+    checkWords_.clear();
+    readAnew();
+    const auto read = [this] { return checks(); };
+    const QList<Check> wanted = co_await patiently(read, stop);
+    CheckRun run(
+        environment_.client, environment_.clock, betweenChecks,
+        [this](const CheckRow& row) { showFound(row); },
+        [this](const Check& check, const Service& service) { showBegun(check, service); });
+    co_await run.run(wanted, stop);
+}
+
+// The search site as the collector has it.
+QList<Check> Form34::checks() const {
+    const StoreFile& heat = environment_.stores.heat;
+    const QString pages = QFileInfo::exists(heat.path)
+                              ? readRunOrder(heat, environment_.clock).yinqingurl
+                              : publicSearchPages;
+    const QString settings = environment_.applicationFolder + u"caijiqi.ini"_s;
+    return serviceChecks(environment_.services)
+           << searchCheck(environment_.services.search, pages, readCollectorSettings(settings));
+}
+
+void Form34::showTesting(bool testing) {
+    ui_->test->setEnabled(!testing);
+    ui_->stop->setVisible(testing);
+    ui_->step->setText(QString());
+    ui_->step->setVisible(testing);
+}
+
+void Form34::showBegun(const Check& check, const Service& service) {
+    ui_->step->setText(u"正在问 "_s + purposeName(check.purpose) + u' ' + service.host);
+}
+
+void Form34::showFound(const CheckRow& found) {
+    for (const ServiceEntry& entry : entriesOf(entries_, found.check, found.service)) {
+        checkWords_.add(entry, found);
+    }
+    for (int row = 1; row <= entries_.size(); ++row) {
+        grid_.setTextMatrix(row, checkCol, checkWords_.of(entries_[row - 1]));
+    }
+    showStates();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,35 @@
+// What Form34 shows of each service: the words of its row.
+#pragma once
+
+#include <QHash>
+#include <QStringList>
+
+#include "services/check_run.h"
+#include "services/service_entries.h"
+#include "services/service_watch.h"
+
+namespace guanchao {
+
+// 10:02:03（3 秒前）; empty for no time.
+QString ageWords(const QDateTime& when, const QDateTime& now);
+
+// The last failure with its reason; empty if there was none.
+QString failureLine(const ServiceWatch::State& state, const QDateTime& now);
+
+// What came of the checks of each service, until they are carried out again.
+class CheckWords {
+public:
+    void clear() { words_.clear(); }
+    void add(const ServiceEntry& entry, const CheckRow& row);
+
+    QString of(const ServiceEntry& entry) const;
+
+private:
+    QHash<QString, QStringList> words_;
+};
+
+// Those that the check is about: by kind and host where there may be several.
+QList<ServiceEntry> entriesOf(const QList<ServiceEntry>& entries, const Check& check,
+                              const Service& service);
+
+}  // namespace guanchao
