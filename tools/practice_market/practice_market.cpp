@@ -9,6 +9,7 @@
 #include "formats/gbk.h"
 #include "tools/practice_market/practice_bars.h"
 #include "tools/practice_market/practice_charts.h"
+#include "tools/practice_market/practice_headlines.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_search.h"
 #include "tools/practice_market/practice_tencent.h"
@@ -31,6 +32,7 @@ constexpr char historyType[] = "application/octet-stream";
 constexpr char chartType[] = "image/gif";
 constexpr char pageType[] = "text/html; charset=GB18030";
 constexpr char searchType[] = "text/html; charset=utf-8";
+constexpr char headlinesType[] = "application/javascript; charset=utf-8";
 constexpr char refusal[] = "Kinsoku jikou desu!";
 constexpr char errorPage[] =
     "<html><head><title>502 Bad Gateway</title></head>"
@@ -180,6 +182,10 @@ void PracticeMarket::addRoutes() {
     server_->Get("/s", [this](const httplib::Request& request, httplib::Response& response) {
         answerSearch(request, response);
     });
+    server_->Get("/search/jsonp",
+                 [this](const httplib::Request& request, httplib::Response& response) {
+                     answerHeadlines(request, response);
+                 });
     server_->Get(
         "/chaoxin/banbenupdate\\.txt",
         [this](const httplib::Request&, httplib::Response& response) { answerVersion(response); });
@@ -266,6 +272,14 @@ void PracticeMarket::answerSearch(const httplib::Request& request,
     const QString words = textFromGbk(QByteArray::fromStdString(request.get_param_value("wd")));
     const int days = parameter(request, "lm").toInt();
     response.set_content(practiceSearchPage(words, days, now_().date()).toStdString(), searchType);
+}
+
+void PracticeMarket::answerHeadlines(const httplib::Request& request,
+                                     httplib::Response& response) const {
+    const QByteArray reply =
+        practiceHeadlines(parameter(request, "cb"),
+                          QByteArray::fromStdString(request.get_param_value("param")), now_());
+    response.set_content(reply.toStdString(), headlinesType);
 }
 
 void PracticeMarket::answerVersion(httplib::Response& response) const {

@@ -1,6 +1,7 @@
 // The practice market: an HTTP server on loopback which answers what the program asks of the
 // public services (quotes, charts, pages of a stock, day history, boards, the vendor's site), in
-// GBK, and the collector of a search engine, in UTF-8, so that both work with no network. Tests run
+// GBK, and the collector of a search engine and of a list of news, in UTF-8, so that both work with
+// no network. Tests run
 // it in-process and give it faults. Safe to call from any one thread while the server's own threads
 // answer; start() throws std::runtime_error, nothing else throws.
 #pragma once
@@ -72,6 +73,7 @@ private:
     void answerChart(const httplib::Request& request, httplib::Response& response) const;
     void answerPage(const httplib::Request& request, httplib::Response& response) const;
     void answerSearch(const httplib::Request& request, httplib::Response& response) const;
+    void answerHeadlines(const httplib::Request& request, httplib::Response& response) const;
     void answerVersion(httplib::Response& response) const;
     bool isRefused(const httplib::Request& request) const;
     MarketFault fault() const;
