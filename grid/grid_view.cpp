@@ -198,6 +198,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         const int row = rowAtIndex(currentIndex());
         choose(row, By::keys);
         emit rowClicked(row);
+        emit enterPressed(row);
         return;
     }
     QTableView::keyPressEvent(event);

@@ -55,6 +55,8 @@ signals:
     void rowReached(int row);
     // A click of the left button, or Enter on the current row.
     void rowClicked(int row);
+    // Enter alone.
+    void enterPressed(int row);
     void rowDoubleClicked(int row);
 
 protected:

@@ -108,7 +108,8 @@ QString ResultGrid::textMatrix(int row, int col) const {
     const Cell& it = cell(row, col);
     switch (it.content) {
         case Content::integer:
-            return QString::number(static_cast<qint64>(it.number));
+            return (it.isLowerBound ? QStringLiteral("≥") : QString()) +
+                   QString::number(static_cast<qint64>(it.number));
         case Content::real:
             return twoDecimals(it.number);
         case Content::text:
@@ -132,7 +133,21 @@ void ResultGrid::setInteger(int row, int col, qint64 value) {
     Cell& it = cell(row, col);
     it.content = Content::integer;
     it.number = static_cast<double>(value);
+    it.isLowerBound = false;
     cellChanged(row, col);
+}
+
+void ResultGrid::setLowerBound(int row, int col) {
+    cell(row, col).isLowerBound = true;
+    cellChanged(row, col);
+}
+
+// A sign is passed over by some screen readers.
+QString ResultGrid::spokenText(int row, int col) const {
+    const Cell& it = cell(row, col);
+    const QString text = textMatrix(row, col);
+    return it.isLowerBound && text.startsWith(u'≥') ? QStringLiteral("至少 ") + text.sliced(1)
+                                                    : text;
 }
 
 void ResultGrid::setReal(int row, int col, double value) {
@@ -157,7 +172,7 @@ qsizetype ResultGrid::textLength(int row, int col) const {
         return it.text.size();
     }
     constexpr qsizetype decimals = 3;  // with their point
-    return digitsOf(std::abs(it.number)) + (it.number < 0 ? 1 : 0) +
+    return digitsOf(std::abs(it.number)) + (it.number < 0 ? 1 : 0) + (it.isLowerBound ? 1 : 0) +
            (it.content == Content::real ? decimals : 0);
 }
 
@@ -348,6 +363,8 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return shortened(textMatrix(row, index.column()), longestShownName);
+        case Qt::AccessibleTextRole:
+            return shortened(spokenText(row, index.column()), longestShownName);
         case Qt::TextAlignmentRole:
             if (it.alignment == CellAlignment::centre) {
                 return QVariant(Qt::AlignCenter);

@@ -54,7 +54,10 @@ public:
     // Shown with two decimals, at the right; the cell holds the number that it shows.
     void setReal(int row, int col, double value);
 
-    // What the cell shows if it reads as a number.
+    // There are at least so many: shown as "≥300". Until the cell is set anew.
+    void setLowerBound(int row, int col);
+
+    // What the cell shows if it reads as a number; of a lower bound the number.
     std::optional<double> number(int row, int col) const;
     // The length of the cell's text; for a number it is told without writing it.
     qsizetype textLength(int row, int col) const;
@@ -125,6 +128,7 @@ private:
         Content content : 2 = Content::text;
         Colour backColour : 24 = 0;
         bool backColoured : 1 = false;
+        bool isLowerBound : 1 = false;
     };
 
     const Cell& cell(int row, int col) const { return cells_[position(row, col)]; }
@@ -133,6 +137,7 @@ private:
     void resize(int rows, int cols);
     void settleOrder();
     void cellChanged(int row, int col);
+    QString spokenText(int row, int col) const;
     void widthsChanged();
     void movePersistentIndexes(const std::vector<int>& newRows);
     void beginFill(bool isRefill);

@@ -20,7 +20,7 @@ const QString ranking =
     u" from shopname "_s;
 const QString byTotal = u" order by zongfen desc,rowid "_s;
 
-QString rankingOf(const QString& day) {
+QString rankingOf(const QString& day, const QString&) {
     return ranking + u" where date(riqi)="_s + quoted(day) + byTotal;
 }
 

@@ -9,17 +9,22 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-DayValues dayOf(const Recordset& history, const QList<CountLine>& lines) {
+DayValues dayOf(const Recordset& history, const QList<CountLine>& lines,
+                const LowerBounds& bounds) {
+    const QString date = history.value(u"日期").toText();
+    const QString item = history.value(heatItemColumn - 1).toText();
     DayValues day;
-    day.words = history.value(u"日期").toText();
-    day.day = QDate::fromString(day.words, Qt::ISODate);
+    day.words = date;
+    day.day = QDate::fromString(date, Qt::ISODate);
     for (const CountLine& line : lines) {
         double sum = 0;
+        QString sign;
         for (const QString& field : line.fields) {
             sum += numericPrefix(history.value(field).toText());
+            sign = bounds.contains({date, item, field}) ? u"≥"_s : sign;
         }
         day.values << sum;
-        day.words += u"  "_s + line.words + u' ' + numberText(sum);
+        day.words += u"  "_s + line.words + u' ' + sign + numberText(sum);
     }
     return day;
 }
@@ -34,6 +39,22 @@ void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widt
     grid.setColWidths(widths);
     for (int row = 1; row < grid.rows(); ++row) {
         dressRow(grid, row);
+    }
+}
+
+void markLowerBounds(ResultGrid& grid, const LowerBounds& bounds) {
+    if (bounds.isEmpty()) {
+        return;
+    }
+    const GridFill fill(grid, GridFill::Rows::ofTheSameList);
+    for (int row = 1; row < grid.rows(); ++row) {
+        const QString day = grid.textMatrix(row, heatDayColumn);
+        const QString item = grid.textMatrix(row, heatItemColumn);
+        for (int col = heatItemColumn + 1; col < grid.cols(); ++col) {
+            if (bounds.contains({day, item, grid.textMatrix(0, col)})) {
+                grid.setLowerBound(row, col);
+            }
+        }
     }
 }
 
@@ -67,10 +88,11 @@ std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text) {
     return std::nullopt;
 }
 
-QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines) {
+QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines,
+                           const LowerBounds& bounds) {
     QList<DayValues> days;
     for (history.moveFirst(); !history.atEnd(); history.moveNext()) {
-        const DayValues day = dayOf(history, lines);
+        const DayValues day = dayOf(history, lines, bounds);
         if (day.day.isValid()) {
             days.prepend(day);
         }

@@ -6,11 +6,13 @@
 
 #include "base/day_values.h"
 #include "grid/result_grid.h"
+#include "heat/news_notes.h"
 #include "store/recordset.h"
 
 namespace guanchao {
 
-// The column of a ranking that names its items.
+// The columns that name the day and the item of a row.
+constexpr int heatDayColumn = 1;
 constexpr int heatItemColumn = 2;
 
 using DressRow = void (*)(ResultGrid& grid, int row);
@@ -18,6 +20,9 @@ using DressRow = void (*)(ResultGrid& grid, int row);
 // Clears the grid, pours the recordset into it and dresses each data row; views see it at once.
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
                   DressRow dressRow);
+
+// Shows the counts that are lower bounds as such.
+void markLowerBounds(ResultGrid& grid, const LowerBounds& bounds);
 
 // A grid without a table.
 void emptyHeatGrid(ResultGrid& grid);
@@ -37,6 +42,7 @@ struct CountLine {
 };
 
 // The days of a history (newest first) for its plot, oldest first.
-QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines);
+QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines,
+                           const LowerBounds& bounds);
 
 }  // namespace guanchao

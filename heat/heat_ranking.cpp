@@ -4,7 +4,6 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "heat/url_encode.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -35,8 +34,22 @@ void HeatRanking::showRanking(bool all) {
     }
     const QString day =
         latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
-    Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day));
+    const QString first = subject_.noteKey.isEmpty()
+                              ? QString()
+                              : lowerBoundsLast(store, subject_.dayTable, subject_.noteKey);
+    Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day, first));
     fillHeatGrid(items, ranking_, subject_.rankingWidths, subject_.dressRanking);
+    markLowerBounds(ranking_, bounds(store, all ? QString() : u" and riqi="_s + quoted(day)));
+}
+
+LowerBounds HeatRanking::bounds(Connection& store, const QString& condition) const {
+    return subject_.noteKey.isEmpty() ? LowerBounds()
+                                      : readLowerBounds(store, subject_.dayTable, condition);
+}
+
+QString HeatRanking::chosenDay() const {
+    const int row = ranking_.markedRow();
+    return ranking_.isDataRow(row) ? ranking_.textMatrix(row, heatDayColumn) : QString();
 }
 
 bool HeatRanking::choose(int row) {
@@ -56,11 +69,13 @@ QList<DayValues> HeatRanking::showHistory() {
     Connection store = stores_.heat.open();
     Recordset days(store, subject_.ofItem(current()));
     fillHeatGrid(days, history_, subject_.historyWidths, subject_.dressHistory);
-    return dayValues(days, subject_.lines);
+    const LowerBounds marks = bounds(store, u" and item="_s + quoted(current()));
+    markLowerBounds(history_, marks);
+    return dayValues(days, subject_.lines, marks);
 }
 
 void HeatRanking::openSearchPage(const QString& searchTemplate) {
-    shell_.open(searchPage(searchTemplate, subject_.searchWords(withoutMarks(current()))));
+    shell_.open(searchPage(searchTemplate, currentWords()));
 }
 
 }  // namespace guanchao

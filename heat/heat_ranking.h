@@ -9,6 +9,7 @@
 #include "base/globals.h"
 #include "grid/result_grid.h"
 #include "heat/heat_grid.h"
+#include "heat/url_encode.h"
 #include "platform/clock.h"
 #include "platform/shell.h"
 #include "store/stores.h"
@@ -21,10 +22,12 @@ struct HeatSubject {
     QString collectWord;                  // the argument word of the collector
     QString Globals::*current = nullptr;  // the item that was chosen last
     QString dayTable;                     // the latest day in it is the ranking's
+    QString noteKey = {};                 // its column of items, where its counts have notes
     bool ranksToday = false;              // while no day is collected, the ranking is today's
 
-    // The statements of the ranking of a day, of all items, and of the history of one.
-    std::function<QString(const QString& day)> ofDay;
+    // The statements of the ranking of a day, of all items, and of the history of one. `first`: an
+    // order that goes before the subject's own, followed by a comma, or nothing.
+    std::function<QString(const QString& day, const QString& first)> ofDay;
     QString ofAll;
     std::function<QString(const QString& item)> ofItem;
 
@@ -54,10 +57,17 @@ public:
     // Fills the second grid with the current item's history and returns it for the plot.
     QList<DayValues> showHistory();
 
+    // The words that the current item is searched by.
+    QString currentWords() const { return subject_.searchWords(withoutMarks(current())); }
+    // Date text; empty while no row is chosen.
+    QString chosenDay() const;
+
     // Opens the current item's search page in the system's browser.
     void openSearchPage(const QString& searchTemplate);
 
 private:
+    LowerBounds bounds(Connection& store, const QString& condition) const;
+
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;

@@ -57,9 +57,10 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
     subject.rankingActivity = u"读取新闻数量排名"_s;
     subject.historyActivity = u"读取历史新闻数量"_s;
     subject.dayTable = table;
-    subject.ofDay = [select, key](const QString& day) -> QString {
-        return select + u" where date(riqi)="_s + quoted(day) + u" order by allzhangfu desc,"_s +
-               key + u' ';
+    subject.noteKey = key;
+    subject.ofDay = [select, key](const QString& day, const QString& first) -> QString {
+        return select + u" where date(riqi)="_s + quoted(day) + u" order by "_s + first +
+               u"allzhangfu desc,"_s + key + u' ';
     };
     subject.ofAll = select + lastRows(table, key);
     subject.ofItem = [select, key](const QString& item) -> QString {

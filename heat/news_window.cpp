@@ -1,5 +1,7 @@
 #include "heat/news_window.h"
 
+#include "frame/open_windows.h"
+#include "heat/headlines_window.h"
 #include "ui_news_window.h"
 
 namespace guanchao {
@@ -13,6 +15,7 @@ NewsWindow::NewsWindow(Environment& environment, const HeatSubject& subject, con
     ui_->setupUi(this);
     showWords(words);
     connectControls();
+    connectMenu();
     Form_Load();
 }
 
@@ -36,6 +39,14 @@ void NewsWindow::connectControls() {
     connect(ui_->Text2, &QLineEdit::textChanged, this, &NewsWindow::Text2_Change);
     connect(ui_->Text3, &QLineEdit::textChanged, this,
             [this](const QString& typed) { writeNewsAttention(heat_, typed); });
+}
+
+void NewsWindow::connectMenu() {
+    kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
+    kuaijiemenu_.addActions({ui_->打开采集网页, ui_->查看新闻标题});
+    ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_);
+    connect(ui_->打开采集网页, &QAction::triggered, this, [this] { openSearchPage(); });
+    connect(ui_->查看新闻标题, &QAction::triggered, this, &NewsWindow::查看新闻标题_Click);
 }
 
 void NewsWindow::Form_Load() {
@@ -73,6 +84,13 @@ void NewsWindow::Text2_Change() {
     if (ui_->Check1->isChecked()) {
         writeCustomDays(heat_, true, days);
     }
+}
+
+void NewsWindow::查看新闻标题_Click() {
+    auto window = std::make_unique<HeadlinesWindow>(environment_, ranking_.currentWords(),
+                                                    ranking_.chosenDay());
+    environment_.openWindows.close<HeadlinesWindow>();
+    environment_.openWindows.adopt(window.release());
 }
 
 }  // namespace guanchao

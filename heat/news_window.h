@@ -3,6 +3,7 @@
 // of the heat store; the rules are in HeatRanking, collector_contract and CollectorLaunch.
 #pragma once
 
+#include <QMenu>
 #include <memory>
 
 #include "heat/collector_contract.h"
@@ -30,15 +31,18 @@ public:
 private:
     void showWords(const Words& words);
     void connectControls();
+    void connectMenu();
     void Form_Load();
     void showSettings(const NewsSettings& stored);
     int checkedDays();
 
     void Check1_Click();
     void Text2_Change();
+    void 查看新闻标题_Click();
 
     const StoreFile& heat_;
     std::unique_ptr<Ui::NewsWindow> ui_;
+    QMenu kuaijiemenu_;  // 快捷菜单: on an item
 };
 
 }  // namespace guanchao

@@ -68,6 +68,12 @@ create table shopname (
     zhangfu real default 0
 );
 
+-- The collector adds two tables when it first has something for them; a store without them is whole.
+-- heat/news_notes, 新闻数量说明: xinwenshuoming(biao 表, riqi 日期, item 主题名称或代码, laiyuan 来源,
+-- onexian 一日数量是下限, allxian 全部数量是下限, zdyxian 自定义数量是下限).
+-- heat/headline_store, 新闻标题: xinwenbiaoti(guanjianci 关键词, riqi 采集日期, shijian 时间, biaoti 标题,
+-- meiti 媒体, wangzhi 网址).
+
 -- News counts per company and day (公司新闻).
 create table gongsixinwen (
     riqi text,

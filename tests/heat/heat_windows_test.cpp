@@ -5,6 +5,8 @@
 #include "heat/form29.h"
 #include "heat/form31.h"
 #include "heat/form5.h"
+#include "heat/headlines_window.h"
+#include "tests/house/accessible_names.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -84,6 +86,7 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
     open<Form25>();
     EXPECT_EQ(text(u"Text1"_s), u"银行"_s);
     pressRow(2, Qt::RightButton);
+    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|查看新闻标题"_s);
     EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s);
     EXPECT_EQ(text(u"Text1"_s), u"白酒"_s);
     EXPECT_EQ(grid().markedRow(), 2);
@@ -109,6 +112,37 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
     EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s) << "a find chooses nothing";
     clickHeader(view(), 1);
     EXPECT_EQ(grid().textMatrix(1, 1), u"2026-11-20"_s);
+}
+
+TEST_F(HeatWindowsTest, TheHeadlinesBehindACountOpenInTheBrowser) {
+    open<Form25>();
+    QWidget* ranking = form_;
+    pressRow(2);
+    trigger(u"查看新闻标题"_s);
+    form_ = shownWindow<HeadlinesWindow>();
+    ASSERT_TRUE(form_);
+    EXPECT_EQ(form_->windowTitle(), u"新闻标题　白酒　2026-11-24"_s);
+    EXPECT_EQ(grid(u"headlines"_s).rows(), 1);
+    EXPECT_FALSE(button(u"open"_s)->isEnabled());
+    Connection heat = stores_.heat.open();
+    const QDateTime time(QDate(2026, 11, 24), QTime(9, 0));
+    keepHeadlines(heat, u"白酒"_s, u"2026-11-24"_s,
+                  {{time.addSecs(60), u"后"_s, u"时报"_s, u"http://h/2"_s},
+                   {time, u"先"_s, u"日报"_s, u"http://h/1"_s},
+                   {time.addSecs(-1), u"无网址"_s, {}, {}}});
+    child<QAction>(ranking, u"查看新闻标题"_s)->trigger();
+    form_ = shownWindow<HeadlinesWindow>();
+    EXPECT_EQ(rowText(grid(u"headlines"_s), 2), u"2|2026-11-24 09:00:00|先|日报|http://h/1"_s);
+    EXPECT_EQ(unnamedControls(*form_), QStringList());
+    GridView& list = view(u"headlines"_s);
+    QTest::keyClick(&list, Qt::Key_Return);
+    QTest::keyClick(&list, Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Enter);
+    click(u"open"_s);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, cellOf(list, 1, 2));
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, cellOf(list, 3, 2));
+    EXPECT_EQ(shell_.opened,
+              (QStringList{u"http://h/2"_s, u"http://h/1"_s, u"http://h/1"_s, u"http://h/2"_s}));
 }
 
 TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {

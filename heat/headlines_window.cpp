@@ -1,0 +1,81 @@
+#include "heat/headlines_window.h"
+
+#include "base/activity.h"
+#include "base/values.h"
+#include "ui_headlines_window.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList titles = {u"序号"_s, u"时间"_s, u"标题"_s, u"媒体"_s, u"网址"_s};
+constexpr int addressColumn = 4;
+const QList<int> widths = {700, 2300, 7400, 1700, 4200};
+
+}  // namespace
+
+HeadlinesWindow::HeadlinesWindow(Environment& environment, const QString& keyword,
+                                 const QString& day)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::HeadlinesWindow>()) {
+    const Activity activity(u"读取新闻标题"_s);
+    const QList<Headline> headlines = readHeadlines(environment.stores.heat, keyword, day);
+    ui_->setupUi(this);
+    setWindowTitle(u"新闻标题　"_s + keyword + u"　"_s + day);
+    ui_->headlines->setGrid(grid_);
+    ui_->headlines->setSortable({u"时间"_s});
+    ui_->headlines->setHint(
+        u"没有这一天的新闻标题\n\n只有按标题计数的采集（services.ini 的 search 写着"
+        u" kind=eastmoney）才留下标题，并且只留最近采集的一天"_s);
+    connect(ui_->headlines, &GridView::rowDoubleClicked, this, &HeadlinesWindow::openRow);
+    connect(ui_->headlines, &GridView::enterPressed, this, &HeadlinesWindow::openRow);
+    connect(ui_->open, &QPushButton::clicked, this, [this] { openRow(grid_.markedRow()); });
+    showHeadlines(headlines);
+}
+
+HeadlinesWindow::~HeadlinesWindow() = default;
+
+void HeadlinesWindow::showHeadlines(const QList<Headline>& headlines) {
+    const bool hasAny = !headlines.isEmpty();
+    ui_->open->setEnabled(hasAny);
+    ui_->explanation->setVisible(hasAny);
+    if (!hasAny) {
+        return;
+    }
+    ui_->explanation->setText(u"共 %1 条，从新到旧%2。双击一行或按回车，用浏览器打开。"_s.arg(
+        QString::number(headlines.size()),
+        headlines.size() < mostKeptHeadlines ? QString() : u"，更早的没有留"_s));
+    fillGrid(headlines);
+    grid_.biaoji(1);
+}
+
+void HeadlinesWindow::fillGrid(const QList<Headline>& headlines) {
+    const GridFill fill(grid_);
+    grid_.setCols(static_cast<int>(titles.size()));
+    grid_.setRows(static_cast<int>(headlines.size()) + 1);
+    grid_.setColWidths(widths);
+    for (int col = 0; col < grid_.cols(); ++col) {
+        grid_.setAlignment(0, col, CellAlignment::centre);
+        grid_.setTextMatrix(0, col, titles[col]);
+    }
+    for (int row = 1; row < grid_.rows(); ++row) {
+        const Headline& it = headlines[row - 1];
+        grid_.setInteger(row, 0, row);
+        grid_.setTextMatrix(row, 1, timeText(it.time));
+        grid_.setTextMatrix(row, 2, it.title);
+        grid_.setTextMatrix(row, 3, it.media);
+        grid_.setTextMatrix(row, addressColumn, it.url);
+    }
+}
+
+void HeadlinesWindow::openRow(int row) {
+    const QString url = grid_.isDataRow(row) ? grid_.textMatrix(row, addressColumn) : QString();
+    if (!url.isEmpty()) {
+        environment_.shell.open(url);
+    }
+}
+
+}  // namespace guanchao

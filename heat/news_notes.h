@@ -1,0 +1,47 @@
+// 新闻数量说明: how the news counts of an item and day were counted. They stand in a table of their
+// own, xinwenshuoming, which the collector adds to the heat store with the first note; a row of
+// counts without a note was counted on search pages, and each of its counts is whole. Failed
+// statements raise StoreError.
+#pragma once
+
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include "store/connection.h"
+
+namespace guanchao {
+
+// Whose counts: a row of xinwenshul or gongsixinwen.
+struct NewsRow {
+    QString table;
+    QString item;  // zhutiname or dm
+    QString day;   // date text
+};
+
+struct NewsNote {
+    QString laiyuan;  // 来源: the kind of the search service, empty for search pages
+    // Whether there were at least so many.
+    bool onexian = false;
+    bool allxian = false;
+    bool zdyxian = false;
+
+    bool operator==(const NewsNote&) const = default;
+};
+
+NewsNote readNewsNote(Connection& heat, const NewsRow& row);
+
+// In place of the row's former note.
+void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note);
+
+// Counts that are lower bounds, each as date text, item and the count's column in the lists.
+using LowerBounds = QSet<QStringList>;
+
+// Of a table of counts; `condition` narrows it down by riqi and item.
+LowerBounds readLowerBounds(Connection& heat, const QString& table, const QString& condition);
+
+// An order that puts the rows of such a table whose 全部数量 is a lower bound behind the others,
+// followed by a comma; empty in a store without notes. `key` is the table's column of items.
+QString lowerBoundsLast(Connection& heat, const QString& table, const QString& key);
+
+}  // namespace guanchao
