@@ -106,20 +106,21 @@ QList<Item> CodeTableJob::items() const {
     return items;
 }
 
-QStringList CodeTableJob::requests(const Item& item) const {
-    return {item.key + u','};
+std::optional<QString> CodeTableJob::nextRequest(const Item& item, const Asked& asked) const {
+    return asked.pages.isEmpty() ? std::optional<QString>(item.key + u',') : std::nullopt;
 }
 
 // A reply that lacks one of the codes broke off or refuses.
-bool CodeTableJob::answers(const Item& item, const QByteArray& page) const {
-    return listedIn(page).size() == item.key.count(u',') + 1;
+QString CodeTableJob::faultOf(const Item& item, const Asked&, const QByteArray& page) const {
+    return listedIn(page).size() == item.key.count(u',') + 1 ? QString() : nothingFound;
 }
 
 // The statements are ready before the store is locked: most batches have none.
-void CodeTableJob::write(const Item& item, const QList<QByteArray>& pages) {
+void CodeTableJob::write(const Item& item, const Asked& asked) {
     Connection connection = stores_.main.open();
-    const QStringList changes = changesBy(listedIn(pages.first()), knownNames(connection, item),
-                                          initials_, timeText(clock_.now()));
+    const QStringList changes =
+        changesBy(listedIn(asked.pages.first()), knownNames(connection, item), initials_,
+                  timeText(clock_.now()));
     if (changes.isEmpty()) {
         return;
     }

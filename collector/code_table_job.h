@@ -21,9 +21,9 @@ public:
     std::unique_ptr<PageSource> source(HttpClient& http) const override {
         return std::make_unique<QuotePages>(QuoteSource(http, clock_, quote_));
     }
-    QStringList requests(const Item& item) const override;
-    bool answers(const Item& item, const QByteArray& page) const override;
-    void write(const Item& item, const QList<QByteArray>& pages) override;
+    std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override;
+    QString faultOf(const Item& item, const Asked& before, const QByteArray& page) const override;
+    void write(const Item& item, const Asked& asked) override;
 
 private:
     const Stores& stores_;

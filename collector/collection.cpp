@@ -125,8 +125,7 @@ bool Collection::takeDueItem() {
     }
     current_ = *due;
     queue_.erase(due);
-    requests_ = job_.requests(items_[current_->item].item);
-    pages_.clear();
+    asked_ = {};
     show(ItemState::asking);
     return true;
 }
@@ -149,22 +148,30 @@ QCoro::Task<> Collection::askForPage(std::stop_token stop) {
 }
 
 QCoro::Task<> Collection::readPage(std::stop_token stop) {
-    const Page page = co_await source_->get(requests_[pages_.size()], stop);
+    const std::optional<QString> request = job_.nextRequest(items_[current_->item].item, asked_);
+    const Page page = co_await source_->get(asked_.way, request.value(), stop);
     if (!page.lack.isEmpty()) {
         failPage(u"网页没有读到："_s + page.lack);
-    } else if (!job_.answers(items_[current_->item].item, page.body)) {
-        failPage(u"网页里没有要找的内容"_s);
-    } else {
-        failedPagesInARow_ = 0;
-        pages_ << page.body;
-        if (pages_.size() == requests_.size()) {
-            co_await writeItem(stop);
-        }
+        co_return;
+    }
+    const QString fault = job_.faultOf(items_[current_->item].item, asked_, page.body);
+    if (!fault.isEmpty()) {
+        failPage(fault);
+        co_return;
+    }
+    failedPagesInARow_ = 0;
+    co_await takePage(page.body, stop);
+}
+
+QCoro::Task<> Collection::takePage(QByteArray page, std::stop_token stop) {
+    asked_.pages << page;
+    if (!job_.nextRequest(items_[current_->item].item, asked_)) {
+        co_await writeItem(stop);
     }
 }
 
 QCoro::Task<> Collection::writeItem(std::stop_token stop) {
-    const auto step = [this] { job_.write(items_[current_->item].item, pages_); };
+    const auto step = [this] { job_.write(items_[current_->item].item, asked_); };
     co_await patiently(step, stop);
     ++written_;
     show(ItemState::written);
@@ -172,9 +179,13 @@ QCoro::Task<> Collection::writeItem(std::stop_token stop) {
 }
 
 // The last few items of a good run may all fail, each time; only a run that still has untried ones
-// is given up.
+// is given up. An item has failed once the last service for it has.
 void Collection::failPage(const QString& reason) {
     ++failedPagesInARow_;
+    if (asked_.way + 1 < job_.ways()) {
+        asked_ = {asked_.way + 1, {}};
+        return;
+    }
     fail(reason);
     if (pacing_.isHopeless(failedPagesInARow_) && hasUntriedItem()) {
         state_ = RunState::hopeless;

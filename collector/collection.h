@@ -78,6 +78,7 @@ private:
     std::chrono::milliseconds untilNextDue() const;
     QCoro::Task<> askForPage(std::stop_token stop);
     QCoro::Task<> readPage(std::stop_token stop);
+    QCoro::Task<> takePage(QByteArray page, std::stop_token stop);
     QCoro::Task<> writeItem(std::stop_token stop);
     void failPage(const QString& reason);
     void fail(const QString& reason);
@@ -95,8 +96,7 @@ private:
     QList<Progress> items_;
     QList<Pending> queue_;
     std::optional<Pending> current_;
-    QStringList requests_;
-    QList<QByteArray> pages_;
+    Asked asked_;  // for the current one
     RunState state_ = RunState::running;
     int written_ = 0;
     int failures_ = 0;

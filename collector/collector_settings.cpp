@@ -16,6 +16,7 @@ constexpr double millisecondsPerSecond = 1000;
 constexpr double longestPauseSeconds = 86400;
 constexpr double longestTimeoutSeconds = 600;
 constexpr double mostFailedPages = 10000;
+constexpr double mostHeadlinePages = 20;
 
 class Reader {
 public:
@@ -114,6 +115,7 @@ CollectorSettings readCollectorSettings(const QString& iniPath) {
     reader.pauses(u"retries"_s, settings.retries);
     reader.pace(u"giveup"_s, 0, mostFailedPages, settings.giveUpAfter);
     reader.pace(u"timeout"_s, 1, longestTimeoutSeconds, settings.timeoutSeconds);
+    reader.pace(u"pages"_s, 1, mostHeadlinePages, settings.headlinePages);
     return settings;
 }
 

@@ -38,6 +38,7 @@ struct CollectorSettings {
     QList<int> retries = {10000, 60000, 300000};  // before each further try of a failed item
     int giveUpAfter = 20;                         // failed pages in a row; 0: never
     int timeoutSeconds = 15;                      // of a page, where services.ini has none
+    int headlinePages = 3;  // at most, of headlines of an item: the days behind them are left out
 };
 
 // Raises OperationError, naming the entry, for a pattern or a number that is none.

@@ -56,16 +56,19 @@ QList<Item> CommoditiesJob::items() const {
 }
 
 // Without a limit in time: the very page that the window of the commodities opens.
-QStringList CommoditiesJob::requests(const Item& item) const {
-    return {address_.path(withoutMarks(item.key) + u" 价格"_s, settings_.allPeriod)};
+std::optional<QString> CommoditiesJob::nextRequest(const Item& item, const Asked& asked) const {
+    return asked.pages.isEmpty() ? std::optional(address_.path(withoutMarks(item.key) + u" 价格"_s,
+                                                               settings_.allPeriod))
+                                 : std::nullopt;
 }
 
-bool CommoditiesJob::answers(const Item&, const QByteArray& page) const {
-    return SearchPage(page).results(settings_).has_value();
+QString CommoditiesJob::faultOf(const Item&, const Asked&, const QByteArray& page) const {
+    return SearchPage(page).results(settings_) ? QString() : nothingFound;
 }
 
-void CommoditiesJob::write(const Item& item, const QList<QByteArray>& pages) {
-    writer_.writeCommodity(item.key, countWords(SearchPage(pages.first()), settings_.weights));
+void CommoditiesJob::write(const Item& item, const Asked& asked) {
+    const SearchPage page(asked.pages.first());
+    writer_.writeCommodity(item.key, countWords(page, settings_.weights));
 }
 
 }  // namespace guanchao

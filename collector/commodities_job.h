@@ -18,11 +18,11 @@ public:
     QString title() const override { return QStringLiteral("商品价格"); }
     QList<Item> items() const override;
     std::unique_ptr<PageSource> source(HttpClient& http) const override {
-        return std::make_unique<WebPages>(http, address_.service());
+        return std::make_unique<WebPages>(http, QList<Service>{address_.service()});
     }
-    QStringList requests(const Item& item) const override;
-    bool answers(const Item& item, const QByteArray& page) const override;
-    void write(const Item& item, const QList<QByteArray>& pages) override;
+    std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override;
+    QString faultOf(const Item& item, const Asked& before, const QByteArray& page) const override;
+    void write(const Item& item, const Asked& asked) override;
 
 private:
     const Stores& stores_;

@@ -25,12 +25,12 @@ QList<Item> CompaniesJob::items() const {
     return items;
 }
 
-QStringList CompaniesJob::requests(const Item& item) const {
-    return news_.paths(withoutMarks(item.key).right(codeDigits));
+QString CompaniesJob::wordsOf(const Item& item) const {
+    return withoutMarks(item.key).right(codeDigits);
 }
 
-void CompaniesJob::write(const Item& item, const QList<QByteArray>& pages) {
-    writer_.writeCompany(item.key, item.name, news_.counts(pages));
+void CompaniesJob::write(const Item& item, const Asked& asked) {
+    writer_.writeCompany(item.key, item.name, found(item, asked));
 }
 
 }  // namespace guanchao

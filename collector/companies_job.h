@@ -12,8 +12,10 @@ public:
 
     QString title() const override { return QStringLiteral("公司新闻数量"); }
     QList<Item> items() const override;
-    QStringList requests(const Item& item) const override;
-    void write(const Item& item, const QList<QByteArray>& pages) override;
+    void write(const Item& item, const Asked& asked) override;
+
+protected:
+    QString wordsOf(const Item& item) const override;
 };
 
 }  // namespace guanchao

@@ -3,6 +3,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "collector/growth.h"
+#include "heat/headline_store.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -18,12 +19,11 @@ std::optional<double> formerValue(const Recordset& former, QStringView field) {
     return numericPrefix(former.value(field).toText());
 }
 
-// The custom counts of two days compare only if they are over the same number of days.
-double customGrowth(const Recordset& former, const NewsCounts& counts) {
-    if (counts.customDays == 0 || formerValue(former, u"zdytianshu") != counts.customDays) {
-        return noGrowth;
-    }
-    return growth(static_cast<double>(counts.custom), formerValue(former, u"zdycishu"));
+// A lower bound compares with nothing.
+double countGrowth(qint64 count, bool NewsNote::*isLowerBound, const NewsNote& note,
+                   const NewsNote& formerNote, std::optional<double> former) {
+    const bool compares = !(note.*isLowerBound) && !(formerNote.*isLowerBound);
+    return compares ? growth(static_cast<double>(count), former) : noGrowth;
 }
 
 void replaceRow(Connection& connection, const QString& table, const QString& row,
@@ -45,42 +45,67 @@ QString CountsWriter::lastBefore() const {
     return u" and date(riqi)<"_s + quoted(day_) + u" order by date(riqi) desc limit 1"_s;
 }
 
-QString CountsWriter::newsValues(Connection& connection, const QString& table,
+// The custom counts of two days compare only if they are over the same number of days, and no
+// counts of two kinds of services do.
+QString CountsWriter::newsValues(Connection& connection, const NewsRow& row,
                                  const QString& condition, const NewsCounts& counts) const {
-    const Recordset former(connection, u"select onecishu,allcishu,zdycishu,zdytianshu from "_s +
-                                           table + condition + lastBefore());
-    const double one = growth(static_cast<double>(counts.one), formerValue(former, u"onecishu"));
-    const double all = growth(static_cast<double>(counts.all), formerValue(former, u"allcishu"));
+    const Recordset former(
+        connection, u"select onecishu,allcishu,zdycishu,zdytianshu,date(riqi) from "_s + row.table +
+                        condition + lastBefore());
+    const NewsNote formerNote =
+        former.atEnd() ? NewsNote()
+                       : readNewsNote(connection, {row.table, row.item, former.value(4).toText()});
+    const bool compares = formerNote.laiyuan == counts.note.laiyuan;
+    const bool customCompares = compares && counts.customDays > 0 &&
+                                formerValue(former, u"zdytianshu") == counts.customDays;
+    const auto grown = [&](qint64 count, bool NewsNote::*isLowerBound, QStringView field,
+                           bool comparesAtAll) {
+        return numberText(countGrowth(count, isLowerBound, counts.note, formerNote,
+                                      comparesAtAll ? formerValue(former, field) : std::nullopt));
+    };
     const QStringList values = {
-        QString::number(counts.one),       numberText(one),
-        QString::number(counts.all),       numberText(all),
-        QString::number(counts.custom),    numberText(customGrowth(former, counts)),
+        QString::number(counts.one),
+        grown(counts.one, &NewsNote::onexian, u"onecishu", compares),
+        QString::number(counts.all),
+        grown(counts.all, &NewsNote::allxian, u"allcishu", compares),
+        QString::number(counts.custom),
+        grown(counts.custom, &NewsNote::zdyxian, u"zdycishu", customCompares),
         QString::number(counts.customDays)};
     return values.join(u',');
 }
 
-void CountsWriter::writeTheme(const QString& zhutiname, const NewsCounts& counts) const {
+void CountsWriter::keepBeside(Connection& connection, const NewsRow& row,
+                              const FoundNews& found) const {
+    writeNewsNote(connection, row, found.counts.note);
+    keepHeadlines(connection, found.words, day_, found.headlines);
+}
+
+void CountsWriter::writeTheme(const QString& zhutiname, const FoundNews& found) const {
+    const NewsRow row = {u"xinwenshul"_s, zhutiname, day_};
     const QString condition = u" where zhutiname="_s + quoted(zhutiname);
     Connection connection = heat_.open();
     Transaction transaction(connection);
-    const QString values = newsValues(connection, u"xinwenshul"_s, condition, counts);
-    replaceRow(connection, u"xinwenshul"_s, condition + onDay(),
+    const QString values = newsValues(connection, row, condition, found.counts);
+    replaceRow(connection, row.table, condition + onDay(),
                u"insert into xinwenshul(riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,"
                u"zdycishu,zdyzhangfu,zdytianshu,yixiaza) values("_s +
                    quoted(riqi_) + u',' + quoted(zhutiname) + u',' + values + u",1)"_s);
+    keepBeside(connection, row, found);
     transaction.commit();
 }
 
 void CountsWriter::writeCompany(const QString& dm, const QString& jc,
-                                const NewsCounts& counts) const {
+                                const FoundNews& found) const {
+    const NewsRow row = {u"gongsixinwen"_s, dm, day_};
     const QString condition = u" where dm="_s + quoted(dm);
     Connection connection = heat_.open();
     Transaction transaction(connection);
-    const QString values = newsValues(connection, u"gongsixinwen"_s, condition, counts);
-    replaceRow(connection, u"gongsixinwen"_s, condition + onDay(),
+    const QString values = newsValues(connection, row, condition, found.counts);
+    replaceRow(connection, row.table, condition + onDay(),
                u"insert into gongsixinwen(riqi,dm,jc,onecishu,onezhangfu,allcishu,allzhangfu,"
                u"zdycishu,zdyzhangfu,zdytianshu) values("_s +
                    quoted(riqi_) + u',' + quoted(dm) + u',' + quoted(jc) + u',' + values + u")"_s);
+    keepBeside(connection, row, found);
     transaction.commit();
 }
 

@@ -1,5 +1,6 @@
 // Writes what was counted into the heat store: one row an item and day, with its growth against the
-// item's last earlier day. A second run on a day takes the place of the first. Each row is one
+// item's last earlier day that was counted by the same kind of service; a count that is a lower
+// bound grows by nothing. A second run on a day takes the place of the first. Each row is one
 // short transaction on a connection of its own. Raises StoreError; then nothing of the row is
 // written.
 #pragma once
@@ -7,6 +8,8 @@
 #include <QDate>
 #include <QString>
 
+#include "heat/news_notes.h"
+#include "services/headlines_eastmoney.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -16,6 +19,13 @@ struct NewsCounts {
     qint64 all = 0;
     qint64 custom = 0;
     int customDays = 0;  // 0: no custom period, `custom` counts nothing
+    NewsNote note = {};
+};
+
+struct FoundNews {
+    NewsCounts counts;
+    QString words;                   // that were searched for
+    QList<Headline> headlines = {};  // behind the counts of days, the newest first
 };
 
 struct WordCounts {
@@ -34,15 +44,16 @@ class CountsWriter {
 public:
     CountsWriter(const StoreFile& heat, QDate day);
 
-    void writeTheme(const QString& zhutiname, const NewsCounts& counts) const;
-    void writeCompany(const QString& dm, const QString& jc, const NewsCounts& counts) const;
+    void writeTheme(const QString& zhutiname, const FoundNews& found) const;
+    void writeCompany(const QString& dm, const QString& jc, const FoundNews& found) const;
 
     // The row of the day, and the latest counts in the list of commodities.
     void writeCommodity(const QString& shopname, const WordCounts& counts) const;
 
 private:
-    QString newsValues(Connection& connection, const QString& table, const QString& condition,
+    QString newsValues(Connection& connection, const NewsRow& row, const QString& condition,
                        const NewsCounts& counts) const;
+    void keepBeside(Connection& connection, const NewsRow& row, const FoundNews& found) const;
     QString onDay() const;
     QString lastBefore() const;
 

@@ -1,5 +1,5 @@
-// What the counts of themes and of stocks share: the searches for an item's words and the row that
-// their counts become.
+// What the counts of themes and of stocks share: the searches for an item's words, in the order of
+// services.ini, and the row that their counts become.
 #pragma once
 
 #include "collector/job.h"
@@ -9,23 +9,29 @@ namespace guanchao {
 
 class NewsJob : public Job {
 public:
+    // Raises OperationError where there is no service to ask.
     NewsJob(const Stores& stores, const RunOrder& order, const CollectorSettings& settings,
-            const Service& search)
-        : stores_(stores),
-          guanzhudu_(order.guanzhudu),
-          news_(order, settings, search),
-          writer_(stores.heat, order.day) {}
+            const QList<Service>& search, const Clock& clock);
 
-    std::unique_ptr<PageSource> source(HttpClient& http) const override {
-        return std::make_unique<WebPages>(http, news_.service());
-    }
-    bool answers(const Item&, const QByteArray& page) const override { return news_.answers(page); }
+    std::unique_ptr<PageSource> source(HttpClient& http) const override;
+    int ways() const override { return static_cast<int>(searches_.size()); }
+    std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override;
+    QString faultOf(const Item& item, const Asked& before, const QByteArray& page) const override;
 
 protected:
+    virtual QString wordsOf(const Item& item) const = 0;
+    FoundNews found(const Item& item, const Asked& asked) const;
+
     const Stores& stores_;
     double guanzhudu_;
-    NewsSearch news_;
     CountsWriter writer_;
+
+private:
+    const NewsSearch& search(const Asked& asked) const {
+        return *searches_[static_cast<size_t>(asked.way)];
+    }
+
+    std::vector<std::unique_ptr<NewsSearch>> searches_;
 };
 
 }  // namespace guanchao

@@ -1,32 +1,41 @@
-// The searches that count the news of one name: over the last day, without a limit, and over the
-// custom days where these are on.
+// One way to count the news of a name: over the last day, without a limit, and over the custom days
+// where these are on.
 #pragma once
 
 #include <QByteArray>
 #include <QList>
+#include <memory>
+#include <optional>
 
 #include "collector/collector_settings.h"
 #include "collector/counts_writer.h"
-#include "collector/search_address.h"
 #include "heat/collector_contract.h"
+#include "platform/clock.h"
+#include "platform/service.h"
 
 namespace guanchao {
 
 class NewsSearch {
 public:
-    // Raises OperationError for a search page pattern that is none.
-    NewsSearch(const RunOrder& order, const CollectorSettings& settings, const Service& search);
+    virtual ~NewsSearch() = default;
 
-    const Service& service() const { return address_.service(); }
-    QStringList paths(const QString& words) const;
-    bool answers(const QByteArray& page) const;
-    // Of pages that answer.
-    NewsCounts counts(const QList<QByteArray>& pages) const;
+    virtual const Service& service() const = 0;
 
-private:
-    const CollectorSettings& settings_;
-    int customDays_;
-    SearchAddress address_;
+    // The path for the page behind these; nothing once they suffice.
+    virtual std::optional<QString> nextPath(const QString& words,
+                                            const QList<QByteArray>& pages) const = 0;
+
+    // Why the page behind so many others is not what was asked for, in Chinese; empty if it is.
+    virtual QString faultOf(const QString& words, qsizetype before,
+                            const QByteArray& page) const = 0;
+
+    // Of pages that suffice.
+    virtual FoundNews find(const QString& words, const QList<QByteArray>& pages) const = 0;
 };
+
+// By the kind of the service. Raises OperationError for a search page pattern that is none, where
+// the service needs one.
+std::unique_ptr<NewsSearch> newsSearch(const RunOrder& order, const CollectorSettings& settings,
+                                       const Service& service, const Clock& clock);
 
 }  // namespace guanchao

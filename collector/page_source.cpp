@@ -2,12 +2,13 @@
 
 namespace guanchao {
 
-QCoro::Task<Page> WebPages::get(QString request, std::stop_token stop) {
-    const HttpReply reply = co_await http_.get(service_, request, stop);
+QCoro::Task<Page> WebPages::get(int way, QString request, std::stop_token stop) {
+    const Service service = services_.at(way);
+    const HttpReply reply = co_await http_.get(service, request, stop);
     co_return Page{reply.body, failureWords(reply)};
 }
 
-QCoro::Task<Page> QuotePages::get(QString request, std::stop_token stop) {
+QCoro::Task<Page> QuotePages::get(int, QString request, std::stop_token stop) {
     const QuotesReply reply = co_await quotes_.fetch(request, stop);
     co_return Page{reply.lines.toUtf8(), reply.lack};
 }

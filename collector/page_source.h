@@ -21,20 +21,21 @@ class PageSource {
 public:
     virtual ~PageSource() = default;
 
-    // Raises nothing but Cancelled.
-    virtual QCoro::Task<Page> get(QString request, std::stop_token stop) = 0;
+    // `way`: which of the services is asked. Raises nothing but Cancelled.
+    virtual QCoro::Task<Page> get(int way, QString request, std::stop_token stop) = 0;
 };
 
 // A request is a path with its query; the page as the service sends it.
 class WebPages : public PageSource {
 public:
-    WebPages(HttpClient& http, Service service) : http_(http), service_(std::move(service)) {}
+    WebPages(HttpClient& http, QList<Service> services)
+        : http_(http), services_(std::move(services)) {}
 
-    QCoro::Task<Page> get(QString request, std::stop_token stop) override;
+    QCoro::Task<Page> get(int way, QString request, std::stop_token stop) override;
 
 private:
     HttpClient& http_;
-    Service service_;
+    QList<Service> services_;
 };
 
 // A request is a list of codes, as services/quote_source takes it; the page has the lines of
@@ -43,7 +44,7 @@ class QuotePages : public PageSource {
 public:
     explicit QuotePages(QuoteSource quotes) : quotes_(std::move(quotes)) {}
 
-    QCoro::Task<Page> get(QString request, std::stop_token stop) override;
+    QCoro::Task<Page> get(int way, QString request, std::stop_token stop) override;
 
 private:
     QuoteSource quotes_;

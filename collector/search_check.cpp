@@ -1,9 +1,9 @@
 #include "collector/search_check.h"
 
-#include <optional>
+#include <memory>
 
 #include "collector/news_search.h"
-#include "collector/search_page.h"
+#include "collector/search_address.h"
 
 namespace guanchao {
 
@@ -11,31 +11,40 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-Finding tellResults(const HttpReply& reply, const CollectorSettings& settings) {
-    if (!reply.answered()) {
-        return {false, failureWords(reply)};
-    }
-    const std::optional<qint64> results = SearchPage(reply.body).results(settings);
-    return results ? Finding{true, u"相关结果 %1 个"_s.arg(*results)}
-                   : Finding{false, u"网页里没有结果的数目"_s};
-}
-
-QCoro::Task<Finding> askPage(CheckDesk desk, Service service, QString path,
-                             CollectorSettings settings, std::stop_token stop) {
+// One page of one search.
+QCoro::Task<Finding> askSearch(CheckDesk desk, Service service, RunOrder order,
+                               CollectorSettings settings, std::stop_token stop) {
+    const QString words = u"白酒"_s;
+    const std::unique_ptr<NewsSearch> search = newsSearch(order, settings, service, desk.clock);
+    const QString path = search->nextPath(words, {}).value_or(QString());
     const HttpReply reply = co_await desk.http.get(service, path, stop);
-    co_return tellResults(reply, settings);
+    if (!reply.answered()) {
+        co_return Finding{false, failureWords(reply)};
+    }
+    const QString fault = search->faultOf(words, 0, reply.body);
+    if (!fault.isEmpty()) {
+        desk.http.complain(service, fault);
+        co_return Finding{false, fault};
+    }
+    const NewsCounts counts = search->find(words, {reply.body}).counts;
+    co_return Finding{
+        true, u"一日新闻 %1%2 个"_s.arg(counts.note.onexian ? u"≥"_s : QString()).arg(counts.one)};
 }
 
 }  // namespace
 
-Check searchCheck(const Service& search, const QString& pages, const CollectorSettings& settings) {
+Check searchCheck(const Services& services, const QString& pages,
+                  const CollectorSettings& settings) {
     const RunOrder order = {.day = {}, .yinqingurl = pages};
-    const NewsSearch news(order, settings, search);
-    Service site = news.service();
-    site.purpose = u"search"_s;
-    const QString path = news.paths(u"白酒"_s).first();
-    return {u"search"_s, {}, {site}, [=](CheckDesk desk, Service it, std::stop_token stop) {
-                return askPage(desk, it, path, settings, stop);
+    QList<Service> sites = services.search;
+    for (Service& it : sites) {
+        if (it.kind == u"page"_s) {
+            it = SearchAddress(pages, it, settings.timeoutSeconds).service();
+        }
+        it.purpose = u"search"_s;
+    }
+    return {u"search"_s, {}, sites, [=](CheckDesk desk, Service it, std::stop_token stop) {
+                return askSearch(desk, it, order, settings, stop);
             }};
 }
 

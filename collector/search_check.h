@@ -1,13 +1,16 @@
-// The check of the site that counts the news: services/service_check.
+// The check of the sites that count the news: services/service_check.
 #pragma once
 
 #include "collector/collector_settings.h"
+#include "platform/clock.h"
 #include "services/service_check.h"
+#include "services/services.h"
 
 namespace guanchao {
 
-// `pages` is the pattern of the search pages in the heat store. Raises OperationError for one that
-// is none.
-Check searchCheck(const Service& search, const QString& pages, const CollectorSettings& settings);
+// `pages` is the pattern of the search pages in the heat store: a page is asked where it leads,
+// unless services.ini names a host. Raises OperationError for one that is none.
+Check searchCheck(const Services& services, const QString& pages,
+                  const CollectorSettings& settings);
 
 }  // namespace guanchao

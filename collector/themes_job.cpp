@@ -23,12 +23,12 @@ QList<Item> ThemesJob::items() const {
     return items;
 }
 
-QStringList ThemesJob::requests(const Item& item) const {
-    return news_.paths(withoutMarks(item.key));
+QString ThemesJob::wordsOf(const Item& item) const {
+    return withoutMarks(item.key);
 }
 
-void ThemesJob::write(const Item& item, const QList<QByteArray>& pages) {
-    writer_.writeTheme(item.key, news_.counts(pages));
+void ThemesJob::write(const Item& item, const Asked& asked) {
+    writer_.writeTheme(item.key, found(item, asked));
 }
 
 }  // namespace guanchao

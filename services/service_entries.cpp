@@ -74,6 +74,18 @@ const Purpose boards = {
     {u"sina"_s, u"eastmoney"_s},
     u"sina"_s};
 
+// Without a file the collector asks where the search page pattern of the heat store leads. It has
+// time-outs and pauses of its own.
+const Purpose search = {u"search"_s,
+                        {{{}, {}, 0, 1, 0, u"page"_s},
+                         {u"https://search-api-web.eastmoney.com"_s, u"https://so.eastmoney.com/"_s,
+                          0, 1, 0, u"eastmoney"_s}},
+                        {u"page"_s},
+                        u"page"_s};
+
+const QList<const Purpose*> ordered = {&quotes, &history, &factors, &fundamentals, &boards,
+                                       &search};
+
 // A fraction of a second counts as one, words that are no number as no entry.
 int timeoutSeconds(const QString& entry, int standard) {
     const double seconds = numericPrefix(entry);
@@ -207,7 +219,7 @@ ServiceEntry singleEntry(const IniText& ini, const QString& purpose, const Servi
 
 ReadEntries readEntries(const IniText& ini) {
     ReadEntries read;
-    for (const Purpose* purpose : {&quotes, &history, &factors, &fundamentals, &boards}) {
+    for (const Purpose* purpose : ordered) {
         read.entries << (sectionsOf(ini, *purpose).isEmpty()
                              ? unwrittenEntries(*purpose, unnamedServices(ini, *purpose))
                              : namedEntries(ini, *purpose, read.complaints));
@@ -216,9 +228,6 @@ ReadEntries readEntries(const IniText& ini) {
                  << singleEntry(ini, u"stockpage"_s, {u"https://finance.sina.com.cn"_s, {}})
                  << singleEntry(ini, u"sitepage"_s, {u"https://quote.eastmoney.com"_s, {}})
                  << singleEntry(ini, newsPageSection, newsPage)
-                 // Without an entry the collector asks where the search page pattern of the heat
-                 // store leads.
-                 << singleEntry(ini, u"search"_s, {})
                  // The maker has no site of its own: without an entry the version check finds
                  // nothing.
                  << singleEntry(ini, u"vendor"_s, {{}, {}, patience});
@@ -226,9 +235,8 @@ ReadEntries readEntries(const IniText& ini) {
 }
 
 bool hasOrder(const QString& purpose) {
-    return std::ranges::any_of(
-        QList<const Purpose*>{&quotes, &history, &factors, &fundamentals, &boards},
-        [&](const Purpose* it) { return it->name == purpose; });
+    return std::ranges::any_of(ordered,
+                               [&](const Purpose* it) { return it->name == purpose; });
 }
 
 void writeOut(const QList<ServiceEntry>& entries, IniText& ini) {

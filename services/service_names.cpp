@@ -13,7 +13,7 @@ QString purposeName(const QString& purpose) {
         {u"factors"_s, u"复权因子"_s},   {u"fundamentals"_s, u"基本面"_s},
         {u"boards"_s, u"板块"_s},        {u"chart"_s, u"走势图"_s},
         {u"stockpage"_s, u"个股页面"_s}, {u"sitepage"_s, u"个股行情网页"_s},
-        {u"newspage"_s, u"个股资讯"_s},  {u"search"_s, u"搜索网页"_s},
+        {u"newspage"_s, u"个股资讯"_s},  {u"search"_s, u"搜索"_s},
         {u"vendor"_s, u"软件网站"_s},
     };
     return names.value(purpose, purpose);

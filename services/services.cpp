@@ -17,11 +17,12 @@ Services readServices(const QString& iniPath) {
                                                    {u"history"_s, &services.history},
                                                    {u"factors"_s, &services.factors},
                                                    {u"fundamentals"_s, &services.fundamentals},
-                                                   {u"boards"_s, &services.boards}};
+                                                   {u"boards"_s, &services.boards},
+                                                   {u"search"_s, &services.search}};
     const QHash<QString, Service*> singles = {
         {u"chart"_s, &services.chart},       {u"stockpage"_s, &services.stockpage},
         {u"sitepage"_s, &services.sitepage}, {u"newspage"_s, &services.newspage},
-        {u"search"_s, &services.search},     {u"vendor"_s, &services.vendor}};
+        {u"vendor"_s, &services.vendor}};
     for (const ServiceEntry& it : read.entries) {
         if (!it.isUsed) {
             continue;

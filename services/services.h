@@ -18,13 +18,13 @@ struct Services {
     QList<Service> factors;       // 复权因子, of the prices of history's own kind
     QList<Service> fundamentals;  // 基本面
     QList<Service> boards;        // 板块: concepts, industries and regions with their stocks
+    QList<Service> search;        // 搜索; the host of a page's takes the place of its pattern's
 
     Service chart;      // 走势图: /newchart/
     Service stockpage;  // 个股页面: /realstock/company/
     Service sitepage;   // 个股行情网页: /sz000693.html
     Service newspage;   // 个股资讯: /news/stock/
     Service vendor;     // the maker's site: version file, proxy list
-    Service search;     // 搜索网页: in place of the host that the search page pattern names
 
     bool isPractice = false;  // prices are made up: the file has a section [practice]
 

@@ -258,7 +258,7 @@ QList<Check> Form34::checks() const {
                               : publicSearchPages;
     const QString settings = environment_.applicationFolder + u"caijiqi.ini"_s;
     return serviceChecks(environment_.services)
-           << searchCheck(environment_.services.search, pages, readCollectorSettings(settings));
+           << searchCheck(environment_.services, pages, readCollectorSettings(settings));
 }
 
 void Form34::showTesting(bool testing) {

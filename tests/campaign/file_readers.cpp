@@ -121,9 +121,10 @@ void readIni(const QString& path, const QByteArray& bytes) {
 void readServicesFile(const QString& path, const QByteArray& bytes) {
     writeFile(path, bytes.left(mostOfSettings));
     const Services all = readServices(path);
-    const QList<Service> single = {all.chart,    all.stockpage, all.sitepage,
-                                   all.newspage, all.vendor,    all.search};
-    for (const Service& it : single + all.quote + all.history + all.factors + all.fundamentals) {
+    const QList<Service> single = {all.chart, all.stockpage, all.sitepage, all.newspage,
+                                   all.vendor};
+    for (const Service& it :
+         single + all.quote + all.history + all.factors + all.fundamentals + all.search) {
         requireSense(it.timeoutSeconds >= 0 && it.timeoutSeconds <= 3600, "等待时间不在范围内");
         requireSense(it.ahead >= 1 && it.ahead <= 6, "同时的请求数不在范围内");
     }

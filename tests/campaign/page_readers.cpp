@@ -2,6 +2,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <QImageWriter>
+#include <QUrlQuery>
 #include <cmath>
 
 #include "base/activity.h"
@@ -14,10 +15,12 @@
 #include "market/stock_quote.h"
 #include "services/bar_check.h"
 #include "services/factors.h"
+#include "services/headlines_eastmoney.h"
 #include "services/quote_tencent.h"
 #include "tests/campaign/outside_reader.h"
 #include "tools/practice_market/practice_bars.h"
 #include "tools/practice_market/practice_charts.h"
+#include "tools/practice_market/practice_headlines.h"
 #include "tools/practice_market/practice_pages.h"
 #include "tools/practice_market/practice_quotes.h"
 #include "tools/practice_market/practice_search.h"
@@ -191,6 +194,22 @@ void readSearch(const QByteArray& bytes) {
                  "结果数小于零");
 }
 
+void readHeadlines(const QByteArray& bytes) {
+    const HeadlinesPage page = EastmoneyHeadlines::read(bytes, u"铜"_s, 1);
+    requireSense(page.total >= 0, "新闻数小于零");
+    for (const Headline& it : page.headlines) {
+        requireSense(!page.fault.isEmpty() || (it.time.isValid() && !it.title.isEmpty()),
+                     "没有时间或标题的新闻");
+        requireWholeCharacters(it.title);
+    }
+}
+
+QByteArray headlinesOfCopper() {
+    const QUrlQuery question(EastmoneyHeadlines::path(u"铜"_s, 1).section(u'?', 1));
+    const QString param = question.queryItemValue(u"param"_s, QUrl::FullyDecoded);
+    return practiceHeadlines(question.queryItemValue(u"cb"_s), param.toUtf8(), now);
+}
+
 }  // namespace
 
 void requireWholeCharacters(QStringView text) {
@@ -242,6 +261,7 @@ QList<OutsideReader> pageReaders() {
         {"pictures", "走势图", 40000, false, pictures(), showPicture},
         {"pages", "网页和里面的表格", 50000, false, pages(), readPage},
         {"searches", "搜索结果网页", 30000, false, inBothEncodings({search}), readSearch},
+        {"headlines", "新闻标题", 20000, false, {headlinesOfCopper()}, readHeadlines},
     };
 }
 

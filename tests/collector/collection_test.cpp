@@ -12,20 +12,28 @@ public:
     QString title() const override { return u"试"_s; }
     QList<Item> items() const override { return list; }
     std::unique_ptr<PageSource> source(HttpClient& http) const override {
-        return std::make_unique<WebPages>(http, Service());
+        return std::make_unique<WebPages>(http, QList<Service>(2));
     }
-    QStringList requests(const Item& item) const override {
-        return {u'/' + item.key + u'1', u'/' + item.key + u'2'};
+    int ways() const override { return services; }
+    // Those of the second service: "/甲1b".
+    std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override {
+        const QString place = QString::number(asked.pages.size() + 1);
+        return asked.pages.size() < 2 ? std::optional<QString>(u'/' + item.key + place +
+                                                               (asked.way > 0 ? u"b"_s : u""_s))
+                                      : std::nullopt;
     }
-    bool answers(const Item&, const QByteArray& page) const override { return page != "bad"; }
-    void write(const Item& item, const QList<QByteArray>& pages) override {
+    QString faultOf(const Item&, const Asked&, const QByteArray& page) const override {
+        return page == "bad" ? u"坏"_s : QString();
+    }
+    void write(const Item& item, const Asked& asked) override {
         if (refused == item.key) {
             throw StoreError({}, QStringLiteral(GUANCHAO_SOURCE_DIR), {}, StoreFault::busy);
         }
-        written << item.key + QString::fromUtf8(pages.join());
+        written << item.key + QString::fromUtf8(asked.pages.join());
     }
 
     QList<Item> list = {{u"甲"_s, u"甲"_s}, {u"乙"_s, u"乙"_s}};
+    int services = 1;
     QString refused;
     QStringList written;
 };
@@ -92,6 +100,21 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
     EXPECT_EQ(collection_.failures(), 3);
     EXPECT_EQ(collection_.settled(), 2);
     EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 1 项，跳过 1 项。\n跳过：甲"_s);
+}
+
+TEST_F(CollectionTest, ASecondServiceIsAskedFromTheStartWhereTheFirstFails) {
+    job_.services = 2;
+    settings_.retries = {};
+    pacing_ = Pacing(settings_, [] { return 0.0; });
+    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+        return path.contains(u'乙') || path == u"/甲2"_s ? std::optional<QByteArray>("bad")
+                                                         : path.sliced(2).toUtf8();
+    };
+    EXPECT_EQ(runToTheEnd(), QList<int>(5, 100)) << "with the same pauses";
+    EXPECT_EQ(http_.paths,
+              (QStringList{u"/甲1"_s, u"/甲2"_s, u"/甲1b"_s, u"/甲2b"_s, u"/乙1"_s, u"/乙1b"_s}));
+    EXPECT_EQ(job_.written, QStringList{u"甲1b2b"_s});
+    EXPECT_EQ(collection_.items()[1].reason, u"坏"_s);
 }
 
 TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {

@@ -3,6 +3,7 @@
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
+#include "heat/headline_store.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -28,19 +29,32 @@ protected:
         return keys;
     }
 
+    // With search pages, none of which has to be there for the path of the next.
+    static QStringList requests(const Job& job, const Item& item) {
+        QStringList requests;
+        Asked asked;
+        while (const std::optional<QString> next = job.nextRequest(item, asked)) {
+            requests << *next;
+            asked.pages << QByteArray();
+        }
+        return requests;
+    }
+
     static QByteArray results(qint64 number) { return u"相关结果约%1个"_s.arg(number).toUtf8(); }
 
     void collectTheme(const QString& day, const QList<qint64>& counts) {
         runHeat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
-        ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings_, {});
+        ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings_, pages_,
+                      clock_);
         QList<QByteArray> pages;
         for (const qint64 count : counts) {
             pages << results(count);
         }
-        job.write({u"5G(通信)"_s, {}}, pages);
+        job.write({u"5G(通信)"_s, {}}, {0, pages});
     }
 
     CollectorSettings settings_;
+    const QList<Service> pages_ = {Service()};
 };
 
 TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
@@ -48,17 +62,17 @@ TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
     runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',4)"_s);
     runHeat(u"insert into shopname(shopname,guanzhudu) values('铝(锭)',5)"_s);
     const RunOrder order = readRunOrder(store_.stores.heat, clock_);
-    const ThemesJob themes(store_.stores, order, settings_, {});
+    const ThemesJob themes(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(themes), (QStringList{u"5G(通信)"_s, u"白酒"_s}));
-    EXPECT_EQ(themes.requests(themes.items().first()),
+    EXPECT_EQ(requests(themes, themes.items().first()),
               (QStringList{u"/s?wd=5G%20%CD%A8%D0%C5%20&lm=1"_s, u"/s?wd=5G%20%CD%A8%D0%C5%20"_s}));
-    const CompaniesJob companies(store_.stores, order, settings_, {});
+    const CompaniesJob companies(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
     EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
-    EXPECT_EQ(companies.requests({u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
+    EXPECT_EQ(requests(companies, {u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
     const CommoditiesJob commodities(store_.stores, order, settings_, {});
     EXPECT_EQ(keys(commodities), QStringList{u"铝(锭)"_s});
-    EXPECT_EQ(commodities.requests(commodities.items().first()),
+    EXPECT_EQ(requests(commodities, commodities.items().first()),
               QStringList{u"/s?wd=%C2%C1%20%B6%A7%20%20%BC%DB%B8%F1"_s});
 }
 
@@ -82,11 +96,73 @@ TEST_F(CollectorJobsTest, ASecondRunTakesThePlaceOfTheDaysRowAndGrowthGoesByTheD
         << "custom counts compare over the same number of days only";
 }
 
+TEST_F(CollectorJobsTest, GrowthComparesWholeCountsOfOneKindOfServiceOnly) {
+    const NewsNote whole{u"eastmoney"_s};
+    const NewsNote bounds{u"eastmoney"_s, false, true, true};
+    const struct {
+        QString day;
+        NewsNote note;
+        qint64 all;
+        QString growths;  // of one day, of all and of the custom days
+        QString kept;     // notes of the day
+    } cases[] = {
+        {u"2026-11-18"_s, {}, 90, u"1000|1000|1000"_s, {}},
+        {u"2026-11-19"_s, whole, 100, u"1000|1000|1000"_s, u"eastmoney|0|0|0"_s},
+        {u"2026-11-20"_s, whole, 125, u"0|25|0"_s, u"eastmoney|0|0|0"_s},
+        {u"2026-11-21"_s, bounds, 10000, u"0|1000|1000"_s, u"eastmoney|0|1|1"_s},
+        {u"2026-11-22"_s, whole, 150, u"0|1000|1000"_s, u"eastmoney|0|0|0"_s},
+        {u"2026-11-23"_s, {}, 90, u"1000|1000|1000"_s, {}},
+        {u"2026-11-23"_s, whole, 300, u"0|100|0"_s, u"eastmoney|0|0|0"_s},
+        {u"2026-11-23"_s, {}, 90, u"1000|1000|1000"_s, {}},
+    };
+    for (const auto& it : cases) {
+        const CountsWriter writer(store_.stores.heat, QDate::fromString(it.day, Qt::ISODate));
+        writer.writeTheme(u"白'酒"_s, {{7, it.all, 20, 30, it.note}, u"白'酒"_s});
+        const QString where = u"'"_s + it.day + u"'"_s;
+        EXPECT_EQ(heatRows(u"select onezhangfu,allzhangfu,zdyzhangfu from xinwenshul where"
+                           u" date(riqi)="_s +
+                           where),
+                  QStringList{it.growths})
+            << it.day.toStdString();
+        if (it.day > u"2026-11-18"_s) {
+            EXPECT_EQ(heatRows(u"select laiyuan,onexian,allxian,zdyxian from xinwenshuoming where"
+                               u" riqi="_s +
+                               where)
+                          .value(0),
+                      it.kept);
+        }
+    }
+}
+
+TEST_F(CollectorJobsTest, HeadlinesAreThoseOfTheLastRunOfTheLastDay) {
+    const auto write = [&](int day, const QString& words, int headlines) {
+        FoundNews found{{}, words};
+        for (int at = 0; at < headlines; ++at) {
+            found.headlines << Headline{clock_.now().addSecs(-at), u"'题%1"_s.arg(at), u"媒'体"_s,
+                                        u"http://h/'"_s};
+        }
+        CountsWriter(store_.stores.heat, QDate(2026, 11, day)).writeTheme(words, found);
+    };
+    const auto kept = [&](int day, const QString& words) {
+        return readHeadlines(store_.stores.heat, words, u"2026-11-%1"_s.arg(day)).size();
+    };
+    EXPECT_EQ(kept(23, u"白酒"_s), 0) << "a store without the table";
+    write(23, u"白酒"_s, 3);
+    write(23, u"银行"_s, 120);
+    EXPECT_EQ(kept(23, u"银行"_s), mostKeptHeadlines);
+    write(23, u"白酒"_s, 2);
+    const QList<Headline> found = readHeadlines(store_.stores.heat, u"白酒"_s, u"2026-11-23"_s);
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0], (Headline{clock_.now(), u"'题0"_s, u"媒'体"_s, u"http://h/'"_s}));
+    write(24, u"银行"_s, 0);
+    EXPECT_EQ(kept(23, u"白酒"_s) + kept(23, u"银行"_s) + kept(24, u"银行"_s), 0);
+}
+
 TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     const RunOrder order = readRunOrder(store_.stores.heat, clock_);
-    CompaniesJob companies(store_.stores, order, settings_, {});
-    companies.write({u"SH600519"_s, u"茅'台"_s}, {results(1), results(2)});
-    companies.write({u"SH600519"_s, u"茅'台"_s}, {results(3), results(4)});
+    CompaniesJob companies(store_.stores, order, settings_, pages_, clock_);
+    companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(1), results(2)}});
+    companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(3), results(4)}});
     EXPECT_EQ(heatRows(u"select riqi,dm,jc,onecishu,allcishu from gongsixinwen"_s),
               QStringList{u"2026-11-23 00:00:00|SH600519|茅'台|3|4"_s});
 
@@ -94,8 +170,8 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     runHeat(u"insert into shophq(shopname,riqi,zongfen) values('铜','2026-11-20 09:00:00',-4)"_s);
     CommoditiesJob commodities(store_.stores, order, settings_, {});
     const QByteArray page = u"相关结果约1个 大涨 暴涨暴涨 升 跌跌跌 大跌 暴跌 降降"_s.toUtf8();
-    commodities.write({u"铜"_s, u"铜"_s}, {page});
-    commodities.write({u"铜"_s, u"铜"_s}, {page});
+    commodities.write({u"铜"_s, u"铜"_s}, {0, {page}});
+    commodities.write({u"铜"_s, u"铜"_s}, {0, {page}});
     const QString figures =
         u"zhangzi,shengzi,dazhang,baozhang,diezi,jiangzi,dadie,baodie,zongfen,zhangfu"_s;
     const QString expected = u"2026-11-23 00:00:00|3|1|1|2|5|2|1|1|1|125"_s;
@@ -105,7 +181,7 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
               QStringList{expected + u"|SH601899"_s});
     runHeat(u"delete from shopname"_s);
     runHeat(u"delete from shophq"_s);
-    EXPECT_THROW(commodities.write({u"铜"_s, u"铜"_s}, {page}), OperationError)
+    EXPECT_THROW(commodities.write({u"铜"_s, u"铜"_s}, {0, {page}}), OperationError)
         << "deleted by the user while its page was asked for";
     EXPECT_TRUE(heatRows(u"select * from shophq"_s).isEmpty());
 }
@@ -136,7 +212,7 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     EXPECT_EQ(all.size(), 14000);
     EXPECT_EQ(all.removeDuplicates(), 0);
     EXPECT_TRUE(all.contains(u"sz003999"_s) && all.contains(u"sh689999"_s));
-    EXPECT_TRUE(job.requests(items.first()).first().startsWith(u"sh600000,sh600001,"_s));
+    EXPECT_TRUE(requests(job, items.first()).first().startsWith(u"sh600000,sh600001,"_s));
 
     const Item batch{u"sh600000,sh600001,sh600002,sh600003"_s, {}};
     const auto line = [](const QString& code, const QString& value) {
@@ -145,9 +221,10 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     const QByteArray page = line(u"sh600000"_s, u"浦发银行,9.1"_s) + line(u"sh600001"_s, {}) +
                             line(u"sh600002"_s, u"齐鲁银行,5"_s) +
                             line(u"sh600003"_s, u"XD东北高,7"_s);
-    EXPECT_TRUE(job.answers(batch, page));
-    EXPECT_FALSE(job.answers(batch, line(u"sh600000"_s, u"浦发银行"_s))) << "it broke off";
-    job.write(batch, {page});
+    EXPECT_EQ(job.faultOf(batch, {}, page), QString());
+    EXPECT_FALSE(job.faultOf(batch, {}, line(u"sh600000"_s, u"浦发银行"_s)).isEmpty())
+        << "it broke off";
+    job.write(batch, {0, {page}});
     EXPECT_EQ(store_.rows(u"select dm,numdm,jc,shenmu,sp,newdmtime from dmb order by dm"_s),
               (QStringList{u"SH600000|600000|浦发银行|pfyh|9|null"_s,
                            u"SH600001|600001|邯郸钢铁||8|null"_s,

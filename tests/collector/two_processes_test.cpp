@@ -83,8 +83,9 @@ protected:
     }
 
     PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
-                           [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
+                           [this] { return now_(); }};
     QDate day_{2026, 11, 2};
+    std::function<QDateTime()> now_ = [this] { return QDateTime(day_, QTime(10, 0, 0)); };
     int added_ = 0;
 };
 
@@ -149,6 +150,37 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     EXPECT_EQ(number(u"select count(*) from gongsixinwen where dm='SH600000'"_s), 1);
     EXPECT_EQ(number(u"select count(*) from shophq where shopname='铜'"_s), 1);
     EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{u"浦发银行"_s});
+}
+
+TEST_F(TwoProcessesTest, HeadlinesAreCountedWhereNoPageIs) {
+    now_ = [] { return QDateTime::currentDateTime(); };
+    const QString section = u"kind=eastmoney\nhost="_s + market_.host();
+    const QString one = u"[search]\n"_s + section;
+    const QString second = u"[search]\nhost=http://127.0.0.1:1\n[search.2]\n"_s + section;
+    runHeat(u"update canshu set today='2026-11-02 00:00:00',iszidinyinum=1,zidinyinum=30"_s);
+    store_.run({u"delete from dzhzhuti where rowid>12"_s});
+    for (const QString& services : {one, second}) {
+        runHeat(u"delete from xinwenshul"_s);
+        write(u"services.ini"_s, services);
+        QProcess collector;
+        start(collector);
+        ASSERT_TRUE(collector.waitForFinished());
+        const QString words = said(collector);
+        EXPECT_TRUE(words.startsWith(u"采集完成：共 12 项，写入 12 项"_s)) << words.toStdString();
+    }
+    const QString of = u" from xinwenshul,xinwenshuoming where item=zhutiname"_s;
+    EXPECT_EQ(number(u"select count(*)"_s + of), 12);
+    EXPECT_EQ(number(u"select count(*)"_s + of +
+                     u" and (onecishu>allcishu or onecishu>zdycishu or zdycishu>300)"_s),
+              0);
+    EXPECT_GT(number(u"select count(*)"_s + of + u" and zdycishu=300 and zdyxian=1"_s), 0);
+    EXPECT_GT(number(u"select count(*)"_s + of + u" and zdycishu<300 and zdyxian=0"_s), 0);
+    EXPECT_EQ(number(u"select count(*) from xinwenshul where onecishu>"
+                     u"(select count(*) from xinwenbiaoti where guanjianci=zhutiname)"
+                     u" and onecishu<=100"_s),
+              0)
+        << "the headlines behind the counts";
+    EXPECT_TRUE(market_.requests().filter(u"/s?"_s).isEmpty());
 }
 
 TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTheCodes) {

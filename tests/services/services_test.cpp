@@ -37,6 +37,8 @@ TEST_F(ServicesTest, AFileOfOneKindEachMeansWhatItMeant) {
     EXPECT_EQ(words(services.factors), QString()) << "they belong to prices of another kind";
     EXPECT_EQ(words(services.fundamentals), u"page http://n"_s);
     EXPECT_EQ(words(read("[history]\nhost=\n").history), u"csv "_s) << "taken out";
+    EXPECT_EQ(words(read("[search]\ntimeout=15\n").search), u"page "_s);
+    EXPECT_EQ(words(read("[search]\nhost=http://s\n").search), u"page http://s"_s);
 }
 
 TEST_F(ServicesTest, KindsComeInTheOrderOfTheirNumbers) {
@@ -96,6 +98,8 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
          {&Services::chart, &Services::stockpage, &Services::sitepage, &Services::newspage}) {
         EXPECT_EQ((shipped.*service).host, (standard.*service).host);
     }
+    EXPECT_EQ(words(standard.search), u"page "_s) << "where the store's own pattern leads";
+    EXPECT_EQ(words(shipped.search), u"eastmoney https://search-api-web.eastmoney.com"_s);
     EXPECT_TRUE(shipped.complaints.isEmpty());
     EXPECT_EQ(words(standard.history),
               u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn,"

@@ -73,7 +73,7 @@ int check(const Arguments& arguments, QTextStream& out) {
     const QString ini = arguments.folder + u"services.ini"_s;
     const Services services = readServices(ini);
     QList<Check> checks = serviceChecks(services);
-    checks << searchCheck(services.search, searchPagesOf(arguments.folder),
+    checks << searchCheck(services, searchPagesOf(arguments.folder),
                           readCollectorSettings(arguments.folder + u"caijiqi.ini"_s));
     const SystemClock clock;
     out << timeText(clock.now()) << ' ' << ini

@@ -1,0 +1,54 @@
+#include "collector/headline_search.h"
+
+#include <utility>
+
+namespace guanchao {
+
+HeadlineSearch::HeadlineSearch(const RunOrder& order, const CollectorSettings& settings,
+                               Service service, const Clock& clock)
+    : clock_(clock),
+      customDays_(order.customDays),
+      mostPages_(settings.headlinePages),
+      service_(std::move(service)) {
+    if (service_.timeoutSeconds == 0) {
+        service_.timeoutSeconds = settings.timeoutSeconds;
+    }
+}
+
+HeadlineCounts HeadlineSearch::countsOf(const QString& words,
+                                        const QList<QByteArray>& pages) const {
+    QList<HeadlinesPage> read;
+    for (const QByteArray& page : pages) {
+        read << EastmoneyHeadlines::read(page, words, static_cast<int>(read.size()) + 1);
+    }
+    return {read, clock_.now()};
+}
+
+std::optional<QString> HeadlineSearch::nextPath(const QString& words,
+                                                const QList<QByteArray>& pages) const {
+    if (!pages.isEmpty()) {
+        const HeadlineCounts counts = countsOf(words, pages);
+        if (pages.size() >= mostPages_ || counts.isLastPage() || counts.reaches(longestPeriod())) {
+            return std::nullopt;
+        }
+    }
+    return EastmoneyHeadlines::path(words, static_cast<int>(pages.size()) + 1);
+}
+
+QString HeadlineSearch::faultOf(const QString& words, qsizetype before,
+                                const QByteArray& page) const {
+    return EastmoneyHeadlines::read(page, words, static_cast<int>(before) + 1).fault;
+}
+
+FoundNews HeadlineSearch::find(const QString& words, const QList<QByteArray>& pages) const {
+    const HeadlineCounts counts = countsOf(words, pages);
+    const HeadlineCount one = counts.ofLast(1);
+    const HeadlineCount custom = customDays_ > 0 ? counts.ofLast(customDays_) : HeadlineCount();
+    const NewsNote note = {service_.kind, one.isLowerBound, counts.all().isLowerBound,
+                           custom.isLowerBound};
+    return {{one.number, counts.all().number, custom.number, customDays_, note},
+            words,
+            counts.headlines(longestPeriod())};
+}
+
+}  // namespace guanchao

@@ -1,0 +1,31 @@
+// Counts news by the headlines of a service that lists them, which asks for no person: page after
+// page, the newest first, until one is older than the longest period or enough pages are read.
+#pragma once
+
+#include "collector/headline_counts.h"
+#include "collector/news_search.h"
+
+namespace guanchao {
+
+class HeadlineSearch : public NewsSearch {
+public:
+    HeadlineSearch(const RunOrder& order, const CollectorSettings& settings, Service service,
+                   const Clock& clock);
+
+    const Service& service() const override { return service_; }
+    std::optional<QString> nextPath(const QString& words,
+                                    const QList<QByteArray>& pages) const override;
+    QString faultOf(const QString& words, qsizetype before, const QByteArray& page) const override;
+    FoundNews find(const QString& words, const QList<QByteArray>& pages) const override;
+
+private:
+    HeadlineCounts countsOf(const QString& words, const QList<QByteArray>& pages) const;
+    int longestPeriod() const { return std::max(customDays_, 1); }
+
+    const Clock& clock_;
+    int customDays_;
+    int mostPages_;
+    Service service_;
+};
+
+}  // namespace guanchao
