@@ -85,8 +85,12 @@ ListPage<Board> EastmoneyBoards::readBoards(const QByteArray& body) const {
     return readPage<Board>(body, readBoard, boardFault);
 }
 
+QString eastmoneyStocksPath(const QString& markets, int page) {
+    return pathFor(markets, u"f12,f13,f14"_s, page);
+}
+
 QString EastmoneyBoards::stocksPath(const QString& node, int page) const {
-    return pathFor(u"b:"_s + node, u"f12,f13,f14"_s, page);
+    return eastmoneyStocksPath(u"b:"_s + node, page);
 }
 
 ListPage<ListedStock> EastmoneyBoards::readStocks(const QByteArray& body) const {

@@ -11,6 +11,9 @@
 
 namespace guanchao {
 
+// The path of a page of the stocks of markets: m:0+t:6,m:1+t:2.
+QString eastmoneyStocksPath(const QString& markets, int page);
+
 class EastmoneyBoards : public BoardKind {
 public:
     QString boardsPath(BoardSort sort, int page) const override;

@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include "base/values.h"
 #include "formats/text_file.h"
@@ -35,6 +36,16 @@ QString nodePath(const QString& node, int page) {
            u"&sort=symbol&asc=1&node=%3&symbol=&_s_r_a=page"_s.arg(page)
                .arg(stocksOnANodePage)
                .arg(node);
+}
+
+QString nodeCountPath(const QString& node) {
+    return u"/quotes_service/api/json_v2.php/Market_Center.getHQNodeStockCount?node="_s + node;
+}
+
+std::optional<qsizetype> readNodeCount(const QByteArray& body) {
+    static const QRegularExpression number(u"\\A\\s*\"?(\\d{1,6})\"?\\s*\\z"_s);
+    const QRegularExpressionMatch match = number.match(QString::fromLatin1(body));
+    return match.hasMatch() ? std::optional(match.captured(1).toLongLong()) : std::nullopt;
 }
 
 ListPage<ListedStock> readNodePage(const QByteArray& body) {

@@ -23,4 +23,8 @@ QString listedStockFault(const ListedStock& stock);
 QString nodePath(const QString& node, int page);
 ListPage<ListedStock> readNodePage(const QByteArray& body);
 
+// How many stocks a node has: a number in quotes. Nothing where the reply is none.
+QString nodeCountPath(const QString& node);
+std::optional<qsizetype> readNodeCount(const QByteArray& body);
+
 }  // namespace guanchao

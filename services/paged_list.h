@@ -28,8 +28,9 @@ template <typename Row>
 struct ListQuestion {
     std::function<QString(int page)> path;  // pages count from 1
     std::function<ListPage<Row>(const QByteArray& body)> read;
-    qsizetype fullPage = 0;                  // how many rows the service puts on a page
-    std::optional<qsizetype> expected = {};  // how many rows it has told elsewhere
+    qsizetype fullPage = 0;                           // how many rows the service puts on a page
+    std::optional<qsizetype> expected = {};           // how many rows it has told elsewhere
+    std::function<void(qsizetype rows)> onPage = {};  // hears how many have come
 };
 
 // The whole list or none of it.
@@ -91,6 +92,9 @@ QCoro::Task<ListReply<Row>> fetchPages(HttpClient& http, Service service,
         }
         rows << page.rows;
         before = page.rows;
+        if (question.onPage) {
+            question.onPage(rows.size());
+        }
         if (isLastPage(page, rows.size(), question)) {
             reply.rows = rows;
             co_return reply;

@@ -74,6 +74,8 @@ const Purpose boards = {
     {u"sina"_s, u"eastmoney"_s},
     u"sina"_s};
 
+const Purpose stockList = {u"stocklist"_s, boards.kinds, boards.standard, boards.unnamed};
+
 // Without a file the collector asks where the search page pattern of the heat store leads. It has
 // time-outs and pauses of its own.
 const Purpose search = {u"search"_s,
@@ -83,8 +85,8 @@ const Purpose search = {u"search"_s,
                         {u"page"_s},
                         u"page"_s};
 
-const QList<const Purpose*> ordered = {&quotes, &history, &factors, &fundamentals, &boards,
-                                       &search};
+const QList<const Purpose*> ordered = {&quotes, &history,   &factors, &fundamentals,
+                                       &boards, &stockList, &search};
 
 // A fraction of a second counts as one, words that are no number as no entry.
 int timeoutSeconds(const QString& entry, int standard) {
@@ -235,8 +237,7 @@ ReadEntries readEntries(const IniText& ini) {
 }
 
 bool hasOrder(const QString& purpose) {
-    return std::ranges::any_of(ordered,
-                               [&](const Purpose* it) { return it->name == purpose; });
+    return std::ranges::any_of(ordered, [&](const Purpose* it) { return it->name == purpose; });
 }
 
 void writeOut(const QList<ServiceEntry>& entries, IniText& ini) {

@@ -9,11 +9,17 @@ using namespace Qt::Literals::StringLiterals;
 
 QString purposeName(const QString& purpose) {
     static const QHash<QString, QString> names = {
-        {u"quote"_s, u"行情"_s},         {u"history"_s, u"历史行情"_s},
-        {u"factors"_s, u"复权因子"_s},   {u"fundamentals"_s, u"基本面"_s},
-        {u"boards"_s, u"板块"_s},        {u"chart"_s, u"走势图"_s},
-        {u"stockpage"_s, u"个股页面"_s}, {u"sitepage"_s, u"个股行情网页"_s},
-        {u"newspage"_s, u"个股资讯"_s},  {u"search"_s, u"搜索"_s},
+        {u"quote"_s, u"行情"_s},
+        {u"history"_s, u"历史行情"_s},
+        {u"factors"_s, u"复权因子"_s},
+        {u"fundamentals"_s, u"基本面"_s},
+        {u"boards"_s, u"板块"_s},
+        {u"stocklist"_s, u"代码表"_s},
+        {u"chart"_s, u"走势图"_s},
+        {u"stockpage"_s, u"个股页面"_s},
+        {u"sitepage"_s, u"个股行情网页"_s},
+        {u"newspage"_s, u"个股资讯"_s},
+        {u"search"_s, u"搜索"_s},
         {u"vendor"_s, u"软件网站"_s},
     };
     return names.value(purpose, purpose);

@@ -13,16 +13,16 @@ Services readServices(const QString& iniPath) {
     const IniFile ini(iniPath);
     const ReadEntries read = readEntries(ini.text());
     Services services;
-    const QHash<QString, QList<Service>*> lists = {{u"quote"_s, &services.quote},
-                                                   {u"history"_s, &services.history},
-                                                   {u"factors"_s, &services.factors},
-                                                   {u"fundamentals"_s, &services.fundamentals},
-                                                   {u"boards"_s, &services.boards},
-                                                   {u"search"_s, &services.search}};
-    const QHash<QString, Service*> singles = {
-        {u"chart"_s, &services.chart},       {u"stockpage"_s, &services.stockpage},
-        {u"sitepage"_s, &services.sitepage}, {u"newspage"_s, &services.newspage},
-        {u"vendor"_s, &services.vendor}};
+    const QHash<QString, QList<Service>*> lists = {
+        {u"quote"_s, &services.quote},     {u"history"_s, &services.history},
+        {u"factors"_s, &services.factors}, {u"fundamentals"_s, &services.fundamentals},
+        {u"boards"_s, &services.boards},   {u"stocklist"_s, &services.stockList},
+        {u"search"_s, &services.search}};
+    const QHash<QString, Service*> singles = {{u"chart"_s, &services.chart},
+                                              {u"stockpage"_s, &services.stockpage},
+                                              {u"sitepage"_s, &services.sitepage},
+                                              {u"newspage"_s, &services.newspage},
+                                              {u"vendor"_s, &services.vendor}};
     for (const ServiceEntry& it : read.entries) {
         if (!it.isUsed) {
             continue;

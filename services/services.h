@@ -19,6 +19,7 @@ struct Services {
     QList<Service> fundamentals;  // 基本面
     QList<Service> boards;        // 板块: concepts, industries and regions with their stocks
     QList<Service> search;        // 搜索; the host of a page's takes the place of its pattern's
+    QList<Service> stockList;     // 代码表: the list of all stocks
 
     Service chart;      // 走势图: /newchart/
     Service stockpage;  // 个股页面: /realstock/company/

@@ -25,6 +25,10 @@ bool isOfShanghai(QStringView dm) {
     return dm.startsWith(u"SH") || dm.startsWith(u"sh");
 }
 
+bool isOfBeijing(QStringView dm) {
+    return isWholeCode(dm) && dm.startsWith(u"BJ");
+}
+
 QString exchangeOf(QStringView number) {
     return number.startsWith(u'6') ? u"SH"_s : u"SZ"_s;
 }

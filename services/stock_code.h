@@ -1,6 +1,6 @@
-// The rules of a code: its exchange, SH for Shanghai and SZ for Shenzhen, and six digits
-// (SH600000); in lower case towards the services. Its short name stands in the code table dmb.
-// Failed statements raise StoreError.
+// The rules of a code: its exchange, SH for Shanghai, SZ for Shenzhen and BJ for Beijing, and six
+// digits (SH600000); in lower case towards the services. Its short name stands in the code table
+// dmb. Failed statements raise StoreError.
 #pragma once
 
 #include <QString>
@@ -22,6 +22,9 @@ bool hasExchange(QStringView code);
 
 // The same for Shanghai alone, but in one case: "Sh" doesn't count.
 bool isOfShanghai(QStringView dm);
+
+// A stock of the exchange of Beijing (北交所), which only those have who want it: BJ920799.
+bool isOfBeijing(QStringView dm);
 
 // The exchange of a stock's bare number, which tells it by its first digit.
 QString exchangeOf(QStringView number);

@@ -13,6 +13,7 @@
 #include "services/fundamentals.h"
 #include "services/quote_source.h"
 #include "services/stock_code.h"
+#include "services/stock_list.h"
 
 namespace guanchao {
 
@@ -139,6 +140,29 @@ QCoro::Task<Finding> askPage(CheckDesk desk, Service service, QString path, Tell
     co_return reply.answered() ? tell(reply.body) : Finding{false, failureWords(reply)};
 }
 
+// The first page is enough to see whether a list is told.
+Finding tellStocks(const ListPage<ListedStock>& page) {
+    if (!page.fault.isEmpty() || page.rows.isEmpty()) {
+        return {false, page.fault.isEmpty() ? u"应答里没有股票"_s : page.fault};
+    }
+    const ListedStock& first = page.rows.first();
+    return {true, u"第一页 %1 只，%2 %3"_s.arg(page.rows.size()).arg(first.dm, first.name)};
+}
+
+QCoro::Task<Finding> askStockList(CheckDesk desk, Service service, std::stop_token stop) {
+    const std::shared_ptr<BoardKind> kind = boardKind(service.kind);
+    const QString path = stockListPath(service.kind, 1);
+    const HttpReply reply = co_await desk.http.get(service, path, stop);
+    if (!reply.answered()) {
+        co_return Finding{false, failureWords(reply)};
+    }
+    const Finding finding = tellStocks(kind->readStocks(reply.body));
+    if (!finding.answers) {
+        desk.http.complain(service, finding.words);
+    }
+    co_return Finding(finding);
+}
+
 Finding tellChart(const QByteArray& body) {
     const bool isPicture = body.startsWith("GIF8") || body.startsWith("\x89PNG");
     return {isPicture, isPicture ? u"图片，"_s + sizeWords(body) : u"应答不是图片"_s};
@@ -191,6 +215,7 @@ QList<Check> serviceChecks(const Services& services) {
         factorsCheck(u"没有分红"_s, services, stockWithoutDividend, false),
         {u"fundamentals"_s, {}, services.fundamentals, askFundamentals},
         {u"boards"_s, {}, services.boards, askBoards},
+        {u"stocklist"_s, {}, services.stockList, askStockList},
         pageCheck(u"chart"_s, services.chart, u"/newchart/min/n/%1.gif"_s.arg(code), tellChart),
         pageCheck(u"stockpage"_s, services.stockpage, u"/realstock/company/%1/nc.shtml"_s.arg(code),
                   tellStockPage),

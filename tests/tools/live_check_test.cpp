@@ -30,7 +30,8 @@ protected:
         for (const QString& kind :
              {u"history.2/tencent"_s, u"history.3/eastmoney"_s, u"history.4/csv"_s,
               u"factors/sina"_s, u"fundamentals/sina"_s, u"fundamentals.2/page"_s, u"boards/sina"_s,
-              u"boards.2/eastmoney"_s, u"search.2/eastmoney"_s}) {
+              u"boards.2/eastmoney"_s, u"stocklist/sina"_s, u"stocklist.2/eastmoney"_s,
+              u"search.2/eastmoney"_s}) {
             ini += section(kind.section(u'/', 0, 0),
                            u"kind="_s + kind.section(u'/', 1) + u"\nreferer=http://here/"_s);
         }
@@ -68,8 +69,8 @@ TEST_F(LiveCheckTest, EachServiceIsAskedAndToldOnce) {
     const Run run = check(sina + tencent, history);
     EXPECT_EQ(run.exitCode, 0) << run.end.toStdString();
     EXPECT_EQ(run.end, u"每一种用途都有网站应答。"_s);
-    EXPECT_EQ(run.rows.size(), 23);
-    EXPECT_EQ(with(run.rows, u"通"_s).size(), 23) << run.rows.join(u'\n').toStdString();
+    EXPECT_EQ(run.rows.size(), 25);
+    EXPECT_EQ(with(run.rows, u"通"_s).size(), 25) << run.rows.join(u'\n').toStdString();
     const QStringList days = run.rows.filter(u"历史行情（股票）"_s);
     ASSERT_EQ(days.size(), 4);
     for (const QString& row : days) {

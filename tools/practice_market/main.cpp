@@ -1,6 +1,6 @@
-// The practice market as a program: serves the stocks of CODES.csv, and the boards of a themes.csv
-// beside it, on a free port of 127.0.0.1, writes the port's number to PORT_FILE, and runs until it
-// is told to end or its parent ends. With
+// The practice market as a program: serves the stocks of CODES.csv, some of Beijing, and the boards
+// of a themes.csv beside it, on a free port of 127.0.0.1, writes the port's number to PORT_FILE,
+// and runs until it is told to end or its parent ends. With
 // --lively prices swing so widely that alarms come within a minute, at any hour.
 // Exit codes: 0 ended, 1 could not serve, 2 bad arguments.
 
@@ -68,6 +68,12 @@ void endWithParent() {
     }
 }
 
+// Of an exchange whose stocks only those have who want them: the list of codes has none.
+const std::vector<guanchao::PracticeStock> beijingStocks = {
+    {QStringLiteral("BJ920185"), QStringLiteral("贝特瑞")},
+    {QStringLiteral("BJ920493"), QStringLiteral("并行科技")},
+    {QStringLiteral("BJ920799"), QStringLiteral("艾融软件")}};
+
 constexpr qsizetype columnsOfThemes = 4;
 
 PracticeBoards boardsBeside(const QString& codesFile,
@@ -81,7 +87,8 @@ PracticeBoards boardsBeside(const QString& codesFile,
 void serve(const Arguments& arguments) {
     const sigset_t endSignals = blockEndSignals();
     endWithParent();
-    const auto stocks = guanchao::readPracticeStocks(arguments.codesFile);
+    auto stocks = guanchao::readPracticeStocks(arguments.codesFile);
+    stocks.insert(stocks.end(), beijingStocks.begin(), beijingStocks.end());
     PracticeMarket market(
         PracticeQuotes(stocks, arguments.pace), [] { return QDateTime::currentDateTime(); },
         boardsBeside(arguments.codesFile, stocks));

@@ -37,7 +37,10 @@ PracticeBoards::PracticeBoards(const std::vector<PracticeStock>& stocks,
     QMap<QString, QStringList> markets;
     QMap<QString, QStringList> exchanges;
     for (const PracticeStock& it : stocks) {
-        if (isStockCode(it.code)) {
+        if (isOfBeijing(it.code)) {
+            names_[it.code] = it.name;
+            exchanges[u"北京"_s] << it.code;
+        } else if (isStockCode(it.code)) {
             names_[it.code] = it.name;
             markets[marketOf(it.code)] << it.code;
             exchanges[isOfShanghai(it.code) ? u"上海"_s : u"深圳"_s] << it.code;
@@ -76,6 +79,9 @@ std::optional<QByteArray> PracticeBoards::reply(const QString& target) const {
         return gbkFromText(
             sinaStocks(value(u"node"_s), value(u"page"_s).toInt(), value(u"num"_s).toInt()));
     }
+    if (url.path().endsWith(u"getHQNodeStockCount"_s)) {
+        return '"' + QByteArray::number(codesOf(value(u"node"_s)).size()) + '"';
+    }
     if (url.path().endsWith(u"clist/get"_s)) {
         const int rows = std::min(value(u"pz"_s).toInt(), mostRowsOfEastmoney);
         return eastmoneyPage(value(u"fs"_s), value(u"pn"_s).toInt(), rows).toUtf8();
@@ -95,25 +101,49 @@ QString PracticeBoards::sinaBoards(const QString& word) const {
     return u"var S_Finance_bankuai_%1 = {%2}"_s.arg(word, entries.join(u','));
 }
 
-// The node hs_a has all stocks.
-QString PracticeBoards::sinaStocks(const QString& node, int page, int rows) const {
-    QStringList codes = node == u"hs_a"_s ? QStringList(names_.keys()) : QStringList();
+QStringList PracticeBoards::stocksOf(bool ofBeijing) const {
+    QStringList codes = names_.keys();
+    codes.removeIf([&](const QString& it) { return isOfBeijing(it) != ofBeijing; });
+    return codes;
+}
+
+// The node hs_a has all stocks of Shanghai and Shenzhen, hs_bjs those of Beijing.
+QStringList PracticeBoards::codesOf(const QString& node) const {
+    if (node == u"hs_a"_s || node == u"hs_bjs"_s) {
+        return stocksOf(node == u"hs_bjs"_s);
+    }
+    QStringList codes;
     for (const Sort& sort : sorts_) {
         for (const PracticeBoard& it : sort.boards) {
             codes << (it.node == node ? it.codes : QStringList());
         }
     }
+    return codes;
+}
+
+QString PracticeBoards::sinaStocks(const QString& node, int page, int rows) const {
     QStringList entries;
-    for (const QString& code : pageOf(codes, page, rows)) {
+    for (const QString& code : pageOf(codesOf(node), page, rows)) {
         entries << u"{symbol:\"%1\",code:\"%2\",name:\"%3\",trade:\"10.00\",changepercent:0.5}"_s
                        .arg(code.toLower(), code.right(codeDigits), names_[code]);
     }
     return u'[' + entries.join(u',') + u']';
 }
 
-// `wanted` is m:90+t:3 for boards, b:BK30001 for the stocks of one.
+QString PracticeBoards::eastmoneyStock(const QString& code) const {
+    return u"{\"f12\":\"%1\",\"f13\":%2,\"f14\":\"%3\"}"_s.arg(
+        code.right(codeDigits), isOfShanghai(code) ? u"1"_s : u"0"_s, names_[code]);
+}
+
+// `wanted` is m:90+t:3 for boards, b:BK30001 for the stocks of one, a list of markets for all.
 QString PracticeBoards::eastmoneyPage(const QString& wanted, int page, int rows) const {
     QStringList entries;
+    for (const QString& code : wanted.contains(u"m:0+t:6"_s) ? stocksOf(false) : QStringList()) {
+        entries << eastmoneyStock(code);
+    }
+    for (const QString& code : wanted.contains(u"m:0+t:81"_s) ? stocksOf(true) : QStringList()) {
+        entries << eastmoneyStock(code);
+    }
     for (const Sort& sort : sorts_) {
         for (const PracticeBoard& board : sort.boards) {
             if (wanted.endsWith(sort.eastmoney)) {
@@ -121,8 +151,7 @@ QString PracticeBoards::eastmoneyPage(const QString& wanted, int page, int rows)
             }
             for (const QString& code :
                  wanted == u"b:"_s + board.key ? board.codes : QStringList()) {
-                entries << u"{\"f12\":\"%1\",\"f13\":%2,\"f14\":\"%3\"}"_s.arg(
-                    code.right(codeDigits), isOfShanghai(code) ? u"1"_s : u"0"_s, names_[code]);
+                entries << eastmoneyStock(code);
             }
         }
     }

@@ -1,6 +1,6 @@
 // The boards of the practice market, in the shapes of Sina and Eastmoney: its themes are the
-// concepts, the markets of the exchanges its industries, the exchanges its regions. Both kinds tell
-// the same stocks, in the order of their codes. Nothing is thrown.
+// concepts, the markets of the exchanges its industries, the exchanges its regions; and the lists
+// of all stocks. Both kinds tell the same stocks, in the order of their codes. Nothing is thrown.
 #pragma once
 
 #include <QByteArray>
@@ -39,7 +39,10 @@ private:
 
     void add(Sort& sort, const QString& prefix, const QMap<QString, QStringList>& boards);
     QString sinaBoards(const QString& word) const;
+    QStringList stocksOf(bool ofBeijing) const;
+    QStringList codesOf(const QString& node) const;
     QString sinaStocks(const QString& node, int page, int rows) const;
+    QString eastmoneyStock(const QString& code) const;
     QString eastmoneyPage(const QString& wanted, int page, int rows) const;
 
     QMap<QString, QString> names_;  // by code

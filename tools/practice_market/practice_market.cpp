@@ -167,10 +167,11 @@ void PracticeMarket::addRoutes() {
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerHistory(request, response);
                  });
-    server_->Get(R"(/q/view/newFLJK\.php|/quotes_service/.+getHQNodeData|/api/qt/clist/get)",
-                 [this](const httplib::Request& request, httplib::Response& response) {
-                     answerBoards(request, response);
-                 });
+    server_->Get(
+        R"(/q/view/newFLJK\.php|/quotes_service/.+getHQNode(?:Data|StockCount)|/api/qt/clist/get)",
+        [this](const httplib::Request& request, httplib::Response& response) {
+            answerBoards(request, response);
+        });
     server_->Get("/newchart/.+",
                  [this](const httplib::Request& request, httplib::Response& response) {
                      answerChart(request, response);
