@@ -28,11 +28,13 @@ StoredBoard storeBoard(const Stores& stores, const QString& theme, const QList<L
     const int before = membersOf(store, theme);
     StoredBoard stored;
     for (const ListedStock& stock : stocks) {
-        if (!isStockCode(stock.dm)) {
+        const std::optional<QString> known = shortName(store, stock.dm);
+        // Those of Beijing are only for who has them in the code table.
+        if (!isStockCode(stock.dm) && !(known && isOfBeijing(stock.dm))) {
             ++stored.strangers;
             continue;
         }
-        const QString jc = shortName(store, stock.dm).value_or(stock.name);
+        const QString jc = known.value_or(stock.name);
         stored.added += addMembership(store, theme, stock.dm, jc, date) ? 1 : 0;
     }
     if (stored.added > 0) {

@@ -227,7 +227,7 @@ void LiveQuotes::read(QuotePart part, Runs& runs, const QList<Reading>& readings
 // False if the code is refused.
 bool LiveQuotes::readStock(const QString& typed) {
     const QString dm = trimBlanks(typed).toUpper();
-    if (!isStockCode(dm)) {
+    if (!isStockCode(dm) && !isOfBeijing(dm)) {
         refuseStock();
         return false;
     }
@@ -358,7 +358,7 @@ QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {
 void LiveQuotes::showStock(const QuoteRow& fields) {
     const QuoteActivity activity;
     if (hasStock(fields)) {
-        screen_.showStock(stockPanel(fields, fundamentals_, stockMean_, marketOpen()));
+        screen_.showStock(stockPanel(fields, fundamentals_, stockMean_, marketOpen(), dm_));
         stockFields_ = fields;
     } else {
         screen_.showNoStock(noData(dm_));

@@ -31,8 +31,14 @@ bool hasNarrowLimits(const QString& name) {
     return mark == u"ST" || mark == u"*S" || mark == u"SS";
 }
 
-void showLimits(StockPanel& panel, double formerClose) {
-    const double share = hasNarrowLimits(panel.name) ? 0.05 : 0.1;
+double limitShare(const QString& name, const QString& dm) {
+    if (isOfBeijing(dm)) {
+        return 0.3;
+    }
+    return hasNarrowLimits(name) ? 0.05 : 0.1;
+}
+
+void showLimits(StockPanel& panel, double formerClose, double share) {
     panel.limitUp = numberText(roundTo(formerClose * (1 + share), 2));
     panel.limitDown = numberText(roundTo(formerClose * (1 - share), 2));
 }
@@ -89,7 +95,7 @@ bool hasStock(const QuoteRow& fields) {
 }
 
 StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, double meanVolume,
-                      bool marketOpen) {
+                      bool marketOpen, const QString& dm) {
     const double latest = fields.number(field::latest);
     const double shares = fields.number(field::volume);
     StockPanel panel;
@@ -103,7 +109,7 @@ StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, 
     panel.time = quoteTime(fields);
     panel.bids = bookFrom(fields, field::firstBid);
     panel.asks = bookFrom(fields, field::firstAsk);
-    showLimits(panel, fields.number(field::formerClose));
+    showLimits(panel, fields.number(field::formerClose), limitShare(panel.name, dm));
     showValuation(panel, fields, fundamentals);
     panel.ratio = volumeRatio(fields, shares, meanVolume, marketOpen);
     return panel;

@@ -71,7 +71,7 @@ QString unknownLines(const QString& codes, const QSet<QString>& told) {
 }  // namespace
 
 bool TencentQuotes::knows(const QString& codes) const {
-    static const QRegularExpression list(u"^(s[hz]\\d{6},?)+$"_s);
+    static const QRegularExpression list(u"^((?:s[hz]|bj)\\d{6},?)+$"_s);
     return list.match(codes).hasMatch();
 }
 
@@ -80,7 +80,7 @@ QString TencentQuotes::path(const QString& codes) const {
 }
 
 QString TencentQuotes::lines(const QByteArray& body, const QString& codes) const {
-    static const QRegularExpression quote(u"v_(s[hz]\\d{6}|pv_none_match)=\"([^\"]*)\""_s);
+    static const QRegularExpression quote(u"v_((?:s[hz]|bj)\\d{6}|pv_none_match)=\"([^\"]*)\""_s);
     const QString text = textFromGbk(body);
     QString lines;
     QSet<QString> told;
