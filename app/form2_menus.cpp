@@ -7,6 +7,7 @@
 #include "exchange/article_import.h"
 #include "exchange/form3.h"
 #include "exchange/form33.h"
+#include "exchange/form35.h"
 #include "exchange/form_restore.h"
 #include "exchange/news_import.h"
 #include "heat/form25.h"
@@ -74,6 +75,7 @@ void Form2::connectWindows() {
     opens<Form27>(ui_->文章管理器);
     opens<Form3>(ui_->导入主题);
     opens<Form33>(ui_->导入概念板块);
+    opens<Form35>(ui_->更新代码表);
     opens<Form25>(ui_->新闻数量分析);
     opens<Form31>(ui_->公司新闻数量分析);
     opens<Form29>(ui_->商品价格监控);

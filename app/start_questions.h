@@ -1,6 +1,6 @@
 // What the program asks when it has started: whether the drafts of a run that broke off are opened,
-// and whether the websites of today take the place of those that an earlier program brought along
-// and that answer no more.
+// whether the websites of today take the place of those that an earlier program brought along and
+// that answer no more, and whether the code table that a new folder has is filled from the web.
 #pragma once
 
 #include <QCoro/QCoroTask>

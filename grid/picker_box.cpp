@@ -101,7 +101,7 @@ void PickerBox::listClicked() {
         return;
     }
     const QString line = item->text();
-    box_.setText(wholeLinesAbove_ ? trimBlanks(line) : codeOfCandidate(line));
+    box_.setText(wholeLinesAbove_ ? stockOfCandidate(line) : codeOfCandidate(line));
     list_.clear();
     hideList();
     emit chosen();

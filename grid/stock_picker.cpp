@@ -4,6 +4,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "services/delisted.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -31,13 +32,17 @@ bool isLetters(QStringView text) {
 bool isPrefixedCode(const QString& text) {
     const QString market = text.first(std::min<qsizetype>(2, text.size())).toUpper();
     return text.size() >= 3 && isDigits(QStringView(text).sliced(2)) &&
-           (market == u"SH"_s || market == u"SZ"_s);
+           (market == u"SH"_s || market == u"SZ"_s || market == u"BJ"_s);
 }
 
-QString stockHits(Connection& connection, const QString& statement) {
+QString stockHits(Connection& connection, const QString& condition) {
     QString found;
-    for (Recordset rows(connection, statement); !rows.atEnd(); rows.moveNext()) {
-        found += rows.value(u"dm").toText() + u"  "_s + rows.value(u"jc").toText() + separator;
+    for (Recordset rows(connection, u"select dm,jc,dm in "_s + delistedCodes(connection) +
+                                        u" as gone from dmb where "_s + condition);
+         !rows.atEnd(); rows.moveNext()) {
+        const bool isGone = rows.value(u"gone").toInteger() != 0;
+        found += rows.value(u"dm").toText() + u"  "_s + rows.value(u"jc").toText() +
+                 (isGone ? u"  "_s + delistedWord : QString()) + separator;
     }
     return found;
 }
@@ -49,20 +54,19 @@ QString chazhaodaima(const StoreFile& mainStore, const QString& text) {
     Connection connection = mainStore.open();
     const QString length = QString::number(text.size());
     QString found;
-    // Boards, whose codes begin with 9, are not offered.
-    if (isDigits(text) && text[0] != u'9') {
-        found +=
-            stockHits(connection, u"select dm,numdm,jc,shenmu FROM dmb where substr(numdm,1,"_s +
-                                      length + u")="_s + quoted(text));
+    if (isDigits(text)) {
+        // Boards have codes that begin with 9; of stocks only those of Beijing are offered.
+        const QString ofBeijing = text[0] == u'9' ? u" and dm like 'BJ%'"_s : QString();
+        found += stockHits(connection,
+                           u"substr(numdm,1,"_s + length + u")="_s + quoted(text) + ofBeijing);
     }
     if (isLetters(text)) {
-        found +=
-            stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(shenmu,1,"_s +
-                                      length + u")="_s + quoted(text.toLower()));
+        found += stockHits(connection,
+                           u"substr(shenmu,1,"_s + length + u")="_s + quoted(text.toLower()));
     }
     if (isPrefixedCode(text)) {
-        found += stockHits(connection, u"select  dm,numdm,jc,shenmu FROM dmb where substr(dm,1,"_s +
-                                           length + u")="_s + quoted(text.toUpper()));
+        found +=
+            stockHits(connection, u"substr(dm,1,"_s + length + u")="_s + quoted(text.toUpper()));
     }
     return found;
 }
@@ -74,6 +78,11 @@ QStringList candidateLines(const QString& candidates) {
 int candidateListHeight(const QString& candidates) {
     const auto upperBound = static_cast<int>(candidates.count(separator));
     return upperBound < 17 ? upperBound * 150 + 330 : 2900;
+}
+
+QString stockOfCandidate(const QString& line) {
+    const bool isGone = line.endsWith(delistedWord);
+    return trimBlanks(isGone ? line.chopped(delistedWord.size()) : line);
 }
 
 QString codeOfCandidate(const QString& line) {

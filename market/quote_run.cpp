@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "base/values.h"
+#include "services/delisted.h"
 #include "store/patience.h"
 
 namespace guanchao {
@@ -82,17 +83,15 @@ QString QuoteTally::words() const {
 }
 
 QCoro::Task<QuoteTally> QuoteRun::run(Report report, std::stop_token stop) {
-    return update(u"select dm,jc from dmb "_s, report, stop);
+    return update(u"1"_s, report, stop);
 }
 
 QCoro::Task<QuoteTally> QuoteRun::gengxinquanbu(Report report, std::stop_token stop) {
-    return update(
-        u"select dm,jc from dmb where dm!='SH000001' AND dm!='SH000300' and dm!='SZ399001'"_s,
-        report, stop);
+    return update(u"dm!='SH000001' AND dm!='SH000300' and dm!='SZ399001'"_s, report, stop);
 }
 
-QCoro::Task<QuoteTally> QuoteRun::update(QString codesQuery, Report report, std::stop_token stop) {
-    const auto read = [=, this] { return readBatches(codesQuery); };
+QCoro::Task<QuoteTally> QuoteRun::update(QString condition, Report report, std::stop_token stop) {
+    const auto read = [=, this] { return readBatches(condition); };
     const QList<CodeBatch> batches = co_await patiently(read, stop);
     const QuoteTally tally = co_await updateBatches(batches, report, stop);
     if (!tally.nothingCame()) {
@@ -116,10 +115,11 @@ QCoro::Task<QuoteTally> QuoteRun::updateBatches(QList<CodeBatch> batches, Report
     co_return tally;
 }
 
-QList<CodeBatch> QuoteRun::readBatches(const QString& codesQuery) const {
+QList<CodeBatch> QuoteRun::readBatches(const QString& condition) const {
     const Activity activity = updating();
     Connection connection = stores_.main.open();
-    Recordset codes(connection, codesQuery);
+    Recordset codes(connection, u"select dm,jc from dmb where dm not in "_s +
+                                    delistedCodes(connection) + u" and "_s + condition);
     return codeBatches(codes);
 }
 

@@ -57,19 +57,19 @@ public:
     QuoteRun(const Stores& stores, const Clock& clock, QuoteFeed& feed)
         : stores_(stores), clock_(clock), feed_(feed) {}
 
-    // The whole code table, indexes included. Some requests are on their way at a time; their
-    // replies are written in order, a batch a transaction, and stay if the run is stopped. `report`
-    // is called at the beginning and after each batch. Raises StoreError.
+    // The whole code table but for what is delisted, indexes included. Some requests are on their
+    // way at a time; their replies are written in order, a batch a transaction, and stay if the run
+    // is stopped. `report` is called at the beginning and after each batch. Raises StoreError.
     QCoro::Task<QuoteTally> run(Report report, std::stop_token stop);
 
     // 更新全部: the same without the three indexes. No control runs it at present.
     QCoro::Task<QuoteTally> gengxinquanbu(Report report, std::stop_token stop);
 
 private:
-    QCoro::Task<QuoteTally> update(QString codesQuery, Report report, std::stop_token stop);
+    QCoro::Task<QuoteTally> update(QString condition, Report report, std::stop_token stop);
     QCoro::Task<QuoteTally> updateBatches(QList<CodeBatch> batches, Report report,
                                           std::stop_token stop);
-    QList<CodeBatch> readBatches(const QString& codesQuery) const;
+    QList<CodeBatch> readBatches(const QString& condition) const;
     void storeTime();
 
     const Stores& stores_;

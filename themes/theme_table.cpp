@@ -4,6 +4,7 @@
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
 #include "market/trading_session.h"
+#include "services/delisted.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -31,19 +32,23 @@ void colourStocks(ResultGrid& grid, int fieldCount) {
     }
 }
 
-QString membersQuery(const QString& theme) {
+QString membersQuery(const QString& theme, const QString& time) {
     return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,xiangguandu as 相关度,"
            u"sp as 收盘,zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
-           u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dzhzhuti"
+           u"totalsl as 成交量,totaljine as 成交金额,"_s +
+           time +
+           u" as 更新时间 from dzhzhuti"
            u"  AS dzhzhuti1 INNER JOIN dmb AS dmb1 on dzhzhuti1.dm=dmb1.dm and"
            u" dzhzhuti1.zhutiname="_s +
            quoted(theme) + u"   order by zhangfu desc,dzhzhuti1.rowid"_s;
 }
 
-QString allStocksQuery() {
+QString allStocksQuery(const QString& time) {
     return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,"
            u"zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
-           u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from dmb"
+           u"totalsl as 成交量,totaljine as 成交金额,"_s +
+           time +
+           u" as 更新时间 from dmb"
            u" AS dmb1 left JOIN  (select dm,max(zhutiname) as zhutiname from dzhzhuti group by dm)"
            u"  AS dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc,dmb1.rowid"_s;
 }
@@ -113,23 +118,25 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold, Gr
 
 void ThemeTable::xianshizhutigu(const QString& theme) {
     const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
-    if (!fillStocks(theme == allStocks ? allStocksQuery() : membersQuery(theme))) {
+    if (!fillStocks(theme)) {
         dialogs_.tell(u"没有找到数据！"_s);
     }
 }
 
 void ThemeTable::refreshStocks() {
-    if (!stocksQuery_.isEmpty()) {
+    if (shownStocks_) {
         const Activity activity(u"读取主题个股"_s);
-        fillStocks(stocksQuery_);
+        fillStocks(*shownStocks_);
     }
 }
 
-bool ThemeTable::fillStocks(const QString& query) {
-    const bool same = stocksQuery_ == query;
-    stocksQuery_ = query;
+bool ThemeTable::fillStocks(QString theme) {
+    const bool same = shownStocks_ == theme;
+    shownStocks_ = theme;
     Connection connection = stores_.main.open();
-    Recordset stocks(connection, query);
+    const QString time = quoteTimeOrDelisted(connection);
+    Recordset stocks(connection,
+                     theme == allStocks ? allStocksQuery(time) : membersQuery(theme, time));
     const GridFill fill(stocks_,
                         same ? GridFill::Rows::ofTheSameList : GridFill::Rows::ofAnotherList);
     // Cleared in any case: a stock without a theme must not show the name of an earlier row.

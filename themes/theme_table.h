@@ -60,7 +60,7 @@ private:
 
     void readLabels(Connection& connection, const ShowLabels& showLabels);
     void fillThemes(Connection& connection, const QString& threshold, GridFill::Rows rows);
-    bool fillStocks(const QString& query);
+    bool fillStocks(QString theme);
     bool fillSearch(const Search& search);
     bool fillFound(Connection& connection, const Search& search, GridFill::Rows rows);
     void showFirstTheme(const QString& searched);
@@ -71,8 +71,8 @@ private:
     Dialogs& dialogs_;
     ResultGrid& themes_;
     ResultGrid& stocks_;
-    std::optional<Search> search_;  // whose themes are shown
-    QString stocksQuery_;           // of the stocks shown last; empty before the first
+    std::optional<Search> search_;        // whose themes are shown
+    std::optional<QString> shownStocks_;  // of which theme the stocks shown last are
 };
 
 }  // namespace guanchao

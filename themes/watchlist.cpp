@@ -3,6 +3,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "grid/tianchongbiao.h"
+#include "services/delisted.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -14,11 +15,14 @@ Watchlist::Watchlist(const Stores& stores, Dialogs& dialogs) : stores_(stores), 
 void Watchlist::list(ResultGrid& grid) const {
     const Activity activity(u"读取自选股"_s);
     Connection store = stores_.main.open();
-    Recordset stocks(store,
-                     u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
-                     u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
-                     u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
-                     u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
+    Recordset stocks(
+        store,
+        u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
+        u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
+        u"totaljine as 成交金额,"_s +
+            quoteTimeOrDelisted(store) +
+            u" as 行情时间 from dmb AS dmb1,"
+            u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
     const GridFill fill(grid);
     // Cleared first: a stock without a quote must not show the time of an earlier row.
     grid.clear();

@@ -36,6 +36,13 @@ create table dmb (
 );
 create index dmb_dm on dmb (dm);
 
+-- The codes of the code table that are no longer listed (退市). A store of an earlier program gets the
+-- table with its first code.
+create table tuishi (
+    dm text,                             -- as it stands in dmb
+    tuishitime text                      -- when the list of stocks no longer had it, time text
+);
+
 -- One row of parameters; the program only reads and updates it.
 create table tempcanshu (
     id integer,

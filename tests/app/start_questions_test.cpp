@@ -1,7 +1,11 @@
+#include "exchange/form35.h"
+#include "platform/qt_http_client.h"
 #include "services/standard_file.h"
 #include "tests/app/form2_fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/former_services.h"
+#include "tests/support/outcome_of.h"
+#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -40,6 +44,52 @@ TEST_F(StartQuestionsTest, ARefusalHoldsAndAFileOfTheUsersIsLeftAlone) {
     start(formerServices);
     EXPECT_FALSE(isAsked());
     EXPECT_EQ(contentOf(path_), formerServices);
+}
+
+TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsFilledOnce) {
+    const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s},
+                                               {u"SH600519"_s, u"贵州茅台"_s},
+                                               {u"SH601999"_s, u"新股"_s},
+                                               {u"SZ000001"_s, u"平安银行"_s}};
+    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
+                          PracticeBoards(stocks));
+    market.start();
+    http_.client = std::make_unique<QtHttpClient>();
+    const Service list = {market.host(), {}, 10, 1, 0, u"sina"_s};
+    const QString ini = environment_.applicationFolder + u"界面.ini"_s;
+    const struct {
+        const char* name;
+        QString host;  // of the quotes
+        bool isPractice;
+        QString seed;  // makes the table
+        bool answer, isAsked, isFilled;
+    } cases[] = {
+        {"practice", u"http://quotes"_s, true, u"'2026-01-01'"_s, true, false, false},
+        {"services of one's own", u"http://127.0.0.1:1"_s, false, u"'2026-01-01'"_s, true, false,
+         false},
+        {"codes have come since", u"http://quotes"_s, false, u"dm"_s, true, false, false},
+        {"refused", u"http://quotes"_s, false, u"'2026-01-01'"_s, false, true, false},
+        {"not again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false, false},
+        {"agreed", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true, true},
+    };
+    for (const auto& it : cases) {
+        if (it.isFilled) {
+            QFile::remove(ini);
+        }
+        services_.quote = {{it.host, {}}};
+        services_.stockList = {list};
+        services_.isPractice = it.isPractice;
+        store_.run({u"update dmb set newdmtime="_s + it.seed});
+        dialogs_.answer = it.answer;
+        start({});
+        const bool isAsked = std::ranges::any_of(
+            dialogs_.shown, [](const QString& shown) { return shown.contains(u"代码表补全"_s); });
+        EXPECT_EQ(isAsked, it.isAsked) << it.name;
+        EXPECT_EQ(environment_.openWindows.find<Form35>() != nullptr, it.isFilled) << it.name;
+    }
+    const auto& form = *environment_.openWindows.find<Form35>();
+    until([&] { return child<QPushButton>(&form, u"begin"_s)->isEnabled(); });
+    EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s), QStringList{u"新股"_s});
 }
 
 }  // namespace guanchao

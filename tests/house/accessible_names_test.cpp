@@ -5,6 +5,7 @@
 #include "articles/form27.h"
 #include "exchange/form3.h"
 #include "exchange/form33.h"
+#include "exchange/form35.h"
 #include "exchange/form_restore.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
@@ -44,11 +45,11 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
     const QWidget* (*const windows[])(Windows&) = {
-        opened<Form3>,  opened<Form4>,       opened<Form5>,  opened<Form6>,  opened<Form7>,
-        opened<Form8>,  opened<Form11>,      opened<Form12>, opened<Form21>, opened<Form22>,
-        opened<Form24>, opened<Form25>,      opened<Form26>, opened<Form27>, opened<Form28>,
-        opened<Form29>, opened<Form30>,      opened<Form31>, opened<Form32>, opened<Form33>,
-        opened<Form34>, opened<FormRestore>,
+        opened<Form3>,  opened<Form4>,  opened<Form5>,       opened<Form6>,  opened<Form7>,
+        opened<Form8>,  opened<Form11>, opened<Form12>,      opened<Form21>, opened<Form22>,
+        opened<Form24>, opened<Form25>, opened<Form26>,      opened<Form27>, opened<Form28>,
+        opened<Form29>, opened<Form30>, opened<Form31>,      opened<Form32>, opened<Form33>,
+        opened<Form34>, opened<Form35>, opened<FormRestore>,
     };
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);

@@ -1,0 +1,31 @@
+// What the user has said of the code table, in 界面.ini of the application folder.
+#pragma once
+
+#include <QSettings>
+
+namespace guanchao {
+
+class CodeTableSettings {
+public:
+    explicit CodeTableSettings(const QString& iniPath) : ini_(iniPath, QSettings::IniFormat) {}
+
+    // 北交所: whether its stocks are wanted.
+    bool wantsBeijing() const { return ini_.value(beijing_, false).toBool(); }
+    void setWantsBeijing(bool wanted) { ini_.setValue(beijing_, wanted); }
+
+    // Of the last update from a list, time text; empty before the first.
+    QString lastUpdate() const { return ini_.value(updated_).toString(); }
+    void setLastUpdate(const QString& time) { ini_.setValue(updated_, time); }
+
+    // Whether the offer of the start has been made.
+    bool isOffered() const { return ini_.value(offered_, false).toBool(); }
+    void setOffered() { ini_.setValue(offered_, true); }
+
+private:
+    QSettings ini_;
+    const QString beijing_ = QStringLiteral("代码表/北交所");
+    const QString updated_ = QStringLiteral("代码表/更新时间");
+    const QString offered_ = QStringLiteral("代码表/已问过");
+};
+
+}  // namespace guanchao

@@ -1,0 +1,65 @@
+// 更新代码表: asks a public service for the list of all stocks, page by page at its pace, and
+// brings the code table up to date in one transaction at the end: a stop, a failure or a kill
+// changes nothing. One object is one run.
+#pragma once
+
+#include <QElapsedTimer>
+#include <functional>
+
+#include "base/run_control.h"
+#include "exchange/code_table_changes.h"
+#include "platform/clock.h"
+#include "services/stock_list.h"
+
+namespace guanchao {
+
+// How far a run is, in stocks; a total of 0 is not known yet.
+struct CodeTableProgress {
+    QString step;
+    int done = 0;
+    int total = 0;
+    QString timeLeft;
+};
+
+struct CodeTableResult {
+    bool stopped = false;
+    bool hasList = false;
+    bool isWhole = false;
+    int listed = 0;
+    QString source;     // the service that has told the list
+    QStringList lacks;  // why others have not
+    CodeTableChanges changes;
+
+    // What came of it, in Chinese.
+    QString words() const;
+};
+
+class CodeTableUpdate {
+public:
+    using Progress = std::function<void(const CodeTableProgress&)>;
+
+    // `initialsPath` is the list of exceptions that the initials have.
+    CodeTableUpdate(const Stores& stores, const Clock& clock, HttpClient& http,
+                    QList<Service> services, QString initialsPath, RunControl& control,
+                    Progress progress);
+
+    // To its end, or until the control stops it. Raises StoreError.
+    QCoro::Task<CodeTableResult> run(bool withBeijing, std::stop_token stop);
+
+private:
+    QCoro::Task<> carryOut(bool withBeijing, std::stop_token stop);
+    QCoro::Task<> store(std::stop_token stop);
+    void showPages(qsizetype stocks, std::optional<qsizetype> total);
+
+    Stores stores_;
+    QString now_;
+    QString initialsPath_;
+    RunControl& control_;
+    Progress progress_;
+    StockList list_;
+
+    CodeTableResult result_;
+    QElapsedTimer working_;
+};
+
+}  // namespace guanchao

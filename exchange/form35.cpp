@@ -1,0 +1,140 @@
+#include "exchange/form35.h"
+
+#include <QHeaderView>
+#include <QScopeGuard>
+#include <algorithm>
+
+#include "base/values.h"
+#include "base/worker.h"
+#include "exchange/code_table_settings.h"
+#include "frame/run_share.h"
+#include "ui_form35.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+Form35::Form35(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form35>()),
+      iniPath_(environment.applicationFolder + u"界面.ini"_s),
+      runs_(environment.failures) {
+    ui_->setupUi(this);
+    for (const auto& [column, width] : {std::pair(0, 90), {1, 110}, {2, 150}}) {
+        ui_->list->setColumnWidth(column, width);
+    }
+    ui_->beijing->setChecked(CodeTableSettings(iniPath_).wantsBeijing());
+    showWords({});
+    connectControls();
+    showState();
+    runs_.start([this](std::stop_token stop) { return readTable(stop); });
+}
+
+Form35::~Form35() = default;
+
+void Form35::connectControls() {
+    connect(ui_->beijing, &QCheckBox::toggled, this,
+            [this](bool wanted) { CodeTableSettings(iniPath_).setWantsBeijing(wanted); });
+    connect(ui_->begin, &QPushButton::clicked, this, &Form35::begin);
+    connect(ui_->stop, &QPushButton::clicked, this, &Form35::stopUpdate);
+    connect(&stopKey_, &QShortcut::activated, this, &Form35::stopUpdate);
+}
+
+QCoro::Task<> Form35::readTable(std::stop_token stop) {
+    const auto job = [stores = environment_.stores](const auto&) { return readKnownCodes(stores); };
+    const KnownCodes known = co_await inWorker(job, stop);
+    showTable(known);
+}
+
+void Form35::begin() {
+    if (!updating_) {
+        runs_.start([this](std::stop_token stop) { return update(stop); });
+    }
+}
+
+QCoro::Task<> Form35::update(std::stop_token stop) {
+    control_ = std::make_unique<RunControl>();
+    updating_ = true;
+    ui_->list->clear();
+    showWords({});
+    showState();
+    const auto end = qScopeGuard([this] {
+        updating_ = false;
+        showState();
+    });
+    CodeTableUpdate run(environment_.stores, environment_.clock, environment_.client,
+                        environment_.services.stockList,
+                        environment_.applicationFolder + u"initials.csv"_s, *control_,
+                        [this](const CodeTableProgress& it) { showProgress(it); });
+    const CodeTableResult result = co_await run.run(ui_->beijing->isChecked(), stop);
+    showResult(result);
+    co_await readTable(stop);
+}
+
+void Form35::stopUpdate() {
+    if (updating_) {
+        control_->stop();
+        showState();
+    }
+}
+
+void Form35::showTable(const KnownCodes& known) {
+    const auto gone = std::ranges::count_if(known, &KnownCode::isDelisted);
+    const QString last = CodeTableSettings(iniPath_).lastUpdate();
+    ui_->summary->setText(
+        u"代码表里有 %1 只%2。%3"_s.arg(known.size())
+            .arg(gone > 0 ? u"，其中已退市 %1 只"_s.arg(gone) : QString(),
+                 last.isEmpty() ? u"还没有从名单更新过。"_s : u"上次更新：%1"_s.arg(last)));
+}
+
+void Form35::showProgress(const CodeTableProgress& progress) {
+    ui_->step->setText(progress.step);
+    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
+}
+
+void Form35::showResult(const CodeTableResult& result) {
+    if (!result.stopped && result.hasList) {
+        CodeTableSettings(iniPath_).setLastUpdate(timeText(environment_.clock.now()));
+    }
+    showChanges(result.changes);
+    showWords(result.words());
+}
+
+void Form35::showChanges(const CodeTableChanges& changes) {
+    QList<QTreeWidgetItem*> items;
+    const auto add = [&](const QString& what, const ListedStock& stock, const QString& before) {
+        items << new QTreeWidgetItem({what, stock.dm, stock.name, before});
+    };
+    for (const ListedStock& it : changes.delisted) {
+        add(u"退市"_s, it, {});
+    }
+    for (const ListedStock& it : changes.back) {
+        add(u"恢复"_s, it, {});
+    }
+    for (const CodeTableChanges::Renamed& it : changes.renamed) {
+        add(u"改名"_s, it.stock, it.before);
+    }
+    for (const ListedStock& it : changes.added) {
+        add(u"新上市"_s, it, {});
+    }
+    ui_->list->addTopLevelItems(items);
+}
+
+void Form35::showWords(const QString& words) {
+    ui_->words->setText(shortened(words, longestShownMessage));
+    ui_->words->setVisible(!words.isEmpty());
+}
+
+void Form35::showState() {
+    const bool isStopping = updating_ && control_->isStopped();
+    ui_->beijing->setEnabled(!updating_);
+    ui_->begin->setEnabled(!updating_);
+    ui_->stop->setEnabled(updating_ && !isStopping);
+    ui_->stop->setText(isStopping ? u"正在停止…"_s : u"停止(&S)"_s);
+    stopKey_.setEnabled(updating_);
+    ui_->step->setVisible(updating_);
+    ui_->progress->setVisible(updating_);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,250 @@
+#include "exchange/code_table_update.h"
+
+#include "grid/stock_picker.h"
+#include "market/quote_run.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/store_test.h"
+#include "themes/watchlist.h"
+
+namespace guanchao {
+
+// On a table of five stocks in each exchange, SH600001 股1 and so on, and the index.
+class CodeTableUpdateTest : public StoreTest {
+protected:
+    CodeTableUpdateTest() {
+        store_.addCode(u"SH000001"_s, u"上证指数"_s, 3000, 1);
+        for (int it = 1; it <= 5; ++it) {
+            store_.addCode(u"SH60000%1"_s.arg(it), u"股%1"_s.arg(it), 8, 5);
+            store_.addCode(u"SZ00000%1"_s.arg(it), u"深%1"_s.arg(it), 8, 5);
+        }
+        list_ = stocks();
+        http_.answer = [this](const QString& path) -> std::optional<QByteArray> {
+            const QStringList& list = path.contains(u"hs_bjs"_s) ? beijing_ : list_;
+            if (path.contains(u"StockCount"_s)) {
+                return told_.value_or('"' + QByteArray::number(list.size()) + '"');
+            }
+            return path.contains(u"page=1&"_s) ? sinaPage(list) : "[]";
+        };
+    }
+
+    static QByteArray sinaPage(const QStringList& list) {
+        QStringList rows;
+        for (const QString& it : list) {
+            rows << u"{\"symbol\":\"%1\",\"name\":\"%2\"}"_s.arg(it.section(u'|', 0, 0).toLower(),
+                                                                 it.section(u'|', 1));
+        }
+        return '[' + rows.join(u',').toUtf8() + ']';
+    }
+    QStringList stocks() {
+        return store_.rows(u"select dm,jc from dmb where dm!='SH000001' order by rowid"_s);
+    }
+    QStringList delisted() { return store_.rows(u"select dm from tuishi order by dm"_s); }
+
+    CodeTableResult update(bool withBeijing = false) {
+        control_ = std::make_unique<RunControl>();
+        const QString exceptions = QStringLiteral(GUANCHAO_SOURCE_DIR "/data/initials.csv");
+        CodeTableUpdate run(store_.stores, clock_, http_, {{{}, {}, 0, 1, 0, u"sina"_s}},
+                            exceptions, *control_,
+                            [this](const CodeTableProgress& it) { onProgress_(it); });
+        return endOf(run.run(withBeijing, {}));
+    }
+
+    QStringList list_;  // of Shanghai and Shenzhen: what the service has
+    QStringList beijing_ = {u"BJ920001|京一"_s};
+    std::optional<QByteArray> told_;
+    std::unique_ptr<RunControl> control_;
+    std::function<void(const CodeTableProgress&)> onProgress_ = [](const CodeTableProgress&) {};
+};
+
+TEST_F(CodeTableUpdateTest, WhatAListChanges) {
+    const QString mark = u"insert into tuishi(dm) values('SZ000005')"_s;
+    const QString beijing = u"insert into dmb(dm,jc) values('BJ920009','京九')"_s;
+    const struct {
+        const char* name;
+        QStringList before;  // statements
+        std::function<void(QStringList&)> change;
+        bool wantsBeijing;
+        QStringList gone, come, delisted;  // rows of dmb; marks
+    } cases[] = {
+        {"nothing new", {}, [](QStringList&) {}, false, {}, {}, {}},
+        {"a new one",
+         {},
+         [](QStringList& l) { l << u"SZ301001|凯淳 股份"_s; },
+         false,
+         {},
+         {u"SZ301001|凯淳股份"_s},
+         {}},
+        {"another name",
+         {},
+         [](QStringList& l) { l.replaceInStrings(u"深3"_s, u"*ST深"_s); },
+         false,
+         {u"SZ000003|深3"_s},
+         {u"SZ000003|*ST深"_s},
+         {}},
+        {"the same name in other letters",
+         {},
+         [](QStringList& l) { l.replaceInStrings(u"深3"_s, u"深 ３"_s); },
+         false,
+         {},
+         {},
+         {}},
+        {"the mark of a day",
+         {},
+         [](QStringList& l) { l.replaceInStrings(u"深3"_s, u"XD深3"_s); },
+         false,
+         {},
+         {},
+         {}},
+        {"no longer listed",
+         {},
+         [](QStringList& l) { l.removeAt(9); },
+         false,
+         {},
+         {},
+         {u"SZ000005"_s}},
+        {"marked, and still not listed",
+         {mark},
+         [](QStringList& l) { l.removeAt(9); },
+         false,
+         {},
+         {},
+         {u"SZ000005"_s}},
+        {"listed again", {mark}, [](QStringList&) {}, false, {}, {}, {}},
+        {"Beijing unwanted stays as it is", {beijing}, [](QStringList&) {}, false, {}, {}, {}},
+        {"Beijing wanted", {}, [](QStringList&) {}, true, {}, {u"BJ920001|京一"_s}, {}},
+    };
+    const QStringList all = list_;
+    for (const auto& it : cases) {
+        store_.run({u"delete from tuishi"_s, u"delete from dmb"_s});
+        for (const QString& row : all) {
+            store_.addCode(row.section(u'|', 0, 0), row.section(u'|', 1), 8, 5);
+        }
+        store_.addCode(u"SH000001"_s, u"上证指数"_s, 3000, 1);
+        store_.run(it.before);
+        QStringList expected = stocks();
+        list_ = all;
+        it.change(list_);
+        const CodeTableResult result = update(it.wantsBeijing);
+        EXPECT_TRUE(result.hasList) << it.name << result.words().toStdString();
+        for (const QString& row : it.gone) {
+            expected.removeAll(row);
+        }
+        expected << it.come;
+        QStringList found = stocks();
+        found.sort();
+        expected.sort();
+        EXPECT_EQ(found, expected) << it.name;
+        EXPECT_EQ(delisted(), it.delisted) << it.name;
+    }
+}
+
+TEST_F(CodeTableUpdateTest, NewAndRenamedStocksHaveTheirInitials) {
+    list_.replaceInStrings(u"深3"_s, u"平安银行"_s);
+    list_ << u"SH688001|华兴源创"_s;
+    const CodeTableResult result = update();
+    EXPECT_TRUE(result.words().contains(
+        u"sina 的名单有 11 只：新上市 1 只，改名 1 只，退市 0 只，恢复 0 只。"_s));
+    EXPECT_EQ(result.changes.renamed[0].before, u"深3"_s);
+    EXPECT_EQ(store_.rows(u"select dm,numdm,shenmu,newdmtime from dmb where dm in"
+                          u" ('SH688001','SZ000003') order by dm"_s),
+              QStringList(
+                  {u"SH688001|688001|hxyc|2026-11-24 10:00:00"_s, u"SZ000003|000003|payh|null"_s}));
+}
+
+TEST_F(CodeTableUpdateTest, AListThatCantBeOfAllChangesNothing) {
+    const QStringList before = stocks();
+    const struct {
+        const char* name;
+        std::function<void()> spoil;
+        QString word;
+    } cases[] = {
+        {"an exchange is missing",
+         [this] { list_.removeIf([](const QString& it) { return it.startsWith(u"SZ"_s); }); },
+         u"名单里没有深市的股票"_s},
+        {"two of five are missing",
+         [this] {
+             list_.removeIf([](const QString& it) {
+                 return it.startsWith(u"SH600001"_s) || it.startsWith(u"SH600002"_s);
+             });
+         },
+         u"代码表里沪市的 5 只，只有 3 只在名单里"_s},
+        {"Beijing is missing", [this] { beijing_.clear(); }, u"名单里没有北交所的股票"_s},
+        {"a page", [this] { http_.answer = [](const QString&) { return "<html>"; }; },
+         u"应答里没有股票"_s},
+        {"silence", [this] { http_.answer = [](const QString&) { return std::nullopt; }; },
+         u"没有应答"_s},
+    };
+    const QStringList all = list_;
+    const auto answer = http_.answer;
+    for (const auto& it : cases) {
+        list_ = QStringList{u"SH600099|新股"_s} + all;
+        beijing_ = QStringList{u"BJ920001|京一"_s};
+        http_.answer = answer;
+        it.spoil();
+        const CodeTableResult result = update(true);
+        EXPECT_FALSE(result.hasList) << it.name;
+        EXPECT_TRUE(result.words().contains(it.word)) << result.words().toStdString();
+        EXPECT_EQ(stocks(), before) << it.name;
+        EXPECT_EQ(delisted(), QStringList()) << it.name;
+    }
+}
+
+TEST_F(CodeTableUpdateTest, AListWithoutItsNumberDelistsNobody) {
+    for (const QByteArray& told : {QByteArray("<html>"), QByteArray("\"11\"")}) {
+        told_ = told;
+        list_ = QStringList{u"SH600099|新股"_s} + list_;
+        list_.removeLast();
+        const CodeTableResult result = update();
+        EXPECT_EQ(delisted(), QStringList());
+        EXPECT_TRUE(result.words().contains(u"这次不判断退市"_s));
+        EXPECT_TRUE(stocks().contains(u"SH600099|新股"_s));
+    }
+}
+
+TEST_F(CodeTableUpdateTest, AFailureOrAStopLeavesTheTableAsItWas) {
+    list_.replaceInStrings(u"深3"_s, u"新名"_s);
+    list_.removeAt(9);
+    list_ << u"SH600099|新股"_s;
+    const QStringList before = stocks();
+    store_.run({u"create trigger t before insert on tuishi begin select raise(abort,'no'); end"_s});
+    EXPECT_THROW(update(), StoreError);
+    EXPECT_EQ(stocks(), before);
+    store_.run({u"drop trigger t"_s});
+    onProgress_ = [this](const CodeTableProgress& it) {
+        if (it.done > 0) {
+            control_->stop();
+        }
+    };
+    EXPECT_EQ(update().words(), u"已停止，代码表没有改变。"_s);
+    EXPECT_EQ(stocks(), before);
+}
+
+// In a store of an earlier program too, which has no table of them.
+TEST_F(CodeTableUpdateTest, WhatIsDelistedStaysAndIsAskedForNoMore) {
+    store_.run({u"drop table tuishi"_s, u"insert into zixuangu(dm) values('SZ000005')"_s});
+    FakeHttp quotes;
+    QuoteFeed feed(store_.stores, globals_, clock_, QuoteSource(quotes, clock_, {Service()}));
+    QuoteRun run(store_.stores, clock_, feed);
+    const auto asked = [&] {
+        quotes.paths.clear();
+        endOf(run.run([](const QuoteProgress&) {}, {}));
+        return quotes.paths.join(u' ').count(u"sz00000"_s);
+    };
+    EXPECT_EQ(asked(), 5);
+    EXPECT_EQ(chazhaodaima(store_.stores.main, u"000005"_s), u"SZ000005  深5&&"_s);
+    list_.removeIf([](const QString& it) { return it.startsWith(u"SZ000005"_s); });
+    EXPECT_EQ(update().changes.delisted.size(), 1);
+    EXPECT_EQ(asked(), 4);
+    const QString line = candidateLines(chazhaodaima(store_.stores.main, u"000005"_s)).value(0);
+    EXPECT_EQ(line, u"SZ000005  深5  已退市"_s);
+    EXPECT_EQ(codeOfCandidate(line), u"SZ000005"_s);
+    EXPECT_EQ(stockOfCandidate(line), u"SZ000005  深5"_s);
+    Watchlist(store_.stores, dialogs_).list(grid_);
+    EXPECT_EQ(grid_.textMatrix(1, 11), u"已退市"_s);
+    EXPECT_EQ(grid_.textMatrix(1, 2), u"深5"_s) << "its name is that of the table";
+    EXPECT_EQ(store_.rows(u"select sp,zhangfu from dmb where dm='SZ000005'"_s),
+              QStringList{u"8|0"_s})
+        << "it moves its themes no more";
+}
+
+}  // namespace guanchao

@@ -1,0 +1,103 @@
+#include "exchange/form35.h"
+
+#include <QCheckBox>
+#include <QTest>
+#include <QThreadPool>
+#include <QTreeWidget>
+
+#include "platform/qt_http_client.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/window_test.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+class Form35Test : public WindowTest {
+protected:
+    Form35Test() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
+        market_.start();
+        http_.client = std::make_unique<QtHttpClient>();
+        services_.stockList = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        store_.addCode(u"SH600519"_s, u"老名字"_s, 1, 1);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
+    }
+
+    PracticeBoards boards() const { return PracticeBoards(stocks_); }
+    void openRead() {
+        open<Form35>();
+        until([this] { return !label(u"summary"_s).isEmpty(); });
+    }
+    void untilEnd() {
+        until([this] { return button(u"begin"_s)->isEnabled(); });
+    }
+    QStringList rows() const {
+        const auto& list = *find<QTreeWidget>(u"list"_s);
+        QStringList rows;
+        for (int at = 0; at < list.topLevelItemCount(); ++at) {
+            const QTreeWidgetItem& item = *list.topLevelItem(at);
+            rows << item.text(0) + u' ' + item.text(1) + u' ' + item.text(2) + u' ' + item.text(3);
+        }
+        return rows;
+    }
+
+    const std::vector<PracticeStock> stocks_ = {{u"SH600519"_s, u"贵州茅台"_s},
+                                                {u"SZ000001"_s, u"平安银行"_s},
+                                                {u"SZ000002"_s, u"万科A"_s},
+                                                {u"BJ920799"_s, u"艾融软件"_s}};
+    PracticeMarket market_;
+};
+
+TEST_F(Form35Test, TellsWhatIsThereAndWhatHasChanged) {
+    openRead();
+    EXPECT_EQ(label(u"summary"_s), u"代码表里有 2 只。还没有从名单更新过。"_s);
+    click(u"begin"_s);
+    untilEnd();
+    EXPECT_EQ(rows(),
+              QStringList({u"改名 SH600519 贵州茅台 老名字"_s, u"新上市 SZ000002 万科A "_s}));
+    EXPECT_EQ(label(u"summary"_s), u"代码表里有 3 只。上次更新：2026-11-24 10:00:00"_s);
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"更新完成。"_s));
+    QTest::keyClick(find<QCheckBox>(u"beijing"_s), Qt::Key_Space);
+    openRead();
+    EXPECT_TRUE(find<QCheckBox>(u"beijing"_s)->isChecked()) << "it is remembered";
+    QTest::keyClick(button(u"begin"_s), Qt::Key_Space);
+    untilEnd();
+    EXPECT_EQ(rows(), QStringList{u"新上市 BJ920799 艾融软件 "_s});
+}
+
+TEST_F(Form35Test, EscapeStopsTheUpdateAndThenCloses) {
+    openRead();
+    http_.onGet = [this] { QTest::keyClick(form_, Qt::Key_Escape); };
+    click(u"begin"_s);
+    untilEnd();
+    http_.onGet = nullptr;
+    EXPECT_EQ(label(u"words"_s), u"已停止，代码表没有改变。"_s);
+    EXPECT_EQ(label(u"summary"_s), u"代码表里有 2 只。还没有从名单更新过。"_s);
+    EXPECT_TRUE(form_->isVisible());
+    QTest::keyClick(form_, Qt::Key_Escape);
+    EXPECT_FALSE(form_ && form_->isVisible());
+}
+
+// While the table is read, at each request, and while it is written.
+TEST_F(Form35Test, MayBeClosedAtEachOfItsWaits) {
+    open<Form35>();
+    closeWindows();
+    deleteClosedWindows();
+    for (int waits = 0; waits <= 3; ++waits) {
+        openRead();
+        int heard = 0;
+        http_.onGet = [&] {
+            if (heard++ == waits) {
+                closeWindows();
+            }
+        };
+        click(u"begin"_s);
+        until([&] { return heard > waits || button(u"begin"_s)->isEnabled(); });
+        http_.onGet = nullptr;
+        closeWindows();
+        deleteClosedWindows();
+    }
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(failures_.told, QStringList());
+}
+
+}  // namespace guanchao
