@@ -241,24 +241,25 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
     const auto end = qScopeGuard([this] { showTesting(false); });
     checkWords_.clear();
     readAnew();
-    const auto read = [this] { return checks(); };
-    const QList<Check> wanted = co_await patiently(read, stop);
     CheckRun run(
         environment_.client, environment_.clock, betweenChecks,
         [this](const CheckRow& row) { showFound(row); },
         [this](const Check& check, const Service& service) { showBegun(check, service); });
-    co_await run.run(wanted, stop);
+    co_await run.run(serviceChecks(environment_.services), stop);
+    // Last: a search address that is none ends the test.
+    const auto read = [this] { return checksOfSearch(); };
+    const QList<Check> search = co_await patiently(read, stop);
+    co_await run.run(search, stop);
 }
 
 // The search site as the collector has it.
-QList<Check> Form34::checks() const {
+QList<Check> Form34::checksOfSearch() const {
     const StoreFile& heat = environment_.stores.heat;
     const QString pages = QFileInfo::exists(heat.path)
                               ? readRunOrder(heat, environment_.clock).yinqingurl
                               : publicSearchPages;
     const QString settings = environment_.applicationFolder + u"caijiqi.ini"_s;
-    return serviceChecks(environment_.services)
-           << searchCheck(environment_.services, pages, readCollectorSettings(settings));
+    return {searchCheck(environment_.services, pages, readCollectorSettings(settings))};
 }
 
 void Form34::showTesting(bool testing) {

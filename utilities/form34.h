@@ -47,7 +47,7 @@ private:
     QCoro::Task<> takeStandard(std::stop_token stop);
 
     QCoro::Task<> test(std::stop_token stop);
-    QList<Check> checks() const;
+    QList<Check> checksOfSearch() const;
     void showTesting(bool testing);
     void showBegun(const Check& check, const Service& service);
     void showFound(const CheckRow& row);
