@@ -66,6 +66,13 @@ void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note) {
     }
 }
 
+void renameNotes(Connection& heat, const QString& table, const QString& item, const QString& name) {
+    if (hasNotes(heat)) {
+        heat.execute(u"update or replace xinwenshuoming set item="_s + quoted(name) +
+                     u" where biao="_s + quoted(table) + u" and item="_s + quoted(item));
+    }
+}
+
 LowerBounds readLowerBounds(Connection& heat, const QString& table, const QString& condition) {
     LowerBounds bounds;
     if (!hasNotes(heat)) {

@@ -34,6 +34,9 @@ NewsNote readNewsNote(Connection& heat, const NewsRow& row);
 // In place of the row's former note.
 void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note);
 
+// The notes of an item of the table go with it to its new name.
+void renameNotes(Connection& heat, const QString& table, const QString& item, const QString& name);
+
 // Counts that are lower bounds, each as date text, item and the count's column in the lists.
 using LowerBounds = QSet<QStringList>;
 

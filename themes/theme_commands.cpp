@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "heat/news_notes.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
 #include "themes/membership.h"
@@ -179,6 +180,7 @@ void ThemeCommands::renameInAllTables(const QString& theme, const QString& name)
     activity.wrote(u"主题监控"_s);
     Connection heat = stores_.heat.open();
     heat.execute(u"update xinwenshul"_s + change);
+    renameNotes(heat, u"xinwenshul"_s, theme, name);
 }
 
 QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "heat/news_notes.h"
 #include "store/failure.h"
 #include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
@@ -92,6 +93,10 @@ TEST_F(ThemeCommandsTest, AttentionAndRelevanceTakeWholeNumbersInTheirRange) {
 
 TEST_F(ThemeCommandsTest, ANewNameGoesIntoAllFourTables) {
     addOtherTables();
+    Connection heat = store_.stores.heat.open();
+    const NewsNote bound{u"eastmoney"_s, false, true, false};
+    writeNewsNote(heat, {u"xinwenshul"_s, u"白酒"_s, u"2026-11-24"_s}, bound);
+    writeNewsNote(heat, {u"xinwenshul"_s, u"银行"_s, u"2026-11-24"_s}, {u"eastmoney"_s});
     dialogs_.typed = u"  "_s;
     EXPECT_EQ(outcomeOf(commands_.rename(u"白酒"_s, {})), Redraw::none);
     dialogs_.typed = u" 银行 "_s;
@@ -102,6 +107,7 @@ TEST_F(ThemeCommandsTest, ANewNameGoesIntoAllFourTables) {
                           u" select zhutiname from zhutijiankong"_s),
               QStringList({u"银行"_s, u"银行"_s}));
     EXPECT_EQ(heatRows(u"select zhutiname from xinwenshul"_s), QStringList{u"银行"_s});
+    EXPECT_EQ(readNewsNote(heat, {u"xinwenshul"_s, u"银行"_s, u"2026-11-24"_s}), bound);
 }
 
 TEST_F(ThemeCommandsTest, AFailedRenameKeepsWhatItDidAndTellsWhat) {
