@@ -76,6 +76,7 @@ TEST(StockQuote, LimitsAreNarrowForSpecialTreatment) {
         EXPECT_EQ(panel.limitUp, it.up) << it.name.toStdString();
         EXPECT_EQ(panel.limitDown, it.down) << it.name.toStdString();
     }
+    EXPECT_EQ(stockPanel(reply(), {}, 0, true, u"BJ920799"_s).limitUp, u"13"_s) << "of Beijing";
 }
 
 TEST(StockQuote, ValuationFollowsTheReport) {

@@ -39,10 +39,11 @@ TEST(QuoteTencent, ALineBecomesOneOfTheUsualPositions) {
                          tencentLine(u"sh000001"_s, u"3500.1"_s, u"20261124150003"_s) +
                          tencentLine(u"sz000001"_s, u"12"_s, u"2026"_s) +
                          tencentLine(u"sz000002"_s, u"1' or 1"_s, u"20261124150003"_s) +
+                         tencentLine(u"bj920799"_s, u"33.1"_s, u"20261124150003"_s) +
                          u"v_sz000003=\"1~短\";\nv_pv_none_match=\"1\";\n"_s;
     const QString asked = u"sh600519,sh000001,sz000001,sz000002,sz000003,"_s;
     const QList<QuoteRow> rows = quoteRows(TencentQuotes().lines(gbkFromText(text), asked));
-    ASSERT_EQ(rows.size(), 4) << "without the time or the fields there is no quote";
+    ASSERT_EQ(rows.size(), 5) << "without the time or the fields there is no quote";
     EXPECT_EQ(rows[0].dm(), u"SH600519"_s);
     EXPECT_EQ(rows[0].text(field::name), u"贵州茅台"_s);
     QStringList figures;
@@ -54,6 +55,8 @@ TEST(QuoteTencent, ALineBecomesOneOfTheUsualPositions) {
     EXPECT_EQ(rows[0].text(field::day) + rows[0].text(field::time), u"2026-11-2415:00:03"_s);
     EXPECT_EQ(rows[1].number(field::volume), 52477) << "of this index the lines count lots";
     EXPECT_THROW(rows[2].number(field::latest), OperationError);
+    EXPECT_EQ(rows[3].dm(), u"BJ920799"_s);
+    EXPECT_TRUE(TencentQuotes().knows(u"sh600519,bj920799,"_s));
 }
 
 class QuoteSourceTest : public ::testing::Test {
