@@ -1,6 +1,5 @@
 #include "exchange/form35.h"
 
-#include <QHeaderView>
 #include <QScopeGuard>
 #include <algorithm>
 
@@ -21,9 +20,9 @@ Form35::Form35(Environment& environment, Windows&)
       iniPath_(environment.applicationFolder + u"界面.ini"_s),
       runs_(environment.failures) {
     ui_->setupUi(this);
-    for (const auto& [column, width] : {std::pair(0, 90), {1, 110}, {2, 150}}) {
-        ui_->list->setColumnWidth(column, width);
-    }
+    ui_->list->setColumnWidth(0, 90);
+    ui_->list->setColumnWidth(1, 110);
+    ui_->list->setColumnWidth(2, 150);
     ui_->beijing->setChecked(CodeTableSettings(iniPath_).wantsBeijing());
     showWords({});
     connectControls();

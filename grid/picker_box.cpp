@@ -8,6 +8,7 @@
 #include "grid/short_texts.h"
 #include "grid/stock_picker.h"
 #include "grid/twips.h"
+#include "services/delisted.h"
 #include "store/patience.h"
 
 namespace guanchao {
@@ -81,16 +82,21 @@ void PickerBox::boxChanged() {
 
 void PickerBox::showCandidates(const QString& candidates) {
     list_.addItems(candidateLines(candidates).mid(0, mostLines_));
-    placeList(pixelsOf(candidateListHeight(candidates), list_));
+    placeList(candidates);
     list_.show();
     list_.raise();
 }
 
 // Directly under the box or above it, as wide as a code and a name need.
-void PickerBox::placeList(int height) {
+void PickerBox::placeList(const QString& candidates) {
+    const int height = pixelsOf(candidateListHeight(candidates), list_);
     const int edge = wholeLinesAbove_ ? -height : box_.height();
     const QPoint place = box_.mapTo(list_.parentWidget(), QPoint(0, edge));
-    const int text = list_.fontMetrics().horizontalAdvance(QStringLiteral("SH600000  四个汉字字"));
+    QString widest = QStringLiteral("SH600000  四个汉字字");
+    if (candidates.contains(delistedWord)) {
+        widest += QStringLiteral("  ") + delistedWord;
+    }
+    const int text = list_.fontMetrics().horizontalAdvance(widest);
     const int width = text + list_.verticalScrollBar()->sizeHint().width() + 12;
     list_.setGeometry(place.x(), place.y(), std::max(width, box_.width()), height);
 }

@@ -52,7 +52,7 @@ private:
     void showCandidates(const QString& candidates);
     void listClicked();
     bool takeKey(const QObject* watched, int key);
-    void placeList(int height);
+    void placeList(const QString& candidates);
 
     QLineEdit& box_;
     QListWidget& list_;
