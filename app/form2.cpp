@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <QScreen>
 #include <QShortcut>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "app/startup.h"
 #include "base/pause.h"
 #include "base/values.h"
+#include "frame/fit_to_screen.h"
 #include "frame/looks.h"
 #include "frame/run_share.h"
 #include "market/form21.h"
@@ -33,9 +33,6 @@ namespace {
 constexpr int themeGridColumns = 6600;
 constexpr int gutter = 250;
 constexpr int heightAboveGrids = 1700;
-
-// Of what the desktop draws around a window, which must find room on the screen too.
-constexpr QSize frameOfWindow(16, 40);
 
 QString noThemesWords(const QString& threshold) {
     const double attention = numericPrefix(threshold);
@@ -114,7 +111,8 @@ void Form2::arrangeGrids() {
     ui_->gridRow->setSpacing(space);
     ui_->gridRow->setContentsMargins(space, 0, grid.pixels(gutter) - 2 * space, space);
     ui_->fields->setMinimumHeight(grid.pixels(heightAboveGrids) - space);
-    resize(QSize(1640, 920).boundedTo(screen()->availableSize() - frameOfWindow));
+    resize(1640, 920);
+    fitToScreen(*this);
 }
 
 void Form2::connectControls() {

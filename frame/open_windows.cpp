@@ -2,6 +2,7 @@
 
 #include "base/later.h"
 #include "frame/asking_window.h"
+#include "frame/fit_to_screen.h"
 
 namespace guanchao {
 
@@ -42,6 +43,7 @@ void OpenWindows::adopt(QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.removeIf([](const QPointer<QWidget>& it) { return it.isNull(); });
     open_ << window;
+    fitToScreen(*window);
     window->show();
     emit opened(window);
 }
