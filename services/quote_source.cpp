@@ -26,19 +26,61 @@ public:
     }
 };
 
+// Each line is known by its variable.
+bool isOf(QStringView line, const QString& code) {
+    const QStringView variable = line.first(std::max<qsizetype>(line.indexOf(u'='), 0));
+    return variable.endsWith(code, Qt::CaseInsensitive);
+}
+
 // Tells a service's word on the codes from the page of a portal or a word on the asker. Each piece
 // is known by its variable: a page of megabytes is looked through once.
 bool isAnswerTo(const QString& codes, const QString& lines) {
     const QStringList asked = codes.split(u',', Qt::SkipEmptyParts);
     for (const QStringView line : QStringView(lines).tokenize(u';')) {
-        const QStringView variable = line.first(std::max<qsizetype>(line.indexOf(u'='), 0));
-        if (std::ranges::any_of(asked, [&](const QString& code) {
-                return variable.endsWith(code, Qt::CaseInsensitive);
-            })) {
+        if (std::ranges::any_of(asked, [&](const QString& code) { return isOf(line, code); })) {
             return true;
         }
     }
     return false;
+}
+
+bool isWhole(QStringView line) {
+    return line.trimmed().endsWith(u'"') && line.contains(u"=\""_s);
+}
+
+// A line that breaks off is none.
+QStringList codesWithoutLine(const QString& codes, const QString& lines) {
+    QStringList left = codes.split(u',', Qt::SkipEmptyParts);
+    for (const QStringView line : QStringView(lines).tokenize(u';')) {
+        if (isWhole(line)) {
+            left.removeIf([&](const QString& code) { return isOf(line, code); });
+        }
+    }
+    return left;
+}
+
+QString withoutLinesOf(const QStringList& codes, const QString& lines) {
+    QString kept;
+    for (const QStringView line : QStringView(lines).tokenize(u';', Qt::SkipEmptyParts)) {
+        if (std::ranges::none_of(codes, [&](const QString& code) { return isOf(line, code); })) {
+            kept += line.toString() + u';';
+        }
+    }
+    return kept;
+}
+
+// What the second has told of the codes takes the place of what the first has broken off.
+QuotesReply together(const QuotesReply& first, const QString& codes, const QuotesReply& second) {
+    const QStringList asked = codes.split(u',', Qt::SkipEmptyParts);
+    const QStringList stillLeft = codesWithoutLine(codes, second.lines);
+    QStringList told;
+    std::ranges::copy_if(asked, std::back_inserter(told),
+                         [&](const QString& code) { return !stillLeft.contains(code); });
+    return {withoutLinesOf(told, first.lines) + second.lines, {}, first.turnedAway};
+}
+
+QString listOf(const QStringList& codes) {
+    return codes.isEmpty() ? QString() : withCompanion(codes.join(u',') + u',');
 }
 
 }  // namespace
@@ -78,21 +120,26 @@ QList<Service> QuoteSource::inOrder() const {
 
 QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop) {
     const QList<Service> order = inOrder();
-    std::optional<QuotesReply> first;
+    std::optional<QuotesReply> answer;
+    std::optional<QuotesReply> failure;
+    QString left = codes;
     for (const Service& service : order) {
-        if (!quoteKind(service.kind)->knows(codes)) {
+        if (left.isEmpty() || !quoteKind(service.kind)->knows(left)) {
             continue;
         }
-        const QuotesReply reply = co_await ask(service, codes, stop);
+        const QuotesReply reply = co_await ask(service, left, stop);
         if (reply.lack.isEmpty()) {
             lastUntil_.remove(service.host);
-            co_return QuotesReply(reply);
+            answer = answer ? together(*answer, left, reply) : reply;
+            left = listOf(codesWithoutLine(left, reply.lines));
+        } else {
+            http_.complain(service, reply.lack);
+            lastUntil_[service.host] = clock_.now().addSecs(secondsLast);
+            failure = failure ? failure : reply;
         }
-        http_.complain(service, reply.lack);
-        lastUntil_[service.host] = clock_.now().addSecs(secondsLast);
-        first = first ? first : reply;
     }
-    co_return first.value_or(QuotesReply{{}, failureWords({}), false});
+    const QuotesReply none = failure.value_or(QuotesReply{{}, failureWords({}), false});
+    co_return answer.value_or(none);
 }
 
 QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,

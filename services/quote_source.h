@@ -1,5 +1,6 @@
 // Quotes, from the services of services.ini in their order: the next one is asked where one
-// refuses, is silent or sends another page. Nothing is raised but Cancelled.
+// refuses, is silent or sends another page, and for the codes that a reply leaves out or breaks off
+// at. Nothing is raised but Cancelled.
 #pragma once
 
 #include <QCoro/QCoroTask>

@@ -114,6 +114,21 @@ TEST_F(QuoteSourceTest, TheNextServiceTellsUnknownCodesToo) {
     EXPECT_EQ(fetch(u"sh600520"_s).lack, u"应答是空的"_s) << "of the service that was asked first";
 }
 
+TEST_F(QuoteSourceTest, TheNextServiceIsAskedForWhatAReplyLeavesOut) {
+    const QString whole = u"var hq_str_sh600000=\"浦发银行,10,10\";"_s;
+    const QString other = tencentLine(u"sh600519"_s, u"1304.00"_s, u"20261124150003"_s);
+    answer(whole + u"\nvar hq_str_sh600519=\"贵州茅"_s, other);
+    const QuotesReply reply = fetch(u"sh600000,sh600519,"_s);
+    EXPECT_TRUE(reply.lines.startsWith(whole));
+    EXPECT_FALSE(reply.lines.contains(u"贵州茅\n"_s));
+    EXPECT_EQ(quoteRows(reply.lines).at(1).dm(), u"SH600519"_s);
+    EXPECT_EQ(http_.addresses, QStringList({u"http://a/list=sh600000,sh600519,"_s,
+                                            u"http://b/q=sh600519,sh000001"_s}));
+    answer(whole + u"\nvar hq_str_sh600519=\"\";"_s, other);
+    fetch(u"sh600000,sh600519,"_s);
+    EXPECT_EQ(http_.addresses.size(), 1) << "an unknown code has its line";
+}
+
 TEST_F(QuoteSourceTest, AKindIsNotAskedForWhatItDoesNotKnow) {
     answers_.clear();
     EXPECT_EQ(fetch(u"int_dji"_s).lack, u"没有应答"_s);
