@@ -7,6 +7,7 @@
 #include "base/time_left.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "services/service_names.h"
 
 namespace guanchao {
 
@@ -21,8 +22,8 @@ QString CodeTableResult::words() const {
                u"\n请检查网络和 services.ini 里的 [stocklist]，过一会儿再试。"_s;
     }
     QString text =
-        u"更新完成。%1 的名单有 %2 只：新上市 %3 只，改名 %4 只，退市 %5 只，恢复 %6 只。"_s
-            .arg(source)
+        u"更新完成。%1的名单有 %2 只：新上市 %3 只，改名 %4 只，退市 %5 只，恢复 %6 只。"_s
+            .arg(kindName(source))
             .arg(listed)
             .arg(changes.added.size())
             .arg(changes.renamed.size())

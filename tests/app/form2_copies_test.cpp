@@ -106,7 +106,7 @@ TEST_F(Form2Test, ACopyThatFailsIsTriedAgainAfterAnHour) {
     EXPECT_TRUE(label(u"copyLine"_s).startsWith(u"今天还没有备份："_s));
     QFile::remove(copies);
     for (const int minutes : {59, 1}) {
-        clock_.moment = clock_.moment.addSecs(minutes * 60);
+        clock_.moment = clock_.moment.addSecs(qint64(minutes) * 60);
         look();
         EXPECT_EQ(QFileInfo(copies).isDir(), minutes == 1);
     }

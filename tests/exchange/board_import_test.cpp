@@ -1,5 +1,7 @@
 #include "exchange/board_import.h"
 
+#include <QTimer>
+
 #include "platform/qt_http_client.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"

@@ -40,7 +40,7 @@ TEST_F(ServicesFileTest, AChangeLeavesAllElse) {
     const QByteArray text =
         "; mine\n[practice]\n[quote]\nkind=sina\nhost=http://s\ncolour=red\n"
         "; behind\n[Quote.3]\nkind=tencent\nhost=http://t\n[history]\n"
-        "[factors]\nhost=http://f\n[fundamentals]\n[boards]\n";
+        "[factors]\nhost=http://f\n[fundamentals]\n[boards]\n[stocklist]\n[search]\n";
     begin(text);
     EXPECT_TRUE(file_->move(u"quote"_s, false));
     EXPECT_EQ(services_.quote.first().host, u"http://t"_s) << "asked from now on";
@@ -55,7 +55,7 @@ TEST_F(ServicesFileTest, AChangeLeavesAllElse) {
               QByteArray("; mine\n[practice]\n[Quote.3]\nuse=0\nkind=sina\nhost=http://s\n"
                          "colour=red\n; behind\n[quote]\nkind=tencent\nhost=http://t\n[history]\n"
                          "kind=sina\nhost=https://h:8\n[factors]\nhost=http://f\n[fundamentals]\n"
-                         "[boards]\n"));
+                         "[boards]\n[stocklist]\n[search]\n"));
     EXPECT_EQ(contentOf(path_ + u".以前"_s), text) << "as it was before the first change";
     file_->setUsed(u"quote.3"_s, true);
     EXPECT_EQ(services_.quote.value(1).host, u"http://s"_s);

@@ -100,7 +100,7 @@ TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
     EXPECT_TRUE(grid().textMatrix(3, 8).startsWith(u"股票 不通，"_s));
     EXPECT_TRUE(grid().textMatrix(3, 8).contains(u"；指数 不通，"_s));
     for (int row = 4; row < grid().rows(); ++row) {
-        const bool isSearch = grid().textMatrix(row, 1) == u"搜索网页"_s;
+        const bool isSearch = grid().textMatrix(row, 1) == u"搜索"_s;
         EXPECT_EQ(grid().textMatrix(row, 8).isEmpty(), isSearch) << this->row(row).toStdString();
     }
     EXPECT_EQ(failures_.texts.size(), 1) << "the store has no address to search by";
