@@ -1,15 +1,13 @@
 #include "research/day_batches.h"
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 
 namespace guanchao {
 
 namespace {
 
 constexpr qint64 rowsOfBatch = 400'000;
-// In hundredths; what is more comes of factors that are none.
-constexpr double mostPrice = 1e8;
 
 }  // namespace
 
@@ -41,28 +39,46 @@ void DayBatches::write() {
     for (auto code = codes_.begin(); code != codes_.end(); ++code) {
         QList<DayRow>& rows = code.value();
         std::ranges::stable_sort(rows, {}, &DayRow::day);
-        findFormerCloses(code.key(), rows);
+        const QList<DayRow> stored = first_.daysFrom(code.key(), rows.first().day);
+        findFormerCloses(rows, stored);
         count_.added += first_.add(code.key(), rows);
         second_.add(code.key(), rows);
+        joinStored(stored, rows);
     }
     codes_.clear();
     held_ = 0;
 }
 
-void DayBatches::findFormerCloses(const QString& dm, QList<DayRow>& rows) {
+// Where a day is stored already, the stored one counts.
+void DayBatches::findFormerCloses(QList<DayRow>& rows, const QList<DayRow>& stored) {
+    auto there = stored.cbegin();
     std::optional<DayRow> before;
     for (DayRow& row : rows) {
-        if (row.formerClose == 0 && !before) {
-            before = first_.dayBefore(dm, row.day);
+        for (; there != stored.cend() && there->day < row.day; ++there) {
+            if (!before || before->day <= there->day) {
+                before = *there;
+            }
         }
         if (row.formerClose == 0 && before) {
-            const double close = static_cast<double>(before->close) * before->factor / row.factor;
-            row.formerClose = close < mostPrice ? std::llround(close) : 0;
+            row.formerClose = formerCloseBy(*before, row.factor);
         }
         before = row;
     }
     count_.withoutFormerClose +=
         rows.removeIf([](const DayRow& row) { return row.formerClose == 0; });
+}
+
+void DayBatches::joinStored(const QList<DayRow>& stored, const QList<DayRow>& rows) {
+    for (qsizetype at = 1; at < stored.size(); ++at) {
+        const DayRow& day = stored[at];
+        const auto next = std::ranges::lower_bound(rows, day.day, {}, &DayRow::day);
+        const bool isBehindNew = next != rows.begin() && std::prev(next)->day > stored[at - 1].day;
+        if (isBehindNew && goesBy(stored[at - 1], day)) {
+            const qint64 formerClose = formerCloseBy(*std::prev(next), day.factor);
+            first_.setFormerClose(day.dm, day.day, formerClose);
+            second_.setFormerClose(day.dm, day.day, formerClose);
+        }
+    }
 }
 
 }  // namespace guanchao

@@ -22,7 +22,7 @@ public:
     DayBatches(Connection& first, Connection& second);
 
     // A former close that isn't told is the close of the day before, in the measure of the day's
-    // factor.
+    // factor; so is that of a stored day behind new ones, unless it was told.
     void take(const DayRow& row);
 
     // Writes the rest, and the indexes that are cheaper to make now.
@@ -30,7 +30,8 @@ public:
 
 private:
     void write();
-    void findFormerCloses(const QString& dm, QList<DayRow>& rows);
+    void findFormerCloses(QList<DayRow>& rows, const QList<DayRow>& stored);
+    void joinStored(const QList<DayRow>& stored, const QList<DayRow>& rows);
 
     DayTables first_;
     DayTables second_;

@@ -3,6 +3,8 @@
 
 #include <QDate>
 #include <QString>
+#include <cmath>
+#include <cstdlib>
 #include <functional>
 
 namespace guanchao {
@@ -20,6 +22,19 @@ struct DayRow {
     double turnover = 0;
     double factor = 1;  // 复权因子: the price times this is the adjusted price
 };
+
+// The close of the day before in the prices of a day with that factor; 0 for one that no price is,
+// as it comes of factors that are none.
+inline qint64 formerCloseBy(const DayRow& before, double factor) {
+    constexpr double mostPrice = 1e8;  // in hundredths
+    const double close = static_cast<double>(before.close) * before.factor / factor;
+    return close < mostPrice ? std::llround(close) : 0;
+}
+
+// Whether the former close of a day was made by the day before; what an exchange told can differ.
+inline bool goesBy(const DayRow& before, const DayRow& day) {
+    return day.factor > 0 && std::abs(day.formerClose - formerCloseBy(before, day.factor)) <= 1;
+}
 
 using TakeDay = std::function<void(const DayRow& row)>;
 

@@ -1,5 +1,6 @@
 #include "research/day_tables.h"
 
+#include <QLocale>
 #include <cmath>
 
 #include "base/values.h"
@@ -110,18 +111,45 @@ KnownDays DayTables::readDays(const QString& source, const QDate& since) {
     return known;
 }
 
-std::optional<DayRow> DayTables::dayBefore(const QString& dm, const QDate& day) {
+QList<DayRow> DayTables::daysFrom(const QString& dm, const QDate& day) {
     makeTable(dm);
-    const Recordset rows(store_, u"select sp,ifnull(fuquanyz,1) from "_s + dm +
-                                     u" where date(shijian)<"_s + quoted(dateText(day)) +
-                                     u" order by date(shijian) desc limit 1"_s);
-    if (rows.atEnd()) {
-        return std::nullopt;
+    const QString first = quoted(dateText(day));
+    QList<DayRow> days;
+    for (Recordset rows(store_,
+                        u"select date(shijian),ifnull(sp,0),ifnull(qiansp,0),"
+                        u"ifnull(nullif(fuquanyz,0),1) from "_s +
+                            dm + u" where date(shijian)>=ifnull((select date(shijian) from "_s +
+                            dm + u" where date(shijian)<"_s + first +
+                            u" order by date(shijian) desc limit 1),"_s + first +
+                            u") order by date(shijian)"_s);
+         !rows.atEnd(); rows.moveNext()) {
+        DayRow row;
+        row.dm = dm;
+        row.day = QDate::fromString(rows.value(0).toText(), Qt::ISODate);
+        row.close = std::llround(rows.value(1).toNumber());
+        row.formerClose = std::llround(rows.value(2).toNumber());
+        row.factor = rows.value(3).toNumber();
+        days << row;
     }
-    DayRow before;
-    before.close = std::llround(rows.value(0).toNumber());
-    before.factor = rows.value(1).toNumber();
-    return before;
+    return days;
+}
+
+void DayTables::setFormerClose(const QString& dm, const QDate& day, qint64 formerClose) {
+    update(dm, u"qiansp="_s + QString::number(formerClose), u'=' + quoted(dateText(day)));
+}
+
+void DayTables::setFactor(const QString& dm, const QDate& first, const QDate& last, double factor) {
+    update(dm, u"fuquanyz="_s + QString::number(factor, 'g', QLocale::FloatingPointShortest),
+           u" between "_s + quoted(dateText(first)) + u" and "_s + quoted(dateText(last)));
+}
+
+void DayTables::update(const QString& dm, const QString& column, const QString& days) {
+    const QString change = u" set "_s + column + u" where "_s;
+    store_.execute(u"update "_s + dm + change + u"date(shijian)"_s + days);
+    if (hasMarket_ && !isIndex(dm)) {
+        store_.execute(u"update geguhq"_s + change + u"dm="_s + quoted(dm) +
+                       u" and date(shijian)"_s + days);
+    }
 }
 
 void DayTables::finish() {

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -38,8 +38,13 @@ public:
     // got.
     int add(const QString& dm, std::span<const DayRow> rows);
 
-    // The last day of a code before `day`: its close and its factor alone. Nothing if it has none.
-    std::optional<DayRow> dayBefore(const QString& dm, const QDate& day);
+    // The stored days of a code from the last one before `day` on, oldest first: closes, former
+    // closes and factors alone.
+    QList<DayRow> daysFrom(const QString& dm, const QDate& day);
+
+    // In each table that has the day.
+    void setFormerClose(const QString& dm, const QDate& day, qint64 formerClose);
+    void setFactor(const QString& dm, const QDate& first, const QDate& last, double factor);
 
     // Makes the indexes that are cheaper to make once all rows are there.
     void finish();
@@ -49,6 +54,7 @@ private:
     KnownDays& knownOfCode(const QString& dm, const QDate& since);
     KnownDays& knownOfMarket(const QString& dm, const QDate& since);
     KnownDays readDays(const QString& source, const QDate& since);
+    void update(const QString& dm, const QString& column, const QString& days);
 
     Connection& store_;
     bool hasMarket_;  // geguhq

@@ -133,7 +133,7 @@ std::optional<CodeGap> HistoryFill::indexGap() const {
     if (days.isNull() || !hasWeekday(days)) {
         return std::nullopt;
     }
-    return CodeGap{leadingIndex, days, joined(stored.asked, days), 0, {}, {}};
+    return CodeGap{leadingIndex, days, joined(stored.asked, days), 0, {}};
 }
 
 // False if there are no market days to go by.

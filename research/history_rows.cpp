@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace guanchao {
 
@@ -16,19 +17,22 @@ bool isTraded(const DayBar& bar) {
                                [](double it) { return it >= leastPrice && it <= mostPrice; });
 }
 
-// What the factors are multiplied by to go on from the stored ones.
-double scaleOf(const CodeGap& gap, const FactorList& factors) {
-    const std::optional<Neighbour>& known = gap.before ? gap.before : gap.behind;
-    return known && known->factor > 0 ? known->factor / factors.on(known->day) : 1;
+// Between two stored days the factor changes on the day that the services tell, and to what is
+// stored: those of another source can differ.
+double factorOn(const QDate& day, const QList<Neighbour>& stored, const FactorList& factors) {
+    const auto behind = std::ranges::lower_bound(stored, day, {}, &Neighbour::day);
+    const bool hasBehind = behind != stored.end();
+    const bool hasBefore = behind != stored.begin();
+    if (!hasBefore && !hasBehind) {
+        return factors.on(day);
+    }
+    const double told = factors.on(day);
+    const bool isAsBehind =
+        hasBehind && (behind->day == day || told == factors.on(behind->day) || !hasBefore);
+    const Neighbour& known = isAsBehind ? *behind : *std::prev(behind);
+    const bool isOfBoth = hasBefore && hasBehind && std::prev(behind)->factor == behind->factor;
+    return isOfBoth ? known.factor : known.factor * told / factors.on(known.day);
 }
-
-// The former day's close in the prices of a day with that factor.
-struct FormerDay {
-    double close = 0;  // in hundredths
-    double factor = 1;
-
-    qint64 closeAt(double newFactor) const { return std::llround(close * factor / newFactor); }
-};
 
 }  // namespace
 
@@ -50,33 +54,31 @@ DayRow closeRow(const DayQuote& quote, double factor) {
 }
 
 QList<DayRow> gapRows(const CodeGap& gap, const QList<DayBar>& bars, const FactorList& factors) {
-    const double scale = scaleOf(gap, factors);
-    std::optional<FormerDay> former;
-    if (gap.before) {
-        former = FormerDay{static_cast<double>(gap.before->close), gap.before->factor};
-    }
+    const bool hasBefore = !gap.stored.isEmpty() && gap.stored.first().day < gap.days.first;
+    std::optional<DayRow> former;
     QList<DayRow> rows;
     for (const DayBar& bar : bars) {
-        // One from before the last stored day tells less of it than the store.
-        const bool isOlder = gap.before && bar.day <= gap.before->day;
-        if (!isTraded(bar) || isOlder || bar.day > gap.days.last) {
+        if (!isTraded(bar) || bar.day > gap.days.last) {
             continue;
         }
-        const double factor = factors.on(bar.day) * scale;
-        const qint64 formerClose = former ? former->closeAt(factor) : 0;
-        if (bar.day >= gap.days.first && formerClose > 0) {
-            rows << DayRow{gap.dm,
-                           bar.day,
-                           hundredths(bar.open),
-                           hundredths(bar.high),
-                           hundredths(bar.low),
-                           hundredths(bar.close),
-                           formerClose,
-                           bar.volume,
-                           bar.turnover.value_or(0),
-                           factor};
+        DayRow row = {gap.dm,
+                      bar.day,
+                      hundredths(bar.open),
+                      hundredths(bar.high),
+                      hundredths(bar.low),
+                      hundredths(bar.close),
+                      0,
+                      bar.volume,
+                      bar.turnover.value_or(0),
+                      factorOn(bar.day, gap.stored, factors)};
+        const bool isOfGap = bar.day >= gap.days.first && (hasBefore || former);
+        if (isOfGap && rows.isEmpty() && !hasBefore) {
+            row.formerClose = formerCloseBy(*former, row.factor);
         }
-        former = FormerDay{static_cast<double>(hundredths(bar.close)), factor};
+        if (isOfGap) {
+            rows << row;
+        }
+        former = row;
     }
     return rows;
 }

@@ -11,10 +11,11 @@
 
 namespace guanchao {
 
-// The rows of the gap, from days that begin before it. The former close of an ex-dividend day is
-// lowered by the ratio of the factors, so that close / former close is the real gain. Factors go on
-// from those that are stored beside the gap, whatever they are based on. A day without prices has
-// no row, nor has the very first one, whose gain nobody knows.
+// The rows of the gap, from days that begin before it. Their former closes are left to the store,
+// which has the days between; only that of the first one, where nothing is stored before it, is
+// told: lowered by the ratio of the factors on an ex-dividend day, so that close / former close is
+// the real gain. Factors go on from those that are stored about the gap, whatever they are based
+// on. A day without prices has no row, nor has the very first one, whose gain nobody knows.
 QList<DayRow> gapRows(const CodeGap& gap, const QList<DayBar>& bars, const FactorList& factors);
 
 // The row of a day's close, whose former close is the exchange's own.

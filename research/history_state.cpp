@@ -82,14 +82,34 @@ bool isBehind(const StoredDays& second, const StoredDays& first) {
     return second.count < first.count || second.last < first.last || second.asked != first.asked;
 }
 
-std::optional<Neighbour> neighbour(Connection& history, const QString& dm,
-                                   const QString& condition) {
-    const Recordset row(history, u"select date(shijian),sp,fuquanyz from "_s + dm + condition);
-    if (row.atEnd()) {
-        return std::nullopt;
+QList<Neighbour> neighbours(Connection& history, const QString& dm, const QString& condition) {
+    QList<Neighbour> days;
+    for (Recordset rows(history,
+                        u"select date(shijian),ifnull(sp,0),ifnull(nullif(fuquanyz,0),1) from "_s +
+                            dm + condition);
+         !rows.atEnd(); rows.moveNext()) {
+        days << Neighbour{dayIn(rows, 0),
+                          static_cast<qint64>(roundToWhole(rows.value(1).toNumber())),
+                          rows.value(2).toNumber()};
     }
-    return Neighbour{dayIn(row, 0), static_cast<qint64>(roundToWhole(row.value(1).toNumber())),
-                     row.value(2).toNumber()};
+    return days;
+}
+
+// Those that a gap of these days needs of the stored ones.
+QList<Neighbour> aboutGap(const QList<Neighbour>& stored, const DayRange& gap) {
+    auto begin = std::ranges::lower_bound(stored, gap.first, {}, &Neighbour::day);
+    begin -= begin == stored.begin() ? 0 : 1;
+    auto end = std::ranges::lower_bound(stored, gap.last, {}, &Neighbour::day);
+    end += end == stored.end() ? 0 : 1;
+    QList<Neighbour> kept;
+    for (auto day = begin; day < end; ++day) {
+        const bool isWithin = day != begin && day + 1 != end && (day - 1)->factor == day->factor &&
+                              (day + 1)->factor == day->factor;
+        if (!isWithin) {
+            kept << *day;
+        }
+    }
+    return kept;
 }
 
 }  // namespace
@@ -120,9 +140,10 @@ HistoryState readHistoryState(const HistoryFiles& files, const QStringList& code
 }
 
 std::optional<Neighbour> neighbourBefore(Connection& history, const QString& dm, const QDate& day) {
-    return neighbour(history, dm,
-                     u" where date(shijian)<"_s + quoted(dateText(day)) +
-                         u" order by date(shijian) desc limit 1"_s);
+    const QList<Neighbour> last = neighbours(history, dm,
+                                             u" where date(shijian)<"_s + quoted(dateText(day)) +
+                                                 u" order by date(shijian) desc limit 1"_s);
+    return last.isEmpty() ? std::nullopt : std::optional(last.first());
 }
 
 DayRange joined(const DayRange& asked, const DayRange& then) {
@@ -134,33 +155,29 @@ DayRange joined(const DayRange& asked, const DayRange& then) {
 
 std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const StoredDays& stored,
                              const QList<QDate>& marketDays, const DayRange& wanted) {
-    const bool hasDays = stored.count > 0;
     QList<QDate> missing;
     std::ranges::copy_if(marketDays, std::back_inserter(missing), [&](const QDate& day) {
         return wanted.holds(day) && !stored.asked.holds(day);
     });
-    if (!missing.isEmpty() && hasDays) {
-        const QList<QDate> there =
-            daysOf(history, dm, u" where date(shijian)>="_s + quoted(dateText(missing.first())));
-        const QSet<QDate> known(there.cbegin(), there.cend());
+    QList<Neighbour> there;
+    if (!missing.isEmpty() && stored.count > 0) {
+        there =
+            neighbours(history, dm,
+                       u" where date(shijian)>=ifnull((select date(shijian) from "_s + dm +
+                           u" where date(shijian)<"_s + quoted(dateText(missing.first())) +
+                           u" order by date(shijian) desc limit 1),'') order by date(shijian)"_s);
+        QSet<QDate> known;
+        for (const Neighbour& day : std::as_const(there)) {
+            known << day.day;
+        }
         missing.removeIf([&](const QDate& day) { return known.contains(day); });
     }
     if (missing.isEmpty()) {
         return std::nullopt;
     }
-    CodeGap gap = {dm,
-                   {missing.first(), missing.last()},
-                   joined(stored.asked, wanted),
-                   static_cast<int>(missing.size()),
-                   {},
-                   {}};
-    if (hasDays) {
-        gap.before = neighbourBefore(history, dm, gap.days.first);
-        gap.behind = neighbour(history, dm,
-                               u" where date(shijian)>"_s + quoted(dateText(gap.days.first)) +
-                                   u" order by date(shijian) limit 1"_s);
-    }
-    return gap;
+    const DayRange days = {missing.first(), missing.last()};
+    return CodeGap{dm, days, joined(stored.asked, wanted), static_cast<int>(missing.size()),
+                   aboutGap(there, days)};
 }
 
 }  // namespace guanchao

@@ -40,7 +40,7 @@ using BetweenCodes = std::function<void()>;
 HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
                               const BetweenCodes& between);
 
-// The last stored day before a gap, or the first one behind it: what new rows are joined to.
+// A stored day to which new rows are joined.
 struct Neighbour {
     QDate day;
     qint64 close = 0;  // in hundredths
@@ -53,8 +53,9 @@ struct CodeGap {
     DayRange days;
     DayRange askedThen;
     int missing = 0;  // market days
-    std::optional<Neighbour> before;
-    std::optional<Neighbour> behind;
+    // From the last stored day before the gap to the first one behind it, oldest first: of days
+    // with one factor the first and the last.
+    QList<Neighbour> stored;
 };
 
 // The gap of the code within the days that are wanted, from its first missing market day to its

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
+#include <algorithm>
 #include <functional>
 
 #include "base/values.h"
@@ -104,6 +105,27 @@ void write(const QString& path, const std::function<void(Connection&)>& fill) {
     });
 }
 
+// What the second has of a code becomes what the first has.
+void levelCode(DayTables& second, const QString& dm, const QList<DayRow>& rows) {
+    if (rows.isEmpty()) {
+        return;
+    }
+    const QList<DayRow> there = second.daysFrom(dm, rows.first().day);
+    second.add(dm, rows);
+    for (const DayRow& day : there) {
+        const auto same = std::ranges::lower_bound(rows, day.day, {}, &DayRow::day);
+        if (same == rows.end() || same->day != day.day) {
+            continue;
+        }
+        if (same->formerClose != day.formerClose) {
+            second.setFormerClose(dm, day.day, same->formerClose);
+        }
+        if (same->factor > 0 && same->factor != day.factor) {
+            second.setFactor(dm, day.day, day.day, same->factor);
+        }
+    }
+}
+
 void makeTemplate(Connection& second) {
     second.execute(u"create table if not exists nishihq2 ("_s + dayColumnsOfTables + u")"_s);
 }
@@ -152,7 +174,7 @@ void levelSecond(const HistoryFiles& files, const QStringList& codes) {
         DayRanges asked;
         for (const QString& dm : codes) {
             if (tables.contains(dm)) {
-                days.add(dm, storedRows(first, dm));
+                levelCode(days, dm, storedRows(first, dm));
             }
             if (allAsked.contains(dm)) {
                 asked[dm] = allAsked[dm];

@@ -125,6 +125,63 @@ TEST_F(HistoryFillTest, OnlyTheMissingDaysComeToAHistoryThatIsThere) {
                            u"23 1000 1000 1.0"_s, u"24 1000 667 1.5"_s}));
 }
 
+// Two holes about stored days of another make, with a dividend in the first hole.
+TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
+    const QString dm = u"SH600000"_s;
+    const struct {
+        QString what;
+        double before;  // the stored factors about the dividend
+        double behind;
+        qint64 told;         // former close of the stored day behind the first hole
+        QStringList filled;  // from the first hole on
+    } cases[] = {
+        {u"the factors agree"_s,
+         2,
+         4,
+         500,
+         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 550 4.0"_s, u"19 700 600 4.0"_s,
+          u"20 800 700 4.0"_s, u"23 900 800 4.0"_s, u"24 900 900 4.0"_s}},
+        {u"the stored ones know less of a dividend"_s,
+         2,
+         3,
+         667,
+         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 733 3.0"_s, u"19 700 600 3.0"_s,
+          u"20 800 700 3.0"_s, u"23 900 800 3.0"_s, u"24 900 900 3.0"_s}},
+        {u"the stored ones know of none"_s,
+         1.7,
+         1.7,
+         1000,
+         {u"16 1000 1000 1.7"_s, u"17 1100 1000 1.7"_s, u"18 600 1100 1.7"_s, u"19 700 600 1.7"_s,
+          u"20 800 700 1.7"_s, u"23 900 800 1.7"_s, u"24 900 900 1.7"_s}},
+        {u"an exchange told the former close"_s,
+         2,
+         4,
+         605,
+         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 550 4.0"_s, u"19 700 605 4.0"_s,
+          u"20 800 700 4.0"_s, u"23 900 800 4.0"_s, u"24 900 900 4.0"_s}},
+    };
+    list(dm);
+    market_.closes[dm] = {{{2026, 11, 16}, 10},  {{2026, 11, 17}, 11}, {{2026, 11, 18}, 6},
+                          {{2026, 11, 19}, 6.9}, {{2026, 11, 20}, 8},  {{2026, 11, 23}, 8.9},
+                          {{2026, 11, 24}, 9}};
+    market_.factors[dm] = {{{2026, 11, 18}, 2}};
+    for (const auto& it : cases) {
+        QFile::remove(store_.stores.firstHistory.path);
+        QFile::remove(store_.stores.secondHistory.path);
+        addToHistory({store_.stores.firstHistory.path, store_.stores.secondHistory.path},
+                     {{dm, {2026, 11, 16}, 1, 1, 1, 1000, 1000, 1, 1, it.before},
+                      {dm, {2026, 11, 19}, 1, 1, 1, 700, it.told, 1, 1, it.behind},
+                      {dm, {2026, 11, 23}, 1, 1, 1, 900, 700, 1, 1, it.behind}},
+                     {});
+        fill();
+        EXPECT_EQ(days(dm, u"2026-11-16"_s), it.filled) << it.what.toStdString();
+        EXPECT_EQ(first(u"select substr(shijian,9)||' '||sp||' '||qiansp||' '||round(fuquanyz,4)"
+                        u" from geguhq where shijian>='2026-11-16' order by shijian"_s),
+                  it.filled)
+            << it.what.toStdString();
+    }
+}
+
 TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
     list(u"SH600000"_s);
     setDay({2026, 11, 20});

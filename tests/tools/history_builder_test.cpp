@@ -195,6 +195,24 @@ TEST_F(HistoryBuilderTest, TheFormerCloseIsTheOneOfTheDayBefore) {
               QStringList({u"2026-11-19|900"_s, u"2026-11-20|800"_s}));
 }
 
+// A later file brings days between the stored ones.
+TEST_F(HistoryBuilderTest, ADayBetweenStoredOnesIsJoinedToBoth) {
+    const QByteArray header = "date,code,open,high,low,close,volume(shares)\n";
+    const auto line = [](const QByteArray& day, const QByteArray& price) -> QByteArray {
+        return "2026-11-" + day + ",600000.SH," + QByteArray(price + ',').repeated(4) + "7\n";
+    };
+    build(written(u"a.csv"_s, header + line("02", "10") + line("03", "10") + line("05", "12") +
+                                  line("09", "13")));
+    build(written(u"b.csv"_s, header + line("04", "11") + line("05", "99") + line("06", "12.5")));
+    const QStringList days = {u"03|1000|1000"_s, u"04|1100|1000"_s, u"05|1200|1100"_s,
+                              u"06|1250|1200"_s, u"09|1300|1250"_s};
+    const QString query = u"select substr(shijian,9),sp,qiansp from "_s;
+    for (const QString& table : {u"SH600000"_s, u"geguhq"_s}) {
+        EXPECT_EQ(first(query + table + u" order by shijian"_s), days);
+    }
+    EXPECT_EQ(second(query + u"SH600000 order by shijian"_s), days);
+}
+
 TEST_F(HistoryBuilderTest, AFolderOfATerminalIsRead) {
     const auto record = [](quint32 day, quint32 price, quint32 volume) {
         QByteArray bytes(32, '\0');

@@ -10,6 +10,7 @@
 
 #include "base/values.h"
 #include "store/recordset.h"
+#include "tools/practice_market/practice_events.h"
 #include "tools/practice_market/practice_walk.h"
 
 namespace guanchao {
@@ -62,6 +63,7 @@ QHash<QString, Surge> surgesOf(const QList<QStringList>& themes, quint64 day) {
 }
 
 // The days of one stock. A surge lifts the price above the walk of the quotes; the lift then fades.
+// The factors go with the dividends that the practice market tells.
 class StockDays {
 public:
     explicit StockDays(const QString& dm)
@@ -80,7 +82,12 @@ public:
     }
 
     DayRow next(const PracticeDay& walk, Surge surge) {
-        const qint64 former = formerClose_ > 0 ? formerClose_ : hundredths(walk.formerClose);
+        const double dividends = 1 / aboveWalk(dm_.toLower(), walk.day);
+        const qint64 former =
+            formerClose_ > 0
+                ? std::llround(static_cast<double>(formerClose_) * dividends_ / dividends)
+                : hundredths(walk.formerClose);
+        dividends_ = dividends;
         const auto limit = static_cast<qint64>(std::llround(static_cast<double>(former) * 1.1));
         const auto floor = static_cast<qint64>(std::llround(static_cast<double>(former) * 0.9));
         lift_ = 1 + (lift_ - 1) * fading_;
@@ -102,7 +109,7 @@ public:
         const double busy = surge == Surge::limit ? 2.5 : 1;
         row.volume = std::floor(static_cast<double>(walk.shares) * busy);
         row.turnover = std::floor(walk.amount * busy);
-        row.factor = roundTo(1 + evenNumber(keyOf(dm_), 1), 2);
+        row.factor = roundTo(1 + evenNumber(keyOf(dm_), 1), 2) * dividends;
         formerClose_ = row.close;
         return row;
     }
@@ -111,6 +118,7 @@ private:
     QString dm_;
     double fading_;
     double lift_ = 1;
+    double dividends_ = 1;
     qint64 formerClose_ = 0;
     int pauseLeft_ = 0;
 };
