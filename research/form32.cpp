@@ -112,7 +112,8 @@ QCoro::Task<> Form32::readHeld(std::stop_token stop) {
     });
     const auto job = [files = HistoryFiles{environment_.stores.firstHistory.path,
                                            environment_.stores.secondHistory.path},
-                      main = environment_.stores.main](const auto& work) {
+                      main = environment_.stores.main,
+                      today = environment_.clock.now().date()](const auto& work) {
         const Activity activity(u"读取历史行情"_s);
         Held held;
         held.codes = readHistoryLibrary(main).codes;
@@ -121,7 +122,7 @@ QCoro::Task<> Form32::readHeld(std::stop_token stop) {
         for (const HistoryCode& code : held.codes) {
             codes << code.dm;
         }
-        held.state = readHistoryState(files, codes, [&work] { work.endIfAbandoned(); });
+        held.state = readHistoryState(files, codes, today, [&work] { work.endIfAbandoned(); });
         return held;
     };
     const Held held = co_await inWorker(job, stop);

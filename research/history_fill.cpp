@@ -102,10 +102,11 @@ QCoro::Task<> HistoryFill::readLibrary(std::stop_token stop) {
 
 // A kill between the two files left the second behind.
 QCoro::Task<> HistoryFill::readState(std::stop_token stop) {
-    const auto job = [files = files_,
-                      codes = QStringList(leadingIndex) + codes_](const auto& work) {
+    const auto job = [files = files_, codes = QStringList(leadingIndex) + codes_,
+                      today = clock_.now().date()](const auto& work) {
         const Activity activity = filling();
-        const HistoryState state = readHistoryState(files, codes, [&work] { work.endIfStopped(); });
+        const HistoryState state =
+            readHistoryState(files, codes, today, [&work] { work.endIfStopped(); });
         for (qsizetype at = 0; at < state.behind.size(); at += codesInABatch) {
             work.endIfStopped();
             levelSecond(files, state.behind.mid(at, codesInABatch));
@@ -133,7 +134,7 @@ std::optional<CodeGap> HistoryFill::indexGap() const {
     if (days.isNull() || !hasWeekday(days)) {
         return std::nullopt;
     }
-    return CodeGap{leadingIndex, days, joined(stored.asked, days), 0, {}};
+    return CodeGap{leadingIndex, days, joined(stored.asked, days), 0, state_.ofIndex};
 }
 
 // False if there are no market days to go by.

@@ -17,35 +17,63 @@ QDate dayIn(const Recordset& rows, int field) {
     return QDate::fromString(rows.value(field).toText(), Qt::ISODate);
 }
 
-QList<QDate> daysOf(Connection& history, const QString& dm, const QString& condition) {
-    QList<QDate> days;
-    for (Recordset rows(history, u"select date(shijian) from "_s + dm + condition +
-                                     u" order by date(shijian)"_s);
+QList<Neighbour> neighbours(Connection& history, const QString& dm, const QString& condition) {
+    QList<Neighbour> days;
+    for (Recordset rows(history,
+                        u"select date(shijian),ifnull(sp,0),ifnull(nullif(fuquanyz,0),1) from "_s +
+                            dm + condition);
          !rows.atEnd(); rows.moveNext()) {
-        days << dayIn(rows, 0);
+        days << Neighbour{dayIn(rows, 0),
+                          static_cast<qint64>(roundToWhole(rows.value(1).toNumber())),
+                          rows.value(2).toNumber()};
     }
     return days;
+}
+
+// Of days with one factor the first and the last.
+QList<Neighbour> endsOfFactors(const QList<Neighbour>& days) {
+    QList<Neighbour> kept;
+    for (qsizetype at = 0; at < days.size(); ++at) {
+        const bool isWithin = at > 0 && at + 1 < days.size() &&
+                              days[at - 1].factor == days[at].factor &&
+                              days[at + 1].factor == days[at].factor;
+        if (!isWithin) {
+            kept << days[at];
+        }
+    }
+    return kept;
 }
 
 // The tables and ranges of one file.
 class File {
 public:
-    explicit File(const QString& path)
-        : connection_(path, {}), tables_(tablesOf(connection_)), asked_(askedRanges(connection_)) {}
+    File(const QString& path, const QDate& today)
+        : connection_(path, {}),
+          tables_(tablesOf(connection_)),
+          asked_(askedRanges(connection_)),
+          untilToday_(u"date(shijian)<="_s + quoted(dateText(today))) {}
 
     StoredDays stored(const QString& dm) {
         StoredDays stored;
-        stored.asked = asked_.value(dm);
+        const AskedRange asked = asked_.value(dm);
+        qint64 ofAsked = 0;
         if (tables_.contains(dm)) {
             // Each is read from the index; min, max and count together would work out every date.
-            const QString days = u" from "_s + dm + u" where date(shijian)>''"_s;
+            const QString all = u" from "_s + dm + u" where date(shijian)>"_s;
+            const QString days = all + u"'' and "_s + untilToday_;
             const QString inOrder = u"select date(shijian)"_s + days + u" order by date(shijian)"_s;
+            const QString count = u"(select count(*)"_s;
             const Recordset row(connection_, u"select ("_s + inOrder + u" limit 1),("_s + inOrder +
-                                                 u" desc limit 1),(select count(*)"_s + days +
-                                                 u')');
+                                                 u" desc limit 1),"_s + count + days + u"),"_s +
+                                                 count + all + quoted(dateText(asked.days.last)) +
+                                                 u" and "_s + untilToday_ + u')');
             stored.first = dayIn(row, 0);
             stored.last = dayIn(row, 1);
             stored.count = static_cast<int>(row.value(2).toInteger());
+            ofAsked = stored.count - row.value(3).toInteger();
+        }
+        if (ofAsked >= asked.stored) {
+            stored.asked = asked.days;
         }
         return stored;
     }
@@ -60,21 +88,25 @@ public:
         const QString outside =
             stored.asked.isNull()
                 ? QString()
-                : u" where date(shijian)<"_s + quoted(dateText(stored.asked.first)) +
-                      u" or date(shijian)>"_s + quoted(dateText(stored.asked.last));
-        const Recordset row(connection_, u"select count(*) from "_s + dm + outside);
+                : u" and (date(shijian)<"_s + quoted(dateText(stored.asked.first)) +
+                      u" or date(shijian)>"_s + quoted(dateText(stored.asked.last)) + u')';
+        const Recordset row(connection_,
+                            u"select count(*) from "_s + dm + u" where "_s + untilToday_ + outside);
         return std::max(0, static_cast<int>(unasked - row.value(0).toInteger()));
     }
 
-    QList<QDate> marketDays() {
-        return tables_.contains(leadingIndex) ? daysOf(connection_, leadingIndex, {})
-                                              : QList<QDate>();
+    QList<Neighbour> daysOfIndex() {
+        return tables_.contains(leadingIndex)
+                   ? neighbours(connection_, leadingIndex,
+                                u" where "_s + untilToday_ + u" order by date(shijian)"_s)
+                   : QList<Neighbour>();
     }
 
 private:
     Connection connection_;
     QSet<QString> tables_;
-    DayRanges asked_;
+    QMap<QString, AskedRange> asked_;
+    QString untilToday_;
 };
 
 // A second file is only behind where the first has more.
@@ -82,51 +114,25 @@ bool isBehind(const StoredDays& second, const StoredDays& first) {
     return second.count < first.count || second.last < first.last || second.asked != first.asked;
 }
 
-QList<Neighbour> neighbours(Connection& history, const QString& dm, const QString& condition) {
-    QList<Neighbour> days;
-    for (Recordset rows(history,
-                        u"select date(shijian),ifnull(sp,0),ifnull(nullif(fuquanyz,0),1) from "_s +
-                            dm + condition);
-         !rows.atEnd(); rows.moveNext()) {
-        days << Neighbour{dayIn(rows, 0),
-                          static_cast<qint64>(roundToWhole(rows.value(1).toNumber())),
-                          rows.value(2).toNumber()};
-    }
-    return days;
-}
-
-// Those that a gap of these days needs of the stored ones.
-QList<Neighbour> aboutGap(const QList<Neighbour>& stored, const DayRange& gap) {
-    auto begin = std::ranges::lower_bound(stored, gap.first, {}, &Neighbour::day);
-    begin -= begin == stored.begin() ? 0 : 1;
-    auto end = std::ranges::lower_bound(stored, gap.last, {}, &Neighbour::day);
-    end += end == stored.end() ? 0 : 1;
-    QList<Neighbour> kept;
-    for (auto day = begin; day < end; ++day) {
-        const bool isWithin = day != begin && day + 1 != end && (day - 1)->factor == day->factor &&
-                              (day + 1)->factor == day->factor;
-        if (!isWithin) {
-            kept << *day;
-        }
-    }
-    return kept;
-}
-
 }  // namespace
 
 HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
-                              const BetweenCodes& between) {
+                              const QDate& today, const BetweenCodes& between) {
     HistoryState state;
     state.bytes = QFileInfo(files.first).size() + QFileInfo(files.second).size();
     if (!QFileInfo::exists(files.first)) {
         return state;
     }
-    File first(files.first);
+    File first(files.first, today);
     std::optional<File> second;
     if (QFileInfo::exists(files.second)) {
-        second.emplace(files.second);
+        second.emplace(files.second, today);
     }
-    state.marketDays = first.marketDays();
+    const QList<Neighbour> index = first.daysOfIndex();
+    for (const Neighbour& day : index) {
+        state.marketDays << day.day;
+    }
+    state.ofIndex = endsOfFactors(index);
     for (const QString& dm : codes) {
         between();
         StoredDays stored = first.stored(dm);
@@ -161,11 +167,11 @@ std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const Store
     });
     QList<Neighbour> there;
     if (!missing.isEmpty() && stored.count > 0) {
-        there =
-            neighbours(history, dm,
-                       u" where date(shijian)>=ifnull((select date(shijian) from "_s + dm +
-                           u" where date(shijian)<"_s + quoted(dateText(missing.first())) +
-                           u" order by date(shijian) desc limit 1),'') order by date(shijian)"_s);
+        there = neighbours(history, dm,
+                           u" where date(shijian)>=ifnull((select date(shijian) from "_s + dm +
+                               u" where date(shijian)<"_s + quoted(dateText(missing.first())) +
+                               u" order by date(shijian) desc limit 1),'') and date(shijian)<="_s +
+                               quoted(dateText(wanted.last)) + u" order by date(shijian)"_s);
         QSet<QDate> known;
         for (const Neighbour& day : std::as_const(there)) {
             known << day.day;
@@ -177,7 +183,7 @@ std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const Store
     }
     const DayRange days = {missing.first(), missing.last()};
     return CodeGap{dm, days, joined(stored.asked, wanted), static_cast<int>(missing.size()),
-                   aboutGap(there, days)};
+                   endsOfFactors(there)};
 }
 
 }  // namespace guanchao

@@ -22,23 +22,9 @@ struct StoredDays {
     QDate first;  // none without days
     QDate last;
     int count = 0;
-    DayRange asked;
-    int gaps = 0;  // market days from the first on without a row, for which nobody was asked
+    DayRange asked;  // none where days of that time have gone
+    int gaps = 0;    // market days from the first on without a row, for which nobody was asked
 };
-
-struct HistoryState {
-    QList<QDate> marketDays;  // of the index, oldest first
-    QHash<QString, StoredDays> codes;
-    QStringList behind;  // codes of which the second file lacks something
-    qint64 bytes = 0;    // of both files
-};
-
-// Called between two codes; what it raises ends the reading.
-using BetweenCodes = std::function<void()>;
-
-// Of files that may be missing.
-HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
-                              const BetweenCodes& between);
 
 // A stored day to which new rows are joined.
 struct Neighbour {
@@ -47,14 +33,29 @@ struct Neighbour {
     double factor = 1;
 };
 
+struct HistoryState {
+    QList<QDate> marketDays;   // of the index, oldest first
+    QList<Neighbour> ofIndex;  // as CodeGap::stored
+    QHash<QString, StoredDays> codes;
+    QStringList behind;  // codes of which the second file lacks something
+    qint64 bytes = 0;    // of both files
+};
+
+// Called between two codes; what it raises ends the reading.
+using BetweenCodes = std::function<void()>;
+
+// Of files that may be missing; days behind today don't count.
+HistoryState readHistoryState(const HistoryFiles& files, const QStringList& codes,
+                              const QDate& today, const BetweenCodes& between);
+
 // The days of a code to ask for, and what is known of it then.
 struct CodeGap {
     QString dm;
     DayRange days;
     DayRange askedThen;
     int missing = 0;  // market days
-    // From the last stored day before the gap to the first one behind it, oldest first: of days
-    // with one factor the first and the last.
+    // The stored days from the last one before the first missing day on, oldest first: of days with
+    // one factor the first and the last.
     QList<Neighbour> stored;
 };
 

@@ -34,16 +34,38 @@ void addThemes(Connection& store, const std::optional<QList<ThemeMember>>& theme
     }
 }
 
-// dm, cong 从 and dao 到.
+// Files of before have no tianshu.
+bool hasStoredCounts(Connection& store) {
+    return !Recordset(store,
+                      u"select 1 from sqlite_master where name='lishifanwei' and sql like"
+                      u" '%tianshu%'"_s)
+                .atEnd();
+}
+
+// dm, cong 从, dao 到 and tianshu 天数. Behind the days, which are counted.
 void noteAsked(Connection& store, const DayRanges& asked) {
     if (asked.isEmpty()) {
         return;
     }
     store.execute(
-        u"create table if not exists lishifanwei (dm text primary key,cong text,dao text)"_s);
-    BoundInsert insert(store, u"insert or replace into lishifanwei(dm,cong,dao) values(?,?,?)"_s);
+        u"create table if not exists lishifanwei (dm text primary key,cong text,dao text,"
+        u"tianshu integer)"_s);
+    if (!hasStoredCounts(store)) {
+        store.execute(u"alter table lishifanwei add column tianshu integer"_s);
+    }
+    const QSet<QString> tables = tablesOf(store);
+    BoundInsert insert(
+        store, u"insert or replace into lishifanwei(dm,cong,dao,tianshu) values(?,?,?,?)"_s);
     for (auto code = asked.cbegin(); code != asked.cend(); ++code) {
-        insert.row({code.key(), dateText(code->first), dateText(code->last)});
+        const QString last = dateText(code->last);
+        const QString stored =
+            tables.contains(code.key())
+                ? Recordset(store, u"select count(*) from "_s + code.key() +
+                                       u" where date(shijian)<="_s + quoted(last))
+                      .value(0)
+                      .toText()
+                : u"0"_s;
+        insert.row({code.key(), dateText(code->first), last, stored});
     }
 }
 
@@ -135,13 +157,13 @@ AddedDays addDays(const HistoryFiles& files, const ReadDays& read,
     AddedDays added;
     write(files.second, [&](Connection& second) {
         makeTemplate(second);
-        noteAsked(second, asked);
         write(files.first, [&](Connection& first) {
             addThemes(first, themes);
-            noteAsked(first, asked);
             DayBatches batches(first, second);
             read([&](const DayRow& row) { batches.take(row); });
             added = batches.finish();
+            noteAsked(first, asked);
+            noteAsked(second, asked);
         });
     });
     return added;
@@ -167,7 +189,7 @@ AddedDays readIntoHistory(const HistoryFiles& files, const ReadDays& read,
 void levelSecond(const HistoryFiles& files, const QStringList& codes) {
     Connection first(files.first, {});
     const QSet<QString> tables = tablesOf(first);
-    const DayRanges allAsked = askedRanges(first);
+    const QMap<QString, AskedRange> allAsked = askedRanges(first);
     write(files.second, [&](Connection& second) {
         makeTemplate(second);
         DayTables days(second, DayTables::Kind::second);
@@ -177,7 +199,7 @@ void levelSecond(const HistoryFiles& files, const QStringList& codes) {
                 levelCode(days, dm, storedRows(first, dm));
             }
             if (allAsked.contains(dm)) {
-                asked[dm] = allAsked[dm];
+                asked[dm] = allAsked[dm].days;
             }
         }
         noteAsked(second, asked);
@@ -193,14 +215,17 @@ QSet<QString> tablesOf(Connection& history) {
     return tables;
 }
 
-DayRanges askedRanges(Connection& history) {
-    DayRanges ranges;
+// One of before that tells no count stands as long as there is a day.
+QMap<QString, AskedRange> askedRanges(Connection& history) {
+    QMap<QString, AskedRange> ranges;
     if (!tablesOf(history).contains(u"LISHIFANWEI"_s)) {
         return ranges;
     }
-    for (Recordset rows(history, u"select dm,cong,dao from lishifanwei"_s); !rows.atEnd();
-         rows.moveNext()) {
-        ranges[rows.value(0).toText()] = {dayIn(rows, 1), dayIn(rows, 2)};
+    const QString stored = hasStoredCounts(history) ? u"ifnull(tianshu,1)"_s : u"1"_s;
+    for (Recordset rows(history, u"select dm,cong,dao,"_s + stored + u" from lishifanwei"_s);
+         !rows.atEnd(); rows.moveNext()) {
+        ranges[rows.value(0).toText()] = {{dayIn(rows, 1), dayIn(rows, 2)},
+                                          rows.value(3).toInteger()};
     }
     return ranges;
 }

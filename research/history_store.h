@@ -2,7 +2,7 @@
 // stock, geguhq with the days of all stocks and dzhzhuti with the themes; the second a table for
 // each stock and the empty nishihq2. Prices in hundredths of a yuan. Both may hold lishifanwei
 // (历史范围), over which days the services have been asked for a code: a day of that range without
-// a row is one on which it was not traded.
+// a row is one on which it was not traded, as long as no stored row has gone.
 #pragma once
 
 #include <QList>
@@ -34,6 +34,11 @@ struct DayRange {
 // By code.
 using DayRanges = QMap<QString, DayRange>;
 
+struct AskedRange {
+    DayRange days;
+    qint64 stored = 0;  // how many days the code had then, up to the last of the range
+};
+
 // Writes the days that are not there, each code and day once, puts the themes, if there are any, in
 // the place of those that are there, and the ranges in the place of those of their codes. A file is
 // made if it is missing and gets the indexes that it lacks. Returns how many days the first file
@@ -53,7 +58,7 @@ AddedDays readIntoHistory(const HistoryFiles& files, const ReadDays& read,
 void levelSecond(const HistoryFiles& files, const QStringList& codes);
 
 // What services have been asked for, of a file in which no table may tell.
-DayRanges askedRanges(Connection& history);
+QMap<QString, AskedRange> askedRanges(Connection& history);
 
 // The tables of a file, in upper case.
 QSet<QString> tablesOf(Connection& history);

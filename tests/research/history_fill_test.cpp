@@ -182,6 +182,71 @@ TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
     }
 }
 
+// What has been asked for counts as long as its days are there.
+TEST_F(HistoryFillTest, DaysThatHaveGoneAreAskedForAgain) {
+    const QString dm = u"SH600000"_s;
+    const struct {
+        QString what;
+        QStringList statements;  // in both files
+        QStringList asked;
+    } cases[] = {
+        {u"nothing"_s, {}, {}},
+        {u"all days of the code"_s, {u"delete from SH600000"_s}, {dm}},
+        {u"its table"_s, {u"drop table SH600000"_s}, {dm}},
+        {u"one day"_s, {u"delete from SH600000 where shijian='2026-11-18'"_s}, {dm}},
+        {u"a day of the index"_s,
+         {u"delete from SH000001 where shijian='2026-11-18'"_s},
+         {leadingIndex}},
+        {u"a day to come stands there"_s,
+         {u"delete from SH600000 where shijian>='2026-11-23'"_s,
+          u"insert into SH600000(shijian,sp,qiansp) values('2062-11-23',1000,1000)"_s,
+          u"insert into SH000001(shijian,sp,qiansp) values('2062-11-23',1000,1000)"_s},
+         {dm}},
+        {u"all, in a file of before"_s,
+         {u"delete from SH600000"_s, u"alter table lishifanwei rename to former"_s,
+          u"create table lishifanwei as select dm,cong,dao from former"_s, u"drop table former"_s},
+         {dm}},
+    };
+    list(dm);
+    list(u"SH600001"_s);
+    market_.closes[u"SH600001"_s].remove({2026, 11, 18});  // halted
+    fill();
+    const QStringList whole = days(dm, u"2026-11-02"_s);
+    for (const auto& it : cases) {
+        for (const StoreFile& file : {store_.stores.firstHistory, store_.stores.secondHistory}) {
+            Connection store(file.path, {});
+            for (const QString& statement : it.statements) {
+                store.execute(statement);
+            }
+        }
+        fill();
+        QStringList asked = market_.asked.filter(u"history"_s);
+        EXPECT_EQ(asked.replaceInStrings(u"history "_s, QString()), it.asked)
+            << it.what.toStdString();
+        EXPECT_EQ(days(dm, u"2026-11-02"_s).first(whole.size()), whole) << it.what.toStdString();
+        EXPECT_EQ(fill().newestDay, today_);
+        EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s})
+            << "and no more: " << it.what.toStdString();
+    }
+}
+
+// 每日更新 goes on from the last day that can be.
+TEST_F(HistoryFillTest, ADayToComeHidesNoneOfToday) {
+    list(u"SH600000"_s);
+    setDay({2026, 11, 20});
+    fill();
+    for (const QString& dm : {leadingIndex, u"SH600000"_s}) {
+        Connection(store_.stores.firstHistory.path, {})
+            .execute(u"insert into %1(shijian,sp,qiansp) values('2062-11-23',1000,1000)"_s.arg(dm));
+    }
+    setDay(today_);
+    const FillTally tally = fill(true);
+    EXPECT_EQ(tally.newestDay, today_);
+    EXPECT_EQ(first(u"select substr(shijian,1,10) from SH600000 where shijian>'2026-11-20'"
+                    u" order by shijian"_s),
+              QStringList({u"2026-11-23"_s, u"2026-11-24"_s, u"2062-11-23"_s}));
+}
+
 TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
     list(u"SH600000"_s);
     setDay({2026, 11, 20});
