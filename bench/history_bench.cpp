@@ -117,7 +117,7 @@ void historyFromDays(benchmark::State& state) {
         [&] {
             QFile::remove(made.first);
             QFile::remove(made.second);
-            DaySource source(csv, {});
+            DaySource source(csv, {}, QDate::currentDate());
             readIntoHistory(made, [&](const TakeDay& take) { source.read(take); }, {});
         });
 }

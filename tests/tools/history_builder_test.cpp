@@ -33,7 +33,7 @@ protected:
 
     Built build(const QString& path, std::optional<VolumeUnit> unit = {},
                 const QList<ThemeMember>& themes = {}) {
-        DaySource source(path, unit);
+        DaySource source(path, unit, {2026, 11, 24});
         const ReadDays read = [&](const TakeDay& take) { source.read(take); };
         const AddedDays days = readIntoHistory(files_, read, themes);
         return {days, source.skipped()};
@@ -147,6 +147,8 @@ TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
         {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,x,1,1,1,1", 2, u"收盘“x”不是数字"_s},
         {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,0.001,1,1,1,1,1", 2,
          u"最低“0.001”要在 0.01 到 1000000 之间"_s},
+        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,\"1,23\",1,1,1,1", 2,
+         u"收盘“1,23”不是数字"_s},
         {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,-1,1,1", 2, u"成交量“-1”不是数字"_s},
         {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,1,1,0", 2, u"复权因子要大于 0"_s},
         {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,9,9,10,9,9,1,1,1", 2, u"最高价低于最低价"_s},
@@ -170,17 +172,27 @@ TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
 
 TEST_F(HistoryBuilderTest, WhatIsNoDayOfTheHistoryIsSkippedAndCounted) {
     const QByteArray header = "code,date,open,high,low,close,preclose,volume\n";
-    const Built built = build(written(u"a.csv"_s, header + "bj430047,2026-11-20,1,1,1,1,1,5\n"
-                                                           "920002,2026-11-20,1,1,1,1,1,5\n"
-                                                           "SH600000,2026-11-20,,,,1,1,5\n"
-                                                           "SH600000,2026-11-19,0,0,0,1,1,0\n"
-                                                           "SH600000,2026-11-18,1,1,1,1,1,nan\n"
-                                                           "SH600000,2026-11-17,1,1,1,1,1,5\n"
-                                                           "SH000001,2026-11-17,1,1,1,1,1,0\n"),
-                              VolumeUnit::shares);
+    const Built built =
+        build(written(u"a.csv"_s, header + "bj430047,2026-11-20,1,1,1,1,1,5\n"
+                                           "920002,2026-11-20,1,1,1,1,1,5\n"
+                                           "SH600000,2026-11-20,,,,1,1,5\n"
+                                           "SH600000,2026-11-19,0,0,0,1,1,0\n"
+                                           "SH600000,2026-11-18,1,1,1,1,1,nan\n"
+                                           "SH600000,2026-11-17,1,1,1,1,1,\"1,234,567.5\"\n"
+                                           "SH600000,2026-11-25,1,1,1,1,1,5\n"
+                                           "SH600000,2062-11-23,1,1,1,1,1,5\n"
+                                           "510300,2026-11-17,1,1,1,1,1,5\n"
+                                           "159915,2026-11-17,1,1,1,1,1,5\n"
+                                           "200002,2026-11-17,1,1,1,1,1,5\n"
+                                           "900901,2026-11-17,1,1,1,1,1,5\n"
+                                           "SH000001,2026-11-17,1,1,1,1,1,0\n"),
+              VolumeUnit::shares);
     EXPECT_EQ(built.skipped.beijing, 2);
     EXPECT_EQ(built.skipped.halted, 3);
+    EXPECT_EQ(built.skipped.future, 2);
+    EXPECT_EQ(built.skipped.otherKinds, 4) << "funds and B shares";
     EXPECT_EQ(built.days.added, 2) << "the index needs no volume";
+    EXPECT_EQ(first(u"select chengjiaol from SH600000"_s), QStringList{u"1234567.5"_s});
 }
 
 // The newest day first, in two runs, with a dividend between the last two days.

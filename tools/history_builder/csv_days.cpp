@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "services/stock_code.h"
 #include "tools/history_builder/code_forms.h"
 #include "tools/history_builder/csv_fields.h"
 #include "tools/history_builder/row_failure.h"
@@ -72,6 +73,8 @@ void CsvDays::readLine(const QString& line, const TakeDay& take, SkippedRows& sk
     const QString dm = codeOf(fields_);
     if (isOfBeijing(dm)) {
         ++skipped.beijing;
+    } else if (!isStockCode(dm) && !isIndex(dm)) {
+        ++skipped.otherKinds;
     } else if (isHalted(dm, fields_)) {
         ++skipped.halted;
     } else {

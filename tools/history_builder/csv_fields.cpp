@@ -1,5 +1,6 @@
 #include "tools/history_builder/csv_fields.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -20,6 +21,12 @@ QStringView withoutQuotes(QStringView field) {
     const QStringView text = field.trimmed();
     const bool quoted = text.size() >= 2 && text.front() == u'"' && text.back() == u'"';
     return quoted ? text.sliced(1, text.size() - 2).trimmed() : text;
+}
+
+// "1,234,567.8", as it can stand in quotes.
+const QRegularExpression& thousands() {
+    static const QRegularExpression form(u"^-?[0-9]{1,3}(,[0-9]{3})+(\\.[0-9]+)?$"_s);
+    return form;
 }
 
 QDate writtenDay(QStringView text) {
@@ -79,7 +86,11 @@ std::optional<double> numberIn(QStringView text) {
     if (text.size() > static_cast<qsizetype>(letters.size())) {
         return std::nullopt;
     }
-    const char* const end = std::ranges::transform(text, letters.begin(), &QChar::toLatin1).out;
+    const bool isInGroups = text.contains(u',') && thousands().match(text).hasMatch();
+    const QString plain = isInGroups ? text.toString().remove(u',') : QString();
+    const char* const end = std::ranges::transform(isInGroups ? QStringView(plain) : text,
+                                                   letters.begin(), &QChar::toLatin1)
+                                .out;
     double number = 0;
     const auto read = std::from_chars(letters.data(), end, number);
     const bool isNumber = read.ec == std::errc() && read.ptr == end && std::isfinite(number);

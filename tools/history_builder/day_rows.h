@@ -13,7 +13,8 @@ void checkRow(const DayRow& row);
 struct SkippedRows {
     qint64 beijing = 0;     // of the exchange in Beijing
     qint64 halted = 0;      // without a price or a volume
-    qint64 otherKinds = 0;  // a terminal's funds and bonds, whose prices have another measure
+    qint64 otherKinds = 0;  // funds, bonds and B shares, whose prices have another measure
+    qint64 future = 0;      // of days to come
 };
 
 }  // namespace guanchao

@@ -28,8 +28,8 @@ QList<QFileInfo> filesIn(const QString& path) {
 
 }  // namespace
 
-DaySource::DaySource(const QString& path, std::optional<VolumeUnit> unit)
-    : files_(filesIn(path)), unit_(unit) {
+DaySource::DaySource(const QString& path, std::optional<VolumeUnit> unit, const QDate& today)
+    : files_(filesIn(path)), unit_(unit), today_(today) {
     if (files_.isEmpty()) {
         fail(path + u"：里面没有 .day 文件，也没有 .csv 文件"_s);
     }
@@ -39,8 +39,15 @@ DaySource::DaySource(const QString& path, std::optional<VolumeUnit> unit)
 }
 
 void DaySource::read(const TakeDay& take) {
+    const TakeDay takePast = [&](const DayRow& row) {
+        if (row.day > today_) {
+            ++skipped_.future;
+        } else {
+            take(row);
+        }
+    };
     for (const QFileInfo& file : std::as_const(files_)) {
-        readFile(file, take);
+        readFile(file, takePast);
         bytesBefore_ += file.size();
         meanwhile(bytesBefore_, bytes_);
     }

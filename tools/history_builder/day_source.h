@@ -13,9 +13,9 @@ namespace guanchao {
 
 class DaySource {
 public:
-    // `unit` is the one of volumes in files whose header doesn't tell it. Raises
-    // std::runtime_error if the folder holds no such file.
-    DaySource(const QString& path, std::optional<VolumeUnit> unit);
+    // `unit` is the one of volumes in files whose header doesn't tell it; days behind today are
+    // skipped. Raises std::runtime_error if the folder holds no such file.
+    DaySource(const QString& path, std::optional<VolumeUnit> unit, const QDate& today);
 
     // How far the reading is; called every few thousand rows.
     std::function<void(qint64 bytes, qint64 ofBytes)> meanwhile = [](qint64, qint64) {};
@@ -31,6 +31,7 @@ private:
 
     QList<QFileInfo> files_;
     std::optional<VolumeUnit> unit_;
+    QDate today_;
     qint64 bytes_ = 0;
     qint64 bytesBefore_ = 0;  // of the file that is being read
     SkippedRows skipped_;

@@ -33,13 +33,14 @@ QString resultWords(const AddedDays& days, const SkippedRows& skipped) {
     add(days.rows - days.added - days.withoutFormerClose, u"已有 %1 条"_s);
     add(skipped.halted, u"略过停牌的 %1 行（没有价格或成交量）"_s);
     add(skipped.beijing, u"略过北交所的 %1 行"_s);
-    add(skipped.otherKinds, u"略过股票和指数以外的 %1 行"_s);
+    add(skipped.otherKinds, u"略过股票和指数以外的 %1 行（基金、债券、B 股）"_s);
+    add(skipped.future, u"略过今天以后的 %1 行"_s);
     add(days.withoutFormerClose, u"略过没有前收盘的 %1 行（每只股票最早的一天）"_s);
     return words.join(u"，"_s);
 }
 
 void build(const QStringList& arguments, std::optional<VolumeUnit> unit) {
-    DaySource source(arguments[3], unit);
+    DaySource source(arguments[3], unit, QDate::currentDate());
     SkippedRows skippedThemes;
     QList<ThemeMember> themes;
     if (arguments.size() == 5) {
