@@ -1,12 +1,15 @@
 #include "research/history_store.h"
 
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QtEndian>
 
 #include "formats/gbk.h"
+#include "store/sqlite.h"
 #include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
+#include "tools/history_builder/builder_failure.h"
 #include "tools/history_builder/day_source.h"
 #include "tools/history_builder/theme_members.h"
 
@@ -278,6 +281,56 @@ TEST_F(HistoryBuilderTest, ThemesAreReadByTheirHeader) {
         writeFile(path, it.content);
         EXPECT_EQ(failureOf([&] { readThemeMembers(path, skipped); }), path + it.words);
     }
+}
+
+// Real files: one twice, no database, one that another program holds.
+TEST_F(HistoryBuilderTest, AFailureNamesTheFileAndTellsWhatToDo) {
+    const QByteArray line = "SH600000,2026-11-19,1,1,1,1,1,1,1,1\n";
+    add(line);
+    const QString other = folder_.filePath(u"b.csv"_s);
+    writeFile(other, ownHeader + line);
+    EXPECT_EQ(faultOfPlaces(files_, csv_), QString());
+    const struct {
+        HistoryFiles files;
+        QString named;
+        QString words;
+    } places[] = {
+        {{files_.first, folder_.filePath(u"a/../a/first.db3"_s)}, files_.first, u"同一个文件"_s},
+        {{files_.first, csv_}, csv_, u"日线文件"_s},
+        {{folder_.path(), files_.second}, folder_.path(), u"目录"_s},
+    };
+    for (const auto& it : places) {
+        const QString words = faultOfPlaces(it.files, csv_);
+        EXPECT_TRUE(words.startsWith(it.named + u'：') && words.contains(it.words) &&
+                    words.contains(u"次序"_s))
+            << words.toStdString();
+    }
+
+    const Impatience impatience;
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open(files_.second.toUtf8().constData(), &holder), SQLITE_OK);
+    const auto atTheEnd = qScopeGuard([&] { sqlite3_close(holder); });
+    ASSERT_EQ(sqlite3_exec(holder, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
+    const struct {
+        HistoryFiles files;
+        QString named;
+        QString words;
+    } runs[] = {
+        {{files_.first, other}, other, u"不是 SQLite 数据库"_s},
+        {{other, folder_.filePath(u"new.db3"_s)}, other, u"不是 SQLite 数据库"_s},
+        {files_, files_.second, u"正被另一个程序使用"_s},
+    };
+    for (const auto& it : runs) {
+        QString words;
+        try {
+            addToHistory(it.files, {}, {});
+        } catch (const std::exception& failure) {
+            words = builderFailure(failure);
+        }
+        EXPECT_TRUE(words.startsWith(it.named + u'：') && words.contains(it.words))
+            << words.toStdString();
+    }
+    EXPECT_EQ(contentOf(other), ownHeader + line);
 }
 
 TEST_F(HistoryBuilderTest, AFailureLeavesAFileAsItWas) {

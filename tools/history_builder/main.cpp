@@ -6,6 +6,7 @@
 
 #include "research/history_store.h"
 #include "tools/history_builder/build_progress.h"
+#include "tools/history_builder/builder_failure.h"
 #include "tools/history_builder/day_source.h"
 #include "tools/history_builder/theme_members.h"
 
@@ -81,11 +82,16 @@ int main(int argc, char** argv) {
             "--lots：成交量的单位是手；--shares：成交量的单位是股\n");
         return 2;
     }
+    const QString fault = guanchao::faultOfPlaces({arguments[1], arguments[2]}, arguments[3]);
+    if (!fault.isEmpty()) {
+        QTextStream(stderr) << fault << '\n';
+        return 2;
+    }
     guanchao::keepSortsOutOfMemory();
     try {
         guanchao::build(arguments, unit);
     } catch (const std::exception& failure) {
-        QTextStream(stderr) << failure.what() << '\n';
+        QTextStream(stderr) << guanchao::builderFailure(failure) << '\n';
         return 1;
     }
     return 0;
