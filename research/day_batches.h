@@ -14,6 +14,7 @@ struct AddedDays {
     qint64 added = 0;  // to the first database
     // The oldest of a code in a source that doesn't tell the former close: there is none.
     qint64 withoutFormerClose = 0;
+    int refactored = 0;  // codes whose stored factors have been put in
 };
 
 class DayBatches {

@@ -30,13 +30,16 @@ void FillTally::lack(const QString& dm, const QString& reason) {
 
 QString FillTally::words() const {
     QStringList lines = {heading(*this) + u"补了 %1 只，新增 %2 条日线。"_s.arg(codes).arg(rows)};
+    if (refactored > 0) {
+        lines << u"%1 只原来的日线没有复权因子，已经补上。"_s.arg(refactored);
+    }
     if (unknown > 0) {
         lines << u"%1 只服务没有日线（可能是新股或已退市）。"_s.arg(unknown);
     }
     if (!lacking.isEmpty()) {
         lines << u"%1 只留到下次补：%2。"_s.arg(lacking.size()).arg(codesWords(lacking));
-        for (auto it = reasons.cbegin(); it != reasons.cend() && lines.size() < 2 + shownReasons;
-             ++it) {
+        const qsizetype most = lines.size() + shownReasons;
+        for (auto it = reasons.cbegin(); it != reasons.cend() && lines.size() < most; ++it) {
             lines << u"%1 只：%2"_s.arg(it.value()).arg(it.key());
         }
     }

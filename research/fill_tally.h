@@ -12,6 +12,7 @@ struct FillTally {
     QDate newestDay;             // of the market
     int rows = 0;                // new days
     int codes = 0;               // that have been asked for, or have got their day from the quotes
+    int refactored = 0;          // of which the days have got their factors
     int unknown = 0;             // of which the services have no days
     QStringList lacking;         // codes that are left for another time
     QMap<QString, int> reasons;  // why, and of how many

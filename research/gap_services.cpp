@@ -44,6 +44,10 @@ int GapServices::ahead() const {
 
 // An index and a fund have no factors.
 QCoro::Task<FilledGap> GapServices::fetch(CodeGap gap, std::stop_token stop) const {
+    if (gap.days.isNull()) {
+        const FilledGap found = co_await fetchFactors(gap, stop);
+        co_return FilledGap(found);
+    }
     const bool hasFactors = namesFactors_ && isStockCode(gap.dm);
     const DayBars& bars = hasFactors ? barsWithFactors_ : bars_;
     const BarsReply reply =
@@ -57,16 +61,26 @@ QCoro::Task<FilledGap> GapServices::fetch(CodeGap gap, std::stop_token stop) con
         co_return FilledGap(filled);
     }
     filled.isKnown = !reply.days->isEmpty();
-    std::optional<FactorList> factors = FactorList();
     if (hasFactors && filled.isKnown) {
-        factors = co_await factors_.fetch(gap.dm, stop);
+        const FilledGap found = co_await fetchFactors(gap, stop);
+        filled.factors = found.factors;
+        filled.lack = found.lack;
     }
-    if (!factors) {
-        filled.lack = u"没有读到复权因子"_s;
+    if (!filled.lack.isEmpty()) {
         co_return FilledGap(filled);
     }
-    filled.rows = gapRows(gap, *reply.days, *factors);
+    filled.rows = gapRows(gap, *reply.days, filled.factors.value_or(FactorList()));
     filled.asked = toldOf(gap, *reply.days);
+    co_return FilledGap(filled);
+}
+
+QCoro::Task<FilledGap> GapServices::fetchFactors(CodeGap gap, std::stop_token stop) const {
+    FilledGap filled;
+    filled.gap = gap;
+    filled.factors = co_await factors_.fetch(gap.dm, stop);
+    if (!filled.factors) {
+        filled.lack = u"没有读到复权因子"_s;
+    }
     co_return FilledGap(filled);
 }
 

@@ -16,6 +16,7 @@ namespace guanchao {
 struct FilledGap {
     CodeGap gap;
     QList<DayRow> rows;
+    std::optional<FactorList> factors;  // where the code has some
     DayRange asked;       // over which days the services have answered for the code by now
     bool isKnown = true;  // to the services
     QString lack;         // why nothing came, in Chinese; empty if it did
@@ -28,6 +29,7 @@ public:
 
     // Why no stock can be filled, whatever the services answer; empty if it can.
     QString fault() const;
+    bool namesFactors() const { return namesFactors_; }
     // How many gaps may be asked for at once.
     int ahead() const;
 
@@ -36,6 +38,7 @@ public:
     QCoro::Task<FilledGap> fetch(CodeGap gap, std::stop_token stop) const;
 
 private:
+    QCoro::Task<FilledGap> fetchFactors(CodeGap gap, std::stop_token stop) const;
     DayRange toldOf(const CodeGap& gap, const QList<DayBar>& bars) const;
 
     const Clock& clock_;

@@ -21,6 +21,9 @@ namespace {
 constexpr qsizetype codesInABatch = 20;
 constexpr qsizetype quotesInABatch = 500;
 constexpr qsizetype mostFailuresInARow = 10;
+constexpr qsizetype mostUnknownInARow = 50;
+// Of a quote that shows that the code is traded.
+constexpr int oldestQuoteDays = 15;
 constexpr int mostRests = 3;
 // Longer than an address is left alone.
 constexpr std::chrono::seconds restTime(95);
@@ -159,7 +162,7 @@ QCoro::Task<bool> HistoryFill::fillLeadingIndex(std::stop_token stop) {
             asked[leadingIndex] = index.asked;
         }
     }
-    tally_.rows += co_await store(rows, members_, asked, stop);
+    co_await store(rows, members_, asked, {}, stop);
     QSet<QDate> days(state_.marketDays.cbegin(), state_.marketDays.cend());
     for (const DayRow& row : rows) {
         days << row.day;
@@ -231,7 +234,7 @@ QCoro::Task<> HistoryFill::storeQuotes(QList<DayQuote> quotes, QDate formerDay,
         stored.last = row.day;
         ++stored.count;
     }
-    tally_.rows += co_await store(rows, std::nullopt, asked, stop);
+    co_await store(rows, std::nullopt, asked, {}, stop);
     tally_.codes += static_cast<int>(rows.size());
 }
 
@@ -244,13 +247,19 @@ QCoro::Task<> HistoryFill::findGaps(std::stop_token stop) {
             wanted << qMakePair(dm, days);
         }
     }
-    const auto job = [wanted, state = state_, path = files_.first](const auto& work) {
+    const bool withFactors = past_.namesFactors() && !wish_.onlyNewDays;
+    const auto job = [=, state = state_, path = files_.first](const auto& work) {
         const Activity activity = filling();
         Connection first(path, {});
         QList<CodeGap> gaps;
         for (const auto& [dm, days] : wanted) {
             work.endIfStopped();
-            if (const auto gap = gapOf(first, dm, state.codes.value(dm), state.marketDays, days)) {
+            const StoredDays stored = state.codes.value(dm);
+            std::optional<CodeGap> gap = gapOf(first, dm, stored, state.marketDays, days);
+            if (!gap && withFactors && isStockCode(dm)) {
+                gap = factorGapOf(first, dm, stored);
+            }
+            if (gap) {
                 gaps << *gap;
             }
         }
@@ -281,6 +290,9 @@ QCoro::Task<> HistoryFill::fillGaps(std::stop_token stop) {
         }
         if (streak_.size() >= mostFailuresInARow) {
             co_await endStreak(stop);
+        }
+        if (unknown_.size() >= mostUnknownInARow) {
+            co_await endIfUnknownOnesAreTraded();
         }
     }
 }
@@ -315,6 +327,25 @@ QCoro::Task<> HistoryFill::endStreak(std::stop_token stop) {
     co_await wait_(restTime, control_.asking());
 }
 
+// Codes that have left the market stand together at most; a service that says so of codes that are
+// traded is broken.
+QCoro::Task<> HistoryFill::endIfUnknownOnesAreTraded() {
+    const QStringList codes = std::exchange(unknown_, {});
+    const DayQuotes::Note noNote = [](int) {};
+    const QList<DayQuote> quotes = co_await quotes_.fetch(codes, noNote, control_.asking());
+    const QDate oldest = wanted_.last.addDays(-oldestQuoteDays);
+    const auto traded = std::ranges::count_if(quotes, [&](const DayQuote& quote) {
+        return quote.close > 0 && quote.moment.date() >= oldest;
+    });
+    if (2 * traded > codes.size()) {
+        tally_.ending =
+            u"历史行情的服务说连续 %1 只都没有日线，可是其中 %2 只正在交易，服务可能坏了"_s
+                .arg(codes.size())
+                .arg(traded);
+        throw Cancelled();
+    }
+}
+
 // One that the services know nothing of is asked for again the next time: it may be new.
 void HistoryFill::take(const FilledGap& filled) {
     if (!filled.lack.isEmpty()) {
@@ -325,9 +356,11 @@ void HistoryFill::take(const FilledGap& filled) {
     rests_ = 0;
     if (filled.isKnown) {
         batch_ << filled;
-        ++tally_.codes;
+        tally_.codes += filled.gap.days.isNull() ? 0 : 1;
+        unknown_.clear();
     } else {
         ++tally_.unknown;
+        unknown_ << filled.gap.dm;
     }
 }
 
@@ -343,26 +376,32 @@ QCoro::Task<> HistoryFill::write(std::stop_token stop) {
     }
     QList<DayRow> rows;
     DayRanges asked;
+    FactorsOfCodes factors;
     for (const FilledGap& filled : std::exchange(batch_, {})) {
         rows << filled.rows;
+        if (filled.factors) {
+            factors[filled.gap.dm] = *filled.factors;
+        }
         if (!filled.asked.isNull()) {
             asked[filled.gap.dm] = filled.asked;
         }
     }
-    tally_.rows += co_await store(rows, std::nullopt, asked, stop);
+    co_await store(rows, std::nullopt, asked, factors, stop);
 }
 
 // Another program, or a scan, may hold a file for a while.
-QCoro::Task<int> HistoryFill::store(QList<DayRow> rows, std::optional<QList<ThemeMember>> members,
-                                    DayRanges asked, std::stop_token stop) {
+QCoro::Task<> HistoryFill::store(QList<DayRow> rows, std::optional<QList<ThemeMember>> members,
+                                 DayRanges asked, FactorsOfCodes factors, std::stop_token stop) {
     const auto job = [=, files = files_](const auto&) {
         const Activity activity = filling();
-        return addToHistory(files, rows, members, asked);
+        return addToHistory(files, rows, members, asked, factors);
     };
     for (int tries = 1;; ++tries) {
         try {
-            const int added = co_await inWorker(job, stop);
-            co_return added;
+            const AddedDays added = co_await inWorker(job, stop);
+            tally_.rows += static_cast<int>(added.added);
+            tally_.refactored += added.refactored;
+            co_return;
         } catch (const StoreError& failure) {
             const bool isLast = tries == triesToWrite || control_.isStopped();
             if (failure.fault() != StoreFault::busy || isLast) {

@@ -59,9 +59,10 @@ private:
     QCoro::Task<> fillGaps(std::stop_token stop);
     QCoro::Task<> waitWhilePaused(std::stop_token stop);
     QCoro::Task<> endStreak(std::stop_token stop);
+    QCoro::Task<> endIfUnknownOnesAreTraded();
     QCoro::Task<> write(std::stop_token stop);
-    QCoro::Task<int> store(QList<DayRow> rows, std::optional<QList<ThemeMember>> members,
-                           DayRanges asked, std::stop_token stop);
+    QCoro::Task<> store(QList<DayRow> rows, std::optional<QList<ThemeMember>> members,
+                        DayRanges asked, FactorsOfCodes factors, std::stop_token stop);
 
     DayRange wantedOf(const StoredDays& stored) const;
     std::optional<CodeGap> indexGap() const;
@@ -91,6 +92,7 @@ private:
     QList<FilledGap> batch_;   // not yet written
     QList<FilledGap> streak_;  // failures in a row
     int rests_ = 0;            // since the last answer
+    QStringList unknown_;      // codes in a row
     QElapsedTimer working_;    // without pauses
     qint64 worked_ = 0;
 };

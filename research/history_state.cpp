@@ -72,6 +72,7 @@ public:
             stored.count = static_cast<int>(row.value(2).toInteger());
             ofAsked = stored.count - row.value(3).toInteger();
         }
+        stored.askedForFactors = asked.withFactors;
         if (ofAsked >= asked.stored) {
             stored.asked = asked.days;
         }
@@ -111,7 +112,8 @@ private:
 
 // A second file is only behind where the first has more.
 bool isBehind(const StoredDays& second, const StoredDays& first) {
-    return second.count < first.count || second.last < first.last || second.asked != first.asked;
+    return second.count < first.count || second.last < first.last || second.asked != first.asked ||
+           second.askedForFactors != first.askedForFactors;
 }
 
 }  // namespace
@@ -143,6 +145,14 @@ HistoryState readHistoryState(const HistoryFiles& files, const QStringList& code
         }
     }
     return state;
+}
+
+std::optional<CodeGap> factorGapOf(Connection& history, const QString& dm,
+                                   const StoredDays& stored) {
+    if (stored.count == 0 || stored.askedForFactors || !isWithoutFactors(history, dm)) {
+        return std::nullopt;
+    }
+    return CodeGap{dm, {}, {}, 0, {}};
 }
 
 std::optional<Neighbour> neighbourBefore(Connection& history, const QString& dm, const QDate& day) {

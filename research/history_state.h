@@ -23,7 +23,8 @@ struct StoredDays {
     QDate last;
     int count = 0;
     DayRange asked;  // none where days of that time have gone
-    int gaps = 0;    // market days from the first on without a row, for which nobody was asked
+    bool askedForFactors = false;
+    int gaps = 0;  // market days from the first on without a row, for which nobody was asked
 };
 
 // A stored day to which new rows are joined.
@@ -51,7 +52,7 @@ HistoryState readHistoryState(const HistoryFiles& files, const QStringList& code
 // The days of a code to ask for, and what is known of it then.
 struct CodeGap {
     QString dm;
-    DayRange days;
+    DayRange days;  // none: only its factors are asked for
     DayRange askedThen;
     int missing = 0;  // market days
     // The stored days from the last one before the first missing day on, oldest first: of days with
@@ -63,6 +64,10 @@ struct CodeGap {
 // last; nothing where none is missing.
 std::optional<CodeGap> gapOf(Connection& history, const QString& dm, const StoredDays& stored,
                              const QList<QDate>& marketDays, const DayRange& wanted);
+
+// Stored days without factors whose factors nobody has been asked for; a gap of no days.
+std::optional<CodeGap> factorGapOf(Connection& history, const QString& dm,
+                                   const StoredDays& stored);
 
 // The last day of a code before that day.
 std::optional<Neighbour> neighbourBefore(Connection& history, const QString& dm, const QDate& day);

@@ -34,38 +34,52 @@ void addThemes(Connection& store, const std::optional<QList<ThemeMember>>& theme
     }
 }
 
-// Files of before have no tianshu.
-bool hasStoredCounts(Connection& store) {
+// A file of before lacks some.
+bool hasAskedColumn(Connection& store, const QString& column) {
     return !Recordset(store,
                       u"select 1 from sqlite_master where name='lishifanwei' and sql like"
-                      u" '%tianshu%'"_s)
+                      u" '%"_s +
+                          column + u"%'"_s)
                 .atEnd();
 }
 
-// dm, cong 从, dao 到 and tianshu 天数. Behind the days, which are counted.
-void noteAsked(Connection& store, const DayRanges& asked) {
-    if (asked.isEmpty()) {
-        return;
-    }
+// dm, cong 从, dao 到, tianshu 天数 and yinzi 因子.
+void makeAskedTable(Connection& store) {
     store.execute(
         u"create table if not exists lishifanwei (dm text primary key,cong text,dao text,"
-        u"tianshu integer)"_s);
-    if (!hasStoredCounts(store)) {
-        store.execute(u"alter table lishifanwei add column tianshu integer"_s);
+        u"tianshu integer,yinzi integer)"_s);
+    for (const QString& column : {u"tianshu"_s, u"yinzi"_s}) {
+        if (!hasAskedColumn(store, column)) {
+            store.execute(u"alter table lishifanwei add column "_s + column + u" integer"_s);
+        }
     }
+}
+
+void setAsked(Connection& store, const QString& dm, const QString& values) {
+    store.execute(u"insert or ignore into lishifanwei(dm,tianshu) values("_s + quoted(dm) +
+                  u",0)"_s);
+    store.execute(u"update lishifanwei set "_s + values + u" where dm="_s + quoted(dm));
+}
+
+// Behind the days, which are counted.
+void noteAsked(Connection& store, const DayRanges& asked, const QStringList& withFactors) {
+    if (asked.isEmpty() && withFactors.isEmpty()) {
+        return;
+    }
+    makeAskedTable(store);
     const QSet<QString> tables = tablesOf(store);
-    BoundInsert insert(
-        store, u"insert or replace into lishifanwei(dm,cong,dao,tianshu) values(?,?,?,?)"_s);
     for (auto code = asked.cbegin(); code != asked.cend(); ++code) {
-        const QString last = dateText(code->last);
-        const QString stored =
-            tables.contains(code.key())
-                ? Recordset(store, u"select count(*) from "_s + code.key() +
-                                       u" where date(shijian)<="_s + quoted(last))
-                      .value(0)
-                      .toText()
-                : u"0"_s;
-        insert.row({code.key(), dateText(code->first), last, stored});
+        const QString last = quoted(dateText(code->last));
+        const QString stored = tables.contains(code.key())
+                                   ? u"(select count(*) from "_s + code.key() +
+                                         u" where date(shijian)<="_s + last + u')'
+                                   : u"0"_s;
+        setAsked(store, code.key(),
+                 u"cong="_s + quoted(dateText(code->first)) + u",dao="_s + last + u",tianshu="_s +
+                     stored);
+    }
+    for (const QString& dm : withFactors) {
+        setAsked(store, dm, u"yinzi=1"_s);
     }
 }
 
@@ -152,18 +166,75 @@ void makeTemplate(Connection& second) {
     second.execute(u"create table if not exists nishihq2 ("_s + dayColumnsOfTables + u")"_s);
 }
 
+// The factors that a code's days have from now on, with the former closes that went by the ones of
+// before. False if they have them already.
+bool putFactors(DayTables& tables, const QString& dm, const FactorList& factors) {
+    const QList<DayRow> days = tables.daysFrom(dm, {});
+    QList<DayRow> fresh = days;
+    bool hasChanged = false;
+    for (qsizetype at = 0; at < days.size(); ++at) {
+        fresh[at].factor = factors.on(days[at].day);
+        hasChanged = hasChanged || fresh[at].factor != days[at].factor;
+        if (at > 0 && goesBy(days[at - 1], days[at])) {
+            fresh[at].formerClose = formerCloseBy(fresh[at - 1], fresh[at].factor);
+        }
+        if (fresh[at].formerClose != days[at].formerClose) {
+            tables.setFormerClose(dm, days[at].day, fresh[at].formerClose);
+        }
+    }
+    if (!hasChanged) {
+        return false;
+    }
+    for (auto first = fresh.cbegin(); first != fresh.cend();) {
+        const auto end = std::find_if(
+            first, fresh.cend(), [&](const DayRow& day) { return day.factor != first->factor; });
+        tables.setFactor(dm, first->day, std::prev(end)->day, first->factor);
+        first = end;
+    }
+    return true;
+}
+
+QStringList codesWithoutFactors(Connection& first, const FactorsOfCodes& factors) {
+    const QSet<QString> tables = tablesOf(first);
+    QStringList codes;
+    for (const QString& dm : factors.keys()) {
+        if (tables.contains(dm) && isWithoutFactors(first, dm)) {
+            codes << dm;
+        }
+    }
+    return codes;
+}
+
+int putFactors(Connection& first, Connection& second, const QStringList& codes,
+               const FactorsOfCodes& factors) {
+    if (codes.isEmpty()) {
+        return 0;
+    }
+    DayTables ofFirst(first, DayTables::Kind::first);
+    DayTables ofSecond(second, DayTables::Kind::second);
+    int changed = 0;
+    for (const QString& dm : codes) {
+        changed += putFactors(ofFirst, dm, factors[dm]) ? 1 : 0;
+        putFactors(ofSecond, dm, factors[dm]);
+    }
+    return changed;
+}
+
 AddedDays addDays(const HistoryFiles& files, const ReadDays& read,
-                  const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked) {
+                  const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked,
+                  const FactorsOfCodes& factors) {
     AddedDays added;
     write(files.second, [&](Connection& second) {
         makeTemplate(second);
         write(files.first, [&](Connection& first) {
             addThemes(first, themes);
+            const QStringList withoutFactors = codesWithoutFactors(first, factors);
             DayBatches batches(first, second);
             read([&](const DayRow& row) { batches.take(row); });
             added = batches.finish();
-            noteAsked(first, asked);
-            noteAsked(second, asked);
+            added.refactored = putFactors(first, second, withoutFactors, factors);
+            noteAsked(first, asked, factors.keys());
+            noteAsked(second, asked, factors.keys());
         });
     });
     return added;
@@ -171,19 +242,20 @@ AddedDays addDays(const HistoryFiles& files, const ReadDays& read,
 
 }  // namespace
 
-int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
-                 const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked) {
+AddedDays addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
+                       const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked,
+                       const FactorsOfCodes& factors) {
     const ReadDays all = [&](const TakeDay& take) {
         for (const DayRow& row : days) {
             take(row);
         }
     };
-    return static_cast<int>(addDays(files, all, themes, asked).added);
+    return addDays(files, all, themes, asked, factors);
 }
 
 AddedDays readIntoHistory(const HistoryFiles& files, const ReadDays& read,
                           const std::optional<QList<ThemeMember>>& themes) {
-    return addDays(files, read, themes, {});
+    return addDays(files, read, themes, {}, {});
 }
 
 void levelSecond(const HistoryFiles& files, const QStringList& codes) {
@@ -194,16 +266,25 @@ void levelSecond(const HistoryFiles& files, const QStringList& codes) {
         makeTemplate(second);
         DayTables days(second, DayTables::Kind::second);
         DayRanges asked;
+        QStringList withFactors;
         for (const QString& dm : codes) {
             if (tables.contains(dm)) {
                 levelCode(days, dm, storedRows(first, dm));
             }
-            if (allAsked.contains(dm)) {
-                asked[dm] = allAsked[dm].days;
+            const AskedRange ofCode = allAsked.value(dm);
+            if (!ofCode.days.isNull()) {
+                asked[dm] = ofCode.days;
+            }
+            if (ofCode.withFactors) {
+                withFactors << dm;
             }
         }
-        noteAsked(second, asked);
+        noteAsked(second, asked, withFactors);
     });
+}
+
+bool isWithoutFactors(Connection& history, const QString& dm) {
+    return Recordset(history, u"select 1 from "_s + dm + u" where fuquanyz<>1 limit 1"_s).atEnd();
 }
 
 QSet<QString> tablesOf(Connection& history) {
@@ -221,11 +302,14 @@ QMap<QString, AskedRange> askedRanges(Connection& history) {
     if (!tablesOf(history).contains(u"LISHIFANWEI"_s)) {
         return ranges;
     }
-    const QString stored = hasStoredCounts(history) ? u"ifnull(tianshu,1)"_s : u"1"_s;
-    for (Recordset rows(history, u"select dm,cong,dao,"_s + stored + u" from lishifanwei"_s);
+    const QString stored = hasAskedColumn(history, u"tianshu"_s) ? u"ifnull(tianshu,1)"_s : u"1"_s;
+    const QString factors = hasAskedColumn(history, u"yinzi"_s) ? u"ifnull(yinzi,0)"_s : u"0"_s;
+    for (Recordset rows(history, u"select dm,ifnull(cong,''),ifnull(dao,''),"_s + stored + u',' +
+                                     factors + u" from lishifanwei"_s);
          !rows.atEnd(); rows.moveNext()) {
         ranges[rows.value(0).toText()] = {{dayIn(rows, 1), dayIn(rows, 2)},
-                                          rows.value(3).toInteger()};
+                                          rows.value(3).toInteger(),
+                                          rows.value(4).toInteger() != 0};
     }
     return ranges;
 }

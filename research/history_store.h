@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "research/day_batches.h"
+#include "services/factors.h"
 #include "store/connection.h"
 
 namespace guanchao {
@@ -34,18 +35,24 @@ struct DayRange {
 // By code.
 using DayRanges = QMap<QString, DayRange>;
 
+// What the services have been asked for of a code.
 struct AskedRange {
-    DayRange days;
+    DayRange days;      // none without one
     qint64 stored = 0;  // how many days the code had then, up to the last of the range
+    bool withFactors = false;
 };
+
+using FactorsOfCodes = QMap<QString, FactorList>;
 
 // Writes the days that are not there, each code and day once, puts the themes, if there are any, in
 // the place of those that are there, and the ranges in the place of those of their codes. A file is
-// made if it is missing and gets the indexes that it lacks. Returns how many days the first file
-// got. Raises StoreError and std::runtime_error: both files are then as they were, but if the
-// second can't be committed, the first has its days, which come into the second the next time.
-int addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
-                 const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked = {});
+// made if it is missing and gets the indexes that it lacks. A code of which only days without
+// factors (all are 1) were stored gets its factors on all days; others keep theirs. Raises
+// StoreError and std::runtime_error: both files are then as they were, but if the second can't be
+// committed, the first has its days, which come into the second the next time.
+AddedDays addToHistory(const HistoryFiles& files, const QList<DayRow>& days,
+                       const std::optional<QList<ThemeMember>>& themes, const DayRanges& asked = {},
+                       const FactorsOfCodes& factors = {});
 
 // Gives its rows to `take`.
 using ReadDays = std::function<void(const TakeDay& take)>;
@@ -59,6 +66,9 @@ void levelSecond(const HistoryFiles& files, const QStringList& codes);
 
 // What services have been asked for, of a file in which no table may tell.
 QMap<QString, AskedRange> askedRanges(Connection& history);
+
+// Whether none of the code's stored days has a factor: all are 1.
+bool isWithoutFactors(Connection& history, const QString& dm);
 
 // The tables of a file, in upper case.
 QSet<QString> tablesOf(Connection& history);

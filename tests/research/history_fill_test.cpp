@@ -115,14 +115,14 @@ TEST_F(HistoryFillTest, OnlyTheMissingDaysComeToAHistoryThatIsThere) {
     QList<DayRow> there;
     for (const QString& dm : {leadingIndex, u"SH600000"_s}) {
         for (const QDate& day : {QDate(2026, 11, 19), QDate(2026, 11, 23)}) {
-            there << DayRow{dm, day, 1, 1, 1, 1000, 1000, 1, 1, 1};
+            there << DayRow{dm, day, 1, 1, 1, 1000, 1000, 1, 1, 0.5};
         }
     }
     addToHistory({store_.stores.firstHistory.path, store_.stores.secondHistory.path}, there, {});
     fill();
     EXPECT_EQ(days(u"SH600000"_s, u"2026-11-18"_s),
-              QStringList({u"18 1000 1000 1.0"_s, u"19 1000 1000 1.0"_s, u"20 1000 1000 1.0"_s,
-                           u"23 1000 1000 1.0"_s, u"24 1000 667 1.5"_s}));
+              QStringList({u"18 1000 1000 0.5"_s, u"19 1000 1000 0.5"_s, u"20 1000 1000 0.5"_s,
+                           u"23 1000 1000 0.5"_s, u"24 1000 667 0.75"_s}));
 }
 
 // Two holes about stored days of another make, with a dividend in the first hole.
@@ -204,7 +204,8 @@ TEST_F(HistoryFillTest, DaysThatHaveGoneAreAskedForAgain) {
          {dm}},
         {u"all, in a file of before"_s,
          {u"delete from SH600000"_s, u"alter table lishifanwei rename to former"_s,
-          u"create table lishifanwei as select dm,cong,dao from former"_s, u"drop table former"_s},
+          u"create table lishifanwei (dm text primary key,cong text,dao text)"_s,
+          u"insert into lishifanwei select dm,cong,dao from former"_s, u"drop table former"_s},
          {dm}},
     };
     list(dm);
@@ -358,6 +359,80 @@ TEST_F(HistoryFillTest, ACodeWithoutItsFactorsIsLeftForAnotherTime) {
     services_.history[0].kind = u"sina"_s;
     EXPECT_EQ(fill().codes, 1) << "none are named: prices as they are";
     EXPECT_EQ(days(u"SH600000"_s, u"2026-11-24"_s), QStringList{u"24 1000 1000 1.0"_s});
+}
+
+// A dividend on the 18th, and one in a hole; one whose former close an exchange told.
+TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
+    const QString whole = u"SH600000"_s;
+    const QString hole = u"SH600001"_s;
+    const QString own = u"SH600002"_s;
+    QList<DayRow> there;
+    for (const QString& dm : {whole, hole, own}) {
+        list(dm);
+        market_.factors[dm] = {{{2026, 11, 18}, 2}, {{2026, 11, 20}, 2.5}};
+        for (const QDate& day : days_) {
+            const bool isLater = day >= QDate(2026, 11, 18);
+            market_.closes[dm][day] = isLater ? 5 : 10;
+            if (dm != hole || day != QDate(2026, 11, 20)) {
+                there << DayRow{
+                    dm,
+                    day,
+                    1,
+                    1,
+                    1,
+                    isLater ? 500 : 1000,
+                    day == QDate(2026, 11, 18) || day < QDate(2026, 11, 18) ? 1000 : 500,
+                    1,
+                    1,
+                    dm == own && isLater ? 1.9 : 1.0};
+            }
+        }
+    }
+    const QString told = u"SH600003"_s;
+    list(told);
+    market_.factors[told] = {{{2026, 11, 18}, 2}};
+    for (const QDate& day : days_) {
+        there << DayRow{told, day, 1, 1, 1, 1000, day == QDate(2026, 11, 18) ? 505 : 1000, 1, 1, 1};
+    }
+    const HistoryFiles files = {store_.stores.firstHistory.path, store_.stores.secondHistory.path};
+    addToHistory(files, there, {});
+    services_.factors.clear();
+    fill();
+    const QStringList before = days(whole, u"2026-11-17"_s);
+    services_.factors = ScriptedHistory::services().factors;
+    fill(true);
+    EXPECT_EQ(days(whole, u"2026-11-17"_s), before) << "a daily update asks for the new days alone";
+    const FillTally tally = fill();
+    EXPECT_EQ(market_.asked.filter(u"factors"_s),
+              QStringList({u"factors SH600000"_s, u"factors SH600001"_s, u"factors SH600003"_s}));
+    EXPECT_EQ(tally.refactored, 3);
+    EXPECT_TRUE(tally.words().contains(u"3 只原来的日线没有复权因子"_s));
+    const QStringList joined = {u"17 1000 1000 1.0"_s, u"18 500 500 2.0"_s, u"19 500 500 2.0"_s,
+                                u"20 500 400 2.5"_s,   u"23 500 500 2.5"_s, u"24 500 500 2.5"_s};
+    EXPECT_EQ(days(whole, u"2026-11-17"_s), joined);
+    EXPECT_EQ(days(hole, u"2026-11-17"_s), joined);
+    EXPECT_EQ(first(u"select dm,count(*) from geguhq where fuquanyz>1 group by dm"_s),
+              QStringList({u"SH600000|5"_s, u"SH600001|5"_s, u"SH600002|5"_s, u"SH600003|5"_s}));
+    EXPECT_EQ(days(own, u"2026-11-24"_s), QStringList{u"24 500 500 1.9"_s});
+    EXPECT_EQ(days(told, u"2026-11-18"_s).first(2),
+              QStringList({u"18 1000 505 2.0"_s, u"19 1000 1000 2.0"_s}));
+    EXPECT_EQ(fill().refactored, 0);
+    EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s}) << "once and for all";
+}
+
+// Codes that have left the market are unknown; not those that have a quote.
+TEST_F(HistoryFillTest, AServiceThatKnowsNoCodeThatIsTradedEndsIt) {
+    listMany(60);
+    for (int it = 0; it < 60; ++it) {
+        market_.closes.remove(u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0')));
+    }
+    EXPECT_EQ(fill().unknown, 60);
+    for (int it = 0; it < 60; ++it) {
+        market_.quotes[u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0'))] = {10, 11};
+    }
+    const FillTally tally = fill();
+    EXPECT_TRUE(tally.ending.contains(u"其中 50 只正在交易"_s)) << tally.words().toStdString();
+    EXPECT_EQ(tally.unknown, 50);
 }
 
 // The codes that reach to the day before get the close from the quotes, the others are asked for.
