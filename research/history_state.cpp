@@ -51,6 +51,7 @@ public:
         : connection_(path, {}),
           tables_(tablesOf(connection_)),
           asked_(askedRanges(connection_)),
+          today_(today),
           untilToday_(u"date(shijian)<="_s + quoted(dateText(today))) {}
 
     StoredDays stored(const QString& dm) {
@@ -63,10 +64,11 @@ public:
             const QString days = all + u"'' and "_s + untilToday_;
             const QString inOrder = u"select date(shijian)"_s + days + u" order by date(shijian)"_s;
             const QString count = u"(select count(*)"_s;
-            const Recordset row(connection_, u"select ("_s + inOrder + u" limit 1),("_s + inOrder +
-                                                 u" desc limit 1),"_s + count + days + u"),"_s +
-                                                 count + all + quoted(dateText(asked.days.last)) +
-                                                 u" and "_s + untilToday_ + u')');
+            const Recordset row(
+                connection_, u"select ("_s + inOrder + u" limit 1),("_s + inOrder +
+                                 u" desc limit 1),"_s + count + days + u"),"_s + count + all +
+                                 quoted(dateText(asked.days.isNull() ? today_ : asked.days.last)) +
+                                 u" and "_s + untilToday_ + u')');
             stored.first = dayIn(row, 0);
             stored.last = dayIn(row, 1);
             stored.count = static_cast<int>(row.value(2).toInteger());
@@ -107,6 +109,7 @@ private:
     Connection connection_;
     QSet<QString> tables_;
     QMap<QString, AskedRange> asked_;
+    QDate today_;
     QString untilToday_;
 };
 
