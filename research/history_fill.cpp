@@ -162,7 +162,7 @@ QCoro::Task<bool> HistoryFill::fillLeadingIndex(std::stop_token stop) {
             asked[leadingIndex] = index.asked;
         }
     }
-    co_await store(rows, members_, asked, {}, stop);
+    co_await store(rows, members_, asked, FactorsOfCodes(), stop);
     QSet<QDate> days(state_.marketDays.cbegin(), state_.marketDays.cend());
     for (const DayRow& row : rows) {
         days << row.day;
@@ -234,7 +234,7 @@ QCoro::Task<> HistoryFill::storeQuotes(QList<DayQuote> quotes, QDate formerDay,
         stored.last = row.day;
         ++stored.count;
     }
-    co_await store(rows, std::nullopt, asked, {}, stop);
+    co_await store(rows, std::nullopt, asked, FactorsOfCodes(), stop);
     tally_.codes += static_cast<int>(rows.size());
 }
 
