@@ -17,7 +17,7 @@ namespace {
 const QString articles = u"cmsArticleWebOld"_s;
 const QString timeForm = u"yyyy-MM-dd HH:mm:ss"_s;
 // Newest first: hits of one minute may come in any order, but not those of other days.
-constexpr qint64 mostDisorderSeconds = 24 * 60 * 60;
+constexpr qint64 mostDisorderSeconds = 86400;
 
 QByteArray callName(const QString& keyword, int page) {
     return "jQuery" + QByteArray::number(qChecksum(keyword.toUtf8())) + '_' +

@@ -148,7 +148,7 @@ void readSeeds(const QString& path, const QByteArray& bytes) {
 
 void readHistory(const QString& path, const QByteArray& bytes) {
     writeFile(path, bytes);
-    DaySource(path, VolumeUnit::shares).read([](const DayRow& it) {
+    DaySource(path, VolumeUnit::shares, QDate(2026, 11, 24)).read([](const DayRow& it) {
         requireSense(it.dm.size() == 8 && it.day.isValid(), "读出不是日期的一天");
         for (const qint64 price : {it.open, it.high, it.low, it.close}) {
             requireSense(price >= 1 && price <= 100000000, "价格不在范围内");

@@ -68,7 +68,7 @@ void takeQuotes(const QByteArray& bytes) {
                                  [](const CodeBatch&, const MissedQuotes&) {}, {}));
     }
     CodeTableJob(stores, clock, initials, {})
-        .write({u"sh600000,sz000001"_s, {}}, {textFromGbk(bytes).toUtf8()});
+        .write({u"sh600000,sz000001"_s, {}}, {0, {textFromGbk(bytes).toUtf8()}});
     for (const QString& table : {u"dmb"_s, u"jiankonghq"_s}) {
         const QString odd = u"select count(*) from "_s + table +
                             u" where not (abs(sp)<=1e18 and abs(zhangfu)<=1e30 and"

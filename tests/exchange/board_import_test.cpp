@@ -42,8 +42,10 @@ protected:
     }
 
     static std::vector<PracticeStock> stocks() {
+        constexpr int wanted = 170;
         std::vector<PracticeStock> stocks;
-        for (int it = 0; it < 170; ++it) {
+        stocks.reserve(wanted);
+        for (int it = 0; it < wanted; ++it) {
             stocks.push_back({numbered(u"SZ300%1"_s, it), numbered(u"某股%1"_s, it)});
         }
         return stocks;

@@ -18,7 +18,7 @@ constexpr double fewestADay = 0.5;
 constexpr double mostADay = 200;
 constexpr int daysOfNews = 400;
 constexpr qint64 mostCounted = 10000;
-constexpr qint64 secondsADay = 24 * 60 * 60;
+constexpr qint64 secondsADay = 86400;
 const QString articles = u"cmsArticleWebOld"_s;
 
 const QString titles[] = {u"%1 今日大涨，成交放大"_s, u"%1 小幅上涨"_s, u"%1 最新消息汇总"_s,
