@@ -37,8 +37,6 @@ public:
         QString reason;  // of the last failure
     };
 
-    using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
-
     Collection(Job& job, const StoreFile& heat, HttpClient& http, const Clock& clock,
                const Pacing& pacing, Wait wait = pause);
 

@@ -4,9 +4,9 @@
 
 #include "base/time_left.h"
 #include "base/values.h"
-#include "base/worker.h"
 #include "exchange/theme_text.h"
-#include "store/store_error.h"
+#include "services/polite_http.h"
+#include "store/patient_worker.h"
 
 namespace guanchao {
 
@@ -16,10 +16,6 @@ namespace {
 
 constexpr int mostFailuresInARow = 10;
 constexpr int mostRests = 3;
-// Longer than an address is left alone.
-constexpr std::chrono::seconds restTime(95);
-constexpr int triesToWrite = 12;
-constexpr std::chrono::seconds betweenTriesToWrite(5);
 
 }  // namespace
 
@@ -36,7 +32,7 @@ QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards,
                                          std::stop_token stop) {
     const std::stop_callback whenStopped(stop, [this] { control_.stop(); });
     total_ = static_cast<int>(boards.size());
-    working_.start();
+    working_.goOn();
     try {
         co_await carryOut(service, boards, stop);
     } catch (const Cancelled&) {
@@ -65,10 +61,10 @@ QCoro::Task<> BoardImport::takePause() {
     if (!control_.isPaused()) {
         co_return;
     }
-    worked_ += working_.nsecsElapsed();
+    working_.rest();
     show(u"已暂停"_s);
     co_await control_.untilItGoesOn();
-    working_.start();
+    working_.goOn();
 }
 
 QCoro::Task<> BoardImport::take(Service service, Board board, std::stop_token stop) {
@@ -100,7 +96,7 @@ QCoro::Task<BoardImport::Reply> BoardImport::ask(Service service, Board board) {
             co_return reply;
         }
         show(u"网站限制了访问，歇一会儿再继续…"_s);
-        co_await wait_(restTime, control_.asking());
+        co_await wait_(longerThanARest, control_.asking());
         show(u"正在导入 "_s + board.name);
     }
 }
@@ -120,24 +116,12 @@ QCoro::Task<StoredBoard> BoardImport::store(QString theme, QList<ListedStock> st
     const auto job = [stores = stores_, theme, stocks, date = date_](const auto&) {
         return storeBoard(stores, theme, stocks, date);
     };
-    for (int tries = 1;; ++tries) {
-        try {
-            const StoredBoard stored = co_await inWorker(job, stop);
-            co_return StoredBoard(stored);
-        } catch (const StoreError& failure) {
-            const bool isLast = tries == triesToWrite || control_.isStopped();
-            if (failure.fault() != StoreFault::busy || isLast) {
-                throw;
-            }
-        }
-        co_await wait_(betweenTriesToWrite, stop);
-    }
+    const StoredBoard stored = co_await inWorkerOnceFree(job, wait_, control_, stop);
+    co_return StoredBoard(stored);
 }
 
 void BoardImport::show(const QString& step) {
-    const qint64 elapsed = worked_ + (control_.isPaused() ? 0 : working_.nsecsElapsed());
-    watch_.progress(
-        {step, done_, total_, timeLeftWords(std::chrono::nanoseconds(elapsed), done_, total_)});
+    watch_.progress({step, done_, total_, timeLeftWords(working_.elapsed(), done_, total_)});
 }
 
 }  // namespace guanchao

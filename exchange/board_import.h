@@ -3,26 +3,18 @@
 // the boards that have not come yet. One object is one run.
 #pragma once
 
-#include <QElapsedTimer>
 #include <chrono>
 #include <functional>
 
 #include "base/pause.h"
 #include "base/run_control.h"
+#include "base/run_progress.h"
 #include "exchange/board_store.h"
 #include "exchange/board_tally.h"
 #include "platform/clock.h"
 #include "services/boards.h"
 
 namespace guanchao {
-
-// How far a run is, in boards.
-struct BoardProgress {
-    QString step;
-    int done = 0;
-    int total = 0;
-    QString timeLeft;
-};
 
 // What became of a board.
 struct BoardOutcome {
@@ -35,11 +27,10 @@ class BoardImport {
 public:
     // Called as the run goes on, in the thread that shows.
     struct Watch {
-        std::function<bool(const Board&)> isWanted;  // still, when its turn has come
-        std::function<void(const BoardProgress&)> progress;
+        std::function<bool(const Board&)> isWanted;        // still, when its turn has come
+        std::function<void(const RunProgress&)> progress;  // in boards
         std::function<void(const BoardOutcome&)> settled;
     };
-    using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
 
     BoardImport(const Stores& stores, const Clock& clock, HttpClient& http, RunControl& control,
                 Watch watch, Wait wait = pause);
@@ -70,8 +61,7 @@ private:
     int done_ = 0;
     int total_ = 0;
     int failuresInARow_ = 0;
-    QElapsedTimer working_;  // without pauses
-    qint64 worked_ = 0;
+    WorkTime working_;
 };
 
 }  // namespace guanchao

@@ -60,7 +60,7 @@ QCoro::Task<> CodeTableUpdate::carryOut(bool withBeijing, std::stop_token stop) 
     const auto read = [stores = stores_](const auto&) { return readKnownCodes(stores); };
     const KnownCodes known = co_await inWorker(read, stop);
     progress_({u"正在问网站有哪些股票…"_s, 0, 0, {}});
-    working_.start();
+    working_.goOn();
     const StockListFault faultOf = [=](const QList<ListedStock>& list) {
         return codeListFault(list, known, withBeijing);
     };
@@ -98,7 +98,7 @@ void CodeTableUpdate::showPages(qsizetype stocks, std::optional<qsizetype> total
     const int done = static_cast<int>(stocks);
     const int all = static_cast<int>(total.value_or(0));
     progress_({u"正在读取名单，已经有 %1 只"_s.arg(done), done, all,
-               timeLeftWords(std::chrono::nanoseconds(working_.nsecsElapsed()), done, all)});
+               timeLeftWords(working_.elapsed(), done, all)});
 }
 
 }  // namespace guanchao

@@ -3,23 +3,15 @@
 // changes nothing. One object is one run.
 #pragma once
 
-#include <QElapsedTimer>
 #include <functional>
 
 #include "base/run_control.h"
+#include "base/run_progress.h"
 #include "exchange/code_table_changes.h"
 #include "platform/clock.h"
 #include "services/stock_list.h"
 
 namespace guanchao {
-
-// How far a run is, in stocks; a total of 0 is not known yet.
-struct CodeTableProgress {
-    QString step;
-    int done = 0;
-    int total = 0;
-    QString timeLeft;
-};
 
 struct CodeTableResult {
     bool stopped = false;
@@ -36,7 +28,8 @@ struct CodeTableResult {
 
 class CodeTableUpdate {
 public:
-    using Progress = std::function<void(const CodeTableProgress&)>;
+    // Counts stocks.
+    using Progress = std::function<void(const RunProgress&)>;
 
     // `initialsPath` is the list of exceptions that the initials have.
     CodeTableUpdate(const Stores& stores, const Clock& clock, HttpClient& http,
@@ -59,7 +52,7 @@ private:
     StockList list_;
 
     CodeTableResult result_;
-    QElapsedTimer working_;
+    WorkTime working_;
 };
 
 }  // namespace guanchao

@@ -192,7 +192,7 @@ QCoro::Task<> Form33::importTicked(std::stop_token stop) {
     });
     BoardImport run(environment_.stores, environment_.clock, environment_.client, *control_,
                     {[this](const Board& it) { return isTicked(*items_[it.node]); },
-                     [this](const BoardProgress& it) { showProgress(it); },
+                     [this](const RunProgress& it) { showProgress(it); },
                      [this](const BoardOutcome& it) { showOutcome(it); }});
     const QList<Board> boards = ticked();
     const BoardTally tally = co_await run.run(boards_.service, boards, stop);
@@ -215,7 +215,7 @@ void Form33::stopImport() {
     }
 }
 
-void Form33::showProgress(const BoardProgress& progress) {
+void Form33::showProgress(const RunProgress& progress) {
     ui_->step->setText(shortened(progress.step, longestShownName) +
                        u"（%1 / %2）"_s.arg(progress.done).arg(progress.total));
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);

@@ -41,7 +41,7 @@ private:
     QCoro::Task<> importTicked(std::stop_token stop);
     void pauseOrGoOn();
     void stopImport();
-    void showProgress(const BoardProgress& progress);
+    void showProgress(const RunProgress& progress);
     void showOutcome(const BoardOutcome& outcome);
     void showWords(const QString& words);
     void showState();

@@ -65,7 +65,7 @@ QCoro::Task<> Form35::update(std::stop_token stop) {
     CodeTableUpdate run(environment_.stores, environment_.clock, environment_.client,
                         environment_.services.stockList,
                         environment_.applicationFolder + u"initials.csv"_s, *control_,
-                        [this](const CodeTableProgress& it) { showProgress(it); });
+                        [this](const RunProgress& it) { showProgress(it); });
     const CodeTableResult result = co_await run.run(ui_->beijing->isChecked(), stop);
     showResult(result);
     co_await readTable(stop);
@@ -87,7 +87,7 @@ void Form35::showTable(const KnownCodes& known) {
                  last.isEmpty() ? u"还没有从名单更新过。"_s : u"上次更新：%1"_s.arg(last)));
 }
 
-void Form35::showProgress(const CodeTableProgress& progress) {
+void Form35::showProgress(const RunProgress& progress) {
     ui_->step->setText(progress.step);
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
 }

@@ -34,7 +34,7 @@ private:
     QCoro::Task<> update(std::stop_token stop);
     void stopUpdate();
     void showTable(const KnownCodes& known);
-    void showProgress(const CodeTableProgress& progress);
+    void showProgress(const RunProgress& progress);
     void showResult(const CodeTableResult& result);
     void showChanges(const CodeTableChanges& changes);
     void showWords(const QString& words);

@@ -71,7 +71,7 @@ void Form32::showFill() {
     ui_->pause->setText(fill.paused ? u"继续(&P)"_s : u"暂停(&P)"_s);
     ui_->stop->setEnabled(fill.running && !fill.stopping);
     ui_->stop->setText(fill.stopping ? u"正在停止…"_s : u"停止(&S)"_s);
-    const FillProgress& progress = fill.progress;
+    const RunProgress& progress = fill.progress;
     const QString share =
         progress.total > 0 ? u"（%1 / %2）"_s.arg(progress.done).arg(progress.total) : QString();
     ui_->step->setText(progress.step + share);

@@ -114,7 +114,7 @@ QCoro::Task<> HistoryDesk::run(FillWish wish, std::stop_token stop) {
         emit changed();
         emit settled();
     });
-    const auto show = [this](const FillProgress& progress) {
+    const auto show = [this](const RunProgress& progress) {
         shown_.progress = progress;
         emit changed();
     };

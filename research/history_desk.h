@@ -17,7 +17,7 @@ struct ShownFill {
     bool running = false;
     bool paused = false;
     bool stopping = false;
-    FillProgress progress;
+    RunProgress progress;
     QString words;  // what the last one came to; empty before its end
 };
 

@@ -7,9 +7,10 @@
 #include "base/activity.h"
 #include "base/time_left.h"
 #include "research/history_rows.h"
+#include "services/polite_http.h"
 #include "services/stock_code.h"
 #include "services/trading_day.h"
-#include "store/store_error.h"
+#include "store/patient_worker.h"
 
 namespace guanchao {
 
@@ -25,10 +26,6 @@ constexpr qsizetype mostUnknownInARow = 50;
 // Of a quote that shows that the code is traded.
 constexpr int oldestQuoteDays = 15;
 constexpr int mostRests = 3;
-// Longer than an address is left alone.
-constexpr std::chrono::seconds restTime(95);
-constexpr int triesToWrite = 12;
-constexpr std::chrono::seconds betweenTriesToWrite(5);
 
 Activity filling() {
     return Activity(u"补全历史行情"_s, u"已经补上的日线都已保留。"_s);
@@ -274,7 +271,7 @@ QCoro::Task<> HistoryFill::fillGaps(std::stop_token stop) {
     total_ = static_cast<int>(gaps_.size());
     qsizetype ahead = past_.ahead();
     std::deque<QCoro::Task<FilledGap>> onTheirWay;
-    working_.start();
+    working_.goOn();
     while (!gaps_.empty() || !onTheirWay.empty()) {
         co_await waitWhilePaused(stop);
         for (; !gaps_.empty() && std::ssize(onTheirWay) < ahead; gaps_.pop_front()) {
@@ -302,10 +299,10 @@ QCoro::Task<> HistoryFill::waitWhilePaused(std::stop_token stop) {
         co_return;
     }
     co_await write(stop);
-    worked_ += working_.nsecsElapsed();
+    working_.rest();
     show(u"已暂停"_s, done_, total_);
     co_await control_.untilItGoesOn();
-    working_.start();
+    working_.goOn();
 }
 
 // A service that has had enough of us is left alone for a while, and then asked again for those
@@ -324,7 +321,7 @@ QCoro::Task<> HistoryFill::endStreak(std::stop_token stop) {
     }
     co_await write(stop);
     show(u"服务限制了访问，歇一会儿再继续…"_s, done_, total_);
-    co_await wait_(restTime, control_.asking());
+    co_await wait_(longerThanARest, control_.asking());
 }
 
 // Codes that have left the market stand together at most; a service that says so of codes that are
@@ -396,29 +393,13 @@ QCoro::Task<> HistoryFill::store(QList<DayRow> rows, std::optional<QList<ThemeMe
         const Activity activity = filling();
         return addToHistory(files, rows, members, asked, factors);
     };
-    for (int tries = 1;; ++tries) {
-        try {
-            const AddedDays added = co_await inWorker(job, stop);
-            tally_.rows += static_cast<int>(added.added);
-            tally_.refactored += added.refactored;
-            co_return;
-        } catch (const StoreError& failure) {
-            const bool isLast = tries == triesToWrite || control_.isStopped();
-            if (failure.fault() != StoreFault::busy || isLast) {
-                throw;
-            }
-        }
-        co_await wait_(betweenTriesToWrite, stop);
-    }
+    const AddedDays added = co_await inWorkerOnceFree(job, wait_, control_, stop);
+    tally_.rows += static_cast<int>(added.added);
+    tally_.refactored += added.refactored;
 }
 
 void HistoryFill::show(const QString& step, int done, int total) {
-    FillProgress progress = {step, done, total, {}};
-    if (working_.isValid()) {
-        progress.timeLeft =
-            timeLeftWords(std::chrono::nanoseconds(worked_ + working_.nsecsElapsed()), done, total);
-    }
-    show_(progress);
+    show_({step, done, total, timeLeftWords(working_.elapsed(), done, total)});
 }
 
 }  // namespace guanchao

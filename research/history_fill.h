@@ -4,12 +4,12 @@
 // database gets the themes of the main store. One object is one run.
 #pragma once
 
-#include <QElapsedTimer>
 #include <deque>
 #include <functional>
 
 #include "base/pause.h"
 #include "base/run_control.h"
+#include "base/run_progress.h"
 #include "base/worker.h"
 #include "platform/clock.h"
 #include "research/day_quotes.h"
@@ -27,18 +27,10 @@ struct FillWish {
     bool onlyNewDays = false;
 };
 
-// How far a run is, in codes.
-struct FillProgress {
-    QString step;
-    int done = 0;
-    int total = 0;  // 0: not known yet
-    QString timeLeft;
-};
-
 class HistoryFill {
 public:
-    using Show = std::function<void(const FillProgress&)>;
-    using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
+    // Counts codes.
+    using Show = std::function<void(const RunProgress&)>;
 
     HistoryFill(const Stores& stores, const Clock& clock, HttpClient& http,
                 const Services& services, FillWish wish, RunControl& control, Show show,
@@ -93,8 +85,7 @@ private:
     QList<FilledGap> streak_;  // failures in a row
     int rests_ = 0;            // since the last answer
     QStringList unknown_;      // codes in a row
-    QElapsedTimer working_;    // without pauses
-    qint64 worked_ = 0;
+    WorkTime working_;
 };
 
 }  // namespace guanchao

@@ -14,10 +14,11 @@
 
 namespace guanchao {
 
+// After so long an address at rest is asked again.
+inline constexpr std::chrono::seconds longerThanARest(95);
+
 class PoliteHttp : public HttpClient {
 public:
-    using Wait = std::function<QCoro::Task<>(std::chrono::milliseconds, std::stop_token)>;
-
     PoliteHttp(HttpClient& http, const Clock& clock, Wait wait = pause);
 
     // A request to an address at rest ends at once as `resting`.

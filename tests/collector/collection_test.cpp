@@ -75,7 +75,7 @@ protected:
     Pacing pacing_{settings_, [] { return 0.5; }};
     QList<int> waits_;
     std::function<void(qsizetype)> onWait_;
-    Collection::Wait wait_ = [this](auto time, auto stop) { return wait(time, stop); };
+    Wait wait_ = [this](auto time, auto stop) { return wait(time, stop); };
     Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_, wait_};
     Runs runs_{failures_};
 };

@@ -68,7 +68,7 @@ protected:
         http_.paths.clear();
         control_ = std::make_unique<RunControl>();
         const BoardImport::Watch watch = {[](const Board&) { return true; },
-                                          [this](const BoardProgress& it) { onProgress_(it); },
+                                          [this](const RunProgress& it) { onProgress_(it); },
                                           [this](const BoardOutcome& it) { onSettled_(it); }};
         BoardImport import(store_.stores, clock_, http_, *control_, watch, wait_);
         return endOf(import.run(list.service, list.boards, {}));
@@ -81,10 +81,10 @@ protected:
     Service service_;
     SpoiledHttp http_;
     std::unique_ptr<RunControl> control_;
-    std::function<void(const BoardProgress&)> onProgress_ = [](const BoardProgress&) {};
+    std::function<void(const RunProgress&)> onProgress_ = [](const RunProgress&) {};
     std::function<void(const BoardOutcome&)> onSettled_ = [](const BoardOutcome&) {};
     int waits_ = 0;
-    BoardImport::Wait wait_ = [this](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> {
+    Wait wait_ = [this](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> {
         ++waits_;
         co_return;
     };
@@ -168,7 +168,7 @@ TEST_F(BoardImportTest, WhatHasComeStaysWhereTheUserStops) {
 
 TEST_F(BoardImportTest, APauseHoldsTheNextBoard) {
     QStringList steps;
-    onProgress_ = [&](const BoardProgress& progress) {
+    onProgress_ = [&](const RunProgress& progress) {
         steps << progress.step;
         if (progress.step == u"已暂停"_s) {
             EXPECT_EQ(http_.paths.size(), 1);

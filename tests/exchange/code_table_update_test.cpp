@@ -45,7 +45,7 @@ protected:
         const QString exceptions = QStringLiteral(GUANCHAO_SOURCE_DIR "/data/initials.csv");
         CodeTableUpdate run(store_.stores, clock_, http_, {{{}, {}, 0, 1, 0, u"sina"_s}},
                             exceptions, *control_,
-                            [this](const CodeTableProgress& it) { onProgress_(it); });
+                            [this](const RunProgress& it) { onProgress_(it); });
         return endOf(run.run(withBeijing, {}));
     }
 
@@ -53,7 +53,7 @@ protected:
     QStringList beijing_ = {u"BJ920001|京一"_s};
     std::optional<QByteArray> told_;
     std::unique_ptr<RunControl> control_;
-    std::function<void(const CodeTableProgress&)> onProgress_ = [](const CodeTableProgress&) {};
+    std::function<void(const RunProgress&)> onProgress_ = [](const RunProgress&) {};
 };
 
 TEST_F(CodeTableUpdateTest, WhatAListChanges) {
@@ -210,7 +210,7 @@ TEST_F(CodeTableUpdateTest, AFailureOrAStopLeavesTheTableAsItWas) {
     EXPECT_THROW(update(), StoreError);
     EXPECT_EQ(stocks(), before);
     store_.run({u"drop trigger t"_s});
-    onProgress_ = [this](const CodeTableProgress& it) {
+    onProgress_ = [this](const RunProgress& it) {
         if (it.done > 0) {
             control_->stop();
         }

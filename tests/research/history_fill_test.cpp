@@ -43,7 +43,7 @@ protected:
         market_.asked.clear();
         HistoryFill fill(
             store_.stores, clock_, market_, services_, {1, onlyNewDays}, *control_,
-            [](const FillProgress&) {}, wait_);
+            [](const RunProgress&) {}, wait_);
         const FillTally tally = endOf(fill.run({}));
         control_ = std::make_unique<RunControl>();
         return tally;
@@ -70,8 +70,7 @@ protected:
     Services services_ = ScriptedHistory::services();
     std::unique_ptr<RunControl> control_ = std::make_unique<RunControl>();
     QList<std::chrono::milliseconds> waits_;
-    HistoryFill::Wait wait_ = [this](std::chrono::milliseconds time,
-                                     std::stop_token) -> QCoro::Task<> {
+    Wait wait_ = [this](std::chrono::milliseconds time, std::stop_token) -> QCoro::Task<> {
         waits_ << time;
         co_return;
     };
@@ -296,7 +295,7 @@ TEST_F(HistoryFillTest, APauseStoresWhatHasComeAndGoesOn) {
         }
     };
     HistoryFill fill(
-        store_.stores, clock_, market_, services_, {1}, *control_, [](const FillProgress&) {},
+        store_.stores, clock_, market_, services_, {1}, *control_, [](const RunProgress&) {},
         wait_);
     const QCoro::Task<FillTally> run = fill.run({});
     until([this] { return control_->isPaused(); });
