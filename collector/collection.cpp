@@ -126,6 +126,7 @@ bool Collection::takeDueItem() {
     current_ = *due;
     queue_.erase(due);
     asked_ = {};
+    request_.reset();
     show(ItemState::asking);
     return true;
 }
@@ -147,9 +148,13 @@ QCoro::Task<> Collection::askForPage(std::stop_token stop) {
     }
 }
 
+// A request that was decided when the page before came stands: by now the job might want none.
 QCoro::Task<> Collection::readPage(std::stop_token stop) {
-    const std::optional<QString> request = job_.nextRequest(items_[current_->item].item, asked_);
-    const Page page = co_await source_->get(asked_.way, request.value(), stop);
+    if (!request_) {
+        request_ = job_.nextRequest(items_[current_->item].item, asked_);
+    }
+    const QString request = request_.value();
+    const Page page = co_await source_->get(asked_.way, request, stop);
     if (!page.lack.isEmpty()) {
         failPage(u"网页没有读到："_s + page.lack);
         co_return;
@@ -165,7 +170,8 @@ QCoro::Task<> Collection::readPage(std::stop_token stop) {
 
 QCoro::Task<> Collection::takePage(QByteArray page, std::stop_token stop) {
     asked_.pages << page;
-    if (!job_.nextRequest(items_[current_->item].item, asked_)) {
+    request_ = job_.nextRequest(items_[current_->item].item, asked_);
+    if (!request_) {
         co_await writeItem(stop);
     }
 }
@@ -184,6 +190,7 @@ void Collection::failPage(const QString& reason) {
     ++failedPagesInARow_;
     if (asked_.way + 1 < job_.ways()) {
         asked_ = {asked_.way + 1, {}};
+        request_.reset();
         return;
     }
     fail(reason);

@@ -94,7 +94,8 @@ private:
     QList<Progress> items_;
     QList<Pending> queue_;
     std::optional<Pending> current_;
-    Asked asked_;  // for the current one
+    Asked asked_;                     // for the current one
+    std::optional<QString> request_;  // for its next page, once the one before has come
     RunState state_ = RunState::running;
     int written_ = 0;
     int failures_ = 0;

@@ -18,9 +18,10 @@ public:
     // Those of the second service: "/甲1b".
     std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override {
         const QString place = QString::number(asked.pages.size() + 1);
-        return asked.pages.size() < 2 ? std::optional<QString>(u'/' + item.key + place +
-                                                               (asked.way > 0 ? u"b"_s : u""_s))
-                                      : std::nullopt;
+        return asked.pages.size() < pagesOfAnItem
+                   ? std::optional<QString>(u'/' + item.key + place +
+                                            (asked.way > 0 ? u"b"_s : u""_s))
+                   : std::nullopt;
     }
     QString faultOf(const Item&, const Asked&, const QByteArray& page) const override {
         return page == "bad" ? u"坏"_s : QString();
@@ -34,6 +35,7 @@ public:
 
     QList<Item> list = {{u"甲"_s, u"甲"_s}, {u"乙"_s, u"乙"_s}};
     int services = 1;
+    qsizetype pagesOfAnItem = 2;
     QString refused;
     QStringList written;
 };
@@ -85,6 +87,13 @@ TEST_F(CollectionTest, PageAfterPageWithAPauseBetweenAll) {
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
     EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
+}
+
+TEST_F(CollectionTest, ARequestStandsThoughTheJobWouldDecideOtherwiseByThen) {
+    onWait_ = [this](qsizetype waits) { job_.pagesOfAnItem = waits == 1 ? 1 : 2; };
+    runToTheEnd();
+    EXPECT_EQ(http_.paths.first(2), (QStringList{u"/甲1"_s, u"/甲2"_s}));
+    EXPECT_EQ(collection_.failures(), 0);
 }
 
 TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
