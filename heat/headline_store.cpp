@@ -12,10 +12,7 @@ namespace {
 const QString timeForm = u"yyyy-MM-dd HH:mm:ss"_s;
 
 bool hasHeadlines(Connection& heat) {
-    return !Recordset(heat,
-                      u"select name from sqlite_master where type='table' and"
-                      u" name='xinwenbiaoti'"_s)
-                .atEnd();
+    return hasTable(heat, u"xinwenbiaoti"_s);
 }
 
 void addTable(Connection& heat) {

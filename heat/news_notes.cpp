@@ -10,10 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 bool hasNotes(Connection& heat) {
-    return !Recordset(heat,
-                      u"select name from sqlite_master where type='table' and"
-                      u" name='xinwenshuoming'"_s)
-                .atEnd();
+    return hasTable(heat, u"xinwenshuoming"_s);
 }
 
 void addTable(Connection& heat) {

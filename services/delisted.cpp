@@ -8,9 +8,7 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 QString delistedCodes(Connection& mainStore) {
-    const Recordset table(mainStore,
-                          u"select name from sqlite_master where type='table' and name='tuishi'"_s);
-    return table.atEnd() ? u"('')"_s : u"(select dm from tuishi)"_s;
+    return hasTable(mainStore, u"tuishi"_s) ? u"(select dm from tuishi)"_s : u"('')"_s;
 }
 
 QString quoteTimeOrDelisted(Connection& mainStore) {

@@ -74,4 +74,8 @@ private:
     int row_ = 0;
 };
 
+// Whether the store has a table of that name: one that is only added with its first row may be
+// missing.
+bool hasTable(Connection& connection, const QString& name);
+
 }  // namespace guanchao
