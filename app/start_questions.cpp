@@ -1,7 +1,6 @@
 #include "app/start_questions.h"
 
 #include <QCryptographicHash>
-#include <QHostAddress>
 #include <QSettings>
 #include <QUrl>
 #include <algorithm>
@@ -55,7 +54,7 @@ bool asksTheWeb(const Services& services) {
     return !services.isPractice && !services.stockList.isEmpty() &&
            std::ranges::none_of(services.quote, [](const Service& it) {
                const QString host = QUrl(it.host).host();
-               return host.isEmpty() || host == u"localhost"_s || QHostAddress(host).isLoopback();
+               return host.isEmpty() || isOnThisComputer(host);
            });
 }
 

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "collector/news_search.h"
-#include "collector/search_address.h"
 
 namespace guanchao {
 
@@ -33,15 +32,12 @@ QCoro::Task<Finding> askSearch(CheckDesk desk, Service service, RunOrder order,
 
 }  // namespace
 
-Check searchCheck(const Services& services, const QString& pages,
-                  const CollectorSettings& settings) {
+Check searchCheck(const Services& services, const QString& pages, const CollectorSettings& settings,
+                  const Clock& clock) {
     const RunOrder order = {.day = {}, .yinqingurl = pages};
-    QList<Service> sites = services.search;
-    for (Service& it : sites) {
-        if (it.kind == u"page"_s) {
-            it = SearchAddress(pages, it, settings.timeoutSeconds).service();
-        }
-        it.purpose = u"search"_s;
+    QList<Service> sites;
+    for (const Service& it : services.search) {
+        sites << newsSearch(order, settings, it, clock)->service();
     }
     return {u"search"_s, {}, sites, [=](CheckDesk desk, Service it, std::stop_token stop) {
                 return askSearch(desk, it, order, settings, stop);

@@ -10,7 +10,7 @@ namespace guanchao {
 
 // `pages` is the pattern of the search pages in the heat store: a page is asked where it leads,
 // unless services.ini names a host. Raises OperationError for one that is none.
-Check searchCheck(const Services& services, const QString& pages,
-                  const CollectorSettings& settings);
+Check searchCheck(const Services& services, const QString& pages, const CollectorSettings& settings,
+                  const Clock& clock);
 
 }  // namespace guanchao

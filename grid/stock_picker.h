@@ -9,8 +9,8 @@
 namespace guanchao {
 
 // The candidates for digits of the code, initials of the short name or a code with its market
-// prefix, each as "code  name&&", with 已退市 behind
-// the name of one that is delisted; empty if there is none. Reads the code table of the main store.
+// prefix, each as "code  name&&", with 已退市 behind the name of one that is delisted; empty if
+// there is none. Reads the code table of the main store.
 QString chazhaodaima(const StoreFile& mainStore, const QString& text);
 
 // The candidates as lines of a list.

@@ -1,7 +1,6 @@
 #include "platform/qt_http_client.h"
 
 #include <QElapsedTimer>
-#include <QHostAddress>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QTimer>
@@ -22,8 +21,7 @@ constexpr int firstRefusal = 400;
 class SystemProxies : public QNetworkProxyFactory {
 public:
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
-        const QString host = query.peerHostName();
-        if (host == u"localhost"_s || QHostAddress(host).isLoopback()) {
+        if (isOnThisComputer(query.peerHostName())) {
             return {QNetworkProxy::NoProxy};
         }
         return systemProxyForQuery(query);

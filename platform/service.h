@@ -15,4 +15,7 @@ struct Service {
     QString purpose = {};     // what it is asked for: quote
 };
 
+// Of a host as QUrl and QNetworkProxyQuery name it, without its scheme.
+bool isOnThisComputer(const QString& hostName);
+
 }  // namespace guanchao

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "services/service_names.h"
 #include "store/failure.h"
 
 namespace guanchao {
@@ -24,8 +25,7 @@ const QString updatesKey = u"历史行情/收盘后自动更新"_s;
 void addLines(const QString& purpose, const QList<Service>& services, const ServiceWatch& watch,
               QStringList& lines) {
     for (const Service& service : services) {
-        const QString state = u" %1（%2）：%3"_s.arg(service.kind, service.host,
-                                                     stateWords(service, watch.stateOf(service)));
+        const QString state = u' ' + lineOn(service, stateWords(service, watch.stateOf(service)));
         const auto same =
             std::ranges::find_if(lines, [&](const QString& line) { return line.endsWith(state); });
         if (same == lines.end()) {

@@ -6,6 +6,7 @@
 #include "formats/text_file.h"
 #include "services/boards_eastmoney.h"
 #include "services/boards_sina.h"
+#include "services/service_names.h"
 
 namespace guanchao {
 
@@ -45,7 +46,7 @@ QCoro::Task<BoardList> Boards::list(BoardSort sort, std::stop_token stop) const 
         }
         const QString lack = reply.rows ? u"应答里没有板块"_s : reply.lack;
         http_.complain(service, lack);
-        list.lacks << u"%1（%2）：%3"_s.arg(service.kind, service.host, lack);
+        list.lacks << lineOn(service, lack);
     }
     co_return list;
 }

@@ -56,9 +56,7 @@ ListPage<Row> readPage(const QByteArray& body, Row (*readRow)(const QJsonObject&
         return {{}, u"应答里没有列表"_s};
     }
     for (const auto& row : data[u"diff"_s].toArray()) {
-        page.rows << readRow(row.toObject());
-        page.fault = faultOf(page.rows.last());
-        if (!page.fault.isEmpty()) {
+        if (!takeRow(page, readRow(row.toObject()), faultOf)) {
             break;
         }
     }

@@ -53,9 +53,7 @@ ListPage<Board> SinaBoards::readBoards(const QByteArray& body) const {
     ListPage<Board> page;
     const QJsonObject boards = reply.object();
     for (const auto& value : boards) {
-        page.rows << readBoard(value.toString());
-        page.fault = boardFault(page.rows.last());
-        if (!page.fault.isEmpty()) {
+        if (!takeRow(page, readBoard(value.toString()), boardFault)) {
             break;
         }
     }

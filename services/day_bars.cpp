@@ -5,6 +5,7 @@
 #include "services/day_bars_eastmoney.h"
 #include "services/day_bars_sina.h"
 #include "services/day_bars_tencent.h"
+#include "services/service_names.h"
 
 namespace guanchao {
 
@@ -39,8 +40,7 @@ QCoro::Task<BarsReply> DayBars::fetch(QString dm, QDate first, QDate last,
             break;
         }
         http_.complain(service, answer.read.fault);
-        reply.lacks << u"历史行情 %1（%2）：%3"_s.arg(service.kind, service.host,
-                                                      answer.read.fault);
+        reply.lacks << u"历史行情 "_s + lineOn(service, answer.read.fault);
     }
     co_return reply;
 }

@@ -55,9 +55,7 @@ ListPage<ListedStock> readNodePage(const QByteArray& body) {
     }
     ListPage<ListedStock> page;
     for (const auto& row : reply.array()) {
-        page.rows << readStock(row.toObject());
-        page.fault = listedStockFault(page.rows.last());
-        if (!page.fault.isEmpty()) {
+        if (!takeRow(page, readStock(row.toObject()), listedStockFault)) {
             break;
         }
     }

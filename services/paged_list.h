@@ -24,6 +24,14 @@ struct ListPage {
     std::optional<qsizetype> total = {};  // rows of all pages, where the reply tells it
 };
 
+// Takes the row over into the page; false, with its fault, for one that can't be.
+template <typename Row>
+bool takeRow(ListPage<Row>& page, Row row, QString (*faultOf)(const Row&)) {
+    page.rows << row;
+    page.fault = faultOf(row);
+    return page.fault.isEmpty();
+}
+
 template <typename Row>
 struct ListQuestion {
     std::function<QString(int page)> path;  // pages count from 1

@@ -48,15 +48,19 @@ bool isWhole(QStringView line) {
     return line.trimmed().endsWith(u'"') && line.contains(u"=\""_s);
 }
 
-// A line that breaks off is none.
-QStringList codesWithoutLine(const QString& codes, const QString& lines) {
-    QStringList left = codes.split(u',', Qt::SkipEmptyParts);
+// Takes the codes that have a line out of those that are left, and gives them. A line that breaks
+// off is none.
+QStringList takeTold(QStringList& left, const QString& lines) {
+    QStringList told;
     for (const QStringView line : QStringView(lines).tokenize(u';')) {
-        if (isWhole(line)) {
-            left.removeIf([&](const QString& code) { return isOf(line, code); });
+        const auto code = std::ranges::find_if(
+            left, [&](const QString& it) { return isWhole(line) && isOf(line, it); });
+        if (code != left.end()) {
+            told << *code;
+            left.erase(code);
         }
     }
-    return left;
+    return told;
 }
 
 QString withoutLinesOf(const QStringList& codes, const QString& lines) {
@@ -67,20 +71,6 @@ QString withoutLinesOf(const QStringList& codes, const QString& lines) {
         }
     }
     return kept;
-}
-
-// What the second has told of the codes takes the place of what the first has broken off.
-QuotesReply together(const QuotesReply& first, const QString& codes, const QuotesReply& second) {
-    const QStringList asked = codes.split(u',', Qt::SkipEmptyParts);
-    const QStringList stillLeft = codesWithoutLine(codes, second.lines);
-    QStringList told;
-    std::ranges::copy_if(asked, std::back_inserter(told),
-                         [&](const QString& code) { return !stillLeft.contains(code); });
-    return {withoutLinesOf(told, first.lines) + second.lines, {}, first.turnedAway};
-}
-
-QString listOf(const QStringList& codes) {
-    return codes.isEmpty() ? QString() : withCompanion(codes.join(u',') + u',');
 }
 
 }  // namespace
@@ -122,16 +112,22 @@ QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop)
     const QList<Service> order = inOrder();
     std::optional<QuotesReply> answer;
     std::optional<QuotesReply> failure;
-    QString left = codes;
+    QStringList left = codes.split(u',', Qt::SkipEmptyParts);
+    left.removeDuplicates();
+    QString asked = codes;
     for (const Service& service : order) {
-        if (left.isEmpty() || !quoteKind(service.kind)->knows(left)) {
+        if (left.isEmpty() || !quoteKind(service.kind)->knows(asked)) {
             continue;
         }
-        const QuotesReply reply = co_await ask(service, left, stop);
+        const QuotesReply reply = co_await ask(service, asked, stop);
         if (reply.lack.isEmpty()) {
             lastUntil_.remove(service.host);
-            answer = answer ? together(*answer, left, reply) : reply;
-            left = listOf(codesWithoutLine(left, reply.lines));
+            const QStringList told = takeTold(left, reply.lines);
+            answer = answer ? QuotesReply{withoutLinesOf(told, answer->lines) + reply.lines,
+                                          {},
+                                          answer->turnedAway}
+                            : reply;
+            asked = withCompanion(left.join(u',') + u',');
         } else {
             http_.complain(service, reply.lack);
             lastUntil_[service.host] = clock_.now().addSecs(secondsLast);

@@ -1,6 +1,5 @@
 #include "services/service_entries.h"
 
-#include <QHostAddress>
 #include <QUrl>
 #include <algorithm>
 #include <cmath>
@@ -102,9 +101,7 @@ double pauseSeconds(const QString& entry, const QString& host, double standard) 
     if (readsAsNumber(entry)) {
         return std::clamp(numericPrefix(entry), 0.0, longestPauseSeconds);
     }
-    const QString name = QUrl(host).host();
-    const bool isOwn = name == u"localhost"_s || QHostAddress(name).isLoopback();
-    return isOwn ? 0 : standard;
+    return isOnThisComputer(QUrl(host).host()) ? 0 : standard;
 }
 
 Service readService(const IniText& ini, const QString& section, const Service& standard) {

@@ -39,4 +39,8 @@ QString serviceName(const Service& service) {
     return tellsWhose ? kindName(service.kind) : QUrl(service.host).host();
 }
 
+QString lineOn(const Service& service, const QString& words) {
+    return u"%1（%2）：%3"_s.arg(service.kind, service.host, words);
+}
+
 }  // namespace guanchao

@@ -16,4 +16,7 @@ QString kindName(const QString& kind);
 // The name of its kind; the host for one whose kind tells nothing of whose it is.
 QString serviceName(const Service& service);
 
+// What there is to say of a service, behind its kind and host.
+QString lineOn(const Service& service, const QString& words);
+
 }  // namespace guanchao

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "services/boards_eastmoney.h"
-#include "services/loose_json.h"
+#include "services/service_names.h"
 #include "services/stock_code.h"
 
 namespace guanchao {
@@ -142,7 +142,7 @@ QCoro::Task<StockListReply> StockList::fetch(bool withBeijing, StockListFault fa
             list.service = service;
             break;
         }
-        list.lacks << u"%1（%2）：%3"_s.arg(service.kind, service.host, lack);
+        list.lacks << lineOn(service, lack);
     }
     co_return list;
 }

@@ -259,7 +259,8 @@ QList<Check> Form34::checksOfSearch() const {
                               ? readRunOrder(heat, environment_.clock).yinqingurl
                               : publicSearchPages;
     const QString settings = environment_.applicationFolder + u"caijiqi.ini"_s;
-    return {searchCheck(environment_.services, pages, readCollectorSettings(settings))};
+    return {searchCheck(environment_.services, pages, readCollectorSettings(settings),
+                        environment_.clock)};
 }
 
 void Form34::showTesting(bool testing) {

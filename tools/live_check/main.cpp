@@ -72,10 +72,10 @@ QString searchPagesOf(const QString& folder) {
 int check(const Arguments& arguments, QTextStream& out) {
     const QString ini = arguments.folder + u"services.ini"_s;
     const Services services = readServices(ini);
+    const SystemClock clock;
     QList<Check> checks = serviceChecks(services);
     checks << searchCheck(services, searchPagesOf(arguments.folder),
-                          readCollectorSettings(arguments.folder + u"caijiqi.ini"_s));
-    const SystemClock clock;
+                          readCollectorSettings(arguments.folder + u"caijiqi.ini"_s), clock);
     out << timeText(clock.now()) << ' ' << ini
         << (QFileInfo::exists(ini) ? u""_s : u"（没有这个文件，问缺省的网站）"_s) << '\n';
     for (const QString& complaint : services.complaints) {

@@ -1,7 +1,7 @@
 // The practice market as a program: serves the stocks of CODES.csv, some of Beijing, and the boards
 // of a themes.csv beside it, on a free port of 127.0.0.1, writes the port's number to PORT_FILE,
-// and runs until it is told to end or its parent ends. With
-// --lively prices swing so widely that alarms come within a minute, at any hour.
+// and runs until it is told to end or its parent ends. With --lively prices swing so widely that
+// alarms come within a minute, at any hour.
 // Exit codes: 0 ended, 1 could not serve, 2 bad arguments.
 
 #include <signal.h>
