@@ -142,6 +142,7 @@ QCoro::Task<StockListReply> StockList::fetch(bool withBeijing, StockListFault fa
             list.service = service;
             break;
         }
+        http_.complain(service, lack);
         list.lacks << lineOn(service, lack);
     }
     co_return list;

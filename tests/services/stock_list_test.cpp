@@ -1,6 +1,7 @@
 #include "services/stock_list.h"
 
 #include "platform/qt_http_client.h"
+#include "services/service_watch.h"
 #include "tests/support/fakes.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
@@ -103,12 +104,15 @@ TEST(StockListTest, BothKindsTellTheSameOverARealConnection) {
                                                         : u"100/171"_s);
         }
     }
-    const StockList judged(client, {{market.host(), {}, 10, 1, 0, u"sina"_s},
-                                    {market.host(), {}, 10, 1, 0, u"eastmoney"_s}});
+    const Service sina = {market.host(), {}, 10, 1, 0, u"sina"_s};
+    const FakeClock clock;
+    ServiceWatch watch(client, clock);
+    const StockList judged(watch, {sina, {market.host(), {}, 10, 1, 0, u"eastmoney"_s}});
     const auto never = [](const QList<ListedStock>&) { return u"太短"_s; };
     const auto reply = endOf(judged.fetch(false, never, unheard, {}));
     EXPECT_TRUE(reply.stocks.isEmpty());
     EXPECT_EQ(reply.lacks.filter(u"：太短"_s).size(), 2) << "the next one is asked";
+    EXPECT_EQ(watch.stateOf(sina).reason, u"太短"_s) << "which is no answer for its watch either";
 }
 
 }  // namespace guanchao
