@@ -13,7 +13,6 @@
 #include "app/startup.h"
 #include "base/pause.h"
 #include "base/values.h"
-#include "frame/fit_to_screen.h"
 #include "frame/looks.h"
 #include "frame/run_share.h"
 #include "market/form21.h"
@@ -31,6 +30,8 @@ namespace {
 
 // Widths and heights in twips.
 constexpr int themeGridColumns = 6600;
+constexpr int themeGridToGain = 3000;
+constexpr int stockGridToGain = 7460;
 constexpr int gutter = 250;
 constexpr int heightAboveGrids = 1700;
 
@@ -97,8 +98,8 @@ void Form2::setUpControls() {
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
 }
 
-// The right grid takes the width beside the left one and the gutter, both take the height under the
-// fields; the layout keeps it so at every size.
+// The left grid is as wide as its columns, and gives way where the right one could not show its
+// gains; the user draws the border elsewhere. Both take the height under the fields.
 void Form2::arrangeGrids() {
     const GridView& grid = *ui_->MSHFlexGrid1;
     const int space = grid.pixels(gutter) / 3;
@@ -107,12 +108,18 @@ void Form2::arrangeGrids() {
     ui_->Text1->setFixedWidth(16 * digit);
     ui_->Text2->setFixedWidth(22 * digit);
     ui_->Text3->setFixedWidth(8 * digit);
-    ui_->MSHFlexGrid1->setFixedWidth(grid.pixels(themeGridColumns) + scrollBar);
-    ui_->gridRow->setSpacing(space);
-    ui_->gridRow->setContentsMargins(space, 0, grid.pixels(gutter) - 2 * space, space);
+    ui_->tables->setHandleWidth(space);
+    ui_->gridRow->setContentsMargins(space, 0, space, space);
     ui_->fields->setMinimumHeight(grid.pixels(heightAboveGrids) - space);
     resize(1640, 920);
-    fitToScreen(*this);
+    ui_->tables->setStretchFactor(1, 1);
+    if (!environment_.openWindows.memory().place(*this)) {
+        const int themes = grid.pixels(themeGridColumns) + scrollBar;
+        const int room = width() - 3 * space;
+        const int least = grid.pixels(themeGridToGain) + scrollBar;
+        const int left = std::clamp(room - grid.pixels(stockGridToGain) - scrollBar, least, themes);
+        ui_->tables->setSizes({left, room - left});
+    }
 }
 
 void Form2::connectControls() {

@@ -70,7 +70,7 @@ private:
     HistoryDesk historyDesk_{stores_,   clock_,       watch_,
                              services_, application_, folder_ + QStringLiteral("界面.ini")};
 
-    OpenWindows openWindows_;
+    OpenWindows openWindows_{WindowMemory(folder_ + QStringLiteral("界面.ini"))};
     Environment environment_;
     Windows windows_{environment_};
     // From the load on: what a user does while another program holds a store is refused, not waited

@@ -2,7 +2,6 @@
 
 #include "base/later.h"
 #include "frame/asking_window.h"
-#include "frame/fit_to_screen.h"
 
 namespace guanchao {
 
@@ -43,7 +42,7 @@ void OpenWindows::adopt(QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     open_.removeIf([](const QPointer<QWidget>& it) { return it.isNull(); });
     open_ << window;
-    fitToScreen(*window);
+    memory_.place(*window);
     window->show();
     emit opened(window);
 }

@@ -9,13 +9,17 @@
 #include <QWidget>
 #include <stop_token>
 
+#include "frame/window_memory.h"
+
 namespace guanchao {
 
 class OpenWindows : public QObject {
     Q_OBJECT
 
 public:
-    // Shows the window and remembers it until it is closed.
+    explicit OpenWindows(WindowMemory memory = WindowMemory()) : memory_(std::move(memory)) {}
+
+    // Shows the window where it was the last time, and remembers it until it is closed.
     void adopt(QWidget* window);
 
     // An open one of the class; null if there is none.
@@ -45,11 +49,14 @@ public:
     // for those that ask, and for those whose run ends first. False if a user keeps one.
     QCoro::Task<bool> closeAll(std::stop_token stop);
 
+    const WindowMemory& memory() const { return memory_; }
+
 signals:
     // A window is on the screen, whoever has opened it.
     void opened(QWidget* window);
 
 private:
+    WindowMemory memory_;
     QList<QPointer<QWidget>> open_;
 };
 

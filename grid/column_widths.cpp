@@ -24,16 +24,25 @@ bool isKey(const ResultGrid& grid, int row, int col) {
            isMoment(grid.textMatrix(row, col));
 }
 
-QString longestKey(const ResultGrid& grid, int col) {
+template <typename Counts>
+QString longest(const ResultGrid& grid, int col, Counts counts) {
     int longest = 0;
     qsizetype length = 0;
     for (int row = 1; row < grid.rows(); ++row) {
-        if (grid.textLength(row, col) > length && isKey(grid, row, col)) {
+        if (grid.textLength(row, col) > length && counts(row)) {
             longest = row;
             length = grid.textLength(row, col);
         }
     }
     return longest > 0 ? grid.textMatrix(longest, col) : QString();
+}
+
+QString longestKey(const ResultGrid& grid, int col) {
+    return longest(grid, col, [&](int row) { return isKey(grid, row, col); });
+}
+
+QString longestText(const ResultGrid& grid, int col) {
+    return longest(grid, col, [](int) { return true; });
 }
 
 }  // namespace
@@ -52,10 +61,11 @@ void ColumnWidths::apply(const ResultGrid& grid) {
     for (int col = 0; col < grid.cols(); ++col) {
         view_.setColumnWidth(col, widthOf(grid, col));
     }
+    textsOfLast_ = widthOfText(grid, grid.cols() - 1, longestText(grid, grid.cols() - 1));
     widenLast(grid);
 }
 
-// Bare ground beside the last column looks like a column that lacks its data.
+// A text is cut at the edge of the view, not before it.
 void ColumnWidths::widenLast(const ResultGrid& grid) {
     const QScopedValueRollback applying(applying_, true);
     const int last = grid.cols() - 1;
@@ -63,13 +73,33 @@ void ColumnWidths::widenLast(const ResultGrid& grid) {
         return;
     }
     const int others = view_.horizontalHeader()->length() - view_.columnWidth(last);
-    view_.setColumnWidth(last, std::max(widthOf(grid, last), view_.viewport()->width() - others));
+    const int room = view_.viewport()->width() - others;
+    view_.setColumnWidth(last, std::max(widthOf(grid, last), std::min(textsOfLast_, room)));
 }
 
 void ColumnWidths::sectionResized(const ResultGrid& grid, int col, int width) {
     if (!applying_) {
         drawn_[grid.textMatrix(0, col)] = width;
         widenLast(grid);
+    }
+}
+
+QStringList ColumnWidths::kept() const {
+    QStringList widths;
+    for (auto it = drawn_.begin(); it != drawn_.end(); ++it) {
+        widths << it.key() + u'=' + QString::number(it.value());
+    }
+    widths.sort();
+    return widths;
+}
+
+void ColumnWidths::setKept(const QStringList& widths) {
+    for (const QString& it : widths) {
+        const qsizetype sign = it.lastIndexOf(u'=');
+        const int width = it.mid(sign + 1).toInt();
+        if (sign >= 0 && width > 0) {
+            drawn_[it.left(sign)] = width;
+        }
     }
 }
 
@@ -82,10 +112,13 @@ int ColumnWidths::widthOf(const ResultGrid& grid, int col) const {
 }
 
 int ColumnWidths::widthOfKeys(const ResultGrid& grid, int col) const {
-    const QString longest = longestKey(grid, col);
+    return widthOfText(grid, col, longestKey(grid, col));
+}
+
+int ColumnWidths::widthOfText(const ResultGrid& grid, int col, const QString& text) const {
     const QFontMetrics metrics(fontOf(grid, col, view_.font()));
-    const int digits = static_cast<int>(longest.size()) * metrics.horizontalAdvance(u'0');
-    return std::max(digits, metrics.horizontalAdvance(longest)) + cellPadding;
+    const int digits = static_cast<int>(text.size()) * metrics.horizontalAdvance(u'0');
+    return std::max(digits, metrics.horizontalAdvance(text)) + cellPadding;
 }
 
 }  // namespace guanchao

@@ -1,9 +1,10 @@
 // The widths of the columns of a grid's view, in pixels: those of the grid, wider where a number, a
-// code or a moment needs it, and the last one up to the edge of the view. A column that the user
-// has drawn keeps that width in every later fill, known by its header.
+// code or a moment needs it, and the last one where its texts need it and the view has room. A
+// column that the user has drawn keeps that width in every later fill and run, known by its header.
 #pragma once
 
 #include <QHash>
+#include <QStringList>
 #include <QTableView>
 
 #include "grid/result_grid.h"
@@ -20,12 +21,18 @@ public:
     // Called for each change of a width: one that this class hasn't made is the user's.
     void sectionResized(const ResultGrid& grid, int col, int width);
 
+    // The drawn ones, "header=width" each.
+    QStringList kept() const;
+    void setKept(const QStringList& widths);
+
 private:
     int widthOf(const ResultGrid& grid, int col) const;
     int widthOfKeys(const ResultGrid& grid, int col) const;
+    int widthOfText(const ResultGrid& grid, int col, const QString& text) const;
 
     QTableView& view_;
     QHash<QString, int> drawn_;  // by header
+    int textsOfLast_ = 0;        // what its longest text needs
     bool applying_ = false;
 };
 

@@ -104,6 +104,20 @@ int GridView::pixels(int twips) const {
     return pixelsOf(twips, *this);
 }
 
+void GridView::setKeptColumns(const QStringList& columns) {
+    widths_.setKept(columns);
+    if (grid_) {
+        widths_.apply(*grid_);
+    }
+}
+
+void GridView::setKeptOrder(const QString& order) {
+    sort_.setKept(order);
+    if (grid_) {
+        sort_.followFill(*grid_);
+    }
+}
+
 void GridView::scrollToTop(int row) {
     scrollTo(model()->index(row - 1, 0), PositionAtTop);
 }

@@ -42,6 +42,12 @@ public:
     // widths were chosen.
     int pixels(int twips) const;
 
+    // What the user has made of the columns, and the order of the rows, for the next run.
+    QStringList keptColumns() const { return widths_.kept(); }
+    void setKeptColumns(const QStringList& columns);
+    QString keptOrder() const { return sort_.kept(); }
+    void setKeptOrder(const QString& order);
+
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);
 

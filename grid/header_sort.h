@@ -26,6 +26,11 @@ public:
     // of another stand as they were found.
     void followFill(ResultGrid& grid);
 
+    // How the rows stand, as "header code", for the next run; empty: as they were found.
+    QString kept() const;
+    // The first fill with this header is put into that order.
+    void setKept(const QString& order) { kept_ = order; }
+
 private:
     struct Sort {
         QString header;
@@ -33,11 +38,15 @@ private:
         SortCode code;
     };
 
+    bool isSameList(const ResultGrid& grid) const;
     void showArrow();
 
     QHeaderView& header_;
     bool enabled_ = false;
     QStringList dateWords_;
+    std::optional<Sort> keptIn(const ResultGrid& grid) const;
+
+    QString kept_;               // of the last run
     std::optional<Sort> shown_;  // how the rows stand; nothing: as they were found
     std::shared_ptr<SortCode> last_ = std::make_shared<SortCode>(SortCode::none);
 };

@@ -1,5 +1,10 @@
 #include "frame/windows.h"
 
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QScreen>
+#include <QSettings>
+
 #include "articles/form26.h"
 #include "articles/form27.h"
 #include "exchange/form3.h"
@@ -118,6 +123,65 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
     }
     EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s), QStringList());
     EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
+}
+
+// The file of places stands beside the stores; a second OpenWindows stands for the next run.
+class WindowMemoryTest : public WindowsTest {
+public:
+    template <typename Form>
+    Form* openIn(OpenWindows& windows) {
+        auto* form = new Form(environment_, windows_);
+        windows.adopt(form);
+        form_ = form;
+        EXPECT_TRUE(QTest::qWaitFor([this] { return grid().cols() > 1; }));
+        return form;
+    }
+
+    QString ini_ = store_.folder() + u"界面.ini"_s;
+};
+
+TEST_F(WindowMemoryTest, AWindowComesBackAsItWasLeft) {
+    globals_.dangqiandm = u"SH600000"_s;
+    OpenWindows thisRun{WindowMemory(ini_)};
+    openIn<Form4>(thisRun);
+    form_->setGeometry(40, 60, 600, 400);
+    view().setColumnWidth(1, 177);
+    view().horizontalHeader()->sectionClicked(1);
+    const QRect left = form_->geometry();
+    form_->close();
+    deleteClosedWindows();
+
+    OpenWindows nextRun{WindowMemory(ini_)};
+    openIn<Form4>(nextRun);
+    EXPECT_EQ(form_->geometry(), left);
+    EXPECT_EQ(view().columnWidth(1), 177);
+    EXPECT_EQ(view().horizontalHeader()->sortIndicatorSection(), 1);
+
+    const QPointer<QWidget> first = form_;
+    openIn<Form4>(nextRun);
+    EXPECT_NE(form_->pos(), first->pos()) << "the second one would hide it";
+}
+
+// Of a larger screen, of another program, cut off.
+TEST_F(WindowMemoryTest, APlaceThatCantBeTakenIsLeftAlone) {
+    globals_.dangqiandm = u"SH600000"_s;
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget far;
+    far.setGeometry(9000, 9000, 6000, 5000);
+    for (const QByteArray& place : {QByteArray(), QByteArray("?"), far.saveGeometry()}) {
+        QSettings settings(ini_, QSettings::IniFormat);
+        settings.setValue(u"窗口/Form4/位置"_s, place);
+        settings.setValue(u"窗口/Form4/MSHFlexGrid1/列"_s,
+                          QStringList{u"="_s, u"代码=x"_s, u"代码=-4"_s});
+        settings.setValue(u"窗口/Form4/MSHFlexGrid1/排序"_s, u"代码 3"_s);
+        settings.sync();
+        OpenWindows nextRun{WindowMemory(ini_)};
+        openIn<Form4>(nextRun);
+        EXPECT_TRUE(room.contains(form_->geometry())) << place.toHex().toStdString();
+        EXPECT_EQ(view().horizontalHeader()->sortIndicatorSection(), -1);
+        form_->close();
+        deleteClosedWindows();
+    }
 }
 
 }  // namespace guanchao

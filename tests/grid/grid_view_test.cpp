@@ -231,7 +231,18 @@ TEST_F(GridViewTest, NumbersCodesAndMomentsAreNeverCutShort) {
     grid_.setColWidths({});
     EXPECT_TRUE(shows(u"-123456789012.50"_s));
     EXPECT_LT(view_.columnWidth(1), metrics.horizontalAdvance(grid_.textMatrix(2, 1)));
-    EXPECT_GE(view_.horizontalHeader()->length(), view_.viewport()->width());
+}
+
+TEST_F(GridViewTest, TheLastColumnGrowsOnlyWhereItsTextsNeedIt) {
+    const int own = view_.pixels(ResultGrid::standardWidth);
+    EXPECT_EQ(view_.columnWidth(3), own) << "bare ground stays bare";
+    grid_.setTextMatrix(2, 3, u"一行比这一列长一些的文字"_s);
+    grid_.setColWidths({});
+    EXPECT_GT(view_.columnWidth(3), own);
+    EXPECT_LT(view_.horizontalHeader()->length(), view_.viewport()->width());
+    grid_.setTextMatrix(2, 3, QString(200, u'文'));
+    grid_.setColWidths({});
+    EXPECT_EQ(view_.horizontalHeader()->length(), view_.viewport()->width());
 }
 
 }  // namespace guanchao

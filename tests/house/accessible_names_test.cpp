@@ -1,5 +1,7 @@
 #include "tests/house/accessible_names.h"
 
+#include <QScreen>
+
 #include "app/form2.h"
 #include "articles/form26.h"
 #include "articles/form27.h"
@@ -40,7 +42,8 @@ const QWidget* opened(Windows& windows) {
 
 using AccessibleNamesTest = WindowTest;
 
-TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
+// The screen is one of 800x800, smaller than many windows would like.
+TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsScreen) {
     globals_.yingyongmulu = store_.folder();
     const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
@@ -54,7 +57,10 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);
         ASSERT_NE(window, nullptr);
-        EXPECT_EQ(unnamedControls(*window), QStringList()) << window->metaObject()->className();
+        const char* name = window->metaObject()->className();
+        EXPECT_EQ(unnamedControls(*window), QStringList()) << name;
+        EXPECT_TRUE(window->screen()->availableGeometry().contains(window->geometry()))
+            << name << ' ' << window->width() << 'x' << window->height();
         closeWindows();
         deleteClosedWindows();
     }

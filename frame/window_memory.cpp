@@ -1,0 +1,150 @@
+#include "frame/window_memory.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMainWindow>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSettings>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "grid/grid_view.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// What the desktop puts around a window, at its usual most.
+constexpr QMargins frame(8, 32, 8, 8);
+
+QString groupOf(const QWidget& window) {
+    const QString name = QString::fromLatin1(window.metaObject()->className());
+    return u"窗口/"_s + name.section(u"::"_s, -1);
+}
+
+// A second window of a class stands beside the first, so that both can be seen.
+bool coversAnother(const QWidget& window) {
+    const QWidgetList all = QApplication::topLevelWidgets();
+    return std::any_of(all.begin(), all.end(), [&window](const QWidget* other) {
+        const QPoint between = other->geometry().topLeft() - window.geometry().topLeft();
+        return other != &window && other->isVisible() &&
+               between.manhattanLength() <= frame.top() + frame.left() &&
+               other->metaObject() == window.metaObject();
+    });
+}
+
+QRect roomOf(const QWidget& window) {
+    return window.screen()->availableGeometry().marginsRemoved(frame);
+}
+
+// Controls that need more room than the screen has are scrolled.
+void scrollWhatIsTooLarge(QWidget& window) {
+    const QSize room = roomOf(window).size();
+    window.setMinimumSize(window.minimumSize().boundedTo(room));
+    QLayout* controls = window.layout();
+    const QSize needed = controls ? controls->totalMinimumSize() : QSize();
+    if (needed.boundedTo(room) == needed || qobject_cast<QMainWindow*>(&window)) {
+        return;
+    }
+    auto* content = new QWidget;
+    content->setLayout(controls);
+    auto* area = new QScrollArea;
+    area->setObjectName(u"scrolled"_s);
+    area->setAccessibleName(window.windowTitle());
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    auto* whole = new QVBoxLayout(&window);
+    whole->setContentsMargins({});
+    whole->addWidget(area);
+}
+
+void putInTheMiddle(QWidget& window) {
+    QRect place(QPoint(), window.size());
+    place.moveCenter(roomOf(window).center());
+    window.setGeometry(place);
+}
+
+// The title bar can be reached, whatever the screen was when the place was kept.
+void bringOntoScreen(QWidget& window) {
+    const QRect room = roomOf(window);
+    QRect place(window.geometry().topLeft(), window.size().boundedTo(room.size()));
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    place.moveLeft(std::max(place.left(), room.left()));
+    place.moveTop(std::max(place.top(), room.top()));
+    if (place != window.geometry()) {
+        window.setGeometry(place);
+    }
+}
+
+// Shows what is kept, and keeps what is there when the window goes.
+class Keeper : public QObject {
+public:
+    Keeper(QWidget& window, QString iniPath)
+        : QObject(&window), window_(window), iniPath_(std::move(iniPath)) {
+        window.installEventFilter(this);
+        connect(qApp, &QCoreApplication::aboutToQuit, this, &Keeper::keep);
+    }
+
+    bool show() {
+        QSettings settings(iniPath_, QSettings::IniFormat);
+        settings.beginGroup(groupOf(window_));
+        for (GridView* grid : window_.findChildren<GridView*>()) {
+            grid->setKeptColumns(settings.value(grid->objectName() + u"/列"_s).toStringList());
+            grid->setKeptOrder(settings.value(grid->objectName() + u"/排序"_s).toString());
+        }
+        for (QSplitter* splitter : window_.findChildren<QSplitter*>()) {
+            splitter->restoreState(settings.value(splitter->objectName()).toByteArray());
+        }
+        return window_.restoreGeometry(settings.value(u"位置"_s).toByteArray());
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Hide && !event->spontaneous()) {
+            keep();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void keep() const {
+        QSettings settings(iniPath_, QSettings::IniFormat);
+        settings.beginGroup(groupOf(window_));
+        settings.setValue(u"位置"_s, window_.saveGeometry());
+        for (const GridView* grid : window_.findChildren<GridView*>()) {
+            settings.setValue(grid->objectName() + u"/列"_s, grid->keptColumns());
+            settings.setValue(grid->objectName() + u"/排序"_s, grid->keptOrder());
+        }
+        for (const QSplitter* splitter : window_.findChildren<QSplitter*>()) {
+            settings.setValue(splitter->objectName(), splitter->saveState());
+        }
+    }
+
+    QWidget& window_;
+    QString iniPath_;
+};
+
+}  // namespace
+
+bool WindowMemory::place(QWidget& window) const {
+    scrollWhatIsTooLarge(window);
+    const bool kept = !iniPath_.isEmpty() && (new Keeper(window, iniPath_))->show();
+    if (!kept) {
+        putInTheMiddle(window);
+    }
+    if (coversAnother(window)) {
+        window.setGeometry(window.geometry().translated(frame.top(), frame.top()));
+    }
+    if (!window.isMaximized()) {
+        bringOntoScreen(window);
+    }
+    return kept;
+}
+
+}  // namespace guanchao
