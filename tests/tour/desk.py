@@ -59,7 +59,7 @@ def end_with_parent():
 
 class Desk:
     def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai,
-                 practice_history=None, clock=IN_SESSION):
+                 practice_history=None, clock=IN_SESSION, screen="1920x1080"):
         self.data = Path(data)
         self.store_query = store_query
         self.prepare_stores = prepare_stores
@@ -67,6 +67,7 @@ class Desk:
         self.guanchaotai = guanchaotai
         self.practice_history = practice_history
         self.clock = clock
+        self.screen = screen
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
         self.application = self.folder / "application"
         self.exports = self.folder / "home/导出主题"
@@ -100,7 +101,8 @@ class Desk:
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.told_by(
             lambda fd: ["dbus-daemon", "--session", "--nofork", f"--print-address={fd}"])
         os.environ["DISPLAY"] = ":" + self.told_by(
-            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", "1920x1080x24"])
+            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", self.screen + "x24",
+                        "-noreset"])
         self.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately")
 
     def prepare_application(self):
@@ -159,10 +161,12 @@ class Desk:
 class Market:
     """A lively practice market."""
 
+    options = ("--lively",)
+
     def __init__(self, desk, **clock):
         port = desk.folder / "market.port"
-        self.process = desk.start(desk.practice_market, desk.data / "codes.csv", port, "--lively",
-                                  **clock)
+        self.process = desk.start(desk.practice_market, desk.data / "codes.csv", port,
+                                  *self.options, **clock)
         wait("the practice market", lambda: port.exists() or self.process.poll() is not None)
         if not port.exists():
             raise TourFailure(f"the practice market ended with {self.process.returncode}")

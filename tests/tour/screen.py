@@ -32,7 +32,7 @@ class Screen:
         return next((it for it in children(Atspi.get_desktop(0))
                      if it.get_process_id() == self.process.pid), None)
 
-    def wait(self, what, condition):
+    def wait(self, what, condition, seconds=20):
         """A condition counts as unmet while the program is busy or a control is just going."""
 
         def answer():
@@ -41,7 +41,7 @@ class Screen:
             except (GLib.Error, BadWindow):
                 return None
 
-        return desk.wait(what, answer)
+        return desk.wait(what, answer, seconds)
 
     def windows(self):
         if self.process.poll() is not None:
@@ -65,8 +65,10 @@ class Screen:
         self.display.sync()
 
     def ask_to_close(self, title):
+        self.ask_window_to_close(self.frame(title))
+
+    def ask_window_to_close(self, window):
         atom = self.display.intern_atom
-        window = self.frame(title)
         window.send_event(ClientMessage(
             window=window, client_type=atom("WM_PROTOCOLS"),
             data=(32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0])))
@@ -124,11 +126,14 @@ class Screen:
 
     def pick(self, node, button, entry):
         """An entry of the menu that a click brings up."""
+        menu = self.menu(node, button)
+        self.click(self.control(menu, "menu item", entry), LEFT)
+
+    def menu(self, node, button):
         self.hear_of_popups()
         self.popup = None
         self.click(node, button)
-        menu = self.wait("a menu", self.hear_of_popups)
-        self.click(self.control(menu, "menu item", entry), LEFT)
+        return self.wait("a menu", self.hear_of_popups)
 
     def popup_shows(self, event):
         try:
@@ -143,12 +148,16 @@ class Screen:
         return self.popup
 
     def click(self, node, button=LEFT):
-        place = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
-        xtest.fake_input(self.display, X.MotionNotify, x=place.x + place.width // 2,
-                         y=place.y + place.height // 2)
+        left, top, width, height = self.place(node)
+        xtest.fake_input(self.display, X.MotionNotify, x=left + width // 2, y=top + height // 2)
         xtest.fake_input(self.display, X.ButtonPress, button)
         xtest.fake_input(self.display, X.ButtonRelease, button)
         self.display.sync()
+
+    def place(self, node):
+        """Where it is on the screen: left, top, width and height."""
+        place = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return place.x, place.y, place.width, place.height
 
     def type(self, *keys):
         for key in keys:
