@@ -11,6 +11,7 @@ struct DayValues {
     QDate day;
     QList<double> values;
     QString words;
+    QString source = {};  // who counted them: a line joins days of one source only
 };
 
 }  // namespace guanchao

@@ -3,6 +3,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "collector/growth.h"
+#include "heat/collector_contract.h"
 #include "heat/headline_store.h"
 #include "store/recordset.h"
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/values.h"
+#include "heat/collector_contract.h"
 
 namespace guanchao {
 

@@ -4,11 +4,13 @@
 #include <QGraphicsLayout>
 #include <QKeyEvent>
 #include <QLegend>
+#include <QLegendMarker>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace guanchao {
 
@@ -106,14 +108,12 @@ void DayPlot::setLineColour(int line, const QColor& colour) {
 void DayPlot::showDays(const QList<DayValues>& days) {
     days_ = days;
     chosen_ = -1;
+    for (QLineSeries* part : std::exchange(furtherParts_, {})) {
+        chart()->removeSeries(part);
+        delete part;
+    }
     for (qsizetype line = 0; line < lines_.size(); ++line) {
-        QList<QPointF> points;
-        for (const DayValues& day : days) {
-            points << QPointF(moment(day.day), day.values[line]);
-        }
-        lines_[line]->replace(points);
-        // One day makes no line.
-        lines_[line]->setPointsVisible(days.size() == 1);
+        showLine(line);
     }
     for (QAbstractAxis* axis : chart()->axes()) {
         axis->setVisible(!days.isEmpty());
@@ -129,6 +129,31 @@ void DayPlot::showDays(const QList<DayValues>& days) {
     viewport()->update();
 }
 
+void DayPlot::showLine(qsizetype line) {
+    QLineSeries* part = lines_[line];
+    part->clear();
+    for (qsizetype at = 0; at < days_.size(); ++at) {
+        if (at > 0 && days_[at].source != days_[at - 1].source) {
+            part = furtherPart(*lines_[line]);
+        }
+        part->append(moment(days_[at].day), days_[at].values[line]);
+        // One day makes no line.
+        part->setPointsVisible(part->count() == 1);
+    }
+}
+
+QLineSeries* DayPlot::furtherPart(QLineSeries& line) {
+    auto* part = new QLineSeries(this);
+    part->setPen(line.pen());
+    chart()->addSeries(part);
+    for (QAbstractAxis* axis : line.attachedAxes()) {
+        part->attachAxis(axis);
+    }
+    chart()->legend()->markers(part).first()->setVisible(false);
+    furtherParts_ << part;
+    return part;
+}
+
 void DayPlot::fitDays() {
     const QDate first = days_.first().day;
     const QDate last = std::max(days_.last().day, first.addDays(1));
@@ -142,13 +167,13 @@ void DayPlot::fitDays() {
 void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
     double lowest = withZero ? 0 : std::numeric_limits<double>::max();
     double highest = withZero ? 0 : std::numeric_limits<double>::lowest();
-    for (QLineSeries* line : lines_) {
-        if (!line->isVisible() || !line->attachedAxes().contains(&axis)) {
+    for (qsizetype line = 0; line < lines_.size(); ++line) {
+        if (!lines_[line]->isVisible() || !lines_[line]->attachedAxes().contains(&axis)) {
             continue;
         }
-        for (const QPointF& point : line->points()) {
-            lowest = std::min(lowest, point.y());
-            highest = std::max(highest, point.y());
+        for (const DayValues& day : days_) {
+            lowest = std::min(lowest, day.values[line]);
+            highest = std::max(highest, day.values[line]);
         }
     }
     axis.setRange(lowest, std::max(highest, lowest + 1));

@@ -31,7 +31,8 @@ public:
     // whole numbers only. At most one axis on each side.
     DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent);
 
-    // The days in their order, each with a value for every line.
+    // The days in their order, each with a value for every line, which breaks off where the source
+    // of the values changes.
     void showDays(const QList<DayValues>& days);
 
     // The words of the chosen day, empty if none is.
@@ -50,6 +51,8 @@ private:
     void buildChart();
     void addLine(const PlotLine& line, const QString& labelFormat);
     QValueAxis* axisOf(PlotAxis side, const QString& labelFormat);
+    void showLine(qsizetype line);
+    QLineSeries* furtherPart(QLineSeries& line);
     void fitDays();
     void fitValues(QValueAxis& axis, bool withZero);
     void choose(qsizetype day);
@@ -59,7 +62,8 @@ private:
     QDateTimeAxis* dayAxis_;
     QValueAxis* left_ = nullptr;
     QValueAxis* right_ = nullptr;
-    QList<QLineSeries*> lines_;
+    QList<QLineSeries*> lines_;         // the first part of each
+    QList<QLineSeries*> furtherParts_;  // behind a break
     QList<DayValues> days_;
     qsizetype chosen_ = -1;
 };

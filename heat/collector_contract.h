@@ -18,6 +18,9 @@ inline const QString collectCompanies = QStringLiteral("gongsi");
 inline const QString collectCommodities = QStringLiteral("shop");
 inline const QString collectCodes = QStringLiteral("gengxindmb");
 
+// In place of a growth that has no base to compare with.
+inline constexpr double noGrowth = 1000;
+
 // The custom days where the typed ones are refused.
 constexpr int defaultCustomDays = 7;
 

@@ -1,7 +1,11 @@
 #include "heat/heat_grid.h"
 
+#include <algorithm>
+
 #include "base/values.h"
+#include "grid/colours.h"
 #include "grid/tianchongbiao.h"
+#include "heat/collector_contract.h"
 
 namespace guanchao {
 
@@ -9,24 +13,61 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-DayValues dayOf(const Recordset& history, const QList<CountLine>& lines,
-                const LowerBounds& bounds) {
+// The columns of a count in the lists, and its word in the notes.
+struct NotedCount {
+    QString count;
+    QString growth;
+    bool NewsNote::*isLowerBound;
+};
+
+const NotedCount notedCounts[] = {{u"一日数量"_s, u"一日涨幅"_s, &NewsNote::onexian},
+                                  {u"全部数量"_s, u"全部涨幅"_s, &NewsNote::allxian},
+                                  {u"自定义数量"_s, u"自定义涨幅"_s, &NewsNote::zdyxian}};
+
+bool isLowerBound(const QString& field, const NewsNote& note) {
+    return std::ranges::any_of(notedCounts, [&](const NotedCount& it) {
+        return it.count == field && note.*it.isLowerBound;
+    });
+}
+
+DayValues dayOf(const Recordset& history, const QList<CountLine>& lines, const NewsNotes& notes) {
     const QString date = history.value(u"日期").toText();
-    const QString item = history.value(heatItemColumn - 1).toText();
+    const NewsNote note = notes.value({date, history.value(heatItemColumn - 1).toText()});
     DayValues day;
     day.words = date;
     day.day = QDate::fromString(date, Qt::ISODate);
+    day.source = note.laiyuan;
     for (const CountLine& line : lines) {
         double sum = 0;
         QString sign;
         for (const QString& field : line.fields) {
             sum += numericPrefix(history.value(field).toText());
-            sign = bounds.contains({date, item, field}) ? u"≥"_s : sign;
+            sign = isLowerBound(field, note) ? u"≥"_s : sign;
         }
         day.values << sum;
         day.words += u"  "_s + line.words + u' ' + sign + numberText(sum);
     }
     return day;
+}
+
+void showGrowthWithoutBase(ResultGrid& grid, int row, int col) {
+    if (grid.number(row, col) == noGrowth || grid.textMatrix(row, col) == noGrowthWord) {
+        grid.setTextMatrix(row, col, noGrowthWord);
+        grid.setCellForeColor(row, col, textColour);
+    }
+}
+
+void showNote(ResultGrid& grid, int row, const NewsNote& note) {
+    for (int col = heatItemColumn + 1; col < grid.cols(); ++col) {
+        const QString title = grid.textMatrix(0, col);
+        for (const NotedCount& it : notedCounts) {
+            if (title == it.growth) {
+                showGrowthWithoutBase(grid, row, col);
+            } else if (title == it.count && note.*it.isLowerBound) {
+                grid.setLowerBound(row, col);
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -42,18 +83,16 @@ void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widt
     }
 }
 
-void markLowerBounds(ResultGrid& grid, const LowerBounds& bounds) {
-    if (bounds.isEmpty()) {
+void showNotes(ResultGrid& grid, const NewsNotes& notes) {
+    if (notes.isEmpty()) {
         return;
     }
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
     for (int row = 1; row < grid.rows(); ++row) {
-        const QString day = grid.textMatrix(row, heatDayColumn);
-        const QString item = grid.textMatrix(row, heatItemColumn);
-        for (int col = heatItemColumn + 1; col < grid.cols(); ++col) {
-            if (bounds.contains({day, item, grid.textMatrix(0, col)})) {
-                grid.setLowerBound(row, col);
-            }
+        const auto note =
+            notes.find({grid.textMatrix(row, heatDayColumn), grid.textMatrix(row, heatItemColumn)});
+        if (note != notes.end()) {
+            showNote(grid, row, *note);
         }
     }
 }
@@ -89,10 +128,10 @@ std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text) {
 }
 
 QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines,
-                           const LowerBounds& bounds) {
+                           const NewsNotes& notes) {
     QList<DayValues> days;
     for (history.moveFirst(); !history.atEnd(); history.moveNext()) {
-        const DayValues day = dayOf(history, lines, bounds);
+        const DayValues day = dayOf(history, lines, notes);
         if (day.day.isValid()) {
             days.prepend(day);
         }

@@ -15,14 +15,18 @@ namespace guanchao {
 constexpr int heatDayColumn = 1;
 constexpr int heatItemColumn = 2;
 
+// For a growth that compares with nothing.
+inline const QString noGrowthWord = QStringLiteral("无");
+
 using DressRow = void (*)(ResultGrid& grid, int row);
 
 // Clears the grid, pours the recordset into it and dresses each data row; views see it at once.
 void fillHeatGrid(Recordset& recordset, ResultGrid& grid, const QList<int>& widths,
                   DressRow dressRow);
 
-// Shows the counts that are lower bounds as such.
-void markLowerBounds(ResultGrid& grid, const LowerBounds& bounds);
+// In the rows with notes: shows the counts that are lower bounds as such, and a growth that
+// compares with nothing as a word without a colour.
+void showNotes(ResultGrid& grid, const NewsNotes& notes);
 
 // A grid without a table.
 void emptyHeatGrid(ResultGrid& grid);
@@ -43,6 +47,6 @@ struct CountLine {
 
 // The days of a history (newest first) for its plot, oldest first.
 QList<DayValues> dayValues(Recordset& history, const QList<CountLine>& lines,
-                           const LowerBounds& bounds);
+                           const NewsNotes& notes);
 
 }  // namespace guanchao

@@ -36,15 +36,15 @@ void HeatRanking::showRanking(bool all) {
         latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
     const QString first = subject_.noteKey.isEmpty()
                               ? QString()
-                              : lowerBoundsLast(store, subject_.dayTable, subject_.noteKey);
+                              : incomparableLast(store, subject_.dayTable, subject_.noteKey);
     Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day, first));
     fillHeatGrid(items, ranking_, subject_.rankingWidths, subject_.dressRanking);
-    markLowerBounds(ranking_, bounds(store, all ? QString() : u" and riqi="_s + quoted(day)));
+    showNotes(ranking_, notes(store, all ? QString() : u" and riqi="_s + quoted(day)));
 }
 
-LowerBounds HeatRanking::bounds(Connection& store, const QString& condition) const {
-    return subject_.noteKey.isEmpty() ? LowerBounds()
-                                      : readLowerBounds(store, subject_.dayTable, condition);
+NewsNotes HeatRanking::notes(Connection& store, const QString& condition) const {
+    return subject_.noteKey.isEmpty() ? NewsNotes()
+                                      : readNewsNotes(store, subject_.dayTable, condition);
 }
 
 QString HeatRanking::chosenDay() const {
@@ -69,9 +69,9 @@ QList<DayValues> HeatRanking::showHistory() {
     Connection store = stores_.heat.open();
     Recordset days(store, subject_.ofItem(current()));
     fillHeatGrid(days, history_, subject_.historyWidths, subject_.dressHistory);
-    const LowerBounds marks = bounds(store, u" and item="_s + quoted(current()));
-    markLowerBounds(history_, marks);
-    return dayValues(days, subject_.lines, marks);
+    const NewsNotes ofItem = notes(store, u" and item="_s + quoted(current()));
+    showNotes(history_, ofItem);
+    return dayValues(days, subject_.lines, ofItem);
 }
 
 void HeatRanking::openSearchPage(const QString& searchTemplate) {

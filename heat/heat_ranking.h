@@ -66,7 +66,7 @@ public:
     void openSearchPage(const QString& searchTemplate);
 
 private:
-    LowerBounds bounds(Connection& store, const QString& condition) const;
+    NewsNotes notes(Connection& store, const QString& condition) const;
 
     const Stores& stores_;
     Globals& globals_;

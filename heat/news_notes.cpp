@@ -1,6 +1,7 @@
 #include "heat/news_notes.h"
 
 #include "base/values.h"
+#include "heat/collector_contract.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -8,6 +9,8 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+const QString columns = u"select laiyuan,onexian,allxian,zdyxian"_s;
 
 bool hasNotes(Connection& heat) {
     return hasTable(heat, u"xinwenshuoming"_s);
@@ -29,6 +32,11 @@ bool isOn(const Recordset& note, QStringView column) {
     return numericPrefix(note.value(column).toText()) > 0;
 }
 
+NewsNote noteOf(const Recordset& row) {
+    return {row.value(u"laiyuan").toText(), isOn(row, u"onexian"), isOn(row, u"allxian"),
+            isOn(row, u"zdyxian")};
+}
+
 QChar digit(bool on) {
     return on ? u'1' : u'0';
 }
@@ -39,11 +47,8 @@ NewsNote readNewsNote(Connection& heat, const NewsRow& row) {
     if (!hasNotes(heat)) {
         return {};
     }
-    const Recordset note(
-        heat, u"select laiyuan,onexian,allxian,zdyxian from xinwenshuoming"_s + whereRow(row));
-    return note.atEnd() ? NewsNote()
-                        : NewsNote{note.value(0).toText(), isOn(note, u"onexian"),
-                                   isOn(note, u"allxian"), isOn(note, u"zdyxian")};
+    const Recordset note(heat, columns + u" from xinwenshuoming"_s + whereRow(row));
+    return note.atEnd() ? NewsNote() : noteOf(note);
 }
 
 void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note) {
@@ -70,36 +75,26 @@ void renameNotes(Connection& heat, const QString& table, const QString& item, co
     }
 }
 
-LowerBounds readLowerBounds(Connection& heat, const QString& table, const QString& condition) {
-    LowerBounds bounds;
+NewsNotes readNewsNotes(Connection& heat, const QString& table, const QString& condition) {
+    NewsNotes notes;
     if (!hasNotes(heat)) {
-        return bounds;
+        return notes;
     }
-    Recordset notes(heat,
-                    u"select riqi,item,onexian,allxian,zdyxian from xinwenshuoming where biao="_s +
-                        quoted(table) + u" and onexian+allxian+zdyxian>0"_s + condition);
-    for (; !notes.atEnd(); notes.moveNext()) {
-        const struct {
-            QStringView column;
-            QString shown;
-        } counts[] = {{u"onexian", u"一日数量"_s},
-                      {u"allxian", u"全部数量"_s},
-                      {u"zdyxian", u"自定义数量"_s}};
-        for (const auto& it : counts) {
-            if (isOn(notes, it.column)) {
-                bounds.insert({notes.value(0).toText(), notes.value(1).toText(), it.shown});
-            }
-        }
+    for (Recordset row(heat, columns + u",riqi,item from xinwenshuoming where biao="_s +
+                                 quoted(table) + condition);
+         !row.atEnd(); row.moveNext()) {
+        notes.insert({row.value(u"riqi").toText(), row.value(u"item").toText()}, noteOf(row));
     }
-    return bounds;
+    return notes;
 }
 
-QString lowerBoundsLast(Connection& heat, const QString& table, const QString& key) {
+QString incomparableLast(Connection& heat, const QString& table, const QString& key) {
     if (!hasNotes(heat)) {
         return {};
     }
     return u"exists(select 1 from xinwenshuoming as n where n.biao=%1 and n.item=%2.%3"
-           u" and n.riqi=date(%2.riqi) and n.allxian>0),"_s.arg(quoted(table), table, key);
+           u" and n.riqi=date(%2.riqi) and (n.allxian>0 or %2.allzhangfu=%4)),"_s.arg(
+               quoted(table), table, key, numberText(noGrowth));
 }
 
 }  // namespace guanchao

@@ -4,9 +4,9 @@
 // statements raise StoreError.
 #pragma once
 
-#include <QSet>
+#include <QHash>
 #include <QString>
-#include <QStringList>
+#include <utility>
 
 #include "store/connection.h"
 
@@ -37,14 +37,15 @@ void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note);
 // The notes of an item of the table go with it to its new name.
 void renameNotes(Connection& heat, const QString& table, const QString& item, const QString& name);
 
-// Counts that are lower bounds, each as date text, item and the count's column in the lists.
-using LowerBounds = QSet<QStringList>;
+// By date text and item.
+using NewsNotes = QHash<std::pair<QString, QString>, NewsNote>;
 
 // Of a table of counts; `condition` narrows it down by riqi and item.
-LowerBounds readLowerBounds(Connection& heat, const QString& table, const QString& condition);
+NewsNotes readNewsNotes(Connection& heat, const QString& table, const QString& condition);
 
-// An order that puts the rows of such a table whose 全部数量 is a lower bound behind the others,
-// followed by a comma; empty in a store without notes. `key` is the table's column of items.
-QString lowerBoundsLast(Connection& heat, const QString& table, const QString& key);
+// An order that puts the rows of such a table with a note whose 全部数量 is a lower bound, or
+// compares with nothing, behind the others, followed by a comma; empty in a store without notes.
+// `key` is the table's column of items.
+QString incomparableLast(Connection& heat, const QString& table, const QString& key);
 
 }  // namespace guanchao

@@ -9,8 +9,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double withoutBase = 1000;
-
 // By position, in both rankings alike. A company's table has one column more, so that there its
 // counts take the colours of the growths.
 const QList<int> fixedColumns = {3, 5, 7};
@@ -25,8 +23,8 @@ void colourNews(ResultGrid& grid, int row) {
 
 void dressHistory(ResultGrid& grid, int row) {
     for (const int col : signColumns) {
-        if (numericPrefix(grid.textMatrix(row, col)) == withoutBase) {
-            grid.setTextMatrix(row, col, u"无"_s);
+        if (numericPrefix(grid.textMatrix(row, col)) == noGrowth) {
+            grid.setTextMatrix(row, col, noGrowthWord);
         }
     }
     colourNews(grid, row);

@@ -1,4 +1,6 @@
 #include <QChart>
+#include <QLegend>
+#include <QLegendMarker>
 #include <QWheelEvent>
 
 #include "frame/date_boxes.h"
@@ -89,6 +91,31 @@ TEST_F(DayPlotTest, ADayIsChosenByKeysAndByThePointer) {
     EXPECT_EQ(pointAt(0.8), u"3"_s);
     showValues({{1, 1, 1}});
     EXPECT_EQ(chosenText(), QString()) << "other days";
+}
+
+TEST_F(DayPlotTest, ALineJoinsDaysOfOneSourceOnly) {
+    const auto parts = [&](const QStringList& sources) {
+        QList<DayValues> days;
+        for (const QString& it : sources) {
+            const double value = static_cast<double>(days.size()) * 100;
+            days << DayValues{QDate(2026, 11, 1).addDays(days.size()), {1, value, 3}, {}, it};
+        }
+        showDays(days);
+        QStringList told;
+        for (QAbstractSeries* it : chart()->series()) {
+            auto* line = qobject_cast<QLineSeries*>(it);
+            if (line->pen().color() == Qt::green) {
+                told << QString::number(line->count()) + (line->pointsVisible() ? u"."_s : u"-"_s);
+            }
+        }
+        return told.join(u' ');
+    };
+    EXPECT_EQ(parts({u""_s, u""_s, u"e"_s, u"e"_s, u"e"_s, u""_s}), u"2- 3- 1."_s);
+    const auto axes = chart()->axes(Qt::Vertical, chart()->series().last());
+    EXPECT_EQ(axes, chart()->axes(Qt::Vertical, chart()->series()[2]))
+        << "a further part is of the line's axis";
+    EXPECT_EQ(chart()->legend()->markers(chart()->series().last()).first()->isVisible(), false);
+    EXPECT_EQ(parts({u"e"_s, u"e"_s}), u"2-"_s) << "and goes with its days";
 }
 
 }  // namespace guanchao

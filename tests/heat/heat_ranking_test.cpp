@@ -91,33 +91,42 @@ TEST_F(HeatRankingTest, TheRankingIsTheLatestDayByGrowthAndKeepsTheSentinel) {
     EXPECT_EQ(colours(grid_, 3), u"TSTFTRTR."_s) << "-0.5 is green, 0 is red";
 }
 
-TEST_F(HeatRankingTest, ALowerBoundIsShownAsOneAndRanksBehindTheGrowths) {
+TEST_F(HeatRankingTest, WhatComparesWithNothingIsShownAsSuchAndRanksBehindTheGrowths) {
     const QString values = u"'2026-11-24 10:00:00','%1',30,1.0,%2,%3,300,1000.0"_s;
     addTheme(values.arg(u"白酒"_s, u"10000"_s, u"1000.0"_s));
     addTheme(values.arg(u"银行"_s, u"80"_s, u"-3.0"_s));
     addTheme(values.arg(u"新题"_s, u"9"_s, u"1000.0"_s));
+    addTheme(values.arg(u"新源"_s, u"70"_s, u"1000.0"_s));
+    addTheme(u"'2026-11-23 10:00:00','白酒',30,1.0,70,1000.0,300,1.0"_s);
     Connection heat = store_.stores.heat.open();
     writeNewsNote(heat, {u"xinwenshul"_s, u"白酒"_s, u"2026-11-24"_s},
                   {u"eastmoney"_s, false, true, true});
     writeNewsNote(heat, {u"xinwenshul"_s, u"银行"_s, u"2026-11-23"_s},
                   {u"eastmoney"_s, true, true, true});
+    writeNewsNote(heat, {u"xinwenshul"_s, u"新源"_s, u"2026-11-24"_s}, {u"eastmoney"_s});
     writeNewsNote(heat, {u"gongsixinwen"_s, u"新题"_s, u"2026-11-24"_s},
                   {u"eastmoney"_s, true, true, true});
-    const QString shown = u"白酒|30|1.00|≥10000|1000.00|≥300|1000.00|7"_s;
+    const QString shown = u"白酒|30|1.00|≥10000|无|≥300|无|7"_s;
     themes_.showRanking(false);
-    EXPECT_EQ(columnTexts(grid_, 2).mid(1), (QStringList{u"新题"_s, u"银行"_s, u"白酒"_s}));
+    EXPECT_EQ(columnTexts(grid_, 2).mid(1),
+              (QStringList{u"新题"_s, u"银行"_s, u"新源"_s, u"白酒"_s}));
     EXPECT_EQ(rowText(grid_, 2), u"2|2026-11-24|银行|30|1.00|80|-3.00|300|1000.00|7"_s);
-    EXPECT_EQ(rowText(grid_, 3), u"3|2026-11-24|"_s + shown);
-    EXPECT_EQ(grid_.number(3, 5), 10000) << "by which it is sorted";
-    EXPECT_EQ(grid_.data(grid_.index(2, 5), Qt::AccessibleTextRole), u"至少 10000"_s);
+    EXPECT_EQ(rowText(grid_, 3), u"3|2026-11-24|新源|30|1.00|70|无|300|无|7"_s);
+    EXPECT_EQ(rowText(grid_, 4), u"4|2026-11-24|"_s + shown);
+    EXPECT_EQ(colours(grid_, 4), u"TSTRT.T.."_s);
+    EXPECT_EQ(grid_.number(4, 5), 10000) << "by which it is sorted";
+    EXPECT_EQ(grid_.data(grid_.index(3, 5), Qt::AccessibleTextRole), u"至少 10000"_s);
     themes_.showRanking(true);
     EXPECT_TRUE(columnTexts(grid_, 5).contains(u"≥10000"_s));
     grid_.biaoji(findHeatRow(grid_, u"白酒"_s).value_or(0));
     ASSERT_TRUE(themes_.choose(grid_.markedRow()));
     EXPECT_EQ(themes_.chosenDay(), u"2026-11-24"_s);
-    EXPECT_EQ(themes_.showHistory().last().words,
-              u"2026-11-24  一日 30  全部 ≥10000  自定义 ≥300"_s);
-    EXPECT_EQ(rowText(historyGrid_, 1), u"1|2026-11-24|白酒|30|1.00|≥10000|无|≥300|无|7"_s);
+    const QList<DayValues> days = themes_.showHistory();
+    EXPECT_EQ(days.last().words, u"2026-11-24  一日 30  全部 ≥10000  自定义 ≥300"_s);
+    EXPECT_EQ(days.last().source + u'|' + days.first().source, u"eastmoney|"_s);
+    EXPECT_EQ(rowText(historyGrid_, 1), u"1|2026-11-24|"_s + shown);
+    EXPECT_EQ(colours(historyGrid_, 1), u"TSTRT.T.."_s);
+    EXPECT_EQ(colours(historyGrid_, 2), u"TSTRTRTR."_s) << "as counted on search pages";
 }
 
 TEST_F(HeatRankingTest, AllShowsEveryItemOnceWithItsLatestDay) {
