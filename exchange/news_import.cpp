@@ -2,6 +2,7 @@
 
 #include "base/values.h"
 #include "exchange/row_values.h"
+#include "heat/news_notes.h"
 
 namespace guanchao {
 
@@ -21,6 +22,13 @@ QString moment(const Recordset& row, int field) {
     return quoted(dateText(day) + u' ' + time.toString(u"HH:mm:ss"_s));
 }
 
+// How its counts were counted goes with the row: without it they would compare with those of pages.
+void bringNote(Connection& store, Connection& file, const Recordset& row) {
+    const NewsRow counts = {u"xinwenshul"_s, row.value(u"zhutiname").toText(),
+                            row.value(u"riqi").toText()};
+    writeNewsNote(store, counts, readNewsNote(file, counts));
+}
+
 TableMerge themeNews() {
     return {
         u"select date(riqi) as riqi,zhutiname,onecishu,onezhangfu,allcishu,allzhangfu,zdycishu,"
@@ -35,7 +43,9 @@ TableMerge themeNews() {
                    u"allzhangfu,zdycishu,zdyzhangfu,zdytianshu,yixiaza) values("_s +
                    moment(row, 0) + u',' + quotedFields(row, 1, 1) + u',' + numbersFrom(row, 2) +
                    u')';
-        }};
+        },
+        {},
+        bringNote};
 }
 
 TableMerge commodityDays() {

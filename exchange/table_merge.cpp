@@ -62,6 +62,9 @@ int mergeRows(const TableMerge& merge, Connection& store, Connection& file, Exch
         const QString insert = present ? QString() : wordsFor(rows, merge.insert, number, file);
         if (!insert.isEmpty()) {
             store.execute(insert);
+            if (merge.beside) {
+                merge.beside(store, file, rows);
+            }
             ++added;
         }
         steps.stepDone();

@@ -22,6 +22,8 @@ struct TableMerge {
     Statement lookUp;    // run on the store: the row is missing if nothing comes back
     Statement insert;    // empty: the row is left out
     QString index = {};  // what the look-up goes by; made in the store where it is missing
+    // Brings along what the file keeps of an added row in another table.
+    std::function<void(Connection& store, Connection& file, const Recordset& row)> beside = {};
 };
 
 // Gives the number of rows added. The caller has a transaction open, or the rows go into copies.

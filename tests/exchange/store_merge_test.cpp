@@ -1,6 +1,7 @@
 #include "exchange/article_import.h"
 #include "exchange/news_import.h"
 #include "exchange/theme_import.h"
+#include "heat/news_notes.h"
 #include "store/prepared_stores.h"
 #include "tests/exchange/exchange_fixture.h"
 
@@ -50,8 +51,17 @@ TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {
          u"09:30:05','2026-11-24',1,2,3,4,5,"
          u"6,7,8,9.5,-10.25)"_s,
          u"insert into shopname values('铅',null,null,null,null,1,null,3,4,5,6,7,8,9,10)"_s});
+    {
+        Connection file(dialogs_.picked, store_.stores.heat.key);
+        for (const QString& day : {u"2026-11-23"_s, u"2026-11-24"_s}) {
+            writeNewsNote(file, {u"xinwenshul"_s, u"白酒"_s, day}, {u"eastmoney"_s, false, true});
+        }
+    }
     for (const int count : {4, 0}) {
         endOf(importNews(store_.stores, dialogs_, run_, {}));
+        EXPECT_EQ(heatRows(u"select * from xinwenshuoming"_s),
+                  QStringList{u"xinwenshul|2026-11-24|白酒|eastmoney|0|1|0"_s})
+            << "of the row that came";
         EXPECT_EQ(told().last(), u"观潮台|导入主题新闻数量完成，共导入新的记录：%1条"_s.arg(count));
         EXPECT_EQ(heatRows(u"select * from xinwenshul"_s),
                   QStringList({u"2026-11-23 18:00:00|白酒|7|0|0|0|0|0|0|0"_s,
