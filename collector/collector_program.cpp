@@ -19,16 +19,6 @@ namespace {
 
 const QStringList jobWords = {collectThemes, collectCompanies, collectCommodities, collectCodes};
 
-// Words are counted on pages: without a service for them, on those of the search page pattern.
-Service pageService(const QList<Service>& search) {
-    for (const Service& it : search) {
-        if (it.kind == u"page"_s) {
-            return it;
-        }
-    }
-    return {};
-}
-
 }  // namespace
 
 CollectorProgram::CollectorProgram(Application& application) : application_(application) {
@@ -101,8 +91,8 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
         return std::make_unique<CompaniesJob>(stores_, order, settings_, services_.search, clock_);
     }
     if (word == collectCommodities) {
-        return std::make_unique<CommoditiesJob>(stores_, order, settings_,
-                                                pageService(services_.search));
+        return std::make_unique<CommoditiesJob>(stores_, order, settings_, services_.search,
+                                                clock_);
     }
     const QString exceptions = folder_ + u"initials.csv"_s;
     initials_ = std::make_unique<Initials>(QFileInfo::exists(exceptions)

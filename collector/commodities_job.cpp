@@ -1,7 +1,6 @@
 #include "collector/commodities_job.h"
 
 #include "base/values.h"
-#include "collector/search_page.h"
 #include "heat/url_encode.h"
 #include "store/recordset.h"
 
@@ -18,16 +17,18 @@ double score(const WordCounts& counts, const ScoreWeights& weights) {
            counts.dadie * weights.dadie + counts.baodie * weights.baodie;
 }
 
-WordCounts countWords(const SearchPage& page, const ScoreWeights& weights) {
+// Those within longer words count too.
+WordCounts countWords(const QString& text, const ScoreWeights& weights) {
+    const auto count = [&](const QString& word) { return static_cast<int>(text.count(word)); };
     WordCounts counts;
-    counts.zhangzi = page.count(u"涨"_s);
-    counts.shengzi = page.count(u"升"_s);
-    counts.dazhang = page.count(u"大涨"_s);
-    counts.baozhang = page.count(u"暴涨"_s);
-    counts.diezi = page.count(u"跌"_s);
-    counts.jiangzi = page.count(u"降"_s);
-    counts.dadie = page.count(u"大跌"_s);
-    counts.baodie = page.count(u"暴跌"_s);
+    counts.zhangzi = count(u"涨"_s);
+    counts.shengzi = count(u"升"_s);
+    counts.dazhang = count(u"大涨"_s);
+    counts.baozhang = count(u"暴涨"_s);
+    counts.diezi = count(u"跌"_s);
+    counts.jiangzi = count(u"降"_s);
+    counts.dadie = count(u"大跌"_s);
+    counts.baodie = count(u"暴跌"_s);
     counts.zongfen = score(counts, weights);
     return counts;
 }
@@ -35,12 +36,11 @@ WordCounts countWords(const SearchPage& page, const ScoreWeights& weights) {
 }  // namespace
 
 CommoditiesJob::CommoditiesJob(const Stores& stores, const RunOrder& order,
-                               const CollectorSettings& settings, const Service& search)
-    : stores_(stores),
+                               const CollectorSettings& settings, const QList<Service>& search,
+                               const Clock& clock)
+    : NewsJob(stores, order, settings, search, clock),
       shopguanzhudu_(order.shopguanzhudu),
-      settings_(settings),
-      address_(order.yinqingurl, search, settings.timeoutSeconds),
-      writer_(stores.heat, order.day) {}
+      weights_(settings.weights) {}
 
 QList<Item> CommoditiesJob::items() const {
     Connection connection = stores_.heat.open();
@@ -55,20 +55,19 @@ QList<Item> CommoditiesJob::items() const {
     return items;
 }
 
-// Without a limit in time: the very page that the window of the commodities opens.
 std::optional<QString> CommoditiesJob::nextRequest(const Item& item, const Asked& asked) const {
-    return asked.pages.isEmpty() ? std::optional(address_.path(withoutMarks(item.key) + u" 价格"_s,
-                                                               settings_.allPeriod))
+    return asked.pages.isEmpty() ? std::optional(search(asked).firstPath(wordsOf(item)))
                                  : std::nullopt;
 }
 
-QString CommoditiesJob::faultOf(const Item&, const Asked&, const QByteArray& page) const {
-    return SearchPage(page).results(settings_) ? QString() : nothingFound;
+QString CommoditiesJob::wordsOf(const Item& item) const {
+    return withoutMarks(item.key) + u" 价格"_s;
 }
 
 void CommoditiesJob::write(const Item& item, const Asked& asked) {
-    const SearchPage page(asked.pages.first());
-    writer_.writeCommodity(item.key, countWords(page, settings_.weights));
+    const NewsSearch& asker = search(asked);
+    const QString text = asker.textOf(wordsOf(item), asked.pages.first());
+    writer_.writeCommodity(item.key, countWords(text, weights_), asker.laiyuan());
 }
 
 }  // namespace guanchao

@@ -27,6 +27,13 @@ double countGrowth(qint64 count, bool NewsNote::*isLowerBound, const NewsNote& n
     return compares ? growth(static_cast<double>(count), former) : noGrowth;
 }
 
+// The note of the item's former row, which has its day in that field.
+NewsNote noteOf(Connection& connection, const NewsRow& row, const Recordset& former, int day) {
+    return former.atEnd()
+               ? NewsNote()
+               : readNewsNote(connection, {row.table, row.item, former.value(day).toText()});
+}
+
 void replaceRow(Connection& connection, const QString& table, const QString& row,
                 const QString& insert) {
     connection.execute(u"delete from "_s + table + row);
@@ -53,9 +60,7 @@ QString CountsWriter::newsValues(Connection& connection, const NewsRow& row,
     const Recordset former(
         connection, u"select onecishu,allcishu,zdycishu,zdytianshu,date(riqi) from "_s + row.table +
                         condition + lastBefore());
-    const NewsNote formerNote =
-        former.atEnd() ? NewsNote()
-                       : readNewsNote(connection, {row.table, row.item, former.value(4).toText()});
+    const NewsNote formerNote = noteOf(connection, row, former, 4);
     const bool compares = formerNote.laiyuan == counts.note.laiyuan;
     const bool customCompares = compares && counts.customDays > 0 &&
                                 formerValue(former, u"zdytianshu") == counts.customDays;
@@ -110,11 +115,15 @@ void CountsWriter::writeCompany(const QString& dm, const QString& jc,
     transaction.commit();
 }
 
-void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& counts) const {
+void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& counts,
+                                  const QString& laiyuan) const {
+    const NewsRow row = {u"shophq"_s, shopname, day_};
     const QString condition = u" where shopname="_s + quoted(shopname);
     Connection connection = heat_.open();
     Transaction transaction(connection);
-    const Recordset former(connection, u"select zongfen from shophq"_s + condition + lastBefore());
+    const Recordset former(connection,
+                           u"select zongfen,date(riqi) from shophq"_s + condition + lastBefore());
+    const bool compares = noteOf(connection, row, former, 1).laiyuan == laiyuan;
     const QStringList names = {u"zhangzi"_s, u"dazhang"_s, u"baozhang"_s, u"shengzi"_s,
                                u"diezi"_s,   u"dadie"_s,   u"baodie"_s,   u"jiangzi"_s,
                                u"zongfen"_s, u"zhangfu"_s};
@@ -128,7 +137,8 @@ void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& cou
         QString::number(counts.baodie),
         QString::number(counts.jiangzi),
         numberText(counts.zongfen),
-        numberText(growth(counts.zongfen, formerValue(former, u"zongfen")))};
+        numberText(
+            growth(counts.zongfen, compares ? formerValue(former, u"zongfen") : std::nullopt))};
     QString assignments;
     for (qsizetype at = 0; at < names.size(); ++at) {
         assignments += u',' + names[at] + u'=' + values[at];
@@ -138,7 +148,8 @@ void CountsWriter::writeCommodity(const QString& shopname, const WordCounts& cou
     if (connection.changedRows() == 0) {
         throw OperationError(u"商品已删除"_s);
     }
-    replaceRow(connection, u"shophq"_s, condition + onDay(),
+    writeNewsNote(connection, row, {laiyuan});
+    replaceRow(connection, row.table, condition + onDay(),
                u"insert into shophq(shopname,riqi,"_s + names.join(u',') + u") values("_s +
                    quoted(shopname) + u',' + quoted(riqi_) + u',' + values.join(u',') + u")"_s);
     transaction.commit();

@@ -1,6 +1,6 @@
 // Writes what was counted into the heat store: one row an item and day, with its growth against the
-// item's last earlier day that was counted by the same kind of service; a count that is a lower
-// bound grows by nothing. A second run on a day takes the place of the first. Each row is one
+// item's last earlier day if that was counted by the same kind of service; a count that is a lower
+// bound has no growth. A second run on a day takes the place of the first. Each row is one
 // short transaction on a connection of its own. Raises StoreError; then nothing of the row is
 // written.
 #pragma once
@@ -48,7 +48,9 @@ public:
     void writeCompany(const QString& dm, const QString& jc, const FoundNews& found) const;
 
     // The row of the day, and the latest counts in the list of commodities.
-    void writeCommodity(const QString& shopname, const WordCounts& counts) const;
+    // `laiyuan` as in NewsNote.
+    void writeCommodity(const QString& shopname, const WordCounts& counts,
+                        const QString& laiyuan) const;
 
 private:
     QString newsValues(Connection& connection, const NewsRow& row, const QString& condition,

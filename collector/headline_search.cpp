@@ -15,11 +15,16 @@ HeadlineSearch::HeadlineSearch(const RunOrder& order, const CollectorSettings& s
     }
 }
 
+HeadlinesPage HeadlineSearch::pageOf(const QString& words, const QByteArray& page,
+                                     int number) const {
+    return EastmoneyHeadlines::read(page, words, number);
+}
+
 HeadlineCounts HeadlineSearch::countsOf(const QString& words,
                                         const QList<QByteArray>& pages) const {
     QList<HeadlinesPage> read;
     for (const QByteArray& page : pages) {
-        read << EastmoneyHeadlines::read(page, words, static_cast<int>(read.size()) + 1);
+        read << pageOf(words, page, static_cast<int>(read.size()) + 1);
     }
     return {read, clock_.now()};
 }
@@ -37,18 +42,26 @@ std::optional<QString> HeadlineSearch::nextPath(const QString& words,
 
 QString HeadlineSearch::faultOf(const QString& words, qsizetype before,
                                 const QByteArray& page) const {
-    return EastmoneyHeadlines::read(page, words, static_cast<int>(before) + 1).fault;
+    return pageOf(words, page, static_cast<int>(before) + 1).fault;
 }
 
 FoundNews HeadlineSearch::find(const QString& words, const QList<QByteArray>& pages) const {
     const HeadlineCounts counts = countsOf(words, pages);
     const HeadlineCount one = counts.ofLast(1);
     const HeadlineCount custom = customDays_ > 0 ? counts.ofLast(customDays_) : HeadlineCount();
-    const NewsNote note = {service_.kind, one.isLowerBound, counts.all().isLowerBound,
+    const NewsNote note = {laiyuan(), one.isLowerBound, counts.all().isLowerBound,
                            custom.isLowerBound};
     return {{one.number, counts.all().number, custom.number, customDays_, note},
             words,
             counts.headlines(longestPeriod())};
+}
+
+QString HeadlineSearch::firstPath(const QString& words) const {
+    return EastmoneyHeadlines::path(words, 1);
+}
+
+QString HeadlineSearch::textOf(const QString& words, const QByteArray& page) const {
+    return pageOf(words, page, 1).text;
 }
 
 }  // namespace guanchao

@@ -13,12 +13,16 @@ public:
                    const Clock& clock);
 
     const Service& service() const override { return service_; }
+    QString laiyuan() const override { return service_.kind; }
     std::optional<QString> nextPath(const QString& words,
                                     const QList<QByteArray>& pages) const override;
     QString faultOf(const QString& words, qsizetype before, const QByteArray& page) const override;
     FoundNews find(const QString& words, const QList<QByteArray>& pages) const override;
+    QString firstPath(const QString& words) const override;
+    QString textOf(const QString& words, const QByteArray& page) const override;
 
 private:
+    HeadlinesPage pageOf(const QString& words, const QByteArray& page, int number) const;
     HeadlineCounts countsOf(const QString& words, const QList<QByteArray>& pages) const;
     int longestPeriod() const { return std::max(customDays_, 1); }
 

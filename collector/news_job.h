@@ -1,4 +1,4 @@
-// What the counts of themes and of stocks share: the searches for an item's words, in the order of
+// What the jobs that search news share: the searches for an item's words, in the order of
 // services.ini, and the row that their counts become.
 #pragma once
 
@@ -21,16 +21,15 @@ public:
 protected:
     virtual QString wordsOf(const Item& item) const = 0;
     FoundNews found(const Item& item, const Asked& asked) const;
+    const NewsSearch& search(const Asked& asked) const {
+        return *searches_[static_cast<size_t>(asked.way)];
+    }
 
     const Stores& stores_;
     double guanzhudu_;
     CountsWriter writer_;
 
 private:
-    const NewsSearch& search(const Asked& asked) const {
-        return *searches_[static_cast<size_t>(asked.way)];
-    }
-
     std::vector<std::unique_ptr<NewsSearch>> searches_;
 };
 

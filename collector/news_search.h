@@ -1,5 +1,5 @@
-// One way to count the news of a name: over the last day, without a limit, and over the custom days
-// where these are on.
+// One way to search the news of a name: to count them over the last day, without a limit, and over
+// the custom days where these are on, and to read what the first page without a limit says.
 #pragma once
 
 #include <QByteArray>
@@ -21,6 +21,9 @@ public:
 
     virtual const Service& service() const = 0;
 
+    // As in NewsNote.
+    virtual QString laiyuan() const = 0;
+
     // The path for the page behind these; nothing once they suffice.
     virtual std::optional<QString> nextPath(const QString& words,
                                             const QList<QByteArray>& pages) const = 0;
@@ -31,6 +34,10 @@ public:
 
     // Of pages that suffice.
     virtual FoundNews find(const QString& words, const QList<QByteArray>& pages) const = 0;
+
+    // The first page without a limit in time, which faultOf judges too, and its text.
+    virtual QString firstPath(const QString& words) const = 0;
+    virtual QString textOf(const QString& words, const QByteArray& page) const = 0;
 };
 
 // By the kind of the service. Raises OperationError for a search page pattern that is none, where

@@ -36,4 +36,13 @@ FoundNews PageSearch::find(const QString& words, const QList<QByteArray>& pages)
     return {{results(0), results(1), results(2), customDays_}, words};
 }
 
+// The very page that the window of the commodities opens.
+QString PageSearch::firstPath(const QString& words) const {
+    return address_.path(words, settings_.allPeriod);
+}
+
+QString PageSearch::textOf(const QString&, const QByteArray& page) const {
+    return SearchPage(page).text();
+}
+
 }  // namespace guanchao

@@ -13,10 +13,13 @@ public:
     PageSearch(const RunOrder& order, const CollectorSettings& settings, const Service& service);
 
     const Service& service() const override { return address_.service(); }
+    QString laiyuan() const override { return {}; }
     std::optional<QString> nextPath(const QString& words,
                                     const QList<QByteArray>& pages) const override;
     QString faultOf(const QString& words, qsizetype before, const QByteArray& page) const override;
     FoundNews find(const QString& words, const QList<QByteArray>& pages) const override;
+    QString firstPath(const QString& words) const override;
+    QString textOf(const QString& words, const QByteArray& page) const override;
 
 private:
     const CollectorSettings& settings_;

@@ -18,8 +18,4 @@ std::optional<qint64> SearchPage::results(const CollectorSettings& settings) con
     return none ? std::optional<qint64>(0) : std::nullopt;
 }
 
-int SearchPage::count(const QString& word) const {
-    return static_cast<int>(visible_.count(word));
-}
-
 }  // namespace guanchao

@@ -1,5 +1,5 @@
-// What the collector reads out of a page of a search engine: the number of results and how often
-// words occur. Pages come in UTF-8 or GBK, as they declare.
+// What the collector reads out of a page of a search engine: the number of results and the
+// visible text. Pages come in UTF-8 or GBK, as they declare.
 #pragma once
 
 #include <QByteArray>
@@ -19,8 +19,7 @@ public:
     // whether a person is asking, an error page.
     std::optional<qint64> results(const CollectorSettings& settings) const;
 
-    // Occurrences in the visible text; those within longer words count.
-    int count(const QString& word) const;
+    const QString& text() const { return visible_; }
 
 private:
     QString visible_;

@@ -23,10 +23,11 @@ QString moment(const Recordset& row, int field) {
 }
 
 // How its counts were counted goes with the row: without it they would compare with those of pages.
-void bringNote(Connection& store, Connection& file, const Recordset& row) {
-    const NewsRow counts = {u"xinwenshul"_s, row.value(u"zhutiname").toText(),
-                            row.value(u"riqi").toText()};
-    writeNewsNote(store, counts, readNewsNote(file, counts));
+auto notesOf(const QString& table, const QString& key) {
+    return [table, key](Connection& store, Connection& file, const Recordset& row) {
+        const NewsRow counts = {table, row.value(key).toText(), row.value(u"riqi").toText()};
+        writeNewsNote(store, counts, readNewsNote(file, counts));
+    };
 }
 
 TableMerge themeNews() {
@@ -45,7 +46,7 @@ TableMerge themeNews() {
                    u')';
         },
         {},
-        bringNote};
+        notesOf(u"xinwenshul"_s, u"zhutiname"_s)};
 }
 
 TableMerge commodityDays() {
@@ -62,7 +63,9 @@ TableMerge commodityDays() {
                    u" diezi, dadie, baodie, jiangzi, zongfen, zhangfu) values("_s +
                    quotedFields(row, 0, 0) + u',' + moment(row, 1) + u',' + numbersFrom(row, 2) +
                    u')';
-        }};
+        },
+        {},
+        notesOf(u"shophq"_s, u"shopname"_s)};
 }
 
 TableMerge commodities() {

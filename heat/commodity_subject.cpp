@@ -57,6 +57,7 @@ HeatSubject commodityPrices() {
         .collectWord = collectCommodities,
         .current = &Globals::dangqianshangpin,
         .dayTable = u"shophq"_s,
+        .noteKey = u"shopname"_s,
         .ranksToday = true,
         .ofDay = rankingOf,
         .ofAll = ranking + byTotal,

@@ -13,7 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The columns of a count in the lists, and its word in the notes.
+// The columns of a count in the lists, and what a note tells of it: a total of words is never a
+// lower bound.
 struct NotedCount {
     QString count;
     QString growth;
@@ -22,11 +23,12 @@ struct NotedCount {
 
 const NotedCount notedCounts[] = {{u"一日数量"_s, u"一日涨幅"_s, &NewsNote::onexian},
                                   {u"全部数量"_s, u"全部涨幅"_s, &NewsNote::allxian},
-                                  {u"自定义数量"_s, u"自定义涨幅"_s, &NewsNote::zdyxian}};
+                                  {u"自定义数量"_s, u"自定义涨幅"_s, &NewsNote::zdyxian},
+                                  {u"总分"_s, u"增长"_s, nullptr}};
 
 bool isLowerBound(const QString& field, const NewsNote& note) {
     return std::ranges::any_of(notedCounts, [&](const NotedCount& it) {
-        return it.count == field && note.*it.isLowerBound;
+        return it.count == field && it.isLowerBound && note.*it.isLowerBound;
     });
 }
 
@@ -63,9 +65,10 @@ void showNote(ResultGrid& grid, int row, const NewsNote& note) {
         for (const NotedCount& it : notedCounts) {
             if (title == it.growth) {
                 showGrowthWithoutBase(grid, row, col);
-            } else if (title == it.count && note.*it.isLowerBound) {
-                grid.setLowerBound(row, col);
             }
+        }
+        if (isLowerBound(title, note)) {
+            grid.setLowerBound(row, col);
         }
     }
 }

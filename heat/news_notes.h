@@ -12,10 +12,10 @@
 
 namespace guanchao {
 
-// Whose counts: a row of xinwenshul or gongsixinwen.
+// Whose counts: a row of xinwenshul, gongsixinwen or shophq.
 struct NewsRow {
     QString table;
-    QString item;  // zhutiname or dm
+    QString item;  // zhutiname, dm or shopname
     QString day;   // date text
 };
 

@@ -99,6 +99,7 @@ HeadlinesPage EastmoneyHeadlines::read(const QByteArray& body, const QString& ke
     }
     for (const auto& hit : hits) {
         read.headlines << readHeadline(hit.toObject());
+        read.text += read.headlines.last().title + u'\n' + hit[u"content"_s].toString() + u'\n';
     }
     read.fault = faultOf(read.headlines);
     return read;

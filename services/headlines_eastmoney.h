@@ -29,7 +29,8 @@ struct Headline {
 struct HeadlinesPage {
     qint64 total = 0;  // hits on all pages, as far as the service counts
     QList<Headline> headlines;
-    QString fault;  // why it is no answer, in Chinese
+    QString fault;      // why it is no answer, in Chinese
+    QString text = {};  // titles and openings of the articles
 };
 
 class EastmoneyHeadlines {

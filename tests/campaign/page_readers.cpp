@@ -190,13 +190,14 @@ void readPage(const QByteArray& bytes) {
 void readSearch(const QByteArray& bytes) {
     static const CollectorSettings settings;
     const SearchPage page(bytes);
-    requireSense(page.results(settings).value_or(0) >= 0 && page.count(u"大涨"_s) >= 0,
-                 "结果数小于零");
+    requireSense(page.results(settings).value_or(0) >= 0, "结果数小于零");
+    requireWholeCharacters(page.text());
 }
 
 void readHeadlines(const QByteArray& bytes) {
     const HeadlinesPage page = EastmoneyHeadlines::read(bytes, u"铜"_s, 1);
     requireSense(page.total >= 0, "新闻数小于零");
+    requireWholeCharacters(page.text);
     for (const Headline& it : page.headlines) {
         requireSense(!page.fault.isEmpty() || (it.time.isValid() && !it.title.isEmpty()),
                      "没有时间或标题的新闻");

@@ -25,7 +25,8 @@ protected:
     // A window over a run that has asked for nothing yet.
     void openOver(const Service& search) {
         window_.reset();
-        job_ = std::make_unique<CommoditiesJob>(stores_, order_, settings_, search);
+        job_ = std::make_unique<CommoditiesJob>(stores_, order_, settings_, QList<Service>{search},
+                                                clock_);
         collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, pacing_);
         collection_->begin();
         window_ =

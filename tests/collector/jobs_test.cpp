@@ -70,7 +70,7 @@ TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
     EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
     EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
     EXPECT_EQ(requests(companies, {u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
-    const CommoditiesJob commodities(store_.stores, order, settings_, {});
+    const CommoditiesJob commodities(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(commodities), QStringList{u"铝(锭)"_s});
     EXPECT_EQ(requests(commodities, commodities.items().first()),
               QStringList{u"/s?wd=%C2%C1%20%B6%A7%20%20%BC%DB%B8%F1"_s});
@@ -168,7 +168,7 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
 
     runHeat(u"insert into shopname(shopname,guanzhudu,aboutgegu) values('铜',4,'SH601899')"_s);
     runHeat(u"insert into shophq(shopname,riqi,zongfen) values('铜','2026-11-20 09:00:00',-4)"_s);
-    CommoditiesJob commodities(store_.stores, order, settings_, {});
+    CommoditiesJob commodities(store_.stores, order, settings_, pages_, clock_);
     const QByteArray page = u"相关结果约1个 大涨 暴涨暴涨 升 跌跌跌 大跌 暴跌 降降"_s.toUtf8();
     commodities.write({u"铜"_s, u"铜"_s}, {0, {page}});
     commodities.write({u"铜"_s, u"铜"_s}, {0, {page}});
@@ -184,6 +184,42 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     EXPECT_THROW(commodities.write({u"铜"_s, u"铜"_s}, {0, {page}}), OperationError)
         << "deleted by the user while its page was asked for";
     EXPECT_TRUE(heatRows(u"select * from shophq"_s).isEmpty());
+}
+
+TEST_F(CollectorJobsTest, WordsOfHeadlinesCompareWithThoseOfHeadlines) {
+    runHeat(u"insert into shopname(shopname,guanzhudu) values('铜(沪)',4)"_s);
+    const Item copper{u"铜(沪)"_s, {}};
+    Service headlines;
+    headlines.kind = u"eastmoney"_s;
+    const auto collect = [&](int day, int way, const QString& said) {
+        const RunOrder order = {.day = QDate(2026, 11, day),
+                                .yinqingurl = u"http://h/s?wd=tihuandm"_s};
+        CommoditiesJob job(store_.stores, order, settings_, {headlines, Service()}, clock_);
+        const QString path = job.nextRequest(copper, {way, {}}).value();
+        const QString call = path.section(u"cb="_s, 1).section(u'&', 0, 0);
+        const QString hits = said.isEmpty() ? QString()
+                                            : u"{\"date\":\"2026-11-24 09:55:00\",\"title\":"
+                                              u"\"%1\",\"content\":\"铜 涨跌\"}"_s.arg(said);
+        const QString reply =
+            u"%1({\"code\":0,\"hitsTotal\":%2,\"result\":{"
+            u"\"cmsArticleWebOld\":[%3]}})"_s.arg(call, said.isEmpty() ? u"0"_s : u"9"_s, hits);
+        const QByteArray page = (way == 0 ? reply : u"相关结果约1个"_s + said).toUtf8();
+        EXPECT_EQ(job.faultOf(copper, {way, {}}, page), QString());
+        EXPECT_FALSE(job.nextRequest(copper, {way, {page}}));
+        job.write(copper, {way, {page}});
+    };
+    collect(20, 1, u"涨涨"_s);
+    collect(21, 0, u"铜 大涨"_s);
+    collect(22, 0, u"铜 涨涨"_s);
+    collect(23, 0, {});
+    collect(24, 1, u"涨涨涨"_s);
+    EXPECT_EQ(heatRows(u"select zhangzi,diezi,dazhang,zongfen,zhangfu from shophq order by riqi"_s),
+              (QStringList{u"2|0|0|2|1000"_s, u"2|1|1|3|1000"_s, u"3|1|0|2|-33.33"_s,
+                           u"0|0|0|0|-100"_s, u"3|0|0|3|1000"_s}));
+    EXPECT_EQ(heatRows(u"select riqi,laiyuan from xinwenshuoming where item='铜(沪)' and"
+                       u" biao='shophq' order by riqi"_s),
+              (QStringList{u"2026-11-21|eastmoney"_s, u"2026-11-22|eastmoney"_s,
+                           u"2026-11-23|eastmoney"_s}));
 }
 
 TEST_F(CollectorJobsTest, AnOrderWithoutADayOrARowFallsBackToTheClock) {

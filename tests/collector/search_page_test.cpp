@@ -45,7 +45,7 @@ TEST(SearchPageTest, WordsCountInTheVisibleTextOnly) {
         {u"1 < 2 涨 &#28072; &lt;涨&gt;"_s, u"涨"_s, 3},
     };
     for (const auto& [page, word, count] : cases) {
-        EXPECT_EQ(SearchPage(page.toUtf8()).count(word), count) << page.toStdString();
+        EXPECT_EQ(SearchPage(page.toUtf8()).text().count(word), count) << page.toStdString();
     }
 }
 

@@ -210,6 +210,11 @@ TEST_F(HeatRankingTest, TheDayOfTheCommoditiesIsThatOfTheirHistoryOrToday) {
         << "no growth reads as none here";
     EXPECT_EQ(colours(historyGrid_, 1), u"TSTRTRTFRRRR"_s);
     EXPECT_EQ(days.last().words, u"2026-11-25  上涨 4  下跌 26  总分 9.5"_s);
+    Connection heat = store_.stores.heat.open();
+    writeNewsNote(heat, {u"shophq"_s, u"铝"_s, u"2026-11-20"_s}, {u"eastmoney"_s});
+    EXPECT_EQ(commodities_.showHistory().first().source, u"eastmoney"_s);
+    EXPECT_EQ(rowText(historyGrid_, 2), u"2|2026-11-20|铝|9.50|无|1|4|2|-3|5|8|6|7"_s)
+        << "but where the kind of the count is noted";
 }
 
 TEST_F(HeatRankingTest, TheSearchPageIsThatOfTheCurrentItem) {
