@@ -1,5 +1,6 @@
 #include "collector/headline_search.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace guanchao {
@@ -17,7 +18,17 @@ HeadlineSearch::HeadlineSearch(const RunOrder& order, const CollectorSettings& s
 
 HeadlinesPage HeadlineSearch::pageOf(const QString& words, const QByteArray& page,
                                      int number) const {
-    return EastmoneyHeadlines::read(page, words, number);
+    const auto read = std::ranges::find_if(read_, [&](const ReadPage& it) {
+        return it.words == words && it.number == number && it.page == page;
+    });
+    if (read != read_.end()) {
+        return read->headlines;
+    }
+    if (number == 1) {
+        read_.clear();
+    }
+    read_ << ReadPage{words, number, page, EastmoneyHeadlines::read(page, words, number)};
+    return read_.last().headlines;
 }
 
 HeadlineCounts HeadlineSearch::countsOf(const QString& words,

@@ -22,6 +22,13 @@ public:
     QString textOf(const QString& words, const QByteArray& page) const override;
 
 private:
+    struct ReadPage {
+        QString words;
+        int number;
+        QByteArray page;
+        HeadlinesPage headlines;
+    };
+
     HeadlinesPage pageOf(const QString& words, const QByteArray& page, int number) const;
     HeadlineCounts countsOf(const QString& words, const QList<QByteArray>& pages) const;
     int longestPeriod() const { return std::max(customDays_, 1); }
@@ -30,6 +37,7 @@ private:
     int customDays_;
     int mostPages_;
     Service service_;
+    mutable QList<ReadPage> read_;  // the pages of one item: each is asked about several times
 };
 
 }  // namespace guanchao
