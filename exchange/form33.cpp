@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "frame/run_share.h"
+#include "services/service_names.h"
 #include "ui_form33.h"
 
 namespace guanchao {
@@ -141,7 +142,7 @@ void Form33::showSummary() {
     ui_->summary->setText(
         items_.isEmpty() ? QString()
                          : u"%1（%2）有 %3 个板块，其中 %4 个在主题库里已有同名的主题，共 %5 只。"_s
-                               .arg(boards_.service.kind, boards_.service.host)
+                               .arg(kindName(boards_.service.kind), boards_.service.host)
                                .arg(items_.size())
                                .arg(themes)
                                .arg(members));

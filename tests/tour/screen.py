@@ -91,7 +91,9 @@ class Screen:
                      and it.get_name() == name and is_shown(it)), None)
 
     def press(self, window, name):
-        self.control(window, "button", name).get_action_iface().do_action(0)
+        button = self.control(window, "button", name)
+        self.wait(f"the button {name} to be enabled", lambda: is_enabled(button))
+        button.get_action_iface().do_action(0)
 
     def fill(self, window, name, text):
         write(self.control(window, "text", name), text)
@@ -207,6 +209,10 @@ def role_of(node):
 
 def is_shown(node):
     return node.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
+def is_enabled(node):
+    return node.get_state_set().contains(Atspi.StateType.ENABLED)
 
 
 def says(window, text):
