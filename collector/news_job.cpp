@@ -1,6 +1,7 @@
 #include "collector/news_job.h"
 
 #include "base/activity.h"
+#include "services/service_names.h"
 
 namespace guanchao {
 
@@ -13,7 +14,7 @@ NewsJob::NewsJob(const Stores& stores, const RunOrder& order, const CollectorSet
         searches_.push_back(newsSearch(order, settings, service, clock));
     }
     if (searches_.empty()) {
-        throw OperationError(u"services.ini 的 search 里没有能用的网站"_s);
+        throw OperationError(allOffWords(u"search"_s));
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "services/service_names.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -27,9 +29,8 @@ QString failedWords(const QList<BoardTally::Failed>& failed) {
     for (const BoardTally::Failed& it : failed) {
         boards << u"%1（%2）"_s.arg(it.board, it.why);
     }
-    return u"%1 个板块没有导入：%2。\n它们还勾着，过一会儿再点“导入”就补上；总是不行，请检查网络和"
-           u" services.ini 里的 [boards]。"_s.arg(failed.size())
-               .arg(firstOf(boards));
+    return u"%1 个板块没有导入：%2。\n它们还勾着。"_s.arg(failed.size()).arg(firstOf(boards)) +
+           adviceOn({}, u"过一会儿再点“导入”就补上"_s);
 }
 
 }  // namespace

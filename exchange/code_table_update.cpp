@@ -18,8 +18,8 @@ QString CodeTableResult::words() const {
         return u"已停止，代码表没有改变。"_s;
     }
     if (!hasList) {
-        return u"没有读到能用的名单，代码表没有改变：\n"_s + lacks.join(u'\n') +
-               u"\n请检查网络和 services.ini 里的 [stocklist]，过一会儿再试。"_s;
+        return u"没有读到能用的名单，代码表没有改变：\n"_s + lacks.join(u'\n') + u'\n' +
+               adviceOn(lacks, u"过一会儿再试"_s);
     }
     QString text =
         u"更新完成。%1的名单有 %2 只：新上市 %3 只，改名 %4 只，退市 %5 只，恢复 %6 只。"_s

@@ -99,8 +99,8 @@ QCoro::Task<> Form33::readBoards(std::stop_token stop) {
     boards_ = std::move(list);
     showBoards(members);
     if (boards_.boards.isEmpty()) {
-        showWords(u"没有读到板块列表：\n"_s + boards_.lacks.join(u'\n') +
-                  u"\n请检查网络和 services.ini 里的 [boards]，过一会儿再点“重新读取”。"_s);
+        showWords(u"没有读到板块列表：\n"_s + boards_.lacks.join(u'\n') + u'\n' +
+                  adviceOn(boards_.lacks, u"过一会儿再点“重新读取”"_s));
     }
 }
 
@@ -139,13 +139,13 @@ void Form33::showSummary() {
         themes += known > 0 ? 1 : 0;
         members += known;
     }
-    ui_->summary->setText(
-        items_.isEmpty() ? QString()
-                         : u"%1（%2）有 %3 个板块，其中 %4 个在主题库里已有同名的主题，共 %5 只。"_s
-                               .arg(kindName(boards_.service.kind), boards_.service.host)
-                               .arg(items_.size())
-                               .arg(themes)
-                               .arg(members));
+    ui_->summary->setText(items_.isEmpty()
+                              ? QString()
+                              : u"%1有 %2 个板块，其中 %3 个在主题库里已有同名的主题，共 %4 只。"_s
+                                    .arg(nameAndHost(boards_.service))
+                                    .arg(items_.size())
+                                    .arg(themes)
+                                    .arg(members));
 }
 
 void Form33::showFound() {

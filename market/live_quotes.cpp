@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "formats/ini_file.h"
 #include "market/trading_session.h"
+#include "services/service_names.h"
 #include "services/stock_code.h"
 
 namespace guanchao {
@@ -326,7 +327,7 @@ void LiveQuotes::updateMarketFlag() {
 QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
     const QuotesReply reply = co_await source_.fetch(code, stop);
     if (reply.lines.isEmpty()) {
-        throw NotHad{reply.lack, noConnection};
+        throw NotHad{reply.lack, leadsToServices(reply.lack) ? reply.lack : noConnection};
     }
     co_return quoteRow(reply.lines);
 }

@@ -5,6 +5,7 @@
 
 #include "base/values.h"
 #include "services/delisted.h"
+#include "services/service_names.h"
 #include "store/patience.h"
 
 namespace guanchao {
@@ -77,8 +78,9 @@ QString QuoteTally::words() const {
         lines << reasonWords(omitted, u"应答里没有这些代码"_s);
     }
     if (!byReason_.isEmpty()) {
-        lines << u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s;
+        lines << adviceOn(byReason_.keys(), u"过一会儿再更新"_s);
     }
+    lines.removeAll(QString());
     return lines.join(u'\n');
 }
 

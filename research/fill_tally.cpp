@@ -1,5 +1,7 @@
 #include "research/fill_tally.h"
 
+#include "services/service_names.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,8 +46,10 @@ QString FillTally::words() const {
         }
     }
     if (!ending.isEmpty() || !lacking.isEmpty()) {
-        lines << u"请检查网络和 services.ini 里的网址，过一会儿再点“补全”，已有的不会再问。"_s;
+        lines << adviceOn(QStringList(reasons.keys()) << ending,
+                          u"过一会儿再点“补全”，已有的不会再问"_s);
     }
+    lines.removeAll(QString());
     return lines.join(u'\n');
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "research/history_rows.h"
+#include "services/service_names.h"
 #include "services/stock_code.h"
 
 namespace guanchao {
@@ -25,6 +26,7 @@ QList<Service> ofKind(const QList<Service>& services, const QString& kind) {
 
 GapServices::GapServices(HttpClient& http, const Clock& clock, const Services& services)
     : clock_(clock),
+      isOff_(services.history.isEmpty()),
       namesFactors_(!services.factors.isEmpty()),
       hasPricesWithFactors_(!ofKind(services.history, pricesWithFactors).isEmpty()),
       bars_(http, clock, services.history),
@@ -32,9 +34,13 @@ GapServices::GapServices(HttpClient& http, const Clock& clock, const Services& s
       factors_(http, services.factors) {}
 
 QString GapServices::fault() const {
+    if (isOff_) {
+        return allOffWords(u"history"_s);
+    }
     return namesFactors_ && !hasPricesWithFactors_
-               ? u"services.ini 里有 [factors]，却没有与它配套的历史行情（[history] 的 kind=%1）"_s
-                     .arg(pricesWithFactors)
+               ? u"复权因子的网站在用，与它配套的历史行情（%1）却没有，"
+                 u"请在%2里启用它，或者停用复权因子"_s.arg(kindName(pricesWithFactors),
+                                                           servicesWindow)
                : QString();
 }
 
@@ -56,8 +62,7 @@ QCoro::Task<FilledGap> GapServices::fetch(CodeGap gap, std::stop_token stop) con
     filled.gap = gap;
     filled.turnedAway = reply.turnedAway;
     if (!reply.days) {
-        filled.lack =
-            reply.lacks.isEmpty() ? u"services.ini 没有历史行情的服务"_s : reply.lacks.join(u'；');
+        filled.lack = reply.lacks.join(u'；');
         co_return FilledGap(filled);
     }
     filled.isKnown = !reply.days->isEmpty();

@@ -42,6 +42,7 @@ private:
     DayRange toldOf(const CodeGap& gap, const QList<DayBar>& bars) const;
 
     const Clock& clock_;
+    bool isOff_;
     bool namesFactors_;
     bool hasPricesWithFactors_;
     DayBars bars_;

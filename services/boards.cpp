@@ -48,6 +48,9 @@ QCoro::Task<BoardList> Boards::list(BoardSort sort, std::stop_token stop) const 
         http_.complain(service, lack);
         list.lacks << lineOn(service, lack);
     }
+    if (services_.isEmpty()) {
+        list.lacks << allOffWords(u"boards"_s);
+    }
     co_return list;
 }
 

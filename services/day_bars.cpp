@@ -42,6 +42,9 @@ QCoro::Task<BarsReply> DayBars::fetch(QString dm, QDate first, QDate last,
         http_.complain(service, answer.read.fault);
         reply.lacks << u"历史行情 "_s + lineOn(service, answer.read.fault);
     }
+    if (services_.isEmpty()) {
+        reply.lacks << allOffWords(u"history"_s);
+    }
     co_return reply;
 }
 

@@ -8,6 +8,7 @@
 #include "services/quote_kind.h"
 #include "services/quote_reply.h"
 #include "services/quote_tencent.h"
+#include "services/service_names.h"
 
 namespace guanchao {
 
@@ -134,7 +135,10 @@ QCoro::Task<QuotesReply> QuoteSource::fetch(QString codes, std::stop_token stop)
             failure = failure ? failure : reply;
         }
     }
-    const QuotesReply none = failure.value_or(QuotesReply{{}, failureWords({}), false});
+    const QString unasked = order.isEmpty()
+                                ? allOffWords(u"quote"_s)
+                                : u"在用的行情网站都没有它，请在%1里启用别的"_s.arg(servicesWindow);
+    const QuotesReply none = failure.value_or(QuotesReply{{}, unasked, false});
     co_return answer.value_or(none);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QUrl>
+#include <algorithm>
 
 namespace guanchao {
 
@@ -30,17 +31,38 @@ QString kindName(const QString& kind) {
                                                   {u"tencent"_s, u"腾讯"_s},
                                                   {u"eastmoney"_s, u"东方财富"_s},
                                                   {u"csv"_s, u"CSV"_s},
-                                                  {u"page"_s, u"资讯网页"_s}};
+                                                  {u"page"_s, u"网页"_s}};
     return names.value(kind);
 }
 
 QString serviceName(const Service& service) {
-    const bool tellsWhose = service.kind != u"csv"_s && service.kind != u"page"_s;
-    return tellsWhose ? kindName(service.kind) : QUrl(service.host).host();
+    const QString name = kindName(service.kind);
+    const bool tellsWhose =
+        !name.isEmpty() && service.kind != u"csv"_s && service.kind != u"page"_s;
+    return tellsWhose ? name : QUrl(service.host).host();
+}
+
+QString nameAndHost(const Service& service) {
+    const QString name = kindName(service.kind);
+    return u"%1（%2）"_s.arg(name.isEmpty() ? service.kind : name, service.host);
 }
 
 QString lineOn(const Service& service, const QString& words) {
-    return u"%1（%2）：%3"_s.arg(service.kind, service.host, words);
+    return nameAndHost(service) + u'：' + words;
+}
+
+QString allOffWords(const QString& purpose) {
+    return u"%1的网站都停用了，请在%2里启用"_s.arg(purposeName(purpose), servicesWindow);
+}
+
+bool leadsToServices(const QString& words) {
+    return words.contains(servicesWindow);
+}
+
+QString adviceOn(const QStringList& reasons, const QString& later) {
+    return std::ranges::any_of(reasons, leadsToServices)
+               ? QString()
+               : u"请检查网络，在%1里看看网站通不通，%2。"_s.arg(servicesWindow, later);
 }
 
 }  // namespace guanchao

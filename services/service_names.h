@@ -2,10 +2,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "platform/service.h"
 
 namespace guanchao {
+
+// Where the user chooses services, as failures name it.
+inline const QString servicesWindow = QStringLiteral("“工具 / 行情来源”");
 
 // 行情 for quote; the word itself for a purpose that there isn't.
 QString purposeName(const QString& purpose);
@@ -16,7 +20,20 @@ QString kindName(const QString& kind);
 // The name of its kind; the host for one whose kind tells nothing of whose it is.
 QString serviceName(const Service& service);
 
-// What there is to say of a service, behind its kind and host.
+// 新浪（https://hq.sinajs.cn）.
+QString nameAndHost(const Service& service);
+
+// What there is to say of a service, behind its name and host.
 QString lineOn(const Service& service, const QString& words);
+
+// Why nothing was asked where no service of the purpose is in use, and what to do.
+QString allOffWords(const QString& purpose);
+
+// Whether the words on a failure already send the user to the window of the services.
+bool leadsToServices(const QString& words);
+
+// What to do about services that have failed for these reasons, and then `later`; empty where a
+// reason tells it itself.
+QString adviceOn(const QStringList& reasons, const QString& later);
 
 }  // namespace guanchao

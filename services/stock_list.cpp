@@ -145,6 +145,9 @@ QCoro::Task<StockListReply> StockList::fetch(bool withBeijing, StockListFault fa
         http_.complain(service, lack);
         list.lacks << lineOn(service, lack);
     }
+    if (services_.isEmpty()) {
+        list.lacks << allOffWords(u"stocklist"_s);
+    }
     co_return list;
 }
 

@@ -19,7 +19,7 @@ void openVendorSite(const Service& vendor, Dialogs& dialogs, Shell& shell) {
     if (vendor.host.isEmpty()) {
         dialogs.tell(
             u"还没有设置软件网站，打不开网页。\n"
-            u"请在应用程序文件夹的 services.ini 中，于 [vendor] 一节填写 host。"_s);
+            u"请在“工具 / 行情来源”里填写它的网址。"_s);
         return;
     }
     shell.open(vendor.host + u'/');

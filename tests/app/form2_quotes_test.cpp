@@ -27,6 +27,12 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(progress->isVisible());
+    services_.quote.clear();
+    dialogs_.shown.clear();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(dialogs_.shown,
+              QStringList{u"观潮台|没有读到行情，行情更新时间没有改变。\n"
+                          u"122只：行情的网站都停用了，请在“工具 / 行情来源”里启用"_s});
 }
 
 TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {

@@ -80,7 +80,7 @@ TEST_F(Form33Test, TheBoardsThatAreTickedBecomeThemes) {
 TEST_F(Form33Test, TellsWhyThereIsNoList) {
     market_.stop();
     openRead();
-    EXPECT_TRUE(label(u"words"_s).contains(u"连接不上"_s));
+    EXPECT_TRUE(label(u"words"_s).contains(u"新浪（"_s + market_.host() + u"）：连接不上"_s));
     EXPECT_TRUE(label(u"words"_s).contains(u"重新读取"_s));
     EXPECT_FALSE(button(u"all"_s)->isEnabled());
     market_.start();
@@ -88,6 +88,10 @@ TEST_F(Form33Test, TellsWhyThereIsNoList) {
     find<QComboBox>(u"sorts"_s)->setCurrentIndex(2);
     until([this] { return button(u"reload"_s)->isEnabled(); });
     EXPECT_EQ(rows(), QStringList({u"上海|1|0|"_s, u"深圳|1|0|"_s}));
+    services_.boards.clear();
+    openRead();
+    EXPECT_EQ(label(u"words"_s).trimmed(),
+              u"没有读到板块列表：\n板块的网站都停用了，请在“工具 / 行情来源”里启用"_s);
 }
 
 // What a request that is under way brings is for nobody any more.

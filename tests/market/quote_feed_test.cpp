@@ -227,7 +227,7 @@ TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
               u"1只：读不出（行情数据的第4个字段不是数字：SH600150 x）\n"
               u"1只：服务没有这只股票\n"
               u"1只：应答里没有这些代码\n"
-              u"请检查网络连接和 services.ini 里的行情网址，稍后再更新。"_s);
+              u"请检查网络，在“工具 / 行情来源”里看看网站通不通，过一会儿再更新。"_s);
     EXPECT_EQ(updatedCodes(), 195);
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
     addCodes(2);

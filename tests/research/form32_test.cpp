@@ -67,7 +67,7 @@ TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
     untilItLists(4);
     EXPECT_EQ(rowText(grid(), 2), u"2|SH600000|浦发银行|2026-11-03|2026-11-24|16|0"_s);
     EXPECT_TRUE(
-        label(u"services"_s).contains(u"复权因子 sina（http://factors）：正常，应答 2 次"_s));
+        label(u"services"_s).contains(u"复权因子 新浪（http://factors）：正常，应答 2 次"_s));
 }
 
 TEST_F(Form32Test, AStopAndTheEndOfTheProgramLoseNothing) {
@@ -95,7 +95,7 @@ TEST_F(Form32Test, AFailureIsToldInTheWindow) {
     press(form_, u"fill"_s);
     untilItsEnd();
     EXPECT_TRUE(label(u"words"_s).contains(u"读不到上证指数的日线"_s));
-    EXPECT_TRUE(label(u"words"_s).contains(u"services.ini"_s));
+    EXPECT_TRUE(label(u"words"_s).contains(u"行情来源"_s));
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 

@@ -354,6 +354,10 @@ TEST_F(HistoryFillTest, ACodeWithoutItsFactorsIsLeftForAnotherTime) {
     EXPECT_EQ(fill().lacking, QStringList{u"SH600000"_s});
     services_.history[0].kind = u"tencent"_s;
     EXPECT_TRUE(fill().ending.contains(u"配套"_s));
+    const QList<Service> history = std::exchange(services_.history, {});
+    const QString off = fill().words();
+    EXPECT_TRUE(off.contains(u"历史行情的网站都停用了"_s) && !off.contains(u"网络"_s));
+    services_.history = history;
     services_.factors.clear();
     services_.history[0].kind = u"sina"_s;
     EXPECT_EQ(fill().codes, 1) << "none are named: prices as they are";

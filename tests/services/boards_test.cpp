@@ -184,7 +184,7 @@ TEST(BoardsTest, OverThePracticeMarket) {
         const BoardList list = QCoro::waitFor(boards.list(BoardSort::concepts, {}));
         ASSERT_EQ(list.boards.size(), 251) << kind.toStdString();
         EXPECT_EQ(list.service.kind, kind);
-        EXPECT_EQ(list.lacks.join(u' '), u"sina（%1）：被拒绝（403）"_s.arg(first.host));
+        EXPECT_EQ(list.lacks.join(u' '), u"新浪（%1）：被拒绝（403）"_s.arg(first.host));
         const auto big = std::ranges::find(list.boards, u"大板块"_s, &Board::name);
         ASSERT_NE(big, list.boards.end());
         const auto reply = QCoro::waitFor(boards.stocks(list.service, *big, {}));

@@ -137,7 +137,11 @@ TEST_F(QuoteSourceTest, AKindIsNotAskedForWhatItDoesNotKnow) {
     services.quote = {first_};
     QuoteSource source(http_, clock_, services);
     services.quote.clear();
-    EXPECT_FALSE(outcomeOf(source.fetch(u"sh600519"_s, {})).lack.isEmpty()) << "as they are now";
+    EXPECT_EQ(outcomeOf(source.fetch(u"sh600519"_s, {})).lack,
+              u"行情的网站都停用了，请在“工具 / 行情来源”里启用"_s)
+        << "as they are now";
+    services.quote = {second_};
+    EXPECT_TRUE(outcomeOf(source.fetch(u"int_dji"_s, {})).lack.contains(u"启用别的"_s));
 }
 
 TEST(FundamentalsLine, ReadsItsPositionsOrNothing) {

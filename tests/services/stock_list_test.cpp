@@ -98,7 +98,7 @@ TEST(StockListTest, BothKindsTellTheSameOverARealConnection) {
             EXPECT_EQ(codes(reply).contains(u"BJ920001"_s), beijing) << kind.toStdString();
             EXPECT_TRUE(reply.isWhole);
             EXPECT_EQ(reply.service.kind, kind);
-            EXPECT_EQ(reply.lacks.join(u' '), u"sina（%1）：被拒绝（403）"_s.arg(first.host));
+            EXPECT_EQ(reply.lacks.join(u' '), u"新浪（%1）：被拒绝（403）"_s.arg(first.host));
             EXPECT_EQ(heard.value(0), kind == u"sina"_s ? u"80/171"_s
                                       : beijing         ? u"100/172"_s
                                                         : u"100/171"_s);

@@ -90,7 +90,7 @@ TEST_F(LiveCheckTest, AKindThatFailsIsToldAndOneThatAnswersIsEnough) {
     const QStringList failed = with(one.rows, u"不通"_s);
     ASSERT_EQ(failed.size(), 3) << one.rows.join(u'\n').toStdString();
     EXPECT_TRUE(failed[0].endsWith(u"被拒绝（403）；应答开头：Kinsoku jikou desu!"_s));
-    EXPECT_TRUE(failed[1].startsWith(u"历史行情（股票） 不通 sina "_s));
+    EXPECT_TRUE(failed[1].startsWith(u"历史行情（股票） 不通 新浪 "_s));
     EXPECT_TRUE(failed[2].endsWith(u"http://127.0.0.1:1 连接不上：Connection refused"_s));
     EXPECT_EQ(one.exitCode, 0);
 

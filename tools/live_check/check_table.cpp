@@ -35,7 +35,7 @@ void CheckTable::add(const CheckRow& row) {
         write({title, u"没有"_s, {}, {}, {}, row.finding.words});
         return;
     }
-    write({title, row.finding.answers ? u"通"_s : u"不通"_s, row.service.kind,
+    write({title, row.finding.answers ? u"通"_s : u"不通"_s, kindName(row.service.kind),
            QString::number(row.milliseconds), row.service.host, row.finding.words});
     if (told_.isEmpty() || told_.last().title != title) {
         told_ << Told{title, false};
