@@ -14,6 +14,7 @@
 #include "base/pause.h"
 #include "base/values.h"
 #include "frame/looks.h"
+#include "frame/practice_band.h"
 #include "frame/run_share.h"
 #include "market/form21.h"
 #include "research/form24.h"
@@ -208,7 +209,7 @@ void Form2::connectGrids() {
 void Form2::Form_Load() {
     loadProgram(environment_.applicationFolder, desktop_.tray, environment_.globals,
                 environment_.stores, environment_.clock, [this] { 刷新_Click(); });
-    ui_->practiceBand->setVisible(environment_.services.isPractice);
+    showPractice(*ui_->practiceBand, environment_.services);
     if (!environment_.services.complaints.isEmpty()) {
         environment_.dialogs.tell(environment_.services.complaints.join(u'\n'));
     }

@@ -82,8 +82,8 @@ void Form2::connectWindows() {
     opens<Form28>(ui_->设置代理服务器);
     opens<Form32>(ui_->历史行情);
     opens<Form34>(ui_->行情来源);
-    auto* serviceLine =
-        new ServiceLine(*ui_->serviceLine, environment_, [this] { windows_.openAnew<Form34>(); });
+    auto* serviceLine = new ServiceLine(*ui_->practiceBand, *ui_->serviceLine, environment_,
+                                        [this] { windows_.openAnew<Form34>(); });
     serviceLine->setParent(this);
 }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "frame/practice_band.h"
 #include "services/service_trouble.h"
 
 namespace guanchao {
@@ -15,8 +16,9 @@ constexpr std::chrono::seconds betweenLooks(1);
 
 }  // namespace
 
-ServiceLine::ServiceLine(QPushButton& line, Environment& environment, std::function<void()> open)
-    : line_(line), environment_(environment), looks_(this) {
+ServiceLine::ServiceLine(QLabel& band, QPushButton& line, Environment& environment,
+                         std::function<void()> open)
+    : band_(band), line_(line), environment_(environment), looks_(this) {
     line_.hide();
     connect(&line_, &QPushButton::clicked, this, std::move(open));
     looks_.setObjectName(u"serviceLooks"_s);
@@ -28,6 +30,7 @@ void ServiceLine::look() {
     if (!line_.window()->isVisible()) {
         return;
     }
+    showPractice(band_, environment_.services);
     const QStringList lines =
         troubleLines(environment_.services, environment_.watch, environment_.clock.now());
     const QString words = lines.value(0);

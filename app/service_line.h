@@ -1,7 +1,8 @@
-// The line of the main window that tells of services that fail time and again; a click opens the
-// window of the services.
+// The lines of the main window that tell of its services: the band of those for practice, and the
+// button for those that fail time and again; a click on it opens the window of the services.
 #pragma once
 
+#include <QLabel>
 #include <QPushButton>
 #include <QTimer>
 #include <functional>
@@ -14,11 +15,13 @@ class ServiceLine : public QObject {
     Q_OBJECT
 
 public:
-    ServiceLine(QPushButton& line, Environment& environment, std::function<void()> open);
+    ServiceLine(QLabel& band, QPushButton& line, Environment& environment,
+                std::function<void()> open);
 
 private:
     void look();
 
+    QLabel& band_;
     QPushButton& line_;
     Environment& environment_;
     QTimer looks_;

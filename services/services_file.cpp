@@ -7,6 +7,7 @@
 
 #include "base/activity.h"
 #include "base/files.h"
+#include "services/practice.h"
 #include "services/standard_file.h"
 
 namespace guanchao {
@@ -88,14 +89,19 @@ bool ServicesFile::move(const QString& section, bool up) {
 }
 
 void ServicesFile::setUsed(const QString& section, bool used) {
-    changeEntry(section, [used](const ServiceEntry& entry, IniText& ini) {
+    changeEntry(section, [this, used](const ServiceEntry& entry, IniText& ini) {
+        if (used) {
+            refuseReal(services_, entry.service.host);
+        }
         guanchao::setUsed(entry, used, ini);
     });
 }
 
 void ServicesFile::setHost(const QString& section, const QString& host) {
     const Activity activity(changing);
-    changeEntry(section, [name = hostFrom(host)](const ServiceEntry& entry, IniText& ini) {
+    const QString name = hostFrom(host);
+    refuseReal(services_, name);
+    changeEntry(section, [name](const ServiceEntry& entry, IniText& ini) {
         guanchao::setHost(entry, name, ini);
     });
 }

@@ -1,7 +1,8 @@
 // services.ini of the application folder, and the services that it names: what changes in the file
 // through the program is asked from the next request on. A change leaves the user's comments and
 // entries as they are; the file as it was before the first one of this run of the program stays
-// beside it, as services.ini.以前. Changes raise OperationError, and then nothing has changed.
+// beside it, as services.ini.以前. In a folder for practice none comes into use that is real.
+// Changes raise OperationError, and then nothing has changed.
 #pragma once
 
 #include <functional>

@@ -7,6 +7,7 @@
 #include <chrono>
 
 #include "collector/search_check.h"
+#include "frame/practice_band.h"
 #include "heat/collector_contract.h"
 #include "services/service_names.h"
 #include "services/services_file.h"
@@ -45,7 +46,6 @@ Form34::Form34(Environment& environment, Windows&)
       questions_(environment.failures),
       tests_(environment.failures) {
     ui_->setupUi(this);
-    ui_->practiceBand->setVisible(environment.services.isPractice);
     ui_->MSHFlexGrid1->setGrid(grid_);
     grid_.setKeyColumns({1, 3, 4});
     connectControls();
@@ -102,6 +102,7 @@ void Form34::keyPressEvent(QKeyEvent* press) {
 }
 
 void Form34::readAnew() {
+    showPractice(*ui_->practiceBand, environment_.services);
     entries_ = environment_.servicesFile.entries();
     const GridFill fill(grid_);
     grid_.setRows(static_cast<int>(entries_.size()) + 1);

@@ -310,9 +310,17 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
 TEST_F(Form2Test, TellsWhatServicesIniHolds) {
     services_.complaints = {u"[history] x"_s, u"[quote] y"_s};
     services_.isPractice = true;
+    services_.quote = {{u"http://quotes"_s, {}, 0, 1, 0, u"tencent"_s, u"quote"_s}};
     load();
-    EXPECT_TRUE(find<QLabel>(u"practiceBand"_s)->isVisible());
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|[history] x\n[quote] y"_s});
+    const auto* band = find<QLabel>(u"practiceBand"_s);
+    EXPECT_TRUE(band->isVisible());
+    EXPECT_TRUE(band->text().startsWith(u"注意：这里是练习行情，可是"_s));
+    EXPECT_TRUE(band->text().endsWith(u"行情（腾讯）"_s)) << band->text().toStdString();
+    services_ = {};
+    services_.isPractice = true;
+    timeIsUp(timer(u"serviceLooks"_s));
+    EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
 }
 
 TEST_F(Form2Test, AVendorThatIsDeadOrSilentIsNeverNoticed) {

@@ -27,9 +27,8 @@ protected:
 };
 
 TEST_F(Form34Test, TheUsersChoiceIsStoredAndHoldsAtOnce) {
-    begin(u"[practice]\n[quote]\nkind=sina\nhost=http://s\n[quote.2]\nkind=tencent\n"_s);
-    EXPECT_TRUE(find<QLabel>(u"practiceBand"_s)->isVisible());
-    EXPECT_FALSE(button(u"standard"_s)->isEnabled()) << "made-up prices never come among real ones";
+    begin(u"[quote]\nkind=sina\nhost=http://s\n[quote.2]\nkind=tencent\n"_s);
+    EXPECT_FALSE(find<QLabel>(u"practiceBand"_s)->isVisible());
     EXPECT_EQ(row(2), u"2|行情|2|腾讯|https://qt.gtimg.cn|在用|||"_s);
     EXPECT_FALSE(button(u"up"_s)->isEnabled());
     key(u"down"_s, Qt::Key_Space);
@@ -48,6 +47,34 @@ TEST_F(Form34Test, TheUsersChoiceIsStoredAndHoldsAtOnce) {
     QDir().mkdir(path_);
     EXPECT_THROW(click(u"up"_s), OperationError);
     EXPECT_EQ(services_.quote.first().kind, u"tencent"_s);
+}
+
+// Made-up prices never come among real ones, and nothing real is called made up.
+TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
+    QString ini = u"[practice]\n"_s;
+    for (const char* section : {"quote", "history", "factors", "fundamentals", "boards",
+                                "stocklist", "chart", "stockpage", "sitepage", "newspage"}) {
+        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(section));
+    }
+    begin(ini + u"[quote.2]\nkind=tencent\n"_s);
+    const auto* band = find<QLabel>(u"practiceBand"_s);
+    EXPECT_TRUE(
+        band->text().endsWith(u"这些网站是真的，请在“工具 / 行情来源”里停用：行情（腾讯）"_s))
+        << band->text().toStdString();
+    EXPECT_FALSE(button(u"standard"_s)->isEnabled());
+    mark(2);
+    key(u"use"_s, Qt::Key_Space);
+    EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
+    EXPECT_THROW(click(u"use"_s), OperationError);
+    EXPECT_EQ(services_.quote.size(), 1);
+    mark(1);
+    edit(u"host"_s)->setText(u"https://hq.sinajs.cn"_s);
+    EXPECT_THROW(click(u"saveHost"_s), OperationError);
+    EXPECT_EQ(services_.quote.first().host, u"http://127.0.0.1:1"_s);
+    edit(u"host"_s)->setText(u"http://localhost:2"_s);
+    key(u"host"_s, Qt::Key_Return);
+    EXPECT_EQ(services_.quote.first().host, u"http://localhost:2"_s);
+    EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
 }
 
 TEST_F(Form34Test, TheStandardIsTakenBackWhereTheUserAgrees) {

@@ -1,0 +1,68 @@
+#include "services/practice.h"
+
+#include <QUrl>
+
+#include "base/activity.h"
+#include "base/values.h"
+#include "services/service_names.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool isReal(const QString& host) {
+    return !host.isEmpty() && !isOnThisComputer(QUrl(host).host());
+}
+
+// Each purpose with the names of its real services.
+QStringList realServices(const Services& all) {
+    QStringList purposes;
+    for (const QList<Service>& services : {all.quote,
+                                           all.history,
+                                           all.factors,
+                                           all.fundamentals,
+                                           all.boards,
+                                           all.stockList,
+                                           all.search,
+                                           {all.chart},
+                                           {all.stockpage},
+                                           {all.sitepage},
+                                           {all.newspage},
+                                           {all.vendor}}) {
+        QStringList names;
+        for (const Service& it : services) {
+            if (isReal(it.host)) {
+                names << serviceName(it);
+            }
+        }
+        if (!names.isEmpty()) {
+            purposes << u"%1（%2）"_s.arg(purposeName(services.first().purpose), names.join(u'、'));
+        }
+    }
+    return purposes;
+}
+
+}  // namespace
+
+QString practiceWords(const Services& services) {
+    if (!services.isPractice) {
+        return {};
+    }
+    const QStringList real = realServices(services);
+    return real.isEmpty() ? u"练习行情：价格都是编造的，和真实的市场无关"_s
+                          : u"注意：这里是练习行情，可是这些网站是真的，请在%1里停用：%2"_s.arg(
+                                servicesWindow, real.join(u'、'));
+}
+
+void refuseReal(const Services& services, const QString& host) {
+    if (services.isPractice && isReal(host)) {
+        throw OperationError(
+            u"练习行情里不能用真的网站 %1：编造的价格会和真的混进同样的库里，再也分不开。\n"
+            "要看真的行情，请退出后用 ./run live 启动，它有自己的应用目录。"_s.arg(
+                shortened(host, longestShownName)));
+    }
+}
+
+}  // namespace guanchao

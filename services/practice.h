@@ -1,0 +1,18 @@
+// 练习行情: a folder whose services.ini has a section [practice] asks services of this computer,
+// whose prices are made up.
+#pragma once
+
+#include <QString>
+
+#include "services/services.h"
+
+namespace guanchao {
+
+// For the bands of windows, in Chinese: that prices are made up, or which services of the folder
+// are real for all that. Empty in a folder that is none for practice.
+QString practiceWords(const Services& services);
+
+// Raises OperationError for a service elsewhere, in a folder for practice.
+void refuseReal(const Services& services, const QString& host);
+
+}  // namespace guanchao
