@@ -58,11 +58,11 @@ bool asksTheWeb(const Services& services) {
            });
 }
 
-// Asked once.
+// Until it is refused, or a list has been read.
 QCoro::Task<> offerCodeTable(Environment& environment, Windows& windows, std::stop_token stop) {
     const QString iniPath = environment.applicationFolder + u"界面.ini"_s;
     const CodeTableSettings said(iniPath);
-    if (!asksTheWeb(environment.services) || said.isOffered() || !said.lastUpdate().isEmpty()) {
+    if (!asksTheWeb(environment.services) || said.isRefused() || !said.lastUpdate().isEmpty()) {
         co_return;
     }
     const auto look = [&environment] { return isSeedTable(environment.stores); };
@@ -71,10 +71,11 @@ QCoro::Task<> offerCodeTable(Environment& environment, Windows& windows, std::st
         co_return;
     }
     const bool wanted = co_await environment.dialogs.ask(stop, codeTableQuestion);
-    CodeTableSettings(iniPath).setOffered();
     if (wanted) {
         windows.openAnew<Form35>();
         environment.openWindows.find<Form35>()->begin();
+    } else {
+        CodeTableSettings(iniPath).setRefused();
     }
 }
 

@@ -17,15 +17,15 @@ public:
     QString lastUpdate() const { return ini_.value(updated_).toString(); }
     void setLastUpdate(const QString& time) { ini_.setValue(updated_, time); }
 
-    // Whether the offer of the start has been made.
-    bool isOffered() const { return ini_.value(offered_, false).toBool(); }
-    void setOffered() { ini_.setValue(offered_, true); }
+    // Whether the offer of the start has been refused.
+    bool isRefused() const { return ini_.value(refused_, false).toBool(); }
+    void setRefused() { ini_.setValue(refused_, true); }
 
 private:
     QSettings ini_;
     const QString beijing_ = QStringLiteral("代码表/北交所");
     const QString updated_ = QStringLiteral("代码表/更新时间");
-    const QString offered_ = QStringLiteral("代码表/已问过");
+    const QString refused_ = QStringLiteral("代码表/已问过");
 };
 
 }  // namespace guanchao

@@ -46,7 +46,7 @@ TEST_F(StartQuestionsTest, ARefusalHoldsAndAFileOfTheUsersIsLeftAlone) {
     EXPECT_EQ(contentOf(path_), formerServices);
 }
 
-TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsFilledOnce) {
+TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsOfferedUntilItIsFilled) {
     const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s},
                                                {u"SH600519"_s, u"贵州茅台"_s},
                                                {u"SH601999"_s, u"新股"_s},
@@ -62,22 +62,27 @@ TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsFilledOnce) {
         QString host;  // of the quotes
         bool isPractice;
         QString seed;  // makes the table
-        bool answer, isAsked, isFilled;
+        bool answer, isAsked;
+        QStringList filled = {};
     } cases[] = {
-        {"practice", u"http://quotes"_s, true, u"'2026-01-01'"_s, true, false, false},
-        {"services of one's own", u"http://127.0.0.1:1"_s, false, u"'2026-01-01'"_s, true, false,
-         false},
-        {"codes have come since", u"http://quotes"_s, false, u"dm"_s, true, false, false},
-        {"refused", u"http://quotes"_s, false, u"'2026-01-01'"_s, false, true, false},
-        {"not again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false, false},
-        {"agreed", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true, true},
+        {"practice", u"http://quotes"_s, true, u"'2026-01-01'"_s, true, false},
+        {"services of one's own", u"http://127.0.0.1:1"_s, false, u"'2026-01-01'"_s, true, false},
+        {"codes have come since", u"http://quotes"_s, false, u"dm"_s, true, false},
+        {"the list can't be read", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true},
+        {"again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true, {u"新股"_s}},
+        {"it has been read", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false},
+        {"refused", u"http://quotes"_s, false, u"'2026-01-01'"_s, false, true},
+        {"not again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false},
     };
     for (const auto& it : cases) {
-        if (it.isFilled) {
+        if (!it.answer) {
             QFile::remove(ini);
         }
         services_.quote = {{it.host, {}}};
         services_.stockList = {list};
+        const bool isRead = it.isAsked && !it.filled.isEmpty();
+        services_.stockList[0].host = isRead ? market.host() : u"http://127.0.0.1:1"_s;
+        store_.run({u"delete from dmb where dm='SH601999'"_s});
         services_.isPractice = it.isPractice;
         store_.run({u"update dmb set newdmtime="_s + it.seed});
         dialogs_.answer = it.answer;
@@ -85,11 +90,14 @@ TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsFilledOnce) {
         const bool isAsked = std::ranges::any_of(
             dialogs_.shown, [](const QString& shown) { return shown.contains(u"代码表补全"_s); });
         EXPECT_EQ(isAsked, it.isAsked) << it.name;
-        EXPECT_EQ(environment_.openWindows.find<Form35>() != nullptr, it.isFilled) << it.name;
+        auto* form = environment_.openWindows.find<Form35>();
+        EXPECT_EQ(form != nullptr, it.isAsked && it.answer) << it.name;
+        if (form) {
+            until([&] { return child<QPushButton>(form, u"begin"_s)->isEnabled(); });
+            form->close();
+        }
+        EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s), it.filled) << it.name;
     }
-    const auto& form = *environment_.openWindows.find<Form35>();
-    until([&] { return child<QPushButton>(&form, u"begin"_s)->isEnabled(); });
-    EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s), QStringList{u"新股"_s});
 }
 
 }  // namespace guanchao
