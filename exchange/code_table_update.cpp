@@ -22,7 +22,7 @@ QString CodeTableResult::words() const {
                adviceOn(lacks, u"过一会儿再试"_s);
     }
     QString text =
-        u"更新完成。%1的名单有 %2 只：新上市 %3 只，改名 %4 只，退市 %5 只，恢复 %6 只。"_s
+        u"更新完成。%1的名单有 %2 只：新加入 %3 只，改名 %4 只，退市 %5 只，恢复 %6 只。"_s
             .arg(kindName(source))
             .arg(listed)
             .arg(changes.added.size())

@@ -7,11 +7,33 @@
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
 #include "frame/run_share.h"
+#include "services/stock_code.h"
 #include "ui_form35.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// What an update looks at, and what it leaves as it is.
+QString tableWords(const KnownCodes& known, bool withBeijing) {
+    qsizetype stocks = 0;
+    qsizetype ofBeijing = 0;
+    for (auto it = known.cbegin(); it != known.cend(); ++it) {
+        stocks += isStockCode(it.key()) ? 1 : 0;
+        ofBeijing += isOfBeijing(it.key()) ? 1 : 0;
+    }
+    const qsizetype others = known.size() - stocks - ofBeijing;
+    const auto gone = std::ranges::count_if(known, &KnownCode::isDelisted);
+    return u"代码表里有沪深股票 %1 只，北交所股票 %2 只（%3）%4%5。"_s.arg(stocks)
+        .arg(ofBeijing)
+        .arg(withBeijing ? u"也更新"_s : u"没有勾选，不更新"_s,
+             others > 0 ? u"，指数和别的代码 %1 个（不更新）"_s.arg(others) : QString(),
+             gone > 0 ? u"；其中已退市 %1 只"_s.arg(gone) : QString());
+}
+
+}  // namespace
 
 Form35::Form35(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
@@ -33,8 +55,10 @@ Form35::Form35(Environment& environment, Windows&)
 Form35::~Form35() = default;
 
 void Form35::connectControls() {
-    connect(ui_->beijing, &QCheckBox::toggled, this,
-            [this](bool wanted) { CodeTableSettings(iniPath_).setWantsBeijing(wanted); });
+    connect(ui_->beijing, &QCheckBox::toggled, this, [this](bool wanted) {
+        CodeTableSettings(iniPath_).setWantsBeijing(wanted);
+        showTable();
+    });
     connect(ui_->begin, &QPushButton::clicked, this, &Form35::begin);
     connect(ui_->stop, &QPushButton::clicked, this, &Form35::stopUpdate);
     connect(&stopKey_, &QShortcut::activated, this, &Form35::stopUpdate);
@@ -42,8 +66,8 @@ void Form35::connectControls() {
 
 QCoro::Task<> Form35::readTable(std::stop_token stop) {
     const auto job = [stores = environment_.stores](const auto&) { return readKnownCodes(stores); };
-    const KnownCodes known = co_await inWorker(job, stop);
-    showTable(known);
+    known_ = co_await inWorker(job, stop);
+    showTable();
 }
 
 void Form35::begin() {
@@ -78,13 +102,11 @@ void Form35::stopUpdate() {
     }
 }
 
-void Form35::showTable(const KnownCodes& known) {
-    const auto gone = std::ranges::count_if(known, &KnownCode::isDelisted);
+void Form35::showTable() {
     const QString last = CodeTableSettings(iniPath_).lastUpdate();
     ui_->summary->setText(
-        u"代码表里有 %1 只%2。%3"_s.arg(known.size())
-            .arg(gone > 0 ? u"，其中已退市 %1 只"_s.arg(gone) : QString(),
-                 last.isEmpty() ? u"还没有从名单更新过。"_s : u"上次更新：%1"_s.arg(last)));
+        tableWords(known_, ui_->beijing->isChecked()) +
+        (last.isEmpty() ? u"还没有从名单更新过。"_s : u"上次更新：%1"_s.arg(last)));
 }
 
 void Form35::showProgress(const RunProgress& progress) {
@@ -115,7 +137,7 @@ void Form35::showChanges(const CodeTableChanges& changes) {
         add(u"改名"_s, it.stock, it.before);
     }
     for (const ListedStock& it : changes.added) {
-        add(u"新上市"_s, it, {});
+        add(u"新加入"_s, it, {});
     }
     ui_->list->addTopLevelItems(items);
 }

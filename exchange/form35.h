@@ -33,7 +33,7 @@ private:
     QCoro::Task<> readTable(std::stop_token stop);
     QCoro::Task<> update(std::stop_token stop);
     void stopUpdate();
-    void showTable(const KnownCodes& known);
+    void showTable();
     void showProgress(const RunProgress& progress);
     void showResult(const CodeTableResult& result);
     void showChanges(const CodeTableChanges& changes);
@@ -43,6 +43,7 @@ private:
     Environment& environment_;
     std::unique_ptr<Ui::Form35> ui_;
     const QString iniPath_;
+    KnownCodes known_;
     bool updating_ = false;
     std::unique_ptr<RunControl> control_;      // of the last update
     QShortcut stopKey_{Qt::Key_Escape, this};  // closes the window while nothing is updated

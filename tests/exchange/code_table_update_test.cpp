@@ -143,7 +143,7 @@ TEST_F(CodeTableUpdateTest, NewAndRenamedStocksHaveTheirInitials) {
     list_ << u"SH688001|华兴源创"_s;
     const CodeTableResult result = update();
     EXPECT_TRUE(result.words().contains(
-        u"新浪的名单有 11 只：新上市 1 只，改名 1 只，退市 0 只，恢复 0 只。"_s));
+        u"新浪的名单有 11 只：新加入 1 只，改名 1 只，退市 0 只，恢复 0 只。"_s));
     EXPECT_EQ(result.changes.renamed[0].before, u"深3"_s);
     EXPECT_EQ(store_.rows(u"select dm,numdm,shenmu,newdmtime from dmb where dm in"
                           u" ('SH688001','SZ000003') order by dm"_s),
