@@ -19,6 +19,9 @@ constexpr std::chrono::seconds betweenLooks(1);
 ServiceLine::ServiceLine(QLabel& band, QPushButton& line, Environment& environment,
                          std::function<void()> open)
     : band_(band), line_(line), environment_(environment), looks_(this) {
+    QSizePolicy policy = line_.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);  // what lies below stays where it is
+    line_.setSizePolicy(policy);
     line_.hide();
     connect(&line_, &QPushButton::clicked, this, std::move(open));
     looks_.setObjectName(u"serviceLooks"_s);
