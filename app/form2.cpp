@@ -164,13 +164,16 @@ void Form2::connectTimers() {
         int milliseconds;
     };
     for (const TimerSetting& it :
-         {TimerSetting{Timer1_, "Timer1", 100}, TimerSetting{Timer4_, "Timer4", 1000}}) {
+         {TimerSetting{Timer1_, "Timer1", 100}, TimerSetting{Timer4_, "Timer4", 1000},
+          TimerSetting{imports_, "imports", 300}}) {
         it.timer.setParent(this);
         it.timer.setObjectName(QString::fromLatin1(it.name));
         it.timer.setInterval(it.milliseconds);
     }
     connect(&Timer1_, &QTimer::timeout, this, &Form2::Timer1_Timer);
     connect(&Timer4_, &QTimer::timeout, this, &Form2::Timer4_Timer);
+    imports_.setSingleShot(true);
+    connect(&imports_, &QTimer::timeout, this, &Form2::showImported);
 }
 
 QWidgetList Form2::exchangeControls() const {
@@ -240,6 +243,18 @@ QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
                                  [this](const UpdateLabels& it) { showTimes(it); });
     };
     co_await patiently(step, stop);
+}
+
+// Both, with the search, the rows that are marked and the places where they stand.
+QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
+    co_await refreshShown(stop);
+    const auto stocks = [this] { themeTable_.refreshStocks(); };
+    co_await patiently(stocks, stop);
+}
+
+void Form2::showImported() {
+    refreshRuns_.stop();
+    refreshRuns_.start([this](std::stop_token stop) { return refreshTables(stop); });
 }
 
 void Form2::showTimes(const UpdateLabels& times) {
@@ -318,9 +333,7 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     try {
         const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
         const QuoteTally tally = co_await quoteRun_.run(note, stop);
-        co_await refreshShown(stop);
-        const auto refreshStocks = [this] { themeTable_.refreshStocks(); };
-        co_await patiently(refreshStocks, stop);
+        co_await refreshTables(stop);
         words = tally.unanswered() == 0 ? QString() : tally.words().section(u'\n', 0, 0);
     } catch (const std::exception& failure) {
         words = failureReason(failure);
@@ -465,6 +478,7 @@ QCoro::Task<> Form2::endRuns(std::stop_token stop) {
 }
 
 QCoro::Task<> Form2::endOthers(std::stop_token stop) {
+    imports_.stop();
     quoteRuns_.stop();
     versionChecks_.stop();
     exchangeRuns_.stop();

@@ -74,6 +74,8 @@ private:
     template <typename Form>
     void opens(const QAction* entry);
     template <typename Form>
+    void follows(QWidget* window);
+    template <typename Form>
     void addsMonitor(const QAction* entry);
 
     void watchTray();
@@ -83,6 +85,8 @@ private:
     void arrangeGrids();
     QCoro::Task<> refresh(std::stop_token stop);
     QCoro::Task<> refreshShown(std::stop_token stop);
+    QCoro::Task<> refreshTables(std::stop_token stop);
+    void showImported();
     void showTimes(const UpdateLabels& times);
     QCoro::Task<> readStocks(QString theme, std::stop_token stop);
     void showStocks(const QString& theme);
@@ -142,8 +146,9 @@ private:
     QMenu leftkuaimenu_;  // 左快捷菜单: on a theme
     QMenu kuaimenu_;      // 快捷菜单: on a stock
 
-    QTimer Timer1_;  // once after the load
-    QTimer Timer4_;  // once per version check
+    QTimer Timer1_;   // once after the load
+    QTimer Timer4_;   // once per version check
+    QTimer imports_;  // once after what an import has stored last
 
     std::unique_ptr<UndoLine> undoLine_;
     std::unique_ptr<DailyBackup> dailyBackup_;

@@ -61,6 +61,14 @@ void Form2::opens(const QAction* entry) {
     connect(entry, &QAction::triggered, this, [this] { windows_.openAnew<Form>(); });
 }
 
+// What a window of the class stores shows here, while it goes on.
+template <typename Form>
+void Form2::follows(QWidget* window) {
+    if (auto* form = qobject_cast<Form*>(window)) {
+        connect(form, &Form::imported, &imports_, qOverload<>(&QTimer::start));
+    }
+}
+
 void Form2::connectWindows() {
     opens<Form6>(ui_->添加主题);
     opens<Form22>(ui_->所属全部主题);
@@ -82,6 +90,11 @@ void Form2::connectWindows() {
     opens<Form28>(ui_->设置代理服务器);
     opens<Form32>(ui_->历史行情);
     opens<Form34>(ui_->行情来源);
+    connect(&environment_.openWindows, &OpenWindows::opened, this, [this](QWidget* window) {
+        follows<Form3>(window);
+        follows<Form33>(window);
+        follows<Form35>(window);
+    });
     auto* serviceLine = new ServiceLine(*ui_->practiceBand, *ui_->serviceLine, environment_,
                                         [this] { windows_.openAnew<Form34>(); });
     serviceLine->setParent(this);

@@ -24,7 +24,7 @@ Form3::Form3(Environment& environment, Windows&)
     prepareControls();
     connectControls();
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
-                                           importWindowPlace, [] {});
+                                           importWindowPlace, [this] { emit imported(); });
 }
 
 Form3::~Form3() = default;
@@ -84,6 +84,7 @@ void Form3::Command5_Click() {
     runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
         co_await themeImport_.deleteAll(stop);
         undoLine_->showLast();
+        emit imported();
     });
 }
 
@@ -119,7 +120,10 @@ void Form3::runImport(QPushButton& button, const Runs::Job& job) {
     if (!run_.running()) {
         runButton_ = &button;
     }
-    runs_.start(job);
+    runs_.start([this, job](std::stop_token stop) -> QCoro::Task<> {
+        co_await job(stop);
+        emit imported();
+    });
 }
 
 void Form3::showRun(const ShownExchange& run) {

@@ -32,6 +32,10 @@ public:
     Form3(Environment& environment, Windows& windows);
     ~Form3() override;
 
+signals:
+    // The themes in the store may be others now.
+    void imported();
+
 private:
     void prepareControls();
     void connectControls();

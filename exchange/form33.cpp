@@ -73,6 +73,12 @@ void Form33::connectControls() {
     connect(ui_->pause, &QPushButton::clicked, this, &Form33::pauseOrGoOn);
     connect(ui_->stop, &QPushButton::clicked, this, &Form33::stopImport);
     connect(&stopKey_, &QShortcut::activated, this, &Form33::stopImport);
+    // What is being written as the window closes stays.
+    connect(this, &QDialog::finished, this, [this] {
+        if (importing_) {
+            emit imported();
+        }
+    });
 }
 
 void Form33::readAnew() {
@@ -230,6 +236,9 @@ void Form33::showOutcome(const BoardOutcome& outcome) {
                                       ? u"新增 %1 只"_s.arg(outcome.stored.added)
                                       : u"没有新的"_s);
         tick(item, false);
+        if (outcome.stored.added > 0) {
+            emit imported();
+        }
     } else {
         item.setText(stateColumn, u"没有导入："_s + outcome.lack);
         item.setToolTip(stateColumn, outcome.lack);

@@ -27,6 +27,10 @@ public:
     Form33(Environment& environment, Windows& windows);
     ~Form33() override;
 
+signals:
+    // Something has come into the store.
+    void imported();
+
 private:
     void prepareControls();
     void connectControls();

@@ -118,6 +118,9 @@ void Form35::showResult(const CodeTableResult& result) {
     if (!result.stopped && result.hasList) {
         CodeTableSettings(iniPath_).setLastUpdate(timeText(environment_.clock.now()));
     }
+    if (!result.changes.isEmpty()) {
+        emit imported();
+    }
     showChanges(result.changes);
     showWords(result.words());
 }

@@ -28,6 +28,10 @@ public:
     // As the button does.
     void begin();
 
+signals:
+    // Something has come into the store.
+    void imported();
+
 private:
     void connectControls();
     QCoro::Task<> readTable(std::stop_token stop);

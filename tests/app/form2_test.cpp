@@ -1,10 +1,14 @@
 #include <QListWidget>
 
+#include "exchange/form3.h"
+#include "exchange/form33.h"
 #include "platform/qt_http_client.h"
 #include "research/form24.h"
 #include "tests/app/form2_fixture.h"
 #include "tests/support/files.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/raw_service.h"
+#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -73,6 +77,46 @@ TEST_F(Form2Test, ARefreshKeepsTheMark) {
               QModelIndexList{themes.model()->index(0, 0)});
     QTest::keyClick(&themes, Qt::Key_Down);
     EXPECT_EQ(globals_.dangqianzhuti, u"银行"_s) << "keys go on from the mark";
+}
+
+TEST_F(Form2Test, WhatIsImportedShowsByItselfAndKeepsTheMark) {
+    const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s}};
+    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
+                          PracticeBoards(stocks, QList<QStringList>{{u"红利"_s, u"SH600000"_s}}));
+    market.start();
+    services_.boards = {{market.host(), {}, 10, 1, 0, u"sina"_s}};
+    http_.client = std::make_unique<QtHttpClient>();
+    load();
+    edit(u"Text3"_s)->setText(u"-1"_s);
+    click(u"MSHFlexGrid1"_s, 2, 1);
+    const auto shows = [this](const QString& theme) {
+        const ResultGrid& themes = grid(u"MSHFlexGrid1"_s);
+        return QTest::qWaitFor([&] {
+            for (int row = 1; row < themes.rows(); ++row) {
+                if (themes.textMatrix(row, 1) == theme) {
+                    return true;
+                }
+            }
+            return false;
+        });
+    };
+    writeFile(store_.folder() + u"a.txt"_s, u"600519\tX\t老窖\r\n"_s.toUtf8());
+    trigger(u"导入主题"_s);
+    auto* texts = environment_.openWindows.find<Form3>();
+    child<QLineEdit>(texts, u"Text4"_s)->setText(store_.folder() + u"a.txt"_s);
+    child<QPushButton>(texts, u"Command4"_s)->click();
+    EXPECT_TRUE(shows(u"老窖"_s));
+    trigger(u"导入概念板块"_s);
+    auto* boards = environment_.openWindows.find<Form33>();
+    const auto* all = child<QPushButton>(boards, u"all"_s);
+    until([&] { return all->isEnabled(); });
+    child<QPushButton>(boards, u"all"_s)->click();
+    child<QPushButton>(boards, u"begin"_s)->click();
+    EXPECT_TRUE(shows(u"红利"_s));
+    const GridView& themes = view(u"MSHFlexGrid1"_s);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(grid(u"MSHFlexGrid1"_s).markedRow(), 1),
+              u"白酒"_s);
+    EXPECT_EQ(themes.selectionModel()->selectedRows().size(), 1);
 }
 
 TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
