@@ -9,7 +9,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
-#include "grid/grid_view.h"
+#include "frame/kept_control.h"
 
 namespace guanchao {
 
@@ -94,12 +94,13 @@ public:
     bool show() {
         QSettings settings(iniPath_, QSettings::IniFormat);
         settings.beginGroup(groupOf(window_));
-        for (GridView* grid : window_.findChildren<GridView*>()) {
-            grid->setKeptColumns(settings.value(grid->objectName() + u"/列"_s).toStringList());
-            grid->setKeptOrder(settings.value(grid->objectName() + u"/排序"_s).toString());
-        }
-        for (QSplitter* splitter : window_.findChildren<QSplitter*>()) {
-            splitter->restoreState(settings.value(splitter->objectName()).toByteArray());
+        for (QWidget* it : window_.findChildren<QWidget*>()) {
+            const QVariant kept = settings.value(it->objectName());
+            if (auto* control = dynamic_cast<KeptControl*>(it)) {
+                control->showKept(kept.toMap());
+            } else if (auto* splitter = qobject_cast<QSplitter*>(it)) {
+                splitter->restoreState(kept.toByteArray());
+            }
         }
         return window_.restoreGeometry(settings.value(u"位置"_s).toByteArray());
     }
@@ -117,12 +118,12 @@ private:
         QSettings settings(iniPath_, QSettings::IniFormat);
         settings.beginGroup(groupOf(window_));
         settings.setValue(u"位置"_s, window_.saveGeometry());
-        for (const GridView* grid : window_.findChildren<GridView*>()) {
-            settings.setValue(grid->objectName() + u"/列"_s, grid->keptColumns());
-            settings.setValue(grid->objectName() + u"/排序"_s, grid->keptOrder());
-        }
-        for (const QSplitter* splitter : window_.findChildren<QSplitter*>()) {
-            settings.setValue(splitter->objectName(), splitter->saveState());
+        for (const QWidget* it : window_.findChildren<QWidget*>()) {
+            if (const auto* control = dynamic_cast<const KeptControl*>(it)) {
+                settings.setValue(it->objectName(), control->kept());
+            } else if (const auto* splitter = qobject_cast<const QSplitter*>(it)) {
+                settings.setValue(it->objectName(), splitter->saveState());
+            }
         }
     }
 

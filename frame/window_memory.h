@@ -1,7 +1,7 @@
 // Where and how large each window was, with the columns and the order of its grids and its
 // splitters, from run to run: in 界面.ini of the application folder, by the window's class. A
-// window that is opened for the first time stands in the middle of the screen. None is larger than the screen:
-// controls for which it has no room are scrolled.
+// window that is opened for the first time stands in the middle of the screen. None is larger than
+// the screen: controls for which it has no room are scrolled.
 #pragma once
 
 #include <QString>

@@ -14,6 +14,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int rowPadding = 6;
@@ -104,16 +106,15 @@ int GridView::pixels(int twips) const {
     return pixelsOf(twips, *this);
 }
 
-void GridView::setKeptColumns(const QStringList& columns) {
-    widths_.setKept(columns);
-    if (grid_) {
-        widths_.apply(*grid_);
-    }
+QVariantMap GridView::kept() const {
+    return {{u"列"_s, widths_.kept()}, {u"排序"_s, sort_.kept()}};
 }
 
-void GridView::setKeptOrder(const QString& order) {
-    sort_.setKept(order);
+void GridView::showKept(const QVariantMap& kept) {
+    widths_.setKept(kept.value(u"列"_s).toStringList());
+    sort_.setKept(kept.value(u"排序"_s).toString());
     if (grid_) {
+        widths_.apply(*grid_);
         sort_.followFill(*grid_);
     }
 }

@@ -9,13 +9,14 @@
 #include <QTimer>
 #include <optional>
 
+#include "frame/kept_control.h"
 #include "grid/column_widths.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
 
 namespace guanchao {
 
-class GridView : public QTableView {
+class GridView : public QTableView, public KeptControl {
     Q_OBJECT
 
 public:
@@ -42,11 +43,9 @@ public:
     // widths were chosen.
     int pixels(int twips) const;
 
-    // What the user has made of the columns, and the order of the rows, for the next run.
-    QStringList keptColumns() const { return widths_.kept(); }
-    void setKeptColumns(const QStringList& columns);
-    QString keptOrder() const { return sort_.kept(); }
-    void setKeptOrder(const QString& order);
+    // The widths that the user has drawn, and the order of the rows.
+    QVariantMap kept() const override;
+    void showKept(const QVariantMap& kept) override;
 
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);

@@ -171,9 +171,9 @@ TEST_F(WindowMemoryTest, APlaceThatCantBeTakenIsLeftAlone) {
     for (const QByteArray& place : {QByteArray(), QByteArray("?"), far.saveGeometry()}) {
         QSettings settings(ini_, QSettings::IniFormat);
         settings.setValue(u"窗口/Form4/位置"_s, place);
-        settings.setValue(u"窗口/Form4/MSHFlexGrid1/列"_s,
-                          QStringList{u"="_s, u"代码=x"_s, u"代码=-4"_s});
-        settings.setValue(u"窗口/Form4/MSHFlexGrid1/排序"_s, u"代码 3"_s);
+        settings.setValue(u"窗口/Form4/MSHFlexGrid1"_s,
+                          QVariantMap{{u"列"_s, QStringList{u"="_s, u"代码=x"_s, u"代码=-4"_s}},
+                                      {u"排序"_s, u"代码 3"_s}});
         settings.sync();
         OpenWindows nextRun{WindowMemory(ini_)};
         openIn<Form4>(nextRun);

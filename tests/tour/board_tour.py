@@ -95,7 +95,7 @@ class BoardTour(Journey):
         self.screen.choose(self.main, "行情(H)", "更新代码表")
         window = self.screen.window("更新代码表")
         self.update(window, f"新浪的名单有 {len(self.listed)} 只："
-                    "新上市 1 只，改名 1 只，退市 1 只，恢复 0 只。")
+                    "新加入 1 只，改名 1 只，退市 1 只，恢复 0 只。")
         self.expect(MAIN, f"select dm,jc from dmb where dm in ('{RENAMED}','{GONE}','{NEW[0]}') order by dm",
                     [RENAMED, "新茅台"], [GONE, dict(self.stocks)[GONE]], list(NEW))
         self.expect(MAIN, "select dm from tuishi", [GONE])
@@ -104,7 +104,7 @@ class BoardTour(Journey):
         self.boards.shut = SINA
         window = self.screen.window("更新代码表")
         self.update(window, f"东方财富的名单有 {len(self.listed)} 只："
-                    "新上市 0 只，改名 0 只，退市 0 只，恢复 0 只。")
+                    "新加入 0 只，改名 0 只，退市 0 只，恢复 0 只。")
         self.screen.close("更新代码表")
 
     def import_listed(self, window, search, words):
