@@ -1,4 +1,4 @@
-// The word of the user on a run that goes on in the background. It outlives the run.
+// A run that goes on in the background, and the word of the user on it.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -9,8 +9,19 @@
 
 namespace guanchao {
 
+// As a window shows it.
+struct ShownRun {
+    bool running = false;
+    bool paused = false;
+    bool stopping = false;
+};
+
+// It outlives the run.
 class RunControl {
 public:
+    // Of a run that is under way.
+    ShownRun shown() const { return {true, isPaused(), isStopped()}; }
+
     void pause() {
         if (!gate_) {
             gate_ = std::make_shared<Later<bool>>();

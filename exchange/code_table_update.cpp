@@ -97,8 +97,8 @@ QCoro::Task<> CodeTableUpdate::store(std::stop_token stop) {
 void CodeTableUpdate::showPages(qsizetype stocks, std::optional<qsizetype> total) {
     const int done = static_cast<int>(stocks);
     const int all = static_cast<int>(total.value_or(0));
-    progress_({u"正在读取名单，已经有 %1 只"_s.arg(done), done, all,
-               timeLeftWords(working_.elapsed(), done, all)});
+    const QString step = total ? u"正在读取名单"_s : u"正在读取名单，已经有 %1 只"_s.arg(done);
+    progress_({step, done, all, timeLeftWords(working_.elapsed(), done, all)});
 }
 
 }  // namespace guanchao

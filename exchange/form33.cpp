@@ -6,7 +6,6 @@
 
 #include "base/values.h"
 #include "base/worker.h"
-#include "frame/run_share.h"
 #include "services/service_names.h"
 #include "ui_form33.h"
 
@@ -37,6 +36,8 @@ Form33::Form33(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form33>()),
       runs_(environment.failures) {
     ui_->setupUi(this);
+    panel_ = std::make_unique<RunPanel>(
+        RunPanel::Controls{ui_->pause, ui_->stop, ui_->step, ui_->progress, ui_->words});
     prepareControls();
     connectControls();
     readAnew();
@@ -52,7 +53,6 @@ void Form33::prepareControls() {
     ui_->list->setColumnWidth(nameColumn, 240);
     ui_->list->setColumnWidth(stocksColumn, 90);
     ui_->list->setColumnWidth(knownColumn, 90);
-    showWords({});
 }
 
 void Form33::connectControls() {
@@ -90,7 +90,7 @@ QCoro::Task<> Form33::readBoards(std::stop_token stop) {
     reading_ = true;
     boards_ = {};
     showBoards({});
-    showWords({});
+    panel_->say({});
     const auto end = qScopeGuard([this] {
         reading_ = false;
         showState();
@@ -105,8 +105,8 @@ QCoro::Task<> Form33::readBoards(std::stop_token stop) {
     boards_ = std::move(list);
     showBoards(members);
     if (boards_.boards.isEmpty()) {
-        showWords(u"没有读到板块列表：\n"_s + boards_.lacks.join(u'\n') + u'\n' +
-                  adviceOn(boards_.lacks, u"过一会儿再点“重新读取”"_s));
+        panel_->say(u"没有读到板块列表：\n"_s + boards_.lacks.join(u'\n') + u'\n' +
+                    adviceOn(boards_.lacks, u"过一会儿再点“重新读取”"_s));
     }
 }
 
@@ -191,7 +191,7 @@ void Form33::beginImport() {
 QCoro::Task<> Form33::importTicked(std::stop_token stop) {
     control_ = std::make_unique<RunControl>();
     importing_ = true;
-    showWords({});
+    panel_->say({});
     showState();
     const auto end = qScopeGuard([this] {
         importing_ = false;
@@ -199,11 +199,11 @@ QCoro::Task<> Form33::importTicked(std::stop_token stop) {
     });
     BoardImport run(environment_.stores, environment_.clock, environment_.client, *control_,
                     {[this](const Board& it) { return isTicked(*items_[it.node]); },
-                     [this](const RunProgress& it) { showProgress(it); },
+                     [this](const RunProgress& it) { panel_->show(it); },
                      [this](const BoardOutcome& it) { showOutcome(it); }});
     const QList<Board> boards = ticked();
     const BoardTally tally = co_await run.run(boards_.service, boards, stop);
-    showWords(tally.words());
+    panel_->say(tally.words());
 }
 
 void Form33::pauseOrGoOn() {
@@ -220,12 +220,6 @@ void Form33::stopImport() {
         control_->stop();
         showState();
     }
-}
-
-void Form33::showProgress(const RunProgress& progress) {
-    ui_->step->setText(shortened(progress.step, longestShownName) +
-                       u"（%1 / %2）"_s.arg(progress.done).arg(progress.total));
-    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
 }
 
 void Form33::showOutcome(const BoardOutcome& outcome) {
@@ -245,11 +239,6 @@ void Form33::showOutcome(const BoardOutcome& outcome) {
     }
 }
 
-void Form33::showWords(const QString& words) {
-    ui_->words->setText(shortened(words, longestShownMessage));
-    ui_->words->setVisible(!words.isEmpty());
-}
-
 void Form33::showState() {
     const bool isFree = !reading_ && !importing_;
     const bool hasNumbers =
@@ -263,14 +252,8 @@ void Form33::showState() {
     ui_->enough->setEnabled(isFree && hasNumbers);
     ui_->least->setEnabled(isFree && hasNumbers);
     ui_->begin->setEnabled(isFree && count > 0);
-    const bool isStopping = importing_ && control_->isStopped();
-    ui_->pause->setEnabled(importing_ && !isStopping);
-    ui_->pause->setText(importing_ && control_->isPaused() ? u"继续(&P)"_s : u"暂停(&P)"_s);
-    ui_->stop->setEnabled(importing_ && !isStopping);
-    ui_->stop->setText(isStopping ? u"正在停止…"_s : u"停止(&S)"_s);
+    panel_->show(importing_ ? control_->shown() : ShownRun());
     stopKey_.setEnabled(importing_);
-    ui_->step->setVisible(importing_);
-    ui_->progress->setVisible(importing_);
     ui_->ticked->setText(u"已勾选 %1 个"_s.arg(count));
     showSummary();
 }

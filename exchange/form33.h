@@ -10,6 +10,7 @@
 #include "base/runs.h"
 #include "exchange/board_import.h"
 #include "frame/environment.h"
+#include "frame/run_panel.h"
 #include "frame/windows.h"
 
 class QTreeWidgetItem;
@@ -45,13 +46,12 @@ private:
     QCoro::Task<> importTicked(std::stop_token stop);
     void pauseOrGoOn();
     void stopImport();
-    void showProgress(const RunProgress& progress);
     void showOutcome(const BoardOutcome& outcome);
-    void showWords(const QString& words);
     void showState();
 
     Environment& environment_;
     std::unique_ptr<Ui::Form33> ui_;
+    std::unique_ptr<RunPanel> panel_;
     BoardList boards_;
     QHash<QString, QTreeWidgetItem*> items_;  // by node
     bool reading_ = false;

@@ -6,7 +6,6 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
-#include "frame/run_share.h"
 #include "services/stock_code.h"
 #include "ui_form35.h"
 
@@ -42,11 +41,12 @@ Form35::Form35(Environment& environment, Windows&)
       iniPath_(environment.applicationFolder + u"界面.ini"_s),
       runs_(environment.failures) {
     ui_->setupUi(this);
+    panel_ = std::make_unique<RunPanel>(
+        RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
     ui_->list->setColumnWidth(0, 90);
     ui_->list->setColumnWidth(1, 110);
     ui_->list->setColumnWidth(2, 150);
     ui_->beijing->setChecked(CodeTableSettings(iniPath_).wantsBeijing());
-    showWords({});
     connectControls();
     showState();
     runs_.start([this](std::stop_token stop) { return readTable(stop); });
@@ -80,7 +80,7 @@ QCoro::Task<> Form35::update(std::stop_token stop) {
     control_ = std::make_unique<RunControl>();
     updating_ = true;
     ui_->list->clear();
-    showWords({});
+    panel_->say({});
     showState();
     const auto end = qScopeGuard([this] {
         updating_ = false;
@@ -89,7 +89,7 @@ QCoro::Task<> Form35::update(std::stop_token stop) {
     CodeTableUpdate run(environment_.stores, environment_.clock, environment_.client,
                         environment_.services.stockList,
                         environment_.applicationFolder + u"initials.csv"_s, *control_,
-                        [this](const RunProgress& it) { showProgress(it); });
+                        [this](const RunProgress& it) { panel_->show(it); });
     const CodeTableResult result = co_await run.run(ui_->beijing->isChecked(), stop);
     showResult(result);
     co_await readTable(stop);
@@ -109,11 +109,6 @@ void Form35::showTable() {
         (last.isEmpty() ? u"还没有从名单更新过。"_s : u"上次更新：%1"_s.arg(last)));
 }
 
-void Form35::showProgress(const RunProgress& progress) {
-    ui_->step->setText(progress.step);
-    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
-}
-
 void Form35::showResult(const CodeTableResult& result) {
     if (!result.stopped && result.hasList) {
         CodeTableSettings(iniPath_).setLastUpdate(timeText(environment_.clock.now()));
@@ -122,7 +117,7 @@ void Form35::showResult(const CodeTableResult& result) {
         emit imported();
     }
     showChanges(result.changes);
-    showWords(result.words());
+    panel_->say(result.words());
 }
 
 void Form35::showChanges(const CodeTableChanges& changes) {
@@ -145,20 +140,11 @@ void Form35::showChanges(const CodeTableChanges& changes) {
     ui_->list->addTopLevelItems(items);
 }
 
-void Form35::showWords(const QString& words) {
-    ui_->words->setText(shortened(words, longestShownMessage));
-    ui_->words->setVisible(!words.isEmpty());
-}
-
 void Form35::showState() {
-    const bool isStopping = updating_ && control_->isStopped();
     ui_->beijing->setEnabled(!updating_);
     ui_->begin->setEnabled(!updating_);
-    ui_->stop->setEnabled(updating_ && !isStopping);
-    ui_->stop->setText(isStopping ? u"正在停止…"_s : u"停止(&S)"_s);
+    panel_->show(updating_ ? control_->shown() : ShownRun());
     stopKey_.setEnabled(updating_);
-    ui_->step->setVisible(updating_);
-    ui_->progress->setVisible(updating_);
 }
 
 }  // namespace guanchao

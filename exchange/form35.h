@@ -10,6 +10,7 @@
 #include "base/runs.h"
 #include "exchange/code_table_update.h"
 #include "frame/environment.h"
+#include "frame/run_panel.h"
 #include "frame/windows.h"
 
 namespace Ui {
@@ -38,15 +39,14 @@ private:
     QCoro::Task<> update(std::stop_token stop);
     void stopUpdate();
     void showTable();
-    void showProgress(const RunProgress& progress);
     void showResult(const CodeTableResult& result);
     void showChanges(const CodeTableChanges& changes);
-    void showWords(const QString& words);
     void showState();
 
     Environment& environment_;
     std::unique_ptr<Ui::Form35> ui_;
     const QString iniPath_;
+    std::unique_ptr<RunPanel> panel_;
     KnownCodes known_;
     bool updating_ = false;
     std::unique_ptr<RunControl> control_;      // of the last update

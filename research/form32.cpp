@@ -7,7 +7,6 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "base/worker.h"
-#include "frame/run_share.h"
 #include "research/history_desk.h"
 #include "ui_form32.h"
 
@@ -33,6 +32,8 @@ Form32::Form32(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form32>()),
       runs_(environment.failures) {
     ui_->setupUi(this);
+    panel_ = std::make_unique<RunPanel>(
+        RunPanel::Controls{ui_->pause, ui_->stop, ui_->step, ui_->progress, ui_->words});
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->setSortable({u"第一天"_s, u"最后一天"_s});
     grid_.setKeyColumns({1});
@@ -67,20 +68,10 @@ void Form32::showFill() {
     const ShownFill& fill = environment_.historyDesk.shown();
     ui_->years->setEnabled(!fill.running);
     ui_->fill->setEnabled(!fill.running);
-    ui_->pause->setEnabled(fill.running && !fill.stopping);
-    ui_->pause->setText(fill.paused ? u"继续(&P)"_s : u"暂停(&P)"_s);
-    ui_->stop->setEnabled(fill.running && !fill.stopping);
-    ui_->stop->setText(fill.stopping ? u"正在停止…"_s : u"停止(&S)"_s);
-    const RunProgress& progress = fill.progress;
-    const QString share =
-        progress.total > 0 ? u"（%1 / %2）"_s.arg(progress.done).arg(progress.total) : QString();
-    ui_->step->setText(progress.step + share);
-    ui_->step->setVisible(fill.running);
-    ui_->progress->setVisible(fill.running);
-    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
+    panel_->show(static_cast<const ShownRun&>(fill));
+    panel_->show(fill.progress);
+    panel_->say(fill.running ? QString() : fill.words);
     showHint();
-    ui_->words->setText(shortened(fill.words, longestShownMessage));
-    ui_->words->setVisible(!fill.running && !fill.words.isEmpty());
     showServices();
 }
 

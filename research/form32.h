@@ -7,6 +7,7 @@
 
 #include "base/runs.h"
 #include "frame/environment.h"
+#include "frame/run_panel.h"
 #include "frame/windows.h"
 #include "grid/result_grid.h"
 #include "research/history_library.h"
@@ -43,6 +44,7 @@ private:
 
     Environment& environment_;
     std::unique_ptr<Ui::Form32> ui_;
+    std::unique_ptr<RunPanel> panel_;
     ResultGrid grid_;
     bool reading_ = false;
     Runs runs_;

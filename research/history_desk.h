@@ -13,10 +13,7 @@
 
 namespace guanchao {
 
-struct ShownFill {
-    bool running = false;
-    bool paused = false;
-    bool stopping = false;
+struct ShownFill : ShownRun {
     RunProgress progress;
     QString words;  // what the last one came to; empty before its end
 };
