@@ -25,10 +25,10 @@ QString tableWords(const KnownCodes& known, bool withBeijing) {
     }
     const qsizetype others = known.size() - stocks - ofBeijing;
     const auto gone = std::ranges::count_if(known, &KnownCode::isDelisted);
-    return u"代码表里有沪深股票 %1 只，北交所股票 %2 只（%3）%4%5。"_s.arg(stocks)
+    return u"代码表里有沪深股票 %1 只，北交所股票 %2 只（%3）%4%5。\n"_s.arg(stocks)
         .arg(ofBeijing)
         .arg(withBeijing ? u"也更新"_s : u"没有勾选，不更新"_s,
-             others > 0 ? u"，指数和别的代码 %1 个（不更新）"_s.arg(others) : QString(),
+             others > 0 ? u"，其他代码 %1 个"_s.arg(others) : QString(),
              gone > 0 ? u"；其中已退市 %1 只"_s.arg(gone) : QString());
 }
 

@@ -51,8 +51,8 @@ protected:
 TEST_F(Form35Test, TellsWhatIsThereAndWhatHasChanged) {
     openRead();
     EXPECT_EQ(label(u"summary"_s),
-              u"代码表里有沪深股票 2 只，北交所股票 0 只（没有勾选，不更新），"
-              u"指数和别的代码 1 个（不更新）。还没有从名单更新过。"_s);
+              u"代码表里有沪深股票 2 只，北交所股票 0 只（没有勾选，不更新），其他代码 1 个。\n"
+              u"还没有从名单更新过。"_s);
     QTest::keyClick(form_, Qt::Key_Return);
     EXPECT_FALSE(button(u"begin"_s)->isEnabled());
     untilEnd();
