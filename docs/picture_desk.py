@@ -4,7 +4,7 @@ show in every window, a clock that stands at the same moment in every run, and w
 import shutil
 from pathlib import Path
 
-from desk import DAY, FAKETIME, Desk, Market, run
+from desk import DAY, FAKETIME, Desk, Market, run, wait
 
 MAIN = "dzhzhuti.mzdat"
 ARTICLES = "wenzhang.mzdat"
@@ -70,7 +70,10 @@ class PictureDesk(Desk):
         settings = self.folder / "openbox.xml"
         settings.write_text(Path("/etc/xdg/openbox/rc.xml").read_text().replace(
             "<name>Clearlooks</name>", "<name>Onyx</name>"))
-        self.start("openbox", "--sm-disable", "--config-file", settings)
+        # It says so when it manages the screen.
+        self.start("openbox", "--sm-disable", "--config-file", settings, "--startup",
+                   f"touch {self.folder / 'managed'}")
+        wait("the window manager", (self.folder / "managed").exists)
 
     def prepare_application(self):
         super().prepare_application()

@@ -77,7 +77,11 @@ class Pictures:
         self.screen.save(self.folder / f"{self.name}.png", None if self.whole_screen else place)
 
     def shoot_window(self, client):
-        self.shoot(self.screen.place_of_frame(client))
+        left, top, width, height = self.screen.place_of_frame(client)
+        right, bottom = left + width, top + height
+        if left < 0 or top < 0 or right > self.screen.width or bottom > self.screen.height:
+            print(f"{self.name} leaves the screen: from {left},{top} to {right},{bottom}")
+        self.shoot((left, top, width, height))
 
     def shoot_part(self, left, top, width, height):
         self.shoot((left, top, round(width * self.scale), round(height * self.scale)))

@@ -13,6 +13,8 @@ class FramedScreen(Screen):
         super().__init__(process)
         self.scale = 1
         self.root = self.display.screen().root
+        self.width = self.display.screen().width_in_pixels
+        self.height = self.display.screen().height_in_pixels
 
     def clients(self):
         """The windows that have a frame, whosever they are."""
@@ -83,8 +85,7 @@ class FramedScreen(Screen):
         deadline = time.monotonic() + seconds
         while time.monotonic() < deadline:
             time.sleep(0.6)
-            size = self.root.get_geometry()
-            now = self.root.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF).data
+            now = self.root.get_image(0, 0, self.width, self.height, X.ZPixmap, 0xFFFFFFFF).data
             if now == pixels:
                 return
             pixels = now
