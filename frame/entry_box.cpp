@@ -4,7 +4,7 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-#include "grid/short_texts.h"
+#include "frame/short_texts.h"
 
 namespace guanchao {
 

@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 
 #include "base/values.h"
-#include "grid/short_texts.h"
+#include "frame/short_texts.h"
 #include "grid/stock_picker.h"
 #include "grid/twips.h"
 #include "services/delisted.h"

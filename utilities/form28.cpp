@@ -4,7 +4,7 @@
 #include <QScopeGuard>
 #include <QSignalBlocker>
 
-#include "grid/short_texts.h"
+#include "frame/short_texts.h"
 #include "ui_form28.h"
 
 namespace guanchao {
