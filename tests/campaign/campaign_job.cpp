@@ -13,6 +13,8 @@
 #include "articles/drafts.h"
 #include "exchange/article_import.h"
 #include "exchange/backup_export.h"
+#include "exchange/board_import.h"
+#include "exchange/code_table_update.h"
 #include "exchange/news_import.h"
 #include "exchange/restore.h"
 #include "exchange/store_backup.h"
@@ -86,6 +88,13 @@ private:
         services.quote = services.history = {services.vendor};
         return services;
     }
+    // The practice market is of every kind.
+    Service listing() const {
+        Service service = services_.quote.value(0);
+        service.kind = u"sina"_s;
+        return service;
+    }
+
     QString argument(int at) const { return arguments_.value(at); }
 
     // The whole code table.
@@ -130,6 +139,25 @@ private:
     }
     QCoro::Task<> importNews(std::stop_token stop) {
         return guanchao::importNews(stores_, dialogs_, exchange_, stop);
+    }
+
+    QCoro::Task<> importBoards(std::stop_token stop) {
+        RunControl control;
+        const Boards boards(client_, {listing()});
+        const BoardList list = co_await boards.list(BoardSort::regions, stop);
+        const BoardImport::Watch watch = {[](const Board&) { return true; },
+                                          [](const RunProgress&) {}, [](const BoardOutcome&) {}};
+        BoardImport import(stores_, clock_, client_, control, watch);
+        const BoardTally tally = co_await import.run(list.service, list.boards, stop);
+        print(tally.words());
+    }
+
+    QCoro::Task<> updateCodes(std::stop_token stop) {
+        RunControl control;
+        CodeTableUpdate update(stores_, clock_, client_, {listing()}, folder_ + u"initials.csv"_s,
+                               control, [](const RunProgress&) {});
+        const CodeTableResult result = co_await update.run(false, stop);
+        print(result.words());
     }
 
     // The copy of the day.
@@ -389,6 +417,8 @@ std::map<QString, Job::Word> Job::words() {
             {u"import_text"_s, &Job::importText},
             {u"import_articles"_s, &Job::importArticles},
             {u"import_news"_s, &Job::importNews},
+            {u"import_boards"_s, &Job::importBoards},
+            {u"update_codes"_s, &Job::updateCodes},
             {u"copy"_s, &Job::copy},
             {u"restore"_s, &Job::restore},
             {u"remove"_s, &Job::remove},

@@ -38,6 +38,8 @@ OPERATIONS = (
     ("import_text", ("FOLDER/外来/主题.txt",), "导入文本", "whole"),
     ("import_articles", ("FOLDER/外来/wenzhang.ztb",), "导入文章", "whole"),
     ("import_news", ("FOLDER/外来/caijiqi.ztb",), "导入新闻", "whole"),
+    ("import_boards", (), "导入地区板块", "parts"),
+    ("update_codes", (), "更新代码表", "whole"),
     ("copy", (), "每日备份", "whole"),
     ("restore", ("2026-11-20",), "恢复", "whole"),
     ("remove", (), "删除全部主题", "whole"),

@@ -37,6 +37,10 @@ OPERATIONS = [
      [("wenzhang.mzdat", "delete from wenzhang")]),
     ("导入新闻和商品", ["import_news", "{given}/caijiqi.ztb"], TABLE,
      [("caijiqi.mzdat", f"delete from {it}") for it in ("xinwenshul", "shophq", "shopname")]),
+    ("导入地区板块", ["import_boards"], ROW, []),
+    ("更新代码表", ["update_codes"], FOLDER, [
+        ("dzhzhuti.mzdat", "update dmb set jc='旧名' where dm like 'SZ%'"),
+        ("dzhzhuti.mzdat", "update dmb set dm='SH609'||substr(dm,6) where dm like 'SH60000%'")]),
     ("每日备份", ["copy"], FOLDER, []),
     ("恢复备份", ["restore", "2026-11-24"], FOLDER, [["copy"], ["remove"], ["article", "三"]]),
     ("删除所有主题", ["remove"], FOLDER, []),

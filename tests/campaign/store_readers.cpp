@@ -11,6 +11,8 @@
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "formats/gbk.h"
+#include "heat/headline_store.h"
+#include "heat/news_notes.h"
 #include "market/quote_feed.h"
 #include "store/prepared_stores.h"
 #include "tests/campaign/outside_reader.h"
@@ -231,7 +233,24 @@ const QString article =
 const QStringList news = {
     u"insert into xinwenshul values('2026-11-24 09:30:05','白酒',1,2.25,3,-0.5,5,1e20,30,1)"_s,
     u"insert into shophq values('铜','2026-11-24 10:00:00',1,2,3,4,5,6,7,8,9.5,-10.25)"_s,
-    u"insert into shopname values('铜',9,'新','','',1,1,1,1,1,1,1,1,1,1)"_s};
+    u"insert into shopname values('铜',9,'新','','',1,1,1,1,1,1,1,1,1,1)"_s,
+    u"create table xinwenshuoming (biao text,riqi text,item text,laiyuan text,onexian integer,"
+    u"allxian integer,zdyxian integer)"_s,
+    u"insert into xinwenshuoming values('xinwenshul','2026-11-24','白酒','eastmoney',0,1,1)"_s,
+    u"create table xinwenbiaoti (guanjianci text,riqi text,shijian text,biaoti text,meiti text,"
+    u"wangzhi text)"_s,
+    u"insert into xinwenbiaoti values('白酒','2026-11-24','2026-11-24 09:30:05','白酒大涨','时报',"
+    u"'http://a.b/1')"_s};
+
+void readKeptNews(const StoreFile& heat) {
+    for (const Headline& it : readHeadlines(heat, u"白酒"_s, u"2026-11-24"_s)) {
+        requireWholeCharacters(it.title);
+    }
+    Connection store = heat.open();
+    for (const NewsNote& it : readNewsNotes(store, u"xinwenshul"_s, {})) {
+        requireWholeCharacters(it.laiyuan);
+    }
+}
 
 }  // namespace
 
@@ -272,6 +291,12 @@ QList<OutsideReader> storeReaders() {
              importPicked(picked(bytes), stores.heat, importNews,
                           {u"xinwenshul"_s, u"shophq"_s, u"shopname"_s});
          }},
+        {"kept_news",
+         "新闻标题和数量说明的库",
+         6000,
+         true,
+         {libraryBytes(Schema::heat, {}, news)},
+         [](const QByteArray& bytes) { readKeptNews(picked(bytes)); }},
         {"articles",
          "导入文章文件",
          8000,
