@@ -75,9 +75,10 @@ public:
         const bool isFirst = service.host == first_.host();
         asked += isFirst ? u'A' : u'B';
         if (isFirst && --requestsUntilItGoes == 0) {
+            client_ = std::make_unique<QtHttpClient>();  // or the server waits for its connections
             first_.stop();
         }
-        const HttpReply reply = co_await client_.get(service, path, stop);
+        const HttpReply reply = co_await client_->get(service, path, stop);
         co_return HttpReply(reply);
     }
 
@@ -97,7 +98,7 @@ public:
 private:
     SmallMarket first_;
     SmallMarket second_;
-    QtHttpClient client_;
+    std::unique_ptr<QtHttpClient> client_ = std::make_unique<QtHttpClient>();
 };
 
 }  // namespace
