@@ -39,7 +39,8 @@ void HeatRanking::showRanking(bool all) {
                               : incomparableLast(store, subject_.dayTable, subject_.noteKey);
     Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day, first));
     fillHeatGrid(items, ranking_, subject_.rankingWidths, subject_.dressRanking);
-    showNotes(ranking_, notes(store, all ? QString() : u" and riqi="_s + quoted(day)));
+    showNotes(ranking_,
+              notes(store, all ? latestNotes(subject_.dayTable) : u" and riqi="_s + quoted(day)));
 }
 
 NewsNotes HeatRanking::notes(Connection& store, const QString& condition) const {

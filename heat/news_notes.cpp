@@ -88,6 +88,11 @@ NewsNotes readNewsNotes(Connection& heat, const QString& table, const QString& c
     return notes;
 }
 
+QString latestNotes(const QString& table) {
+    return u" and (item,riqi) in (select item,max(riqi) from xinwenshuoming where biao="_s +
+           quoted(table) + u" group by item)"_s;
+}
+
 QString incomparableLast(Connection& heat, const QString& table, const QString& key) {
     if (!hasNotes(heat)) {
         return {};

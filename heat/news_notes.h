@@ -43,6 +43,9 @@ using NewsNotes = QHash<std::pair<QString, QString>, NewsNote>;
 // Of a table of counts; `condition` narrows it down by riqi and item.
 NewsNotes readNewsNotes(Connection& heat, const QString& table, const QString& condition);
 
+// The condition that leaves each item's last one.
+QString latestNotes(const QString& table);
+
 // An order that puts the rows of such a table with a note whose 全部数量 is a lower bound, or
 // compares with nothing, behind the others, followed by a comma; empty in a store without notes.
 // `key` is the table's column of items.
