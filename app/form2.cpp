@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/auto_update.h"
-#include "app/maintenance.h"
 #include "app/start_questions.h"
 #include "app/startup.h"
 #include "base/pause.h"
@@ -34,7 +33,6 @@ constexpr int themeGridColumns = 6600;
 constexpr int themeGridToGain = 3000;
 constexpr int stockGridToGain = 7460;
 constexpr int gutter = 250;
-constexpr int heightAboveGrids = 1700;
 
 QString noThemesWords(const QString& threshold) {
     const double attention = numericPrefix(threshold);
@@ -111,7 +109,6 @@ void Form2::arrangeGrids() {
     ui_->Text3->setFixedWidth(8 * digit);
     ui_->tables->setHandleWidth(space);
     ui_->gridRow->setContentsMargins(space, 0, space, space);
-    ui_->fields->setMinimumHeight(grid.pixels(heightAboveGrids) - space);
     resize(1640, 920);
     ui_->tables->setStretchFactor(1, 1);
     if (!environment_.openWindows.memory().place(*this)) {
@@ -130,7 +127,6 @@ void Form2::connectControls() {
     connect(ui_->Command2, &QToolButton::clicked, this, &Form2::Command2_Click);
     connect(ui_->Text2, &QLineEdit::returnPressed, this, &Form2::Command2_Click);
     connect(ui_->Text3, &QLineEdit::returnPressed, this, &Form2::刷新_Click);
-    connect(ui_->Command3, &QPushButton::clicked, this, &Form2::Command3_Click);
     connect(ui_->Command4, &QToolButton::clicked, this, &Form2::Command4_Click);
     connect(ui_->stopRun, &QPushButton::clicked, this, &Form2::stopQuotes);
     connect(ui_->stopExchange, &QPushButton::clicked, this, [this] { exchangeRun_.stop(); });
@@ -148,6 +144,9 @@ void Form2::connectAlarms() {
     alarmView_ =
         new AlarmView(environment_, windows_, desktop_.notifier, alarmDesk_, *ui_->quotesLine);
     alarmView_->setParent(this);
+    marketBand_ =
+        new MarketBand({*ui_->market, *ui_->quotesAge, *ui_->monitoring}, environment_, alarmDesk_);
+    marketBand_->setParent(this);
     dailyBackup_ = std::make_unique<DailyBackup>(
         environment_, [this](const QString& words) { ui_->copyLine->setText(words); });
     dailyBackup_->setParent(this);
@@ -206,6 +205,7 @@ void Form2::connectGrids() {
     connect(&themes, &GridView::rowDoubleClicked, this, [this] { windows_.openAnew<Form24>(); });
     connect(&stocks, &GridView::rowChosen, this, &Form2::MSHFlexGrid2_RowChosen);
     connect(&stocks, &GridView::rowDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);
+    connect(&stocks, &GridView::enterPressed, this, &Form2::MSHFlexGrid2_DblClick);
     connect(&kuaimenu_, &QMenu::aboutToShow, this, &Form2::MSHFlexGrid2_MenuOpens);
 }
 
@@ -235,6 +235,7 @@ QCoro::Task<> Form2::refresh(std::stop_token stop) {
     };
     co_await patiently(step, stop);
     ui_->MSHFlexGrid1->setHint(noThemesWords(ui_->Text3->text()));
+    marketBand_->refresh();
 }
 
 QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
@@ -250,6 +251,7 @@ QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
     co_await refreshShown(stop);
     const auto stocks = [this] { themeTable_.refreshStocks(); };
     co_await patiently(stocks, stop);
+    marketBand_->refresh();
 }
 
 void Form2::showImported() {
@@ -286,10 +288,6 @@ void Form2::Command2_Click() {
     themeTable_.searchByName(ui_->Text2->text());
 }
 
-void Form2::Command3_Click() {
-    clearMaintenanceKey(environment_.dialogs);
-}
-
 void Form2::Command4_Click() {
     if (!ui_->Command4->isEnabled()) {
         return;
@@ -305,7 +303,7 @@ void Form2::Command4_Click() {
 
 QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
     const QuoteTally tally = co_await runQuotes(stop);
-    co_await refresh(stop);
+    co_await refreshTables(stop);
     environment_.dialogs.tell(tally.words());
 }
 
@@ -355,7 +353,7 @@ void Form2::stopQuotes() {
         quoteRuns_.stop();
         ui_->Label1->setText(progress_.stoppedWords());
         refreshRuns_.stop();
-        refreshRuns_.start([this](std::stop_token stop) { return refreshShown(stop); });
+        refreshRuns_.start([this](std::stop_token stop) { return refreshTables(stop); });
     }
 }
 

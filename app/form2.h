@@ -12,6 +12,7 @@
 #include "app/alarm_view.h"
 #include "app/daily_backup.h"
 #include "app/desktop.h"
+#include "app/market_band.h"
 #include "app/program_end.h"
 #include "app/restore_desk.h"
 #include "base/runs.h"
@@ -111,7 +112,10 @@ private:
 
     void Command1_Click();
     void Command2_Click();
-    void Command3_Click();
+    void 设置密码_Click();
+    void 快速查找_Click();
+    QList<QAction*> commands() const;
+    void showTheme(const QString& name);
     void Command4_Click();
 
     void MSHFlexGrid1_RowChosen(int row);
@@ -141,6 +145,7 @@ private:
     VersionCheck versionCheck_;
     PickerBox* picker_ = nullptr;
     AlarmView* alarmView_ = nullptr;
+    MarketBand* marketBand_ = nullptr;
 
     QMenu tuopanmenu_;
     QMenu leftkuaimenu_;  // 左快捷菜单: on a theme

@@ -1,7 +1,9 @@
 // What each entry of the menus of Form2 does.
 #include <QFileInfo>
 
+#include "app/finder.h"
 #include "app/form2.h"
+#include "app/maintenance.h"
 #include "app/service_line.h"
 #include "articles/form27.h"
 #include "exchange/article_import.h"
@@ -117,6 +119,8 @@ void Form2::connectCommands() {
         ui_->Text2->setFocus();
         ui_->Text2->selectAll();
     });
+    connect(ui_->快速查找, &QAction::triggered, this, &Form2::快速查找_Click);
+    connect(ui_->设置密码, &QAction::triggered, this, &Form2::设置密码_Click);
     addsMonitor<Form8>(ui_->添加主题监控);
     addsMonitor<Form7>(ui_->添加个股监控);
     Globals& globals = environment_.globals;
@@ -126,6 +130,45 @@ void Form2::connectCommands() {
             [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
+}
+
+void Form2::设置密码_Click() {
+    clearMaintenanceKey(environment_.dialogs);
+}
+
+void Form2::快速查找_Click() {
+    if (auto* open = findChild<Finder*>()) {
+        open->raise();
+        open->activateWindow();
+        return;
+    }
+    const Finder::Choices choices = {.stock =
+                                         [this](const QString& dm, const QString& jc) {
+                                             environment_.globals.dangqiandm = dm;
+                                             environment_.globals.dangqianjc = jc;
+                                             windows_.openAnew<Form21>();
+                                         },
+                                     .theme = [this](const QString& name) { showTheme(name); }};
+    auto* finder = new Finder(environment_, commands(), choices, this);
+    environment_.openWindows.adopt(finder);
+}
+
+// Those of the menus, without what opens submenus.
+QList<QAction*> Form2::commands() const {
+    QList<QAction*> commands;
+    for (const QAction* menu : ui_->menuBar->actions()) {
+        const QList<QAction*> entries = menu->menu() ? menu->menu()->actions() : QList<QAction*>();
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(commands),
+                     [](const QAction* it) { return !it->isSeparator() && !it->menu(); });
+    }
+    return commands;
+}
+
+void Form2::showTheme(const QString& name) {
+    tuopan显示_Click();
+    ui_->Text2->setText(name);
+    environment_.globals.dangqianzhuti = name;
+    showStocks(name);
 }
 
 void Form2::connectThemeCommands() {

@@ -32,6 +32,13 @@ void colourStocks(ResultGrid& grid, int fieldCount) {
     }
 }
 
+void colourThemes(ResultGrid& grid) {
+    constexpr int gain = 2;
+    for (int row = 1; row < grid.rows(); ++row) {
+        grid.setCellForeColor(row, gain, signColour(grid, row, gain));
+    }
+}
+
 QString membersQuery(const QString& theme, const QString& time) {
     return u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,xiangguandu as 相关度,"
            u"sp as 收盘,zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
@@ -110,6 +117,7 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold, Gr
     if (themes.count() > 0) {
         tianchongbiao(themes, themes_, 1);
         themes_.setColWidths({500, 1600, 900, 800, 800, 2000});
+        colourThemes(themes_);
     } else {
         themes_.setRows(1);
         themes_.setCols(1);
@@ -201,6 +209,7 @@ bool ThemeTable::fillFound(Connection& connection, const Search& search, GridFil
         themes_.clear();
         tianchongbiao(found, themes_, 1);
         themes_.setColWidths(search.widths);
+        colourThemes(themes_);
     }
     return found.count() > 0;
 }

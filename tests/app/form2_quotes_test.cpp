@@ -2,8 +2,13 @@
 #include <QToolButton>
 
 #include "app/auto_update.h"
+#include "app/finder.h"
+#include "market/form21.h"
+#include "monitor/form4.h"
 #include "tests/app/form2_fixture.h"
+#include "tests/support/grid_texts.h"
 #include "tests/support/quote_reply.h"
+#include "themes/form30.h"
 
 namespace guanchao {
 
@@ -138,6 +143,61 @@ TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     EXPECT_EQ(label(u"Label6"_s), time);
     EXPECT_EQ(label(u"Label1"_s), u"已停止：更新了 99 只股票的行情，共 122 只"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+// F9 under real keys: both tables follow, and what the user has chosen stays chosen.
+TEST_F(Form2Test, AnUpdateShowsInBothTablesAndInTheBand) {
+    store_.run({u"insert into dmb(dm,jc) values('SH000001','上证指数')"_s});
+    load();
+    activate();
+    trigger(u"全部显示"_s);
+    view(u"MSHFlexGrid2"_s).setFocus();
+    QTest::keyClick(&view(u"MSHFlexGrid2"_s), Qt::Key_Down);
+    const QString chosen = globals_.dangqiandm;
+    http_.answer = [](const QString& path) {
+        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
+    };
+    QTest::keyClick(&main_, Qt::Key_F9);
+    const auto cells = [&](const QString& gridName) { return rowTexts(grid(gridName)).join(u' '); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cells(u"MSHFlexGrid2"_s).contains(u"20.00"_s); }));
+    EXPECT_TRUE(cells(u"MSHFlexGrid1"_s).contains(u"100.00"_s));
+    EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(grid(u"MSHFlexGrid2"_s).markedRow(), 2), chosen);
+    EXPECT_EQ(grid(u"MSHFlexGrid1"_s).cellForeColor(1, 2), riseColour);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return label(u"market"_s).contains(u"上证指数"_s) && label(u"quotesAge"_s) == u"刚刚"_s;
+    }));
+    QTest::keyClick(&view(u"MSHFlexGrid2"_s), Qt::Key_Return);
+    EXPECT_TRUE(openWindows_.find<Form21>());
+}
+
+// From any window: the keys reach the entry of the main window's menu.
+TEST_F(Form2Test, WhatIsTypedAfterCtrlKOpensStockThemeAndCommand) {
+    load();
+    windows_.openAnew<Form30>();
+    const auto choose = [this](const QString& typed) {
+        auto* other = openWindows_.find<Form30>();
+        other->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(other));
+        QTest::keyClick(other, Qt::Key_K, Qt::ControlModifier);
+        auto* finder = openWindows_.find<Finder>();
+        ASSERT_NE(finder, nullptr);
+        auto* line = finder->findChild<QLineEdit*>();
+        const auto* list = finder->findChild<QListWidget*>();
+        line->setText(typed);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list->count() > 0; }));
+        QTest::keyClick(line, Qt::Key_Return);
+        deleteClosedWindows();
+        EXPECT_FALSE(openWindows_.find<Finder>());
+    };
+    choose(u"gzmt"_s);
+    auto* quotes = openWindows_.find<Form21>();
+    ASSERT_TRUE(quotes);
+    EXPECT_EQ(child<QLineEdit>(quotes, u"Text7"_s)->text(), u"SH600519"_s);
+    choose(u"jkgl"_s);
+    EXPECT_TRUE(openWindows_.find<Form4>());
+    choose(u"白酒"_s);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return rowTexts(grid(u"MSHFlexGrid2"_s)).join(u' ').contains(u"SH600519"_s); }));
 }
 
 }  // namespace guanchao

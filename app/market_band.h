@@ -1,0 +1,45 @@
+// The line of the main window that tells the market at a glance: indexes, how many stocks rise and
+// fall, turnover; how old the quotes are, and whether the alarms are watched. Read from the main
+// store after each refresh, in a thread of its own.
+#pragma once
+
+#include <QDateTime>
+#include <QLabel>
+#include <QTimer>
+
+#include "base/runs.h"
+#include "frame/environment.h"
+#include "monitor/alarm_desk.h"
+
+namespace guanchao {
+
+class MarketBand : public QObject {
+    Q_OBJECT
+
+public:
+    struct Labels {
+        QLabel& market;
+        QLabel& age;
+        QLabel& monitoring;
+    };
+
+    MarketBand(Labels labels, Environment& environment, const AlarmDesk& desk);
+
+    void refresh();
+
+private:
+    QCoro::Task<> read(std::stop_token stop);
+    void showAge();
+    void showMonitoring();
+
+    Labels labels_;
+    Environment& environment_;
+    QDateTime quotesTime_;
+    QTimer minutes_;
+    Runs runs_;
+};
+
+// 刚刚, 3 分钟前, 2 小时前, 5 天前
+QString ageWords(qint64 seconds);
+
+}  // namespace guanchao

@@ -1,0 +1,85 @@
+#include "market/market_summary.h"
+
+#include <cmath>
+
+#include "base/values.h"
+#include "services/delisted.h"
+#include "services/stock_code.h"
+#include "store/recordset.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct DayMove {
+    double latest;
+    double change;
+
+    // Limits are prices of whole cents.
+    bool reaches(double share) const {
+        const double former = latest - change;
+        return std::abs(roundTo(former * (1 + share), 2) - latest) < 0.005;
+    }
+};
+
+void addStock(MarketSummary& summary, const DayMove& move, double limit) {
+    if (move.latest <= 0) {
+        ++summary.suspended;
+        return;
+    }
+    int& side = move.change > 0   ? summary.rising
+                : move.change < 0 ? summary.falling
+                                  : summary.level;
+    ++side;
+    summary.atLimitUp += move.change > 0 && move.reaches(limit) ? 1 : 0;
+    summary.atLimitDown += move.change < 0 && move.reaches(-limit) ? 1 : 0;
+}
+
+}  // namespace
+
+MarketSummary readMarketSummary(Connection& mainStore) {
+    MarketSummary summary;
+    for (Recordset rows(mainStore,
+                        u"select dm,jc,coalesce(sp,0),coalesce(zhangjine,0),coalesce(zhangfu,0),"
+                        u"coalesce(totaljine,0) from dmb where dm not in "_s +
+                            delistedCodes(mainStore) + u" order by dm"_s);
+         !rows.atEnd(); rows.moveNext()) {
+        const QString dm = rows.value(0).toText();
+        const QString jc = rows.value(1).toText();
+        const DayMove move{rows.value(2).toNumber(), rows.value(3).toNumber()};
+        if (isIndexCode(dm)) {
+            summary.indexes << IndexQuote{jc, move.latest, rows.value(4).toNumber()};
+        } else {
+            addStock(summary, move, dailyLimit(dm, jc));
+            summary.turnover += rows.value(5).toNumber();
+        }
+    }
+    return summary;
+}
+
+double dailyLimit(const QString& dm, const QString& jc) {
+    const QStringView number = QStringView(dm).sliced(std::min<qsizetype>(2, dm.size()));
+    if (isOfBeijing(dm)) {
+        return 0.3;
+    }
+    if (number.startsWith(u"68") || number.startsWith(u"30")) {
+        return 0.2;
+    }
+    return jc.startsWith(u"ST"_s) || jc.startsWith(u"*ST"_s) ? 0.05 : 0.1;
+}
+
+QString amountWords(double amount) {
+    constexpr double myriad = 1e4;
+    constexpr double hundredMillion = 1e8;
+    if (std::abs(amount) >= hundredMillion) {
+        return QString::number(amount / hundredMillion, 'f', 1) + u'亿';
+    }
+    if (std::abs(amount) >= myriad) {
+        return QString::number(amount / myriad, 'f', 1) + u'万';
+    }
+    return QString::number(amount, 'f', 0);
+}
+
+}  // namespace guanchao
