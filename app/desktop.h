@@ -1,6 +1,7 @@
 // What the desktop offers to the main window alone.
 #pragma once
 
+#include "platform/colour_scheme.h"
 #include "platform/notifier.h"
 #include "platform/sound.h"
 #include "utilities/shell_link.h"
@@ -13,6 +14,7 @@ struct Desktop {
     Sound& sound;
     Notifier& notifier;
     LauncherFolders launcherFolders;
+    ColourScheme* colours = nullptr;  // of a desktop that has one
 };
 
 }  // namespace guanchao

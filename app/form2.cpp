@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/auto_update.h"
+#include "app/looks_menu.h"
 #include "app/start_questions.h"
 #include "app/startup.h"
 #include "base/pause.h"
@@ -154,6 +155,9 @@ void Form2::connectAlarms() {
         new AutoUpdate(*ui_->menuHangqing, environment_.applicationFolder + u"界面.ini"_s,
                        environment_.clock, [this] { updateByItself(); });
     autoUpdate->setParent(this);
+    auto* looks = new LooksMenu(*ui_->menuGongju, environment_.applicationFolder + u"界面.ini"_s,
+                                desktop_.colours);
+    looks->setParent(this);
 }
 
 void Form2::connectTimers() {
@@ -460,6 +464,14 @@ void Form2::Timer4_Timer() {
     if (!versionChecks_.running()) {
         versionChecks_.start(
             [this](std::stop_token stop) { return versionCheck_.run(windowTitle(), stop); });
+    }
+}
+
+// The words of the band are of colours that the sheet has chosen.
+void Form2::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && marketBand_) {
+        marketBand_->refresh();
     }
 }
 

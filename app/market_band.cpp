@@ -1,7 +1,9 @@
 #include "app/market_band.h"
 
+#include <QApplication>
 #include <chrono>
 
+#include "base/contrast.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "grid/colours.h"
@@ -32,7 +34,11 @@ MarketNow readMarket(const StoreFile& mainStore) {
 }
 
 QString coloured(const QString& words, double sign) {
-    const Colour colour = sign > 0 ? riseColour : sign < 0 ? fallColour : textColour;
+    const Colour ground = QApplication::palette().color(QPalette::Window).rgb() & 0xFFFFFF;
+    const Colour colour = readableOn(sign > 0   ? riseColour
+                                     : sign < 0 ? fallColour
+                                                : textColour,
+                                     ground);
     return u"<span style=\"color:#%1\">%2</span>"_s.arg(colour, 6, 16, QChar(u'0')).arg(words);
 }
 

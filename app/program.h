@@ -11,6 +11,7 @@
 #include "frame/open_windows.h"
 #include "market/mean_volume.h"
 #include "platform/desktop/desktop_clipboard.h"
+#include "platform/desktop/desktop_colour_scheme.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/desktop_notifier.h"
 #include "platform/desktop/desktop_processes.h"
@@ -61,6 +62,7 @@ private:
     DesktopShell shell_;
     DesktopSound sound_;
     DesktopNotifier notifier_;
+    DesktopColourScheme colourScheme_;
     DesktopClipboard clipboard_;
     DesktopProcesses processes_{folder_};
     DesktopTray desktopTray_;
@@ -76,7 +78,8 @@ private:
     // From the load on: what a user does while another program holds a store is refused, not waited
     // for by the whole window.
     std::optional<Connection::BusyTimeout> brief_;
-    Form2 form2_{environment_, windows_, {tray_, sound_, notifier_, userLauncherFolders()}};
+    Form2 form2_{
+        environment_, windows_, {tray_, sound_, notifier_, userLauncherFolders(), &colourScheme_}};
 };
 
 }  // namespace guanchao

@@ -9,6 +9,7 @@
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
+#include "frame/looks.h"
 #include "store/failure.h"
 
 namespace guanchao {
@@ -43,6 +44,7 @@ int CollectorProgram::run() {
 
 void CollectorProgram::begin(const QString& word) {
     const Activity activity(u"开始采集"_s);
+    applyLooks(application_, keptLooks(folder_ + u"界面.ini"_s));
     order_ = readRunOrder(stores_.heat, clock_);
     lockStore();
     settings_ = readCollectorSettings(folder_ + u"caijiqi.ini"_s);

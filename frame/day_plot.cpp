@@ -12,16 +12,14 @@
 #include <limits>
 #include <utility>
 
+#include "base/contrast.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QColor ground(20, 21, 24);
-const QColor gridLines(58, 62, 69);
-const QColor words(192, 192, 192);
-const QColor box(48, 52, 58, 235);
 constexpr double thickness = 2;
 constexpr int dotRadius = 4;
 constexpr int boxPadding = 6;
@@ -41,10 +39,9 @@ void putTicksAtWholeNumbers(QValueAxis& axis) {
     }
 }
 
-void styleAxis(QAbstractAxis& axis) {
-    axis.setLabelsColor(words);
-    axis.setGridLineColor(gridLines);
-    axis.setLinePenColor(gridLines);
+QColor onGround(const QColor& colour, const QPalette& palette) {
+    return QColor::fromRgb(
+        readableOn(colour.rgb() & 0xFFFFFF, palette.base().color().rgb() & 0xFFFFFF));
 }
 
 }  // namespace
@@ -64,29 +61,27 @@ DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidg
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumHeight(160);
+    showColours();
     showDays({});
 }
 
 void DayPlot::buildChart() {
     dayAxis_->setFormat(dayFormat);
-    styleAxis(*dayAxis_);
     chart()->addAxis(dayAxis_, Qt::AlignBottom);
-    chart()->setBackgroundBrush(ground);
     chart()->setBackgroundRoundness(0);
     chart()->layout()->setContentsMargins(0, 0, 0, 0);
     chart()->setMargins({4, 4, 12, 4});
-    chart()->legend()->setLabelColor(words);
     chart()->legend()->setAlignment(Qt::AlignTop);
 }
 
 void DayPlot::addLine(const PlotLine& line, const QString& labelFormat) {
     auto* series = new QLineSeries(this);
     series->setName(line.name);
-    series->setPen(QPen(line.colour, thickness));
     chart()->addSeries(series);
     series->attachAxis(dayAxis_);
     series->attachAxis(axisOf(line.axis, labelFormat));
     lines_ << series;
+    colours_ << line.colour;
 }
 
 QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
@@ -94,7 +89,6 @@ QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
     if (!axis) {
         axis = new QValueAxis(this);
         axis->setLabelFormat(labelFormat);
-        styleAxis(*axis);
         axis->setGridLineVisible(side == PlotAxis::left);
         chart()->addAxis(axis, side == PlotAxis::left ? Qt::AlignLeft : Qt::AlignRight);
     }
@@ -102,7 +96,29 @@ QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
 }
 
 void DayPlot::setLineColour(int line, const QColor& colour) {
-    lines_[line]->setPen(QPen(colour, thickness));
+    colours_[line] = colour;
+    lines_[line]->setPen(QPen(onGround(colour, palette()), thickness));
+}
+
+void DayPlot::showColours() {
+    chart()->setBackgroundBrush(palette().base());
+    chart()->legend()->setLabelColor(palette().color(QPalette::Text));
+    for (QAbstractAxis* axis : chart()->axes()) {
+        axis->setLabelsColor(palette().color(QPalette::Text));
+        axis->setGridLineColor(palette().color(QPalette::Mid));
+        axis->setLinePenColor(palette().color(QPalette::Mid));
+    }
+    for (int line = 0; line < lines_.size(); ++line) {
+        setLineColour(line, colours_[line]);
+    }
+}
+
+void DayPlot::changeEvent(QEvent* event) {
+    QChartView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        showColours();
+        showDays(QList<DayValues>(days_));
+    }
 }
 
 void DayPlot::showDays(const QList<DayValues>& days) {
@@ -228,7 +244,7 @@ void DayPlot::drawForeground(QPainter* painter, const QRectF& rect) {
     }
     const QRectF area = chart()->plotArea();
     const qreal x = chart()->mapToPosition({moment(days_[chosen_].day), 0}, lines_.first()).x();
-    painter->setPen(QPen(words, 1, Qt::DashLine));
+    painter->setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
     painter->drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
     drawDots(*painter);
     drawWords(*painter, x);
@@ -254,10 +270,10 @@ void DayPlot::drawWords(QPainter& painter, qreal x) {
     label.moveTop(area.top() + boxPadding);
     label.moveLeft(std::clamp(x + boxPadding, area.left(),
                               std::max(area.left(), area.right() - label.width())));
-    painter.setPen(gridLines);
-    painter.setBrush(box);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.setBrush(palette().button());
     painter.drawRoundedRect(label, 3, 3);
-    painter.setPen(words);
+    painter.setPen(palette().color(QPalette::Text));
     painter.drawText(label, Qt::AlignCenter, chosenText());
 }
 

@@ -40,7 +40,10 @@ public:
 
 protected:
     void setLineVisible(int line, bool visible) { lines_[line]->setVisible(visible); }
+    // A colour for a dark ground.
     void setLineColour(int line, const QColor& colour);
+
+    void changeEvent(QEvent* event) override;
 
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
@@ -49,6 +52,7 @@ protected:
 
 private:
     void buildChart();
+    void showColours();
     void addLine(const PlotLine& line, const QString& labelFormat);
     QValueAxis* axisOf(PlotAxis side, const QString& labelFormat);
     void showLine(qsizetype line);
@@ -63,6 +67,7 @@ private:
     QValueAxis* left_ = nullptr;
     QValueAxis* right_ = nullptr;
     QList<QLineSeries*> lines_;         // the first part of each
+    QList<QColor> colours_;             // of the lines, on a dark ground
     QList<QLineSeries*> furtherParts_;  // behind a break
     QList<DayValues> days_;
     qsizetype chosen_ = -1;

@@ -95,11 +95,10 @@ public:
         QSettings settings(iniPath_, QSettings::IniFormat);
         settings.beginGroup(groupOf(window_));
         for (QWidget* it : window_.findChildren<QWidget*>()) {
-            const QVariant kept = settings.value(it->objectName());
             if (auto* control = dynamic_cast<KeptControl*>(it)) {
-                control->showKept(kept.toMap());
+                control->showKept(settings.value(it->objectName()).toMap());
             } else if (auto* splitter = qobject_cast<QSplitter*>(it)) {
-                splitter->restoreState(kept.toByteArray());
+                splitter->restoreState(settings.value(it->objectName()).toByteArray());
             }
         }
         return window_.restoreGeometry(settings.value(u"位置"_s).toByteArray());

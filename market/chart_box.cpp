@@ -32,6 +32,7 @@ void ChartBox::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(contentsRect(), picture_);
     if (picture_.isNull()) {
+        painter.setPen(Qt::lightGray);  // on black, as the pictures are
         painter.drawText(contentsRect(), Qt::AlignCenter,
                          isLoading_ ? u"正在载入走势图…"_s : u"没有走势图"_s);
     }

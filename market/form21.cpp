@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "base/contrast.h"
 #include "base/values.h"
 #include "market/form11.h"
 #include "ui_form21.h"
@@ -19,7 +20,8 @@ const QString loadingWords = u"正在读取…"_s;
 
 void setColour(QLabel& label, Colour colour) {
     QPalette palette = label.palette();
-    palette.setColor(QPalette::WindowText, QColor::fromRgb(colour));
+    const std::uint32_t ground = QApplication::palette().color(QPalette::Window).rgb() & 0xFFFFFF;
+    palette.setColor(QPalette::WindowText, QColor::fromRgb(readableOn(colour, ground)));
     label.setPalette(palette);
 }
 
