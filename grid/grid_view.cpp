@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
@@ -30,11 +31,13 @@ struct SheetColours {
     explicit SheetColours(Sheet sheet)
         : table(colourOf(sheet, u"table"_s).rgb() & 0xFFFFFF),
           marked(colourOf(sheet, u"marked"_s).rgb() & 0xFFFFFF),
+          beside(colourOf(sheet, u"hovered"_s).rgb() & 0xFFFFFF),
           cell(colourOf(sheet, u"cell"_s).rgb() & 0xFFFFFF) {}
 
     Colour table;
     Colour marked;
-    Colour cell;  // of words without a colour of their own
+    Colour beside;  // of rows that are selected beside the marked one
+    Colour cell;    // of words without a colour of their own
 };
 
 const SheetColours& sheetColours() {
@@ -43,7 +46,8 @@ const SheetColours& sheetColours() {
     return shownSheet() == Sheet::dark ? dark : light;
 }
 
-// Puts the cell's own colour and font under the text, on a marked row too.
+// Puts the cell's own colour and font under the text, on a selected row too. Rows that are selected
+// beside the marked one stand out half as much.
 class CellDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -57,6 +61,9 @@ protected:
         const QColor colour = toColor(own.isValid() ? own.toUInt() : sheetColours().cell);
         option->palette.setColor(QPalette::Text, colour);
         option->palette.setColor(QPalette::HighlightedText, colour);
+        if (index.row() + 1 != grid.markedRow()) {
+            option->palette.setColor(QPalette::Highlight, toColor(sheetColours().beside));
+        }
         const QVariant ground = index.data(ResultGrid::BackColourRole);
         if (ground.isValid()) {
             // A marked row shows its mark, and the colour moves from the ground into the text.
@@ -94,7 +101,7 @@ GridView::GridView(QWidget* parent)
     : QTableView(parent), sort_(*horizontalHeader()), widths_(*this) {
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setWordWrap(false);
     setHorizontalScrollMode(ScrollPerPixel);
@@ -169,20 +176,56 @@ void GridView::showFill() {
     showMark();
 }
 
-// A fill leaves the view where the user has scrolled it.
+// A fill leaves the view where the user has scrolled it. Rows that are selected beside the marked
+// one stay so.
 void GridView::showMark() {
     setAutoScroll(false);
-    if (grid_->markedRow() > 0) {
-        selectRow(grid_->markedRow() - 1);
-    } else {
+    const int marked = grid_->markedRow();
+    if (marked == 0) {
         clearSelection();
         if (!currentIndex().isValid()) {
             // Keys need a current cell.
-            selectionModel()->setCurrentIndex(model()->index(std::max(rowAt(0), 0), 0),
+            selectionModel()->setCurrentIndex(indexInRow(std::max(rowAt(0), 0) + 1),
                                               QItemSelectionModel::NoUpdate);
         }
+    } else if (!isSelected(marked)) {
+        setCurrentIndex(indexInRow(marked));
+    } else if (rowAtIndex(currentIndex()) != marked) {
+        selectionModel()->setCurrentIndex(indexInRow(marked), QItemSelectionModel::NoUpdate);
     }
     setAutoScroll(true);
+}
+
+// In the first column that is in sight.
+QModelIndex GridView::indexInRow(int row) const {
+    return model()->index(row - 1, std::max(columnAt(0), 0));
+}
+
+bool GridView::isSelected(int row) const {
+    return selectionModel()->isSelected(model()->index(row - 1, 0));
+}
+
+// A row that the user takes out of the selection is the chosen one no longer, unless none is left.
+int GridView::selectedInsteadOf(int row) const {
+    if (row == 0 || isSelected(row) || !selectionModel()->hasSelection()) {
+        return row;
+    }
+    const int marked = grid_->markedRow();
+    return marked > 0 && isSelected(marked) ? marked
+                                            : selectionModel()->selection().last().bottom() + 1;
+}
+
+// A key chooses the row that it reaches, with Ctrl too, and with Shift all on the way; the program
+// itself chooses one row, whatever keys are held.
+QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const {
+    const auto* key =
+        event && event->type() == QEvent::KeyPress ? static_cast<const QKeyEvent*>(event) : nullptr;
+    if (key && key->modifiers() & Qt::ShiftModifier) {
+        return QItemSelectionModel::SelectCurrent | QItemSelectionModel::Rows;
+    }
+    return !event || key ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                         : QTableView::selectionCommand(index, event);
 }
 
 // The menu opens on the row that is chosen, though a part of what that brings may fail.
@@ -217,7 +260,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     pressedIndex_ = indexAt(event->position().toPoint());
     const int row = rowAtIndex(pressedIndex_);
     QTableView::mousePressEvent(event);
-    choose(row, By::mouse,
+    choose(selectedInsteadOf(row), By::mouse,
            event->button() == Qt::RightButton ? std::optional(event->globalPosition().toPoint())
                                               : std::nullopt);
 }
@@ -233,7 +276,8 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
     showMark();
     const QModelIndex index = indexAt(event->position().toPoint());
     const QModelIndex pressed = std::exchange(pressedIndex_, QModelIndex());
-    if (event->button() == Qt::LeftButton && index.isValid() && index == pressed) {
+    const bool chosen = rowAtIndex(index) == grid_->markedRow();
+    if (event->button() == Qt::LeftButton && index.isValid() && index == pressed && chosen) {
         emit rowClicked(rowAtIndex(index));
     }
 }
@@ -256,9 +300,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTableView::keyPressEvent(event);
-    const QModelIndexList selected = selectionModel()->selectedRows();
-    if (!selected.isEmpty() && rowAtIndex(selected.first()) != grid_->markedRow()) {
-        choose(rowAtIndex(selected.first()), By::keys);
+    const int row = rowAtIndex(currentIndex());
+    if (row > 0 && row != grid_->markedRow() && isSelected(row)) {
+        choose(row, By::keys);
         keysRest_.start(0);
     }
 }

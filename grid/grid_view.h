@@ -1,6 +1,7 @@
 // The one view of result grids. Rows in its signals count as in the grid: row 0 is the header. The
-// grid's own colours, widths and tool tip show. The row that keys or mouse choose is the grid's
-// marked one, and no other stands as chosen.
+// grid's own colours, widths and tool tip show. The row that keys or mouse choose last is the
+// grid's marked one, on which commands act; more rows can be selected beside it, which stand out
+// less.
 #pragma once
 
 #include <QMenu>
@@ -58,7 +59,7 @@ signals:
     void rowChosen(int row, GridView::By by);
     // Keys have moved the choice to the row and rest there.
     void rowReached(int row);
-    // A click of the left button, or Enter on the current row.
+    // A click of the left button on a row that is then the marked one, or Enter on that.
     void rowClicked(int row);
     // Enter alone.
     void enterPressed(int row);
@@ -75,10 +76,15 @@ protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 
 private:
     bool isEmpty() const { return grid_ && grid_->cols() == 1 && grid_->rows() == 1; }
     int rowAtIndex(const QModelIndex& index) const { return index.isValid() ? index.row() + 1 : 0; }
+    QModelIndex indexInRow(int row) const;
+    bool isSelected(int row) const;
+    int selectedInsteadOf(int row) const;
     void connectHeader();
     void showFill();
     void showMark();

@@ -67,10 +67,16 @@ protected:
                    : QString();
     }
 
-    int selectedRow() const {
-        const QModelIndexList rows = view_.selectionModel()->selectedRows();
-        return rows.isEmpty() ? 0 : rows.first().row() + 1;
+    QList<int> selectedRows() const {
+        QList<int> rows;
+        for (const QModelIndex& it : view_.selectionModel()->selectedRows()) {
+            rows << it.row() + 1;
+        }
+        std::sort(rows.begin(), rows.end());
+        return rows;
     }
+    // 0 unless it is one.
+    int selectedRow() const { return selectedRows().size() == 1 ? selectedRows().first() : 0; }
 
     QString markedName() { return grid_.textMatrix(grid_.markedRow(), 1); }
 
@@ -173,6 +179,80 @@ TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
     QApplication::processEvents();
     ASSERT_EQ(reached.size(), 1) << "keys that follow each other at once are one way";
     EXPECT_EQ(reached.first().first().toInt(), 3);
+}
+
+TEST_F(GridViewTest, TheRowChosenLastIsTheMarkedOneOfThoseThatAreSelected) {
+    fill({u"甲"_s, u"乙"_s, u"丙"_s, u"丁"_s, u"戊"_s});
+    view_.setSortable();
+    view_.setRowMenu(menu_);
+    menu_.addAction(u"删除"_s);
+    QSignalSpy clicks(&view_, &GridView::rowClicked);
+    const auto click = [&](int row, Qt::KeyboardModifiers keys,
+                           Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(view_.viewport(), button, keys, cellOf(view_, row, 1));
+        closeMenu();
+    };
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers keys) {
+        QTest::keyClick(&view_, key, keys);
+    };
+    const auto all = [&] { press(Qt::Key_A, Qt::ControlModifier); };
+    const struct {
+        const char* name;
+        std::function<void()> act;
+        QList<int> rows;
+        int marked;
+        bool isClick;
+    } acts[] = {
+        {"nothing yet, Ctrl+A", all, {1, 2, 3, 4, 5}, 1, false},
+        {"a plain click", [&] { click(2, {}); }, {2}, 2, true},
+        {"Shift and a click", [&] { click(4, Qt::ShiftModifier); }, {2, 3, 4}, 4, true},
+        {"Ctrl and a click", [&] { click(1, Qt::ControlModifier); }, {1, 2, 3, 4}, 1, true},
+        {"which takes a row out", [&] { click(3, Qt::ControlModifier); }, {1, 2, 4}, 1, false},
+        {"the marked one too", [&] { click(1, Qt::ControlModifier); }, {2, 4}, 4, false},
+        {"the menu of one of them", [&] { click(2, {}, Qt::RightButton); }, {2, 4}, 2, false},
+        {"the menu of another row", [&] { click(5, {}, Qt::RightButton); }, {5}, 5, false},
+        {"the last one out", [&] { click(5, Qt::ControlModifier); }, {5}, 5, true},
+        {"an arrow", [&] { press(Qt::Key_Up, {}); }, {4}, 4, false},
+        {"Shift and an arrow", [&] { press(Qt::Key_Up, Qt::ShiftModifier); }, {3, 4}, 3, false},
+        {"Shift and home",
+         [&] { press(Qt::Key_Home, Qt::ShiftModifier | Qt::ControlModifier); },
+         {1, 2, 3, 4},
+         1,
+         false},
+        {"another row by the program", [&] { grid_.biaoji(5); }, {5}, 5, false},
+        {"Shift goes on from there",
+         [&] { press(Qt::Key_Up, Qt::ShiftModifier); },
+         {4, 5},
+         4,
+         false},
+        {"Ctrl and an arrow", [&] { press(Qt::Key_Down, Qt::ControlModifier); }, {5}, 5, false},
+        {"Ctrl+A", all, {1, 2, 3, 4, 5}, 5, false},
+        {"a click on one of all", [&] { click(3, {}); }, {3}, 3, true},
+        {"and its neighbour", [&] { click(4, Qt::ShiftModifier); }, {3, 4}, 4, true},
+        {"sorted",
+         [&] {
+             clickHeader(view_, 2);
+             clickHeader(view_, 2);
+         },
+         {2, 3},
+         2,
+         false},
+        {"filled anew",
+         [&] {
+             fill({u"甲"_s, u"丙"_s, u"丁"_s});
+         },
+         {3},
+         3,
+         false},
+    };
+    for (const auto& it : acts) {
+        clicks.clear();
+        it.act();
+        EXPECT_EQ(selectedRows(), it.rows) << it.name;
+        EXPECT_EQ(grid_.markedRow(), it.marked) << it.name;
+        EXPECT_EQ(view_.currentIndex().row() + 1, it.marked) << it.name;
+        EXPECT_EQ(clicks.size(), it.isClick ? 1 : 0) << it.name;
+    }
 }
 
 TEST_F(GridViewTest, TheMarkStaysWithItsItemAndTheViewWhereItWas) {
