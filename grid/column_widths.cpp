@@ -4,6 +4,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
+#include "grid/amounts.h"
 #include "grid/twips.h"
 
 namespace guanchao {
@@ -41,6 +42,14 @@ QString longestKey(const ResultGrid& grid, int col) {
     return longest(grid, col, [&](int row) { return isKey(grid, row, col); });
 }
 
+// Of the column's amounts, those that are painted as they are.
+QString longestSmallAmount(const ResultGrid& grid, int col) {
+    return longest(grid, col, [&](int row) {
+        const std::optional<double> number = grid.number(row, col);
+        return number && !hasShortForm(*number);
+    });
+}
+
 QString longestText(const ResultGrid& grid, int col) {
     return longest(grid, col, [](int) { return true; });
 }
@@ -61,7 +70,10 @@ void ColumnWidths::apply(const ResultGrid& grid) {
     for (int col = 0; col < grid.cols(); ++col) {
         view_.setColumnWidth(col, widthOf(grid, col));
     }
-    textsOfLast_ = widthOfText(grid, grid.cols() - 1, longestText(grid, grid.cols() - 1));
+    const int last = grid.cols() - 1;
+    textsOfLast_ = isAmount(grid.textMatrix(0, last))
+                       ? widthOfKeys(grid, last)
+                       : widthOfText(grid, last, longestText(grid, last));
     widenLast(grid);
 }
 
@@ -112,6 +124,10 @@ int ColumnWidths::widthOf(const ResultGrid& grid, int col) const {
 }
 
 int ColumnWidths::widthOfKeys(const ResultGrid& grid, int col) const {
+    if (isAmount(grid.textMatrix(0, col))) {
+        return std::max(widthOfText(grid, col, widestShortAmount),
+                        widthOfText(grid, col, longestSmallAmount(grid, col)));
+    }
     return widthOfText(grid, col, longestKey(grid, col));
 }
 

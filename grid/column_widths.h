@@ -1,6 +1,7 @@
-// The widths of the columns of a grid's view, in pixels: those of the grid, wider where a number, a
-// code or a moment needs it, and the last one where its texts need it and the view has room. A
-// column that the user has drawn keeps that width in every later fill and run, known by its header.
+// The widths of the columns of a grid's view, in pixels: those of the grid, wider where a number as
+// it is painted, a code or a moment needs it, and the last one where its texts need
+// it and the view has room. A column that the user has drawn keeps that width in every later fill
+// and run, known by its header.
 #pragma once
 
 #include <QHash>

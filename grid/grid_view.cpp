@@ -7,95 +7,17 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
-#include <QStyledItemDelegate>
 #include <utility>
 
-#include "base/contrast.h"
 #include "base/values.h"
-#include "frame/looks.h"
+#include "grid/cell_delegate.h"
 #include "grid/twips.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr int rowPadding = 6;
-
-QColor toColor(Colour colour) {
-    return QColor::fromRgb(colour);
-}
-
-struct SheetColours {
-    explicit SheetColours(Sheet sheet)
-        : table(colourOf(sheet, u"table"_s).rgb() & 0xFFFFFF),
-          marked(colourOf(sheet, u"marked"_s).rgb() & 0xFFFFFF),
-          beside(colourOf(sheet, u"hovered"_s).rgb() & 0xFFFFFF),
-          cell(colourOf(sheet, u"cell"_s).rgb() & 0xFFFFFF) {}
-
-    Colour table;
-    Colour marked;
-    Colour beside;  // of rows that are selected beside the marked one
-    Colour cell;    // of words without a colour of their own
-};
-
-const SheetColours& sheetColours() {
-    static const SheetColours dark(Sheet::dark);
-    static const SheetColours light(Sheet::light);
-    return shownSheet() == Sheet::dark ? dark : light;
-}
-
-// Puts the cell's own colour and font under the text, on a selected row too. Rows that are selected
-// beside the marked one stand out half as much.
-class CellDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const auto& grid = static_cast<const ResultGrid&>(*index.model());
-        option->font = fontOf(grid, index.column(), option->font);
-        const QVariant own = index.data(ResultGrid::ColourRole);
-        const QColor colour = toColor(own.isValid() ? own.toUInt() : sheetColours().cell);
-        option->palette.setColor(QPalette::Text, colour);
-        option->palette.setColor(QPalette::HighlightedText, colour);
-        if (index.row() + 1 != grid.markedRow()) {
-            option->palette.setColor(QPalette::Highlight, toColor(sheetColours().beside));
-        }
-        const QVariant ground = index.data(ResultGrid::BackColourRole);
-        if (ground.isValid()) {
-            // A marked row shows its mark, and the colour moves from the ground into the text.
-            option->backgroundBrush = toColor(ground.toUInt());
-            const bool darkens = !own.isValid() && isLight(ground.toUInt());
-            option->palette.setColor(QPalette::Text, darkens ? toColor(darkTextColour) : colour);
-            option->palette.setColor(QPalette::HighlightedText, toColor(ground.toUInt()));
-        }
-        makeReadable(option->palette, ground.isValid() ? ground.toUInt() : sheetColours().table);
-    }
-
-private:
-    // The grids tell colours for a dark ground.
-    void makeReadable(QPalette& palette, Colour ground) const {
-        for (const auto& [role, under] :
-             {std::pair(QPalette::Text, ground),
-              std::pair(QPalette::HighlightedText, sheetColours().marked)}) {
-            palette.setColor(role, toColor(readable(palette.color(role).rgb() & 0xFFFFFF, under)));
-        }
-    }
-
-    Colour readable(Colour colour, Colour ground) const {
-        const quint64 pair = quint64{colour} << 32 | ground;
-        const auto known = readable_.constFind(pair);
-        return known != readable_.cend() ? *known
-                                         : *readable_.insert(pair, readableOn(colour, ground));
-    }
-
-    mutable QHash<quint64, Colour> readable_;  // by colour and ground
-};
-
-}  // namespace
+static constexpr int rowPadding = 6;
 
 GridView::GridView(QWidget* parent)
     : QTableView(parent), sort_(*horizontalHeader()), widths_(*this) {

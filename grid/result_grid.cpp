@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "base/values.h"
+#include "grid/amounts.h"
 
 namespace guanchao {
 
@@ -373,6 +374,10 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
                             (it.alignment == CellAlignment::right || number(row, index.column())
                                  ? Qt::AlignRight
                                  : Qt::AlignLeft));
+        case Qt::ToolTipRole:
+            return shortAmount(*this, row, index.column())
+                       ? QVariant(textMatrix(row, index.column()))
+                       : QVariant();
         case ColourRole:
             return it.coloured ? QVariant(Colour(it.colour)) : QVariant();
         case BackColourRole:

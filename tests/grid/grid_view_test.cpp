@@ -1,9 +1,12 @@
 // The view of result grids under real keys and a real mouse.
 #include "grid/grid_view.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <vector>
 
 #include "tests/support/grid_texts.h"
@@ -294,6 +297,30 @@ TEST_F(GridViewTest, AColumnThatTheUserHasDrawnKeepsItsWidth) {
     fill({u"甲"_s, u"乙"_s});
     view_.resize(600, 300);
     EXPECT_EQ(view_.columnWidth(3), last) << "the last one too";
+}
+
+TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {
+    grid_.setTextMatrix(0, 2, u"成交额"_s);
+    grid_.setReal(1, 2, 2341000000.5);
+    grid_.setTextMatrix(1, 3, u"23.41亿"_s);
+    grid_.setAlignment(1, 3, CellAlignment::right);
+    grid_.setColWidths({});
+    const QFontMetrics metrics(view_.font());
+    EXPECT_LT(view_.columnWidth(2), metrics.horizontalAdvance(u"2341000000.50"_s))
+        << "as wide as what is painted";
+    view_.setColumnWidth(2, 100);
+    view_.setColumnWidth(3, 100);
+    const auto picture = [this](int col) {
+        return view_.viewport()->grab(view_.visualRect(grid_.index(0, col))).toImage();
+    };
+    EXPECT_EQ(picture(2), picture(3));
+    const QPoint place = cellOf(view_, 1, 2);
+    QHelpEvent help(QEvent::ToolTip, place, view_.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(view_.viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), u"2341000000.50"_s);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&view_)->tableInterface()->cellAt(0, 2)->text(
+                  QAccessible::Name),
+              u"2341000000.50"_s);
 }
 
 TEST_F(GridViewTest, NumbersCodesAndMomentsAreNeverCutShort) {

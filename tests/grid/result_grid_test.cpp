@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/values.h"
+#include "grid/amounts.h"
 #include "grid/sorting.h"
 #include "grid/tianchongbiao.h"
 #include "tests/support/store_test.h"
@@ -88,6 +89,31 @@ TEST(Sorting, NumbersStandBeforeTextsAndEqualsKeepTheirOrder) {
     grid.setInteger(2, 0, 10);
     EXPECT_EQ(sortedRows(grid, 0, SortCode::textAscending), (std::vector<int>{2, 4, 3, 5, 1}));
     EXPECT_EQ(sortedRows(grid, 0, SortCode::textDescending), (std::vector<int>{1, 3, 5, 4, 2}));
+}
+
+TEST(Amounts, FourDigitsAndTheirUnit) {
+    const struct {
+        double number;
+        QString text;
+    } cases[] = {
+        {0, {}},
+        {9999.99, {}},
+        {-9999, {}},
+        {10000, u"1.000万"_s},
+        {8912345, u"891.2万"_s},
+        {99994, u"9.999万"_s},
+        {99996, u"10.00万"_s},
+        {9999499, u"999.9万"_s},
+        {9999600, u"1000万"_s},
+        {99994999, u"9999万"_s},
+        {99995000, u"1.000亿"_s},
+        {2341000000.5, u"23.41亿"_s},
+        {-2341000000.5, u"-23.41亿"_s},
+        {1234567890123, u"12346亿"_s},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(shortAmount(it.number).value_or(QString()), it.text) << it.number;
+    }
 }
 
 TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
