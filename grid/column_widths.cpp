@@ -70,7 +70,7 @@ void ColumnWidths::apply(const ResultGrid& grid) {
     for (int col = 0; col < grid.cols(); ++col) {
         view_.setColumnWidth(col, widthOf(grid, col));
     }
-    const int last = grid.cols() - 1;
+    const int last = lastShown(grid);
     textsOfLast_ = isAmount(grid.textMatrix(0, last))
                        ? widthOfKeys(grid, last)
                        : widthOfText(grid, last, longestText(grid, last));
@@ -80,13 +80,21 @@ void ColumnWidths::apply(const ResultGrid& grid) {
 // A text is cut at the edge of the view, not before it.
 void ColumnWidths::widenLast(const ResultGrid& grid) {
     const QScopedValueRollback applying(applying_, true);
-    const int last = grid.cols() - 1;
+    const int last = lastShown(grid);
     if (drawn_.contains(grid.textMatrix(0, last))) {
         return;
     }
     const int others = view_.horizontalHeader()->length() - view_.columnWidth(last);
     const int room = view_.viewport()->width() - others;
     view_.setColumnWidth(last, std::max(widthOf(grid, last), std::min(textsOfLast_, room)));
+}
+
+int ColumnWidths::lastShown(const ResultGrid& grid) const {
+    int last = grid.cols() - 1;
+    while (last > 0 && view_.isColumnHidden(last)) {
+        --last;
+    }
+    return last;
 }
 
 void ColumnWidths::sectionResized(const ResultGrid& grid, int col, int width) {

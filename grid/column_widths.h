@@ -1,5 +1,5 @@
 // The widths of the columns of a grid's view, in pixels: those of the grid, wider where a number as
-// it is painted, a code or a moment needs it, and the last one where its texts need
+// it is painted, a code or a moment needs it, and the last one that is shown where its texts need
 // it and the view has room. A column that the user has drawn keeps that width in every later fill
 // and run, known by its header.
 #pragma once
@@ -22,11 +22,15 @@ public:
     // Called for each change of a width: one that this class hasn't made is the user's.
     void sectionResized(const ResultGrid& grid, int col, int width);
 
+    // The drawn ones are as wide as the others again, from the next apply on.
+    void forgetDrawn() { drawn_.clear(); }
+
     // The drawn ones, "header=width" each.
     QStringList kept() const;
     void setKept(const QStringList& widths);
 
 private:
+    int lastShown(const ResultGrid& grid) const;
     int widthOf(const ResultGrid& grid, int col) const;
     int widthOfKeys(const ResultGrid& grid, int col) const;
     int widthOfText(const ResultGrid& grid, int col, const QString& text) const;

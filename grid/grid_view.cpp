@@ -20,7 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 static constexpr int rowPadding = 6;
 
 GridView::GridView(QWidget* parent)
-    : QTableView(parent), sort_(*horizontalHeader()), widths_(*this) {
+    : QTableView(parent), columns_(*this), sort_(*horizontalHeader()), widths_(*this) {
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -47,8 +47,9 @@ void GridView::connectHeader() {
     header->viewport()->installEventFilter(this);
     connect(header, &QHeaderView::sectionClicked, this,
             [this](int col) { sort_.sort(*grid_, col); });
-    connect(header, &QHeaderView::sectionResized, this, [this](int col, int, int width) {
-        if (grid_) {
+    connect(header, &QHeaderView::sectionResized, this, [this](int col, int former, int width) {
+        const bool appearsOrGoes = former == 0 || width == 0;
+        if (grid_ && !appearsOrGoes) {
             widths_.sectionResized(*grid_, col, width);
         }
     });
@@ -75,14 +76,15 @@ int GridView::pixels(int twips) const {
 }
 
 QVariantMap GridView::kept() const {
-    return {{u"列"_s, widths_.kept()}, {u"排序"_s, sort_.kept()}};
+    return {{u"列"_s, widths_.kept()}, {u"隐藏"_s, columns_.kept()}, {u"排序"_s, sort_.kept()}};
 }
 
 void GridView::showKept(const QVariantMap& kept) {
     widths_.setKept(kept.value(u"列"_s).toStringList());
+    columns_.setKept(kept.value(u"隐藏"_s).toStringList());
     sort_.setKept(kept.value(u"排序"_s).toString());
     if (grid_) {
-        widths_.apply(*grid_);
+        showColumns();
         sort_.followFill(*grid_);
     }
 }
@@ -93,9 +95,30 @@ void GridView::scrollToTop(int row) {
 
 void GridView::showFill() {
     horizontalHeader()->setVisible(!isEmpty());
-    widths_.apply(*grid_);
+    showColumns();
     sort_.followFill(*grid_);
     showMark();
+}
+
+// Keys go on in a column that is shown.
+void GridView::showColumns() {
+    columns_.apply(*grid_);
+    widths_.apply(*grid_);
+    if (currentIndex().isValid() && isColumnHidden(currentIndex().column())) {
+        selectionModel()->setCurrentIndex(indexInRow(rowAtIndex(currentIndex())),
+                                          QItemSelectionModel::NoUpdate);
+    }
+}
+
+void GridView::openColumnMenu(const QPoint& place) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    columns_.fillMenu(*menu, *grid_, [this] { showColumns(); });
+    connect(menu->addAction(u"恢复列宽"_s), &QAction::triggered, this, [this] {
+        widths_.forgetDrawn();
+        showColumns();
+    });
+    menu->popup(place);
 }
 
 // A fill leaves the view where the user has scrolled it. Rows that are selected beside the marked
@@ -171,9 +194,13 @@ void GridView::resizeEvent(QResizeEvent* event) {
 }
 
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
-    if (grid_ && watched == horizontalHeader()->viewport() &&
-        event->type() == QEvent::MouseButtonPress) {
-        choose(0, By::mouse);
+    if (grid_ && watched == horizontalHeader()->viewport()) {
+        if (event->type() == QEvent::MouseButtonPress) {
+            choose(0, By::mouse);
+        } else if (event->type() == QEvent::ContextMenu) {
+            openColumnMenu(static_cast<const QContextMenuEvent*>(event)->globalPos());
+            return true;
+        }
     }
     return QTableView::eventFilter(watched, event);
 }

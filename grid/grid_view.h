@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "frame/kept_control.h"
+#include "grid/column_choice.h"
 #include "grid/column_widths.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
@@ -44,7 +45,7 @@ public:
     // widths were chosen.
     int pixels(int twips) const;
 
-    // The widths that the user has drawn, and the order of the rows.
+    // The widths that the user has drawn, the columns that are hidden, and the order of the rows.
     QVariantMap kept() const override;
     void showKept(const QVariantMap& kept) override;
 
@@ -86,12 +87,15 @@ private:
     bool isSelected(int row) const;
     int selectedInsteadOf(int row) const;
     void connectHeader();
+    void openColumnMenu(const QPoint& place);
+    void showColumns();
     void showFill();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
 
     QPointer<ResultGrid> grid_;
     QPointer<QMenu> menu_;
+    ColumnChoice columns_;
     MenuArea menuArea_ = MenuArea::rows;
     HeaderSort sort_;
     ColumnWidths widths_;

@@ -56,6 +56,52 @@ protected:
         QApplication::sendEvent(view_.viewport(), &event);
     }
 
+    // The words of the menu that is open, ticked ones behind a +, those that can't be chosen in
+    // brackets, with the key that it tells.
+    static QString menuWords() {
+        QStringList words;
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        for (const QAction* it : menu ? menu->actions() : QList<QAction*>()) {
+            const QString text = it->isSeparator() ? u"-"_s : it->text();
+            const QString ticked = it->isChecked() ? u"+"_s + text : text;
+            const QString keys = it->shortcut().toString();
+            const QString told = keys.isEmpty() ? ticked : ticked + u' ' + keys;
+            if (it->isVisible()) {
+                words << (it->isEnabled() ? told : u'(' + told + u')');
+            }
+        }
+        return words.join(u'|');
+    }
+
+    // By a click on its entry.
+    static void chooseInMenu(const QString& words) {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (QAction* it : menu->actions()) {
+            if (it->text() == words) {
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(it).center());
+                QApplication::processEvents();
+                return;
+            }
+        }
+        FAIL() << words.toStdString();
+    }
+
+    void openHeaderMenu() {
+        QWidget* header = view_.horizontalHeader()->viewport();
+        const QPoint place(5, 5);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, header->mapToGlobal(place));
+        QApplication::sendEvent(header, &event);
+    }
+
+    QString shownColumns() const {
+        QStringList shown;
+        for (int col = 0; col < 4; ++col) {
+            shown << (view_.isColumnHidden(col) ? QString() : QString::number(col));
+        }
+        return shown.join(QString());
+    }
+
     static bool closeMenu() {
         QWidget* menu = QApplication::activePopupWidget();
         return menu && menu->close();
@@ -297,6 +343,47 @@ TEST_F(GridViewTest, AColumnThatTheUserHasDrawnKeepsItsWidth) {
     fill({u"甲"_s, u"乙"_s});
     view_.resize(600, 300);
     EXPECT_EQ(view_.columnWidth(3), last) << "the last one too";
+}
+
+TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view_));
+    const auto choose = [this](const QString& words) {
+        openHeaderMenu();
+        chooseInMenu(words);
+    };
+    const int own = view_.columnWidth(1);
+    drawColumn(1, 40);
+    openHeaderMenu();
+    EXPECT_EQ(menuWords(), u"+第 1 列|+名称|+涨幅|+日期|-|(全部显示)|恢复列宽"_s);
+    closeMenu();
+    clickCell(view_, 2, 1);
+    for (const QString& it : {u"名称"_s, u"第 1 列"_s, u"日期"_s}) {
+        choose(it);
+    }
+    EXPECT_EQ(shownColumns(), u"2"_s);
+    openHeaderMenu();
+    EXPECT_EQ(menuWords(), u"第 1 列|名称|(+涨幅)|日期|-|全部显示|恢复列宽"_s) << "one stays";
+    closeMenu();
+    QTest::keyClick(&view_, Qt::Key_Down);
+    EXPECT_EQ(selectedRow(), 3);
+    fill({u"甲"_s, u"乙"_s});
+    EXPECT_EQ(shownColumns(), u"2"_s);
+    choose(u"名称"_s);
+    EXPECT_EQ(shownColumns(), u"12"_s);
+    EXPECT_EQ(view_.columnWidth(1), own + 40) << "as it was drawn, not hidden";
+    choose(u"恢复列宽"_s);
+    EXPECT_EQ(view_.columnWidth(1), own);
+    GridView next;
+    next.setGrid(grid_);
+    next.showKept(view_.kept());
+    EXPECT_TRUE(next.isColumnHidden(3) && !next.isColumnHidden(1)) << "in the next run";
+    ResultGrid other;
+    other.setCols(2);
+    other.setTextMatrix(0, 1, u"日期"_s);
+    next.setGrid(other);
+    EXPECT_FALSE(next.isColumnHidden(1)) << "of a table without others";
+    choose(u"全部显示"_s);
+    EXPECT_EQ(shownColumns(), u"0123"_s);
 }
 
 TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {
