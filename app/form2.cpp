@@ -89,7 +89,9 @@ void Form2::setUpControls() {
     }
     ui_->WindowsMediaPlayer1->hide();
     ui_->MSHFlexGrid1->setGrid(themes_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid2->setGrid(stocks_);
+    ui_->MSHFlexGrid2->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(noThemesWords({}));
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);

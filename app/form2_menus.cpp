@@ -12,6 +12,7 @@
 #include "exchange/form35.h"
 #include "exchange/form_restore.h"
 #include "exchange/news_import.h"
+#include "grid/row_menu.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
@@ -39,13 +40,16 @@ void Form2::buildMenus() {
     tuopanmenu_.setObjectName(u"tuopanmenu"_s);
     tuopanmenu_.addActions({ui_->tuopan显示, ui_->停止播放, ui_->tuopanexit});
     leftkuaimenu_.setObjectName(u"leftkuaimenu"_s);
-    leftkuaimenu_.addActions({ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题,
-                              ui_->编辑主题文章, ui_->添加主题监控, ui_->修改关注度,
-                              ui_->全删指定只数的主题});
+    fillRowMenu(leftkuaimenu_,
+                {ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题, ui_->编辑主题文章,
+                 ui_->添加主题监控, ui_->修改关注度, ui_->全删指定只数的主题},
+                {ui_->删除主题, ui_->全删指定只数的主题});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
-    kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->所属全部主题, ui_->deletezhutigu,
-                          ui_->addzhutigu, ui_->操作个股文章, ui_->添加个股监控, ui_->修改相关度,
-                          ui_->添加到自选股, ui_->从自选股删除});
+    fillRowMenu(kuaimenu_,
+                {ui_->当前行情, ui_->F10资料, ui_->所属全部主题, ui_->deletezhutigu,
+                 ui_->addzhutigu, ui_->操作个股文章, ui_->添加个股监控, ui_->修改相关度,
+                 ui_->添加到自选股, ui_->从自选股删除},
+                {ui_->deletezhutigu, ui_->从自选股删除});
 }
 
 void Form2::connectMenus() {

@@ -5,6 +5,7 @@
 
 #include "articles/article_removal.h"
 #include "articles/form26.h"
+#include "grid/row_menu.h"
 #include "ui_form27.h"
 
 namespace guanchao {
@@ -21,6 +22,7 @@ Form27::Form27(Environment& environment, Windows& windows)
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"没有符合条件的文章\n\n点“新建”写一篇"_s);
     first_ = new DateBoxes(*ui_->Combo1, *ui_->Combo2, *ui_->Combo3, this);
     last_ = new DateBoxes(*ui_->Combo4, *ui_->Combo5, *ui_->Combo6, this);
@@ -29,7 +31,8 @@ Form27::Form27(Environment& environment, Windows& windows)
     picker_->hideOnPressOf({this});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
-    kuaimenu_.addActions({ui_->打开文章, ui_->删除本篇, ui_->删除本表, ui_->kkshuaxin});
+    fillRowMenu(kuaimenu_, {ui_->打开文章, ui_->删除本篇, ui_->删除本表, ui_->kkshuaxin},
+                {ui_->删除本篇, ui_->删除本表});
     connectControls();
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
                                            articleWindowPlace, [this] { Form_Load(); });

@@ -59,6 +59,7 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     ui_->setupUi(this);
     setWindowTitle(title + u"--因特网数据采集"_s);
     ui_->itemsGrid->setGrid(grid_);
+    ui_->itemsGrid->allowExport(dialogs, failures);
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
     connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);

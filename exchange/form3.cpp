@@ -39,6 +39,7 @@ void Form3::prepareControls() {
         box->setCompleter(nullptr);
     }
     ui_->MSHFlexGrid1->setGrid(preview_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"点“预   览”，这里列出第一行的结果"_s);
     ui_->progress->hide();
     ui_->stopRun->hide();

@@ -92,6 +92,7 @@ FormRestore::FormRestore(Environment& environment, Windows&)
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->copies->setGrid(grid_);
+    ui_->copies->allowExport(environment_.dialogs, environment_.failures);
     ui_->copies->setHint(u"还没有备份\n\n软件开着时每天自动备份一次"_s);
     connect(ui_->copies, &GridView::rowChosen, this, &FormRestore::showMarked);
     for (const CopiedStore store : allCopied) {

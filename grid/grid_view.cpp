@@ -1,7 +1,9 @@
 #include "grid/grid_view.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,6 +13,7 @@
 
 #include "base/values.h"
 #include "grid/cell_delegate.h"
+#include "grid/table_text.h"
 #include "grid/twips.h"
 
 namespace guanchao {
@@ -40,6 +43,23 @@ GridView::GridView(QWidget* parent)
         }
     });
     connectHeader();
+    addCommands();
+}
+
+void GridView::addCommands() {
+    const auto add = [this](const QString& words, const QList<QKeySequence>& keys) {
+        auto* command = new QAction(words, this);
+        command->setShortcuts(keys);
+        command->setShortcutContext(Qt::WidgetShortcut);
+        command->setShortcutVisibleInContextMenu(true);
+        addAction(command);
+        ownMenu_.addAction(command);
+        return command;
+    };
+    connect(add(u"复制"_s, {QKeySequence::Copy}), &QAction::triggered, this, &GridView::copyRows);
+    exports_ = add(u"导出表格…"_s, {});
+    exports_->setVisible(false);
+    connect(exports_, &QAction::triggered, this, &GridView::exportRows);
 }
 
 void GridView::connectHeader() {
@@ -66,9 +86,16 @@ void GridView::setGrid(ResultGrid& grid) {
     showFill();
 }
 
+void GridView::allowExport(Dialogs& dialogs, Failures& failures) {
+    export_.emplace(dialogs, failures);
+    exports_->setVisible(true);
+}
+
 void GridView::setRowMenu(QMenu& menu, MenuArea area) {
     menu_ = &menu;
     menuArea_ = area;
+    menu.addSeparator();
+    menu.addActions(ownMenu_.actions());
 }
 
 int GridView::pixels(int twips) const {
@@ -238,8 +265,31 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-// Enter does to the current row what a click does.
+void GridView::copyRows() {
+    QList<int> rows;
+    for (int row = 1; grid_ && row < grid_->rows(); ++row) {
+        if (isSelected(row)) {
+            rows << row;
+        }
+    }
+    if (!rows.isEmpty()) {
+        QGuiApplication::clipboard()->setText(copiedText(*grid_, rows, columns_.shown(*grid_)));
+    }
+}
+
+void GridView::exportRows() {
+    if (grid_) {
+        const QString name = accessibleName().replace(u'/', u'-') + u".csv"_s;
+        export_->start(*grid_, name, [this] { return columns_.shown(*grid_); });
+    }
+}
+
+// Enter does to the current row what a click does. The view's own way would copy the current cell.
 void GridView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copyRows();
+        return;
+    }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && currentIndex().isValid()) {
         const int row = rowAtIndex(currentIndex());

@@ -13,6 +13,7 @@
 #include "frame/kept_control.h"
 #include "grid/column_choice.h"
 #include "grid/column_widths.h"
+#include "grid/grid_export.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
 
@@ -37,7 +38,11 @@ public:
     void setSortable(const QStringList& dateWords = {}) { sort_.enable(dateWords); }
     void shareSortOrder(const GridView& other) { sort_.shareOrder(other.sort_); }
 
-    // The menu that the right button or the menu key opens on a row, after the row was chosen.
+    // 导出表格: without this the view has no such command.
+    void allowExport(Dialogs& dialogs, Failures& failures);
+
+    // The menu that the right button or the menu key opens on a row, after the row was chosen. The
+    // view's own commands are put at its end; they are the menu of a view that is given none.
     enum class MenuArea : std::uint8_t { rows, rowsAndGround };
     void setRowMenu(QMenu& menu, MenuArea area = MenuArea::rows);
 
@@ -87,14 +92,19 @@ private:
     bool isSelected(int row) const;
     int selectedInsteadOf(int row) const;
     void connectHeader();
+    void addCommands();
     void openColumnMenu(const QPoint& place);
     void showColumns();
+    void copyRows();
+    void exportRows();
     void showFill();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
 
     QPointer<ResultGrid> grid_;
-    QPointer<QMenu> menu_;
+    QMenu ownMenu_;
+    QPointer<QMenu> menu_ = &ownMenu_;
+    QAction* exports_ = nullptr;
     ColumnChoice columns_;
     MenuArea menuArea_ = MenuArea::rows;
     HeaderSort sort_;
@@ -102,6 +112,7 @@ private:
     QString hint_;
     QModelIndex pressedIndex_;
     QTimer keysRest_;  // up when no further key waits
+    std::optional<GridExport> export_;
 };
 
 }  // namespace guanchao

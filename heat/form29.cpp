@@ -1,5 +1,6 @@
 #include "heat/form29.h"
 
+#include "grid/row_menu.h"
 #include "heat/collector_contract.h"
 #include "heat/commodity_editor.h"
 #include "heat/form5.h"
@@ -45,7 +46,8 @@ void Form29::connectControls() {
 
 void Form29::connectMenu() {
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
-    kuaijiemenu_.addActions({ui_->打开采集网页, ui_->添加商品, ui_->修改商品, ui_->删除商品});
+    fillRowMenu(kuaijiemenu_, {ui_->打开采集网页, ui_->添加商品, ui_->修改商品, ui_->删除商品},
+                {ui_->删除商品});
     ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_, GridView::MenuArea::rowsAndGround);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form29::enableEntries);
     connect(ui_->打开采集网页, &QAction::triggered, this, [this] { openSearchPage(); });

@@ -26,6 +26,7 @@ HeadlinesWindow::HeadlinesWindow(Environment& environment, const QString& keywor
     ui_->setupUi(this);
     setWindowTitle(u"新闻标题　"_s + keyword + u"　"_s + day);
     ui_->headlines->setGrid(grid_);
+    ui_->headlines->allowExport(environment_.dialogs, environment_.failures);
     ui_->headlines->setSortable({u"时间"_s});
     ui_->headlines->setHint(
         u"没有这一天的新闻标题\n\n只有按标题计数的采集（services.ini 的 search 写着"

@@ -21,8 +21,10 @@ void HeatWindow::take(const Controls& controls, const QString& rankingHint) {
     controls.Command9->setIcon(updateIcon());
     controls.Command2->setIcon(searchIcon());
     controls.MSHFlexGrid1->setGrid(rankingGrid_);
+    controls.MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     controls.MSHFlexGrid1->setHint(rankingHint);
     controls.MSHFlexGrid2->setGrid(historyGrid_);
+    controls.MSHFlexGrid2->allowExport(environment_.dialogs, environment_.failures);
     controls.MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
     connectGrids();
     connectButtons();

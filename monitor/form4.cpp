@@ -4,6 +4,7 @@
 #include <QWindow>
 
 #include "base/values.h"
+#include "grid/row_menu.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -35,8 +36,10 @@ Form4::Form4(Environment& environment, Windows& windows)
         button->setAutoDefault(false);  // Enter belongs to the frequency
     }
     ui_->MSHFlexGrid1->setGrid(themes_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"还没有主题监控\n\n在主窗口右击一个主题，选“添加主题监控”"_s);
     ui_->MSHFlexGrid2->setGrid(stocks_);
+    ui_->MSHFlexGrid2->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid2->setHint(u"还没有个股监控\n\n在主窗口右击一只股票，选“添加个股监控”"_s);
     buildMenus();
     connectControls();
@@ -52,9 +55,11 @@ Form4::~Form4() = default;
 
 void Form4::buildMenus() {
     kuaijie1_.setObjectName(u"kuaijie1"_s);
-    kuaijie1_.addActions({ui_->添加监控, ui_->修改监控, ui_->删除监控, ui_->复制主题名称});
+    fillRowMenu(kuaijie1_, {ui_->添加监控, ui_->修改监控, ui_->删除监控, ui_->复制主题名称},
+                {ui_->删除监控});
     kuaijie2_.setObjectName(u"kuaijie2"_s);
-    kuaijie2_.addActions({ui_->添加监控2, ui_->修改监控2, ui_->删除监控2, ui_->查看行情});
+    fillRowMenu(kuaijie2_, {ui_->添加监控2, ui_->修改监控2, ui_->删除监控2, ui_->查看行情},
+                {ui_->删除监控2});
 }
 
 void Form4::connectControls() {

@@ -4,6 +4,7 @@
 
 #include "base/values.h"
 #include "frame/run_share.h"
+#include "grid/row_menu.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -35,6 +36,7 @@ Form12::Form12(Environment& environment, Windows&)
     ui_->setupUi(this);
     caption_ = windowTitle();
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(
         u"点“搜  索”，这里列出符合条件的股票\n\n"
         u"还没有选出题材时，先点“选历年主题”"_s);
@@ -42,7 +44,7 @@ Form12::Form12(Environment& environment, Windows&)
     last_ = new DateBoxes(*ui_->Combo8, *ui_->Combo9, *ui_->Combo10, this);
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
-    kuaimenu_.addActions({ui_->修改关注度, ui_->导出自选股, ui_->删除一个});
+    fillRowMenu(kuaimenu_, {ui_->修改关注度, ui_->导出自选股, ui_->删除一个}, {ui_->删除一个});
     connectControls();
     connectRuns();
     showRun({});

@@ -15,6 +15,7 @@ Form24::Form24(Environment& environment, Windows&)
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
     ui_->MSHFlexGrid1->setSortable({u"日期"_s});
     ui_->tableAndPlot->setSizes({1000, 1000});

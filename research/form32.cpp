@@ -35,6 +35,7 @@ Form32::Form32(Environment& environment, Windows&)
     panel_ = std::make_unique<RunPanel>(
         RunPanel::Controls{ui_->pause, ui_->stop, ui_->step, ui_->progress, ui_->words});
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setSortable({u"第一天"_s, u"最后一天"_s});
     grid_.setKeyColumns({1});
     ui_->years->setMaximum(HistoryDesk::mostYears);

@@ -1,6 +1,7 @@
 #include "themes/form22.h"
 
 #include "base/values.h"
+#include "grid/row_menu.h"
 #include "ui_form22.h"
 
 namespace guanchao {
@@ -17,10 +18,11 @@ Form22::Form22(Environment& environment, Windows&)
     ui_->setupUi(this);
     grid_.setKeyColumns({2});
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"此股票还不属于任何主题\n\n在主窗口为主题添加个股"_s);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
-    kuaijiemenu_.addActions({ui_->添加到主题, ui_->从该主题删除});
+    fillRowMenu(kuaijiemenu_, {ui_->添加到主题, ui_->从该主题删除}, {ui_->从该主题删除});
     connect(ui_->Command9, &QPushButton::clicked, this, &Form22::Command9_Click);
     connect(picker_, &PickerBox::chosen, this, &Form22::Command9_Click);
     ui_->MSHFlexGrid1->setSortable();

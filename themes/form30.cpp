@@ -2,6 +2,7 @@
 
 #include "articles/form27.h"
 #include "base/values.h"
+#include "grid/row_menu.h"
 #include "market/form11.h"
 #include "market/form21.h"
 #include "monitor/form7.h"
@@ -20,12 +21,15 @@ Form30::Form30(Environment& environment, Windows& windows)
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(
         u"还没有自选股\n\n在主窗口的个股表里右击一只股票，选“添加到自选股”"_s);
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
-    kuaimenu_.addActions({ui_->当前行情, ui_->F10资料, ui_->添加个股监控, ui_->操作个股文章,
-                          ui_->从自选股删除, ui_->添加自选股});
+    fillRowMenu(kuaimenu_,
+                {ui_->当前行情, ui_->F10资料, ui_->添加个股监控, ui_->操作个股文章,
+                 ui_->从自选股删除, ui_->添加自选股},
+                {ui_->从自选股删除});
     ui_->MSHFlexGrid1->setSortable();
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form30::MSHFlexGrid1_RowChosen);

@@ -47,6 +47,7 @@ Form34::Form34(Environment& environment, Windows&)
       tests_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
+    ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     grid_.setKeyColumns({1, 3, 4});
     connectControls();
     showTesting(false);

@@ -2,14 +2,20 @@
 #include "grid/grid_view.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QToolTip>
 #include <vector>
 
+#include "grid/row_menu.h"
+#include "tests/support/fakes.h"
+#include "tests/support/files.h"
 #include "tests/support/grid_texts.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_windows.h"
 
@@ -384,6 +390,71 @@ TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
     EXPECT_FALSE(next.isColumnHidden(1)) << "of a table without others";
     choose(u"全部显示"_s);
     EXPECT_EQ(shownColumns(), u"0123"_s);
+}
+
+TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view_));
+    const auto copied = [this](Qt::KeyboardModifiers keys, int row) {
+        QTest::mouseClick(view_.viewport(), Qt::LeftButton, keys, cellOf(view_, row, 2));
+        QTest::keyClick(&view_, Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
+    };
+    openHeaderMenu();
+    chooseInMenu(u"日期"_s);
+    EXPECT_EQ(copied({}, 2), u"2\t甲\t3.00\n"_s);
+    EXPECT_EQ(copied(Qt::ControlModifier, 1), u"\t名称\t涨幅\n1\t乙\t1.50\n2\t甲\t3.00\n"_s);
+    pressMenuKey();
+    EXPECT_EQ(menuWords(), u"复制 Ctrl+C"_s) << "nothing to write a file with";
+    closeMenu();
+
+    const QTemporaryDir folder;
+    FakeDialogs dialogs;
+    FakeFailures failures;
+    view_.setAccessibleName(u"主题表"_s);
+    view_.allowExport(dialogs, failures);
+    QAction open(u"打开"_s), remove(u"删除"_s), removeAll(u"全删"_s), refresh(u"刷新"_s);
+    fillRowMenu(menu_, {&open, &remove, &removeAll, &refresh}, {&remove, &removeAll});
+    view_.setRowMenu(menu_);
+    const auto exportTo = [&](const QString& path) {
+        dialogs.picked = path;
+        clickCell(view_, 1, 1, Qt::RightButton);
+        chooseInMenu(u"导出表格…"_s);
+        return dialogs.shown.last();
+    };
+    pressMenuKey();
+    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…"_s);
+    closeMenu();
+    EXPECT_TRUE(exportTo(QString()).endsWith(u"|主题表.csv|CSV 表格(*.csv)"_s)) << "none picked";
+    const QString path = folder.filePath(u"a.csv"_s);
+    EXPECT_EQ(exportTo(path), u"观潮台|已导出 3 行到："_s + path);
+    EXPECT_EQ(contentOf(path),
+              u"\uFEFF,名称,涨幅\r\n1,乙,1.50\r\n2,甲,3.00\r\n3,丙,4.50\r\n"_s.toUtf8());
+    exportTo(folder.filePath(u"没有/a.csv"_s));
+    ASSERT_EQ(failures.texts.size(), 1);
+    EXPECT_TRUE(failures.texts[0].contains(u"没有这个文件夹"_s)) << failures.texts[0].toStdString();
+}
+
+TEST_F(GridViewTest, AListThatChangesWhileItIsExportedIsNotWritten) {
+    const QTemporaryDir folder;
+    FakeDialogs dialogs;
+    FakeFailures failures;
+    fill(QStringList(3000, u"甲"_s));
+    view_.allowExport(dialogs, failures);
+    dialogs.picked = folder.filePath(u"a.csv"_s);
+    const auto begin = [&] {
+        QMenu menu;
+        view_.setRowMenu(menu);
+        menu.actions()[2]->trigger();
+    };
+    begin();
+    fill({u"乙"_s});
+    until([&] { return dialogs.shown.size() == 2; });
+    EXPECT_EQ(dialogs.shown[1], u"观潮台|导出时列表变了，文件没有写入。请再导出一次。"_s);
+    EXPECT_FALSE(QFile::exists(dialogs.picked));
+    fill(QStringList(3000, u"甲"_s));
+    begin();
+    until([&] { return dialogs.shown.size() == 4; });
+    EXPECT_EQ(contentOf(dialogs.picked).count("\r\n"), 3001);
 }
 
 TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {

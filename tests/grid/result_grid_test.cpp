@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "grid/amounts.h"
 #include "grid/sorting.h"
+#include "grid/table_text.h"
 #include "grid/tianchongbiao.h"
 #include "tests/support/store_test.h"
 
@@ -89,6 +90,27 @@ TEST(Sorting, NumbersStandBeforeTextsAndEqualsKeepTheirOrder) {
     grid.setInteger(2, 0, 10);
     EXPECT_EQ(sortedRows(grid, 0, SortCode::textAscending), (std::vector<int>{2, 4, 3, 5, 1}));
     EXPECT_EQ(sortedRows(grid, 0, SortCode::textDescending), (std::vector<int>{1, 3, 5, 4, 2}));
+}
+
+TEST(GridTexts, OtherProgramsTakeWholeValuesAndNoFormulas) {
+    ResultGrid grid;
+    setColumn(grid, 1, {u"名称"_s, u"一\t二\r\n三\n"_s, u"a,\"b\""_s, u"x\ny"_s});
+    setColumn(grid, 2, {u"=1+1"_s, u"=1+1"_s, u"-5%"_s, u"@b"_s});
+    setColumn(grid, 3, {u"成交量"_s, u"+1.5"_s, u"-2"_s, u"+"_s});
+    grid.setTextMatrix(3, 2, QString(300, u'长'));
+    grid.setReal(1, 0, 2341000000.5);
+    EXPECT_EQ(copiedText(grid, {2}, {3, 1}), u"-2\ta,\"b\"\n"_s);
+    EXPECT_EQ(
+        copiedText(grid, {1, 3}, {0, 1, 2}),
+        u"\t名称\t=1+1\n2341000000.50\t一 二 三 \t=1+1\n\tx y\t"_s + QString(300, u'长') + u'\n');
+    grid.setTextMatrix(3, 2, u"@b"_s);
+    QStringList lines;
+    for (int row = 0; row < grid.rows(); ++row) {
+        lines << csvLine(grid, row, {0, 3, 2, 1});
+    }
+    EXPECT_EQ(lines, QStringList({u",成交量,'=1+1,名称\r\n"_s,
+                                  u"2341000000.50,+1.5,'=1+1,\"一\t二\r\n三\n\"\r\n"_s,
+                                  u",-2,'-5%,\"a,\"\"b\"\"\"\r\n"_s, u",'+,'@b,\"x\ny\"\r\n"_s}));
 }
 
 TEST(Amounts, FourDigitsAndTheirUnit) {

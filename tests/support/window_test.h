@@ -62,11 +62,14 @@ protected:
         return gridOf(view(name));
     }
     // The words of the popup that is open, which then closes; those that can't be chosen are empty.
+    // Without what the view of a grid has put at its end.
     static QStringList popup() {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         QStringList words;
         for (const QAction* action : menu ? menu->actions() : QList<QAction*>()) {
-            words << (action->isEnabled() ? action->text() : QString());
+            if (!action->isSeparator() && !qobject_cast<GridView*>(action->parent())) {
+                words << (action->isEnabled() ? action->text() : QString());
+            }
         }
         return menu && menu->close() ? words : QStringList();
     }
