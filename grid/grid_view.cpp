@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
+#include <QScrollBar>
 #include <utility>
 
 #include "base/values.h"
@@ -23,7 +24,11 @@ using namespace Qt::Literals::StringLiterals;
 static constexpr int rowPadding = 6;
 
 GridView::GridView(QWidget* parent)
-    : QTableView(parent), columns_(*this), sort_(*horizontalHeader()), widths_(*this) {
+    : QTableView(parent),
+      columns_(*this),
+      findLine_(new FindLine(*this, columns_)),
+      sort_(*horizontalHeader()),
+      widths_(*this) {
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -60,6 +65,14 @@ void GridView::addCommands() {
     exports_ = add(u"导出表格…"_s, {});
     exports_->setVisible(false);
     connect(exports_, &QAction::triggered, this, &GridView::exportRows);
+    connect(add(u"在表中查找"_s, {Qt::Key_F3, Qt::Key_Slash}), &QAction::triggered, this,
+            [this] { find(SearchWay::forward); });
+    auto* previous = new QAction(this);
+    previous->setShortcut(Qt::SHIFT | Qt::Key_F3);
+    previous->setShortcutContext(Qt::WidgetShortcut);
+    addAction(previous);
+    connect(previous, &QAction::triggered, this, [this] { find(SearchWay::backward); });
+    connect(findLine_, &FindLine::found, this, &GridView::goTo);
 }
 
 void GridView::connectHeader() {
@@ -284,10 +297,52 @@ void GridView::exportRows() {
     }
 }
 
+void GridView::find(SearchWay way) {
+    if (grid_) {
+        findLine_->find(way);
+    }
+}
+
+// As keys do.
+void GridView::goTo(CellPlace place) {
+    choose(place.row, By::keys);
+    const QModelIndex index = model()->index(place.row - 1, place.col);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    scrollTo(index);
+    keysRest_.start(0);
+}
+
+void GridView::updateGeometries() {
+    const int top = verticalScrollBar()->value();
+    QTableView::updateGeometries();
+    findLine_->place(top);
+}
+
+void GridView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const bool isShown = !isColumnHidden(index.column());
+    const QModelIndex shown = isShown ? index : indexInRow(rowAtIndex(index));
+    QTableView::scrollTo(shown, hint);
+    findLine_->uncover(shown);
+}
+
+// Esc closes the find line, whatever else it means in the window.
+bool GridView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && findLine_->isOpen() &&
+        static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
 // Enter does to the current row what a click does. The view's own way would copy the current cell.
 void GridView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         copyRows();
+        return;
+    }
+    if (findLine_->isOpen() && event->key() == Qt::Key_Escape) {
+        findLine_->leave();
         return;
     }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

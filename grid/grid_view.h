@@ -13,6 +13,7 @@
 #include "frame/kept_control.h"
 #include "grid/column_choice.h"
 #include "grid/column_widths.h"
+#include "grid/find_line.h"
 #include "grid/grid_export.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
@@ -56,6 +57,8 @@ public:
 
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);
+    // To the cell's row, if its column is hidden.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
     enum class By : std::uint8_t { mouse, keys };
 
@@ -72,6 +75,7 @@ signals:
     void rowDoubleClicked(int row);
 
 protected:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -82,6 +86,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void updateGeometries() override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
@@ -97,6 +102,8 @@ private:
     void showColumns();
     void copyRows();
     void exportRows();
+    void find(SearchWay way);
+    void goTo(CellPlace place);
     void showFill();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
@@ -106,6 +113,7 @@ private:
     QPointer<QMenu> menu_ = &ownMenu_;
     QAction* exports_ = nullptr;
     ColumnChoice columns_;
+    FindLine* findLine_;
     MenuArea menuArea_ = MenuArea::rows;
     HeaderSort sort_;
     ColumnWidths widths_;

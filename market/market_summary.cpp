@@ -70,16 +70,4 @@ double dailyLimit(const QString& dm, const QString& jc) {
     return jc.startsWith(u"ST"_s) || jc.startsWith(u"*ST"_s) ? 0.05 : 0.1;
 }
 
-QString amountWords(double amount) {
-    constexpr double myriad = 1e4;
-    constexpr double hundredMillion = 1e8;
-    if (std::abs(amount) >= hundredMillion) {
-        return QString::number(amount / hundredMillion, 'f', 1) + u'亿';
-    }
-    if (std::abs(amount) >= myriad) {
-        return QString::number(amount / myriad, 'f', 1) + u'万';
-    }
-    return QString::number(amount, 'f', 0);
-}
-
 }  // namespace guanchao

@@ -34,7 +34,4 @@ MarketSummary readMarketSummary(Connection& mainStore);
 // and 创业板, 0.05 under special treatment, 0.1 elsewhere.
 double dailyLimit(const QString& dm, const QString& jc);
 
-// 8123.4亿, 56.2万, 321
-QString amountWords(double amount);
-
 }  // namespace guanchao

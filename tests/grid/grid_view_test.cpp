@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -404,7 +405,7 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
     EXPECT_EQ(copied({}, 2), u"2\t甲\t3.00\n"_s);
     EXPECT_EQ(copied(Qt::ControlModifier, 1), u"\t名称\t涨幅\n1\t乙\t1.50\n2\t甲\t3.00\n"_s);
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"复制 Ctrl+C"_s) << "nothing to write a file with";
+    EXPECT_EQ(menuWords(), u"复制 Ctrl+C|在表中查找 F3"_s) << "nothing to write a file with";
     closeMenu();
 
     const QTemporaryDir folder;
@@ -422,7 +423,7 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
         return dialogs.shown.last();
     };
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…"_s);
+    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…|在表中查找 F3"_s);
     closeMenu();
     EXPECT_TRUE(exportTo(QString()).endsWith(u"|主题表.csv|CSV 表格(*.csv)"_s)) << "none picked";
     const QString path = folder.filePath(u"a.csv"_s);
@@ -455,6 +456,67 @@ TEST_F(GridViewTest, AListThatChangesWhileItIsExportedIsNotWritten) {
     begin();
     until([&] { return dialogs.shown.size() == 4; });
     EXPECT_EQ(contentOf(dialogs.picked).count("\r\n"), 3001);
+}
+
+TEST_F(GridViewTest, ATextIsFoundInTheShownCells) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view_));
+    QStringList names(40, u"甲"_s);
+    names[4] = names[39] = u"Ab"_s;
+    names[20] = u"ac"_s;
+    fill(names);
+    clickCell(view_, 1, 1);
+    const auto* line = view_.findChild<QWidget*>(u"findLine"_s);
+    auto* text = line->findChild<QLineEdit*>();
+    const auto* answer = line->findChild<QLabel*>();
+    const auto key = [](Qt::Key pressed, Qt::KeyboardModifiers keys = {}) {
+        QTest::keyClick(QApplication::focusWidget(), pressed, keys);
+    };
+    const auto type = [](const char* letters) {
+        QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(letters));
+    };
+    const QString end = u"已到结尾，从开头接着找"_s;
+    const QString begin = u"已到开头，从结尾接着找"_s;
+    const struct {
+        const char* name;
+        std::function<void()> act;
+        bool isOpen;
+        int row;
+        QString answer;
+    } acts[] = {
+        {"F3", [&] { key(Qt::Key_F3); }, true, 1, {}},
+        {"typed", [&] { type("a"); }, true, 5, {}},
+        {"a longer word, there too", [&] { type("b"); }, true, 5, {}},
+        {"F3 for the next one", [&] { key(Qt::Key_F3); }, true, 40, {}},
+        {"round", [&] { key(Qt::Key_Return); }, true, 5, end},
+        {"back", [&] { key(Qt::Key_F3, Qt::ShiftModifier); }, true, 40, begin},
+        {"a word that none has", [&] { type("x"); }, true, 40, u"没有找到"_s},
+        {"the word is shorter", [&] { key(Qt::Key_Backspace); }, true, 40, {}},
+        {"Down is no key of the grid", [&] { key(Qt::Key_Down); }, true, 40, {}},
+        {"from the grid",
+         [&] {
+             clickCell(view_, 30, 1);
+             key(Qt::Key_F3);
+         },
+         true,
+         40,
+         {}},
+        {"Esc in the grid", [&] { key(Qt::Key_Escape); }, false, 40, {}},
+        {"slash", [&] { key(Qt::Key_Slash); }, true, 40, {}},
+        {"typed over", [&] { type("AC"); }, true, 21, end},
+        {"Esc in the line", [&] { key(Qt::Key_Escape); }, false, 21, end},
+        {"Down is the grid's", [&] { key(Qt::Key_Down); }, false, 22, end},
+    };
+    for (const auto& it : acts) {
+        it.act();
+        EXPECT_EQ(line->isVisible(), it.isOpen) << it.name;
+        EXPECT_EQ(selectedRow(), it.row) << it.name;
+        EXPECT_EQ(answer->text(), it.answer) << it.name;
+        if (it.isOpen) {
+            const int edge = line->geometry().top() - view_.viewport()->y();
+            EXPECT_LT(view_.visualRect(view_.currentIndex()).bottom(), edge) << it.name;
+        }
+    }
+    EXPECT_TRUE(text->text() == u"AC"_s && view_.hasFocus());
 }
 
 TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {

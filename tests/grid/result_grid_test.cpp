@@ -5,6 +5,7 @@
 
 #include "base/values.h"
 #include "grid/amounts.h"
+#include "grid/cell_search.h"
 #include "grid/sorting.h"
 #include "grid/table_text.h"
 #include "grid/tianchongbiao.h"
@@ -111,6 +112,36 @@ TEST(GridTexts, OtherProgramsTakeWholeValuesAndNoFormulas) {
     EXPECT_EQ(lines, QStringList({u",成交量,'=1+1,名称\r\n"_s,
                                   u"2341000000.50,+1.5,'=1+1,\"一\t二\r\n三\n\"\r\n"_s,
                                   u",-2,'-5%,\"a,\"\"b\"\"\"\r\n"_s, u",'+,'@b,\"x\ny\"\r\n"_s}));
+}
+
+TEST(CellSearch, GoesRoundTheShownCellsFromTheOneBehind) {
+    ResultGrid grid;
+    setColumn(grid, 1, {u"甲"_s, u"甲A"_s, u"乙"_s, u"a丙"_s});
+    setColumn(grid, 2, {u"涨幅"_s, u"1"_s, u"甲a"_s, QString()});
+    grid.setReal(3, 2, -12.5);
+    const auto forward = SearchWay::forward;
+    const auto backward = SearchWay::backward;
+    const struct {
+        QString text;
+        QList<int> cols;
+        CellPlace from;
+        SearchWay way;
+        CellPlace found;
+    } cases[] = {
+        {u"a"_s, {1, 2}, {0, 0}, forward, {2, 2}},  // behind the first cell
+        {u"a"_s, {1, 2}, {1, 1}, forward, {2, 2}},  {u"A"_s, {1, 2}, {2, 2}, forward, {3, 1}},
+        {u"A"_s, {1, 2}, {3, 1}, forward, {1, 1}},  {u"A"_s, {1, 2}, {1, 1}, backward, {3, 1}},
+        {u"a"_s, {1, 2}, {3, 1}, backward, {2, 2}}, {u"a"_s, {1}, {1, 1}, forward, {3, 1}},
+        {u"乙"_s, {1, 2}, {2, 1}, forward, {2, 1}}, {u"12.50"_s, {1, 2}, {1, 1}, forward, {3, 2}},
+        {u"12.50"_s, {1}, {1, 1}, forward, {}},     {u"涨幅"_s, {1, 2}, {1, 1}, forward, {}},
+        {QString(), {1, 2}, {1, 1}, forward, {}},   {u"a"_s, {}, {1, 1}, forward, {}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(findCell(grid, it.cols, it.text, it.from, it.way).value_or(CellPlace()), it.found)
+            << it.text.toStdString() << " from " << it.from.row << ' ' << it.from.col;
+    }
+    grid.setRows(1);
+    EXPECT_EQ(findCell(grid, {1, 2}, u"a"_s, {}, forward), std::nullopt);
 }
 
 TEST(Amounts, FourDigitsAndTheirUnit) {

@@ -73,10 +73,4 @@ TEST_F(MarketSummaryTest, CountsStocksThatAreListedAndHaveAPrice) {
     EXPECT_EQ(market.indexes.constFirst().gain, 12);
 }
 
-TEST_F(MarketSummaryTest, AmountsReadInTensOfThousands) {
-    EXPECT_EQ(amountWords(9999), u"9999"_s);
-    EXPECT_EQ(amountWords(12345), u"1.2万"_s);
-    EXPECT_EQ(amountWords(812345678901.0), u"8123.5亿"_s);
-}
-
 }  // namespace guanchao
