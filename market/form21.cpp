@@ -106,9 +106,10 @@ void Form21::connectControls() {
 
 void Form21::Form_Load() {
     const LiveQuotes::Opening opening = quotes_.load();
-    ui_->Text7->setText(opening.dm);
+    picker_->putText(opening.dm);
+    ui_->Text7->setFocus();
+    ui_->Text7->selectAll();
     ui_->Label5->setText(opening.jc);
-    picker_->hideList();
     showState();
 }
 
@@ -127,6 +128,7 @@ void Form21::paintEvent(QPaintEvent* event) {
 
 void Form21::Command1_Click() {
     picker_->takeFirst();
+    ui_->Text7->selectAll();
     quotes_.query(ui_->Text7->text());
 }
 
@@ -156,9 +158,10 @@ void Form21::F10资料_Click() {
     windows_.openAnew<Form11>();
 }
 
-// While a message stands it waits: it may have messages of its own.
+// While a message stands it waits: it may have messages of its own. So it does while a code is
+// being typed.
 void Form21::Timer1_Timer() {
-    if (QApplication::activeModalWidget()) {
+    if (QApplication::activeModalWidget() || picker_->listIsOpen()) {
         Timer1_.start();
         return;
     }
@@ -177,8 +180,7 @@ void Form21::Timer2_Timer() {
 }
 
 void Form21::showFundamentals(const FundamentalTexts& texts) {
-    ui_->reportDate1->setText(texts.jzrq);
-    ui_->reportDate2->setText(texts.jzrq);
+    ui_->reportDate->setText(texts.jzrq);
     ui_->earnings->setText(texts.mgsy);
     ui_->freeFloat->setText(texts.mqlt);
     ui_->netAssets->setText(texts.mgjzc);
@@ -242,8 +244,8 @@ void Form21::showStock(const StockPanel& panel) {
     ui_->stockAmount->setText(panel.amount);
     ui_->stockDay->setText(panel.day);
     ui_->stockTime->setText(panel.time);
-    ui_->limitUp->setText(panel.limitUp);
-    ui_->limitDown->setText(panel.limitDown);
+    setPrice(*ui_->limitUp, panel.limitUp);
+    setPrice(*ui_->limitDown, panel.limitDown);
     showBook(asks_, panel.asks);
     showBook(bids_, panel.bids);
     setIfThere(*ui_->priceEarnings, panel.priceEarnings);
@@ -309,8 +311,8 @@ void Form21::clearWorldIndex() {
 void Form21::showWorldIndex(const WorldIndexPanel& panel) {
     ui_->worldName->setText(panel.name);
     ui_->worldIndex->setText(panel.index);
-    ui_->worldChange->setText(panel.change);
-    ui_->worldGain->setText(panel.gain);
+    setPrice(*ui_->worldChange, {panel.change, panel.colour});
+    setPrice(*ui_->worldGain, {panel.gain, panel.colour});
 }
 
 // The place of a name that is not there says so.

@@ -48,9 +48,12 @@ bool hasWorldIndex(const QuoteRow& fields) {
 }
 
 WorldIndexPanel worldIndexPanel(const QuoteRow& fields) {
+    const double gain = fields.number(outsideField::gain);
     return {fields.text(outsideField::name), fields.text(outsideField::index),
-            fields.text(outsideField::change),
-            numberText(fields.number(outsideField::gain)) + u'%'};
+            fields.text(outsideField::change), numberText(gain) + u'%',
+            gain == 0  ? textColour
+            : gain > 0 ? riseColour
+                       : fallColour};
 }
 
 }  // namespace guanchao

@@ -70,6 +70,7 @@ struct WorldIndexPanel {
     QString index;
     QString change;
     QString gain;
+    Colour colour = textColour;  // of both
 };
 
 bool hasWorldIndex(const QuoteRow& fields);

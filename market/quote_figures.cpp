@@ -26,19 +26,19 @@ double orOne(double divisor) {
     return divisor == 0 ? 1 : divisor;
 }
 
-Colour colourOf(double price, double formerClose) {
+}  // namespace
+
+Colour priceColour(double price, double formerClose) {
     if (price == 0 || price == formerClose) {
         return textColour;
     }
     return price > formerClose ? riseColour : fallColour;
 }
 
-}  // namespace
-
 PriceText priceText(const QuoteRow& fields, qsizetype position) {
     const std::optional<double> price = fields.figure(position);
     return {fields.text(position),
-            price ? colourOf(*price, fields.number(field::formerClose)) : textColour};
+            price ? priceColour(*price, fields.number(field::formerClose)) : textColour};
 }
 
 PriceTexts priceTexts(const QuoteRow& fields) {

@@ -32,6 +32,9 @@ struct PriceTexts {
     Colour colour;  // of the gain and its caption
 };
 
+// Red above the former close, green below it; plain at it and where there is no price.
+Colour priceColour(double price, double formerClose);
+
 PriceTexts priceTexts(const QuoteRow& fields);
 PriceText priceText(const QuoteRow& fields, qsizetype position);
 

@@ -1,5 +1,7 @@
 #include "market/stock_quote.h"
 
+#include <QTime>
+
 #include "base/values.h"
 #include "services/stock_code.h"
 
@@ -10,6 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int lastFieldOfNothing = 14;
+
+const QTime endOfOpeningAuction(9, 25);
 
 QString lotsText(double shares) {
     return noDecimals(shares / sharesPerLot);
@@ -39,8 +43,24 @@ double limitShare(const QString& name, const QString& dm) {
 }
 
 void showLimits(StockPanel& panel, double formerClose, double share) {
-    panel.limitUp = numberText(roundTo(formerClose * (1 + share), 2));
-    panel.limitDown = numberText(roundTo(formerClose * (1 - share), 2));
+    const auto limit = [&](double price) {
+        const double cents = roundTo(price, 2);
+        return PriceText{twoDecimals(cents), priceColour(cents, formerClose)};
+    };
+    panel.limitUp = limit(formerClose * (1 + share));
+    panel.limitDown = limit(formerClose * (1 - share));
+}
+
+// 停牌: at the end of the opening auction every stock that trades has a price.
+bool isSuspended(const QuoteRow& fields) {
+    const QTime time = QTime::fromString(quoteTime(fields), u"HH:mm:ss"_s);
+    return fields.number(field::latest) == 0 && fields.number(field::formerClose) > 0 &&
+           !(time.isValid() && time < endOfOpeningAuction);
+}
+
+QString dayText(const QString& text) {
+    const QDate day = dayFrom(text);
+    return day.isValid() ? day.toString(Qt::ISODate) : text;
 }
 
 // How many times the earnings of the report's quarters make a year.
@@ -85,7 +105,7 @@ void showValuation(StockPanel& panel, const QuoteRow& fields, const Fundamentals
 }  // namespace
 
 FundamentalTexts fundamentalTexts(const Fundamentals& fundamentals) {
-    return {fundamentals.isOfAYear ? u"近四个季度"_s : fundamentals.jzrq,
+    return {fundamentals.isOfAYear ? u"近四个季度"_s : dayText(fundamentals.jzrq),
             fundamentals.mqlt + u"（亿）"_s, fundamentals.mgsy + u"（元）"_s,
             fundamentals.mgjzc + u"（元）"_s};
 }
@@ -102,10 +122,13 @@ StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, 
     panel.name = trimBlanks(fields.text(field::name));
     panel.caption = u"分时行情——"_s + panel.name;
     panel.prices = priceTexts(fields);
+    if (isSuspended(fields)) {
+        panel.prices.latest.text = u"停牌"_s;
+    }
     panel.gain = numberText(latest == 0 ? 0 : gainPercent(fields)) + u'%';
     panel.volume = lotsText(shares) + u"手"_s;
     panel.amount = noDecimals(fields.number(field::amount) / 10000) + u"万元"_s;
-    panel.day = dayAsTimeText(fields.text(field::day));
+    panel.day = dayText(fields.text(field::day));
     panel.time = quoteTime(fields);
     panel.bids = bookFrom(fields, field::firstBid);
     panel.asks = bookFrom(fields, field::firstAsk);

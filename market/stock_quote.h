@@ -31,8 +31,8 @@ struct StockPanel {
     QString time;
     std::array<BookLevel, bookLevels> bids;  // the best first
     std::array<BookLevel, bookLevels> asks;  // likewise
-    QString limitUp;                         // 涨停
-    QString limitDown;                       // 跌停
+    PriceText limitUp;                       // 涨停
+    PriceText limitDown;                     // 跌停
     std::optional<QString> priceEarnings;    // 市盈率
     std::optional<QString> turnoverRate;     // 换手率
     std::optional<QString> priceToBook;      // 市净率

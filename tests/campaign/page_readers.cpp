@@ -89,7 +89,7 @@ QStringList stockFigures(const QuoteRow& row, const Fundamentals& fundamentals) 
     return {it.gain,
             it.volume,
             it.amount,
-            it.limitUp,
+            it.limitUp.text,
             it.limitDown,
             it.prices.swing,
             it.priceEarnings.value_or(QString()),

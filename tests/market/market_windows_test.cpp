@@ -99,7 +99,7 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     const QStringList cases = {
         u"Label5=浦发银行 stockOpen=9.9 stockFormerClose=10 stockLatest=10.5 stockHigh=11"_s,
         u"stockLow=9.8 stockGain=5% stockSwing=12.12% stockVolume=12345手 stockAmount=200000万元"_s,
-        u"limitUp=11 limitDown=9 askPrice5=10.6 askLots1=3 bidPrice1=10.4 bidLots5=1"_s,
+        u"limitUp=11.00 limitDown=9.00 askPrice5=10.6 askLots1=3 bidPrice1=10.4 bidLots5=1"_s,
         u"priceEarnings=10.50 turnoverRate=0.49% priceToBook=10.50 stockRatio=--"_s,
         u"earnings=0.75（元） freeFloat=2.5（亿） netAssets=（元） stockTime=10:30:00"_s,
         u"indexName=上证指数 indexLatest=10.5 indexFormerClose=10 indexOpen=9.9 indexHigh=11"_s,
@@ -109,14 +109,15 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     for (const QString& it : cases.join(u' ').split(u' ')) {
         EXPECT_EQ(label(it.section(u'=', 0, 0)), it.section(u'=', 1)) << it.toStdString();
     }
-    for (const QString& name : {u"reportDate1"_s, u"reportDate2"_s}) {
-        EXPECT_EQ(label(name), u"2026-09-30 00:00:00"_s);
-    }
-    EXPECT_EQ(label(u"stockDay"_s), u"2026-11-24 00:00:00"_s);
+    EXPECT_EQ(label(u"reportDate"_s), u"2026-09-30"_s);
+    EXPECT_EQ(label(u"stockDay"_s), u"2026-11-24"_s);
     for (const QString& name : {u"stockGain"_s, u"Label36"_s, u"indexGainCaption"_s}) {
         EXPECT_EQ(colour(name), QColor(255, 0, 255)) << name.toStdString();
     }
-    EXPECT_EQ(colour(u"stockLow"_s), QColor::fromRgb(fallColour));
+    EXPECT_EQ(colour(u"limitUp"_s), QColor::fromRgb(riseColour));
+    for (const QString& name : {u"stockLow"_s, u"limitDown"_s, u"worldChange"_s, u"worldGain"_s}) {
+        EXPECT_EQ(colour(name), QColor::fromRgb(fallColour)) << name.toStdString();
+    }
     const auto paint = [this](const QString& box) {
         const QImage image = find<ChartBox>(box)->grab().toImage();
         return image.pixelColor(image.width() / 2, image.height() / 4);
@@ -146,8 +147,8 @@ TEST_F(MarketWindowsTest, NothingOfAFormerStockOrIndexStays) {
     EXPECT_EQ(label(u"Label5"_s), QString());
     EXPECT_EQ(label(u"indexRatio"_s), u"1.50"_s);
     for (const QString& name :
-         {u"stockLatest"_s, u"stockGain"_s, u"askPrice1"_s, u"bidLots5"_s, u"indexName"_s,
-          u"indexLatest"_s, u"indexGain"_s, u"worldName"_s, u"worldGain"_s}) {
+         {u"stockLatest"_s, u"stockGain"_s, u"limitUp"_s, u"askPrice1"_s, u"bidLots5"_s,
+          u"indexName"_s, u"indexLatest"_s, u"indexGain"_s, u"worldName"_s, u"worldGain"_s}) {
         EXPECT_EQ(label(name), u"--"_s) << name.toStdString();
         EXPECT_EQ(colour(name), plain) << name.toStdString();
     }
@@ -164,13 +165,18 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     auto* box = edit(u"Text7"_s);
     auto* list = find<QListWidget>(u"List1"_s);
     EXPECT_EQ(box->text(), u"SH600585"_s);
-    box->clear();
-    QTest::keyClicks(box, u"6005"_s);
+    QTest::keyClicks(QApplication::focusWidget(), u"6005"_s);
+    fire(u"Timer1"_s);
     ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(box->text(), u"6005"_s) << "the first query lets a code be typed";
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(box->text(), u"SH600519"_s);
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(form_->windowTitle(), u"分时行情——贵州茅台"_s);
+    QTest::keyClicks(box, u"6000"_s);
+    EXPECT_EQ(box->text(), u"6000"_s) << "what is typed next replaces it";
+    QTest::keyClick(box, Qt::Key_Escape);
+    EXPECT_TRUE(form_->isVisible() && !list->isVisible());
     box->setText(u"6005"_s);
     QTest::mouseClick(form_, Qt::LeftButton, {}, QPoint(2, 2));
     EXPECT_FALSE(list->isVisible()) << "a click beside it hides the list";

@@ -53,9 +53,15 @@ TEST(StockQuote, ZerosBeforeTheOpenAndInASuspension) {
     const QHash<int, QString> suspended = {
         {1, u"0.000"_s}, {3, u"0.000"_s}, {4, u"0.000"_s}, {5, u"0.000"_s}, {8, u"0"_s}};
     const StockPanel panel = stockPanel(reply(suspended), healthy, 1e6, false);
-    EXPECT_EQ(QStringList({panel.gain, panel.prices.swing, panel.limitUp, panel.volume,
-                           *panel.priceEarnings, *panel.turnoverRate, *panel.ratio}),
-              QStringList({u"0%"_s, u"0%"_s, u"11"_s, u"0手"_s, u"0.00"_s, u"0.00%"_s, u"0.00"_s}));
+    EXPECT_EQ(
+        QStringList({panel.prices.latest.text, panel.gain, panel.prices.swing, panel.volume,
+                     *panel.priceEarnings, *panel.turnoverRate, *panel.ratio}),
+        QStringList({u"停牌"_s, u"0%"_s, u"0%"_s, u"0手"_s, u"0.00"_s, u"0.00%"_s, u"0.00"_s}));
+    const auto latest = [](const QHash<int, QString>& fields) {
+        return stockPanel(reply(fields), {}, 0, false).prices.latest.text;
+    };
+    EXPECT_EQ(latest({{3, u"0.000"_s}, {31, u"09:24:59"_s}}), u"0.000"_s) << "no price yet";
+    EXPECT_EQ(latest({{3, u"0.000"_s}, {2, u"0.000"_s}}), u"0.000"_s) << "a first day";
     const StockPanel fresh = stockPanel(reply({{2, u"0.000"_s}, {1, u"0"_s}}), {}, 0, true);
     EXPECT_EQ(fresh.gain, u"950%"_s) << "a former close of 0 divides by 1";
     EXPECT_EQ(fresh.prices.swing, u"80%"_s) << "an open of 0 divides by 1";
@@ -66,17 +72,18 @@ TEST(StockQuote, LimitsAreNarrowForSpecialTreatment) {
     const struct {
         QString name, up, down;
     } cases[] = {
-        {u"ST中安"_s, u"10.5"_s, u"9.5"_s},  {u"*ST中安"_s, u"10.5"_s, u"9.5"_s},
-        {u"SST前锋"_s, u"10.5"_s, u"9.5"_s}, {u"st中安"_s, u"10.5"_s, u"9.5"_s},
-        {u"S*ST前锋"_s, u"11"_s, u"9"_s},    {u"S佳通"_s, u"11"_s, u"9"_s},
-        {u"中ST"_s, u"11"_s, u"9"_s},        {QString(), u"11"_s, u"9"_s},
+        {u"ST中安"_s, u"10.50"_s, u"9.50"_s},   {u"*ST中安"_s, u"10.50"_s, u"9.50"_s},
+        {u"SST前锋"_s, u"10.50"_s, u"9.50"_s},  {u"st中安"_s, u"10.50"_s, u"9.50"_s},
+        {u"S*ST前锋"_s, u"11.00"_s, u"9.00"_s}, {u"S佳通"_s, u"11.00"_s, u"9.00"_s},
+        {u"中ST"_s, u"11.00"_s, u"9.00"_s},     {QString(), u"11.00"_s, u"9.00"_s},
     };
     for (const auto& it : cases) {
         const StockPanel panel = stockPanel(reply({{0, it.name}}), {}, 0, true);
-        EXPECT_EQ(panel.limitUp, it.up) << it.name.toStdString();
-        EXPECT_EQ(panel.limitDown, it.down) << it.name.toStdString();
+        EXPECT_EQ(panel.limitUp.text, it.up) << it.name.toStdString();
+        EXPECT_EQ(panel.limitDown.text, it.down) << it.name.toStdString();
     }
-    EXPECT_EQ(stockPanel(reply(), {}, 0, true, u"BJ920799"_s).limitUp, u"13"_s) << "of Beijing";
+    EXPECT_EQ(stockPanel(reply(), {}, 0, true, u"BJ920799"_s).limitUp.text, u"13.00"_s)
+        << "of Beijing";
 }
 
 TEST(StockQuote, ValuationFollowsTheReport) {
@@ -180,7 +187,7 @@ TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
         QString text, read;
     } cases[] = {
         {page(uR"({"jzrq":" 2026-9-30","mqlt":"2.5","mgsy":"0.75","mgjzc":"5.25"})"_s),
-         u"2026-09-30 00:00:00|2.5（亿）|0.75（元）|5.25（元）"_s},
+         u"2026-09-30|2.5（亿）|0.75（元）|5.25（元）"_s},
         {page(uR"([{"zgb":"3","jzrq":"nie","mgsy":"0","mgsy2":"7","MGJZC":"1"},{"mgsy":"6"}])"_s),
          u"nie|（亿）|0（元）|（元）"_s},
         {page(uR"({"mqlt":"1,234","rest","mgsy":"1:2","mgjzc":""})"_s),
