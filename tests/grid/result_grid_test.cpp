@@ -132,7 +132,7 @@ TEST(CellSearch, GoesRoundTheShownCellsFromTheOneBehind) {
         {u"a"_s, {1, 2}, {1, 1}, forward, {2, 2}},  {u"A"_s, {1, 2}, {2, 2}, forward, {3, 1}},
         {u"A"_s, {1, 2}, {3, 1}, forward, {1, 1}},  {u"A"_s, {1, 2}, {1, 1}, backward, {3, 1}},
         {u"a"_s, {1, 2}, {3, 1}, backward, {2, 2}}, {u"a"_s, {1}, {1, 1}, forward, {3, 1}},
-        {u"乙"_s, {1, 2}, {2, 1}, forward, {2, 1}}, {u"12.50"_s, {1, 2}, {1, 1}, forward, {3, 2}},
+        {u"乙"_s, {1, 2}, {2, 1}, forward, {2, 1}}, {u"-12.50"_s, {1, 2}, {1, 1}, forward, {3, 2}},
         {u"12.50"_s, {1}, {1, 1}, forward, {}},     {u"涨幅"_s, {1, 2}, {1, 1}, forward, {}},
         {QString(), {1, 2}, {1, 1}, forward, {}},   {u"a"_s, {}, {1, 1}, forward, {}},
     };
