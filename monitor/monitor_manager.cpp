@@ -14,14 +14,15 @@ namespace {
 
 // Where a table of monitors has the columns that are rewritten for the eye.
 struct MonitorColumns {
+    int baojinzhi;
     int tanchuform;
     int yinyue;
     QList<int> widths;  // in twips
 };
 
-const MonitorColumns themeColumns = {7, 8, {500, 1700, 800, 700, 900, 700, 2000, 1000, 3400}};
+const MonitorColumns themeColumns = {4, 7, 8, {500, 1700, 800, 700, 900, 700, 2000, 1000, 3400}};
 const MonitorColumns stockColumns = {
-    9, 10, {500, 1100, 1100, 900, 800, 900, 700, 900, 2000, 1000, 3400}};
+    7, 9, 10, {500, 1100, 1100, 900, 800, 900, 700, 900, 2000, 1000, 3400}};
 constexpr int stockAlarmTimeColumn = 8;
 
 QString themesQuery() {
@@ -34,6 +35,15 @@ QString stocksQuery() {
     return u"select  dm as 代码,jc as 简称,sp as 收盘,zhangfu as 涨幅,leixin as 比较值,"
            u"bijiaofu as 比较符,baojinzhi as 报警值,datetime(baojintime) as 报警时间,"
            u"tanchuform as 窗口提示,yinyue as 音乐提示 from gegujiankong  order by rowid desc"_s;
+}
+
+// With all decimals that it was typed with.
+void showThreshold(ResultGrid& grid, int row, int col, const Value& value) {
+    const QString text = value.isReal() ? numberText(value.toNumber()) : QString();
+    if (text.section(u'.', 1).size() > 2) {
+        grid.setTextMatrix(row, col, text);
+        grid.setAlignment(row, col, CellAlignment::right);
+    }
 }
 
 void rewriteRow(ResultGrid& grid, int row, const MonitorColumns& columns) {
@@ -56,8 +66,11 @@ void fill(Connection& connection, const QString& query, ResultGrid& grid,
     if (monitors.count() > 0) {
         tianchongbiao(monitors, grid, 1);
         grid.setColWidths(columns.widths);
+        monitors.moveFirst();
         for (int row = 1; row < grid.rows(); ++row) {
+            showThreshold(grid, row, columns.baojinzhi, monitors.value(u"报警值"));
             rewriteRow(grid, row, columns);
+            monitors.moveNext();
         }
     }
 }

@@ -17,7 +17,7 @@ protected:
 
 TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {
     addThemeMonitor(u"银行"_s, u">"_s, 5, u"/alarm.mp3"_s);
-    addThemeMonitor(u"白酒"_s, u"<"_s, -2.5, u"ab"_s, 0);
+    addThemeMonitor(u"白酒"_s, u"<"_s, -2.345, u"ab"_s, 0);
     addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5, QString(), 0);
     store_.run({u"update gegujiankong set jc='浦发银行',baojintime='2026-11-24 10:00:00'"_s});
     watch({u"SH600000"_s, u"SZ000001"_s});
@@ -27,7 +27,7 @@ TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {
     EXPECT_EQ(globals_.dangqianzhuti + globals_.dangqiandm + globals_.dangqianjc, QString());
     EXPECT_EQ(rowTexts(themes_),
               QStringList({u"序号|主题名称|涨幅|比较符|报警值|支数|报警时间|窗口提示|音乐提示"_s,
-                           u"1|白酒|0.00|<|-2.50|0||不提示|无音乐"_s,
+                           u"1|白酒|0.00|<|-2.345|0||不提示|无音乐"_s,
                            u"2|银行|0.00|>|5.00|0||提示|/alarm.mp3"_s}));
     EXPECT_EQ(
         rowTexts(stocks_),
