@@ -1,5 +1,8 @@
 #include "themes/form22.h"
 
+#include <QHeaderView>
+#include <algorithm>
+
 #include "base/values.h"
 #include "grid/row_menu.h"
 #include "ui_form22.h"
@@ -23,6 +26,8 @@ Form22::Form22(Environment& environment, Windows&)
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
     fillRowMenu(kuaijiemenu_, {ui_->添加到主题, ui_->从该主题删除}, {ui_->从该主题删除});
+    // The name belongs to the code that was listed.
+    connect(ui_->Text1, &QLineEdit::textChanged, ui_->Label7, &QLabel::clear);
     connect(ui_->Command9, &QPushButton::clicked, this, &Form22::Command9_Click);
     connect(picker_, &PickerBox::chosen, this, &Form22::Command9_Click);
     ui_->MSHFlexGrid1->setSortable();
@@ -39,14 +44,18 @@ void Form22::Form_Load() {
     stockThemes_.load([this](const StockThemes::Stock& stock) {
         setWindowTitle(stock.caption);
         ui_->Text1->setText(stock.code);
+        ui_->Label7->setText(shortened(stock.jc, longestShownName));
     });
     picker_->hideList();
+    // The codes have a font of their own.
+    GridView& view = *ui_->MSHFlexGrid1;
+    const int height =
+        QFontMetrics(fontOf(grid_, std::min(1, grid_.cols() - 1), view.font())).height();
+    view.verticalHeader()->setDefaultSectionSize(height + 6);
 }
 
 void Form22::Command9_Click() {
-    const std::optional<QString> jc = stockThemes_.find(ui_->Text1->text());
-    if (jc) {
-        ui_->Label7->setText(shortened(*jc, longestShownName));
+    if (stockThemes_.find(ui_->Text1->text())) {
         Form_Load();
     }
 }

@@ -20,9 +20,11 @@ StockThemes::StockThemes(const Stores& stores, Globals& globals, const Clock& cl
 void StockThemes::load(const std::function<void(const Stock&)>& showStock) {
     const Activity activity(u"读取所属主题"_s);
     Connection store = stores_.main.open();
-    const QString code = std::exchange(globals_.dangqiandm, QString());
-    const QString jc = std::exchange(globals_.dangqianjc, QString());
-    showStock({jc.left(4) + u"_属于主题"_s, code});
+    const QString code = std::exchange(globals_.dangqiandm, QString()).toUpper();
+    const QString handedOver = std::exchange(globals_.dangqianjc, QString());
+    const QString jc =
+        handedOver.isEmpty() ? shortName(store, code).value_or(QString()) : handedOver;
+    showStock({jc.left(4) + u"_属于主题"_s, code, jc});
     fill(store, code);
 }
 

@@ -23,6 +23,7 @@ public:
     struct Stock {
         QString caption;
         QString code;
+        QString jc;  // of the code table where no name was handed over
     };
 
     // Takes the shared values over, empties them, shows the stock and fills the grid; with no row

@@ -50,6 +50,12 @@ TEST_F(ThemeWindowsTest, Form22FollowsItsStock) {
     clickCell(view(), 1, 1);
     trigger(u"从该主题删除"_s);
     EXPECT_EQ(grid().rows(), 2);
+    EXPECT_EQ(label(u"Label7"_s), u"贵州茅台"_s);
+    QTest::keyClicks(edit(u"Text1"_s), u"0"_s);
+    EXPECT_EQ(label(u"Label7"_s), QString()) << "no other code stands beside the name";
+    globals_.dangqiandm = u"sh600000"_s;
+    open<Form22>();
+    EXPECT_EQ(form_->windowTitle() + label(u"Label7"_s), u"浦发银行_属于主题浦发银行"_s);
 }
 
 TEST_F(ThemeWindowsTest, Form30KeepsItsPlaceThroughARefill) {
