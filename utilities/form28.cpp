@@ -13,9 +13,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Stores what a click has made of the switch; a switch that can't be stored goes back.
+// Stores what has become of the switch; a switch that can't be stored goes back.
 void storeSwitch(QCheckBox& box, const std::function<void()>& statement) {
-    auto putBack = qScopeGuard([&box] { box.setChecked(!box.isChecked()); });
+    auto putBack = qScopeGuard([&box] {
+        const QSignalBlocker noStatement(box);
+        box.setChecked(!box.isChecked());
+    });
     statement();
     putBack.dismiss();
 }
@@ -35,8 +38,8 @@ Form28::Form28(Environment& environment, Windows&)
     connect(ui_->List1, &QListWidget::itemSelectionChanged, this, &Form28::List1_Click);
     connect(ui_->List1, &QListWidget::itemClicked, this, &Form28::List1_Click);
     connect(ui_->Check1, &QCheckBox::toggled, this, &Form28::Check1_Click);
-    connect(ui_->Check3, &QCheckBox::clicked, this, &Form28::Check3_Click);
-    connect(ui_->Check4, &QCheckBox::clicked, this, &Form28::Check4_Click);
+    connect(ui_->Check3, &QCheckBox::toggled, this, &Form28::Check3_Click);
+    connect(ui_->Check4, &QCheckBox::toggled, this, &Form28::Check4_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form28::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form28::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form28::Command3_Click);
@@ -53,6 +56,8 @@ Form28::~Form28() = default;
 void Form28::Form_Load() {
     const ProxyList list = proxies_.load();
     const QSignalBlocker noClick(ui_->List1);
+    const QSignalBlocker noUse(ui_->Check3);
+    const QSignalBlocker noMode(ui_->Check4);
     ui_->List1->clear();
     ui_->List1->addItems(list.lines);
     ui_->Check3->setChecked(list.useProxy);
@@ -121,6 +126,7 @@ void Form28::showChangedList() {
 void Form28::Command1_Click() {
     if (proxies_.add(typed())) {
         showChangedList();
+        ui_->List1->setCurrentRow(ui_->List1->count() - 1);  // Enter changes it from now on
     }
 }
 
