@@ -39,6 +39,9 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .meanVolume = meanVolume_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {
+    shell_.whenNotOpened([this](const QString& target) {
+        environment_.dialogs.tell(QStringLiteral("没有能打开它的程序，请自己打开：\n") + target);
+    });
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <utility>
 
 namespace guanchao {
 
@@ -9,8 +11,22 @@ class Shell {
 public:
     virtual ~Shell() = default;
 
-    // Returns at once; what can't be opened is the system's affair.
+    // Returns at once. What can't be opened is told to the receiver, then or later.
     virtual void open(const QString& target) = 0;
+
+    void whenNotOpened(std::function<void(const QString& target)> receiver) {
+        notOpened_ = std::move(receiver);
+    }
+
+protected:
+    void tellNotOpened(const QString& target) const {
+        if (notOpened_) {
+            notOpened_(target);
+        }
+    }
+
+private:
+    std::function<void(const QString& target)> notOpened_;
 };
 
 }  // namespace guanchao

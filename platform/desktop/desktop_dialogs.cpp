@@ -2,12 +2,15 @@
 
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
+#include <QTreeView>
 #include <QWindow>
 #include <memory>
 
@@ -118,9 +121,20 @@ QMessageBox* newAnswer(const QString& title, const QString& text) {
     return box;
 }
 
+// Sizes and days in full beside the names, on a screen that has room for them.
+void showColumnsInFull(QFileDialog& box) {
+    const QSize room = box.screen()->availableSize();
+    box.resize(QSize(960, 560).boundedTo(room));
+    if (const auto* files = box.findChild<QTreeView*>(u"treeView"_s)) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setStretchLastSection(false);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+}
+
 QCoro::Task<QString> pickedIn(QFileDialog& box, QString file, std::stop_token stop) {
     box.selectFile(file);
-    box.resize(820, 500);  // sizes and dates in full
+    showColumnsInFull(box);
     const bool accepted = co_await isAccepted(box, stop);
     co_return accepted ? box.selectedFiles().value(0) : QString();
 }

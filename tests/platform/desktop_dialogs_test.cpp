@@ -1,11 +1,14 @@
 #include "platform/desktop/desktop_dialogs.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QTemporaryDir>
+#include <QTreeView>
 #include <QWindow>
 #include <memory>
 
@@ -139,6 +142,11 @@ TEST_F(DesktopDialogsTest, AFileIsPicked) {
     writeFile(path);
     onceOpen<QFileDialog>([&](QFileDialog& box) {
         EXPECT_EQ(box.labelText(QFileDialog::Reject), u"取消"_s) << "the toolkit's own words";
+        EXPECT_EQ(box.width(), std::min(960, box.screen()->availableSize().width()));
+        const auto* files = box.findChild<QTreeView*>(u"treeView"_s);
+        for (const int col : {1, 2, 3}) {
+            EXPECT_EQ(files->header()->sectionResizeMode(col), QHeaderView::ResizeToContents);
+        }
         box.selectFile(path);
         static_cast<QDialog&>(box).accept();
     });
