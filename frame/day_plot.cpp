@@ -200,6 +200,11 @@ void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
     }
 }
 
+void DayPlot::setHint(const QString& hint) {
+    hint_ = hint;
+    viewport()->update();
+}
+
 QString DayPlot::chosenText() const {
     return chosen_ < 0 ? QString() : days_[chosen_].words;
 }
@@ -239,6 +244,10 @@ void DayPlot::keyPressEvent(QKeyEvent* event) {
 
 void DayPlot::drawForeground(QPainter* painter, const QRectF& rect) {
     QChartView::drawForeground(painter, rect);
+    if (days_.isEmpty()) {
+        painter->setPen(palette().color(QPalette::PlaceholderText));
+        painter->drawText(sceneRect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
+    }
     if (chosen_ < 0) {
         return;
     }

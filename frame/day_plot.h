@@ -35,6 +35,9 @@ public:
     // of the values changes.
     void showDays(const QList<DayValues>& days);
 
+    // What stands in the middle of the plot while it holds no days.
+    void setHint(const QString& hint);
+
     // The words of the chosen day, empty if none is.
     QString chosenText() const;
 
@@ -70,6 +73,7 @@ private:
     QList<QColor> colours_;             // of the lines, on a dark ground
     QList<QLineSeries*> furtherParts_;  // behind a break
     QList<DayValues> days_;
+    QString hint_;
     qsizetype chosen_ = -1;
 };
 

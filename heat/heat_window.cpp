@@ -26,6 +26,7 @@ void HeatWindow::take(const Controls& controls, const QString& rankingHint) {
     controls.MSHFlexGrid2->setGrid(historyGrid_);
     controls.MSHFlexGrid2->allowExport(environment_.dialogs, environment_.failures);
     controls.MSHFlexGrid2->setHint(u"点排名中的一行，这里列出它的历史"_s);
+    controls.plot->setHint(u"点排名中的一行，这里画出它的走势"_s);
     connectGrids();
     connectButtons();
 }

@@ -17,6 +17,7 @@ Form24::Form24(Environment& environment, Windows&)
     ui_->MSHFlexGrid1->setGrid(grid_);
     ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid1->setHint(u"选日期和主题，点“开始对比”\n\n没有历史行情的日子不列出"_s);
+    ui_->plot->setHint(u"点“开始对比”，这里画出逐日的对比"_s);
     ui_->MSHFlexGrid1->setSortable({u"日期"_s});
     ui_->tableAndPlot->setSizes({1000, 1000});
     first_ = new DateBoxes(*ui_->Combo5, *ui_->Combo6, *ui_->Combo7, this);
