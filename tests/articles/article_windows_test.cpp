@@ -115,12 +115,16 @@ TEST_F(ArticleWindowsTest, TheListShowsWhatAnEditorDoesAndHowMuchIsCut) {
                u'|' + child<QLabel>(browser, u"found"_s)->text();
     };
     EXPECT_EQ(shown(), u"标题 一 三 二|共找到 3 篇"_s);
+    QApplication::processEvents();
+    clickCell(view(), 1, 6);
     openEditor(1);
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
     edit(u"Text7"_s)->setText(u"丁"_s);
     QTest::keyClick(form_.data(), Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown() == u"标题 丁 三 二|共找到 3 篇"_s; }))
         << "in the order that the user has chosen";
+    EXPECT_EQ(gridOf(*child<GridView>(browser, u"MSHFlexGrid1"_s)).markedRow(), 1)
+        << "the article stays the chosen one";
     click(u"Command2"_s);
     EXPECT_EQ(shown(), u"标题 丁 丁 三 二|共找到 4 篇"_s);
     click(u"Command4"_s);
