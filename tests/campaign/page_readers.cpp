@@ -90,7 +90,7 @@ QStringList stockFigures(const QuoteRow& row, const Fundamentals& fundamentals) 
             it.volume,
             it.amount,
             it.limitUp.text,
-            it.limitDown,
+            it.limitDown.text,
             it.prices.swing,
             it.priceEarnings.value_or(QString()),
             it.turnoverRate.value_or(QString()),
