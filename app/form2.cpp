@@ -511,10 +511,7 @@ void Form2::showAnew() {
 
 void Form2::tuopan显示_Click() {
     desktop_.tray.show();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void Form2::tuopanexit_Click() {

@@ -76,6 +76,8 @@ private:
     template <typename Form>
     void opens(const QAction* entry);
     template <typename Form>
+    void raisesOrOpens(const QAction* entry);
+    template <typename Form>
     void follows(QWidget* window);
     template <typename Form>
     void addsMonitor(const QAction* entry);

@@ -67,6 +67,11 @@ void Form2::opens(const QAction* entry) {
     connect(entry, &QAction::triggered, this, [this] { windows_.openAnew<Form>(); });
 }
 
+template <typename Form>
+void Form2::raisesOrOpens(const QAction* entry) {
+    connect(entry, &QAction::triggered, this, [this] { windows_.raiseOrOpen<Form>(); });
+}
+
 // What a window of the class stores shows here, while it goes on.
 template <typename Form>
 void Form2::follows(QWidget* window) {
@@ -88,21 +93,21 @@ void Form2::connectWindows() {
     opens<Form4>(ui_->监控管理);
     opens<Form27>(ui_->文章管理器);
     opens<Form3>(ui_->导入主题);
-    opens<Form33>(ui_->导入概念板块);
-    opens<Form35>(ui_->更新代码表);
+    raisesOrOpens<Form33>(ui_->导入概念板块);
+    raisesOrOpens<Form35>(ui_->更新代码表);
     opens<Form25>(ui_->新闻数量分析);
     opens<Form31>(ui_->公司新闻数量分析);
     opens<Form29>(ui_->商品价格监控);
     opens<Form28>(ui_->设置代理服务器);
     opens<Form32>(ui_->历史行情);
-    opens<Form34>(ui_->行情来源);
+    raisesOrOpens<Form34>(ui_->行情来源);
     connect(&environment_.openWindows, &OpenWindows::opened, this, [this](QWidget* window) {
         follows<Form3>(window);
         follows<Form33>(window);
         follows<Form35>(window);
     });
     auto* serviceLine = new ServiceLine(*ui_->practiceBand, *ui_->serviceLine, environment_,
-                                        [this] { windows_.openAnew<Form34>(); });
+                                        [this] { windows_.raiseOrOpen<Form34>(); });
     serviceLine->setParent(this);
 }
 
@@ -142,8 +147,7 @@ void Form2::设置密码_Click() {
 
 void Form2::快速查找_Click() {
     if (auto* open = findChild<Finder*>()) {
-        open->raise();
-        open->activateWindow();
+        bringToFront(*open);
         return;
     }
     const Finder::Choices choices = {.stock =

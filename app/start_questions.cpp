@@ -72,7 +72,7 @@ QCoro::Task<> offerCodeTable(Environment& environment, Windows& windows, std::st
     }
     const bool wanted = co_await environment.dialogs.ask(stop, codeTableQuestion);
     if (wanted) {
-        windows.openAnew<Form35>();
+        windows.raiseOrOpen<Form35>();
         environment.openWindows.find<Form35>()->begin();
     } else {
         CodeTableSettings(iniPath).setRefused();

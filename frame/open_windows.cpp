@@ -26,6 +26,13 @@ QCoro::Task<bool> isClosed(QPointer<QWidget> window, std::stop_token stop) {
 
 }  // namespace
 
+void bringToFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 QCoro::Task<bool> OpenWindows::closeAll(std::stop_token stop) {
     bool closed = true;
     const QList<QPointer<QWidget>> windows = open_;

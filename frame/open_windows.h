@@ -13,6 +13,9 @@
 
 namespace guanchao {
 
+// On the screen, above the others and with the keyboard.
+void bringToFront(QWidget& window);
+
 class OpenWindows : public QObject {
     Q_OBJECT
 

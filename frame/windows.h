@@ -1,5 +1,5 @@
 // How windows are opened: not modal, and in place of an open one of that name unless several may
-// stand side by side.
+// stand side by side, or the work of the open one must go on.
 #pragma once
 
 #include "frame/environment.h"
@@ -17,7 +17,17 @@ public:
         openAnother<Form>();
     }
 
-    // The same without the keyboard, for a window that comes up by itself.
+    // The open one comes to the front as it is, with what it is at.
+    template <typename Form>
+    void raiseOrOpen() {
+        if (Form* open = environment_.openWindows.find<Form>()) {
+            bringToFront(*open);
+        } else {
+            openAnother<Form>();
+        }
+    }
+
+    // As openAnew(), without the keyboard, for a window that comes up by itself.
     template <typename Form>
     void openQuietly() {
         environment_.openWindows.close<Form>();

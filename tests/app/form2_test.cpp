@@ -259,6 +259,45 @@ TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
     }
 }
 
+TEST_F(Form2Test, AnEntryChosenAgainBringsTheWindowForwardWhoseWorkGoesOn) {
+    const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s}};
+    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
+                          PracticeBoards(stocks, QList<QStringList>{{u"红利"_s, u"SH600000"_s}}));
+    market.start();
+    services_.boards = services_.stockList = {{market.host(), {}, 10, 1, 0, u"sina"_s}};
+    load();
+    const struct {
+        QString entry;
+        QStringList presses;
+    } cases[] = {
+        {u"导入概念板块"_s, {u"all"_s, u"begin"_s}},
+        {u"更新代码表"_s, {u"begin"_s}},
+        {u"行情来源"_s, {u"test"_s}},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.entry.toStdString());
+        http_.client = std::make_unique<QtHttpClient>();
+        trigger(it.entry);
+        const QPointer<QDialog> window = shownWindow<QDialog>();
+        const auto* first = child<QPushButton>(window, it.presses.first());
+        until([&] { return first->isEnabled(); });
+        http_.client = nullptr;
+        http_.gate = std::make_shared<Later<bool>>();
+        for (const QString& button : it.presses) {
+            child<QPushButton>(window, button)->click();
+        }
+        window->showMinimized();
+        trigger(it.entry);
+        EXPECT_EQ(shownWindows<QDialog>(), QList<QDialog*>{window});
+        EXPECT_FALSE(window->isMinimized());
+        const auto* stop = child<QPushButton>(window, u"stop"_s);
+        EXPECT_TRUE(stop->isVisible() && stop->isEnabled()) << "it goes on";
+        closeWindows();
+        deleteClosedWindows();
+        http_.gate->deliver(true);
+    }
+}
+
 // A larger window gives its width to the stocks.
 TEST_F(Form2Test, BothGridsShowTheirGainsAndTheStocksGrow) {
     load();
