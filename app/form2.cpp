@@ -35,11 +35,15 @@ constexpr int themeGridToGain = 3000;
 constexpr int stockGridToGain = 7460;
 constexpr int gutter = 250;
 
-QString noThemesWords(const QString& threshold) {
+// Of so many in the store none has more attention than the threshold.
+QString noThemesWords(int themes, const QString& threshold) {
+    if (themes == 0) {
+        return u"还没有主题\n\n用“数据 / 导入主题”或“主题 / 导入概念板块”导入"_s;
+    }
     const double attention = numericPrefix(threshold);
-    return attention > 0 ? u"没有关注度大于 "_s + numberText(attention) +
-                               u" 的主题\n\n把上面的“关注度大于”改小，再按 F5"_s
-                         : u"还没有主题\n\n用“数据”菜单的“导入主题”导入"_s;
+    return u"%1 个主题的关注度不大于 %2\n\n%3，再按 F5"_s.arg(themes).arg(
+        numberText(attention),
+        attention == 0 ? u"在上面的“关注度大于”里写 -1"_s : u"把上面的“关注度大于”改小"_s);
 }
 
 }  // namespace
@@ -92,7 +96,6 @@ void Form2::setUpControls() {
     ui_->MSHFlexGrid1->allowExport(environment_.dialogs, environment_.failures);
     ui_->MSHFlexGrid2->setGrid(stocks_);
     ui_->MSHFlexGrid2->allowExport(environment_.dialogs, environment_.failures);
-    ui_->MSHFlexGrid1->setHint(noThemesWords({}));
     ui_->MSHFlexGrid2->setHint(
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
@@ -238,9 +241,9 @@ void Form2::刷新_Click() {
 QCoro::Task<> Form2::refresh(std::stop_token stop) {
     const auto step = [this] {
         themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& it) { showTimes(it); });
+        showThemesHint();
     };
     co_await patiently(step, stop);
-    ui_->MSHFlexGrid1->setHint(noThemesWords(ui_->Text3->text()));
     marketBand_->refresh();
 }
 
@@ -248,8 +251,15 @@ QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
     const auto step = [this] {
         themeTable_.refreshShown(ui_->Text3->text(),
                                  [this](const UpdateLabels& it) { showTimes(it); });
+        showThemesHint();
     };
     co_await patiently(step, stop);
+}
+
+void Form2::showThemesHint() {
+    if (themes_.rows() == 1) {
+        ui_->MSHFlexGrid1->setHint(noThemesWords(themeTable_.themeCount(), ui_->Text3->text()));
+    }
 }
 
 // Both, with the search, the rows that are marked and the places where they stand.

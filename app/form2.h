@@ -89,6 +89,7 @@ private:
     void arrangeGrids();
     QCoro::Task<> refresh(std::stop_token stop);
     QCoro::Task<> refreshShown(std::stop_token stop);
+    void showThemesHint();
     QCoro::Task<> refreshTables(std::stop_token stop);
     void showImported();
     void showTimes(const UpdateLabels& times);

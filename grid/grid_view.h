@@ -34,6 +34,7 @@ public:
         hint_ = hint;
         viewport()->update();
     }
+    const QString& hint() const { return hint_; }
 
     // A click on a header sorts; headers that hold one of the words are sorted as texts.
     void setSortable(const QStringList& dateWords = {}) { sort_.enable(dateWords); }

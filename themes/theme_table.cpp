@@ -124,6 +124,16 @@ void ThemeTable::fillThemes(Connection& connection, const QString& threshold, Gr
     }
 }
 
+int ThemeTable::themeCount() const {
+    const Activity activity(u"刷新主题表"_s);
+    Connection connection = stores_.main.open();
+    return static_cast<int>(Recordset(connection,
+                                      u"select count(distinct zhutiname) from dzhzhuti"
+                                      u" INNER JOIN dmb on dzhzhuti.dm=dmb.dm"_s)
+                                .value(0)
+                                .toInteger());
+}
+
 void ThemeTable::xianshizhutigu(const QString& theme) {
     const Activity activity(theme == allStocks ? u"读取行情列表"_s : u"读取主题个股"_s);
     if (!fillStocks(theme)) {

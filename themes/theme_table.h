@@ -36,6 +36,9 @@ public:
     using ShowLabels = std::function<void(const UpdateLabels&)>;
     void refresh(const QString& threshold, const ShowLabels& showLabels);
 
+    // How many themes there are to list, whatever their attention.
+    int themeCount() const;
+
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
 

@@ -119,6 +119,31 @@ TEST_F(Form2Test, WhatIsImportedShowsByItselfAndKeepsTheMark) {
     EXPECT_EQ(themes.selectionModel()->selectedRows().size(), 1);
 }
 
+TEST_F(Form2Test, AnEmptyTableOfThemesTellsHowTheyComeToBeListed) {
+    load();
+    const auto says = [this](const QString& words) {
+        const GridView& themes = view(u"MSHFlexGrid1"_s);
+        return QTest::qWaitFor([&] {
+            return gridOf(themes).rows() == 1 && themes.hint().section(u'\n', 0, 0) == words;
+        });
+    };
+    activate();
+    edit(u"Text3"_s)->setText(u"1.5"_s);
+    QTest::keyClick(edit(u"Text3"_s), Qt::Key_Return);
+    EXPECT_TRUE(says(u"2 个主题的关注度不大于 1.5"_s));
+    store_.run({u"delete from dzhzhuti"_s});
+    QTest::keyClick(&main_, Qt::Key_F5);
+    EXPECT_TRUE(says(u"还没有主题"_s));
+    windows_.openAnew<Form33>();
+    store_.addMember(u"红利"_s, u"SH600000"_s, 0);
+    emit shownWindow<Form33>()->imported();
+    EXPECT_TRUE(says(u"1 个主题的关注度不大于 1.5"_s)) << "without a key";
+    edit(u"Text3"_s)->setText({});
+    QTest::keyClick(edit(u"Text3"_s), Qt::Key_Return);
+    EXPECT_TRUE(says(u"1 个主题的关注度不大于 0"_s));
+    EXPECT_TRUE(view(u"MSHFlexGrid1"_s).hint().contains(u"写 -1"_s));
+}
+
 TEST_F(Form2Test, APressOnAStockHandsItOverAndOpensTheList) {
     load();
     trigger(u"全部显示"_s);
