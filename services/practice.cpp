@@ -1,6 +1,8 @@
 #include "services/practice.h"
 
+#include <QSet>
 #include <QUrl>
+#include <algorithm>
 
 #include "base/activity.h"
 #include "base/values.h"
@@ -16,9 +18,9 @@ bool isReal(const QString& host) {
     return !host.isEmpty() && !isOnThisComputer(QUrl(host).host());
 }
 
-// Each purpose with the names of its real services.
-QStringList realServices(const Services& all) {
-    QStringList purposes;
+// Those of each purpose that has any.
+QList<QList<Service>> realServices(const Services& all) {
+    QList<QList<Service>> purposes;
     for (const QList<Service>& services : {all.quote,
                                            all.history,
                                            all.factors,
@@ -31,17 +33,23 @@ QStringList realServices(const Services& all) {
                                            {all.sitepage},
                                            {all.newspage},
                                            {all.vendor}}) {
-        QStringList names;
-        for (const Service& it : services) {
-            if (isReal(it.host)) {
-                names << serviceName(it);
-            }
-        }
-        if (!names.isEmpty()) {
-            purposes << u"%1（%2）"_s.arg(purposeName(services.first().purpose), names.join(u'、'));
+        QList<Service> real;
+        std::ranges::copy_if(services, std::back_inserter(real),
+                             [](const Service& it) { return isReal(it.host); });
+        if (!real.isEmpty()) {
+            purposes << real;
         }
     }
     return purposes;
+}
+
+// 行情（新浪、腾讯）.
+QString namesOf(const QList<Service>& services) {
+    QStringList names;
+    for (const Service& it : services) {
+        names << serviceName(it);
+    }
+    return u"%1（%2）"_s.arg(purposeName(services.first().purpose), names.join(u'、'));
 }
 
 }  // namespace
@@ -50,10 +58,33 @@ QString practiceWords(const Services& services) {
     if (!services.isPractice) {
         return {};
     }
-    const QStringList real = realServices(services);
+    QStringList real;
+    for (const QList<Service>& it : realServices(services)) {
+        real << namesOf(it);
+    }
     return real.isEmpty() ? u"练习行情：价格都是编造的，和真实的市场无关"_s
                           : u"注意：这里是练习行情，可是这些网站是真的，请在%1里停用：%2"_s.arg(
                                 servicesWindow, real.join(u'、'));
+}
+
+std::optional<Service> realNewcomer(const Services& now, const Services& next) {
+    if (!now.isPractice) {
+        return std::nullopt;
+    }
+    QSet<QString> asked;
+    for (const QList<Service>& services : realServices(now)) {
+        for (const Service& it : services) {
+            asked << it.purpose + it.host;
+        }
+    }
+    for (const QList<Service>& services : realServices(next)) {
+        for (const Service& it : services) {
+            if (!asked.contains(it.purpose + it.host)) {
+                return it;
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 void refuseReal(const Services& services, const QString& host) {

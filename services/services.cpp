@@ -10,8 +10,11 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 Services readServices(const QString& iniPath) {
-    const IniFile ini(iniPath);
-    const ReadEntries read = readEntries(ini.text());
+    return readServices(IniFile(iniPath).text());
+}
+
+Services readServices(const IniText& ini) {
+    const ReadEntries read = readEntries(ini);
     Services services;
     const QHash<QString, QList<Service>*> lists = {
         {u"quote"_s, &services.quote},     {u"history"_s, &services.history},

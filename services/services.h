@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "formats/ini_text.h"
 #include "platform/service.h"
 
 namespace guanchao {
@@ -33,5 +34,6 @@ struct Services {
 };
 
 Services readServices(const QString& iniPath);
+Services readServices(const IniText& ini);
 
 }  // namespace guanchao

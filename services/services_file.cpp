@@ -77,12 +77,27 @@ QList<ServiceEntry> ServicesFile::entries() const {
     return readEntries(IniText(content())).entries;
 }
 
+// A folder that was for practice as the program started is so to its end.
+Services ServicesFile::inFile() const {
+    Services services = readServices(IniText(content()));
+    services.isPractice = services.isPractice || services_.isPractice;
+    return services;
+}
+
+// One that somebody has written into the file by hand.
+void ServicesFile::refuseRealNewcomer() const {
+    if (const std::optional<Service> real = realNewcomer(services_, inFile())) {
+        refuseReal(services_, real->host);
+    }
+}
+
 bool ServicesFile::move(const QString& section, bool up) {
     const QList<ServiceEntry> now = entries();
     const ServiceEntry* other = neighbourOf(now, section, up);
     if (!other) {
         return false;
     }
+    refuseRealNewcomer();
     change(
         [&](const QList<ServiceEntry>&, IniText& ini) { ini.swapNames(section, other->section); });
     return true;
@@ -91,6 +106,7 @@ bool ServicesFile::move(const QString& section, bool up) {
 void ServicesFile::setUsed(const QString& section, bool used) {
     changeEntry(section, [this, used](const ServiceEntry& entry, IniText& ini) {
         if (used) {
+            refuseRealNewcomer();
             refuseReal(services_, entry.service.host);
         }
         guanchao::setUsed(entry, used, ini);
@@ -134,7 +150,10 @@ void ServicesFile::replace(const QByteArray& former, const QByteArray& content) 
     }
     replaceFile(path_, content);
     hasKeptFormer_ = true;
-    services_ = readServices(path_);
+    const Services next = inFile();
+    if (!realNewcomer(services_, next)) {
+        services_ = next;
+    }
 }
 
 }  // namespace guanchao

@@ -1,8 +1,9 @@
 // services.ini of the application folder, and the services that it names: what changes in the file
 // through the program is asked from the next request on. A change leaves the user's comments and
 // entries as they are; the file as it was before the first one of this run of the program stays
-// beside it, as services.ini.以前. In a folder for practice none comes into use that is real.
-// Changes raise OperationError, and then nothing has changed.
+// beside it, as services.ini.以前. In a folder for practice none comes into use that is real:
+// while the file, changed by hand, names one, the program asks what it has asked. Changes raise
+// OperationError, and then nothing has changed.
 #pragma once
 
 #include <functional>
@@ -26,6 +27,9 @@ public:
     // As they stand in the file now, by purpose and order.
     QList<ServiceEntry> entries() const;
 
+    // What the program would ask by the file as it stands.
+    Services inFile() const;
+
     // The entry, by its section, is asked before or after its neighbour. False if it has none
     // there.
     bool move(const QString& section, bool up);
@@ -39,6 +43,7 @@ private:
     void replace(const QByteArray& former, const QByteArray& content);
     void changeEntry(const QString& section,
                      const std::function<void(const ServiceEntry& entry, IniText& ini)>& edit);
+    void refuseRealNewcomer() const;
     QByteArray content() const;
 
     QString path_;

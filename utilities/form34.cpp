@@ -103,7 +103,7 @@ void Form34::keyPressEvent(QKeyEvent* press) {
 }
 
 void Form34::readAnew() {
-    showPractice(*ui_->practiceBand, environment_.services);
+    showPractice(*ui_->practiceBand, environment_.servicesFile.inFile());
     entries_ = environment_.servicesFile.entries();
     const GridFill fill(grid_);
     grid_.setRows(static_cast<int>(entries_.size()) + 1);

@@ -77,6 +77,43 @@ TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
     EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
 }
 
+// The program goes on asking what it has asked until the last of them is out of use.
+TEST_F(Form34Test, RealServicesWrittenByHandDontComeIntoAFolderForPractice) {
+    const QString made = u"练习行情：价格都是编造的，和真实的市场无关"_s;
+    QString ini;
+    for (const char* section : {"factors", "fundamentals", "boards", "stocklist", "chart",
+                                "stockpage", "sitepage", "newspage"}) {
+        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(section));
+    }
+    begin(u"[practice]\n[quote]\nhost=http://127.0.0.1:1\n[history]\nhost=http://localhost\n"_s +
+          ini);
+    const QByteArray byHand = (u"[quote]\nhost=http://127.0.0.1:1\n[quote.2]\nkind=tencent\n"
+                               u"[history]\nkind=sina\n"_s +
+                               ini)
+                                  .toUtf8();
+    writeFile(path_, byHand);
+    open<Form34>();
+    const auto* band = find<QLabel>(u"practiceBand"_s);
+    EXPECT_TRUE(band->text().endsWith(u"停用：行情（腾讯）、历史行情（新浪）"_s))
+        << band->text().toStdString();
+    EXPECT_THROW(click(u"down"_s), OperationError);
+    mark(2);
+    EXPECT_THROW(click(u"up"_s), OperationError);
+    EXPECT_EQ(contentOf(path_), byHand);
+    click(u"use"_s);
+    EXPECT_THROW(click(u"up"_s), OperationError) << "the history is real still";
+    EXPECT_EQ(services_.history.first().host, u"http://localhost"_s);
+    mark(3);
+    edit(u"host"_s)->setText(u"http://localhost:3"_s);
+    key(u"host"_s, Qt::Key_Return);
+    EXPECT_EQ(services_.history.first().host, u"http://localhost:3"_s);
+    EXPECT_EQ(band->text(), made);
+    mark(1);
+    click(u"down"_s);
+    EXPECT_EQ(services_.quote.size(), 1) << "the real one stays out of use";
+    EXPECT_TRUE(services_.isPractice) << "though the file doesn't say it any more";
+}
+
 TEST_F(Form34Test, TheStandardIsTakenBackWhereTheUserAgrees) {
     begin(u"[quote]\nkind=sina\nhost=http://s\n"_s);
     dialogs_.answer = false;
