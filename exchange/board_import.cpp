@@ -6,6 +6,7 @@
 #include "base/values.h"
 #include "exchange/theme_text.h"
 #include "services/polite_http.h"
+#include "services/service_names.h"
 #include "store/patient_worker.h"
 
 namespace guanchao {
@@ -22,6 +23,7 @@ constexpr int mostRests = 3;
 BoardImport::BoardImport(const Stores& stores, const Clock& clock, HttpClient& http,
                          RunControl& control, Watch watch, Wait wait)
     : stores_(stores),
+      clock_(clock),
       date_(timeText(clock.now())),
       control_(control),
       watch_(std::move(watch)),
@@ -88,14 +90,15 @@ QCoro::Task<> BoardImport::take(Service service, Board board, std::stop_token st
     watch_.settled({board.node, stored, {}});
 }
 
-// A service that has had enough of us is left alone for a while and then asked again.
+// A service that has had enough of us, or fails time and again, is left alone for a while and then
+// asked again.
 QCoro::Task<BoardImport::Reply> BoardImport::ask(Service service, Board board) {
     for (int rests = 0;; ++rests) {
         Reply reply = co_await boards_.stocks(service, board, control_.asking());
-        if (!reply.wantsRest || rests == mostRests) {
+        if (reply.restsFor.isEmpty() || rests == mostRests) {
             co_return reply;
         }
-        show(u"网站限制了访问，歇一会儿再继续…"_s);
+        show(u"%1：%2，%3"_s.arg(serviceName(service), reply.restsFor, triedAgainWords(clock_)));
         co_await wait_(longerThanARest, control_.asking());
         show(u"正在导入 "_s + board.name);
     }
@@ -104,7 +107,7 @@ QCoro::Task<BoardImport::Reply> BoardImport::ask(Service service, Board board) {
 void BoardImport::fail(const Board& board, const Reply& reply) {
     tally_.failed << BoardTally::Failed{board.name, reply.lack};
     ++failuresInARow_;
-    if (reply.wantsRest || failuresInARow_ == mostFailuresInARow) {
+    if (!reply.restsFor.isEmpty() || failuresInARow_ == mostFailuresInARow) {
         tally_.ending = u"网站一再不答，最后一次："_s + reply.lack;
     }
     watch_.settled({board.node, {}, reply.lack});

@@ -51,6 +51,7 @@ private:
     void show(const QString& step);
 
     Stores stores_;
+    const Clock& clock_;
     QString date_;
     RunControl& control_;
     Watch watch_;

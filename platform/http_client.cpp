@@ -21,8 +21,8 @@ QString failureWords(const HttpReply& reply) {
         case HttpReply::Outcome::limited:
             return u"要得太勤，被拒绝（%1）"_s.arg(reply.status);
         case HttpReply::Outcome::resting:
-            return u"它刚才一再拒绝或没有应答，%1 以前不再去要"_s.arg(
-                reply.until.toString(u"HH:mm:ss"_s));
+            return u"刚才%1，%2 以前不再去要"_s.arg(reply.reason,
+                                                    reply.until.toString(u"HH:mm:ss"_s));
     }
     return {};
 }

@@ -24,10 +24,11 @@ struct HttpReply {
     };
 
     Outcome outcome = Outcome::notThere;
-    int status = 0;           // of the answer or refusal
-    QByteArray body;          // as it came, of a refusal too; empty otherwise
-    QDateTime until = {};     // of a rest
-    QString reason = {};      // of one that is unreachable, in the toolkit's words
+    int status = 0;        // of the answer or refusal
+    QByteArray body;       // as it came, of a refusal too; empty otherwise
+    QDateTime until = {};  // of a rest
+    // Of one that is unreachable, in the toolkit's words; why one rests, in Chinese.
+    QString reason = {};
     qint64 milliseconds = 0;  // from the request to its end
 
     bool answered() const { return outcome == Outcome::answered; }

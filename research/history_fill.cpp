@@ -315,12 +315,13 @@ QCoro::Task<> HistoryFill::endStreak(std::stop_token stop) {
         throw Cancelled();
     }
     ++rests_;
+    const QString words = u"连续 %1 次没有读到历史行情，"_s.arg(streak_.size());
     done_ -= static_cast<int>(streak_.size());
     for (const FilledGap& failed : std::exchange(streak_, {})) {
         gaps_.push_back(failed.gap);
     }
     co_await write(stop);
-    show(u"服务限制了访问，歇一会儿再继续…"_s, done_, total_);
+    show(words + triedAgainWords(clock_), done_, total_);
     co_await wait_(longerThanARest, control_.asking());
 }
 

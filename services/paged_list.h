@@ -46,7 +46,7 @@ template <typename Row>
 struct ListReply {
     std::optional<QList<Row>> rows;
     QString lack;              // why there is none, in Chinese
-    bool wantsRest = false;    // the service has been asked too much: it answers later
+    QString restsFor;          // why the service answers later only, in Chinese; empty if not
     bool unreachable = false;  // there is no way to it
 };
 
@@ -88,8 +88,11 @@ QCoro::Task<ListReply<Row>> fetchPages(HttpClient& http, Service service,
         const HttpReply answer = co_await http.get(service, path, stop);
         if (!answer.answered()) {
             reply.lack = failureWords(answer);
-            reply.wantsRest = answer.outcome == HttpReply::Outcome::limited ||
-                              answer.outcome == HttpReply::Outcome::resting;
+            if (answer.outcome == HttpReply::Outcome::limited) {
+                reply.restsFor = reply.lack;
+            } else if (answer.outcome == HttpReply::Outcome::resting) {
+                reply.restsFor = answer.reason;
+            }
             reply.unreachable = answer.outcome == HttpReply::Outcome::unreachable;
             co_return reply;
         }

@@ -5,6 +5,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int restSeconds = 90;
@@ -30,6 +32,10 @@ bool isFailure(const HttpReply& reply) {
 }
 
 }  // namespace
+
+QString triedAgainWords(const Clock& clock) {
+    return clock.now().addDuration(longerThanARest).toString(u"HH:mm:ss"_s) + u" 再试"_s;
+}
 
 PoliteHttp::PoliteHttp(HttpClient& http, const Clock& clock, Wait wait)
     : http_(http), clock_(clock), wait_(std::move(wait)) {}
@@ -58,7 +64,8 @@ bool PoliteHttp::rests(const QString& host) const {
 }
 
 HttpReply PoliteHttp::resting(const QString& host) const {
-    return {HttpReply::Outcome::resting, 0, {}, addresses_.value(host).restsUntil};
+    const Address address = addresses_.value(host);
+    return {HttpReply::Outcome::resting, 0, {}, address.restsUntil, address.restsFor};
 }
 
 // How long to wait for it.
@@ -88,7 +95,9 @@ void PoliteHttp::judge(const QString& host, HttpReply& reply) {
         address.failuresInARow = 0;
     }
     if (limited || address.failuresInARow >= mostFailuresInARow) {
+        const QString words = failureWords(reply);
         address.restsUntil = clock_.now().addSecs(restSeconds);
+        address.restsFor = limited ? words : u"一再没有答好（%1）"_s.arg(words);
         address.failuresInARow = 0;
     }
 }

@@ -17,6 +17,9 @@ namespace guanchao {
 // After so long an address at rest is asked again.
 inline constexpr std::chrono::seconds longerThanARest(95);
 
+// For whoever waits so long from now on: 10:01:35 再试.
+QString triedAgainWords(const Clock& clock);
+
 class PoliteHttp : public HttpClient {
 public:
     PoliteHttp(HttpClient& http, const Clock& clock, Wait wait = pause);
@@ -29,7 +32,8 @@ private:
         bool hasAnswered = false;
         int failuresInARow = 0;
         QDateTime restsUntil;
-        QDateTime free;  // for its next request
+        QString restsFor;  // why
+        QDateTime free;    // for its next request
     };
 
     bool rests(const QString& host) const;

@@ -3,6 +3,7 @@
 #include <QTimer>
 
 #include "platform/qt_http_client.h"
+#include "services/polite_http.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 #include "tools/practice_market/practice_market.h"
@@ -70,7 +71,7 @@ protected:
         const BoardImport::Watch watch = {[](const Board&) { return true; },
                                           [this](const RunProgress& it) { onProgress_(it); },
                                           [this](const BoardOutcome& it) { onSettled_(it); }};
-        BoardImport import(store_.stores, clock_, http_, *control_, watch, wait_);
+        BoardImport import(store_.stores, clock_, polite_, *control_, watch, wait_);
         return endOf(import.run(list.service, list.boards, {}));
     }
     QStringList themes() {
@@ -80,12 +81,14 @@ protected:
     PracticeMarket market_;
     Service service_;
     SpoiledHttp http_;
+    PoliteHttp polite_{http_, clock_};
     std::unique_ptr<RunControl> control_;
     std::function<void(const RunProgress&)> onProgress_ = [](const RunProgress&) {};
     std::function<void(const BoardOutcome&)> onSettled_ = [](const BoardOutcome&) {};
     int waits_ = 0;
-    Wait wait_ = [this](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> {
+    Wait wait_ = [this](std::chrono::milliseconds time, std::stop_token) -> QCoro::Task<> {
         ++waits_;
+        clock_.moment = clock_.moment.addDuration(time);
         co_return;
     };
 };
@@ -151,6 +154,27 @@ TEST_F(BoardImportTest, AServiceThatHasHadEnoughIsLeftAloneForAWhile) {
     EXPECT_EQ(tally.ending, u"网站一再不答，最后一次：要得太勤，被拒绝（456）"_s);
     EXPECT_EQ(waits_, 3);
     EXPECT_EQ(http_.paths.size(), 4) << "the others aren't asked for";
+}
+
+TEST_F(BoardImportTest, ARestTellsWhyAndUntilWhen) {
+    const HttpReply brokenOff = {HttpReply::Outcome::broken, 0, {}};
+    http_.instead = [&](const QString&) { return brokenOff; };
+    for (int before = 0; before < 9; ++before) {
+        endOf(polite_.get(service_, u"/"_s, {}));
+    }
+    int broken = 1;
+    http_.instead = [&](const QString& path) -> std::optional<HttpReply> {
+        const bool isBroken = path.contains(u"getHQNodeData"_s) && broken-- > 0;
+        return isBroken ? std::optional(brokenOff) : std::nullopt;
+    };
+    QStringList steps;
+    onProgress_ = [&](const RunProgress& progress) { steps << progress.step; };
+    const BoardTally tally = import();
+    EXPECT_TRUE(steps.contains(u"新浪：一再没有答好（传输中断），10:01:35 再试"_s))
+        << steps.join(u'\n').toStdString();
+    EXPECT_EQ(waits_, 1);
+    EXPECT_EQ(tally.boards, 2);
+    EXPECT_EQ(tally.failed.value(0).why, u"传输中断"_s);
 }
 
 TEST_F(BoardImportTest, WhatHasComeStaysWhereTheUserStops) {
