@@ -150,7 +150,9 @@ QCoro::Task<QuotesReply> QuoteSource::ask(Service service, QString codes,
     QuotesReply read;
     read.turnedAway = reply.turnedAway();
     if (!reply.answered()) {
-        read.lack = failureWords(reply);
+        const bool rests = reply.outcome == HttpReply::Outcome::resting;
+        const QString words = failureWords(reply);
+        read.lack = rests ? lineOn(service, words) : words;
         co_return QuotesReply(read);
     }
     read.lines = kind->lines(reply.body, codes);
