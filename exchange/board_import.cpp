@@ -64,7 +64,7 @@ QCoro::Task<> BoardImport::takePause() {
         co_return;
     }
     working_.rest();
-    show(u"已暂停"_s);
+    show(pausedStep);
     co_await control_.untilItGoesOn();
     working_.goOn();
 }

@@ -16,6 +16,9 @@
 
 namespace guanchao {
 
+// The step of a run that waits for the user to go on.
+inline const QString pausedStep = QStringLiteral("已暂停");
+
 // What became of a board.
 struct BoardOutcome {
     QString node;

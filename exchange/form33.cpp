@@ -199,11 +199,21 @@ QCoro::Task<> Form33::importTicked(std::stop_token stop) {
     });
     BoardImport run(environment_.stores, environment_.clock, environment_.client, *control_,
                     {[this](const Board& it) { return isTicked(*items_[it.node]); },
-                     [this](const RunProgress& it) { panel_->show(it); },
+                     [this](const RunProgress& it) { showProgress(it); },
                      [this](const BoardOutcome& it) { showOutcome(it); }});
     const QList<Board> boards = ticked();
     const BoardTally tally = co_await run.run(boards_.service, boards, stop);
     panel_->say(tally.words());
+}
+
+// A board that is being read comes to its end before the pause.
+void Form33::showProgress(const RunProgress& progress) {
+    progress_ = progress;
+    RunProgress shown = progress;
+    if (control_->isPaused() && progress.step != pausedStep) {
+        shown.step = u"读完这个板块就暂停"_s;
+    }
+    panel_->show(shown);
 }
 
 void Form33::pauseOrGoOn() {
@@ -212,6 +222,7 @@ void Form33::pauseOrGoOn() {
     } else {
         control_->pause();
     }
+    showProgress(progress_);
     showState();
 }
 

@@ -44,6 +44,7 @@ private:
     QList<Board> ticked() const;
     void beginImport();
     QCoro::Task<> importTicked(std::stop_token stop);
+    void showProgress(const RunProgress& progress);
     void pauseOrGoOn();
     void stopImport();
     void showOutcome(const BoardOutcome& outcome);
@@ -56,6 +57,7 @@ private:
     QHash<QString, QTreeWidgetItem*> items_;  // by node
     bool reading_ = false;
     bool importing_ = false;
+    RunProgress progress_;                     // that the import has told last
     std::unique_ptr<RunControl> control_;      // of the last import
     QShortcut stopKey_{Qt::Key_Escape, this};  // closes the window while nothing is imported
     Runs runs_;

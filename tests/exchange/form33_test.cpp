@@ -121,6 +121,29 @@ TEST_F(Form33Test, MayBeClosedAtEachOfItsWaits) {
     EXPECT_EQ(failures_.told, QStringList());
 }
 
+TEST_F(Form33Test, APauseTellsThatTheBoardIsReadToItsEnd) {
+    openRead();
+    http_.client = nullptr;
+    const auto held = std::make_shared<Later<bool>>();
+    http_.gate = held;
+    click(u"all"_s);
+    click(u"begin"_s);
+    const auto step = [this] { return label(u"step"_s).section(u'（', 0, 0); };
+    EXPECT_EQ(step(), u"正在导入 白酒"_s);
+    click(u"pause"_s);
+    EXPECT_EQ(step(), u"读完这个板块就暂停"_s);
+    click(u"pause"_s);
+    EXPECT_EQ(step(), u"正在导入 白酒"_s) << "it goes on as before";
+    click(u"pause"_s);
+    http_.gate = nullptr;
+    http_.client = std::make_unique<QtHttpClient>();
+    held->deliver(true);
+    until([&] { return step() == u"已暂停"_s; });
+    click(u"pause"_s);
+    until([this] { return button(u"all"_s)->isEnabled(); });
+    EXPECT_TRUE(list().topLevelItem(1)->text(3).startsWith(u"新增"_s));
+}
+
 TEST_F(Form33Test, EscapeStopsTheImportAndThenCloses) {
     openRead();
     click(u"all"_s);
