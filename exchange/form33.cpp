@@ -193,8 +193,12 @@ QCoro::Task<> Form33::importTicked(std::stop_token stop) {
     importing_ = true;
     panel_->say({});
     showState();
+    ui_->pause->setFocus();
     const auto end = qScopeGuard([this] {
         importing_ = false;
+        if (ui_->pause->hasFocus() || ui_->stop->hasFocus()) {
+            ui_->list->setFocus();
+        }
         showState();
     });
     BoardImport run(environment_.stores, environment_.clock, environment_.client, *control_,

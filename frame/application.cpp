@@ -1,11 +1,12 @@
 #include "frame/application.h"
 
 #include <QDebug>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <QWidget>
 
 #include "frame/looks.h"
 #include "store/failure.h"
@@ -19,6 +20,20 @@ static void showPlainly(QObject* widget) {
     if (label && label->textFormat() == Qt::AutoText) {
         label->setTextFormat(Qt::PlainText);
     }
+}
+
+// Its control would have taken it before it came to a field.
+static bool isLostMnemonic(const QObject* receiver, const QEvent* event) {
+    const auto* field = qobject_cast<const QWidget*>(receiver);
+    if (event->type() != QEvent::KeyPress || !field ||
+        !field->testAttribute(Qt::WA_InputMethodEnabled)) {
+        return false;
+    }
+    const auto* press = static_cast<const QKeyEvent*>(event);
+    constexpr Qt::KeyboardModifiers held = Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier;
+    const QString text = press->text();
+    return (press->modifiers() & held) == Qt::AltModifier && !text.isEmpty() &&
+           text.front().isPrint();
 }
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
@@ -42,6 +57,9 @@ void Application::speakChinese() {
 bool Application::notify(QObject* receiver, QEvent* event) {
     if (event->type() == QEvent::Polish) {
         showPlainly(receiver);
+    }
+    if (isLostMnemonic(receiver, event)) {
+        return true;
     }
     try {
         return QApplication::notify(receiver, event);

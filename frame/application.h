@@ -21,7 +21,8 @@ public:
     void setDialogs(Dialogs* dialogs) { dialogs_ = dialogs; }
 
     // A label that doesn't ask for markup shows its text as it is: names from outside may hold
-    // some. Tool tips are labels too.
+    // some. Tool tips are labels too. Alt and a letter that no control answers to, as that of a
+    // grey button, writes nothing into a field.
     bool notify(QObject* receiver, QEvent* event) override;
 
     void report(const std::exception& failure) override;

@@ -144,6 +144,32 @@ TEST_F(Form33Test, APauseTellsThatTheBoardIsReadToItsEnd) {
     EXPECT_TRUE(list().topLevelItem(1)->text(3).startsWith(u"新增"_s));
 }
 
+// A user at the keyboard doesn't come to stand in the search by a button that turns grey.
+TEST_F(Form33Test, AltAndTheLetterOfAGreyButtonIsNoText) {
+    openRead();
+    form_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
+    edit(u"search"_s)->setFocus();
+    const auto alt = [](Qt::Key key) {
+        QTest::keyClick(qApp->focusWidget(), key, Qt::AltModifier);
+    };
+    alt(Qt::Key_I);
+    EXPECT_EQ(text(u"search"_s), QString());
+    alt(Qt::Key_A);
+    EXPECT_EQ(label(u"ticked"_s), u"已勾选 2 个"_s);
+    alt(Qt::Key_I);
+    EXPECT_TRUE(button(u"pause"_s)->hasFocus());
+    edit(u"search"_s)->setFocus();
+    alt(Qt::Key_A);
+    QTest::keyClick(edit(u"search"_s), Qt::Key_I, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text(u"search"_s), QString());
+    button(u"stop"_s)->setFocus();
+    until([this] { return button(u"all"_s)->isEnabled(); });
+    EXPECT_TRUE(list().hasFocus());
+    QTest::keyClick(edit(u"search"_s), Qt::Key_A);
+    EXPECT_EQ(text(u"search"_s), u"a"_s);
+}
+
 TEST_F(Form33Test, EscapeStopsTheImportAndThenCloses) {
     openRead();
     click(u"all"_s);
