@@ -16,7 +16,12 @@ QString heading(const BoardTally& tally) {
     if (!tally.ending.isEmpty()) {
         return u"没有导入完："_s + tally.ending + u"。已经导入的都已保留。"_s;
     }
-    return tally.stopped ? u"已停止，已经导入的都已保留。"_s : u"导入完成。"_s;
+    if (tally.stopped) {
+        return u"已停止，已经导入的都已保留。"_s;
+    }
+    return tally.failed.isEmpty()
+               ? u"导入完成。"_s
+               : u"没有导入完：有 %1 个板块没有读到。"_s.arg(tally.failed.size());
 }
 
 QString firstOf(const QStringList& boards) {
@@ -29,7 +34,7 @@ QString failedWords(const QList<BoardTally::Failed>& failed) {
     for (const BoardTally::Failed& it : failed) {
         boards << u"%1（%2）"_s.arg(it.board, it.why);
     }
-    return u"%1 个板块没有导入：%2。\n它们还勾着。"_s.arg(failed.size()).arg(firstOf(boards)) +
+    return u"%1 个板块没有读到：%2。\n它们还勾着。"_s.arg(failed.size()).arg(firstOf(boards)) +
            adviceOn({}, u"过一会儿再点“导入”就补上"_s);
 }
 
