@@ -63,6 +63,7 @@ void Form34::connectControls() {
     connect(ui_->down, &QPushButton::clicked, this, [this] { move(false); });
     connect(ui_->use, &QPushButton::clicked, this, &Form34::switchUse);
     connect(ui_->saveHost, &QPushButton::clicked, this, &Form34::saveHost);
+    connect(ui_->host, &QLineEdit::textEdited, this, &Form34::keepTyped);
     connect(ui_->host, &QLineEdit::returnPressed, this, &Form34::saveHost);
     connect(ui_->standard, &QPushButton::clicked, this, [this] {
         if (!questions_.running()) {
@@ -174,7 +175,11 @@ void Form34::showMarked() {
     ui_->use->setEnabled(entry);
     ui_->use->setText(entry && !entry->isUsed ? u"启用(&O)"_s : u"停用(&O)"_s);
     ui_->host->setEnabled(entry);
-    ui_->host->setText(entry ? entry->service.host : QString());
+    const QString host =
+        entry ? typedHosts_.value(serviceKey(*entry), entry->service.host) : QString();
+    if (ui_->host->text() != host) {
+        ui_->host->setText(host);
+    }
     ui_->saveHost->setEnabled(entry);
     ui_->standard->setEnabled(!environment_.services.isPractice);
     showDetails();
@@ -220,10 +225,18 @@ void Form34::switchUse() {
     }
 }
 
+void Form34::keepTyped(const QString& host) {
+    if (const ServiceEntry* entry = marked()) {
+        typedHosts_[serviceKey(*entry)] = host;
+    }
+}
+
 void Form34::saveHost() {
     if (const ServiceEntry* entry = marked()) {
         const QString section = entry->section;
+        const QString key = serviceKey(*entry);
         environment_.servicesFile.setHost(section, ui_->host->text());
+        typedHosts_.remove(key);
         readAnew();
         mark(section);
     }
@@ -233,6 +246,7 @@ QCoro::Task<> Form34::takeStandard(std::stop_token stop) {
     const bool wanted = co_await environment_.dialogs.ask(stop, standardQuestion);
     if (wanted) {
         environment_.servicesFile.takeStandard();
+        typedHosts_.clear();
         readAnew();
         mark(entries_.first().section);
     }

@@ -43,6 +43,7 @@ private:
 
     void move(bool up);
     void switchUse();
+    void keepTyped(const QString& host);
     void saveHost();
     QCoro::Task<> takeStandard(std::stop_token stop);
 
@@ -57,6 +58,7 @@ private:
     ResultGrid grid_;
     QList<ServiceEntry> entries_;  // a row each
     CheckWords checkWords_;
+    QHash<QString, QString> typedHosts_;  // that aren't saved yet, by service
     QTimer ages_;
     Runs questions_;
     Runs tests_;

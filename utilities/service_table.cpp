@@ -19,11 +19,11 @@ QString sinceThen(qint64 seconds) {
                           : u"%1 小时前"_s.arg(seconds / hour);
 }
 
-QString keyOf(const ServiceEntry& entry) {
+}  // namespace
+
+QString serviceKey(const ServiceEntry& entry) {
     return entry.purpose + u' ' + entry.service.kind + u' ' + entry.service.host;
 }
-
-}  // namespace
 
 QString ageWords(const QDateTime& when, const QDateTime& now) {
     if (!when.isValid()) {
@@ -40,16 +40,16 @@ QString failureLine(const ServiceWatch::State& state, const QDateTime& now) {
 
 void CheckWords::add(const ServiceEntry& entry, const CheckRow& row) {
     const QString what = row.check.what.isEmpty() ? QString() : row.check.what + u' ';
-    words_[keyOf(entry)] << (row.service.host.isEmpty()
-                                 ? what + u"没有网址"_s
-                                 : what + u"%1，%2 毫秒：%3"_s
-                                              .arg(row.finding.answers ? u"通"_s : u"不通"_s)
-                                              .arg(row.milliseconds)
-                                              .arg(row.finding.words));
+    words_[serviceKey(entry)] << (row.service.host.isEmpty()
+                                      ? what + u"没有网址"_s
+                                      : what + u"%1，%2 毫秒：%3"_s
+                                                   .arg(row.finding.answers ? u"通"_s : u"不通"_s)
+                                                   .arg(row.milliseconds)
+                                                   .arg(row.finding.words));
 }
 
 QString CheckWords::of(const ServiceEntry& entry) const {
-    return words_.value(keyOf(entry)).join(u'；');
+    return words_.value(serviceKey(entry)).join(u'；');
 }
 
 QList<ServiceEntry> entriesOf(const QList<ServiceEntry>& entries, const Check& check,

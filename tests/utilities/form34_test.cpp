@@ -39,7 +39,16 @@ TEST_F(Form34Test, TheUsersChoiceIsStoredAndHoldsAtOnce) {
     EXPECT_EQ(row(2), u"2|行情|2|新浪|http://s|停用|||"_s);
     EXPECT_EQ(services_.quote.size(), 1);
     key(u"use"_s, Qt::Key_Space);
-    edit(u"host"_s)->setText(u"http://other:81/"_s);
+    edit(u"host"_s)->selectAll();
+    QTest::keyClicks(edit(u"host"_s), u"http://other:81/"_s);
+    for (const QString& moves : {u"up"_s, u"down"_s}) {
+        key(moves, Qt::Key_Space);
+        EXPECT_EQ(text(u"host"_s), u"http://other:81/"_s) << "typed, not saved yet";
+    }
+    mark(1);
+    EXPECT_EQ(text(u"host"_s), u"https://qt.gtimg.cn"_s);
+    mark(2);
+    EXPECT_EQ(text(u"host"_s), u"http://other:81/"_s);
     key(u"host"_s, Qt::Key_Return);
     EXPECT_EQ(services_.quote.value(1).host, u"http://other:81"_s);
     EXPECT_EQ(text(u"host"_s), u"http://other:81"_s);
