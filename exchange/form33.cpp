@@ -47,6 +47,7 @@ Form33::~Form33() = default;
 
 void Form33::prepareControls() {
     QHeaderView& header = *ui_->list->header();
+    header.setDefaultAlignment(Qt::AlignCenter);
     header.setStretchLastSection(true);
     header.setSortIndicatorClearable(true);
     header.setSortIndicator(-1, Qt::AscendingOrder);
@@ -123,8 +124,8 @@ void Form33::showBoards(const QHash<QString, int>& members) {
             item->setData(stocksColumn, Qt::DisplayRole, *board.stocks);
         }
         item->setData(knownColumn, Qt::DisplayRole, members.value(trimBlanks(board.name)));
-        item->setTextAlignment(stocksColumn, Qt::AlignCenter);
-        item->setTextAlignment(knownColumn, Qt::AlignCenter);
+        item->setTextAlignment(stocksColumn, Qt::AlignRight | Qt::AlignVCenter);
+        item->setTextAlignment(knownColumn, Qt::AlignRight | Qt::AlignVCenter);
         items_[board.node] = item;
         items << item;
     }

@@ -1,5 +1,6 @@
 #include "exchange/form35.h"
 
+#include <QHeaderView>
 #include <QScopeGuard>
 #include <algorithm>
 
@@ -43,6 +44,7 @@ Form35::Form35(Environment& environment, Windows&)
     ui_->setupUi(this);
     panel_ = std::make_unique<RunPanel>(
         RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
+    ui_->list->header()->setDefaultAlignment(Qt::AlignCenter);
     ui_->list->setColumnWidth(0, 90);
     ui_->list->setColumnWidth(1, 110);
     ui_->list->setColumnWidth(2, 150);
