@@ -46,7 +46,7 @@ template <typename Row>
 struct ListReply {
     std::optional<QList<Row>> rows;
     QString lack;              // why there is none, in Chinese
-    QString restsFor;          // why the service answers later only, in Chinese; empty if not
+    QString restsFor = {};     // why the service answers later only, in Chinese; empty if not
     bool unreachable = false;  // there is no way to it
 };
 
