@@ -5,6 +5,7 @@
 #include "base/values.h"
 #include "frame/file_field.h"
 #include "frame/run_share.h"
+#include "frame/told_role.h"
 #include "platform/fixed_folders.h"
 #include "ui_form3.h"
 
@@ -59,6 +60,7 @@ void Form3::connectControls() {
     connect(ui_->stopRun, &QPushButton::clicked, this, [this] { run_.stop(); });
     connect(&stopKey_, &QShortcut::activated, this, [this] { run_.stop(); });
     connect(ui_->Label11, &QLabel::linkActivated, this, &Form3::Label11_Click);
+    tellRole(*ui_->Label11, QAccessible::Link, [this] { Label11_Click(); });
 }
 
 void Form3::Option_Click() {

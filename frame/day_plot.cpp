@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/contrast.h"
+#include "frame/told_role.h"
 
 namespace guanchao {
 
@@ -62,6 +63,7 @@ DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidg
     setFocusPolicy(Qt::StrongFocus);
     setMinimumHeight(160);
     showColours();
+    tellRole(*this, QAccessible::Chart);
     showDays({});
 }
 
@@ -142,7 +144,7 @@ void DayPlot::showDays(const QList<DayValues>& days) {
             }
         }
     }
-    viewport()->update();
+    showChosen();
 }
 
 void DayPlot::showLine(qsizetype line) {
@@ -211,7 +213,14 @@ QString DayPlot::chosenText() const {
 
 void DayPlot::choose(qsizetype day) {
     chosen_ = days_.isEmpty() ? -1 : std::clamp<qsizetype>(day, 0, days_.size() - 1);
-    setAccessibleDescription(chosenText());
+    showChosen();
+}
+
+// While no day is chosen, the last one is told.
+void DayPlot::showChosen() {
+    setAccessibleDescription(days_.isEmpty() ? u"没有数据"_s
+                             : chosen_ < 0   ? days_.last().words
+                                             : chosenText());
     viewport()->update();
 }
 
@@ -229,7 +238,7 @@ void DayPlot::mouseMoveEvent(QMouseEvent* event) {
 void DayPlot::leaveEvent(QEvent* event) {
     QChartView::leaveEvent(event);
     chosen_ = -1;
-    viewport()->update();
+    showChosen();
 }
 
 void DayPlot::keyPressEvent(QKeyEvent* event) {

@@ -1,5 +1,6 @@
 // A plot of lines over the days, in the look of the program. The day under the pointer, or the one
-// that the arrow keys choose, shows its words and a dot on each line.
+// that the arrow keys choose, shows its words and a dot on each line; assistive tools are told its
+// words, or those of the last day.
 #pragma once
 
 #include <QChartView>
@@ -63,6 +64,7 @@ private:
     void fitDays();
     void fitValues(QValueAxis& axis, bool withZero);
     void choose(qsizetype day);
+    void showChosen();
     void drawDots(QPainter& painter);
     void drawWords(QPainter& painter, qreal x);
 

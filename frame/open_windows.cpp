@@ -2,6 +2,7 @@
 
 #include "base/later.h"
 #include "frame/asking_window.h"
+#include "frame/told_role.h"
 
 namespace guanchao {
 
@@ -50,6 +51,7 @@ void OpenWindows::adopt(QWidget* window) {
     open_.removeIf([](const QPointer<QWidget>& it) { return it.isNull(); });
     open_ << window;
     memory_.place(*window);
+    tellNamesOfBoxes(*window);
     window->show();
     emit opened(window);
 }

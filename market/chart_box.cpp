@@ -1,9 +1,12 @@
 #include "market/chart_box.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <utility>
+
+#include "frame/told_role.h"
 
 namespace guanchao {
 
@@ -11,6 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 ChartBox::ChartBox(QWidget* parent) : QFrame(parent) {
     setFrameShape(QFrame::StyledPanel);
+    tellRole(*this, QAccessible::Graphic, [this] { emit clicked(); });
 }
 
 void ChartBox::showPicture(const std::optional<QByteArray>& bytes) {
@@ -64,6 +68,13 @@ void ChartBox::keyPressEvent(QKeyEvent* event) {
         emit clicked();
     } else {
         QFrame::keyPressEvent(event);
+    }
+}
+
+// The menu key is a press of the right button; the mouse has had its press already.
+void ChartBox::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        emit pressed(Qt::RightButton, mapToGlobal(rect().center()));
     }
 }
 

@@ -32,6 +32,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent*) override {}  // the first click has opened the page
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     QPixmap picture_;
