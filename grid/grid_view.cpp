@@ -111,6 +111,17 @@ void GridView::setRowMenu(QMenu& menu, MenuArea area) {
     menu.addActions(ownMenu_.actions());
 }
 
+void GridView::setHint(const QString& hint) {
+    hint_ = hint;
+    tellHint();
+    viewport()->update();
+}
+
+// What is painted only is told to assistive tools as the description.
+void GridView::tellHint() {
+    setAccessibleDescription(grid_ && grid_->rows() > 1 ? QString() : hint_);
+}
+
 int GridView::pixels(int twips) const {
     return pixelsOf(twips, *this);
 }
@@ -137,6 +148,7 @@ void GridView::showFill() {
     horizontalHeader()->setVisible(!isEmpty());
     showColumns();
     sort_.followFill(*grid_);
+    tellHint();
     showMark();
 }
 
@@ -243,6 +255,16 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QTableView::eventFilter(watched, event);
+}
+
+// The table's own way tells assistive tools that its cell has the focus, which a fill doesn't give
+// it.
+void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    if (hasFocus()) {
+        QTableView::currentChanged(current, previous);
+    } else {
+        QAbstractItemView::currentChanged(current, previous);
+    }
 }
 
 void GridView::mousePressEvent(QMouseEvent* event) {

@@ -30,10 +30,7 @@ public:
     void setGrid(ResultGrid& grid);
 
     // What stands in the middle of the view while the grid holds no rows.
-    void setHint(const QString& hint) {
-        hint_ = hint;
-        viewport()->update();
-    }
+    void setHint(const QString& hint);
     const QString& hint() const { return hint_; }
 
     // A click on a header sorts; headers that hold one of the words are sorted as texts.
@@ -78,6 +75,7 @@ signals:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -106,6 +104,7 @@ private:
     void find(SearchWay way);
     void goTo(CellPlace place);
     void showFill();
+    void tellHint();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
 
