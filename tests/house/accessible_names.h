@@ -46,4 +46,16 @@ inline QStringList unnamedControls(const QWidget& window) {
     return unnamed;
 }
 
+// Labels whose accessible name is told in place of their words.
+inline QStringList silencedLabels(const QWidget& window) {
+    QStringList silenced;
+    for (const QLabel* it : window.findChildren<QLabel*>()) {
+        const QString name = it->accessibleName();
+        if (!name.isEmpty() && name != it->text() && it->textFormat() != Qt::RichText) {
+            silenced << it->objectName();
+        }
+    }
+    return silenced;
+}
+
 }  // namespace guanchao

@@ -59,6 +59,7 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsS
         ASSERT_NE(window, nullptr);
         const char* name = window->metaObject()->className();
         EXPECT_EQ(unnamedControls(*window), QStringList()) << name;
+        EXPECT_EQ(silencedLabels(*window), QStringList()) << name;
         EXPECT_TRUE(window->screen()->availableGeometry().contains(window->geometry()))
             << name << ' ' << window->width() << 'x' << window->height();
         closeWindows();
