@@ -2,9 +2,8 @@
 show in every window, a clock that stands at the same moment in every run, and windows with frames."""
 
 import shutil
-from pathlib import Path
 
-from desk import DAY, FAKETIME, Desk, Market, run, wait
+from desk import DAY, FAKETIME, Desk, Market, run
 
 MAIN = "dzhzhuti.mzdat"
 ARTICLES = "wenzhang.mzdat"
@@ -59,22 +58,13 @@ class PictureDesk(Desk):
         tools = build / "tools"
         super().__init__(root / "data", build / "tests/store_query", tools / "prepare_stores",
                          tools / "practice_market", build / "app/guanchaotai",
-                         tools / "practice_history", CLOCK, screen)
+                         tools / "practice_history", build / "collector/caijiqi", CLOCK, screen)
         self.build = build
         self.light = light
 
     def set_up(self):
         super().set_up(lambda it: CalmMarket(it, **CLOCK))
         self.start_window_manager()
-
-    def start_window_manager(self):
-        settings = self.folder / "openbox.xml"
-        settings.write_text(Path("/etc/xdg/openbox/rc.xml").read_text().replace(
-            "<name>Clearlooks</name>", "<name>Onyx</name>"))
-        # It says so when it manages the screen.
-        self.start("openbox", "--sm-disable", "--config-file", settings, "--startup",
-                   f"touch {self.folder / 'managed'}")
-        wait("the window manager", (self.folder / "managed").exists)
 
     def prepare_application(self):
         super().prepare_application()
@@ -86,7 +76,7 @@ class PictureDesk(Desk):
         shutil.copy(self.data / "主题txt文件示例.txt", self.exports / "主题投资.txt")
 
     def copy_programs(self):
-        shutil.copy(self.build / "collector/caijiqi", self.application)
+        shutil.copy(self.collector, self.application)
         browser = self.build / "app/libguanchao_browser.so"
         if browser.exists():
             shutil.copy(browser, self.application)

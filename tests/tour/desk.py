@@ -59,13 +59,14 @@ def end_with_parent():
 
 class Desk:
     def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai,
-                 practice_history=None, clock=IN_SESSION, screen="1920x1080"):
+                 practice_history=None, collector=None, clock=IN_SESSION, screen="1920x1080"):
         self.data = Path(data)
         self.store_query = store_query
         self.prepare_stores = prepare_stores
         self.practice_market = practice_market
         self.guanchaotai = guanchaotai
         self.practice_history = practice_history
+        self.collector = collector
         self.clock = clock
         self.screen = screen
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
@@ -112,6 +113,15 @@ class Desk:
         run(self.prepare_stores, self.application, self.data, self.market.host, **IN_SESSION)
         (self.application / "services.ini").write_text(
             "".join(f"[{it}]\nhost={self.market.host}\n" for it in SERVICES))
+
+    def start_window_manager(self):
+        settings = self.folder / "openbox.xml"
+        settings.write_text(Path("/etc/xdg/openbox/rc.xml").read_text().replace(
+            "<name>Clearlooks</name>", "<name>Onyx</name>"))
+        # It says so when it manages the screen.
+        self.start("openbox", "--sm-disable", "--config-file", settings, "--startup",
+                   f"touch {self.folder / 'managed'}")
+        wait("the window manager", (self.folder / "managed").exists)
 
     def start_program(self):
         self.program = self.start(self.application / IMAGE, **self.clock)
