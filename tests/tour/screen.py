@@ -186,8 +186,11 @@ class Grid:
     def cell(self, row, column):
         return self.table.get_accessible_at(row, column)
 
+    def rows(self):
+        return self.table.get_n_rows()
+
     def column(self, column):
-        return [self.cell(row, column).get_name() for row in range(self.table.get_n_rows())]
+        return [self.cell(row, column).get_name() for row in range(self.rows())]
 
 
 def children(node):
