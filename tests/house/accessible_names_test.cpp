@@ -47,6 +47,7 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsS
     globals_.yingyongmulu = store_.folder();
     const Form2 main(environment_, windows_, desktop_);
     EXPECT_EQ(unnamedControls(main), QStringList());
+    EXPECT_EQ(silencedLabels(main), QStringList());
     const QWidget* (*const windows[])(Windows&) = {
         opened<Form3>,  opened<Form4>,  opened<Form5>,       opened<Form6>,  opened<Form7>,
         opened<Form8>,  opened<Form11>, opened<Form12>,      opened<Form21>, opened<Form22>,
