@@ -10,6 +10,7 @@
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
 #include "frame/looks.h"
+#include "frame/window_memory.h"
 #include "store/failure.h"
 
 namespace guanchao {
@@ -57,6 +58,7 @@ void CollectorProgram::begin(const QString& word) {
         std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, job_->title());
     window_->ended = [this] { end(); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
+    WindowMemory(folder_ + u"界面.ini"_s).place(*window_);
     if (order_.windowWanted) {
         window_->show();
     }
