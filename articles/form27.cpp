@@ -51,6 +51,7 @@ void Form27::connectControls() {
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form27::MSHFlexGrid1_RowChosen);
     connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form27::打开文章_Click);
+    connect(ui_->MSHFlexGrid1, &GridView::enterPressed, this, &Form27::打开文章_Click);
     connect(ui_->打开文章, &QAction::triggered, this, &Form27::打开文章_Click);
     connect(ui_->删除本篇, &QAction::triggered, this, &Form27::删除本篇_Click);
     connect(ui_->删除本表, &QAction::triggered, this, &Form27::删除本表_Click);

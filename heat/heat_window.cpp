@@ -37,8 +37,9 @@ void HeatWindow::connectGrids() {
     controls_.MSHFlexGrid2->shareSortOrder(*controls_.MSHFlexGrid1);
     connect(controls_.MSHFlexGrid1, &GridView::rowChosen, this,
             &HeatWindow::MSHFlexGrid1_RowChosen);
-    connect(controls_.MSHFlexGrid1, &GridView::rowDoubleClicked, this,
-            [this] { openSearchPage(); });
+    for (const auto opened : {&GridView::rowDoubleClicked, &GridView::enterPressed}) {
+        connect(controls_.MSHFlexGrid1, opened, this, [this] { openSearchPage(); });
+    }
 }
 
 void HeatWindow::connectButtons() {

@@ -97,6 +97,7 @@ void Form4::connectGrids() {
         lookAt(FiredMonitor::Kind::stock, row);
     });
     connect(&stocks, &GridView::rowDoubleClicked, this, &Form4::查看行情_Click);
+    connect(&stocks, &GridView::enterPressed, this, &Form4::查看行情_Click);
 }
 
 void Form4::Form_Load() {

@@ -147,7 +147,8 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     box(u"Combo7"_s)->setText(u"笔记"_s);
     click(u"Command2"_s);
     click(u"Command3"_s);
-    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 2, 1));
+    view().setFocus();
+    QTest::keyClick(&view(), Qt::Key_Return);
     QStringList labels;
     for (Form26* editor : editors()) {
         form_ = editor;
