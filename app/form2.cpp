@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QScopeGuard>
 #include <QShortcut>
 #include <utility>
 
@@ -12,14 +11,11 @@
 #include "app/start_questions.h"
 #include "app/startup.h"
 #include "base/pause.h"
-#include "base/values.h"
 #include "frame/looks.h"
 #include "frame/practice_band.h"
 #include "frame/run_share.h"
-#include "market/form21.h"
 #include "research/form24.h"
 #include "research/history_desk.h"
-#include "store/failure.h"
 #include "store/patience.h"
 #include "ui_form2.h"
 
@@ -34,17 +30,6 @@ constexpr int themeGridColumns = 6600;
 constexpr int themeGridToGain = 3000;
 constexpr int stockGridToGain = 7460;
 constexpr int gutter = 250;
-
-// Of so many in the store none has more attention than the threshold.
-QString noThemesWords(int themes, const QString& threshold) {
-    if (themes == 0) {
-        return u"还没有主题\n\n用“数据 / 导入主题”或“主题 / 导入概念板块”导入"_s;
-    }
-    const double attention = numericPrefix(threshold);
-    return u"%1 个主题的关注度不大于 %2\n\n%3，再按 F5"_s.arg(themes).arg(
-        numberText(attention),
-        attention == 0 ? u"在上面的“关注度大于”里写 -1"_s : u"把上面的“关注度大于”改小"_s);
-}
 
 }  // namespace
 
@@ -150,8 +135,8 @@ void Form2::connectAlarms() {
     alarmView_ =
         new AlarmView(environment_, windows_, desktop_.notifier, alarmDesk_, *ui_->quotesLine);
     alarmView_->setParent(this);
-    marketBand_ =
-        new MarketBand({*ui_->market, *ui_->quotesAge, *ui_->monitoring}, environment_, alarmDesk_);
+    marketBand_ = new MarketBand({*ui_->market, *ui_->quotesAge, *ui_->monitoring, *ui_->fillLine},
+                                 environment_, alarmDesk_);
     marketBand_->setParent(this);
     dailyBackup_ = std::make_unique<DailyBackup>(
         environment_, [this](const QString& words) { ui_->copyLine->setText(words); });
@@ -231,216 +216,6 @@ void Form2::Form_Load() {
     environment_.historyDesk.start();
     beginning_.start(
         [this](std::stop_token stop) { return askAtTheStart(environment_, windows_, stop); });
-}
-
-void Form2::刷新_Click() {
-    refreshRuns_.stop();
-    refreshRuns_.start([this](std::stop_token stop) { return refresh(stop); });
-}
-
-QCoro::Task<> Form2::refresh(std::stop_token stop) {
-    const auto step = [this] {
-        themeTable_.refresh(ui_->Text3->text(), [this](const UpdateLabels& it) { showTimes(it); });
-        showThemesHint();
-    };
-    co_await patiently(step, stop);
-    marketBand_->refresh();
-}
-
-QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
-    const auto step = [this] {
-        themeTable_.refreshShown(ui_->Text3->text(),
-                                 [this](const UpdateLabels& it) { showTimes(it); });
-        showThemesHint();
-    };
-    co_await patiently(step, stop);
-}
-
-void Form2::showThemesHint() {
-    if (themes_.rows() == 1) {
-        ui_->MSHFlexGrid1->setHint(noThemesWords(themeTable_.themeCount(), ui_->Text3->text()));
-    }
-}
-
-// Both, with the search, the rows that are marked and the places where they stand.
-QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
-    co_await refreshShown(stop);
-    const auto stocks = [this] { themeTable_.refreshStocks(); };
-    co_await patiently(stocks, stop);
-    marketBand_->refresh();
-}
-
-void Form2::showImported() {
-    refreshRuns_.stop();
-    refreshRuns_.start([this](std::stop_token stop) { return refreshTables(stop); });
-}
-
-void Form2::showTimes(const UpdateLabels& times) {
-    ui_->Label4->setText(times.themes);
-    ui_->Label6->setText(times.quotes);
-}
-
-void Form2::全部显示_Click() {
-    showStocks(allStocks);
-}
-
-void Form2::showStocks(const QString& theme) {
-    stockRuns_.stop();
-    stockRuns_.start([=, this](std::stop_token stop) { return readStocks(theme, stop); });
-}
-
-QCoro::Task<> Form2::readStocks(QString theme, std::stop_token stop) {
-    const auto step = [=, this] { themeTable_.xianshizhutigu(theme); };
-    co_await patiently(step, stop);
-}
-
-void Form2::Command1_Click() {
-    picker_->hideList();
-    themeTable_.searchByCode(trimBlanks(ui_->Text1->text()));
-}
-
-void Form2::Command2_Click() {
-    picker_->hideList();
-    themeTable_.searchByName(ui_->Text2->text());
-}
-
-void Form2::Command4_Click() {
-    if (!ui_->Command4->isEnabled()) {
-        return;
-    }
-    // A download holds the store: a batch would wait for this program's own lock.
-    if (environment_.globals.hqmang > 0) {
-        environment_.dialogs.tell(u"正在写入数据，请稍后再更新行情。"_s);
-        return;
-    }
-    quoteRuns_.stop();  // one that has begun by itself
-    quoteRuns_.start([this](std::stop_token stop) { return updateQuotes(stop); });
-}
-
-QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
-    const QuoteTally tally = co_await runQuotes(stop);
-    co_await refreshTables(stop);
-    environment_.dialogs.tell(tally.words());
-}
-
-// However it ends, the controls are then as before it.
-QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
-    showUpdating(true);
-    const auto end = qScopeGuard([this, time = ui_->Label6->text()] {
-        showUpdating(false);
-        ui_->Label6->setText(time);
-    });
-    const QuoteTally tally =
-        co_await quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); }, stop);
-    co_return tally;
-}
-
-void Form2::updateByItself() {
-    if (!quoteRuns_.running() && environment_.globals.hqmang == 0) {
-        quoteRuns_.start([this](std::stop_token stop) { return updateQuietly(stop); });
-    }
-}
-
-// Without a box: the line says what didn't come, until the next time.
-QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
-    QString words;
-    try {
-        const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
-        const QuoteTally tally = co_await quoteRun_.run(note, stop);
-        co_await refreshTables(stop);
-        words = tally.unanswered() == 0 ? QString() : tally.words().section(u'\n', 0, 0);
-    } catch (const std::exception& failure) {
-        words = failureReason(failure);
-    }
-    ui_->Label1->setText(words.isEmpty() ? words : u"自动更新："_s + words);
-}
-
-void Form2::showUpdating(bool updating) {
-    ui_->Command4->setEnabled(!updating);
-    ui_->gengxin->setEnabled(!updating);
-    ui_->stopRun->setVisible(updating);
-    ui_->progress->setVisible(updating);
-    ui_->Label1->setText(updating ? u"正在更新行情…"_s : QString());
-}
-
-// What the batches have brought stays, and shows.
-void Form2::stopQuotes() {
-    if (quoteRuns_.running()) {
-        quoteRuns_.stop();
-        ui_->Label1->setText(progress_.stoppedWords());
-        refreshRuns_.stop();
-        refreshRuns_.start([this](std::stop_token stop) { return refreshTables(stop); });
-    }
-}
-
-// What lies on top first.
-void Form2::escape() {
-    if (picker_->listIsOpen()) {
-        picker_->hideList();
-    } else {
-        stopQuotes();
-        exchangeRun_.stop();
-    }
-}
-
-void Form2::showProgress(const QuoteProgress& progress) {
-    progress_ = progress;
-    ui_->progress->setMaximum(progress.total);
-    ui_->progress->setValue(progress.asked);
-    if (!progress.words().isEmpty()) {
-        ui_->Label6->setText(progress.words());
-    }
-}
-
-void Form2::MSHFlexGrid1_RowChosen(int row) {
-    picker_->hideList();
-    if (!themes_.isDataRow(row)) {
-        themes_.setToolTipText({});
-        return;
-    }
-    environment_.globals.dangqianzhuti = trimBlanks(themes_.textMatrix(row, 1));
-    themes_.setToolTipText(environment_.globals.dangqianzhuti);
-}
-
-// A failure ends the click without a word.
-void Form2::MSHFlexGrid1_Click(int row) {
-    ui_->Text2->setText(trimBlanks(themes_.textMatrix(row, 1)));
-    stockRuns_.stop();
-    stockRuns_.start([this](std::stop_token stop) -> QCoro::Task<> {
-        try {
-            co_await readStocks(ui_->Text2->text(), stop);
-        } catch (const std::exception&) {
-            co_return;
-        }
-    });
-}
-
-// Keys walk on over the list of candidates that a press would open.
-void Form2::MSHFlexGrid2_RowChosen(int row, GridView::By by) {
-    if (!stocks_.isDataRow(row)) {
-        return;
-    }
-    environment_.globals.dangqiandm = trimBlanks(stocks_.textMatrix(row, 2));
-    environment_.globals.dangqianjc = trimBlanks(stocks_.textMatrix(row, 3));
-    if (by == GridView::By::keys) {
-        picker_->putText(environment_.globals.dangqiandm);
-    } else {
-        picker_->setText(environment_.globals.dangqiandm);
-    }
-}
-
-// Three of its entries change the theme that was chosen last.
-void Form2::MSHFlexGrid2_MenuOpens() {
-    picker_->hideList();
-    for (QAction* entry : {ui_->addzhutigu, ui_->deletezhutigu, ui_->修改相关度}) {
-        entry->setEnabled(!environment_.globals.dangqianzhuti.isEmpty());
-    }
-}
-
-void Form2::MSHFlexGrid2_DblClick(int row) {
-    if (stocks_.isDataRow(row)) {
-        windows_.openAnew<Form21>();
-    }
 }
 
 void Form2::Timer1_Timer() {

@@ -9,6 +9,7 @@
 #include "grid/amounts.h"
 #include "grid/colours.h"
 #include "market/market_summary.h"
+#include "research/history_desk.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -88,7 +89,9 @@ MarketBand::MarketBand(Labels labels, Environment& environment, const AlarmDesk&
     connect(&minutes_, &QTimer::timeout, this, &MarketBand::showAge);
     minutes_.start(betweenAges);
     connect(&desk, &AlarmDesk::stateChanged, this, &MarketBand::showMonitoring);
+    connect(&environment_.historyDesk, &HistoryDesk::changed, this, &MarketBand::showFill);
     showMonitoring();
+    showFill();
 }
 
 void MarketBand::refresh() {
@@ -118,6 +121,13 @@ void MarketBand::showAge() {
 void MarketBand::showMonitoring() {
     labels_.monitoring.setText(environment_.globals.jiankongkaiqi > 0 ? u"监控：运行中"_s
                                                                       : u"监控：停止"_s);
+}
+
+void MarketBand::showFill() {
+    const ShownFill& fill = environment_.historyDesk.shown();
+    const RunProgress& progress = fill.progress;
+    const int share = progress.total > 0 ? progress.done * 100 / progress.total : 0;
+    labels_.fill.setText(fill.running ? u"补全历史行情 %1%"_s.arg(share) : QString());
 }
 
 }  // namespace guanchao

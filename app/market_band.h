@@ -1,5 +1,6 @@
 // The line of the main window that tells the market at a glance: indexes, how many stocks rise and
-// fall, turnover; how old the quotes are, and whether the alarms are watched. Read from the main
+// fall, turnover; how old the quotes are, whether the alarms are watched and a
+// fill of the history goes on. Read from the main
 // store after each refresh, in a thread of its own.
 #pragma once
 
@@ -21,6 +22,7 @@ public:
         QLabel& market;
         QLabel& age;
         QLabel& monitoring;
+        QLabel& fill;  // of the history databases, while one goes on
     };
 
     MarketBand(Labels labels, Environment& environment, const AlarmDesk& desk);
@@ -31,6 +33,7 @@ private:
     QCoro::Task<> read(std::stop_token stop);
     void showAge();
     void showMonitoring();
+    void showFill();
 
     Labels labels_;
     Environment& environment_;

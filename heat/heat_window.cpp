@@ -37,9 +37,8 @@ void HeatWindow::connectGrids() {
     controls_.MSHFlexGrid2->shareSortOrder(*controls_.MSHFlexGrid1);
     connect(controls_.MSHFlexGrid1, &GridView::rowChosen, this,
             &HeatWindow::MSHFlexGrid1_RowChosen);
-    for (const auto opened : {&GridView::rowDoubleClicked, &GridView::enterPressed}) {
-        connect(controls_.MSHFlexGrid1, opened, this, [this] { openSearchPage(); });
-    }
+    connect(controls_.MSHFlexGrid1, &GridView::rowDoubleClicked, this,
+            [this] { openSearchPage(); });
 }
 
 void HeatWindow::connectButtons() {

@@ -61,7 +61,6 @@ void Form12::connectControls() {
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form12::MSHFlexGrid1_RowChosen);
     connect(ui_->MSHFlexGrid1, &GridView::rowDoubleClicked, this, &Form12::MSHFlexGrid1_DblClick);
-    connect(ui_->MSHFlexGrid1, &GridView::enterPressed, this, &Form12::MSHFlexGrid1_DblClick);
     const auto edit = [this](const QAction* entry, const Runs::Job& job) {
         connect(entry, &QAction::triggered, this, [this, job] { searches_.start(job); });
     };

@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QSpinBox>
 
+#include "app/form2.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/scripted_history.h"
 #include "tests/support/window_test.h"
@@ -33,9 +34,6 @@ protected:
     void untilItsEnd() {
         until([this] { return !historyDesk_.shown().running; });
     }
-    void untilItLists(int rows) {
-        until([=, this] { return grid().rows() == rows; });
-    }
 
     const QDate today_{2026, 11, 24};
     ScriptedHistory* market_ = nullptr;
@@ -52,6 +50,9 @@ TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
     EXPECT_FALSE(button(u"fill"_s)->isEnabled() || find<QSpinBox>(u"years"_s)->isEnabled());
     closeWindows();
     deleteClosedWindows();
+    const Form2 main(environment_, windows_, desktop_);
+    const auto* line = child<QLabel>(&main, u"fillLine"_s);
+    EXPECT_TRUE(line->text().startsWith(u"补全历史行情 "_s)) << line->text().toStdString();
     open<Form32>();
     EXPECT_EQ(find<QSpinBox>(u"years"_s)->value(), 3);
     EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
@@ -62,10 +63,13 @@ TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
     until([this] { return label(u"step"_s).startsWith(u"已暂停"_s); });
     press(form_, u"pause"_s);
     untilItsEnd();
+    EXPECT_EQ(line->text(), QString());
     EXPECT_TRUE(label(u"words"_s).startsWith(u"补全完成。补了 2 只"_s))
         << label(u"words"_s).toStdString();
-    untilItLists(4);
-    EXPECT_EQ(rowText(grid(), 2), u"2|SH600000|浦发银行|2026-11-03|2026-11-24|16|0"_s);
+    until([this] {
+        return grid().rows() == 4 &&
+               rowText(grid(), 2) == u"2|SH600000|浦发银行|2026-11-03|2026-11-24|16|0"_s;
+    });
     EXPECT_TRUE(
         label(u"services"_s).contains(u"复权因子 新浪（http://factors）：正常，应答 2 次"_s));
 }
