@@ -31,7 +31,7 @@ std::uint32_t nearer(std::uint32_t colour, bool white) {
 }  // namespace
 
 double contrast(std::uint32_t a, std::uint32_t b) {
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
