@@ -52,7 +52,7 @@ Finder::Finder(Environment& environment, QList<QAction*> commands, Choices choic
     resize(520, 420);
     typed_->installEventFilter(this);
     connect(typed_, &QLineEdit::textChanged, this, &Finder::showFound);
-    connect(list_, &QListWidget::itemClicked, this, &Finder::open);
+    connect(list_, &QListWidget::itemClicked, this, &Finder::choose);
     addCommands();
     runs_.start([this](std::stop_token stop) { return read(stop); });
 }
@@ -100,7 +100,7 @@ bool Finder::eventFilter(QObject* watched, QEvent* event) {
             return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            open(list_->currentItem());
+            choose(list_->currentItem());
             return true;
         default:
             return QDialog::eventFilter(watched, event);
@@ -108,7 +108,7 @@ bool Finder::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // The window goes first: what opens gets the keys.
-void Finder::open(const QListWidgetItem* line) {
+void Finder::choose(const QListWidgetItem* line) {
     if (!line) {
         return;
     }

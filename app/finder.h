@@ -33,7 +33,7 @@ private:
     QCoro::Task<> read(std::stop_token stop);
     void addCommands();
     void showFound();
-    void open(const QListWidgetItem* line);
+    void choose(const QListWidgetItem* line);
 
     Environment& environment_;
     QList<QAction*> commands_;
