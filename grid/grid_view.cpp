@@ -263,6 +263,7 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
     if (hasFocus()) {
         QTableView::currentChanged(current, previous);
     } else {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): passes the table's own way by
         QAbstractItemView::currentChanged(current, previous);
     }
 }
