@@ -2,44 +2,29 @@
 Boards: node of Sina, number of Eastmoney, name, stocks; a stock is code and name."""
 
 import json
-import threading
-from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from urllib.parse import parse_qs, urlparse
+
+from loopback_services import LoopbackServices
 
 SINA = "https://finance.sina.com.cn/"
 EASTMONEY = "https://quote.eastmoney.com/"
 ALL = ("hs_a", "m:0+t:6,m:0+t:80,m:1+t:2,m:1+t:23")
 
 
-class RecordedBoards:
+class RecordedBoards(LoopbackServices):
     def __init__(self, boards, stocks):
         self.boards = boards
         self.lists = dict.fromkeys(ALL, stocks)
         for node, number, _, members in boards:
             self.lists[node] = self.lists[f"b:{number}"] = members
         self.shut = None  # the referer of the service that is down
-        self.asked = []
-        self.server = ThreadingHTTPServer(("127.0.0.1", 0), self.handler())
-        self.host = f"http://127.0.0.1:{self.server.server_port}"
-        threading.Thread(target=self.server.serve_forever, daemon=True).start()
+        super().__init__()
 
-    def handler(self):
-        services = self
+    def reply(self, target, referer):
+        body = self.body(urlparse(target), referer)
+        return (404, b"") if body is None else (200, body)
 
-        class Handler(BaseHTTPRequestHandler):
-            def do_GET(self):
-                body = services.reply(urlparse(self.path), self.headers.get("Referer"))
-                self.send_response(404 if body is None else 200)
-                self.send_header("Content-Length", str(len(body or b"")))
-                self.end_headers()
-                self.wfile.write(body or b"")
-
-            def log_message(self, *_):
-                pass
-
-        return Handler
-
-    def reply(self, url, referer):
+    def body(self, url, referer):
         query = {name: values[0] for name, values in parse_qs(url.query).items()}
         owner = EASTMONEY if url.path == "/api/qt/clist/get" else SINA
         if referer != owner or owner == self.shut:

@@ -1,36 +1,17 @@
 """The services of day bars and factors as they stand in a folder, reply by reply: kline/CODE.json and
 hfq/CODE.js."""
 
-import threading
-from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from urllib.parse import parse_qs, urlparse
+
+from loopback_services import LoopbackServices
 
 REFERER = "https://finance.sina.com.cn/"
 
 
-class RecordedServices:
+class RecordedServices(LoopbackServices):
     def __init__(self, folder):
         self.folder = folder
-        self.asked = []  # files, those that are not there too
-        self.server = ThreadingHTTPServer(("127.0.0.1", 0), self.handler())
-        self.host = f"http://127.0.0.1:{self.server.server_port}"
-        threading.Thread(target=self.server.serve_forever, daemon=True).start()
-
-    def handler(self):
-        services = self
-
-        class Handler(BaseHTTPRequestHandler):
-            def do_GET(self):
-                status, body = services.reply(self.path, self.headers.get("Referer"))
-                self.send_response(status)
-                self.send_header("Content-Length", str(len(body)))
-                self.end_headers()
-                self.wfile.write(body)
-
-            def log_message(self, *_):
-                pass
-
-        return Handler
+        super().__init__()
 
     def reply(self, target, referer):
         if referer != REFERER:
