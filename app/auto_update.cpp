@@ -1,9 +1,11 @@
 #include "app/auto_update.h"
 
-#include <QActionGroup>
 #include <QSettings>
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 
+#include "frame/choice_menu.h"
 #include "market/trading_session.h"
 
 namespace guanchao {
@@ -31,20 +33,17 @@ AutoUpdate::AutoUpdate(QMenu& menu, const QString& iniPath, const Clock& clock,
     timer_.setObjectName(u"autoUpdate"_s);
     connect(&timer_, &QTimer::timeout, this, &AutoUpdate::updateIfOpen);
     QMenu* entries = menu.addMenu(u"自动更新(交易时段内)"_s);
-    auto* group = new QActionGroup(entries);
-    const int chosen = QSettings(iniPath_, QSettings::IniFormat).value(key(), 0).toInt();
+    QList<std::pair<QString, int>> named;
     for (const int seconds : choices) {
-        QAction* entry = entries->addAction(choiceWords(seconds));
-        entry->setCheckable(true);
-        entry->setChecked(seconds == chosen);
-        group->addAction(entry);
-        connect(entry, &QAction::triggered, this, [this, seconds] {
-            QSettings(iniPath_, QSettings::IniFormat).setValue(key(), seconds);
-            choose(seconds);
-        });
-        if (seconds == chosen) {
-            choose(seconds);
-        }
+        named << std::pair(choiceWords(seconds), seconds);
+    }
+    const int chosen = QSettings(iniPath_, QSettings::IniFormat).value(key(), 0).toInt();
+    addChoices<int>(*entries, named, chosen, [this](int seconds) {
+        QSettings(iniPath_, QSettings::IniFormat).setValue(key(), seconds);
+        choose(seconds);
+    });
+    if (std::ranges::find(choices, chosen) != std::end(choices)) {
+        choose(chosen);
     }
 }
 

@@ -12,7 +12,7 @@ struct FindItem {
     enum class Kind : std::uint8_t { stock, theme, command };
     Kind kind = Kind::stock;
     QString name;
-    QString detail;    // a stock's code, a command's menu and keys
+    QString detail;    // a stock's code, a command's keys
     QString initials;  // lower case
     int command = -1;  // which one of those that were handed over
 };

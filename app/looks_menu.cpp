@@ -1,7 +1,8 @@
 #include "app/looks_menu.h"
 
-#include <QActionGroup>
 #include <utility>
+
+#include "frame/choice_menu.h"
 
 namespace guanchao {
 
@@ -14,14 +15,18 @@ LooksMenu::LooksMenu(QMenu& menu, QString iniPath, ColourScheme* desktop)
                              {{u"颜色跟随桌面"_s, ColourChoice::desktop},
                               {u"深色"_s, ColourChoice::dark},
                               {u"浅色"_s, ColourChoice::light}},
-                             &LooksChoice::colours);
+                             choice_.colours, [this](ColourChoice colours) {
+                                 choose({colours, choice_.points});
+                             });
     entries->addSeparator();
     addChoices<int>(*entries,
                     {{u"字号小"_s, standardPoints - 1},
                      {u"字号标准"_s, standardPoints},
                      {u"字号大"_s, standardPoints + 2},
                      {u"字号特大"_s, standardPoints + 4}},
-                    &LooksChoice::points);
+                    choice_.points, [this](int points) {
+                        choose({choice_.colours, points});
+                    });
     if (desktop_) {
         desktop_->whenChanged([this] { apply(); });
     }
@@ -34,21 +39,10 @@ LooksMenu::~LooksMenu() {
     }
 }
 
-template <typename Value>
-void LooksMenu::addChoices(QMenu& menu, const QList<std::pair<QString, Value>>& choices,
-                           Value LooksChoice::*chosen) {
-    auto* group = new QActionGroup(&menu);
-    for (const auto& [words, value] : choices) {
-        QAction* entry = menu.addAction(words);
-        entry->setCheckable(true);
-        entry->setChecked(choice_.*chosen == value);
-        group->addAction(entry);
-        connect(entry, &QAction::triggered, this, [this, chosen, value = value] {
-            choice_.*chosen = value;
-            keepLooks(iniPath_, choice_);
-            apply();
-        });
-    }
+void LooksMenu::choose(const LooksChoice& choice) {
+    choice_ = choice;
+    keepLooks(iniPath_, choice_);
+    apply();
 }
 
 void LooksMenu::apply() {

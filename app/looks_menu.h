@@ -19,9 +19,7 @@ public:
     ~LooksMenu() override;
 
 private:
-    template <typename Value>
-    void addChoices(QMenu& menu, const QList<std::pair<QString, Value>>& choices,
-                    Value LooksChoice::*chosen);
+    void choose(const LooksChoice& choice);
     void apply();
 
     QString iniPath_;

@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <chrono>
 
-#include "base/contrast.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "frame/sheets.h"
 #include "grid/amounts.h"
 #include "grid/colours.h"
 #include "market/market_summary.h"
@@ -36,12 +36,10 @@ MarketNow readMarket(const StoreFile& mainStore) {
 }
 
 QString coloured(const QString& words, double sign) {
-    const Colour ground = QApplication::palette().color(QPalette::Window).rgb() & 0xFFFFFF;
-    const Colour colour = readableOn(sign > 0   ? riseColour
-                                     : sign < 0 ? fallColour
-                                                : textColour,
-                                     ground);
-    return u"<span style=\"color:#%1\">%2</span>"_s.arg(colour, 6, 16, QChar(u'0')).arg(words);
+    const Colour colour = sign > 0 ? riseColour : sign < 0 ? fallColour : textColour;
+    const QColor shown =
+        readableColour(QColor::fromRgb(colour), QApplication::palette().color(QPalette::Window));
+    return u"<span style=\"color:%1\">%2</span>"_s.arg(shown.name(), words);
 }
 
 QString indexWords(const IndexQuote& index) {

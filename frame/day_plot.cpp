@@ -12,7 +12,7 @@
 #include <limits>
 #include <utility>
 
-#include "base/contrast.h"
+#include "frame/sheets.h"
 #include "frame/told_role.h"
 
 namespace guanchao {
@@ -38,11 +38,6 @@ void putTicksAtWholeNumbers(QValueAxis& axis) {
         axis.setRange(std::floor(axis.min()), std::ceil(axis.max()));
         axis.setTickCount(static_cast<int>(axis.max() - axis.min()) + 1);
     }
-}
-
-QColor onGround(const QColor& colour, const QPalette& palette) {
-    return QColor::fromRgb(
-        readableOn(colour.rgb() & 0xFFFFFF, palette.base().color().rgb() & 0xFFFFFF));
 }
 
 }  // namespace
@@ -99,7 +94,7 @@ QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
 
 void DayPlot::setLineColour(int line, const QColor& colour) {
     colours_[line] = colour;
-    lines_[line]->setPen(QPen(onGround(colour, palette()), thickness));
+    lines_[line]->setPen(QPen(readableColour(colour, palette().color(QPalette::Base)), thickness));
 }
 
 void DayPlot::showColours() {

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "base/contrast.h"
+
 static void loadLooksResource() {
     Q_INIT_RESOURCE(looks);
 }
@@ -78,6 +80,10 @@ QColor colourOf(Sheet sheet, const QString& name) {
         throw std::out_of_range("no such colour: " + name.toStdString());
     }
     return QColor::fromRgb(sheet == Sheet::dark ? found->dark : found->light);
+}
+
+QColor readableColour(const QColor& colour, const QColor& ground) {
+    return QColor::fromRgb(readableOn(colour.rgb() & 0xFFFFFF, ground.rgb() & 0xFFFFFF));
 }
 
 QString styleSheetOf(Sheet sheet, int tablePoints) {

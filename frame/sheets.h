@@ -12,6 +12,9 @@ enum class Sheet : std::uint8_t { dark, light };
 // Raises std::out_of_range for a name that no sheet has.
 QColor colourOf(Sheet sheet, const QString& name);
 
+// The colour, as for words, so that it can be read on the ground: base/contrast.
+QColor readableColour(const QColor& colour, const QColor& ground);
+
 // The style sheet with its colours, and the points of the tables' font.
 QString styleSheetOf(Sheet sheet, int tablePoints);
 

@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-#include "base/contrast.h"
 #include "base/values.h"
+#include "frame/sheets.h"
 #include "market/form11.h"
 #include "ui_form21.h"
 
@@ -20,8 +20,9 @@ const QString loadingWords = u"正在读取…"_s;
 
 void setColour(QLabel& label, Colour colour) {
     QPalette palette = label.palette();
-    const std::uint32_t ground = QApplication::palette().color(QPalette::Window).rgb() & 0xFFFFFF;
-    palette.setColor(QPalette::WindowText, QColor::fromRgb(readableOn(colour, ground)));
+    palette.setColor(
+        QPalette::WindowText,
+        readableColour(QColor::fromRgb(colour), QApplication::palette().color(QPalette::Window)));
     label.setPalette(palette);
 }
 
