@@ -24,11 +24,14 @@ inline double median(std::vector<double> values) {
 }
 
 // Reports the medians in milliseconds and their ratio; the benchmark's own time is the program's.
-inline void compare(benchmark::State& state, const std::function<void()>& limit,
-                    const std::function<void()>& program) {
+// `before` each turn what is not measured.
+inline void compare(
+    benchmark::State& state, const std::function<void()>& limit,
+    const std::function<void()>& program, const std::function<void()>& before = [] {}) {
     std::vector<double> limits;
     std::vector<double> programs;
     for ([[maybe_unused]] auto turn : state) {
+        before();
         limits.push_back(seconds(limit));
         programs.push_back(seconds(program));
         state.SetIterationTime(programs.back());

@@ -1,10 +1,14 @@
 // The theme table, the list of all stocks and its sorting.
 #include "themes/theme_table.h"
 
+#include <QApplication>
+
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
+#include "grid/grid_view.h"
 #include "grid/sorting.h"
+#include "store/recordset.h"
 #include "tests/support/fakes.h"
 
 namespace guanchao {
@@ -12,6 +16,13 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+const QString allStocksStatement =
+    u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
+    u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,totaljine as 成交金额,"
+    u"datetime(newhqtime) as 更新时间 from dmb AS dmb1 left JOIN  (select dm,max(zhutiname) as"
+    u" zhutiname from dzhzhuti group by dm)  AS dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by"
+    u" zhangfu desc,dmb1.rowid"_s;
 
 struct Table {
     const Stores& stores = wholeMarket();
@@ -43,20 +54,32 @@ BENCHMARK(themeTable)->UseManualTime()->Unit(benchmark::kMillisecond)->Iteration
 void allStocksTable(benchmark::State& state) {
     Table it;
     compare(
-        state,
-        [&] {
-            BareStore(it.stores.main.path)
-                .run(
-                    u"select zhutiname as 主题名称,dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,"
-                    u"zhangjine as 涨跌,zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,"
-                    u"totalsl as 成交量,totaljine as 成交金额,datetime(newhqtime) as 更新时间 from"
-                    u" dmb AS dmb1 left JOIN  (select dm,max(zhutiname) as zhutiname from dzhzhuti "
-                    u"group by dm)  AS"
-                    u" dzhzhuti1  on dmb1.dm=dzhzhuti1.dm   order by zhangfu desc,dmb1.rowid"_s);
-        },
+        state, [&] { BareStore(it.stores.main.path).run(allStocksStatement); },
         [&] { it.table.xianshizhutigu(allStocks); });
 }
 BENCHMARK(allStocksTable)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
+
+// A refresh of all stocks of which 300 have another turnover, until a view shows it.
+void refreshOfFewStocks(benchmark::State& state) {
+    Table it;
+    it.table.xianshizhutigu(allStocks);
+    GridView view;
+    view.setGrid(it.stocks);
+    view.resize(1300, 1200);
+    view.show();
+    QApplication::processEvents();
+    compare(
+        state, [&] { BareStore(it.stores.main.path).run(allStocksStatement); },
+        [&] {
+            it.table.refreshStocks();
+            QApplication::processEvents();
+        },
+        [&] {
+            BareStore(it.stores.main.path)
+                .run(u"update dmb set totaljine=totaljine+10000 where rowid%18=0"_s);
+        });
+}
+BENCHMARK(refreshOfFewStocks)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
 
 void sortByGain(benchmark::State& state) {
     Table it;

@@ -67,10 +67,12 @@ QFont fontOf(const ResultGrid& grid, int col, QFont font) {
 
 void ColumnWidths::apply(const ResultGrid& grid) {
     const QScopedValueRollback applying(applying_, true);
-    for (int col = 0; col < grid.cols(); ++col) {
-        view_.setColumnWidth(col, widthOf(grid, col));
-    }
     const int last = lastShown(grid);
+    for (int col = 0; col < grid.cols(); ++col) {
+        if (col != last) {
+            view_.setColumnWidth(col, widthOf(grid, col));
+        }
+    }
     textsOfLast_ = isAmount(grid.textMatrix(0, last))
                        ? widthOfKeys(grid, last)
                        : widthOfText(grid, last, longestText(grid, last));

@@ -33,6 +33,7 @@ QCoro::Task<std::optional<QByteArray>> csvOf(QPointer<ResultGrid> grid, QList<in
     const QObject whileReading;
     const auto noteChange = [&changed] { changed = true; };
     QObject::connect(grid, &QAbstractItemModel::modelAboutToBeReset, &whileReading, noteChange);
+    QObject::connect(grid, &QAbstractItemModel::dataChanged, &whileReading, noteChange);
     QObject::connect(grid, &QAbstractItemModel::layoutAboutToBeChanged, &whileReading, noteChange);
     QObject::connect(grid, &QObject::destroyed, &whileReading, noteChange);
     QByteArray content = utf8Mark;

@@ -93,9 +93,11 @@ void GridView::setGrid(ResultGrid& grid) {
     setModel(&grid);
     connect(&grid, &ResultGrid::colWidthsChanged, this, [this] { widths_.apply(*grid_); });
     connect(&grid, &ResultGrid::rowMarked, this, &GridView::showMark);
-    connect(&grid, &ResultGrid::modelReset, this, &GridView::showFill);
+    connect(&grid, &ResultGrid::fillEnds, this, [this] { sort_.followFill(*grid_); });
+    connect(&grid, &ResultGrid::filled, this, &GridView::showFill);
     connect(&grid, &ResultGrid::toolTipTextChanged, this,
             [this](const QString& text) { setToolTip(shortened(text, longestShownMessage)); });
+    sort_.followFill(grid);
     showFill();
 }
 
@@ -147,7 +149,6 @@ void GridView::scrollToTop(int row) {
 void GridView::showFill() {
     horizontalHeader()->setVisible(!isEmpty());
     showColumns();
-    sort_.followFill(*grid_);
     tellHint();
     showMark();
 }

@@ -22,8 +22,8 @@ public:
 
     // Nothing where sorting isn't enabled.
     void sort(ResultGrid& grid, int col);
-    // After a fill: the rows of the same list are put into the order of the last sort again, those
-    // of another stand as they were found.
+    // In the end of a fill: the rows of the same list are put into the order of the last sort
+    // again, those of another stand as they were found.
     void followFill(ResultGrid& grid);
 
     // How the rows stand, as "header code", for the next run; empty: as they were found.

@@ -106,15 +106,18 @@ void ResultGrid::setCol(int col) {
 }
 
 QString ResultGrid::textMatrix(int row, int col) const {
-    const Cell& it = cell(row, col);
-    switch (it.content) {
+    return textOf(cell(row, col));
+}
+
+QString ResultGrid::textOf(const Cell& cell) {
+    switch (cell.content) {
         case Content::integer:
-            return (it.isLowerBound ? QStringLiteral("≥") : QString()) +
-                   QString::number(static_cast<qint64>(it.number));
+            return (cell.isLowerBound ? QStringLiteral("≥") : QString()) +
+                   QString::number(static_cast<qint64>(cell.number));
         case Content::real:
-            return twoDecimals(it.number);
+            return twoDecimals(cell.number);
         case Content::text:
-            return it.text;
+            return cell.text;
     }
     return {};
 }
@@ -251,48 +254,11 @@ void ResultGrid::clear() {
     std::fill(cells_.begin(), cells_.end(), Cell());
 }
 
-void ResultGrid::beginFill(bool isRefill) {
-    if (fills_++ == 0) {
-        refill_ = isRefill;
-        markedKey_ = keyOf(markedRow());
-        beginResetModel();
-    }
-}
-
-void ResultGrid::endFill() {
-    if (--fills_ == 0) {
-        markKey();
-        endResetModel();
-    }
-}
-
-// Empty if the row is about no item.
-QStringList ResultGrid::keyOf(int row) const {
-    QStringList key;
-    for (const int col : keyColumns_) {
-        if (row == 0 || col >= cols_) {
-            return {};
-        }
-        key << textMatrix(row, col);
-    }
-    return key.join(QString()).isEmpty() ? QStringList() : key;
-}
-
-void ResultGrid::markKey() {
-    if (markedKey_.isEmpty()) {
-        return;
-    }
-    setRow(0);
-    for (int row = 1; row < rows_; ++row) {
-        if (keyOf(row) == markedKey_) {
-            mark(row);
-            return;
-        }
-    }
-}
-
 void ResultGrid::orderRows(const std::vector<int>& rows) {
-    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const bool shows = fills_ == 0;
+    if (shows) {
+        emit layoutAboutToBeChanged({}, VerticalSortHint);
+    }
     std::vector<int> order = {0};
     order.reserve(order_.size());
     std::vector<int> newRows(order_.size());
@@ -308,8 +274,10 @@ void ResultGrid::orderRows(const std::vector<int>& rows) {
         number.content = Content::integer;
         number.number = row;
     }
-    movePersistentIndexes(newRows);
-    emit layoutChanged({}, VerticalSortHint);
+    if (shows) {
+        movePersistentIndexes(newRows);
+        emit layoutChanged({}, VerticalSortHint);
+    }
 }
 
 void ResultGrid::movePersistentIndexes(const std::vector<int>& newRows) {

@@ -21,6 +21,8 @@ enum class CellAlignment : std::uint8_t { general, centre, right };  // general:
 struct ColumnFont {
     QString family;
     int points = 0;
+
+    bool operator==(const ColumnFont&) const = default;
 };
 
 class ResultGrid : public QAbstractTableModel {
@@ -94,7 +96,7 @@ public:
     // The columns that tell which item a row is about: after a fill its row is marked again.
     void setKeyColumns(const QList<int>& cols) { keyColumns_ = cols; }
 
-    // True while a fill that ends shows a list anew that the grid held before.
+    // True in and after a fill that shows a list anew that the grid held before.
     bool isRefill() const { return refill_; }
 
     const QString& toolTipText() const { return toolTipText_; }
@@ -110,6 +112,10 @@ public:
 
 signals:
     void colWidthsChanged();
+    // All cells of a fill stand; its rows can still be put into another order.
+    void fillEnds();
+    // Views show what a fill has changed.
+    void filled();
     void rowMarked();
     void toolTipTextChanged(const QString& text);
 
@@ -129,8 +135,22 @@ private:
         Colour backColour : 24 = 0;
         bool backColoured : 1 = false;
         bool isLowerBound : 1 = false;
+
+        bool operator==(const Cell&) const = default;
     };
 
+    // What a list that is filled anew held before, as it was displayed.
+    struct Former {
+        int rows;
+        int cols;
+        std::vector<Cell> cells;
+        std::vector<int> order;
+        std::vector<ColumnFont> fonts;
+
+        const Cell& cell(int row, int col) const;
+    };
+
+    static QString textOf(const Cell& cell);
     const Cell& cell(int row, int col) const { return cells_[position(row, col)]; }
     Cell& cell(int row, int col) { return cells_[position(row, col)]; }
     size_t position(int row, int col) const;
@@ -142,7 +162,14 @@ private:
     void movePersistentIndexes(const std::vector<int>& newRows);
     void beginFill(bool isRefill);
     void endFill();
-    QStringList keyOf(int row) const;
+    void showFill();
+    bool hasLooksOf(const Former& former) const;
+    bool hasItemsOf(const Former& former) const;
+    std::vector<int> newRowsOf(const Former& former) const;
+    void showChangedCells(const Former& former);
+    template <typename Table>
+    QStringList keyIn(const Table& table, int row) const;
+    QStringList keyOf(int row) const { return keyIn(*this, row); }
     void mark(int row);
     void markKey();
 
@@ -158,13 +185,16 @@ private:
     int colSel_ = 0;
     int fills_ = 0;  // one within the other
     bool refill_ = false;
+    std::optional<Former> former_;
     QList<int> keyColumns_ = {1};
     QStringList markedKey_;  // as a fill began
     QString toolTipText_;
 };
 
 // A fill of a grid: while it lives, views keep what they show, and no events may happen; in its end
-// they show all changes at once. The item whose row was marked is marked where it stands then.
+// they show all changes at once. The item whose row was marked is marked where it stands then. Of a
+// list that holds the same items as before only the cells that have changed are painted, and rows
+// that are selected stay so wherever they have moved.
 class GridFill {
 public:
     // What it puts there: another list, whose rows stand as they were found, or the one that is

@@ -334,6 +334,60 @@ TEST_F(GridViewTest, TheMarkStaysWithItsItemAndTheViewWhereItWas) {
     EXPECT_EQ(selectedRow(), 0);
 }
 
+// What was painted since it was asked last.
+class PaintedRegion : public QObject {
+public:
+    explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
+
+    QRegion take() {
+        QApplication::processEvents();  // lays out
+        QApplication::processEvents();
+        return std::exchange(painted_, QRegion());
+    }
+
+private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            painted_ += static_cast<QPaintEvent*>(event)->region();
+        }
+        return false;
+    }
+
+    QRegion painted_;
+};
+
+TEST_F(GridViewTest, ARefillPaintsWhatHasChangedAndKeepsTheSelection) {
+    const auto refill = [this](const QList<int>& rows, double gainOfFirst) {
+        const GridFill fill(grid_, GridFill::Rows::ofTheSameList);
+        grid_.clear();
+        grid_.setRows(static_cast<int>(rows.size()) + 1);
+        grid_.setTextMatrix(0, 1, u"名称"_s);
+        for (int row = 1; row < grid_.rows(); ++row) {
+            grid_.setTextMatrix(row, 1, u"题"_s + QString::number(rows[row - 1]));
+            grid_.setReal(row, 2, row == 1 ? gainOfFirst : 1.5);
+        }
+    };
+    refill({1, 2, 3, 4}, 1);
+    PaintedRegion painted(*view_.viewport());
+    clickCell(view_, 2, 1);
+    QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      view_.visualRect(grid_.index(2, 1)).center());
+    painted.take();
+    refill({1, 2, 3, 4}, 1);
+    EXPECT_TRUE(painted.take().isEmpty());
+    refill({1, 2, 3, 4}, 2);
+    EXPECT_EQ(painted.take(), QRegion(view_.visualRect(grid_.index(0, 2))));
+    EXPECT_EQ(selectedRows(), (QList<int>{2, 3}));
+
+    refill({3, 1, 4, 2}, 2);
+    EXPECT_EQ(painted.take(), QRegion(view_.viewport()->rect()));
+    EXPECT_EQ(selectedRows(), (QList<int>{1, 4})) << "they have moved with their items";
+    EXPECT_EQ(markedName(), u"题3"_s);
+
+    refill({3, 5, 4, 2}, 2);
+    EXPECT_EQ(selectedRow(), 1) << "of another set of items the marked one";
+}
+
 TEST_F(GridViewTest, AColumnThatTheUserHasDrawnKeepsItsWidth) {
     const int ownWidth = view_.columnWidth(1);
     drawColumn(2, 40);
