@@ -49,4 +49,11 @@ std::optional<QString> shortAmount(const ResultGrid& grid, int row, int col) {
     return number ? shortAmount(*number) : std::nullopt;
 }
 
+QString withoutMidnight(const QString& text) {
+    constexpr qsizetype dayLength = 10;  // yyyy-MM-dd
+    return text.size() == dayLength + 9 && text.endsWith(u" 00:00:00") && text[4] == u'-'
+               ? text.first(dayLength)
+               : text;
+}
+
 }  // namespace guanchao

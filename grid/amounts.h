@@ -1,4 +1,5 @@
-// Volume and turnover, whose numbers are too long to read: painted in units of 万 and 亿.
+// What is painted shorter than it is stored: volume and turnover in units of 万 and 亿, days
+// without their midnight.
 #pragma once
 
 #include <QString>
@@ -19,6 +20,9 @@ std::optional<QString> shortAmount(double number);
 
 // The same of a cell; nothing where its column is none of amounts, or it holds no number.
 std::optional<QString> shortAmount(const ResultGrid& grid, int row, int col);
+
+// A day without the midnight that stores put behind it; other texts as they are.
+QString withoutMidnight(const QString& text);
 
 // No short amount is wider.
 inline const QString widestShortAmount = QStringLiteral("888.8万");

@@ -45,7 +45,7 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     const auto& grid = static_cast<const ResultGrid&>(*index.model());
     const int row = index.row() + 1;
-    option->text = shortAmount(grid, row, index.column()).value_or(option->text);
+    option->text = shortAmount(grid, row, index.column()).value_or(withoutMidnight(option->text));
     option->font = fontOf(grid, index.column(), option->font);
     const QVariant own = index.data(ResultGrid::ColourRole);
     const QVariant ownGround = index.data(ResultGrid::BackColourRole);

@@ -67,6 +67,8 @@ void GridView::addCommands() {
     connect(exports_, &QAction::triggered, this, &GridView::exportRows);
     connect(add(u"在表中查找"_s, {Qt::Key_F3, Qt::Key_Slash}), &QAction::triggered, this,
             [this] { find(SearchWay::forward); });
+    connect(add(u"选择列…"_s, {}), &QAction::triggered, this,
+            [this] { openColumnMenu(viewport()->mapToGlobal(viewport()->rect().topLeft())); });
     auto* previous = new QAction(this);
     previous->setShortcut(Qt::SHIFT | Qt::Key_F3);
     previous->setShortcutContext(Qt::WidgetShortcut);
@@ -92,7 +94,10 @@ void GridView::setGrid(ResultGrid& grid) {
     grid_ = &grid;
     setModel(&grid);
     connect(&grid, &ResultGrid::colWidthsChanged, this, [this] { widths_.apply(*grid_); });
-    connect(&grid, &ResultGrid::rowMarked, this, &GridView::showMark);
+    connect(&grid, &ResultGrid::rowMarked, this, [this] {
+        showMark();
+        viewport()->update();  // the row that was marked before is one of the others now
+    });
     connect(&grid, &ResultGrid::fillEnds, this, [this] { sort_.followFill(*grid_); });
     connect(&grid, &ResultGrid::filled, this, &GridView::showFill);
     connect(&grid, &ResultGrid::toolTipTextChanged, this,
@@ -233,6 +238,7 @@ void GridView::choose(int row, By by, const std::optional<QPoint>& menuPlace) {
             menu_->popup(*menuPlace);
         }
     });
+    chosenBy_ = by;
     if (row > 0) {
         grid_->biaoji(row);
     }
@@ -273,9 +279,12 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     pressedIndex_ = indexAt(event->position().toPoint());
     const int row = rowAtIndex(pressedIndex_);
     QTableView::mousePressEvent(event);
+    const bool opensMenu = event->button() == Qt::RightButton;
     choose(selectedInsteadOf(row), By::mouse,
-           event->button() == Qt::RightButton ? std::optional(event->globalPosition().toPoint())
-                                              : std::nullopt);
+           opensMenu ? std::optional(event->globalPosition().toPoint()) : std::nullopt);
+    if (opensMenu && row > 0) {
+        emit rowReached(row);
+    }
 }
 
 // The row that was pressed stays the chosen one, wherever the mouse is drawn.
@@ -331,7 +340,8 @@ void GridView::find(SearchWay way) {
 void GridView::goTo(CellPlace place) {
     choose(place.row, By::keys);
     const QModelIndex index = model()->index(place.row - 1, place.col);
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     scrollTo(index);
     keysRest_.start(0);
 }
@@ -345,7 +355,11 @@ void GridView::updateGeometries() {
 void GridView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const bool isShown = !isColumnHidden(index.column());
     const QModelIndex shown = isShown ? index : indexInRow(rowAtIndex(index));
+    const int left = horizontalScrollBar()->value();
     QTableView::scrollTo(shown, hint);
+    if (chosenBy_ == By::mouse) {
+        horizontalScrollBar()->setValue(left);
+    }
     findLine_->uncover(shown);
 }
 

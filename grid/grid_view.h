@@ -53,18 +53,18 @@ public:
     QVariantMap kept() const override;
     void showKept(const QVariantMap& kept) override;
 
+    enum class By : std::uint8_t { mouse, keys };
+
     // Makes the grid's row the first one in sight, as far as the rows under it reach.
     void scrollToTop(int row);
-    // To the cell's row, if its column is hidden.
+    // To the cell's row, if its column is hidden or the mouse has chosen it.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
-
-    enum class By : std::uint8_t { mouse, keys };
 
 signals:
     // Keys or mouse have chosen the row, though it may have been the chosen one before; 0 for a
     // press on the header or the empty ground, which chooses none.
     void rowChosen(int row, GridView::By by);
-    // Keys have moved the choice to the row and rest there.
+    // Keys have moved the choice to the row and rest there, or the right button has pressed it.
     void rowReached(int row);
     // A click of the left button on a row that is then the marked one, or Enter on that.
     void rowClicked(int row);
@@ -119,6 +119,7 @@ private:
     ColumnWidths widths_;
     QString hint_;
     QModelIndex pressedIndex_;
+    By chosenBy_ = By::keys;
     QTimer keysRest_;  // up when no further key waits
     std::optional<GridExport> export_;
 };

@@ -1,5 +1,6 @@
 #include "grid/picker_box.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -14,37 +15,31 @@
 namespace guanchao {
 
 PickerBox::PickerBox(QLineEdit& box, QListWidget& list, const StoreFile& mainStore, QObject* parent)
-    : QObject(parent), box_(box), list_(list), mainStore_(mainStore) {
-    list_.setUniformItemSizes(true);
-    list_.setItemDelegate(new ShortTexts(&list_));
-    list_.hide();
+    : QObject(parent), box_(box), list_(&list), mainStore_(mainStore) {
+    list_->setUniformItemSizes(true);
+    list_->setItemDelegate(new ShortTexts(list_));
+    list_->hide();
     box_.installEventFilter(this);
-    list_.installEventFilter(this);
+    list_->installEventFilter(this);
     retry_.setSingleShot(true);
     connect(&retry_, &QTimer::timeout, this, &PickerBox::boxChanged);
     connect(&box_, &QLineEdit::textChanged, this, &PickerBox::boxChanged);
-    connect(&list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
-}
-
-void PickerBox::hideOnPressOf(const QList<QWidget*>& places) {
-    hidingPlaces_ = places;
-    for (QWidget* place : places) {
-        place->installEventFilter(this);
-    }
+    connect(list_, &QListWidget::itemClicked, this, &PickerBox::listClicked);
 }
 
 void PickerBox::hideList() {
     retry_.stop();
-    const bool keysAreThere = list_.hasFocus();
-    list_.hide();
+    qApp->removeEventFilter(this);
+    const bool keysAreThere = list_->hasFocus();
+    list_->hide();
     if (keysAreThere) {
         box_.setFocus();
     }
 }
 
 void PickerBox::takeFirst() {
-    if (list_.count() > 0) {
-        box_.setText(codeOfCandidate(list_.item(0)->text()));
+    if (list_->count() > 0) {
+        box_.setText(codeOfCandidate(list_->item(0)->text()));
     }
     hideList();
 }
@@ -71,8 +66,8 @@ void PickerBox::boxChanged() {
     }
     const auto find = [&] { return chazhaodaima(mainStore_, text); };
     const std::optional<QString> candidates = tryStep(find, false);
-    list_.hide();
-    list_.clear();
+    list_->hide();
+    list_->clear();
     if (!candidates) {
         retry_.start(betweenTries);
     } else if (!candidates->isEmpty()) {
@@ -81,46 +76,61 @@ void PickerBox::boxChanged() {
 }
 
 void PickerBox::showCandidates(const QString& candidates) {
-    list_.addItems(candidateLines(candidates).mid(0, mostLines_));
+    list_->addItems(candidateLines(candidates).mid(0, mostLines_));
     placeList(candidates);
-    list_.show();
-    list_.raise();
+    list_->show();
+    list_->raise();
+    qApp->installEventFilter(this);
 }
 
 // Directly under the box or above it, as wide as a code and a name need.
 void PickerBox::placeList(const QString& candidates) {
-    const int height = pixelsOf(candidateListHeight(candidates), list_);
+    const int height = pixelsOf(candidateListHeight(candidates), *list_);
     const int edge = wholeLinesAbove_ ? -height : box_.height();
-    const QPoint place = box_.mapTo(list_.parentWidget(), QPoint(0, edge));
+    const QPoint place = box_.mapTo(list_->parentWidget(), QPoint(0, edge));
     QString widest = QStringLiteral("SH600000  四个汉字字");
     if (candidates.contains(delistedWord)) {
         widest += QStringLiteral("  ") + delistedWord;
     }
-    const int text = list_.fontMetrics().horizontalAdvance(widest);
-    const int width = text + list_.verticalScrollBar()->sizeHint().width() + 12;
-    list_.setGeometry(place.x(), place.y(), std::max(width, box_.width()), height);
+    const int text = list_->fontMetrics().horizontalAdvance(widest);
+    const int width = text + list_->verticalScrollBar()->sizeHint().width() + 12;
+    list_->setGeometry(place.x(), place.y(), std::max(width, box_.width()), height);
 }
 
 void PickerBox::listClicked() {
-    const QListWidgetItem* item = list_.currentItem();
+    const QListWidgetItem* item = list_->currentItem();
     if (!item) {
         return;
     }
     const QString line = item->text();
     box_.setText(wholeLinesAbove_ ? stockOfCandidate(line) : codeOfCandidate(line));
-    list_.clear();
+    list_->clear();
     hideList();
     emit chosen();
 }
 
 bool PickerBox::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress && hidingPlaces_.contains(watched)) {
+    if (!list_) {
+        return false;
+    }
+    if (list_->isVisible() && leaves(watched, *event)) {
         hideList();
     }
-    const bool ownKey = event->type() == QEvent::KeyPress && list_.isVisible() &&
-                        (watched == &box_ || watched == &list_);
+    const bool ownKey = event->type() == QEvent::KeyPress && list_->isVisible() &&
+                        (watched == &box_ || watched == list_);
     return (ownKey && takeKey(watched, static_cast<QKeyEvent*>(event)->key())) ||
            QObject::eventFilter(watched, event);
+}
+
+bool PickerBox::leaves(const QObject* watched, const QEvent& event) const {
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    if (event.type() == QEvent::MouseButtonPress) {
+        return widget && widget != &box_ && widget != list_ && !list_->isAncestorOf(widget);
+    }
+    const bool goes = event.type() == QEvent::FocusOut && widget == &box_;
+    const Qt::FocusReason reason =
+        goes ? static_cast<const QFocusEvent&>(event).reason() : Qt::OtherFocusReason;
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
 }
 
 // Down goes from the box into the open list, Enter takes a line, Esc closes the list.
@@ -131,11 +141,11 @@ bool PickerBox::takeKey(const QObject* watched, int key) {
         return true;
     }
     if (watched == &box_ && key == Qt::Key_Down) {
-        list_.setFocus();
-        list_.setCurrentRow(0);
+        list_->setFocus();
+        list_->setCurrentRow(0);
         return true;
     }
-    if (watched == &list_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+    if (watched == list_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
         box_.setFocus();
         listClicked();
         return true;

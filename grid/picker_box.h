@@ -1,9 +1,11 @@
-// A text box in which a stock is typed, with the list of candidates that opens under it.
+// A text box in which a stock is typed, with the list of candidates that opens under it. A press
+// beside both closes the list, and so does Tab.
 #pragma once
 
 #include <QLineEdit>
 #include <QListWidget>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include "store/stores.h"
@@ -25,14 +27,11 @@ public:
     // The list shows no more than the first candidates.
     void showAtMost(int lines) { mostLines_ = lines; }
 
-    // A press on one of them, beside box and list, hides the list.
-    void hideOnPressOf(const QList<QWidget*>& places);
-
     // The first candidate, if there is one, takes the place of the text; the list is hidden.
     void takeFirst();
 
     void hideList();
-    bool listIsOpen() const { return list_.isVisible(); }
+    bool listIsOpen() const { return list_->isVisible(); }
 
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
     // there already.
@@ -51,13 +50,13 @@ private:
     void boxChanged();
     void showCandidates(const QString& candidates);
     void listClicked();
+    bool leaves(const QObject* watched, const QEvent& event) const;
     bool takeKey(const QObject* watched, int key);
     void placeList(const QString& candidates);
 
     QLineEdit& box_;
-    QListWidget& list_;
+    QPointer<QListWidget> list_;  // its window may delete it before this
     const StoreFile& mainStore_;
-    QList<QWidget*> hidingPlaces_;
     bool wholeLinesAbove_ = false;
     int mostLines_ = -1;  // below 0: no limit
     QTimer retry_;        // to the next try of a reading

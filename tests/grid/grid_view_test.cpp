@@ -459,7 +459,7 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
     EXPECT_EQ(copied({}, 2), u"2\t甲\t3.00\n"_s);
     EXPECT_EQ(copied(Qt::ControlModifier, 1), u"\t名称\t涨幅\n1\t乙\t1.50\n2\t甲\t3.00\n"_s);
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"复制 Ctrl+C|在表中查找 F3"_s) << "nothing to write a file with";
+    EXPECT_EQ(menuWords(), u"复制 Ctrl+C|在表中查找 F3|选择列…"_s) << "nothing to write a file with";
     closeMenu();
 
     const QTemporaryDir folder;
@@ -477,7 +477,7 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
         return dialogs.shown.last();
     };
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…|在表中查找 F3"_s);
+    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…|在表中查找 F3|选择列…"_s);
     closeMenu();
     EXPECT_TRUE(exportTo(QString()).endsWith(u"|主题表.csv|CSV 表格(*.csv)"_s)) << "none picked";
     const QString path = folder.filePath(u"a.csv"_s);
@@ -612,6 +612,18 @@ TEST_F(GridViewTest, NumbersCodesAndMomentsAreNeverCutShort) {
     grid_.setColWidths({});
     EXPECT_TRUE(shows(u"-123456789012.50"_s));
     EXPECT_LT(view_.columnWidth(1), metrics.horizontalAdvance(grid_.textMatrix(2, 1)));
+}
+
+TEST_F(GridViewTest, RowsFollowTheSizeOfTheFont) {
+    QList<int> heights;
+    for (const QString& points : {u"9pt"_s, u"20pt"_s, u"9pt"_s}) {
+        qApp->setStyleSheet(u"QTableView { font-size: "_s + points + u"; }"_s);
+        QApplication::processEvents();
+        heights << view_.rowHeight(0);
+    }
+    EXPECT_GT(heights[1], heights[0]);
+    EXPECT_EQ(heights[2], heights[0]);
+    qApp->setStyleSheet({});
 }
 
 TEST_F(GridViewTest, TheLastColumnGrowsOnlyWhereItsTextsNeedIt) {

@@ -39,6 +39,7 @@ protected:
 
     QWidget window_;
     QLineEdit box_{&window_};
+    QLineEdit nextBox_{&window_};
     QListWidget list_{&window_};
     PickerBox picker_{box_, list_, store_.stores.main, nullptr};
     QSignalSpy chosen_{&picker_, &PickerBox::chosen};
@@ -97,7 +98,6 @@ TEST_F(PickerBoxTest, AStoreThatAnotherHoldsIsReadWhenItIsFree) {
 TEST_F(PickerBoxTest, WholeLinesStandAboveAndAClickTakesOne) {
     picker_.showWholeLinesAbove();
     picker_.showAtMost(1);
-    picker_.hideOnPressOf({&window_});
     type(u"600"_s);
     QTest::mouseClick(&box_, Qt::LeftButton);
     EXPECT_EQ(lines(), QStringList{u"SH600000  浦发银行"_s});
@@ -108,6 +108,9 @@ TEST_F(PickerBoxTest, WholeLinesStandAboveAndAClickTakesOne) {
     EXPECT_EQ(chosen_.count(), 1);
     type(u"600"_s);
     QTest::mouseClick(&window_, Qt::LeftButton, {}, {3, 3});
+    EXPECT_EQ(lines(), QStringList());
+    type(u"600"_s);
+    QTest::keyClick(&box_, Qt::Key_Tab);
     EXPECT_EQ(lines(), QStringList());
 }
 
