@@ -13,6 +13,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Those in which a character isn't read as it mostly is.
+const QHash<QString, QString> wordsOfTwoReadings = {{u"行情"_s, u"hq"_s}, {u"银行"_s, u"yh"_s},
+                                                    {u"行业"_s, u"hy"_s}, {u"重组"_s, u"cz"_s},
+                                                    {u"重启"_s, u"cq"_s}, {u"音乐"_s, u"yy"_s}};
+
 enum Fit : std::uint8_t { equal, begins, holds, none };
 
 Fit fitOf(QStringView text, QStringView typed) {
@@ -36,6 +41,14 @@ Fit fitOf(const FindItem& item, QStringView typed) {
 
 }  // namespace
 
+QList<FindItem> withInitials(QList<FindItem> items) {
+    const Initials initials(wordsOfTwoReadings);
+    for (FindItem& item : items) {
+        item.initials = initials.of(item.name);
+    }
+    return items;
+}
+
 QList<FindItem> readFindItems(const Stores& stores) {
     Connection store = stores.main.open();
     QList<FindItem> items;
@@ -46,16 +59,15 @@ QList<FindItem> readFindItems(const Stores& stores) {
                           .detail = rows.value(0).toText(),
                           .initials = rows.value(2).toText()};
     }
-    const Initials initials({});
+    QList<FindItem> themes;
     for (Recordset rows(store, u"select distinct zhutiname from dzhzhuti order by zhutiname"_s);
          !rows.atEnd(); rows.moveNext()) {
-        const QString name = rows.value(0).toText();
-        items << FindItem{.kind = FindItem::Kind::theme,
-                          .name = name,
-                          .detail = {},
-                          .initials = initials.of(name)};
+        themes << FindItem{.kind = FindItem::Kind::theme,
+                           .name = rows.value(0).toText(),
+                           .detail = {},
+                           .initials = {}};
     }
-    return items;
+    return items + withInitials(themes);
 }
 
 QList<FindItem> foundItems(const QList<FindItem>& items, const QString& typed, qsizetype most) {

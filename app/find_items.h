@@ -20,6 +20,9 @@ struct FindItem {
 // The stocks of dmb and the themes of dzhzhuti, in this order. Raises StoreError.
 QList<FindItem> readFindItems(const Stores& stores);
 
+// The same items with the initials of their names.
+QList<FindItem> withInitials(QList<FindItem> items);
+
 // Those that fit, the best first: equal to the text before beginning with it before holding it. At
 // most so many; none for an empty text.
 QList<FindItem> foundItems(const QList<FindItem>& items, const QString& typed, qsizetype most);

@@ -1,11 +1,11 @@
 #include "app/finder.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "base/worker.h"
-#include "formats/initials.h"
 #include "frame/short_texts.h"
 
 namespace guanchao {
@@ -16,11 +16,6 @@ namespace {
 
 constexpr qsizetype mostLines = 50;
 
-QString wordsOf(const QAction& command) {
-    QString words = command.text();
-    return words.remove(u'&');
-}
-
 QString lineOf(const FindItem& item) {
     const QString kind = item.kind == FindItem::Kind::stock   ? u"个股"_s
                          : item.kind == FindItem::Kind::theme ? u"主题"_s
@@ -28,9 +23,36 @@ QString lineOf(const FindItem& item) {
     return kind + u"　"_s + item.name + (item.detail.isEmpty() ? QString() : u"　"_s + item.detail);
 }
 
+QString wordsOf(const QAction& entry) {
+    QString words = entry.text();
+    return words.remove(u'&');
+}
+
+void addEntries(const QMenu& menu, const QString& path, QList<Finder::Command>& commands) {
+    const QList<QAction*> entries = menu.actions();
+    for (QAction* entry : entries) {
+        if (entry->menu()) {
+            addEntries(*entry->menu(), path + wordsOf(*entry) + u" / "_s, commands);
+        } else if (!entry->isSeparator()) {
+            commands << Finder::Command{path + wordsOf(*entry), entry};
+        }
+    }
+}
+
 }  // namespace
 
-Finder::Finder(Environment& environment, QList<QAction*> commands, Choices choices, QWidget* parent)
+QList<Finder::Command> commandsOf(const QMenuBar& bar) {
+    QList<Finder::Command> commands;
+    const QList<QAction*> menus = bar.actions();
+    for (const QAction* it : menus) {
+        if (it->menu()) {
+            addEntries(*it->menu(), {}, commands);
+        }
+    }
+    return commands;
+}
+
+Finder::Finder(Environment& environment, QList<Command> commands, Choices choices, QWidget* parent)
     : QDialog(parent),
       environment_(environment),
       commands_(std::move(commands)),
@@ -53,27 +75,32 @@ Finder::Finder(Environment& environment, QList<QAction*> commands, Choices choic
     typed_->installEventFilter(this);
     connect(typed_, &QLineEdit::textChanged, this, &Finder::showFound);
     connect(list_, &QListWidget::itemClicked, this, &Finder::choose);
-    addCommands();
     runs_.start([this](std::stop_token stop) { return read(stop); });
 }
 
-void Finder::addCommands() {
-    const Initials initials({});
+QList<FindItem> Finder::commandItems() const {
+    QList<FindItem> items;
     for (int at = 0; at < commands_.size(); ++at) {
-        const QAction& command = *commands_[at];
-        const QString words = wordsOf(command);
-        items_ << FindItem{.kind = FindItem::Kind::command,
-                           .name = words,
-                           .detail = command.shortcut().toString(QKeySequence::NativeText),
-                           .initials = initials.of(words),
-                           .command = at};
+        const QKeySequence key = commands_[at].action->shortcut();
+        items << FindItem{.kind = FindItem::Kind::command,
+                          .name = commands_[at].words,
+                          .detail = key.toString(QKeySequence::NativeText),
+                          .initials = {},
+                          .command = at};
     }
+    return items;
 }
 
+// The commands are found though the store may not be read.
 QCoro::Task<> Finder::read(std::stop_token stop) {
+    const QList<FindItem> commands = commandItems();
+    const auto readCommands = [commands](const auto&) { return withInitials(commands); };
+    items_ = co_await inWorker(readCommands, stop);
+    showFound();
     const auto job = [stores = environment_.stores](const auto&) { return readFindItems(stores); };
     const QList<FindItem> read = co_await inWorker(job, stop);
     items_ = read + items_;
+    isRead_ = true;
     showFound();
 }
 
@@ -84,6 +111,10 @@ void Finder::showFound() {
         list_->addItem(lineOf(item));
     }
     list_->setCurrentRow(0);
+    if (found_.isEmpty() && isRead_ && !typed_->text().trimmed().isEmpty()) {
+        auto* answer = new QListWidgetItem(u"没有找到；可以输入代码、名称或声母"_s, list_);
+        answer->setFlags(Qt::NoItemFlags);
+    }
 }
 
 // Up and down walk the list while the text keeps the keys.
@@ -109,12 +140,12 @@ bool Finder::eventFilter(QObject* watched, QEvent* event) {
 
 // The window goes first: what opens gets the keys.
 void Finder::choose(const QListWidgetItem* line) {
-    if (!line) {
+    if (!line || found_.isEmpty()) {
         return;
     }
     const FindItem item = found_.at(list_->row(line));
     const Choices choices = choices_;
-    QAction* command = commands_.value(item.command);
+    QAction* command = commands_.value(item.command).action;
     close();
     if (item.kind == FindItem::Kind::stock) {
         choices.stock(item.detail, item.name);

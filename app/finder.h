@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenuBar>
 #include <functional>
 
 #include "app/find_items.h"
@@ -23,26 +24,35 @@ public:
         std::function<void(const QString& name)> theme;
     };
 
-    // `commands` outlive the window.
-    Finder(Environment& environment, QList<QAction*> commands, Choices choices, QWidget* parent);
+    struct Command {
+        QString words;
+        QAction* action = nullptr;
+    };
+
+    // The actions outlive the window.
+    Finder(Environment& environment, QList<Command> commands, Choices choices, QWidget* parent);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QCoro::Task<> read(std::stop_token stop);
-    void addCommands();
+    QList<FindItem> commandItems() const;
     void showFound();
     void choose(const QListWidgetItem* line);
 
     Environment& environment_;
-    QList<QAction*> commands_;
+    QList<Command> commands_;
     Choices choices_;
     QList<FindItem> items_;
     QList<FindItem> found_;
     QLineEdit* typed_;
     QListWidget* list_;
+    bool isRead_ = false;
     Runs runs_;
 };
+
+// The entries of the menus; those of a submenu as 外观 / 浅色.
+QList<Finder::Command> commandsOf(const QMenuBar& bar);
 
 }  // namespace guanchao

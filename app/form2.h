@@ -118,7 +118,6 @@ private:
     void Command2_Click();
     void 设置密码_Click();
     void 快速查找_Click();
-    QList<QAction*> commands() const;
     void showTheme(const QString& name);
     void Command4_Click();
 

@@ -157,19 +157,8 @@ void Form2::快速查找_Click() {
                                              windows_.openAnew<Form21>();
                                          },
                                      .theme = [this](const QString& name) { showTheme(name); }};
-    auto* finder = new Finder(environment_, commands(), choices, this);
+    auto* finder = new Finder(environment_, commandsOf(*ui_->menuBar), choices, this);
     environment_.openWindows.adopt(finder);
-}
-
-// Those of the menus, without what opens submenus.
-QList<QAction*> Form2::commands() const {
-    QList<QAction*> commands;
-    for (const QAction* menu : ui_->menuBar->actions()) {
-        const QList<QAction*> entries = menu->menu() ? menu->menu()->actions() : QList<QAction*>();
-        std::copy_if(entries.begin(), entries.end(), std::back_inserter(commands),
-                     [](const QAction* it) { return !it->isSeparator() && !it->menu(); });
-    }
-    return commands;
 }
 
 void Form2::showTheme(const QString& name) {

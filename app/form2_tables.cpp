@@ -135,6 +135,9 @@ void Form2::MSHFlexGrid2_RowChosen(int row, GridView::By by) {
 // Three of its entries change the theme that was chosen last.
 void Form2::MSHFlexGrid2_MenuOpens() {
     picker_->hideList();
+    if (environment_.globals.dangqianzhuti.isEmpty()) {
+        MSHFlexGrid1_RowChosen(themes_.markedRow());  // a window may have emptied it
+    }
     for (QAction* entry : {ui_->addzhutigu, ui_->deletezhutigu, ui_->修改相关度}) {
         entry->setEnabled(!environment_.globals.dangqianzhuti.isEmpty());
     }

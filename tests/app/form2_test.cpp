@@ -187,7 +187,12 @@ TEST_F(Form2Test, ThePopupsOpenOnTheRightButton) {
         EXPECT_EQ(grid(it.grid).markedRow(), 1);
     }
     EXPECT_TRUE(find<QAction>(u"addzhutigu"_s)->isEnabled());
+    globals_.dangqianzhuti.clear();  // as windows do
+    click(u"MSHFlexGrid2"_s, 1, 1, Qt::RightButton);
+    EXPECT_TRUE(find<QAction>(u"addzhutigu"_s)->isEnabled()) << "a theme is marked";
+    QApplication::activePopupWidget()->close();
     globals_.dangqianzhuti.clear();
+    grid(u"MSHFlexGrid1"_s).unmark();
     click(u"MSHFlexGrid2"_s, 1, 1, Qt::RightButton);
     EXPECT_FALSE(find<QAction>(u"addzhutigu"_s)->isEnabled()) << "there is no theme to add to";
     QApplication::activePopupWidget()->close();
