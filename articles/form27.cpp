@@ -28,7 +28,6 @@ Form27::Form27(Environment& environment, Windows& windows)
     last_ = new DateBoxes(*ui_->Combo4, *ui_->Combo5, *ui_->Combo6, this);
     picker_ = new PickerBox(*ui_->Text3, *ui_->List1, environment_.stores.main, this);
     picker_->showWholeLinesAbove();
-    picker_->hideOnPressOf({this});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
     fillRowMenu(kuaimenu_, {ui_->打开文章, ui_->删除本篇, ui_->删除本表, ui_->kkshuaxin},

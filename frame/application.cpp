@@ -1,5 +1,6 @@
 #include "frame/application.h"
 
+#include <QContextMenuEvent>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QLabel>
@@ -36,6 +37,22 @@ static bool isLostMnemonic(const QObject* receiver, const QEvent* event) {
            text.front().isPrint();
 }
 
+// The menu of what has the keys, as with the menu key.
+static bool opensMenu(QObject* receiver, const QEvent* event) {
+    if (event->type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto* press = static_cast<const QKeyEvent*>(event);
+    auto* widget = qobject_cast<QWidget*>(receiver);
+    if (!widget || press->key() != Qt::Key_F10 || press->modifiers() != Qt::ShiftModifier) {
+        return false;
+    }
+    const QPoint place = widget->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, place, widget->mapToGlobal(place));
+    QCoreApplication::sendEvent(widget, &menu);
+    return menu.isAccepted();
+}
+
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(programName);
     setQuitOnLastWindowClosed(false);
@@ -62,6 +79,9 @@ bool Application::notify(QObject* receiver, QEvent* event) {
         return true;
     }
     try {
+        if (opensMenu(receiver, event)) {
+            return true;
+        }
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
         report(failure);

@@ -40,13 +40,27 @@ QRect roomOf(const QWidget& window) {
     return window.screen()->availableGeometry().marginsRemoved(frame);
 }
 
+// Texts that wrap need more height where the window is narrow.
+QSize neededBy(const QWidget& window) {
+    const QLayout* controls = window.layout();
+    if (!controls) {
+        return window.minimumSize();
+    }
+    QSize needed = controls->totalMinimumSize();
+    if (controls->hasHeightForWidth()) {
+        const int width = std::max(window.width(), needed.width());
+        needed.setHeight(std::max(needed.height(), controls->minimumHeightForWidth(width)));
+    }
+    return needed.expandedTo(window.minimumSize());
+}
+
 // Controls that need more room than the screen has are scrolled.
 void scrollWhatIsTooLarge(QWidget& window) {
     const QSize room = roomOf(window).size();
-    window.setMinimumSize(window.minimumSize().boundedTo(room));
+    const QSize needed = neededBy(window);
+    window.setMinimumSize(needed.boundedTo(room));
     QLayout* controls = window.layout();
-    const QSize needed = controls ? controls->totalMinimumSize() : QSize();
-    if (needed.boundedTo(room) == needed || qobject_cast<QMainWindow*>(&window)) {
+    if (!controls || needed.boundedTo(room) == needed || qobject_cast<QMainWindow*>(&window)) {
         return;
     }
     auto* content = new QWidget;

@@ -34,8 +34,11 @@ void ChartBox::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.fillRect(contentsRect(), Qt::black);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(contentsRect(), picture_);
-    if (picture_.isNull()) {
+    if (!picture_.isNull()) {
+        QRect place(QPoint(), picture_.size().scaled(contentsRect().size(), Qt::KeepAspectRatio));
+        place.moveCenter(contentsRect().center());
+        painter.drawPixmap(place, picture_);
+    } else {
         painter.setPen(Qt::lightGray);  // on black, as the pictures are
         painter.drawText(contentsRect(), Qt::AlignCenter,
                          isLoading_ ? u"正在载入走势图…"_s : u"没有走势图"_s);

@@ -60,7 +60,6 @@ Form21::Form21(Environment& environment, Windows& windows)
     setColour(*ui_->Label5, stockColour);
     picker_ = new PickerBox(*ui_->Text7, *ui_->List1, environment_.stores.main, this);
     picker_->showAtMost(mostCandidates);
-    picker_->hideOnPressOf({this});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.addActions({ui_->F10资料, ui_->刷新});
     connectControls();

@@ -13,7 +13,6 @@ Form7::Form7(Environment& environment, Windows& windows)
       runs_(environment.failures) {
     ui_->setupUi(this);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
-    picker_->hideOnPressOf({this, ui_->Text4});
     connect(picker_, &PickerBox::chosen, this, &Form7::List1_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form7::close);

@@ -131,8 +131,10 @@ void Form28::Command1_Click() {
 }
 
 void Form28::Command2_Click() {
+    const int row = ui_->List1->currentRow();
     if (proxies_.modify(typed())) {
         Form_Load();
+        ui_->List1->setCurrentRow(row);
     }
 }
 

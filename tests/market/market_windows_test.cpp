@@ -118,12 +118,13 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     for (const QString& name : {u"stockLow"_s, u"limitDown"_s, u"worldChange"_s, u"worldGain"_s}) {
         EXPECT_EQ(colour(name), QColor::fromRgb(fallColour)) << name.toStdString();
     }
-    const auto paint = [this](const QString& box) {
+    const auto paint = [this](const QString& box, double height) {
         const QImage image = find<ChartBox>(box)->grab().toImage();
-        return image.pixelColor(image.width() / 2, image.height() / 4);
+        return image.pixelColor(image.width() / 2, static_cast<int>(image.height() * height));
     };
-    EXPECT_EQ(paint(u"Picture1"_s), QColor(Qt::blue));
-    EXPECT_EQ(paint(u"Picture2"_s), QColor(Qt::black)) << "no picture came";
+    EXPECT_EQ(paint(u"Picture1"_s, 0.5), QColor(Qt::blue));
+    EXPECT_EQ(paint(u"Picture1"_s, 0.05), QColor(Qt::black)) << "it keeps its proportions";
+    EXPECT_EQ(paint(u"Picture2"_s, 0.25), QColor(Qt::black)) << "no picture came";
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
