@@ -459,7 +459,8 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
     EXPECT_EQ(copied({}, 2), u"2\t甲\t3.00\n"_s);
     EXPECT_EQ(copied(Qt::ControlModifier, 1), u"\t名称\t涨幅\n1\t乙\t1.50\n2\t甲\t3.00\n"_s);
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"复制 Ctrl+C|在表中查找 F3|选择列…"_s) << "nothing to write a file with";
+    EXPECT_EQ(menuWords(), u"复制 Ctrl+C|在表中查找 F3|选择列…"_s)
+        << "nothing to write a file with";
     closeMenu();
 
     const QTemporaryDir folder;
@@ -477,7 +478,8 @@ TEST_F(GridViewTest, TheSelectedRowsAreCopiedAsAllRowsAreExported) {
         return dialogs.shown.last();
     };
     pressMenuKey();
-    EXPECT_EQ(menuWords(), u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…|在表中查找 F3|选择列…"_s);
+    EXPECT_EQ(menuWords(),
+              u"打开|-|删除|全删|-|刷新|-|复制 Ctrl+C|导出表格…|在表中查找 F3|选择列…"_s);
     closeMenu();
     EXPECT_TRUE(exportTo(QString()).endsWith(u"|主题表.csv|CSV 表格(*.csv)"_s)) << "none picked";
     const QString path = folder.filePath(u"a.csv"_s);
