@@ -16,13 +16,15 @@ bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString
 }
 
 void ResearchWork::begin(int total) {
+    progress_.done = 0;
     progress_.total = total;
+    progress_.timeLeft.clear();
     sinceBegin_.start();
     work_.tell(progress_);
 }
 
-void ResearchWork::oneDone() {
-    ++progress_.done;
+void ResearchWork::done(int count) {
+    progress_.done = count;
     progress_.timeLeft = timeLeftWords(std::chrono::nanoseconds(sinceBegin_.nsecsElapsed()),
                                        progress_.done, progress_.total);
     work_.tell(progress_);

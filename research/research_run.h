@@ -27,7 +27,7 @@ struct ResearchProgress {
     QString label2;         // the theme that is looked at, or 代码总数: and the number
     QString label3;         // 选中题材: and the theme taken, or 当前代码: and the code
     QString label6;         // the day
-    int done = 0;           // days or codes
+    int done = 0;           // days or codes, or rows that are read before
     int total = 0;          // 0 while it prepares
     QString timeLeft;       // 剩余约 n 秒
 };
@@ -41,9 +41,10 @@ public:
     void showLabel2(const QString& text) { show(&ResearchProgress::label2, text); }
     void showLabel3(const QString& text) { show(&ResearchProgress::label3, text); }
     void showLabel6(const QString& text) { show(&ResearchProgress::label6, text); }
-    // So many days or codes are to come; one is done.
+    // So many days, codes or rows are to come; so many of them, or one more, are done.
     void begin(int total);
-    void oneDone();
+    void done(int count);
+    void oneDone() { done(progress_.done + 1); }
 
     // True once the user wants the run to end where it loses nothing.
     bool stopped() const { return work_.isToStop(); }

@@ -6,7 +6,10 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "research/scan_tally.h"
 #include "research/stock_row.h"
+#include "research/theme_ranking.h"
+#include "store/recordset.h"
 
 namespace guanchao {
 
@@ -24,27 +27,16 @@ QString riqiOf(const QString& day) {
     return day + u" 00:00:00"_s;
 }
 
-QString themesOfDay(const QString& day) {
-    return u"select  zhutiname,round(avg(round((cast(sp as Double)/cast(qiansp as"
-           u" Double)-1)*100,2)),2) as 涨幅,max(round((cast(sp as Double)/cast(qiansp as"
-           u" Double)-1)*100,2)) as touguzhangfu,count(*) as 只数,SUM(iif((cast(sp as"
-           u" Double)/cast(qiansp as Double)-1)*100>9.5 and zg=sp,1,0)) as"
-           u" zhangtinshu,SUM(iif((cast(sp as Double)/cast(qiansp as Double)-1)*100>9.5 and"
-           u" zg=zd,1,0)) as yizishu from dzhzhuti AS dzhzhuti1 INNER JOIN geguhq AS geguhq1 on"
-           u" dzhzhuti1.dm=geguhq1.dm  where date(shijian)="_s +
-           quoted(day) + u"    group by zhutiname order by (zhangtinshu-只数/4-2) desc,zhutiname"_s;
+// The ranking divides whole numbers, this doesn't: a theme in front may fail where one behind would
+// pass.
+bool isBelowTheBar(const ThemeOfDay& theme) {
+    return theme.zhangtinshu < theme.zhishu / 4.0 + 2;
 }
 
-// The statement divides whole numbers for its order, this doesn't: a theme in front may fail where
-// one behind would pass.
-bool isBelowTheBar(const Recordset& theme) {
-    return theme.value(u"zhangtinshu").toNumber() < theme.value(u"只数").toNumber() / 4 + 2;
-}
+// The anchor day of a stock of a theme-day; nothing if the stock is passed over.
+using Anchor = std::function<std::optional<DayNumber>(const QString& dm, DayNumber day)>;
 
-// The anchor day of a stock of a theme-day; empty if the stock is passed over.
-using Anchor = std::function<QString(const QString& dm, const QString& day)>;
-
-QString themeDayItself(const QString&, const QString& day) {
+std::optional<DayNumber> themeDayItself(const QString&, DayNumber day) {
     return day;
 }
 
@@ -52,21 +44,18 @@ QString themeDayItself(const QString&, const QString& day) {
 class Scan {
 public:
     Scan(const Stores& stores, ResearchWork& work, Activity& activity, bool writesHigh)
-        : dayHistory_(stores.firstHistory.open()),
+        : stores_(stores),
+          dayHistory_(stores.firstHistory.open()),
           stockHistory_(stores.secondHistory),
           main_(stores.main.open()),
           work_(work),
           activity_(activity),
-          writesHigh_(writesHigh) {
-        prepare([this] { copies_.coverMemberships(); });
-    }
+          writesHigh_(writesHigh) {}
 
     // True, as below, if no day was left out.
     bool chooseThemes() {
-        prepare([this] {
-            copies_.coverByDay(u"geguhq"_s, u"dm,shijian,sp,qiansp,zg,zd"_s,
-                               u"date(shijian)>'2017-04-06'"_s);
-        });
+        const MarketColumns market = readMarket();
+        ThemeRanking ranking(market);
         Recordset index(
             dayHistory_,
             u"select  date(shijian) as shijian,round((cast(sp as Double)/cast(qiansp as"
@@ -74,13 +63,14 @@ public:
             u" order by date(shijian) asc"_s);
         work_.begin(index.count());
         for (; !index.atEnd() && !work_.stopped(); index.moveNext()) {
-            chooseThemesOfDay(index);
+            chooseThemesOfDay(index, market, ranking);
             work_.oneDone();
         }
-        return index.atEnd();
+        return tellEnd(index.atEnd());
     }
 
     bool addStocks(const Anchor& anchor) {
+        const Memberships memberships(dayHistory_);
         Recordset chosen(main_,
                          u"select  date(riqi) as shijian,ticai from xuanticai   where"
                          u" date(riqi)>'2006-04-06' order by date(riqi) asc,ticai"_s);
@@ -88,93 +78,114 @@ public:
         for (; !chosen.atEnd() && !work_.stopped(); chosen.moveNext()) {
             const QString day = chosen.value(u"shijian").toText();
             if (day >= firstDay) {
-                work_.showCaption(u"计算到时间:"_s + day);
-                takeMembers(chosen.value(u"ticai").toText(), day, anchor);
+                beginDay(day);
+                takeMembers(memberships, chosen.value(u"ticai").toText(), anchor);
             }
             storeDay();
             work_.oneDone();
         }
-        return chosen.atEnd();
+        return tellEnd(chosen.atEnd());
     }
 
-    QString dayAfterFall(const QString& dm, const QString& day) {
-        Recordset days = stockHistory_.daysFrom(dm, day);
-        if (days.count() < 3) {
-            return {};
+    std::optional<DayNumber> dayAfterFall(const QString& dm, DayNumber day) {
+        const StockColumns& stock = stockHistory_.of(dm);
+        const size_t first = stock.firstFrom(day);
+        const size_t third = first + 2;
+        if (third >= stock.size()) {
+            return std::nullopt;
         }
-        const double close = days.value(u"fuquansp").toNumber();
-        days.moveNext();
-        days.moveNext();
-        const double ratio = days.value(u"fuquansp").toNumber() / close;
-        return ratio <= fallenTo ? days.value(u"shijian").toText() : QString();
+        const double close = required(stock.fuquansp(first), stock.day(first));
+        const double ratio = required(stock.fuquansp(third), stock.day(third)) / close;
+        return ratio <= fallenTo ? std::optional(stock.day(third)) : std::nullopt;
     }
 
 private:
-    void prepare(const std::function<void()>& copy) {
+    MarketColumns readMarket() {
         const auto end = qScopeGuard([this] { work_.showLabel3({}); });
-        copy();
+        work_.showLabel3(u"正在读入历史行情…"_s);
+        bool begun = false;
+        return MarketColumns(dayHistory_, [&](int done, int total) {
+            if (!std::exchange(begun, true)) {
+                work_.begin(total);
+            }
+            work_.done(done);
+            work_.endIfStopped();
+        });
     }
 
-    void tellOfCopy() {
-        work_.showLabel3(u"正在整理历史行情…"_s);
-        work_.endIfStopped();
+    void beginDay(const QString& day) {
+        tally_.days += day == day_ ? 0 : 1;
+        day_ = day;
+        work_.showCaption(u"计算到时间:"_s + day);
     }
 
-    void chooseThemesOfDay(const Recordset& index) {
+    void chooseThemesOfDay(const Recordset& index, const MarketColumns& market,
+                           ThemeRanking& ranking) {
         const QString day = index.value(u"shijian").toText();
         if (day >= firstDay) {
-            work_.showCaption(u"计算到时间:"_s + day);
+            beginDay(day);
             work_.showLabel6(day);
             work_.endIfAbandoned();
-            chooseBestThemes(day, index.value(u"zhangfu"));
+            chooseBestThemes(market, ranking, index.value(u"zhangfu"));
         }
         storeDay();
     }
 
-    void chooseBestThemes(const QString& day, const Value& indexGain) {
-        for (Recordset theme(dayHistory_, themesOfDay(day)); !theme.atEnd(); theme.moveNext()) {
-            const QString zhutiname = theme.value(u"zhutiname").toText();
+    void chooseBestThemes(const MarketColumns& market, ThemeRanking& ranking,
+                          const Value& indexGain) {
+        const Memberships& memberships = market.memberships();
+        const MarketDay& rows = market.day(dayNumber(day_));
+        for (const ThemeOfDay& theme : ranking.of(rows)) {
+            const QString zhutiname = memberships.zhutiname(theme.theme);
             work_.showLabel2(zhutiname);
             work_.endIfAbandoned();
             if (isBelowTheBar(theme)) {
                 return;
             }
-            addTheme(day, theme, indexGain);
-            takeMembers(zhutiname, day, themeDayItself);
+            if (indexGain.isNull()) {
+                tally_.passOver(stores_.firstHistory.path, u"SH000001"_s, day_);
+                return;
+            }
+            addTheme(zhutiname, theme, ranking.gains(theme.theme, rows), indexGain.toNumber());
+            takeMembers(memberships, zhutiname, themeDayItself);
         }
     }
 
-    void addTheme(const QString& day, const Recordset& theme, const Value& indexGain) {
+    void addTheme(const QString& zhutiname, const ThemeOfDay& theme, const ThemeGains& gains,
+                  double indexGain) {
         QStringList numbers;
-        for (const QStringView name : {u"涨幅", u"zhangtinshu", u"yizishu", u"只数"}) {
-            numbers << numberText(theme.value(name).toNumber());
+        for (const double number : {gains.mean, double(theme.zhangtinshu), double(theme.yizishu),
+                                    double(theme.zhishu), indexGain, gains.best}) {
+            numbers << numberText(number);
         }
-        numbers << numberText(indexGain.toNumber())
-                << numberText(theme.value(u"touguzhangfu").toNumber());
         statements_ << u"insert into xuanticai(riqi,ticai,ticaizhang,zhangtinshu,yizishu,zonggeshu,"
                        u"dapanzhang,touguzhangfu) values("_s +
-                           quoted(riqiOf(day)) + u',' + quoted(theme.value(u"zhutiname").toText()) +
-                           u',' + numbers.join(u',') + u")"_s;
+                           quoted(riqiOf(day_)) + u',' + quoted(zhutiname) + u',' +
+                           numbers.join(u',') + u")"_s;
     }
 
-    void takeMembers(const QString& zhutiname, const QString& day, const Anchor& anchor) {
+    void takeMembers(const Memberships& memberships, const QString& zhutiname,
+                     const Anchor& anchor) {
+        ++tally_.themes;
         work_.showLabel3(u"选中题材:"_s + zhutiname);
         work_.endIfAbandoned();
-        Recordset member(dayHistory_, u"select  zhutiname,dm from dzhzhuti   where zhutiname="_s +
-                                          quoted(zhutiname) + u" order by rowid"_s);
-        for (; !member.atEnd(); member.moveNext()) {
-            const QString dm = member.value(u"dm").toText();
-            const QString D = anchor(dm, day);
-            if (!D.isEmpty()) {
-                takeStock(dm, D, riqiOf(day), zhutiname);
+        for (const std::int32_t stock : memberships.stocksOf(zhutiname)) {
+            const QString dm = memberships.dm(stock);
+            try {
+                takeStock(dm, zhutiname, anchor);
+            } catch (const MissingNumber& missing) {
+                tally_.passOver(stores_.secondHistory.path, dm, dayText(missing.day()));
             }
+            work_.endIfAbandoned();
         }
     }
 
-    void takeStock(const QString& dm, const QString& D, const QString& riqi,
-                   const QString& zhutiname) {
-        if (const std::optional<StockRow> row = builder_.build(dm, D)) {
-            statements_ << insertStatement(*row, riqi, zhutiname, writesHigh_);
+    void takeStock(const QString& dm, const QString& zhutiname, const Anchor& anchor) {
+        const std::optional<DayNumber> D = anchor(dm, dayNumber(day_));
+        const std::optional<StockRow> row = D ? builder_.build(dm, *D) : std::nullopt;
+        if (row) {
+            statements_ << insertStatement(*row, riqiOf(day_), zhutiname, writesHigh_);
+            ++tally_.stocks;
         }
     }
 
@@ -191,6 +202,12 @@ private:
         }
     }
 
+    bool tellEnd(bool complete) {
+        work_.showLabel3((complete ? u"完成："_s : u"已停止："_s) + tally_.words());
+        return complete;
+    }
+
+    const Stores& stores_;
     Connection dayHistory_;
     StockHistory stockHistory_;
     Connection main_;
@@ -198,9 +215,10 @@ private:
     Activity& activity_;
     bool wroteDay_ = false;
     bool writesHigh_;
-    IndexedCopies copies_{dayHistory_, [this] { tellOfCopy(); }};
-    StockRowBuilder builder_{stockHistory_, main_, work_};
+    StockRowBuilder builder_{stockHistory_, main_};
+    QString day_;  // yyyy-MM-dd
     QStringList statements_;
+    ScanTally tally_;
 };
 
 ResearchRun::Job chooseThemesOf(const Stores& stores) {
@@ -219,7 +237,7 @@ ResearchRun::Job addFallenStocksOf(const Stores& stores) {
     return [stores](ResearchWork& work, Activity& activity) {
         Scan scan(stores, work, activity, true);
         return scan.addStocks(
-            [&scan](const QString& dm, const QString& day) { return scan.dayAfterFall(dm, day); });
+            [&scan](const QString& dm, DayNumber day) { return scan.dayAfterFall(dm, day); });
     };
 }
 

@@ -1,6 +1,8 @@
 // 题材选股: the three scans of Form12 over the day history. They fill xuanticai and xuanticaigu of
-// the main store from both history databases, and only add: a second run stores every row again.
-// A failed statement raises StoreError and ends the scan; the days committed before stay.
+// the main store from both history databases, which they read into columns, and only add: a second
+// run stores every row again. A row for which a number is missing in a history is passed over; the
+// last words of the run count what it did and passed over, and name the first few. A failed
+// statement raises StoreError and ends the scan; the days committed before stay.
 #pragma once
 
 #include "platform/dialogs.h"

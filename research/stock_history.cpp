@@ -1,46 +1,46 @@
 #include "research/stock_history.h"
 
 #include "base/values.h"
+#include "store/recordset.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-StockHistory::StockHistory(const StoreFile& secondHistory)
-    : connection_(secondHistory.open()), copies_(connection_) {}
+StockHistory::StockHistory(const StoreFile& secondHistory) : connection_(secondHistory.open()) {
+    for (Recordset names(connection_, u"select distinct tbl_name from sqlite_master"_s);
+         !names.atEnd(); names.moveNext()) {
+        tables_.insert(names.value(0).toText());
+    }
+}
 
-bool StockHistory::makeTableIfMissing(const QString& dm) {
+const StockColumns& StockHistory::of(const QString& dm) {
+    const auto known = stocks_.find(dm);
+    if (known != stocks_.end()) {
+        return known->second;
+    }
+    makeTableIfMissing(dm);
+    return stocks_.try_emplace(dm, connection_, dm).first->second;
+}
+
+void StockHistory::makeTableIfMissing(const QString& dm) {
+    if (tables_.contains(dm)) {
+        return;
+    }
     const Recordset table(connection_,
                           u"select sql from sqlite_master where tbl_name="_s + quoted(dm));
-    if (!(table.atStart() && table.atEnd())) {
-        return false;
+    if (table.atStart() && table.atEnd()) {
+        createTableFromContent(connection_, dm, u"select *  from   nishihq2"_s);
     }
-    createTableFromContent(connection_, dm, u"select *  from   nishihq2"_s);
-    return true;
+    tables_.insert(dm);
 }
 
-Recordset StockHistory::daysBack(const QString& dm, const QString& day) {
-    return days(
-        dm, u"where date(shijian)<="_s + quoted(day) + u" order by date(shijian) desc limit 30"_s);
-}
-
-Recordset StockHistory::daysAfter(const QString& dm, const QString& day) {
-    return days(
-        dm, u"where  date(shijian)>"_s + quoted(day) + u" order by date(shijian) asc limit 10"_s);
-}
-
-Recordset StockHistory::daysFrom(const QString& dm, const QString& day) {
-    return days(
-        dm, u"where  date(shijian)>="_s + quoted(day) + u" order by date(shijian) asc limit 10"_s);
-}
-
-Recordset StockHistory::days(const QString& dm, const QString& condition) {
-    copies_.coverByDay(dm, u"shijian,kp,zg,zd,sp,fuquanyz,chengjiaol"_s);
-    return Recordset(connection_,
-                     u"select  date(shijian) as shijian,fuquanyz*cast(sp as Double) as fuquansp,"
-                     u"fuquanyz*cast(kp as Double) as fuquankp,cast(sp as Double) as sp,"
-                     u"cast(zg as Double) as zg,cast(zd as Double) as zd,chengjiaol from "_s +
-                         quotedName(dm) + u"   "_s + condition);
+size_t StockHistory::bytes() const {
+    size_t sum = 0;
+    for (const auto& [dm, columns] : stocks_) {
+        sum += columns.bytes();
+    }
+    return sum;
 }
 
 }  // namespace guanchao

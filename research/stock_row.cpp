@@ -1,5 +1,8 @@
 #include "research/stock_row.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "base/values.h"
 #include "services/stock_code.h"
 
@@ -9,89 +12,110 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int fewestDaysBack = 10;
+constexpr size_t fewestDaysBack = 10;
+constexpr size_t mostDaysBack = 30;
+constexpr size_t mostDaysAhead = 10;
+constexpr size_t daysOfMeanVolume = 10;
+
+// The numbers of days counted from one place: the first of them is day 1.
+class Days {
+public:
+    Days(const StockColumns& stock, size_t begin, int step)
+        : stock_(stock), begin_(begin), step_(step) {}
+
+    double sp(size_t day) const { return told(&StockColumns::sp, day); }
+    double zg(size_t day) const { return told(&StockColumns::zg, day); }
+    double fuquansp(size_t day) const { return told(&StockColumns::fuquansp, day); }
+    double fuquankp(size_t day) const { return told(&StockColumns::fuquankp, day); }
+    double chengjiaol(size_t day) const { return told(&StockColumns::chengjiaol, day); }
+
+private:
+    double told(double (StockColumns::*number)(size_t) const, size_t day) const {
+        const size_t at = step_ > 0 ? begin_ + (day - 1) : begin_ - (day - 1);
+        return required((stock_.*number)(at), stock_.day(at));
+    }
+
+    const StockColumns& stock_;
+    size_t begin_;
+    int step_;
+};
+
+// Newest first, as many as `count`.
+void takeBack(const Days& day, size_t count, StockRow& row) {
+    row.sp = day.sp(1);
+    row.zg = day.zg(1);
+    row.fuquankp = day.fuquankp(1);
+    row.fuquansp = day.fuquansp(1);
+    row.chengjl = day.chengjiaol(1);
+    row.qian1sp = day.fuquansp(2);
+    row.qian3sp = day.fuquansp(4);
+    if (count >= 11) {
+        row.qian10sp = day.fuquansp(11);
+    }
+    if (count >= 29) {
+        row.qian30sp = day.fuquansp(count);
+    }
+    double volumes = 0;
+    for (size_t at = 1; at <= daysOfMeanVolume; ++at) {
+        volumes += day.chengjiaol(at);
+    }
+    row.chengjl10ri = volumes / daysOfMeanVolume;
+}
+
+// Oldest first.
+void takeAhead(const Days& day, size_t count, StockRow& row) {
+    row.hou1kp = day.fuquankp(1);
+    row.hou1sp = day.fuquansp(1);
+    row.hou1liang = day.chengjiaol(1);
+    if (count >= 2) {
+        row.hou2kp = day.fuquankp(2);
+        row.hou2sp = day.fuquansp(2);
+    }
+    if (count >= 6) {
+        row.hou5sp = day.fuquansp(6);
+    }
+    if (count >= 9) {
+        row.hou10sp = day.fuquansp(count);
+    }
+}
 
 }  // namespace
 
-StockRowBuilder::StockRowBuilder(StockHistory& history, Connection& main, const ResearchWork& work)
-    : history_(history), main_(main), work_(work) {}
+StockRowBuilder::StockRowBuilder(StockHistory& history, Connection& main)
+    : history_(history), main_(main) {}
 
-std::optional<StockRow> StockRowBuilder::build(const QString& dm, const QString& D) {
-    if (history_.makeTableIfMissing(dm)) {
-        work_.endIfAbandoned();
+std::optional<StockRow> StockRowBuilder::build(const QString& dm, DayNumber D) {
+    const StockColumns& stock = history_.of(dm);
+    const size_t behind = stock.firstBehind(D);
+    const size_t back = std::min(behind, mostDaysBack);
+    const size_t ahead = std::min(stock.size() - behind, mostDaysAhead);
+    if (back < fewestDaysBack) {
+        return std::nullopt;
     }
     StockRow row;
     row.dm = dm;
-    if (!readBack(D, row) || !readForward(D, row)) {
+    takeBack({stock, behind - 1, -1}, back, row);
+    if (ahead == 0) {
         return std::nullopt;
     }
-    row.jc = shortName(main_, dm).value_or(QString());
+    takeAhead({stock, behind, 1}, ahead, row);
+    row.jc = nameOf(dm);
     return row;
 }
 
-bool StockRowBuilder::readBack(const QString& D, StockRow& row) {
-    Recordset day = history_.daysBack(row.dm, D);
-    if (day.count() < fewestDaysBack) {
-        return false;
+QString StockRowBuilder::nameOf(const QString& dm) {
+    const auto known = names_.constFind(dm);
+    if (known != names_.cend()) {
+        return *known;
     }
-    double volumes = 0;
-    int volumeDays = 0;
-    for (int counter = 1; !day.atEnd(); day.moveNext(), ++counter) {
-        const auto value = [&](QStringView name) { return day.value(name).toNumber(); };
-        if (counter == 1) {
-            row.sp = value(u"sp");
-            row.zg = value(u"zg");
-            row.fuquankp = value(u"fuquankp");
-            row.fuquansp = value(u"fuquansp");
-            row.chengjl = value(u"chengjiaol");
-        }
-        if (counter == 2) {
-            row.qian1sp = value(u"fuquansp");
-        }
-        if (counter < 11) {
-            volumes += value(u"chengjiaol");
-            ++volumeDays;
-        }
-        if (counter == 4) {
-            row.qian3sp = value(u"fuquansp");
-        }
-        if (counter == 11) {
-            row.qian10sp = value(u"fuquansp");
-        }
-        if (counter > 28) {
-            row.qian30sp = value(u"fuquansp");
-        }
-        work_.endIfAbandoned();
-    }
-    row.chengjl10ri = volumes / volumeDays;
-    return true;
+    return *names_.insert(dm, shortName(main_, dm).value_or(QString()));
 }
 
-bool StockRowBuilder::readForward(const QString& D, StockRow& row) {
-    Recordset day = history_.daysAfter(row.dm, D);
-    if (day.atEnd()) {
-        return false;
+double required(double number, DayNumber day) {
+    if (std::isnan(number)) {
+        throw MissingNumber(day);
     }
-    for (int counter = 1; !day.atEnd(); day.moveNext(), ++counter) {
-        const auto value = [&](QStringView name) { return day.value(name).toNumber(); };
-        if (counter == 1) {
-            row.hou1kp = value(u"fuquankp");
-            row.hou1sp = value(u"fuquansp");
-            row.hou1liang = value(u"chengjiaol");
-        }
-        if (counter == 2) {
-            row.hou2kp = value(u"fuquankp");
-            row.hou2sp = value(u"fuquansp");
-        }
-        if (counter == 6) {
-            row.hou5sp = value(u"fuquansp");
-        }
-        if (counter > 8) {
-            row.hou10sp = value(u"fuquansp");
-        }
-        work_.endIfAbandoned();
-    }
-    return true;
+    return number;
 }
 
 QString insertStatement(const StockRow& row, const QString& riqi, const QString& ticai,

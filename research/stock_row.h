@@ -3,9 +3,10 @@
 // history doesn't reach. A failed statement raises StoreError.
 #pragma once
 
+#include <QHash>
 #include <optional>
 
-#include "research/research_run.h"
+#include "base/activity.h"
 #include "research/stock_history.h"
 
 namespace guanchao {
@@ -32,23 +33,37 @@ struct StockRow {
     double hou1liang = 0;    // volume of the next day
 };
 
-class StockRowBuilder {
+// A number that a row needs stands nowhere in the history.
+class MissingNumber : public OperationError {
 public:
-    // Ends with the run after any day of a history.
-    StockRowBuilder(StockHistory& history, Connection& main, const ResearchWork& work);
+    explicit MissingNumber(DayNumber day)
+        : OperationError(QStringLiteral("缺少一个数值（空值）")), day_(day) {}
 
-    // The row of a stock with D (yyyy-MM-dd) as its anchor day; nothing with fewer than 10 days of
-    // history up to D or none behind it. A stock that didn't trade on D is taken as it last traded.
-    std::optional<StockRow> build(const QString& dm, const QString& D);
+    DayNumber day() const { return day_; }
 
 private:
-    bool readBack(const QString& D, StockRow& row);
-    bool readForward(const QString& D, StockRow& row);
+    DayNumber day_;
+};
+
+class StockRowBuilder {
+public:
+    StockRowBuilder(StockHistory& history, Connection& main);
+
+    // The row of a stock with D as its anchor day; nothing with fewer than 10 days of history up to
+    // D or none behind it. A stock that didn't trade on D is taken as it last traded. Raises
+    // MissingNumber.
+    std::optional<StockRow> build(const QString& dm, DayNumber D);
+
+private:
+    QString nameOf(const QString& dm);
 
     StockHistory& history_;
     Connection& main_;
-    const ResearchWork& work_;
+    QHash<QString, QString> names_;
 };
+
+// The number of a day, which must be there: raises MissingNumber.
+double required(double number, DayNumber day);
 
 // The statement that stores the row under a theme-day, a time text; `withHigh` puts zg among the
 // columns.

@@ -222,18 +222,6 @@ void datetime(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 constexpr int mostDecimals = 30;
 
-// A half goes away from zero. The product is exact in the wider type, so that nothing but the value
-// itself decides on which side of the half it lies.
-double rounded(double value, int decimals) {
-    const double scale = std::pow(10.0, decimals);
-    const long double scaled = std::abs(static_cast<long double>(value)) * scale;
-    constexpr long double firstWithoutFraction = 1LL << 53;
-    if (!(scaled < firstWithoutFraction)) {
-        return value;
-    }
-    return std::copysign(static_cast<double>(std::floor(scaled + 0.5L)) / scale, value);
-}
-
 void round(sqlite3_context* context, int count, sqlite3_value** arguments) {
     for (int at = 0; at < count; ++at) {
         if (sqlite3_value_type(arguments[at]) == SQLITE_NULL) {
@@ -241,8 +229,8 @@ void round(sqlite3_context* context, int count, sqlite3_value** arguments) {
         }
     }
     const int decimals = count > 1 ? sqlite3_value_int(arguments[1]) : 0;
-    sqlite3_result_double(context, rounded(sqlite3_value_double(arguments[0]),
-                                           std::clamp(decimals, 0, mostDecimals)));
+    sqlite3_result_double(context, roundedInStatements(sqlite3_value_double(arguments[0]),
+                                                       std::clamp(decimals, 0, mostDecimals)));
 }
 
 struct Mean {
@@ -287,6 +275,18 @@ void registerMean(sqlite3* handle) {
 }
 
 }  // namespace
+
+// The product is exact in the wider type, so that nothing but the value itself decides on which
+// side of the half it lies.
+double roundedInStatements(double value, int decimals) {
+    const double scale = std::pow(10.0, decimals);
+    const long double scaled = std::abs(static_cast<long double>(value)) * scale;
+    constexpr long double firstWithoutFraction = 1LL << 53;
+    if (!(scaled < firstWithoutFraction)) {
+        return value;
+    }
+    return std::copysign(static_cast<double>(std::floor(scaled + 0.5L)) / scale, value);
+}
 
 void registerDialect(sqlite3* handle) {
     registerFunction(handle, "like", 2, like);

@@ -11,4 +11,7 @@ namespace guanchao {
 // Raises std::runtime_error if the library refuses a function.
 void registerDialect(sqlite3* handle);
 
+// What `round` gives in a statement: so many decimals, a half away from zero.
+double roundedInStatements(double value, int decimals);
+
 }  // namespace guanchao

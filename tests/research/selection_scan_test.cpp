@@ -2,9 +2,10 @@
 
 #include <optional>
 
-#include "research/indexed_copies.h"
+#include "tests/research/scan_judge.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
+#include "tests/support/random_history.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 
@@ -176,21 +177,11 @@ TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
               QStringList(days[11] + u" 00:00:00|SZ009300|9300|10000|10000"_s));
 }
 
-TEST_F(SelectionScanTest, ACopyOfTheHistoryEndsEarly) {
+TEST_F(SelectionScanTest, TheReadingOfTheHistoryEndsEarly) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
-    const auto member = history.members.first();
-    history.members.resize(20000, member);
-    write(history, false);
-    Connection first = store_.stores.firstHistory.open();
-    int calls = 0;
-    IndexedCopies copies(first, [&] {
-        if (++calls == 5) {
-            throw Cancelled();
-        }
-    });
-    EXPECT_THROW(copies.coverMemberships(), Cancelled) << "in the middle of the copy";
+    write(history);
     onBegin_ = [this] { run_.stop(); };
     endOf(scan_.chooseThemes({}));
     std::stop_source window;
@@ -199,6 +190,57 @@ TEST_F(SelectionScanTest, ACopyOfTheHistoryEndsEarly) {
     QThreadPool::globalInstance()->waitForDone();
     EXPECT_FALSE(run_.running());
     EXPECT_TRUE(chosen().isEmpty());
+}
+
+// Over histories as no program of ours would make them.
+TEST_F(SelectionScanTest, TheColumnsComeToWhatThePlainRuleComesTo) {
+    store_.addCode(u"SZ000001"_s, u"名"_s, 0, 0);
+    const auto rows = [this] {
+        return store_.rows(u"select * from xuanticai order by rowid"_s) +
+               store_.rows(u"select * from xuanticaigu order by rowid"_s);
+    };
+    const auto clear = [this](bool themes) {
+        store_.run({u"delete from xuanticaigu"_s});
+        if (themes) {
+            store_.run({u"delete from xuanticai"_s});
+        }
+    };
+    qsizetype themes = 0, fallen = 0;
+    int passedOver = 0;
+    for (unsigned seed = 0; seed < 8; ++seed) {
+        SCOPED_TRACE(seed);
+        writeRandomHistory(seed, store_.stores.firstHistory, store_.stores.secondHistory);
+        const struct {
+            std::function<QCoro::Task<>()> scan;
+            std::function<void(ScanJudge&)> judge;
+            bool choosesThemes;
+        } drivers[] = {
+            {[this] { return scan_.chooseThemes({}); }, [](ScanJudge& it) { it.chooseThemes(); },
+             true},
+            {[this] { return scan_.addStocks({}); }, [](ScanJudge& it) { it.addStocks(false); },
+             false},
+            {[this] { return scan_.addFallenStocks({}); },
+             [](ScanJudge& it) { it.addStocks(true); }, false},
+        };
+        for (const auto& driver : drivers) {
+            clear(driver.choosesThemes);
+            ScanJudge judge(store_.stores);
+            driver.judge(judge);
+            const QStringList wanted = rows();
+            clear(driver.choosesThemes);
+            endOf(driver.scan());
+            EXPECT_EQ(rows(), wanted);
+            EXPECT_TRUE(judge.passedOver() == 0 ||
+                        seen_.label3.contains(u"略过 %1 行"_s.arg(judge.passedOver())))
+                << seen_.label3.toStdString() << judge.passedOver();
+            passedOver += judge.passedOver();
+        }
+        themes += chosen().size();
+        fallen += store_.rows(u"select dm from xuanticaigu"_s).size();
+    }
+    EXPECT_GT(themes, 100);
+    EXPECT_GT(fallen, 50);
+    EXPECT_GT(passedOver, 100);
 }
 
 // A stock without a table needs a lock on the second history for its own: what holds that one holds
