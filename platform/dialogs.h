@@ -16,6 +16,9 @@ inline const QString programName = QStringLiteral("观潮台");
 // What becomes of what the user has typed and not saved; `stay` goes back to it.
 enum class Unsaved : std::uint8_t { save, discard, stay };
 
+// What becomes of what stands already where a run writes; `leave` ends the run before it begins.
+enum class Existing : std::uint8_t { add, replace, leave };
+
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
@@ -36,6 +39,11 @@ public:
     // answer.
     virtual QCoro::Task<Unsaved> askToSave(std::stop_token stop, QString text,
                                            QString title = programName) = 0;
+
+    // A question about what stands already where a run writes: 添加, which Enter by itself answers,
+    // 替换 and 取消, which Esc answers.
+    virtual QCoro::Task<Existing> askToReplace(std::stop_token stop, QString text,
+                                               QString title = programName) = 0;
 
     // An input box; empty if the user cancels it.
     virtual QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,

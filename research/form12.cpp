@@ -187,6 +187,7 @@ void Form12::showRun(const ResearchProgress& progress) {
     setWindowTitle(tellsTime ? shortened(progress.caption, longestShownName) : caption_);
     ui_->Label2->setText(shortened(progress.label2, longestShownName));
     ui_->Label3->setText(shortened(progress.label3, longestShownName));
+    ui_->Label3->setToolTip(ui_->Label3->text());
     ui_->Label6->setText(progress.label6);
 }
 

@@ -5,9 +5,8 @@
 #include <utility>
 
 #include "base/activity.h"
-#include "base/values.h"
 #include "research/scan_tally.h"
-#include "research/stock_row.h"
+#include "research/selection_writer.h"
 #include "research/theme_ranking.h"
 #include "store/recordset.h"
 
@@ -21,11 +20,6 @@ const QString firstDay = u"2000-01-01"_s;
 
 // A stock that ends its second day at this part of the theme-day's close or below has fallen.
 constexpr double fallenTo = 0.93;
-
-// The day as the research tables keep it.
-QString riqiOf(const QString& day) {
-    return day + u" 00:00:00"_s;
-}
 
 // The ranking divides whole numbers, this doesn't: a theme in front may fail where one behind would
 // pass.
@@ -43,18 +37,21 @@ std::optional<DayNumber> themeDayItself(const QString&, DayNumber day) {
 // One scan over its three stores.
 class Scan {
 public:
-    Scan(const Stores& stores, ResearchWork& work, Activity& activity, bool writesHigh)
+    Scan(const Stores& stores, HistoryColumns& columns, ResearchWork& work, Activity& activity,
+         bool writesHigh, bool replaces)
         : stores_(stores),
+          columns_(columns),
           dayHistory_(stores.firstHistory.open()),
-          stockHistory_(stores.secondHistory),
+          stockHistory_(stores.secondHistory, columns.stocks()),
           main_(stores.main.open()),
           work_(work),
-          activity_(activity),
-          writesHigh_(writesHigh) {}
+          writer_(main_, activity, writesHigh, replaces) {
+        columns.take(stores.firstHistory, stores.secondHistory);
+    }
 
     // True, as below, if no day was left out.
     bool chooseThemes() {
-        const MarketColumns market = readMarket();
+        const MarketColumns& market = readMarket();
         ThemeRanking ranking(market);
         Recordset index(
             dayHistory_,
@@ -66,7 +63,7 @@ public:
             chooseThemesOfDay(index, market, ranking);
             work_.oneDone();
         }
-        return tellEnd(index.atEnd());
+        return end(index.atEnd());
     }
 
     bool addStocks(const Anchor& anchor) {
@@ -81,10 +78,10 @@ public:
                 beginDay(day);
                 takeMembers(memberships, chosen.value(u"ticai").toText(), anchor);
             }
-            storeDay();
+            writer_.storeDay();
             work_.oneDone();
         }
-        return tellEnd(chosen.atEnd());
+        return end(chosen.atEnd());
     }
 
     std::optional<DayNumber> dayAfterFall(const QString& dm, DayNumber day) {
@@ -100,12 +97,11 @@ public:
     }
 
 private:
-    MarketColumns readMarket() {
-        const auto end = qScopeGuard([this] { work_.showLabel3({}); });
+    const MarketColumns& readMarket() {
+        const auto read = qScopeGuard([this] { work_.showLabel3({}); });
         work_.showLabel3(u"正在读入历史行情…"_s);
-        bool begun = false;
-        return MarketColumns(dayHistory_, [&](int done, int total) {
-            if (!std::exchange(begun, true)) {
+        return columns_.market(dayHistory_, [this](int done, int total) {
+            if (done == 0) {
                 work_.begin(total);
             }
             work_.done(done);
@@ -124,11 +120,12 @@ private:
         const QString day = index.value(u"shijian").toText();
         if (day >= firstDay) {
             beginDay(day);
+            writer_.beginDay(day);
             work_.showLabel6(day);
             work_.endIfAbandoned();
             chooseBestThemes(market, ranking, index.value(u"zhangfu"));
         }
-        storeDay();
+        writer_.storeDay();
     }
 
     void chooseBestThemes(const MarketColumns& market, ThemeRanking& ranking,
@@ -146,22 +143,12 @@ private:
                 tally_.passOver(stores_.firstHistory.path, u"SH000001"_s, day_);
                 return;
             }
-            addTheme(zhutiname, theme, ranking.gains(theme.theme, rows), indexGain.toNumber());
+            const ThemeGains gains = ranking.gains(theme.theme, rows);
+            writer_.addTheme(
+                day_, {zhutiname, gains.mean, double(theme.zhangtinshu), double(theme.yizishu),
+                       double(theme.zhishu), indexGain.toNumber(), gains.best});
             takeMembers(memberships, zhutiname, themeDayItself);
         }
-    }
-
-    void addTheme(const QString& zhutiname, const ThemeOfDay& theme, const ThemeGains& gains,
-                  double indexGain) {
-        QStringList numbers;
-        for (const double number : {gains.mean, double(theme.zhangtinshu), double(theme.yizishu),
-                                    double(theme.zhishu), indexGain, gains.best}) {
-            numbers << numberText(number);
-        }
-        statements_ << u"insert into xuanticai(riqi,ticai,ticaizhang,zhangtinshu,yizishu,zonggeshu,"
-                       u"dapanzhang,touguzhangfu) values("_s +
-                           quoted(riqiOf(day_)) + u',' + quoted(zhutiname) + u',' +
-                           numbers.join(u',') + u")"_s;
     }
 
     void takeMembers(const Memberships& memberships, const QString& zhutiname,
@@ -169,6 +156,7 @@ private:
         ++tally_.themes;
         work_.showLabel3(u"选中题材:"_s + zhutiname);
         work_.endIfAbandoned();
+        writer_.beginStocks(day_, zhutiname);
         for (const std::int32_t stock : memberships.stocksOf(zhutiname)) {
             const QString dm = memberships.dm(stock);
             try {
@@ -184,62 +172,40 @@ private:
         const std::optional<DayNumber> D = anchor(dm, dayNumber(day_));
         const std::optional<StockRow> row = D ? builder_.build(dm, *D) : std::nullopt;
         if (row) {
-            statements_ << insertStatement(*row, riqiOf(day_), zhutiname, writesHigh_);
+            writer_.addStock(day_, zhutiname, *row);
             ++tally_.stocks;
         }
     }
 
-    // The rows of a day wait until it is complete: alarms and other windows write all the while.
-    void storeDay() {
-        Transaction transaction(main_);
-        const QStringList statements = std::exchange(statements_, {});
-        for (const QString& statement : statements) {
-            main_.execute(statement);
+    bool end(bool complete) {
+        if (complete) {
+            writer_.removeOthers();
         }
-        transaction.commit();
-        if (!statements.isEmpty() && !std::exchange(wroteDay_, true)) {
-            activity_.wrote(u"此前各日的结果"_s);
-        }
-    }
-
-    bool tellEnd(bool complete) {
         work_.showLabel3((complete ? u"完成："_s : u"已停止："_s) + tally_.words());
         return complete;
     }
 
     const Stores& stores_;
+    HistoryColumns& columns_;
     Connection dayHistory_;
     StockHistory stockHistory_;
     Connection main_;
     ResearchWork& work_;
-    Activity& activity_;
-    bool wroteDay_ = false;
-    bool writesHigh_;
+    SelectionWriter writer_;
     StockRowBuilder builder_{stockHistory_, main_};
     QString day_;  // yyyy-MM-dd
-    QStringList statements_;
     ScanTally tally_;
 };
 
-ResearchRun::Job chooseThemesOf(const Stores& stores) {
-    return [stores](ResearchWork& work, Activity& activity) {
-        return Scan(stores, work, activity, false).chooseThemes();
-    };
+bool holdsRows(const Stores& stores, const QString& table) {
+    const Activity activity(u"查看已有的选股结果"_s);
+    Connection main = stores.main.open();
+    return !Recordset(main, u"select 1 from "_s + table + u" limit 1"_s).atEnd();
 }
 
-ResearchRun::Job addStocksOf(const Stores& stores) {
-    return [stores](ResearchWork& work, Activity& activity) {
-        return Scan(stores, work, activity, true).addStocks(themeDayItself);
-    };
-}
-
-ResearchRun::Job addFallenStocksOf(const Stores& stores) {
-    return [stores](ResearchWork& work, Activity& activity) {
-        Scan scan(stores, work, activity, true);
-        return scan.addStocks(
-            [&scan](const QString& dm, DayNumber day) { return scan.dayAfterFall(dm, day); });
-    };
-}
+const QString whatBecomesOfRows =
+    u"这里已经有以前选出的结果。\n\n“添加”：以前的都留着，这一次的记在后面，同一天的就有两份。\n"
+    u"“替换”：以前的由这一次的代替；中途停止，还没有算到的日子留着以前的。"_s;
 
 }  // namespace
 
@@ -248,27 +214,53 @@ SelectionScan::SelectionScan(const Stores& stores, const Globals& globals, Dialo
     : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
 
 QCoro::Task<> SelectionScan::chooseThemes(std::stop_token stop) {
-    const ResearchRun::Job job = chooseThemesOf(stores_);
-    co_await scan(u"选历年主题"_s, job, stop);
+    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+        return [=](ResearchWork& work, Activity& activity) {
+            return Scan(stores, *columns, work, activity, false, replaces).chooseThemes();
+        };
+    };
+    const bool holds = holdsRows(stores_, u"xuanticai"_s) || holdsRows(stores_, u"xuanticaigu"_s);
+    co_await scan(u"选历年主题"_s, holds, make, stop);
 }
 
 QCoro::Task<> SelectionScan::addStocks(std::stop_token stop) {
-    const ResearchRun::Job job = addStocksOf(stores_);
-    co_await scan(u"根据选中的主题补充股票"_s, job, stop);
+    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+        return [=](ResearchWork& work, Activity& activity) {
+            return Scan(stores, *columns, work, activity, true, replaces).addStocks(themeDayItself);
+        };
+    };
+    const bool holds = holdsRows(stores_, u"xuanticaigu"_s);
+    co_await scan(u"根据选中的主题补充股票"_s, holds, make, stop);
 }
 
 QCoro::Task<> SelectionScan::addFallenStocks(std::stop_token stop) {
-    const ResearchRun::Job job = addFallenStocksOf(stores_);
-    const bool complete = co_await scan(u"选后2天跌7%的"_s, job, stop);
+    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+        return [=](ResearchWork& work, Activity& activity) {
+            Scan scan(stores, *columns, work, activity, true, replaces);
+            return scan.addStocks(
+                [&scan](const QString& dm, DayNumber day) { return scan.dayAfterFall(dm, day); });
+        };
+    };
+    const bool holds = holdsRows(stores_, u"xuanticaigu"_s);
+    const bool complete = co_await scan(u"选后2天跌7%的"_s, holds, make, stop);
     if (complete) {
         dialogs_.tell(u"完成!"_s, u"听涛阁"_s);
     }
 }
 
-QCoro::Task<bool> SelectionScan::scan(QString name, ResearchRun::Job job, std::stop_token stop) {
+QCoro::Task<bool> SelectionScan::scan(QString name, bool holds, MakeJob make,
+                                      std::stop_token stop) {
     if (refusesWhileWriting(globals_, dialogs_, u"选股"_s)) {
         co_return false;
     }
+    Existing answer = Existing::add;
+    if (holds && !run_.running()) {
+        answer = co_await dialogs_.askToReplace(stop, whatBecomesOfRows);
+    }
+    if (answer == Existing::leave) {
+        co_return false;
+    }
+    const ResearchRun::Job job = make(answer == Existing::replace);
     const bool complete = co_await run_.run(name, job, stop);
     co_return complete;
 }

@@ -1,11 +1,16 @@
 // 题材选股: the three scans of Form12 over the day history. They fill xuanticai and xuanticaigu of
-// the main store from both history databases, which they read into columns, and only add: a second
-// run stores every row again. A row for which a number is missing in a history is passed over; the
-// last words of the run count what it did and passed over, and name the first few. A failed
-// statement raises StoreError and ends the scan; the days committed before stay.
+// the main store from both history databases, which they read into columns. Where rows stand there
+// already the user is asked what becomes of them: 添加 stores every row again behind them. 替换
+// puts those of each theme-day in the place of its former ones, in the transaction of that day, and
+// takes what is left of the former ones away behind the last day: a stop or a failure leaves the
+// new rows up to that day and the former ones of the days behind it. A row for which a number is
+// missing in a history is passed over; the last words of the run count what it did and passed over,
+// and name the first few. A failed statement raises StoreError and ends the scan; the days
+// committed before stay.
 #pragma once
 
 #include "platform/dialogs.h"
+#include "research/history_columns.h"
 #include "research/research_run.h"
 #include "store/stores.h"
 
@@ -31,12 +36,15 @@ public:
     QCoro::Task<> addFallenStocks(std::stop_token stop);
 
 private:
-    QCoro::Task<bool> scan(QString name, ResearchRun::Job job, std::stop_token stop);
+    using MakeJob = std::function<ResearchRun::Job(bool replaces)>;
+
+    QCoro::Task<bool> scan(QString name, bool holds, MakeJob make, std::stop_token stop);
 
     const Stores& stores_;
     const Globals& globals_;
     Dialogs& dialogs_;
     ResearchRun& run_;
+    std::shared_ptr<HistoryColumns> columns_ = std::make_shared<HistoryColumns>();
 };
 
 }  // namespace guanchao

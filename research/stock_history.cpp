@@ -7,7 +7,8 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-StockHistory::StockHistory(const StoreFile& secondHistory) : connection_(secondHistory.open()) {
+StockHistory::StockHistory(const StoreFile& secondHistory, HistoryColumns::Stocks& stocks)
+    : connection_(secondHistory.open()), stocks_(stocks) {
     for (Recordset names(connection_, u"select distinct tbl_name from sqlite_master"_s);
          !names.atEnd(); names.moveNext()) {
         tables_.insert(names.value(0).toText());
@@ -33,14 +34,6 @@ void StockHistory::makeTableIfMissing(const QString& dm) {
         createTableFromContent(connection_, dm, u"select *  from   nishihq2"_s);
     }
     tables_.insert(dm);
-}
-
-size_t StockHistory::bytes() const {
-    size_t sum = 0;
-    for (const auto& [dm, columns] : stocks_) {
-        sum += columns.bytes();
-    }
-    return sum;
 }
 
 }  // namespace guanchao

@@ -1,31 +1,26 @@
 // The histories of single stocks, from the second history database: each is read at its first use
-// and kept. Raises StoreError.
+// and kept among the columns. Raises StoreError.
 #pragma once
 
 #include <QSet>
-#include <memory>
-#include <unordered_map>
 
-#include "research/stock_columns.h"
-#include "store/stores.h"
+#include "research/history_columns.h"
 
 namespace guanchao {
 
 class StockHistory {
 public:
-    explicit StockHistory(const StoreFile& secondHistory);
+    StockHistory(const StoreFile& secondHistory, HistoryColumns::Stocks& stocks);
 
-    // A stock without a table gets one from the template nishihq2. Lasts as long as this.
+    // A stock without a table gets one from the template nishihq2. Lasts as long as the columns.
     const StockColumns& of(const QString& dm);
-
-    size_t bytes() const;
 
 private:
     void makeTableIfMissing(const QString& dm);
 
     Connection connection_;
     QSet<QString> tables_;
-    std::unordered_map<QString, StockColumns> stocks_;
+    HistoryColumns::Stocks& stocks_;
 };
 
 }  // namespace guanchao

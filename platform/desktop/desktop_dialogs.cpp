@@ -201,6 +201,21 @@ QCoro::Task<Unsaved> DesktopDialogs::askToSave(std::stop_token stop, QString tex
     co_return box->clickedButton() == discard ? Unsaved::discard : Unsaved::stay;
 }
 
+QCoro::Task<Existing> DesktopDialogs::askToReplace(std::stop_token stop, QString text,
+                                                   QString title) {
+    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, withShortMiddle(text)));
+    QPushButton* add = addButton(*box, u"添加"_s, QMessageBox::AcceptRole);
+    const QPushButton* replace = addButton(*box, u"替换"_s, QMessageBox::DestructiveRole);
+    QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(add);
+    box->setEscapeButton(cancel);
+    co_await isAccepted(*box, stop);
+    if (box->clickedButton() == add) {
+        co_return Existing::add;
+    }
+    co_return box->clickedButton() == replace ? Existing::replace : Existing::leave;
+}
+
 QCoro::Task<QString> DesktopDialogs::input(std::stop_token stop, QString prompt, QString title,
                                            QString text) {
     const Shown<QInputDialog> box(new QInputDialog);

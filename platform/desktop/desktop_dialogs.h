@@ -17,6 +17,7 @@ public:
     void tellFailure(const QString& text) override;
     QCoro::Task<bool> ask(std::stop_token stop, QString text, QString title) override;
     QCoro::Task<Unsaved> askToSave(std::stop_token stop, QString text, QString title) override;
+    QCoro::Task<Existing> askToReplace(std::stop_token stop, QString text, QString title) override;
     QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
                                QString text) override;
     QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,

@@ -63,6 +63,27 @@ TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
     }
 }
 
+// Tab goes to the next button.
+TEST_F(DesktopDialogsTest, WhatStandsThereIsAddedToUnlessTheUserSaysMore) {
+    const struct {
+        QList<Qt::Key> keys;
+        Existing answer;
+    } cases[] = {
+        {{Qt::Key_Return}, Existing::add},
+        {{Qt::Key_Tab, Qt::Key_Space}, Existing::replace},
+        {{Qt::Key_Escape}, Existing::leave},
+    };
+    for (const auto& it : cases) {
+        onceOpen<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.buttons().size(), 3);
+            for (const Qt::Key key : it.keys) {
+                QTest::keyClick(box.windowHandle(), key);
+            }
+        });
+        EXPECT_EQ(QCoro::waitFor(dialogs_.askToReplace({}, u"有了"_s, u"观潮台"_s)), it.answer);
+    }
+}
+
 TEST_F(DesktopDialogsTest, ALongTextScrollsAndOneWithoutEndIsCut) {
     const QString endless = u"<b>题</b>"_s + QString(4'000'000, u'名');
     for (const QString& words : {u"600000,"_s.repeated(300), endless}) {

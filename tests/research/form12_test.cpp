@@ -216,6 +216,9 @@ TEST_F(Form12Test, ARunShowsItsDayAndStopsBetweenDays) {
         EXPECT_EQ(captions.last(), u"题材选股"_s);
         EXPECT_TRUE(captions.contains(u"计算到时间:2017-05-02"_s));
         EXPECT_EQ(label(u"Label6"_s), it.day);
+        EXPECT_EQ(label(u"Label3"_s), it.day.endsWith(u'3')
+                                          ? u"完成：2 天，0 个题材，0 行股票"_s
+                                          : u"已停止：1 天，0 个题材，0 行股票"_s);
         EXPECT_TRUE(button(u"Command1"_s)->isEnabled());
     }
 }

@@ -323,6 +323,85 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     }
 }
 
+// Former rows: of a day that is scanned, of one that no history has, and of a theme of the second
+// day that is not chosen any more.
+TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
+    const QStringList days = {u"2017-04-10"_s, u"2017-04-11"_s};
+    MarketHistory history;
+    addTheme(history, u"题"_s, u'A', 3, 3, days);
+    for (QList<HistoryRow>& rows : history.stocks) {
+        for (const QString& former : tradingDays(10)) {
+            rows.prepend({.day = former});
+        }
+        rows << HistoryRow{.day = u"2017-04-12"_s};
+    }
+    for (const QString& day : days) {
+        history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
+    }
+    const QStringList former = {u"2015-01-05|旧"_s, u"2017-04-10|题"_s, u"2017-04-11|旧"_s};
+    const QStringList fresh = {u"2017-04-10|题"_s, u"2017-04-11|题"_s};
+    using Scan = QCoro::Task<> (SelectionScan::*)(std::stop_token);
+    const Scan choose = &SelectionScan::chooseThemes;
+    const Scan add = &SelectionScan::addStocks;
+    const Scan fallen = &SelectionScan::addFallenStocks;
+    const struct {
+        const char* name;
+        Scan scan;
+        Existing answer;
+        bool stops;          // on the first day
+        QStringList themes;  // afterwards
+        QStringList stocks;  // and how many of these
+        int count;
+    } cases[] = {
+        {"choose, add", choose, Existing::add, false, former + fresh, former + fresh, 3 + 6},
+        {"choose, replace", choose, Existing::replace, false, fresh, fresh, 6},
+        {"choose, leave", choose, Existing::leave, false, former, former, 3},
+        {"choose, stop", choose, Existing::replace, true, former, former, 4},
+        {"stocks, replace", add, Existing::replace, false, former, {former[1]}, 3},
+        {"stocks, add", add, Existing::add, false, former, former, 6},
+        {"fallen, replace", fallen, Existing::replace, false, former, {}, 0},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.name);
+        write(history);
+        for (const QString& table : {u"xuanticai"_s, u"xuanticaigu"_s}) {
+            store_.run({u"delete from "_s + table});
+            for (const QString& row : former) {
+                store_.run({u"insert into "_s + table + u"(riqi,ticai) values('"_s + row.first(10) +
+                            u" 00:00:00','"_s + row.last(1) + u"')"_s});
+            }
+        }
+        dialogs_.existing = it.answer;
+        std::optional<Connection> other;
+        std::optional<Transaction> lock;
+        if (it.stops) {
+            store_.stores.secondHistory.open().execute(u"drop table A600000"_s);
+            other.emplace(store_.stores.secondHistory.open());
+            lock.emplace(*other);
+        }
+        const QCoro::Task<> task = (scan_.*it.scan)({});
+        if (it.stops) {
+            until([this] { return seen_.label3 == u"选中题材:题"_s; });
+            run_.stop();
+            lock.reset();
+        }
+        endOf(task);
+        const auto stored = [this](const QString& table) {
+            return store_.rows(u"select distinct date(riqi),ticai from "_s + table +
+                               u" order by 1,2"_s);
+        };
+        const auto sorted = [](QStringList rows) {
+            rows.removeDuplicates();
+            rows.sort();
+            return rows;
+        };
+        EXPECT_EQ(sorted(stored(u"xuanticai"_s)), sorted(it.themes));
+        EXPECT_EQ(sorted(stored(u"xuanticaigu"_s)), sorted(it.stocks));
+        EXPECT_EQ(store_.rows(u"select 1 from xuanticaigu"_s).size(), it.count);
+        EXPECT_TRUE(dialogs_.shown.first().contains(u"以前选出的结果"_s));
+    }
+}
+
 TEST_F(SelectionScanTest, NoScanBeginsWhileAnImportWrites) {
     globals_.hqmang = 1;
     endOf(scan_.chooseThemes({}));

@@ -67,6 +67,14 @@ public:
         const Unsaved chosen = co_await boxes->askToSave(stop, text, title);
         co_return chosen;
     }
+    QCoro::Task<Existing> askToReplace(std::stop_token stop, QString text, QString title) override {
+        co_await stand(title + u'|' + text, onAsk, stop);
+        if (!boxes) {
+            co_return existing;
+        }
+        const Existing chosen = co_await boxes->askToReplace(stop, text, title);
+        co_return chosen;
+    }
     QCoro::Task<QString> input(std::stop_token stop, QString prompt, QString title,
                                QString text) override {
         co_await stand(title + u'|' + prompt + u'|' + text, onInput, stop);
@@ -86,6 +94,7 @@ public:
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
     bool answer = true;
     Unsaved unsaved = Unsaved::discard;
+    Existing existing = Existing::add;
     Dialogs* boxes = nullptr;  // real ones, for a user at real keys
     // What happens while the box stands.
     std::function<void()> onTell, onAsk, onInput;
