@@ -71,7 +71,7 @@ void search(benchmark::State& state, const QString& condition) {
     compare(
         state, [&] { BareStore(stores.main.path).run(statement); },
         [&] {
-            QCoro::waitFor(search.search(query, {}, {}));
+            QCoro::waitFor(search.search(query, {}, [] {}, {}));
             QApplication::processEvents();
         });
 }

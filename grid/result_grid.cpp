@@ -254,6 +254,33 @@ void ResultGrid::clear() {
     std::fill(cells_.begin(), cells_.end(), Cell());
 }
 
+void ResultGrid::copyRows(const ResultGrid& other, int rows) {
+    const GridFill fill(*this);
+    setCols(other.cols_);
+    setRows(rows);
+    for (int row = 0; row < rows; ++row) {
+        for (int col = 0; col < cols_; ++col) {
+            cell(row, col) = other.cell(row, col);
+        }
+    }
+    widths_ = other.widths_;
+    fonts_ = other.fonts_;
+}
+
+void ResultGrid::swapTable(ResultGrid& other) {
+    const GridFill fill(*this);
+    std::swap(rows_, other.rows_);
+    std::swap(cols_, other.cols_);
+    std::swap(cells_, other.cells_);
+    std::swap(order_, other.order_);
+    std::swap(widths_, other.widths_);
+    std::swap(fonts_, other.fonts_);
+    std::swap(row_, other.row_);
+    std::swap(col_, other.col_);
+    std::swap(rowSel_, other.rowSel_);
+    std::swap(colSel_, other.colSel_);
+}
+
 void ResultGrid::orderRows(const std::vector<int>& rows) {
     const bool shows = fills_ == 0;
     if (shows) {

@@ -84,6 +84,12 @@ public:
     // Empties all cells and takes their looks away; counts, widths and column fonts stay.
     void clear();
 
+    // The first rows of another grid, the header among them, with its widths, in the place of this
+    // table.
+    void copyRows(const ResultGrid& other, int rows);
+    // Changes places with the whole table of another grid, which may have been made in a worker.
+    void swapTable(ResultGrid& other);
+
     // Puts the data rows into this order and numbers them anew; the marked row moves with its
     // cells. `rows` has each of them once.
     void orderRows(const std::vector<int>& rows);

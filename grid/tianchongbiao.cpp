@@ -1,23 +1,28 @@
 #include "grid/tianchongbiao.h"
 
+#include <algorithm>
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void writeHeader(const Recordset& recordset, ResultGrid& grid, int offset) {
+// Rows are a recordset or a cursor.
+template <typename Rows>
+void writeHeader(const Rows& rows, ResultGrid& grid, int offset) {
     grid.setTextMatrix(0, 0, u"序号"_s);
-    for (int field = 0; field < recordset.fieldCount(); ++field) {
+    for (int field = 0; field < rows.fieldCount(); ++field) {
         grid.setAlignment(0, offset + field, CellAlignment::centre);
-        grid.setTextMatrix(0, offset + field, recordset.fieldName(field));
+        grid.setTextMatrix(0, offset + field, rows.fieldName(field));
     }
 }
 
-void writeRecord(const Recordset& recordset, ResultGrid& grid, int row, int offset) {
+template <typename Rows>
+void writeRecord(const Rows& rows, ResultGrid& grid, int row, int offset) {
     grid.setInteger(row, 0, row);
-    for (int field = 0; field < recordset.fieldCount(); ++field) {
-        const Value& value = recordset.value(field);
+    for (int field = 0; field < rows.fieldCount(); ++field) {
+        const Value& value = rows.value(field);
         if (value.isReal()) {
             grid.setReal(row, offset + field, value.toNumber());
         } else if (value.isInteger()) {
@@ -26,6 +31,12 @@ void writeRecord(const Recordset& recordset, ResultGrid& grid, int row, int offs
             grid.setTextMatrix(row, offset + field, value.toText());
         }
     }
+}
+
+// The current cell is the last one written.
+void goToLastCell(ResultGrid& grid) {
+    grid.setRow(grid.rows() - 1);
+    grid.setCol(grid.cols() - 1);
 }
 
 }  // namespace
@@ -40,9 +51,31 @@ void tianchongbiao(Recordset& recordset, ResultGrid& grid, int offset) {
         writeRecord(recordset, grid, row, offset);
         recordset.moveNext();
     }
-    // The current cell is the last one written.
-    grid.setRow(grid.rows() - 1);
-    grid.setCol(grid.cols() - 1);
+    goToLastCell(grid);
+}
+
+GridPouring::GridPouring(RowCursor& rows, ResultGrid& grid, int offset)
+    : rows_(rows), grid_(grid), offset_(offset) {}
+
+bool GridPouring::pourRow() {
+    constexpr int firstRoom = 1000;
+    if (!rows_.next()) {
+        return false;
+    }
+    if (poured_ == 0) {
+        grid_.setCols(rows_.fieldCount() + offset_);
+        writeHeader(rows_, grid_, offset_);
+    }
+    if (++poured_ == grid_.rows()) {
+        grid_.setRows(std::max(2 * poured_, firstRoom));
+    }
+    writeRecord(rows_, grid_, poured_, offset_);
+    return true;
+}
+
+void GridPouring::finish() {
+    grid_.setRows(poured_ + 1);
+    goToLastCell(grid_);
 }
 
 }  // namespace guanchao

@@ -5,6 +5,8 @@
 #include "base/values.h"
 #include "frame/run_share.h"
 #include "grid/row_menu.h"
+#include "research/condition_menu.h"
+#include "research/refused_condition.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -26,6 +28,8 @@ Form12::Form12(Environment& environment, Windows&)
       environment_(environment),
       ui_(std::make_unique<Ui::Form12>()),
       search_(environment.stores, environment.globals, grid_),
+      conditions_(environment.applicationFolder + u"题材选股.ini"_s),
+      figures_(new ScorePanel(environment.dialogs, environment.failures, this)),
       forecast_(environment.stores, environment.globals, environment.dialogs,
                 [this](QString written, std::stop_token stop) { return search(written, stop); }),
       run_([this](const ResearchProgress& it) { showRun(it); }),
@@ -45,6 +49,8 @@ Form12::Form12(Environment& environment, Windows&)
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     kuaimenu_.setTitle(u"快捷菜单"_s);
     fillRowMenu(kuaimenu_, {ui_->修改关注度, ui_->导出自选股, ui_->删除一个}, {ui_->删除一个});
+    ui_->rows->insertWidget(ui_->rows->indexOf(ui_->MSHFlexGrid1) + 1, figures_);
+    figures_->hide();
     connectControls();
     connectRuns();
     showRun({});
@@ -57,6 +63,12 @@ void Form12::connectControls() {
     connect(ui_->Command2, &QPushButton::clicked, this, &Form12::Command2_Click);
     connect(ui_->Command5, &QPushButton::clicked, this, &Form12::Command5_Click);
     connect(ui_->Command6, &QPushButton::clicked, this, &Form12::Command6_Click);
+    connect(ui_->figuresShown, &QPushButton::toggled, figures_, &QWidget::setVisible);
+    auto* menu = new ConditionMenu(*ui_->Text8, conditions_, environment_.dialogs,
+                                   environment_.failures, this);
+    connect(ui_->conditions, &QPushButton::clicked, menu, [this, menu] {
+        menu->popup(ui_->conditions->mapToGlobal(ui_->conditions->rect().bottomLeft()));
+    });
     ui_->MSHFlexGrid1->setSortable({u"时间"_s, u"日期"_s});
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form12::MSHFlexGrid1_RowChosen);
@@ -84,6 +96,9 @@ void Form12::connectRuns() {
 
 void Form12::Form_Load() {
     setWindowState(windowState() | Qt::WindowMaximized);
+    if (const std::optional<QString> last = conditions_.last()) {
+        ui_->Text8->setPlainText(*last);
+    }
     const QDate today = environment_.clock.now().date();
     first_->setTexts(firstDate(today));
     last_->setTexts(lastDate(today));
@@ -121,11 +136,42 @@ QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
     const auto end = qScopeGuard([this] {
         --searching_;
         enableControls();
+        if (!run_.running()) {
+            ui_->Label3->clear();
+        }
     });
+    environment_.failures.guard([this] { conditions_.keepLast(ui_->Text8->toPlainText()); });
     const SelectionQuery wanted = query();
-    const QString score = co_await search_.search(wanted, written, stop);
-    ui_->Text6->setPlainText(score);
+    const auto firstRowsShown = [this] {
+        if (!run_.running()) {
+            ui_->Label3->setText(u"已列出前面的行，正在读其余的…"_s);
+        }
+    };
+    SelectionScore score;
+    try {
+        score = co_await search_.search(wanted, written, firstRowsShown, stop);
+    } catch (const StoreError& failure) {
+        showRefused(failure);
+        throw;
+    }
+    ui_->Text6->setPlainText(score.line());
+    figures_->showScore(score);
     ui_->MSHFlexGrid1->setHint(u"没有符合条件的股票"_s);
+}
+
+// The part of the condition that the store names is selected.
+void Form12::showRefused(const StoreError& failure) {
+    const QString condition = ui_->Text8->toPlainText();
+    const std::optional<TextPart> part = failure.fault() == StoreFault::condition
+                                             ? refusedPart(condition, failure.reason())
+                                             : std::nullopt;
+    if (part) {
+        QTextCursor cursor = ui_->Text8->textCursor();
+        cursor.setPosition(static_cast<int>(part->first));
+        cursor.setPosition(static_cast<int>(part->first + part->length), QTextCursor::KeepAnchor);
+        ui_->Text8->setTextCursor(cursor);
+        ui_->Text8->setFocus();
+    }
 }
 
 // The tick beside the theme ends it too.

@@ -16,8 +16,11 @@
 #include "grid/result_grid.h"
 #include "research/earnings_forecast.h"
 #include "research/forward_returns.h"
+#include "research/kept_conditions.h"
+#include "research/score_panel.h"
 #include "research/selection_scan.h"
 #include "research/selection_search.h"
+#include "store/store_error.h"
 
 namespace Ui {
 class Form12;
@@ -45,6 +48,7 @@ private:
     void connectRuns();
     SelectionQuery query() const;
     QCoro::Task<> search(QString written, std::stop_token stop);
+    void showRefused(const StoreError& failure);
     QCoro::Task<> takeReturns(std::stop_token stop);
     void stop();
     void enableControls();
@@ -62,6 +66,8 @@ private:
     QString caption_;  // while no run tells its own
     ResultGrid grid_;
     SelectionSearch search_;
+    KeptConditions conditions_;
+    ScorePanel* figures_;
     EarningsForecast forecast_;
     int searching_ = 0;  // an edit may search beside a search
     ResearchRun run_;

@@ -6,16 +6,15 @@
 
 #include <QCoro/QCoroTask>
 #include <QString>
-#include <array>
+#include <functional>
 #include <optional>
 #include <stop_token>
-#include <vector>
 
 #include "base/date_trio.h"
 #include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/shell.h"
-#include "store/recordset.h"
+#include "research/selection_score.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -35,16 +34,6 @@ struct SelectionQuery {
     QString statement() const;
 };
 
-// What the score reads of a result row.
-struct SelectionGains {
-    QString riqi;                 // 日期
-    std::array<double, 5> gains;  // 股涨幅, 后1涨, 后2涨, 后5涨, 后10涨
-};
-
-// The score line of the rows in the order of the query. `mergeDates` lets at most three rows of one
-// date count.
-QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates);
-
 // The dates that the boxes show at first: today, and the same day of the next month, which in
 // December is the 13th and packs as January.
 DateTexts firstDate(QDate today);
@@ -63,17 +52,18 @@ class SelectionSearch {
 public:
     SelectionSearch(const Stores& stores, Globals& globals, ResultGrid& grid);
 
-    // 搜索 (Command2): reads in a thread of its own, then fills the grid and gives the score line.
-    // `written` is what the operation that searches anew has written and a failure leaves.
-    QCoro::Task<QString> search(SelectionQuery query, QString written, std::stop_token stop);
+    // 搜索 (Command2): reads in a thread of its own and shows the first rows while it reads on;
+    // gives the score once the grid holds all. `written` is what the operation that searches anew
+    // has written and a failure leaves.
+    using FirstRowsShown = std::function<void()>;
+    QCoro::Task<SelectionScore> search(SelectionQuery query, QString written,
+                                       FirstRowsShown firstRowsShown, std::stop_token stop);
 
     // A press on a row of a result hands its stock and its last cell over (dangqiandm,
     // dangqianjilu: 0 for a cell that is no whole number of 32 bits); nothing if it is none.
     std::optional<PressedRow> press(int row);
 
 private:
-    void fillGrid(Recordset& found);
-
     const Stores& stores_;
     Globals& globals_;
     ResultGrid& grid_;

@@ -2,54 +2,11 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "store/sqlite.h"
+#include "store/row_cursor.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-Value columnValue(sqlite3_stmt* statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_NULL:
-            return Value();
-        case SQLITE_INTEGER:
-            return Value(static_cast<qint64>(sqlite3_column_int64(statement, column)));
-        case SQLITE_FLOAT:
-            return Value(sqlite3_column_double(statement, column));
-        default: {
-            const auto* text =
-                reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-            return Value(QString::fromUtf8(text, sqlite3_column_bytes(statement, column)));
-        }
-    }
-}
-
-}  // namespace
-
-double Value::toNumber() const {
-    if (isNull()) {
-        throw OperationError(u"缺少一个数值（空值）"_s);
-    }
-    if (const auto* integer = std::get_if<qint64>(&value_)) {
-        return static_cast<double>(*integer);
-    }
-    if (const auto* real = std::get_if<double>(&value_)) {
-        return *real;
-    }
-    return numericPrefix(std::get<QString>(value_));
-}
-
-QString Value::toText() const {
-    if (const auto* text = std::get_if<QString>(&value_)) {
-        return *text;
-    }
-    if (const auto* integer = std::get_if<qint64>(&value_)) {
-        return QString::number(*integer);
-    }
-    return isReal() ? numberText(std::get<double>(value_)) : QString();
-}
 
 Recordset::Recordset(Connection& connection, const QString& statement) {
     read(connection, statement);
@@ -61,20 +18,15 @@ Recordset::Recordset(Connection& connection, const QString& statement,
 }
 
 void Recordset::read(Connection& connection, const QString& statement) {
-    const StatementHandle prepared = prepare(connection, statement);
-    const int columns = sqlite3_column_count(prepared.get());
-    for (int column = 0; column < columns; ++column) {
-        names_ << QString::fromUtf8(sqlite3_column_name(prepared.get(), column));
+    RowCursor rows(connection, statement);
+    for (int field = 0; field < rows.fieldCount(); ++field) {
+        names_ << rows.fieldName(field);
     }
-    int step = sqlite3_step(prepared.get());
-    for (; step == SQLITE_ROW; step = sqlite3_step(prepared.get())) {
-        for (int column = 0; column < columns; ++column) {
-            values_.push_back(columnValue(prepared.get(), column));
+    while (rows.next()) {
+        for (int field = 0; field < rows.fieldCount(); ++field) {
+            values_.push_back(rows.value(field));
         }
         ++count_;
-    }
-    if (step != SQLITE_DONE) {
-        raiseLastFailure(connection, statement);
     }
 }
 

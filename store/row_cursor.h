@@ -6,12 +6,16 @@
 #include <string_view>
 
 #include "store/sqlite.h"
+#include "store/value.h"
 
 namespace guanchao {
 
 class RowCursor {
 public:
     RowCursor(Connection& connection, const QString& statement);
+
+    int fieldCount() const;
+    QString fieldName(int field) const;
 
     // False behind the last row.
     bool next();
@@ -21,6 +25,7 @@ public:
     bool isNull(int field) const;
     double number(int field) const;
     std::string_view text(int field) const;
+    Value value(int field) const;
 
 private:
     Connection& connection_;

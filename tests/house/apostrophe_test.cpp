@@ -97,7 +97,7 @@ TEST_P(ApostropheTest, OfAThemeThatAScanChooses) {
     SelectionQuery query;
     query.byTheme = true;
     query.theme = name_;
-    endOf(SelectionSearch(store_.stores, globals_, grid_).search(query, {}, {}));
+    endOf(SelectionSearch(store_.stores, globals_, grid_).search(query, {}, [] {}, {}));
     EXPECT_EQ(grid_.textMatrix(1, 1), dm_);
 }
 

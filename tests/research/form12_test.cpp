@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "formats/gbk.h"
+#include "research/gain_histogram.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
@@ -76,6 +77,41 @@ TEST_F(Form12Test, TheStoredConditionReachesTheStoreToTheLetter) {
     globals_.dangqianjilu = 2;
     runToItsEnd(u"Command6"_s);
     EXPECT_TRUE(failures_.told.last().endsWith(u"\n已经写入并保留：摘要。"_s));
+}
+
+TEST_F(Form12Test, ARefusedConditionIsKeptAndShowsWhereItIsWrong) {
+    openSized();
+    runToItsEnd(u"Command2"_s);
+    EXPECT_EQ(box(u"Text8"_s)->textCursor().selectedText(), u"涨"_s);
+    click(u"conditions"_s);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* entry : menu->actions()) {
+        if (entry->text() == u"所有选出的股票") {
+            entry->trigger();
+        }
+    }
+    menu->close();
+    runToItsEnd(u"Command2"_s);
+    EXPECT_EQ(grid().rows(), 3);
+    click(u"figuresShown"_s);
+    const ResultGrid& figures = grid(u"figures"_s);
+    EXPECT_EQ(rowText(figures, 1), u"1|当日|2|100.00|10.00|10.00|10.00|10.00"_s);
+    openSized();
+    EXPECT_EQ(box(u"Text8"_s)->toPlainText(), QString());
+}
+
+// In columns of 2 percent, those at both ends open.
+TEST(GainHistogram, CountsEachGainOnce) {
+    const std::vector<int> counts = histogramOf({-95, -20, -0.01, 0, 1.99, 2, 19.9, 20, 300});
+    QStringList filled;
+    for (size_t range = 0; range < counts.size(); ++range) {
+        if (counts[range] > 0) {
+            filled << rangeWords(range) + u':' + QString::number(counts[range]);
+        }
+    }
+    EXPECT_EQ(filled.join(u' '),
+              u"-20% 以下:1 -20%～-18%:1 -2%～0%:1 0%～2%:2 2%～4%:1 18%～20%:1 20% 以上:2"_s);
 }
 
 TEST_F(Form12Test, TheBoxesReachTheSearch) {

@@ -41,7 +41,9 @@ protected:
         return grid_.rows() > 1 ? columnTexts(grid_, 1).mid(1) : QStringList();
     }
 
-    QString search(const SelectionQuery& query) { return endOf(search_.search(query, {}, {})); }
+    QString search(const SelectionQuery& query) {
+        return endOf(search_.search(query, {}, [] {}, {})).line();
+    }
 
     SelectionSearch search_{store_.stores, globals_, grid_};
 };
@@ -77,6 +79,14 @@ TEST_F(SelectionSearchTest, EachTickedBoxNarrowsTheSearch) {
     }
 }
 
+QString scoreLine(const std::vector<SelectionGains>& rows, bool mergeDates) {
+    SelectionScore score(mergeDates);
+    for (const SelectionGains& row : rows) {
+        score.take(row);
+    }
+    return score.line();
+}
+
 TEST(ScoreLine, AtMostThreeRowsOfADateCountWhereDatesAreMerged) {
     const struct {
         QString dates;  // a letter a row
@@ -106,6 +116,43 @@ TEST(ScoreLine, OnlyLaterGainsBelowNinetyCountAsNone) {
                         true),
               u"总次数:3当日胜率:66.67当日平均:-27.98 一日胜率:0一日平均:-30.33"
               u" 二日胜率:66.67二日平均:0.67 五日胜率:66.67五日平均:1.33 十日胜率:100十日平均:2"_s);
+}
+
+TEST(SelectionScore, FiguresLeaveMissingPricesOut) {
+    SelectionScore score;
+    score.take({u"b"_s, {-95, -90, -100, 3, 1}});
+    score.take({u"a"_s, {10, 0.5, -100, 1, 2}});
+    score.take({u"a"_s, {1, 4, -100, 2, 0}});
+    const struct {
+        size_t horizon;
+        GainFigures figures;
+    } cases[] = {
+        {0, {.counted = 3, .wins = 2, .mean = -28, .median = 1, .best = 10, .worst = -95}},
+        {1, {.counted = 3, .wins = 2, .mean = -28.5, .median = 0.5, .best = 4, .worst = -90}},
+        {2, {}},
+        {3, {.counted = 3, .wins = 3, .mean = 2, .median = 2, .best = 3, .worst = 1}},
+    };
+    for (const auto& it : cases) {
+        EXPECT_EQ(score.figures(it.horizon), it.figures) << it.horizon;
+    }
+    score.take({u"a"_s, {0, 0, 0, 5, 0}});
+    EXPECT_EQ(score.figures(3).median, 2.5);
+}
+
+// Of a long result the first rows are shown while the rest is read.
+TEST_F(SelectionSearchTest, TheFirstRowsStandBeforeTheRest) {
+    addTheme(u"2016-04-01 00:00:00"_s, u"白酒"_s);
+    store_.run(
+        {u"with recursive n(i) as (select 1 union all select i+1 from n where i<3000)"
+         u" insert into xuanticaigu select '2016-04-01 00:00:00',printf('SH%06d',i),'某股',"
+         u"'白酒',1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1 from n"_s});
+    QList<int> rows;
+    const auto firstRows = [&] { rows << grid_.rows(); };
+    const SelectionScore score = endOf(search_.search({}, {}, firstRows, {}));
+    rows << grid_.rows();
+    EXPECT_EQ(rows, QList<int>({1001, 3001}));
+    EXPECT_EQ(score.figures(0).counted, 3000);
+    EXPECT_EQ(grid_.textMatrix(3000, 0), u"3000"_s);
 }
 
 TEST_F(SelectionSearchTest, TheGridShowsTheRowsNewestFirst) {

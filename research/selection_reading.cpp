@@ -1,0 +1,126 @@
+#include "research/selection_reading.h"
+
+#include "base/activity.h"
+#include "grid/tianchongbiao.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int shortNameColumn = 2;
+constexpr int firstGainColumn = 5;
+// A screen is full at once.
+constexpr int firstRows = 1000;
+
+// A gain whose divisor is zero is missing: it counts as none.
+double gainOf(const Value& value) {
+    return value.isNull() ? 0 : value.toNumber();
+}
+
+class GainsReader {
+public:
+    explicit GainsReader(const RowCursor& rows) : rows_(rows) {
+        for (int field = 0; field < rows.fieldCount(); ++field) {
+            names_ << rows.fieldName(field);
+        }
+        date_ = names_.indexOf(u"日期"_s);
+        const QStringList gains = {u"股涨幅"_s, u"后1涨"_s, u"后2涨"_s, u"后5涨"_s, u"后10涨"_s};
+        for (size_t at = 0; at < selectionHorizons; ++at) {
+            fields_[at] = static_cast<int>(names_.indexOf(gains[static_cast<int>(at)]));
+        }
+    }
+
+    SelectionGains read() const {
+        SelectionGains row{rows_.value(static_cast<int>(date_)).toText(), {}};
+        for (size_t at = 0; at < selectionHorizons; ++at) {
+            row.gains[at] = gainOf(rows_.value(fields_[at]));
+        }
+        return row;
+    }
+
+private:
+    const RowCursor& rows_;
+    QStringList names_;
+    qsizetype date_ = 0;
+    std::array<int, selectionHorizons> fields_ = {};
+};
+
+void setWidths(ResultGrid& grid) {
+    const QList<int> widths = {500, 1200, 1100, 1200, 1200, 800, 700, 700, 700};
+    grid.setColWidths(widths);
+    for (int col = static_cast<int>(widths.size()); col < grid.cols(); ++col) {
+        grid.setColWidth(col, 800);
+    }
+}
+
+void colourRow(ResultGrid& grid, int row) {
+    grid.setCellBackColor(row, selectionCodeColumn, themeColour);
+    grid.setCellBackColor(row, shortNameColumn, stockColour);
+    for (int col = firstGainColumn; col < grid.cols(); ++col) {
+        grid.setCellBackColor(row, col, signColour(grid, row, col));
+    }
+}
+
+// Of no thread, so that the one that shows may take it and let it go.
+FoundTable newTable() {
+    auto table = std::make_shared<ResultGrid>();
+    table->moveToThread(nullptr);
+    return table;
+}
+
+FoundTable firstRowsOf(const ResultGrid& table) {
+    FoundTable first = newTable();
+    first->copyRows(table, firstRows + 1);
+    return first;
+}
+
+FoundSelection readRows(Connection& store, const QString& statement, bool mergeDates,
+                        Work<FoundTable>& work) {
+    FoundSelection found{newTable(), SelectionScore(mergeDates)};
+    RowCursor rows(store, statement);
+    const GainsReader gains(rows);
+    GridPouring pouring(rows, *found.table, 1);
+    while (pouring.pourRow()) {
+        found.score.take(gains.read());
+        colourRow(*found.table, pouring.rows());
+        if (pouring.rows() == 1) {
+            setWidths(*found.table);
+        } else if (pouring.rows() == firstRows) {
+            work.tell(firstRowsOf(*found.table));
+        }
+    }
+    pouring.finish();
+    return found;
+}
+
+}  // namespace
+
+FoundSelection readSelection(const StoreFile& main, const QString& statement, bool mergeDates,
+                             const QString& written, Work<FoundTable>& work) {
+    Activity anew({});
+    if (!written.isEmpty()) {
+        anew.wrote(written);
+    }
+    const Activity activity(
+        u"搜索"_s,
+        u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
+    Connection store = main.open();
+    store.onlyRead();
+    FoundSelection found;
+    try {
+        store.watch([&] { found = readRows(store, statement, mergeDates, work); },
+                    [&work] { work.endIfAbandoned(); });
+    } catch (const StoreError& failure) {
+        if (failure.fault() != StoreFault::other) {
+            throw;
+        }
+        throw StoreError(failure.reason(), failure.path(), failure.statement(),
+                         StoreFault::condition);
+    }
+    return found;
+}
+
+}  // namespace guanchao
