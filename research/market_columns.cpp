@@ -12,7 +12,7 @@ namespace {
 constexpr size_t rowsBetweenCalls = 4096;
 
 const QString rowsOfTheMarket =
-    u"select dm,date(shijian),(cast(sp as Double)/cast(qiansp as Double)-1)*100,zg=sp,zg=zd from"
+    u"select dm,shijian,(cast(sp as Double)/cast(qiansp as Double)-1)*100,zg=sp,zg=zd from"
     u" geguhq order by rowid"_s;
 
 int lastRow(Connection& history) {
@@ -39,9 +39,29 @@ private:
     std::int32_t stock_ = memberships_.stockOf({});
 };
 
+// A row is of the same day as the one before or, in a table by stocks, mostly of the next one.
+class DayOfRow {
+public:
+    explicit DayOfRow(std::map<DayNumber, MarketDay>& days) : days_(days), at_(days.end()) {}
+
+    MarketDay& operator()(DayNumber day) {
+        if (at_ != days_.end() && at_->first != day) {
+            ++at_;
+        }
+        if (at_ == days_.end() || at_->first != day) {
+            at_ = days_.try_emplace(day).first;
+        }
+        return at_->second;
+    }
+
+private:
+    std::map<DayNumber, MarketDay>& days_;
+    std::map<DayNumber, MarketDay>::iterator at_;
+};
+
 std::uint8_t closeOf(const RowCursor& row) {
-    const bool atHigh = row.number(3) == 1;
-    const bool atOnePrice = row.number(4) == 1;
+    const bool atHigh = row.castToDouble(3) == 1;
+    const bool atOnePrice = row.castToDouble(4) == 1;
     return static_cast<std::uint8_t>((atHigh ? MarketDay::atHigh : 0) |
                                      (atOnePrice ? MarketDay::atOnePrice : 0));
 }
@@ -52,23 +72,21 @@ MarketColumns::MarketColumns(Connection& firstHistory, const Meanwhile& meanwhil
     : memberships_(firstHistory) {
     const int total = lastRow(firstHistory);
     StockOfRow stockOf(memberships_);
-    DayNumber number = -1;
-    MarketDay* day = nullptr;
+    DayOfRow dayOf(days_);
     RowCursor row(firstHistory, rowsOfTheMarket);
     for (size_t read = 0; row.next(); ++read) {
         if (read % rowsBetweenCalls == 0) {
             meanwhile(static_cast<int>(read), total);
         }
-        if (row.isNull(0) || row.isNull(1)) {
+        const std::string_view time = row.date(1);
+        const std::string_view dm = row.text(0);
+        if (time.empty() || (dm.empty() && row.isNull(0))) {
             continue;
         }
-        if (const DayNumber next = dayNumber(row.text(1)); next != number) {
-            number = next;
-            day = &days_[number];
-        }
-        day->stocks.push_back(stockOf(row.text(0)));
-        day->gains.push_back(row.number(2));
-        day->closes.push_back(closeOf(row));
+        MarketDay& day = dayOf(dayNumber(time));
+        day.stocks.push_back(stockOf(dm));
+        day.gains.push_back(row.castToDouble(2));
+        day.closes.push_back(closeOf(row));
         ++rows_;
     }
     for (auto& [of, it] : days_) {

@@ -25,14 +25,14 @@ struct StockColumns::Day {
 
 StockColumns::StockColumns(Connection& secondHistory, const QString& dm) {
     std::vector<Day> days;
-    RowCursor row(secondHistory,
-                  u"select date(shijian),cast(kp as Double),cast(zg as Double),cast(zd as Double),"
-                  u"cast(sp as Double),chengjiaol,1.0*fuquanyz from "_s +
-                      quotedName(dm) + u" order by rowid"_s);
+    RowCursor row(secondHistory, u"select shijian,kp,zg,zd,sp,chengjiaol,fuquanyz from "_s +
+                                     quotedName(dm) + u" order by rowid"_s);
     while (row.next()) {
-        if (!row.isNull(0)) {
-            days.push_back({dayNumber(row.text(0)), row.number(1), row.number(2), row.number(3),
-                            row.number(4), row.number(5), row.number(6)});
+        const std::string_view day = row.date(0);
+        if (!day.empty()) {
+            days.push_back({dayNumber(day), row.castToDouble(1), row.castToDouble(2),
+                            row.castToDouble(3), row.castToDouble(4), row.number(5),
+                            row.castToDouble(6)});
         }
     }
     if (!std::ranges::is_sorted(days, {}, &Day::day)) {

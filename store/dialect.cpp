@@ -200,9 +200,9 @@ void resultText(sqlite3_context* context, std::string_view text) {
 
 void date(sqlite3_context* context, int, sqlite3_value** arguments) {
     thread_local BuiltInTime builtIn("select date(?1)");
-    const std::string_view text = timeTextOf(arguments[0]);
-    if (isPlainTime(text)) {
-        resultText(context, text.substr(0, dayForm.size()));
+    const std::string_view day = dayOfPlainTime(timeTextOf(arguments[0]));
+    if (!day.empty()) {
+        resultText(context, day);
     } else {
         builtIn.answer(context, arguments[0]);
     }
@@ -275,6 +275,10 @@ void registerMean(sqlite3* handle) {
 }
 
 }  // namespace
+
+std::string_view dayOfPlainTime(std::string_view text) {
+    return isPlainTime(text) ? text.substr(0, dayForm.size()) : std::string_view();
+}
 
 // The product is exact in the wider type, so that nothing but the value itself decides on which
 // side of the half it lies.

@@ -153,9 +153,10 @@ private:
         const int high = hot && !oneIn(6) ? close : close + pick(3);
         const int low = hot && oneIn(3) ? high : std::min(close, former) - pick(10);
         asText_ = oneIn(2);
-        const QString values = time(day) + u',' + price(former) + u',' + price(high) + u',' +
-                               price(low) + u',' + price(close) + u',' +
-                               price(oneIn(200) ? 0 : former) + u',' + volume() + u',' + factor();
+        const QString values = time(day) + u',' + price(former) + u',' +
+                               (hot && oneIn(10) ? u"null"_s : price(high)) + u',' + price(low) +
+                               u',' + price(close) + u',' + price(oneIn(200) ? 0 : former) + u',' +
+                               volume() + u',' + factor();
         first_.execute(u"insert into "_s + dm + u" values("_s + values + u')');
         second_.execute(u"insert into "_s + dm + u" values("_s + values + u')');
         if (stock >= 0) {
