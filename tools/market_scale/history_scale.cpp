@@ -19,6 +19,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QDate firstDay(2017, 4, 7);
+// About a dividend a year.
+constexpr int daysOfFactor = 250;
 
 class History {
 public:
@@ -35,13 +37,11 @@ public:
         pickHotDays();
     }
 
-    QList<DayRow> days() {
-        QList<DayRow> rows;
-        addDays(rows, u"SH000001"_s, std::nullopt);
+    void eachDay(const TakeDay& take) {
+        eachDay(take, u"SH000001"_s, std::nullopt);
         for (int stock = 0; stock < scale_.stocks; ++stock) {
-            addDays(rows, codes_[stock], stock);
+            eachDay(take, codes_[stock], stock);
         }
-        return rows;
     }
 
     QList<ThemeMember> members() const {
@@ -77,7 +77,7 @@ private:
     }
 
     // The rows of a stock, or of the index.
-    void addDays(QList<DayRow>& rows, const QString& dm, std::optional<int> stock) {
+    void eachDay(const TakeDay& take, const QString& dm, std::optional<int> stock) {
         int close = 500 + pick(5000);
         for (int day = 0; day < scale_.days; ++day) {
             const int former = close;
@@ -86,16 +86,16 @@ private:
             close = limit ? static_cast<int>(std::lround(former * 1.1))
                           : former + former * (pick(800) - 400) / 10000;
             const int high = std::max(open, close) + (limit ? 0 : pick(20));
-            rows << DayRow{.dm = dm,
-                           .day = days_[day],
-                           .open = open,
-                           .high = high,
-                           .low = limit && pick(3) == 0 ? high : std::min(open, close) - pick(20),
-                           .close = close,
-                           .formerClose = former,
-                           .volume = 10000.0 + pick(90000000),
-                           .turnover = 1000000.0 + pick(900000000),
-                           .factor = 1 + pick(3) * 0.125};
+            take({.dm = dm,
+                  .day = days_[day],
+                  .open = open,
+                  .high = high,
+                  .low = limit && pick(3) == 0 ? high : std::min(open, close) - pick(20),
+                  .close = close,
+                  .formerClose = former,
+                  .volume = 10000.0 + pick(90000000),
+                  .turnover = 1000000.0 + pick(900000000),
+                  .factor = 1 + day / daysOfFactor * 0.125});
         }
     }
 
@@ -112,8 +112,9 @@ private:
 void makeHistoryScale(const StoreFile& first, const StoreFile& second, const HistoryScale& scale,
                       bool indexed) {
     History history(scale);
-    const QList<DayRow> days = history.days();
-    addToHistory({first.path, second.path}, days, history.members());
+    readIntoHistory(
+        {first.path, second.path}, [&](const TakeDay& take) { history.eachDay(take); },
+        history.members());
     if (!indexed) {
         dropIndexes(first.path);
         dropIndexes(second.path);
