@@ -1,5 +1,5 @@
 // Both history databases in columns, kept from run to run as long as their files stay as they are:
-// ten years of the whole market take about 200 MB for the market and 320 MB for its stocks. For one
+// ten years of the whole market take about 170 MB for the market and 320 MB for its stocks. For one
 // thread at a time.
 #pragma once
 

@@ -323,6 +323,27 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     }
 }
 
+TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
+    addTheme(history, u"题"_s, u'A', 3, 3);
+    for (const auto& [theme, dm] : history.members) {
+        for (const QString& former : tradingDays(10)) {
+            history.stocks[dm].prepend({.day = former});
+        }
+        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
+    }
+    write(history);
+    store_.stores.secondHistory.open().execute(
+        u"update A600001 set chengjiaol=null where date(shijian)='2017-03-06'"_s);
+    endOf(scan_.chooseThemes({}));
+    EXPECT_EQ(
+        seen_.label3,
+        u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：second.db3 A600001 2017-03-06"_s);
+    EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
+              QStringList({u"A600000"_s, u"A600002"_s}));
+}
+
 // Former rows: of a day that is scanned, of one that no history has, and of a theme of the second
 // day that is not chosen any more.
 TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
