@@ -30,7 +30,7 @@ std::span<const std::int32_t> listOf(const std::vector<std::vector<std::int32_t>
 }
 
 size_t bytesOf(const std::vector<std::vector<std::int32_t>>& lists) {
-    size_t sum = lists.capacity() * sizeof(lists[0]);
+    size_t sum = lists.capacity() * sizeof(std::vector<std::int32_t>);
     for (const auto& list : lists) {
         sum += list.capacity() * sizeof(std::int32_t);
     }

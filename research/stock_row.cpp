@@ -59,7 +59,7 @@ void takeBack(const Days& day, size_t count, StockRow& row) {
     for (size_t at = 1; at <= daysOfMeanVolume; ++at) {
         volumes += day.chengjiaol(at);
     }
-    row.chengjl10ri = volumes / daysOfMeanVolume;
+    row.chengjl10ri = volumes / static_cast<double>(daysOfMeanVolume);
 }
 
 // Oldest first.
