@@ -31,6 +31,8 @@ constexpr NamedColour colours[] = {
     {u"hint", 0xFF8A8E96, 0xFF666B74},   // what stands in an empty field
     {u"good", 0xFF52FF52, 0xFF0A6B1E},
     {u"link", 0xFF6FB3F2, 0xFF1F5C99},
+    {u"rise", 0xFFFF5252, 0xFFC4161C},  // of the market: red
+    {u"fall", 0xFF52FF52, 0xFF0A6B1E},
 
     {u"ground", 0xFF1E2024, 0xFFF3F4F6},
     {u"bar", 0xFF26292E, 0xFFE9EBEE},

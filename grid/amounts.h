@@ -5,6 +5,7 @@
 #include <QString>
 #include <optional>
 
+#include "base/short_amounts.h"
 #include "grid/result_grid.h"
 
 namespace guanchao {
@@ -12,13 +13,7 @@ namespace guanchao {
 // True for the headers of volume and turnover: 成交量, 成交额, 成交金额.
 bool isAmount(const QString& header);
 
-// False below 10000, which is painted as it is.
-bool hasShortForm(double number);
-
-// The number in four digits and its unit ("891.2万", "23.41亿"); nothing where it has none.
-std::optional<QString> shortAmount(double number);
-
-// The same of a cell; nothing where its column is none of amounts, or it holds no number.
+// The short form of a cell; nothing where its column is none of amounts, or it holds no number.
 std::optional<QString> shortAmount(const ResultGrid& grid, int row, int col);
 
 // A day without the midnight that stores put behind it; other texts as they are.

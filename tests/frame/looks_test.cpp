@@ -38,6 +38,8 @@ TEST(LooksTest, EveryPairOfWordsAndGroundCanBeRead) {
         {u"headerText"_s, {u"header"_s, u"headerHover"_s}},
         {u"practiceText"_s, {u"practice"_s}},
         {u"tipText"_s, {u"button"_s}},
+        {u"rise"_s, {u"field"_s}},
+        {u"fall"_s, {u"field"_s}},
     };
     for (const Sheet sheet : {Sheet::dark, Sheet::light}) {
         for (const auto& it : pairs) {
