@@ -53,6 +53,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       backupExport_(environment.stores, environment.dialogs, exchangeRun_),
       versionCheck_(environment.globals, environment.services.vendor, environment.client,
                     environment.dialogs, environment.shell) {
+    quoteFeed_.alsoNote(environment.polledDay);
     setUpControls();
     arrangeGrids();
     buildMenus();

@@ -37,6 +37,8 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .askedHistory = askedHistory_,
                    .historyDesk = historyDesk_,
                    .meanVolume = meanVolume_,
+                   .polledDay = polledDay_,
+                   .storedCandles = storedCandles_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {
     shell_.whenNotOpened([this](const QString& target) {

@@ -10,6 +10,7 @@
 #include "frame/application.h"
 #include "frame/open_windows.h"
 #include "market/mean_volume.h"
+#include "market/polled_day.h"
 #include "platform/desktop/desktop_clipboard.h"
 #include "platform/desktop/desktop_colour_scheme.h"
 #include "platform/desktop/desktop_dialogs.h"
@@ -20,6 +21,7 @@
 #include "platform/desktop/desktop_tray.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
+#include "research/history_candles.h"
 #include "research/history_desk.h"
 #include "services/polite_http.h"
 #include "services/service_watch.h"
@@ -69,6 +71,8 @@ private:
     TrayModule tray_{desktopTray_, globals_};
     AskedHistory askedHistory_;
     MeanVolume meanVolume_{watch_, services_.history, clock_};
+    PolledDay polledDay_;
+    HistoryCandles storedCandles_{stores_};
     HistoryDesk historyDesk_{stores_,   clock_,       watch_,
                              services_, application_, folder_ + QStringLiteral("界面.ini")};
 

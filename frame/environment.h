@@ -20,8 +20,10 @@ class AskedHistory;
 class HistoryDesk;
 class MeanVolume;
 class OpenWindows;
+class PolledDay;
 class ServiceWatch;
 class ServicesFile;
+class StoredCandles;
 
 struct Environment {
     Globals& globals;
@@ -41,6 +43,8 @@ struct Environment {
     AskedHistory& askedHistory;
     HistoryDesk& historyDesk;
     MeanVolume& meanVolume;
+    PolledDay& polledDay;
+    const StoredCandles& storedCandles;
     QString applicationFolder;  // made ready before the load; ends in one separator
     QString executableName;     // without its folder
 };

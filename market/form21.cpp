@@ -1,10 +1,12 @@
 #include "market/form21.h"
 
 #include <QApplication>
+#include <QTabBar>
 
 #include "base/values.h"
 #include "frame/sheets.h"
 #include "market/form11.h"
+#include "market/polled_day.h"
 #include "ui_form21.h"
 
 namespace guanchao {
@@ -52,9 +54,16 @@ Form21::Form21(Environment& environment, Windows& windows)
       windows_(windows),
       ui_(std::make_unique<Ui::Form21>()),
       quotes_(environment.globals, environment.clock, environment.client, environment.services,
-              environment.meanVolume, environment.dialogs, environment.failures, environment.shell,
-              *this) {
+              environment.meanVolume, environment.polledDay, environment.dialogs,
+              environment.failures, environment.shell, *this) {
     ui_->setupUi(this);
+    QTabBar* tabs = ui_->chartTabs->tabBar();
+    tabs->setAccessibleName(ui_->chartTabs->accessibleName());
+    setTabOrder(ui_->stopRun, tabs);
+    setTabOrder(tabs, ui_->Picture1);
+    ui_->candles->serve(environment);
+    ui_->dayLine->setHint(
+        u"今天还没有读到这只股票的行情\n\n分时(自绘)由软件自己读到的行情画成：F9、监控和这个窗口每读一次，就多一点"_s);
     asks_ = bookLabels(u"ask"_s);
     bids_ = bookLabels(u"bid"_s);
     setColour(*ui_->Label5, stockColour);
@@ -92,6 +101,11 @@ void Form21::connectControls() {
             [this] { quotes_.openDailyPage(ui_->Text7->text()); });
     connect(ui_->F10资料, &QAction::triggered, this, &Form21::F10资料_Click);
     connect(ui_->刷新, &QAction::triggered, &Timer1_, qOverload<>(&QTimer::start));
+    connect(&environment_.polledDay, &PolledDay::noted, this, [this](const QString& dm) {
+        if (dm == stock_) {
+            showPolledLine();
+        }
+    });
     Timer1_.setParent(this);
     Timer1_.setObjectName(u"Timer1"_s);
     Timer1_.setInterval(500);
@@ -177,6 +191,16 @@ void Form21::Timer2_Timer() {
     } else {
         Timer2_.start();
     }
+}
+
+void Form21::beginStock(const QString& dm) {
+    stock_ = dm;
+    ui_->candles->showStock(dm);
+    showPolledLine();
+}
+
+void Form21::showPolledLine() {
+    ui_->dayLine->showLine(environment_.polledDay.of(stock_));
 }
 
 void Form21::showFundamentals(const FundamentalTexts& texts) {
@@ -359,9 +383,10 @@ void Form21::showState() {
 }
 
 void Form21::reject() {
-    if (loading_.isEmpty()) {
+    if (loading_.isEmpty() && !ui_->candles->isReading()) {
         QDialog::reject();
     } else {
+        ui_->candles->stop();
         quotes_.stop();
     }
 }

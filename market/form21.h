@@ -5,6 +5,7 @@
 // load.
 #pragma once
 
+#include <QCloseEvent>
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
@@ -16,6 +17,7 @@
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
+#include "market/candle_panel.h"
 #include "market/live_quotes.h"
 
 namespace Ui {
@@ -37,6 +39,8 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // Every other way closes it at once.
+    void closeEvent(QCloseEvent* event) override { event->accept(); }
 
 private:
     struct BookLabels {
@@ -49,6 +53,7 @@ private:
     void connectControls();
     void showBook(const Book& book, const std::array<BookLevel, bookLevels>& levels);
 
+    void beginStock(const QString& dm) override;
     void showFundamentals(const FundamentalTexts& texts) override;
     void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) override;
     void clearStock() override;
@@ -62,6 +67,7 @@ private:
     void setLoading(QuotePart part, bool loading) override;
     void setPolling(bool on, const QString& lack) override;
     void showState();
+    void showPolledLine();
     QString shownName() const;
     void clearFigures();
 
@@ -80,6 +86,7 @@ private:
     Book asks_;
     Book bids_;
     PickerBox* picker_ = nullptr;
+    QString stock_;   // whose charts are drawn
     QMenu kuaimenu_;  // 快捷菜单: on the chart of the day
     QTimer Timer1_;   // once after the load and after 刷新
     QTimer Timer2_;   // from the end of a poll to the next

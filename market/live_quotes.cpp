@@ -77,14 +77,15 @@ bool isHandedOver(const QString& dm) {
 }  // namespace
 
 LiveQuotes::LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http,
-                       const Services& services, MeanVolume& meanVolume, Dialogs& dialogs,
-                       Failures& failures, Shell& shell, QuoteScreen& screen)
+                       const Services& services, MeanVolume& meanVolume, PolledDay& polledDay,
+                       Dialogs& dialogs, Failures& failures, Shell& shell, QuoteScreen& screen)
     : globals_(globals),
       clock_(clock),
       http_(http),
       services_(services),
       source_(http, clock, services),
       meanVolume_(meanVolume),
+      polledDay_(polledDay),
       failures_(failures),
       shell_(shell),
       screen_(screen),
@@ -239,6 +240,7 @@ bool LiveQuotes::readStock(const QString& typed) {
     shownDm_ = dm;
     dm_ = dm;
     stockFields_.reset();
+    screen_.beginStock(dm);
     IniFile(iniPath(globals_)).setValue(section, key, dm);
     read(QuotePart::stock, stockRuns_,
          {{quoteWords, [this](std::stop_token stop) { return takeQuote(stop); }},
@@ -258,6 +260,7 @@ void LiveQuotes::refuseStock() {
     shownDm_.clear();
     dm_.clear();
     screen_.clearStock();
+    screen_.beginStock({});
 }
 
 void LiveQuotes::readHomeIndex(int index) {
@@ -353,6 +356,7 @@ QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {
     }
     const QString code = dm_.toLower();
     const QuoteRow fields = co_await fetchQuote(code, stop);
+    polledDay_.note(dm_, fields);
     showStock(fields);
 }
 

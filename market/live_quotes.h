@@ -16,6 +16,7 @@
 #include "base/runs.h"
 #include "market/index_panels.h"
 #include "market/mean_volume.h"
+#include "market/polled_day.h"
 #include "market/readings.h"
 #include "market/stock_quote.h"
 #include "platform/clock.h"
@@ -36,6 +37,8 @@ class QuoteScreen {
 public:
     virtual ~QuoteScreen() = default;
 
+    // All that is read from now on is of this stock, in upper case; of none if it is empty.
+    virtual void beginStock(const QString& dm) = 0;
     virtual void showFundamentals(const FundamentalTexts& texts) = 0;
     // Nothing where the chart can't be had.
     virtual void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) = 0;
@@ -59,8 +62,8 @@ public:
 class LiveQuotes {
 public:
     LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http, const Services& services,
-               MeanVolume& meanVolume, Dialogs& dialogs, Failures& failures, Shell& shell,
-               QuoteScreen& screen);
+               MeanVolume& meanVolume, PolledDay& polledDay, Dialogs& dialogs, Failures& failures,
+               Shell& shell, QuoteScreen& screen);
 
     // Makes the folders and takes over the current stock; without one, the code last queried.
     struct Opening {
@@ -132,6 +135,7 @@ private:
     const Services& services_;
     QuoteSource source_;
     MeanVolume& meanVolume_;
+    PolledDay& polledDay_;
     Failures& failures_;
     Shell& shell_;
     QuoteScreen& screen_;

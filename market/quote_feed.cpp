@@ -96,6 +96,14 @@ MissedQuotes QuoteFeed::writeReply(const CodeBatch& batch, const QuotesReply& re
     return writeRows(batch, quoteRows(reply.lines), tojiankong);
 }
 
+void QuoteFeed::notePrices(const QList<QuoteRow>& rows) {
+    if (polledDay_) {
+        for (const QuoteRow& row : rows) {
+            polledDay_->note(row);
+        }
+    }
+}
+
 MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows,
                                   qint16 tojiankong) {
     const QScopedValueRollback busy(globals_.hqmang, qint16(1));
@@ -119,6 +127,7 @@ MissedQuotes QuoteFeed::writeRows(const CodeBatch& batch, const QList<QuoteRow>&
         }
     }
     transaction.commit();
+    notePrices(rows);
     return {static_cast<int>(missing.size()), {}, refusals, unknown};
 }
 

@@ -11,6 +11,7 @@
 
 #include "base/activity.h"
 #include "base/globals.h"
+#include "market/polled_day.h"
 #include "platform/clock.h"
 #include "platform/http_client.h"
 #include "services/quote_reply.h"
@@ -47,6 +48,9 @@ class QuoteFeed {
 public:
     QuoteFeed(const Stores& stores, Globals& globals, const Clock& clock, QuoteSource source);
 
+    // From now on the prices of each reply are noted there too.
+    void alsoNote(PolledDay& day) { polledDay_ = &day; }
+
     // 更新行情: asks for the batches, some at a time, so that silent ones cost no time each, and
     // writes the quotes of each reply in one transaction and in order: into dmb if tojiankong is
     // below 1, else into jiankonghq, with patience for a store that another holds. `note` hears of
@@ -60,12 +64,14 @@ private:
     QCoro::Task<MissedQuotes> write(CodeBatch batch, QuotesReply reply, qint16 tojiankong,
                                     std::stop_token stop);
     MissedQuotes writeReply(const CodeBatch& batch, const QuotesReply& reply, qint16 tojiankong);
+    void notePrices(const QList<QuoteRow>& rows);
     MissedQuotes writeRows(const CodeBatch& batch, const QList<QuoteRow>& rows, qint16 tojiankong);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
     QuoteSource source_;
+    PolledDay* polledDay_ = nullptr;
 };
 
 }  // namespace guanchao

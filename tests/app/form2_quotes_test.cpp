@@ -32,6 +32,7 @@ TEST_F(Form2Test, AQuoteRunShowsItsProgressAndEndsWithTheRefresh) {
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(progress->isVisible());
+    EXPECT_EQ(polledDay_.of(u"SH600519"_s).points, (QList<DayPoint>{{10 * 60, 15, 1, 1}}));
     services_.quote.clear();
     dialogs_.shown.clear();
     QTest::mouseClick(button, Qt::LeftButton);

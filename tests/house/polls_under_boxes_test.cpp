@@ -99,7 +99,8 @@ TEST_F(PollsUnderBoxesTest, AReplyThatBreaksOff) {
     expectPollsAndAlarmsUnderTheBoxOf(
         [this] {
             http_.answer = [](const QString& path) {
-                return quoteReply(path, {{u"sh600000"_s, 10}}).replace(",1,1\"", "\"");
+                return quoteReply(path, {{u"sh600000"_s, 10}})
+                    .replace(",2026-11-24,10:00:00\"", "\"");
             };
         },
         [&] { http_.answer = whole; });

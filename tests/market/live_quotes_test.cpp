@@ -14,6 +14,7 @@ namespace guanchao {
 // Notes what is shown, in order.
 class RecordingScreen : public QuoteScreen {
 public:
+    void beginStock(const QString& dm) override { stock = dm; }
     void showFundamentals(const FundamentalTexts& texts) override { shown << texts.mgsy; }
     void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) override {
         shown << u"chart%1"_s.arg(static_cast<int>(chart)) + (picture ? u""_s : u" missing"_s);
@@ -44,6 +45,7 @@ public:
         lack = words;
     }
 
+    QString stock;
     QStringList shown;
     QSet<QuotePart> loading;
     bool polling = false;
@@ -104,10 +106,11 @@ protected:
     FakeShell shell_;
     RecordingScreen screen_;
     MeanVolume meanVolume_{http_, services_.history, clock_};
+    PolledDay polledDay_;
     QHash<QString, std::optional<QByteArray>> replies_;
     QByteArray history_ = history("6000000");
-    LiveQuotes quotes_{globals_, clock_,    http_,  services_, meanVolume_,
-                       dialogs_, failures_, shell_, screen_};
+    LiveQuotes quotes_{globals_,   clock_,   http_,     services_, meanVolume_,
+                       polledDay_, dialogs_, failures_, shell_,    screen_};
 };
 
 const QString connectionMessage = u"观潮台|请检查网络连接，行情服务器连接不上!"_s;
@@ -155,8 +158,8 @@ TEST_F(LiveQuotesTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4) << "the mean is fetched once a day";
     EXPECT_FALSE(screen_.shown.contains(u"clear"_s)) << "the same stock keeps its figures";
-    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, dialogs_, failures_, shell_,
-                       screen_);
+    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, polledDay_, dialogs_,
+                       failures_, shell_, screen_);
     another.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4 + 4) << "by one window for all";
     clock_.moment = clock_.moment.addDays(1);

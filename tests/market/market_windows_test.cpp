@@ -9,6 +9,7 @@
 
 #include "app/form2.h"
 #include "formats/gbk.h"
+#include "frame/day_line_chart.h"
 #include "market/chart_box.h"
 #include "market/form11.h"
 #include "market/form21.h"
@@ -118,6 +119,8 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     for (const QString& name : {u"stockLow"_s, u"limitDown"_s, u"worldChange"_s, u"worldGain"_s}) {
         EXPECT_EQ(colour(name), QColor::fromRgb(fallColour)) << name.toStdString();
     }
+    EXPECT_EQ(find<DayLineChart>(u"dayLine"_s)->accessibleDescription().section(u' ', 0, 3),
+              u"2026-11-24 10:30 价 10.50"_s);
     const auto paint = [this](const QString& box, double height) {
         const QImage image = find<ChartBox>(box)->grab().toImage();
         return image.pixelColor(image.width() / 2, static_cast<int>(image.height() * height));

@@ -17,7 +17,8 @@ inline QByteArray quoteReply(const QString& path, const QHash<QString, double>& 
         const QString values = price == prices.constEnd()
                                    ? QString()
                                    : QStringLiteral("x,10,10,") + QString::number(*price, 'f', 3) +
-                                         QStringLiteral(",1").repeated(28);
+                                         QStringLiteral(",1").repeated(26) +
+                                         QStringLiteral(",2026-11-24,10:00:00");
         text += QStringLiteral("var hq_str_%1=\"%2\";\n").arg(code, values);
     }
     return gbkFromText(text);

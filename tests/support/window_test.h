@@ -10,7 +10,9 @@
 #include "frame/open_windows.h"
 #include "frame/windows.h"
 #include "market/mean_volume.h"
+#include "market/polled_day.h"
 #include "research/asked_history.h"
+#include "research/history_candles.h"
 #include "research/history_desk.h"
 #include "services/services_file.h"
 #include "tests/support/store_test.h"
@@ -97,6 +99,8 @@ protected:
     HistoryDesk historyDesk_{stores_,   clock_,    watch_,
                              services_, failures_, store_.folder() + u"界面.ini"_s};
     MeanVolume meanVolume_{watch_, services_.history, clock_};
+    PolledDay polledDay_;
+    HistoryCandles storedCandles_{stores_};
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .removals = removals_,
@@ -114,6 +118,8 @@ protected:
                              .askedHistory = askedHistory_,
                              .historyDesk = historyDesk_,
                              .meanVolume = meanVolume_,
+                             .polledDay = polledDay_,
+                             .storedCandles = storedCandles_,
                              .applicationFolder = store_.folder(),
                              .executableName = u"guanchaotai"_s};
     Desktop desktop_{tray_,

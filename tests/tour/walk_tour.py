@@ -212,11 +212,12 @@ class WalkTour(Journey):
         return None
 
     def missed(self, window, reached):
-        """Tab leaves a control that is alone where it is. Of the buttons of a group the chosen one is
-        enough; arrows lead to the others."""
-        groups = [it.get_parent() for it in reached if role_of(it) == "radio button"]
+        """Tab leaves a control that is alone where it is. Of the buttons of a group and of tabs the chosen
+        one is enough; arrows lead to the others."""
+        grouped = ("radio button", "page tab")
+        groups = [it.get_parent() for it in reached if role_of(it) in grouped]
         return [it for it in shown_parts(window) if takes_keys(it) and it not in reached
-                and not has_focus(it) and not (role_of(it) == "radio button" and it.get_parent() in groups)]
+                and not has_focus(it) and not (role_of(it) in grouped and it.get_parent() in groups)]
 
     def press_button(self, window, name):
         self.keyboard.focus(window, "button", name)

@@ -1,0 +1,97 @@
+#include "market/candle_source.h"
+
+#include "base/activity.h"
+#include "base/values.h"
+#include "services/day_bars.h"
+#include "services/factors.h"
+#include "services/service_names.h"
+#include "services/stock_code.h"
+#include "services/trading_day.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int years = 10;
+
+// No holidays are known: behind one the services are asked for days that there are not.
+QDate lastWeekdayOver(const QDateTime& now) {
+    QDate day = lastDayOver(now);
+    while (day.dayOfWeek() > Qt::Friday) {
+        day = day.addDays(-1);
+    }
+    return day;
+}
+
+// A day without prices, on which the stock was not traded, is none of a chart.
+QList<Candle> candles(const QList<DayBar>& bars, const FactorList& factors) {
+    QList<Candle> days;
+    for (const DayBar& bar : bars) {
+        if (bar.low > 0 && bar.close > 0) {
+            days << Candle{bar.day,   bar.open,   bar.high,     bar.low,
+                           bar.close, bar.volume, bar.turnover, factors.on(bar.day)};
+        }
+    }
+    return days;
+}
+
+}  // namespace
+
+QCoro::Task<CandleReply> CandleSource::fetch(QString dm, std::stop_token stop) const {
+    CandleReply stored = co_await fromStore(dm, stop);
+    const bool isWhole =
+        !stored.days.isEmpty() && stored.days.last().day >= lastWeekdayOver(clock_.now());
+    if (isWhole) {
+        co_return stored;
+    }
+    CandleReply fetched = co_await fromServices(dm, stop);
+    if (!fetched.days.isEmpty() || stored.days.isEmpty()) {
+        co_return fetched;
+    }
+    stored.lack = u"只到 %1：%2"_s.arg(dateText(stored.days.last().day), fetched.lack);
+    co_return stored;
+}
+
+// One that can't be read is as good as none: the services know the days too.
+QCoro::Task<CandleReply> CandleSource::fromStore(QString dm, std::stop_token stop) const {
+    CandleReply reply;
+    reply.from = u"本机的历史行情"_s;
+    try {
+        reply.days = co_await stored_.of(dm, stop);
+    } catch (const OperationError&) {
+        reply.days.clear();
+    }
+    co_return reply;
+}
+
+QCoro::Task<CandleReply> CandleSource::fromServices(QString dm, std::stop_token stop) const {
+    const QDate today = clock_.now().date();
+    const DayBars bars(http_, clock_, services_.history);
+    const BarsReply told = co_await bars.fetch(dm, today.addYears(-years), today, stop);
+    CandleReply reply;
+    if (!told.days) {
+        const QStringList words = {told.lacks.join(u'；'),
+                                   adviceOn(told.lacks, u"过一会儿再按“重读”"_s)};
+        reply.lack = words.join(u'\n').trimmed();
+        co_return reply;
+    }
+    FactorList factors;
+    if (told.kind == pricesWithFactors && isStockCode(dm)) {
+        const Factors service(http_, services_.factors);
+        const std::optional<FactorList> found = co_await service.fetch(dm, stop);
+        factors = found.value_or(FactorList());
+        reply.lack = found ? QString() : u"复权因子没有取到，各日都没有复权"_s;
+    } else if (isStockCode(dm)) {
+        reply.lack = u"这个来源没有复权因子，各日都没有复权"_s;
+    }
+    reply.days = candles(*told.days, factors);
+    reply.from = u"历史行情服务 "_s + kindName(told.kind);
+    if (reply.days.isEmpty()) {
+        reply.lack = u"历史行情服务没有这只股票的日线"_s;
+    }
+    co_return reply;
+}
+
+}  // namespace guanchao
