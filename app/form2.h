@@ -66,6 +66,7 @@ private:
     void buildMenus();
     void connectMenus();
     void connectWindows();
+    void offerCharts(const QWidget& window);
     void connectCommands();
     void connectThemeCommands();
     void connectArticles();

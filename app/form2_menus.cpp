@@ -18,6 +18,7 @@
 #include "heat/form31.h"
 #include "market/form11.h"
 #include "market/form21.h"
+#include "market/form36.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -89,6 +90,7 @@ void Form2::connectWindows() {
     opens<Form12>(ui_->题材历史分析);
     opens<Form21>(ui_->分时数据);
     opens<Form21>(ui_->当前行情);
+    opens<Form36>(ui_->K线图);
     opens<Form11>(ui_->F10资料);
     opens<Form4>(ui_->监控管理);
     opens<Form27>(ui_->文章管理器);
@@ -105,10 +107,22 @@ void Form2::connectWindows() {
         follows<Form3>(window);
         follows<Form33>(window);
         follows<Form35>(window);
+        offerCharts(*window);
     });
+    offerCharts(*this);
     auto* serviceLine = new ServiceLine(*ui_->practiceBand, *ui_->serviceLine, environment_,
                                         [this] { windows_.raiseOrOpen<Form34>(); });
     serviceLine->setParent(this);
+}
+
+// From every row with a stock, in every window.
+void Form2::offerCharts(const QWidget& window) {
+    for (GridView* grid : window.findChildren<GridView*>()) {
+        grid->offerCharts([this](const QStringList& codes, qsizetype chosen) {
+            windows_.raiseOrOpen<Form36>();
+            environment_.openWindows.find<Form36>()->walkThrough(codes, chosen);
+        });
+    }
 }
 
 template <typename Form>

@@ -193,6 +193,9 @@ class Pictures:
     def form21(self):
         self.stock_window("当前行情", lambda window: self.until_says(window, "交易时段内每4秒更新"))
 
+    def form36(self):
+        self.stock_window("K线图", lambda window: self.until_says(window, "共 "))
+
     def form11(self):
         self.stock_window("F10资料")
 

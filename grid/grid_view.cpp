@@ -10,10 +10,12 @@
 #include <QPainter>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <algorithm>
 #include <utility>
 
 #include "base/values.h"
 #include "grid/cell_delegate.h"
+#include "grid/stock_rows.h"
 #include "grid/table_text.h"
 #include "grid/twips.h"
 
@@ -69,6 +71,9 @@ void GridView::addCommands() {
             [this] { find(SearchWay::forward); });
     connect(add(u"选择列…"_s, {}), &QAction::triggered, this,
             [this] { openColumnMenu(viewport()->mapToGlobal(viewport()->rect().topLeft())); });
+    chart_ = add(u"K线图"_s, {Qt::Key_F6});
+    chart_->setVisible(false);
+    connect(chart_, &QAction::triggered, this, &GridView::openChart);
     auto* previous = new QAction(this);
     previous->setShortcut(Qt::SHIFT | Qt::Key_F3);
     previous->setShortcutContext(Qt::WidgetShortcut);
@@ -109,6 +114,28 @@ void GridView::setGrid(ResultGrid& grid) {
 void GridView::allowExport(Dialogs& dialogs, Failures& failures) {
     export_.emplace(dialogs, failures);
     exports_->setVisible(true);
+}
+
+void GridView::offerCharts(OpenChart open) {
+    openChart_ = std::move(open);
+    showCommands();
+}
+
+// The rows of a grid are of one kind.
+void GridView::showCommands() {
+    chart_->setVisible(openChart_ && grid_ && !stocksOf(*grid_).isEmpty());
+}
+
+void GridView::openChart() {
+    const QList<StockOfRow> stocks = stocksOf(*grid_);
+    const auto chosen = std::ranges::find(stocks, grid_->markedRow(), &StockOfRow::row);
+    if (chosen != stocks.end()) {
+        QStringList codes;
+        for (const StockOfRow& it : stocks) {
+            codes << it.dm;
+        }
+        openChart_(codes, chosen - stocks.begin());
+    }
 }
 
 void GridView::setRowMenu(QMenu& menu, MenuArea area) {
@@ -156,6 +183,7 @@ void GridView::showFill() {
     showColumns();
     tellHint();
     showMark();
+    showCommands();
 }
 
 // Keys go on in a column that is shown.

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QTableView>
 #include <QTimer>
+#include <functional>
 #include <optional>
 
 #include "frame/kept_control.h"
@@ -39,6 +40,11 @@ public:
 
     // 导出表格: without this the view has no such command.
     void allowExport(Dialogs& dialogs, Failures& failures);
+
+    // K线图: without this, and on rows that hold no stock, the view has no such command. Told of
+    // the stocks of all rows in their order, and which of them is the chosen one.
+    using OpenChart = std::function<void(const QStringList& codes, qsizetype chosen)>;
+    void offerCharts(OpenChart open);
 
     // The menu that the right button or the menu key opens on a row, after the row was chosen. The
     // view's own commands are put at its end; they are the menu of a view that is given none.
@@ -101,6 +107,8 @@ private:
     void showColumns();
     void copyRows();
     void exportRows();
+    void openChart();
+    void showCommands();
     void find(SearchWay way);
     void goTo(CellPlace place);
     void showFill();
@@ -112,6 +120,7 @@ private:
     QMenu ownMenu_;
     QPointer<QMenu> menu_ = &ownMenu_;
     QAction* exports_ = nullptr;
+    QAction* chart_ = nullptr;
     ColumnChoice columns_;
     FindLine* findLine_;
     MenuArea menuArea_ = MenuArea::rows;
@@ -122,6 +131,7 @@ private:
     By chosenBy_ = By::keys;
     QTimer keysRest_;  // up when no further key waits
     std::optional<GridExport> export_;
+    OpenChart openChart_;
 };
 
 }  // namespace guanchao

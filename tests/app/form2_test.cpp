@@ -262,6 +262,7 @@ TEST_F(Form2Test, EveryEntryOpensItsWindowOnWhatWasPressed) {
         {u"题材历史分析"_s, u"题材选股"_s},
         {u"分时数据"_s, u"分时行情"_s},
         {u"当前行情"_s, u"分时行情"_s},
+        {u"K线图"_s, u"K线图——浦发银行"_s},
         {u"F10资料"_s, u"浦发银行(SH600000)-----F10资料"_s},
         {u"监控管理"_s, u"监控管理(监控未启动)"_s},
         {u"添加主题监控"_s, u"添加主题监控"_s},

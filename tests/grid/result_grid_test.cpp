@@ -7,6 +7,7 @@
 #include "grid/amounts.h"
 #include "grid/cell_search.h"
 #include "grid/sorting.h"
+#include "grid/stock_rows.h"
 #include "grid/table_text.h"
 #include "grid/tianchongbiao.h"
 #include "tests/support/store_test.h"
@@ -184,6 +185,39 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
     Recordset none(connection, u"select dm as 代码 from dmb"_s);
     tianchongbiao(none, grid, 1);
     EXPECT_EQ(rowTexts(grid), QStringList{u"序号|代码"_s});
+}
+
+TEST(StockRowsTest, TheFirstColumnWithACodeTellsTheStockOfEachRow) {
+    const struct {
+        QString text, dm;
+    } codes[] = {{u"SH600000"_s, u"SH600000"_s},
+                 {u"sz300750"_s, u"SZ300750"_s},
+                 {u"SH600519贵州茅台"_s, u"SH600519"_s},
+                 {u"SH000300"_s, u"SH000300"_s},
+                 {u"BJ920799"_s, u"BJ920799"_s},
+                 {u"SH6000001"_s, {}},
+                 {u"SH60000A"_s, {}},
+                 {u"600000"_s, {}},
+                 {u"SZ200011"_s, {}},
+                 {u"银行"_s, {}}};
+    for (const auto& it : codes) {
+        EXPECT_EQ(codeIn(it.text), it.dm) << it.text.toStdString();
+    }
+    ResultGrid grid;
+    EXPECT_TRUE(stocksOf(grid).isEmpty());
+    grid.setCols(4);
+    grid.setRows(4);
+    for (const int row : {1, 3}) {
+        grid.setTextMatrix(row, 1, u"银行"_s);
+        grid.setTextMatrix(row, 2, u"SH60000%1"_s.arg(row));
+        grid.setTextMatrix(row, 3, u"SH601398"_s);
+    }
+    QStringList told;
+    for (const StockOfRow& it : stocksOf(grid)) {
+        told << QString::number(it.row) + it.dm;
+    }
+    EXPECT_EQ(told, QStringList({u"1SH600001"_s, u"3SH600003"_s}))
+        << "a row without a code has none";
 }
 
 }  // namespace guanchao
