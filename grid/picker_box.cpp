@@ -127,6 +127,9 @@ bool PickerBox::leaves(const QObject* watched, const QEvent& event) const {
     if (event.type() == QEvent::MouseButtonPress) {
         return widget && widget != &box_ && widget != list_ && !list_->isAncestorOf(widget);
     }
+    if (event.type() == QEvent::WindowDeactivate) {
+        return widget == list_->window();
+    }
     const bool goes = event.type() == QEvent::FocusOut && widget == &box_;
     const Qt::FocusReason reason =
         goes ? static_cast<const QFocusEvent&>(event).reason() : Qt::OtherFocusReason;

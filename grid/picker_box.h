@@ -1,5 +1,5 @@
 // A text box in which a stock is typed, with the list of candidates that opens under it. A press
-// beside both closes the list, and so does Tab.
+// beside both closes the list, and so do Tab and another window.
 #pragma once
 
 #include <QLineEdit>

@@ -27,7 +27,6 @@ Form36::Form36(Environment& environment, Windows&)
     ui_->candles->serve(environment);
     picker_ = new PickerBox(*ui_->Text7, *ui_->List1, environment.stores.main, this);
     picker_->showAtMost(mostCandidates);
-    picker_->hideOnPressOf({this});
     connectControls();
     environment.globals.dangqianjc.clear();
     walkThrough({std::exchange(environment.globals.dangqiandm, {})}, 0);
