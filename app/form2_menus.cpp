@@ -118,9 +118,9 @@ void Form2::connectWindows() {
 // From every row with a stock, in every window.
 void Form2::offerCharts(const QWidget& window) {
     for (GridView* grid : window.findChildren<GridView*>()) {
-        grid->offerCharts([this](const QStringList& codes, qsizetype chosen) {
+        grid->offerCharts([this](const QList<StockOfRow>& stocks, qsizetype chosen) {
             windows_.raiseOrOpen<Form36>();
-            environment_.openWindows.find<Form36>()->walkThrough(codes, chosen);
+            environment_.openWindows.find<Form36>()->walkThrough(stocks, chosen);
         });
     }
 }

@@ -123,18 +123,14 @@ void GridView::offerCharts(OpenChart open) {
 
 // The rows of a grid are of one kind.
 void GridView::showCommands() {
-    chart_->setVisible(openChart_ && grid_ && !stocksOf(*grid_).isEmpty());
+    chart_->setVisible(openChart_ && grid_ && tellsStocks(*grid_));
 }
 
 void GridView::openChart() {
     const QList<StockOfRow> stocks = stocksOf(*grid_);
     const auto chosen = std::ranges::find(stocks, grid_->markedRow(), &StockOfRow::row);
     if (chosen != stocks.end()) {
-        QStringList codes;
-        for (const StockOfRow& it : stocks) {
-            codes << it.dm;
-        }
-        openChart_(codes, chosen - stocks.begin());
+        openChart_(stocks, chosen - stocks.begin());
     }
 }
 

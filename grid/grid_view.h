@@ -18,6 +18,7 @@
 #include "grid/grid_export.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
+#include "grid/stock_rows.h"
 
 namespace guanchao {
 
@@ -43,7 +44,7 @@ public:
 
     // K线图: without this, and on rows that hold no stock, the view has no such command. Told of
     // the stocks of all rows in their order, and which of them is the chosen one.
-    using OpenChart = std::function<void(const QStringList& codes, qsizetype chosen)>;
+    using OpenChart = std::function<void(const QList<StockOfRow>& stocks, qsizetype chosen)>;
     void offerCharts(OpenChart open);
 
     // The menu that the right button or the menu key opens on a row, after the row was chosen. The

@@ -4,6 +4,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // 0, the column of the row numbers, where there is none.
@@ -16,6 +18,21 @@ int codeColumn(const ResultGrid& grid) {
     return 0;
 }
 
+// 0 where there is none.
+int columnOf(const ResultGrid& grid, const QString& header) {
+    int col = grid.cols() - 1;
+    while (col > 0 && grid.textMatrix(0, col) != header) {
+        --col;
+    }
+    return col;
+}
+
+QDate dayIn(const ResultGrid& grid, int row, int col) {
+    constexpr qsizetype dayLength = 10;
+    return col > 0 ? QDate::fromString(grid.textMatrix(row, col).left(dayLength), Qt::ISODate)
+                   : QDate();
+}
+
 }  // namespace
 
 // An index has days as a stock has.
@@ -26,13 +43,18 @@ QString codeIn(const QString& text) {
     return isCode && isWholeCode(dm) && !goesOn ? dm : QString();
 }
 
+bool tellsStocks(const ResultGrid& grid) {
+    return codeColumn(grid) > 0;
+}
+
 QList<StockOfRow> stocksOf(const ResultGrid& grid) {
     QList<StockOfRow> stocks;
     const int col = codeColumn(grid);
+    const int dayCol = columnOf(grid, u"日期"_s);
     for (int row = 1; col > 0 && row < grid.rows(); ++row) {
         const QString dm = codeIn(grid.textMatrix(row, col));
         if (!dm.isEmpty()) {
-            stocks << StockOfRow{row, dm};
+            stocks << StockOfRow{row, dm, dayIn(grid, row, dayCol)};
         }
     }
     return stocks;

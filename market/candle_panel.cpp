@@ -82,7 +82,8 @@ void CandlePanel::serve(Environment& environment) {
     runs_ = std::make_unique<Runs>(environment.failures);
 }
 
-void CandlePanel::showStock(const QString& dm) {
+void CandlePanel::showStock(const QString& dm, QDate around) {
+    around_ = around;
     stop();
     if (dm != dm_) {
         chart_->showBars({});
@@ -117,7 +118,7 @@ void CandlePanel::startOrStop() {
     if (isReading()) {
         stop();
     } else {
-        showStock(QString(dm_));
+        showStock(QString(dm_), around_);
     }
 }
 
@@ -143,6 +144,9 @@ void CandlePanel::showReading(bool reading) {
 void CandlePanel::showReply(const CandleReply& reply) {
     chart_->showBars(reply.days);
     showRange();
+    if (around_.isValid()) {
+        chart_->showDay(around_);
+    }
     if (reply.days.isEmpty()) {
         showState({});
         chart_->setHint(u"没有日线可画\n\n"_s + reply.lack);

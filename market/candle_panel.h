@@ -25,8 +25,9 @@ public:
     // Before its first stock.
     void serve(Environment& environment);
 
-    // With its exchange, in upper case; the same again reads anew. Empty: no stock.
-    void showStock(const QString& dm);
+    // With its exchange, in upper case; the same again reads anew. Empty: no stock. The chart
+    // stands around the day, if there is one, and else at its end.
+    void showStock(const QString& dm, QDate around = {});
 
     CandleChart& chart() { return *chart_; }
     bool isReading() const { return runs_ && runs_->running(); }
@@ -57,6 +58,7 @@ private:
     QLabel* state_;
     Environment* environment_ = nullptr;
     QString dm_;
+    QDate around_;
     bool toRead_ = false;  // once the panel is on the screen
     std::unique_ptr<Runs> runs_;
 };

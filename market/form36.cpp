@@ -29,7 +29,7 @@ Form36::Form36(Environment& environment, Windows&)
     picker_->showAtMost(mostCandidates);
     connectControls();
     environment.globals.dangqianjc.clear();
-    walkThrough({std::exchange(environment.globals.dangqiandm, {})}, 0);
+    walkThrough({StockOfRow{0, std::exchange(environment.globals.dangqiandm, {})}}, 0);
 }
 
 Form36::~Form36() = default;
@@ -43,33 +43,34 @@ void Form36::connectControls() {
 
 void Form36::Command1_Click() {
     picker_->takeFirst();
-    walkThrough({trimBlanks(ui_->Text7->text()).toUpper()}, 0);
+    walkThrough({StockOfRow{0, trimBlanks(ui_->Text7->text()).toUpper()}}, 0);
 }
 
-void Form36::walkThrough(const QStringList& codes, qsizetype chosen) {
-    codes_ = codes;
+void Form36::walkThrough(const QList<StockOfRow>& stocks, qsizetype chosen) {
+    stocks_ = stocks;
     at_ = chosen;
     step(0);
     ui_->candles->chart().setFocus();
 }
 
 void Form36::step(qsizetype by) {
-    at_ = std::clamp<qsizetype>(at_ + by, 0, codes_.size() - 1);
-    showStock(codes_[at_]);
+    at_ = std::clamp<qsizetype>(at_ + by, 0, stocks_.size() - 1);
+    showStock(stocks_[at_]);
     ui_->previous->setEnabled(at_ > 0);
-    ui_->next->setEnabled(at_ + 1 < codes_.size());
-    ui_->place->setText(codes_.size() > 1 ? u"%1 / %2"_s.arg(at_ + 1).arg(codes_.size())
-                                          : QString());
+    ui_->next->setEnabled(at_ + 1 < stocks_.size());
+    ui_->place->setText(stocks_.size() > 1 ? u"%1 / %2"_s.arg(at_ + 1).arg(stocks_.size())
+                                           : QString());
 }
 
-void Form36::showStock(const QString& dm) {
+void Form36::showStock(const StockOfRow& stock) {
+    const QString dm = stock.dm;
     picker_->putText(dm);
     setWindowTitle(u"K线图"_s);
     ui_->name->clear();
     runs_.stop();
     if (isWholeCode(dm)) {
         runs_.start([this, dm](std::stop_token stop) { return showName(dm, stop); });
-        ui_->candles->showStock(dm);
+        ui_->candles->showStock(dm, stock.day);
     } else {
         ui_->candles->showStock({});
     }

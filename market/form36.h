@@ -11,6 +11,7 @@
 #include "frame/environment.h"
 #include "frame/windows.h"
 #include "grid/picker_box.h"
+#include "grid/stock_rows.h"
 
 namespace Ui {
 class Form36;
@@ -25,8 +26,9 @@ public:
     Form36(Environment& environment, Windows& windows);
     ~Form36() override;
 
-    // Shows the chosen one of these codes; PageUp and PageDown lead to those beside it.
-    void walkThrough(const QStringList& codes, qsizetype chosen);
+    // Shows the chosen one of these stocks, around the day of its row; PageUp and PageDown lead to
+    // those beside it.
+    void walkThrough(const QList<StockOfRow>& stocks, qsizetype chosen);
 
 public slots:
     // Esc ends a reading before it closes the window.
@@ -40,13 +42,13 @@ private:
     void connectControls();
     void Command1_Click();
     void step(qsizetype by);
-    void showStock(const QString& dm);
+    void showStock(const StockOfRow& stock);
     QCoro::Task<> showName(QString dm, std::stop_token stop);
 
     Environment& environment_;
     std::unique_ptr<Ui::Form36> ui_;
     PickerBox* picker_ = nullptr;
-    QStringList codes_;
+    QList<StockOfRow> stocks_;
     qsizetype at_ = 0;
     Runs runs_;
 };

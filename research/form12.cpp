@@ -21,6 +21,8 @@ QString textOf(const QPlainTextEdit& box) {
     return box.toPlainText().replace(u'\n', u"\r\n"_s);
 }
 
+const QString readsOn = u"已列出前面的行，正在读其余的…"_s;
+
 }  // namespace
 
 Form12::Form12(Environment& environment, Windows&)
@@ -136,7 +138,7 @@ QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
     const auto end = qScopeGuard([this] {
         --searching_;
         enableControls();
-        if (!run_.running()) {
+        if (ui_->Label3->text() == readsOn) {
             ui_->Label3->clear();
         }
     });
@@ -144,7 +146,7 @@ QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
     const SelectionQuery wanted = query();
     const auto firstRowsShown = [this] {
         if (!run_.running()) {
-            ui_->Label3->setText(u"已列出前面的行，正在读其余的…"_s);
+            ui_->Label3->setText(readsOn);
         }
     };
     SelectionScore score;

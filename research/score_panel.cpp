@@ -35,7 +35,7 @@ ScorePanel::ScorePanel(Dialogs& dialogs, Failures& failures, QWidget* parent)
     view_->setHint(u"搜索以后，这里列出各持有期的统计"_s);
     view_->setGrid(figures_);
     view_->allowExport(dialogs, failures);
-    row->addWidget(view_, 2);
+    row->addWidget(view_, 3);
     for (size_t at = 0; at < selectionHorizons; ++at) {
         histograms_[at] = new GainHistogram(horizonNames[at], this);
         row->addWidget(histograms_[at], 1);
@@ -54,7 +54,7 @@ void ScorePanel::showScore(const SelectionScore& score) {
                                  u"平均%"_s, u"中位数%"_s, u"最好%"_s, u"最差%"_s};
     for (int col = 0; col < figures_.cols(); ++col) {
         figures_.setTextMatrix(0, col, headers[col]);
-        figures_.setColWidth(col, col == 0 ? 500 : 750);
+        figures_.setColWidth(col, col == 0 ? 500 : 700);
     }
     for (size_t at = 0; at < selectionHorizons; ++at) {
         const int row = static_cast<int>(at) + 1;

@@ -204,19 +204,22 @@ TEST(StockRowsTest, TheFirstColumnWithACodeTellsTheStockOfEachRow) {
         EXPECT_EQ(codeIn(it.text), it.dm) << it.text.toStdString();
     }
     ResultGrid grid;
-    EXPECT_TRUE(stocksOf(grid).isEmpty());
-    grid.setCols(4);
+    EXPECT_FALSE(tellsStocks(grid));
+    grid.setCols(5);
     grid.setRows(4);
     for (const int row : {1, 3}) {
         grid.setTextMatrix(row, 1, u"银行"_s);
         grid.setTextMatrix(row, 2, u"SH60000%1"_s.arg(row));
         grid.setTextMatrix(row, 3, u"SH601398"_s);
     }
+    grid.setTextMatrix(0, 4, u"日期"_s);
+    grid.setTextMatrix(3, 4, u"2016-04-05 00:00:00"_s);
     QStringList told;
     for (const StockOfRow& it : stocksOf(grid)) {
-        told << QString::number(it.row) + it.dm;
+        told << QString::number(it.row) + it.dm + it.day.toString(Qt::ISODate);
     }
-    EXPECT_EQ(told, QStringList({u"1SH600001"_s, u"3SH600003"_s}))
+    EXPECT_TRUE(tellsStocks(grid));
+    EXPECT_EQ(told, QStringList({u"1SH600001"_s, u"3SH6000032016-04-05"_s}))
         << "a row without a code has none";
 }
 
