@@ -1,0 +1,88 @@
+#include "research/laboratory/laboratory.h"
+
+#include <QHash>
+
+#include "store/row_cursor.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// What a job reads.
+struct Sources {
+    Sources(const Stores& stores, LaboratoryColumns& kept, ResearchWork& work)
+        : reports(reportDates(stores.main)), history(stores, kept, work) {}
+
+    std::vector<ReportDate> reports;
+    LaboratoryHistory history;
+};
+
+void nameStocks(QList<Trade>& trades, const StoreFile& main) {
+    QHash<QString, QString> names;
+    Connection store = main.open();
+    RowCursor row(store, u"select dm,jc from dmb"_s);
+    while (row.next()) {
+        names.insert(QString::fromUtf8(row.text(0)), QString::fromUtf8(row.text(1)));
+    }
+    for (Trade& trade : trades) {
+        trade.jc = names.value(trade.dm);
+    }
+}
+
+}  // namespace
+
+template <typename Result, typename Job>
+QCoro::Task<std::optional<Result>> Laboratory::carryOut(QString name, Job job,
+                                                        std::stop_token stop) {
+    const auto given = std::make_shared<std::optional<Result>>();
+    const ResearchRun::Job inThread = [stores = stores_, columns = columns_, job, given](
+                                          ResearchWork& work, Activity&) {
+        Sources sources(stores, *columns, work);
+        work.showLabel3({});
+        *given = job(sources, work);
+        return true;
+    };
+    co_await run_.run(name, inThread, stop);
+    std::optional<Result> result = std::move(*given);
+    co_return result;
+}
+
+QCoro::Task<std::optional<BacktestResult>> Laboratory::test(BacktestRule rule,
+                                                            std::stop_token stop) {
+    const auto job = [rule, main = stores_.main](Sources& sources, ResearchWork& work) {
+        BacktestResult result = backtest(rule, sources.history, sources.reports, work);
+        nameStocks(result.trades, main);
+        return result;
+    };
+    auto result = co_await carryOut<BacktestResult>(u"回测"_s, job, stop);
+    co_return result;
+}
+
+QCoro::Task<std::optional<QList<BacktestResult>>> Laboratory::compare(QList<BacktestRule> rules,
+                                                                      std::stop_token stop) {
+    const auto job = [rules](Sources& sources, ResearchWork& work) {
+        QList<BacktestResult> results;
+        work.begin(static_cast<int>(rules.size()));
+        for (const BacktestRule& rule : rules) {
+            results << backtest(rule, sources.history, sources.reports, work);
+            work.oneDone();
+        }
+        return results;
+    };
+    auto result = co_await carryOut<QList<BacktestResult>>(u"比较规则"_s, job, stop);
+    co_return result;
+}
+
+QCoro::Task<std::optional<SweepResult>> Laboratory::sweep(BacktestRule rule, SweepAxis across,
+                                                          std::optional<SweepAxis> down,
+                                                          std::stop_token stop) {
+    const auto job = [rule, across, down](Sources& sources, ResearchWork& work) {
+        return guanchao::sweep(rule, across, down, sources.history, sources.reports, work);
+    };
+    auto result = co_await carryOut<SweepResult>(u"扫描规则"_s, job, stop);
+    co_return result;
+}
+
+}  // namespace guanchao

@@ -1,0 +1,34 @@
+// The runs of 回测实验室, each in a thread of its own; what they read is kept for the next one.
+#pragma once
+
+#include <memory>
+
+#include "research/laboratory/sweep.h"
+
+namespace guanchao {
+
+class Laboratory {
+public:
+    // `run` tells how far each is, and stops it.
+    Laboratory(const Stores& stores, ResearchRun& run) : stores_(stores), run_(run) {}
+
+    // What came out; nothing if it was stopped. Each raises StoreError, and OperationError if the
+    // run is in use.
+    QCoro::Task<std::optional<BacktestResult>> test(BacktestRule rule, std::stop_token stop);
+    // In the order of the rules.
+    QCoro::Task<std::optional<QList<BacktestResult>>> compare(QList<BacktestRule> rules,
+                                                              std::stop_token stop);
+    QCoro::Task<std::optional<SweepResult>> sweep(BacktestRule rule, SweepAxis across,
+                                                  std::optional<SweepAxis> down,
+                                                  std::stop_token stop);
+
+private:
+    template <typename Result, typename Job>
+    QCoro::Task<std::optional<Result>> carryOut(QString name, Job job, std::stop_token stop);
+
+    const Stores& stores_;
+    ResearchRun& run_;
+    std::shared_ptr<LaboratoryColumns> columns_ = std::make_shared<LaboratoryColumns>();
+};
+
+}  // namespace guanchao

@@ -1,0 +1,78 @@
+#include "research/laboratory/rule_store.h"
+
+#include <QSettings>
+#include <QUrl>
+#include <algorithm>
+#include <cmath>
+
+#include "base/activity.h"
+#include "base/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString rulesGroup = u"规则/"_s;
+
+// A name may hold what has a meaning in the names of groups.
+QString groupOf(const QString& name) {
+    return rulesGroup + QString::fromLatin1(QUrl::toPercentEncoding(name));
+}
+
+void requireWritten(QSettings& settings) {
+    settings.sync();
+    if (settings.status() != QSettings::NoError) {
+        throw OperationError(u"写不了 "_s + settings.fileName() +
+                             u"，请检查磁盘空间和访问权限。"_s);
+    }
+}
+
+}  // namespace
+
+RuleStore::RuleStore(const QString& applicationFolder) : path_(applicationFolder + u"回测.ini"_s) {}
+
+QStringList RuleStore::names() const {
+    QSettings settings(path_, QSettings::IniFormat);
+    settings.beginGroup(rulesGroup);
+    QStringList names;
+    for (const QString& group : settings.childGroups()) {
+        names << QUrl::fromPercentEncoding(group.toLatin1());
+    }
+    names.sort();
+    return names;
+}
+
+BacktestRule RuleStore::rule(const QString& name) const {
+    QSettings settings(path_, QSettings::IniFormat);
+    settings.beginGroup(groupOf(name));
+    BacktestRule rule;
+    for (const RuleField& field : ruleFields()) {
+        bool isNumber = false;
+        const double kept = settings.value(field.words).toDouble(&isNumber);
+        if (isNumber && std::isfinite(kept)) {
+            rule.*field.value = std::clamp(roundTo(kept, field.decimals), field.least, field.most);
+        }
+    }
+    return rule;
+}
+
+void RuleStore::keep(const QString& name, const BacktestRule& rule) {
+    const Activity activity(u"保存回测规则"_s);
+    QSettings settings(path_, QSettings::IniFormat);
+    settings.beginGroup(groupOf(name));
+    for (const RuleField& field : ruleFields()) {
+        settings.setValue(field.words, rule.*field.value);
+    }
+    requireWritten(settings);
+}
+
+void RuleStore::remove(const QString& name) {
+    const Activity activity(u"删除回测规则"_s);
+    QSettings settings(path_, QSettings::IniFormat);
+    settings.remove(groupOf(name));
+    requireWritten(settings);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,449 @@
+#include <QSettings>
+#include <random>
+
+#include "base/values.h"
+#include "research/laboratory/laboratory.h"
+#include "research/laboratory/period_table.h"
+#include "research/laboratory/rule_store.h"
+#include "tests/support/files.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/store_test.h"
+#include "tests/support/test_history.h"
+
+namespace guanchao {
+
+using Prices = std::array<int, 4>;  // open, high, low, close
+
+class BacktestTest : public StoreTest {
+protected:
+    BacktestTest() {
+        store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
+        store_.stores.secondHistory = {store_.folder() + u"second.db3"_s, {}};
+        for (const QString& day : days_) {
+            history_.stocks[u"SH000001"_s] << HistoryRow{.day = day};
+        }
+        rule_.atLimit = 2;
+        rule_.holdDays = 2;
+        rule_.commission = rule_.stampTax = rule_.slippage = 0;
+    }
+
+    // The theme has so many stocks at their limit on the day.
+    void addTheme(const QString& name, int atLimit, int day = signalDay) {
+        for (int at = 0; at < atLimit; ++at) {
+            const QString dm = u"SH601%1"_s.arg(100 + history_.members.size());
+            history_.members << qMakePair(name, dm);
+            history_.stocks[dm] << HistoryRow{.day = days_[day], .zg = 1100, .sp = 1100};
+        }
+    }
+    // A stock that closes at 10 yuan up to the signal and moves then; a day of zeros is left out.
+    // Behind the last day it stands still.
+    void addStock(const QString& theme, const QString& dm, const QList<Prices>& moves,
+                  int closeOfSignal = 1000) {
+        history_.members << qMakePair(theme, dm);
+        QList<HistoryRow>& rows = history_.stocks[dm];
+        for (int at = 0; at <= signalDay; ++at) {
+            rows << HistoryRow{.day = days_[at]};
+        }
+        rows.last().sp = closeOfSignal;
+        for (qsizetype at = 0; at < moves.size(); ++at) {
+            const auto& [kp, zg, zd, sp] = moves[at];
+            if (kp > 0) {
+                rows << HistoryRow{
+                    .day = days_[signalDay + 1 + at], .kp = kp, .zg = zg, .zd = zd, .sp = sp};
+            }
+        }
+    }
+
+    BacktestResult run() {
+        writeHistory(history_, store_.stores.firstHistory, store_.stores.secondHistory, true);
+        return runAgain();
+    }
+    BacktestResult runAgain() {
+        ResearchRun run([](const ResearchProgress&) {});
+        Laboratory laboratory(store_.stores, run);
+        return endOf(laboratory.test(rule_, {})).value();
+    }
+
+    // The days by their distance from the signal: "SH600000 1@10 3@10.5 持有到期 5".
+    QString wordsOf(const Trade& trade) const {
+        const auto place = [this](DayNumber day) -> QString {
+            return QString::number(days_.indexOf(dayText(day)) - signalDay) + u'@';
+        };
+        const QString reason = trade.reason ? guanchao::wordsOf(*trade.reason) : u"持有"_s;
+        return trade.dm + u' ' + place(trade.buyDay) + numberText(roundTo(trade.buyPrice, 3)) +
+               u' ' + place(trade.sellDay) + numberText(roundTo(trade.sellPrice, 3)) + u' ' +
+               reason + u' ' + numberText(roundTo(trade.gain, 2));
+    }
+    QStringList trades(const BacktestResult& result) const {
+        QStringList words;
+        for (const Trade& trade : result.trades) {
+            words << wordsOf(trade);
+        }
+        return words;
+    }
+
+    static constexpr int signalDay = 12;
+    const QStringList days_ = tradingDays(24);
+    MarketHistory history_;
+    BacktestRule rule_;
+};
+
+TEST_F(BacktestTest, ABuyAndItsSale) {
+    const Prices still = {1000, 1000, 1000, 1000};
+    const Prices up = {1010, 1030, 1010, 1020};
+    const auto none = [](BacktestRule&) {};
+    const auto stop = [](BacktestRule& it) { it.stopLoss = 5; };
+    const auto profit = [](BacktestRule& it) { it.takeProfit = 10; };
+    const auto both = [](BacktestRule& it) { it.stopLoss = 5, it.takeProfit = 10; };
+    const auto fall = [](BacktestRule& it) { it.firstFall = 1, it.holdDays = 9; };
+    const auto costs = [](BacktestRule& it) {
+        it.commission = 1, it.stampTax = 2, it.slippage = 1;
+    };
+    const struct {
+        const char* is;
+        QString dm;
+        QList<Prices> moves;
+        std::function<void(BacktestRule&)> change;
+        QString trade;
+    } cases[] = {
+        {"days", u"SH600010"_s, {still, still, up}, none, u"1@10 3@10.2 持有到期 2"_s},
+        {"costs",
+         u"SH600010"_s,
+         {still, still, up},
+         costs,
+         u"1@10 3@10.2 持有到期 -3.98"_s},  // 1.02*0.99*0.97/(1.01*1.01)
+        {"not on the day of the buy",
+         u"SH600010"_s,
+         {{1000, 1000, 900, 1000}, still, up},
+         stop,
+         u"1@10 3@10.2 持有到期 2"_s},
+        {"stop by the low",
+         u"SH600010"_s,
+         {still, {1000, 1000, 950, 990}},
+         stop,
+         u"1@10 2@9.5 止损 -5"_s},
+        {"not reached",
+         u"SH600010"_s,
+         {still, {1000, 1000, 951, 990}, still},
+         stop,
+         u"1@10 3@10 持有到期 0"_s},
+        {"opens under the stop",
+         u"SH600010"_s,
+         {still, {940, 990, 930, 990}},
+         stop,
+         u"1@10 2@9.4 止损 -6"_s},
+        {"profit by the high",
+         u"SH600010"_s,
+         {still, {1000, 1100, 1000, 1050}},
+         profit,
+         u"1@10 2@11 止盈 10"_s},
+        {"opens over the profit",
+         u"SH600010"_s,
+         {{1000, 1060, 1000, 1060}, {1150, 1160, 1100, 1100}},
+         profit,
+         u"1@10 2@11.5 止盈 15"_s},
+        {"both on a day",
+         u"SH600010"_s,
+         {still, {1000, 1100, 950, 1000}},
+         both,
+         u"1@10 2@9.5 止损 -5"_s},
+        {"falls on the day of the buy",
+         u"SH600010"_s,
+         {{1000, 1000, 990, 990}, up},
+         fall,
+         u"1@10 2@10.1 首次下跌 1"_s},
+        {"falls later",
+         u"SH600010"_s,
+         {still, up, {1020, 1030, 1015, 1019}, {1050, 1050, 1050, 1050}},
+         fall,
+         u"1@10 4@10.5 首次下跌 5"_s},
+        {"opens at the limit", u"SH600010"_s, {{1100, 1100, 1000, 1000}, still, up}, none, {}},
+        {"just below the limit",
+         u"SH600010"_s,
+         {{1099, 1100, 1000, 1000}, still, up},
+         none,
+         u"1@10.99 3@10.2 持有到期 -7.19"_s},
+        {"the wider limit of STAR",
+         u"SH688010"_s,
+         {{1100, 1100, 1000, 1000}, still, up},
+         none,
+         u"1@11 3@10.2 持有到期 -7.27"_s},
+        {"one price, as under treatment",
+         u"SH600010"_s,
+         {{1050, 1050, 1050, 1050}, still, up},
+         none,
+         {}},
+        {"halted on the day of the buy", u"SH600010"_s, {{}, still, up, up}, none, {}},
+        {"halted while held",
+         u"SH600010"_s,
+         {still, {}, {}, still, up},
+         none,
+         u"1@10 5@10.2 持有到期 2"_s},
+        {"nobody buys",
+         u"SH600010"_s,
+         {still, {900, 900, 900, 900}, {920, 930, 910, 910}},
+         stop,
+         u"1@10 3@9.2 止损 -8"_s},
+        {"still held", u"SH600010"_s, {still, up}, none, u"1@10 2@10.2 持有 2"_s},
+    };
+    for (const auto& it : cases) {
+        const BacktestRule usual = rule_;
+        it.change(rule_);
+        history_.members.clear();
+        history_.stocks.removeIf([](const auto& stock) { return stock.key() != u"SH000001"_s; });
+        addTheme(u"题"_s, 3);
+        addStock(u"题"_s, it.dm, it.moves);
+        EXPECT_EQ(trades(run()).join(u';'),
+                  it.trade.isEmpty() ? QString() : it.dm + u' ' + it.trade)
+            << it.is;
+        rule_ = usual;
+    }
+}
+
+TEST_F(BacktestTest, PricesAreAdjusted) {
+    addTheme(u"题"_s, 3);
+    addStock(u"题"_s, u"SH600010"_s,
+             {{1000, 1000, 1000, 1000}, {500, 500, 500, 500}, {510, 525, 510, 525}});
+    QList<HistoryRow>& rows = history_.stocks[u"SH600010"_s];
+    rows.last().fuquanyz = rows[rows.size() - 2].fuquanyz = 2;  // two shares for one
+    rule_.stopLoss = 5;
+    const BacktestResult result = run();
+    EXPECT_EQ(trades(result), QStringList(u"SH600010 1@10 3@5.25 持有到期 5"_s));
+    EXPECT_DOUBLE_EQ(result.days[signalDay + 2].capital, 1);
+    EXPECT_DOUBLE_EQ(result.days[signalDay + 3].capital, 1.01) << "a fifth of it gained 5 %";
+}
+
+// 甲 has four stocks at their limit, 乙 and 丙 three; within a theme the higher gain comes first,
+// equals by code. One stock belongs to two themes.
+TEST_F(BacktestTest, SignalsFillTheFreePlacesInTheirOrder) {
+    const QList<Prices> gains = {
+        {1000, 1000, 1000, 1000}, {1000, 1000, 1000, 1000}, {1100, 1100, 1100, 1100}};
+    const QList<Prices> loses = {
+        {1000, 1000, 1000, 1000}, {1000, 1000, 1000, 1000}, {800, 900, 800, 900}};
+    addTheme(u"乙"_s, 3);
+    addTheme(u"丙"_s, 3);
+    addTheme(u"甲"_s, 4);
+    addStock(u"丙"_s, u"SH600001"_s, gains, 1050);
+    addStock(u"乙"_s, u"SH600002"_s, gains, 1010);
+    addStock(u"甲"_s, u"SH600004"_s, gains, 1010);
+    addStock(u"甲"_s, u"SH600003"_s, loses, 1010);
+    addStock(u"甲"_s, u"SH600005"_s, gains, 1020);
+    history_.members << qMakePair(u"乙"_s, u"SH600005"_s);
+    const QStringList order = {u"SH600005"_s, u"SH600003"_s, u"SH600004"_s, u"SH600001"_s,
+                               u"SH600002"_s};
+    const struct {
+        int positions;
+        double capital;
+        int withoutPlace;
+    } cases[] = {{1, 1.1, 4}, {2, 1.0, 3}, {4, 1.05, 1}, {5, 1.06, 0}, {10, 1.03, 0}};
+    for (const auto& it : cases) {
+        rule_.positions = it.positions;
+        const BacktestResult result = run();
+        QStringList bought;
+        for (const Trade& trade : result.trades) {
+            bought << trade.dm;
+        }
+        EXPECT_EQ(bought, order.first(std::min(it.positions, 5)));
+        EXPECT_NEAR(result.days.last().capital, it.capital, 1e-12) << it.positions;
+        EXPECT_EQ(result.sum.withoutPlace, it.withoutPlace);
+        EXPECT_EQ(result.sum.trades, result.trades.size());
+        EXPECT_EQ(result.sum.wins, result.trades.size() - (it.positions > 1 ? 1 : 0));
+    }
+}
+
+// What is sold at an open makes room at it, what is sold at the close for the next day.
+TEST_F(BacktestTest, ASaleMakesRoom) {
+    const Prices still = {1000, 1000, 1000, 1000};
+    addTheme(u"甲"_s, 3);
+    addTheme(u"乙"_s, 3, signalDay + 2);
+    addStock(u"甲"_s, u"SH600001"_s, {still, {1000, 1000, 1000, 990}, {940, 940, 900, 900}});
+    addStock(u"乙"_s, u"SH600002"_s, {still, still, still, still, still, still});
+    rule_.positions = 1;
+    rule_.holdDays = 2;
+    EXPECT_EQ(trades(run()), QStringList(u"SH600001 1@10 3@9 持有到期 -10"_s));
+    rule_.stopLoss = 5;
+    EXPECT_EQ(trades(runAgain()),
+              QStringList({u"SH600001 1@10 3@9.4 止损 -6"_s, u"SH600002 3@10 5@10 持有到期 0"_s}));
+}
+
+TEST_F(BacktestTest, ARuleTakesDaysThemesAndStocks) {
+    addTheme(u"题"_s, 3);
+    addStock(u"题"_s, u"SH600010"_s, {{1000, 1000, 1000, 1000}, {1000, 1000, 1000, 1000}}, 1020);
+    HistoryRow& row = history_.stocks[u"SH600010"_s][signalDay];
+    row.zg = 1040;
+    row.chengjiaol = 300;  // 300 over (9 * 100 + 300) / 10 = 2.5
+    history_.stocks[u"SH600010"_s].first().zd = 1000 - 40;
+    history_.stocks[u"SH000001"_s][signalDay].sp = 1010;
+    using R = BacktestRule;
+    const struct {
+        double R::*field;
+        double takes, refuses;
+    } cases[] = {
+        {&R::limitUps, 3, 4},
+        {&R::limitUpShare, 75, 75.1},
+        {&R::themeGain, 8, 8.1},
+        {&R::indexGainFrom, 0.9, 1.1},
+        {&R::indexGainTo, 1.1, 0.9},
+        {&R::indexMeanDays, 13, 14},
+        {&R::gainFrom, 1.9, 2.1},
+        {&R::gainTo, 2.1, 1.9},
+        {&R::volumeRatioFrom, 2.5, 2.6},
+        {&R::volumeRatioTo, 2.5, 2.4},
+        {&R::positionFrom, 75, 76},
+        {&R::positionTo, 75, 74},
+        {&R::atLimit, 0, 1},
+        {&R::lastYear, 2017, 2016},
+    };
+    run();
+    for (const auto& it : cases) {
+        const BacktestRule usual = rule_;
+        for (const bool takes : {true, false}) {
+            rule_.*it.field = takes ? it.takes : it.refuses;
+            EXPECT_EQ(trades(runAgain()).filter(u"SH600010"_s).size(), takes ? 1 : 0)
+                << &it - cases << takes;
+        }
+        rule_ = usual;
+    }
+}
+
+TEST_F(BacktestTest, ReportDatesAreBoughtBehindTheirDayAndHeldUpToTheReport) {
+    const Prices still = {1000, 1000, 1000, 1000}, up = {1010, 1030, 1010, 1020};
+    addStock(u"题"_s, u"SH600010"_s, {still, still, up, still, still});
+    addStock(u"题"_s, u"SH600011"_s, {still, still, {}, still, up});
+    addStock(u"题"_s, u"SH600012"_s, {still, still, up, still, still});
+    rule_.source = 1;
+    const auto report = [this](const QString& dm, int found, int due) {
+        store_.run(
+            {u"insert into yejiyuyuejinqi(dm,todayriqi,yuyuedate) values('%1','%2','%3')"_s.arg(
+                dm, days_[signalDay + found], days_[signalDay + due])});
+    };
+    report(u"SH600010"_s, 0, 4);
+    report(u"SH600011"_s, 0, 4);  // halted on the last day before it
+    report(u"SH600012"_s, 0, 1);  // no day between
+    report(u"SH600099"_s, 0, 4);  // without a history
+    EXPECT_EQ(trades(run()), QStringList({u"SH600010 1@10 3@10.2 业绩预约日前 2"_s,
+                                          u"SH600011 1@10 4@10 业绩预约日前 0"_s}));
+}
+
+// A market at random, whose days behind one are then made anew.
+TEST_F(BacktestTest, TheFutureMovesNothingBeforeIt) {
+    std::mt19937 random(5);
+    const auto below = [&random](int bound) {
+        return static_cast<int>(random() % static_cast<unsigned>(bound));
+    };
+    const auto makeDays = [&](QList<HistoryRow>& rows, qsizetype from) {
+        rows.resize(std::min(rows.size(), from));
+        for (qsizetype at = from; at < days_.size(); ++at) {
+            const int former = at == 0 ? 1000 : rows.last().sp;
+            const int kp = former * (95 + below(11)) / 100;
+            const int sp = below(3) == 0 ? former * 11 / 10 : former * (92 + below(15)) / 100;
+            rows << HistoryRow{.day = days_[at],
+                               .kp = kp,
+                               .zg = std::max(kp, sp),
+                               .zd = std::min(kp, sp) - below(20),
+                               .sp = sp,
+                               .qiansp = former,
+                               .chengjiaol = 100 + below(300)};
+        }
+    };
+    for (int stock = 0; stock < 24; ++stock) {
+        const QString dm = u"SZ0000%1"_s.arg(stock + 10);
+        history_.members << qMakePair(u"题%1"_s.arg(stock % 4), dm);
+        makeDays(history_.stocks[dm], 0);
+    }
+    rule_.limitUps = 2;
+    rule_.positions = 3;
+    rule_.atLimit = 0;
+    rule_.stopLoss = 4;
+    rule_.takeProfit = 8;
+    rule_.firstFall = 1;
+    rule_.indexMeanDays = 3;
+    rule_.indexGainFrom = -3;
+    makeDays(history_.stocks[u"SH000001"_s], 0);
+    const BacktestResult former = run();
+    ASSERT_GT(former.sum.trades, 5);
+    for (const int last : {19, 15, 12}) {
+        for (QList<HistoryRow>& rows : history_.stocks) {
+            makeDays(rows, last + 1);
+        }
+        const BacktestResult now = run();
+        for (int at = 0; at <= last; ++at) {
+            EXPECT_EQ(now.days[at].capital, former.days[at].capital) << last << ' ' << at;
+        }
+        const auto upTo = [&](const BacktestResult& result) {
+            QStringList words;
+            for (const Trade& trade : result.trades) {
+                const QString bought = dayText(trade.buyDay);
+                const bool isSold = trade.reason && dayText(trade.sellDay) <= days_[last];
+                if (bought <= days_[last]) {
+                    words << (isSold ? wordsOf(trade) : trade.dm + bought);
+                }
+            }
+            return words;
+        };
+        EXPECT_EQ(upTo(now), upTo(former)) << last;
+        EXPECT_NE(trades(now), trades(former)) << "what came behind did move";
+    }
+}
+
+TEST_F(BacktestTest, ASweepGoesOverTheValues) {
+    addTheme(u"题"_s, 3);
+    addStock(u"题"_s, u"SH600010"_s,
+             {{1000, 1000, 1000, 1000},
+              {1010, 1010, 1010, 1010},
+              {1020, 1020, 1020, 1020},
+              {1030, 1030, 1030, 1030}});
+    writeHistory(history_, store_.stores.firstHistory, store_.stores.secondHistory, true);
+    ResearchRun run([](const ResearchProgress&) {});
+    Laboratory laboratory(store_.stores, run);
+    const SweepAxis days{ruleField(u"持有天数"_s), 1, 3, 1};
+    const SweepAxis costs{ruleField(u"印花税"_s), 0, 0.3, 0.1};
+    EXPECT_EQ(costs.values(), QList<double>({0, 0.1, 0.2, 0.3}));
+    rule_.positions = 1;
+    const SweepResult result = endOf(laboratory.sweep(rule_, days, costs, {})).value();
+    ASSERT_EQ(result.sums.size(), 12);
+    EXPECT_NEAR(result.at(0, 1).gain, 2, 1e-9);
+    EXPECT_NEAR(result.at(3, 2).gain, (1.03 * 0.997 - 1) * 100, 1e-9);
+    for (const SweepAxis& wrong : {SweepAxis{days.field, 3, 1, 1}, SweepAxis{days.field, 1, 3, 0},
+                                   SweepAxis{days.field, 1, 500, 1}}) {
+        EXPECT_THROW(endOf(laboratory.sweep(rule_, wrong, std::nullopt, {})), OperationError);
+    }
+}
+
+TEST(PeriodTable, GainsOfMonthsAndYearsFollowEachOther) {
+    const QList<YearOfGains> years = yearsOf({{20161230, 1.1, 1, 0},
+                                              {20170103, 1.32, 1.5, 0},
+                                              {20170131, 0.99, 2, 0},
+                                              {20170301, 1.98, 3, 0}});
+    ASSERT_EQ(years.size(), 2);
+    EXPECT_NEAR(years[0].gain, 10, 1e-9);
+    EXPECT_NEAR(years[1].gain, 80, 1e-9);
+    EXPECT_NEAR(years[1].indexGain, 200, 1e-9);
+    EXPECT_NEAR(years[1].drawdown, -25, 1e-9);
+    EXPECT_NEAR(years[1].months[0].value(), -10, 1e-9);
+    EXPECT_FALSE(years[1].months[1].has_value());
+    EXPECT_NEAR(years[1].months[2].value(), 100, 1e-9);
+}
+
+TEST_F(BacktestTest, RulesAreKeptByTheirNames) {
+    const QString folder = store_.folder();
+    const QString odd = u"a/b [短线] 50%=1"_s;
+    rule_.stopLoss = 7.5;
+    RuleStore(folder).keep(odd, rule_);
+    RuleStore(folder).keep(u"长线"_s, BacktestRule());
+    EXPECT_EQ(RuleStore(folder).names(), QStringList({odd, u"长线"_s}));
+    EXPECT_EQ(RuleStore(folder).rule(odd), rule_);
+    RuleStore(folder).remove(odd);
+    EXPECT_EQ(RuleStore(folder).names(), QStringList(u"长线"_s));
+    writeFile(folder + u"file"_s);
+    EXPECT_THROW(RuleStore(folder + u"file/"_s).keep(odd, rule_), OperationError);
+    QSettings settings(folder + u"回测.ini"_s, QSettings::IniFormat);
+    settings.setValue(u"规则/手写/持股数"_s, 1000);
+    settings.setValue(u"规则/手写/止损"_s, u"x"_s);
+    BacktestRule usual;
+    usual.positions = 100;
+    settings.sync();
+    EXPECT_EQ(RuleStore(folder).rule(u"手写"_s), usual) << "no more than a field takes";
+}
+
+}  // namespace guanchao
