@@ -25,6 +25,7 @@
 #include "research/form12.h"
 #include "research/form24.h"
 #include "research/form32.h"
+#include "research/form37.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
@@ -102,6 +103,7 @@ void Form2::connectWindows() {
     opens<Form29>(ui_->商品价格监控);
     opens<Form28>(ui_->设置代理服务器);
     opens<Form32>(ui_->历史行情);
+    raisesOrOpens<Form37>(ui_->回测实验室);
     raisesOrOpens<Form34>(ui_->行情来源);
     connect(&environment_.openWindows, &OpenWindows::opened, this, [this](QWidget* window) {
         follows<Form3>(window);

@@ -348,6 +348,12 @@ class Pictures:
         self.until_usable(window, "补全历史行情")
         self.screen.close_window(self.screen.frame("历史行情"))
 
+    def form37(self):
+        def run(window):
+            self.screen.press(window, "运行")
+            self.until_says(window, "累计", 120)
+        self.menu_window("工具(G)", "回测实验室", run)
+
     def form33(self):
         self.desk.rows(MAIN, SHRINK_THEMES)
 

@@ -6,7 +6,9 @@
 #include "frame/run_share.h"
 #include "grid/row_menu.h"
 #include "research/condition_menu.h"
+#include "research/form37.h"
 #include "research/refused_condition.h"
+#include "store/store_error.h"
 #include "ui_form12.h"
 
 namespace guanchao {
@@ -22,12 +24,17 @@ QString textOf(const QPlainTextEdit& box) {
 }
 
 const QString readsOn = u"已列出前面的行，正在读其余的…"_s;
+const QString whyLaboratory =
+    u"取后期涨幅的查询语句是固定的，数据库不接受，所以算不出涨幅。\n\n回测实验室可以按业绩预约日回"
+    u"测："
+    u"登记以后买入，持有到预约日。现在打开吗？"_s;
 
 }  // namespace
 
-Form12::Form12(Environment& environment, Windows&)
+Form12::Form12(Environment& environment, Windows& windows)
     : QDialog(nullptr, Qt::Window),
       environment_(environment),
+      windows_(windows),
       ui_(std::make_unique<Ui::Form12>()),
       search_(environment.stores, environment.globals, grid_),
       conditions_(environment.applicationFolder + u"题材选股.ini"_s),
@@ -184,7 +191,24 @@ QCoro::Task<> Form12::takeReturns(std::stop_token stop) {
             run_.stop();
         }
     });
-    co_await returns_.takeForwardReturns(ui_->Check1->isChecked(), stop);
+    bool refused = false;
+    try {
+        co_await returns_.takeForwardReturns(ui_->Check1->isChecked(), stop);
+    } catch (const StoreError& failure) {
+        environment_.failures.report(failure);
+        refused = failure.fault() == StoreFault::other && !failure.statement().isEmpty();
+    }
+    if (refused) {
+        co_await offerLaboratory(stop);
+    }
+}
+
+QCoro::Task<> Form12::offerLaboratory(std::stop_token stop) {
+    const bool opens = co_await environment_.dialogs.ask(stop, whyLaboratory);
+    if (opens) {
+        windows_.raiseOrOpen<Form37>();
+        environment_.openWindows.find<Form37>()->showReportDates();
+    }
 }
 
 void Form12::Command5_Click() {

@@ -50,6 +50,7 @@ private:
     QCoro::Task<> search(QString written, std::stop_token stop);
     void showRefused(const StoreError& failure);
     QCoro::Task<> takeReturns(std::stop_token stop);
+    QCoro::Task<> offerLaboratory(std::stop_token stop);
     void stop();
     void enableControls();
     void showRun(const ResearchProgress& progress);
@@ -62,6 +63,7 @@ private:
     void MSHFlexGrid1_DblClick();
 
     Environment& environment_;
+    Windows& windows_;
     std::unique_ptr<Ui::Form12> ui_;
     QString caption_;  // while no run tells its own
     ResultGrid grid_;

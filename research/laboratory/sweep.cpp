@@ -24,6 +24,9 @@ QList<double> SweepAxis::values() const {
 SweepResult sweep(const BacktestRule& rule, const SweepAxis& across,
                   const std::optional<SweepAxis>& down, LaboratoryHistory& history,
                   const std::vector<ReportDate>& reports, ResearchWork& work) {
+    if (down && down->field == across.field) {
+        throw OperationError(u"横向和纵向选了同一项，请选不同的。"_s);
+    }
     SweepResult result;
     result.across = across.field;
     result.down = down ? down->field : nullptr;

@@ -22,6 +22,7 @@
 #include "research/form12.h"
 #include "research/form24.h"
 #include "research/form32.h"
+#include "research/form37.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
@@ -50,11 +51,11 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsS
     EXPECT_EQ(unnamedControls(main), QStringList());
     EXPECT_EQ(silencedLabels(main), QStringList());
     const QWidget* (*const windows[])(Windows&) = {
-        opened<Form3>,  opened<Form4>,  opened<Form5>,  opened<Form6>,       opened<Form7>,
-        opened<Form8>,  opened<Form11>, opened<Form12>, opened<Form21>,      opened<Form22>,
-        opened<Form24>, opened<Form25>, opened<Form26>, opened<Form27>,      opened<Form28>,
-        opened<Form29>, opened<Form30>, opened<Form31>, opened<Form32>,      opened<Form33>,
-        opened<Form34>, opened<Form35>, opened<Form36>, opened<FormRestore>,
+        opened<Form3>,  opened<Form4>,  opened<Form5>,  opened<Form6>,  opened<Form7>,
+        opened<Form8>,  opened<Form11>, opened<Form12>, opened<Form21>, opened<Form22>,
+        opened<Form24>, opened<Form25>, opened<Form26>, opened<Form27>, opened<Form28>,
+        opened<Form29>, opened<Form30>, opened<Form31>, opened<Form32>, opened<Form33>,
+        opened<Form34>, opened<Form35>, opened<Form36>, opened<Form37>, opened<FormRestore>,
     };
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);

@@ -404,6 +404,7 @@ TEST_F(BacktestTest, ASweepGoesOverTheValues) {
     ASSERT_EQ(result.sums.size(), 12);
     EXPECT_NEAR(result.at(0, 1).gain, 2, 1e-9);
     EXPECT_NEAR(result.at(3, 2).gain, (1.03 * 0.997 - 1) * 100, 1e-9);
+    EXPECT_THROW(endOf(laboratory.sweep(rule_, days, std::optional(days), {})), OperationError);
     for (const SweepAxis& wrong : {SweepAxis{days.field, 3, 1, 1}, SweepAxis{days.field, 1, 3, 0},
                                    SweepAxis{days.field, 1, 500, 1}}) {
         EXPECT_THROW(endOf(laboratory.sweep(rule_, wrong, std::nullopt, {})), OperationError);

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "formats/gbk.h"
+#include "research/form37.h"
 #include "research/gain_histogram.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
@@ -283,6 +284,8 @@ TEST_F(Form12Test, TheForwardReturnsEndAtTheStatementThatTheStoreRefuses) {
                 u"insert into yejiyuyuejinqi(dm,todayriqi,errizhang) values"
                 u"(null,'2016-04-01',3),('SH000001','2017-03-06',3)"_s});
     runToItsEnd(u"Command9"_s);
+    until([] { return shownWindow<Form37>(); });
+    EXPECT_EQ(child<QComboBox>(shownWindow<Form37>(), u"信号"_s)->currentText(), u"业绩预约日"_s);
     const QString text = failures_.told.value(0);
     EXPECT_TRUE(text.contains(u"执行语句失败"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s));

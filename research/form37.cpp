@@ -1,0 +1,213 @@
+#include "research/form37.h"
+
+#include <QTabBar>
+
+#include "frame/run_share.h"
+#include "research/laboratory/backtest_grids.h"
+#include "ui_form37.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString usualRule = u"（常用的值）"_s;
+
+}  // namespace
+
+Form37::Form37(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::Form37>()),
+      rules_(environment.applicationFolder),
+      run_([this](const ResearchProgress& it) { showRun(it); }),
+      laboratory_(environment.stores, run_),
+      curveExport_(environment.dialogs, environment.failures),
+      runs_(environment.failures) {
+    ui_->setupUi(this);
+    ui_->pages->tabBar()->setAccessibleName(ui_->pages->accessibleName());
+    ui_->pages->tabBar()->setDrawBase(false);
+    ui_->across->setUp(u"横向"_s, u"持有天数"_s, false);
+    ui_->down->setUp(u"纵向"_s, {}, true);
+    ui_->measure->addItems(sweepMeasures());
+    ui_->plot->setHint(u"点“运行”，这里画出资金的曲线"_s);
+    setUpGrids();
+    connectControls();
+    showRules({});
+    showRun({});
+}
+
+Form37::~Form37() = default;
+
+void Form37::setUpGrids() {
+    const std::tuple<GridView*, ResultGrid*, QString> grids[] = {
+        {ui_->years, &years_, u"点“运行”，这里列出各年各月的涨幅"_s},
+        {ui_->trades, &trades_, u"点“运行”，这里列出每一次买卖"_s},
+        {ui_->comparison, &comparison_, u"点“比较”，存下的规则并排列在这里"_s},
+        {ui_->heat, &heat_, u"选一项或两项，点“扫描”"_s}};
+    for (const auto& [view, grid, hint] : grids) {
+        view->setGrid(*grid);
+        view->setHint(hint);
+        view->allowExport(environment_.dialogs, environment_.failures);
+        view->setSortable({u"日期"_s});
+    }
+}
+
+void Form37::connectControls() {
+    const auto command = [this](QPushButton* button, const Runs::Job& job) {
+        connect(button, &QPushButton::clicked, this, [this, job] { runs_.start(job); });
+    };
+    command(ui_->run, [this](std::stop_token stop) { return test(stop); });
+    command(ui_->compare, [this](std::stop_token stop) { return compare(stop); });
+    command(ui_->sweep, [this](std::stop_token stop) { return sweep(stop); });
+    command(ui_->keep, [this](std::stop_token stop) { return keepRule(stop); });
+    command(ui_->remove, [this](std::stop_token stop) { return removeRule(stop); });
+    connect(ui_->stop, &QPushButton::clicked, this, [this] { run_.stop(); });
+    connect(ui_->exportCurve, &QPushButton::clicked, this, [this] {
+        curveExport_.start(curve_, u"回测曲线"_s, [] { return QList<int>{1, 2, 3, 4}; });
+    });
+    connect(ui_->rules, &QComboBox::currentIndexChanged, this, &Form37::showRule);
+    connect(ui_->measure, &QComboBox::currentIndexChanged, this, &Form37::showSweptValues);
+    connect(ui_->trades, &GridView::rowChosen, this, &Form37::handOver);
+}
+
+void Form37::showRules(const QString& chosen) {
+    {
+        const QSignalBlocker blocker(ui_->rules);
+        ui_->rules->clear();
+        ui_->rules->addItem(usualRule);
+        ui_->rules->addItems(rules_.names());
+        ui_->rules->setCurrentIndex(std::max(0, ui_->rules->findText(chosen)));
+    }
+    showRule();
+}
+
+void Form37::showRule() {
+    const QString name = chosenRule();
+    ui_->fields->show(name.isEmpty() ? BacktestRule() : rules_.rule(name));
+    ui_->remove->setEnabled(!name.isEmpty());
+}
+
+QString Form37::chosenRule() const {
+    return ui_->rules->currentIndex() > 0 ? ui_->rules->currentText() : QString();
+}
+
+void Form37::showReportDates() {
+    BacktestRule rule;
+    rule.source = 1;
+    rule.positions = 20;
+    ui_->rules->setCurrentIndex(0);
+    ui_->fields->show(rule);
+}
+
+QCoro::Task<> Form37::keepRule(std::stop_token stop) {
+    const BacktestRule rule = ui_->fields->rule();
+    QString name =
+        co_await environment_.dialogs.input(stop, u"规则的名称："_s, u"另存为规则"_s, chosenRule());
+    name = name.simplified();
+    if (name.isEmpty()) {
+        co_return;
+    }
+    if (rules_.names().contains(name, Qt::CaseInsensitive)) {
+        const QString question = u"已有规则“%1”，换成现在的各项吗？"_s.arg(name);
+        const bool replaces = co_await environment_.dialogs.ask(stop, question);
+        if (!replaces) {
+            co_return;
+        }
+    }
+    rules_.keep(name, rule);
+    showRules(name);
+}
+
+QCoro::Task<> Form37::removeRule(std::stop_token stop) {
+    const QString name = chosenRule();
+    const QString question = u"删除规则“%1”吗？"_s.arg(name);
+    const bool removes = co_await environment_.dialogs.ask(stop, question);
+    if (removes) {
+        rules_.remove(name);
+        showRules({});
+    }
+}
+
+QCoro::Task<> Form37::test(std::stop_token stop) {
+    const BacktestRule rule = ui_->fields->rule();
+    const std::optional<BacktestResult> result = co_await laboratory_.test(rule, stop);
+    if (result) {
+        showResult(*result);
+    }
+}
+
+void Form37::showResult(const BacktestResult& result) {
+    const QString none = u"这条规则没有买过"_s;
+    ui_->sum->setText(sumWords(result));
+    ui_->plot->setHint(u"没有历史行情\n\n先在“工具 / 历史行情”里补全"_s);
+    ui_->plot->show(result.days);
+    ui_->trades->setHint(none);
+    showYears(years_, yearsOf(result.days));
+    showTrades(trades_, result.trades);
+    showCurve(curve_, result.days);
+    showRun({});
+}
+
+QCoro::Task<> Form37::compare(std::stop_token stop) {
+    const QStringList kept = rules_.names();
+    QStringList names = {u"左边的各项"_s};
+    QList<BacktestRule> rules = {ui_->fields->rule()};
+    for (const QString& name : kept) {
+        names << name;
+        rules << rules_.rule(name);
+    }
+    const std::optional<QList<BacktestResult>> results = co_await laboratory_.compare(rules, stop);
+    if (results) {
+        showComparison(comparison_, names, *results);
+    }
+}
+
+QCoro::Task<> Form37::sweep(std::stop_token stop) {
+    const BacktestRule rule = ui_->fields->rule();
+    const SweepAxis across = ui_->across->axis().value();
+    const std::optional<SweepAxis> down = ui_->down->axis();
+    std::optional<SweepResult> swept = co_await laboratory_.sweep(rule, across, down, stop);
+    if (swept) {
+        swept_ = std::move(swept);
+        showSweptValues();
+    }
+}
+
+void Form37::showSweptValues() {
+    if (swept_) {
+        showSweep(heat_, *swept_, static_cast<SweepMeasure>(ui_->measure->currentIndex()));
+    }
+}
+
+// Other windows take the stock over.
+void Form37::handOver(int row) {
+    if (trades_.isDataRow(row)) {
+        environment_.globals.dangqiandm = trades_.textMatrix(row, 1);
+        environment_.globals.dangqianjc = trades_.textMatrix(row, 2);
+    }
+}
+
+void Form37::showRun(const ResearchProgress& progress) {
+    for (QPushButton* button : {ui_->run, ui_->compare, ui_->sweep}) {
+        button->setEnabled(!progress.running);
+    }
+    ui_->exportCurve->setEnabled(curve_.rows() > 1);
+    ui_->stop->setEnabled(progress.running && !progress.stopping);
+    ui_->stop->setText(progress.stopping && progress.running ? u"正在停止…"_s : u"停止(&S)"_s);
+    ui_->progress->setVisible(progress.running);
+    showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
+    ui_->step->setText(progress.running ? progress.label3 : QString());
+    ui_->step->setVisible(!ui_->step->text().isEmpty());
+}
+
+void Form37::reject() {
+    if (run_.running()) {
+        run_.stop();
+    } else {
+        close();
+    }
+}
+
+}  // namespace guanchao

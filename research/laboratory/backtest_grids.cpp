@@ -1,0 +1,218 @@
+#include "research/laboratory/backtest_grids.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int numberWidth = 600;
+constexpr int figureWidth = 900;
+constexpr int monthWidth = 640;
+constexpr int dayWidth = 1150;
+constexpr int nameWidth = 1300;
+
+// Empties the grid and gives it these headers, behind the row number, and so many rows.
+void begin(ResultGrid& grid, const QStringList& titles, qsizetype rows) {
+    grid.clear();
+    grid.setCols(static_cast<int>(titles.size()) + 1);
+    grid.setRows(static_cast<int>(rows) + 1);
+    grid.setTextMatrix(0, 0, u"序号"_s);
+    grid.setColWidth(0, numberWidth);
+    for (int col = 1; col < grid.cols(); ++col) {
+        grid.setTextMatrix(0, col, titles[col - 1]);
+        grid.setColWidth(col, figureWidth);
+    }
+    for (int row = 1; row < grid.rows(); ++row) {
+        grid.setInteger(row, 0, row);
+    }
+}
+
+void setGain(ResultGrid& grid, int row, int col, double gain) {
+    grid.setReal(row, col, gain);
+    grid.setCellForeColor(row, col, signColour(grid, row, col));
+}
+
+double valueOf(const BacktestSum& sum, SweepMeasure measure) {
+    switch (measure) {
+        case SweepMeasure::drawdown:
+            return sum.drawdown;
+        case SweepMeasure::winShare:
+            return sum.winShare();
+        case SweepMeasure::trades:
+            return sum.trades;
+        case SweepMeasure::gain:
+            break;
+    }
+    return sum.gain;
+}
+
+// From green over dark grey to red, by the place between the worst and the best.
+Colour groundOf(double place) {
+    constexpr double grey = 40;
+    const double way = std::abs(place * 2 - 1);
+    const auto strong = static_cast<unsigned>(std::lround(grey + way * 90));
+    const auto weak = static_cast<unsigned>(std::lround(grey * (1 - way / 2)));
+    return place >= 0.5 ? rgb(strong, weak, weak) : rgb(weak, strong, weak);
+}
+
+QString valueText(const RuleField& field, double value) {
+    BacktestRule rule;
+    rule.*field.value = value;
+    return valueWords(field, rule);
+}
+
+}  // namespace
+
+QString sumWords(const BacktestResult& result) {
+    const BacktestSum& sum = result.sum;
+    if (result.days.isEmpty()) {
+        return u"这些年里没有历史行情。"_s;
+    }
+    return u"%1 到 %2：累计 %3%，上证指数 %4%，最大回撤 %5%。卖出 %6 次，胜率 %7%，平均 %8%；还持有"
+           u" %9 只。"_s.arg(dayText(result.days.first().day), dayText(result.days.last().day),
+                             twoDecimals(sum.gain), twoDecimals(sum.indexGain),
+                             twoDecimals(sum.drawdown), QString::number(sum.trades),
+                             twoDecimals(sum.winShare()), twoDecimals(sum.meanGain),
+                             QString::number(sum.held)) +
+           u"没有买的信号：停牌 %1，买不进（涨停）%2，没有空位 %3。"_s.arg(
+               QString::number(sum.halted), QString::number(sum.atLimit),
+               QString::number(sum.withoutPlace));
+}
+
+void showYears(ResultGrid& grid, const QList<YearOfGains>& years) {
+    const GridFill fill(grid);
+    QStringList titles = {u"年"_s, u"全年"_s, u"上证指数"_s, u"最大回撤"_s};
+    for (int month = 1; month <= 12; ++month) {
+        titles << u"%1月"_s.arg(month);
+    }
+    begin(grid, titles, years.size());
+    grid.setColWidth(1, monthWidth);
+    for (int col = 5; col < grid.cols(); ++col) {
+        grid.setColWidth(col, monthWidth);
+    }
+    for (int row = 1; row <= years.size(); ++row) {
+        const YearOfGains& year = years[row - 1];
+        grid.setInteger(row, 1, year.year);
+        setGain(grid, row, 2, year.gain);
+        setGain(grid, row, 3, year.indexGain);
+        setGain(grid, row, 4, year.drawdown);
+        for (size_t month = 0; month < year.months.size(); ++month) {
+            if (year.months.at(month)) {
+                setGain(grid, row, static_cast<int>(month) + 5, *year.months.at(month));
+            }
+        }
+    }
+}
+
+void showTrades(ResultGrid& grid, const QList<Trade>& trades) {
+    const GridFill fill(grid);
+    begin(grid,
+          {u"代码"_s, u"简称"_s, u"题材"_s, u"信号日期"_s, u"买入日期"_s, u"买入价"_s,
+           u"卖出日期"_s, u"卖出价"_s, u"原因"_s, u"涨幅"_s},
+          trades.size());
+    for (int row = 1; row <= trades.size(); ++row) {
+        const Trade& trade = trades[row - 1];
+        grid.setTextMatrix(row, 1, trade.dm);
+        grid.setTextMatrix(row, 2, trade.jc);
+        grid.setCellForeColor(row, 2, stockColour);
+        grid.setTextMatrix(row, 3, trade.theme);
+        grid.setCellForeColor(row, 3, themeColour);
+        grid.setTextMatrix(row, 4, dayText(trade.signalDay));
+        grid.setTextMatrix(row, 5, dayText(trade.buyDay));
+        grid.setReal(row, 6, trade.buyPrice);
+        grid.setTextMatrix(row, 7, dayText(trade.sellDay));
+        grid.setReal(row, 8, trade.sellPrice);
+        grid.setTextMatrix(row, 9, trade.reason ? wordsOf(*trade.reason) : u"还持有"_s);
+        setGain(grid, row, 10, trade.gain);
+    }
+    grid.setColWidths({numberWidth, dayWidth, dayWidth, nameWidth, dayWidth, dayWidth, figureWidth,
+                       dayWidth, figureWidth, nameWidth, figureWidth});
+}
+
+void showCurve(ResultGrid& grid, const QList<BacktestDay>& days) {
+    const GridFill fill(grid);
+    begin(grid, {u"日期"_s, u"资金%"_s, u"上证指数%"_s, u"回撤%"_s}, days.size());
+    for (int row = 1; row <= days.size(); ++row) {
+        const BacktestDay& day = days[row - 1];
+        grid.setTextMatrix(row, 1, dayText(day.day));
+        grid.setReal(row, 2, (day.capital - 1) * 100);
+        grid.setReal(row, 3, (day.index - 1) * 100);
+        grid.setReal(row, 4, day.drawdown);
+    }
+}
+
+void showComparison(ResultGrid& grid, const QStringList& names,
+                    const QList<BacktestResult>& results) {
+    QList<const RuleField*> differing;
+    QStringList titles = {u"规则"_s,     u"累计%"_s, u"上证指数%"_s, u"最大回撤%"_s,
+                          u"卖出次数"_s, u"胜率%"_s, u"平均%"_s};
+    for (const RuleField& field : ruleFields()) {
+        const bool differs = std::ranges::any_of(results, [&](const BacktestResult& it) {
+            return it.rule.*field.value != results.first().rule.*field.value;
+        });
+        if (differs) {
+            differing << &field;
+            titles << field.words;
+        }
+    }
+    const GridFill fill(grid);
+    begin(grid, titles, results.size());
+    for (int row = 1; row <= results.size(); ++row) {
+        const BacktestResult& result = results[row - 1];
+        grid.setTextMatrix(row, 1, names.value(row - 1));
+        setGain(grid, row, 2, result.sum.gain);
+        setGain(grid, row, 3, result.sum.indexGain);
+        setGain(grid, row, 4, result.sum.drawdown);
+        grid.setInteger(row, 5, result.sum.trades);
+        grid.setReal(row, 6, result.sum.winShare());
+        setGain(grid, row, 7, result.sum.meanGain);
+        for (int at = 0; at < differing.size(); ++at) {
+            grid.setTextMatrix(row, 8 + at, valueWords(*differing[at], result.rule));
+        }
+    }
+    for (int col = 8; col < grid.cols(); ++col) {
+        grid.setColWidth(col, nameWidth);
+    }
+    grid.setColWidth(1, nameWidth);
+}
+
+QStringList sweepMeasures() {
+    return {u"累计%"_s, u"最大回撤%"_s, u"胜率%"_s, u"卖出次数"_s};
+}
+
+void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure) {
+    const GridFill fill(grid);
+    QStringList titles = {sweep.down ? sweep.down->words + u" ＼ "_s + sweep.across->words
+                                     : sweep.across->words};
+    for (const double value : sweep.acrossValues) {
+        titles << valueText(*sweep.across, value);
+    }
+    begin(grid, titles, sweep.downValues.size());
+    grid.setColWidth(1, nameWidth + figureWidth);
+    const auto of = [measure](const BacktestSum& sum) { return valueOf(sum, measure); };
+    const auto [worst, best] = std::ranges::minmax(sweep.sums, {}, of);
+    const double range = of(best) - of(worst);
+    for (int row = 1; row < grid.rows(); ++row) {
+        grid.setTextMatrix(row, 1,
+                           sweep.down ? valueText(*sweep.down, sweep.downValues[row - 1])
+                                      : sweepMeasures().value(static_cast<int>(measure)));
+        for (int col = 2; col < grid.cols(); ++col) {
+            const double value = of(sweep.at(row - 1, col - 2));
+            if (measure == SweepMeasure::trades) {
+                grid.setInteger(row, col, std::lround(value));
+            } else {
+                grid.setReal(row, col, value);
+            }
+            grid.setCellBackColor(row, col,
+                                  groundOf(range > 0 ? (value - of(worst)) / range : 0.5));
+        }
+    }
+}
+
+}  // namespace guanchao
