@@ -14,6 +14,10 @@ namespace {
 
 const QString usualRule = u"（常用的值）"_s;
 
+QDate dateOf(DayNumber day) {
+    return {day / 10000, day / 100 % 100, day % 100};
+}
+
 }  // namespace
 
 Form37::Form37(Environment& environment, Windows&)
@@ -24,6 +28,7 @@ Form37::Form37(Environment& environment, Windows&)
       run_([this](const ResearchProgress& it) { showRun(it); }),
       laboratory_(environment.stores, run_),
       curveExport_(environment.dialogs, environment.failures),
+      charts_(environment.failures),
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->pages->tabBar()->setAccessibleName(ui_->pages->accessibleName());
@@ -32,6 +37,8 @@ Form37::Form37(Environment& environment, Windows&)
     ui_->down->setUp(u"纵向"_s, {}, true);
     ui_->measure->addItems(sweepMeasures());
     ui_->plot->setHint(u"点“运行”，这里画出资金的曲线"_s);
+    ui_->chart->setHint(u"选一次买卖，这里画出它的 K 线"_s);
+    ui_->tradesAndChart->setSizes({1000, 1000});
     setUpGrids();
     connectControls();
     showRules({});
@@ -69,7 +76,7 @@ void Form37::connectControls() {
     });
     connect(ui_->rules, &QComboBox::currentIndexChanged, this, &Form37::showRule);
     connect(ui_->measure, &QComboBox::currentIndexChanged, this, &Form37::showSweptValues);
-    connect(ui_->trades, &GridView::rowChosen, this, &Form37::handOver);
+    connect(ui_->trades, &GridView::rowChosen, this, &Form37::chooseTrade);
 }
 
 void Form37::showRules(const QString& chosen) {
@@ -146,6 +153,8 @@ void Form37::showResult(const BacktestResult& result) {
     ui_->trades->setHint(none);
     showYears(years_, yearsOf(result.days));
     showTrades(trades_, result.trades);
+    done_ = result.trades;
+    ui_->chart->showBars({});
     showCurve(curve_, result.days);
     showRun({});
 }
@@ -182,11 +191,31 @@ void Form37::showSweptValues() {
 }
 
 // Other windows take the stock over.
-void Form37::handOver(int row) {
-    if (trades_.isDataRow(row)) {
-        environment_.globals.dangqiandm = trades_.textMatrix(row, 1);
-        environment_.globals.dangqianjc = trades_.textMatrix(row, 2);
+void Form37::chooseTrade(int row) {
+    if (!trades_.isDataRow(row)) {
+        return;
     }
+    const QString dm = trades_.textMatrix(row, 1);
+    environment_.globals.dangqiandm = dm;
+    environment_.globals.dangqianjc = trades_.textMatrix(row, 2);
+    const QDate bought = QDate::fromString(trades_.textMatrix(row, 5), Qt::ISODate);
+    charts_.stop();
+    charts_.start([this, dm, bought](std::stop_token stop) { return showChart(dm, bought, stop); });
+}
+
+// With all trades of the stock.
+QCoro::Task<> Form37::showChart(QString dm, QDate day, std::stop_token stop) {
+    const QList<Candle> bars = co_await environment_.storedCandles.of(dm, stop);
+    ui_->chart->showBars(bars);
+    for (const Trade& trade : done_) {
+        if (trade.dm == dm) {
+            ui_->chart->mark(dateOf(trade.buyDay), TradeMark::buy);
+        }
+        if (trade.dm == dm && trade.reason) {
+            ui_->chart->mark(dateOf(trade.sellDay), TradeMark::sell);
+        }
+    }
+    ui_->chart->showDay(day);
 }
 
 void Form37::showRun(const ResearchProgress& progress) {

@@ -52,7 +52,8 @@ private:
     QCoro::Task<> sweep(std::stop_token stop);
     void showResult(const BacktestResult& result);
     void showSweptValues();
-    void handOver(int row);
+    void chooseTrade(int row);
+    QCoro::Task<> showChart(QString dm, QDate day, std::stop_token stop);
     void showRun(const ResearchProgress& progress);
 
     Environment& environment_;
@@ -61,9 +62,11 @@ private:
     ResearchRun run_;
     Laboratory laboratory_;
     ResultGrid years_, trades_, comparison_, heat_;
-    ResultGrid curve_;  // to be exported
+    ResultGrid curve_;   // to be exported
+    QList<Trade> done_;  // those that are shown
     std::optional<SweepResult> swept_;
     GridExport curveExport_;
+    Runs charts_;
     Runs runs_;
 };
 

@@ -4,6 +4,7 @@
 #include <QDoubleSpinBox>
 #include <QThreadPool>
 
+#include "frame/candle_chart.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
@@ -71,6 +72,8 @@ TEST_F(Form37Test, ARuleIsRunAndItsCurveGoesOut) {
     EXPECT_EQ(rowText(grid(u"years"_s), 1), u"1|2017|1.98|0.00|0.00|||1.98|||||||||"_s);
     clickCell(view(u"trades"_s), 1, 1);
     EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, u"SH600000浦发银行"_s);
+    const auto* chart = find<CandleChart>(u"chart"_s);
+    until([&] { return chart->chosenText().contains(u"2017-03-20"_s); });
     const QString path = store_.folder() + u"curve.csv"_s;
     dialogs_.picked = path;
     click(u"exportCurve"_s);
