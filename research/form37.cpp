@@ -3,6 +3,7 @@
 #include <QTabBar>
 
 #include "frame/run_share.h"
+#include "market/stored_candles.h"
 #include "research/laboratory/backtest_grids.h"
 #include "ui_form37.h"
 

@@ -439,12 +439,12 @@ TEST_F(BacktestTest, RulesAreKeptByTheirNames) {
     writeFile(folder + u"file"_s);
     EXPECT_THROW(RuleStore(folder + u"file/"_s).keep(odd, rule_), OperationError);
     QSettings settings(folder + u"回测.ini"_s, QSettings::IniFormat);
-    settings.setValue(u"规则/手写/持股数"_s, 1000);
-    settings.setValue(u"规则/手写/止损"_s, u"x"_s);
+    settings.setValue(u"规则/hand/持股数"_s, 1000);
+    settings.setValue(u"规则/hand/止损"_s, u"x"_s);
     BacktestRule usual;
     usual.positions = 100;
     settings.sync();
-    EXPECT_EQ(RuleStore(folder).rule(u"手写"_s), usual) << "no more than a field takes";
+    EXPECT_EQ(RuleStore(folder).rule(u"hand"_s), usual) << "no more than a field takes";
 }
 
 }  // namespace guanchao
