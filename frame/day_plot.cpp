@@ -7,6 +7,7 @@
 #include <QLegendMarker>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -23,7 +24,9 @@ namespace {
 
 constexpr double thickness = 2;
 constexpr int dotRadius = 4;
-constexpr int boxPadding = 6;
+constexpr int boxPadding = 4;
+constexpr int margin = 4;
+constexpr int rightMargin = 12;
 constexpr int mostTicks = 8;   // of the days
 constexpr int usualTicks = 5;  // of the values
 const QString dayFormat = u"yyyy-MM-dd"_s;
@@ -43,10 +46,10 @@ void putTicksAtWholeNumbers(QValueAxis& axis) {
 }  // namespace
 
 DayPlot::DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent)
-    : QChartView(parent), dayAxis_(new QDateTimeAxis(this)) {
+    : QChartView(parent), labelFormat_(labelFormat), dayAxis_(new QDateTimeAxis(this)) {
     buildChart();
     for (const PlotLine& line : lines) {
-        addLine(line, labelFormat);
+        addLine(line);
     }
     connect(chart(), &QChart::plotAreaChanged, this, [this] {
         if (!days_.isEmpty()) {
@@ -67,32 +70,46 @@ void DayPlot::buildChart() {
     chart()->addAxis(dayAxis_, Qt::AlignBottom);
     chart()->setBackgroundRoundness(0);
     chart()->layout()->setContentsMargins(0, 0, 0, 0);
-    chart()->setMargins({4, 4, 12, 4});
+    chart()->setMargins({margin, margin, rightMargin, margin});
     chart()->legend()->setAlignment(Qt::AlignTop);
 }
 
-void DayPlot::addLine(const PlotLine& line, const QString& labelFormat) {
+void DayPlot::addLine(const PlotLine& line) {
     auto* series = new QLineSeries(this);
     series->setName(line.name);
     chart()->addSeries(series);
     series->attachAxis(dayAxis_);
-    series->attachAxis(axisOf(line.axis, labelFormat));
+    series->attachAxis(axisOf(line.axis));
     lines_ << series;
     colours_ << line.colour;
+    setLineColour(lines_.size() - 1, line.colour);
 }
 
-QValueAxis* DayPlot::axisOf(PlotAxis side, const QString& labelFormat) {
+void DayPlot::replaceLines(qsizetype first, const QList<PlotLine>& lines) {
+    showDays({});
+    while (lines_.size() > first) {
+        QLineSeries* line = lines_.takeLast();
+        chart()->removeSeries(line);
+        delete line;
+    }
+    colours_.resize(first);
+    for (const PlotLine& line : lines) {
+        addLine(line);
+    }
+}
+
+QValueAxis* DayPlot::axisOf(PlotAxis side) {
     QValueAxis*& axis = side == PlotAxis::left ? left_ : right_;
     if (!axis) {
         axis = new QValueAxis(this);
-        axis->setLabelFormat(labelFormat);
+        axis->setLabelFormat(labelFormat_);
         axis->setGridLineVisible(side == PlotAxis::left);
         chart()->addAxis(axis, side == PlotAxis::left ? Qt::AlignLeft : Qt::AlignRight);
     }
     return axis;
 }
 
-void DayPlot::setLineColour(int line, const QColor& colour) {
+void DayPlot::setLineColour(qsizetype line, const QColor& colour) {
     colours_[line] = colour;
     lines_[line]->setPen(QPen(readableColour(colour, palette().color(QPalette::Base)), thickness));
 }
@@ -105,7 +122,7 @@ void DayPlot::showColours() {
         axis->setGridLineColor(palette().color(QPalette::Mid));
         axis->setLinePenColor(palette().color(QPalette::Mid));
     }
-    for (int line = 0; line < lines_.size(); ++line) {
+    for (qsizetype line = 0; line < lines_.size(); ++line) {
         setLineColour(line, colours_[line]);
     }
 }
@@ -121,16 +138,14 @@ void DayPlot::changeEvent(QEvent* event) {
 void DayPlot::showDays(const QList<DayValues>& days) {
     days_ = days;
     chosen_ = -1;
-    for (QLineSeries* part : std::exchange(furtherParts_, {})) {
-        chart()->removeSeries(part);
-        delete part;
-    }
+    removeFurtherParts();
     for (qsizetype line = 0; line < lines_.size(); ++line) {
         showLine(line);
     }
     for (QAbstractAxis* axis : chart()->axes()) {
         axis->setVisible(!days.isEmpty());
     }
+    makeRoomForWords();
     if (!days.isEmpty()) {
         fitDays();
         for (QValueAxis* axis : {left_, right_}) {
@@ -145,13 +160,31 @@ void DayPlot::showDays(const QList<DayValues>& days) {
 void DayPlot::showLine(qsizetype line) {
     QLineSeries* part = lines_[line];
     part->clear();
+    if (!part->isVisible()) {
+        return;
+    }
+    bool joinsFormer = false;
     for (qsizetype at = 0; at < days_.size(); ++at) {
-        if (at > 0 && days_[at].source != days_[at - 1].source) {
+        const double value = days_[at].values[line];
+        if (std::isnan(value)) {
+            joinsFormer = false;
+            continue;
+        }
+        joinsFormer = joinsFormer && days_[at].source == days_[at - 1].source;
+        if (!joinsFormer && part->count() > 0) {
             part = furtherPart(*lines_[line]);
         }
-        part->append(moment(days_[at].day), days_[at].values[line]);
+        part->append(moment(days_[at].day), value);
         // One day makes no line.
         part->setPointsVisible(part->count() == 1);
+        joinsFormer = true;
+    }
+}
+
+void DayPlot::removeFurtherParts() {
+    for (QLineSeries* part : std::exchange(furtherParts_, {})) {
+        chart()->removeSeries(part);
+        delete part;
     }
 }
 
@@ -185,8 +218,8 @@ void DayPlot::fitValues(QValueAxis& axis, bool withZero) {
             continue;
         }
         for (const DayValues& day : days_) {
-            lowest = std::min(lowest, day.values[line]);
-            highest = std::max(highest, day.values[line]);
+            lowest = std::fmin(lowest, day.values[line]);
+            highest = std::fmax(highest, day.values[line]);
         }
     }
     axis.setRange(lowest, std::max(highest, lowest + 1));
@@ -267,7 +300,7 @@ void DayPlot::drawDots(QPainter& painter) {
     const DayValues& day = days_[chosen_];
     painter.setPen(Qt::NoPen);
     for (qsizetype line = 0; line < lines_.size(); ++line) {
-        if (lines_[line]->isVisible()) {
+        if (lines_[line]->isVisible() && !std::isnan(day.values[line])) {
             painter.setBrush(lines_[line]->pen().color());
             painter.drawEllipse(
                 chart()->mapToPosition({moment(day.day), day.values[line]}, lines_[line]),
@@ -276,18 +309,42 @@ void DayPlot::drawDots(QPainter& painter) {
     }
 }
 
+QRectF DayPlot::wordsBox(const QString& words, qreal x) const {
+    const QRect strip = QRect(QPoint(), size()).adjusted(margin, margin, -rightMargin, 0);
+    const QRect room = strip.adjusted(boxPadding, boxPadding, -boxPadding, 0);
+    QRectF box = QRectF(fontMetrics().boundingRect(room, Qt::TextWordWrap, words))
+                     .adjusted(-boxPadding, -boxPadding, boxPadding, boxPadding);
+    box.moveLeft(std::clamp(x + boxPadding, static_cast<qreal>(strip.left()),
+                            std::max<qreal>(strip.left(), strip.right() - box.width())));
+    return box;
+}
+
+// For the longest.
+void DayPlot::makeRoomForWords() {
+    QMargins margins(margin, margin, rightMargin, margin);
+    if (!days_.isEmpty()) {
+        const auto longest = std::ranges::max_element(
+            days_, {}, [](const DayValues& day) { return day.words.size(); });
+        margins.setTop(qCeil(wordsBox(longest->words, 0).bottom()));
+    }
+    if (margins != chart()->margins()) {
+        chart()->setMargins(margins);
+    }
+}
+
+void DayPlot::resizeEvent(QResizeEvent* event) {
+    QChartView::resizeEvent(event);
+    makeRoomForWords();
+}
+
 void DayPlot::drawWords(QPainter& painter, qreal x) {
-    const QRectF area = chart()->plotArea();
-    QRectF label = QRectF(painter.fontMetrics().boundingRect(chosenText()))
-                       .adjusted(-boxPadding, -boxPadding, boxPadding, boxPadding);
-    label.moveTop(area.top() + boxPadding);
-    label.moveLeft(std::clamp(x + boxPadding, area.left(),
-                              std::max(area.left(), area.right() - label.width())));
+    const QRectF box = wordsBox(chosenText(), x);
     painter.setPen(palette().color(QPalette::Mid));
     painter.setBrush(palette().button());
-    painter.drawRoundedRect(label, 3, 3);
+    painter.drawRoundedRect(box, 3, 3);
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(label, Qt::AlignCenter, chosenText());
+    painter.drawText(box.adjusted(boxPadding, boxPadding, -boxPadding, -boxPadding),
+                     Qt::AlignCenter | Qt::TextWordWrap, chosenText());
 }
 
 }  // namespace guanchao

@@ -1,6 +1,6 @@
 // A plot of lines over the days, in the look of the program. The day under the pointer, or the one
-// that the arrow keys choose, shows its words and a dot on each line; assistive tools are told its
-// words, or those of the last day.
+// that the arrow keys choose, shows a dot on each line, and its words in a strip above the lines,
+// where they hide none; assistive tools are told its words, or those of the last day.
 #pragma once
 
 #include <QChartView>
@@ -32,8 +32,8 @@ public:
     // whole numbers only. At most one axis on each side.
     DayPlot(const QList<PlotLine>& lines, const QString& labelFormat, QWidget* parent);
 
-    // The days in their order, each with a value for every line, which breaks off where the source
-    // of the values changes.
+    // The days in their order, each with a value for every line, which breaks off at a day where it
+    // has none, a NaN, and where the source of the values changes.
     void showDays(const QList<DayValues>& days);
 
     // What stands in the middle of the plot while it holds no days.
@@ -43,11 +43,18 @@ public:
     QString chosenText() const;
 
 protected:
-    void setLineVisible(int line, bool visible) { lines_[line]->setVisible(visible); }
+    // Both show with the next days.
+    void setLineVisible(qsizetype line, bool visible) { lines_[line]->setVisible(visible); }
+    // Those from `first` on go, and these come in their place.
+    void replaceLines(qsizetype first, const QList<PlotLine>& lines);
     // A colour for a dark ground.
-    void setLineColour(int line, const QColor& colour);
+    void setLineColour(qsizetype line, const QColor& colour);
+
+    // Where these words would stand if they belonged to the day at `x`.
+    QRectF wordsBox(const QString& words, qreal x) const;
 
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
@@ -57,8 +64,10 @@ protected:
 private:
     void buildChart();
     void showColours();
-    void addLine(const PlotLine& line, const QString& labelFormat);
-    QValueAxis* axisOf(PlotAxis side, const QString& labelFormat);
+    void addLine(const PlotLine& line);
+    QValueAxis* axisOf(PlotAxis side);
+    void makeRoomForWords();
+    void removeFurtherParts();
     void showLine(qsizetype line);
     QLineSeries* furtherPart(QLineSeries& line);
     void fitDays();
@@ -68,6 +77,7 @@ private:
     void drawDots(QPainter& painter);
     void drawWords(QPainter& painter, qreal x);
 
+    QString labelFormat_;
     QDateTimeAxis* dayAxis_;
     QValueAxis* left_ = nullptr;
     QValueAxis* right_ = nullptr;

@@ -116,6 +116,29 @@ TEST_F(DayPlotTest, ALineJoinsDaysOfOneSourceOnly) {
         << "a further part is of the line's axis";
     EXPECT_EQ(chart()->legend()->markers(chart()->series().last()).first()->isVisible(), false);
     EXPECT_EQ(parts({u"e"_s, u"e"_s}), u"2-"_s) << "and goes with its days";
+    constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+    showValues({{1, gap, 1}, {1, 2, 1}, {1, 3, 1}, {1, gap, 1}, {1, 5, 1}});
+    const auto* line = qobject_cast<QLineSeries*>(chart()->series()[1]);
+    EXPECT_EQ(line->count(), 2) << "a day without a value is none of 0";
+    EXPECT_EQ(qobject_cast<QLineSeries*>(chart()->series().last())->at(0).y(), 5);
+}
+
+TEST_F(DayPlotTest, TheWordsOfADayStandOverThePlotHoweverLongAndWideItIs) {
+    for (const int width : {300, 600, 1200}) {
+        for (const int words : {1, 10, 40}) {
+            resize(width, 400);
+            const QString text = QString(u"主题 "_s).repeated(words);
+            showDays(
+                {{QDate(2026, 11, 1), {1, 2, 3}, u"x"_s}, {QDate(2026, 11, 2), {1, 2, 3}, text}});
+            QApplication::processEvents();
+            for (const double part : {0.0, 0.5, 1.0}) {
+                const QRectF area = chart()->plotArea();
+                const QRectF box = wordsBox(text, area.left() + part * area.width());
+                EXPECT_LE(box.bottom(), area.top()) << width << ' ' << words;
+                EXPECT_TRUE(QRectF(rect()).contains(box)) << width << ' ' << words;
+            }
+        }
+    }
 }
 
 }  // namespace guanchao
