@@ -1,0 +1,120 @@
+#include "research/rank_tables.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/values.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr double fullHeat = 8;
+
+struct Column {
+    QString header;
+    int width;
+};
+
+// Without themes it is an empty grid, whose view shows its hint.
+void beginTable(ResultGrid& grid, qsizetype themes, const QList<Column>& columns) {
+    grid.clear();
+    grid.setRows(static_cast<int>(themes) + 1);
+    grid.setCols(themes == 0 ? 1 : static_cast<int>(columns.size()) + 1);
+    grid.setColWidth(0, 500);
+    for (int col = 1; col < grid.cols(); ++col) {
+        grid.setTextMatrix(0, col, columns[col - 1].header);
+        grid.setColWidth(col, columns[col - 1].width);
+    }
+    for (int row = 1; row < grid.rows(); ++row) {
+        grid.setInteger(row, 0, row);
+    }
+}
+
+void putGain(ResultGrid& grid, int row, int col, double gain) {
+    grid.setReal(row, col, gain);
+    grid.setCellBackColor(row, col, signColour(grid, row, col));
+}
+
+// From white to the colour.
+unsigned mixed(Colour colour, unsigned shift, double part) {
+    constexpr double white = 255;
+    const double of = (colour >> shift) & 0xFF;
+    return static_cast<unsigned>(std::lround(white + (of - white) * part));
+}
+
+}  // namespace
+
+void fillRanks(const RangeRanks& ranks, ResultGrid& grid) {
+    const GridFill fill(grid);
+    beginTable(grid, ranks.themes.size(),
+               {{u"名次"_s, 700},
+                {u"主题名称"_s, 2400},
+                {u"总涨幅"_s, 1100},
+                {u"同日大盘"_s, 1100},
+                {u"涨幅差"_s, 1100},
+                {u"天数"_s, 800},
+                {u"成员"_s, 800},
+                {u"有行情"_s, 900}});
+    for (int row = 1; row < grid.rows(); ++row) {
+        const RankedTheme& theme = ranks.themes[row - 1];
+        grid.setInteger(row, 1, row);
+        grid.setTextMatrix(row, rankThemeColumn, theme.name);
+        grid.setCellForeColor(row, rankThemeColumn, themeColour);
+        putGain(grid, row, 3, theme.gain);
+        putGain(grid, row, 4, theme.market);
+        putGain(grid, row, 5, theme.difference());
+        grid.setInteger(row, 6, theme.days);
+        grid.setInteger(row, 7, theme.members);
+        grid.setInteger(row, 8, theme.membersWithRows);
+    }
+    grid.setKeyColumns({rankThemeColumn});
+}
+
+void fillWeeks(const RangeRanks& ranks, ResultGrid& grid) {
+    const GridFill fill(grid);
+    QList<Column> columns = {{u"主题名称"_s, 1900}};
+    for (const QDate& monday : ranks.weeks) {
+        columns << Column{dateText(monday), 1150};
+    }
+    beginTable(grid, ranks.themes.size(), columns);
+    for (int row = 1; row < grid.rows(); ++row) {
+        const RankedTheme& theme = ranks.themes[row - 1];
+        grid.setTextMatrix(row, weekThemeColumn, theme.name);
+        grid.setCellForeColor(row, weekThemeColumn, themeColour);
+        for (int week = 0; week < theme.weeks.size(); ++week) {
+            const double gain = theme.weeks[week];
+            if (!std::isnan(gain)) {
+                grid.setReal(row, weekThemeColumn + 1 + week, gain);
+                grid.setCellBackColor(row, weekThemeColumn + 1 + week, heatColour(gain));
+            }
+        }
+    }
+    grid.setKeyColumns({weekThemeColumn});
+}
+
+Colour heatColour(double gain) {
+    const double part = std::min(std::abs(gain) / fullHeat, 1.0);
+    const Colour colour = gain < 0 ? fallColour : riseColour;
+    return rgb(mixed(colour, 16, part), mixed(colour, 8, part), mixed(colour, 0, part));
+}
+
+QString ranksLine(const RangeRanks& ranks, const RangeQuestion& question) {
+    const bool isHistory = question.source == RangeSource::history;
+    QString line = dateText(question.first) + u" 至 "_s + dateText(question.last) + u"："_s +
+                   QString::number(ranks.days) + u" 个交易日，"_s +
+                   QString::number(ranks.themes.size()) + u" 个主题。只按"_s +
+                   (isHistory ? u"历史行情库"_s : u"对比时下载的行情"_s) + u"算，不下载。"_s;
+    if (ranks.days == 0) {
+        line += u"那里没有这段日期的大盘行情，"_s +
+                (isHistory ? u"先在“工具 / 历史行情”里补全。"_s : u"先点“开始对比”。"_s);
+    } else if (ranks.withoutRows > 0) {
+        line += u"另有 "_s + QString::number(ranks.withoutRows) +
+                u" 个主题的股票都没有行情，没有列出。"_s;
+    }
+    return line;
+}
+
+}  // namespace guanchao
