@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 #include <QComboBox>
+#include <QLabel>
 #include <utility>
 
 namespace guanchao {
@@ -27,6 +28,14 @@ class ToldControl : public QAccessibleWidget {
 public:
     ToldControl(QWidget& control, const ToldRole& told)
         : QAccessibleWidget(&control, told.role()), told_(told) {}
+
+    // The words of a label are its name, and its value too: a line that tells a result.
+    QString text(QAccessible::Text kind) const override {
+        const auto* label = qobject_cast<const QLabel*>(widget());
+        const bool isName = kind == QAccessible::Name && widget()->accessibleName().isEmpty();
+        return label && (isName || kind == QAccessible::Value) ? label->text()
+                                                               : QAccessibleWidget::text(kind);
+    }
 
     int childCount() const override { return 0; }
     QAccessibleInterface* child(int) const override { return nullptr; }
@@ -73,10 +82,8 @@ QAccessibleInterface* toldControl(const QString&, QObject* object) {
 
 // As it may have been told by its own class already.
 void forgetRoleOf(QWidget& control) {
-    if (QAccessible::isActive()) {
-        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&control);
-        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(told));
-    }
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&control);
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(told));
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // Form24, "主题历史涨幅与大盘对比": a theme against the market over a range of days, as a table and
-// as a plot. Tables dzhzhuti, geguhq and zhutidapanhq of the main store; the rules are in
-// ThemeHistory and DayCache. Its load takes dangqianzhuti over.
+// as a plot with its members; the ranks of all themes and their weeks over what is stored in
+// the main store or in the first history database. Tables dzhzhuti, geguhq and zhutidapanhq of the
+// main store; the rules are in ThemeHistory, DayCache and rankThemes. Its load takes dangqianzhuti
+// over.
 #pragma once
 
 #include <QCloseEvent>
@@ -38,12 +40,22 @@ protected:
 private:
     ThemeHistory newHistory();
     QCoro::Task<> compare(std::stop_token stop);
+    QCoro::Task<> showStored(QString theme, std::stop_token stop);
+    void showResult(const ThemeHistoryResult& result);
+    QCoro::Task<> rank(std::stop_token stop);
+    void startRanking();
+    void connectTables();
+    bool hasHistory() const;
+    void openTheme(const ResultGrid& grid, int row, int col);
     void showRun(bool running);
     void showStep(const ThemeHistoryStep& step);
 
     Environment& environment_;
     std::unique_ptr<Ui::Form24> ui_;
     ResultGrid grid_;
+    ResultGrid ranks_;
+    ResultGrid weeks_;
+    bool isRanked_ = false;
     DateBoxes* first_ = nullptr;
     DateBoxes* last_ = nullptr;
     Runs runs_;

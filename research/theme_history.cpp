@@ -1,5 +1,10 @@
 #include "research/theme_history.h"
 
+#include <QHash>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
 #include "base/values.h"
 #include "base/worker.h"
 #include "grid/tianchongbiao.h"
@@ -78,14 +83,8 @@ QList<CachedDays> cachedCodes(const StoreFile& main, const QString& theme, const
     return codes;
 }
 
-struct Range {
-    QDate first;
-    QDate last;
-    QString theme;
-};
-
 // Returns the statements that write the comparison.
-QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResult& result,
+QStringList compareDays(Connection& store, const HistoryRange& range, ThemeHistoryResult& result,
                         Works& work) {
     QStringList statements = {u"delete from zhutidapanhq"_s};
     HistoryPoint total;
@@ -101,6 +100,7 @@ QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResul
                           quoted(day) + u',' + numberText(gain.toNumber()) + u',' +
                           quoted(days.value(u"sp").toText()) + u")"_s;
         const Value mean = themeGain(store, range.theme, day);
+        total.isGap = mean.isNull();
         if (!mean.isNull()) {
             total.theme += mean.toNumber();
             result.hasTheme = true;
@@ -114,16 +114,64 @@ QStringList compareDays(Connection& store, const Range& range, ThemeHistoryResul
     return statements;
 }
 
+// The gain of each day of which the stock has a row.
+QHash<QDate, double> gainsOf(Connection& store, const QString& dm, const HistoryRange& range) {
+    QHash<QDate, double> gains;
+    Recordset days(store,
+                   u"select datetime(riqi) as riqi,avg(zhangfu) as zhangfu from geguhq where"
+                   u" dm="_s +
+                       quoted(dm) + u" and datetime(riqi)>="_s + quoted(timeText(range.first)) +
+                       u" and datetime(riqi)<="_s + quoted(timeText(range.last)) +
+                       u" and zhangfu is not null group by datetime(riqi)"_s);
+    for (; !days.atEnd(); days.moveNext()) {
+        const QDate day = QDate::fromString(days.value(u"riqi").toText().left(10), Qt::ISODate);
+        gains.insert(day, days.value(u"zhangfu").toNumber());
+    }
+    return gains;
+}
+
+void addUp(const QHash<QDate, double>& gains, const QList<HistoryPoint>& points,
+           MemberSums& member) {
+    for (const HistoryPoint& point : points) {
+        const auto gain = gains.constFind(point.day);
+        if (gain == gains.cend()) {
+            member.sums << std::numeric_limits<double>::quiet_NaN();
+        } else {
+            member.total += *gain;
+            member.sums << member.total;
+            member.hasRows = true;
+        }
+    }
+}
+
+QList<MemberSums> memberSums(Connection& store, const HistoryRange& range,
+                             const QList<HistoryPoint>& points, const Works& work) {
+    QList<MemberSums> members;
+    Recordset codes(store, u"select dm,max(jc) as jc from dzhzhuti where zhutiname="_s +
+                               quoted(range.theme) + u" group by dm order by dm"_s);
+    for (; !codes.atEnd(); codes.moveNext()) {
+        work.endIfAbandoned();
+        MemberSums member = {codes.value(u"dm").toText(), codes.value(u"jc").toText(), {}};
+        addUp(gainsOf(store, member.dm, range), points, member);
+        members << member;
+    }
+    std::ranges::stable_sort(members, {}, [](const MemberSums& member) {
+        return std::pair(!member.hasRows, -member.total);
+    });
+    return members;
+}
+
 struct Comparison {
     ThemeHistoryResult result;
     Recordset days;  // newest first
 };
 
-Comparison compareIn(const StoreFile& main, const Range& range, Works& work) {
+Comparison compareIn(const StoreFile& main, const HistoryRange& range, Works& work) {
     const Activity activity = comparing();
     Connection store = main.open();
     ThemeHistoryResult result;
     writeComparison(store, compareDays(store, range, result, work));
+    result.members = memberSums(store, range, result.points, work);
     return {result, Recordset(store,
                               u"select riqi as 日期,zhutiname as 主题名称,"
                               u"zhutizhangfu as 主题涨幅,dapanzhangfu as 大盘涨幅,"
@@ -138,6 +186,23 @@ QString missedWords(const MissedDays& missed) {
     return u"有 "_s + QString::number(missed.codes.size()) +
            u" 只的历史行情没有取到，按库里已有的对比。"_s + missed.reason +
            u"。过一会儿再点“开始对比”。"_s;
+}
+
+// Of sums that rest on fewer days than the range has, or on none.
+QString gapWords(const ThemeHistoryResult& result, const QString& theme) {
+    if (result.points.isEmpty()) {
+        return u"这段日期里没有大盘的历史行情，没有可比的日子：上面的 0 不是涨幅。"_s;
+    }
+    if (theme.isEmpty()) {
+        return {};
+    }
+    if (!result.hasTheme) {
+        return u"这段日期里主题的股票都没有历史行情：上面主题的 0 不是涨幅。"_s;
+    }
+    const auto gaps = std::ranges::count(result.points, true, &HistoryPoint::isGap);
+    return gaps == 0 ? QString()
+                     : u"主题有 "_s + QString::number(gaps) +
+                           u" 天没有行情，图里断开，主题总涨幅不含这些天。"_s;
 }
 
 // A day without a theme has no sign.
@@ -157,6 +222,9 @@ void colourDays(ResultGrid& grid) {
 
 QString pointText(const HistoryPoint& point, bool hasTheme) {
     const QString index = u"大盘 "_s + twoDecimals(point.index) + u"%"_s;
+    if (hasTheme && point.isGap) {
+        return dateText(point.day) + u"  主题没有行情  "_s + index;
+    }
     const QString theme = u"主题 "_s + twoDecimals(point.theme) + u"%  "_s + index + u"  差 "_s +
                           twoDecimals(point.difference()) + u"%"_s;
     return dateText(point.day) + u"  "_s + (hasTheme ? theme : index);
@@ -181,34 +249,64 @@ DateTexts ThemeHistory::lastDay() const {
     return dateTexts(clock_.now().date());
 }
 
+std::optional<HistoryRange> ThemeHistory::readRange(const DateTexts& first, const DateTexts& last,
+                                                    const QString& theme) {
+    if (!isReadable(first) || !isReadable(last)) {
+        dialogs_.tell(u"日期不对，年、月、日都要填数字。"_s);
+        return std::nullopt;
+    }
+    const HistoryRange range = {packDate(first), packDate(last), trimBlanks(theme)};
+    if (range.first.daysTo(range.last) < 0) {
+        dialogs_.tell(u" 结束日期一定要大于开始日期哟！"_s);
+        return std::nullopt;
+    }
+    return range;
+}
+
+std::optional<HistoryRange> ThemeHistory::beginRange(const DateTexts& first, const DateTexts& last,
+                                                     const QString& theme) {
+    const std::optional<HistoryRange> range = readRange(first, last, theme);
+    return range && !refusesWhileWriting(globals_, dialogs_, u"对比"_s) ? range : std::nullopt;
+}
+
 QCoro::Task<std::optional<ThemeHistoryResult>> ThemeHistory::compare(DateTexts first,
                                                                      DateTexts last, QString theme,
                                                                      std::stop_token stop) {
-    if (!isReadable(first) || !isReadable(last)) {
-        dialogs_.tell(u"日期不对，年、月、日都要填数字。"_s);
+    const std::optional<HistoryRange> range = beginRange(first, last, theme);
+    if (!range) {
         co_return std::nullopt;
     }
-    const Range range = {packDate(first), packDate(last), trimBlanks(theme)};
-    if (isRefused(range.first, range.last)) {
+    const MissedDays missed = co_await updateCache(range->theme, range->first, range->last, stop);
+    const QString lacks = missedWords(missed);
+    const ThemeHistoryResult result = co_await compareRange(*range, lacks, stop);
+    co_return result;
+}
+
+QCoro::Task<std::optional<ThemeHistoryResult>> ThemeHistory::compareStored(DateTexts first,
+                                                                           DateTexts last,
+                                                                           QString theme,
+                                                                           std::stop_token stop) {
+    const std::optional<HistoryRange> range = beginRange(first, last, theme);
+    if (!range) {
         co_return std::nullopt;
     }
-    const MissedDays missed = co_await updateCache(range.theme, range.first, range.last, stop);
+    const QString lacks = u"按库里已有的行情对比，没有下载；要补全就点“开始对比”。"_s;
+    const ThemeHistoryResult result = co_await compareRange(*range, lacks, stop);
+    co_return result;
+}
+
+QCoro::Task<ThemeHistoryResult> ThemeHistory::compareRange(HistoryRange range, QString lacks,
+                                                           std::stop_token stop) {
     const auto job = [main = stores_.main, range](Works& work) {
         return compareIn(main, range, work);
     };
     std::optional<Comparison> comparison =
         co_await inWorker<ThemeHistoryStep>(job, show_, {}, stop);
     fillGrid(comparison->days);
-    comparison->result.missed = missedWords(missed);
+    QStringList words = {lacks, gapWords(comparison->result, range.theme)};
+    words.removeAll(QString());
+    comparison->result.missed = words.join(u'\n');
     co_return comparison->result;
-}
-
-bool ThemeHistory::isRefused(const QDate& first, const QDate& last) {
-    if (first.daysTo(last) < 0) {
-        dialogs_.tell(u" 结束日期一定要大于开始日期哟！"_s);
-        return true;
-    }
-    return refusesWhileWriting(globals_, dialogs_, u"对比"_s);
 }
 
 QCoro::Task<MissedDays> ThemeHistory::updateCache(QString theme, QDate first, QDate last,

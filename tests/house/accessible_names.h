@@ -20,6 +20,9 @@ inline bool isNamed(const QWidget& control) {
     if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) {
         return !button->text().isEmpty();
     }
+    if (const auto* line = qobject_cast<const QLabel*>(&control)) {
+        return !line->text().isEmpty();
+    }
     const QList<QLabel*> labels = control.window()->findChildren<QLabel*>();
     return std::any_of(labels.begin(), labels.end(),
                        [&](const QLabel* label) { return label->buddy() == &control; });

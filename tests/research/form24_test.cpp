@@ -1,6 +1,11 @@
 #include "research/form24.h"
 
+#include <QAccessible>
+#include <QTabWidget>
+
+#include "base/worker.h"
 #include "research/history_plot.h"
+#include "research/line_choice.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/window_test.h"
 
@@ -16,6 +21,7 @@ protected:
              u"('SH000001','2026-11-20 00:00:00',-2.5,3010),"
              u"('SH600000','2026-11-20 00:00:00',4,10)"_s});
         services_.history = {Service()};
+        stores_.firstHistory = {store_.folder() + u"first"_s, {}};
         open<Form24>();
     }
 
@@ -40,6 +46,74 @@ TEST_F(Form24Test, ARunOfNinetyDaysShowsItsLineItsTableAndItsPlot) {
     auto* plot = find<HistoryPlot>(u"plot"_s);
     QTest::keyClick(plot, Qt::Key_Left);
     EXPECT_EQ(plot->chosenText(), u"2026-11-20  主题 4.00%  大盘 -1.50%  差 5.50%"_s);
+}
+
+TEST_F(Form24Test, TheSpaceBarSwitchesAMemberInThePlot) {
+    store_.addMember(u"银行"_s, u"SH600009"_s);
+    runToItsEnd();
+    auto* lines = find<LineChoice>(u"lines"_s);
+    auto* plot = find<HistoryPlot>(u"plot"_s);
+    ASSERT_EQ(lines->count(), 5) << "theme, market, difference and two members";
+    const auto words = [&] {
+        QTest::keyClick(plot, Qt::Key_Left);
+        return plot->chosenText();
+    };
+    const QString alone = words();
+    lines->setFocus();
+    QTest::keyClick(lines, Qt::Key_Down);
+    QTest::keyClick(lines, Qt::Key_Down);
+    QTest::keyClick(lines, Qt::Key_Down);
+    QTest::keyClick(lines, Qt::Key_Space);
+    const QString with = words();
+    EXPECT_TRUE(with.startsWith(alone)) << with.toStdString();
+    EXPECT_TRUE(with.endsWith(u" 4.00%"_s)) << with.toStdString();
+    EXPECT_EQ(plot->chart()->series()[3]->isVisible(), true);
+    QTest::keyClick(lines, Qt::Key_Up);
+    QTest::keyClick(lines, Qt::Key_Up);
+    QTest::keyClick(lines, Qt::Key_Space);
+    EXPECT_EQ(plot->chart()->series()[1]->isVisible(), false);
+    runToItsEnd();
+    EXPECT_EQ(words(), with) << "stays switched in the next run";
+    EXPECT_FALSE(lines->item(4)->flags() & Qt::ItemIsEnabled) << "a stock without rows";
+}
+
+TEST_F(Form24Test, ATabRanksAllThemesAndEnterShowsOneOverWhatIsStored) {
+    store_.addMember(u"白酒"_s, u"SH600519"_s);
+    store_.run({u"insert into geguhq values('SH600519','2026-11-19 00:00:00',7,10)"_s});
+    auto* tabs = find<QTabWidget>(u"tabs"_s);
+    tabs->setCurrentIndex(2);
+    until([this] { return button(u"rankAll"_s)->isEnabled(); });
+    EXPECT_EQ(grid(u"weeks"_s).textMatrix(1, 1), u"白酒"_s);
+    tabs->setCurrentIndex(1);
+    EXPECT_EQ(grid(u"ranks"_s).rows(), 3);
+    QTest::keyClick(&view(u"ranks"_s), Qt::Key_Down);
+    QTest::keyClick(&view(u"ranks"_s), Qt::Key_Up);
+    QTest::keyClick(&view(u"ranks"_s), Qt::Key_Return);
+    until([this] { return button(u"Command9"_s)->isEnabled(); });
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_EQ(text(u"Text1"_s), u"白酒"_s);
+    EXPECT_EQ(label(u"Label3"_s), u"主题总涨幅(7)-大盘总涨幅(-1.5)=涨幅差(8.5)"_s);
+    EXPECT_TRUE(http_.paths.isEmpty());
+}
+
+TEST_F(Form24Test, TheWindowMayCloseWhileItRanks) {
+    click(u"rankAll"_s);
+    EXPECT_FALSE(button(u"rankAll"_s)->isEnabled());
+    form_->close();
+    deleteClosedWindows();
+    EXPECT_TRUE(form_.isNull());
+    endOf(workersEnded({}));
+    EXPECT_TRUE(failures_.texts.isEmpty());
+}
+
+TEST_F(Form24Test, AssistiveToolsReadTheResultLine) {
+    runToItsEnd();
+    auto* line = find<QLabel>(u"Label3"_s);
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(line);
+    EXPECT_EQ(told->role(), QAccessible::StaticText);
+    EXPECT_EQ(told->text(QAccessible::Name), line->text());
+    EXPECT_EQ(told->text(QAccessible::Value), line->text());
+    EXPECT_TRUE(line->focusPolicy() & Qt::TabFocus);
 }
 
 TEST_F(Form24Test, StopAndEscEndARunAndLeaveTheWindow) {

@@ -1,6 +1,7 @@
 #include "research/theme_history.h"
 
 #include <QUrlQuery>
+#include <cmath>
 
 #include "base/values.h"
 #include "tests/support/outcome_of.h"
@@ -234,8 +235,16 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
         points << pointText(point, result->hasTheme);
     }
     EXPECT_EQ(points, QStringList({u"2026-11-02  主题 0.63%  大盘 0.50%  差 0.13%"_s,
-                                   u"2026-11-03  主题 0.63%  大盘 1.00%  差 -0.38%"_s,
+                                   u"2026-11-03  主题没有行情  大盘 1.00%"_s,
                                    u"2026-11-04  主题 1.25%  大盘 1.50%  差 -0.25%"_s}));
+    EXPECT_TRUE(
+        result->missed.endsWith(u"主题有 1 天没有行情，图里断开，主题总涨幅不含这些天。"_s));
+    ASSERT_EQ(result->members.size(), 2);
+    const MemberSums& best = result->members.first();
+    EXPECT_EQ(best.dm, u"SH600000"_s);
+    EXPECT_EQ(best.sums[0], 2.25);
+    EXPECT_TRUE(std::isnan(best.sums[1])) << "a gap and not 0";
+    EXPECT_EQ(best.sums[2], 4.5);
     EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s),
               QStringList({u"2026-11-02 00:00:00|银行|0.625|0.5|9"_s,
                            u"2026-11-03 00:00:00|null|null|0.5|9"_s,
@@ -244,6 +253,33 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
     EXPECT_EQ(grid_.textMatrix(1, 1), u"2026-11-04 00:00:00"_s) << "the newest day first";
     EXPECT_EQ(grid_.textMatrix(1, 5), u"0.13"_s);
     EXPECT_EQ(grid_.textMatrix(2, 2) + grid_.textMatrix(2, 3) + grid_.textMatrix(2, 5), QString());
+}
+
+TEST_F(ThemeHistoryTest, SumsThatRestOnNoPricesAreToldAsSuch) {
+    const QString noMarket = u"这段日期里没有大盘的历史行情，没有可比的日子：上面的 0 不是涨幅。"_s;
+    const QString noTheme = u"这段日期里主题的股票都没有历史行情：上面主题的 0 不是涨幅。"_s;
+    const struct {
+        const char* name;
+        QList<int> index, stock;
+        QString theme;
+        QString told;
+    } cases[] = {
+        {"nothing", {}, {}, u"银行"_s, noMarket},  {"no market", {}, {3}, u"银行"_s, noMarket},
+        {"no theme", {3}, {}, u"银行"_s, noTheme}, {"the market alone is wanted", {3}, {}, {}, {}},
+        {"all there", {3}, {3}, u"银行"_s, {}},
+    };
+    for (const auto& it : cases) {
+        store_.run({u"delete from geguhq"_s});
+        addCached(u"SH000001"_s, it.index);
+        addCached(u"SH600000"_s, it.stock);
+        const auto result = endOf(history_.compareStored(dateTexts(day(2)), dateTexts(day(4)),
+                                                         it.theme, window_.get_token()));
+        ASSERT_TRUE(result);
+        EXPECT_EQ(result->missed.section(u'\n', 0, 0),
+                  u"按库里已有的行情对比，没有下载；要补全就点“开始对比”。"_s);
+        EXPECT_EQ(result->missed.section(u'\n', 1), it.told) << it.name;
+        EXPECT_EQ(asked(), QStringList()) << it.name;
+    }
 }
 
 TEST_F(ThemeHistoryTest, RefusesWrongDatesAndABusyStore) {
