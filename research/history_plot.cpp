@@ -1,5 +1,7 @@
 #include "research/history_plot.h"
 
+#include <QChart>
+#include <QLegend>
 #include <cmath>
 #include <limits>
 
@@ -52,7 +54,10 @@ QList<PlotLine> linesOf(const QList<MemberSums>& members) {
 
 }  // namespace
 
-HistoryPlot::HistoryPlot(QWidget* parent) : DayPlot(plotLines(), u"%.1f%%"_s, parent) {}
+// The list of its lines is its legend.
+HistoryPlot::HistoryPlot(QWidget* parent) : DayPlot(plotLines(), u"%.1f%%"_s, parent) {
+    chart()->legend()->hide();
+}
 
 void HistoryPlot::showHistory(const ThemeHistoryResult& history) {
     history_ = history;
