@@ -71,8 +71,8 @@ TEST_F(RangeRanksTest, AThemeIsTheMeanOfItsMembersThatHaveARowOnTheDaysOfTheInde
     for (const RankedTheme& theme : all.themes) {
         told << words(theme);
     }
-    EXPECT_EQ(told, QStringList(
-                        {u"甲 3 2 2 1/1 4 -1"_s, u"丁 2 2 2 1/1 2 -"_s, u"乙 2 2 2 2/3 3 -1"_s}))
+    EXPECT_EQ(told,
+              QStringList({u"甲 3 2 2 1/1 4 -1"_s, u"丁 2 2 2 1/1 2 -"_s, u"乙 2 2 2 2/3 3 -1"_s}))
         << "equals by name";
     EXPECT_EQ(words(ranks(monday_).themes.first()), u"甲 4 1 1 1/1 4"_s);
 }
