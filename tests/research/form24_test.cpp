@@ -84,7 +84,8 @@ TEST_F(Form24Test, ATabRanksAllThemesAndEnterShowsOneOverWhatIsStored) {
     tabs->setCurrentIndex(2);
     until([this] { return button(u"rankAll"_s)->isEnabled(); });
     EXPECT_EQ(grid(u"weeks"_s).textMatrix(1, 1), u"白酒"_s);
-    tabs->setCurrentIndex(1);
+    QTest::keyClick(&view(u"weeks"_s), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(tabs->currentIndex(), 1);
     EXPECT_EQ(grid(u"ranks"_s).rows(), 3);
     QTest::keyClick(&view(u"ranks"_s), Qt::Key_Down);
     QTest::keyClick(&view(u"ranks"_s), Qt::Key_Up);
