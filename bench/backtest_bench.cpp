@@ -24,17 +24,13 @@ struct LaboratoryOfTheMarket {
         makeHistoryScale(stores.firstHistory, stores.secondHistory, {}, true);
     }
 
-    void test(Laboratory& laboratory) {
-        const auto result = QCoro::waitFor(laboratory.test(rule, {}));
-        trades = static_cast<int>(result->trades.size());
-    }
+    void test(Laboratory& of) { QCoro::waitFor(of.test(rule, {})); }
 
     QTemporaryDir folder;
     Stores stores;
     BacktestRule rule;
     ResearchRun run{[](const ResearchProgress&) {}};
     Laboratory laboratory{stores, run};
-    int trades = 0;
 };
 
 void besideASecond(benchmark::State& state, const std::function<void()>& program) {
@@ -49,7 +45,6 @@ void firstRule(benchmark::State& state) {
         Laboratory fresh(it.stores, it.run);
         it.test(fresh);
     });
-    state.counters["trades"] = it.trades;
 }
 BENCHMARK(firstRule)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
@@ -57,7 +52,6 @@ void oneRule(benchmark::State& state) {
     LaboratoryOfTheMarket it;
     it.test(it.laboratory);
     besideASecond(state, [&] { it.test(it.laboratory); });
-    state.counters["trades"] = it.trades;
 }
 BENCHMARK(oneRule)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 

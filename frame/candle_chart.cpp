@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTextOption>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -253,8 +254,8 @@ void CandleChart::paintMarks(QPainter& painter, const PriceScale& prices) const 
         painter.drawPolygon(QPolygonF(
             {{x, y + away / 2}, {x - markSize, y + 2 * away}, {x + markSize, y + 2 * away}}));
         const QRectF words(x - 20, buys ? y + 2 * away : y + 2 * away - 20, 40, 20);
-        painter.drawText(words, Qt::AlignHCenter | (buys ? Qt::AlignTop : Qt::AlignBottom),
-                         buys ? u"买"_s : u"卖"_s);
+        painter.drawText(words, buys ? u"买"_s : u"卖"_s,
+                         QTextOption(Qt::AlignHCenter | (buys ? Qt::AlignTop : Qt::AlignBottom)));
     }
 }
 
