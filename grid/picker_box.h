@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QObject>
-#include <QPointer>
 #include <QTimer>
 
 #include "store/stores.h"
@@ -31,7 +30,7 @@ public:
     void takeFirst();
 
     void hideList();
-    bool listIsOpen() const { return list_->isVisible(); }
+    bool listIsOpen() const { return isOpen_; }
 
     // Puts a text into the box as if it had been typed: the list opens even for the text that is
     // there already.
@@ -50,12 +49,14 @@ private:
     void boxChanged();
     void showCandidates(const QString& candidates);
     void listClicked();
+    void listShown(bool shown);
     bool leaves(const QObject* watched, const QEvent& event) const;
     bool takeKey(const QObject* watched, int key);
     void placeList(const QString& candidates);
 
     QLineEdit& box_;
-    QPointer<QListWidget> list_;  // its window may delete it before this
+    QListWidget& list_;
+    bool isOpen_ = false;  // nothing is asked of the list after its end
     const StoreFile& mainStore_;
     bool wholeLinesAbove_ = false;
     int mostLines_ = -1;  // below 0: no limit
