@@ -82,7 +82,8 @@ void AxisFields::showField() {
     const double step = usualStep(*field);
     const BacktestRule usual;
     const double middle = usual.*field->value;
-    const double from = std::max(field->least, middle - (usualValues / 2 - 1) * step);
+    constexpr int below = usualValues / 2 - 1;
+    const double from = std::max(field->least, middle - below * step);
     step_->setRange(step / 10, field->most - field->least);
     from_->setValue(from);
     to_->setValue(from + (usualValues - 1) * step);
