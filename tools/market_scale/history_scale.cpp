@@ -86,6 +86,7 @@ private:
             close = limit ? static_cast<int>(std::lround(former * 1.1))
                           : former + former * (pick(800) - 400) / 10000;
             const int high = std::max(open, close) + (limit ? 0 : pick(20));
+            const int formerFactors = day / daysOfFactor;
             take({.dm = dm,
                   .day = days_[day],
                   .open = open,
@@ -95,7 +96,7 @@ private:
                   .formerClose = former,
                   .volume = 10000.0 + pick(90000000),
                   .turnover = 1000000.0 + pick(900000000),
-                  .factor = 1 + day / daysOfFactor * 0.125});
+                  .factor = 1 + formerFactors * 0.125});
         }
     }
 
