@@ -1,9 +1,9 @@
 #include "research/kept_conditions.h"
 
 #include <QSettings>
-#include <QUrl>
 
 #include "base/activity.h"
+#include "research/named_settings.h"
 
 namespace guanchao {
 
@@ -17,9 +17,8 @@ const QString themeRule =
 const QString lastKey = u"上次的条件"_s;
 const QString namedGroup = u"常用条件/"_s;
 
-// A name may hold what has a meaning in the file's keys.
 QString keyOf(const QString& name) {
-    return namedGroup + QString::fromLatin1(QUrl::toPercentEncoding(name));
+    return namedGroup + keyOfName(name);
 }
 
 }  // namespace
@@ -53,8 +52,7 @@ QList<NamedCondition> KeptConditions::named() const {
     QList<NamedCondition> conditions;
     const QStringList keys = settings.childKeys();
     for (const QString& key : keys) {
-        conditions << NamedCondition{QUrl::fromPercentEncoding(key.toLatin1()),
-                                     settings.value(key).toString()};
+        conditions << NamedCondition{nameOfKey(key), settings.value(key).toString()};
     }
     return conditions;
 }
@@ -68,13 +66,10 @@ void KeptConditions::remove(const QString& name) {
 }
 
 void KeptConditions::write(const QString& key, const QString& text) {
+    const Activity activity(u"保存搜索条件"_s);
     QSettings settings(iniPath_, QSettings::IniFormat);
     settings.setValue(key, text);
-    settings.sync();
-    if (settings.status() != QSettings::NoError) {
-        const Activity activity(u"保存搜索条件"_s);
-        throw OperationError(u"写不了 "_s + iniPath_ + u"，请检查磁盘空间和访问权限。"_s);
-    }
+    requireWritten(settings);
 }
 
 }  // namespace guanchao

@@ -1,12 +1,12 @@
 #include "research/laboratory/rule_store.h"
 
 #include <QSettings>
-#include <QUrl>
 #include <algorithm>
 #include <cmath>
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "research/named_settings.h"
 
 namespace guanchao {
 
@@ -16,17 +16,8 @@ namespace {
 
 const QString rulesGroup = u"规则/"_s;
 
-// A name may hold what has a meaning in the names of groups.
 QString groupOf(const QString& name) {
-    return rulesGroup + QString::fromLatin1(QUrl::toPercentEncoding(name));
-}
-
-void requireWritten(QSettings& settings) {
-    settings.sync();
-    if (settings.status() != QSettings::NoError) {
-        throw OperationError(u"写不了 "_s + settings.fileName() +
-                             u"，请检查磁盘空间和访问权限。"_s);
-    }
+    return rulesGroup + keyOfName(name);
 }
 
 }  // namespace
@@ -38,7 +29,7 @@ QStringList RuleStore::names() const {
     settings.beginGroup(rulesGroup);
     QStringList names;
     for (const QString& group : settings.childGroups()) {
-        names << QUrl::fromPercentEncoding(group.toLatin1());
+        names << nameOfKey(group);
     }
     names.sort();
     return names;
