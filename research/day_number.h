@@ -1,6 +1,7 @@
 // A day as one whole number, yyyymmdd, whose order is that of the days.
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <cstdint>
 #include <string_view>
@@ -28,9 +29,17 @@ inline DayNumber dayNumber(const QString& text) {
     return dayNumber(std::string_view(text.toLatin1()));
 }
 
+inline int yearOf(DayNumber day) {
+    return day / 10000;
+}
+
+inline QDate dateOf(DayNumber day) {
+    return {yearOf(day), day / 100 % 100, day % 100};
+}
+
 // yyyy-MM-dd.
 inline QString dayText(DayNumber day) {
-    return QString::asprintf("%04d-%02d-%02d", day / 10000, day / 100 % 100, day % 100);
+    return QString::asprintf("%04d-%02d-%02d", yearOf(day), day / 100 % 100, day % 100);
 }
 
 }  // namespace guanchao

@@ -15,10 +15,6 @@ namespace {
 
 const QString usualRule = u"（常用的值）"_s;
 
-QDate dateOf(DayNumber day) {
-    return {day / 10000, day / 100 % 100, day % 100};
-}
-
 }  // namespace
 
 Form37::Form37(Environment& environment, Windows&)

@@ -4,14 +4,10 @@
 
 namespace guanchao {
 
-namespace {
-
 FileStamp stampOf(const StoreFile& file) {
     const QFileInfo info(file.path);
     return {file.path, info.size(), info.lastModified()};
 }
-
-}  // namespace
 
 void HistoryColumns::take(const StoreFile& firstHistory, const StoreFile& secondHistory) {
     const FileStamp first = stampOf(firstHistory);

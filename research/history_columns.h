@@ -22,6 +22,8 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
+FileStamp stampOf(const StoreFile& file);
+
 class HistoryColumns {
 public:
     using Stocks = std::unordered_map<QString, StockColumns>;

@@ -11,6 +11,9 @@
 
 namespace guanchao {
 
+// A stock that has gained more percent and closes at its high stands at its limit.
+inline constexpr double limitGain = 9.5;
+
 // The rows of a day, in the order of the table; the three stand side by side.
 struct MarketDay {
     std::vector<std::int32_t> stocks;
@@ -20,6 +23,14 @@ struct MarketDay {
     // Bits of closes, by the prices as stored: zg=sp and zg=zd.
     static constexpr std::uint8_t atHigh = 1;
     static constexpr std::uint8_t atOnePrice = 2;
+
+    bool isAtLimit(size_t row) const {
+        return gains[row] > limitGain && (closes[row] & atHigh) != 0;
+    }
+    // The whole day.
+    bool isAtOnePriceOfLimit(size_t row) const {
+        return gains[row] > limitGain && (closes[row] & atOnePrice) != 0;
+    }
 };
 
 class MarketColumns {

@@ -51,11 +51,6 @@ RangeQueries queriesOf(const RangeQuestion& question) {
             u"select date(riqi),zhangfu,dm from geguhq where "_s + days};
 }
 
-QString textOf(const RowCursor& row, int field) {
-    const std::string_view text = row.text(field);
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // The gains of a theme's members on one day.
 struct DaySum {
     double sum = 0;
@@ -100,7 +95,7 @@ private:
 void RangeReading::readIndex(Connection& store, const QString& query) {
     RowCursor row(store, query);
     while (row.next()) {
-        const QString day = textOf(row, 0);
+        const QString day = row.string(0);
         const QDate week = mondayOf(QDate::fromString(day, Qt::ISODate));
         if (weeks_.isEmpty() || weeks_.last() != week) {
             weeks_ << week;
@@ -116,7 +111,7 @@ void RangeReading::readMembers(Connection& main) {
                   u"select zhutiname,dm,count(*) from dzhzhuti where zhutiname<>''"
                   u" group by zhutiname,dm"_s);
     while (row.next()) {
-        const QString name = textOf(row, 0);
+        const QString name = row.string(0);
         if (!themes.contains(name)) {
             themes.insert(name, names_.size());
             names_ << name;
@@ -124,7 +119,7 @@ void RangeReading::readMembers(Connection& main) {
         }
         const qsizetype theme = themes.value(name);
         ++sums_[static_cast<size_t>(theme)].members;
-        stocks_[textOf(row, 1)].themes += QList<qsizetype>(row.value(2).toInteger(), theme);
+        stocks_[row.string(1)].themes += QList<qsizetype>(row.value(2).toInteger(), theme);
     }
 }
 
@@ -135,8 +130,8 @@ void RangeReading::readStocks(Connection& store, const QString& query,
         if (read % rowsBetweenCalls == 0) {
             meanwhile();
         }
-        const auto day = dayOf_.constFind(textOf(row, 0));
-        const auto stock = stocks_.find(textOf(row, 2));
+        const auto day = dayOf_.constFind(row.string(0));
+        const auto stock = stocks_.find(row.string(2));
         if (day != dayOf_.cend() && stock != stocks_.end() && !row.isNull(1)) {
             add(*stock, *day, row.number(1));
         }

@@ -30,6 +30,14 @@ void ResearchWork::done(int count) {
     work_.tell(progress_);
 }
 
+void ResearchWork::reading(int count, int total) {
+    if (count == 0) {
+        begin(total);
+    }
+    done(count);
+    endIfStopped();
+}
+
 void ResearchWork::show(QString ResearchProgress::*word, const QString& text) {
     progress_.*word = text;
     work_.tell(progress_);

@@ -45,6 +45,9 @@ public:
     void begin(int total);
     void done(int count);
     void oneDone() { done(progress_.done + 1); }
+    // For what reads so many rows and tells how many it has, the first time none: ends the run with
+    // the reading once the user wants that.
+    void reading(int done, int total);
 
     // True once the user wants the run to end where it loses nothing.
     bool stopped() const { return work_.isToStop(); }

@@ -100,13 +100,8 @@ private:
     const MarketColumns& readMarket() {
         const auto read = qScopeGuard([this] { work_.showLabel3({}); });
         work_.showLabel3(u"正在读入历史行情…"_s);
-        return columns_.market(dayHistory_, [this](int done, int total) {
-            if (done == 0) {
-                work_.begin(total);
-            }
-            work_.done(done);
-            work_.endIfStopped();
-        });
+        return columns_.market(dayHistory_,
+                               [this](int done, int total) { work_.reading(done, total); });
     }
 
     void beginDay(const QString& day) {

@@ -10,8 +10,6 @@ namespace guanchao {
 
 namespace {
 
-constexpr double limitGain = 9.5;
-
 int keyOf(const ThemeOfDay& it) {
     return it.zhangtinshu - it.zhishu / 4 - 2;
 }
@@ -38,9 +36,8 @@ const std::vector<ThemeOfDay>& ThemeRanking::of(const MarketDay& day) {
 }
 
 void ThemeRanking::count(const MarketDay& day, size_t row) {
-    const bool isUp = day.gains[row] > limitGain;
-    const int atLimit = isUp && (day.closes[row] & MarketDay::atHigh) != 0 ? 1 : 0;
-    const int atOnePrice = isUp && (day.closes[row] & MarketDay::atOnePrice) != 0 ? 1 : 0;
+    const int atLimit = day.isAtLimit(row) ? 1 : 0;
+    const int atOnePrice = day.isAtOnePriceOfLimit(row) ? 1 : 0;
     for (const std::int32_t theme : market_.memberships().themesOf(day.stocks[row])) {
         ThemeOfDay& it = counts_[static_cast<size_t>(theme)];
         ++it.zhishu;

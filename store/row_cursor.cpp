@@ -47,11 +47,8 @@ double RowCursor::number(int field) const {
         case SQLITE_INTEGER:
         case SQLITE_FLOAT:
             return sqlite3_column_double(prepared_.get(), field);
-        default: {
-            const std::string_view words = text(field);
-            return numericPrefix(
-                QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size())));
-        }
+        default:
+            return numericPrefix(string(field));
     }
 }
 
@@ -83,6 +80,11 @@ std::string_view RowCursor::date(int field) {
     return textOf(date_.get(), 0);
 }
 
+QString RowCursor::string(int field) const {
+    const std::string_view words = text(field);
+    return QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size()));
+}
+
 Value RowCursor::value(int field) const {
     switch (sqlite3_column_type(prepared_.get(), field)) {
         case SQLITE_NULL:
@@ -91,10 +93,8 @@ Value RowCursor::value(int field) const {
             return Value(static_cast<qint64>(sqlite3_column_int64(prepared_.get(), field)));
         case SQLITE_FLOAT:
             return Value(sqlite3_column_double(prepared_.get(), field));
-        default: {
-            const std::string_view words = text(field);
-            return Value(QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size())));
-        }
+        default:
+            return Value(string(field));
     }
 }
 

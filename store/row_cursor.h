@@ -24,6 +24,7 @@ public:
     // lasts until the next row.
     bool isNull(int field) const;
     std::string_view text(int field) const;
+    QString string(int field) const;
     Value value(int field) const;
     // A text has the number at its start, as the program reads one.
     double number(int field) const;

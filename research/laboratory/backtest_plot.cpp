@@ -21,9 +21,7 @@ DayValues valuesOf(const BacktestDay& day) {
     const double index = (day.index - 1) * 100;
     const QString words = u"%1  资金 %2%  上证指数 %3%  回撤 %4%"_s.arg(
         dayText(day.day), twoDecimals(capital), twoDecimals(index), twoDecimals(day.drawdown));
-    return {QDate(day.day / 10000, day.day / 100 % 100, day.day % 100),
-            {day.drawdown, index, capital},
-            words};
+    return {dateOf(day.day), {day.drawdown, index, capital}, words};
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ void nameStocks(QList<Trade>& trades, const StoreFile& main) {
     Connection store = main.open();
     RowCursor row(store, u"select dm,jc from dmb"_s);
     while (row.next()) {
-        names.insert(QString::fromUtf8(row.text(0)), QString::fromUtf8(row.text(1)));
+        names.insert(row.string(0), row.string(1));
     }
     for (Trade& trade : trades) {
         trade.jc = names.value(trade.dm);

@@ -1,7 +1,5 @@
 #include "research/laboratory/laboratory_history.h"
 
-#include <QFileInfo>
-
 #include "research/history_store.h"
 
 namespace guanchao {
@@ -15,8 +13,7 @@ LaboratoryHistory::LaboratoryHistory(const Stores& stores, LaboratoryColumns& ke
       secondHistory_(stores.secondHistory.open()),
       calendar_(firstHistory_),
       tables_(tablesOf(secondHistory_)) {
-    const QFileInfo first(stores.firstHistory.path);
-    const FileStamp stamp = {first.filePath(), first.size(), first.lastModified()};
+    const FileStamp stamp = stampOf(stores.firstHistory);
     if (stamp != kept.counted) {
         kept.themeDays.reset();
     }
@@ -26,13 +23,7 @@ LaboratoryHistory::LaboratoryHistory(const Stores& stores, LaboratoryColumns& ke
 }
 
 void LaboratoryHistory::readMarket(ResearchWork& work) {
-    const auto tell = [&work](int done, int total) {
-        if (done == 0) {
-            work.begin(total);
-        }
-        work.done(done);
-        work.endIfStopped();
-    };
+    const auto tell = [&work](int done, int total) { work.reading(done, total); };
     work.showLabel3(u"正在读入历史行情…"_s);
     market_ = &kept_.columns.market(firstHistory_, tell);
     if (!kept_.themeDays) {

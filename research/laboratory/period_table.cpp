@@ -48,9 +48,9 @@ QList<YearOfGains> yearsOf(const QList<BacktestDay>& days) {
     QList<YearOfGains> years;
     BacktestDay before{0, 1, 1, 0};
     for (auto day = days.begin(); day != days.end();) {
-        const int year = day->day / 10000;
+        const int year = yearOf(day->day);
         YearCounter counter(year, before);
-        for (; day != days.end() && day->day / 10000 == year; ++day) {
+        for (; day != days.end() && yearOf(day->day) == year; ++day) {
             counter.take(*day);
             before = *day;
         }

@@ -26,7 +26,7 @@ void sortByGain(std::vector<Candidate>& candidates) {
 
 // What the rule asks of the index, and of the range of years.
 bool takesDay(const BacktestRule& rule, const MarketCalendar& calendar, size_t at) {
-    const int year = calendar.day(at) / 10000;
+    const int year = yearOf(calendar.day(at));
     if (year < rule.firstYear || year > rule.lastYear) {
         return false;
     }
@@ -110,8 +110,7 @@ std::vector<ReportDate> reportDates(const StoreFile& main) {
                   u"select dm,date(todayriqi),date(yuyuedate) from yejiyuyuejinqi where"
                   u" date(todayriqi)<date(yuyuedate) order by date(todayriqi),dm,rowid"_s);
     while (row.next()) {
-        reports.push_back(
-            {QString::fromUtf8(row.text(0)), dayNumber(row.text(1)), dayNumber(row.text(2))});
+        reports.push_back({row.string(0), dayNumber(row.text(1)), dayNumber(row.text(2))});
     }
     return reports;
 }

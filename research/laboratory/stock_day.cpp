@@ -3,13 +3,14 @@
 #include <cmath>
 #include <limits>
 
+#include "research/market_columns.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double limitGain = 9.5;
 constexpr DayNumber widerChiNext = 20200824;
 
 // In the prices of the day; NaN on the first one.

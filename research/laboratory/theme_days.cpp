@@ -7,8 +7,6 @@ namespace guanchao {
 
 namespace {
 
-constexpr double limitGain = 9.5;
-
 struct Sum {
     int zhishu = 0;
     int zhangtinshu = 0;
@@ -17,12 +15,12 @@ struct Sum {
 };
 
 void addRow(std::vector<Sum>& sums, std::span<const std::int32_t> themes, double gain,
-            bool atHigh) {
+            bool isAtLimit) {
     const bool hasGain = !std::isnan(gain);
     for (const std::int32_t theme : themes) {
         Sum& sum = sums[static_cast<size_t>(theme)];
         ++sum.zhishu;
-        sum.zhangtinshu += gain > limitGain && atHigh ? 1 : 0;
+        sum.zhangtinshu += isAtLimit ? 1 : 0;
         sum.gains += hasGain ? 1 : 0;
         sum.gain += hasGain ? gain : 0;
     }
@@ -31,8 +29,7 @@ void addRow(std::vector<Sum>& sums, std::span<const std::int32_t> themes, double
 std::vector<ThemeDay> themesOf(const MarketDay& day, const Memberships& memberships) {
     std::vector<Sum> sums(memberships.themeCount());
     for (size_t row = 0; row < day.stocks.size(); ++row) {
-        addRow(sums, memberships.themesOf(day.stocks[row]), day.gains[row],
-               (day.closes[row] & MarketDay::atHigh) != 0);
+        addRow(sums, memberships.themesOf(day.stocks[row]), day.gains[row], day.isAtLimit(row));
     }
     std::vector<ThemeDay> themes;
     for (size_t theme = 0; theme < sums.size(); ++theme) {
