@@ -12,4 +12,7 @@ bool hasShortForm(double number);
 // The number in four digits and its unit ("891.2万", "23.41亿"); nothing where it has none.
 std::optional<QString> shortAmount(double number);
 
+// No short amount is wider.
+inline const QString widestShortAmount = QStringLiteral("888.8万");
+
 }  // namespace guanchao

@@ -115,7 +115,7 @@ void PriceChart::layOut() {
     const QFontMetricsF metrics(font());
     const qreal top = points() == 0 ? 0 : layFigures(figuresOf(points() - 1), nullptr);
     const qreal right = std::max(metrics.horizontalAdvance(widestPrice()),
-                                 metrics.horizontalAdvance(u"888.8万"_s)) +
+                                 metrics.horizontalAdvance(widestShortAmount)) +
                         2 * padding;
     const qreal bottom = metrics.lineSpacing() + padding / 2;
     plotArea_ = QRectF(rect()).adjusted(padding, top + padding, -right, -bottom);
@@ -227,10 +227,7 @@ void PriceChart::mouseMoveEvent(QMouseEvent* event) {
 
 void PriceChart::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
-    chosen_ = -1;
-    pointerY_.reset();
-    tellChosen();
-    update();
+    forgetChosen();
 }
 
 void PriceChart::keyPressEvent(QKeyEvent* event) {

@@ -19,7 +19,4 @@ std::optional<QString> shortAmount(const ResultGrid& grid, int row, int col);
 // A day without the midnight that stores put behind it; other texts as they are.
 QString withoutMidnight(const QString& text);
 
-// No short amount is wider.
-inline const QString widestShortAmount = QStringLiteral("888.8万");
-
 }  // namespace guanchao

@@ -22,10 +22,10 @@ void ConditionMenu::fill() {
     const QList<NamedCondition> named = kept_.named();
     clear();
     qDeleteAll(findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-    addConditions(*this, named);
+    addConditions(named);
     addSeparator();
-    addConditions(*this, offeredConditions());
-    addConditions(*this, {{u"窗口自带的原文（有一处换行断开了词）"_s, stored_}});
+    addConditions(offeredConditions());
+    addConditions({{u"窗口自带的原文（有一处换行断开了词）"_s, stored_}});
     addSeparator();
     connect(addAction(u"存为常用条件…"_s), &QAction::triggered, this,
             [this] { runs_.start([this](std::stop_token stop) { return keep(stop); }); });
@@ -42,10 +42,9 @@ void ConditionMenu::fill() {
     }
 }
 
-void ConditionMenu::addConditions(QMenu& menu, const QList<NamedCondition>& conditions) {
+void ConditionMenu::addConditions(const QList<NamedCondition>& conditions) {
     for (const NamedCondition& it : conditions) {
-        QAction* entry =
-            menu.addAction(shortened(it.name, longestShownName).replace(u'&', u"&&"_s));
+        QAction* entry = addAction(shortened(it.name, longestShownName).replace(u'&', u"&&"_s));
         entry->setToolTip(it.text);
         connect(entry, &QAction::triggered, this, [this, text = it.text] {
             box_.selectAll();  // so that the box's own undo brings back what stood there

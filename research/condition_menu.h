@@ -20,7 +20,7 @@ public:
 
 private:
     void fill();
-    void addConditions(QMenu& menu, const QList<NamedCondition>& conditions);
+    void addConditions(const QList<NamedCondition>& conditions);
     QCoro::Task<> keep(std::stop_token stop);
     void putColumn(const QString& name);
 

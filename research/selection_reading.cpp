@@ -1,5 +1,7 @@
 #include "research/selection_reading.h"
 
+#include <algorithm>
+
 #include "base/activity.h"
 #include "grid/tianchongbiao.h"
 #include "store/store_error.h"
@@ -20,33 +22,20 @@ double gainOf(const Value& value) {
     return value.isNull() ? 0 : value.toNumber();
 }
 
-class GainsReader {
-public:
-    explicit GainsReader(const RowCursor& rows) : rows_(rows) {
-        for (int field = 0; field < rows.fieldCount(); ++field) {
-            names_ << rows.fieldName(field);
-        }
-        date_ = names_.indexOf(u"日期"_s);
-        const QStringList gains = {u"股涨幅"_s, u"后1涨"_s, u"后2涨"_s, u"后5涨"_s, u"后10涨"_s};
-        for (size_t at = 0; at < selectionHorizons; ++at) {
-            fields_[at] = static_cast<int>(names_.indexOf(gains[static_cast<int>(at)]));
-        }
-    }
+// The fields of the five gains.
+using GainFields = std::array<int, selectionHorizons>;
 
-    SelectionGains read() const {
-        SelectionGains row{rows_.value(static_cast<int>(date_)).toText(), {}};
-        for (size_t at = 0; at < selectionHorizons; ++at) {
-            row.gains[at] = gainOf(rows_.value(fields_[at]));
-        }
-        return row;
+GainFields gainFieldsOf(const RowCursor& rows) {
+    QStringList names;
+    for (int field = 0; field < rows.fieldCount(); ++field) {
+        names << rows.fieldName(field);
     }
-
-private:
-    const RowCursor& rows_;
-    QStringList names_;
-    qsizetype date_ = 0;
-    std::array<int, selectionHorizons> fields_ = {};
-};
+    GainFields fields = {};
+    std::ranges::transform(
+        QStringList{u"股涨幅"_s, u"后1涨"_s, u"后2涨"_s, u"后5涨"_s, u"后10涨"_s}, fields.begin(),
+        [&](const QString& gain) { return static_cast<int>(names.indexOf(gain)); });
+    return fields;
+}
 
 void setWidths(ResultGrid& grid) {
     const QList<int> widths = {500, 1200, 1100, 1200, 1200, 800, 700, 700, 700};
@@ -81,10 +70,13 @@ FoundSelection readRows(Connection& store, const QString& statement, bool mergeD
                         Work<FoundTable>& work) {
     FoundSelection found{newTable(), SelectionScore(mergeDates)};
     RowCursor rows(store, statement);
-    const GainsReader gains(rows);
+    const GainFields fields = gainFieldsOf(rows);
     GridPouring pouring(rows, *found.table, 1);
     while (pouring.pourRow()) {
-        found.score.take(gains.read());
+        SelectionGains row{found.table->textMatrix(pouring.rows(), selectionDateColumn), {}};
+        std::ranges::transform(fields, row.gains.begin(),
+                               [&](int field) { return gainOf(rows.value(field)); });
+        found.score.take(row);
         colourRow(*found.table, pouring.rows());
         if (pouring.rows() == 1) {
             setWidths(*found.table);
