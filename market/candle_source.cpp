@@ -4,6 +4,8 @@
 #include "base/values.h"
 #include "services/day_bars.h"
 #include "services/factors.h"
+#include "services/quote_reply.h"
+#include "services/quote_source.h"
 #include "services/service_names.h"
 #include "services/stock_code.h"
 #include "services/trading_day.h"
@@ -37,9 +39,43 @@ QList<Candle> candles(const QList<DayBar>& bars, const FactorList& factors) {
     return days;
 }
 
+// The quote of a day behind the last one; nothing where there is none, or no trade yet.
+std::optional<Candle> candleOf(const QuoteRow& row, const Candle& last) {
+    const auto figure = [&row](qsizetype position) { return row.figure(position).value_or(0); };
+    const QDate day = row.lastIndex() < field::day ? QDate() : dayFrom(row.text(field::day));
+    const double formerClose = row.lastIndex() < field::day ? 0 : figure(field::formerClose);
+    if (!day.isValid() || day <= last.day || figure(field::low) <= 0 || formerClose <= 0) {
+        return std::nullopt;
+    }
+    // A former close that differs from the last close is one after a dividend.
+    return Candle{day,
+                  figure(field::open),
+                  figure(field::high),
+                  figure(field::low),
+                  figure(field::latest),
+                  figure(field::volume),
+                  figure(field::amount),
+                  last.factor * last.close / formerClose};
+}
+
 }  // namespace
 
 QCoro::Task<CandleReply> CandleSource::fetch(QString dm, std::stop_token stop) const {
+    CandleReply reply = co_await daysThatAreOver(dm, stop);
+    const bool reachesNow = !reply.days.isEmpty() &&
+                            reply.days.last().day >= lastWeekdayOver(clock_.now()) &&
+                            reply.days.last().day < clock_.now().date();
+    if (reachesNow) {
+        const Candle last = reply.days.last();
+        const std::optional<Candle> today = co_await dayThatGoesOn(dm, last, stop);
+        if (today) {
+            reply.days << *today;
+        }
+    }
+    co_return reply;
+}
+
+QCoro::Task<CandleReply> CandleSource::daysThatAreOver(QString dm, std::stop_token stop) const {
     CandleReply stored = co_await fromStore(dm, stop);
     const bool isWhole =
         !stored.days.isEmpty() && stored.days.last().day >= lastWeekdayOver(clock_.now());
@@ -64,6 +100,19 @@ QCoro::Task<CandleReply> CandleSource::fromStore(QString dm, std::stop_token sto
         reply.days.clear();
     }
     co_return reply;
+}
+
+QCoro::Task<std::optional<Candle>> CandleSource::dayThatGoesOn(QString dm, Candle last,
+                                                               std::stop_token stop) const {
+    QuoteSource quotes(http_, clock_, services_);
+    const QuotesReply told = co_await quotes.fetch(withCompanion(dm.toLower() + u','), stop);
+    std::optional<Candle> today;
+    for (const QuoteRow& row : quoteRows(told.lines)) {
+        if (row.dm() == dm) {
+            today = candleOf(row, last);
+        }
+    }
+    co_return today;
 }
 
 QCoro::Task<CandleReply> CandleSource::fromServices(QString dm, std::stop_token stop) const {

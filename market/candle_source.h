@@ -1,8 +1,10 @@
 // The days of one stock for its chart: those of the own history where they reach up to now, and
-// else those of the day-history services, with their factors.
+// else those of the day-history services, with their factors; behind them the day that goes on, as
+// the quote services tell it.
 #pragma once
 
 #include <QCoro/QCoroTask>
+#include <optional>
 #include <stop_token>
 
 #include "market/stored_candles.h"
@@ -28,8 +30,11 @@ public:
     QCoro::Task<CandleReply> fetch(QString dm, std::stop_token stop) const;
 
 private:
+    QCoro::Task<CandleReply> daysThatAreOver(QString dm, std::stop_token stop) const;
     QCoro::Task<CandleReply> fromStore(QString dm, std::stop_token stop) const;
     QCoro::Task<CandleReply> fromServices(QString dm, std::stop_token stop) const;
+    QCoro::Task<std::optional<Candle>> dayThatGoesOn(QString dm, Candle last,
+                                                     std::stop_token stop) const;
 
     HttpClient& http_;
     const Clock& clock_;

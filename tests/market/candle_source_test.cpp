@@ -15,7 +15,7 @@ protected:
         services_.history = {{u"http://h"_s, {}, 0, 1, 0, u"sina"_s}};
         services_.factors = {{u"http://f"_s, {}, 0}};
         http_.answer = [this](const QString& path) {
-            return path.endsWith(u"hfq.js") ? factors_ : bars_;
+            return path.contains(u"list=") ? quotes_ : path.endsWith(u"hfq.js") ? factors_ : bars_;
         };
         stores_.secondHistory = {store_.folder() + u"second.db3"_s, {}};
     }
@@ -47,6 +47,7 @@ protected:
     Services services_;
     Stores stores_ = store_.stores;
     HistoryCandles stored_{stores_};
+    std::optional<QByteArray> quotes_;
     std::optional<QByteArray> bars_ =
         R"([{"day":"2026-11-20","open":"10","high":"10","low":"10","close":"10","volume":"5"},)"
         R"({"day":"2026-11-23","open":"6","high":"6","low":"6","close":"6","volume":"5"}])";
@@ -87,6 +88,29 @@ TEST_F(CandleSourceTest, AHistoryThatReachesUpToNowNeedsNoService) {
     EXPECT_TRUE(old.endsWith(u"|11-20 10.1 1,11-23 6.12 2"_s)) << old.toStdString();
     clock_.moment = QDateTime(QDate(2026, 11, 22), QTime(12, 0));
     EXPECT_EQ(fetch().section(u'|', 1, 1), QString()) << "on a Sunday";
+}
+
+// The former close of the day that goes on is 3.06, half of Monday's: a dividend lies between.
+TEST_F(CandleSourceTest, TheDayThatGoesOnStandsBehindTheDaysThatAreOver) {
+    services_.quote = {{u"http://q"_s, {}, 0, 1, 0, u"sina"_s}};
+    store({row(u"2026-11-20"_s, 1000), row(u"2026-11-23"_s, 612, 2)});
+    const auto quote = [](const QByteArray& low, const QByteArray& day) -> QByteArray {
+        return "var hq_str_sh600000=\"N,3.1,3.06,3.2,3.3," + low + ",0,0,700,2200" +
+               QByteArray(",0").repeated(20) + "," + day + ",10:00:00,00\";\n";
+    };
+    const QString over = u"本机的历史行情||11-20 10 1,11-23 6.12 2"_s;
+    quotes_ = quote("3.0", "2026-11-24");
+    EXPECT_EQ(fetch(), over + u",11-24 3.2 4"_s);
+    quotes_ = quote("0", "2026-11-24");
+    EXPECT_EQ(fetch(), over) << "no trade yet";
+    quotes_ = quote("3.0", "2026-11-23");
+    EXPECT_EQ(fetch(), over) << "the quote of Monday";
+    quotes_.reset();
+    EXPECT_EQ(fetch(), over) << "no quote";
+    quotes_ = quote("3.0", "2026-11-24");
+    clock_.moment = QDateTime(QDate(2026, 11, 25), QTime(10, 0));
+    bars_.reset();
+    EXPECT_FALSE(fetch().contains(u"11-24"_s)) << "a day is missing between";
 }
 
 TEST_F(CandleSourceTest, AHistoryThatCannotBeReadIsAsGoodAsNone) {
