@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "frame/kept_control.h"
@@ -96,6 +97,12 @@ void bringOntoScreen(QWidget& window) {
     }
 }
 
+// One whose chosen page is kept says so by a property of its own.
+QTabWidget* keptTabs(QWidget* widget) {
+    auto* tabs = qobject_cast<QTabWidget*>(widget);
+    return tabs && tabs->property("keepsPage").toBool() ? tabs : nullptr;
+}
+
 // Shows what is kept, and keeps what is there when the window goes.
 class Keeper : public QObject {
 public:
@@ -113,6 +120,8 @@ public:
                 control->showKept(settings.value(it->objectName()).toMap());
             } else if (auto* splitter = qobject_cast<QSplitter*>(it)) {
                 splitter->restoreState(settings.value(it->objectName()).toByteArray());
+            } else if (QTabWidget* tabs = keptTabs(it)) {
+                tabs->setCurrentIndex(settings.value(it->objectName()).toInt());
             }
         }
         return window_.restoreGeometry(settings.value(u"位置"_s).toByteArray());
@@ -131,11 +140,13 @@ private:
         QSettings settings(iniPath_, QSettings::IniFormat);
         settings.beginGroup(groupOf(window_));
         settings.setValue(u"位置"_s, window_.saveGeometry());
-        for (const QWidget* it : window_.findChildren<QWidget*>()) {
+        for (QWidget* it : window_.findChildren<QWidget*>()) {
             if (const auto* control = dynamic_cast<const KeptControl*>(it)) {
                 settings.setValue(it->objectName(), control->kept());
             } else if (const auto* splitter = qobject_cast<const QSplitter*>(it)) {
                 settings.setValue(it->objectName(), splitter->saveState());
+            } else if (const QTabWidget* tabs = keptTabs(it)) {
+                settings.setValue(it->objectName(), tabs->currentIndex());
             }
         }
     }
