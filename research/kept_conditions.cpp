@@ -62,7 +62,10 @@ void KeptConditions::keep(const NamedCondition& condition) {
 }
 
 void KeptConditions::remove(const QString& name) {
-    QSettings(iniPath_, QSettings::IniFormat).remove(keyOf(name));
+    const Activity activity(u"删除搜索条件"_s);
+    QSettings settings(iniPath_, QSettings::IniFormat);
+    settings.remove(keyOf(name));
+    requireWritten(settings);
 }
 
 void KeptConditions::write(const QString& key, const QString& text) {
