@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "base/activity.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "research/day_number.h"
 #include "research/history_state.h"
 #include "store/row_cursor.h"
 
@@ -81,26 +84,29 @@ private:
         bool hasRows = false;
     };
 
+    Stock* stockOf(std::string_view dm);
     void add(Stock& stock, size_t day, double gain);
     RankedTheme ranked(const QString& name, const ThemeSums& sums) const;
 
     std::vector<IndexDay> days_;
-    QHash<QString, size_t> dayOf_;
+    std::unordered_map<DayNumber, size_t> dayOf_;
     QList<QDate> weeks_;
     QStringList names_;
     std::vector<ThemeSums> sums_;  // by name
-    QHash<QString, Stock> stocks_;
+    std::unordered_map<std::string, Stock> stocks_;
+    std::string dm_;  // of the row before, most often that of this one too
+    Stock* stock_ = nullptr;
 };
 
 void RangeReading::readIndex(Connection& store, const QString& query) {
     RowCursor row(store, query);
     while (row.next()) {
-        const QString day = row.string(0);
-        const QDate week = mondayOf(QDate::fromString(day, Qt::ISODate));
+        const DayNumber day = dayNumber(row.text(0));
+        const QDate week = mondayOf(dateOf(day));
         if (weeks_.isEmpty() || weeks_.last() != week) {
             weeks_ << week;
         }
-        dayOf_.insert(day, days_.size());
+        dayOf_.emplace(day, days_.size());
         days_.push_back({row.isNull(1) ? 0 : row.number(1), weeks_.size() - 1});
     }
 }
@@ -119,7 +125,8 @@ void RangeReading::readMembers(Connection& main) {
         }
         const qsizetype theme = themes.value(name);
         ++sums_[static_cast<size_t>(theme)].members;
-        stocks_[row.string(1)].themes += QList<qsizetype>(row.value(2).toInteger(), theme);
+        stocks_[std::string(row.text(1))].themes +=
+            QList<qsizetype>(row.value(2).toInteger(), theme);
     }
 }
 
@@ -130,12 +137,22 @@ void RangeReading::readStocks(Connection& store, const QString& query,
         if (read % rowsBetweenCalls == 0) {
             meanwhile();
         }
-        const auto day = dayOf_.constFind(row.string(0));
-        const auto stock = stocks_.find(row.string(2));
-        if (day != dayOf_.cend() && stock != stocks_.end() && !row.isNull(1)) {
-            add(*stock, *day, row.number(1));
+        const auto day = dayOf_.find(dayNumber(row.text(0)));
+        Stock* stock = stockOf(row.text(2));
+        if (day != dayOf_.end() && stock && !row.isNull(1)) {
+            add(*stock, day->second, row.number(1));
         }
     }
+}
+
+// Null for a stock without a theme.
+RangeReading::Stock* RangeReading::stockOf(std::string_view dm) {
+    if (dm != dm_) {
+        dm_ = dm;
+        const auto found = stocks_.find(dm_);
+        stock_ = found == stocks_.end() ? nullptr : &found->second;
+    }
+    return stock_;
 }
 
 void RangeReading::add(Stock& stock, size_t day, double gain) {
