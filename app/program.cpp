@@ -39,6 +39,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .meanVolume = meanVolume_,
                    .polledDay = polledDay_,
                    .storedCandles = storedCandles_,
+                   .sharedHistory = sharedHistory_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {
     shell_.whenNotOpened([this](const QString& target) {

@@ -23,6 +23,7 @@
 #include "research/asked_history.h"
 #include "research/history_candles.h"
 #include "research/history_desk.h"
+#include "research/history_shelf.h"
 #include "services/polite_http.h"
 #include "services/service_watch.h"
 #include "services/services_file.h"
@@ -73,6 +74,7 @@ private:
     MeanVolume meanVolume_{watch_, services_.history, clock_};
     PolledDay polledDay_;
     HistoryCandles storedCandles_{stores_};
+    SharedHistory sharedHistory_;
     HistoryDesk historyDesk_{stores_,   clock_,       watch_,
                              services_, application_, folder_ + QStringLiteral("界面.ini")};
 

@@ -30,7 +30,7 @@ struct LaboratoryOfTheMarket {
     Stores stores;
     BacktestRule rule;
     ResearchRun run{[](const ResearchProgress&) {}};
-    Laboratory laboratory{stores, run};
+    Laboratory laboratory{stores, run, std::make_shared<HistoryShelf>()};
 };
 
 void besideASecond(benchmark::State& state, const std::function<void()>& program) {
@@ -42,7 +42,7 @@ void besideASecond(benchmark::State& state, const std::function<void()>& program
 void firstRule(benchmark::State& state) {
     LaboratoryOfTheMarket it;
     measure(state, [&] {
-        Laboratory fresh(it.stores, it.run);
+        Laboratory fresh(it.stores, it.run, std::make_shared<HistoryShelf>());
         it.test(fresh);
     });
 }

@@ -12,6 +12,7 @@
 #include "bench/compare.h"
 #include "bench/market.h"
 #include "bench/statement_log.h"
+#include "research/range_ranks.h"
 #include "research/selection_scan.h"
 #include "tests/support/fakes.h"
 #include "tools/market_scale/history_scale.h"
@@ -40,7 +41,9 @@ struct ScanOfTheMarket {
     // As by a window that has just been opened.
     void readAndScanAll() {
         emptyTables();
-        QCoro::waitFor(SelectionScan(stores, globals, dialogs, run).chooseThemes({}));
+        QCoro::waitFor(
+            SelectionScan(stores, globals, dialogs, run, std::make_shared<HistoryShelf>())
+                .chooseThemes({}));
     }
 
     // As by one that has scanned before.
@@ -60,7 +63,7 @@ struct ScanOfTheMarket {
     Globals globals;
     FakeDialogs dialogs;
     ResearchRun run{[](const ResearchProgress&) {}};
-    SelectionScan scan{stores, globals, dialogs, run};
+    SelectionScan scan{stores, globals, dialogs, run, std::make_shared<HistoryShelf>()};
 };
 
 void compareWithStatements(benchmark::State& state, ScanOfTheMarket& it,
@@ -127,6 +130,13 @@ void tenYearsScan(benchmark::State& state, const QString& folder) {
     compareWithStatements(state, it, [&] { it.scanAll(); });
 }
 
+// All themes beside each other over all of the days.
+void tenYearsRanks(benchmark::State& state, const QString& folder) {
+    const ScanOfTheMarket it(tenYears, true, folder);
+    const RangeQuestion all = {RangeSource::history, QDate(2000, 1, 1), QDate(2099, 12, 31)};
+    measure(state, [&] { rankThemes(it.stores, all, [] {}); });
+}
+
 [[maybe_unused]] const bool hasTenYears = [] {
     const QString folder = qEnvironmentVariable("GUANCHAO_TEN_YEARS");
     if (folder.isEmpty()) {
@@ -141,6 +151,7 @@ void tenYearsScan(benchmark::State& state, const QString& folder) {
     };
     add("tenYears/read", tenYearsRead);
     add("tenYears/scan", tenYearsScan);
+    add("tenYears/ranks", tenYearsRanks);
     return true;
 }();
 

@@ -23,6 +23,7 @@ class OpenWindows;
 class PolledDay;
 class ServiceWatch;
 class ServicesFile;
+class SharedHistory;
 class StoredCandles;
 
 struct Environment {
@@ -45,6 +46,7 @@ struct Environment {
     MeanVolume& meanVolume;
     PolledDay& polledDay;
     const StoredCandles& storedCandles;
+    SharedHistory& sharedHistory;
     QString applicationFolder;  // made ready before the load; ends in one separator
     QString executableName;     // without its folder
 };

@@ -7,6 +7,7 @@
 #include "grid/row_menu.h"
 #include "research/condition_menu.h"
 #include "research/form37.h"
+#include "research/history_shelf.h"
 #include "research/refused_condition.h"
 #include "store/store_error.h"
 #include "ui_form12.h"
@@ -42,7 +43,8 @@ Form12::Form12(Environment& environment, Windows& windows)
       forecast_(environment.stores, environment.globals, environment.dialogs,
                 [this](QString written, std::stop_token stop) { return search(written, stop); }),
       run_([this](const ResearchProgress& it) { showRun(it); }),
-      scan_(environment.stores, environment.globals, environment.dialogs, run_),
+      scan_(environment.stores, environment.globals, environment.dialogs, run_,
+            environment.sharedHistory.shelf()),
       returns_(environment.stores, environment.globals, environment.dialogs, run_),
       searches_(environment.failures),
       runs_(environment.failures) {

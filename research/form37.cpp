@@ -4,6 +4,7 @@
 
 #include "frame/run_share.h"
 #include "market/stored_candles.h"
+#include "research/history_shelf.h"
 #include "research/laboratory/backtest_grids.h"
 #include "ui_form37.h"
 
@@ -23,7 +24,7 @@ Form37::Form37(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form37>()),
       rules_(environment.applicationFolder),
       run_([this](const ResearchProgress& it) { showRun(it); }),
-      laboratory_(environment.stores, run_),
+      laboratory_(environment.stores, run_, environment.sharedHistory.shelf()),
       curveExport_(environment.dialogs, environment.failures),
       charts_(environment.failures),
       runs_(environment.failures) {

@@ -1,17 +1,26 @@
 #include "research/history_columns.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
+#include <future>
+
+#include "research/stock_reading.h"
 
 namespace guanchao {
+
+namespace {
 
 FileStamp stampOf(const StoreFile& file) {
     const QFileInfo info(file.path);
     return {file.path, info.size(), info.lastModified()};
 }
 
+}  // namespace
+
 void HistoryColumns::take(const StoreFile& firstHistory, const StoreFile& secondHistory) {
     const FileStamp first = stampOf(firstHistory);
     if (first != first_) {
+        themeDays_.reset();
         market_.reset();
         first_ = first;
     }
@@ -22,12 +31,42 @@ void HistoryColumns::take(const StoreFile& firstHistory, const StoreFile& second
     }
 }
 
-const MarketColumns& HistoryColumns::market(Connection& firstHistory,
-                                            const MarketColumns::Meanwhile& meanwhile) {
-    if (!market_) {
-        market_ = std::make_unique<MarketColumns>(firstHistory, meanwhile);
+void HistoryColumns::readStocks(const StoreFile& secondHistory, const Memberships& memberships,
+                                const Meanwhile& meanwhile) {
+    StockReading stocks(secondHistory, memberships, stocks_);
+    readBeside(
+        stocks, [] {}, meanwhile);
+}
+
+void HistoryColumns::readAll(const StoreFile& firstHistory, const StoreFile& secondHistory,
+                             const Meanwhile& meanwhile) {
+    Connection days = firstHistory.open();
+    StockReading stocks(secondHistory, Memberships(days), stocks_);
+    const auto readMarket = [&] {
+        if (!market_) {
+            market_ = std::make_unique<MarketColumns>(days, meanwhile);
+        }
+    };
+    readBeside(stocks, readMarket, meanwhile);
+}
+
+// Another thread reads stocks from the beginning, this one once its own work is done.
+void HistoryColumns::readBeside(StockReading& stocks, const std::function<void()>& ownWork,
+                                const Meanwhile& meanwhile) {
+    const std::future<void> beside =
+        std::async(std::launch::async, [&stocks] { stocks.readOn([](int, int) {}); });
+    const auto stop = qScopeGuard([&stocks] { stocks.stop(); });
+    ownWork();
+    stocks.readOn(meanwhile);
+    beside.wait();
+    stocks.moveInto(stocks_);
+}
+
+const ThemeDays& HistoryColumns::themeDays(const Meanwhile& meanwhile) {
+    if (!themeDays_) {
+        themeDays_.emplace(*market_, meanwhile);
     }
-    return *market_;
+    return *themeDays_;
 }
 
 size_t HistoryColumns::bytes() const {

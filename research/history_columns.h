@@ -5,13 +5,15 @@
 
 #include <QDateTime>
 #include <memory>
-#include <unordered_map>
+#include <optional>
 
-#include "research/market_columns.h"
 #include "research/stock_columns.h"
+#include "research/theme_days.h"
 #include "store/stores.h"
 
 namespace guanchao {
+
+class StockReading;
 
 // When a file was written last, as far as its folder tells.
 struct FileStamp {
@@ -22,27 +24,38 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
-FileStamp stampOf(const StoreFile& file);
-
 class HistoryColumns {
 public:
-    using Stocks = std::unordered_map<QString, StockColumns>;
+    using Meanwhile = MarketColumns::Meanwhile;
 
     // For the beginning of a run: lets go of what has changed since it was read.
     void take(const StoreFile& firstHistory, const StoreFile& secondHistory);
 
-    // Reads it if it is not there; see MarketColumns.
-    const MarketColumns& market(Connection& firstHistory,
-                                const MarketColumns::Meanwhile& meanwhile);
+    // Reads what is not there of the stocks of all themes, in two threads: one that has no table is
+    // left out. Raises what `meanwhile` raises.
+    void readStocks(const StoreFile& secondHistory, const Memberships& memberships,
+                    const Meanwhile& meanwhile);
+    // The same, and the market beside it. Raises StoreError.
+    void readAll(const StoreFile& firstHistory, const StoreFile& secondHistory,
+                 const Meanwhile& meanwhile);
+
+    // Once all has been read.
+    const MarketColumns& market() const { return *market_; }
+    // Counts them at their first use.
+    const ThemeDays& themeDays(const Meanwhile& meanwhile);
     // Those that have been read, by their codes.
-    Stocks& stocks() { return stocks_; }
+    StocksByCode& stocks() { return stocks_; }
 
     size_t bytes() const;
 
 private:
+    void readBeside(StockReading& stocks, const std::function<void()>& ownWork,
+                    const Meanwhile& meanwhile);
+
     FileStamp first_, second_;
     std::unique_ptr<MarketColumns> market_;
-    Stocks stocks_;
+    std::optional<ThemeDays> themeDays_;
+    StocksByCode stocks_;
 };
 
 }  // namespace guanchao

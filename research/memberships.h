@@ -42,6 +42,7 @@ public:
     // Raises StoreError. A row without a code is left out.
     explicit Memberships(Connection& firstHistory);
 
+    size_t stockCount() const { return stocks_.size(); }
     // Also of a stock without a theme, which gets a number here.
     std::int32_t stockOf(std::string_view dm) { return stocks_.numberOf(dm); }
     QString dm(std::int32_t stock) const;

@@ -37,21 +37,24 @@ std::optional<DayNumber> themeDayItself(const QString&, DayNumber day) {
 // One scan over its three stores.
 class Scan {
 public:
-    Scan(const Stores& stores, HistoryColumns& columns, ResearchWork& work, Activity& activity,
-         bool writesHigh, bool replaces)
+    Scan(const Stores& stores, std::shared_ptr<HistoryShelf> shelf, ResearchWork& work,
+         Activity& activity, bool writesHigh, bool replaces)
         : stores_(stores),
-          columns_(columns),
+          loan_(std::move(shelf)),
           dayHistory_(stores.firstHistory.open()),
-          stockHistory_(stores.secondHistory, columns.stocks()),
+          stockHistory_(stores.secondHistory, columns().stocks()),
           main_(stores.main.open()),
           work_(work),
           writer_(main_, activity, writesHigh, replaces) {
-        columns.take(stores.firstHistory, stores.secondHistory);
+        columns().take(stores.firstHistory, stores.secondHistory);
     }
 
     // True, as below, if no day was left out.
     bool chooseThemes() {
-        const MarketColumns& market = readMarket();
+        reading([this](const auto& tell) {
+            columns().readAll(stores_.firstHistory, stores_.secondHistory, tell);
+        });
+        const MarketColumns& market = columns().market();
         ThemeRanking ranking(market);
         Recordset index(
             dayHistory_,
@@ -68,6 +71,9 @@ public:
 
     bool addStocks(const Anchor& anchor) {
         const Memberships memberships(dayHistory_);
+        reading([&](const auto& tell) {
+            columns().readStocks(stores_.secondHistory, memberships, tell);
+        });
         Recordset chosen(main_,
                          u"select  date(riqi) as shijian,ticai from xuanticai   where"
                          u" date(riqi)>'2006-04-06' order by date(riqi) asc,ticai"_s);
@@ -97,11 +103,13 @@ public:
     }
 
 private:
-    const MarketColumns& readMarket() {
-        const auto read = qScopeGuard([this] { work_.showLabel3({}); });
+    HistoryColumns& columns() { return loan_.columns(); }
+
+    template <typename Read>
+    void reading(const Read& read) {
+        const auto end = qScopeGuard([this] { work_.showLabel3({}); });
         work_.showLabel3(u"正在读入历史行情…"_s);
-        return columns_.market(dayHistory_,
-                               [this](int done, int total) { work_.reading(done, total); });
+        read([this](int done, int total) { work_.reading(done, total); });
     }
 
     void beginDay(const QString& day) {
@@ -181,7 +189,7 @@ private:
     }
 
     const Stores& stores_;
-    HistoryColumns& columns_;
+    HistoryLoan loan_;
     Connection dayHistory_;
     StockHistory stockHistory_;
     Connection main_;
@@ -205,13 +213,13 @@ const QString whatBecomesOfRows =
 }  // namespace
 
 SelectionScan::SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs,
-                             ResearchRun& run)
-    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run) {}
+                             ResearchRun& run, std::shared_ptr<HistoryShelf> shelf)
+    : stores_(stores), globals_(globals), dialogs_(dialogs), run_(run), shelf_(std::move(shelf)) {}
 
 QCoro::Task<> SelectionScan::chooseThemes(std::stop_token stop) {
-    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+    const MakeJob make = [stores = stores_, shelf = shelf_](bool replaces) {
         return [=](ResearchWork& work, Activity& activity) {
-            return Scan(stores, *columns, work, activity, false, replaces).chooseThemes();
+            return Scan(stores, shelf, work, activity, false, replaces).chooseThemes();
         };
     };
     const bool holds = holdsRows(stores_, u"xuanticai"_s) || holdsRows(stores_, u"xuanticaigu"_s);
@@ -219,9 +227,9 @@ QCoro::Task<> SelectionScan::chooseThemes(std::stop_token stop) {
 }
 
 QCoro::Task<> SelectionScan::addStocks(std::stop_token stop) {
-    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+    const MakeJob make = [stores = stores_, shelf = shelf_](bool replaces) {
         return [=](ResearchWork& work, Activity& activity) {
-            return Scan(stores, *columns, work, activity, true, replaces).addStocks(themeDayItself);
+            return Scan(stores, shelf, work, activity, true, replaces).addStocks(themeDayItself);
         };
     };
     const bool holds = holdsRows(stores_, u"xuanticaigu"_s);
@@ -229,9 +237,9 @@ QCoro::Task<> SelectionScan::addStocks(std::stop_token stop) {
 }
 
 QCoro::Task<> SelectionScan::addFallenStocks(std::stop_token stop) {
-    const MakeJob make = [stores = stores_, columns = columns_](bool replaces) {
+    const MakeJob make = [stores = stores_, shelf = shelf_](bool replaces) {
         return [=](ResearchWork& work, Activity& activity) {
-            Scan scan(stores, *columns, work, activity, true, replaces);
+            Scan scan(stores, shelf, work, activity, true, replaces);
             return scan.addStocks(
                 [&scan](const QString& dm, DayNumber day) { return scan.dayAfterFall(dm, day); });
         };

@@ -1,5 +1,6 @@
 // 题材选股: the three scans of Form12 over the day history. They fill xuanticai and xuanticaigu of
-// the main store from both history databases, which they read into columns. Where rows stand there
+// the main store from both history databases in columns, which they take
+// from the shelf. Where rows stand there
 // already the user is asked what becomes of them: 添加 stores every row again behind them. 替换
 // puts those of each theme-day in the place of its former ones, in the transaction of that day, and
 // takes what is left of the former ones away behind the last day: a stop or a failure leaves the
@@ -10,7 +11,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "research/history_columns.h"
+#include "research/history_shelf.h"
 #include "research/research_run.h"
 #include "store/stores.h"
 
@@ -18,7 +19,8 @@ namespace guanchao {
 
 class SelectionScan {
 public:
-    SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs, ResearchRun& run);
+    SelectionScan(const Stores& stores, const Globals& globals, Dialogs& dialogs, ResearchRun& run,
+                  std::shared_ptr<HistoryShelf> shelf);
 
     // Each of the three raises OperationError if the run is in use. It ends without a message when
     // the user stops it, and doesn't begin while an import writes.
@@ -44,7 +46,7 @@ private:
     const Globals& globals_;
     Dialogs& dialogs_;
     ResearchRun& run_;
-    std::shared_ptr<HistoryColumns> columns_ = std::make_shared<HistoryColumns>();
+    std::shared_ptr<HistoryShelf> shelf_;
 };
 
 }  // namespace guanchao

@@ -3,6 +3,9 @@
 // yuan, as stored; volumes as stored. A number that is not there is NaN. About 24 bytes a day.
 #pragma once
 
+#include <QString>
+#include <unordered_map>
+
 #include "research/day_number.h"
 #include "research/number_column.h"
 #include "store/connection.h"
@@ -47,5 +50,7 @@ private:
     NumberColumn kp_, zg_, zd_, sp_, chengjiaol_;
     std::vector<Step> factors_;  // which change once or twice a year
 };
+
+using StocksByCode = std::unordered_map<QString, StockColumns>;
 
 }  // namespace guanchao

@@ -7,7 +7,7 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-StockHistory::StockHistory(const StoreFile& secondHistory, HistoryColumns::Stocks& stocks)
+StockHistory::StockHistory(const StoreFile& secondHistory, StocksByCode& stocks)
     : connection_(secondHistory.open()), stocks_(stocks) {
     for (Recordset names(connection_, u"select distinct tbl_name from sqlite_master"_s);
          !names.atEnd(); names.moveNext()) {

@@ -4,13 +4,14 @@
 
 #include <QSet>
 
-#include "research/history_columns.h"
+#include "research/stock_columns.h"
+#include "store/stores.h"
 
 namespace guanchao {
 
 class StockHistory {
 public:
-    StockHistory(const StoreFile& secondHistory, HistoryColumns::Stocks& stocks);
+    StockHistory(const StoreFile& secondHistory, StocksByCode& stocks);
 
     // A stock without a table gets one from the template nishihq2. Lasts as long as the columns.
     const StockColumns& of(const QString& dm);
@@ -20,7 +21,7 @@ private:
 
     Connection connection_;
     QSet<QString> tables_;
-    HistoryColumns::Stocks& stocks_;
+    StocksByCode& stocks_;
 };
 
 }  // namespace guanchao

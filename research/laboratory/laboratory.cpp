@@ -12,10 +12,13 @@ namespace {
 
 // What a job reads.
 struct Sources {
-    Sources(const Stores& stores, LaboratoryColumns& kept, ResearchWork& work)
-        : reports(reportDates(stores.main)), history(stores, kept, work) {}
+    Sources(const Stores& stores, std::shared_ptr<HistoryShelf> shelf, ResearchWork& work)
+        : reports(reportDates(stores.main)),
+          loan(std::move(shelf)),
+          history(stores, loan.columns(), work) {}
 
     std::vector<ReportDate> reports;
+    HistoryLoan loan;
     LaboratoryHistory history;
 };
 
@@ -37,9 +40,9 @@ template <typename Result, typename Job>
 QCoro::Task<std::optional<Result>> Laboratory::carryOut(QString name, Job job,
                                                         std::stop_token stop) {
     const auto given = std::make_shared<std::optional<Result>>();
-    const ResearchRun::Job inThread = [stores = stores_, columns = columns_, job, given](
+    const ResearchRun::Job inThread = [stores = stores_, shelf = shelf_, job, given](
                                           ResearchWork& work, Activity&) {
-        Sources sources(stores, *columns, work);
+        Sources sources(stores, shelf, work);
         work.showLabel3({});
         *given = job(sources, work);
         return true;

@@ -1,8 +1,10 @@
-// The runs of 回测实验室, each in a thread of its own; what they read is kept for the next one.
+// The runs of 回测实验室, each in a thread of its own; what they read is laid back for the
+// next one.
 #pragma once
 
 #include <memory>
 
+#include "research/history_shelf.h"
 #include "research/laboratory/sweep.h"
 
 namespace guanchao {
@@ -10,7 +12,8 @@ namespace guanchao {
 class Laboratory {
 public:
     // `run` tells how far each is, and stops it.
-    Laboratory(const Stores& stores, ResearchRun& run) : stores_(stores), run_(run) {}
+    Laboratory(const Stores& stores, ResearchRun& run, std::shared_ptr<HistoryShelf> shelf)
+        : stores_(stores), run_(run), shelf_(std::move(shelf)) {}
 
     // What came out; nothing if it was stopped. Each raises StoreError, and OperationError if the
     // run is in use.
@@ -28,7 +31,7 @@ private:
 
     const Stores& stores_;
     ResearchRun& run_;
-    std::shared_ptr<LaboratoryColumns> columns_ = std::make_shared<LaboratoryColumns>();
+    std::shared_ptr<HistoryShelf> shelf_;
 };
 
 }  // namespace guanchao

@@ -196,7 +196,7 @@ private:
 
     QCoro::Task<> scan(std::stop_token stop) {
         ResearchRun run([](const ResearchProgress& it) { print(u"days %1"_s.arg(it.done)); });
-        SelectionScan scan(stores_, globals_, dialogs_, run);
+        SelectionScan scan(stores_, globals_, dialogs_, run, std::make_shared<HistoryShelf>());
         co_await scan.chooseThemes(stop);
     }
 

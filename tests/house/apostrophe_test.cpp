@@ -89,7 +89,9 @@ TEST_P(ApostropheTest, OfAThemeThatAScanChooses) {
     writeQuietHistory(store_.stores, store_.folder());
     writeHistory(market, store_.stores.firstHistory, store_.stores.secondHistory, true);
     ResearchRun research([](const ResearchProgress&) {});
-    endOf(SelectionScan(store_.stores, globals_, dialogs_, research).chooseThemes({}));
+    endOf(
+        SelectionScan(store_.stores, globals_, dialogs_, research, std::make_shared<HistoryShelf>())
+            .chooseThemes({}));
     EXPECT_EQ(store_.rows(u"select ticai from xuanticai"_s), QStringList{name_});
     store_.run(
         {u"insert into xuanticaigu(riqi,dm,ticai) select riqi,'SH600000',ticai from"

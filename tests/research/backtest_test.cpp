@@ -60,7 +60,7 @@ protected:
     }
     BacktestResult runAgain() {
         ResearchRun run([](const ResearchProgress&) {});
-        Laboratory laboratory(store_.stores, run);
+        Laboratory laboratory(store_.stores, run, std::make_shared<HistoryShelf>());
         return endOf(laboratory.test(rule_, {})).value();
     }
 
@@ -395,7 +395,7 @@ TEST_F(BacktestTest, ASweepGoesOverTheValues) {
               {1030, 1030, 1030, 1030}});
     writeHistory(history_, store_.stores.firstHistory, store_.stores.secondHistory, true);
     ResearchRun run([](const ResearchProgress&) {});
-    Laboratory laboratory(store_.stores, run);
+    Laboratory laboratory(store_.stores, run, std::make_shared<HistoryShelf>());
     const SweepAxis days{ruleField(u"持有天数"_s), 1, 3, 1};
     const SweepAxis costs{ruleField(u"印花税"_s), 0, 0.3, 0.1};
     EXPECT_EQ(costs.values(), QList<double>({0, 0.1, 0.2, 0.3}));

@@ -44,7 +44,7 @@ protected:
             handler();
         }
     }};
-    SelectionScan scan_{store_.stores, globals_, dialogs_, run_};
+    SelectionScan scan_{store_.stores, globals_, dialogs_, run_, std::make_shared<HistoryShelf>()};
 };
 
 // Each price and volume tells how far its day is from the theme-day's, which is a Friday; on the
@@ -342,6 +342,32 @@ TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
         u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：second.db3 A600001 2017-03-06"_s);
     EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
               QStringList({u"A600000"_s, u"A600002"_s}));
+}
+
+// All are read before the first day; who needs one that can't be read meets the failure.
+TEST_F(SelectionScanTest, AStockThatCannotBeReadFailsWhereItIsChosenOnly) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
+    addTheme(history, u"题"_s, u'A', 3, 3);
+    addTheme(history, u"别"_s, u'B', 3, 0);
+    for (const auto& [theme, dm] : history.members) {
+        for (const QString& former : tradingDays(10)) {
+            history.stocks[dm].prepend({.day = former});
+        }
+        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
+    }
+    write(history);
+    const auto spoil = [this](const QString& dm) {
+        Connection second = store_.stores.secondHistory.open();
+        second.execute(u"drop table "_s + dm);
+        second.execute(u"create table "_s + dm + u"(x)"_s);
+    };
+    spoil(u"B600001"_s);
+    endOf(scan_.chooseThemes({}));
+    EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
+              QStringList({u"A600000"_s, u"A600001"_s, u"A600002"_s}));
+    spoil(u"A600002"_s);
+    EXPECT_THROW(endOf(scan_.chooseThemes({})), StoreError);
 }
 
 // Former rows: of a day that is scanned, of one that no history has, and of a theme of the second

@@ -14,6 +14,7 @@
 #include "research/asked_history.h"
 #include "research/history_candles.h"
 #include "research/history_desk.h"
+#include "research/history_shelf.h"
 #include "services/services_file.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_windows.h"
@@ -101,6 +102,7 @@ protected:
     MeanVolume meanVolume_{watch_, services_.history, clock_};
     PolledDay polledDay_;
     HistoryCandles storedCandles_{stores_};
+    SharedHistory sharedHistory_;
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .removals = removals_,
@@ -120,6 +122,7 @@ protected:
                              .meanVolume = meanVolume_,
                              .polledDay = polledDay_,
                              .storedCandles = storedCandles_,
+                             .sharedHistory = sharedHistory_,
                              .applicationFolder = store_.folder(),
                              .executableName = u"guanchaotai"_s};
     Desktop desktop_{tray_,

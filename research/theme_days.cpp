@@ -1,4 +1,4 @@
-#include "research/laboratory/theme_days.h"
+#include "research/theme_days.h"
 
 #include <algorithm>
 #include <cmath>
