@@ -1,9 +1,9 @@
 #include "research/rank_tables.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/values.h"
+#include "grid/heat_colour.h"
 
 namespace guanchao {
 
@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double fullHeat = 8;
+constexpr double fullHeat = 8;  // of a week, in %
 
 struct Column {
     QString header;
@@ -36,13 +36,6 @@ void beginTable(ResultGrid& grid, qsizetype themes, const QList<Column>& columns
 void putGain(ResultGrid& grid, int row, int col, double gain) {
     grid.setReal(row, col, gain);
     grid.setCellBackColor(row, col, signColour(grid, row, col));
-}
-
-// From white to the colour.
-unsigned mixed(Colour colour, unsigned shift, double part) {
-    constexpr double white = 255;
-    const double of = (colour >> shift) & 0xFF;
-    return static_cast<unsigned>(std::lround(white + (of - white) * part));
 }
 
 }  // namespace
@@ -88,17 +81,11 @@ void fillWeeks(const RangeRanks& ranks, ResultGrid& grid) {
             const double gain = theme.weeks[week];
             if (!std::isnan(gain)) {
                 grid.setReal(row, weekThemeColumn + 1 + week, gain);
-                grid.setCellBackColor(row, weekThemeColumn + 1 + week, heatColour(gain));
+                setHeat(grid, row, weekThemeColumn + 1 + week, gain, fullHeat);
             }
         }
     }
     grid.setKeyColumns({weekThemeColumn});
-}
-
-Colour heatColour(double gain) {
-    const double part = std::min(std::abs(gain) / fullHeat, 1.0);
-    const Colour colour = gain < 0 ? fallColour : riseColour;
-    return rgb(mixed(colour, 16, part), mixed(colour, 8, part), mixed(colour, 0, part));
 }
 
 QString ranksLine(const RangeRanks& ranks, const RangeQuestion& question) {

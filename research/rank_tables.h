@@ -15,9 +15,6 @@ void fillRanks(const RangeRanks& ranks, ResultGrid& grid);
 // A week without prices of a theme stays empty.
 void fillWeeks(const RangeRanks& ranks, ResultGrid& grid);
 
-// White at 0, the full red or green from 8 % on.
-Colour heatColour(double gain);
-
 // What the ranks rest on, in a line or two.
 QString ranksLine(const RangeRanks& ranks, const RangeQuestion& question);
 

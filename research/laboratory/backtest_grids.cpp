@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/values.h"
+#include "grid/heat_colour.h"
 
 namespace guanchao {
 
@@ -50,15 +51,6 @@ double valueOf(const BacktestSum& sum, SweepMeasure measure) {
             break;
     }
     return sum.gain;
-}
-
-// From green over dark grey to red, by the place between the worst and the best.
-Colour groundOf(double place) {
-    constexpr double grey = 40;
-    const double way = std::abs(place * 2 - 1);
-    const auto strong = static_cast<unsigned>(std::lround(grey + way * 90));
-    const auto weak = static_cast<unsigned>(std::lround(grey * (1 - way / 2)));
-    return place >= 0.5 ? rgb(strong, weak, weak) : rgb(weak, strong, weak);
 }
 
 QString valueText(const RuleField& field, double value) {
@@ -198,6 +190,7 @@ void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure)
     const auto of = [measure](const BacktestSum& sum) { return valueOf(sum, measure); };
     const auto [worst, best] = std::ranges::minmax(sweep.sums, {}, of);
     const double range = of(best) - of(worst);
+    const double middle = of(worst) + range / 2;
     for (int row = 1; row < grid.rows(); ++row) {
         grid.setTextMatrix(row, 1,
                            sweep.down ? valueText(*sweep.down, sweep.downValues[row - 1])
@@ -209,8 +202,7 @@ void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure)
             } else {
                 grid.setReal(row, col, value);
             }
-            grid.setCellBackColor(row, col,
-                                  groundOf(range > 0 ? (value - of(worst)) / range : 0.5));
+            setHeat(grid, row, col, value - middle, range > 0 ? range / 2 : 1);
         }
     }
 }

@@ -3,9 +3,11 @@
 #include <QAbstractItemModelTester>
 #include <cmath>
 
+#include "base/contrast.h"
 #include "base/values.h"
 #include "grid/amounts.h"
 #include "grid/cell_search.h"
+#include "grid/heat_colour.h"
 #include "grid/sorting.h"
 #include "grid/stock_rows.h"
 #include "grid/table_text.h"
@@ -37,6 +39,22 @@ TEST(ResultGrid, CellsStayWhereTheTableIsResized) {
     EXPECT_THROW(grid.setRows(0), std::out_of_range);
     grid.clear();
     EXPECT_EQ(rowTexts(grid), QStringList({u"|"_s, u"|"_s}));
+}
+
+TEST(HeatColour, GrowsWithTheNumberToItsFullAndItsWordsCanBeReadOnIt) {
+    const auto red = [](double value) { return heatColour(value, 5) >> 16; };
+    const auto green = [](double value) { return heatColour(value, 5) >> 8 & 0xFF; };
+    for (int tenth = 0; tenth <= 50; ++tenth) {
+        const double value = tenth / 10.0;
+        EXPECT_LE(red(value), red(value + 0.1)) << value;
+        EXPECT_LE(green(-value), green(-value - 0.1)) << value;
+        EXPECT_GE(contrast(heatWords, heatColour(value, 5)), 4.5) << value;
+        EXPECT_GE(contrast(heatWords, heatColour(-value, 5)), 4.5) << value;
+    }
+    EXPECT_LT(red(0), red(5));
+    EXPECT_EQ(heatColour(5, 5), heatColour(40, 5));
+    EXPECT_EQ(heatColour(std::nan(""), 5), heatColour(0, 5));
+    EXPECT_NE(heatColour(-1, 5), heatColour(1, 5));
 }
 
 // What a cell holds is what it shows, in its text, its sign and its place in a sort.
