@@ -175,8 +175,6 @@ void DayPlot::showLine(qsizetype line) {
             part = furtherPart(*lines_[line]);
         }
         part->append(moment(days_[at].day), value);
-        // One day makes no line.
-        part->setPointsVisible(part->count() == 1);
         joinsFormer = true;
     }
 }
@@ -200,9 +198,11 @@ QLineSeries* DayPlot::furtherPart(QLineSeries& line) {
     return part;
 }
 
+// A day alone stands in the middle.
 void DayPlot::fitDays() {
-    const QDate first = days_.first().day;
-    const QDate last = std::max(days_.last().day, first.addDays(1));
+    const bool isAlone = days_.first().day == days_.last().day;
+    const QDate first = days_.first().day.addDays(isAlone ? -1 : 0);
+    const QDate last = days_.last().day.addDays(isAlone ? 1 : 0);
     dayAxis_->setRange(first.startOfDay(), last.startOfDay());
     const int room = static_cast<int>(chart()->plotArea().width()) /
                      (fontMetrics().horizontalAdvance(dayFormat) * 5 / 4);
@@ -285,6 +285,7 @@ void DayPlot::drawForeground(QPainter* painter, const QRectF& rect) {
         painter->setPen(palette().color(QPalette::PlaceholderText));
         painter->drawText(sceneRect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
     }
+    drawLoneDays(*painter);
     if (chosen_ < 0) {
         return;
     }
@@ -298,15 +299,26 @@ void DayPlot::drawForeground(QPainter* painter, const QRectF& rect) {
 
 void DayPlot::drawDots(QPainter& painter) {
     const DayValues& day = days_[chosen_];
-    painter.setPen(Qt::NoPen);
     for (qsizetype line = 0; line < lines_.size(); ++line) {
         if (lines_[line]->isVisible() && !std::isnan(day.values[line])) {
-            painter.setBrush(lines_[line]->pen().color());
-            painter.drawEllipse(
-                chart()->mapToPosition({moment(day.day), day.values[line]}, lines_[line]),
-                dotRadius, dotRadius);
+            drawDot(painter, *lines_[line], {moment(day.day), day.values[line]});
         }
     }
+}
+
+// One day makes no line. The series' own dots are cut off at the edges of the plot.
+void DayPlot::drawLoneDays(QPainter& painter) {
+    for (QLineSeries* part : lines_ + furtherParts_) {
+        if (part->isVisible() && part->count() == 1) {
+            drawDot(painter, *part, part->at(0));
+        }
+    }
+}
+
+void DayPlot::drawDot(QPainter& painter, QLineSeries& line, const QPointF& value) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(line.pen().color());
+    painter.drawEllipse(chart()->mapToPosition(value, &line), dotRadius, dotRadius);
 }
 
 QRectF DayPlot::wordsBox(const QString& words, qreal x) const {

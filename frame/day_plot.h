@@ -75,6 +75,8 @@ private:
     void choose(qsizetype day);
     void showChosen();
     void drawDots(QPainter& painter);
+    void drawLoneDays(QPainter& painter);
+    void drawDot(QPainter& painter, QLineSeries& line, const QPointF& value);
     void drawWords(QPainter& painter, qreal x);
 
     QString labelFormat_;
