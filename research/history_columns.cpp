@@ -1,21 +1,11 @@
 #include "research/history_columns.h"
 
-#include <QFileInfo>
 #include <QScopeGuard>
 #include <future>
 
 #include "research/stock_reading.h"
 
 namespace guanchao {
-
-namespace {
-
-FileStamp stampOf(const StoreFile& file) {
-    const QFileInfo info(file.path);
-    return {file.path, info.size(), info.lastModified()};
-}
-
-}  // namespace
 
 void HistoryColumns::take(const StoreFile& firstHistory, const StoreFile& secondHistory) {
     const FileStamp first = stampOf(firstHistory);

@@ -3,26 +3,16 @@
 // thread at a time.
 #pragma once
 
-#include <QDateTime>
 #include <memory>
 #include <optional>
 
 #include "research/stock_columns.h"
 #include "research/theme_days.h"
-#include "store/stores.h"
+#include "store/file_stamp.h"
 
 namespace guanchao {
 
 class StockReading;
-
-// When a file was written last, as far as its folder tells.
-struct FileStamp {
-    QString path;
-    qint64 size = 0;
-    QDateTime written;
-
-    bool operator==(const FileStamp&) const = default;
-};
 
 class HistoryColumns {
 public:
