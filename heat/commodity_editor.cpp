@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "heat/collector_contract.h"
 #include "store/patience.h"
 #include "store/recordset.h"
 
@@ -93,6 +94,17 @@ bool CommodityEditor::update(const QString& name, const Commodity& typed) {
                   u", guanzhudu="_s + attentionText(typed) + u",adddate="_s +
                   quoted(timeText(globals_.jintian)) + u"  where shopname="_s + quoted(name));
     return true;
+}
+
+QString CommodityEditor::notCollectedWords(const QString& attention) const {
+    const Activity activity(u"读取商品的采集设定"_s);
+    const std::optional<CommoditySettings> settings = readCommoditySettings(stores_.heat);
+    const double limit = settings ? numericPrefix(settings->attention) : 0;
+    if (numericPrefix(attention) > limit) {
+        return {};
+    }
+    return u"关注度不大于 %1 的商品不采集。要采集它，填大于 %1 的关注度，或者在商品价格监控里改小“只采集关注度大于”。"_s
+        .arg(numberText(limit));
 }
 
 QCoro::Task<> CommodityEditor::remove(QString name, std::stop_token stop) {

@@ -43,6 +43,10 @@ public:
     void modify(const Commodity& typed);
     QCoro::Task<> remove(QString name, std::stop_token stop);
 
+    // For a commodity of the typed attention that the collector will pass by; empty if it is
+    // collected.
+    QString notCollectedWords(const QString& attention) const;
+
 private:
     static std::optional<Commodity> stored(Connection& store, const QString& name);
     std::optional<Commodity> insertUnlessStored(const QString& name, const Commodity& typed);

@@ -15,6 +15,7 @@ Form5::Form5(Environment& environment, Windows&)
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form5::Command3_Click);
+    connect(ui_->Text2, &QLineEdit::textChanged, this, &Form5::showWhetherCollected);
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment,
                                            commodityPlace, [] {});
     Form_Load();
@@ -30,6 +31,21 @@ void Form5::Form_Load() {
     if (stored) {
         showCommodity(*stored);
     }
+    showWhetherCollected();
+}
+
+// The limit is set in another window, which may be open beside this one.
+void Form5::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        showWhetherCollected();
+    }
+}
+
+void Form5::showWhetherCollected() {
+    const QString words = editor_.notCollectedWords(ui_->Text2->text());
+    ui_->notCollected->setText(words);
+    ui_->notCollected->setVisible(!words.isEmpty());
 }
 
 Commodity Form5::typed() const {

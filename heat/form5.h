@@ -25,8 +25,12 @@ public:
     Form5(Environment& environment, Windows& windows);
     ~Form5() override;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void Form_Load();
+    void showWhetherCollected();
     Commodity typed() const;
     void showCommodity(const Commodity& commodity);
 

@@ -45,6 +45,21 @@ TEST_F(CommodityEditorTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|没有找到商品'金',请点击添加按钮!"_s);
 }
 
+TEST_F(CommodityEditorTest, WhatTheCollectorWillPassByIsTold) {
+    const struct {
+        QString limit, attention;
+        bool collected;
+    } cases[] = {{u"0"_s, {}, false},        {u"0"_s, u"0"_s, false}, {u"0"_s, u"0.5度"_s, true},
+                 {u"5"_s, u"5"_s, false},    {u"5"_s, u"6"_s, true},  {u"-1"_s, u"x"_s, true},
+                 {u"null"_s, u"0"_s, false}, {u"2.5"_s, u"2"_s, false}};
+    for (const auto& it : cases) {
+        runHeat(u"update canshu set shopguanzhudu="_s + it.limit);
+        const QString words = editor_.notCollectedWords(it.attention);
+        EXPECT_EQ(words.isEmpty(), it.collected) << it.limit.toStdString();
+        EXPECT_TRUE(it.collected || words.contains(u"不采集"_s));
+    }
+}
+
 TEST_F(CommodityEditorTest, ADeletionAsksAndTakesTheHistoryAlong) {
     runHeat(u"insert into shophq(shopname,riqi) values('铜','2026-11-24 10:00:00')"_s);
     const QStringList before = list();
