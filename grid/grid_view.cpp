@@ -103,6 +103,7 @@ void GridView::setGrid(ResultGrid& grid) {
         showMark();
         viewport()->update();  // the row that was marked before is one of the others now
     });
+    connect(&grid, &ResultGrid::refillBegins, this, &GridView::noteSelection);
     connect(&grid, &ResultGrid::fillEnds, this, [this] { sort_.followFill(*grid_); });
     connect(&grid, &ResultGrid::filled, this, &GridView::showFill);
     connect(&grid, &ResultGrid::toolTipTextChanged, this,
@@ -179,7 +180,31 @@ void GridView::showFill() {
     showColumns();
     tellHint();
     showMark();
+    selectAgain();
     showCommands();
+}
+
+// A list that has got or lost rows is shown as another one, in which nothing would be selected.
+void GridView::noteSelection() {
+    selected_.clear();
+    for (const QModelIndex& it : selectionModel()->selectedRows()) {
+        selected_ << grid_->keyOf(rowAtIndex(it));
+    }
+}
+
+void GridView::selectAgain() {
+    const QSet<QStringList> former = std::exchange(selected_, {});
+    const bool isKept = selectionModel()->selectedRows().size() > 1;
+    if (former.size() < 2 || isKept || grid_->markedRow() == 0) {
+        return;
+    }
+    QItemSelection rows;
+    for (int row = 1; row < grid_->rows(); ++row) {
+        if (former.contains(grid_->keyOf(row))) {
+            rows.select(model()->index(row - 1, 0), model()->index(row - 1, grid_->cols() - 1));
+        }
+    }
+    selectionModel()->select(rows, QItemSelectionModel::Select);
 }
 
 // Keys go on in a column that is shown.

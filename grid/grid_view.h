@@ -6,6 +6,7 @@
 
 #include <QMenu>
 #include <QPointer>
+#include <QSet>
 #include <QTableView>
 #include <QTimer>
 #include <functional>
@@ -113,6 +114,8 @@ private:
     void find(SearchWay way);
     void goTo(CellPlace place);
     void showFill();
+    void noteSelection();
+    void selectAgain();
     void tellHint();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
@@ -127,6 +130,7 @@ private:
     MenuArea menuArea_ = MenuArea::rows;
     HeaderSort sort_;
     ColumnWidths widths_;
+    QSet<QStringList> selected_;  // the items, as a fill of the same list began
     QString hint_;
     QModelIndex pressedIndex_;
     By chosenBy_ = By::keys;

@@ -154,6 +154,20 @@ QString ResultGrid::spokenText(int row, int col) const {
                                                     : text;
 }
 
+QString ResultGrid::itemNote(int row, int col) const {
+    return !itemNotes_.isEmpty() && col == keyColumns_.value(0)
+               ? itemNotes_.value(textMatrix(row, col))
+               : QString();
+}
+
+QVariant ResultGrid::toolTip(int row, int col) const {
+    if (shortAmount(*this, row, col)) {
+        return textMatrix(row, col);
+    }
+    const QString note = itemNote(row, col);
+    return note.isEmpty() ? QVariant() : QVariant(note);
+}
+
 void ResultGrid::setReal(int row, int col, double value) {
     Cell& it = cell(row, col);
     it.content = Content::real;
@@ -370,9 +384,9 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
                                  ? Qt::AlignRight
                                  : Qt::AlignLeft));
         case Qt::ToolTipRole:
-            return shortAmount(*this, row, index.column())
-                       ? QVariant(textMatrix(row, index.column()))
-                       : QVariant();
+            return toolTip(row, index.column());
+        case Qt::AccessibleDescriptionRole:
+            return itemNote(row, index.column());
         case ColourRole:
             return it.coloured ? QVariant(Colour(it.colour)) : QVariant();
         case BackColourRole:

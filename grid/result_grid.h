@@ -4,9 +4,11 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "grid/colours.h"
@@ -102,6 +104,13 @@ public:
     // The columns that tell which item a row is about: after a fill its row is marked again.
     void setKeyColumns(const QList<int>& cols) { keyColumns_ = cols; }
 
+    // What is told of an item beside its cells, by the text of its first key column: under the
+    // pointer there and to assistive tools. Fills leave it as it is.
+    void setItemNotes(QHash<QString, QString> notes) { itemNotes_ = std::move(notes); }
+
+    // Which item the row is about, by its key columns; empty if it is about none.
+    QStringList keyOf(int row) const { return keyIn(*this, row); }
+
     // True in and after a fill that shows a list anew that the grid held before.
     bool isRefill() const { return refill_; }
 
@@ -118,6 +127,8 @@ public:
 
 signals:
     void colWidthsChanged();
+    // A fill of the same list begins.
+    void refillBegins();
     // All cells of a fill stand; its rows can still be put into another order.
     void fillEnds();
     // Views show what a fill has changed.
@@ -175,7 +186,8 @@ private:
     void showChangedCells(const Former& former);
     template <typename Table>
     QStringList keyIn(const Table& table, int row) const;
-    QStringList keyOf(int row) const { return keyIn(*this, row); }
+    QString itemNote(int row, int col) const;
+    QVariant toolTip(int row, int col) const;
     void mark(int row);
     void markKey();
 
@@ -194,13 +206,14 @@ private:
     std::optional<Former> former_;
     QList<int> keyColumns_ = {1};
     QStringList markedKey_;  // as a fill began
+    QHash<QString, QString> itemNotes_;
     QString toolTipText_;
 };
 
 // A fill of a grid: while it lives, views keep what they show, and no events may happen; in its end
 // they show all changes at once. The item whose row was marked is marked where it stands then. Of a
-// list that holds the same items as before only the cells that have changed are painted, and rows
-// that are selected stay so wherever they have moved.
+// list that holds the same items as before only the cells that have changed are painted. In the same
+// list rows that are selected stay so wherever they have moved.
 class GridFill {
 public:
     // What it puts there: another list, whose rows stand as they were found, or the one that is

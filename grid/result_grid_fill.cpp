@@ -29,6 +29,7 @@ void ResultGrid::beginFill(bool isRefill) {
         refill_ = isRefill;
         markedKey_ = keyOf(markedRow());
         if (isRefill) {
+            emit refillBegins();
             former_ = Former{rows_, cols_, cells_, order_, fonts_};
         }
     }

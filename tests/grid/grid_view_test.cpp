@@ -248,8 +248,10 @@ TEST_F(GridViewTest, ARefillPaintsWhatHasChangedAndKeepsTheSelection) {
     EXPECT_EQ(selectedRows(), (QList<int>{1, 4})) << "they have moved with their items";
     EXPECT_EQ(markedName(), u"题3"_s);
 
-    refill({3, 5, 4, 2}, 2);
-    EXPECT_EQ(selectedRow(), 1) << "of another set of items the marked one";
+    refill({3, 5, 4, 2, 6}, 2);
+    EXPECT_EQ(selectedRows(), (QList<int>{1, 4})) << "though others have come and gone";
+    refill({5, 4, 2}, 2);
+    EXPECT_EQ(selectedRow(), 0) << "none without the marked one";
 }
 
 }  // namespace guanchao
