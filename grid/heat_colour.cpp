@@ -21,7 +21,8 @@ unsigned mixed(Colour from, Colour to, unsigned shift, double part) {
 }  // namespace
 
 Colour heatColour(double value, double full) {
-    const double part = std::isnan(value) ? 0 : std::min(std::abs(value) / full, 1.0);
+    const bool isHot = full > 0 && !std::isnan(value);
+    const double part = isHot ? std::min(std::abs(value) / full, 1.0) : 0;
     const Colour end = value < 0 ? fallHeat : riseHeat;
     return rgb(mixed(noHeat, end, 16, part), mixed(noHeat, end, 8, part),
                mixed(noHeat, end, 0, part));

@@ -1,5 +1,6 @@
 #include "research/range_ranks.h"
 
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 #include <algorithm>
@@ -223,6 +224,22 @@ QCoro::Task<RangeRanks> rankStored(Stores stores, RangeQuestion question, std::s
     };
     RangeRanks ranks = co_await inWorker(job, stop);
     co_return ranks;
+}
+
+QHash<QString, double> gainsOfStocks(const Stores& stores, RangeSource source, const QDate& day) {
+    QHash<QString, double> gains;
+    const StoreFile& file = source == RangeSource::history ? stores.firstHistory : stores.main;
+    if (!QFileInfo::exists(file.path)) {
+        return gains;
+    }
+    Connection store = file.open();
+    RowCursor row(store, queriesOf({source, day, day}).stocks);
+    while (row.next()) {
+        if (!row.isNull(1)) {
+            gains.insert(row.string(2), row.number(1));
+        }
+    }
+    return gains;
 }
 
 }  // namespace guanchao

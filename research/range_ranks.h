@@ -5,6 +5,7 @@
 
 #include <QCoro/QCoroTask>
 #include <QDate>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <functional>
@@ -50,5 +51,8 @@ RangeRanks rankThemes(const Stores& stores, const RangeQuestion& question,
 
 // The same in a thread of its own.
 QCoro::Task<RangeRanks> rankStored(Stores stores, RangeQuestion question, std::stop_token stop);
+
+// The gain of each stock that has a row of the day there; none where there is no such store.
+QHash<QString, double> gainsOfStocks(const Stores& stores, RangeSource source, const QDate& day);
 
 }  // namespace guanchao

@@ -125,13 +125,14 @@ TEST_F(DayPlotTest, ALineJoinsDaysOfOneSourceOnly) {
 
 TEST_F(DayPlotTest, ADayAloneIsAWholeDotThoughItStandsAtTheEdge) {
     constexpr double gap = std::numeric_limits<double>::quiet_NaN();
-    for (const QList<QList<double>>& days : {QList<QList<double>>{{9, 0, 1}},
-                                             {{9, 0, 1}, {9, gap, 1}, {9, 5, 1}, {9, 5, 1}}}) {
+    const QList<QList<double>> cases[] = {{{9, 4, 1}},
+                                          {{0, 5, 5}, {gap, 5, 5}, {9, 5, 5}, {9, 5, 5}}};
+    for (const QList<QList<double>>& days : cases) {
         showValues(days);
-        const auto* line = qobject_cast<QLineSeries*>(chart()->series()[1]);
-        const QPoint dot = chart()->mapToPosition(line->at(0), chart()->series()[1]).toPoint();
+        const auto* line = qobject_cast<QLineSeries*>(chart()->series()[0]);
+        const QPoint dot = chart()->mapToPosition(line->at(0), chart()->series()[0]).toPoint();
         const QImage shown = grab().toImage();
-        for (const QPoint& side : {QPoint(-3, 0), QPoint(3, 0), QPoint(0, -3), QPoint(0, 3)}) {
+        for (const QPoint& side : {QPoint(-2, 0), QPoint(2, 0), QPoint(0, -2), QPoint(0, 2)}) {
             EXPECT_EQ(shown.pixelColor(dot + side), line->pen().color())
                 << days.size() << ' ' << side.x() << ' ' << side.y();
         }
