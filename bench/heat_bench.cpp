@@ -4,7 +4,8 @@
 #include "base/values.h"
 #include "bench/bare_store.h"
 #include "bench/compare.h"
-#include "heat/heat_subjects.h"
+#include "heat/heat_ranking.h"
+#include "heat/heat_reading.h"
 #include "store/bound_insert.h"
 #include "store/prepared_stores.h"
 #include "tests/support/fakes.h"
@@ -100,6 +101,25 @@ void newsOfAllThemes(benchmark::State& state) {
             u" date(riqi) desc,zhutiname "_s);
 }
 BENCHMARK(newsOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
+
+// What Form25 reads while it opens: in its worker, the latest day and the small lines of all themes.
+void newsWithTheirLastDays(benchmark::State& state) {
+    const Stores& stores = heatStores();
+    const HeatSubject themes = themeNews();
+    compare(
+        state,
+        [&] {
+            BareStore store(stores.heat.path);
+            store.run(
+                columns +
+                u" where date(riqi)='2026-02-04' order by allzhangfu desc,zhutiname "_s);
+            store.run(
+                u"select date(riqi),zhutiname,onecishu from xinwenshul where"
+                u" datetime(riqi)>='2026-01-06 00:00:00' order by date(riqi),rowid"_s);
+        },
+        [&] { benchmark::DoNotOptimize(readHeat(stores.heat, themes, {})); });
+}
+BENCHMARK(newsWithTheirLastDays)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
 
 }  // namespace
 

@@ -8,8 +8,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QList<int> rankingWidths = {500, 1200, 1400, 800, 900, 900, 750, 750,
-                                  750, 750,  750,  750, 750, 750, 5200};
+const QList<int> rankingWidths = {
+    500, 1200, 1400 + sparklineTwips, 800, 900, 900, 750, 750, 750, 750, 750, 750, 750, 750, 5200};
 const QList<int> historyWidths = {500, 1200, 1400, 900, 900, 750, 750,
                                   750, 750,  750,  750, 750, 750};
 
@@ -57,7 +57,7 @@ HeatSubject commodityPrices() {
         .collectWord = collectCommodities,
         .current = &Globals::dangqianshangpin,
         .dayTable = u"shophq"_s,
-        .noteKey = u"shopname"_s,
+        .key = u"shopname"_s,
         .ranksToday = true,
         .ofDay = rankingOf,
         .ofAll = ranking + byTotal,
@@ -69,6 +69,8 @@ HeatSubject commodityPrices() {
         .lines = {{u"上涨"_s, {u"涨字"_s, u"升字"_s, u"大涨"_s, u"暴涨"_s}},
                   {u"下跌"_s, {u"跌字"_s, u"降字"_s, u"大跌"_s, u"暴跌"_s}},
                   {u"总分"_s, {u"总分"_s}}},
+        .fields = {{u"总分"_s, u"zongfen"_s}, {u"增长"_s, u"zhangfu"_s, {}, true}},
+        .kind = u"商品"_s,
         .lastColumnIsTip = true,
         .searchWords = [](const QString& shopname) -> QString { return shopname + u" 价格"_s; }};
 }

@@ -28,8 +28,8 @@ Form29::Form29(Environment& environment, Windows& windows)
 Form29::~Form29() = default;
 
 void Form29::dressControls() {
-    take({ui_->Text1, ui_->Check2, ui_->Command1, ui_->Command2, ui_->Command9, ui_->MSHFlexGrid1,
-          ui_->MSHFlexGrid2, ui_->plot},
+    take({ui_->Text1, ui_->Check2, ui_->Command1, ui_->Command2, ui_->Command9, ui_->heatMap,
+          ui_->打开热度图, ui_->MSHFlexGrid1, ui_->MSHFlexGrid2, ui_->plot},
          u"最近一天没有采集到商品\n\n选“显示全部商品”再点“显示排名”，或点“采集”启动采集程序\n"
          u"点右键可以添加商品"_s);
     ui_->tables->setStretchFactor(0, 0);
@@ -46,7 +46,8 @@ void Form29::connectControls() {
 
 void Form29::connectMenu() {
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
-    fillRowMenu(kuaijiemenu_, {ui_->打开采集网页, ui_->添加商品, ui_->修改商品, ui_->删除商品},
+    fillRowMenu(kuaijiemenu_,
+                {ui_->打开采集网页, ui_->打开热度图, ui_->添加商品, ui_->修改商品, ui_->删除商品},
                 {ui_->删除商品});
     ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_, GridView::MenuArea::rowsAndGround);
     connect(ui_->MSHFlexGrid1, &GridView::rowChosen, this, &Form29::enableEntries);
@@ -85,8 +86,7 @@ void Form29::删除商品_Click() {
                                      environment_.removals, ranking_.current(), stop);
         if (deleted) {
             undoLine_->showLast();
-            emptyHeatGrid(historyGrid_);
-            ui_->plot->showDays({});
+            emptyHistory();
             Command9_Click();
         }
     });

@@ -18,6 +18,9 @@ constexpr int heatItemColumn = 2;
 // For a growth that compares with nothing.
 inline const QString noGrowthWord = QStringLiteral("无");
 
+// The room for the line of the last days in the column of items.
+constexpr int sparklineTwips = 1100;
+
 using DressRow = void (*)(ResultGrid& grid, int row);
 
 // Clears the grid, pours the recordset into it and dresses each data row; views see it at once.

@@ -4,11 +4,8 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "store/recordset.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 HeatRanking::HeatRanking(const Stores& stores, Globals& globals, const Clock& clock, Shell& shell,
                          HeatSubject subject, ResultGrid& ranking, ResultGrid& history)
@@ -24,59 +21,92 @@ HeatRanking::HeatRanking(const Stores& stores, Globals& globals, const Clock& cl
 
 void HeatRanking::showRanking(bool all) {
     const Activity activity(subject_.rankingActivity);
+    showsAll_ = all;
     Connection store = stores_.heat.open();
-    const Recordset latest(store, u"select date(riqi) as riqi from "_s + subject_.dayTable +
-                                      u" order by datetime(riqi) desc limit 1"_s);
-    const GridFill fill(ranking_);
-    emptyHeatGrid(ranking_);
-    if (latest.atEnd() && !subject_.ranksToday) {
-        return;
-    }
-    const QString day =
-        latest.atEnd() ? dateText(clock_.now().date()) : latest.value(u"riqi").toText();
-    const QString first = subject_.noteKey.isEmpty()
-                              ? QString()
-                              : incomparableLast(store, subject_.dayTable, subject_.noteKey);
-    Recordset items(store, all ? subject_.ofAll : subject_.ofDay(day, first));
-    fillHeatGrid(items, ranking_, subject_.rankingWidths, subject_.dressRanking);
-    showNotes(ranking_,
-              notes(store, all ? latestNotes(subject_.dayTable) : u" and riqi="_s + quoted(day)));
-}
-
-NewsNotes HeatRanking::notes(Connection& store, const QString& condition) const {
-    return subject_.noteKey.isEmpty() ? NewsNotes()
-                                      : readNewsNotes(store, subject_.dayTable, condition);
-}
-
-QString HeatRanking::chosenDay() const {
-    const int row = ranking_.markedRow();
-    return ranking_.isDataRow(row) ? ranking_.textMatrix(row, heatDayColumn) : QString();
+    readRanking(store, subject_, shown(), ranking_);
 }
 
 bool HeatRanking::choose(int row) {
     if (!ranking_.isDataRow(row)) {
         return false;
     }
-    globals_.*subject_.current = trimBlanks(ranking_.textMatrix(row, heatItemColumn));
+    setCurrent(ranking_.textMatrix(row, heatItemColumn));
     if (subject_.lastColumnIsTip) {
         ranking_.setToolTipText(trimBlanks(ranking_.textMatrix(row, ranking_.cols() - 1)));
     }
-    emptyHeatGrid(history_);
     return true;
+}
+
+std::optional<int> HeatRanking::chooseItem(const QString& item) {
+    const std::optional<int> row = rowOf(item);
+    if (row) {
+        ranking_.biaoji(*row);
+        choose(*row);
+    } else {
+        ranking_.unmark();
+        setCurrent(item);
+    }
+    return row;
+}
+
+void HeatRanking::setCurrent(const QString& item) {
+    chosen_ = item;
+    globals_.*subject_.current = trimBlanks(item);
+    emptyHistory();
+}
+
+std::optional<int> HeatRanking::rowOf(const QString& item) const {
+    for (int row = 1; row < ranking_.rows() && ranking_.isDataRow(row); ++row) {
+        if (ranking_.textMatrix(row, heatItemColumn) == item) {
+            return row;
+        }
+    }
+    return std::nullopt;
+}
+
+void HeatRanking::emptyHistory() {
+    historyItem_.clear();
+    emptyHeatGrid(history_);
 }
 
 QList<DayValues> HeatRanking::showHistory() {
     const Activity activity(subject_.historyActivity);
     Connection store = stores_.heat.open();
-    Recordset days(store, subject_.ofItem(current()));
-    fillHeatGrid(days, history_, subject_.historyWidths, subject_.dressHistory);
-    const NewsNotes ofItem = notes(store, u" and item="_s + quoted(current()));
-    showNotes(history_, ofItem);
-    return dayValues(days, subject_.lines, ofItem);
+    QList<DayValues> days = readHistory(store, subject_, current(), history_);
+    historyItem_ = current();
+    return days;
+}
+
+HeatQuestion HeatRanking::shown() const {
+    return {showsAll_, dateText(clock_.now().date()), historyItem_};
+}
+
+bool HeatRanking::showAnew(HeatReading& reading) {
+    if (reading.question != shown()) {
+        return false;
+    }
+    {
+        const GridFill fill(ranking_, GridFill::Rows::ofTheSameList);
+        ranking_.swapTable(reading.ranking);
+    }
+    markAgain();
+    if (!historyItem_.isEmpty()) {
+        const GridFill fill(history_, GridFill::Rows::ofTheSameList);
+        history_.swapTable(reading.history);
+    }
+    return true;
+}
+
+// On a new day the item's row is missing until it has been collected.
+void HeatRanking::markAgain() {
+    const std::optional<int> row = rowOf(chosen_);
+    if (row && ranking_.markedRow() == 0) {
+        ranking_.biaoji(*row);
+    }
 }
 
 void HeatRanking::openSearchPage(const QString& searchTemplate) {
-    shell_.open(searchPage(searchTemplate, currentWords()));
+    shell_.open(searchPage(searchTemplate, wordsOf(current())));
 }
 
 }  // namespace guanchao

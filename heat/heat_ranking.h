@@ -3,42 +3,18 @@
 // stands, is a HeatSubject. Failed statements raise StoreError.
 #pragma once
 
-#include <functional>
+#include <optional>
 
 #include "base/day_values.h"
 #include "base/globals.h"
 #include "grid/result_grid.h"
-#include "heat/heat_grid.h"
+#include "heat/heat_reading.h"
 #include "heat/url_encode.h"
 #include "platform/clock.h"
 #include "platform/shell.h"
 #include "store/stores.h"
 
 namespace guanchao {
-
-struct HeatSubject {
-    QString rankingActivity;
-    QString historyActivity;
-    QString collectWord;                  // the argument word of the collector
-    QString Globals::*current = nullptr;  // the item that was chosen last
-    QString dayTable;                     // the latest day in it is the ranking's
-    QString noteKey = {};                 // its column of items, where its counts have notes
-    bool ranksToday = false;              // while no day is collected, the ranking is today's
-
-    // The statements of the ranking of a day, of all items, and of the history of one. `first`: an
-    // order that goes before the subject's own, followed by a comma, or nothing.
-    std::function<QString(const QString& day, const QString& first)> ofDay;
-    QString ofAll;
-    std::function<QString(const QString& item)> ofItem;
-
-    QList<int> rankingWidths;
-    QList<int> historyWidths;
-    DressRow dressRanking;
-    DressRow dressHistory;
-    QList<CountLine> lines;                                   // of the plot of a history
-    bool lastColumnIsTip = false;                             // of the row that is chosen
-    std::function<QString(const QString& item)> searchWords;  // without marks
-};
 
 class HeatRanking {
 public:
@@ -54,19 +30,28 @@ public:
     // A row is chosen: its item becomes the current one and the second grid is emptied; false on a
     // row without data.
     bool choose(int row);
+    // The same for an item, wherever it stands: its row is marked and given, if it has one.
+    std::optional<int> chooseItem(const QString& item);
     // Fills the second grid with the current item's history and returns it for the plot.
     QList<DayValues> showHistory();
+    void emptyHistory();
 
-    // The words that the current item is searched by.
-    QString currentWords() const { return subject_.searchWords(withoutMarks(current())); }
-    // Date text; empty while no row is chosen.
-    QString chosenDay() const;
+    // What is shown, to be read anew.
+    HeatQuestion shown() const;
+    // Both grids as they are now; marks, selections and orders stay. False if something else is
+    // shown meanwhile.
+    bool showAnew(HeatReading& reading);
+
+    // The words that the item is searched by.
+    QString wordsOf(const QString& item) const { return subject_.searchWords(withoutMarks(item)); }
 
     // Opens the current item's search page in the system's browser.
     void openSearchPage(const QString& searchTemplate);
 
 private:
-    NewsNotes notes(Connection& store, const QString& condition) const;
+    void setCurrent(const QString& item);
+    std::optional<int> rowOf(const QString& item) const;
+    void markAgain();
 
     const Stores& stores_;
     Globals& globals_;
@@ -75,6 +60,9 @@ private:
     HeatSubject subject_;
     ResultGrid& ranking_;
     ResultGrid& history_;
+    bool showsAll_ = false;
+    QString chosen_;       // the item of the row that was chosen last
+    QString historyItem_;  // whose history is shown
 };
 
 }  // namespace guanchao

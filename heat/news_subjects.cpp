@@ -55,7 +55,7 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
     subject.rankingActivity = u"读取新闻数量排名"_s;
     subject.historyActivity = u"读取历史新闻数量"_s;
     subject.dayTable = table;
-    subject.noteKey = key;
+    subject.key = key;
     subject.ofDay = [select, key](const QString& day, const QString& first) -> QString {
         return select + u" where date(riqi)="_s + quoted(day) + u" order by "_s + first +
                u"allzhangfu desc,"_s + key + u' ';
@@ -66,11 +66,18 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
                u" order by date(riqi) desc "_s;
     };
     subject.rankingWidths = subject.historyWidths = widths;
+    subject.rankingWidths[heatItemColumn] += sparklineTwips;
     subject.dressRanking = colourNews;
     subject.dressHistory = dressHistory;
     subject.lines = {{u"一日"_s, {u"一日数量"_s}},
                      {u"全部"_s, {u"全部数量"_s}},
                      {u"自定义"_s, {u"自定义数量"_s}}};
+    subject.fields = {{u"一日数量"_s, u"onecishu"_s, u"onexian"_s},
+                      {u"一日涨幅"_s, u"onezhangfu"_s, {}, true},
+                      {u"全部数量"_s, u"allcishu"_s, u"allxian"_s},
+                      {u"全部涨幅"_s, u"allzhangfu"_s, {}, true},
+                      {u"自定义数量"_s, u"zdycishu"_s, u"zdyxian"_s},
+                      {u"自定义涨幅"_s, u"zdyzhangfu"_s, {}, true}};
     return subject;
 }
 
@@ -79,6 +86,7 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
 HeatSubject themeNews() {
     HeatSubject subject = news(u"xinwenshul"_s, u"zhutiname"_s, u"zhutiname as 主题名称"_s,
                                {500, 1200, 1800, 1000, 1000, 1100, 1000, 1200, 1200, 1200});
+    subject.kind = u"主题"_s;
     subject.collectWord = collectThemes;
     subject.current = &Globals::dangqianzhuti;
     subject.searchWords = [](const QString& zhutiname) { return zhutiname; };
@@ -88,6 +96,8 @@ HeatSubject themeNews() {
 HeatSubject companyNews() {
     HeatSubject subject = news(u"gongsixinwen"_s, u"dm"_s, u"dm as 代码,jc as 简称"_s,
                                {500, 1200, 1100, 1200, 1000, 1000, 1100, 1000, 1200, 1200, 1200});
+    subject.kind = u"公司"_s;
+    subject.name = u"jc"_s;
     subject.collectWord = collectCompanies;
     subject.current = &Globals::dangqiangongsi;
     subject.searchWords = [](const QString& dm) { return dm.right(codeDigits); };

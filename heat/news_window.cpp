@@ -1,5 +1,6 @@
 #include "heat/news_window.h"
 
+#include "base/values.h"
 #include "frame/open_windows.h"
 #include "heat/headlines_window.h"
 #include "ui_news_window.h"
@@ -27,8 +28,8 @@ void NewsWindow::showWords(const Words& words) {
     ui_->Text1->setAccessibleName(words.item);
     ui_->Text1->setToolTip(u"要查找的"_s + words.item + u"，可以不完整"_s);
     ui_->Check2->setText(words.showAll);
-    take({ui_->Text1, ui_->Check2, ui_->Command1, ui_->Command2, ui_->Command9, ui_->MSHFlexGrid1,
-          ui_->MSHFlexGrid2, ui_->plot},
+    take({ui_->Text1, ui_->Check2, ui_->Command1, ui_->Command2, ui_->Command9, ui_->heatMap,
+          ui_->打开热度图, ui_->MSHFlexGrid1, ui_->MSHFlexGrid2, ui_->plot},
          u"还没有采集到新闻数量\n\n点“采集”启动采集程序，之后点“显示排名”"_s);
     ui_->tables->setSizes({1000, 1000});
     ui_->historyAndPlot->setSizes({1150, 850});
@@ -43,10 +44,19 @@ void NewsWindow::connectControls() {
 
 void NewsWindow::connectMenu() {
     kuaijiemenu_.setObjectName(u"kuaijiemenu"_s);
-    kuaijiemenu_.addActions({ui_->打开采集网页, ui_->查看新闻标题});
-    ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_);
+    kuaijiemenu_.addActions({ui_->打开采集网页, ui_->查看新闻标题, ui_->打开热度图});
+    historyMenu_.addAction(ui_->查看这天标题);
     connect(ui_->打开采集网页, &QAction::triggered, this, [this] { openSearchPage(); });
-    connect(ui_->查看新闻标题, &QAction::triggered, this, &NewsWindow::查看新闻标题_Click);
+    offerHeadlines(*ui_->查看新闻标题, *ui_->MSHFlexGrid1, rankingGrid_);
+    offerHeadlines(*ui_->查看这天标题, *ui_->MSHFlexGrid2, historyGrid_);
+    ui_->MSHFlexGrid1->setRowMenu(kuaijiemenu_);
+    ui_->MSHFlexGrid2->setRowMenu(historyMenu_);
+}
+
+// In the menu of its table, and by its key there.
+void NewsWindow::offerHeadlines(QAction& action, GridView& view, const ResultGrid& grid) {
+    offerByKey(action, view);
+    connect(&action, &QAction::triggered, this, [this, &grid] { openHeadlines(grid); });
 }
 
 void NewsWindow::Form_Load() {
@@ -86,9 +96,14 @@ void NewsWindow::Text2_Change() {
     }
 }
 
-void NewsWindow::查看新闻标题_Click() {
-    auto window = std::make_unique<HeadlinesWindow>(environment_, ranking_.currentWords(),
-                                                    ranking_.chosenDay());
+// Of the row that is marked.
+void NewsWindow::openHeadlines(const ResultGrid& grid) {
+    const int row = grid.markedRow();
+    const bool isOfItem = grid.isDataRow(row);
+    const QString item = isOfItem ? grid.textMatrix(row, heatItemColumn) : ranking_.current();
+    const QString day = isOfItem ? grid.textMatrix(row, heatDayColumn) : QString();
+    auto window =
+        std::make_unique<HeadlinesWindow>(environment_, ranking_.wordsOf(trimBlanks(item)), day);
     environment_.openWindows.close<HeadlinesWindow>();
     environment_.openWindows.adopt(window.release());
 }

@@ -38,11 +38,13 @@ private:
 
     void Check1_Click();
     void Text2_Change();
-    void 查看新闻标题_Click();
+    void offerHeadlines(QAction& action, GridView& view, const ResultGrid& grid);
+    void openHeadlines(const ResultGrid& grid);
 
     const StoreFile& heat_;
     std::unique_ptr<Ui::NewsWindow> ui_;
     QMenu kuaijiemenu_;  // 快捷菜单: on an item
+    QMenu historyMenu_;  // on a day of its history
 };
 
 }  // namespace guanchao

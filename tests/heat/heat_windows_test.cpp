@@ -86,7 +86,7 @@ TEST_F(HeatWindowsTest, ANewsRankingShowsFindsAndOpens) {
     open<Form25>();
     EXPECT_EQ(text(u"Text1"_s), u"银行"_s);
     pressRow(2, Qt::RightButton);
-    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|查看新闻标题"_s);
+    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|查看新闻标题|热度图"_s);
     EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s);
     EXPECT_EQ(text(u"Text1"_s), u"白酒"_s);
     EXPECT_EQ(grid().markedRow(), 2);
@@ -163,7 +163,7 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     EXPECT_EQ(settings(), u"1|30|4|6"_s);
     EXPECT_EQ(grid().rows(), 2) << "those of the clock's day";
     pressRow(1, Qt::RightButton);
-    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|添加商品|修改商品|删除商品"_s);
+    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|热度图|添加商品|修改商品|删除商品"_s);
     EXPECT_EQ(view().toolTip(), u"SH601899"_s);
     trigger(u"打开采集网页"_s);
     EXPECT_EQ(shell_.opened, QStringList{u"http://x/?q=%CD%AD%20%BC%DB%B8%F1"_s});
@@ -172,7 +172,7 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     EXPECT_EQ(grid().rows(), 1);
     EXPECT_EQ(history().rows(), 1) << "its history is gone";
     pressRow(1, Qt::RightButton);
-    EXPECT_EQ(popup().join(u'|'), u"|添加商品||"_s) << "on the empty ground";
+    EXPECT_EQ(popup().join(u'|'), u"|热度图|添加商品||"_s) << "on the empty ground";
     find<QCheckBox>(u"Check2"_s)->setChecked(true);
     click(u"Command9"_s);
     pressRow(1, Qt::RightButton);
@@ -184,14 +184,17 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
 // The menu and the commands behind it act on the item that stands on the screen.
 TEST_F(HeatWindowsTest, AHistoryThatFailsLeavesNothingOfTheFormerItem) {
     runHeat(u"insert into shopname(shopname,riqi,zongfen) values('O''x','2026-11-24',-1)"_s);
+    runHeat(u"insert into shophq(shopname,riqi,zongfen) values('O''x','2026-11-23',7.5)"_s);
     open<Form29>();
-    pressRow(1);
-    ASSERT_EQ(history().rows(), 2);
-    pressRow(2, Qt::RightButton);
-    EXPECT_EQ(text(u"Text1"_s) + u'|' + globals_.dangqianshangpin, u"O'x|O'x"_s);
+    pressRow(2);
+    EXPECT_EQ(rowText(history(), 1).section(u'|', 0, 3), u"1|2026-11-23|O'x|7.50"_s);
+    runHeat(u"alter table shophq rename to gone"_s);
+    pressRow(1, Qt::RightButton);
+    EXPECT_EQ(text(u"Text1"_s) + u'|' + globals_.dangqianshangpin, u"铜|铜"_s);
     EXPECT_EQ(history().rows(), 1);
-    EXPECT_EQ(grid().markedRow(), 2);
-    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|添加商品|修改商品|删除商品"_s);
+    EXPECT_EQ(grid().markedRow(), 1);
+    EXPECT_EQ(popup().join(u'|'), u"打开采集网页|热度图|添加商品|修改商品|删除商品"_s);
+    runHeat(u"alter table gone rename to shophq"_s);
 }
 
 TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
@@ -203,12 +206,17 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     ASSERT_TRUE(form_);
     EXPECT_EQ(form_->windowTitle(), u"修改商品"_s);
     EXPECT_EQ(text(u"Text1"_s), u"铜"_s);
+    const auto* notCollected = find<QLabel>(u"notCollected"_s);
+    EXPECT_FALSE(notCollected->isVisible());
+    edit(u"Text2"_s)->setText(u"3"_s);
+    EXPECT_TRUE(notCollected->isVisible() && notCollected->text().contains(u"不大于 3 "_s));
     edit(u"Text2"_s)->setText(u"5"_s);
     click(u"Command2"_s);
     globals_.dangqianshangpin = u"铜"_s;
     monitor->findChild<QAction*>(u"添加商品"_s)->trigger();
     form_ = shownWindow<Form5>();
     EXPECT_EQ(form_->windowTitle(), u"添加商品"_s);
+    EXPECT_TRUE(find<QLabel>(u"notCollected"_s)->isVisible()) << "of none typed yet";
     edit(u"Text1"_s)->setText(u"铜"_s);
     click(u"Command1"_s);
     EXPECT_EQ(text(u"Text2"_s), u"5"_s) << "the stored row is shown";
