@@ -27,7 +27,7 @@ void HeatLegend::setScale(bool hasFalls, const QString& least, const QString& mo
     hasFalls_ = hasFalls;
     least_ = least;
     most_ = most;
-    setAccessibleDescription((hasFalls ? u"绿色："_s : u"白色："_s) + least + u"；红色："_s + most);
+    setAccessibleDescription((hasFalls ? u"绿色："_s : u"灰色："_s) + least + u"；红色："_s + most);
     updateGeometry();
     update();
 }

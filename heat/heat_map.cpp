@@ -106,7 +106,7 @@ private:
             return;
         }
         putFigure(grid_, row, col, figure);
-        grid_.setCellBackColor(row, col, heatColour(figure.value, full));
+        setHeat(grid_, row, col, figure.value, full);
     }
 
     const HeatDays& days_;
