@@ -1,5 +1,7 @@
 #include "research/condition_menu.h"
 
+#include <algorithm>
+
 #include "base/values.h"
 #include "research/refused_condition.h"
 
@@ -54,12 +56,29 @@ void ConditionMenu::addConditions(const QList<NamedCondition>& conditions) {
     }
 }
 
+// By another text under its name.
+bool ConditionMenu::isTaken(const NamedCondition& condition) const {
+    const QList<NamedCondition> named = kept_.named();
+    return std::ranges::any_of(named, [&](const NamedCondition& it) {
+        return it.name == condition.name && it != condition;
+    });
+}
+
 QCoro::Task<> ConditionMenu::keep(std::stop_token stop) {
     const QString text = box_.toPlainText();
     const QString name =
         co_await dialogs_.input(stop, u"请输入条件的名称"_s, u"存为常用条件"_s, QString());
-    if (!trimBlanks(name).isEmpty()) {
-        kept_.keep({trimBlanks(name), text});
+    const NamedCondition condition = {trimBlanks(name), text};
+    if (condition.name.isEmpty()) {
+        co_return;
+    }
+    bool keeps = true;
+    if (isTaken(condition)) {
+        const QString question = u"已有常用条件“%1”，换成现在的条件吗？"_s.arg(condition.name);
+        keeps = co_await dialogs_.ask(stop, question);
+    }
+    if (keeps) {
+        kept_.keep(condition);
     }
 }
 

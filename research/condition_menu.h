@@ -21,6 +21,7 @@ public:
 private:
     void fill();
     void addConditions(const QList<NamedCondition>& conditions);
+    bool isTaken(const NamedCondition& condition) const;
     QCoro::Task<> keep(std::stop_token stop);
     void putColumn(const QString& name);
 

@@ -8,7 +8,7 @@
 #include "research/condition_menu.h"
 #include "research/form37.h"
 #include "research/history_shelf.h"
-#include "research/refused_condition.h"
+#include "store/failure.h"
 #include "store/store_error.h"
 #include "ui_form12.h"
 
@@ -29,6 +29,14 @@ const QString whyLaboratory =
     u"取后期涨幅的查询语句是固定的，数据库不接受，所以算不出涨幅。\n\n回测实验室可以按业绩预约日回"
     u"测："
     u"登记以后买入，持有到预约日。现在打开吗？"_s;
+
+// The statement has the condition in small letters.
+QString nothingFound(const SelectionQuery& query) {
+    const QString none = u"没有符合条件的股票"_s;
+    return query.condition == query.condition.toLower()
+               ? none
+               : none + u"\n\n条件里的大写字母按小写比较：股票代码请填在“代码”里"_s;
+}
 
 }  // namespace
 
@@ -161,28 +169,21 @@ QCoro::Task<> Form12::search(QString written, std::stop_token stop) {
     SelectionScore score;
     try {
         score = co_await search_.search(wanted, written, firstRowsShown, stop);
-    } catch (const StoreError& failure) {
-        showRefused(failure);
+    } catch (const RefusedCondition& refused) {
+        showRefused(refused.part());
         throw;
     }
     ui_->Text6->setPlainText(score.line());
     figures_->showScore(score);
-    ui_->MSHFlexGrid1->setHint(u"没有符合条件的股票"_s);
+    ui_->MSHFlexGrid1->setHint(nothingFound(wanted));
 }
 
-// The part of the condition that the store names is selected.
-void Form12::showRefused(const StoreError& failure) {
-    const QString condition = ui_->Text8->toPlainText();
-    const std::optional<TextPart> part = failure.fault() == StoreFault::condition
-                                             ? refusedPart(condition, failure.reason())
-                                             : std::nullopt;
-    if (part) {
-        QTextCursor cursor = ui_->Text8->textCursor();
-        cursor.setPosition(static_cast<int>(part->first));
-        cursor.setPosition(static_cast<int>(part->first + part->length), QTextCursor::KeepAnchor);
-        ui_->Text8->setTextCursor(cursor);
-        ui_->Text8->setFocus();
-    }
+void Form12::showRefused(const TextPart& part) {
+    QTextCursor cursor = ui_->Text8->textCursor();
+    cursor.setPosition(static_cast<int>(part.first));
+    cursor.setPosition(static_cast<int>(part.first + part.length), QTextCursor::KeepAnchor);
+    ui_->Text8->setTextCursor(cursor);
+    ui_->Text8->setFocus();
 }
 
 // The tick beside the theme ends it too.
@@ -193,20 +194,23 @@ QCoro::Task<> Form12::takeReturns(std::stop_token stop) {
             run_.stop();
         }
     });
-    bool refused = false;
+    QString refusal;
     try {
         co_await returns_.takeForwardReturns(ui_->Check1->isChecked(), stop);
     } catch (const StoreError& failure) {
-        environment_.failures.report(failure);
-        refused = failure.fault() == StoreFault::other && !failure.statement().isEmpty();
+        if (failure.fault() != StoreFault::other || failure.statement().isEmpty()) {
+            throw;
+        }
+        refusal = failureText(failure);
     }
-    if (refused) {
-        co_await offerLaboratory(stop);
+    if (!refusal.isEmpty()) {
+        co_await offerLaboratory(refusal, stop);
     }
 }
 
-QCoro::Task<> Form12::offerLaboratory(std::stop_token stop) {
-    const bool opens = co_await environment_.dialogs.ask(stop, whyLaboratory);
+QCoro::Task<> Form12::offerLaboratory(QString refusal, std::stop_token stop) {
+    const QString question = refusal + u"\n\n"_s + whyLaboratory;
+    const bool opens = co_await environment_.dialogs.ask(stop, question);
     if (opens) {
         windows_.raiseOrOpen<Form37>();
         environment_.openWindows.find<Form37>()->showReportDates();

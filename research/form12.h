@@ -17,6 +17,7 @@
 #include "research/earnings_forecast.h"
 #include "research/forward_returns.h"
 #include "research/kept_conditions.h"
+#include "research/refused_condition.h"
 #include "research/score_panel.h"
 #include "research/selection_scan.h"
 #include "research/selection_search.h"
@@ -48,9 +49,9 @@ private:
     void connectRuns();
     SelectionQuery query() const;
     QCoro::Task<> search(QString written, std::stop_token stop);
-    void showRefused(const StoreError& failure);
+    void showRefused(const TextPart& part);
     QCoro::Task<> takeReturns(std::stop_token stop);
-    QCoro::Task<> offerLaboratory(std::stop_token stop);
+    QCoro::Task<> offerLaboratory(QString refusal, std::stop_token stop);
     void stop();
     void enableControls();
     void showRun(const ResearchProgress& progress);

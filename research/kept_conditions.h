@@ -11,6 +11,8 @@ namespace guanchao {
 struct NamedCondition {
     QString name;
     QString text;
+
+    bool operator==(const NamedCondition&) const = default;
 };
 
 // The rules of the window itself, mended where a line's end stands inside a word.

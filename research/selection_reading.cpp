@@ -4,7 +4,7 @@
 
 #include "base/activity.h"
 #include "grid/tianchongbiao.h"
-#include "store/store_error.h"
+#include "research/refused_condition.h"
 
 namespace guanchao {
 
@@ -90,27 +90,27 @@ FoundSelection readRows(Connection& store, const QString& statement, bool mergeD
 
 }  // namespace
 
-FoundSelection readSelection(const StoreFile& main, const QString& statement, bool mergeDates,
+FoundSelection readSelection(const StoreFile& main, const SelectionQuery& query,
                              const QString& written, Work<FoundTable>& work) {
     Activity anew({});
     if (!written.isEmpty()) {
         anew.wrote(written);
     }
-    const Activity activity(
-        u"搜索"_s,
-        u"列表和统计没有变。如果是搜索条件写得不对（例如换行断开了一个词），改好后再按“搜  索”。"_s);
+    const Activity activity(u"搜索"_s,
+                            u"列表和统计没有变。条件里选中的就是不对的地方，改好后再按“搜  "
+                            u"索”；能用的列名在“条件”按钮的"
+                            u"“插入列名”里。"_s);
     Connection store = main.open();
     store.onlyRead();
     FoundSelection found;
     try {
-        store.watch([&] { found = readRows(store, statement, mergeDates, work); },
+        store.watch([&] { found = readRows(store, query.statement(), query.mergeDates, work); },
                     [&work] { work.endIfAbandoned(); });
     } catch (const StoreError& failure) {
         if (failure.fault() != StoreFault::other) {
             throw;
         }
-        throw StoreError(failure.reason(), failure.path(), failure.statement(),
-                         StoreFault::condition);
+        throw RefusedCondition(query.condition, failure);
     }
     return found;
 }

@@ -6,6 +6,7 @@
 
 #include "base/worker.h"
 #include "grid/result_grid.h"
+#include "research/selection_query.h"
 #include "research/selection_score.h"
 #include "store/stores.h"
 
@@ -23,9 +24,9 @@ struct FoundSelection {
 };
 
 // Tells the first rows, a screen of them, as soon as they are found. `written` is what the
-// operation that searches anew has written and a failure leaves. A statement that the store refuses
-// raises StoreError with StoreFault::condition: it is the user's own words.
-FoundSelection readSelection(const StoreFile& main, const QString& statement, bool mergeDates,
+// operation that searches anew has written and a failure leaves. A condition that the store refuses
+// raises RefusedCondition.
+FoundSelection readSelection(const StoreFile& main, const SelectionQuery& query,
                              const QString& written, Work<FoundTable>& work);
 
 }  // namespace guanchao

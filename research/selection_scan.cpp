@@ -207,7 +207,8 @@ bool holdsRows(const Stores& stores, const QString& table) {
 }
 
 const QString whatBecomesOfRows =
-    u"这里已经有以前选出的结果。\n\n“添加”：以前的都留着，这一次的记在后面，同一天的就有两份。\n"
+    u"这里已经有以前选出的股票，是哪个按钮选出的都一样。\n\n“添加”：以前的都留着，这一次的记在后面"
+    u"，同一天的就有两份。\n"
     u"“替换”：以前的由这一次的代替；中途停止，还没有算到的日子留着以前的。"_s;
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The search of Form12 over the selected theme-days: tables xuanticai and xuanticaigu of the main
 // store. A free condition in SQL and fixed filters choose rows, a score tells how a stock chosen so
-// would have gained. Gains are percent. A condition that the store refuses raises StoreError, and
-// grid and score stay as they were.
+// would have gained. Gains are percent. A condition that the store refuses raises RefusedCondition,
+// and grid and score stay as they were.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -14,25 +14,11 @@
 #include "base/globals.h"
 #include "grid/result_grid.h"
 #include "platform/shell.h"
+#include "research/selection_query.h"
 #include "research/selection_score.h"
 #include "store/stores.h"
 
 namespace guanchao {
-
-// The boxes of the search as they stand.
-struct SelectionQuery {
-    QString condition;     // a fragment of SQL that begins with " and "
-    bool byTheme = false;  // 题材
-    QString theme;         // the whole name
-    bool byCode = false;   // 代码
-    QString code;
-    bool byDates = false;  // 时间
-    DateTexts first;
-    DateTexts last;
-    bool mergeDates = false;  // 同日期合并
-
-    QString statement() const;
-};
 
 // The dates that the boxes show at first: today, and the same day of the next month, which in
 // December is the 13th and packs as January.

@@ -36,31 +36,39 @@ TEST_F(SearchConditionTest, AreKeptByTheirNames) {
 }
 
 // By the library's own words for it.
-TEST_F(SearchConditionTest, TheRefusedPartIsFound) {
+TEST_F(SearchConditionTest, ARefusalNamesThePartAndWhatIsWrongWithIt) {
     Connection store = store_.stores.main.open();
     const struct {
         QString condition;
-        QString refused;
+        QString part;
+        QString words;
     } cases[] = {
-        {u" and 股涨幅>1 and 开盘\n涨<2 and 前3涨<0"_s, u"涨"_s},
-        {u" and Nichts>1"_s, u"Nichts"_s},
-        {u" and 前3涨<#1"_s, u"#1"_s},
-        {u" and machnichts(sp)>1"_s, u"machnichts"_s},
-        {u" and (sp>12"_s, u"12"_s},
+        {u" and 股涨幅>1 and 开盘\r\n涨<2 and 前3涨<0"_s, u"涨"_s, u"“涨”这里读不通。"_s},
+        {u" and Nichts>1"_s, u"Nichts"_s, u"没有“Nichts”这一列。"_s},
+        {u" and 前3涨<#1"_s, u"#1"_s, u"“#1”这里读不通。"_s},
+        {u" and machnichts(sp)>1"_s, u"machnichts"_s, u"没有“machnichts”这个函数。"_s},
+        {u" and riqi>'2016'"_s, u"riqi"_s,
+         u"两个表都有“riqi”，请写成 xuanticai.riqi 或 xuanticaigu.riqi。"_s},
+        {u" and (sp>12"_s, u"(sp>12"_s, u"括号没有配对。"_s},
+        {u" and (sp>12 or jc='(')\n and jc>'a"_s, u"'a"_s, u"引号没有配对。"_s},
+        {u"sp>12"_s, u"sp>12"_s, u"条件要以 and 开头。"_s},
+        {u" and sp>1 limit 5"_s, u" and sp>1 limit 5"_s,
+         u"这个条件不能用在搜索里，它只能是接在后面的比较。"_s},
     };
+    SelectionQuery query;
     for (const auto& it : cases) {
+        query.condition = it.condition;
         QString reason;
         try {
-            Recordset(store,
-                      u"select sp as 股涨幅,sp as 开盘涨,sp as 前3涨 from xuanticaigu"
-                      u" where 1=1"_s +
-                          it.condition.toLower());
+            Recordset(store, query.statement());
         } catch (const OperationError& failure) {
             reason = failure.reason();
         }
-        const std::optional<TextPart> part = refusedPart(it.condition, reason);
-        EXPECT_EQ(part ? it.condition.mid(part->first, part->length) : QString(), it.refused)
+        const Refusal refusal = refusalOf(it.condition, reason);
+        const QString shown = QString(it.condition).remove(u'\r');
+        EXPECT_EQ(shown.mid(refusal.part.first, refusal.part.length), it.part)
             << reason.toStdString();
+        EXPECT_EQ(refusal.words, it.words) << reason.toStdString();
     }
 }
 
