@@ -19,9 +19,10 @@ int codeColumn(const ResultGrid& grid) {
 }
 
 // 0 where there is none.
-int columnOf(const ResultGrid& grid, const QString& header) {
+int dayColumn(const ResultGrid& grid) {
+    static const QStringList headers = {u"日期"_s, u"买入日期"_s};
     int col = grid.cols() - 1;
-    while (col > 0 && grid.textMatrix(0, col) != header) {
+    while (col > 0 && !headers.contains(grid.textMatrix(0, col))) {
         --col;
     }
     return col;
@@ -50,7 +51,7 @@ bool tellsStocks(const ResultGrid& grid) {
 QList<StockOfRow> stocksOf(const ResultGrid& grid) {
     QList<StockOfRow> stocks;
     const int col = codeColumn(grid);
-    const int dayCol = columnOf(grid, u"日期"_s);
+    const int dayCol = dayColumn(grid);
     for (int row = 1; col > 0 && row < grid.rows(); ++row) {
         const QString dm = codeIn(grid.textMatrix(row, col));
         if (!dm.isEmpty()) {

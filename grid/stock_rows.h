@@ -10,7 +10,7 @@ namespace guanchao {
 struct StockOfRow {
     int row = 0;
     QString dm;      // with its exchange, in upper case
-    QDate day = {};  // of the column 日期, if there is one
+    QDate day = {};  // of the column 日期 or 买入日期, if there is one
 };
 
 // Whether the rows of the grid are about stocks, as its first row tells.

@@ -129,7 +129,7 @@ QCoro::Task<> CandlePanel::read(QString dm, std::stop_token stop) {
     auto stopped = qScopeGuard([this] { chart_->setHint(u"已停止，按“重读”再读一遍"_s); });
     const CandleSource source(environment_->client, environment_->clock, environment_->services,
                               environment_->storedCandles);
-    const CandleReply reply = co_await source.fetch(dm, stop);
+    const CandleReply reply = co_await source.fetch(dm, around_, stop);
     stopped.dismiss();
     showReply(reply);
 }

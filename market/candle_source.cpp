@@ -60,8 +60,8 @@ std::optional<Candle> candleOf(const QuoteRow& row, const Candle& last) {
 
 }  // namespace
 
-QCoro::Task<CandleReply> CandleSource::fetch(QString dm, std::stop_token stop) const {
-    CandleReply reply = co_await daysThatAreOver(dm, stop);
+QCoro::Task<CandleReply> CandleSource::fetch(QString dm, QDate around, std::stop_token stop) const {
+    CandleReply reply = co_await daysThatAreOver(dm, around, stop);
     const bool reachesNow = !reply.days.isEmpty() &&
                             reply.days.last().day >= lastWeekdayOver(clock_.now()) &&
                             reply.days.last().day < clock_.now().date();
@@ -75,11 +75,11 @@ QCoro::Task<CandleReply> CandleSource::fetch(QString dm, std::stop_token stop) c
     co_return reply;
 }
 
-QCoro::Task<CandleReply> CandleSource::daysThatAreOver(QString dm, std::stop_token stop) const {
+QCoro::Task<CandleReply> CandleSource::daysThatAreOver(QString dm, QDate around,
+                                                       std::stop_token stop) const {
     CandleReply stored = co_await fromStore(dm, stop);
-    const bool isWhole =
-        !stored.days.isEmpty() && stored.days.last().day >= lastWeekdayOver(clock_.now());
-    if (isWhole) {
+    const QDate wanted = around.isValid() ? around : lastWeekdayOver(clock_.now());
+    if (!stored.days.isEmpty() && stored.days.last().day >= wanted) {
         co_return stored;
     }
     CandleReply fetched = co_await fromServices(dm, stop);

@@ -26,11 +26,13 @@ public:
                  const StoredCandles& stored)
         : http_(http), clock_(clock), services_(services), stored_(stored) {}
 
-    // About ten years. `dm` with its exchange, in upper case. Nothing is raised but Cancelled.
-    QCoro::Task<CandleReply> fetch(QString dm, std::stop_token stop) const;
+    // About ten years. `dm` with its exchange, in upper case. Where a day is asked for that the own
+    // history has, its days are given, up to now or not: what is told of that day comes from there.
+    // Nothing is raised but Cancelled.
+    QCoro::Task<CandleReply> fetch(QString dm, QDate around, std::stop_token stop) const;
 
 private:
-    QCoro::Task<CandleReply> daysThatAreOver(QString dm, std::stop_token stop) const;
+    QCoro::Task<CandleReply> daysThatAreOver(QString dm, QDate around, std::stop_token stop) const;
     QCoro::Task<CandleReply> fromStore(QString dm, std::stop_token stop) const;
     QCoro::Task<CandleReply> fromServices(QString dm, std::stop_token stop) const;
     QCoro::Task<std::optional<Candle>> dayThatGoesOn(QString dm, Candle last,

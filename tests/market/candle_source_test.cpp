@@ -21,10 +21,10 @@ protected:
     }
 
     // What the services are asked for, and the reply: "from|lack|day close factor,…".
-    QString fetch(const QString& dm = u"SH600000"_s) {
+    QString fetch(const QString& dm = u"SH600000"_s, QDate around = {}) {
         http_.paths.clear();
         const CandleSource source(http_, clock_, services_, stored_);
-        const CandleReply reply = endOf(source.fetch(dm, {}));
+        const CandleReply reply = endOf(source.fetch(dm, around, {}));
         QStringList days;
         for (const Candle& it : reply.days) {
             days << u"%1 %2 %3"_s.arg(it.day.toString(u"MM-dd"_s)).arg(it.close).arg(it.factor);
@@ -82,6 +82,9 @@ TEST_F(CandleSourceTest, AHistoryThatReachesUpToNowNeedsNoService) {
     EXPECT_EQ(http_.paths, QStringList());
     clock_.moment = QDateTime(QDate(2026, 11, 24), QTime(15, 0));
     EXPECT_EQ(fetch().section(u'|', 0, 0), u"历史行情服务 新浪"_s) << "today is over";
+    EXPECT_EQ(fetch(u"SH600000"_s, QDate(2026, 11, 23)),
+              u"本机的历史行情||11-20 10.1 1,11-23 6.12 2"_s)
+        << "who asks for a day has found it in the history";
     bars_.reset();
     const QString old = fetch();
     EXPECT_TRUE(old.startsWith(u"本机的历史行情|只到 2026-11-23："_s)) << old.toStdString();
