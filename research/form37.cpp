@@ -2,6 +2,7 @@
 
 #include <QTabBar>
 
+#include "base/activity.h"
 #include "frame/run_share.h"
 #include "market/stored_candles.h"
 #include "research/history_shelf.h"
@@ -40,6 +41,7 @@ Form37::Form37(Environment& environment, Windows&)
     setUpGrids();
     connectControls();
     showRules({});
+    ui_->fields->show(rules_.last());
     showRun({});
 }
 
@@ -49,8 +51,9 @@ void Form37::setUpGrids() {
     const std::tuple<GridView*, ResultGrid*, QString> grids[] = {
         {ui_->years, &years_, u"点“运行”，这里列出各年各月的涨幅"_s},
         {ui_->trades, &trades_, u"点“运行”，这里列出每一次买卖"_s},
+        {ui_->returns, &returns_, u"信号选“业绩预约日”再点“运行”，这里列出每次公告以后的涨幅"_s},
         {ui_->comparison, &comparison_, u"点“比较”，存下的规则并排列在这里"_s},
-        {ui_->heat, &heat_, u"选一项或两项，点“扫描”"_s}};
+        {ui_->heat, &heat_, u"选一项或两项，点“扫描”\n\n双击一格，它的值就填到左边"_s}};
     for (const auto& [view, grid, hint] : grids) {
         view->setGrid(*grid);
         view->setHint(hint);
@@ -74,6 +77,8 @@ void Form37::connectControls() {
     });
     connect(ui_->rules, &QComboBox::currentIndexChanged, this, &Form37::showRule);
     connect(ui_->measure, &QComboBox::currentIndexChanged, this, &Form37::showSweptValues);
+    connect(ui_->heat, &GridView::rowDoubleClicked, this, &Form37::takeSwept);
+    connect(ui_->heat, &GridView::enterPressed, this, &Form37::takeSwept);
     connect(ui_->trades, &GridView::rowChosen, this, &Form37::chooseTrade);
 }
 
@@ -135,8 +140,20 @@ QCoro::Task<> Form37::removeRule(std::stop_token stop) {
     }
 }
 
-QCoro::Task<> Form37::test(std::stop_token stop) {
+// It is there again when the window opens the next time.
+BacktestRule Form37::ruleToRun() {
     const BacktestRule rule = ui_->fields->rule();
+    const QString contradiction = contradictionIn(rule);
+    if (!contradiction.isEmpty()) {
+        const Activity activity(u"回测"_s);
+        throw OperationError(contradiction);
+    }
+    environment_.failures.guard([&] { rules_.keepLast(rule); });
+    return rule;
+}
+
+QCoro::Task<> Form37::test(std::stop_token stop) {
+    const BacktestRule rule = ruleToRun();
     const std::optional<BacktestResult> result = co_await laboratory_.test(rule, stop);
     if (result) {
         showResult(*result);
@@ -151,6 +168,8 @@ void Form37::showResult(const BacktestResult& result) {
     ui_->trades->setHint(none);
     showYears(years_, yearsOf(result.days));
     showTrades(trades_, result.trades);
+    showReturns(returns_, result.returns);
+    ui_->returnsSum->setText(result.returns.isEmpty() ? QString() : returnsWords(result.returns));
     done_ = result.trades;
     ui_->chart->showBars({});
     showCurve(curve_, result.days);
@@ -160,7 +179,7 @@ void Form37::showResult(const BacktestResult& result) {
 QCoro::Task<> Form37::compare(std::stop_token stop) {
     const QStringList kept = rules_.names();
     QStringList names = {u"左边的各项"_s};
-    QList<BacktestRule> rules = {ui_->fields->rule()};
+    QList<BacktestRule> rules = {ruleToRun()};
     for (const QString& name : kept) {
         names << name;
         rules << rules_.rule(name);
@@ -172,7 +191,7 @@ QCoro::Task<> Form37::compare(std::stop_token stop) {
 }
 
 QCoro::Task<> Form37::sweep(std::stop_token stop) {
-    const BacktestRule rule = ui_->fields->rule();
+    const BacktestRule rule = ruleToRun();
     const SweepAxis across = ui_->across->axis().value();
     const std::optional<SweepAxis> down = ui_->down->axis();
     std::optional<SweepResult> swept = co_await laboratory_.sweep(rule, across, down, stop);
@@ -180,6 +199,20 @@ QCoro::Task<> Form37::sweep(std::stop_token stop) {
         swept_ = std::move(swept);
         showSweptValues();
     }
+}
+
+// The values of a cell become those of the rule.
+void Form37::takeSwept(int row) {
+    const int col = ui_->heat->currentIndex().column();
+    if (!swept_ || !heat_.isDataRow(row) || col < 2) {
+        return;
+    }
+    BacktestRule rule = ui_->fields->rule();
+    rule.*swept_->across->value = swept_->acrossValues[col - 2];
+    if (swept_->down) {
+        rule.*swept_->down->value = swept_->downValues[row - 1];
+    }
+    ui_->fields->show(rule);
 }
 
 void Form37::showSweptValues() {
@@ -196,7 +229,7 @@ void Form37::chooseTrade(int row) {
     const QString dm = trades_.textMatrix(row, 1);
     environment_.globals.dangqiandm = dm;
     environment_.globals.dangqianjc = trades_.textMatrix(row, 2);
-    const QDate bought = QDate::fromString(trades_.textMatrix(row, 5), Qt::ISODate);
+    const QDate bought = QDate::fromString(trades_.textMatrix(row, tradeBuyDayColumn), Qt::ISODate);
     charts_.stop();
     charts_.start([this, dm, bought](std::stop_token stop) { return showChart(dm, bought, stop); });
 }

@@ -47,11 +47,13 @@ private:
     QString chosenRule() const;
     QCoro::Task<> keepRule(std::stop_token stop);
     QCoro::Task<> removeRule(std::stop_token stop);
+    BacktestRule ruleToRun();
     QCoro::Task<> test(std::stop_token stop);
     QCoro::Task<> compare(std::stop_token stop);
     QCoro::Task<> sweep(std::stop_token stop);
     void showResult(const BacktestResult& result);
     void showSweptValues();
+    void takeSwept(int row);
     void chooseTrade(int row);
     QCoro::Task<> showChart(QString dm, QDate day, std::stop_token stop);
     void showRun(const ResearchProgress& progress);
@@ -61,7 +63,7 @@ private:
     RuleStore rules_;
     ResearchRun run_;
     Laboratory laboratory_;
-    ResultGrid years_, trades_, comparison_, heat_;
+    ResultGrid years_, trades_, returns_, comparison_, heat_;
     ResultGrid curve_;   // to be exported
     QList<Trade> done_;  // those that are shown
     std::optional<SweepResult> swept_;

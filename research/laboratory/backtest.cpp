@@ -71,15 +71,16 @@ private:
         const size_t at = tradedAt(stock, day);
         BacktestSum& sum = result_.sum;
         if (holds(stock)) {
-            return;
-        }
-        if (at == stock.size()) {
+            ++sum.heldAlready;
+        } else if (at == stock.size()) {
             ++sum.halted;
         } else if (isClosedToBuyers(stock, signal.dm, at)) {
             ++sum.atLimit;
         } else if (positions_.size() >= static_cast<size_t>(rule_.positions) || money_ <= 0) {
             ++sum.withoutPlace;
-        } else if (const auto last = lastDayOf(signal); !last || *last > day) {
+        } else if (const auto last = lastDayOf(signal); last && *last <= day) {
+            ++sum.tooLate;
+        } else {
             take(signal, at, last);
         }
     }
@@ -178,7 +179,7 @@ BacktestResult backtest(const BacktestRule& rule, const MarketCalendar& calendar
         const double capital = portfolio.capital();
         highest = std::max(highest, capital);
         result.days.push_back({calendar.day(at), capital,
-                               calendar.close(at) / calendar.close(first),
+                               calendar.close(at) / calendar.close(first > 0 ? first - 1 : 0),
                                (capital / highest - 1) * 100});
     }
     portfolio.end();

@@ -10,6 +10,7 @@
 #include <QList>
 #include <optional>
 
+#include "research/laboratory/report_returns.h"
 #include "research/laboratory/sale.h"
 #include "research/laboratory/signals.h"
 
@@ -18,7 +19,7 @@ namespace guanchao {
 struct BacktestDay {
     DayNumber day;
     double capital;   // 1 at the beginning
-    double index;     // the same of SH000001
+    double index;     // the same of SH000001, from its close before the first day on
     double drawdown;  // of the capital under its highest, in percent, 0 or below
 };
 
@@ -45,9 +46,11 @@ struct BacktestSum {
     int held = 0;          // at the end
 
     // Signals that were not bought.
+    int heldAlready = 0;
     int halted = 0;
     int atLimit = 0;
     int withoutPlace = 0;
+    int tooLate = 0;  // the report's day has come
 
     double winShare() const { return trades > 0 ? wins * 100.0 / trades : 0; }
 };
@@ -55,7 +58,8 @@ struct BacktestSum {
 struct BacktestResult {
     BacktestRule rule;
     QList<BacktestDay> days;
-    QList<Trade> trades;  // in the order of their buys
+    QList<Trade> trades;          // in the order of their buys
+    QList<ReportReturn> returns;  // of a single test, where report dates give the signals
     BacktestSum sum;
 };
 

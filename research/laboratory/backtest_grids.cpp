@@ -1,6 +1,7 @@
 #include "research/laboratory/backtest_grids.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/values.h"
@@ -36,7 +37,9 @@ void begin(ResultGrid& grid, const QStringList& titles, qsizetype rows) {
 
 void setGain(ResultGrid& grid, int row, int col, double gain) {
     grid.setReal(row, col, gain);
-    grid.setCellForeColor(row, col, signColour(grid, row, col));
+    if (gain != 0) {
+        grid.setCellForeColor(row, col, signColour(grid, row, col));
+    }
 }
 
 double valueOf(const BacktestSum& sum, SweepMeasure measure) {
@@ -59,6 +62,16 @@ QString valueText(const RuleField& field, double value) {
     return valueWords(field, rule);
 }
 
+QString unboughtWords(const BacktestSum& sum) {
+    QString words = u"没有买的信号：已经持有 %1，停牌 %2，买不进（涨停）%3，没有空位 %4"_s.arg(
+        QString::number(sum.heldAlready), QString::number(sum.halted), QString::number(sum.atLimit),
+        QString::number(sum.withoutPlace));
+    if (sum.tooLate > 0) {
+        words += u"，已到预约日 %1"_s.arg(sum.tooLate);
+    }
+    return words + u'。';
+}
+
 }  // namespace
 
 QString sumWords(const BacktestResult& result) {
@@ -72,9 +85,7 @@ QString sumWords(const BacktestResult& result) {
                              twoDecimals(sum.drawdown), QString::number(sum.trades),
                              twoDecimals(sum.winShare()), twoDecimals(sum.meanGain),
                              QString::number(sum.held)) +
-           u"没有买的信号：停牌 %1，买不进（涨停）%2，没有空位 %3。"_s.arg(
-               QString::number(sum.halted), QString::number(sum.atLimit),
-               QString::number(sum.withoutPlace));
+           unboughtWords(sum);
 }
 
 void showYears(ResultGrid& grid, const QList<YearOfGains>& years) {
@@ -105,26 +116,71 @@ void showYears(ResultGrid& grid, const QList<YearOfGains>& years) {
 void showTrades(ResultGrid& grid, const QList<Trade>& trades) {
     const GridFill fill(grid);
     begin(grid,
-          {u"代码"_s, u"简称"_s, u"题材"_s, u"信号日期"_s, u"买入日期"_s, u"买入价"_s,
-           u"卖出日期"_s, u"卖出价"_s, u"原因"_s, u"涨幅"_s},
+          {u"代码"_s, u"简称"_s, u"涨幅"_s, u"题材"_s, u"信号日期"_s, u"买入日期"_s, u"买入价"_s,
+           u"卖出日期"_s, u"卖出价"_s, u"原因"_s},
           trades.size());
     for (int row = 1; row <= trades.size(); ++row) {
         const Trade& trade = trades[row - 1];
         grid.setTextMatrix(row, 1, trade.dm);
         grid.setTextMatrix(row, 2, trade.jc);
         grid.setCellForeColor(row, 2, stockColour);
-        grid.setTextMatrix(row, 3, trade.theme);
-        grid.setCellForeColor(row, 3, themeColour);
-        grid.setTextMatrix(row, 4, dayText(trade.signalDay));
-        grid.setTextMatrix(row, 5, dayText(trade.buyDay));
-        grid.setReal(row, 6, trade.buyPrice);
-        grid.setTextMatrix(row, 7, dayText(trade.sellDay));
-        grid.setReal(row, 8, trade.sellPrice);
-        grid.setTextMatrix(row, 9, trade.reason ? wordsOf(*trade.reason) : u"还持有"_s);
-        setGain(grid, row, 10, trade.gain);
+        setGain(grid, row, 3, trade.gain);
+        grid.setTextMatrix(row, 4, trade.theme);
+        grid.setCellForeColor(row, 4, themeColour);
+        grid.setTextMatrix(row, 5, dayText(trade.signalDay));
+        grid.setTextMatrix(row, tradeBuyDayColumn, dayText(trade.buyDay));
+        grid.setReal(row, 7, trade.buyPrice);
+        grid.setTextMatrix(row, 8, dayText(trade.sellDay));
+        grid.setReal(row, 9, trade.sellPrice);
+        grid.setTextMatrix(row, 10, trade.reason ? wordsOf(*trade.reason) : u"还持有"_s);
     }
-    grid.setColWidths({numberWidth, dayWidth, dayWidth, nameWidth, dayWidth, dayWidth, figureWidth,
-                       dayWidth, figureWidth, nameWidth, figureWidth});
+    grid.setColWidths({numberWidth, dayWidth, dayWidth, figureWidth, nameWidth, dayWidth, dayWidth,
+                       figureWidth, dayWidth, figureWidth, nameWidth});
+}
+
+// The gains of an announcement, in the order of their columns.
+constexpr std::array gainsOfReturns = {&ForwardGains::yirizhang, &ForwardGains::errizhang,
+                                       &ForwardGains::wurizhang, &ForwardGains::daoqizhang,
+                                       &ForwardGains::kaipanzhang};
+
+void showReturns(ResultGrid& grid, const QList<ReportReturn>& returns) {
+    const GridFill fill(grid);
+    begin(grid,
+          {u"代码"_s, u"简称"_s, u"日期"_s, u"预约日期"_s, u"交易日"_s, u"一日涨"_s, u"二日涨"_s,
+           u"五日涨"_s, u"到期涨"_s, u"开盘涨"_s},
+          returns.size());
+    for (int row = 1; row <= returns.size(); ++row) {
+        const ReportReturn& it = returns[row - 1];
+        grid.setTextMatrix(row, 1, it.dm);
+        grid.setTextMatrix(row, 2, it.jc);
+        grid.setCellForeColor(row, 2, stockColour);
+        grid.setTextMatrix(row, 3, dayText(it.todayriqi));
+        grid.setTextMatrix(row, 4, dayText(it.yuyuedate));
+        grid.setInteger(row, 5, it.days);
+        for (int at = 0; it.days > 0 && at < int(gainsOfReturns.size()); ++at) {
+            setGain(grid, row, 6 + at, it.gains.*gainsOfReturns.at(static_cast<size_t>(at)));
+        }
+    }
+    grid.setColWidths({numberWidth, dayWidth, dayWidth, dayWidth, dayWidth, figureWidth});
+}
+
+QString returnsWords(const QList<ReportReturn>& returns) {
+    const auto known = std::ranges::count_if(returns, [](const auto& it) { return it.days > 0; });
+    QString words = u"%1 次公告，其中 %2 次有行情"_s.arg(returns.size()).arg(known);
+    if (known == 0) {
+        return words + u'。';
+    }
+    QStringList means;
+    for (const auto gain : gainsOfReturns) {
+        double sum = 0;
+        for (const ReportReturn& it : returns) {
+            sum += it.gains.*gain;
+        }
+        means << twoDecimals(sum / static_cast<double>(known)) + u'%';
+    }
+    return words +
+           u"，平均：一日 %1，二日 %2，五日 %3，到期 %4，开盘 %5。公告后第二天买入，0 是没有算出。"_s
+               .arg(means[0], means[1], means[2], means[3], means[4]);
 }
 
 void showCurve(ResultGrid& grid, const QList<BacktestDay>& days) {
@@ -189,8 +245,9 @@ void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure)
     grid.setColWidth(1, nameWidth + figureWidth);
     const auto of = [measure](const BacktestSum& sum) { return valueOf(sum, measure); };
     const auto [worst, best] = std::ranges::minmax(sweep.sums, {}, of);
-    const double range = of(best) - of(worst);
-    const double middle = of(worst) + range / 2;
+    const bool hasSigns = measure == SweepMeasure::gain;
+    const double middle = hasSigns ? 0 : (of(best) + of(worst)) / 2;
+    const double furthest = std::max(of(best) - middle, middle - of(worst));
     for (int row = 1; row < grid.rows(); ++row) {
         grid.setTextMatrix(row, 1,
                            sweep.down ? valueText(*sweep.down, sweep.downValues[row - 1])
@@ -202,7 +259,7 @@ void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure)
             } else {
                 grid.setReal(row, col, value);
             }
-            setHeat(grid, row, col, value - middle, range > 0 ? range / 2 : 1);
+            setHeat(grid, row, col, value - middle, furthest);
         }
     }
 }

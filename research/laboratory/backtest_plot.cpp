@@ -11,7 +11,7 @@ namespace {
 
 QList<PlotLine> plotLines() {
     // The last one lies on the others.
-    return {{u"回撤"_s, QColor::fromRgb(themeColour)},
+    return {{u"回撤（右轴）"_s, QColor::fromRgb(themeColour), PlotAxis::right},
             {u"上证指数"_s, QColor::fromRgb(stockColour)},
             {u"资金"_s, QColor::fromRgb(riseColour)}};
 }

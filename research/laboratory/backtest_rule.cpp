@@ -33,7 +33,8 @@ const QList<RuleField>& ruleFields() {
          0,
          u" 只"_s,
          u"当天题材里收在涨停价的股票数"_s,
-         {}},
+         {},
+         true},
         {theme,
          u"涨停占比至少"_s,
          &R::limitUpShare,
@@ -42,7 +43,8 @@ const QList<RuleField>& ruleFields() {
          1,
          percent,
          u"涨停的占当天有交易的百分之几"_s,
-         {}},
+         {},
+         true},
         {theme,
          u"题材涨幅至少"_s,
          &R::themeGain,
@@ -51,7 +53,8 @@ const QList<RuleField>& ruleFields() {
          1,
          percent,
          u"题材里股票当天的平均涨幅；-100 不限"_s,
-         {}},
+         {},
+         true},
         {index,
          u"大盘涨幅从"_s,
          &R::indexGainFrom,
@@ -159,7 +162,8 @@ const QList<RuleField>& ruleFields() {
          0,
          days,
          u"买入以后第几个交易日收盘卖出；停牌的日子不算"_s,
-         {}},
+         {},
+         true},
         {sale, u"止损"_s, &R::stopLoss, 0, 90, 1, percent, u"比买入价低百分之几就卖；0 不设"_s, {}},
         {sale,
          u"止盈"_s,
@@ -207,6 +211,26 @@ const RuleField* ruleField(const QString& words) {
     const QList<RuleField>& fields = ruleFields();
     const auto found = std::ranges::find(fields, words, &RuleField::words);
     return found == fields.end() ? nullptr : &*found;
+}
+
+QString contradictionIn(const BacktestRule& rule) {
+    using R = BacktestRule;
+    constexpr std::pair<double R::*, double R::*> ranges[] = {
+        {&R::firstYear, &R::lastYear},
+        {&R::indexGainFrom, &R::indexGainTo},
+        {&R::gainFrom, &R::gainTo},
+        {&R::volumeRatioFrom, &R::volumeRatioTo},
+        {&R::positionFrom, &R::positionTo}};
+    const auto wordsOf = [](double R::*value) {
+        return std::ranges::find(ruleFields(), value, &RuleField::value)->words;
+    };
+    for (const auto& [from, to] : ranges) {
+        if (rule.*from > rule.*to) {
+            return u"“%1”大于“%2”，中间什么也没有，请改其中一项。"_s.arg(wordsOf(from),
+                                                                         wordsOf(to));
+        }
+    }
+    return {};
 }
 
 QString valueWords(const RuleField& field, const BacktestRule& rule) {

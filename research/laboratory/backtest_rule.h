@@ -57,13 +57,17 @@ struct RuleField {
     int decimals;
     QString unit;
     QString tip;
-    QStringList choices;  // the words of 0, 1, …; empty for a number
+    QStringList choices;        // the words of 0, 1, …; empty for a number
+    bool ofThemesOnly = false;  // of no account where report dates give the signals
 };
 
 const QList<RuleField>& ruleFields();
 
 // Null if none has the name.
 const RuleField* ruleField(const QString& words);
+
+// Which two fields of the rule leave nothing between them, in Chinese; empty if none do.
+QString contradictionIn(const BacktestRule& rule);
 
 // The value in words: "25 %", or that of the choice.
 QString valueWords(const RuleField& field, const BacktestRule& rule);

@@ -22,15 +22,18 @@ struct Sources {
     LaboratoryHistory history;
 };
 
-void nameStocks(QList<Trade>& trades, const StoreFile& main) {
+void nameStocks(BacktestResult& result, const StoreFile& main) {
     QHash<QString, QString> names;
     Connection store = main.open();
     RowCursor row(store, u"select dm,jc from dmb"_s);
     while (row.next()) {
         names.insert(row.string(0), row.string(1));
     }
-    for (Trade& trade : trades) {
+    for (Trade& trade : result.trades) {
         trade.jc = names.value(trade.dm);
+    }
+    for (ReportReturn& it : result.returns) {
+        it.jc = names.value(it.dm);
     }
 }
 
@@ -56,7 +59,10 @@ QCoro::Task<std::optional<BacktestResult>> Laboratory::test(BacktestRule rule,
                                                             std::stop_token stop) {
     const auto job = [rule, main = stores_.main](Sources& sources, ResearchWork& work) {
         BacktestResult result = backtest(rule, sources.history, sources.reports, work);
-        nameStocks(result.trades, main);
+        if (rule.source == 1) {
+            result.returns = reportReturns(sources.history, sources.reports);
+        }
+        nameStocks(result, main);
         return result;
     };
     auto result = co_await carryOut<BacktestResult>(u"回测"_s, job, stop);

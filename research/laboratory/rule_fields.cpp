@@ -34,7 +34,15 @@ RuleFields::RuleFields(QWidget* parent) : QWidget(parent) {
         boxes_ << box;
     }
     groups->addStretch();
+    connect(this, &RuleFields::changed, this, &RuleFields::enableFields);
     show(BacktestRule());
+}
+
+void RuleFields::enableFields() {
+    const bool byThemes = rule().source == 0;
+    for (qsizetype at = 0; at < boxes_.size(); ++at) {
+        boxes_[at]->setEnabled(byThemes || !ruleFields()[at].ofThemesOnly);
+    }
 }
 
 QWidget* RuleFields::boxOf(const RuleField& field) {
@@ -87,6 +95,7 @@ void RuleFields::show(const BacktestRule& rule) {
             qobject_cast<QDoubleSpinBox*>(boxes_[at])->setValue(value);
         }
     }
+    enableFields();
 }
 
 }  // namespace guanchao

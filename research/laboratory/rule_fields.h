@@ -30,6 +30,7 @@ protected:
 
 private:
     QWidget* boxOf(const RuleField& field);
+    void enableFields();
 
     QList<QWidget*> boxes_;  // in the order of the fields
 };

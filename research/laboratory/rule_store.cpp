@@ -15,6 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString rulesGroup = u"规则/"_s;
+const QString lastGroup = u"上次"_s;
 
 QString groupOf(const QString& name) {
     return rulesGroup + keyOfName(name);
@@ -36,8 +37,16 @@ QStringList RuleStore::names() const {
 }
 
 BacktestRule RuleStore::rule(const QString& name) const {
+    return read(groupOf(name));
+}
+
+BacktestRule RuleStore::last() const {
+    return read(lastGroup);
+}
+
+BacktestRule RuleStore::read(const QString& group) const {
     QSettings settings(path_, QSettings::IniFormat);
-    settings.beginGroup(groupOf(name));
+    settings.beginGroup(group);
     BacktestRule rule;
     for (const RuleField& field : ruleFields()) {
         bool isNumber = false;
@@ -50,9 +59,19 @@ BacktestRule RuleStore::rule(const QString& name) const {
 }
 
 void RuleStore::keep(const QString& name, const BacktestRule& rule) {
+    write(groupOf(name), rule);
+}
+
+void RuleStore::keepLast(const BacktestRule& rule) {
+    if (rule != last()) {
+        write(lastGroup, rule);
+    }
+}
+
+void RuleStore::write(const QString& group, const BacktestRule& rule) {
     const Activity activity(u"保存回测规则"_s);
     QSettings settings(path_, QSettings::IniFormat);
-    settings.beginGroup(groupOf(name));
+    settings.beginGroup(group);
     for (const RuleField& field : ruleFields()) {
         settings.setValue(field.words, rule.*field.value);
     }

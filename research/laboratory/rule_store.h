@@ -1,5 +1,5 @@
-// The rules that the user has named, in 回测.ini of the application folder: a group for each, an
-// entry for each field. A field that isn't there has its usual value.
+// The rules that the user has named, and the one that was run last, in 回测.ini of the application
+// folder: a group for each, an entry for each field. A field that isn't there has its usual value.
 #pragma once
 
 #include "research/laboratory/backtest_rule.h"
@@ -14,11 +14,17 @@ public:
     QStringList names() const;
     BacktestRule rule(const QString& name) const;
 
-    // In place of one of that name. Both raise OperationError if the file can't be written.
+    BacktestRule last() const;
+
+    // In place of one of that name. All three raise OperationError if the file can't be written.
     void keep(const QString& name, const BacktestRule& rule);
     void remove(const QString& name);
+    void keepLast(const BacktestRule& rule);
 
 private:
+    BacktestRule read(const QString& group) const;
+    void write(const QString& group, const BacktestRule& rule);
+
     QString path_;
 };
 

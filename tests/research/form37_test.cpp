@@ -67,8 +67,8 @@ TEST_F(Form37Test, ARuleIsRunAndItsCurveGoesOut) {
         label(u"sum"_s).contains(u"累计 1.98%，上证指数 0.00%，最大回撤 0.00%。卖出 1 次"_s))
         << label(u"sum"_s).toStdString();
     EXPECT_EQ(rowText(grid(u"trades"_s), 1),
-              u"1|SH600000|浦发银行|芯片|2017-03-17|2017-03-20|10.10|2017-03-22|10.30|"
-              u"持有到期|1.98"_s);
+              u"1|SH600000|浦发银行|1.98|芯片|2017-03-17|2017-03-20|10.10|2017-03-22|10.30|"
+              u"持有到期"_s);
     EXPECT_EQ(rowText(grid(u"years"_s), 1), u"1|2017|1.98|0.00|0.00|||1.98|||||||||"_s);
     clickCell(view(u"trades"_s), 1, 1);
     EXPECT_EQ(globals_.dangqiandm + globals_.dangqianjc, u"SH600000浦发银行"_s);
@@ -117,6 +117,12 @@ TEST_F(Form37Test, ASweepIsAHeatMap) {
     EXPECT_EQ(rowText(grid(u"heat"_s), 0), u"序号|止盈 ＼ 持有天数|1 天|2 天|3 天"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 1), u"1|0 %|0.99|1.98|2.97"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 2), u"2|1 %|1.00|1.00|1.00"_s);
+    emit view(u"heat"_s).rowDoubleClicked(1);
+    EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 5) << "no cell is chosen";
+    view(u"heat"_s).setCurrentIndex(view(u"heat"_s).model()->index(1, 3));
+    QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
+    EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 2);
+    EXPECT_EQ(find<QDoubleSpinBox>(u"止盈"_s)->value(), 1);
     choose(u"measure"_s, u"卖出次数"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 1), u"1|0 %|1|1|1"_s);
     set(u"横向从"_s, 4);
@@ -152,6 +158,38 @@ TEST_F(Form37Test, EscapeStopsARunAndTheEndOfTheWindowEndsIt) {
             EXPECT_TRUE(failures_.texts.isEmpty());
         }
     }
+}
+
+TEST_F(Form37Test, TheRuleThatWasRunLastComesBackAndOneWithoutARangeIsRefused) {
+    open<Form37>();
+    set(u"个股涨幅从"_s, 50);
+    set(u"个股涨幅到"_s, 10);
+    runToItsEnd(u"run"_s);
+    EXPECT_TRUE(failures_.texts.value(0).contains(u"“个股涨幅从”大于“个股涨幅到”"_s));
+    set(u"个股涨幅从"_s, 5);
+    runToItsEnd(u"run"_s);
+    closeWindows();
+    deleteClosedWindows();
+    open<Form37>();
+    EXPECT_EQ(find<QDoubleSpinBox>(u"个股涨幅从"_s)->value(), 5);
+    EXPECT_EQ(failures_.texts.size(), 1);
+}
+
+TEST_F(Form37Test, ReportDatesListTheGainsBehindEachAnnouncement) {
+    store_.run(
+        {u"insert into yejiyuyuejinqi(dm,todayriqi,yuyuedate) values"
+         u"('SH600000','2017-03-17','2017-03-24'),('SH600999','2017-03-17','2017-03-24')"_s});
+    open<Form37>();
+    EXPECT_TRUE(find<QDoubleSpinBox>(u"涨停数至少"_s)->isEnabled());
+    choose(u"信号"_s, u"业绩预约日"_s);
+    EXPECT_FALSE(find<QDoubleSpinBox>(u"涨停数至少"_s)->isEnabled()) << "themes count for nothing";
+    runToItsEnd(u"run"_s);
+    // Bought at 10.10 on the Monday, 10.20 and 10.40 a day and more later.
+    EXPECT_EQ(rowText(grid(u"returns"_s), 1),
+              u"1|SH600000|浦发银行|2017-03-17|2017-03-24|5|0.00|0.99|2.97|2.97|0.00"_s);
+    EXPECT_EQ(rowText(grid(u"returns"_s), 2), u"2|SH600999||2017-03-17|2017-03-24|0|||||"_s);
+    EXPECT_TRUE(
+        label(u"returnsSum"_s).startsWith(u"2 次公告，其中 1 次有行情，平均：一日 0.00%"_s));
 }
 
 TEST_F(Form37Test, AFailureIsToldAndTheWindowGoesOn) {
