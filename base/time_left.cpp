@@ -1,7 +1,5 @@
 #include "base/time_left.h"
 
-#include <cmath>
-
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,17 +14,26 @@ constexpr double leastShare = 0.01;
 
 }  // namespace
 
-QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total) {
+std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, qint64 done,
+                                             qint64 total) {
     if (elapsed < leastElapsed || done >= total ||
         static_cast<double>(done) < leastShare * static_cast<double>(total)) {
-        return {};
+        return std::nullopt;
     }
     const Seconds left =
         Seconds(elapsed) * (static_cast<double>(total - done) / static_cast<double>(done));
-    if (left <= std::chrono::minutes(1)) {
-        return u"剩余约 %1 秒"_s.arg(std::ceil(left.count()));
+    return std::chrono::ceil<std::chrono::seconds>(left);
+}
+
+QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total) {
+    const std::optional<std::chrono::seconds> left = timeLeft(elapsed, done, total);
+    if (!left) {
+        return {};
     }
-    return u"剩余约 %1 分钟"_s.arg(std::ceil(left.count() / 60));
+    if (*left <= std::chrono::minutes(1)) {
+        return u"剩余约 %1 秒"_s.arg(left->count());
+    }
+    return u"剩余约 %1 分钟"_s.arg(std::chrono::ceil<std::chrono::minutes>(*left).count());
 }
 
 }  // namespace guanchao

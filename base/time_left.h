@@ -3,11 +3,15 @@
 
 #include <QString>
 #include <chrono>
+#include <optional>
 
 namespace guanchao {
 
-// "剩余约 12 秒" or "剩余约 3 分钟", rounded up. Empty as long as too little is done to judge by,
-// and when nothing is left.
+// Nothing as long as too little is done to judge by, and when nothing is left.
+std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, qint64 done,
+                                             qint64 total);
+
+// "剩余约 12 秒" or "剩余约 3 分钟", rounded up. Empty where the time left can't be told.
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total);
 
 }  // namespace guanchao

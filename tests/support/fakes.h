@@ -28,9 +28,16 @@ struct FakeClock : Clock {
         }
         return moment;
     }
+    std::chrono::milliseconds uptime() const override { return up; }
+
+    void moveOn(std::chrono::milliseconds time) {
+        moment = moment.addDuration(time);
+        up += time;
+    }
 
     // A Tuesday, in the morning session.
     QDateTime moment = QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0));
+    std::chrono::milliseconds up{0};
     std::function<void()> onNow;  // what happens while somebody asks
 };
 
