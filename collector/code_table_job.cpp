@@ -2,8 +2,12 @@
 
 #include <QHash>
 
+#include "base/activity.h"
 #include "base/values.h"
+#include "services/quote_kind.h"
 #include "services/quote_reply.h"
+#include "services/quote_source.h"
+#include "services/service_names.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
 
@@ -39,9 +43,9 @@ struct Listed {
     QString jc;  // empty for a code that no stock has
 };
 
-QList<Listed> listedIn(const QByteArray& page) {
+QList<Listed> listedIn(const QString& lines) {
     QList<Listed> listed;
-    for (const QuoteRow& row : quoteRows(QString::fromUtf8(page))) {
+    for (const QuoteRow& row : quoteRows(lines)) {
         if (isWholeCode(row.dm())) {
             listed << Listed{row.dm(), trimBlanks(row.text(field::name))};
         }
@@ -93,7 +97,11 @@ QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>
 
 CodeTableJob::CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
                            QList<Service> quote)
-    : stores_(stores), clock_(clock), initials_(initials), quote_(std::move(quote)) {}
+    : stores_(stores), clock_(clock), initials_(initials), quote_(std::move(quote)) {
+    if (quote_.isEmpty()) {
+        throw OperationError(allOffWords(u"quote"_s));
+    }
+}
 
 QList<Item> CodeTableJob::items() const {
     const QStringList codes = possibleCodes();
@@ -107,20 +115,29 @@ QList<Item> CodeTableJob::items() const {
 }
 
 std::optional<QString> CodeTableJob::nextRequest(const Item& item, const Asked& asked) const {
-    return asked.pages.isEmpty() ? std::optional<QString>(item.key + u',') : std::nullopt;
+    if (!asked.pages.isEmpty()) {
+        return std::nullopt;
+    }
+    return quoteKind(quote_.at(asked.way).kind)->path(item.key + u',');
+}
+
+QString CodeTableJob::linesOf(const Item& item, const Asked& asked, const QByteArray& page) const {
+    return quoteKind(quote_.at(asked.way).kind)->lines(page, item.key + u',');
 }
 
 // A reply that lacks one of the codes broke off or refuses.
-QString CodeTableJob::faultOf(const Item& item, const Asked&, const QByteArray& page) const {
-    return listedIn(page).size() == item.key.count(u',') + 1 ? QString() : nothingFound;
+std::optional<Fault> CodeTableJob::faultOf(const Item& item, const Asked& before,
+                                           const QByteArray& page) const {
+    const bool isWhole = listedIn(linesOf(item, before, page)).size() == item.key.count(u',') + 1;
+    return isWhole ? std::nullopt : std::optional(Fault{FaultKind::unreadable, nothingFound});
 }
 
 // The statements are ready before the store is locked: most batches have none.
 void CodeTableJob::write(const Item& item, const Asked& asked) {
     Connection connection = stores_.main.open();
     const QStringList changes =
-        changesBy(listedIn(asked.pages.first()), knownNames(connection, item), initials_,
-                  timeText(clock_.now()));
+        changesBy(listedIn(linesOf(item, asked, asked.pages.first())), knownNames(connection, item),
+                  initials_, timeText(clock_.now()));
     if (changes.isEmpty()) {
         return;
     }

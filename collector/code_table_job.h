@@ -12,20 +12,22 @@ namespace guanchao {
 
 class CodeTableJob : public Job {
 public:
+    // Raises OperationError where there is no service to ask.
     CodeTableJob(const Stores& stores, const Clock& clock, const Initials& initials,
                  QList<Service> quote);
 
     QString title() const override { return QStringLiteral("更新代码表"); }
     QList<Item> items() const override;
     bool endsWithMainProgram() const override { return false; }
-    std::unique_ptr<PageSource> source(HttpClient& http) const override {
-        return std::make_unique<QuotePages>(QuoteSource(http, clock_, quote_));
-    }
+    QList<Service> services() const override { return quote_; }
     std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override;
-    QString faultOf(const Item& item, const Asked& before, const QByteArray& page) const override;
+    std::optional<Fault> faultOf(const Item& item, const Asked& before,
+                                 const QByteArray& page) const override;
     void write(const Item& item, const Asked& asked) override;
 
 private:
+    QString linesOf(const Item& item, const Asked& asked, const QByteArray& page) const;
+
     const Stores& stores_;
     const Clock& clock_;
     const Initials& initials_;

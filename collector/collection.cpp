@@ -1,40 +1,21 @@
 #include "collector/collection.h"
 
-#include <QScopeGuard>
 #include <algorithm>
 
+#include "base/activity.h"
 #include "heat/collector_contract.h"
 #include "store/failure.h"
 #include "store/patience.h"
-#include "store/store_error.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-// So often the end of the main program is looked for while no page is asked for.
-constexpr std::chrono::milliseconds longestWait{1000};
-constexpr std::chrono::milliseconds pausedWait{250};
-
-QString stateText(RunState state) {
-    switch (state) {
-        case RunState::running:
-            return u"正在采集"_s;
-        case RunState::paused:
-            return u"已暂停"_s;
-        case RunState::finished:
-            return u"采集完成"_s;
-        case RunState::stopped:
-            return u"采集已停止"_s;
-        case RunState::unwanted:
-            return u"主程序已退出，采集结束"_s;
-        case RunState::hopeless:
-            return u"接连没有读到网页，采集提前结束，请检查网络和搜索网址"_s;
-    }
-    return {};
-}
+// So often a run that waits looks whether it goes on.
+constexpr std::chrono::milliseconds longestWait = 1000ms;
+constexpr std::chrono::milliseconds pausedWait = 250ms;
 
 // A store that can't be asked at the moment takes no order back.
 bool isStillWanted(const StoreFile& heat) {
@@ -50,197 +31,303 @@ bool isStillWanted(const StoreFile& heat) {
 
 Collection::Collection(Job& job, const StoreFile& heat, HttpClient& http, const Clock& clock,
                        const Pacing& pacing, Wait wait)
-    : job_(job),
-      heat_(heat),
-      source_(job.source(http)),
-      clock_(clock),
-      pacing_(pacing),
-      wait_(std::move(wait)) {}
+    : job_(job), heat_(heat), http_(http), clock_(clock), pacing_(pacing), wait_(std::move(wait)) {}
 
-void Collection::begin() {
+void Collection::begin(Scope scope) {
+    makeLanes();
     for (const Item& item : job_.items()) {
-        queue_ << Pending{items_.size(), 0, {}};
-        items_ << Progress{item, ItemState::waiting, {}};
+        const bool isDone = scope == Scope::rest && item.isDone;
+        if (isDone) {
+            ++tally_.before;
+        } else {
+            queue_.add({items_.size(), item.laiyuan, 0, {}, {}, {}, false});
+        }
+        items_ << Progress{item, isDone ? ItemState::done : ItemState::waiting, {}};
     }
-    if (items_.isEmpty()) {
-        state_ = RunState::finished;
+    tally_.items = static_cast<int>(items_.size());
+    goesOn();
+}
+
+void Collection::makeLanes() {
+    services_ = job_.services();
+    QStringList laiyuan;
+    for (int way = 0; way < services_.size(); ++way) {
+        laiyuan << job_.laiyuan(way);
+        const QString host = services_[way].host;
+        auto lane = std::ranges::find(lanes_, host, &Lane::host);
+        if (lane == lanes_.end()) {
+            lane = lanes_.insert(lanes_.end(), Lane());
+            lane->host = host;
+        }
+        lane->ways << way;
     }
+    queue_ = WorkQueue(laiyuan);
 }
 
 QCoro::Task<> Collection::run(std::stop_token stop) {
-    const auto end = qScopeGuard([this] { endIfUnfinished(); });
-    while (!hasEnded()) {
-        const std::chrono::milliseconds wait = co_await step(stop);
-        if (!hasEnded()) {
-            co_await wait_(wait, stop);
+    const std::stop_callback breakOff(stop, [this] { breakOff_.request_stop(); });
+    if (!hasEnded()) {
+        workingSince_ = clock_.uptime();
+    }
+    std::vector<QCoro::Task<>> lanes;
+    for (size_t at = 0; at < lanes_.size(); ++at) {
+        lanes.push_back(work(at, breakOff_.get_token()));
+    }
+    for (QCoro::Task<>& lane : lanes) {
+        co_await lane;
+    }
+    settle();
+}
+
+QCoro::Task<> Collection::work(size_t at, std::stop_token stop) {
+    try {
+        co_await workOn(at, stop);
+    } catch (const Cancelled&) {
+        lanes_[at].isAsking = false;
+    }
+}
+
+QCoro::Task<> Collection::workOn(size_t at, std::stop_token stop) {
+    while (goesOn() && !lanes_[at].isClosed) {
+        if (isTurnOf(lanes_[at])) {
+            co_await advance(at, stop);
+        }
+        if (goesOn()) {
+            co_await wait_(std::min(untilTurnOf(lanes_[at]), longestWait), stop);
         }
     }
 }
 
-// How long to wait before the next one.
-QCoro::Task<std::chrono::milliseconds> Collection::step(std::stop_token stop) {
-    if (!current_) {
-        endIfUnwanted();
-    }
-    if (state_ != RunState::running) {
-        co_return pausedWait;
-    }
-    if (!current_ && !takeDueItem()) {
-        co_return untilNextDue();
-    }
-    co_await askForPage(stop);
-    co_return pacing_.beforePage();
-}
-
 void Collection::setPaused(bool paused) {
-    if (!hasEnded()) {
-        state_ = paused ? RunState::paused : RunState::running;
-    }
-}
-
-void Collection::endIfUnwanted() {
-    if (!hasEnded() && job_.endsWithMainProgram() && !isStillWanted(heat_)) {
-        state_ = RunState::unwanted;
-    }
-}
-
-void Collection::endIfUnfinished() {
-    if (hasEnded()) {
+    if (hasEnded() || paused == (state_ == RunState::paused)) {
         return;
     }
-    state_ = RunState::stopped;
-    if (current_) {
-        show(ItemState::waiting);
-        current_.reset();
-    }
+    tally_ = tally();
+    workingSince_ = paused ? std::nullopt : std::optional(clock_.uptime());
+    state_ = paused ? RunState::paused : RunState::running;
 }
 
-bool Collection::takeDueItem() {
-    const QDateTime now = clock_.now();
-    const auto due = std::ranges::find_if(queue_, [&](const Pending& pending) {
-        return !pending.due.isValid() || pending.due <= now;
-    });
-    if (due == queue_.end()) {
+// The one place that decides it, asked before each page and each wait.
+bool Collection::goesOn() {
+    if (!hasEnded()) {
+        const RunState state = stateByNow();
+        if (state != state_) {
+            tally_ = tally();
+            workingSince_.reset();
+            state_ = state;
+            breakOff_.request_stop();
+        }
+    }
+    return !hasEnded();
+}
+
+RunState Collection::stateByNow() {
+    const auto isIdle = [](const Lane& lane) { return !lane.current; };
+    const auto isClosed = [](const Lane& lane) { return lane.isClosed; };
+    if (queue_.isEmpty() && std::ranges::all_of(lanes_, isIdle)) {
+        const bool isDone = tally_.written > 0 || tally_.before == tally_.items;
+        return isDone ? RunState::finished : RunState::nothingRead;
+    }
+    if (isUnwanted()) {
+        return RunState::unwanted;
+    }
+    if (pacing_.isHopeless(refusedRowsInARow_)) {
+        return RunState::storeRefuses;
+    }
+    return std::ranges::all_of(lanes_, isClosed) ? RunState::hopeless : state_;
+}
+
+bool Collection::isUnwanted() {
+    if (!job_.endsWithMainProgram() || clock_.uptime() < nextLook_) {
         return false;
     }
-    current_ = *due;
-    queue_.erase(due);
-    asked_ = {};
-    request_.reset();
-    show(ItemState::asking);
-    return true;
+    nextLook_ = clock_.uptime() + (state_ == RunState::paused ? pausedWait : longestWait);
+    return !isStillWanted(heat_);
 }
 
-std::chrono::milliseconds Collection::untilNextDue() const {
-    const auto next = std::ranges::min_element(queue_, {}, &Pending::due);
-    const std::chrono::milliseconds wait(clock_.now().msecsTo(next->due));
-    return std::min(wait, longestWait);
-}
-
-QCoro::Task<> Collection::askForPage(std::stop_token stop) {
-    try {
-        co_await readPage(stop);
-    } catch (const std::exception& failure) {
-        fail(failureReason(failure));
+void Collection::settle() {
+    if (!hasEnded()) {
+        tally_ = tally();
+        workingSince_.reset();
+        state_ = RunState::stopped;
     }
-    if (!current_ && queue_.isEmpty() && !hasEnded()) {
-        state_ = RunState::finished;
+    for (Lane& lane : lanes_) {
+        if (const auto current = std::exchange(lane.current, std::nullopt)) {
+            show(current->item, ItemState::waiting);
+        }
+    }
+}
+
+bool Collection::isTurnOf(Lane& lane) {
+    if (state_ == RunState::paused || clock_.uptime() < lane.due) {
+        return false;
+    }
+    if (!lane.current) {
+        lane.current = queue_.take(lane.ways, clock_.uptime());
+        lane.request.reset();
+        if (lane.current) {
+            show(lane.current->item, ItemState::asking);
+        }
+    }
+    return lane.current.has_value();
+}
+
+std::chrono::milliseconds Collection::untilTurnOf(const Lane& lane) const {
+    if (state_ == RunState::paused) {
+        return pausedWait;
+    }
+    const std::chrono::milliseconds now = clock_.uptime();
+    if (lane.current || lane.due > now) {
+        return std::max(lane.due - now, 0ms);
+    }
+    const std::optional<Pending> next = queue_.nextDue(lane.ways);
+    return next ? std::max(next->due - now, 0ms) : longestWait;
+}
+
+QCoro::Task<> Collection::advance(size_t at, std::stop_token stop) {
+    try {
+        if (!lanes_[at].current->isRead) {
+            co_await readPage(at, stop);
+        }
+    } catch (const std::exception& failure) {
+        failPage(lanes_[at], {FaultKind::unreadable, failureReason(failure)});
+    }
+    if (lanes_[at].current && lanes_[at].current->isRead) {
+        co_await writeItem(at, stop);
     }
 }
 
 // A request that was decided when the page before came stands: by now the job might want none.
-QCoro::Task<> Collection::readPage(std::stop_token stop) {
-    if (!request_) {
-        request_ = job_.nextRequest(items_[current_->item].item, asked_);
+QCoro::Task<> Collection::readPage(size_t at, std::stop_token stop) {
+    Lane& lane = lanes_[at];
+    const Item item = items_[lane.current->item].item;
+    if (!lane.request) {
+        lane.request = job_.nextRequest(item, lane.current->asked);
     }
-    const QString request = request_.value();
-    const Page page = co_await source_->get(asked_.way, request, stop);
-    if (!page.lack.isEmpty()) {
-        failPage(u"网页没有读到："_s + page.lack);
+    const QString request = lane.request.value_or(QString());
+    const Service service = services_[lane.current->asked.way];
+    lane.isAsking = true;
+    const HttpReply reply = co_await http_.get(service, request, stop);
+    lane.isAsking = false;
+    lane.due = clock_.uptime() + pacing_.beforePage();
+    const std::optional<Fault> fault = reply.answered()
+                                           ? job_.faultOf(item, lane.current->asked, reply.body)
+                                           : faultOf(reply, clock_.now());
+    if (fault) {
+        failPage(lane, *fault);
+    } else {
+        takePage(lane, reply.body);
+    }
+}
+
+void Collection::takePage(Lane& lane, const QByteArray& page) {
+    ++tally_.pages;
+    lane.rests = lane.failuresInARow = 0;
+    lane.current->asked.pages << page;
+    lane.request = job_.nextRequest(items_[lane.current->item].item, lane.current->asked);
+    lane.current->isRead = !lane.request;
+}
+
+QCoro::Task<> Collection::writeItem(size_t at, std::stop_token stop) {
+    const Pending pending = *lanes_[at].current;
+    const Item item = items_[pending.item].item;
+    const auto step = [this, item, pending] { job_.write(item, pending.asked); };
+    try {
+        co_await patiently(step, stop);
+    } catch (const StoreError& failure) {
+        failRow(lanes_[at], failure);
+        co_return;
+    } catch (const OperationError& unwanted) {
+        lanes_[at].current.reset();
+        skip(pending, failureReason(unwanted));
         co_return;
     }
-    const QString fault = job_.faultOf(items_[current_->item].item, asked_, page.body);
-    if (!fault.isEmpty()) {
-        failPage(fault);
-        co_return;
-    }
-    failedPagesInARow_ = 0;
-    co_await takePage(page.body, stop);
+    lanes_[at].current.reset();
+    refusedRowsInARow_ = 0;
+    ++tally_.written;
+    show(pending.item, ItemState::written);
 }
 
-QCoro::Task<> Collection::takePage(QByteArray page, std::stop_token stop) {
-    asked_.pages << page;
-    request_ = job_.nextRequest(items_[current_->item].item, asked_);
-    if (!request_) {
-        co_await writeItem(stop);
-    }
-}
-
-QCoro::Task<> Collection::writeItem(std::stop_token stop) {
-    const auto step = [this] { job_.write(items_[current_->item].item, asked_); };
-    co_await patiently(step, stop);
-    ++written_;
-    show(ItemState::written);
-    current_.reset();
-}
-
-// The last few items of a good run may all fail, each time; only a run that still has untried ones
-// is given up. An item has failed once the last service for it has.
-void Collection::failPage(const QString& reason) {
-    ++failedPagesInARow_;
-    if (asked_.way + 1 < job_.ways()) {
-        asked_ = {asked_.way + 1, {}};
-        request_.reset();
+// What a host limits is no fault of the item. The last few items of a good run may all fail, each
+// time: a host is given up only while there are untried ones.
+void Collection::failPage(Lane& lane, const Fault& fault) {
+    ++tally_.failures[fault.kind];
+    lastFault_ = lane.lastFault = fault.words;
+    Pending pending = std::exchange(lane.current, std::nullopt).value();
+    if (fault.kind == FaultKind::limited) {
+        queue_.addFirst(pending);
+        show(pending.item, ItemState::failed, fault.words);
+        rest(lane, fault);
         return;
     }
-    fail(reason);
-    if (pacing_.isHopeless(failedPagesInARow_) && hasUntriedItem()) {
-        state_ = RunState::hopeless;
+    pending.tried << pending.asked.way;
+    if (queue_.isTriedOut(pending)) {
+        tryLater(pending, fault.words);
+    } else {
+        queue_.addFirst(pending);
+        show(pending.item, ItemState::failed, fault.words);
+    }
+    ++lane.failuresInARow;
+    if (pacing_.isHopeless(lane.failuresInARow) && queue_.hasUntried()) {
+        close(lane);
     }
 }
 
-void Collection::fail(const QString& reason) {
-    ++failures_;
-    Pending pending = *current_;
+void Collection::rest(Lane& lane, const Fault& fault) {
+    ++lane.rests;
+    if (const auto pause = pacing_.beforeRetry(lane.rests)) {
+        lane.due = clock_.uptime() + std::max(*pause, fault.rest);
+    } else {
+        close(lane);
+    }
+}
+
+void Collection::close(Lane& lane) {
+    lane.isClosed = true;
+    for (const int way : lane.ways) {
+        queue_.close(way);
+    }
+}
+
+// Its pages are kept: only the row is tried again.
+void Collection::failRow(Lane& lane, const StoreError& failure) {
+    ++tally_.failures[FaultKind::notWritten];
+    ++refusedRowsInARow_;
+    lastRefusal_ = failureReason(failure);
+    tryLater(std::exchange(lane.current, std::nullopt).value(), lastRefusal_);
+}
+
+void Collection::tryLater(Pending pending, const QString& reason) {
+    pending.tried.clear();
     ++pending.failures;
     if (const auto pause = pacing_.beforeRetry(pending.failures)) {
-        pending.due = clock_.now().addMSecs(pause->count());
-        queue_ << pending;
-        show(ItemState::failed, reason);
+        pending.due = clock_.uptime() + *pause;
+        queue_.add(pending);
+        show(pending.item, ItemState::failed, reason);
     } else {
-        skipped_ << items_[pending.item].item.name;
-        show(ItemState::skipped, reason);
+        skip(pending, reason);
     }
-    current_.reset();
 }
 
-bool Collection::hasUntriedItem() const {
-    return std::ranges::any_of(queue_, [](const Pending& it) { return it.failures == 0; });
+void Collection::skip(const Pending& pending, const QString& reason) {
+    tally_.skipped << nameOf(pending);
+    show(pending.item, ItemState::skipped, reason);
 }
 
-void Collection::show(ItemState state, const QString& reason) {
-    Progress& progress = items_[current_->item];
-    progress.state = state;
-    progress.reason = reason;
+void Collection::show(qsizetype item, ItemState state, const QString& reason) {
+    items_[item].state = state;
+    items_[item].reason = reason;
     if (changed) {
-        changed(current_->item);
+        changed(item);
     }
 }
 
-QString Collection::summary(qsizetype names) const {
-    QString text = stateText(state_) + u"：共 %1 项，写入 %2 项，跳过 %3 项"_s.arg(items_.size())
-                                           .arg(written_)
-                                           .arg(skipped_.size());
-    const qsizetype left = items_.size() - settled();
-    if (hasEnded() && left > 0) {
-        text += u"，没有采集 %1 项"_s.arg(left);
+RunTally Collection::tally() const {
+    RunTally tally = tally_;
+    if (workingSince_) {
+        tally.worked += clock_.uptime() - *workingSince_;
     }
-    text += u'。';
-    if (!skipped_.isEmpty()) {
-        const bool all = skipped_.size() <= names;
-        text += u"\n跳过："_s + skipped_.mid(0, names).join(u"、"_s) + (all ? QString() : u" 等"_s);
-    }
-    return text;
+    return tally;
 }
 
 }  // namespace guanchao

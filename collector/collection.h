@@ -1,32 +1,41 @@
-// 采集: the run over the items of a job, page after page with a pause between all. A failed item is
-// tried again later in the run, with growing pauses, and is skipped in the end.
+// 采集: the run over the items of a job. Each host is asked by itself and at its own pace, page
+// after page; all share the items. An item that has failed everywhere is tried again later in the
+// run, with growing pauses, and is skipped in the end.
 #pragma once
 
 #include <QCoro/QCoroTask>
-#include <QDateTime>
-#include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <stop_token>
+#include <vector>
 
 #include "base/pause.h"
 #include "collector/job.h"
 #include "collector/pacing.h"
+#include "collector/run_tally.h"
+#include "collector/work_queue.h"
 #include "platform/clock.h"
+#include "store/store_error.h"
 #include "store/stores.h"
 
 namespace guanchao {
 
-enum class ItemState : std::uint8_t { waiting, asking, written, failed, skipped };
+enum class ItemState : std::uint8_t { waiting, done, asking, written, failed, skipped };
 
 enum class RunState : std::uint8_t {
     running,
     paused,
     finished,
-    stopped,   // by the user
-    unwanted,  // the main program has ended
-    hopeless,  // page after page has failed
+    nothingRead,   // each item was tried, and none has its row
+    stopped,       // by the user
+    unwanted,      // the main program has ended
+    hopeless,      // each host has failed time and again
+    storeRefuses,  // row after row
+};
+
+enum class Scope : std::uint8_t {
+    rest,  // what has no row of the day yet
+    all,
 };
 
 class Collection {
@@ -44,11 +53,10 @@ public:
     std::function<void(qsizetype)> changed;
 
     // Reads the items. Raises StoreError.
-    void begin();
+    void begin(Scope scope = Scope::rest);
 
-    // Asks for the pages, and writes each item once its last page is there. Ends between two items
-    // if the main program has, at once where it is stopped; a request that is broken off is no
-    // failure.
+    // Asks for the pages, and writes each item once its last page is there. A request that is
+    // broken off is no failure.
     QCoro::Task<> run(std::stop_token stop);
 
     // A paused run only looks whether it is still wanted; the page that is under way is kept.
@@ -57,50 +65,71 @@ public:
     RunState state() const { return state_; }
     bool hasEnded() const { return state_ != RunState::running && state_ != RunState::paused; }
     const QList<Progress>& items() const { return items_; }
-    int settled() const { return written_ + static_cast<int>(skipped_.size()); }
-    int failures() const { return failures_; }  // failed tries, those mended later too
+    RunTally tally() const;
 
-    // How the run stands or has ended, with so many names of what was skipped.
-    QString summary(qsizetype names = 20) const;
+    // How the run stands or has ended.
+    QString summary() const;
+    // What each host does or waits for; empty once the run has ended.
+    QString waitWords() const;
 
 private:
-    struct Pending {
-        qsizetype item = 0;
-        int failures = 0;
-        QDateTime due;  // none: at once
+    // The services of one host.
+    struct Lane {
+        QString host;
+        QList<int> ways;
+        std::optional<Pending> current;
+        std::optional<QString> request;    // for its next page, once the one before has come
+        bool isAsking = false;             // a page is under way
+        std::chrono::milliseconds due{0};  // for its next page, by Clock::uptime
+        int rests = 0;                     // in a row, after it said that it is asked too much
+        int failuresInARow = 0;
+        bool isClosed = false;
+        QString lastFault;
     };
 
-    QCoro::Task<std::chrono::milliseconds> step(std::stop_token stop);
-    void endIfUnwanted();
-    bool takeDueItem();
-    std::chrono::milliseconds untilNextDue() const;
-    QCoro::Task<> askForPage(std::stop_token stop);
-    QCoro::Task<> readPage(std::stop_token stop);
-    QCoro::Task<> takePage(QByteArray page, std::stop_token stop);
-    QCoro::Task<> writeItem(std::stop_token stop);
-    void failPage(const QString& reason);
-    void fail(const QString& reason);
-    bool hasUntriedItem() const;
-    void endIfUnfinished();
-    void show(ItemState state, const QString& reason = {});
+    void makeLanes();
+    QCoro::Task<> work(size_t at, std::stop_token stop);
+    QCoro::Task<> workOn(size_t at, std::stop_token stop);
+    bool goesOn();
+    RunState stateByNow();
+    bool isUnwanted();
+    void settle();
+    bool isTurnOf(Lane& lane);
+    std::chrono::milliseconds untilTurnOf(const Lane& lane) const;
+    QCoro::Task<> advance(size_t at, std::stop_token stop);
+    QCoro::Task<> readPage(size_t at, std::stop_token stop);
+    void takePage(Lane& lane, const QByteArray& page);
+    QCoro::Task<> writeItem(size_t at, std::stop_token stop);
+    void failPage(Lane& lane, const Fault& fault);
+    void rest(Lane& lane, const Fault& fault);
+    void close(Lane& lane);
+    void failRow(Lane& lane, const StoreError& failure);
+    void tryLater(Pending pending, const QString& reason);
+    void skip(const Pending& pending, const QString& reason);
+    void show(qsizetype item, ItemState state, const QString& reason = {});
+    QString stateWords() const;
+    QString waitWordsOf(const Lane& lane) const;
+    QString nameOf(const Pending& pending) const { return items_[pending.item].item.name; }
 
     Job& job_;
     const StoreFile& heat_;
-    std::unique_ptr<PageSource> source_;
+    HttpClient& http_;
     const Clock& clock_;
     const Pacing& pacing_;
     Wait wait_;
 
+    QList<Service> services_;
     QList<Progress> items_;
-    QList<Pending> queue_;
-    std::optional<Pending> current_;
-    Asked asked_;                     // for the current one
-    std::optional<QString> request_;  // for its next page, once the one before has come
+    WorkQueue queue_{{}};
+    std::vector<Lane> lanes_;
     RunState state_ = RunState::running;
-    int written_ = 0;
-    int failures_ = 0;
-    int failedPagesInARow_ = 0;
-    QStringList skipped_;
+    std::stop_source breakOff_;  // what is under way in other lanes once the run has ended in one
+    RunTally tally_;
+    std::optional<std::chrono::milliseconds> workingSince_;
+    std::chrono::milliseconds nextLook_{0};  // for the end of the main program
+    int refusedRowsInARow_ = 0;
+    QString lastRefusal_;
+    QString lastFault_;
 };
 
 }  // namespace guanchao

@@ -21,6 +21,12 @@ namespace {
 
 const QStringList jobWords = {collectThemes, collectCompanies, collectCommodities, collectCodes};
 
+// As a second word: what has its row of the day already is collected too.
+const QString anewWord = u"--anew"_s;
+
+const QList<RunState> vainStates = {RunState::nothingRead, RunState::hopeless,
+                                    RunState::storeRefuses};
+
 }  // namespace
 
 CollectorProgram::CollectorProgram(Application& application) : application_(application) {
@@ -28,35 +34,42 @@ CollectorProgram::CollectorProgram(Application& application) : application_(appl
 }
 
 int CollectorProgram::run() {
-    const QString word = QCoreApplication::arguments().value(1);
-    if (!jobWords.contains(word)) {
-        refuse(u"用法：caijiqi "_s + jobWords.join(u" | "_s));
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    word_ = arguments.value(0);
+    const bool anew = arguments.mid(1) == QStringList(anewWord);
+    if (!jobWords.contains(word_) || (arguments.size() > 1 && !anew)) {
+        refuse(u"用法：caijiqi "_s + jobWords.join(u" | "_s) + u" [" + anewWord + u']');
         return 2;
     }
     try {
-        begin(word);
+        begin(anew ? Scope::all : Scope::rest);
     } catch (const std::exception& failure) {
         refuse(failureText(failure));
         return 1;
     }
     Application::exec();
-    return collection_->state() == RunState::hopeless ? 1 : 0;
+    return vainStates.contains(collection_->state()) ? 3 : 0;
 }
 
-void CollectorProgram::begin(const QString& word) {
+void CollectorProgram::begin(Scope scope) {
     const Activity activity(u"开始采集"_s);
     applyLooks(application_, keptLooks(folder_ + u"界面.ini"_s));
     order_ = readRunOrder(stores_.heat, clock_);
     lockStore();
+    openRun(scope);
+}
+
+void CollectorProgram::openRun(Scope scope) {
     settings_ = readCollectorSettings(folder_ + u"caijiqi.ini"_s);
-    job_ = makeJob(word, order_);
+    job_ = makeJob();
     pacing_ = std::make_unique<Pacing>(
         settings_, [this] { return std::uniform_real_distribution<>(0, 1)(random_); });
     collection_ = std::make_unique<Collection>(*job_, stores_.heat, client_, clock_, *pacing_);
-    collection_->begin();
-    window_ =
-        std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, job_->title());
+    collection_->begin(scope);
+    window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, clock_,
+                                                job_->title());
     window_->ended = [this] { end(); };
+    window_->anew = [this] { beginAnew(); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
     WindowMemory(folder_ + u"界面.ini"_s).place(*window_);
     if (order_.windowWanted) {
@@ -64,6 +77,18 @@ void CollectorProgram::begin(const QString& word) {
     }
     // Inside the event loop, since a run without items ends at once and the program with it.
     QTimer::singleShot(0, window_.get(), [this] { window_->start(); });
+}
+
+// On a later day than the run before its rows are those of the later day.
+void CollectorProgram::beginAnew() {
+    QTimer::singleShot(0, &application_, [this] {
+        application_.guard([this] {
+            const Activity activity(u"重新采集"_s);
+            order_ = readRunOrder(stores_.heat, clock_);
+            window_.reset();
+            openRun(Scope::all);
+        });
+    });
 }
 
 void CollectorProgram::lockStore() {
@@ -87,17 +112,21 @@ void CollectorProgram::refuse(const QString& reason) {
     }
 }
 
-std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrder& order) {
-    if (word == collectThemes) {
-        return std::make_unique<ThemesJob>(stores_, order, settings_, services_.search, clock_);
+std::unique_ptr<Job> CollectorProgram::makeJob() {
+    const QList<Service>& search = services_.search;
+    if (word_ == collectThemes) {
+        return std::make_unique<ThemesJob>(stores_, order_, settings_, search, clock_);
     }
-    if (word == collectCompanies) {
-        return std::make_unique<CompaniesJob>(stores_, order, settings_, services_.search, clock_);
+    if (word_ == collectCompanies) {
+        return std::make_unique<CompaniesJob>(stores_, order_, settings_, search, clock_);
     }
-    if (word == collectCommodities) {
-        return std::make_unique<CommoditiesJob>(stores_, order, settings_, services_.search,
-                                                clock_);
+    if (word_ == collectCommodities) {
+        return std::make_unique<CommoditiesJob>(stores_, order_, settings_, search, clock_);
     }
+    return makeCodeTableJob();
+}
+
+std::unique_ptr<Job> CollectorProgram::makeCodeTableJob() {
     const QString exceptions = folder_ + u"initials.csv"_s;
     initials_ = std::make_unique<Initials>(QFileInfo::exists(exceptions)
                                                ? readInitialsExceptions(exceptions)
@@ -111,7 +140,16 @@ std::unique_ptr<Job> CollectorProgram::makeJob(const QString& word, const RunOrd
 
 // The window stays with its summary until the user closes it, unless nobody is there to see it.
 void CollectorProgram::end() {
-    QTextStream(stdout) << collection_->summary(collection_->items().size()) << '\n';
+    const RunTally tally = collection_->tally();
+    QStringList lines = {collection_->summary(), tally.failureWords()};
+    if (!tally.skipped.isEmpty()) {
+        lines << u"跳过："_s + tally.skipped.join(u'、');
+    }
+    lines.removeAll(QString());
+    QTextStream(stdout) << lines.join(u'\n') << '\n';
+    if (collection_->state() != RunState::stopped) {
+        notifier_.notify(job_->title(), collection_->summary());
+    }
     if (!window_->isVisible() || collection_->state() == RunState::unwanted) {
         QCoreApplication::quit();
     }

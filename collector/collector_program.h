@@ -10,6 +10,7 @@
 #include "frame/application.h"
 #include "heat/collector_contract.h"
 #include "platform/desktop/desktop_dialogs.h"
+#include "platform/desktop/desktop_notifier.h"
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
 #include "services/polite_http.h"
@@ -24,14 +25,18 @@ public:
     explicit CollectorProgram(Application& application);
 
     // Returns when the run has ended and its window, if it has one, is closed. 0: the run came to
-    // its end; 1: it couldn't begin, or gave up; 2: no such job.
+    // its end, or was ended by the user; 1: it couldn't begin; 2: no such job; 3: nothing was read,
+    // or the run was given up.
     int run();
 
 private:
-    void begin(const QString& word);
+    void begin(Scope scope);
+    void openRun(Scope scope);
+    void beginAnew();
     void lockStore();
     void refuse(const QString& reason);
-    std::unique_ptr<Job> makeJob(const QString& word, const RunOrder& order);
+    std::unique_ptr<Job> makeJob();
+    std::unique_ptr<Job> makeCodeTableJob();
     void end();
 
     Application& application_;
@@ -40,11 +45,13 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
     DesktopDialogs dialogs_;
+    DesktopNotifier notifier_;
     QtHttpClient web_;
     PoliteHttp client_{web_, clock_};
     ProcessLock lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 
+    QString word_;  // which job
     CollectorSettings settings_;
     RunOrder order_;
     std::unique_ptr<Initials> initials_;

@@ -27,7 +27,8 @@ public:
     }
 
     void pattern(const QString& key, int groups, QRegularExpression& value) const {
-        const QRegularExpression typed(ini_.value(u"page"_s, key).value_or(value.pattern()));
+        const QRegularExpression typed(ini_.value(u"page"_s, key).value_or(value.pattern()),
+                                       value.patternOptions());
         if (!typed.isValid()) {
             refuse(key, u"不是正则表达式"_s);
         }
@@ -109,6 +110,7 @@ CollectorSettings readCollectorSettings(const QString& iniPath) {
     reader.text(u"period"_s, u"custom"_s, settings.customPeriod);
     reader.pattern(u"results"_s, 1, settings.results);
     reader.pattern(u"none"_s, 0, settings.noResults);
+    reader.pattern(u"person"_s, 0, settings.person);
     readWeights(reader, settings.weights);
     reader.pause(u"pause"_s, settings.pause);
     reader.pause(u"random"_s, settings.randomPause);

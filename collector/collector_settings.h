@@ -30,6 +30,9 @@ struct CollectorSettings {
     // pattern for the latter means that a page never tells it.
     QRegularExpression results{QStringLiteral("相关结果约?\\s*([0-9][0-9,]*)\\s*个")};
     QRegularExpression noResults{QStringLiteral("没有找到.{0,60}相关")};
+    // The question whether a person is asking; empty: there is none.
+    QRegularExpression person{QStringLiteral("验证码|安全验证|完成.{0,4}验证|captcha"),
+                              QRegularExpression::CaseInsensitiveOption};
 
     ScoreWeights weights;
 

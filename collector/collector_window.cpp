@@ -22,6 +22,8 @@ QString stateText(ItemState state) {
     switch (state) {
         case ItemState::waiting:
             return u"等待"_s;
+        case ItemState::done:
+            return u"今天已采集"_s;
         case ItemState::asking:
             return u"正在采集"_s;
         case ItemState::written:
@@ -36,6 +38,7 @@ QString stateText(ItemState state) {
 
 Colour stateColour(ItemState state) {
     switch (state) {
+        case ItemState::done:
         case ItemState::written:
             return stockColour;
         case ItemState::failed:
@@ -49,10 +52,11 @@ Colour stateColour(ItemState state) {
 }  // namespace
 
 CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failures& failures,
-                                 const QString& title)
+                                 const Clock& clock, const QString& title)
     : QDialog(nullptr, Qt::Window),
       collection_(collection),
       dialogs_(dialogs),
+      clock_(clock),
       ui_(std::make_unique<Ui::CollectorWindow>()),
       runs_(failures),
       closing_(failures) {
@@ -63,7 +67,12 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
     connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
-    collection_.changed = [this](qsizetype item) { followItem(item); };
+    connect(ui_->anewButton, &QPushButton::clicked, this, [this] { anew(); });
+    connect(ui_->closeButton, &QPushButton::clicked, this, &QDialog::close);
+    connect(&second_, &QTimer::timeout, this, &CollectorWindow::showFigures);
+    collection_.changed = [this](qsizetype item) { showChanged(item); };
+    ui_->anewButton->hide();
+    ui_->closeButton->hide();
     showItems();
     showFigures();
 }
@@ -74,6 +83,7 @@ CollectorWindow::~CollectorWindow() {
 }
 
 void CollectorWindow::start() {
+    second_.start(std::chrono::seconds(1));
     runs_.start([this](std::stop_token stop) { return collect(stop); });
 }
 
@@ -140,27 +150,57 @@ void CollectorWindow::showItem(qsizetype item) {
     }
 }
 
-// The item at hand stays in sight, unless the user looks at the list.
-void CollectorWindow::followItem(qsizetype item) {
+void CollectorWindow::showChanged(qsizetype item) {
     showItem(item);
     showFigures();
-    if (collection_.items()[item].state == ItemState::asking && !ui_->itemsGrid->hasFocus()) {
-        ui_->itemsGrid->scrollTo(grid_.index(static_cast<int>(item), 0));
+    if (collection_.items()[item].state == ItemState::asking) {
+        followItem(item);
+    }
+}
+
+// The item at hand stays in sight, unless the user has scrolled the one before out of it.
+void CollectorWindow::followItem(qsizetype item) {
+    const auto indexOf = [this](qsizetype it) { return grid_.index(static_cast<int>(it), 0); };
+    const QRect before = ui_->itemsGrid->visualRect(indexOf(followed_));
+    if (ui_->itemsGrid->viewport()->rect().intersects(before)) {
+        ui_->itemsGrid->scrollTo(indexOf(item));
+        followed_ = item;
     }
 }
 
 void CollectorWindow::showFigures() {
-    const int items = static_cast<int>(collection_.items().size());
-    ui_->progressBar->setMaximum(std::max(items, 1));
-    ui_->progressBar->setValue(items > 0 ? collection_.settled() : 1);
-    ui_->failuresLabel->setText(u"失败次数：%1"_s.arg(collection_.failures()));
-    ui_->stateLabel->setText(shortened(collection_.summary(), longestShownMessage));
+    const RunTally tally = collection_.tally();
+    ui_->progressBar->setMaximum(std::max(tally.items, 1));
+    ui_->progressBar->setValue(tally.settled());
+    ui_->progressBar->setFormat(tally.items > 0 ? u"%v / %m"_s : u"没有要采集的项目"_s);
+    ui_->stateLabel->setText(collection_.summary());
+    ui_->progressLabel->setText(tally.progressWords());
+    ui_->paceLabel->setText(tally.paceWords(clock_.now()));
+    ui_->waitLabel->setText(collection_.waitWords());
+    ui_->failuresLabel->setText(tally.failureWords());
+    for (QLabel* label : {ui_->paceLabel, ui_->waitLabel, ui_->failuresLabel}) {
+        label->setVisible(!label->text().isEmpty());
+    }
+    showSkipped(tally.skipped);
+}
+
+void CollectorWindow::showSkipped(const QStringList& names) {
+    ui_->skippedLabel->setVisible(!names.isEmpty());
+    ui_->skippedText->setVisible(!names.isEmpty());
+    const QString text = names.join(u'、');
+    if (text != ui_->skippedText->toPlainText()) {
+        ui_->skippedText->setPlainText(text);
+    }
 }
 
 void CollectorWindow::showEnd() {
+    second_.stop();
     showFigures();
-    ui_->pauseButton->setEnabled(false);
-    ui_->stopButton->setEnabled(false);
+    ui_->pauseButton->hide();
+    ui_->stopButton->hide();
+    ui_->anewButton->show();
+    ui_->closeButton->show();
+    ui_->closeButton->setFocus();
     if (ended) {
         ended();
     }

@@ -1,8 +1,10 @@
-// The window of the collector: the items of a run with what has become of each, progress, pause and
-// stop. Reads no table itself: it shows a Collection, whose run it owns.
+// The window of the collector: the items of a run with what has become of each, how far the run is
+// and what it waits for, pause and stop. Reads no table itself: it shows a Collection, whose run it
+// owns.
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -23,7 +25,7 @@ class CollectorWindow : public QDialog {
 public:
     // The items must be there. `title` is that of the job.
     CollectorWindow(Collection& collection, Dialogs& dialogs, Failures& failures,
-                    const QString& title);
+                    const Clock& clock, const QString& title);
     ~CollectorWindow() override;
 
     // Begins the run.
@@ -31,6 +33,8 @@ public:
 
     // Called when the run has ended.
     std::function<void()> ended;
+    // Called when the user wants all items again; the window may go in it.
+    std::function<void()> anew;
 
 protected:
     // Closing ends a run, after a question; a request at hand is broken off first.
@@ -43,14 +47,19 @@ private:
     QCoro::Task<> collect(std::stop_token stop);
     void showItems();
     void showItem(qsizetype item);
+    void showChanged(qsizetype item);
     void followItem(qsizetype item);
     void showFigures();
+    void showSkipped(const QStringList& names);
     void showEnd();
 
     Collection& collection_;
     Dialogs& dialogs_;
+    const Clock& clock_;
     std::unique_ptr<Ui::CollectorWindow> ui_;
     ResultGrid grid_;
+    qsizetype followed_ = 0;  // the item that the list has followed last
+    QTimer second_;
     Runs runs_;
     Runs closing_;
 };

@@ -52,6 +52,7 @@ QList<Item> CommoditiesJob::items() const {
         const QString name = commodities.value(0).toText();
         items << Item{name, name};
     }
+    lookUp(items, u"shophq"_s, u"shopname"_s);
     return items;
 }
 

@@ -9,7 +9,8 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-// The attention of a stock is that of its foremost theme; its name is the one of the code table.
+// Stocks of the watchlist first. The attention of a stock is that of its foremost theme; its name
+// is the one of the code table.
 QList<Item> CompaniesJob::items() const {
     Connection connection = stores_.main.open();
     QList<Item> items;
@@ -18,10 +19,12 @@ QList<Item> CompaniesJob::items() const {
                           u" left join dmb on dmb.dm=dzhzhuti.dm group by dzhzhuti.dm having"
                           u" max(guanzhudu)>"_s +
                               numberText(guanzhudu_) +
-                              u" order by max(guanzhudu) desc,dzhzhuti.dm"_s);
+                              u" order by dzhzhuti.dm in (select dm from zixuangu) desc,"_s +
+                              u"max(guanzhudu) desc,dzhzhuti.dm"_s);
          !stocks.atEnd(); stocks.moveNext()) {
         items << Item{stocks.value(0).toText(), stocks.value(1).toText()};
     }
+    lookUp(items, u"gongsixinwen"_s, u"dm"_s, overTheseDays());
     return items;
 }
 

@@ -10,6 +10,7 @@ HeadlineSearch::HeadlineSearch(const RunOrder& order, const CollectorSettings& s
     : clock_(clock),
       customDays_(order.customDays),
       mostPages_(settings.headlinePages),
+      person_(settings.person),
       service_(std::move(service)) {
     if (service_.timeoutSeconds == 0) {
         service_.timeoutSeconds = settings.timeoutSeconds;
@@ -51,9 +52,13 @@ std::optional<QString> HeadlineSearch::nextPath(const QString& words,
     return EastmoneyHeadlines::path(words, static_cast<int>(pages.size()) + 1);
 }
 
-QString HeadlineSearch::faultOf(const QString& words, qsizetype before,
-                                const QByteArray& page) const {
-    return pageOf(words, page, static_cast<int>(before) + 1).fault;
+std::optional<Fault> HeadlineSearch::faultOf(const QString& words, qsizetype before,
+                                             const QByteArray& page) const {
+    const QString fault = pageOf(words, page, static_cast<int>(before) + 1).fault;
+    if (fault.isEmpty()) {
+        return std::nullopt;
+    }
+    return faultOfText(QString::fromUtf8(page), person_, fault);
 }
 
 FoundNews HeadlineSearch::find(const QString& words, const QList<QByteArray>& pages) const {

@@ -6,16 +6,18 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <memory>
 #include <optional>
 
-#include "collector/page_source.h"
+#include "collector/fault.h"
+#include "platform/service.h"
 
 namespace guanchao {
 
 struct Item {
-    QString key;   // theme, code, commodity; of the code table the codes of a batch
-    QString name;  // as the user is shown it
+    QString key;                          // theme, code, commodity; of the code table a batch
+    QString name;                         // as the user is shown it
+    bool isDone = false;                  // it has its row of the run's day
+    std::optional<QString> laiyuan = {};  // 来源 of its row before that, as in NewsNote
 };
 
 // What has been asked for an item.
@@ -36,19 +38,20 @@ public:
     // False for a job that the user starts without the main program: its end doesn't end the run.
     virtual bool endsWithMainProgram() const { return true; }
 
-    virtual std::unique_ptr<PageSource> source(HttpClient& http) const = 0;
+    // Each of which can be asked for any item.
+    virtual QList<Service> services() const = 0;
+    // 来源 of what that service counts, as in NewsNote.
+    virtual QString laiyuan(int /*way*/) const { return {}; }
 
-    // How many services there are for an item, each in place of the one before where that fails.
-    virtual int ways() const { return 1; }
-
-    // Of that source, for the page behind those that are there; nothing once they suffice.
+    // The path at that service for the page behind those that are there; nothing once they suffice.
     virtual std::optional<QString> nextRequest(const Item& item, const Asked& asked) const = 0;
 
-    // Why the page is not what was asked for, in Chinese; empty if it is.
-    virtual QString faultOf(const Item& item, const Asked& before,
-                            const QByteArray& page) const = 0;
+    // Why the page is not what was asked for; nothing if it is.
+    virtual std::optional<Fault> faultOf(const Item& item, const Asked& before,
+                                         const QByteArray& page) const = 0;
 
     // Raises StoreError; then nothing of the item is written, and the same may be tried again.
+    // Raises OperationError for an item that is not wanted any more.
     virtual void write(const Item& item, const Asked& asked) = 0;
 };
 

@@ -9,6 +9,7 @@
 
 #include "collector/collector_settings.h"
 #include "collector/counts_writer.h"
+#include "collector/fault.h"
 #include "heat/collector_contract.h"
 #include "platform/clock.h"
 #include "platform/service.h"
@@ -28,9 +29,9 @@ public:
     virtual std::optional<QString> nextPath(const QString& words,
                                             const QList<QByteArray>& pages) const = 0;
 
-    // Why the page behind so many others is not what was asked for, in Chinese; empty if it is.
-    virtual QString faultOf(const QString& words, qsizetype before,
-                            const QByteArray& page) const = 0;
+    // Why the page behind so many others is not what was asked for; nothing if it is.
+    virtual std::optional<Fault> faultOf(const QString& words, qsizetype before,
+                                         const QByteArray& page) const = 0;
 
     // Of pages that suffice.
     virtual FoundNews find(const QString& words, const QList<QByteArray>& pages) const = 0;

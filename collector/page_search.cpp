@@ -25,8 +25,12 @@ std::optional<QString> PageSearch::nextPath(const QString& words,
                : std::nullopt;
 }
 
-QString PageSearch::faultOf(const QString&, qsizetype, const QByteArray& page) const {
-    return SearchPage(page).results(settings_) ? QString() : nothingFound;
+std::optional<Fault> PageSearch::faultOf(const QString&, qsizetype, const QByteArray& page) const {
+    const SearchPage read(page);
+    if (read.results(settings_)) {
+        return std::nullopt;
+    }
+    return faultOfText(read.text(), settings_.person, nothingFound);
 }
 
 FoundNews PageSearch::find(const QString& words, const QList<QByteArray>& pages) const {

@@ -16,7 +16,8 @@ public:
     QString laiyuan() const override { return {}; }
     std::optional<QString> nextPath(const QString& words,
                                     const QList<QByteArray>& pages) const override;
-    QString faultOf(const QString& words, qsizetype before, const QByteArray& page) const override;
+    std::optional<Fault> faultOf(const QString& words, qsizetype before,
+                                 const QByteArray& page) const override;
     FoundNews find(const QString& words, const QList<QByteArray>& pages) const override;
     QString firstPath(const QString& words) const override;
     QString textOf(const QString& words, const QByteArray& page) const override;

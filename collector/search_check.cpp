@@ -20,10 +20,10 @@ QCoro::Task<Finding> askSearch(CheckDesk desk, Service service, RunOrder order,
     if (!reply.answered()) {
         co_return Finding{false, failureWords(reply)};
     }
-    const QString fault = search->faultOf(words, 0, reply.body);
-    if (!fault.isEmpty()) {
-        desk.http.complain(service, fault);
-        co_return Finding{false, fault};
+    const std::optional<Fault> fault = search->faultOf(words, 0, reply.body);
+    if (fault) {
+        desk.http.complain(service, fault->words);
+        co_return Finding{false, fault->words};
     }
     const NewsCounts counts = search->find(words, {reply.body}).counts;
     co_return Finding{

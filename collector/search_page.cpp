@@ -13,8 +13,10 @@ std::optional<qint64> SearchPage::results(const CollectorSettings& settings) con
         const qint64 number = match.captured(1).remove(u',').toLongLong(&isNumber);
         return isNumber ? std::optional(number) : std::nullopt;
     }
-    const bool none =
-        !settings.noResults.pattern().isEmpty() && settings.noResults.match(visible_).hasMatch();
+    const auto tells = [this](const QRegularExpression& pattern) {
+        return !pattern.pattern().isEmpty() && pattern.match(visible_).hasMatch();
+    };
+    const bool none = tells(settings.noResults) && !tells(settings.person);
     return none ? std::optional<qint64>(0) : std::nullopt;
 }
 

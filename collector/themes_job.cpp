@@ -8,6 +8,7 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+// Of equal attention those first that hold a stock of the watchlist.
 QList<Item> ThemesJob::items() const {
     Connection connection = stores_.main.open();
     QList<Item> items;
@@ -15,11 +16,13 @@ QList<Item> ThemesJob::items() const {
                           u"select zhutiname from dzhzhuti group by zhutiname having"
                           u" max(guanzhudu)>"_s +
                               numberText(guanzhudu_) +
-                              u" order by max(guanzhudu) desc,zhutiname"_s);
+                              u" order by max(guanzhudu) desc,max(dm in (select dm from"_s +
+                              u" zixuangu)) desc,zhutiname"_s);
          !themes.atEnd(); themes.moveNext()) {
         const QString name = themes.value(0).toText();
         items << Item{name, name};
     }
+    lookUp(items, u"xinwenshul"_s, u"zhutiname"_s, overTheseDays());
     return items;
 }
 

@@ -1,5 +1,7 @@
 #include "heat/collector_contract.h"
 
+#include <algorithm>
+
 #include "base/activity.h"
 #include "base/values.h"
 #include "store/recordset.h"
@@ -91,7 +93,7 @@ RunOrder readRunOrder(const StoreFile& heat, const Clock& clock) {
     }
     const QDate today = QDate::fromString(row.value(u"today").toText(), Qt::ISODate);
     if (today.isValid()) {
-        order.day = today;
+        order.day = std::max(order.day, today);
     }
     if (isOn(row, u"iszidinyinum")) {
         order.customDays = customDays(row.value(u"zidinyinum").toText()).value_or(0);

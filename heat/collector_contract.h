@@ -62,7 +62,7 @@ struct RunOrder {
     bool windowWanted = false;
 };
 
-// Without a usable day the clock's.
+// The day is that of the launch; where that has passed, or there is none, the clock's.
 RunOrder readRunOrder(const StoreFile& heat, const Clock& clock);
 
 // False once the order was withdrawn.

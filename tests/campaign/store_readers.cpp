@@ -10,7 +10,6 @@
 #include "exchange/store_copy.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
-#include "formats/gbk.h"
 #include "heat/headline_store.h"
 #include "heat/news_notes.h"
 #include "market/quote_feed.h"
@@ -69,8 +68,8 @@ void takeQuotes(const QByteArray& bytes) {
         outcomeOf(feed.gengxinhq({{u"sh600000,sz000001,"_s, 2}}, toPollList,
                                  [](const CodeBatch&, const MissedQuotes&) {}, {}));
     }
-    CodeTableJob(stores, clock, initials, {})
-        .write({u"sh600000,sz000001"_s, {}}, {0, {textFromGbk(bytes).toUtf8()}});
+    CodeTableJob(stores, clock, initials, {Service()})
+        .write({u"sh600000,sz000001"_s, {}}, {0, {bytes}});
     for (const QString& table : {u"dmb"_s, u"jiankonghq"_s}) {
         const QString odd = u"select count(*) from "_s + table +
                             u" where not (abs(sp)<=1e18 and abs(zhangfu)<=1e30 and"

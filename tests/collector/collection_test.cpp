@@ -1,5 +1,6 @@
 #include "collector/collection.h"
 
+#include "base/activity.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -11,34 +12,56 @@ class FakeJob : public Job {
 public:
     QString title() const override { return u"试"_s; }
     QList<Item> items() const override { return list; }
-    std::unique_ptr<PageSource> source(HttpClient& http) const override {
-        return std::make_unique<WebPages>(http, QList<Service>(2));
+    QList<Service> services() const override {
+        QList<Service> services;
+        for (const QString& host : hosts) {
+            services << Service{.host = host, .referer = {}};
+        }
+        return services;
     }
-    int ways() const override { return services; }
-    // Those of the second service: "/甲1b".
+    QString laiyuan(int way) const override { return kinds.value(way); }
     std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override {
-        const QString place = QString::number(asked.pages.size() + 1);
         return asked.pages.size() < pagesOfAnItem
-                   ? std::optional<QString>(u'/' + item.key + place +
-                                            (asked.way > 0 ? u"b"_s : u""_s))
+                   ? std::optional<QString>(u'/' + item.key +
+                                            QString::number(asked.pages.size() + 1))
                    : std::nullopt;
     }
-    QString faultOf(const Item&, const Asked&, const QByteArray& page) const override {
-        return page == "bad" ? u"坏"_s : QString();
+    std::optional<Fault> faultOf(const Item&, const Asked&, const QByteArray& page) const override {
+        return page == "bad"      ? std::optional(Fault{FaultKind::unreadable, u"坏"_s})
+               : page == "person" ? std::optional(Fault{FaultKind::limited, u"验证码"_s})
+                                  : std::nullopt;
     }
     void write(const Item& item, const Asked& asked) override {
-        if (refused == item.key) {
-            throw StoreError({}, QStringLiteral(GUANCHAO_SOURCE_DIR), {}, StoreFault::busy);
+        ++tries;
+        if (deleted == item.key) {
+            throw OperationError(u"已删除"_s);
         }
-        written << item.key + QString::fromUtf8(asked.pages.join());
+        if (refusals-- > 0) {
+            throw StoreError({}, QStringLiteral(GUANCHAO_SOURCE_DIR), {}, fault);
+        }
+        written << item.key + QString::fromUtf8(asked.pages.join()) +
+                       (asked.way > 0 ? QString::number(asked.way) : QString());
     }
 
     QList<Item> list = {{u"甲"_s, u"甲"_s}, {u"乙"_s, u"乙"_s}};
-    int services = 1;
+    QStringList hosts = {u"a"_s};
+    QStringList kinds;
     qsizetype pagesOfAnItem = 2;
-    QString refused;
+    QString deleted;
+    int refusals = 0;
+    StoreFault fault = StoreFault::other;
+    int tries = 0;
     QStringList written;
 };
+
+QList<Item> itemsNamed(int count, const std::optional<QString>& laiyuan = {}) {
+    QList<Item> items;
+    for (int at = 0; at < count; ++at) {
+        const QString name = QString::number(at);
+        items << Item{name, name, false, laiyuan};
+    }
+    return items;
+}
 
 }  // namespace
 
@@ -48,37 +71,72 @@ protected:
         http_.answer = [](const QString& path) { return path.last(1).toUtf8(); };
     }
 
-    void start() {
-        collection_.begin();
-        runs_.start([this](std::stop_token stop) { return collection_.run(stop); });
+    Collection& make() {
+        collection_ =
+            std::make_unique<Collection>(job_, store_.stores.heat, http_, clock_, pacing_, wait_);
+        return *collection_;
     }
     // The waits in milliseconds.
-    QList<int> runToTheEnd() {
-        start();
+    QList<int> run(Scope scope = Scope::rest) {
+        waits_.clear();
+        http_.paths.clear();
+        http_.addresses.clear();
+        make().begin(scope);
+        sleepers_.clear();
+        runs_.start([this](std::stop_token stop) { return collection_->run(stop); });
+        passTime();
+        return waits_;
+    }
+    QList<int> runToTheEnd(Scope scope = Scope::rest) {
+        run(scope);
+        EXPECT_TRUE(collection_->hasEnded());
         EXPECT_FALSE(runs_.running());
         return waits_;
     }
-    // The clock moves by each wait.
+    void pace(const QList<int>& retries, int giveUpAfter = 20, int pause = 100) {
+        settings_.retries = retries;
+        settings_.giveUpAfter = giveUpAfter;
+        settings_.pause = pause;
+        pacing_ = Pacing(settings_, [] { return 0.0; });
+    }
     QCoro::Task<> wait(std::chrono::milliseconds time, std::stop_token stop) {
         waits_ << static_cast<int>(time.count());
-        clock_.moment = clock_.moment.addMSecs(time.count());
-        if (onWait_) {
-            onWait_(waits_.size());
+        const auto over = std::make_shared<Later<bool>>();
+        sleepers_ << Sleeper{clock_.up + time, over};
+        co_await over->orStop(stop);
+    }
+    // Moves the clock from wait to wait, until nobody waits for it.
+    void passTime() {
+        for (qsizetype waits = 1; !sleepers_.isEmpty() && runs_.running(); ++waits) {
+            ASSERT_LT(waits, 5000) << "no end";
+            const auto next = std::ranges::min_element(sleepers_, {}, &Sleeper::until);
+            const Sleeper sleeper = *next;
+            sleepers_.erase(next);
+            ASSERT_GE(sleeper.until, clock_.up) << "a wait backwards";
+            clock_.moveOn(sleeper.until - clock_.up);
+            if (onWait_) {
+                onWait_(waits);
+            }
+            sleeper.over->deliver(true);
         }
-        endIfStopped(stop);
-        co_return;
     }
 
     void endMainProgram() { runHeat(u"update canshu set mainisrun=0"_s); }
+    QString summary() const { return collection_->summary(); }
 
     FakeJob job_;
     CollectorSettings settings_{
         .allPeriod = {}, .weights = {}, .pause = 100, .randomPause = 50, .retries = {1000, 3000}};
     Pacing pacing_{settings_, [] { return 0.5; }};
+    struct Sleeper {
+        std::chrono::milliseconds until;
+        std::shared_ptr<Later<bool>> over;
+    };
+    QList<Sleeper> sleepers_;
     QList<int> waits_;
     std::function<void(qsizetype)> onWait_;
     Wait wait_ = [this](auto time, auto stop) { return wait(time, stop); };
-    Collection collection_{job_, store_.stores.heat, http_, clock_, pacing_, wait_};
+    std::unique_ptr<Collection> collection_;
     Runs runs_{failures_};
 };
 
@@ -86,18 +144,18 @@ TEST_F(CollectionTest, PageAfterPageWithAPauseBetweenAll) {
     EXPECT_EQ(runToTheEnd(), (QList<int>{125, 125, 125}));
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
-    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
+    EXPECT_EQ(summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
 }
 
 TEST_F(CollectionTest, ARequestStandsThoughTheJobWouldDecideOtherwiseByThen) {
     onWait_ = [this](qsizetype waits) { job_.pagesOfAnItem = waits == 1 ? 1 : 2; };
     runToTheEnd();
     EXPECT_EQ(http_.paths.first(2), (QStringList{u"/甲1"_s, u"/甲2"_s}));
-    EXPECT_EQ(collection_.failures(), 0);
+    EXPECT_TRUE(collection_->tally().failures.isEmpty());
 }
 
 TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
-    pacing_ = Pacing(settings_, [] { return 0.0; });
+    pace({1000, 3000});
     http_.answer = [](const QString& path) -> std::optional<QByteArray> {
         return path == u"/甲2"_s ? std::nullopt : std::optional(path.last(1).toUtf8());
     };
@@ -106,100 +164,194 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
     EXPECT_EQ(runToTheEnd(), (QList<int>{100, 100, 100, 100, 700, 100, 100, 1000, 1000, 900, 100}));
     EXPECT_EQ(http_.paths.count(u"/甲1"_s), 3) << "an item is asked for as a whole again";
     EXPECT_EQ(job_.written, QStringList{u"乙12"_s});
-    EXPECT_EQ(collection_.failures(), 3);
-    EXPECT_EQ(collection_.settled(), 2);
-    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 1 项，跳过 1 项。\n跳过：甲"_s);
+    EXPECT_EQ(collection_->tally().failureWords(), u"失败 3 次：没有应答 3"_s);
+    EXPECT_EQ(collection_->tally().skipped, QStringList{u"甲"_s});
+    EXPECT_EQ(summary(), u"采集完成：共 2 项，写入 1 项，跳过 1 项。"_s);
 }
 
-TEST_F(CollectionTest, ASecondServiceIsAskedFromTheStartWhereTheFirstFails) {
-    job_.services = 2;
-    settings_.retries = {};
-    pacing_ = Pacing(settings_, [] { return 0.0; });
-    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
-        return path.contains(u'乙') || path == u"/甲2"_s ? std::optional<QByteArray>("bad")
-                                                         : path.sliced(2).toUtf8();
+TEST_F(CollectionTest, AClockThatIsSetBackHoldsNoTry) {
+    pace({1000});
+    onWait_ = [this](qsizetype) { clock_.moment = clock_.moment.addDays(-1); };
+    http_.answer = [this](const QString&) {
+        return http_.paths.size() == 1 ? std::nullopt : std::optional(QByteArray("1"));
     };
-    EXPECT_EQ(runToTheEnd(), QList<int>(5, 100)) << "with the same pauses";
-    EXPECT_EQ(http_.paths,
-              (QStringList{u"/甲1"_s, u"/甲2"_s, u"/甲1b"_s, u"/甲2b"_s, u"/乙1"_s, u"/乙1b"_s}));
-    EXPECT_EQ(job_.written, QStringList{u"甲1b2b"_s});
-    EXPECT_EQ(collection_.items()[1].reason, u"坏"_s);
-}
-
-TEST_F(CollectionTest, AWrongPageAndAStoreInUseAreMendedByALaterTry) {
-    const Impatience impatience;
-    pacing_ = Pacing(settings_, [] { return 0.0; });
-    job_.refused = u"乙"_s;
-    http_.answer = [this](const QString& path) {
-        if (http_.paths.count(u"/乙2"_s) > 1) {
-            job_.refused.clear();
-        }
-        return path == u"/甲1"_s && http_.paths.count(path) == 1 ? "bad" : path.last(1).toUtf8();
-    };
-    QString reasons;
-    collection_.changed = [&](qsizetype at) { reasons += collection_.items()[at].reason; };
     runToTheEnd();
-    EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
-    EXPECT_TRUE(reasons.contains(u"正被其他程序占用"_s)) << reasons.toStdString();
-    EXPECT_EQ(collection_.failures(), 2);
-    EXPECT_EQ(collection_.summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
+    EXPECT_EQ(job_.written.size(), 2);
 }
 
-TEST_F(CollectionTest, APausedRunAsksForNothingAndStillSeesTheMainProgramsEnd) {
-    collection_.setPaused(true);
-    onWait_ = [this](qsizetype waits) {
-        if (waits == 1) {
-            EXPECT_TRUE(http_.paths.isEmpty());
-            collection_.setPaused(false);
-        } else if (waits == 3) {
-            collection_.setPaused(true);
-            endMainProgram();
-        }
+TEST_F(CollectionTest, HostsShareTheItemsEachAtItsOwnPace) {
+    pace({}, 20, 900);
+    job_.list = itemsNamed(6);
+    job_.pagesOfAnItem = 1;
+    job_.hosts = {u"a"_s, u"b"_s, u"a"_s};
+    runToTheEnd();
+    EXPECT_EQ(job_.written.size(), 6);
+    EXPECT_EQ(http_.addresses.filter(u"a/"_s).size(), 3) << "two services of one host are one";
+    EXPECT_EQ(http_.addresses.filter(u"b/"_s).size(), 3);
+}
+
+TEST_F(CollectionTest, WhatFailsAtOneServiceIsAskedOfTheOthersFromTheStart) {
+    pace({});
+    job_.list = itemsNamed(3);
+    job_.hosts = {u"a"_s, u"b"_s};
+    http_.answer = [this](const QString& path) -> std::optional<QByteArray> {
+        const bool isFirst = http_.addresses.last().startsWith(u'a');
+        return path.startsWith(u"/0"_s) || (isFirst && path == u"/12"_s)
+                   ? std::optional<QByteArray>("bad")
+                   : path.last(1).toUtf8();
     };
-    EXPECT_EQ(runToTheEnd(), (QList<int>{250, 125, 125}));
-    EXPECT_EQ(collection_.summary(),
-              u"主程序已退出，采集结束：共 2 项，写入 1 项，跳过 0 项，没有采集 1 项。"_s);
+    runToTheEnd();
+    EXPECT_EQ(http_.addresses.filter(u"/01"_s), (QStringList{u"a/01"_s, u"b/01"_s}));
+    EXPECT_EQ(collection_->tally().skipped, QStringList{u"0"_s});
+    EXPECT_EQ(job_.written.size(), 2);
+    EXPECT_EQ(collection_->items()[0].reason, u"坏"_s);
+}
+
+TEST_F(CollectionTest, AnItemStaysWithTheKindThatHasCountedItUnlessThatHasTooMany) {
+    pace({}, 20, 900);
+    job_.pagesOfAnItem = 1;
+    job_.hosts = {u"a"_s, u"b"_s};
+    job_.kinds = {u"x"_s, u"y"_s};
+    const struct {
+        int items;
+        std::optional<QString> laiyuan;
+        bool isShared;
+    } cases[] = {{20, u"x"_s, false}, {20, u"gone"_s, true}, {20, {}, true}, {60, u"x"_s, true}};
+    for (const auto& it : cases) {
+        job_.list = itemsNamed(it.items, it.laiyuan);
+        runToTheEnd();
+        EXPECT_EQ(!http_.addresses.filter(u"b/"_s).isEmpty(), it.isShared) << it.items;
+    }
+    EXPECT_EQ(http_.addresses.filter(u"b/"_s).first(), u"b/591"_s) << "from the end";
+}
+
+TEST_F(CollectionTest, AHostThatLimitsRestsWhileTheOtherWorksAndIsGivenUpInTheEnd) {
+    pace({1000, 2000});
+    job_.list = itemsNamed(8);
+    job_.pagesOfAnItem = 1;
+    job_.hosts = {u"a"_s, u"b"_s};
+    QString told;
+    onWait_ = [&](qsizetype waits) { told += waits == 2 ? collection_->waitWords() : QString(); };
+    http_.answer = [this](const QString& path) {
+        const bool limits = http_.addresses.last().startsWith(u'a');
+        return limits ? QByteArray("person") : path.last(1).toUtf8();
+    };
+    runToTheEnd();
+    EXPECT_EQ(job_.written.size(), 8) << "none has failed by it";
+    EXPECT_LE(http_.addresses.filter(u"a/"_s).size(), 3);
+    EXPECT_TRUE(told.contains(u"验证码，1 秒后再试"_s)) << told.toStdString();
+
+    job_.hosts = {u"a"_s};
+    job_.written.clear();
+    runToTheEnd();
+    EXPECT_EQ(http_.paths.size(), 3) << "it is asked no more after two rests";
+    EXPECT_EQ(collection_->state(), RunState::hopeless);
+    EXPECT_TRUE(summary().contains(u"（验证码）"_s)) << summary().toStdString();
+    EXPECT_EQ(collection_->tally().failureWords(), u"失败 3 次：被限制 3"_s);
+}
+
+TEST_F(CollectionTest, ARefusedRowIsTriedAgainWithoutItsPages) {
+    pace({1000});
+    job_.refusals = 1;
+    runToTheEnd();
+    EXPECT_EQ(http_.paths.size(), 4);
+    EXPECT_EQ(job_.written, (QStringList{u"乙12"_s, u"甲12"_s}));
+    EXPECT_EQ(collection_->tally().failureWords(), u"失败 1 次：没有写入 1"_s);
+}
+
+TEST_F(CollectionTest, ARunEndsByWhatItFindsAndSaysSo) {
+    const auto silent = [](const QString&) { return std::optional<QByteArray>(); };
+    const auto good = [](const QString&) { return std::optional<QByteArray>("1"); };
+    int request = 0;
+    const auto third = [&](const QString&) {
+        return ++request % 3 > 0 ? std::nullopt : std::optional<QByteArray>("1");
+    };
+    QList<Item> halfDone = itemsNamed(2);
+    halfDone[0].isDone = true;
+    QList<Item> done = itemsNamed(1);
+    done[0].isDone = true;
+    const struct {
+        QList<Item> items;
+        std::function<std::optional<QByteArray>(const QString&)> answer;
+        int refusals;
+        RunState end;
+        QString said;
+    } cases[] = {
+        {{}, good, 0, RunState::finished, u"没有要采集的项目"_s},
+        {done, good, 0, RunState::finished, u"今天的 1 项都已采集过"_s},
+        {halfDone, good, 0, RunState::finished, u"今天已采集过 1 项，写入 1 项"_s},
+        {itemsNamed(5), silent, 0, RunState::hopeless, u"没有应答），请检查网络"_s},
+        {itemsNamed(5), third, 0, RunState::finished, u"采集完成：共 5 项"_s},
+        // Whatever is left has failed before: each is tried to its end.
+        {itemsNamed(2), silent, 0, RunState::nothingRead, u"没有采集到数据：共 2 项，写入 0 项"_s},
+        {itemsNamed(60), good, 9999, RunState::storeRefuses, u"采集库接连不能写入"_s},
+    };
+    pace({1000, 3000}, 3);
+    job_.pagesOfAnItem = 1;
+    for (const auto& it : cases) {
+        job_.list = it.items;
+        job_.refusals = it.refusals;
+        job_.tries = 0;
+        http_.answer = it.answer;
+        runToTheEnd();
+        EXPECT_EQ(collection_->state(), it.end) << it.said.toStdString();
+        EXPECT_TRUE(summary().contains(it.said)) << summary().toStdString();
+    }
+    EXPECT_EQ(job_.tries, 3) << "of 60 refused rows";
+    EXPECT_EQ(http_.paths.size(), 3);
+    job_.refusals = 0;
+    job_.list = done;
+    runToTheEnd(Scope::all);
+    EXPECT_TRUE(summary().contains(u"共 1 项，写入 1 项"_s)) << "all anew";
+    job_.deleted = u"0"_s;
+    runToTheEnd(Scope::all);
+    EXPECT_EQ(http_.paths.size(), 1) << "an item that is gone isn't tried again";
+}
+
+TEST_F(CollectionTest, APausedRunAsksForNothingAndSeesTheMainProgramsEndWithinAnItemToo) {
+    for (const qsizetype end : {1, 2, 3}) {
+        runHeat(u"update canshu set mainisrun=1"_s);
+        onWait_ = [this, end](qsizetype waits) {
+            if (waits == end) {
+                collection_->setPaused(true);
+                endMainProgram();
+            }
+        };
+        const QList<int> waits = runToTheEnd();
+        EXPECT_EQ(http_.paths.size(), end);
+        EXPECT_LE(std::accumulate(waits.begin() + end, waits.end(), 0), 1000);
+        EXPECT_TRUE(summary().startsWith(u"主程序已退出，采集结束：共 2 项"_s));
+        EXPECT_EQ(collection_->items()[1].state, ItemState::waiting);
+    }
 }
 
 TEST_F(CollectionTest, APauseDuringARequestKeepsItsPage) {
-    http_.onGet = [this] { collection_.setPaused(http_.paths.size() == 2); };
+    http_.onGet = [this] { collection_->setPaused(http_.paths.size() == 2); };
     onWait_ = [this](qsizetype) {
-        if (collection_.state() == RunState::paused) {
+        if (collection_->state() == RunState::paused) {
             EXPECT_EQ(job_.written, QStringList{u"甲12"_s});
-            collection_.setPaused(false);
+            collection_->setPaused(false);
         }
     };
-    EXPECT_EQ(runToTheEnd().size(), 3);
+    runToTheEnd();
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
 }
 
-TEST_F(CollectionTest, ARunIsGivenUpWhenPageAfterPageFailsWhileItemsAreLeft) {
-    const struct {
-        int items;
-        std::function<bool(int request)> fails;
-        RunState end;
-    } cases[] = {
-        {5, [](int) { return true; }, RunState::hopeless},
-        {5, [](int request) { return request % 3 > 0; }, RunState::finished},
-        // Whatever is left has failed before: each is tried to its end.
-        {2, [](int) { return true; }, RunState::finished},
-    };
-    settings_.giveUpAfter = 3;
-    for (const auto& it : cases) {
-        job_.list.clear();
-        for (int at = 0; at < it.items; ++at) {
-            job_.list << Item{QString::number(at), QString::number(at)};
+TEST_F(CollectionTest, PaceAndEndAreToldByTheTimeOfWorkAlone) {
+    pace({}, 20, 6000);
+    job_.list = itemsNamed(10);
+    job_.pagesOfAnItem = 1;
+    QString pace;
+    onWait_ = [&](qsizetype waits) {
+        if (waits == 20) {
+            collection_->setPaused(true);
+        } else if (waits == 30) {
+            collection_->setPaused(false);
+            pace = collection_->tally().paceWords(QDateTime(QDate(2026, 11, 24), QTime(23, 59)));
         }
-        int request = 0;
-        http_.answer = [&](const QString&) -> std::optional<QByteArray> {
-            return it.fails(++request) ? std::nullopt : std::optional(QByteArray("1"));
-        };
-        const Pacing pacing(settings_, [] { return 0.0; });
-        Collection collection(job_, store_.stores.heat, http_, clock_, pacing, wait_);
-        collection.begin();
-        runs_.start([&](std::stop_token stop) { return collection.run(stop); });
-        EXPECT_EQ(collection.state(), it.end) << it.items;
-    }
+    };
+    runToTheEnd();
+    EXPECT_EQ(pace, u"每分钟 12 页，剩余约 30 秒，预计 23:59 完成"_s);
 }
 
 TEST_F(CollectionTest, AStopEndsTheRunWhereverItWaits) {
@@ -208,26 +360,22 @@ TEST_F(CollectionTest, AStopEndsTheRunWhereverItWaits) {
         std::function<void()> prepare;
         qsizetype requests;
     };
+    job_.hosts = {u"a"_s, u"b"_s};
     for (const Case& it : {
-             Case{"before a page", [this] { onWait_ = [this](qsizetype) { runs_.stop(); }; }, 1},
-             Case{"for a page", [this] { http_.gate = std::make_shared<Later<bool>>(); }, 1},
-             Case{"for a held store", [this] { job_.refused = u"甲"_s; }, 2},
+             Case{"before a page", [this] { onWait_ = [this](qsizetype) { runs_.stop(); }; }, 2},
+             Case{"for a held store", [this] { job_.refusals = 9999; }, 4},
          }) {
         SCOPED_TRACE(it.where);
-        http_.gate.reset();
-        http_.paths.clear();
         onWait_ = {};
+        job_.fault = StoreFault::busy;
         it.prepare();
-        Collection collection(job_, store_.stores.heat, http_, clock_, pacing_, wait_);
-        collection.begin();
-        runs_.start([&](std::stop_token stop) { return collection.run(stop); });
+        run();
         runs_.stop();
         EXPECT_FALSE(runs_.running());
         EXPECT_EQ(http_.paths.size(), it.requests);
-        EXPECT_EQ(collection.summary(),
-                  u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
-        EXPECT_EQ(collection.items()[0].state, ItemState::waiting);
-        EXPECT_EQ(collection.failures(), 0);
+        EXPECT_EQ(summary(), u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
+        EXPECT_EQ(collection_->items()[0].state, ItemState::waiting);
+        EXPECT_TRUE(collection_->tally().failures.isEmpty());
     }
 }
 

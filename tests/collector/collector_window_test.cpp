@@ -1,8 +1,11 @@
 #include "collector/collector_window.h"
 
+#include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 
 #include "collector/commodities_job.h"
+#include "collector/themes_job.h"
 #include "platform/qt_http_client.h"
 #include "tests/house/accessible_names.h"
 #include "tests/support/outcome_of.h"
@@ -23,16 +26,21 @@ protected:
     }
 
     // A window over a run that has asked for nothing yet.
-    void openOver(const Service& search) {
+    void openOver(const Service& search, int commodities = 3) {
+        runHeat(u"delete from shopname where guanzhudu<1"_s);
+        for (int more = 3; more < commodities; ++more) {
+            runHeat(u"insert into shopname(shopname,guanzhudu) values('商品%1',0.5)"_s.arg(more));
+        }
         window_.reset();
         job_ = std::make_unique<CommoditiesJob>(stores_, order_, settings_, QList<Service>{search},
                                                 clock_);
-        collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, clock_, pacing_);
+        collection_ = std::make_unique<Collection>(*job_, stores_.heat, http_, time_, pacing_);
         collection_->begin();
-        window_ =
-            std::make_unique<CollectorWindow>(*collection_, dialogs_, failures_, job_->title());
+        window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, failures_, time_,
+                                                    job_->title());
         form_ = window_.get();
         window_->ended = [this] { ++ends_; };
+        window_->anew = [this] { ++anew_; };
         window_->show();
     }
 
@@ -56,7 +64,9 @@ protected:
     Pacing pacing_{settings_, [] { return 0.0; }};
     std::unique_ptr<CommoditiesJob> job_;
     std::unique_ptr<Collection> collection_;
+    SystemClock time_;
     int ends_ = 0;
+    int anew_ = 0;
     std::unique_ptr<CollectorWindow> window_;
 };
 
@@ -66,12 +76,18 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     EXPECT_EQ(ends_, 1);
     EXPECT_EQ(states(),
               (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到：没有应答"_s, u"锌已写入"_s}));
-    EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。\n跳过：铝"_s);
-    EXPECT_EQ(label(u"failuresLabel"_s), u"失败次数：1"_s);
+    EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。"_s);
+    EXPECT_EQ(label(u"progressLabel"_s), u"已完成 3 / 3 项，剩余 0 项；读到 2 页，写入 2 行"_s);
+    EXPECT_EQ(label(u"failuresLabel"_s), u"失败 1 次：没有应答 1"_s);
+    EXPECT_EQ(find<QPlainTextEdit>(u"skippedText"_s)->toPlainText(), u"铝"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
-    EXPECT_FALSE(button(u"stopButton"_s)->isEnabled());
+    EXPECT_FALSE(button(u"stopButton"_s)->isVisible());
     EXPECT_EQ(unnamedControls(*window_), QStringList());
-    window_->close();
+    click(u"anewButton"_s);
+    EXPECT_EQ(anew_, 1);
+    EXPECT_TRUE(button(u"closeButton"_s)->hasFocus() || !window_->isActiveWindow());
+    click(u"closeButton"_s);
+    EXPECT_FALSE(window_->isVisible());
     EXPECT_TRUE(dialogs_.shown.isEmpty()) << "nothing is left to be stopped";
 }
 
@@ -124,6 +140,48 @@ TEST_F(CollectorWindowTest, ARequestThatTakesForEverHoldsNoButtonAndIsBrokenOff)
             EXPECT_TRUE(QTest::qWaitFor([&] { return search.hangUps > before; }));
         }
     }
+}
+
+// With the real clock and timers: two pages an item, and a pause between them.
+TEST_F(CollectorWindowTest, TheMainProgramsEndIsSeenWhileARunIsPausedWithinAnItem) {
+    runHeat(u"update canshu set mainisrun=1"_s);
+    store_.addMember(u"白酒"_s, u"SH600519"_s, 5);
+    ThemesJob themes(stores_, order_, settings_, {Service()}, time_);
+    collection_ = std::make_unique<Collection>(themes, stores_.heat, http_, time_, pacing_);
+    collection_->begin();
+    window_ =
+        std::make_unique<CollectorWindow>(*collection_, dialogs_, failures_, time_, QString());
+    form_ = window_.get();
+    window_->ended = [this] { ++ends_; };
+    window_->show();
+    http_.onGet = [this] { click(u"pauseButton"_s); };
+    window_->start();
+    EXPECT_EQ(collection_->items()[0].state, ItemState::asking);
+    EXPECT_EQ(collection_->state(), RunState::paused);
+    runHeat(u"update canshu set mainisrun=0"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return ends_ > 0; }));
+    EXPECT_EQ(collection_->state(), RunState::unwanted);
+    EXPECT_EQ(http_.paths.size(), 1);
+}
+
+TEST_F(CollectorWindowTest, TheListFollowsTheWorkUntilTheUserScrollsAway) {
+    openOver({}, 60);
+    const auto isInSight = [this](int item) {
+        const auto& list = *window_->findChild<GridView*>();
+        return list.viewport()->rect().intersects(list.visualRect(list.model()->index(item, 0)));
+    };
+    window_->findChild<GridView*>()->setFocus();
+    window_->start();
+    letRun(30);
+    EXPECT_TRUE(isInSight(29)) << "though it has the focus";
+    QScrollBar& bar = *window_->findChild<GridView*>()->verticalScrollBar();
+    bar.setValue(bar.minimum());
+    const qsizetype asked = http_.paths.size();
+    letRun(asked + 5);
+    EXPECT_EQ(bar.value(), bar.minimum());
+    bar.setValue(bar.maximum());
+    letRun(60);
+    EXPECT_TRUE(isInSight(59));
 }
 
 }  // namespace guanchao

@@ -1,8 +1,10 @@
 #include "base/activity.h"
+#include "base/values.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
 #include "collector/themes_job.h"
+#include "formats/gbk.h"
 #include "heat/headline_store.h"
 #include "tests/support/store_test.h"
 
@@ -12,7 +14,7 @@ class CollectorJobsTest : public StoreTest {
 protected:
     CollectorJobsTest() {
         runHeat(
-            u"update canshu set yinqingurl='http://h/s?wd=tihuandm',today='2026-11-23 00:00:00'"_s);
+            u"update canshu set yinqingurl='http://h/s?wd=tihuandm',today='2026-11-24 00:00:00'"_s);
         store_.addMember(u"白酒"_s, u"SH600519"_s, 5);
         store_.addMember(u"白酒"_s, u"SZ000858"_s, 5);
         store_.addMember(u"5G(通信)"_s, u"SZ000858"_s, 9);
@@ -44,6 +46,7 @@ protected:
 
     void collectTheme(const QString& day, const QList<qint64>& counts) {
         runHeat(u"update canshu set today='"_s + day + u" 00:00:00'"_s);
+        clock_.moment = QDateTime(QDate(2026, 11, 1), QTime(10, 0));
         ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings_, pages_,
                       clock_);
         QList<QByteArray> pages;
@@ -68,6 +71,9 @@ TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
               (QStringList{u"/s?wd=5G%20%CD%A8%D0%C5%20&lm=1"_s, u"/s?wd=5G%20%CD%A8%D0%C5%20"_s}));
     const CompaniesJob companies(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
+    store_.run({u"insert into zixuangu(dm) values('SH600519'),('SH600000')"_s});
+    EXPECT_EQ(keys(companies), (QStringList{u"SH600519"_s, u"SZ000858"_s})) << "the watchlist";
+    store_.run({u"delete from zixuangu where dm='SH600519'"_s});
     EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
     EXPECT_EQ(requests(companies, {u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
     const CommoditiesJob commodities(store_.stores, order, settings_, pages_, clock_);
@@ -164,7 +170,7 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(1), results(2)}});
     companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(3), results(4)}});
     EXPECT_EQ(heatRows(u"select riqi,dm,jc,onecishu,allcishu from gongsixinwen"_s),
-              QStringList{u"2026-11-23 00:00:00|SH600519|茅'台|3|4"_s});
+              QStringList{u"2026-11-24 00:00:00|SH600519|茅'台|3|4"_s});
 
     runHeat(u"insert into shopname(shopname,guanzhudu,aboutgegu) values('铜',4,'SH601899')"_s);
     runHeat(u"insert into shophq(shopname,riqi,zongfen) values('铜','2026-11-20 09:00:00',-4)"_s);
@@ -174,7 +180,7 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     commodities.write({u"铜"_s, u"铜"_s}, {0, {page}});
     const QString figures =
         u"zhangzi,shengzi,dazhang,baozhang,diezi,jiangzi,dadie,baodie,zongfen,zhangfu"_s;
-    const QString expected = u"2026-11-23 00:00:00|3|1|1|2|5|2|1|1|1|125"_s;
+    const QString expected = u"2026-11-24 00:00:00|3|1|1|2|5|2|1|1|1|125"_s;
     EXPECT_EQ(heatRows(u"select riqi,"_s + figures + u" from shophq order by riqi"_s).mid(1),
               QStringList{expected});
     EXPECT_EQ(heatRows(u"select riqi,"_s + figures + u",aboutgegu from shopname"_s),
@@ -204,7 +210,7 @@ TEST_F(CollectorJobsTest, WordsOfHeadlinesCompareWithThoseOfHeadlines) {
             u"%1({\"code\":0,\"hitsTotal\":%2,\"result\":{"
             u"\"cmsArticleWebOld\":[%3]}})"_s.arg(call, said.isEmpty() ? u"0"_s : u"9"_s, hits);
         const QByteArray page = (way == 0 ? reply : u"相关结果约1个"_s + said).toUtf8();
-        EXPECT_EQ(job.faultOf(copper, {way, {}}, page), QString());
+        EXPECT_FALSE(job.faultOf(copper, {way, {}}, page));
         EXPECT_FALSE(job.nextRequest(copper, {way, {page}}));
         job.write(copper, {way, {page}});
     };
@@ -222,15 +228,47 @@ TEST_F(CollectorJobsTest, WordsOfHeadlinesCompareWithThoseOfHeadlines) {
                            u"2026-11-23|eastmoney"_s}));
 }
 
-TEST_F(CollectorJobsTest, AnOrderWithoutADayOrARowFallsBackToTheClock) {
-    runHeat(u"update canshu set today='', zidinyinum=7"_s);
-    const RunOrder order = readRunOrder(store_.stores.heat, clock_);
-    EXPECT_EQ(order.day, QDate(2026, 11, 24));
-    EXPECT_EQ(order.customDays, 0) << "the custom period is off";
+TEST_F(CollectorJobsTest, TheDayIsThatOfTheLaunchUnlessThatHasPassed) {
+    const struct {
+        QString today;
+        QDate day;
+    } cases[] = {{u"2026-11-25 00:00:00"_s, QDate(2026, 11, 25)},
+                 {u"2026-11-23 00:00:00"_s, QDate(2026, 11, 24)},
+                 {{}, QDate(2026, 11, 24)}};
+    for (const auto& it : cases) {
+        runHeat(u"update canshu set zidinyinum=7,today="_s + quoted(it.today));
+        const RunOrder order = readRunOrder(store_.stores.heat, clock_);
+        EXPECT_EQ(order.day, it.day);
+        EXPECT_EQ(order.customDays, 0) << "the custom period is off";
+    }
     runHeat(u"update canshu set iszidinyinum=1,zidinyinum=1e300"_s);
     EXPECT_EQ(readRunOrder(store_.stores.heat, clock_).customDays, 0);
     runHeat(u"delete from canshu"_s);
     EXPECT_EQ(readRunOrder(store_.stores.heat, clock_).day, QDate(2026, 11, 24));
+}
+
+TEST_F(CollectorJobsTest, ItemsKnowTheirRowOfTheDayAndWhoCountedThemBefore) {
+    const auto write = [&](int day, const QString& theme, const QString& laiyuan, int days) {
+        CountsWriter(store_.stores.heat, QDate(2026, 11, day))
+            .writeTheme(theme, {{1, 2, 3, days, {laiyuan}}, theme});
+    };
+    write(22, u"白酒"_s, {}, 0);
+    write(23, u"白酒"_s, u"eastmoney"_s, 0);
+    write(23, u"5G(通信)"_s, {}, 0);
+    write(24, u"5G(通信)"_s, u"eastmoney"_s, 0);
+    write(24, u"冷门"_s, {}, 30);
+    const auto known = [&] {
+        QStringList items;
+        const RunOrder order = readRunOrder(store_.stores.heat, clock_);
+        for (const Item& it : ThemesJob(store_.stores, order, settings_, pages_, clock_).items()) {
+            items << it.key + (it.isDone ? u"|done|"_s : u"|"_s) + it.laiyuan.value_or(u"none"_s);
+        }
+        return items;
+    };
+    EXPECT_EQ(known(), (QStringList{u"5G(通信)|done|"_s, u"白酒|eastmoney"_s, u"冷门|none"_s}));
+    runHeat(u"update canshu set iszidinyinum=1,zidinyinum=30"_s);
+    EXPECT_EQ(known(), (QStringList{u"5G(通信)|"_s, u"白酒|eastmoney"_s, u"冷门|done|none"_s}))
+        << "only counts over the same custom days are whole";
 }
 
 TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
@@ -239,7 +277,7 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     store_.addCode(u"SH600001"_s, u"邯郸钢铁"_s, 8, 1);
     store_.addCode(u"SH600003"_s, u"东北高速"_s, 7, 1);
     const Initials initials({{u"银行"_s, u"yh"_s}});
-    CodeTableJob job(store_.stores, clock_, initials, {});
+    CodeTableJob job(store_.stores, clock_, initials, {Service()});
     const QList<Item> items = job.items();
     QStringList all;
     for (const Item& item : items) {
@@ -248,18 +286,17 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     EXPECT_EQ(all.size(), 14000);
     EXPECT_EQ(all.removeDuplicates(), 0);
     EXPECT_TRUE(all.contains(u"sz003999"_s) && all.contains(u"sh689999"_s));
-    EXPECT_TRUE(requests(job, items.first()).first().startsWith(u"sh600000,sh600001,"_s));
+    EXPECT_TRUE(requests(job, items.first()).first().startsWith(u"/list=sh600000,sh600001,"_s));
 
     const Item batch{u"sh600000,sh600001,sh600002,sh600003"_s, {}};
     const auto line = [](const QString& code, const QString& value) {
-        return (u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s).toUtf8();
+        return gbkFromText(u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s);
     };
     const QByteArray page = line(u"sh600000"_s, u"浦发银行,9.1"_s) + line(u"sh600001"_s, {}) +
                             line(u"sh600002"_s, u"齐鲁银行,5"_s) +
                             line(u"sh600003"_s, u"XD东北高,7"_s);
-    EXPECT_EQ(job.faultOf(batch, {}, page), QString());
-    EXPECT_FALSE(job.faultOf(batch, {}, line(u"sh600000"_s, u"浦发银行"_s)).isEmpty())
-        << "it broke off";
+    EXPECT_FALSE(job.faultOf(batch, {}, page));
+    EXPECT_TRUE(job.faultOf(batch, {}, line(u"sh600000"_s, u"浦发银行"_s))) << "it broke off";
     job.write(batch, {0, {page}});
     EXPECT_EQ(store_.rows(u"select dm,numdm,jc,shenmu,sp,newdmtime from dmb order by dm"_s),
               (QStringList{u"SH600000|600000|浦发银行|pfyh|9|null"_s,

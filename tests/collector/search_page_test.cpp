@@ -22,6 +22,8 @@ TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
         {u"警方没有找到凶手"_s.toUtf8(), std::nullopt},
         {u"很抱歉，没有找到与“x”相关的网页"_s.toUtf8(), 0},
         {u"<script>相关结果约5个</script>请输入验证码"_s.toUtf8(), std::nullopt},
+        {u"没有找到相关的网页，请输入验证码"_s.toUtf8(), std::nullopt},
+        {u"相关结果约5个 短信验证码"_s.toUtf8(), 5},
         {u"相关结果约99999999999999999999个"_s.toUtf8(), std::nullopt},
         {QByteArray(), std::nullopt},
     };

@@ -33,11 +33,12 @@ protected:
 
     int number(const QString& query) { return heatRows(query).first().toInt(); }
 
-    void start(QProcess& collector, const QString& word = u"zhuti"_s) {
+    void start(QProcess& collector, const QStringList& words = {u"zhuti"_s}) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere"_s);
         collector.setProcessEnvironment(environment);
-        collector.start(store_.folder() + u"caijiqi"_s, {word});
+        collector.start(store_.folder() + u"caijiqi"_s, words);
         ASSERT_TRUE(collector.waitForStarted()) << collector.errorString().toStdString();
     }
 
@@ -75,16 +76,24 @@ protected:
 
     void runWhole(const QString& day) {
         QProcess whole;
+        const int before = rowsOf(day);
         start(whole);
         meddleUntil(whole, day, themes + 1);
         const QString words = said(whole);
-        const QString all = u"采集完成：共 %1 项，写入 %1 项，跳过 0 项。\n"_s.arg(themes);
+        const QString all =
+            before == themes ? u"今天的 %1 项都已采集过。\n"_s.arg(themes)
+            : before > 0
+                ? u"采集完成：共 %1 项，今天已采集过 %2 项，写入 %3 项，跳过 0 项。\n"_s.arg(themes)
+                      .arg(before)
+                      .arg(themes - before)
+                : u"采集完成：共 %1 项，写入 %1 项，跳过 0 项。\n"_s.arg(themes);
         EXPECT_TRUE(words.startsWith(all)) << words.toStdString();
     }
 
     PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
                            [this] { return now_(); }};
-    QDate day_{2026, 11, 2};
+    // Later than any clock.
+    QDate day_{2099, 11, 2};
     std::function<QDateTime()> now_ = [this] { return QDateTime(day_, QTime(10, 0, 0)); };
     int added_ = 0;
 };
@@ -98,7 +107,7 @@ TEST_F(TwoProcessesTest, NoRowIsLostWhenACollectorIsKilledAndBegunAgain) {
         runWhole(day);
         // A row that takes the place of a former one is never half done.
         QProcess again;
-        start(again);
+        start(again, {u"zhuti"_s, u"--anew"_s});
         for (int turn = 0; turn < 20; ++turn) {
             runHeat(u"insert into shopname(shopname) values('%1')"_s.arg(++added_));
             ASSERT_EQ(rowsOf(day), themes);
@@ -121,13 +130,13 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     write(u"services.ini"_s,
           u"[search]\nhost="_s + market_.host() + u"\n[quote]\nhost="_s + market_.host() + u"\n"_s);
     store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
-    runHeat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    runHeat(u"update canshu set today='2099-11-02 00:00:00'"_s);
     const struct {
         QString word;
         int exitCode;
         QString said;
     } cases[] = {
-        {u"shop"_s, 0, u"采集完成：共 0 项"_s},
+        {u"shop"_s, 0, u"没有要采集的项目"_s},
         {u"gongsi"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
         {u"shop"_s, 0, u"采集完成：共 1 项，写入 1 项"_s},
         {u"gengxindmb"_s, 0, u"采集完成：共 142 项，写入 142 项"_s},
@@ -139,7 +148,7 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
             runHeat(u"update canshu set yinqingurl='nowhere'"_s);
         }
         QProcess collector;
-        start(collector, it.word);
+        start(collector, {it.word});
         ASSERT_TRUE(collector.waitForFinished()) << it.word.toStdString();
         EXPECT_EQ(collector.exitCode(), it.exitCode);
         const QString words = said(collector);
@@ -157,7 +166,7 @@ TEST_F(TwoProcessesTest, HeadlinesAreCountedWhereNoPageIs) {
     const QString section = u"kind=eastmoney\nhost="_s + market_.host();
     const QString one = u"[search]\n"_s + section;
     const QString second = u"[search]\nhost=http://127.0.0.1:1\n[search.2]\n"_s + section;
-    runHeat(u"update canshu set today='2026-11-02 00:00:00',iszidinyinum=1,zidinyinum=30"_s);
+    runHeat(u"update canshu set today='2099-11-02 00:00:00',iszidinyinum=1,zidinyinum=30"_s);
     store_.run({u"delete from dzhzhuti where rowid>12"_s});
     for (const QString& services : {one, second}) {
         runHeat(u"delete from xinwenshul"_s);
@@ -192,7 +201,7 @@ TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTh
         int exitCode;
         QString said;
         QString jc;
-    } cases[] = {{{}, 1, u"写入 0 项，跳过 20 项"_s, u"旧名"_s},
+    } cases[] = {{{}, 3, u"要得太勤，被拒绝（456）），请检查"_s, u"旧名"_s},
                  {second, 0, u"采集完成：共 142 项，写入 142 项"_s, u"浦发银行"_s}};
     for (const auto& it : cases) {
         RawService limiting;
@@ -202,7 +211,7 @@ TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTh
         };
         write(u"services.ini"_s, u"[quote]\nhost="_s + limiting.service().host + u'\n' + it.second);
         QProcess collector;
-        start(collector, u"gengxindmb"_s);
+        start(collector, {u"gengxindmb"_s});
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
         EXPECT_EQ(collector.exitCode(), it.exitCode);
@@ -222,10 +231,11 @@ TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
         start(collector);
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
-        EXPECT_EQ(collector.exitCode(), 1) << what;
+        EXPECT_EQ(collector.exitCode(), 3) << what;
         const QString words = said(collector);
         EXPECT_TRUE(words.startsWith(u"接连没有读到网页，采集提前结束"_s)) << words.toStdString();
-        EXPECT_TRUE(words.contains(u"写入 0 项，跳过 1 项"_s)) << words.toStdString();
+        EXPECT_TRUE(words.contains(u"写入 0 项，跳过 1 项，没有采集 59 项"_s))
+            << words.toStdString();
     };
     expectGivenUp(u"http://127.0.0.1:1"_s, "dead");
     for (const auto& manners :
@@ -237,12 +247,48 @@ TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
     }
 }
 
+TEST_F(TwoProcessesTest, ARunThatWritesNothingEndsEarlyAndIsNotComplete) {
+    const struct {
+        const char* what;
+        QString pages;  // of caijiqi.ini
+        QString trigger;
+        QString said;
+        int most;  // pages asked for
+    } cases[] = {
+        {"no page can be read",
+         u"[page]\nresults=no(.)\n"_s,
+         {},
+         u"接连没有读到网页，采集提前结束（网页里没有要找的内容）"_s,
+         20},
+        {"a store that refuses each row",
+         {},
+         u"create trigger no before insert on xinwenshul begin select raise(abort,'no'); end"_s,
+         u"采集库接连不能写入，采集提前结束"_s,
+         40},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.what);
+        const qsizetype before = market_.requests().size();
+        write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=9\n"_s + it.pages);
+        if (!it.trigger.isEmpty()) {
+            runHeat(it.trigger);
+        }
+        QProcess collector;
+        start(collector);
+        ASSERT_TRUE(collector.waitForFinished());
+        EXPECT_EQ(collector.exitCode(), 3);
+        const QString words = said(collector);
+        EXPECT_TRUE(words.startsWith(it.said)) << words.toStdString();
+        EXPECT_EQ(market_.requests().size() - before, it.most);
+    }
+}
+
 TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRun) {
     write(u"caijiqi.ini"_s, u"[pace]\npause=0.3\nrandom=0\n"_s);
-    runHeat(u"update canshu set today='2026-11-02 00:00:00'"_s);
+    runHeat(u"update canshu set today='2099-11-02 00:00:00'"_s);
     QProcess first;
     start(first);
-    meddleUntil(first, u"2026-11-02"_s, 1);
+    meddleUntil(first, u"2099-11-02"_s, 1);
     QProcess second;
     start(second);
     ASSERT_TRUE(second.waitForFinished());

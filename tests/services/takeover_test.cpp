@@ -201,9 +201,14 @@ protected:
             store_.addMember(u"主题"_s + dm, dm, 5);
         }
         runHeat(u"delete from xinwenshul"_s);
+        // Both share what nobody has counted before; what the first one has counted stays with it.
+        const CountsWriter before(store_.stores.heat, clock_.now().date().addDays(-1));
+        for (const QString& dm : fewStocks()) {
+            before.writeTheme(u"主题"_s + dm, {{0, 0, 0, 0, {services_.first().kind}}, dm});
+        }
         ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings_, services_,
                       clock_);
-        Collection collection(job, store_.stores.heat, http_, clock_, pacing_, noWait_);
+        Collection collection(job, store_.stores.heat, http_, clock_, pacing_, turn_);
         collection.begin();
         endOf(collection.run({}));
     }
@@ -215,6 +220,9 @@ protected:
     QList<Service> services_;
     TwoServices two_;
     Wait noWait_ = [](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> { co_return; };
+    Wait turn_ = [](std::chrono::milliseconds, std::stop_token stop) {
+        return pause(std::chrono::milliseconds(0), stop);
+    };
     PoliteHttp http_{two_, clock_, noWait_};
     QuoteFeed quoteFeed_{store_.stores, globals_, clock_,
                          QuoteSource(http_, clock_, two_.ofKinds(u"sina"_s, u"tencent"_s))};
