@@ -1,9 +1,12 @@
 #include "collector/collector_settings.h"
 
+#include <QFile>
 #include <algorithm>
 
 #include "base/activity.h"
+#include "base/files.h"
 #include "base/values.h"
+#include "collector/settings_check.h"
 #include "formats/ini_file.h"
 
 namespace guanchao {
@@ -89,6 +92,30 @@ private:
     IniFile ini_;
 };
 
+const KnownEntries known = {
+    {u"period"_s, {u"one"_s, u"all"_s, u"custom"_s}},
+    {u"page"_s, {u"results"_s, u"none"_s, u"person"_s}},
+    {u"weights"_s,
+     {u"zhangzi"_s, u"shengzi"_s, u"dazhang"_s, u"baozhang"_s, u"diezi"_s, u"jiangzi"_s, u"dadie"_s,
+      u"baodie"_s}},
+    {u"pace"_s, {u"pause"_s, u"random"_s, u"retries"_s, u"giveup"_s, u"timeout"_s, u"pages"_s}},
+};
+
+void checkLines(const QString& iniPath) {
+    QFile file(iniPath);
+    if (!file.exists()) {
+        return;
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw OperationError(u"caijiqi.ini 不能读取（%1）。"_s.arg(reasonOf(file)));
+    }
+    const QStringList complaints = complaintsOf(file.readAll(), known);
+    if (!complaints.isEmpty()) {
+        throw OperationError(u"caijiqi.ini 里有看不懂的地方，请改好后再采集：\n"_s +
+                             complaints.join(u'\n'));
+    }
+}
+
 void readWeights(const Reader& reader, ScoreWeights& weights) {
     reader.weight(u"zhangzi"_s, weights.zhangzi);
     reader.weight(u"shengzi"_s, weights.shengzi);
@@ -103,6 +130,7 @@ void readWeights(const Reader& reader, ScoreWeights& weights) {
 }  // namespace
 
 CollectorSettings readCollectorSettings(const QString& iniPath) {
+    checkLines(iniPath);
     const Reader reader(iniPath);
     CollectorSettings settings;
     reader.text(u"period"_s, u"one"_s, settings.onePeriod);
