@@ -69,7 +69,7 @@ void CollectorProgram::openRun(Scope scope) {
     window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, clock_,
                                                 job_->title());
     window_->ended = [this] { end(); };
-    window_->anew = [this] { beginAnew(); };
+    window_->again = [this](Scope wanted) { beginAgain(wanted); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
     WindowMemory(folder_ + u"界面.ini"_s).place(*window_);
     if (order_.windowWanted) {
@@ -79,14 +79,15 @@ void CollectorProgram::openRun(Scope scope) {
     QTimer::singleShot(0, window_.get(), [this] { window_->start(); });
 }
 
-// On a later day than the run before its rows are those of the later day.
-void CollectorProgram::beginAnew() {
-    QTimer::singleShot(0, &application_, [this] {
-        application_.guard([this] {
-            const Activity activity(u"重新采集"_s);
+// On a later day than the run before its rows are those of the later day. Not before the window has
+// done with the click: it goes.
+void CollectorProgram::beginAgain(Scope scope) {
+    QTimer::singleShot(0, &application_, [this, scope] {
+        application_.guard([this, scope] {
+            const Activity activity(u"再次采集"_s);
             order_ = readRunOrder(stores_.heat, clock_);
             window_.reset();
-            openRun(Scope::all);
+            openRun(scope);
         });
     });
 }

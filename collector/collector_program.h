@@ -32,7 +32,7 @@ public:
 private:
     void begin(Scope scope);
     void openRun(Scope scope);
-    void beginAnew();
+    void beginAgain(Scope scope);
     void lockStore();
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob();

@@ -18,10 +18,10 @@ constexpr int reasonColumn = 3;
 const QStringList headers = {u"序号"_s, u"项目"_s, u"状态"_s, u"原因"_s};
 constexpr int widths[] = {700, 2700, 1500, 2700};
 
-QString stateText(ItemState state) {
+QString stateText(ItemState state, bool hasEnded) {
     switch (state) {
         case ItemState::waiting:
-            return u"等待"_s;
+            return hasEnded ? u"没有采集"_s : u"等待"_s;
         case ItemState::done:
             return u"今天已采集"_s;
         case ItemState::asking:
@@ -29,7 +29,7 @@ QString stateText(ItemState state) {
         case ItemState::written:
             return u"已写入"_s;
         case ItemState::failed:
-            return u"失败，稍后再试"_s;
+            return hasEnded ? u"失败"_s : u"失败，稍后再试"_s;
         case ItemState::skipped:
             return u"已跳过"_s;
     }
@@ -67,12 +67,14 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
     connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
-    connect(ui_->anewButton, &QPushButton::clicked, this, [this] { anew(); });
+    connect(ui_->anewButton, &QPushButton::clicked, this, [this] { again(Scope::all); });
+    connect(ui_->goOnButton, &QPushButton::clicked, this, [this] { again(Scope::rest); });
     connect(ui_->closeButton, &QPushButton::clicked, this, &QDialog::close);
     connect(&second_, &QTimer::timeout, this, &CollectorWindow::showFigures);
     collection_.changed = [this](qsizetype item) { showChanged(item); };
-    ui_->anewButton->hide();
-    ui_->closeButton->hide();
+    for (QPushButton* button : {ui_->goOnButton, ui_->anewButton, ui_->closeButton}) {
+        button->hide();
+    }
     showItems();
     showFigures();
 }
@@ -143,7 +145,7 @@ void CollectorWindow::showItems() {
 void CollectorWindow::showItem(qsizetype item) {
     const Collection::Progress& progress = collection_.items()[item];
     const int row = static_cast<int>(item) + 1;
-    grid_.setTextMatrix(row, stateColumn, stateText(progress.state));
+    grid_.setTextMatrix(row, stateColumn, stateText(progress.state, collection_.hasEnded()));
     grid_.setTextMatrix(row, reasonColumn, progress.reason);
     for (const int col : {stateColumn, reasonColumn}) {
         grid_.setCellForeColor(row, col, stateColour(progress.state));
@@ -175,12 +177,12 @@ void CollectorWindow::showFigures() {
     ui_->progressBar->setFormat(tally.items > 0 ? u"%v / %m"_s : u"没有要采集的项目"_s);
     ui_->stateLabel->setText(collection_.summary());
     ui_->progressLabel->setText(tally.progressWords());
-    ui_->paceLabel->setText(tally.paceWords(clock_.now()));
+    const QString pace = tally.paceWords(clock_.now());
+    ui_->paceLabel->setText(pace.isEmpty() ? u"还估计不出要多久"_s : pace);
+    ui_->paceLabel->setVisible(!collection_.hasEnded());
     ui_->waitLabel->setText(collection_.waitWords());
-    ui_->failuresLabel->setText(tally.failureWords());
-    for (QLabel* label : {ui_->paceLabel, ui_->waitLabel, ui_->failuresLabel}) {
-        label->setVisible(!label->text().isEmpty());
-    }
+    ui_->waitLabel->setVisible(!collection_.hasEnded());
+    ui_->failuresLabel->setText(tally.failures.isEmpty() ? u"没有失败"_s : tally.failureWords());
     showSkipped(tally.skipped);
 }
 
@@ -196,10 +198,16 @@ void CollectorWindow::showSkipped(const QStringList& names) {
 void CollectorWindow::showEnd() {
     second_.stop();
     showFigures();
+    for (qsizetype item = 0; item < collection_.items().size(); ++item) {
+        showItem(item);
+    }
     ui_->pauseButton->hide();
     ui_->stopButton->hide();
+    const RunTally tally = collection_.tally();
+    ui_->goOnButton->setVisible(tally.before + tally.written < tally.items);
     ui_->anewButton->show();
     ui_->closeButton->show();
+    ui_->closeButton->setDefault(true);
     ui_->closeButton->setFocus();
     if (ended) {
         ended();

@@ -33,8 +33,8 @@ public:
 
     // Called when the run has ended.
     std::function<void()> ended;
-    // Called when the user wants all items again; the window may go in it.
-    std::function<void()> anew;
+    // Called when the user wants another run once this one has ended.
+    std::function<void(Scope)> again;
 
 protected:
     // Closing ends a run, after a question; a request at hand is broken off first.

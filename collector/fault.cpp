@@ -7,6 +7,7 @@
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -45,10 +46,14 @@ QString faultName(FaultKind kind) {
 }
 
 Fault faultOf(const HttpReply& reply, const QDateTime& now) {
-    const qint64 longest = std::chrono::milliseconds(longerThanARest).count();
-    const qint64 rest = reply.until.isValid() ? now.msecsTo(reply.until) : 0;
-    return {kindOf(reply.outcome), u"网页没有读到："_s + failureWords(reply),
-            std::chrono::milliseconds(std::clamp<qint64>(rest, 0, longest))};
+    const QString words = u"网页没有读到："_s + failureWords(reply);
+    const std::chrono::milliseconds longest = longerThanARest;
+    if (reply.outcome == HttpReply::Outcome::resting) {
+        const std::chrono::milliseconds left(now.msecsTo(reply.until));
+        return {FaultKind::limited, words, std::clamp(left, 0ms, longest)};
+    }
+    const bool isLimited = reply.outcome == HttpReply::Outcome::limited;
+    return {kindOf(reply.outcome), words, isLimited ? longest : 0ms};
 }
 
 Fault faultOfText(const QString& text, const QRegularExpression& person, const QString& words) {

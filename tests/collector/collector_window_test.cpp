@@ -40,7 +40,7 @@ protected:
                                                     job_->title());
         form_ = window_.get();
         window_->ended = [this] { ++ends_; };
-        window_->anew = [this] { ++anew_; };
+        window_->again = [this](Scope scope) { again_ << scope; };
         window_->show();
     }
 
@@ -66,7 +66,7 @@ protected:
     std::unique_ptr<Collection> collection_;
     SystemClock time_;
     int ends_ = 0;
-    int anew_ = 0;
+    QList<Scope> again_;
     std::unique_ptr<CollectorWindow> window_;
 };
 
@@ -83,8 +83,9 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
     EXPECT_FALSE(button(u"stopButton"_s)->isVisible());
     EXPECT_EQ(unnamedControls(*window_), QStringList());
+    click(u"goOnButton"_s);
     click(u"anewButton"_s);
-    EXPECT_EQ(anew_, 1);
+    EXPECT_EQ(again_, (QList<Scope>{Scope::rest, Scope::all}));
     EXPECT_TRUE(button(u"closeButton"_s)->hasFocus() || !window_->isActiveWindow());
     click(u"closeButton"_s);
     EXPECT_FALSE(window_->isVisible());
