@@ -25,15 +25,16 @@ std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, q
     return std::chrono::ceil<std::chrono::seconds>(left);
 }
 
+QString timeLeftWords(std::chrono::seconds left) {
+    if (left <= std::chrono::minutes(1)) {
+        return u"剩余约 %1 秒"_s.arg(left.count());
+    }
+    return u"剩余约 %1 分钟"_s.arg(std::chrono::ceil<std::chrono::minutes>(left).count());
+}
+
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total) {
     const std::optional<std::chrono::seconds> left = timeLeft(elapsed, done, total);
-    if (!left) {
-        return {};
-    }
-    if (*left <= std::chrono::minutes(1)) {
-        return u"剩余约 %1 秒"_s.arg(left->count());
-    }
-    return u"剩余约 %1 分钟"_s.arg(std::chrono::ceil<std::chrono::minutes>(*left).count());
+    return left ? timeLeftWords(*left) : QString();
 }
 
 }  // namespace guanchao

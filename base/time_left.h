@@ -11,7 +11,10 @@ namespace guanchao {
 std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, qint64 done,
                                              qint64 total);
 
-// "剩余约 12 秒" or "剩余约 3 分钟", rounded up. Empty where the time left can't be told.
+// "剩余约 12 秒" or "剩余约 3 分钟", rounded up.
+QString timeLeftWords(std::chrono::seconds left);
+
+// The same; empty where the time left can't be told.
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total);
 
 }  // namespace guanchao

@@ -96,6 +96,7 @@ private:
     void settle();
     bool isTurnOf(Lane& lane);
     std::chrono::milliseconds untilTurnOf(const Lane& lane) const;
+    std::chrono::milliseconds untilNextTurn() const;
     QCoro::Task<> advance(size_t at, std::stop_token stop);
     QCoro::Task<> readPage(size_t at, std::stop_token stop);
     void takePage(Lane& lane, const QByteArray& page);

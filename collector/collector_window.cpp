@@ -176,10 +176,9 @@ void CollectorWindow::showFigures() {
     ui_->progressBar->setValue(tally.settled());
     ui_->progressBar->setFormat(tally.items > 0 ? u"%v / %m"_s : u"没有要采集的项目"_s);
     ui_->stateLabel->setText(collection_.summary());
-    ui_->progressLabel->setText(tally.progressWords());
-    const QString pace = tally.paceWords(clock_.now());
-    ui_->paceLabel->setText(pace.isEmpty() ? u"还估计不出要多久"_s : pace);
-    ui_->paceLabel->setVisible(!collection_.hasEnded());
+    const QString pace = collection_.hasEnded() ? QString() : tally.paceWords(clock_.now());
+    ui_->progressLabel->setText(tally.progressWords() +
+                                (pace.isEmpty() ? QString() : u'；' + pace));
     ui_->waitLabel->setText(collection_.waitWords());
     ui_->waitLabel->setVisible(!collection_.hasEnded());
     ui_->failuresLabel->setText(tally.failures.isEmpty() ? u"没有失败"_s : tally.failureWords());

@@ -39,16 +39,16 @@ QString RunTally::progressWords() const {
 }
 
 QString RunTally::paceWords(const QDateTime& now) const {
-    const auto time = timeLeft(worked, settled() - before, items - before);
-    if (!time) {
+    const auto work = timeLeft(worked, settled() - before, items - before);
+    if (!work) {
         return {};
     }
+    const std::chrono::seconds time = *work + std::chrono::ceil<std::chrono::seconds>(wait);
     const double minutes = std::chrono::duration<double>(worked).count() / secondsOfAMinute;
-    const QDateTime end = now.addDuration(*time);
+    const QDateTime end = now.addDuration(time);
     const bool isToday = end.date() == now.date();
     return u"每分钟 %1 页，%2，预计 %3 完成"_s.arg(std::round(pages / minutes))
-        .arg(timeLeftWords(worked, settled() - before, items - before),
-             end.toString(isToday ? u"HH:mm"_s : u"M月d日 HH:mm"_s));
+        .arg(timeLeftWords(time), end.toString(isToday ? u"HH:mm"_s : u"M月d日 HH:mm"_s));
 }
 
 }  // namespace guanchao

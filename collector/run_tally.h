@@ -18,6 +18,7 @@ struct RunTally {
     QStringList skipped;                  // their names
     QMap<FaultKind, int> failures;        // tries, those that were mended later too
     std::chrono::milliseconds worked{0};  // without pauses
+    std::chrono::milliseconds wait{0};    // until anything is asked for again
 
     int settled() const { return before + written + static_cast<int>(skipped.size()); }
     int left() const { return items - settled(); }
@@ -28,7 +29,7 @@ struct RunTally {
     QString failureWords() const;
     // 已完成 12 / 60 项，剩余 48 项；读到 36 页，写入 12 行.
     QString progressWords() const;
-    // 每分钟 14 页，剩余约 4 分钟，预计 14:35 完成; what can't be told yet is left out.
+    // 每分钟 14 页，剩余约 4 分钟，预计 14:35 完成; empty as long as that can't be told.
     QString paceWords(const QDateTime& now) const;
 };
 

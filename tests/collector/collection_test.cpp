@@ -351,7 +351,7 @@ TEST_F(CollectionTest, PaceAndEndAreToldByTheTimeOfWorkAlone) {
         }
     };
     runToTheEnd();
-    EXPECT_EQ(pace, u"每分钟 12 页，剩余约 30 秒，预计 23:59 完成"_s);
+    EXPECT_EQ(pace, u"每分钟 12 页，剩余约 32 秒，预计 23:59 完成"_s);
 }
 
 TEST_F(CollectionTest, AStopEndsTheRunWhereverItWaits) {
