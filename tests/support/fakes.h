@@ -148,6 +148,9 @@ struct FakeHttp : HttpClient {
             onGet();
         }
         endIfStopped(stop);
+        if (const std::optional<HttpReply> reply = instead ? instead(path) : std::nullopt) {
+            co_return HttpReply(*reply);
+        }
         if (client) {
             const HttpReply reply = co_await client->get(service, path, stop);
             co_return reply;
@@ -163,8 +166,9 @@ struct FakeHttp : HttpClient {
     }
 
     std::unique_ptr<HttpClient> client;  // a real one, for a service at a real address
-    std::function<void()> onGet;         // what happens while a request is under way
-    std::shared_ptr<Later<bool>> gate;   // the next request waits for it
+    std::function<std::optional<HttpReply>(const QString& path)> instead;  // of all others
+    std::function<void()> onGet;        // what happens while a request is under way
+    std::shared_ptr<Later<bool>> gate;  // the next request waits for it
     QStringList paths;
     QStringList addresses;  // with the host of the service
     std::function<std::optional<QByteArray>(const QString& path)> answer;

@@ -16,6 +16,17 @@ T outcomeOf(const QCoro::Task<T>& task) {
     return task.operator co_await().await_resume();
 }
 
+// What a step raises that can't be done.
+template <typename Failure, typename Step>
+Failure raisedBy(const Step& step) {
+    try {
+        step();
+    } catch (const Failure& raised) {
+        return raised;
+    }
+    throw std::logic_error("the step was done");
+}
+
 // Events happen until it is so.
 template <typename Condition>
 void until(const Condition& isSo) {

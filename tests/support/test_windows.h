@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTimerEvent>
+#include <QTreeWidget>
 #include <QWidget>
 
 #include "grid/grid_view.h"
@@ -81,6 +82,21 @@ inline void clickHeader(const GridView& view, int col) {
 
 inline ResultGrid& gridOf(const GridView& view) {
     return *static_cast<ResultGrid*>(view.model());
+}
+
+// The rows of a tree, their cells joined by "|"; ticked ones with a star.
+inline QStringList rowTexts(const QTreeWidget& tree) {
+    QStringList rows;
+    for (int at = 0; at < tree.topLevelItemCount(); ++at) {
+        const QTreeWidgetItem& item = *tree.topLevelItem(at);
+        QStringList cells;
+        for (int col = 0; col < tree.columnCount(); ++col) {
+            cells << item.text(col);
+        }
+        const bool ticked = item.checkState(0) == Qt::Checked;
+        rows << (ticked ? QStringLiteral("*") : QString()) + cells.join(u'|');
+    }
+    return rows;
 }
 
 // What the event loop under a question or inside a run does with windows that were closed there.

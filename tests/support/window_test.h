@@ -2,8 +2,12 @@
 // their names.
 #pragma once
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPointer>
+#include <QProgressBar>
 
 #include "app/desktop.h"
 #include "frame/environment.h"
