@@ -1,7 +1,6 @@
 #include "market/candle_source.h"
 
 #include "research/history_candles.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 

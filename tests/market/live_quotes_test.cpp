@@ -1,6 +1,5 @@
 #include "market/live_quotes.h"
 
-#include <QFileInfo>
 #include <algorithm>
 
 #include "base/activity.h"
@@ -366,6 +365,25 @@ TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
     second->deliver(true);
     EXPECT_EQ(http_.paths.size(), asked);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
+}
+
+TEST_F(LiveQuotesTest, TheStockIsShownAndPolledWhileAllElseHangsAndAStopEndsWhatHangs) {
+    QList<std::shared_ptr<Later<bool>>> held;
+    http_.onGet = [&] {
+        held << std::make_shared<Later<bool>>();
+        http_.gate = http_.paths.last() == u"/list=sh600000"_s ? nullptr : held.last();
+    };
+    quotes_.start(u"SH600000"_s);
+    EXPECT_TRUE(screen_.shown.contains(u"浦发银行 5% -"_s));
+    EXPECT_TRUE(screen_.polling);
+    EXPECT_FALSE(screen_.loading.isEmpty());
+    http_.paths.clear();
+    globals_.jiaoyishiduan = 1;
+    quotes_.poll();
+    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000"_s});
+    quotes_.stop();
+    EXPECT_TRUE(screen_.loading.isEmpty());
+    EXPECT_TRUE(screen_.polling) << "what was stopped is what hung";
 }
 
 TEST_F(LiveQuotesTest, TheMeanIsThatOfTheLastTenDaysInAnyOrder) {

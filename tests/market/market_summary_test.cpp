@@ -22,12 +22,9 @@ protected:
 
 TEST_F(MarketSummaryTest, LimitsAreThoseOfTheBoardAndInWholeCents) {
     const struct {
-        QString dm;
-        QString jc;
-        double latest;
-        double change;
-        int up;
-        int down;
+        QString dm, jc;
+        double latest, change;
+        int up, down;
     } cases[] = {
         {u"SH600001"_s, u"甲"_s, 11, 1, 1, 0},
         {u"SH600001"_s, u"甲"_s, 10.99, 0.99, 0, 0},
@@ -51,7 +48,6 @@ TEST_F(MarketSummaryTest, LimitsAreThoseOfTheBoardAndInWholeCents) {
 }
 
 TEST_F(MarketSummaryTest, CountsStocksThatAreListedAndHaveAPrice) {
-    store_.run({u"delete from dmb"_s});
     add(u"SH000001"_s, u"上证指数"_s, 3000, 12, 9e11);
     add(u"SH600001"_s, u"涨"_s, 10, 0.1, 3e8);
     add(u"SH600002"_s, u"平"_s, 10, 0, 1e8);
@@ -59,15 +55,11 @@ TEST_F(MarketSummaryTest, CountsStocksThatAreListedAndHaveAPrice) {
     add(u"SH600004"_s, u"停"_s, 0, 0);
     add(u"SH600005"_s, u"退"_s, 5, 1, 7e8);
     store_.run({u"insert into dmb(dm,jc,sp,zhangjine) values('SH600006','空',null,null)"_s});
-    {
-        Connection store = store_.stores.main.open();
-        markDelisted(store, u"SH600005"_s, u"2026-11-24 10:00:00"_s);
-    }
+    Connection store = store_.stores.main.open();
+    markDelisted(store, u"SH600005"_s, u"2026-11-24 10:00:00"_s);
     const MarketSummary market = read();
-    EXPECT_EQ(market.rising, 1);
-    EXPECT_EQ(market.level, 1);
-    EXPECT_EQ(market.falling, 1);
-    EXPECT_EQ(market.suspended, 2);
+    EXPECT_EQ((QList<int>{market.rising, market.level, market.falling, market.suspended}),
+              (QList<int>{1, 1, 1, 2}));
     EXPECT_EQ(market.turnover, 6e8);
     ASSERT_EQ(market.indexes.size(), 1);
     EXPECT_EQ(market.indexes.constFirst().gain, 12);

@@ -272,21 +272,6 @@ TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
     EXPECT_EQ(updatedCodes(), 600);
 }
 
-TEST_F(QuoteRunTest, AStopLeavesWhatWasWritten) {
-    addCodes(300);
-    Runs runs(failures_);
-    http_.onGet = [&] {
-        if (http_.paths.size() == 2) {
-            runs.stop();
-        }
-    };
-    runs.start([this](std::stop_token stop) -> QCoro::Task<> { co_await run_.run(report_, stop); });
-    EXPECT_FALSE(runs.running());
-    EXPECT_EQ(updatedCodes(), 99) << "the batch that was written stays";
-    EXPECT_EQ(hqtime(), QStringList{u"2026-11-02 15:00:00"_s});
-    EXPECT_TRUE(failures_.texts.isEmpty());
-}
-
 TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {
     store_.run({u"delete from dmb"_s,
                 u"insert into dmb(dm) values('SH000001'),('SH000300'),('SZ399001'),('SH600000'),"
