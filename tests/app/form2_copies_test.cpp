@@ -1,10 +1,6 @@
-#include <QCheckBox>
-#include <QProgressBar>
-
 #include "base/worker.h"
 #include "exchange/form_restore.h"
 #include "tests/app/form2_fixture.h"
-#include "tests/support/files.h"
 
 namespace guanchao {
 

@@ -1,4 +1,3 @@
-#include <QDir>
 #include <QScopeGuard>
 
 #include "app/maintenance.h"

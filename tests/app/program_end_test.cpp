@@ -1,6 +1,5 @@
 #include "app/program_end.h"
 
-#include "tests/support/files.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 

@@ -2,8 +2,6 @@
 
 #include "platform/qt_http_client.h"
 #include "tests/app/form2_fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "tools/practice_market/practice_market.h"
 #include "utilities/form34.h"
 

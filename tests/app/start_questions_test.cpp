@@ -2,9 +2,7 @@
 #include "platform/qt_http_client.h"
 #include "services/standard_file.h"
 #include "tests/app/form2_fixture.h"
-#include "tests/support/files.h"
 #include "tests/support/former_services.h"
-#include "tests/support/outcome_of.h"
 #include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
