@@ -1,7 +1,3 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QListWidget>
-
 #include "app/alarm_banner.h"
 #include "app/form2.h"
 #include "monitor/form4.h"
