@@ -1,16 +1,18 @@
 #include "services/day_bars.h"
 
+#include "platform/qt_http_client.h"
 #include "services/bar_check.h"
 #include "services/polite_http.h"
-#include "tests/support/evening_market.h"
+#include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/raw_service.h"
 #include "tools/practice_market/practice_events.h"
+#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
 // Each as "date open high low close volume", or the fault.
-static QStringList words(const ReadBars& read) {
+static QString words(const ReadBars& read) {
     QStringList texts;
     for (const DayBar& it : read.bars) {
         texts << u"%1 %2 %3 %4 %5 %6"_s.arg(it.day.toString(Qt::ISODate))
@@ -20,34 +22,31 @@ static QStringList words(const ReadBars& read) {
                      .arg(it.closeText)
                      .arg(it.volume, 0, 'f', 0);
     }
-    return read.fault.isEmpty() ? texts : QStringList{read.fault};
+    return read.fault.isEmpty() ? texts.join(u'|') : read.fault;
 }
 
 TEST(DayBarsTest, AsksAsEachKindWantsIt) {
     const QDateTime now(QDate(2026, 11, 24), QTime(10, 0));
-    const QString csvDays = u"&a=1&b=1&c=2025&d=11&e=31&f=2026&g=d&ignore=.csv"_s;
     const QDate first(2025, 2, 1), last(2026, 12, 31);
+    const QString csv = u"/table.csv?s=%1&a=1&b=1&c=2025&d=11&e=31&f=2026&g=d&ignore=.csv"_s;
+    const QString sina =
+        u"/quotes_service/api/json_v2.php/CN_MarketData.getKLineData?symbol=sh600036&scale=240"
+        u"&ma=no&datalen=475"_s;
+    const QString tencent =
+        u"/appstock/app/fqkline/get?param=sh600519,day,2025-02-01,2026-12-31,640,"_s;
+    const QString eastmoney =
+        u"/api/qt/stock/kline/get?secid=0.000001&klt=101&fqt=0&beg=20250201&end=20261231&lmt=5000"
+        u"&fields1=f1,f2,f3,f4,f5,f6&fields2=f51,f52,f53,f54,f55,f56,f57,f58,f59,f60,f61"_s;
     const struct {
-        QString kind, dm;
-        QStringList paths;
-    } cases[] = {
-        {u"csv"_s, u"SH000001"_s, {u"/table.csv?s=000001.ss"_s + csvDays}},
-        {u"csv"_s, u"sh600000"_s, {u"/table.csv?s=600000.ss"_s + csvDays}},
-        {u"csv"_s, u"Sh600000"_s, {u"/table.csv?s=600000.sz"_s + csvDays}},
-        {u"sina"_s,
-         u"SH600036"_s,
-         {u"/quotes_service/api/json_v2.php/CN_MarketData.getKLineData?symbol=sh600036&scale=240"
-          u"&ma=no&datalen=475"_s}},
-        {u"tencent"_s,
-         u"SH600519"_s,
-         {u"/appstock/app/fqkline/get?param=sh600519,day,2025-02-01,2026-12-31,640,"_s}},
-        {u"eastmoney"_s,
-         u"SZ000001"_s,
-         {u"/api/qt/stock/kline/get?secid=0.000001&klt=101&fqt=0&beg=20250201&end=20261231&lmt=5000"
-          u"&fields1=f1,f2,f3,f4,f5,f6&fields2=f51,f52,f53,f54,f55,f56,f57,f58,f59,f60,f61"_s}},
-    };
+        QString kind, dm, path;
+    } cases[] = {{u"csv"_s, u"SH000001"_s, csv.arg(u"000001.ss"_s)},
+                 {u"csv"_s, u"sh600000"_s, csv.arg(u"600000.ss"_s)},
+                 {u"csv"_s, u"Sh600000"_s, csv.arg(u"600000.sz"_s)},
+                 {u"sina"_s, u"SH600036"_s, sina},
+                 {u"tencent"_s, u"SH600519"_s, tencent},
+                 {u"eastmoney"_s, u"SZ000001"_s, eastmoney}};
     for (const auto& it : cases) {
-        EXPECT_EQ(barKind(it.kind)->paths({it.dm, first, last, now}), it.paths);
+        EXPECT_EQ(barKind(it.kind)->paths({it.dm, first, last, now}), QStringList{it.path});
     }
     const QStringList parts =
         barKind(u"tencent"_s)->paths({u"SH600519"_s, {2020, 1, 1}, {2026, 11, 24}, now});
@@ -61,24 +60,24 @@ TEST(DayBarsTest, CsvTakesTheLinesThatAreDays) {
     const QByteArray header = "Date,Open,High,Low,Close,Volume,Adj Close\n";
     const QByteArray newer = "2026-11-20,10,11,9,10.50,700,10.50\n";
     const QByteArray older = "2026-11-19,9,10,8,9.000,600,9.000\n";
-    const QStringList both = {u"2026-11-19 9 10 8 9.000 600"_s, u"2026-11-20 10 11 9 10.50 700"_s};
+    const QString both = u"2026-11-19 9 10 8 9.000 600|2026-11-20 10 11 9 10.50 700"_s;
+    const QString none;
     const struct {
         const char* name;
         QByteArray reply;
-        QStringList days;
+        QString days;
     } cases[] = {
         {"oldest first", header + newer + older, both},
         {"line ends of another system", QByteArray(header + newer + older).replace("\n", "\r\n"),
          both},
-        {"one day is too short", header + newer, {}},
-        {"two days without a last line feed", QByteArray(header + newer + older).chopped(1), {}},
+        {"one day is too short", header + newer, none},
+        {"two days without a last line feed", QByteArray(header + newer + older).chopped(1), none},
         {"four fields are no day", header + newer + "2026-11-18,1,2,3\n" + older, both},
-        {"five fields have no volume",
-         header + "2026-11-20,1,2,3,4\n2026-11-19,1,2,3,5\n",
-         {u"2026-11-19 1 2 3 5 0"_s, u"2026-11-20 1 2 3 4 0"_s}},
+        {"five fields have no volume", header + "2026-11-20,1,2,3,4\n2026-11-19,1,2,3,5\n",
+         u"2026-11-19 1 2 3 5 0|2026-11-20 1 2 3 4 0"_s},
         {"a close that is no number", header + newer + "2026-11-18,1,2,3,null,4\n" + older, both},
-        {"a page of HTML", "<html>\n<p>a,b,1,2,3,4\n<p>c,d,1,2,4,4\n</html>\n", {noBars}},
-        {"nothing", {}, {noBars}},
+        {"a page of HTML", "<html>\n<p>a,b,1,2,3,4\n<p>c,d,1,2,4,4\n</html>\n", noBars},
+        {"nothing", QByteArray(), noBars},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(words(barKind(u"csv"_s)->read(it.reply, {})), it.days) << it.name;
@@ -87,53 +86,45 @@ TEST(DayBarsTest, CsvTakesTheLinesThatAreDays) {
 
 TEST(DayBarsTest, ReadsTheShapesOfEachKind) {
     const QString day = u"2026-11-20 10.1 11 9 10.500 70000"_s;
-    const QByteArray tencentRow = R"(["2026-11-20","10.1","10.500","11","9","700.00"])";
+    const QString sina = u"sina"_s, tencent = u"tencent"_s, eastmoney = u"eastmoney"_s;
+    const QByteArray loose =
+        "[{day:'2026-11-20',open:'10.1', high:'11',low:'9',close:'10.500',volume:'70000'}]";
+    const QByteArray strict =
+        R"([{"day":"2026-11-20","open":"10.1","high":"11","low":"9","close":"10.500",)"
+        R"("volume":"70000"}])";
+    const auto ofTencent = [](const QByteArray& code, const QByteArray& rows) -> QByteArray {
+        return R"({"code":0,"msg":"","data":{")" + code + R"(":{"day":[)" + rows +
+               R"(],"qt":{}}}})";
+    };
+    const QByteArray row = R"(["2026-11-20","10.1","10.500","11","9","700.00"])";
+    const QByteArray wrapped =
+        R"(["2026-11-19",{"a":1},"9","9","9","1"],)" + row.chopped(1) + R"(,{"nd":"2025"}])";
+    const auto ofEastmoney = [](const QByteArray& market) -> QByteArray {
+        return R"({"rc":0,"data":{"code":"600000","market":)" + market +
+               R"(,"klines":["2026-11-20,10.1,10.500,11,9,700,1234.5,1,1,1,1"]}})";
+    };
     const struct {
         const char* name;
         QString kind;
         QByteArray reply;
-        QStringList days;
+        QString days;
     } cases[] = {
-        {"strict",
-         u"sina"_s,
-         R"([{"day":"2026-11-20","open":"10.1","high":"11","low":"9","close":"10.500",)"
-         R"("volume":"70000"}])",
-         {day}},
-        {"JavaScript's keys and quotes",
-         u"sina"_s,
-         "[{day:'2026-11-20',open:'10.1', high:'11',low:'9',close:'10.500',volume:'70000'}]",
-         {day}},
-        {"an unknown code", u"sina"_s, "null\n", {}},
-        {"none", u"sina"_s, "[]", {}},
-        {"a word on the asker", u"sina"_s, R"({"__ERROR":"banned"})", {noBars}},
-        {"a page", u"sina"_s, "<html>502</html>", {noBars}},
-        {"nothing", u"sina"_s, "", {noBars}},
-        {"close before high and low, lots",
-         u"tencent"_s,
-         R"({"code":0,"msg":"","data":{"sh600000":{"day":[)" + tencentRow + R"(],"qt":{}}}})",
-         {day}},
-        {"a dividend behind a row, and a row that is wrapped",
-         u"tencent"_s,
-         R"({"code":0,"data":{"sh600000":{"day":[["2026-11-19",{"a":1},"9","9","9","1"],)" +
-             tencentRow.chopped(1) + R"(,{"nd":"2025"}]]}}})",
-         {day}},
-        {"another code",
-         u"tencent"_s,
-         R"({"code":0,"msg":"","data":{"sz000001":{"day":[)" + tencentRow + "]}}}",
-         {noBars}},
-        {"refuses in words", u"tencent"_s, R"({"code":1,"msg":"bad","data":[]})", {u"bad"_s}},
-        {"no data", u"tencent"_s, R"({"code":0,"msg":"","data":[]})", {noBars}},
-        {"close before high and low, lots",
-         u"eastmoney"_s,
-         R"({"rc":0,"data":{"code":"600000","market":1,"klines":)"
-         R"(["2026-11-20,10.1,10.500,11,9,700,1234.5,1,1,1,1"]}})",
-         {day}},
-        {"another market",
-         u"eastmoney"_s,
-         R"({"data":{"code":"600000","market":0,"klines":[]}})",
-         {noBars}},
-        {"an unknown code", u"eastmoney"_s, R"({"rc":100,"data":null})", {}},
-        {"no answer", u"eastmoney"_s, "{}", {noBars}},
+        {"strict", sina, strict, day},
+        {"JavaScript's keys and quotes", sina, loose, day},
+        {"an unknown code", sina, "null\n", QString()},
+        {"none", sina, "[]", QString()},
+        {"a word on the asker", sina, R"({"__ERROR":"banned"})", noBars},
+        {"a page", sina, "<html>502</html>", noBars},
+        {"nothing", sina, "", noBars},
+        {"close before high and low, lots", tencent, ofTencent("sh600000", row), day},
+        {"a dividend, and a row that is wrapped", tencent, ofTencent("sh600000", wrapped), day},
+        {"another code", tencent, ofTencent("sz000001", row), noBars},
+        {"refuses in words", tencent, R"({"code":1,"msg":"bad","data":[]})", u"bad"_s},
+        {"no data", tencent, R"({"code":0,"msg":"","data":[]})", noBars},
+        {"close before high and low, lots", eastmoney, ofEastmoney("1"), day},
+        {"another market", eastmoney, ofEastmoney("0"), noBars},
+        {"an unknown code", eastmoney, R"({"rc":100,"data":null})", QString()},
+        {"no answer", eastmoney, "{}", noBars},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(words(barKind(it.kind)->read(it.reply, u"SH600000"_s)), it.days)
@@ -248,40 +239,33 @@ TEST_F(DayBarsOrderTest, AnAnswerWithoutDaysIsOne) {
     EXPECT_EQ(second_.connections, 0);
 }
 
-TEST_F(DayBarsOrderTest, OneThatIsLimitedIsLeftAloneForAWhile) {
-    first_.answer = [](QTcpSocket& socket) {
-        socket.write("HTTP/1.1 456 x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
-        socket.disconnectFromHost();
-    };
-    EXPECT_TRUE(fetch().turnedAway);
-    const int asked = first_.connections;
-    EXPECT_TRUE(fetch().days);
-    EXPECT_EQ(first_.connections, asked);
-    clock_.moment = clock_.moment.addSecs(90);
-    EXPECT_TRUE(fetch().days);
-    EXPECT_EQ(first_.connections, asked + 1);
-}
-
-using DayBarsMarketTest = EveningMarket;
-
-TEST_F(DayBarsMarketTest, AllKindsTellTheSameDays) {
-    // Over three years, so that Tencent is asked twice.
+// Over three years, so that Tencent is asked twice.
+TEST(DayBarsMarketTest, AllKindsTellTheSameDays) {
+    FakeClock clock;
+    clock.moment.setTime(QTime(16, 0));
+    PracticeMarket market(PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s},
+                                          {u"SH600016"_s, u"民生银行"_s},
+                                          {u"SH600036"_s, u"招商银行"_s},
+                                          {u"SZ000001"_s, u"平安银行"_s}}),
+                          [&] { return clock.moment; });
+    market.start();
+    QtHttpClient client;
     const QDate first(2023, 11, 20), last(2026, 11, 24);
     const auto daysOf = [&](const QString& kind, const QString& dm) {
-        const DayBars bars(client_, clock_, services(kind));
+        const DayBars bars(client, clock, {{market.host(), {}, 10, 1, 0, kind}});
         const BarsReply reply = QCoro::waitFor(bars.fetch(dm, first, last, {}));
         EXPECT_EQ(reply.lacks, QStringList());
         return words({reply.days.value_or(QList<DayBar>()), {}});
     };
     for (const QString& dm : {u"SH600016"_s, u"SH600036"_s, u"SZ000001"_s, u"SH000001"_s}) {
-        const QStringList days = daysOf(u"csv"_s, dm);
-        EXPECT_EQ(days.size(), 787 - (dm == haltedCode.toUpper() ? 5 : 0)) << dm.toStdString();
-        EXPECT_TRUE(days.last().startsWith(u"2026-11-24"_s));
+        const QString days = daysOf(u"csv"_s, dm);
+        EXPECT_EQ(days.count(u'|'), 786 - (dm == haltedCode.toUpper() ? 5 : 0)) << dm.toStdString();
+        EXPECT_TRUE(days.section(u'|', -1).startsWith(u"2026-11-24"_s));
         for (const QString& kind : {u"sina"_s, u"tencent"_s, u"eastmoney"_s}) {
             EXPECT_EQ(daysOf(kind, dm), days) << kind.toStdString() << ' ' << dm.toStdString();
         }
     }
-    EXPECT_EQ(daysOf(u"sina"_s, u"SH609999"_s), QStringList());
+    EXPECT_EQ(daysOf(u"sina"_s, u"SH609999"_s), QString());
 }
 
 }  // namespace guanchao

@@ -1,9 +1,6 @@
 #include "services/factors.h"
 
-#include "services/day_bars.h"
-#include "tests/support/evening_market.h"
 #include "tests/support/qt_printers.h"
-#include "tools/practice_market/practice_events.h"
 
 namespace guanchao {
 
@@ -29,29 +26,6 @@ TEST(FactorsTest, WhatIsNoListOfTheCodeGivesNone) {
                      "{\"d\":\"2019-06-03\",\"f\":\"2\"}]}")}) {
         EXPECT_FALSE(readFactors(body, u"SH600103"_s)) << body.toStdString();
     }
-}
-
-using FactorsMarketTest = EveningMarket;
-
-TEST_F(FactorsMarketTest, APriceFallsByItsDividendAndTheAdjustedOneDoesNot) {
-    const Factors factors(client_, services(u"sina"_s));
-    const auto factorOn = [&](const QString& dm, const QDate& day) {
-        const std::optional<FactorList> list = QCoro::waitFor(factors.fetch(dm, {}));
-        return list ? list->on(day) : 0;
-    };
-    EXPECT_DOUBLE_EQ(factorOn(u"SH600036"_s, exDividendDay), dividendRatio);
-    EXPECT_DOUBLE_EQ(factorOn(u"SH600036"_s, exDividendDay.addDays(-1)), 1);
-    EXPECT_DOUBLE_EQ(factorOn(u"SH600000"_s, exDividendDay), 1) << "the one row";
-    EXPECT_DOUBLE_EQ(factorOn(u"SZ000001"_s, exDividendDay), 1) << "no such page";
-    EXPECT_FALSE(QCoro::waitFor(Factors(client_, {}).fetch(u"SH600036"_s, {})));
-    const DayBars bars(client_, clock_, services(u"sina"_s));
-    const BarsReply reply =
-        QCoro::waitFor(bars.fetch(u"SH600036"_s, exDividendDay.addDays(-1), exDividendDay, {}));
-    ASSERT_TRUE(reply.days);
-    ASSERT_EQ(reply.days->size(), 2);
-    const double raw = reply.days->last().close / reply.days->first().close;
-    EXPECT_NEAR(raw * dividendRatio, 1, 0.04);
-    EXPECT_LT(raw, 1);
 }
 
 }  // namespace guanchao

@@ -7,23 +7,8 @@
 
 namespace guanchao {
 
-// A moment in seconds, a service (s sina, t tencent) and what becomes of its request: a answered,
-// c answered and complained of, f failed, r at rest.
-struct Asked {
-    int second;
-    char service;
-    char outcome;
-};
-
 class ServiceWatchTest : public ::testing::Test {
 protected:
-    struct Scripted : HttpClient {
-        QCoro::Task<HttpReply> get(Service, QString, std::stop_token) override {
-            co_return HttpReply{outcome, 0, {}};
-        }
-        HttpReply::Outcome outcome = HttpReply::Outcome::answered;
-    };
-
     ServiceWatchTest() {
         // Of one host; each purpose and kind counts by itself.
         services_.quote = {{u"http://h"_s, {}, 0, 1, 0, u"sina"_s, u"quote"_s},
@@ -31,17 +16,21 @@ protected:
         services_.history = {{u"http://h"_s, {}, 0, 1, 0, u"sina"_s, u"history"_s}};
     }
 
-    QString after(const QList<Asked>& asked) {
+    // Asked in that order, each as a moment in seconds, a service (s sina, t tencent) and what
+    // becomes of the request: a answered, c answered and complained of, f failed, r at rest.
+    QString after(const QString& asked) {
+        using enum HttpReply::Outcome;
+        const QHash<QChar, HttpReply::Outcome> outcomes = {
+            {u'a', answered}, {u'c', answered}, {u'f', silent}, {u'r', resting}};
         ServiceWatch watch(http_, clock_);
         const QDateTime start = clock_.moment;
-        for (const Asked& it : asked) {
-            clock_.moment = start.addSecs(it.second);
-            const Service service = services_.quote[it.service == 's' ? 0 : 1];
-            http_.outcome = it.outcome == 'f'   ? HttpReply::Outcome::silent
-                            : it.outcome == 'r' ? HttpReply::Outcome::resting
-                                                : HttpReply::Outcome::answered;
+        for (const QString& it : asked.split(u' ')) {
+            clock_.moment = start.addSecs(it.chopped(2).toInt());
+            const Service service = services_.quote[it.contains(u's') ? 0 : 1];
+            const HttpReply reply{outcomes[it.back()], 0, {}};
+            http_.instead = [&](const QString&) { return reply; };
             outcomeOf(watch.get(service, {}, {}));
-            if (it.outcome != 'a') {
+            if (!it.endsWith(u'a')) {
                 watch.complain(service, u"应答里没有行情"_s);
             }
         }
@@ -50,48 +39,27 @@ protected:
     }
 
     FakeClock clock_;
-    Scripted http_;
+    FakeHttp http_;
     Services services_;
 };
 
 TEST_F(ServiceWatchTest, TellsWhatFailsTimeAndAgain) {
+    const QString nothing, silent = u"行情：新浪 10:00 起没有应答"_s;
     const struct {
         const char* name;
-        QList<Asked> asked;
-        QString words;
+        QString asked, words;
     } cases[] = {
-        {"a single miss, of requests that were under way together",
-         {{0, 's', 'f'}, {0, 's', 'f'}, {0, 's', 'f'}, {1, 's', 'f'}, {1, 's', 'f'}},
-         {}},
-        {"again after a while",
-         {{0, 's', 'f'}, {1, 't', 'a'}, {90, 's', 'f'}},
-         u"行情：新浪 10:00 起没有应答，在用腾讯"_s},
-        {"five in a row, each a second behind the one before",
-         {{0, 's', 'f'},
-          {1, 's', 'f'},
-          {2, 's', 'f'},
-          {3, 's', 'f'},
-          {4, 's', 'f'},
-          {5, 's', 'f'},
-          {6, 's', 'f'},
-          {7, 's', 'f'},
-          {8, 's', 'f'}},
-         u"行情：新浪 10:00 起没有应答"_s},
-        {"it is back", {{0, 's', 'f'}, {90, 's', 'f'}, {180, 's', 'a'}}, {}},
-        {"a rest is neither back nor a failure",
-         {{0, 's', 'f'}, {90, 's', 'f'}, {180, 's', 'r'}},
-         u"行情：新浪 10:00 起没有应答"_s},
-        {"one miss and a rest", {{0, 's', 'f'}, {90, 's', 'r'}, {180, 's', 'r'}}, {}},
-        {"answers that nobody can read",
-         {{0, 's', 'c'}, {90, 's', 'c'}, {91, 't', 'a'}},
+        {"a single miss, of requests under way together", u"0sf 0sf 0sf 1sf 1sf"_s, nothing},
+        {"again after a while", u"0sf 1ta 90sf"_s, silent + u"，在用腾讯"_s},
+        {"five in a row, each a second behind", u"0sf 1sf 2sf 3sf 4sf 5sf 6sf 7sf 8sf"_s, silent},
+        {"it is back", u"0sf 90sf 180sa"_s, nothing},
+        {"a rest is neither back nor a failure", u"0sf 90sf 180sr"_s, silent},
+        {"one miss and a rest", u"0sf 90sr 180sr"_s, nothing},
+        {"nobody can read it", u"0sc 90sc 91ta"_s,
          u"行情：新浪 10:00 起应答里没有行情，在用腾讯"_s},
-        {"a failure is counted once, though it is complained of",
-         {{0, 's', 'f'}, {3, 's', 'f'}, {6, 's', 'f'}, {9, 's', 'f'}},
-         {}},
-        {"the one behind is of no matter", {{0, 's', 'a'}, {1, 't', 'f'}, {90, 't', 'f'}}, {}},
-        {"both",
-         {{60, 's', 'f'}, {61, 't', 'f'}, {150, 's', 'f'}, {151, 't', 'f'}},
-         u"行情：新浪 10:01 起没有应答，其余的也读不到"_s},
+        {"counted once, though it is complained of", u"0sf 3sf 6sf 9sf"_s, nothing},
+        {"the one behind is of no matter", u"0sa 1tf 90tf"_s, nothing},
+        {"both", u"60sf 61tf 150sf 151tf"_s, u"行情：新浪 10:01 起没有应答，其余的也读不到"_s},
     };
     for (const auto& it : cases) {
         EXPECT_EQ(after(it.asked), it.words) << it.name;

@@ -4,7 +4,6 @@
 
 #include "services/standard_file.h"
 #include "tests/support/files.h"
-#include "tests/support/former_services.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -42,22 +41,21 @@ TEST_F(ServicesTest, AFileOfOneKindEachMeansWhatItMeant) {
 }
 
 TEST_F(ServicesTest, KindsComeInTheOrderOfTheirNumbers) {
+    const QString none;
+    const QString theirHosts =
+        u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn"_s;
+    const QByteArray three =
+        "[history.3]\nkind=csv\nhost=http://c\n[History]\nkind=SINA\n[history.2]\nkind=tencent\n";
+    const QByteArray unknown = "[history]\nkind=yahoo\n[history.2]\nkind=sina\nhost=http://s\n";
     const struct {
         const char* name;
         QByteArray text;
         QString history, complaint;
     } cases[] = {
-        {"by number, wherever they stand, with the host of their kind",
-         "[history.3]\nkind=csv\nhost=http://c\n[History]\nkind=SINA\n[history.2]\nkind=tencent\n",
-         u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn, csv http://c"_s,
-         {}},
-        {"a gap, and nothing else of the standard",
-         "[history.7]\nkind=eastmoney\n",
-         u"eastmoney https://push2his.eastmoney.com"_s,
-         {}},
-        {"an unknown kind is passed over",
-         "[history]\nkind=yahoo\n[history.2]\nkind=sina\nhost=http://s\n", u"sina http://s"_s,
-         u"[history] 写着 kind=yahoo"_s},
+        {"by number, wherever they stand", three, theirHosts + u", csv http://c"_s, none},
+        {"a gap, and nothing else of the standard", "[history.7]\nkind=eastmoney\n",
+         u"eastmoney https://push2his.eastmoney.com"_s, none},
+        {"an unknown kind", unknown, u"sina http://s"_s, u"[history] 写着 kind=yahoo"_s},
     };
     for (const auto& it : cases) {
         const Services services = read(it.text);
@@ -108,13 +106,6 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
         words(standard.boards),
         u"sina https://vip.stock.finance.sina.com.cn, eastmoney https://push2.eastmoney.com"_s);
     EXPECT_FALSE(isFormerStandard(contentOf(path)));
-}
-
-TEST_F(ServicesTest, AnUntouchedFileOfEarlierDaysIsKnown) {
-    EXPECT_TRUE(isFormerStandard(formerServices));
-    EXPECT_FALSE(isFormerStandard(formerServices + '\n'));
-    EXPECT_FALSE(isFormerStandard({}));
-    EXPECT_EQ(words(read(formerServices).history), u"csv "_s);
 }
 
 }  // namespace guanchao

@@ -1,4 +1,3 @@
-#include <QDir>
 #include <QRegularExpression>
 
 #include "collector/collection.h"
@@ -10,7 +9,6 @@
 #include "research/history_fill.h"
 #include "services/fundamentals.h"
 #include "services/polite_http.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -105,7 +103,7 @@ private:
 
 // The uses of the services, each to its end, and what they have stored, once for each row.
 class TakeoverTest : public StoreTest {
-protected:
+public:
     TakeoverTest() {
         clock_.moment = evening;
         store_.stores.firstHistory = {store_.folder() + u"a/first"_s, {}};
@@ -163,6 +161,8 @@ protected:
             }
         }
     }
+
+    QStringList answered() { return keyData_; }
 
     // The user reads the list once more where boards have failed.
     void importBoards() {
@@ -234,46 +234,42 @@ protected:
 };
 
 TEST_F(TakeoverTest, TheNextServiceTakesOverInTheMiddleAndTheFirstOneComesBack) {
+    const QStringList boards = {u"丁板"_s, u"丙板"_s, u"乙板"_s, u"甲板"_s};
     const struct {
         const char* what;
         QString first, second;
         int requestsUntilItGoes;
-        std::function<void()> use;
-        std::function<QStringList()> stored;
+        void (TakeoverTest::*use)();
+        QStringList (TakeoverTest::*stored)();
         QStringList wanted;
     } cases[] = {
-        {"quotes", u"sina"_s, u"tencent"_s, 2, [this] { updateQuotes(); },
-         [this] { return quoted(); }, codes()},
-        {"history", u"sina"_s, u"tencent"_s, 4, [this] { fillHistory(); },
-         [this] { return filled(); }, fewStocks()},
-        {"key data", u"sina"_s, u"page"_s, 3, [this] { askKeyData(); }, [this] { return keyData_; },
+        {"quotes", u"sina"_s, u"tencent"_s, 2, &TakeoverTest::updateQuotes, &TakeoverTest::quoted,
+         codes()},
+        {"history", u"sina"_s, u"tencent"_s, 4, &TakeoverTest::fillHistory, &TakeoverTest::filled,
          fewStocks()},
-        {"boards",
-         u"sina"_s,
-         u"eastmoney"_s,
-         6,
-         [this] { importBoards(); },
-         [this] { return wholeBoards(); },
-         {u"丁板"_s, u"丙板"_s, u"乙板"_s, u"甲板"_s}},
-        {"the list of stocks", u"sina"_s, u"eastmoney"_s, 3, [this] { updateCodes(); },
-         [this] { return named(); }, stocks()},
-        {"news", u"eastmoney"_s, u"page"_s, 4, [this] { collectNews(); },
-         [this] { return counted(); }, fewStocks()},
+        {"key data", u"sina"_s, u"page"_s, 3, &TakeoverTest::askKeyData, &TakeoverTest::answered,
+         fewStocks()},
+        {"boards", u"sina"_s, u"eastmoney"_s, 6, &TakeoverTest::importBoards,
+         &TakeoverTest::wholeBoards, boards},
+        {"stocks", u"sina"_s, u"eastmoney"_s, 3, &TakeoverTest::updateCodes, &TakeoverTest::named,
+         stocks()},
+        {"news", u"eastmoney"_s, u"page"_s, 4, &TakeoverTest::collectNews, &TakeoverTest::counted,
+         fewStocks()},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.what);
         services_ = two_.ofKinds(it.first, it.second);
         two_.asked.clear();
         two_.requestsUntilItGoes = it.requestsUntilItGoes;
-        it.use();
-        EXPECT_EQ(it.stored(), it.wanted);
+        (this->*it.use)();
+        EXPECT_EQ((this->*it.stored)(), it.wanted);
         EXPECT_GE(two_.asked.count(u'A'), it.requestsUntilItGoes);
         EXPECT_TRUE(two_.asked.endsWith(u'B'));
         two_.bringBack();
         clock_.moment = clock_.moment.addSecs(120);
         two_.asked.clear();
-        it.use();
-        EXPECT_EQ(it.stored(), it.wanted);
+        (this->*it.use)();
+        EXPECT_EQ((this->*it.stored)(), it.wanted);
         EXPECT_EQ(two_.turns(), u"A"_s);
     }
 }
