@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QFileInfo>
 #include <QScopeGuard>
 #include <csignal>
 
@@ -28,10 +27,6 @@ protected:
     }
 
     QStringList exported() const { return QDir(exportFolder()).entryList(QDir::Files, QDir::Name); }
-    QByteArray bytesOf(const QString& path) const {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     BackupExport export_{store_.stores, dialogs_, run_};
 };
@@ -54,7 +49,7 @@ TEST_F(BackupExportTest, TheFolderDecidesWhatHappens) {
     EXPECT_FALSE(seen_.last().running);
     for (const StoreFile& store : {store_.stores.article, store_.stores.heat}) {
         const QString copy = exportFolder() + QFileInfo(store.path).baseName() + u".ztb"_s;
-        EXPECT_EQ(bytesOf(copy), bytesOf(store.path));
+        EXPECT_EQ(contentOf(copy), contentOf(store.path));
     }
     ASSERT_TRUE(QDir().mkdir(other.chopped(1)));
     exportTo(u"~/别处"_s);
@@ -88,19 +83,15 @@ TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
 TEST_F(BackupExportTest, AFailedStatementLeavesTheFormerLibrary) {
     addTheme(u"好"_s, u"SH600000"_s);
     exportTo(exportFolder());
-    const QByteArray former = bytesOf(library().path);
+    const QByteArray former = contentOf(library().path);
     execute({store_.stores.backupTemplate.path, store_.stores.backupKey},
             {u"create trigger full before insert on dzhzhuti when new.zhutiname='坏'"
              u" begin select raise(abort,''); end"_s});
     addTheme(u"坏"_s, u"SH600001"_s);
-    try {
-        exportTo(exportFolder());
-        FAIL();
-    } catch (const StoreError& failure) {
-        EXPECT_TRUE(failure.reason().startsWith(
-            u"表 dzhzhuti 的一行（主题“坏”，代码“SH600001”）不能写入："_s));
-    }
-    EXPECT_EQ(bytesOf(library().path), former);
+    const auto failure = raisedBy<StoreError>([this] { exportTo(exportFolder()); });
+    EXPECT_TRUE(
+        failure.reason().startsWith(u"表 dzhzhuti 的一行（主题“坏”，代码“SH600001”）不能写入："_s));
+    EXPECT_EQ(contentOf(library().path), former);
     EXPECT_EQ(exported(), files) << "nothing is left beside them";
     EXPECT_FALSE(run_.running());
 }
@@ -112,8 +103,7 @@ TEST_F(BackupExportTest, WhatCannotBeWrittenIsTold) {
     QFile::remove(store_.stores.backupTemplate.path);
     EXPECT_THROW(exportTo(exportFolder()), OperationError) << "no template";
     QDir(exportFolder()).removeRecursively();
-    QFile file(exportFolder().chopped(1));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    writeFile(exportFolder().chopped(1));
     told();
     exportTo(u"~/导出主题"_s);
     EXPECT_EQ(told().last(), u"观潮台|这是一个文件，请另选一个文件夹:~/导出主题"_s);
@@ -139,7 +129,7 @@ TEST_F(BackupExportTest, AFullDiskEndsTheExportAndKeepsTheOlderCopy) {
 
 TEST_F(BackupExportTest, AStoppedRunLeavesWhatWasThere) {
     exportTo(exportFolder());
-    const QByteArray former = bytesOf(library().path);
+    const QByteArray former = contentOf(library().path);
     addTheme(u"好"_s, u"SH600000"_s);
     told();
     for (const bool byUser : {true, false}) {
@@ -152,7 +142,7 @@ TEST_F(BackupExportTest, AStoppedRunLeavesWhatWasThere) {
         ASSERT_TRUE(allEnded());
         EXPECT_EQ(told().sliced(2).join(u'/'),
                   byUser ? u"观潮台|导出已停止，没有写完的备份文件没有换掉原来的。"_s : QString());
-        EXPECT_EQ(bytesOf(library().path), former);
+        EXPECT_EQ(contentOf(library().path), former);
         EXPECT_EQ(exported(), files);
         EXPECT_FALSE(seen_.last().running);
     }
@@ -162,7 +152,7 @@ TEST_F(BackupExportTest, AStoppedRunLeavesWhatWasThere) {
 TEST_F(BackupExportTest, AKilledExportLeavesTheFormerLibraryAndNothingInTheNextOnesWay) {
     addTheme(u"好"_s, u"SH600000"_s);
     exportTo(exportFolder());
-    const QByteArray former = bytesOf(library().path);
+    const QByteArray former = contentOf(library().path);
     addTheme(u"新"_s, u"SH600001"_s);
     Connection other = holding(store_.stores.main, u"exclusive"_s);
     const pid_t child = fork();
@@ -175,7 +165,7 @@ TEST_F(BackupExportTest, AKilledExportLeavesTheFormerLibraryAndNothingInTheNextO
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     EXPECT_GT(exported().size(), files.size()) << "what it was writing is left";
-    EXPECT_EQ(bytesOf(library().path), former);
+    EXPECT_EQ(contentOf(library().path), former);
     other.execute(u"rollback"_s);
     exportTo(exportFolder());
     EXPECT_EQ(exported(), files);

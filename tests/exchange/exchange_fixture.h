@@ -2,12 +2,9 @@
 // user lies in the temporary folder.
 #pragma once
 
-#include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include "exchange/exchange_run.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {

@@ -1,13 +1,8 @@
 #include "exchange/form33.h"
 
-#include <QComboBox>
 #include <QSpinBox>
-#include <QTest>
-#include <QThreadPool>
-#include <QTreeWidget>
 
 #include "platform/qt_http_client.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/window_test.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -31,16 +26,6 @@ protected:
         until([this] { return button(u"reload"_s)->isEnabled(); });
     }
     QTreeWidget& list() const { return *find<QTreeWidget>(u"list"_s); }
-    // name, number of stocks, known, state; ticked ones with a star.
-    QStringList rows() const {
-        QStringList rows;
-        for (int at = 0; at < list().topLevelItemCount(); ++at) {
-            const QTreeWidgetItem& item = *list().topLevelItem(at);
-            rows << (item.checkState(0) == Qt::Checked ? u"*"_s : QString()) + item.text(0) + u'|' +
-                        item.text(1) + u'|' + item.text(2) + u'|' + item.text(3);
-        }
-        return rows;
-    }
     void importAll() {
         click(u"all"_s);
         click(u"begin"_s);
@@ -55,11 +40,11 @@ protected:
 TEST_F(Form33Test, TheBoardsThatAreTickedBecomeThemes) {
     store_.addMember(u"银行"_s, u"SZ000001"_s);
     openRead();
-    EXPECT_EQ(rows(), QStringList({u"白酒|1|0|"_s, u"银行|2|1|"_s}));
+    EXPECT_EQ(rowTexts(list()), QStringList({u"白酒|1|0|"_s, u"银行|2|1|"_s}));
     EXPECT_FALSE(button(u"begin"_s)->isEnabled());
     find<QSpinBox>(u"least"_s)->setValue(2);
     click(u"enough"_s);
-    EXPECT_EQ(rows(), QStringList({u"白酒|1|0|"_s, u"*银行|2|1|"_s}));
+    EXPECT_EQ(rowTexts(list()), QStringList({u"白酒|1|0|"_s, u"*银行|2|1|"_s}));
     edit(u"search"_s)->setText(u"白"_s);
     EXPECT_TRUE(list().topLevelItem(1)->isHidden());
     click(u"none"_s);
@@ -69,7 +54,7 @@ TEST_F(Form33Test, TheBoardsThatAreTickedBecomeThemes) {
     QTest::keyClick(&list(), Qt::Key_Space);
     EXPECT_EQ(label(u"ticked"_s), u"已勾选 0 个"_s);
     importAll();
-    EXPECT_EQ(rows(), QStringList({u"白酒|1|1|新增 1 只"_s, u"银行|2|2|新增 1 只"_s}));
+    EXPECT_EQ(rowTexts(list()), QStringList({u"白酒|1|1|新增 1 只"_s, u"银行|2|2|新增 1 只"_s}));
     EXPECT_TRUE(
         label(u"words"_s).startsWith(u"导入完成。导入了 2 个板块：新主题 1 个，新成份股 2 条。"_s));
     importAll();
@@ -87,38 +72,11 @@ TEST_F(Form33Test, TellsWhyThereIsNoList) {
     services_.boards[0].host = market_.host();
     find<QComboBox>(u"sorts"_s)->setCurrentIndex(2);
     until([this] { return button(u"reload"_s)->isEnabled(); });
-    EXPECT_EQ(rows(), QStringList({u"上海|1|0|"_s, u"深圳|1|0|"_s}));
+    EXPECT_EQ(rowTexts(list()), QStringList({u"上海|1|0|"_s, u"深圳|1|0|"_s}));
     services_.boards.clear();
     openRead();
     EXPECT_EQ(label(u"words"_s).trimmed(),
               u"没有读到板块列表：\n板块的网站都停用了，请在“工具 / 行情来源”里启用"_s);
-}
-
-// What a request that is under way brings is for nobody any more.
-TEST_F(Form33Test, MayBeClosedAtEachOfItsWaits) {
-    for (const bool importing : {false, true}) {
-        if (importing) {
-            openRead();
-            click(u"all"_s);
-        }
-        const auto held = std::make_shared<Later<bool>>();
-        const auto client = std::exchange(http_.client, nullptr);
-        http_.gate = held;
-        if (importing) {
-            click(u"begin"_s);
-            EXPECT_TRUE(button(u"stop"_s)->isEnabled());
-        } else {
-            open<Form33>();
-        }
-        closeWindows();
-        deleteClosedWindows();
-        held->deliver(true);
-        http_.gate = nullptr;
-        http_.client = std::make_unique<QtHttpClient>();
-    }
-    QThreadPool::globalInstance()->waitForDone();
-    EXPECT_EQ(store_.rows(u"select count(*) from dzhzhuti"_s), QStringList{u"0"_s});
-    EXPECT_EQ(failures_.told, QStringList());
 }
 
 TEST_F(Form33Test, APauseTellsThatTheBoardIsReadToItsEnd) {
@@ -174,19 +132,6 @@ TEST_F(Form33Test, AltAndTheLetterOfAGreyButtonIsNoText) {
     EXPECT_TRUE(list().hasFocus());
     QTest::keyClick(edit(u"search"_s), Qt::Key_A);
     EXPECT_EQ(text(u"search"_s), u"a"_s);
-}
-
-TEST_F(Form33Test, EscapeStopsTheImportAndThenCloses) {
-    openRead();
-    click(u"all"_s);
-    http_.onGet = [this] { QTest::keyClick(form_, Qt::Key_Escape); };
-    click(u"begin"_s);
-    http_.onGet = nullptr;
-    until([this] { return button(u"all"_s)->isEnabled(); });
-    EXPECT_TRUE(label(u"words"_s).startsWith(u"已停止"_s));
-    EXPECT_TRUE(form_->isVisible());
-    QTest::keyClick(form_, Qt::Key_Escape);
-    EXPECT_FALSE(form_ && form_->isVisible());
 }
 
 }  // namespace guanchao

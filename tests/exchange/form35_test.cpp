@@ -1,12 +1,6 @@
 #include "exchange/form35.h"
 
-#include <QCheckBox>
-#include <QTest>
-#include <QThreadPool>
-#include <QTreeWidget>
-
 #include "platform/qt_http_client.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/window_test.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -31,15 +25,7 @@ protected:
     void untilEnd() {
         until([this] { return button(u"begin"_s)->isEnabled(); });
     }
-    QStringList rows() const {
-        const auto& list = *find<QTreeWidget>(u"list"_s);
-        QStringList rows;
-        for (int at = 0; at < list.topLevelItemCount(); ++at) {
-            const QTreeWidgetItem& item = *list.topLevelItem(at);
-            rows << item.text(0) + u' ' + item.text(1) + u' ' + item.text(2) + u' ' + item.text(3);
-        }
-        return rows;
-    }
+    QStringList rows() const { return rowTexts(*find<QTreeWidget>(u"list"_s)); }
 
     const std::vector<PracticeStock> stocks_ = {{u"SH600519"_s, u"贵州茅台"_s},
                                                 {u"SZ000001"_s, u"平安银行"_s},
@@ -53,11 +39,17 @@ TEST_F(Form35Test, TellsWhatIsThereAndWhatHasChanged) {
     EXPECT_EQ(label(u"summary"_s),
               u"代码表里有沪深股票 2 只，北交所股票 0 只（没有勾选，不更新），其他代码 1 个。\n"
               u"还没有从名单更新过。"_s);
+    http_.onGet = [this] { QTest::keyClick(form_, Qt::Key_Escape); };
+    click(u"begin"_s);
+    untilEnd();
+    EXPECT_EQ(label(u"words"_s), u"已停止，代码表没有改变。"_s);
+    EXPECT_TRUE(label(u"summary"_s).endsWith(u"还没有从名单更新过。"_s));
+    http_.onGet = nullptr;
     QTest::keyClick(form_, Qt::Key_Return);
     EXPECT_FALSE(button(u"begin"_s)->isEnabled());
     untilEnd();
     EXPECT_EQ(rows(),
-              QStringList({u"改名 SH600519 贵州茅台 老名字"_s, u"新加入 SZ000002 万科A "_s}));
+              QStringList({u"改名|SH600519|贵州茅台|老名字"_s, u"新加入|SZ000002|万科A|"_s}));
     EXPECT_TRUE(label(u"summary"_s).startsWith(u"代码表里有沪深股票 3 只，"_s));
     EXPECT_TRUE(label(u"summary"_s).endsWith(u"上次更新：2026-11-24 10:00:00"_s));
     EXPECT_TRUE(label(u"words"_s).startsWith(u"更新完成。"_s));
@@ -67,43 +59,7 @@ TEST_F(Form35Test, TellsWhatIsThereAndWhatHasChanged) {
     EXPECT_TRUE(find<QCheckBox>(u"beijing"_s)->isChecked()) << "it is remembered";
     QTest::keyClick(button(u"begin"_s), Qt::Key_Space);
     untilEnd();
-    EXPECT_EQ(rows(), QStringList{u"新加入 BJ920799 艾融软件 "_s});
-}
-
-TEST_F(Form35Test, EscapeStopsTheUpdateAndThenCloses) {
-    openRead();
-    http_.onGet = [this] { QTest::keyClick(form_, Qt::Key_Escape); };
-    click(u"begin"_s);
-    untilEnd();
-    http_.onGet = nullptr;
-    EXPECT_EQ(label(u"words"_s), u"已停止，代码表没有改变。"_s);
-    EXPECT_TRUE(label(u"summary"_s).endsWith(u"还没有从名单更新过。"_s));
-    EXPECT_TRUE(form_->isVisible());
-    QTest::keyClick(form_, Qt::Key_Escape);
-    EXPECT_FALSE(form_ && form_->isVisible());
-}
-
-// While the table is read, at each request, and while it is written.
-TEST_F(Form35Test, MayBeClosedAtEachOfItsWaits) {
-    open<Form35>();
-    closeWindows();
-    deleteClosedWindows();
-    for (int waits = 0; waits <= 3; ++waits) {
-        openRead();
-        int heard = 0;
-        http_.onGet = [&] {
-            if (heard++ == waits) {
-                closeWindows();
-            }
-        };
-        click(u"begin"_s);
-        until([&] { return heard > waits || button(u"begin"_s)->isEnabled(); });
-        http_.onGet = nullptr;
-        closeWindows();
-        deleteClosedWindows();
-    }
-    QThreadPool::globalInstance()->waitForDone();
-    EXPECT_EQ(failures_.told, QStringList());
+    EXPECT_EQ(rows(), QStringList{u"新加入|BJ920799|艾融软件|"_s});
 }
 
 }  // namespace guanchao

@@ -1,14 +1,11 @@
 #include "exchange/form3.h"
 
-#include <QComboBox>
-#include <QProgressBar>
 #include <QRadioButton>
 #include <QThreadPool>
 #include <memory>
 
 #include "base/activity.h"
 #include "platform/fixed_folders.h"
-#include "tests/support/files.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {

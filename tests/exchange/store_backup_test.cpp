@@ -23,13 +23,9 @@ protected:
         ExchangeWork work({}, {});
         return prepareRestore(store_.stores, folder_, {copy, wanted}, clock_.now(), work);
     }
-    QString refusal(const std::function<void()>& step) {
-        try {
-            step();
-        } catch (const OperationError& failure) {
-            return failure.reason();
-        }
-        return {};
+    template <typename Step>
+    static QString refusal(const Step& step) {
+        return raisedBy<OperationError>(step).reason();
     }
     QStringList names() const {
         return QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
@@ -217,10 +213,7 @@ TEST_F(StoreBackupTest, WhatFailsLeavesTheStoresThatAreThere) {
 
 TEST_F(StoreBackupTest, StoresThatAreRuinedOrMissingDontStandInTheWay) {
     makeToday();
-    QFile file(store_.stores.main.path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("ruined");
-    file.close();
+    writeFile(store_.stores.main.path, "ruined");
     QFile::remove(store_.stores.article.path);
     takeTheirPlace(store_.stores, prepare(u"2026-11-24"_s));
     EXPECT_EQ(themes(), QStringList{u"白酒"_s});

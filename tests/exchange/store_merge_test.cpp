@@ -24,14 +24,6 @@ protected:
         file.seek(1024);
         file.write(QByteArray(static_cast<int>(file.size()) - 1024, 'x'));
     }
-    static QString refusalOf(const std::function<void()>& step) {
-        try {
-            step();
-        } catch (const OperationError& failure) {
-            return dynamic_cast<const StoreError*>(&failure) ? QString() : failure.reason();
-        }
-        return {};
-    }
     int files_ = 0;
     ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_};
 };
@@ -81,15 +73,12 @@ TEST_F(StoreMergeTest, AFailureKeepsTheTablesBeforeIt) {
          {u"insert into xinwenshul values('2026-11-24','白酒',1,1,1,1,1,1,1,1)"_s,
           u"insert into shophq values('锌','2026-11-24',1,1,1,1,1,1,1,1,1,1)"_s,
           u"insert into shophq values('铜','2026-11-24',1,'1);delete',1,1,1,1,1,1,1,1)"_s});
-    try {
-        endOf(importNews(store_.stores, dialogs_, run_, {}));
-        FAIL();
-    } catch (const OperationError& failure) {
-        EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
-        EXPECT_EQ(failure.reason(),
-                  u"文件 "_s + dialogs_.picked + u" 的第 2 行，dazhang 不是数字：1);delete"_s);
-        EXPECT_EQ(failure.remains(), u"已经写入并保留：主题新闻数量。其余没有写入。"_s);
-    }
+    const auto failure =
+        raisedBy<OperationError>([this] { endOf(importNews(store_.stores, dialogs_, run_, {})); });
+    EXPECT_EQ(failure.activity(), u"导入新闻和商品"_s);
+    EXPECT_EQ(failure.reason(),
+              u"文件 "_s + dialogs_.picked + u" 的第 2 行，dazhang 不是数字：1);delete"_s);
+    EXPECT_EQ(failure.remains(), u"已经写入并保留：主题新闻数量。其余没有写入。"_s);
     EXPECT_EQ(heatRows(u"select * from xinwenshul"_s).size(), 1);
     EXPECT_EQ(heatRows(u"select * from shophq"_s), QStringList());
 }
@@ -178,17 +167,14 @@ TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
     };
     for (const auto& it : cases) {
         dialogs_.picked = it.path;
-        const QString refusal = refusalOf([&] {
-            if (it.kind == theme) {
-                endOf(theme_.importLibrary(it.path, {}));
-            } else {
-                endOf(it.kind == news ? importNews(store_.stores, dialogs_, run_, {})
-                                      : importArticles(store_.stores, dialogs_, run_, {}));
-            }
+        const auto refusal = raisedBy<OperationError>([&] {
+            endOf(it.kind == theme  ? theme_.importLibrary(it.path, {})
+                  : it.kind == news ? importNews(store_.stores, dialogs_, run_, {})
+                                    : importArticles(store_.stores, dialogs_, run_, {}));
         });
-        EXPECT_TRUE(refusal.startsWith(u"文件 "_s + it.path + it.matter +
-                                       u"，请选择“导出数据”写的另一个"_s + it.kind))
-            << refusal.toStdString();
+        EXPECT_TRUE(refusal.reason().startsWith(u"文件 "_s + it.path + it.matter +
+                                                u"，请选择“导出数据”写的另一个"_s + it.kind))
+            << refusal.reason().toStdString();
     }
     dialogs_.picked = store_.folder();
     EXPECT_THROW(endOf(importNews(store_.stores, dialogs_, run_, {})), StoreError) << "a folder";
@@ -202,6 +188,7 @@ TEST_F(StoreMergeTest, AnImportIsStoppedOrMeetsWhatOthersHaveWrittenMeanwhile) {
     const StoreFile file = pick(Schema::backup, store_.stores.backupKey,
                                 {u"insert into dzhzhuti values('白酒','SH600519','','',1,1)"_s,
                                  u"insert into dzhzhuti values('银行','SH600000','','',1,1)"_s});
+    const QStringList met = {u"银行|2020-01-01"_s, u"白酒|2026-11-24 10:00:00"_s};
     const struct {
         std::function<void()> meanwhile;
         QString end, told;
@@ -209,10 +196,7 @@ TEST_F(StoreMergeTest, AnImportIsStoppedOrMeetsWhatOthersHaveWrittenMeanwhile) {
     } cases[] = {
         {[this] { end(true); }, u"rollback"_s, u"观潮台|导入已停止，没有导入任何数据。"_s, {}},
         {[this] { end(false); }, u"rollback"_s, {}, {}},
-        {[] {},
-         u"commit"_s,
-         u"观潮台|导入主题完成，共导入新的数据：1条"_s,
-         {u"银行|2020-01-01"_s, u"白酒|2026-11-24 10:00:00"_s}},
+        {[] {}, u"commit"_s, u"观潮台|导入主题完成，共导入新的数据：1条"_s, met},
     };
     for (const auto& it : cases) {
         Connection other = holding(store_.stores.main, u"immediate"_s);

@@ -2,7 +2,6 @@
 
 #include "formats/gbk.h"
 #include "tests/exchange/exchange_fixture.h"
-#include "tests/support/files.h"
 
 namespace guanchao {
 

@@ -9,6 +9,8 @@
 #include "articles/form26.h"
 #include "articles/form27.h"
 #include "exchange/form3.h"
+#include "exchange/form33.h"
+#include "exchange/form35.h"
 #include "heat/form29.h"
 #include "heat/form5.h"
 #include "market/form21.h"
@@ -17,13 +19,13 @@
 #include "monitor/form8.h"
 #include "research/form12.h"
 #include "research/form24.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form6.h"
 #include "utilities/form28.h"
+#include "utilities/form34.h"
 
 namespace guanchao {
 
@@ -124,6 +126,74 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
         closeWindows();
     }
     EXPECT_EQ(store_.rows(u"select * from zhutidapanhq"_s), QStringList());
+    EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
+}
+
+// Held at each of its requests. Without a button the run begins with the window, and Esc closes
+// that.
+TEST_F(WindowsTest, ARunIsStoppedByEscAndEndsWithItsWindowAtEachOfItsRequests) {
+    writeFile(store_.folder() + u"services.ini"_s);
+    services_ = readServices(store_.folder() + u"services.ini"_s);
+    http_.answer = [](const QString& path) -> std::optional<QByteArray> {
+        return path.contains(u"newFLJK"_s)      ? "var S = {\"gn_a\":\"gn_a,a,1\"}"
+               : path.contains(u"StockCount"_s) ? "\"1\""
+               : path.contains(u"page=1&"_s)    ? "[{symbol:\"sh600000\",name:\"x\"}]"
+                                                : "<table><tr><td>a<tr><td>b</table>";
+    };
+    const struct {
+        void (WindowsTest::*open)();
+        QStringList buttons;
+        int requests;
+    } runs[] = {
+        {&WindowsTest::openChosen<Form28>, {u"Command4"_s}, 1},
+        {&WindowsTest::openChosen<Form33>, {}, 1},
+        {&WindowsTest::openChosen<Form33>, {u"all"_s, u"begin"_s}, 1},
+        {&WindowsTest::openChosen<Form34>, {u"test"_s}, 3},
+        {&WindowsTest::openChosen<Form35>, {u"begin"_s}, 2},
+    };
+    int asked = 0, held = 0;
+    std::shared_ptr<Later<bool>> gate;
+    http_.onGet = [&] { http_.gate = ++asked == held ? gate : nullptr; };
+    const auto hold = [&](int request) {
+        asked = 0;
+        held = request;
+        gate = std::make_shared<Later<bool>>();
+    };
+    const auto begin = [&](const auto& run, int request) {
+        hold(run.buttons.isEmpty() ? request : 0);
+        (this->*run.open)();
+        for (const QString& name : run.buttons) {
+            until([&] { return button(name)->isEnabled(); });
+            hold(request);
+            click(name);
+        }
+        until([&] { return asked == request; });
+    };
+    for (const auto& it : runs) {
+        for (int request = 1; request <= it.requests; ++request) {
+            SCOPED_TRACE(it.buttons.join(u' ').toStdString() + ' ' + std::to_string(request));
+            begin(it, request);
+            form_->close();
+            deleteClosedWindows();
+            EXPECT_FALSE(form_);
+            gate->deliver(true);
+            QThreadPool::globalInstance()->waitForDone();
+            QApplication::processEvents();
+            EXPECT_EQ(asked, request);
+            if (it.buttons.isEmpty()) {
+                continue;
+            }
+            begin(it, request);
+            QTest::keyClick(form_.data(), Qt::Key_Escape);
+            EXPECT_TRUE(form_->isVisible());
+            gate->deliver(true);
+            until([&] { return button(it.buttons[0])->isEnabled(); });
+            EXPECT_EQ(asked, request);
+            QTest::keyClick(form_.data(), Qt::Key_Escape);
+            EXPECT_FALSE(form_ && form_->isVisible());
+        }
+    }
+    EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"银行"_s});
     EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
 }
 

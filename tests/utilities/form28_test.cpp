@@ -1,11 +1,5 @@
 #include "utilities/form28.h"
 
-#include <QCheckBox>
-#include <QFile>
-#include <QListWidget>
-
-#include "platform/qt_http_client.h"
-#include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -81,43 +75,8 @@ TEST_F(Form28Test, TheButtonsLoadTheListAgain) {
     EXPECT_TRUE(button(u"Command1"_s)->isDefault());
 }
 
-TEST_F(Form28Test, ASilentVendorHoldsNothing) {
-    RawService vendor;
-    services_.vendor = vendor.service();
-    http_.client = std::make_unique<QtHttpClient>();
-    for (const ServiceManner& it : neverDone) {
-        for (const bool closes : {false, true}) {
-            vendor.requests.clear();
-            vendor.answer = it.answer;
-            click(u"Command4"_s);
-            ASSERT_TRUE(QTest::qWaitFor([&] { return !vendor.requests.isEmpty(); })) << it.what;
-            const int before = vendor.hangUps;
-            if (closes) {
-                form_->close();
-                open<Form28>();
-            } else {
-                QTest::keyClick(form_, Qt::Key_Escape);
-            }
-            EXPECT_TRUE(form_->isVisible());
-            EXPECT_FALSE(isDownloading());
-            EXPECT_TRUE(QTest::qWaitFor([&] { return vendor.hangUps > before; })) << "broken off";
-        }
-    }
-    EXPECT_EQ(dialogs_.shown, QStringList());
-}
-
-// It waits for its page, then for a store that is held.
-TEST_F(Form28Test, ADownloadThatWaitsHoldsNoWindowAndChangesNothingOnceThatIsClosed) {
+TEST_F(Form28Test, ADownloadThatWaitsForAHeldStoreChangesNothingOnceItsWindowIsClosed) {
     http_.answer = [](const QString&) { return "<table><tr><td>a<tr><td>b</table>"; };
-    const auto close = [this] {
-        EXPECT_TRUE(isDownloading());
-        form_->close();
-        EXPECT_FALSE(form_->isVisible());
-    };
-    http_.gate = std::make_shared<Later<bool>>();
-    click(u"Command4"_s);
-    close();
-    http_.gate->deliver(true);
     for (const bool closes : {true, false}) {
         EXPECT_EQ(servers(), QStringList({u"one"_s, u"two"_s}));
         open<Form28>();
@@ -126,7 +85,7 @@ TEST_F(Form28Test, ADownloadThatWaitsHoldsNoWindowAndChangesNothingOnceThatIsClo
         click(u"Command4"_s);
         EXPECT_TRUE(isDownloading());
         if (closes) {
-            close();
+            form_->close();
             deleteClosedWindows();
         }
     }

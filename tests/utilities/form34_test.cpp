@@ -1,12 +1,7 @@
 #include "utilities/form34.h"
 
-#include <QDir>
-
 #include "platform/qt_http_client.h"
 #include "services/standard_file.h"
-#include "tests/support/files.h"
-#include "tests/support/grid_texts.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/window_test.h"
 #include "tools/practice_market/practice_market.h"
 
@@ -19,10 +14,17 @@ protected:
         services_ = readServices(path_);
         open<Form34>();
     }
+    // Sections on an address of this computer.
+    static QString local(const QStringList& names) {
+        return u"["_s + names.join(u"]\nhost=http://127.0.0.1:1\n["_s) +
+               u"]\nhost=http://127.0.0.1:1\n"_s;
+    }
     QString row(int number) { return rowText(grid(), number); }
     void mark(int number) { clickCell(view(), number, 1); }
     void key(const QString& name, Qt::Key key) { QTest::keyClick(find<QWidget>(name), key); }
 
+    const QStringList others_ = {u"factors"_s, u"fundamentals"_s, u"boards"_s,   u"stocklist"_s,
+                                 u"chart"_s,   u"stockpage"_s,    u"sitepage"_s, u"newspage"_s};
     QString path_ = store_.folder() + u"services.ini"_s;
 };
 
@@ -60,12 +62,8 @@ TEST_F(Form34Test, TheUsersChoiceIsStoredAndHoldsAtOnce) {
 
 // Made-up prices never come among real ones, and nothing real is called made up.
 TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
-    QString ini = u"[practice]\n"_s;
-    for (const char* section : {"quote", "history", "factors", "fundamentals", "boards",
-                                "stocklist", "chart", "stockpage", "sitepage", "newspage"}) {
-        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(section));
-    }
-    begin(ini + u"[quote.2]\nkind=tencent\n"_s);
+    begin(u"[practice]\n"_s + local(others_ + QStringList{u"quote"_s, u"history"_s}) +
+          u"[quote.2]\nkind=tencent\n"_s);
     const auto* band = find<QLabel>(u"practiceBand"_s);
     EXPECT_TRUE(
         band->text().endsWith(u"这些网站是真的，请在“工具 / 行情来源”里停用：行情（腾讯）"_s))
@@ -89,11 +87,7 @@ TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
 // The program goes on asking what it has asked until the last of them is out of use.
 TEST_F(Form34Test, RealServicesWrittenByHandDontComeIntoAFolderForPractice) {
     const QString made = u"练习行情：价格都是编造的，和真实的市场无关"_s;
-    QString ini;
-    for (const char* section : {"factors", "fundamentals", "boards", "stocklist", "chart",
-                                "stockpage", "sitepage", "newspage"}) {
-        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(section));
-    }
+    const QString ini = local(others_);
     begin(u"[practice]\n[quote]\nhost=http://127.0.0.1:1\n[history]\nhost=http://localhost\n"_s +
           ini);
     const QByteArray byHand = (u"[quote]\nhost=http://127.0.0.1:1\n[quote.2]\nkind=tencent\n"
@@ -156,10 +150,8 @@ TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
     const QString host = u"host="_s + market.host() + u'\n';
     QString ini = u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
                   u"[fundamentals]\nkind=sina\n"_s + host;
-    for (const char* purpose : {"history", "factors", "boards", "chart", "stockpage", "sitepage",
-                                "newspage", "vendor", "search"}) {
-        ini += u"[%1]\nhost=http://127.0.0.1:1\n"_s.arg(QLatin1String(purpose));
-    }
+    ini += local({u"history"_s, u"factors"_s, u"boards"_s, u"chart"_s, u"stockpage"_s,
+                  u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s});
     http_.client = std::make_unique<QtHttpClient>();
     begin(ini);
     click(u"test"_s);
@@ -177,42 +169,6 @@ TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
         EXPECT_EQ(grid().textMatrix(row, 8).isEmpty(), isSearch) << this->row(row).toStdString();
     }
     EXPECT_EQ(failures_.texts.size(), 1) << "the store has no address to search by";
-}
-
-// Esc ends the test before it closes the window, and a window may close at every wait.
-TEST_F(Form34Test, ATestEndsAtEveryWait) {
-    begin({});
-    http_.answer = [](const QString&) { return QByteArray("x"); };
-    int asked = 0;
-    int holdAt = 0;
-    auto gate = std::make_shared<Later<bool>>();
-    http_.onGet = [&] { http_.gate = ++asked == holdAt ? gate : nullptr; };
-    const auto hold = [&](int at) {
-        asked = 0;
-        holdAt = at;
-        gate = std::make_shared<Later<bool>>();
-        click(u"test"_s);
-        until([&] { return asked == at; });
-    };
-    hold(2);
-    key(u"host"_s, Qt::Key_Escape);
-    EXPECT_TRUE(form_->isVisible());
-    EXPECT_TRUE(button(u"test"_s)->isEnabled());
-    gate->deliver(true);
-    for (const int at : {1, 2, 3, 4}) {
-        hold(at);
-        form_->close();
-        deleteClosedWindows();
-        gate->deliver(true);
-        open<Form34>();
-    }
-    holdAt = 0;
-    asked = 0;
-    click(u"test"_s);
-    until([&] { return asked == 1; });
-    form_->close();  // in the pause behind the first answer
-    EXPECT_EQ(asked, 1);
-    EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
 }  // namespace guanchao

@@ -1,7 +1,6 @@
 #include "utilities/proxies.h"
 
 #include "formats/gbk.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
