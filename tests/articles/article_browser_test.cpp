@@ -2,7 +2,6 @@
 
 #include "articles/article_removal.h"
 #include "tests/support/kill_in_the_middle.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {

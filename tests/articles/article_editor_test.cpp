@@ -1,6 +1,5 @@
 #include "articles/article_editor.h"
 
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {

@@ -1,6 +1,4 @@
-#include <QCheckBox>
 #include <QClipboard>
-#include <QDir>
 #include <QScopeGuard>
 #include <utility>
 
@@ -29,13 +27,7 @@ protected:
 
     static QList<Form26*> editors() {
         QApplication::processEvents();
-        QList<Form26*> forms;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* form = qobject_cast<Form26*>(window); form && form->isVisible()) {
-                forms << form;
-            }
-        }
-        return forms;
+        return shownWindows<Form26>();
     }
     Form26* openEditor(int id) {
         Form26* form = load(id);

@@ -14,7 +14,6 @@
 #include "research/selection_search.h"
 #include "research/theme_history.h"
 #include "tests/exchange/exchange_fixture.h"
-#include "tests/support/files.h"
 #include "tests/support/test_history.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_editing.h"

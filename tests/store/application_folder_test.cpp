@@ -5,6 +5,7 @@
 #include "base/activity.h"
 #include "store/stores.h"
 #include "tests/support/files.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
@@ -89,12 +90,8 @@ TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
 
 TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
     const auto failure = [&]() -> QString {
-        try {
-            installed().prepare();
-        } catch (const OperationError& error) {
-            return error.activity() + u'|' + error.reason();
-        }
-        return QString();
+        const auto raised = raisedBy<OperationError>([&] { installed().prepare(); });
+        return raised.activity() + u'|' + raised.reason();
     };
     writeFile(home_, "a file in the way");
     EXPECT_TRUE(failure().startsWith(u"准备应用目录|无法写入 "_s + home_))

@@ -1,6 +1,5 @@
 #include "store/connection.h"
 
-#include <QFile>
 #include <QScopeGuard>
 #include <optional>
 #include <semaphore>
@@ -69,14 +68,10 @@ TEST_F(ConnectionTest, WhatAnotherThreadHoldsIsBusy) {
     held.acquire();
     const auto end = qScopeGuard([&] { tried.release(); });
     const Connection::BusyTimeout shortest(std::chrono::milliseconds(1));
-    try {
-        Connection store = stores.article.open();
-        store.execute(u"delete from wenzhang"_s);
-        FAIL() << "it was let in";
-    } catch (const StoreError& failure) {
-        EXPECT_EQ(failure.fault(), StoreFault::busy);
-        EXPECT_TRUE(failureReason(failure).contains(u"正由“导入文章”使用"_s));
-    }
+    const auto failure =
+        raisedBy<StoreError>([&] { stores.article.open().execute(u"delete from wenzhang"_s); });
+    EXPECT_EQ(failure.fault(), StoreFault::busy);
+    EXPECT_TRUE(failureReason(failure).contains(u"正由“导入文章”使用"_s));
 }
 
 // The lock can't go while an operation waits for it: a wait would outlast the test.
@@ -95,13 +90,9 @@ TEST_F(ConnectionTest, WhatATransactionHoldsRefusesOtherWritersOfItsThreadAtOnce
         Connection store = stores.article.open();
         Transaction transaction(store);
         for (const QString& path : {stores.article.path, link}) {
-            try {
-                write(path);
-                FAIL() << path.toStdString();
-            } catch (const OperationError& refusal) {
-                EXPECT_EQ(refusal.reason(), u"正在导入文章，请等它结束后再试。"_s);
-                EXPECT_EQ(refusal.activity(), u"删除文章"_s);
-            }
+            const auto refusal = raisedBy<OperationError>([&] { write(path); });
+            EXPECT_EQ(refusal.reason(), u"正在导入文章，请等它结束后再试。"_s);
+            EXPECT_EQ(refusal.activity(), u"删除文章"_s);
         }
         EXPECT_EQ(TestStores::rows(stores.article, u"select count(*) from wenzhang"_s),
                   QStringList{u"0"_s})
@@ -125,14 +116,10 @@ TEST_F(ConnectionTest, AStatementMustBeOneAndAFailureTellsWhichItWas) {
     EXPECT_NO_THROW(connection.execute(u"delete from zixuangu; "_s));
     const Activity activity(u"读取"_s);
     const QString statement = u"select nothing from dmb"_s;
-    try {
-        Recordset rows(connection, statement);
-        FAIL() << "the statement was taken";
-    } catch (const StoreError& failure) {
-        EXPECT_TRUE(failure.reason().contains(u"nothing"_s)) << "the column by its name";
-        EXPECT_EQ(failure.statement(), statement);
-        EXPECT_EQ(failure.activity(), u"读取"_s);
-    }
+    const auto failure = raisedBy<StoreError>([&] { Recordset(connection, statement); });
+    EXPECT_TRUE(failure.reason().contains(u"nothing"_s)) << "the column by its name";
+    EXPECT_EQ(failure.statement(), statement);
+    EXPECT_EQ(failure.activity(), u"读取"_s);
 }
 
 TEST_F(ConnectionTest, WhereOnlyReadingIsAllowedNothingElseIs) {
@@ -145,12 +132,8 @@ TEST_F(ConnectionTest, WhereOnlyReadingIsAllowedNothingElseIs) {
           u"create temp table a(b)"_s, QString(u"attach '"_s + other + u"' as other"_s),
           u"pragma query_only=off"_s, u"pragma table_info(dmb)"_s, u"begin immediate"_s,
           u"select sqlcipher_export('main')"_s, u"select load_extension('x')"_s}) {
-        try {
-            connection.execute(statement);
-            ADD_FAILURE() << statement.toStdString();
-        } catch (const StoreError& failure) {
-            EXPECT_EQ(failure.reason(), u"这里只能查询"_s) << statement.toStdString();
-        }
+        const auto refusal = raisedBy<StoreError>([&] { connection.execute(statement); });
+        EXPECT_EQ(refusal.reason(), u"这里只能查询"_s) << statement.toStdString();
     }
     EXPECT_FALSE(QFile::exists(other));
     const Recordset read(connection,

@@ -1,7 +1,5 @@
 #include "store/removals.h"
 
-#include <QDir>
-
 #include "tests/support/store_test.h"
 
 namespace guanchao {

@@ -1,10 +1,7 @@
 #include "themes/theme_commands.h"
 
-#include <QFile>
-
 #include "heat/news_notes.h"
 #include "store/failure.h"
-#include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
 #include "themes/theme_table.h"
 
@@ -114,13 +111,10 @@ TEST_F(ThemeCommandsTest, AFailedRenameKeepsWhatItDidAndTellsWhat) {
     addOtherTables();
     QFile::remove(store_.stores.heat.path);
     dialogs_.typed = u"消费"_s;
-    try {
-        outcomeOf(commands_.rename(u"白酒"_s, {}));
-        FAIL();
-    } catch (const StoreError& failure) {
-        EXPECT_TRUE(failureText(failure).endsWith(
-            u"已经写入并保留：主题库、主题大盘行情、主题监控。其余没有写入。"_s));
-    }
+    const auto failure =
+        raisedBy<StoreError>([this] { outcomeOf(commands_.rename(u"白酒"_s, {})); });
+    EXPECT_TRUE(failureText(failure).endsWith(
+        u"已经写入并保留：主题库、主题大盘行情、主题监控。其余没有写入。"_s));
     EXPECT_EQ(members(u"zhutiname"_s), QStringList({u"消费"_s, u"消费"_s, u"银行"_s}));
 }
 

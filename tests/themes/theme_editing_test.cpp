@@ -1,5 +1,4 @@
 #include "themes/theme_editing.h"
-#include "tests/support/outcome_of.h"
 #include "tests/themes/theme_fixture.h"
 
 namespace guanchao {
