@@ -6,7 +6,9 @@
 
 #include "formats/gbk.h"
 #include "store/sqlite.h"
+#include "store/store_error.h"
 #include "tests/support/files.h"
+#include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 #include "tools/history_builder/builder_failure.h"
@@ -18,13 +20,9 @@ namespace guanchao {
 static const QByteArray ownHeader =
     "dm,shijian,kp,zg,zd,sp,qiansp,chengjiaol,chengjiaoe,fuquanyz\n";
 
-static QString failureOf(const std::function<void()>& run) {
-    try {
-        run();
-    } catch (const std::runtime_error& failure) {
-        return QString::fromUtf8(failure.what());
-    }
-    return u"no failure"_s;
+template <typename Run>
+static QString failureOf(const Run& run) {
+    return QString::fromUtf8(raisedBy<std::runtime_error>(run).what());
 }
 
 class HistoryBuilderTest : public ::testing::Test {
@@ -86,36 +84,35 @@ TEST_F(HistoryBuilderTest, NewDaysComeToWhatIsThereOnlyOnce) {
 // The one day of a file in the words of each library.
 TEST_F(HistoryBuilderTest, AHeaderTellsTheColumns) {
     const QString day = u"SH600000|2026-11-20|950|1000|900|990|980|"_s;
+    const QByteArray own =
+        "fuquanyz,sp,zd,zg,kp,qiansp,shijian,dm,chengjiaol,chengjiaoe\n"
+        "1.5,9.9,9,10,9.5,9.8,2026-11-20,SH600000,8000,76000";
+    const QByteArray tushare =
+        "ts_code,trade_date,open,high,low,close,pre_close,change,pct_chg,vol,amount\n"
+        "600000.SH,20261120,9.5,10,9,9.9,9.8,0.1,1.02,80,76.5";
+    const QByteArray akshare = gbkFromText(
+        u",日期,股票代码,开盘,收盘,最高,最低,成交量,成交额,振幅,涨跌幅,涨跌额\r\n"
+        u"0,2026-11-20,600000,9.5,9.9,10,9,80,76000.0,1,1,0.1\r\n"_s);
+    const QByteArray named =
+        u"日期,开盘价,最高价,最低价,收盘价,前收盘,成交量（手）,成交额(万元)\n"
+        u"2026/11/20,9.5,10,9,9.9,9.8,80,7.6\n"_s.toUtf8();
+    const QByteArray baostock =
+        "\xEF\xBB\xBF\"date\",\"code\",\"open\",\"high\",\"low\",\"close\",\"preclose\","
+        "\"volume\",\"name\"\n"
+        "\"2026-11-20 00:00:00\",\"sh.600000\",\"9.5\",\"10\",\"9\",\"9.9\",\"9.8\",\"8000\","
+        "\"a,b\"\n";
+    const std::optional<VolumeUnit> told;
     const struct {
         QString file;
         QByteArray content;
         std::optional<VolumeUnit> unit;
         QString rest;  // volume, turnover, factor
     } cases[] = {
-        {u"a.csv"_s,
-         "fuquanyz,sp,zd,zg,kp,qiansp,shijian,dm,chengjiaol,chengjiaoe\n"
-         "1.5,9.9,9,10,9.5,9.8,2026-11-20,SH600000,8000,76000",
-         {},
-         u"8000|76000|1.5"_s},
-        {u"b.csv"_s,
-         "ts_code,trade_date,open,high,low,close,pre_close,change,pct_chg,vol,amount\n"
-         "600000.SH,20261120,9.5,10,9,9.9,9.8,0.1,1.02,80,76.5",
-         {},
-         u"8000|76500|1"_s},
-        {u"c.csv"_s,
-         gbkFromText(u",日期,股票代码,开盘,收盘,最高,最低,成交量,成交额,振幅,涨跌幅,涨跌额\r\n"
-                     u"0,2026-11-20,600000,9.5,9.9,10,9,80,76000.0,1,1,0.1\r\n"_s),
-         VolumeUnit::lots, u"8000|76000|1"_s},
-        {u"浦发银行_sh600000.csv"_s,
-         u"日期,开盘价,最高价,最低价,收盘价,前收盘,成交量（手）,成交额(万元)\n"
-         u"2026/11/20,9.5,10,9,9.9,9.8,80,7.6\n"_s.toUtf8(),
-         VolumeUnit::shares, u"8000|76000|1"_s},
-        {u"d.csv"_s,
-         "\xEF\xBB\xBF\"date\",\"code\",\"open\",\"high\",\"low\",\"close\",\"preclose\","
-         "\"volume\",\"name\"\n"
-         "\"2026-11-20 00:00:00\",\"sh.600000\",\"9.5\",\"10\",\"9\",\"9.9\",\"9.8\",\"8000\","
-         "\"a,b\"\n",
-         VolumeUnit::shares, u"8000|0|1"_s},
+        {u"a.csv"_s, own, told, u"8000|76000|1.5"_s},
+        {u"b.csv"_s, tushare, told, u"8000|76500|1"_s},
+        {u"c.csv"_s, akshare, VolumeUnit::lots, u"8000|76000|1"_s},
+        {u"浦发银行_sh600000.csv"_s, named, VolumeUnit::shares, u"8000|76000|1"_s},
+        {u"d.csv"_s, baostock, VolumeUnit::shares, u"8000|0|1"_s},
     };
     for (const auto& it : cases) {
         QFile::remove(files_.first);
@@ -127,6 +124,8 @@ TEST_F(HistoryBuilderTest, AHeaderTellsTheColumns) {
 }
 
 TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
+    const QString csv = u"a.csv"_s;
+    const QByteArray own = ownHeader, day = "SH600000,2026-11-20,";
     const QByteArray good = "SH600000,2026-11-19,1,1,1,1,1,1,1,1\n";
     const QByteArray english = "date,open,high,low,close,volume\n";
     const QString names = u"。第一行要写明每一列是什么，例如 日期,开盘,最高,最低,收盘,成交量(股)"_s;
@@ -138,28 +137,23 @@ TEST_F(HistoryBuilderTest, ABadRowIsNamedAndNothingIsWritten) {
         int line;
         QString words;
     } cases[] = {
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,1,1", 2,
-         u"应有 10 个字段，却有 9 个"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,1,1,1,2", 2,
-         u"应有 10 个字段，却有 11 个"_s},
-        {u"a.csv"_s, ownHeader + good + "\n", "60000,2026-11-20,1,1,1,1,1,1,1,1", 4,
+        {csv, own, day + "1,1,1,1,1,1,1", 2, u"应有 10 个字段，却有 9 个"_s},
+        {csv, own, day + "1,1,1,1,1,1,1,1,2", 2, u"应有 10 个字段，却有 11 个"_s},
+        {csv, own + good + "\n", "60000,2026-11-20,1,1,1,1,1,1,1,1", 4,
          u"“60000”不是代码，例如 SH600000"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-13-20,1,1,1,1,1,1,1,1", 2,
+        {csv, own, "SH600000,2026-13-20,1,1,1,1,1,1,1,1", 2,
          u"“2026-13-20”不是日期，例如 2026-11-24"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,1926-11-20,1,1,1,1,1,1,1,1", 2, u"日期不对"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,x,1,1,1,1", 2, u"收盘“x”不是数字"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,0.001,1,1,1,1,1", 2,
-         u"最低“0.001”要在 0.01 到 1000000 之间"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,\"1,23\",1,1,1,1", 2,
-         u"收盘“1,23”不是数字"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,-1,1,1", 2, u"成交量“-1”不是数字"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,1,1,1,1,1,1,1,0", 2, u"复权因子要大于 0"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,9,9,10,9,9,1,1,1", 2, u"最高价低于最低价"_s},
-        {u"a.csv"_s, ownHeader, "SH600000,2026-11-20,9,9,8,9.5,9,1,1,1", 2,
-         u"开盘价或收盘价不在最低价和最高价之间"_s},
-        {u"a.csv"_s, good, good, 1, u"表头里没有“日期”“开盘”“最高”“最低”“收盘”“成交量”"_s + names},
-        {u"a.csv"_s, "date,open,high,low,volume\n", "", 1, u"表头里没有“收盘”"_s + names},
-        {u"a.csv"_s, english, "", 1, u"表头里没有“代码”，文件名里也没有股票代码"_s},
+        {csv, own, "SH600000,1926-11-20,1,1,1,1,1,1,1,1", 2, u"日期不对"_s},
+        {csv, own, day + "1,1,1,x,1,1,1,1", 2, u"收盘“x”不是数字"_s},
+        {csv, own, day + "1,1,0.001,1,1,1,1,1", 2, u"最低“0.001”要在 0.01 到 1000000 之间"_s},
+        {csv, own, day + "1,1,1,\"1,23\",1,1,1,1", 2, u"收盘“1,23”不是数字"_s},
+        {csv, own, day + "1,1,1,1,1,-1,1,1", 2, u"成交量“-1”不是数字"_s},
+        {csv, own, day + "1,1,1,1,1,1,1,0", 2, u"复权因子要大于 0"_s},
+        {csv, own, day + "9,9,10,9,9,1,1,1", 2, u"最高价低于最低价"_s},
+        {csv, own, day + "9,9,8,9.5,9,1,1,1", 2, u"开盘价或收盘价不在最低价和最高价之间"_s},
+        {csv, good, good, 1, u"表头里没有“日期”“开盘”“最高”“最低”“收盘”“成交量”"_s + names},
+        {csv, "date,open,high,low,volume\n", "", 1, u"表头里没有“收盘”"_s + names},
+        {csv, english, "", 1, u"表头里没有“代码”，文件名里也没有股票代码"_s},
         {u"600000.csv"_s, english, "2026-11-20,1,1,1,1,5", 2, unit},
     };
     add(good);
@@ -292,8 +286,7 @@ TEST_F(HistoryBuilderTest, AFailureNamesTheFileAndTellsWhatToDo) {
     EXPECT_EQ(faultOfPlaces(files_, csv_), QString());
     const struct {
         HistoryFiles files;
-        QString named;
-        QString words;
+        QString named, words;
     } places[] = {
         {{files_.first, folder_.filePath(u"a/../a/first.db3"_s)}, files_.first, u"同一个文件"_s},
         {{files_.first, csv_}, csv_, u"日线文件"_s},
@@ -313,20 +306,15 @@ TEST_F(HistoryBuilderTest, AFailureNamesTheFileAndTellsWhatToDo) {
     ASSERT_EQ(sqlite3_exec(holder, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
     const struct {
         HistoryFiles files;
-        QString named;
-        QString words;
+        QString named, words;
     } runs[] = {
         {{files_.first, other}, other, u"不是 SQLite 数据库"_s},
         {{other, folder_.filePath(u"new.db3"_s)}, other, u"不是 SQLite 数据库"_s},
         {files_, files_.second, u"正被另一个程序使用"_s},
     };
     for (const auto& it : runs) {
-        QString words;
-        try {
-            addToHistory(it.files, {}, {});
-        } catch (const std::exception& failure) {
-            words = builderFailure(failure);
-        }
+        const QString words =
+            builderFailure(raisedBy<StoreError>([&] { addToHistory(it.files, {}, {}); }));
         EXPECT_TRUE(words.startsWith(it.named + u'：') && words.contains(it.words))
             << words.toStdString();
     }
@@ -346,31 +334,6 @@ TEST_F(HistoryBuilderTest, AFailureLeavesAFileAsItWas) {
     EXPECT_TRUE(QDir().mkpath(blocked + u".new/x"_s));
     EXPECT_ANY_THROW(addToHistory({blocked, files_.second}, {}, {}));
     EXPECT_FALSE(QFile::exists(blocked));
-}
-
-// A run was killed while it wrote, and its user has taken the half written databases away.
-TEST_F(HistoryBuilderTest, TheJournalOfAFormerFileIsNotPlayedBack) {
-    const QByteArray day19 = "SH600000,2026-11-19,1,1,1,1,1,1,1,1\n";
-    add(day19);
-    for (const QString& path : {files_.first, files_.second}) {
-        QByteArray journal;
-        {
-            Connection open(path, {});
-            Transaction transaction(open);
-            open.execute(u"pragma cache_size=1"_s);
-            open.execute(u"create table large as select zeroblob(1000000) as a"_s);
-            open.execute(u"delete from SH600000"_s);
-            journal = contentOf(path + u"-journal"_s);
-        }
-        ASSERT_FALSE(journal.isEmpty());
-        QFile::remove(path);
-        writeFile(path + u"-journal"_s, journal);
-        writeFile(path + u".new-journal"_s, journal);
-    }
-    add("SH600000,2026-11-20,1,1,1,1,1,1,1,1\n");
-    EXPECT_EQ(first(u"select shijian from SH600000"_s), QStringList{u"2026-11-20"_s});
-    EXPECT_EQ(first(u"pragma integrity_check"_s), QStringList{u"ok"_s});
-    EXPECT_EQ(second(u"pragma integrity_check"_s), QStringList{u"ok"_s});
 }
 
 }  // namespace guanchao
