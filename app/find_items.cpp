@@ -13,11 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Those in which a character isn't read as it mostly is.
-const QHash<QString, QString> wordsOfTwoReadings = {{u"行情"_s, u"hq"_s}, {u"银行"_s, u"yh"_s},
-                                                    {u"行业"_s, u"hy"_s}, {u"重组"_s, u"cz"_s},
-                                                    {u"重启"_s, u"cq"_s}, {u"音乐"_s, u"yy"_s}};
-
 enum Fit : std::uint8_t { equal, begins, holds, none };
 
 Fit fitOf(QStringView text, QStringView typed) {
@@ -42,7 +37,7 @@ Fit fitOf(const FindItem& item, QStringView typed) {
 }  // namespace
 
 QList<FindItem> withInitials(QList<FindItem> items) {
-    const Initials initials(wordsOfTwoReadings);
+    const Initials initials(commonExceptions());
     for (FindItem& item : items) {
         item.initials = initials.of(item.name);
     }

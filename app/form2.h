@@ -51,6 +51,10 @@ public:
     // 显示: back from the tray.
     void tuopan显示_Click();
 
+signals:
+    // The quotes or the themes of the store are others now, and the tables have shown them.
+    void themesChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -82,6 +86,10 @@ private:
     void follows(QWidget* window);
     template <typename Form>
     void addsMonitor(const QAction* entry);
+
+    // In form2_themes.cpp.
+    void connectMap(QWidget* window);
+    void markTheme(const QString& name);
 
     void watchTray();
     void showSound(const QString& file);

@@ -28,6 +28,7 @@
 #include "research/form37.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
+#include "themes/form38.h"
 #include "themes/form6.h"
 #include "ui_form2.h"
 #include "utilities/form28.h"
@@ -89,6 +90,7 @@ void Form2::connectWindows() {
     opens<Form24>(ui_->主题历史涨幅);
     opens<Form24>(ui_->历史涨幅);
     opens<Form12>(ui_->题材历史分析);
+    raisesOrOpens<Form38>(ui_->热力图);
     opens<Form21>(ui_->分时数据);
     opens<Form21>(ui_->当前行情);
     opens<Form36>(ui_->K线图);
@@ -109,6 +111,7 @@ void Form2::connectWindows() {
         follows<Form3>(window);
         follows<Form33>(window);
         follows<Form35>(window);
+        connectMap(window);
         offerCharts(*window);
     });
     offerCharts(*this);
@@ -226,8 +229,11 @@ void Form2::connectThemeCommands() {
 void Form2::redraw(Redraw part, const QString& theme) {
     if (part == Redraw::themes) {
         刷新_Click();
-    } else if (part == Redraw::stocks) {
-        showStocks(theme);
+    } else {
+        if (part == Redraw::stocks) {
+            showStocks(theme);
+        }
+        emit themesChanged();
     }
 }
 

@@ -9,6 +9,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 struct Initials::Reader {
     Reader() {
         UErrorCode status = U_ZERO_ERROR;
@@ -77,6 +79,11 @@ QString Initials::reading(QChar character) const {
     const bool letters =
         std::all_of(read.begin(), read.end(), [](QChar c) { return c >= u'a' && c <= u'z'; });
     return letters ? read : QString();
+}
+
+QHash<QString, QString> commonExceptions() {
+    return {{u"行情"_s, u"hq"_s}, {u"银行"_s, u"yh"_s}, {u"行业"_s, u"hy"_s},
+            {u"重组"_s, u"cz"_s}, {u"重启"_s, u"cq"_s}, {u"音乐"_s, u"yy"_s}};
 }
 
 QHash<QString, QString> readInitialsExceptions(const QString& path) {

@@ -31,6 +31,10 @@ private:
     std::unique_ptr<Reader> reader_;
 };
 
+// Of words in which a character isn't read as it mostly is, as names of themes and commands have
+// them.
+QHash<QString, QString> commonExceptions();
+
 // The words of a seed list of exceptions. Raises std::runtime_error if it can't be read.
 QHash<QString, QString> readInitialsExceptions(const QString& path);
 

@@ -1,0 +1,48 @@
+// What the windows about themes and the tables of Form2 do for each other.
+#include "app/form2.h"
+#include "base/values.h"
+#include "themes/form38.h"
+#include "ui_form2.h"
+
+namespace guanchao {
+
+namespace {
+
+// Without the commands of the grid that opens the menu.
+QList<QAction*> entriesOf(const QMenu& menu) {
+    QList<QAction*> entries = menu.actions();
+    entries.removeIf([](const QAction* it) { return qobject_cast<GridView*>(it->parent()); });
+    while (!entries.isEmpty() && entries.last()->isSeparator()) {
+        entries.removeLast();
+    }
+    return entries;
+}
+
+}  // namespace
+
+void Form2::connectMap(QWidget* window) {
+    auto* map = qobject_cast<Form38*>(window);
+    if (!map) {
+        return;
+    }
+    map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
+    connect(this, &Form2::themesChanged, map, &Form38::readAgain);
+    connect(map, &Form38::themeChosen, this, &Form2::markTheme);
+    connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
+}
+
+// As a click on its row, which may not be listed now.
+void Form2::markTheme(const QString& name) {
+    for (int row = 1; row < themes_.rows(); ++row) {
+        if (trimBlanks(themes_.textMatrix(row, 1)) == name) {
+            themes_.biaoji(row);
+            MSHFlexGrid1_RowChosen(row);
+            MSHFlexGrid1_Click(row);
+            return;
+        }
+    }
+    ui_->Text2->setText(name);
+    showStocks(name);
+}
+
+}  // namespace guanchao
