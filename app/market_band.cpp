@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <chrono>
 
+#include "base/time_left.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "frame/sheets.h"
@@ -66,20 +67,6 @@ QString marketWords(const MarketSummary& market) {
 }
 
 }  // namespace
-
-QString ageWords(qint64 seconds) {
-    constexpr qint64 minute = 60;
-    constexpr qint64 hour = 60 * minute;
-    constexpr qint64 day = 24 * hour;
-    if (seconds < minute) {
-        return u"刚刚"_s;
-    }
-    if (seconds < hour) {
-        return QString::number(seconds / minute) + u" 分钟前"_s;
-    }
-    return seconds < day ? QString::number(seconds / hour) + u" 小时前"_s
-                         : QString::number(seconds / day) + u" 天前"_s;
-}
 
 MarketBand::MarketBand(Labels labels, Environment& environment, const AlarmDesk& desk)
     : labels_(labels), environment_(environment), minutes_(this), runs_(environment.failures) {

@@ -42,7 +42,4 @@ private:
     Runs runs_;
 };
 
-// 刚刚, 3 分钟前, 2 小时前, 5 天前
-QString ageWords(qint64 seconds);
-
 }  // namespace guanchao

@@ -37,4 +37,18 @@ QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 tota
     return left ? timeLeftWords(*left) : QString();
 }
 
+QString ageWords(qint64 seconds) {
+    constexpr qint64 minute = 60;
+    constexpr qint64 hour = 60 * minute;
+    constexpr qint64 day = 24 * hour;
+    if (seconds < minute) {
+        return u"刚刚"_s;
+    }
+    if (seconds < hour) {
+        return QString::number(seconds / minute) + u" 分钟前"_s;
+    }
+    return seconds < day ? QString::number(seconds / hour) + u" 小时前"_s
+                         : QString::number(seconds / day) + u" 天前"_s;
+}
+
 }  // namespace guanchao

@@ -1,4 +1,5 @@
-// How long a run still takes, judged by what it has taken so far.
+// Spans of time in words: how long a run still takes, judged by what it has taken so far, and how
+// long ago something was.
 #pragma once
 
 #include <QString>
@@ -16,5 +17,8 @@ QString timeLeftWords(std::chrono::seconds left);
 
 // The same; empty where the time left can't be told.
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total);
+
+// 刚刚, 3 分钟前, 2 小时前, 5 天前
+QString ageWords(qint64 seconds);
 
 }  // namespace guanchao

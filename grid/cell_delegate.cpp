@@ -66,6 +66,14 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->palette.setColor(QPalette::HighlightedText, toColor(readable(selectedWords, selected)));
 }
 
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    editor->setAccessibleName(
+        index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+    return editor;
+}
+
 Colour CellDelegate::readable(Colour colour, Colour ground) const {
     const quint64 pair = quint64{colour} << 32 | ground;
     const auto known = readable_.constFind(pair);

@@ -1,28 +1,18 @@
 #include "grid/grid_export.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <optional>
 
 #include "base/activity.h"
 #include "base/files.h"
 #include "base/pause.h"
 #include "grid/table_text.h"
-#include "platform/fixed_folders.h"
+#include "platform/pick_file.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Without it spreadsheets read another encoding.
-const QByteArray utf8Mark = "\xEF\xBB\xBF";
-
-QString offeredFolder() {
-    const QString folder = fixedPath(FixedPlace::exportFolder);
-    return QFileInfo::exists(folder) ? folder : QDir::homePath();
-}
 
 // A part of the rows at a time, between which the windows go on; nothing if the list changes then.
 QCoro::Task<std::optional<QByteArray>> csvOf(QPointer<ResultGrid> grid, QList<int> cols,
@@ -36,7 +26,7 @@ QCoro::Task<std::optional<QByteArray>> csvOf(QPointer<ResultGrid> grid, QList<in
     QObject::connect(grid, &QAbstractItemModel::dataChanged, &whileReading, noteChange);
     QObject::connect(grid, &QAbstractItemModel::layoutAboutToBeChanged, &whileReading, noteChange);
     QObject::connect(grid, &QObject::destroyed, &whileReading, noteChange);
-    QByteArray content = utf8Mark;
+    QByteArray content = csvMark;
     const int rows = grid->rows();
     for (int row = 0; row < rows; ++row) {
         content += csvLine(*grid, row, cols).toUtf8();

@@ -85,8 +85,10 @@ void GridView::addCommands() {
 void GridView::connectHeader() {
     QHeaderView* header = horizontalHeader();
     header->viewport()->installEventFilter(this);
-    connect(header, &QHeaderView::sectionClicked, this,
-            [this](int col) { sort_.sort(*grid_, col); });
+    connect(header, &QHeaderView::sectionClicked, this, [this](int col) {
+        sort_.sort(*grid_, col);
+        emit sortChanged();
+    });
     connect(header, &QHeaderView::sectionResized, this, [this](int col, int former, int width) {
         const bool appearsOrGoes = former == 0 || width == 0;
         if (grid_ && !appearsOrGoes) {
@@ -168,7 +170,13 @@ void GridView::showKept(const QVariantMap& kept) {
     if (grid_) {
         showColumns();
         sort_.followFill(*grid_);
+        emit sortChanged();
     }
+}
+
+void GridView::forgetSort() {
+    sort_.forget();
+    emit sortChanged();
 }
 
 void GridView::scrollToTop(int row) {
@@ -355,18 +363,30 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && index.isValid()) {
+    if (event->button() == Qt::LeftButton && index.flags() & Qt::ItemIsEditable) {
+        edit(index);
+    } else if (event->button() == Qt::LeftButton && index.isValid()) {
         emit rowDoubleClicked(rowAtIndex(index));
     }
 }
 
-void GridView::copyRows() {
+QList<int> GridView::selectedRows() const {
     QList<int> rows;
     for (int row = 1; grid_ && row < grid_->rows(); ++row) {
         if (isSelected(row)) {
             rows << row;
         }
     }
+    return rows;
+}
+
+void GridView::editCell(int row, int col) {
+    goTo({row, col});
+    edit(model()->index(row - 1, col));
+}
+
+void GridView::copyRows() {
+    const QList<int> rows = selectedRows();
     if (!rows.isEmpty()) {
         QGuiApplication::clipboard()->setText(copiedText(*grid_, rows, columns_.shown(*grid_)));
     }

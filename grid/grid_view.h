@@ -38,6 +38,10 @@ public:
 
     // A click on a header sorts; headers that hold one of the words are sorted as texts.
     void setSortable(const QStringList& dateWords = {}) { sort_.enable(dateWords); }
+    // The header by which the rows stand; empty: as the list was found, as it is from the next fill
+    // on once the sort is forgotten.
+    QString sortedBy() const { return sort_.header(); }
+    void forgetSort();
     void shareSortOrder(const GridView& other) { sort_.shareOrder(other.sort_); }
 
     // 导出表格: without this the view has no such command.
@@ -52,6 +56,14 @@ public:
     // view's own commands are put at its end; they are the menu of a view that is given none.
     enum class MenuArea : std::uint8_t { rows, rowsAndGround };
     void setRowMenu(QMenu& menu, MenuArea area = MenuArea::rows);
+
+    // In their order, the marked one among them.
+    QList<int> selectedRows() const;
+
+    // Into a cell of the grid's editable column the user writes, as after a double click on it. No
+    // list may be filled meanwhile.
+    void editCell(int row, int col);
+    bool isEditing() const { return state() == EditingState; }
 
     // Twips in pixels of this view, wider where the font is larger than the 9 points for which the
     // widths were chosen.
@@ -79,6 +91,8 @@ signals:
     // Enter alone.
     void enterPressed(int row);
     void rowDoubleClicked(int row);
+    // The rows stand in another order, or no longer in one.
+    void sortChanged();
 
 protected:
     bool event(QEvent* event) override;

@@ -27,6 +27,13 @@ void HeaderSort::sort(ResultGrid& grid, int col) {
     }
 }
 
+void HeaderSort::forget() {
+    shown_.reset();
+    kept_.clear();
+    *last_ = SortCode::none;
+    showArrow();
+}
+
 void HeaderSort::followFill(ResultGrid& grid) {
     const std::optional<Sort> kept = enabled_ ? keptIn(grid) : std::nullopt;
     if (kept) {

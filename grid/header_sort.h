@@ -26,6 +26,11 @@ public:
     // again, those of another stand as they were found.
     void followFill(ResultGrid& grid);
 
+    // The header by which the rows stand; empty: as they were found.
+    QString header() const { return shown_ ? shown_->header : QString(); }
+    // The next fill stands as it is found.
+    void forget();
+
     // How the rows stand, as "header code", for the next run; empty: as they were found.
     QString kept() const;
     // The first fill with this header is put into that order.

@@ -373,6 +373,8 @@ QVariant ResultGrid::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return shortened(textMatrix(row, index.column()), longestShownName);
+        case Qt::EditRole:
+            return index.column() == editableColumn_ ? textMatrix(row, index.column()) : QVariant();
         case Qt::AccessibleTextRole:
             return shortened(spokenText(row, index.column()), longestShownName);
         case Qt::TextAlignmentRole:
@@ -404,6 +406,21 @@ QVariant ResultGrid::headerData(int section, Qt::Orientation orientation, int ro
         return shortened(textMatrix(0, section), longestShownName);
     }
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
+}
+
+Qt::ItemFlags ResultGrid::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags shown = QAbstractTableModel::flags(index);
+    return index.isValid() && index.column() == editableColumn_ ? shown | Qt::ItemIsEditable
+                                                                : shown;
+}
+
+bool ResultGrid::setData(const QModelIndex& index, const QVariant& value, int role) {
+    const bool isAnother = role == Qt::EditRole && index.isValid() &&
+                           value.toString() != textMatrix(index.row() + 1, index.column());
+    if (isAnother) {
+        emit written(index.row() + 1, index.column(), value.toString());
+    }
+    return isAnother;
 }
 
 Colour signColour(const ResultGrid& grid, int row, int col) {

@@ -110,6 +110,8 @@ public:
 
     // Which item the row is about, by its key columns; empty if it is about none.
     QStringList keyOf(int row) const { return keyIn(*this, row); }
+    // The one column into whose cells the user writes; none at first.
+    void setEditableColumn(int col) { editableColumn_ = col; }
 
     // True in and after a fill that shows a list anew that the grid held before.
     bool isRefill() const { return refill_; }
@@ -124,8 +126,12 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
 signals:
+    // The user has written another text into a cell, which holds what it held until a fill.
+    void written(int row, int col, const QString& text);
     void colWidthsChanged();
     // A fill of the same list begins.
     void refillBegins();
@@ -207,6 +213,7 @@ private:
     QList<int> keyColumns_ = {1};
     QStringList markedKey_;  // as a fill began
     QHash<QString, QString> itemNotes_;
+    int editableColumn_ = -1;
     QString toolTipText_;
 };
 

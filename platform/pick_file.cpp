@@ -1,5 +1,8 @@
 #include "platform/pick_file.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include "platform/fixed_folders.h"
 
 namespace guanchao {
@@ -15,6 +18,11 @@ QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QS
         co_return std::nullopt;
     }
     co_return path;
+}
+
+QString offeredFolder() {
+    const QString folder = fixedPath(FixedPlace::exportFolder);
+    return QFileInfo::exists(folder) ? folder : QDir::homePath();
 }
 
 }  // namespace guanchao

@@ -1,4 +1,4 @@
-// The question for a file that exists, beginning in the folder of exports.
+// The questions for files begin in the folder of exports.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,11 @@
 
 namespace guanchao {
 
-// Says so, and gives nothing, if the user picks none. `file` is the name that the dialog offers.
+// For a file that exists. Says so, and gives nothing, if the user picks none. `file` is the name that the dialog offers.
 QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QString file,
                                              std::stop_token stop);
+
+// For a file to be written: the user's home where that folder is missing.
+QString offeredFolder();
 
 }  // namespace guanchao
