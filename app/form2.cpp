@@ -42,7 +42,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
                   themes_, stocks_),
       themeCommands_(environment.stores, environment.clock, environment.dialogs,
                      environment.removals),
-      watchlist_(environment.stores, environment.dialogs),
+      watchlist_(environment.stores, environment.dialogs, environment.removals),
       quoteFeed_(environment.stores, environment.globals, environment.clock,
                  QuoteSource(environment.client, environment.clock, environment.services)),
       quoteRun_(environment.stores, environment.clock, quoteFeed_),

@@ -1,6 +1,8 @@
 // Rewriting a big theme, and the list of a long watchlist.
 #include "themes/theme_editing.h"
 
+#include <QTemporaryDir>
+
 #include "bench/bare_store.h"
 #include "bench/compare.h"
 #include "bench/market.h"
@@ -74,7 +76,9 @@ void listWatchlist(benchmark::State& state) {
     }
     transaction.commit();
     FakeDialogs dialogs;
-    const Watchlist watchlist(wholeMarket(), dialogs);
+    const QTemporaryDir kept;
+    Removals removals(kept.filePath(u"kept/"_s));
+    Watchlist watchlist(wholeMarket(), dialogs, removals);
     ResultGrid grid;
     compare(
         state,

@@ -17,7 +17,7 @@ Form30::Form30(Environment& environment, Windows& windows)
       environment_(environment),
       windows_(windows),
       ui_(std::make_unique<Ui::Form30>()),
-      watchlist_(environment.stores, environment.dialogs),
+      watchlist_(environment.stores, environment.dialogs, environment.removals),
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->MSHFlexGrid1->setGrid(grid_);
@@ -58,7 +58,7 @@ void Form30::添加个股监控_Click() {
 
 void Form30::添加自选股_Click() {
     runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
-        const bool added = co_await watchlist_.addTyped(stop);
+        const bool added = co_await watchlist_.addTyped(stop, {});
         if (added) {
             watchlist_.list(grid_);
         }

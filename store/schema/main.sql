@@ -98,6 +98,37 @@ create table zixuangu (
     jc text
 );
 
+-- Beside it: further lists, their stocks, the own order of each list, and the notes of the user. A
+-- store of an earlier program gets these tables with the first of them that is written.
+
+-- A further list (自选分组), in the order in which they were made.
+create table zixuanzu (
+    zu text                              -- 分组, the list's only identity
+);
+
+-- The stocks of further lists (分组股).
+create table zixuanzugu (
+    zu text,
+    dm text
+);
+create index zixuanzugu_zu on zixuanzugu (zu, dm);
+
+-- The own order (自选顺序) of a list. The place of a stock that has left its list stays, for its
+-- return.
+create table zixuanshunxu (
+    zu text,                             -- empty: the watchlist itself
+    dm text,
+    weizhi integer                       -- 位置, rising
+);
+create index zixuanshunxu_zu on zixuanshunxu (zu, dm);
+
+-- What the user has noted of a stock (个股备注), one row a stock.
+create table gegubeizhu (
+    dm text,
+    beizhu text                          -- 备注
+);
+create index gegubeizhu_dm on gegubeizhu (dm);
+
 -- Sector codes (板块代码表).
 create table bankuaidmb (
     bankuaidm text,

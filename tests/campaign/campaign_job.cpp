@@ -275,7 +275,7 @@ private:
     }
     // CODE
     QCoro::Task<> watch(std::stop_token) {
-        Watchlist(stores_, dialogs_).add(argument(0), u"简称"_s);
+        Watchlist(stores_, dialogs_, removals_).add(argument(0), u"简称"_s);
         co_return;
     }
 

@@ -206,7 +206,7 @@ TEST_F(CodeTableUpdateTest, WhatIsDelistedStaysAndIsAskedForNoMore) {
     EXPECT_EQ(line, u"SZ000005  深5  已退市"_s);
     EXPECT_EQ(codeOfCandidate(line), u"SZ000005"_s);
     EXPECT_EQ(stockOfCandidate(line), u"SZ000005  深5"_s);
-    Watchlist(store_.stores, dialogs_).list(grid_);
+    Watchlist(store_.stores, dialogs_, removals_).list(grid_);
     EXPECT_EQ(grid_.textMatrix(1, 11), u"已退市"_s);
     EXPECT_EQ(grid_.textMatrix(1, 2), u"深5"_s) << "its name is that of the table";
     EXPECT_EQ(store_.rows(u"select sp,zhangfu from dmb where dm='SZ000005'"_s),
