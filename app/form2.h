@@ -52,8 +52,9 @@ public:
     void tuopan显示_Click();
 
 signals:
-    // The quotes or the themes of the store are others now, and the tables have shown them.
-    void themesChanged();
+    // The quotes, the themes or the watchlist of the store are others now, and the tables have shown
+    // them.
+    void tablesChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -112,6 +112,9 @@ void Form2::connectWindows() {
         follows<Form33>(window);
         follows<Form35>(window);
         connectMap(window);
+        if (auto* watchlist = qobject_cast<Form30*>(window)) {
+            connect(this, &Form2::tablesChanged, watchlist, &Form30::refresh);
+        }
         offerCharts(*window);
     });
     offerCharts(*this);
@@ -152,10 +155,14 @@ void Form2::connectCommands() {
     addsMonitor<Form8>(ui_->添加主题监控);
     addsMonitor<Form7>(ui_->添加个股监控);
     Globals& globals = environment_.globals;
-    connect(ui_->添加到自选股, &QAction::triggered, this,
-            [this, &globals] { watchlist_.add(globals.dangqiandm, globals.dangqianjc); });
-    connect(ui_->从自选股删除, &QAction::triggered, this,
-            [this, &globals] { watchlist_.remove(globals.dangqiandm, globals.dangqianjc); });
+    connect(ui_->添加到自选股, &QAction::triggered, this, [this, &globals] {
+        watchlist_.add(globals.dangqiandm, globals.dangqianjc);
+        emit tablesChanged();
+    });
+    connect(ui_->从自选股删除, &QAction::triggered, this, [this, &globals] {
+        watchlist_.remove(globals.dangqiandm, globals.dangqianjc);
+        emit tablesChanged();
+    });
     connect(ui_->tuopan显示, &QAction::triggered, this, &Form2::tuopan显示_Click);
     connect(ui_->tuopanexit, &QAction::triggered, this, &Form2::tuopanexit_Click);
 }
@@ -233,7 +240,7 @@ void Form2::redraw(Redraw part, const QString& theme) {
         if (part == Redraw::stocks) {
             showStocks(theme);
         }
-        emit themesChanged();
+        emit tablesChanged();
     }
 }
 

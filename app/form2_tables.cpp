@@ -36,7 +36,7 @@ QCoro::Task<> Form2::refresh(std::stop_token stop) {
     };
     co_await patiently(step, stop);
     marketBand_->refresh();
-    emit themesChanged();
+    emit tablesChanged();
 }
 
 QCoro::Task<> Form2::refreshShown(std::stop_token stop) {
@@ -60,7 +60,7 @@ QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
     const auto stocks = [this] { themeTable_.refreshStocks(); };
     co_await patiently(stocks, stop);
     marketBand_->refresh();
-    emit themesChanged();
+    emit tablesChanged();
 }
 
 void Form2::showImported() {

@@ -26,7 +26,7 @@ void Form2::connectMap(QWidget* window) {
         return;
     }
     map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
-    connect(this, &Form2::themesChanged, map, &Form38::readAgain);
+    connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
     connect(map, &Form38::themeChosen, this, &Form2::markTheme);
     connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
 }

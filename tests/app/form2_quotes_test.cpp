@@ -14,8 +14,14 @@ namespace guanchao {
 TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBand) {
     store_.run({u"insert into dmb(dm,jc) values('SH000001','上证指数')"_s});
     load();
-    activate();
     trigger(u"全部显示"_s);
+    windows_.openAnew<Form30>();
+    auto* watchlist = child<GridView>(openWindows_.find<Form30>(), u"MSHFlexGrid1"_s);
+    globals_.dangqiandm = u"SH600000"_s;
+    trigger(u"添加到自选股"_s);
+    EXPECT_EQ(gridOf(*watchlist).rows(), 2) << "what is added here shows there";
+    dialogs_.shown.clear();
+    activate();
     view(u"MSHFlexGrid2"_s).setFocus();
     QTest::keyClick(&view(u"MSHFlexGrid2"_s), Qt::Key_Down);
     const QString chosen = globals_.dangqiandm;
@@ -40,6 +46,7 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
     EXPECT_EQ(stocks.textMatrix(stocks.markedRow(), 2), chosen);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).cellForeColor(1, 2), riseColour);
+    EXPECT_EQ(gridOf(*watchlist).textMatrix(1, 3), u"20.00"_s);
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(progress->isVisible());
     EXPECT_EQ(polledDay_.of(u"SH600519"_s).points, (QList<DayPoint>{{10 * 60, 15, 1, 1}}));

@@ -24,7 +24,8 @@ FEEDS = "quote history factors fundamentals boards stocklist".split()
 CONTENTS = {
     MAIN: ["insert into zhutijiankong values('保险',8.0,'>',2.0,5,null,1,'')",
            "insert into gegujiankong values('SH601319','中国人保',6.72,8.04,'涨幅','>',99,null,1,'')",
-           "insert into zixuangu select dm,jc from dzhzhuti where zhutiname='保险'"],
+           "insert into zixuangu select dm,jc from dzhzhuti where zhutiname='保险'",
+           "insert into zixuanzu values('短线')"],
     ARTICLES: ["insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values"
                f"('{DAY}','甲','主题','保险','三季报汇总','逐家列出。')"],
 }

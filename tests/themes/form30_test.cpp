@@ -1,0 +1,256 @@
+#include "themes/form30.h"
+
+#include <QComboBox>
+#include <QTabBar>
+
+#include "market/form21.h"
+#include "monitor/form7.h"
+#include "tests/support/files.h"
+#include "tests/support/outcome_of.h"
+#include "tests/support/quote_reply.h"
+#include "tests/support/window_test.h"
+
+namespace guanchao {
+
+using namespace std::chrono_literals;
+
+class Form30Test : public WindowTest {
+protected:
+    Form30Test() {
+        int gain = 9;
+        for (const QString& dm : {u"SH600000"_s, u"SH600519"_s, u"SZ000001"_s, u"SZ000002"_s}) {
+            store_.addCode(dm, u"股"_s + dm.last(1), 10, --gain);
+            store_.run({u"insert into zixuangu(dm) values('%1')"_s.arg(dm)});
+        }
+        open<Form30>();
+        form_->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form_));
+    }
+
+    // The last digits of the codes, as they are shown.
+    QString shown() const {
+        QString digits;
+        for (int row = 1; row < grid().rows(); ++row) {
+            digits += grid().textMatrix(row, 1).last(1);
+        }
+        return digits;
+    }
+    void key(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&view(), static_cast<Qt::Key>(key), modifiers);
+    }
+    // From the middle of a row to the upper or lower half of another.
+    void draw(int row, int to, bool below, bool leaves = false) {
+        QWidget* ground = view().viewport();
+        const QPoint from = cellOf(view(), row, 2);
+        const QPoint place = cellOf(view(), to, 2) + QPoint(0, below ? 5 : -5);
+        QTest::mousePress(ground, Qt::LeftButton, {}, from);
+        for (const QPoint& it : {from + QPoint(0, 2), (from + place) / 2, place}) {
+            QMouseEvent move(QEvent::MouseMove, it, ground->mapToGlobal(it), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(ground, &move);
+        }
+        if (leaves) {
+            key(Qt::Key_Escape);
+        }
+        QTest::mouseRelease(ground, Qt::LeftButton, {}, place);
+    }
+    QTabBar& tabs() { return *find<QTabBar>(u"lists"_s); }
+    QStringList tabNames() {
+        QStringList names;
+        for (int tab = 0; tab < tabs().count(); ++tab) {
+            names << tabs().tabText(tab);
+        }
+        return names;
+    }
+    void create(const QString& name) {
+        dialogs_.typed = name;
+        trigger(u"新建列表"_s);
+    }
+    QComboBox& interval() { return *find<QComboBox>(u"interval"_s); }
+};
+
+TEST_F(Form30Test, MouseAndKeysMoveRowsUnlessAHeaderSortsThem) {
+    EXPECT_EQ(shown(), u"0912"_s);
+    draw(1, 3, true);
+    EXPECT_EQ(shown(), u"9102"_s);
+    draw(4, 1, false);
+    EXPECT_EQ(shown(), u"2910"_s);
+    EXPECT_EQ(grid().markedRow(), 1) << "what is moved stays the chosen one";
+    draw(1, 4, true, true);
+    EXPECT_EQ(shown(), u"2910"_s) << "Esc lets it stay";
+    EXPECT_TRUE(form_->isVisible());
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"1290"_s) << "two at once";
+    key(Qt::Key_Down, Qt::AltModifier);
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"1029"_s) << "down to the end";
+    key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"1290"_s);
+    clickHeader(view(), 1);
+    EXPECT_EQ(shown(), u"0912"_s);
+    draw(1, 3, true);
+    clickCell(view(), 1, 2);
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"0912"_s);
+    EXPECT_TRUE(label(u"words"_s).contains(u"现在按“代码”排序"_s));
+    click(u"ownOrder"_s);
+    EXPECT_EQ(shown(), u"1290"_s);
+    EXPECT_EQ(label(u"words"_s) + (button(u"ownOrder"_s)->isEnabled() ? u"!"_s : u""_s), QString());
+}
+
+TEST_F(Form30Test, WithoutAnOwnOrderTheWayBackLeadsToTheGains) {
+    clickHeader(view(), 1);
+    clickHeader(view(), 1);
+    EXPECT_EQ(shown(), u"2190"_s);
+    click(u"ownOrder"_s);
+    EXPECT_EQ(shown(), u"0912"_s);
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"还没有自己的顺序"_s));
+}
+
+TEST_F(Form30Test, ANoteIsWrittenInItsCellWhateverComesMeanwhile) {
+    clickCell(view(), 2, 2);
+    key(Qt::Key_F2);
+    auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->accessibleName(), u"备注"_s);
+    QTest::keyClicks(editor, u"wait"_s);
+    store_.run({u"update dmb set zhangfu=20 where dm='SZ000002'"_s});
+    static_cast<Form30*>(form_.data())->refresh();
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_EQ(store_.rows(u"select * from gegubeizhu"_s), QStringList{u"SH600519|wait"_s});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"2091"_s; })) << shown().toStdString();
+    EXPECT_EQ(grid().textMatrix(3, 13), u"wait"_s);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 3, 2));
+    ASSERT_TRUE(shownWindow<Form21>());
+    EXPECT_EQ(lineEdit(shownWindow<Form21>(), u"Text7"_s)->text(), u"SH600519"_s);
+    shownWindow<Form21>()->close();
+    clickCell(view(), 1, 2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(lineEdit(shownWindow<Form21>(), u"Text7"_s)->text(), u"SZ000002"_s);
+}
+
+// Of a store that stays held the typed note is told.
+TEST_F(Form30Test, ANoteThatCannotBeWrittenIsNotLost) {
+    store_.run(
+        {u"create trigger t before insert on gegubeizhu begin select raise(abort,'no'); end"_s});
+    clickCell(view(), 1, 2);
+    key(Qt::Key_F2);
+    QTest::keyClicks(QApplication::focusWidget(), u"wait"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    ASSERT_EQ(failures_.told.size(), 1);
+    EXPECT_TRUE(failures_.told[0].contains(u"没有写入的备注：wait"_s));
+}
+
+TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
+    create(u"短&线"_s);
+    EXPECT_EQ(tabNames(), QStringList({u"自选股"_s, u"短&&线"_s}));
+    EXPECT_EQ(tabs().currentIndex(), 1);
+    EXPECT_EQ(shown(), QString());
+    dialogs_.typed = u"sz000002"_s;
+    trigger(u"添加自选股"_s);
+    EXPECT_EQ(shown(), u"2"_s);
+    tabs().setCurrentIndex(0);
+    clickCell(view(), 1, 2);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    clickCell(view(), 2, 2, Qt::RightButton);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (const QAction* entry : menu->actions()) {
+        if (entry->text() == u"移动到列表"_s) {
+            entry->menu()->actions().first()->trigger();
+        }
+    }
+    menu->close();
+    EXPECT_EQ(shown(), u"12"_s);
+    EXPECT_EQ(label(u"words"_s), u"移动了 2 只股票到“短&线”"_s);
+    tabs().setCurrentIndex(1);
+    EXPECT_EQ(shown(), u"209"_s);
+    trigger(u"删除列表"_s);
+    EXPECT_EQ(tabNames(), QStringList{u"自选股"_s});
+    EXPECT_FALSE(find<QAction>(u"删除列表"_s)->isEnabled());
+    click(u"undo"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return tabs().count() == 2; }));
+    open<Form30>();
+    EXPECT_EQ(tabs().currentIndex(), 0) << "the list that was shown last";
+    tabs().setCurrentIndex(1);
+    open<Form30>();
+    EXPECT_EQ(shown(), u"209"_s);
+}
+
+TEST_F(Form30Test, AFileComesInAndGoesOutInOrder) {
+    create(u"甲"_s);
+    dialogs_.picked = store_.folder() + u"x.EBK"_s;
+    writeFile(dialogs_.picked, "\r\n0000002\r\n1600519\r\n1699999\r\n");
+    trigger(u"导入列表"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"29"_s; }));
+    EXPECT_TRUE(dialogs_.shown.last().contains(u"代码表里没有的 1 只，没有添加：SH699999"_s));
+    draw(2, 1, false);
+    dialogs_.picked = store_.folder() + u"y.blk"_s;
+    trigger(u"导出列表"_s);
+    EXPECT_EQ(contentOf(dialogs_.picked), "1600519\r\n0000002\r\n");
+    dialogs_.picked = store_.folder() + u"y.csv"_s;
+    trigger(u"导出列表"_s);
+    EXPECT_TRUE(contentOf(dialogs_.picked).endsWith("SH600519,股9,\r\nSZ000002,股2,\r\n"));
+}
+
+TEST_F(Form30Test, SeveralRowsGoAtOnceAndComeBack) {
+    clickCell(view(), 2, 2);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(shown(), u"02"_s);
+    EXPECT_EQ(dialogs_.shown, QStringList()) << "the line tells it";
+    EXPECT_EQ(label(u"removedWords"_s), u"已删除：2 只自选股"_s);
+    click(u"undo"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shown() == u"0912"_s; }));
+}
+
+TEST_F(Form30Test, ARowsMonitorIsShownAndChangedFromHere) {
+    store_.run(
+        {u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi) values"
+         u"('SH600519','股9','股价','<',9)"_s});
+    QEvent comesBack(QEvent::WindowActivate);
+    QApplication::sendEvent(form_, &comesBack);
+    EXPECT_EQ(grid().textMatrix(2, 12), u"股价<9.0"_s);
+    clickCell(view(), 1, 2, Qt::RightButton);
+    EXPECT_FALSE(popup().contains(u"修改个股监控"_s)) << "of a stock without one";
+    clickCell(view(), 2, 2, Qt::RightButton);
+    EXPECT_TRUE(popup().contains(u"修改个股监控"_s));
+    trigger(u"修改个股监控"_s);
+    auto* editor = shownWindow<Form7>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->windowTitle(), u"修改个股监控"_s);
+    EXPECT_EQ(lineEdit(editor, u"Text1"_s)->text() + lineEdit(editor, u"Text2"_s)->text(),
+              u"SH6005199.0"_s);
+}
+
+TEST_F(Form30Test, QuotesComeAtTheIntervalUntilTheWindowGoes) {
+    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sz000001"_s, 11}}); };
+    static_cast<Form30*>(form_.data())->setSecond(1ms);
+    EXPECT_EQ(http_.paths, QStringList()) << "off at first";
+    interval().setCurrentIndex(1);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"1092"_s; })) << "the best gain first";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return http_.paths.size() > 2; }));
+    EXPECT_EQ(label(u"age"_s), u"行情：刚刚"_s);
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"自动更新："_s));
+    http_.answer = [](const QString& path) {
+        QHash<QString, double> prices;
+        for (const QString& code : path.section(u'=', 1).split(u',')) {
+            prices[code] = 12;
+        }
+        return quoteReply(path, prices);
+    };
+    ASSERT_TRUE(QTest::qWaitFor([this] { return label(u"words"_s).isEmpty(); }));
+    http_.gate = std::make_shared<Later<bool>>();
+    http_.paths.clear();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    form_->close();
+    deleteClosedWindows();
+    store_.run({u"update dmb set sp=1"_s});
+    http_.gate->deliver(true);
+    EXPECT_EQ(store_.rows(u"select distinct sp from dmb"_s), QStringList{u"1.0"_s});
+    open<Form30>();
+    EXPECT_EQ(interval().currentText(), u"每5秒"_s);
+}
+
+}  // namespace guanchao
