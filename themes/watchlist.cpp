@@ -14,10 +14,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The conditions of the stock's monitors: 涨幅>5.0.
+// The conditions of the stock's monitors: 涨幅>5.
 QString monitorsOfStock() {
-    return u"(select group_concat(tiaojian,'，') from (select leixin||bijiaofu||baojinzhi as"
-           u" tiaojian from gegujiankong where gegujiankong.dm=dmb1.dm order by rowid))"_s;
+    return u"(select group_concat(tiaojian,'，') from (select leixin||bijiaofu||"
+           u"printf('%.15g',baojinzhi) as tiaojian from gegujiankong where gegujiankong.dm=dmb1.dm order by rowid))"_s;
 }
 
 bool isInOwnOrder(Connection& store, const QString& list) {

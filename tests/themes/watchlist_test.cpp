@@ -169,7 +169,7 @@ TEST_F(WatchlistTest, AStoreWithoutTheFurtherTablesGetsThemWithTheFirstRow) {
     EXPECT_EQ(codes().size(), 3);
     EXPECT_EQ(lists_.names(), QStringList());
     EXPECT_EQ(column(WatchColumn::monitor),
-              QStringList({QString(), u"涨幅>5.0，股价<9.5"_s, QString()}));
+              QStringList({QString(), u"涨幅>5，股价<9.5"_s, QString()}));
     const auto note = [this](const QString& text) {
         Connection store = store_.stores.main.open();
         writeNote(store, u"SH600519"_s, text);
