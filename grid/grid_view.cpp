@@ -452,7 +452,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         findLine_->leave();
         return;
     }
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // One that ends the writing in a cell comes on to here.
+    const bool enter =
+        !isEditing() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter);
     if (enter && currentIndex().isValid()) {
         const int row = rowAtIndex(currentIndex());
         choose(row, By::keys);

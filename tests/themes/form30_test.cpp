@@ -121,6 +121,7 @@ TEST_F(Form30Test, ANoteIsWrittenInItsCellWhateverComesMeanwhile) {
     QTest::keyClick(editor, Qt::Key_Return);
     ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"2091"_s; })) << shown().toStdString();
     EXPECT_EQ(store_.rows(u"select * from gegubeizhu"_s), QStringList{u"SH600519|wait"_s});
+    EXPECT_FALSE(shownWindow<Form21>()) << "the key was the editor's";
     EXPECT_EQ(grid().textMatrix(3, 13), u"wait"_s);
     clickCell(view(), 3, 2);
     QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 3, 2));
