@@ -73,6 +73,9 @@ void Form36::showStock(const StockOfRow& stock) {
         ui_->candles->showStock(dm, stock.day);
     } else {
         ui_->candles->showStock({});
+        if (!dm.isEmpty()) {
+            ui_->candles->chart().setHint(u"没有代码 "_s + shortened(dm, longestShownName));
+        }
     }
 }
 

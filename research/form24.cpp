@@ -64,6 +64,7 @@ QCoro::Task<> Form24::compare(std::stop_token stop) {
     const DateTexts first = first_->texts();
     const DateTexts last = last_->texts();
     const QString theme = ui_->Text1->text();
+    ui_->tabs->setCurrentWidget(ui_->comparisonPage);
     ThemeHistory history = newHistory();
     const std::optional<ThemeHistoryResult> result =
         co_await history.compare(first, last, theme, stop);
@@ -85,6 +86,7 @@ QCoro::Task<> Form24::showStored(QString theme, std::stop_token stop) {
     if (result) {
         ui_->Text1->setText(theme);
         showResult(*result);
+        tellOtherSource();
         ui_->tabs->setCurrentWidget(ui_->comparisonPage);
     }
 }
@@ -95,6 +97,16 @@ void Form24::showResult(const ThemeHistoryResult& result) {
     ui_->missed->setVisible(!result.missed.isEmpty());
     ui_->plot->showHistory(result);
     ui_->lines->showLines();
+}
+
+// The ranks may rest on other prices than the comparison.
+void Form24::tellOtherSource() {
+    if (ui_->source->currentIndex() == 1) {
+        const QString words =
+            u"这里按对比时下载过的行情算，排名按历史行情库，两边的数字可以不同。"_s;
+        ui_->missed->setText(QStringList{words, ui_->missed->text()}.join(u'\n').trimmed());
+        ui_->missed->show();
+    }
 }
 
 void Form24::connectTables() {

@@ -44,6 +44,7 @@ private:
     void showResult(const ThemeHistoryResult& result);
     QCoro::Task<> rank(std::stop_token stop);
     void startRanking();
+    void tellOtherSource();
     void connectTables();
     bool hasHistory() const;
     void openTheme(const ResultGrid& grid, int row, int col);

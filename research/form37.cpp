@@ -194,6 +194,9 @@ QCoro::Task<> Form37::sweep(std::stop_token stop) {
     const BacktestRule rule = ruleToRun();
     const SweepAxis across = ui_->across->axis().value();
     const std::optional<SweepAxis> down = ui_->down->axis();
+    swept_.reset();
+    heat_.clear();
+    ui_->heat->setHint(u"没有扫描完，再点“扫描”"_s);
     std::optional<SweepResult> swept = co_await laboratory_.sweep(rule, across, down, stop);
     if (swept) {
         swept_ = std::move(swept);

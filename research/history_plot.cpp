@@ -33,11 +33,13 @@ QColor differenceColour(const ThemeHistoryResult& history) {
     return QColor::fromRgb(fell ? fallColour : riseColour);
 }
 
-// Neighbours in the list lie far from each other on the circle of hues.
+// Neighbours in the list lie far from each other; between green and red, where the theme, the
+// market and their difference have their colours, is no member.
 QColor memberColour(qsizetype member) {
-    constexpr int firstHue = 280;
-    constexpr int step = 137;
-    return QColor::fromHsv(static_cast<int>((firstHue + member * step) % 360), 150, 240);
+    constexpr int firstHue = 175;
+    constexpr int hues = 150;
+    constexpr int step = 61;
+    return QColor::fromHsv(static_cast<int>(firstHue + member * step % hues), 150, 240);
 }
 
 QString nameOf(const MemberSums& member) {

@@ -12,7 +12,7 @@ namespace {
 constexpr size_t rowsBetweenCalls = 4096;
 
 const QString rowsOfTheMarket =
-    u"select dm,shijian,(cast(sp as Double)/cast(qiansp as Double)-1)*100,zg=sp,zg=zd from"
+    u"select dm,shijian,(cast(sp as Double)/cast(qiansp as Double)-1)*100,zg=sp,zg=zd,qiansp=0 from"
     u" geguhq order by rowid"_s;
 
 int lastRow(Connection& history) {
@@ -80,12 +80,19 @@ MarketColumns::MarketColumns(Connection& firstHistory, const Meanwhile& meanwhil
         }
         const std::string_view time = row.date(1);
         const std::string_view dm = row.text(0);
+        if (time.empty()) {
+            noteUnusable(dm, row.text(1));
+        }
         if (time.empty() || (dm.empty() && row.isNull(0))) {
             continue;
         }
         MarketDay& day = dayOf(dayNumber(time));
         day.stocks.push_back(stockOf(dm));
         day.gains.push_back(row.castToDouble(2));
+        // On its first day a stock has no former close.
+        if (row.isNull(2) && row.castToDouble(5) != 1) {
+            noteUnusable(dm, time);
+        }
         day.closes.push_back(closeOf(row));
         ++rows_;
     }
@@ -93,6 +100,14 @@ MarketColumns::MarketColumns(Connection& firstHistory, const Meanwhile& meanwhil
         it.stocks.shrink_to_fit();
         it.gains.shrink_to_fit();
         it.closes.shrink_to_fit();
+    }
+}
+
+void MarketColumns::noteUnusable(std::string_view dm, std::string_view time) {
+    constexpr qsizetype mostNamed = 3;
+    ++unusable_.count;
+    if (unusable_.first.size() < mostNamed) {
+        unusable_.first << QString::fromUtf8(dm) + u' ' + QString::fromUtf8(time);
     }
 }
 

@@ -3,6 +3,7 @@
 // so that ten years of the whole market (13 million rows) take 170 MB.
 #pragma once
 
+#include <QStringList>
 #include <functional>
 #include <map>
 
@@ -33,6 +34,12 @@ struct MarketDay {
     }
 };
 
+// Rows of geguhq without a day that can be read, or without a price: of no account for any theme.
+struct UnusableRows {
+    int count = 0;
+    QStringList first;  // "SH600000 2025-07-03", three at most
+};
+
 class MarketColumns {
 public:
     using Meanwhile = std::function<void(int done, int total)>;
@@ -46,12 +53,17 @@ public:
     // Without rows for a day that has none.
     const MarketDay& day(DayNumber day) const;
 
+    const UnusableRows& unusable() const { return unusable_; }
+
     size_t rows() const { return rows_; }
     size_t bytes() const;
 
 private:
+    void noteUnusable(std::string_view dm, std::string_view time);
+
     Memberships memberships_;
     std::map<DayNumber, MarketDay> days_;
+    UnusableRows unusable_;
     size_t rows_ = 0;
 };
 

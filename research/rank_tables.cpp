@@ -23,7 +23,8 @@ void beginTable(ResultGrid& grid, qsizetype themes, const QList<Column>& columns
     grid.clear();
     grid.setRows(static_cast<int>(themes) + 1);
     grid.setCols(themes == 0 ? 1 : static_cast<int>(columns.size()) + 1);
-    grid.setColWidth(0, 500);
+    grid.setTextMatrix(0, 0, u"序号"_s);
+    grid.setColWidth(0, 600);
     for (int col = 1; col < grid.cols(); ++col) {
         grid.setTextMatrix(0, col, columns[col - 1].header);
         grid.setColWidth(col, columns[col - 1].width);
@@ -36,6 +37,10 @@ void beginTable(ResultGrid& grid, qsizetype themes, const QList<Column>& columns
 void putGain(ResultGrid& grid, int row, int col, double gain) {
     grid.setReal(row, col, gain);
     grid.setCellBackColor(row, col, signColour(grid, row, col));
+}
+
+bool restsOnFew(const RankedTheme& theme) {
+    return theme.membersWithRows * 2 < theme.members;
 }
 
 }  // namespace
@@ -62,6 +67,9 @@ void fillRanks(const RangeRanks& ranks, ResultGrid& grid) {
         grid.setInteger(row, 6, theme.days);
         grid.setInteger(row, 7, theme.members);
         grid.setInteger(row, 8, theme.membersWithRows);
+        if (restsOnFew(theme)) {
+            grid.setCellForeColor(row, 8, riseColour);
+        }
     }
     grid.setKeyColumns({rankThemeColumn});
 }
@@ -97,7 +105,13 @@ QString ranksLine(const RangeRanks& ranks, const RangeQuestion& question) {
     if (ranks.days == 0) {
         line += u"那里没有这段日期的大盘行情，"_s +
                 (isHistory ? u"先在“工具 / 历史行情”里补全。"_s : u"先点“开始对比”。"_s);
-    } else if (ranks.withoutRows > 0) {
+        return line;
+    }
+    const auto few = std::ranges::count_if(ranks.themes, restsOnFew);
+    if (few > 0) {
+        line += QString::number(few) + u" 个主题有行情的成员不到一半，“有行情”标红。"_s;
+    }
+    if (ranks.withoutRows > 0) {
         line += u"另有 "_s + QString::number(ranks.withoutRows) +
                 u" 个主题的股票都没有行情，没有列出。"_s;
     }

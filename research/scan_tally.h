@@ -1,7 +1,7 @@
 // What a scan has done so far, and what it has passed over because a number is missing.
 #pragma once
 
-#include <QStringList>
+#include "research/market_columns.h"
 
 namespace guanchao {
 
@@ -15,12 +15,16 @@ public:
     void passOver(const QString& path, const QString& dm, const QString& day);
     int passedOver() const { return passedOver_; }
 
+    // Rows of all stocks that no theme could count.
+    void leaveOut(const QString& path, const UnusableRows& rows);
+
     // "500 天，244 个题材，9571 行股票", and the number and the first few of what was passed over.
     QString words() const;
 
 private:
     int passedOver_ = 0;
     QStringList first_;
+    QString leftOut_;
 };
 
 }  // namespace guanchao

@@ -55,6 +55,7 @@ public:
             columns().readAll(stores_.firstHistory, stores_.secondHistory, tell);
         });
         const MarketColumns& market = columns().market();
+        tally_.leaveOut(stores_.firstHistory.path, market.unusable());
         ThemeRanking ranking(market);
         Recordset index(
             dayHistory_,

@@ -23,9 +23,12 @@ QString percent(double value) {
     return numberText(roundTo(value, 2));
 }
 
-QString lineOf(const HistoryPoint& total) {
-    return u"主题总涨幅("_s + percent(total.theme) + u")-大盘总涨幅("_s + percent(total.index) +
-           u")=涨幅差("_s + percent(total.difference()) + u")"_s;
+// What has no prices has no gain: 0 would be one.
+QString lineOf(const HistoryPoint& total, bool hasTheme, bool hasIndex) {
+    const auto known = [](bool isKnown, double gain) { return isKnown ? percent(gain) : u"无"_s; };
+    return u"主题总涨幅("_s + known(hasTheme, total.theme) + u")-大盘总涨幅("_s +
+           known(hasIndex, total.index) + u")=涨幅差("_s +
+           known(hasTheme && hasIndex, total.difference()) + u")"_s;
 }
 
 bool beginsWithDigit(const QString& text) {
@@ -110,7 +113,7 @@ QStringList compareDays(Connection& store, const HistoryRange& range, ThemeHisto
         }
         result.points << total;
     }
-    result.line = lineOf(total);
+    result.line = lineOf(total, result.hasTheme, !result.points.isEmpty());
     return statements;
 }
 
@@ -191,13 +194,13 @@ QString missedWords(const MissedDays& missed) {
 // Of sums that rest on fewer days than the range has, or on none.
 QString gapWords(const ThemeHistoryResult& result, const QString& theme) {
     if (result.points.isEmpty()) {
-        return u"这段日期里没有大盘的历史行情，没有可比的日子：上面的 0 不是涨幅。"_s;
+        return u"这段日期里没有大盘的历史行情，没有可比的日子。"_s;
     }
     if (theme.isEmpty()) {
         return {};
     }
     if (!result.hasTheme) {
-        return u"这段日期里主题的股票都没有历史行情：上面主题的 0 不是涨幅。"_s;
+        return u"这段日期里主题的股票都没有历史行情。"_s;
     }
     const auto gaps = std::ranges::count(result.points, true, &HistoryPoint::isGap);
     return gaps == 0 ? QString()

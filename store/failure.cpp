@@ -54,7 +54,9 @@ QString explanation(const StoreError& failure) {
     const QString file = QFileInfo(failure.path()).fileName();
     // A file that a failure has taken away was there.
     if (failure.fault() == StoreFault::unreadable && !QFileInfo::exists(failure.path())) {
-        return u"找不到数据文件 "_s + failure.path() + u"。"_s;
+        const bool isHistory = file.startsWith(u"hangqing"_s);
+        return u"找不到数据文件 "_s + failure.path() + u"。"_s +
+               (isHistory ? u"历史行情请在“工具 / 历史行情”里补全。"_s : QString());
     }
     if (failure.fault() == StoreFault::condition) {
         return u"条件写得不对。"_s;

@@ -92,7 +92,7 @@ TEST_F(HeatDaysTest, TheMapHasTheNewestDayFirstAndItsItemsByTheirFiguresOfIt) {
     const auto ground = [&](int row, int col) {
         return grid_.data(grid_.index(row - 1, col), ResultGrid::BackColourRole);
     };
-    EXPECT_EQ(ground(1, 2), riseColour) << "its own most";
+    EXPECT_EQ(ground(1, 2), heatColour(1, 1)) << "its own most";
     EXPECT_EQ(ground(2, 2), heatColour(8, 300));
     EXPECT_FALSE(ground(1, 3).isValid());
     fillHeatMap(read(1), themes_, themes_.fields[1], grid_);

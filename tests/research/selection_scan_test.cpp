@@ -344,6 +344,22 @@ TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
               QStringList({u"A600000"_s, u"A600002"_s}));
 }
 
+TEST_F(SelectionScanTest, RowsOfTheMarketWithoutAPriceOrADayAreCountedAndNamed) {
+    MarketHistory history;
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
+    addTheme(history, u"题"_s, u'A', 6, 6);
+    write(history);
+    Connection first = store_.stores.firstHistory.open();
+    first.execute(u"update geguhq set sp=null where dm='A600000'"_s);
+    first.execute(u"update geguhq set shijian='x' where dm='A600001'"_s);
+    first.execute(u"update geguhq set qiansp=0 where dm='A600002'"_s);  // a first day
+    endOf(scan_.chooseThemes({}));
+    EXPECT_TRUE(
+        seen_.label3.contains(u"first.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
+                              u"A600000 2017-04-10、A600001 x"_s))
+        << seen_.label3.toStdString();
+}
+
 // All are read before the first day; who needs one that can't be read meets the failure.
 TEST_F(SelectionScanTest, AStockThatCannotBeReadFailsWhereItIsChosenOnly) {
     MarketHistory history;
@@ -445,7 +461,7 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
         EXPECT_EQ(sorted(stored(u"xuanticai"_s)), sorted(it.themes));
         EXPECT_EQ(sorted(stored(u"xuanticaigu"_s)), sorted(it.stocks));
         EXPECT_EQ(store_.rows(u"select 1 from xuanticaigu"_s).size(), it.count);
-        EXPECT_TRUE(dialogs_.shown.first().contains(u"以前选出的结果"_s));
+        EXPECT_TRUE(dialogs_.shown.first().contains(u"以前选出的股票"_s));
     }
 }
 

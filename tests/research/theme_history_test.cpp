@@ -213,7 +213,7 @@ TEST_F(ThemeHistoryTest, RepliesWithoutGainsStoreNothing) {
         "Date\n2026-11-03,1,1,1,7,1\n2026-11-02,1,1,1,0,1\n\n"};          // 0 is no base
     for (const QByteArray& reply : replies) {
         http_.answer = [&](const QString&) { return reply; };
-        EXPECT_EQ(compare(5, 5)->line, u"主题总涨幅(0)-大盘总涨幅(0)=涨幅差(0)"_s);
+        EXPECT_EQ(compare(5, 5)->line, u"主题总涨幅(无)-大盘总涨幅(无)=涨幅差(无)"_s);
         EXPECT_EQ(store_.rows(u"select * from geguhq"_s), QStringList()) << reply.toStdString();
     }
 }
