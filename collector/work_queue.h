@@ -35,7 +35,7 @@ public:
     // service with nothing else to do takes those of another kind from the end, but the last few.
     std::optional<Pending> take(const QList<int>& ways, std::chrono::milliseconds now);
 
-    // Until one of these services may have an item again; nothing where none waits for it.
+    // The one that these services can be asked for first, now or later.
     std::optional<Pending> nextDue(const QList<int>& ways) const;
 
     // That service is not asked any more.
