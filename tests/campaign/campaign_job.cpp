@@ -126,8 +126,7 @@ private:
 
     // The file of the argument.
     QCoro::Task<> importLibrary(std::stop_token stop) {
-        ThemeImport themes(stores_, clock_, dialogs_, exchange_, removals_);
-        co_await themes.importLibrary(argument(0), stop);
+        co_await themeImport_.importLibrary(argument(0), stop);
     }
     QCoro::Task<> importText(std::stop_token stop) {
         TextImport text(stores_, clock_, dialogs_, exchange_);
@@ -179,13 +178,9 @@ private:
     }
 
     // All themes.
-    QCoro::Task<> remove(std::stop_token stop) {
-        ThemeImport themes(stores_, clock_, dialogs_, exchange_, removals_);
-        co_await themes.deleteAll(stop);
-    }
+    QCoro::Task<> remove(std::stop_token stop) { co_await themeImport_.deleteAll(stop); }
     QCoro::Task<> undo(std::stop_token stop) {
-        ThemeImport themes(stores_, clock_, dialogs_, exchange_, removals_);
-        co_await themes.deleteAll(stop);
+        co_await themeImport_.deleteAll(stop);
         print(u"removed"_s);
         if (const std::optional<RemovedRows> rows = removals_.last(importWindowPlace)) {
             const Activity activity(u"撤消删除"_s);
@@ -259,19 +254,14 @@ private:
         co_await themes.add(fields, stop);
     }
     // THEME NEW_NAME
-    QCoro::Task<> rename(std::stop_token stop) {
-        ThemeCommands themes(stores_, clock_, dialogs_, removals_);
-        co_await themes.rename(argument(0), stop);
-    }
+    QCoro::Task<> rename(std::stop_token stop) { co_await themes_.rename(argument(0), stop); }
     // THEME NUMBER
     QCoro::Task<> attention(std::stop_token stop) {
-        ThemeCommands themes(stores_, clock_, dialogs_, removals_);
-        co_await themes.changeAttention(argument(0), stop);
+        co_await themes_.changeAttention(argument(0), stop);
     }
     // THEME
     QCoro::Task<> removeTheme(std::stop_token stop) {
-        ThemeCommands themes(stores_, clock_, dialogs_, removals_);
-        co_await themes.removeTheme(argument(0), stop);
+        co_await themes_.removeTheme(argument(0), stop);
     }
     // CODE
     QCoro::Task<> watch(std::stop_token) {
@@ -407,6 +397,8 @@ private:
     QuoteFeed feed_{stores_, globals_, clock_, QuoteSource(client_, clock_, services_.quote)};
     ExchangeRun exchange_{[](const ShownExchange&) {}};
     Removals removals_{copiesFolder(folder_) + u"撤消/"_s};
+    ThemeImport themeImport_{stores_, clock_, dialogs_, exchange_, removals_};
+    ThemeCommands themes_{stores_, clock_, dialogs_, removals_};
 };
 
 std::map<QString, Job::Word> Job::words() {

@@ -4,19 +4,13 @@ being done and what is the matter, leave each store whole, as it was or as it wo
 to the same as ever when it is done again."""
 
 import errno
-import os
 import re
 import shutil
 import subprocess
-import sys
 from collections import Counter
-from pathlib import Path
 
-sys.path.append(str(Path(__file__).parent.parent / "tour"))
-
-from desk import IN_SESSION, SERVICES, Desk, StillMarket  # noqa: E402
-from desk import run as run_program  # noqa: E402
-from long_day import MONITORS  # noqa: E402
+from long_day import MAIN, MONITORS
+from practice import Practice, TourFailure
 
 TITLE = "每一次写都出错"
 
@@ -28,16 +22,15 @@ MATTERS = {errno.ENOSPC: "磁盘已满|检查磁盘空间", errno.EIO: "无法�
 
 # Word and arguments of campaign_job, the operation to a user, and how it goes. Of a "whole" one a store is
 # as before or as after. Of one in "parts" rows of both may stand. One in "steps" does its last step again
-# by itself if that fails, from what the program holds, which is gone with it. FOLDER is the application
-# folder.
+# by itself if that fails, from what the program holds, which is gone with it.
 OPERATIONS = (
     ("quotes", (), "更新行情", "parts"),
     ("poll", (), "监控的一轮", "parts"),
-    ("export", ("FOLDER/导出",), "导出数据", "whole"),
-    ("import_library", ("FOLDER/外来/zhutibackup.ztb",), "导入主题库", "whole"),
-    ("import_text", ("FOLDER/外来/主题.txt",), "导入文本", "whole"),
-    ("import_articles", ("FOLDER/外来/wenzhang.ztb",), "导入文章", "whole"),
-    ("import_news", ("FOLDER/外来/caijiqi.ztb",), "导入新闻", "whole"),
+    ("export", ("{exports}",), "导出数据", "whole"),
+    ("import_library", ("{given}/zhutibackup.ztb",), "导入主题库", "whole"),
+    ("import_text", ("{given}/主题.txt",), "导入文本", "whole"),
+    ("import_articles", ("{given}/wenzhang.ztb",), "导入文章", "whole"),
+    ("import_news", ("{given}/caijiqi.ztb",), "导入新闻", "whole"),
     ("import_boards", (), "导入地区板块", "parts"),
     ("update_codes", (), "更新代码表", "whole"),
     ("copy", (), "每日备份", "whole"),
@@ -65,91 +58,57 @@ NAMES = re.compile(r"[\w./-]*[./][\w./-]*|S[HZ]\d{6}|dzhzhuti|dmb")
 
 
 def run(tools, share):
-    desk = Desk(tools.source / "data", tools.dev / "tests/store_query", tools.dev / "tools/prepare_stores",
-                tools.dev / "tools/practice_market", None)
-    try:
-        bench = Bench(tools, desk)
+    with Practice(tools) as practice:
+        furnish(practice)
+        bench = Bench(practice)
         for operation in OPERATIONS:
             yield bench.spoil(operation, max(1, round(MOST_WRITES * min(share, 1))))
-    finally:
-        desk.clear()
+
+
+def furnish(practice):
+    """Something of everything, and what others have exported."""
+    shutil.copy(practice.data / "主题txt文件示例.txt", practice.given / "主题.txt")
+    for title in "甲乙":
+        practice.job("article", title)
+    practice.job("export", "{given}")
+    practice.statement("wenzhang.mzdat", "delete from wenzhang where id=2")
+    practice.statement("caijiqi.mzdat", "delete from xinwenshul where rowid>50")
+    for it in ("delete from dmb where rowid>250", "delete from dzhzhuti where dm not in (select dm from dmb)",
+               *MONITORS, "update tempcanshu set jiankongpinlu=60"):
+        practice.statement(MAIN, it.format(sound=""))
+    practice.job("export", "{exports}")
+    practice.job("copy")
+    (practice.folder / "备份/2026-11-24").rename(practice.folder / "备份/2026-11-20")
+    practice.statement(MAIN, "update dzhzhuti set guanzhudu=guanzhudu+1")
+    practice.keep("fresh")
 
 
 class Bench:
-    def __init__(self, tools, desk):
-        self.tools = tools
-        self.desk = desk
-        self.folder = desk.application
-        self.kept = desk.folder / "kept"
-        self.report = desk.folder / "report"
-        self.market = StillMarket(desk)
-        self.furnish()
-        self.renew()
+    def __init__(self, practice):
+        self.practice = practice
+        self.report = practice.root / "report"
+        self.library = practice.program("tests/campaign/libfailing_writes.so")
         self.before = self.rows()
-
-    def furnish(self):
-        """An application folder with something of everything, and with what others have exported."""
-        for name in ("外来", "导出"):
-            (self.folder / name).mkdir(parents=True)
-        run_program(self.desk.prepare_stores, self.folder, self.desk.data, self.market.host, **IN_SESSION)
-        (self.folder / "services.ini").write_text(
-            "".join(f"[{it}]\nhost={self.market.host}\n" for it in SERVICES))
-        shutil.copy(self.desk.data / "主题txt文件示例.txt", self.folder / "外来/主题.txt")
-        for title in "甲乙":
-            self.must("article", title)
-        self.must("export", f"{self.folder}/外来")
-        self.change("wenzhang.mzdat", "delete from wenzhang where id=2")
-        self.change("caijiqi.mzdat", "delete from xinwenshul where rowid>50")
-        self.change("dzhzhuti.mzdat", "delete from dmb where rowid>250",
-                    "delete from dzhzhuti where dm not in (select dm from dmb)", *MONITORS,
-                    "update tempcanshu set jiankongpinlu=60")
-        self.must("export", f"{self.folder}/导出")
-        self.must("copy")
-        (self.folder / "备份/2026-11-24").rename(self.folder / "备份/2026-11-20")
-        self.change("dzhzhuti.mzdat", "update dzhzhuti set guanzhudu=guanzhudu+1")
-        self.folder.rename(self.kept)
-
-    def change(self, store, *statements):
-        for statement in statements:
-            self.desk.rows(store, statement.format(sound=""))
-
-    def must(self, *words):
-        done = self.job(*words)
-        if done.returncode != 0:
-            raise RuntimeError(f"{words}: {done.stderr}")
-
-    def renew(self):
-        shutil.rmtree(self.folder, ignore_errors=True)
-        shutil.copytree(self.kept, self.folder)
-
-    def job(self, word, *arguments, **failing):
-        command = [self.tools.dev / "tests/campaign/campaign_job", word, self.folder, self.market.host]
-        return subprocess.run([*command, *(it.replace("FOLDER", str(self.folder)) for it in arguments)],
-                              capture_output=True, text=True, check=False, timeout=120,
-                              env=os.environ | {"HOME": str(self.desk.folder)} | failing)
 
     def failing(self, words, number, error=0, onwards=False):
         """The job, and the call that failed: without a number, how many there were."""
-        variables = {"FAILING_FOLDER": str(self.folder), "FAILING_CALL": str(number),
+        variables = {"FAILING_FOLDER": str(self.practice.home), "FAILING_CALL": str(number),
                      "FAILING_ERROR": str(error), "FAILING_REPORT": str(self.report),
-                     "LD_PRELOAD": str((self.tools.dev / "tests/campaign/libfailing_writes.so").resolve())}
-        done = self.job(*words, **variables, **({"FAILING_ONWARDS": "1"} if onwards else {}))
-        return done, self.report.read_text().strip().replace(str(self.folder) + "/", "")
+                     "LD_PRELOAD": str(self.library)} | ({"FAILING_ONWARDS": "1"} if onwards else {})
+        done = subprocess.run(self.practice.command(*words), env=self.practice.environment | variables,
+                              capture_output=True, text=True, check=False, timeout=120)
+        return done, self.report.read_text().strip().replace(str(self.practice.folder) + "/", "")
 
     def rows(self):
         """What stands in the stores, by store; a store that is not whole raises."""
-        done = self.job("rows")
-        if done.returncode != 0:
-            raise RuntimeError(done.stderr.strip())
         stores = {}
-        for line in done.stdout.splitlines()[:-1]:
-            store, row = line.split("\t", 1)
-            stores.setdefault(store, Counter())[row] += 1
+        for (path, table), rows in self.practice.state().items():
+            stores.setdefault(path, Counter()).update({(table, row): it for row, it in rows.items()})
         return stores
 
     def spoil(self, operation, most):
         word, arguments, name, leaves = operation
-        self.renew()
+        self.practice.put_back("fresh")
         done, told = self.failing((word, *arguments), 0)
         if done.returncode != 0:
             raise RuntimeError(f"{operation}: {done.stderr}")
@@ -170,7 +129,7 @@ class Bench:
 
     def spoil_once(self, operation, wanted, number, error, onwards):
         word, arguments, _, leaves = operation
-        self.renew()
+        self.practice.put_back("fresh")
         done, call = self.failing((word, *arguments), number, error, onwards)
         harm = list(wrong_end(done, error))
         try:
@@ -185,10 +144,10 @@ class Bench:
                 if "没有写入任何数据" in done.stderr and now == wanted != self.before:
                     harm.append("说没有写入，其实已经写好")
                 if now != wanted:
-                    self.must(word, *arguments)
+                    self.practice.job(word, *arguments)
                 if self.rows() != wanted:
                     harm.append("后来再做，结果和没有出过错的不一样")
-        except RuntimeError as failure:
+        except TourFailure as failure:
             harm.append(str(failure))
         return harm, call
 
@@ -210,7 +169,7 @@ def wrong_end(done, error):
 def differences(before, wanted, now, leaves):
     for store in before.keys() | now.keys():
         old, new, found = (it.get(store, Counter()) for it in (before, wanted, now))
-        name = store.partition("/application/")[2]
+        name = store.rpartition("/")[2]
         if (old & new) - found:
             yield f"{name} 少了 {((old & new) - found).total()} 行"
         if found - (old | new):

@@ -214,6 +214,8 @@ QList<OutsideReader> fileReaders(const QString& folder) {
     const QString ini = u"[read]\njintuopan=1\ndm=SH600000\n[quote]\nhost=http://甲\n"_s;
     const QString version = u"[chaoxin]\nbanben=3.8 版\ndownurl='http://x/?a=b;c,d'\n"_s;
     const QByteArray services = beginningOf(u"data/services.ini"_s);
+    const QByteArray seeds = beginningOf(u"data/codes.csv"_s);
+    const QByteArray program = "/opt/a b=%c/guanchaotai";
     const QByteArray collector =
         "[period]\none=&a\n[page]\nresults=约?\\s*([0-9][0-9,]*)\\s*个\nnone=没有找到.{0,60}相关\n"
         "[weights]\nbaodie=-0.5\n[pace]\npause=0.5\nrandom=0\nretries=1,2.5\ntimeout=9\n";
@@ -236,23 +238,13 @@ QList<OutsideReader> fileReaders(const QString& folder) {
         {"ini", "read.ini", 35000, false, inAllEncodings(ini), at("read.ini", readIni)},
         {"services", "services.ini", 30000, false, {services}, at("s.ini", readServicesFile)},
         {"collector", "caijiqi.ini", 30000, true, {collector}, at("c.ini", readCollector)},
-        {"seeds",
-         "初始数据",
-         25000,
-         true,
-         {beginningOf(u"data/codes.csv"_s)},
-         at("s.csv", readSeeds)},
+        {"seeds", "初始数据", 25000, true, {seeds}, at("s.csv", readSeeds)},
         {"history", "日线 CSV", 35000, true, {days}, at("d.csv", readHistory)},
         {"members", "主题成员 CSV", 25000, true, inAllEncodings(u"zhutiname,dm\n白酒,SH600519\n"_s),
          at("m.csv", readMembers)},
         {"drafts", "草稿", 25000, true, {draft}, at("", readDraft)},
         {"version", "版本文件", 30000, false, inAllEncodings(version), at("", readVersion)},
-        {"launchers",
-         "快捷方式的路径",
-         10000,
-         false,
-         {"/opt/a b=%c/guanchaotai"},
-         at("", writeLauncher)},
+        {"launchers", "快捷方式的路径", 10000, false, {program}, at("", writeLauncher)},
     };
 }
 

@@ -163,6 +163,15 @@ void importPicked(const StoreFile& file, const StoreFile& into, Import import,
     requireWhole(into);
 }
 
+void importNewsFile(const StoreFile& file) {
+    importPicked(file, made().stores.heat, importNews,
+                 {u"xinwenshul"_s, u"shophq"_s, u"shopname"_s});
+}
+
+void importArticleFile(const StoreFile& file) {
+    importPicked(file, made().stores.article, importArticles, {u"wenzhang"_s});
+}
+
 // A store in place of the program's own: checked, counted and copied.
 void checkCopy(const StoreFile& file) {
     requireWhole(file);
@@ -263,53 +272,29 @@ QList<OutsideReader> storeReaders() {
     const QByteArray proxies =
         "<table><tr><td>a<td>80<td>b<td>c<td>d<tr><td>192.0.2.18<td>8080</table>";
     const QString themes = u"SH600000\t白酒\t消费\n000001 银行 保险\n白酒：600519、000858\n"_s;
-    const Stores& stores = made().stores;
+    const auto file = [](void (*read)(const StoreFile&)) {
+        return [read](const QByteArray& bytes) { read(picked(bytes)); };
+    };
+    const auto plain = [](Schema schema, const QStringList& statements) {
+        return QList<QByteArray>{libraryBytes(schema, {}, statements)};
+    };
+    const QList<QByteArray> texts = {gbkFromText(themes), themes.toUtf8()};
+    const QList<QByteArray> pages = {proxies};
+    const QList<QByteArray> rows = {"白酒\tSH600519\tx\t1\t1.5\t9.5\t"_ba.repeated(3)};
+    const QList<QByteArray> themeFiles = libraries({}) + libraries(made().stores.backupKey);
+    const QList<QByteArray> heatFiles = plain(Schema::heat, news);
     return {
         {"quote_feed", "写入行情和代码表", 12000, true, quotes, takeQuotes},
-        {"proxies", "代理服务器网页", 15000, true, {proxies}, takeProxies},
-        {"text_import",
-         "导入文本主题库",
-         10000,
-         true,
-         {gbkFromText(themes), themes.toUtf8()},
-         importText},
-        {"libraries", "导入主题库文件", 12000, true, libraries({}) + libraries(stores.backupKey),
-         [](const QByteArray& bytes) { importLibrary(picked(bytes)); }},
-        {"odd_rows",
-         "主题库里的怪值",
-         6000,
-         true,
-         {"白酒\tSH600519\tx\t1\t1.5\t9.5\t"_ba.repeated(3)},
-         importOddRows},
-        {"news",
-         "导入新闻和商品文件",
-         8000,
-         true,
-         {libraryBytes(Schema::heat, {}, news)},
-         [&stores](const QByteArray& bytes) {
-             importPicked(picked(bytes), stores.heat, importNews,
-                          {u"xinwenshul"_s, u"shophq"_s, u"shopname"_s});
-         }},
-        {"kept_news",
-         "新闻标题和数量说明的库",
-         6000,
-         true,
-         {libraryBytes(Schema::heat, {}, news)},
-         [](const QByteArray& bytes) { readKeptNews(picked(bytes)); }},
-        {"articles",
-         "导入文章文件",
-         8000,
-         true,
-         {libraryBytes(Schema::article, {}, {article})},
-         [&stores](const QByteArray& bytes) {
-             importPicked(picked(bytes), stores.article, importArticles, {u"wenzhang"_s});
-         }},
-        {"copies",
-         "备份的库文件",
-         14000,
-         true,
-         {libraryBytes(Schema::main, {}, {})},
-         [](const QByteArray& bytes) { checkCopy(picked(bytes)); }},
+        {"proxies", "代理服务器网页", 15000, true, pages, takeProxies},
+        {"text_import", "导入文本主题库", 10000, true, texts, importText},
+        {"libraries", "导入主题库文件", 12000, true, themeFiles, file(importLibrary)},
+        {"odd_rows", "主题库里的怪值", 6000, true, rows, importOddRows},
+        {"news", "导入新闻和商品文件", 8000, true, heatFiles, file(importNewsFile)},
+        {"kept_news", "新闻标题和数量说明的库", 6000, true, heatFiles, file(readKeptNews)},
+        {"articles", "导入文章文件", 8000, true, plain(Schema::article, QStringList{article}),
+         file(importArticleFile)},
+        {"copies", "备份的库文件", 14000, true, plain(Schema::main, QStringList()),
+         file(checkCopy)},
     };
 }
 
