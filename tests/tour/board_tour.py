@@ -9,7 +9,6 @@ import sys
 from desk import DAY
 from journey import MAIN, Journey, check, travel
 from recorded_boards import EASTMONEY, SINA, RecordedBoards
-from screen import says
 
 SERVICES = """[quote]
 kind=sina
@@ -121,9 +120,6 @@ class BoardTour(Journey):
     def expect_theme(self, name, stocks):
         self.expect(MAIN, f"select dm,date(ztktime) from dzhzhuti where zhutiname='{name}' order by dm",
                     *sorted([code, DAY] for code, _ in stocks))
-
-    def wait_for_words(self, window, text):
-        self.screen.wait(f"the words {text}", lambda: says(window, text))
 
 
 sys.exit(travel(BoardTour, sys.argv[1:]))

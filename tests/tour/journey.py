@@ -12,7 +12,7 @@ from desk import Desk, StillMarket, TourFailure, wait
 SKIPPED = 77
 
 try:
-    from screen import Screen
+    from screen import Screen, says
 except (ImportError, ValueError) as missing:
     print("skipped:", missing)
     sys.exit(SKIPPED)
@@ -46,6 +46,9 @@ class Journey:
             wait("the rows", lambda: self.desk.rows(file, statement) == list(rows))
         except TourFailure:
             check(statement, self.desk.rows(file, statement), list(rows))
+
+    def wait_for_words(self, window, text):
+        self.screen.wait(f"the words {text}", lambda: says(window, text))
 
 
 def check(what, found, wanted):

@@ -25,7 +25,7 @@ from pathlib import Path
 from desk import IN_SESSION, run
 from journey import MAIN, Journey, check, travel
 from recorded_services import RecordedServices
-from screen import LEFT, RIGHT, says, text_of
+from screen import LEFT, RIGHT, text_of
 
 QUARTER = Path(__file__).parent / "quarter"
 FIRST_HISTORY = "hangqing2006-2017dan.db3"
@@ -168,9 +168,6 @@ class QuarterTour(Journey):
 
     def sizes(self):
         return {it.name: it.stat().st_size for it in self.home.iterdir()}
-
-    def wait_for_words(self, window, text):
-        self.screen.wait(f"the words {text}", lambda: says(window, text))
 
 
 sys.exit(travel(QuarterTour, sys.argv[1:]))
