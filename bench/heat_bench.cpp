@@ -102,7 +102,8 @@ void newsOfAllThemes(benchmark::State& state) {
 }
 BENCHMARK(newsOfAllThemes)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
 
-// What Form25 reads while it opens: in its worker, the latest day and the small lines of all themes.
+// What Form25 reads while it opens: in its worker, the latest day and the small lines of all
+// themes.
 void newsWithTheirLastDays(benchmark::State& state) {
     const Stores& stores = heatStores();
     const HeatSubject themes = themeNews();
@@ -110,9 +111,8 @@ void newsWithTheirLastDays(benchmark::State& state) {
         state,
         [&] {
             BareStore store(stores.heat.path);
-            store.run(
-                columns +
-                u" where date(riqi)='2026-02-04' order by allzhangfu desc,zhutiname "_s);
+            store.run(columns +
+                      u" where date(riqi)='2026-02-04' order by allzhangfu desc,zhutiname "_s);
             store.run(
                 u"select date(riqi),zhutiname,onecishu from xinwenshul where"
                 u" datetime(riqi)>='2026-01-06 00:00:00' order by date(riqi),rowid"_s);

@@ -278,6 +278,18 @@ class Pictures:
     def form31(self):
         self.ranking("公司新闻数量分析", "新闻数量排名")
 
+    def heat_map(self):
+        ranking = self.screen.opened_by(
+            lambda: self.screen.choose(self.main, "网络热度(R)", "新闻数量分析"))
+        opened = self.screen.opened_by(
+            lambda: self.screen.press(self.screen.node_of(ranking), "热度图"))
+        rows = self.screen.grid(self.screen.node_of(opened), "每天的热度")
+        self.screen.wait("the map", lambda: rows.cell(3, 2))
+        self.screen.wait_until_still(3)
+        self.shoot_window(opened)
+        for window in (opened, ranking):
+            self.screen.close_window(window)
+
     def form29(self):
         self.ranking("商品价格监控", "商品涨跌排名")
 

@@ -13,7 +13,6 @@
 
 #include "frame/sheets.h"
 #include "frame/told_role.h"
-#include "grid/colours.h"
 
 namespace guanchao {
 
@@ -32,7 +31,8 @@ constexpr qreal leastCount = 0.5;  // where those of 0 stand
 
 }  // namespace
 
-ScatterPlot::ScatterPlot(QWidget* parent) : QChartView(parent), up_(new QValueAxis(this)) {
+ScatterPlot::ScatterPlot(QColor above, QColor below, QWidget* parent)
+    : QChartView(parent), up_(new QValueAxis(this)), above_(above), below_(below) {
     up_->setLabelFormat(u"%.1f"_s);
     chart()->addAxis(up_, Qt::AlignLeft);
     chart()->setBackgroundRoundness(0);
@@ -66,8 +66,8 @@ void ScatterPlot::showColours() {
         axis->setGridLineColor(palette().color(QPalette::Mid));
         axis->setLinePenColor(palette().color(QPalette::Mid));
     }
-    rising_->setColor(readableColour(QColor::fromRgb(riseColour), ground));
-    falling_->setColor(readableColour(QColor::fromRgb(fallColour), ground));
+    rising_->setColor(readableColour(above_, ground));
+    falling_->setColor(readableColour(below_, ground));
     for (QScatterSeries* series : {rising_, falling_}) {
         series->setBorderColor(ground);
     }
@@ -108,6 +108,7 @@ void ScatterPlot::setAxes(const QString& across, Scale scale, const QString& up)
 }
 
 void ScatterPlot::showThings(QList<PlottedThing> things) {
+    const QString words = chosenText();
     given_.resize(things.size());
     std::iota(given_.begin(), given_.end(), 0);
     std::ranges::stable_sort(given_, {}, [&](qsizetype at) { return things[at].place.x(); });
@@ -129,7 +130,8 @@ void ScatterPlot::showThings(QList<PlottedThing> things) {
         fit(*axis, &QPointF::x);
     }
     fit(*up_, &QPointF::y);
-    choose(-1);
+    const auto chosen = std::ranges::find(things_, words, &PlottedThing::words);
+    choose(chosen == things_.end() ? -1 : chosen - things_.begin());
 }
 
 QPointF ScatterPlot::drawn(const PlottedThing& thing) const {

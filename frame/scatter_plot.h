@@ -1,6 +1,6 @@
-// A plot of things by two of their figures, in the look of the program: red above 0, green below.
-// The one under the pointer, or that the arrow keys choose, is ringed and tells its words in a
-// strip above the plot; assistive tools are told them too.
+// A plot of things by two of their figures, in the look of the program: of one colour from 0 on and
+// of another below it. The one under the pointer, or that the arrow keys choose, is ringed and
+// tells its words in a strip above the plot; assistive tools are told them too.
 #pragma once
 
 #include <QChartView>
@@ -19,12 +19,14 @@ class ScatterPlot : public QChartView {
     Q_OBJECT
 
 public:
-    explicit ScatterPlot(QWidget* parent = nullptr);
+    // Colours for a dark ground.
+    ScatterPlot(QColor above, QColor below, QWidget* parent);
 
     // Counts are spread over orders of magnitude: theirs is a logarithmic scale, on which those of
     // 0 stand left of 1.
     enum class Scale : std::uint8_t { linear, ofCounts };
     void setAxes(const QString& across, Scale scale, const QString& up);
+    // The chosen one stays so if it is there with the same words.
     void showThings(QList<PlottedThing> things);
 
     // What stands in the middle of the plot while it holds nothing.
@@ -62,6 +64,8 @@ private:
     Scale scale_ = Scale::linear;
     QAbstractAxis* across_ = nullptr;
     QValueAxis* up_;
+    QColor above_;
+    QColor below_;
     QScatterSeries* rising_;
     QScatterSeries* falling_;
     QList<PlottedThing> things_;  // from left to right

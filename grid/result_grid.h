@@ -219,8 +219,8 @@ private:
 
 // A fill of a grid: while it lives, views keep what they show, and no events may happen; in its end
 // they show all changes at once. The item whose row was marked is marked where it stands then. Of a
-// list that holds the same items as before only the cells that have changed are painted. In the same
-// list rows that are selected stay so wherever they have moved.
+// list that holds the same items as before only the cells that have changed are painted. In the
+// same list rows that are selected stay so wherever they have moved.
 class GridFill {
 public:
     // What it puts there: another list, whose rows stand as they were found, or the one that is

@@ -16,7 +16,7 @@ namespace {
 constexpr double thickness = 1.2;
 constexpr double dotRadius = 1.8;
 
-// Of the figures, from left to right; days without one are passed over.
+// Of the figures, the newest at the right; days without one are passed over.
 QList<QPointF> pointsOf(const QList<double>& figures, const QRectF& area) {
     double least = HUGE_VAL;
     double most = -HUGE_VAL;
@@ -25,12 +25,13 @@ QList<QPointF> pointsOf(const QList<double>& figures, const QRectF& area) {
         most = std::fmax(most, it);
     }
     const double range = most - least;
-    const auto last = std::max<double>(1, static_cast<double>(figures.size()) - 1);
+    const double last = static_cast<double>(figures.size()) - 1;
     QList<QPointF> points;
     for (qsizetype day = 0; day < figures.size(); ++day) {
         if (!std::isnan(figures[day])) {
             const double height = range > 0 ? (figures[day] - least) / range : 0.5;
-            points << QPointF(area.left() + area.width() * static_cast<double>(day) / last,
+            const double before = (last - static_cast<double>(day)) / std::max(last, 1.0);
+            points << QPointF(area.right() - area.width() * before,
                               area.bottom() - area.height() * height);
         }
     }
@@ -55,7 +56,7 @@ void SparklineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                               const QModelIndex& index) const {
     const auto line = lines_.constFind(index.data().toString());
     const int room = pixelsOf(twips_, *option.widget);
-    if (line == lines_.cend() || option.rect.width() < 2 * room) {
+    if (line == lines_.cend() || option.rect.width() < room * 3 / 2) {
         CellDelegate::paint(painter, option, index);
         return;
     }

@@ -18,4 +18,7 @@ WordPlot::WordPlot(QWidget* parent)
                {u"总分"_s, QColor::fromRgb(themeColour)}},
               wholeNumbers, parent) {}
 
+GainPlot::GainPlot(QWidget* parent)
+    : ScatterPlot(QColor::fromRgb(riseColour), QColor::fromRgb(fallColour), parent) {}
+
 }  // namespace guanchao

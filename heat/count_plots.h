@@ -1,8 +1,9 @@
-// The plots beside the histories of the internet figures: of a theme or a company, and of a
-// commodity.
+// The plots of the internet figures: beside the histories of a theme or a company, and of a
+// commodity, and of the news of a day against its gains.
 #pragma once
 
 #include "frame/day_plot.h"
+#include "frame/scatter_plot.h"
 
 namespace guanchao {
 
@@ -20,6 +21,14 @@ class WordPlot : public DayPlot {
 
 public:
     explicit WordPlot(QWidget* parent = nullptr);
+};
+
+// Rises in red, falls in green.
+class GainPlot : public ScatterPlot {
+    Q_OBJECT
+
+public:
+    explicit GainPlot(QWidget* parent = nullptr);
 };
 
 }  // namespace guanchao

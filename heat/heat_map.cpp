@@ -120,7 +120,7 @@ private:
 
 void fillHeatMap(const HeatDays& days, const HeatSubject& subject, const DayField& field,
                  ResultGrid& grid) {
-    const GridFill fill(grid, GridFill::Rows::ofTheSameList);
+    const GridFill fill(grid);
     MapTable table(days, subject, field, grid);
     int row = 0;
     for (const ItemDays& it : sorted(days.items)) {

@@ -14,7 +14,8 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 struct HeatMapWindow::Reading {
-    HeatDays days;
+    QList<QDate> days;
+    ResultGrid map;
     DayOfNews news;
 };
 
@@ -75,41 +76,52 @@ const DayField& HeatMapWindow::shownField() const {
     return subject_.fields[ui_->field->currentIndex()];
 }
 
-QCoro::Task<> HeatMapWindow::readAnew(std::stop_token stop) {
-    const Question question = asked();
-    const auto read = [stores = environment_.stores, subject = subject_,
-                       question](Work<std::monostate>&) {
-        const Activity activity(u"读取热度图"_s);
-        const DayField& field = subject.fields[question.field];
-        Connection heat = stores.heat.open();
-        Reading reading;
-        reading.days = readHeatDays(heat, subject, field, question.calendarDays);
-        if (!reading.days.days.isEmpty()) {
-            const bool isThere = reading.days.days.contains(question.day);
-            reading.news = newsAgainstGain(stores, subject, field, reading.days,
-                                           isThere ? question.day : reading.days.days.last());
-        }
-        return reading;
-    };
-    const Reading reading = co_await inWorker(read, stop);
-    show(reading);
+std::shared_ptr<HeatMapWindow::Reading> HeatMapWindow::read(const Stores& stores,
+                                                            const HeatSubject& subject,
+                                                            const Question& question) {
+    const Activity activity(u"读取热度图"_s);
+    const DayField& field = subject.fields[question.field];
+    Connection heat = stores.heat.open();
+    const HeatDays days = readHeatDays(heat, subject, field, question.calendarDays);
+    auto reading = std::make_shared<Reading>();
+    reading->days = days.days;
+    fillHeatMap(days, subject, field, reading->map);
+    if (!days.days.isEmpty()) {
+        const bool isThere = days.days.contains(question.day);
+        reading->news = newsAgainstGain(stores, subject, field, days,
+                                        isThere ? question.day : days.days.last());
+    }
+    return reading;
 }
 
-void HeatMapWindow::show(const Reading& reading) {
-    fillHeatMap(reading.days, subject_, shownField(), grid_);
-    showDays(reading.days.days, reading.news.day);
+QCoro::Task<> HeatMapWindow::readAnew(std::stop_token stop) {
+    const auto job = [stores = environment_.stores, subject = subject_, question = asked()](
+                         Work<std::monostate>&) { return read(stores, subject, question); };
+    const std::shared_ptr<Reading> reading = co_await inWorker(job, stop);
+    show(*reading);
+}
+
+void HeatMapWindow::show(Reading& reading) {
+    {
+        const GridFill fill(grid_, GridFill::Rows::ofTheSameList);
+        grid_.swapTable(reading.map);
+    }
+    showDays(reading.days, reading.news.day);
     showNews(reading.news);
 }
 
+// A list that is open stays so.
 void HeatMapWindow::showDays(const QList<QDate>& days, const QDate& shown) {
     QStringList texts;
     for (auto day = days.crbegin(); day != days.crend(); ++day) {
         texts << dateText(*day);
     }
-    ui_->day->clear();
-    ui_->day->addItems(texts);
-    ui_->day->setCurrentIndex(
-        static_cast<int>(std::max<qsizetype>(texts.indexOf(dateText(shown)), 0)));
+    if (texts != days_) {
+        days_ = texts;
+        ui_->day->clear();
+        ui_->day->addItems(texts);
+        ui_->day->setCurrentText(dateText(shown));
+    }
 }
 
 void HeatMapWindow::showLegend() {

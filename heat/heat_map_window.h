@@ -32,17 +32,17 @@ private:
         qsizetype field = 0;
         int calendarDays = 0;
         QDate day;  // none: the latest
-
-        bool operator==(const Question&) const = default;
     };
     struct Reading;
 
     void dressControls();
     void connectControls();
     Question asked() const;
+    static std::shared_ptr<Reading> read(const Stores& stores, const HeatSubject& subject,
+                                         const Question& question);
     const DayField& shownField() const;
     QCoro::Task<> readAnew(std::stop_token stop);
-    void show(const Reading& reading);
+    void show(Reading& reading);
     void showDays(const QList<QDate>& days, const QDate& shown);
     void showLegend();
     void showNews(const DayOfNews& news);
@@ -51,6 +51,7 @@ private:
     HeatSubject subject_;
     std::unique_ptr<Ui::HeatMapWindow> ui_;
     ResultGrid grid_;
+    QStringList days_;   // that can be chosen
     QStringList items_;  // of the plot
     std::unique_ptr<StoreWatch> watch_;
 };

@@ -49,8 +49,8 @@ TEST_F(CommodityEditorTest, WhatTheCollectorWillPassByIsTold) {
     const struct {
         QString limit, attention;
         bool collected;
-    } cases[] = {{u"0"_s, {}, false},        {u"0"_s, u"0"_s, false}, {u"0"_s, u"0.5度"_s, true},
-                 {u"5"_s, u"5"_s, false},    {u"5"_s, u"6"_s, true},  {u"-1"_s, u"x"_s, true},
+    } cases[] = {{u"0"_s, {}, false},        {u"0"_s, u"0"_s, false},  {u"0"_s, u"0.5度"_s, true},
+                 {u"5"_s, u"5"_s, false},    {u"5"_s, u"6"_s, true},   {u"-1"_s, u"x"_s, true},
                  {u"null"_s, u"0"_s, false}, {u"2.5"_s, u"2"_s, false}};
     for (const auto& it : cases) {
         runHeat(u"update canshu set shopguanzhudu="_s + it.limit);

@@ -13,10 +13,11 @@ class HeatDaysTest : public StoreTest {
 protected:
     HeatDaysTest() {
         for (const QString& it :
-             {u"'2026-10-25 10:00:00','旧题',1,1000.0"_s, u"'2026-10-26 10:00:00','银行',4,1000.0"_s,
-              u"'2026-11-23 10:00:00','银行',300,50.0"_s, u"'2026-11-24 09:00:00','银行',6,-150.0"_s,
-              u"'2026-11-24 10:00:00','银行',8,-20.0"_s, u"'2026-11-24 10:00:00','O''x',30,1000.0"_s,
-              u"'2026-11-24 10:00:00',null,7,1.0"_s}) {
+             {u"'2026-10-25 10:00:00','旧题',1,1000.0"_s,
+              u"'2026-10-26 10:00:00','银行',4,1000.0"_s,
+              u"'2026-11-23 10:00:00','银行',300,50.0"_s,
+              u"'2026-11-24 09:00:00','银行',6,-150.0"_s, u"'2026-11-24 10:00:00','银行',8,-20.0"_s,
+              u"'2026-11-24 10:00:00','O''x',30,1000.0"_s, u"'2026-11-24 10:00:00',null,7,1.0"_s}) {
             runHeat(u"insert into xinwenshul(riqi,zhutiname,onecishu,onezhangfu) values("_s + it +
                     u')');
         }
@@ -107,16 +108,18 @@ TEST_F(HeatDaysTest, TheGainsOfADayComeFromItsQuotesOrFromWhatTheStoresHoldOfIt)
     const HeatSubject companies = companyNews();
     store_.addCode(u"SH600000"_s, u"浦发"_s, 10, 3);
     store_.addCode(u"SH600001"_s, u"邯钢"_s, 10, -1);
-    store_.run({u"insert into dzhzhuti(zhutiname,dm) values('银行','SH600000'),"
-                u"('银行','SH600001'),('银行','SH600002')"_s,
-                u"update dmb set newhqtime='2026-11-24 15:00:00'"_s,
-                u"insert into geguhq(dm,riqi,zhangfu) values('SH600000','2026-11-23 00:00:00',7)"_s});
+    store_.run(
+        {u"insert into dzhzhuti(zhutiname,dm) values('银行','SH600000'),"
+         u"('银行','SH600001'),('银行','SH600002')"_s,
+         u"update dmb set newhqtime='2026-11-24 15:00:00'"_s,
+         u"insert into geguhq(dm,riqi,zhangfu) values('SH600000','2026-11-23 00:00:00',7)"_s});
     runHeat(
         u"insert into gongsixinwen(riqi,dm,jc,onecishu) values('2026-11-24','SH600000','浦发',5),"
         u"('2026-11-23','SH600000','浦发',9)"_s);
     EXPECT_EQ(told(news(themes_, day_)), u"银行 8 1"_s) << "the mean of the members with quotes";
-    EXPECT_TRUE(news(themes_, day_).line.startsWith(
-        u"涨幅取自行情列表（15:00 更新），共 1 个主题。另有 1 个没有涨幅"_s));
+    EXPECT_TRUE(
+        news(themes_, day_)
+            .line.startsWith(u"涨幅取自行情列表（15:00 更新），共 1 个主题。另有 1 个没有涨幅"_s));
     EXPECT_EQ(told(news(companies, day_)), u"浦发SH600000 5 3"_s);
     EXPECT_EQ(told(news(themes_, day_.addDays(-1))), u"银行 300 7"_s);
     EXPECT_EQ(told(news(companies, day_.addDays(-1))), u"浦发SH600000 9 7"_s);

@@ -1,7 +1,9 @@
 // What the windows of the internet figures show while another program writes to the heat store: by
 // their own timers, with an interval for tests.
 #include <QComboBox>
+#include <QMouseEvent>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QThreadPool>
 
 #include "frame/scatter_plot.h"
@@ -58,7 +60,8 @@ TEST_F(HeatRefreshTest, RowsComeInWhileMarkSelectionOrderAndScrollStay) {
     openWatching<Form25>();
     clickHeader(view(), 2);
     clickCell(view(), 12, 2);
-    QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::ControlModifier, cellOf(view(), 10, 2));
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      cellOf(view(), 10, 2));
     view().verticalScrollBar()->setValue(7);
     collect(u"题00"_s, 5);
     ASSERT_TRUE(comesTo(82));
@@ -84,9 +87,28 @@ TEST_F(HeatRefreshTest, RowsComeInWhileMarkSelectionOrderAndScrollStay) {
     EXPECT_EQ(grid().textMatrix(grid().markedRow(), 2), u"题10"_s);
 }
 
+TEST_F(HeatRefreshTest, EachRowHasItsLineBesideItsWords) {
+    const auto isDrawn = [&] {
+        QRect cell = view().visualRect(view().model()->index(0, 2));
+        cell.setLeft(cell.right() - 60);
+        const QImage image = view().viewport()->grab(cell).toImage();
+        QSet<QRgb> colours;
+        for (int x = 0; x < image.width(); ++x) {
+            colours << image.pixel(x, image.height() / 2);
+        }
+        return colours.size() > 1;
+    };
+    open<Form25>();
+    EXPECT_TRUE(QTest::qWaitFor(isDrawn));
+    open<Form31>();
+    EXPECT_TRUE(QTest::qWaitFor(isDrawn));
+}
+
 TEST_F(HeatRefreshTest, AHiddenWindowReadsNothingAndOneThatShowsAgainAtOnce) {
     auto* themes = openWatching<Form25>();
-    const auto companies = [&] { return gridOf(*child<GridView>(form_, u"MSHFlexGrid1"_s)).rows(); };
+    const auto companies = [&] {
+        return gridOf(*child<GridView>(form_, u"MSHFlexGrid1"_s)).rows();
+    };
     openWatching<Form31>();
     themes->hide();
     collect(u"新题"_s, 1);
@@ -114,8 +136,8 @@ TEST_F(HeatRefreshTest, WhatFailsIsToldOnceAndAWindowMayCloseInTheMiddle) {
         open<Form25>()->close();
         deleteClosedWindows();
     }
-    EXPECT_TRUE(QTest::qWaitFor(
-        [] { return QThreadPool::globalInstance()->activeThreadCount() == 0; }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; }));
 }
 
 TEST_F(HeatRefreshTest, TheHeatMapOpensByKeyShowsTheDayAndLeadsBack) {
@@ -132,9 +154,20 @@ TEST_F(HeatRefreshTest, TheHeatMapOpensByKeyShowsTheDayAndLeadsBack) {
     const auto mapRows = [&] { return grid(u"map"_s).rows(); };
     ASSERT_TRUE(QTest::qWaitFor([&] { return mapRows() == 81; }));
     EXPECT_EQ(rowText(grid(u"map"_s), 1), u"1|题80|80"_s);
+    find<QTabWidget>(u"tabs"_s)->setCurrentIndex(1);
+    QApplication::processEvents();  // lays out
     auto* plot = find<ScatterPlot>(u"plot"_s);
+    const QString told = u"题10  一日数量 10  涨幅 3.00%"_s;
     QTest::keyClick(plot, Qt::Key_Right);
-    EXPECT_EQ(plot->chosenText(), u"题10  一日数量 10  涨幅 3.00%"_s);
+    EXPECT_EQ(plot->chosenText(), told);
+    const auto pointAt = [&](const QPointF& place) {
+        QMouseEvent move(QEvent::MouseMove, place, plot->viewport()->mapToGlobal(place),
+                         Qt::NoButton, {}, {});
+        QApplication::sendEvent(plot->viewport(), &move);
+        return plot->chosenText();
+    };
+    EXPECT_EQ(pointAt({2, 2}), QString());
+    EXPECT_EQ(pointAt(plot->placeOf(0) + QPointF(3, 3)), told);
     auto* field = find<QComboBox>(u"field"_s);
     QTest::keyClick(field, Qt::Key_End);
     QTest::keyClick(field, Qt::Key_Home);
