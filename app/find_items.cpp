@@ -62,7 +62,12 @@ QList<FindItem> readFindItems(const Stores& stores) {
                            .detail = {},
                            .initials = {}};
     }
-    return items + withInitials(themes);
+    themes = withInitials(themes);
+    items += themes;
+    for (FindItem& theme : themes) {
+        theme.kind = FindItem::Kind::page;
+    }
+    return items + themes;
 }
 
 QList<FindItem> foundItems(const QList<FindItem>& items, const QString& typed, qsizetype most) {

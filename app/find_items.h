@@ -1,4 +1,5 @@
-// What 快速查找 finds by letters: stocks, themes and commands, by name, code or initials (声母).
+// What 快速查找 finds by letters: stocks, themes with their pages, and commands, by name, code or
+// initials (声母).
 #pragma once
 
 #include <QList>
@@ -9,7 +10,7 @@
 namespace guanchao {
 
 struct FindItem {
-    enum class Kind : std::uint8_t { stock, theme, command };
+    enum class Kind : std::uint8_t { stock, theme, page, command };
     Kind kind = Kind::stock;
     QString name;
     QString detail;    // a stock's code, a command's keys
@@ -17,7 +18,7 @@ struct FindItem {
     int command = -1;  // which one of those that were handed over
 };
 
-// The stocks of dmb and the themes of dzhzhuti, in this order. Raises StoreError.
+// The stocks of dmb, the themes of dzhzhuti and the page of each, in this order. Raises StoreError.
 QList<FindItem> readFindItems(const Stores& stores);
 
 // The same items with the initials of their names.

@@ -19,6 +19,7 @@ constexpr qsizetype mostLines = 50;
 QString lineOf(const FindItem& item) {
     const QString kind = item.kind == FindItem::Kind::stock   ? u"个股"_s
                          : item.kind == FindItem::Kind::theme ? u"主题"_s
+                         : item.kind == FindItem::Kind::page  ? u"主题页"_s
                                                               : u"命令"_s;
     return kind + u"　"_s + item.name + (item.detail.isEmpty() ? QString() : u"　"_s + item.detail);
 }
@@ -151,6 +152,8 @@ void Finder::choose(const QListWidgetItem* line) {
         choices.stock(item.detail, item.name);
     } else if (item.kind == FindItem::Kind::theme) {
         choices.theme(item.name);
+    } else if (item.kind == FindItem::Kind::page) {
+        choices.page(item.name);
     } else if (command->isEnabled()) {
         command->trigger();
     }

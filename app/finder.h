@@ -22,6 +22,7 @@ public:
     struct Choices {
         std::function<void(const QString& dm, const QString& jc)> stock;
         std::function<void(const QString& name)> theme;
+        std::function<void(const QString& theme)> page;
     };
 
     struct Command {

@@ -14,7 +14,6 @@
 #include "frame/looks.h"
 #include "frame/practice_band.h"
 #include "frame/run_share.h"
-#include "research/form24.h"
 #include "research/history_desk.h"
 #include "store/patience.h"
 #include "ui_form2.h"
@@ -197,7 +196,7 @@ void Form2::connectGrids() {
     connect(&themes, &GridView::rowChosen, this, &Form2::MSHFlexGrid1_RowChosen);
     connect(&themes, &GridView::rowClicked, this, &Form2::MSHFlexGrid1_Click);
     connect(&themes, &GridView::rowReached, this, &Form2::MSHFlexGrid1_Click);
-    connect(&themes, &GridView::rowDoubleClicked, this, [this] { windows_.openAnew<Form24>(); });
+    connect(&themes, &GridView::rowDoubleClicked, this, &Form2::MSHFlexGrid1_DblClick);
     connect(&stocks, &GridView::rowChosen, this, &Form2::MSHFlexGrid2_RowChosen);
     connect(&stocks, &GridView::rowDoubleClicked, this, &Form2::MSHFlexGrid2_DblClick);
     connect(&stocks, &GridView::enterPressed, this, &Form2::MSHFlexGrid2_DblClick);

@@ -89,7 +89,8 @@ private:
     void addsMonitor(const QAction* entry);
 
     // In form2_themes.cpp.
-    void connectMap(QWidget* window);
+    void connectThemeWindows(QWidget* window);
+    void openPage(const QString& theme);
     void markTheme(const QString& name);
 
     void watchTray();
@@ -133,6 +134,7 @@ private:
 
     void MSHFlexGrid1_RowChosen(int row);
     void MSHFlexGrid1_Click(int row);
+    void MSHFlexGrid1_DblClick(int row, int col);
     void MSHFlexGrid2_RowChosen(int row, GridView::By by);
     void MSHFlexGrid2_MenuOpens();
     void MSHFlexGrid2_DblClick(int row);

@@ -30,6 +30,7 @@
 #include "themes/form30.h"
 #include "themes/form38.h"
 #include "themes/form6.h"
+#include "themes/theme_page.h"
 #include "ui_form2.h"
 #include "utilities/form28.h"
 #include "utilities/form34.h"
@@ -44,8 +45,8 @@ void Form2::buildMenus() {
     tuopanmenu_.addActions({ui_->tuopan显示, ui_->停止播放, ui_->tuopanexit});
     leftkuaimenu_.setObjectName(u"leftkuaimenu"_s);
     fillRowMenu(leftkuaimenu_,
-                {ui_->历史涨幅, ui_->添加主题, ui_->修改主题名称, ui_->删除主题, ui_->编辑主题文章,
-                 ui_->添加主题监控, ui_->修改关注度, ui_->全删指定只数的主题},
+                {ui_->历史涨幅, ui_->主题页, ui_->添加主题, ui_->修改主题名称, ui_->删除主题,
+                 ui_->编辑主题文章, ui_->添加主题监控, ui_->修改关注度, ui_->全删指定只数的主题},
                 {ui_->删除主题, ui_->全删指定只数的主题});
     kuaimenu_.setObjectName(u"kuaimenu"_s);
     fillRowMenu(kuaimenu_,
@@ -89,6 +90,7 @@ void Form2::connectWindows() {
     opens<Form30>(ui_->自选股);
     opens<Form24>(ui_->主题历史涨幅);
     opens<Form24>(ui_->历史涨幅);
+    opens<ThemePage>(ui_->主题页);
     opens<Form12>(ui_->题材历史分析);
     raisesOrOpens<Form38>(ui_->热力图);
     opens<Form21>(ui_->分时数据);
@@ -111,7 +113,7 @@ void Form2::connectWindows() {
         follows<Form3>(window);
         follows<Form33>(window);
         follows<Form35>(window);
-        connectMap(window);
+        connectThemeWindows(window);
         if (auto* watchlist = qobject_cast<Form30*>(window)) {
             connect(this, &Form2::tablesChanged, watchlist, &Form30::refresh);
         }
@@ -182,7 +184,8 @@ void Form2::快速查找_Click() {
                                              environment_.globals.dangqianjc = jc;
                                              windows_.openAnew<Form21>();
                                          },
-                                     .theme = [this](const QString& name) { showTheme(name); }};
+                                     .theme = [this](const QString& name) { showTheme(name); },
+                                     .page = [this](const QString& theme) { openPage(theme); }};
     auto* finder = new Finder(environment_, commandsOf(*ui_->menuBar), choices, this);
     environment_.openWindows.adopt(finder);
 }

@@ -1,7 +1,9 @@
 // What the windows about themes and the tables of Form2 do for each other.
 #include "app/form2.h"
 #include "base/values.h"
+#include "research/form24.h"
 #include "themes/form38.h"
+#include "themes/theme_page.h"
 #include "ui_form2.h"
 
 namespace guanchao {
@@ -20,15 +22,33 @@ QList<QAction*> entriesOf(const QMenu& menu) {
 
 }  // namespace
 
-void Form2::connectMap(QWidget* window) {
-    auto* map = qobject_cast<Form38*>(window);
-    if (!map) {
-        return;
+void Form2::connectThemeWindows(QWidget* window) {
+    if (auto* map = qobject_cast<Form38*>(window)) {
+        map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
+        connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
+        connect(map, &Form38::themeChosen, this, &Form2::markTheme);
+        connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
     }
-    map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
-    connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
-    connect(map, &Form38::themeChosen, this, &Form2::markTheme);
-    connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
+    if (auto* page = qobject_cast<ThemePage*>(window)) {
+        page->offer(entriesOf(kuaimenu_));
+        connect(this, &Form2::tablesChanged, page, &ThemePage::readAgain);
+        connect(page, &ThemePage::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
+    }
+}
+
+void Form2::openPage(const QString& theme) {
+    environment_.globals.dangqianzhuti = theme;
+    windows_.openAnew<ThemePage>();
+}
+
+// On the name all about the theme, elsewhere its history.
+void Form2::MSHFlexGrid1_DblClick(int, int col) {
+    constexpr int nameColumn = 1;
+    if (col == nameColumn) {
+        windows_.openAnew<ThemePage>();
+    } else {
+        windows_.openAnew<Form24>();
+    }
 }
 
 // As a click on its row, which may not be listed now.

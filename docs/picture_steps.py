@@ -190,6 +190,14 @@ class Pictures:
     def form30(self):
         self.menu_window("主题(Z)", "自选股")
 
+    def form38(self):
+        self.menu_window("主题(Z)", "热力图", lambda window: self.screen.wait(
+            "the themes", lambda: not says(window, "全部主题　0 个")))
+
+    def theme_page(self):
+        self.theme_window("主题页", lambda window: self.screen.wait(
+            "its gains", lambda: not says(window, "正在读取历史涨幅…")))
+
     def form21(self):
         self.stock_window("当前行情", lambda window: self.until_says(window, "交易时段内每4秒更新"))
 

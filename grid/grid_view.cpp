@@ -366,7 +366,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && index.flags() & Qt::ItemIsEditable) {
         edit(index);
     } else if (event->button() == Qt::LeftButton && index.isValid()) {
-        emit rowDoubleClicked(rowAtIndex(index));
+        emit rowDoubleClicked(rowAtIndex(index), index.column());
     }
 }
 

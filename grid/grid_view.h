@@ -90,7 +90,7 @@ signals:
     void rowClicked(int row);
     // Enter alone.
     void enterPressed(int row);
-    void rowDoubleClicked(int row);
+    void rowDoubleClicked(int row, int col);
     // The rows stand in another order, or no longer in one.
     void sortChanged();
 

@@ -1,5 +1,8 @@
 #include "heat/count_plots.h"
 
+#include <QChart>
+#include <QLegend>
+
 #include "grid/colours.h"
 
 namespace guanchao {
@@ -11,6 +14,11 @@ NewsPlot::NewsPlot(QWidget* parent)
                {u"全部数量（右轴）"_s, QColor::fromRgb(textColour), PlotAxis::right},
                {u"自定义数量"_s, QColor::fromRgb(stockColour)}},
               wholeNumbers, parent) {}
+
+OneDayNewsPlot::OneDayNewsPlot(QWidget* parent)
+    : DayPlot({{u"一日数量"_s, QColor::fromRgb(themeColour)}}, wholeNumbers, parent) {
+    chart()->legend()->hide();
+}
 
 WordPlot::WordPlot(QWidget* parent)
     : DayPlot({{u"上涨字数"_s, QColor::fromRgb(riseColour)},

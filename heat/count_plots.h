@@ -15,6 +15,14 @@ public:
     explicit NewsPlot(QWidget* parent = nullptr);
 };
 
+// 一日数量 alone, for where there is little room.
+class OneDayNewsPlot : public DayPlot {
+    Q_OBJECT
+
+public:
+    explicit OneDayNewsPlot(QWidget* parent = nullptr);
+};
+
 // Rising and falling words and the total score.
 class WordPlot : public DayPlot {
     Q_OBJECT

@@ -9,6 +9,7 @@
 #include "market/form21.h"
 #include "market/form36.h"
 #include "themes/map_view.h"
+#include "themes/theme_page.h"
 #include "ui_form38.h"
 
 namespace guanchao {
@@ -17,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr MapView::Kind themesKind = {.fullGain = 5, .words = themeWords};
+constexpr MapView::Kind themesKind = {.fullGain = 3, .words = themeWords};
 constexpr MapView::Kind stocksKind = {.fullGain = 10, .words = stockWords};
 
 QString legendWords(const MapView::Kind& kind) {
@@ -57,6 +58,10 @@ void Form38::addCommands() {
 
 void Form38::connectControls() {
     connect(ui_->Command1, &QPushButton::clicked, this, &Form38::goBack);
+    connect(ui_->Command2, &QPushButton::clicked, this, [this] {
+        takeChosen();
+        windows_.openAnew<ThemePage>();
+    });
     connect(ui_->Command3, &QPushButton::clicked, this, &Form38::readAgain);
     connect(ui_->Combo1, &QComboBox::currentIndexChanged, this,
             [this](int index) { ui_->map->setArea(static_cast<MapArea>(index)); });
@@ -74,9 +79,11 @@ void Form38::connectControls() {
 }
 
 void Form38::offer(const QList<QAction*>& onTheme, const QList<QAction*>& onStock) {
+    themeMenu_.addSeparator();
     themeMenu_.addActions(onTheme);
-    stockMenu_.addActions(onStock);
     stockMenu_.addAction(chart_);
+    stockMenu_.addSeparator();
+    stockMenu_.addActions(onStock);
 }
 
 void Form38::readAgain() {
@@ -141,6 +148,7 @@ void Form38::showChosen() {
     ui_->chosen->setText(box ? shortened(box->name, longestShownName) + u"　"_s +
                                    map.wordsOf(map.chosen())
                              : u"方向键选择，回车进入，直接输入名称或声母查找"_s);
+    ui_->Command2->setEnabled(box || !theme_.isEmpty());
 }
 
 // Other windows take the current ones over and empty them.

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int padding = 3;
 // Larger names stand in boxes with room to spare.
-constexpr double largerFonts[] = {2.2, 1.5};
+constexpr double largerFonts[] = {2.2, 1.8, 1.5, 1.25};
 constexpr double airOfLarger = 1.6;
 
 QString halves(const QString& name, bool second) {
@@ -46,8 +46,10 @@ void MapView::showBoxes(const QList<MapBox>& boxes, const Kind& kind) {
     kind_ = kind;
     pointed_ = -1;
     const auto same = std::ranges::find(boxes_, key, &MapBox::key);
-    chosen_ = key.isEmpty() || same == boxes_.end() ? -1 : same - boxes_.begin();
+    const bool isThere = !key.isEmpty() && same != boxes_.end();
     layOut();
+    chosen_ = isThere ? same - boxes_.begin() : end(true);
+    tellChosen();
 }
 
 void MapView::setArea(MapArea area) {
@@ -371,9 +373,6 @@ void MapView::contextMenuEvent(QContextMenuEvent* event) {
 
 void MapView::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    if (chosen_ < 0) {
-        chosen_ = end(true);
-    }
     update();
     tellChosen();
 }

@@ -23,11 +23,11 @@ public:
 
     // What boxes stand for, and how they are told.
     struct Kind {
-        double fullGain = 5;  // in %, from which on the colour is the full one
+        double fullGain = 3;  // in %, from which on the colour is the full one
         QString (*words)(const MapBox& box) = themeWords;
     };
 
-    // The box that was chosen stays so if it is there.
+    // The box that was chosen stays so if it is there; else the greatest is, without a signal.
     void showBoxes(const QList<MapBox>& boxes, const Kind& kind);
     const QList<MapBox>& boxes() const { return boxes_; }
     // Without an area it is not drawn.

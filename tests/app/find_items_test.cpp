@@ -23,16 +23,16 @@ TEST_F(FindItemsTest, FindsByNameCodeAndInitialsTheBestFirst) {
         {u"600519"_s, {u"贵州茅台"_s}},
         {u"sz000858"_s, {u"五粮液"_s}},
         {u"519"_s, {u"贵州茅台"_s, u"新光药业"_s}},
-        {u"GZ"_s, {u"贵州"_s, u"贵州茅台"_s}},
-        {u"bj"_s, {u"白酒"_s, u"白酒概念"_s}},
-        {u" 酒 "_s, {u"白酒"_s, u"白酒概念"_s}},
+        {u"GZ"_s, {u"贵州"_s, u"页：贵州"_s, u"贵州茅台"_s}},
+        {u"bj"_s, {u"白酒"_s, u"页：白酒"_s, u"白酒概念"_s, u"页：白酒概念"_s}},
+        {u" 酒 "_s, {u"白酒"_s, u"白酒概念"_s, u"页：白酒"_s, u"页：白酒概念"_s}},
         {u"无"_s, {}},
         {u""_s, {}},
     };
     for (const auto& it : cases) {
         QStringList names;
         for (const FindItem& found : foundItems(items, it.typed, 10)) {
-            names << found.name;
+            names << (found.kind == FindItem::Kind::page ? u"页："_s : QString()) + found.name;
         }
         EXPECT_EQ(names, it.names) << it.typed.toStdString();
     }

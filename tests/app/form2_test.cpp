@@ -34,7 +34,7 @@ TEST_F(Form2Test, AClickOnAThemeShowsItsMembers) {
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).markedRow(), 2);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).textMatrix(1, 2), u"SH600519"_s);
     QTest::mouseDClick(view(u"MSHFlexGrid1"_s).viewport(), Qt::LeftButton, {},
-                       cellOf(view(u"MSHFlexGrid1"_s), 2, 1));
+                       cellOf(view(u"MSHFlexGrid1"_s), 2, 2));
     ASSERT_TRUE(shownWindow<Form24>());
     EXPECT_EQ(lineEdit(shownWindow<Form24>(), u"Text1"_s)->text(), u"白酒"_s);
     closeWindows();
@@ -175,7 +175,7 @@ TEST_F(Form2Test, ThePopupsOpenOnTheRightButton) {
     const struct {
         QString grid;
         int entries;
-    } cases[] = {{u"MSHFlexGrid1"_s, 8}, {u"MSHFlexGrid2"_s, 10}};
+    } cases[] = {{u"MSHFlexGrid1"_s, 9}, {u"MSHFlexGrid2"_s, 10}};
     for (const auto& it : cases) {
         click(it.grid, 1, 1, Qt::RightButton);
         EXPECT_FALSE(find<QListWidget>(u"List1"_s)->isVisible());

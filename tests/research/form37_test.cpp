@@ -117,7 +117,7 @@ TEST_F(Form37Test, ASweepIsAHeatMap) {
     EXPECT_EQ(rowText(grid(u"heat"_s), 0), u"序号|止盈 ＼ 持有天数|1 天|2 天|3 天"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 1), u"1|0 %|0.99|1.98|2.97"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 2), u"2|1 %|1.00|1.00|1.00"_s);
-    emit view(u"heat"_s).rowDoubleClicked(1);
+    emit view(u"heat"_s).rowDoubleClicked(1, 0);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 5) << "no cell is chosen";
     view(u"heat"_s).setCurrentIndex(view(u"heat"_s).model()->index(1, 3));
     QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
