@@ -64,12 +64,9 @@ void Form30::buildRowMenu() {
                 {ui_->当前行情, ui_->F10资料, ui_->添加个股监控, ui_->修改个股监控,
                  ui_->操作个股文章, ui_->从自选股删除, ui_->添加自选股},
                 {ui_->从自选股删除});
-    kuaimenu_.addSeparator();
     kuaimenu_.addActions({ui_->编辑备注, ui_->上移, ui_->下移});
-    copyMenu_.setTitle(u"复制到列表"_s);
-    moveMenu_.setTitle(u"移动到列表"_s);
-    kuaimenu_.addMenu(&copyMenu_);
-    kuaimenu_.addMenu(&moveMenu_);
+    targets_.setTitle(u"复制、移动到列表"_s);
+    kuaimenu_.addMenu(&targets_);
     ui_->MSHFlexGrid1->setRowMenu(kuaimenu_);
     addKey(ui_->编辑备注, Qt::Key_F2);
     addKey(ui_->上移, Qt::ALT | Qt::Key_Up);
@@ -163,8 +160,7 @@ void Form30::kuaimenu_Opens() {
     const int row = grid_.markedRow();
     ui_->修改个股监控->setEnabled(row > 0 &&
                                   !grid_.textMatrix(row, WatchColumn::monitor).isEmpty());
-    fillTargets(copyMenu_, WatchLists::Way::copy);
-    fillTargets(moveMenu_, WatchLists::Way::move);
+    fillTargets();
 }
 
 void Form30::openQuotes() {

@@ -74,8 +74,11 @@ private:
     void showTabs();
     void tabChosen(int index);
     void showList(const QString& list);
-    void fillTargets(QMenu& menu, WatchLists::Way way);
-    void transfer(const QString& into, WatchLists::Way way);
+    void fillTargets();
+    void addTarget(const QString& words, const std::optional<QString>& into, WatchLists::Way way);
+    void transfer(const std::optional<QString>& into, WatchLists::Way way);
+    QCoro::Task<> transferToNew(QStringList dms, QString from, WatchLists::Way way,
+                                std::stop_token stop);
     QCoro::Task<> take(QStringList dms, QString from, QString into, WatchLists::Way way,
                        std::stop_token stop);
     void 新建列表_Click();
@@ -103,8 +106,7 @@ private:
     QString list_;       // the one that is shown; empty: the watchlist itself
     QStringList names_;  // of the further ones
     QMenu kuaimenu_;     // 快捷菜单: on a stock
-    QMenu copyMenu_;
-    QMenu moveMenu_;
+    QMenu targets_;      // lists to which stocks go
     QMenu listMenu_;
     RowDrag* drag_ = nullptr;
     std::unique_ptr<UndoLine> undoLine_;

@@ -110,31 +110,42 @@ void Form30::showList(const QString& list) {
     });
 }
 
-void Form30::fillTargets(QMenu& menu, WatchLists::Way way) {
-    menu.clear();
-    for (const QString& list : QStringList(QString()) + names_) {
-        if (list != list_) {
-            connect(menu.addAction(QString(shownNameOf(list)).replace(u'&', u"&&"_s)),
-                    &QAction::triggered, this, [=, this] { transfer(list, way); });
-        }
-    }
-    menu.addSeparator();
-    connect(menu.addAction(u"新建列表…"_s), &QAction::triggered, this, [=, this] {
-        const QStringList dms = codesIn(ui_->MSHFlexGrid1->selectedRows());
-        runs_.start([=, this, from = list_](std::stop_token stop) -> QCoro::Task<> {
-            const std::optional<QString> made = co_await lists_.create(stop);
-            if (made) {
-                co_await take(dms, from, *made, way, stop);
-                showList(from);
+void Form30::fillTargets() {
+    targets_.clear();
+    for (const auto& [verb, way] : {std::pair(u"复制到"_s, WatchLists::Way::copy),
+                                    std::pair(u"移动到"_s, WatchLists::Way::move)}) {
+        for (const QString& list : QStringList(QString()) + names_) {
+            if (list != list_) {
+                addTarget(verb + u'“' + shownNameOf(list) + u'”', list, way);
             }
-        });
+        }
+        addTarget(verb + u"新建的列表…"_s, std::nullopt, way);
+        targets_.addSeparator();
+    }
+}
+
+// Nothing for a new list.
+void Form30::addTarget(const QString& words, const std::optional<QString>& into,
+                       WatchLists::Way way) {
+    // An ampersand is no key.
+    const QAction* entry = targets_.addAction(QString(words).replace(u'&', u"&&"_s));
+    connect(entry, &QAction::triggered, this, [=, this] { transfer(into, way); });
+}
+
+void Form30::transfer(const std::optional<QString>& into, WatchLists::Way way) {
+    const QStringList dms = codesIn(ui_->MSHFlexGrid1->selectedRows());
+    runs_.start([=, this, from = list_](std::stop_token stop) {
+        return into ? take(dms, from, *into, way, stop) : transferToNew(dms, from, way, stop);
     });
 }
 
-void Form30::transfer(const QString& into, WatchLists::Way way) {
-    const QStringList dms = codesIn(ui_->MSHFlexGrid1->selectedRows());
-    runs_.start(
-        [=, this, from = list_](std::stop_token stop) { return take(dms, from, into, way, stop); });
+QCoro::Task<> Form30::transferToNew(QStringList dms, QString from, WatchLists::Way way,
+                                    std::stop_token stop) {
+    const std::optional<QString> made = co_await lists_.create(stop);
+    if (made) {
+        co_await take(dms, from, *made, way, stop);
+        showList(from);
+    }
 }
 
 QCoro::Task<> Form30::take(QStringList dms, QString from, QString into, WatchLists::Way way,

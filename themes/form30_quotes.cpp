@@ -33,6 +33,8 @@ void Form30::setUpQuotes() {
         QSettings(ini, QSettings::IniFormat).setValue(keptInterval(), ui_->interval->currentData());
         follow();
     });
+    // The controls beside it stay where they are.
+    ui_->age->setMinimumWidth(fontMetrics().horizontalAdvance(u"行情：59 分钟前"_s));
     connect(&ages_, &QTimer::timeout, this, &Form30::showAge);
     ages_.start(betweenAges);
     showAge();

@@ -17,7 +17,8 @@ namespace {
 // The conditions of the stock's monitors: 涨幅>5.
 QString monitorsOfStock() {
     return u"(select group_concat(tiaojian,'，') from (select leixin||bijiaofu||"
-           u"printf('%.15g',baojinzhi) as tiaojian from gegujiankong where gegujiankong.dm=dmb1.dm order by rowid))"_s;
+           u"printf('%.15g',baojinzhi) as tiaojian from gegujiankong"
+           u" where gegujiankong.dm=dmb1.dm order by rowid))"_s;
 }
 
 bool isInOwnOrder(Connection& store, const QString& list) {

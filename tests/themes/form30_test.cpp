@@ -160,8 +160,10 @@ TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
     for (const QAction* entry : menu->actions()) {
-        if (entry->text() == u"移动到列表"_s) {
-            entry->menu()->actions().first()->trigger();
+        for (QAction* target : entry->menu() ? entry->menu()->actions() : QList<QAction*>()) {
+            if (target->text() == u"移动到“短&&线”"_s) {
+                target->trigger();
+            }
         }
     }
     menu->close();
