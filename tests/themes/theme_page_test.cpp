@@ -68,11 +68,11 @@ TEST_F(ThemePageTest, ADoubleClickOnTheNameShowsAllAboutItWithTheWayToEachWindow
         EXPECT_NE(it.opened(), nullptr) << it.grid.toStdString() << it.row;
     }
     EXPECT_EQ(shownWindow<Form7>()->windowTitle(), u"修改个股监控"_s);
-    click(u"Command1"_s);
+    button(u"Command1"_s)->click();
     EXPECT_EQ(lineEdit(shownWindow<Form24>(), u"Text1"_s)->text(), u"银行"_s);
-    click(u"Command3"_s);
+    button(u"Command3"_s)->click();
     EXPECT_EQ(gridOf(*child<GridView>(shownWindow<Form27>(), u"MSHFlexGrid1"_s)).rows(), 2);
-    click(u"Command4"_s);
+    button(u"Command4"_s)->click();
     EXPECT_NE(shownWindow<Form4>(), nullptr);
     clickCell(view(), 1, 1, Qt::RightButton);
     EXPECT_TRUE(popup().contains(u"添加个股监控"_s));
@@ -92,7 +92,7 @@ TEST_F(ThemePageTest, ItFollowsTheQuotesAndTellsWhereItsThemeHasGone) {
     wait([this] { return find<QWidget>(u"goneRow"_s)->isVisible(); });
     EXPECT_EQ(label(u"gone"_s),
               u"主题“银行”已经没有了：改了名称或被删除。它的股票现在都在主题“大银行”里。"_s);
-    click(u"Command7"_s);
+    button(u"Command7"_s)->click();
     wait([this] { return grid().rows() == 2; });
     EXPECT_EQ(label(u"theme"_s), u"大银行"_s);
     EXPECT_FALSE(find<QWidget>(u"goneRow"_s)->isVisible());

@@ -118,7 +118,7 @@ TEST_F(ThemeMapTest, AThemeHasTheGainOfTheMainWindowAndWhatTheStoreLacksIsNoNumb
     store_.addMember(u"甲"_s, u"SH600000"_s, 4);
     store_.addMember(u"甲"_s, u"SH600519"_s, 4);
     store_.addMember(u"甲"_s, u"SH999999"_s, 4);
-    store_.addMember(u"乙'"_s, u"SH600036"_s, -1);
+    store_.run({u"insert into dzhzhuti(zhutiname,dm,guanzhudu) values('乙''','SH600036',-1)"_s});
     store_.addMember(u"空"_s, u"SH999999"_s);
     const QList<MapBox> themes = readThemeBoxes(store_.stores);
     QStringList told;
