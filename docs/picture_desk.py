@@ -30,6 +30,9 @@ CONTENTS = {
         "'{day} 13:40:21',1,'{sound}')",
         "insert into jiankonghq(dm,jc) select dm,jc from dzhzhuti where zhutiname='保险'",
         f"insert into zixuangu select dm,jc from dzhzhuti where zhutiname='{THEME}' limit 7",
+        "insert into zixuangu values('SH601601','中国太保')",
+        "insert into zixuanzu values('短线'),('长线')",
+        "insert into gegubeizhu values('SH601601','等三季报，36.5 以上减')",
     ],
     ARTICLES: [
         "insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values"

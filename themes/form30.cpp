@@ -121,6 +121,7 @@ void Form30::refresh() {
 QCoro::Task<> Form30::showStored(std::stop_token stop) {
     const auto step = [this] { watchlist_.list(grid_, list_); };
     co_await patiently(step, stop);
+    showOrder();
     showAge();
 }
 

@@ -87,6 +87,7 @@ private:
     void 导入列表_Click();
     void 导出列表_Click();
     QByteArray table() const;
+    void showOrder();
     void ownOrder_Click();
 
     // In form30_quotes.cpp.

@@ -59,9 +59,7 @@ void Form30::setUpLists() {
     command(ui_->导入列表, &Form30::导入列表_Click);
     command(ui_->导出列表, &Form30::导出列表_Click);
     connect(ui_->ownOrder, &QPushButton::clicked, this, &Form30::ownOrder_Click);
-    connect(ui_->MSHFlexGrid1, &GridView::sortChanged, this,
-            [this] { ui_->ownOrder->setEnabled(!ui_->MSHFlexGrid1->sortedBy().isEmpty()); });
-    ui_->ownOrder->setEnabled(false);
+    connect(ui_->MSHFlexGrid1, &GridView::sortChanged, this, &Form30::showOrder);
     const QSettings kept(environment_.applicationFolder + u"界面.ini"_s, QSettings::IniFormat);
     list_ = kept.value(keptList()).toString();
     names_ = lists_.names();
@@ -226,6 +224,10 @@ QByteArray Form30::table() const {
         lines += csvLine(grid_, row, cols).toUtf8();
     }
     return lines;
+}
+
+void Form30::showOrder() {
+    ui_->ownOrder->setEnabled(!ui_->MSHFlexGrid1->sortedBy().isEmpty());
 }
 
 // Back from a sort by a header.

@@ -36,6 +36,8 @@
 #include "tests/support/outcome_of.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_editing.h"
+#include "themes/watch_files.h"
+#include "themes/watch_order.h"
 #include "themes/watchlist.h"
 #include "utilities/proxies.h"
 
@@ -269,6 +271,17 @@ private:
         co_return;
     }
 
+    // FILE
+    QCoro::Task<> importBlock(std::stop_token) {
+        guanchao::importBlock(stores_, argument(0), u"短线"_s);
+        co_return;
+    }
+    // CODES: they become the first of the watchlist.
+    QCoro::Task<> moveWatched(std::stop_token) {
+        moveInList(stores_, {}, {u"SH600000"_s}, argument(0).split(u','), u"SH600000"_s);
+        co_return;
+    }
+
     // On the theme of the argument.
     QCoro::Task<> monitor(std::stop_token) {
         ThemeMonitorEditor editor(stores_, globals_, dialogs_);
@@ -425,6 +438,8 @@ std::map<QString, Job::Word> Job::words() {
             {u"attention"_s, &Job::attention},
             {u"remove_theme"_s, &Job::removeTheme},
             {u"watch"_s, &Job::watch},
+            {u"import_block"_s, &Job::importBlock},
+            {u"move_watched"_s, &Job::moveWatched},
             {u"monitor"_s, &Job::monitor},
             {u"clear_monitors"_s, &Job::clearMonitors},
             {u"commodity"_s, &Job::commodity},

@@ -46,6 +46,8 @@ OPERATIONS = (
     ("attention", ("白酒", "7"), "改关注度", "whole"),
     ("remove_theme", ("白酒",), "删除主题", "whole"),
     ("watch", ("SH600519",), "加自选股", "whole"),
+    ("import_block", ("{given}/块.EBK",), "导入板块文件", "whole"),
+    ("move_watched", ("SH600519,SZ000001",), "移动自选股", "whole"),
     ("monitor", ("银行",), "添加监控", "whole"),
     ("clear_monitors", (), "清空监控", "whole"),
     ("commodity", ("新商品",), "添加商品", "whole"),
@@ -68,6 +70,7 @@ def run(tools, share):
 def furnish(practice):
     """Something of everything, and what others have exported."""
     shutil.copy(practice.data / "主题txt文件示例.txt", practice.given / "主题.txt")
+    (practice.given / "块.EBK").write_text("\r\n1600000\r\n0000001\r\n1600519\r\n")
     for title in "甲乙":
         practice.job("article", title)
     practice.job("export", "{given}")

@@ -15,10 +15,12 @@
 #include "formats/text_file.h"
 #include "heat/url_encode.h"
 #include "services/services.h"
+#include "services/stock_code.h"
 #include "tests/campaign/outside_reader.h"
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
+#include "themes/block_file.h"
 #include "tools/history_builder/day_source.h"
 #include "tools/history_builder/theme_members.h"
 #include "utilities/shell_link.h"
@@ -79,6 +81,26 @@ void readThemeLines(const QByteArray& bytes) {
             }
         }
     }
+}
+
+// What is written of the codes is read as the same.
+void readBlockLines(const QByteArray& bytes) {
+    const QStringList lines = linesOf(readText(bytes).text);
+    const BlockFile file = readBlock(lines);
+    requireSense(file.stocks.size() + file.unread.size() <= lines.size(), "多读出了行");
+    QStringList codes;
+    for (const BlockStock& it : file.stocks) {
+        requireSense(it.code.size() == codeDigits || isWholeCode(it.code), "读出不是代码的代码");
+        if (isWholeCode(it.code)) {
+            codes << it.code;
+        }
+    }
+    const QByteArray written = blockBytes(u"x.EBK"_s, codes);
+    QStringList again;
+    for (const BlockStock& it : readBlock(linesOf(QString::fromLatin1(written))).stocks) {
+        again << it.code;
+    }
+    requireSense(again == codes, "代码写出再读成了别的");
 }
 
 void readTyped(const QByteArray& bytes) {
@@ -211,6 +233,8 @@ QList<OutsideReader> fileReaders(const QString& folder) {
         return [=](const QByteArray& bytes) { read(path, bytes); };
     };
     const QString themes = u"SH600519\t白酒\t消费\n000001 银行,保险\n白酒：600519、000858\n"_s;
+    const QString blocks =
+        u"代码,名称,备注\r\n1600000\r\n600519.SH,贵州茅台,\"等,看\"\r\n'000001;平安\r\n"_s;
     const QString ini = u"[read]\njintuopan=1\ndm=SH600000\n[quote]\nhost=http://甲\n"_s;
     const QString version = u"[chaoxin]\nbanben=3.8 版\ndownurl='http://x/?a=b;c,d'\n"_s;
     const QByteArray services = beginningOf(u"data/services.ini"_s);
@@ -232,6 +256,7 @@ QList<OutsideReader> fileReaders(const QString& folder) {
          inAllEncodings(themes) << beginningOf(u"data/主题txt文件示例.txt"_s), readAnyText},
         {"gbk", "GBK 和搜索网址", 50000, false, inAllEncodings(themes), readGbk},
         {"theme_lines", "主题文本的行", 60000, false, inAllEncodings(themes), readThemeLines},
+        {"blocks", "板块文件的行", 30000, false, inAllEncodings(blocks), readBlockLines},
         {"numbers", "键入的数字", 60000, false, {numbers, "１２", " 7 "}, readTyped},
         {"names", "简称的声母", 30000, false, inAllEncodings(u"*ST中安 贵州茅台 重庆银行"_s),
          readName},

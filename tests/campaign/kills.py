@@ -56,6 +56,8 @@ OPERATIONS = [
     ("修改关注度", ["attention", THEME, "7"], FOLDER, []),
     ("删除主题", ["remove_theme", THEME], FOLDER, []),
     ("加自选股", ["watch", "SH600001"], FOLDER, []),
+    ("导入板块文件", ["import_block", "{given}/blocks.EBK"], FOLDER, []),
+    ("移动自选股", ["move_watched", "SH600519,SZ000001"], FOLDER, []),
     ("添加监控", ["monitor", "银行"], TABLE, []),
     ("清空监控", ["clear_monitors"], FOLDER, []),
     ("添加商品", ["commodity", "新商品"], FOLDER, []),
@@ -92,6 +94,7 @@ def fill(practice):
         names.setdefault(code, []).append(name)
     (practice.given / "themes.txt").write_text(
         "".join(f"{code}\t{'、'.join(it)}\r\n" for code, it in names.items()))
+    (practice.given / "blocks.EBK").write_text("\r\n1600000\r\n0000001\r\n1600519\r\n")
     practice.collector()
     practice.keep("fresh")
 

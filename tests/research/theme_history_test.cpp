@@ -256,8 +256,8 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
 }
 
 TEST_F(ThemeHistoryTest, SumsThatRestOnNoPricesAreToldAsSuch) {
-    const QString noMarket = u"这段日期里没有大盘的历史行情，没有可比的日子：上面的 0 不是涨幅。"_s;
-    const QString noTheme = u"这段日期里主题的股票都没有历史行情：上面主题的 0 不是涨幅。"_s;
+    const QString noMarket = u"这段日期里没有大盘的历史行情，没有可比的日子。"_s;
+    const QString noTheme = u"这段日期里主题的股票都没有历史行情。"_s;
     const struct {
         const char* name;
         QList<int> index, stock;

@@ -169,7 +169,10 @@ TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     menu->close();
     EXPECT_EQ(shown(), u"12"_s);
     EXPECT_EQ(label(u"words"_s), u"移动了 2 只股票到“短&线”"_s);
+    clickHeader(view(), 2);
+    EXPECT_TRUE(button(u"ownOrder"_s)->isEnabled());
     tabs().setCurrentIndex(1);
+    EXPECT_FALSE(button(u"ownOrder"_s)->isEnabled()) << "another list stands as it is";
     EXPECT_EQ(shown(), u"209"_s);
     trigger(u"删除列表"_s);
     EXPECT_EQ(tabNames(), QStringList{u"自选股"_s});
