@@ -1,5 +1,6 @@
 // The lists in Form30: their tabs, what is done with a list, and what goes from one to another.
 #include <QSettings>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QToolButton>
 
@@ -49,6 +50,15 @@ void Form30::setUpLists() {
         ui_->lists->setCurrentIndex(std::max(ui_->lists->tabAt(place), 0));
         listMenu_.popup(ui_->lists->mapToGlobal(place));
     });
+    // As in windows of several pages.
+    const auto step = [this](const QKeySequence& key, int by) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by] {
+            const int count = ui_->lists->count();
+            ui_->lists->setCurrentIndex((ui_->lists->currentIndex() + by + count) % count);
+        });
+    };
+    step(Qt::CTRL | Qt::Key_Tab, 1);
+    step(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
     listMenu_.addActions({ui_->添加自选股, ui_->新建列表, ui_->重命名列表, ui_->删除列表});
     listMenu_.addSeparator();
     listMenu_.addActions({ui_->导入列表, ui_->导出列表});
