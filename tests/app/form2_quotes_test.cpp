@@ -54,7 +54,11 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
         return label(u"market"_s).contains(u"上证指数"_s) && label(u"quotesAge"_s) == u"刚刚"_s;
     }));
     QTest::keyClick(&view(u"MSHFlexGrid2"_s), Qt::Key_Return);
-    EXPECT_TRUE(openWindows_.find<Form21>());
+    EXPECT_TRUE(shownWindow<Form21>());
+    closeWindows();
+    GridView& grid2 = view(u"MSHFlexGrid2"_s);
+    QTest::mouseDClick(grid2.viewport(), Qt::LeftButton, {}, cellOf(grid2, 1, 1));
+    EXPECT_TRUE(shownWindow<Form21>());
     services_.quote.clear();
     dialogs_.shown.clear();
     QTest::mouseClick(button, Qt::LeftButton);
