@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 
+#include "formats/gbk.h"
 #include "tests/support/files.h"
 #include "tests/support/qt_printers.h"
 
@@ -28,6 +29,17 @@ TEST(IniFileTest, ReadsAndChangesOneLine) {
     EXPECT_TRUE(ini.setValue(u"new"_s, u"a"_s, u"é"_s));
     EXPECT_EQ(IniFile(path).value(u"new"_s, u"a"_s), u"é"_s) << "its bytes are GBK's too";
     EXPECT_FALSE(IniFile(folder.filePath(u"no/a.ini"_s)).setValue(u"a"_s, u"b"_s, u"c"_s));
+}
+
+TEST(IniFileTest, AFileIsReadAsItsUserHasWrittenIt) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.ini"_s);
+    for (const QByteArray& bytes :
+         {gbkFromText(u"[s]\nk=芯片"_s), u"\uFEFF[s]\r\nk=芯片\r\n"_s.toUtf8(),
+          u"[s]\nk=芯片"_s.toUtf8()}) {
+        writeFile(path, bytes);
+        EXPECT_EQ(IniFile(path).value(u"s"_s, u"k"_s), u"芯片"_s) << bytes.toHex().toStdString();
+    }
 }
 
 }  // namespace guanchao
