@@ -18,6 +18,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr qsizetype longestName = 30;  // in the line above the map
+
 constexpr MapView::Kind themesKind = {.fullGain = 3, .words = themeWords};
 constexpr MapView::Kind stocksKind = {.fullGain = 10, .words = stockWords};
 
@@ -47,7 +49,7 @@ Form38::~Form38() = default;
 void Form38::addCommands() {
     themeMenu_.setObjectName(u"themeMenu"_s);
     stockMenu_.setObjectName(u"stockMenu"_s);
-    enter_ = themeMenu_.addAction(u"进入主题"_s, this, &Form38::Map_Opened);
+    themeMenu_.addAction(u"进入主题"_s, this, &Form38::Map_Opened);
     chart_ = new QAction(u"K线图"_s, this);
     chart_->setShortcut(Qt::Key_F6);
     ui_->map->addAction(chart_);
@@ -123,12 +125,14 @@ void Form38::showBoxes(const QList<MapBox>& boxes) {
 
 void Form38::showPlace(const QList<MapBox>& boxes) {
     const bool isTheme = !theme_.isEmpty();
+    ui_->Combo1->setItemText(static_cast<int>(MapArea::members), isTheme ? u"一样大"_s : u"只数"_s);
+    ui_->Combo1->setItemText(static_cast<int>(MapArea::attention),
+                             isTheme ? u"相关度"_s : u"关注度"_s);
     const MapArea by = ui_->map->area();
     const auto left =
         std::ranges::count_if(boxes, [by](const MapBox& it) { return !(it.area(by) > 0); });
     const QString unit = isTheme ? u"只"_s : u"个"_s;
-    QString words =
-        isTheme ? u"全部主题 › "_s + shortened(theme_, longestShownName) : u"全部主题"_s;
+    QString words = isTheme ? u"全部主题 › "_s + shortened(theme_, longestName) : u"全部主题"_s;
     words += u"　%1 %2"_s.arg(boxes.size()).arg(unit);
     if (left > 0) {
         words += u"，其中 %1 %2没有%3，不画"_s.arg(left).arg(unit, ui_->Combo1->currentText());
@@ -136,9 +140,6 @@ void Form38::showPlace(const QList<MapBox>& boxes) {
     ui_->place->setText(words);
     ui_->Command1->setEnabled(isTheme);
     chart_->setEnabled(isTheme);
-    ui_->Combo1->setItemText(static_cast<int>(MapArea::members), isTheme ? u"一样大"_s : u"只数"_s);
-    ui_->Combo1->setItemText(static_cast<int>(MapArea::attention),
-                             isTheme ? u"相关度"_s : u"关注度"_s);
     ui_->legend->setText(legendWords(isTheme ? stocksKind : themesKind));
 }
 

@@ -58,7 +58,6 @@ private:
     QString wanted_;  // whose are read
     QMenu themeMenu_;
     QMenu stockMenu_;
-    QAction* enter_ = nullptr;
     QAction* chart_ = nullptr;
     Runs runs_;
 };

@@ -49,7 +49,9 @@ void MapView::showBoxes(const QList<MapBox>& boxes, const Kind& kind) {
     const bool isThere = !key.isEmpty() && same != boxes_.end();
     layOut();
     chosen_ = isThere ? same - boxes_.begin() : end(true);
-    tellChosen();
+    if (!isThere) {
+        tellChosen();
+    }
 }
 
 void MapView::setArea(MapArea area) {

@@ -178,25 +178,26 @@ void fillMembers(ResultGrid& grid, const QList<MapBox>& stocks) {
 
 void fillArticles(ResultGrid& grid, const QList<ThemeArticle>& articles) {
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
-    begin(grid, {{u"编号"_s, 700}, {u"日期"_s, 1200}, {u"作者"_s, 900}, {u"标题"_s, 4000}},
+    begin(grid, {{u"日期"_s, 1050}, {u"标题"_s, 3000}, {u"作者"_s, 800}, {u"编号"_s, 600}},
           articles.size());
     for (int row = 1; row < grid.rows(); ++row) {
         const ThemeArticle& article = articles[row - 1];
-        grid.setInteger(row, 1, article.id);
-        grid.setTextMatrix(row, 2, article.day);
+        grid.setTextMatrix(row, 1, article.day);
+        grid.setTextMatrix(row, 2, article.title);
         grid.setTextMatrix(row, 3, article.author);
-        grid.setTextMatrix(row, 4, article.title);
+        grid.setInteger(row, articleIdColumn, article.id);
     }
+    grid.setKeyColumns({articleIdColumn});
 }
 
 void fillMonitors(ResultGrid& grid, const QList<ThemeMonitor>& monitors) {
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
     begin(grid,
-          {{u"代码"_s, 1100},
-           {u"名称"_s, 1300},
-           {u"条件"_s, 1400},
-           {u"现在"_s, 800},
-           {u"报警时间"_s, 2000}},
+          {{u"代码"_s, 950},
+           {u"名称"_s, 1000},
+           {u"条件"_s, 1150},
+           {u"现在"_s, 700},
+           {u"报警时间"_s, 1800}},
           monitors.size());
     for (int row = 1; row < grid.rows(); ++row) {
         const ThemeMonitor& monitor = monitors[row - 1];

@@ -56,6 +56,7 @@ QList<ThemeMonitor> readThemeMonitors(const Stores& stores, const QString& theme
 inline constexpr int memberCodeColumn = 1;
 inline constexpr int memberNameColumn = 2;
 inline constexpr int memberBarColumn = 4;
+inline constexpr int articleIdColumn = 4;
 void fillMembers(ResultGrid& grid, const QList<MapBox>& stocks);
 void fillArticles(ResultGrid& grid, const QList<ThemeArticle>& articles);
 void fillMonitors(ResultGrid& grid, const QList<ThemeMonitor>& monitors);

@@ -252,7 +252,7 @@ void ThemePage::takeStock(int row) {
 
 void ThemePage::openArticle(int row) {
     environment_.globals.dangqianwenzhang =
-        static_cast<qint32>(articles_.number(row, 1).value_or(0));
+        static_cast<qint32>(articles_.number(row, articleIdColumn).value_or(0));
     windows_.openAnother<Form26>();
 }
 
