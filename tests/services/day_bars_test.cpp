@@ -239,6 +239,15 @@ TEST_F(DayBarsOrderTest, AnAnswerWithoutDaysIsOne) {
     EXPECT_EQ(second_.connections, 0);
 }
 
+TEST_F(DayBarsOrderTest, ThatOneIsLimitedIsToldThoughTheNextOneAnswers) {
+    first_.answer = [](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 456 x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+        socket.disconnectFromHost();
+    };
+    const BarsReply reply = fetch();
+    EXPECT_TRUE(reply.turnedAway && reply.days);
+}
+
 // Over three years, so that Tencent is asked twice.
 TEST(DayBarsMarketTest, AllKindsTellTheSameDays) {
     FakeClock clock;
