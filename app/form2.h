@@ -52,8 +52,8 @@ public:
     void tuopan显示_Click();
 
 signals:
-    // The quotes, the themes or the watchlist of the store are others now, and the tables have shown
-    // them.
+    // The quotes, the themes or the watchlist of the store are others now, and the tables have
+    // shown them.
     void tablesChanged();
 
 protected:

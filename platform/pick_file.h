@@ -7,7 +7,8 @@
 
 namespace guanchao {
 
-// For a file that exists. Says so, and gives nothing, if the user picks none. `file` is the name that the dialog offers.
+// For a file that exists. Says so, and gives nothing, if the user picks none. `file` is the name
+// that the dialog offers.
 QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QString file,
                                              std::stop_token stop);
 

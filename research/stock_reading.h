@@ -1,5 +1,5 @@
-// The tables of many stocks into columns, by as many threads as read on. One that can't be read ends
-// the reading for all: who uses that stock reads it by itself, and meets the failure there.
+// The tables of many stocks into columns, by as many threads as read on. One that can't be read
+// ends the reading for all: who uses that stock reads it by itself, and meets the failure there.
 #pragma once
 
 #include <atomic>
