@@ -60,6 +60,7 @@ void CandlePanel::buildControls() {
     again_->setAutoDefault(false);
     state_->setObjectName(u"candleState"_s);
     state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    state_->setWordWrap(true);
     connect(adjustments_, &QComboBox::currentIndexChanged, this, &CandlePanel::showAdjustment);
     connect(ranges_, &QComboBox::activated, this, &CandlePanel::showRange);
     connect(again_, &QPushButton::clicked, this, &CandlePanel::startOrStop);
