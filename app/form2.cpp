@@ -40,7 +40,7 @@ Form2::Form2(Environment& environment, Windows& windows, Desktop desktop)
       themeTable_(environment.stores, environment.globals, environment.clock, environment.dialogs,
                   themes_, stocks_),
       themeCommands_(environment.stores, environment.clock, environment.dialogs,
-                     environment.removals),
+                     environment.removals, environment.edits),
       watchlist_(environment.stores, environment.dialogs, environment.removals),
       quoteFeed_(environment.stores, environment.globals, environment.clock,
                  QuoteSource(environment.client, environment.clock, environment.services)),
@@ -85,6 +85,10 @@ void Form2::setUpControls() {
         u"点左边的一个主题，这里列出它的个股\n\n“主题”菜单的“行情列表”列出全部股票，F9 更新行情"_s);
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
                                            mainWindowPlace, [this] { 刷新_Click(); });
+    undoMenu_ =
+        std::make_unique<UndoMenu>(*ui_->撤消, *ui_->重做, environment_,
+                                   [this](const Edit& edit, Way way) { showEdited(edit, way); });
+    ui_->menuZhuti->setToolTipsVisible(true);
     picker_ = new PickerBox(*ui_->Text1, *ui_->List1, environment_.stores.main, this);
 }
 
@@ -279,6 +283,7 @@ QCoro::Task<> Form2::endOthers(std::stop_token stop) {
     quoteRuns_.stop();
     versionChecks_.stop();
     exchangeRuns_.stop();
+    undoMenu_->stop();
     dailyBackup_->stop();
     co_await workersEnded(stop);
 }

@@ -15,6 +15,7 @@
 #include "app/market_band.h"
 #include "app/program_end.h"
 #include "app/restore_desk.h"
+#include "app/undo_menu.h"
 #include "base/runs.h"
 #include "exchange/backup_export.h"
 #include "frame/environment.h"
@@ -92,6 +93,7 @@ private:
     void connectThemeWindows(QWidget* window);
     void openPage(const QString& theme);
     void markTheme(const QString& name);
+    void showEdited(const Edit& edit, Way way);
 
     void watchTray();
     void showSound(const QString& file);
@@ -171,6 +173,7 @@ private:
     QTimer imports_;  // once after what an import has stored last
 
     std::unique_ptr<UndoLine> undoLine_;
+    std::unique_ptr<UndoMenu> undoMenu_;
     std::unique_ptr<DailyBackup> dailyBackup_;
     RestoreDesk restoreDesk_{environment_, exchangeRun_,
                              [this](std::stop_token stop) { return endOthers(stop); },

@@ -36,6 +36,7 @@ QCoro::Task<> Form2::refresh(std::stop_token stop) {
     };
     co_await patiently(step, stop);
     marketBand_->refresh();
+    undoMenu_->showNext();
     emit tablesChanged();
 }
 
@@ -60,6 +61,7 @@ QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
     const auto stocks = [this] { themeTable_.refreshStocks(); };
     co_await patiently(stocks, stop);
     marketBand_->refresh();
+    undoMenu_->showNext();
     emit tablesChanged();
 }
 

@@ -2,6 +2,7 @@
 #include "app/form2.h"
 #include "base/values.h"
 #include "research/form24.h"
+#include "themes/form22.h"
 #include "themes/form38.h"
 #include "themes/theme_page.h"
 #include "ui_form2.h"
@@ -28,6 +29,9 @@ void Form2::connectThemeWindows(QWidget* window) {
         connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
         connect(map, &Form38::themeChosen, this, &Form2::markTheme);
         connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
+    }
+    if (auto* themesOfStock = qobject_cast<Form22*>(window)) {
+        connect(this, &Form2::tablesChanged, themesOfStock, &Form22::readAgain);
     }
     if (auto* page = qobject_cast<ThemePage*>(window)) {
         page->offer(entriesOf(kuaimenu_));
@@ -63,6 +67,18 @@ void Form2::markTheme(const QString& name) {
     }
     ui_->Text2->setText(name);
     showStocks(name);
+}
+
+// The stocks of a theme that bears another name now are those of that name.
+void Form2::showEdited(const Edit& edit, Way way) {
+    undoLine_->showLast();
+    const QString& former = way == Way::back ? edit.nameAfter : edit.nameBefore;
+    const QString& now = way == Way::back ? edit.nameBefore : edit.nameAfter;
+    if (!former.isEmpty() && environment_.globals.dangqianzhuti == former) {
+        environment_.globals.dangqianzhuti = now;
+        showStocks(now);
+    }
+    showImported();
 }
 
 }  // namespace guanchao

@@ -23,6 +23,7 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
       environment_{.globals = globals_,
                    .stores = stores_,
                    .removals = removals_,
+                   .edits = edits_,
                    .services = services_,
                    .servicesFile = servicesFile_,
                    .clock = clock_,

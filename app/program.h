@@ -56,6 +56,7 @@ private:
     Globals globals_;
     Stores stores_;
     Removals removals_{copiesFolder(folder_) + QStringLiteral("撤消/")};
+    Edits edits_{removals_};
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     ServicesFile servicesFile_{folder_ + QStringLiteral("services.ini"), services_};
     SystemClock clock_;

@@ -43,7 +43,10 @@ void rewriteTheme(benchmark::State& state) {
     }
     FakeClock clock;
     FakeDialogs dialogs;
-    ThemeEditing editing(wholeMarket(), clock, dialogs);
+    const QTemporaryDir kept;
+    Removals removals(kept.filePath(u"kept/"_s));
+    Edits edits(removals);
+    ThemeEditing editing(wholeMarket(), clock, dialogs, edits);
     compare(
         state,
         [&] {

@@ -18,7 +18,7 @@ Form3::Form3(Environment& environment, Windows&)
       ui_(std::make_unique<Ui::Form3>()),
       run_([this](const ShownExchange& it) { showRun(it); }),
       themeImport_(environment.stores, environment.clock, environment.dialogs, run_,
-                   environment.removals),
+                   environment.removals, environment.edits),
       textImport_(environment.stores, environment.clock, environment.dialogs, run_),
       runs_(environment.failures) {
     ui_->setupUi(this);

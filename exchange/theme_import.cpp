@@ -73,8 +73,13 @@ int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
 }
 
 ThemeImport::ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs,
-                         ExchangeRun& run, Removals& removals)
-    : stores_(stores), clock_(clock), dialogs_(dialogs), run_(run), removals_(removals) {}
+                         ExchangeRun& run, Removals& removals, Edits& edits)
+    : stores_(stores),
+      clock_(clock),
+      dialogs_(dialogs),
+      run_(run),
+      removals_(removals),
+      edits_(edits) {}
 
 QCoro::Task<> ThemeImport::importLibrary(QString path, std::stop_token stop) {
     if (!QFileInfo::exists(path)) {
@@ -107,7 +112,7 @@ QCoro::Task<> ThemeImport::deleteAll(std::stop_token stop) {
         removal.keep({u"dzhzhuti"_s, {u"zhutiname"_s, u"dm"_s}});
         store.execute(u"delete from dzhzhuti"_s);
         transaction.commit();
-        removal.complete(importWindowPlace, u"所有主题"_s + count);
+        edits_.pushRemoval(name, removal.complete(importWindowPlace, u"所有主题"_s + count));
     };
     co_await patiently(step, stop);
     dialogs_.tell(u"已删除所有主题!"_s);

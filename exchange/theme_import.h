@@ -5,7 +5,7 @@
 #include "exchange/exchange_run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "store/removals.h"
+#include "store/edits.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -20,7 +20,7 @@ int mergeLibrary(const Stores& stores, const QString& path, const QString& date,
 class ThemeImport {
 public:
     ThemeImport(const Stores& stores, const Clock& clock, Dialogs& dialogs, ExchangeRun& run,
-                Removals& removals);
+                Removals& removals, Edits& edits);
 
     // Tells how many memberships are new, or that the user has stopped it.
     QCoro::Task<> importLibrary(QString path, std::stop_token stop);
@@ -34,6 +34,7 @@ private:
     Dialogs& dialogs_;
     ExchangeRun& run_;
     Removals& removals_;
+    Edits& edits_;
 };
 
 }  // namespace guanchao

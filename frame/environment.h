@@ -11,7 +11,7 @@
 #include "platform/processes.h"
 #include "platform/shell.h"
 #include "services/services.h"
-#include "store/removals.h"
+#include "store/edits.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -30,6 +30,7 @@ struct Environment {
     Globals& globals;
     Stores& stores;
     Removals& removals;
+    Edits& edits;
     const Services& services;
     ServicesFile& servicesFile;
     const Clock& clock;

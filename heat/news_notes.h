@@ -6,9 +6,11 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <utility>
 
 #include "store/connection.h"
+#include "store/row_images.h"
 
 namespace guanchao {
 
@@ -36,6 +38,9 @@ void writeNewsNote(Connection& heat, const NewsRow& row, const NewsNote& note);
 
 // The notes of an item of the table go with it to its new name.
 void renameNotes(Connection& heat, const QString& table, const QString& item, const QString& name);
+
+// The notes of items of the table, for an edit of them.
+RowScope notesOf(const QString& table, const QStringList& items);
 
 // By date text and item.
 using NewsNotes = QHash<std::pair<QString, QString>, NewsNote>;

@@ -74,12 +74,16 @@ QString rawKey(const QString& key) {
     return u"x'%1'"_s.arg(QString::fromLatin1(digest.toHex()));
 }
 
+// Later libraries have another page format; the stores keep the one that every version reads.
+void keepFormat(Connection& connection) {
+    connection.execute(u"pragma cipher_default_compatibility=3"_s);
+}
+
 void giveKey(Connection& connection, const QString& key) {
     if (key.isEmpty()) {
         return;
     }
-    // Later libraries have another page format; the stores keep the one that every version reads.
-    connection.execute(u"pragma cipher_default_compatibility=3"_s);
+    keepFormat(connection);
     const QByteArray raw = rawKey(key).toUtf8();
     sqlite3_key(connection.handle(), raw.constData(), static_cast<int>(raw.size()));
 }
@@ -187,6 +191,11 @@ Connection::Connection(const QString& path, const QString& key) : path_(path) {
     registerDialect(handle());
     // A wrong key shows at the first read only: read here, so that the opening is what fails.
     execute(u"select count(*) from sqlite_master"_s);
+}
+
+void Connection::attach(const QString& path, const QString& key, const QString& name) {
+    keepFormat(*this);
+    execute(u"attach "_s + quoted(path) + u" as "_s + name + u" key "_s + quoted(rawKey(key)));
 }
 
 void Connection::onlyRead() {

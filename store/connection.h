@@ -28,6 +28,9 @@ public:
     // The same for any use of this connection.
     void watch(const std::function<void()>& use, const std::function<void()>& meanwhile);
 
+    // Another store file beside this one, under a name of its own, for transactions over both.
+    void attach(const QString& path, const QString& key, const QString& name);
+
     // From now on this only reads: a statement that would write, attach a file or set a pragma is
     // refused. For words that a user has typed into a statement.
     void onlyRead();

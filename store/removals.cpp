@@ -63,7 +63,55 @@ void insertRows(Connection& connection, const RemovedRows::Table& table) {
                        u" from "_s + kept + missing + u" order by kept_rowid"_s);
 }
 
+// By the first column of its identity: all that bear the name of what was deleted.
+QString ofTheSame(const RemovedRows::Table& table) {
+    const QString& name = table.identity.first();
+    return u" from main."_s + table.name + u" where "_s + name + u" in (select "_s + name +
+           u" from kept."_s + table.name + u')';
+}
+
+// Which of two sets of rows has one that the other lacks is found by their numbers too: except
+// counts equal rows once.
+bool isAsKept(Connection& connection, const RemovedRows::Table& table) {
+    const QString columns = columnsOf(connection, table.name);
+    const QString now = u"select "_s + columns + ofTheSame(table);
+    const QString kept = u"select "_s + columns + u" from kept."_s + table.name;
+    const Recordset counts(connection, u"select (select count(*) from ("_s + now +
+                                           u")),(select count(*) from ("_s + kept + u"))"_s);
+    return counts.value(0).toInteger() == counts.value(1).toInteger() &&
+           !has(connection, u'(' + now + u" except "_s + kept + u')') &&
+           !has(connection, u'(' + kept + u" except "_s + now + u')');
+}
+
 }  // namespace
+
+bool bringBackWhole(const RemovedRows& rows) {
+    Connection connection = rows.store.open();
+    attachKept(connection, rows.keptIn);
+    Transaction transaction(connection);
+    for (const RemovedRows::Table& table : rows.tables) {
+        if (has(connection, u"(select 1"_s + ofTheSame(table) + u')')) {
+            return false;
+        }
+        insertRows(connection, table);
+    }
+    transaction.commit();
+    return true;
+}
+
+bool removeAgain(const RemovedRows& rows) {
+    Connection connection = rows.store.open();
+    attachKept(connection, rows.keptIn);
+    Transaction transaction(connection);
+    for (const RemovedRows::Table& table : rows.tables) {
+        if (!isAsKept(connection, table)) {
+            return false;
+        }
+        connection.execute(u"delete"_s + ofTheSame(table));
+    }
+    transaction.commit();
+    return true;
+}
 
 void bringBack(const RemovedRows& rows) {
     Connection connection = rows.store.open();
@@ -94,8 +142,9 @@ void Removals::forgetAll() {
 
 std::optional<RemovedRows> Removals::last(const QString& place) const {
     const std::scoped_lock lock(mutex_);
-    const auto found = std::find_if(removed_.crbegin(), removed_.crend(),
-                                    [&](const RemovedRows& it) { return it.place == place; });
+    const auto found =
+        std::find_if(removed_.crbegin(), removed_.crend(),
+                     [&](const RemovedRows& it) { return it.place == place && !it.isBack; });
     return found == removed_.crend() ? std::nullopt : std::optional(*found);
 }
 
@@ -103,6 +152,23 @@ void Removals::forget(const RemovedRows& rows) {
     const std::scoped_lock lock(mutex_);
     removed_.removeIf([&](const RemovedRows& it) { return it.keptIn == rows.keptIn; });
     QFile::remove(rows.keptIn);
+}
+
+bool Removals::canBe(const RemovedRows& rows, Way way) const {
+    const std::scoped_lock lock(mutex_);
+    const bool isBack = way == Way::again;
+    return std::any_of(removed_.cbegin(), removed_.cend(), [&](const RemovedRows& it) {
+        return it.keptIn == rows.keptIn && it.isBack == isBack;
+    });
+}
+
+void Removals::mark(const RemovedRows& rows, Way way) {
+    const std::scoped_lock lock(mutex_);
+    for (RemovedRows& it : removed_) {
+        if (it.keptIn == rows.keptIn) {
+            it.isBack = way == Way::back;
+        }
+    }
 }
 
 QString Removals::freshFile() {
@@ -149,18 +215,20 @@ bool Removal::hasTable(const QString& name) const {
                        [&](const RemovedRows::Table& it) { return it.name == name; });
 }
 
-void Removal::complete(const QString& place, const QString& words) {
+std::optional<RemovedRows> Removal::complete(const QString& place, const QString& words) {
     bool any = false;
     for (const RemovedRows::Table& table : rows_.tables) {
         connection_.execute(u"delete from kept."_s + table.name +
                             u" where kept_rowid in (select rowid from main."_s + table.name + u')');
         any = any || has(connection_, u"kept."_s + table.name);
     }
-    if (any) {
-        rows_.place = place;
-        rows_.words = words;
-        removals_.add(rows_);
+    if (!any) {
+        return std::nullopt;
     }
+    rows_.place = place;
+    rows_.words = words;
+    removals_.add(rows_);
+    return rows_;
 }
 
 }  // namespace guanchao

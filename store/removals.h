@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "store/stores.h"
+#include "store/way.h"
 
 namespace guanchao {
 
@@ -29,11 +30,19 @@ struct RemovedRows {
     StoreFile store;
     QString keptIn;
     QList<Table> tables;
+    bool isBack = false;  // and may go again
 };
 
 // Puts the rows back where they were, behind the others if their places are taken; nothing is kept
 // of them any more. In one transaction.
 void bringBack(const RemovedRows& rows);
+
+// As bringBack() where nothing of what was deleted is there again, that is no row with the first
+// column of a table's identity; the copy stays. False, and nothing comes back, where something is.
+bool bringBackWhole(const RemovedRows& rows);
+// Deletes what bringBackWhole() has brought back, if that is as it was; false, and nothing goes,
+// where it isn't.
+bool removeAgain(const RemovedRows& rows);
 
 class Removals {
 public:
@@ -49,6 +58,11 @@ public:
     void forgetAll();
     // It has come back.
     void forget(const RemovedRows& rows);
+
+    // Whether it can be brought back as a whole, or removed again: its copy is there, and it isn't
+    // so already.
+    bool canBe(const RemovedRows& rows, Way way) const;
+    void mark(const RemovedRows& rows, Way way);
 
 private:
     friend class Removal;
@@ -75,8 +89,8 @@ public:
     // Keeps the rows of a table that are about to be deleted: all, or those of a condition.
     void keep(const RemovedRows::Table& table, const QString& condition = {});
     // The rows are deleted: they can be taken back by the place. Of rows that are still there
-    // nothing is kept.
-    void complete(const QString& place, const QString& words);
+    // nothing is kept. Gives nothing if none is deleted.
+    std::optional<RemovedRows> complete(const QString& place, const QString& words);
 
 private:
     bool hasTable(const QString& name) const;

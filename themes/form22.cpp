@@ -5,6 +5,7 @@
 
 #include "base/values.h"
 #include "grid/row_menu.h"
+#include "store/patience.h"
 #include "ui_form22.h"
 
 namespace guanchao {
@@ -16,7 +17,7 @@ Form22::Form22(Environment& environment, Windows&)
       environment_(environment),
       ui_(std::make_unique<Ui::Form22>()),
       stockThemes_(environment.stores, environment.globals, environment.clock, environment.dialogs,
-                   grid_),
+                   environment.edits, grid_),
       runs_(environment.failures) {
     ui_->setupUi(this);
     grid_.setKeyColumns({2});
@@ -52,6 +53,13 @@ void Form22::Form_Load() {
     const int height =
         QFontMetrics(fontOf(grid_, std::min(1, grid_.cols() - 1), view.font())).height();
     view.verticalHeader()->setDefaultSectionSize(height + 6);
+}
+
+void Form22::readAgain() {
+    runs_.start([this](std::stop_token stop) -> QCoro::Task<> {
+        const auto step = [this] { stockThemes_.readAgain(); };
+        co_await patiently(step, stop);
+    });
 }
 
 void Form22::Command9_Click() {

@@ -26,6 +26,9 @@ public:
     Form22(Environment& environment, Windows& windows);
     ~Form22() override;
 
+    // What the main window has changed, of the stock that is listed.
+    void readAgain();
+
 private:
     void Form_Load();
     void Command9_Click();

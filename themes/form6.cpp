@@ -8,7 +8,7 @@ namespace guanchao {
 
 Form6::Form6(Environment& environment, Windows&)
     : ui_(std::make_unique<Ui::Form6>()),
-      editing_(environment.stores, environment.clock, environment.dialogs),
+      editing_(environment.stores, environment.clock, environment.dialogs, environment.edits),
       runs_(environment.failures) {
     ui_->setupUi(this);
     ui_->Text1->setPlaceholderText(sampleCodes);

@@ -25,4 +25,8 @@ void leaveTheme(Connection& mainStore, const QString& zhutiname, const QString& 
                       quoted(zhutiname));
 }
 
+RowScope membershipOf(const QString& zhutiname, const QString& dm) {
+    return {u"dzhzhuti"_s, u" where dm="_s + quoted(dm) + u" and zhutiname="_s + quoted(zhutiname)};
+}
+
 }  // namespace guanchao

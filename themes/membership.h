@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "store/connection.h"
+#include "store/row_images.h"
 
 namespace guanchao {
 
@@ -16,5 +17,8 @@ void joinTheme(Connection& mainStore, const QString& zhutiname, const QString& d
                const QString& jc, QDate day);
 
 void leaveTheme(Connection& mainStore, const QString& zhutiname, const QString& dm);
+
+// For an edit of it.
+RowScope membershipOf(const QString& zhutiname, const QString& dm);
 
 }  // namespace guanchao

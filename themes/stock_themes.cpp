@@ -14,8 +14,13 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 StockThemes::StockThemes(const Stores& stores, Globals& globals, const Clock& clock,
-                         Dialogs& dialogs, ResultGrid& grid)
-    : stores_(stores), globals_(globals), clock_(clock), dialogs_(dialogs), grid_(grid) {}
+                         Dialogs& dialogs, Edits& edits, ResultGrid& grid)
+    : stores_(stores),
+      globals_(globals),
+      clock_(clock),
+      dialogs_(dialogs),
+      edits_(edits),
+      grid_(grid) {}
 
 void StockThemes::load(const std::function<void(const Stock&)>& showStock) {
     const Activity activity(u"读取所属主题"_s);
@@ -25,12 +30,20 @@ void StockThemes::load(const std::function<void(const Stock&)>& showStock) {
     const QString jc =
         handedOver.isEmpty() ? shortName(store, code).value_or(QString()) : handedOver;
     showStock({jc.left(4) + u"_属于主题"_s, code, jc});
-    fill(store, code);
+    listed_ = code;
+    fill(store);
 }
 
-void StockThemes::fill(Connection& store, const QString& code) {
+void StockThemes::readAgain() {
+    const Activity activity(u"读取所属主题"_s);
+    Connection store = stores_.main.open();
+    grid_.setRows(1);
+    fill(store);
+}
+
+void StockThemes::fill(Connection& store) {
     Recordset themes(store, u"select  dm as 代码,zhutiname as 主题简称  FROM dzhzhuti where dm="_s +
-                                quoted(code));
+                                quoted(listed_));
     if (themes.count() == 0) {
         return;
     }
@@ -83,7 +96,9 @@ QCoro::Task<bool> StockThemes::joinAnother(std::stop_token stop) {
     if (!jc) {
         throw OperationError(u"代码表里没有 "_s + code);
     }
-    joinTheme(store, theme, code, *jc, clock_.now().date());
+    EditInHand edit(edits_, {u"添加个股 "_s + theme + u' ' + *jc});
+    edit.write(store, stores_.main, {membershipOf(theme, code)},
+               [&] { joinTheme(store, theme, code, *jc, clock_.now().date()); });
     dialogs_.tell(u"添加到主题完成!"_s);
     co_return true;
 }
@@ -92,7 +107,11 @@ void StockThemes::leave() {
     const Activity activity(u"从主题删除"_s);
     {
         Connection store = stores_.main.open();
-        leaveTheme(store, globals_.dangqianjc, globals_.dangqiandm);
+        const QString theme = globals_.dangqianjc;
+        const QString code = globals_.dangqiandm;
+        EditInHand edit(edits_, {u"删除个股 "_s + theme + u' ' + code});
+        edit.write(store, stores_.main, {membershipOf(theme, code)},
+                   [&] { leaveTheme(store, theme, code); });
     }
     dialogs_.tell(u"从该主题删除完成!"_s);
 }

@@ -1,6 +1,7 @@
 // The themes of one stock, as Form22 lists and changes them: table dzhzhuti, names from the code
 // table dmb. The values that windows share (dangqiandm, dangqianjc) carry code and short name in,
-// and from then on the code and the theme of the pressed row. Failed statements raise StoreError.
+// and from then on the code and the theme of the pressed row. What is written can be taken back by
+// Edits. Failed statements raise StoreError.
 #pragma once
 
 #include <QString>
@@ -11,6 +12,7 @@
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "store/edits.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -18,7 +20,7 @@ namespace guanchao {
 class StockThemes {
 public:
     StockThemes(const Stores& stores, Globals& globals, const Clock& clock, Dialogs& dialogs,
-                ResultGrid& grid);
+                Edits& edits, ResultGrid& grid);
 
     struct Stock {
         QString caption;
@@ -29,6 +31,9 @@ public:
     // Takes the shared values over, empties them, shows the stock and fills the grid; with no row
     // the grid stays.
     void load(const std::function<void(const Stock&)>& showStock);
+
+    // Fills the grid with the themes of the same stock as they are now.
+    void readAgain();
 
     // Makes the typed stock the shared one, for the next load. Returns its short name, or nothing
     // and a word to the user if it is in no theme.
@@ -42,13 +47,15 @@ public:
     void leave();
 
 private:
-    void fill(Connection& store, const QString& code);
+    void fill(Connection& store);
 
     const Stores& stores_;
     Globals& globals_;
     const Clock& clock_;
     Dialogs& dialogs_;
+    Edits& edits_;
     ResultGrid& grid_;
+    QString listed_;  // code
 };
 
 }  // namespace guanchao

@@ -21,6 +21,11 @@ QString ofTheme(const QString& theme) {
     return u" where zhutiname="_s + quoted(theme);
 }
 
+RowScope nameIn(const QString& table, const QString& theme, const QString& name) {
+    return {table, u" where zhutiname in ("_s + quoted(theme) + u',' + quoted(name) + u')',
+            u"zhutiname"_s};
+}
+
 bool isSmaller(const ResultGrid& themes, int row, int count) {
     return roundToWhole(themes.number(row, countColumn).value_or(0)) < count;
 }
@@ -53,8 +58,8 @@ qint64 memberCount(const Stores& stores, const QString& theme) {
 }  // namespace
 
 ThemeCommands::ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs,
-                             Removals& removals)
-    : stores_(stores), clock_(clock), dialogs_(dialogs), removals_(removals) {}
+                             Removals& removals, Edits& edits)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), removals_(removals), edits_(edits) {}
 
 QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop) {
     const QString typed = co_await dialogs_.input(stop, u"请输入股票代码,示例:SH600585"_s,
@@ -74,7 +79,9 @@ QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop)
         dialogs_.tell(u"没有找到此股票代码:"_s + code);
         co_return Redraw::none;
     }
-    joinTheme(store, theme, code, *jc, clock_.now().date());
+    EditInHand edit(edits_, {u"添加个股 "_s + theme + u' ' + *jc});
+    edit.write(store, stores_.main, {membershipOf(theme, code)},
+               [&] { joinTheme(store, theme, code, *jc, clock_.now().date()); });
     dialogs_.tell(u"为该主题添加个股完成!"_s);
     co_return Redraw::stocks;
 }
@@ -83,7 +90,9 @@ Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
     const Activity activity(u"为主题删除个股"_s);
     {
         Connection store = stores_.main.open();
-        leaveTheme(store, theme, code);
+        EditInHand edit(edits_, {u"删除个股 "_s + theme + u' ' + code});
+        edit.write(store, stores_.main, {membershipOf(theme, code)},
+                   [&] { leaveTheme(store, theme, code); });
     }
     dialogs_.tell(u"为该主题删除个股完成!"_s);
     return Redraw::stocks;
@@ -97,9 +106,12 @@ QCoro::Task<Redraw> ThemeCommands::changeRelevance(QString theme, QString code,
         co_return Redraw::none;
     }
     const Activity activity(u"修改相关度"_s);
-    stores_.main.open().execute(u"update dzhzhuti set xiangguandu="_s +
-                                QString::number(*relevance) + u" where dm="_s + quoted(code) +
-                                u" and zhutiname="_s + quoted(theme));
+    const QString condition = u" where dm="_s + quoted(code) + u" and zhutiname="_s + quoted(theme);
+    const QString number = QString::number(*relevance);
+    Connection store = stores_.main.open();
+    EditInHand edit(edits_, {u"修改相关度 "_s + theme + u' ' + code + u"→"_s + number});
+    edit.write(store, stores_.main, {{u"dzhzhuti"_s, condition, u"xiangguandu"_s}},
+               [&] { store.execute(u"update dzhzhuti set xiangguandu="_s + number + condition); });
     co_return Redraw::stocks;
 }
 
@@ -125,7 +137,7 @@ QCoro::Task<Redraw> ThemeCommands::removeTheme(QString theme, std::stop_token st
         co_return Redraw::none;
     }
     const Activity activity(u"删除主题"_s);
-    removeThemes({theme}, u"主题'"_s + theme + u"'"_s + count);
+    removeThemes({theme}, u"主题'"_s + theme + u"'"_s + count, u"删除主题 "_s + theme);
     dialogs_.tell(u"删除主题'"_s + theme + u"'完成!"_s);
     co_return Redraw::none;
 }
@@ -137,8 +149,14 @@ QCoro::Task<Redraw> ThemeCommands::changeAttention(QString theme, std::stop_toke
         co_return Redraw::none;
     }
     const Activity activity(u"修改关注度"_s);
-    stores_.main.open().execute(u"update dzhzhuti set guanzhudu="_s + QString::number(*attention) +
-                                u" where zhutiname="_s + quoted(theme));
+    const QString number = QString::number(*attention);
+    {
+        Connection store = stores_.main.open();
+        EditInHand edit(edits_, {u"修改关注度 "_s + theme + u"→"_s + number});
+        edit.write(store, stores_.main, {{u"dzhzhuti"_s, ofTheme(theme), u"guanzhudu"_s}}, [&] {
+            store.execute(u"update dzhzhuti set guanzhudu="_s + number + ofTheme(theme));
+        });
+    }
     dialogs_.tell(u"修改关注度'"_s + theme + u"'完成!"_s);
     co_return Redraw::themes;
 }
@@ -155,7 +173,8 @@ QCoro::Task<Redraw> ThemeCommands::rename(QString theme, std::stop_token stop) {
     co_return Redraw::themes;
 }
 
-void ThemeCommands::removeThemes(const QStringList& themes, const QString& words) {
+void ThemeCommands::removeThemes(const QStringList& themes, const QString& words,
+                                 const QString& name) {
     Connection store = stores_.main.open();
     Removal removal(removals_, store, stores_.main);
     Transaction transaction(store);
@@ -164,23 +183,34 @@ void ThemeCommands::removeThemes(const QStringList& themes, const QString& words
         store.execute(u"delete from dzhzhuti"_s + ofTheme(theme));
     }
     transaction.commit();
-    removal.complete(mainWindowPlace, words);
+    edits_.pushRemoval(name, removal.complete(mainWindowPlace, words));
 }
 
 void ThemeCommands::renameInAllTables(const QString& theme, const QString& name) {
     Activity activity(u"修改主题名称"_s);
     const QString change =
         u" set zhutiname="_s + quoted(name) + u" where zhutiname="_s + quoted(theme);
+    EditInHand edit(edits_, {.name = u"修改主题名称 "_s + theme + u"→"_s + name,
+                             .nameBefore = theme,
+                             .nameAfter = name});
     Connection main = stores_.main.open();
-    main.execute(u"update dzhzhuti"_s + change);
-    activity.wrote(u"主题库"_s);
-    main.execute(u"update zhutidapanhq"_s + change);
-    activity.wrote(u"主题大盘行情"_s);
-    main.execute(u"update zhutijiankong"_s + change);
-    activity.wrote(u"主题监控"_s);
+    const auto renameIn = [&](const QString& table, const QString& words, bool isScratch) {
+        RowScope scope = nameIn(table, theme, name);
+        scope.isScratch = isScratch;
+        edit.write(main, stores_.main, {scope},
+                   [&] { main.execute(u"update "_s + table + change); });
+        activity.wrote(words);
+    };
+    renameIn(u"dzhzhuti"_s, u"主题库"_s, false);
+    renameIn(u"zhutidapanhq"_s, u"主题大盘行情"_s, true);
+    renameIn(u"zhutijiankong"_s, u"主题监控"_s, false);
     Connection heat = stores_.heat.open();
-    heat.execute(u"update xinwenshul"_s + change);
-    renameNotes(heat, u"xinwenshul"_s, theme, name);
+    edit.write(heat, stores_.heat,
+               {nameIn(u"xinwenshul"_s, theme, name), notesOf(u"xinwenshul"_s, {theme, name})},
+               [&] {
+                   heat.execute(u"update xinwenshul"_s + change);
+                   renameNotes(heat, u"xinwenshul"_s, theme, name);
+               });
 }
 
 QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
@@ -207,7 +237,7 @@ QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
         co_return Redraw::none;
     }
     const Activity activity(u"删除小于指定只数的主题"_s);
-    removeThemes(small, countWords(small));
+    removeThemes(small, countWords(small), u"删除小主题 "_s + countWords(small));
     dialogs_.tell(u"删除主题'"_s + last + u"'完成!"_s);
     co_return Redraw::themes;
 }

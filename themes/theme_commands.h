@@ -1,7 +1,8 @@
 // The commands of the main window's two popups that change a theme or one stock of it: tables
 // dzhzhuti, zhutidapanhq and zhutijiankong of the main store, xinwenshul of the heat store. Each
-// asks and answers through Dialogs itself and tells what the main window must show anew. Failed
-// statements raise StoreError; only the deletion of small themes is one transaction.
+// asks and answers through Dialogs itself and tells what the main window must show anew. What they
+// write can be taken back by Edits. Failed statements raise StoreError; a new name is a transaction
+// a table, everything else one.
 #pragma once
 
 #include <QString>
@@ -11,7 +12,7 @@
 #include "grid/result_grid.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
-#include "store/removals.h"
+#include "store/edits.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -27,7 +28,8 @@ enum class Redraw : std::uint8_t {
 
 class ThemeCommands {
 public:
-    ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs, Removals& removals);
+    ThemeCommands(const Stores& stores, const Clock& clock, Dialogs& dialogs, Removals& removals,
+                  Edits& edits);
 
     // 为该主题添加个股
     QCoro::Task<Redraw> addStock(QString theme, std::stop_token stop);
@@ -53,14 +55,15 @@ private:
     // A whole number from 1 to `most`; nothing, and a word to the user, for any other.
     QCoro::Task<std::optional<qint16>> askNumber(QString question, QString title, QString offered,
                                                  int most, std::stop_token stop);
-    // The themes go in one transaction, and can be taken back.
-    void removeThemes(const QStringList& themes, const QString& words);
+    // The themes go in one transaction, and can be taken back under the name.
+    void removeThemes(const QStringList& themes, const QString& words, const QString& name);
     void renameInAllTables(const QString& theme, const QString& name);
 
     const Stores& stores_;
     const Clock& clock_;
     Dialogs& dialogs_;
     Removals& removals_;
+    Edits& edits_;
 };
 
 }  // namespace guanchao

@@ -58,6 +58,11 @@ private:
     QString wrong_;
 };
 
+// Imports write it too.
+RowScope timeOfThemes() {
+    return {u"tempcanshu"_s, {}, u"xiugaizhutitime"_s, true};
+}
+
 void stamp(Connection& store, const QString& time) {
     store.execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(time));
 }
@@ -68,8 +73,8 @@ QString withoutSample(QString codes) {
     return codes.remove(sampleCodes);
 }
 
-ThemeEditing::ThemeEditing(const Stores& stores, const Clock& clock, Dialogs& dialogs)
-    : stores_(stores), clock_(clock), dialogs_(dialogs) {}
+ThemeEditing::ThemeEditing(const Stores& stores, const Clock& clock, Dialogs& dialogs, Edits& edits)
+    : stores_(stores), clock_(clock), dialogs_(dialogs), edits_(edits) {}
 
 ThemeFields ThemeEditing::open(const QString& theme) const {
     const Activity activity(u"读取主题"_s);
@@ -122,19 +127,23 @@ void ThemeEditing::write(const Run& run, const ThemeEntry& entry) {
     const Activity activity(run.activity);
     Outcome outcome;
     Connection store = stores_.main.open();
-    Transaction transaction(store);
-    if (run.anew) {
-        store.execute(u"delete from  dzhzhuti  where  zhutiname="_s + quoted(entry.name));
-    }
-    for (const QString& code : entry.codes) {
-        const std::optional<QString> jc = nameOfStock(store, code);
-        outcome.note(code, jc);
-        if (jc && (run.anew || !holds(store, entry.name, code))) {
-            join(store, entry, code, *jc);
+    const auto step = [&] {
+        if (run.anew) {
+            store.execute(u"delete from  dzhzhuti  where  zhutiname="_s + quoted(entry.name));
         }
-    }
-    stamp(store, entry.time);
-    transaction.commit();
+        for (const QString& code : entry.codes) {
+            const std::optional<QString> jc = nameOfStock(store, code);
+            outcome.note(code, jc);
+            if (jc && (run.anew || !holds(store, entry.name, code))) {
+                join(store, entry, code, *jc);
+            }
+        }
+        stamp(store, entry.time);
+    };
+    EditInHand edit(edits_, {run.activity + u' ' + entry.name});
+    edit.write(store, stores_.main,
+               {{u"dzhzhuti"_s, u" where zhutiname="_s + quoted(entry.name)}, timeOfThemes()},
+               step);
     dialogs_.tell(outcome.message(run.done, entry.name));
 }
 

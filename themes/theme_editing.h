@@ -1,6 +1,6 @@
 // Adding to a theme and rewriting it from a typed list of codes, as Form6 does it: tables dzhzhuti,
 // dmb and tempcanshu of the main store. Each run is one transaction, so that a failed statement
-// (StoreError) leaves nothing of it behind.
+// (StoreError) leaves nothing of it behind, and can be taken back by Edits.
 #pragma once
 
 #include <QString>
@@ -9,6 +9,7 @@
 
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "store/edits.h"
 #include "store/stores.h"
 
 namespace guanchao {
@@ -35,7 +36,7 @@ struct ThemeEntry {
 
 class ThemeEditing {
 public:
-    ThemeEditing(const Stores& stores, const Clock& clock, Dialogs& dialogs);
+    ThemeEditing(const Stores& stores, const Clock& clock, Dialogs& dialogs, Edits& edits);
 
     // The fields at the opening: of the theme, or of a new one if no stock bears the name.
     ThemeFields open(const QString& theme) const;
@@ -60,6 +61,7 @@ private:
     const Stores& stores_;
     const Clock& clock_;
     Dialogs& dialogs_;
+    Edits& edits_;
 };
 
 }  // namespace guanchao

@@ -251,7 +251,7 @@ private:
 
     // THEME CODES
     QCoro::Task<> theme(std::stop_token stop) {
-        ThemeEditing themes(stores_, clock_, dialogs_);
+        ThemeEditing themes(stores_, clock_, dialogs_, edits_);
         const ThemeFields fields{argument(0), argument(1), u"3"_s};
         co_await themes.add(fields, stop);
     }
@@ -410,8 +410,9 @@ private:
     QuoteFeed feed_{stores_, globals_, clock_, QuoteSource(client_, clock_, services_.quote)};
     ExchangeRun exchange_{[](const ShownExchange&) {}};
     Removals removals_{copiesFolder(folder_) + u"撤消/"_s};
-    ThemeImport themeImport_{stores_, clock_, dialogs_, exchange_, removals_};
-    ThemeCommands themes_{stores_, clock_, dialogs_, removals_};
+    Edits edits_{removals_};
+    ThemeImport themeImport_{stores_, clock_, dialogs_, exchange_, removals_, edits_};
+    ThemeCommands themes_{stores_, clock_, dialogs_, removals_, edits_};
 };
 
 std::map<QString, Job::Word> Job::words() {

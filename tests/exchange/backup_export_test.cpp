@@ -72,7 +72,7 @@ TEST_F(BackupExportTest, WhatGoesOutComesBackButForTheTimes) {
         TestStores::rows(library(), u"select ztktime from dzhzhuti"_s),
         QStringList({u"2015-06-01 09:30:05"_s, u"2015-06-01 00:00:00"_s, QString(), QString()}));
     execute(store_.stores.main, {u"delete from dzhzhuti"_s, u"delete from dmb"_s});
-    ThemeImport import(store_.stores, clock_, dialogs_, run_, removals_);
+    ThemeImport import(store_.stores, clock_, dialogs_, run_, removals_, edits_);
     endOf(import.importLibrary(library().path, {}));
     EXPECT_EQ(told().last(), u"观潮台|导入主题完成，共导入新的数据：4条"_s);
     EXPECT_EQ(store_.rows(columns).join(u'\n'), themes.join(u'\n').replace(u"sz"_s, u"SZ"_s));

@@ -25,7 +25,7 @@ protected:
         file.write(QByteArray(static_cast<int>(file.size()) - 1024, 'x'));
     }
     int files_ = 0;
-    ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_};
+    ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_, edits_};
 };
 
 TEST_F(StoreMergeTest, NewsThatIsMissingArrivesAndNewsThatIsThereStays) {

@@ -40,10 +40,11 @@ protected:
 };
 
 TEST_P(ApostropheTest, OfAThemeOnItsWay) {
-    ThemeEditing editing(store_.stores, clock_, dialogs_);
+    ThemeEditing editing(store_.stores, clock_, dialogs_, edits_);
     EXPECT_TRUE(editing.rewrite({name_ + u'x', dm_, u"3"_s}));
     dialogs_.typed = name_;
-    outcomeOf(ThemeCommands(store_.stores, clock_, dialogs_, removals_).rename(name_ + u'x', {}));
+    outcomeOf(
+        ThemeCommands(store_.stores, clock_, dialogs_, removals_, edits_).rename(name_ + u'x', {}));
     EXPECT_TRUE(outcomeOf(editing.add({name_, dm_, u"4"_s}, {})));
     EXPECT_EQ(themes(), QStringList{name_ + u"|SH600000|浦'发"_s});
     ResultGrid members;
@@ -123,7 +124,7 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
     runArticle(u"delete from wenzhang"_s);
     runHeat(u"delete from xinwenshul"_s);
     for (int time = 0; time < 2; ++time) {
-        endOf(ThemeImport(store_.stores, clock_, dialogs_, run_, removals_)
+        endOf(ThemeImport(store_.stores, clock_, dialogs_, run_, removals_, edits_)
                   .importLibrary(folder + u"zhutibackup.ztb"_s, {}));
         dialogs_.picked = folder + u"wenzhang.ztb"_s;
         endOf(importArticles(store_.stores, dialogs_, run_, {}));

@@ -6,7 +6,7 @@
 
 #include "base/globals.h"
 #include "grid/result_grid.h"
-#include "store/removals.h"
+#include "store/edits.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"
@@ -33,6 +33,7 @@ protected:
 
     TestStores store_;
     Removals removals_{store_.folder() + QStringLiteral("撤消/")};
+    Edits edits_{removals_};
     Globals globals_;
     FakeClock clock_;
     FakeDialogs dialogs_;

@@ -110,6 +110,7 @@ protected:
     Environment environment_{.globals = globals_,
                              .stores = stores_,
                              .removals = removals_,
+                             .edits = edits_,
                              .services = services_,
                              .servicesFile = servicesFile_,
                              .clock = clock_,

@@ -23,7 +23,7 @@ protected:
         return shown;
     }
 
-    StockThemes themes_{store_.stores, globals_, clock_, dialogs_, grid_};
+    StockThemes themes_{store_.stores, globals_, clock_, dialogs_, edits_, grid_};
 };
 
 TEST_F(StockThemesTest, FindHandsTheTypedStockToTheNextLoad) {

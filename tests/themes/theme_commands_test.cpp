@@ -26,7 +26,7 @@ protected:
 
     const QStringList untouched_{u"白酒|SH600519"_s, u"白酒|SH600000"_s, u"银行|SH600000"_s};
 
-    ThemeCommands commands_{store_.stores, clock_, dialogs_, removals_};
+    ThemeCommands commands_{store_.stores, clock_, dialogs_, removals_, edits_};
 };
 
 TEST_F(ThemeCommandsTest, AStockIsAddedIfItIsKnownAndNotAMember) {

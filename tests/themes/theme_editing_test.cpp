@@ -22,7 +22,7 @@ protected:
     const QString oldStamp_ = u"2026-11-01 08:00:00"_s;
     const QString now_ = u"2026-11-24 10:00:05"_s;
 
-    ThemeEditing editing_{store_.stores, clock_, dialogs_};
+    ThemeEditing editing_{store_.stores, clock_, dialogs_, edits_};
 };
 
 TEST_F(ThemeEditingTest, AddingSkipsWrongCodesAndLeavesMembersAsTheyAre) {
