@@ -145,6 +145,9 @@ void Form2::connectAlarms() {
     dailyBackup_ = std::make_unique<DailyBackup>(
         environment_, [this](const QString& words) { ui_->copyLine->setText(words); });
     dailyBackup_->setParent(this);
+    dayBookDesk_ = std::make_unique<DayBookDesk>(
+        environment_, [this](const QString& words) { ui_->bookLine->setText(words); });
+    dayBookDesk_->setParent(this);
     auto* autoUpdate =
         new AutoUpdate(*ui_->menuHangqing, environment_.applicationFolder + u"界面.ini"_s,
                        environment_.clock, [this] { updateByItself(); });
@@ -217,6 +220,7 @@ void Form2::Form_Load() {
     Timer1_.start();
     Timer4_.start();
     dailyBackup_->start();
+    dayBookDesk_->start();
     environment_.historyDesk.start();
     beginning_.start(
         [this](std::stop_token stop) { return askAtTheStart(environment_, windows_, stop); });
@@ -285,6 +289,7 @@ QCoro::Task<> Form2::endOthers(std::stop_token stop) {
     exchangeRuns_.stop();
     undoMenu_->stop();
     dailyBackup_->stop();
+    dayBookDesk_->stop();
     co_await workersEnded(stop);
 }
 

@@ -11,6 +11,7 @@
 
 #include "app/alarm_view.h"
 #include "app/daily_backup.h"
+#include "app/day_book_desk.h"
 #include "app/desktop.h"
 #include "app/market_band.h"
 #include "app/program_end.h"
@@ -175,6 +176,7 @@ private:
     std::unique_ptr<UndoLine> undoLine_;
     std::unique_ptr<UndoMenu> undoMenu_;
     std::unique_ptr<DailyBackup> dailyBackup_;
+    std::unique_ptr<DayBookDesk> dayBookDesk_;
     RestoreDesk restoreDesk_{environment_, exchangeRun_,
                              [this](std::stop_token stop) { return endOthers(stop); },
                              [this] { showAnew(); }};

@@ -30,6 +30,7 @@
 #include "themes/form30.h"
 #include "themes/form38.h"
 #include "themes/form6.h"
+#include "themes/review_window.h"
 #include "themes/theme_page.h"
 #include "ui_form2.h"
 #include "utilities/form28.h"
@@ -93,6 +94,7 @@ void Form2::connectWindows() {
     opens<ThemePage>(ui_->主题页);
     opens<Form12>(ui_->题材历史分析);
     raisesOrOpens<Form38>(ui_->热力图);
+    raisesOrOpens<ReviewWindow>(ui_->今日复盘);
     opens<Form21>(ui_->分时数据);
     opens<Form21>(ui_->当前行情);
     opens<Form36>(ui_->K线图);

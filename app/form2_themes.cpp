@@ -4,6 +4,7 @@
 #include "research/form24.h"
 #include "themes/form22.h"
 #include "themes/form38.h"
+#include "themes/review_window.h"
 #include "themes/theme_page.h"
 #include "ui_form2.h"
 
@@ -29,6 +30,11 @@ void Form2::connectThemeWindows(QWidget* window) {
         connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
         connect(map, &Form38::themeChosen, this, &Form2::markTheme);
         connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
+    }
+    if (auto* review = qobject_cast<ReviewWindow*>(window)) {
+        review->offer(entriesOf(leftkuaimenu_));
+        connect(this, &Form2::tablesChanged, review, &ReviewWindow::readAgain);
+        connect(dayBookDesk_.get(), &DayBookDesk::written, review, &ReviewWindow::readAgain);
     }
     if (auto* themesOfStock = qobject_cast<Form22*>(window)) {
         connect(this, &Form2::tablesChanged, themesOfStock, &Form22::readAgain);

@@ -194,6 +194,10 @@ class Pictures:
         self.menu_window("主题(Z)", "热力图", lambda window: self.screen.wait(
             "the themes", lambda: not says(window, "全部主题　0 个")))
 
+    def review_window(self):
+        self.menu_window("主题(Z)", "今日复盘", lambda window: self.screen.wait(
+            "the themes", lambda: not says(window, "正在读取复盘…")))
+
     def theme_page(self):
         self.theme_window("主题页", lambda window: self.screen.wait(
             "its gains", lambda: not says(window, "正在读取历史涨幅…")))

@@ -59,6 +59,10 @@ MarketSummary readMarketSummary(Connection& mainStore) {
     return summary;
 }
 
+bool standsAtLimitUp(const QString& dm, const QString& jc, double latest, double change) {
+    return latest > 0 && change > 0 && DayMove{latest, change}.reaches(dailyLimit(dm, jc));
+}
+
 double dailyLimit(const QString& dm, const QString& jc) {
     const QStringView number = QStringView(dm).sliced(std::min<qsizetype>(2, dm.size()));
     if (isOfBeijing(dm)) {

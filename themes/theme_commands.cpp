@@ -5,6 +5,7 @@
 #include "heat/news_notes.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
+#include "themes/day_book.h"
 #include "themes/membership.h"
 
 namespace guanchao {
@@ -204,6 +205,11 @@ void ThemeCommands::renameInAllTables(const QString& theme, const QString& name)
     renameIn(u"dzhzhuti"_s, u"主题库"_s, false);
     renameIn(u"zhutidapanhq"_s, u"主题大盘行情"_s, true);
     renameIn(u"zhutijiankong"_s, u"主题监控"_s, false);
+    if (hasDayBook(main)) {
+        edit.write(main, stores_.main, {daysOfThemes({theme, name})},
+                   [&] { renameInDayBook(main, theme, name); });
+        activity.wrote(u"主题日记"_s);
+    }
     Connection heat = stores_.heat.open();
     edit.write(heat, stores_.heat,
                {nameIn(u"xinwenshul"_s, theme, name), notesOf(u"xinwenshul"_s, {theme, name})},

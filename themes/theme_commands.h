@@ -1,8 +1,8 @@
 // The commands of the main window's two popups that change a theme or one stock of it: tables
-// dzhzhuti, zhutidapanhq and zhutijiankong of the main store, xinwenshul of the heat store. Each
-// asks and answers through Dialogs itself and tells what the main window must show anew. What they
-// write can be taken back by Edits. Failed statements raise StoreError; a new name is a transaction
-// a table, everything else one.
+// dzhzhuti, zhutidapanhq, zhutijiankong and zhutiriji of the main store, xinwenshul of the heat
+// store. Each asks and answers through Dialogs itself and tells what the main window must show
+// anew. What they write can be taken back by Edits. Failed statements raise StoreError; a new name
+// is a transaction a table, everything else one.
 #pragma once
 
 #include <QString>

@@ -129,6 +129,23 @@ create table gegubeizhu (
 );
 create index gegubeizhu_dm on gegubeizhu (dm);
 
+-- The day book of the themes (主题日记), one row a theme and day of the last year, and what the user
+-- has noted of a day (复盘备注). A store of an earlier program gets both with the first row.
+create table zhutiriji (
+    riqi text,                           -- 日期, yyyy-MM-dd
+    zhutiname text,
+    zhangfu real,                        -- 涨幅, the mean of the members in percent
+    zhangtingshu integer,                -- 涨停数
+    gushu integer,                       -- 股数, members that the code table has
+    lingzhang text,                      -- 领涨, codes of the best three, by commas
+    hqtime text                          -- when the quotes were taken, time text
+);
+create index zhutiriji_riqi on zhutiriji (riqi, zhutiname);
+create table fupanbeizhu (
+    riqi text,                           -- yyyy-MM-dd
+    beizhu text                          -- 备注
+);
+
 -- Sector codes (板块代码表).
 create table bankuaidmb (
     bankuaidm text,

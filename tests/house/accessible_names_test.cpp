@@ -28,6 +28,7 @@
 #include "themes/form30.h"
 #include "themes/form38.h"
 #include "themes/form6.h"
+#include "themes/review_window.h"
 #include "themes/theme_page.h"
 #include "utilities/form28.h"
 #include "utilities/form34.h"
@@ -58,7 +59,7 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsS
         opened<Form24>,    opened<Form25>,      opened<Form26>, opened<Form27>, opened<Form28>,
         opened<Form29>,    opened<Form30>,      opened<Form31>, opened<Form32>, opened<Form33>,
         opened<Form34>,    opened<Form35>,      opened<Form36>, opened<Form37>, opened<Form38>,
-        opened<ThemePage>, opened<FormRestore>,
+        opened<ThemePage>, opened<FormRestore>, opened<ReviewWindow>,
     };
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);

@@ -1,0 +1,159 @@
+// 今日复盘, by its keys, and the desk that writes the book behind the main window.
+#include "themes/review_window.h"
+
+#include <QPlainTextEdit>
+
+#include "tests/app/form2_fixture.h"
+#include "themes/day_book.h"
+#include "themes/theme_page.h"
+
+namespace guanchao {
+
+class ReviewWindowTest : public Form2Test {
+protected:
+    ReviewWindowTest() {
+        for (const QString& theme : {u"银行"_s, u"白酒"_s}) {
+            store_.addMember(theme, u"SH600000"_s);
+            store_.addMember(theme, u"SH600519"_s);
+        }
+        store_.addCode(u"SZ000858"_s, u"五粮液"_s, 10, 6);
+        store_.addMember(u"白酒"_s, u"SZ000858"_s);
+        store_.addMember(u"银行"_s, u"SH600519"_s);
+        quotesAt(u"2026-11-23 15:30:00"_s);
+        writeDay(stores_, QDateTime(QDate(2026, 11, 23), QTime(16, 0)));
+        store_.run({u"update dmb set zhangfu=9 where dm='SH600000'"_s});
+    }
+
+    void quotesAt(const QString& taken) {
+        store_.run({u"update tempcanshu set hqtime='%1'"_s.arg(taken)});
+    }
+    void openReview() {
+        trigger(u"今日复盘"_s);
+        review_ = shownWindow<ReviewWindow>();
+        form_ = review_;
+        untilRead();
+    }
+    void untilRead() {
+        until([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; });
+        QApplication::processEvents();
+        until([this] { return find<QComboBox>(u"Combo1"_s)->count() > 0; });
+    }
+    QPlainTextEdit& note() const { return *find<QPlainTextEdit>(u"note"_s); }
+    QStringList notes() {
+        return store_.rows(u"select riqi,beizhu from fupanbeizhu order by riqi"_s);
+    }
+    QStringList days() {
+        const auto* box = find<QComboBox>(u"Combo1"_s);
+        QStringList words;
+        for (int at = 0; at < box->count(); ++at) {
+            words << box->itemText(at);
+        }
+        return words;
+    }
+    QString state() const { return label(u"state"_s); }
+
+    QPointer<ReviewWindow> review_;
+};
+
+TEST_F(ReviewWindowTest, TodayStandsAgainstTheDayBeforeAndFollowsTheQuotes) {
+    quotesAt(u"2026-11-24 10:00:00"_s);
+    load();
+    openReview();
+    EXPECT_EQ(days(), QStringList({u"2026-11-24 星期二（现算）"_s, u"2026-11-23 星期一"_s}));
+    EXPECT_TRUE(state().startsWith(u"还没有收盘"_s));
+    EXPECT_EQ(columnTexts(grid(), 1).mid(1, 2), QStringList({u"最强"_s, u"最弱"_s}));
+    const QString strongest = grid().textMatrix(1, 2);
+    EXPECT_TRUE(
+        grid().data(grid().index(0, 2), Qt::ToolTipRole).toString().startsWith(u"近 2 天"_s));
+    find<QComboBox>(u"Combo2"_s)->setCurrentIndex(2);
+    EXPECT_EQ(grid().rows(), 2);
+    find<QComboBox>(u"Combo2"_s)->setCurrentIndex(0);
+    view().setFocus();
+    QTest::keyClick(&view(), Qt::Key_Home, Qt::ControlModifier);
+    grid().biaoji(1);
+    globals_.dangqianzhuti.clear();
+    QTest::keyClick(&view(), Qt::Key_Down);
+    QTest::keyClick(&view(), Qt::Key_Return);
+    auto* page = shownWindow<ThemePage>();
+    ASSERT_TRUE(page);
+    EXPECT_EQ(page->theme(), grid().textMatrix(2, 2));
+    EXPECT_NE(page->theme(), strongest);
+    quotesAt(u"2026-11-24 14:00:00"_s);
+    main_.findChild<QAction*>(u"刷新"_s)->trigger();
+    until([this] { return state().contains(u"14:00"_s); });
+}
+
+TEST_F(ReviewWindowTest, ANoteIsSavedWhenTheUserRestsAndAtTheCloseAndIsFound) {
+    load();
+    openReview();
+    QTest::keyClicks(&note(), u"plan"_s);
+    EXPECT_EQ(label(u"noteState"_s), u"还没有保存"_s);
+    until([this] { return label(u"noteState"_s) == u"已保存"_s; });
+    EXPECT_EQ(notes(), QStringList{u"2026-11-23|plan"_s});
+    EXPECT_EQ(days(), QStringList{u"2026-11-23 星期一　有备注"_s});
+    writeDayNote(stores_.main, QDate(2026, 11, 20), u"ETF 强"_s);
+    button(u"Command2"_s)->click();
+    until([this] { return days().size() == 2; });
+    note().setFocus();
+    QTest::keyClick(&note(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(edit(u"Text1"_s), u"etf"_s);
+    QTest::keyClick(edit(u"Text1"_s), Qt::Key_Return);
+    until([this] { return note().toPlainText() == u"ETF 强"_s; });
+    EXPECT_EQ(state(), u"这一天没有记下主题，只有备注。"_s);
+    edit(u"Text1"_s)->setText(u"没有"_s);
+    button(u"Command3"_s)->click();
+    EXPECT_EQ(label(u"noteState"_s), u"各天的备注里没有“没有”"_s);
+    QTest::keyClicks(&note(), u"x"_s);
+    {
+        const Impatience impatience;
+        Connection other = stores_.main.open();
+        other.execute(u"begin immediate"_s);
+        review_->close();
+        EXPECT_TRUE(review_->isVisible()) << "a note that can't be saved keeps its window";
+        EXPECT_EQ(failures_.told.size(), 1);
+    }
+    QTest::keyClick(review_, Qt::Key_Escape);
+    EXPECT_FALSE(review_->isVisible());
+    EXPECT_EQ(notes().first(), u"2026-11-20|xETF 强"_s);
+}
+
+TEST_F(ReviewWindowTest, TheDeskWritesTheDayOnceItIsOverAndTheWindowShowsIt) {
+    quotesAt(u"2026-11-24 15:02:00"_s);
+    clock_.moment = QDateTime(QDate(2026, 11, 24), QTime(15, 4));
+    load();
+    openReview();
+    auto* desk = main_.findChild<QTimer*>(u"dayBook"_s);
+    EXPECT_GT(desk->interval(), 0);
+    const auto days = [this] {
+        return store_.rows(u"select distinct riqi from zhutiriji"_s).size();
+    };
+    timeIsUp(desk);
+    EXPECT_EQ(days(), 1) << "it still trades";
+    clock_.moment = clock_.moment.addSecs(60);
+    store_.run(
+        {u"create trigger refuse before insert on zhutiriji begin select raise(abort,'no'); end"_s});
+    desk->setInterval(1);
+    until([this] { return !main_.findChild<QLabel*>(u"bookLine"_s)->text().isEmpty(); });
+    EXPECT_EQ(failures_.told, QStringList()) << "no box";
+    store_.run({u"drop trigger refuse"_s});
+    clock_.moment = clock_.moment.addSecs(3600);
+    desk->setInterval(1);
+    until([this] { return state().startsWith(u"收盘（11-24 15:02"_s); });
+    EXPECT_EQ(days(), 2);
+    EXPECT_EQ(main_.findChild<QLabel*>(u"bookLine"_s)->text(), QString());
+}
+
+TEST_F(ReviewWindowTest, AWindowThatClosesWhileItsWorkerWaitsIsGone) {
+    load();
+    Connection other = stores_.main.open();
+    other.execute(u"begin exclusive"_s);
+    trigger(u"今日复盘"_s);
+    until([] { return QThreadPool::globalInstance()->activeThreadCount() > 0; });
+    shownWindow<ReviewWindow>()->close();
+    deleteClosedWindows();
+    other.execute(u"rollback"_s);
+    until([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; });
+    EXPECT_EQ(failures_.told, QStringList());
+}
+
+}  // namespace guanchao
