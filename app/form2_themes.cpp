@@ -27,6 +27,7 @@ QList<QAction*> entriesOf(const QMenu& menu) {
 void Form2::connectThemeWindows(QWidget* window) {
     if (auto* map = qobject_cast<Form38*>(window)) {
         map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
+        map->addAction(ui_->gengxin);
         connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
         connect(map, &Form38::themeChosen, this, &Form2::markTheme);
         connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);

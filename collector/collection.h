@@ -130,7 +130,7 @@ private:
     std::chrono::milliseconds nextLook_{0};  // for the end of the main program
     int refusedRowsInARow_ = 0;
     QString lastRefusal_;
-    QString lastFault_;
+    Fault lastFault_;
 };
 
 }  // namespace guanchao

@@ -7,11 +7,14 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 // What a host limits is no fault of the item. The last few items of a good run may all fail, each
 // time: a host is given up only while there are untried ones.
 void Collection::failPage(Lane& lane, const Fault& fault) {
     ++tally_.failures[fault.kind];
-    lastFault_ = lane.lastFault = fault.words;
+    lastFault_ = fault;
+    lane.lastFault = fault.words;
     Pending pending = std::exchange(lane.current, std::nullopt).value();
     if (fault.kind == FaultKind::limited) {
         queue_.addFirst(pending);
@@ -53,6 +56,9 @@ void Collection::failRow(Lane& lane, const StoreError& failure) {
     ++tally_.failures[FaultKind::notWritten];
     ++refusedRowsInARow_;
     lastRefusal_ = failureReason(failure);
+    if (failure.fault() == StoreFault::other) {
+        lastRefusal_ += u"原因："_s + failure.reason();
+    }
     tryLater(std::exchange(lane.current, std::nullopt).value(), lastRefusal_);
 }
 

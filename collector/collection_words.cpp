@@ -14,6 +14,12 @@ QString secondsWords(std::chrono::milliseconds time) {
     return u"%1 秒"_s.arg(std::chrono::ceil<std::chrono::seconds>(time).count());
 }
 
+// Several services may stand on one machine.
+QString hostWords(const QString& address) {
+    const QUrl url(address);
+    return url.port() < 0 ? url.host() : u"%1:%2"_s.arg(url.host()).arg(url.port());
+}
+
 }  // namespace
 
 QString Collection::stateWords() const {
@@ -31,10 +37,10 @@ QString Collection::stateWords() const {
         case RunState::unwanted:
             return u"主程序已退出，采集结束"_s;
         case RunState::hopeless:
-            return u"接连没有读到网页，采集提前结束（%1），请检查网络和搜索网址，过一会儿再采集"_s
-                .arg(lastFault_);
+            return u"接连没有读到网页，采集提前结束（%1），%2"_s.arg(lastFault_.words,
+                                                                     adviceOn(lastFault_.kind));
         case RunState::storeRefuses:
-            return u"采集库接连不能写入，采集提前结束（%1），改好后再采集"_s.arg(lastRefusal_);
+            return u"采集库接连不能写入，采集提前结束：%1"_s.arg(lastRefusal_);
     }
     return {};
 }
@@ -56,7 +62,7 @@ QString Collection::summary() const {
 QString Collection::waitWords() const {
     QStringList words;
     for (const Lane& lane : lanes_) {
-        const QString host = lanes_.size() > 1 ? QUrl(lane.host).host() + u'：' : QString();
+        const QString host = lanes_.size() > 1 ? hostWords(lane.host) + u'：' : QString();
         if (!hasEnded()) {
             words << host + waitWordsOf(lane);
         }

@@ -33,24 +33,24 @@ public:
         const QRegularExpression typed(ini_.value(u"page"_s, key).value_or(value.pattern()),
                                        value.patternOptions());
         if (!typed.isValid()) {
-            refuse(key, u"不是正则表达式"_s);
+            refuse(u"page"_s, key, typed.pattern(), u"不是正则表达式"_s);
         }
         if (typed.captureCount() < groups) {
-            refuse(key, u"没有用括号标出结果数"_s);
+            refuse(u"page"_s, key, typed.pattern(), u"没有用括号标出结果数"_s);
         }
         value = typed;
     }
 
     void weight(const QString& key, double& value) const {
         if (const auto typed = ini_.value(u"weights"_s, key)) {
-            value = number(key, *typed);
+            value = number(u"weights"_s, key, *typed);
         }
     }
 
     // A number within the limits.
     void pace(const QString& key, double least, double most, int& value) const {
         if (const auto typed = ini_.value(u"pace"_s, key)) {
-            value = static_cast<int>(std::clamp(number(key, *typed), least, most));
+            value = static_cast<int>(std::clamp(time(key, *typed), least, most));
         }
     }
 
@@ -73,19 +73,29 @@ public:
     }
 
 private:
-    [[noreturn]] static void refuse(const QString& key, const QString& what) {
-        throw OperationError(u"caijiqi.ini："_s + key + u' ' + what + u'。');
+    [[noreturn]] static void refuse(const QString& section, const QString& key,
+                                    const QString& typed, const QString& what) {
+        throw OperationError(u"caijiqi.ini 的 [%1] 里 %2=%3：%4。"_s.arg(
+            section, key, shortened(typed, longestShownName), what));
     }
 
-    static double number(const QString& key, const QString& typed) {
+    static double number(const QString& section, const QString& key, const QString& typed) {
         if (!readsAsNumber(typed)) {
-            refuse(key, u"不是数字"_s);
+            refuse(section, key, typed, u"不是数字"_s);
         }
         return numericPrefix(typed);
     }
 
+    static double time(const QString& key, const QString& typed) {
+        const double time = number(u"pace"_s, key, typed);
+        if (time < 0) {
+            refuse(u"pace"_s, key, typed, u"不能小于 0"_s);
+        }
+        return time;
+    }
+
     static int milliseconds(const QString& key, const QString& seconds) {
-        const double pause = std::clamp(number(key, seconds), 0.0, longestPauseSeconds);
+        const double pause = std::min(time(key, seconds), longestPauseSeconds);
         return static_cast<int>(pause * millisecondsPerSecond);
     }
 

@@ -65,7 +65,8 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     ui_->itemsGrid->setGrid(grid_);
     ui_->itemsGrid->allowExport(dialogs, failures);
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
-    connect(ui_->pauseButton, &QPushButton::clicked, this, &CollectorWindow::pauseButton_Click);
+    // Assistive tools toggle a button without a click.
+    connect(ui_->pauseButton, &QPushButton::toggled, this, &CollectorWindow::pauseButton_Toggled);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
     connect(ui_->anewButton, &QPushButton::clicked, this, [this] { again(Scope::all); });
     connect(ui_->goOnButton, &QPushButton::clicked, this, [this] { again(Scope::rest); });
@@ -94,8 +95,7 @@ QCoro::Task<> CollectorWindow::collect(std::stop_token stop) {
     co_await collection_.run(stop);
 }
 
-void CollectorWindow::pauseButton_Click() {
-    const bool paused = ui_->pauseButton->isChecked();
+void CollectorWindow::pauseButton_Toggled(bool paused) {
     collection_.setPaused(paused);
     ui_->pauseButton->setText(paused ? u"继 续"_s : u"暂 停"_s);
     showFigures();
@@ -176,7 +176,8 @@ void CollectorWindow::showFigures() {
     ui_->progressBar->setValue(tally.settled());
     ui_->progressBar->setFormat(tally.items > 0 ? u"%v / %m"_s : u"没有要采集的项目"_s);
     ui_->stateLabel->setText(collection_.summary());
-    const QString pace = collection_.hasEnded() ? QString() : tally.paceWords(clock_.now());
+    const bool runs = collection_.state() == RunState::running;
+    const QString pace = runs ? tally.paceWords(clock_.now()) : QString();
     ui_->progressLabel->setText(tally.progressWords() +
                                 (pace.isEmpty() ? QString() : u'；' + pace));
     ui_->waitLabel->setText(collection_.waitWords());

@@ -41,7 +41,7 @@ protected:
     void reject() override;
 
 private:
-    void pauseButton_Click();
+    void pauseButton_Toggled(bool paused);
     void stopButton_Click();
     QCoro::Task<> askAndClose(std::stop_token stop);
     QCoro::Task<> collect(std::stop_token stop);

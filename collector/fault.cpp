@@ -45,6 +45,23 @@ QString faultName(FaultKind kind) {
     return {};
 }
 
+QString adviceOn(FaultKind kind) {
+    switch (kind) {
+        case FaultKind::limited:
+            return u"请过一两个小时再采集，或先在浏览器里打开搜索网址通过验证"_s;
+        case FaultKind::refused:
+            return u"请在浏览器里打开搜索网址看看，或在“行情来源”里换一个网站"_s;
+        case FaultKind::unreadable:
+            return u"请在浏览器里打开搜索网址，看它是不是改了样子"_s;
+        case FaultKind::notWritten:
+            return u"请看看采集库，改好后再采集"_s;
+        case FaultKind::unreachable:
+        case FaultKind::silent:
+            break;
+    }
+    return u"请检查网络和搜索网址，过一会儿再采集"_s;
+}
+
 Fault faultOf(const HttpReply& reply, const QDateTime& now) {
     const QString words = u"网页没有读到："_s + failureWords(reply);
     const std::chrono::milliseconds longest = longerThanARest;

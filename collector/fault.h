@@ -28,6 +28,9 @@ struct Fault {
 // 被拒绝.
 QString faultName(FaultKind kind);
 
+// What the user can do about a run that such faults have ended.
+QString adviceOn(FaultKind kind);
+
 // Of a reply that is no answer.
 Fault faultOf(const HttpReply& reply, const QDateTime& now);
 

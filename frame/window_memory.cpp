@@ -107,14 +107,14 @@ QTabWidget* keptTabs(QWidget* widget) {
 class Keeper : public QObject {
 public:
     Keeper(QWidget& window, QString iniPath)
-        : QObject(&window), window_(window), iniPath_(std::move(iniPath)) {
+        : QObject(&window), window_(window), group_(groupOf(window)), iniPath_(std::move(iniPath)) {
         window.installEventFilter(this);
         connect(qApp, &QCoreApplication::aboutToQuit, this, &Keeper::keep);
     }
 
     bool show() {
         QSettings settings(iniPath_, QSettings::IniFormat);
-        settings.beginGroup(groupOf(window_));
+        settings.beginGroup(group_);
         for (QWidget* it : window_.findChildren<QWidget*>()) {
             if (auto* control = dynamic_cast<KeptControl*>(it)) {
                 control->showKept(settings.value(it->objectName()).toMap());
@@ -136,9 +136,13 @@ protected:
     }
 
 private:
+    // A window that is hidden by its end is no more what it was.
     void keep() const {
+        if (groupOf(window_) != group_) {
+            return;
+        }
         QSettings settings(iniPath_, QSettings::IniFormat);
-        settings.beginGroup(groupOf(window_));
+        settings.beginGroup(group_);
         settings.setValue(u"位置"_s, window_.saveGeometry());
         for (QWidget* it : window_.findChildren<QWidget*>()) {
             if (const auto* control = dynamic_cast<const KeptControl*>(it)) {
@@ -152,6 +156,7 @@ private:
     }
 
     QWidget& window_;
+    QString group_;
     QString iniPath_;
 };
 

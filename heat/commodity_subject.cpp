@@ -69,7 +69,7 @@ HeatSubject commodityPrices() {
         .lines = {{u"上涨"_s, {u"涨字"_s, u"升字"_s, u"大涨"_s, u"暴涨"_s}},
                   {u"下跌"_s, {u"跌字"_s, u"降字"_s, u"大跌"_s, u"暴跌"_s}},
                   {u"总分"_s, {u"总分"_s}}},
-        .fields = {{u"总分"_s, u"zongfen"_s}, {u"增长"_s, u"zhangfu"_s, {}, true}},
+        .fields = {{u"总分"_s, u"d.zongfen"_s}, {u"增长"_s, u"d.zhangfu"_s, {}, true}},
         .kind = u"商品"_s,
         .lastColumnIsTip = true,
         .searchWords = [](const QString& shopname) -> QString { return shopname + u" 价格"_s; }};

@@ -25,7 +25,7 @@ QString statementOf(Connection& heat, const HeatSubject& subject, const DayField
                                          quoted(subject.dayTable) + u" and n.item=d."_s +
                                          subject.key + u" and n.riqi=date(d.riqi)"_s
                                    : QString();
-    return u"select date(d.riqi),d.%1,%2,d.%3,%4,%5 from %6 as d%7 where datetime(d.riqi)>=%8"
+    return u"select date(d.riqi),d.%1,%2,%3,%4,%5 from %6 as d%7 where datetime(d.riqi)>=%8"
            u" order by date(d.riqi),d.rowid"_s.arg(
                subject.key, subject.name.isEmpty() ? u"''"_s : u"d."_s + subject.name, field.column,
                bound, hasNotes ? u"n.laiyuan"_s : u"''"_s, subject.dayTable, notes,

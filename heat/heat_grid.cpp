@@ -1,5 +1,7 @@
 #include "heat/heat_grid.h"
 
+#include <limits>
+
 #include <algorithm>
 
 #include "base/values.h"
@@ -40,6 +42,10 @@ DayValues dayOf(const Recordset& history, const QList<CountLine>& lines, const N
     day.day = QDate::fromString(date, Qt::ISODate);
     day.source = note.laiyuan;
     for (const CountLine& line : lines) {
+        if (line.isCustom && numericPrefix(history.value(u"自定义天数").toText()) == 0) {
+            day.values << std::numeric_limits<double>::quiet_NaN();
+            continue;
+        }
         double sum = 0;
         QString sign;
         for (const QString& field : line.fields) {

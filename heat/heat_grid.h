@@ -46,6 +46,7 @@ std::optional<int> findHeatRow(const ResultGrid& grid, const QString& text);
 struct CountLine {
     QString words;
     QStringList fields;
+    bool isCustom = false;  // not counted on a day without custom days
 };
 
 // The days of a history (newest first) for its plot, oldest first.

@@ -71,13 +71,14 @@ HeatSubject news(const QString& table, const QString& key, const QString& keyCol
     subject.dressHistory = dressHistory;
     subject.lines = {{u"一日"_s, {u"一日数量"_s}},
                      {u"全部"_s, {u"全部数量"_s}},
-                     {u"自定义"_s, {u"自定义数量"_s}}};
-    subject.fields = {{u"一日数量"_s, u"onecishu"_s, u"onexian"_s},
-                      {u"一日涨幅"_s, u"onezhangfu"_s, {}, true},
-                      {u"全部数量"_s, u"allcishu"_s, u"allxian"_s},
-                      {u"全部涨幅"_s, u"allzhangfu"_s, {}, true},
-                      {u"自定义数量"_s, u"zdycishu"_s, u"zdyxian"_s},
-                      {u"自定义涨幅"_s, u"zdyzhangfu"_s, {}, true}};
+                     {u"自定义"_s, {u"自定义数量"_s}, true}};
+    const QString whenCounted = u"case when d.zdytianshu>0 then d.%1 end"_s;
+    subject.fields = {{u"一日数量"_s, u"d.onecishu"_s, u"onexian"_s},
+                      {u"一日涨幅"_s, u"d.onezhangfu"_s, {}, true},
+                      {u"全部数量"_s, u"d.allcishu"_s, u"allxian"_s},
+                      {u"全部涨幅"_s, u"d.allzhangfu"_s, {}, true},
+                      {u"自定义数量"_s, whenCounted.arg(u"zdycishu"_s), u"zdyxian"_s},
+                      {u"自定义涨幅"_s, whenCounted.arg(u"zdyzhangfu"_s), {}, true}};
     return subject;
 }
 

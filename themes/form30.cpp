@@ -33,6 +33,7 @@ Form30::Form30(Environment& environment, Windows& windows)
     buildRowMenu();
     connectRows();
     setUpLists();
+    ui_->undo->setShortcut(QKeySequence::Undo);
     undoLine_ = std::make_unique<UndoLine>(*ui_->removedWords, *ui_->undo, environment_,
                                            watchlistPlace, [this] { showList(list_); });
     setUpQuotes();

@@ -44,6 +44,7 @@ void MapView::showBoxes(const QList<MapBox>& boxes, const Kind& kind) {
     const QString key = chosen_ < 0 ? QString() : boxes_[chosen_].key;
     boxes_ = boxes;
     kind_ = kind;
+    setHint(hint_);
     pointed_ = -1;
     const auto same = std::ranges::find(boxes_, key, &MapBox::key);
     const bool isThere = !key.isEmpty() && same != boxes_.end();
@@ -64,7 +65,7 @@ void MapView::setArea(MapArea area) {
 
 void MapView::setHint(const QString& hint) {
     hint_ = hint;
-    setAccessibleDescription(hint);
+    setAccessibleDescription(boxes_.isEmpty() ? hint : QString());
     update();
 }
 

@@ -40,11 +40,14 @@ TEST(CollectorSettingsTest, WhatIsAmissIsNamed) {
         QByteArray file;
         QString reason;
     } cases[] = {
-        {"[pace]\npause=three", u"caijiqi.ini：pause 不是数字。"_s},
-        {"[pace]\nretries=1,x", u"caijiqi.ini：retries 不是数字。"_s},
-        {"[weights]\ndadie=", u"caijiqi.ini：dadie 不是数字。"_s},
-        {u"[page]\nresults=约([0-9"_s.toUtf8(), u"caijiqi.ini：results 不是正则表达式。"_s},
-        {u"[page]\nresults=约[0-9]+"_s.toUtf8(), u"caijiqi.ini：results 没有用括号标出结果数。"_s},
+        {"[pace]\npause=three", u"caijiqi.ini 的 [pace] 里 pause=three：不是数字。"_s},
+        {"[pace]\nretries=1,x", u"caijiqi.ini 的 [pace] 里 retries=x：不是数字。"_s},
+        {"[pace]\npause=-5", u"caijiqi.ini 的 [pace] 里 pause=-5：不能小于 0。"_s},
+        {"[weights]\ndadie=", u"caijiqi.ini 的 [weights] 里 dadie=：不是数字。"_s},
+        {u"[page]\nresults=约([0-9"_s.toUtf8(),
+         u"caijiqi.ini 的 [page] 里 results=约([0-9：不是正则表达式。"_s},
+        {u"[page]\nresults=约[0-9]+"_s.toUtf8(),
+         u"caijiqi.ini 的 [page] 里 results=约[0-9]+：没有用括号标出结果数。"_s},
         {"; c\n[pace]\npuase=1", u"第 3 行：[pace] 里没有 puase 这一项，只有 pause、"_s},
         {"pause=1\n[pace]", u"第 1 行：pause 写在所有的节之前，请移到它的一节 [pace] 里"_s},
         {"[pace]\n\n[PACE]\npause=1", u"第 3 行：[pace] 前面已有一节"_s},
