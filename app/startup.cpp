@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "exchange/restore.h"
+#include "store/row_images.h"
 
 namespace guanchao {
 
@@ -15,6 +16,7 @@ void loadProgram(const QString& programFolder, TrayModule& tray, Globals& global
     globals.yingyongmulu = applicationFolder(programFolder);
     stores = storesIn(globals.yingyongmulu);
     finishRestore(stores, copiesFolder(globals.yingyongmulu));
+    dropCommitLeftovers(stores.main, stores.heat);
     // The collector's code-table mode is deliberately not started here.
     globals.jintian = clock.now().date();
     refresh();

@@ -1,9 +1,13 @@
 #include "store/row_images.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 
 #include "base/values.h"
 #include "store/recordset.h"
+#include "store/store_error.h"
 
 namespace guanchao {
 
@@ -130,6 +134,24 @@ bool exchangeRows(const QList<EditedRows>& edited, Way way) {
     }
     transaction.commit();
     return true;
+}
+
+void dropCommitLeftovers(const StoreFile& first, const StoreFile& beside) {
+    const QFileInfo file(first.path);
+    const QStringList left = file.dir().entryList({file.fileName() + u"-mj*"_s}, QDir::Files);
+    if (left.isEmpty()) {
+        return;
+    }
+    try {
+        Connection connection = first.open();
+        connection.attach(beside.path, beside.key, besideSchema);
+        const Transaction transaction(connection);
+        for (const QString& name : left) {
+            QFile::remove(file.dir().filePath(name));
+        }
+    } catch (const StoreError&) {
+        return;  // the next start finds it again
+    }
 }
 
 }  // namespace guanchao

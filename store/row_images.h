@@ -44,4 +44,8 @@ struct EditedRows {
 // False if the rows aren't as they were left; nothing is written then.
 bool exchangeRows(const QList<EditedRows>& edited, Way way);
 
+// At the start of the program: a commit over two stores that was killed can leave the file by which
+// the library makes it one. Once both are held nothing of theirs hangs on it.
+void dropCommitLeftovers(const StoreFile& first, const StoreFile& beside);
+
 }  // namespace guanchao

@@ -34,6 +34,7 @@
 #include "tests/support/fake_alarm_screen.h"
 #include "tests/support/fakes.h"
 #include "tests/support/outcome_of.h"
+#include "themes/day_book.h"
 #include "themes/theme_commands.h"
 #include "themes/theme_editing.h"
 #include "themes/watch_files.h"
@@ -81,7 +82,10 @@ public:
     static std::map<QString, Word> words();
 
     // As the program does before anything else.
-    void begin() { finishRestore(stores_, copiesFolder(folder_)); }
+    void begin() {
+        finishRestore(stores_, copiesFolder(folder_));
+        dropCommitLeftovers(stores_.main, stores_.heat);
+    }
 
 private:
     Services services(const QString& host) const {
@@ -257,6 +261,23 @@ private:
     }
     // THEME NEW_NAME
     QCoro::Task<> rename(std::stop_token stop) { co_await themes_.rename(argument(0), stop); }
+    // The same, and what it has written is taken back.
+    QCoro::Task<> undoRename(std::stop_token stop) {
+        try {
+            co_await themes_.rename(argument(0), stop);
+        } catch (const OperationError& failure) {
+            failures.report(failure);
+        }
+        print(u"renamed"_s);
+        if (const std::optional<Edit> edit = edits_.next(Way::back)) {
+            const Activity activity(u"撤消主题修改"_s);
+            onceMore([&] { carryOut(*edit, Way::back); });
+        }
+    }
+    QCoro::Task<> dayBook(std::stop_token) {
+        writeDay(stores_, clock_.now());
+        co_return;
+    }
     // THEME NUMBER
     QCoro::Task<> attention(std::stop_token stop) {
         co_await themes_.changeAttention(argument(0), stop);
@@ -436,6 +457,8 @@ std::map<QString, Job::Word> Job::words() {
             {u"draft"_s, &Job::draft},
             {u"theme"_s, &Job::theme},
             {u"rename"_s, &Job::rename},
+            {u"undo_rename"_s, &Job::undoRename},
+            {u"day_book"_s, &Job::dayBook},
             {u"attention"_s, &Job::attention},
             {u"remove_theme"_s, &Job::removeTheme},
             {u"watch"_s, &Job::watch},

@@ -53,6 +53,10 @@ OPERATIONS = [
     ("文章草稿", ["draft", "乙"], FOLDER, []),
     ("添加主题", ["theme", "新题", "sh600000,sz000001"], FOLDER, []),
     ("修改主题名称", ["rename", THEME, "黄酒"], ROW, []),
+    ("改名后撤消", ["undo_rename", THEME, "黄酒"], ROW, [], ["rename", THEME, "黄酒"]),
+    ("记下主题的一天", ["day_book"], FOLDER, [
+        ("dzhzhuti.mzdat", "update dmb set sp=10"),
+        ("dzhzhuti.mzdat", "update tempcanshu set hqtime='2026-11-23 15:30:00'")]),
     ("修改关注度", ["attention", THEME, "7"], FOLDER, []),
     ("删除主题", ["remove_theme", THEME], FOLDER, []),
     ("加自选股", ["watch", "SH600001"], FOLDER, []),

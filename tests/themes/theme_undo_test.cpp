@@ -264,6 +264,20 @@ TEST_F(ThemeUndoTest, AStoreThatIsHeldKeepsAllOfIt) {
     EXPECT_TRUE(carry(Way::back)) << "once it is free";
 }
 
+TEST_F(ThemeUndoTest, WhatAKilledCommitLeavesGoesAtTheStartUnlessAStoreIsHeld) {
+    const QString left = store_.stores.main.path + u"-mj0123ABCD"_s;
+    writeFile(left);
+    {
+        const Impatience impatience;
+        Connection other = store_.stores.heat.open();
+        other.execute(u"begin immediate"_s);
+        dropCommitLeftovers(store_.stores.main, store_.stores.heat);
+        EXPECT_TRUE(QFile::exists(left));
+    }
+    dropCommitLeftovers(store_.stores.main, store_.stores.heat);
+    EXPECT_FALSE(QFile::exists(left));
+}
+
 TEST_F(ThemeUndoTest, WhatAFailedRenameHasWrittenCanBeTakenBack) {
     QFile::remove(store_.stores.heat.path);
     dialogs_.typed = u"消费"_s;
