@@ -48,7 +48,7 @@ QString faultName(FaultKind kind) {
 QString adviceOn(FaultKind kind) {
     switch (kind) {
         case FaultKind::limited:
-            return u"请过一两个小时再采集，或先在浏览器里打开搜索网址通过验证"_s;
+            return u"请过一两个小时再采集；网站要人验证的，先在浏览器里通过验证"_s;
         case FaultKind::refused:
             return u"请在浏览器里打开搜索网址看看，或在“行情来源”里换一个网站"_s;
         case FaultKind::unreadable:

@@ -201,7 +201,7 @@ TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTh
         int exitCode;
         QString said;
         QString jc;
-    } cases[] = {{{}, 3, u"要得太勤，被拒绝（456）），请检查"_s, u"旧名"_s},
+    } cases[] = {{{}, 3, u"要得太勤，被拒绝（456）），请过一两个小时再采集"_s, u"旧名"_s},
                  {second, 0, u"采集完成：共 142 项，写入 142 项"_s, u"浦发银行"_s}};
     for (const auto& it : cases) {
         RawService limiting;

@@ -114,7 +114,7 @@ TEST_F(ThemeCommandsTest, AFailedRenameKeepsWhatItDidAndTellsWhat) {
     const auto failure =
         raisedBy<StoreError>([this] { outcomeOf(commands_.rename(u"白酒"_s, {})); });
     EXPECT_TRUE(failureText(failure).endsWith(
-        u"已经写入并保留：主题库、主题大盘行情、主题监控。其余没有写入。"_s));
+        u"已经写入并保留：主题库、主题大盘行情、主题监控、主题日记。其余没有写入。"_s));
     EXPECT_EQ(members(u"zhutiname"_s), QStringList({u"消费"_s, u"消费"_s, u"银行"_s}));
 }
 
