@@ -1,6 +1,7 @@
 #include "research/form37.h"
 
 #include <QTabBar>
+#include <algorithm>
 
 #include "base/activity.h"
 #include "frame/run_share.h"
@@ -213,7 +214,10 @@ void Form37::takeSwept(int row) {
     BacktestRule rule = ui_->fields->rule();
     rule.*swept_->across->value = swept_->acrossValues[col - 2];
     if (swept_->down) {
-        rule.*swept_->down->value = swept_->downValues[row - 1];
+        // A sort may have moved the row: its first cell tells the value.
+        rule.*swept_->down->value =
+            *std::ranges::find(swept_->downValues, heat_.textMatrix(row, 1),
+                               [this](double value) { return valueText(*swept_->down, value); });
     }
     ui_->fields->show(rule);
 }

@@ -56,12 +56,6 @@ double valueOf(const BacktestSum& sum, SweepMeasure measure) {
     return sum.gain;
 }
 
-QString valueText(const RuleField& field, double value) {
-    BacktestRule rule;
-    rule.*field.value = value;
-    return valueWords(field, rule);
-}
-
 QString unboughtWords(const BacktestSum& sum) {
     QString words = u"没有买的信号：已经持有 %1，停牌 %2，买不进（涨停）%3，没有空位 %4"_s.arg(
         QString::number(sum.heldAlready), QString::number(sum.halted), QString::number(sum.atLimit),

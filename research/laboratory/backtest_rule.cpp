@@ -241,4 +241,10 @@ QString valueWords(const RuleField& field, const BacktestRule& rule) {
     return field.choices.value(static_cast<qsizetype>(value));
 }
 
+QString valueText(const RuleField& field, double value) {
+    BacktestRule rule;
+    rule.*field.value = value;
+    return valueWords(field, rule);
+}
+
 }  // namespace guanchao

@@ -71,5 +71,6 @@ QString contradictionIn(const BacktestRule& rule);
 
 // The value in words: "25 %", or that of the choice.
 QString valueWords(const RuleField& field, const BacktestRule& rule);
+QString valueText(const RuleField& field, double value);
 
 }  // namespace guanchao

@@ -2,8 +2,10 @@
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QHeaderView>
 #include <QThreadPool>
 
+#include "base/values.h"
 #include "frame/candle_chart.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
@@ -123,6 +125,13 @@ TEST_F(Form37Test, ASweepIsAHeatMap) {
     QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 2);
     EXPECT_EQ(find<QDoubleSpinBox>(u"止盈"_s)->value(), 1);
+    for (int sorts = 0; sorts < 2; ++sorts) {
+        view(u"heat"_s).horizontalHeader()->sectionClicked(2);
+        view(u"heat"_s).setCurrentIndex(view(u"heat"_s).model()->index(0, 3));
+        QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
+        EXPECT_EQ(numberText(find<QDoubleSpinBox>(u"止盈"_s)->value()) + u" %"_s,
+                  grid(u"heat"_s).textMatrix(1, 1));
+    }
     choose(u"measure"_s, u"卖出次数"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 1), u"1|0 %|1|1|1"_s);
     set(u"横向从"_s, 4);
