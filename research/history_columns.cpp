@@ -12,24 +12,32 @@ void HistoryColumns::take(const StoreFile& firstHistory, const StoreFile& second
     if (first != first_) {
         themeDays_.reset();
         market_.reset();
+        stocksAreRead_ = false;
         first_ = first;
     }
     const FileStamp second = stampOf(secondHistory);
     if (second != second_) {
         stocks_.clear();
+        stocksAreRead_ = false;
         second_ = second;
     }
 }
 
 void HistoryColumns::readStocks(const StoreFile& secondHistory, const Memberships& memberships,
                                 const Meanwhile& meanwhile) {
+    if (stocksAreRead_) {
+        return;
+    }
+    const auto nothing = [] {};
     StockReading stocks(secondHistory, memberships, stocks_);
-    readBeside(
-        stocks, [] {}, meanwhile);
+    readBeside(stocks, nothing, meanwhile);
 }
 
 void HistoryColumns::readAll(const StoreFile& firstHistory, const StoreFile& secondHistory,
                              const Meanwhile& meanwhile) {
+    if (market_ && stocksAreRead_) {
+        return;
+    }
     Connection days = firstHistory.open();
     StockReading stocks(secondHistory, Memberships(days), stocks_);
     const auto readMarket = [&] {
@@ -50,6 +58,7 @@ void HistoryColumns::readBeside(StockReading& stocks, const std::function<void()
     stocks.readOn(meanwhile);
     beside.wait();
     stocks.moveInto(stocks_);
+    stocksAreRead_ = true;
 }
 
 const ThemeDays& HistoryColumns::themeDays(const Meanwhile& meanwhile) {

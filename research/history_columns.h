@@ -46,6 +46,7 @@ private:
     std::unique_ptr<MarketColumns> market_;
     std::optional<ThemeDays> themeDays_;
     StocksByCode stocks_;
+    bool stocksAreRead_ = false;  // all that the themes have and that could be
 };
 
 }  // namespace guanchao
