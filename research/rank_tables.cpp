@@ -4,6 +4,7 @@
 
 #include "base/values.h"
 #include "grid/heat_colour.h"
+#include "grid/table_columns.h"
 
 namespace guanchao {
 
@@ -11,28 +12,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int numberWidth = 600;
+
 constexpr double fullHeat = 8;  // of a week, in %
-
-struct Column {
-    QString header;
-    int width;
-};
-
-// Without themes it is an empty grid, whose view shows its hint.
-void beginTable(ResultGrid& grid, qsizetype themes, const QList<Column>& columns) {
-    grid.clear();
-    grid.setRows(static_cast<int>(themes) + 1);
-    grid.setCols(themes == 0 ? 1 : static_cast<int>(columns.size()) + 1);
-    grid.setTextMatrix(0, 0, u"序号"_s);
-    grid.setColWidth(0, 600);
-    for (int col = 1; col < grid.cols(); ++col) {
-        grid.setTextMatrix(0, col, columns[col - 1].header);
-        grid.setColWidth(col, columns[col - 1].width);
-    }
-    for (int row = 1; row < grid.rows(); ++row) {
-        grid.setInteger(row, 0, row);
-    }
-}
 
 void putGain(ResultGrid& grid, int row, int col, double gain) {
     grid.setReal(row, col, gain);
@@ -47,7 +29,7 @@ bool restsOnFew(const RankedTheme& theme) {
 
 void fillRanks(const RangeRanks& ranks, ResultGrid& grid) {
     const GridFill fill(grid);
-    beginTable(grid, ranks.themes.size(),
+    beginTable(grid,
                {{u"名次"_s, 700},
                 {u"主题名称"_s, 2400},
                 {u"总涨幅"_s, 1100},
@@ -55,7 +37,8 @@ void fillRanks(const RangeRanks& ranks, ResultGrid& grid) {
                 {u"涨幅差"_s, 1100},
                 {u"天数"_s, 800},
                 {u"成员"_s, 800},
-                {u"有行情"_s, 900}});
+                {u"有行情"_s, 900}},
+               ranks.themes.size(), numberWidth);
     for (int row = 1; row < grid.rows(); ++row) {
         const RankedTheme& theme = ranks.themes[row - 1];
         grid.setInteger(row, 1, row);
@@ -76,11 +59,11 @@ void fillRanks(const RangeRanks& ranks, ResultGrid& grid) {
 
 void fillWeeks(const RangeRanks& ranks, ResultGrid& grid) {
     const GridFill fill(grid);
-    QList<Column> columns = {{u"主题名称"_s, 1900}};
+    QList<TableColumn> columns = {{u"主题名称"_s, 1900}};
     for (const QDate& monday : ranks.weeks) {
-        columns << Column{dateText(monday), 1150};
+        columns << TableColumn{dateText(monday), 1150};
     }
-    beginTable(grid, ranks.themes.size(), columns);
+    beginTable(grid, columns, ranks.themes.size(), numberWidth);
     for (int row = 1; row < grid.rows(); ++row) {
         const RankedTheme& theme = ranks.themes[row - 1];
         grid.setTextMatrix(row, weekThemeColumn, theme.name);

@@ -4,6 +4,7 @@
 
 #include "base/values.h"
 #include "store/recordset.h"
+#include "store/row_cursor.h"
 
 namespace guanchao {
 
@@ -52,6 +53,15 @@ std::optional<QString> shortName(Connection& mainStore, const QString& dm) {
         return std::nullopt;
     }
     return code.value(u"jc").toText();
+}
+
+QHash<QString, QString> shortNames(Connection& mainStore) {
+    QHash<QString, QString> names;
+    RowCursor row(mainStore, u"select dm,jc from dmb"_s);
+    while (row.next()) {
+        names.insert(row.string(0), row.string(1));
+    }
+    return names;
 }
 
 }  // namespace guanchao

@@ -3,6 +3,7 @@
 // dmb. Failed statements raise StoreError.
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <optional>
 
@@ -41,5 +42,7 @@ bool isIndexCode(QStringView dm);
 
 // Nothing if the code is not in the code table.
 std::optional<QString> shortName(Connection& mainStore, const QString& dm);
+// Of all codes.
+QHash<QString, QString> shortNames(Connection& mainStore);
 
 }  // namespace guanchao

@@ -41,10 +41,11 @@ const Value& Recordset::value(QStringView name) const {
     return value(field(name));
 }
 
-bool hasTable(Connection& connection, const QString& name) {
-    const Recordset table(
-        connection, QStringLiteral("select name from sqlite_master where type='table' and name=") +
-                        quoted(name));
+bool hasTable(Connection& connection, const QString& name, const QString& schema) {
+    const Recordset table(connection,
+                          QStringLiteral("select name from ") + schema +
+                              QStringLiteral(".sqlite_master where type='table' and name=") +
+                              quoted(name));
     return !table.atEnd();
 }
 

@@ -46,6 +46,7 @@ private:
 
 // Whether the store has a table of that name: one that is only added with its first row may be
 // missing.
-bool hasTable(Connection& connection, const QString& name);
+bool hasTable(Connection& connection, const QString& name,
+              const QString& schema = QStringLiteral("main"));
 
 }  // namespace guanchao

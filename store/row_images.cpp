@@ -17,13 +17,6 @@ namespace {
 
 const QString besideSchema = u"beside"_s;
 
-bool hasTable(Connection& connection, const QString& schema, const QString& table) {
-    return Recordset(connection, u"select name from "_s + schema +
-                                     u".sqlite_master where type='table' and name="_s +
-                                     quoted(table))
-               .count() > 0;
-}
-
 QStringList columnsOf(Connection& connection, const QString& schema, const RowScope& scope) {
     if (!scope.column.isEmpty()) {
         return {scope.column};
@@ -99,7 +92,7 @@ bool exchange(Connection& connection, const QString& schema, const EditedRows& e
 
 RowImages readImages(Connection& connection, const QString& schema, const RowScope& scope) {
     RowImages images;
-    if (!hasTable(connection, schema, scope.table)) {
+    if (!hasTable(connection, scope.table, schema)) {
         return images;
     }
     QStringList words;

@@ -6,7 +6,8 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "grid/colours.h"
-#include "store/row_cursor.h"
+#include "grid/table_columns.h"
+#include "services/stock_code.h"
 #include "themes/theme_map.h"
 
 namespace guanchao {
@@ -19,24 +20,10 @@ constexpr qsizetype mostTold = 8;  // days, in a line under the pointer
 constexpr int gainColumn = 3;
 constexpr int gainBeforeColumn = 5;
 
-struct Column {
-    QString title;
-    int width;  // in twips
-};
-
-QList<Column> columns() {
+QList<TableColumn> columns() {
     return {{u"类别"_s, 950}, {u"主题"_s, 2600},        {u"涨幅%"_s, 750},
             {u"名次"_s, 600}, {u"前一天涨幅%"_s, 1150}, {u"前一天名次"_s, 1050},
             {u"涨停"_s, 600}, {u"只数"_s, 600},         {u"领涨"_s, 3200}};
-}
-
-QHash<QString, QString> readNames(Connection& store) {
-    QHash<QString, QString> names;
-    RowCursor row(store, u"select dm,jc from dmb"_s);
-    while (row.next()) {
-        names.insert(row.string(0), row.string(1));
-    }
-    return names;
 }
 
 QString leaderWords(const BookedTheme& day, const QHash<QString, QString>& names) {
@@ -60,7 +47,6 @@ void setRank(ResultGrid& grid, int row, int col, int rank) {
 }
 
 void fillRow(ResultGrid& grid, int row, const ReviewRow& it, const ReviewData& data) {
-    grid.setInteger(row, 0, row);
     grid.setTextMatrix(row, 1, standingWords(it.standing));
     grid.setTextMatrix(row, reviewThemeColumn, it.day.theme);
     grid.setCellForeColor(row, reviewThemeColumn, themeColour);
@@ -122,7 +108,7 @@ ReviewData readReview(const Stores& stores, const QDate& wanted) {
             static_cast<int>(std::ranges::count_if(data.day.themes, [](const BookedTheme& it) {
                 return it.members >= leastRankedMembers;
             })));
-        data.names = readNames(store);
+        data.names = shortNames(store);
     }
     return data;
 }
@@ -151,16 +137,7 @@ void fillReview(ResultGrid& grid, const ReviewData& data, std::optional<Standing
     QList<ReviewRow> rows = data.rows;
     rows.removeIf([&](const ReviewRow& it) { return only && it.standing != *only; });
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
-    grid.clear();
-    const QList<Column> all = columns();
-    grid.setRows(static_cast<int>(rows.size()) + 1);
-    grid.setCols(rows.isEmpty() ? 1 : static_cast<int>(all.size()) + 1);
-    grid.setTextMatrix(0, 0, u"序号"_s);
-    grid.setColWidth(0, 500);
-    for (int col = 1; col < grid.cols(); ++col) {
-        grid.setTextMatrix(0, col, all[col - 1].title);
-        grid.setColWidth(col, all[col - 1].width);
-    }
+    beginTable(grid, columns(), rows.size());
     for (int row = 1; row < grid.rows(); ++row) {
         fillRow(grid, row, rows[row - 1], data);
     }

@@ -5,6 +5,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "grid/table_columns.h"
 #include "heat/news_notes.h"
 #include "store/row_cursor.h"
 
@@ -13,26 +14,6 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-struct Column {
-    QString title;
-    int width;  // in twips
-};
-
-void begin(ResultGrid& grid, const QList<Column>& columns, qsizetype rows) {
-    grid.clear();
-    grid.setRows(static_cast<int>(rows) + 1);
-    grid.setCols(rows == 0 ? 1 : static_cast<int>(columns.size()) + 1);
-    grid.setTextMatrix(0, 0, u"序号"_s);
-    grid.setColWidth(0, 500);
-    for (int col = 1; col < grid.cols(); ++col) {
-        grid.setTextMatrix(0, col, columns[col - 1].title);
-        grid.setColWidth(col, columns[col - 1].width);
-    }
-    for (int row = 1; row < grid.rows(); ++row) {
-        grid.setInteger(row, 0, row);
-    }
-}
 
 // What the store has no value of stays empty.
 void setNumber(ResultGrid& grid, int row, int col, double value) {
@@ -154,14 +135,14 @@ QList<ThemeMonitor> readThemeMonitors(const Stores& stores, const QString& theme
 
 void fillMembers(ResultGrid& grid, const QList<MapBox>& stocks) {
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
-    begin(grid,
-          {{u"代码"_s, 1000},
-           {u"简称"_s, 1000},
-           {u"涨幅"_s, 750},
-           {u"涨幅图"_s, 1900},
-           {u"相关度"_s, 750},
-           {u"成交金额"_s, 1000}},
-          stocks.size());
+    beginTable(grid,
+               {{u"代码"_s, 1000},
+                {u"简称"_s, 1000},
+                {u"涨幅"_s, 750},
+                {u"涨幅图"_s, 1900},
+                {u"相关度"_s, 750},
+                {u"成交金额"_s, 1000}},
+               stocks.size());
     for (int row = 1; row < grid.rows(); ++row) {
         const MapBox& stock = stocks[row - 1];
         grid.setTextMatrix(row, memberCodeColumn, stock.key);
@@ -178,8 +159,8 @@ void fillMembers(ResultGrid& grid, const QList<MapBox>& stocks) {
 
 void fillArticles(ResultGrid& grid, const QList<ThemeArticle>& articles) {
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
-    begin(grid, {{u"日期"_s, 1050}, {u"标题"_s, 3000}, {u"作者"_s, 800}, {u"编号"_s, 600}},
-          articles.size());
+    beginTable(grid, {{u"日期"_s, 1050}, {u"标题"_s, 3000}, {u"作者"_s, 800}, {u"编号"_s, 600}},
+               articles.size());
     for (int row = 1; row < grid.rows(); ++row) {
         const ThemeArticle& article = articles[row - 1];
         grid.setTextMatrix(row, 1, article.day);
@@ -192,13 +173,13 @@ void fillArticles(ResultGrid& grid, const QList<ThemeArticle>& articles) {
 
 void fillMonitors(ResultGrid& grid, const QList<ThemeMonitor>& monitors) {
     const GridFill fill(grid, GridFill::Rows::ofTheSameList);
-    begin(grid,
-          {{u"代码"_s, 950},
-           {u"名称"_s, 1000},
-           {u"条件"_s, 1150},
-           {u"现在"_s, 700},
-           {u"报警时间"_s, 1800}},
-          monitors.size());
+    beginTable(grid,
+               {{u"代码"_s, 950},
+                {u"名称"_s, 1000},
+                {u"条件"_s, 1150},
+                {u"现在"_s, 700},
+                {u"报警时间"_s, 1800}},
+               monitors.size());
     for (int row = 1; row < grid.rows(); ++row) {
         const ThemeMonitor& monitor = monitors[row - 1];
         grid.setTextMatrix(row, 1, monitor.dm.isEmpty() ? u"主题"_s : monitor.dm);

@@ -1,8 +1,6 @@
 #include "research/laboratory/laboratory.h"
 
-#include <QHash>
-
-#include "store/row_cursor.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 
@@ -23,12 +21,8 @@ struct Sources {
 };
 
 void nameStocks(BacktestResult& result, const StoreFile& main) {
-    QHash<QString, QString> names;
     Connection store = main.open();
-    RowCursor row(store, u"select dm,jc from dmb"_s);
-    while (row.next()) {
-        names.insert(row.string(0), row.string(1));
-    }
+    const QHash<QString, QString> names = shortNames(store);
     for (Trade& trade : result.trades) {
         trade.jc = names.value(trade.dm);
     }
