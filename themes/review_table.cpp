@@ -87,7 +87,7 @@ ReviewData readReview(const Stores& stores, const QDate& wanted) {
         data.days << now->day;
     }
     std::ranges::sort(data.days, std::greater());
-    data.days.erase(std::ranges::unique(data.days).begin(), data.days.end());
+    data.days.erase(std::unique(data.days.begin(), data.days.end()), data.days.end());
     const QDate day = wanted.isValid() ? wanted
                       : now            ? now->day
                       : book.isEmpty() ? data.days.value(0)
@@ -157,7 +157,7 @@ QHash<QString, QString> lineNotes(const QList<ReviewRow>& rows) {
 
 QDate nextNoteWith(const ReviewData& data, const QString& text, const QDate& from) {
     QList<QDate> order = data.days;
-    std::ranges::rotate(order, std::ranges::upper_bound(order, from, std::greater()));
+    std::rotate(order.begin(), std::ranges::upper_bound(order, from, std::greater()), order.end());
     const auto found = std::ranges::find_if(order, [&](const QDate& day) {
         return data.notes.value(day).contains(text, Qt::CaseInsensitive);
     });
