@@ -1,8 +1,7 @@
-// The panel of the stock quote window from a reply, against touching the fields of the reply once;
-// and one quote with its request, against the bare request.
+// One quote of the stock quote window with its request, against the bare request. What its panel costs
+// is in it: some microseconds every few seconds.
 #include "market/stock_quote.h"
 
-#include "base/values.h"
 #include "bench/bare_http.h"
 #include "bench/compare.h"
 #include "formats/gbk.h"
@@ -16,33 +15,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int panelsAtOnce = 1000;
 const QString path = u"/list=sh600000"_s;
 const Fundamentals fundamentals = {u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s};
 
 PracticeQuotes quotes() {
     return PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}});
 }
-
-void stockPanels(benchmark::State& state) {
-    const QByteArray body = gbkFromText(quotes().line(u"sh600000"_s, FakeClock().moment));
-    compare(
-        state,
-        [&] {
-            for (int turn = 0; turn < panelsAtOnce; ++turn) {
-                for (const QString& field : textFromGbk(body).split(u',')) {
-                    benchmark::DoNotOptimize(numericPrefix(field));
-                }
-            }
-        },
-        [&] {
-            for (int turn = 0; turn < panelsAtOnce; ++turn) {
-                benchmark::DoNotOptimize(
-                    stockPanel(quoteRow(textFromGbk(body)), fundamentals, 1e6, true));
-            }
-        });
-}
-BENCHMARK(stockPanels)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 
 void stockQuote(benchmark::State& state) {
     PracticeMarket market(quotes(), [] { return FakeClock().moment; });

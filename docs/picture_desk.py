@@ -61,9 +61,9 @@ class PictureDesk(Desk):
         tools = build / "tools"
         super().__init__(root / "data", build / "tests/store_query", tools / "prepare_stores",
                          tools / "practice_market", build / "app/guanchaotai",
-                         tools / "practice_history", build / "collector/caijiqi", CLOCK, screen)
+                         tools / "practice_history", build / "collector/caijiqi", CLOCK, screen,
+                         light)
         self.build = build
-        self.light = light
 
     def set_up(self):
         super().set_up(lambda it: CalmMarket(it, **CLOCK))
@@ -74,7 +74,6 @@ class PictureDesk(Desk):
         self.copy_programs()
         self.write_services()
         self.fill_stores()
-        self.choose_colours()
         self.exports.mkdir(parents=True)
         shutil.copy(self.data / "主题txt文件示例.txt", self.exports / "主题投资.txt")
 
@@ -91,12 +90,6 @@ class PictureDesk(Desk):
             "[{}]\nkind={}\nhost={}\nahead=6\n".format(*it.split(), host)
             for it in KINDS.split(",")))
         (self.application / "caijiqi.ini").write_text("[pace]\npause=0.2\nrandom=0\nretries=1,5\n")
-
-    # As 工具 / 外观 keeps it; a desktop that tells nothing is a dark one.
-    def choose_colours(self):
-        if self.light:
-            section, key = ("".join(f"%U{ord(it):04X}" for it in word) for word in ("外观", "颜色"))
-            (self.application / "界面.ini").write_text(f"[{section}]\n{key}=2\n")
 
     def fill_stores(self):
         run(self.practice_history, self.data / "codes.csv", self.data / "themes.csv",

@@ -59,7 +59,8 @@ def end_with_parent():
 
 class Desk:
     def __init__(self, data, store_query, prepare_stores, practice_market, guanchaotai,
-                 practice_history=None, collector=None, clock=IN_SESSION, screen="1920x1080"):
+                 practice_history=None, collector=None, clock=IN_SESSION, screen="1920x1080",
+                 light=False):
         self.data = Path(data)
         self.store_query = store_query
         self.prepare_stores = prepare_stores
@@ -69,6 +70,7 @@ class Desk:
         self.collector = collector
         self.clock = clock
         self.screen = screen
+        self.light = light
         self.folder = Path(tempfile.mkdtemp(prefix="guanchao-tour-"))
         self.application = self.folder / "application"
         self.exports = self.folder / "home/导出主题"
@@ -113,6 +115,13 @@ class Desk:
         run(self.prepare_stores, self.application, self.data, self.market.host, **IN_SESSION)
         (self.application / "services.ini").write_text(
             "".join(f"[{it}]\nhost={self.market.host}\n" for it in SERVICES))
+        if self.light:
+            self.choose_light_colours()
+
+    def choose_light_colours(self):
+        """As 工具 / 外观 keeps it; a desktop that tells nothing is a dark one."""
+        section, key = ("".join(f"%U{ord(it):04X}" for it in word) for word in ("外观", "颜色"))
+        (self.application / "界面.ini").write_text(f"[{section}]\n{key}=2\n")
 
     def start_window_manager(self):
         settings = self.folder / "openbox.xml"

@@ -76,13 +76,13 @@ def report(step, journey):
         print("The screen showed:\n" + journey.screen.describe())
 
 
-def travel(journey, arguments):
+def travel(journey, arguments, **surroundings):
     for program in ("Xvfb", "dbus-daemon", "faketime"):
         if not shutil.which(program):
             print("skipped: no", program)
             return SKIPPED
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    desk = Desk(*arguments)
+    desk = Desk(*arguments, **surroundings)
     try:
         return go(journey(desk))
     finally:

@@ -1,13 +1,15 @@
-"""walk_tour.py DATA STORE_QUERY PREPARE_STORES PRACTICE_MARKET GUANCHAOTAI PRACTICE_HISTORY
+"""walk_tour.py DATA STORE_QUERY PREPARE_STORES PRACTICE_MARKET GUANCHAOTAI PRACTICE_HISTORY COLLECTOR
+SCREEN SCALE COLOURS
 
 Every window of the real program by the keyboard alone, with what assistive tools are told of it: keys open
-it, Tab goes round all its controls, each tells its role, name and value, and Esc gives the keys back to the
-window from which it was opened."""
+it, it lies on the screen as a whole, Tab goes round all its controls, each tells its role, name and value,
+and Esc gives the keys back to the window from which it was opened."""
 
+import os
 import shutil
 import sys
 
-from desk import DAY, TourFailure
+from desk import DAY, TourFailure, wait
 from framed_screen import FramedScreen
 from journey import MAIN, Journey, check, travel
 from keyboard import Keyboard, control_of, window_of
@@ -175,7 +177,22 @@ class WalkTour(Journey):
              and role_of(it) in ("dialog", "alert", "frame")), None))
         if not self.keyboard.wait_for_focus(lambda it: window_of(it) == window):
             raise TourFailure(f"{window.get_name()} opens without the keys")
+        self.look_where_it_lies(window)
         return window
+
+    def look_where_it_lies(self, window):
+        """A frame is put where it stays a little after its window shows, and its title may change too."""
+        frame = self.screen.wait("the frame", lambda: self.screen.client_now(window.get_name()))
+        screen = (self.screen.width, self.screen.height)
+
+        def lies_on_the_screen():
+            left, top, width, height = self.screen.place_of_frame(frame)
+            return left >= 0 and top >= 0 and left + width <= screen[0] and top + height <= screen[1]
+        try:
+            wait("it lies on the screen", lies_on_the_screen, 2)
+        except TourFailure:
+            place = self.screen.place_of_frame(frame)
+            self.found.append(f"{window.get_name()}: at {place} on a screen of {screen}")
 
     def windows(self):
         """Those of the collector too, which is a program of its own."""
@@ -242,4 +259,6 @@ class WalkTour(Journey):
 if not shutil.which("openbox"):
     print("skipped: no openbox")
     sys.exit(SKIPPED)
-sys.exit(travel(WalkTour, sys.argv[1:]))
+*programs, size, scale, colours = sys.argv[1:]
+os.environ["QT_SCALE_FACTOR"] = scale
+sys.exit(travel(WalkTour, programs, screen=size, light=colours == "light"))
