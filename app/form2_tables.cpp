@@ -1,5 +1,6 @@
 // The two tables of Form2: what fills them, and what a press on a row does.
 #include "app/form2.h"
+#include "base/pause.h"
 #include "base/values.h"
 #include "market/form21.h"
 #include "store/patience.h"
@@ -55,9 +56,11 @@ void Form2::showThemesHint() {
     }
 }
 
-// Both, with the search, the rows that are marked and the places where they stand.
+// Both, with the search, the rows that are marked and the places where they stand. Between the two
+// the window turns: together they would hold it as long as a user notices.
 QCoro::Task<> Form2::refreshTables(std::stop_token stop) {
     co_await refreshShown(stop);
+    co_await pause(std::chrono::milliseconds(0), stop);
     const auto stocks = [this] { themeTable_.refreshStocks(); };
     co_await patiently(stocks, stop);
     marketBand_->refresh();

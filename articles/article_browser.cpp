@@ -70,8 +70,9 @@ ArticleCounts ArticleBrowser::fill(GridFill::Rows rows) {
         grid_.setColWidths({600, 800, 1300, 1400, 1200, 2200, 4200});
     }
     const qint64 listed = articles.count();
-    return {query_.isLimited() ? Recordset(store, query_.countStatement()).value(0).toInteger()
-                               : listed,
+    return {query_.leavesOff(listed)
+                ? Recordset(store, query_.countStatement()).value(0).toInteger()
+                : listed,
             listed};
 }
 

@@ -37,8 +37,9 @@ QString ArticleQuery::countStatement() const {
     return u"select count(*) from wenzhang "_s + range();
 }
 
-bool ArticleQuery::isLimited() const {
-    return all || !trimBlanks(limit).isEmpty();
+// The store lists all below a limit under zero.
+bool ArticleQuery::leavesOff(qint64 listed) const {
+    return most() && *most() >= 0 && static_cast<double>(listed) >= *most();
 }
 
 QString ArticleQuery::range() const {
@@ -59,15 +60,20 @@ QString ArticleQuery::condition() const {
 }
 
 QString ArticleQuery::limitClause() const {
+    return most() ? u" limit "_s + numberText(*most()) + u" "_s : QString();
+}
+
+// The store takes whole numbers without an exponent; no library holds more articles.
+std::optional<double> ArticleQuery::most() const {
     const QString text = trimBlanks(limit);
+    if (all) {
+        return 1000;
+    }
     if (text.isEmpty()) {
         return {};
     }
-    // The store takes whole numbers without an exponent; no library holds more articles.
     using Range = std::numeric_limits<qint32>;
-    const double count =
-        std::clamp<double>(roundToWhole(numericPrefix(text)), Range::min(), Range::max());
-    return u" limit "_s + numberText(count) + u" "_s;
+    return std::clamp<double>(roundToWhole(numericPrefix(text)), Range::min(), Range::max());
 }
 
 }  // namespace guanchao

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <array>
+#include <optional>
 
 #include "base/date_trio.h"
 
@@ -23,12 +24,14 @@ struct ArticleQuery {
     QString statement() const;
     // How many articles there are, whatever the limit.
     QString countStatement() const;
-    bool isLimited() const;
+    // Whether a list of so many articles may be a part of what there is.
+    bool leavesOff(qint64 listed) const;
 
 private:
     QString range() const;
     QString condition() const;
     QString limitClause() const;
+    std::optional<double> most() const;
 };
 
 }  // namespace guanchao

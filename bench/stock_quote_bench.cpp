@@ -1,5 +1,5 @@
-// One quote of the stock quote window with its request, against the bare request. What its panel costs
-// is in it: some microseconds every few seconds.
+// One quote of the stock quote window with its request, against the bare request. What its panel
+// costs is in it: some microseconds every few seconds.
 #include "market/stock_quote.h"
 
 #include "bench/bare_http.h"

@@ -90,8 +90,13 @@ void listWatchlist(benchmark::State& state) {
                 .run(
                     u"select dmb1.dm as 代码,dmb1.jc as 简称,sp as 收盘,zhangjine as 涨跌,"
                     u"zhangfu as 涨幅,kp as 开盘,zg as 最高,zd as 最低,totalsl as 成交量,"
-                    u"totaljine as 成交金额,datetime(newhqtime) as 行情时间 from dmb AS dmb1,"
-                    u"zixuangu  on dmb1.dm=zixuangu.dm   order by zhangfu desc,zixuangu.rowid"_s);
+                    u"totaljine as 成交金额,datetime(newhqtime) as 行情时间,(select"
+                    u" group_concat(tiaojian,'，') from (select leixin||bijiaofu||"
+                    u"printf('%.15g',baojinzhi) as tiaojian from gegujiankong"
+                    u" where gegujiankong.dm=dmb1.dm order by rowid)) as 监控,beizhu as 备注"
+                    u" from dmb AS dmb1,zixuangu  on dmb1.dm=zixuangu.dm left join gegubeizhu on"
+                    u" gegubeizhu.dm=dmb1.dm left join zixuanshunxu on zixuanshunxu.dm=dmb1.dm"
+                    u" and zixuanshunxu.zu=''   order by zhangfu desc,zixuangu.rowid"_s);
         },
         [&] { watchlist.list(grid); });
 }

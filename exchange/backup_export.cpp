@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <filesystem>
+#include <functional>
 
 #include "base/activity.h"
 #include "base/files.h"
@@ -60,14 +61,15 @@ struct LibraryRows {
 };
 
 // A row that the library can't hold is named.
-void insertRow(Connection& library, const QString& statement, const QString& row) {
+void insertRow(Connection& library, const QString& statement,
+               const std::function<QString()>& words) {
     try {
         library.execute(statement);
     } catch (const StoreError& failure) {
         if (failure.fault() != StoreFault::other) {
             throw;
         }
-        throw StoreError(row + u"不能写入："_s + failure.reason(), failure.path(),
+        throw StoreError(words() + u"不能写入："_s + failure.reason(), failure.path(),
                          failure.statement());
     }
 }
@@ -75,17 +77,23 @@ void insertRow(Connection& library, const QString& statement, const QString& row
 void writeLibrary(LibraryRows rows, const StoreFile& library, ExchangeSteps& steps) {
     Connection connection = library.open();
     Transaction transaction(connection);
+    const auto themeWords = [&row = rows.themes]() -> QString {
+        return u"表 dzhzhuti 的一行（主题“"_s + row.value(0).toText() + u"”，代码“"_s +
+               row.value(1).toText() + u"”）"_s;
+    };
+    const auto codeWords = [&row = rows.codes]() -> QString {
+        return u"表 dmb 的一行（代码“"_s + row.value(0).toText() + u"”）"_s;
+    };
     for (Recordset& row = rows.themes; !row.atEnd(); row.moveNext()) {
         insertRow(connection,
                   insertTheme(row, row.value(1).toText(), row.value(3).toText(),
                               valuesFrom(row, firstNumberOfTheme)),
-                  u"表 dzhzhuti 的一行（主题“"_s + row.value(0).toText() + u"”，代码“"_s +
-                      row.value(1).toText() + u"”）"_s);
+                  themeWords);
         steps.stepDone();
     }
     for (Recordset& row = rows.codes; !row.atEnd(); row.moveNext()) {
         insertRow(connection, insertCode(row, row.value(0).toText(), row.value(4).toText()),
-                  u"表 dmb 的一行（代码“"_s + row.value(0).toText() + u"”）"_s);
+                  codeWords);
         steps.stepDone();
     }
     transaction.commit();

@@ -62,6 +62,7 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
     services_.quote.clear();
     dialogs_.shown.clear();
     QTest::mouseClick(button, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs_.shown.isEmpty(); }));
     EXPECT_EQ(dialogs_.shown,
               QStringList{u"观潮台|没有读到行情，行情更新时间没有改变。\n"
                           u"123只：行情的网站都停用了，请在“工具 / 行情来源”里启用"_s});
@@ -97,8 +98,11 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     const auto gains = [](const GridView& view, int col) {
         return columnTexts(gridOf(view), col).mid(1);
     };
+    const auto bothGained = [&] {
+        return gains(stocks, 6) == QStringList{u"50.00"_s, u"100.00"_s};
+    };
+    EXPECT_TRUE(QTest::qWaitFor(bothGained)) << "by the code";
     EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
-    EXPECT_EQ(gains(stocks, 6), QStringList({u"50.00"_s, u"100.00"_s})) << "by the code";
     EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), 2);
     activate();
     QTest::keyClick(&themes, Qt::Key_F5);
@@ -114,8 +118,8 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     timer->start(2);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
     timer->stop();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return gains(stocks, 7) == QStringList{u"200.00"_s}; }));
     EXPECT_EQ(gains(themes, 2), QStringList{u"200.00"_s}) << "those of the search";
-    EXPECT_EQ(gains(stocks, 7), QStringList{u"200.00"_s});
     EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 13:05:00"_s);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     auto* line = find<QLabel>(u"Label1"_s);
