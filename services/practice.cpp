@@ -91,8 +91,8 @@ void refuseReal(const Services& services, const QString& host) {
     if (services.isPractice && isReal(host)) {
         throw OperationError(
             u"练习行情里不能用真的网站 %1：编造的价格会和真的混进同样的库里，再也分不开。\n"
-            "要看真的行情，请退出后用 ./run live 启动，它有自己的应用目录。"_s.arg(
-                shortened(host, longestShownName)));
+            "要看真的行情，请打开实盘：程序菜单里的观潮台，在源码目录里是 ./run live；它有自己的应用目录。"_s
+                .arg(shortened(host, longestShownName)));
     }
 }
 
