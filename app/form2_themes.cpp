@@ -10,6 +10,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Without the commands of the grid that opens the menu.
@@ -79,6 +81,7 @@ void Form2::markTheme(const QString& name) {
 // The stocks of a theme that bears another name now are those of that name.
 void Form2::showEdited(const Edit& edit, Way way) {
     undoLine_->showLast();
+    ui_->Label1->setText((way == Way::back ? u"已撤消：%1"_s : u"已重做：%1"_s).arg(edit.name));
     const QString& former = way == Way::back ? edit.nameAfter : edit.nameBefore;
     const QString& now = way == Way::back ? edit.nameBefore : edit.nameAfter;
     if (!former.isEmpty() && environment_.globals.dangqianzhuti == former) {

@@ -109,7 +109,8 @@ void StockThemes::leave() {
         Connection store = stores_.main.open();
         const QString theme = globals_.dangqianjc;
         const QString code = globals_.dangqiandm;
-        EditInHand edit(edits_, {u"删除个股 "_s + theme + u' ' + code});
+        EditInHand edit(edits_,
+                        {u"删除个股 "_s + theme + u' ' + shortName(store, code).value_or(code)});
         edit.write(store, stores_.main, {membershipOf(theme, code)},
                    [&] { leaveTheme(store, theme, code); });
     }

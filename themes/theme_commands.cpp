@@ -91,7 +91,8 @@ Redraw ThemeCommands::removeStock(const QString& theme, const QString& code) {
     const Activity activity(u"为主题删除个股"_s);
     {
         Connection store = stores_.main.open();
-        EditInHand edit(edits_, {u"删除个股 "_s + theme + u' ' + code});
+        EditInHand edit(edits_,
+                        {u"删除个股 "_s + theme + u' ' + shortName(store, code).value_or(code)});
         edit.write(store, stores_.main, {membershipOf(theme, code)},
                    [&] { leaveTheme(store, theme, code); });
     }
@@ -110,7 +111,8 @@ QCoro::Task<Redraw> ThemeCommands::changeRelevance(QString theme, QString code,
     const QString condition = u" where dm="_s + quoted(code) + u" and zhutiname="_s + quoted(theme);
     const QString number = QString::number(*relevance);
     Connection store = stores_.main.open();
-    EditInHand edit(edits_, {u"修改相关度 "_s + theme + u' ' + code + u"→"_s + number});
+    const QString stock = shortName(store, code).value_or(code);
+    EditInHand edit(edits_, {u"修改相关度 "_s + theme + u' ' + stock + u"→"_s + number});
     edit.write(store, stores_.main, {{u"dzhzhuti"_s, condition, u"xiangguandu"_s}},
                [&] { store.execute(u"update dzhzhuti set xiangguandu="_s + number + condition); });
     co_return Redraw::stocks;
@@ -236,9 +238,9 @@ QCoro::Task<Redraw> ThemeCommands::removeSmallThemes(const ResultGrid& themes,
     // What is counted is what goes, though the grid may be filled anew while the question stands.
     const QStringList small = smallThemes(themes, *count);
     const QString last = nameOf(themes, themes.rows() - 1);
-    const bool agreed =
-        co_await dialogs_.ask(stop, u"确实要全部删除小于"_s + QString::number(*count) +
-                                        u"只股票的主题吗?（"_s + countWords(small) + u"）"_s);
+    const bool agreed = co_await dialogs_.ask(
+        stop, u"确实要全部删除小于"_s + QString::number(*count) + u"只股票的主题吗?（"_s +
+                  countWords(small) + u"）\n\n删错了可以按 Ctrl+Z 或“撤消删除”取回。"_s);
     if (!agreed) {
         co_return Redraw::none;
     }

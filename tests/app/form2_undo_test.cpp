@@ -53,6 +53,7 @@ TEST_F(Form2UndoTest, TheKeysTakeAnEditBackByItsNameAndDoItAgain) {
     EXPECT_EQ(entries(), QStringList({QString(), QString()})) << "while it is under way";
     untilThemesAre(former);
     EXPECT_EQ(globals_.dangqianzhuti, u"白酒"_s);
+    EXPECT_EQ(label(u"Label1"_s), u"已撤消："_s + name);
     EXPECT_EQ(columnTexts(grid(u"MSHFlexGrid2"_s), 2).mid(1), QStringList{u"SH600519"_s})
         << "the stocks are those of the name again";
     EXPECT_EQ(entries(), QStringList({QString(), u"重做 "_s + inMenu}));

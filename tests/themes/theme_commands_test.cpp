@@ -131,7 +131,9 @@ TEST_F(ThemeCommandsTest, TheGridAsDisplayedTellsWhichSmallThemesGo) {
     } refusals[] = {{QString(), u"请指定大于1的数据数据!"_s},
                     {u"1.4"_s, u"请指定大于1的数据数据!"_s},
                     {u"40000"_s, u"请指定2-32767之间的数字。"_s},
-                    {u" 2 "_s, u"确实要全部删除小于2只股票的主题吗?（2 个主题）"_s}};
+                    {u" 2 "_s,
+                     u"确实要全部删除小于2只股票的主题吗?（2 个主题）"
+                     u"\n\n删错了可以按 Ctrl+Z 或“撤消删除”取回。"_s}};
     for (const auto& it : refusals) {
         dialogs_.typed = it.typed;
         EXPECT_EQ(outcomeOf(commands_.removeSmallThemes(grid_, {})), Redraw::none);
