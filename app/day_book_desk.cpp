@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "base/worker.h"
-#include "market/trading_session.h"
 #include "store/failure.h"
 #include "themes/day_book.h"
 
@@ -32,10 +31,10 @@ void DayBookDesk::start() {
     looks_.begin(untilFirstLook);
 }
 
-// While quotes are being written or stores restored the next look is soon enough.
+// While quotes are being written or stores restored the next look is soon enough, as it is after a
+// failure.
 void DayBookDesk::look() {
-    const bool isTrading = inTradingSession(environment_.clock.now());
-    if (!isTrading && !runs_.running() && environment_.globals.hqmang == 0) {
+    if (!runs_.running() && environment_.globals.hqmang == 0) {
         runs_.start([this](std::stop_token stop) { return write(stop); });
     }
 }
@@ -51,8 +50,7 @@ QCoro::Task<> DayBookDesk::write(std::stop_token stop) {
             emit written();
         }
     } catch (const std::exception& raised) {
-        failure = u"今天的主题还没有记入复盘："_s + failureReason(raised);
-        looks_.noteFailure();
+        failure = u"这一天的主题还没有记入复盘："_s + failureReason(raised);
     }
     show_(failure);
 }

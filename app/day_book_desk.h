@@ -1,5 +1,6 @@
 // Writes the day of the stored quotes into the day book of the themes, by itself: after each close
-// once quotes of it are there, and after the start of the program what the last run has missed.
+// once quotes of it are there, after the start of the program what the last run has missed, and
+// before quotes of another day take the place of a close.
 #pragma once
 
 #include <QObject>
@@ -19,6 +20,10 @@ public:
     DayBookDesk(Environment& environment, std::function<void(const QString&)> show);
 
     void start();
+    // Writes a day that is due, unless quotes are just being written.
+    void look();
+    // The same, and returns once it is written or has failed.
+    QCoro::Task<> write(std::stop_token stop);
     // The next look begins anew.
     void stop() { runs_.stop(); }
 
@@ -26,9 +31,6 @@ signals:
     void written();
 
 private:
-    void look();
-    QCoro::Task<> write(std::stop_token stop);
-
     Environment& environment_;
     std::function<void(const QString&)> show_;
     DailyLooks looks_;

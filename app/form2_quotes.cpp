@@ -25,6 +25,7 @@ void Form2::Command4_Click() {
 QCoro::Task<> Form2::updateQuotes(std::stop_token stop) {
     const QuoteTally tally = co_await runQuotes(stop);
     co_await refreshTables(stop);
+    dayBookDesk_->look();
     environment_.dialogs.tell(tally.words());
 }
 
@@ -35,8 +36,9 @@ QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
         showUpdating(false);
         ui_->Label6->setText(time);
     });
-    const QuoteTally tally =
-        co_await quoteRun_.run([this](const QuoteProgress& it) { showProgress(it); }, stop);
+    const auto show = [this](const QuoteProgress& it) { showProgress(it); };
+    co_await dayBookDesk_->write(stop);
+    const QuoteTally tally = co_await quoteRun_.run(show, stop);
     co_return tally;
 }
 
@@ -51,8 +53,10 @@ QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     QString words;
     try {
         const auto note = [this](const QuoteProgress& progress) { progress_ = progress; };
+        co_await dayBookDesk_->write(stop);
         const QuoteTally tally = co_await quoteRun_.run(note, stop);
         co_await refreshTables(stop);
+        dayBookDesk_->look();
         words = tally.unanswered() == 0 ? QString() : tally.words().section(u'\n', 0, 0);
     } catch (const std::exception& failure) {
         words = failureReason(failure);

@@ -27,23 +27,28 @@ QList<QAction*> entriesOf(const QMenu& menu) {
 }  // namespace
 
 void Form2::connectThemeWindows(QWidget* window) {
+    const auto undoes = [&] { window->addActions({ui_->撤消, ui_->重做}); };
     if (auto* map = qobject_cast<Form38*>(window)) {
         map->offer(entriesOf(leftkuaimenu_), entriesOf(kuaimenu_));
         map->addAction(ui_->gengxin);
+        undoes();
         connect(this, &Form2::tablesChanged, map, &Form38::readAgain);
         connect(map, &Form38::themeChosen, this, &Form2::markTheme);
         connect(map, &Form38::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
     }
     if (auto* review = qobject_cast<ReviewWindow*>(window)) {
         review->offer(entriesOf(leftkuaimenu_));
+        undoes();
         connect(this, &Form2::tablesChanged, review, &ReviewWindow::readAgain);
         connect(dayBookDesk_.get(), &DayBookDesk::written, review, &ReviewWindow::readAgain);
     }
     if (auto* themesOfStock = qobject_cast<Form22*>(window)) {
+        undoes();
         connect(this, &Form2::tablesChanged, themesOfStock, &Form22::readAgain);
     }
     if (auto* page = qobject_cast<ThemePage*>(window)) {
         page->offer(entriesOf(kuaimenu_));
+        undoes();
         connect(this, &Form2::tablesChanged, page, &ThemePage::readAgain);
         connect(page, &ThemePage::stockMenuOpens, this, &Form2::MSHFlexGrid2_MenuOpens);
     }

@@ -102,6 +102,7 @@ ReviewData readReview(const Stores& stores, const QDate& wanted) {
     data.day.day = day;
     if (!days.isEmpty() && days.first().day == day) {
         data.day = days.takeFirst();
+        data.dayBefore = days.isEmpty() ? QDate() : days.first().day;
         data.daysBefore = static_cast<int>(std::min<qsizetype>(days.size(), daysOfLine - 1));
         data.rows = reviewOf(data.day, days);
         data.front = frontOf(
@@ -120,13 +121,18 @@ QString reviewWords(const ReviewData& data) {
     if (data.rows.isEmpty()) {
         return u"这一天没有记下主题，只有备注。"_s;
     }
-    const QString time = data.day.asOf.toString(u"MM-dd HH:mm"_s);
+    QString time = data.day.asOf.toString(u"MM-dd HH:mm"_s);
+    if (data.day.asOf.date() != data.day.day) {
+        time += data.day.day.toString(u" 取到的 MM-dd"_s);
+    }
     const QString state =
         data.isInBook ? u"收盘（%1 的行情）"_s.arg(time)
         : data.day.isOver
             ? u"收盘行情（%1），还没有记下，现在算的"_s.arg(time)
             : u"还没有收盘：按 %1 的行情现在算的，收盘后（15:05 起）有了收盘行情才记下"_s.arg(time);
-    const QString before = data.daysBefore > 0 ? u"；小线是连前 %1 天的涨幅"_s.arg(data.daysBefore)
+    const QString before = data.daysBefore > 0 ? u"；前一天是 %1，小线是连前 %2 天的涨幅"_s
+                                                     .arg(data.dayBefore.toString(u"MM-dd"_s))
+                                                     .arg(data.daysBefore)
                                                : u"；以前的日子还没有记过，明天起可以比较"_s;
     return state + before +
            u"。前列：前 %1 名（至少 %2 只股票的主题才排名）。"_s.arg(data.front)

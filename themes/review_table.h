@@ -13,6 +13,7 @@ struct ReviewData {
     QHash<QDate, QString> notes;
     BookDay day;  // an invalid one if there is none
     bool isInBook = false;
+    QDate dayBefore;  // the newest of them
     int daysBefore = 0;
     int front = 0;  // ranks
     QList<ReviewRow> rows;

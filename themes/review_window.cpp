@@ -17,6 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds untilNoteIsSaved(800);
+constexpr std::chrono::seconds untilNoteIsTriedAgain(5);
 constexpr int lineTwips = 1100;
 
 QString dayWords(const QDate& day, const ReviewData& data) {
@@ -167,8 +168,9 @@ void ReviewWindow::showNote() {
 }
 
 void ReviewWindow::takeDay() {
-    saveNote();
+    // Before the note: once that is saved, the box is filled anew.
     wanted_ = ui_->Combo1->currentData().toDate();
+    saveNote();
     // Of the newest day the window goes on to the next one by itself.
     if (wanted_ == data_.days.value(0)) {
         wanted_ = {};
@@ -191,7 +193,13 @@ void ReviewWindow::saveNote() {
 
 QCoro::Task<> ReviewWindow::save(QDate day, QString note, std::stop_token stop) {
     const auto step = [this, day, note] { writeDayNote(environment_.stores.main, day, note); };
-    co_await patiently(step, stop);
+    try {
+        co_await patiently(step, stop);
+    } catch (const OperationError& failure) {
+        ui_->noteState->setText(u"还没有保存，过一会儿再试："_s + failureReason(failure));
+        noteRests_.start(untilNoteIsTriedAgain);
+        co_return;
+    }
     if (note.isEmpty()) {
         data_.notes.remove(day);
     } else {
@@ -233,9 +241,12 @@ void ReviewWindow::findNote() {
         ui_->noteState->setText(u"各天的备注里没有“%1”"_s.arg(shortened(text, longestShownName)));
         return;
     }
+    if (day == data_.day.day) {
+        ui_->noteState->setText(u"只有这一天的备注里有"_s);
+        return;
+    }
     ui_->Combo1->setCurrentIndex(static_cast<int>(data_.days.indexOf(day)));
     takeDay();
-    ui_->noteState->setText(day == data_.day.day ? u"只有这一天的备注里有"_s : QString());
 }
 
 }  // namespace guanchao

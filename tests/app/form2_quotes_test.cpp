@@ -168,6 +168,7 @@ TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     auto* stop = find<QPushButton>(u"stopRun"_s);
     EXPECT_TRUE(stop->isVisible());
     EXPECT_FALSE(find<QToolButton>(u"Command4"_s)->isEnabled());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return http_.gate != nullptr; }));
     QTest::keyClick(&main_, Qt::Key_Escape);
     EXPECT_FALSE(stop->isVisible());
     EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());

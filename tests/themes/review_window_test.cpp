@@ -136,7 +136,6 @@ TEST_F(ReviewWindowTest, TheDeskWritesTheDayOnceItIsOverAndTheWindowShowsIt) {
     until([this] { return !main_.findChild<QLabel*>(u"bookLine"_s)->text().isEmpty(); });
     EXPECT_EQ(failures_.told, QStringList()) << "no box";
     store_.run({u"drop trigger refuse"_s});
-    clock_.moment = clock_.moment.addSecs(3600);
     desk->setInterval(1);
     until([this] { return state().startsWith(u"收盘（11-24 15:02"_s); });
     EXPECT_EQ(days(), 2);
