@@ -41,7 +41,7 @@ struct PriceRange {
     double high = 0;
 };
 
-// About four to eight round values within the range, in their order.
+// About four to eight round values within the range, in their order; none if it has no height.
 QList<double> roundValues(const PriceRange& range);
 
 // Which of the days are in sight: a run of neighbours.
@@ -50,13 +50,13 @@ public:
     static constexpr qsizetype usual = 120;
     static constexpr qsizetype fewest = 10;
 
-    // The last ones of so many.
+    // So many days are there; the last ones, the usual count of them, come into sight.
     void setTotal(qsizetype total);
 
     qsizetype first() const { return first_; }
     qsizetype count() const { return count_; }
 
-    // The last ones, as many as there are.
+    // So many of the last ones, as far as there are.
     void showLast(qsizetype count);
 
     // The one at this part (0 to 1) of the width.
@@ -76,7 +76,7 @@ private:
     qsizetype count_ = 0;
 };
 
-// The lowest and the highest price of the days in sight.
+// The lowest and the highest price of the days in sight, of which there must be one.
 PriceRange pricesOf(const QList<Candle>& days, const VisibleDays& sight);
 
 }  // namespace guanchao

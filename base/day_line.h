@@ -12,7 +12,7 @@ namespace guanchao {
 // Small: a whole market has a million of them.
 struct DayPoint {
     quint16 minute = 0;  // of the day
-    float price = 0;     // in yuan
+    float price = 0;     // in yuan or points
     float volume = 0;    // in shares, since the open
     float turnover = 0;  // in yuan, likewise
 
@@ -21,7 +21,7 @@ struct DayPoint {
 
 struct DayLine {
     QDate day;
-    double formerClose = 0;
+    double formerClose = 0;  // as the prices
     QList<DayPoint> points;  // by their minutes, each once
 };
 

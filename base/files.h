@@ -16,7 +16,7 @@ QString systemReason(int error);
 // Why a file couldn't be opened, or didn't take what was written to it.
 QString reasonOf(const QFileDevice& file);
 
-// What the functions below raise, for others that write files to raise the same.
+// What the functions below raise, for others that write files to raise too.
 OperationError notWritten(const QString& path, const QString& reason);
 
 // `added` are permissions beyond those that the file has, or that a new file gets. Raises

@@ -9,7 +9,7 @@
 
 namespace guanchao {
 
-// As a window shows it.
+// How a window shows the run.
 struct ShownRun {
     bool running = false;
     bool paused = false;

@@ -44,12 +44,12 @@ private:
     };
 
     bool isSameList(const ResultGrid& grid) const;
+    std::optional<Sort> keptIn(const ResultGrid& grid) const;
     void showArrow();
 
     QHeaderView& header_;
     bool enabled_ = false;
     QStringList dateWords_;
-    std::optional<Sort> keptIn(const ResultGrid& grid) const;
 
     QString kept_;               // of the last run
     std::optional<Sort> shown_;  // how the rows stand; nothing: as they were found

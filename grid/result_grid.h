@@ -66,8 +66,6 @@ public:
     // The length of the cell's text; for a number it is told without writing it.
     qsizetype textLength(int row, int col) const;
 
-    CellAlignment cellAlignment() const { return cell(row_, col_).alignment; }
-    void setCellAlignment(CellAlignment alignment) { setAlignment(row_, col_, alignment); }
     void setAlignment(int row, int col, CellAlignment alignment);
     Colour cellForeColor(int row, int col) const;
     void setCellForeColor(int row, int col, Colour colour);

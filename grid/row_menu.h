@@ -1,4 +1,4 @@
-// The menus of rows.
+// The menus that open on the rows of a grid.
 #pragma once
 
 #include <QMenu>

@@ -21,7 +21,7 @@ public:
     // Pours the next row; false if there is none. The grid has room for more rows than it holds.
     bool pourRow();
     int rows() const { return poured_; }
-    // Takes the room that is left away; without rows the grid is an empty one.
+    // Gives back the room that no row has taken; without rows the grid is an empty one.
     void finish();
 
 private:

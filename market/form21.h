@@ -86,7 +86,7 @@ private:
     Book asks_;
     Book bids_;
     PickerBox* picker_ = nullptr;
-    QString stock_;   // whose charts are drawn
+    QString stock_;   // its code; whose charts are drawn
     QMenu kuaimenu_;  // 快捷菜单: on the chart of the day
     QTimer Timer1_;   // once after the load and after 刷新
     QTimer Timer2_;   // from the end of a poll to the next

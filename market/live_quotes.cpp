@@ -36,7 +36,7 @@ QString noData(const QString& name) {
     return u"没有找到"_s + name + u"的数据!"_s;
 }
 
-// Name a reply for the box that tells of a bad one.
+// What the box names that tells of a bad reply.
 class QuoteActivity : public Activity {
 public:
     QuoteActivity() : Activity(u"读取行情"_s, u"行情的自动更新已停止，点“查询”重新开始。"_s) {}

@@ -1,9 +1,9 @@
 // What the stock quote window does: the opening, the query of a stock, its polls and those of the
-// domestic index, the two messages. Asks the quote, chart, news and history services; writes the
-// code last queried to read.ini in the application folder. Nothing waits for a service: all that
-// the window shows is asked for at once, and what is read anew replaces what is under way. Bad
-// replies are reported. The polls begin when the stock's quote has come, whatever else is on its
-// way, and only that quote's failure leaves them off.
+// domestic index, and what is told where something can't be had. Asks the quote, chart, news and
+// history services; writes the code last queried to read.ini in the application folder. Nothing
+// waits for a service: all that the window shows is asked for at once, and what is read anew
+// replaces what is under way. Bad replies are reported. The polls begin when the stock's quote has
+// come, whatever else is on its way, and only that quote's failure leaves them off.
 #pragma once
 
 #include <QByteArray>

@@ -30,12 +30,12 @@ struct CodeBatch {
 // The codes in the field dm of the recordset; the last batch may be a smaller one.
 QList<CodeBatch> codeBatches(Recordset& codes);
 
-// The codes of a request that the service said nothing of that can be read, and why.
+// The codes of a request for which no quote was written, and why.
 struct MissedQuotes {
     int count = 0;
-    QString reason;        // that the service gave no quotes at all; empty if it did
-    QStringList refusals;  // of lines that can't be read
-    int unknown = 0;       // that the service doesn't know; the other codes stand in no line
+    QString reason;        // why the service gave no quotes at all; empty if it did
+    QStringList refusals;  // why lines of the reply can't be read
+    int unknown = 0;       // how many of them the service doesn't know
 };
 
 // Lines or monitors that could not be read, once all others are written.

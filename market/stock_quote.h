@@ -52,8 +52,8 @@ FundamentalTexts fundamentalTexts(const Fundamentals& fundamentals);
 // A reply with a stock; one for an unknown code has fewer fields.
 bool hasStock(const QuoteRow& fields);
 
-// The code is asked for because the reply to one code doesn't name it; the limits (涨停, 跌停) of
-// Beijing are wider.
+// `dm`, which the reply to one code doesn't name, tells the limits (涨停, 跌停): those of Beijing
+// are wider.
 StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, double meanVolume,
                       bool marketOpen, const QString& dm = {});
 

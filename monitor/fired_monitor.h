@@ -9,7 +9,7 @@ struct FiredMonitor {
     enum class Kind : std::uint8_t { theme, stock };
 
     Kind kind = Kind::theme;
-    QString key;    // the theme's name or the stock's code, without blanks about it
+    QString key;    // the theme's name or the stock's code, without blanks around it
     QString words;  // "浦发银行 股价 10.6 > 10.5"
 };
 

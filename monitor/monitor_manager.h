@@ -46,7 +46,7 @@ public:
     // few seconds for the stocks on the poll list, or no 16-bit number; then nothing is written.
     std::optional<QString> changeFrequency(const QString& frequency);
 
-    // A press of a mouse button on a row: hands its theme or stock over, and shows the path of its
+    // Keys or mouse have chosen the row: hands its theme or stock over, and shows the path of its
     // sound file as the grid's tool tip.
     void selectTheme(int row);
     void selectStock(int row);

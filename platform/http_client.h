@@ -14,7 +14,7 @@ namespace guanchao {
 struct HttpReply {
     enum class Outcome {
         answered,
-        notThere,     // services.ini names no host
+        notThere,     // nobody was asked: services.ini names no host
         unreachable,  // no host of that name, no connection
         refused,      // status 400 and above
         silent,       // not done within the time-out of the service
@@ -32,7 +32,7 @@ struct HttpReply {
     qint64 milliseconds = 0;  // from the request to its end
 
     bool answered() const { return outcome == Outcome::answered; }
-    // That a page isn't there is an answer too.
+    // The service has answered that it doesn't have the page.
     bool hasNoPage() const {
         constexpr int notFound = 404;
         return outcome == Outcome::refused && status == notFound;

@@ -12,7 +12,7 @@ struct Service {
     int ahead = 1;            // requests that may be on their way at once
     double pauseSeconds = 0;  // at least, from the start of one request to that of the next
     QString kind = {};        // what it speaks, where a purpose has several kinds
-    QString purpose = {};     // what it is asked for: quote
+    QString purpose = {};     // what it is asked for, as services.ini names it: quote
 };
 
 // Of a host as QUrl and QNetworkProxyQuery name it, without its scheme.

@@ -50,7 +50,7 @@ public:
     // A reply without days, as for a code that the service doesn't know, is one.
     virtual ReadBars read(const QByteArray& body, const QString& dm) const = 0;
 
-    // That what was read has to stand bar_check.
+    // Whether what was read must pass services/bar_check, which a lenient kind can't.
     virtual bool isChecked() const { return true; }
 };
 

@@ -14,7 +14,7 @@ QJsonDocument readLooseJson(const QByteArray& body);
 // A number or the text of one, as it came; empty for anything else.
 QString numberWords(const QJsonValue& value);
 
-// Not a number where the words are none.
+// NaN where the words are no number.
 double numberIn(const QString& words);
 
 }  // namespace guanchao

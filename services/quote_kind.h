@@ -12,8 +12,8 @@ class QuoteKind {
 public:
     virtual ~QuoteKind() = default;
 
-    // `codes` in lower case, with commas between them and maybe one behind the last:
-    // sh600000,sz399001,int_dji
+    // Whether it can be asked for all of the codes. `codes` in lower case, with commas between them
+    // and maybe one behind the last: sh600000,sz399001,int_dji
     virtual bool knows(const QString& codes) const = 0;
     virtual QString path(const QString& codes) const = 0;
     // What the service doesn't know has an empty line.

@@ -63,7 +63,7 @@ public:
     std::optional<double> figure(qsizetype position) const;
     // Raises for it.
     double number(qsizetype position) const;
-    // The number as the service wrote it, without blanks about it.
+    // The number as the service wrote it, without blanks around it.
     QString numberAsSent(qsizetype position) const;
 
 private:

@@ -19,9 +19,9 @@ public:
         QDateTime answered;      // when it did last; invalid if it never has
         QDateTime failed;        // when it last failed; likewise
         QString reason;          // of that, in Chinese
-        QDateTime failsSince;    // the first failure of the row; invalid once it has answered
-        int failuresInARow = 0;  // of requests that were under way together one
-        QDateTime counted;       // the last of them
+        QDateTime failsSince;    // the first one in a row; invalid once it has answered
+        int failuresInARow = 0;  // those of requests that were under way together count as one
+        QDateTime counted;       // when the last one of these was
     };
 
     ServiceWatch(HttpClient& http, const Clock& clock) : http_(http), clock_(clock) {}

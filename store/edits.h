@@ -22,7 +22,7 @@ struct Edit {
     QString nameAfter = {};
     QList<EditedRows> rows = {};
     std::optional<RemovedRows> removed = {};
-    int number = 0;  // given by the stack
+    int number = 0;  // by which Edits knows it
 };
 
 // For a worker. False if the rows aren't as the edit has left them; nothing is written then. Raises
@@ -46,7 +46,7 @@ public:
 
     // It was taken back, or done again.
     void carriedOut(const Edit& edit, Way way);
-    // It can't be.
+    // It can't be carried out and is forgotten.
     void drop(const Edit& edit, Way way);
 
 signals:

@@ -62,6 +62,7 @@ public:
     // Whether it can be brought back as a whole, or removed again: its copy is there, and it isn't
     // so already.
     bool canBe(const RemovedRows& rows, Way way) const;
+    // It was brought back as a whole, or removed again.
     void mark(const RemovedRows& rows, Way way);
 
 private:

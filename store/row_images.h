@@ -44,8 +44,8 @@ struct EditedRows {
 // False if the rows aren't as they were left; nothing is written then.
 bool exchangeRows(const QList<EditedRows>& edited, Way way);
 
-// At the start of the program: a commit over two stores that was killed can leave the file by which
-// the library makes it one. Once both are held nothing of theirs hangs on it.
+// At the start of the program: takes away the file (-mj…) that the library leaves beside the first
+// store where a commit over both was killed. Once both stores can be held, it is of no use to them.
 void dropCommitLeftovers(const StoreFile& first, const StoreFile& beside);
 
 }  // namespace guanchao

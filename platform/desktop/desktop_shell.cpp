@@ -8,9 +8,9 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-// An address goes out as it stands: QUrl would encode a "%" before no two digits, as in
-// "100%%B9%C9", once more. The opener may be what is opened, and then lives on after this program:
-// nothing here deletes it before it has ended.
+// An address goes out as it stands: QUrl would encode a "%" that no two digits follow, as the first
+// of "100%%B9%C9", once more. The opener may be what is opened, and then lives on after this
+// program: nothing here deletes it before it has ended.
 void DesktopShell::open(const QString& target) {
     auto* opener = new QProcess;
     opener->setStandardInputFile(QProcess::nullDevice());
