@@ -1,5 +1,5 @@
 // What windows hand to each other and the flags that jobs leave for timers. One object, owned by
-// main; empty and 0 until the main window's load has filled it.
+// the Program; empty and 0 until the main window's load has filled it.
 #pragma once
 
 #include <QDate>

@@ -4,8 +4,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr double tenThousand = 1e4;

@@ -11,8 +11,6 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr int mostRedirections = 10;
