@@ -186,8 +186,9 @@ create table xuanticai (
 );
 create index xuanticai_riqi on xuanticai (date(riqi), ticai);
 
--- One row per member of a selected theme (选题材股). Prices are adjusted; qianNsp are closes N days
--- before, houN... values of the days after.
+-- One row per member of a selected theme (选题材股), told column by column in research/stock_row.h.
+-- Prices are in hundredths of a yuan, adjusted (复权) but for sp and zg; qian… 前 are of days before
+-- riqi, hou… 后 of days behind it, chengjl… 成交量 and …liang 量 volumes.
 create table xuanticaigu (
     riqi text,
     dm text,
