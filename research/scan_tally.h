@@ -13,7 +13,6 @@ public:
 
     // A row of a history database, by the path of its file.
     void passOver(const QString& path, const QString& dm, const QString& day);
-    int passedOver() const { return passedOver_; }
 
     // Rows of all stocks that no theme could count.
     void leaveOut(const QString& path, const UnusableRows& rows);
