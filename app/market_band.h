@@ -1,7 +1,6 @@
 // The line of the main window that tells the market at a glance: indexes, how many stocks rise and
-// fall, turnover; how old the quotes are, whether the alarms are watched and a
-// fill of the history goes on. Read from the main
-// store after each refresh, in a thread of its own.
+// fall, turnover; how old the quotes are, whether the alarms are watched and a fill of the history
+// goes on. Read from the main store after each refresh, in a thread of its own.
 #pragma once
 
 #include <QDateTime>

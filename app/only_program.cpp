@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int answerWithin = 3000;
+constexpr int answerWithin = 3000;  // milliseconds
 
 QString serverNameOf(const QString& folder) {
     const QByteArray place = QFileInfo(folder).canonicalFilePath().toUtf8();

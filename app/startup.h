@@ -12,8 +12,9 @@
 
 namespace guanchao {
 
-// Tray icon, flags, application folder, stores and keys, the end of a restore that was killed, the
-// day, then the first refresh. Raises whatever these raise; the values before it are set then.
+// Tray icon, flags, application folder, stores and keys, the end of a restore that was killed and
+// of a commit over two stores, the day, then the first refresh. Raises whatever these raise; the
+// values before it are set then.
 void loadProgram(const QString& programFolder, TrayModule& tray, Globals& globals, Stores& stores,
                  const Clock& clock, const std::function<void()>& refresh);
 

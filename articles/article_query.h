@@ -1,5 +1,5 @@
 // The statement behind the list of articles: the conditions as typed into the browser's boxes, put
-// together word by word. Only the words of title and body are escaped.
+// together word by word.
 #pragma once
 
 #include <QString>

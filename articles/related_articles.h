@@ -1,6 +1,6 @@
 // The four lists of articles that share something with the one in work, the most read first. Table
-// wenzhang of the article store. A list that can't be read stays
-// empty and leaves the others as they are.
+// wenzhang of the article store. A list that can't be read stays empty and leaves the others as
+// they are.
 #pragma once
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 // 回测实验室 over the history of 2,500 stocks, 500 days and 300 themes: a rule on a history that is
-// read for it, one on the columns that stand there, and a sweep over 100 rules. A rule has a
-// second.
+// read for it, one on the columns that stand there, and a sweep over 100 rules. One rule on the
+// columns stands beside a second.
 #include <QTemporaryDir>
 
 #include "bench/compare.h"

@@ -1,8 +1,7 @@
 // Writes what was counted into the heat store: one row an item and day, with its growth against the
 // item's last earlier day if that was counted by the same kind of service; a count that is a lower
-// bound has no growth. A second run on a day takes the place of the first. Each row is one
-// short transaction on a connection of its own. Raises StoreError; then nothing of the row is
-// written.
+// bound has no growth. A second run on a day takes the place of the first. Each row is one short
+// transaction on a connection of its own. Raises StoreError; then nothing of the row is written.
 #pragma once
 
 #include <QDate>

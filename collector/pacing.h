@@ -12,7 +12,7 @@ namespace guanchao {
 
 class Pacing {
 public:
-    // Gives an even number from 0 up to, not including, 1.
+    // Gives a number from 0 up to, not including, 1, each as likely as any other.
     using Random = std::function<double()>;
 
     Pacing(const CollectorSettings& settings, Random random);

@@ -1,6 +1,6 @@
 // FormRestore, "恢复": the copies of the stores in the folder 备份, and the question before stores
 // of one are taken back, which whoever has opened the window then does. Those that can't be read
-// can't be chosen. The rules are in KeptCopies and StoreCheck.
+// can't be chosen. The rules are in kept_copies and store_check.
 #pragma once
 
 #include <QDialog>

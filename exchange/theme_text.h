@@ -43,8 +43,9 @@ struct NormalCode {
 NormalCode normaliseCode(const QString& code);
 
 bool isDigitsOnly(const QString& name);
+// Over 20 characters.
 bool isTooLong(const QString& name);
-// What neither is nor is empty may name a theme.
+// Not empty, and neither of these.
 bool canNameTheme(const QString& name);
 
 }  // namespace guanchao

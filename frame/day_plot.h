@@ -43,11 +43,11 @@ public:
     QString chosenText() const;
 
 protected:
-    // Both show with the next days.
+    // Parts of the line behind a break follow with the next days.
     void setLineVisible(qsizetype line, bool visible) { lines_[line]->setVisible(visible); }
     // Those from `first` on go, and these come in their place.
     void replaceLines(qsizetype first, const QList<PlotLine>& lines);
-    // A colour for a dark ground.
+    // A colour for a dark ground; parts behind a break take it with the next days.
     void setLineColour(qsizetype line, const QColor& colour);
 
     // Where these words would stand if they belonged to the day at `x`.

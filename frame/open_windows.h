@@ -1,5 +1,5 @@
-// Remembers the windows that are open and closes them. Closed windows delete
-// themselves; one that asks its user whether to close may stay open.
+// Remembers the windows that are open, and closes them. Closed windows delete themselves; one that
+// asks its user whether to close may stay open.
 #pragma once
 
 #include <QCoro/QCoroTask>

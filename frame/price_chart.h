@@ -72,7 +72,7 @@ protected:
     void paintPriceLines(QPainter& painter, const QList<double>& prices) const;
     // What the highest bar of the volume stands for, beside its top.
     void paintMostVolume(QPainter& painter, double volume) const;
-    // A bottom label in the middle of x.
+    // Below the plot, with their middle at x as far as the plot reaches.
     void paintBottomWords(QPainter& painter, qreal x, const QString& words) const;
 
     void paintEvent(QPaintEvent* event) override;

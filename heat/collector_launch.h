@@ -12,7 +12,7 @@
 
 namespace guanchao {
 
-// Under either name.
+// Under either of its names, caijiqi and caijiqi2.
 bool collectorRuns(Processes& processes);
 
 class CollectorLaunch {

@@ -1,6 +1,6 @@
 // The list of commodities that the collector follows: adding, changing and deleting one by its
 // name. Table shopname of the heat store, and shophq at a deletion. Nothing that is typed is
-// checked; a quote in a name makes its statement fail, which raises StoreError.
+// checked. Failed statements raise StoreError.
 #pragma once
 
 #include <functional>

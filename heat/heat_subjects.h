@@ -11,7 +11,7 @@ namespace guanchao {
 // A figure of the table of days.
 struct DayField {
     QString words;
-    QString column;           // of the table d
+    QString column;           // or an expression; the table of days is called d
     QString lowerBound = {};  // its column in the notes, where they tell one
     bool isGrowth = false;
 };

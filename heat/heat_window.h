@@ -41,7 +41,8 @@ protected:
 
     HeatWindow(Environment& environment, const HeatSubject& subject);
 
-    // `rankingHint` is shown where the ranking is empty.
+    // Once, for the derived window, when its controls are there. `rankingHint` is shown where the
+    // ranking is empty.
     void take(const Controls& controls, const QString& rankingHint);
     // A setting that is shown writes itself back, which a run that holds the store refuses. What is
     // stored already can go without: then the box tells of no change while the blocker lives.

@@ -1,8 +1,7 @@
 // Form24, "主题历史涨幅与大盘对比": a theme against the market over a range of days, as a table and
-// as a plot with its members; the ranks of all themes and their weeks over what is stored in
-// the main store or in the first history database. Tables dzhzhuti, geguhq and zhutidapanhq of the
-// main store; the rules are in ThemeHistory, DayCache and rankThemes. Its load takes dangqianzhuti
-// over.
+// as a plot with its members; the ranks of all themes and their weeks over what is stored in the
+// main store or in the first history database. Tables dzhzhuti, geguhq and zhutidapanhq of the main
+// store; the rules are in ThemeHistory, DayCache and rankThemes. Its load takes dangqianzhuti over.
 #pragma once
 
 #include <QCloseEvent>

@@ -1,6 +1,6 @@
 // One run of historical research, in a thread of its own: the words that it shows, and its two
-// early ends: the user stops it between two days, or its window closes. Form12 owns one for all of
-// its buttons, so that no two run at once.
+// early ends, by the user between two days and by its window that closes. Form12 and Form37 own one
+// each for all of their buttons, so that no two run at once in a window.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -19,7 +19,8 @@ namespace guanchao {
 // True, and told to the user, while an import or a download writes. `action` ends the words: 选股.
 bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action);
 
-// The words of Form12 while a run goes on and after it.
+// What a window shows of a run while it goes on and after it. The labels are those of Form12;
+// Form37 shows label3 as the step of its run.
 struct ResearchProgress {
     bool running = false;
     bool stopping = false;  // the user wants it to end

@@ -1,13 +1,12 @@
 // 题材选股: the three scans of Form12 over the day history. They fill xuanticai and xuanticaigu of
-// the main store from both history databases in columns, which they take
-// from the shelf. Where rows stand there
-// already the user is asked what becomes of them: 添加 stores every row again behind them. 替换
-// puts those of each theme-day in the place of its former ones, in the transaction of that day, and
-// takes what is left of the former ones away behind the last day: a stop or a failure leaves the
-// new rows up to that day and the former ones of the days behind it. A row for which a number is
-// missing in a history is passed over; the last words of the run count what it did and passed over,
-// and name the first few. A failed statement raises StoreError and ends the scan; the days
-// committed before stay.
+// the main store from both history databases in columns, which they take from the shelf. Where rows
+// stand there already the user is asked what becomes of them: 添加 stores every row again behind
+// them. 替换 puts those of each theme-day in the place of its former ones, in the transaction of
+// that day, and takes what is left of the former ones away behind the last day: a stop or a failure
+// leaves the new rows up to that day and the former ones of the days behind it. A row for which a
+// number is missing in a history is passed over; the last words of the run count what it did and
+// passed over, and name the first few. A failed statement raises StoreError and ends the scan; the
+// days committed before stay.
 #pragma once
 
 #include "platform/dialogs.h"

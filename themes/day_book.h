@@ -54,10 +54,12 @@ QHash<QDate, QString> readDayNotes(Connection& mainStore);
 // Blanks at the ends don't count; an empty text takes it away. In one transaction.
 void writeDayNote(const StoreFile& mainStore, const QDate& day, const QString& note);
 
-// The days of a theme go with it to its new name; where a theme of that name has its own day, that
-// stays. Nothing in a store without the book.
+// False in a store of an earlier program, before the first day or note is written.
 bool hasDayBook(Connection& mainStore);
+// The days of a theme go with it to its new name; where a theme of that name has its own day, that
+// stays. For a store that has the book.
 void renameInDayBook(Connection& mainStore, const QString& theme, const QString& name);
+// The days of these themes, for an edit of them.
 RowScope daysOfThemes(const QStringList& themes);
 
 }  // namespace guanchao

@@ -1,6 +1,6 @@
 // Form38, "热力图": all themes as a map, and the stocks of one. Tables dzhzhuti and dmb; the rules
-// are in ThemeMap and Treemap. What is chosen in it is the current theme or stock, on which the
-// entries of the main window's popups act.
+// are in theme_map, treemap and MapView. What is chosen in it is the current theme or stock, on
+// which the entries of the main window's popups act.
 #pragma once
 
 #include <QDialog>

@@ -1,6 +1,6 @@
 // 今日复盘: the themes of a day against the days before it, and what the user notes of the day.
-// Reads zhutiriji, fupanbeizhu, dzhzhuti and dmb of the main store; the rules are in DayBook and
-// DayReview. A theme that is chosen in it is the current one.
+// Reads zhutiriji, fupanbeizhu, dzhzhuti and dmb of the main store; the rules are in day_book,
+// day_review and review_table. A theme that is chosen in it is the current one.
 #pragma once
 
 #include <QMenu>

@@ -1,6 +1,6 @@
 // 主题页: all about one theme in one window: what it has gained, its members, its news, its
 // articles and its monitors, with the way to the windows that handle them. The rules are in
-// ThemeFacts and ThemeGains. Its load reads dangqianzhuti.
+// themes/theme_facts and research/theme_gains. Its load reads dangqianzhuti.
 #pragma once
 
 #include <QDialog>

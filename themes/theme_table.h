@@ -42,8 +42,8 @@ public:
     // 显示主题股: the members of the theme with their quotes, or all stocks.
     void xianshizhutigu(const QString& theme);
 
-    // The same where the themes are not those of a search, which is carried out again instead; for
-    // quotes that have come by themselves.
+    // As refresh, for quotes that have come by themselves: where the themes are those of a search,
+    // that is carried out again instead.
     void refreshShown(const QString& threshold, const ShowLabels& showLabels);
 
     // Fills the stocks that were shown last with the quotes of now; says nothing.

@@ -32,8 +32,8 @@ public:
     // Asks first; true if it is gone. Can be taken back.
     QCoro::Task<bool> remove(QString list, std::stop_token stop);
 
-    // Words that tell how many came and how many were there before. Those that move leave the
-    // first list in any case.
+    // In one transaction. Stocks that move leave the first list in any case. Gives words that tell
+    // how many came and how many were there before.
     enum class Way : std::uint8_t { copy, move };
     QString transfer(const QStringList& dms, const QString& from, const QString& into, Way way);
 

@@ -16,7 +16,7 @@ QString ageWords(const QDateTime& when, const QDateTime& now);
 // The last failure with its reason; empty if there was none.
 QString failureLine(const ServiceWatch::State& state, const QDateTime& now);
 
-// Of a service wherever it stands in the order.
+// By this a service is known, wherever it stands in the order.
 QString serviceKey(const ServiceEntry& entry);
 
 // What came of the checks of each service, until they are carried out again.
