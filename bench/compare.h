@@ -24,7 +24,7 @@ inline double median(std::vector<double> values) {
 }
 
 // Reports the medians in milliseconds and their ratio; the benchmark's own time is the program's.
-// `before` each turn what is not measured.
+// `before` does each turn what is not measured.
 inline void compare(
     benchmark::State& state, const std::function<void()>& limit,
     const std::function<void()>& program, const std::function<void()>& before = [] {}) {

@@ -1,4 +1,4 @@
-// The check of the sites that count the news: services/service_check.
+// The check, as of services/service_check, of the sites that count the news.
 #pragma once
 
 #include "collector/collector_settings.h"

@@ -49,7 +49,7 @@ Stores storesOfCopy(const Stores& stores, const QString& folder);
 QList<KeptCopy> keptCopies(const QString& folder);
 
 // Of the copies, the newest first: those beyond the days, the weeks (the newest of each) and the
-// bytes, the oldest of these first. The newest of a day is never among them.
+// bytes, the oldest of these first. The newest daily one is never among them.
 QList<KeptCopy> copiesToGo(const QList<KeptCopy>& copies, qint64 mostBytes = mostCopyBytes);
 
 }  // namespace guanchao

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// An item's day after the other, so that its figures come together.
+// Day after day, as DaysReading takes them.
 QString statementOf(Connection& heat, const HeatSubject& subject, const DayField& field,
                     const QDate& first) {
     const bool hasNotes = hasTable(heat, u"xinwenshuoming"_s);

@@ -17,7 +17,7 @@ constexpr int itemWidth = 1800;
 constexpr int nameWidth = 1100;
 constexpr int dayWidth = 640;
 
-// Days that were not collected behind all others.
+// Items whose newest day was not collected stand behind all others.
 QList<ItemDays> sorted(QList<ItemDays> items) {
     std::ranges::stable_sort(items, std::ranges::greater(), [](const ItemDays& it) {
         const double newest = it.figures.last().value;

@@ -10,7 +10,7 @@
 
 namespace guanchao {
 
-// Themes of fewer stocks are in no order: one stock is no theme.
+// Themes of fewer stocks are not ranked: one stock would decide their mean.
 inline constexpr int leastRankedMembers = 3;
 inline constexpr int daysOfLine = 20;
 

@@ -32,12 +32,14 @@ QString sizeWords(const QByteArray& body) {
     return QString::number(body.size()) + u" 字节"_s;
 }
 
+// Raises OperationError for a row that the program would not store.
 QString quoteWords(const QuoteRow& row) {
     storedQuote(row);
     return u"%1 %2（%3 %4）"_s.arg(row.text(field::name), row.numberAsSent(field::latest),
                                    row.text(field::day), row.text(field::time));
 }
 
+// A stock and an index are asked for.
 Finding tellQuotes(const QString& lines) {
     QStringList found;
     try {
