@@ -7,6 +7,7 @@
 
 #include "base/activity.h"
 #include "base/pause.h"
+#include "exchange/earlier_folder.h"
 #include "frame/open_windows.h"
 #include "heat/collector_launch.h"
 #include "store/patience.h"
@@ -47,9 +48,9 @@ QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
                       now = environment_.clock.now()](ExchangeWork& work) {
         return prepareRestore(stores, folder, choice, now, work);
     };
-    const std::optional<ReadyStores> ready = co_await run_.run(u"恢复数据"_s, job, stop);
+    const std::optional<ReadyStores> ready = co_await run_.run(choice.activity(), job, stop);
     if (!ready) {
-        environment_.dialogs.tell(u"恢复已停止，现在的数据没有改动。"_s);
+        environment_.dialogs.tell(choice.activity() + u"已停止，现在的数据没有改动。"_s);
         co_return;
     }
     const auto drop = qScopeGuard([&ready] { dropReady(*ready); });
@@ -58,8 +59,23 @@ QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
     co_await patiently(step, stop);
     environment_.removals.forgetAll();
     showAnew_();
-    environment_.dialogs.tell(u"已恢复备份 "_s + choice.copy + u" 的"_s + wordsOf(choice.stores) +
+    const QString settings = bringSettings(choice, *ready);
+    environment_.dialogs.tell((choice.elsewhere.isEmpty() ? u"已恢复"_s : u"已接管"_s) +
+                              choice.words() + u" 的"_s + wordsOf(choice.stores) + settings +
                               u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
+}
+
+// Of a folder of elsewhere.
+QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& ready) const {
+    if (choice.elsewhere.isEmpty()) {
+        return {};
+    }
+    const QStringList files =
+        bringUserFiles(choice.elsewhere, environment_.applicationFolder, ready.kept);
+    return files.isEmpty()
+               ? QString()
+               : u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())
+                     .arg(files.join(u'、'));
 }
 
 // Says what stands in the way.

@@ -1,4 +1,5 @@
-// What happens in the program when stores of a copy are taken back: the other windows close,
+// What happens in the program when stores of a copy, or of an earlier application folder with its
+// settings, take the place of those that are here: the other windows close,
 // what is under way ends, quotes and polls wait, and the main window shows what is there then.
 #pragma once
 
@@ -27,6 +28,7 @@ public:
 private:
     QCoro::Task<bool> isFree(std::stop_token stop);
     QCoro::Task<> untilNothingIsWritten(std::stop_token stop);
+    QString bringSettings(const CopyChoice& choice, const ReadyStores& ready) const;
 
     Environment& environment_;
     ExchangeRun& run_;

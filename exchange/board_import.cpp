@@ -30,10 +30,12 @@ BoardImport::BoardImport(const Stores& stores, const Clock& clock, HttpClient& h
       wait_(std::move(wait)),
       boards_(http, {}) {}
 
-QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards,
-                                         std::stop_token stop) {
+QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards, std::stop_token stop,
+                                         NewAttention attention) {
     const std::stop_callback whenStopped(stop, [this] { control_.stop(); });
     total_ = static_cast<int>(boards.size());
+    attention_ = attention;
+    tally_.isShown = attention == NewAttention::ofTheme;
     working_.goOn();
     try {
         co_await carryOut(service, boards, stop);
@@ -116,8 +118,9 @@ void BoardImport::fail(const Board& board, const Reply& reply) {
 // Another program, or a scan, may hold the store for a while.
 QCoro::Task<StoredBoard> BoardImport::store(QString theme, QList<ListedStock> stocks,
                                             std::stop_token stop) {
-    const auto job = [stores = stores_, theme, stocks, date = date_](const auto&) {
-        return storeBoard(stores, theme, stocks, date);
+    const auto job = [stores = stores_, theme, stocks, date = date_,
+                      attention = attention_](const auto&) {
+        return storeBoard(stores, theme, stocks, date, attention);
     };
     const StoredBoard stored = co_await inWorkerOnceFree(job, wait_, control_, stop);
     co_return StoredBoard(stored);

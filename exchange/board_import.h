@@ -40,7 +40,8 @@ public:
 
     // Of a list that this service has told. To its end, or until the control stops it; ends too
     // where the service fails time and again: the tally tells why. Raises StoreError.
-    QCoro::Task<BoardTally> run(Service service, QList<Board> boards, std::stop_token stop);
+    QCoro::Task<BoardTally> run(Service service, QList<Board> boards, std::stop_token stop,
+                                NewAttention attention = NewAttention::none);
 
 private:
     using Reply = ListReply<ListedStock>;
@@ -61,6 +62,7 @@ private:
     Wait wait_;
     Boards boards_;
 
+    NewAttention attention_ = NewAttention::none;
     BoardTally tally_;
     int done_ = 0;
     int total_ = 0;

@@ -18,10 +18,18 @@ int membersOf(Connection& store, const QString& theme) {
     return static_cast<int>(count.value(0).toInteger());
 }
 
+void takeAttentionOfTheme(Connection& store, const QString& theme, const QString& date) {
+    const QString name = u" where zhutiname="_s + quoted(theme);
+    const Recordset most(store, u"select max(guanzhudu) from dzhzhuti"_s + name);
+    const qint64 attention = qMax(qint64(1), most.value(0).toInteger());
+    store.execute(u"update dzhzhuti set guanzhudu="_s + QString::number(attention) + name +
+                  u" and guanzhudu=0 and ztktime="_s + quoted(date));
+}
+
 }  // namespace
 
 StoredBoard storeBoard(const Stores& stores, const QString& theme, const QList<ListedStock>& stocks,
-                       const QString& date) {
+                       const QString& date, NewAttention attention) {
     const Activity activity(u"导入概念板块“"_s + theme + u'”', u"已经导入的板块都已保留。"_s);
     Connection store = stores.main.open();
     Transaction transaction(store);
@@ -36,6 +44,9 @@ StoredBoard storeBoard(const Stores& stores, const QString& theme, const QList<L
         }
         const QString jc = known.value_or(stock.name);
         stored.added += addMembership(store, theme, stock.dm, jc, date) ? 1 : 0;
+    }
+    if (stored.added > 0 && attention == NewAttention::ofTheme) {
+        takeAttentionOfTheme(store, theme, date);
     }
     if (stored.added > 0) {
         stampThemes(store, date);

@@ -29,26 +29,29 @@ QString firstOf(const QStringList& boards) {
     return boards.first(std::min(boards.size(), shownBoards)).join(u'、') + more;
 }
 
-QString failedWords(const QList<BoardTally::Failed>& failed) {
+QString failedWords(const QList<BoardTally::Failed>& failed, const QString& again) {
     QStringList boards;
     for (const BoardTally::Failed& it : failed) {
         boards << u"%1（%2）"_s.arg(it.board, it.why);
     }
-    return u"%1 个板块没有读到：%2。\n它们还勾着。"_s.arg(failed.size()).arg(firstOf(boards)) +
-           adviceOn({}, u"过一会儿再点“导入”就补上"_s);
+    return u"%1 个板块没有读到：%2。\n"_s.arg(failed.size()).arg(firstOf(boards)) + again;
 }
 
 }  // namespace
 
 QString BoardTally::words() const {
+    return words(u"它们还勾着。"_s + adviceOn({}, u"过一会儿再点“导入”就补上"_s));
+}
+
+QString BoardTally::words(const QString& again) const {
     QStringList lines = {
         heading(*this) +
         u"导入了 %1 个板块：新主题 %2 个，新成份股 %3 条。"_s.arg(boards).arg(themes).arg(members)};
-    if (members > 0) {
+    if (members > 0 && !isShown) {
         lines << u"新成份股的关注度是 0：在主窗口的“关注度大于”里写 -1，按 F5 就显示。"_s;
     }
     if (!failed.isEmpty()) {
-        lines << failedWords(failed);
+        lines << failedWords(failed, again);
     }
     if (!nameless.isEmpty()) {
         lines << u"%1 个板块的名称不能作主题名（只有数字，或超过 20 个字），没有导入：%2。"_s

@@ -21,9 +21,12 @@ struct BoardTally {
     QStringList nameless;  // boards whose name no theme may have
     QString ending;        // why it ended before all was asked for; empty if it didn't
     bool stopped = false;  // by the user
+    bool isShown = false;  // the main window shows what is new, whatever attention it asks for
 
-    // For the window: what came, what didn't, why and what to do.
+    // For a window: what came, what didn't, why and what to do. `again` is what brings the boards
+    // that have failed; without it they are those that are still ticked.
     QString words() const;
+    QString words(const QString& again) const;
 };
 
 }  // namespace guanchao

@@ -25,6 +25,7 @@ namespace {
 const QString readyName = u"待恢复"_s;
 const QString underWayName = u"恢复中"_s;
 
+const QString restoring = u"恢复数据"_s;
 const QString untouched = u"现在的数据没有改动。"_s;
 
 QString nameOf(const StoreFile& store) {
@@ -70,11 +71,22 @@ void copyPresent(const Stores& stores, const QString& folder,
     }
 }
 
-void requireUsable(CopiedStore store, const StoreFile& file, const QString& copy) {
+void requireUsable(CopiedStore store, const StoreFile& file, const CopyChoice& choice) {
     const StoreContent content = contentOf(store, file, Look::whole);
     if (!content.isReadable()) {
-        throw OperationError(u"备份 "_s + copy + u" 的"_s + wordOf(store) + content.words(store) +
-                             u"，请另选一份备份。"_s);
+        const QString other = choice.elsewhere.isEmpty() ? u"一份备份"_s : u"一个文件夹"_s;
+        throw OperationError(choice.words() + u" 的"_s + wordOf(store) + content.words(store) +
+                             u"，请另选"_s + other + u'。');
+    }
+}
+
+// A store on a disk that can't be written to has nobody who writes to it, and can't be locked.
+void copyWhole(const StoreFile& source, const QString& target,
+               const std::function<void()>& blockDone) {
+    if (QFileInfo(source.path).isWritable()) {
+        copyStore(source, target, blockDone);
+    } else {
+        copyFile(source.path, target);
     }
 }
 
@@ -83,7 +95,7 @@ void makeReady(const Stores& copied, const QList<CopiedStore>& chosen, const QSt
     for (const CopiedStore it : chosen) {
         const StoreFile& store = fileOf(copied, it);
         const QString target = folder + nameOf(store);
-        copyStore(store, target, blockDone);
+        copyWhole(store, target, blockDone);
         requireWhole({target, store.key});
     }
 }
@@ -116,13 +128,22 @@ bool takePlace(const StoreFile& store, const QString& folder) {
 
 }  // namespace
 
+QString CopyChoice::activity() const {
+    return elsewhere.isEmpty() ? restoring : u"接管文件夹"_s;
+}
+
+QString CopyChoice::words() const {
+    return elsewhere.isEmpty() ? u"备份 "_s + copy : u"文件夹 "_s + elsewhere;
+}
+
 ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work) {
-    const Activity activity(u"恢复数据"_s, untouched);
-    const Stores copied = storesOfCopy(stores, folder + choice.copy + u'/');
+    const Activity activity(choice.activity(), untouched);
+    const Stores copied = storesOfCopy(
+        stores, choice.elsewhere.isEmpty() ? folder + choice.copy + u'/' : choice.elsewhere);
     ExchangeSteps steps(work);
     for (const CopiedStore store : choice.stores) {
-        requireUsable(store, fileOf(copied, store), choice.copy);
+        requireUsable(store, fileOf(copied, store), choice);
         steps.expect(blocksOf(fileOf(copied, store)));
     }
     for (const CopiedStore store : allCopied) {
@@ -131,9 +152,11 @@ ReadyStores prepareRestore(const Stores& stores, const QString& folder, const Co
     const auto blockDone = [&steps] { steps.stepDone(); };
     makeCopy(folder, readyName,
              [&](const QString& begun) { makeReady(copied, choice.stores, begun, blockDone); });
-    ReadyStores ready{folder + readyName + u'/', choice.stores, changesOf(stores, choice.stores)};
+    const QString kept = beforeRestoreName(now);
+    ReadyStores ready{folder + readyName + u'/', choice.stores, changesOf(stores, choice.stores),
+                      choice.activity(), folder + kept + u'/'};
     try {
-        makeCopy(folder, beforeRestoreName(now),
+        makeCopy(folder, kept,
                  [&](const QString& begun) { copyPresent(stores, begun, blockDone); });
     } catch (...) {
         dropReady(ready);
@@ -143,7 +166,7 @@ ReadyStores prepareRestore(const Stores& stores, const QString& folder, const Co
 }
 
 void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
-    const Activity activity(u"恢复数据"_s, untouched);
+    const Activity activity(ready.activity, untouched);
     std::vector<std::unique_ptr<Lock>> locks;
     for (const CopiedStore store : ready.stores) {
         locks.push_back(lockOf(fileOf(stores, store)));
@@ -162,7 +185,7 @@ void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {
             dropReady(ready);
             throw;
         }
-        const Activity begun(u"恢复数据"_s, u"恢复已经开始，软件下次启动时会接着做完。"_s);
+        const Activity begun(ready.activity, u"恢复已经开始，软件下次启动时会接着做完。"_s);
         throw OperationError(failure.reason());
     }
 }

@@ -14,6 +14,13 @@ namespace guanchao {
 struct CopyChoice {
     QString copy;
     QList<CopiedStore> stores;
+    // An application folder of elsewhere, with its separator, in place of a copy.
+    QString elsewhere = {};
+
+    // 恢复数据, 接管文件夹
+    QString activity() const;
+    // 备份 2026-11-24, 文件夹 /media/disk/guanchaotai/
+    QString words() const;
 };
 
 // Stores that are ready to take their place, and of when those are that they replace.
@@ -21,6 +28,8 @@ struct ReadyStores {
     QString folder;
     QList<CopiedStore> stores;
     QList<QDateTime> replacedAsOf;
+    QString activity;
+    QString kept;  // the folder of the copy that has been made of all that is there
 };
 
 // For a worker. A copy of which a chosen store can't be read is refused.

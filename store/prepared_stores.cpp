@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <functional>
 #include <stdexcept>
 
@@ -140,6 +141,16 @@ QString schemaText(Schema schema) {
         throw std::runtime_error("a schema is missing from the program");
     }
     return QString::fromUtf8(file.readAll());
+}
+
+QStringList tablesOf(Schema schema) {
+    static const QRegularExpression made(u"^create table (\\w+)"_s,
+                                         QRegularExpression::MultilineOption);
+    QStringList tables;
+    for (const QRegularExpressionMatch& table : made.globalMatch(schemaText(schema))) {
+        tables << table.captured(1);
+    }
+    return tables;
 }
 
 QStringList prepareStores(const QString& folder, const QString& dataFolder, const QDateTime& now) {

@@ -16,8 +16,9 @@ inline const QString publicSearchPages = QStringLiteral("https://www.baidu.com/s
 
 enum class Schema { main, heat, article, pinyin, backup };
 
-// The statements that make the tables of a store.
+// The statements that make the tables of a store, and the names of these.
 QString schemaText(Schema schema);
+QStringList tablesOf(Schema schema);
 
 // Makes what is missing among the stores of `folder`, seeded from the lists in `dataFolder`, and
 // returns the names of the files made. Raises StoreError or std::runtime_error; a file then made

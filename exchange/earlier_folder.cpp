@@ -1,0 +1,196 @@
+#include "exchange/earlier_folder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+
+#include "base/activity.h"
+#include "base/files.h"
+#include "platform/process_lock.h"
+#include "services/services.h"
+#include "store/prepared_stores.h"
+#include "store/recordset.h"
+#include "store/store_error.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A store of an earlier program gets these with their first row.
+const QStringList laterTables = {u"tuishi"_s,       u"zixuanzu"_s,   u"zixuanzugu"_s,
+                                 u"zixuanshunxu"_s, u"gegubeizhu"_s, u"zhutiriji"_s,
+                                 u"fupanbeizhu"_s};
+
+// The user's beside the stores, and folders of them.
+const QStringList userFiles = {u"services.ini"_s, u"caijiqi.ini"_s,  u"界面.ini"_s,
+                               u"回测.ini"_s,     u"题材选股.ini"_s, u"题材选股总结.txt"_s};
+const QStringList userFolders = {u"自选股"_s, u"草稿"_s};
+
+QStringList without(QStringList names, const QStringList& others) {
+    names.removeIf([&others](const QString& it) { return others.contains(it); });
+    return names;
+}
+
+QStringList tablesIn(const StoreFile& file) {
+    Connection store = file.open();
+    QStringList tables;
+    const QString named =
+        u"select name from sqlite_master where type='table' and substr(name,1,7)!='sqlite_'"_s;
+    for (Recordset row(store, named); !row.atEnd(); row.moveNext()) {
+        tables << row.value(0).toText();
+    }
+    return tables;
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw OperationError(u"无法读取 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
+    }
+    return file.readAll();
+}
+
+// By their paths in the folder.
+QStringList userFilesIn(const QString& folder) {
+    QStringList files;
+    for (const QString& name : userFiles) {
+        if (QFileInfo(folder + name).isFile()) {
+            files << name;
+        }
+    }
+    for (const QString& name : userFolders) {
+        QDirIterator file(folder + name, QDir::Files, QDirIterator::Subdirectories);
+        while (file.hasNext()) {
+            files << file.next().mid(folder.size());
+        }
+    }
+    return files;
+}
+
+void keep(const QString& file, const QString& kept) {
+    makeFolder(QFileInfo(kept).path());
+    replaceFile(kept, bytesOf(file));
+}
+
+bool isSameFolder(const QString& one, const QString& other) {
+    return QFileInfo(one).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
+}
+
+bool hasProgramRunning(const QString& folder) {
+    const QString lock = folder + u"guanchaotai.lock"_s;
+    return QFileInfo::exists(lock) && ProcessLock(lock).take() == ProcessLock::Outcome::held;
+}
+
+// Of the folder, without a look at its stores.
+QString refusalOf(const QString& own, const QString& path) {
+    if (isSameFolder(own, path)) {
+        return u"这就是现在用的文件夹，不用接管。"_s;
+    }
+    if (readServices(path + u"services.ini"_s).isPractice) {
+        return u"这是练习用的文件夹，行情是编的，不能接管。要留下在练习里做的主题，请在练习的软件里"
+               u"用"
+               u"“数据 / 导出数据”，再在这里用“数据 / 导入主题”。"_s;
+    }
+    if (hasProgramRunning(path)) {
+        return u"那个文件夹里的观潮台正在运行，请先退出它。"_s;
+    }
+    return {};
+}
+
+// Of its tables: which program has made them.
+void judgeTables(const StoreFile& main, EarlierFolder& folder) {
+    const QStringList found = tablesIn(main);
+    const QStringList missing = without(tablesOf(Schema::main), found);
+    const QStringList needed = without(missing, laterTables);
+    const QStringList strange = without(found, tablesOf(Schema::main));
+    if (!needed.isEmpty()) {
+        folder.refusal = u"它的主题库里缺少表 "_s + needed.join(u'、') +
+                         u"，不是观潮台的主题库，或者已经损坏。"_s;
+    } else if (!strange.isEmpty()) {
+        folder.age = u"主题库里有这个版本不认识的表（"_s + strange.join(u'、') +
+                     u"），可能来自更新的版本；它们原样带过来。"_s;
+    } else {
+        folder.age = missing.isEmpty() ? u"主题库和这个版本的一样。"_s
+                                       : u"主题库是较早的版本建的，缺的表用到时自动建立。"_s;
+    }
+}
+
+void judgeStores(const Stores& stores, EarlierFolder& folder) {
+    const Stores there = storesOfCopy(stores, folder.path);
+    for (const CopiedStore store : allCopied) {
+        if (QFileInfo::exists(fileOf(there, store).path)) {
+            folder.contents[store] = contentOf(store, fileOf(there, store), Look::quick);
+        }
+    }
+    if (!folder.contents.contains(CopiedStore::main)) {
+        folder.refusal = u"这个文件夹里没有 "_s + QFileInfo(there.main.path).fileName() +
+                         u"，不是观潮台的文件夹。"_s;
+    } else if (!folder.contents[CopiedStore::main].isReadable()) {
+        folder.refusal =
+            u"它的主题库"_s + folder.contents[CopiedStore::main].words(CopiedStore::main) + u'。';
+    } else {
+        judgeTables(there.main, folder);
+    }
+}
+
+}  // namespace
+
+CopyChoice EarlierFolder::choice() const {
+    CopyChoice choice{{}, {}, path};
+    for (const auto& [store, content] : contents.asKeyValueRange()) {
+        if (content.isReadable()) {
+            choice.stores << store;
+        }
+    }
+    return choice;
+}
+
+EarlierFolder lookIntoFolder(const Stores& stores, const QString& own, const QString& path) {
+    const Activity activity(u"查看要接管的文件夹"_s);
+    EarlierFolder folder{applicationFolder(path), {}, {}, {}};
+    folder.refusal = refusalOf(own, folder.path);
+    if (folder.refusal.isEmpty()) {
+        judgeStores(stores, folder);
+    }
+    return folder;
+}
+
+QString takeOverQuestion(const EarlierFolder& folder, const StoreContents& present) {
+    const QList<CopiedStore> taken = folder.choice().stores;
+    QStringList parts;
+    for (const CopiedStore store : allCopied) {
+        const QString here = u"现在有："_s + present[store].words(store);
+        const QString there =
+            folder.contents.contains(store) ? folder.contents[store].words(store) : u"没有这个库"_s;
+        parts << wordOf(store) + (taken.contains(store) ? QString() : u"（不换）"_s) + u'\n' +
+                     here + u"\n那里有："_s + there;
+    }
+    return u"要接管文件夹 "_s + folder.path + u" 吗？\n"_s + folder.age + u"\n\n"_s +
+           parts.join(u"\n\n"_s) +
+           u"\n\n那里的设置、回测规则和草稿也带过来，那里的文件一个也不动。现在的数据先另存一份，"
+           u"可以在“数据 / 恢复…”里换回来。其他窗口会关闭。"_s;
+}
+
+QStringList bringUserFiles(const QString& from, const QString& own, const QString& kept) {
+    const Activity activity(u"接管文件夹"_s,
+                            u"库已经换好，设置等文件没有带全，原来的文件夹里还有。"_s);
+    QStringList brought;
+    for (const QString& name : userFilesIn(from)) {
+        const QByteArray content = bytesOf(from + name);
+        const bool isThere = QFileInfo::exists(own + name);
+        if (isThere && bytesOf(own + name) == content) {
+            continue;
+        }
+        if (isThere) {
+            keep(own + name, kept + name);
+        }
+        makeFolder(QFileInfo(own + name).path());
+        replaceFile(own + name, content);
+        brought << name;
+    }
+    return brought;
+}
+
+}  // namespace guanchao

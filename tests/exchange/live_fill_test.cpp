@@ -1,0 +1,136 @@
+#include "exchange/live_fill.h"
+
+#include "platform/qt_http_client.h"
+#include "tests/support/store_test.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+// A folder of two codes and the theme 银行, and a market of four stocks in three boards.
+class LiveFillTest : public StoreTest {
+protected:
+    LiveFillTest() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
+        market_.start();
+        http_.client = std::make_unique<QtHttpClient>();
+        services_.stockList = services_.boards = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
+        store_.addMember(u"银行"_s, u"SH600000"_s, 7);
+    }
+
+    PracticeBoards boards() const {
+        return PracticeBoards(stocks_, {{u"白酒"_s, u"SH600519"_s},
+                                        {u"银行"_s, u"SH600000"_s},
+                                        {u"银行"_s, u"SZ000001"_s},
+                                        {u"酒店"_s, u"SZ000002"_s}});
+    }
+    LiveFillResult fill(const LiveFillWish& wish = {}) {
+        http_.paths.clear();
+        control_ = std::make_unique<RunControl>();
+        LiveFill run(store_.stores, clock_, http_, services_,
+                     QStringLiteral(GUANCHAO_SOURCE_DIR "/data/initials.csv"), *control_,
+                     {[this](const RunProgress& it) { onProgress_(it); }, [this] { ++stored_; }});
+        return endOf(run.run(wish, {}));
+    }
+    qsizetype askedFor(const QString& what) const { return http_.paths.filter(what).size(); }
+    QStringList themes() {
+        return store_.rows(
+            u"select zhutiname,dm,jc,guanzhudu from dzhzhuti order by zhutiname,dm"_s);
+    }
+
+    const std::vector<PracticeStock> stocks_ = {{u"SH600000"_s, u"浦发银行"_s},
+                                                {u"SH600519"_s, u"贵州茅台"_s},
+                                                {u"SZ000001"_s, u"平安银行"_s},
+                                                {u"SZ000002"_s, u"万科A"_s}};
+    PracticeMarket market_;
+    Services services_;
+    std::unique_ptr<RunControl> control_;
+    std::function<void(const RunProgress&)> onProgress_ = [](const RunProgress&) {};
+    int stored_ = 0;
+    const QStringList filled_ = {u"白酒|SH600519|贵州茅台|1"_s, u"酒店|SZ000002|万科A|1"_s,
+                                 u"银行|SH600000||7"_s, u"银行|SZ000001|平安银行|7"_s};
+};
+
+TEST_F(LiveFillTest, TheCodesComeFirstAndEachThemeIsSeenAtOnce) {
+    QStringList steps;
+    onProgress_ = [&](const RunProgress& it) { steps << it.step.section(u'：', 0, 0); };
+    LiveFillResult result = fill();
+    steps.removeDuplicates();
+    EXPECT_EQ(steps, QStringList({u"代码表"_s, u"主题"_s}));
+    EXPECT_EQ(store_.rows(u"select dm,shenmu from dmb order by rowid"_s).mid(2),
+              QStringList({u"SH600519|gzmt"_s, u"SZ000002|wka"_s}));
+    EXPECT_EQ(themes(), filled_) << "new members have the attention of their theme, and never 0";
+    EXPECT_TRUE(result.hasCodes() && result.hasThemes());
+    EXPECT_EQ(
+        result.words(),
+        u"代码表：更新完成。新浪的名单有 4 只：新加入 2 只，改名 0 只，退市 0 只，恢复 0 只。\n"
+        u"主题：导入完成。导入了 3 个板块：新主题 2 个，新成份股 3 条。\n"
+        u"接下来关闭这个窗口，按 F9 更新行情。"_s);
+    EXPECT_EQ(stored_, 4);
+
+    result = fill({.codes = false, .withBeijing = false, .themes = true});
+    EXPECT_EQ(askedFor(u"getHQNodeData"_s), 0) << "all themes are whole";
+    EXPECT_TRUE(result.words().contains(u"3 个板块的主题已经齐了，没有再读。"_s));
+}
+
+// A stop in each step, and the run after it.
+TEST_F(LiveFillTest, WhatHasComeStaysWhereItIsStoppedAndIsNotAskedForAgain) {
+    const struct {
+        const char* name;
+        QString stopAt;  // the path of the request that is under way
+        int codes, themes;
+    } cases[] = {
+        {"the list of stocks", u"node=hs_a"_s, 2, 1},
+        {"the list of boards", u"newFLJK"_s, 4, 1},
+        {"the second board", u"gn_30001"_s, 4, 2},
+    };
+    for (const auto& it : cases) {
+        http_.onGet = [&] {
+            if (http_.paths.last().contains(it.stopAt)) {
+                control_->stop();
+            }
+        };
+        const LiveFillResult result = fill();
+        EXPECT_TRUE(result.stopped) << it.name;
+        EXPECT_FALSE(result.hasThemes()) << it.name;
+        EXPECT_TRUE(result.words().endsWith(u"再点“开始”只补没有读到的。"_s)) << it.name;
+        EXPECT_EQ(store_.rows(u"select dm from dmb"_s).size(), it.codes) << it.name;
+        EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti"_s).size(), it.themes)
+            << it.name;
+    }
+    http_.onGet = nullptr;
+    EXPECT_TRUE(fill().hasThemes());
+    EXPECT_EQ(askedFor(u"node=gn_"_s), 2) << "of three boards the first is there";
+    EXPECT_EQ(themes(), filled_);
+}
+
+TEST_F(LiveFillTest, EachPartThatFailsIsToldAndTheOtherComes) {
+    const QString host = market_.host();
+    services_.stockList[0].host = u"http://127.0.0.1:1"_s;
+    LiveFillResult result = fill();
+    EXPECT_FALSE(result.hasCodes());
+    EXPECT_TRUE(result.hasThemes());
+    EXPECT_TRUE(result.words().startsWith(u"代码表：没有读到能用的名单，代码表没有改变：\n新浪"_s));
+    EXPECT_FALSE(result.words().contains(u"F9"_s));
+    services_.boards[0].host = u"http://127.0.0.1:1"_s;
+    services_.stockList[0].host = host;
+    result = fill();
+    EXPECT_TRUE(result.hasCodes());
+    EXPECT_FALSE(result.hasThemes());
+    EXPECT_TRUE(result.words().contains(u"主题：没有读到板块列表，主题没有改变：\n新浪"_s));
+    EXPECT_TRUE(result.words().contains(u"过一会儿再点“开始”，只补没有读到的。"_s));
+    services_.boards[0].host = host;
+    http_.instead = [](const QString& path) {
+        return path.contains(u"gn_30001"_s) ? std::optional(HttpReply{})
+                                            : std::optional<HttpReply>();
+    };
+    result = fill({.codes = false, .withBeijing = false, .themes = true});
+    EXPECT_EQ(result.whole, 3);
+    store_.run({u"delete from dzhzhuti where dm!='SH600000'"_s});
+    result = fill({.codes = false, .withBeijing = false, .themes = true});
+    EXPECT_FALSE(result.hasThemes());
+    EXPECT_TRUE(result.words().contains(u"1 个板块没有读到："_s));
+    EXPECT_FALSE(result.words().contains(u"它们还勾着"_s));
+}
+
+}  // namespace guanchao
