@@ -123,6 +123,8 @@ private:
     QCoro::Task<> endRuns(std::stop_token stop);
     void showAnew();
     void 恢复_Click();
+    void restore(const CopyChoice& choice);
+    void connectStart(QWidget* window);
 
     void 刷新_Click();
     void 全部显示_Click();

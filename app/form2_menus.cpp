@@ -12,6 +12,7 @@
 #include "exchange/form35.h"
 #include "exchange/form_restore.h"
 #include "exchange/news_import.h"
+#include "exchange/start_page.h"
 #include "grid/row_menu.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
@@ -115,6 +116,8 @@ void Form2::connectWindows() {
         follows<Form3>(window);
         follows<Form33>(window);
         follows<Form35>(window);
+        follows<StartPage>(window);
+        connectStart(window);
         connectThemeWindows(window);
         if (auto* watchlist = qobject_cast<Form30*>(window)) {
             connect(this, &Form2::tablesChanged, watchlist, &Form30::refresh);
@@ -279,12 +282,20 @@ void Form2::connectExchange() {
 void Form2::恢复_Click() {
     windows_.openAnew<FormRestore>();
     connect(environment_.openWindows.find<FormRestore>(), &FormRestore::agreed, this,
-            [this](const CopyChoice& choice) {
-                restoreRuns_.stop();
-                restoreRuns_.start([this, choice](std::stop_token stop) {
-                    return restoreDesk_.restore(choice, stop);
-                });
-            });
+            &Form2::restore);
+}
+
+void Form2::restore(const CopyChoice& choice) {
+    restoreRuns_.stop();
+    restoreRuns_.start(
+        [this, choice](std::stop_token stop) { return restoreDesk_.restore(choice, stop); });
+}
+
+void Form2::connectStart(QWidget* window) {
+    if (auto* page = qobject_cast<StartPage*>(window)) {
+        connect(page, &StartPage::restoreWanted, this, &Form2::恢复_Click);
+        connect(page, &StartPage::takeOverAgreed, this, &Form2::restore);
+    }
 }
 
 void Form2::connectLaunchers() {
@@ -312,6 +323,7 @@ clsShellLink Form2::startLink() const {
 }
 
 void Form2::connectHelp() {
+    raisesOrOpens<StartPage>(ui_->开始使用);
     connect(ui_->软件初始化, &QAction::triggered, this,
             [this] { tellSetup(environment_.dialogs); });
     connect(ui_->帮助, &QAction::triggered, this,

@@ -7,7 +7,7 @@
 
 #include "articles/draft_offer.h"
 #include "exchange/code_table_settings.h"
-#include "exchange/form35.h"
+#include "exchange/start_page.h"
 #include "platform/dialogs.h"
 #include "services/services_file.h"
 #include "services/standard_file.h"
@@ -45,10 +45,6 @@ QCoro::Task<> offerStandardServices(Environment& environment, std::stop_token st
     }
 }
 
-const QString codeTableQuestion =
-    u"代码表里只有软件自带的那些股票，沪深两市现在有五千多只。\n"
-    "现在从网站把代码表补全吗？约一分钟，随时可以停止；以后在“行情 / 更新代码表”里也能做。"_s;
-
 // On the own computer there is no list of the market, but something to try the program with.
 bool asksTheWeb(const Services& services) {
     return !services.isPractice && !services.stockList.isEmpty() &&
@@ -58,25 +54,29 @@ bool asksTheWeb(const Services& services) {
            });
 }
 
-// Until it is refused, or a list has been read.
-QCoro::Task<> offerCodeTable(Environment& environment, Windows& windows, std::stop_token stop) {
-    const QString iniPath = environment.applicationFolder + u"界面.ini"_s;
-    const CodeTableSettings said(iniPath);
+QCoro::Task<bool> isFirstStart(Environment& environment, std::stop_token stop) {
+    const CodeTableSettings said(environment.applicationFolder + u"界面.ini"_s);
     if (!asksTheWeb(environment.services) || said.isRefused() || !said.lastUpdate().isEmpty()) {
-        co_return;
+        co_return false;
     }
     const auto look = [&environment] { return isSeedTable(environment.stores); };
     const bool isSeed = co_await patiently(look, stop);
-    if (!isSeed) {
+    co_return isSeed;
+}
+
+QCoro::Task<> offerStart(Environment& environment, Windows& windows, std::stop_token stop) {
+    const bool isFirst = co_await isFirstStart(environment, stop);
+    if (!isFirst) {
         co_return;
     }
-    const bool wanted = co_await environment.dialogs.ask(stop, codeTableQuestion);
-    if (wanted) {
-        windows.raiseOrOpen<Form35>();
-        environment.openWindows.find<Form35>()->begin();
-    } else {
-        CodeTableSettings(iniPath).setRefused();
-    }
+    windows.raiseOrOpen<StartPage>();
+    const auto* page = environment.openWindows.find<StartPage>();
+    const QString iniPath = environment.applicationFolder + u"界面.ini"_s;
+    QObject::connect(page, &QDialog::finished, page, [page, iniPath] {
+        if (!page->hasChosen()) {
+            CodeTableSettings(iniPath).setRefused();
+        }
+    });
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ QCoro::Task<> offerCodeTable(Environment& environment, Windows& windows, std::st
 QCoro::Task<> askAtTheStart(Environment& environment, Windows& windows, std::stop_token stop) {
     co_await offerDrafts(environment, windows, stop);
     co_await offerStandardServices(environment, stop);
-    co_await offerCodeTable(environment, windows, stop);
+    co_await offerStart(environment, windows, stop);
 }
 
 }  // namespace guanchao

@@ -1,6 +1,9 @@
 // What the program asks when it has started: whether the drafts of a run that broke off are opened,
 // whether the websites of today take the place of those that an earlier program brought along and
-// that answer no more, and whether the code table that a new folder has is filled from the web.
+// that answer no more; and at a first start the page 开始使用, what to begin with. A first start is
+// one whose services are on the web, whose code table is that which a new folder brings along, with
+// no list of all stocks read so far, and whose page nobody has closed without a choice. So it comes
+// neither in a folder for practice nor beside services of this computer.
 #pragma once
 
 #include <QCoro/QCoroTask>

@@ -91,6 +91,14 @@ class PictureDesk(Desk):
             for it in KINDS.split(",")))
         (self.application / "caijiqi.ini").write_text("[pace]\npause=0.2\nrandom=0\nretries=1,5\n")
 
+    def leave_practice(self):
+        """From the next start on: the same services, not told to be made up, and a practice beside."""
+        self.program.terminate()
+        self.program.wait()
+        services = self.application / "services.ini"
+        services.write_text(services.read_text().replace("[practice]\n", ""))
+        (self.application / "guanchaotai-lianxi").touch()
+
     def fill_stores(self):
         run(self.practice_history, self.data / "codes.csv", self.data / "themes.csv",
             self.application, **CLOCK)

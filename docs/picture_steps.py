@@ -39,14 +39,17 @@ class Pictures:
 
     def set_up(self):
         self.desk.set_up()
+        self.open_program()
+        self.screen.press(self.main, "更新全部股票行情")
+        self.screen.wait("the quotes", lambda: self.screen.message_now("更新行情数据完成！"), 120)
+        self.screen.answer("更新行情数据完成！")
+
+    def open_program(self):
         self.screen = FramedScreen(self.desk.start_program())
         self.frame = self.screen.frame(TITLE)
         self.main = self.screen.window(TITLE)
         self.screen.learn_scale(self.frame, self.main)
         self.front()
-        self.screen.press(self.main, "更新全部股票行情")
-        self.screen.wait("the quotes", lambda: self.screen.message_now("更新行情数据完成！"), 120)
-        self.screen.answer("更新行情数据完成！")
 
     def take(self, names):
         """The number of those that could not be taken; they are told of."""
@@ -398,3 +401,9 @@ class Pictures:
             self.screen.press(window, "开始更新代码表")
             self.until_says(window, "更新完成。", 120)
         self.menu_window("行情(H)", "更新代码表", update)
+
+    def start_page(self):
+        """Outside of the practice all can be chosen. The last one: the program starts anew."""
+        self.desk.leave_practice()
+        self.open_program()
+        self.menu_window("帮助(B)", "开始使用…")

@@ -17,7 +17,7 @@ public:
     QString lastUpdate() const { return ini_.value(updated_).toString(); }
     void setLastUpdate(const QString& time) { ini_.setValue(updated_, time); }
 
-    // Whether the offer of the start has been refused.
+    // Whether the page of the first start has been closed without a choice.
     bool isRefused() const { return ini_.value(refused_, false).toBool(); }
     void setRefused() { ini_.setValue(refused_, true); }
 

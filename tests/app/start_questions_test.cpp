@@ -1,4 +1,5 @@
-#include "exchange/form35.h"
+#include "exchange/form_restore.h"
+#include "exchange/start_page.h"
 #include "platform/qt_http_client.h"
 #include "services/standard_file.h"
 #include "tests/app/form2_fixture.h"
@@ -44,7 +45,7 @@ TEST_F(StartQuestionsTest, ARefusalHoldsAndAFileOfTheUsersIsLeftAlone) {
     EXPECT_EQ(contentOf(path_), formerServices);
 }
 
-TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsOfferedUntilItIsFilled) {
+TEST_F(StartQuestionsTest, ThePageComesByItselfAtAFirstStartUntilItIsClosedOrTheTableIsFilled) {
     const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s},
                                                {u"SH600519"_s, u"贵州茅台"_s},
                                                {u"SH601999"_s, u"新股"_s},
@@ -53,49 +54,80 @@ TEST_F(StartQuestionsTest, TheCodeTableOfANewFolderIsOfferedUntilItIsFilled) {
                           PracticeBoards(stocks));
     market.start();
     http_.client = std::make_unique<QtHttpClient>();
-    const Service list = {market.host(), {}, 10, 1, 0, u"sina"_s};
+    services_.boards.clear();
     const QString ini = environment_.applicationFolder + u"界面.ini"_s;
+    const QString web = u"http://quotes"_s;
+    const QString own = u"http://127.0.0.1:1"_s;
+    enum Choice { none, fails, fills };
     const struct {
         const char* name;
         QString host;  // of the quotes
         bool isPractice;
         QString seed;  // makes the table
-        bool answer, isAsked;
-        QStringList filled = {};
+        bool comes;
+        Choice choice;
     } cases[] = {
-        {"practice", u"http://quotes"_s, true, u"'2026-01-01'"_s, true, false},
-        {"services of one's own", u"http://127.0.0.1:1"_s, false, u"'2026-01-01'"_s, true, false},
-        {"codes have come since", u"http://quotes"_s, false, u"dm"_s, true, false},
-        {"the list can't be read", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true},
-        {"again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, true, {u"新股"_s}},
-        {"it has been read", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false},
-        {"refused", u"http://quotes"_s, false, u"'2026-01-01'"_s, false, true},
-        {"not again", u"http://quotes"_s, false, u"'2026-01-01'"_s, true, false},
+        {"practice", web, true, u"'2026-01-01'"_s, false, none},
+        {"services of one's own", own, false, u"'2026-01-01'"_s, false, none},
+        {"codes have come since", web, false, u"dm"_s, false, none},
+        {"the list can't be read", web, false, u"'2026-01-01'"_s, true, fails},
+        {"again", web, false, u"'2026-01-01'"_s, true, fills},
+        {"it has been read", web, false, u"'2026-01-01'"_s, false, none},
+        {"closed without a choice", web, false, u"'2026-01-01'"_s, true, none},
+        {"not again", web, false, u"'2026-01-01'"_s, false, none},
     };
     for (const auto& it : cases) {
-        if (!it.answer) {
+        if (it.comes && it.choice == none) {
             QFile::remove(ini);
         }
         services_.quote = {{it.host, {}}};
-        services_.stockList = {list};
-        const bool isRead = it.isAsked && !it.filled.isEmpty();
-        services_.stockList[0].host = isRead ? market.host() : u"http://127.0.0.1:1"_s;
+        services_.stockList = {{it.choice == fills ? market.host() : own, {}, 10, 1, 0, u"sina"_s}};
         store_.run({u"delete from dmb where dm='SH601999'"_s});
         services_.isPractice = it.isPractice;
         store_.run({u"update dmb set newdmtime="_s + it.seed});
-        dialogs_.answer = it.answer;
         start({});
-        const bool isAsked = std::ranges::any_of(
-            dialogs_.shown, [](const QString& shown) { return shown.contains(u"代码表补全"_s); });
-        EXPECT_EQ(isAsked, it.isAsked) << it.name;
-        auto* form = environment_.openWindows.find<Form35>();
-        EXPECT_EQ(form != nullptr, it.isAsked && it.answer) << it.name;
-        if (form) {
-            until([&] { return child<QPushButton>(form, u"begin"_s)->isEnabled(); });
-            form->close();
+        auto* page = environment_.openWindows.find<StartPage>();
+        ASSERT_EQ(page != nullptr, it.comes) << it.name;
+        if (page && it.choice != none) {
+            child<QPushButton>(page, u"live"_s)->click();
+            child<QPushButton>(page, u"begin"_s)->click();
+            until([&] { return child<QPushButton>(page, u"back"_s)->isEnabled(); });
         }
-        EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s), it.filled) << it.name;
+        if (page) {
+            page->close();
+        }
+        EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s),
+                  it.choice == fills ? QStringList{u"新股"_s} : QStringList())
+            << it.name;
     }
+    trigger(u"开始使用"_s);
+    EXPECT_TRUE(environment_.openWindows.find<StartPage>()) << "at any time";
+}
+
+TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
+    load();
+    TestStores there;
+    there.addMember(u"光伏"_s, u"SH600519"_s);
+    there.addMember(u"风电"_s, u"SH600519"_s);
+    there.addMember(u"储能"_s, u"SH600519"_s);
+    dialogs_.answer = true;
+    for (const QString& picked : {store_.folder(), there.folder()}) {
+        dialogs_.picked = picked + u"dzhzhuti.mzdat"_s;
+        dialogs_.shown.clear();
+        trigger(u"开始使用"_s);
+        child<QPushButton>(shownWindow<StartPage>(), u"takeOver"_s)->click();
+        until([&] { return dialogs_.shown.size() == (picked == there.folder() ? 3 : 2); });
+        EXPECT_EQ(shownWindow<StartPage>() != nullptr, picked == store_.folder());
+    }
+    EXPECT_TRUE(dialogs_.shown[1].contains(u"那里有：3 个主题，3 条"_s));
+    EXPECT_TRUE(dialogs_.shown[2].startsWith(u"观潮台|已接管文件夹 "_s + there.folder() +
+                                             u" 的主题库、文章库、采集库。"_s));
+    EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
+              QStringList{u"3"_s});
+    trigger(u"开始使用"_s);
+    child<QPushButton>(shownWindow<StartPage>(), u"restore"_s)->click();
+    EXPECT_TRUE(shownWindow<FormRestore>());
+    EXPECT_EQ(failures_.texts, QStringList());
 }
 
 }  // namespace guanchao

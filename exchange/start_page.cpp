@@ -1,0 +1,206 @@
+#include "exchange/start_page.h"
+
+#include <QCommandLinkButton>
+#include <QDir>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+#include "base/values.h"
+#include "base/worker.h"
+#include "exchange/code_table_settings.h"
+#include "ui_start_page.h"
+#include "utilities/help.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString practising = u"现在是练习，行情是编的。退出练习，从程序菜单启动“观潮台”以后再选。"_s;
+
+// One that can't be chosen says why.
+void bar(QCommandLinkButton& button, const QString& why) {
+    button.setDescription(why);
+    button.setEnabled(false);
+}
+
+}  // namespace
+
+StartPage::StartPage(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::StartPage>()),
+      iniPath_(environment.applicationFolder + u"界面.ini"_s),
+      runs_(environment.failures) {
+    ui_->setupUi(this);
+    panel_ = std::make_unique<RunPanel>(
+        RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
+    ui_->beijing->setChecked(CodeTableSettings(iniPath_).wantsBeijing());
+    connectControls();
+    showChoices();
+    ui_->place->setToolTip(environment.applicationFolder + u"软件使用说明.html"_s);
+    showState();
+}
+
+StartPage::~StartPage() = default;
+
+void StartPage::connectControls() {
+    choose(*ui_->practise, [this] { practise(); });
+    choose(*ui_->live, [this] { showFilling(); });
+    choose(*ui_->takeOver, [this] {
+        if (!runs_.running()) {
+            runs_.start([this](std::stop_token stop) { return takeOver(stop); });
+        }
+    });
+    choose(*ui_->restore, [this] { emit restoreWanted(); });
+    connect(ui_->back, &QPushButton::clicked, this, [this] {
+        panel_->say({});
+        ui_->pages->setCurrentWidget(ui_->choices);
+        ui_->live->setFocus();
+    });
+    for (QCheckBox* part : {ui_->codes, ui_->themes}) {
+        connect(part, &QCheckBox::toggled, this, &StartPage::showState);
+    }
+    connect(ui_->beijing, &QCheckBox::toggled, this,
+            [this](bool wanted) { CodeTableSettings(iniPath_).setWantsBeijing(wanted); });
+    connect(ui_->begin, &QPushButton::clicked, this, &StartPage::beginFill);
+    connect(ui_->stop, &QPushButton::clicked, this, &StartPage::stopFill);
+    connect(&stopKey_, &QShortcut::activated, this, &StartPage::stopFill);
+    const auto openGuide = [this] {
+        openHelp(environment_.globals, environment_.dialogs, environment_.shell);
+    };
+    connect(ui_->guide, &QPushButton::clicked, this, openGuide);
+    connect(&guideKey_, &QShortcut::activated, this, openGuide);
+    connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
+    // What is being written as the window closes stays.
+    connect(this, &QDialog::finished, this, [this] {
+        if (filling_) {
+            emit imported();
+        }
+    });
+}
+
+void StartPage::choose(QCommandLinkButton& button, const std::function<void()>& job) {
+    connect(&button, &QPushButton::clicked, this, [this, job] {
+        hasChosen_ = true;
+        panel_->say({});
+        job();
+    });
+}
+
+void StartPage::showChoices() {
+    if (environment_.services.isPractice) {
+        bar(*ui_->practise, u"现在就是练习：价格是编的，放心试。"_s);
+        bar(*ui_->live, practising);
+        bar(*ui_->takeOver, practising);
+    } else if (!QFileInfo::exists(environment_.applicationFolder + practiceStarter)) {
+        bar(*ui_->practise, u"这个文件夹里没有启动练习的程序 "_s + practiceStarter + u"。"_s);
+    }
+    for (QCommandLinkButton* button : {ui_->practise, ui_->live, ui_->takeOver, ui_->restore}) {
+        button->setAccessibleDescription(button->description());
+    }
+}
+
+void StartPage::practise() {
+    const QString starter = environment_.applicationFolder + practiceStarter;
+    panel_->say(environment_.processes.start(starter, {})
+                    ? u"练习正在启动，几秒钟以后出现它自己的窗口；头一次要准备数据，久一点。"
+                      u"它用另一个文件夹，这里的数据一点不动。"_s
+                    : u"没有能启动练习：运行不了 "_s + starter + u"。请重新安装软件。"_s);
+}
+
+QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
+    const QString picked = co_await environment_.dialogs.dakaiwenjian(
+        stop, u"请选择要接管的文件夹里的 dzhzhuti.mzdat"_s, QDir::homePath(), u"dzhzhuti.mzdat"_s);
+    if (picked.isEmpty()) {
+        co_return;
+    }
+    const QString path = QFileInfo(picked).path();
+    panel_->say(u"正在查看文件夹 "_s + path + u"…"_s);
+    const auto quiet = qScopeGuard([this] { panel_->say({}); });
+    const auto look = [stores = environment_.stores, own = environment_.applicationFolder,
+                       path](const auto&) { return lookIntoFolder(stores, own, path); };
+    const EarlierFolder folder = co_await inWorker(look, stop);
+    if (!folder.refusal.isEmpty()) {
+        environment_.dialogs.tell(u"没有接管文件夹 "_s + folder.path + u"。\n"_s + folder.refusal);
+        co_return;
+    }
+    const auto count = [stores = environment_.stores](const auto&) {
+        return contentsOf(allCopied, stores, Look::quick);
+    };
+    const StoreContents present = co_await inWorker(count, stop);
+    const QString question = takeOverQuestion(folder, present);
+    const bool agreed = co_await environment_.dialogs.ask(stop, question);
+    if (agreed) {
+        emit takeOverAgreed(folder.choice());
+    }
+}
+
+void StartPage::showFilling() {
+    ui_->pages->setCurrentWidget(ui_->filling);
+    ui_->begin->setFocus();
+}
+
+void StartPage::beginFill() {
+    if (!runs_.running()) {
+        runs_.start([this](std::stop_token stop) { return fill(stop); });
+    }
+}
+
+QCoro::Task<> StartPage::fill(std::stop_token stop) {
+    control_ = std::make_unique<RunControl>();
+    filling_ = true;
+    panel_->say({});
+    showState();
+    ui_->stop->setFocus();
+    const auto end = qScopeGuard([this] {
+        const bool hadKeys = ui_->stop->hasFocus();
+        filling_ = false;
+        showState();
+        if (hadKeys) {
+            ui_->back->setFocus();
+        }
+    });
+    LiveFill run(
+        environment_.stores, environment_.clock, environment_.client, environment_.services,
+        environment_.applicationFolder + u"initials.csv"_s, *control_,
+        {[this](const RunProgress& it) { panel_->show(it); }, [this] { emit imported(); }});
+    const LiveFillWish wish{ui_->codes->isChecked(), ui_->beijing->isChecked(),
+                            ui_->themes->isChecked()};
+    const LiveFillResult result = co_await run.run(wish, stop);
+    showFilled(result);
+}
+
+// What is whole isn't ticked any more.
+void StartPage::showFilled(const LiveFillResult& result) {
+    if (result.hasCodes()) {
+        CodeTableSettings(iniPath_).setLastUpdate(timeText(environment_.clock.now()));
+        ui_->codes->setChecked(false);
+    }
+    if (result.hasThemes()) {
+        ui_->themes->setChecked(false);
+    }
+    panel_->say(result.words());
+}
+
+void StartPage::stopFill() {
+    if (filling_) {
+        control_->stop();
+        showState();
+    }
+}
+
+void StartPage::showState() {
+    const bool wantsCodes = ui_->codes->isChecked();
+    for (QWidget* part : {ui_->codes, ui_->themes}) {
+        part->setEnabled(!filling_);
+    }
+    ui_->beijing->setEnabled(!filling_ && wantsCodes);
+    ui_->begin->setEnabled(!filling_ && (wantsCodes || ui_->themes->isChecked()));
+    ui_->back->setEnabled(!filling_);
+    panel_->show(filling_ ? control_->shown() : ShownRun());
+    stopKey_.setEnabled(filling_);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,145 @@
+#include "exchange/start_page.h"
+
+#include <QCommandLinkButton>
+#include <QStackedWidget>
+
+#include "platform/qt_http_client.h"
+#include "tests/support/window_test.h"
+#include "tools/practice_market/practice_market.h"
+
+namespace guanchao {
+
+class StartPageTest : public WindowTest {
+protected:
+    StartPageTest() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
+        market_.start();
+        http_.client = std::make_unique<QtHttpClient>();
+        services_.stockList = services_.boards = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        globals_.yingyongmulu = store_.folder();
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1, 1);
+        store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
+        writeFile(store_.folder() + practiceStarter);
+    }
+
+    PracticeBoards boards() const { return PracticeBoards(stocks_, {{u"白酒"_s, u"SH600519"_s}}); }
+    StartPage* openPage() {
+        auto* page = open<StartPage>();
+        page->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(page));
+        return page;
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(qApp->focusWidget(), key, modifiers);
+    }
+    bool isFree() const { return button(u"back"_s)->isEnabled(); }
+
+    const std::vector<PracticeStock> stocks_ = {{u"SH600519"_s, u"贵州茅台"_s},
+                                                {u"SZ000001"_s, u"平安银行"_s},
+                                                {u"SZ000002"_s, u"万科A"_s}};
+    PracticeMarket market_;
+};
+
+TEST_F(StartPageTest, ThePracticeStartsBesideThisAndF1OpensTheGuide) {
+    const StartPage* page = openPage();
+    EXPECT_FALSE(page->hasChosen());
+    key(Qt::Key_F1);
+    EXPECT_TRUE(told().value(0).contains(u"没有找到软件使用说明"_s));
+    writeFile(store_.folder() + u"软件使用说明.html"_s);
+    key(Qt::Key_F1);
+    EXPECT_EQ(shell_.opened, QStringList{store_.folder() + u"软件使用说明.html"_s});
+    EXPECT_FALSE(page->hasChosen());
+
+    key(Qt::Key_L, Qt::AltModifier);
+    until([&] { return page->hasChosen(); });
+    EXPECT_EQ(processes_.started, QStringList{store_.folder() + practiceStarter + u'|'});
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"练习正在启动"_s));
+    processes_.canStart = false;
+    click(u"practise"_s);
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"没有能启动练习"_s));
+
+    const auto barred = [this] {
+        QStringList names;
+        for (const auto* choice : form_->findChildren<QCommandLinkButton*>()) {
+            if (!choice->isEnabled() && !choice->description().isEmpty()) {
+                names << choice->objectName();
+            }
+        }
+        return names;
+    };
+    QFile::remove(store_.folder() + practiceStarter);
+    openPage();
+    EXPECT_EQ(barred(), QStringList{u"practise"_s});
+    services_.isPractice = true;
+    openPage();
+    EXPECT_EQ(barred(), QStringList({u"practise"_s, u"live"_s, u"takeOver"_s}));
+}
+
+TEST_F(StartPageTest, TheFillGoesByKeysIsStoppedByEscAndGoesOn) {
+    openPage();
+    key(Qt::Key_S, Qt::AltModifier);
+    until([this] { return button(u"begin"_s)->hasFocus(); });
+    http_.onGet = [this] {
+        if (http_.paths.last().contains(u"newFLJK"_s)) {
+            key(Qt::Key_Escape);
+        }
+    };
+    key(Qt::Key_Space);
+    EXPECT_TRUE(button(u"stop"_s)->hasFocus());
+    EXPECT_FALSE(isFree());
+    until([this] { return isFree(); });
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"代码表：更新完成。"_s));
+    EXPECT_TRUE(label(u"words"_s).endsWith(u"再点“开始”只补没有读到的。"_s));
+    EXPECT_FALSE(find<QCheckBox>(u"codes"_s)->isChecked()) << "that part is whole";
+    EXPECT_TRUE(form_->isVisible());
+    http_.onGet = nullptr;
+    http_.paths.clear();
+    click(u"begin"_s);
+    until([this] { return isFree(); });
+    EXPECT_EQ(http_.paths.filter(u"node=hs_a"_s), QStringList());
+    EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"白酒"_s});
+    EXPECT_FALSE(button(u"begin"_s)->isEnabled()) << "nothing is left";
+    click(u"back"_s);
+    EXPECT_TRUE(find<QPushButton>(u"live"_s)->hasFocus());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(form_ && form_->isVisible());
+}
+
+// The first request, the second, ...: each is held, and then comes to a window that is gone.
+TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
+    for (int held = 1; held <= 4; ++held) {
+        openPage();
+        click(u"live"_s);
+        const auto gate = std::make_shared<Later<bool>>();
+        int requests = 0;
+        http_.onGet = [&] {
+            if (++requests == held) {
+                http_.client = nullptr;
+                http_.gate = gate;
+            }
+        };
+        click(u"begin"_s);
+        until([&] { return requests == held; });
+        form_->close();
+        deleteClosedWindows();
+        EXPECT_FALSE(form_);
+        gate->deliver(true);
+        QApplication::processEvents();
+        http_.gate = nullptr;
+        http_.client = std::make_unique<QtHttpClient>();
+    }
+    http_.onGet = nullptr;
+    for (const QString& picked : {QString(), store_.stores.main.path}) {
+        dialogs_.gate = std::make_shared<Later<bool>>();
+        dialogs_.picked = picked;
+        openPage();
+        click(u"takeOver"_s);
+        form_->close();
+        deleteClosedWindows();
+        dialogs_.gate->deliver(true);
+        QApplication::processEvents();
+    }
+    EXPECT_EQ(failures_.texts, QStringList());
+    EXPECT_EQ(dialogs_.shown.size(), 2) << "two dialogs for a folder";
+}
+
+}  // namespace guanchao
