@@ -35,6 +35,14 @@ QStringList cellsOf(const QString& line) {
     return cells;
 }
 
+// A line without the separators of a table is one of words.
+QStringList wordsOf(const QString& line) {
+    static const QRegularExpression blanks(u"[\\s，、；]+"_s,
+                                           QRegularExpression::UseUnicodePropertiesOption);
+    const QStringList cells = cellsOf(line);
+    return cells.size() > 1 ? cells : line.split(blanks, Qt::SkipEmptyParts);
+}
+
 // What spreadsheets put before a text goes.
 QString plain(const QString& cell) {
     QString text = trimBlanks(cell);
@@ -65,6 +73,20 @@ QString codeOf(const QString& cell) {
     return bare.match(text).hasMatch() ? text : QString();
 }
 
+// All of a line of nothing but codes; of a row of a table the first.
+QStringList codesIn(const QStringList& cells) {
+    QStringList codes;
+    bool isList = true;
+    for (const QString& cell : cells) {
+        const QString code = codeOf(cell);
+        isList = isList && (!code.isEmpty() || trimBlanks(cell).isEmpty());
+        if (!code.isEmpty()) {
+            codes << code;
+        }
+    }
+    return isList ? codes : codes.mid(0, 1);
+}
+
 bool isHeader(const QStringList& cells) {
     static const QRegularExpression digit(u"\\d"_s);
     return cells.size() > 1 &&
@@ -75,18 +97,18 @@ bool isHeader(const QStringList& cells) {
 class BlockReader {
 public:
     void take(const QString& line, int number) {
-        const QStringList cells = cellsOf(line);
         if (trimBlanks(line).isEmpty()) {
             return;
         }
+        const QStringList cells = wordsOf(line);
+        const QStringList codes = codesIn(cells);
         const bool isFirst = std::exchange(first_, false);
-        const auto code =
-            std::ranges::find_if(cells, [](const QString& it) { return !codeOf(it).isEmpty(); });
-        if (code != cells.end()) {
-            file_.stocks << BlockStock{codeOf(*code), noteIn(cells)};
-        } else if (isFirst && isHeader(cells)) {
+        for (const QString& code : codes) {
+            file_.stocks << BlockStock{code, noteIn(cells)};
+        }
+        if (isFirst && codes.isEmpty() && isHeader(cells)) {
             takeHeader(cells);
-        } else {
+        } else if (codes.isEmpty()) {
             file_.unread << number;
         }
     }

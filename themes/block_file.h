@@ -1,6 +1,7 @@
 // The block files that users have from other programs: a line a stock, of seven digits, the market
 // (1 Shanghai, 0 Shenzhen, 2 Beijing) and the number of the code, as .EBK begins with a blank line
-// and .blk doesn't; or a CSV table in whose rows a cell holds the code, in any of its usual forms.
+// and .blk doesn't; or a CSV table in whose rows a cell holds the code, in any of its usual forms;
+// or nothing but codes, several in a line.
 #pragma once
 
 #include <QByteArray>

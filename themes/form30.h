@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QTimer>
 #include <chrono>
+#include <functional>
 #include <memory>
 
 #include "base/runs.h"
@@ -17,6 +18,7 @@
 #include "grid/result_grid.h"
 #include "grid/row_drag.h"
 #include "market/quote_feed.h"
+#include "themes/watch_files.h"
 #include "themes/watch_lists.h"
 #include "themes/watch_quotes.h"
 #include "themes/watchlist.h"
@@ -84,7 +86,10 @@ private:
     void 新建列表_Click();
     void 重命名列表_Click();
     void 删除列表_Click();
+    void 粘贴_Click();
     void 导入列表_Click();
+    QCoro::Task<> bring(std::function<WatchImport(const Stores&)> import, QString list,
+                        std::stop_token stop);
     void 导出列表_Click();
     QByteArray table() const;
     void showOrder();

@@ -6,6 +6,7 @@
 
 #include "base/files.h"
 #include "base/worker.h"
+#include "formats/text_file.h"
 #include "grid/table_text.h"
 #include "platform/pick_file.h"
 #include "store/patience.h"
@@ -57,15 +58,17 @@ void Form30::setUpLists() {
             ui_->lists->setCurrentIndex((ui_->lists->currentIndex() + by + count) % count);
         });
     };
+    addKey(ui_->粘贴, QKeySequence::Paste);
     step(Qt::CTRL | Qt::Key_Tab, 1);
     step(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
     listMenu_.addActions({ui_->添加自选股, ui_->新建列表, ui_->重命名列表, ui_->删除列表});
     listMenu_.addSeparator();
-    listMenu_.addActions({ui_->导入列表, ui_->导出列表});
+    listMenu_.addActions({ui_->粘贴, ui_->导入列表, ui_->导出列表});
     ui_->listCommands->setMenu(&listMenu_);
     command(ui_->新建列表, &Form30::新建列表_Click);
     command(ui_->重命名列表, &Form30::重命名列表_Click);
     command(ui_->删除列表, &Form30::删除列表_Click);
+    command(ui_->粘贴, &Form30::粘贴_Click);
     command(ui_->导入列表, &Form30::导入列表_Click);
     command(ui_->导出列表, &Form30::导出列表_Click);
     connect(ui_->ownOrder, &QPushButton::clicked, this, &Form30::ownOrder_Click);
@@ -199,13 +202,28 @@ void Form30::导入列表_Click() {
         if (!path) {
             co_return;
         }
-        const auto job = [=, stores = environment_.stores](const auto&) {
+        const std::function import = [=](const Stores& stores) {
             return importBlock(stores, *path, list);
         };
-        const WatchImport came = co_await inWorker(job, stop);
-        environment_.dialogs.tell(came.words(list));
-        refresh();
+        co_await bring(import, list, stop);
     });
+}
+
+void Form30::粘贴_Click() {
+    const QStringList lines = linesOf(environment_.clipboard.text());
+    const std::function import = [lines, list = list_](const Stores& stores) {
+        return importLines(stores, lines, list);
+    };
+    runs_.start(
+        [this, import, list = list_](std::stop_token stop) { return bring(import, list, stop); });
+}
+
+QCoro::Task<> Form30::bring(std::function<WatchImport(const Stores&)> import, QString list,
+                            std::stop_token stop) {
+    const auto job = [=, stores = environment_.stores](const auto&) { return import(stores); };
+    const WatchImport came = co_await inWorker(job, stop);
+    environment_.dialogs.tell(came.words(list));
+    refresh();
 }
 
 // As the list stands when it is asked for.

@@ -86,7 +86,7 @@ QString WatchImport::words(const QString& list) const {
         lines << u"%1 只已经在列表里。"_s.arg(present);
     }
     if (repeated > 0) {
-        lines << u"文件里重复的有 %1 行。"_s.arg(repeated);
+        lines << u"重复的有 %1 只。"_s.arg(repeated);
     }
     if (!unknown.isEmpty()) {
         lines << u"代码表里没有的 %1 只，没有添加：%2"_s.arg(unknown.size()).arg(named(unknown));
@@ -107,6 +107,13 @@ QString WatchImport::words(const QString& list) const {
 WatchImport importBlock(const Stores& stores, const QString& path, const QString& list) {
     const Activity activity(u"导入自选股"_s, u"列表没有改变。"_s);
     const auto [lines, encoding] = readTextFile(path);
+    WatchImport result = importLines(stores, lines, list);
+    result.encoding = encoding;
+    return result;
+}
+
+WatchImport importLines(const Stores& stores, const QStringList& lines, const QString& list) {
+    const Activity activity(u"导入自选股"_s, u"列表没有改变。"_s);
     const BlockFile file = readBlock(lines);
     Connection store = stores.main.open();
     Transaction transaction(store);
@@ -118,7 +125,6 @@ WatchImport importBlock(const Stores& stores, const QString& path, const QString
     transaction.commit();
     WatchImport result = import.result();
     result.unread = file.unread;
-    result.encoding = encoding;
     return result;
 }
 

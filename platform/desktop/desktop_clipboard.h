@@ -14,6 +14,8 @@ public:
         QGuiApplication::clipboard()->clear();
         QGuiApplication::clipboard()->setText(text);
     }
+
+    QString text() const override { return QGuiApplication::clipboard()->text(); }
 };
 
 }  // namespace guanchao

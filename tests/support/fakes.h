@@ -230,6 +230,7 @@ struct FakeNotifier : Notifier {
 
 struct FakeClipboard : Clipboard {
     void setText(const QString& text) override { texts << text; }
+    QString text() const override { return texts.value(texts.size() - 1); }
 
     QStringList texts;
 };

@@ -194,13 +194,17 @@ TEST_F(Form30Test, AFileComesInAndGoesOutInOrder) {
     trigger(u"导入列表"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"29"_s; }));
     EXPECT_TRUE(dialogs_.shown.last().contains(u"代码表里没有的 1 只，没有添加：SH699999"_s));
+    clipboard_.setText(u"代码\t名称\n000001\t股1\n"_s);
+    key(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shown() == u"291"_s; }))
+        << "as a spreadsheet copies";
     draw(2, 1, false);
     dialogs_.picked = store_.folder() + u"y.blk"_s;
     trigger(u"导出列表"_s);
-    EXPECT_EQ(contentOf(dialogs_.picked), "1600519\r\n0000002\r\n");
+    EXPECT_EQ(contentOf(dialogs_.picked), "1600519\r\n0000002\r\n0000001\r\n");
     dialogs_.picked = store_.folder() + u"y.csv"_s;
     trigger(u"导出列表"_s);
-    EXPECT_TRUE(contentOf(dialogs_.picked).endsWith("SH600519,股9,\r\nSZ000002,股2,\r\n"));
+    EXPECT_TRUE(contentOf(dialogs_.picked).endsWith("股9,\r\nSZ000002,股2,\r\nSZ000001,股1,\r\n"));
 }
 
 TEST_F(Form30Test, SeveralRowsGoAtOnceAndComeBack) {

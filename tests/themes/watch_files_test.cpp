@@ -41,6 +41,7 @@ TEST_F(WatchFilesTest, ALineHoldsACodeInAnyOfItsForms) {
         {u"60000"_s, QString()},
         {u"20261124"_s, QString()},
         {u"浦发银行"_s, QString()},
+        {u"600000　浦发银行  10.20"_s, u"600000"_s},
     };
     for (auto it = codes.cbegin(); it != codes.cend(); ++it) {
         const BlockFile file = readBlock({u""_s, it.key()});
@@ -53,10 +54,19 @@ TEST_F(WatchFilesTest, ALineHoldsACodeInAnyOfItsForms) {
 TEST_F(WatchFilesTest, WhatIsAddedAndWhatIsLeftIsTold) {
     Connection(store_.stores.main.open()).execute(u"insert into zixuangu values('SZ000001','')"_s);
     EXPECT_EQ(import("\r\n0000001\r\n1600000\r\nabc\r\n1600000\r\n1699999\r\n2920799\r\n\r\n1x"),
-              u"导入到“自选股”：添加了 2 只股票。\n1 只已经在列表里。\n文件里重复的有 1 行。\n"
+              u"导入到“自选股”：添加了 2 只股票。\n1 只已经在列表里。\n重复的有 1 只。\n"
               u"代码表里没有的 1 只，没有添加：SH699999\n读不出代码的 2 行：第 4、9 行"_s);
     EXPECT_EQ(onList(),
               QStringList({u"SZ000001|"_s, u"SH600000|浦发银行"_s, u"BJ920799|艾融软件"_s}));
+}
+
+TEST_F(WatchFilesTest, ALineOfNothingButCodesIsAList) {
+    for (const QString& line : {u"600000,SZ000001,"_s, u"SH600000、000001"_s, u"600000 000001"_s}) {
+        EXPECT_EQ(importLines(store_.stores, {line}, {}).added, 2) << qPrintable(line);
+        store_.run({u"delete from zixuangu"_s});
+    }
+    EXPECT_EQ(importLines(store_.stores, {u"600000,浦发,000001"_s}, {}).added, 1)
+        << "the other is of another column";
 }
 
 TEST_F(WatchFilesTest, ATableBringsItsNotesInEitherEncoding) {
