@@ -42,6 +42,19 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// The place of the guide that is named as the window's class; its beginning for the main window.
+QString sectionOn(const QWidget* window) {
+    if (!window || qobject_cast<const Form2*>(window)) {
+        return {};
+    }
+    const QString name = QString::fromLatin1(window->metaObject()->className());
+    return name.section(u"::"_s, -1).toLower();
+}
+
+}  // namespace
+
 void Form2::buildMenus() {
     tuopanmenu_.setObjectName(u"tuopanmenu"_s);
     tuopanmenu_.addActions({ui_->tuopan显示, ui_->停止播放, ui_->tuopanexit});
@@ -326,8 +339,10 @@ void Form2::connectHelp() {
     raisesOrOpens<StartPage>(ui_->开始使用);
     connect(ui_->软件初始化, &QAction::triggered, this,
             [this] { tellSetup(environment_.dialogs); });
-    connect(ui_->帮助, &QAction::triggered, this,
-            [this] { openHelp(environment_.globals, environment_.dialogs, environment_.shell); });
+    connect(ui_->帮助, &QAction::triggered, this, [this] {
+        openHelp(environment_.globals, sectionOn(QApplication::activeWindow()),
+                 environment_.dialogs, environment_.shell);
+    });
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->聚益通, &QAction::triggered, this, [this] {
         openVendorSite(environment_.services.vendor, environment_.dialogs, environment_.shell);

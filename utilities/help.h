@@ -8,8 +8,9 @@
 
 namespace guanchao {
 
-// 帮助: the user's guide, a page in the application folder; says so if it is missing.
-void openHelp(const Globals& globals, Dialogs& dialogs, Shell& shell);
+// 帮助: the user's guide, a page in the application folder; says so if it is missing. `section`
+// names a place in it, "form24"; its beginning without one.
+void openHelp(const Globals& globals, const QString& section, Dialogs& dialogs, Shell& shell);
 
 // 聚益通: the maker's site; says so if services.ini names none.
 void openVendorSite(const Service& vendor, Dialogs& dialogs, Shell& shell);

@@ -385,7 +385,15 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
     for (const QString& entry : {u"帮助"_s, u"聚益通"_s, u"软件初始化"_s, u"关于"_s}) {
         trigger(entry);
     }
-    EXPECT_EQ(shell_.opened, QStringList({guide, u"http://vendor/"_s}));
+    windows_.openAnew<Form24>();
+    QWidget* other = shownWindow<Form24>();
+    other->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(other));
+    QTest::keyClick(other, Qt::Key_F1);
+    const QString leader = store_.folder() + u"帮助.html"_s;
+    EXPECT_TRUE(contentOf(leader).contains("url=软件使用说明.html#form24\""));
+    EXPECT_EQ(shell_.opened, QStringList({guide, u"http://vendor/"_s, leader}));
+    closeWindows();
     EXPECT_EQ(dialogs_.shown.sliced(2),
               QStringList({u"观潮台|软件初始化的作用是注册必要的DLL和控件。"_s,
                            u"观潮台|本软件由观潮台开发组制作。"_s}));
