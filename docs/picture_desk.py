@@ -7,6 +7,7 @@ from desk import DAY, FAKETIME, Desk, Market, run
 
 MAIN = "dzhzhuti.mzdat"
 ARTICLES = "wenzhang.mzdat"
+HEAT = "caijiqi.mzdat"
 THEME = "印制电路板"
 
 # Before the close, with most of the day on the charts.
@@ -34,6 +35,15 @@ CONTENTS = {
         "insert into zixuanzu values('短线'),('长线')",
         "insert into gegubeizhu values('SH601601','等三季报，36.5 以上减')",
     ],
+    # As the collector keeps them.
+    HEAT: [
+        "create table xinwenbiaoti (guanjianci text,riqi text,shijian text,biaoti text,meiti text,"
+        "wangzhi text)"] + [
+        "insert into xinwenbiaoti select zhutiname,date(max(riqi)),date(max(riqi))||' " + time +
+        ":00',zhutiname||'：" + words + "','证券报','https://example.com/" + time[:2] +
+        "' from xinwenshul group by zhutiname" for time, words in (
+            ("13:32", "订单排到明年，龙头扩产"), ("11:05", "三季报汇总，七成公司净利增长"),
+            ("10:18", "原料涨价，产品跟不跟"), ("09:02", "机构上周密集调研"))],
     ARTICLES: [
         "insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values"
         f"('2026-11-18','甲','主题','{THEME}','{THEME}：三季报汇总','收入和毛利率逐家列出。'),"

@@ -11,8 +11,9 @@ from datetime import datetime
 
 from desk import DAY, wait
 from framed_screen import FramedScreen
+from keyboard import Keyboard
 from picture_desk import MAIN, SHOWN_HOME, SOUND, THEME
-from screen import RIGHT, Atspi, children, is_shown, role_of, says, text_of, walk, write
+from screen import LEFT, RIGHT, Atspi, children, is_shown, role_of, says, text_of, walk, write
 
 TITLE = "观潮台(V3.7)"
 
@@ -48,6 +49,7 @@ class Pictures:
         self.screen = FramedScreen(self.desk.start_program())
         self.frame = self.screen.frame(TITLE)
         self.main = self.screen.window(TITLE)
+        self.keyboard = Keyboard(self.screen)
         self.screen.learn_scale(self.frame, self.main)
         self.front()
 
@@ -146,6 +148,9 @@ class Pictures:
                 value.get_maximum_value() - value.get_minimum_value())
         self.screen.wait(f"{percent} % of {bar}", passed, 120)
 
+    def turn_to(self, window, page):
+        self.screen.click(self.screen.control(window, "page tab", page))
+
     def hide_home(self, field):
         write(field, text_of(field).replace(str(self.desk.folder / "home"), SHOWN_HOME))
 
@@ -162,13 +167,13 @@ class Pictures:
     def form2_left(self):
         self.screen.menu(self.cell_of_theme(), RIGHT)
         left, top, _, _ = self.screen.place(self.screen.control(self.main, "table", "主题表"))
-        self.shoot_part(left, top - round(30 * self.scale), 640, 460)
+        self.shoot_part(left, top - round(30 * self.scale), 640, 520)
         self.screen.type("Escape")
 
     def form2_right(self):
         self.screen.menu(self.cell_of_stock(), RIGHT)
         left, top, _, _ = self.screen.place(self.screen.control(self.main, "table", "个股表"))
-        self.shoot_part(left, top, 760, 445)
+        self.shoot_part(left, top, 760, 500)
         self.screen.type("Escape")
 
     def picker(self):
@@ -182,6 +187,23 @@ class Pictures:
         self.screen.fill(self.main, "代码", "")
         self.screen.type("Escape")
 
+    def finder(self):
+        def find(window):
+            self.screen.fill(window, "要找的股票、主题或命令", "zx")
+            found = self.screen.control(window, "list", "找到的")
+            self.screen.wait("what was found", lambda: found.get_child_count() > 9)
+        self.menu_window("主题(Z)", "快速查找", find)
+
+    def undo(self):
+        cell = self.cell_of_theme()
+        self.screen.pick(cell, RIGHT, "删除主题")
+        self.screen.answer("确实要删除主题")
+        self.screen.answer("完成!")
+        self.screen.menu(self.screen.control(self.main, "menu item", "主题(Z)"), LEFT)
+        self.shoot_window(self.frame)
+        self.screen.type("Escape", "Escape")
+        self.screen.press(self.main, "撤消删除")
+
     # Themes and stocks.
 
     def form6(self):
@@ -193,6 +215,24 @@ class Pictures:
     def form30(self):
         self.menu_window("主题(Z)", "自选股")
 
+    def watch_paste(self):
+        stocks = self.screen.grid(self.main, "个股表")
+        self.cell_of_theme("保险")
+        self.screen.click(stocks.cell(0, 2))
+        for keys in ("Escape", "Shift+Down", "Shift+Down", "Ctrl+c"):
+            self.keyboard.press(keys)
+
+        def paste(window):
+            self.screen.click(self.screen.control(window, "page tab", "长线"))
+            self.screen.control(window, "table", "自选股列表").get_component_iface().grab_focus()
+            self.keyboard.press("Ctrl+v")
+            self.screen.wait("what was pasted", lambda: self.screen.message_now("添加了"))
+        watched = self.screen.opened_by(lambda: self.screen.choose(self.main, "主题(Z)", "自选股"))
+        paste(self.screen.node_of(watched))
+        self.shoot_window(watched)
+        self.screen.answer("添加了")
+        self.screen.close_window(watched)
+
     def form38(self):
         self.menu_window("主题(Z)", "热力图", lambda window: self.screen.wait(
             "the themes", lambda: not says(window, "全部主题　0 个")))
@@ -203,7 +243,7 @@ class Pictures:
 
     def theme_page(self):
         self.theme_window("主题页", lambda window: self.screen.wait(
-            "its gains", lambda: not says(window, "正在读取历史涨幅…")))
+            "its gains", lambda: not says(window, "正在读取历史涨幅…")), "光伏")
 
     def form21(self):
         self.stock_window("当前行情", lambda window: self.until_says(window, "交易时段内每4秒更新"))
@@ -293,17 +333,30 @@ class Pictures:
     def form31(self):
         self.ranking("公司新闻数量分析", "新闻数量排名")
 
-    def heat_map(self):
+    def heat_window(self, prepare=lambda window: None):
+        def fill(window):
+            rows = self.screen.grid(window, "每天的热度")
+            self.screen.wait("the map", lambda: rows.cell(3, 2))
+            prepare(window)
+            self.screen.wait_until_still(3)
         ranking = self.screen.opened_by(
             lambda: self.screen.choose(self.main, "网络热度(R)", "新闻数量分析"))
-        opened = self.screen.opened_by(
-            lambda: self.screen.press(self.screen.node_of(ranking), "热度图"))
-        rows = self.screen.grid(self.screen.node_of(opened), "每天的热度")
-        self.screen.wait("the map", lambda: rows.cell(3, 2))
-        self.screen.wait_until_still(3)
-        self.shoot_window(opened)
-        for window in (opened, ranking):
-            self.screen.close_window(window)
+        self.show(lambda: self.screen.press(self.screen.node_of(ranking), "热度图"), fill)
+        self.screen.close_window(ranking)
+
+    def heat_map(self):
+        self.heat_window()
+
+    def heat_scatter(self):
+        self.heat_window(lambda window: self.turn_to(window, "新闻和涨幅"))
+
+    def headlines(self):
+        ranking = self.screen.opened_by(
+            lambda: self.screen.choose(self.main, "网络热度(R)", "新闻数量分析"))
+        window = self.screen.node_of(ranking)
+        cell = self.ranked(window, "新闻数量排名")
+        self.show(lambda: self.screen.pick(cell, RIGHT, "查看新闻标题"))
+        self.screen.close_window(ranking)
 
     def form29(self):
         self.ranking("商品价格监控", "商品涨跌排名")
@@ -352,6 +405,13 @@ class Pictures:
             self.until_says(window, "主题总涨幅")
         self.theme_window("历史涨幅", compare)
 
+    def form24_weeks(self):
+        def rank(window):
+            self.screen.press(window, "全部主题")
+            self.until_says(window, "算，不下载。")
+            self.turn_to(window, "每周轮动")
+        self.theme_window("历史涨幅", rank)
+
     def form12(self):
         def search(window):
             self.screen.press(window, "选历年主题")
@@ -380,6 +440,16 @@ class Pictures:
             self.screen.press(window, "运行")
             self.until_says(window, "累计", 120)
         self.menu_window("工具(G)", "回测实验室", run)
+
+    def form37_sweep(self):
+        def sweep(window):
+            self.turn_to(window, "扫描")
+            self.screen.click(self.screen.control(window, "combo box", "不扫"))
+            self.screen.type(*["Down"] * 4, "Return")
+            self.screen.press(window, "扫描")
+            self.screen.wait("the sweep to begin", lambda: not self.is_usable(window, "扫描"))
+            self.until_usable(window, "扫描", 600)
+        self.menu_window("工具(G)", "回测实验室", sweep)
 
     def form33(self):
         self.desk.rows(MAIN, SHRINK_THEMES)
