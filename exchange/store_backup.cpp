@@ -2,7 +2,8 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStorageInfo>
+#include <filesystem>
+#include <limits>
 
 #include "base/activity.h"
 #include "base/files.h"
@@ -47,8 +48,11 @@ void copyAll(const Stores& stores, const QString& folder, const std::function<vo
 
 }  // namespace
 
+// Asked of the file system itself: that of a container may stand in no table of mounts.
 qint64 freeBytesOn(const QString& folder) {
-    return QStorageInfo(folder).bytesAvailable();
+    std::error_code untold;
+    const auto space = std::filesystem::space(QFile::encodeName(folder).toStdString(), untold);
+    return untold ? std::numeric_limits<qint64>::max() : static_cast<qint64>(space.available);
 }
 
 void makeCopy(const QString& folder, const QString& name, const FillCopy& fill) {

@@ -14,9 +14,12 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const Stores stores = storesIn({});
-    const QMap<QString, QString> keys = {{QStringLiteral("wenzhang"), stores.article.key},
-                                         {QStringLiteral("caijiqi"), stores.heat.key},
-                                         {QStringLiteral("zhutibackup"), stores.backupKey}};
+    const QMap<QString, QString> keys = {
+        {QStringLiteral("wenzhang"), stores.article.key},
+        {QStringLiteral("caijiqi"), stores.heat.key},
+        {QStringLiteral("py"), stores.pinyin.key},
+        {QStringLiteral("yzhutibackup"), stores.backupTemplate.key},
+        {QStringLiteral("zhutibackup"), stores.backupKey}};
     QTextStream out(stdout);
     try {
         const QString path = arguments.value(1);
