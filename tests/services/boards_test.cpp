@@ -1,12 +1,9 @@
 #include "services/boards.h"
 
 #include "formats/gbk.h"
-#include "platform/qt_http_client.h"
 #include "tests/support/fakes.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
-#include "tests/support/raw_service.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -144,32 +141,6 @@ TEST(BoardsTest, PagesComeToTheirEnd) {
             << it.name;
         EXPECT_EQ(http.paths.size(), it.requests) << it.name;
     }
-}
-
-// Over a real connection; the next kind where the first one doesn't answer.
-TEST(BoardsTest, OverThePracticeMarket) {
-    const std::vector<PracticeStock> stocks = {{u"SZ300001"_s, u"某股"_s}};
-    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
-                          PracticeBoards(stocks, QList<QStringList>{{u"板块"_s, u"SZ300001"_s}}));
-    market.start();
-    QtHttpClient client;
-    RawService refusing;
-    refusing.answer = hangingUp[3].answer;
-    const Service first = {refusing.service(10).host, {}, 10, 1, 0, u"sina"_s};
-    for (const QString& kind : {u"sina"_s, u"eastmoney"_s}) {
-        const Boards boards(client, {first, {market.host(), {}, 10, 1, 0, kind}});
-        for (const BoardSort sort : {BoardSort::concepts, BoardSort::regions}) {
-            const BoardList list = QCoro::waitFor(boards.list(sort, {}));
-            ASSERT_EQ(list.boards.size(), 1) << kind.toStdString();
-            EXPECT_EQ(list.boards[0].name, sort == BoardSort::regions ? u"深圳"_s : u"板块"_s);
-            EXPECT_EQ(list.service.kind, kind);
-            EXPECT_EQ(list.lacks.join(u' '), u"新浪（%1）：被拒绝（403）"_s.arg(first.host));
-            const Board unknown = {u"gn_unknown"_s, u"x"_s};
-            EXPECT_FALSE(QCoro::waitFor(boards.stocks(list.service, unknown, {})).rows);
-        }
-    }
-    const Boards none(client, {first});
-    EXPECT_TRUE(QCoro::waitFor(none.list(BoardSort::concepts, {})).boards.isEmpty());
 }
 
 }  // namespace guanchao

@@ -6,8 +6,6 @@
 #include "tests/support/fakes.h"
 #include "tests/support/qt_printers.h"
 #include "tests/support/raw_service.h"
-#include "tools/practice_market/practice_events.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -25,32 +23,11 @@ static QString words(const ReadBars& read) {
     return read.fault.isEmpty() ? texts.join(u'|') : read.fault;
 }
 
-TEST(DayBarsTest, AsksAsEachKindWantsIt) {
+TEST(DayBarsTest, TencentIsAskedForNoMoreThan640DaysAtATime) {
     const QDateTime now(QDate(2026, 11, 24), QTime(10, 0));
-    const QDate first(2025, 2, 1), last(2026, 12, 31);
-    const QString csv = u"/table.csv?s=%1&a=1&b=1&c=2025&d=11&e=31&f=2026&g=d&ignore=.csv"_s;
-    const QString sina =
-        u"/quotes_service/api/json_v2.php/CN_MarketData.getKLineData?symbol=sh600036&scale=240"
-        u"&ma=no&datalen=475"_s;
-    const QString tencent =
-        u"/appstock/app/fqkline/get?param=sh600519,day,2025-02-01,2026-12-31,640,"_s;
-    const QString eastmoney =
-        u"/api/qt/stock/kline/get?secid=0.000001&klt=101&fqt=0&beg=20250201&end=20261231&lmt=5000"
-        u"&fields1=f1,f2,f3,f4,f5,f6&fields2=f51,f52,f53,f54,f55,f56,f57,f58,f59,f60,f61"_s;
-    const struct {
-        QString kind, dm, path;
-    } cases[] = {{u"csv"_s, u"SH000001"_s, csv.arg(u"000001.ss"_s)},
-                 {u"csv"_s, u"sh600000"_s, csv.arg(u"600000.ss"_s)},
-                 {u"csv"_s, u"Sh600000"_s, csv.arg(u"600000.sz"_s)},
-                 {u"sina"_s, u"SH600036"_s, sina},
-                 {u"tencent"_s, u"SH600519"_s, tencent},
-                 {u"eastmoney"_s, u"SZ000001"_s, eastmoney}};
-    for (const auto& it : cases) {
-        EXPECT_EQ(barKind(it.kind)->paths({it.dm, first, last, now}), QStringList{it.path});
-    }
     const QStringList parts =
         barKind(u"tencent"_s)->paths({u"SH600519"_s, {2020, 1, 1}, {2026, 11, 24}, now});
-    ASSERT_EQ(parts.size(), 3) << "no more than 640 days each";
+    ASSERT_EQ(parts.size(), 3);
     EXPECT_TRUE(parts[0].contains(u"2020-01-01,2022-06-14"_s));
     EXPECT_TRUE(parts[1].contains(u"2022-06-15,"_s)) << "no day twice, none left out";
     EXPECT_TRUE(parts[2].contains(u",2026-11-24,"_s));
@@ -237,44 +214,6 @@ TEST_F(DayBarsOrderTest, AnAnswerWithoutDaysIsOne) {
     ASSERT_TRUE(reply.days);
     EXPECT_TRUE(reply.days->isEmpty() && reply.lacks.isEmpty());
     EXPECT_EQ(second_.connections, 0);
-}
-
-TEST_F(DayBarsOrderTest, ThatOneIsLimitedIsToldThoughTheNextOneAnswers) {
-    first_.answer = [](QTcpSocket& socket) {
-        socket.write("HTTP/1.1 456 x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
-        socket.disconnectFromHost();
-    };
-    const BarsReply reply = fetch();
-    EXPECT_TRUE(reply.turnedAway && reply.days);
-}
-
-// Over three years, so that Tencent is asked twice.
-TEST(DayBarsMarketTest, AllKindsTellTheSameDays) {
-    FakeClock clock;
-    clock.moment.setTime(QTime(16, 0));
-    PracticeMarket market(PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s},
-                                          {u"SH600016"_s, u"民生银行"_s},
-                                          {u"SH600036"_s, u"招商银行"_s},
-                                          {u"SZ000001"_s, u"平安银行"_s}}),
-                          [&] { return clock.moment; });
-    market.start();
-    QtHttpClient client;
-    const QDate first(2023, 11, 20), last(2026, 11, 24);
-    const auto daysOf = [&](const QString& kind, const QString& dm) {
-        const DayBars bars(client, clock, {{market.host(), {}, 10, 1, 0, kind}});
-        const BarsReply reply = QCoro::waitFor(bars.fetch(dm, first, last, {}));
-        EXPECT_EQ(reply.lacks, QStringList());
-        return words({reply.days.value_or(QList<DayBar>()), {}});
-    };
-    for (const QString& dm : {u"SH600016"_s, u"SH600036"_s, u"SZ000001"_s, u"SH000001"_s}) {
-        const QString days = daysOf(u"csv"_s, dm);
-        EXPECT_EQ(days.count(u'|'), 786 - (dm == haltedCode.toUpper() ? 5 : 0)) << dm.toStdString();
-        EXPECT_TRUE(days.section(u'|', -1).startsWith(u"2026-11-24"_s));
-        for (const QString& kind : {u"sina"_s, u"tencent"_s, u"eastmoney"_s}) {
-            EXPECT_EQ(daysOf(kind, dm), days) << kind.toStdString() << ' ' << dm.toStdString();
-        }
-    }
-    EXPECT_EQ(daysOf(u"sina"_s, u"SH609999"_s), QString());
 }
 
 }  // namespace guanchao

@@ -109,23 +109,6 @@ TEST_F(PoliteHttpTest, TenFailuresInARowAreEnough) {
     }
 }
 
-TEST_F(PoliteHttpTest, SilenceAndBrokenTransfersAreFailuresToo) {
-    raw_.answer = [](QTcpSocket& socket) {
-        socket.write(httpHead(100) + "half");
-        socket.disconnectFromHost();
-    };
-    for (int i = 0; i < 10; ++i) {
-        EXPECT_EQ(get(raw_.service()).outcome, Outcome::broken);
-    }
-    EXPECT_TRUE(rests());
-    FakeHttp silent;
-    PoliteHttp polite(silent, clock_);
-    for (int i = 0; i < 12; ++i) {
-        QCoro::waitFor(polite.get(raw_.service(), u"/"_s, {}));
-    }
-    EXPECT_EQ(silent.paths.size(), 10);
-}
-
 TEST_F(PoliteHttpTest, KeepsThePauseOfAServiceBetweenItsRequests) {
     Service paced = raw_.service();
     paced.pauseSeconds = 0.7;

@@ -4,7 +4,6 @@
 #include "base/values.h"
 #include "formats/gbk.h"
 #include "services/fundamentals.h"
-#include "services/polite_http.h"
 #include "services/quote_reply.h"
 #include "services/quote_tencent.h"
 #include "tests/support/fakes.h"
@@ -143,18 +142,6 @@ TEST_F(QuoteSourceTest, AKindIsNotAskedForWhatItDoesNotKnow) {
         << "as they are now";
     services.quote = {second_};
     EXPECT_TRUE(outcomeOf(source.fetch(u"int_dji"_s, {})).lack.contains(u"启用别的"_s));
-}
-
-TEST(QuoteSource, TellsWhichServiceRests) {
-    FakeClock clock;
-    FakeHttp http;
-    PoliteHttp polite(http, clock);
-    QuoteSource source(polite, clock, {{u"http://s"_s, {}, 10, 1, 0, u"sina"_s}});
-    for (int before = 0; before < 10; ++before) {
-        EXPECT_EQ(outcomeOf(source.fetch(u"sh600519"_s, {})).lack, u"没有应答"_s);
-    }
-    EXPECT_EQ(outcomeOf(source.fetch(u"sh600519"_s, {})).lack,
-              u"新浪（http://s）：刚才一再没有答好（没有应答），10:01:30 以前不再去要"_s);
 }
 
 TEST(FundamentalsLine, ReadsItsPositionsOrNothing) {

@@ -99,12 +99,6 @@ TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {
     EXPECT_EQ(words(standard.search), u"page "_s) << "where the store's own pattern leads";
     EXPECT_EQ(words(shipped.search), u"eastmoney https://search-api-web.eastmoney.com"_s);
     EXPECT_TRUE(shipped.complaints.isEmpty());
-    EXPECT_EQ(words(standard.history),
-              u"sina https://money.finance.sina.com.cn, tencent https://web.ifzq.gtimg.cn,"
-              u" eastmoney https://push2his.eastmoney.com"_s);
-    EXPECT_EQ(
-        words(standard.boards),
-        u"sina https://vip.stock.finance.sina.com.cn, eastmoney https://push2.eastmoney.com"_s);
     EXPECT_FALSE(isFormerStandard(contentOf(path)));
 }
 

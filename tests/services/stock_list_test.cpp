@@ -1,12 +1,9 @@
 #include "services/stock_list.h"
 
-#include "platform/qt_http_client.h"
 #include "services/service_watch.h"
 #include "tests/support/fakes.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
-#include "tests/support/raw_service.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -65,40 +62,26 @@ TEST(StockListTest, AListIsWholeOnlyIfItsNumberSaysSo) {
     }
 }
 
-TEST(StockListTest, TheNextOneIsAskedWhereOneBringsNoWholeList) {
-    std::vector<PracticeStock> stocks = {
-        {u"SH000001"_s, u"上证指数"_s}, {u"SH600001"_s, u"某股"_s}, {u"BJ920001"_s, u"京股"_s}};
-    for (int it = 0; it < 170; ++it) {
-        stocks.push_back({u"SZ300%1"_s.arg(it, 3, 10, QChar(u'0')), u"某股"_s});
-    }
-    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
-                          PracticeBoards(stocks));
-    market.start();
-    RawService refusing;
-    refusing.answer = hangingUp[3].answer;
-    const Service first = {refusing.service(10).host, {}, 10, 1, 0, u"sina"_s};
-    QtHttpClient client;
-    QStringList heard;
-    const StockListProgress hear = [&](qsizetype come, std::optional<qsizetype> total) {
-        heard << u"%1/%2"_s.arg(come).arg(total.value_or(-1));
+TEST(StockListTest, AListThatIsRefusedIsNoAnswerAndTheNextOneIsAsked) {
+    FakeHttp http;
+    http.answer = [](const QString& path) -> std::optional<QByteArray> {
+        return path.contains(u"StockCount"_s) ? "\"1\""
+               : path.contains(u"page=1&"_s)  ? "[{symbol:\"sh600001\",name:\"a\"}]"
+                                              : "[]";
     };
-    const StockList list(client, {first, {market.host(), {}, 10, 1, 0, u"eastmoney"_s}});
-    const auto whole = endOf(list.fetch(true, noFault, hear, {}));
-    EXPECT_EQ(whole.stocks.size(), 172) << "all but the index";
-    EXPECT_TRUE(codes(whole).contains(u"BJ920001"_s));
-    EXPECT_TRUE(whole.isWhole);
-    EXPECT_EQ(whole.service.kind, u"eastmoney"_s);
-    EXPECT_EQ(whole.lacks.join(u' '), u"新浪（%1）：被拒绝（403）"_s.arg(first.host));
-    EXPECT_EQ(heard.value(0), u"100/172"_s);
-    const Service sina = {market.host(), {}, 10, 1, 0, u"sina"_s};
     const FakeClock clock;
-    ServiceWatch watch(client, clock);
-    const StockList judged(watch, {sina, {market.host(), {}, 10, 1, 0, u"eastmoney"_s}});
-    const auto never = [](const QList<ListedStock>&) { return u"太短"_s; };
-    const auto reply = endOf(judged.fetch(false, never, unheard, {}));
-    EXPECT_TRUE(reply.stocks.isEmpty());
-    EXPECT_EQ(reply.lacks.filter(u"：太短"_s).size(), 2) << "the next one is asked";
-    EXPECT_EQ(watch.stateOf(sina).reason, u"太短"_s) << "which is no answer for its watch either";
+    ServiceWatch watch(http, clock);
+    const Service first = {u"http://a"_s, {}, 0, 1, 0, u"sina"_s};
+    const StockList list(watch, {first, {u"http://b"_s, {}, 0, 1, 0, u"sina"_s}});
+    int looked = 0;
+    const auto firstIsShort = [&](const QList<ListedStock>&) {
+        return ++looked == 1 ? u"太短"_s : QString();
+    };
+    const auto reply = endOf(list.fetch(false, firstIsShort, unheard, {}));
+    EXPECT_EQ(codes(reply), u"SH600001"_s);
+    EXPECT_EQ(reply.service.host, u"http://b"_s);
+    EXPECT_EQ(reply.lacks.filter(u"：太短"_s).size(), 1);
+    EXPECT_EQ(watch.stateOf(first).reason, u"太短"_s) << "which is no answer for its watch either";
 }
 
 }  // namespace guanchao
