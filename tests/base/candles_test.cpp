@@ -101,18 +101,6 @@ TEST(VisibleDaysTest, StaysWithinTheDaysThereAre) {
     }
 }
 
-TEST(VisibleDaysTest, ADayIsBroughtIntoSightByTheShortestWay) {
-    VisibleDays sight;
-    sight.setTotal(500);
-    sight.showLast(100);
-    sight.bringIntoSight(450);
-    EXPECT_EQ(sight.first(), 400) << "it is there";
-    sight.bringIntoSight(399);
-    EXPECT_EQ(sight.first(), 399);
-    sight.bringIntoSight(499);
-    EXPECT_EQ(sight.first(), 400);
-}
-
 TEST(DayLineTest, CountsTheMinutesOfTrading) {
     const struct {
         QTime time;

@@ -142,21 +142,4 @@ TEST_F(ConnectionTest, WhereOnlyReadingIsAllowedNothingElseIs) {
     EXPECT_EQ(read.value(2).toText(), u"浦发银行"_s);
 }
 
-TEST_F(ConnectionTest, ARecordsetKeepsTypesAndItsPosition) {
-    Connection connection = store_.stores.main.open();
-    Recordset rows(connection,
-                   u"select null as a,7 as b,2.5 as 涨幅,'x' as d union all select 1,2,3,'4'"_s);
-    EXPECT_TRUE(rows.value(u"a").isNull());
-    EXPECT_THROW(rows.value(u"a").toNumber(), OperationError);
-    EXPECT_FALSE(rows.value(u"b").isReal());
-    EXPECT_TRUE(rows.value(u"涨幅").isReal());
-    EXPECT_EQ(rows.value(u"涨幅").toText(), u"2.5"_s);
-    EXPECT_THROW(rows.value(u"e"), OperationError);
-    rows.moveNext();
-    EXPECT_DOUBLE_EQ(rows.value(3).toNumber(), 4);
-    rows.moveNext();
-    EXPECT_TRUE(rows.atEnd());
-    EXPECT_THROW(rows.value(0), OperationError);
-}
-
 }  // namespace guanchao

@@ -45,14 +45,6 @@ TEST_F(PreparedStoresTest, ANewFolderHoldsAWholeMarketToPractiseOn) {
               QStringList{u"1|2026-11-24 08:00:00|null|20"_s});
     EXPECT_EQ(rows(stores_.heat, u"select mainisrun,isvisible,today,iszidinyinum from canshu"_s),
               QStringList{u"0|0|2026-11-24 08:00:00|0"_s});
-    EXPECT_EQ(rows(stores_.pinyin,
-                   u"select name,pycode from pingyin where   name='茅' order by"
-                   u" pycode desc "_s),
-              QStringList{u"茅|mao"_s});
-    EXPECT_GE(rows(stores_.pinyin, u"select count(*) from pingyin"_s)[0].toInt(), 6700);
-    const StoreFile backup{applicationFolder(directory_.path()) + u"yzhutibackup.mzdat"_s,
-                           stores_.backupKey};
-    EXPECT_EQ(rows(backup, u"select count(*) from dzhzhuti,dmb"_s), QStringList{u"0"_s});
 }
 
 TEST_F(PreparedStoresTest, AStoreThatIsThereStays) {
