@@ -104,16 +104,4 @@ TEST_F(LiveCheckTest, AKindThatFailsIsToldAndOneThatAnswersIsEnough) {
         << none.rows.join(u'\n').toStdString();
 }
 
-TEST_F(LiveCheckTest, BadArgumentsAreNotAsked) {
-    for (const QStringList& words :
-         {QStringList{u"--help"_s}, {u"--pause"_s, u"x"_s}, {u"a"_s, u"b"_s}, {u"--other"_s}}) {
-        QProcess program;
-        program.start(QStringLiteral(GUANCHAO_LIVE_CHECK), words);
-        program.waitForFinished();
-        EXPECT_EQ(program.exitCode(), words[0] == u"--help"_s ? 0 : 2) << words[0].toStdString();
-        const QByteArray said = program.readAllStandardOutput() + program.readAllStandardError();
-        EXPECT_TRUE(QString::fromUtf8(said).startsWith(u"用法：live_check"_s));
-    }
-}
-
 }  // namespace guanchao

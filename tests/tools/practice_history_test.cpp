@@ -1,67 +1,15 @@
 #include "tools/practice_history/practice_history.h"
 
 #include <QDir>
-#include <QMap>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-#include <algorithm>
-#include <optional>
 
 #include "platform/fixed_folders.h"
 #include "research/history_store.h"
 #include "research/practice_bars.h"
 #include "tests/support/qt_printers.h"
-#include "tools/practice_market/practice_events.h"
 
 namespace guanchao {
-
-// The history of one theme of eight stocks, which reaches the bar with four at their limit.
-TEST(PracticeHistoryTest, TheThemeReachesTheBarOnSomeDays) {
-    std::vector<PracticeStock> stocks;
-    QList<ThemeMember> library;
-    for (int at = 0; at < 8; ++at) {
-        const QString dm = u"SH60000%1"_s.arg(at);
-        stocks.push_back({dm, dm});
-        library << ThemeMember{u"银行"_s, dm};
-    }
-    const QDate today(2026, 11, 24);
-    const PracticeHistory history = practiceHistory(PracticeQuotes(stocks), library, today);
-    QMap<QDate, int> limits;
-    bool unbuyable = false;
-    for (const DayRow& row : history.days) {
-        const bool isLimit = static_cast<double>(row.close) > 1.095 * double(row.formerClose) &&
-                             row.high == row.close;
-        limits[row.day] += isLimit ? 1 : 0;
-        unbuyable = unbuyable || (isLimit && row.high == row.low);
-    }
-    EXPECT_EQ(limits.size(), 400);
-    EXPECT_EQ(limits.lastKey(), QDate(2026, 11, 23)) << "today's day is still to come";
-    EXPECT_GT(std::ranges::count_if(limits, [](int count) { return count >= 4; }), 10);
-    EXPECT_TRUE(unbuyable) << "a stock that can't be bought";
-}
-
-// A fill from the practice market goes on from these days, and by the same dividends.
-TEST(PracticeHistoryTest, TheFactorsGoWithTheDividendsOfThePracticeMarket) {
-    const QList<ThemeMember> library = {{u"银行"_s, u"SH600036"_s}};
-    const QList<DayRow> days =
-        practiceHistory(PracticeQuotes({{u"SH600036"_s, u"x"_s}}), library, QDate(2026, 11, 24))
-            .days;
-    std::optional<DayRow> before;
-    int changes = 0;
-    for (const DayRow& day : days) {
-        if (day.dm != u"SH600036"_s) {
-            continue;
-        }
-        EXPECT_TRUE(!before || goesBy(*before, day)) << day.day.toString().toStdString();
-        if (before && day.factor != before->factor) {
-            EXPECT_NEAR(day.factor / before->factor, dividendRatio, 1e-9);
-            EXPECT_TRUE(before->day < exDividendDay && exDividendDay <= day.day);
-            ++changes;
-        }
-        before = day;
-    }
-    EXPECT_EQ(changes, 1);
-}
 
 // Where a folder of real stores would take them for real: moved, and told. Where they belong, and
 // real days: left.
