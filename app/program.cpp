@@ -8,6 +8,8 @@
 
 namespace guanchao {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // How long the window may stand still for a store.
@@ -57,7 +59,10 @@ int Program::run() {
         application_.guard([this] { tellOfPracticeBars(); });
         brief_.emplace(longestOfAClick);
     });
-    return Application::exec();
+    writeLog({LogKind::program, u"启动"_s, Application::applicationVersion()});
+    const int result = Application::exec();
+    writeLog({LogKind::program, u"退出"_s, {}});
+    return result;
 }
 
 void Program::tellOfPracticeBars() {

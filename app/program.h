@@ -19,6 +19,7 @@
 #include "platform/desktop/desktop_shell.h"
 #include "platform/desktop/desktop_sound.h"
 #include "platform/desktop/desktop_tray.h"
+#include "platform/log_file.h"
 #include "platform/qt_http_client.h"
 #include "research/asked_history.h"
 #include "research/history_candles.h"
@@ -60,6 +61,7 @@ private:
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     ServicesFile servicesFile_{folder_ + QStringLiteral("services.ini"), services_};
     SystemClock clock_;
+    LogFile log_{folder_ + logOfProgram, clock_};
     QtHttpClient web_;
     PoliteHttp polite_{web_, clock_};
     ServiceWatch watch_{polite_, clock_};

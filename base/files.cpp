@@ -68,6 +68,12 @@ QString systemReason(int error) {
     return known == std::end(systemReasons) ? qt_error_string(error) : known->words;
 }
 
+QString systemReasonIn(const QString& text) {
+    const auto* known = std::ranges::find_if(
+        systemReasons, [&](const SystemReason& it) { return text.contains(it.words); });
+    return known == std::end(systemReasons) ? QString() : known->words;
+}
+
 // Qt keeps the system's reason as the system's words alone.
 QString reasonOf(const QFileDevice& file) {
     if (file.error() == QFileDevice::NoError) {

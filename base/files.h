@@ -13,6 +13,9 @@ namespace guanchao {
 // Why the system refused, by its error number, in words for the user.
 QString systemReason(int error);
 
+// The one of these words that a text holds; empty if it holds none.
+QString systemReasonIn(const QString& text);
+
 // Why a file couldn't be opened, or didn't take what was written to it.
 QString reasonOf(const QFileDevice& file);
 

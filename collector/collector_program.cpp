@@ -5,6 +5,8 @@
 #include <QTimer>
 
 #include "base/activity.h"
+#include "base/log.h"
+#include "base/log_words.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
@@ -65,6 +67,7 @@ void CollectorProgram::openRun(Scope scope) {
     pacing_ = std::make_unique<Pacing>(
         settings_, [this] { return std::uniform_real_distribution<>(0, 1)(random_); });
     collection_ = std::make_unique<Collection>(*job_, stores_.heat, client_, clock_, *pacing_);
+    note_.emplace(job_->title(), std::stop_token());
     collection_->begin(scope);
     window_ = std::make_unique<CollectorWindow>(*collection_, dialogs_, application_, clock_,
                                                 job_->title());
@@ -139,9 +142,21 @@ std::unique_ptr<Job> CollectorProgram::makeCodeTableJob() {
     return std::make_unique<CodeTableJob>(stores_, clock_, *initials_, quote);
 }
 
+void CollectorProgram::noteEnd(const RunTally& tally) {
+    const RunState state = collection_->state();
+    const QString counts = tally.countWords() + u"；"_s + tally.failureWords();
+    if (vainStates.contains(state)) {
+        writeLog({LogKind::failure, headOf(job_->title()), headOf(collection_->summary())});
+    } else {
+        note_->ended(counts, state != RunState::finished);
+    }
+    note_.reset();
+}
+
 // The window stays with its summary until the user closes it, unless nobody is there to see it.
 void CollectorProgram::end() {
     const RunTally tally = collection_->tally();
+    noteEnd(tally);
     QStringList lines = {collection_->summary(), tally.failureWords()};
     if (!tally.skipped.isEmpty()) {
         lines << u"跳过："_s + tally.skipped.join(u'、');

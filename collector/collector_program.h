@@ -3,14 +3,17 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <random>
 
+#include "base/run_note.h"
 #include "collector/collector_window.h"
 #include "formats/initials.h"
 #include "frame/application.h"
 #include "heat/collector_contract.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/desktop_notifier.h"
+#include "platform/log_file.h"
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
 #include "services/polite_http.h"
@@ -37,6 +40,7 @@ private:
     void refuse(const QString& reason);
     std::unique_ptr<Job> makeJob();
     std::unique_ptr<Job> makeCodeTableJob();
+    void noteEnd(const RunTally& tally);
     void end();
 
     Application& application_;
@@ -44,6 +48,7 @@ private:
     Stores stores_ = storesIn(folder_);
     Services services_ = readServices(folder_ + QStringLiteral("services.ini"));
     SystemClock clock_;
+    LogFile log_{folder_ + logOfCollector, clock_};
     DesktopDialogs dialogs_;
     DesktopNotifier notifier_;
     QtHttpClient web_;
@@ -58,6 +63,7 @@ private:
     std::unique_ptr<Job> job_;
     std::unique_ptr<Pacing> pacing_;
     std::unique_ptr<Collection> collection_;
+    std::optional<RunNote> note_;
     std::unique_ptr<CollectorWindow> window_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
 #include "exchange/theme_text.h"
@@ -37,12 +38,14 @@ QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards, s
     attention_ = attention;
     tally_.isShown = attention == NewAttention::ofTheme;
     working_.goOn();
+    RunNote note(u"导入概念板块"_s, stop);
     try {
         co_await carryOut(service, boards, stop);
     } catch (const Cancelled&) {
         tally_.stopped = true;
     }
     endIfStopped(stop);
+    note.ended(u"%1 / %2 个板块"_s.arg(done_).arg(total_), tally_.stopped);
     co_return BoardTally(tally_);
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
 #include "base/worker.h"
@@ -47,12 +48,14 @@ CodeTableUpdate::CodeTableUpdate(const Stores& stores, const Clock& clock, HttpC
 
 QCoro::Task<CodeTableResult> CodeTableUpdate::run(bool withBeijing, std::stop_token stop) {
     const std::stop_callback whenStopped(stop, [this] { control_.stop(); });
+    RunNote note(u"更新代码表"_s, stop);
     try {
         co_await carryOut(withBeijing, stop);
     } catch (const Cancelled&) {
         result_.stopped = true;
     }
     endIfStopped(stop);
+    note.ended(u"名单 %1 只"_s.arg(result_.listed), result_.stopped);
     co_return CodeTableResult(result_);
 }
 

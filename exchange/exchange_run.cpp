@@ -28,6 +28,10 @@ void ExchangeRun::show(const ExchangeProgress& progress) {
     show_(shown_);
 }
 
+QString ExchangeRun::counts() const {
+    return u"%1 / %2"_s.arg(shown_.progress.done).arg(shown_.progress.total);
+}
+
 void ExchangeRun::end() {
     shown_ = {};
     show_(shown_);

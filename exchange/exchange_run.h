@@ -8,6 +8,7 @@
 #include <QString>
 #include <functional>
 
+#include "base/run_note.h"
 #include "base/worker.h"
 
 namespace guanchao {
@@ -66,11 +67,13 @@ public:
         using Given = std::optional<std::invoke_result_t<Job, ExchangeWork&>>;
         requireIdle(name);
         begin(name);
+        RunNote note(name, stop);
         const auto end = qScopeGuard([this] { this->end(); });
         const std::function<void(const ExchangeProgress&)> tell =
             [this](const ExchangeProgress& progress) { show(progress); };
         const std::stop_token wanted = wanted_.get_token();
         Given given = co_await inWorker<ExchangeProgress>(std::move(job), tell, wanted, stop);
+        note.ended(counts(), !given);
         co_return given;
     }
 
@@ -83,6 +86,7 @@ public:
 
 private:
     void begin(const QString& name);
+    QString counts() const;
     void show(const ExchangeProgress& progress);
     void end();
 

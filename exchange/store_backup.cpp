@@ -7,6 +7,7 @@
 
 #include "base/activity.h"
 #include "base/files.h"
+#include "base/run_note.h"
 #include "exchange/store_check.h"
 #include "exchange/store_copy.h"
 
@@ -76,6 +77,7 @@ bool makeDailyCopy(const Stores& stores, const QString& folder, const QDate& day
     if (QFileInfo(folder + name).isDir()) {
         return false;
     }
+    RunNote note(u"每日备份"_s, {});
     makeFolder(folder);
     removeUnfinished(folder);
     requireRoom(stores, freeBytes(folder));
@@ -83,6 +85,7 @@ bool makeDailyCopy(const Stores& stores, const QString& folder, const QDate& day
     for (const KeptCopy& copy : copiesToGo(keptCopies(folder))) {
         QDir(folder + copy.name).removeRecursively();
     }
+    note.ended();
     return true;
 }
 

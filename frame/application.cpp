@@ -55,6 +55,7 @@ static bool opensMenu(QObject* receiver, const QEvent* event) {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(programName);
+    setApplicationVersion(QStringLiteral(GUANCHAO_VERSION));
     setQuitOnLastWindowClosed(false);
     QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
     applyLooks(*this);

@@ -30,6 +30,10 @@ void FillTally::lack(const QString& dm, const QString& reason) {
     ++reasons[reason];
 }
 
+QString FillTally::counts() const {
+    return u"补了 %1 只，新增 %2 条日线，%3 只没有补成"_s.arg(codes).arg(rows).arg(lacking.size());
+}
+
 QString FillTally::words() const {
     QStringList lines = {heading(*this) + u"补了 %1 只，新增 %2 条日线。"_s.arg(codes).arg(rows)};
     if (refactored > 0) {

@@ -21,6 +21,8 @@ struct FillTally {
 
     void lack(const QString& dm, const QString& reason);
 
+    // For the log.
+    QString counts() const;
     // For the window: what came, what didn't, why and what to do.
     QString words() const;
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/run_note.h"
 #include "services/service_names.h"
 #include "store/failure.h"
 
@@ -119,8 +120,10 @@ QCoro::Task<> HistoryDesk::run(FillWish wish, std::stop_token stop) {
         emit changed();
     };
     HistoryFill fill(stores_, clock_, watch_, services_, wish, *control_, show);
+    RunNote note(u"补全历史行情"_s, stop);
     try {
         const FillTally tally = co_await fill.run(stop);
+        note.ended(tally.counts(), tally.stopped);
         shown_.words = tally.words();
         noteUpdate(tally);
     } catch (const std::exception& failure) {

@@ -2,6 +2,7 @@
 
 #include <QScopeGuard>
 
+#include "base/run_note.h"
 #include "base/time_left.h"
 
 namespace guanchao {
@@ -49,6 +50,7 @@ QCoro::Task<bool> ResearchRun::run(QString name, Job job, std::stop_token stop) 
     progress_ = {};
     progress_.running = true;
     show_(progress_);
+    RunNote note(name, stop);
     const auto end = qScopeGuard([this] {
         progress_.running = false;
         show_(progress_);
@@ -61,6 +63,8 @@ QCoro::Task<bool> ResearchRun::run(QString name, Job job, std::stop_token stop) 
     const Show show = [this](const ResearchProgress& words) { take(words); };
     const std::optional<bool> complete =
         co_await inWorker<ResearchProgress>(inThread, show, wanted_.get_token(), stop);
+    const QString counts = u"%1 / %2"_s.arg(progress_.done).arg(progress_.total);
+    note.ended(counts, !complete);
     co_return complete.value_or(false);
 }
 

@@ -2,6 +2,10 @@
 
 #include <cstdlib>
 
+#include "base/log.h"
+#include "base/log_words.h"
+#include "services/service_names.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,6 +19,10 @@ constexpr int severalInARow = 5;
 
 QString keyOf(const Service& service) {
     return service.purpose + u' ' + service.kind + u' ' + service.host;
+}
+
+QString loggedName(const Service& service) {
+    return purposeName(service.purpose) + u' ' + shownAddress(service.host);
 }
 
 }  // namespace
@@ -34,7 +42,7 @@ QCoro::Task<HttpReply> ServiceWatch::get(Service service, QString path, std::sto
         it.state.failsSince = {};
         it.state.failuresInARow = 0;
     } else if (reply.outcome != HttpReply::Outcome::resting) {
-        noteFailure(it.state, failureWords(reply));
+        noteFailure(service, it.state, failureWords(reply));
     }
     co_return HttpReply(reply);
 }
@@ -45,16 +53,17 @@ void ServiceWatch::complain(const Service& service, const QString& reason) {
     if (it.beforeAnswer) {
         it.state = *it.beforeAnswer;
         it.beforeAnswer.reset();
-        noteFailure(it.state, reason);
+        noteFailure(service, it.state, reason);
     }
 }
 
-void ServiceWatch::noteFailure(State& state, const QString& reason) const {
+void ServiceWatch::noteFailure(const Service& service, State& state, const QString& reason) const {
     state.failed = clock_.now();
     state.reason = reason;
     const bool isFirst = state.failuresInARow == 0;
     if (isFirst) {
         state.failsSince = state.failed;
+        writeLog({LogKind::service, loggedName(service), headOf(reason)});
     }
     if (isFirst || std::abs(state.counted.secsTo(state.failed)) >= secondsApart) {
         ++state.failuresInARow;

@@ -39,7 +39,7 @@ private:
         std::optional<State> beforeAnswer;  // while a reader may still complain of the answer
     };
 
-    void noteFailure(State& state, const QString& reason) const;
+    void noteFailure(const Service& service, State& state, const QString& reason) const;
 
     HttpClient& http_;
     const Clock& clock_;

@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "base/log.h"
+#include "base/log_words.h"
 #include "store/store_error.h"
 #include "store/stores.h"
 
@@ -75,9 +77,40 @@ bool saysMore(const StoreError& failure) {
     return onlyTheReasonTells || hasHan(failure.reason());
 }
 
+// The library names what it doesn't know of a statement, which may be a user's word.
+QString libraryWords(const StoreError& failure) {
+    const bool isTyped = failure.fault() != StoreFault::other || hasHan(failure.reason()) ||
+                         failure.reason().contains(u"no such column"_s);
+    return isTyped ? QString() : u"（"_s + headOf(failure.reason()) + u"）"_s;
+}
+
+// A store that the user has picked has a name of its own.
+QString loggedExplanation(const StoreError& failure) {
+    const QString file = QFileInfo(failure.path()).fileName();
+    const QString words = explanation(failure);
+    return loggable(isOwnFile(file) ? words : QString(words).replace(file, u"…"_s));
+}
+
+QString loggedReason(const std::exception& failure) {
+    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
+        const QString holder =
+            store->holder().isEmpty() ? QString() : u"，使用它的是"_s + headOf(store->holder());
+        return loggedExplanation(*store) + holder + libraryWords(*store);
+    }
+    const auto* operation = dynamic_cast<const OperationError*>(&failure);
+    return headOf(operation ? operation->reason() : QString::fromUtf8(failure.what()));
+}
+
+void note(const std::exception& failure) {
+    const auto* operation = dynamic_cast<const OperationError*>(&failure);
+    const QString activity = operation ? headOf(operation->activity()) : QString();
+    writeLog({LogKind::failure, activity, loggedReason(failure)});
+}
+
 }  // namespace
 
 QString failureReason(const std::exception& failure) {
+    note(failure);
     if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
         return explanation(*store);
     }
@@ -86,6 +119,7 @@ QString failureReason(const std::exception& failure) {
 }
 
 QString failureText(const std::exception& failure) {
+    note(failure);
     const auto* operation = dynamic_cast<const OperationError*>(&failure);
     const bool named = operation && !operation->activity().isEmpty();
     const auto* store = dynamic_cast<const StoreError*>(&failure);

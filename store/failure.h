@@ -6,6 +6,9 @@
 
 namespace guanchao {
 
+// Both are asked for where a failure is told, and note it in the log, without the words of users
+// in it.
+
 // Why it failed, in one line of Chinese where the reason is one that a user can do something about.
 QString failureReason(const std::exception& failure);
 

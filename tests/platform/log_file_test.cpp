@@ -1,0 +1,122 @@
+#include "platform/log_file.h"
+
+#include <QTemporaryDir>
+#include <QThread>
+#include <thread>
+#include <vector>
+
+#include "base/run_note.h"
+#include "tests/support/fakes.h"
+#include "tests/support/files.h"
+#include "tests/support/qt_printers.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+class LogFileTest : public ::testing::Test {
+protected:
+    QStringList lines(const QString& path) const {
+        return QString::fromUtf8(contentOf(path)).split(u'\n', Qt::SkipEmptyParts);
+    }
+    static void fail(const QString& words) {
+        writeLog({LogKind::failure, u"更新行情数据"_s, words});
+    }
+
+    QTemporaryDir directory_;
+    FakeClock clock_;
+    const QString path_ = directory_.filePath(u"运行日志.log"_s);
+    const QString former_ = directory_.filePath(u"运行日志.以前.log"_s);
+};
+
+TEST_F(LogFileTest, ALineTellsWhenWhatAndHowLong) {
+    {
+        const LogFile log(path_, clock_);
+        writeLog({LogKind::run, u"补全\t历史"_s, u"结束\n了"_s, std::chrono::milliseconds(12345)});
+        qWarning("QObject: a warning");
+        qInfo("nothing to keep");
+    }
+    fail(u"nobody keeps it"_s);
+    EXPECT_EQ(lines(path_),
+              (QStringList{u"2026-11-24 10:00:00\t运行\t补全 历史\t结束 了\t12.3 秒"_s,
+                           u"2026-11-24 10:00:00\t警告\tdefault\tQObject: a warning"_s}));
+    EXPECT_EQ(QFile::permissions(path_) & (QFile::ReadOther | QFile::ReadGroup),
+              QFile::Permissions());
+}
+
+TEST_F(LogFileTest, WhatComesAgainIsCountedAndARunIsToldEachTime) {
+    const LogFile log(path_, clock_);
+    for (int i = 0; i < 5; ++i) {
+        fail(u"没有应答"_s);
+        fail(u"已损坏"_s);
+    }
+    clock_.moveOn(std::chrono::minutes(11));
+    fail(u"没有应答"_s);
+    { const RunNote stands(u"导出数据"_s, {}); }
+    const QString day = u"2026-11-24 10:"_s;
+    EXPECT_EQ(lines(path_),
+              (QStringList{day + u"00:00\t失败\t更新行情数据\t没有应答"_s,
+                           day + u"00:00\t失败\t更新行情数据\t已损坏"_s,
+                           day + u"11:00\t失败\t更新行情数据\t没有应答\t此前还有 4 次"_s,
+                           day + u"11:00\t运行\t导出数据\t开始"_s,
+                           day + u"11:00\t运行\t导出数据\t没有完成\t0.0 秒"_s}));
+}
+
+TEST_F(LogFileTest, ARunTellsHowItEnded) {
+    const LogFile log(path_, clock_);
+    std::stop_source source;
+    { RunNote(u"甲 乙"_s, source.get_token()).ended(u"3 / 4，主题“秘密”"_s); }
+    { RunNote(u"甲"_s, source.get_token()).ended({}, true); }
+    source.request_stop();
+    { const RunNote closed(u"甲"_s, source.get_token()); }
+    QStringList ends;
+    for (const QString& it : lines(path_)) {
+        ends << it.section(u'\t', 2, 3);
+    }
+    EXPECT_EQ(ends, (QStringList{u"甲 …\t开始"_s, u"甲 …\t结束：3 / 4，主题“…”"_s, u"甲\t开始"_s,
+                                 u"甲\t停止"_s, u"甲\t开始"_s, u"甲\t停止"_s}));
+}
+
+TEST_F(LogFileTest, AFullFileMakesPlaceForAnotherAndThreadsLoseNoLine) {
+    constexpr qint64 most = 80000;
+    {
+        const LogFile log(path_, clock_, most);
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < 4; ++thread) {
+            threads.emplace_back([thread] {
+                for (int i = 0; i < 600; ++i) {
+                    fail(u"%1 %2"_s.arg(thread).arg(i));
+                }
+            });
+        }
+        for (std::thread& it : threads) {
+            it.join();
+        }
+    }
+    EXPECT_LE(QFileInfo(path_).size(), most);
+    QStringList all = lines(former_) + lines(path_);
+    EXPECT_EQ(all.removeDuplicates(), 0);
+    EXPECT_EQ(all.size(), 2400);
+    EXPECT_EQ(lastLines(path_, {LogKind::failure}, 2400), lines(former_) + lines(path_));
+    EXPECT_EQ(lastLines(path_, {LogKind::run}, 5), QStringList());
+    for (int i = 0; i < 3; ++i) {
+        const LogFile log(path_, clock_, QFileInfo(path_).size());
+        fail(u"再来 %1"_s.arg(i));
+    }
+    EXPECT_LE(QFileInfo(former_).size() + QFileInfo(path_).size(), 2 * most) << "one is kept";
+}
+
+TEST_F(LogFileTest, ABrokenLineEndsBeforeTheNextAndWhatCantBeWrittenIsNobodysTrouble) {
+    writeFile(path_, "half a li");
+    {
+        const LogFile log(path_, clock_);
+        fail(u"甲"_s);
+    }
+    EXPECT_EQ(lines(path_).size(), 2);
+    for (const QString& it : {directory_.filePath(u"没有/运行日志.log"_s), directory_.path()}) {
+        const LogFile log(it, clock_);
+        EXPECT_NO_THROW(fail(u"甲"_s));
+    }
+}
+
+}  // namespace guanchao
