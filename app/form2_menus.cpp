@@ -34,6 +34,7 @@
 #include "themes/review_window.h"
 #include "themes/theme_page.h"
 #include "ui_form2.h"
+#include "utilities/diagnosis_window.h"
 #include "utilities/form28.h"
 #include "utilities/form34.h"
 #include "utilities/help.h"
@@ -347,6 +348,7 @@ void Form2::connectHelp() {
     connect(ui_->聚益通, &QAction::triggered, this, [this] {
         openVendorSite(environment_.services.vendor, environment_.dialogs, environment_.shell);
     });
+    raisesOrOpens<DiagnosisWindow>(ui_->诊断);
     connect(ui_->关于, &QAction::triggered, this, [this] { tellMaker(environment_.dialogs); });
 }
 

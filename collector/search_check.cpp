@@ -1,8 +1,11 @@
 #include "collector/search_check.h"
 
+#include <QFileInfo>
 #include <memory>
 
 #include "collector/news_search.h"
+#include "heat/collector_contract.h"
+#include "store/prepared_stores.h"
 
 namespace guanchao {
 
@@ -30,11 +33,16 @@ QCoro::Task<Finding> askSearch(CheckDesk desk, Service service, RunOrder order,
         true, u"一日新闻 %1%2 个"_s.arg(counts.note.onexian ? u"≥"_s : QString()).arg(counts.one)};
 }
 
+QString searchPages(const StoreFile& heat, const Clock& clock) {
+    return QFileInfo::exists(heat.path) ? readRunOrder(heat, clock).yinqingurl : publicSearchPages;
+}
+
 }  // namespace
 
-Check searchCheck(const Services& services, const QString& pages, const CollectorSettings& settings,
+Check searchCheck(const Services& services, const StoreFile& heat, const QString& applicationFolder,
                   const Clock& clock) {
-    const RunOrder order = {.day = {}, .yinqingurl = pages};
+    const RunOrder order = {.day = {}, .yinqingurl = searchPages(heat, clock)};
+    const CollectorSettings settings = readCollectorSettings(applicationFolder + u"caijiqi.ini"_s);
     QList<Service> sites;
     for (const Service& it : services.search) {
         sites << newsSearch(order, settings, it, clock)->service();

@@ -397,6 +397,12 @@ class Pictures:
             self.screen.click(self.screen.grid(window, "各个网站").cell(0, 1))
         self.menu_window("工具(G)", "行情来源", test)
 
+    def diagnosis(self):
+        def collect(window):
+            self.until_says(window, "收集完了")
+            self.screen.type("Next", "Next")
+        self.menu_window("帮助(B)", "诊断…", collect)
+
     # Research.
 
     def form24(self):

@@ -41,7 +41,7 @@ QCoro::Task<> CheckRun::ask(Check check, Service service, std::stop_token stop) 
     if (!finding.answers) {
         finding.words += details();
     }
-    show_({check, service, finding, http_.milliseconds()});
+    show_({check, service, finding, http_.milliseconds(), http_.last().status});
 }
 
 // The beginning of what was sent, or why nothing was.

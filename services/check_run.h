@@ -13,6 +13,7 @@ struct CheckRow {
     Service service;  // without a host where services.ini names none for the purpose
     Finding finding;
     qint64 milliseconds = 0;
+    int status = 0;  // of the last answer
 };
 
 class CheckRun {

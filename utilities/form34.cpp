@@ -1,18 +1,16 @@
 #include "utilities/form34.h"
 
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QScopeGuard>
 #include <algorithm>
 #include <chrono>
 
+#include "base/run_note.h"
 #include "collector/search_check.h"
 #include "frame/practice_band.h"
-#include "heat/collector_contract.h"
 #include "services/service_names.h"
 #include "services/services_file.h"
 #include "store/patience.h"
-#include "store/prepared_stores.h"
 #include "ui_form34.h"
 #include "utilities/service_checks.h"
 
@@ -253,6 +251,7 @@ QCoro::Task<> Form34::takeStandard(std::stop_token stop) {
 }
 
 QCoro::Task<> Form34::test(std::stop_token stop) {
+    RunNote note(u"测试各个网站"_s, stop);
     showTesting(true);
     const auto end = qScopeGuard([this] { showTesting(false); });
     checkWords_.clear();
@@ -263,20 +262,14 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
         [this](const Check& check, const Service& service) { showBegun(check, service); });
     co_await run.run(serviceChecks(environment_.services), stop);
     // Last: a search address that is none ends the test.
-    const auto read = [this] { return checksOfSearch(); };
-    const QList<Check> search = co_await patiently(read, stop);
+    const auto read = [this] {
+        return searchCheck(environment_.services, environment_.stores.heat,
+                           environment_.applicationFolder, environment_.clock);
+    };
+    const Check site = co_await patiently(read, stop);
+    const QList<Check> search = {site};
     co_await run.run(search, stop);
-}
-
-// The search site as the collector has it.
-QList<Check> Form34::checksOfSearch() const {
-    const StoreFile& heat = environment_.stores.heat;
-    const QString pages = QFileInfo::exists(heat.path)
-                              ? readRunOrder(heat, environment_.clock).yinqingurl
-                              : publicSearchPages;
-    const QString settings = environment_.applicationFolder + u"caijiqi.ini"_s;
-    return {searchCheck(environment_.services, pages, readCollectorSettings(settings),
-                        environment_.clock)};
+    note.ended();
 }
 
 void Form34::showTesting(bool testing) {

@@ -31,6 +31,7 @@
 #include "themes/form6.h"
 #include "themes/review_window.h"
 #include "themes/theme_page.h"
+#include "utilities/diagnosis_window.h"
 #include "utilities/form28.h"
 #include "utilities/form34.h"
 
@@ -55,14 +56,14 @@ TEST_F(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEachWindowFitsItsS
     EXPECT_EQ(unnamedControls(main), QStringList());
     EXPECT_EQ(silencedLabels(main), QStringList());
     const QWidget* (*const windows[])(Windows&) = {
-        opened<Form3>,     opened<Form4>,     opened<Form5>,       opened<Form6>,
-        opened<Form7>,     opened<Form8>,     opened<Form11>,      opened<Form12>,
-        opened<Form21>,    opened<Form22>,    opened<Form24>,      opened<Form25>,
-        opened<Form26>,    opened<Form27>,    opened<Form28>,      opened<Form29>,
-        opened<Form30>,    opened<Form31>,    opened<Form32>,      opened<Form33>,
-        opened<Form34>,    opened<Form35>,    opened<Form36>,      opened<Form37>,
-        opened<Form38>,    opened<ThemePage>, opened<FormRestore>, opened<ReviewWindow>,
-        opened<StartPage>,
+        opened<Form3>,     opened<Form4>,           opened<Form5>,       opened<Form6>,
+        opened<Form7>,     opened<Form8>,           opened<Form11>,      opened<Form12>,
+        opened<Form21>,    opened<Form22>,          opened<Form24>,      opened<Form25>,
+        opened<Form26>,    opened<Form27>,          opened<Form28>,      opened<Form29>,
+        opened<Form30>,    opened<Form31>,          opened<Form32>,      opened<Form33>,
+        opened<Form34>,    opened<Form35>,          opened<Form36>,      opened<Form37>,
+        opened<Form38>,    opened<ThemePage>,       opened<FormRestore>, opened<ReviewWindow>,
+        opened<StartPage>, opened<DiagnosisWindow>,
     };
     for (const auto& opens : windows) {
         const QWidget* window = opens(windows_);

@@ -9,11 +9,10 @@
 
 #include "base/values.h"
 #include "collector/search_check.h"
-#include "heat/collector_contract.h"
 #include "platform/qt_http_client.h"
 #include "services/polite_http.h"
 #include "store/application_folder.h"
-#include "store/prepared_stores.h"
+#include "store/stores.h"
 #include "tools/live_check/check_table.h"
 #include "utilities/service_checks.h"
 
@@ -62,20 +61,12 @@ Arguments readArguments() {
     return {folder, std::chrono::milliseconds(qRound(seconds * 1000)), parser.isSet(help)};
 }
 
-// As the collector has it.
-QString searchPagesOf(const QString& folder) {
-    const Stores stores = storesIn(folder);
-    return QFileInfo::exists(stores.heat.path) ? readRunOrder(stores.heat, SystemClock()).yinqingurl
-                                               : publicSearchPages;
-}
-
 int check(const Arguments& arguments, QTextStream& out) {
     const QString ini = arguments.folder + u"services.ini"_s;
     const Services services = readServices(ini);
     const SystemClock clock;
     QList<Check> checks = serviceChecks(services);
-    checks << searchCheck(services, searchPagesOf(arguments.folder),
-                          readCollectorSettings(arguments.folder + u"caijiqi.ini"_s), clock);
+    checks << searchCheck(services, storesIn(arguments.folder).heat, arguments.folder, clock);
     out << timeText(clock.now()) << ' ' << ini
         << (QFileInfo::exists(ini) ? u""_s : u"（没有这个文件，问缺省的网站）"_s) << '\n';
     for (const QString& complaint : services.complaints) {

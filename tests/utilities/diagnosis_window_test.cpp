@@ -1,0 +1,71 @@
+#include "utilities/diagnosis_window.h"
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+
+#include "platform/log_file.h"
+#include "tests/support/users_secrets.h"
+#include "tests/support/window_test.h"
+
+namespace guanchao {
+
+class DiagnosisWindowTest : public WindowTest {
+protected:
+    DiagnosisWindowTest() { keepHistoriesIn(store_.folder(), stores_); }
+
+    QString shown() const { return find<QPlainTextEdit>(u"text"_s)->toPlainText(); }
+    bool isDone() const { return button(u"save"_s)->isEnabled(); }
+    void wait() {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return isDone(); }, 60000)) << shown().toStdString();
+    }
+};
+
+TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
+    plantSecrets(store_);
+    services_ = readServices(store_.folder() + u"services.ini"_s);
+    http_.answer = [](const QString&) { return secretWords.toUtf8(); };
+    const LogFile log(store_.folder() + logOfProgram, clock_);
+    open<DiagnosisWindow>();
+    EXPECT_FALSE(button(u"copy"_s)->isEnabled());
+    wait();
+    const QString text = shown();
+    for (const QString& title :
+         {u"【屏幕和设置】"_s, u"【软件和系统】"_s, u"【应用文件夹】"_s, u"【数据库】"_s,
+          u"【最近的失败和警告】"_s, u"【各个网站的应答】"_s}) {
+        EXPECT_TRUE(text.contains(title)) << title.toStdString();
+    }
+    EXPECT_TRUE(text.contains(u"行情 新浪 http://…：不通"_s)) << text.toStdString();
+    EXPECT_EQ(secretsIn(text, stores_), QStringList()) << text.toStdString();
+    EXPECT_EQ(secretsIn(QString::fromUtf8(contentOf(store_.folder() + logOfProgram)), stores_),
+              QStringList());
+    QTest::keyClick(button(u"copy"_s), Qt::Key_Space);
+    EXPECT_EQ(clipboard_.texts, QStringList{text});
+    dialogs_.picked = store_.folder() + u"out.txt"_s;
+    QTest::keyClick(button(u"save"_s), Qt::Key_Space);
+    EXPECT_EQ(QString::fromUtf8(contentOf(dialogs_.picked)), text);
+    EXPECT_TRUE(label(u"words"_s).startsWith(u"已保存到 "_s));
+    click(u"openLog"_s);
+    EXPECT_EQ(shell_.opened, QStringList{store_.folder() + logOfProgram});
+}
+
+TEST_F(DiagnosisWindowTest, EscStopsTheCollectingAndThenClosesTheWindow) {
+    services_.chart.host = u"http://silent"_s;
+    http_.gate = std::make_shared<Later<bool>>();
+    open<DiagnosisWindow>();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }, 60000));
+    EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+    QTest::keyClick(find<QWidget>(u"text"_s), Qt::Key_Escape);
+    wait();
+    EXPECT_TRUE(shown().endsWith(u"停止了，没有问完\n"_s)) << shown().toStdString();
+    EXPECT_EQ(label(u"words"_s), u"停止了，收集到的都在上面。"_s);
+    EXPECT_EQ(button(u"stop"_s)->text(), u"停止(&S)"_s);
+    EXPECT_TRUE(form_->isVisible());
+    QTest::keyClick(button(u"collect"_s), Qt::Key_Space);
+    EXPECT_FALSE(isDone());
+    form_->close();
+    deleteClosedWindows();
+    http_.gate->deliver(true);
+    EXPECT_EQ(failures_.told, QStringList());
+}
+
+}  // namespace guanchao

@@ -1,0 +1,225 @@
+#include "utilities/diagnosed_folder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLocale>
+#include <QStorageInfo>
+#include <QSysInfo>
+#include <QThread>
+#include <algorithm>
+#include <utility>
+
+#include "base/log_words.h"
+#include "base/time_left.h"
+#include "store/store_examination.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList ownFolders = {u"备份"_s,   u"草稿"_s, u"撤消"_s,
+                                u"自选股"_s, u"down"_s, u"听涛阁"_s};
+const QStringList programs = {u"guanchaotai"_s, u"guanchaotai-practice"_s, u"caijiqi"_s,
+                              u"libguanchao_browser.so"_s, u"软件使用说明.html"_s};
+
+QString sizeWords(qint64 bytes) {
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+QString timeWords(const QFileInfo& file) {
+    return file.lastModified().toString(u"yyyy-MM-dd hh:mm"_s);
+}
+
+QString firstLineOf(const QString& path, const QByteArray& beginning = {}) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith(beginning)) {
+            return loggable(QString::fromUtf8(line.mid(beginning.size())));
+        }
+    }
+    return {};
+}
+
+QString variable(const char* name) {
+    return qEnvironmentVariable(name, u"没有"_s).left(40);
+}
+
+struct Amount {
+    int files = 0;
+    qint64 bytes = 0;
+
+    void add(const QFileInfo& file) {
+        ++files;
+        bytes += file.size();
+    }
+    QString words() const { return u"%1 个文件，"_s.arg(files) + sizeWords(bytes); }
+};
+
+Amount amountIn(const QString& folder) {
+    Amount amount;
+    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        amount.add(files.nextFileInfo());
+    }
+    return amount;
+}
+
+QString fileLine(const QFileInfo& file) {
+    const QString refused = file.isWritable() ? QString() : u"，不能写入"_s;
+    return file.fileName() + u"　"_s + sizeWords(file.size()) + u"，"_s + timeWords(file) + refused;
+}
+
+QString diskLine(const QString& path) {
+    const QStorageInfo disk(path);
+    return u"磁盘 "_s + QString::fromLatin1(disk.fileSystemType()) + u"，共 "_s +
+           sizeWords(disk.bytesTotal()) + u"，剩 "_s + sizeWords(disk.bytesAvailable()) +
+           (QFileInfo(path).isWritable() ? QString() : u"，应用文件夹不能写入"_s);
+}
+
+struct NamedStore {
+    QString name;
+    StoreFile file;
+    bool isHistory = false;
+};
+
+QList<NamedStore> namedStores(const Stores& stores) {
+    return {{u"主库"_s, stores.main},
+            {u"文章库"_s, stores.article},
+            {u"采集库"_s, stores.heat},
+            {u"拼音库"_s, stores.pinyin},
+            {u"空白主题库"_s, stores.backupTemplate},
+            {u"历史行情库一"_s, stores.firstHistory, true},
+            {u"历史行情库二"_s, stores.secondHistory, true}};
+}
+
+QStringList tableLines(const ExaminedStore& found) {
+    QStringList tables;
+    for (const ExaminedTable& it : found.tables) {
+        tables << it.name + u' ' + QString::number(it.rows);
+    }
+    if (found.stockTables > 0) {
+        tables << u"个股表 %1 个"_s.arg(found.stockTables);
+    }
+    if (found.otherTables > 0) {
+        tables << u"别的表 %1 个"_s.arg(found.otherTables);
+    }
+    return tables.isEmpty() ? QStringList()
+                            : QStringList{u"　各表的行数："_s + tables.join(u"，"_s)};
+}
+
+// The stores one after the other, with how much of their bytes is read.
+class StoreLooks {
+public:
+    StoreLooks(const DiagnosedFolder& folder, std::stop_token stop, Work<RunProgress>& work)
+        : isFilling_(folder.isFilling),
+          stop_(std::move(stop)),
+          work_(work),
+          stores_(namedStores(folder.stores)) {
+        for (const NamedStore& it : stores_) {
+            total_ += QFileInfo(it.file.path).size();
+        }
+        since_.start();
+    }
+
+    QStringList lines() {
+        QStringList lines;
+        for (const NamedStore& it : stores_) {
+            const QFileInfo info(it.file.path);
+            lines << it.name + u' ' + info.fileName() + u"："_s + stateOf(it) +
+                         (info.exists()
+                              ? u"　"_s + sizeWords(info.size()) + u"，"_s + timeWords(info)
+                              : QString());
+            lines << tableLines(found_);
+            done_ += info.size();
+        }
+        return lines;
+    }
+
+private:
+    QString stateOf(const NamedStore& store) {
+        found_ = {};
+        if (stop_.stop_requested()) {
+            return u"停止了，没有检查"_s;
+        }
+        if (store.isHistory && isFilling_) {
+            return u"正在补全，没有检查"_s;
+        }
+        try {
+            tell(store, 0);
+            found_ = examineStore(store.file, stop_, [&](qint64 bytes) { tell(store, bytes); });
+        } catch (const Cancelled&) {
+            return u"停止了，没有检查完"_s;
+        }
+        return found_.state;
+    }
+
+    void tell(const NamedStore& store, qint64 bytes) {
+        constexpr qint64 unit = 1024;
+        const qint64 read = done_ + std::min(bytes, QFileInfo(store.file.path).size());
+        const int done = static_cast<int>(read / unit);
+        const int total = static_cast<int>(total_ / unit);
+        work_.tell({u"正在检查"_s + store.name, done, total,
+                    timeLeftWords(std::chrono::nanoseconds(since_.nsecsElapsed()), done, total)});
+    }
+
+    bool isFilling_;
+    std::stop_token stop_;
+    Work<RunProgress>& work_;
+    QList<NamedStore> stores_;
+    qint64 done_ = 0;
+    qint64 total_ = 0;
+    QElapsedTimer since_;
+    ExaminedStore found_;
+};
+
+}  // namespace
+
+QStringList systemLines() {
+    return {QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion(),
+            u"Qt "_s + QString::fromLatin1(qVersion()) + u"，"_s + storeLibraryWords(),
+            QSysInfo::prettyProductName() + u"，debian_version "_s +
+                firstLineOf(u"/etc/debian_version"_s),
+            u"内核 "_s + QSysInfo::kernelType() + u' ' + QSysInfo::kernelVersion() + u"，"_s +
+                QSysInfo::currentCpuArchitecture(),
+            u"处理器 %1 个，内存 "_s.arg(QThread::idealThreadCount()) +
+                firstLineOf(u"/proc/meminfo"_s, "MemTotal:"),
+            u"桌面 "_s + variable("XDG_CURRENT_DESKTOP") + u"，"_s + variable("XDG_SESSION_TYPE") +
+                u"，语言 "_s + variable("LANG")};
+}
+
+QStringList folderLines(const QString& path) {
+    QStringList lines = {diskLine(path)};
+    Amount others;
+    const QDir::Filters all = QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
+    for (const QFileInfo& it : QDir(path).entryInfoList(all, QDir::Name)) {
+        if (it.isDir()) {
+            const Amount amount = amountIn(it.filePath());
+            if (ownFolders.contains(it.fileName())) {
+                lines << it.fileName() + u"/　"_s + amount.words();
+            } else {
+                others.files += amount.files;
+                others.bytes += amount.bytes;
+            }
+        } else if (isOwnFile(it.fileName()) || programs.contains(it.fileName())) {
+            lines << fileLine(it);
+        } else {
+            others.add(it);
+        }
+    }
+    return lines << u"其余　"_s + others.words();
+}
+
+QStringList storeLines(const DiagnosedFolder& folder, const std::stop_token& stop,
+                       Work<RunProgress>& work) {
+    return StoreLooks(folder, stop, work).lines();
+}
+
+}  // namespace guanchao

@@ -1,0 +1,71 @@
+#include "utilities/diagnosed_settings.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include "base/activity.h"
+#include "collector/collector_settings.h"
+#include "frame/looks.h"
+#include "research/history_desk.h"
+#include "services/services_file.h"
+#include "utilities/diagnosis.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString screenLine(const QScreen& screen) {
+    const QSize size = screen.size();
+    return u"屏幕 %1x%2，比例 %3，每英寸 %4 点"_s.arg(size.width())
+        .arg(size.height())
+        .arg(screen.devicePixelRatio())
+        .arg(screen.logicalDotsPerInch());
+}
+
+QString looksLine(const QString& iniPath) {
+    const LooksChoice looks = keptLooks(iniPath);
+    const QString colours = looks.colours == ColourChoice::desktop ? u"随桌面"_s
+                            : looks.colours == ColourChoice::dark  ? u"深色"_s
+                                                                   : u"浅色"_s;
+    const QString shown = shownSheet() == Sheet::dark ? u"深色"_s : u"浅色"_s;
+    return u"外观 %1（现在 %2），字号 %3"_s.arg(colours, shown).arg(looks.points);
+}
+
+QString collectorLine(const QString& iniPath) {
+    try {
+        const CollectorSettings it = readCollectorSettings(iniPath);
+        return u"采集：间隔 %1 到 %2 毫秒，限时 %3 秒，重试 %4 次，接连 %5 页读不到就结束"_s
+            .arg(it.pause)
+            .arg(it.pause + it.randomPause)
+            .arg(it.timeoutSeconds)
+            .arg(it.retries.size())
+            .arg(it.giveUpAfter);
+    } catch (const OperationError&) {
+        return u"采集：caijiqi.ini 里有看不懂的地方"_s;
+    }
+}
+
+}  // namespace
+
+QStringList settingLines(const Environment& environment) {
+    QStringList lines = {u"显示 "_s + QGuiApplication::platformName()};
+    for (const QScreen* it : QGuiApplication::screens()) {
+        lines << screenLine(*it);
+    }
+    const QString& folder = environment.applicationFolder;
+    const HistoryDesk& history = environment.historyDesk;
+    lines << looksLine(folder + u"界面.ini"_s)
+          << (environment.services.isPractice ? u"练习行情"_s : u"公开的行情网站"_s)
+          << u"历史行情 %1 年，每天自己更新：%2"_s.arg(history.years())
+                 .arg(history.updatesByItself() ? u"是"_s : u"否"_s)
+          << collectorLine(folder + u"caijiqi.ini"_s);
+    for (const ServiceEntry& it : environment.servicesFile.entries()) {
+        lines << serviceLine(it);
+    }
+    const qsizetype unread = environment.services.complaints.size();
+    return unread == 0 ? lines : lines << u"services.ini 里有 %1 处看不懂"_s.arg(unread);
+}
+
+}  // namespace guanchao

@@ -1,0 +1,225 @@
+#include "utilities/diagnosis_window.h"
+
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QScopeGuard>
+#include <QScrollBar>
+
+#include "base/files.h"
+#include "base/log_words.h"
+#include "base/run_note.h"
+#include "collector/search_check.h"
+#include "platform/log_file.h"
+#include "platform/pick_file.h"
+#include "research/history_desk.h"
+#include "services/service_names.h"
+#include "store/failure.h"
+#include "store/patience.h"
+#include "ui_diagnosis_window.h"
+#include "utilities/diagnosed_folder.h"
+#include "utilities/diagnosed_settings.h"
+#include "utilities/service_checks.h"
+
+namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Beside the pauses that the services ask for.
+constexpr std::chrono::milliseconds betweenChecks(200);
+
+const QString servicesTitle = u"各个网站的应答"_s;
+
+int servicesIn(const QList<Check>& checks) {
+    qsizetype count = 0;
+    for (const Check& it : checks) {
+        count += it.services.size();
+    }
+    return static_cast<int>(count);
+}
+
+}  // namespace
+
+DiagnosisWindow::DiagnosisWindow(Environment& environment, Windows&)
+    : QDialog(nullptr, Qt::Window),
+      environment_(environment),
+      ui_(std::make_unique<Ui::DiagnosisWindow>()),
+      questions_(environment.failures),
+      runs_(environment.failures) {
+    ui_->setupUi(this);
+    panel_ = std::make_unique<RunPanel>(
+        RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
+    connectControls();
+    begin();
+    ui_->text->setFocus();
+}
+
+DiagnosisWindow::~DiagnosisWindow() = default;
+
+void DiagnosisWindow::connectControls() {
+    connect(ui_->collect, &QPushButton::clicked, this, &DiagnosisWindow::begin);
+    connect(ui_->stop, &QPushButton::clicked, this, &DiagnosisWindow::stop);
+    connect(ui_->save, &QPushButton::clicked, this, [this] {
+        if (!questions_.running()) {
+            questions_.start([this](std::stop_token stop) { return save(stop); });
+        }
+    });
+    connect(ui_->copy, &QPushButton::clicked, this, &DiagnosisWindow::copy);
+    connect(ui_->openLog, &QPushButton::clicked, this, &DiagnosisWindow::openLog);
+    connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
+    // A window that was closed is deleted a little later.
+    connect(this, &QDialog::finished, this, [this] {
+        questions_.stop();
+        runs_.stop();
+    });
+}
+
+void DiagnosisWindow::keyPressEvent(QKeyEvent* press) {
+    if (press->key() == Qt::Key_Escape && collecting_) {
+        stop();
+    } else {
+        QDialog::keyPressEvent(press);
+    }
+}
+
+void DiagnosisWindow::begin() {
+    if (!collecting_) {
+        runs_.start([this](std::stop_token stop) { return collect(stop); });
+    }
+}
+
+void DiagnosisWindow::stop() {
+    if (collecting_) {
+        panel_->show(ShownRun{.running = true, .paused = false, .stopping = true});
+        wanted_.request_stop();
+    }
+}
+
+QCoro::Task<> DiagnosisWindow::collect(std::stop_token stop) {
+    RunNote note(u"收集诊断"_s, stop);
+    wanted_ = std::stop_source();
+    const std::stop_callback whenClosed(stop, [this] { wanted_.request_stop(); });
+    collected_ = environment_.clock.now();
+    sections_.clear();
+    panel_->say({});
+    showRun(true);
+    const auto end = qScopeGuard([this] { showRun(false); });
+    add({u"软件和系统"_s, systemLines()});
+    add({u"屏幕和设置"_s, settingLines(environment_)});
+    co_await lookThroughFolder(stop);
+    co_await askServices(stop);
+    note.ended({}, wanted_.stop_requested());
+    panel_->say(wanted_.stop_requested() ? u"停止了，收集到的都在上面。"_s
+                                         : u"收集完了。请看一遍，再保存或复制。"_s);
+}
+
+QCoro::Task<> DiagnosisWindow::lookThroughFolder(std::stop_token stop) {
+    const DiagnosedFolder folder = {environment_.applicationFolder, environment_.stores,
+                                    environment_.historyDesk.shown().running};
+    const std::stop_token wanted = wanted_.get_token();
+    const auto job = [folder, wanted](Work<RunProgress>& work) {
+        return diagnoseFolder(folder, wanted, work);
+    };
+    const std::function<void(const RunProgress&)> show = [this](const RunProgress& progress) {
+        panel_->show(progress);
+    };
+    const auto found = co_await inWorker<RunProgress>(job, show, wanted, stop);
+    for (const DiagnosisSection& it : found.value_or(QList<DiagnosisSection>())) {
+        add(it);
+    }
+}
+
+QCoro::Task<> DiagnosisWindow::askServices(std::stop_token stop) {
+    add({servicesTitle, {}});
+    QString ending;
+    try {
+        co_await askChecks(stop);
+    } catch (const Cancelled&) {
+        ending = u"停止了，没有问完"_s;
+    } catch (const OperationError& failure) {
+        ending = u"没有问搜索网站："_s + headOf(failureReason(failure));
+    }
+    endIfStopped(stop);
+    if (!ending.isEmpty()) {
+        sections_.last().lines << ending;
+        showText();
+    }
+}
+
+QCoro::Task<> DiagnosisWindow::askChecks(std::stop_token stop) {
+    const QList<Check> checks = serviceChecks(environment_.services);
+    int asked = 0;
+    CheckRun run(
+        environment_.client, environment_.clock, betweenChecks,
+        [this](const CheckRow& row) {
+            sections_.last().lines << checkLine(row);
+            showText();
+        },
+        [this, &asked, total = servicesIn(checks)](const Check& check, const Service& service) {
+            const QString step =
+                u"正在问 "_s + purposeName(check.purpose) + u' ' + shownAddress(service.host);
+            panel_->show(RunProgress{step, asked++, total, {}});
+        });
+    const std::stop_token wanted = wanted_.get_token();
+    co_await run.run(checks, wanted);
+    // Last: a search address that is none ends the test.
+    const auto read = [this] {
+        return searchCheck(environment_.services, environment_.stores.heat,
+                           environment_.applicationFolder, environment_.clock);
+    };
+    const Check site = co_await patiently(read, stop);
+    const QList<Check> search = {site};
+    co_await run.run(search, wanted);
+}
+
+QCoro::Task<> DiagnosisWindow::save(std::stop_token stop) {
+    const QString text = diagnosisText(sections_, collected_);
+    const QString folder = offeredFolder();
+    const QString name = diagnosisFileName(collected_);
+    const QStringList filters = {u"文本文件 (*.txt)"_s};
+    const QString path = co_await environment_.dialogs.baocunwenjian(stop, folder, name, filters);
+    if (path.isEmpty()) {
+        panel_->say(u"没有保存。"_s);
+        co_return;
+    }
+    const Activity activity(u"保存诊断"_s);
+    replaceFile(path, text.toUtf8());
+    panel_->say(u"已保存到 "_s + path);
+}
+
+void DiagnosisWindow::copy() {
+    environment_.clipboard.setText(diagnosisText(sections_, collected_));
+    panel_->say(u"已复制，可以粘贴到邮件里。"_s);
+}
+
+void DiagnosisWindow::openLog() {
+    const QString path = environment_.applicationFolder + logOfProgram;
+    if (QFileInfo::exists(path)) {
+        environment_.shell.open(path);
+    } else {
+        panel_->say(u"还没有日志。"_s);
+    }
+}
+
+void DiagnosisWindow::add(const DiagnosisSection& section) {
+    sections_ << section;
+    showText();
+}
+
+void DiagnosisWindow::showRun(bool running) {
+    collecting_ = running;
+    panel_->show(ShownRun{.running = running, .paused = false, .stopping = false});
+    for (QPushButton* it : {ui_->collect, ui_->save, ui_->copy}) {
+        it->setEnabled(!running);
+    }
+}
+
+// What the user is reading stays where it is.
+void DiagnosisWindow::showText() {
+    const int place = ui_->text->verticalScrollBar()->value();
+    ui_->text->setPlainText(diagnosisText(sections_, collected_));
+    ui_->text->verticalScrollBar()->setValue(place);
+}
+
+}  // namespace guanchao

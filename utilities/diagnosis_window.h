@@ -1,0 +1,57 @@
+// 诊断: collects what is to be known of the program, its files, stores and services, and shows it
+// before the user saves, copies and sends it. The rules are in utilities/diagnosis; nothing is
+// written to any store, and no request goes out but those of the test of the services.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "base/runs.h"
+#include "frame/environment.h"
+#include "frame/run_panel.h"
+#include "frame/windows.h"
+#include "utilities/diagnosis.h"
+
+namespace Ui {
+class DiagnosisWindow;
+}
+
+namespace guanchao {
+
+class DiagnosisWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    DiagnosisWindow(Environment& environment, Windows& windows);
+    ~DiagnosisWindow() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* press) override;
+
+private:
+    void connectControls();
+    void begin();
+    void stop();
+    QCoro::Task<> collect(std::stop_token stop);
+    QCoro::Task<> lookThroughFolder(std::stop_token stop);
+    QCoro::Task<> askServices(std::stop_token stop);
+    QCoro::Task<> askChecks(std::stop_token stop);
+    QCoro::Task<> save(std::stop_token stop);
+    void copy();
+    void openLog();
+    void add(const DiagnosisSection& section);
+    void showRun(bool running);
+    void showText();
+
+    Environment& environment_;
+    std::unique_ptr<Ui::DiagnosisWindow> ui_;
+    std::unique_ptr<RunPanel> panel_;
+    QList<DiagnosisSection> sections_;
+    QDateTime collected_;
+    bool collecting_ = false;
+    std::stop_source wanted_;
+    Runs questions_;
+    Runs runs_;
+};
+
+}  // namespace guanchao
