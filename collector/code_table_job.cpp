@@ -4,6 +4,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "services/listed_name.h"
 #include "services/quote_kind.h"
 #include "services/quote_reply.h"
 #include "services/quote_source.h"
@@ -47,15 +48,10 @@ QList<Listed> listedIn(const QString& lines) {
     QList<Listed> listed;
     for (const QuoteRow& row : quoteRows(lines)) {
         if (isWholeCode(row.dm())) {
-            listed << Listed{row.dm(), trimBlanks(row.text(field::name))};
+            listed << Listed{row.dm(), plainName(row.text(field::name))};
         }
     }
     return listed;
-}
-
-// On the day of a dividend the service puts a mark before the name and cuts its end off.
-bool hasDayMark(const QString& jc) {
-    return jc.startsWith(u"XD"_s) || jc.startsWith(u"XR"_s) || jc.startsWith(u"DR"_s);
 }
 
 QHash<QString, QString> knownNames(Connection& connection, const Item& item) {
@@ -76,7 +72,7 @@ QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>
                       const Initials& initials, const QString& now) {
     QStringList changes;
     for (const Listed& stock : stocks) {
-        if (stock.jc.isEmpty() || known.value(stock.dm) == stock.jc) {
+        if (stock.jc.isEmpty() || plainName(known.value(stock.dm)) == stock.jc) {
             continue;
         }
         const QString jc = quoted(stock.jc);

@@ -6,6 +6,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "services/delisted.h"
+#include "services/listed_name.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
 
@@ -34,18 +35,6 @@ QList<Exchange> exchanges(bool withBeijing) {
 
 bool isJudged(const QString& dm, bool withBeijing) {
     return isStockCode(dm) || (withBeijing && isOfBeijing(dm));
-}
-
-// A service writes 万 科Ａ where the table has 万科A.
-QString plainName(const QString& name) {
-    QString plain = name.normalized(QString::NormalizationForm_KC);
-    plain.removeIf([](QChar c) { return c.isSpace(); });
-    return plain;
-}
-
-// On the day of a dividend a service puts a mark before the name and cuts its end off.
-bool hasDayMark(const QString& name) {
-    return name.startsWith(u"XD"_s) || name.startsWith(u"XR"_s) || name.startsWith(u"DR"_s);
 }
 
 bool isRenamed(const QString& before, const QString& name) {

@@ -147,7 +147,7 @@ private:
                 tally_.passOver(stores_.firstHistory.path, u"SH000001"_s, day_);
                 return;
             }
-            const ThemeGains gains = ranking.gains(theme.theme, rows);
+            const GainsOfDay gains = ranking.gains(theme.theme, rows);
             writer_.addTheme(
                 day_, {zhutiname, gains.mean, double(theme.zhangtinshu), double(theme.yizishu),
                        double(theme.zhishu), indexGain.toNumber(), gains.best});

@@ -47,7 +47,7 @@ void ThemeRanking::count(const MarketDay& day, size_t row) {
 }
 
 // Summed in the order of the day's rows, on which the last digit depends.
-ThemeGains ThemeRanking::gains(std::int32_t theme, const MarketDay& day) const {
+GainsOfDay ThemeRanking::gains(std::int32_t theme, const MarketDay& day) const {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     double sum = 0;
     int count = 0;

@@ -14,7 +14,7 @@ struct ThemeOfDay {
 };
 
 // The gains of a theme's stocks on a day, in percent with two decimals; NaN if none has one.
-struct ThemeGains {
+struct GainsOfDay {
     double mean;
     double best;
 };
@@ -26,7 +26,7 @@ public:
     // The best first, all that traded. Lasts until the next call.
     const std::vector<ThemeOfDay>& of(const MarketDay& day);
 
-    ThemeGains gains(std::int32_t theme, const MarketDay& day) const;
+    GainsOfDay gains(std::int32_t theme, const MarketDay& day) const;
 
 private:
     void count(const MarketDay& day, size_t row);

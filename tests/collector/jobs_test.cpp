@@ -292,7 +292,7 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     const auto line = [](const QString& code, const QString& value) {
         return gbkFromText(u"var hq_str_"_s + code + u"=\"" + value + u"\";\n"_s);
     };
-    const QByteArray page = line(u"sh600000"_s, u"浦发银行,9.1"_s) + line(u"sh600001"_s, {}) +
+    const QByteArray page = line(u"sh600000"_s, u"浦 发银行,9.1"_s) + line(u"sh600001"_s, {}) +
                             line(u"sh600002"_s, u"齐鲁银行,5"_s) +
                             line(u"sh600003"_s, u"XD东北高,7"_s);
     EXPECT_FALSE(job.faultOf(batch, {}, page));
