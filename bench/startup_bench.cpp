@@ -18,8 +18,9 @@ namespace {
 
 constexpr double atOnce = 300;
 
-const QStringList services = {u"quote"_s,    u"chart"_s,   u"stockpage"_s, u"sitepage"_s,
-                              u"newspage"_s, u"history"_s, u"vendor"_s,    u"search"_s};
+const QStringList services = {u"quote"_s,    u"chart"_s,     u"stockpage"_s, u"sitepage"_s,
+                              u"newspage"_s, u"history"_s,   u"factors"_s,   u"fundamentals"_s,
+                              u"boards"_s,   u"stocklist"_s, u"vendor"_s,    u"search"_s};
 
 void writeServices(const QString& folder, const QString& host) {
     QFile file(folder + u"/services.ini"_s);

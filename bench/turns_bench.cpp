@@ -12,26 +12,38 @@
 #include "bench/compare.h"
 #include "bench/market.h"
 #include "exchange/form3.h"
+#include "exchange/form33.h"
+#include "exchange/form35.h"
+#include "exchange/form_restore.h"
+#include "exchange/start_page.h"
 #include "heat/form25.h"
 #include "heat/form29.h"
 #include "heat/form31.h"
 #include "heat/form5.h"
 #include "market/form11.h"
 #include "market/form21.h"
+#include "market/form36.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
 #include "platform/qt_http_client.h"
 #include "research/form12.h"
 #include "research/form24.h"
+#include "research/form32.h"
+#include "research/form37.h"
 #include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
+#include "themes/form38.h"
 #include "themes/form6.h"
+#include "themes/review_window.h"
+#include "themes/theme_page.h"
 #include "tools/market_scale/history_scale.h"
 #include "tools/practice_market/practice_market.h"
+#include "utilities/diagnosis_window.h"
 #include "utilities/form28.h"
+#include "utilities/form34.h"
 
 namespace guanchao {
 
@@ -209,14 +221,17 @@ public:
              {&services_.chart, &services_.stockpage, &services_.newspage, &services_.vendor}) {
             *service = silent_.service();
         }
-        services_.quote = services_.history = {silent_.service()};
+        services_.quote = services_.history = services_.factors = services_.fundamentals =
+            services_.boards = services_.stockList = {silent_.service()};
         http_.client = std::make_unique<QtHttpClient>();
     }
 
     double openings() {
         Turns turns;
         open<Form3, Form4, Form5, Form6, Form7, Form8, Form11, Form12, Form21, Form22, Form24,
-             Form25, Form26, Form27, Form28, Form29, Form30, Form31>();
+             Form25, Form26, Form27, Form28, Form29, Form30, Form31, Form32, Form33, Form34, Form35,
+             Form36, Form37, Form38, ThemePage, ReviewWindow, FormRestore, StartPage,
+             DiagnosisWindow>();
         return turns.longest();
     }
 

@@ -130,6 +130,7 @@ QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
         return contentsOf(allCopied, stores, Look::quick);
     };
     const StoreContents present = co_await inWorker(count, stop);
+    panel_->say({});
     const QString question = takeOverQuestion(folder, present);
     const bool agreed = co_await environment_.dialogs.ask(stop, question);
     if (agreed) {
@@ -155,12 +156,10 @@ QCoro::Task<> StartPage::fill(std::stop_token stop) {
     showState();
     ui_->stop->setFocus();
     const auto end = qScopeGuard([this] {
-        const bool hadKeys = ui_->stop->hasFocus();
         filling_ = false;
         showState();
-        if (hadKeys) {
-            ui_->back->setFocus();
-        }
+        // From a button that is grey now.
+        (ui_->begin->isEnabled() ? ui_->begin : ui_->close)->setFocus();
     });
     LiveFill run(
         environment_.stores, environment_.clock, environment_.client, environment_.services,

@@ -90,7 +90,7 @@ TEST_F(StartPageTest, TheFillGoesByKeysIsStoppedByEscAndGoesOn) {
     EXPECT_TRUE(label(u"words"_s).startsWith(u"代码表：更新完成。"_s));
     EXPECT_TRUE(label(u"words"_s).endsWith(u"再点“开始”只补没有读到的。"_s));
     EXPECT_FALSE(find<QCheckBox>(u"codes"_s)->isChecked()) << "that part is whole";
-    EXPECT_TRUE(form_->isVisible());
+    EXPECT_TRUE(form_->isVisible() && button(u"begin"_s)->hasFocus());
     http_.onGet = nullptr;
     http_.paths.clear();
     click(u"begin"_s);
