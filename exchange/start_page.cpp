@@ -67,11 +67,9 @@ void StartPage::connectControls() {
     connect(ui_->begin, &QPushButton::clicked, this, &StartPage::beginFill);
     connect(ui_->stop, &QPushButton::clicked, this, &StartPage::stopFill);
     connect(&stopKey_, &QShortcut::activated, this, &StartPage::stopFill);
-    const auto openGuide = [this] {
-        openHelp(environment_.globals, environment_.dialogs, environment_.shell);
-    };
-    connect(ui_->guide, &QPushButton::clicked, this, openGuide);
-    connect(&guideKey_, &QShortcut::activated, this, openGuide);
+    connect(ui_->guide, &QPushButton::clicked, this, [this] {
+        openHelp(environment_.globals, {}, environment_.dialogs, environment_.shell);
+    });
     connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
     // What is being written as the window closes stays.
     connect(this, &QDialog::finished, this, [this] {

@@ -68,7 +68,6 @@ private:
     bool filling_ = false;
     std::unique_ptr<RunControl> control_;      // of the last fill
     QShortcut stopKey_{Qt::Key_Escape, this};  // closes the window while nothing is filled
-    QShortcut guideKey_{Qt::Key_F1, this};
     Runs runs_;
 };
 

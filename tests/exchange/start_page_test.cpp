@@ -39,13 +39,13 @@ protected:
     PracticeMarket market_;
 };
 
-TEST_F(StartPageTest, ThePracticeStartsBesideThisAndF1OpensTheGuide) {
+TEST_F(StartPageTest, ThePracticeStartsBesideThisAndTheGuideOpens) {
     const StartPage* page = openPage();
     EXPECT_FALSE(page->hasChosen());
-    key(Qt::Key_F1);
+    click(u"guide"_s);
     EXPECT_TRUE(told().value(0).contains(u"没有找到软件使用说明"_s));
     writeFile(store_.folder() + u"软件使用说明.html"_s);
-    key(Qt::Key_F1);
+    click(u"guide"_s);
     EXPECT_EQ(shell_.opened, QStringList{store_.folder() + u"软件使用说明.html"_s});
     EXPECT_FALSE(page->hasChosen());
 
