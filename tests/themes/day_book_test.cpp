@@ -187,7 +187,8 @@ TEST_F(DayBookTest, TodayIsCountedLiveUntilItIsWritten) {
     quotes(u"2026-11-24 15:01:00"_s, -4);
     EXPECT_TRUE(reviewWords(review()).startsWith(u"收盘行情（11-24 15:01），还没有记下"_s));
     write(u"2026-11-24 15:05"_s);
-    EXPECT_TRUE(reviewWords(review()).startsWith(u"收盘（11-24 15:01 的行情）；小线是连前 1 天"_s));
+    EXPECT_TRUE(reviewWords(review()).startsWith(
+        u"收盘（11-24 15:01 的行情）；前一天是 11-23，小线是连前 1 天"_s));
     quotes(u"2026-11-25 08:00:00"_s, 8);
     EXPECT_EQ(review().days.first(), QDate(2026, 11, 24)) << "of what is written";
 }

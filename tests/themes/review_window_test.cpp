@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 
 #include "tests/app/form2_fixture.h"
+#include "tests/support/quote_reply.h"
 #include "themes/day_book.h"
 #include "themes/theme_page.h"
 
@@ -94,6 +95,12 @@ TEST_F(ReviewWindowTest, ANoteIsSavedWhenTheUserRestsAndAtTheCloseAndIsFound) {
     writeDayNote(stores_.main, QDate(2026, 11, 20), u"ETF 强"_s);
     button(u"Command2"_s)->click();
     until([this] { return days().size() == 2; });
+    QTest::keyClicks(&note(), u"+"_s);
+    QTest::keyClick(find<QComboBox>(u"Combo1"_s), Qt::Key_Down);
+    until([this] { return note().toPlainText() == u"ETF 强"_s; });
+    EXPECT_EQ(notes().last(), u"2026-11-23|plan+"_s) << "goes with its day";
+    QTest::keyClick(find<QComboBox>(u"Combo1"_s), Qt::Key_Up);
+    until([this] { return note().toPlainText() == u"plan+"_s; });
     note().setFocus();
     QTest::keyClick(&note(), Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(edit(u"Text1"_s), u"etf"_s);
@@ -128,18 +135,40 @@ TEST_F(ReviewWindowTest, TheDeskWritesTheDayOnceItIsOverAndTheWindowShowsIt) {
         return store_.rows(u"select distinct riqi from zhutiriji"_s).size();
     };
     timeIsUp(desk);
+    untilRead();
     EXPECT_EQ(days(), 1) << "it still trades";
     clock_.moment = clock_.moment.addSecs(60);
     store_.run(
         {u"create trigger refuse before insert on zhutiriji begin select raise(abort,'no'); end"_s});
-    desk->setInterval(1);
-    until([this] { return !main_.findChild<QLabel*>(u"bookLine"_s)->text().isEmpty(); });
+    // Each look puts the interval back to a minute.
+    const auto untilALookShows = [this, desk](const std::function<bool()>& it) {
+        until([&] {
+            desk->setInterval(1);
+            return it();
+        });
+    };
+    const auto line = [this] { return main_.findChild<QLabel*>(u"bookLine"_s)->text(); };
+    untilALookShows([&] { return !line().isEmpty(); });
     EXPECT_EQ(failures_.told, QStringList()) << "no box";
     store_.run({u"drop trigger refuse"_s});
-    desk->setInterval(1);
-    until([this] { return state().startsWith(u"收盘（11-24 15:02"_s); });
+    untilALookShows([this] { return state().startsWith(u"收盘（11-24 15:02"_s); });
     EXPECT_EQ(days(), 2);
-    EXPECT_EQ(main_.findChild<QLabel*>(u"bookLine"_s)->text(), QString());
+    EXPECT_EQ(line(), QString());
+}
+
+TEST_F(ReviewWindowTest, ACloseIsKeptBeforeOtherQuotesTakeItsPlace) {
+    quotesAt(u"2026-11-24 15:10:00"_s);
+    clock_.moment = QDateTime(QDate(2026, 11, 25), QTime(10, 30));
+    load();
+    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sh600000"_s, 20}}); };
+    QTest::keyClick(&main_, Qt::Key_F9);
+    until([this] { return !dialogs_.shown.isEmpty(); });
+    EXPECT_EQ(store_
+                  .rows(u"select zhangfu from zhutiriji where riqi='2026-11-24' and"
+                        u" zhutiname='银行'"_s)
+                  .size(),
+              1);
+    EXPECT_EQ(store_.rows(u"select date(hqtime) from tempcanshu"_s), QStringList{u"2026-11-25"_s});
 }
 
 TEST_F(ReviewWindowTest, AWindowThatClosesWhileItsWorkerWaitsIsGone) {

@@ -123,7 +123,7 @@ protected:
                  editing_.rewrite({u"白酒"_s, u"SZ000858,SZ000858"_s, u"6"_s});
              }},
             {u"添加个股 新 五粮液"_s, [this] { join(u"新"_s); }},
-            {u"删除个股 白酒 SH600000"_s, [this] { leave(); }},
+            {u"删除个股 白酒 浦发银行"_s, [this] { leave(); }},
             {u"删除所有主题"_s, [this] { endOf(import_.deleteAll({})); }},
         };
     }
