@@ -35,7 +35,7 @@ QStringList membersOf(const Stores& stores, const QString& theme) {
 QStringList lastDays(Connection& store, RangeSource source) {
     const QString days =
         source == RangeSource::history
-            ? u"select distinct date(shijian) as ri from "_s + leadingIndex
+            ? QString(u"select distinct date(shijian) as ri from "_s + leadingIndex)
             : u"select distinct date(riqi) as ri from geguhq where dm="_s + quoted(leadingIndex);
     RowCursor row(store, u"select ri from ("_s + days +
                              u") where ri is not null order by ri desc limit "_s +
