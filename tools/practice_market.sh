@@ -24,8 +24,8 @@ end_practice_market() {
 }
 
 # start_practice_market FOLDER ARGUMENT...: the market chooses a free port and tells it through a file.
-# One that a program of the folder is using stays. It ends with the shell that calls this, and is not to
-# hold the lock that the shell may have as 9.
+# One that a program of the folder is using stays. It ends with the shell that calls this, and doesn't
+# hold what guanchaotai-lianxi has open: 3, its standard error, and 9, its lock.
 start_practice_market() {
     local folder=$1 port_file=$1/practice_market.port
     shift
@@ -33,10 +33,10 @@ start_practice_market() {
         return
     fi
     rm -f "$port_file"
-    "$tools/practice_market" "$seeds/codes.csv" "$port_file" "$@" 9>&- &
+    "$tools/practice_market" "$seeds/codes.csv" "$port_file" "$@" 3>&- 9>&- &
     market=$!
     until [ -s "$port_file" ]; do
-        kill -0 "$market" || exit 1
+        kill -0 "$market" 2>/dev/null || exit 1
         sleep 0.05
     done
     name_practice_services "$folder" "http://127.0.0.1:$(cat "$port_file")"
