@@ -8,12 +8,14 @@ home; before is a day with the former package on a kept folder, upgrade the next
 import configparser
 import csv
 import os
+import signal
 import sqlite3
 import sys
 from pathlib import Path
 
 from desk import DAY, IN_SESSION, Desk, Market, TourFailure, children_of, wait
 from journey import MAIN, Journey, check, go
+from screen import Screen, says
 
 ENTRY = "/usr/share/applications/guanchaotai.desktop"
 SEEDS = Path("/usr/share/guanchaotai-lianxi")
@@ -94,6 +96,16 @@ class Child:
         return self.poll()
 
 
+class Detached:
+    """A program that nobody here has started."""
+
+    def __init__(self, pid):
+        self.pid = pid
+
+    def poll(self):
+        return None if image(self.pid) else 0
+
+
 class Road(Journey):
     entry = "Desktop Entry"
     folder = "guanchaotai"
@@ -148,7 +160,8 @@ class Practise(Road):
 class Live(Road):
     def __init__(self, desk):
         super().__init__(desk)
-        self.steps = [self.start, self.see_no_band, self.fill_the_codes, self.fill_a_theme,
+        self.page = None
+        self.steps = [self.start, self.see_no_band, self.begin, self.practise_beside, self.fill,
                       self.fetch_quotes, self.close_the_program]
 
     def prepare(self):
@@ -170,21 +183,33 @@ class Live(Road):
         check("the band of the practice", self.screen.control_now(
             self.main, "label", "练习行情：价格都是编造的，和真实的市场无关"), None)
 
-    def fill_the_codes(self):
-        self.screen.choose(self.main, "行情(H)", "更新代码表")
-        window = self.screen.window("更新代码表")
-        self.screen.press(window, "开始更新代码表")
-        self.wait_for_words(window, f"新加入 {len(NEWCOMERS)} 只")
-        self.screen.close("更新代码表")
+    def begin(self):
+        self.screen.choose(self.main, "帮助(B)", "开始使用…")
+        self.page = self.screen.window("开始使用")
 
-    def fill_a_theme(self):
-        self.screen.choose(self.main, "主题(Z)", "导入概念板块")
-        window = self.screen.window("导入概念板块")
-        self.screen.fill(window, "查找板块", NEW_THEME)
-        self.screen.press(window, "全选")
-        self.screen.press(window, "导入勾选的板块")
-        self.wait_for_words(window, f"导入完成。导入了 1 个板块：新主题 1 个，新成份股 {len(NEWCOMERS)} 条。")
-        self.screen.close("导入概念板块")
+    def practise_beside(self):
+        """It has a folder and a window of its own, and goes without a trace here."""
+        self.screen.press(self.page, "练习")
+        practice = DATA / "guanchaotai-lianxi/guanchaotai"
+        pid = wait("the practice", lambda: next(
+            (it for it in processes() if image(it) == str(practice)), None), 60)
+        screen = Screen(Detached(pid))
+        band = screen.window("观潮台(V3.7)")
+        screen.wait("the band", lambda: says(band, "练习行情：价格都是编造的，和真实的市场无关"))
+        os.kill(pid, signal.SIGTERM)
+        wait("the practice to end", lambda: not image(pid))
+
+    def fill(self):
+        self.screen.press(self.page, "实盘")
+        self.screen.press(self.page, "开始填")
+        self.screen.wait("the end of the fill", lambda: says(
+            self.page, "接下来关闭这个窗口，按 F9 更新行情。"), 60)
+        names = ",".join(f"'{code}'" for code, _ in NEWCOMERS)
+        self.expect(MAIN, f"select dm,jc from dmb where dm in ({names}) order by dm",
+                    *map(list, NEWCOMERS))
+        self.expect(MAIN, f"select dm from dzhzhuti where zhutiname='{NEW_THEME}' order by dm",
+                    *([code] for code, _ in NEWCOMERS))
+        self.screen.close("开始使用")
 
 
 class Before(Road):
