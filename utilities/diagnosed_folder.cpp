@@ -3,17 +3,13 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocale>
 #include <QStorageInfo>
 #include <QSysInfo>
 #include <QThread>
-#include <algorithm>
-#include <utility>
 
 #include "base/log_words.h"
-#include "base/time_left.h"
 #include "store/store_examination.h"
 
 namespace guanchao {
@@ -84,22 +80,6 @@ QString diskLine(const QString& path) {
            (QFileInfo(path).isWritable() ? QString() : u"，应用文件夹不能写入"_s);
 }
 
-struct NamedStore {
-    QString name;
-    StoreFile file;
-    bool isHistory = false;
-};
-
-QList<NamedStore> namedStores(const Stores& stores) {
-    return {{u"主库"_s, stores.main},
-            {u"文章库"_s, stores.article},
-            {u"采集库"_s, stores.heat},
-            {u"拼音库"_s, stores.pinyin},
-            {u"空白主题库"_s, stores.backupTemplate},
-            {u"历史行情库一"_s, stores.firstHistory, true},
-            {u"历史行情库二"_s, stores.secondHistory, true}};
-}
-
 QStringList tableLines(const ExaminedStore& found) {
     QStringList tables;
     for (const ExaminedTable& it : found.tables) {
@@ -114,71 +94,6 @@ QStringList tableLines(const ExaminedStore& found) {
     return tables.isEmpty() ? QStringList()
                             : QStringList{u"　各表的行数："_s + tables.join(u"，"_s)};
 }
-
-// The stores one after the other, with how much of their bytes is read.
-class StoreLooks {
-public:
-    StoreLooks(const DiagnosedFolder& folder, std::stop_token stop, Work<RunProgress>& work)
-        : isFilling_(folder.isFilling),
-          stop_(std::move(stop)),
-          work_(work),
-          stores_(namedStores(folder.stores)) {
-        for (const NamedStore& it : stores_) {
-            total_ += QFileInfo(it.file.path).size();
-        }
-        since_.start();
-    }
-
-    QStringList lines() {
-        QStringList lines;
-        for (const NamedStore& it : stores_) {
-            const QFileInfo info(it.file.path);
-            lines << it.name + u' ' + info.fileName() + u"："_s + stateOf(it) +
-                         (info.exists()
-                              ? u"　"_s + sizeWords(info.size()) + u"，"_s + timeWords(info)
-                              : QString());
-            lines << tableLines(found_);
-            done_ += info.size();
-        }
-        return lines;
-    }
-
-private:
-    QString stateOf(const NamedStore& store) {
-        found_ = {};
-        if (stop_.stop_requested()) {
-            return u"停止了，没有检查"_s;
-        }
-        if (store.isHistory && isFilling_) {
-            return u"正在补全，没有检查"_s;
-        }
-        try {
-            tell(store, 0);
-            found_ = examineStore(store.file, stop_, [&](qint64 bytes) { tell(store, bytes); });
-        } catch (const Cancelled&) {
-            return u"停止了，没有检查完"_s;
-        }
-        return found_.state;
-    }
-
-    void tell(const NamedStore& store, qint64 bytes) {
-        constexpr qint64 unit = 1024;
-        const qint64 read = done_ + std::min(bytes, QFileInfo(store.file.path).size());
-        const int done = static_cast<int>(read / unit);
-        const int total = static_cast<int>(total_ / unit);
-        work_.tell({u"正在检查"_s + store.name, done, total,
-                    timeLeftWords(std::chrono::nanoseconds(since_.nsecsElapsed()), done, total)});
-    }
-
-    bool isFilling_;
-    std::stop_token stop_;
-    Work<RunProgress>& work_;
-    QList<NamedStore> stores_;
-    qint64 done_ = 0;
-    qint64 total_ = 0;
-    QElapsedTimer since_;
-    ExaminedStore found_;
-};
 
 }  // namespace
 
@@ -217,9 +132,31 @@ QStringList folderLines(const QString& path) {
     return lines << u"其余　"_s + others.words();
 }
 
-QStringList storeLines(const DiagnosedFolder& folder, const std::stop_token& stop,
-                       Work<RunProgress>& work) {
-    return StoreLooks(folder, stop, work).lines();
+qint64 DiagnosedStore::bytes() const {
+    return QFileInfo(file.path).size();
+}
+
+QList<DiagnosedStore> diagnosedStores(const Stores& stores) {
+    return {{u"主库"_s, stores.main},
+            {u"文章库"_s, stores.article},
+            {u"采集库"_s, stores.heat},
+            {u"拼音库"_s, stores.pinyin},
+            {u"空白主题库"_s, stores.backupTemplate},
+            {u"历史行情库一"_s, stores.firstHistory, true},
+            {u"历史行情库二"_s, stores.secondHistory, true}};
+}
+
+QStringList storeLines(const DiagnosedStore& store, const std::stop_token& stop,
+                       const std::function<void(qint64 bytes)>& show) {
+    const ExaminedStore found = examineStore(store.file, stop, show);
+    return QStringList{storeLine(store, found.state)} + tableLines(found);
+}
+
+QString storeLine(const DiagnosedStore& store, const QString& state) {
+    const QFileInfo file(store.file.path);
+    const QString line = store.name + u' ' + file.fileName() + u"："_s + state;
+    return file.exists() ? line + u"　"_s + sizeWords(file.size()) + u"，"_s + timeWords(file)
+                         : line;
 }
 
 }  // namespace guanchao

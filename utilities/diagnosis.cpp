@@ -3,7 +3,6 @@
 #include "base/log_words.h"
 #include "platform/log_file.h"
 #include "services/service_names.h"
-#include "utilities/diagnosed_folder.h"
 
 namespace guanchao {
 
@@ -44,13 +43,10 @@ QString diagnosisFileName(const QDateTime& now) {
     return u"诊断_"_s + now.toString(u"yyyyMMdd_hhmm"_s) + u".txt"_s;
 }
 
-QList<DiagnosisSection> diagnoseFolder(const DiagnosedFolder& folder, const std::stop_token& stop,
-                                       Work<RunProgress>& work) {
-    const QString program = folder.path + logOfProgram;
-    const QString collector = folder.path + logOfCollector;
-    return {{u"应用文件夹"_s, folderLines(folder.path)},
-            {u"数据库"_s, storeLines(folder, stop, work)},
-            {u"最近的失败和警告"_s, linesOf(program, failing, shownFailures)},
+QList<DiagnosisSection> logSections(const QString& applicationFolder) {
+    const QString program = applicationFolder + logOfProgram;
+    const QString collector = applicationFolder + logOfCollector;
+    return {{u"最近的失败和警告"_s, linesOf(program, failing, shownFailures)},
             {u"最近的运行"_s, linesOf(program, running, shownRuns)},
             {u"采集程序最近的失败和警告"_s, linesOf(collector, failing, shownFailures)},
             {u"采集程序最近的运行"_s, linesOf(collector, running, shownRuns)}};

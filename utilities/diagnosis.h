@@ -3,15 +3,13 @@
 // written.
 #pragma once
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-#include "base/run_progress.h"
-#include "base/worker.h"
 #include "services/check_run.h"
 #include "services/service_entries.h"
-#include "store/stores.h"
 
 namespace guanchao {
 
@@ -25,16 +23,8 @@ QString diagnosisText(const QList<DiagnosisSection>& sections, const QDateTime& 
 // 诊断_20261126_2241.txt
 QString diagnosisFileName(const QDateTime& now);
 
-// What is looked through on the disk.
-struct DiagnosedFolder {
-    QString path;  // the application folder
-    Stores stores;
-    bool isFilling = false;  // the histories: a look through them would hold that up
-};
-
-// In a worker. A stop leaves out the stores that are still to come, and says so.
-QList<DiagnosisSection> diagnoseFolder(const DiagnosedFolder& folder, const std::stop_token& stop,
-                                       Work<RunProgress>& work);
+// The failures and the runs that the logs of the program and of the collector tell last.
+QList<DiagnosisSection> logSections(const QString& applicationFolder);
 
 // 行情 新浪 https://hq.sinajs.cn：在用，限时 15 秒
 QString serviceLine(const ServiceEntry& entry);

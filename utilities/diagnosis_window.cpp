@@ -4,10 +4,13 @@
 #include <QKeyEvent>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "base/files.h"
 #include "base/log_words.h"
 #include "base/run_note.h"
+#include "base/time_left.h"
+#include "base/worker.h"
 #include "collector/search_check.h"
 #include "platform/log_file.h"
 #include "platform/pick_file.h"
@@ -16,7 +19,6 @@
 #include "store/failure.h"
 #include "store/patience.h"
 #include "ui_diagnosis_window.h"
-#include "utilities/diagnosed_folder.h"
 #include "utilities/diagnosed_settings.h"
 #include "utilities/service_checks.h"
 
@@ -108,6 +110,8 @@ QCoro::Task<> DiagnosisWindow::collect(std::stop_token stop) {
     add({u"软件和系统"_s, systemLines()});
     add({u"屏幕和设置"_s, settingLines(environment_)});
     co_await lookThroughFolder(stop);
+    co_await lookThroughStores(stop);
+    co_await readLogs(stop);
     co_await askServices(stop);
     note.ended({}, wanted_.stop_requested());
     panel_->say(wanted_.stop_requested() ? u"停止了，收集到的都在上面。"_s
@@ -115,17 +119,78 @@ QCoro::Task<> DiagnosisWindow::collect(std::stop_token stop) {
 }
 
 QCoro::Task<> DiagnosisWindow::lookThroughFolder(std::stop_token stop) {
-    const DiagnosedFolder folder = {environment_.applicationFolder, environment_.stores,
-                                    environment_.historyDesk.shown().running};
+    const auto job = [path = environment_.applicationFolder](const auto&) {
+        return folderLines(path);
+    };
+    const QStringList lines = co_await inWorker(job, stop);
+    add({u"应用文件夹"_s, lines});
+}
+
+QCoro::Task<> DiagnosisWindow::lookThroughStores(std::stop_token stop) {
+    add({u"数据库"_s, {}});
+    const QList<DiagnosedStore> stores = diagnosedStores(environment_.stores);
+    allBytes_ = doneBytes_ = 0;
+    for (const DiagnosedStore& it : stores) {
+        allBytes_ += it.bytes();
+    }
+    sinceStores_.start();
+    for (const DiagnosedStore& it : stores) {
+        const QStringList lines = co_await linesOf(it, stop);
+        sections_.last().lines << lines;
+        doneBytes_ += it.bytes();
+        showText();
+    }
+}
+
+// A look through the histories would hold up their fill.
+QCoro::Task<QStringList> DiagnosisWindow::linesOf(DiagnosedStore store, std::stop_token stop) {
+    if (wanted_.stop_requested()) {
+        co_return QStringList{storeLine(store, u"停止了，没有检查"_s)};
+    }
+    if (store.isHistory && environment_.historyDesk.shown().running) {
+        co_return QStringList{storeLine(store, u"正在补全，没有检查"_s)};
+    }
+    try {
+        const QStringList lines = co_await examine(store);
+        co_return QStringList(lines);
+    } catch (const Cancelled&) {
+        endIfStopped(stop);
+    }
+    co_return QStringList{storeLine(store, u"停止了，没有检查完"_s)};
+}
+
+// The library may be in the middle of a large table: a stop doesn't wait until it hears of it.
+QCoro::Task<QStringList> DiagnosisWindow::examine(DiagnosedStore store) {
     const std::stop_token wanted = wanted_.get_token();
-    const auto job = [folder, wanted](Work<RunProgress>& work) {
-        return diagnoseFolder(folder, wanted, work);
+    const auto job = [store, wanted](Work<qint64>& work) {
+        return storeLines(store, wanted, [&work](qint64 bytes) { work.tell(bytes); });
     };
-    const std::function<void(const RunProgress&)> show = [this](const RunProgress& progress) {
-        panel_->show(progress);
+    const std::function<void(const qint64&)> show = [this, store](const qint64& bytes) {
+        showShare(store, bytes);
     };
-    const auto found = co_await inWorker<RunProgress>(job, show, wanted, stop);
-    for (const DiagnosisSection& it : found.value_or(QList<DiagnosisSection>())) {
+    showShare(store, 0);
+    const std::optional<QStringList> lines = co_await inWorker<qint64>(job, show, wanted, wanted);
+    if (!lines) {
+        throw Cancelled();
+    }
+    co_return QStringList(*lines);
+}
+
+void DiagnosisWindow::showShare(const DiagnosedStore& store, qint64 bytes) {
+    constexpr qint64 unit = 1024;
+    const int done = static_cast<int>((doneBytes_ + std::min(bytes, store.bytes())) / unit);
+    const int total = static_cast<int>(allBytes_ / unit);
+    const std::chrono::nanoseconds elapsed(sinceStores_.nsecsElapsed());
+    panel_->show(
+        RunProgress{u"正在检查"_s + store.name, done, total, timeLeftWords(elapsed, done, total)});
+}
+
+QCoro::Task<> DiagnosisWindow::readLogs(std::stop_token stop) {
+    const auto job = [path = environment_.applicationFolder](const auto&) {
+        return logSections(path);
+    };
+    const QList<DiagnosisSection> sections = co_await inWorker(job, stop);
+    for (const DiagnosisSection& it : sections) {
         add(it);
     }
 }

@@ -4,12 +4,14 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <memory>
 
 #include "base/runs.h"
 #include "frame/environment.h"
 #include "frame/run_panel.h"
 #include "frame/windows.h"
+#include "utilities/diagnosed_folder.h"
 #include "utilities/diagnosis.h"
 
 namespace Ui {
@@ -34,12 +36,17 @@ private:
     void stop();
     QCoro::Task<> collect(std::stop_token stop);
     QCoro::Task<> lookThroughFolder(std::stop_token stop);
+    QCoro::Task<> lookThroughStores(std::stop_token stop);
+    QCoro::Task<QStringList> linesOf(DiagnosedStore store, std::stop_token stop);
+    QCoro::Task<QStringList> examine(DiagnosedStore store);
+    QCoro::Task<> readLogs(std::stop_token stop);
     QCoro::Task<> askServices(std::stop_token stop);
     QCoro::Task<> askChecks(std::stop_token stop);
     QCoro::Task<> save(std::stop_token stop);
     void copy();
     void openLog();
     void add(const DiagnosisSection& section);
+    void showShare(const DiagnosedStore& store, qint64 bytes);
     void showRun(bool running);
     void showText();
 
@@ -49,6 +56,9 @@ private:
     QList<DiagnosisSection> sections_;
     QDateTime collected_;
     bool collecting_ = false;
+    qint64 allBytes_ = 0;  // of the stores
+    qint64 doneBytes_ = 0;
+    QElapsedTimer sinceStores_;
     std::stop_source wanted_;
     Runs questions_;
     Runs runs_;

@@ -5,6 +5,7 @@
 #include "store/store_examination.h"
 #include "tests/support/store_test.h"
 #include "tests/support/users_secrets.h"
+#include "utilities/diagnosed_folder.h"
 
 namespace guanchao {
 
@@ -12,11 +13,12 @@ class DiagnosisTest : public StoreTest {
 protected:
     DiagnosisTest() { keepHistoriesIn(store_.folder(), store_.stores); }
 
-    QString diagnose(const std::stop_token& wanted = {}, bool isFilling = false) {
-        Work<RunProgress> work(wanted, {});
-        return diagnosisText(
-            diagnoseFolder({store_.folder(), store_.stores, isFilling}, wanted, work),
-            clock_.now());
+    QString diagnose() {
+        QList<DiagnosisSection> sections = {{u"应用文件夹"_s, folderLines(store_.folder())}};
+        for (const DiagnosedStore& it : diagnosedStores(store_.stores)) {
+            sections << DiagnosisSection{it.name, storeLines(it, {}, [](qint64) {})};
+        }
+        return diagnosisText(sections + logSections(store_.folder()), clock_.now());
     }
     // The line of a store, without its size and time.
     static QString stateOf(const QString& text, const QString& store) {
@@ -61,15 +63,7 @@ TEST_F(DiagnosisTest, EachStoreIsToldAsItIs) {
         << spoilt.toStdString();
 }
 
-TEST_F(DiagnosisTest, AStopLeavesTheRestAndHistoriesThatAreFilledAreLeftAlone) {
-    std::stop_source source;
-    source.request_stop();
-    const QString stopped = diagnose(source.get_token());
-    EXPECT_EQ(stateOf(stopped, u"dzhzhuti.mzdat："_s), u"停止了，没有检查"_s);
-    EXPECT_TRUE(stopped.contains(u"\ndzhzhuti.mzdat　"_s)) << "what is quick is there";
-    QFile::copy(store_.stores.main.path, store_.stores.firstHistory.path);
-    EXPECT_EQ(stateOf(diagnose({}, true), u"历史行情库一"_s), u"正在补全，没有检查"_s);
-
+TEST_F(DiagnosisTest, AStopEndsTheLookThroughAStore) {
     store_.run(
         {u"create table zhong as with recursive n(i) as (select 1 union all select i+1"
          u" from n where i<300000) select i,hex(i) h from n"_s,

@@ -48,6 +48,18 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     EXPECT_EQ(shell_.opened, QStringList{store_.folder() + logOfProgram});
 }
 
+TEST_F(DiagnosisWindowTest, AStopOfTheFirstStoreLeavesTheOthersAndIsNoWait) {
+    Connection holder = stores_.main.open();
+    holder.execute(u"begin exclusive"_s);
+    open<DiagnosisWindow>();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shown().contains(u"【数据库】"_s); }, 60000));
+    QTest::keyClick(button(u"stop"_s), Qt::Key_Space);
+    wait();
+    EXPECT_TRUE(shown().contains(u"主库 dzhzhuti.mzdat：停止了，没有检查完"_s));
+    EXPECT_TRUE(shown().contains(u"文章库 wenzhang.mzdat：停止了，没有检查　"_s));
+    EXPECT_TRUE(shown().contains(u"【最近的运行】"_s)) << "what is quick is there";
+}
+
 TEST_F(DiagnosisWindowTest, EscStopsTheCollectingAndThenClosesTheWindow) {
     services_.chart.host = u"http://silent"_s;
     http_.gate = std::make_shared<Later<bool>>();
