@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/log.h"
 #include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
@@ -45,7 +46,11 @@ QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards, s
         tally_.stopped = true;
     }
     endIfStopped(stop);
-    note.ended(u"%1 / %2 个板块"_s.arg(done_).arg(total_), tally_.stopped);
+    note.ended(u"%1 / %2 个板块，%3 个失败"_s.arg(done_).arg(total_).arg(tally_.failed.size()),
+               tally_.stopped);
+    if (!tally_.ending.isEmpty()) {
+        writeLog({LogKind::service, u"导入概念板块"_s, tally_.ending});
+    }
     co_return BoardTally(tally_);
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "base/log.h"
 #include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
@@ -56,6 +57,9 @@ QCoro::Task<CodeTableResult> CodeTableUpdate::run(bool withBeijing, std::stop_to
     }
     endIfStopped(stop);
     note.ended(u"名单 %1 只"_s.arg(result_.listed), result_.stopped);
+    if (!result_.lacks.isEmpty()) {
+        writeLog({LogKind::service, u"更新代码表"_s, result_.lacks.join(u'；')});
+    }
     co_return CodeTableResult(result_);
 }
 

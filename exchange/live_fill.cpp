@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/log.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "services/service_names.h"
@@ -42,7 +43,8 @@ QString LiveFillResult::words() const {
         lines << themeWords(*this);
     }
     if (stopped) {
-        lines << u"已经读到的都保留着，再点“开始”只补没有读到的。"_s;
+        lines << (hasCodes() || themes ? u"已经读到的都保留着，再点“开始”只补没有读到的。"_s
+                                       : u"再点“开始”从头来。"_s);
     } else if (!codes || hasCodes()) {
         lines << u"接下来关闭这个窗口，按 F9 更新行情。"_s;
     }
@@ -91,6 +93,7 @@ QCoro::Task<> LiveFill::fillThemes(std::stop_token stop) {
     endIfStopped(stop);
     result_.boardLacks = list.boards.isEmpty() ? list.lacks : QStringList();
     if (list.boards.isEmpty()) {
+        writeLog({LogKind::service, u"导入概念板块"_s, list.lacks.join(u'；')});
         co_return;
     }
     const QList<Board> missing = co_await missingOf(list.boards, stop);
