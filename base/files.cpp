@@ -20,7 +20,8 @@ namespace {
 QString failureOfReplacing(const QString& target, const QByteArray& content,
                            QFile::Permissions added) {
     QSaveFile file(target);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+    // What only the flush of a commit finds, the commit does not tell.
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush() &&
         (!added || file.setPermissions(file.permissions() | added)) && file.commit()) {
         return {};
     }

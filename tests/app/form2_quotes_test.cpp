@@ -38,6 +38,7 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
     };
     QTest::keyClick(&main_, Qt::Key_F9);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs_.shown.isEmpty(); }));
+    http_.onGet = nullptr;
     EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！\n121只：服务没有这只股票"_s});
     EXPECT_EQ(label(u"Label6"_s), u"行情更新时间：2026-11-24 10:00:00"_s);
