@@ -1,4 +1,3 @@
-#include <QSettings>
 #include <random>
 
 #include "base/values.h"
@@ -89,8 +88,8 @@ protected:
 };
 
 TEST_F(BacktestTest, ABuyAndItsSale) {
-    const Prices still = {1000, 1000, 1000, 1000};
-    const Prices up = {1010, 1030, 1010, 1020};
+    const Prices still = {1000, 1000, 1000, 1000}, dip = {1000, 1000, 900, 1000};
+    const Prices up = {1010, 1030, 1010, 1020}, end = {1050, 1050, 1050, 1050};
     const auto none = [](BacktestRule&) {};
     const auto stop = [](BacktestRule& it) { it.stopLoss = 5; };
     const auto profit = [](BacktestRule& it) { it.takeProfit = 10; };
@@ -101,90 +100,38 @@ TEST_F(BacktestTest, ABuyAndItsSale) {
     };
     const struct {
         const char* is;
-        QString dm;
         QList<Prices> moves;
         std::function<void(BacktestRule&)> change;
         QString trade;
+        QString dm = u"SH600010"_s;
     } cases[] = {
-        {"days", u"SH600010"_s, {still, still, up}, none, u"1@10 3@10.2 持有到期 2"_s},
-        {"costs",
-         u"SH600010"_s,
-         {still, still, up},
-         costs,
-         u"1@10 3@10.2 持有到期 -3.98"_s},  // 1.02*0.99*0.97/(1.01*1.01)
-        {"not on the day of the buy",
-         u"SH600010"_s,
-         {{1000, 1000, 900, 1000}, still, up},
-         stop,
-         u"1@10 3@10.2 持有到期 2"_s},
-        {"stop by the low",
-         u"SH600010"_s,
-         {still, {1000, 1000, 950, 990}},
-         stop,
-         u"1@10 2@9.5 止损 -5"_s},
-        {"not reached",
-         u"SH600010"_s,
-         {still, {1000, 1000, 951, 990}, still},
-         stop,
-         u"1@10 3@10 持有到期 0"_s},
-        {"opens under the stop",
-         u"SH600010"_s,
-         {still, {940, 990, 930, 990}},
-         stop,
-         u"1@10 2@9.4 止损 -6"_s},
-        {"profit by the high",
-         u"SH600010"_s,
-         {still, {1000, 1100, 1000, 1050}},
-         profit,
-         u"1@10 2@11 止盈 10"_s},
-        {"opens over the profit",
-         u"SH600010"_s,
-         {{1000, 1060, 1000, 1060}, {1150, 1160, 1100, 1100}},
-         profit,
-         u"1@10 2@11.5 止盈 15"_s},
-        {"both on a day",
-         u"SH600010"_s,
-         {still, {1000, 1100, 950, 1000}},
-         both,
-         u"1@10 2@9.5 止损 -5"_s},
-        {"falls on the day of the buy",
-         u"SH600010"_s,
-         {{1000, 1000, 990, 990}, up},
-         fall,
-         u"1@10 2@10.1 首次下跌 1"_s},
-        {"falls later",
-         u"SH600010"_s,
-         {still, up, {1020, 1030, 1015, 1019}, {1050, 1050, 1050, 1050}},
-         fall,
-         u"1@10 4@10.5 首次下跌 5"_s},
-        {"opens at the limit", u"SH600010"_s, {{1100, 1100, 1000, 1000}, still, up}, none, {}},
-        {"just below the limit",
-         u"SH600010"_s,
-         {{1099, 1100, 1000, 1000}, still, up},
-         none,
-         u"1@10.99 3@10.2 持有到期 -7.19"_s},
+        {"days", {still, still, up}, none, u"1@10 3@10.2 持有到期 2"_s},
+        // 1.02*0.99*0.97/(1.01*1.01)
+        {"costs", {still, still, up}, costs, u"1@10 3@10.2 持有到期 -3.98"_s},
+        {"not on the first day", {dip, still, up}, stop, u"1@10 3@10.2 持有到期 2"_s},
+        {"by the low", {still, {1000, 1000, 950, 990}}, stop, u"1@10 2@9.5 止损 -5"_s},
+        {"above", {still, {1000, 1000, 951, 990}, still}, stop, u"1@10 3@10 持有到期 0"_s},
+        {"opens under it", {still, {940, 990, 930, 990}}, stop, u"1@10 2@9.4 止损 -6"_s},
+        {"by the high", {still, {1000, 1100, 1000, 1050}}, profit, u"1@10 2@11 止盈 10"_s},
+        {"opens over it", {still, {1150, 1160, 1100, 1100}}, profit, u"1@10 2@11.5 止盈 15"_s},
+        {"both on a day", {still, {1000, 1100, 950, 1000}}, both, u"1@10 2@9.5 止损 -5"_s},
+        {"falls at once", {{1000, 1000, 990, 990}, up}, fall, u"1@10 2@10.1 首次下跌 1"_s},
+        {"later", {still, up, {1020, 1030, 1015, 1019}, end}, fall, u"1@10 4@10.5 首次下跌 5"_s},
+        {"opens at the limit", {{1100, 1100, 1000, 1000}, still, up}, none, {}},
+        {"below", {{1099, 1100, 1000, 1000}, still, up}, none, u"1@10.99 3@10.2 持有到期 -7.19"_s},
         {"the wider limit of STAR",
-         u"SH688010"_s,
          {{1100, 1100, 1000, 1000}, still, up},
          none,
-         u"1@11 3@10.2 持有到期 -7.27"_s},
-        {"one price, as under treatment",
-         u"SH600010"_s,
-         {{1050, 1050, 1050, 1050}, still, up},
-         none,
-         {}},
-        {"halted on the day of the buy", u"SH600010"_s, {{}, still, up, up}, none, {}},
-        {"halted while held",
-         u"SH600010"_s,
-         {still, {}, {}, still, up},
-         none,
-         u"1@10 5@10.2 持有到期 2"_s},
+         u"1@11 3@10.2 持有到期 -7.27"_s,
+         u"SH688010"_s},
+        {"one price, as under treatment", {end, still, up}, none, {}},
+        {"halted on the day of the buy", {{}, still, up, up}, none, {}},
+        {"halted while held", {still, {}, {}, still, up}, none, u"1@10 5@10.2 持有到期 2"_s},
         {"nobody buys",
-         u"SH600010"_s,
          {still, {900, 900, 900, 900}, {920, 930, 910, 910}},
          stop,
          u"1@10 3@9.2 止损 -8"_s},
-        {"still held", u"SH600010"_s, {still, up}, none, u"1@10 2@10.2 持有 2"_s},
+        {"still held", {still, up}, none, u"1@10 2@10.2 持有 2"_s},
     };
     for (const auto& it : cases) {
         const BacktestRule usual = rule_;
@@ -438,13 +385,6 @@ TEST_F(BacktestTest, RulesAreKeptByTheirNames) {
     EXPECT_EQ(RuleStore(folder).names(), QStringList(u"长线"_s));
     writeFile(folder + u"file"_s);
     EXPECT_THROW(RuleStore(folder + u"file/"_s).keep(odd, rule_), OperationError);
-    QSettings settings(folder + u"回测.ini"_s, QSettings::IniFormat);
-    settings.setValue(u"规则/hand/持股数"_s, 1000);
-    settings.setValue(u"规则/hand/止损"_s, u"x"_s);
-    BacktestRule usual;
-    usual.positions = 100;
-    settings.sync();
-    EXPECT_EQ(RuleStore(folder).rule(u"hand"_s), usual) << "no more than a field takes";
 }
 
 }  // namespace guanchao

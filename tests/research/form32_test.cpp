@@ -93,16 +93,6 @@ TEST_F(Form32Test, AStopAndTheEndOfTheProgramLoseNothing) {
     }
 }
 
-TEST_F(Form32Test, AFailureIsToldInTheWindow) {
-    market_->outcome = [](const QString&) { return HttpReply::Outcome::silent; };
-    open<Form32>();
-    press(form_, u"fill"_s);
-    untilItsEnd();
-    EXPECT_TRUE(label(u"words"_s).contains(u"读不到上证指数的日线"_s));
-    EXPECT_TRUE(label(u"words"_s).contains(u"行情来源"_s));
-    EXPECT_TRUE(dialogs_.shown.isEmpty());
-}
-
 // Once a day, and again after an hour where the day isn't there yet.
 TEST_F(Form32Test, TheUpdateOfTheDayBeginsByItself) {
     open<Form32>();

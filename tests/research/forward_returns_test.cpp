@@ -50,28 +50,6 @@ TEST(ForwardGainsTest, FollowThePurchase) {
     }
 }
 
-TEST(ForwardGainsTest, OneDayTwiceCountsOnce) {
-    QList<AdjustedDay> history = daysOf({{100, 100}, {100, 101}, {1, 500}, {1, 102}, {1, 500}});
-    history[2].shijian = history[1].shijian;
-    history[4].shijian = history[3].shijian;
-    // Stepped over, but the last row is the last close.
-    EXPECT_EQ(listed(forwardGains(history, {})), QList<double>({1, 2, 400, 400, 0}));
-}
-
-TEST(PriorGainsTest, CompareTheNewestDayWithEarlierOnes) {
-    QList<QPair<double, double>> prices(130, {50, 40});
-    prices[0] = {90, 120};
-    prices[1].second = 100;
-    prices[3].second = 0;
-    prices[10].second = 80;
-    const PriorGains gains = priorGains(daysOf(prices));
-    EXPECT_EQ(QList<double>({gains.one, gains.three, gains.ten, gains.all}),
-              QList<double>({20, 0, 50, 200}));
-    EXPECT_EQ(priorGains(daysOf(prices.first(4))).one, 0);
-    prices[0].second = 0;
-    EXPECT_EQ(priorGains(daysOf(prices.first(5))).all, 125) << "the open for the close";
-}
-
 class ForwardReturnsTest : public StoreTest {
 protected:
     QStringList labels_;

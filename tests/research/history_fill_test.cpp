@@ -124,41 +124,28 @@ TEST_F(HistoryFillTest, OnlyTheMissingDaysComeToAHistoryThatIsThere) {
                            u"23 1000 1000 0.5"_s, u"24 1000 667 0.75"_s}));
 }
 
-// Two holes about stored days of another make, with a dividend in the first hole.
+// Two holes about stored days of another make, with a dividend in the first hole. Former close and
+// factor of each day from the first hole on, by the stored factors about the dividend.
 TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
     const QString dm = u"SH600000"_s;
     const struct {
-        QString what;
-        double before;  // the stored factors about the dividend
-        double behind;
-        qint64 told;         // former close of the stored day behind the first hole
-        QStringList filled;  // from the first hole on
+        const char* what;
+        double before, behind;
+        qint64 told;  // former close of the stored day behind the first hole
+        QString filled;
     } cases[] = {
-        {u"the factors agree"_s,
-         2,
-         4,
-         500,
-         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 550 4.0"_s, u"19 700 600 4.0"_s,
-          u"20 800 700 4.0"_s, u"23 900 800 4.0"_s, u"24 900 900 4.0"_s}},
-        {u"the stored ones know less of a dividend"_s,
-         2,
-         3,
-         667,
-         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 733 3.0"_s, u"19 700 600 3.0"_s,
-          u"20 800 700 3.0"_s, u"23 900 800 3.0"_s, u"24 900 900 3.0"_s}},
-        {u"the stored ones know of none"_s,
-         1.7,
-         1.7,
-         1000,
-         {u"16 1000 1000 1.7"_s, u"17 1100 1000 1.7"_s, u"18 600 1100 1.7"_s, u"19 700 600 1.7"_s,
-          u"20 800 700 1.7"_s, u"23 900 800 1.7"_s, u"24 900 900 1.7"_s}},
-        {u"an exchange told the former close"_s,
-         2,
-         4,
-         605,
-         {u"16 1000 1000 2.0"_s, u"17 1100 1000 2.0"_s, u"18 600 550 4.0"_s, u"19 700 605 4.0"_s,
-          u"20 800 700 4.0"_s, u"23 900 800 4.0"_s, u"24 900 900 4.0"_s}},
+        {"the factors agree", 2, 4, 500,
+         u"1000 2.0|1000 2.0|550 4.0|600 4.0|700 4.0|800 4.0|900 4.0"_s},
+        {"the stored ones know less of a dividend", 2, 3, 667,
+         u"1000 2.0|1000 2.0|733 3.0|600 3.0|700 3.0|800 3.0|900 3.0"_s},
+        {"the stored ones know of none", 1.7, 1.7, 1000,
+         u"1000 1.7|1000 1.7|1100 1.7|600 1.7|700 1.7|800 1.7|900 1.7"_s},
+        {"an exchange told the former close", 2, 4, 605,
+         u"1000 2.0|1000 2.0|550 4.0|605 4.0|700 4.0|800 4.0|900 4.0"_s},
     };
+    const QString filled =
+        u"select group_concat(qiansp||' '||round(fuquanyz,4),'|') from (select * from %1 where"
+        u" shijian>='2026-11-16' order by shijian)"_s;
     list(dm);
     market_.closes[dm] = {{{2026, 11, 16}, 10},  {{2026, 11, 17}, 11}, {{2026, 11, 18}, 6},
                           {{2026, 11, 19}, 6.9}, {{2026, 11, 20}, 8},  {{2026, 11, 23}, 8.9},
@@ -173,11 +160,10 @@ TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
                       {dm, {2026, 11, 23}, 1, 1, 1, 900, 700, 1, 1, it.behind}},
                      {});
         fill();
-        EXPECT_EQ(days(dm, u"2026-11-16"_s), it.filled) << it.what.toStdString();
-        EXPECT_EQ(first(u"select substr(shijian,9)||' '||sp||' '||qiansp||' '||round(fuquanyz,4)"
-                        u" from geguhq where shijian>='2026-11-16' order by shijian"_s),
-                  it.filled)
-            << it.what.toStdString();
+        for (const QString& table : {dm, u"geguhq"_s}) {
+            EXPECT_EQ(first(filled.arg(table)), QStringList{it.filled}) << it.what;
+        }
+        EXPECT_EQ(second(filled.arg(dm)), QStringList{it.filled}) << it.what;
     }
 }
 
@@ -230,23 +216,6 @@ TEST_F(HistoryFillTest, DaysThatHaveGoneAreAskedForAgain) {
     }
 }
 
-// 每日更新 goes on from the last day that can be.
-TEST_F(HistoryFillTest, ADayToComeHidesNoneOfToday) {
-    list(u"SH600000"_s);
-    setDay({2026, 11, 20});
-    fill();
-    for (const QString& dm : {leadingIndex, u"SH600000"_s}) {
-        Connection(store_.stores.firstHistory.path, {})
-            .execute(u"insert into %1(shijian,sp,qiansp) values('2062-11-23',1000,1000)"_s.arg(dm));
-    }
-    setDay(today_);
-    const FillTally tally = fill(true);
-    EXPECT_EQ(tally.newestDay, today_);
-    EXPECT_EQ(first(u"select substr(shijian,1,10) from SH600000 where shijian>'2026-11-20'"
-                    u" order by shijian"_s),
-              QStringList({u"2026-11-23"_s, u"2026-11-24"_s, u"2062-11-23"_s}));
-}
-
 TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
     list(u"SH600000"_s);
     setDay({2026, 11, 20});
@@ -270,40 +239,6 @@ TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
                   first(u"select * from lishifanwei order by dm"_s));
         EXPECT_EQ(second(u"select count(*) from nishihq2"_s), QStringList{u"0"_s});
     }
-}
-
-TEST_F(HistoryFillTest, AStopStoresWhatHasCome) {
-    listMany(5);
-    market_.onGet = [this](const QString& dm) {
-        if (dm == u"SH600103"_s) {
-            control_->stop();
-        }
-    };
-    const FillTally tally = fill();
-    EXPECT_TRUE(tally.stopped);
-    EXPECT_EQ(storedCodes(), 3);
-    market_.onGet = nullptr;
-    EXPECT_EQ(fill().codes, 2) << "the rest";
-    EXPECT_EQ(storedCodes(), 5);
-}
-
-TEST_F(HistoryFillTest, APauseStoresWhatHasComeAndGoesOn) {
-    listMany(3);
-    market_.onGet = [this](const QString& dm) {
-        if (dm == u"SH600101"_s) {
-            control_->pause();
-        }
-    };
-    HistoryFill fill(
-        store_.stores, clock_, market_, services_, {1}, *control_, [](const RunProgress&) {},
-        wait_);
-    const QCoro::Task<FillTally> run = fill.run({});
-    until([this] { return control_->isPaused(); });
-    until([this] { return storedCodes() == 2; });
-    EXPECT_FALSE(run.isReady());
-    market_.onGet = nullptr;
-    control_->goOn();
-    EXPECT_EQ(endOf(run).codes, 3);
 }
 
 TEST_F(HistoryFillTest, FailuresInARowEndIt) {
@@ -375,19 +310,11 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
         market_.factors[dm] = {{{2026, 11, 18}, 2}, {{2026, 11, 20}, 2.5}};
         for (const QDate& day : days_) {
             const bool isLater = day >= QDate(2026, 11, 18);
-            market_.closes[dm][day] = isLater ? 5 : 10;
+            const int close = isLater ? 500 : 1000, former = day > QDate(2026, 11, 18) ? 500 : 1000;
+            market_.closes[dm][day] = close / 100;
             if (dm != hole || day != QDate(2026, 11, 20)) {
-                there << DayRow{
-                    dm,
-                    day,
-                    1,
-                    1,
-                    1,
-                    isLater ? 500 : 1000,
-                    day == QDate(2026, 11, 18) || day < QDate(2026, 11, 18) ? 1000 : 500,
-                    1,
-                    1,
-                    dm == own && isLater ? 1.9 : 1.0};
+                const double factor = dm == own && isLater ? 1.9 : 1.0;
+                there << DayRow{dm, day, 1, 1, 1, close, former, 1, 1, factor};
             }
         }
     }

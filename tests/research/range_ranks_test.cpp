@@ -111,15 +111,4 @@ TEST_F(RangeRanksTest, AStopEndsTheRankingAndWithoutTheIndexThereIsNone) {
     EXPECT_EQ(grid_.rows() + grid_.cols(), 2) << "the hint of the view shows";
 }
 
-TEST_F(RangeRanksTest, AWeekIsTheStrongerColouredTheFurtherFromNothingAndAGapNotAtAll) {
-    store_.addMember(u"甲"_s, u"SH600001"_s);
-    addDay(u"SH600001"_s, monday_, u"4"_s);
-    fillWeeks(ranks(), grid_);
-    EXPECT_EQ(grid_.textMatrix(0, 2), u"2026-12-28"_s);
-    EXPECT_EQ(grid_.textMatrix(1, 2), u"4.00"_s);
-    EXPECT_EQ(grid_.textMatrix(1, 3), QString());
-    EXPECT_FALSE(grid_.index(0, 3).data(ResultGrid::BackColourRole).isValid());
-    EXPECT_EQ(grid_.index(0, 2).data(ResultGrid::BackColourRole).toUInt(), heatColour(4, 8));
-}
-
 }  // namespace guanchao

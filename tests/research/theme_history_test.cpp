@@ -143,29 +143,6 @@ TEST_F(ThemeHistoryTest, WhatWasStillToComeIsAskedForAgainAfterTheCloseAndOnAnot
     EXPECT_EQ(askedOn(9, 10), QStringList());
 }
 
-TEST_F(ThemeHistoryTest, RowsThatAreGoneAreFilledAnew) {
-    compare(2, 6, QString());
-    const QStringList rows = store_.rows(u"select * from geguhq order by riqi"_s);
-    EXPECT_EQ(rows.size(), 4);
-    const struct {
-        QString lost;
-        QStringList asked;
-    } cases[] = {
-        {QString(), {u"000001.ss 2-6"_s}},
-        {u" where riqi>'2026-11-05'"_s, {u"000001.ss 2-2"_s, u"000001.ss 4-6"_s}},
-        {u" where riqi<'2026-11-05'"_s, {u"000001.ss 2-4"_s}},
-    };
-    for (const auto& it : cases) {
-        store_.run({u"delete from geguhq"_s + it.lost});
-        asked();
-        compare(2, 6, QString());
-        EXPECT_EQ(asked(), it.asked) << it.lost.toStdString();
-        compare(2, 6, QString());
-        EXPECT_EQ(asked(), QStringList()) << it.lost.toStdString();
-    }
-    EXPECT_EQ(store_.rows(u"select * from geguhq order by riqi"_s), rows);
-}
-
 TEST_F(ThemeHistoryTest, GainsAreOfAdjustedPricesWhereTheFactorsBelongToThem) {
     const QByteArray factors =
         "var sh600000hfq={\"data\":[{\"d\":\"2026-11-03\",\"f\":\"2\"},"
