@@ -99,47 +99,29 @@ TEST(HeadlineCounts, ACountIsALowerBoundWhereMoreMayBeLeft) {
         }
         return made;
     };
-    using Pages = QList<HeadlinesPage>;
+    const auto words = [](const HeadlineCount& it) -> QString {
+        return QString::number(it.number) + (it.isLowerBound ? u"+"_s : QString());
+    };
     const struct {
         const char* what;
-        Pages pages;
-        HeadlineCount all, one, week;
-        bool isEnd;  // no page behind can have more of the week
+        QList<HeadlinesPage> pages;
+        QString counts;  // of all, of a day, of a week
+        bool isEnd;      // no page behind can have more of the week
     } cases[] = {
-        {"none", {page(0, 0, 0)}, {0, false}, {0, false}, {0, false}, true},
-        {"all there are", {page(5, 0, 5)}, {5, false}, {5, false}, {5, false}, true},
-        {"a full page", {page(683, 0, 100)}, {683, false}, {24, false}, {100, true}, false},
-        {"up to an older one",
-         {page(683, 0, 100), page(683, 100, 100)},
-         {683, false},
-         {24, false},
-         {168, false},
-         true},
-        {"one that comes twice",
-         {page(150, 0, 100), page(151, 99, 51)},
-         {150, false},
-         {24, false},
-         {150, false},
-         true},
-        {"the same page again",
-         {page(150, 0, 100), page(150, 0, 100)},
-         {150, false},
-         {24, false},
-         {100, true},
-         false},
-        {"the service gives no more of them",
-         {page(683, 0, 100), page(683, 0, 0)},
-         {683, false},
-         {24, false},
-         {100, true},
-         true},
-        {"counted no further", {page(10000, 0, 20)}, {10000, true}, {20, true}, {20, true}, true},
+        {"none", {page(0, 0, 0)}, u"0 0 0"_s, true},
+        {"all there are", {page(5, 0, 5)}, u"5 5 5"_s, true},
+        {"a full page", {page(683, 0, 100)}, u"683 24 100+"_s, false},
+        {"up to an older one", {page(683, 0, 100), page(683, 100, 100)}, u"683 24 168"_s, true},
+        {"one comes twice", {page(150, 0, 100), page(151, 99, 51)}, u"150 24 150"_s, true},
+        {"the same page again", {page(150, 0, 100), page(150, 0, 100)}, u"150 24 100+"_s, false},
+        {"it gives no more", {page(683, 0, 100), page(683, 0, 0)}, u"683 24 100+"_s, true},
+        {"counted no further", {page(10000, 0, 20)}, u"10000+ 20+ 20+"_s, true},
     };
     for (const auto& it : cases) {
         const HeadlineCounts counts(it.pages, now);
-        EXPECT_EQ(counts.all(), it.all) << it.what;
-        EXPECT_EQ(counts.ofLast(1), it.one) << it.what;
-        EXPECT_EQ(counts.ofLast(7), it.week) << it.what;
+        const QStringList told = {words(counts.all()), words(counts.ofLast(1)),
+                                  words(counts.ofLast(7))};
+        EXPECT_EQ(told.join(u' '), it.counts) << it.what;
         EXPECT_EQ(counts.reaches(7) || counts.isLastPage(), it.isEnd) << it.what;
     }
 }

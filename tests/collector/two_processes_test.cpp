@@ -1,6 +1,5 @@
 #include <QProcess>
 #include <QTest>
-#include <span>
 
 #include "tests/support/files.h"
 #include "tests/support/raw_service.h"
@@ -47,6 +46,17 @@ protected:
                                  collector.readAllStandardError());
     }
 
+    // Runs one to its end; services of this process answer it meanwhile.
+    void expectRun(const QStringList& words, int exitCode, const QString& says) {
+        QProcess collector;
+        start(collector, words);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
+        EXPECT_EQ(collector.exitCode(), exitCode) << words.join(u' ').toStdString();
+        const QString told = said(collector);
+        EXPECT_TRUE(told.contains(says)) << told.toStdString();
+    }
+
     int rowsOf(const QString& day) {
         return number(u"select count(*) from xinwenshul where date(riqi)='"_s + day + u"'"_s);
     }
@@ -90,11 +100,10 @@ protected:
         EXPECT_TRUE(words.startsWith(all)) << words.toStdString();
     }
 
-    PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
-                           [this] { return now_(); }};
     // Later than any clock.
-    QDate day_{2099, 11, 2};
-    std::function<QDateTime()> now_ = [this] { return QDateTime(day_, QTime(10, 0, 0)); };
+    const QDate day_{2099, 11, 2};
+    PracticeMarket market_{PracticeQuotes({{u"SH600000"_s, u"浦发银行"_s}}),
+                           [this] { return QDateTime(day_, QTime(10, 0, 0)); }};
     int added_ = 0;
 };
 
@@ -147,12 +156,7 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
         if (it.exitCode == 1) {
             runHeat(u"update canshu set yinqingurl='nowhere'"_s);
         }
-        QProcess collector;
-        start(collector, {it.word});
-        ASSERT_TRUE(collector.waitForFinished()) << it.word.toStdString();
-        EXPECT_EQ(collector.exitCode(), it.exitCode);
-        const QString words = said(collector);
-        EXPECT_TRUE(words.contains(it.said)) << words.toStdString();
+        expectRun({it.word}, it.exitCode, it.said);
         runHeat(u"delete from shopname"_s);
         runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',9)"_s);
     }
@@ -161,39 +165,7 @@ TEST_F(TwoProcessesTest, EachWordDoesItsJobAndABadStartEndsWithItsReason) {
     EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{u"浦发银行"_s});
 }
 
-TEST_F(TwoProcessesTest, HeadlinesAreCountedWhereNoPageIs) {
-    now_ = [] { return QDateTime::currentDateTime(); };
-    const QString section = u"kind=eastmoney\nhost="_s + market_.host();
-    const QString one = u"[search]\n"_s + section;
-    const QString second = u"[search]\nhost=http://127.0.0.1:1\n[search.2]\n"_s + section;
-    runHeat(u"update canshu set today='2099-11-02 00:00:00',iszidinyinum=1,zidinyinum=30"_s);
-    store_.run({u"delete from dzhzhuti where rowid>12"_s});
-    for (const QString& services : {one, second}) {
-        runHeat(u"delete from xinwenshul"_s);
-        write(u"services.ini"_s, services);
-        QProcess collector;
-        start(collector);
-        ASSERT_TRUE(collector.waitForFinished());
-        const QString words = said(collector);
-        EXPECT_TRUE(words.startsWith(u"采集完成：共 12 项，写入 12 项"_s)) << words.toStdString();
-    }
-    const QString of = u" from xinwenshul,xinwenshuoming where item=zhutiname"_s;
-    EXPECT_EQ(number(u"select count(*)"_s + of), 12);
-    EXPECT_EQ(number(u"select count(*)"_s + of +
-                     u" and (onecishu>allcishu or onecishu>zdycishu or zdycishu>300)"_s),
-              0);
-    EXPECT_GT(number(u"select count(*)"_s + of + u" and zdycishu=300 and zdyxian=1"_s), 0);
-    EXPECT_GT(number(u"select count(*)"_s + of + u" and zdycishu<300 and zdyxian=0"_s), 0);
-    EXPECT_EQ(number(u"select count(*) from xinwenshul where onecishu>"
-                     u"(select count(*) from xinwenbiaoti where guanjianci=zhutiname)"
-                     u" and onecishu<=100"_s),
-              0)
-        << "the headlines behind the counts";
-    EXPECT_TRUE(market_.requests().filter(u"/s?"_s).isEmpty());
-}
-
 TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTheCodes) {
-    write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\n"_s);
     store_.addCode(u"SH600000"_s, u"旧名"_s, 1, 1);
     const QString second = u"[quote.2]\nkind=tencent\nhost="_s + market_.host();
     const struct {
@@ -210,13 +182,7 @@ TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTh
             socket.disconnectFromHost();
         };
         write(u"services.ini"_s, u"[quote]\nhost="_s + limiting.service().host + u'\n' + it.second);
-        QProcess collector;
-        start(collector, {u"gengxindmb"_s});
-        ASSERT_TRUE(
-            QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
-        EXPECT_EQ(collector.exitCode(), it.exitCode);
-        const QString words = said(collector);
-        EXPECT_TRUE(words.contains(it.said)) << words.toStdString();
+        expectRun({u"gengxindmb"_s}, it.exitCode, it.said);
         EXPECT_EQ(limiting.connections, 1);
         EXPECT_EQ(store_.rows(u"select jc from dmb"_s), QStringList{it.jc});
     }
@@ -225,61 +191,11 @@ TEST_F(TwoProcessesTest, AnAddressThatLimitsIsLeftAloneAndTheNextServiceBringsTh
 TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
     write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=\ngiveup=1\ntimeout=1\n"_s);
     RawService search;
-    const auto expectGivenUp = [this](const QString& host, const char* what) {
-        write(u"services.ini"_s, u"[search]\nhost="_s + host);
-        QProcess collector;
-        start(collector);
-        ASSERT_TRUE(
-            QTest::qWaitFor([&] { return collector.state() == QProcess::NotRunning; }, 30000));
-        EXPECT_EQ(collector.exitCode(), 3) << what;
-        const QString words = said(collector);
-        EXPECT_TRUE(words.startsWith(u"接连没有读到网页，采集提前结束"_s)) << words.toStdString();
-        EXPECT_TRUE(words.contains(u"写入 0 项，跳过 1 项，没有采集 59 项"_s))
-            << words.toStdString();
-    };
-    expectGivenUp(u"http://127.0.0.1:1"_s, "dead");
-    for (const auto& manners :
-         {std::span<const ServiceManner>(hangingUp), std::span<const ServiceManner>(neverDone)}) {
-        for (const ServiceManner& it : manners) {
-            search.answer = it.answer;
-            expectGivenUp(search.service().host, it.what);
-        }
-    }
-}
-
-TEST_F(TwoProcessesTest, ARunThatWritesNothingEndsEarlyAndIsNotComplete) {
-    const struct {
-        const char* what;
-        QString pages;  // of caijiqi.ini
-        QString trigger;
-        QString said;
-        int most;  // pages asked for
-    } cases[] = {
-        {"no page can be read",
-         u"[page]\nresults=no(.)\n"_s,
-         {},
-         u"接连没有读到网页，采集提前结束（网页里没有要找的内容）"_s,
-         20},
-        {"a store that refuses each row",
-         {},
-         u"create trigger no before insert on xinwenshul begin select raise(abort,'no'); end"_s,
-         u"采集库接连不能写入，采集提前结束"_s,
-         40},
-    };
-    for (const auto& it : cases) {
+    for (const ServiceManner& it : {hangingUp[0], neverDone[0], neverDone[1]}) {
         SCOPED_TRACE(it.what);
-        const qsizetype before = market_.requests().size();
-        write(u"caijiqi.ini"_s, u"[pace]\npause=0\nrandom=0\nretries=9\n"_s + it.pages);
-        if (!it.trigger.isEmpty()) {
-            runHeat(it.trigger);
-        }
-        QProcess collector;
-        start(collector);
-        ASSERT_TRUE(collector.waitForFinished());
-        EXPECT_EQ(collector.exitCode(), 3);
-        const QString words = said(collector);
-        EXPECT_TRUE(words.startsWith(it.said)) << words.toStdString();
-        EXPECT_EQ(market_.requests().size() - before, it.most);
+        search.answer = it.answer;
+        write(u"services.ini"_s, u"[search]\nhost="_s + search.service().host);
+        expectRun({u"zhuti"_s}, 3, u"写入 0 项，跳过 1 项，没有采集 59 项"_s);
     }
 }
 
@@ -289,11 +205,7 @@ TEST_F(TwoProcessesTest, ASecondCollectorIsRefusedAndTheMainProgramsEndEndsTheRu
     QProcess first;
     start(first);
     meddleUntil(first, u"2099-11-02"_s, 1);
-    QProcess second;
-    start(second);
-    ASSERT_TRUE(second.waitForFinished());
-    EXPECT_EQ(second.exitCode(), 1);
-    EXPECT_TRUE(said(second).contains(u"采集程序已在运行"_s));
+    expectRun({u"zhuti"_s}, 1, u"采集程序已在运行"_s);
     runHeat(u"update canshu set mainisrun=0"_s);
     ASSERT_TRUE(first.waitForFinished());
     EXPECT_TRUE(said(first).startsWith(u"主程序已退出，采集结束："_s));
