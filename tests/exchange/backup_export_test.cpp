@@ -1,6 +1,5 @@
 #include "exchange/backup_export.h"
 
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -107,24 +106,6 @@ TEST_F(BackupExportTest, WhatCannotBeWrittenIsTold) {
     told();
     exportTo(u"~/导出主题"_s);
     EXPECT_EQ(told().last(), u"观潮台|这是一个文件，请另选一个文件夹:~/导出主题"_s);
-}
-
-// A limit on the size of files stands in for a disk that is full.
-TEST_F(BackupExportTest, AFullDiskEndsTheExportAndKeepsTheOlderCopy) {
-    exportTo(exportFolder());
-    execute(
-        store_.stores.article,
-        {u"insert into wenzhang(biaoti,leirong) values('长','%1')"_s.arg(QString(300000, u'文'))});
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{200000, old.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto restore = qScopeGuard([&] { setrlimit(RLIMIT_FSIZE, &old); });
-    EXPECT_THROW(exportTo(exportFolder()), OperationError);
-    const StoreFile copy{exportFolder() + u"wenzhang.ztb"_s, store_.stores.article.key};
-    EXPECT_EQ(TestStores::rows(copy, u"select count(*) from wenzhang"_s), QStringList{u"0"_s});
-    EXPECT_EQ(exported(), files);
 }
 
 TEST_F(BackupExportTest, AStoppedRunLeavesWhatWasThere) {

@@ -138,27 +138,6 @@ TEST_F(BoardImportTest, AServiceThatHasHadEnoughIsLeftAloneForAWhile) {
     EXPECT_EQ(http_.paths.size(), 4) << "the others aren't asked for";
 }
 
-TEST_F(BoardImportTest, ARestTellsWhyAndUntilWhen) {
-    const HttpReply brokenOff = {HttpReply::Outcome::broken, 0, {}};
-    http_.instead = [&](const QString&) { return brokenOff; };
-    for (int before = 0; before < 9; ++before) {
-        endOf(polite_.get(service_, u"/"_s, {}));
-    }
-    int broken = 1;
-    http_.instead = [&](const QString& path) -> std::optional<HttpReply> {
-        const bool isBroken = path.contains(u"getHQNodeData"_s) && broken-- > 0;
-        return isBroken ? std::optional(brokenOff) : std::nullopt;
-    };
-    QStringList steps;
-    onProgress_ = [&](const RunProgress& progress) { steps << progress.step; };
-    const BoardTally tally = import();
-    EXPECT_TRUE(steps.contains(u"新浪：一再没有答好（传输中断），10:01:35 再试"_s))
-        << steps.join(u'\n').toStdString();
-    EXPECT_EQ(waits_, 1);
-    EXPECT_EQ(tally.boards, 2);
-    EXPECT_EQ(tally.failed.value(0).why, u"传输中断"_s);
-}
-
 TEST_F(BoardImportTest, WhatHasComeStaysWhereTheUserStops) {
     onSettled_ = [this](const BoardOutcome& outcome) {
         if (outcome.stored.added > 0) {
@@ -170,25 +149,6 @@ TEST_F(BoardImportTest, WhatHasComeStaysWhereTheUserStops) {
     EXPECT_TRUE(tally.words().startsWith(u"已停止"_s));
     EXPECT_EQ(tally.boards, 1);
     EXPECT_EQ(themes().size(), 1);
-}
-
-TEST_F(BoardImportTest, APauseHoldsTheNextBoard) {
-    QStringList steps;
-    onProgress_ = [&](const RunProgress& progress) {
-        steps << progress.step;
-        if (progress.step == u"已暂停"_s) {
-            EXPECT_EQ(http_.paths.size(), 1);
-            QTimer::singleShot(0, [this] { control_->goOn(); });
-        }
-    };
-    bool once = true;
-    onSettled_ = [&](const BoardOutcome& outcome) {
-        if (outcome.lack.isEmpty() && std::exchange(once, false)) {
-            control_->pause();
-        }
-    };
-    EXPECT_EQ(import().boards, 3);
-    EXPECT_EQ(steps.count(u"已暂停"_s), 1);
 }
 
 // Another program that writes is waited for; the board isn't lost.

@@ -141,15 +141,6 @@ TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
     EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"行"_s});
 }
 
-TEST_F(TextImportTest, AStoreThatIsLockedTakesNothing) {
-    write("600000\tX\r");
-    Connection other = store_.stores.main.open();
-    other.execute(u"begin immediate"_s);
-    const Impatience impatience;
-    EXPECT_THROW(endOf(import_.importText(source_, {})), StoreError);
-    EXPECT_FALSE(run_.running());
-}
-
 TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
     const QString n21(21, u'名');
     const struct {
