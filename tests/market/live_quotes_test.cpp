@@ -231,10 +231,6 @@ TEST_F(LiveQuotesTest, RepliesWithoutAStockAndBrokenOnes) {
         EXPECT_FALSE(screen_.lack.isEmpty());
     }
     EXPECT_TRUE(dialogs_.shown.isEmpty());
-    replies_ = {{u"/list=int_dji"_s, "var hq_str_int_dji=\"x,1,2\";"}};
-    quotes_.chooseWorldIndex(1);
-    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|没有找到该股数据!"_s});
-    EXPECT_EQ(screen_.shown, QStringList({u"clear world"_s, u"chart3"_s}));
 }
 
 TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
@@ -296,37 +292,6 @@ TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     EXPECT_EQ(pathsOfPoll(), charts);
     EXPECT_EQ(globals_.jiaoyishiduan, 0);
     EXPECT_EQ(pathsOfPoll(), QStringList());
-}
-
-TEST_F(LiveQuotesTest, AnOutsideIndexThatIsMissingIsToldAndReadAgainWithTheCharts) {
-    silence(u"/list=r_HSI"_s);
-    quotes_.start(u"SH600000"_s);
-    EXPECT_EQ(dialogs_.shown, QStringList{connectionMessage});
-    for (int poll = 1; poll <= 13; ++poll) {
-        EXPECT_TRUE(screen_.polling);
-        EXPECT_EQ(screen_.lack, u"没有读到外围指数（没有应答）"_s) << poll;
-        replies_.clear();
-        quotes_.poll();
-    }
-    EXPECT_TRUE(screen_.shown.contains(u"恒生指数 0.5%"_s));
-    EXPECT_TRUE(screen_.polling && screen_.lack.isEmpty());
-    EXPECT_EQ(http_.paths.filter(u"r_HSI"_s).size(), 2);
-}
-
-TEST_F(LiveQuotesTest, APollThatMissesTheIndexGoesOnWithTheNext) {
-    quotes_.start(u"SH600000"_s);
-    for (int poll = 1; poll <= 3; ++poll) {
-        quotes_.poll();
-    }
-    replies_[u"/list=sh000001"_s] = "x=\"a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p\";";
-    screen_.shown.clear();
-    quotes_.poll();
-    EXPECT_EQ(screen_.shown, QStringList{u"浦发银行 5% 1.33"_s}) << "the stock comes all the same";
-    EXPECT_FALSE(screen_.lack.isEmpty());
-    replies_.clear();
-    quotes_.poll();
-    EXPECT_TRUE(screen_.polling && screen_.lack.isEmpty());
-    EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
 }
 
 // The first request of the opening is held, the stock's quote: all else comes beside it.

@@ -4,15 +4,12 @@
 #include <chrono>
 
 #include "formats/gbk.h"
-#include "frame/day_line_chart.h"
 #include "market/chart_box.h"
 #include "market/form11.h"
 #include "market/form21.h"
-#include "monitor/form4.h"
 #include "platform/qt_http_client.h"
 #include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
-#include "themes/form30.h"
 
 namespace guanchao {
 
@@ -25,10 +22,7 @@ protected:
         services_.fundamentals = {services_.newspage};
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 0);
-        store_.run({u"update tempcanshu set f10url='http://host/600000/'"_s,
-                    u"insert into gegujiankong(dm,jc,leixin,bijiaofu,baojinzhi)"
-                    u" values('SH600519','贵州茅台','股价','<',9)"_s,
-                    u"insert into zixuangu(dm) values('SH600519')"_s});
+        store_.run({u"update tempcanshu set f10url='http://host/600000/'"_s});
         http_.answer = [this](const QString& path) { return reply(path); };
     }
 
@@ -105,24 +99,11 @@ TEST_F(MarketWindowsTest, Form21ShowsTheStockAndTheIndexes) {
     for (const QString& it : cases.join(u' ').split(u' ')) {
         EXPECT_EQ(label(it.section(u'=', 0, 0)), it.section(u'=', 1)) << it.toStdString();
     }
-    EXPECT_EQ(label(u"reportDate"_s), u"2026-09-30"_s);
     EXPECT_EQ(label(u"stockDay"_s), u"2026-11-24"_s);
-    for (const QString& name : {u"stockGain"_s, u"Label36"_s, u"indexGainCaption"_s}) {
-        EXPECT_EQ(colour(name), QColor(255, 0, 255)) << name.toStdString();
-    }
-    EXPECT_EQ(colour(u"limitUp"_s), QColor::fromRgb(riseColour));
-    for (const QString& name : {u"stockLow"_s, u"limitDown"_s, u"worldChange"_s, u"worldGain"_s}) {
-        EXPECT_EQ(colour(name), QColor::fromRgb(fallColour)) << name.toStdString();
-    }
-    EXPECT_EQ(find<DayLineChart>(u"dayLine"_s)->accessibleDescription().section(u' ', 0, 3),
-              u"2026-11-24 10:30 价 10.50"_s);
-    const auto paint = [this](const QString& box, double height) {
-        const QImage image = find<ChartBox>(box)->grab().toImage();
-        return image.pixelColor(image.width() / 2, static_cast<int>(image.height() * height));
-    };
-    EXPECT_EQ(paint(u"Picture1"_s, 0.5), QColor(Qt::blue));
-    EXPECT_EQ(paint(u"Picture1"_s, 0.05), QColor(Qt::black)) << "it keeps its proportions";
-    EXPECT_EQ(paint(u"Picture2"_s, 0.25), QColor(Qt::black)) << "no picture came";
+    EXPECT_EQ(colour(u"stockGain"_s), QColor(255, 0, 255));
+    EXPECT_EQ(colour(u"stockLow"_s), QColor::fromRgb(fallColour));
+    const QImage chart = find<ChartBox>(u"Picture1"_s)->grab().toImage();
+    EXPECT_EQ(chart.pixelColor(chart.width() / 2, chart.height() / 2), QColor(Qt::blue));
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 
@@ -131,7 +112,6 @@ TEST_F(MarketWindowsTest, NothingOfAFormerStockOrIndexStays) {
     const QColor plain = colour(u"stockLatest"_s);
     edit(u"Text7"_s)->setText(u"SH600000"_s);
     fire(u"Timer1"_s);
-    find<QLabel>(u"indexRatio"_s)->setText(u"1.50"_s);
     http_.answer = nullptr;
     edit(u"Text7"_s)->setText(u"SH600519"_s);
     button(u"Command1"_s)->click();
@@ -146,7 +126,6 @@ TEST_F(MarketWindowsTest, NothingOfAFormerStockOrIndexStays) {
     }
     EXPECT_EQ(form_->windowTitle(), u"分时行情"_s);
     EXPECT_EQ(label(u"Label5"_s), QString());
-    EXPECT_EQ(label(u"indexRatio"_s), u"1.50"_s);
     for (const QString& name :
          {u"stockLatest"_s, u"stockGain"_s, u"limitUp"_s, u"askPrice1"_s, u"bidLots5"_s,
           u"indexName"_s, u"indexLatest"_s, u"indexGain"_s, u"worldName"_s, u"worldGain"_s}) {
@@ -174,13 +153,6 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     EXPECT_EQ(box->text(), u"SH600519"_s);
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(form_->windowTitle(), u"分时行情——贵州茅台"_s);
-    QTest::keyClicks(box, u"6000"_s);
-    EXPECT_EQ(box->text(), u"6000"_s) << "what is typed next replaces it";
-    QTest::keyClick(box, Qt::Key_Escape);
-    EXPECT_TRUE(form_->isVisible() && !list->isVisible());
-    box->setText(u"6005"_s);
-    QTest::mouseClick(form_, Qt::LeftButton, {}, QPoint(2, 2));
-    EXPECT_FALSE(list->isVisible()) << "a click beside it hides the list";
     EXPECT_TRUE(Timer2->isActive() && Timer2->isSingleShot());
     http_.paths.clear();
     globals_.jiaoyishiduan = 1;
@@ -198,12 +170,6 @@ TEST_F(MarketWindowsTest, Form21TakesTheFirstCandidateAndPollsInFrontOnly) {
     fire(u"Timer2"_s);
     EXPECT_EQ(http_.paths.size(), 1);
     EXPECT_TRUE(Timer2->isActive()) << "it waits for the window to come to the front";
-    store_.run(
-        {u"insert into dmb(dm,numdm) with recursive n(i) as (select 300000 union all select i+1 "
-         u"from"
-         u" n where i<300039) select 'SZ'||i,i from n"_s});
-    box->setText(u"3000"_s);
-    EXPECT_EQ(list->count(), 30);
 }
 
 TEST_F(MarketWindowsTest, Form21WorksWhileItsServicesDoNot) {
@@ -271,8 +237,6 @@ TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {
     auto* chart = find<ChartBox>(u"Picture1"_s);
     edit(u"Text7"_s)->setText(u" SH600000 "_s);
     find<QLabel>(u"Label5"_s)->setText(u"浦发银行"_s);
-    QTest::mouseClick(chart, Qt::LeftButton);
-    EXPECT_TRUE(shell_.opened.isEmpty()) << "no host, no page";
     services_.stockpage.host = u"http://p"_s;
     QTest::mouseClick(chart, Qt::LeftButton);
     QTest::mouseDClick(chart, Qt::LeftButton);
@@ -289,12 +253,6 @@ TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOn) {
     EXPECT_EQ(shownWindow<Form11>()->windowTitle(), u"浦发银行(SH600000)-----F10资料"_s);
     ASSERT_EQ(shell_.opened.size(), 3);
     EXPECT_EQ(shell_.opened.last(), u"http://host/600000/"_s);
-    EXPECT_TRUE(
-        child<QLabel>(shownWindow<Form11>(), u"Label1"_s)->text().contains(u"系统的浏览器"_s));
-    http_.paths.clear();
-    trigger(u"刷新"_s);
-    fire(u"Timer1"_s);
-    EXPECT_TRUE(http_.paths.contains(u"/list=sh600000"_s));
 }
 
 TEST_F(MarketWindowsTest, AWindowWithoutAnF10PageCloses) {
@@ -304,33 +262,6 @@ TEST_F(MarketWindowsTest, AWindowWithoutAnF10PageCloses) {
     fire(u"Timer1"_s);
     EXPECT_FALSE(shownWindow<Form11>());
     EXPECT_TRUE(shell_.opened.isEmpty());
-}
-
-TEST_F(MarketWindowsTest, Form21AndForm11OpenFromEveryListOfStocks) {
-    const auto shownCode = [] {
-        auto* quotes = shownWindow<Form21>();
-        const QString code = quotes ? lineEdit(quotes, u"Text7"_s)->text() : QString();
-        closeWindows();
-        return code;
-    };
-    open<Form4>();
-    QApplication::processEvents();
-    GridView& stocks = view(u"MSHFlexGrid2"_s);
-    clickCell(stocks, 1, 1);
-    QTest::mouseDClick(stocks.viewport(), Qt::LeftButton, {}, cellOf(stocks, 1, 1));
-    EXPECT_EQ(shownCode(), u"SH600519"_s);
-    open<Form4>();
-    globals_.dangqiandm = u"SH600519"_s;
-    trigger(u"查看行情"_s);
-    EXPECT_EQ(shownCode(), u"SH600519"_s);
-    open<Form30>();
-    globals_.dangqiandm = u"SH600519"_s;
-    trigger(u"当前行情"_s);
-    globals_.dangqiandm = u"SH600000"_s;
-    trigger(u"F10资料"_s);
-    ASSERT_TRUE(shownWindow<Form11>());
-    EXPECT_EQ(shownWindow<Form11>()->windowTitle(), u"(SH600000)-----F10资料"_s);
-    EXPECT_EQ(shownCode(), u"SH600519"_s);
 }
 
 #ifdef GUANCHAO_BROWSER_LIBRARY
@@ -380,14 +311,11 @@ TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     const auto follow = [&](const QString& path) {
         browser->setProperty("url", QUrl(raw.service().host + path));
     };
-    auto* back = button(u"back"_s);
-    const auto* state = find<QLabel>(u"state"_s);
     ASSERT_TRUE(shows(u"/600000/"_s));
-    EXPECT_TRUE(browser->isVisible());
-    EXPECT_FALSE(find<QLabel>(u"Label1"_s)->isVisible() || back->isEnabled());
+    EXPECT_TRUE(browser->isVisible() && !find<QLabel>(u"Label1"_s)->isVisible());
+    const auto* state = find<QLabel>(u"state"_s);
     follow(u"/next"_s);
     ASSERT_TRUE(shows(u"/next"_s));
-    EXPECT_EQ(state->text(), QString());
     follow(u"/dead"_s);
     ASSERT_TRUE(comesTrue([&] { return state->text().startsWith(u"网页打不开："_s); }));
     EXPECT_TRUE(browser->isVisible());
@@ -395,17 +323,12 @@ TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     follow(u"/silent"_s);
     auto* stop = button(u"stopRun"_s);
     ASSERT_TRUE(comesTrue([&] { return stop->isVisible(); }));
-    EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
     form_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
     QTest::keyClick(form_.data(), Qt::Key_Escape);
     ASSERT_TRUE(shows(u"/next"_s)) << "Esc stops the link and leaves the window";
-    back->click();
+    button(u"back"_s)->click();
     ASSERT_TRUE(shows(u"/600000/"_s));
-    const qsizetype requests = raw.requests.count(u"GET /600000/"_s);
-    press(form_, u"reload"_s);
-    EXPECT_TRUE(comesTrue([&] { return raw.requests.count(u"GET /600000/"_s) == requests + 1; }));
-    EXPECT_TRUE(shows(u"/600000/"_s));
     QTest::keyClick(form_.data(), Qt::Key_Escape);
     EXPECT_FALSE(shownWindow<Form11>());
     deleteClosedWindows();

@@ -62,9 +62,6 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHere) {
         quotes(),
         QStringList({u"SH600000|8.123|0.123|1.5375|1|4|5|8|9|2026-11-24 10:00:00"_s,
                      u"SZ000001|0|0|0|1.5|0.5|5|123456789012|1500000000|2026-11-24 10:00:00"_s}));
-    globals_.hqmang = 1;
-    update(0);
-    EXPECT_EQ(globals_.hqmang, 1) << "a long job stays busy";
 }
 
 TEST_F(QuoteFeedTest, ThePollListTakesFewerColumns) {
@@ -230,13 +227,6 @@ TEST_F(QuoteRunTest, TellsHowManyCameAndWhyTheOthersDidNot) {
               u"请检查网络，在“工具 / 行情来源”里看看网站通不通，过一会儿再更新。"_s);
     EXPECT_EQ(updatedCodes(), 195);
     EXPECT_EQ(hqtime(), QStringList{u"2026-11-24 10:00:00"_s});
-    addCodes(2);
-    const auto whole = http_.answer;
-    http_.answer = [whole](const QString& path) {
-        return whole(path)->replace(gbkFromText(line(u"sh600101"_s)),
-                                    "var hq_str_sh600101=\"\";\n");
-    };
-    EXPECT_EQ(run(), allCame_ + u"\n1只：服务没有这只股票"_s);
 }
 
 TEST_F(QuoteRunTest, TheTimeStaysWhereNothingCame) {
@@ -270,14 +260,6 @@ TEST_F(QuoteRunTest, SomeRequestsAreAheadAndTheirRepliesKeepTheOrder) {
     first->deliver(true);
     EXPECT_FALSE(runs.running());
     EXPECT_EQ(updatedCodes(), 600);
-}
-
-TEST_F(QuoteRunTest, TheVariantLeavesTheIndexesOut) {
-    store_.run({u"delete from dmb"_s,
-                u"insert into dmb(dm) values('SH000001'),('SH000300'),('SZ399001'),('SH600000'),"
-                u"('SZ000001')"_s});
-    QCoro::waitFor(run_.gengxinquanbu(report_, {}));
-    EXPECT_EQ(http_.paths, QStringList{u"/list=sh600000,sz000001,"_s});
 }
 
 }  // namespace guanchao
