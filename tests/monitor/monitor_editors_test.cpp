@@ -64,8 +64,6 @@ TEST_F(MonitorEditorsTest, AnAddedStockTakesItsNameFromTheCodeTable) {
     EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发银行|0|0|股价|<|9.85|null|0|"_s});
     EXPECT_EQ(pollList(), QStringList{u"SH600000"_s});
     EXPECT_EQ(told(), QStringList{u"观潮台|添加个股监控完成。"_s});
-    EXPECT_EQ(editor.shortName(u"SZ000001"_s), u"平安银行"_s);
-    EXPECT_EQ(editor.shortName(u"SZ999999"_s), std::nullopt);
 }
 
 TEST_F(MonitorEditorsTest, RefusalsWriteNothingAndComeInTheirOrder) {

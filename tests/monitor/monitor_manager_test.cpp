@@ -34,11 +34,6 @@ TEST_F(MonitorManagerTest, TheLoadShowsTheNewestFirstRewrittenForTheEye) {
         QStringList({u"序号|代码|简称|收盘|涨幅|比较值|比较符|报警值|报警时间|窗口提示|音乐提示"_s,
                      u"1|SH600000|浦发银行|0.00|0.00|涨幅|>|5.00|2026-11-24 10:00:00|不提示|"
                      u"无音乐"_s}));
-    EXPECT_EQ(stocks_.cellForeColor(1, 8), riseColour);
-    manager_.selectTheme(2);
-    EXPECT_EQ(globals_.dangqianzhuti + themes_.toolTipText(), u"银行/alarm.mp3"_s);
-    manager_.selectTheme(0);
-    EXPECT_EQ(globals_.dangqianzhuti + themes_.toolTipText(), u"银行"_s) << "the selection stays";
     QCoro::waitFor(manager_.clearAll({}));
     EXPECT_EQ(manager_.load().monitored, u"已监控0只股票。"_s);
     EXPECT_EQ(themes_.rows(), 1);
