@@ -193,14 +193,4 @@ TEST_F(DayBookTest, TodayIsCountedLiveUntilItIsWritten) {
     EXPECT_EQ(review().days.first(), QDate(2026, 11, 24)) << "of what is written";
 }
 
-TEST_F(DayBookTest, ANoteIsFoundFromDayToDayAndRound) {
-    ReviewData data;
-    data.days = {QDate(2026, 11, 24), QDate(2026, 11, 23), QDate(2026, 11, 20)};
-    data.notes = {{data.days[0], u"白酒强"_s}, {data.days[2], u"看 ETF"_s}};
-    EXPECT_EQ(nextNoteWith(data, u"etf"_s, data.days[0]), data.days[2]);
-    EXPECT_EQ(nextNoteWith(data, u"白酒"_s, data.days[0]), data.days[0]);
-    EXPECT_EQ(nextNoteWith(data, u"白酒"_s, data.days[1]), data.days[0]);
-    EXPECT_EQ(nextNoteWith(data, u"没有"_s, data.days[1]), QDate());
-}
-
 }  // namespace guanchao

@@ -154,27 +154,6 @@ TEST_F(ThemeUndoTest, EachEditIsTakenBackExactlyAndDoneAgain) {
     EXPECT_EQ(next(), QString());
 }
 
-TEST_F(ThemeUndoTest, AllEditsGoBackOneAfterTheOtherAndForthAgain) {
-    QList<QStringList> states = {state()};
-    for (const Command& it : commands()) {
-        const QString former = next();
-        it.run();
-        if (next() != former) {
-            states << state();
-        }
-    }
-    ASSERT_GE(states.size(), 9);
-    for (qsizetype at = states.size() - 2; at >= 0; --at) {
-        ASSERT_TRUE(carry(Way::back)) << at;
-        EXPECT_EQ(state(), states[at]) << at;
-    }
-    for (qsizetype at = 1; at < states.size(); ++at) {
-        ASSERT_TRUE(carry(Way::again)) << at;
-        EXPECT_EQ(state(), states[at]) << at;
-    }
-    EXPECT_EQ(next(Way::again), QString());
-}
-
 TEST_F(ThemeUndoTest, WhatWasChangedMeanwhileIsLeftAsItIs) {
     const QString add = u"insert into dzhzhuti(zhutiname,dm) values('%1','SZ000858')"_s;
     struct Case {
@@ -230,23 +209,6 @@ TEST_F(ThemeUndoTest, WhatWasChangedMeanwhileIsLeftAsItIs) {
     carry(Way::back);
     store_.run({u"update dzhzhuti set xiangguandu=2"_s});
     EXPECT_FALSE(carry(Way::again)) << "of what isn't as it came back nothing goes";
-}
-
-TEST_F(ThemeUndoTest, RowsWhosePlacesAreTakenComeBackBehind) {
-    const QString query = u"select zhutiname,dm from dzhzhuti order by rowid"_s;
-    for (const bool whole : {false, true}) {
-        if (whole) {
-            removeTheme(u"银行"_s);
-        } else {
-            commands_.removeStock(u"银行"_s, u"SH600000"_s);
-        }
-        store_.run({u"insert into dzhzhuti(zhutiname,dm) values('新','SH600519')"_s});
-        ASSERT_TRUE(carry(Way::back));
-        EXPECT_EQ(store_.rows(query).last(), u"银行|SH600000"_s);
-        ASSERT_TRUE(carry(Way::again));
-        EXPECT_EQ(store_.rows(query).last(), u"新|SH600519"_s);
-        ASSERT_TRUE(carry(Way::back));
-    }
 }
 
 TEST_F(ThemeUndoTest, AStoreThatIsHeldKeepsAllOfIt) {

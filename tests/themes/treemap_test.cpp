@@ -66,18 +66,6 @@ TEST(Treemap, AreasAreInProportionAndFillTheRoomWithoutLyingOverEachOther) {
     }
 }
 
-// The example of those who found the way: no side is longer than 2.25 times the other up to the
-// last.
-TEST(Treemap, SidesAreEvenAndTheGreatestLiesFirst) {
-    const QList<QRectF> places = treemapOf({6, 6, 4, 3, 2, 2, 1}, {0, 0, 6, 4});
-    EXPECT_EQ(places[0], QRectF(0, 0, 3, 2));
-    EXPECT_EQ(places[1], QRectF(0, 2, 3, 2)) << "equals stand in their order";
-    for (const QRectF& it : places.first(6)) {
-        EXPECT_LE(std::max(it.width() / it.height(), it.height() / it.width()), 2.26);
-    }
-    EXPECT_EQ(treemapOf({1, 6}, {0, 0, 7, 1})[1].topLeft(), QPointF(0, 0));
-}
-
 TEST(Treemap, WhatHasNoAreaHasAnEmptyPlaceAndTakesNothingFromTheOthers) {
     const double none[] = {0, -5, nan, std::numeric_limits<double>::infinity()};
     for (const double it : none) {

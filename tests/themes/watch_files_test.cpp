@@ -83,14 +83,6 @@ TEST_F(WatchFilesTest, ATableBringsItsNotesInEitherEncoding) {
         << "the user's own stays";
 }
 
-TEST_F(WatchFilesTest, WhatIsSavedIsReadAgainInItsOrder) {
-    const QStringList dms = {u"SZ000001"_s, u"BJ920799"_s, u"SH600000"_s};
-    EXPECT_EQ(blockBytes(u"x.EBK"_s, dms), "\r\n0000001\r\n2920799\r\n1600000\r\n");
-    EXPECT_EQ(blockBytes(u"x.blk"_s, dms), "0000001\r\n2920799\r\n1600000\r\n");
-    import(blockBytes(u"x.EBK"_s, dms));
-    EXPECT_EQ(store_.rows(u"select dm from zixuangu order by rowid"_s), dms);
-}
-
 TEST_F(WatchFilesTest, AFailedImportLeavesTheListAsItWas) {
     EXPECT_THROW(import(QByteArray("\0\1\0\1", 4)), OperationError);
     EXPECT_THROW(importBlock(store_.stores, store_.folder() + u"none"_s, {}), OperationError);

@@ -71,17 +71,4 @@ TEST_F(WatchQuotesTest, ItAsksAgainAndAgainWhileTheMarketIsOpenAndNobodyElseWrit
     EXPECT_EQ(http_.paths, QStringList()) << "on a Saturday";
 }
 
-TEST_F(WatchQuotesTest, AFailureIsToldAndTheNextTimeIsTriedAgain) {
-    http_.answer = [](const QString&) { return std::nullopt; };
-    followUntil(12);
-    EXPECT_GE(came_.size(), 2);
-    EXPECT_EQ(came_.value(0), u"没有读到行情，行情更新时间没有改变。"_s);
-    came_.clear();
-    store_.run({u"drop table zixuangu"_s});
-    followUntil(12);
-    EXPECT_GE(came_.size(), 2);
-    EXPECT_FALSE(came_.value(0).isEmpty());
-    EXPECT_EQ(failures_.told, QStringList()) << "in no box";
-}
-
 }  // namespace guanchao

@@ -61,24 +61,6 @@ TEST_F(WatchlistTest, ATypedCodeIsAddedOnceInUpperCase) {
     EXPECT_EQ(store_.rows(u"select dm,jc from zixuangu"_s), QStringList{u"SH600000|"_s});
 }
 
-TEST_F(WatchlistTest, GainsAndPricesHaveTheColourOfTheirSide) {
-    watchlist_.add(u"SH600000"_s, {});
-    store_.addCode(u"SZ000002"_s, u"停牌股"_s, 0, 0);
-    watchlist_.add(u"SZ000002"_s, {});
-    store_.run(
-        {u"update dmb set sp=9.5,zhangjine=-0.5,zhangfu=-5,kp=10.2,zg=10.3,zd=9.4"
-         u" where dm='SH600000'"_s});
-    watchlist_.list(grid_);
-    const int row = grid_.textMatrix(1, 1) == u"SH600000"_s ? 1 : 2;
-    QList<Colour> colours;
-    for (int col = 3; col < 9; ++col) {
-        colours << grid_.cellForeColor(row, col);
-    }
-    EXPECT_EQ(colours, QList<Colour>({fallColour, fallColour, fallColour, riseColour, riseColour,
-                                      fallColour}));
-    EXPECT_EQ(grid_.cellForeColor(3 - row, 3), textColour) << "without a quote";
-}
-
 TEST_F(WatchlistTest, TheOwnOrderBeginsWithAMoveAndOutlastsWhatLeavesAndComes) {
     addAll();
     EXPECT_EQ(codes(), QStringList({u"SH600519"_s, u"SH600000"_s, u"SZ000001"_s})) << "best first";
