@@ -75,17 +75,6 @@ TEST_F(PickerBoxTest, EscClosesTheListAndEnterInTheBoxIsTheWindows) {
     EXPECT_EQ(chosen_.count(), 0);
 }
 
-TEST_F(PickerBoxTest, TheListFollowsWhatIsTyped) {
-    type(u"x"_s);
-    EXPECT_EQ(lines(), QStringList());
-    type(u"gzmt"_s);
-    EXPECT_EQ(lines(), QStringList{u"SH600519  贵州茅台"_s});
-    picker_.takeFirst();
-    EXPECT_EQ(box_.text(), u"SH600519"_s);
-    EXPECT_EQ(lines(), QStringList());
-    EXPECT_EQ(chosen_.count(), 0);
-}
-
 TEST_F(PickerBoxTest, AStoreThatAnotherHoldsIsReadWhenItIsFree) {
     std::optional<Connection> other(store_.stores.main.open());
     other->execute(u"begin exclusive"_s);
