@@ -33,22 +33,6 @@ TEST(EntryBoxTest, KeepsWhatWasTyped) {
     EXPECT_EQ(shown(), u"abc 2"_s) << "a turn of the wheel";
 }
 
-TEST(DateBoxesTest, TheDayFollowsAPickedMonth) {
-    QWidget window;
-    EntryBox year(&window);
-    EntryBox month(&window);
-    EntryBox day(&window);
-    DateBoxes date(year, month, day, &window);
-    date.setTexts({u"2016"_s, u"1"_s, u"31"_s});
-    EXPECT_EQ(day.count(), 31);
-    QTest::keyClick(&month, Qt::Key_Down);
-    EXPECT_EQ(date.texts(), (DateTexts{u"2016"_s, u"2"_s, u"28"_s})) << "picked";
-    month.setText(u"4"_s);
-    day.setText(u"31"_s);
-    EXPECT_EQ(date.texts(), (DateTexts{u"2016"_s, u"4"_s, u"31"_s})) << "typed";
-    EXPECT_EQ(day.count(), 30);
-}
-
 // Two lines over the left axis, one over the right.
 class DayPlotTest : public ::testing::Test, protected DayPlot {
 protected:
@@ -121,40 +105,6 @@ TEST_F(DayPlotTest, ALineJoinsDaysOfOneSourceOnly) {
     const auto* line = qobject_cast<QLineSeries*>(chart()->series()[1]);
     EXPECT_EQ(line->count(), 2) << "a day without a value is none of 0";
     EXPECT_EQ(qobject_cast<QLineSeries*>(chart()->series().last())->at(0).y(), 5);
-}
-
-TEST_F(DayPlotTest, ADayAloneIsAWholeDotThoughItStandsAtTheEdge) {
-    constexpr double gap = std::numeric_limits<double>::quiet_NaN();
-    const QList<QList<double>> cases[] = {{{9, 4, 1}},
-                                          {{0, 5, 5}, {gap, 5, 5}, {9, 5, 5}, {9, 5, 5}}};
-    for (const QList<QList<double>>& days : cases) {
-        showValues(days);
-        const auto* line = qobject_cast<QLineSeries*>(chart()->series()[0]);
-        const QPoint dot = chart()->mapToPosition(line->at(0), chart()->series()[0]).toPoint();
-        const QImage shown = grab().toImage();
-        for (const QPoint& side : {QPoint(-2, 0), QPoint(2, 0), QPoint(0, -2), QPoint(0, 2)}) {
-            EXPECT_EQ(shown.pixelColor(dot + side), line->pen().color())
-                << days.size() << ' ' << side.x() << ' ' << side.y();
-        }
-    }
-}
-
-TEST_F(DayPlotTest, TheWordsOfADayStandOverThePlotHoweverLongAndWideItIs) {
-    for (const int width : {300, 600, 1200}) {
-        for (const int words : {1, 10, 40}) {
-            resize(width, 400);
-            const QString text = QString(u"主题 "_s).repeated(words);
-            showDays(
-                {{QDate(2026, 11, 1), {1, 2, 3}, u"x"_s}, {QDate(2026, 11, 2), {1, 2, 3}, text}});
-            QApplication::processEvents();
-            for (const double part : {0.0, 0.5, 1.0}) {
-                const QRectF area = chart()->plotArea();
-                const QRectF box = wordsBox(text, area.left() + part * area.width());
-                EXPECT_LE(box.bottom(), area.top()) << width << ' ' << words;
-                EXPECT_TRUE(QRectF(rect()).contains(box)) << width << ' ' << words;
-            }
-        }
-    }
 }
 
 }  // namespace guanchao

@@ -4,7 +4,6 @@
 #include <QHeaderView>
 #include <QScreen>
 #include <QSettings>
-#include <QTabWidget>
 
 #include "articles/form26.h"
 #include "articles/form27.h"
@@ -13,7 +12,6 @@
 #include "exchange/form35.h"
 #include "heat/form29.h"
 #include "heat/form5.h"
-#include "market/form21.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
@@ -232,19 +230,6 @@ TEST_F(WindowMemoryTest, AWindowComesBackAsItWasLeft) {
     const QPointer<QWidget> first = form_;
     openIn<Form4>(nextRun);
     EXPECT_NE(form_->pos(), first->pos()) << "the second one would hide it";
-}
-
-TEST_F(WindowMemoryTest, TheChartThatWasLeftComesBack) {
-    for (const int found : {0, 2}) {
-        OpenWindows windows{WindowMemory(ini_)};
-        auto* form = new Form21(environment_, windows_);
-        windows.adopt(form);
-        auto* charts = form->findChild<QTabWidget*>(u"chartTabs"_s);
-        EXPECT_EQ(charts->currentIndex(), found);
-        charts->setCurrentIndex(2);
-        form->close();
-        deleteClosedWindows();
-    }
 }
 
 // Of a larger screen, of another program, cut off.
