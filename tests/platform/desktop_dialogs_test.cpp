@@ -99,19 +99,6 @@ TEST_F(DesktopDialogsTest, ALongTextScrollsAndOneWithoutEndIsCut) {
     dialogs_.tellFailure(endless);
     EXPECT_LT(shownWindows<QMessageBox>().first()->text().size(), 2100);
     shownWindows<QMessageBox>().first()->close();
-    onceOpen<QDialog>([](QDialog& box) {
-        const auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
-        EXPECT_EQ(label->text().size(), 1000);
-        EXPECT_EQ(label->textFormat(), Qt::PlainText);
-        box.close();
-    });
-    QCoro::waitFor(dialogs_.ask({}, endless, u"题"_s));
-    onceOpen<QInputDialog>([](QInputDialog& box) {
-        EXPECT_EQ(box.labelText().size(), 1000);
-        EXPECT_EQ(box.findChild<QLabel*>()->textFormat(), Qt::PlainText);
-        box.close();
-    });
-    QCoro::waitFor(dialogs_.input({}, endless, endless, {}));
 }
 
 TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOther) {
@@ -163,11 +150,6 @@ TEST_F(DesktopDialogsTest, AFileIsPicked) {
     writeFile(path);
     onceOpen<QFileDialog>([&](QFileDialog& box) {
         EXPECT_EQ(box.labelText(QFileDialog::Reject), u"取消"_s) << "the toolkit's own words";
-        EXPECT_EQ(box.width(), std::min(960, box.screen()->availableSize().width()));
-        const auto* files = box.findChild<QTreeView*>(u"treeView"_s);
-        for (const int col : {1, 2, 3}) {
-            EXPECT_EQ(files->header()->sectionResizeMode(col), QHeaderView::ResizeToContents);
-        }
         box.selectFile(path);
         static_cast<QDialog&>(box).accept();
     });
