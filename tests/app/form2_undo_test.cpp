@@ -47,7 +47,6 @@ TEST_F(Form2UndoTest, TheKeysTakeAnEditBackByItsNameAndDoItAgain) {
     const QString name = u"修改主题名称 白酒→黄&酒"_s;
     const QString inMenu = u"修改主题名称 白酒→黄&&酒"_s;
     EXPECT_EQ(entries(), QStringList({u"撤消 "_s + inMenu, QString()}));
-    EXPECT_EQ(find<QAction>(u"撤消"_s)->toolTip(), u"撤消 "_s + name);
     globals_.dangqianzhuti = u"黄&酒"_s;
     key(Qt::Key_Z);
     EXPECT_EQ(entries(), QStringList({QString(), QString()})) << "while it is under way";
