@@ -123,30 +123,4 @@ TEST_F(ProxiesTest, ADownloadReplacesTheDownloadedRowsOnly) {
                            u"c',1,0,'','','',9,1) --|0|0||||1"_s}));
 }
 
-TEST_F(ProxiesTest, WhichServerIsCurrentAfterADownload) {
-    const QString list = u"<table><tr><td>x<tr><td>old<tr><td>y<tr><td>old</table>"_s;
-    const QString other = u"<table><tr><td>old<tr><td>z</table>"_s;
-    const struct {
-        QString current, page;
-        QStringList marks;
-    } cases[] = {
-        {u"o'wn"_s, list, {u"o'wn|1"_s, u"x|0"_s, u"old|0"_s, u"y|0"_s, u"old|0"_s}},
-        {u"old"_s, list, {u"o'wn|0"_s, u"x|0"_s, u"old|1"_s, u"y|0"_s, u"old|1"_s}},
-        {u"gone"_s, list, {u"o'wn|0"_s, u"x|0"_s, u"old|0"_s, u"y|0"_s, u"old|1"_s}},
-        {QString(), other, {u"o'wn|0"_s, u"old|0"_s, u"z|1"_s}},
-        // The second table finds the mark gone with the rows of the page.
-        {u"old"_s, list + other, {u"o'wn|0"_s, u"old|0"_s, u"z|1"_s}},
-        // A short table ends it before a server is marked.
-        {u"old"_s, other + u"<table></table>"_s, {u"o'wn|0"_s, u"old|0"_s, u"z|0"_s}},
-    };
-    for (const auto& it : cases) {
-        runArticle(u"delete from proxy"_s);
-        runArticle(u"insert into proxy(ProxyServer,down) values('o''wn',0),('old',1),('gone',1)"_s);
-        runArticle(u"update proxy set defaultproxy=1 where ProxyServer='"_s +
-                   QString(it.current).replace(u'\'', u"''"_s) + u"'"_s);
-        EXPECT_TRUE(download(it.page));
-        EXPECT_EQ(marks(), it.marks) << it.current.toStdString() << it.page.toStdString();
-    }
-}
-
 }  // namespace guanchao
