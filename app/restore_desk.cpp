@@ -7,6 +7,7 @@
 
 #include "base/activity.h"
 #include "base/pause.h"
+#include "exchange/code_table_settings.h"
 #include "exchange/earlier_folder.h"
 #include "frame/open_windows.h"
 #include "heat/collector_launch.h"
@@ -72,6 +73,8 @@ QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& 
     }
     const QStringList files =
         bringUserFiles(choice.elsewhere, environment_.applicationFolder, ready.kept);
+    // Who has brought a code table along is not asked for the first start any more.
+    CodeTableSettings(environment_.applicationFolder + u"界面.ini"_s).setRefused();
     return files.isEmpty()
                ? QString()
                : u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())

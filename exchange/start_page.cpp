@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include "base/log.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
@@ -121,6 +122,7 @@ QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
                        path](const auto&) { return lookIntoFolder(stores, own, path); };
     const EarlierFolder folder = co_await inWorker(look, stop);
     if (!folder.refusal.isEmpty()) {
+        writeLog({LogKind::failure, u"接管文件夹"_s, folder.refusal});
         environment_.dialogs.tell(u"没有接管文件夹 "_s + folder.path + u"。\n"_s + folder.refusal);
         co_return;
     }

@@ -124,6 +124,8 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
                                              u" 的主题库、文章库、采集库。"_s));
     EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
               QStringList{u"3"_s});
+    EXPECT_TRUE(CodeTableSettings(store_.folder() + u"界面.ini"_s).isRefused())
+        << "the next start doesn't ask";
     trigger(u"开始使用"_s);
     child<QPushButton>(shownWindow<StartPage>(), u"restore"_s)->click();
     EXPECT_TRUE(shownWindow<FormRestore>());

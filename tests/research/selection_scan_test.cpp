@@ -2,8 +2,10 @@
 
 #include <optional>
 
+#include "tests/research/scan_judge.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
+#include "tests/support/random_history.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 
@@ -32,44 +34,16 @@ protected:
             }
         }
     }
-    // Ten days before those of each stock, and one behind.
-    static void surround(MarketHistory& history, const QString& next) {
-        for (const auto& [theme, dm] : history.members) {
-            QList<HistoryRow>& rows = history.stocks[dm];
-            for (const QString& former : tradingDays(10)) {
-                rows.prepend({.day = former});
-            }
-            rows << HistoryRow{.day = next};
-        }
-    }
-    // All days anew in tables whose columns have no kind. `number` is what stands for a column.
-    static void retype(const StoreFile& file, const QString& time, const QString& number) {
-        const QStringList tables = TestStores::rows(
-            file, u"select name from sqlite_master where sql like 'create table%shijian text%'"_s);
-        Connection store = file.open();
-        for (const QString& table : tables) {
-            const QString dm = table == u"geguhq"_s ? u"dm,"_s : QString();
-            QStringList columns = {u"kp"_s, u"zg"_s,     u"zd"_s,
-                                   u"sp"_s, u"qiansp"_s, u"chengjiaol"_s};
-            store.execute(u"create table anew("_s + dm + u"shijian,fuquanyz,"_s +
-                          columns.join(u',') + u')');
-            for (QString& column : columns) {
-                column = number.arg(column);
-            }
-            store.execute(u"insert into anew select "_s + dm + time + u",fuquanyz,"_s +
-                          columns.join(u',') + u" from "_s + table);
-            store.execute(u"drop table "_s + table);
-            store.execute(u"alter table anew rename to "_s + table);
-        }
-    }
-    QStringList rows() {
-        return store_.rows(u"select * from xuanticai order by rowid"_s) +
-               store_.rows(u"select * from xuanticaigu order by rowid"_s);
-    }
     QStringList chosen() { return store_.rows(u"select ticai from xuanticai order by rowid"_s); }
 
     ResearchProgress seen_;
-    ResearchRun run_{[this](const ResearchProgress& it) { seen_ = it; }};
+    std::function<void()> onBegin_;
+    ResearchRun run_{[this](const ResearchProgress& it) {
+        seen_ = it;
+        if (const auto handler = std::exchange(onBegin_, nullptr)) {
+            handler();
+        }
+    }};
     SelectionScan scan_{store_.stores, globals_, dialogs_, run_, std::make_shared<HistoryShelf>()};
 };
 
@@ -203,28 +177,70 @@ TEST_F(SelectionScanTest, AFallToExactlyTheBarCountsAndMovesTheAnchor) {
               QStringList(days[11] + u" 00:00:00|SZ009300|9300|10000|10000"_s));
 }
 
-TEST_F(SelectionScanTest, AHistoryOfAnotherMakeComesToTheSame) {
+TEST_F(SelectionScanTest, TheReadingOfTheHistoryEndsEarly) {
     MarketHistory history;
-    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s, .sp = 1005},
-                                     {.day = u"2017-04-11"_s}};
+    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
-    surround(history, u"2017-04-11"_s);
     write(history);
+    onBegin_ = [this] { run_.stop(); };
     endOf(scan_.chooseThemes({}));
-    const QStringList wanted = rows();
-    ASSERT_EQ(wanted.size(), 1 + 3);
-    for (const QString& time : {u"date(shijian)||' 00:00:00'"_s, u"date(shijian)||'T10:00'"_s,
-                                u"julianday(date(shijian))"_s}) {
-        for (const QString& number :
-             {u"%1"_s, u"cast(%1 as text)"_s, u"%1||'.0'"_s, u"%1+0.0"_s, u"' '||%1"_s}) {
-            write(history);
-            retype(store_.stores.firstHistory, time, number);
-            retype(store_.stores.secondHistory, time, number);
-            store_.run({u"delete from xuanticai"_s, u"delete from xuanticaigu"_s});
-            endOf(scan_.chooseThemes({}));
-            EXPECT_EQ(rows(), wanted) << time.toStdString() << ' ' << number.toStdString();
+    std::stop_source window;
+    onBegin_ = [&] { window.request_stop(); };
+    EXPECT_THROW(endOf(scan_.chooseThemes(window.get_token())), Cancelled);
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_FALSE(run_.running());
+    EXPECT_TRUE(chosen().isEmpty());
+}
+
+// Over histories as no program of ours would make them.
+TEST_F(SelectionScanTest, TheColumnsComeToWhatThePlainRuleComesTo) {
+    store_.addCode(u"SZ000001"_s, u"名"_s, 0, 0);
+    const auto rows = [this] {
+        return store_.rows(u"select * from xuanticai order by rowid"_s) +
+               store_.rows(u"select * from xuanticaigu order by rowid"_s);
+    };
+    const auto clear = [this](bool themes) {
+        store_.run({u"delete from xuanticaigu"_s});
+        if (themes) {
+            store_.run({u"delete from xuanticai"_s});
         }
+    };
+    qsizetype themes = 0, fallen = 0;
+    int passedOver = 0;
+    for (unsigned seed = 0; seed < 8; ++seed) {
+        SCOPED_TRACE(seed);
+        writeRandomHistory(seed, store_.stores.firstHistory, store_.stores.secondHistory);
+        const struct {
+            std::function<QCoro::Task<>()> scan;
+            std::function<void(ScanJudge&)> judge;
+            bool choosesThemes;
+        } drivers[] = {
+            {[this] { return scan_.chooseThemes({}); }, [](ScanJudge& it) { it.chooseThemes(); },
+             true},
+            {[this] { return scan_.addStocks({}); }, [](ScanJudge& it) { it.addStocks(false); },
+             false},
+            {[this] { return scan_.addFallenStocks({}); },
+             [](ScanJudge& it) { it.addStocks(true); }, false},
+        };
+        for (const auto& driver : drivers) {
+            clear(driver.choosesThemes);
+            ScanJudge judge(store_.stores);
+            driver.judge(judge);
+            const QStringList wanted = rows();
+            clear(driver.choosesThemes);
+            endOf(driver.scan());
+            EXPECT_EQ(rows(), wanted);
+            EXPECT_TRUE(judge.passedOver() == 0 ||
+                        seen_.label3.contains(u"略过 %1 行"_s.arg(judge.passedOver())))
+                << seen_.label3.toStdString() << judge.passedOver();
+            passedOver += judge.passedOver();
+        }
+        themes += chosen().size();
+        fallen += store_.rows(u"select dm from xuanticaigu"_s).size();
     }
+    EXPECT_GT(themes, 100);
+    EXPECT_GT(fallen, 50);
+    EXPECT_GT(passedOver, 100);
 }
 
 // A stock without a table needs a lock on the second history for its own: what holds that one holds
@@ -311,7 +327,12 @@ TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
-    surround(history, u"2017-04-11"_s);
+    for (const auto& [theme, dm] : history.members) {
+        for (const QString& former : tradingDays(10)) {
+            history.stocks[dm].prepend({.day = former});
+        }
+        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
+    }
     write(history);
     store_.stores.secondHistory.open().execute(
         u"update A600001 set chengjiaol=null where date(shijian)='2017-03-06'"_s);
@@ -345,7 +366,12 @@ TEST_F(SelectionScanTest, AStockThatCannotBeReadFailsWhereItIsChosenOnly) {
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
     addTheme(history, u"别"_s, u'B', 3, 0);
-    surround(history, u"2017-04-11"_s);
+    for (const auto& [theme, dm] : history.members) {
+        for (const QString& former : tradingDays(10)) {
+            history.stocks[dm].prepend({.day = former});
+        }
+        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
+    }
     write(history);
     const auto spoil = [this](const QString& dm) {
         Connection second = store_.stores.secondHistory.open();
@@ -366,7 +392,12 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
     const QStringList days = {u"2017-04-10"_s, u"2017-04-11"_s};
     MarketHistory history;
     addTheme(history, u"题"_s, u'A', 3, 3, days);
-    surround(history, u"2017-04-12"_s);
+    for (QList<HistoryRow>& rows : history.stocks) {
+        for (const QString& former : tradingDays(10)) {
+            rows.prepend({.day = former});
+        }
+        rows << HistoryRow{.day = u"2017-04-12"_s};
+    }
     for (const QString& day : days) {
         history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
     }
