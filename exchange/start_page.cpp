@@ -39,6 +39,7 @@ StartPage::StartPage(Environment& environment, Windows&)
         RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
     ui_->beijing->setChecked(CodeTableSettings(iniPath_).wantsBeijing());
     connectControls();
+    showPage(*ui_->choices);
     showChoices();
     ui_->place->setToolTip(environment.applicationFolder + u"软件使用说明.html"_s);
     showState();
@@ -57,7 +58,7 @@ void StartPage::connectControls() {
     choose(*ui_->restore, [this] { emit restoreWanted(); });
     connect(ui_->back, &QPushButton::clicked, this, [this] {
         panel_->say({});
-        ui_->pages->setCurrentWidget(ui_->choices);
+        showPage(*ui_->choices);
         ui_->live->setFocus();
     });
     for (QCheckBox* part : {ui_->codes, ui_->themes}) {
@@ -138,8 +139,17 @@ QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
     }
 }
 
+// What is told stands right below it: the other page takes no room.
+void StartPage::showPage(QWidget& page) {
+    for (QWidget* it : {ui_->choices, ui_->filling}) {
+        it->setSizePolicy(QSizePolicy::Preferred,
+                          it == &page ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+    }
+    ui_->pages->setCurrentWidget(&page);
+}
+
 void StartPage::showFilling() {
-    ui_->pages->setCurrentWidget(ui_->filling);
+    showPage(*ui_->filling);
     ui_->begin->setFocus();
 }
 

@@ -53,6 +53,7 @@ private:
     void practise();
     QCoro::Task<> takeOver(std::stop_token stop);
 
+    void showPage(QWidget& page);
     void showFilling();
     void beginFill();
     QCoro::Task<> fill(std::stop_token stop);

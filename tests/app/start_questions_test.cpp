@@ -1,10 +1,9 @@
+#include "exchange/code_table_settings.h"
 #include "exchange/form_restore.h"
 #include "exchange/start_page.h"
-#include "platform/qt_http_client.h"
 #include "services/standard_file.h"
 #include "tests/app/form2_fixture.h"
 #include "tests/support/former_services.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -46,59 +45,38 @@ TEST_F(StartQuestionsTest, ARefusalHoldsAndAFileOfTheUsersIsLeftAlone) {
 }
 
 TEST_F(StartQuestionsTest, ThePageComesByItselfAtAFirstStartUntilItIsClosedOrTheTableIsFilled) {
-    const std::vector<PracticeStock> stocks = {{u"SH600000"_s, u"浦发银行"_s},
-                                               {u"SH600519"_s, u"贵州茅台"_s},
-                                               {u"SH601999"_s, u"新股"_s},
-                                               {u"SZ000001"_s, u"平安银行"_s}};
-    PracticeMarket market(PracticeQuotes(stocks), &QDateTime::currentDateTime,
-                          PracticeBoards(stocks));
-    market.start();
-    http_.client = std::make_unique<QtHttpClient>();
-    services_.boards.clear();
-    const QString ini = environment_.applicationFolder + u"界面.ini"_s;
+    CodeTableSettings said(environment_.applicationFolder + u"界面.ini"_s);
     const QString web = u"http://quotes"_s;
-    const QString own = u"http://127.0.0.1:1"_s;
-    enum Choice { none, fails, fills };
+    const QString seed = u"'2026-01-01'"_s;
     const struct {
         const char* name;
         QString host;  // of the quotes
         bool isPractice;
-        QString seed;  // makes the table
+        QString times;    // of the code table
+        QString updated;  // from a list
         bool comes;
-        Choice choice;
+        bool isChosen = false;
     } cases[] = {
-        {"practice", web, true, u"'2026-01-01'"_s, false, none},
-        {"services of one's own", own, false, u"'2026-01-01'"_s, false, none},
-        {"codes have come since", web, false, u"dm"_s, false, none},
-        {"the list can't be read", web, false, u"'2026-01-01'"_s, true, fails},
-        {"again", web, false, u"'2026-01-01'"_s, true, fills},
-        {"it has been read", web, false, u"'2026-01-01'"_s, false, none},
-        {"closed without a choice", web, false, u"'2026-01-01'"_s, true, none},
-        {"not again", web, false, u"'2026-01-01'"_s, false, none},
+        {"practice", web, true, seed, {}, false},
+        {"services of one's own", u"http://127.0.0.1:1"_s, false, seed, {}, false},
+        {"codes have come since", web, false, u"dm"_s, {}, false},
+        {"a list has been read", web, false, seed, u"2026-11-24 10:00:00"_s, false},
+        {"a choice, and nothing came of it", web, false, seed, {}, true, true},
+        {"closed without a choice", web, false, seed, {}, true},
+        {"not again", web, false, seed, {}, false},
     };
     for (const auto& it : cases) {
-        if (it.comes && it.choice == none) {
-            QFile::remove(ini);
-        }
-        services_.quote = {{it.host, {}}};
-        services_.stockList = {{it.choice == fills ? market.host() : own, {}, 10, 1, 0, u"sina"_s}};
-        store_.run({u"delete from dmb where dm='SH601999'"_s});
+        services_.quote = services_.stockList = {{it.host, {}}};
         services_.isPractice = it.isPractice;
-        store_.run({u"update dmb set newdmtime="_s + it.seed});
+        store_.run({u"update dmb set newdmtime="_s + it.times});
+        said.setLastUpdate(it.updated);
         start({});
         auto* page = environment_.openWindows.find<StartPage>();
         ASSERT_EQ(page != nullptr, it.comes) << it.name;
-        if (page && it.choice != none) {
+        if (it.isChosen) {
             child<QPushButton>(page, u"live"_s)->click();
-            child<QPushButton>(page, u"begin"_s)->click();
-            until([&] { return child<QPushButton>(page, u"back"_s)->isEnabled(); });
         }
-        if (page) {
-            page->close();
-        }
-        EXPECT_EQ(store_.rows(u"select jc from dmb where dm='SH601999'"_s),
-                  it.choice == fills ? QStringList{u"新股"_s} : QStringList())
-            << it.name;
+        environment_.openWindows.close<StartPage>();
     }
     trigger(u"开始使用"_s);
     EXPECT_TRUE(environment_.openWindows.find<StartPage>()) << "at any time";
@@ -107,9 +85,9 @@ TEST_F(StartQuestionsTest, ThePageComesByItselfAtAFirstStartUntilItIsClosedOrThe
 TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     load();
     TestStores there;
-    there.addMember(u"光伏"_s, u"SH600519"_s);
-    there.addMember(u"风电"_s, u"SH600519"_s);
-    there.addMember(u"储能"_s, u"SH600519"_s);
+    for (const QString& theme : {u"光伏"_s, u"风电"_s, u"储能"_s}) {
+        there.addMember(theme, u"SH600519"_s);
+    }
     dialogs_.answer = true;
     for (const QString& picked : {store_.folder(), there.folder()}) {
         dialogs_.picked = picked + u"dzhzhuti.mzdat"_s;
