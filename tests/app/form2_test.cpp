@@ -1,6 +1,7 @@
 #include "exchange/form3.h"
 #include "exchange/form33.h"
 #include "platform/qt_http_client.h"
+#include "research/form24.h"
 #include "tests/app/form2_fixture.h"
 #include "tests/support/raw_service.h"
 
