@@ -42,7 +42,7 @@ install(CODE "
         COMMAND_ERROR_IS_FATAL ANY)")
 
 install(FILES data/guanchaotai.desktop DESTINATION share/applications)
-install(FILES data/guanchaotai.metainfo.xml DESTINATION share/metainfo)
+install(FILES data/io.guanchaotai.guanchaotai.metainfo.xml DESTINATION share/metainfo)
 set(icons share/icons/hicolor)
 set(drawing ${PROJECT_SOURCE_DIR}/data/guanchaotai.svg)
 install(FILES ${drawing} DESTINATION ${icons}/scalable/apps)

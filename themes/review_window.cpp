@@ -196,7 +196,7 @@ QCoro::Task<> ReviewWindow::save(QDate day, QString note, std::stop_token stop) 
     try {
         co_await patiently(step, stop);
     } catch (const OperationError& failure) {
-        ui_->noteState->setText(u"还没有保存，过一会儿再试："_s + failureReason(failure));
+        ui_->noteState->setText(u"还没有保存，5 秒后自动再试："_s + failureReason(failure));
         noteRests_.start(untilNoteIsTriedAgain);
         co_return;
     }
