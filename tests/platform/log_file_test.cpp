@@ -82,6 +82,7 @@ TEST_F(LogFileTest, AFullFileMakesPlaceForAnotherAndThreadsLoseNoLine) {
     {
         const LogFile log(path_, clock_, most);
         std::vector<std::thread> threads;
+        threads.reserve(4);
         for (int thread = 0; thread < 4; ++thread) {
             threads.emplace_back([thread] {
                 for (int i = 0; i < 600; ++i) {

@@ -311,7 +311,7 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
         for (const QDate& day : days_) {
             const bool isLater = day >= QDate(2026, 11, 18);
             const int close = isLater ? 500 : 1000, former = day > QDate(2026, 11, 18) ? 500 : 1000;
-            market_.closes[dm][day] = close / 100;
+            market_.closes[dm][day] = isLater ? 5 : 10;
             if (dm != hole || day != QDate(2026, 11, 20)) {
                 const double factor = dm == own && isLater ? 1.9 : 1.0;
                 there << DayRow{dm, day, 1, 1, 1, close, former, 1, 1, factor};

@@ -132,7 +132,7 @@ TEST_F(ReviewWindowTest, TheDeskWritesTheDayOnceItIsOverAndTheWindowShowsIt) {
     store_.run(
         {u"create trigger refuse before insert on zhutiriji begin select raise(abort,'no'); end"_s});
     // Each look puts the interval back to a minute.
-    const auto untilALookShows = [this, desk](const std::function<bool()>& it) {
+    const auto untilALookShows = [desk](const std::function<bool()>& it) {
         until([&] {
             desk->setInterval(1);
             return it();
