@@ -10,6 +10,7 @@
 #include "exchange/store_copy.h"
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
+#include "formats/gbk.h"
 #include "heat/headline_store.h"
 #include "heat/news_notes.h"
 #include "market/quote_feed.h"
