@@ -3,6 +3,8 @@
 #include <exception>
 #include <mutex>
 
+#include "base/log_words.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -39,7 +41,8 @@ void writeLog(const LogEntry& entry) noexcept {
     try {
         const std::scoped_lock lock(guardOfLog);
         if (current) {
-            current->write(entry);
+            current->write(
+                {entry.kind, loggable(entry.doing), loggable(entry.happened), entry.took});
         }
     } catch (const std::exception&) {
         return;

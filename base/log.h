@@ -31,7 +31,7 @@ public:
 // Where entries go from now on; null: nowhere. The log outlives that.
 void setLog(Log* log);
 
-// From any thread. Raises nothing.
+// From any thread. Whatever of its words may not be kept is left out. Raises nothing.
 void writeLog(const LogEntry& entry) noexcept;
 
 }  // namespace guanchao

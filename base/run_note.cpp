@@ -25,7 +25,7 @@ RunNote::~RunNote() {
 void RunNote::ended(const QString& counts, bool byUser) {
     outcome_ = byUser ? u"停止"_s : u"结束"_s;
     if (!counts.isEmpty()) {
-        outcome_ += u"："_s + loggable(counts);
+        outcome_ += u"："_s + counts;
     }
 }
 

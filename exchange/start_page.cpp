@@ -6,6 +6,7 @@
 #include <QScopeGuard>
 
 #include "base/log.h"
+#include "base/log_words.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
@@ -123,7 +124,7 @@ QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
                        path](const auto&) { return lookIntoFolder(stores, own, path); };
     const EarlierFolder folder = co_await inWorker(look, stop);
     if (!folder.refusal.isEmpty()) {
-        writeLog({LogKind::failure, u"接管文件夹"_s, folder.refusal});
+        writeLog({LogKind::failure, u"接管文件夹"_s, headOf(folder.refusal)});
         environment_.dialogs.tell(u"没有接管文件夹 "_s + folder.path + u"。\n"_s + folder.refusal);
         co_return;
     }

@@ -31,7 +31,7 @@ void keepWarning(QtMsgType type, const QMessageLogContext& context, const QStrin
     if (isWarning && !isOfPage(context)) {
         const bool isOfToolkit = std::ranges::all_of(text, [](QChar c) { return c < u'\x80'; });
         writeLog({LogKind::warning, QString::fromLatin1(context.category),
-                  isOfToolkit ? loggable(text) : headOf(text)});
+                  isOfToolkit ? text : headOf(text)});
     }
     if (formerHandler) {
         formerHandler(type, context, text);
@@ -75,9 +75,6 @@ QString wordsOf(const LogEntry& entry) {
     if (entry.took) {
         constexpr double second = 1000;
         parts << u"%1 秒"_s.arg(static_cast<double>(entry.took->count()) / second, 0, 'f', 1);
-    }
-    for (QString& it : parts) {
-        it = it.simplified();
     }
     return parts.join(u'\t');
 }

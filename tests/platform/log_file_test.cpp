@@ -33,12 +33,14 @@ TEST_F(LogFileTest, ALineTellsWhenWhatAndHowLong) {
     {
         const LogFile log(path_, clock_);
         writeLog({LogKind::run, u"补全\t历史"_s, u"结束\n了"_s, std::chrono::milliseconds(12345)});
+        writeLog({LogKind::service, u"导入"_s, u"新浪“秘密” http://a:b@host/secret"_s});
         qWarning("QObject: a warning");
         qInfo("nothing to keep");
     }
     fail(u"nobody keeps it"_s);
     EXPECT_EQ(lines(path_),
               (QStringList{u"2026-11-24 10:00:00\t运行\t补全 历史\t结束 了\t12.3 秒"_s,
+                           u"2026-11-24 10:00:00\t网站\t导入\t新浪“…” http://…"_s,
                            u"2026-11-24 10:00:00\t警告\tdefault\tQObject: a warning"_s}));
     EXPECT_EQ(QFile::permissions(path_) & (QFile::ReadOther | QFile::ReadGroup),
               QFile::Permissions());
