@@ -21,7 +21,7 @@ QString serverNameOf(const QString& folder) {
 }  // namespace
 
 OnlyProgram::OnlyProgram(const QString& folder)
-    : serverName_(serverNameOf(folder)), lock_(folder + u"guanchaotai.lock"_s) {
+    : serverName_(serverNameOf(folder)), lock_(folder + lockOfProgram) {
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { answer(); });
 }

@@ -11,6 +11,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int mostOfAll = 1000;
+
 const QString columns =
     u"select id,date(rq) as 日期,zuozhe as 作者,dalei as 大类,"
     u"xiaolei as 小类,biaoti as 标题  FROM wenzhang "_s;
@@ -30,7 +32,7 @@ QString contains(const QString& column, const QString& box) {
 
 QString ArticleQuery::statement() const {
     return columns + range() + u" order by date(rq) desc,id desc "_s +
-           (all ? u" limit 1000"_s : limitClause());
+           (all ? u" limit "_s + QString::number(mostOfAll) : limitClause());
 }
 
 QString ArticleQuery::countStatement() const {
@@ -67,7 +69,7 @@ QString ArticleQuery::limitClause() const {
 std::optional<double> ArticleQuery::most() const {
     const QString text = trimBlanks(limit);
     if (all) {
-        return 1000;
+        return mostOfAll;
     }
     if (text.isEmpty()) {
         return {};

@@ -86,6 +86,14 @@ QString reasonOf(const QFileDevice& file) {
     return known == std::end(systemReasons) ? file.errorString() : known->words;
 }
 
+QByteArray contentOfFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw OperationError(u"无法读取 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
+    }
+    return file.readAll();
+}
+
 OperationError notWritten(const QString& path, const QString& reason) {
     // The user knows the file by its own name.
     const QString name = path.endsWith(freshEnd) ? path.chopped(freshEnd.size()) : path;

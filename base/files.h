@@ -22,6 +22,9 @@ QString reasonOf(const QFileDevice& file);
 // What the functions below raise, for others that write files to raise too.
 OperationError notWritten(const QString& path, const QString& reason);
 
+// All of a file. Raises OperationError.
+QByteArray contentOfFile(const QString& path);
+
 // `added` are permissions beyond those that the file has, or that a new file gets. Raises
 // OperationError.
 void replaceFile(const QString& target, const QByteArray& content, QFile::Permissions added = {});

@@ -1,5 +1,6 @@
 #include "base/short_amounts.h"
 
+#include <QLocale>
 #include <cmath>
 
 namespace guanchao {
@@ -33,6 +34,10 @@ std::optional<QString> shortAmount(double number) {
     const bool large = std::abs(number) >= roundsToHundredMillion;
     const double units = number / (large ? hundredMillion : tenThousand);
     return QString::number(units, 'f', decimalsOf(std::abs(units))) + (large ? u'亿' : u'万');
+}
+
+QString sizeWords(qint64 bytes) {
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 }  // namespace guanchao

@@ -9,7 +9,6 @@
 #include "platform/process_lock.h"
 #include "services/services.h"
 #include "store/prepared_stores.h"
-#include "store/recordset.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -33,25 +32,6 @@ QStringList without(QStringList names, const QStringList& others) {
     return names;
 }
 
-QStringList tablesIn(const StoreFile& file) {
-    Connection store = file.open();
-    QStringList tables;
-    const QString named =
-        u"select name from sqlite_master where type='table' and substr(name,1,7)!='sqlite_'"_s;
-    for (Recordset row(store, named); !row.atEnd(); row.moveNext()) {
-        tables << row.value(0).toText();
-    }
-    return tables;
-}
-
-QByteArray bytesOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"无法读取 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
-    }
-    return file.readAll();
-}
-
 // By their paths in the folder.
 QStringList userFilesIn(const QString& folder) {
     QStringList files;
@@ -71,7 +51,7 @@ QStringList userFilesIn(const QString& folder) {
 
 void keep(const QString& file, const QString& kept) {
     makeFolder(QFileInfo(kept).path());
-    replaceFile(kept, bytesOf(file));
+    replaceFile(kept, contentOfFile(file));
 }
 
 bool isSameFolder(const QString& one, const QString& other) {
@@ -79,7 +59,7 @@ bool isSameFolder(const QString& one, const QString& other) {
 }
 
 bool hasProgramRunning(const QString& folder) {
-    const QString lock = folder + u"guanchaotai.lock"_s;
+    const QString lock = folder + lockOfProgram;
     return QFileInfo::exists(lock) && ProcessLock(lock).take() == ProcessLock::Outcome::held;
 }
 
@@ -101,7 +81,8 @@ QString refusalOf(const QString& own, const QString& path) {
 
 // Of its tables: which program has made them.
 void judgeTables(const StoreFile& main, EarlierFolder& folder) {
-    const QStringList found = tablesIn(main);
+    Connection store = main.open();
+    const QStringList found = tablesIn(store);
     const QStringList missing = without(tablesOf(Schema::main), found);
     const QStringList needed = without(missing, laterTables);
     const QStringList strange = without(found, tablesOf(Schema::main));
@@ -178,9 +159,9 @@ QStringList bringUserFiles(const QString& from, const QString& own, const QStrin
                             u"库已经换好，设置等文件没有带全，原来的文件夹里还有。"_s);
     QStringList brought;
     for (const QString& name : userFilesIn(from)) {
-        const QByteArray content = bytesOf(from + name);
+        const QByteArray content = contentOfFile(from + name);
         const bool isThere = QFileInfo::exists(own + name);
-        if (isThere && bytesOf(own + name) == content) {
+        if (isThere && contentOfFile(own + name) == content) {
             continue;
         }
         if (isThere) {

@@ -26,15 +26,13 @@ public:
     Form35(Environment& environment, Windows& windows);
     ~Form35() override;
 
-    // As the button does.
-    void begin();
-
 signals:
     // Something has come into the store.
     void imported();
 
 private:
     void connectControls();
+    void begin();
     QCoro::Task<> readTable(std::stop_token stop);
     QCoro::Task<> update(std::stop_token stop);
     void stopUpdate();

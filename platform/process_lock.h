@@ -7,6 +7,9 @@
 
 namespace guanchao {
 
+// In the application folder: held as long as the program runs there.
+inline const QString lockOfProgram = QStringLiteral("guanchaotai.lock");
+
 class ProcessLock {
 public:
     // The file is made where it is missing and stays there.

@@ -1,10 +1,10 @@
 #include "research/form32.h"
 
-#include <QLocale>
 #include <QScopeGuard>
 #include <algorithm>
 
 #include "base/activity.h"
+#include "base/short_amounts.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "research/history_desk.h"
@@ -19,10 +19,6 @@ namespace {
 const QStringList titles = {u"序号"_s,     u"代码"_s, u"简称"_s,    u"第一天"_s,
                             u"最后一天"_s, u"天数"_s, u"缺少天数"_s};
 const QList<int> widths = {700, 1400, 1500, 1600, 1600, 1000, 1200};
-
-QString sizeWords(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-}
 
 }  // namespace
 

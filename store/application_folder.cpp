@@ -21,14 +21,6 @@ bool holdsStores(const QString& folder) {
     return QFileInfo::exists(storesIn(folder).main.path);
 }
 
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"无法读取 "_s + path + u"（"_s + reasonOf(file) + u"）。"_s);
-    }
-    return file.readAll();
-}
-
 // The stores and the choice of services are the user's once they are there.
 bool belongsToUser(const QString& fileName) {
     return fileName.endsWith(u".mzdat"_s) || fileName == u"services.ini"_s;
@@ -36,8 +28,8 @@ bool belongsToUser(const QString& fileName) {
 
 // A program that runs, or a store that is opened, sees the old file or the whole new one.
 void copyFile(const QString& source, const QString& target) {
-    const QByteArray content = contentOf(source);
-    if (QFileInfo::exists(target) && contentOf(target) == content) {
+    const QByteArray content = contentOfFile(source);
+    if (QFileInfo::exists(target) && contentOfFile(target) == content) {
         return;
     }
     removeJournalOf(target);

@@ -12,6 +12,7 @@
 #include "formats/initials.h"
 #include "formats/seed_list.h"
 #include "store/bound_insert.h"
+#include "store/recordset.h"
 #include "store/store_file.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
@@ -149,6 +150,16 @@ QStringList tablesOf(Schema schema) {
     QStringList tables;
     for (const QRegularExpressionMatch& table : made.globalMatch(schemaText(schema))) {
         tables << table.captured(1);
+    }
+    return tables;
+}
+
+QStringList tablesIn(Connection& store) {
+    QStringList tables;
+    const QString named =
+        u"select name from sqlite_master where type='table' and substr(name,1,7)!='sqlite_'"_s;
+    for (Recordset row(store, named); !row.atEnd(); row.moveNext()) {
+        tables << row.value(0).toText();
     }
     return tables;
 }

@@ -19,6 +19,8 @@ enum class Schema { main, heat, article, pinyin, backup };
 // The statements that make the tables of a store, and the names of these.
 QString schemaText(Schema schema);
 QStringList tablesOf(Schema schema);
+// Those that a store has, without the library's own.
+QStringList tablesIn(Connection& store);
 
 // Makes what is missing among the stores of `folder`, seeded from the lists in `dataFolder`, and
 // returns the names of the files made. Raises StoreError or std::runtime_error; a file then made

@@ -21,12 +21,11 @@ constexpr std::chrono::milliseconds longestForALock(500);
 
 // Those of the schemas, and those that are made with their first row.
 QSet<QString> knownTables() {
-    static const QRegularExpression made(u"create table (\\w+)"_s);
     QSet<QString> names = {u"xinwenbiaoti"_s, u"xinwenshuoming"_s, u"lishifanwei"_s, u"nishihq2"_s};
     for (const Schema schema :
          {Schema::main, Schema::heat, Schema::article, Schema::pinyin, Schema::backup}) {
-        for (const QRegularExpressionMatch& it : made.globalMatch(schemaText(schema))) {
-            names << it.captured(1);
+        for (const QString& table : tablesOf(schema)) {
+            names << table;
         }
     }
     return names;
@@ -81,11 +80,9 @@ public:
 
     void count(ExaminedStore& found) {
         const QSet<QString> known = knownTables();
-        for (Recordset names(connection_,
-                             u"select name from sqlite_master where type='table' and"
-                             u" substr(name,1,7)!='sqlite_' order by name"_s);
-             !names.atEnd(); names.moveNext()) {
-            const QString name = names.value(0).toText();
+        QStringList tables = tablesIn(connection_);
+        tables.sort();
+        for (const QString& name : tables) {
             if (known.contains(name)) {
                 const Recordset rows = read(u"select count(*) from "_s + name);
                 found.tables << ExaminedTable{name, rows.value(0).toInteger()};

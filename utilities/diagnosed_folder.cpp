@@ -4,12 +4,12 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QLocale>
 #include <QStorageInfo>
 #include <QSysInfo>
 #include <QThread>
 
 #include "base/log_words.h"
+#include "base/short_amounts.h"
 #include "store/store_examination.h"
 
 namespace guanchao {
@@ -22,10 +22,6 @@ const QStringList ownFolders = {u"备份"_s,   u"草稿"_s, u"撤消"_s,
                                 u"自选股"_s, u"down"_s, u"听涛阁"_s};
 const QStringList programs = {u"guanchaotai"_s, u"guanchaotai-practice"_s, u"caijiqi"_s,
                               u"libguanchao_browser.so"_s, u"软件使用说明.html"_s};
-
-QString sizeWords(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-}
 
 QString timeWords(const QFileInfo& file) {
     return file.lastModified().toString(u"yyyy-MM-dd hh:mm"_s);

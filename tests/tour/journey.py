@@ -40,6 +40,14 @@ class Journey:
         wait("the program to end", lambda: self.desk.program.poll() is not None)
         check("its exit code", self.desk.program.returncode, 0)
 
+    def take_the_newest_copy_back(self):
+        self.screen.choose(self.main, "数据(S)", "恢复…")
+        window = self.screen.window("恢复")
+        self.screen.click(self.screen.grid(window, "备份").cell(0, 1))
+        self.screen.press(window, "恢复选中的备份")
+        self.screen.answer("确实要用备份")
+        self.screen.answer("已恢复备份")
+
     def expect(self, file, statement, *rows):
         """Waits until the store answers so: a press has its effect a little later."""
         try:

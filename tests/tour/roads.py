@@ -229,8 +229,8 @@ class Upgrade(Road):
     def __init__(self, desk):
         super().__init__(desk)
         self.themes = self.desk.rows(MAIN, "select distinct zhutiname from dzhzhuti order by 1")
-        self.steps = [self.start, self.see_the_themes, self.lose_a_theme, self.go_back,
-                      self.see_the_themes, self.close_the_program]
+        self.steps = [self.start, self.see_the_themes, self.lose_a_theme,
+                      self.take_the_newest_copy_back, self.see_the_themes, self.close_the_program]
 
     def see_the_themes(self):
         wanted = [row[0] for row in self.themes]
@@ -244,14 +244,6 @@ class Upgrade(Road):
         self.screen.answer(f"确实要删除主题'{name}'吗?")
         self.screen.answer(f"删除主题'{name}'完成!")
         self.expect(MAIN, f"select count(*) from dzhzhuti where zhutiname='{name}'", ["0"])
-
-    def go_back(self):
-        self.screen.choose(self.main, "数据(S)", "恢复…")
-        window = self.screen.window("恢复")
-        self.screen.click(self.screen.grid(window, "备份").cell(0, 1))
-        self.screen.press(window, "恢复选中的备份")
-        self.screen.answer("确实要用备份")
-        self.screen.answer("已恢复备份")
 
 
 def as_key(words):

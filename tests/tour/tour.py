@@ -159,12 +159,7 @@ class Tour(Journey):
 
     def take_the_days_copy_back(self):
         # It was made a moment after the start, long before the article.
-        self.screen.choose(self.main, "数据(S)", "恢复…")
-        window = self.screen.window("恢复")
-        self.screen.click(self.screen.grid(window, "备份").cell(0, 1))
-        self.screen.press(window, "恢复选中的备份")
-        self.screen.answer("确实要用备份")
-        self.screen.answer("已恢复备份")
+        self.take_the_newest_copy_back()
         self.expect(ARTICLES, f"select count(*) from wenzhang where date(rq)='{DAY}'", ["0"])
         self.expect_column("主题表", 1, "select distinct zhutiname from dzhzhuti")
 
