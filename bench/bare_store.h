@@ -26,7 +26,8 @@ inline void runBare(sqlite3* handle, const QString& statement) {
 class BareStore {
 public:
     explicit BareStore(const QString& path) {
-        sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_open_v2(path.toUtf8().constData(), &handle_,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
         sqlite3_busy_timeout(handle_, 5000);
         registerDialect(handle_);
     }

