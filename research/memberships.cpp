@@ -86,7 +86,11 @@ QString Memberships::zhutiname(std::int32_t theme) const {
 }
 
 std::span<const std::int32_t> Memberships::stocksOf(const QString& zhutiname) const {
-    return listOf(stocksOfThemes_, themes_.find(zhutiname.toStdString()));
+    return stocksOf(themes_.find(zhutiname.toStdString()));
+}
+
+std::span<const std::int32_t> Memberships::stocksOf(std::int32_t theme) const {
+    return listOf(stocksOfThemes_, theme);
 }
 
 std::span<const std::int32_t> Memberships::themesOf(std::int32_t stock) const {

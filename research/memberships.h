@@ -56,6 +56,7 @@ public:
 
     // In the order of the table; empty for what has none.
     std::span<const std::int32_t> stocksOf(const QString& zhutiname) const;
+    std::span<const std::int32_t> stocksOf(std::int32_t theme) const;
     std::span<const std::int32_t> themesOf(std::int32_t stock) const;
 
     size_t bytes() const;

@@ -26,14 +26,18 @@ public:
     // The best first, all that traded. Lasts until the next call.
     const std::vector<ThemeOfDay>& of(const MarketDay& day);
 
-    GainsOfDay gains(std::int32_t theme, const MarketDay& day) const;
+    GainsOfDay gains(std::int32_t theme, const MarketDay& day);
 
 private:
-    void count(const MarketDay& day, size_t row);
+    void countStocks(const MarketDay& day);
+    void countAtLimit(const MarketDay& day);
 
     const MarketColumns& market_;
     std::vector<ThemeOfDay> counts_;  // by theme
     std::vector<ThemeOfDay> ranked_;
+    std::vector<int> before_;   // by stock: its rows on the day that counts_ stands for
+    std::vector<int> now_;      // by stock
+    std::vector<int> members_;  // by stock: how often it belongs to a theme
 };
 
 }  // namespace guanchao
