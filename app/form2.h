@@ -123,7 +123,9 @@ private:
     QCoro::Task<> endRuns(std::stop_token stop);
     void showAnew();
     void 恢复_Click();
-    void restore(const CopyChoice& choice);
+    void replaceStores(const CopyChoice& choice);
+    QCoro::Task<> restore(CopyChoice choice, std::stop_token stop);
+    QCoro::Task<> takeOver(CopyChoice choice, std::stop_token stop);
     void connectStart(QWidget* window);
 
     void 刷新_Click();

@@ -23,10 +23,12 @@
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
+#include "platform/guide.h"
 #include "research/form12.h"
 #include "research/form24.h"
 #include "research/form32.h"
 #include "research/form37.h"
+#include "store/failure.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
 #include "themes/form38.h"
@@ -296,19 +298,42 @@ void Form2::connectExchange() {
 void Form2::恢复_Click() {
     windows_.openAnew<FormRestore>();
     connect(environment_.openWindows.find<FormRestore>(), &FormRestore::agreed, this,
-            &Form2::restore);
+            &Form2::replaceStores);
 }
 
-void Form2::restore(const CopyChoice& choice) {
+void Form2::replaceStores(const CopyChoice& choice) {
     restoreRuns_.stop();
-    restoreRuns_.start(
-        [this, choice](std::stop_token stop) { return restoreDesk_.restore(choice, stop); });
+    restoreRuns_.start([this, choice](std::stop_token stop) {
+        return choice.elsewhere.isEmpty() ? restore(choice, stop) : takeOver(choice, stop);
+    });
+}
+
+QCoro::Task<> Form2::restore(CopyChoice choice, std::stop_token stop) {
+    const QString lack = co_await restoreDesk_.restore(choice, stop);
+    if (!lack.isEmpty()) {
+        environment_.dialogs.tell(lack);
+    }
+}
+
+// Where it comes to nothing the page comes again, for another try.
+QCoro::Task<> Form2::takeOver(CopyChoice choice, std::stop_token stop) {
+    QString why;
+    try {
+        const QString lack = co_await restoreDesk_.restore(choice, stop);
+        why = lack;
+    } catch (const std::exception& failure) {
+        why = failureText(failure);
+    }
+    if (!why.isEmpty()) {
+        windows_.raiseOrOpen<StartPage>();
+        environment_.openWindows.find<StartPage>()->showTakeOverFailure(why);
+    }
 }
 
 void Form2::connectStart(QWidget* window) {
     if (auto* page = qobject_cast<StartPage*>(window)) {
         connect(page, &StartPage::restoreWanted, this, &Form2::恢复_Click);
-        connect(page, &StartPage::takeOverAgreed, this, &Form2::restore);
+        connect(page, &StartPage::takeOverAgreed, this, &Form2::replaceStores);
     }
 }
 
@@ -341,8 +366,8 @@ void Form2::connectHelp() {
     connect(ui_->软件初始化, &QAction::triggered, this,
             [this] { tellSetup(environment_.dialogs); });
     connect(ui_->帮助, &QAction::triggered, this, [this] {
-        openHelp(environment_.globals, sectionOn(QApplication::activeWindow()),
-                 environment_.dialogs, environment_.shell);
+        openGuide(environment_.globals.yingyongmulu, sectionOn(QApplication::activeWindow()),
+                  environment_.dialogs, environment_.shell);
     });
     connect(ui_->查看新版本, &QAction::triggered, &Timer4_, qOverload<>(&QTimer::start));
     connect(ui_->聚益通, &QAction::triggered, this, [this] {

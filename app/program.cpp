@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "frame/looks.h"
+#include "platform/guide.h"
 #include "research/practice_bars.h"
 
 namespace guanchao {
@@ -45,9 +46,8 @@ Program::Program(Application& application, DesktopDialogs& dialogs, QString fold
                    .sharedHistory = sharedHistory_,
                    .applicationFolder = folder_,
                    .executableName = executable_.fileName()} {
-    shell_.whenNotOpened([this](const QString& target) {
-        environment_.dialogs.tell(QStringLiteral("没有能打开它的程序，请自己打开：\n") + target);
-    });
+    shell_.whenNotOpened(
+        [this](const QString& target) { tellNotOpened(target, environment_.dialogs); });
     desktopTray_.attach(form2_.tuopanmenu(), [this] { form2_.tuopan显示_Click(); });
 }
 

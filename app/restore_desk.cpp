@@ -8,7 +8,7 @@
 #include "base/activity.h"
 #include "base/pause.h"
 #include "exchange/code_table_settings.h"
-#include "exchange/earlier_folder.h"
+#include "exchange/user_files.h"
 #include "frame/open_windows.h"
 #include "heat/collector_launch.h"
 #include "store/patience.h"
@@ -36,10 +36,10 @@ RestoreDesk::RestoreDesk(Environment& environment, ExchangeRun& run, EndOthers e
       endOthers_(std::move(endOthers)),
       showAnew_(std::move(showAnew)) {}
 
-QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
-    const bool free = co_await isFree(stop);
-    if (!free) {
-        co_return;
+QCoro::Task<QString> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
+    const QString inTheWay = co_await obstacle(stop);
+    if (!inTheWay.isEmpty()) {
+        co_return QString(inTheWay);
     }
     co_await endOthers_(stop);
     co_await untilNothingIsWritten(stop);
@@ -51,8 +51,7 @@ QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
     };
     const std::optional<ReadyStores> ready = co_await run_.run(choice.activity(), job, stop);
     if (!ready) {
-        environment_.dialogs.tell(choice.activity() + u"已停止，现在的数据没有改动。"_s);
-        co_return;
+        co_return choice.activity() + u"已停止，现在的数据没有改动。"_s;
     }
     const auto drop = qScopeGuard([&ready] { dropReady(*ready); });
     co_await workersEnded(stop);
@@ -60,10 +59,15 @@ QCoro::Task<> RestoreDesk::restore(CopyChoice choice, std::stop_token stop) {
     co_await patiently(step, stop);
     environment_.removals.forgetAll();
     showAnew_();
-    const QString settings = bringSettings(choice, *ready);
-    environment_.dialogs.tell((choice.elsewhere.isEmpty() ? u"已恢复"_s : u"已接管"_s) +
-                              choice.words() + u" 的"_s + wordsOf(choice.stores) + settings +
-                              u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
+    tellDone(choice, bringSettings(choice, *ready));
+    co_return QString();
+}
+
+void RestoreDesk::tellDone(const CopyChoice& choice, const QString& settings) const {
+    environment_.dialogs.tellDone(
+        (choice.elsewhere.isEmpty() ? u"已恢复"_s : u"已接管"_s) + choice.words() + u" 的"_s +
+        wordsOf(choice.stores) + settings +
+        u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
 }
 
 // Of a folder of elsewhere.
@@ -81,17 +85,12 @@ QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& 
                      .arg(files.join(u'、'));
 }
 
-// Says what stands in the way.
-QCoro::Task<bool> RestoreDesk::isFree(std::stop_token stop) {
+QCoro::Task<QString> RestoreDesk::obstacle(std::stop_token stop) {
     if (collectorRuns(environment_.processes)) {
-        environment_.dialogs.tell(u"采集程序正在运行，请等它结束后再恢复。"_s);
-        co_return false;
+        co_return u"采集程序正在运行，请等它结束后再试。"_s;
     }
     const bool closed = co_await environment_.openWindows.closeAll(stop);
-    if (!closed) {
-        environment_.dialogs.tell(u"还有窗口没有关闭，没有恢复，现在的数据没有改动。"_s);
-    }
-    co_return closed;
+    co_return closed ? QString() : u"还有窗口没有关闭，现在的数据没有改动。"_s;
 }
 
 // A poll that is under way ends by itself.

@@ -21,12 +21,14 @@ public:
     RestoreDesk(Environment& environment, ExchangeRun& run, EndOthers endOthers,
                 std::function<void()> showAnew);
 
-    // Tells how it has ended. Raises StoreError or OperationError; the stores are then as they
-    // were.
-    QCoro::Task<> restore(CopyChoice choice, std::stop_token stop);
+    // Tells what has come. Gives, in Chinese, what stands in the way, or that the user has stopped
+    // it; empty if it is done. Raises StoreError or OperationError. The stores are as they were
+    // unless it tells otherwise.
+    QCoro::Task<QString> restore(CopyChoice choice, std::stop_token stop);
 
 private:
-    QCoro::Task<bool> isFree(std::stop_token stop);
+    QCoro::Task<QString> obstacle(std::stop_token stop);
+    void tellDone(const CopyChoice& choice, const QString& settings) const;
     QCoro::Task<> untilNothingIsWritten(std::stop_token stop);
     QString bringSettings(const CopyChoice& choice, const ReadyStores& ready) const;
 

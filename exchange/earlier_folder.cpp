@@ -1,11 +1,9 @@
 #include "exchange/earlier_folder.h"
 
-#include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
 
 #include "base/activity.h"
-#include "base/files.h"
+#include "exchange/user_files.h"
 #include "platform/process_lock.h"
 #include "services/services.h"
 #include "store/prepared_stores.h"
@@ -22,36 +20,11 @@ const QStringList laterTables = {u"tuishi"_s,       u"zixuanzu"_s,   u"zixuanzug
                                  u"zixuanshunxu"_s, u"gegubeizhu"_s, u"zhutiriji"_s,
                                  u"fupanbeizhu"_s};
 
-// The user's beside the stores, and folders of them.
-const QStringList userFiles = {u"services.ini"_s, u"caijiqi.ini"_s,  u"界面.ini"_s,
-                               u"回测.ini"_s,     u"题材选股.ini"_s, u"题材选股总结.txt"_s};
-const QStringList userFolders = {u"自选股"_s, u"草稿"_s};
+const QString another = u"请另选一个文件夹，例如那里的“备份”里的一份。"_s;
 
 QStringList without(QStringList names, const QStringList& others) {
     names.removeIf([&others](const QString& it) { return others.contains(it); });
     return names;
-}
-
-// By their paths in the folder.
-QStringList userFilesIn(const QString& folder) {
-    QStringList files;
-    for (const QString& name : userFiles) {
-        if (QFileInfo(folder + name).isFile()) {
-            files << name;
-        }
-    }
-    for (const QString& name : userFolders) {
-        QDirIterator file(folder + name, QDir::Files, QDirIterator::Subdirectories);
-        while (file.hasNext()) {
-            files << file.next().mid(folder.size());
-        }
-    }
-    return files;
-}
-
-void keep(const QString& file, const QString& kept) {
-    makeFolder(QFileInfo(kept).path());
-    replaceFile(kept, contentOfFile(file));
 }
 
 bool isSameFolder(const QString& one, const QString& other) {
@@ -88,7 +61,7 @@ void judgeTables(const StoreFile& main, EarlierFolder& folder) {
     const QStringList strange = without(found, tablesOf(Schema::main));
     if (!needed.isEmpty()) {
         folder.refusal = u"它的主题库里缺少表 "_s + needed.join(u'、') +
-                         u"，不是观潮台的主题库，或者已经损坏。"_s;
+                         u"，不是观潮台的主题库，或者已经损坏。"_s + another;
     } else if (!strange.isEmpty()) {
         folder.age = u"主题库里有这个版本不认识的表（"_s + strange.join(u'、') +
                      u"），可能来自更新的版本；它们原样带过来。"_s;
@@ -107,10 +80,11 @@ void judgeStores(const Stores& stores, EarlierFolder& folder) {
     }
     if (!folder.contents.contains(CopiedStore::main)) {
         folder.refusal = u"这个文件夹里没有 "_s + QFileInfo(there.main.path).fileName() +
-                         u"，不是观潮台的文件夹。"_s;
+                         u"，不是观潮台的文件夹。请选里面有它的文件夹。"_s;
     } else if (!folder.contents[CopiedStore::main].isReadable()) {
-        folder.refusal =
-            u"它的主题库"_s + folder.contents[CopiedStore::main].words(CopiedStore::main) + u'。';
+        folder.refusal = u"它的主题库"_s +
+                         folder.contents[CopiedStore::main].words(CopiedStore::main) + u"。"_s +
+                         another;
     } else {
         judgeTables(there.main, folder);
     }
@@ -148,30 +122,13 @@ QString takeOverQuestion(const EarlierFolder& folder, const StoreContents& prese
         parts << wordOf(store) + (taken.contains(store) ? QString() : u"（不换）"_s) + u'\n' +
                      here + u"\n那里有："_s + there;
     }
+    const QStringList files = userFileWords(folder.path);
+    parts << (files.isEmpty() ? u"那里没有设置、条件和草稿。"_s
+                              : u"也带过来："_s + files.join(u'、') + u'。');
     return u"要接管文件夹 "_s + folder.path + u" 吗？\n"_s + folder.age + u"\n\n"_s +
            parts.join(u"\n\n"_s) +
-           u"\n\n那里的设置、回测规则和草稿也带过来，那里的文件一个也不动。现在的数据先另存一份，"
-           u"可以在“数据 / 恢复…”里换回来。其他窗口会关闭。"_s;
-}
-
-QStringList bringUserFiles(const QString& from, const QString& own, const QString& kept) {
-    const Activity activity(u"接管文件夹"_s,
-                            u"库已经换好，设置等文件没有带全，原来的文件夹里还有。"_s);
-    QStringList brought;
-    for (const QString& name : userFilesIn(from)) {
-        const QByteArray content = contentOfFile(from + name);
-        const bool isThere = QFileInfo::exists(own + name);
-        if (isThere && contentOfFile(own + name) == content) {
-            continue;
-        }
-        if (isThere) {
-            keep(own + name, kept + name);
-        }
-        makeFolder(QFileInfo(own + name).path());
-        replaceFile(own + name, content);
-        brought << name;
-    }
-    return brought;
+           u"\n\n那里的文件一个也不动。现在的数据先另存一份，可以在“数据 / 恢复…”里换回来。"
+           u"其他窗口会关闭。"_s;
 }
 
 }  // namespace guanchao

@@ -1,6 +1,5 @@
 // 接管文件夹: what the application folder of an earlier program, of another computer or of a copy
-// holds, and whether its stores can take the place of those that are here; and the files beside
-// them that are the user's: settings, rules, drafts.
+// holds, and whether its stores can take the place of those that are here.
 #pragma once
 
 #include "exchange/restore.h"
@@ -10,7 +9,7 @@ namespace guanchao {
 
 struct EarlierFolder {
     QString path;            // with its separator
-    QString refusal;         // why it can't be taken over, in Chinese; empty if it can
+    QString refusal;         // why it can't be taken over and what to do; empty if it can
     QString age;             // which program has made it, by the tables that it has
     StoreContents contents;  // of the stores that are there
 
@@ -22,11 +21,8 @@ struct EarlierFolder {
 // that lacks a table, one for practice, and one in which a program runs.
 EarlierFolder lookIntoFolder(const Stores& stores, const QString& own, const QString& path);
 
-// What would take the place of what, in numbers of both, for a question. `present` are all stores.
+// What would take the place of what, in numbers of both, and which files of the user's come along,
+// for a question. `present` are all stores.
 QString takeOverQuestion(const EarlierFolder& folder, const StoreContents& present);
-
-// Brings the user's files from one application folder to another; what differs there is first kept
-// in the folder `kept`. Gives those that have come. Raises OperationError.
-QStringList bringUserFiles(const QString& from, const QString& own, const QString& kept);
 
 }  // namespace guanchao

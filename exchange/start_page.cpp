@@ -4,14 +4,15 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <algorithm>
 
 #include "base/log.h"
 #include "base/log_words.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
+#include "platform/guide.h"
 #include "ui_start_page.h"
-#include "utilities/help.h"
 
 namespace guanchao {
 
@@ -58,7 +59,7 @@ void StartPage::connectControls() {
     });
     choose(*ui_->restore, [this] { emit restoreWanted(); });
     connect(ui_->back, &QPushButton::clicked, this, [this] {
-        panel_->say({});
+        say({});
         showPage(*ui_->choices);
         ui_->live->setFocus();
     });
@@ -71,7 +72,7 @@ void StartPage::connectControls() {
     connect(ui_->stop, &QPushButton::clicked, this, &StartPage::stopFill);
     connect(&stopKey_, &QShortcut::activated, this, &StartPage::stopFill);
     connect(ui_->guide, &QPushButton::clicked, this, [this] {
-        openHelp(environment_.globals, {}, environment_.dialogs, environment_.shell);
+        openGuide(environment_.applicationFolder, {}, environment_.dialogs, environment_.shell);
     });
     connect(ui_->close, &QPushButton::clicked, this, &QWidget::close);
     // What is being written as the window closes stays.
@@ -85,7 +86,7 @@ void StartPage::connectControls() {
 void StartPage::choose(QCommandLinkButton& button, const std::function<void()>& job) {
     connect(&button, &QPushButton::clicked, this, [this, job] {
         hasChosen_ = true;
-        panel_->say({});
+        say({});
         job();
     });
 }
@@ -100,44 +101,60 @@ void StartPage::showChoices() {
     }
     for (QCommandLinkButton* button : {ui_->practise, ui_->live, ui_->takeOver, ui_->restore}) {
         button->setAccessibleDescription(button->description());
+        // Left to itself it is squeezed until its description is cut.
+        button->setMinimumHeight(button->heightForWidth(width()));
     }
 }
 
 void StartPage::practise() {
     const QString starter = environment_.applicationFolder + practiceStarter;
-    panel_->say(environment_.processes.start(starter, {})
-                    ? u"练习正在启动，几秒钟以后出现它自己的窗口；头一次要准备数据，久一点。"
-                      u"它用另一个文件夹，这里的数据一点不动。"_s
-                    : u"没有能启动练习：运行不了 "_s + starter + u"。请重新安装软件。"_s);
+    say(environment_.processes.start(starter, {})
+            ? u"练习正在启动，几秒钟以后出现它自己的窗口；头一次要准备数据，久一点。"
+              u"它用另一个文件夹，这里的数据一点不动。"_s
+            : u"没有能启动练习：运行不了 "_s + starter + u"。请重新安装软件。"_s);
 }
 
 QCoro::Task<> StartPage::takeOver(std::stop_token stop) {
-    const QString picked = co_await environment_.dialogs.dakaiwenjian(
-        stop, u"请选择要接管的文件夹里的 dzhzhuti.mzdat"_s, QDir::homePath(), u"dzhzhuti.mzdat"_s);
-    if (picked.isEmpty()) {
+    const QString path = co_await environment_.dialogs.pickFolder(
+        stop, u"请选择要接管的文件夹：里面有 dzhzhuti.mzdat"_s, QDir::homePath());
+    if (path.isEmpty()) {
         co_return;
     }
-    const QString path = QFileInfo(picked).path();
-    panel_->say(u"正在查看文件夹 "_s + path + u"…"_s);
-    const auto quiet = qScopeGuard([this] { panel_->say({}); });
+    say(u"正在查看文件夹 "_s + path + u"…"_s);
+    auto quiet = qScopeGuard([this] { say({}); });
     const auto look = [stores = environment_.stores, own = environment_.applicationFolder,
                        path](const auto&) { return lookIntoFolder(stores, own, path); };
     const EarlierFolder folder = co_await inWorker(look, stop);
     if (!folder.refusal.isEmpty()) {
         writeLog({LogKind::failure, u"接管文件夹"_s, headOf(folder.refusal)});
-        environment_.dialogs.tell(u"没有接管文件夹 "_s + folder.path + u"。\n"_s + folder.refusal);
+        quiet.dismiss();
+        say(u"没有接管文件夹 "_s + folder.path + u"。\n"_s + folder.refusal);
         co_return;
     }
     const auto count = [stores = environment_.stores](const auto&) {
         return contentsOf(allCopied, stores, Look::quick);
     };
     const StoreContents present = co_await inWorker(count, stop);
-    panel_->say({});
+    quiet.dismiss();  // from here on others may tell something
+    say({});
     const QString question = takeOverQuestion(folder, present);
     const bool agreed = co_await environment_.dialogs.ask(stop, question);
     if (agreed) {
         emit takeOverAgreed(folder.choice());
     }
+}
+
+void StartPage::showTakeOverFailure(const QString& why) {
+    hasChosen_ = true;
+    say(QString(why).replace(u"\n\n"_s, u"\n"_s) +
+        u"\n照写的做好以后，再点“接管文件夹”，或者另选一个文件夹。"_s);
+    ui_->takeOver->setFocus();
+}
+
+// The window grows by what the words need.
+void StartPage::say(const QString& words) {
+    panel_->say(words);
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
 // What is told stands right below it: the other page takes no room.
@@ -163,7 +180,7 @@ void StartPage::beginFill() {
 QCoro::Task<> StartPage::fill(std::stop_token stop) {
     control_ = std::make_unique<RunControl>();
     filling_ = true;
-    panel_->say({});
+    say({});
     showState();
     ui_->stop->setFocus();
     const auto end = qScopeGuard([this] {
@@ -191,7 +208,7 @@ void StartPage::showFilled(const LiveFillResult& result) {
     if (result.hasThemes()) {
         ui_->themes->setChecked(false);
     }
-    panel_->say(result.words());
+    say(result.words());
 }
 
 void StartPage::stopFill() {

@@ -37,6 +37,9 @@ public:
     // Whether the user has chosen anything yet.
     bool hasChosen() const { return hasChosen_; }
 
+    // Below the choices: why a takeover came to nothing, and what to do.
+    void showTakeOverFailure(const QString& why);
+
 signals:
     // Something has come into the store.
     void imported();
@@ -53,6 +56,7 @@ private:
     void practise();
     QCoro::Task<> takeOver(std::stop_token stop);
 
+    void say(const QString& words);
     void showPage(QWidget& page);
     void showFilling();
     void beginFill();

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 
@@ -22,6 +23,56 @@ const QList<StoreCount> articleCounts = {
 const QList<StoreCount> heatCounts = {
     {u"新闻"_s, u"%1 条新闻数量"_s, u"select count(*) from xinwenshul"_s},
     {u"商品"_s, u"%1 种商品"_s, u"select count(*) from shopname"_s}};
+
+// What else a user would miss, where there is any. A store of an earlier program lacks some tables.
+struct OtherCount {
+    QString table;
+    QString words;
+    QString counted = u"*"_s;
+};
+
+const QList<OtherCount> mainOthers = {{u"zixuangu"_s, u"自选股 %1 只"_s},
+                                      {u"zixuanzu"_s, u"自选分组 %1 个"_s},
+                                      {u"zixuanzugu"_s, u"分组里的股票 %1 只"_s},
+                                      {u"gegubeizhu"_s, u"个股备注 %1 条"_s},
+                                      {u"zhutiriji"_s, u"复盘 %1 天"_s, u"distinct riqi"_s},
+                                      {u"fupanbeizhu"_s, u"复盘备注 %1 条"_s},
+                                      {u"xuanticai"_s, u"选出的题材 %1 条"_s},
+                                      {u"yejiyugao"_s, u"业绩预告 %1 条"_s},
+                                      {u"yejiyuyuejinqi"_s, u"业绩预约 %1 条"_s}};
+const QList<OtherCount> articleOthers = {{u"proxy"_s, u"代理服务器 %1 个"_s}};
+const QList<OtherCount> heatOthers = {{u"gongsixinwen"_s, u"公司新闻数量 %1 条"_s},
+                                      {u"shophq"_s, u"商品数量 %1 条"_s},
+                                      {u"xinwenbiaoti"_s, u"新闻标题 %1 条"_s}};
+
+const QList<OtherCount>& othersOf(CopiedStore store) {
+    switch (store) {
+        case CopiedStore::article:
+            return articleOthers;
+        case CopiedStore::heat:
+            return heatOthers;
+        case CopiedStore::main:
+            break;
+    }
+    return mainOthers;
+}
+
+QStringList readOthers(CopiedStore store, const StoreFile& file) {
+    Connection connection = file.open();
+    const QStringList tables = tablesIn(connection);
+    QStringList words;
+    for (const OtherCount& it : othersOf(store)) {
+        if (!tables.contains(it.table)) {
+            continue;
+        }
+        const QString query = u"select count("_s + it.counted + u") from "_s + it.table;
+        const qint64 count = Recordset(connection, query).value(0).toInteger();
+        if (count > 0) {
+            words << it.words.arg(count);
+        }
+    }
+    return words;
+}
 
 QString faultWords(CopiedStore store, const StoreFile& file, StoreFault fault) {
     switch (fault) {
@@ -87,7 +138,7 @@ QString StoreContent::words(CopiedStore store) const {
     for (qsizetype it = 0; it < counts.size(); ++it) {
         words << countsOf(store)[it].words.arg(counts[it]);
     }
-    return words.join(u'，');
+    return (words + others).join(u'，');
 }
 
 StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look) {
@@ -95,9 +146,9 @@ StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look) {
         if (look == Look::whole) {
             requireWhole(file);
         }
-        return {{}, readCounts(store, file)};
+        return {{}, readCounts(store, file), readOthers(store, file)};
     } catch (const StoreError& failure) {
-        return {faultOf(store, file, failure), {}};
+        return {faultOf(store, file, failure), {}, {}};
     }
 }
 

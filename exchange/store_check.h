@@ -25,13 +25,14 @@ QList<qint64> readCounts(CopiedStore store, const StoreFile& file);
 struct StoreContent {
     QString fault;         // why it can't be read: 已损坏; empty if it can
     QList<qint64> counts;  // in the order of countsOf
+    QStringList others;    // 自选股 7 只: of all else that the user has in it
 
     bool isReadable() const { return fault.isEmpty(); }
-    // 600 个主题，40000 条，5400 只股票，3 个监控; 不能读取（已损坏）
+    // 600 个主题，40000 条，5400 只股票，3 个监控，自选股 7 只; 不能读取（已损坏）
     QString words(CopiedStore store) const;
 };
 
-// The quick look reads the counts alone.
+// The quick look reads the numbers alone.
 enum class Look : std::uint8_t { quick, whole };
 StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look);
 

@@ -27,6 +27,9 @@ public:
     // close. Of several the next is shown when the one before it has been read.
     virtual void tell(const QString& text, const QString& title = programName) = 0;
 
+    // The same with the information icon: what the user has asked for is done.
+    virtual void tellDone(const QString& text) = 0;
+
     // A failure of an operation: one box for all, in which those that come while it stands are
     // counted. The windows beside it can be used.
     virtual void tellFailure(const QString& text) = 0;
@@ -54,6 +57,11 @@ public:
     // characters. Callers then say "没有选择文件。".
     virtual QCoro::Task<QString> dakaiwenjian(std::stop_token stop, QString title, QString folder,
                                               QString file) = 0;
+
+    // The path of an existing folder that the user picks, beginning in `folder`; a file that is
+    // picked stands for the folder it lies in. Empty if the user picks none.
+    virtual QCoro::Task<QString> pickFolder(std::stop_token stop, QString title,
+                                            QString folder) = 0;
 
     // 保存文件: the path under which the user wants to save, beginning in `folder` with `file` as
     // its name; a file that is there is taken only after a question. `filters` are words with their

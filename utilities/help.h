@@ -1,16 +1,11 @@
 // The entries of the tools and the help menu that only tell something or open a page.
 #pragma once
 
-#include "base/globals.h"
 #include "platform/dialogs.h"
 #include "platform/service.h"
 #include "platform/shell.h"
 
 namespace guanchao {
-
-// 帮助: the user's guide, a page in the application folder; says so if it is missing. `section`
-// names a place in it, "form24"; its beginning without one.
-void openHelp(const Globals& globals, const QString& section, Dialogs& dialogs, Shell& shell);
 
 // 聚益通: the maker's site; says so if services.ini names none.
 void openVendorSite(const Service& vendor, Dialogs& dialogs, Shell& shell);

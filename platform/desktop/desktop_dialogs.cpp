@@ -1,11 +1,14 @@
 #include "platform/desktop/desktop_dialogs.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -114,8 +117,8 @@ void scrollLongText(QMessageBox& box, const QString& words) {
     label->hide();
 }
 
-QMessageBox* newAnswer(const QString& title, const QString& text) {
-    QMessageBox* box = newBox(QMessageBox::Warning, title, withShortMiddle(text));
+QMessageBox* newAnswer(QMessageBox::Icon icon, const QString& title, const QString& text) {
+    QMessageBox* box = newBox(icon, title, withShortMiddle(text));
     addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     box->setAttribute(Qt::WA_DeleteOnClose);
     return box;
@@ -132,6 +135,37 @@ void showColumnsInFull(QFileDialog& box) {
     }
 }
 
+// Shows the files too, by which a user knows a folder. The toolkit's own takes none of them.
+class FolderBox : public QFileDialog {
+public:
+    explicit FolderBox(const QString& title, const QString& folder)
+        : QFileDialog(nullptr, title, folder) {
+        setFileMode(Directory);
+        setFilter(filter() | QDir::Files);
+        connect(this, &QFileDialog::currentChanged, this, &FolderBox::letFilesBeTaken);
+        if (const auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s)) {
+            connect(name, &QLineEdit::textChanged, this, &FolderBox::letFilesBeTaken);
+        }
+    }
+
+    QString folder() const {
+        const QFileInfo picked(selectedFiles().value(0));
+        return picked.isFile() ? picked.path() : picked.filePath();
+    }
+
+protected:
+    void accept() override { isFilePicked() ? QDialog::accept() : QFileDialog::accept(); }
+
+private:
+    bool isFilePicked() const { return QFileInfo(selectedFiles().value(0)).isFile(); }
+    void letFilesBeTaken() {
+        const auto* buttons = findChild<QDialogButtonBox*>(u"buttonBox"_s);
+        if (buttons && isFilePicked()) {
+            buttons->button(QDialogButtonBox::Open)->setEnabled(true);
+        }
+    }
+};
+
 QCoro::Task<QString> pickedIn(QFileDialog& box, QString file, std::stop_token stop) {
     box.selectFile(file);
     showColumnsInFull(box);
@@ -147,7 +181,14 @@ DesktopDialogs::~DesktopDialogs() {
 }
 
 void DesktopDialogs::tell(const QString& text, const QString& title) {
-    QMessageBox* box = newAnswer(title, text);
+    addAnswer(newAnswer(QMessageBox::Warning, title, text), text);
+}
+
+void DesktopDialogs::tellDone(const QString& text) {
+    addAnswer(newAnswer(QMessageBox::Information, programName, text), text);
+}
+
+void DesktopDialogs::addAnswer(QMessageBox* box, const QString& text) {
     scrollLongText(*box, text);
     QObject::connect(box, &QDialog::finished, box, [this] {
         answers_.removeFirst();
@@ -173,7 +214,7 @@ void DesktopDialogs::tellFailure(const QString& text) {
     }
     firstFailure_ = withShortMiddle(text);
     furtherFailures_ = 0;
-    failure_ = newAnswer(programName, text);
+    failure_ = newAnswer(QMessageBox::Warning, programName, text);
     show(*failure_, Qt::NonModal);
 }
 
@@ -235,6 +276,14 @@ QCoro::Task<QString> DesktopDialogs::dakaiwenjian(std::stop_token stop, QString 
     box->setFileMode(QFileDialog::ExistingFile);
     const QString picked = co_await pickedIn(*box, file, stop);
     co_return picked.size() > longestPath ? QString() : picked;
+}
+
+QCoro::Task<QString> DesktopDialogs::pickFolder(std::stop_token stop, QString title,
+                                                QString folder) {
+    const Shown<FolderBox> box(new FolderBox(title, folder));
+    showColumnsInFull(*box);
+    const bool accepted = co_await isAccepted(*box, stop);
+    co_return accepted ? box->folder() : QString();
 }
 
 QCoro::Task<QString> DesktopDialogs::baocunwenjian(std::stop_token stop, QString folder,

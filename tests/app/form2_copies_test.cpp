@@ -41,7 +41,7 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
     processes_.running = QStringList{u"caijiqi.exe"_s};
     trigger(u"恢复"_s);
     emit shownWindow<FormRestore>()->agreed({u"2026-11-24"_s, {CopiedStore::main}});
-    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再恢复。"_s);
+    EXPECT_EQ(dialogs_.shown.last(), u"观潮台|采集程序正在运行，请等它结束后再试。"_s);
     EXPECT_EQ(failures_.texts, QStringList());
 }
 

@@ -16,6 +16,17 @@ protected:
         dialogs_.shown.clear();
         load();
     }
+    void takeOver(const QString& folder) {
+        dialogs_.picked = folder;
+        dialogs_.shown.clear();
+        trigger(u"开始使用"_s);
+        child<QPushButton>(shownWindow<StartPage>(), u"takeOver"_s)->click();
+    }
+    // What the page tells.
+    static QString words() {
+        auto* page = shownWindow<StartPage>();
+        return page ? child<QLabel>(page, u"words"_s)->text() : QString();
+    }
     bool isAsked() {
         return std::ranges::any_of(dialogs_.shown,
                                    [](const QString& it) { return it.contains(u"换成现在"_s); });
@@ -90,16 +101,13 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     }
     dialogs_.answer = true;
     for (const QString& picked : {store_.folder(), there.folder()}) {
-        dialogs_.picked = picked + u"dzhzhuti.mzdat"_s;
-        dialogs_.shown.clear();
-        trigger(u"开始使用"_s);
-        child<QPushButton>(shownWindow<StartPage>(), u"takeOver"_s)->click();
-        until([&] { return dialogs_.shown.size() == (picked == there.folder() ? 3 : 2); });
+        takeOver(picked);
+        until([&] { return !dialogs_.done.isEmpty() || words().startsWith(u"没有接管"_s); });
         EXPECT_EQ(shownWindow<StartPage>() != nullptr, picked == store_.folder());
     }
     EXPECT_TRUE(dialogs_.shown[1].contains(u"那里有：3 个主题，3 条"_s));
-    EXPECT_TRUE(dialogs_.shown[2].startsWith(u"观潮台|已接管文件夹 "_s + there.folder() +
-                                             u" 的主题库、文章库、采集库。"_s));
+    EXPECT_TRUE(dialogs_.done.value(0).startsWith(u"已接管文件夹 "_s + there.folder() +
+                                                  u" 的主题库、文章库、采集库。"_s));
     EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
               QStringList{u"3"_s});
     EXPECT_TRUE(CodeTableSettings(store_.folder() + u"界面.ini"_s).isRefused())
@@ -108,6 +116,42 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     child<QPushButton>(shownWindow<StartPage>(), u"restore"_s)->click();
     EXPECT_TRUE(shownWindow<FormRestore>());
     EXPECT_EQ(failures_.texts, QStringList());
+}
+
+TEST_F(StartQuestionsTest, ATakeoverThatFailsBringsThePageBackWithTheReason) {
+    load();
+    const TestStores there;
+    dialogs_.answer = true;
+    const QString copies = store_.folder() + u"备份"_s;
+    const QByteArray whole = contentOf(there.stores.main.path);
+    Connection other = stores_.main.open();
+    const struct {
+        std::function<void()> spoil;  // while the question stands
+        std::function<void()> mend;
+        QString reason;
+    } cases[] = {
+        {[&] { processes_.running = {u"caijiqi.exe"_s}; }, [&] { processes_.running = {}; },
+         u"采集程序正在运行"_s},
+        {[&] { writeFile(copies); }, [&] { QFile::remove(copies); }, u"无法写入 "_s + copies},
+        {[&] { other.execute(u"begin immediate"_s); }, [&] { other.execute(u"rollback"_s); },
+         u"正被其他程序占用"_s},
+        {[&] { writeFile(there.stores.main.path, "ruined"); },
+         [&] { writeFile(there.stores.main.path, whole); }, u"主题库不能读取（已损坏）"_s},
+    };
+    for (const auto& it : cases) {
+        dialogs_.onAsk = it.spoil;
+        takeOver(there.folder());
+        until([&] { return words().contains(it.reason); });
+        EXPECT_TRUE(words().endsWith(u"再点“接管文件夹”，或者另选一个文件夹。"_s));
+        it.mend();
+    }
+    dialogs_.onAsk = nullptr;
+    EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
+              QStringList{u"2"_s});
+    takeOver(there.folder());
+    until([&] { return !dialogs_.done.isEmpty(); });
+    EXPECT_EQ(words(), QString());
+    EXPECT_EQ(failures_.texts, QStringList()) << "no box beside the page";
 }
 
 }  // namespace guanchao

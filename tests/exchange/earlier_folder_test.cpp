@@ -3,7 +3,9 @@
 #include <QDirIterator>
 #include <QTemporaryDir>
 
+#include "exchange/user_files.h"
 #include "platform/process_lock.h"
+#include "store/prepared_stores.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -45,9 +47,11 @@ TEST_F(EarlierFolderTest, ItsStoresTakeThePlaceOfThoseHereAndItsSettingsComeToo)
     EXPECT_EQ(folder.choice().stores, allCopied);
     const QString question =
         takeOverQuestion(folder, contentsOf(allCopied, store_.stores, Look::quick));
-    EXPECT_TRUE(
-        question.contains(u"主题库\n现在有：1 个主题，1 条，0 只股票，0 个监控\n那里有："_s))
-        << question.toStdString();
+    for (const QString& told :
+         {u"主题库\n现在有：1 个主题，1 条，0 只股票，0 个监控\n那里有："_s, u"，自选股 "_s,
+          u"行情来源的设置（services.ini）"_s, u"自选股的文件 1 个。"_s}) {
+        EXPECT_TRUE(question.contains(told)) << question.toStdString();
+    }
 
     writeFile(store_.folder() + u"services.ini"_s, "[quote]\nhost=http://mine\n");
     writeFile(there_ + u"草稿/一.json"_s, "{}");
@@ -102,6 +106,29 @@ TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
     EXPECT_EQ(look().refusal, QString());
     EXPECT_EQ(lookIntoFolder(store_.stores, store_.folder(), store_.folder().chopped(1)).refusal,
               u"这就是现在用的文件夹，不用接管。"_s);
+}
+
+// What is only reckoned or marked isn't told; a new table has to be thought of.
+TEST_F(EarlierFolderTest, WhateverTheUserHasInAStoreIsToldOf) {
+    const QStringList untold = {u"tempcanshu"_s,   u"canshu"_s,       u"tuishi"_s,
+                                u"jiankonghq"_s,   u"zixuanshunxu"_s, u"geguhq"_s,
+                                u"zhutidapanhq"_s, u"bankuaidmb"_s,   u"xuanticaigu"_s};
+    const std::pair<CopiedStore, Schema> stores[] = {{CopiedStore::main, Schema::main},
+                                                     {CopiedStore::article, Schema::article},
+                                                     {CopiedStore::heat, Schema::heat}};
+    for (const auto& [store, schema] : stores) {
+        const StoreFile& file = fileOf(store_.stores, store);
+        const auto words = [&, it = store] { return contentOf(it, file, Look::quick).words(it); };
+        for (const QString& table : tablesOf(schema)) {
+            const QString before = words();
+            const QStringList columns =
+                TestStores::rows(file, u"pragma table_info("_s + table + u')');
+            const QStringList values(columns.size(), u"1"_s);
+            file.open().execute(u"insert into %1 values(%2)"_s.arg(table, values.join(u',')));
+            EXPECT_EQ(words() == before, untold.contains(table))
+                << table.toStdString() << words().toStdString();
+        }
+    }
 }
 
 TEST_F(EarlierFolderTest, ANewerOneComesAsItIsAndAStoreThatIsRuinedStaysAway) {

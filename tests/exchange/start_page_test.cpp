@@ -124,7 +124,7 @@ TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
         http_.client = std::make_unique<QtHttpClient>();
     }
     http_.onGet = nullptr;
-    for (const QString& picked : {QString(), store_.stores.main.path}) {
+    for (const QString& picked : {QString(), store_.folder()}) {
         dialogs_.gate = std::make_shared<Later<bool>>();
         dialogs_.picked = picked;
         openPage();

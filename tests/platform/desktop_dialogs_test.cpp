@@ -1,5 +1,6 @@
 #include "platform/desktop/desktop_dialogs.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QInputDialog>
@@ -154,6 +155,28 @@ TEST_F(DesktopDialogsTest, AFileIsPicked) {
         static_cast<QDialog&>(box).accept();
     });
     EXPECT_EQ(QCoro::waitFor(dialogs_.dakaiwenjian({}, u"请选择"_s, folder.path(), u"a"_s)), path);
+}
+
+TEST_F(DesktopDialogsTest, AFolderIsPickedByItselfOrByAFileInIt) {
+    const QTemporaryDir place;
+    const QString folder = place.filePath(u"旧"_s);
+    writeFile(folder + u"/a.mzdat"_s);
+    const struct {
+        QString typed, picked;
+    } cases[] = {{folder, folder},
+                 {u"旧"_s, folder},
+                 {folder + u"/a.mzdat"_s, folder},
+                 {{}, place.path()},
+                 {u"没有"_s, QString()}};
+    for (const auto& it : cases) {
+        onceOpen<QFileDialog>([&](QFileDialog& box) {
+            box.findChild<QLineEdit*>()->setText(it.typed);
+            auto* choose = box.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+            EXPECT_EQ(choose->isEnabled(), !it.picked.isEmpty()) << it.typed.toStdString();
+            it.picked.isEmpty() ? box.reject() : choose->click();
+        });
+        EXPECT_EQ(QCoro::waitFor(dialogs_.pickFolder({}, u"请选择"_s, place.path())), it.picked);
+    }
 }
 
 TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {

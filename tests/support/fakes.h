@@ -52,6 +52,10 @@ public:
             boxes->tell(text, title);
         }
     }
+    void tellDone(const QString& text) override {
+        done << text;
+        tell(text, programName);
+    }
     void tellFailure(const QString& text) override {
         shown << programName + u'|' + text;
         if (boxes) {
@@ -92,6 +96,10 @@ public:
         co_await stand(title + u'|' + folder + u'|' + file, {}, stop);
         co_return QString(picked);
     }
+    QCoro::Task<QString> pickFolder(std::stop_token stop, QString title, QString folder) override {
+        co_await stand(title + u'|' + folder, {}, stop);
+        co_return QString(picked);
+    }
     QCoro::Task<QString> baocunwenjian(std::stop_token stop, QString folder, QString file,
                                        QStringList filters) override {
         co_await stand(folder + u'|' + file + u'|' + filters.join(u'|'), {}, stop);
@@ -99,6 +107,7 @@ public:
     }
 
     QStringList shown;  // "title|text", in order; of an input box "title|prompt|default"
+    QStringList done;   // of these, what was told with the sign of information
     bool answer = true;
     Unsaved unsaved = Unsaved::discard;
     Existing existing = Existing::add;
