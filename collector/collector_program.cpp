@@ -13,6 +13,7 @@
 #include "collector/themes_job.h"
 #include "frame/looks.h"
 #include "frame/window_memory.h"
+#include "platform/guide.h"
 #include "store/failure.h"
 
 namespace guanchao {
@@ -33,6 +34,7 @@ const QList<RunState> vainStates = {RunState::nothingRead, RunState::hopeless,
 
 CollectorProgram::CollectorProgram(Application& application) : application_(application) {
     application_.setDialogs(&dialogs_);
+    shell_.whenNotOpened([this](const QString& target) { tellNotOpened(target, dialogs_); });
 }
 
 int CollectorProgram::run() {
@@ -73,6 +75,7 @@ void CollectorProgram::openRun(Scope scope) {
                                                 job_->title());
     window_->ended = [this] { end(); };
     window_->again = [this](Scope wanted) { beginAgain(wanted); };
+    window_->help = [this] { openGuide(folder_, u"collector"_s, dialogs_, shell_); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
     WindowMemory(folder_ + u"界面.ini"_s).place(*window_);
     if (order_.windowWanted) {

@@ -13,6 +13,7 @@
 #include "heat/collector_contract.h"
 #include "platform/desktop/desktop_dialogs.h"
 #include "platform/desktop/desktop_notifier.h"
+#include "platform/desktop/desktop_shell.h"
 #include "platform/log_file.h"
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
@@ -51,6 +52,7 @@ private:
     LogFile log_{folder_ + logOfCollector, clock_};
     DesktopDialogs dialogs_;
     DesktopNotifier notifier_;
+    DesktopShell shell_;
     QtHttpClient web_;
     PoliteHttp client_{web_, clock_};
     ProcessLock lock_{stores_.heat.path + QStringLiteral(".lock")};

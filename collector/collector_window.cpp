@@ -71,6 +71,7 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     connect(ui_->anewButton, &QPushButton::clicked, this, [this] { again(Scope::all); });
     connect(ui_->goOnButton, &QPushButton::clicked, this, [this] { again(Scope::rest); });
     connect(ui_->closeButton, &QPushButton::clicked, this, &QDialog::close);
+    connect(&helpKey_, &QShortcut::activated, this, [this] { help(); });
     connect(&second_, &QTimer::timeout, this, &CollectorWindow::showFigures);
     collection_.changed = [this](qsizetype item) { showChanged(item); };
     for (QPushButton* button : {ui_->goOnButton, ui_->anewButton, ui_->closeButton}) {

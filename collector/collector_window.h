@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QShortcut>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -35,6 +36,8 @@ public:
     std::function<void()> ended;
     // Called when the user wants another run once this one has ended.
     std::function<void(Scope)> again;
+    // Called when the user wants to read about this window.
+    std::function<void()> help;
 
 protected:
     // Closing ends a run, after a question; a request at hand is broken off first.
@@ -60,6 +63,7 @@ private:
     ResultGrid grid_;
     qsizetype followed_ = 0;  // the item that the list has followed last
     QTimer second_;
+    QShortcut helpKey_{Qt::Key_F1, this};
     Runs runs_;
     Runs closing_;
 };

@@ -76,6 +76,12 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     EXPECT_EQ(find<QPlainTextEdit>(u"skippedText"_s)->toPlainText(), u"铝"_s);
     EXPECT_EQ(window_->findChild<QProgressBar*>()->value(), 3);
     EXPECT_EQ(unnamedControls(*window_), QStringList());
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    int helps = 0;
+    window_->help = [&] { ++helps; };
+    QTest::keyClick(window_->focusWidget(), Qt::Key_F1);
+    EXPECT_EQ(helps, 1);
     click(u"goOnButton"_s);
     click(u"anewButton"_s);
     EXPECT_EQ(again_, (QList<Scope>{Scope::rest, Scope::all}));
