@@ -41,6 +41,7 @@ AlarmBanner::AlarmBanner()
 
 void AlarmBanner::tell(const QList<FiredMonitor>& fired) {
     setText(wordsOf(fired));
+    setAccessibleDescription(text());
     adjustSize();
     const QRect room = screen()->availableGeometry();
     move(room.right() - width() - distanceFromEdges, room.top() + distanceFromEdges);

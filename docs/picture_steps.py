@@ -20,6 +20,12 @@ TITLE = "观潮台(V3.7)"
 # When the copies of a day were made, by the clock of the picture's day.
 COPIED = datetime.fromisoformat(f"{DAY} 09:20:11").timestamp()
 
+# Monitors that wait for what has happened already.
+ALARMS = [
+    "update zhutijiankong set zhangfu=0,baojinzhi=0.5",
+    "update gegujiankong set sp=0",
+]
+
 # So that there is something to import.
 SHRINK_THEMES = "delete from dzhzhuti where rowid % 3 = 0"
 
@@ -456,6 +462,23 @@ class Pictures:
             self.screen.wait("the sweep to begin", lambda: not self.is_usable(window, "扫描"))
             self.until_usable(window, "扫描", 600)
         self.menu_window("工具(G)", "回测实验室", sweep)
+
+    def alarm_banner(self):
+        """A theme and a stock cross their values while the user is in another program."""
+        other = self.screen.another_program()
+        for it in ALARMS:
+            self.desk.rows(MAIN, it)
+        banner = self.screen.wait("the banner", self.banner_now, 60)
+        left, top, width, height = self.screen.place(banner)
+        margin = self.screen.width - left - width
+        self.shoot((left - 5 * margin, 0, width + 6 * margin, height + 3 * margin))
+        other.destroy()
+        self.close_all()
+
+    def banner_now(self):
+        return next((it for window in self.screen.windows() for it in walk(window)
+                     if it.get_name() == "报警提示" and is_shown(it)
+                     and "涨幅" in it.get_description()), None)
 
     def form33(self):
         self.desk.rows(MAIN, SHRINK_THEMES)

@@ -39,6 +39,14 @@ class FramedScreen(Screen):
         """The title of a window may change until it is found."""
         return self.wait("a window by its title", lambda: self.window_now(self.title_of(client)))
 
+    def another_program(self):
+        """A window that isn't the program's, with the keyboard."""
+        window = self.root.create_window(0, 0, 400, 300, 0, X.CopyFromParent)
+        window.map()
+        self.wait("another program", lambda: window.id in {it.id for it in self.clients()})
+        self.bring_up(window)
+        return window
+
     def bring_up(self, client):
         """Above all others, with the keyboard."""
         by_a_pager = 2
