@@ -148,12 +148,11 @@ void Form2::connectAlarms() {
     dayBookDesk_ = std::make_unique<DayBookDesk>(
         environment_, [this](const QString& words) { ui_->bookLine->setText(words); });
     dayBookDesk_->setParent(this);
-    auto* autoUpdate =
-        new AutoUpdate(*ui_->menuHangqing, environment_.applicationFolder + u"界面.ini"_s,
-                       environment_.clock, [this] { updateByItself(); });
+    auto* autoUpdate = new AutoUpdate(*ui_->menuHangqing, environment_.interfaceIniPath(),
+                                      environment_.clock, [this] { updateByItself(); });
     autoUpdate->setParent(this);
-    auto* looks = new LooksMenu(*ui_->menuGongju, environment_.applicationFolder + u"界面.ini"_s,
-                                desktop_.colours);
+    auto* looks =
+        new LooksMenu(*ui_->menuGongju, environment_.interfaceIniPath(), desktop_.colours);
     looks->setParent(this);
 }
 

@@ -79,9 +79,9 @@ private:
     HistoryCandles storedCandles_{stores_};
     SharedHistory sharedHistory_;
     HistoryDesk historyDesk_{stores_,   clock_,       watch_,
-                             services_, application_, folder_ + QStringLiteral("界面.ini")};
+                             services_, application_, folder_ + interfaceIni};
 
-    OpenWindows openWindows_{WindowMemory(folder_ + QStringLiteral("界面.ini"))};
+    OpenWindows openWindows_{WindowMemory(folder_ + interfaceIni)};
     Environment environment_;
     Windows windows_{environment_};
     // From the load on: what a user does while another program holds a store is refused, not waited

@@ -78,7 +78,7 @@ QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& 
     const QStringList files =
         bringUserFiles(choice.elsewhere, environment_.applicationFolder, ready.kept);
     // Who has brought a code table along is not asked for the first start any more.
-    CodeTableSettings(environment_.applicationFolder + u"界面.ini"_s).setRefused();
+    CodeTableSettings(environment_.interfaceIniPath()).setRefused();
     return files.isEmpty()
                ? QString()
                : u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())

@@ -32,7 +32,7 @@ QString today() {
 
 // A refusal holds until the program brings other websites along.
 QCoro::Task<> offerStandardServices(Environment& environment, std::stop_token stop) {
-    const QString iniPath = environment.applicationFolder + u"界面.ini"_s;
+    const QString iniPath = environment.interfaceIniPath();
     const QString refused = QSettings(iniPath, QSettings::IniFormat).value(refusedKey).toString();
     if (!environment.servicesFile.isFormerStandard() || refused == today()) {
         co_return;
@@ -55,7 +55,7 @@ bool asksTheWeb(const Services& services) {
 }
 
 QCoro::Task<bool> isFirstStart(Environment& environment, std::stop_token stop) {
-    const CodeTableSettings said(environment.applicationFolder + u"界面.ini"_s);
+    const CodeTableSettings said(environment.interfaceIniPath());
     if (!asksTheWeb(environment.services) || said.isRefused() || !said.lastUpdate().isEmpty()) {
         co_return false;
     }
@@ -71,7 +71,7 @@ QCoro::Task<> offerStart(Environment& environment, Windows& windows, std::stop_t
     }
     windows.raiseOrOpen<StartPage>();
     const auto* page = environment.openWindows.find<StartPage>();
-    const QString iniPath = environment.applicationFolder + u"界面.ini"_s;
+    const QString iniPath = environment.interfaceIniPath();
     QObject::connect(page, &QDialog::finished, page, [page, iniPath] {
         if (!page->hasChosen()) {
             CodeTableSettings(iniPath).setRefused();

@@ -303,6 +303,15 @@ QString quoted(QString text) {
     return u'\'' + text.remove(QChar::Null).replace(u'\'', u"''"_s) + u'\'';
 }
 
+QString quotedList(const QStringList& texts) {
+    QStringList words;
+    words.reserve(texts.size());
+    for (const QString& text : texts) {
+        words << quoted(text);
+    }
+    return words.join(u',');
+}
+
 QString quotedName(QString name) {
     return u'"' + name.remove(QChar::Null).replace(u'"', u"\"\""_s) + u'"';
 }

@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace guanchao {
@@ -55,6 +56,8 @@ QString trimBlanks(const QString& text);
 // The text as a statement takes it: between apostrophes, each of its own doubled. What no text of a
 // store can hold (U+0000) is left out.
 QString quoted(QString text);
+// Each of the texts so, with commas between them: what stands behind "in" in its brackets.
+QString quotedList(const QStringList& texts);
 
 // The same for the name of a table or an index.
 QString quotedName(QString name);

@@ -55,13 +55,10 @@ QList<Listed> listedIn(const QString& lines) {
 }
 
 QHash<QString, QString> knownNames(Connection& connection, const Item& item) {
-    QStringList codes;
-    for (const QString& code : item.key.toUpper().split(u',')) {
-        codes << quoted(code);
-    }
+    const QStringList codes = item.key.toUpper().split(u',');
     QHash<QString, QString> names;
     for (Recordset known(connection,
-                         u"select dm,jc from dmb where dm in ("_s + codes.join(u',') + u")"_s);
+                         u"select dm,jc from dmb where dm in ("_s + quotedList(codes) + u")"_s);
          !known.atEnd(); known.moveNext()) {
         names.insert(known.value(0).toText(), known.value(1).toText());
     }

@@ -57,7 +57,7 @@ int CollectorProgram::run() {
 
 void CollectorProgram::begin(Scope scope) {
     const Activity activity(u"开始采集"_s);
-    applyLooks(application_, keptLooks(folder_ + u"界面.ini"_s));
+    applyLooks(application_, keptLooks(folder_ + interfaceIni));
     order_ = readRunOrder(stores_.heat, clock_);
     lockStore();
     openRun(scope);
@@ -77,7 +77,7 @@ void CollectorProgram::openRun(Scope scope) {
     window_->again = [this](Scope wanted) { beginAgain(wanted); };
     window_->help = [this] { openGuide(folder_, u"collector"_s, dialogs_, shell_); };
     QObject::connect(window_.get(), &QDialog::finished, &application_, &QCoreApplication::quit);
-    WindowMemory(folder_ + u"界面.ini"_s).place(*window_);
+    WindowMemory(folder_ + interfaceIni).place(*window_);
     if (order_.windowWanted) {
         window_->show();
     }

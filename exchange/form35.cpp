@@ -39,7 +39,7 @@ Form35::Form35(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
       environment_(environment),
       ui_(std::make_unique<Ui::Form35>()),
-      iniPath_(environment.applicationFolder + u"界面.ini"_s),
+      iniPath_(environment.interfaceIniPath()),
       runs_(environment.failures) {
     ui_->setupUi(this);
     panel_ = std::make_unique<RunPanel>(

@@ -34,7 +34,7 @@ StartPage::StartPage(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window),
       environment_(environment),
       ui_(std::make_unique<Ui::StartPage>()),
-      iniPath_(environment.applicationFolder + u"界面.ini"_s),
+      iniPath_(environment.interfaceIniPath()),
       runs_(environment.failures) {
     ui_->setupUi(this);
     panel_ = std::make_unique<RunPanel>(

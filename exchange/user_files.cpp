@@ -5,6 +5,7 @@
 
 #include "base/activity.h"
 #include "base/files.h"
+#include "store/application_folder.h"
 
 namespace guanchao {
 
@@ -19,7 +20,7 @@ struct UserFile {
 
 const UserFile userFiles[] = {
     {u"services.ini"_s, u"行情来源的设置"_s}, {u"caijiqi.ini"_s, u"采集程序的设置"_s},
-    {u"界面.ini"_s, u"界面的设置"_s},         {u"回测.ini"_s, u"回测规则"_s},
+    {interfaceIni, u"界面的设置"_s},          {u"回测.ini"_s, u"回测规则"_s},
     {u"题材选股.ini"_s, u"题材选股的条件"_s}, {u"题材选股总结.txt"_s, u"题材选股的总结"_s}};
 // Of which all files are.
 const UserFile userFolders[] = {{u"自选股"_s, u"自选股的文件"_s}, {u"草稿"_s, u"文章草稿"_s}};

@@ -11,6 +11,7 @@
 #include "platform/processes.h"
 #include "platform/shell.h"
 #include "services/services.h"
+#include "store/application_folder.h"
 #include "store/edits.h"
 #include "store/stores.h"
 
@@ -50,6 +51,8 @@ struct Environment {
     SharedHistory& sharedHistory;
     QString applicationFolder;  // made ready before the load; ends in one separator
     QString executableName;     // without its folder
+
+    QString interfaceIniPath() const { return applicationFolder + interfaceIni; }
 };
 
 }  // namespace guanchao

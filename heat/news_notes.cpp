@@ -76,12 +76,8 @@ void renameNotes(Connection& heat, const QString& table, const QString& item, co
 }
 
 RowScope notesOf(const QString& table, const QStringList& items) {
-    QStringList words;
-    for (const QString& item : items) {
-        words << quoted(item);
-    }
     return {u"xinwenshuoming"_s,
-            u" where biao="_s + quoted(table) + u" and item in ("_s + words.join(u',') + u')'};
+            u" where biao="_s + quoted(table) + u" and item in ("_s + quotedList(items) + u')'};
 }
 
 NewsNotes readNewsNotes(Connection& heat, const QString& table, const QString& condition) {

@@ -8,6 +8,7 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "research/history_desk.h"
+#include "services/stock_code.h"
 #include "ui_form32.h"
 
 namespace guanchao {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/values.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {

@@ -14,9 +14,6 @@
 
 namespace guanchao {
 
-// By the days of this index the market is told from the week-ends.
-inline const QString leadingIndex = QStringLiteral("SH000001");
-
 // Of one code.
 struct StoredDays {
     QDate first;  // none without days

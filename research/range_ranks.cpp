@@ -14,7 +14,7 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "research/day_number.h"
-#include "research/history_state.h"
+#include "services/stock_code.h"
 #include "store/row_cursor.h"
 
 namespace guanchao {

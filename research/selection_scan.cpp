@@ -8,6 +8,7 @@
 #include "research/scan_tally.h"
 #include "research/selection_writer.h"
 #include "research/theme_ranking.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 
 namespace guanchao {
@@ -144,7 +145,7 @@ private:
                 return;
             }
             if (indexGain.isNull()) {
-                tally_.passOver(stores_.firstHistory.path, u"SH000001"_s, day_);
+                tally_.passOver(stores_.firstHistory.path, leadingIndex, day_);
                 return;
             }
             const GainsOfDay gains = ranking.gains(theme.theme, rows);

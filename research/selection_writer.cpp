@@ -27,10 +27,10 @@ SelectionWriter::SelectionWriter(Connection& main, Activity& activity, bool writ
 
 // A history may tell a day twice: what it gave the first time stays.
 void SelectionWriter::beginDay(const QString& day) {
-    if (!replaces_ || days_.contains(quoted(day))) {
+    if (!replaces_ || days_.contains(day)) {
         return;
     }
-    days_ << quoted(day);
+    days_ << day;
     statements_ << u"delete from xuanticaigu where "_s + isOfDay(day) +
                        u" and ticai in (select ticai from xuanticai where "_s + isOfDay(day) + u')'
                 << u"delete from xuanticai where "_s + isOfDay(day);
@@ -78,7 +78,7 @@ void SelectionWriter::removeOthers() {
     }
     if (!days_.isEmpty()) {
         statements_ << u"delete from xuanticai where date(riqi) is null or date(riqi) not in ("_s +
-                           days_.join(u',') + u')';
+                           quotedList(days_) + u')';
     }
     if (!days_.isEmpty() || !replaced_.isEmpty()) {
         statements_ << u"delete from xuanticaigu where not exists (select 1 from xuanticai where"

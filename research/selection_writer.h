@@ -49,7 +49,7 @@ private:
     bool replaces_;
     bool wroteDay_ = false;
     QStringList statements_;
-    QStringList days_;        // whose themes have been chosen, as they stand in a statement
+    QStringList days_;        // whose themes have been chosen
     QSet<QString> replaced_;  // theme-days, whose stocks have gone
 };
 

@@ -8,7 +8,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "research/history_state.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 #include "store/row_cursor.h"
 

@@ -9,6 +9,7 @@
 #include "base/worker.h"
 #include "grid/tianchongbiao.h"
 #include "research/research_run.h"
+#include "services/stock_code.h"
 
 namespace guanchao {
 
@@ -16,7 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString indexCode = u"SH000001"_s;
 constexpr int shownDays = 90;
 
 QString percent(double value) {
@@ -43,7 +43,7 @@ bool isReadable(const DateTexts& texts) {
 
 QString indexQuery(const QDate& first, const QDate& last) {
     return u"select distinct dm,datetime(riqi) as riqi,zhangfu,sp  FROM geguhq where dm="_s +
-           quoted(indexCode) + u" and datetime(riqi)>="_s + quoted(timeText(first)) +
+           quoted(leadingIndex) + u" and datetime(riqi)>="_s + quoted(timeText(first)) +
            u" and datetime(riqi)<="_s + quoted(timeText(last)) + u" order by datetime(riqi) asc"_s;
 }
 
@@ -73,13 +73,13 @@ using Works = Work<ThemeHistoryStep>;
 QList<CachedDays> cachedCodes(const StoreFile& main, const QString& theme, const Works& work) {
     const Activity activity = comparing();
     Connection store = main.open();
-    QList<CachedDays> codes = {cachedDays(store, indexCode)};
+    QList<CachedDays> codes = {cachedDays(store, leadingIndex)};
     Recordset members(store,
                       u"select distinct dm  FROM dzhzhuti where zhutiname="_s + quoted(theme));
     for (; !members.atEnd(); members.moveNext()) {
         work.endIfAbandoned();
         const QString dm = members.value(u"dm").toText();
-        if (dm != indexCode) {
+        if (dm != leadingIndex) {
             codes << cachedDays(store, dm);
         }
     }

@@ -44,7 +44,7 @@ bool isCodeTableCode(QStringView dm) {
 }
 
 bool isIndexCode(QStringView dm) {
-    return dm == u"SH000300" || dm == u"SH000001" || dm == u"SZ399001";
+    return dm == u"SH000300" || dm == leadingIndex || dm == u"SZ399001";
 }
 
 std::optional<QString> shortName(Connection& mainStore, const QString& dm) {

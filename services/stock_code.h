@@ -37,6 +37,9 @@ bool isStockCode(QStringView dm);
 // too, and also one with fewer digits.
 bool isCodeTableCode(QStringView dm);
 
+// 上证指数: its days are the trading days, and the market is what it has gained.
+inline const QString leadingIndex = QStringLiteral("SH000001");
+
 // The indexes stand in the code table for their quotes only.
 bool isIndexCode(QStringView dm);
 

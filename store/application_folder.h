@@ -7,6 +7,9 @@
 
 namespace guanchao {
 
+// 界面.ini in it: how the windows lay, and what the user has chosen in them.
+inline const QString interfaceIni = QStringLiteral("界面.ini");
+
 class ApplicationFolder {
 public:
     // `programFolder` is where the program file itself lies, not a link to it; `userData` is where

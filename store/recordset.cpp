@@ -49,4 +49,18 @@ bool hasTable(Connection& connection, const QString& name, const QString& schema
     return !table.atEnd();
 }
 
+QStringList columnsOf(Connection& connection, const QString& table, const QString& schema) {
+    QStringList names;
+    for (Recordset column(connection, u"pragma "_s + schema + u".table_info("_s + table + u')');
+         !column.atEnd(); column.moveNext()) {
+        const bool isKey = column.value(u"pk").toInteger() > 0;
+        const bool namesRow =
+            isKey && column.value(u"type").toText().compare(u"integer", Qt::CaseInsensitive) == 0;
+        if (!namesRow) {
+            names << column.value(u"name").toText();
+        }
+    }
+    return names;
+}
+
 }  // namespace guanchao

@@ -49,4 +49,8 @@ private:
 bool hasTable(Connection& connection, const QString& name,
               const QString& schema = QStringLiteral("main"));
 
+// The columns of a table, but for one that only names the row by its number.
+QStringList columnsOf(Connection& connection, const QString& table,
+                      const QString& schema = QStringLiteral("main"));
+
 }  // namespace guanchao

@@ -29,18 +29,6 @@ bool has(Connection& connection, const QString& rows) {
                .toInteger() == 1;
 }
 
-// But for the one that only names the row.
-QString columnsOf(Connection& connection, const QString& table) {
-    QStringList names;
-    for (Recordset column(connection, u"pragma main.table_info("_s + table + u')'); !column.atEnd();
-         column.moveNext()) {
-        if (column.value(u"pk").toInteger() == 0) {
-            names << column.value(u"name").toText();
-        }
-    }
-    return names.join(u',');
-}
-
 QString isThereAgain(const RemovedRows::Table& table) {
     QStringList same;
     for (const QString& column : table.identity) {
@@ -52,7 +40,7 @@ QString isThereAgain(const RemovedRows::Table& table) {
 
 void insertRows(Connection& connection, const RemovedRows::Table& table) {
     const QString kept = u"kept."_s + table.name + u" gone"_s;
-    const QString columns = columnsOf(connection, table.name);
+    const QString columns = columnsOf(connection, table.name).join(u',');
     const bool placesTaken = has(
         connection, kept + u" join main."_s + table.name + u" taken on taken.rowid=kept_rowid"_s);
     const QString into = placesTaken ? columns : u"rowid,"_s + columns;
@@ -73,7 +61,7 @@ QString ofTheSame(const RemovedRows::Table& table) {
 // Which of two sets of rows has one that the other lacks is found by their numbers too: except
 // counts equal rows once.
 bool isAsKept(Connection& connection, const RemovedRows::Table& table) {
-    const QString columns = columnsOf(connection, table.name);
+    const QString columns = columnsOf(connection, table.name).join(u',');
     const QString now = u"select "_s + columns + ofTheSame(table);
     const QString kept = u"select "_s + columns + u" from kept."_s + table.name;
     const Recordset counts(connection, u"select (select count(*) from ("_s + now +

@@ -17,19 +17,6 @@ namespace {
 
 const QString besideSchema = u"beside"_s;
 
-QStringList columnsOf(Connection& connection, const QString& schema, const RowScope& scope) {
-    if (!scope.column.isEmpty()) {
-        return {scope.column};
-    }
-    QStringList names;
-    for (Recordset column(connection,
-                          u"pragma "_s + schema + u".table_info("_s + scope.table + u')');
-         !column.atEnd(); column.moveNext()) {
-        names << column.value(u"name").toText();
-    }
-    return names;
-}
-
 QString nameOf(const QString& schema, const RowScope& scope) {
     return schema + u'.' + scope.table;
 }
@@ -64,7 +51,7 @@ void putColumn(Connection& connection, const QString& name, const RowScope& scop
 void putRows(Connection& connection, const QString& schema, const RowScope& scope,
              const RowImages& wanted) {
     const QString name = nameOf(schema, scope);
-    const QString columns = columnsOf(connection, schema, scope).join(u',');
+    const QString columns = columnsOf(connection, scope.table, schema).join(u',');
     connection.execute(u"delete from "_s + name + scope.condition);
     const bool goBehind = anyPlaceTaken(connection, name, wanted);
     for (const RowImage& it : wanted) {
@@ -96,7 +83,8 @@ RowImages readImages(Connection& connection, const QString& schema, const RowSco
         return images;
     }
     QStringList words;
-    const QStringList columns = columnsOf(connection, schema, scope);
+    const QStringList columns = scope.column.isEmpty() ? columnsOf(connection, scope.table, schema)
+                                                       : QStringList(scope.column);
     for (const QString& column : columns) {
         words << u"quote("_s + column + u')';
     }

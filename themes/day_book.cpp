@@ -280,11 +280,7 @@ void renameInDayBook(Connection& mainStore, const QString& theme, const QString&
 }
 
 RowScope daysOfThemes(const QStringList& themes) {
-    QStringList words;
-    for (const QString& theme : themes) {
-        words << quoted(theme);
-    }
-    return {u"zhutiriji"_s, u" where zhutiname in ("_s + words.join(u',') + u')'};
+    return {u"zhutiriji"_s, u" where zhutiname in ("_s + quotedList(themes) + u')'};
 }
 
 }  // namespace guanchao

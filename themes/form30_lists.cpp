@@ -73,7 +73,7 @@ void Form30::setUpLists() {
     command(ui_->导出列表, &Form30::导出列表_Click);
     connect(ui_->ownOrder, &QPushButton::clicked, this, &Form30::ownOrder_Click);
     connect(ui_->MSHFlexGrid1, &GridView::sortChanged, this, &Form30::showOrder);
-    const QSettings kept(environment_.applicationFolder + u"界面.ini"_s, QSettings::IniFormat);
+    const QSettings kept(environment_.interfaceIniPath(), QSettings::IniFormat);
     list_ = kept.value(keptList()).toString();
     names_ = lists_.names();
     showTabs();
@@ -102,7 +102,7 @@ void Form30::tabChosen(int index) {
         entry->setEnabled(!list_.isEmpty());
     }
     ui_->MSHFlexGrid1->setHint(emptyHint(list_));
-    QSettings kept(environment_.applicationFolder + u"界面.ini"_s, QSettings::IniFormat);
+    QSettings kept(environment_.interfaceIniPath(), QSettings::IniFormat);
     if (kept.value(keptList()).toString() != list_) {
         kept.setValue(keptList(), list_);
     }

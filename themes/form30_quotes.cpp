@@ -26,7 +26,7 @@ void Form30::setUpQuotes() {
     for (const int seconds : choices) {
         box.addItem(seconds == 0 ? u"关闭"_s : u"每%1秒"_s.arg(seconds), seconds);
     }
-    const QString ini = environment_.applicationFolder + u"界面.ini"_s;
+    const QString ini = environment_.interfaceIniPath();
     const int kept = QSettings(ini, QSettings::IniFormat).value(keptInterval(), 0).toInt();
     box.setCurrentIndex(std::max(box.findData(kept), 0));
     connect(&box, &QComboBox::currentIndexChanged, this, [this, ini] {

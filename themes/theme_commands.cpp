@@ -23,8 +23,7 @@ QString ofTheme(const QString& theme) {
 }
 
 RowScope nameIn(const QString& table, const QString& theme, const QString& name) {
-    return {table, u" where zhutiname in ("_s + quoted(theme) + u',' + quoted(name) + u')',
-            u"zhutiname"_s};
+    return {table, u" where zhutiname in ("_s + quotedList({theme, name}) + u')', u"zhutiname"_s};
 }
 
 bool isSmaller(const ResultGrid& themes, int row, int count) {

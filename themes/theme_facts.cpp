@@ -31,12 +31,7 @@ void setGain(ResultGrid& grid, int row, int col, double gain) {
 
 // Those that hold every one of the codes.
 QStringList themesWith(Connection& store, const QStringList& codes) {
-    QStringList quotedCodes;
-    for (const QString& dm : codes) {
-        quotedCodes << quoted(dm);
-    }
-    RowCursor row(store, u"select zhutiname from dzhzhuti where dm in ("_s +
-                             quotedCodes.join(u',') +
+    RowCursor row(store, u"select zhutiname from dzhzhuti where dm in ("_s + quotedList(codes) +
                              u") group by zhutiname having count(distinct dm)="_s +
                              QString::number(codes.size()) + u" order by zhutiname"_s);
     QStringList themes;

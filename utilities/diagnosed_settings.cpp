@@ -56,7 +56,7 @@ QStringList settingLines(const Environment& environment) {
     }
     const QString& folder = environment.applicationFolder;
     const HistoryDesk& history = environment.historyDesk;
-    lines << looksLine(folder + u"界面.ini"_s)
+    lines << looksLine(environment.interfaceIniPath())
           << (environment.services.isPractice ? u"练习行情"_s : u"公开的行情网站"_s)
           << u"历史行情 %1 年，每天自己更新：%2"_s.arg(history.years())
                  .arg(history.updatesByItself() ? u"是"_s : u"否"_s)

@@ -24,7 +24,6 @@ namespace {
 // 招商银行 has paid a dividend each year; 中芯国际 has paid none.
 const QString stock = u"SH600036"_s;
 const QString stockWithoutDividend = u"SH688981"_s;
-const QString index = u"SH000001"_s;
 const QDate longAgo(2010, 1, 4);
 constexpr int daysBack = 60;
 
@@ -56,7 +55,7 @@ Finding tellQuotes(const QString& lines) {
 
 QCoro::Task<Finding> askQuotes(CheckDesk desk, Service service, std::stop_token stop) {
     QuoteSource source(desk.http, desk.clock, {service});
-    const QString codes = (stock + u',' + index + u',').toLower();
+    const QString codes = (stock + u',' + leadingIndex + u',').toLower();
     const QuotesReply reply = co_await source.fetch(codes, stop);
     co_return reply.lack.isEmpty() ? tellQuotes(reply.lines) : Finding{false, reply.lack};
 }
@@ -212,7 +211,7 @@ QList<Check> serviceChecks(const Services& services) {
     return {
         {u"quote"_s, {}, services.quote, askQuotes},
         historyCheck(u"股票"_s, services, stock),
-        historyCheck(u"指数"_s, services, index),
+        historyCheck(u"指数"_s, services, leadingIndex),
         factorsCheck(u"有分红"_s, services, stock, true),
         factorsCheck(u"没有分红"_s, services, stockWithoutDividend, false),
         {u"fundamentals"_s, {}, services.fundamentals, askFundamentals},

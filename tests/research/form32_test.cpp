@@ -5,6 +5,7 @@
 #include <QSpinBox>
 
 #include "app/form2.h"
+#include "services/stock_code.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/scripted_history.h"
 #include "tests/support/window_test.h"

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "services/stock_code.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/scripted_history.h"
 #include "tests/support/store_test.h"

@@ -8,6 +8,7 @@
 #include "research/history_state.h"
 #include "research/history_store.h"
 #include "research/rank_tables.h"
+#include "services/stock_code.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {

@@ -4,6 +4,7 @@
 
 #include "base/values.h"
 #include "research/history_state.h"
+#include "services/stock_code.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 

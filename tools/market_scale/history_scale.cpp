@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "research/history_store.h"
+#include "services/stock_code.h"
 #include "tools/market_scale/market_scale.h"
 
 namespace guanchao {
@@ -38,7 +39,7 @@ public:
     }
 
     void eachDay(const TakeDay& take) {
-        eachDay(take, u"SH000001"_s, std::nullopt);
+        eachDay(take, leadingIndex, std::nullopt);
         for (int stock = 0; stock < scale_.stocks; ++stock) {
             eachDay(take, codes_[stock], stock);
         }

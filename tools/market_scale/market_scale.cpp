@@ -6,6 +6,7 @@
 #include <random>
 
 #include "base/files.h"
+#include "services/stock_code.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "store/stores.h"
@@ -54,7 +55,7 @@ private:
     }
 
     void addIndexes() {
-        addCode(u"SH000001"_s, u"上证指数"_s, u"szzs"_s);
+        addCode(leadingIndex, u"上证指数"_s, u"szzs"_s);
         addCode(u"SH000300"_s, u"沪深300"_s, u"hs300"_s);
         addCode(u"SZ399001"_s, u"深证成指"_s, u"szcz"_s);
     }

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "base/values.h"
+#include "services/stock_code.h"
 #include "store/recordset.h"
 #include "tools/practice_market/practice_events.h"
 #include "tools/practice_market/practice_walk.h"
@@ -34,8 +35,6 @@ constexpr int forecasts = 20;
 constexpr qint64 daysToReport = 45;
 
 enum class Surge : std::uint8_t { none, limit, onePrice };
-
-const QString indexCode = u"SH000001"_s;
 
 quint64 keyOf(const QString& dm) {
     return dm.sliced(2).toULongLong() * 2 + (dm.startsWith(u"SH"_s) ? 1 : 0);
@@ -168,8 +167,8 @@ PracticeHistory practiceHistory(const PracticeQuotes& quotes, const QList<ThemeM
     history.themes = firstMembers(library);
     QHash<QDate, QHash<QString, Surge>> surges;
     const QList<QStringList> themes = surgingThemes(history.themes);
-    StockDays index(indexCode);
-    for (const PracticeDay& day : walkOf(indexCode)) {
+    StockDays index(leadingIndex);
+    for (const PracticeDay& day : walkOf(leadingIndex)) {
         const qsizetype at = surges.size();
         const bool quiet = at < daysBeforeSurges || at >= tradingDays - daysAfterSurges;
         surges[day.day] = quiet ? QHash<QString, Surge>()
