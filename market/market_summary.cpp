@@ -4,6 +4,7 @@
 
 #include "base/values.h"
 #include "services/delisted.h"
+#include "services/price_limits.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
 
@@ -18,13 +19,13 @@ struct DayMove {
     double change;
 
     // Limits are prices of whole cents.
-    bool reaches(double share) const {
+    bool reaches(int percent) const {
         const double former = latest - change;
-        return std::abs(roundTo(former * (1 + share), 2) - latest) < 0.005;
+        return std::abs(roundTo(former * (1 + percent / 100.0), 2) - latest) < 0.005;
     }
 };
 
-void addStock(MarketSummary& summary, const DayMove& move, double limit) {
+void addStock(MarketSummary& summary, const DayMove& move, int limit) {
     if (move.latest <= 0) {
         ++summary.suspended;
         return;
@@ -52,7 +53,7 @@ MarketSummary readMarketSummary(Connection& mainStore) {
         if (isIndexCode(dm)) {
             summary.indexes << IndexQuote{jc, move.latest, rows.value(4).toNumber()};
         } else {
-            addStock(summary, move, dailyLimit(dm, jc));
+            addStock(summary, move, limitPercent(dm, jc));
             summary.turnover += rows.value(5).toNumber();
         }
     }
@@ -60,18 +61,7 @@ MarketSummary readMarketSummary(Connection& mainStore) {
 }
 
 bool standsAtLimitUp(const QString& dm, const QString& jc, double latest, double change) {
-    return latest > 0 && change > 0 && DayMove{latest, change}.reaches(dailyLimit(dm, jc));
-}
-
-double dailyLimit(const QString& dm, const QString& jc) {
-    const QStringView number = QStringView(dm).sliced(std::min<qsizetype>(2, dm.size()));
-    if (isOfBeijing(dm)) {
-        return 0.3;
-    }
-    if (number.startsWith(u"68") || number.startsWith(u"30")) {
-        return 0.2;
-    }
-    return jc.startsWith(u"ST"_s) || jc.startsWith(u"*ST"_s) ? 0.05 : 0.1;
+    return latest > 0 && change > 0 && DayMove{latest, change}.reaches(limitPercent(dm, jc));
 }
 
 }  // namespace guanchao

@@ -33,8 +33,4 @@ MarketSummary readMarketSummary(Connection& mainStore);
 // Whether a stock that has come to its latest price by the change stands at its upper limit.
 bool standsAtLimitUp(const QString& dm, const QString& jc, double latest, double change);
 
-// How far a day may move the stock from its former close, as a share: 0.3 in Beijing, 0.2 on 科创板
-// and 创业板, 0.05 under special treatment, 0.1 elsewhere.
-double dailyLimit(const QString& dm, const QString& jc);
-
 }  // namespace guanchao

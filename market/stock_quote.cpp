@@ -3,6 +3,7 @@
 #include <QTime>
 
 #include "base/values.h"
+#include "services/price_limits.h"
 #include "services/stock_code.h"
 
 namespace guanchao {
@@ -28,21 +29,8 @@ std::array<BookLevel, bookLevels> bookFrom(const QuoteRow& fields, qsizetype pos
     return levels;
 }
 
-// 特别处理: stocks under special treatment, and those not yet reformed, move by half as much.
-// "S*ST" is not among them.
-bool hasNarrowLimits(const QString& name) {
-    const QString mark = name.left(2).toUpper();
-    return mark == u"ST" || mark == u"*S" || mark == u"SS";
-}
-
-double limitShare(const QString& name, const QString& dm) {
-    if (isOfBeijing(dm)) {
-        return 0.3;
-    }
-    return hasNarrowLimits(name) ? 0.05 : 0.1;
-}
-
-void showLimits(StockPanel& panel, double formerClose, double share) {
+void showLimits(StockPanel& panel, double formerClose, int percent) {
+    const double share = percent / 100.0;
     const auto limit = [&](double price) {
         const double cents = roundTo(price, 2);
         return PriceText{twoDecimals(cents), priceColour(cents, formerClose)};
@@ -132,7 +120,7 @@ StockPanel stockPanel(const QuoteRow& fields, const Fundamentals& fundamentals, 
     panel.time = quoteTime(fields);
     panel.bids = bookFrom(fields, field::firstBid);
     panel.asks = bookFrom(fields, field::firstAsk);
-    showLimits(panel, fields.number(field::formerClose), limitShare(panel.name, dm));
+    showLimits(panel, fields.number(field::formerClose), shownLimitPercent(dm, panel.name));
     showValuation(panel, fields, fundamentals);
     panel.ratio = volumeRatio(fields, shares, meanVolume, marketOpen);
     return panel;

@@ -4,14 +4,11 @@
 #include <limits>
 
 #include "research/market_columns.h"
+#include "services/price_limits.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
-
-constexpr DayNumber widerChiNext = 20200824;
 
 // In the prices of the day; NaN on the first one.
 double formerClose(const StockColumns& stock, size_t at) {
@@ -25,16 +22,6 @@ bool hasOnePrice(const StockColumns& stock, size_t at) {
 }
 
 }  // namespace
-
-int limitPercent(const QString& dm, DayNumber day) {
-    if (dm.startsWith(u"BJ"_s)) {
-        return 30;
-    }
-    if (dm.startsWith(u"SH68"_s) || (dm.startsWith(u"SZ30"_s) && day >= widerChiNext)) {
-        return 20;
-    }
-    return 10;
-}
 
 bool isTraded(const StockColumns& stock, size_t at) {
     return stock.kp(at) > 0 && stock.zg(at) > 0 && stock.zd(at) > 0 && stock.sp(at) > 0 &&
@@ -69,7 +56,7 @@ bool isClosedToBuyers(const StockColumns& stock, const QString& dm, size_t at) {
     if (std::isnan(former)) {
         return false;
     }
-    const double percent = 100 + limitPercent(dm, stock.day(at));
+    const double percent = 100 + limitPercentOn(dm, dateOf(stock.day(at)));
     const double limit = std::floor((std::floor(former + 0.5) * percent + 50) / 100);
     return stock.kp(at) >= limit || (hasOnePrice(stock, at) && stock.sp(at) > former);
 }

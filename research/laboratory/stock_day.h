@@ -7,11 +7,6 @@
 
 namespace guanchao {
 
-// How far a stock may move on a day, in percent: 10, on STAR and, since 2020-08-24, ChiNext 20, in
-// Beijing 30. A stock under special treatment, of which the histories know nothing, counts as any
-// other.
-int limitPercent(const QString& dm, DayNumber day);
-
 // Where the day stands; size() if the stock didn't trade on it. Of a day that stands there twice
 // the first counts.
 size_t tradedAt(const StockColumns& stock, DayNumber day);
