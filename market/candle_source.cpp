@@ -18,15 +18,6 @@ namespace {
 
 constexpr int years = 10;
 
-// No holidays are known: behind one the services are asked for days that there are not.
-QDate lastWeekdayOver(const QDateTime& now) {
-    QDate day = lastDayOver(now);
-    while (day.dayOfWeek() > Qt::Friday) {
-        day = day.addDays(-1);
-    }
-    return day;
-}
-
 // A day without prices, on which the stock was not traded, is none of a chart.
 QList<Candle> candles(const QList<DayBar>& bars, const FactorList& factors) {
     QList<Candle> days;
@@ -78,6 +69,7 @@ QCoro::Task<CandleReply> CandleSource::fetch(QString dm, QDate around, std::stop
 QCoro::Task<CandleReply> CandleSource::daysThatAreOver(QString dm, QDate around,
                                                        std::stop_token stop) const {
     CandleReply stored = co_await fromStore(dm, stop);
+    // Behind a holiday the services are asked for days that there are not.
     const QDate wanted = around.isValid() ? around : lastWeekdayOver(clock_.now());
     if (!stored.days.isEmpty() && stored.days.last().day >= wanted) {
         co_return stored;

@@ -1,5 +1,7 @@
 #include "market/trading_session.h"
 
+#include "services/trading_day.h"
+
 namespace guanchao {
 
 namespace {
@@ -17,9 +19,8 @@ bool between(int minute, int begin, int end) {
 
 bool inTradingSession(const QDateTime& now) {
     const int minute = minuteOfDay(now.time().hour(), now.time().minute());
-    return now.date().dayOfWeek() <= Qt::Friday &&
-           (between(minute, minuteOfDay(9, 20), minuteOfDay(11, 35)) ||
-            between(minute, minuteOfDay(12, 55), minuteOfDay(15, 5)));
+    return isWeekday(now.date()) && (between(minute, minuteOfDay(9, 20), minuteOfDay(11, 35)) ||
+                                     between(minute, minuteOfDay(12, 55), minuteOfDay(15, 5)));
 }
 
 void followSession(Globals& globals, const QDateTime& now) {

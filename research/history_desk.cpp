@@ -7,6 +7,7 @@
 
 #include "base/run_note.h"
 #include "services/service_names.h"
+#include "services/trading_day.h"
 #include "store/failure.h"
 
 namespace guanchao {
@@ -85,7 +86,7 @@ QStringList HistoryDesk::serviceLines() const {
 // A day without trading, which nobody tells in advance, is asked for in vain once an hour.
 void HistoryDesk::look() {
     const QDateTime now = clock_.now();
-    const bool isOver = now.date().dayOfWeek() <= Qt::Friday && now.time() >= updateTime;
+    const bool isOver = isWeekday(now.date()) && now.time() >= updateTime;
     if (isOver && updated_ != now.date() && updatesByItself()) {
         begin({.years = years(), .onlyNewDays = true});
     }

@@ -33,7 +33,7 @@ Activity filling() {
 
 bool hasWeekday(const DayRange& days) {
     for (QDate day = days.first; day <= days.last; day = day.addDays(1)) {
-        if (day.dayOfWeek() <= Qt::Friday) {
+        if (isWeekday(day)) {
             return true;
         }
     }

@@ -26,10 +26,6 @@ QString dayWords(const QDate& day) {
     return quoted(day.toString(Qt::ISODate));
 }
 
-bool isWorkday(const QDate& day) {
-    return day.dayOfWeek() <= Qt::Friday;
-}
-
 struct Member {
     QString dm;
     double gain = 0;
@@ -160,15 +156,9 @@ std::optional<BookDay> dayOfQuotes(const QDateTime& taken) {
     if (!taken.isValid()) {
         return std::nullopt;
     }
-    QDate day = taken.date();
     const bool isTrading =
-        isWorkday(day) && taken.time() >= beforeTrading && taken.time() < marketClose;
-    if (!isTrading) {
-        day = lastDayOver(taken);
-        while (!isWorkday(day)) {
-            day = day.addDays(-1);
-        }
-    }
+        isWeekday(taken.date()) && taken.time() >= beforeTrading && taken.time() < marketClose;
+    const QDate day = isTrading ? taken.date() : lastWeekdayOver(taken);
     return BookDay{.day = day, .asOf = taken, .isOver = !isTrading, .themes = {}};
 }
 

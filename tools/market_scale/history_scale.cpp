@@ -11,6 +11,7 @@
 
 #include "research/history_store.h"
 #include "services/stock_code.h"
+#include "services/trading_day.h"
 #include "tools/market_scale/market_scale.h"
 
 namespace guanchao {
@@ -27,7 +28,7 @@ class History {
 public:
     explicit History(const HistoryScale& scale) : scale_(scale) {
         for (QDate day = firstDay; days_.size() < scale.days; day = day.addDays(1)) {
-            if (day.dayOfWeek() <= Qt::Friday) {
+            if (isWeekday(day)) {
                 days_ << day;
             }
         }

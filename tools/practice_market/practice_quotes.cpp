@@ -5,6 +5,7 @@
 
 #include "formats/seed_list.h"
 #include "services/stock_code.h"
+#include "services/trading_day.h"
 #include "tools/practice_market/practice_events.h"
 
 namespace guanchao {
@@ -237,7 +238,7 @@ std::vector<PracticeDay> PracticeQuotes::days(const QString& lowerCaseCode, cons
     }
     const QDate end = std::min(last, lastEndedDay(now));
     for (QDate day = std::max(first, firstExchangeDay); day <= end; day = day.addDays(1)) {
-        if (day.dayOfWeek() <= Qt::Friday && !isHalted(lowerCaseCode, day)) {
+        if (isWeekday(day) && !isHalted(lowerCaseCode, day)) {
             days.push_back(dayOf(kindOf(lowerCaseCode), keyOf(lowerCaseCode), day,
                                  aboveWalk(lowerCaseCode, day)));
         }

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "services/trading_day.h"
+
 namespace guanchao {
 
 namespace {
@@ -33,7 +35,7 @@ constexpr double livelyLag = 0.05;  // of a turn, the most between two keys
 QDate tradingDayBefore(QDate day) {
     do {
         day = day.addDays(-1);
-    } while (day.dayOfWeek() > Qt::Friday);
+    } while (!isWeekday(day));
     return day;
 }
 
@@ -109,7 +111,7 @@ QTime TradingMoment::clock() const {
 TradingMoment tradingMoment(const QDateTime& now) {
     const QDate day = now.date();
     const QTime time = now.time();
-    if (day.dayOfWeek() > Qt::Friday || time < morningOpen) {
+    if (!isWeekday(day) || time < morningOpen) {
         return {tradingDayBefore(day), tradingSeconds};
     }
     if (time < afternoonOpen) {
