@@ -2,9 +2,9 @@
 
 #include "base/activity.h"
 #include "base/values.h"
-#include "exchange/theme_insert.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
+#include "themes/membership.h"
 
 namespace guanchao {
 
@@ -43,7 +43,7 @@ StoredBoard storeBoard(const Stores& stores, const QString& theme, const QList<L
             continue;
         }
         const QString jc = known.value_or(stock.name);
-        stored.added += addMembership(store, theme, stock.dm, jc, date) ? 1 : 0;
+        stored.added += joinIfMissing(store, {theme, stock.dm, jc, date}) ? 1 : 0;
     }
     if (stored.added > 0 && attention == NewAttention::ofTheme) {
         takeAttentionOfTheme(store, theme, date);

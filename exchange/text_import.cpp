@@ -5,10 +5,10 @@
 #include "base/values.h"
 #include "exchange/import_on_copies.h"
 #include "exchange/text_preview.h"
-#include "exchange/theme_insert.h"
 #include "formats/text_file.h"
 #include "services/stock_code.h"
 #include "store/store_error.h"
+#include "themes/membership.h"
 
 namespace guanchao {
 
@@ -83,7 +83,7 @@ private:
     }
 
     void add(const QString& name, const QString& dm, const QString& jc) {
-        passingOver([&] { count_ += addMembership(copies_, name, dm, jc, date_) ? 1 : 0; });
+        passingOver([&] { count_ += joinIfMissing(copies_, {name, dm, jc, date_}) ? 1 : 0; });
         steps_.endIfStopped();
     }
 

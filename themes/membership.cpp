@@ -7,26 +7,48 @@ namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
 
-bool isMember(Connection& mainStore, const QString& dm, const QString& zhutiname) {
-    const Recordset members(mainStore, u"select * from dzhzhuti where dm="_s + quoted(dm) +
-                                           u" and zhutiname="_s + quoted(zhutiname));
+namespace {
+
+QString ofMember(const QString& theme, const QString& dm) {
+    return u" where dm="_s + quoted(dm) + u" and zhutiname="_s + quoted(theme);
+}
+
+}  // namespace
+
+bool isMember(Connection& mainStore, const QString& theme, const QString& dm) {
+    const Recordset members(mainStore,
+                            u"select zhutiname,dm from dzhzhuti"_s + ofMember(theme, dm));
     return members.count() > 0;
 }
 
-void joinTheme(Connection& mainStore, const QString& zhutiname, const QString& dm,
-               const QString& jc, QDate day) {
-    mainStore.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime) values("_s +
-                      quoted(zhutiname) + u',' + quoted(dm) + u',' + quoted(jc) + u',' +
-                      quoted(timeText(day)) + u')');
+void joinTheme(Connection& mainStore, const NewMember& member) {
+    QString columns = u"zhutiname,dm,jc,ztktime"_s;
+    QString values = quotedList({member.theme, member.dm, member.jc, member.time});
+    if (member.attention) {
+        columns += u",guanzhudu"_s;
+        values += u',' + QString::number(*member.attention);
+    }
+    mainStore.execute(u"insert into dzhzhuti("_s + columns + u") values("_s + values + u')');
 }
 
-void leaveTheme(Connection& mainStore, const QString& zhutiname, const QString& dm) {
-    mainStore.execute(u"delete from dzhzhuti where dm="_s + quoted(dm) + u" and zhutiname="_s +
-                      quoted(zhutiname));
+bool joinIfMissing(Connection& mainStore, const NewMember& member) {
+    if (isMember(mainStore, member.theme, member.dm)) {
+        return false;
+    }
+    joinTheme(mainStore, member);
+    return true;
 }
 
-RowScope membershipOf(const QString& zhutiname, const QString& dm) {
-    return {u"dzhzhuti"_s, u" where dm="_s + quoted(dm) + u" and zhutiname="_s + quoted(zhutiname)};
+void leaveTheme(Connection& mainStore, const QString& theme, const QString& dm) {
+    mainStore.execute(u"delete from dzhzhuti"_s + ofMember(theme, dm));
+}
+
+RowScope membershipOf(const QString& theme, const QString& dm) {
+    return {u"dzhzhuti"_s, ofMember(theme, dm)};
+}
+
+void stampThemes(Connection& mainStore, const QString& time) {
+    mainStore.execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(time));
 }
 
 }  // namespace guanchao

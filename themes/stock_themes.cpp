@@ -88,7 +88,7 @@ QCoro::Task<bool> StockThemes::joinAnother(std::stop_token stop) {
     }
     const Activity activity(u"添加到主题"_s);
     Connection store = stores_.main.open();
-    if (isMember(store, code, theme)) {
+    if (isMember(store, theme, code)) {
         dialogs_.tell(u"已加入过该主题!"_s);
         co_return false;
     }
@@ -97,8 +97,9 @@ QCoro::Task<bool> StockThemes::joinAnother(std::stop_token stop) {
         throw OperationError(u"代码表里没有 "_s + code);
     }
     EditInHand edit(edits_, {u"添加个股 "_s + theme + u' ' + *jc});
-    edit.write(store, stores_.main, {membershipOf(theme, code)},
-               [&] { joinTheme(store, theme, code, *jc, clock_.now().date()); });
+    edit.write(store, stores_.main, {membershipOf(theme, code)}, [&] {
+        joinTheme(store, {theme, code, *jc, timeText(clock_.now().date())});
+    });
     dialogs_.tell(u"添加到主题完成!"_s);
     co_return true;
 }

@@ -70,7 +70,7 @@ QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop)
     const QString code = typed.toUpper();
     const Activity activity(u"为主题添加个股"_s);
     Connection store = stores_.main.open();
-    if (isMember(store, code, theme)) {
+    if (isMember(store, theme, code)) {
         dialogs_.tell(u"该主题已加入过此股!"_s);
         co_return Redraw::none;
     }
@@ -80,8 +80,9 @@ QCoro::Task<Redraw> ThemeCommands::addStock(QString theme, std::stop_token stop)
         co_return Redraw::none;
     }
     EditInHand edit(edits_, {u"添加个股 "_s + theme + u' ' + *jc});
-    edit.write(store, stores_.main, {membershipOf(theme, code)},
-               [&] { joinTheme(store, theme, code, *jc, clock_.now().date()); });
+    edit.write(store, stores_.main, {membershipOf(theme, code)}, [&] {
+        joinTheme(store, {theme, code, *jc, timeText(clock_.now().date())});
+    });
     dialogs_.tell(u"为该主题添加个股完成!"_s);
     co_return Redraw::stocks;
 }
@@ -107,13 +108,15 @@ QCoro::Task<Redraw> ThemeCommands::changeRelevance(QString theme, QString code,
         co_return Redraw::none;
     }
     const Activity activity(u"修改相关度"_s);
-    const QString condition = u" where dm="_s + quoted(code) + u" and zhutiname="_s + quoted(theme);
+    RowScope relevanceOf = membershipOf(theme, code);
+    relevanceOf.column = u"xiangguandu"_s;
     const QString number = QString::number(*relevance);
     Connection store = stores_.main.open();
     const QString stock = shortName(store, code).value_or(code);
     EditInHand edit(edits_, {u"修改相关度 "_s + theme + u' ' + stock + u"→"_s + number});
-    edit.write(store, stores_.main, {{u"dzhzhuti"_s, condition, u"xiangguandu"_s}},
-               [&] { store.execute(u"update dzhzhuti set xiangguandu="_s + number + condition); });
+    edit.write(store, stores_.main, {relevanceOf}, [&] {
+        store.execute(u"update dzhzhuti set xiangguandu="_s + number + relevanceOf.condition);
+    });
     co_return Redraw::stocks;
 }
 

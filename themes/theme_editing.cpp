@@ -4,6 +4,7 @@
 #include "base/values.h"
 #include "services/stock_code.h"
 #include "store/recordset.h"
+#include "themes/membership.h"
 
 namespace guanchao {
 
@@ -23,18 +24,6 @@ QStringList codesIn(const QString& text) {
 std::optional<QString> nameOfStock(Connection& store, const QString& code) {
     const std::optional<QString> jc = shortName(store, code);
     return isIndexCode(code) ? std::nullopt : jc;
-}
-
-bool holds(Connection& store, const QString& name, const QString& code) {
-    const Recordset members(store, u"select * from dzhzhuti  where dm="_s + quoted(code) +
-                                       u" and   zhutiname="_s + quoted(name));
-    return members.count() > 0;
-}
-
-void join(Connection& store, const ThemeEntry& entry, const QString& code, const QString& jc) {
-    store.execute(u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values("_s +
-                  quoted(entry.name) + u',' + quoted(code) + u',' + quoted(jc) + u',' +
-                  quoted(entry.time) + u',' + QString::number(entry.attention) + u")"_s);
 }
 
 // What the closing message tells of the codes, each list with its commas.
@@ -61,10 +50,6 @@ private:
 // Imports write it too.
 RowScope timeOfThemes() {
     return {u"tempcanshu"_s, {}, u"xiugaizhutitime"_s, true};
-}
-
-void stamp(Connection& store, const QString& time) {
-    store.execute(u"update tempcanshu set xiugaizhutitime="_s + quoted(time));
 }
 
 }  // namespace
@@ -134,11 +119,17 @@ void ThemeEditing::write(const Run& run, const ThemeEntry& entry) {
         for (const QString& code : entry.codes) {
             const std::optional<QString> jc = nameOfStock(store, code);
             outcome.note(code, jc);
-            if (jc && (run.anew || !holds(store, entry.name, code))) {
-                join(store, entry, code, *jc);
+            if (!jc) {
+                continue;
+            }
+            const NewMember member{entry.name, code, *jc, entry.time, entry.attention};
+            if (run.anew) {
+                joinTheme(store, member);
+            } else {
+                joinIfMissing(store, member);
             }
         }
-        stamp(store, entry.time);
+        stampThemes(store, entry.time);
     };
     EditInHand edit(edits_, {run.activity + u' ' + entry.name});
     edit.write(store, stores_.main,
