@@ -61,8 +61,7 @@ QString marketWords(const MarketSummary& market) {
                  u"&nbsp;&nbsp;跌&nbsp;"_s + coloured(QString::number(market.falling), -1);
     parts << u"涨停&nbsp;"_s + coloured(QString::number(market.atLimitUp), 1) +
                  u"&nbsp;&nbsp;跌停&nbsp;"_s + coloured(QString::number(market.atLimitDown), -1);
-    parts << u"成交&nbsp;"_s +
-                 shortAmount(market.turnover).value_or(QString::number(market.turnover));
+    parts << u"成交&nbsp;"_s + amountWords(market.turnover);
     return parts.join(u"&nbsp;&nbsp;&nbsp; "_s);
 }
 

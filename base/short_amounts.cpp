@@ -3,7 +3,11 @@
 #include <QLocale>
 #include <cmath>
 
+#include "base/values.h"
+
 namespace guanchao {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -36,7 +40,23 @@ std::optional<QString> shortAmount(double number) {
     return QString::number(units, 'f', decimalsOf(std::abs(units))) + (large ? u'亿' : u'万');
 }
 
+QString amountWords(double amount) {
+    return shortAmount(amount).value_or(noDecimals(amount));
+}
+
+QString gainWords(double gain) {
+    if (std::isnan(gain)) {
+        return u"无行情"_s;
+    }
+    const QString number = twoDecimals(gain);
+    return (numericPrefix(number) > 0 ? u"+"_s : QString()) + number + u'%';
+}
+
 QString sizeWords(qint64 bytes) {
+    constexpr qint64 kilobyte = 1024;
+    if (bytes < kilobyte) {
+        return QString::number(bytes) + u" 字节"_s;
+    }
     return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/values.h"
 #include "grid/colours.h"
+#include "grid/table_columns.h"
 #include "ui_collector_window.h"
 
 namespace guanchao {
@@ -15,8 +16,8 @@ namespace {
 
 constexpr int stateColumn = 2;
 constexpr int reasonColumn = 3;
-const QStringList headers = {u"序号"_s, u"项目"_s, u"状态"_s, u"原因"_s};
-constexpr int widths[] = {700, 2700, 1500, 2700};
+constexpr int numberWidth = 700;
+const QList<TableColumn> columns = {{u"项目"_s, 2700}, {u"状态"_s, 1500}, {u"原因"_s, 2700}};
 
 QString stateText(ItemState state, bool hasEnded) {
     switch (state) {
@@ -130,14 +131,8 @@ QCoro::Task<> CollectorWindow::askAndClose(std::stop_token stop) {
 void CollectorWindow::showItems() {
     const int rows = static_cast<int>(collection_.items().size());
     const GridFill fill(grid_);
-    grid_.setCols(static_cast<int>(headers.size()));
-    grid_.setRows(rows + 1);
-    for (int col = 0; col < headers.size(); ++col) {
-        grid_.setTextMatrix(0, col, headers[col]);
-        grid_.setColWidth(col, widths[col]);
-    }
+    beginTable(grid_, columns, rows, numberWidth);
     for (int row = 1; row <= rows; ++row) {
-        grid_.setInteger(row, 0, row);
         grid_.setTextMatrix(row, 1, collection_.items()[row - 1].item.name);
         showItem(row - 1);
     }

@@ -4,8 +4,10 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include "base/short_amounts.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "grid/table_columns.h"
 #include "ui_form_restore.h"
 
 namespace guanchao {
@@ -14,28 +16,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList firstTitles = {u"序号"_s, u"日期"_s, u"时间"_s, u"来源"_s, u"大小"_s};
-const QList<int> firstWidths = {600, 1200, 1100, 1100, 1000};
+constexpr int numberWidth = 600;
+const QList<TableColumn> firstColumns = {
+    {u"日期"_s, 1200}, {u"时间"_s, 1100}, {u"来源"_s, 1100}, {u"大小"_s, 1000}};
 constexpr int countWidth = 900;
 
 const QString unreadable = u"不能读取"_s;
 
 QDateTime madeAt(const Stores& stores, const QString& folder) {
     return QFileInfo(storesOfCopy(stores, folder).main.path).lastModified();
-}
-
-QString sizeWords(qint64 bytes) {
-    constexpr qint64 step = 1024;
-    if (bytes < step) {
-        return QString::number(bytes) + u" 字节"_s;
-    }
-    QStringList units = {u" KB"_s, u" MB"_s, u" GB"_s};
-    double size = static_cast<double>(bytes) / step;
-    while (size >= step && units.size() > 1) {
-        size /= step;
-        units.removeFirst();
-    }
-    return QString::number(size, 'f', 1) + units.first();
 }
 
 QList<CopiedStore> unreadableOf(const StoreContents& contents) {
@@ -148,35 +137,27 @@ void FormRestore::showCopies() {
     if (copies_.isEmpty()) {
         return;
     }
-    QStringList titles = firstTitles;
-    QList<int> widths = firstWidths;
+    QList<TableColumn> columns = firstColumns;
     for (const CopiedStore store : allCopied) {
         for (const StoreCount& count : countsOf(store)) {
-            titles << count.title;
-            widths << countWidth;
+            columns << TableColumn{count.title, countWidth};
         }
     }
     const GridFill fill(grid_);
-    grid_.setRows(static_cast<int>(copies_.size()) + 1);
-    grid_.setCols(static_cast<int>(titles.size()));
-    for (int col = 0; col < titles.size(); ++col) {
-        grid_.setTextMatrix(0, col, titles[col]);
-    }
+    beginTable(grid_, columns, copies_.size(), numberWidth);
     for (int row = 1; row <= copies_.size(); ++row) {
         fillRow(row, copies_[row - 1], contents_[row - 1]);
     }
-    grid_.setColWidths(widths);
     grid_.biaoji(1);
 }
 
 void FormRestore::fillRow(int row, const KeptCopy& copy, const StoreContents& contents) {
     const QDateTime made = madeAt(environment_.stores, folder_ + copy.name + u'/');
-    grid_.setInteger(row, 0, row);
     grid_.setTextMatrix(row, 1, dateText(copy.day));
     grid_.setTextMatrix(row, 2, made.toString(u"hh:mm:ss"_s));
     grid_.setTextMatrix(row, 3, copy.beforeRestore ? u"恢复之前"_s : u"每日备份"_s);
     grid_.setTextMatrix(row, 4, sizeWords(copy.bytes));
-    int col = static_cast<int>(firstTitles.size());
+    int col = static_cast<int>(firstColumns.size()) + 1;
     for (const CopiedStore store : allCopied) {
         const StoreContent& content = contents[store];
         for (qsizetype it = 0; it < countsOf(store).size(); ++it, ++col) {

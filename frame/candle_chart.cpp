@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/short_amounts.h"
 #include "base/values.h"
 
 namespace guanchao {

@@ -21,14 +21,6 @@ constexpr qreal volumePart = 0.24;  // of the height
 
 }  // namespace
 
-QString PriceChart::amountWords(double amount) {
-    return shortAmount(amount).value_or(noDecimals(amount));
-}
-
-QString PriceChart::gainWords(double gain) {
-    return (gain > 0 ? u"+"_s : QString()) + twoDecimals(gain) + u'%';
-}
-
 qreal PriceChart::PriceScale::y(double price) const {
     return area.bottom() - (price - range.low) / (range.high - range.low) * area.height();
 }

@@ -38,10 +38,6 @@ protected:
         double price(qreal y) const;
     };
 
-    // "1.234亿"; "+1.20%".
-    static QString amountWords(double amount);
-    static QString gainWords(double gain);
-
     explicit PriceChart(QWidget* parent);
 
     virtual qsizetype points() const = 0;

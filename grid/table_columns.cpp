@@ -1,5 +1,7 @@
 #include "grid/table_columns.h"
 
+#include <cmath>
+
 namespace guanchao {
 
 void beginTable(ResultGrid& grid, const QList<TableColumn>& columns, qsizetype rows,
@@ -15,6 +17,13 @@ void beginTable(ResultGrid& grid, const QList<TableColumn>& columns, qsizetype r
     }
     for (int row = 1; row < grid.rows(); ++row) {
         grid.setInteger(row, 0, row);
+    }
+}
+
+void setGain(ResultGrid& grid, int row, int col, double gain) {
+    if (!std::isnan(gain)) {
+        grid.setReal(row, col, gain);
+        grid.setCellForeColor(row, col, signColour(grid, row, col));
     }
 }
 

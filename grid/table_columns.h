@@ -15,4 +15,8 @@ struct TableColumn {
 void beginTable(ResultGrid& grid, const QList<TableColumn>& columns, qsizetype rows,
                 int numberWidth = 500);
 
+// A gain in percent, in red or green by its sign, 0 in red; one that is no number leaves the cell
+// empty.
+void setGain(ResultGrid& grid, int row, int col, double gain);
+
 }  // namespace guanchao

@@ -2,6 +2,7 @@
 
 #include "base/activity.h"
 #include "base/values.h"
+#include "grid/table_columns.h"
 #include "ui_headlines_window.h"
 
 namespace guanchao {
@@ -10,9 +11,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList titles = {u"序号"_s, u"时间"_s, u"标题"_s, u"媒体"_s, u"网址"_s};
+constexpr int numberWidth = 700;
+const QList<TableColumn> columns = {
+    {u"时间"_s, 2300}, {u"标题"_s, 7400}, {u"媒体"_s, 1700}, {u"网址"_s, 4200}};
 constexpr int addressColumn = 4;
-const QList<int> widths = {700, 2300, 7400, 1700, 4200};
 
 }  // namespace
 
@@ -55,16 +57,9 @@ void HeadlinesWindow::showHeadlines(const QList<Headline>& headlines) {
 
 void HeadlinesWindow::fillGrid(const QList<Headline>& headlines) {
     const GridFill fill(grid_);
-    grid_.setCols(static_cast<int>(titles.size()));
-    grid_.setRows(static_cast<int>(headlines.size()) + 1);
-    grid_.setColWidths(widths);
-    for (int col = 0; col < grid_.cols(); ++col) {
-        grid_.setAlignment(0, col, CellAlignment::centre);
-        grid_.setTextMatrix(0, col, titles[col]);
-    }
+    beginTable(grid_, columns, headlines.size(), numberWidth);
     for (int row = 1; row < grid_.rows(); ++row) {
         const Headline& it = headlines[row - 1];
-        grid_.setInteger(row, 0, row);
         grid_.setTextMatrix(row, 1, timeText(it.time));
         grid_.setTextMatrix(row, 2, it.title);
         grid_.setTextMatrix(row, 3, it.media);

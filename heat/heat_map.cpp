@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "grid/heat_colour.h"
+#include "grid/table_columns.h"
 #include "heat/collector_contract.h"
 
 namespace guanchao {
@@ -55,16 +56,19 @@ public:
           grid_(grid),
           hasNames_(!subject.name.isEmpty()),
           firstDay_(mapItemColumn + (hasNames_ ? 2 : 1)) {
-        grid_.clear();
-        grid_.setRows(static_cast<int>(days.items.size()) + 1);
-        grid_.setCols(days.items.isEmpty() ? 1 : firstDay_ + static_cast<int>(days.days.size()));
-        if (!days.items.isEmpty()) {
-            putHeaders(hasNames_ ? u"代码"_s : subject.kind + u"名称"_s);
+        QList<TableColumn> columns;
+        if (hasNames_) {
+            columns << TableColumn{u"代码"_s, nameWidth} << TableColumn{u"简称"_s, nameWidth};
+        } else {
+            columns << TableColumn{subject.kind + u"名称"_s, itemWidth};
         }
+        for (qsizetype day = days.days.size(); day-- > 0;) {
+            columns << TableColumn{days.days[day].toString(u"MM-dd"), dayWidth};
+        }
+        beginTable(grid_, columns, days.items.size(), numberWidth);
     }
 
     void putItem(int row, const ItemDays& item) {
-        grid_.setInteger(row, 0, row);
         grid_.setTextMatrix(row, mapItemColumn, item.item);
         grid_.setCellForeColor(row, mapItemColumn, stockColour);
         if (hasNames_) {
@@ -79,21 +83,6 @@ public:
 private:
     int columnOf(qsizetype day) const {
         return firstDay_ + static_cast<int>(days_.days.size() - 1 - day);
-    }
-
-    void putHeaders(const QString& item) {
-        grid_.setTextMatrix(0, 0, u"序号"_s);
-        grid_.setColWidth(0, numberWidth);
-        grid_.setTextMatrix(0, mapItemColumn, item);
-        grid_.setColWidth(mapItemColumn, hasNames_ ? nameWidth : itemWidth);
-        if (hasNames_) {
-            grid_.setTextMatrix(0, mapItemColumn + 1, u"简称"_s);
-            grid_.setColWidth(mapItemColumn + 1, nameWidth);
-        }
-        for (qsizetype day = 0; day < days_.days.size(); ++day) {
-            grid_.setTextMatrix(0, columnOf(day), days_.days[day].toString(u"MM-dd"));
-            grid_.setColWidth(columnOf(day), dayWidth);
-        }
     }
 
     void putDay(int row, int col, const DayFigure& figure, double full) {

@@ -7,6 +7,7 @@
 #include "base/short_amounts.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "grid/table_columns.h"
 #include "research/history_desk.h"
 #include "services/stock_code.h"
 #include "ui_form32.h"
@@ -17,9 +18,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList titles = {u"序号"_s,     u"代码"_s, u"简称"_s,    u"第一天"_s,
-                            u"最后一天"_s, u"天数"_s, u"缺少天数"_s};
-const QList<int> widths = {700, 1400, 1500, 1600, 1600, 1000, 1200};
+constexpr int numberWidth = 700;
+const QList<TableColumn> columns = {{u"代码"_s, 1400},   {u"简称"_s, 1500},
+                                    {u"第一天"_s, 1600}, {u"最后一天"_s, 1600},
+                                    {u"天数"_s, 1000},   {u"缺少天数"_s, 1200}};
 
 }  // namespace
 
@@ -137,21 +139,15 @@ void Form32::showHeld(const Held& held) {
         return;
     }
     const GridFill fill(grid_);
-    grid_.setRows(static_cast<int>(held.codes.size()) + 1);
-    grid_.setCols(static_cast<int>(titles.size()));
-    for (int col = 0; col < titles.size(); ++col) {
-        grid_.setTextMatrix(0, col, titles[col]);
-    }
+    beginTable(grid_, columns, held.codes.size(), numberWidth);
     for (int row = 1; row <= held.codes.size(); ++row) {
         const HistoryCode& code = held.codes[row - 1];
         fillRow(row, code, held.state.codes.value(code.dm));
     }
-    grid_.setColWidths(widths);
 }
 
 void Form32::fillRow(int row, const HistoryCode& code, const StoredDays& stored) {
     const bool hasDays = stored.count > 0;
-    grid_.setInteger(row, 0, row);
     grid_.setTextMatrix(row, 1, code.dm);
     grid_.setTextMatrix(row, 2, code.jc);
     grid_.setTextMatrix(row, 3, hasDays ? dateText(stored.first) : QString());

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "base/values.h"
+#include "grid/table_columns.h"
 
 namespace guanchao {
 
@@ -18,9 +19,7 @@ void writeFigures(ResultGrid& grid, int row, const GainFigures& figures) {
     grid.setReal(row, 3, 100.0 * figures.wins / std::max(figures.counted, 1));
     int col = 4;
     for (const double gain : {figures.mean, figures.median, figures.best, figures.worst}) {
-        grid.setReal(row, col, roundTo(gain, 2));
-        grid.setCellForeColor(row, col, signColour(grid, row, col));
-        ++col;
+        setGain(grid, row, col++, roundTo(gain, 2));
     }
 }
 
@@ -47,18 +46,14 @@ ScorePanel::ScorePanel(Dialogs& dialogs, Failures& failures, QWidget* parent)
 // Rows whose later price is missing are in none of the figures.
 void ScorePanel::showScore(const SelectionScore& score) {
     const GridFill fill(figures_);
-    figures_.clear();
-    figures_.setCols(8);
-    figures_.setRows(static_cast<int>(selectionHorizons) + 1);
-    const QStringList headers = {u"序号"_s,  u"持有"_s,    u"次数"_s,  u"胜率%"_s,
-                                 u"平均%"_s, u"中位数%"_s, u"最好%"_s, u"最差%"_s};
-    for (int col = 0; col < figures_.cols(); ++col) {
-        figures_.setTextMatrix(0, col, headers[col]);
-        figures_.setColWidth(col, col == 0 ? 500 : 700);
+    QList<TableColumn> columns;
+    for (const QString& title :
+         {u"持有"_s, u"次数"_s, u"胜率%"_s, u"平均%"_s, u"中位数%"_s, u"最好%"_s, u"最差%"_s}) {
+        columns << TableColumn{title, 700};
     }
+    beginTable(figures_, columns, selectionHorizons);
     for (size_t at = 0; at < selectionHorizons; ++at) {
         const int row = static_cast<int>(at) + 1;
-        figures_.setInteger(row, 0, row);
         figures_.setTextMatrix(row, 1, horizonNames[at]);
         writeFigures(figures_, row, score.figures(at));
         histograms_[at]->showGains(score.gains(at));

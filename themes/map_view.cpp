@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "base/short_amounts.h"
 #include "formats/initials.h"
 #include "grid/heat_colour.h"
 #include "services/stock_code.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/activity.h"
+#include "base/short_amounts.h"
 #include "base/values.h"
 #include "grid/colours.h"
 #include "grid/table_columns.h"
@@ -33,11 +34,6 @@ QString leaderWords(const BookedTheme& day, const QHash<QString, QString>& names
         words << (name.isEmpty() ? dm : name);
     }
     return words.join(u'、');
-}
-
-void setGain(ResultGrid& grid, int row, int col, double gain) {
-    grid.setReal(row, col, gain);
-    grid.setCellForeColor(row, col, signColour(grid, row, col));
 }
 
 void setRank(ResultGrid& grid, int row, int col, int rank) {

@@ -22,13 +22,6 @@ void setNumber(ResultGrid& grid, int row, int col, double value) {
     }
 }
 
-void setGain(ResultGrid& grid, int row, int col, double gain) {
-    if (!std::isnan(gain)) {
-        grid.setReal(row, col, gain);
-        grid.setCellForeColor(row, col, signColour(grid, row, col));
-    }
-}
-
 // Those that hold every one of the codes.
 QStringList themesWith(Connection& store, const QStringList& codes) {
     RowCursor row(store, u"select zhutiname from dzhzhuti where dm in ("_s + quotedList(codes) +

@@ -16,8 +16,7 @@ namespace {
 const QString gap = u"　"_s;
 
 QString turnoverWords(double turnover) {
-    return u"成交额 "_s +
-           (std::isnan(turnover) ? u"–"_s : shortAmount(turnover).value_or(noDecimals(turnover)));
+    return u"成交额 "_s + (std::isnan(turnover) ? u"–"_s : amountWords(turnover));
 }
 
 QString gradeWords(const QString& title, double grade) {
@@ -87,14 +86,6 @@ QList<MapBox> readStockBoxes(const Stores& stores, const QString& theme) {
                          .attention = row.number(4)};
     }
     return stocks;
-}
-
-QString gainWords(double gain) {
-    if (std::isnan(gain)) {
-        return u"无行情"_s;
-    }
-    const QString number = twoDecimals(gain);
-    return (numericPrefix(number) > 0 ? u"+"_s : QString()) + number + u'%';
 }
 
 QString themeWords(const MapBox& theme) {

@@ -35,9 +35,6 @@ std::optional<MapBox> readThemeBox(const Stores& stores, const QString& theme);
 // The members of the theme, in the order of their codes.
 QList<MapBox> readStockBoxes(const Stores& stores, const QString& theme);
 
-// "+1.20%"; of no number 无行情.
-QString gainWords(double gain);
-
 // "+1.20%　12 只　成交额 1.234亿　关注度 3"; of a stock "+1.20%　成交额 1.234亿　相关度 5".
 QString themeWords(const MapBox& theme);
 QString stockWords(const MapBox& stock);

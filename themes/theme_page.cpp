@@ -6,6 +6,7 @@
 
 #include "articles/form26.h"
 #include "articles/form27.h"
+#include "base/short_amounts.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "frame/sheets.h"

@@ -8,6 +8,7 @@
 #include "base/run_note.h"
 #include "collector/search_check.h"
 #include "frame/practice_band.h"
+#include "grid/table_columns.h"
 #include "services/service_names.h"
 #include "services/services_file.h"
 #include "store/patience.h"
@@ -20,9 +21,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList titles = {u"序号"_s, u"用途"_s,     u"次序"_s,     u"网站"_s, u"网址"_s,
-                            u"状态"_s, u"最近应答"_s, u"最近失败"_s, u"测试"_s};
-const QList<int> widths = {600, 1150, 600, 850, 2800, 600, 1900, 2900, 4000};
+constexpr int numberWidth = 600;
+const QList<TableColumn> columns = {{u"用途"_s, 1150},     {u"次序"_s, 600}, {u"网站"_s, 850},
+                                    {u"网址"_s, 2800},     {u"状态"_s, 600}, {u"最近应答"_s, 1900},
+                                    {u"最近失败"_s, 2900}, {u"测试"_s, 4000}};
 constexpr int answeredCol = 6;
 constexpr int failedCol = 7;
 constexpr int checkCol = 8;
@@ -105,12 +107,7 @@ void Form34::readAnew() {
     showPractice(*ui_->practiceBand, environment_.servicesFile.inFile());
     entries_ = environment_.servicesFile.entries();
     const GridFill fill(grid_);
-    grid_.setRows(static_cast<int>(entries_.size()) + 1);
-    grid_.setCols(static_cast<int>(titles.size()));
-    for (int col = 0; col < titles.size(); ++col) {
-        grid_.setTextMatrix(0, col, titles[col]);
-    }
-    grid_.setColWidths(widths);
+    beginTable(grid_, columns, entries_.size(), numberWidth);
     for (int row = 1; row <= entries_.size(); ++row) {
         fillRow(row, entries_[row - 1]);
     }
@@ -120,7 +117,6 @@ void Form34::readAnew() {
 void Form34::fillRow(int row, const ServiceEntry& entry) {
     const auto first = std::ranges::find(entries_, entry.purpose, &ServiceEntry::purpose);
     const auto place = row - std::distance(entries_.begin(), first);
-    grid_.setInteger(row, 0, row);
     grid_.setTextMatrix(row, 1, purposeName(entry.purpose));
     grid_.setTextMatrix(row, 2, hasOrder(entry.purpose) ? QString::number(place) : QString());
     grid_.setTextMatrix(row, 3, kindName(entry.service.kind));

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/activity.h"
+#include "base/short_amounts.h"
 #include "base/values.h"
 #include "formats/text_file.h"
 #include "market/stored_quote.h"
@@ -26,10 +27,6 @@ const QString stock = u"SH600036"_s;
 const QString stockWithoutDividend = u"SH688981"_s;
 const QDate longAgo(2010, 1, 4);
 constexpr int daysBack = 60;
-
-QString sizeWords(const QByteArray& body) {
-    return QString::number(body.size()) + u" 字节"_s;
-}
 
 // Raises OperationError for a row that the program would not store.
 QString quoteWords(const QuoteRow& row) {
@@ -166,12 +163,12 @@ QCoro::Task<Finding> askStockList(CheckDesk desk, Service service, std::stop_tok
 
 Finding tellChart(const QByteArray& body) {
     const bool isPicture = body.startsWith("GIF8") || body.startsWith("\x89PNG");
-    return {isPicture, isPicture ? u"图片，"_s + sizeWords(body) : u"应答不是图片"_s};
+    return {isPicture, isPicture ? u"图片，"_s + sizeWords(body.size()) : u"应答不是图片"_s};
 }
 
 Finding tellStockPage(const QByteArray& body) {
     const bool isOfStock = body.contains(stock.right(codeDigits).toLatin1());
-    return {isOfStock, isOfStock ? u"网页，"_s + sizeWords(body) : u"网页里没有这只股票"_s};
+    return {isOfStock, isOfStock ? u"网页，"_s + sizeWords(body.size()) : u"网页里没有这只股票"_s};
 }
 
 Finding tellVersion(const QByteArray& body) {

@@ -6,6 +6,7 @@
 
 #include "base/values.h"
 #include "grid/heat_colour.h"
+#include "grid/table_columns.h"
 
 namespace guanchao {
 
@@ -19,26 +20,19 @@ constexpr int monthWidth = 640;
 constexpr int dayWidth = 1150;
 constexpr int nameWidth = 1300;
 
-// Empties the grid and gives it these headers, behind the row number, and so many rows.
-void begin(ResultGrid& grid, const QStringList& titles, qsizetype rows) {
-    grid.clear();
-    grid.setCols(static_cast<int>(titles.size()) + 1);
-    grid.setRows(static_cast<int>(rows) + 1);
-    grid.setTextMatrix(0, 0, u"序号"_s);
-    grid.setColWidth(0, numberWidth);
-    for (int col = 1; col < grid.cols(); ++col) {
-        grid.setTextMatrix(0, col, titles[col - 1]);
-        grid.setColWidth(col, figureWidth);
-    }
-    for (int row = 1; row < grid.rows(); ++row) {
-        grid.setInteger(row, 0, row);
-    }
+const TableColumn codeColumn{u"代码"_s, dayWidth};
+const TableColumn nameColumn{u"简称"_s, dayWidth};
+
+TableColumn figureColumn(const QString& title) {
+    return {title, figureWidth};
 }
 
-void setGain(ResultGrid& grid, int row, int col, double gain) {
-    grid.setReal(row, col, gain);
-    if (gain != 0) {
-        grid.setCellForeColor(row, col, signColour(grid, row, col));
+// 0 has no colour: nothing was held, or there is nothing to reckon from.
+void setReckonedGain(ResultGrid& grid, int row, int col, double gain) {
+    if (gain == 0) {
+        grid.setReal(row, col, gain);
+    } else {
+        setGain(grid, row, col, gain);
     }
 }
 
@@ -84,24 +78,23 @@ QString sumWords(const BacktestResult& result) {
 
 void showYears(ResultGrid& grid, const QList<YearOfGains>& years) {
     const GridFill fill(grid);
-    QStringList titles = {u"年"_s, u"全年"_s, u"上证指数"_s, u"最大回撤"_s};
+    QList<TableColumn> columns = {{u"年"_s, monthWidth},
+                                  figureColumn(u"全年"_s),
+                                  figureColumn(u"上证指数"_s),
+                                  figureColumn(u"最大回撤"_s)};
     for (int month = 1; month <= 12; ++month) {
-        titles << u"%1月"_s.arg(month);
+        columns << TableColumn{u"%1月"_s.arg(month), monthWidth};
     }
-    begin(grid, titles, years.size());
-    grid.setColWidth(1, monthWidth);
-    for (int col = 5; col < grid.cols(); ++col) {
-        grid.setColWidth(col, monthWidth);
-    }
+    beginTable(grid, columns, years.size(), numberWidth);
     for (int row = 1; row <= years.size(); ++row) {
         const YearOfGains& year = years[row - 1];
         grid.setInteger(row, 1, year.year);
-        setGain(grid, row, 2, year.gain);
-        setGain(grid, row, 3, year.indexGain);
-        setGain(grid, row, 4, year.drawdown);
+        setReckonedGain(grid, row, 2, year.gain);
+        setReckonedGain(grid, row, 3, year.indexGain);
+        setReckonedGain(grid, row, 4, year.drawdown);
         for (size_t month = 0; month < year.months.size(); ++month) {
             if (year.months.at(month)) {
-                setGain(grid, row, static_cast<int>(month) + 5, *year.months.at(month));
+                setReckonedGain(grid, row, static_cast<int>(month) + 5, *year.months.at(month));
             }
         }
     }
@@ -109,16 +102,24 @@ void showYears(ResultGrid& grid, const QList<YearOfGains>& years) {
 
 void showTrades(ResultGrid& grid, const QList<Trade>& trades) {
     const GridFill fill(grid);
-    begin(grid,
-          {u"代码"_s, u"简称"_s, u"涨幅"_s, u"题材"_s, u"信号日期"_s, u"买入日期"_s, u"买入价"_s,
-           u"卖出日期"_s, u"卖出价"_s, u"原因"_s},
-          trades.size());
+    beginTable(grid,
+               {codeColumn,
+                nameColumn,
+                figureColumn(u"涨幅"_s),
+                {u"题材"_s, nameWidth},
+                {u"信号日期"_s, dayWidth},
+                {u"买入日期"_s, dayWidth},
+                figureColumn(u"买入价"_s),
+                {u"卖出日期"_s, dayWidth},
+                figureColumn(u"卖出价"_s),
+                {u"原因"_s, nameWidth}},
+               trades.size(), numberWidth);
     for (int row = 1; row <= trades.size(); ++row) {
         const Trade& trade = trades[row - 1];
         grid.setTextMatrix(row, 1, trade.dm);
         grid.setTextMatrix(row, 2, trade.jc);
         grid.setCellForeColor(row, 2, stockColour);
-        setGain(grid, row, 3, trade.gain);
+        setReckonedGain(grid, row, 3, trade.gain);
         grid.setTextMatrix(row, 4, trade.theme);
         grid.setCellForeColor(row, 4, themeColour);
         grid.setTextMatrix(row, 5, dayText(trade.signalDay));
@@ -128,8 +129,6 @@ void showTrades(ResultGrid& grid, const QList<Trade>& trades) {
         grid.setReal(row, 9, trade.sellPrice);
         grid.setTextMatrix(row, 10, trade.reason ? wordsOf(*trade.reason) : u"还持有"_s);
     }
-    grid.setColWidths({numberWidth, dayWidth, dayWidth, figureWidth, nameWidth, dayWidth, dayWidth,
-                       figureWidth, dayWidth, figureWidth, nameWidth});
 }
 
 // The gains of an announcement, in the order of their columns.
@@ -139,10 +138,13 @@ constexpr std::array gainsOfReturns = {&ForwardGains::yirizhang, &ForwardGains::
 
 void showReturns(ResultGrid& grid, const QList<ReportReturn>& returns) {
     const GridFill fill(grid);
-    begin(grid,
-          {u"代码"_s, u"简称"_s, u"日期"_s, u"预约日期"_s, u"交易日"_s, u"一日涨"_s, u"二日涨"_s,
-           u"五日涨"_s, u"到期涨"_s, u"开盘涨"_s},
-          returns.size());
+    QList<TableColumn> columns = {
+        codeColumn, nameColumn, {u"日期"_s, dayWidth}, {u"预约日期"_s, dayWidth}};
+    for (const QString& title :
+         {u"交易日"_s, u"一日涨"_s, u"二日涨"_s, u"五日涨"_s, u"到期涨"_s, u"开盘涨"_s}) {
+        columns << figureColumn(title);
+    }
+    beginTable(grid, columns, returns.size(), numberWidth);
     for (int row = 1; row <= returns.size(); ++row) {
         const ReportReturn& it = returns[row - 1];
         grid.setTextMatrix(row, 1, it.dm);
@@ -152,10 +154,10 @@ void showReturns(ResultGrid& grid, const QList<ReportReturn>& returns) {
         grid.setTextMatrix(row, 4, dayText(it.yuyuedate));
         grid.setInteger(row, 5, it.days);
         for (int at = 0; it.days > 0 && at < int(gainsOfReturns.size()); ++at) {
-            setGain(grid, row, 6 + at, it.gains.*gainsOfReturns.at(static_cast<size_t>(at)));
+            setReckonedGain(grid, row, 6 + at,
+                            it.gains.*gainsOfReturns.at(static_cast<size_t>(at)));
         }
     }
-    grid.setColWidths({numberWidth, dayWidth, dayWidth, dayWidth, dayWidth, figureWidth});
 }
 
 QString returnsWords(const QList<ReportReturn>& returns) {
@@ -179,7 +181,10 @@ QString returnsWords(const QList<ReportReturn>& returns) {
 
 void showCurve(ResultGrid& grid, const QList<BacktestDay>& days) {
     const GridFill fill(grid);
-    begin(grid, {u"日期"_s, u"资金%"_s, u"上证指数%"_s, u"回撤%"_s}, days.size());
+    beginTable(grid,
+               {figureColumn(u"日期"_s), figureColumn(u"资金%"_s), figureColumn(u"上证指数%"_s),
+                figureColumn(u"回撤%"_s)},
+               days.size(), numberWidth);
     for (int row = 1; row <= days.size(); ++row) {
         const BacktestDay& day = days[row - 1];
         grid.setTextMatrix(row, 1, dayText(day.day));
@@ -192,36 +197,35 @@ void showCurve(ResultGrid& grid, const QList<BacktestDay>& days) {
 void showComparison(ResultGrid& grid, const QStringList& names,
                     const QList<BacktestResult>& results) {
     QList<const RuleField*> differing;
-    QStringList titles = {u"规则"_s,     u"累计%"_s, u"上证指数%"_s, u"最大回撤%"_s,
-                          u"卖出次数"_s, u"胜率%"_s, u"平均%"_s};
+    QList<TableColumn> columns = {{u"规则"_s, nameWidth}};
+    for (const QString& title :
+         {u"累计%"_s, u"上证指数%"_s, u"最大回撤%"_s, u"卖出次数"_s, u"胜率%"_s, u"平均%"_s}) {
+        columns << figureColumn(title);
+    }
     for (const RuleField& field : ruleFields()) {
         const bool differs = std::ranges::any_of(results, [&](const BacktestResult& it) {
             return it.rule.*field.value != results.first().rule.*field.value;
         });
         if (differs) {
             differing << &field;
-            titles << field.words;
+            columns << TableColumn{field.words, nameWidth};
         }
     }
     const GridFill fill(grid);
-    begin(grid, titles, results.size());
+    beginTable(grid, columns, results.size(), numberWidth);
     for (int row = 1; row <= results.size(); ++row) {
         const BacktestResult& result = results[row - 1];
         grid.setTextMatrix(row, 1, names.value(row - 1));
-        setGain(grid, row, 2, result.sum.gain);
-        setGain(grid, row, 3, result.sum.indexGain);
-        setGain(grid, row, 4, result.sum.drawdown);
+        setReckonedGain(grid, row, 2, result.sum.gain);
+        setReckonedGain(grid, row, 3, result.sum.indexGain);
+        setReckonedGain(grid, row, 4, result.sum.drawdown);
         grid.setInteger(row, 5, result.sum.trades);
         grid.setReal(row, 6, result.sum.winShare());
-        setGain(grid, row, 7, result.sum.meanGain);
+        setReckonedGain(grid, row, 7, result.sum.meanGain);
         for (int at = 0; at < differing.size(); ++at) {
             grid.setTextMatrix(row, 8 + at, valueWords(*differing[at], result.rule));
         }
     }
-    for (int col = 8; col < grid.cols(); ++col) {
-        grid.setColWidth(col, nameWidth);
-    }
-    grid.setColWidth(1, nameWidth);
 }
 
 QStringList sweepMeasures() {
@@ -230,13 +234,13 @@ QStringList sweepMeasures() {
 
 void showSweep(ResultGrid& grid, const SweepResult& sweep, SweepMeasure measure) {
     const GridFill fill(grid);
-    QStringList titles = {sweep.down ? sweep.down->words + u" ＼ "_s + sweep.across->words
-                                     : sweep.across->words};
+    const QString across = sweep.across->words;
+    QList<TableColumn> columns = {
+        {sweep.down ? sweep.down->words + u" ＼ "_s + across : across, nameWidth + figureWidth}};
     for (const double value : sweep.acrossValues) {
-        titles << valueText(*sweep.across, value);
+        columns << figureColumn(valueText(*sweep.across, value));
     }
-    begin(grid, titles, sweep.downValues.size());
-    grid.setColWidth(1, nameWidth + figureWidth);
+    beginTable(grid, columns, sweep.downValues.size(), numberWidth);
     const auto of = [measure](const BacktestSum& sum) { return valueOf(sum, measure); };
     const auto [worst, best] = std::ranges::minmax(sweep.sums, {}, of);
     const bool hasSigns = measure == SweepMeasure::gain;

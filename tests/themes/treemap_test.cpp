@@ -1,4 +1,5 @@
 #include "themes/treemap.h"
+#include "base/short_amounts.h"
 
 #include <algorithm>
 #include <cmath>
