@@ -263,10 +263,10 @@ void Form12::showRun(const ResearchProgress& progress) {
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
     const bool tellsTime = progress.running && !progress.caption.isEmpty();
     setWindowTitle(tellsTime ? shortened(progress.caption, longestShownName) : caption_);
-    ui_->Label2->setText(shortened(progress.label2, longestShownName));
-    ui_->Label3->setText(shortened(progress.label3, longestShownName));
+    ui_->Label2->setText(shortened(progress.subject, longestShownName));
+    ui_->Label3->setText(shortened(progress.step, longestShownName));
     ui_->Label3->setToolTip(ui_->Label3->text());
-    ui_->Label6->setText(progress.label6);
+    ui_->Label6->setText(progress.day);
 }
 
 // A search first: it is the shorter one, and the days of a run took long.

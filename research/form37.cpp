@@ -265,7 +265,7 @@ void Form37::showRun(const ResearchProgress& progress) {
     ui_->stop->setText(progress.stopping && progress.running ? u"正在停止…"_s : u"停止(&S)"_s);
     ui_->progress->setVisible(progress.running);
     showShare(*ui_->progress, progress.done, progress.total, progress.timeLeft);
-    ui_->step->setText(progress.running ? progress.label3 : QString());
+    ui_->step->setText(progress.running ? progress.step : QString());
     ui_->step->setVisible(!ui_->step->text().isEmpty());
 }
 

@@ -107,16 +107,16 @@ public:
         Recordset codes(main_,
                         u"select rowid,dm,jc from yejiyuyuejinqi where "
                         u" date(todayriqi)>='2016-04-01' group by dm "_s);
-        work_.showLabel2(u"代码总数:"_s + QString::number(codes.count()));
+        work_.showSubject(u"代码总数:"_s + QString::number(codes.count()));
         work_.begin(codes.count());
         for (; !codes.atEnd(); codes.moveNext()) {
             const QString dm = codes.value(u"dm").toText();
             takeCode(dm);
             main_.execute(u"update  dmb set temp=1 where dm="_s + quoted(dm));
-            work_.showLabel3(u"当前代码:"_s + dm);
+            work_.showStep(u"当前代码:"_s + dm);
             work_.oneDone();
             if (stopTicked || work_.stopped()) {
-                work_.showLabel3(u"提前停止:"_s + dm);
+                work_.showStep(u"提前停止:"_s + dm);
                 return false;
             }
             work_.endIfAbandoned();

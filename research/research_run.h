@@ -19,15 +19,14 @@ namespace guanchao {
 // True, and told to the user, while an import or a download writes. `action` ends the words: 选股.
 bool refusesWhileWriting(const Globals& globals, Dialogs& dialogs, const QString& action);
 
-// What a window shows of a run while it goes on and after it. The labels are those of Form12;
-// Form37 shows label3 as the step of its run.
+// What a window shows of a run while it goes on and after it.
 struct ResearchProgress {
     bool running = false;
     bool stopping = false;  // the user wants it to end
     QString caption;        // of the window: 计算到时间: and the day; empty: as it was
-    QString label2;         // the theme that is looked at, or 代码总数: and the number
-    QString label3;         // 选中题材: and the theme taken, or 当前代码: and the code
-    QString label6;         // the day
+    QString subject;        // the theme that is looked at, or 代码总数: and the number
+    QString step;           // 选中题材: and the theme taken, or 当前代码: and the code
+    QString day;            // the day
     int done = 0;           // days or codes, or rows that are read before
     int total = 0;          // 0 while it prepares
     QString timeLeft;       // 剩余约 n 秒
@@ -39,9 +38,9 @@ public:
     explicit ResearchWork(Work<ResearchProgress>& work) : work_(work) {}
 
     void showCaption(const QString& text) { show(&ResearchProgress::caption, text); }
-    void showLabel2(const QString& text) { show(&ResearchProgress::label2, text); }
-    void showLabel3(const QString& text) { show(&ResearchProgress::label3, text); }
-    void showLabel6(const QString& text) { show(&ResearchProgress::label6, text); }
+    void showSubject(const QString& text) { show(&ResearchProgress::subject, text); }
+    void showStep(const QString& text) { show(&ResearchProgress::step, text); }
+    void showDay(const QString& text) { show(&ResearchProgress::day, text); }
     // So many days, codes or rows are to come; so many of them, or one more, are done.
     void begin(int total);
     void done(int count);

@@ -109,8 +109,8 @@ private:
 
     template <typename Read>
     void reading(const Read& read) {
-        const auto end = qScopeGuard([this] { work_.showLabel3({}); });
-        work_.showLabel3(u"正在读入历史行情…"_s);
+        const auto end = qScopeGuard([this] { work_.showStep({}); });
+        work_.showStep(u"正在读入历史行情…"_s);
         read([this](int done, int total) { work_.reading(done, total); });
     }
 
@@ -126,7 +126,7 @@ private:
         if (day >= firstDay) {
             beginDay(day);
             writer_.beginDay(day);
-            work_.showLabel6(day);
+            work_.showDay(day);
             work_.endIfAbandoned();
             chooseBestThemes(market, ranking, index.value(u"zhangfu"));
         }
@@ -139,7 +139,7 @@ private:
         const MarketDay& rows = market.day(dayNumber(day_));
         for (const ThemeOfDay& theme : ranking.of(rows)) {
             const QString zhutiname = memberships.zhutiname(theme.theme);
-            work_.showLabel2(zhutiname);
+            work_.showSubject(zhutiname);
             work_.endIfAbandoned();
             if (isBelowTheBar(theme)) {
                 return;
@@ -159,7 +159,7 @@ private:
     void takeMembers(const Memberships& memberships, const QString& zhutiname,
                      const Anchor& anchor) {
         ++tally_.themes;
-        work_.showLabel3(u"选中题材:"_s + zhutiname);
+        work_.showStep(u"选中题材:"_s + zhutiname);
         work_.endIfAbandoned();
         writer_.beginStocks(day_, zhutiname);
         for (const std::int32_t stock : memberships.stocksOf(zhutiname)) {
@@ -186,7 +186,7 @@ private:
         if (complete) {
             writer_.removeOthers();
         }
-        work_.showLabel3((complete ? u"完成："_s : u"已停止："_s) + tally_.words());
+        work_.showStep((complete ? u"完成："_s : u"已停止："_s) + tally_.words());
         return complete;
     }
 

@@ -40,7 +40,7 @@ QCoro::Task<std::optional<Result>> Laboratory::carryOut(QString name, Job job,
     const ResearchRun::Job inThread = [stores = stores_, shelf = shelf_, job, given](
                                           ResearchWork& work, Activity&) {
         Sources sources(stores, shelf, work);
-        work.showLabel3({});
+        work.showStep({});
         *given = job(sources, work);
         return true;
     };

@@ -14,10 +14,10 @@ LaboratoryHistory::LaboratoryHistory(const Stores& stores, HistoryColumns& colum
       calendar_(firstHistory_),
       tables_(tablesOf(secondHistory_)) {
     const auto tell = [&work](int done, int total) { work.reading(done, total); };
-    work.showLabel3(u"正在读入历史行情…"_s);
+    work.showStep(u"正在读入历史行情…"_s);
     columns.take(stores.firstHistory, stores.secondHistory);
     columns.readAll(stores.firstHistory, stores.secondHistory, tell);
-    work.showLabel3(u"正在统计各天的题材…"_s);
+    work.showStep(u"正在统计各天的题材…"_s);
     themeDays_ = &columns.themeDays(tell);
 }
 

@@ -55,7 +55,7 @@ protected:
     QStringList labels_;
     bool stops_ = false;
     ResearchRun run_{[this](const ResearchProgress& it) {
-        labels_ = QStringList{it.label2, it.label3};
+        labels_ = QStringList{it.subject, it.step};
         if (stops_ && !it.stopping) {
             run_.stop();
         }

@@ -231,8 +231,8 @@ TEST_F(SelectionScanTest, TheColumnsComeToWhatThePlainRuleComesTo) {
             endOf(driver.scan());
             EXPECT_EQ(rows(), wanted);
             EXPECT_TRUE(judge.passedOver() == 0 ||
-                        seen_.label3.contains(u"略过 %1 行"_s.arg(judge.passedOver())))
-                << seen_.label3.toStdString() << judge.passedOver();
+                        seen_.step.contains(u"略过 %1 行"_s.arg(judge.passedOver())))
+                << seen_.step.toStdString() << judge.passedOver();
             passedOver += judge.passedOver();
         }
         themes += chosen().size();
@@ -303,8 +303,8 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         try {
             const QCoro::Task<> task = scan_.chooseThemes(window.get_token());
             if (it.meanwhile) {
-                until([this] { return seen_.label3 == u"选中题材:题"_s; });
-                EXPECT_EQ(QStringList({seen_.caption, seen_.label6, seen_.label2}),
+                until([this] { return seen_.step == u"选中题材:题"_s; });
+                EXPECT_EQ(QStringList({seen_.caption, seen_.day, seen_.subject}),
                           QStringList({u"计算到时间:"_s + days[0], days[0], u"题"_s}));
                 EXPECT_EQ(seen_.total, 3);
                 it.meanwhile();
@@ -338,7 +338,7 @@ TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
         u"update A600001 set chengjiaol=null where date(shijian)='2017-03-06'"_s);
     endOf(scan_.chooseThemes({}));
     EXPECT_EQ(
-        seen_.label3,
+        seen_.step,
         u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：second.db3 A600001 2017-03-06"_s);
     EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
               QStringList({u"A600000"_s, u"A600002"_s}));
@@ -355,9 +355,9 @@ TEST_F(SelectionScanTest, RowsOfTheMarketWithoutAPriceOrADayAreCountedAndNamed) 
     first.execute(u"update geguhq set qiansp=0 where dm='A600002'"_s);  // a first day
     endOf(scan_.chooseThemes({}));
     EXPECT_TRUE(
-        seen_.label3.contains(u"first.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
-                              u"A600000 2017-04-10、A600001 x"_s))
-        << seen_.label3.toStdString();
+        seen_.step.contains(u"first.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
+                            u"A600000 2017-04-10、A600001 x"_s))
+        << seen_.step.toStdString();
 }
 
 // All are read before the first day; who needs one that can't be read meets the failure.
@@ -444,7 +444,7 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
         }
         const QCoro::Task<> task = (scan_.*it.scan)({});
         if (it.stops) {
-            until([this] { return seen_.label3 == u"选中题材:题"_s; });
+            until([this] { return seen_.step == u"选中题材:题"_s; });
             run_.stop();
             lock.reset();
         }
