@@ -3,7 +3,7 @@
 #include <QFile>
 
 #include "base/activity.h"
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "store/connection.h"
 
 namespace guanchao {
@@ -22,7 +22,7 @@ bool hasNoKey(const QString& path) {
 
 void clearMaintenanceKey(Dialogs& dialogs) {
     const Activity activity(u"设置密码"_s);
-    const QString path = fixedPath(FixedPlace::maintenanceStore);
+    const QString path = homePath(HomePlace::maintenanceStore);
     if (hasNoKey(path)) {
         dialogs.tell(u"文件 "_s + path + u" 没有密码，不用再取消。"_s);
         return;

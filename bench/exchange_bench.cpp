@@ -14,10 +14,10 @@
 #include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "formats/gbk.h"
+#include "store/fresh_store.h"
 #include "store/held_stores.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
-#include "store/store_file.h"
 
 namespace guanchao {
 

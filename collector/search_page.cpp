@@ -1,6 +1,6 @@
 #include "collector/search_page.h"
 
-#include "formats/html_tables.h"
+#include "formats/html_page.h"
 
 namespace guanchao {
 

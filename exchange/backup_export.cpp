@@ -10,9 +10,9 @@
 #include "exchange/library_rows.h"
 #include "exchange/row_values.h"
 #include "exchange/store_copy.h"
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
+#include "store/fresh_store.h"
 #include "store/store_error.h"
-#include "store/store_file.h"
 
 namespace guanchao {
 
@@ -47,7 +47,7 @@ QString obstacleIn(const QString& folder) {
 
 // Only the default folder is made where it is missing.
 void makeDefaultFolder(const QString& folder) {
-    if (folder == fixedPath(FixedPlace::exportFolder) && !QFileInfo::exists(folder.chopped(1))) {
+    if (folder == homePath(HomePlace::exportFolder) && !QFileInfo::exists(folder.chopped(1))) {
         makeFolder(folder);
     }
 }
@@ -121,7 +121,7 @@ BackupExport::BackupExport(const Stores& stores, Dialogs& dialogs, ExchangeRun& 
     : stores_(stores), dialogs_(dialogs), run_(run) {}
 
 QCoro::Task<> BackupExport::exportData(std::stop_token stop) {
-    const QString offered = fixedPath(FixedPlace::exportFolder);
+    const QString offered = homePath(HomePlace::exportFolder);
     const QString typed =
         co_await dialogs_.input(stop, u"将导出数据到下列文件夹："_s, u"导出数据"_s, offered);
     if (typed.isEmpty()) {

@@ -6,7 +6,7 @@
 #include "frame/file_field.h"
 #include "frame/run_share.h"
 #include "frame/told_role.h"
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "ui_form3.h"
 
 namespace guanchao {
@@ -31,7 +31,7 @@ Form3::Form3(Environment& environment, Windows&)
 Form3::~Form3() = default;
 
 void Form3::prepareControls() {
-    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString folder = homePath(HomePlace::exportFolder);
     ui_->Text1->setText(folder + u"zhutibackup.ztb"_s);
     ui_->Text4->setText(folder + u"主题投资.txt"_s);
     for (QComboBox* box : {ui_->Combo1, ui_->Combo2}) {

@@ -12,8 +12,8 @@
 #include "exchange/store_backup.h"
 #include "exchange/store_check.h"
 #include "exchange/store_copy.h"
+#include "store/fresh_store.h"
 #include "store/store_error.h"
-#include "store/store_file.h"
 
 namespace guanchao {
 

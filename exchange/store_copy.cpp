@@ -5,9 +5,9 @@
 
 #include "base/activity.h"
 #include "base/files.h"
+#include "store/fresh_store.h"
 #include "store/sqlite.h"
 #include "store/store_error.h"
-#include "store/store_file.h"
 
 namespace guanchao {
 

@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 
 namespace guanchao {
 
@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QString file,
                                              std::stop_token stop) {
-    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString folder = homePath(HomePlace::exportFolder);
     const QString path = co_await dialogs.dakaiwenjian(stop, title, folder, file);
     if (path.isEmpty()) {
         dialogs.tell(u"没有选择文件。"_s);
@@ -21,7 +21,7 @@ QCoro::Task<std::optional<QString>> pickFile(Dialogs& dialogs, QString title, QS
 }
 
 QString offeredFolder() {
-    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString folder = homePath(HomePlace::exportFolder);
     return QFileInfo::exists(folder) ? folder : QDir::homePath();
 }
 

@@ -10,9 +10,9 @@
 #include "base/values.h"
 #include "research/day_tables.h"
 #include "store/bound_insert.h"
+#include "store/fresh_store.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
-#include "store/store_file.h"
 
 namespace guanchao {
 

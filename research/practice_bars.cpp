@@ -6,7 +6,7 @@
 
 #include "base/files.h"
 #include "base/values.h"
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "store/recordset.h"
 #include "store/store_error.h"
 
@@ -56,11 +56,11 @@ QString moveAside(const QString& path) {
 
 QString movePracticeBarsAside(const Stores& stores) {
     QStringList moved;
-    const std::pair<StoreFile, FixedPlace> places[] = {
-        {stores.firstHistory, FixedPlace::firstHistory},
-        {stores.secondHistory, FixedPlace::secondHistory}};
+    const std::pair<StoreFile, HomePlace> places[] = {
+        {stores.firstHistory, HomePlace::firstHistory},
+        {stores.secondHistory, HomePlace::secondHistory}};
     for (const auto& [store, place] : places) {
-        if (store.path == fixedPath(place) && holdsPracticeBars(store.path)) {
+        if (store.path == homePath(place) && holdsPracticeBars(store.path)) {
             moved << moveAside(store.path);
         }
     }

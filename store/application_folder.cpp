@@ -8,7 +8,7 @@
 
 #include "base/activity.h"
 #include "base/files.h"
-#include "store/store_file.h"
+#include "store/fresh_store.h"
 #include "store/stores.h"
 
 namespace guanchao {

@@ -12,8 +12,8 @@
 #include "formats/initials.h"
 #include "formats/seed_list.h"
 #include "store/bound_insert.h"
+#include "store/fresh_store.h"
 #include "store/recordset.h"
-#include "store/store_file.h"
 
 // Resources of a static library have to be named once by who uses them; the macro wants to stand
 // outside of any namespace.

@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "store/keys.h"
 
 namespace guanchao {
@@ -13,8 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // A practice folder has its own, so that made-up days never lie among real ones.
-QString historyPath(const QString& yingyongmulu, FixedPlace place) {
-    const QString path = fixedPath(place);
+QString historyPath(const QString& yingyongmulu, HomePlace place) {
+    const QString path = homePath(place);
     const QFileInfo own(yingyongmulu + historyFolder + QFileInfo(path).fileName());
     return own.dir().exists() ? own.filePath() : path;
 }
@@ -32,8 +32,8 @@ QString applicationFolder(const QString& programFolder) {
 Stores storesIn(const QString& yingyongmulu) {
     Stores stores;
     stores.main = {yingyongmulu + u"dzhzhuti.mzdat"_s, {}};
-    stores.firstHistory = {historyPath(yingyongmulu, FixedPlace::firstHistory), {}};
-    stores.secondHistory = {historyPath(yingyongmulu, FixedPlace::secondHistory), {}};
+    stores.firstHistory = {historyPath(yingyongmulu, HomePlace::firstHistory), {}};
+    stores.secondHistory = {historyPath(yingyongmulu, HomePlace::secondHistory), {}};
     stores.heat = {yingyongmulu + u"caijiqi.mzdat"_s, xiezhongzi(heatSeed)};
     const QString articleKey = xiezhongzi(articleSeed);
     stores.article = {yingyongmulu + u"wenzhang.mzdat"_s, articleKey};

@@ -8,7 +8,7 @@
 #include <optional>
 #include <stop_token>
 
-#include "formats/html_tables.h"
+#include "formats/html_page.h"
 #include "platform/dialogs.h"
 #include "platform/http_client.h"
 #include "store/stores.h"

@@ -8,7 +8,7 @@
 #include "base/activity.h"
 #include "collector/search_page.h"
 #include "formats/gbk.h"
-#include "formats/html_tables.h"
+#include "formats/html_page.h"
 #include "formats/page_text.h"
 #include "market/chart_box.h"
 #include "market/index_panels.h"

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "base/activity.h"
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -31,7 +31,7 @@ protected:
 };
 
 TEST_F(Form3Test, TheDialogsFillTheirFields) {
-    const QString folder = fixedPath(FixedPlace::exportFolder);
+    const QString folder = homePath(HomePlace::exportFolder);
     click(u"Command8"_s);
     EXPECT_EQ(text(u"Text1"_s), folder + u"zhutibackup.ztb"_s);
     dialogs_.picked = u"/a/b.ztb"_s;

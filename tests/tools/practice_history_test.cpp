@@ -4,7 +4,7 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "research/history_store.h"
 #include "research/practice_bars.h"
 #include "tests/support/qt_printers.h"

@@ -5,14 +5,14 @@
 #include <QFileInfo>
 #include <QTextStream>
 
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "tools/market_scale/history_scale.h"
 #include "tools/market_scale/market_scale.h"
 
 namespace {
 
-guanchao::StoreFile historyIn(const QString& folder, guanchao::FixedPlace place) {
-    return {QDir(folder).filePath(QFileInfo(guanchao::fixedPath(place)).fileName()), {}};
+guanchao::StoreFile historyIn(const QString& folder, guanchao::HomePlace place) {
+    return {QDir(folder).filePath(QFileInfo(guanchao::homePath(place)).fileName()), {}};
 }
 
 }  // namespace
@@ -25,11 +25,11 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        using guanchao::FixedPlace;
+        using guanchao::HomePlace;
         guanchao::makeMarketScale(arguments[1], {});
         guanchao::writeMarketLists(arguments[1]);
-        guanchao::makeHistoryScale(historyIn(arguments[1], FixedPlace::firstHistory),
-                                   historyIn(arguments[1], FixedPlace::secondHistory), {}, true);
+        guanchao::makeHistoryScale(historyIn(arguments[1], HomePlace::firstHistory),
+                                   historyIn(arguments[1], HomePlace::secondHistory), {}, true);
     } catch (const std::exception& failure) {
         QTextStream(stderr) << failure.what() << '\n';
         return 1;

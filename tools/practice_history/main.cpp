@@ -8,9 +8,9 @@
 #include <QTextStream>
 #include <stdexcept>
 
-#include "platform/fixed_folders.h"
+#include "platform/home_places.h"
 #include "research/history_store.h"
-#include "store/store_file.h"
+#include "store/fresh_store.h"
 #include "store/stores.h"
 #include "tools/history_builder/theme_members.h"
 #include "tools/practice_history/practice_history.h"

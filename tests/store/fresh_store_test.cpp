@@ -1,4 +1,4 @@
-#include "store/store_file.h"
+#include "store/fresh_store.h"
 
 #include "base/activity.h"
 #include "store/connection.h"
@@ -8,7 +8,7 @@
 
 namespace guanchao {
 
-class StoreFileTest : public ::testing::Test {
+class FreshStoreTest : public ::testing::Test {
 protected:
     void makeWith(const QString& path, const QString& word) {
         createStore(path, {}, u"create table a(b); insert into a values('%1')"_s.arg(word));
@@ -23,7 +23,7 @@ protected:
 };
 
 // What a killed run has left must neither stand in the way nor be played back into the next store.
-TEST_F(StoreFileTest, LeftoversOfAKilledRunGo) {
+TEST_F(FreshStoreTest, LeftoversOfAKilledRunGo) {
     makeWith(target_, QString(20000, u'旧'));
     QByteArray journal;
     {
@@ -42,7 +42,7 @@ TEST_F(StoreFileTest, LeftoversOfAKilledRunGo) {
     EXPECT_EQ(left(), QStringList{u"mubiao"_s});
 }
 
-TEST_F(StoreFileTest, AFailureLeavesTheOlderStore) {
+TEST_F(FreshStoreTest, AFailureLeavesTheOlderStore) {
     makeWith(target_, u"旧"_s);
     EXPECT_THROW(replaceStore(target_,
                               [this](const QString& path) {
@@ -58,7 +58,7 @@ TEST_F(StoreFileTest, AFailureLeavesTheOlderStore) {
 }
 
 // Without its journal an older file that an interruption left half written would be lost for good.
-TEST_F(StoreFileTest, AStoreThatCannotTakeItsPlaceLeavesTheJournal) {
+TEST_F(FreshStoreTest, AStoreThatCannotTakeItsPlaceLeavesTheJournal) {
     ASSERT_TRUE(QDir().mkpath(target_ + u"/zhanyong"_s));
     writeFile(target_ + u"-journal"_s, "journal");
     EXPECT_THROW(replaceStore(target_, [this](const QString& path) { makeWith(path, u"新"_s); }),

@@ -1,11 +1,11 @@
-#include "formats/html_tables.h"
+#include "formats/html_page.h"
 
 #include "formats/gbk.h"
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
-TEST(HtmlTables, ShapesOfTables) {
+TEST(HtmlPage, ShapesOfTables) {
     const struct {
         const char* page;
         QList<HtmlTable> tables;
@@ -35,7 +35,7 @@ TEST(HtmlTables, ShapesOfTables) {
     }
 }
 
-TEST(HtmlTables, APageIsReadAsItDeclares) {
+TEST(HtmlPage, APageIsReadAsItDeclares) {
     const QString title = u"<title>找不到</title>"_s;
     for (const QByteArray& page : std::initializer_list<QByteArray>{
              gbkFromText(title), "<meta charset=gb2312>" + gbkFromText(title),

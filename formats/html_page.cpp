@@ -1,4 +1,4 @@
-#include "formats/html_tables.h"
+#include "formats/html_page.h"
 
 #include <libxml/HTMLparser.h>
 

@@ -1,4 +1,4 @@
-#include "store/store_file.h"
+#include "store/fresh_store.h"
 
 #include <QFile>
 #include <QScopeGuard>
