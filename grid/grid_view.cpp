@@ -1,9 +1,7 @@
 #include "grid/grid_view.h"
 
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -15,8 +13,6 @@
 
 #include "base/values.h"
 #include "grid/cell_delegate.h"
-#include "grid/stock_rows.h"
-#include "grid/table_text.h"
 #include "grid/twips.h"
 
 namespace guanchao {
@@ -50,36 +46,8 @@ GridView::GridView(QWidget* parent)
         }
     });
     connectHeader();
-    addCommands();
-}
-
-void GridView::addCommands() {
-    const auto add = [this](const QString& words, const QList<QKeySequence>& keys) {
-        auto* command = new QAction(words, this);
-        command->setShortcuts(keys);
-        command->setShortcutContext(Qt::WidgetShortcut);
-        command->setShortcutVisibleInContextMenu(true);
-        addAction(command);
-        ownMenu_.addAction(command);
-        return command;
-    };
-    connect(add(u"复制"_s, {QKeySequence::Copy}), &QAction::triggered, this, &GridView::copyRows);
-    exports_ = add(u"导出表格…"_s, {});
-    exports_->setVisible(false);
-    connect(exports_, &QAction::triggered, this, &GridView::exportRows);
-    connect(add(u"在表中查找"_s, {Qt::Key_F3, Qt::Key_Slash}), &QAction::triggered, this,
-            [this] { find(SearchWay::forward); });
-    connect(add(u"选择列…"_s, {}), &QAction::triggered, this,
-            [this] { openColumnMenu(viewport()->mapToGlobal(viewport()->rect().topLeft())); });
-    chart_ = add(u"K线图"_s, {Qt::Key_F6});
-    chart_->setVisible(false);
-    connect(chart_, &QAction::triggered, this, &GridView::openChart);
-    auto* previous = new QAction(this);
-    previous->setShortcut(Qt::SHIFT | Qt::Key_F3);
-    previous->setShortcutContext(Qt::WidgetShortcut);
-    addAction(previous);
-    connect(previous, &QAction::triggered, this, [this] { find(SearchWay::backward); });
     connect(findLine_, &FindLine::found, this, &GridView::goTo);
+    connect(&commands_, &GridCommands::columnsChosen, this, &GridView::showColumns);
 }
 
 void GridView::connectHeader() {
@@ -105,7 +73,7 @@ void GridView::setGrid(ResultGrid& grid) {
         showMark();
         viewport()->update();  // the row that was marked before is one of the others now
     });
-    connect(&grid, &ResultGrid::refillBegins, this, &GridView::noteSelection);
+    connect(&grid, &ResultGrid::refillBegins, this, [this] { selection_.note(*this, *grid_); });
     connect(&grid, &ResultGrid::fillEnds, this, [this] { sort_.followFill(*grid_); });
     connect(&grid, &ResultGrid::filled, this, &GridView::showFill);
     connect(&grid, &ResultGrid::toolTipTextChanged, this,
@@ -114,34 +82,11 @@ void GridView::setGrid(ResultGrid& grid) {
     showFill();
 }
 
-void GridView::allowExport(Dialogs& dialogs, Failures& failures) {
-    export_.emplace(dialogs, failures);
-    exports_->setVisible(true);
-}
-
-void GridView::offerCharts(OpenChart open) {
-    openChart_ = std::move(open);
-    showCommands();
-}
-
-// The rows of a grid are of one kind.
-void GridView::showCommands() {
-    chart_->setVisible(openChart_ && grid_ && tellsStocks(*grid_));
-}
-
-void GridView::openChart() {
-    const QList<StockOfRow> stocks = stocksOf(*grid_);
-    const auto chosen = std::ranges::find(stocks, grid_->markedRow(), &StockOfRow::row);
-    if (chosen != stocks.end()) {
-        openChart_(stocks, chosen - stocks.begin());
-    }
-}
-
 void GridView::setRowMenu(QMenu& menu, MenuArea area) {
     menu_ = &menu;
     menuArea_ = area;
     menu.addSeparator();
-    menu.addActions(ownMenu_.actions());
+    menu.addActions(commands_.menu().actions());
 }
 
 void GridView::setHint(const QString& hint) {
@@ -188,31 +133,8 @@ void GridView::showFill() {
     showColumns();
     tellHint();
     showMark();
-    selectAgain();
-    showCommands();
-}
-
-// A list that has got or lost rows is shown as another one, in which nothing would be selected.
-void GridView::noteSelection() {
-    selected_.clear();
-    for (const QModelIndex& it : selectionModel()->selectedRows()) {
-        selected_ << grid_->keyOf(rowAtIndex(it));
-    }
-}
-
-void GridView::selectAgain() {
-    const QSet<QStringList> former = std::exchange(selected_, {});
-    const bool isKept = selectionModel()->selectedRows().size() > 1;
-    if (former.size() < 2 || isKept || grid_->markedRow() == 0) {
-        return;
-    }
-    QItemSelection rows;
-    for (int row = 1; row < grid_->rows(); ++row) {
-        if (former.contains(grid_->keyOf(row))) {
-            rows.select(model()->index(row - 1, 0), model()->index(row - 1, grid_->cols() - 1));
-        }
-    }
-    selectionModel()->select(rows, QItemSelectionModel::Select);
+    selection_.selectAgain(*this, *grid_);
+    commands_.showThose();
 }
 
 // Keys go on in a column that is shown.
@@ -223,17 +145,6 @@ void GridView::showColumns() {
         selectionModel()->setCurrentIndex(indexInRow(rowAtIndex(currentIndex())),
                                           QItemSelectionModel::NoUpdate);
     }
-}
-
-void GridView::openColumnMenu(const QPoint& place) {
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    columns_.fillMenu(*menu, *grid_, [this] { showColumns(); });
-    connect(menu->addAction(u"恢复列宽"_s), &QAction::triggered, this, [this] {
-        widths_.forgetDrawn();
-        showColumns();
-    });
-    menu->popup(place);
 }
 
 // A fill leaves the view where the user has scrolled it. Rows that are selected beside the marked
@@ -248,7 +159,7 @@ void GridView::showMark() {
             selectionModel()->setCurrentIndex(indexInRow(std::max(rowAt(0), 0) + 1),
                                               QItemSelectionModel::NoUpdate);
         }
-    } else if (!isSelected(marked)) {
+    } else if (!isSelected(*this, marked)) {
         setCurrentIndex(indexInRow(marked));
     } else if (rowAtIndex(currentIndex()) != marked) {
         selectionModel()->setCurrentIndex(indexInRow(marked), QItemSelectionModel::NoUpdate);
@@ -261,18 +172,15 @@ QModelIndex GridView::indexInRow(int row) const {
     return model()->index(row - 1, std::max(columnAt(0), 0));
 }
 
-bool GridView::isSelected(int row) const {
-    return selectionModel()->isSelected(model()->index(row - 1, 0));
-}
-
 // A row that the user takes out of the selection is the chosen one no longer, unless none is left.
 int GridView::selectedInsteadOf(int row) const {
-    if (row == 0 || isSelected(row) || !selectionModel()->hasSelection()) {
+    if (row == 0 || isSelected(*this, row) || !selectionModel()->hasSelection()) {
         return row;
     }
     const int marked = grid_->markedRow();
-    return marked > 0 && isSelected(marked) ? marked
-                                            : selectionModel()->selection().last().bottom() + 1;
+    return marked > 0 && isSelected(*this, marked)
+               ? marked
+               : selectionModel()->selection().last().bottom() + 1;
 }
 
 // A key chooses the row that it reaches, with Ctrl too, and with Shift all on the way; the program
@@ -314,7 +222,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
         if (event->type() == QEvent::MouseButtonPress) {
             choose(0, By::mouse);
         } else if (event->type() == QEvent::ContextMenu) {
-            openColumnMenu(static_cast<const QContextMenuEvent*>(event)->globalPos());
+            commands_.openColumnMenu(static_cast<const QContextMenuEvent*>(event)->globalPos());
             return true;
         }
     }
@@ -370,39 +278,9 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-QList<int> GridView::selectedRows() const {
-    QList<int> rows;
-    for (int row = 1; grid_ && row < grid_->rows(); ++row) {
-        if (isSelected(row)) {
-            rows << row;
-        }
-    }
-    return rows;
-}
-
 void GridView::editCell(int row, int col) {
     goTo({row, col});
     edit(model()->index(row - 1, col));
-}
-
-void GridView::copyRows() {
-    const QList<int> rows = selectedRows();
-    if (!rows.isEmpty()) {
-        QGuiApplication::clipboard()->setText(copiedText(*grid_, rows, columns_.shown(*grid_)));
-    }
-}
-
-void GridView::exportRows() {
-    if (grid_) {
-        const QString name = accessibleName().replace(u'/', u'-') + u".csv"_s;
-        export_->start(*grid_, name, [this] { return columns_.shown(*grid_); });
-    }
-}
-
-void GridView::find(SearchWay way) {
-    if (grid_) {
-        findLine_->find(way);
-    }
 }
 
 // As keys do.
@@ -445,7 +323,7 @@ bool GridView::event(QEvent* event) {
 // Enter does to the current row what a click does. The view's own way would copy the current cell.
 void GridView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
-        copyRows();
+        commands_.copyRows();
         return;
     }
     if (findLine_->isOpen() && event->key() == Qt::Key_Escape) {
@@ -464,7 +342,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
     QTableView::keyPressEvent(event);
     const int row = rowAtIndex(currentIndex());
-    if (row > 0 && row != grid_->markedRow() && isSelected(row)) {
+    if (row > 0 && row != grid_->markedRow() && isSelected(*this, row)) {
         choose(row, By::keys);
         keysRest_.start(0);
     }

@@ -6,20 +6,19 @@
 
 #include <QMenu>
 #include <QPointer>
-#include <QSet>
 #include <QTableView>
 #include <QTimer>
-#include <functional>
 #include <optional>
+#include <utility>
 
 #include "frame/kept_control.h"
 #include "grid/column_choice.h"
 #include "grid/column_widths.h"
 #include "grid/find_line.h"
-#include "grid/grid_export.h"
+#include "grid/grid_commands.h"
 #include "grid/header_sort.h"
 #include "grid/result_grid.h"
-#include "grid/stock_rows.h"
+#include "grid/selected_rows.h"
 
 namespace guanchao {
 
@@ -45,12 +44,12 @@ public:
     void shareSortOrder(const GridView& other) { sort_.shareOrder(other.sort_); }
 
     // 导出表格: without this the view has no such command.
-    void allowExport(Dialogs& dialogs, Failures& failures);
+    void allowExport(Dialogs& dialogs, Failures& failures) {
+        commands_.allowExport(dialogs, failures);
+    }
 
-    // K线图: without this, and on rows that hold no stock, the view has no such command. Told of
-    // the stocks of all rows in their order, and which of them is the chosen one.
-    using OpenChart = std::function<void(const QList<StockOfRow>& stocks, qsizetype chosen)>;
-    void offerCharts(OpenChart open);
+    // K线图: without this, and on rows that hold no stock, the view has no such command.
+    void offerCharts(GridCommands::OpenChart open) { commands_.offerCharts(std::move(open)); }
 
     // The menu that the right button or the menu key opens on a row, after the row was chosen. The
     // view's own commands are put at its end; they are the menu of a view that is given none.
@@ -58,7 +57,7 @@ public:
     void setRowMenu(QMenu& menu, MenuArea area = MenuArea::rows);
 
     // In their order, the marked one among them.
-    QList<int> selectedRows() const;
+    QList<int> selectedRows() const { return guanchao::selectedRows(*this); }
 
     // Into a cell of the grid's editable column the user writes, as after a double click on it. No
     // list may be filled meanwhile.
@@ -115,42 +114,28 @@ private:
     bool isEmpty() const { return grid_ && grid_->cols() == 1 && grid_->rows() == 1; }
     int rowAtIndex(const QModelIndex& index) const { return index.isValid() ? index.row() + 1 : 0; }
     QModelIndex indexInRow(int row) const;
-    bool isSelected(int row) const;
     int selectedInsteadOf(int row) const;
     void connectHeader();
-    void addCommands();
-    void openColumnMenu(const QPoint& place);
     void showColumns();
-    void copyRows();
-    void exportRows();
-    void openChart();
-    void showCommands();
-    void find(SearchWay way);
     void goTo(CellPlace place);
     void showFill();
-    void noteSelection();
-    void selectAgain();
     void tellHint();
     void showMark();
     void choose(int row, By by, const std::optional<QPoint>& menuPlace = std::nullopt);
 
     QPointer<ResultGrid> grid_;
-    QMenu ownMenu_;
-    QPointer<QMenu> menu_ = &ownMenu_;
-    QAction* exports_ = nullptr;
-    QAction* chart_ = nullptr;
     ColumnChoice columns_;
     FindLine* findLine_;
     MenuArea menuArea_ = MenuArea::rows;
     HeaderSort sort_;
     ColumnWidths widths_;
-    QSet<QStringList> selected_;  // the items, as a fill of the same list began
+    KeptSelection selection_;
     QString hint_;
     QModelIndex pressedIndex_;
     By chosenBy_ = By::keys;
     QTimer keysRest_;  // up when no further key waits
-    std::optional<GridExport> export_;
-    OpenChart openChart_;
+    GridCommands commands_{*this, columns_, widths_, *findLine_};
+    QPointer<QMenu> menu_ = &commands_.menu();
 };
 
 }  // namespace guanchao
