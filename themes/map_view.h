@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include "frame/kept_control.h"
+#include "themes/map_names.h"
 #include "themes/theme_map.h"
 #include "themes/treemap.h"
 
@@ -33,7 +34,7 @@ public:
     // Without an area it is not drawn.
     const QList<QRect>& places() const { return places_; }
     // Of the names that are drawn; empty for a box without one.
-    QRect namePlace(qsizetype box) const;
+    QRect namePlace(qsizetype box) const { return names_.place(box); }
 
     void setArea(MapArea area);
     MapArea area() const { return area_; }
@@ -78,16 +79,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
-    struct Name {
-        int font = 0;
-        QStringList lines;
-        QRect place;
-    };
-
     void layOut();
-    void nameBoxes();
-    Name nameOf(const MapBox& box, const QRect& place) const;
-    Name nameOfLines(const QStringList& lines, int font, const QRect& place, double air) const;
     void paintBox(QPainter& painter, qsizetype box) const;
     void paintFrame(QPainter& painter, qsizetype box, int width) const;
     qsizetype boxAt(const QPoint& point) const;
@@ -100,8 +92,7 @@ private:
     Kind kind_;
     MapArea area_ = MapArea::members;
     QList<QRect> places_;
-    QList<Name> names_;
-    QList<QFont> fonts_;  // the largest first
+    MapNames names_;
     QString hint_;
     qsizetype chosen_ = -1;
     qsizetype pointed_ = -1;
