@@ -6,6 +6,7 @@
 
 #include "base/activity.h"
 #include "base/time_left.h"
+#include "research/fill_jobs.h"
 #include "research/history_rows.h"
 #include "services/polite_http.h"
 #include "services/stock_code.h"
@@ -19,17 +20,12 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // In one transaction.
-constexpr qsizetype codesInABatch = 20;
 constexpr qsizetype quotesInABatch = 500;
 constexpr qsizetype mostFailuresInARow = 10;
 constexpr qsizetype mostUnknownInARow = 50;
 // Of a quote that shows that the code is traded.
 constexpr int oldestQuoteDays = 15;
 constexpr int mostRests = 3;
-
-Activity filling() {
-    return Activity(u"补全历史行情"_s, u"已经补上的日线都已保留。"_s);
-}
 
 bool hasWeekday(const DayRange& days) {
     for (QDate day = days.first; day <= days.last; day = day.addDays(1)) {
@@ -100,18 +96,10 @@ QCoro::Task<> HistoryFill::readLibrary(std::stop_token stop) {
     }
 }
 
-// A kill between the two files left the second behind.
 QCoro::Task<> HistoryFill::readState(std::stop_token stop) {
     const auto job = [files = files_, codes = QStringList(leadingIndex) + codes_,
                       today = clock_.now().date()](const auto& work) {
-        const Activity activity = filling();
-        const HistoryState state =
-            readHistoryState(files, codes, today, [&work] { work.endIfStopped(); });
-        for (qsizetype at = 0; at < state.behind.size(); at += codesInABatch) {
-            work.endIfStopped();
-            levelSecond(files, state.behind.mid(at, codesInABatch));
-        }
-        return state;
+        return levelledState(files, codes, today, [&work] { work.endIfStopped(); });
     };
     state_ = co_await inWorker(job, control_.asking(), stop);
 }
@@ -205,22 +193,10 @@ QCoro::Task<> HistoryFill::takeQuotes(std::stop_token stop) {
     }
 }
 
-// A former close that isn't the stored one is a dividend: that needs factors and stays a gap.
 QCoro::Task<> HistoryFill::storeQuotes(QList<DayQuote> quotes, QDate formerDay,
                                        std::stop_token stop) {
-    const auto join = [quotes, path = files_.first](const auto&) {
-        const Activity activity = filling();
-        Connection first(path, {});
-        QList<DayRow> rows;
-        for (const DayQuote& quote : quotes) {
-            const auto last = neighbourBefore(first, quote.dm, quote.moment.date());
-            if (last && last->close == hundredths(quote.formerClose)) {
-                rows << closeRow(quote, last->factor);
-            }
-        }
-        return rows;
-    };
-    const QList<DayRow> rows = co_await inWorker(join, control_.asking(), stop);
+    const auto job = [quotes, files = files_](const auto&) { return rowsThatGoOn(files, quotes); };
+    const QList<DayRow> rows = co_await inWorker(job, control_.asking(), stop);
     DayRanges asked;
     for (const DayRow& row : rows) {
         StoredDays& stored = state_.codes[row.dm];
@@ -237,7 +213,7 @@ QCoro::Task<> HistoryFill::storeQuotes(QList<DayQuote> quotes, QDate formerDay,
 
 QCoro::Task<> HistoryFill::findGaps(std::stop_token stop) {
     show(u"正在找缺少的日子…"_s);
-    QList<QPair<QString, DayRange>> wanted;
+    WantedDays wanted;
     for (const QString& dm : codes_) {
         const DayRange days = wantedOf(state_.codes.value(dm));
         if (!days.isNull()) {
@@ -245,22 +221,8 @@ QCoro::Task<> HistoryFill::findGaps(std::stop_token stop) {
         }
     }
     const bool withFactors = past_.namesFactors() && !wish_.onlyNewDays;
-    const auto job = [=, state = state_, path = files_.first](const auto& work) {
-        const Activity activity = filling();
-        Connection first(path, {});
-        QList<CodeGap> gaps;
-        for (const auto& [dm, days] : wanted) {
-            work.endIfStopped();
-            const StoredDays stored = state.codes.value(dm);
-            std::optional<CodeGap> gap = gapOf(first, dm, stored, state.marketDays, days);
-            if (!gap && withFactors && isStockCode(dm)) {
-                gap = factorGapOf(first, dm, stored);
-            }
-            if (gap) {
-                gaps << *gap;
-            }
-        }
-        return gaps;
+    const auto job = [=, state = state_, files = files_](const auto& work) {
+        return gapsOf(files, state, wanted, withFactors, [&work] { work.endIfStopped(); });
     };
     const QList<CodeGap> gaps = co_await inWorker(job, control_.asking(), stop);
     gaps_.assign(gaps.begin(), gaps.end());
