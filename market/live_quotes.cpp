@@ -7,7 +7,6 @@
 #include "base/values.h"
 #include "formats/ini_file.h"
 #include "market/trading_session.h"
-#include "services/service_names.h"
 #include "services/stock_code.h"
 
 namespace guanchao {
@@ -25,30 +24,13 @@ const QString key = u"fenshidm"_s;
 // What is read, as the line of the window names it.
 const QString quoteWords = u"行情"_s;
 const QString fundamentalsWords = u"资料"_s;
-const QString homeIndexWords = u"国内指数"_s;
-const QString worldIndexWords = u"外围指数"_s;
-const QString chartWords = u"走势图"_s;
 const QString meanWords = u"均量"_s;
-
-const QString noConnection = u"请检查网络连接，行情服务器连接不上!"_s;
-
-QString noData(const QString& name) {
-    return u"没有找到"_s + name + u"的数据!"_s;
-}
 
 // What the box names that tells of a bad reply.
 class QuoteActivity : public Activity {
 public:
     QuoteActivity() : Activity(u"读取行情"_s, u"行情的自动更新已停止，点“查询”重新开始。"_s) {}
 };
-class IndexActivity : public Activity {
-public:
-    IndexActivity() : Activity(u"读取指数"_s, u"个股的行情照常更新。"_s) {}
-};
-
-QStringView turnoverCode(const HomeIndex& index) {
-    return index.turnoverCode.isEmpty() ? index.code : index.turnoverCode;
-}
 
 QString iniPath(const Globals& globals) {
     return globals.yingyongmulu + u"read.ini"_s;
@@ -58,16 +40,6 @@ QString lastCode(const Globals& globals) {
     const QString noted = IniFile(iniPath(globals)).value(section, key).value_or(QString());
     const QString code = trimBlanks(noted.section(QChar(u'\0'), 0, 0));
     return code.size() < codeLength ? u"SH600585"_s : code;
-}
-
-HomeIndexPanel readHomePanel(const QuoteRow& fields) {
-    const IndexActivity activity;
-    return homeIndexPanel(fields);
-}
-
-Turnover readComposite(const QuoteRow& fields) {
-    const IndexActivity activity;
-    return compositeTurnover(fields);
 }
 
 bool isHandedOver(const QString& dm) {
@@ -83,12 +55,13 @@ LiveQuotes::LiveQuotes(Globals& globals, const Clock& clock, HttpClient& http,
       clock_(clock),
       http_(http),
       services_(services),
-      source_(http, clock, services),
       meanVolume_(meanVolume),
       polledDay_(polledDay),
       failures_(failures),
       shell_(shell),
       screen_(screen),
+      desk_(http, clock, services, screen),
+      indexes_(desk_, meanVolume, globals, screen),
       readings_(dialogs, failures, [this] { setPolls(polls_); }) {}
 
 LiveQuotes::Opening LiveQuotes::load() {
@@ -172,8 +145,7 @@ QCoro::Task<> LiveQuotes::takePoll(std::stop_token stop) {
         chartRuns_.start([this](std::stop_token token) { return pollCharts(token); });
     }
     if (pollsSinceCharts_ > pollsBeforeIndex && marketOpen()) {
-        const Reading index = {homeIndexWords,
-                               [this](std::stop_token token) { return pollHomeIndex(token); }};
+        const Reading index = indexes_.homePoll();
         co_await readings_.takeQuietly(index, stop);
     }
     if (marketOpen()) {
@@ -189,10 +161,9 @@ QCoro::Task<> LiveQuotes::pollCharts(std::stop_token stop) {
     if (!dm_.isEmpty()) {
         co_await showStockCharts(stop);
     }
-    co_await showHomeIndexChart(stop);
-    if (readings_.lacks(worldIndexWords)) {
-        const Reading world = {worldIndexWords,
-                               [this](std::stop_token token) { return fetchWorldIndex(token); }};
+    co_await indexes_.showHomeChart(stop);
+    const Reading world = indexes_.worldIndex();
+    if (readings_.lacks(world.what)) {
         co_await readings_.takeQuietly(world, stop);
     }
 }
@@ -264,24 +235,13 @@ void LiveQuotes::refuseStock() {
 }
 
 void LiveQuotes::readHomeIndex(int index) {
-    if (index != homeIndex_) {
-        screen_.clearHomeIndex();
-        indexMean_ = 0;
-    }
-    homeIndex_ = index;
-    read(QuotePart::homeIndex, homeRuns_,
-         {{homeIndexWords, [this](std::stop_token stop) { return takeHomeIndex(stop); }},
-          {chartWords, [this](std::stop_token stop) { return showHomeIndexChart(stop); }}});
+    indexes_.chooseHome(index);
+    read(QuotePart::homeIndex, homeRuns_, indexes_.home());
 }
 
 void LiveQuotes::readWorldIndex(int index) {
-    if (index != worldIndex_) {
-        screen_.clearWorldIndex();
-    }
-    worldIndex_ = index;
-    read(QuotePart::worldIndex, worldRuns_,
-         {{worldIndexWords, [this](std::stop_token stop) { return fetchWorldIndex(stop); }},
-          {chartWords, [this](std::stop_token stop) { return showWorldIndexChart(stop); }}});
+    indexes_.chooseWorld(index);
+    read(QuotePart::worldIndex, worldRuns_, indexes_.world());
 }
 
 QCoro::Task<> LiveQuotes::takeQuote(std::stop_token stop) {
@@ -296,43 +256,8 @@ QCoro::Task<> LiveQuotes::takeMean(QString dm, std::stop_token stop) {
     showStockAgain();
 }
 
-// The mean belongs to the index whose turnover is shown.
-QCoro::Task<> LiveQuotes::takeHomeIndex(std::stop_token stop) {
-    const std::optional<ReadIndex> read = co_await fetchHomeIndex(stop);
-    if (read && read->index.hasRatio) {
-        const QString code = turnoverCode(read->index).toString();
-        indexMean_ = co_await meanVolume_.of(code, stop);
-        showRatio(*read);
-    }
-}
-
-QCoro::Task<> LiveQuotes::pollHomeIndex(std::stop_token stop) {
-    const std::optional<ReadIndex> read = co_await fetchHomeIndex(stop);
-    if (read) {
-        showRatio(*read);
-    }
-}
-
-QCoro::Task<> LiveQuotes::fetchWorldIndex(std::stop_token stop) {
-    const QString code = worldIndexes[static_cast<size_t>(worldIndex_)].code.toString();
-    const QuoteRow fields = co_await fetchQuote(code, stop);
-    const IndexActivity activity;
-    if (!hasWorldIndex(fields)) {
-        throw NotHad{u"没有数据"_s, u"没有找到该股数据!"_s};
-    }
-    screen_.showWorldIndex(worldIndexPanel(fields));
-}
-
 void LiveQuotes::updateMarketFlag() {
     globals_.jiaoyishiduan = inTradingSession(clock_.now()) ? 1 : 0;
-}
-
-QCoro::Task<QuoteRow> LiveQuotes::fetchQuote(QString code, std::stop_token stop) {
-    const QuotesReply reply = co_await source_.fetch(code, stop);
-    if (reply.lines.isEmpty()) {
-        throw NotHad{reply.lack, leadsToServices(reply.lack) ? reply.lack : noConnection};
-    }
-    co_return quoteRow(reply.lines);
 }
 
 // A service that the user has taken out of services.ini is not missed.
@@ -355,7 +280,7 @@ QCoro::Task<> LiveQuotes::fetchStock(std::stop_token stop) {
         co_return;
     }
     const QString code = dm_.toLower();
-    const QuoteRow fields = co_await fetchQuote(code, stop);
+    const QuoteRow fields = co_await desk_.fetch(code, stop);
     polledDay_.note(dm_, fields);
     showStock(fields);
 }
@@ -377,60 +302,12 @@ void LiveQuotes::showStockAgain() {
     }
 }
 
-// Nothing where no ratio can be told.
-QCoro::Task<std::optional<LiveQuotes::ReadIndex>> LiveQuotes::fetchHomeIndex(std::stop_token stop) {
-    const HomeIndex index = homeIndexes[static_cast<size_t>(homeIndex_)];
-    const QString code = index.code.toString();
-    const QuoteRow fields = co_await fetchQuote(code, stop);
-    if (!hasHomeIndex(fields)) {
-        screen_.showNoHomeIndex(noData(index.name.toString()));
-        co_return std::nullopt;
-    }
-    ReadIndex read = {index, readHomePanel(fields), fields};
-    // Already now: what completes it may be late or broken.
-    screen_.showHomeIndex(read.panel);
-    if (!index.turnoverCode.isEmpty()) {
-        const QString whole = index.turnoverCode.toString();
-        const QuoteRow composite = co_await fetchQuote(whole, stop);
-        if (!hasHomeIndex(composite)) {
-            co_return std::nullopt;
-        }
-        read.panel.turnover = readComposite(composite);
-        screen_.showHomeIndex(read.panel);
-    }
-    co_return read;
-}
-
-void LiveQuotes::showRatio(ReadIndex read) {
-    const IndexActivity activity;
-    if (read.index.hasRatio) {
-        read.panel.ratio = indexRatio(read.fields, read.panel.turnover, indexMean_, marketOpen());
-        screen_.showHomeIndex(read.panel);
-    }
-}
-
-QCoro::Task<> LiveQuotes::showChart(QuoteChart chart, QString path, std::stop_token stop) {
-    const HttpReply reply = co_await http_.get(services_.chart, path, stop);
-    screen_.showChart(chart, reply.answered() ? std::optional(reply.body) : std::nullopt);
-}
-
 QCoro::Task<> LiveQuotes::showStockCharts(std::stop_token stop) {
     const QString code = dm_.toLower();
     const QString intraday = u"/newchart/min/n/"_s + code + u".gif"_s;
     const QString daily = u"/newchart/daily/n/"_s + code + u".gif"_s;
-    co_await showChart(QuoteChart::intraday, intraday, stop);
-    co_await showChart(QuoteChart::daily, daily, stop);
-}
-
-QCoro::Task<> LiveQuotes::showHomeIndexChart(std::stop_token stop) {
-    const HomeIndex index = homeIndexes[static_cast<size_t>(homeIndex_)];
-    const QString path = index.chartPath.toString();
-    co_await showChart(QuoteChart::homeIndex, path, stop);
-}
-
-QCoro::Task<> LiveQuotes::showWorldIndexChart(std::stop_token stop) {
-    const QString path = worldIndexes[static_cast<size_t>(worldIndex_)].chartPath.toString();
-    co_await showChart(QuoteChart::worldIndex, path, stop);
+    co_await desk_.showChart(QuoteChart::intraday, intraday, stop);
+    co_await desk_.showChart(QuoteChart::daily, daily, stop);
 }
 
 }  // namespace guanchao

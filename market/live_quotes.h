@@ -6,7 +6,6 @@
 // come, whatever else is on its way, and only that quote's failure leaves them off.
 #pragma once
 
-#include <QByteArray>
 #include <QCoro/QCoroTask>
 #include <QString>
 #include <optional>
@@ -14,50 +13,19 @@
 
 #include "base/globals.h"
 #include "base/runs.h"
-#include "market/index_panels.h"
+#include "market/index_quotes.h"
 #include "market/mean_volume.h"
 #include "market/polled_day.h"
+#include "market/quote_desk.h"
 #include "market/readings.h"
-#include "market/stock_quote.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/http_client.h"
 #include "platform/shell.h"
 #include "services/fundamentals.h"
-#include "services/quote_source.h"
 #include "services/services.h"
 
 namespace guanchao {
-
-enum class QuoteChart { intraday, daily, homeIndex, worldIndex };
-enum class QuotePart { stock, homeIndex, worldIndex };
-
-// Where the results go as they come.
-class QuoteScreen {
-public:
-    virtual ~QuoteScreen() = default;
-
-    // All that is read from now on is of this stock, in upper case; of none if it is empty.
-    virtual void beginStock(const QString& dm) = 0;
-    virtual void showFundamentals(const FundamentalTexts& texts) = 0;
-    // Nothing where the chart can't be had.
-    virtual void showChart(QuoteChart chart, const std::optional<QByteArray>& picture) = 0;
-    // The part is on its way; what has not come when that ends won't come.
-    virtual void setLoading(QuotePart part, bool loading) = 0;
-    // Nothing of the former one stays, the charts neither.
-    virtual void clearStock() = 0;
-    virtual void showStock(const StockPanel& panel) = 0;
-    // The words instead of its figures.
-    virtual void showNoStock(const QString& words) = 0;
-    // Likewise, but for the ratio.
-    virtual void clearHomeIndex() = 0;
-    virtual void showHomeIndex(const HomeIndexPanel& panel) = 0;
-    virtual void showNoHomeIndex(const QString& words) = 0;
-    virtual void clearWorldIndex() = 0;
-    virtual void showWorldIndex(const WorldIndexPanel& panel) = 0;
-    // The timer of the polls, to begin anew or to stop; and what could not be had last, in words.
-    virtual void setPolling(bool on, const QString& lack) = 0;
-};
 
 class LiveQuotes {
 public:
@@ -95,11 +63,6 @@ public:
     void openDailyPage(const QString& typed);
 
 private:
-    struct ReadIndex {
-        HomeIndex index;
-        HomeIndexPanel panel;
-        QuoteRow fields;
-    };
     void begin();
     void setPolls(bool on);
     void read(QuotePart part, Runs& runs, const QList<Reading>& readings);
@@ -109,44 +72,33 @@ private:
     void readWorldIndex(int index);
     QCoro::Task<> takeQuote(std::stop_token stop);
     QCoro::Task<> takeMean(QString dm, std::stop_token stop);
-    QCoro::Task<> takeHomeIndex(std::stop_token stop);
     QCoro::Task<> takePoll(std::stop_token stop);
     QCoro::Task<> pollCharts(std::stop_token stop);
     void updateMarketFlag();
     bool marketOpen() const { return globals_.jiaoyishiduan > 0; }
     void openPage(const Service& service, const QString& path, const QString& typed);
-    QCoro::Task<QuoteRow> fetchQuote(QString code, std::stop_token stop);
     QCoro::Task<> takeFundamentals(QString dm, std::stop_token stop);
     QCoro::Task<> fetchStock(std::stop_token stop);
     void showStock(const QuoteRow& fields);
     void showStockAgain();
-    QCoro::Task<std::optional<ReadIndex>> fetchHomeIndex(std::stop_token stop);
-    QCoro::Task<> pollHomeIndex(std::stop_token stop);
-    void showRatio(ReadIndex read);
-    QCoro::Task<> fetchWorldIndex(std::stop_token stop);
-    QCoro::Task<> showChart(QuoteChart chart, QString path, std::stop_token stop);
     QCoro::Task<> showStockCharts(std::stop_token stop);
-    QCoro::Task<> showHomeIndexChart(std::stop_token stop);
-    QCoro::Task<> showWorldIndexChart(std::stop_token stop);
 
     Globals& globals_;
     const Clock& clock_;
     HttpClient& http_;
     const Services& services_;
-    QuoteSource source_;
     MeanVolume& meanVolume_;
     PolledDay& polledDay_;
     Failures& failures_;
     Shell& shell_;
     QuoteScreen& screen_;
+    QuoteDesk desk_;
+    IndexQuotes indexes_;
 
     QString shownDm_;  // whose name and figures are on the screen
     QString dm_;       // 代码: the stock that is polled, empty before the first query
     Fundamentals fundamentals_;
     double stockMean_ = 0;
-    int homeIndex_ = 0;
-    int worldIndex_ = 0;
-    double indexMean_ = 0;
     int pollsSinceCharts_ = 0;
     std::optional<QuoteRow> stockFields_;  // of its last quote
     bool awaitsQuote_ = false;             // of the stock that was queried
