@@ -100,9 +100,9 @@ bool ArticleEditor::add(ArticleFields& fields) {
     Connection store = stores_.article.open();
     Transaction transaction(store);
     store.execute(u"insert into wenzhang(rq,zuozhe,dalei,xiaolei,biaoti,leirong) values("_s +
-                  quoted(it->day + u" 00:00:00"_s) + u',' + quoted(it->author) + u',' +
-                  quoted(it->category) + u',' + quoted(it->subcategory) + u',' + quoted(it->title) +
-                  u',' + quoted(it->body) + u")"_s);
+                  quotedList({it->day + u" 00:00:00"_s, it->author, it->category, it->subcategory,
+                              it->title, it->body}) +
+                  u")"_s);
     transaction.commit();
     fields.id = Recordset(store, u"select max(id) as maxid FROM wenzhang"_s).value(0).toText();
     return true;

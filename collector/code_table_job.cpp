@@ -72,15 +72,14 @@ QStringList changesBy(const QList<Listed>& stocks, const QHash<QString, QString>
         if (stock.jc.isEmpty() || plainName(known.value(stock.dm)) == stock.jc) {
             continue;
         }
-        const QString jc = quoted(stock.jc);
-        const QString shenmu = quoted(initials.of(stock.jc));
+        const QString shenmu = initials.of(stock.jc);
         if (!known.contains(stock.dm)) {
             changes << u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s +
-                           quoted(stock.dm) + u',' + quoted(stock.dm.sliced(2)) + u',' + jc + u',' +
-                           shenmu + u',' + quoted(now) + u")"_s;
+                           quotedList({stock.dm, stock.dm.sliced(2), stock.jc, shenmu, now}) +
+                           u")"_s;
         } else if (!hasDayMark(stock.jc)) {
-            changes << u"update dmb set jc="_s + jc + u",shenmu="_s + shenmu + u" where dm="_s +
-                           quoted(stock.dm);
+            changes << u"update dmb set jc="_s + quoted(stock.jc) + u",shenmu="_s + quoted(shenmu) +
+                           u" where dm="_s + quoted(stock.dm);
         }
     }
     return changes;

@@ -42,9 +42,10 @@ bool isRenamed(const QString& before, const QString& name) {
 }
 
 QString insertCode(const ListedStock& stock, const Initials& initials, const QString& now) {
-    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s + quoted(stock.dm) + u',' +
-           quoted(stock.dm.right(codeDigits)) + u',' + quoted(stock.name) + u',' +
-           quoted(initials.of(stock.name)) + u',' + quoted(now) + u')';
+    return u"insert into dmb(dm,numdm,jc,shenmu,newdmtime) values("_s +
+           quotedList(
+               {stock.dm, stock.dm.right(codeDigits), stock.name, initials.of(stock.name), now}) +
+           u')';
 }
 
 QString renameCode(const ListedStock& stock, const Initials& initials) {

@@ -35,11 +35,9 @@ void keepHeadlines(Connection& heat, const QString& keyword, const QString& day,
     heat.execute(u"delete from xinwenbiaoti where riqi<"_s + quoted(day));
     heat.execute(u"delete from xinwenbiaoti where guanjianci="_s + quoted(keyword));
     for (const Headline& it : headlines.first(std::min(headlines.size(), mostKeptHeadlines))) {
-        const QStringList values = {quoted(keyword),  quoted(day),      quoted(timeText(it.time)),
-                                    quoted(it.title), quoted(it.media), quoted(it.url)};
         heat.execute(
             u"insert into xinwenbiaoti(guanjianci,riqi,shijian,biaoti,meiti,wangzhi) values("_s +
-            values.join(u',') + u')');
+            quotedList({keyword, day, timeText(it.time), it.title, it.media, it.url}) + u')');
     }
 }
 
