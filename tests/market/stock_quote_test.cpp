@@ -77,8 +77,11 @@ TEST(StockQuote, LimitsAreNarrowForSpecialTreatment) {
         EXPECT_EQ(panel.limitUp.text, it.up) << it.name.toStdString();
         EXPECT_EQ(panel.limitDown.text, it.down) << it.name.toStdString();
     }
-    EXPECT_EQ(stockPanel(reply(), {}, 0, true, u"BJ920799"_s).limitUp.text, u"13.00"_s)
-        << "of Beijing";
+    const QMap<QString, QString> boards = {
+        {u"BJ920799"_s, u"13.00"_s}, {u"SZ300001"_s, u"11.00"_s}, {u"SH688001"_s, u"11.00"_s}};
+    for (const auto& [dm, up] : boards.asKeyValueRange()) {
+        EXPECT_EQ(stockPanel(reply(), {}, 0, true, dm).limitUp.text, up) << dm.toStdString();
+    }
 }
 
 TEST(StockQuote, ValuationFollowsTheReport) {
