@@ -19,7 +19,7 @@ share_precompiled(guanchao_windows guanchao_program guanchaotai collector_window
 if(GUANCHAO_TESTS)
     target_precompile_headers(logic_tests PRIVATE cmake/precompiled/logic_tests.h)
     target_precompile_headers(window_tests PRIVATE cmake/precompiled/window_tests.h)
-    share_precompiled(guanchao_core guanchao_test_support poll_loop store_query)
+    share_precompiled(guanchao_core guanchao_test_support store_query)
 endif()
 if(GUANCHAO_BENCH)
     share_precompiled(guanchao_windows startup_probe guanchao_bench)

@@ -1,6 +1,5 @@
 #include "heat/commodity_editor.h"
 
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -22,7 +21,7 @@ protected:
     CommodityEditor editor_{store_.stores, globals_, dialogs_, removals_};
 };
 
-TEST_F(CommodityEditorTest, ANewCommodityStandsAsCollectedTwoDaysAgo) {
+TEST_F(CommodityEditorTest, ANewCommodityStandsAsCollectedTwoDaysAgoAndAChangeIsOfToday) {
     std::optional<Commodity> shown;
     const auto show = [&](const Commodity& commodity) { shown = commodity; };
     editor_.add({u" 锡 "_s, u" SZ000960 "_s, u"5.5度"_s}, show);
@@ -36,27 +35,22 @@ TEST_F(CommodityEditorTest, ANewCommodityStandsAsCollectedTwoDaysAgo) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此商品已存在!'锡',请点击修改按钮!"_s);
     editor_.add({u"O'x"_s, {}, {}}, show);
     EXPECT_EQ(list().last(), u"O'x|0||2026-03-01 00:00:00|2026-02-27 00:00:00"_s);
-}
-
-TEST_F(CommodityEditorTest, AChangeRewritesTheDayOfAddingAndKeepsTheName) {
     editor_.modify({u" 铝"_s, u"SZ000807"_s, u"x"_s});
-    EXPECT_EQ(list().last(), u"铝|0|SZ000807|2026-03-01 00:00:00|2026-11-20 09:00:00"_s);
+    EXPECT_EQ(list()[1], u"铝|0|SZ000807|2026-03-01 00:00:00|2026-11-20 09:00:00"_s);
     editor_.modify({u"金"_s, {}, {}});
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|没有找到商品'金',请点击添加按钮!"_s);
 }
 
 TEST_F(CommodityEditorTest, WhatTheCollectorWillPassByIsTold) {
-    const struct {
-        QString limit, attention;
-        bool collected;
-    } cases[] = {{u"0"_s, {}, false},        {u"0"_s, u"0"_s, false},  {u"0"_s, u"0.5度"_s, true},
-                 {u"5"_s, u"5"_s, false},    {u"5"_s, u"6"_s, true},   {u"-1"_s, u"x"_s, true},
-                 {u"null"_s, u"0"_s, false}, {u"2.5"_s, u"2"_s, false}};
-    for (const auto& it : cases) {
-        runHeat(u"update canshu set shopguanzhudu="_s + it.limit);
-        const QString words = editor_.notCollectedWords(it.attention);
-        EXPECT_EQ(words.isEmpty(), it.collected) << it.limit.toStdString();
-        EXPECT_TRUE(it.collected || words.contains(u"不采集"_s));
+    const std::tuple<QString, QString, bool> cases[] = {
+        {u"0"_s, {}, false},        {u"0"_s, u"0"_s, false},  {u"0"_s, u"0.5度"_s, true},
+        {u"5"_s, u"5"_s, false},    {u"5"_s, u"6"_s, true},   {u"-1"_s, u"x"_s, true},
+        {u"null"_s, u"0"_s, false}, {u"2.5"_s, u"2"_s, false}};
+    for (const auto& [limit, attention, collected] : cases) {
+        runHeat(u"update canshu set shopguanzhudu="_s + limit);
+        const QString words = editor_.notCollectedWords(attention);
+        EXPECT_EQ(words.isEmpty(), collected) << limit.toStdString();
+        EXPECT_TRUE(collected || words.contains(u"不采集"_s));
     }
 }
 
@@ -75,7 +69,7 @@ TEST_F(CommodityEditorTest, ADeletionAsksAndTakesTheHistoryAlong) {
     EXPECT_EQ(list(), before);
     EXPECT_EQ(heatRows(u"select shopname,riqi from shophq"_s),
               QStringList{u"铜|2026-11-24 10:00:00"_s});
-    runHeat(u"create trigger refuse before delete on shophq begin select raise(abort,'no'); end"_s);
+    TestStores::refuse(store_.stores.heat, u"delete on shophq"_s);
     EXPECT_THROW(outcomeOf(deleteCommodity(store_.stores, dialogs_, removals_, u"铜"_s, {})),
                  StoreError);
     EXPECT_EQ(list(), before) << "all or nothing";

@@ -31,8 +31,7 @@ protected:
         return form;
     }
     static void watch(const QWidget& form) {
-        auto* watch = form.findChild<StoreWatch*>();
-        watch->setInterval(std::chrono::milliseconds(5));
+        form.findChild<StoreWatch*>()->setInterval(std::chrono::milliseconds(5));
     }
     bool comesTo(int rows) {
         return QTest::qWaitFor([&] { return grid().rows() == rows; });
@@ -65,8 +64,7 @@ TEST_F(HeatRefreshTest, RowsComeInWhileMarkSelectionOrderAndScrollStay) {
     EXPECT_EQ(view().verticalScrollBar()->value(), 7);
 
     collect(u"题10"_s, 44, u"2026-11-23"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return grid(u"MSHFlexGrid2"_s).rows() == 3; }))
-        << "the history too";
+    until([&] { return grid(u"MSHFlexGrid2"_s).rows() == 3; });
     EXPECT_EQ(noteOf(11), u"近30天 一日数量：采集 2 天，最少 10，最多 44，最近 10"_s);
 
     collect(u"题10"_s, 1, u"2026-11-25"_s);
@@ -85,7 +83,7 @@ TEST_F(HeatRefreshTest, AHiddenWindowReadsNothingAndOneThatShowsAgainAtOnce) {
     themes->hide();
     collect(u"新题"_s, 1);
     runHeat(u"insert into gongsixinwen(riqi,dm,jc) values('2026-11-24','SH600001','邯钢')"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return companies() == 3; }));
+    until([&] { return companies() == 3; });
     form_ = themes;
     EXPECT_EQ(grid().rows(), 81);
     themes->show();
@@ -97,7 +95,7 @@ TEST_F(HeatRefreshTest, WhatFailsIsToldOnceAndAWindowMayCloseInTheMiddle) {
     collect(u"新题"_s, 1);
     ASSERT_TRUE(comesTo(82));
     runHeat(u"alter table xinwenshul rename to gone"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return failures_.texts.size() == 1; }));
+    until([&] { return failures_.texts.size() == 1; });
     runHeat(u"update canshu set guanzhudu=1"_s);
     runHeat(u"update canshu set guanzhudu=2"_s);
     runHeat(u"alter table gone rename to xinwenshul"_s);
@@ -108,8 +106,7 @@ TEST_F(HeatRefreshTest, WhatFailsIsToldOnceAndAWindowMayCloseInTheMiddle) {
         open<Form25>()->close();
         deleteClosedWindows();
     }
-    EXPECT_TRUE(
-        QTest::qWaitFor([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; }));
+    until([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; });
 }
 
 TEST_F(HeatRefreshTest, TheHeatMapOpensByKeyShowsTheDayAndLeadsBack) {
@@ -119,24 +116,21 @@ TEST_F(HeatRefreshTest, TheHeatMapOpensByKeyShowsTheDayAndLeadsBack) {
     auto* ranking = openWatching<Form25>();
     pressKey(view(), Qt::Key_F8);
     form_ = shownWindow<HeatMapWindow>();
-    ASSERT_TRUE(form_);
     watch(*form_);
-    EXPECT_EQ(form_->windowTitle(), u"主题热度图"_s);
     const auto mapRows = [&] { return grid(u"map"_s).rows(); };
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mapRows() == 81; }));
+    until([&] { return mapRows() == 81; });
     EXPECT_EQ(rowText(grid(u"map"_s), 1), u"1|题80|80"_s);
     find<QTabWidget>(u"tabs"_s)->setCurrentIndex(1);
     QApplication::processEvents();  // lays out
     auto* plot = find<ScatterPlot>(u"plot"_s);
-    const QString told = u"题10  一日数量 10  涨幅 3.00%"_s;
     QTest::keyClick(plot, Qt::Key_Right);
-    EXPECT_EQ(plot->chosenText(), told);
+    EXPECT_EQ(plot->chosenText(), u"题10  一日数量 10  涨幅 3.00%"_s);
     auto* field = find<QComboBox>(u"field"_s);
     QTest::keyClick(field, Qt::Key_End);
     QTest::keyClick(field, Qt::Key_Home);
     QTest::keyClick(field, Qt::Key_Down);
     collect(u"新题"_s, 1);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mapRows() == 82; }));
+    until([&] { return mapRows() == 82; });
     EXPECT_EQ(grid(u"map"_s).textMatrix(1, 2), u"0"_s) << "the growth of the day";
     QTest::keyClick(plot, Qt::Key_Right);
     QTest::keyClick(plot, Qt::Key_Return);

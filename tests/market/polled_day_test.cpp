@@ -1,12 +1,8 @@
 #include "market/polled_day.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class PolledDayTest : public ::testing::Test {
 protected:
@@ -19,11 +15,13 @@ protected:
     }
     // "minute price volume" of each point.
     QString points(const QString& dm = u"SH600000"_s) const {
-        QStringList texts;
-        for (const DayPoint& it : day_.of(dm).points) {
-            texts << u"%1 %2 %3"_s.arg(it.minute).arg(double(it.price)).arg(double(it.volume));
-        }
-        return texts.join(u',');
+        return textsOf(day_.of(dm).points,
+                       [](const DayPoint& it) {
+                           return u"%1 %2 %3"_s.arg(it.minute)
+                               .arg(double(it.price))
+                               .arg(double(it.volume));
+                       })
+            .join(u',');
     }
 
     PolledDay day_;
@@ -34,18 +32,16 @@ TEST_F(PolledDayTest, KeepsTheLastPriceOfEachMinuteOfTheNewestDay) {
     note(u"2026-11-24"_s, u"09:30:40"_s, u"10.5"_s, 2);
     note(u"2026-11-24"_s, u"09:32:00"_s, u"11"_s, 3);
     EXPECT_EQ(points(), u"570 10.5 2,572 11 3"_s);
-    const struct {
-        QString day, time, price, formerClose;
-    } passedOver[] = {{u"2026-11-24"_s, u"09:31:00"_s, u"9"_s, u"10"_s},
-                      {u"2026-11-23"_s, u"10:00:00"_s, u"9"_s, u"10"_s},
-                      {u"2026-11-24"_s, u"10:00:00"_s, u"0.000"_s, u"10"_s},
-                      {u"2026-11-24"_s, u"10:00:00"_s, u"9"_s, u"0"_s},
-                      {u"2026-11-24"_s, u"later"_s, u"9"_s, u"10"_s},
-                      {u""_s, u"10:00:00"_s, u"9"_s, u"10"_s}};
-    for (const auto& it : passedOver) {
-        note(it.day, it.time, it.price, 9, u"sh600000"_s, it.formerClose);
-        EXPECT_EQ(points(), u"570 10.5 2,572 11 3"_s)
-            << it.day.toStdString() << ' ' << it.time.toStdString();
+    const std::tuple<QString, QString, QString, QString> passedOver[] = {
+        {u"2026-11-24"_s, u"09:31:00"_s, u"9"_s, u"10"_s},
+        {u"2026-11-23"_s, u"10:00:00"_s, u"9"_s, u"10"_s},
+        {u"2026-11-24"_s, u"10:00:00"_s, u"0.000"_s, u"10"_s},
+        {u"2026-11-24"_s, u"10:00:00"_s, u"9"_s, u"0"_s},
+        {u"2026-11-24"_s, u"later"_s, u"9"_s, u"10"_s},
+        {u""_s, u"10:00:00"_s, u"9"_s, u"10"_s}};
+    for (const auto& [day, time, price, formerClose] : passedOver) {
+        note(day, time, price, 9, u"sh600000"_s, formerClose);
+        EXPECT_EQ(points(), u"570 10.5 2,572 11 3"_s) << day.toStdString() << time.toStdString();
     }
     note(u"2026-11-24"_s, u"15:00:01"_s, u"11"_s, 4);
     note(u"2026-11-24"_s, u"15:34:00"_s, u"11.2"_s, 5);

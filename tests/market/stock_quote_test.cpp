@@ -7,16 +7,14 @@
 
 namespace guanchao {
 
-namespace {
-
 // 浦发银行, up by 5 % in the morning, with a book about 10.50.
-const QString usual =
+static const QString usual =
     u"浦发银行,10.100,10.000,10.500,10.800,10.000,10.500,10.510,1234567,12345678.900,"
     u"100,10.500,200,10.490,349,10.480,400,10.470,500,10.460,"
     u"150,10.510,250,10.520,350,10.530,450,10.540,550,10.550,2026-11-24,10:30:00,00,"_s;
 
 // A reply with some fields changed.
-QuoteRow reply(const QHash<int, QString>& changes = {}, const QString& values = usual) {
+static QuoteRow reply(const QHash<int, QString>& changes = {}, const QString& values = usual) {
     QStringList fields = values.split(u',');
     for (const auto& [position, text] : changes.asKeyValueRange()) {
         fields[position] = text;
@@ -24,23 +22,19 @@ QuoteRow reply(const QHash<int, QString>& changes = {}, const QString& values = 
     return quoteRow(u"var hq_str_sh600000=\""_s + fields.join(u',') + u"\";\n"_s);
 }
 
-const Fundamentals healthy = {u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s};
-
-}  // namespace
+static const Fundamentals healthy = {u"2026-09-30 00:00:00"_s, u"2.5"_s, u"0.75"_s, u"5.25"_s};
 
 TEST(StockQuote, ColoursFollowTheFormerClose) {
-    const struct {
-        QString latest, gain;
-        Colour gainColour, priceColour;
-    } cases[] = {{u"10.500"_s, u"5%"_s, gainColour, riseColour},
-                 {u"10.000"_s, u"0%"_s, gainColour, textColour},
-                 {u"9.876"_s, u"-1.24%"_s, lossColour, fallColour},
-                 {u"0.000"_s, u"0%"_s, lossColour, textColour}};
-    for (const auto& it : cases) {
-        const StockPanel panel = stockPanel(reply({{3, it.latest}}), {}, 0, true);
-        EXPECT_EQ(panel.gain, it.gain);
-        EXPECT_EQ(panel.prices.colour, it.gainColour) << it.latest.toStdString();
-        EXPECT_EQ(panel.prices.latest.colour, it.priceColour) << it.latest.toStdString();
+    const std::tuple<QString, QString, Colour, Colour> cases[] = {
+        {u"10.500"_s, u"5%"_s, gainColour, riseColour},
+        {u"10.000"_s, u"0%"_s, gainColour, textColour},
+        {u"9.876"_s, u"-1.24%"_s, lossColour, fallColour},
+        {u"0.000"_s, u"0%"_s, lossColour, textColour}};
+    for (const auto& [latest, gain, ofGain, ofPrice] : cases) {
+        const StockPanel panel = stockPanel(reply({{3, latest}}), {}, 0, true);
+        EXPECT_EQ(panel.gain, gain);
+        EXPECT_EQ(panel.prices.colour, ofGain) << latest.toStdString();
+        EXPECT_EQ(panel.prices.latest.colour, ofPrice) << latest.toStdString();
     }
 }
 
@@ -64,18 +58,16 @@ TEST(StockQuote, ZerosBeforeTheOpenAndInASuspension) {
 }
 
 TEST(StockQuote, LimitsAreNarrowForSpecialTreatment) {
-    const struct {
-        QString name, up, down;
-    } cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
         {u"ST中安"_s, u"10.50"_s, u"9.50"_s},   {u"*ST中安"_s, u"10.50"_s, u"9.50"_s},
         {u"SST前锋"_s, u"10.50"_s, u"9.50"_s},  {u"st中安"_s, u"10.50"_s, u"9.50"_s},
         {u"S*ST前锋"_s, u"11.00"_s, u"9.00"_s}, {u"S佳通"_s, u"11.00"_s, u"9.00"_s},
         {u"中ST"_s, u"11.00"_s, u"9.00"_s},     {QString(), u"11.00"_s, u"9.00"_s},
     };
-    for (const auto& it : cases) {
-        const StockPanel panel = stockPanel(reply({{0, it.name}}), {}, 0, true);
-        EXPECT_EQ(panel.limitUp.text, it.up) << it.name.toStdString();
-        EXPECT_EQ(panel.limitDown.text, it.down) << it.name.toStdString();
+    for (const auto& [name, up, down] : cases) {
+        const StockPanel panel = stockPanel(reply({{0, name}}), {}, 0, true);
+        EXPECT_EQ(panel.limitUp.text, up) << name.toStdString();
+        EXPECT_EQ(panel.limitDown.text, down) << name.toStdString();
     }
     const QMap<QString, QString> boards = {
         {u"BJ920799"_s, u"13.00"_s}, {u"SZ300001"_s, u"11.00"_s}, {u"SH688001"_s, u"11.00"_s}};
@@ -104,8 +96,8 @@ TEST(StockQuote, ValuationFollowsTheReport) {
         const StockPanel panel = stockPanel(reply(), report, 0, true);
         EXPECT_EQ(panel.priceEarnings, it.priceEarnings) << it.jzrq.toStdString();
         EXPECT_EQ(panel.priceToBook, it.priceToBook);
-        EXPECT_EQ(panel.turnoverRate, u"0.49%"_s);
     }
+    EXPECT_EQ(stockPanel(reply(), healthy, 0, true).turnoverRate, u"0.49%"_s);
     for (const QString& mqlt : {QString(), u"0"_s, u"-1"_s, u"--"_s, u"1e300"_s}) {
         const StockPanel panel = stockPanel(reply(), {{}, mqlt, u"1"_s, u"1"_s}, 0, true);
         EXPECT_FALSE(panel.priceEarnings || panel.turnoverRate || panel.priceToBook);
@@ -113,12 +105,7 @@ TEST(StockQuote, ValuationFollowsTheReport) {
 }
 
 TEST(StockQuote, TheVolumeRatioCountsTradingMinutes) {
-    const struct {
-        QString time;
-        bool open;
-        double mean;
-        std::optional<QString> ratio;
-    } cases[] = {
+    const std::tuple<QString, bool, double, std::optional<QString>> cases[] = {
         {u"10:30:00"_s, true, 1234567, u"4.00"_s},    {u"11:30:59"_s, true, 1234567, u"2.00"_s},
         {u"13:00:00"_s, true, 1234567, u"1.14"_s},  // 210 minutes still
         {u"13:00:01"_s, true, 1234567, u"2.00"_s},    {u"15:00:03"_s, true, 1234567, u"1.00"_s},
@@ -127,9 +114,9 @@ TEST(StockQuote, TheVolumeRatioCountsTradingMinutes) {
         {u"09:25:03"_s, false, 1234567, u"1.00"_s},   {u"10:30:00"_s, true, 0, std::nullopt},
         {u"10:30:00"_s, false, 0, std::nullopt},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(stockPanel(reply({{31, it.time}}), {}, it.mean, it.open).ratio, it.ratio)
-            << it.time.toStdString();
+    for (const auto& [time, open, mean, ratio] : cases) {
+        EXPECT_EQ(stockPanel(reply({{31, time}}), {}, mean, open).ratio, ratio)
+            << time.toStdString();
     }
 }
 
@@ -173,9 +160,7 @@ TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
     };
     const QString nothing = u"|（亿）|（元）|（元）"_s;
     const QString whole = uR"({"mqlt":"2.5","mgsy":"1","mgjzc":"1"})"_s;
-    const struct {
-        QString text, read;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {page(uR"({"jzrq":" 2026-9-30","mqlt":"2.5","mgsy":"0.75","mgjzc":"5.25"})"_s),
          u"2026-09-30|2.5（亿）|0.75（元）|5.25（元）"_s},
         {page(uR"([{"zgb":"3","jzrq":"nie","mgsy":"0","mgsy2":"7","MGJZC":"1"},{"mgsy":"6"}])"_s),
@@ -187,10 +172,10 @@ TEST(Fundamentals, ReadsTheFourKeysOfTheBlock) {
         {page(whole.chopped(1)), nothing},
         {u"var stockDstx = 1;"_s + whole, nothing},
     };
-    for (const auto& it : cases) {
-        const FundamentalTexts read = fundamentalTexts(readFundamentals(it.text));
-        EXPECT_EQ(QStringList({read.jzrq, read.mqlt, read.mgsy, read.mgjzc}).join(u'|'), it.read)
-            << it.text.toStdString();
+    for (const auto& [text, expected] : cases) {
+        const FundamentalTexts read = fundamentalTexts(readFundamentals(text));
+        EXPECT_EQ(QStringList({read.jzrq, read.mqlt, read.mgsy, read.mgjzc}).join(u'|'), expected)
+            << text.toStdString();
     }
     EXPECT_DOUBLE_EQ(healthy.floatInTenThousands(), 25000);
 }

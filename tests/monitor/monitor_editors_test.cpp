@@ -10,9 +10,7 @@ protected:
         globals_.yingyongmulu = u"/opt/观潮台/"_s;
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 0);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 10, 0);
-        for (const QString& dm : {u"SH600000"_s, u"SZ000001"_s, u"SH601398"_s}) {
-            store_.addMember(u"银行"_s, dm);
-        }
+        store_.addMembers(u"银'行"_s, {u"SH600000"_s, u"SZ000001"_s, u"SH601398"_s});
     }
 
     template <typename Editor>
@@ -39,15 +37,15 @@ using enum EditorMode;
 
 TEST_F(MonitorEditorsTest, AnAddedThemePutsItsMembersOnThePollList) {
     watch({u"SH600000"_s});
-    globals_.dangqianzhuti = u"银行"_s;
+    globals_.dangqianzhuti = u"银'行"_s;
     auto editor = open<ThemeMonitorEditor>(add);
     MonitorFields fields = editor.load();
     EXPECT_EQ(globals_.dangqianzhuti, QString());
     EXPECT_EQ(fields.yinyue, u"/opt/观潮台/cnwav.mp3"_s);
-    fields.name = u" 银行 "_s;
-    fields.yinyue = u" /a.mp3 "_s;
+    fields.name = u" 银'行 "_s;
+    fields.yinyue = u" /a'.mp3 "_s;
     EXPECT_TRUE(editor.confirm(fields));
-    EXPECT_EQ(themeRows(), QStringList{u"银行|0|>|5|3|null|1|/a.mp3"_s});
+    EXPECT_EQ(themeRows(), QStringList{u"银'行|0|>|5|3|null|1|/a'.mp3"_s});
     EXPECT_EQ(pollList(), QStringList({u"SH600000"_s, u"SH601398"_s, u"SZ000001"_s}));
     EXPECT_EQ(told(), QStringList{u"观潮台|添加主题监控完成。"_s});
 }
@@ -84,7 +82,7 @@ TEST_F(MonitorEditorsTest, RefusalsWriteNothingAndComeInTheirOrder) {
     const QStringList before = themeRows() + stockRows() + pollList();
     EXPECT_EQ(theme(add, u"白酒"_s), QStringList{u"观潮台|此主题已在监控中。主题名:白酒"_s});
     EXPECT_EQ(theme(add, u"无"_s), QStringList{u"观潮台|此主题不存在。主题名:无"_s});
-    EXPECT_EQ(theme(add, u"银行"_s), QStringList{full}) << "members on the list count again";
+    EXPECT_EQ(theme(add, u"银'行"_s), QStringList{full}) << "members on the list count again";
     EXPECT_EQ(theme(modify, QString()), QStringList{u"观潮台|此主题不存在。主题名:"_s});
     EXPECT_EQ(stock(add, u"sh600000"_s), QStringList{u"观潮台|此代码已在监控中。代码:SH600000"_s});
     EXPECT_EQ(stock(add, u"600000"_s), QStringList{u"观潮台|此代码不存在。代码:600000"_s});
@@ -94,20 +92,20 @@ TEST_F(MonitorEditorsTest, RefusalsWriteNothingAndComeInTheirOrder) {
         << "the room is asked for first";
     EXPECT_EQ(themeRows() + stockRows() + pollList(), before);
     setFrequency(5);
-    EXPECT_TRUE(confirm<ThemeMonitorEditor>(add, named(u"银行"_s)));
+    EXPECT_TRUE(confirm<ThemeMonitorEditor>(add, named(u"银'行"_s)));
     EXPECT_EQ(pollList().size(), 3);
 }
 
 TEST_F(MonitorEditorsTest, AChangeRefreshesTheMemberCountAndLeavesThePollListAlone) {
-    addThemeMonitor(u"银行"_s, u"<"_s, -2.5, u"/a.mp3"_s, 0);
+    addThemeMonitor(u"银'行"_s, u"<"_s, -2.5, u"/a'.mp3"_s, 0);
     addStockMonitor(u"SH600000"_s, u"股价"_s, u"<"_s, 9, QString(), 2);
     store_.run({u"update gegujiankong set jc='浦发',zhangfu=3"_s});
     setFrequency(0);
-    globals_.dangqianzhuti = u"银行"_s;
+    globals_.dangqianzhuti = u"银'行"_s;
     globals_.dangqiandm = u"SH600000"_s;
     auto themeEditor = open<ThemeMonitorEditor>(modify);
     MonitorFields theme = themeEditor.load();
-    EXPECT_EQ(theme.bijiaofu + theme.baojinzhi + theme.yinyue, u"<-2.5/a.mp3"_s);
+    EXPECT_EQ(theme.bijiaofu + theme.baojinzhi + theme.yinyue, u"<-2.5/a'.mp3"_s);
     EXPECT_FALSE(theme.tanchuform);
     auto stockEditor = open<StockMonitorEditor>(modify);
     MonitorFields stock = stockEditor.load();
@@ -119,7 +117,7 @@ TEST_F(MonitorEditorsTest, AChangeRefreshesTheMemberCountAndLeavesThePollListAlo
     stock.leixin = u"涨幅"_s;
     EXPECT_TRUE(themeEditor.confirm(theme)) << "the mode is the one it was opened in";
     EXPECT_TRUE(stockEditor.confirm(stock));
-    EXPECT_EQ(themeRows(), QStringList{u"银行|0|<|0|3|null|0|/a.mp3"_s});
+    EXPECT_EQ(themeRows(), QStringList{u"银'行|0|<|0|3|null|0|/a'.mp3"_s});
     EXPECT_EQ(stockRows(), QStringList{u"SH600000|浦发|0|3|涨幅|<|9|null|1|"_s});
     EXPECT_EQ(pollList(), QStringList());
     EXPECT_EQ(told(),

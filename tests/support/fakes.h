@@ -45,9 +45,6 @@ class FakeDialogs : public Dialogs {
 public:
     void tell(const QString& text, const QString& title) override {
         shown << title + u'|' + text;
-        if (onTell) {
-            onTell();
-        }
         if (boxes) {
             boxes->tell(text, title);
         }
@@ -113,7 +110,7 @@ public:
     Existing existing = Existing::add;
     Dialogs* boxes = nullptr;  // real ones, for a user at real keys
     // What happens while the box stands.
-    std::function<void()> onTell, onAsk, onInput;
+    std::function<void()> onAsk, onInput;
     std::shared_ptr<Later<bool>> gate;  // the next question waits for it
     QString typed;
     QString picked;
@@ -195,10 +192,7 @@ struct FakeTray : Tray {
 
 struct FakeProcesses : Processes {
     void endByImageName(const QString& imageName) override { ended << imageName; }
-    bool isRunning(const QString& imageName) override {
-        asked << imageName;
-        return running.contains(imageName);
-    }
+    bool isRunning(const QString& imageName) override { return running.contains(imageName); }
     bool start(const QString& program, const QString& argument) override {
         started << program + u'|' + argument;
         return canStart;
@@ -206,7 +200,6 @@ struct FakeProcesses : Processes {
     void endThisProcess() override { ended << QStringLiteral("this"); }
 
     QStringList ended;
-    QStringList asked;
     QStringList running;
     QStringList started;  // "program|argument"
     bool canStart = true;

@@ -4,9 +4,9 @@
 
 #include <QHash>
 
+#include "base/values.h"
 #include "monitor/alarm_engine.h"
 #include "tests/support/fake_alarm_screen.h"
-#include "tests/support/quote_reply.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -40,9 +40,9 @@ protected:
                          const QString& yinyue = u"/t.mp3"_s, int tanchuform = 1) {
         store_.run(
             {u"insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,"
-             u"yinyue) values('%1','%2',%3,%4,'%5')"_s.arg(zhutiname, bijiaofu,
-                                                           QString::number(baojinzhi),
-                                                           QString::number(tanchuform), yinyue)});
+             u"yinyue) values(%1,'%2',%3,%4,%5)"_s.arg(
+                 quoted(zhutiname), bijiaofu, QString::number(baojinzhi),
+                 QString::number(tanchuform), quoted(yinyue))});
     }
     void addStockMonitor(const QString& dm, const QString& leixin, const QString& bijiaofu,
                          double baojinzhi, const QString& yinyue = u"/s.mp3"_s,

@@ -18,4 +18,15 @@ QT_END_NAMESPACE
 
 namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
+
+// A text of each.
+template <typename List, typename Text>
+QStringList textsOf(const List& list, const Text& text) {
+    QStringList texts;
+    for (const auto& it : list) {
+        texts << text(it);
+    }
+    return texts;
 }
+
+}  // namespace guanchao

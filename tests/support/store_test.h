@@ -13,6 +13,7 @@
 #include "tests/support/grid_texts.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"
+#include "tests/support/quote_reply.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
@@ -25,6 +26,10 @@ protected:
     void runHeat(const QString& statement) { store_.stores.heat.open().execute(statement); }
     QStringList heatRows(const QString& query) {
         return TestStores::rows(store_.stores.heat, query);
+    }
+    // The quote service has these prices, by lower-case code.
+    void answerQuotes(const QHash<QString, double>& prices) {
+        http_.answer = [prices](const QString& path) { return quoteReply(path, prices); };
     }
     void runArticle(const QString& statement) { store_.stores.article.open().execute(statement); }
     QStringList articleRows(const QString& query) {

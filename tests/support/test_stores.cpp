@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/values.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 
@@ -56,8 +57,25 @@ void TestStores::addCode(const QString& dm, const QString& jc, double sp, double
 
 void TestStores::addMember(const QString& zhutiname, const QString& dm, int guanzhudu) {
     run(
-        {u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values('%1','%2','',"
-         u"'2026-10-01 00:00:00',%3)"_s.arg(zhutiname, dm, QString::number(guanzhudu))});
+        {u"insert into dzhzhuti(zhutiname,dm,jc,ztktime,guanzhudu) values(%1,'%2','',"
+         u"'2026-10-01 00:00:00',%3)"_s.arg(quoted(zhutiname), dm, QString::number(guanzhudu))});
+}
+
+void TestStores::addMembers(const QString& zhutiname, const QStringList& dms, int guanzhudu) {
+    for (const QString& dm : dms) {
+        addMember(zhutiname, dm, guanzhudu);
+    }
+}
+
+void TestStores::refuse(const StoreFile& store, const QString& statements) {
+    store.open().execute(u"create trigger refuse before "_s + statements +
+                         u" begin select raise(abort,'no'); end"_s);
+}
+
+Connection held(const StoreFile& store, const QString& how) {
+    Connection other = store.open();
+    other.execute(u"begin "_s + how);
+    return other;
 }
 
 void TestStores::addArticle(const QString& values) {

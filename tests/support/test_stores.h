@@ -25,8 +25,13 @@ public:
 
     void addCode(const QString& dm, const QString& jc, double sp, double zhangfu);
     void addMember(const QString& zhutiname, const QString& dm, int guanzhudu = 1);
+    void addMembers(const QString& zhutiname, const QStringList& dms, int guanzhudu = 1);
     // The values in the order of the columns, from rq to leirong, as SQL words.
     void addArticle(const QString& values);
+
+    // Fail from now on, until the trigger "refuse" is dropped: "delete on dmb when old.dm=''".
+    void refuse(const QString& statements) { refuse(stores.main, statements); }
+    static void refuse(const StoreFile& store, const QString& statements);
 
     Stores stores;
 
@@ -36,6 +41,9 @@ private:
 
     QTemporaryDir directory_{folderTemplate()};
 };
+
+// Another program's connection, which holds the store while it lives.
+Connection held(const StoreFile& store, const QString& how = QStringLiteral("exclusive"));
 
 // While it lives, a store that another holds is given up at once.
 struct Impatience {

@@ -46,6 +46,15 @@ inline void trigger(QWidget* form, const QString& entry) {
     QApplication::processEvents();
 }
 
+// The entry of any menu that reads so.
+inline void chooseEntry(const QWidget& form, const QString& words) {
+    for (QAction* entry : form.findChildren<QAction*>()) {
+        if (entry->text() == words) {
+            entry->trigger();
+        }
+    }
+}
+
 // What the timer does when its time is up.
 inline void timeIsUp(QTimer* timer) {
     ASSERT_TRUE(timer->isActive()) << timer->objectName().toStdString();

@@ -29,7 +29,7 @@ class WindowTest : public StoreTest {
 protected:
     // No window outlives what it was given.
     ~WindowTest() override {
-        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
+        dialogs_.onAsk = dialogs_.onInput = nullptr;
         closeWindows();
         deleteClosedWindows();
     }
@@ -47,6 +47,16 @@ protected:
     Form* open() {
         windows_.openAnew<Form>();
         auto* form = shownWindow<Form>();
+        form_ = form;
+        return form;
+    }
+
+    // The window that an entry of another opens is the one under test from then on.
+    template <typename Form>
+    Form* openBy(const QWidget* window, const QString& entry) {
+        child<QAction>(window, entry)->trigger();
+        auto* form = shownWindow<Form>();
+        EXPECT_NE(form, nullptr) << entry.toStdString();
         form_ = form;
         return form;
     }
