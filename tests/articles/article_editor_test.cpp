@@ -39,8 +39,7 @@ TEST_F(ArticleEditorTest, EveryReadingCountsAndSavingDoesNot) {
     const DateTexts day = {u"2016"_s, u"4"_s, u"1"_s};
     EXPECT_EQ(*fields, (ArticleFields{u"1"_s, day, u"张三"_s, u"主题"_s, u"白酒"_s, u"它's 标题"_s,
                                       u" 正文 "_s}));
-    EXPECT_EQ(globals_.dangqianwenzhang, 0);
-    EXPECT_EQ(globals_.wenzhangdalei, QString());
+    EXPECT_EQ(globals_.wenzhangdalei + QString::number(globals_.dangqianwenzhang), u"0"_s);
     EXPECT_EQ(editor_.moveTo(2)->body, QString()) << "a blank body shows as empty";
     fields = editor_.moveTo(1);
     EXPECT_EQ(editor_.save(*fields), u"修改完毕!"_s);
@@ -49,10 +48,7 @@ TEST_F(ArticleEditorTest, EveryReadingCountsAndSavingDoesNot) {
 }
 
 TEST_F(ArticleEditorTest, FieldsAreCheckedInTheirOrder) {
-    const struct {
-        void (*type)(ArticleFields&);
-        QString answer;
-    } cases[] = {
+    const std::pair<void (*)(ArticleFields&), QString> cases[] = {
         {[](ArticleFields& it) { it.date.year = u"1989"_s, it.category.clear(); },
          u" 请检查一下日期!"_s},
         {[](ArticleFields& it) { it.date = {}; }, u" 请检查一下日期!"_s},
@@ -60,13 +56,13 @@ TEST_F(ArticleEditorTest, FieldsAreCheckedInTheirOrder) {
         {[](ArticleFields& it) { it.title = u"  "_s, it.body.clear(); }, u" 标题不能为空!"_s},
         {[](ArticleFields& it) { it.body = u"   "_s; }, u" 文章内容不能为空!"_s},
     };
-    for (const auto& it : cases) {
+    for (const auto& [type, answer] : cases) {
         for (const bool add : {true, false}) {
             ArticleFields fields = typed();
-            it.type(fields);
+            type(fields);
             dialogs_.shown.clear();
             EXPECT_FALSE(add ? editor_.add(fields) : !editor_.save(fields).isEmpty());
-            EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|"_s + it.answer});
+            EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|"_s + answer});
         }
     }
     EXPECT_EQ(counts().size(), 2);
@@ -107,10 +103,10 @@ TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
     ArticleEditor other(store_.stores, globals_, clock_, dialogs_);
     globals_.dangqianwenzhang = 2;
     const ArticleFields second = *other.open();
-    dialogs_.answer = false;
-    EXPECT_FALSE(outcomeOf(other.remove(second, {})));
-    dialogs_.answer = true;
-    EXPECT_TRUE(outcomeOf(other.remove(second, {})));
+    for (const bool agrees : {false, true}) {
+        dialogs_.answer = agrees;
+        EXPECT_EQ(outcomeOf(other.remove(second, {})), agrees);
+    }
     EXPECT_FALSE(editor_.moveTo(2));
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此文章已删除!"_s);
     EXPECT_EQ(counts(), QStringList{u"1"_s}) << "a reading that finds nothing does not count";
