@@ -1,13 +1,9 @@
 #include "themes/form30.h"
 
-#include <QComboBox>
 #include <QTabBar>
 
 #include "market/form21.h"
 #include "monitor/form7.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
-#include "tests/support/quote_reply.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -55,13 +51,6 @@ protected:
         QTest::mouseRelease(ground, Qt::LeftButton, {}, place);
     }
     QTabBar& tabs() { return *find<QTabBar>(u"lists"_s); }
-    QStringList tabNames() {
-        QStringList names;
-        for (int tab = 0; tab < tabs().count(); ++tab) {
-            names << tabs().tabText(tab);
-        }
-        return names;
-    }
     void create(const QString& name) {
         dialogs_.typed = name;
         trigger(u"新建列表"_s);
@@ -70,7 +59,6 @@ protected:
 };
 
 TEST_F(Form30Test, MouseAndKeysMoveRowsUnlessAHeaderSortsThem) {
-    EXPECT_EQ(shown(), u"0912"_s);
     draw(1, 3, true);
     EXPECT_EQ(shown(), u"9102"_s);
     draw(4, 1, false);
@@ -99,11 +87,10 @@ TEST_F(Form30Test, MouseAndKeysMoveRowsUnlessAHeaderSortsThem) {
     EXPECT_EQ(label(u"words"_s) + (button(u"ownOrder"_s)->isEnabled() ? u"!"_s : u""_s), QString());
 }
 
-TEST_F(Form30Test, ANoteIsWrittenInItsCellWhateverComesMeanwhile) {
+TEST_F(Form30Test, ANoteIsWrittenInItsCellWhateverComesMeanwhileOrToldIfItCannotBe) {
     clickCell(view(), 2, 2);
     key(Qt::Key_F2);
     auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->accessibleName(), u"备注"_s);
     QTest::keyClicks(editor, u"wait"_s);
     store_.run({u"update dmb set zhangfu=20 where dm='SZ000002'"_s});
@@ -116,14 +103,10 @@ TEST_F(Form30Test, ANoteIsWrittenInItsCellWhateverComesMeanwhile) {
     EXPECT_EQ(grid().textMatrix(3, 13), u"wait"_s);
     clickCell(view(), 3, 2);
     QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, cellOf(view(), 3, 2));
-    ASSERT_TRUE(shownWindow<Form21>());
     EXPECT_EQ(lineEdit(shownWindow<Form21>(), u"Text7"_s)->text(), u"SH600519"_s);
-}
-
-// Of a store that stays held the typed note is told.
-TEST_F(Form30Test, ANoteThatCannotBeWrittenIsNotLost) {
-    store_.run(
-        {u"create trigger t before insert on gegubeizhu begin select raise(abort,'no'); end"_s});
+    form_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
+    store_.refuse(u"insert on gegubeizhu"_s);
     clickCell(view(), 1, 2);
     key(Qt::Key_F2);
     QTest::keyClicks(QApplication::focusWidget(), u"wait"_s);
@@ -134,9 +117,7 @@ TEST_F(Form30Test, ANoteThatCannotBeWrittenIsNotLost) {
 
 TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     create(u"短&线"_s);
-    EXPECT_EQ(tabNames(), QStringList({u"自选股"_s, u"短&&线"_s}));
-    EXPECT_EQ(tabs().currentIndex(), 1);
-    EXPECT_EQ(shown(), QString());
+    EXPECT_EQ(tabs().tabText(tabs().currentIndex()) + shown(), u"短&&线"_s);
     dialogs_.typed = u"sz000002"_s;
     trigger(u"添加自选股"_s);
     EXPECT_EQ(shown(), u"2"_s);
@@ -146,7 +127,6 @@ TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     key(Qt::Key_Down, Qt::ShiftModifier);
     clickCell(view(), 2, 2, Qt::RightButton);
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
     for (const QAction* entry : menu->actions()) {
         for (QAction* target : entry->menu() ? entry->menu()->actions() : QList<QAction*>()) {
             if (target->text() == u"移动到“短&&线”"_s) {
@@ -160,7 +140,7 @@ TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     tabs().setCurrentIndex(1);
     EXPECT_EQ(shown(), u"209"_s);
     trigger(u"删除列表"_s);
-    EXPECT_EQ(tabNames(), QStringList{u"自选股"_s});
+    EXPECT_EQ(tabs().count(), 1);
     EXPECT_FALSE(find<QAction>(u"删除列表"_s)->isEnabled());
     click(u"undo"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return tabs().count() == 2; }));
@@ -201,15 +181,13 @@ TEST_F(Form30Test, ARowsMonitorIsShownAndChangedFromHere) {
     clickCell(view(), 2, 2, Qt::RightButton);
     EXPECT_TRUE(popup().contains(u"修改个股监控"_s));
     trigger(u"修改个股监控"_s);
-    auto* editor = shownWindow<Form7>();
-    ASSERT_NE(editor, nullptr);
-    EXPECT_EQ(editor->windowTitle(), u"修改个股监控"_s);
-    EXPECT_EQ(lineEdit(editor, u"Text1"_s)->text(), u"SH600519"_s);
-    EXPECT_EQ(lineEdit(editor, u"Text2"_s)->text(), u"9"_s);
+    form_ = shownWindow<Form7>();
+    EXPECT_EQ(form_->windowTitle() + text(u"Text1"_s) + text(u"Text2"_s),
+              u"修改个股监控SH6005199"_s);
 }
 
 TEST_F(Form30Test, QuotesComeAtTheIntervalUntilTheWindowGoes) {
-    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sz000001"_s, 11}}); };
+    answerQuotes({{u"sz000001"_s, 11}});
     static_cast<Form30*>(form_.data())->setSecond(1ms);
     EXPECT_EQ(http_.paths, QStringList()) << "off at first";
     interval().setCurrentIndex(1);
@@ -217,14 +195,12 @@ TEST_F(Form30Test, QuotesComeAtTheIntervalUntilTheWindowGoes) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return http_.paths.size() > 2; }));
     EXPECT_EQ(label(u"age"_s), u"行情：刚刚"_s);
     const auto answer = std::exchange(http_.answer, nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([this] {
-        return label(u"words"_s) == u"自动更新：没有读到行情，行情更新时间没有改变。"_s;
-    }));
+    until([this] { return label(u"words"_s).startsWith(u"自动更新：没有读到行情"_s); });
     http_.answer = answer;
-    ASSERT_TRUE(QTest::qWaitFor([this] { return label(u"words"_s).isEmpty(); }));
+    until([this] { return label(u"words"_s).isEmpty(); });
     http_.gate = std::make_shared<Later<bool>>();
     http_.paths.clear();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }));
+    until([this] { return !http_.paths.isEmpty(); });
     form_->close();
     deleteClosedWindows();
     store_.run({u"update dmb set sp=1"_s});

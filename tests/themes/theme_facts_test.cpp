@@ -10,9 +10,7 @@ protected:
         store_.run(
             {u"insert into dmb(dm,jc,zhangfu,totaljine) values('SH600000','浦发',3,2e8),"
              u"('SH600519','茅台',-1.5,1e8),('SH600036','招商',null,null)"_s});
-        for (const QString& dm : {u"SH600036"_s, u"SH600519"_s, u"SH600000"_s}) {
-            store_.addMember(u"甲"_s, dm);
-        }
+        store_.addMembers(u"甲"_s, {u"SH600036"_s, u"SH600519"_s, u"SH600000"_s});
     }
 };
 
@@ -26,20 +24,17 @@ TEST_F(ThemeFactsTest, MembersStandByTheirGainAndThoseWithoutOneLast) {
 
 TEST_F(ThemeFactsTest, AThemeThatHasGoneIsLookedForWhereAllItsMembersAre) {
     const QStringList codes = {u"SH600000"_s, u"SH600519"_s};
-    const struct {
-        QString change;
-        QStringList heirs;
-    } cases[] = {
+    const std::pair<QString, QStringList> cases[] = {
         {u"update dzhzhuti set zhutiname='乙'"_s, {u"乙"_s}},
         {u"insert into dzhzhuti(zhutiname,dm) values('丙','SH600000')"_s, {u"乙"_s}},
         {u"insert into dzhzhuti(zhutiname,dm) values('丙','SH600519')"_s, {u"丙"_s, u"乙"_s}},
         {u"delete from dzhzhuti where dm='SH600519'"_s, {}}};
     EXPECT_TRUE(readThemeMembers(store_.stores, u"甲"_s, codes).exists);
-    for (const auto& it : cases) {
-        store_.run({it.change});
+    for (const auto& [change, heirs] : cases) {
+        store_.run({change});
         const ThemeMembers members = readThemeMembers(store_.stores, u"甲"_s, codes);
         EXPECT_FALSE(members.exists || members.theme);
-        EXPECT_EQ(members.heirs, it.heirs) << it.change.toStdString();
+        EXPECT_EQ(members.heirs, heirs) << change.toStdString();
     }
 }
 
@@ -47,11 +42,9 @@ TEST_F(ThemeFactsTest, NewsOfThirtyDaysArticlesOfTheThemeAndMonitorsOfItAndItsMe
     runHeat(
         u"insert into xinwenshul(riqi,zhutiname,onecishu) values('2026-11-24 08:00:00','甲',9),"
         u"('2026-10-26','甲',5),('2026-10-25','甲',4),('2026-11-24','乙',8)"_s);
-    QStringList news;
-    for (const DayValues& it : readThemeNews(store_.stores, u"甲"_s, QDate(2026, 11, 24))) {
-        news << it.words;
-    }
-    EXPECT_EQ(news, QStringList({u"2026-10-26　5 条"_s, u"2026-11-24　9 条"_s}));
+    const QList<DayValues> news = readThemeNews(store_.stores, u"甲"_s, QDate(2026, 11, 24));
+    EXPECT_EQ(textsOf(news, [](const DayValues& it) { return it.words; }),
+              QStringList({u"2026-10-26　5 条"_s, u"2026-11-24　9 条"_s}));
     store_.addArticle(u"'2026-11-01','某','主题','甲','早','…'"_s);
     store_.addArticle(u"'2026-11-03','某','主题','甲','晚','…'"_s);
     store_.addArticle(u"'2026-11-03','某','个股','甲','别','…'"_s);

@@ -1,4 +1,4 @@
-// Real stores and a scripted user for the tests of what themes and their stocks go through.
+// Real stores with two codes, and a scripted user for what themes and their stocks go through.
 #pragma once
 
 #include "tests/support/store_test.h"
@@ -7,6 +7,11 @@ namespace guanchao {
 
 class ThemeFixture : public StoreTest {
 protected:
+    ThemeFixture() {
+        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
+        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 10, 2);
+    }
+
     QString stamp() {
         return store_.rows(QStringLiteral("select xiugaizhutitime from tempcanshu")).value(0);
     }

@@ -1,18 +1,13 @@
 // The page of a theme beside the main window that it follows.
 #include "themes/theme_page.h"
 
-#include <QFile>
-
 #include "articles/form26.h"
 #include "articles/form27.h"
-#include "heat/count_plots.h"
 #include "market/form21.h"
 #include "monitor/form4.h"
 #include "monitor/form7.h"
 #include "monitor/form8.h"
-#include "research/form24.h"
 #include "tests/app/form2_fixture.h"
-#include "tests/support/quote_reply.h"
 #include "tests/support/test_history.h"
 
 namespace guanchao {
@@ -35,12 +30,8 @@ protected:
         QTest::mouseDClick(themes.viewport(), Qt::LeftButton, {}, cellOf(themes, 1, 1));
         form_ = shownWindow<ThemePage>();
         ASSERT_NE(form_.data(), nullptr);
-        wait([this] { return grid().rows() == 2 && grid(u"MSHFlexGrid3"_s).rows() == 3; });
-        wait([this] { return !label(u"source"_s).startsWith(u"正在"_s); });
-    }
-    template <typename Condition>
-    static void wait(const Condition& condition) {
-        ASSERT_TRUE(QTest::qWaitFor(condition));
+        until([this] { return grid().rows() == 2 && grid(u"MSHFlexGrid3"_s).rows() == 3; });
+        until([this] { return !label(u"source"_s).startsWith(u"正在"_s); });
     }
     void enter(const QString& name, int row) {
         clickCell(view(name), row, 1);
@@ -74,24 +65,22 @@ TEST_F(ThemePageTest, ADoubleClickOnTheNameShowsAllAboutItWithTheWayToEachWindow
 
 TEST_F(ThemePageTest, ItFollowsTheQuotesAndTellsWhereItsThemeHasGone) {
     openPage();
-    http_.answer = [](const QString& path) {
-        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
-    };
+    answerQuotes({{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
     child<QAction>(&main_, u"gengxin"_s)->trigger();
-    wait([this] { return gains().startsWith(u"今天 +100.00%"_s); });
+    until([this] { return gains().startsWith(u"今天 +100.00%"_s); });
     globals_.dangqianzhuti = u"银行"_s;
     dialogs_.typed = u"大银行"_s;
     child<QAction>(&main_, u"修改主题名称"_s)->trigger();
-    wait([this] { return find<QWidget>(u"goneRow"_s)->isVisible(); });
+    until([this] { return find<QWidget>(u"goneRow"_s)->isVisible(); });
     EXPECT_EQ(label(u"gone"_s),
               u"主题“银行”已经没有了：改了名称或被删除。它的股票现在都在主题“大银行”里。"_s);
     button(u"Command7"_s)->click();
-    wait([this] { return grid().rows() == 2; });
+    until([this] { return grid().rows() == 2; });
     EXPECT_EQ(label(u"theme"_s), u"大银行"_s);
     EXPECT_FALSE(find<QWidget>(u"goneRow"_s)->isVisible());
     globals_.dangqianzhuti = u"大银行"_s;
     child<QAction>(&main_, u"删除主题"_s)->trigger();
-    wait([this] { return find<QWidget>(u"goneRow"_s)->isVisible(); });
+    until([this] { return find<QWidget>(u"goneRow"_s)->isVisible(); });
     EXPECT_FALSE(button(u"Command7"_s)->isVisible()) << "nowhere";
     EXPECT_EQ(failures_.texts, QStringList());
 }
@@ -100,22 +89,11 @@ TEST_F(ThemePageTest, AStoreThatCannotBeReadKeepsNothingElseAway) {
     QFile::remove(stores_.article.path);
     QFile::remove(stores_.heat.path);
     globals_.dangqianzhuti = u"银行"_s;
-    trigger(u"主题页"_s);
-    form_ = shownWindow<ThemePage>();
-    wait([this] { return find<QLabel>(u"articlesNote"_s)->isVisible(); });
-    wait([this] { return find<QLabel>(u"newsNote"_s)->isVisible(); });
+    openBy<ThemePage>(&main_, u"主题页"_s);
+    until([this] { return find<QLabel>(u"articlesNote"_s)->isVisible(); });
+    until([this] { return find<QLabel>(u"newsNote"_s)->isVisible(); });
     EXPECT_TRUE(label(u"articlesNote"_s).startsWith(u"读不到："_s));
-    wait([this] { return grid().rows() == 2 && grid(u"MSHFlexGrid3"_s).rows() == 3; });
-    EXPECT_EQ(failures_.texts, QStringList());
-}
-
-TEST_F(ThemePageTest, ItClosesWhileItsWorkersRead) {
-    globals_.dangqianzhuti = u"白酒"_s;
-    trigger(u"主题页"_s);
-    shownWindow<ThemePage>()->close();
-    deleteClosedWindows();
-    QThreadPool::globalInstance()->waitForDone();
-    QApplication::processEvents();
+    until([this] { return grid().rows() == 2 && grid(u"MSHFlexGrid3"_s).rows() == 3; });
     EXPECT_EQ(failures_.texts, QStringList());
 }
 

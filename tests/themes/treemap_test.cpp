@@ -11,17 +11,13 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-double areaOf(const QRectF& it) {
+static double areaOf(const QRectF& it) {
     return it.width() * it.height();
 }
 
-QList<double> randomValues(int count) {
+static QList<double> randomValues(int count) {
     std::mt19937 random(11);  // NOLINT(bugprone-random-generator-seed): the same in every run
     std::lognormal_distribution<double> value(0, 2);
     QList<double> values;
@@ -31,7 +27,7 @@ QList<double> randomValues(int count) {
     return values;
 }
 
-int overlaps(const QList<QRect>& places) {
+static int overlaps(const QList<QRect>& places) {
     int count = 0;
     for (qsizetype at = 0; at < places.size(); ++at) {
         for (qsizetype other = at + 1; other < places.size(); ++other) {
@@ -41,9 +37,7 @@ int overlaps(const QList<QRect>& places) {
     return count;
 }
 
-}  // namespace
-
-TEST(Treemap, AreasAreInProportionAndFillTheRoomWithoutLyingOverEachOther) {
+TEST(Treemap, AreasAreInProportionAndFillTheRoomAndWhatHasNoneTakesNothing) {
     const QList<QList<double>> cases = {{1}, {3, 3, 3}, {6, 6, 4, 3, 2, 2, 1}, randomValues(600)};
     for (const QRectF& room : {QRectF(0, 0, 600, 400), QRectF(7, 3, 300, 900)}) {
         for (const QList<double>& values : cases) {
@@ -65,9 +59,6 @@ TEST(Treemap, AreasAreInProportionAndFillTheRoomWithoutLyingOverEachOther) {
             EXPECT_EQ(filled, std::lround(areaOf(room))) << "no gap, of " << values.size();
         }
     }
-}
-
-TEST(Treemap, WhatHasNoAreaHasAnEmptyPlaceAndTakesNothingFromTheOthers) {
     const double none[] = {0, -5, nan, std::numeric_limits<double>::infinity()};
     for (const double it : none) {
         const QList<QRectF> places = treemapOf({1, it, 1}, {0, 0, 10, 5});
@@ -110,12 +101,10 @@ TEST_F(ThemeMapTest, AThemeHasTheGainOfTheMainWindowAndWhatTheStoreLacksIsNoNumb
     store_.run({u"insert into dzhzhuti(zhutiname,dm,guanzhudu) values('乙''','SH600036',-1)"_s});
     store_.addMember(u"空"_s, u"SH999999"_s);
     const QList<MapBox> themes = readThemeBoxes(store_.stores);
-    QStringList told;
-    for (const MapBox& it : themes) {
-        told << it.name + u' ' + themeWords(it);
-    }
-    EXPECT_EQ(told, QStringList({u"乙' 无行情　1 只　成交额 –　关注度 -1"_s,
-                                 u"甲 +0.75%　2 只　成交额 3.000亿　关注度 4"_s}));
+    EXPECT_EQ(textsOf(themes,
+                      [](const MapBox& it) -> QString { return it.name + u' ' + themeWords(it); }),
+              QStringList({u"乙' 无行情　1 只　成交额 –　关注度 -1"_s,
+                           u"甲 +0.75%　2 只　成交额 3.000亿　关注度 4"_s}));
     EXPECT_EQ(themes[1].area(MapArea::members) + themes[1].area(MapArea::attention), 6);
     EXPECT_TRUE(std::isnan(themes[0].area(MapArea::turnover)));
     store_.run({u"update dzhzhuti set xiangguandu=9 where dm='SH600519'"_s});

@@ -1,17 +1,13 @@
 #include "themes/watch_files.h"
 
 #include "formats/gbk.h"
-#include "formats/text_file.h"
-#include "tests/support/files.h"
 #include "tests/themes/theme_fixture.h"
-#include "themes/watch_tables.h"
 
 namespace guanchao {
 
 class WatchFilesTest : public ThemeFixture {
 protected:
     WatchFilesTest() {
-        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 9, 1);
         store_.addCode(u"SH000001"_s, u"上证指数"_s, 3000, 1);
         store_.addCode(u"BJ920799"_s, u"艾融软件"_s, 50, 1);
@@ -60,16 +56,14 @@ TEST_F(WatchFilesTest, WhatIsAddedAndWhatIsLeftIsTold) {
               QStringList({u"SZ000001|"_s, u"SH600000|浦发银行"_s, u"BJ920799|艾融软件"_s}));
 }
 
-TEST_F(WatchFilesTest, ALineOfNothingButCodesIsAList) {
+TEST_F(WatchFilesTest, ALineOfNothingButCodesIsAListAndATableBringsItsNotesInEitherEncoding) {
     for (const QString& line : {u"600000,SZ000001,"_s, u"SH600000、000001"_s, u"600000 000001"_s}) {
         EXPECT_EQ(importLines(store_.stores, {line}, {}).added, 2) << qPrintable(line);
         store_.run({u"delete from zixuangu"_s});
     }
     EXPECT_EQ(importLines(store_.stores, {u"600000,浦发,000001"_s}, {}).added, 1)
         << "the other is of another column";
-}
-
-TEST_F(WatchFilesTest, ATableBringsItsNotesInEitherEncoding) {
+    store_.run({u"delete from zixuangu"_s});
     const QString table =
         u"代码,名称,备注\r\n600000,浦发银行,\"低吸,别追\"\r\n000001,平安银行,\r\n"_s;
     EXPECT_EQ(import(gbkFromText(table), u"短线"_s),
@@ -86,14 +80,11 @@ TEST_F(WatchFilesTest, ATableBringsItsNotesInEitherEncoding) {
 TEST_F(WatchFilesTest, AFailedImportLeavesTheListAsItWas) {
     EXPECT_THROW(import(QByteArray("\0\1\0\1", 4)), OperationError);
     EXPECT_THROW(importBlock(store_.stores, store_.folder() + u"none"_s, {}), OperationError);
-    store_.run(
-        {u"create trigger t before insert on zixuangu when new.dm='SH600000' begin"
-         u" select raise(abort,'no'); end"_s});
+    store_.refuse(u"insert on zixuangu when new.dm='SH600000'"_s);
     EXPECT_THROW(import("0000001\r\n1600000\r\n"), StoreError);
-    store_.run({u"drop trigger t"_s});
+    store_.run({u"drop trigger refuse"_s});
     const Impatience atOnce;
-    Connection other = store_.stores.main.open();
-    other.execute(u"begin exclusive"_s);
+    Connection other = held(store_.stores.main);
     EXPECT_THROW(import("0000001\r\n"), StoreError);
     other.execute(u"rollback"_s);
     EXPECT_EQ(onList(), QStringList());

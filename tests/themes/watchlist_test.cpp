@@ -9,8 +9,6 @@ namespace guanchao {
 class WatchlistTest : public ThemeFixture {
 protected:
     WatchlistTest() {
-        store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10.5, 1);
-        store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1500, 2);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 9, -3);
         store_.run({u"update dmb set newhqtime='2026-11-24 09:59:00' where dm='SH600519'"_s});
     }
@@ -20,9 +18,9 @@ protected:
         return columnTexts(grid_, col).sliced(1);
     }
     QStringList codes(const QString& list = {}) { return column(1, list); }
-    void addAll() {
+    void addAll(const QString& list = {}) {
         for (const QString& dm : {u"SH600000"_s, u"SH600519"_s, u"SZ000001"_s}) {
-            watchlist_.add(dm, {});
+            watchlist_.add(dm, {}, list);
         }
     }
     void move(const QStringList& dms, const QString& before, const QString& list = {}) {
@@ -37,7 +35,7 @@ protected:
     WatchLists lists_{store_.stores, dialogs_, removals_};
 };
 
-TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodes) {
+TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodesAndATypedOneIsAddedOnce) {
     EXPECT_EQ(column(1), QStringList());
     for (const QString& dm : {u"SH600000"_s, u"SH699999"_s, u"SH600519"_s}) {
         watchlist_.add(dm, u"旧名"_s);
@@ -50,15 +48,14 @@ TEST_F(WatchlistTest, TheListShowsTheQuotesOfKnownCodes) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|删除自选股'贵州茅台'完成!"_s);
     EXPECT_EQ(column(11), QStringList({QString()}))
         << "no time is left from the row that was there";
-}
-
-TEST_F(WatchlistTest, ATypedCodeIsAddedOnceInUpperCase) {
+    store_.run({u"delete from zixuangu"_s});
     EXPECT_FALSE(outcomeOf(watchlist_.addTyped({}, {})));
     dialogs_.typed = u"sh600000"_s;
     EXPECT_TRUE(outcomeOf(watchlist_.addTyped({}, {})));
     EXPECT_FALSE(outcomeOf(watchlist_.addTyped({}, {})));
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|此股票已在自选股中。"_s);
-    EXPECT_EQ(store_.rows(u"select dm,jc from zixuangu"_s), QStringList{u"SH600000|"_s});
+    EXPECT_EQ(store_.rows(u"select dm,jc from zixuangu"_s), QStringList{u"SH600000|"_s})
+        << "in upper case";
 }
 
 TEST_F(WatchlistTest, TheOwnOrderBeginsWithAMoveAndOutlastsWhatLeavesAndComes) {
@@ -83,17 +80,13 @@ TEST_F(WatchlistTest, TheOwnOrderBeginsWithAMoveAndOutlastsWhatLeavesAndComes) {
 
 TEST_F(WatchlistTest, AMoveKnowsItsPlaceByTheStockBehindIt) {
     const QStringList order = {u"a"_s, u"b"_s, u"c"_s, u"d"_s};
-    struct Case {
-        QStringList moved;
-        QString before;
-        QString expected;
-    };
-    for (const Case& it :
-         {Case{{u"d"_s}, u"a"_s, u"dabc"_s}, Case{{u"a"_s}, {}, u"bcda"_s},
-          Case{{u"a"_s, u"c"_s}, u"d"_s, u"bacd"_s}, Case{{u"b"_s}, u"b"_s, u"acdb"_s},
-          Case{{u"b"_s}, u"gone"_s, u"acdb"_s}, Case{{u"new"_s}, u"b"_s, u"anewbcd"_s}}) {
-        EXPECT_EQ(movedBefore(order, it.moved, it.before).join(QString()), it.expected)
-            << qPrintable(it.moved.join(u' ')) << qPrintable(it.before);
+    const std::tuple<QStringList, QString, QString> cases[] = {
+        {{u"d"_s}, u"a"_s, u"dabc"_s},         {{u"a"_s}, {}, u"bcda"_s},
+        {{u"a"_s, u"c"_s}, u"d"_s, u"bacd"_s}, {{u"b"_s}, u"b"_s, u"acdb"_s},
+        {{u"b"_s}, u"gone"_s, u"acdb"_s},      {{u"new"_s}, u"b"_s, u"anewbcd"_s}};
+    for (const auto& [moved, before, expected] : cases) {
+        EXPECT_EQ(movedBefore(order, moved, before).join(QString()), expected)
+            << qPrintable(moved.join(u' ')) << qPrintable(before);
     }
 }
 
@@ -119,9 +112,7 @@ TEST_F(WatchlistTest, AFurtherListHasAnotherNameAndItsOwnStocks) {
 TEST_F(WatchlistTest, ListsAreRenamedAndDeletedWithStocksAndOrderAndComeBack) {
     create(u"甲"_s);
     create(u"乙"_s);
-    for (const QString& dm : {u"SH600000"_s, u"SH600519"_s, u"SZ000001"_s}) {
-        watchlist_.add(dm, {}, u"甲"_s);
-    }
+    addAll(u"甲"_s);
     move({u"SZ000001"_s}, u"SH600000"_s, u"甲"_s);
     dialogs_.typed = u"丙"_s;
     EXPECT_EQ(outcomeOf(lists_.rename(u"甲"_s, {})), u"丙"_s);
@@ -173,10 +164,6 @@ TEST_F(WatchlistTest, WhatFailsLeavesNothingOfItself) {
         u"select dm,'' from zixuangu union all select zu,dm from zixuanzugu"
         u" union all select zu||dm,weizhi from zixuanshunxu"_s;
     const QStringList before = store_.rows(everything);
-    const auto fails = [&](const auto& operation) {
-        EXPECT_THROW(operation(), StoreError);
-        EXPECT_EQ(store_.rows(everything), before);
-    };
     const QList<std::function<void()>> operations = {
         [&] {
             lists_.transfer({u"SH600519"_s, u"SH600000"_s}, {}, u"甲"_s, WatchLists::Way::move);
@@ -192,13 +179,13 @@ TEST_F(WatchlistTest, WhatFailsLeavesNothingOfItself) {
          u"create trigger t2 before insert on zixuanshunxu when new.weizhi=3 begin"
          u" select raise(abort,'no'); end"_s});
     for (const auto& operation : operations) {
-        fails(operation);
+        EXPECT_THROW(operation(), StoreError);
+        EXPECT_EQ(store_.rows(everything), before);
     }
     EXPECT_FALSE(removals_.last(watchlistPlace)) << "nothing to take back";
     store_.run({u"drop trigger t1"_s, u"drop trigger t2"_s});
     const Impatience atOnce;
-    Connection other = store_.stores.main.open();
-    other.execute(u"begin exclusive"_s);
+    Connection other = held(store_.stores.main);
     for (const auto& operation : operations) {
         EXPECT_THROW(operation(), StoreError);
     }
