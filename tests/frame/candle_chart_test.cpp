@@ -12,20 +12,14 @@
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
 // A rising week and a falling one by turns, from 2020-01-01 on.
 static QList<Candle> days(int count) {
     QList<Candle> days;
     for (int number = 0; number < count; ++number) {
         const double open = 10 + number % 7, close = number / 7 % 2 == 0 ? open + 1 : open - 1;
-        days << Candle{QDate(2020, 1, 1).addDays(number),
-                       open,
-                       std::max(open, close),
-                       std::min(open, close),
-                       close,
-                       12345,
-                       2e8};
+        const double high = std::max(open, close), low = std::min(open, close);
+        const QDate day = QDate(2020, 1, 1).addDays(number);
+        days << Candle{day, open, high, low, close, 12345, 2e8};
     }
     return days;
 }
@@ -72,7 +66,7 @@ protected:
     CandleChart chart_;
 };
 
-TEST_F(CandleChartTest, KeysMoveTheCrossHairAndTheDaysFollowIt) {
+TEST_F(CandleChartTest, KeysMoveTheCrossHairTheDaysFollowItAndToolsAreToldTheDay) {
     EXPECT_EQ(chart_.sight().first(), 280);
     EXPECT_EQ(press(Qt::Key_Left), u"2021-02-03"_s) << "the last one first";
     EXPECT_EQ(press(Qt::Key_Left), u"2021-02-02"_s);
@@ -87,12 +81,9 @@ TEST_F(CandleChartTest, KeysMoveTheCrossHairAndTheDaysFollowIt) {
     EXPECT_EQ(chart_.sight().first() + chart_.sight().count(), 400) << "about the cross-hair";
     press(Qt::Key_Minus);
     EXPECT_EQ(chart_.sight().count(), 120);
-}
-
-TEST_F(CandleChartTest, AssistiveToolsAreToldTheDay) {
     QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&chart_);
-    EXPECT_EQ(node->role(), QAccessible::Chart);
-    EXPECT_EQ(node->text(QAccessible::Name), u"K线图"_s);
+    EXPECT_TRUE(node->role() == QAccessible::Chart && node->text(QAccessible::Name) == u"K线图");
+    press(Qt::Key_End);
     EXPECT_EQ(told(),
               u"2021-02-03 开 10.00 高 10.00 低 9.00 收 9.00 涨幅 -47.06% 量 1.234万 额"
               u" 2.000亿 MA5 14.20 MA10 13.60 MA20 13.30 MA60 13.08"_s);
@@ -132,7 +123,6 @@ TEST(DayLineChartTest, KeysGoFromPriceToPriceAndNewPricesKeepTheChoice) {
     line.points << DayPoint{605, 10, 2500, 25000};
     chart.showLine(line);
     EXPECT_TRUE(chart.chosenText().startsWith(u"2026-11-24 09:30"_s));
-    EXPECT_FALSE(chart.grab().isNull());
     QTest::keyClick(&chart, Qt::Key_End);
     EXPECT_TRUE(chart.chosenText().startsWith(u"2026-11-24 10:05 价 10.00 涨幅 0.00%"_s));
     line.day = QDate(2026, 11, 25);

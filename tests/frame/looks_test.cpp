@@ -1,6 +1,5 @@
 #include "frame/looks.h"
 
-#include <QHeaderView>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -12,19 +11,12 @@
 
 namespace guanchao {
 
-namespace {
-
-std::uint32_t value(Sheet sheet, const QString& name) {
+static std::uint32_t value(Sheet sheet, const QString& name) {
     return colourOf(sheet, name).rgb() & 0xFFFFFF;
 }
 
-}  // namespace
-
 TEST(LooksTest, EveryPairOfWordsAndGroundCanBeRead) {
-    const struct {
-        QString words;
-        QStringList grounds;
-    } pairs[] = {
+    const std::pair<QString, QStringList> pairs[] = {
         {u"text"_s,
          {u"field"_s, u"button"_s, u"buttonHover"_s, u"selected"_s, u"hovered"_s, u"otherRow"_s,
           u"done"_s}},
@@ -42,10 +34,10 @@ TEST(LooksTest, EveryPairOfWordsAndGroundCanBeRead) {
         {u"fall"_s, {u"field"_s}},
     };
     for (const Sheet sheet : {Sheet::dark, Sheet::light}) {
-        for (const auto& it : pairs) {
-            for (const QString& ground : it.grounds) {
-                EXPECT_GE(contrast(value(sheet, it.words), value(sheet, ground)), 4.5)
-                    << it.words.toStdString() << " on " << ground.toStdString();
+        for (const auto& [words, grounds] : pairs) {
+            for (const QString& ground : grounds) {
+                EXPECT_GE(contrast(value(sheet, words), value(sheet, ground)), 4.5)
+                    << words.toStdString() << " on " << ground.toStdString();
             }
         }
         for (const Colour colour : {textColour, themeColour, stockColour, riseColour, fallColour,
@@ -88,13 +80,6 @@ class LooksMenuTest : public WindowTest {
 protected:
     ~LooksMenuTest() override { applyLooks(*qApp); }
 
-    void choose(const QString& words) const {
-        for (QAction* entry : main_->findChildren<QAction*>()) {
-            if (entry->text() == words) {
-                entry->trigger();
-            }
-        }
-    }
     void start() {
         main_.reset();
         desktop_.colours = &scheme_;
@@ -112,15 +97,14 @@ TEST_F(LooksMenuTest, FollowsTheDesktopUntilTheUserChoosesAndKeepsTheChoice) {
     EXPECT_EQ(shownSheet(), Sheet::light);
     const auto& themes = *child<GridView>(main_.get(), u"MSHFlexGrid1"_s);
     const int usual = themes.verticalHeader()->defaultSectionSize();
-    choose(u"深色"_s);
-    choose(u"字号特大"_s);
-    EXPECT_EQ(shownSheet(), Sheet::dark);
+    chooseEntry(*main_, u"深色"_s);
+    chooseEntry(*main_, u"字号特大"_s);
     main_->show();
     EXPECT_GT(themes.verticalHeader()->defaultSectionSize(), usual);
     start();
     EXPECT_EQ(shownSheet(), Sheet::dark);
     EXPECT_EQ(QApplication::font().pointSize(), 14);
-    choose(u"颜色跟随桌面"_s);
+    chooseEntry(*main_, u"颜色跟随桌面"_s);
     EXPECT_EQ(shownSheet(), Sheet::light);
 }
 

@@ -1,7 +1,6 @@
 #include "frame/windows.h"
 
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QScreen>
 #include <QSettings>
 
@@ -21,7 +20,10 @@
 #include "tests/support/window_test.h"
 #include "themes/form22.h"
 #include "themes/form30.h"
+#include "themes/form38.h"
 #include "themes/form6.h"
+#include "themes/review_window.h"
+#include "themes/theme_page.h"
 #include "utilities/form28.h"
 #include "utilities/form34.h"
 
@@ -44,6 +46,14 @@ public:
         globals_.dangqianzhuti = u"银行"_s;
         globals_.dangqiandm = u"SH600000"_s;
         open<Form>();
+    }
+    // And what it waited for comes to nobody.
+    void expectGone(Later<bool>& awaited) {
+        deleteClosedWindows();
+        EXPECT_FALSE(form_);
+        awaited.deliver(true);
+        QThreadPool::globalInstance()->waitForDone();
+        QApplication::processEvents();
     }
 };
 
@@ -83,15 +93,13 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
         it.asks();
         EXPECT_EQ(dialogs_.shown.size(), 1);
         closeWindows();
-        deleteClosedWindows();
-        EXPECT_FALSE(form_);
-        answered->deliver(true);
+        expectGone(*answered);
         EXPECT_EQ(dialogs_.shown.size(), 1) << "nothing was done of which it would tell";
         EXPECT_TRUE(failures_.texts.isEmpty());
     }
 }
 
-// A comparison as it reads and as it downloads, a scan and a search.
+// A comparison as it reads and as it downloads, a scan, a search, and what is read with the window.
 TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
     writeQuietHistory(stores_, store_.folder());
     const auto close = [this] { form_->close(); };
@@ -107,19 +115,20 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
         {&WindowsTest::openChosen<Form24>, u"Command9"_s, 1, anew},
         {&WindowsTest::openChosen<Form12>, u"Command1"_s, 0, close},
         {&WindowsTest::openChosen<Form12>, u"Command2"_s, 0, close},
+        {&WindowsTest::openChosen<Form38>, u"Command3"_s, 0, close},
+        {&WindowsTest::openChosen<ThemePage>, {}, 0, close},
+        {&WindowsTest::openChosen<ReviewWindow>, {}, 0, close},
     };
     for (const auto& it : cases) {
         (this->*it.open)();
         http_.paths.clear();
         http_.gate = std::make_shared<Later<bool>>();
-        press(form_, it.button);
+        if (!it.button.isEmpty()) {
+            click(it.button);
+        }
         until([&] { return http_.paths.size() == it.requests; });
         it.close();
-        deleteClosedWindows();
-        EXPECT_FALSE(form_);
-        http_.gate->deliver(true);
-        QThreadPool::globalInstance()->waitForDone();
-        QApplication::processEvents();
+        expectGone(*http_.gate);
         EXPECT_EQ(http_.paths.size(), it.requests);
         closeWindows();
     }
@@ -172,11 +181,7 @@ TEST_F(WindowsTest, ARunIsStoppedByEscAndEndsWithItsWindowAtEachOfItsRequests) {
             SCOPED_TRACE(it.buttons.join(u' ').toStdString() + ' ' + std::to_string(request));
             begin(it, request);
             form_->close();
-            deleteClosedWindows();
-            EXPECT_FALSE(form_);
-            gate->deliver(true);
-            QThreadPool::globalInstance()->waitForDone();
-            QApplication::processEvents();
+            expectGone(*gate);
             EXPECT_EQ(asked, request);
             if (it.buttons.isEmpty()) {
                 continue;
