@@ -7,19 +7,6 @@
 
 namespace guanchao {
 
-TEST_F(GridViewTest, AColumnThatTheUserHasDrawnKeepsItsWidth) {
-    const int ownWidth = view_.columnWidth(1);
-    drawColumn(2, 40);
-    const int drawn = view_.columnWidth(2);
-    EXPECT_EQ(drawn, view_.pixels(ResultGrid::standardWidth) + 40);
-    fill({u"甲"_s});
-    EXPECT_EQ(view_.columnWidth(2), drawn);
-    EXPECT_EQ(view_.columnWidth(1), ownWidth);
-    grid_.setTextMatrix(0, 2, u"只数"_s);
-    fill({u"甲"_s});
-    EXPECT_EQ(view_.columnWidth(2), drawn) << "known by its header";
-}
-
 TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&view_));
     const auto choose = [this](const QString& words) {
@@ -28,6 +15,7 @@ TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
     };
     const int own = view_.columnWidth(1);
     drawColumn(1, 40);
+    EXPECT_EQ(view_.columnWidth(1), own + 40);
     openHeaderMenu();
     EXPECT_EQ(menuWords(), u"+第 1 列|+名称|+涨幅|+日期|-|(全部显示)|恢复列宽"_s);
     closeMenu();
@@ -41,8 +29,9 @@ TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
     closeMenu();
     QTest::keyClick(&view_, Qt::Key_Down);
     EXPECT_EQ(selectedRow(), 3);
+    grid_.setTextMatrix(0, 1, u"只数"_s);
     fill({u"甲"_s, u"乙"_s});
-    EXPECT_EQ(shownColumns(), u"2"_s);
+    EXPECT_EQ(shownColumns(), u"2"_s) << "known by its header";
     choose(u"名称"_s);
     EXPECT_EQ(shownColumns(), u"12"_s);
     EXPECT_EQ(view_.columnWidth(1), own + 40) << "as it was drawn, not hidden";
@@ -56,7 +45,7 @@ TEST_F(GridViewTest, TheHeaderOffersTheColumns) {
     EXPECT_EQ(shownColumns(), u"0123"_s);
 }
 
-TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {
+TEST_F(GridViewTest, AmountsArePaintedShortAndNothingElseIsCutButNames) {
     grid_.setTextMatrix(0, 2, u"成交额"_s);
     grid_.setReal(1, 2, 2341000000.5);
     grid_.setColWidths({});
@@ -70,10 +59,8 @@ TEST_F(GridViewTest, AmountsArePaintedShortAndStayWhole) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&view_)->tableInterface()->cellAt(0, 2)->text(
                   QAccessible::Name),
               u"2341000000.50"_s);
-}
+    fill({u"甲"_s, u"乙"_s, u"丙"_s});
 
-TEST_F(GridViewTest, NumbersCodesAndMomentsAreNeverCutShort) {
-    const QFontMetrics metrics(view_.font());
     const auto shows = [&](const QString& text) {
         return view_.columnWidth(2) > metrics.horizontalAdvance(text);
     };

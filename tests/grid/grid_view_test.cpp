@@ -26,14 +26,12 @@ TEST_F(GridViewTest, AHeaderSortsAndItsArrowTellsHow) {
         int col;
         QString arrow;
         QStringList names;
-    } clicks[] = {
-        {view_, 1, u"1+"_s, {u"丙"_s, u"甲"_s, u"乙"_s}},
-        {view_, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
-        {view_, 2, u"2+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
-        {other, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
-        {view_, 0, u"0+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
-        {view_, 2, u"2-"_s, {u"丙"_s, u"甲"_s, u"乙"_s}},
-    };
+    } clicks[] = {{view_, 1, u"1+"_s, {u"丙"_s, u"甲"_s, u"乙"_s}},
+                  {view_, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+                  {view_, 2, u"2+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+                  {other, 1, u"1-"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+                  {view_, 0, u"0+"_s, {u"乙"_s, u"甲"_s, u"丙"_s}},
+                  {view_, 2, u"2-"_s, {u"丙"_s, u"甲"_s, u"乙"_s}}};
     for (const auto& it : clicks) {
         clickHeader(it.view, it.col);
         EXPECT_EQ(arrow(it.view), it.arrow);

@@ -164,21 +164,18 @@ TEST(CellSearch, GoesRoundTheShownCellsFromTheOneBehind) {
 }
 
 TEST(Amounts, FourDigitsAndTheirUnit) {
-    const struct {
-        double number;
-        QString text;
-    } cases[] = {{9999.99, {}},
-                 {-9999, {}},
-                 {10000, u"1.000万"_s},
-                 {99994, u"9.999万"_s},
-                 {99996, u"10.00万"_s},
-                 {9999499, u"999.9万"_s},
-                 {99994999, u"9999万"_s},
-                 {99995000, u"1.000亿"_s},
-                 {-2341000000.5, u"-23.41亿"_s},
-                 {1234567890123, u"12346亿"_s}};
-    for (const auto& it : cases) {
-        EXPECT_EQ(shortAmount(it.number).value_or(QString()), it.text) << it.number;
+    const std::pair<double, QString> cases[] = {{9999.99, {}},
+                                                {-9999, {}},
+                                                {10000, u"1.000万"_s},
+                                                {99994, u"9.999万"_s},
+                                                {99996, u"10.00万"_s},
+                                                {9999499, u"999.9万"_s},
+                                                {99994999, u"9999万"_s},
+                                                {99995000, u"1.000亿"_s},
+                                                {-2341000000.5, u"-23.41亿"_s},
+                                                {1234567890123, u"12346亿"_s}};
+    for (const auto& [number, text] : cases) {
+        EXPECT_EQ(shortAmount(number).value_or(QString()), text) << number;
     }
 }
 
@@ -200,20 +197,18 @@ TEST(Tianchongbiao, PoursTypesAsTheStoreGaveThem) {
 }
 
 TEST(StockRowsTest, TheFirstColumnWithACodeTellsTheStockOfEachRow) {
-    const struct {
-        QString text, dm;
-    } codes[] = {{u"SH600000"_s, u"SH600000"_s},
-                 {u"sz300750"_s, u"SZ300750"_s},
-                 {u"SH600519贵州茅台"_s, u"SH600519"_s},
-                 {u"SH000300"_s, u"SH000300"_s},
-                 {u"BJ920799"_s, u"BJ920799"_s},
-                 {u"SH6000001"_s, {}},
-                 {u"SH60000A"_s, {}},
-                 {u"600000"_s, {}},
-                 {u"SZ200011"_s, {}},
-                 {u"银行"_s, {}}};
-    for (const auto& it : codes) {
-        EXPECT_EQ(codeIn(it.text), it.dm) << it.text.toStdString();
+    const std::pair<QString, QString> codes[] = {{u"SH600000"_s, u"SH600000"_s},
+                                                 {u"sz300750"_s, u"SZ300750"_s},
+                                                 {u"SH600519贵州茅台"_s, u"SH600519"_s},
+                                                 {u"SH000300"_s, u"SH000300"_s},
+                                                 {u"BJ920799"_s, u"BJ920799"_s},
+                                                 {u"SH6000001"_s, {}},
+                                                 {u"SH60000A"_s, {}},
+                                                 {u"600000"_s, {}},
+                                                 {u"SZ200011"_s, {}},
+                                                 {u"银行"_s, {}}};
+    for (const auto& [text, dm] : codes) {
+        EXPECT_EQ(codeIn(text), dm) << text.toStdString();
     }
     ResultGrid grid;
     EXPECT_FALSE(tellsStocks(grid));
@@ -226,10 +221,9 @@ TEST(StockRowsTest, TheFirstColumnWithACodeTellsTheStockOfEachRow) {
     }
     grid.setTextMatrix(0, 4, u"日期"_s);
     grid.setTextMatrix(3, 4, u"2016-04-05 00:00:00"_s);
-    QStringList told;
-    for (const StockOfRow& it : stocksOf(grid)) {
-        told << QString::number(it.row) + it.dm + it.day.toString(Qt::ISODate);
-    }
+    const QStringList told = textsOf(stocksOf(grid), [](const StockOfRow& it) -> QString {
+        return QString::number(it.row) + it.dm + it.day.toString(Qt::ISODate);
+    });
     EXPECT_TRUE(tellsStocks(grid));
     EXPECT_EQ(told, QStringList({u"1SH600001"_s, u"3SH6000032016-04-05"_s}))
         << "a row without a code has none";
