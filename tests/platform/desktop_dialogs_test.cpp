@@ -2,14 +2,10 @@
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QInputDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QTemporaryDir>
-#include <QTreeView>
 #include <QWindow>
 #include <memory>
 
@@ -33,6 +29,11 @@ protected:
         });
     }
 
+    static void press(QMessageBox& box, const QList<Qt::Key>& keys) {
+        for (const Qt::Key key : keys) {
+            QTest::keyClick(box.windowHandle(), key);
+        }
+    }
     static QMessageBox* standing() {
         return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     }
@@ -40,48 +41,29 @@ protected:
     DesktopDialogs dialogs_;
 };
 
-TEST_F(DesktopDialogsTest, OnlyOkIsYes) {
-    const struct {
-        QList<Qt::Key> keys;
-        bool yes;
-    } cases[] = {
-        {{Qt::Key_Return}, true},
-        {{Qt::Key_Escape}, false},
-        {{}, false},
-    };
-    for (const auto& it : cases) {
-        onceOpen<QMessageBox>([&](QMessageBox& box) {
+TEST_F(DesktopDialogsTest, OnlyOkIsYesAndWhatStandsThereIsAddedToUnlessTheUserSaysMore) {
+    const std::pair<QList<Qt::Key>, bool> cases[] = {
+        {{Qt::Key_Return}, true}, {{Qt::Key_Escape}, false}, {{}, false}};
+    for (const auto& [keys, yes] : cases) {
+        onceOpen<QMessageBox>([&keys = keys](QMessageBox& box) {
             EXPECT_EQ(box.windowTitle() + u'|' + box.text(), u"观潮台|真的?"_s);
             EXPECT_EQ(box.buttons().at(0)->text() + box.buttons().at(1)->text(), u"确定取消"_s);
-            for (const Qt::Key key : it.keys) {
-                QTest::keyClick(box.windowHandle(), key);
-            }
-            if (it.keys.isEmpty()) {
+            press(box, keys);
+            if (keys.isEmpty()) {
                 box.close();
             }
         });
-        EXPECT_EQ(QCoro::waitFor(dialogs_.ask({}, u"真的?"_s, u"观潮台"_s)), it.yes);
+        EXPECT_EQ(QCoro::waitFor(dialogs_.ask({}, u"真的?"_s, u"观潮台"_s)), yes);
     }
-}
-
-// Tab goes to the next button.
-TEST_F(DesktopDialogsTest, WhatStandsThereIsAddedToUnlessTheUserSaysMore) {
-    const struct {
-        QList<Qt::Key> keys;
-        Existing answer;
-    } cases[] = {
+    // Tab goes to the next button.
+    const std::pair<QList<Qt::Key>, Existing> choices[] = {
         {{Qt::Key_Return}, Existing::add},
         {{Qt::Key_Tab, Qt::Key_Space}, Existing::replace},
         {{Qt::Key_Escape}, Existing::leave},
     };
-    for (const auto& it : cases) {
-        onceOpen<QMessageBox>([&](QMessageBox& box) {
-            EXPECT_EQ(box.buttons().size(), 3);
-            for (const Qt::Key key : it.keys) {
-                QTest::keyClick(box.windowHandle(), key);
-            }
-        });
-        EXPECT_EQ(QCoro::waitFor(dialogs_.askToReplace({}, u"有了"_s, u"观潮台"_s)), it.answer);
+    for (const auto& [keys, answer] : choices) {
+        onceOpen<QMessageBox>([&keys = keys](QMessageBox& box) { press(box, keys); });
+        EXPECT_EQ(QCoro::waitFor(dialogs_.askToReplace({}, u"有了"_s, u"观潮台"_s)), answer);
     }
 }
 
@@ -102,35 +84,39 @@ TEST_F(DesktopDialogsTest, ALongTextScrollsAndOneWithoutEndIsCut) {
     shownWindows<QMessageBox>().first()->close();
 }
 
-TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOther) {
+TEST_F(DesktopDialogsTest, AnswersAreReadOneAfterTheOtherAndOutliveTheWindowBelow) {
     dialogs_.tell(u"一"_s, u"观潮台"_s);
     dialogs_.tell(u"二"_s, u"观潮台"_s);
     for (const QString& text : {u"一"_s, u"二"_s}) {
-        ASSERT_TRUE(standing());
         EXPECT_EQ(standing()->text(), text);
         EXPECT_EQ(standing()->icon(), QMessageBox::Warning);
         EXPECT_EQ(standing()->windowModality(), Qt::ApplicationModal);
         QTest::keyClick(standing(), Qt::Key_Return);
     }
     EXPECT_FALSE(standing());
+    // Rules tell what they have done, and then their window closes.
+    auto owner = std::make_unique<QWidget>();
+    owner->show();
+    owner->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(owner.get()));
+    dialogs_.tell(u"完成"_s, u"观潮台"_s);
+    EXPECT_EQ(standing()->windowHandle()->transientParent(), owner->windowHandle());
+    owner.reset();
+    EXPECT_TRUE(standing());
 }
 
 TEST_F(DesktopDialogsTest, FailuresAreCountedInOneBox) {
-    const auto count = [] { return shownWindows<QMessageBox>().size(); };
+    const auto boxes = [] { return shownWindows<QMessageBox>(); };
     for (const QString& text : {u"甲"_s, u"乙"_s, u"丙"_s}) {
         dialogs_.tellFailure(text);
     }
-    ASSERT_EQ(count(), 1);
-    EXPECT_EQ(shownWindows<QMessageBox>().first()->text(),
-              u"甲\n\n此后又有 2 次失败，最近一次：\n丙"_s);
-    EXPECT_FALSE(shownWindows<QMessageBox>().first()->isModal())
-        << "the windows beside it can be used";
-    shownWindows<QMessageBox>().first()->close();
-    EXPECT_EQ(count(), 0);
+    ASSERT_EQ(boxes().size(), 1);
+    EXPECT_EQ(boxes()[0]->text(), u"甲\n\n此后又有 2 次失败，最近一次：\n丙"_s);
+    EXPECT_FALSE(boxes()[0]->isModal()) << "the windows beside it can be used";
+    boxes()[0]->close();
     dialogs_.tellFailure(u"丁"_s);
-    ASSERT_EQ(count(), 1);
-    EXPECT_EQ(shownWindows<QMessageBox>().first()->text(), u"丁"_s)
-        << "what was read is not counted";
+    ASSERT_EQ(boxes().size(), 1);
+    EXPECT_EQ(boxes()[0]->text(), u"丁"_s) << "what was read is not counted";
 }
 
 TEST_F(DesktopDialogsTest, AnInputBoxGivesTheTextOrNothing) {
@@ -181,40 +167,24 @@ TEST_F(DesktopDialogsTest, AFolderIsPickedByItselfOrByAFileInIt) {
 
 TEST_F(DesktopDialogsTest, ASavedNameGetsTheSuffixOfItsFilter) {
     const QTemporaryDir folder;
-    const struct {
-        int filter;
-        QString typed, picked;
-    } cases[] = {{0, u"a"_s, u"/a.txt"_s},
-                 {0, u"a.csv"_s, u"/a.csv"_s},
-                 {1, u"a"_s, u"/a"_s},
-                 {0, QString(), QString()}};
-    for (const auto& it : cases) {
-        onceOpen<QFileDialog>([&](QFileDialog& box) {
+    const std::tuple<int, QString, QString> cases[] = {{0, u"a"_s, u"/a.txt"_s},
+                                                       {0, u"a.csv"_s, u"/a.csv"_s},
+                                                       {1, u"a"_s, u"/a"_s},
+                                                       {0, QString(), QString()}};
+    for (const auto& [filter, typed, picked] : cases) {
+        onceOpen<QFileDialog>([&filter = filter, &typed = typed](QFileDialog& box) {
             EXPECT_EQ(box.nameFilters(), QStringList({u"文本文档(*.txt)"_s, u"所有文件(*)"_s}));
             EXPECT_EQ(box.findChild<QLineEdit*>()->text(), u"股.txt"_s);
             EXPECT_FALSE(box.testOption(QFileDialog::DontConfirmOverwrite));
-            box.selectNameFilter(box.nameFilters().at(it.filter));
+            box.selectNameFilter(box.nameFilters().at(filter));
             emit box.filterSelected(box.selectedNameFilter());
-            box.selectFile(it.typed);
-            QTest::keyClick(&box, it.typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+            box.selectFile(typed);
+            QTest::keyClick(&box, typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
         });
         EXPECT_EQ(QCoro::waitFor(dialogs_.baocunwenjian(
                       {}, folder.path(), u"股.txt"_s, {u"文本文档(*.txt)"_s, u"所有文件(*.*)"_s})),
-                  it.picked.isEmpty() ? QString() : folder.path() + it.picked);
+                  picked.isEmpty() ? QString() : folder.path() + picked);
     }
-}
-
-// Rules tell what they have done, and then their window closes.
-TEST_F(DesktopDialogsTest, AnAnswerOutlivesTheWindowBelowIt) {
-    auto owner = std::make_unique<QWidget>();
-    owner->show();
-    owner->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(owner.get()));
-    dialogs_.tell(u"完成"_s, u"观潮台"_s);
-    ASSERT_TRUE(standing());
-    EXPECT_EQ(standing()->windowHandle()->transientParent(), owner->windowHandle());
-    owner.reset();
-    EXPECT_TRUE(standing());
 }
 
 TEST_F(DesktopDialogsTest, AStoppedQuestionGoesUnanswered) {

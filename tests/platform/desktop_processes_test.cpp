@@ -9,7 +9,7 @@
 namespace guanchao {
 
 // A real program under a name of its own: a copy of one that waits for its input to end.
-TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
+TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImageAndStartsWithItsWordUnlessItIsMissing) {
     const QTemporaryDir folder;
     DesktopProcesses processes(folder.path());
     const QTemporaryDir otherFolder;
@@ -34,12 +34,7 @@ TEST(DesktopProcessesTest, AProgramRunsByTheNameOfItsImage) {
     child.closeWriteChannel();
     ASSERT_TRUE(child.waitForFinished());
     EXPECT_FALSE(processes.isRunning(name));
-}
-
-// It ends when it has read the pipe to its end.
-TEST(DesktopProcessesTest, AProgramStartsWithItsWordUnlessItIsMissing) {
-    const QTemporaryDir folder;
-    DesktopProcesses processes(folder.path());
+    // It ends when it has read the pipe to its end.
     const QString pipe = folder.filePath(u"pipe"_s);
     ASSERT_EQ(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
     ASSERT_TRUE(processes.start(u"/usr/bin/cat"_s, pipe));

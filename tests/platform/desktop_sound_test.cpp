@@ -34,28 +34,22 @@ protected:
 };
 
 // With an audio device or without one.
-TEST_F(DesktopSoundTest, TellsOnceWhenItHasStoppedHoweverThatCame) {
+TEST_F(DesktopSoundTest, TellsOnceWhenItHasStoppedHoweverThatCameAndNotForAnotherSound) {
     const QString good = file(u"good.wav"_s, shortSound());
-    const struct {
-        const char* name;
-        QString file;
-        int count;
-    } endings[] = {{"the end of the last round", good, 3},
-                   {"no such file", folder_.filePath(u"none.wav"_s), 20},
-                   {"no sound", file(u"text.mp3"_s, "text"), 20},
-                   {"a good one after a bad one", good, 1}};
-    for (const auto& it : endings) {
+    const std::tuple<const char*, QString, int> endings[] = {
+        {"the end of the last round", good, 3},
+        {"no such file", folder_.filePath(u"none.wav"_s), 20},
+        {"no sound", file(u"text.mp3"_s, "text"), 20},
+        {"a good one after a bad one", good, 1}};
+    for (const auto& [name, path, count] : endings) {
         told_ = 0;
-        sound_.play(it.file, it.count);
-        EXPECT_EQ(told_, 0) << it.name;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return told_ > 0; }, 20000)) << it.name;
+        sound_.play(path, count);
+        EXPECT_EQ(told_, 0) << name;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return told_ > 0; }, 20000)) << name;
         sound_.stop();
-        EXPECT_EQ(told_, 1) << it.name;
+        EXPECT_EQ(told_, 1) << name;
     }
-}
-
-TEST_F(DesktopSoundTest, AStopTellsAtOnceAndAnotherSoundDoesNot) {
-    const QString good = file(u"good.wav"_s, shortSound());
+    told_ = 0;
     sound_.stop();
     EXPECT_EQ(told_, 0) << "nothing plays";
     sound_.play(good, 1000);

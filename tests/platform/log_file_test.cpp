@@ -1,7 +1,6 @@
 #include "platform/log_file.h"
 
 #include <QTemporaryDir>
-#include <QThread>
 #include <thread>
 #include <vector>
 
@@ -11,8 +10,6 @@
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 class LogFileTest : public ::testing::Test {
 protected:
@@ -71,10 +68,8 @@ TEST_F(LogFileTest, ARunTellsHowItEnded) {
     { RunNote(u"甲"_s, source.get_token()).ended({}, true); }
     source.request_stop();
     { const RunNote closed(u"甲"_s, source.get_token()); }
-    QStringList ends;
-    for (const QString& it : lines(path_)) {
-        ends << it.section(u'\t', 2, 3);
-    }
+    const QStringList ends =
+        textsOf(lines(path_), [](const QString& it) { return it.section(u'\t', 2, 3); });
     EXPECT_EQ(ends, (QStringList{u"甲 …\t开始"_s, u"甲 …\t结束：3 / 4，主题“…”"_s, u"甲\t开始"_s,
                                  u"甲\t停止"_s, u"甲\t开始"_s, u"甲\t停止"_s}));
 }
