@@ -14,17 +14,12 @@
 namespace guanchao {
 
 inline bool isNamed(const QWidget& control) {
-    if (!control.accessibleName().isEmpty()) {
-        return true;
-    }
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) {
-        return !button->text().isEmpty();
-    }
-    if (const auto* line = qobject_cast<const QLabel*>(&control)) {
-        return !line->text().isEmpty();
-    }
+    const bool showsWords =
+        qobject_cast<const QAbstractButton*>(&control) || qobject_cast<const QLabel*>(&control);
+    const QString words = showsWords ? control.property("text").toString() : QString();
     const QList<QLabel*> labels = control.window()->findChildren<QLabel*>();
-    return std::any_of(labels.begin(), labels.end(),
+    return !control.accessibleName().isEmpty() || !words.isEmpty() ||
+           std::any_of(labels.begin(), labels.end(),
                        [&](const QLabel* label) { return label->buddy() == &control; });
 }
 

@@ -37,15 +37,11 @@
 
 namespace guanchao {
 
-namespace {
-
 template <typename Form>
-const QWidget* opened(Windows& windows) {
+static const QWidget* opened(Windows& windows) {
     windows.openAnew<Form>();
     return shownWindow<Form>();
 }
-
-}  // namespace
 
 using AccessibleNamesTest = WindowTest;
 

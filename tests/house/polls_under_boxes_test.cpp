@@ -53,13 +53,6 @@ protected:
     static bool staysOnTop(const QWidget& window) {
         return window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
     }
-    static bool opensAnother(const QList<QPointer<Form4>>& before) {
-        return wait([&] {
-            const auto now = managers();
-            return std::ranges::any_of(now, [&](const auto& it) { return !before.contains(it); });
-        });
-    }
-
     // What is mended is so under the box.
     void expectPollsAndAlarmsUnderTheBoxOf(
         const std::function<void()>& cause, const std::function<void()>& mend = [] {}) {
@@ -84,7 +77,10 @@ protected:
         sound_.played.clear();
         const auto before = managers();
         price_ = 10.6;
-        EXPECT_TRUE(opensAnother(before));
+        EXPECT_TRUE(wait([&] {
+            const auto now = managers();
+            return std::ranges::any_of(now, [&](const auto& it) { return !before.contains(it); });
+        }));
         EXPECT_TRUE(wait([this] { return !sound_.played.isEmpty(); }));
     }
 
