@@ -16,10 +16,7 @@ TEST_F(FindItemsTest, FindsByNameCodeAndInitialsTheBestFirst) {
     store_.addMember(u"白酒概念"_s, u"SH600519"_s);
     store_.addMember(u"贵州"_s, u"SH600519"_s);
     const QList<FindItem> items = readFindItems(store_.stores);
-    const struct {
-        QString typed;
-        QStringList names;
-    } cases[] = {
+    const std::pair<QString, QStringList> cases[] = {
         {u"600519"_s, {u"贵州茅台"_s}},
         {u"sz000858"_s, {u"五粮液"_s}},
         {u"519"_s, {u"贵州茅台"_s, u"新光药业"_s}},
@@ -29,12 +26,12 @@ TEST_F(FindItemsTest, FindsByNameCodeAndInitialsTheBestFirst) {
         {u"无"_s, {}},
         {u""_s, {}},
     };
-    for (const auto& it : cases) {
-        QStringList names;
-        for (const FindItem& found : foundItems(items, it.typed, 10)) {
-            names << (found.kind == FindItem::Kind::page ? u"页："_s : QString()) + found.name;
+    for (const auto& [typed, names] : cases) {
+        QStringList found;
+        for (const FindItem& it : foundItems(items, typed, 10)) {
+            found << (it.kind == FindItem::Kind::page ? u"页："_s : QString()) + it.name;
         }
-        EXPECT_EQ(names, it.names) << it.typed.toStdString();
+        EXPECT_EQ(found, names) << typed.toStdString();
     }
     EXPECT_EQ(foundItems(items, u"贵"_s, 1).size(), 1);
 }

@@ -20,8 +20,7 @@ TEST_F(Form2Test, EachDayHasItsCopyWhichTheMenuTakesBack) {
 
     ASSERT_TRUE(QFile::resize(copies.filePath(u"2026-11-24/wenzhang.mzdat"_s), 0));
     trigger(u"恢复"_s);
-    QPointer<FormRestore> window = shownWindow<FormRestore>();
-    ASSERT_TRUE(window);
+    QWidget* window = shownWindow<FormRestore>();
     GridView& list = *child<GridView>(window, u"copies"_s);
     ASSERT_TRUE(QTest::qWaitFor([&] { return gridOf(list).rows() == 3; }));
     QTest::keyClick(&list, Qt::Key_Down);
@@ -75,8 +74,7 @@ TEST_F(Form2Test, AnExchangeShowsItsProgressAndEndsByEscOrWithTheProgram) {
     dialogs_.picked = file.path;
     auto* progress = find<QProgressBar>(u"exchangeProgress"_s);
     for (const bool byEsc : {true, false}) {
-        Connection collector = stores_.heat.open();
-        collector.execute(u"begin immediate"_s);
+        Connection collector = held(stores_.heat, u"immediate"_s);
         trigger(u"导入新闻和商品"_s);
         EXPECT_TRUE(progress->isVisible());
         EXPECT_EQ(label(u"exchangeName"_s), u"正在导入新闻和商品…"_s);

@@ -33,7 +33,8 @@ protected:
     }
     void beginMonitoring() {
         timeIsUp(timer(u"Timer1"_s));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return timer(u"Timer2"_s)->isActive(); }));
+        until([this] { return timer(u"Timer2"_s)->isActive(); });
+        EXPECT_FALSE(timer(u"Timer1"_s)->isActive());
     }
     QTimer* timer(const QString& name) { return find<QTimer>(name); }
     void click(const QString& gridName, int row, int col, Qt::MouseButton button = Qt::LeftButton) {

@@ -5,7 +5,6 @@
 #include "market/form21.h"
 #include "monitor/form4.h"
 #include "tests/app/form2_fixture.h"
-#include "tests/support/quote_reply.h"
 #include "themes/form30.h"
 
 namespace guanchao {
@@ -27,11 +26,9 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
         EXPECT_FALSE(button->isEnabled());
         seen << label(u"Label6"_s) + u'|' + QString::number(progress->value());
     };
-    http_.answer = [](const QString& path) {
-        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
-    };
+    answerQuotes({{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
     QTest::keyClick(&main_, Qt::Key_F9);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs_.shown.isEmpty(); }));
+    until([&] { return !dialogs_.shown.isEmpty(); });
     http_.onGet = nullptr;
     EXPECT_TRUE(seen.contains(u"已更新股票只数:99|99"_s)) << seen.join(u' ').toStdString();
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|更新行情数据完成！\n121只：服务没有这只股票"_s});
@@ -41,23 +38,17 @@ TEST_F(Form2Test, AnUpdateShowsItsProgressAndThenItsQuotesInBothTablesAndInTheBa
     EXPECT_EQ(stocks.textMatrix(stocks.markedRow(), 2), chosen);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 2), u"100.00"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).cellForeColor(1, 2), riseColour);
-    EXPECT_TRUE(button->isEnabled());
-    EXPECT_FALSE(progress->isVisible());
+    EXPECT_TRUE(button->isEnabled() && !progress->isVisible());
     EXPECT_EQ(polledDay_.of(u"SH600519"_s).points, (QList<DayPoint>{{10 * 60, 15, 1, 1}}));
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return label(u"market"_s).contains(u"上证指数"_s) && label(u"quotesAge"_s) == u"刚刚"_s;
-    }));
+    until([&] { return label(u"market"_s).contains(u"上证指数"_s); });
+    until([&] { return label(u"quotesAge"_s) == u"刚刚"_s; });
 }
 
 TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     load();
     auto* timer = find<QTimer>(u"autoUpdate"_s);
     EXPECT_FALSE(timer->isActive());
-    for (QAction* entry : main_.findChildren<QAction*>()) {
-        if (entry->text() == u"每30秒"_s) {
-            entry->trigger();
-        }
-    }
+    chooseEntry(main_, u"每30秒"_s);
     EXPECT_EQ(timer->interval(), 30000);
     timer->setInterval(2);
     GridView& themes = view(u"MSHFlexGrid1"_s);
@@ -65,9 +56,7 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     trigger(u"全部显示"_s);
     clickHeader(themes, 2);
     clickHeader(stocks, 2);  // descending: the grids share how they were sorted last
-    http_.answer = [](const QString& path) {
-        return quoteReply(path, {{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
-    };
+    answerQuotes({{u"sh600000"_s, 20}, {u"sh600519"_s, 15}});
     clock_.moment.setTime(QTime(12, 0));
     int due = 0;
     timer->callOnTimeout([&] { ++due; });
@@ -79,25 +68,22 @@ TEST_F(Form2Test, QuotesUpdateByThemselvesInASessionOnlyAndWithoutABox) {
     const auto gains = [](const GridView& view, int col) {
         return columnTexts(gridOf(view), col).mid(1);
     };
-    const auto bothGained = [&] {
-        return gains(stocks, 6) == QStringList{u"50.00"_s, u"100.00"_s};
-    };
-    EXPECT_TRUE(QTest::qWaitFor(bothGained)) << "by the code";
-    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    const QStringList gained = {u"50.00"_s, u"100.00"_s};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return gains(stocks, 6) == gained; })) << "by the code";
+    EXPECT_EQ(gains(themes, 2), gained);
     EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), 2);
     activate();
     QTest::keyClick(&themes, Qt::Key_F5);
-    EXPECT_EQ(gains(themes, 2), QStringList({u"50.00"_s, u"100.00"_s}));
+    EXPECT_EQ(gains(themes, 2), gained);
     EXPECT_EQ(themes.horizontalHeader()->sortIndicatorSection(), 2);
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_EQ(stocks.horizontalHeader()->sortIndicatorSection(), -1) << "other stocks";
-    auto* line = find<QLabel>(u"Label1"_s);
     http_.answer = nullptr;
     http_.paths.clear();
     timer->start(2);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return http_.paths.size() > 1; }));
+    until([this] { return http_.paths.size() > 1; });
     timer->stop();
-    EXPECT_TRUE(line->text().startsWith(u"自动更新："_s));
+    EXPECT_TRUE(label(u"Label1"_s).startsWith(u"自动更新："_s));
     EXPECT_TRUE(dialogs_.shown.isEmpty());
     QMenu menu;
     const AutoUpdate nextRun(menu, environment_.applicationFolder + u"界面.ini"_s, clock_, [] {});
@@ -109,17 +95,14 @@ TEST_F(Form2Test, WhatIsAskedForWhileAnotherHoldsTheStoreComesWhenItIsFree) {
     load();
     activate();
     store_.run({u"update dmb set zhangfu=99 where dm='SH600519'"_s});
-    std::optional<Connection> other(store_.stores.main.open());
-    other->execute(u"begin exclusive"_s);
+    std::optional<Connection> other(held(store_.stores.main));
     QTest::keyClick(&main_, Qt::Key_F5);
     click(u"MSHFlexGrid1"_s, 1, 1);
     EXPECT_EQ(grid(u"MSHFlexGrid1"_s).textMatrix(1, 1), u"银行"_s);
     EXPECT_EQ(grid(u"MSHFlexGrid2"_s).rows(), 1);
     other.reset();
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        return grid(u"MSHFlexGrid1"_s).textMatrix(1, 1) == u"白酒"_s &&
-               grid(u"MSHFlexGrid2"_s).rows() == 2;
-    }));
+    until([this] { return grid(u"MSHFlexGrid1"_s).textMatrix(1, 1) == u"白酒"_s; });
+    until([this] { return grid(u"MSHFlexGrid2"_s).rows() == 2; });
     EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
@@ -127,7 +110,7 @@ TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     load();
     const QString time = label(u"Label6"_s);
     addManyCodes();
-    http_.answer = [](const QString& path) { return quoteReply(path, {{u"sh600000"_s, 20}}); };
+    answerQuotes({{u"sh600000"_s, 20}});
     http_.onGet = [this] {
         if (http_.paths.size() == 2) {
             http_.gate = std::make_shared<Later<bool>>();
@@ -136,8 +119,7 @@ TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     QTest::mouseClick(find<QToolButton>(u"Command4"_s), Qt::LeftButton);
     auto* stop = find<QPushButton>(u"stopRun"_s);
     EXPECT_TRUE(stop->isVisible());
-    EXPECT_FALSE(find<QToolButton>(u"Command4"_s)->isEnabled());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return http_.gate != nullptr; }));
+    until([this] { return http_.gate != nullptr; });
     QTest::keyClick(&main_, Qt::Key_Escape);
     EXPECT_FALSE(stop->isVisible());
     EXPECT_TRUE(find<QToolButton>(u"Command4"_s)->isEnabled());
@@ -159,19 +141,16 @@ TEST_F(Form2Test, WhatIsTypedAfterCtrlKOpensStockThemeAndCommand) {
         ASSERT_TRUE(QTest::qWaitForWindowActive(other));
         QTest::keyClick(other, Qt::Key_K, Qt::ControlModifier);
         auto* finder = openWindows_.find<Finder>();
-        ASSERT_NE(finder, nullptr);
         auto* line = finder->findChild<QLineEdit*>();
         const auto* list = finder->findChild<QListWidget*>();
         line->setText(typed);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return list->count() > 0; }));
+        until([&] { return list->count() > 0; });
         QTest::keyClick(line, Qt::Key_Return);
         deleteClosedWindows();
         EXPECT_FALSE(openWindows_.find<Finder>());
     };
     choose(u"gzmt"_s);
-    auto* quotes = openWindows_.find<Form21>();
-    ASSERT_TRUE(quotes);
-    EXPECT_EQ(child<QLineEdit>(quotes, u"Text7"_s)->text(), u"SH600519"_s);
+    EXPECT_EQ(lineEdit(openWindows_.find<Form21>(), u"Text7"_s)->text(), u"SH600519"_s);
     choose(u"jkgl"_s);
     EXPECT_TRUE(openWindows_.find<Form4>());
 }

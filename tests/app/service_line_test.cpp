@@ -1,5 +1,3 @@
-#include "app/service_line.h"
-
 #include "platform/qt_http_client.h"
 #include "tests/app/form2_fixture.h"
 #include "tools/practice_market/practice_market.h"
