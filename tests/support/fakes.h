@@ -18,6 +18,7 @@
 #include "platform/tray.h"
 #include "store/failure.h"
 #include "store/store_error.h"
+#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 

@@ -1,11 +1,12 @@
 // Whole files, as tests write and read them.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <limits>
+
+#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -21,6 +22,14 @@ inline void writeFile(const QString& path, const QByteArray& content = {}) {
 inline QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// That many bytes of the file, or all behind, become others.
+inline void spoil(const QString& path, qint64 from,
+                  qint64 bytes = std::numeric_limits<int>::max()) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(from)) << path.toStdString();
+    file.write(QByteArray(qMin(bytes, file.size() - from), 'x'));
 }
 
 }  // namespace guanchao

@@ -5,6 +5,8 @@
 #include <QCoro/QCoroTask>
 #include <stdexcept>
 
+#include "tests/support/qt_printers.h"
+
 namespace guanchao {
 
 // Of one that nothing holds up.

@@ -9,7 +9,6 @@
 #include "store/edits.h"
 #include "store/store_error.h"
 #include "tests/support/fakes.h"
-#include "tests/support/files.h"
 #include "tests/support/grid_texts.h"
 #include "tests/support/outcome_of.h"
 #include "tests/support/qt_printers.h"

@@ -19,6 +19,9 @@ QString TestStores::folderTemplate() {
 
 TestStores::TestStores() {
     stores = storesIn(folder());
+    for (StoreFile* history : {&stores.firstHistory, &stores.secondHistory}) {
+        history->path = folder() + QFileInfo(history->path).fileName();
+    }
     createStore(stores.main.path, stores.main.key, schemaText(Schema::main));
     createStore(stores.heat.path, stores.heat.key, schemaText(Schema::heat));
     createStore(stores.article.path, stores.article.key, schemaText(Schema::article));

@@ -5,13 +5,14 @@
 #include <QTemporaryDir>
 
 #include "store/stores.h"
+#include "tests/support/files.h"
 
 namespace guanchao {
 
 class TestStores {
 public:
     // The tables are there and empty, but for the one row that the settings of the main and the
-    // heat store always have.
+    // heat store always have. The history databases have their place in the folder too.
     TestStores();
 
     QString folder() const { return applicationFolder(directory_.path()); }

@@ -29,9 +29,8 @@ class WindowTest : public StoreTest {
 protected:
     // No window outlives what it was given.
     ~WindowTest() override {
-        dialogs_.onAsk = dialogs_.onInput = nullptr;
-        closeWindows();
-        deleteClosedWindows();
+        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
+        leaveWindows();
     }
 
     // Without waiting for any.
@@ -41,6 +40,11 @@ protected:
                 window->close();
             }
         }
+    }
+
+    static void leaveWindows() {
+        closeWindows();
+        deleteClosedWindows();
     }
 
     template <typename Form>
