@@ -1,16 +1,12 @@
 #include "research/form12.h"
 
-#include <QCheckBox>
 #include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QThreadPool>
 #include <optional>
 
 #include "formats/gbk.h"
 #include "research/form37.h"
 #include "research/gain_histogram.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
 #include "tests/support/window_test.h"
 
@@ -58,8 +54,6 @@ protected:
     }
 
     QPlainTextEdit* box(const QString& name) { return find<QPlainTextEdit>(name); }
-    // The code and the theme that a pressed row has handed over.
-    QString handedOver() { return globals_.dangqiandm + text(u"Text1"_s) + text(u"Text2"_s); }
 };
 
 // The stored condition has a line's end inside a word; the store must get both its characters.
@@ -122,11 +116,8 @@ TEST_F(Form12Test, EachEditOfTheMarkedRecordSearchesAnewAtItsPlace) {
     EXPECT_EQ(globals_.dangqianjilu, 7);
     QTest::keyClick(&view(), Qt::Key_Down);
     EXPECT_EQ(globals_.dangqianjilu, 2) << "2.44";
-    EXPECT_EQ(handedOver(), u"SH600519SH600519白酒"_s);
+    EXPECT_EQ(globals_.dangqiandm + text(u"Text1"_s) + text(u"Text2"_s), u"SH600519SH600519白酒"_s);
 
-    const auto searched = [this] {
-        return box(u"Text6"_s)->toPlainText().startsWith(u"总次数:2"_s);
-    };
     const QString summary = u"Command6"_s, attention = u"修改关注度"_s, removal = u"删除一个"_s;
     const QString edited = u" 一\r\n二|7"_s;
     const struct {
@@ -151,7 +142,7 @@ TEST_F(Form12Test, EachEditOfTheMarkedRecordSearchesAnewAtItsPlace) {
         it.control == summary ? click(summary) : trigger(it.control);
         untilItsEnd();
         EXPECT_TRUE(failures_.texts.isEmpty());
-        EXPECT_EQ(searched(), it.searched);
+        EXPECT_EQ(box(u"Text6"_s)->toPlainText().startsWith(u"总次数:2"_s), it.searched);
         EXPECT_EQ(
             store_.rows(u"select zhaiyao,guanzhudu from yejiyugao where rowid=2"_s).join(u' '),
             it.row);
@@ -244,8 +235,8 @@ TEST_F(Form12Test, TheForwardReturnsEndAtTheStatementThatTheStoreRefuses) {
     until([] { return shownWindow<Form37>(); });
     EXPECT_TRUE(failures_.told.isEmpty()) << "one box, not two";
     const QString text = dialogs_.shown.value(0);
-    EXPECT_TRUE(text.contains(u"执行语句失败"_s)) << text.toStdString();
-    EXPECT_TRUE(text.contains(u"已经写入并保留：代码表重新开始的完成标记。"_s));
+    EXPECT_TRUE(holds(text, u"执行语句失败"_s));
+    EXPECT_TRUE(holds(text, u"已经写入并保留：代码表重新开始的完成标记。"_s));
     EXPECT_EQ(label(u"Label2"_s) + label(u"Label3"_s), u"代码总数:2当前代码:"_s)
         << "the code without rows of its own was passed by";
     EXPECT_TRUE(button(u"Command9"_s)->isEnabled());

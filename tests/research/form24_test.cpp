@@ -5,7 +5,6 @@
 #include "base/worker.h"
 #include "research/history_plot.h"
 #include "research/line_choice.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/window_test.h"
 
 namespace guanchao {
@@ -20,7 +19,6 @@ protected:
              u"('SH000001','2026-11-20 00:00:00',-2.5,3010),"
              u"('SH600000','2026-11-20 00:00:00',4,10)"_s});
         services_.history = {Service()};
-        stores_.firstHistory = {store_.folder() + u"first"_s, {}};
         open<Form24>();
     }
 

@@ -1,12 +1,9 @@
 #include "research/form32.h"
 
-#include <QCheckBox>
-#include <QProgressBar>
 #include <QSpinBox>
 
 #include "app/form2.h"
 #include "services/stock_code.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/scripted_history.h"
 #include "tests/support/window_test.h"
 
@@ -15,8 +12,6 @@ namespace guanchao {
 class Form32Test : public WindowTest {
 protected:
     Form32Test() {
-        stores_.firstHistory = {store_.folder() + u"a/first"_s, {}};
-        stores_.secondHistory = {store_.folder() + u"a/second"_s, {}};
         services_ = ScriptedHistory::services();
         clock_.moment = QDateTime(today_, QTime(16, 0));
         auto market = std::make_unique<ScriptedHistory>();
@@ -49,11 +44,10 @@ TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
     press(form_, u"fill"_s);
     until([this] { return !market_->asked.isEmpty(); });
     EXPECT_FALSE(button(u"fill"_s)->isEnabled() || find<QSpinBox>(u"years"_s)->isEnabled());
-    closeWindows();
-    deleteClosedWindows();
+    leaveWindows();
     const Form2 main(environment_, windows_, desktop_);
     const auto* line = child<QLabel>(&main, u"fillLine"_s);
-    EXPECT_TRUE(line->text().startsWith(u"补全历史行情 "_s)) << line->text().toStdString();
+    EXPECT_TRUE(begins(line->text(), u"补全历史行情 "_s));
     open<Form32>();
     EXPECT_EQ(find<QSpinBox>(u"years"_s)->value(), 3);
     EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
@@ -65,14 +59,12 @@ TEST_F(Form32Test, AFillGoesOnBehindTheClosedWindow) {
     press(form_, u"pause"_s);
     untilItsEnd();
     EXPECT_EQ(line->text(), QString());
-    EXPECT_TRUE(label(u"words"_s).startsWith(u"补全完成。补了 2 只"_s))
-        << label(u"words"_s).toStdString();
+    EXPECT_TRUE(begins(label(u"words"_s), u"补全完成。补了 2 只"_s));
     until([this] {
         return grid().rows() == 4 &&
                rowText(grid(), 2) == u"2|SH600000|浦发银行|2026-11-03|2026-11-24|16|0"_s;
     });
-    EXPECT_TRUE(
-        label(u"services"_s).contains(u"复权因子 新浪（http://factors）：正常，应答 2 次"_s));
+    EXPECT_TRUE(holds(label(u"services"_s), u"新浪（http://factors）：正常，应答 2 次"_s));
 }
 
 TEST_F(Form32Test, AStopAndTheEndOfTheProgramLoseNothing) {

@@ -1,14 +1,11 @@
 #include "research/form37.h"
 
-#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QHeaderView>
 #include <QThreadPool>
 
 #include "base/values.h"
 #include "frame/candle_chart.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/test_history.h"
 #include "tests/support/window_test.h"
 
@@ -19,8 +16,6 @@ protected:
     // A theme with three stocks at their limit on a Friday, and one beside them that rises by a
     // tenth of a yuan a day from then on.
     Form37Test() {
-        stores_.firstHistory = {store_.folder() + u"first"_s, {}};
-        stores_.secondHistory = {store_.folder() + u"second"_s, {}};
         constexpr int signalDay = 12;
         const QStringList days = tradingDays(20);
         MarketHistory history;
@@ -64,9 +59,7 @@ TEST_F(Form37Test, ARuleIsRunAndItsCurveGoesOut) {
     set(u"持股数"_s, 1);
     set(u"持有天数"_s, 2);
     runToItsEnd(u"run"_s);
-    EXPECT_TRUE(
-        label(u"sum"_s).contains(u"累计 1.98%，上证指数 0.00%，最大回撤 0.00%。卖出 1 次"_s))
-        << label(u"sum"_s).toStdString();
+    EXPECT_TRUE(holds(label(u"sum"_s), u"累计 1.98%，上证指数 0.00%，最大回撤 0.00%。卖出 1 次"_s));
     EXPECT_EQ(rowText(grid(u"trades"_s), 1),
               u"1|SH600000|浦发银行|1.98|芯片|2017-03-17|2017-03-20|10.10|2017-03-22|10.30|"
               u"持有到期"_s);
@@ -79,8 +72,7 @@ TEST_F(Form37Test, ARuleIsRunAndItsCurveGoesOut) {
     dialogs_.picked = path;
     click(u"exportCurve"_s);
     until([this] { return dialogs_.shown.size() == 2; });
-    const QByteArray csv = contentOf(path);
-    EXPECT_TRUE(csv.contains("2017-03-21,0.99,0.00,0.00")) << csv.toStdString();
+    EXPECT_TRUE(holds(QString::fromUtf8(contentOf(path)), u"2017-03-21,0.99,0.00,0.00"_s));
 }
 
 TEST_F(Form37Test, RulesAreNamedComparedAndRemoved) {
@@ -90,8 +82,7 @@ TEST_F(Form37Test, RulesAreNamedComparedAndRemoved) {
         dialogs_.typed = u"持有 %1"_s.arg(days);
         click(u"keep"_s);
     }
-    closeWindows();
-    deleteClosedWindows();
+    leaveWindows();
     open<Form37>();
     choose(u"rules"_s, u"持有 3"_s);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 3);
@@ -108,25 +99,27 @@ TEST_F(Form37Test, ASweepIsAHeatMap) {
     open<Form37>();
     withoutCosts();
     set(u"持股数"_s, 1);
-    for (const auto& [box, value] : {std::pair(u"横向从"_s, 1.0), {u"横向到"_s, 3.0}}) {
-        set(box, value);
-    }
+    set(u"横向从"_s, 1);
+    set(u"横向到"_s, 3);
     choose(u"纵向"_s, u"止盈"_s);
     set(u"纵向到"_s, 1);
     runToItsEnd(u"sweep"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 0), u"序号|止盈 ＼ 持有天数|1 天|2 天|3 天"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 1), u"1|0 %|0.99|1.98|2.97"_s);
     EXPECT_EQ(rowText(grid(u"heat"_s), 2), u"2|1 %|1.00|1.00|1.00"_s);
-    emit view(u"heat"_s).rowDoubleClicked(1, 0);
+    GridView& heat = view(u"heat"_s);
+    emit heat.rowDoubleClicked(1, 0);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 5) << "no cell is chosen";
-    view(u"heat"_s).setCurrentIndex(view(u"heat"_s).model()->index(1, 3));
-    QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
+    const auto take = [&heat](int row) {
+        heat.setCurrentIndex(heat.model()->index(row, 3));
+        QTest::keyClick(&heat, Qt::Key_Return);
+    };
+    take(1);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 2);
     EXPECT_EQ(find<QDoubleSpinBox>(u"止盈"_s)->value(), 1);
     for (int sorts = 0; sorts < 2; ++sorts) {
-        view(u"heat"_s).horizontalHeader()->sectionClicked(2);
-        view(u"heat"_s).setCurrentIndex(view(u"heat"_s).model()->index(0, 3));
-        QTest::keyClick(&view(u"heat"_s), Qt::Key_Return);
+        heat.horizontalHeader()->sectionClicked(2);
+        take(0);
         EXPECT_EQ(numberText(find<QDoubleSpinBox>(u"止盈"_s)->value()) + u" %"_s,
                   grid(u"heat"_s).textMatrix(1, 1));
     }
@@ -145,8 +138,7 @@ TEST_F(Form37Test, EscapeStopsARunAndTheEndOfTheWindowEndsIt) {
             click(command);
             EXPECT_FALSE(button(u"run"_s)->isEnabled() || button(u"sweep"_s)->isEnabled());
             if (closes) {
-                closeWindows();
-                deleteClosedWindows();
+                leaveWindows();
                 store.execute(u"rollback"_s);
                 QThreadPool::globalInstance()->waitForDone();
             } else {
@@ -172,8 +164,7 @@ TEST_F(Form37Test, TheRuleThatWasRunLastComesBackAndOneWithoutARangeIsRefused) {
     EXPECT_TRUE(failures_.texts.value(0).contains(u"“个股涨幅从”大于“个股涨幅到”"_s));
     set(u"个股涨幅从"_s, 5);
     runToItsEnd(u"run"_s);
-    closeWindows();
-    deleteClosedWindows();
+    leaveWindows();
     open<Form37>();
     EXPECT_EQ(find<QDoubleSpinBox>(u"个股涨幅从"_s)->value(), 5);
     EXPECT_EQ(failures_.texts.size(), 1);

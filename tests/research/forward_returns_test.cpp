@@ -1,6 +1,5 @@
 #include "research/forward_returns.h"
 
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -65,7 +64,6 @@ protected:
 
 // The two codes are without rows of their own, so that the store refuses no statement.
 TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
-    store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
     createStore(store_.stores.firstHistory.path, {},
                 u"create table SH600001(shijian,kp,sp,fuquanyz,chengjiaoe)"_s);
     store_.run({u"insert into dmb(dm) values(''),('A1')"_s,

@@ -1,9 +1,6 @@
 #include "research/history_fill.h"
 
-#include <QFile>
-
 #include "services/stock_code.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/scripted_history.h"
 #include "tests/support/store_test.h"
 
@@ -29,10 +26,13 @@ protected:
         }
     }
     // As many, from SH600100 on.
-    void listMany(int count) {
+    QStringList listMany(int count) {
+        QStringList codes;
         for (int it = 0; it < count; ++it) {
-            list(u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0')));
+            codes << u"SH%1"_s.arg(600100 + it);
+            list(codes.last());
         }
+        return codes;
     }
 
     void setDay(const QDate& day) {
@@ -225,17 +225,12 @@ TEST_F(HistoryFillTest, TheSecondFileCatchesUpAfterAKillBetweenTheTwo) {
     EXPECT_TRUE(QFile::copy(path, path + u".then"_s));
     setDay(today_);
     fill();
-    const struct {
-        QString then;
-        QString what;
-    } cases[] = {{path + u".then"_s, u"older"_s}, {QString(), u"missing"_s}};
-    for (const auto& it : cases) {
+    for (const bool isOlder : {true, false}) {
         EXPECT_TRUE(QFile::remove(path));
-        EXPECT_TRUE(it.then.isEmpty() || QFile::copy(it.then, path));
+        EXPECT_TRUE(!isOlder || QFile::copy(path + u".then"_s, path));
         fill();
-        EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s})
-            << it.what.toStdString();
-        EXPECT_EQ(days(u"SH600000"_s, u"2026-11-23"_s).size(), 2) << it.what.toStdString();
+        EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s}) << isOlder;
+        EXPECT_EQ(days(u"SH600000"_s, u"2026-11-23"_s).size(), 2) << isOlder;
         EXPECT_EQ(second(u"select * from lishifanwei order by dm"_s),
                   first(u"select * from lishifanwei order by dm"_s));
         EXPECT_EQ(second(u"select count(*) from nishihq2"_s), QStringList{u"0"_s});
@@ -248,10 +243,7 @@ TEST_F(HistoryFillTest, FailuresInARowEndIt) {
         Outcome outcome;
         int rests;
         QString words;
-    } cases[] = {
-        {Outcome::silent, 0, u"没有应答"_s},
-        {Outcome::limited, 3, u"要得太勤"_s},
-    };
+    } cases[] = {{Outcome::silent, 0, u"没有应答"_s}, {Outcome::limited, 3, u"要得太勤"_s}};
     listMany(12);
     services_.history[0].ahead = 3;
     for (const auto& it : cases) {
@@ -261,8 +253,8 @@ TEST_F(HistoryFillTest, FailuresInARowEndIt) {
                                                                      : Outcome::answered;
         };
         const FillTally tally = fill();
-        EXPECT_TRUE(tally.ending.contains(u"连续 10 次"_s)) << tally.ending.toStdString();
-        EXPECT_TRUE(tally.words().contains(it.words)) << tally.words().toStdString();
+        EXPECT_TRUE(holds(tally.ending, u"连续 10 次"_s));
+        EXPECT_TRUE(holds(tally.words(), it.words));
         EXPECT_EQ(waits_.size(), it.rests);
         EXPECT_EQ(tally.lacking.size(), 10);
         EXPECT_EQ(storedCodes(), 1) << "what came before stays";
@@ -302,9 +294,8 @@ TEST_F(HistoryFillTest, ACodeWithoutItsFactorsIsLeftForAnotherTime) {
 
 // A dividend on the 18th, and one in a hole; one whose former close an exchange told.
 TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
-    const QString whole = u"SH600000"_s;
-    const QString hole = u"SH600001"_s;
-    const QString own = u"SH600002"_s;
+    const QString whole = u"SH600000"_s, hole = u"SH600001"_s, own = u"SH600002"_s;
+    const QString told = u"SH600003"_s;
     QList<DayRow> there;
     for (const QString& dm : {whole, hole, own}) {
         list(dm);
@@ -319,7 +310,6 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
             }
         }
     }
-    const QString told = u"SH600003"_s;
     list(told);
     market_.factors[told] = {{{2026, 11, 18}, 2}};
     for (const QDate& day : days_) {
@@ -353,25 +343,23 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
 
 // Codes that have left the market are unknown; not those that have a quote.
 TEST_F(HistoryFillTest, AServiceThatKnowsNoCodeThatIsTradedEndsIt) {
-    listMany(60);
-    for (int it = 0; it < 60; ++it) {
-        market_.closes.remove(u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0')));
+    const QStringList codes = listMany(60);
+    for (const QString& dm : codes) {
+        market_.closes.remove(dm);
     }
     EXPECT_EQ(fill().unknown, 60);
-    for (int it = 0; it < 60; ++it) {
-        market_.quotes[u"SH6001%1"_s.arg(it, 2, 10, QChar(u'0'))] = {10, 11};
+    for (const QString& dm : codes) {
+        market_.quotes[dm] = {10, 11};
     }
     const FillTally tally = fill();
-    EXPECT_TRUE(tally.ending.contains(u"其中 50 只正在交易"_s)) << tally.words().toStdString();
+    EXPECT_TRUE(holds(tally.ending, u"其中 50 只正在交易"_s));
     EXPECT_EQ(tally.unknown, 50);
 }
 
 // The codes that reach to the day before get the close from the quotes, the others are asked for.
 TEST_F(HistoryFillTest, TheDayAfterTheCloseTakesAFewRequests) {
-    const QString plain = u"SH600000"_s;
-    const QString dividend = u"SH600001"_s;
-    const QString gap = u"SH600002"_s;
-    const QString halted = u"SH600003"_s;
+    const QString plain = u"SH600000"_s, dividend = u"SH600001"_s;
+    const QString gap = u"SH600002"_s, halted = u"SH600003"_s;
     for (const QString& dm : {plain, dividend, gap, halted}) {
         list(dm);
         market_.quotes[dm] = {10, 11};

@@ -5,42 +5,34 @@
 
 namespace guanchao {
 
-class HistoryShelfTest : public StoreTest {
-protected:
-    void read(HistoryLoan& loan) {
-        loan.columns().take(first_, second_);
-        loan.columns().readAll(first_, second_, [](int, int) {});
-    }
-
-    const StoreFile first_ = {store_.folder() + QStringLiteral("first.db3"), {}};
-    const StoreFile second_ = {store_.folder() + QStringLiteral("second.db3"), {}};
-    SharedHistory shared_;
-};
+class HistoryShelfTest : public StoreTest {};
 
 TEST_F(HistoryShelfTest, RunsShareWhatIsReadButNeverAtOnce) {
     MarketHistory history;
-    history.stocks[QStringLiteral("SH000001")] = {{.day = QStringLiteral("2017-04-10")}};
-    history.stocks[QStringLiteral("SH600000")] = {{.day = QStringLiteral("2017-04-10")}};
-    history.members << qMakePair(QStringLiteral("题"), QStringLiteral("SH600000"));
-    writeHistory(history, first_, second_, true);
-    const auto ofOneWindow = shared_.shelf();
+    for (const QString& dm : {u"SH000001"_s, u"SH600000"_s}) {
+        history.stocks[dm] = {{.day = u"2017-04-10"_s}};
+    }
+    history.members << qMakePair(u"题"_s, u"SH600000"_s);
+    const auto& [first, second] = std::tie(store_.stores.firstHistory, store_.stores.secondHistory);
+    writeHistory(history, first, second, true);
+    SharedHistory shared;
+    const auto ofOneWindow = shared.shelf();
     {
-        const auto ofAnother = shared_.shelf();
+        const auto ofAnother = shared.shelf();
         HistoryLoan other(ofAnother);
         HistoryLoan one(ofOneWindow);
         EXPECT_NE(&one.columns(), &other.columns());
-        read(one);
+        one.columns().take(first, second);
+        one.columns().readAll(first, second, [](int, int) {});
     }
     {
         // Though the empty ones were laid back last.
-        HistoryLoan again(shared_.shelf());
-        EXPECT_TRUE(again.columns().stocks().contains(QStringLiteral("SH600000")));
+        HistoryLoan again(shared.shelf());
+        EXPECT_TRUE(again.columns().stocks().contains(u"SH600000"_s));
     }
-}
-
-TEST_F(HistoryShelfTest, WhatWasReadGoesWithTheLastWindow) {
-    std::weak_ptr<HistoryShelf> shelf = shared_.shelf();
-    EXPECT_TRUE(shelf.expired());
+    SharedHistory other;
+    const std::weak_ptr<HistoryShelf> left = other.shelf();
+    EXPECT_TRUE(left.expired()) << "what was read goes with the last window";
 }
 
 }  // namespace guanchao

@@ -34,26 +34,22 @@ protected:
     }
 
     static QString words(const RankedTheme& theme) {
-        QStringList weeks;
-        for (const double week : theme.weeks) {
-            weeks << (std::isnan(week) ? u"-"_s : numberText(week));
-        }
-        return theme.name +
-               u" %1 %2 %3 %4/%5 "_s.arg(theme.gain)
-                   .arg(theme.market)
-                   .arg(theme.days)
-                   .arg(theme.membersWithRows)
-                   .arg(theme.members) +
-               weeks.join(u' ');
+        const QStringList weeks = textsOf(
+            theme.weeks, [](double week) { return std::isnan(week) ? u"-"_s : numberText(week); });
+        QString words;
+        QTextStream(&words) << theme.name << ' ' << theme.gain << ' ' << theme.market << ' '
+                            << theme.days << ' ' << theme.membersWithRows << '/' << theme.members
+                            << ' ' << weeks.join(u' ');
+        return words;
     }
 
     const QDate monday_{2026, 12, 28};
 };
 
 TEST_F(RangeRanksTest, AThemeIsTheMeanOfItsMembersThatHaveARowOnTheDaysOfTheIndex) {
-    store_.addMember(u"乙"_s, u"SH600001"_s);
-    store_.addMember(u"乙"_s, u"SH600002"_s);
-    store_.addMember(u"乙"_s, u"SH600009"_s);
+    for (const QString& dm : {u"SH600001"_s, u"SH600002"_s, u"SH600009"_s}) {
+        store_.addMember(u"乙"_s, dm);
+    }
     store_.addMember(u"甲"_s, u"SH600001"_s);
     store_.addMember(u"空"_s, u"SH600009"_s);
     store_.addMember(u"丁"_s, u"SH600003"_s);
@@ -69,11 +65,7 @@ TEST_F(RangeRanksTest, AThemeIsTheMeanOfItsMembersThatHaveARowOnTheDaysOfTheInde
     EXPECT_EQ(all.days, 6);
     EXPECT_EQ(all.weeks, QList<QDate>({monday_, monday_.addDays(7)})) << "a week over new year";
     EXPECT_EQ(all.withoutRows, 1);
-    QStringList told;
-    for (const RankedTheme& theme : all.themes) {
-        told << words(theme);
-    }
-    EXPECT_EQ(told,
+    EXPECT_EQ(textsOf(all.themes, words),
               QStringList({u"甲 3 2 2 1/1 4 -1"_s, u"丁 2 2 2 1/1 2 -"_s, u"乙 2 2 2 2/3 3 -1"_s}))
         << "equals by name";
     EXPECT_EQ(words(ranks(monday_).themes.first()), u"甲 4 1 1 1/1 4"_s);
@@ -81,7 +73,6 @@ TEST_F(RangeRanksTest, AThemeIsTheMeanOfItsMembersThatHaveARowOnTheDaysOfTheInde
 
 TEST_F(RangeRanksTest, TheHistoryDatabaseHasItsOwnIndexAndGainsOverTheFormerClose) {
     Stores& stores = store_.stores;
-    stores.firstHistory = {store_.folder() + u"first"_s, {}};
     QList<DayRow> rows;
     for (const QDate& day : {monday_, monday_.addDays(7)}) {
         rows << DayRow{leadingIndex, day, 1000, 1000, 1000, 1000, 1000, 1, 1, 1};
@@ -89,7 +80,7 @@ TEST_F(RangeRanksTest, TheHistoryDatabaseHasItsOwnIndexAndGainsOverTheFormerClos
     rows[1].close = 1010;
     rows[1].high = 1010;
     rows << DayRow{u"SH600001"_s, monday_, 1100, 1100, 1100, 1100, 1000, 1, 1, 1};
-    addToHistory({stores.firstHistory.path, store_.folder() + u"second"_s}, rows,
+    addToHistory({stores.firstHistory.path, stores.secondHistory.path}, rows,
                  QList<ThemeMember>{{u"别处的"_s, u"SH600001"_s}});
     store_.addMember(u"甲"_s, u"SH600001"_s);
     const RangeQuestion question = {RangeSource::history, monday_, monday_.addDays(8)};

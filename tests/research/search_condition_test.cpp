@@ -1,8 +1,4 @@
 // What helps with the conditions of a search: those that are kept, and where one is wrong.
-#include <QDir>
-#include <QFile>
-
-#include "base/activity.h"
 #include "research/kept_conditions.h"
 #include "research/refused_condition.h"
 #include "research/selection_search.h"
@@ -22,10 +18,9 @@ TEST_F(SearchConditionTest, AreKeptByTheirNames) {
     KeptConditions(path).keep({u"甲"_s, u"旧"_s});
     KeptConditions(path).keep({u"甲"_s, u""_s});
     EXPECT_EQ(KeptConditions(path).last(), text);
-    QStringList named;
-    for (const NamedCondition& it : KeptConditions(path).named()) {
-        named << it.name + u'|' + it.text;
-    }
+    QStringList named =
+        textsOf(KeptConditions(path).named(),
+                [](const NamedCondition& it) -> QString { return it.name + u'|' + it.text; });
     named.sort();
     EXPECT_EQ(named, QStringList({u"乙/2 = 100%|"_s + text, u"甲|"_s}));
     KeptConditions(path).remove(u"乙/2 = 100%"_s);
@@ -58,12 +53,8 @@ TEST_F(SearchConditionTest, ARefusalNamesThePartAndWhatIsWrongWithIt) {
     SelectionQuery query;
     for (const auto& it : cases) {
         query.condition = it.condition;
-        QString reason;
-        try {
-            Recordset(store, query.statement());
-        } catch (const OperationError& failure) {
-            reason = failure.reason();
-        }
+        const QString reason =
+            raisedBy<OperationError>([&] { Recordset(store, query.statement()); }).reason();
         const Refusal refusal = refusalOf(it.condition, reason);
         const QString shown = QString(it.condition).remove(u'\r');
         EXPECT_EQ(shown.mid(refusal.part.first, refusal.part.length), it.part)

@@ -3,8 +3,6 @@
 #include <optional>
 
 #include "tests/research/scan_judge.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/random_history.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
@@ -13,11 +11,6 @@ namespace guanchao {
 
 class SelectionScanTest : public StoreTest {
 protected:
-    SelectionScanTest() {
-        store_.stores.firstHistory = {store_.folder() + u"first.db3"_s, {}};
-        store_.stores.secondHistory = {store_.folder() + u"second.db3"_s, {}};
-    }
-
     void write(const MarketHistory& history, bool indexed = true) {
         writeHistory(history, store_.stores.firstHistory, store_.stores.secondHistory, indexed);
     }
@@ -34,8 +27,21 @@ protected:
             }
         }
     }
+    // Each stock has traded on ten days before, and trades on the day behind.
+    static void tradeAround(MarketHistory& history, const QString& dayBehind) {
+        for (const auto& [theme, dm] : history.members) {
+            for (const QString& former : tradingDays(10)) {
+                history.stocks[dm].prepend({.day = former});
+            }
+            history.stocks[dm] << HistoryRow{.day = dayBehind};
+        }
+    }
     QStringList chosen() { return store_.rows(u"select ticai from xuanticai order by rowid"_s); }
 
+    using Scan = QCoro::Task<> (SelectionScan::*)(std::stop_token);
+    const Scan choose = &SelectionScan::chooseThemes;
+    const Scan add = &SelectionScan::addStocks;
+    const Scan fallen = &SelectionScan::addFallenStocks;
     ResearchProgress seen_;
     std::function<void()> onBegin_;
     ResearchRun run_{[this](const ResearchProgress& it) {
@@ -46,61 +52,6 @@ protected:
     }};
     SelectionScan scan_{store_.stores, globals_, dialogs_, run_, std::make_shared<HistoryShelf>()};
 };
-
-// Each price and volume tells how far its day is from the theme-day's, which is a Friday; on the
-// Saturday the stocks are taken as they last traded.
-TEST_F(SelectionScanTest, ARowTakesItsDaysByTheirPlace) {
-    const struct {
-        QString dm;
-        int upTo, after;  // the days that the stock has traded
-        QString figures;
-    } cases[] = {
-        {u"SZ000001"_s, 30, 10, u"1980|1942|4004|2004|2012|2020"_s},
-        {u"SZ000002"_s, 29, 9, u"1980|1944|4004|2004|2012|2018"_s},
-        {u"SZ000003"_s, 28, 8, u"1980|0|4004|2004|2012|0"_s},
-        {u"SZ000004"_s, 11, 5, u"1980|0|4004|2004|0|0"_s},
-        {u"SZ000005"_s, 10, 1, u"0|0|0|0|0|0"_s},
-        {u"SZ000006"_s, 9, 12, {}},
-        {u"SZ000007"_s, 30, 0, {}},
-    };
-    constexpr int friday = 42;
-    const QStringList days = tradingDays(friday + 13);
-    MarketHistory history;
-    for (const auto& it : cases) {
-        history.members << qMakePair(u"题"_s, it.dm);
-        for (int place = 1 - it.upTo; place <= it.after; ++place) {
-            history.stocks[it.dm] << HistoryRow{.day = days[friday + place],
-                                                .kp = 2000 + place,
-                                                .zg = 3000 + place,
-                                                .sp = 1000 + place,
-                                                .chengjiaol = 100 + place,
-                                                .fuquanyz = 2};
-        }
-    }
-    store_.addCode(u"SZ000001"_s, u"名"_s, 0, 0);
-    store_.run(
-        {u"insert into xuanticai(riqi,ticai) values('2017-04-29','题'),"
-         u"('2017-04-28 00:00:00','题'),('2006-04-06','题')"_s});
-    const QString first =
-        u" 00:00:00|SZ000001|名|题|2000|1000|3000|1998|1994|1980|1942|4000|100|"
-        u"95.5|4002|4004|2002|2004|2012|2020|101"_s;
-    for (const bool indexed : {true, false}) {
-        write(history, indexed);
-        store_.run({u"delete from xuanticaigu"_s});
-        endOf(scan_.addStocks({}));
-        EXPECT_EQ(store_.rows(u"select * from xuanticaigu where dm='SZ000001' order by rowid"_s),
-                  QStringList({u"2017-04-28"_s + first, u"2017-04-29"_s + first}));
-        for (const auto& it : cases) {
-            EXPECT_EQ(store_
-                          .rows(u"select distinct qian10sp,qian30sp,hou2kp,hou2sp,hou5sp,hou10sp"
-                                u" from xuanticaigu where dm='"_s +
-                                it.dm + u'\'')
-                          .join(u' '),
-                      it.figures)
-                << it.dm.toStdString();
-        }
-    }
-}
 
 TEST_F(SelectionScanTest, AThemeDayCountsTheStocksAtTheirLimit) {
     const QString day = u"2017-04-10"_s;
@@ -195,51 +146,38 @@ TEST_F(SelectionScanTest, TheReadingOfTheHistoryEndsEarly) {
 // Over histories as no program of ours would make them.
 TEST_F(SelectionScanTest, TheColumnsComeToWhatThePlainRuleComesTo) {
     store_.addCode(u"SZ000001"_s, u"名"_s, 0, 0);
-    const auto rows = [this] {
-        return store_.rows(u"select * from xuanticai order by rowid"_s) +
-               store_.rows(u"select * from xuanticaigu order by rowid"_s);
+    const auto rows = [this](const QString& table) {
+        return store_.rows(u"select * from "_s + table + u" order by rowid"_s);
     };
-    const auto clear = [this](bool themes) {
-        store_.run({u"delete from xuanticaigu"_s});
-        if (themes) {
-            store_.run({u"delete from xuanticai"_s});
-        }
-    };
-    qsizetype themes = 0, fallen = 0;
+    qsizetype themes = 0, fallenStocks = 0;
     int passedOver = 0;
     for (unsigned seed = 0; seed < 8; ++seed) {
         SCOPED_TRACE(seed);
         writeRandomHistory(seed, store_.stores.firstHistory, store_.stores.secondHistory);
-        const struct {
-            std::function<QCoro::Task<>()> scan;
-            std::function<void(ScanJudge&)> judge;
-            bool choosesThemes;
-        } drivers[] = {
-            {[this] { return scan_.chooseThemes({}); }, [](ScanJudge& it) { it.chooseThemes(); },
-             true},
-            {[this] { return scan_.addStocks({}); }, [](ScanJudge& it) { it.addStocks(false); },
-             false},
-            {[this] { return scan_.addFallenStocks({}); },
-             [](ScanJudge& it) { it.addStocks(true); }, false},
-        };
-        for (const auto& driver : drivers) {
-            clear(driver.choosesThemes);
+        for (const Scan scan : {choose, add, fallen}) {
+            const auto clear = [&] {
+                store_.run({u"delete from xuanticaigu"_s});
+                if (scan == choose) {
+                    store_.run({u"delete from xuanticai"_s});
+                }
+            };
+            clear();
             ScanJudge judge(store_.stores);
-            driver.judge(judge);
-            const QStringList wanted = rows();
-            clear(driver.choosesThemes);
-            endOf(driver.scan());
-            EXPECT_EQ(rows(), wanted);
+            scan == choose ? judge.chooseThemes() : judge.addStocks(scan == fallen);
+            const QStringList wanted = rows(u"xuanticai"_s) + rows(u"xuanticaigu"_s);
+            clear();
+            endOf((scan_.*scan)({}));
+            EXPECT_EQ(rows(u"xuanticai"_s) + rows(u"xuanticaigu"_s), wanted);
             EXPECT_TRUE(judge.passedOver() == 0 ||
                         seen_.step.contains(u"略过 %1 行"_s.arg(judge.passedOver())))
                 << seen_.step.toStdString() << judge.passedOver();
             passedOver += judge.passedOver();
         }
         themes += chosen().size();
-        fallen += store_.rows(u"select dm from xuanticaigu"_s).size();
+        fallenStocks += store_.rows(u"select dm from xuanticaigu"_s).size();
     }
     EXPECT_GT(themes, 100);
-    EXPECT_GT(fallen, 50);
+    EXPECT_GT(fallenStocks, 50);
     EXPECT_GT(passedOver, 100);
 }
 
@@ -327,19 +265,14 @@ TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
-    for (const auto& [theme, dm] : history.members) {
-        for (const QString& former : tradingDays(10)) {
-            history.stocks[dm].prepend({.day = former});
-        }
-        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
-    }
+    tradeAround(history, u"2017-04-11"_s);
     write(history);
     store_.stores.secondHistory.open().execute(
         u"update A600001 set chengjiaol=null where date(shijian)='2017-03-06'"_s);
     endOf(scan_.chooseThemes({}));
-    EXPECT_EQ(
-        seen_.step,
-        u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：second.db3 A600001 2017-03-06"_s);
+    EXPECT_EQ(seen_.step,
+              u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：hangqing2006-2017.db3 A600001"
+              u" 2017-03-06"_s);
     EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
               QStringList({u"A600000"_s, u"A600002"_s}));
 }
@@ -354,10 +287,9 @@ TEST_F(SelectionScanTest, RowsOfTheMarketWithoutAPriceOrADayAreCountedAndNamed) 
     first.execute(u"update geguhq set shijian='x' where dm='A600001'"_s);
     first.execute(u"update geguhq set qiansp=0 where dm='A600002'"_s);  // a first day
     endOf(scan_.chooseThemes({}));
-    EXPECT_TRUE(
-        seen_.step.contains(u"first.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
-                            u"A600000 2017-04-10、A600001 x"_s))
-        << seen_.step.toStdString();
+    EXPECT_TRUE(holds(seen_.step,
+                      u"2017dan.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
+                      u"A600000 2017-04-10、A600001 x"_s));
 }
 
 // All are read before the first day; who needs one that can't be read meets the failure.
@@ -366,12 +298,7 @@ TEST_F(SelectionScanTest, AStockThatCannotBeReadFailsWhereItIsChosenOnly) {
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
     addTheme(history, u"题"_s, u'A', 3, 3);
     addTheme(history, u"别"_s, u'B', 3, 0);
-    for (const auto& [theme, dm] : history.members) {
-        for (const QString& former : tradingDays(10)) {
-            history.stocks[dm].prepend({.day = former});
-        }
-        history.stocks[dm] << HistoryRow{.day = u"2017-04-11"_s};
-    }
+    tradeAround(history, u"2017-04-11"_s);
     write(history);
     const auto spoil = [this](const QString& dm) {
         Connection second = store_.stores.secondHistory.open();
@@ -392,21 +319,12 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
     const QStringList days = {u"2017-04-10"_s, u"2017-04-11"_s};
     MarketHistory history;
     addTheme(history, u"题"_s, u'A', 3, 3, days);
-    for (QList<HistoryRow>& rows : history.stocks) {
-        for (const QString& former : tradingDays(10)) {
-            rows.prepend({.day = former});
-        }
-        rows << HistoryRow{.day = u"2017-04-12"_s};
-    }
+    tradeAround(history, u"2017-04-12"_s);
     for (const QString& day : days) {
         history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
     }
     const QStringList former = {u"2015-01-05|旧"_s, u"2017-04-10|题"_s, u"2017-04-11|旧"_s};
     const QStringList fresh = {u"2017-04-10|题"_s, u"2017-04-11|题"_s};
-    using Scan = QCoro::Task<> (SelectionScan::*)(std::stop_token);
-    const Scan choose = &SelectionScan::chooseThemes;
-    const Scan add = &SelectionScan::addStocks;
-    const Scan fallen = &SelectionScan::addFallenStocks;
     const struct {
         const char* name;
         Scan scan;
@@ -450,16 +368,11 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
         }
         endOf(task);
         const auto stored = [this](const QString& table) {
-            return store_.rows(u"select distinct date(riqi),ticai from "_s + table +
-                               u" order by 1,2"_s);
+            const QStringList rows = store_.rows(u"select date(riqi),ticai from "_s + table);
+            return QSet(rows.begin(), rows.end());
         };
-        const auto sorted = [](QStringList rows) {
-            rows.removeDuplicates();
-            rows.sort();
-            return rows;
-        };
-        EXPECT_EQ(sorted(stored(u"xuanticai"_s)), sorted(it.themes));
-        EXPECT_EQ(sorted(stored(u"xuanticaigu"_s)), sorted(it.stocks));
+        EXPECT_EQ(stored(u"xuanticai"_s), QSet(it.themes.begin(), it.themes.end()));
+        EXPECT_EQ(stored(u"xuanticaigu"_s), QSet(it.stocks.begin(), it.stocks.end()));
         EXPECT_EQ(store_.rows(u"select 1 from xuanticaigu"_s).size(), it.count);
         EXPECT_TRUE(dialogs_.shown.first().contains(u"以前选出的股票"_s));
     }
@@ -467,9 +380,9 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
 
 TEST_F(SelectionScanTest, NoScanBeginsWhileAnImportWrites) {
     globals_.hqmang = 1;
-    endOf(scan_.chooseThemes({}));
-    endOf(scan_.addStocks({}));
-    endOf(scan_.addFallenStocks({}));
+    for (const Scan scan : {choose, add, fallen}) {
+        endOf((scan_.*scan)({}));
+    }
     EXPECT_EQ(dialogs_.shown, QStringList(3, u"观潮台|正在写入数据，请稍后再选股。"_s));
 }
 

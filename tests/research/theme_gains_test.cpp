@@ -14,8 +14,6 @@ namespace guanchao {
 class ThemeGainsTest : public StoreTest {
 protected:
     ThemeGainsTest() {
-        store_.stores.firstHistory = {store_.folder() + u"first"_s, {}};
-        store_.stores.secondHistory = {store_.folder() + u"second"_s, {}};
         store_.addMember(u"甲"_s, u"SH600001"_s);
         store_.addMember(u"甲"_s, u"SH600002"_s);
     }
@@ -43,10 +41,9 @@ protected:
     }
     QString gains() {
         const ThemeGains read = readThemeGains(store_.stores, u"甲"_s);
-        QStringList words;
-        for (const SpanGain& it : read.spans) {
-            words << (std::isnan(it.gain) ? u"-"_s : numberText(roundTo(it.gain, 6)));
-        }
+        const QStringList words = textsOf(read.spans, [](const SpanGain& it) {
+            return std::isnan(it.gain) ? u"-"_s : numberText(roundTo(it.gain, 6));
+        });
         return words.join(u' ') + u"："_s + sourceWords(read, last_.addDays(1));
     }
 

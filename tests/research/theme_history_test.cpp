@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "base/values.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -34,12 +33,10 @@ protected:
 
     // The requests since the last call, each as code, first and last day of the month.
     QStringList asked() {
-        QStringList texts;
-        for (const QString& path : std::exchange(http_.paths, {})) {
-            texts << parameter(path, u"s"_s) + u' ' + parameter(path, u"b"_s) + u'-' +
-                         parameter(path, u"e"_s);
-        }
-        return texts;
+        return textsOf(std::exchange(http_.paths, {}), [](const QString& path) -> QString {
+            return parameter(path, u"s"_s) + u' ' + parameter(path, u"b"_s) + u'-' +
+                   parameter(path, u"e"_s);
+        });
     }
 
     void addCached(const QString& dm, const QList<int>& days, double gain = 1) {
@@ -92,8 +89,7 @@ TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
 }
 
 TEST_F(ThemeHistoryTest, ASecondRunAsksNothingThatWasAnswered) {
-    const QString index = u"000001.ss "_s;
-    const QString stock = u"600000.ss "_s;
+    const QStringList both = {u"000001.ss 3-6"_s, u"600000.ss 3-6"_s};
     const struct {
         const char* name;
         int first, last;
@@ -104,8 +100,8 @@ TEST_F(ThemeHistoryTest, ASecondRunAsksNothingThatWasAnswered) {
         {"the last ones are quiet", 3, 8, 6, {}},
         {"one day, which stores nothing", 5, 5, 20, {}},
         {"quiet throughout", 7, 8, 6, {}},
-        {"dead", 3, 6, -1, {index + u"3-6"_s, stock + u"3-6"_s}},
-        {"a page", 3, 6, 0, {index + u"3-6"_s, stock + u"3-6"_s}},
+        {"dead", 3, 6, -1, both},
+        {"a page", 3, 6, 0, both},
     };
     for (const auto& it : cases) {
         store_.run({u"delete from geguhq"_s});
@@ -207,13 +203,11 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
     const auto result = compare(2, 4);
     ASSERT_TRUE(result);
     EXPECT_EQ(result->line, u"主题总涨幅(1.25)-大盘总涨幅(1.5)=涨幅差(-0.25)"_s);
-    QStringList points;
-    for (const HistoryPoint& point : result->points) {
-        points << pointText(point, result->hasTheme);
-    }
-    EXPECT_EQ(points, QStringList({u"2026-11-02  主题 0.63%  大盘 0.50%  差 0.13%"_s,
-                                   u"2026-11-03  主题没有行情  大盘 1.00%"_s,
-                                   u"2026-11-04  主题 1.25%  大盘 1.50%  差 -0.25%"_s}));
+    const auto text = [&](const HistoryPoint& it) { return pointText(it, result->hasTheme); };
+    EXPECT_EQ(textsOf(result->points, text),
+              QStringList({u"2026-11-02  主题 0.63%  大盘 0.50%  差 0.13%"_s,
+                           u"2026-11-03  主题没有行情  大盘 1.00%"_s,
+                           u"2026-11-04  主题 1.25%  大盘 1.50%  差 -0.25%"_s}));
     EXPECT_TRUE(
         result->missed.endsWith(u"主题有 1 天没有行情，图里断开，主题总涨幅不含这些天。"_s));
     ASSERT_EQ(result->members.size(), 2);

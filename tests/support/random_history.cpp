@@ -80,57 +80,27 @@ private:
         return false;
     }
 
+    // Once in so many times one of the odd ones, each as often.
+    QString oddOr(int times, const QStringList& odd, const QString& usual) {
+        return odd.value(pick(times), usual);
+    }
     QString price(int price) {
-        switch (pick(400)) {
-            case 0:
-                return u"null"_s;
-            case 1:
-                return u"'x'"_s;
-            default:
-                return asText_ ? quoted(QString::number(price) + (oneIn(50) ? u".0"_s : QString()))
-                               : QString::number(price);
-        }
+        const QString number = QString::number(price);
+        const QString text = quoted(number + (oneIn(50) ? u".0"_s : QString()));
+        return oddOr(400, {u"null"_s, u"'x'"_s}, asText_ ? text : number);
     }
-
     QString volume() {
-        switch (pick(300)) {
-            case 0:
-                return u"null"_s;
-            case 1:
-                return u"'12 lots'"_s;
-            case 2:
-                return u"3000000000"_s;
-            case 3:
-                return u"10.25"_s;
-            default:
-                return QString::number(100 + pick(100000));
-        }
+        return oddOr(300, {u"null"_s, u"'12 lots'"_s, u"3000000000"_s, u"10.25"_s},
+                     QString::number(100 + pick(100000)));
     }
-
     QString factor() {
-        switch (pick(200)) {
-            case 0:
-                return u"null"_s;
-            case 1:
-                return u"'1.25x'"_s;
-            default:
-                return oneIn(4) ? u"1.125"_s : u"1"_s;
-        }
+        return oddOr(200, {u"null"_s, u"'1.25x'"_s}, oneIn(4) ? u"1.125"_s : u"1"_s);
     }
-
     QString time(const QString& day) {
-        switch (pick(60)) {
-            case 0:
-                return u"null"_s;
-            case 1:
-                return u"'soon'"_s;
-            case 2:
-                return quoted(day + u"T10:00"_s);
-            case 3:
-                return u"julianday("_s + quoted(day) + u')';
-            default:
-                return quoted(oneIn(2) ? day : day + u" 00:00:00"_s);
-        }
+        return oddOr(60,
+                     {u"null"_s, u"'soon'"_s, quoted(day + u"T10:00"_s),
+                      u"julianday("_s + quoted(day) + u')'},
+                     quoted(oneIn(2) ? day : day + u" 00:00:00"_s));
     }
 
     // Without a stock that of the index, which is in tables of its own only.
@@ -140,7 +110,8 @@ private:
             history->execute(u"create index "_s + dm + u"_day on "_s + dm + u"(date(shijian))"_s);
         }
         int close = 1000 + pick(1000);
-        for (const QString& day : days_) {
+        // Some come to the market late.
+        for (const QString& day : days_.mid(stock >= 0 && oneIn(3) ? pick(45) : 0)) {
             for (int times = oneIn(12) ? pick(2) * 2 : 1; times > 0; --times) {
                 close = writeDay(dm, stock, day, close);
             }
