@@ -1,38 +1,25 @@
 #include "exchange/board_import.h"
 
-#include <QTimer>
-
 #include "platform/qt_http_client.h"
 #include "services/polite_http.h"
+#include "tests/support/small_market.h"
 #include "tests/support/store_test.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
-
-static QString numbered(const QString& text, int number) {
-    return text.arg(number, 3, 10, QChar(u'0'));
-}
 
 // Boards 大 of 170 stocks, 10 of digits, 甲 and 乙 of two each, in the order of their names.
 class BoardImportTest : public StoreTest {
 protected:
-    BoardImportTest() : market_(quotes(), &QDateTime::currentDateTime, boards()) {
-        market_.start();
-        http_.client = std::make_unique<QtHttpClient>();
-        service_ = {market_.host(), {}, 10, 1, 0, u"sina"_s};
-    }
+    BoardImportTest() { http_.client = std::make_unique<QtHttpClient>(); }
 
     static std::vector<PracticeStock> stocks() {
-        constexpr int wanted = 170;
         std::vector<PracticeStock> stocks;
-        stocks.reserve(wanted);
-        for (int it = 0; it < wanted; ++it) {
-            stocks.push_back({numbered(u"SZ300%1"_s, it), numbered(u"某股%1"_s, it)});
+        for (int it = 0; it < 170; ++it) {
+            stocks.push_back({u"SZ%1"_s.arg(300000 + it), u"某股%1"_s.arg(it)});
         }
         return stocks;
     }
-    static PracticeQuotes quotes() { return PracticeQuotes(stocks()); }
-    static PracticeBoards boards() {
+    static QList<QStringList> boards() {
         QList<QStringList> rows;
         for (const PracticeStock& it : stocks()) {
             rows << QStringList{u"大"_s, it.code};
@@ -40,11 +27,11 @@ protected:
         for (const QString& board : {u"2026"_s, u"甲"_s, u"乙'股"_s}) {
             rows << QStringList{board, u"SZ300001"_s} << QStringList{board, u"SZ300002"_s};
         }
-        return PracticeBoards(stocks(), rows);
+        return rows;
     }
 
     BoardTally import() {
-        const Boards boards(http_, {service_});
+        const Boards boards(http_, {market_.service()});
         const BoardList list = endOf(boards.list(BoardSort::concepts, {}));
         http_.paths.clear();
         control_ = std::make_unique<RunControl>();
@@ -58,8 +45,7 @@ protected:
         return store_.rows(u"select zhutiname,count(*) from dzhzhuti group by 1 order by 1"_s);
     }
 
-    PracticeMarket market_;
-    Service service_;
+    SmallMarket market_{stocks(), boards()};
     PoliteHttp polite_{http_, clock_};
     std::unique_ptr<RunControl> control_;
     std::function<void(const RunProgress&)> onProgress_ = [](const RunProgress&) {};
@@ -110,10 +96,9 @@ TEST_F(BoardImportTest, ABoardThatBreaksOffIsImportedWholeTheNextTime) {
     };
     BoardTally tally = import();
     ASSERT_EQ(tally.failed.size(), 1);
-    EXPECT_TRUE(tally.words().startsWith(
-        u"没有导入完：有 1 个板块没有读到。导入了 2 个板块：新主题 2 个，新成份股 4 条。\n"_s));
-    EXPECT_TRUE(
-        tally.words().contains(u"1 个板块没有读到：大（应答里没有股票）。\n它们还勾着。"_s));
+    EXPECT_EQ(tally.words().section(u'\n', 0, 0),
+              u"没有导入完：有 1 个板块没有读到。导入了 2 个板块：新主题 2 个，新成份股 4 条。"_s);
+    EXPECT_TRUE(holds(tally.words(), u"1 个板块没有读到：大（应答里没有股票）。\n它们还勾着。"_s));
     EXPECT_EQ(themes(), QStringList({u"乙'股|2"_s, u"甲|2"_s})) << "nothing of its first page";
     http_.instead = nullptr;
     tally = import();

@@ -16,22 +16,22 @@ protected:
     EarlierFolderTest() {
         const QString source =
             QStringLiteral(GUANCHAO_SOURCE_DIR "/tests/kept_folder/v3.7/application/");
-        QDirIterator files(source, QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            const QString file = files.next();
-            writeFile(there_ + file.mid(source.size()), contentOf(file));
+        const auto files = filesIn(source);
+        for (auto it = files.begin(); it != files.end(); ++it) {
+            writeFile(there_ + it.key(), it.value());
         }
         store_.addMember(u"自己的"_s, u"SH600519"_s);
     }
 
     EarlierFolder look() const { return lookIntoFolder(store_.stores, store_.folder(), there_); }
     Connection main() const { return Connection(there_ + u"dzhzhuti.mzdat"_s, {}); }
-    QMap<QString, QByteArray> filesThere() const {
+    // Their contents by their paths below it.
+    static QMap<QString, QByteArray> filesIn(const QString& folder) {
         QMap<QString, QByteArray> files;
-        QDirIterator file(there_, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator file(folder, QDir::Files, QDirIterator::Subdirectories);
         while (file.hasNext()) {
             const QString path = file.next();
-            files[path] = contentOf(path);
+            files[path.mid(folder.size())] = contentOf(path);
         }
         return files;
     }
@@ -50,12 +50,12 @@ TEST_F(EarlierFolderTest, ItsStoresTakeThePlaceOfThoseHereAndItsSettingsComeToo)
     for (const QString& told :
          {u"主题库\n现在有：1 个主题，1 条，0 只股票，0 个监控\n那里有："_s, u"，自选股 "_s,
           u"行情来源的设置（services.ini）"_s, u"自选股的文件 1 个。"_s}) {
-        EXPECT_TRUE(question.contains(told)) << question.toStdString();
+        EXPECT_TRUE(holds(question, told));
     }
 
     writeFile(store_.folder() + u"services.ini"_s, "[quote]\nhost=http://mine\n");
     writeFile(there_ + u"草稿/一.json"_s, "{}");
-    const auto before = filesThere();
+    const auto before = filesIn(there_);
     const QString copies = copiesFolder(store_.folder());
     ExchangeWork work({}, {});
     const ReadyStores ready =
@@ -70,7 +70,7 @@ TEST_F(EarlierFolderTest, ItsStoresTakeThePlaceOfThoseHereAndItsSettingsComeToo)
         << "they are here";
     EXPECT_EQ(contentOf(store_.folder() + u"services.ini"_s),
               contentOf(there_ + u"services.ini"_s));
-    EXPECT_EQ(filesThere(), before) << "nothing there is touched";
+    EXPECT_EQ(filesIn(there_), before) << "nothing there is touched";
 
     const QString kept = copies + u"2026-11-24 10.00.00 恢复前/"_s;
     EXPECT_EQ(contentOf(kept + u"services.ini"_s), "[quote]\nhost=http://mine\n");
@@ -98,8 +98,7 @@ TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
     };
     for (const auto& it : cases) {
         it.spoil();
-        const QString refusal = look().refusal;
-        EXPECT_TRUE(refusal.contains(it.words)) << refusal.toStdString();
+        EXPECT_TRUE(holds(look().refusal, it.words));
         it.mend();
         writeFile(there_ + u"dzhzhuti.mzdat"_s, store);
     }

@@ -1,23 +1,21 @@
 #include "exchange/form35.h"
 
 #include "platform/qt_http_client.h"
+#include "tests/support/small_market.h"
 #include "tests/support/window_test.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
 class Form35Test : public WindowTest {
 protected:
-    Form35Test() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
-        market_.start();
+    Form35Test() {
         http_.client = std::make_unique<QtHttpClient>();
-        services_.stockList = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        services_.stockList = {market_.service()};
         store_.addCode(u"SH000001"_s, u"上证指数"_s, 1, 1);
         store_.addCode(u"SH600519"_s, u"老名字"_s, 1, 1);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
     }
 
-    PracticeBoards boards() const { return PracticeBoards(stocks_); }
     void openRead() {
         open<Form35>();
         until([this] { return !label(u"summary"_s).isEmpty(); });
@@ -27,11 +25,10 @@ protected:
     }
     QStringList rows() const { return rowTexts(*find<QTreeWidget>(u"list"_s)); }
 
-    const std::vector<PracticeStock> stocks_ = {{u"SH600519"_s, u"贵州茅台"_s},
-                                                {u"SZ000001"_s, u"平安银行"_s},
-                                                {u"SZ000002"_s, u"万科A"_s},
-                                                {u"BJ920799"_s, u"艾融软件"_s}};
-    PracticeMarket market_;
+    SmallMarket market_{{{u"SH600519"_s, u"贵州茅台"_s},
+                         {u"SZ000001"_s, u"平安银行"_s},
+                         {u"SZ000002"_s, u"万科A"_s},
+                         {u"BJ920799"_s, u"艾融软件"_s}}};
 };
 
 TEST_F(Form35Test, TellsWhatIsThereAndWhatHasChanged) {

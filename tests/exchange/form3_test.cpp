@@ -2,9 +2,7 @@
 
 #include <QRadioButton>
 #include <QThreadPool>
-#include <memory>
 
-#include "base/activity.h"
 #include "platform/home_places.h"
 #include "tests/support/window_test.h"
 
@@ -90,10 +88,7 @@ TEST_F(Form3Test, ARunEndsByItsButtonByEscAndWithItsWindow) {
     const std::function<void()> ends[] = {
         [this] { click(u"stopRun"_s); },
         [this] { QTest::keyClick(form_.data(), Qt::Key_Escape); },
-        [] {
-            closeWindows();
-            deleteClosedWindows();
-        },
+        [] { leaveWindows(); },
     };
     for (const auto& end : ends) {
         const auto other = holding();

@@ -1,29 +1,22 @@
 #include "exchange/live_fill.h"
 
 #include "platform/qt_http_client.h"
+#include "tests/support/small_market.h"
 #include "tests/support/store_test.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
 // A folder of two codes and the theme 银行, and a market of four stocks in three boards.
 class LiveFillTest : public StoreTest {
 protected:
-    LiveFillTest() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
-        market_.start();
+    LiveFillTest() {
         http_.client = std::make_unique<QtHttpClient>();
-        services_.stockList = services_.boards = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        services_.stockList = services_.boards = {market_.service()};
         store_.addCode(u"SH600000"_s, u"浦发银行"_s, 1, 1);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
         store_.addMember(u"银行"_s, u"SH600000"_s, 7);
     }
 
-    PracticeBoards boards() const {
-        return PracticeBoards(stocks_, {{u"白酒"_s, u"SH600519"_s},
-                                        {u"银行"_s, u"SH600000"_s},
-                                        {u"银行"_s, u"SZ000001"_s},
-                                        {u"酒店"_s, u"SZ000002"_s}});
-    }
     LiveFillResult fill(const LiveFillWish& wish = {}) {
         http_.paths.clear();
         control_ = std::make_unique<RunControl>();
@@ -38,11 +31,14 @@ protected:
             u"select zhutiname,dm,jc,guanzhudu from dzhzhuti order by zhutiname,dm"_s);
     }
 
-    const std::vector<PracticeStock> stocks_ = {{u"SH600000"_s, u"浦发银行"_s},
-                                                {u"SH600519"_s, u"贵州茅台"_s},
-                                                {u"SZ000001"_s, u"平安银行"_s},
-                                                {u"SZ000002"_s, u"万科A"_s}};
-    PracticeMarket market_;
+    SmallMarket market_{{{u"SH600000"_s, u"浦发银行"_s},
+                         {u"SH600519"_s, u"贵州茅台"_s},
+                         {u"SZ000001"_s, u"平安银行"_s},
+                         {u"SZ000002"_s, u"万科A"_s}},
+                        {{u"白酒"_s, u"SH600519"_s},
+                         {u"银行"_s, u"SH600000"_s},
+                         {u"银行"_s, u"SZ000001"_s},
+                         {u"酒店"_s, u"SZ000002"_s}}};
     Services services_;
     std::unique_ptr<RunControl> control_;
     int stored_ = 0;
@@ -80,20 +76,18 @@ TEST_F(LiveFillTest, WhatHasComeStaysWhereItIsStoppedAndIsNotAskedForAgain) {
         {"the second board", u"gn_30001"_s, 4, 2},
     };
     for (const auto& it : cases) {
+        SCOPED_TRACE(it.name);
         http_.onGet = [&] {
             if (http_.paths.last().contains(it.stopAt)) {
                 control_->stop();
             }
         };
         const LiveFillResult result = fill();
-        EXPECT_TRUE(result.stopped) << it.name;
-        EXPECT_FALSE(result.hasThemes()) << it.name;
+        EXPECT_TRUE(result.stopped && !result.hasThemes());
         EXPECT_TRUE(result.words().endsWith(it.codes == 2 ? u"再点“开始”从头来。"_s
-                                                          : u"再点“开始”只补没有读到的。"_s))
-            << it.name;
-        EXPECT_EQ(store_.rows(u"select dm from dmb"_s).size(), it.codes) << it.name;
-        EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti"_s).size(), it.themes)
-            << it.name;
+                                                          : u"再点“开始”只补没有读到的。"_s));
+        EXPECT_EQ(store_.rows(u"select dm from dmb"_s).size(), it.codes);
+        EXPECT_EQ(store_.rows(u"select distinct zhutiname from dzhzhuti"_s).size(), it.themes);
     }
     http_.onGet = nullptr;
     EXPECT_TRUE(fill().hasThemes());
@@ -123,7 +117,7 @@ TEST_F(LiveFillTest, EachPartThatFailsIsToldAndTheOtherComes) {
         const LiveFillResult result = fill();
         EXPECT_EQ(result.hasCodes(), it.codes);
         EXPECT_EQ(result.hasThemes(), it.themes);
-        EXPECT_TRUE(result.words().contains(it.words)) << result.words().toStdString();
+        EXPECT_TRUE(holds(result.words(), it.words));
         EXPECT_EQ(result.words().contains(u"F9"_s), it.codes);
         EXPECT_EQ(result.words().contains(u"过一会儿再点“开始”，只补没有读到的。"_s), !it.themes);
     }

@@ -4,24 +4,22 @@
 
 #include "exchange/code_table_settings.h"
 #include "platform/qt_http_client.h"
+#include "tests/support/small_market.h"
 #include "tests/support/window_test.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
 class StartPageTest : public WindowTest {
 protected:
-    StartPageTest() : market_(PracticeQuotes(stocks_), &QDateTime::currentDateTime, boards()) {
-        market_.start();
+    StartPageTest() {
         http_.client = std::make_unique<QtHttpClient>();
-        services_.stockList = services_.boards = {{market_.host(), {}, 10, 1, 0, u"sina"_s}};
+        services_.stockList = services_.boards = {market_.service()};
         globals_.yingyongmulu = store_.folder();
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1, 1);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
         writeFile(store_.folder() + practiceStarter);
     }
 
-    PracticeBoards boards() const { return PracticeBoards(stocks_, {{u"白酒"_s, u"SH600519"_s}}); }
     StartPage* openPage() {
         auto* page = open<StartPage>();
         page->activateWindow();
@@ -33,10 +31,10 @@ protected:
     }
     bool isFree() const { return button(u"back"_s)->isEnabled(); }
 
-    const std::vector<PracticeStock> stocks_ = {{u"SH600519"_s, u"贵州茅台"_s},
-                                                {u"SZ000001"_s, u"平安银行"_s},
-                                                {u"SZ000002"_s, u"万科A"_s}};
-    PracticeMarket market_;
+    SmallMarket market_{{{u"SH600519"_s, u"贵州茅台"_s},
+                         {u"SZ000001"_s, u"平安银行"_s},
+                         {u"SZ000002"_s, u"万科A"_s}},
+                        {{u"白酒"_s, u"SH600519"_s}}};
 };
 
 TEST_F(StartPageTest, ThePracticeStartsBesideThisAndTheGuideOpens) {
@@ -115,8 +113,7 @@ TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
         };
         click(u"begin"_s);
         until([&] { return requests == held; });
-        form_->close();
-        deleteClosedWindows();
+        leaveWindows();
         EXPECT_FALSE(form_);
         gate->deliver(true);
         QApplication::processEvents();
@@ -129,8 +126,7 @@ TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
         dialogs_.picked = picked;
         openPage();
         click(u"takeOver"_s);
-        form_->close();
-        deleteClosedWindows();
+        leaveWindows();
         dialogs_.gate->deliver(true);
         QApplication::processEvents();
     }

@@ -17,13 +17,6 @@ protected:
         dialogs_.picked = file.path;
         return file;
     }
-    // All pages behind the first.
-    static void ruin(const QString& path) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.seek(1024);
-        file.write(QByteArray(static_cast<int>(file.size()) - 1024, 'x'));
-    }
     int files_ = 0;
     ThemeImport theme_{store_.stores, clock_, dialogs_, run_, removals_, edits_};
 };
@@ -148,22 +141,20 @@ TEST_F(StoreMergeTest, ALibraryAddsWhatIsMissing) {
 TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
     const QString wrongKey = pick(Schema::article, u"anderer"_s, {}).path;
     const QString noTables = pick(Schema::pinyin, store_.stores.heat.key, {}).path;
-    const QString damaged =
-        pick(
-            Schema::article, store_.stores.article.key,
-            {u"insert into wenzhang(biaoti,leirong) values('长','%1')"_s.arg(QString(9000, u'文'))})
-            .path;
-    ruin(damaged);
-    const QString article = u"文章库"_s, news = u"主题新闻数量库"_s, theme = u"主题库"_s;
+    const QString article =
+        u"insert into wenzhang(leirong) values('%1')"_s.arg(QString(9000, u'文'));
+    const QString damaged = pick(Schema::article, store_.stores.article.key, {article}).path;
+    spoil(damaged, 1024);
+    const QString articles = u"文章库"_s, news = u"主题新闻数量库"_s, theme = u"主题库"_s;
     const struct {
         QString path, kind, matter;
     } cases[] = {
-        {wrongKey, article, u" 不是文章库，或者密码不对"_s},
+        {wrongKey, articles, u" 不是文章库，或者密码不对"_s},
         {store_.stores.main.path, news, u" 不是主题新闻数量库，或者密码不对"_s},
-        {noTables, article, u" 不是文章库，或者密码不对"_s},
+        {noTables, articles, u" 不是文章库，或者密码不对"_s},
         {noTables, news, u" 不是主题新闻数量库"_s},
         {store_.stores.article.path, theme, u" 不是主题库"_s},
-        {damaged, article, u" 已损坏"_s},
+        {damaged, articles, u" 已损坏"_s},
     };
     for (const auto& it : cases) {
         dialogs_.picked = it.path;
@@ -172,9 +163,8 @@ TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
                   : it.kind == news ? importNews(store_.stores, dialogs_, run_, {})
                                     : importArticles(store_.stores, dialogs_, run_, {}));
         });
-        EXPECT_TRUE(refusal.reason().startsWith(u"文件 "_s + it.path + it.matter +
-                                                u"，请选择“导出数据”写的另一个"_s + it.kind))
-            << refusal.reason().toStdString();
+        EXPECT_TRUE(begins(refusal.reason(), u"文件 "_s + it.path + it.matter +
+                                                 u"，请选择“导出数据”写的另一个"_s + it.kind));
     }
     dialogs_.picked = store_.folder();
     EXPECT_THROW(endOf(importNews(store_.stores, dialogs_, run_, {})), StoreError) << "a folder";

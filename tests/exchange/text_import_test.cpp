@@ -30,13 +30,6 @@ protected:
         return pairs;
     }
 
-    QStringList previewOf(const QString& text) {
-        write(gbkFromText(text));
-        told();
-        import_.preview(source_, grid_);
-        return rowTexts(grid_).mid(1);
-    }
-
     TextSource source_;
     TextImport import_{store_.stores, clock_, dialogs_, run_};
 };
@@ -63,15 +56,15 @@ TEST_F(TextImportTest, WhatIsMissingIsToldBeforeALineIsRead) {
 }
 
 TEST_F(TextImportTest, CodesAreCutTestedAndGivenTheirMarket) {
-    const QHash<QString, QString> wellFormed = {
+    const std::pair<QString, QString> wellFormed[] = {
         {u"600000"_s, u"SH600000"_s},      {u"000001"_s, u"SZ000001"_s},
         {u"300750"_s, u"SZ300750"_s},      {u"sz000001"_s, u"sz000001"_s},
         {u"SH600000.SS"_s, u"SH600000"_s}, {u"600000.SH"_s, u"SH600000"_s},
         {u"Sh6000000"_s, u"SZSh6000"_s},   {u"6000000"_s, u"6000000"_s},
         {u"SH6000"_s, u"SZSH6000"_s},      {u"6"_s, u"6"_s}};
-    for (auto it = wellFormed.cbegin(); it != wellFormed.cend(); ++it) {
-        EXPECT_EQ(normaliseCode(it.key()).code, it.value());
-        EXPECT_TRUE(normaliseCode(it.key()).wellFormed) << it.key().toStdString();
+    for (const auto& [typed, code] : wellFormed) {
+        EXPECT_EQ(normaliseCode(typed).code, code);
+        EXPECT_TRUE(normaliseCode(typed).wellFormed) << typed.toStdString();
     }
     for (const QString& bad : {u"830799"_s, QString(), u" 600000"_s, u"HK00700"_s}) {
         EXPECT_FALSE(normaliseCode(bad).wellFormed) << bad.toStdString();
@@ -80,9 +73,8 @@ TEST_F(TextImportTest, CodesAreCutTestedAndGivenTheirMarket) {
 
 TEST_F(TextImportTest, CodeFirstLines) {
     const QString n20(20, u'名');
-    const struct {
-        QString line, pairs;  // @ is the stock
-    } cases[] = {
+    // A line and its pairs; @ is the stock.
+    const std::pair<QString, QString> cases[] = {
         {u"600000\t银行\t 金融 "_s, u"银行@/金融@"_s},
         {u"sh600000.ss\t银行"_s, u"银行@"_s},
         {u"600000\t2015年\t2015\t1概念\t概念\t10大\t9.9折"_s, u"1概念@/概念@/9.9折@"_s},
@@ -91,17 +83,14 @@ TEST_F(TextImportTest, CodeFirstLines) {
         {u"600000\t银行\t\t金融"_s, u"银行@/@/金融@"_s},
         {u"600000\ta');delete from x;\t银行"_s, u"a');delete from x;@/银行@"_s},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(pairsOf(it.line).join(u'/').replace(u"|SH600000|浦发银行"_s, u"@"_s), it.pairs)
-            << it.line.toStdString();
+    for (const auto& [line, pairs] : cases) {
+        EXPECT_EQ(pairsOf(line).join(u'/').replace(u"|SH600000|浦发银行"_s, u"@"_s), pairs);
     }
 }
 
 TEST_F(TextImportTest, ThemeFirstLines) {
     source_.codeFirst = false;
-    const struct {
-        QString line, pairs;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {u"银行\t600000\tsz000001\t 300999 "_s, u"银行|SH600000|/银行|sz000001|/银行|SZ300999|"_s},
         {u"银行\t600000\tabc\t000001"_s, u"银行|SH600000|"_s},
         {u"2015年\t600000"_s, u"2015年|SH600000|"_s},
@@ -110,8 +99,8 @@ TEST_F(TextImportTest, ThemeFirstLines) {
          u"it's|SH600000|/银行|SH6'0000|/银行|SZ000001|"_s},
         {u"银行\t600000\r银行\t600000\r\n酒\t600519"_s, u"银行|SH600000|/酒|SH600519|"_s},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(pairsOf(it.line).join(u'/'), it.pairs) << it.line.toStdString();
+    for (const auto& [line, pairs] : cases) {
+        EXPECT_EQ(pairsOf(line).join(u'/'), pairs);
     }
     source_.firstSeparator = u"中文分号："_s;
     source_.secondSeparator = u"--"_s;
@@ -144,23 +133,22 @@ TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
 TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
     const QString n21(21, u'名');
     const struct {
-        bool codeFirst;
         QString text;
         QStringList rows;
         QString told;
     } cases[] = {
-        {true,
-         u"sh600000\t银行\t2015\t 2015年 \r000001\tx"_s,
+        {u"sh600000\t银行\t2015\t 2015年 \r000001\tx"_s,
          {u"1|SH600000|银行"_s, u"2|SH600000|2015年"_s, u"||"_s},
          {}},
-        {true, u"600000\t"_s + n21, {u"1|SH600000|"_s + n21}, u"主题名称太长了!名称："_s + n21},
-        {true, u"830799.BJ\t银行"_s, {}, u"代码不正确!代码：830799"_s},
-        {true, u"600519\t白酒"_s, {}, u"代码不存在!代码：SH600519"_s},
-        {true, u"6'\tx"_s, {}, u"代码不存在!代码：6'"_s},
+        {u"600000\t"_s + n21, {u"1|SH600000|"_s + n21}, u"主题名称太长了!名称："_s + n21},
+        {u"830799.BJ\t银行"_s, {}, u"代码不正确!代码：830799"_s},
+        {u"600519\t白酒"_s, {}, u"代码不存在!代码：SH600519"_s},
+        {u"6'\tx"_s, {}, u"代码不存在!代码：6'"_s},
     };
     for (const auto& it : cases) {
-        source_.codeFirst = it.codeFirst;
-        EXPECT_EQ(previewOf(it.text), it.rows) << it.text.toStdString();
+        write(gbkFromText(it.text));
+        import_.preview(source_, grid_);
+        EXPECT_EQ(rowTexts(grid_).mid(1), it.rows) << it.text.toStdString();
         EXPECT_EQ(told().join(u'/'), it.told.isEmpty() ? QString() : u"观潮台|"_s + it.told);
     }
 }
