@@ -2,8 +2,6 @@
 
 #include "formats/gbk.h"
 #include "tests/support/fakes.h"
-#include "tests/support/outcome_of.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -17,10 +15,7 @@ static QString words(const ListedStock& it) {
 // The rows, then the total if one is told; or the fault.
 template <typename Row>
 static QString words(const ListPage<Row>& page) {
-    QStringList texts;
-    for (const Row& it : page.rows) {
-        texts << words(it);
-    }
+    QStringList texts = textsOf(page.rows, [](const Row& it) { return words(it); });
     if (page.total) {
         texts << QString::number(*page.total);
     }

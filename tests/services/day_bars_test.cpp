@@ -1,25 +1,20 @@
 #include "services/day_bars.h"
 
-#include "platform/qt_http_client.h"
 #include "services/bar_check.h"
-#include "services/polite_http.h"
 #include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/raw_service.h"
 
 namespace guanchao {
 
 // Each as "date open high low close volume", or the fault.
 static QString words(const ReadBars& read) {
-    QStringList texts;
-    for (const DayBar& it : read.bars) {
-        texts << u"%1 %2 %3 %4 %5 %6"_s.arg(it.day.toString(Qt::ISODate))
-                     .arg(it.open)
-                     .arg(it.high)
-                     .arg(it.low)
-                     .arg(it.closeText)
-                     .arg(it.volume, 0, 'f', 0);
-    }
+    const QStringList texts = textsOf(read.bars, [](const DayBar& it) {
+        return u"%1 %2 %3 %4 %5 %6"_s.arg(it.day.toString(Qt::ISODate))
+            .arg(it.open)
+            .arg(it.high)
+            .arg(it.low)
+            .arg(it.closeText)
+            .arg(it.volume, 0, 'f', 0);
+    });
     return read.fault.isEmpty() ? texts.join(u'|') : read.fault;
 }
 
@@ -39,11 +34,7 @@ TEST(DayBarsTest, CsvTakesTheLinesThatAreDays) {
     const QByteArray older = "2026-11-19,9,10,8,9.000,600,9.000\n";
     const QString both = u"2026-11-19 9 10 8 9.000 600|2026-11-20 10 11 9 10.50 700"_s;
     const QString none;
-    const struct {
-        const char* name;
-        QByteArray reply;
-        QString days;
-    } cases[] = {
+    const std::tuple<const char*, QByteArray, QString> cases[] = {
         {"oldest first", header + newer + older, both},
         {"line ends of another system", QByteArray(header + newer + older).replace("\n", "\r\n"),
          both},
@@ -56,8 +47,8 @@ TEST(DayBarsTest, CsvTakesTheLinesThatAreDays) {
         {"a page of HTML", "<html>\n<p>a,b,1,2,3,4\n<p>c,d,1,2,4,4\n</html>\n", noBars},
         {"nothing", QByteArray(), noBars},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(words(barKind(u"csv"_s)->read(it.reply, {})), it.days) << it.name;
+    for (const auto& [name, reply, days] : cases) {
+        EXPECT_EQ(words(barKind(u"csv"_s)->read(reply, {})), days) << name;
     }
 }
 
@@ -138,82 +129,56 @@ TEST(DayBarsTest, DaysThatCannotStandAreNone) {
         const ReadBars checked = checkedBars(
             {it.bars, {}},
             {u"SH600000"_s, QDate(2026, 11, 10), last, {{2026, 11, 24}, QTime(it.hour, 0)}});
-        QStringList days;
-        for (const DayBar& left : checked.bars) {
-            days << QString::number(left.day.day());
-        }
+        const QStringList days = textsOf(
+            checked.bars, [](const DayBar& left) { return QString::number(left.day.day()); });
         if (checked.fault.isEmpty()) {
             EXPECT_EQ(days.join(u' '), it.result) << it.name;
         } else {
             EXPECT_TRUE(days.isEmpty());
-            EXPECT_TRUE(checked.fault.contains(it.result))
-                << it.name << ": " << checked.fault.toStdString();
+            EXPECT_TRUE(holds(checked.fault, it.result)) << it.name;
         }
     }
 }
 
-// Two services of Sina's kind.
-class DayBarsOrderTest : public ::testing::Test {
-protected:
-    DayBarsOrderTest() {
-        second_.answer = [](QTcpSocket& socket) {
-            send(
-                socket,
-                R"([{"day":"2026-11-20","open":"2","high":"2","low":"2","close":"2","volume":"2"}])");
+// Two services of Sina's kind, the second of which answers.
+TEST(DayBarsTest, TheNextOneIsAskedWhereOneBringsNothing) {
+    using Outcome = HttpReply::Outcome;
+    const auto answer = [](const QByteArray& body) {
+        return HttpReply{Outcome::answered, 200, body};
+    };
+    const HttpReply silence = {Outcome::silent, 0, {}}, limited = {Outcome::limited, 456, {}};
+    const HttpReply page = answer("<html>"), none = answer("null");
+    const HttpReply damage = answer(R"([{"day":"2026-11-20","open":"2","high":"1","low":"2"}])");
+    const HttpReply day = answer(
+        R"([{"day":"2026-11-20","open":"2","high":"2","low":"2","close":"2","volume":"2"}])");
+    const struct {
+        const char* what;
+        HttpReply first, second;
+        std::optional<int> days;
+        qsizetype lacks;
+        bool turnedAway;
+    } cases[] = {
+        {"silence", silence, day, 1, 1, false}, {"limited", limited, day, 1, 1, true},
+        {"a page", page, day, 1, 1, false},     {"damage", damage, day, 1, 1, false},
+        {"no days", none, day, 0, 0, false},    {"nobody", limited, silence, {}, 2, true},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.what);
+        FakeHttp http;
+        http.instead = [&](const QString&) {
+            return http.addresses.last().startsWith(u"http://a"_s) ? it.first : it.second;
         };
+        const FakeClock clock;
+        const DayBars bars(
+            http, clock,
+            {{u"http://a"_s, {}, 0, 1, 0, u"sina"_s}, {u"http://b"_s, {}, 0, 1, 0, u"sina"_s}});
+        const BarsReply reply =
+            outcomeOf(bars.fetch(u"SH600000"_s, QDate(2026, 11, 1), QDate(2026, 11, 23), {}));
+        EXPECT_EQ(reply.days ? std::optional(reply.days->size()) : std::nullopt, it.days);
+        EXPECT_EQ(reply.lacks.filter(u"http://"_s).size(), it.lacks);
+        EXPECT_EQ(reply.turnedAway, it.turnedAway);
+        EXPECT_EQ(http.paths.size(), it.days == 0 ? 1 : 2) << "no days are an answer";
     }
-
-    static void send(QTcpSocket& socket, const QByteArray& body) {
-        socket.write(httpHead(body.size()) + body);
-        socket.disconnectFromHost();
-    }
-    static Service sina(const RawService& raw) {
-        Service service = raw.service(1);
-        service.kind = u"sina"_s;
-        return service;
-    }
-    BarsReply fetch() {
-        const DayBars bars(http_, clock_, {sina(first_), sina(second_)});
-        return QCoro::waitFor(
-            bars.fetch(u"SH600000"_s, QDate(2026, 11, 1), QDate(2026, 11, 23), {}));
-    }
-
-    FakeClock clock_;
-    QtHttpClient client_;
-    PoliteHttp http_{client_, clock_};
-    RawService first_;
-    RawService second_;
-};
-
-TEST_F(DayBarsOrderTest, TheNextOneIsAskedWhereOneBringsNothing) {
-    QList<ServiceManner> manners(std::begin(hangingUp), std::end(hangingUp));
-    manners << neverDone[0]
-            << ServiceManner{"a page", [](QTcpSocket& socket) { send(socket, "<html>"); }}
-            << ServiceManner{"damage", [](QTcpSocket& socket) {
-                                 send(socket,
-                                      R"([{"day":"2026-11-20","open":"2","high":"1","low":"2"}])");
-                             }};
-    for (const ServiceManner& it : manners) {
-        first_.answer = it.answer;
-        const BarsReply reply = fetch();
-        ASSERT_TRUE(reply.days) << it.what;
-        EXPECT_EQ(reply.days->size(), 1) << it.what;
-        ASSERT_EQ(reply.lacks.size(), 1) << it.what;
-        EXPECT_TRUE(reply.lacks.first().contains(first_.service().host)) << it.what;
-    }
-    second_.answer = hangingUp[3].answer;
-    const BarsReply none = fetch();
-    EXPECT_FALSE(none.days);
-    EXPECT_TRUE(none.turnedAway);
-    EXPECT_EQ(none.lacks.size(), 2);
-}
-
-TEST_F(DayBarsOrderTest, AnAnswerWithoutDaysIsOne) {
-    first_.answer = [](QTcpSocket& socket) { send(socket, "null"); };
-    const BarsReply reply = fetch();
-    ASSERT_TRUE(reply.days);
-    EXPECT_TRUE(reply.days->isEmpty() && reply.lacks.isEmpty());
-    EXPECT_EQ(second_.connections, 0);
 }
 
 }  // namespace guanchao

@@ -1,9 +1,6 @@
 #include "services/polite_http.h"
 
-#include "platform/qt_http_client.h"
 #include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
-#include "tests/support/raw_service.h"
 
 namespace guanchao {
 
@@ -12,38 +9,36 @@ using Outcome = HttpReply::Outcome;
 class PoliteHttpTest : public ::testing::Test {
 protected:
     PoliteHttpTest() {
-        raw_.answer = [this](QTcpSocket& socket) {
-            socket.write("HTTP/1.1 " + QByteArray::number(status_) +
-                         " x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
-            socket.disconnectFromHost();
+        http_.instead = [this](const QString&) {
+            return status_ == 200 ? HttpReply{Outcome::answered, 200, {}}
+                   : status_ == 0 ? HttpReply{Outcome::unreachable, 0, {}}
+                                  : HttpReply{Outcome::refused, status_, {}};
         };
     }
 
-    HttpReply get(const Service& service) {
-        return QCoro::waitFor(polite_.get(service, u"/"_s, {}));
-    }
-    // Gets so often an answer of that status; 0: the service breaks off.
+    HttpReply get(const Service& service) { return outcomeOf(polite_.get(service, u"/"_s, {})); }
+    // Gets so often an answer of that status; 0: nobody is there.
     Outcome get(int status, int times = 1) {
         status_ = status;
         HttpReply reply;
         for (int i = 0; i < times; ++i) {
-            reply = get(raw_.service());
+            reply = get(service_);
         }
         return reply.outcome;
     }
     bool rests() {
-        const int before = raw_.connections;
-        const HttpReply reply = get(raw_.service());
-        EXPECT_EQ(raw_.connections == before, reply.outcome == Outcome::resting);
+        const qsizetype before = http_.paths.size();
+        const HttpReply reply = get(service_);
+        EXPECT_EQ(http_.paths.size() == before, reply.outcome == Outcome::resting);
         return reply.outcome == Outcome::resting;
     }
 
     FakeClock clock_;
     QList<qint64> waits_;
     int status_ = 200;
-    RawService raw_;
-    QtHttpClient client_;
-    PoliteHttp polite_{client_, clock_,
+    FakeHttp http_;
+    const Service service_ = {u"http://a"_s, {}};
+    PoliteHttp polite_{http_, clock_,
                        [this](std::chrono::milliseconds time, std::stop_token) -> QCoro::Task<> {
                            waits_ << time.count();
                            clock_.moment = clock_.moment.addMSecs(time.count());
@@ -60,10 +55,10 @@ TEST_F(PoliteHttpTest, ALimitedAddressRests) {
         {500, 403, Outcome::refused}, {200, 500, Outcome::refused},
     };
     for (const auto& it : cases) {
-        PoliteHttp fresh(client_, clock_);
+        PoliteHttp fresh(http_, clock_);
         const auto ask = [&](int status) {
             status_ = status;
-            return QCoro::waitFor(fresh.get(raw_.service(), u"/"_s, {})).outcome;
+            return outcomeOf(fresh.get(service_, u"/"_s, {})).outcome;
         };
         ask(it.before);
         EXPECT_EQ(ask(it.status), it.outcome) << it.before << ' ' << it.status;
@@ -73,12 +68,10 @@ TEST_F(PoliteHttpTest, ALimitedAddressRests) {
 }
 
 TEST_F(PoliteHttpTest, ARestIsOfOneAddressAndEnds) {
-    RawService other;
-    other.answer = raw_.answer;
     get(429);
     status_ = 200;
-    EXPECT_EQ(get(other.service()).outcome, Outcome::answered);
-    const HttpReply reply = get(raw_.service());
+    EXPECT_EQ(get({u"http://b"_s, {}}).outcome, Outcome::answered);
+    const HttpReply reply = get(service_);
     EXPECT_EQ(reply.until, clock_.moment.addSecs(90));
     EXPECT_EQ(failureWords(reply), u"刚才要得太勤，被拒绝（429），10:01:30 以前不再去要"_s);
     EXPECT_TRUE(reply.turnedAway());
@@ -103,22 +96,18 @@ TEST_F(PoliteHttpTest, TenFailuresInARowAreEnough) {
     clock_.moment = clock_.moment.addSecs(90);
     get(404, 20);
     EXPECT_FALSE(rests()) << "a page that isn't there";
-    const Service nobody = {u"http://127.0.0.1:1"_s, {}};
-    for (int i = 0; i < 20; ++i) {
-        EXPECT_EQ(get(nobody).outcome, Outcome::unreachable);
-    }
+    EXPECT_EQ(get(0, 20), Outcome::unreachable);
 }
 
 TEST_F(PoliteHttpTest, KeepsThePauseOfAServiceBetweenItsRequests) {
-    Service paced = raw_.service();
-    paced.pauseSeconds = 0.7;
+    const Service paced = {u"http://a"_s, {}, 0, 1, 0.7};
     get(paced);
     get(paced);
     clock_.moment = clock_.moment.addMSecs(500);
     get(paced);
     clock_.moment = clock_.moment.addSecs(2);
     get(paced);
-    get(raw_.service());
+    get(service_);
     EXPECT_EQ(waits_, QList<qint64>({700, 200}));
     clock_.moment = clock_.moment.addDays(-1);
     get(paced);

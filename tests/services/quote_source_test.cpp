@@ -7,8 +7,6 @@
 #include "services/quote_reply.h"
 #include "services/quote_tencent.h"
 #include "tests/support/fakes.h"
-#include "tests/support/outcome_of.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -46,12 +44,10 @@ TEST(QuoteTencent, ALineBecomesOneOfTheUsualPositions) {
     ASSERT_EQ(rows.size(), 5) << "without the time or the fields there is no quote";
     EXPECT_EQ(rows[0].dm(), u"SH600519"_s);
     EXPECT_EQ(rows[0].text(field::name), u"贵州茅台"_s);
-    QStringList figures;
-    for (const qsizetype at : {field::open, field::formerClose, field::latest, field::high,
-                               field::low, field::volume, field::amount}) {
-        figures << numberText(rows[0].number(at));
-    }
-    EXPECT_EQ(figures.join(u' '), u"1308 1310 1304 1315 1300 5247700 6842105000"_s);
+    const QList<qsizetype> fields = {field::open, field::formerClose, field::latest, field::high,
+                                     field::low,  field::volume,      field::amount};
+    const auto figure = [&](qsizetype at) { return numberText(rows[0].number(at)); };
+    EXPECT_EQ(textsOf(fields, figure).join(u' '), u"1308 1310 1304 1315 1300 5247700 6842105000"_s);
     EXPECT_EQ(rows[0].text(field::day) + rows[0].text(field::time), u"2026-11-2415:00:03"_s);
     EXPECT_EQ(rows[1].number(field::volume), 52477) << "of this index the lines count lots";
     EXPECT_THROW(rows[2].number(field::latest), OperationError);

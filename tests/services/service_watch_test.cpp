@@ -2,8 +2,6 @@
 
 #include "services/service_trouble.h"
 #include "tests/support/fakes.h"
-#include "tests/support/outcome_of.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -45,10 +43,7 @@ protected:
 
 TEST_F(ServiceWatchTest, TellsWhatFailsTimeAndAgain) {
     const QString nothing, silent = u"行情：新浪 10:00 起没有应答"_s;
-    const struct {
-        const char* name;
-        QString asked, words;
-    } cases[] = {
+    const std::tuple<const char*, QString, QString> cases[] = {
         {"a single miss, of requests under way together", u"0sf 0sf 0sf 1sf 1sf"_s, nothing},
         {"again after a while", u"0sf 1ta 90sf"_s, silent + u"，在用腾讯"_s},
         {"five in a row, each a second behind", u"0sf 1sf 2sf 3sf 4sf 5sf 6sf 7sf 8sf"_s, silent},
@@ -61,8 +56,8 @@ TEST_F(ServiceWatchTest, TellsWhatFailsTimeAndAgain) {
         {"the one behind is of no matter", u"0sa 1tf 90tf"_s, nothing},
         {"both", u"60sf 61tf 150sf 151tf"_s, u"行情：新浪 10:01 起没有应答，其余的也读不到"_s},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(after(it.asked), it.words) << it.name;
+    for (const auto& [name, asked, words] : cases) {
+        EXPECT_EQ(after(asked), words) << name;
     }
 }
 

@@ -1,13 +1,11 @@
 #include "services/services_file.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include "base/activity.h"
 #include "services/standard_file.h"
 #include "tests/support/files.h"
 #include "tests/support/former_services.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -19,15 +17,13 @@ protected:
         services_ = readServices(path_);
         file_.emplace(path_, services_);
     }
-    // All that is asked, each as "purpose kind host".
+    static QString words(const ServiceEntry& it) {
+        return it.purpose + u' ' + it.service.kind + u' ' + it.service.host;
+    }
     QStringList asked() const {
-        QStringList words;
-        for (const ServiceEntry& it : file_->entries()) {
-            if (it.isUsed) {
-                words << it.purpose + u' ' + it.service.kind + u' ' + it.service.host;
-            }
-        }
-        return words;
+        QList<ServiceEntry> entries = file_->entries();
+        entries.removeIf([](const ServiceEntry& it) { return !it.isUsed; });
+        return textsOf(entries, words);
     }
 
     QTemporaryDir folder_;
@@ -69,20 +65,14 @@ TEST_F(ServicesFileTest, ASectionMoreChangesNothingElse) {
         begin(text);
         for (const char* section : {"history", "newspage", "chart", "boards.2"}) {
             QStringList before = asked();
-            const ServiceEntry entry = [&] {
-                for (const ServiceEntry& it : file_->entries()) {
-                    if (it.section == QLatin1String(section)) {
-                        return it;
-                    }
-                }
-                return ServiceEntry();
-            }();
-            if (entry.section.isEmpty()) {
-                continue;
+            const QList<ServiceEntry> entries = file_->entries();
+            const auto entry =
+                std::ranges::find(entries, QLatin1String(section), &ServiceEntry::section);
+            if (entry != entries.end()) {
+                file_->setUsed(entry->section, false);
+                before.removeOne(words(*entry));
+                EXPECT_EQ(asked(), before) << text.toStdString() << section;
             }
-            file_->setUsed(entry.section, false);
-            before.removeOne(entry.purpose + u' ' + entry.service.kind + u' ' + entry.service.host);
-            EXPECT_EQ(asked(), before) << text.toStdString() << section;
         }
         EXPECT_EQ(services_.quote.size(), text == formerServices ? 1 : 2);
     }

@@ -4,7 +4,6 @@
 
 #include "services/standard_file.h"
 #include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -16,11 +15,8 @@ protected:
     }
     // Each as "kind host".
     static QString words(const QList<Service>& services) {
-        QStringList texts;
-        for (const Service& it : services) {
-            texts << it.kind + u' ' + it.host;
-        }
-        return texts.join(u", "_s);
+        const auto text = [](const Service& it) -> QString { return it.kind + u' ' + it.host; };
+        return textsOf(services, text).join(u", "_s);
     }
 
     QTemporaryDir folder_;
@@ -77,11 +73,8 @@ TEST_F(ServicesTest, HowAServiceIsAsked) {
     EXPECT_EQ(services.vendor.timeoutSeconds, 15) << "no number";
     EXPECT_EQ(services.chart.timeoutSeconds, 1) << "0 would be without end";
     EXPECT_EQ(services.history.first().timeoutSeconds, 0);
-    QList<double> pauses;
-    for (const Service& it : services.history) {
-        pauses << it.pauseSeconds;
-    }
-    EXPECT_EQ(pauses, QList<double>({0.7, 0, 0, 60}));
+    const auto pause = [](const Service& it) { return QString::number(it.pauseSeconds); };
+    EXPECT_EQ(textsOf(services.history, pause).join(u' '), u"0.7 0 0 60"_s);
 }
 
 TEST_F(ServicesTest, TheFileThatIsShippedSaysWhatHoldsWithoutOne) {

@@ -2,8 +2,6 @@
 
 #include "services/service_watch.h"
 #include "tests/support/fakes.h"
-#include "tests/support/outcome_of.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -11,11 +9,7 @@ static const StockListFault noFault = [](const QList<ListedStock>&) { return QSt
 static const StockListProgress unheard = [](qsizetype, std::optional<qsizetype>) {};
 
 static QString codes(const StockListReply& reply) {
-    QStringList codes;
-    for (const ListedStock& it : reply.stocks) {
-        codes << it.dm;
-    }
-    return codes.join(u' ');
+    return textsOf(reply.stocks, &ListedStock::dm).join(u' ');
 }
 
 // What stands at the nodes of Sina, and what it says of their number.
