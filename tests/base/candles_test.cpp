@@ -18,20 +18,16 @@ static Candle day(int number, double close, double factor = 1) {
 static const QList<Candle> halved = {day(2, 10), day(3, 20), day(4, 11, 2), day(5, 9.9, 2)};
 
 TEST(CandlesTest, ADividendIsNoFallHoweverTheDaysAreAdjusted) {
-    const struct {
-        Adjustment adjustment;
-        QList<double> closes;
-    } cases[] = {{Adjustment::none, {10, 20, 11, 9.9}},
-                 {Adjustment::forward, {5, 10, 11, 9.9}},
-                 {Adjustment::backward, {10, 20, 22, 19.8}}};
-    for (const auto& it : cases) {
-        const QList<Candle> days = adjusted(halved, it.adjustment);
-        QList<double> closes;
-        for (const Candle& candle : days) {
-            EXPECT_EQ(candle.low, candle.close);
-            closes << candle.close;
+    const std::pair<Adjustment, QList<double>> cases[] = {
+        {Adjustment::none, {10, 20, 11, 9.9}},
+        {Adjustment::forward, {5, 10, 11, 9.9}},
+        {Adjustment::backward, {10, 20, 22, 19.8}}};
+    for (const auto& [adjustment, closes] : cases) {
+        const QList<Candle> days = adjusted(halved, adjustment);
+        for (qsizetype at = 0; at < days.size(); ++at) {
+            EXPECT_EQ(days[at].close, closes[at]);
+            EXPECT_EQ(days[at].low, closes[at]);
         }
-        EXPECT_EQ(closes, it.closes);
         EXPECT_EQ(gainOf(days, 0), std::nullopt);
         EXPECT_NEAR(gainOf(days, 1).value_or(0), 100, 1e-9);
         EXPECT_NEAR(gainOf(days, 2).value_or(0), 10, 1e-9);
@@ -48,15 +44,12 @@ TEST(CandlesTest, AMeanNeedsAllItsDays) {
 }
 
 TEST(CandlesTest, TheAxisHasRoundValuesOfItsRange) {
-    const struct {
-        PriceRange range;
-        QList<double> values;
-    } cases[] = {{{9.3, 11.2}, {9.5, 10, 10.5, 11}},
-                 {{46.9, 62}, {50, 55, 60}},
-                 {{1688, 1695}, {1688, 1690, 1692, 1694}},
-                 {{5, 5}, {}}};
-    for (const auto& it : cases) {
-        EXPECT_EQ(roundValues(it.range), it.values) << it.range.low;
+    const std::pair<PriceRange, QList<double>> cases[] = {{{9.3, 11.2}, {9.5, 10, 10.5, 11}},
+                                                          {{46.9, 62}, {50, 55, 60}},
+                                                          {{1688, 1695}, {1688, 1690, 1692, 1694}},
+                                                          {{5, 5}, {}}};
+    for (const auto& [range, values] : cases) {
+        EXPECT_EQ(roundValues(range), values) << range.low;
     }
 }
 
@@ -102,14 +95,12 @@ TEST(VisibleDaysTest, StaysWithinTheDaysThereAre) {
 }
 
 TEST(DayLineTest, CountsTheMinutesOfTrading) {
-    const struct {
-        QTime time;
-        int minutes;
-    } cases[] = {{{9, 15}, 0},   {{9, 30}, 0},   {{9, 31}, 1},   {{11, 30}, 120}, {{12, 10}, 120},
-                 {{13, 0}, 120}, {{13, 1}, 121}, {{15, 0}, 240}, {{15, 30}, 240}};
-    for (const auto& it : cases) {
-        EXPECT_EQ(tradingMinute(it.time.hour() * 60 + it.time.minute()), it.minutes)
-            << it.time.toString().toStdString();
+    const std::pair<QTime, int> cases[] = {{{9, 15}, 0},    {{9, 30}, 0},    {{9, 31}, 1},
+                                           {{11, 30}, 120}, {{12, 10}, 120}, {{13, 0}, 120},
+                                           {{13, 1}, 121},  {{15, 0}, 240},  {{15, 30}, 240}};
+    for (const auto& [time, minutes] : cases) {
+        EXPECT_EQ(tradingMinute(time.hour() * 60 + time.minute()), minutes)
+            << time.toString().toStdString();
     }
 }
 
@@ -121,19 +112,15 @@ TEST(DayLineTest, AMeanThatIsNoPriceIsNone) {
 }
 
 TEST(DayLineTest, TheFormerCloseLiesInTheMiddleAndVolumeIsToldByTheMinute) {
-    const DayLine line = {QDate(2026, 11, 24),
-                          10,
-                          {{9 * 60 + 40, 10.5, 1000, 0},
-                           {11 * 60 + 30, 9, 3200, 0},
-                           {13 * 60 + 1, 9.9F, 3300, 0},
-                           {13 * 60 + 2, 9.9F, 3100, 0}}};
+    const QList<DayPoint> points = {
+        {580, 10.5, 1000, 0}, {690, 9, 3200, 0}, {781, 9.9F, 3300, 0}, {782, 9.9F, 3100, 0}};
+    const DayLine line = {QDate(2026, 11, 24), 10, points};
     EXPECT_EQ(pricesOf(line).low, 9);
     EXPECT_EQ(pricesOf(line).high, 11);
-    QList<double> volumes;
+    const QList<double> volumes = {100, 20, 100, 0};
     for (qsizetype point = 0; point < line.points.size(); ++point) {
-        volumes << volumePerMinute(line, point);
+        EXPECT_EQ(volumePerMinute(line, point), volumes[point]) << point;
     }
-    EXPECT_EQ(volumes, (QList<double>{100, 20, 100, 0}));
 }
 
 }  // namespace guanchao

@@ -11,12 +11,10 @@ TEST(DateTrioTest, DaysFollowTheMonth) {
         QString month;
         int days;
         QString dayAfter31, dayAfter29;
-    } cases[] = {
-        {u"1"_s, 31, u"31"_s, u"29"_s},
-        {u"2"_s, 28, u"28"_s, u"28"_s},
-        {u"11月"_s, 30, u"30"_s, u"29"_s},
-        {u"13"_s, 0, u"31"_s, u"29"_s},
-    };
+    } cases[] = {{u"1"_s, 31, u"31"_s, u"29"_s},
+                 {u"2"_s, 28, u"28"_s, u"28"_s},
+                 {u"11月"_s, 30, u"30"_s, u"29"_s},
+                 {u"13"_s, 0, u"31"_s, u"29"_s}};
     for (const auto& it : cases) {
         const QStringList days = daysOfMonth(it.month);
         EXPECT_EQ(days.size(), it.days) << it.month.toStdString();
@@ -27,10 +25,7 @@ TEST(DateTrioTest, DaysFollowTheMonth) {
 }
 
 TEST(DateTrioTest, TypedDatesRollOn) {
-    const struct {
-        DateTexts typed;
-        QString date;
-    } cases[] = {
+    const std::pair<DateTexts, QString> cases[] = {
         {{u"2016"_s, u"2"_s, u"29"_s}, u"2016-02-29"_s},
         {{u"2015"_s, u"2"_s, u"29"_s}, u"2015-03-01"_s},
         {{u"2015年"_s, u"14"_s, u"31"_s}, u"2016-03-02"_s},
@@ -39,8 +34,8 @@ TEST(DateTrioTest, TypedDatesRollOn) {
         {{u"2015"_s, u"-11"_s, u"1"_s}, u"2014-01-01"_s},
         {{u"9999"_s, u"12"_s, u"31"_s}, u"9999-12-31"_s},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(dateText(packDate(it.typed)), it.date);
+    for (const auto& [typed, date] : cases) {
+        EXPECT_EQ(dateText(packDate(typed)), date);
     }
     EXPECT_LT(packDate({}), QDate(1, 1, 1)) << "empty boxes lie before every article";
     for (const DateTexts& far : {DateTexts{u"9999"_s, u"13"_s, u"1"_s},

@@ -1,18 +1,15 @@
 // Files that take the place of others, where the disk takes no more.
 #include "base/files.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 #include <csignal>
 
 #include "base/activity.h"
+#include "tests/support/files.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -48,9 +45,7 @@ TEST(FilesTest, AFullDiskIsToldAndLeavesTheFormerFileWhateverTheLength) {
         EXPECT_THROW(replaceFile(path, QByteArray(length, 'x')), OperationError) << length;
         EXPECT_FALSE(tryToReplaceFile(path, QByteArray(length, 'x'))) << length;
     }
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "former");
+    EXPECT_EQ(contentOf(path), "former");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "nothing beside it";
 }
 

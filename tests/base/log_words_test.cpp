@@ -1,20 +1,11 @@
 #include "base/log_words.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
-using namespace Qt::Literals::StringLiterals;
-
-struct LoggedText {
-    QString text;
-    QString logged;
-};
-
 TEST(LogWordsTest, OfATextNothingIsKeptThatAUserMayHaveWritten) {
-    const QList<LoggedText> texts = {
+    const std::pair<QString, QString> texts[] = {
         {u"5400 / 5403 只"_s, u"5400 / 5403 只"_s},
         {u"主题“白酒”和“光伏”都在"_s, u"主题“…”都在"_s},
         {u"列表“短线没有了"_s, u"列表“…”"_s},
@@ -30,14 +21,14 @@ TEST(LogWordsTest, OfATextNothingIsKeptThatAUserMayHaveWritten) {
          u"找不到数据文件 …/dzhzhuti.mzdat"_s},
         {u"第一行\n第二行\x01"_s, u"第一行 第二行"_s},
     };
-    for (const LoggedText& it : texts) {
-        EXPECT_EQ(loggable(it.text), it.logged);
+    for (const auto& [text, logged] : texts) {
+        EXPECT_EQ(loggable(text), logged);
     }
     EXPECT_EQ(loggable(QString(5000, u'字')).size(), 301);
 }
 
 TEST(LogWordsTest, AReasonIsKeptAsFarAsItIsTheProgramsOwn) {
-    const QList<LoggedText> reasons = {
+    const std::pair<QString, QString> reasons[] = {
         {u"另一次计算正在进行，请等它结束或先停止它。"_s,
          u"另一次计算正在进行，请等它结束或先停止它。"_s},
         {u"磁盘空间不够：需要 12 MB"_s, u"磁盘空间不够：…"_s},
@@ -48,8 +39,8 @@ TEST(LogWordsTest, AReasonIsKeptAsFarAsItIsTheProgramsOwn) {
         {u"写不了 x.ini 时 /root/秘密（没有访问的权限）"_s, u"写不了 …（没有访问的权限）"_s},
         {u"std::bad_alloc"_s, u"std::bad_alloc"_s},
     };
-    for (const LoggedText& it : reasons) {
-        EXPECT_EQ(headOf(it.text), it.logged);
+    for (const auto& [reason, logged] : reasons) {
+        EXPECT_EQ(headOf(reason), logged);
     }
     EXPECT_TRUE(isOwnFile(u"dzhzhuti.mzdat-journal"_s));
     EXPECT_FALSE(isOwnFile(u"秘密dzhzhuti.mzdat"_s));

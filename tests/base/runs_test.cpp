@@ -6,7 +6,6 @@
 
 #include "base/later.h"
 #include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 

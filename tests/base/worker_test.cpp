@@ -9,7 +9,6 @@
 #include "base/activity.h"
 #include "base/runs.h"
 #include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -36,9 +35,7 @@ protected:
         }
     }
     void waitForItsEnd() {
-        while (runs_->running()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
+        until([this] { return !runs_->running(); });
     }
 
     QThread* here_ = QThread::currentThread();

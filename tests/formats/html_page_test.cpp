@@ -6,10 +6,7 @@
 namespace guanchao {
 
 TEST(HtmlPage, ShapesOfTables) {
-    const struct {
-        const char* page;
-        QList<HtmlTable> tables;
-    } cases[] = {
+    const std::pair<const char*, QList<HtmlTable>> cases[] = {
         {"", {}},
         {"<p>a</p>", {}},
         {"<TABLE></TABLE><table><tr></table>", {{}, {{}}}},
@@ -30,8 +27,8 @@ TEST(HtmlPage, ShapesOfTables) {
          {{{u"a bc"_s, QString(), u"1<2&'"_s, u"x\ny"_s, u"p\nq"_s}}}},
         {"<table><tr><td>a<!--x--><script>'<td>'</script><style>s</style></table>", {{{u"a"_s}}}},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(readHtmlPage(it.page).tables, it.tables) << it.page;
+    for (const auto& [page, tables] : cases) {
+        EXPECT_EQ(readHtmlPage(page).tables, tables) << page;
     }
 }
 

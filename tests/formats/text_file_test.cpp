@@ -6,7 +6,6 @@
 
 #include "formats/gbk.h"
 #include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -24,10 +23,7 @@ TEST(TextFile, ATextIsReadInItsEncoding) {
     const QString text = u"600000\t银行、“金融”😀\r\n"_s;
     const QString broken = u"\uFFFD"_s;
     const QByteArray mark = "\xEF\xBB\xBF";
-    const struct {
-        QByteArray bytes;
-        QString text, encoding;
-    } cases[] = {
+    const std::tuple<QByteArray, QString, QString> cases[] = {
         {gbkFromText(text), text, u"GBK"_s},
         {gbkFromText(text) + "\xFF" + gbkFromText(text), text + broken + text, u"GBK"_s},
         {gbkFromText(text) + "\xD2", text + broken, u"GBK"_s},
@@ -50,10 +46,10 @@ TEST(TextFile, ATextIsReadInItsEncoding) {
         {"plain", u"plain"_s, {}},
         {{}, {}, {}},
     };
-    for (const auto& it : cases) {
-        const ReadText read = readText(it.bytes);
-        EXPECT_EQ(read.text, it.text) << it.bytes.toHex().toStdString();
-        EXPECT_EQ(read.encoding, it.encoding) << it.bytes.toHex().toStdString();
+    for (const auto& [bytes, wanted, encoding] : cases) {
+        const ReadText read = readText(bytes);
+        EXPECT_EQ(read.text, wanted) << bytes.toHex().toStdString();
+        EXPECT_EQ(read.encoding, encoding) << bytes.toHex().toStdString();
     }
     EXPECT_TRUE(isBroken(readText(u"银行"_s.toUtf8().chopped(1)).text));
     EXPECT_EQ(linesOf(u"a\r\nb\nc\rd\r\n\r\ne\n"_s),

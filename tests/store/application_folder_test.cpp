@@ -6,7 +6,6 @@
 #include "store/stores.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -71,9 +70,7 @@ TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
     writeFile(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, "of a new version");
     installed().prepare();
 
-    const struct {
-        QString name, content;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {u"dzhzhuti.mzdat"_s, u"changed"_s},
         {u"services.ini"_s, u"changed"_s},
         {u"wenzhang.mzdat"_s, u"of a new version"_s},
@@ -82,25 +79,22 @@ TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
         {u"caijiqi"_s, u"1"_s},
         {u"guanchaotai"_s, u"1"_s},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(content(own(it.name)), it.content) << it.name.toStdString();
+    for (const auto& [name, wanted] : cases) {
+        EXPECT_EQ(content(own(name)), wanted) << name.toStdString();
     }
     EXPECT_TRUE(QFileInfo(own(u"caijiqi"_s)).isSymLink()) << "a copy would be taken for portable";
 }
 
 TEST_F(ApplicationFolderTest, WhatCannotBeWrittenIsNamed) {
-    const auto failure = [&]() -> QString {
-        const auto raised = raisedBy<OperationError>([&] { installed().prepare(); });
-        return raised.activity() + u'|' + raised.reason();
-    };
+    const auto failure = [&] { return raisedBy<OperationError>([&] { installed().prepare(); }); };
     writeFile(home_, "a file in the way");
-    EXPECT_TRUE(failure().startsWith(u"准备应用目录|无法写入 "_s + home_))
-        << failure().toStdString();
+    EXPECT_EQ(failure().activity(), u"准备应用目录"_s);
+    EXPECT_TRUE(begins(failure().reason(), u"无法写入 "_s + home_));
 
     QFile::remove(home_);
     const QString help = own(u"软件使用说明.html"_s);
     QDir().mkpath(help + u"/full"_s);
-    EXPECT_TRUE(failure().contains(help)) << failure().toStdString();
+    EXPECT_TRUE(holds(failure().reason(), help));
 }
 
 }  // namespace guanchao

@@ -1,22 +1,17 @@
 #include "store/dialect.h"
 
-#include <gtest/gtest.h>
-#include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
 
 class DialectTest : public ::testing::Test {
 protected:
-    struct Case {
-        const char* expression;
-        const char* value;
-    };
-    void expectValues(const std::vector<Case>& cases) {
-        for (const Case& it : cases) {
-            EXPECT_EQ(store_.rows(u"select "_s + QString::fromUtf8(it.expression)).value(0),
-                      QString::fromUtf8(it.value))
-                << it.expression;
+    // Expressions and their values.
+    void expectValues(const std::vector<std::pair<const char*, const char*>>& cases) {
+        for (const auto& [expression, value] : cases) {
+            EXPECT_EQ(store_.rows(u"select "_s + QString::fromUtf8(expression)).value(0),
+                      QString::fromUtf8(value))
+                << expression;
         }
     }
 

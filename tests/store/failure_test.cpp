@@ -2,7 +2,6 @@
 
 #include "base/files.h"
 #include "store/store_error.h"
-#include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
@@ -12,10 +11,7 @@ TEST(FailureTest, NamesItsCauseInChinese) {
     const QString path = store.stores.main.path;
     EXPECT_TRUE(failureText(StoreError(u"x"_s, path, {})).startsWith(u"操作没有完成。"_s));
     const Activity activity(u"更新行情数据"_s);
-    const struct {
-        StoreFault fault;
-        QString path, part;
-    } cases[] = {
+    const std::tuple<StoreFault, QString, QString> cases[] = {
         {StoreFault::busy, path, u"正被其他程序占用"_s},
         {StoreFault::notADatabase, path, u"密码不对，请用“数据”菜单的“恢复…”"_s},
         {StoreFault::full, path, u"磁盘已满，请腾出空间后再做"_s},
@@ -26,12 +22,12 @@ TEST(FailureTest, NamesItsCauseInChinese) {
         {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
         {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
     };
-    for (const auto& it : cases) {
+    for (const auto& [fault, file, part] : cases) {
         const QString text =
-            failureText(StoreError(u"words of the library"_s, it.path, u"select 1"_s, it.fault));
-        EXPECT_TRUE(text.startsWith(u"更新行情数据没有完成。"_s));
-        EXPECT_TRUE(text.contains(it.part)) << text.toStdString();
-        EXPECT_EQ(text.contains(u"words of the library"_s), it.fault == StoreFault::other);
+            failureText(StoreError(u"words of the library"_s, file, u"select 1"_s, fault));
+        EXPECT_TRUE(begins(text, u"更新行情数据没有完成。"_s));
+        EXPECT_TRUE(holds(text, part));
+        EXPECT_EQ(text.contains(u"words of the library"_s), fault == StoreFault::other);
     }
     EXPECT_TRUE(failureText(StoreError(u"表 dmb 的一行"_s, path, {}, StoreFault::full))
                     .endsWith(u"原因：表 dmb 的一行\n\n这一步没有写入任何数据。"_s));

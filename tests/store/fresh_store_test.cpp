@@ -2,8 +2,6 @@
 
 #include "base/activity.h"
 #include "store/connection.h"
-#include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
 #include "tests/support/test_stores.h"
 
 namespace guanchao {
