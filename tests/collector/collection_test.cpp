@@ -1,6 +1,5 @@
 #include "collector/collection.h"
 
-#include "base/activity.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -21,10 +20,9 @@ public:
     }
     QString laiyuan(int way) const override { return kinds.value(way); }
     std::optional<QString> nextRequest(const Item& item, const Asked& asked) const override {
-        return asked.pages.size() < pagesOfAnItem
-                   ? std::optional<QString>(u'/' + item.key +
-                                            QString::number(asked.pages.size() + 1))
-                   : std::nullopt;
+        const qsizetype page = asked.pages.size() + 1;
+        return page <= pagesOfAnItem ? std::optional(u"/%1%2"_s.arg(item.key).arg(page))
+                                     : std::nullopt;
     }
     std::optional<Fault> faultOf(const Item&, const Asked&, const QByteArray& page) const override {
         return page == "bad"      ? std::optional(Fault{FaultKind::unreadable, u"坏"_s})
@@ -71,22 +69,18 @@ protected:
         http_.answer = [](const QString& path) { return path.last(1).toUtf8(); };
     }
 
-    Collection& make() {
-        collection_ =
-            std::make_unique<Collection>(job_, store_.stores.heat, http_, clock_, pacing_, wait_);
-        return *collection_;
-    }
-    // The waits in milliseconds.
-    QList<int> run(Scope scope = Scope::rest) {
+    void run(Scope scope = Scope::rest) {
         waits_.clear();
         http_.paths.clear();
         http_.addresses.clear();
-        make().begin(scope);
+        collection_ =
+            std::make_unique<Collection>(job_, store_.stores.heat, http_, clock_, pacing_, wait_);
+        collection_->begin(scope);
         sleepers_.clear();
         runs_.start([this](std::stop_token stop) { return collection_->run(stop); });
         passTime();
-        return waits_;
     }
+    // The waits in milliseconds.
     QList<int> runToTheEnd(Scope scope = Scope::rest) {
         run(scope);
         EXPECT_TRUE(collection_->hasEnded());
@@ -145,12 +139,10 @@ TEST_F(CollectionTest, PageAfterPageWithAPauseBetweenAll) {
     EXPECT_EQ(http_.paths, (QStringList{u"/甲1"_s, u"/甲2"_s, u"/乙1"_s, u"/乙2"_s}));
     EXPECT_EQ(job_.written, (QStringList{u"甲12"_s, u"乙12"_s}));
     EXPECT_EQ(summary(), u"采集完成：共 2 项，写入 2 项，跳过 0 项。"_s);
-}
 
-TEST_F(CollectionTest, ARequestStandsThoughTheJobWouldDecideOtherwiseByThen) {
     onWait_ = [this](qsizetype waits) { job_.pagesOfAnItem = waits == 1 ? 1 : 2; };
     runToTheEnd();
-    EXPECT_EQ(http_.paths.first(2), (QStringList{u"/甲1"_s, u"/甲2"_s}));
+    EXPECT_EQ(http_.paths.value(1), u"/甲2"_s) << "though the job would decide otherwise by then";
     EXPECT_TRUE(collection_->tally().failures.isEmpty());
 }
 
@@ -239,14 +231,14 @@ TEST_F(CollectionTest, AHostThatLimitsRestsWhileTheOtherWorksAndIsGivenUpInTheEn
     runToTheEnd();
     EXPECT_EQ(job_.written.size(), 8) << "none has failed by it";
     EXPECT_LE(http_.addresses.filter(u"a/"_s).size(), 3);
-    EXPECT_TRUE(told.contains(u"验证码，1 秒后再试"_s)) << told.toStdString();
+    EXPECT_TRUE(holds(told, u"验证码，1 秒后再试"_s));
 
     job_.hosts = {u"a"_s};
     job_.written.clear();
     runToTheEnd();
     EXPECT_EQ(http_.paths.size(), 3) << "it is asked no more after two rests";
     EXPECT_EQ(collection_->state(), RunState::hopeless);
-    EXPECT_TRUE(summary().contains(u"（验证码）"_s)) << summary().toStdString();
+    EXPECT_TRUE(holds(summary(), u"（验证码）"_s));
     EXPECT_EQ(collection_->tally().failureWords(), u"失败 3 次：被限制 3"_s);
 }
 
@@ -295,7 +287,7 @@ TEST_F(CollectionTest, ARunEndsByWhatItFindsAndSaysSo) {
         http_.answer = it.answer;
         runToTheEnd();
         EXPECT_EQ(collection_->state(), it.end) << it.said.toStdString();
-        EXPECT_TRUE(summary().contains(it.said)) << summary().toStdString();
+        EXPECT_TRUE(holds(summary(), it.said));
     }
     EXPECT_EQ(job_.tries, 3) << "of 60 refused rows";
     EXPECT_EQ(http_.paths.size(), 3);
@@ -355,24 +347,16 @@ TEST_F(CollectionTest, PaceAndEndAreToldByTheTimeOfWorkAlone) {
 }
 
 TEST_F(CollectionTest, AStopEndsTheRunWhereverItWaits) {
-    struct Case {
-        const char* where;
-        std::function<void()> prepare;
-        qsizetype requests;
-    };
     job_.hosts = {u"a"_s, u"b"_s};
-    for (const Case& it : {
-             Case{"before a page", [this] { onWait_ = [this](qsizetype) { runs_.stop(); }; }, 2},
-             Case{"for a held store", [this] { job_.refusals = 9999; }, 4},
-         }) {
-        SCOPED_TRACE(it.where);
-        onWait_ = {};
-        job_.fault = StoreFault::busy;
-        it.prepare();
+    job_.fault = StoreFault::busy;
+    for (const bool beforeAPage : {true, false}) {
+        SCOPED_TRACE(beforeAPage ? "before a page" : "for a held store");
+        onWait_ = [&](qsizetype) { beforeAPage ? runs_.stop() : void(); };
+        job_.refusals = beforeAPage ? 0 : 9999;
         run();
         runs_.stop();
         EXPECT_FALSE(runs_.running());
-        EXPECT_EQ(http_.paths.size(), it.requests);
+        EXPECT_EQ(http_.paths.size(), beforeAPage ? 2 : 4);
         EXPECT_EQ(summary(), u"采集已停止：共 2 项，写入 0 项，跳过 0 项，没有采集 2 项。"_s);
         EXPECT_EQ(collection_->items()[0].state, ItemState::waiting);
         EXPECT_TRUE(collection_->tally().failures.isEmpty());

@@ -4,7 +4,7 @@
 
 #include "base/activity.h"
 #include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
+#include "tests/support/outcome_of.h"
 
 namespace guanchao {
 
@@ -36,10 +36,7 @@ TEST(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
 
 TEST(CollectorSettingsTest, WhatIsAmissIsNamed) {
     const QString utf16 = u"\ufeff[pace]\npause=1"_s;
-    const struct {
-        QByteArray file;
-        QString reason;
-    } cases[] = {
+    const std::pair<QByteArray, QString> cases[] = {
         {"[pace]\npause=three", u"caijiqi.ini 的 [pace] 里 pause=three：不是数字。"_s},
         {"[pace]\nretries=1,x", u"caijiqi.ini 的 [pace] 里 retries=x：不是数字。"_s},
         {"[pace]\npause=-5", u"caijiqi.ini 的 [pace] 里 pause=-5：不能小于 0。"_s},
@@ -59,12 +56,8 @@ TEST(CollectorSettingsTest, WhatIsAmissIsNamed) {
          u"第 1 行起：文件是 UTF-16 编码"_s},
     };
     for (const auto& it : cases) {
-        try {
-            settingsOf(it.file);
-            ADD_FAILURE() << it.file.toStdString();
-        } catch (const OperationError& failure) {
-            EXPECT_TRUE(failure.reason().contains(it.reason)) << failure.reason().toStdString();
-        }
+        const auto failure = raisedBy<OperationError>([&] { settingsOf(it.first); });
+        EXPECT_TRUE(holds(failure.reason(), it.second));
     }
 }
 

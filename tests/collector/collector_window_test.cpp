@@ -1,12 +1,10 @@
 #include "collector/collector_window.h"
 
 #include <QPlainTextEdit>
-#include <QProgressBar>
 
 #include "collector/commodities_job.h"
 #include "platform/qt_http_client.h"
 #include "tests/house/accessible_names.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/raw_service.h"
 #include "tests/support/window_test.h"
 
@@ -38,15 +36,7 @@ protected:
         window_->show();
     }
 
-    const ResultGrid& items() { return gridOf(*window_->findChild<GridView*>()); }
-    QStringList states() {
-        QStringList states;
-        for (int row = 1; row < items().rows(); ++row) {
-            states << items().textMatrix(row, 1) + items().textMatrix(row, 2) +
-                          items().textMatrix(row, 3);
-        }
-        return states;
-    }
+    QStringList states() { return rowTexts(gridOf(*window_->findChild<GridView*>())).mid(1); }
 
     void letRun(qsizetype requests) {
         until([&] { return http_.paths.size() >= requests; });
@@ -68,8 +58,8 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     window_->start();
     letRun(3);
     EXPECT_EQ(ends_, 1);
-    EXPECT_EQ(states(),
-              (QStringList{u"铜已写入"_s, u"铝已跳过网页没有读到：没有应答"_s, u"锌已写入"_s}));
+    EXPECT_EQ(states(), (QStringList{u"1|铜|已写入|"_s, u"2|铝|已跳过|网页没有读到：没有应答"_s,
+                                     u"3|锌|已写入|"_s}));
     EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。"_s);
     EXPECT_EQ(label(u"progressLabel"_s), u"已完成 3 / 3 项，剩余 0 项；读到 2 页，写入 2 行"_s);
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败 1 次：没有应答 1"_s);

@@ -50,11 +50,7 @@ TEST(EastmoneyHeadlines, AWordAndAPageAreAskedForAsTheServiceWantsIt) {
 TEST(EastmoneyHeadlines, WhatIsNoAnswerCountsAsNone) {
     const QByteArray twoHits =
         oneHit.chopped(3) + ',' + R"({"date":"2026-11-26 00:00:00","title":"x"}]}})";
-    const struct {
-        const char* what;
-        QByteArray body;
-        bool answers;
-    } cases[] = {
+    const std::tuple<const char*, QByteArray, bool> cases[] = {
         {"an answer", replyTo(1, oneHit), true},
         {"a true 0", replyTo(1, R"({"code":0,"hitsTotal":0,"result":{"cmsArticleWebOld":[]}})"),
          true},
@@ -78,9 +74,9 @@ TEST(EastmoneyHeadlines, WhatIsNoAnswerCountsAsNone) {
         {"a headline without a title", replyTo(1, with("白酒 涨", " ")), false},
         {"not newest first", replyTo(1, twoHits), false},
     };
-    for (const auto& it : cases) {
-        const HeadlinesPage page = EastmoneyHeadlines::read(it.body, word, 1);
-        EXPECT_EQ(page.fault.isEmpty(), it.answers) << it.what << page.fault.toStdString();
+    for (const auto& [what, body, answers] : cases) {
+        const HeadlinesPage page = EastmoneyHeadlines::read(body, word, 1);
+        EXPECT_EQ(page.fault.isEmpty(), answers) << what << page.fault.toStdString();
     }
     const Headline hit = EastmoneyHeadlines::read(replyTo(1, oneHit), word, 1).headlines.value(0);
     EXPECT_EQ(hit, (Headline{QDateTime(QDate(2026, 11, 24), QTime(9, 55)), u"白酒 涨"_s, u"时报"_s,

@@ -1,4 +1,3 @@
-#include "base/activity.h"
 #include "base/values.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
@@ -23,13 +22,7 @@ protected:
         store_.addCode(u"SZ000858"_s, u"五粮液"_s, 1, 1);
     }
 
-    static QStringList keys(const Job& job) {
-        QStringList keys;
-        for (const Item& item : job.items()) {
-            keys << item.key;
-        }
-        return keys;
-    }
+    static QStringList keys(const Job& job) { return textsOf(job.items(), &Item::key); }
 
     // With search pages, none of which has to be there for the path of the next.
     static QStringList requests(const Job& job, const Item& item) {
@@ -62,8 +55,7 @@ protected:
 
 TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
     runHeat(u"update canshu set guanzhudu=2,shopguanzhudu=4.5"_s);
-    runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',4)"_s);
-    runHeat(u"insert into shopname(shopname,guanzhudu) values('铝(锭)',5)"_s);
+    runHeat(u"insert into shopname(shopname,guanzhudu) values('铜',4),('铝(锭)',5)"_s);
     const RunOrder order = readRunOrder(store_.stores.heat, clock_);
     const ThemesJob themes(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(themes), (QStringList{u"5G(通信)"_s, u"白酒"_s}));
@@ -124,18 +116,14 @@ TEST_F(CollectorJobsTest, GrowthComparesWholeCountsOfOneKindOfServiceOnly) {
     for (const auto& it : cases) {
         const CountsWriter writer(store_.stores.heat, QDate::fromString(it.day, Qt::ISODate));
         writer.writeTheme(u"白'酒"_s, {{7, it.all, 20, 30, it.note}, u"白'酒"_s});
-        const QString where = u"'"_s + it.day + u"'"_s;
         EXPECT_EQ(heatRows(u"select onezhangfu,allzhangfu,zdyzhangfu from xinwenshul where"
-                           u" date(riqi)="_s +
-                           where),
+                           u" date(riqi)='%1'"_s.arg(it.day)),
                   QStringList{it.growths})
             << it.day.toStdString();
         if (it.day > u"2026-11-18"_s) {
             EXPECT_EQ(heatRows(u"select laiyuan,onexian,allxian,zdyxian from xinwenshuoming where"
-                               u" riqi="_s +
-                               where)
-                          .value(0),
-                      it.kept);
+                               u" riqi='%1'"_s.arg(it.day)),
+                      it.kept.isEmpty() ? QStringList() : QStringList{it.kept});
         }
     }
 }
@@ -203,12 +191,11 @@ TEST_F(CollectorJobsTest, WordsOfHeadlinesCompareWithThoseOfHeadlines) {
         CommoditiesJob job(store_.stores, order, settings_, {headlines, Service()}, clock_);
         const QString path = job.nextRequest(copper, {way, {}}).value();
         const QString call = path.section(u"cb="_s, 1).section(u'&', 0, 0);
-        const QString hits = said.isEmpty() ? QString()
-                                            : u"{\"date\":\"2026-11-24 09:55:00\",\"title\":"
-                                              u"\"%1\",\"content\":\"铜 涨跌\"}"_s.arg(said);
+        const QString hits =
+            uR"({"date":"2026-11-24 09:55:00","title":"%1","content":"铜 涨跌"})"_s.arg(said);
         const QString reply =
-            u"%1({\"code\":0,\"hitsTotal\":%2,\"result\":{"
-            u"\"cmsArticleWebOld\":[%3]}})"_s.arg(call, said.isEmpty() ? u"0"_s : u"9"_s, hits);
+            uR"(%1({"code":0,"hitsTotal":%2,"result":{"cmsArticleWebOld":[%3]}}))"_s.arg(
+                call, said.isEmpty() ? u"0"_s : u"9"_s, said.isEmpty() ? QString() : hits);
         const QByteArray page = (way == 0 ? reply : u"相关结果约1个"_s + said).toUtf8();
         EXPECT_FALSE(job.faultOf(copper, {way, {}}, page));
         EXPECT_FALSE(job.nextRequest(copper, {way, {page}}));
@@ -229,16 +216,13 @@ TEST_F(CollectorJobsTest, WordsOfHeadlinesCompareWithThoseOfHeadlines) {
 }
 
 TEST_F(CollectorJobsTest, TheDayIsThatOfTheLaunchUnlessThatHasPassed) {
-    const struct {
-        QString today;
-        QDate day;
-    } cases[] = {{u"2026-11-25 00:00:00"_s, QDate(2026, 11, 25)},
-                 {u"2026-11-23 00:00:00"_s, QDate(2026, 11, 24)},
-                 {{}, QDate(2026, 11, 24)}};
-    for (const auto& it : cases) {
-        runHeat(u"update canshu set zidinyinum=7,today="_s + quoted(it.today));
+    const std::pair<QString, QDate> cases[] = {{u"2026-11-25 00:00:00"_s, QDate(2026, 11, 25)},
+                                               {u"2026-11-23 00:00:00"_s, QDate(2026, 11, 24)},
+                                               {{}, QDate(2026, 11, 24)}};
+    for (const auto& [today, day] : cases) {
+        runHeat(u"update canshu set zidinyinum=7,today="_s + quoted(today));
         const RunOrder order = readRunOrder(store_.stores.heat, clock_);
-        EXPECT_EQ(order.day, it.day);
+        EXPECT_EQ(order.day, day);
         EXPECT_EQ(order.customDays, 0) << "the custom period is off";
     }
     runHeat(u"update canshu set iszidinyinum=1,zidinyinum=1e300"_s);
@@ -258,12 +242,12 @@ TEST_F(CollectorJobsTest, ItemsKnowTheirRowOfTheDayAndWhoCountedThemBefore) {
     write(24, u"5G(通信)"_s, u"eastmoney"_s, 0);
     write(24, u"冷门"_s, {}, 30);
     const auto known = [&] {
-        QStringList items;
         const RunOrder order = readRunOrder(store_.stores.heat, clock_);
-        for (const Item& it : ThemesJob(store_.stores, order, settings_, pages_, clock_).items()) {
-            items << it.key + (it.isDone ? u"|done|"_s : u"|"_s) + it.laiyuan.value_or(u"none"_s);
-        }
-        return items;
+        return textsOf(ThemesJob(store_.stores, order, settings_, pages_, clock_).items(),
+                       [](const Item& it) -> QString {
+                           return it.key + (it.isDone ? u"|done|"_s : u"|"_s) +
+                                  it.laiyuan.value_or(u"none"_s);
+                       });
     };
     EXPECT_EQ(known(), (QStringList{u"5G(通信)|done|"_s, u"白酒|eastmoney"_s, u"冷门|none"_s}));
     runHeat(u"update canshu set iszidinyinum=1,zidinyinum=30"_s);
@@ -279,10 +263,7 @@ TEST_F(CollectorJobsTest, TheCodeTableGainsNewCodesAndNewNamesAndLosesNothing) {
     const Initials initials({{u"银行"_s, u"yh"_s}});
     CodeTableJob job(store_.stores, clock_, initials, {Service()});
     const QList<Item> items = job.items();
-    QStringList all;
-    for (const Item& item : items) {
-        all << item.key.split(u',');
-    }
+    QStringList all = keys(job).join(u',').split(u',');
     EXPECT_EQ(all.size(), 14000);
     EXPECT_EQ(all.removeDuplicates(), 0);
     EXPECT_TRUE(all.contains(u"sz003999"_s) && all.contains(u"sh689999"_s));

@@ -10,10 +10,7 @@ namespace guanchao {
 
 TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
     const QString found = u"为您找到相关结果约12,345个"_s;
-    const struct {
-        QByteArray body;
-        std::optional<qint64> results;
-    } cases[] = {
+    const std::pair<QByteArray, std::optional<qint64>> cases[] = {
         {found.toUtf8(), 12345},
         {gbkFromText(found), 12345},
         {QByteArray("<meta charset=gb2312>") + gbkFromText(found), 12345},
@@ -36,10 +33,7 @@ TEST(SearchPageTest, TheNumberOfResultsIsReadWhateverThePageIsWrittenIn) {
 }
 
 TEST(SearchPageTest, WordsCountInTheVisibleTextOnly) {
-    const struct {
-        QString page, word;
-        int count;
-    } cases[] = {
+    const std::tuple<QString, QString, int> cases[] = {
         {u"<title>涨</title><style>.涨{}</style><!-- 涨 --><script>'<b>涨'</script>"_s, u"涨"_s, 0},
         {u"<a title=\"x>涨\">铜大<em>涨</em></a>，暴涨后涨"_s, u"涨"_s, 3},
         {u"铜大<em>涨</em>"_s, u"大涨"_s, 1},
