@@ -2,30 +2,20 @@
 #include <QTemporaryDir>
 
 #include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
-#include "tools/practice_market/practice_market.h"
+#include "tests/support/small_market.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 // The real program, on a practice market with all kinds.
 class LiveCheckTest : public ::testing::Test {
 protected:
-    struct Run {
-        int exitCode = 0;
-        QStringList rows;  // below the heading, blanks made one
-        QString end;
-    };
-
-    LiveCheckTest() { market_.start(); }
-
     QString section(const QString& name, const QString& rest) const {
         return u'[' + name + u"]\nhost="_s + market_.host() + u'\n' + rest + u'\n';
     }
 
-    // With those sections, and all others on the market.
-    Run check(const QString& quotes, const QString& history) const {
+    // With those sections, and all others on the market: its exit code. The rows stand below a
+    // heading, with single blanks.
+    int check(const QString& quotes, const QString& history) {
         QString ini = quotes + history;
         for (const QString& kind :
              {u"history.2/tencent"_s, u"history.3/eastmoney"_s, u"history.4/csv"_s,
@@ -43,41 +33,33 @@ protected:
         QProcess program;
         program.start(QStringLiteral(GUANCHAO_LIVE_CHECK), {u"--pause"_s, u"0"_s, folder_.path()});
         program.waitForFinished();
-        QStringList lines;
-        for (const QString& line :
-             QString::fromUtf8(program.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)) {
-            lines << line.simplified();
-        }
-        return {program.exitCode(), lines.mid(2, lines.size() - 3), lines.value(lines.size() - 1)};
+        const QString said = QString::fromUtf8(program.readAllStandardOutput());
+        rows_ = textsOf(said.split(u'\n', Qt::SkipEmptyParts).mid(2),
+                        [](const QString& line) { return line.simplified(); });
+        end_ = rows_.isEmpty() ? QString() : rows_.takeLast();
+        return program.exitCode();
     }
+    QStringList rowsWith(const QString& word) const { return rows_.filter(u' ' + word + u' '); }
 
-    static QStringList with(const QStringList& rows, const QString& word) {
-        return rows.filter(u' ' + word + u' ');
-    }
-
+    QStringList rows_;
+    QString end_;
     QTemporaryDir folder_;
-    PracticeMarket market_{
-        PracticeQuotes({{u"SH600036"_s, u"招商银行"_s}}),
-        [] { return QDateTime::currentDateTime(); },
-        PracticeBoards({{u"SH600036"_s, u"招商银行"_s}}, {{u"银行"_s, u"SH600036"_s}})};
+    SmallMarket market_{{{u"SH600036"_s, u"招商银行"_s}}, {{u"银行"_s, u"SH600036"_s}}};
 };
 
 TEST_F(LiveCheckTest, EachServiceIsAskedAndToldOnce) {
     const QString sina = section(u"quote"_s, u"kind=sina"_s);
     const QString tencent = section(u"quote.2"_s, u"kind=tencent"_s);
-    const QString history = section(u"history"_s, u"kind=sina"_s);
-    const Run run = check(sina + tencent, history);
-    EXPECT_EQ(run.exitCode, 0) << run.end.toStdString();
-    EXPECT_EQ(run.end, u"每一种用途都有网站应答。"_s);
-    EXPECT_EQ(run.rows.size(), 25);
-    EXPECT_EQ(with(run.rows, u"通"_s).size(), 25) << run.rows.join(u'\n').toStdString();
-    const QStringList days = run.rows.filter(u"历史行情（股票）"_s);
+    EXPECT_EQ(check(sina + tencent, section(u"history"_s, u"kind=sina"_s)), 0);
+    EXPECT_EQ(end_, u"每一种用途都有网站应答。"_s);
+    EXPECT_EQ(rows_.size(), 25);
+    EXPECT_EQ(rowsWith(u"通"_s), rows_);
+    const QStringList days = rows_.filter(u"历史行情（股票）"_s);
     ASSERT_EQ(days.size(), 4);
     for (const QString& row : days) {
         EXPECT_EQ(row.section(u' ', 5), days[0].section(u' ', 5)) << "all kinds tell the same";
     }
-    EXPECT_TRUE(
-        run.rows.filter(u"有分红"_s).first().contains(u"今天的因子 1.0472，2010-01-04 的 1"_s));
+    EXPECT_TRUE(holds(rows_.filter(u"有分红"_s).value(0), u"今天的因子 1.0472，2010-01-04 的 1"_s));
 }
 
 TEST_F(LiveCheckTest, AKindThatFailsIsToldAndOneThatAnswersIsEnough) {
@@ -86,22 +68,18 @@ TEST_F(LiveCheckTest, AKindThatFailsIsToldAndOneThatAnswersIsEnough) {
     const QString sina = section(u"quote"_s, u"kind=sina"_s);
     const QString tencent = section(u"quote.2"_s, u"kind=tencent\n"_s + right);
     const QString dead = u"[history]\nkind=sina\nhost=http://127.0.0.1:1\n"_s;
-    const Run one = check(sina + tencent, dead);
-    const QStringList failed = with(one.rows, u"不通"_s);
-    ASSERT_EQ(failed.size(), 3) << one.rows.join(u'\n').toStdString();
+    EXPECT_EQ(check(sina + tencent, dead), 0);
+    const QStringList failed = rowsWith(u"不通"_s);
+    ASSERT_EQ(failed.size(), 3) << rows_.join(u'\n').toStdString();
     EXPECT_TRUE(failed[0].endsWith(u"被拒绝（403）；应答开头：Kinsoku jikou desu!"_s));
-    EXPECT_TRUE(failed[1].startsWith(u"历史行情（股票） 不通 新浪 "_s));
+    EXPECT_TRUE(begins(failed[1], u"历史行情（股票） 不通 新浪 "_s));
     EXPECT_TRUE(failed[2].endsWith(u"http://127.0.0.1:1 连接不上：Connection refused"_s));
-    EXPECT_EQ(one.exitCode, 0);
 
     market_.setFault(MarketFault::errorPage);
-    const Run none = check(sina + right + u'\n' + tencent, dead);
-    EXPECT_EQ(none.exitCode, 1);
-    EXPECT_EQ(none.end, u"没有网站应答的用途：行情。"_s) << "fundamentals have the page";
-    EXPECT_TRUE(with(none.rows, u"不通"_s)[0].endsWith(
-        u"应答里没有行情；应答开头：<html><head><title>502 Bad Gateway</title></head><body><h1>502 "
-        u"Bad Gateway</h1><"_s))
-        << none.rows.join(u'\n').toStdString();
+    EXPECT_EQ(check(sina + right + u'\n' + tencent, dead), 1);
+    EXPECT_EQ(end_, u"没有网站应答的用途：行情。"_s) << "fundamentals have the page";
+    EXPECT_TRUE(holds(rowsWith(u"不通"_s).value(0),
+                      u"应答里没有行情；应答开头：<html><head><title>502 Bad Gateway</title>"_s));
 }
 
 }  // namespace guanchao

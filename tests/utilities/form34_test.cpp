@@ -2,8 +2,8 @@
 
 #include "platform/qt_http_client.h"
 #include "services/standard_file.h"
+#include "tests/support/small_market.h"
 #include "tests/support/window_test.h"
-#include "tools/practice_market/practice_market.h"
 
 namespace guanchao {
 
@@ -64,8 +64,7 @@ TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
           u"[quote.2]\nkind=tencent\n"_s);
     const auto* band = find<QLabel>(u"practiceBand"_s);
     EXPECT_TRUE(
-        band->text().endsWith(u"这些网站是真的，请在“工具 / 行情来源”里停用：行情（腾讯）"_s))
-        << band->text().toStdString();
+        band->text().endsWith(u"这些网站是真的，请在“工具 / 行情来源”里停用：行情（腾讯）"_s));
     EXPECT_FALSE(button(u"standard"_s)->isEnabled());
     mark(2);
     key(u"use"_s, Qt::Key_Space);
@@ -95,8 +94,7 @@ TEST_F(Form34Test, RealServicesWrittenByHandDontComeIntoAFolderForPractice) {
     writeFile(path_, byHand);
     open<Form34>();
     const auto* band = find<QLabel>(u"practiceBand"_s);
-    EXPECT_TRUE(band->text().endsWith(u"停用：行情（腾讯）、历史行情（新浪）"_s))
-        << band->text().toStdString();
+    EXPECT_TRUE(holds(band->text(), u"停用：行情（腾讯）、历史行情（新浪）"_s));
     EXPECT_THROW(click(u"down"_s), OperationError);
     mark(2);
     EXPECT_THROW(click(u"up"_s), OperationError);
@@ -142,9 +140,7 @@ TEST_F(Form34Test, HowEachHasAnsweredIsShownWhileTheWindowIsOpen) {
 }
 
 TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
-    PracticeMarket market(PracticeQuotes({{u"SH600036"_s, u"招商银行"_s}}),
-                          [] { return QDateTime(QDate(2026, 11, 24), QTime(10, 0)); });
-    market.start();
+    const SmallMarket market({{u"SH600036"_s, u"招商银行"_s}});
     const QString host = u"host="_s + market.host() + u'\n';
     QString ini = u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
                   u"[fundamentals]\nkind=sina\n"_s + host;
@@ -155,8 +151,7 @@ TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
     click(u"test"_s);
     EXPECT_TRUE(button(u"stop"_s)->isVisible());
     until([this] { return !grid().textMatrix(1, 8).isEmpty(); });
-    EXPECT_TRUE(grid().textMatrix(1, 8).contains(u"毫秒：2 行：招商银行"_s))
-        << grid().textMatrix(1, 8).toStdString();
+    EXPECT_TRUE(holds(grid().textMatrix(1, 8), u"毫秒：2 行：招商银行"_s));
     EXPECT_FALSE(button(u"test"_s)->isEnabled()) << "the others are still to come";
     until([this] { return button(u"test"_s)->isEnabled(); });
     EXPECT_EQ(grid().textMatrix(2, 8), QString()) << "switched off";

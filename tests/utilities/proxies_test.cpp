@@ -48,14 +48,13 @@ protected:
 TEST_F(ProxiesTest, RefusalsChangeNothing) {
     const QString noServer = u"观潮台|代理服务器地址为空！"_s;
     const QString noPort = u"观潮台|代理服务器端口不正确！"_s;
-    const struct {
-        QString server, port, words;
-    } cases[] = {{{}, u"0"_s, noServer}, {u"s"_s, u"a"_s, noPort}, {u"s"_s, u"0.5"_s, noPort}};
-    for (const auto& it : cases) {
-        const Proxy typed = proxy(u"3"_s, it.server, it.port, true);
+    const std::tuple<QString, QString, QString> cases[] = {
+        {{}, u"0"_s, noServer}, {u"s"_s, u"a"_s, noPort}, {u"s"_s, u"0.5"_s, noPort}};
+    for (const auto& [server, port, words] : cases) {
+        const Proxy typed = proxy(u"3"_s, server, port, true);
         EXPECT_FALSE(proxies_.add(typed));
         EXPECT_FALSE(proxies_.modify(typed));
-        EXPECT_EQ(told(), QStringList({it.words, it.words})) << it.port.toStdString();
+        EXPECT_EQ(told(), QStringList({words, words})) << port.toStdString();
     }
     EXPECT_FALSE(proxies_.modify(proxy({}, u"s"_s, u"1"_s, true)));
     EXPECT_FALSE(proxies_.remove({}));
@@ -88,10 +87,7 @@ TEST_F(ProxiesTest, ADownloadThatBringsNoListChangesNothing) {
     const QString failed = u"观潮台|找不到服务器,请稍后再试!"_s;
     const QString done = u"观潮台|下载代理服务器列表完成！"_s;
     const QString list = u"<table><tr><td>a<tr><td>b</table>"_s;
-    const struct {
-        std::optional<QString> page;
-        QString words;
-    } cases[] = {
+    const std::pair<std::optional<QString>, QString> cases[] = {
         {std::nullopt, failed},
         {u"<title>找不到服务器</title>"_s + list, failed},
         {list + u"<h1>无法<b>找到该页</b></h1>"_s, failed},
@@ -100,9 +96,9 @@ TEST_F(ProxiesTest, ADownloadThatBringsNoListChangesNothing) {
         {u"<table><tr><td>a</table>"_s + list, done},
         {u"<table></table>"_s + list, done},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(download(it.page), it.words == done);
-        EXPECT_EQ(told(), QStringList{it.words}) << it.page.value_or(u"no answer"_s).toStdString();
+    for (const auto& [page, words] : cases) {
+        EXPECT_EQ(download(page), words == done);
+        EXPECT_EQ(told(), QStringList{words}) << page.value_or(u"no answer"_s).toStdString();
     }
     EXPECT_EQ(http_.addresses.first(), u"http://vendor/chaoxin/dlfwq.htm"_s);
     refuseWrites();

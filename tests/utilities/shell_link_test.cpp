@@ -4,7 +4,6 @@
 #include <QTemporaryDir>
 
 #include "tests/support/files.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 

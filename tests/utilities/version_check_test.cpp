@@ -5,7 +5,6 @@
 
 #include "formats/gbk.h"
 #include "tests/support/fakes.h"
-#include "tests/support/qt_printers.h"
 
 namespace guanchao {
 
@@ -26,10 +25,7 @@ struct VersionChecked {
 };
 
 TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
-    const struct {
-        std::optional<QByteArray> reply;
-        bool newer;
-    } cases[] = {
+    const std::pair<std::optional<QByteArray>, bool> cases[] = {
         {std::nullopt, false},
         {QByteArray(), false},
         {QByteArray("<html>404</html>"), false},
@@ -40,15 +36,14 @@ TEST(VersionCheck, SpeaksOnlyOfANewerVersion) {
         {"\xEF\xBB\xBF[chaoxin]\nbanben=\"3.8\"\ndownurl='http://x/?a=b;c,d'\n"_ba, true},
         {gbkFromText(u"[ChaoXin]\nbanben = 3.8 版\ndownurl=http://x/?a=b;c,d\n"_s), true},
     };
-    for (const auto& it : cases) {
-        VersionChecked done(it.reply);
+    for (const auto& [reply, newer] : cases) {
+        VersionChecked done(reply);
         EXPECT_EQ(done.http.paths, QStringList{u"/chaoxin/banbenupdate.txt"_s});
-        EXPECT_EQ(QFile::exists(done.folder.filePath(u"banben.ini"_s)), it.reply.has_value());
+        EXPECT_EQ(QFile::exists(done.folder.filePath(u"banben.ini"_s)), reply.has_value());
         const QStringList told =
-            it.newer ? QStringList{u"观潮台|发现软件有新的版本，请前去下载！"_s} : QStringList();
+            newer ? QStringList{u"观潮台|发现软件有新的版本，请前去下载！"_s} : QStringList();
         EXPECT_EQ(done.dialogs.shown, told);
-        EXPECT_EQ(done.shell.opened,
-                  it.newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
+        EXPECT_EQ(done.shell.opened, newer ? QStringList{u"http://x/?a=b;c,d"_s} : QStringList());
     }
     EXPECT_FALSE(
         QFile::exists(VersionChecked(QByteArray(70000, 'x')).folder.filePath(u"banben.ini"_s)));
