@@ -2,30 +2,25 @@
 // campaign_readers NAME SEED FIRST LAST FOLDER feeds one of them and writes a line for each harm.
 // The input that is under way lies in FOLDER/NAME-SEED.input for who finds this process dead;
 // SIGPROF ends it where one takes half a minute.
-#include <sys/mman.h>
 #include <sys/time.h>
 
 #include <QApplication>
-#include <QFile>
 #include <algorithm>
-#include <cstring>
 #include <ctime>
 #include <iostream>
 #include <typeinfo>
 
 #include "tests/campaign/garbler.h"
 #include "tests/campaign/outside_reader.h"
+#include "tests/support/files.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // A second without the sanitizers, which make the slowest inputs two to five times as slow.
 constexpr double mostSeconds = 3;
 constexpr time_t secondsOfAHang = 30;
-constexpr qsizetype roomForInput = 4 << 20;
 
 // Of this process, so that a busy machine is no finding.
 double processorSeconds() {
@@ -33,32 +28,6 @@ double processorSeconds() {
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
-
-// A file in memory, which outlives this process however it ends: round, size, input.
-class UnderWay {
-public:
-    explicit UnderWay(const QString& path) : file_(path) {
-        if (file_.open(QIODevice::ReadWrite) && file_.resize(roomForInput)) {
-            memory_ = reinterpret_cast<char*>(file_.map(0, roomForInput));
-        }
-        if (!memory_) {
-            throw std::runtime_error("no place for the input that is under way");
-        }
-    }
-
-    void begin(quint32 round, const QByteArray& input) {
-        const auto size = static_cast<quint32>(input.size());
-        std::memcpy(memory_, &round, sizeof round);
-        std::memcpy(memory_ + sizeof round, &size, sizeof size);
-        std::memcpy(memory_ + sizeof round + sizeof size, input.constData(), size);
-        const itimerval hang{{0, 0}, {secondsOfAHang, 0}};
-        setitimer(ITIMER_PROF, &hang, nullptr);
-    }
-
-private:
-    QFile file_;
-    char* memory_ = nullptr;
-};
 
 // Empty if the reader did what it may.
 std::string harmOf(const OutsideReader& reader, const QByteArray& input) {
@@ -78,13 +47,15 @@ void feed(const OutsideReader& reader, quint32 seed, quint32 first, quint32 last
     const QString name =
         folder + u'/' + QString::fromLatin1(reader.name) + u'-' + QString::number(seed);
     const Garbler garbler(reader.wellFormed, reader.name, seed);
-    UnderWay underWay(name + u".input"_s);
     for (const QByteArray& input : reader.wellFormed) {
         harmOf(reader, input);  // what is made once is made before time is taken
     }
     for (quint32 round = first; round < last; ++round) {
         const QByteArray input = garbler.input(round);
-        underWay.begin(round, input);
+        // In a file in memory, which outlives this process however it ends.
+        writeFile(name + u".input"_s, QByteArray::number(round) + '\n' + input);
+        const itimerval hang{{0, 0}, {secondsOfAHang, 0}};
+        setitimer(ITIMER_PROF, &hang, nullptr);
         const double before = processorSeconds();
         std::string harm = harmOf(reader, input);
         const double took = processorSeconds() - before;
@@ -92,10 +63,7 @@ void feed(const OutsideReader& reader, quint32 seed, quint32 first, quint32 last
             harm = std::to_string(input.size()) + " 字节用了 " + std::to_string(took) + " 秒";
         }
         if (!harm.empty()) {
-            QFile file(name + u'-' + QString::number(round));
-            if (file.open(QIODevice::WriteOnly)) {
-                file.write(input);
-            }
+            writeFile(name + u'-' + QString::number(round), input);
             std::ranges::replace(harm, '\n', ' ');
             std::cout << round << '\t' << harm << std::endl;
         }

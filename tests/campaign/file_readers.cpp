@@ -19,7 +19,6 @@
 #include "tests/campaign/outside_reader.h"
 #include "tests/support/fakes.h"
 #include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "themes/block_file.h"
 #include "tools/history_builder/day_source.h"
 #include "tools/history_builder/theme_members.h"
@@ -28,8 +27,6 @@
 #include "utilities/version_check.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -96,11 +93,8 @@ void readBlockLines(const QByteArray& bytes) {
         }
     }
     const QByteArray written = blockBytes(u"x.EBK"_s, codes);
-    QStringList again;
-    for (const BlockStock& it : readBlock(linesOf(QString::fromLatin1(written))).stocks) {
-        again << it.code;
-    }
-    requireSense(again == codes, "代码写出再读成了别的");
+    const BlockFile again = readBlock(linesOf(QString::fromLatin1(written)));
+    requireSense(textsOf(again.stocks, &BlockStock::code) == codes, "代码写出再读成了别的");
 }
 
 void readTyped(const QByteArray& bytes) {
@@ -228,9 +222,8 @@ void writeLauncher(const QString& folder, const QByteArray& bytes) {
 }  // namespace
 
 QList<OutsideReader> fileReaders(const QString& folder) {
-    const auto at = [folder](const char* file, void (*read)(const QString&, const QByteArray&)) {
-        const QString path = *file ? folder + u'/' + QString::fromLatin1(file) : folder;
-        return [=](const QByteArray& bytes) { read(path, bytes); };
+    const auto at = [folder](const QString& file, void (*read)(const QString&, const QByteArray&)) {
+        return [=](const QByteArray& bytes) { read(folder + file, bytes); };
     };
     const QString themes = u"SH600519\t白酒\t消费\n000001 银行,保险\n白酒：600519、000858\n"_s;
     const QString blocks =
@@ -260,16 +253,16 @@ QList<OutsideReader> fileReaders(const QString& folder) {
         {"numbers", "键入的数字", 60000, false, {numbers, "１２", " 7 "}, readTyped},
         {"names", "简称的声母", 30000, false, inAllEncodings(u"*ST中安 贵州茅台 重庆银行"_s),
          readName},
-        {"ini", "read.ini", 35000, false, inAllEncodings(ini), at("read.ini", readIni)},
-        {"services", "services.ini", 30000, false, {services}, at("s.ini", readServicesFile)},
-        {"collector", "caijiqi.ini", 30000, true, {collector}, at("c.ini", readCollector)},
-        {"seeds", "初始数据", 25000, true, {seeds}, at("s.csv", readSeeds)},
-        {"history", "日线 CSV", 35000, true, {days}, at("d.csv", readHistory)},
+        {"ini", "read.ini", 35000, false, inAllEncodings(ini), at(u"/read.ini"_s, readIni)},
+        {"services", "services.ini", 30000, false, {services}, at(u"/s.ini"_s, readServicesFile)},
+        {"collector", "caijiqi.ini", 30000, true, {collector}, at(u"/c.ini"_s, readCollector)},
+        {"seeds", "初始数据", 25000, true, {seeds}, at(u"/s.csv"_s, readSeeds)},
+        {"history", "日线 CSV", 35000, true, {days}, at(u"/d.csv"_s, readHistory)},
         {"members", "主题成员 CSV", 25000, true, inAllEncodings(u"zhutiname,dm\n白酒,SH600519\n"_s),
-         at("m.csv", readMembers)},
-        {"drafts", "草稿", 25000, true, {draft}, at("", readDraft)},
-        {"version", "版本文件", 30000, false, inAllEncodings(version), at("", readVersion)},
-        {"launchers", "快捷方式的路径", 10000, false, {program}, at("", writeLauncher)},
+         at(u"/m.csv"_s, readMembers)},
+        {"drafts", "草稿", 25000, true, {draft}, at({}, readDraft)},
+        {"version", "版本文件", 30000, false, inAllEncodings(version), at({}, readVersion)},
+        {"launchers", "快捷方式的路径", 10000, false, {program}, at({}, writeLauncher)},
     };
 }
 

@@ -70,8 +70,7 @@ QList<QByteArray> pictures() {
 
 void requireFigures(const QStringList& shown) {
     for (const QString& text : shown) {
-        const bool none = text.contains(u"nan"_s) || text.contains(u"inf"_s);
-        requireSense(!none, "显示了没有尽头的数");
+        requireSense(!text.contains(u"nan"_s) && !text.contains(u"inf"_s), "显示了没有尽头的数");
     }
 }
 
@@ -137,10 +136,9 @@ void readDays(const QString& kind, const QByteArray& bytes) {
     const QString dm = u"SH600000"_s;
     const BarRange range{dm, QDate(2000, 1, 1), now.date(), now};
     for (const DayBar& it : checkedBars(barKind(kind)->read(bytes, dm), range).bars) {
-        const bool finite = std::isfinite(it.open) && std::isfinite(it.high) &&
-                            std::isfinite(it.low) && std::isfinite(it.close) &&
-                            std::isfinite(it.volume);
-        requireSense(it.day.isValid() && finite, "把不是一天的行当成了一天");
+        for (const double figure : {it.open, it.high, it.low, it.close, it.volume}) {
+            requireSense(it.day.isValid() && std::isfinite(figure), "把不是一天的行当成了一天");
+        }
     }
 }
 
@@ -215,13 +213,10 @@ QByteArray headlinesOfCopper() {
 
 void requireWholeCharacters(QStringView text) {
     for (qsizetype at = 0; at < text.size(); ++at) {
-        if (!text[at].isSurrogate()) {
-            continue;
+        if (text[at].isSurrogate()) {
+            const bool isFirst = text[at].isHighSurrogate() && ++at < text.size();
+            requireSense(isFirst && text[at].isLowSurrogate(), "半个字符");
         }
-        const bool whole =
-            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
-        requireSense(whole, "半个字符");
-        ++at;
     }
 }
 

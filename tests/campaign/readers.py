@@ -4,7 +4,6 @@ campaign_readers with seeds of their own. An input that harms is kept in DEV/cam
 import os
 import shutil
 import signal
-import struct
 import subprocess
 import tempfile
 from concurrent.futures import ThreadPoolExecutor
@@ -53,7 +52,8 @@ def feed(program, kept, name, seed, times):
             if ended.returncode == 0:
                 begin = times
                 break
-            died, text = under_way(Path(folder, f"{name}-{seed}.input"))
+            number, _, text = Path(folder, f"{name}-{seed}.input").read_bytes().partition(b"\n")
+            died = int(number)
             Path(folder, f"{name}-{seed}-{died}").write_bytes(text)
             shutil.copy(errors, kept / f"{name}-{seed}-{died}.stderr")
             what = "半分钟没有读完" if ended.returncode == -signal.SIGPROF else "程序倒下"
@@ -66,12 +66,6 @@ def feed(program, kept, name, seed, times):
 
 def told(name, seed, number, words):
     return f"{name} 种子 {seed} 第 {number} 个：{words}"
-
-
-def under_way(file):
-    content = file.read_bytes()
-    number, size = struct.unpack_from("=II", content)
-    return number, content[8:8 + size]
 
 
 def summary(file):

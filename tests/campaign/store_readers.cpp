@@ -17,14 +17,10 @@
 #include "store/prepared_stores.h"
 #include "tests/campaign/outside_reader.h"
 #include "tests/support/fakes.h"
-#include "tests/support/files.h"
-#include "tests/support/outcome_of.h"
 #include "tests/support/test_stores.h"
 #include "utilities/proxies.h"
 
 namespace guanchao {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -48,8 +44,7 @@ TestStores& made() {
 }
 
 qint64 numberIn(const StoreFile& store, const QString& query) {
-    Connection connection = store.open();
-    return Recordset(connection, query).value(0).toInteger();
+    return TestStores::rows(store, query)[0].toLongLong();
 }
 
 FakeHttp answering(const QByteArray& bytes) {
@@ -128,15 +123,6 @@ int imported(const StoreFile& file) {
     return mergeLibrary(stores, file.path, date, work);
 }
 
-void requireWholeTexts(const QString& query) {
-    Connection connection = made().stores.main.open();
-    for (Recordset rows(connection, query); !rows.atEnd(); rows.moveNext()) {
-        for (int field = 0; field < rows.fieldCount(); ++field) {
-            requireWholeCharacters(rows.value(field).toText());
-        }
-    }
-}
-
 void importLibrary(const StoreFile& file) {
     const auto empty = qScopeGuard([] {
         made().run({u"delete from dzhzhuti"_s,
@@ -144,8 +130,9 @@ void importLibrary(const StoreFile& file) {
     });
     imported(file);
     requireSense(imported(file) == 0, "再导入一次又多了行");
-    requireWholeTexts(u"select * from dzhzhuti"_s);
-    requireWholeTexts(u"select * from dmb"_s);
+    for (const QString& table : {u"dzhzhuti"_s, u"dmb"_s}) {
+        requireWholeCharacters(made().rows(u"select * from "_s + table).join(u' '));
+    }
 }
 
 // Of articles or news.
@@ -168,7 +155,6 @@ void importNewsFile(const StoreFile& file) {
     importPicked(file, made().stores.heat, importNews,
                  {u"xinwenshul"_s, u"shophq"_s, u"shopname"_s});
 }
-
 void importArticleFile(const StoreFile& file) {
     importPicked(file, made().stores.article, importArticles, {u"wenzhang"_s});
 }
