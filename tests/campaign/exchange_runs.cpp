@@ -2,12 +2,31 @@
 #include "exchange/article_import.h"
 #include "exchange/board_import.h"
 #include "exchange/code_table_update.h"
+#include "exchange/earlier_folder.h"
 #include "exchange/news_import.h"
 #include "exchange/restore.h"
+#include "exchange/user_files.h"
 #include "store/patience.h"
 #include "tests/campaign/job_desk.h"
 
 namespace guanchao {
+
+namespace {
+
+// Gives the folder that keeps what they were.
+QCoro::Task<QString> replaceStores(JobDesk& it, CopyChoice choice, Stop stop) {
+    const auto prepare = [&it, choice](ExchangeWork& work) {
+        return prepareRestore(it.stores, copiesFolder(it.folder), choice, it.clock.now(), work);
+    };
+    const QString name = choice.activity();
+    const std::optional<ReadyStores> ready = co_await it.exchange.run(name, prepare, stop);
+    const auto take = [&it, &ready] { takeTheirPlace(it.stores, *ready); };
+    co_await patiently(take, stop);
+    dropReady(*ready);
+    co_return QString(ready->kept);
+}
+
+}  // namespace
 
 std::map<QString, Run> exchangeRuns() {
     return {
@@ -52,15 +71,16 @@ std::map<QString, Run> exchangeRuns() {
         // The copy that the argument names.
         {u"restore"_s,
          [](JobDesk& it, Stop stop) -> QCoro::Task<> {
-             const auto prepare = [&it](ExchangeWork& work) {
-                 return prepareRestore(it.stores, copiesFolder(it.folder),
-                                       {it.argument(), allCopied}, it.clock.now(), work);
-             };
-             const std::optional<ReadyStores> ready =
-                 co_await it.exchange.run(u"恢复"_s, prepare, stop);
-             const auto take = [&it, &ready] { takeTheirPlace(it.stores, *ready); };
-             co_await patiently(take, stop);
-             dropReady(*ready);
+             const CopyChoice choice = {it.argument(), allCopied};
+             const QString kept = co_await replaceStores(it, choice, stop);
+         }},
+        // The folder of the argument.
+        {u"take_over"_s,
+         [](JobDesk& it, Stop stop) -> QCoro::Task<> {
+             const EarlierFolder earlier = lookIntoFolder(it.stores, it.folder, it.argument());
+             const CopyChoice choice = earlier.choice();
+             const QString kept = co_await replaceStores(it, choice, stop);
+             bringUserFiles(earlier.path, it.folder, kept);
          }},
         // All themes.
         {u"remove"_s, [](JobDesk& it, Stop stop) { return it.themeImport.deleteAll(stop); }},

@@ -35,6 +35,7 @@ OPERATIONS = (
     ("update_codes", (), "更新代码表", "whole"),
     ("copy", (), "每日备份", "whole"),
     ("restore", ("2026-11-20",), "恢复", "whole"),
+    ("take_over", ("{given}/earlier",), "接管文件夹", "whole"),
     ("remove", (), "删除全部主题", "whole"),
     ("undo", (), "删除全部主题再撤消", "steps"),
     ("history", ("银行",), "与大盘对比", "parts"),
@@ -85,6 +86,8 @@ def furnish(practice):
     practice.job("export", "{exports}")
     practice.job("copy")
     (practice.folder / "备份/2026-11-24").rename(practice.folder / "备份/2026-11-20")
+    shutil.copytree(practice.folder, practice.given / "earlier")
+    (practice.given / "earlier/回测.ini").write_text("[earlier]\n")
     practice.statement(MAIN, "update dzhzhuti set guanzhudu=guanzhudu+1")
     practice.keep("fresh")
 

@@ -4,6 +4,7 @@ unit; the next run gives what it would have given without the kill."""
 
 import math
 import random
+import shutil
 import time
 from collections import Counter
 from pathlib import Path
@@ -43,6 +44,7 @@ OPERATIONS = [
         ("dzhzhuti.mzdat", "update dmb set dm='SH609'||substr(dm,6) where dm like 'SH60000%'")]),
     ("每日备份", ["copy"], FOLDER, []),
     ("恢复备份", ["restore", "2026-11-24"], FOLDER, [["copy"], ["remove"], ["article", "三"]]),
+    ("接管文件夹", ["take_over", "{given}/earlier"], FOLDER, [["remove"]]),
     ("删除所有主题", ["remove"], FOLDER, []),
     # What is removed can't be taken back by another process.
     ("删除后撤消", ["undo"], FOLDER, [], ["remove"]),
@@ -100,6 +102,7 @@ def fill(practice):
         "".join(f"{code}\t{'、'.join(it)}\r\n" for code, it in names.items()))
     (practice.given / "blocks.EBK").write_text("\r\n1600000\r\n0000001\r\n1600519\r\n")
     practice.collector()
+    shutil.copytree(practice.folder, practice.given / "earlier")
     practice.keep("fresh")
 
 
