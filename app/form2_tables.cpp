@@ -15,8 +15,8 @@ namespace {
 // Of so many in the store none has more attention than the threshold.
 QString noThemesWords(int themes, const QString& threshold) {
     if (themes == 0) {
-        return u"还没有主题\n\n“帮助 / 开始使用…”带您填好；\n"
-               "也可以用“数据 / 导入主题”或“主题 / 导入概念板块”"_s;
+        return u"还没有主题\n\n用“帮助 / 开始使用…”填好，\n"
+               "或用“数据 / 导入主题”、\n“主题 / 导入概念板块”"_s;
     }
     const double attention = numericPrefix(threshold);
     return u"%1 个主题的关注度不大于 %2\n\n%3，再按 F5"_s.arg(themes).arg(

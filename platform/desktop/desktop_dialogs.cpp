@@ -102,11 +102,19 @@ QMessageBox* newBox(QMessageBox::Icon icon, const QString& title, const QString&
     return box;
 }
 
+// In the narrow box that the toolkit makes of it, with the buttons.
+bool isTooHigh(const QMessageBox& box, const QString& words) {
+    constexpr QRect narrow(0, 0, 360, 0);
+    constexpr int besides = 140;
+    const QRect lines = box.fontMetrics().boundingRect(narrow, Qt::TextWordWrap, words);
+    return lines.height() + besides > box.screen()->availableSize().height();
+}
+
 // A long text scrolls, so that the buttons of its box stay on the screen. It breaks anywhere: a
 // list of codes has no blanks.
 void scrollLongText(QMessageBox& box, const QString& words) {
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
-    if (words.size() <= longestShownMessage || !label) {
+    if (!label || (words.size() <= longestShownMessage && !isTooHigh(box, words))) {
         return;
     }
     auto* text = new QPlainTextEdit(shortened(words, longestScrolled), &box);
@@ -219,7 +227,9 @@ void DesktopDialogs::tellFailure(const QString& text) {
 }
 
 QCoro::Task<bool> DesktopDialogs::ask(std::stop_token stop, QString text, QString title) {
-    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, withShortMiddle(text)));
+    const QString words = withShortMiddle(text);
+    const Shown<QMessageBox> box(newBox(QMessageBox::Information, title, words));
+    scrollLongText(*box, words);
     QPushButton* ok = addButton(*box, u"确定"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = addButton(*box, u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(ok);

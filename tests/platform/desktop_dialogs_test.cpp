@@ -78,6 +78,11 @@ TEST_F(DesktopDialogsTest, ALongTextScrollsAndOneWithoutEndIsCut) {
         EXPECT_EQ(standing()->windowTitle().size(), 200);
         standing()->close();
     }
+    onceOpen<QMessageBox>([](QMessageBox& box) {
+        EXPECT_LE(box.height(), box.screen()->availableSize().height());
+        QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    });
+    EXPECT_TRUE(QCoro::waitFor(dialogs_.ask({}, u"行\n"_s.repeated(100) + u"要吗?"_s, u"问"_s)));
     dialogs_.tellFailure(endless);
     dialogs_.tellFailure(endless);
     EXPECT_LT(shownWindows<QMessageBox>().first()->text().size(), 2100);
