@@ -106,7 +106,7 @@ TEST_F(BacktestTest, ABuyAndItsSale) {
         // 1.02*0.99*0.97/(1.01*1.01)
         {"costs", {still, still, up}, costs, u"1@10 3@10.2 持有到期 -3.98"_s},
         {"not on the first day", {dip, still, up}, stop, u"1@10 3@10.2 持有到期 2"_s},
-        {"by the low", {still, {1000, 1000, 950, 990}}, stop, u"1@10 2@9.5 止损 -5"_s},
+        {"by the low", {still, {1000, 1000, 940, 990}}, stop, u"1@10 2@9.5 止损 -5"_s},
         {"above", {still, {1000, 1000, 951, 990}, still}, stop, u"1@10 3@10 持有到期 0"_s},
         {"opens under it", {still, {940, 990, 930, 990}}, stop, u"1@10 2@9.4 止损 -6"_s},
         {"by the high", {still, {1000, 1100, 1000, 1050}}, profit, u"1@10 2@11 止盈 10"_s},

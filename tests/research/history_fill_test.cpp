@@ -323,6 +323,8 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
     services_.factors = ScriptedHistory::services().factors;
     fill(true);
     EXPECT_EQ(days(whole, u"2026-11-17"_s), before) << "a daily update asks for the new days alone";
+    const QString& path = store_.stores.secondHistory.path;
+    EXPECT_TRUE(QFile::copy(path, path + u".then"_s));
     const FillTally tally = fill();
     EXPECT_EQ(market_.asked.filter(u"factors"_s),
               QStringList({u"factors SH600000"_s, u"factors SH600001"_s, u"factors SH600003"_s}));
@@ -339,6 +341,9 @@ TEST_F(HistoryFillTest, StoredDaysWithoutFactorsGetThem) {
               QStringList({u"18 1000 505 2.0"_s, u"19 1000 1000 2.0"_s}));
     EXPECT_EQ(fill().refactored, 0);
     EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s}) << "once and for all";
+    EXPECT_TRUE(QFile::remove(path) && QFile::rename(path + u".then"_s, path));
+    fill();
+    EXPECT_EQ(days(whole, u"2026-11-17"_s), joined) << "after a kill between the two files";
 }
 
 // Codes that have left the market are unknown; not those that have a quote.
