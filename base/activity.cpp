@@ -42,9 +42,10 @@ QString Activity::currentRemains() {
     return remains;
 }
 
-OperationError::OperationError(const QString& reason)
+OperationError::OperationError(const QString& reason, const QString& forLog)
     : std::runtime_error(reason.toStdString()),
       reason_(reason),
+      forLog_(forLog),
       activity_(Activity::currentName()),
       remains_(Activity::currentRemains()) {}
 

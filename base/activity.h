@@ -35,14 +35,18 @@ private:
 // An operation that could not be carried out, with the activity during which it failed.
 class OperationError : public std::runtime_error {
 public:
-    explicit OperationError(const QString& reason);
+    // `forLog` tells the same without a word that users have written; where it is empty the log
+    // keeps the beginning of the reason.
+    explicit OperationError(const QString& reason, const QString& forLog = {});
 
     const QString& reason() const { return reason_; }
+    const QString& forLog() const { return forLog_; }
     const QString& activity() const { return activity_; }
     const QString& remains() const { return remains_; }
 
 private:
     QString reason_;
+    QString forLog_;
     QString activity_;
     QString remains_;
 };

@@ -76,7 +76,8 @@ private:
     [[noreturn]] static void refuse(const QString& section, const QString& key,
                                     const QString& typed, const QString& what) {
         throw OperationError(u"caijiqi.ini 的 [%1] 里 %2=%3：%4。"_s.arg(
-            section, key, shortened(typed, longestShownName), what));
+                                 section, key, shortened(typed, longestShownName), what),
+                             u"caijiqi.ini 的 [%1] 里 %2 的值%3"_s.arg(section, key, what));
     }
 
     static double number(const QString& section, const QString& key, const QString& typed) {
@@ -117,12 +118,18 @@ void checkLines(const QString& iniPath) {
         return;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        throw OperationError(u"caijiqi.ini 不能读取（%1）。"_s.arg(reasonOf(file)));
+        const QString words = u"caijiqi.ini 不能读取（%1）。"_s.arg(reasonOf(file));
+        throw OperationError(words, words);
     }
-    const QStringList complaints = complaintsOf(file.readAll(), known);
-    if (!complaints.isEmpty()) {
-        throw OperationError(u"caijiqi.ini 里有看不懂的地方，请改好后再采集：\n"_s +
-                             complaints.join(u'\n'));
+    QStringList words, forLog;
+    for (const SettingsComplaint& it : complaintsOf(file.readAll(), known)) {
+        words << it.words;
+        forLog << it.forLog;
+    }
+    if (!words.isEmpty()) {
+        throw OperationError(
+            u"caijiqi.ini 里有看不懂的地方，请改好后再采集：\n"_s + words.join(u'\n'),
+            u"caijiqi.ini 里有看不懂的地方："_s + forLog.join(u'；'));
     }
 }
 

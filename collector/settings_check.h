@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -11,7 +12,13 @@ namespace guanchao {
 // The names that are read, by section.
 using KnownEntries = QHash<QString, QStringList>;
 
-// In Chinese, each with its line; without any the file is well.
-QStringList complaintsOf(const QByteArray& file, const KnownEntries& known);
+// In Chinese, with its line.
+struct SettingsComplaint {
+    QString words;
+    QString forLog;  // the same without what the user has typed
+};
+
+// Without any the file is well.
+QList<SettingsComplaint> complaintsOf(const QByteArray& file, const KnownEntries& known);
 
 }  // namespace guanchao

@@ -26,6 +26,14 @@ QString remedyOf(const QString& path) {
                                : u"，请换上完好的文件。"_s;
 }
 
+// Of one that is missing.
+QString wayBackTo(const QString& path) {
+    if (QFileInfo(path).fileName().startsWith(u"hangqing"_s)) {
+        return u"历史行情请在“工具 / 历史行情”里补全。"_s;
+    }
+    return isCopiedDaily(path) ? u"请用“数据”菜单的“恢复…”换上每天的备份。"_s : QString();
+}
+
 bool hasHan(const QString& words) {
     return std::ranges::any_of(words, [](QChar c) { return c.script() == QChar::Script_Han; });
 }
@@ -56,9 +64,7 @@ QString explanation(const StoreError& failure) {
     const QString file = QFileInfo(failure.path()).fileName();
     // A file that a failure has taken away was there.
     if (failure.fault() == StoreFault::unreadable && !QFileInfo::exists(failure.path())) {
-        const bool isHistory = file.startsWith(u"hangqing"_s);
-        return u"找不到数据文件 "_s + failure.path() + u"。"_s +
-               (isHistory ? u"历史行情请在“工具 / 历史行情”里补全。"_s : QString());
+        return u"找不到数据文件 "_s + failure.path() + u"。"_s + wayBackTo(failure.path());
     }
     if (failure.fault() == StoreFault::condition) {
         return u"条件写得不对。"_s;
@@ -91,16 +97,6 @@ QString loggedExplanation(const StoreError& failure) {
     return loggable(isOwnFile(file) ? words : QString(words).replace(file, u"…"_s));
 }
 
-QString loggedReason(const std::exception& failure) {
-    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
-        const QString holder =
-            store->holder().isEmpty() ? QString() : u"，使用它的是"_s + headOf(store->holder());
-        return loggedExplanation(*store) + holder + libraryWords(*store);
-    }
-    const auto* operation = dynamic_cast<const OperationError*>(&failure);
-    return headOf(operation ? operation->reason() : QString::fromUtf8(failure.what()));
-}
-
 void note(const std::exception& failure) {
     const auto* operation = dynamic_cast<const OperationError*>(&failure);
     const QString activity = operation ? headOf(operation->activity()) : QString();
@@ -108,6 +104,19 @@ void note(const std::exception& failure) {
 }
 
 }  // namespace
+
+QString loggedReason(const std::exception& failure) {
+    if (const auto* store = dynamic_cast<const StoreError*>(&failure)) {
+        const QString holder =
+            store->holder().isEmpty() ? QString() : u"，使用它的是"_s + headOf(store->holder());
+        return loggedExplanation(*store) + holder + libraryWords(*store);
+    }
+    const auto* operation = dynamic_cast<const OperationError*>(&failure);
+    if (operation && !operation->forLog().isEmpty()) {
+        return loggable(operation->forLog());
+    }
+    return headOf(operation ? operation->reason() : QString::fromUtf8(failure.what()));
+}
 
 QString failureReason(const std::exception& failure) {
     note(failure);

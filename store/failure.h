@@ -6,8 +6,11 @@
 
 namespace guanchao {
 
-// Both are asked for where a failure is told, and note it in the log, without the words of users
-// in it.
+// The first one tells a failure without the words of users. The other two are asked for where it is
+// told to the user, and note it in the log.
+
+// Why it failed, as the log and the diagnosis tell it; notes nothing.
+QString loggedReason(const std::exception& failure);
 
 // Why it failed, in one line of Chinese where the reason is one that a user can do something about.
 QString failureReason(const std::exception& failure);

@@ -8,6 +8,7 @@
 #include "frame/looks.h"
 #include "research/history_desk.h"
 #include "services/services_file.h"
+#include "store/failure.h"
 #include "utilities/diagnosis.h"
 
 namespace guanchao {
@@ -36,14 +37,15 @@ QString looksLine(const QString& iniPath) {
 QString collectorLine(const QString& iniPath) {
     try {
         const CollectorSettings it = readCollectorSettings(iniPath);
-        return u"采集：间隔 %1 到 %2 毫秒，限时 %3 秒，重试 %4 次，接连 %5 页读不到就结束"_s
-            .arg(it.pause)
-            .arg(it.pause + it.randomPause)
-            .arg(it.timeoutSeconds)
-            .arg(it.retries.size())
-            .arg(it.giveUpAfter);
-    } catch (const OperationError&) {
-        return u"采集：caijiqi.ini 里有看不懂的地方"_s;
+        constexpr double second = 1000;
+        return u"采集：间隔 %1 到 %2 秒，限时 %3 秒，重试 %4 次，"_s.arg(it.pause / second)
+                   .arg((it.pause + it.randomPause) / second)
+                   .arg(it.timeoutSeconds)
+                   .arg(it.retries.size()) +
+               (it.giveUpAfter > 0 ? u"接连 %1 页读不到就结束"_s.arg(it.giveUpAfter)
+                                   : u"读不到也不提前结束"_s);
+    } catch (const OperationError& failure) {
+        return u"采集："_s + loggedReason(failure);
     }
 }
 

@@ -72,7 +72,7 @@ std::map<QString, Run> exchangeRuns() {
         {u"restore"_s,
          [](JobDesk& it, Stop stop) -> QCoro::Task<> {
              const CopyChoice choice = {it.argument(), allCopied};
-             const QString kept = co_await replaceStores(it, choice, stop);
+             co_await replaceStores(it, choice, stop);
          }},
         // The folder of the argument.
         {u"take_over"_s,

@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 
 #include "base/activity.h"
+#include "store/failure.h"
 #include "tests/support/files.h"
 #include "tests/support/outcome_of.h"
 
@@ -36,28 +37,46 @@ TEST(CollectorSettingsTest, EveryEntryTakesThePlaceOfItsStandardValue) {
 
 TEST(CollectorSettingsTest, WhatIsAmissIsNamed) {
     const QString utf16 = u"\ufeff[pace]\npause=1"_s;
-    const std::pair<QByteArray, QString> cases[] = {
-        {"[pace]\npause=three", u"caijiqi.ini 的 [pace] 里 pause=three：不是数字。"_s},
-        {"[pace]\nretries=1,x", u"caijiqi.ini 的 [pace] 里 retries=x：不是数字。"_s},
-        {"[pace]\npause=-5", u"caijiqi.ini 的 [pace] 里 pause=-5：不能小于 0。"_s},
-        {"[weights]\ndadie=", u"caijiqi.ini 的 [weights] 里 dadie=：不是数字。"_s},
+    const struct {
+        QByteArray file;
+        QString reason, logged;
+    } cases[] = {
+        {"[pace]\npause=three", u"caijiqi.ini 的 [pace] 里 pause=three：不是数字。"_s,
+         u"caijiqi.ini 的 [pace] 里 pause 的值不是数字"_s},
+        {"[pace]\nretries=1,x", u"caijiqi.ini 的 [pace] 里 retries=x：不是数字。"_s,
+         u"caijiqi.ini 的 [pace] 里 retries 的值不是数字"_s},
+        {"[pace]\npause=-5", u"caijiqi.ini 的 [pace] 里 pause=-5：不能小于 0。"_s,
+         u"caijiqi.ini 的 [pace] 里 pause 的值不能小于 0"_s},
+        {"[weights]\ndadie=", u"caijiqi.ini 的 [weights] 里 dadie=：不是数字。"_s,
+         u"caijiqi.ini 的 [weights] 里 dadie 的值不是数字"_s},
         {u"[page]\nresults=约([0-9"_s.toUtf8(),
-         u"caijiqi.ini 的 [page] 里 results=约([0-9：不是正则表达式。"_s},
+         u"caijiqi.ini 的 [page] 里 results=约([0-9：不是正则表达式。"_s,
+         u"caijiqi.ini 的 [page] 里 results 的值不是正则表达式"_s},
         {u"[page]\nresults=约[0-9]+"_s.toUtf8(),
-         u"caijiqi.ini 的 [page] 里 results=约[0-9]+：没有用括号标出结果数。"_s},
-        {"; c\n[pace]\npuase=1", u"第 3 行：[pace] 里没有 puase 这一项，只有 pause、"_s},
-        {"pause=1\n[pace]", u"第 1 行：pause 写在所有的节之前，请移到它的一节 [pace] 里"_s},
-        {"[pace]\n\n[PACE]\npause=1", u"第 3 行：[pace] 前面已有一节"_s},
-        {"[pace]\npause=1\nPause=2", u"第 3 行：pause 前面已写过"_s},
-        {"[pages]\nnone=1\n[pace", u"第 1 行：没有 [pages] 这一节"_s},
-        {"[pages]\nnone=1\n[pace", u"第 3 行：[pace 少了后面的 ]"_s},
-        {"[pace]\npause 1", u"第 2 行：“pause 1”不是“名字=值”"_s},
+         u"caijiqi.ini 的 [page] 里 results=约[0-9]+：没有用括号标出结果数。"_s,
+         u"caijiqi.ini 的 [page] 里 results 的值没有用括号标出结果数"_s},
+        {"; c\n[pace]\nmimi=1", u"第 3 行：[pace] 里没有 mimi 这一项，只有 pause、"_s,
+         u"第 3 行：[pace] 里没有这一项"_s},
+        {"pause=1\n[pace]", u"第 1 行：pause 写在所有的节之前，请移到它的一节 [pace] 里"_s,
+         u"第 1 行：写在所有的节之前"_s},
+        {"[pace]\n\n[PACE]\npause=1", u"第 3 行：[pace] 前面已有一节"_s,
+         u"第 3 行：[pace] 前面已有一节，请合成一节"_s},
+        {"[pace]\npause=1\nPause=2", u"第 3 行：pause 前面已写过"_s,
+         u"第 3 行：这一项前面已写过"_s},
+        {"[mimi]\nnone=1\n[pace", u"第 1 行：没有 [mimi] 这一节"_s,
+         u"第 1 行：没有这样的一节；第 3 行：一节的名字少了后面的 ]"_s},
+        {"[pages]\nnone=1\n[pace", u"第 3 行：[pace 少了后面的 ]"_s,
+         u"第 3 行：一节的名字少了后面的 ]"_s},
+        {"[pace]\nmimi 1", u"第 2 行：“mimi 1”不是“名字=值”"_s, u"第 2 行：没有等号"_s},
         {QByteArray(reinterpret_cast<const char*>(utf16.utf16()), 2 * utf16.size()),
-         u"第 1 行起：文件是 UTF-16 编码"_s},
+         u"第 1 行起：文件是 UTF-16 编码"_s, u"第 1 行起：文件是 UTF-16 编码"_s},
     };
     for (const auto& it : cases) {
-        const auto failure = raisedBy<OperationError>([&] { settingsOf(it.first); });
-        EXPECT_TRUE(holds(failure.reason(), it.second));
+        const auto failure = raisedBy<OperationError>([&] { settingsOf(it.file); });
+        EXPECT_TRUE(holds(failure.reason(), it.reason));
+        const QString logged = loggedReason(failure);
+        EXPECT_TRUE(holds(logged, it.logged));
+        EXPECT_FALSE(holds(logged, u"mimi"_s));
     }
 }
 

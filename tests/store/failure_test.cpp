@@ -21,6 +21,7 @@ TEST(FailureTest, NamesItsCauseInChinese) {
         {StoreFault::damaged, u"/听涛阁/hangqing2006-2017.db3"_s, u"请换上完好的文件"_s},
         {StoreFault::other, path, u"执行语句失败。\n原因：words of the library"_s},
         {StoreFault::unreadable, u"/nowhere/x"_s, u"找不到数据文件 /nowhere/x"_s},
+        {StoreFault::unreadable, u"/x/dzhzhuti.mzdat"_s, u"mzdat。请用“数据”菜单的“恢复…”"_s},
     };
     for (const auto& [fault, file, part] : cases) {
         const QString text =
