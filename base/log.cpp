@@ -24,8 +24,8 @@ QString wordOf(LogKind kind) {
             return u"失败"_s;
         case LogKind::service:
             return u"网站"_s;
-        case LogKind::warning:
-            return u"警告"_s;
+        case LogKind::toolkit:
+            return u"Qt"_s;
         case LogKind::run:
             break;
     }

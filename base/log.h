@@ -9,7 +9,7 @@
 
 namespace guanchao {
 
-enum class LogKind : std::uint8_t { program, run, failure, service, warning };
+enum class LogKind : std::uint8_t { program, run, failure, service, toolkit };
 
 // 运行, 失败, ...
 QString wordOf(LogKind kind);

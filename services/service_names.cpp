@@ -4,6 +4,8 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "base/log_words.h"
+
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,6 +47,12 @@ QString serviceName(const Service& service) {
 QString nameAndHost(const Service& service) {
     const QString name = kindName(service.kind);
     return u"%1（%2）"_s.arg(name.isEmpty() ? service.kind : name, service.host);
+}
+
+QString loggedName(const QString& purpose, const Service& service) {
+    return QStringList{purposeName(purpose), kindName(service.kind), shownAddress(service.host)}
+        .join(u' ')
+        .simplified();
 }
 
 QString lineOn(const Service& service, const QString& words) {

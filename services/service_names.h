@@ -23,6 +23,9 @@ QString serviceName(const Service& service);
 // 新浪（https://hq.sinajs.cn）.
 QString nameAndHost(const Service& service);
 
+// 行情 新浪 https://hq.sinajs.cn, with no more of the address than may be logged.
+QString loggedName(const QString& purpose, const Service& service);
+
 // What there is to say of a service, behind its name and host.
 QString lineOn(const Service& service, const QString& words);
 

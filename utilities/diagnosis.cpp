@@ -13,18 +13,19 @@ namespace {
 constexpr qsizetype shownFailures = 40;
 constexpr qsizetype shownRuns = 40;
 
-const QList<LogKind> failing = {LogKind::failure, LogKind::service, LogKind::warning};
+const QList<LogKind> failing = {LogKind::failure, LogKind::service, LogKind::toolkit};
 const QList<LogKind> running = {LogKind::program, LogKind::run};
 
-QStringList linesOf(const QString& path, const QList<LogKind>& kinds, qsizetype most) {
-    const QStringList lines = lastLines(path, kinds, most).replaceInStrings(u"\t"_s, u"　"_s);
-    return lines.isEmpty() ? QStringList{u"没有"_s} : lines;
+DiagnosisSection sectionOf(const QString& title, const QStringList& lines) {
+    const QStringList none = {u"没有"_s};
+    return {title, lines.isEmpty() ? none : QStringList(lines).replaceInStrings(u"\t"_s, u"　"_s)};
 }
 
-QString nameOf(const QString& purpose, const Service& service) {
-    return QStringList{purposeName(purpose), kindName(service.kind), shownAddress(service.host)}
-        .join(u' ')
-        .simplified();
+// What the program could not write stands behind what it could.
+QStringList linesOfProgram(const QString& path, const QList<LogKind>& kinds, qsizetype most) {
+    const QStringList unwritten = unwrittenLines(kinds, most);
+    const QStringList told = {u"下面这些没有能写进日志，请看应用文件夹能不能写、磁盘满没满："_s};
+    return lastLines(path, kinds, most) + (unwritten.isEmpty() ? QStringList() : told + unwritten);
 }
 
 }  // namespace
@@ -46,19 +47,19 @@ QString diagnosisFileName(const QDateTime& now) {
 QList<DiagnosisSection> logSections(const QString& applicationFolder) {
     const QString program = applicationFolder + logOfProgram;
     const QString collector = applicationFolder + logOfCollector;
-    return {{u"最近的失败和警告"_s, linesOf(program, failing, shownFailures)},
-            {u"最近的运行"_s, linesOf(program, running, shownRuns)},
-            {u"采集程序最近的失败和警告"_s, linesOf(collector, failing, shownFailures)},
-            {u"采集程序最近的运行"_s, linesOf(collector, running, shownRuns)}};
+    return {sectionOf(u"最近的失败"_s, linesOfProgram(program, failing, shownFailures)),
+            sectionOf(u"最近的运行"_s, linesOfProgram(program, running, shownRuns)),
+            sectionOf(u"采集程序最近的失败"_s, lastLines(collector, failing, shownFailures)),
+            sectionOf(u"采集程序最近的运行"_s, lastLines(collector, running, shownRuns))};
 }
 
 QString serviceLine(const ServiceEntry& entry) {
     const Service& it = entry.service;
     const QString use = it.host.isEmpty() ? u"没有网址"_s : u"在用"_s;
-    return nameOf(entry.purpose, it) + u"："_s + (entry.isUsed ? use : u"停用"_s) +
-           u"，限时 %1 秒，间隔 %2 秒，同时 %3 个"_s.arg(it.timeoutSeconds)
-               .arg(it.pauseSeconds)
-               .arg(it.ahead);
+    return loggedName(entry.purpose, it) + u"："_s + (entry.isUsed ? use : u"停用"_s) +
+           (it.timeoutSeconds > 0 ? u"，限时 %1 秒"_s.arg(it.timeoutSeconds) : u"，不限时"_s) +
+           (it.pauseSeconds > 0 ? u"，间隔 %1 秒"_s.arg(it.pauseSeconds) : QString()) +
+           (it.ahead > 1 ? u"，同时最多 %1 个"_s.arg(it.ahead) : QString());
 }
 
 // What an answer holds is of no use here, and the words on it may quote it.
@@ -70,7 +71,7 @@ QString checkLine(const CheckRow& row) {
     const QString status = row.status == 0 ? QString() : u"，状态 %1"_s.arg(row.status);
     const QString reason = row.finding.words.section(u'；', 0, 0).section(u'：', 0, 0);
     const QString why = row.finding.answers ? QString() : u"，"_s + headOf(reason);
-    return nameOf(row.check.purpose, row.service) + what +
+    return loggedName(row.check.purpose, row.service) + what +
            u"：%1，%2 毫秒"_s.arg(row.finding.answers ? u"通"_s : u"不通"_s).arg(row.milliseconds) +
            status + why;
 }

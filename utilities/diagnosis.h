@@ -26,7 +26,7 @@ QString diagnosisFileName(const QDateTime& now);
 // The failures and the runs that the logs of the program and of the collector tell last.
 QList<DiagnosisSection> logSections(const QString& applicationFolder);
 
-// 行情 新浪 https://hq.sinajs.cn：在用，限时 15 秒
+// 行情 新浪 https://hq.sinajs.cn：在用，限时 15 秒，同时最多 3 个
 QString serviceLine(const ServiceEntry& entry);
 // 行情 新浪 https://hq.sinajs.cn：通，35 毫秒
 QString checkLine(const CheckRow& row);

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "base/later.h"
+#include "base/log.h"
 #include "base/runs.h"
 #include "platform/clipboard.h"
 #include "platform/clock.h"
@@ -40,6 +41,23 @@ struct FakeClock : Clock {
     QDateTime moment = QDateTime(QDate(2026, 11, 24), QTime(10, 0, 0));
     std::chrono::milliseconds up{0};
     std::function<void()> onNow;  // what happens while somebody asks
+};
+
+// The entries of a kind, as long as it lives.
+struct KeptLog : Log {
+    explicit KeptLog(LogKind wanted) : kind(wanted) { setLog(this); }
+    ~KeptLog() override { setLog(nullptr); }
+    KeptLog(const KeptLog&) = delete;
+    KeptLog& operator=(const KeptLog&) = delete;
+
+    void write(const LogEntry& entry) override {
+        if (entry.kind == kind) {
+            lines << entry.doing + u'|' + entry.happened;
+        }
+    }
+
+    LogKind kind;
+    QStringList lines;
 };
 
 class FakeDialogs : public Dialogs {

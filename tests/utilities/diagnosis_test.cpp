@@ -80,7 +80,7 @@ TEST_F(DiagnosisTest, NothingOfTheUsersTurnsUpInTheFileOrTheLog) {
             failureText(OperationError(words));
             failureReason(StoreError(words, store_.folder() + secretWords + u".mzdat"_s, words));
             failureText(std::runtime_error(words.toStdString()));
-            qWarning().noquote() << words;
+            qCritical().noquote() << words;
         }
         for (const auto fault : {StoreFault::busy, StoreFault::condition, StoreFault::unreadable}) {
             failureText(StoreError(secretWords, u"/x/"_s + secretWords, secretWords, fault));
@@ -106,7 +106,10 @@ TEST_F(DiagnosisTest, AServiceIsToldWithoutItsAnswer) {
                              .kind = u"sina"_s};
     const Service plain = {.host = u"https://hq.sinajs.cn"_s, .referer = {}, .kind = u"sina"_s};
     EXPECT_EQ(serviceLine({u"quote"_s, u"quote"_s, service}),
-              u"行情 新浪 http://…：在用，限时 0 秒，间隔 0 秒，同时 1 个"_s);
+              u"行情 新浪 http://…：在用，不限时"_s);
+    const Service slow = {u"https://h"_s, {}, 15, 3, 0.5, u"tencent"_s};
+    EXPECT_EQ(serviceLine({u"quote"_s, u"quote.2"_s, slow}),
+              u"行情 腾讯 https://h：在用，限时 15 秒，间隔 0.5 秒，同时最多 3 个"_s);
     const Check check = {u"quote"_s, u"股票"_s, {}, {}};
     EXPECT_EQ(checkLine({check, plain, {true, u"秘密"_s}, 35, 200}),
               u"行情 新浪 https://hq.sinajs.cn（股票）：通，35 毫秒，状态 200"_s);
