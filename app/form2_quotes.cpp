@@ -2,6 +2,7 @@
 #include <QScopeGuard>
 
 #include "app/form2.h"
+#include "base/run_note.h"
 #include "store/failure.h"
 #include "ui_form2.h"
 
@@ -36,9 +37,11 @@ QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
         showUpdating(false);
         ui_->Label6->setText(time);
     });
+    RunNote note(u"更新行情数据"_s, stop);
     const auto show = [this](const QuoteProgress& it) { showProgress(it); };
     co_await dayBookDesk_->write(stop);
     const QuoteTally tally = co_await quoteRun_.run(show, stop);
+    note.ended(tally.counts());
     co_return tally;
 }
 
@@ -48,7 +51,8 @@ void Form2::updateByItself() {
     }
 }
 
-// Without a box: the line says what didn't come, until the next time.
+// Without a box: the line says what didn't come, until the next time. Nor is it noted in the log,
+// where thousands of a day would push out all else.
 QCoro::Task<> Form2::updateQuietly(std::stop_token stop) {
     QString words;
     try {

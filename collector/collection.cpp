@@ -214,6 +214,7 @@ QCoro::Task<> Collection::readPage(size_t at, std::stop_token stop) {
                                            ? job_.faultOf(item, lane.current->asked, reply.body)
                                            : faultOf(reply, clock_.now());
     if (fault) {
+        http_.complain(service, fault->words);
         failPage(lane, *fault);
     } else {
         takePage(lane, reply.body);

@@ -18,6 +18,7 @@
 #include "platform/process_lock.h"
 #include "platform/qt_http_client.h"
 #include "services/polite_http.h"
+#include "services/service_watch.h"
 #include "services/services.h"
 #include "store/application_folder.h"
 
@@ -54,7 +55,8 @@ private:
     DesktopNotifier notifier_;
     DesktopShell shell_;
     QtHttpClient web_;
-    PoliteHttp client_{web_, clock_};
+    PoliteHttp polite_{web_, clock_};
+    ServiceWatch client_{polite_, clock_};
     ProcessLock lock_{stores_.heat.path + QStringLiteral(".lock")};
     std::mt19937 random_{std::random_device()()};
 

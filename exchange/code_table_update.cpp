@@ -4,7 +4,6 @@
 #include <chrono>
 #include <utility>
 
-#include "base/log.h"
 #include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
@@ -56,10 +55,8 @@ QCoro::Task<CodeTableResult> CodeTableUpdate::run(bool withBeijing, std::stop_to
         result_.stopped = true;
     }
     endIfStopped(stop);
-    note.ended(u"名单 %1 只"_s.arg(result_.listed), result_.stopped);
-    if (!result_.lacks.isEmpty()) {
-        writeLog({LogKind::service, u"更新代码表"_s, result_.lacks.join(u'；')});
-    }
+    note.ended(result_.hasList ? u"名单 %1 只"_s.arg(result_.listed) : u"没有能用的名单"_s,
+               result_.stopped);
     co_return CodeTableResult(result_);
 }
 

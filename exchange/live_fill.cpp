@@ -93,7 +93,7 @@ QCoro::Task<> LiveFill::fillThemes(std::stop_token stop) {
     endIfStopped(stop);
     result_.boardLacks = list.boards.isEmpty() ? list.lacks : QStringList();
     if (list.boards.isEmpty()) {
-        writeLog({LogKind::service, u"导入概念板块"_s, list.lacks.join(u'；')});
+        writeLog({LogKind::service, u"导入概念板块"_s, u"没有读到板块列表"_s});
         co_return;
     }
     const QList<Board> missing = co_await missingOf(list.boards, stop);

@@ -39,7 +39,7 @@ struct Environment {
     Dialogs& dialogs;
     Failures& failures;
     HttpClient& client;
-    const ServiceWatch& watch;  // over what `client` asks
+    ServiceWatch& watch;  // over what `client` asks
     Shell& shell;
     Clipboard& clipboard;
     Processes& processes;

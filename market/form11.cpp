@@ -1,13 +1,24 @@
 #include "market/form11.h"
 
 #include <QShortcut>
+#include <QUrl>
 
 #include "base/values.h"
+#include "services/service_watch.h"
 #include "ui_form11.h"
 
 namespace guanchao {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString hostOf(const QString& address) {
+    const QUrl url(address);
+    return url.scheme() + u"://"_s + url.authority();
+}
+
+}  // namespace
 
 Form11::Form11(Environment& environment, Windows&)
     : QDialog(nullptr, Qt::Window), environment_(environment), ui_(std::make_unique<Ui::Form11>()) {
@@ -70,6 +81,7 @@ void Form11::pageHappened(PageEvent event, const QString& address) {
             ui_->state->setText(u"正在打开 "_s + address);
             return;
         case PageEvent::shown:
+            note(address, {});
             hasPage_ = true;
             ui_->state->clear();
             return;
@@ -77,10 +89,22 @@ void Form11::pageHappened(PageEvent event, const QString& address) {
             ui_->state->setText(u"已停止"_s);
             return;
         case PageEvent::notLoaded:
+            note(address, u"网页打不开"_s);
             pageNotLoaded(address);
             return;
         case PageEvent::ended:
+            note(page_.address, u"浏览器自己结束了"_s);
             openOutside();
+    }
+}
+
+// Where links lead to is the user's own matter.
+void Form11::note(const QString& address, const QString& failure) {
+    Service site;
+    site.host = hostOf(page_.address);
+    site.purpose = u"F10资料"_s;
+    if (hostOf(address) == site.host) {
+        environment_.watch.note(site, failure);
     }
 }
 

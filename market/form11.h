@@ -35,6 +35,7 @@ private:
     void showPage();
     void pageHappened(PageEvent event, const QString& address);
     void pageNotLoaded(const QString& address);
+    void note(const QString& address, const QString& failure);
     void setLoading(bool loading);
     void reloadPage();
     void showBrowser();

@@ -1,6 +1,7 @@
 #include "market/quote_desk.h"
 
 #include "market/readings.h"
+#include "services/chart_picture.h"
 #include "services/service_names.h"
 
 namespace guanchao {
@@ -21,6 +22,9 @@ QCoro::Task<QuoteRow> QuoteDesk::fetch(QString code, std::stop_token stop) {
 
 QCoro::Task<> QuoteDesk::showChart(QuoteChart chart, QString path, std::stop_token stop) {
     const HttpReply reply = co_await http_.get(services_.chart, path, stop);
+    if (reply.answered() && !isPicture(reply.body)) {
+        http_.complain(services_.chart, notAPicture);
+    }
     screen_.showChart(chart, reply.answered() ? std::optional(reply.body) : std::nullopt);
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <numeric>
 
-#include "base/run_note.h"
 #include "base/values.h"
 #include "services/delisted.h"
 #include "services/service_names.h"
@@ -98,14 +97,12 @@ QCoro::Task<QuoteTally> QuoteRun::gengxinquanbu(Report report, std::stop_token s
 }
 
 QCoro::Task<QuoteTally> QuoteRun::update(QString condition, Report report, std::stop_token stop) {
-    RunNote note(u"更新行情数据"_s, stop);
     const auto read = [=, this] { return readBatches(condition); };
     const QList<CodeBatch> batches = co_await patiently(read, stop);
     const QuoteTally tally = co_await updateBatches(batches, report, stop);
     if (!tally.nothingCame()) {
         co_await patiently([this] { storeTime(); }, stop);
     }
-    note.ended(tally.counts());
     co_return tally;
 }
 

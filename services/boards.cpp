@@ -66,6 +66,9 @@ QCoro::Task<ListReply<ListedStock>> Boards::stocks(Service service, Board board,
     if (reply.rows && reply.rows->isEmpty() && board.stocks.value_or(1) > 0) {
         reply = {std::nullopt, u"应答里没有股票"_s};
     }
+    if (!reply.rows) {
+        http_.complain(service, reply.lack);
+    }
     co_return reply;
 }
 

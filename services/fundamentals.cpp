@@ -14,6 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qsizetype fewestItems = 3;
+const QString beginOfBlock = u"var stockF10ZxzbJson ="_s;
 
 // The positions in the line of Sina.
 namespace line {
@@ -26,10 +27,19 @@ bool isLine(const Service& service) {
     return service.kind == u"sina"_s;
 }
 
+QString lineOf(const QString& dm) {
+    return u"hq_str_"_s + dm.toLower() + u"_i=\""_s;
+}
+
 QString pathOf(const Service& service, const QString& dm) {
     return isLine(service)
                ? u"/list="_s + dm.toLower() + u"_i"_s
                : u"/news/stock/600000.shtml"_s.replace(u"600000"_s, dm.right(codeDigits));
+}
+
+// Whether it is a word on the stock at all, be it that there is nothing to tell.
+bool isOf(const Service& service, const QString& text, const QString& dm) {
+    return text.contains(isLine(service) ? lineOf(dm) : beginOfBlock);
 }
 
 // An empty reply is as good as none.
@@ -43,7 +53,7 @@ QString lackOf(const HttpReply& reply) {
 // What stands between the braces of the block, without its double quotes; empty if a mark or a
 // brace is missing.
 QString blockOf(const QString& page) {
-    const qsizetype begin = page.indexOf(u"var stockF10ZxzbJson ="_s);
+    const qsizetype begin = page.indexOf(beginOfBlock);
     const qsizetype end = begin < 0 ? -1 : page.indexOf(u"var stockDstx ="_s, begin);
     if (end < 0) {
         return {};
@@ -90,7 +100,7 @@ Fundamentals readFundamentals(const QString& page) {
 }
 
 Fundamentals readFundamentalsLine(const QString& lines, const QString& dm) {
-    const QString begin = u"hq_str_"_s + dm.toLower() + u"_i=\""_s;
+    const QString begin = lineOf(dm);
     const qsizetype at = lines.indexOf(begin);
     const QStringList fields =
         at < 0 ? QStringList() : lines.sliced(at + begin.size()).section(u'"', 0, 0).split(u',');
@@ -124,6 +134,9 @@ QCoro::Task<FundamentalsReply> fetchFundamentals(HttpClient& http, QList<Service
         found.lack = lackOf(reply);
         if (!found.fundamentals.mgsy.isEmpty()) {
             break;
+        }
+        if (reply.answered() && !isOf(service, text, dm)) {
+            http.complain(service, u"应答里没有基本面"_s);
         }
     }
     co_return FundamentalsReply(found);

@@ -58,6 +58,9 @@ QCoro::Task<std::optional<qsizetype>> askCount(HttpClient& http, Service service
     const HttpReply reply = co_await http.get(service, nodeCountPath(node), stop);
     const std::optional<qsizetype> count =
         reply.answered() ? readNodeCount(reply.body) : std::nullopt;
+    if (reply.answered() && !count) {
+        http.complain(service, u"应答里没有股票的只数"_s);
+    }
     co_return std::optional<qsizetype>(count);
 }
 

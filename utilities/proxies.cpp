@@ -212,6 +212,7 @@ QCoro::Task<bool> Proxies::download(std::stop_token stop) {
     const QString words = page.title + page.text;
     if (!reply.answered() || words.contains(u"找不到服务器"_s) ||
         words.contains(u"无法找到该页"_s)) {
+        http_.complain(vendor_, u"应答里没有代理服务器"_s);
         dialogs_.tell(u"找不到服务器,请稍后再试!"_s);
         co_return false;
     }

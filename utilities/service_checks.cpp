@@ -9,6 +9,7 @@
 #include "formats/text_file.h"
 #include "market/stored_quote.h"
 #include "services/boards.h"
+#include "services/chart_picture.h"
 #include "services/day_bars.h"
 #include "services/factors.h"
 #include "services/fundamentals.h"
@@ -135,7 +136,14 @@ using TellBody = std::function<Finding(const QByteArray& body)>;
 QCoro::Task<Finding> askPage(CheckDesk desk, Service service, QString path, TellBody tell,
                              std::stop_token stop) {
     const HttpReply reply = co_await desk.http.get(service, path, stop);
-    co_return reply.answered() ? tell(reply.body) : Finding{false, failureWords(reply)};
+    if (!reply.answered()) {
+        co_return Finding{false, failureWords(reply)};
+    }
+    const Finding finding = tell(reply.body);
+    if (!finding.answers) {
+        desk.http.complain(service, finding.words);
+    }
+    co_return Finding(finding);
 }
 
 // The first page is enough to see whether a list is told.
@@ -162,8 +170,8 @@ QCoro::Task<Finding> askStockList(CheckDesk desk, Service service, std::stop_tok
 }
 
 Finding tellChart(const QByteArray& body) {
-    const bool isPicture = body.startsWith("GIF8") || body.startsWith("\x89PNG");
-    return {isPicture, isPicture ? u"图片，"_s + sizeWords(body.size()) : u"应答不是图片"_s};
+    const bool isChart = isPicture(body);
+    return {isChart, isChart ? u"图片，"_s + sizeWords(body.size()) : notAPicture};
 }
 
 Finding tellStockPage(const QByteArray& body) {

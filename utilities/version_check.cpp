@@ -40,6 +40,9 @@ QCoro::Task<> VersionCheck::run(QString caption, std::stop_token stop) {
         co_return;
     }
     const IniFile ini(path);
+    if (entry(ini, u"banben"_s).isEmpty()) {
+        http_.complain(vendor_, u"应答里没有版本"_s);
+    }
     if (numericPrefix(entry(ini, u"banben"_s)) > versionInCaption(caption)) {
         dialogs_.tell(u"发现软件有新的版本，请前去下载！"_s);
         endIfStopped(stop);

@@ -305,7 +305,10 @@ TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     follow(u"/dead"_s);
     ASSERT_TRUE(comesTrue([&] { return state->text().startsWith(u"网页打不开："_s); }));
     EXPECT_TRUE(browser->isVisible());
+    const Service site = {raw.service().host, {}, 0, 1, 0, {}, u"F10资料"_s};
+    EXPECT_EQ(watch_.stateOf(site).reason, u"网页打不开"_s);
     EXPECT_TRUE(shows(u"/next"_s));
+    EXPECT_EQ(watch_.stateOf(site).answers, 2);
     follow(u"/silent"_s);
     auto* stop = button(u"stopRun"_s);
     ASSERT_TRUE(comesTrue([&] { return stop->isVisible(); }));

@@ -31,6 +31,7 @@ protected:
             if (!it.endsWith(u'a')) {
                 watch.complain(service, u"应答里没有行情"_s);
             }
+            QCoreApplication::processEvents();
         }
         clock_.moment = start;
         return troubleLines(services_, watch, start.addSecs(600)).join(u'|');
@@ -58,6 +59,44 @@ TEST_F(ServiceWatchTest, TellsWhatFailsTimeAndAgain) {
     };
     for (const auto& [name, asked, words] : cases) {
         EXPECT_EQ(after(asked), words) << name;
+    }
+}
+
+TEST_F(ServiceWatchTest, WhatFailsIsLoggedAsItBeginsAndAsItEndsAndNoTimeBetween) {
+    const QString silent = u"没有应答"_s;
+    const auto end = [](const char* how, const char* begun, int count, const QString& why) {
+        return u"%1，11-24 10:0%2 起失败 %3 次（%4）"_s.arg(QString::fromUtf8(how))
+            .arg(QString::fromUtf8(begun))
+            .arg(count)
+            .arg(why);
+    };
+    const struct {
+        const char* name;
+        QString asked;
+        QStringList logged;
+    } cases[] = {
+        {"it is back", u"0sf 1sf 30sf 90sa 91sa"_s, {silent, end("又应答了", "0:00", 3, silent)}},
+        {"back at once, by the end", u"0sf 5sa"_s, {silent, end("又应答了", "0:00", 1, silent)}},
+        {"never", u"0sf 9sf 900sr 5000sf"_s, {silent, end("还没有应答", "0:00", 3, silent)}},
+        {"one miss and the end", u"0sf"_s, {silent}},
+        {"by turns",
+         u"0sf 9sa 20sf 29sa 40sf 49sa 60sf"_s,
+         {silent, end("还没有应答", "0:00", 4, silent)}},
+        {"a portal answers",
+         u"0sc 90sc 180sc 270sc"_s,
+         {u"应答里没有行情"_s, end("还没有应答", "0:00", 4, u"应答里没有行情"_s)}},
+        {"for two reasons, and again",
+         u"0sf 30sc 120sa 200sf"_s,
+         {silent, end("又应答了", "0:00", 2, u"没有应答，应答里没有行情"_s), silent}},
+        {"each by itself",
+         u"0sf 1tf 90sa"_s,
+         {silent, u"行情 腾讯 http://h|没有应答"_s, end("又应答了", "0:00", 1, silent)}},
+    };
+    for (const auto& it : cases) {
+        KeptLog log(LogKind::service);
+        after(it.asked);
+        EXPECT_EQ(log.lines.replaceInStrings(u"行情 新浪 http://h|"_s, QString()), it.logged)
+            << it.name;
     }
 }
 

@@ -1,8 +1,14 @@
+#include "collector/collection.h"
+#include "collector/themes_job.h"
+#include "exchange/code_table_update.h"
 #include "market/quote_run.h"
 #include "platform/qt_http_client.h"
 #include "research/history_fill.h"
+#include "services/factors.h"
 #include "services/fundamentals.h"
 #include "services/polite_http.h"
+#include "services/service_watch.h"
+#include "tests/support/raw_service.h"
 #include "tests/support/small_market.h"
 #include "tests/support/store_test.h"
 
@@ -28,8 +34,10 @@ std::vector<PracticeStock> listed() {
 const QStringList codes = textsOf(listed(), &PracticeStock::code);
 const QStringList stocks = codes.mid(3);
 const QStringList fewStocks = stocks.first(8);
+const QList<QStringList> boards = {{u"甲板"_s, stocks.first()}};
 
-// Two services, of which the first one goes while it is asked: A and B.
+// Two services, of which the first one goes while it is asked: A and B. Where harm is named, the
+// first one does that to each request instead.
 class TwoServices : public HttpClient {
 public:
     QCoro::Task<HttpReply> get(Service service, QString path, std::stop_token stop) override {
@@ -38,6 +46,11 @@ public:
         if (isFirst && --requestsUntilItGoes == 0) {
             client_ = std::make_unique<QtHttpClient>();  // or the server waits for its connections
             first_.stop();
+        }
+        if (isFirst && harm) {
+            raw_.answer = harm;
+            service.host = raw_.service().host;
+            service.timeoutSeconds = 1;
         }
         const HttpReply reply = co_await client_->get(service, path, stop);
         co_return HttpReply(reply);
@@ -50,9 +63,11 @@ public:
 
     QString asked;
     int requestsUntilItGoes = 0;
+    std::function<void(QTcpSocket&)> harm;
 
 private:
-    SmallMarket first_{listed(), {}, [] { return evening; }};
+    RawService raw_;
+    SmallMarket first_{listed(), boards, [] { return evening; }};
     SmallMarket second_{listed(), {}, [] { return evening; }};
     std::unique_ptr<QtHttpClient> client_ = std::make_unique<QtHttpClient>();
 };
@@ -109,10 +124,46 @@ public:
         return answered;
     }
 
+    void askFactors() { endOf(Factors(http_, services_).fetch(u"SH600001"_s, {})); }
+    void askBoards() {
+        const Boards asked(http_, services_);
+        const BoardList list = endOf(asked.list(BoardSort::concepts, {}));
+        const Board none = {u"gn_1"_s, u"甲板"_s, {}};
+        endOf(asked.stocks(services_.first(), list.boards.value(0, none), {}));
+    }
+    void updateCodes() {
+        know(codes.first(200));
+        RunControl control;
+        CodeTableUpdate update(store_.stores, clock_, http_, services_,
+                               QStringLiteral(GUANCHAO_SOURCE_DIR "/data/initials.csv"), control,
+                               [](const RunProgress&) {});
+        endOf(update.run(false, {}));
+    }
+    void collectNews() {
+        store_.run({u"delete from dzhzhuti"_s});
+        for (const QString& dm : fewStocks) {
+            store_.addMember(u"主题"_s + dm, dm, 5);
+        }
+        runHeat(u"delete from xinwenshul"_s);
+        runHeat(u"update canshu set yinqingurl='http://h/s?wd=tihuandm'"_s);
+        const CollectorSettings settings = {
+            .allPeriod = {}, .weights = {}, .pause = 0, .randomPause = 0, .retries = {}};
+        ThemesJob job(store_.stores, readRunOrder(store_.stores.heat, clock_), settings, services_,
+                      clock_);
+        const Pacing pacing(settings, [] { return 0.0; });
+        const Wait turn = [](std::chrono::milliseconds, std::stop_token stop) {
+            return pause(std::chrono::milliseconds(0), stop);
+        };
+        Collection collection(job, store_.stores.heat, http_, clock_, pacing, turn);
+        collection.begin();
+        endOf(collection.run({}));
+    }
+
     QList<Service> services_;
     TwoServices two_;
     Wait noWait_ = [](std::chrono::milliseconds, std::stop_token) -> QCoro::Task<> { co_return; };
-    PoliteHttp http_{two_, clock_, noWait_};
+    PoliteHttp polite_{two_, clock_, noWait_};
+    ServiceWatch http_{polite_, clock_};
     QuoteFeed quoteFeed_{store_.stores, globals_, clock_,
                          QuoteSource(http_, clock_, two_.ofKinds(u"sina"_s, u"tencent"_s))};
     QuoteRun quoteRun_{store_.stores, clock_, quoteFeed_};
@@ -143,6 +194,68 @@ TEST_F(TakeoverTest, TheNextServiceTakesOverInTheMiddleAndTheFirstOneComesBack) 
         two_.asked.clear();
         EXPECT_EQ((this->*it.use)(), it.wanted);
         EXPECT_FALSE(two_.asked.contains(u'B'));
+    }
+}
+
+// However often it is asked meanwhile.
+TEST_F(TakeoverTest, EachServiceThatFailsIsLoggedAsItBeginsAndAsItEnds) {
+    const struct {
+        const char* what;
+        std::function<void()> use;
+        QString kind = u"sina"_s;
+    } uses[] = {
+        {"quotes", [this] { updateQuotes(); }},
+        {"history", [this] { fillHistory(); }},
+        {"factors", [this] { askFactors(); }},
+        {"key data", [this] { askKeyData(); }},
+        {"boards", [this] { askBoards(); }},
+        {"stocks", [this] { updateCodes(); }},
+        {"news", [this] { collectNews(); }, u"eastmoney"_s},
+    };
+    const auto say = [](const QByteArray& words) {
+        return [words](QTcpSocket& socket) {
+            socket.write(words);
+            socket.disconnectFromHost();
+        };
+    };
+    const QByteArray page = "<html>请先登录</html>";
+    const struct {
+        std::function<void(QTcpSocket&)> harm;
+        QString reason;
+        int times;
+    } harms[] = {
+        {say("HTTP/1.1 500 No\r\nContent-Length: 0\r\n\r\n"), u"被拒绝（500）"_s, 4},
+        {say({}), u"连接不上"_s, 4},
+        {say(httpHead(page.size()) + page), u"应答"_s, 4},
+        {[](QTcpSocket&) {}, u"没有应答"_s, 1},
+    };
+    for (const auto& use : uses) {
+        for (const auto& it : harms) {
+            const bool isSilent = it.times == 1;
+            if (isSilent && use.what != std::string("factors")) {
+                continue;  // their many requests would each take a second
+            }
+            SCOPED_TRACE(std::string(use.what) + " " + it.reason.toStdString());
+            const KeptLog log(LogKind::service);
+            services_ = two_.ofKinds(use.kind, {}).first(1);
+            two_.harm = it.harm;
+            two_.asked.clear();
+            for (int time = 0; time < it.times; ++time, clock_.moveOn(std::chrono::minutes(2))) {
+                use.use();
+            }
+            const qsizetype asked = two_.asked.count(u'A');
+            two_.harm = {};
+            use.use();
+            QCoreApplication::processEvents();
+            const QStringList lines = log.lines.filter(services_.first().host);
+            ASSERT_EQ(lines.size(), 2) << lines.join(u'\n').toStdString();
+            EXPECT_TRUE(lines[0].contains(it.reason)) << lines[0].toStdString();
+            EXPECT_TRUE(lines[1].contains(u"又应答了，"_s)) << lines[1].toStdString();
+            const bool isToldEach = it.reason != u"应答"_s;
+            EXPECT_TRUE(!isToldEach || lines[1].contains(u"失败 %1 次"_s.arg(asked)))
+                << asked << lines[1].toStdString();
+            clock_.moveOn(std::chrono::minutes(10));
+        }
     }
 }
 
