@@ -12,6 +12,12 @@ using Seconds = std::chrono::duration<double>;
 constexpr Seconds leastElapsed(2);
 constexpr double leastShare = 0.01;
 
+QString spanWords(std::chrono::seconds span) {
+    const bool isShort = span <= std::chrono::minutes(1);
+    return isShort ? u"%1 秒"_s.arg(span.count())
+                   : u"%1 分钟"_s.arg(std::chrono::ceil<std::chrono::minutes>(span).count());
+}
+
 }  // namespace
 
 std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, qint64 done,
@@ -26,10 +32,11 @@ std::optional<std::chrono::seconds> timeLeft(std::chrono::nanoseconds elapsed, q
 }
 
 QString timeLeftWords(std::chrono::seconds left) {
-    if (left <= std::chrono::minutes(1)) {
-        return u"剩余约 %1 秒"_s.arg(left.count());
-    }
-    return u"剩余约 %1 分钟"_s.arg(std::chrono::ceil<std::chrono::minutes>(left).count());
+    return u"剩余约 "_s + spanWords(left);
+}
+
+QString atMostWords(std::chrono::seconds left) {
+    return u"最多还要 "_s + spanWords(left);
 }
 
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total) {

@@ -18,6 +18,9 @@ QString timeLeftWords(std::chrono::seconds left);
 // The same; empty where the time left can't be told.
 QString timeLeftWords(std::chrono::nanoseconds elapsed, qint64 done, qint64 total);
 
+// 最多还要 12 秒, 最多还要 3 分钟.
+QString atMostWords(std::chrono::seconds left);
+
 // 刚刚, 3 分钟前, 2 小时前, 5 天前
 QString ageWords(qint64 seconds);
 

@@ -12,6 +12,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qsizetype shownOfBody = 80;
+constexpr int longestSeconds = 30;
+
+int timeOutOf(const Service& service) {
+    return service.timeoutSeconds > 0 ? service.timeoutSeconds : longestSeconds;
+}
 
 }  // namespace
 
@@ -20,24 +25,41 @@ CheckRun::CheckRun(HttpClient& http, const Clock& clock, std::chrono::millisecon
     : http_(http), clock_(clock), pause_(pause), show_(std::move(show)), begin_(std::move(begin)) {}
 
 QCoro::Task<> CheckRun::run(QList<Check> checks, std::stop_token stop) {
-    for (const Check& check : checks) {
-        QList<Service> services = check.services;
-        services.removeIf([](const Service& it) { return it.host.isEmpty(); });
-        if (services.isEmpty()) {
-            show_({check, {}, {false, u"services.ini 没有给它网址"_s}});
-        }
-        for (const Service& service : services) {
-            begin_(check, service);
-            co_await ask(check, service, stop);
-            co_await guanchao::pause(pause_, stop);
+    int total = 0;
+    std::chrono::milliseconds left{0};
+    for (Check& check : checks) {
+        check.services.removeIf([](const Service& it) { return it.host.isEmpty(); });
+        for (const Service& it : std::as_const(check.services)) {
+            left += longestOf(it);
+            ++total;
         }
     }
+    int asked = 0;
+    for (const Check& check : std::as_const(checks)) {
+        if (check.services.isEmpty()) {
+            show_({check, {}, {false, u"services.ini 没有给它网址"_s}});
+        }
+        for (const Service& service : check.services) {
+            begin_(check, service, {asked++, total, std::chrono::ceil<std::chrono::seconds>(left)});
+            co_await ask(check, service, stop);
+            co_await guanchao::pause(pause_, stop);
+            left -= longestOf(service);
+        }
+    }
+}
+
+// The pause of a service lies before it where another check has just asked the same.
+std::chrono::milliseconds CheckRun::longestOf(const Service& service) const {
+    return std::chrono::seconds(timeOutOf(service)) +
+           std::chrono::milliseconds(qRound(service.pauseSeconds * 1000)) + pause_;
 }
 
 QCoro::Task<> CheckRun::ask(Check check, Service service, std::stop_token stop) {
     http_.forget();
     const CheckDesk desk = {http_, clock_};
-    Finding finding = co_await check.ask(desk, service, stop);
+    Service asked = service;
+    asked.timeoutSeconds = timeOutOf(service);
+    Finding finding = co_await check.ask(desk, asked, stop);
     if (!finding.answers) {
         finding.words += details();
     }

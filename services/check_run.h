@@ -16,22 +16,32 @@ struct CheckRow {
     int status = 0;  // of the last answer
 };
 
+// How far a run is as it asks the next service.
+struct CheckStep {
+    int asked = 0;
+    int total = 0;
+    std::chrono::seconds atMost{0};  // for all that is left, should nobody answer
+};
+
 class CheckRun {
 public:
     using Show = std::function<void(const CheckRow& row)>;
     // Before a service is asked.
-    using Begin = std::function<void(const Check& check, const Service& service)>;
+    using Begin =
+        std::function<void(const Check& check, const Service& service, const CheckStep& step)>;
 
     // `http` keeps the pauses of the services; `pause` is between two of them beside that.
     CheckRun(
         HttpClient& http, const Clock& clock, std::chrono::milliseconds pause, Show show,
-        Begin begin = [](const Check&, const Service&) {});
+        Begin begin = [](const Check&, const Service&, const CheckStep&) {});
 
-    // Raises nothing but Cancelled.
+    // A service that is to be given all the time it likes gets half a minute. Raises nothing but
+    // Cancelled.
     QCoro::Task<> run(QList<Check> checks, std::stop_token stop);
 
 private:
     QCoro::Task<> ask(Check check, Service service, std::stop_token stop);
+    std::chrono::milliseconds longestOf(const Service& service) const;
     QString details() const;
 
     NotedHttp http_;

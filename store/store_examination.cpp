@@ -73,7 +73,7 @@ public:
         QStringList lines;
         Recordset rows = read(u"pragma integrity_check(5)"_s);
         for (; !rows.atEnd(); rows.moveNext()) {
-            lines << rows.value(0).toText().simplified();
+            lines << rows.value(0).toText().remove(u"*** in database main ***"_s).simplified();
         }
         return lines.join(u'；');
     }
@@ -128,12 +128,13 @@ ExaminedStore examineStore(const StoreFile& file, std::stop_token stop,
         Examination examination(file, stop, show);
         const QString soundness = examination.soundness();
         found.isSound = soundness == u"ok"_s;
-        found.state = found.isSound ? u"完好"_s : u"已损坏："_s + loggable(soundness);
+        found.state = found.isSound ? u"完好"_s : u"已损坏"_s;
+        found.faults = found.isSound ? QString() : loggable(soundness);
         examination.count(found);
     } catch (const StoreError& failure) {
         endIfStopped(stop);
         found.isSound = false;
-        found.state += (found.state.isEmpty() ? QString() : u"；"_s) + faultWords(file, failure);
+        found.state = found.faults.isEmpty() ? faultWords(file, failure) : found.state;
     } catch (const OperationError& failure) {
         found.isSound = false;
         found.state = headOf(failure.reason());

@@ -17,7 +17,8 @@ struct ExaminedTable {
 };
 
 struct ExaminedStore {
-    QString state;  // 完好, or what is wrong with it
+    QString state;   // 完好, or what is wrong with it
+    QString faults;  // of one that is damaged, in the library's words
     bool isSound = false;
     // Those that the program knows; others are only counted, since their names may tell something.
     QList<ExaminedTable> tables;

@@ -40,8 +40,21 @@ QString firstLineOf(const QString& path, const QByteArray& beginning = {}) {
     return {};
 }
 
+// As the session tells it.
 QString variable(const char* name) {
-    return qEnvironmentVariable(name, u"没有"_s).left(40);
+    const QString value = qEnvironmentVariable(name).left(40);
+    return value.isEmpty() ? u"未知"_s : u' ' + value;
+}
+
+QString debianWords() {
+    const QString version = firstLineOf(u"/etc/debian_version"_s);
+    return version.isEmpty() ? QString() : u"，Debian 版本 "_s + version;
+}
+
+QString memoryWords() {
+    const QString kilobytes = firstLineOf(u"/proc/meminfo"_s, "MemTotal:").section(u' ', 0, 0);
+    const qint64 bytes = kilobytes.toLongLong() * 1024;
+    return bytes > 0 ? sizeWords(bytes) : u"大小未知"_s;
 }
 
 struct Amount {
@@ -96,14 +109,12 @@ QStringList tableLines(const ExaminedStore& found) {
 QStringList systemLines() {
     return {QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion(),
             u"Qt "_s + QString::fromLatin1(qVersion()) + u"，"_s + storeLibraryWords(),
-            QSysInfo::prettyProductName() + u"，debian_version "_s +
-                firstLineOf(u"/etc/debian_version"_s),
+            QSysInfo::prettyProductName() + debianWords(),
             u"内核 "_s + QSysInfo::kernelType() + u' ' + QSysInfo::kernelVersion() + u"，"_s +
                 QSysInfo::currentCpuArchitecture(),
-            u"处理器 %1 个，内存 "_s.arg(QThread::idealThreadCount()) +
-                firstLineOf(u"/proc/meminfo"_s, "MemTotal:"),
-            u"桌面 "_s + variable("XDG_CURRENT_DESKTOP") + u"，"_s + variable("XDG_SESSION_TYPE") +
-                u"，语言 "_s + variable("LANG")};
+            u"处理器 %1 个，内存 "_s.arg(QThread::idealThreadCount()) + memoryWords(),
+            u"桌面环境"_s + variable("XDG_CURRENT_DESKTOP") + u"，会话类型"_s +
+                variable("XDG_SESSION_TYPE") + u"，语言"_s + variable("LANG")};
 }
 
 QStringList folderLines(const QString& path) {
@@ -145,7 +156,9 @@ QList<DiagnosedStore> diagnosedStores(const Stores& stores) {
 QStringList storeLines(const DiagnosedStore& store, const std::stop_token& stop,
                        const std::function<void(qint64 bytes)>& show) {
     const ExaminedStore found = examineStore(store.file, stop, show);
-    return QStringList{storeLine(store, found.state)} + tableLines(found);
+    const QStringList faults =
+        found.faults.isEmpty() ? QStringList() : QStringList{u"　检查出来的："_s + found.faults};
+    return QStringList{storeLine(store, found.state)} + faults + tableLines(found);
 }
 
 QString storeLine(const DiagnosedStore& store, const QString& state) {

@@ -33,14 +33,6 @@ constexpr std::chrono::milliseconds betweenChecks(200);
 
 const QString servicesTitle = u"各个网站的应答"_s;
 
-int servicesIn(const QList<Check>& checks) {
-    qsizetype count = 0;
-    for (const Check& it : checks) {
-        count += it.services.size();
-    }
-    return static_cast<int>(count);
-}
-
 }  // namespace
 
 DiagnosisWindow::DiagnosisWindow(Environment& environment, Windows&)
@@ -53,6 +45,8 @@ DiagnosisWindow::DiagnosisWindow(Environment& environment, Windows&)
     panel_ = std::make_unique<RunPanel>(
         RunPanel::Controls{nullptr, ui_->stop, ui_->step, ui_->progress, ui_->words});
     connectControls();
+    countdown_.setInterval(std::chrono::seconds(1));
+    countdown_.callOnTimeout(this, &DiagnosisWindow::showCountdown);
     begin();
     ui_->text->setFocus();
 }
@@ -119,6 +113,7 @@ QCoro::Task<> DiagnosisWindow::collect(std::stop_token stop) {
 }
 
 QCoro::Task<> DiagnosisWindow::lookThroughFolder(std::stop_token stop) {
+    panel_->show(RunProgress{u"正在看应用文件夹"_s, 0, 0, {}});
     const auto job = [path = environment_.applicationFolder](const auto&) {
         return folderLines(path);
     };
@@ -197,13 +192,13 @@ QCoro::Task<> DiagnosisWindow::readLogs(std::stop_token stop) {
 
 QCoro::Task<> DiagnosisWindow::askServices(std::stop_token stop) {
     add({servicesTitle, {}});
+    const auto end = qScopeGuard([this] { countdown_.stop(); });
     QString ending;
     try {
-        co_await askChecks(stop);
+        const QString unasked = co_await askChecks();
+        ending = unasked;
     } catch (const Cancelled&) {
         ending = u"停止了，没有问完"_s;
-    } catch (const OperationError& failure) {
-        ending = u"没有问搜索网站："_s + headOf(failureReason(failure));
     }
     endIfStopped(stop);
     if (!ending.isEmpty()) {
@@ -212,30 +207,51 @@ QCoro::Task<> DiagnosisWindow::askServices(std::stop_token stop) {
     }
 }
 
-QCoro::Task<> DiagnosisWindow::askChecks(std::stop_token stop) {
-    const QList<Check> checks = serviceChecks(environment_.services);
-    int asked = 0;
+// Says what couldn't be asked, and why.
+QCoro::Task<QString> DiagnosisWindow::askChecks() {
+    const std::stop_token wanted = wanted_.get_token();
+    QList<Check> checks = serviceChecks(environment_.services);
+    QString unasked;
+    try {
+        const Check site = co_await patiently([this] { return siteCheck(); }, wanted);
+        checks << site;
+    } catch (const OperationError& failure) {
+        failureReason(failure);
+        unasked = u"没有问搜索网站："_s + loggedReason(failure);
+    }
     CheckRun run(
         environment_.client, environment_.clock, betweenChecks,
         [this](const CheckRow& row) {
             sections_.last().lines << checkLine(row);
             showText();
         },
-        [this, &asked, total = servicesIn(checks)](const Check& check, const Service& service) {
-            const QString step =
-                u"正在问 "_s + purposeName(check.purpose) + u' ' + shownAddress(service.host);
-            panel_->show(RunProgress{step, asked++, total, {}});
+        [this](const Check& check, const Service& service, const CheckStep& step) {
+            showAsking(check, service, step);
         });
-    const std::stop_token wanted = wanted_.get_token();
     co_await run.run(checks, wanted);
-    // Last: a search address that is none ends the test.
-    const auto read = [this] {
-        return searchCheck(environment_.services, environment_.stores.heat,
-                           environment_.applicationFolder, environment_.clock);
-    };
-    const Check site = co_await patiently(read, stop);
-    const QList<Check> search = {site};
-    co_await run.run(search, wanted);
+    co_return QString(unasked);
+}
+
+Check DiagnosisWindow::siteCheck() const {
+    const Activity activity(u"测试搜索网站"_s);
+    return searchCheck(environment_.services, environment_.stores.heat,
+                       environment_.applicationFolder, environment_.clock);
+}
+
+void DiagnosisWindow::showAsking(const Check& check, const Service& service,
+                                 const CheckStep& step) {
+    const QString words =
+        u"正在问 "_s + purposeName(check.purpose) + u' ' + shownAddress(service.host);
+    asking_ = {words, step.asked, step.total, {}};
+    atMost_.setRemainingTime(step.atMost);
+    countdown_.start();
+    showCountdown();
+}
+
+void DiagnosisWindow::showCountdown() {
+    const auto left = std::chrono::ceil<std::chrono::seconds>(atMost_.remainingTimeAsDuration());
+    asking_.timeLeft = atMostWords(std::max(left, std::chrono::seconds(1)));
+    panel_->show(asking_);
 }
 
 QCoro::Task<> DiagnosisWindow::save(std::stop_token stop) {

@@ -3,8 +3,10 @@
 // written to any store, and no request goes out but those of the test of the services.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <memory>
 
 #include "base/runs.h"
@@ -41,7 +43,10 @@ private:
     QCoro::Task<QStringList> examine(DiagnosedStore store);
     QCoro::Task<> readLogs(std::stop_token stop);
     QCoro::Task<> askServices(std::stop_token stop);
-    QCoro::Task<> askChecks(std::stop_token stop);
+    QCoro::Task<QString> askChecks();
+    Check siteCheck() const;
+    void showAsking(const Check& check, const Service& service, const CheckStep& step);
+    void showCountdown();
     QCoro::Task<> save(std::stop_token stop);
     void copy();
     void openLog();
@@ -59,6 +64,9 @@ private:
     qint64 allBytes_ = 0;  // of the stores
     qint64 doneBytes_ = 0;
     QElapsedTimer sinceStores_;
+    RunProgress asking_;
+    QDeadlineTimer atMost_;
+    QTimer countdown_;
     std::stop_source wanted_;
     Runs questions_;
     Runs runs_;

@@ -6,6 +6,7 @@
 #include <chrono>
 
 #include "base/run_note.h"
+#include "base/time_left.h"
 #include "collector/search_check.h"
 #include "frame/practice_band.h"
 #include "grid/table_columns.h"
@@ -255,7 +256,9 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
     CheckRun run(
         environment_.client, environment_.clock, betweenChecks,
         [this](const CheckRow& row) { showFound(row); },
-        [this](const Check& check, const Service& service) { showBegun(check, service); });
+        [this](const Check& check, const Service& service, const CheckStep& step) {
+            showBegun(check, service, step);
+        });
     co_await run.run(serviceChecks(environment_.services), stop);
     // Last: a search address that is none ends the test.
     const auto read = [this] {
@@ -275,8 +278,12 @@ void Form34::showTesting(bool testing) {
     ui_->step->setVisible(testing);
 }
 
-void Form34::showBegun(const Check& check, const Service& service) {
-    ui_->step->setText(u"正在问 "_s + purposeName(check.purpose) + u' ' + service.host);
+void Form34::showBegun(const Check& check, const Service& service, const CheckStep& step) {
+    ui_->step->setText(
+        u"正在问 %1 %2（%3 / %4，%5）"_s.arg(purposeName(check.purpose), service.host)
+            .arg(step.asked + 1)
+            .arg(step.total)
+            .arg(atMostWords(step.atMost)));
 }
 
 void Form34::showFound(const CheckRow& found) {

@@ -49,7 +49,7 @@ private:
 
     QCoro::Task<> test(std::stop_token stop);
     void showTesting(bool testing);
-    void showBegun(const Check& check, const Service& service);
+    void showBegun(const Check& check, const Service& service, const CheckStep& step);
     void showFound(const CheckRow& row);
 
     Environment& environment_;

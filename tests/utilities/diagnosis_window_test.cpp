@@ -28,7 +28,7 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     const QString text = shown();
     for (const QString& part :
          {u"【屏幕和设置】"_s, u"【软件和系统】"_s, u"【应用文件夹】"_s, u"【数据库】"_s,
-          u"【最近的失败和警告】"_s, u"【各个网站的应答】"_s, u"行情 新浪 http://…：不通"_s}) {
+          u"【最近的失败】"_s, u"【各个网站的应答】"_s, u"行情 新浪 http://…：不通"_s}) {
         EXPECT_TRUE(holds(text, part));
     }
     EXPECT_EQ(secretsIn(text, stores_), QStringList()) << text.toStdString();
@@ -62,6 +62,9 @@ TEST_F(DiagnosisWindowTest, EscStopsTheCollectingAndThenClosesTheWindow) {
     open<DiagnosisWindow>();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !http_.paths.isEmpty(); }, 60000));
     EXPECT_TRUE(find<QProgressBar>(u"progress"_s)->isVisible());
+    EXPECT_EQ(label(u"step"_s), u"正在问 走势图 http://silent（0 / 1）"_s);
+    const QString left = find<QProgressBar>(u"progress"_s)->text();
+    EXPECT_TRUE(left.endsWith(u"最多还要 31 秒"_s)) << left.toStdString();
     QTest::keyClick(find<QWidget>(u"text"_s), Qt::Key_Escape);
     wait();
     EXPECT_TRUE(shown().endsWith(u"停止了，没有问完\n"_s));
