@@ -157,13 +157,10 @@ void StartPage::say(const QString& words) {
     resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
-// What is told stands right below it: the other page takes no room.
 void StartPage::showPage(QWidget& page) {
     for (QWidget* it : {ui_->choices, ui_->filling}) {
-        it->setSizePolicy(QSizePolicy::Preferred,
-                          it == &page ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+        it->setVisible(it == &page);
     }
-    ui_->pages->setCurrentWidget(&page);
 }
 
 void StartPage::showFilling() {
