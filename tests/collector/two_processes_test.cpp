@@ -1,6 +1,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include "platform/log_file.h"
 #include "tests/support/raw_service.h"
 #include "tests/support/store_test.h"
 #include "tools/practice_market/practice_market.h"
@@ -188,6 +189,10 @@ TEST_F(TwoProcessesTest, AServiceThatNeverAnswersEndsTheRunWithItsWord) {
         search.answer = it.answer;
         write(u"services.ini"_s, u"[search]\nhost="_s + search.service().host);
         expectRun({u"zhuti"_s}, 3, u"写入 0 项，跳过 1 项，没有采集 59 项"_s);
+        const QString log = QString::fromUtf8(contentOf(store_.folder() + logOfCollector));
+        EXPECT_EQ(log.count(u"\t网站\t搜索 网页 "_s + search.service().host), 1)
+            << log.toStdString();
+        QFile::remove(store_.folder() + logOfCollector);
     }
 }
 
