@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
+#include <QTimer>
+#include <chrono>
 #include <stdexcept>
 
 #include "tests/support/qt_printers.h"
@@ -29,10 +31,17 @@ Failure raisedBy(const Step& step) {
     throw std::logic_error("the step was done");
 }
 
-// Events happen until it is so.
+// Events happen until it is so. What never comes to be fails in place of hanging.
 template <typename Condition>
 void until(const Condition& isSo) {
+    bool inVain = false;
+    QTimer patience;
+    patience.callOnTimeout([&inVain] { inVain = true; });
+    patience.start(std::chrono::minutes(3));
     while (!isSo()) {
+        if (inVain) {
+            throw std::logic_error("it never came to be");
+        }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 }
