@@ -5,7 +5,6 @@
 #include "exchange/article_import.h"
 #include "exchange/backup_export.h"
 #include "exchange/news_import.h"
-#include "exchange/text_import.h"
 #include "exchange/theme_import.h"
 #include "research/selection_scan.h"
 #include "research/selection_search.h"
@@ -103,14 +102,7 @@ TEST_P(ApostropheTest, OutIntoAFolderAndBackIn) {
     }
 }
 
-TEST_P(ApostropheTest, OfATextFileAndAProxy) {
-    const TextSource source{store_.folder() + u"it's.txt"_s, true, u"TAB键"_s, u"TAB键"_s};
-    writeFile(source.path, (u"600000\t"_s + name_).toUtf8());
-    TextImport import(store_.stores, clock_, dialogs_, run_);
-    for (int time = 0; time < 2; ++time) {
-        endOf(import.importText(source, {}));
-        EXPECT_EQ(themes(), QStringList{name_ + u"|SH600000|浦'发"_s});
-    }
+TEST_P(ApostropheTest, OfAProxy) {
     Service vendor;
     Proxies proxies(store_.stores, dialogs_, http_, vendor);
     EXPECT_TRUE(proxies.add({{}, name_, u"80"_s, true, name_, name_, name_, true}));
