@@ -162,7 +162,7 @@ public:
     }
 
 protected:
-    void accept() override { isFilePicked() ? QDialog::accept() : QFileDialog::accept(); }
+    void accept() override { isFilePicked() ? done(Accepted) : QFileDialog::accept(); }
 
 private:
     bool isFilePicked() const { return QFileInfo(selectedFiles().value(0)).isFile(); }
