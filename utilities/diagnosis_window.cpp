@@ -264,6 +264,7 @@ QCoro::Task<> DiagnosisWindow::save(std::stop_token stop) {
         panel_->say(u"没有保存。"_s);
         co_return;
     }
+    panel_->say({});  // what it said of the former one
     const Activity activity(u"保存诊断"_s);
     replaceFile(path, text.toUtf8());
     panel_->say(u"已保存到 "_s + path);

@@ -40,6 +40,10 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     QTest::keyClick(button(u"save"_s), Qt::Key_Space);
     EXPECT_EQ(QString::fromUtf8(contentOf(dialogs_.picked)), text);
     EXPECT_TRUE(label(u"words"_s).startsWith(u"已保存到 "_s));
+    dialogs_.picked = u"/nowhere/x.txt"_s;
+    click(u"save"_s);
+    EXPECT_EQ(failures_.told.size(), 1);
+    EXPECT_EQ(label(u"words"_s), QString());
     click(u"openLog"_s);
     EXPECT_EQ(shell_.opened, QStringList{store_.folder() + logOfProgram});
 }
