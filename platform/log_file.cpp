@@ -21,7 +21,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qint64 fewestSecondsOfRepeats = 600;
-constexpr qint64 mostSecondsOfRepeats = 6 * 3600;
+constexpr qint64 mostSecondsOfRepeats = 21600;
 constexpr qsizetype mostRemembered = 100;
 QtMessageHandler formerHandler = nullptr;
 

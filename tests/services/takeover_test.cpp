@@ -4,6 +4,7 @@
 #include "market/quote_run.h"
 #include "platform/qt_http_client.h"
 #include "research/history_fill.h"
+#include "services/boards.h"
 #include "services/factors.h"
 #include "services/fundamentals.h"
 #include "services/polite_http.h"
@@ -92,8 +93,7 @@ public:
         return store_.rows(u"select dm from dmb where newhqtime>='2026-11-24' order by rowid"_s);
     }
 
-    // Those that both files have, each day of the year once.
-    QStringList fillHistory() {
+    void fillHistory() {
         know(QStringList{u"SH000001"_s} + fewStocks);
         QFile::remove(store_.stores.firstHistory.path);
         QFile::remove(store_.stores.secondHistory.path);
@@ -103,6 +103,10 @@ public:
         HistoryFill fill(
             store_.stores, clock_, http_, all, {1}, control, [](const RunProgress&) {}, noWait_);
         endOf(fill.run({}));
+    }
+    // Those that both files have, each day of the year once.
+    QStringList filledHistory() {
+        fillHistory();
         QStringList filled = fewStocks;
         filled.removeIf([this](const QString& dm) {
             const QString query =
@@ -178,7 +182,7 @@ TEST_F(TakeoverTest, TheNextServiceTakesOverInTheMiddleAndTheFirstOneComesBack) 
         QStringList wanted;
     } cases[] = {
         {"quotes", u"sina"_s, u"tencent"_s, 2, &TakeoverTest::updateQuotes, codes},
-        {"history", u"sina"_s, u"tencent"_s, 4, &TakeoverTest::fillHistory, fewStocks},
+        {"history", u"sina"_s, u"tencent"_s, 4, &TakeoverTest::filledHistory, fewStocks},
         {"key data", u"sina"_s, u"page"_s, 3, &TakeoverTest::askKeyData, fewStocks},
     };
     for (const auto& it : cases) {

@@ -29,7 +29,7 @@ class WindowTest : public StoreTest {
 protected:
     // No window outlives what it was given.
     ~WindowTest() override {
-        dialogs_.onTell = dialogs_.onAsk = dialogs_.onInput = nullptr;
+        dialogs_.onAsk = dialogs_.onInput = nullptr;
         leaveWindows();
     }
 
