@@ -75,8 +75,9 @@ void requireUsable(CopiedStore store, const StoreFile& file, const CopyChoice& c
     const StoreContent content = contentOf(store, file, Look::whole);
     if (!content.isReadable()) {
         const QString other = choice.elsewhere.isEmpty() ? u"一份备份"_s : u"一个文件夹"_s;
-        throw OperationError(choice.words() + u" 的"_s + wordOf(store) + content.words(store) +
-                             u"，请另选"_s + other + u'。');
+        const QString fault = wordOf(store) + content.words(store);
+        throw OperationError(choice.words() + u" 的"_s + fault + u"，请另选"_s + other + u'。',
+                             fault);
     }
 }
 

@@ -97,7 +97,8 @@ void StartPage::showChoices() {
         bar(*ui_->live, practising);
         bar(*ui_->takeOver, practising);
     } else if (!QFileInfo::exists(environment_.applicationFolder + practiceStarter)) {
-        bar(*ui_->practise, u"这个文件夹里没有启动练习的程序 "_s + practiceStarter + u"。"_s);
+        bar(*ui_->practise,
+            u"这个文件夹里没有启动练习的程序 "_s + practiceStarter + u"，请重新安装软件。"_s);
     }
     for (QCommandLinkButton* button : {ui_->practise, ui_->live, ui_->takeOver, ui_->restore}) {
         button->setAccessibleDescription(button->description());

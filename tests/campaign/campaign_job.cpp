@@ -3,14 +3,15 @@
 // services. Questions are answered with yes and the last argument. Prints what the user is told,
 // each committed step of those that tell it, and "done"; a failure goes to the error output in the
 // words of the user's box, and the program ends with 1.
+#include <cstdio>
+#include <exception>
+
 #include "exchange/restore.h"
 #include "tests/campaign/job_desk.h"
 
 using namespace guanchao;
 
-int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
+static int carryOut(const QStringList& arguments) {
     std::map<QString, Run> runs = exchangeRuns();
     runs.merge(otherRuns());
     const std::map<QString, Step> atOnce = steps();
@@ -40,4 +41,14 @@ int main(int argc, char** argv) {
         print(told);
     }
     return desk.failures.any ? 1 : 0;
+}
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    try {
+        return carryOut(QCoreApplication::arguments());
+    } catch (const std::exception& failure) {
+        std::fputs(failure.what(), stderr);
+        return 1;
+    }
 }

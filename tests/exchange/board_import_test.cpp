@@ -14,6 +14,7 @@ protected:
 
     static std::vector<PracticeStock> stocks() {
         std::vector<PracticeStock> stocks;
+        stocks.reserve(170);
         for (int it = 0; it < 170; ++it) {
             stocks.push_back({u"SZ%1"_s.arg(300000 + it), u"某股%1"_s.arg(it)});
         }
