@@ -57,8 +57,7 @@ const QList<OtherCount>& othersOf(CopiedStore store) {
     return mainOthers;
 }
 
-QStringList readOthers(CopiedStore store, const StoreFile& file) {
-    Connection connection = file.open();
+QStringList othersIn(Connection& connection, CopiedStore store) {
     const QStringList tables = tablesIn(connection);
     QStringList words;
     for (const OtherCount& it : othersOf(store)) {
@@ -72,6 +71,14 @@ QStringList readOthers(CopiedStore store, const StoreFile& file) {
         }
     }
     return words;
+}
+
+QList<qint64> countsIn(Connection& connection, CopiedStore store) {
+    QList<qint64> counts;
+    for (const StoreCount& count : countsOf(store)) {
+        counts << Recordset(connection, count.query).value(0).toInteger();
+    }
+    return counts;
 }
 
 QString faultWords(CopiedStore store, const StoreFile& file, StoreFault fault) {
@@ -123,11 +130,7 @@ void requireWhole(const StoreFile& file) {
 
 QList<qint64> readCounts(CopiedStore store, const StoreFile& file) {
     Connection connection = file.open();
-    QList<qint64> counts;
-    for (const StoreCount& count : countsOf(store)) {
-        counts << Recordset(connection, count.query).value(0).toInteger();
-    }
-    return counts;
+    return countsIn(connection, store);
 }
 
 QString StoreContent::words(CopiedStore store) const {
@@ -146,7 +149,8 @@ StoreContent contentOf(CopiedStore store, const StoreFile& file, Look look) {
         if (look == Look::whole) {
             requireWhole(file);
         }
-        return {{}, readCounts(store, file), readOthers(store, file)};
+        Connection connection = file.open();
+        return {{}, countsIn(connection, store), othersIn(connection, store)};
     } catch (const StoreError& failure) {
         return {faultOf(store, file, failure), {}, {}};
     }

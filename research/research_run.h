@@ -26,7 +26,7 @@ struct ResearchProgress {
     QString caption;        // of the window: 计算到时间: and the day; empty: as it was
     QString subject;        // the theme that is looked at, or 代码总数: and the number
     QString step;           // 选中题材: and the theme taken, or 当前代码: and the code
-    QString day;            // the day
+    QString day;            // yyyy-MM-dd, of the run
     int done = 0;           // days or codes, or rows that are read before
     int total = 0;          // 0 while it prepares
     QString timeLeft;       // 剩余约 n 秒

@@ -99,15 +99,16 @@ void ServiceWatch::noteFailure(const Service& service, Watched& watched,
         ++state.failuresInARow;
         state.counted = state.failed;
     }
+    const QString head = headOf(reason);
     if (!watched.spell) {
         watched.spell = Spell{loggedName(service.purpose, service), state.failed, {}, 0, {}};
-        writeLog({LogKind::service, watched.spell->service, headOf(reason)});
+        writeLog({LogKind::service, watched.spell->service, head});
     }
     Spell& spell = *watched.spell;
     ++spell.count;
     spell.last = state.failed;
-    if (!spell.reasons.contains(headOf(reason)) && spell.reasons.size() < mostReasons) {
-        spell.reasons << headOf(reason);
+    if (!spell.reasons.contains(head) && spell.reasons.size() < mostReasons) {
+        spell.reasons << head;
     }
 }
 

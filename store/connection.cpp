@@ -122,8 +122,8 @@ StoreError lastFailure(sqlite3* handle, const QString& path, const QString& stat
     return {reason, path, statement, faultOf(handle)};
 }
 
-// Of its two uses at once none is ever made, so that the library needs no lock around each value it
-// gives: a fifth of the time that a large history takes to read.
+// No connection is used by two threads at once, so that the library needs no lock around each value
+// that it gives: a large history is read value by value.
 constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
 
 sqlite3* openHandle(const QString& path) {
