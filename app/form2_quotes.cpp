@@ -2,6 +2,8 @@
 #include <QScopeGuard>
 
 #include "app/form2.h"
+#include "base/log.h"
+#include "base/log_words.h"
 #include "base/run_note.h"
 #include "store/failure.h"
 #include "ui_form2.h"
@@ -37,11 +39,16 @@ QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
         showUpdating(false);
         ui_->Label6->setText(time);
     });
-    RunNote note(u"更新行情数据"_s, stop);
+    const QString updating = u"更新行情数据"_s;
+    RunNote note(updating, stop);
     const auto show = [this](const QuoteProgress& it) { showProgress(it); };
     co_await dayBookDesk_->write(stop);
     const QuoteTally tally = co_await quoteRun_.run(show, stop);
-    note.ended(tally.counts());
+    if (tally.missed() > 0 && tally.nothingCame()) {
+        writeLog({LogKind::failure, updating, headOf(tally.reason())});
+    } else {
+        note.ended(tally.counts());
+    }
     co_return tally;
 }
 

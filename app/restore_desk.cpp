@@ -64,9 +64,12 @@ QCoro::Task<QString> RestoreDesk::restore(CopyChoice choice, std::stop_token sto
 }
 
 void RestoreDesk::tellDone(const CopyChoice& choice, const QString& settings) const {
+    const QString leftBehind = choice.leftBehind.isEmpty()
+                                   ? QString()
+                                   : u"。那里的"_s + choice.leftBehind.join(u'、') + u"，没有换"_s;
     environment_.dialogs.tellDone(
         (choice.elsewhere.isEmpty() ? u"已恢复"_s : u"已接管"_s) + choice.words() + u" 的"_s +
-        wordsOf(choice.stores) + settings +
+        wordsOf(choice.stores) + settings + leftBehind +
         u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
 }
 

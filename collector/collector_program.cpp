@@ -147,11 +147,15 @@ std::unique_ptr<Job> CollectorProgram::makeCodeTableJob() {
 
 void CollectorProgram::noteEnd(const RunTally& tally) {
     const RunState state = collection_->state();
-    const QString counts = tally.countWords() + u"；"_s + tally.failureWords();
+    QStringList counts = {tally.countWords(), tally.failureWords()};
+    if (state == RunState::unwanted) {
+        counts.prepend(u"主程序已退出"_s);
+    }
+    counts.removeAll(QString());
     if (vainStates.contains(state)) {
         writeLog({LogKind::failure, headOf(job_->title()), headOf(collection_->summary())});
     } else {
-        note_->ended(counts, state != RunState::finished);
+        note_->ended(counts.join(u'；'), state != RunState::finished);
     }
     note_.reset();
 }

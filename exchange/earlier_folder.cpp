@@ -97,6 +97,8 @@ CopyChoice EarlierFolder::choice() const {
     for (const auto& [store, content] : contents.asKeyValueRange()) {
         if (content.isReadable()) {
             choice.stores << store;
+        } else {
+            choice.leftBehind << wordOf(store) + content.words(store);
         }
     }
     return choice;

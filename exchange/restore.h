@@ -16,6 +16,8 @@ struct CopyChoice {
     QList<CopiedStore> stores;
     // An application folder of elsewhere, with its separator, in place of a copy.
     QString elsewhere = {};
+    // Of that folder, what can't be read and so doesn't come along: 文章库不能读取（已损坏）
+    QStringList leftBehind = {};
 
     // 恢复数据, 接管文件夹
     QString activity() const;

@@ -26,6 +26,7 @@ const QString practising = u"现在是练习，行情是编的。退出练习，
 void bar(QCommandLinkButton& button, const QString& why) {
     button.setDescription(why);
     button.setEnabled(false);
+    button.setAutoDefault(false);  // else an inactive window marks it as the one that Enter takes
 }
 
 }  // namespace

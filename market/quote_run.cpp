@@ -58,6 +58,11 @@ QString QuoteTally::heading() const {
         .arg(missed_);
 }
 
+QString QuoteTally::reason() const {
+    const auto most = std::ranges::max_element(byReason_);
+    return most == byReason_.end() ? u"应答里没有这些代码"_s : most.key();
+}
+
 QString QuoteTally::counts() const {
     return u"%1 / %2 只"_s.arg(total_ - unanswered()).arg(total_);
 }

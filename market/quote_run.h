@@ -36,6 +36,8 @@ public:
     bool nothingCame() const { return missed_ >= total_; }
     // Those that the service has not even said of that it doesn't know them.
     int unanswered() const { return missed_ - unknown_; }
+    // Why most of those that are missing didn't come.
+    QString reason() const;
     // 5400 / 5403 只
     QString counts() const;
     // 更新行情数据完成！ where there are none, or how many of how many came; and why the others

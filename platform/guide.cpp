@@ -11,10 +11,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QString guidePage = u"软件使用说明.html"_s;
+const QString leadingPage = u"帮助.html"_s;
+
 // Some openers drop what stands behind the "#" of a file: a page of our own leads on to it. Where
 // it can't be written, the guide opens at its beginning.
 QString leaderTo(const QString& section, const QString& page, const QString& folder) {
-    const QString leader = folder + u"帮助.html"_s;
+    const QString leader = folder + leadingPage;
     const QString content =
         u"<!DOCTYPE html>\n<meta charset=\"utf-8\">\n"
         u"<meta http-equiv=\"refresh\" content=\"0; url=%1#%2\">\n"_s.arg(
@@ -25,7 +28,7 @@ QString leaderTo(const QString& section, const QString& page, const QString& fol
 }  // namespace
 
 void openGuide(const QString& folder, const QString& section, Dialogs& dialogs, Shell& shell) {
-    const QString page = folder + u"软件使用说明.html"_s;
+    const QString page = folder + guidePage;
     if (!QFile::exists(page)) {
         dialogs.tell(u"没有找到软件使用说明，请检查文件是否存在：\n"_s + page);
         return;
@@ -34,7 +37,10 @@ void openGuide(const QString& folder, const QString& section, Dialogs& dialogs, 
 }
 
 void tellNotOpened(const QString& target, Dialogs& dialogs) {
-    dialogs.tell(u"没有能打开它的程序，请自己打开：\n"_s + target);
+    // The leading page is none that a user knows.
+    const bool isLeader = target.endsWith(u'/' + leadingPage);
+    const QString shown = isLeader ? target.chopped(leadingPage.size()) + guidePage : target;
+    dialogs.tell(u"没有能打开它的程序，请自己打开：\n"_s + shown);
 }
 
 }  // namespace guanchao

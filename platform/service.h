@@ -13,6 +13,8 @@ struct Service {
     double pauseSeconds = 0;  // at least, from the start of one request to that of the next
     QString kind = {};        // what it speaks, where a purpose has several kinds
     QString purpose = {};     // what it is asked for, as services.ini names it: quote
+
+    bool operator==(const Service&) const = default;
 };
 
 // Of a host as QUrl and QNetworkProxyQuery name it, without its scheme.

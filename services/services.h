@@ -31,6 +31,8 @@ struct Services {
     bool isPractice = false;  // prices are made up: the file has a section [practice]
 
     QStringList complaints;  // of sections that were passed over, in Chinese
+
+    bool operator==(const Services&) const = default;
 };
 
 Services readServices(const QString& iniPath);

@@ -63,6 +63,10 @@ QStringList settingLines(const Environment& environment) {
           << u"历史行情 %1 年，每天自己更新：%2"_s.arg(history.years())
                  .arg(history.updatesByItself() ? u"是"_s : u"否"_s)
           << collectorLine(folder + u"caijiqi.ini"_s);
+    if (environment.servicesFile.inFile() != environment.services) {
+        lines
+            << u"services.ini 在软件运行中被改过，下面这些下次启动才生效；现在用的，看网站的应答"_s;
+    }
     for (const ServiceEntry& it : environment.servicesFile.entries()) {
         lines << serviceLine(it);
     }

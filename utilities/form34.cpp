@@ -4,6 +4,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <chrono>
+#include <exception>
 
 #include "base/run_note.h"
 #include "base/time_left.h"
@@ -259,16 +260,24 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
         [this](const Check& check, const Service& service, const CheckStep& step) {
             showBegun(check, service, step);
         });
-    co_await run.run(serviceChecks(environment_.services), stop);
-    // Last: a search address that is none ends the test.
-    const auto read = [this] {
-        return searchCheck(environment_.services, environment_.stores.heat,
-                           environment_.applicationFolder, environment_.clock);
-    };
-    const Check site = co_await patiently(read, stop);
-    const QList<Check> search = {site};
-    co_await run.run(search, stop);
+    QList<Check> checks = serviceChecks(environment_.services);
+    std::exception_ptr noSite;  // a search address that is none is told when the others are asked
+    try {
+        const Check site = co_await patiently([this] { return siteCheck(); }, stop);
+        checks << site;
+    } catch (const OperationError&) {
+        noSite = std::current_exception();
+    }
+    co_await run.run(checks, stop);
+    if (noSite) {
+        std::rethrow_exception(noSite);
+    }
     note.ended();
+}
+
+Check Form34::siteCheck() const {
+    return searchCheck(environment_.services, environment_.stores.heat,
+                       environment_.applicationFolder, environment_.clock);
 }
 
 void Form34::showTesting(bool testing) {

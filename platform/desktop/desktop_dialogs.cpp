@@ -149,6 +149,7 @@ public:
     explicit FolderBox(const QString& title, const QString& folder)
         : QFileDialog(nullptr, title, folder) {
         setFileMode(Directory);
+        setOption(ReadOnly);  // nothing is to be made there
         setFilter(filter() | QDir::Files);
         connect(this, &QFileDialog::currentChanged, this, &FolderBox::letFilesBeTaken);
         if (const auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s)) {

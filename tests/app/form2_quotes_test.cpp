@@ -106,6 +106,15 @@ TEST_F(Form2Test, WhatIsAskedForWhileAnotherHoldsTheStoreComesWhenItIsFree) {
     EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
+TEST_F(Form2Test, AnUpdateThatBringsNothingIsAFailureInTheLog) {
+    load();
+    const KeptLog log(LogKind::failure);
+    http_.answer = [](const QString&) { return QByteArray(); };
+    QTest::keyClick(&main_, Qt::Key_F9);
+    until([this] { return !dialogs_.shown.isEmpty(); });
+    EXPECT_EQ(log.lines, QStringList{u"更新行情数据|应答是空的"_s});
+}
+
 TEST_F(Form2Test, EscBreaksTheUpdateOffAndLeavesTheControlsAsBefore) {
     load();
     const QString time = label(u"Label6"_s);

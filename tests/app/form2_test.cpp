@@ -1,5 +1,6 @@
 #include "exchange/form3.h"
 #include "exchange/form33.h"
+#include "platform/guide.h"
 #include "platform/qt_http_client.h"
 #include "research/form24.h"
 #include "tests/app/form2_fixture.h"
@@ -185,6 +186,8 @@ TEST_F(Form2Test, TheToolsAndHelpEntriesDoWhatTheySay) {
     const QString leader = store_.folder() + u"帮助.html"_s;
     EXPECT_TRUE(contentOf(leader).contains("url=软件使用说明.html#form24\""));
     EXPECT_EQ(shell_.opened, QStringList({guide, u"http://vendor/"_s, leader}));
+    tellNotOpened(leader, dialogs_);
+    EXPECT_TRUE(dialogs_.shown.last().endsWith(guide)) << "the user knows of no other page";
 }
 
 TEST_F(Form2Test, TellsWhatServicesIniHolds) {

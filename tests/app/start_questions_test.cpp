@@ -99,6 +99,7 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     for (const QString& theme : {u"光伏"_s, u"风电"_s, u"储能"_s}) {
         there.addMember(theme, u"SH600519"_s);
     }
+    writeFile(there.stores.article.path, "ruined");
     dialogs_.answer = true;
     for (const QString& picked : {store_.folder(), there.folder()}) {
         takeOver(picked);
@@ -106,8 +107,10 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
         EXPECT_EQ(shownWindow<StartPage>() != nullptr, picked == store_.folder());
     }
     EXPECT_TRUE(dialogs_.shown[1].contains(u"那里有：3 个主题，3 条"_s));
-    EXPECT_TRUE(dialogs_.done.value(0).startsWith(u"已接管文件夹 "_s + there.folder() +
-                                                  u" 的主题库、文章库、采集库。"_s));
+    EXPECT_TRUE(dialogs_.done.value(0).startsWith(
+        u"已接管文件夹 "_s + there.folder() +
+        u" 的主题库、采集库。那里的文章库不能读取（已损坏，或者密码不对），没有换。"_s))
+        << dialogs_.done.value(0).toStdString();
     EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
               QStringList{u"3"_s});
     EXPECT_TRUE(CodeTableSettings(store_.folder() + u"界面.ini"_s).isRefused())

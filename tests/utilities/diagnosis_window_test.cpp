@@ -5,6 +5,7 @@
 #include "platform/log_file.h"
 #include "tests/support/users_secrets.h"
 #include "tests/support/window_test.h"
+#include "utilities/diagnosed_settings.h"
 
 namespace guanchao {
 
@@ -20,6 +21,8 @@ protected:
 TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     plantSecrets(store_);
     services_ = readServices(store_.folder() + u"services.ini"_s);
+    EXPECT_EQ(settingLines(environment_).filter(u"被改过"_s), QStringList());
+    services_.vendor.timeoutSeconds = 9;
     http_.answer = [](const QString&) { return secretWords.toUtf8(); };
     const LogFile log(store_.folder() + logOfProgram, clock_);
     open<DiagnosisWindow>();
@@ -28,7 +31,8 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     const QString text = shown();
     for (const QString& part :
          {u"【屏幕和设置】"_s, u"【软件和系统】"_s, u"【应用文件夹】"_s, u"【数据库】"_s,
-          u"【最近的失败】"_s, u"【各个网站的应答】"_s, u"行情 新浪 http://…：不通"_s}) {
+          u"【最近的失败】"_s, u"services.ini 在软件运行中被改过"_s, u"【各个网站的应答】"_s,
+          u"行情 新浪 http://…：不通"_s}) {
         EXPECT_TRUE(holds(text, part));
     }
     EXPECT_EQ(secretsIn(text, stores_), QStringList()) << text.toStdString();
