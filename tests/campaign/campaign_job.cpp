@@ -12,12 +12,11 @@
 using namespace guanchao;
 
 static int carryOut(const QStringList& arguments) {
-    std::map<QString, Run> runs = exchangeRuns();
-    runs.merge(otherRuns());
+    const std::map<QString, Run> waiting = runs();
     const std::map<QString, Step> atOnce = steps();
-    const auto run = runs.find(arguments.value(1));
+    const auto run = waiting.find(arguments.value(1));
     const auto step = atOnce.find(arguments.value(1));
-    if ((run == runs.end() && step == atOnce.end()) || arguments.size() < 4) {
+    if ((run == waiting.end() && step == atOnce.end()) || arguments.size() < 4) {
         QTextStream(stderr) << "usage: campaign_job WORD FOLDER HOST [ARGUMENT ...]\n";
         return 2;
     }

@@ -88,8 +88,7 @@ struct JobDesk {
 using Stop = std::stop_token;
 using Run = QCoro::Task<> (*)(JobDesk& it, Stop stop);
 using Step = void (*)(JobDesk& it);
-std::map<QString, Run> exchangeRuns();
-std::map<QString, Run> otherRuns();
+std::map<QString, Run> runs();
 std::map<QString, Step> steps();
 
 }  // namespace guanchao
