@@ -13,7 +13,7 @@ from pathlib import Path
 
 sys.path.append(str(Path(__file__).parent.parent / "tour"))
 
-from desk import DAY, FAKETIME, Desk, Market, TourFailure, wait  # noqa: E402
+from desk import DAY, FAKETIME, Desk, Market, TourFailure, as_key, wait  # noqa: E402
 
 TITLE = "一整天的行情"
 
@@ -28,8 +28,8 @@ STORES = ("dzhzhuti.mzdat", "wenzhang.mzdat", "caijiqi.mzdat")
 MAIN = STORES[0]
 TITLE_OF_PROGRAM = "观潮台(V3.7)"
 
-# 界面.ini: 行情/自动更新 every 60 seconds, as Qt writes its letters.
-AUTOMATIC_UPDATE = "[%U884C%U60C5]\n%U81EA%U52A8%U66F4%U65B0=60\n"
+# Every 60 seconds.
+AUTOMATIC_UPDATE = f"[{as_key('行情')}]\n{as_key('自动更新')}=60\n"
 
 MONITORS = (
     "insert into zhutijiankong(zhutiname,bijiaofu,baojinzhi,tanchuform,yinyue) values"

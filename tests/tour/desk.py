@@ -53,6 +53,11 @@ def run(program, *arguments, **environment):
     return done.stdout
 
 
+def as_key(words):
+    """As the toolkit writes it into a file of settings."""
+    return "".join(f"%U{ord(it):04X}" for it in words)
+
+
 def end_with_parent():
     libc.prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
 
@@ -120,8 +125,7 @@ class Desk:
 
     def choose_light_colours(self):
         """As 工具 / 外观 keeps it; a desktop that tells nothing is a dark one."""
-        section, key = ("".join(f"%U{ord(it):04X}" for it in word) for word in ("外观", "颜色"))
-        (self.application / "界面.ini").write_text(f"[{section}]\n{key}=2\n")
+        (self.application / "界面.ini").write_text(f"[{as_key('外观')}]\n{as_key('颜色')}=2\n")
 
     def start_window_manager(self):
         settings = self.folder / "openbox.xml"
@@ -184,6 +188,7 @@ class Market:
 
     def __init__(self, desk, **clock):
         port = desk.folder / "market.port"
+        port.unlink(missing_ok=True)
         self.process = desk.start(desk.practice_market, desk.data / "codes.csv", port,
                                   *self.options, **clock)
         wait("the practice market", lambda: port.exists() or self.process.poll() is not None)

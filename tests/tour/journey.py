@@ -7,7 +7,7 @@ import sys
 import time
 import traceback
 
-from desk import Desk, StillMarket, TourFailure, wait
+from desk import DAY, Desk, StillMarket, TourFailure, wait
 
 SKIPPED = 77
 
@@ -33,6 +33,16 @@ class Journey:
     def start_program(self):
         self.screen = Screen(self.desk.start_program())
         self.main = self.screen.window("观潮台(V3.7)")
+
+    def press_in_the_main_window(self, key):
+        self.screen.give_focus("观潮台(V3.7)")
+        self.screen.type(key)
+
+    def fetch_quotes(self):
+        self.press_in_the_main_window("F9")
+        self.screen.answer("更新行情数据完成！")
+        self.expect(MAIN, f"select count(*) from dmb where newhqtime like '{DAY} 10:%'",
+                    *self.desk.rows(MAIN, "select count(*) from dmb"))
 
     def close_the_program(self):
         self.screen.ask_to_close("观潮台(V3.7)")

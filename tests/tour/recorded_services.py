@@ -1,22 +1,40 @@
 """The services of day bars and factors as they stand in a folder, reply by reply: kline/CODE.json and
-hfq/CODE.js."""
+hfq/CODE.js. On an address of this computer, for as long as the tour runs."""
 
+import threading
+from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from urllib.parse import parse_qs, urlparse
-
-from loopback_services import LoopbackServices
 
 REFERER = "https://finance.sina.com.cn/"
 
 
-class RecordedServices(LoopbackServices):
+class RecordedServices:
     def __init__(self, folder):
         self.folder = folder
-        super().__init__()
+        self.asked = []
+        server = ThreadingHTTPServer(("127.0.0.1", 0), self.handler())
+        self.host = f"http://127.0.0.1:{server.server_port}"
+        threading.Thread(target=server.serve_forever, daemon=True).start()
 
-    def reply(self, target, referer):
+    def handler(self):
+        services = self
+
+        class Handler(BaseHTTPRequestHandler):
+            def do_GET(self):
+                status, body = services.reply(urlparse(self.path), self.headers.get("Referer"))
+                self.send_response(status)
+                self.send_header("Content-Length", str(len(body)))
+                self.end_headers()
+                self.wfile.write(body)
+
+            def log_message(self, *_):
+                pass
+
+        return Handler
+
+    def reply(self, url, referer):
         if referer != REFERER:
             return 403, b""
-        url = urlparse(target)
         if url.path.endswith(".getKLineData"):
             return 200, self.recorded(f"kline/{parse_qs(url.query)['symbol'][0]}.json") or b"null"
         body = self.recorded(f"hfq/{url.path.split('/')[-2]}.js")

@@ -13,7 +13,7 @@ import sqlite3
 import sys
 from pathlib import Path
 
-from desk import DAY, IN_SESSION, Desk, Market, TourFailure, children_of, wait
+from desk import DAY, IN_SESSION, Desk, Market, TourFailure, as_key, children_of, wait
 from journey import MAIN, Journey, check, go
 from screen import Screen, says
 
@@ -121,14 +121,6 @@ class Road(Journey):
         self.desk.start_program = lambda: self.desk.start_entry(self.entry)
         self.start_program()
         wait("the day's copy", (self.desk.application / "备份" / DAY).exists)
-
-    def fetch_quotes(self):
-        self.screen.give_focus("观潮台(V3.7)")
-        self.screen.type("F9")
-        self.screen.answer("更新行情数据完成！")
-        priced = f"select count(*) from dmb where newhqtime like '{DAY} 10:%'"
-        check("some stocks have no quote", self.desk.rows(MAIN, priced),
-              self.desk.rows(MAIN, "select count(*) from dmb"))
 
 
 class Practise(Road):
@@ -244,11 +236,6 @@ class Upgrade(Road):
         self.screen.answer(f"确实要删除主题'{name}'吗?")
         self.screen.answer(f"删除主题'{name}'完成!")
         self.expect(MAIN, f"select count(*) from dzhzhuti where zhutiname='{name}'", ["0"])
-
-
-def as_key(words):
-    """As the toolkit writes it into a file of settings."""
-    return "".join(f"%U{ord(it):04X}" for it in words)
 
 
 def processes():

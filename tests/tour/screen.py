@@ -90,6 +90,9 @@ class Screen:
         return next((it for it in walk(window) if role_of(it) == role
                      and it.get_name() == name and is_shown(it)), None)
 
+    def wait_until_gone(self, window, role, name):
+        self.wait(f"{role} {name} to go", lambda: not self.control_now(window, role, name))
+
     def press(self, window, name):
         button = self.control(window, "button", name)
         self.wait(f"the button {name} to be enabled", lambda: is_enabled(button))

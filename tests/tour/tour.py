@@ -40,13 +40,9 @@ class Tour(Journey):
 
     def fetch_quotes(self):
         self.desk.market.move_to(MEMBER, lambda gain: gain < -6)
-        self.screen.give_focus("观潮台(V3.7)")
-        self.screen.type("F9")
-        self.screen.answer("更新行情数据完成！")
+        super().fetch_quotes()
         price = self.desk.market.prices(MEMBER)[1]
         self.expect(MAIN, f"select sp-{price} from dmb where dm='{MEMBER}'", ["0"])
-        self.expect(MAIN, f"select count(*) from dmb where newhqtime like '{DAY} 10:%'",
-                    *self.desk.rows(MAIN, "select count(*) from dmb"))
 
     def search_a_stock(self):
         self.screen.click(self.screen.control(self.main, "text", "代码"))
@@ -96,8 +92,7 @@ class Tour(Journey):
         check("the alarm", [alarms.column(1), alarms.column(6)],
               [[THEME], self.desk.rows(MAIN, "select baojintime from zhutijiankong")[0]])
         self.screen.press(self.main, "停止播放")
-        self.screen.wait("the sound to stop", lambda: not self.screen.control_now(
-            self.main, "button", "停止播放"))
+        self.screen.wait_until_gone(self.main, "button", "停止播放")
         self.screen.close("监控管理(监控已启动)")
 
     def export(self):
@@ -141,20 +136,16 @@ class Tour(Journey):
 
     def work_on_a_dead_market(self):
         self.desk.market.freeze()
-        self.screen.give_focus("观潮台(V3.7)")
-        self.screen.type("F9")
+        self.press_in_the_main_window("F9")
         self.screen.press(self.main, "停止更新行情")
-        self.screen.wait("the update to stop", lambda: not self.screen.control_now(
-            self.main, "button", "停止更新行情"))
+        self.screen.wait_until_gone(self.main, "button", "停止更新行情")
         self.screen.type("F9")
         self.screen.choose(self.main, "行情(H)", "分时数据")
         self.screen.window("分时行情")
         self.screen.close("分时行情")
         self.search_a_theme()
-        self.screen.give_focus("观潮台(V3.7)")
-        self.screen.type("Escape")
-        self.screen.wait("the update to stop", lambda: not self.screen.control_now(
-            self.main, "button", "停止更新行情"))
+        self.press_in_the_main_window("Escape")
+        self.screen.wait_until_gone(self.main, "button", "停止更新行情")
         self.desk.market.thaw()
 
     def take_the_days_copy_back(self):
