@@ -13,7 +13,7 @@ from pathlib import Path
 
 sys.path.append(str(Path(__file__).parent.parent / "tour"))
 
-from desk import DAY, FAKETIME, Desk, Market, TourFailure, as_key, wait  # noqa: E402
+from desk import DAY, FAKETIME, Desk, Market, TourFailure, as_key  # noqa: E402
 
 TITLE = "一整天的行情"
 
@@ -26,7 +26,6 @@ FIGURES = ("内存 MB ", "句柄", "线程")
 
 STORES = ("dzhzhuti.mzdat", "wenzhang.mzdat", "caijiqi.mzdat")
 MAIN = STORES[0]
-TITLE_OF_PROGRAM = "观潮台(V3.7)"
 
 # Every 60 seconds.
 AUTOMATIC_UPDATE = f"[{as_key('行情')}]\n{as_key('自动更新')}=60\n"
@@ -129,15 +128,15 @@ def faults(desk, program):
 
 
 def quit_program(desk, program):
-    """Gives the texts of boxes that stand in the way."""
+    """Gives the texts of boxes that stand in the way, and what is amiss with the end."""
+    from journey import Journey
     from screen import Screen, role_of, text_of, walk  # a screen is there only now
-    screen = Screen(program)
-    boxes = [" ".join(text_of(it) for it in walk(box) if role_of(it) == "label")
-             for box in screen.windows() if role_of(box) == "alert"]
-    screen.ask_to_close(TITLE_OF_PROGRAM)
-    screen.answer("点“确定”退出，点“取消”进入托盘。")
+    day = Journey(desk)
+    day.screen = Screen(program)
+    broken = [" ".join(text_of(it) for it in walk(box) if role_of(it) == "label")
+              for box in day.screen.windows() if role_of(box) == "alert"]
     try:
-        wait("the program to end", lambda: program.poll() is not None)
-    except TourFailure:
-        return boxes + ["退出没有结束程序"]
-    return boxes if program.returncode == 0 else boxes + [f"退出的代码 {program.returncode}"]
+        day.close_the_program()
+    except TourFailure as failure:
+        broken.append(str(failure))
+    return broken

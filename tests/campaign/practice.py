@@ -72,7 +72,7 @@ class Practice:
         """It works on the folder in which it lies."""
         path = self.folder / "caijiqi"
         if not path.exists():
-            link_or_copy(self.program("collector/caijiqi"), path)
+            shutil.copy2(self.program("collector/caijiqi"), path)
         return path
 
     def start(self, *operation):
@@ -124,14 +124,5 @@ def copy(source, target):
 
 
 def copy_file(source, target):
-    if Path(source).name == "caijiqi":
-        link_or_copy(source, target)
-    else:
-        shutil.copy2(source, target)
-
-
-def link_or_copy(source, target):
-    try:
-        os.link(source, target)
-    except OSError:
-        shutil.copy2(source, target)
+    """Of the collector there is one copy alone: it is large."""
+    (os.link if Path(source).name == "caijiqi" else shutil.copy2)(source, target)

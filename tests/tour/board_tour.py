@@ -9,27 +9,6 @@ import sys
 from desk import DAY, IN_SESSION, Market
 from journey import MAIN, Journey, travel
 
-SERVICES = """[quote]
-kind=sina
-host={market}
-[boards]
-kind=sina
-host={sina}
-pause=0
-[boards.2]
-kind=eastmoney
-host={eastmoney}
-pause=0
-[stocklist]
-kind=sina
-host={sina}
-pause=0
-[stocklist.2]
-kind=eastmoney
-host={eastmoney}
-pause=0
-"""
-
 RENAMED = "SH600519"
 GONE = "SH600585"
 NEW = ("SH603999", "新样本")
@@ -63,8 +42,9 @@ class BoardTour(Journey):
         self.write_list("themes", ["zhutiname", "dm", "xiangguandu", "guanzhudu"], (
             (name, code, 10, 10) for name, codes in boards.items() for code in codes))
         self.sina, self.eastmoney = (Market(self.desk, **IN_SESSION) for _ in range(2))
-        (self.desk.application / "services.ini").write_text(SERVICES.format(
-            market=self.desk.market.host, sina=self.sina.host, eastmoney=self.eastmoney.host))
+        self.desk.write_services({
+            self.desk.market.host: "quote sina", self.sina.host: "boards sina, stocklist sina",
+            self.eastmoney.host: "boards.2 eastmoney, stocklist.2 eastmoney"})
 
     def write_list(self, name, header, rows):
         with open(self.desk.data / f"{name}.csv", "w", encoding="utf-8") as file:

@@ -127,6 +127,15 @@ class Desk:
         """As 工具 / 外观 keeps it; a desktop that tells nothing is a dark one."""
         (self.application / "界面.ini").write_text(f"[{as_key('外观')}]\n{as_key('颜色')}=2\n")
 
+    def write_services(self, hosts):
+        """By host the sections that lead there, with their kinds: "quote sina, newspage"."""
+        text = ""
+        for host, sections in hosts.items():
+            for it in sections.split(", "):
+                section, _, kind = it.partition(" ")
+                text += f"[{section}]\nhost={host}\npause=0\n" + (f"kind={kind}\n" if kind else "")
+        (self.application / "services.ini").write_text(text)
+
     def start_window_manager(self):
         settings = self.folder / "openbox.xml"
         settings.write_text(Path("/etc/xdg/openbox/rc.xml").read_text().replace(

@@ -94,8 +94,8 @@ def report(step, journey):
         print("The screen showed:\n" + journey.screen.describe())
 
 
-def travel(journey, arguments, **surroundings):
-    for program in ("Xvfb", "dbus-daemon", "faketime"):
+def travel(journey, arguments, needs=(), **surroundings):
+    for program in ("Xvfb", "dbus-daemon", "faketime", *needs):
         if not shutil.which(program):
             print("skipped: no", program)
             return SKIPPED

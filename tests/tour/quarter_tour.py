@@ -33,19 +33,6 @@ SECOND_HISTORY = "hangqing2006-2017.db3"
 
 THEME = "大样本"
 
-SERVICES = """[quote]
-kind=sina
-host={market}
-[history]
-kind=sina
-host={past}
-[factors]
-kind=sina
-host={past}
-[newspage]
-host={market}
-"""
-
 # 2nd: 2.00/6. On the 9th to the 11th of five: 41/5, (5-4+2)/5, 2.08/5. 14th: -10/6. 17th: 4.17/6.
 # 22nd: 4.95/6. Together 0.3333+8.2+0.6+0.416-1.6667+0.695+0.825 = 9.4026; the index 32*1.00-32*0.99 =
 # 0.32; 9.4026-0.32 = 9.0826.
@@ -94,8 +81,8 @@ class QuarterTour(Journey):
             shutil.copy(QUARTER / name, data)
         self.desk.data = data
         super().set_up()
-        (self.desk.application / "services.ini").write_text(
-            SERVICES.format(market=self.desk.market.host, past=self.past.host))
+        self.desk.write_services({self.desk.market.host: "quote sina, newspage",
+                                  self.past.host: "history sina, factors sina"})
         # Where a start of an earlier day has left them.
         run(self.desk.practice_history, data / "codes.csv", data / "themes.csv",
             self.desk.application, **IN_SESSION)

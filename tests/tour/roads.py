@@ -25,23 +25,8 @@ DATA = Path.home() / ".local/share"
 # What the seeds of the package lack.
 NEWCOMERS = [(f"SH6055{number}", f"新来{number}") for number in range(10, 50)]
 NEW_THEME = "刚有的题材"
-
-KINDS = """[quote]
-kind=sina
-[quote.2]
-kind=tencent
-[boards]
-kind=sina
-[boards.2]
-kind=eastmoney
-[stocklist]
-kind=sina
-[stocklist.2]
-kind=eastmoney
-[newspage]
-[chart]
-[stockpage]
-"""
+SERVICES = ("quote sina, quote.2 tencent, boards sina, boards.2 eastmoney, stocklist sina, "
+            "stocklist.2 eastmoney, newspage, chart, stockpage")
 
 
 class Installed(Desk):
@@ -168,8 +153,7 @@ class Live(Road):
         self.desk.data = lists
         market = Market(self.desk, **IN_SESSION)
         self.desk.application.mkdir(parents=True)
-        (self.desk.application / "services.ini").write_text(
-            KINDS.replace("]\n", f"]\nhost={market.host}\n"))
+        self.desk.write_services({market.host: SERVICES})
 
     def see_no_band(self):
         check("the band of the practice", self.screen.control_now(

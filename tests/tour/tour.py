@@ -5,7 +5,7 @@ its stores then hold."""
 
 import sys
 
-from desk import DAY, TourFailure
+from desk import DAY
 from journey import MAIN, Journey, check, travel
 from screen import RIGHT
 

@@ -18,10 +18,8 @@ from told_controls import complaints, has_focus, shown_parts, takes_keys, told
 
 TITLE = "观潮台(V3.7)"
 ARTICLES = "wenzhang.mzdat"
-SKIPPED = 77
-
-PAGES = "chart stockpage sitepage newspage vendor search".split()
-FEEDS = "quote history factors fundamentals boards stocklist".split()
+SERVICES = ("quote sina, history sina, factors sina, fundamentals sina, boards sina, stocklist sina, chart, "
+            "stockpage, sitepage, newspage, vendor, search")
 
 CONTENTS = {
     MAIN: ["insert into zhutijiankong values('保险',8.0,'>',2.0,5,null,1,'')",
@@ -135,10 +133,7 @@ class WalkTour(Journey):
         super().set_up()
         self.desk.start_window_manager()
         shutil.copy(self.desk.collector, self.desk.application)
-        host = self.desk.market.host
-        (self.desk.application / "services.ini").write_text(
-            "".join(f"[{it}]\nhost={host}\n" for it in PAGES)
-            + "".join(f"[{it}]\nkind=sina\nhost={host}\n" for it in FEEDS))
+        self.desk.write_services({self.desk.market.host: SERVICES})
         for store, statements in CONTENTS.items():
             for it in statements:
                 self.desk.rows(store, it)
@@ -259,9 +254,6 @@ class WalkTour(Journey):
         self.keyboard.press(key)
 
 
-if not shutil.which("openbox"):
-    print("skipped: no openbox")
-    sys.exit(SKIPPED)
 *programs, size, scale, colours = sys.argv[1:]
 os.environ["QT_SCALE_FACTOR"] = scale
-sys.exit(travel(WalkTour, programs, screen=size, light=colours == "light"))
+sys.exit(travel(WalkTour, programs, ["openbox"], screen=size, light=colours == "light"))
