@@ -83,10 +83,7 @@ TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
     ProcessLock running(there_ + u"guanchaotai.lock"_s);
     const QByteArray store = contentOf(there_ + u"dzhzhuti.mzdat"_s);
     const QString ini = there_ + u"services.ini"_s;
-    const struct {
-        std::function<void()> spoil, mend;
-        QString words;
-    } cases[] = {
+    const std::tuple<std::function<void()>, std::function<void()>, QString> cases[] = {
         {[&] { running.take(); }, [&] { QFile::remove(running.path()); },
          u"观潮台正在运行，请先退出它"_s},
         {[&] { writeFile(ini, "[practice]\n"); }, [&] { QFile::remove(ini); }, u"练习用的文件夹"_s},
@@ -96,10 +93,10 @@ TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
         {[&] { QFile::remove(there_ + u"dzhzhuti.mzdat"_s); }, [] {},
          u"这个文件夹里没有 dzhzhuti.mzdat"_s},
     };
-    for (const auto& it : cases) {
-        it.spoil();
-        EXPECT_TRUE(holds(look().refusal, it.words));
-        it.mend();
+    for (const auto& [spoil, mend, words] : cases) {
+        spoil();
+        EXPECT_TRUE(holds(look().refusal, words));
+        mend();
         writeFile(there_ + u"dzhzhuti.mzdat"_s, store);
     }
     EXPECT_EQ(look().refusal, QString());

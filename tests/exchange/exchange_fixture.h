@@ -28,14 +28,6 @@ protected:
         transaction.commit();
     }
 
-    // Another program's connection, which holds the store.
-    static Connection holding(const StoreFile& store, const QString& how) {
-        Connection other = store.open();
-        other.execute(QStringLiteral("begin ") + how);
-        return other;
-    }
-    // The user stops the run, or its window goes.
-    void end(bool byUser) { byUser ? run_.stop() : runs_.stop(); }
     bool allEnded() {
         return QTest::qWaitFor([this] { return !runs_.running(); }) &&
                QThreadPool::globalInstance()->waitForDone();

@@ -132,11 +132,7 @@ TEST_F(TextImportTest, BrokenLinesAreLeftOutAndNamed) {
 
 TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
     const QString n21(21, u'名');
-    const struct {
-        QString text;
-        QStringList rows;
-        QString told;
-    } cases[] = {
+    const std::tuple<QString, QStringList, QString> cases[] = {
         {u"sh600000\t银行\t2015\t 2015年 \r000001\tx"_s,
          {u"1|SH600000|银行"_s, u"2|SH600000|2015年"_s, u"||"_s},
          {}},
@@ -145,11 +141,11 @@ TEST_F(TextImportTest, ThePreviewShowsTheFirstLine) {
         {u"600519\t白酒"_s, {}, u"代码不存在!代码：SH600519"_s},
         {u"6'\tx"_s, {}, u"代码不存在!代码：6'"_s},
     };
-    for (const auto& it : cases) {
-        write(gbkFromText(it.text));
+    for (const auto& [text, rows, words] : cases) {
+        write(gbkFromText(text));
         import_.preview(source_, grid_);
-        EXPECT_EQ(rowTexts(grid_).mid(1), it.rows) << it.text.toStdString();
-        EXPECT_EQ(told().join(u'/'), it.told.isEmpty() ? QString() : u"观潮台|"_s + it.told);
+        EXPECT_EQ(rowTexts(grid_).mid(1), rows) << text.toStdString();
+        EXPECT_EQ(told().join(u'/'), words.isEmpty() ? QString() : u"观潮台|"_s + words);
     }
 }
 

@@ -22,11 +22,8 @@ QList<double> listed(const ForwardGains& gains) {
 }  // namespace
 
 TEST(ForwardGainsTest, FollowThePurchase) {
-    const struct {
-        const char* name;
-        QList<QPair<double, double>> prices;
-        QList<double> gains;  // one, two, five days, to the report, opening
-    } cases[] = {
+    // The gains of one, two and five days, to the report and of the opening.
+    const std::tuple<const char*, QList<QPair<double, double>>, QList<double>> cases[] = {
         {"no history: the two days of the former stay", {}, {0, 7, 0, 0, 0}},
         {"one day: only its opening", {{99, 100}}, {0, 7, 0, 0, -1}},
         {"no opening: taken as the close", {{0, 100}}, {0, 7, 0, 0, 0}},
@@ -44,23 +41,12 @@ TEST(ForwardGainsTest, FollowThePurchase) {
          {-45, 5, 5, 5, 0}},
         {"at the limit twice, then nothing", {{100, 100}, {110, 110}, {121, 121}}, {0, 7, 0, 0, 0}},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(listed(forwardGains(daysOf(it.prices), {.errizhang = 7})), it.gains) << it.name;
+    for (const auto& [name, prices, gains] : cases) {
+        EXPECT_EQ(listed(forwardGains(daysOf(prices), {.errizhang = 7})), gains) << name;
     }
 }
 
-class ForwardReturnsTest : public StoreTest {
-protected:
-    QStringList labels_;
-    bool stops_ = false;
-    ResearchRun run_{[this](const ResearchProgress& it) {
-        labels_ = QStringList{it.subject, it.step};
-        if (stops_ && !it.stopping) {
-            run_.stop();
-        }
-    }};
-    ForwardReturns returns_{store_.stores, globals_, dialogs_, run_};
-};
+using ForwardReturnsTest = StoreTest;
 
 // The two codes are without rows of their own, so that the store refuses no statement.
 TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
@@ -71,25 +57,29 @@ TEST_F(ForwardReturnsTest, EndsEarlyAfterACodeAndMarksIt) {
                 u"(x'4131','2016-04-01 00:00:00'),('SH600001','2016-03-31 00:00:00')"_s});
     const QString early = u"代码总数:2 提前停止:"_s;
     const QString complete = u"代码总数:2 当前代码:A1"_s;
-    const struct {
-        bool ticked, stopped, writing;
-        QString labels;
-        int marked;
-        QString told;
-    } cases[] = {
+    const std::tuple<bool, bool, bool, QString, int, QString> cases[] = {
         {true, false, false, early, 1, {}},
         {false, true, false, early, 1, {}},
         {false, false, false, complete, 2, u"听涛阁|取后期涨幅完成!"_s},
         {false, false, true, {}, 2, u"观潮台|正在写入数据，请稍后再取后期涨幅。"_s},
     };
-    for (const auto& it : cases) {
-        stops_ = it.stopped;
-        globals_.hqmang = it.writing ? 1 : 0;
-        labels_.clear();
-        endOf(returns_.takeForwardReturns(it.ticked, {}));
-        EXPECT_EQ(labels_.join(u' '), it.labels);
-        EXPECT_EQ(store_.rows(u"select dm from dmb where temp=1"_s).size(), it.marked);
-        EXPECT_EQ(told().join(u' '), it.told);
+    QStringList shown;
+    bool stops = false;
+    ResearchRun run([&](const ResearchProgress& it) {
+        shown = QStringList{it.subject, it.step};
+        if (stops && !it.stopping) {
+            run.stop();
+        }
+    });
+    ForwardReturns returns(store_.stores, globals_, dialogs_, run);
+    for (const auto& [ticked, stopped, writing, labels, marked, words] : cases) {
+        stops = stopped;
+        globals_.hqmang = writing ? 1 : 0;
+        shown.clear();
+        endOf(returns.takeForwardReturns(ticked, {}));
+        EXPECT_EQ(shown.join(u' '), labels);
+        EXPECT_EQ(store_.rows(u"select dm from dmb where temp=1"_s).size(), marked);
+        EXPECT_EQ(told().join(u' '), words);
     }
 }
 

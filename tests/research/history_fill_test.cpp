@@ -42,12 +42,11 @@ protected:
 
     FillTally fill(bool onlyNewDays = false) {
         market_.asked.clear();
+        RunControl control;
         HistoryFill fill(
-            store_.stores, clock_, market_, services_, {1, onlyNewDays}, *control_,
+            store_.stores, clock_, market_, services_, {1, onlyNewDays}, control,
             [](const RunProgress&) {}, wait_);
-        const FillTally tally = endOf(fill.run({}));
-        control_ = std::make_unique<RunControl>();
-        return tally;
+        return endOf(fill.run({}));
     }
     QStringList first(const QString& query) {
         return TestStores::rows(store_.stores.firstHistory, query);
@@ -69,7 +68,6 @@ protected:
     const QList<QDate> days_ = ScriptedHistory::weekdays({2026, 11, 2}, today_);
     ScriptedHistory market_;
     Services services_ = ScriptedHistory::services();
-    std::unique_ptr<RunControl> control_ = std::make_unique<RunControl>();
     QList<std::chrono::milliseconds> waits_;
     Wait wait_ = [this](std::chrono::milliseconds time, std::stop_token) -> QCoro::Task<> {
         waits_ << time;
@@ -108,25 +106,8 @@ TEST_F(HistoryFillTest, BothFilesGetTheDaysWithTheirRealGains) {
     EXPECT_EQ(first(u"select zhutiname from dzhzhuti"_s), QStringList{u"新"_s});
 }
 
-// New factors go on from those that a history of another make has.
-TEST_F(HistoryFillTest, OnlyTheMissingDaysComeToAHistoryThatIsThere) {
-    list(u"SH600000"_s);
-    market_.factors[u"SH600000"_s] = {{{2020, 1, 1}, 2}, {{2026, 11, 24}, 3}};
-    QList<DayRow> there;
-    for (const QString& dm : {leadingIndex, u"SH600000"_s}) {
-        for (const QDate& day : {QDate(2026, 11, 19), QDate(2026, 11, 23)}) {
-            there << DayRow{dm, day, 1, 1, 1, 1000, 1000, 1, 1, 0.5};
-        }
-    }
-    addToHistory({store_.stores.firstHistory.path, store_.stores.secondHistory.path}, there, {});
-    fill();
-    EXPECT_EQ(days(u"SH600000"_s, u"2026-11-18"_s),
-              QStringList({u"18 1000 1000 0.5"_s, u"19 1000 1000 0.5"_s, u"20 1000 1000 0.5"_s,
-                           u"23 1000 1000 0.5"_s, u"24 1000 667 0.75"_s}));
-}
-
-// Two holes about stored days of another make, with a dividend in the first hole. Former close and
-// factor of each day from the first hole on, by the stored factors about the dividend.
+// Days before, between and behind stored ones of another make, with a dividend in the first hole
+// and on the last day. Former close and factor of each, by the stored factors about the dividend.
 TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
     const QString dm = u"SH600000"_s;
     const struct {
@@ -136,22 +117,22 @@ TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
         QString filled;
     } cases[] = {
         {"the factors agree", 2, 4, 500,
-         u"1000 2.0|1000 2.0|550 4.0|600 4.0|700 4.0|800 4.0|900 4.0"_s},
+         u"1000 2.0|1000 2.0|1000 2.0|550 4.0|600 4.0|700 4.0|800 4.0|450 8.0"_s},
         {"the stored ones know less of a dividend", 2, 3, 667,
-         u"1000 2.0|1000 2.0|733 3.0|600 3.0|700 3.0|800 3.0|900 3.0"_s},
+         u"1000 2.0|1000 2.0|1000 2.0|733 3.0|600 3.0|700 3.0|800 3.0|450 6.0"_s},
         {"the stored ones know of none", 1.7, 1.7, 1000,
-         u"1000 1.7|1000 1.7|1100 1.7|600 1.7|700 1.7|800 1.7|900 1.7"_s},
+         u"1000 1.7|1000 1.7|1000 1.7|1100 1.7|600 1.7|700 1.7|800 1.7|450 3.4"_s},
         {"an exchange told the former close", 2, 4, 605,
-         u"1000 2.0|1000 2.0|550 4.0|605 4.0|700 4.0|800 4.0|900 4.0"_s},
+         u"1000 2.0|1000 2.0|1000 2.0|550 4.0|605 4.0|700 4.0|800 4.0|450 8.0"_s},
     };
     const QString filled =
         u"select group_concat(qiansp||' '||round(fuquanyz,4),'|') from (select * from %1 where"
-        u" shijian>='2026-11-16' order by shijian)"_s;
+        u" shijian>='2026-11-13' order by shijian)"_s;
     list(dm);
-    market_.closes[dm] = {{{2026, 11, 16}, 10},  {{2026, 11, 17}, 11}, {{2026, 11, 18}, 6},
-                          {{2026, 11, 19}, 6.9}, {{2026, 11, 20}, 8},  {{2026, 11, 23}, 8.9},
-                          {{2026, 11, 24}, 9}};
-    market_.factors[dm] = {{{2026, 11, 18}, 2}};
+    market_.closes[dm] = {{{2026, 11, 12}, 10}, {{2026, 11, 13}, 10},  {{2026, 11, 16}, 10},
+                          {{2026, 11, 17}, 11}, {{2026, 11, 18}, 6},   {{2026, 11, 19}, 6.9},
+                          {{2026, 11, 20}, 8},  {{2026, 11, 23}, 8.9}, {{2026, 11, 24}, 9}};
+    market_.factors[dm] = {{{2026, 11, 18}, 2}, {{2026, 11, 24}, 4}};
     for (const auto& it : cases) {
         QFile::remove(store_.stores.firstHistory.path);
         QFile::remove(store_.stores.secondHistory.path);
@@ -171,11 +152,8 @@ TEST_F(HistoryFillTest, AFilledHoleJoinsTheStoredDaysOnBothSides) {
 // What has been asked for counts as long as its days are there.
 TEST_F(HistoryFillTest, DaysThatHaveGoneAreAskedForAgain) {
     const QString dm = u"SH600000"_s;
-    const struct {
-        QString what;
-        QStringList statements;  // in both files
-        QStringList asked;
-    } cases[] = {
+    // The statements are of both files.
+    const std::tuple<QString, QStringList, QStringList> cases[] = {
         {u"nothing"_s, {}, {}},
         {u"all days of the code"_s, {u"delete from SH600000"_s}, {dm}},
         {u"its table"_s, {u"drop table SH600000"_s}, {dm}},
@@ -199,21 +177,20 @@ TEST_F(HistoryFillTest, DaysThatHaveGoneAreAskedForAgain) {
     market_.closes[u"SH600001"_s].remove({2026, 11, 18});  // halted
     fill();
     const QStringList whole = days(dm, u"2026-11-02"_s);
-    for (const auto& it : cases) {
+    for (const auto& [what, statements, codes] : cases) {
         for (const StoreFile& file : {store_.stores.firstHistory, store_.stores.secondHistory}) {
             Connection store(file.path, {});
-            for (const QString& statement : it.statements) {
+            for (const QString& statement : statements) {
                 store.execute(statement);
             }
         }
         fill();
         QStringList asked = market_.asked.filter(u"history"_s);
-        EXPECT_EQ(asked.replaceInStrings(u"history "_s, QString()), it.asked)
-            << it.what.toStdString();
-        EXPECT_EQ(days(dm, u"2026-11-02"_s).first(whole.size()), whole) << it.what.toStdString();
+        EXPECT_EQ(asked.replaceInStrings(u"history "_s, QString()), codes) << what.toStdString();
+        EXPECT_EQ(days(dm, u"2026-11-02"_s).first(whole.size()), whole) << what.toStdString();
         EXPECT_EQ(fill().newestDay, today_);
         EXPECT_EQ(market_.asked, QStringList{u"quotes SH000001,SZ399001"_s})
-            << "and no more: " << it.what.toStdString();
+            << "and no more: " << what.toStdString();
     }
 }
 

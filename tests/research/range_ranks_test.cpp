@@ -6,10 +6,10 @@
 #include "base/values.h"
 #include "grid/heat_colour.h"
 #include "research/history_state.h"
-#include "research/history_store.h"
 #include "research/rank_tables.h"
 #include "services/stock_code.h"
 #include "tests/support/store_test.h"
+#include "tests/support/test_history.h"
 
 namespace guanchao {
 
@@ -73,15 +73,12 @@ TEST_F(RangeRanksTest, AThemeIsTheMeanOfItsMembersThatHaveARowOnTheDaysOfTheInde
 
 TEST_F(RangeRanksTest, TheHistoryDatabaseHasItsOwnIndexAndGainsOverTheFormerClose) {
     Stores& stores = store_.stores;
-    QList<DayRow> rows;
-    for (const QDate& day : {monday_, monday_.addDays(7)}) {
-        rows << DayRow{leadingIndex, day, 1000, 1000, 1000, 1000, 1000, 1, 1, 1};
-    }
-    rows[1].close = 1010;
-    rows[1].high = 1010;
-    rows << DayRow{u"SH600001"_s, monday_, 1100, 1100, 1100, 1100, 1000, 1, 1, 1};
-    addToHistory({stores.firstHistory.path, stores.secondHistory.path}, rows,
-                 QList<ThemeMember>{{u"别处的"_s, u"SH600001"_s}});
+    const QString first = dateText(monday_), second = dateText(monday_.addDays(7));
+    MarketHistory history;
+    history.stocks[leadingIndex] = {{.day = first}, {.day = second, .zg = 1010, .sp = 1010}};
+    history.stocks[u"SH600001"_s] = {{.day = first, .zg = 1100, .sp = 1100}};
+    history.members << qMakePair(u"别处的"_s, u"SH600001"_s);
+    writeHistory(history, stores.firstHistory, stores.secondHistory, true);
     store_.addMember(u"甲"_s, u"SH600001"_s);
     const RangeQuestion question = {RangeSource::history, monday_, monday_.addDays(8)};
     const RangeRanks ranks = rankThemes(stores, question, [] {});

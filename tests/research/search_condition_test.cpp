@@ -1,4 +1,3 @@
-// What helps with the conditions of a search: those that are kept, and where one is wrong.
 #include "research/kept_conditions.h"
 #include "research/refused_condition.h"
 #include "research/selection_search.h"
@@ -30,14 +29,9 @@ TEST_F(SearchConditionTest, AreKeptByTheirNames) {
     EXPECT_THROW(KeptConditions(u"/dev/null/题材选股.ini"_s).keepLast(text), OperationError);
 }
 
-// By the library's own words for it.
 TEST_F(SearchConditionTest, ARefusalNamesThePartAndWhatIsWrongWithIt) {
     Connection store = store_.stores.main.open();
-    const struct {
-        QString condition;
-        QString part;
-        QString words;
-    } cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
         {u" and 股涨幅>1 and 开盘\r\n涨<2 and 前3涨<0"_s, u"涨"_s, u"“涨”这里读不通。"_s},
         {u" and Nichts>1"_s, u"Nichts"_s, u"没有“Nichts”这一列。"_s},
         {u" and 前3涨<#1"_s, u"#1"_s, u"“#1”这里读不通。"_s},
@@ -51,15 +45,14 @@ TEST_F(SearchConditionTest, ARefusalNamesThePartAndWhatIsWrongWithIt) {
          u"这个条件不能用在搜索里，它只能是接在后面的比较。"_s},
     };
     SelectionQuery query;
-    for (const auto& it : cases) {
-        query.condition = it.condition;
+    for (const auto& [condition, part, words] : cases) {
+        query.condition = condition;
         const QString reason =
             raisedBy<OperationError>([&] { Recordset(store, query.statement()); }).reason();
-        const Refusal refusal = refusalOf(it.condition, reason);
-        const QString shown = QString(it.condition).remove(u'\r');
-        EXPECT_EQ(shown.mid(refusal.part.first, refusal.part.length), it.part)
-            << reason.toStdString();
-        EXPECT_EQ(refusal.words, it.words) << reason.toStdString();
+        const Refusal refusal = refusalOf(condition, reason);
+        const QString shown = QString(condition).remove(u'\r');
+        EXPECT_EQ(shown.mid(refusal.part.first, refusal.part.length), part) << reason.toStdString();
+        EXPECT_EQ(refusal.words, words) << reason.toStdString();
     }
 }
 

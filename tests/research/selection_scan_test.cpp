@@ -11,6 +11,8 @@ namespace guanchao {
 
 class SelectionScanTest : public StoreTest {
 protected:
+    using Scan = QCoro::Task<> (SelectionScan::*)(std::stop_token);
+
     void write(const MarketHistory& history, bool indexed = true) {
         writeHistory(history, store_.stores.firstHistory, store_.stores.secondHistory, indexed);
     }
@@ -36,9 +38,20 @@ protected:
             history.stocks[dm] << HistoryRow{.day = dayBehind};
         }
     }
+    // A stock without a table needs a lock on the second history for its own: what holds that one
+    // holds the scan in the middle of its first day.
+    void endHeld(Scan scan, std::stop_token stop, const std::function<void()>& meanwhile) {
+        store_.stores.secondHistory.open().execute(u"drop table A600000"_s);
+        std::optional<Connection> other(held(store_.stores.secondHistory, u"immediate"_s));
+        const QCoro::Task<> task = (scan_.*scan)(stop);
+        until([this] { return seen_.step == u"选中题材:题"_s; });
+        EXPECT_EQ(seen_.caption + seen_.subject, u"计算到时间:2017-04-10题"_s);
+        meanwhile();
+        other.reset();
+        endOf(task);
+    }
     QStringList chosen() { return store_.rows(u"select ticai from xuanticai order by rowid"_s); }
 
-    using Scan = QCoro::Task<> (SelectionScan::*)(std::stop_token);
     const Scan choose = &SelectionScan::chooseThemes;
     const Scan add = &SelectionScan::addStocks;
     const Scan fallen = &SelectionScan::addFallenStocks;
@@ -181,8 +194,6 @@ TEST_F(SelectionScanTest, TheColumnsComeToWhatThePlainRuleComesTo) {
     EXPECT_GT(passedOver, 100);
 }
 
-// A stock without a table needs a lock on the second history for its own: what holds that one holds
-// the scan in the middle of its first day.
 TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     const QStringList days = {u"2017-04-10"_s, u"2017-04-11"_s, u"2017-04-12"_s};
     MarketHistory history;
@@ -191,8 +202,8 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
     for (const QString& day : days) {
         history.stocks[u"SH000001"_s] << HistoryRow{.day = day};
     }
-    const auto lose = [this](const QStringList& tables) {
-        for (const QString& table : tables) {
+    const auto lose = [this] {
+        for (const QString& table : {u"B600001"_s, u"nishihq2"_s}) {
             store_.stores.secondHistory.open().execute(u"drop table "_s + table);
         }
     };
@@ -207,89 +218,59 @@ TEST_F(SelectionScanTest, AnEarlyEndKeepsTheDaysThatAreComplete) {
         store_.run({u"update tempcanshu set id=1"_s});
     };
     const QString scan = u"选历年主题"_s;
-    const struct {
-        const char* name;
-        std::function<void()> before;
-        std::function<void()> meanwhile;
-        qsizetype days;
-        QString failed;  // what was being done
-    } cases[] = {
-        {"the user stops", {}, [this] { run_.stop(); }, 1, {}},
-        {"another writes", {}, writeAtOnce, 4, {}},
-        {"a table is lost",
-         [&] {
-             lose({u"B600001"_s, u"nishihq2"_s});
-         },
-         {},
-         2,
-         scan},
-        {"the store refuses a row", refuse, {}, 2, scan},
-        {"the window closes", {}, [&] { window.request_stop(); }, 0, {}},
-    };
-    for (const auto& it : cases) {
-        SCOPED_TRACE(it.name);
+    // What comes before the run, what in its middle, the days that stay, and what failed.
+    const std::tuple<const char*, std::function<void()>, std::function<void()>, qsizetype, QString>
+        cases[] = {
+            {"the user stops", {}, [this] { run_.stop(); }, 1, {}},
+            {"another writes", {}, writeAtOnce, 4, {}},
+            {"a table is lost", lose, {}, 2, scan},
+            {"the store refuses a row", refuse, {}, 2, scan},
+            {"the window closes", {}, [&] { window.request_stop(); }, 0, {}},
+        };
+    for (const auto& [name, before, meanwhile, complete, failing] : cases) {
+        SCOPED_TRACE(name);
         write(history);
         store_.run({u"delete from xuanticai"_s, u"drop trigger if exists refuse"_s});
-        it.before ? it.before() : lose({u"A600000"_s});
-        std::optional<Connection> other;
-        std::optional<Transaction> lock;
-        if (it.meanwhile) {
-            other.emplace(store_.stores.secondHistory.open());
-            lock.emplace(*other);
-        }
         QString failed;
         try {
-            const QCoro::Task<> task = scan_.chooseThemes(window.get_token());
-            if (it.meanwhile) {
-                until([this] { return seen_.step == u"选中题材:题"_s; });
-                EXPECT_EQ(QStringList({seen_.caption, seen_.day, seen_.subject}),
-                          QStringList({u"计算到时间:"_s + days[0], days[0], u"题"_s}));
-                EXPECT_EQ(seen_.total, 3);
-                it.meanwhile();
-                lock.reset();
+            if (meanwhile) {
+                endHeld(choose, window.get_token(), meanwhile);
+            } else {
+                before();
+                endOf(scan_.chooseThemes({}));
             }
-            endOf(task);
         } catch (const OperationError& failure) {
             failed = failure.activity();
             EXPECT_TRUE(failure.remains().contains(u"已经写入并保留：此前各日的结果。"_s));
         } catch (const Cancelled&) {
             QThreadPool::globalInstance()->waitForDone();
         }
-        EXPECT_EQ(failed, it.failed);
-        EXPECT_EQ(chosen().size(), it.days);
+        EXPECT_EQ(failed, failing);
+        EXPECT_EQ(chosen().size(), complete);
         EXPECT_FALSE(seen_.running || run_.running());
     }
 }
 
-TEST_F(SelectionScanTest, AStockWithoutANumberIsPassedOverAndNamed) {
+TEST_F(SelectionScanTest, RowsWithoutANumberAreLeftOutCountedAndNamed) {
     MarketHistory history;
     history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}, {.day = u"2017-04-11"_s}};
-    addTheme(history, u"题"_s, u'A', 3, 3);
+    addTheme(history, u"题"_s, u'A', 8, 8);
     tradeAround(history, u"2017-04-11"_s);
     write(history);
+    const QString onTheDay = u" and date(shijian)='2017-04-10'"_s;
+    Connection first = store_.stores.firstHistory.open();
+    first.execute(u"update geguhq set sp=null where dm='A600000'"_s + onTheDay);
+    first.execute(u"update geguhq set shijian='x' where dm='A600001'"_s + onTheDay);
+    first.execute(u"update geguhq set qiansp=0 where dm='A600002'"_s + onTheDay);  // a first day
     store_.stores.secondHistory.open().execute(
         u"update A600001 set chengjiaol=null where date(shijian)='2017-03-06'"_s);
     endOf(scan_.chooseThemes({}));
-    EXPECT_EQ(seen_.step,
-              u"完成：2 天，1 个题材，2 行股票；缺少数值，略过 1 行：hangqing2006-2017.db3 A600001"
-              u" 2017-03-06"_s);
-    EXPECT_EQ(store_.rows(u"select dm from xuanticaigu"_s),
-              QStringList({u"A600000"_s, u"A600002"_s}));
-}
-
-TEST_F(SelectionScanTest, RowsOfTheMarketWithoutAPriceOrADayAreCountedAndNamed) {
-    MarketHistory history;
-    history.stocks[u"SH000001"_s] = {{.day = u"2017-04-10"_s}};
-    addTheme(history, u"题"_s, u'A', 6, 6);
-    write(history);
-    Connection first = store_.stores.firstHistory.open();
-    first.execute(u"update geguhq set sp=null where dm='A600000'"_s);
-    first.execute(u"update geguhq set shijian='x' where dm='A600001'"_s);
-    first.execute(u"update geguhq set qiansp=0 where dm='A600002'"_s);  // a first day
-    endOf(scan_.chooseThemes({}));
-    EXPECT_TRUE(holds(seen_.step,
-                      u"2017dan.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
-                      u"A600000 2017-04-10、A600001 x"_s));
+    for (const QString& words : {u"完成：2 天，1 个题材，7 行股票；"_s,
+                                 u"缺少数值，略过 1 行：hangqing2006-2017.db3 A600001 2017-03-06"_s,
+                                 u"2017dan.db3 的 geguhq 有 2 行没有价格或日期，没有算进题材："
+                                 u"A600000 2017-04-10、A600001 x"_s}) {
+        EXPECT_TRUE(holds(seen_.step, words));
+    }
 }
 
 // All are read before the first day; who needs one that can't be read meets the failure.
@@ -325,15 +306,8 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
     }
     const QStringList former = {u"2015-01-05|旧"_s, u"2017-04-10|题"_s, u"2017-04-11|旧"_s};
     const QStringList fresh = {u"2017-04-10|题"_s, u"2017-04-11|题"_s};
-    const struct {
-        const char* name;
-        Scan scan;
-        Existing answer;
-        bool stops;          // on the first day
-        QStringList themes;  // afterwards
-        QStringList stocks;  // and how many of these
-        int count;
-    } cases[] = {
+    // A stop comes on the first day. Themes and stocks afterwards, and how many of these.
+    const std::tuple<const char*, Scan, Existing, bool, QStringList, QStringList, int> cases[] = {
         {"choose, add", choose, Existing::add, false, former + fresh, former + fresh, 3 + 6},
         {"choose, replace", choose, Existing::replace, false, fresh, fresh, 6},
         {"choose, leave", choose, Existing::leave, false, former, former, 3},
@@ -342,8 +316,8 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
         {"stocks, add", add, Existing::add, false, former, former, 6},
         {"fallen, replace", fallen, Existing::replace, false, former, {}, 0},
     };
-    for (const auto& it : cases) {
-        SCOPED_TRACE(it.name);
+    for (const auto& [name, scan, answer, stops, themes, stocks, count] : cases) {
+        SCOPED_TRACE(name);
         write(history);
         for (const QString& table : {u"xuanticai"_s, u"xuanticaigu"_s}) {
             store_.run({u"delete from "_s + table});
@@ -352,28 +326,15 @@ TEST_F(SelectionScanTest, TheUserSaysWhatBecomesOfFormerRows) {
                             u" 00:00:00','"_s + row.last(1) + u"')"_s});
             }
         }
-        dialogs_.existing = it.answer;
-        std::optional<Connection> other;
-        std::optional<Transaction> lock;
-        if (it.stops) {
-            store_.stores.secondHistory.open().execute(u"drop table A600000"_s);
-            other.emplace(store_.stores.secondHistory.open());
-            lock.emplace(*other);
-        }
-        const QCoro::Task<> task = (scan_.*it.scan)({});
-        if (it.stops) {
-            until([this] { return seen_.step == u"选中题材:题"_s; });
-            run_.stop();
-            lock.reset();
-        }
-        endOf(task);
+        dialogs_.existing = answer;
+        stops ? endHeld(scan, {}, [this] { run_.stop(); }) : endOf((scan_.*scan)({}));
         const auto stored = [this](const QString& table) {
             const QStringList rows = store_.rows(u"select date(riqi),ticai from "_s + table);
             return QSet(rows.begin(), rows.end());
         };
-        EXPECT_EQ(stored(u"xuanticai"_s), QSet(it.themes.begin(), it.themes.end()));
-        EXPECT_EQ(stored(u"xuanticaigu"_s), QSet(it.stocks.begin(), it.stocks.end()));
-        EXPECT_EQ(store_.rows(u"select 1 from xuanticaigu"_s).size(), it.count);
+        EXPECT_EQ(stored(u"xuanticai"_s), QSet(themes.begin(), themes.end()));
+        EXPECT_EQ(stored(u"xuanticaigu"_s), QSet(stocks.begin(), stocks.end()));
+        EXPECT_EQ(store_.rows(u"select 1 from xuanticaigu"_s).size(), count);
         EXPECT_TRUE(dialogs_.shown.first().contains(u"以前选出的股票"_s));
     }
 }

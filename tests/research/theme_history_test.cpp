@@ -61,30 +61,25 @@ protected:
 };
 
 TEST_F(ThemeHistoryTest, TheCacheAsksForWhatItLacks) {
-    const struct {
-        const char* name;
-        QList<int> cached;
-        int first, last;
-        QStringList asked;
-    } cases[] = {
+    const std::tuple<const char*, QList<int>, int, int, QStringList> cases[] = {
         {"nothing there", {}, 5, 10, {u"600000.ss 5-10"_s}},
         {"all there", {5, 10}, 5, 10, {}},
         {"both are missing", {7, 8}, 5, 10, {u"600000.ss 5-6"_s, u"600000.ss 8-10"_s}},
         {"wholly before: up to the cache", {9, 10}, 3, 5, {u"600000.ss 3-8"_s}},
         {"wholly behind: from the cache on", {3, 4}, 8, 10, {u"600000.ss 4-10"_s}},
     };
-    for (const auto& it : cases) {
+    for (const auto& [name, cached, first, last, wanted] : cases) {
         store_.run({u"delete from geguhq"_s});
-        addCached(u"SH600000"_s, it.cached);
+        addCached(u"SH600000"_s, cached);
         Connection store = store_.stores.main.open();
         AskedHistory fresh;
         DayCache cache(store_.stores, globals_, clock_, prices_, fresh);
-        outcomeOf(cache.update({cachedDays(store, u"SH600000"_s)}, day(it.first), day(it.last),
+        outcomeOf(cache.update({cachedDays(store, u"SH600000"_s)}, day(first), day(last),
                                [](const QString&, int, int) {}, {}));
-        EXPECT_EQ(asked(), it.asked) << it.name;
+        EXPECT_EQ(asked(), wanted) << name;
         EXPECT_EQ(store_.rows(u"select count(*)-count(distinct riqi) from geguhq"_s),
                   QStringList{u"0"_s})
-            << it.name << ": no day twice";
+            << name << ": no day twice";
     }
 }
 
@@ -229,27 +224,22 @@ TEST_F(ThemeHistoryTest, EachIndexDayGetsTheMeanOfTheMembersThatHaveARow) {
 TEST_F(ThemeHistoryTest, SumsThatRestOnNoPricesAreToldAsSuch) {
     const QString noMarket = u"这段日期里没有大盘的历史行情，没有可比的日子。"_s;
     const QString noTheme = u"这段日期里主题的股票都没有历史行情。"_s;
-    const struct {
-        const char* name;
-        QList<int> index, stock;
-        QString theme;
-        QString told;
-    } cases[] = {
+    const std::tuple<const char*, QList<int>, QList<int>, QString, QString> cases[] = {
         {"nothing", {}, {}, u"银行"_s, noMarket},  {"no market", {}, {3}, u"银行"_s, noMarket},
         {"no theme", {3}, {}, u"银行"_s, noTheme}, {"the market alone is wanted", {3}, {}, {}, {}},
         {"all there", {3}, {3}, u"银行"_s, {}},
     };
-    for (const auto& it : cases) {
+    for (const auto& [name, index, stock, theme, words] : cases) {
         store_.run({u"delete from geguhq"_s});
-        addCached(u"SH000001"_s, it.index);
-        addCached(u"SH600000"_s, it.stock);
+        addCached(u"SH000001"_s, index);
+        addCached(u"SH600000"_s, stock);
         const auto result = endOf(history_.compareStored(dateTexts(day(2)), dateTexts(day(4)),
-                                                         it.theme, window_.get_token()));
+                                                         theme, window_.get_token()));
         ASSERT_TRUE(result);
         EXPECT_EQ(result->missed.section(u'\n', 0, 0),
                   u"按库里已有的行情对比，没有下载；要补全就点“开始对比”。"_s);
-        EXPECT_EQ(result->missed.section(u'\n', 1), it.told) << it.name;
-        EXPECT_EQ(asked(), QStringList()) << it.name;
+        EXPECT_EQ(result->missed.section(u'\n', 1), words) << name;
+        EXPECT_EQ(asked(), QStringList()) << name;
     }
 }
 
@@ -262,6 +252,7 @@ TEST_F(ThemeHistoryTest, RefusesWrongDatesAndABusyStore) {
     EXPECT_EQ(dialogs_.shown.size(), 3);
     EXPECT_EQ(asked(), QStringList());
     globals_.hqmang = 0;
+    http_.onGet = [this] { EXPECT_EQ(globals_.hqmang, 0) << "nothing is held while it asks"; };
     EXPECT_TRUE(compare(5, 5));
 }
 
@@ -278,19 +269,6 @@ TEST_F(ThemeHistoryTest, AFailedStatementRollsItsDownloadBack) {
                 u" raise(abort,'no'); end"_s});
     EXPECT_THROW(compare(1, 4), StoreError);
     EXPECT_EQ(store_.rows(u"select dapansp from zhutidapanhq"_s), QStringList{u"former"_s});
-}
-
-TEST_F(ThemeHistoryTest, AStoppedRunKeepsWhatWasDownloaded) {
-    http_.onGet = [this] {
-        EXPECT_EQ(globals_.hqmang, 0);
-        if (http_.paths.size() == 2) {
-            window_.request_stop();
-        }
-    };
-    EXPECT_THROW(compare(1, 4), Cancelled);
-    EXPECT_EQ(asked(), QStringList({u"000001.ss 1-4"_s, u"600000.ss 1-4"_s}));
-    EXPECT_EQ(store_.rows(u"select dm,count(*) from geguhq group by dm"_s),
-              QStringList{u"SH000001|3"_s});
 }
 
 }  // namespace guanchao

@@ -66,15 +66,8 @@ TEST_F(ThemeEditingTest, WhatIsRefusedWritesNothingAndKeepsTheDialog) {
               QStringList({u"观潮台|此主题名称已存在,更新吗? "_s, u"观潮台|没有输入主题名称!"_s,
                            u"观潮台|没有输入主题名称!"_s,
                            u"观潮台|关注度请输入-32768至32767之间的数字。"_s}));
-    EXPECT_EQ(rows(), untouched_);
-    EXPECT_EQ(stamp(), oldStamp_);
-}
-
-TEST_F(ThemeEditingTest, AFailedStatementLeavesNothingOfTheRun) {
     store_.refuse(u"insert on dzhzhuti when new.dm='SH600000'"_s);
-    const ThemeFields fields{u"白'酒"_s, u"SH600519,SH600000"_s, u"3"_s};
-    EXPECT_THROW(outcomeOf(editing_.add(fields, {})), StoreError);
-    EXPECT_THROW(editing_.rewrite(fields), StoreError);
+    EXPECT_THROW(editing_.rewrite({u"白'酒"_s, u"SH600519,SH600000"_s, u"3"_s}), StoreError);
     EXPECT_EQ(rows(), untouched_);
     EXPECT_EQ(stamp(), oldStamp_);
 }

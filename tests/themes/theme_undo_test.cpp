@@ -1,4 +1,3 @@
-// All edits of themes, taken back and done again on real stores.
 #include <functional>
 
 #include "base/files.h"
@@ -82,38 +81,36 @@ protected:
     }
 
     struct Command {
-        QString name, typed;
+        QString name;
         std::function<void()> run;
+        QString typed = {};
     };
     QList<Command> commands() {
         const auto renames = [this] { outcomeOf(commands_.rename(u"白酒"_s, {})); };
         const auto adds = [this](const ThemeFields& fields) {
             return [this, fields] { outcomeOf(editing_.add(fields, {})); };
         };
+        const ThemeFields rewritten{u"白酒"_s, u"SZ000858,SZ000858"_s, u"6"_s};
         return {
-            {u"添加个股 黄酒 贵州茅台"_s, u"sh600519"_s,
-             [this] { outcomeOf(commands_.addStock(u"黄酒"_s, {})); }},
+            {u"添加个股 黄酒 贵州茅台"_s, [this] { outcomeOf(commands_.addStock(u"黄酒"_s, {})); },
+             u"sh600519"_s},
             {u"删除个股 白酒 贵州茅台"_s,
-             {},
              [this] { commands_.removeStock(u"白酒"_s, u"SH600519"_s); }},
-            {u"修改相关度 白酒 贵州茅台→9"_s, u"9"_s,
-             [this] { outcomeOf(commands_.changeRelevance(u"白酒"_s, u"SH600519"_s, {})); }},
-            {u"修改关注度 白酒→8"_s, u"8"_s,
-             [this] { outcomeOf(commands_.changeAttention(u"白酒"_s, {})); }},
-            {u"修改主题名称 白酒→白'酒"_s, u"白'酒"_s, renames},
-            {u"修改主题名称 白酒→黄酒"_s, u"黄酒"_s, renames},
-            {u"删除主题 白酒"_s, {}, [this] { removeTheme(u"白酒"_s); }},
-            {u"删除小主题 2 个主题"_s, u"2"_s, [this] { removeSmall(); }},
-            {u"添加主题 白酒"_s, {}, adds({u"白酒"_s, u"sz000858"_s, u"6"_s})},
-            {u"添加主题 新"_s, {}, adds({u"新"_s, u"SZ000858,sh600519"_s, u"6"_s})},
-            {u"修改主题 白酒"_s,
-             {},
-             [this] {
-                 editing_.rewrite({u"白酒"_s, u"SZ000858,SZ000858"_s, u"6"_s});
-             }},
-            {u"添加个股 新 五粮液"_s, {}, [this] { join(u"新"_s); }},
-            {u"删除个股 白酒 浦发银行"_s, {}, [this] { leave(); }},
-            {u"删除所有主题"_s, {}, [this] { endOf(import_.deleteAll({})); }},
+            {u"修改相关度 白酒 贵州茅台→9"_s,
+             [this] { outcomeOf(commands_.changeRelevance(u"白酒"_s, u"SH600519"_s, {})); },
+             u"9"_s},
+            {u"修改关注度 白酒→8"_s,
+             [this] { outcomeOf(commands_.changeAttention(u"白酒"_s, {})); }, u"8"_s},
+            {u"修改主题名称 白酒→白'酒"_s, renames, u"白'酒"_s},
+            {u"修改主题名称 白酒→黄酒"_s, renames, u"黄酒"_s},
+            {u"删除主题 白酒"_s, [this] { removeTheme(u"白酒"_s); }},
+            {u"删除小主题 2 个主题"_s, [this] { removeSmall(); }, u"2"_s},
+            {u"添加主题 白酒"_s, adds({u"白酒"_s, u"sz000858"_s, u"6"_s})},
+            {u"添加主题 新"_s, adds({u"新"_s, u"SZ000858,sh600519"_s, u"6"_s})},
+            {u"修改主题 白酒"_s, [=, this] { editing_.rewrite(rewritten); }},
+            {u"添加个股 新 五粮液"_s, [this] { join(u"新"_s); }},
+            {u"删除个股 白酒 浦发银行"_s, [this] { leave(); }},
+            {u"删除所有主题"_s, [this] { endOf(import_.deleteAll({})); }},
         };
     }
     void run(const Command& it) {

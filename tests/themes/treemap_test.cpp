@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <random>
 
 #include "tests/support/store_test.h"
@@ -42,10 +43,7 @@ TEST(Treemap, AreasAreInProportionAndFillTheRoomAndWhatHasNoneTakesNothing) {
     for (const QRectF& room : {QRectF(0, 0, 600, 400), QRectF(7, 3, 300, 900)}) {
         for (const QList<double>& values : cases) {
             const QList<QRectF> places = treemapOf(values, room);
-            double total = 0;
-            for (const double it : values) {
-                total += it;
-            }
+            const double total = std::reduce(values.begin(), values.end());
             for (qsizetype at = 0; at < values.size(); ++at) {
                 EXPECT_NEAR(areaOf(places[at]), values[at] / total * areaOf(room), 1e-6) << at;
                 EXPECT_TRUE(room.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(places[at])) << at;

@@ -70,7 +70,6 @@ TEST_F(DiagnosisTest, AStopEndsTheLookThroughAStore) {
     EXPECT_GT(read, 0);
 }
 
-// Each failure as it is told, over all that a user may have written.
 TEST_F(DiagnosisTest, NothingOfTheUsersTurnsUpInTheFileOrTheLog) {
     plantSecrets(store_);
     {

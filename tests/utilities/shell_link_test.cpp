@@ -21,9 +21,7 @@ protected:
 };
 
 TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
-    const struct {
-        QString folder, command, path;
-    } cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
         {u"/家/我的 程序/"_s, uR"("/家/我的 程序/)"_s, u"/家/我的 程序/"_s},
         {u"/a\"b'c/"_s, uR"("/a\\"b'c/)"_s, u"/a\"b'c/"_s},
         {u"/100%f/"_s, uR"(setsid "/100%%f/)"_s, u"/100%f/"_s},
@@ -33,17 +31,17 @@ TEST_F(ShellLinkTest, EveryPathIsWrittenSoThatALauncherReadsItBack) {
         {u"/a;b#c&d~/"_s, uR"("/a;b#c&d~/)"_s, u"/a;b#c&d~/"_s},
         {u"/a\nExec=b\t/"_s, uR"(setsid "/a\nExec=b\t/)"_s, uR"(/a\nExec=b\t/)"_s},
     };
-    for (const auto& it : cases) {
-        const clsShellLink link(folders_, it.folder + u"guanchaotai2"_s, it.folder);
+    for (const auto& [folder, command, path] : cases) {
+        const clsShellLink link(folders_, folder + u"guanchaotai2"_s, folder);
         link.createlnk(ShellFolder::programs);
         const QString made = folders_.programs + u"/guanchaotai2.desktop"_s;
         EXPECT_EQ(QProcess::execute(u"desktop-file-validate"_s, {made}), 0);
         EXPECT_TRUE(QFile::permissions(made) & QFile::ExeOwner);
         EXPECT_EQ(valueOf(made, u"Name"_s), u"guanchaotai2"_s);
-        EXPECT_EQ(valueOf(made, u"Exec"_s), it.command + u"guanchaotai2\""_s);
-        EXPECT_EQ(valueOf(made, u"TryExec"_s), it.path + u"guanchaotai2"_s);
-        EXPECT_EQ(valueOf(made, u"Path"_s), it.path);
-        EXPECT_EQ(valueOf(made, u"Icon"_s), it.path + u"pet.ico"_s);
+        EXPECT_EQ(valueOf(made, u"Exec"_s), command + u"guanchaotai2\""_s);
+        EXPECT_EQ(valueOf(made, u"TryExec"_s), path + u"guanchaotai2"_s);
+        EXPECT_EQ(valueOf(made, u"Path"_s), path);
+        EXPECT_EQ(valueOf(made, u"Icon"_s), path + u"pet.ico"_s);
     }
     EXPECT_EQ(QDir(folders_.programs).entryList(QDir::Files).size(), 1)
         << "each wrote over the last";
