@@ -86,7 +86,7 @@ std::optional<double> numberIn(QStringView text) {
     if (text.size() > static_cast<qsizetype>(letters.size())) {
         return std::nullopt;
     }
-    const bool isInGroups = text.contains(u',') && thousands().match(text).hasMatch();
+    const bool isInGroups = text.contains(u',') && thousands().match(text.toString()).hasMatch();
     const QString plain = isInGroups ? text.toString().remove(u',') : QString();
     const char* const end = std::ranges::transform(isInGroups ? QStringView(plain) : text,
                                                    letters.begin(), &QChar::toLatin1)
