@@ -18,13 +18,6 @@ protected:
         open<Form3>();
     }
 
-    // Another program writes to the main store.
-    std::unique_ptr<Connection> holding() {
-        auto other = std::make_unique<Connection>(store_.stores.main.open());
-        other->execute(u"begin immediate"_s);
-        return other;
-    }
-
     const QString text_ = store_.folder() + u"主题投资.txt"_s;
 };
 
@@ -56,7 +49,7 @@ TEST_F(Form3Test, PreviewAndImportTakeWhatTheControlsSay) {
     EXPECT_EQ(dialogs_.shown.last(), u"观潮台|第一行没有找到间隔!间隔：|"_s);
     find<QComboBox>(u"Combo1"_s)->setEditText(u"TAB键"_s);
     {
-        const auto other = holding();
+        const Connection other = held(stores_.main, u"immediate"_s);
         click(u"Command4"_s);
         ASSERT_TRUE(QTest::qWaitFor([this] { return label(u"Label1"_s) == u"浦发银行"_s; }));
         EXPECT_FALSE(button(u"Command4"_s)->isEnabled());
@@ -91,11 +84,11 @@ TEST_F(Form3Test, ARunEndsByItsButtonByEscAndWithItsWindow) {
         [] { leaveWindows(); },
     };
     for (const auto& end : ends) {
-        const auto other = holding();
+        Connection other = held(stores_.main, u"immediate"_s);
         click(u"Command4"_s);
         ASSERT_TRUE(QTest::qWaitFor([this] { return !label(u"Label1"_s).isEmpty(); }));
         end();
-        other->execute(u"rollback"_s);
+        other.execute(u"rollback"_s);
         EXPECT_TRUE(
             QTest::qWaitFor([this] { return !form_ || !button(u"stopRun"_s)->isVisible(); }));
     }

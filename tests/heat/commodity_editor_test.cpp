@@ -54,25 +54,4 @@ TEST_F(CommodityEditorTest, WhatTheCollectorWillPassByIsTold) {
     }
 }
 
-TEST_F(CommodityEditorTest, ADeletionAsksAndTakesTheHistoryAlong) {
-    runHeat(u"insert into shophq(shopname,riqi) values('铜','2026-11-24 10:00:00')"_s);
-    const QStringList before = list();
-    dialogs_.answer = false;
-    EXPECT_FALSE(outcomeOf(deleteCommodity(store_.stores, dialogs_, removals_, u"铜"_s, {})));
-    EXPECT_EQ(told(), QStringList{u"观潮台|确实要删除商品'铜'吗?（历史 1 条）"_s});
-    EXPECT_EQ(list(), before);
-    dialogs_.answer = true;
-    outcomeOf(editor_.remove(u" 铜 "_s, {}));
-    EXPECT_EQ(list().size(), 1);
-    EXPECT_EQ(heatRows(u"select * from shophq"_s), QStringList());
-    bringBack(*removals_.last(commodityPlace));
-    EXPECT_EQ(list(), before);
-    EXPECT_EQ(heatRows(u"select shopname,riqi from shophq"_s),
-              QStringList{u"铜|2026-11-24 10:00:00"_s});
-    TestStores::refuse(store_.stores.heat, u"delete on shophq"_s);
-    EXPECT_THROW(outcomeOf(deleteCommodity(store_.stores, dialogs_, removals_, u"铜"_s, {})),
-                 StoreError);
-    EXPECT_EQ(list(), before) << "all or nothing";
-}
-
 }  // namespace guanchao

@@ -191,18 +191,16 @@ TEST_F(HeatRankingTest, TheDayOfTheCommoditiesIsThatOfTheirHistoryOrToday) {
 }
 
 TEST_F(HeatRankingTest, TheSearchPageIsThatOfTheCurrentItem) {
-    const struct {
-        HeatRanking& ranking;
-        QString item, words;
-    } cases[] = {{companies_, u"SH600000"_s, u"600000"_s},
-                 {companies_, u"6001"_s, u"6001"_s},
-                 {companies_, u"SH60/000"_s, u"60%20000"_s},
-                 {themes_, u"A/B-C"_s, u"A%20B%20C"_s},
-                 {commodities_, u"铜(A)"_s, u"%CD%AD%20A%20%20%BC%DB%B8%F1"_s}};
-    for (const auto& it : cases) {
-        globals_.*it.ranking.subject().current = it.item;
-        it.ranking.openSearchPage(u"http://x/?q=tihuandm"_s);
-        EXPECT_EQ(shell_.opened.takeLast(), u"http://x/?q="_s + it.words);
+    const std::tuple<HeatRanking&, QString, QString> cases[] = {
+        {companies_, u"SH600000"_s, u"600000"_s},
+        {companies_, u"6001"_s, u"6001"_s},
+        {companies_, u"SH60/000"_s, u"60%20000"_s},
+        {themes_, u"A/B-C"_s, u"A%20B%20C"_s},
+        {commodities_, u"铜(A)"_s, u"%CD%AD%20A%20%20%BC%DB%B8%F1"_s}};
+    for (const auto& [ranking, item, words] : cases) {
+        globals_.*ranking.subject().current = item;
+        ranking.openSearchPage(u"http://x/?q=tihuandm"_s);
+        EXPECT_EQ(shell_.opened.takeLast(), u"http://x/?q="_s + words);
     }
 }
 

@@ -105,7 +105,14 @@ TEST_F(HeatWindowsTest, ANewsRankingLeadsToTheSearchPageAndToTheHeadlinesBehindA
               (QStringList{u"http://h/2"_s, u"http://h/1"_s, u"http://h/1"_s, u"http://h/2"_s}));
 }
 
-TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
+TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWordOnceTheOrderIsPlaced) {
+    const QString order = u"select mainisrun,isvisible,today from canshu"_s;
+    const QStringList placed = {u"1|1|2026-11-24 00:00:00"_s};
+    const auto withdraw = [this] { runHeat(u"update canshu set mainisrun=0,today=''"_s); };
+    processes_.onStart = [&] {
+        EXPECT_EQ(heatRows(order), placed);
+        withdraw();
+    };
     open<Form25>();
     click(u"Command1"_s);
     open<Form31>();
@@ -114,6 +121,25 @@ TEST_F(HeatWindowsTest, EachWindowStartsTheCollectorWithItsWord) {
     click(u"Command1"_s);
     EXPECT_EQ(processes_.started,
               QStringList({u"/caijiqi|zhuti"_s, u"/caijiqi|gongsi"_s, u"/caijiqi|shop"_s}));
+    for (const QString& name : {u"caijiqi.exe"_s, u"caijiqi2.exe"_s}) {
+        processes_.running = {name};
+        withdraw();
+        click(u"Command1"_s);
+        EXPECT_EQ(heatRows(order), placed) << "all the same";
+        EXPECT_TRUE(holds(told().join(u' '), u"已在运行"_s));
+    }
+    EXPECT_EQ(processes_.started.size(), 3);
+    processes_.running.clear();
+    processes_.onStart = nullptr;
+    processes_.canStart = false;
+    click(u"Command1"_s);
+    EXPECT_TRUE(holds(told().join(u' '), u"没有启动，请检查程序文件是否存在：\n/caijiqi"_s));
+    runHeat(u"delete from canshu"_s);
+    click(u"Command1"_s);
+    EXPECT_EQ(processes_.started.size(), 5) << "no settings are no hindrance";
+    runHeat(u"drop table canshu"_s);
+    EXPECT_THROW(click(u"Command1"_s), StoreError);
+    EXPECT_EQ(processes_.started.size(), 5);
 }
 
 TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
@@ -124,8 +150,13 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     trigger(u"打开采集网页"_s);
     EXPECT_EQ(shell_.opened, QStringList{u"http://x/?q=%CD%AD%20%BC%DB%B8%F1"_s});
     EXPECT_EQ(history().rows(), 2);
+    dialogs_.answer = false;
     trigger(u"删除商品"_s);
-    EXPECT_EQ(grid().rows(), 1) << "of the clock's day there was one";
+    EXPECT_EQ(told(), QStringList{u"观潮台|确实要删除商品'铜'吗?（历史 1 条）"_s});
+    EXPECT_EQ(grid().rows(), 2) << "of the clock's day there is one";
+    dialogs_.answer = true;
+    trigger(u"删除商品"_s);
+    EXPECT_EQ(grid().rows(), 1);
     EXPECT_EQ(history().rows(), 1) << "its history is gone";
 }
 
@@ -155,7 +186,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     globals_.dangqianshangpin = u"铜"_s;
     openBy<Form5>(monitor, u"添加商品"_s);
     EXPECT_EQ(form_->windowTitle(), u"添加商品"_s);
-    edit(u"Text1"_s)->setText(u"铜"_s);
+    edit(u"Text1"_s)->setText(u" 铜 "_s);
     click(u"Command1"_s);
     EXPECT_EQ(text(u"Text2"_s), u"5"_s) << "the stored row is shown";
     click(u"Command3"_s);
@@ -164,6 +195,7 @@ TEST_F(HeatWindowsTest, TheCommodityEditorOpensForOneOrForANewOne) {
     QApplication::sendEvent(monitor, &activated);
     press(monitor, u"undo"_s);
     until([this] { return heatRows(u"select shopname from shopname"_s).size() == 2; });
+    EXPECT_EQ(heatRows(u"select shopname,riqi from shophq"_s), QStringList{u"铜|2026-11-24"_s});
 }
 
 }  // namespace guanchao

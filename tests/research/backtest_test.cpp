@@ -165,19 +165,16 @@ TEST_F(BacktestTest, SignalsFillTheFreePlacesInTheirOrder) {
     history_.members << qMakePair(u"乙"_s, u"SH600005"_s);
     const QStringList order = {u"SH600005"_s, u"SH600003"_s, u"SH600004"_s, u"SH600001"_s,
                                u"SH600002"_s};
-    const struct {
-        int positions;
-        double capital;
-        int withoutPlace;
-    } cases[] = {{1, 1.1, 4}, {2, 1.0, 3}, {4, 1.05, 1}, {5, 1.06, 0}, {10, 1.03, 0}};
-    for (const auto& it : cases) {
-        rule_.positions = it.positions;
+    const std::tuple<int, double, int> cases[] = {
+        {1, 1.1, 4}, {2, 1.0, 3}, {4, 1.05, 1}, {5, 1.06, 0}, {10, 1.03, 0}};
+    for (const auto& [positions, capital, withoutPlace] : cases) {
+        rule_.positions = positions;
         const BacktestResult result = run();
-        EXPECT_EQ(textsOf(result.trades, &Trade::dm), order.first(std::min(it.positions, 5)));
-        EXPECT_NEAR(result.days.last().capital, it.capital, 1e-12) << it.positions;
-        EXPECT_EQ(result.sum.withoutPlace, it.withoutPlace);
+        EXPECT_EQ(textsOf(result.trades, &Trade::dm), order.first(std::min(positions, 5)));
+        EXPECT_NEAR(result.days.last().capital, capital, 1e-12) << positions;
+        EXPECT_EQ(result.sum.withoutPlace, withoutPlace);
         EXPECT_EQ(result.sum.trades, result.trades.size());
-        EXPECT_EQ(result.sum.wins, result.trades.size() - (it.positions > 1 ? 1 : 0));
+        EXPECT_EQ(result.sum.wins, result.trades.size() - (positions > 1 ? 1 : 0));
     }
 }
 
@@ -293,40 +290,31 @@ TEST_F(BacktestTest, TheFutureMovesNothingBeforeIt) {
         for (int at = 0; at <= last; ++at) {
             EXPECT_EQ(now.days[at].capital, former.days[at].capital) << last << ' ' << at;
         }
-        const auto upTo = [&](const BacktestResult& result) {
-            QStringList words;
-            for (const Trade& trade : result.trades) {
-                const QString bought = dayText(trade.buyDay);
-                const bool isSold = trade.reason && dayText(trade.sellDay) <= days_[last];
-                if (bought <= days_[last]) {
-                    words << (isSold ? wordsOf(trade) : trade.dm + bought);
-                }
-            }
-            return words;
+        const auto sold = [&](BacktestResult result) {
+            result.trades.removeIf(
+                [&](const Trade& it) { return !it.reason || dayText(it.sellDay) > days_[last]; });
+            return trades(result);
         };
-        EXPECT_EQ(upTo(now), upTo(former)) << last;
+        EXPECT_EQ(sold(now), sold(former)) << last;
         EXPECT_NE(trades(now), trades(former)) << "what came behind did move";
     }
 }
 
-TEST_F(BacktestTest, ASweepGoesOverTheValues) {
-    addTheme(u"题"_s, 3);
-    addStock(u"题"_s, u"SH600010"_s, {still, flat(1010), flat(1020), flat(1030)});
+TEST_F(BacktestTest, ASweepRefusesOneFieldTwiceAndARangeWithoutAnEnd) {
     writeHistory(history_, store_.stores.firstHistory, store_.stores.secondHistory, true);
     ResearchRun run([](const ResearchProgress&) {});
     Laboratory laboratory(store_.stores, run, std::make_shared<HistoryShelf>());
     const SweepAxis days{ruleField(u"持有天数"_s), 1, 3, 1};
     const SweepAxis costs{ruleField(u"印花税"_s), 0, 0.3, 0.1};
     EXPECT_EQ(costs.values(), QList<double>({0, 0.1, 0.2, 0.3}));
-    rule_.positions = 1;
-    const SweepResult result = endOf(laboratory.sweep(rule_, days, costs, {})).value();
-    ASSERT_EQ(result.sums.size(), 12);
-    EXPECT_NEAR(result.at(0, 1).gain, 2, 1e-9);
-    EXPECT_NEAR(result.at(3, 2).gain, (1.03 * 0.997 - 1) * 100, 1e-9);
-    EXPECT_THROW(endOf(laboratory.sweep(rule_, days, std::optional(days), {})), OperationError);
-    for (const SweepAxis& wrong :
-         {SweepAxis{days.field, 3, 1, 1}, {days.field, 1, 3, 0}, {days.field, 1, 500, 1}}) {
-        EXPECT_THROW(endOf(laboratory.sweep(rule_, wrong, std::nullopt, {})), OperationError);
+    const std::pair<SweepAxis, SweepAxis> refused[] = {
+        {days, days},
+        {{days.field, 3, 1, 1}, costs},
+        {{days.field, 1, 3, 0}, costs},
+        {{days.field, 1, 500, 1}, costs},
+    };
+    for (const auto& [across, down] : refused) {
+        EXPECT_THROW(endOf(laboratory.sweep(rule_, across, down, {})), OperationError) << across.to;
     }
 }
 
@@ -343,18 +331,6 @@ TEST(PeriodTable, GainsOfMonthsAndYearsFollowEachOther) {
     const auto text = [](double figure) { return numberText(roundTo(figure, 6)); };
     EXPECT_EQ(textsOf(figures, text).join(u' '), u"10 80 200 -25 -10 100"_s);
     EXPECT_FALSE(last.months[1].has_value());
-}
-
-TEST_F(BacktestTest, RulesAreKeptByTheirNames) {
-    const QString folder = store_.folder();
-    const QString odd = u"a/b [短线] 50%=1"_s;
-    rule_.stopLoss = 7.5;
-    RuleStore(folder).keep(odd, rule_);
-    RuleStore(folder).keep(u"长线"_s, BacktestRule());
-    EXPECT_EQ(RuleStore(folder).names(), QStringList({odd, u"长线"_s}));
-    EXPECT_EQ(RuleStore(folder).rule(odd), rule_);
-    writeFile(folder + u"file"_s);
-    EXPECT_THROW(RuleStore(folder + u"file/"_s).keep(odd, rule_), OperationError);
 }
 
 }  // namespace guanchao

@@ -76,23 +76,28 @@ TEST_F(Form37Test, ARuleIsRunAndItsCurveGoesOut) {
 }
 
 TEST_F(Form37Test, RulesAreNamedComparedAndRemoved) {
+    const auto name = [](int days) { return u"a/b [持有] 50%=%1"_s.arg(days); };
     open<Form37>();
     for (const int days : {1, 3}) {
         set(u"持有天数"_s, days);
-        dialogs_.typed = u"持有 %1"_s.arg(days);
+        dialogs_.typed = name(days);
         click(u"keep"_s);
     }
     leaveWindows();
     open<Form37>();
-    choose(u"rules"_s, u"持有 3"_s);
+    choose(u"rules"_s, name(3));
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 3);
     runToItsEnd(u"compare"_s);
     ASSERT_EQ(grid(u"comparison"_s).rows(), 4);
-    EXPECT_EQ(grid(u"comparison"_s).textMatrix(2, 1), u"持有 1"_s);
+    EXPECT_EQ(grid(u"comparison"_s).textMatrix(2, 1), name(1));
     EXPECT_EQ(grid(u"comparison"_s).textMatrix(2, 8), u"1 天"_s) << "the field that differs";
     click(u"remove"_s);
-    EXPECT_EQ(find<QComboBox>(u"rules"_s)->findText(u"持有 3"_s), -1);
+    EXPECT_EQ(find<QComboBox>(u"rules"_s)->findText(name(3)), -1);
     EXPECT_EQ(find<QDoubleSpinBox>(u"持有天数"_s)->value(), 5) << "the usual one";
+    const QString file = store_.folder() + u"回测.ini"_s;
+    EXPECT_TRUE(QFile::remove(file) && QDir().mkdir(file));
+    click(u"keep"_s);
+    EXPECT_EQ(failures_.texts.size(), 1) << "can't be kept";
 }
 
 TEST_F(Form37Test, ASweepIsAHeatMap) {

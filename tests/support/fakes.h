@@ -213,6 +213,9 @@ struct FakeProcesses : Processes {
     void endByImageName(const QString& imageName) override { ended << imageName; }
     bool isRunning(const QString& imageName) override { return running.contains(imageName); }
     bool start(const QString& program, const QString& argument) override {
+        if (onStart) {
+            onStart();
+        }
         started << program + u'|' + argument;
         return canStart;
     }
@@ -222,6 +225,7 @@ struct FakeProcesses : Processes {
     QStringList running;
     QStringList started;  // "program|argument"
     bool canStart = true;
+    std::function<void()> onStart;
 };
 
 struct FakeSound : Sound {

@@ -128,10 +128,8 @@ TEST_F(Form30Test, ListsAreTabsThatRowsGoBetween) {
     clickCell(view(), 2, 2, Qt::RightButton);
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     for (const QAction* entry : menu->actions()) {
-        for (QAction* target : entry->menu() ? entry->menu()->actions() : QList<QAction*>()) {
-            if (target->text() == u"移动到“短&&线”"_s) {
-                target->trigger();
-            }
+        if (entry->menu()) {
+            chooseEntry(*entry->menu(), u"移动到“短&&线”"_s);
         }
     }
     menu->close();
@@ -184,6 +182,26 @@ TEST_F(Form30Test, ARowsMonitorIsShownAndChangedFromHere) {
     form_ = shownWindow<Form7>();
     EXPECT_EQ(form_->windowTitle() + text(u"Text1"_s) + text(u"Text2"_s),
               u"修改个股监控SH6005199"_s);
+}
+
+TEST_F(Form30Test, AListAsksForItsOwnCodesWhileTheMarketIsOpenAndNobodyElseWrites) {
+    store_.run({u"insert into zixuangu(dm) values('SH699999')"_s,
+                u"insert into zixuanzugu values('短线','SZ000001')"_s,
+                u"insert into tuishi(dm) values('SZ000002')"_s});
+    globals_.hqmang = 1;
+    static_cast<Form30*>(form_.data())->setSecond(1ms);
+    interval().setCurrentIndex(1);
+    int looks = 0;
+    clock_.onNow = [&looks] { ++looks; };
+    until([&] { return looks > 4; });
+    globals_.hqmang = 0;
+    clock_.moment = clock_.moment.addDays(4);
+    until([&] { return looks > 8; });
+    clock_.onNow = nullptr;
+    EXPECT_EQ(http_.paths, QStringList()) << "on a Saturday";
+    clock_.moment = clock_.moment.addDays(2);
+    until([this] { return !http_.paths.isEmpty(); });
+    EXPECT_EQ(http_.paths[0], u"/list=sh600000,sh600519,sz000001,"_s);
 }
 
 TEST_F(Form30Test, QuotesComeAtTheIntervalUntilTheWindowGoes) {

@@ -1,4 +1,3 @@
-// The page of a theme beside the main window that it follows.
 #include "themes/theme_page.h"
 
 #include "articles/form26.h"
@@ -45,17 +44,14 @@ TEST_F(ThemePageTest, ADoubleClickOnTheNameShowsAllAboutItWithTheWayToEachWindow
     EXPECT_EQ(label(u"theme"_s), u"银行"_s);
     EXPECT_EQ(gains(), u"今天 +2.00%，5日 没有，20日 没有，60日 没有"_s);
     EXPECT_TRUE(label(u"source"_s).startsWith(u"没有存下"_s));
-    const struct {
-        QString grid;
-        int row;
-        std::function<QWidget*()> opened;
-    } rows[] = {{u"MSHFlexGrid1"_s, 1, [] { return shownWindow<Form21>(); }},
-                {u"MSHFlexGrid2"_s, 1, [] { return shownWindow<Form26>(); }},
-                {u"MSHFlexGrid3"_s, 1, [] { return shownWindow<Form8>(); }},
-                {u"MSHFlexGrid3"_s, 2, [] { return shownWindow<Form7>(); }}};
-    for (const auto& it : rows) {
-        enter(it.grid, it.row);
-        EXPECT_NE(it.opened(), nullptr) << it.grid.toStdString() << it.row;
+    const std::tuple<QString, int, std::function<QWidget*()>> rows[] = {
+        {u"MSHFlexGrid1"_s, 1, [] { return shownWindow<Form21>(); }},
+        {u"MSHFlexGrid2"_s, 1, [] { return shownWindow<Form26>(); }},
+        {u"MSHFlexGrid3"_s, 1, [] { return shownWindow<Form8>(); }},
+        {u"MSHFlexGrid3"_s, 2, [] { return shownWindow<Form7>(); }}};
+    for (const auto& [name, row, opened] : rows) {
+        enter(name, row);
+        EXPECT_NE(opened(), nullptr) << name.toStdString() << row;
     }
     EXPECT_EQ(shownWindow<Form7>()->windowTitle(), u"修改个股监控"_s);
     clickCell(view(), 1, 1, Qt::RightButton);

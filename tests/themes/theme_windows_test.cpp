@@ -37,11 +37,30 @@ TEST_F(ThemeWindowsTest, Form22FollowsItsStock) {
     open<Form22>();
     QApplication::processEvents();
     EXPECT_EQ(form_->windowTitle() + label(u"Label7"_s), u"贵州茅台_属于主题贵州茅台"_s);
+    edit(u"Text1"_s)->setText(u" sh600000 "_s);
+    click(u"Command9"_s);
+    EXPECT_EQ(told(), QStringList{u"观潮台| 此代码没有找到主题!"_s});
+    edit(u"Text1"_s)->setText(u" sh600519 "_s);
+    click(u"Command9"_s);
+    EXPECT_EQ(text(u"Text1"_s), u"SH600519"_s);
     clickCell(view(), 1, 1, Qt::RightButton);
     EXPECT_FALSE(popup().isEmpty());
-    dialogs_.typed = u"消费"_s;
-    trigger(u"添加到主题"_s);
+    const auto join = [this](const QString& theme) {
+        clickCell(view(), 1, 1);
+        dialogs_.typed = theme;
+        trigger(u"添加到主题"_s);
+    };
+    join({});
+    join(u"白酒"_s);
+    EXPECT_EQ(told().last(), u"观潮台|已加入过该主题!"_s);
+    dialogs_.onInput = [this] { globals_.dangqiandm = u"SH600000"_s; };  // by another window
+    join(u" 消'费 "_s);
+    EXPECT_EQ(store_.rows(u"select * from dzhzhuti where zhutiname!='白酒'"_s),
+              QStringList{u"消'费|SH600519|贵州茅台|2026-11-24 00:00:00|5|0"_s});
     EXPECT_EQ(grid().rows(), 3);
+    store_.run({u"delete from dmb"_s});
+    join(u"新"_s);
+    EXPECT_EQ(failures_.texts.size(), 1) << "no short name to be had";
     clickCell(view(), 1, 1);
     trigger(u"从该主题删除"_s);
     EXPECT_EQ(grid().rows(), 2);
