@@ -56,12 +56,4 @@ DayLine PolledDay::of(const QString& dm) const {
                                    : DayLine{day_, stock->formerClose, stock->points};
 }
 
-qsizetype PolledDay::bytes() const {
-    qsizetype points = 0;
-    for (const Series& stock : stocks_) {
-        points += stock.points.capacity();
-    }
-    return points * static_cast<qsizetype>(sizeof(DayPoint));
-}
-
 }  // namespace guanchao

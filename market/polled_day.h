@@ -24,9 +24,6 @@ public:
     // `dm` in upper case; without points where the stock has not been asked for today.
     DayLine of(const QString& dm) const;
 
-    // Of the points, in memory.
-    qsizetype bytes() const;
-
 signals:
     void noted(const QString& dm);
 

@@ -44,7 +44,7 @@ protected:
         R"([{"day":"2026-11-20","open":"10","high":"10","low":"10","close":"10","volume":"5"},)"
         R"({"day":"2026-11-23","open":"6","high":"6","low":"6","close":"6","volume":"5"}])";
     std::optional<QByteArray> factors_ =
-        R"(var sh600000hfq={"total":2,"data":[{"d":"2026-11-23","f":"2"},{"d":"1900-01-01","f":"1"}]})";
+        R"(var sh600000hfq={"data":[{"d":"2026-11-23","f":"2"},{"d":"1900-01-01","f":"1"}]}/* {} */)";
 };
 
 TEST_F(CandleSourceTest, TheServicesTellTheDaysWithTheirFactors) {
@@ -55,9 +55,15 @@ TEST_F(CandleSourceTest, TheServicesTellTheDaysWithTheirFactors) {
         << "a history that can't be read is as good as none";
     EXPECT_EQ(fetch(u"SH000001"_s), u"历史行情服务 新浪||11-20 10 1,11-23 6 1"_s)
         << "an index has no factors";
-    factors_ = "no factors";
-    EXPECT_EQ(fetch(),
-              u"历史行情服务 新浪|复权因子没有取到，各日都没有复权|11-20 10 1,11-23 6 1"_s);
+    for (const char* none :
+         {"<html>", R"(var sh600000hfq={"total":0})", R"(var sz000001hfq={"data":[]})",
+          R"(var sh600000hfq={"data":[{"d":"2019-06-03","f":"0"}]})",
+          R"(var sh600000hfq={"data":[{"d":"2019-06-03","f":"x"}]})",
+          R"(var sh600000hfq={"data":[{"d":"1900-01-01","f":"1"},{"d":"2019-06-03","f":"2"}]})"}) {
+        factors_ = none;
+        EXPECT_EQ(fetch(),
+                  u"历史行情服务 新浪|复权因子没有取到，各日都没有复权|11-20 10 1,11-23 6 1"_s);
+    }
     bars_ = "[]";
     EXPECT_EQ(fetch(), u"历史行情服务 新浪|历史行情服务没有这只股票的日线|"_s);
     bars_.reset();

@@ -79,8 +79,7 @@ TEST_F(Form36Test, WhatCannotBeReadIsToldInPlaceOfTheChartAndReadAgain) {
     const auto answers = std::exchange(http_.answer, nullptr);
     openOn(u"SH600000"_s);
     settle();
-    EXPECT_TRUE(chart().hint().startsWith(u"没有日线可画\n\n历史行情 新浪（http://h）："_s))
-        << chart().hint().toStdString();
+    EXPECT_TRUE(begins(chart().hint(), u"没有日线可画\n\n历史行情 新浪（http://h）："_s));
     EXPECT_TRUE(chart().hint().endsWith(u"过一会儿再按“重读”。"_s));
     EXPECT_TRUE(dialogs_.shown.isEmpty() && failures_.texts.isEmpty());
     http_.answer = answers;

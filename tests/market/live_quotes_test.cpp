@@ -5,6 +5,7 @@
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
 #include "market/f10_page.h"
+#include "market/trading_session.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -32,10 +33,9 @@ public:
         shown << panel.name + u' ' + panel.gain;
     }
     void setLoading(QuotePart part, bool isLoading) override {
+        loading.remove(part);
         if (isLoading) {
             loading.insert(part);
-        } else {
-            loading.remove(part);
         }
     }
     void setPolling(bool on, const QString& words) override {
@@ -54,19 +54,14 @@ class LiveQuotesTest : public StoreTest {
 protected:
     LiveQuotesTest() {
         globals_.yingyongmulu = store_.folder();
+        services_.quote = {{u"q"_s, {}}};
+        services_.chart.host = u"c"_s;
+        services_.newspage.host = u"http://news"_s;
+        services_.fundamentals = {services_.newspage};
+        services_.history = {{u"h"_s, {}}};
         http_.answer = [this](const QString& path) { return reply(path); };
     }
 
-    static Services services() {
-        Services services;
-        services.quote = {{u"q"_s, {}}};
-        services.chart.host = u"c"_s;
-        services.newspage.host = u"http://news"_s;
-        services.fundamentals = {services.newspage};
-        services.history = {{u"h"_s, {}}};
-        services.stockpage.host = u"http://pages"_s;
-        return services;
-    }
     std::optional<QByteArray> reply(const QString& path) const {
         if (replies_.contains(path)) {
             return replies_.value(path);
@@ -99,7 +94,7 @@ protected:
     }
     void silence(const QString& path) { replies_[path] = std::nullopt; }
 
-    Services services_ = services();
+    Services services_;
     FakeShell shell_;
     RecordingScreen screen_;
     MeanVolume meanVolume_{http_, services_.history, clock_};
@@ -152,13 +147,9 @@ TEST_F(LiveQuotesTest, AQueryGoesThroughItsSteps) {
     quotes_.query(u"SH600000"_s);
     EXPECT_EQ(http_.paths.size(), 4) << "the mean is fetched once a day";
     EXPECT_FALSE(screen_.shown.contains(u"clear"_s)) << "the same stock keeps its figures";
-    LiveQuotes another(globals_, clock_, http_, services_, meanVolume_, polledDay_, dialogs_,
-                       failures_, shell_, screen_);
-    another.query(u"SH600000"_s);
-    EXPECT_EQ(http_.paths.size(), 4 + 4) << "by one window for all";
     clock_.moment = clock_.moment.addDays(1);
     quotes_.query(u"SH600000"_s);
-    EXPECT_EQ(http_.paths.size(), 4 + 4 + 5);
+    EXPECT_EQ(http_.paths.size(), 4 + 5);
 }
 
 TEST_F(LiveQuotesTest, OtherCodesAreRefused) {
@@ -257,6 +248,21 @@ TEST_F(LiveQuotesTest, ShenzhenShowsTheTurnoverOfTheWholeExchange) {
     EXPECT_EQ(shownBy(2).first(), u"没有找到沪深300的数据!"_s);
 }
 
+TEST(TradingSession, EachBoundaryToTheSecond) {
+    const std::pair<QTime, bool> cases[] = {
+        {{0, 0, 0}, false},   {{9, 20, 0}, false},  {{9, 20, 59}, false}, {{9, 21, 0}, true},
+        {{11, 34, 59}, true}, {{11, 35, 0}, false}, {{12, 55, 0}, false}, {{12, 55, 59}, false},
+        {{12, 56, 0}, true},  {{15, 4, 59}, true},  {{15, 5, 0}, false},  {{23, 59, 59}, false},
+    };
+    const QDate monday(2026, 11, 23);
+    for (const auto& [time, open] : cases) {
+        for (int day = 0; day < 7; ++day) {
+            EXPECT_EQ(inTradingSession(QDateTime(monday.addDays(day), time)), open && day < 5)
+                << day << ' ' << time.toString().toStdString();
+        }
+    }
+}
+
 TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
     quotes_.start(u"SH600000"_s);
     EXPECT_EQ(screen_.shown.mid(7),
@@ -288,7 +294,7 @@ TEST_F(LiveQuotesTest, PollsFollowTheMarketAndTheCounter) {
 }
 
 // The first request of the opening is held, the stock's quote: all else comes beside it.
-TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
+TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWay) {
     const auto gate = std::make_shared<Later<bool>>();
     http_.gate = gate;
     http_.onGet = [this] {
@@ -308,15 +314,6 @@ TEST_F(LiveQuotesTest, AQueryReplacesTheOneUnderWayAndAStopEndsIt) {
     const qsizetype requests = http_.paths.size();
     gate->deliver(true);
     EXPECT_EQ(http_.paths.size(), requests) << "nothing of the first query follows";
-
-    const auto second = std::make_shared<Later<bool>>();
-    http_.onGet = [&] { http_.gate = http_.paths.size() == requests + 1 ? second : nullptr; };
-    quotes_.query(u"SZ000002"_s);
-    quotes_.stop();
-    EXPECT_FALSE(!screen_.loading.isEmpty() || screen_.polling);
-    const qsizetype asked = http_.paths.size();
-    second->deliver(true);
-    EXPECT_EQ(http_.paths.size(), asked);
     EXPECT_TRUE(dialogs_.shown.isEmpty());
 }
 

@@ -21,11 +21,7 @@ protected:
 };
 
 TEST_F(MarketSummaryTest, LimitsAreThoseOfTheBoardAndInWholeCents) {
-    const struct {
-        QString dm, jc;
-        double latest, change;
-        int up, down;
-    } cases[] = {
+    const std::tuple<QString, QString, double, double, int, int> cases[] = {
         {u"SH600001"_s, u"甲"_s, 11, 1, 1, 0},
         {u"SH600001"_s, u"甲"_s, 10.99, 0.99, 0, 0},
         {u"SH600001"_s, u"甲"_s, 3.67, 0.33, 1, 0},  // 3.34 * 1.1 = 3.674
@@ -38,12 +34,12 @@ TEST_F(MarketSummaryTest, LimitsAreThoseOfTheBoardAndInWholeCents) {
         {u"BJ920799"_s, u"丁"_s, 13, 3, 1, 0},
         {u"SH600001"_s, u"甲"_s, 0.05, 0, 0, 0},  // five percent of it is no cent
     };
-    for (const auto& it : cases) {
+    for (const auto& [dm, jc, latest, change, up, down] : cases) {
         store_.run({u"delete from dmb"_s});
-        add(it.dm, it.jc, it.latest, it.change);
+        add(dm, jc, latest, change);
         const MarketSummary market = read();
-        EXPECT_EQ(market.atLimitUp, it.up) << it.jc.toStdString() << ' ' << it.latest;
-        EXPECT_EQ(market.atLimitDown, it.down) << it.jc.toStdString() << ' ' << it.latest;
+        EXPECT_EQ(market.atLimitUp, up) << jc.toStdString() << ' ' << latest;
+        EXPECT_EQ(market.atLimitDown, down) << jc.toStdString() << ' ' << latest;
     }
 }
 

@@ -1,5 +1,4 @@
 #include <QBuffer>
-#include <QEventLoop>
 #include <algorithm>
 #include <chrono>
 
@@ -251,21 +250,6 @@ TEST_F(MarketWindowsTest, TheChartsOfForm21LeadOnAndAWindowWithoutAnF10PageClose
 }
 
 #ifdef GUANCHAO_BROWSER_LIBRARY
-// The engine does one of its many small steps a turn: it needs a loop that doesn't sleep between.
-bool comesTrue(const std::function<bool()>& condition) {
-    QEventLoop loop;
-    QTimer look, end;
-    look.callOnTimeout(&loop, [&] {
-        if (condition()) {
-            loop.exit(1);
-        }
-    });
-    end.callOnTimeout(&loop, [&] { loop.exit(0); });
-    look.start(5);
-    end.start(10000);
-    return loop.exec() == 1;
-}
-
 TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     RawService raw;
     raw.answer = [&raw](QTcpSocket& socket) {
@@ -288,36 +272,33 @@ TEST_F(MarketWindowsTest, Form11KeepsTheGoodPageWhereALinkFails) {
     const QList<QWidget*> parts = form_->findChildren<QWidget*>();
     QWidget* browser = *std::ranges::find_if(
         parts, [](const QWidget* it) { return it->inherits("QWebEngineView"); });
-    const auto shows = [&](const QString& title) {
-        return comesTrue([&] {
-            return browser->property("title").toString() == title &&
-                   !button(u"stopRun"_s)->isVisible();
-        });
+    const auto* stop = button(u"stopRun"_s);
+    const auto untilItShows = [&](const QString& title) {
+        until([&] { return browser->property("title").toString() == title && !stop->isVisible(); });
     };
     const auto follow = [&](const QString& path) {
         browser->setProperty("url", QUrl(raw.service().host + path));
     };
-    ASSERT_TRUE(shows(u"/600000/"_s));
+    untilItShows(u"/600000/"_s);
     EXPECT_TRUE(browser->isVisible() && !find<QLabel>(u"Label1"_s)->isVisible());
     const auto* state = find<QLabel>(u"state"_s);
     follow(u"/next"_s);
-    ASSERT_TRUE(shows(u"/next"_s));
+    untilItShows(u"/next"_s);
     follow(u"/dead"_s);
-    ASSERT_TRUE(comesTrue([&] { return state->text().startsWith(u"网页打不开："_s); }));
+    until([&] { return state->text().startsWith(u"网页打不开："_s); });
     EXPECT_TRUE(browser->isVisible());
     const Service site = {raw.service().host, {}, 0, 1, 0, {}, u"F10资料"_s};
     EXPECT_EQ(watch_.stateOf(site).reason, u"网页打不开"_s);
-    EXPECT_TRUE(shows(u"/next"_s));
+    untilItShows(u"/next"_s);
     EXPECT_EQ(watch_.stateOf(site).answers, 2);
     follow(u"/silent"_s);
-    auto* stop = button(u"stopRun"_s);
-    ASSERT_TRUE(comesTrue([&] { return stop->isVisible(); }));
+    until([&] { return stop->isVisible(); });
     form_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_));
     QTest::keyClick(form_.data(), Qt::Key_Escape);
-    ASSERT_TRUE(shows(u"/next"_s)) << "Esc stops the link and leaves the window";
+    untilItShows(u"/next"_s);  // Esc stops the link and leaves the window
     button(u"back"_s)->click();
-    ASSERT_TRUE(shows(u"/600000/"_s));
+    untilItShows(u"/600000/"_s);
     QTest::keyClick(form_.data(), Qt::Key_Escape);
     EXPECT_FALSE(shownWindow<Form11>());
     deleteClosedWindows();

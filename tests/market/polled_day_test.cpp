@@ -52,12 +52,4 @@ TEST_F(PolledDayTest, KeepsTheLastPriceOfEachMinuteOfTheNewestDay) {
     EXPECT_EQ(points(), QString()) << "a new day";
 }
 
-TEST_F(PolledDayTest, AStockThatIsAskedForAllDayTakesNoMoreThanAPriceAMinute) {
-    for (int second = 9 * 3600 + 900; second < 16 * 3600; second += 20) {
-        note(u"2026-11-24"_s, QTime(0, 0).addSecs(second).toString(u"HH:mm:ss"_s), u"10"_s);
-    }
-    EXPECT_EQ(day_.of(u"SH600000"_s).points.size(), 15 * 60 - (9 * 60 + 15) + 1);
-    EXPECT_LE(day_.bytes(), qsizetype(8192));
-}
-
 }  // namespace guanchao

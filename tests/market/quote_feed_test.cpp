@@ -71,30 +71,6 @@ TEST_F(QuoteFeedTest, WritesEachLineWithTheGainComputedHereAndFewerColumnsIntoTh
     EXPECT_TRUE(quotes()[0].startsWith(u"SH600000|8.123|"_s)) << "the code table is left alone";
 }
 
-TEST_F(QuoteFeedTest, RepliesThatWriteNothing) {
-    const QStringList before = quotes();
-    const struct {
-        std::optional<QByteArray> reply;
-        QString reason;
-        int unknown = 0;
-    } cases[] = {
-        {std::nullopt, u"没有应答"_s},
-        {QByteArray(), u"应答是空的"_s},
-        {QByteArray("<html><body>502 Bad Gateway</body></html>"), u"应答里没有行情"_s},
-        {QByteArray("var hq_str_sys_auth=\"FAILED\";\n"), u"应答里没有行情"_s},
-        {QByteArray("a,b;c,d;e,f,g,h"), u"应答里没有行情"_s},
-        {QByteArray("var hq_str_sh600000=\"\";\nvar hq_str_sz000001=\"\";\n"), {}, 2},
-    };
-    for (const auto& it : cases) {
-        reply_ = it.reply;
-        const MissedQuotes missed = update(0);
-        EXPECT_EQ(missed.reason, it.reason);
-        EXPECT_EQ(missed.count, 2);
-        EXPECT_EQ(missed.unknown, it.unknown);
-        EXPECT_EQ(quotes(), before);
-    }
-}
-
 TEST_F(QuoteFeedTest, ABrokenLineIsRefusedAndTheOthersAreWritten) {
     const QStringList before = quotes();
     const QString good = line(u"sh600000"_s);

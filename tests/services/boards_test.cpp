@@ -33,10 +33,7 @@ TEST(BoardsTest, ReadsTheBoardsOfEachKind) {
     };
     const QString uncounted =
         u"{\"rc\":0,\"data\":{\"total\":504,\"diff\":[{\"f12\":\"BK0493\",\"f14\":\"新能源\"}]}}"_s;
-    const struct {
-        const char* name;
-        QString kind, reply, boards;
-    } cases[] = {
+    const std::tuple<const char*, QString, QString, QString> cases[] = {
         {"two", sina, two, u"gn_hwqc 华为汽车 125|gn_x 新 股 ?|2"_s},
         {"no boards", sina, u"var S_Finance_bankuai_class = {}"_s, u"0"_s},
         {"a node that would change the request", sina, one(u"a&num=9,名,1"_s),
@@ -49,9 +46,9 @@ TEST(BoardsTest, ReadsTheBoardsOfEachKind) {
         {"behind the last page", eastmoney, u"{\"rc\":0,\"data\":null}"_s, QString()},
         {"no list", eastmoney, u"{\"rc\":102}"_s, u"应答里没有列表"_s},
     };
-    for (const auto& it : cases) {
-        const QByteArray body = it.kind == u"sina"_s ? gbkFromText(it.reply) : it.reply.toUtf8();
-        EXPECT_EQ(words(boardKind(it.kind)->readBoards(body)), it.boards) << it.name;
+    for (const auto& [name, kind, reply, expected] : cases) {
+        const QByteArray body = kind == sina ? gbkFromText(reply) : reply.toUtf8();
+        EXPECT_EQ(words(boardKind(kind)->readBoards(body)), expected) << name;
     }
 }
 
@@ -70,10 +67,7 @@ TEST(BoardsTest, ReadsTheStocksOfEachKind) {
         u"{\"f12\":\"920799\",\"f13\":0,\"f14\":\"丙\"}]}}"_s;
     const QString dash =
         u"{\"data\":{\"total\":1,\"diff\":[{\"f12\":\"-\",\"f13\":1,\"f14\":\"-\"}]}}"_s;
-    const struct {
-        const char* name;
-        QString kind, reply, stocks;
-    } cases[] = {
+    const std::tuple<const char*, QString, QString, QString> cases[] = {
         {"strict", sina, strict, u"SH600519 贵州茅台"_s},
         {"keys of JavaScript, Beijing", sina, loose, u"BJ830799 艾融软件"_s},
         {"behind the last page", sina, u"null"_s, QString()},
@@ -85,9 +79,9 @@ TEST(BoardsTest, ReadsTheStocksOfEachKind) {
          u"SH600519 甲|SZ300750 乙|BJ920799 丙|3"_s},
         {"a number that is none", eastmoney, dash, u"应答里的代码不对：SH-"_s},
     };
-    for (const auto& it : cases) {
-        const QByteArray body = it.kind == u"sina"_s ? gbkFromText(it.reply) : it.reply.toUtf8();
-        EXPECT_EQ(words(boardKind(it.kind)->readStocks(body)), it.stocks) << it.name;
+    for (const auto& [name, kind, reply, expected] : cases) {
+        const QByteArray body = kind == sina ? gbkFromText(reply) : reply.toUtf8();
+        EXPECT_EQ(words(boardKind(kind)->readStocks(body)), expected) << name;
     }
 }
 

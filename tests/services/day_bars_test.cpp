@@ -71,12 +71,7 @@ TEST(DayBarsTest, ReadsTheShapesOfEachKind) {
         return R"({"rc":0,"data":{"code":"600000","market":)" + market +
                R"(,"klines":["2026-11-20,10.1,10.500,11,9,700,1234.5,1,1,1,1"]}})";
     };
-    const struct {
-        const char* name;
-        QString kind;
-        QByteArray reply;
-        QString days;
-    } cases[] = {
+    const std::tuple<const char*, QString, QByteArray, QString> cases[] = {
         {"strict", sina, strict, day},
         {"JavaScript's keys and quotes", sina, loose, day},
         {"an unknown code", sina, "null\n", QString()},
@@ -94,9 +89,9 @@ TEST(DayBarsTest, ReadsTheShapesOfEachKind) {
         {"an unknown code", eastmoney, R"({"rc":100,"data":null})", QString()},
         {"no answer", eastmoney, "{}", noBars},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(words(barKind(it.kind)->read(it.reply, u"SH600000"_s)), it.days)
-            << it.kind.toStdString() << ' ' << it.name;
+    for (const auto& [name, kind, reply, days] : cases) {
+        EXPECT_EQ(words(barKind(kind)->read(reply, u"SH600000"_s)), days)
+            << kind.toStdString() << ' ' << name;
     }
 }
 

@@ -47,23 +47,20 @@ protected:
 };
 
 TEST_F(PoliteHttpTest, ALimitedAddressRests) {
-    const struct {
-        int before, status;
-        Outcome outcome;
-    } cases[] = {
+    const std::tuple<int, int, Outcome> cases[] = {
         {200, 429, Outcome::limited}, {200, 456, Outcome::limited}, {200, 403, Outcome::limited},
         {500, 403, Outcome::refused}, {200, 500, Outcome::refused},
     };
-    for (const auto& it : cases) {
+    for (const auto& [before, status, outcome] : cases) {
         PoliteHttp fresh(http_, clock_);
-        const auto ask = [&](int status) {
-            status_ = status;
+        const auto ask = [&](int answer) {
+            status_ = answer;
             return outcomeOf(fresh.get(service_, u"/"_s, {})).outcome;
         };
-        ask(it.before);
-        EXPECT_EQ(ask(it.status), it.outcome) << it.before << ' ' << it.status;
-        EXPECT_EQ(ask(200), it.outcome == Outcome::limited ? Outcome::resting : Outcome::answered)
-            << it.status;
+        ask(before);
+        EXPECT_EQ(ask(status), outcome) << before << ' ' << status;
+        EXPECT_EQ(ask(200), outcome == Outcome::limited ? Outcome::resting : Outcome::answered)
+            << status;
     }
 }
 

@@ -70,11 +70,7 @@ TEST_F(ServiceWatchTest, WhatFailsIsLoggedAsItBeginsAndAsItEndsAndNoTimeBetween)
             .arg(count)
             .arg(why);
     };
-    const struct {
-        const char* name;
-        QString asked;
-        QStringList logged;
-    } cases[] = {
+    const std::tuple<const char*, QString, QStringList> cases[] = {
         {"it is back", u"0sf 1sf 30sf 90sa 91sa"_s, {silent, end("又应答了", "0:00", 3, silent)}},
         {"back at once, by the end", u"0sf 5sa"_s, {silent, end("又应答了", "0:00", 1, silent)}},
         {"never", u"0sf 9sf 900sr 5000sf"_s, {silent, end("还没有应答", "0:00", 3, silent)}},
@@ -92,11 +88,10 @@ TEST_F(ServiceWatchTest, WhatFailsIsLoggedAsItBeginsAndAsItEndsAndNoTimeBetween)
          u"0sf 1tf 90sa"_s,
          {silent, u"行情 腾讯 http://h|没有应答"_s, end("又应答了", "0:00", 1, silent)}},
     };
-    for (const auto& it : cases) {
+    for (const auto& [name, asked, logged] : cases) {
         KeptLog log(LogKind::service);
-        after(it.asked);
-        EXPECT_EQ(log.lines.replaceInStrings(u"行情 新浪 http://h|"_s, QString()), it.logged)
-            << it.name;
+        after(asked);
+        EXPECT_EQ(log.lines.replaceInStrings(u"行情 新浪 http://h|"_s, QString()), logged) << name;
     }
 }
 

@@ -43,21 +43,17 @@ TEST_F(ServicesTest, KindsComeInTheOrderOfTheirNumbers) {
     const QByteArray three =
         "[history.3]\nkind=csv\nhost=http://c\n[History]\nkind=SINA\n[history.2]\nkind=tencent\n";
     const QByteArray unknown = "[history]\nkind=yahoo\n[history.2]\nkind=sina\nhost=http://s\n";
-    const struct {
-        const char* name;
-        QByteArray text;
-        QString history, complaint;
-    } cases[] = {
+    const std::tuple<const char*, QByteArray, QString, QString> cases[] = {
         {"by number, wherever they stand", three, theirHosts + u", csv http://c"_s, none},
         {"a gap, and nothing else of the standard", "[history.7]\nkind=eastmoney\n",
          u"eastmoney https://push2his.eastmoney.com"_s, none},
         {"an unknown kind", unknown, u"sina http://s"_s, u"[history] 写着 kind=yahoo"_s},
     };
-    for (const auto& it : cases) {
-        const Services services = read(it.text);
-        EXPECT_EQ(words(services.history), it.history) << it.name;
-        EXPECT_EQ(services.complaints.size(), it.complaint.isEmpty() ? 0 : 1) << it.name;
-        EXPECT_TRUE(services.complaints.join(u' ').contains(it.complaint)) << it.name;
+    for (const auto& [name, text, history, complaint] : cases) {
+        const Services services = read(text);
+        EXPECT_EQ(words(services.history), history) << name;
+        EXPECT_EQ(services.complaints.size(), complaint.isEmpty() ? 0 : 1) << name;
+        EXPECT_TRUE(services.complaints.join(u' ').contains(complaint)) << name;
     }
 }
 
