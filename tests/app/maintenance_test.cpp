@@ -14,6 +14,9 @@ TEST_F(MaintenanceTest, TheActionTakesTheOldKeyAway) {
     EXPECT_THROW(clearMaintenanceKey(dialogs_), StoreError) << "no such file";
     ASSERT_TRUE(QDir(store_.folder()).mkpath(u"dzhzhuti"_s));
     const QString path = store_.folder() + u"dzhzhuti/dzhzhuti2.db3"_s;
+    createStore(path, u"another"_s, u"create table a(b);"_s);
+    EXPECT_THROW(clearMaintenanceKey(dialogs_), StoreError) << "of another key";
+    QFile::remove(path);
     createStore(path, u"kqmt20190725bvdn"_s, u"create table a(b);insert into a values(7);"_s);
     clearMaintenanceKey(dialogs_);
     EXPECT_EQ(told(), QStringList{u"观潮台| 设置密码完成！"_s});

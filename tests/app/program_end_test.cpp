@@ -1,7 +1,6 @@
 #include "app/program_end.h"
 
 #include "tests/support/window_test.h"
-#include "themes/form22.h"
 
 namespace guanchao {
 
@@ -10,35 +9,16 @@ protected:
     ProgramEndTest() {
         globals_.yingyongmulu = store_.folder();
         environment_.executableName = u"guanchaotai2"_s;
-        runHeat(u"update canshu set mainisrun=1"_s);
     }
 
-    QStringList ordered() { return heatRows(u"select mainisrun from canshu"_s); }
-
     QWidget main_;
-    Later<bool> runsEnded_;
-    ProgramEnd end_{main_, environment_, tray_, [this](std::stop_token stop) -> QCoro::Task<> {
-                        co_await runsEnded_.orStop(stop);
-                    }};
+    ProgramEnd end_{main_, environment_, tray_,
+                    [](std::stop_token) -> QCoro::Task<> { co_return; }};
     const QStringList ended_{u"guanchaotai.exe"_s, u"this"_s};
 };
 
-TEST_F(ProgramEndTest, TheCollectorHearsOfItWhenNothingKeepsTheProgram) {
-    windows_.openAnew<Form22>();
-    end_.exit();
-    EXPECT_FALSE(shownWindow<Form22>());
-    EXPECT_EQ(ordered(), QStringList{u"1"_s}) << "a run holds a store";
-    EXPECT_TRUE(desktopTray_.calls.isEmpty());
-    runsEnded_.deliver(true);
-    EXPECT_EQ(ordered(), QStringList{u"0"_s});
-    EXPECT_EQ(desktopTray_.calls, QStringList{u"remove"_s});
-    EXPECT_EQ(contentOf(store_.folder() + u"read.ini"_s), "[read]\njintuopan=0\n");
-    EXPECT_EQ(processes_.ended, ended_);
-}
-
 TEST_F(ProgramEndTest, GoesOnWithoutTheHeatStore) {
     QFile::remove(stores_.heat.path);
-    runsEnded_.deliver(true);
     end_.exit();
     EXPECT_EQ(failures_.texts.size(), 1);
     EXPECT_EQ(processes_.ended, ended_);
@@ -48,12 +28,13 @@ TEST_F(ProgramEndTest, ExitIsTheLaterWordWhereTheQuestionStands) {
     const auto answered = std::make_shared<Later<bool>>();
     dialogs_.gate = answered;
     dialogs_.answer = false;
-    runsEnded_.deliver(true);
     end_.closeMainWindow();
     end_.closeMainWindow();
     EXPECT_EQ(dialogs_.shown, QStringList{u"观潮台|点“确定”退出，点“取消”进入托盘。"_s});
     end_.exit();
     EXPECT_EQ(processes_.ended, ended_);
+    EXPECT_EQ(desktopTray_.calls, QStringList{u"remove"_s});
+    EXPECT_EQ(contentOf(store_.folder() + u"read.ini"_s), "[read]\njintuopan=0\n");
     answered->deliver(true);
     EXPECT_EQ(tray_.hidden(), 0) << "the question is gone";
 }

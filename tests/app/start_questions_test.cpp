@@ -35,7 +35,7 @@ protected:
     QString path_ = store_.folder() + u"services.ini"_s;
 };
 
-TEST_F(StartQuestionsTest, TheSitesOfTodayAreAskedFromTheAnswerOn) {
+TEST_F(StartQuestionsTest, TheSitesOfTodayAreTakenUnlessTheUserRefusesOrHasWrittenTheFile) {
     dialogs_.answer = true;
     start(formerServices);
     EXPECT_TRUE(isAsked());
@@ -43,15 +43,13 @@ TEST_F(StartQuestionsTest, TheSitesOfTodayAreAskedFromTheAnswerOn) {
     EXPECT_EQ(contentOf(path_ + u".以前"_s), formerServices);
     EXPECT_EQ(services_.history.value(0).kind, u"sina"_s) << "at once";
     EXPECT_EQ(services_.quote.value(1).kind, u"tencent"_s);
-}
-
-TEST_F(StartQuestionsTest, ARefusalHoldsAndAFileOfTheUsersIsLeftAlone) {
+    dialogs_.answer = false;
     start(formerServices + "; mine");
     EXPECT_FALSE(isAsked());
     start(formerServices);
     EXPECT_TRUE(isAsked());
     start(formerServices);
-    EXPECT_FALSE(isAsked());
+    EXPECT_FALSE(isAsked()) << "a refusal holds";
     EXPECT_EQ(contentOf(path_), formerServices);
 }
 
