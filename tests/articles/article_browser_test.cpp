@@ -1,7 +1,6 @@
 #include "articles/article_browser.h"
 
 #include "articles/article_removal.h"
-#include "tests/support/kill_in_the_middle.h"
 #include "tests/support/store_test.h"
 
 namespace guanchao {
@@ -135,18 +134,6 @@ TEST_F(ArticleBrowserTest, DeletionsAskAndTakeWhatTheListShows) {
     EXPECT_FALSE(removals_.last(articleWindowPlace));
     EXPECT_EQ(dialogs_.shown[1], u"观潮台|确实要删除文章《茅台涨了》吗?"_s);
     EXPECT_EQ(dialogs_.shown[4], u"观潮台|确实要删除本表中显示的所有文章吗?（1 篇文章）"_s);
-}
-
-TEST_F(ArticleBrowserTest, AKilledDeletionLosesNothingAndLeavesNothing) {
-    addSome();
-    killInTheMiddle([this](const std::function<void()>& middle) {
-        removeArticles(store_.stores.article, {1, 2, 3}, removals_, middle);
-    });
-    EXPECT_EQ(stored().size(), 3);
-    const QString kept = store_.folder() + u"撤消"_s;
-    EXPECT_TRUE(QFile::exists(kept + u"/1.mzdat"_s));
-    const Removals next(kept + u'/');
-    EXPECT_FALSE(QFile::exists(kept));
 }
 
 }  // namespace guanchao

@@ -59,11 +59,8 @@ TEST(ArticleTextTest, TheBreaksOfPiecesAreNoPartOfTheText) {
         cursor.setPosition(static_cast<int>(2 + first.size() + 1), QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
     };
-    const struct {
-        const char* name;
-        QList<std::function<void(ArticleText&)>> acts;
-        QString text;
-    } cases[] = {
+    using Acts = QList<std::function<void(ArticleText&)>>;
+    const std::tuple<const char*, Acts, QString> cases[] = {
         {"typed", {type}, first + u"x尾"_s},
         {"a line end", {key(Qt::Key_Return), type}, first + u"\nx尾"_s},
         {"a line end behind", {key(Qt::Key_Right), key(Qt::Key_Return)}, first + u"\n尾"_s},
@@ -73,17 +70,17 @@ TEST(ArticleTextTest, TheBreaksOfPiecesAreNoPartOfTheText) {
         {"pasted", {paste}, first + u"甲\n乙尾"_s},
         {"the first piece cut", {cutFirst}, u"尾"_s},
     };
-    for (const auto& it : cases) {
+    for (const auto& [name, acts, expected] : cases) {
         ArticleText text;
         text.setText(u"前\n"_s + first + u"尾"_s);
         QTextCursor cursor = text.textCursor();
         cursor.setPosition(static_cast<int>(2 + first.size()));
         text.setTextCursor(cursor);
-        for (const auto& act : it.acts) {
+        for (const auto& act : acts) {
             act(text);
         }
-        EXPECT_EQ(text.text().size(), 2 + it.text.size()) << it.name;
-        EXPECT_TRUE(text.text() == u"前\n"_s + it.text) << it.name;
+        EXPECT_EQ(text.text().size(), 2 + expected.size()) << name;
+        EXPECT_TRUE(text.text() == u"前\n"_s + expected) << name;
     }
 }
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "base/day_line.h"
 #include "tests/support/qt_printers.h"
 
@@ -34,13 +32,6 @@ TEST(CandlesTest, ADividendIsNoFallHoweverTheDaysAreAdjusted) {
         EXPECT_NEAR(gainOf(days, 3).value_or(0), -10, 1e-9);
     }
     EXPECT_EQ(adjusted({}, Adjustment::forward), QList<Candle>());
-}
-
-TEST(CandlesTest, AMeanNeedsAllItsDays) {
-    const QList<double> means = meanCloses({day(2, 1), day(3, 2), day(4, 6), day(5, 1)}, 3);
-    EXPECT_TRUE(std::isnan(means[0]) && std::isnan(means[1]));
-    EXPECT_EQ(means.mid(2), (QList<double>{3, 3}));
-    EXPECT_TRUE(std::isnan(meanCloses({day(2, 1)}, 3).first()));
 }
 
 TEST(CandlesTest, TheAxisHasRoundValuesOfItsRange) {

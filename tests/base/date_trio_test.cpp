@@ -7,20 +7,16 @@
 namespace guanchao {
 
 TEST(DateTrioTest, DaysFollowTheMonth) {
-    const struct {
-        QString month;
-        int days;
-        QString dayAfter31, dayAfter29;
-    } cases[] = {{u"1"_s, 31, u"31"_s, u"29"_s},
-                 {u"2"_s, 28, u"28"_s, u"28"_s},
-                 {u"11月"_s, 30, u"30"_s, u"29"_s},
-                 {u"13"_s, 0, u"31"_s, u"29"_s}};
-    for (const auto& it : cases) {
-        const QStringList days = daysOfMonth(it.month);
-        EXPECT_EQ(days.size(), it.days) << it.month.toStdString();
-        EXPECT_EQ(days.isEmpty() ? 0 : days.last().toInt(), it.days);
-        EXPECT_EQ(dayAfterMonth(it.month, u"31"_s), it.dayAfter31) << it.month.toStdString();
-        EXPECT_EQ(dayAfterMonth(it.month, u"29"_s), it.dayAfter29) << it.month.toStdString();
+    const std::tuple<QString, int, QString, QString> cases[] = {{u"1"_s, 31, u"31"_s, u"29"_s},
+                                                                {u"2"_s, 28, u"28"_s, u"28"_s},
+                                                                {u"11月"_s, 30, u"30"_s, u"29"_s},
+                                                                {u"13"_s, 0, u"31"_s, u"29"_s}};
+    for (const auto& [month, count, dayAfter31, dayAfter29] : cases) {
+        const QStringList days = daysOfMonth(month);
+        EXPECT_EQ(days.size(), count) << month.toStdString();
+        EXPECT_EQ(days.isEmpty() ? 0 : days.last().toInt(), count);
+        EXPECT_EQ(dayAfterMonth(month, u"31"_s), dayAfter31) << month.toStdString();
+        EXPECT_EQ(dayAfterMonth(month, u"29"_s), dayAfter29) << month.toStdString();
     }
 }
 

@@ -7,22 +7,19 @@ namespace guanchao {
 using namespace std::chrono_literals;
 
 TEST(TimeLeftTest, IsToldOnceThereIsEnoughToJudgeBy) {
-    const struct {
-        std::chrono::nanoseconds elapsed;
-        qint64 done, total;
-        QString words;
-    } cases[] = {{1999ms, 50, 100, {}},
-                 {2s, 0, 100, {}},
-                 {20s, 0, 0, {}},
-                 {20s, 99, 10000, {}},
-                 {20s, 100, 100, {}},
-                 {2s, 50, 100, u"剩余约 2 秒"_s},
-                 {3s, 99, 100, u"剩余约 1 秒"_s},
-                 {60s, 50, 100, u"剩余约 60 秒"_s},
-                 {61s, 50, 100, u"剩余约 2 分钟"_s},
-                 {60s, 1, 100, u"剩余约 99 分钟"_s}};
-    for (const auto& it : cases) {
-        EXPECT_EQ(timeLeftWords(it.elapsed, it.done, it.total), it.words) << it.done << it.total;
+    const std::tuple<std::chrono::nanoseconds, qint64, qint64, QString> cases[] = {
+        {1999ms, 50, 100, {}},
+        {2s, 0, 100, {}},
+        {20s, 0, 0, {}},
+        {20s, 99, 10000, {}},
+        {20s, 100, 100, {}},
+        {2s, 50, 100, u"剩余约 2 秒"_s},
+        {3s, 99, 100, u"剩余约 1 秒"_s},
+        {60s, 50, 100, u"剩余约 60 秒"_s},
+        {61s, 50, 100, u"剩余约 2 分钟"_s},
+        {60s, 1, 100, u"剩余约 99 分钟"_s}};
+    for (const auto& [elapsed, done, total, words] : cases) {
+        EXPECT_EQ(timeLeftWords(elapsed, done, total), words) << done << total;
     }
 }
 

@@ -36,27 +36,6 @@ TEST(Values, ALongTextIsShownByItsBeginning) {
     EXPECT_EQ(shortened(u"一二😀三"_s, 4), u"一二…"_s) << "no half of a character";
 }
 
-TEST(Values, ReadsAsNumberWantsTheWholeText) {
-    for (const QString& text : {u"1"_s, u" -2.50 "_s, u"1e5"_s, u".5"_s}) {
-        EXPECT_TRUE(readsAsNumber(text)) << text.toStdString();
-    }
-    for (const QString& text : {u""_s, u" "_s, u"1 2"_s, u"2016-04-01"_s, u"SH600000"_s, u"3%"_s}) {
-        EXPECT_FALSE(readsAsNumber(text)) << text.toStdString();
-    }
-}
-
-TEST(Values, AWholeNumberOf16BitsIsRoundedBeforeItsRangeIsTried) {
-    const std::pair<QString, std::optional<qint16>> cases[] = {
-        {u""_s, qint16(0)},           {u"20.5"_s, qint16(20)},
-        {u"-7x"_s, qint16(-7)},       {u"32767.4"_s, qint16(32767)},
-        {u"32767.5"_s, std::nullopt}, {u"-32768.5"_s, qint16(-32768)},
-        {u"-32769"_s, std::nullopt},  {u"1e999"_s, std::nullopt},
-    };
-    for (const auto& [text, number] : cases) {
-        EXPECT_EQ(wholeNumber16(text), number) << text.toStdString();
-    }
-}
-
 TEST(Values, RoundingGoesToTheEvenNeighbour) {
     const std::pair<double, double> whole[] = {{0.5, 0},  {1.5, 2},   {2.5, 2},   {20.5, 20},
                                                {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.6, 3}};

@@ -92,13 +92,7 @@ TEST_F(GridViewTest, ATextIsFoundInTheShownCells) {
     };
     const QString end = u"已到结尾，从开头接着找"_s;
     const QString begin = u"已到开头，从结尾接着找"_s;
-    const struct {
-        const char* name;
-        std::function<void()> act;
-        bool isOpen;
-        int row;
-        QString answer;
-    } acts[] = {
+    const std::tuple<const char*, std::function<void()>, bool, int, QString> acts[] = {
         {"F3", [&] { key(Qt::Key_F3); }, true, 1, {}},
         {"typed", [&] { type("a"); }, true, 5, {}},
         {"a longer word, there too", [&] { type("b"); }, true, 5, {}},
@@ -115,14 +109,14 @@ TEST_F(GridViewTest, ATextIsFoundInTheShownCells) {
         {"Esc in the line", [&] { key(Qt::Key_Escape); }, false, 21, end},
         {"Down is the grid's", [&] { key(Qt::Key_Down); }, false, 22, end},
     };
-    for (const auto& it : acts) {
-        it.act();
-        EXPECT_EQ(line->isVisible(), it.isOpen) << it.name;
-        EXPECT_EQ(selectedRow(), it.row) << it.name;
-        EXPECT_EQ(answer->text(), it.answer) << it.name;
-        if (it.isOpen) {
+    for (const auto& [name, act, isOpen, row, words] : acts) {
+        act();
+        EXPECT_EQ(line->isVisible(), isOpen) << name;
+        EXPECT_EQ(selectedRow(), row) << name;
+        EXPECT_EQ(answer->text(), words) << name;
+        if (isOpen) {
             const int edge = line->geometry().top() - view_.viewport()->y();
-            EXPECT_LT(view_.visualRect(view_.currentIndex()).bottom(), edge) << it.name;
+            EXPECT_LT(view_.visualRect(view_.currentIndex()).bottom(), edge) << name;
         }
     }
     EXPECT_TRUE(text->text() == u"AC"_s && view_.hasFocus());

@@ -1,5 +1,4 @@
 // Which rows keys, mouse and fills choose, and what is painted of that.
-#include <QScrollBar>
 #include <QSignalSpy>
 
 #include "tests/grid/grid_view_fixture.h"
@@ -52,13 +51,7 @@ TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
     };
     EXPECT_EQ(selectedRow(), 0);
     QSignalSpy clicks(&view_, &GridView::rowClicked);
-    const struct {
-        const char* name;
-        std::function<void()> act;
-        std::vector<int> told;
-        int row;
-        bool opensMenu;
-    } acts[] = {
+    const std::tuple<const char*, std::function<void()>, std::vector<int>, int, bool> acts[] = {
         {"left button", [&] { clickCell(view_, 1, 2); }, {1}, 1, false},
         {"down", [&] { QTest::keyClick(&view_, Qt::Key_Down); }, {2}, 2, false},
         {"right", [&] { QTest::keyClick(&view_, Qt::Key_Right); }, {}, 2, false},
@@ -70,13 +63,13 @@ TEST_F(GridViewTest, KeysAndMouseChooseTheRowThatIsMarked) {
         {"header", [&] { clickHeader(view_, 1); }, {0}, 2, false},
         {"ground", clickGround, {0}, 2, false},
     };
-    for (const auto& it : acts) {
+    for (const auto& [name, act, told, row, opensMenu] : acts) {
         told_.clear();
-        it.act();
-        EXPECT_EQ(told_, it.told) << it.name;
-        EXPECT_EQ(grid_.markedRow(), it.row) << it.name;
-        EXPECT_EQ(selectedRow(), it.row) << it.name;
-        EXPECT_EQ(closeMenu(), it.opensMenu) << it.name;
+        act();
+        EXPECT_EQ(told_, told) << name;
+        EXPECT_EQ(grid_.markedRow(), row) << name;
+        EXPECT_EQ(selectedRow(), row) << name;
+        EXPECT_EQ(closeMenu(), opensMenu) << name;
     }
     EXPECT_EQ(clicks.size(), 2) << "left button and Enter";
     view_.setRowMenu(menu_, GridView::MenuArea::rowsAndGround);
@@ -149,29 +142,6 @@ TEST_F(GridViewTest, TheRowChosenLastIsTheMarkedOneOfThoseThatAreSelected) {
         EXPECT_EQ(view_.currentIndex().row() + 1, it.marked) << it.name;
         EXPECT_EQ(clicks.size(), it.isClick ? 1 : 0) << it.name;
     }
-}
-
-TEST_F(GridViewTest, TheMarkStaysWithItsItemAndTheViewWhereItWas) {
-    QStringList names;
-    for (int at = 0; at < 100; ++at) {
-        names << u"题"_s + QString::number(at);
-    }
-    fill(names);
-    view_.setSortable();
-    clickCell(view_, 4, 1);
-    view_.verticalScrollBar()->setValue(50);
-    std::reverse(names.begin(), names.end());
-    fill(names);
-    EXPECT_EQ(markedName(), u"题3"_s);
-    EXPECT_EQ(selectedRow(), 97);
-    EXPECT_EQ(view_.verticalScrollBar()->value(), 50);
-    clickHeader(view_, 2);
-    clickHeader(view_, 2);
-    EXPECT_EQ(selectedRow(), 4);
-    QTest::keyClick(&view_, Qt::Key_Down);
-    EXPECT_EQ(markedName(), u"题4"_s) << "keys go on from the mark";
-    fill({u"别的"_s});
-    EXPECT_EQ(selectedRow(), 0);
 }
 
 // What was painted since it was asked last.

@@ -1,8 +1,5 @@
 #include "monitor/alarm_engine.h"
 
-#include <QSemaphore>
-#include <QThreadPool>
-
 #include "base/activity.h"
 #include "tests/support/monitor_fixture.h"
 
@@ -43,12 +40,7 @@ protected:
 };
 
 TEST_F(AlarmEngineTest, ACrossingIsStrictOnBothSides) {
-    const struct {
-        QString leixin, bijiaofu;
-        double baojinzhi;
-        QList<double> values;
-        QList<bool> fired;
-    } cases[] = {
+    const std::tuple<QString, QString, double, QList<double>, QList<bool>> cases[] = {
         {u"涨幅"_s, u">"_s, 3, {2.9, 3.1, 3.2, 2.5, 3.1}, {false, true, false, false, true}},
         {u"涨幅"_s, u">"_s, 3, {2.9, 3, 3.1}, {false, false, false}},
         {u"涨幅"_s, u">"_s, 3, {3.1, 4}, {true, false}},
@@ -60,9 +52,9 @@ TEST_F(AlarmEngineTest, ACrossingIsStrictOnBothSides) {
         {u"股价"_s, u"="_s, 10, {9, 11, 10}, {false, false, false}},
         {u"收盘"_s, u">"_s, 10, {9, 11}, {false, false}},
     };
-    for (const auto& it : cases) {
-        EXPECT_EQ(firings(it.leixin, it.bijiaofu, it.baojinzhi, it.values), it.fired)
-            << it.leixin.toStdString() << it.bijiaofu.toStdString() << it.baojinzhi;
+    for (const auto& [leixin, bijiaofu, baojinzhi, values, fired] : cases) {
+        EXPECT_EQ(firings(leixin, bijiaofu, baojinzhi, values), fired)
+            << leixin.toStdString() << bijiaofu.toStdString() << baojinzhi;
     }
 }
 
@@ -161,54 +153,6 @@ TEST_F(AlarmEngineTest, TheCounterFollowsTheFrequencyTheFlagAndTheBusyBatch) {
     }
     http_.onGet = [this] { engine_.tick(); };
     EXPECT_EQ(pollsOf(1), 1) << "a tick during a poll doesn't poll";
-}
-
-TEST_F(AlarmEngineTest, APollBesideAnImportWaitsForItsWriteAndFires) {
-    addStockMonitor(u"SH600000"_s, u"涨幅"_s, u">"_s, 5);
-    replyWith({{u"sh600000"_s, 10.6}, {u"sz000001"_s, 10}});
-    QSemaphore holds, goesOn;
-    QThreadPool::globalInstance()->start([&] {
-        const Activity activity(u"导入主题"_s);
-        Connection main = store_.stores.main.open();
-        Transaction transaction(main);
-        holds.release();
-        goesOn.acquire();
-    });
-    holds.acquire();
-    engine_.tick();
-    engine_.tick();
-    EXPECT_TRUE(engine_.polling());
-    EXPECT_EQ(screen_.told, QStringList());
-    goesOn.release();
-    until([this] { return !engine_.polling(); });
-    EXPECT_EQ(screen_.told.size(), 1);
-    EXPECT_EQ(failures_.texts, QStringList());
-}
-
-TEST_F(AlarmEngineTest, AFailureIsToldOnceUntilAPollGoesWell) {
-    const std::pair<QString, QString> cases[] = {
-        {u"alter table gegujiankong rename to away"_s,
-         u"alter table away rename to gegujiankong"_s},
-        {u"delete from tempcanshu"_s, u"insert into tempcanshu(jiankongpinlu) values(1)"_s},
-        {u"update tempcanshu set jiankongpinlu=null"_s, u"update tempcanshu set jiankongpinlu=1"_s},
-        {u"insert into gegujiankong(dm,sp) values('SH600000',null)"_s,
-         u"delete from gegujiankong"_s},
-    };
-    for (const auto& [spoil, mend] : cases) {
-        store_.run({spoil});
-        failures_.texts.clear();
-        engine_.tick();
-        engine_.tick();
-        store_.run({mend});
-        engine_.tick();
-        EXPECT_EQ(failures_.texts.size(), 1) << spoil.toStdString();
-        addStockMonitor(u"SH600000"_s, u"股价"_s, u">"_s, 5);
-        setQuote(u"SH600000"_s, 9, 0);
-        engine_.tick();
-        EXPECT_EQ(rung_.size(), 1) << "the next good tick works";
-        rung_.clear();
-        store_.run({u"delete from gegujiankong"_s});
-    }
 }
 
 TEST_F(AlarmEngineTest, AFailureThatLastsIsToldAgainAfterTenMinutes) {

@@ -45,15 +45,18 @@ TEST_F(MonitorManagerTest, AFrequencyMustCoverThePollList) {
     const QString refused =
         u"观潮台|此监控频率最多监控%1只股票，请改大监控频率或删除不必要的监控记录。"_s;
     const QString outside = u"观潮台|监控频率要在-32768到32767之间。"_s;
-    const std::tuple<QString, QString, QString> cases[] = {{u"3"_s, u"3"_s, {}},
-                                                           {u"2"_s, u"3"_s, refused.arg(2)},
-                                                           {u" 2.6 "_s, u"3"_s, refused.arg(3)},
-                                                           {u"4.5秒"_s, u"4"_s, {}},
-                                                           {u"5.5"_s, u"6"_s, {}},
-                                                           {u"abc"_s, u"6"_s, refused.arg(0)},
-                                                           {u"32767.4"_s, u"32767"_s, {}},
-                                                           {u"32767.5"_s, u"32767"_s, outside},
-                                                           {u"-32769"_s, u"32767"_s, outside}};
+    const std::tuple<QString, QString, QString> cases[] = {
+        {u"3"_s, u"3"_s, {}},
+        {u"2"_s, u"3"_s, refused.arg(2)},
+        {u" 2.6 "_s, u"3"_s, refused.arg(3)},
+        {u"4.5秒"_s, u"4"_s, {}},
+        {u"5.5"_s, u"6"_s, {}},
+        {u"abc"_s, u"6"_s, refused.arg(0)},
+        {u"32767.4"_s, u"32767"_s, {}},
+        {u"32767.5"_s, u"32767"_s, outside},
+        {u"-32768.5"_s, u"32767"_s, refused.arg(-32768)},
+        {u"-32769"_s, u"32767"_s, outside},
+        {u"1e999"_s, u"32767"_s, outside}};
     for (const auto& [typed, stored, message] : cases) {
         const QString before = frequency();
         const std::optional<QString> putBack = manager_.changeFrequency(typed);

@@ -87,18 +87,20 @@ TEST_F(MonitorWindowsTest, TheStockEditorPicksConfirmsAndOpensTheManagerAnew) {
     globals_.dangqiandm = u"SH600000"_s;
     globals_.dangqianjc = u"浦发银行"_s;
     open<Form7>();
-    edit(u"Text1"_s)->setText(u"SZ000001"_s);
+    store_.run({u"delete from jiankonghq"_s});
+    edit(u"Text1"_s)->setText(u" sz000001"_s);
     click(u"Command3"_s);
     EXPECT_EQ(dialogs_.shown.takeLast(), u"观潮台|没有选择文件。"_s);
     dialogs_.picked = u"/声/s.mp3"_s;
     click(u"Command3"_s);
     find<QComboBox>(u"Combo2"_s)->setCurrentText(u"股价"_s);
     find<QComboBox>(u"Combo1"_s)->setCurrentText(u"<"_s);
-    edit(u"Text2"_s)->setText(u"9.5"_s);
+    edit(u"Text2"_s)->setText(u"9.5元"_s);
     find<QCheckBox>(u"Check1"_s)->setChecked(false);
     click(u"Command1"_s);
     EXPECT_EQ(store_.rows(u"select * from gegujiankong where dm='SZ000001'"_s),
               QStringList{u"SZ000001|平安银行|0|0|股价|<|9.5|null|0|/声/s.mp3"_s});
+    EXPECT_EQ(store_.rows(u"select dm from jiankonghq"_s), QStringList{u"SZ000001"_s});
     EXPECT_TRUE(!shownWindow<Form7>() && shownWindow<Form4>());
 }
 

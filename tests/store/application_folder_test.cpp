@@ -23,10 +23,6 @@ protected:
         QDir(usr_).mkpath(u"share/guanchaotai/自选股"_s);
     }
 
-    static QString content(const QString& path) {
-        return QFile::exists(path) ? QString::fromUtf8(contentOf(path)) : u"none"_s;
-    }
-
     QString own(const QString& name) const { return home_ + u"/guanchaotai/"_s + name; }
 
     ApplicationFolder installed() const { return {usr_ + u"lib/guanchaotai"_s, home_}; }
@@ -51,7 +47,7 @@ TEST_F(ApplicationFolderTest, IsTheUsersOwnOnlyForAnInstalledProgram) {
     const ApplicationFolder copied(home_ + u"/guanchaotai"_s, home_);
     EXPECT_EQ(copied.path(), own({}));
     copied.prepare();
-    EXPECT_EQ(content(own(u"guanchaotai"_s)), u"program"_s);
+    EXPECT_EQ(contentOf(own(u"guanchaotai"_s)), "program");
 }
 
 TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
@@ -70,17 +66,17 @@ TEST_F(ApplicationFolderTest, AStartBringsWhatIsMissingAndKeepsWhatIsTheUsers) {
     writeFile(usr_ + u"share/guanchaotai/wenzhang.mzdat"_s, "of a new version");
     installed().prepare();
 
-    const std::pair<QString, QString> cases[] = {
-        {u"dzhzhuti.mzdat"_s, u"changed"_s},
-        {u"services.ini"_s, u"changed"_s},
-        {u"wenzhang.mzdat"_s, u"of a new version"_s},
-        {u"软件使用说明.html"_s, u"1"_s},
-        {u"pictures/form2.png"_s, u"1"_s},
-        {u"caijiqi"_s, u"1"_s},
-        {u"guanchaotai"_s, u"1"_s},
+    const std::pair<QString, QByteArray> cases[] = {
+        {u"dzhzhuti.mzdat"_s, "changed"},
+        {u"services.ini"_s, "changed"},
+        {u"wenzhang.mzdat"_s, "of a new version"},
+        {u"软件使用说明.html"_s, "1"},
+        {u"pictures/form2.png"_s, "1"},
+        {u"caijiqi"_s, "1"},
+        {u"guanchaotai"_s, "1"},
     };
     for (const auto& [name, wanted] : cases) {
-        EXPECT_EQ(content(own(name)), wanted) << name.toStdString();
+        EXPECT_EQ(contentOf(own(name)), wanted) << name.toStdString();
     }
     EXPECT_TRUE(QFileInfo(own(u"caijiqi"_s)).isSymLink()) << "a copy would be taken for portable";
 }

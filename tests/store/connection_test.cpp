@@ -30,21 +30,6 @@ TEST_F(ConnectionTest, OnlyTheRightKeyOpensAStore) {
     EXPECT_FALSE(QFile::exists(store_.folder() + u"none.mzdat"_s));
 }
 
-TEST_F(ConnectionTest, RekeyGivesTakesAndChangesAKey) {
-    const QString path = store_.stores.main.path;
-    store_.addCode(u"SH600000"_s, u"浦发银行"_s, 10, 1);
-    const auto code = [&](const QString& key) {
-        return TestStores::rows({path, key}, u"select dm from dmb"_s);
-    };
-    rekey(path, {}, u"first"_s);
-    EXPECT_THROW(Connection(path, {}), StoreError);
-    rekey(path, u"first"_s, u"second'"_s);
-    EXPECT_EQ(code(u"second'"_s), QStringList{u"SH600000"_s});
-    EXPECT_THROW(rekey(path, u"wrong"_s, {}), StoreError);
-    rekey(path, u"second'"_s, {});
-    EXPECT_EQ(code({}), QStringList{u"SH600000"_s});
-}
-
 // What another thread holds is waited for, and who holds it is told.
 TEST_F(ConnectionTest, WhatAnotherThreadHoldsIsBusy) {
     const Stores& stores = store_.stores;
