@@ -121,19 +121,4 @@ TEST_F(ArticleEditorTest, AnArticleDeletedElsewhereIsTold) {
     EXPECT_TRUE(article(fields.id.toInt()).first().endsWith(u"|写了很久|0"_s));
 }
 
-TEST_F(ArticleEditorTest, OfTwoEditorsTheLastSaveWins) {
-    ArticleFields mine = *open(1);
-    ArticleEditor other(store_.stores, globals_, clock_, dialogs_);
-    globals_.dangqianwenzhang = 1;
-    ArticleFields theirs = *other.open();
-    mine.title = u"我的"_s;
-    theirs.body = u"他们的"_s;
-    editor_.save(mine);
-    other.save(theirs);
-    EXPECT_EQ(article(1), QStringList{u"2016-04-01|张三|主题|白酒|它's 标题|他们的|2"_s});
-    mine.date = {u"2016"_s, u"4"_s, u"x"_s};
-    EXPECT_FALSE(editor_.save(mine).isEmpty());
-    EXPECT_TRUE(article(1).first().startsWith(u"2016-03-31|"_s));
-}
-
 }  // namespace guanchao

@@ -88,9 +88,13 @@ TEST_F(CandleChartTest, KeysMoveTheCrossHairTheDaysFollowItAndToolsAreToldTheDay
               u"2021-02-03 开 10.00 高 10.00 低 9.00 收 9.00 涨幅 -47.06% 量 1.234万 额"
               u" 2.000亿 MA5 14.20 MA10 13.60 MA20 13.30 MA60 13.08"_s);
     press(Qt::Key_Home);
+    for (int day = 2; day <= 4; ++day) {
+        press(Qt::Key_Right);
+    }
     EXPECT_EQ(told(),
-              u"2020-01-01 开 10.00 高 11.00 低 10.00 收 11.00 涨幅 -- 量 1.234万 额"
-              u" 2.000亿 MA5 -- MA10 -- MA20 -- MA60 --"_s);
+              u"2020-01-04 开 13.00 高 14.00 低 13.00 收 14.00 涨幅 +7.69% 量 1.234万 额"
+              u" 2.000亿 MA5 -- MA10 -- MA20 -- MA60 --"_s)
+        << "a mean needs all its days";
     chart_.showBars({});
     chart_.setHint(u"没有日线"_s);
     EXPECT_EQ(told(), u"没有日线"_s);

@@ -1,5 +1,7 @@
 // Which rows keys, mouse and fills choose, and what is painted of that.
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <algorithm>
 
 #include "tests/grid/grid_view_fixture.h"
 
@@ -142,6 +144,20 @@ TEST_F(GridViewTest, TheRowChosenLastIsTheMarkedOneOfThoseThatAreSelected) {
         EXPECT_EQ(view_.currentIndex().row() + 1, it.marked) << it.name;
         EXPECT_EQ(clicks.size(), it.isClick ? 1 : 0) << it.name;
     }
+}
+
+TEST_F(GridViewTest, AFillLeavesTheViewWhereItWas) {
+    QStringList names;
+    for (int at = 0; at < 100; ++at) {
+        names << u"题"_s + QString::number(at);
+    }
+    fill(names);
+    clickCell(view_, 4, 1);
+    view_.verticalScrollBar()->setValue(50);
+    std::ranges::reverse(names);
+    fill(names);
+    EXPECT_EQ(view_.verticalScrollBar()->value(), 50);
+    EXPECT_EQ(selectedRow(), 97);
 }
 
 // What was painted since it was asked last.
