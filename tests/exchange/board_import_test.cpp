@@ -75,7 +75,7 @@ TEST_F(BoardImportTest, AServiceThatHasHadEnoughIsLeftAloneForAWhile) {
     int limits = 2;
     http_.instead = [&](const QString& path) -> std::optional<HttpReply> {
         const bool isLimited = path.contains(u"getHQNodeData"_s) && limits-- > 0;
-        return isLimited ? std::optional(HttpReply{HttpReply::Outcome::limited, 456, {}})
+        return isLimited ? std::optional(HttpReply{HttpReply::Outcome::refused, 456, {}})
                          : std::nullopt;
     };
     EXPECT_EQ(import().boards, 3);

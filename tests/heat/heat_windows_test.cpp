@@ -157,7 +157,8 @@ TEST_F(HeatWindowsTest, TheCommodityMonitorShowsItsListAndItsMenu) {
     dialogs_.answer = true;
     trigger(u"删除商品"_s);
     EXPECT_EQ(grid().rows(), 1);
-    EXPECT_EQ(history().rows(), 1) << "its history is gone";
+    EXPECT_EQ(history().rows(), 1);
+    EXPECT_EQ(heatRows(u"select * from shophq"_s), QStringList()) << "its history is gone";
 }
 
 // The menu and the commands behind it act on the item that stands on the screen.

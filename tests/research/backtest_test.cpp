@@ -3,7 +3,6 @@
 #include "base/values.h"
 #include "research/laboratory/laboratory.h"
 #include "research/laboratory/period_table.h"
-#include "research/laboratory/rule_store.h"
 #include "tests/support/store_test.h"
 #include "tests/support/test_history.h"
 

@@ -91,6 +91,7 @@ TEST_F(Form12Test, ARefusedConditionIsKeptAndShowsWhereItIsWrong) {
     box(u"Text8"_s)->setPlainText(writes);
     runToItsEnd(u"Command2"_s);
     EXPECT_EQ(grid().rows(), 3) << "the list stays";
+    EXPECT_EQ(failures_.texts.size(), 2);
     openSized();
     EXPECT_EQ(box(u"Text8"_s)->toPlainText(), writes);
 }

@@ -164,14 +164,11 @@ TEST_F(WatchlistTest, WhatFailsLeavesNothingOfItself) {
         u"select dm,'' from zixuangu union all select zu,dm from zixuanzugu"
         u" union all select zu||dm,weizhi from zixuanshunxu"_s;
     const QStringList before = store_.rows(everything);
+    const QStringList two = {u"SH600519"_s, u"SH600000"_s};
     const QList<std::function<void()>> operations = {
-        [&] {
-            lists_.transfer({u"SH600519"_s, u"SH600000"_s}, {}, u"甲"_s, WatchLists::Way::move);
-        },
+        [&] { lists_.transfer(two, {}, u"甲"_s, WatchLists::Way::move); },
         [&] { move({u"SH600000"_s}, u"SZ000001"_s); },
-        [&] {
-            watchlist_.removeAll({u"SH600519"_s, u"SH600000"_s}, {});
-        },
+        [&] { watchlist_.removeAll(two, {}); },
     };
     store_.run(
         {u"create trigger t1 before delete on zixuangu when old.dm='SH600000' begin"
