@@ -70,7 +70,7 @@ class QuarterTour(Journey):
         self.past = RecordedServices(QUARTER)
         self.home = desk.folder / "home/听涛阁"
         self.steps = [
-            self.start_over_practice_bars, self.fill, self.fill_again, self.compare_with_the_market,
+            self.start_over_practice_bars, self.fill, self.compare_with_the_market,
             self.choose_themes, self.search, self.close_the_program
         ]
 
@@ -107,13 +107,6 @@ class QuarterTour(Journey):
         check("asked for", sorted(self.past.asked), sorted(
             [f"kline/{it}" for it in (file.name for file in (QUARTER / "kline").iterdir())]
             + [f"hfq/{it.lower()}.js" for it in STOCKS]))
-
-    def fill_again(self):
-        window = self.screen.window("历史行情")
-        self.past.asked.clear()
-        self.screen.press(window, "补全历史行情")
-        self.wait_for_words(window, "补全完成。补了 0 只，新增 0 条日线。")
-        check("asked for again", self.past.asked, [])
         self.screen.close("历史行情")
 
     def compare_with_the_market(self):
