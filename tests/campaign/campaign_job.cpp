@@ -33,13 +33,14 @@ static int carryOut(const QStringList& arguments) {
         co_await run->second(desk, stop);
     });
     until([&] { return !running.running(); });
-    if (!desk.failures.any) {
+    QTextStream(stderr) << desk.failures.told.join(u'\n');
+    if (desk.failures.told.isEmpty()) {
         print(u"done"_s);
     }
     for (const QString& told : desk.dialogs.shown) {
         print(told);
     }
-    return desk.failures.any ? 1 : 0;
+    return desk.failures.told.isEmpty() ? 0 : 1;
 }
 
 int main(int argc, char** argv) {

@@ -1,5 +1,4 @@
 // What files bring that a user, an editor or another program has written.
-#include <QDir>
 #include <QStringEncoder>
 #include <cmath>
 
@@ -11,7 +10,6 @@
 #include "formats/gbk.h"
 #include "formats/ini_file.h"
 #include "formats/initials.h"
-#include "formats/seed_list.h"
 #include "formats/text_file.h"
 #include "heat/url_encode.h"
 #include "services/services.h"
@@ -22,7 +20,6 @@
 #include "themes/block_file.h"
 #include "tools/history_builder/day_source.h"
 #include "tools/history_builder/theme_members.h"
-#include "utilities/shell_link.h"
 #include "utilities/tray_module.h"
 #include "utilities/version_check.h"
 
@@ -155,13 +152,6 @@ void readCollector(const QString& path, const QByteArray& bytes) {
     SearchPage("<p>百度为您找到相关结果约1,234,567个 没有找到与铜相关的网页</p>").results(it);
 }
 
-void readSeeds(const QString& path, const QByteArray& bytes) {
-    writeFile(path, bytes);
-    for (const QStringList& row : readSeedList(path, 2)) {
-        requireSense(row.size() == 2, "一行的项数不对");
-    }
-}
-
 void readHistory(const QString& path, const QByteArray& bytes) {
     writeFile(path, bytes);
     DaySource(path, VolumeUnit::shares, QDate(2026, 11, 24)).read([](const DayRow& it) {
@@ -208,17 +198,6 @@ void readVersion(const QString& folder, const QByteArray& bytes) {
     requireSense(dialogs.shown.size() == shell.opened.size(), "没有说有新版本就打开了网页");
 }
 
-// Whatever the path of the program, an entry keeps its twelve lines.
-void writeLauncher(const QString& folder, const QByteArray& bytes) {
-    const QString place = folder + u"/programs"_s;
-    const QString program = QString::fromUtf8(bytes).left(200);
-    clsShellLink({{}, place, {}}, program, program).createlnk(ShellFolder::programs);
-    for (const QString& file : QDir(place).entryList(QDir::Files | QDir::Hidden)) {
-        requireSense(contentOf(place + u'/' + file).count('\n') == 12, "快捷方式的行数不对");
-        QFile::remove(place + u'/' + file);
-    }
-}
-
 }  // namespace
 
 QList<OutsideReader> fileReaders(const QString& folder) {
@@ -231,8 +210,6 @@ QList<OutsideReader> fileReaders(const QString& folder) {
     const QString ini = u"[read]\njintuopan=1\ndm=SH600000\n[quote]\nhost=http://甲\n"_s;
     const QString version = u"[chaoxin]\nbanben=3.8 版\ndownurl='http://x/?a=b;c,d'\n"_s;
     const QByteArray services = beginningOf(u"data/services.ini"_s);
-    const QByteArray seeds = beginningOf(u"data/codes.csv"_s);
-    const QByteArray program = "/opt/a b=%c/guanchaotai";
     const QByteArray collector =
         "[period]\none=&a\n[page]\nresults=约?\\s*([0-9][0-9,]*)\\s*个\nnone=没有找到.{0,60}相关\n"
         "[weights]\nbaodie=-0.5\n[pace]\npause=0.5\nrandom=0\nretries=1,2.5\ntimeout=9\n";
@@ -256,13 +233,11 @@ QList<OutsideReader> fileReaders(const QString& folder) {
         {"ini", "read.ini", 35000, false, inAllEncodings(ini), at(u"/read.ini"_s, readIni)},
         {"services", "services.ini", 30000, false, {services}, at(u"/s.ini"_s, readServicesFile)},
         {"collector", "caijiqi.ini", 30000, true, {collector}, at(u"/c.ini"_s, readCollector)},
-        {"seeds", "初始数据", 25000, true, {seeds}, at(u"/s.csv"_s, readSeeds)},
         {"history", "日线 CSV", 35000, true, {days}, at(u"/d.csv"_s, readHistory)},
         {"members", "主题成员 CSV", 25000, true, inAllEncodings(u"zhutiname,dm\n白酒,SH600519\n"_s),
          at(u"/m.csv"_s, readMembers)},
         {"drafts", "草稿", 25000, true, {draft}, at({}, readDraft)},
         {"version", "版本文件", 30000, false, inAllEncodings(version), at({}, readVersion)},
-        {"launchers", "快捷方式的路径", 10000, false, {program}, at({}, writeLauncher)},
     };
 }
 

@@ -31,7 +31,8 @@ const QList<QByteArray> tokens =
 
 class Dice {
 public:
-    Dice(quint32 name, quint32 seed, quint32 round) {
+    Dice(const QList<QByteArray>& wellFormed, quint32 name, quint32 seed, quint32 round)
+        : wellFormed_(wellFormed) {
         std::seed_seq all{name, seed, round};
         numbers_.seed(all);
     }
@@ -44,12 +45,14 @@ public:
     char byte() { return static_cast<char>(below(256)); }
     double share() { return static_cast<double>(numbers_()) / 4294967296.0; }
     const QByteArray& oneOf(const QList<QByteArray>& list) { return list[below(list.size())]; }
+    const QByteArray& wellFormed() { return oneOf(wellFormed_); }
     QByteArray pieceOf(const QByteArray& bytes) {
         const qsizetype from = below(bytes.size());
         return bytes.mid(from, 1 + below(oneIn(4) ? bytes.size() : 40));
     }
 
 private:
+    const QList<QByteArray>& wellFormed_;
     std::mt19937 numbers_;
 };
 
@@ -90,38 +93,29 @@ void repeatPiece(QByteArray& bytes, Dice& dice) {
     bytes.insert(dice.below(bytes.size() + 1), piece.repeated(times));
 }
 
-QByteArray noise(Dice& dice, const QList<QByteArray>& wellFormed) {
-    QByteArray bytes;
-    for (qsizetype pieces = dice.below(40); pieces > 0; --pieces) {
-        bytes += dice.oneIn(3) ? dice.pieceOf(dice.oneOf(wellFormed)) : dice.oneOf(tokens);
-    }
-    return bytes;
+void cutOff(QByteArray& bytes, Dice& dice) {
+    bytes.truncate(dice.below(bytes.size() + 1));
 }
 
-void change(QByteArray& bytes, Dice& dice, const QList<QByteArray>& wellFormed) {
-    switch (dice.below(9)) {
-        case 0:
-            return flipBytes(bytes, dice);
-        case 1:
-            return insertToken(bytes, dice);
-        case 2:
-            return replacePiece(bytes, dice);
-        case 3:
-            return replaceNumber(bytes, dice);
-        case 4:
-            return emptyField(bytes, dice);
-        case 5:
-            return repeatPiece(bytes, dice);
-        case 6:
-            bytes.truncate(dice.below(bytes.size() + 1));
-            return;
-        case 7:
-            bytes.insert(dice.below(bytes.size() + 1), dice.pieceOf(dice.oneOf(wellFormed)));
-            return;
-        default:
-            bytes.remove(dice.below(bytes.size()), dice.below(40));
-            return;
+void insertPiece(QByteArray& bytes, Dice& dice) {
+    bytes.insert(dice.below(bytes.size() + 1), dice.pieceOf(dice.wellFormed()));
+}
+
+void removePiece(QByteArray& bytes, Dice& dice) {
+    bytes.remove(dice.below(bytes.size()), dice.below(40));
+}
+
+constexpr void (*changes[])(QByteArray&, Dice&) = {
+    flipBytes,   insertToken, replacePiece, replaceNumber, emptyField,
+    repeatPiece, cutOff,      insertPiece,  removePiece,
+};
+
+QByteArray noise(Dice& dice) {
+    QByteArray bytes;
+    for (qsizetype pieces = dice.below(40); pieces > 0; --pieces) {
+        bytes += dice.oneIn(3) ? dice.pieceOf(dice.wellFormed()) : dice.oneOf(tokens);
     }
+    return bytes;
 }
 
 QByteArray pieceOrTokens(const QByteArray& bytes, Dice& dice) {
@@ -146,14 +140,14 @@ Garbler::Garbler(const QList<QByteArray>& wellFormed, const QByteArray& name, qu
     : wellFormed_(wellFormed), name_(qChecksum(name)), seed_(seed) {}
 
 QByteArray Garbler::input(quint32 round) const {
-    Dice dice(name_, seed_, round);
-    QByteArray bytes = dice.oneOf(wellFormed_);
+    Dice dice(wellFormed_, name_, seed_, round);
+    QByteArray bytes = dice.wellFormed();
     const qsizetype limit = std::max(smallBytes, 2 * bytes.size());
     if (dice.oneIn(roundsPerNoise)) {
-        bytes = noise(dice, wellFormed_);
+        bytes = noise(dice);
     }
     do {
-        change(bytes, dice, wellFormed_);
+        changes[dice.below(std::ssize(changes))](bytes, dice);
     } while (dice.below(3) > 0);
     bytes.truncate(limit);
     if (dice.oneIn(roundsPerHuge)) {

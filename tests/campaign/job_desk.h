@@ -24,15 +24,6 @@ inline void print(const QString& line) {
     QTextStream(stdout) << line << Qt::endl;
 }
 
-struct PrintedFailures : Failures {
-    void report(const std::exception& failure) override {
-        QTextStream(stderr) << failureText(failure) << Qt::endl;
-        any = true;
-    }
-
-    bool any = false;
-};
-
 struct JobDesk {
     JobDesk(const QString& applicationFolder, const QString& host, const QStringList& words)
         : folder(applicationFolder),
@@ -66,7 +57,7 @@ struct JobDesk {
     QStringList arguments;
     Stores stores = storesIn(folder);
     Services services;
-    PrintedFailures failures;
+    FakeFailures failures;
     Globals globals;
     FakeClock clock;
     FakeDialogs dialogs;

@@ -56,7 +56,7 @@ def feed(program, kept, name, seed, times):
             died = int(number)
             Path(folder, f"{name}-{seed}-{died}").write_bytes(text)
             shutil.copy(errors, kept / f"{name}-{seed}-{died}.stderr")
-            what = "半分钟没有读完" if ended.returncode == -signal.SIGPROF else "程序倒下"
+            what = "三秒没有读完" if ended.returncode == -signal.SIGPROF else "程序倒下"
             harms.append(told(name, seed, died, f"{what} {summary(errors)}"))
             begin = died + 1
         for file in sorted(Path(folder).glob(f"{name}-{seed}-*"))[:MOST_TOLD]:
