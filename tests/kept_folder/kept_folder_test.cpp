@@ -2,7 +2,6 @@
 #include <QTemporaryDir>
 
 #include "app/startup.h"
-#include "store/application_folder.h"
 #include "store/prepared_stores.h"
 #include "store/recordset.h"
 #include "tests/support/fakes.h"
@@ -15,8 +14,6 @@ namespace guanchao {
 namespace {
 
 const QString place = QStringLiteral(GUANCHAO_SOURCE_DIR "/tests/kept_folder/");
-const QStringList storeNames = {u"dzhzhuti.mzdat"_s, u"caijiqi.mzdat"_s, u"wenzhang.mzdat"_s,
-                                u"py.mzdat"_s, u"yzhutibackup.mzdat"_s};
 
 // Puts a copy of the kept folder's files into `folder`, in the place of those that are there.
 void copyKeptFolder(const QString& version, const QString& folder) {
@@ -67,25 +64,18 @@ QString storeText(Connection& store) {
 
 }  // namespace
 
-// An installed program of today, and a user's folder from then.
+// A program of today, and a user's folder from then.
 class KeptFolderTest : public ::testing::Test {
 protected:
     // What the program does with a folder at its start.
     void start(const QString& version) {
-        const QString usr = directory_.filePath(version + u"/usr/"_s);
-        const QString home = directory_.filePath(version + u"/home"_s);
-        const QString installed = usr + u"share/guanchaotai/"_s;
-        for (const QString& name : storeNames + QStringList{u"services.ini"_s}) {
-            writeFile(installed + name, "of the package");
-        }
-        copyKeptFolder(version, home + u"/guanchaotai"_s);
-        const ApplicationFolder folder(usr + u"lib/guanchaotai"_s, home);
-        folder.prepare();
-        loadProgram(folder.path(), tray_, globals_, stores_, clock_, [&] {
+        const QString folder = applicationFolder(directory_.filePath(version));
+        copyKeptFolder(version, folder);
+        loadProgram(folder, tray_, globals_, stores_, clock_, [&] {
             ThemeTable(stores_, globals_, clock_, dialogs_, themes_, stocks_)
                 .refresh(u"0"_s, [](const UpdateLabels&) {});
         });
-        EXPECT_TRUE(prepareStores(folder.path(), QString(), clock_.now()).isEmpty());
+        EXPECT_TRUE(prepareStores(folder, QString(), clock_.now()).isEmpty());
     }
 
     // With what was written down of it when the folder was kept: of each table a line with its name

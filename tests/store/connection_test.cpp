@@ -4,6 +4,7 @@
 #include <semaphore>
 #include <thread>
 
+#include "base/values.h"
 #include "store/failure.h"
 #include "store/recordset.h"
 #include "tests/support/store_test.h"
@@ -106,7 +107,7 @@ TEST_F(ConnectionTest, WhereOnlyReadingIsAllowedNothingElseIs) {
     const QString other = store_.folder() + u"other.db"_s;
     for (const QString& statement :
          {u"delete from dmb"_s, u"update dmb set jc=''"_s, u"drop table dmb"_s,
-          u"create temp table a(b)"_s, QString(u"attach '"_s + other + u"' as other"_s),
+          u"create temp table a(b)"_s, QString(u"attach "_s + quoted(other) + u" as other"_s),
           u"pragma query_only=off"_s, u"pragma table_info(dmb)"_s, u"begin immediate"_s,
           u"select sqlcipher_export('main')"_s, u"select load_extension('x')"_s}) {
         const auto refusal = raisedBy<StoreError>([&] { connection.execute(statement); });

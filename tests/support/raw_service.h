@@ -51,21 +51,8 @@ struct ServiceManner {
     std::function<void(QTcpSocket&)> answer;
 };
 
-// It hangs up: the request ends by itself.
-inline const ServiceManner hangingUp[] = {
-    {"resets", [](QTcpSocket& socket) { socket.abort(); }},
-    {"says no word", [](QTcpSocket& socket) { socket.disconnectFromHost(); }},
-    {"breaks off",
-     [](QTcpSocket& socket) {
-         socket.write(httpHead(100) + "half");
-         socket.disconnectFromHost();
-     }},
-    {"refuses",
-     [](QTcpSocket& socket) {
-         socket.write("HTTP/1.1 403 Forbidden\r\nContent-Length: 0\r\n\r\n");
-         socket.disconnectFromHost();
-     }},
-};
+// The request ends by itself.
+inline const ServiceManner hangingUp = {"resets", [](QTcpSocket& socket) { socket.abort(); }};
 
 // The request ends only when it is broken off, or by its time-out.
 inline const ServiceManner neverDone[] = {

@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 QString TestStores::folderTemplate() {
     const QFileInfo memory(u"/dev/shm"_s);
     const QString parent = memory.isWritable() ? memory.filePath() : QDir::tempPath();
-    return parent + u"/guanchao-test-XXXXXX"_s;
+    return parent + u"/guanchao's-test-XXXXXX"_s;
 }
 
 TestStores::TestStores() {

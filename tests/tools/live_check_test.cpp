@@ -17,17 +17,16 @@ protected:
     // heading, with single blanks.
     int check(const QString& quotes, const QString& history) {
         QString ini = quotes + history;
-        for (const QString& kind :
+        for (const QString& it :
              {u"history.2/tencent"_s, u"history.3/eastmoney"_s, u"history.4/csv"_s,
               u"factors/sina"_s, u"fundamentals/sina"_s, u"fundamentals.2/page"_s, u"boards/sina"_s,
-              u"boards.2/eastmoney"_s, u"stocklist/sina"_s, u"stocklist.2/eastmoney"_s,
+              u"boards.2/eastmoney"_s, u"stocklist/sina"_s, u"stocklist.2/eastmoney"_s, u"chart"_s,
+              u"stockpage"_s, u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s,
               u"search.2/eastmoney"_s}) {
-            ini += section(kind.section(u'/', 0, 0),
-                           u"kind="_s + kind.section(u'/', 1) + u"\nreferer=http://here/"_s);
-        }
-        for (const QString& name :
-             {u"chart"_s, u"stockpage"_s, u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s}) {
-            ini += section(name, {});
+            const QString kind = it.section(u'/', 1);
+            ini += section(it.section(u'/', 0, 0),
+                           (kind.isEmpty() ? QString() : u"kind="_s + kind + u'\n') +
+                               u"referer=http://here/"_s);
         }
         writeFile(folder_.filePath(u"services.ini"_s), ini.toUtf8());
         QProcess program;
