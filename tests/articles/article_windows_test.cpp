@@ -58,22 +58,18 @@ TEST_F(ArticleWindowsTest, TheEntriesHandTheirContextOver) {
     globals_.dangqiandm = u"SH600519"_s;
     globals_.dangqianjc = u"贵州茅台"_s;
     Form30 watchlist(environment_, windows_);
-    const struct {
-        QWidget& window;
-        QString entry, context;
-        int rows;
-    } cases[] = {
-        {main, u"编辑主题文章"_s, u"主题|白酒"_s, 1},
-        {main, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
-        {watchlist, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
-        {main, u"文章管理器"_s, u"|"_s, 3},
+    const std::tuple<QWidget*, QString, QString, int> cases[] = {
+        {&main, u"编辑主题文章"_s, u"主题|白酒"_s, 1},
+        {&main, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
+        {&watchlist, u"操作个股文章"_s, u"个股|SH600519贵州茅台"_s, 1},
+        {&main, u"文章管理器"_s, u"|"_s, 3},
     };
-    for (const auto& it : cases) {
-        it.window.findChild<QAction*>(it.entry)->trigger();
+    for (const auto& [window, entry, context, rows] : cases) {
+        window->findChild<QAction*>(entry)->trigger();
         form_ = shownWindow<Form27>();
         EXPECT_EQ(box(u"Combo7"_s)->currentText() + u'|' + box(u"Combo8"_s)->currentText(),
-                  it.context);
-        EXPECT_EQ(grid().rows(), it.rows + 1) << it.entry.toStdString();
+                  context);
+        EXPECT_EQ(grid().rows(), rows + 1) << entry.toStdString();
     }
 }
 

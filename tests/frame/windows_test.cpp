@@ -64,11 +64,8 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
     const auto entry = [this](const QString& name) {
         return [this, name] { guanchao::trigger(form_, name); };
     };
-    const struct {
-        const char* what;
-        void (WindowsTest::*open)();
-        std::function<void()> asks;
-    } cases[] = {
+    using Opens = void (WindowsTest::*)();
+    const std::tuple<const char*, Opens, std::function<void()>> cases[] = {
         {"a theme is added to", &WindowsTest::openChosen<Form6>, press(u"Command1"_s)},
         {"a stock joins a theme", &WindowsTest::openChosen<Form22>, entry(u"添加到主题"_s)},
         {"onto the watchlist", &WindowsTest::openChosen<Form30>, entry(u"添加自选股"_s)},
@@ -83,14 +80,14 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
         {"a forecast is deleted", &WindowsTest::openChosen<Form12>, entry(u"删除一个"_s)},
         {"codes are exported", &WindowsTest::openChosen<Form12>, entry(u"导出自选股"_s)},
     };
-    for (const auto& it : cases) {
-        SCOPED_TRACE(it.what);
+    for (const auto& [what, opens, asks] : cases) {
+        SCOPED_TRACE(what);
         const auto answered = std::make_shared<Later<bool>>();
         dialogs_.gate = answered;
         dialogs_.shown.clear();
-        (this->*it.open)();
+        (this->*opens)();
         ASSERT_TRUE(form_);
-        it.asks();
+        asks();
         EXPECT_EQ(dialogs_.shown.size(), 1);
         closeWindows();
         expectGone(*answered);

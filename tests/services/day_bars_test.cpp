@@ -99,12 +99,8 @@ TEST(DayBarsTest, DaysThatCannotStandAreNone) {
     const auto bar = [](int day, double high = 11, double close = 10) {
         return DayBar{{2026, 11, day}, 10, high, 9, close, 1, {}, u"x"_s};
     };
-    const struct {
-        const char* name;
-        QList<DayBar> bars;
-        int hour;
-        QString result;  // the days that are left, or a word of the fault
-    } cases[] = {
+    // Read at that hour: the days that are left, or a word of the fault.
+    const std::tuple<const char*, QList<DayBar>, int, QString> cases[] = {
         {"those about the range are dropped", {bar(9), bar(10), bar(20), bar(21)}, 10, u"10 20"_s},
         {"today's is not over", {bar(23), bar(24)}, 14, u"23"_s},
         {"today's is over", {bar(23), bar(24)}, 15, u"23 24"_s},
@@ -119,18 +115,18 @@ TEST(DayBarsTest, DaysThatCannotStandAreNone) {
         {"without bounds", {bar(13, 1e300)}, 10, u"数字"_s},
         {"volume below nothing", {DayBar{{2026, 11, 13}, 1, 1, 1, 1, -1, {}, {}}}, 10, u"数字"_s},
     };
-    for (const auto& it : cases) {
-        const QDate last = it.hour == 10 ? QDate(2026, 11, 20) : QDate(2026, 11, 24);
+    for (const auto& [name, bars, hour, result] : cases) {
+        const QDate last = hour == 10 ? QDate(2026, 11, 20) : QDate(2026, 11, 24);
         const ReadBars checked = checkedBars(
-            {it.bars, {}},
-            {u"SH600000"_s, QDate(2026, 11, 10), last, {{2026, 11, 24}, QTime(it.hour, 0)}});
+            {bars, {}},
+            {u"SH600000"_s, QDate(2026, 11, 10), last, {{2026, 11, 24}, QTime(hour, 0)}});
         const QStringList days = textsOf(
             checked.bars, [](const DayBar& left) { return QString::number(left.day.day()); });
         if (checked.fault.isEmpty()) {
-            EXPECT_EQ(days.join(u' '), it.result) << it.name;
+            EXPECT_EQ(days.join(u' '), result) << name;
         } else {
             EXPECT_TRUE(days.isEmpty());
-            EXPECT_TRUE(holds(checked.fault, it.result)) << it.name;
+            EXPECT_TRUE(holds(checked.fault, result)) << name;
         }
     }
 }
