@@ -42,7 +42,7 @@ class BoardTour(Journey):
         self.write_list("themes", ["zhutiname", "dm", "xiangguandu", "guanzhudu"], (
             (name, code, 10, 10) for name, codes in boards.items() for code in codes))
         self.sina, self.eastmoney = (Market(self.desk, **IN_SESSION) for _ in range(2))
-        self.desk.write_services({
+        self.desk.set_services({
             self.desk.market.host: "quote sina", self.sina.host: "boards sina, stocklist sina",
             self.eastmoney.host: "boards.2 eastmoney, stocklist.2 eastmoney"})
 

@@ -127,7 +127,7 @@ class Desk:
         """As 工具 / 外观 keeps it; a desktop that tells nothing is a dark one."""
         (self.application / "界面.ini").write_text(f"[{as_key('外观')}]\n{as_key('颜色')}=2\n")
 
-    def write_services(self, hosts):
+    def set_services(self, hosts):
         """By host the sections that lead there, with their kinds: "quote sina, newspage"."""
         text = ""
         for host, sections in hosts.items():

@@ -81,8 +81,8 @@ class QuarterTour(Journey):
             shutil.copy(QUARTER / name, data)
         self.desk.data = data
         super().set_up()
-        self.desk.write_services({self.desk.market.host: "quote sina, newspage",
-                                  self.past.host: "history sina, factors sina"})
+        self.desk.set_services({self.desk.market.host: "quote sina, newspage",
+                                self.past.host: "history sina, factors sina"})
         # Where a start of an earlier day has left them.
         run(self.desk.practice_history, data / "codes.csv", data / "themes.csv",
             self.desk.application, **IN_SESSION)

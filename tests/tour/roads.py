@@ -153,7 +153,7 @@ class Live(Road):
         self.desk.data = lists
         market = Market(self.desk, **IN_SESSION)
         self.desk.application.mkdir(parents=True)
-        self.desk.write_services({market.host: SERVICES})
+        self.desk.set_services({market.host: SERVICES})
 
     def see_no_band(self):
         check("the band of the practice", self.screen.control_now(

@@ -133,7 +133,7 @@ class WalkTour(Journey):
         super().set_up()
         self.desk.start_window_manager()
         shutil.copy(self.desk.collector, self.desk.application)
-        self.desk.write_services({self.desk.market.host: SERVICES})
+        self.desk.set_services({self.desk.market.host: SERVICES})
         for store, statements in CONTENTS.items():
             for it in statements:
                 self.desk.rows(store, it)
