@@ -25,7 +25,10 @@ QString failureOfReplacing(const QString& target, const QByteArray& content,
         (!added || file.setPermissions(file.permissions() | added)) && file.commit()) {
         return {};
     }
-    return reasonOf(file);
+    const int error = errno;
+    // Qt has no words for the link by which a file without a name gets one.
+    const bool isToldBySystem = error != 0 && file.errorString() == u"Unknown error"_s;
+    return isToldBySystem ? systemReason(error) : reasonOf(file);
 }
 
 // False, with the reason in errno, if the disk has not taken what was written to the file.
