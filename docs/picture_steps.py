@@ -10,9 +10,9 @@ import traceback
 from datetime import datetime
 
 from desk import DAY, wait
-from framed_screen import FramedScreen
 from keyboard import Keyboard
 from picture_desk import MAIN, SHOWN_HOME, SOUND, THEME
+from picture_screen import PictureScreen
 from screen import LEFT, RIGHT, Atspi, children, is_shown, role_of, says, text_of, walk, write
 
 TITLE = "观潮台(V3.7)"
@@ -52,7 +52,7 @@ class Pictures:
         self.screen.answer("更新行情数据完成！")
 
     def open_program(self):
-        self.screen = FramedScreen(self.desk.start_program())
+        self.screen = PictureScreen(self.desk.start_program())
         self.frame = self.screen.frame(TITLE)
         self.main = self.screen.window(TITLE)
         self.keyboard = Keyboard(self.screen)

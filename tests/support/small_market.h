@@ -6,11 +6,16 @@
 
 namespace guanchao {
 
+// By name: newer toolkits have several.
+inline QDateTime systemNow() {
+    return QDateTime::currentDateTime();
+}
+
 struct SmallMarket : PracticeMarket {
     // The boards as rows of name and code.
     explicit SmallMarket(const std::vector<PracticeStock>& stocks,
                          const QList<QStringList>& boards = {},
-                         const std::function<QDateTime()>& now = &QDateTime::currentDateTime)
+                         const std::function<QDateTime()>& now = systemNow)
         : PracticeMarket(PracticeQuotes(stocks), now, PracticeBoards(stocks, boards)),
           port(start()) {}
 
