@@ -62,7 +62,8 @@ public:
     Examination(const StoreFile& file, std::stop_token stop,
                 const std::function<void(qint64)>& show)
         : connection_(file.open()),
-          pageBytes_(Recordset(connection_, u"pragma page_size"_s).value(0).toInteger()),
+          // Of a store with a key the library tells it as a text or a number.
+          pageBytes_(qRound64(Recordset(connection_, u"pragma page_size"_s).value(0).toNumber())),
           meanwhile_([this, &show] { show(bytesRead()); }),
           stop_(stop),
           // A look through one large table calls nobody.

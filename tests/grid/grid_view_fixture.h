@@ -76,7 +76,8 @@ protected:
         ASSERT_NE(menu, nullptr);
         for (QAction* it : menu->actions()) {
             if (it->text() == words) {
-                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(it).center());
+                menu->setActiveAction(it);
+                QTest::keyClick(menu, Qt::Key_Return);
                 QApplication::processEvents();
                 return;
             }
