@@ -2,8 +2,6 @@
 #include <QScopeGuard>
 
 #include "app/form2.h"
-#include "base/log.h"
-#include "base/log_words.h"
 #include "base/run_note.h"
 #include "store/failure.h"
 #include "ui_form2.h"
@@ -39,13 +37,12 @@ QCoro::Task<QuoteTally> Form2::runQuotes(std::stop_token stop) {
         showUpdating(false);
         ui_->Label6->setText(time);
     });
-    const QString updating = u"更新行情数据"_s;
-    RunNote note(updating, stop);
+    RunNote note(u"更新行情数据"_s, stop);
     const auto show = [this](const QuoteProgress& it) { showProgress(it); };
     co_await dayBookDesk_->write(stop);
     const QuoteTally tally = co_await quoteRun_.run(show, stop);
-    if (tally.missed() > 0 && tally.nothingCame()) {
-        writeLog({LogKind::failure, updating, headOf(tally.reason())});
+    if (tally.failed()) {
+        note.failed(tally.reason());
     } else {
         note.ended(tally.counts());
     }

@@ -22,6 +22,10 @@ RunNote::~RunNote() {
     writeLog({LogKind::run, name_, outcome_, std::chrono::milliseconds(since_.elapsed())});
 }
 
+void RunNote::failed(const QString& reason) {
+    writeLog({LogKind::failure, name_, headOf(reason)});
+}
+
 void RunNote::ended(const QString& counts, bool byUser) {
     outcome_ = byUser ? u"停止"_s : u"结束"_s;
     if (!counts.isEmpty()) {

@@ -15,6 +15,8 @@ public:
     RunNote(const RunNote&) = delete;
     RunNote& operator=(const RunNote&) = delete;
 
+    // That it has come to nothing, as a failure beside its end.
+    void failed(const QString& reason);
     // What it came to: counts, and no names.
     void ended(const QString& counts = {}, bool byUser = false);
 

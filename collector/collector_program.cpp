@@ -5,8 +5,6 @@
 #include <QTimer>
 
 #include "base/activity.h"
-#include "base/log.h"
-#include "base/log_words.h"
 #include "collector/code_table_job.h"
 #include "collector/commodities_job.h"
 #include "collector/companies_job.h"
@@ -147,14 +145,12 @@ std::unique_ptr<Job> CollectorProgram::makeCodeTableJob() {
 
 void CollectorProgram::noteEnd(const RunTally& tally) {
     const RunState state = collection_->state();
-    QStringList counts = {tally.countWords(), tally.failureWords()};
-    if (state == RunState::unwanted) {
-        counts.prepend(u"主程序已退出"_s);
-    }
-    counts.removeAll(QString());
     if (vainStates.contains(state)) {
-        writeLog({LogKind::failure, headOf(job_->title()), headOf(collection_->summary())});
+        note_->failed(collection_->summary());
     } else {
+        const QString why = state == RunState::unwanted ? u"主程序已退出"_s : QString();
+        QStringList counts = {why, tally.countWords(), tally.failureWords()};
+        counts.removeAll(QString());
         note_->ended(counts.join(u'；'), state != RunState::finished);
     }
     note_.reset();

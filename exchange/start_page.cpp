@@ -44,7 +44,7 @@ StartPage::StartPage(Environment& environment, Windows&)
     connectControls();
     showPage(*ui_->choices);
     showChoices();
-    ui_->place->setToolTip(environment.applicationFolder + u"软件使用说明.html"_s);
+    ui_->place->setToolTip(environment.applicationFolder + guidePage);
     showState();
 }
 

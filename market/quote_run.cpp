@@ -47,7 +47,7 @@ void QuoteTally::add(const MissedQuotes& missed) {
 }
 
 QString QuoteTally::heading() const {
-    if (missed_ > 0 && nothingCame()) {
+    if (failed()) {
         return u"没有读到行情，行情更新时间没有改变。"_s;
     }
     if (unanswered() == 0) {

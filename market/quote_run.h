@@ -32,8 +32,9 @@ public:
 
     void add(const MissedQuotes& missed);
 
-    int missed() const { return missed_; }
     bool nothingCame() const { return missed_ >= total_; }
+    // Where there was something to ask for.
+    bool failed() const { return missed_ > 0 && nothingCame(); }
     // Those that the service has not even said of that it doesn't know them.
     int unanswered() const { return missed_ - unknown_; }
     // Why most of those that are missing didn't come.

@@ -11,7 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString guidePage = u"软件使用说明.html"_s;
 const QString leadingPage = u"帮助.html"_s;
 
 // Some openers drop what stands behind the "#" of a file: a page of our own leads on to it. Where

@@ -6,6 +6,8 @@
 
 namespace guanchao {
 
+inline const QString guidePage = QStringLiteral("软件使用说明.html");
+
 // 帮助: the user's guide, a page in the application folder, which ends in a separator; says so if
 // it is missing. `section` names a place in it, "form24"; its beginning without one.
 void openGuide(const QString& folder, const QString& section, Dialogs& dialogs, Shell& shell);

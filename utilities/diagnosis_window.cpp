@@ -28,9 +28,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Beside the pauses that the services ask for.
-constexpr std::chrono::milliseconds betweenChecks(200);
-
 const QString servicesTitle = u"各个网站的应答"_s;
 
 }  // namespace

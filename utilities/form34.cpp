@@ -32,8 +32,6 @@ constexpr int failedCol = 7;
 constexpr int checkCol = 8;
 
 constexpr std::chrono::seconds betweenAges(1);
-// Beside the pauses that the services ask for.
-constexpr std::chrono::milliseconds betweenChecks(200);
 
 const QString standardQuestion =
     u"换成软件带的标准网站吗？您在 services.ini 里改过的都不再有效。\n"
@@ -261,9 +259,13 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
             showBegun(check, service, step);
         });
     QList<Check> checks = serviceChecks(environment_.services);
+    const auto read = [this] {
+        return searchCheck(environment_.services, environment_.stores.heat,
+                           environment_.applicationFolder, environment_.clock);
+    };
     std::exception_ptr noSite;  // a search address that is none is told when the others are asked
     try {
-        const Check site = co_await patiently([this] { return siteCheck(); }, stop);
+        const Check site = co_await patiently(read, stop);
         checks << site;
     } catch (const OperationError&) {
         noSite = std::current_exception();
@@ -273,11 +275,6 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
         std::rethrow_exception(noSite);
     }
     note.ended();
-}
-
-Check Form34::siteCheck() const {
-    return searchCheck(environment_.services, environment_.stores.heat,
-                       environment_.applicationFolder, environment_.clock);
 }
 
 void Form34::showTesting(bool testing) {

@@ -48,7 +48,6 @@ private:
     QCoro::Task<> takeStandard(std::stop_token stop);
 
     QCoro::Task<> test(std::stop_token stop);
-    Check siteCheck() const;
     void showTesting(bool testing);
     void showBegun(const Check& check, const Service& service, const CheckStep& step);
     void showFound(const CheckRow& row);

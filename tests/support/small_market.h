@@ -6,16 +6,11 @@
 
 namespace guanchao {
 
-// By name: newer toolkits have several.
-inline QDateTime systemNow() {
-    return QDateTime::currentDateTime();
-}
-
 struct SmallMarket : PracticeMarket {
     // The boards as rows of name and code.
-    explicit SmallMarket(const std::vector<PracticeStock>& stocks,
-                         const QList<QStringList>& boards = {},
-                         const std::function<QDateTime()>& now = systemNow)
+    explicit SmallMarket(
+        const std::vector<PracticeStock>& stocks, const QList<QStringList>& boards = {},
+        const std::function<QDateTime()>& now = [] { return QDateTime::currentDateTime(); })
         : PracticeMarket(PracticeQuotes(stocks), now, PracticeBoards(stocks, boards)),
           port(start()) {}
 
