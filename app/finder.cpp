@@ -68,7 +68,7 @@ Finder::Finder(Environment& environment, QList<Command> commands, Choices choice
     typed_->setPlaceholderText(u"代码、名称或声母；上下键选择，回车打开"_s);
     list_->setAccessibleName(u"找到的"_s);
     list_->setItemDelegate(new ShortTexts(list_));
-    list_->setFocusPolicy(Qt::NoFocus);
+    list_->setFocusProxy(typed_);  // a list without the focus tells assistive tools of no choice
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(typed_);
     rows->addWidget(list_);

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
@@ -184,16 +185,18 @@ int GridView::selectedInsteadOf(int row) const {
 }
 
 // A key chooses the row that it reaches, with Ctrl too, and with Shift all on the way; the program
-// itself chooses one row, whatever keys are held.
+// itself chooses one row, whatever keys are held. Newer toolkits ask again without the event while
+// they carry out a press.
 QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex& index,
                                                                const QEvent* event) const {
+    const QEvent* cause = event ? event : press_;
     const auto* key =
-        event && event->type() == QEvent::KeyPress ? static_cast<const QKeyEvent*>(event) : nullptr;
+        cause && cause->type() == QEvent::KeyPress ? static_cast<const QKeyEvent*>(cause) : nullptr;
     if (key && key->modifiers() & Qt::ShiftModifier) {
         return QItemSelectionModel::SelectCurrent | QItemSelectionModel::Rows;
     }
-    return !event || key ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                         : QTableView::selectionCommand(index, event);
+    return !cause || key ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                         : QTableView::selectionCommand(index, cause);
 }
 
 // The menu opens on the row that is chosen, though a part of what that brings may fail.
@@ -243,7 +246,10 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void GridView::mousePressEvent(QMouseEvent* event) {
     pressedIndex_ = indexAt(event->position().toPoint());
     const int row = rowAtIndex(pressedIndex_);
-    QTableView::mousePressEvent(event);
+    {
+        const QScopedValueRollback<const QEvent*> carriedOut(press_, event);
+        QTableView::mousePressEvent(event);
+    }
     const bool opensMenu = event->button() == Qt::RightButton;
     choose(selectedInsteadOf(row), By::mouse,
            opensMenu ? std::optional(event->globalPosition().toPoint()) : std::nullopt);
@@ -340,7 +346,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         emit enterPressed(row);
         return;
     }
-    QTableView::keyPressEvent(event);
+    {
+        const QScopedValueRollback<const QEvent*> carriedOut(press_, event);
+        QTableView::keyPressEvent(event);
+    }
     const int row = rowAtIndex(currentIndex());
     if (row > 0 && row != grid_->markedRow() && isSelected(*this, row)) {
         choose(row, By::keys);

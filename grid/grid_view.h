@@ -132,6 +132,7 @@ private:
     KeptSelection selection_;
     QString hint_;
     QModelIndex pressedIndex_;
+    const QEvent* press_ = nullptr;  // of a key or button, while it is carried out
     By chosenBy_ = By::keys;
     QTimer keysRest_;  // up when no further key waits
     GridCommands commands_{*this, columns_, widths_, *findLine_};

@@ -6,10 +6,9 @@ it, it lies on the screen as a whole, Tab goes round all its controls, each tell
 and Esc gives the keys back to the window from which it was opened."""
 
 import os
-import shutil
 import sys
 
-from desk import DAY, TourFailure, wait
+from desk import DAY, TourFailure, add_program, wait
 from framed_screen import FramedScreen
 from journey import MAIN, Journey, check, travel
 from keyboard import Keyboard, control_of, window_of
@@ -132,7 +131,7 @@ class WalkTour(Journey):
     def set_up(self):
         super().set_up()
         self.desk.start_window_manager()
-        shutil.copy(self.desk.collector, self.desk.application)
+        add_program(self.desk.collector, self.desk.application / "caijiqi")
         self.desk.set_services({self.desk.market.host: SERVICES})
         for store, statements in CONTENTS.items():
             for it in statements:
