@@ -210,7 +210,7 @@ def walk(node):
 
 def role_of(node):
     role = node.get_role_name()
-    return "button" if role == "push button" else role  # Debian 12 and 13
+    return "button" if role in ("push button", "push button menu") else role  # Debian 12 and 13
 
 
 def is_shown(node):
