@@ -96,7 +96,7 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
     }
 }
 
-// A comparison as it reads and as it downloads, a scan, a search, and what is read with the window.
+// A comparison as it reads and as it downloads, a ranking, a scan, a search, and what is read with the window.
 TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
     writeQuietHistory(stores_, store_.folder());
     const auto close = [this] { form_->close(); };
@@ -110,6 +110,7 @@ TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
         {&WindowsTest::openChosen<Form24>, u"Command9"_s, 0, close},
         {&WindowsTest::openChosen<Form24>, u"Command9"_s, 1, close},
         {&WindowsTest::openChosen<Form24>, u"Command9"_s, 1, anew},
+        {&WindowsTest::openChosen<Form24>, u"rankAll"_s, 0, close},
         {&WindowsTest::openChosen<Form12>, u"Command1"_s, 0, close},
         {&WindowsTest::openChosen<Form12>, u"Command2"_s, 0, close},
         {&WindowsTest::openChosen<Form38>, u"Command3"_s, 0, close},

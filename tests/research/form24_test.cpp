@@ -2,7 +2,6 @@
 
 #include <QTabWidget>
 
-#include "base/worker.h"
 #include "research/history_plot.h"
 #include "research/line_choice.h"
 #include "tests/support/window_test.h"
@@ -62,16 +61,6 @@ TEST_F(Form24Test, ATabRanksAllThemesAndEnterShowsOneOverWhatIsStored) {
     EXPECT_EQ(text(u"Text1"_s), u"白酒"_s);
     EXPECT_EQ(label(u"Label3"_s), u"主题总涨幅(7)-大盘总涨幅(-1.5)=涨幅差(8.5)"_s);
     EXPECT_TRUE(http_.paths.isEmpty());
-}
-
-TEST_F(Form24Test, TheWindowMayCloseWhileItRanks) {
-    click(u"rankAll"_s);
-    EXPECT_FALSE(button(u"rankAll"_s)->isEnabled());
-    form_->close();
-    deleteClosedWindows();
-    EXPECT_TRUE(form_.isNull());
-    endOf(workersEnded({}));
-    EXPECT_TRUE(failures_.texts.isEmpty());
 }
 
 TEST_F(Form24Test, StopAndEscEndARunAndLeaveTheWindow) {
