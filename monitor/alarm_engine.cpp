@@ -115,8 +115,12 @@ QCoro::Task<> AlarmEngine::pollIfDue(std::stop_token stop) {
             co_return;
         }
         pinlvjishu_ = 0;
+        followsNothing_ = batches->isEmpty();
         refusals = co_await poll(*batches, stop);
     } catch (const std::exception&) {
+        if (followsNothing_) {
+            co_return;
+        }
         noteQuotes(false);
         throw;
     }

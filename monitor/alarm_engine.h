@@ -95,11 +95,12 @@ private:
     QuoteFeed& feed_;
     Failures& failures_;
     AlarmScreen& screen_;
-    std::vector<Prompt> fired_;  // not yet delivered
-    int pinlvjishu_ = 0;         // 频率计数: seconds since the last poll
-    bool windowWaits_ = false;   // the monitor window might not be shown for an alarm yet
-    QDateTime quotesCameAt_;     // or when monitoring began; invalid while it is off
-    bool isStale_ = false;       // the last poll brought no quotes
+    std::vector<Prompt> fired_;    // not yet delivered
+    int pinlvjishu_ = 0;           // 频率计数: seconds since the last poll
+    bool windowWaits_ = false;     // the monitor window might not be shown for an alarm yet
+    QDateTime quotesCameAt_;       // or when monitoring began; invalid while it is off
+    bool followsNothing_ = false;  // the poll list was empty: no alarm can be missed
+    bool isStale_ = false;         // the last poll brought no quotes
     RareTellings tellings_;
     Runs polls_{*this};
 };

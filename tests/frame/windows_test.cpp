@@ -96,7 +96,8 @@ TEST_F(WindowsTest, AQuestionEndsWithItsWindow) {
     }
 }
 
-// A comparison as it reads and as it downloads, a ranking, a scan, a search, and what is read with the window.
+// A comparison as it reads and as it downloads, a ranking, a scan, a search, and what is read with
+// the window.
 TEST_F(WindowsTest, AWindowClosedDuringItsRunGoesAtOnce) {
     writeQuietHistory(stores_, store_.folder());
     const auto close = [this] { form_->close(); };

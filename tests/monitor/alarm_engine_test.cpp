@@ -170,6 +170,13 @@ TEST_F(AlarmEngineTest, AFailureThatLastsIsToldAgainAfterTenMinutes) {
     clock_.moment = clock_.moment.addDays(-1);
     engine_.tick();
     EXPECT_EQ(failures_.texts.size(), 4) << "the clock has been set back";
+
+    store_.run({u"insert into tempcanshu(jiankongpinlu) values(1)"_s, u"delete from jiankonghq"_s});
+    engine_.tick();
+    store_.run({u"delete from tempcanshu"_s});
+    clock_.moment = clock_.moment.addDays(1);
+    engine_.tick();
+    EXPECT_EQ(failures_.texts.size(), 4) << "nothing is followed that could be missed";
 }
 
 // The value that the first of them writes is the memory of the second too: both must fire, though
