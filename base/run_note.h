@@ -15,12 +15,14 @@ public:
     RunNote(const RunNote&) = delete;
     RunNote& operator=(const RunNote&) = delete;
 
-    // That it has come to nothing, as a failure beside its end.
-    void failed(const QString& reason);
+    // That it has come to nothing, or not to all, as a failure beside its end.
+    void failed(const QString& reason, const QString& counts = {});
     // What it came to: counts, and no names.
     void ended(const QString& counts = {}, bool byUser = false);
 
 private:
+    void end(const QString& word, const QString& counts);
+
     QString name_;
     std::stop_token stop_;
     QElapsedTimer since_;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "base/log.h"
-#include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
 #include "exchange/theme_text.h"
@@ -46,12 +44,19 @@ QCoro::Task<BoardTally> BoardImport::run(Service service, QList<Board> boards, s
         tally_.stopped = true;
     }
     endIfStopped(stop);
-    note.ended(u"%1 / %2 个板块，%3 个失败"_s.arg(done_).arg(total_).arg(tally_.failed.size()),
-               tally_.stopped);
-    if (!tally_.ending.isEmpty()) {
-        writeLog({LogKind::service, u"导入概念板块"_s, tally_.ending});
-    }
+    noteEnd(note);
     co_return BoardTally(tally_);
+}
+
+void BoardImport::noteEnd(RunNote& note) const {
+    const QString counts =
+        u"%1 / %2 个板块，%3 个失败"_s.arg(done_).arg(total_).arg(tally_.failed.size());
+    if (!tally_.failed.isEmpty()) {
+        note.failed(tally_.failed.last().why, counts);
+    }
+    if (tally_.failed.isEmpty() || tally_.stopped) {
+        note.ended(counts, tally_.stopped);
+    }
 }
 
 QCoro::Task<> BoardImport::carryOut(Service service, QList<Board> boards, std::stop_token stop) {

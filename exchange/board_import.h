@@ -8,6 +8,7 @@
 
 #include "base/pause.h"
 #include "base/run_control.h"
+#include "base/run_note.h"
 #include "base/run_progress.h"
 #include "exchange/board_store.h"
 #include "exchange/board_tally.h"
@@ -52,6 +53,7 @@ private:
     QCoro::Task<Reply> ask(Service service, Board board);
     QCoro::Task<StoredBoard> store(QString theme, QList<ListedStock> stocks, std::stop_token stop);
     void fail(const Board& board, const Reply& reply);
+    void noteEnd(RunNote& note) const;
     void show(const QString& step);
 
     Stores stores_;

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <utility>
 
-#include "base/run_note.h"
 #include "base/time_left.h"
 #include "base/values.h"
 #include "base/worker.h"
@@ -55,9 +54,16 @@ QCoro::Task<CodeTableResult> CodeTableUpdate::run(bool withBeijing, std::stop_to
         result_.stopped = true;
     }
     endIfStopped(stop);
-    note.ended(result_.hasList ? u"名单 %1 只"_s.arg(result_.listed) : u"没有能用的名单"_s,
-               result_.stopped);
+    noteEnd(note);
     co_return CodeTableResult(result_);
+}
+
+void CodeTableUpdate::noteEnd(RunNote& note) const {
+    if (result_.hasList || result_.stopped) {
+        note.ended(u"名单 %1 只"_s.arg(result_.listed), result_.stopped);
+    } else {
+        note.failed(result_.reason);
+    }
 }
 
 QCoro::Task<> CodeTableUpdate::carryOut(bool withBeijing, std::stop_token stop) {
@@ -74,6 +80,7 @@ QCoro::Task<> CodeTableUpdate::carryOut(bool withBeijing, std::stop_token stop) 
     const StockListReply reply =
         co_await list_.fetch(withBeijing, faultOf, pages, control_.asking());
     result_.lacks = reply.lacks;
+    result_.reason = reply.reason;
     result_.hasList = !reply.stocks.isEmpty();
     if (!result_.hasList) {
         co_return;

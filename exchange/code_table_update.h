@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "base/run_control.h"
+#include "base/run_note.h"
 #include "base/run_progress.h"
 #include "exchange/code_table_changes.h"
 #include "platform/clock.h"
@@ -20,6 +21,7 @@ struct CodeTableResult {
     int listed = 0;
     QString source;     // the service that has told the list
     QStringList lacks;  // why others have not
+    QString reason;     // the last of these, without whose it is
     CodeTableChanges changes;
 
     // What came of it, in Chinese.
@@ -42,6 +44,7 @@ public:
 private:
     QCoro::Task<> carryOut(bool withBeijing, std::stop_token stop);
     QCoro::Task<> store(std::stop_token stop);
+    void noteEnd(RunNote& note) const;
     void showPages(qsizetype stocks, std::optional<qsizetype> total);
 
     Stores stores_;

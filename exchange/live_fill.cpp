@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "base/log.h"
 #include "base/values.h"
 #include "base/worker.h"
 #include "services/service_names.h"
@@ -93,7 +92,6 @@ QCoro::Task<> LiveFill::fillThemes(std::stop_token stop) {
     endIfStopped(stop);
     result_.boardLacks = list.boards.isEmpty() ? list.lacks : QStringList();
     if (list.boards.isEmpty()) {
-        writeLog({LogKind::service, u"导入概念板块"_s, u"没有读到板块列表"_s});
         co_return;
     }
     const QList<Board> missing = co_await missingOf(list.boards, stop);

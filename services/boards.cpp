@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "base/run_note.h"
 #include "base/values.h"
 #include "formats/text_file.h"
 #include "services/boards_eastmoney.h"
@@ -32,7 +33,9 @@ Boards::Boards(HttpClient& http, QList<Service> services)
     : http_(http), services_(std::move(services)) {}
 
 QCoro::Task<BoardList> Boards::list(BoardSort sort, std::stop_token stop) const {
+    RunNote note(u"读板块列表"_s, stop);
     BoardList list;
+    QString reason;
     for (const Service& service : services_) {
         const std::shared_ptr<BoardKind> kind = boardKind(service.kind);
         ListQuestion<Board> question;
@@ -47,9 +50,16 @@ QCoro::Task<BoardList> Boards::list(BoardSort sort, std::stop_token stop) const 
         const QString lack = reply.rows ? u"应答里没有板块"_s : reply.lack;
         http_.complain(service, lack);
         list.lacks << lineOn(service, lack);
+        reason = lack;
     }
     if (services_.isEmpty()) {
-        list.lacks << allOffWords(u"boards"_s);
+        reason = allOffWords(u"boards"_s);
+        list.lacks << reason;
+    }
+    if (list.boards.isEmpty()) {
+        note.failed(reason);
+    } else {
+        note.ended(u"%1 个"_s.arg(list.boards.size()));
     }
     co_return list;
 }

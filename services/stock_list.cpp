@@ -147,9 +147,11 @@ QCoro::Task<StockListReply> StockList::fetch(bool withBeijing, StockListFault fa
         }
         http_.complain(service, lack);
         list.lacks << lineOn(service, lack);
+        list.reason = lack;
     }
     if (services_.isEmpty()) {
-        list.lacks << allOffWords(u"stocklist"_s);
+        list.reason = allOffWords(u"stocklist"_s);
+        list.lacks << list.reason;
     }
     co_return list;
 }

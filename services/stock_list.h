@@ -17,6 +17,7 @@ struct StockListReply {
     bool isWhole = false;       // as many as the service says that there are
     Service service;            // that has told them
     QStringList lacks;          // why the others have not, in Chinese
+    QString reason;             // the last of these, without whose it is
 };
 
 // How far a list is, in stocks; the total where the service has told it.

@@ -95,11 +95,14 @@ TEST_F(LiveFillTest, EachPartThatFailsIsToldAndTheOtherComes) {
     const struct {
         QString list, boards, board;  // the host of each, and the board that isn't answered
         bool codes, themes;
-        QString words;
+        QString words, logged;
     } cases[] = {
-        {none, host, u"-"_s, false, true, u"代码表：没有读到能用的名单，代码表没有改变：\n新浪"_s},
-        {host, none, u"-"_s, true, false, u"主题：没有读到板块列表，主题没有改变：\n新浪"_s},
-        {host, host, u"gn_30001"_s, true, false, u"1 个板块没有读到：酒店（"_s},
+        {none, host, u"-"_s, false, true, u"代码表：没有读到能用的名单，代码表没有改变：\n新浪"_s,
+         u"更新代码表|连接不上"_s},
+        {host, none, u"-"_s, true, false, u"主题：没有读到板块列表，主题没有改变：\n新浪"_s,
+         u"读板块列表|连接不上"_s},
+        {host, host, u"gn_30001"_s, true, false, u"1 个板块没有读到：酒店（"_s,
+         u"导入概念板块|没有设置服务的网址"_s},
     };
     for (const auto& it : cases) {
         services_.stockList[0].host = it.list;
@@ -108,7 +111,9 @@ TEST_F(LiveFillTest, EachPartThatFailsIsToldAndTheOtherComes) {
             return path.contains(it.board) ? std::optional(HttpReply{}) : std::nullopt;
         };
         store_.run({u"delete from dzhzhuti where dm!='SH600000'"_s});
+        const KeptLog log(LogKind::failure);
         const LiveFillResult result = fill();
+        EXPECT_EQ(log.lines, QStringList{it.logged});
         EXPECT_EQ(result.hasCodes(), it.codes);
         EXPECT_EQ(result.hasThemes(), it.themes);
         EXPECT_TRUE(holds(result.words(), it.words));
