@@ -10,6 +10,7 @@
 #include "base/time_left.h"
 #include "collector/search_check.h"
 #include "frame/practice_band.h"
+#include "grid/colours.h"
 #include "grid/table_columns.h"
 #include "services/service_names.h"
 #include "services/services_file.h"
@@ -24,12 +25,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int numberWidth = 600;
-const QList<TableColumn> columns = {{u"用途"_s, 1150},     {u"次序"_s, 600}, {u"网站"_s, 850},
-                                    {u"网址"_s, 2800},     {u"状态"_s, 600}, {u"最近应答"_s, 1900},
-                                    {u"最近失败"_s, 2900}, {u"测试"_s, 4000}};
-constexpr int answeredCol = 6;
-constexpr int failedCol = 7;
-constexpr int checkCol = 8;
+// What a test finds is in sight on a small screen with large letters.
+const QList<TableColumn> columns = {{u"用途"_s, 1150},     {u"次序"_s, 600},     {u"网站"_s, 850},
+                                    {u"网址"_s, 2800},     {u"状态"_s, 600},     {u"测试"_s, 4000},
+                                    {u"最近应答"_s, 1900}, {u"最近失败"_s, 2900}};
+constexpr int checkCol = 6;
+constexpr int answeredCol = 7;
+constexpr int failedCol = 8;
 
 constexpr std::chrono::seconds betweenAges(1);
 
@@ -51,6 +53,7 @@ Form34::Form34(Environment& environment, Windows&)
     grid_.setKeyColumns({1, 3, 4});
     connectControls();
     showTesting(false);
+    say({});
     readAnew();
     mark(entries_.first().section);
 }
@@ -123,7 +126,13 @@ void Form34::fillRow(int row, const ServiceEntry& entry) {
     grid_.setTextMatrix(row, 4, entry.service.host);
     const QString use = entry.service.host.isEmpty() ? u"没有"_s : u"在用"_s;
     grid_.setTextMatrix(row, 5, entry.isUsed ? use : u"停用"_s);
+    showCheck(row);
+}
+
+void Form34::showCheck(int row) {
+    const ServiceEntry& entry = entries_[row - 1];
     grid_.setTextMatrix(row, checkCol, checkWords_.of(entry));
+    grid_.setCellForeColor(row, checkCol, checkWords_.hasFailed(entry) ? riseColour : textColour);
 }
 
 // Only what has changed: it comes each second.
@@ -249,8 +258,12 @@ QCoro::Task<> Form34::takeStandard(std::stop_token stop) {
 QCoro::Task<> Form34::test(std::stop_token stop) {
     RunNote note(u"测试各个网站"_s, stop);
     showTesting(true);
-    const auto end = qScopeGuard([this] { showTesting(false); });
-    checkWords_.clear();
+    QString ending = u"测试停止了：%1"_s;
+    const auto end = qScopeGuard([&] {
+        showTesting(false);
+        say(ending.arg(checkWords_.sum()));
+    });
+    checkWords_ = {};
     readAnew();
     CheckRun run(
         environment_.client, environment_.clock, betweenChecks,
@@ -271,6 +284,7 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
         noSite = std::current_exception();
     }
     co_await run.run(checks, stop);
+    ending = u"测试完：%1"_s;
     if (noSite) {
         std::rethrow_exception(noSite);
     }
@@ -280,24 +294,24 @@ QCoro::Task<> Form34::test(std::stop_token stop) {
 void Form34::showTesting(bool testing) {
     ui_->test->setEnabled(!testing);
     ui_->stop->setVisible(testing);
-    ui_->step->setText(QString());
-    ui_->step->setVisible(testing);
+}
+
+void Form34::say(const QString& words) {
+    ui_->step->setText(words);
+    ui_->step->setVisible(!words.isEmpty());
 }
 
 void Form34::showBegun(const Check& check, const Service& service, const CheckStep& step) {
-    ui_->step->setText(
-        u"正在问 %1 %2（%3 / %4，%5）"_s.arg(purposeName(check.purpose), service.host)
+    say(u"正在问 %1 %2（%3 / %4，%5）"_s.arg(purposeName(check.purpose), service.host)
             .arg(step.asked + 1)
             .arg(step.total)
             .arg(atMostWords(step.atMost)));
 }
 
 void Form34::showFound(const CheckRow& found) {
-    for (const ServiceEntry& entry : entriesOf(entries_, found.check, found.service)) {
-        checkWords_.add(entry, found);
-    }
+    checkWords_.add(entriesOf(entries_, found.check, found.service), found);
     for (int row = 1; row <= entries_.size(); ++row) {
-        grid_.setTextMatrix(row, checkCol, checkWords_.of(entries_[row - 1]));
+        showCheck(row);
     }
     showStates();
 }

@@ -35,6 +35,7 @@ private:
     void connectControls();
     void readAnew();
     void fillRow(int row, const ServiceEntry& entry);
+    void showCheck(int row);
     void showStates();
     void showMarked();
     void showDetails();
@@ -49,6 +50,7 @@ private:
 
     QCoro::Task<> test(std::stop_token stop);
     void showTesting(bool testing);
+    void say(const QString& words);
     void showBegun(const Check& check, const Service& service, const CheckStep& step);
     void showFound(const CheckRow& row);
 

@@ -19,6 +19,16 @@ QString sinceThen(qint64 seconds) {
                           : u"%1 小时前"_s.arg(seconds / hour);
 }
 
+QString checkWords(const CheckRow& row) {
+    const QString what = row.check.what.isEmpty() ? QString() : row.check.what + u' ';
+    if (row.service.host.isEmpty()) {
+        return what + u"没有网址"_s;
+    }
+    return what + u"%1，%2 毫秒：%3"_s.arg(row.finding.answers ? u"通"_s : u"不通"_s)
+                      .arg(row.milliseconds)
+                      .arg(row.finding.words);
+}
+
 }  // namespace
 
 QString serviceKey(const ServiceEntry& entry) {
@@ -38,18 +48,26 @@ QString failureLine(const ServiceWatch::State& state, const QDateTime& now) {
     return state.failed.isValid() ? ageWords(state.failed, now) + u' ' + state.reason : QString();
 }
 
-void CheckWords::add(const ServiceEntry& entry, const CheckRow& row) {
-    const QString what = row.check.what.isEmpty() ? QString() : row.check.what + u' ';
-    words_[serviceKey(entry)] << (row.service.host.isEmpty()
-                                      ? what + u"没有网址"_s
-                                      : what + u"%1，%2 毫秒：%3"_s
-                                                   .arg(row.finding.answers ? u"通"_s : u"不通"_s)
-                                                   .arg(row.milliseconds)
-                                                   .arg(row.finding.words));
+void CheckWords::add(const QList<ServiceEntry>& entries, const CheckRow& row) {
+    const bool isAsked = !row.service.host.isEmpty();
+    const bool hasFailed = isAsked && !row.finding.answers;
+    for (const ServiceEntry& it : entries) {
+        words_[serviceKey(it)] << checkWords(row);
+        if (hasFailed) {
+            failed_ << serviceKey(it);
+        }
+    }
+    answers_ += isAsked && row.finding.answers ? 1 : 0;
+    failures_ += hasFailed ? 1 : 0;
 }
 
+// A failed one is told by its sign too, which no colour hides.
 QString CheckWords::of(const ServiceEntry& entry) const {
-    return words_.value(serviceKey(entry)).join(u'；');
+    return (hasFailed(entry) ? u"× "_s : QString()) + words_.value(serviceKey(entry)).join(u'；');
+}
+
+QString CheckWords::sum() const {
+    return u"通 %1，不通 %2"_s.arg(answers_).arg(failures_);
 }
 
 QList<ServiceEntry> entriesOf(const QList<ServiceEntry>& entries, const Check& check,

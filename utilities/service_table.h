@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include "services/check_run.h"
@@ -22,13 +23,20 @@ QString serviceKey(const ServiceEntry& entry);
 // What came of the checks of each service, until they are carried out again.
 class CheckWords {
 public:
-    void clear() { words_.clear(); }
-    void add(const ServiceEntry& entry, const CheckRow& row);
+    // Each row is of the entries that it is about.
+    void add(const QList<ServiceEntry>& entries, const CheckRow& row);
 
     QString of(const ServiceEntry& entry) const;
+    // Some check of the service has failed.
+    bool hasFailed(const ServiceEntry& entry) const { return failed_.contains(serviceKey(entry)); }
+    // 通 19，不通 1.
+    QString sum() const;
 
 private:
     QHash<QString, QStringList> words_;
+    QSet<QString> failed_;
+    int answers_ = 0;
+    int failures_ = 0;
 };
 
 // Those that the check is about: by kind and host where there may be several.

@@ -131,10 +131,10 @@ TEST_F(Form34Test, HowEachHasAnsweredIsShownWhileTheWindowIsOpen) {
     clock_.moment = clock_.moment.addSecs(125);
     auto* ages = find<QTimer>(u"ages"_s);
     timeIsUp(ages);
-    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用|10:00:00（2 分钟前）||"_s);
+    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用||10:00:00（2 分钟前）|"_s);
     watch_.complain(services_.quote.first(), u"应答里没有行情"_s);
     timeIsUp(ages);
-    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用||10:02:05（0 秒前） 应答里没有行情|"_s);
+    EXPECT_EQ(row(1), u"1|行情|1|新浪|http://s|在用|||10:02:05（0 秒前） 应答里没有行情"_s);
     form_->hide();
     EXPECT_FALSE(ages->isActive());
 }
@@ -144,23 +144,24 @@ TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
     const QString host = u"host="_s + market.host() + u'\n';
     QString ini = u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
                   u"[fundamentals]\nkind=sina\n"_s + host;
-    ini += local({u"history"_s, u"factors"_s, u"boards"_s, u"chart"_s, u"stockpage"_s,
-                  u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s});
+    ini += local({u"history"_s, u"factors"_s, u"boards"_s, u"stocklist"_s, u"chart"_s,
+                  u"stockpage"_s, u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s});
     http_.client = std::make_unique<QtHttpClient>();
     begin(ini);
     click(u"test"_s);
     EXPECT_TRUE(button(u"stop"_s)->isVisible());
-    until([this] { return !grid().textMatrix(1, 8).isEmpty(); });
-    EXPECT_TRUE(holds(grid().textMatrix(1, 8), u"毫秒：2 行：招商银行"_s));
+    until([this] { return !grid().textMatrix(1, 6).isEmpty(); });
+    EXPECT_TRUE(holds(grid().textMatrix(1, 6), u"毫秒：2 行：招商银行"_s));
     EXPECT_FALSE(button(u"test"_s)->isEnabled()) << "the others are still to come";
     until([this] { return button(u"test"_s)->isEnabled(); });
-    EXPECT_EQ(grid().textMatrix(2, 8), QString()) << "switched off";
-    EXPECT_TRUE(grid().textMatrix(3, 8).startsWith(u"股票 不通，"_s));
-    EXPECT_TRUE(grid().textMatrix(3, 8).contains(u"；指数 不通，"_s));
+    EXPECT_EQ(grid().textMatrix(2, 6), QString()) << "switched off";
+    EXPECT_TRUE(grid().textMatrix(3, 6).startsWith(u"× 股票 不通，"_s));
+    EXPECT_TRUE(grid().textMatrix(3, 6).contains(u"；指数 不通，"_s));
     for (int row = 4; row < grid().rows(); ++row) {
         const bool isSearch = grid().textMatrix(row, 1) == u"搜索"_s;
-        EXPECT_EQ(grid().textMatrix(row, 8).isEmpty(), isSearch) << this->row(row).toStdString();
+        EXPECT_EQ(grid().textMatrix(row, 6).isEmpty(), isSearch) << this->row(row).toStdString();
     }
+    EXPECT_EQ(label(u"step"_s), u"测试完：通 2，不通 11"_s);
     EXPECT_EQ(failures_.texts.size(), 1) << "the store has no address to search by";
 }
 
