@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <algorithm>
+#include <optional>
 
 #include "base/activity.h"
 #include "base/files.h"
@@ -21,6 +22,7 @@ constexpr double longestTimeoutSeconds = 600;
 constexpr double mostFailedPages = 10000;
 constexpr double mostHeadlinePages = 20;
 
+// Reads each entry that is there, and collects those that are amiss.
 class Reader {
 public:
     explicit Reader(const QString& iniPath) : ini_(iniPath) {}
@@ -29,78 +31,92 @@ public:
         value = ini_.value(section, key).value_or(value);
     }
 
-    void pattern(const QString& key, int groups, QRegularExpression& value) const {
+    void pattern(const QString& key, int groups, QRegularExpression& value) {
         const QRegularExpression typed(ini_.value(u"page"_s, key).value_or(value.pattern()),
                                        value.patternOptions());
         if (!typed.isValid()) {
-            refuse(u"page"_s, key, typed.pattern(), u"不是正则表达式"_s);
+            complain(u"page"_s, key, typed.pattern(), u"不是正则表达式"_s);
+        } else if (typed.captureCount() < groups) {
+            complain(u"page"_s, key, typed.pattern(), u"没有用括号标出结果数"_s);
+        } else {
+            value = typed;
         }
-        if (typed.captureCount() < groups) {
-            refuse(u"page"_s, key, typed.pattern(), u"没有用括号标出结果数"_s);
-        }
-        value = typed;
     }
 
-    void weight(const QString& key, double& value) const {
+    void weight(const QString& key, double& value) {
         if (const auto typed = ini_.value(u"weights"_s, key)) {
-            value = number(u"weights"_s, key, *typed);
+            value = number(u"weights"_s, key, *typed).value_or(value);
         }
     }
 
     // A number within the limits.
-    void pace(const QString& key, double least, double most, int& value) const {
-        if (const auto typed = ini_.value(u"pace"_s, key)) {
-            value = static_cast<int>(std::clamp(time(key, *typed), least, most));
+    void pace(const QString& key, double least, double most, int& value) {
+        const auto typed = ini_.value(u"pace"_s, key);
+        if (const auto given = typed ? time(key, *typed) : std::nullopt) {
+            value = static_cast<int>(std::clamp(*given, least, most));
         }
     }
 
     // Seconds in the file, milliseconds in the settings.
-    void pause(const QString& key, int& value) const {
-        if (const auto typed = ini_.value(u"pace"_s, key)) {
-            value = milliseconds(key, *typed);
+    void pause(const QString& key, int& value) {
+        const auto typed = ini_.value(u"pace"_s, key);
+        if (const auto given = typed ? milliseconds(key, *typed) : std::nullopt) {
+            value = *given;
         }
     }
 
-    void pauses(const QString& key, QList<int>& values) const {
+    void pauses(const QString& key, QList<int>& values) {
         const auto typed = ini_.value(u"pace"_s, key);
         if (!typed) {
             return;
         }
         values.clear();
         for (const QString& seconds : typed->split(u',', Qt::SkipEmptyParts)) {
-            values << milliseconds(key, seconds);
+            const std::optional<int> given = milliseconds(key, seconds);
+            if (!given) {
+                return;
+            }
+            values << *given;
         }
     }
 
+    const QList<SettingsComplaint>& complaints() const { return complaints_; }
+
 private:
-    [[noreturn]] static void refuse(const QString& section, const QString& key,
-                                    const QString& typed, const QString& what) {
-        throw OperationError(u"caijiqi.ini 的 [%1] 里 %2=%3：%4。"_s.arg(
-                                 section, key, shortened(typed, longestShownName), what),
-                             u"caijiqi.ini 的 [%1] 里 %2 的值%3"_s.arg(section, key, what));
+    void complain(const QString& section, const QString& key, const QString& typed,
+                  const QString& what) {
+        complaints_ << SettingsComplaint{
+            u"[%1] 里 %2=%3：%4。"_s.arg(section, key, shortened(typed, longestShownName), what),
+            u"[%1] 里 %2 的值%3"_s.arg(section, key, what)};
     }
 
-    static double number(const QString& section, const QString& key, const QString& typed) {
+    std::optional<double> number(const QString& section, const QString& key, const QString& typed) {
         if (!readsAsNumber(typed)) {
-            refuse(section, key, typed, u"不是数字"_s);
+            complain(section, key, typed, u"不是数字"_s);
+            return std::nullopt;
         }
         return numericPrefix(typed);
     }
 
-    static double time(const QString& key, const QString& typed) {
-        const double time = number(u"pace"_s, key, typed);
-        if (time < 0) {
-            refuse(u"pace"_s, key, typed, u"不能小于 0"_s);
+    std::optional<double> time(const QString& key, const QString& typed) {
+        const std::optional<double> time = number(u"pace"_s, key, typed);
+        if (time && *time < 0) {
+            complain(u"pace"_s, key, typed, u"不能小于 0"_s);
+            return std::nullopt;
         }
         return time;
     }
 
-    static int milliseconds(const QString& key, const QString& seconds) {
-        const double pause = std::min(time(key, seconds), longestPauseSeconds);
-        return static_cast<int>(pause * millisecondsPerSecond);
+    std::optional<int> milliseconds(const QString& key, const QString& seconds) {
+        const std::optional<double> pause = time(key, seconds);
+        if (!pause) {
+            return std::nullopt;
+        }
+        return static_cast<int>(std::min(*pause, longestPauseSeconds) * millisecondsPerSecond);
     }
 
     IniFile ini_;
+    QList<SettingsComplaint> complaints_;
 };
 
 const KnownEntries known = {
@@ -112,17 +128,21 @@ const KnownEntries known = {
     {u"pace"_s, {u"pause"_s, u"random"_s, u"retries"_s, u"giveup"_s, u"timeout"_s, u"pages"_s}},
 };
 
-void checkLines(const QString& iniPath) {
+QList<SettingsComplaint> complaintsOnLines(const QString& iniPath) {
     QFile file(iniPath);
     if (!file.exists()) {
-        return;
+        return {};
     }
     if (!file.open(QIODevice::ReadOnly)) {
         const QString words = u"caijiqi.ini 不能读取（%1）。"_s.arg(reasonOf(file));
         throw OperationError(words, words);
     }
+    return complaintsOf(file.readAll(), known);
+}
+
+void refuse(const QList<SettingsComplaint>& complaints) {
     QStringList words, forLog;
-    for (const SettingsComplaint& it : complaintsOf(file.readAll(), known)) {
+    for (const SettingsComplaint& it : complaints) {
         words << it.words;
         forLog << it.forLog;
     }
@@ -133,7 +153,7 @@ void checkLines(const QString& iniPath) {
     }
 }
 
-void readWeights(const Reader& reader, ScoreWeights& weights) {
+void readWeights(Reader& reader, ScoreWeights& weights) {
     reader.weight(u"zhangzi"_s, weights.zhangzi);
     reader.weight(u"shengzi"_s, weights.shengzi);
     reader.weight(u"dazhang"_s, weights.dazhang);
@@ -147,8 +167,8 @@ void readWeights(const Reader& reader, ScoreWeights& weights) {
 }  // namespace
 
 CollectorSettings readCollectorSettings(const QString& iniPath) {
-    checkLines(iniPath);
-    const Reader reader(iniPath);
+    const QList<SettingsComplaint> onLines = complaintsOnLines(iniPath);
+    Reader reader(iniPath);
     CollectorSettings settings;
     reader.text(u"period"_s, u"one"_s, settings.onePeriod);
     reader.text(u"period"_s, u"all"_s, settings.allPeriod);
@@ -163,6 +183,7 @@ CollectorSettings readCollectorSettings(const QString& iniPath) {
     reader.pace(u"giveup"_s, 0, mostFailedPages, settings.giveUpAfter);
     reader.pace(u"timeout"_s, 1, longestTimeoutSeconds, settings.timeoutSeconds);
     reader.pace(u"pages"_s, 1, mostHeadlinePages, settings.headlinePages);
+    refuse(onLines + reader.complaints());
     return settings;
 }
 

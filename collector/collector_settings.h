@@ -44,7 +44,7 @@ struct CollectorSettings {
     int headlinePages = 3;  // at most, of headlines of an item: the days behind them are left out
 };
 
-// Raises OperationError, naming the line or the entry, for what can't be read or would be passed
+// Raises OperationError, naming each line and entry, for what can't be read or would be passed
 // over, and for a pattern or a number that is none.
 CollectorSettings readCollectorSettings(const QString& iniPath);
 
