@@ -7,6 +7,7 @@
 #include "base/activity.h"
 #include "base/values.h"
 #include "services/service_names.h"
+#include "services/standard_file.h"
 
 namespace guanchao {
 
@@ -18,21 +19,17 @@ bool isReal(const QString& host) {
     return !host.isEmpty() && !isOnThisComputer(QUrl(host).host());
 }
 
+// By purpose.
+QList<QList<Service>> allServices(const Services& all) {
+    return {all.quote,       all.history,    all.factors,    all.fundamentals,
+            all.boards,      all.stockList,  all.search,     {all.chart},
+            {all.stockpage}, {all.sitepage}, {all.newspage}, {all.vendor}};
+}
+
 // Those of each purpose that has any.
 QList<QList<Service>> realServices(const Services& all) {
     QList<QList<Service>> purposes;
-    for (const QList<Service>& services : {all.quote,
-                                           all.history,
-                                           all.factors,
-                                           all.fundamentals,
-                                           all.boards,
-                                           all.stockList,
-                                           all.search,
-                                           {all.chart},
-                                           {all.stockpage},
-                                           {all.sitepage},
-                                           {all.newspage},
-                                           {all.vendor}}) {
+    for (const QList<Service>& services : allServices(all)) {
         QList<Service> real;
         std::ranges::copy_if(services, std::back_inserter(real),
                              [](const Service& it) { return isReal(it.host); });
@@ -41,6 +38,16 @@ QList<QList<Service>> realServices(const Services& all) {
         }
     }
     return purposes;
+}
+
+QSet<QString> hostsOf(const Services& all) {
+    QSet<QString> hosts = {QString()};  // of what has no service
+    for (const QList<Service>& services : allServices(all)) {
+        for (const Service& it : services) {
+            hosts << it.host;
+        }
+    }
+    return hosts;
 }
 
 // 行情（新浪、腾讯）.
@@ -53,6 +60,15 @@ QString namesOf(const QList<Service>& services) {
 }
 
 }  // namespace
+
+QString marketWords(const Services& services) {
+    if (services.isPractice) {
+        return u"练习行情"_s;
+    }
+    const QSet<QString> standard = hostsOf(readServices(IniText(standardFile())));
+    return standard.contains(hostsOf(services)) ? u"公开的行情网站"_s
+                                                : u"网站有 services.ini 里自己写的"_s;
+}
 
 QString practiceWords(const Services& services) {
     if (!services.isPractice) {

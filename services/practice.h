@@ -9,6 +9,10 @@
 
 namespace guanchao {
 
+// Whose the services are, in Chinese: those for practice, those that the program brings along, or
+// that the user has written in others.
+QString marketWords(const Services& services);
+
 // For the bands of windows, in Chinese: that prices are made up, or which services of the folder
 // are real for all that. Empty in a folder that is none for practice.
 QString practiceWords(const Services& services);

@@ -2,11 +2,13 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <optional>
 
 #include "base/activity.h"
 #include "collector/collector_settings.h"
 #include "frame/looks.h"
 #include "research/history_desk.h"
+#include "services/practice.h"
 #include "services/services_file.h"
 #include "store/failure.h"
 #include "utilities/diagnosis.h"
@@ -34,19 +36,22 @@ QString looksLine(const QString& iniPath) {
     return u"外观 %1（现在 %2），字号 %3"_s.arg(colours, shown).arg(looks.points);
 }
 
-QString collectorLine(const QString& iniPath) {
-    try {
-        const CollectorSettings it = readCollectorSettings(iniPath);
-        constexpr double second = 1000;
-        return u"采集：间隔 %1 到 %2 秒，限时 %3 秒，重试 %4 次，"_s.arg(it.pause / second)
-                   .arg((it.pause + it.randomPause) / second)
-                   .arg(it.timeoutSeconds)
-                   .arg(it.retries.size()) +
-               (it.giveUpAfter > 0 ? u"接连 %1 页读不到就结束"_s.arg(it.giveUpAfter)
-                                   : u"读不到也不提前结束"_s);
-    } catch (const OperationError& failure) {
-        return u"采集："_s + loggedReason(failure);
+QString collectorLine(const CollectorSettings& it) {
+    constexpr double second = 1000;
+    return u"采集：间隔 %1 到 %2 秒，限时 %3 秒，重试 %4 次，"_s.arg(it.pause / second)
+               .arg((it.pause + it.randomPause) / second)
+               .arg(it.timeoutSeconds)
+               .arg(it.retries.size()) +
+           (it.giveUpAfter > 0 ? u"接连 %1 页读不到就结束"_s.arg(it.giveUpAfter)
+                               : u"读不到也不提前结束"_s);
+}
+
+// A search without a time of its own has the collector's, as long as that can be read.
+QString serviceLineOf(ServiceEntry entry, const std::optional<CollectorSettings>& collector) {
+    if (entry.purpose == u"search"_s && entry.service.timeoutSeconds == 0 && collector) {
+        entry.service.timeoutSeconds = collector->timeoutSeconds;
     }
+    return serviceLine(entry);
 }
 
 }  // namespace
@@ -56,19 +61,23 @@ QStringList settingLines(const Environment& environment) {
     for (const QScreen* it : QGuiApplication::screens()) {
         lines << screenLine(*it);
     }
-    const QString& folder = environment.applicationFolder;
     const HistoryDesk& history = environment.historyDesk;
-    lines << looksLine(environment.interfaceIniPath())
-          << (environment.services.isPractice ? u"练习行情"_s : u"公开的行情网站"_s)
+    lines << looksLine(environment.interfaceIniPath()) << marketWords(environment.services)
           << u"历史行情 %1 年，每天自己更新：%2"_s.arg(history.years())
-                 .arg(history.updatesByItself() ? u"是"_s : u"否"_s)
-          << collectorLine(folder + u"caijiqi.ini"_s);
+                 .arg(history.updatesByItself() ? u"是"_s : u"否"_s);
+    std::optional<CollectorSettings> collector;
+    try {
+        collector = readCollectorSettings(environment.applicationFolder + u"caijiqi.ini"_s);
+        lines << collectorLine(*collector);
+    } catch (const OperationError& failure) {
+        lines << u"采集："_s + loggedReason(failure);
+    }
     if (environment.servicesFile.inFile() != environment.services) {
         lines
             << u"services.ini 在软件运行中被改过，下面这些下次启动才生效；现在用的，看网站的应答"_s;
     }
     for (const ServiceEntry& it : environment.servicesFile.entries()) {
-        lines << serviceLine(it);
+        lines << serviceLineOf(it, collector);
     }
     const qsizetype unread = environment.services.complaints.size();
     return unread == 0 ? lines : lines << u"services.ini 里有 %1 处看不懂"_s.arg(unread);

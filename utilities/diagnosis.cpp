@@ -56,8 +56,10 @@ QList<DiagnosisSection> logSections(const QString& applicationFolder) {
 QString serviceLine(const ServiceEntry& entry) {
     const Service& it = entry.service;
     const QString use = it.host.isEmpty() ? u"没有网址"_s : u"在用"_s;
+    const QString noLimit =
+        entry.purpose == u"search"_s ? u"，限时照 caijiqi.ini"_s : u"，不限时"_s;
     return loggedName(entry.purpose, it) + u"："_s + (entry.isUsed ? use : u"停用"_s) +
-           (it.timeoutSeconds > 0 ? u"，限时 %1 秒"_s.arg(it.timeoutSeconds) : u"，不限时"_s) +
+           (it.timeoutSeconds > 0 ? u"，限时 %1 秒"_s.arg(it.timeoutSeconds) : noLimit) +
            (it.pauseSeconds > 0 ? u"，间隔 %1 秒"_s.arg(it.pauseSeconds) : QString()) +
            (it.ahead > 1 ? u"，同时最多 %1 个"_s.arg(it.ahead) : QString());
 }

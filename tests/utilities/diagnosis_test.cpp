@@ -109,6 +109,8 @@ TEST_F(DiagnosisTest, AServiceIsToldWithoutItsAnswer) {
     const Service slow = {u"https://h"_s, {}, 15, 3, 0.5, u"tencent"_s};
     EXPECT_EQ(serviceLine({u"quote"_s, u"quote.2"_s, slow}),
               u"行情 腾讯 https://h：在用，限时 15 秒，间隔 0.5 秒，同时最多 3 个"_s);
+    EXPECT_EQ(serviceLine({u"search"_s, u"search"_s, plain}),
+              u"搜索 新浪 https://hq.sinajs.cn：在用，限时照 caijiqi.ini"_s);
     const Check check = {u"quote"_s, u"股票"_s, {}, {}};
     EXPECT_EQ(checkLine({check, plain, {true, u"秘密"_s}, 35, 200}),
               u"行情 新浪 https://hq.sinajs.cn（股票）：通，35 毫秒，状态 200"_s);

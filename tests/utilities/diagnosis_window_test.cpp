@@ -32,7 +32,7 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     for (const QString& part :
          {u"【屏幕和设置】"_s, u"【软件和系统】"_s, u"【应用文件夹】"_s, u"【数据库】"_s,
           u"【最近的失败】"_s, u"services.ini 在软件运行中被改过"_s, u"【各个网站的应答】"_s,
-          u"行情 新浪 http://…：不通"_s}) {
+          u"行情 新浪 http://…：不通"_s, u"网站有 services.ini 里自己写的"_s}) {
         EXPECT_TRUE(holds(text, part));
     }
     EXPECT_EQ(secretsIn(text, stores_), QStringList()) << text.toStdString();
@@ -50,6 +50,8 @@ TEST_F(DiagnosisWindowTest, WhatIsShownIsWhatIsSavedAndHoldsNothingOfTheUsers) {
     EXPECT_EQ(label(u"words"_s), QString());
     click(u"openLog"_s);
     EXPECT_EQ(shell_.opened, QStringList{store_.folder() + logOfProgram});
+    QFile::remove(store_.folder() + u"caijiqi.ini"_s);
+    EXPECT_TRUE(holds(settingLines(environment_).filter(u"搜索"_s).value(0), u"限时 15 秒"_s));
 }
 
 TEST_F(DiagnosisWindowTest, AStopOfTheFirstStoreLeavesTheOthersAndIsNoWait) {
