@@ -49,7 +49,8 @@ QCoro::Task<QString> RestoreDesk::restore(CopyChoice choice, std::stop_token sto
                       now = environment_.clock.now()](ExchangeWork& work) {
         return prepareRestore(stores, folder, choice, now, work);
     };
-    const std::optional<ReadyStores> ready = co_await run_.run(choice.activity(), job, stop);
+    const std::optional<ReadyStores> ready =
+        co_await run_.run(choice.activity(), job, stop, choice.logged());
     if (!ready) {
         co_return choice.activity() + u"已停止，现在的数据没有改动。"_s;
     }
@@ -82,10 +83,12 @@ QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& 
         bringUserFiles(choice.elsewhere, environment_.applicationFolder, ready.kept);
     // Who has brought a code table along is not asked for the first start any more.
     CodeTableSettings(environment_.interfaceIniPath()).setRefused();
-    return files.isEmpty()
-               ? QString()
-               : u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())
-                     .arg(files.join(u'、'));
+    if (!files.isEmpty()) {
+        return u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())
+            .arg(files.join(u'、'));
+    }
+    return userFileWords(choice.elsewhere).isEmpty() ? QString()
+                                                     : u"。那里的设置等文件和这里的一样"_s;
 }
 
 QCoro::Task<QString> RestoreDesk::obstacle(std::stop_token stop) {

@@ -1,6 +1,7 @@
 #include "exchange/earlier_folder.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 #include "base/activity.h"
 #include "exchange/user_files.h"
@@ -90,6 +91,15 @@ void judgeStores(const Stores& stores, EarlierFolder& folder) {
     }
 }
 
+// Of the stores that are here, which are copied before they go.
+QString refusalOfHeld(const Stores& stores) {
+    const auto held = std::ranges::find_if(
+        allCopied, [&stores](CopiedStore it) { return isHeld(fileOf(stores, it)); });
+    return held == allCopied.end() ? QString()
+                                   : u"现在的"_s + wordOf(*held) +
+                                         u"正被其他程序占用，请等它用完，再点“接管文件夹”。"_s;
+}
+
 }  // namespace
 
 CopyChoice EarlierFolder::choice() const {
@@ -110,6 +120,9 @@ EarlierFolder lookIntoFolder(const Stores& stores, const QString& own, const QSt
     folder.refusal = refusalOf(own, folder.path);
     if (folder.refusal.isEmpty()) {
         judgeStores(stores, folder);
+    }
+    if (folder.refusal.isEmpty()) {
+        folder.refusal = refusalOfHeld(stores);
     }
     return folder;
 }

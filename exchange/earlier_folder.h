@@ -18,7 +18,8 @@ struct EarlierFolder {
 };
 
 // For a worker: the quick look. Refused are the own folder, one without a main store or with one
-// that lacks a table, one for practice, and one in which a program runs.
+// that lacks a table, one for practice, one in which a program runs, and any while another program
+// holds a store that is here.
 EarlierFolder lookIntoFolder(const Stores& stores, const QString& own, const QString& path);
 
 // What would take the place of what, in numbers of both, and which files of the user's come along,

@@ -29,7 +29,7 @@ void ExchangeRun::show(const ExchangeProgress& progress) {
 }
 
 QString ExchangeRun::counts() const {
-    return u"%1 / %2"_s.arg(shown_.progress.done).arg(shown_.progress.total);
+    return u"%1 / %2 步"_s.arg(shown_.progress.done).arg(shown_.progress.total);
 }
 
 void ExchangeRun::end() {

@@ -60,10 +60,12 @@ public:
     explicit ExchangeRun(Show show) : show_(std::move(show)) {}
 
     // Gives what the job gives, or nothing if the user has stopped it. Raises what it raises, and
-    // OperationError, which names this run, if another is under way.
+    // OperationError, which names this run, if another is under way. `logged` tells the log what
+    // has come to its end.
     template <typename Job>
     QCoro::Task<std::optional<std::invoke_result_t<Job, ExchangeWork&>>> run(QString name, Job job,
-                                                                             std::stop_token stop) {
+                                                                             std::stop_token stop,
+                                                                             QString logged = {}) {
         using Given = std::optional<std::invoke_result_t<Job, ExchangeWork&>>;
         requireIdle(name);
         begin(name);
@@ -73,7 +75,7 @@ public:
             [this](const ExchangeProgress& progress) { show(progress); };
         const std::stop_token wanted = wanted_.get_token();
         Given given = co_await inWorker<ExchangeProgress>(std::move(job), tell, wanted, stop);
-        note.ended(counts(), !given);
+        note.ended(given && !logged.isEmpty() ? counts() + u'，' + logged : counts(), !given);
         co_return given;
     }
 

@@ -137,6 +137,11 @@ QString CopyChoice::words() const {
     return elsewhere.isEmpty() ? u"备份 "_s + copy : u"文件夹 "_s + elsewhere;
 }
 
+QString CopyChoice::logged() const {
+    const QString left = u"；"_s + leftBehind.join(u'、') + u"，不换"_s;
+    return wordsOf(stores) + (leftBehind.isEmpty() ? QString() : left);
+}
+
 ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work) {
     const Activity activity(choice.activity(), untouched);
@@ -164,6 +169,18 @@ ReadyStores prepareRestore(const Stores& stores, const QString& folder, const Co
         throw;
     }
     return ready;
+}
+
+bool isHeld(const StoreFile& store) {
+    try {
+        lockOf(store);
+        return false;
+    } catch (const StoreError& failure) {
+        if (!failure.holder().isEmpty()) {
+            throw;
+        }
+        return failure.fault() == StoreFault::busy;
+    }
 }
 
 void takeTheirPlace(const Stores& stores, const ReadyStores& ready) {

@@ -23,6 +23,8 @@ struct CopyChoice {
     QString activity() const;
     // 备份 2026-11-24, 文件夹 /media/disk/guanchaotai/
     QString words() const;
+    // 主题库、采集库；文章库不能读取（已损坏），不换
+    QString logged() const;
 };
 
 // Stores that are ready to take their place, and of when those are that they replace.
@@ -37,6 +39,10 @@ struct ReadyStores {
 // For a worker. A copy of which a chosen store can't be read is refused.
 ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work);
+
+// For a worker: whether another program is in the middle of a write to it, which it waits for as
+// long as a copy would.
+bool isHeld(const StoreFile& store);
 
 // While nothing of this program is at the stores. Refuses, by OperationError, where somebody has
 // written to them since they were copied.

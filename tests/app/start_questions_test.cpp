@@ -98,6 +98,10 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
         there.addMember(theme, u"SH600519"_s);
     }
     writeFile(there.stores.article.path, "ruined");
+    for (const QString& folder : {store_.folder(), there.folder()}) {
+        writeFile(folder + u"caijiqi.ini"_s, "[search]\n");
+    }
+    const KeptLog log(LogKind::run);
     dialogs_.answer = true;
     for (const QString& picked : {store_.folder(), there.folder()}) {
         takeOver(picked);
@@ -107,8 +111,12 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     EXPECT_TRUE(dialogs_.shown[1].contains(u"那里有：3 个主题，3 条"_s));
     EXPECT_TRUE(dialogs_.done.value(0).startsWith(
         u"已接管文件夹 "_s + there.folder() +
-        u" 的主题库、采集库。那里的文章库不能读取（已损坏，或者密码不对），没有换。"_s))
+        u" 的主题库、采集库。那里的设置等文件和这里的一样。"_s
+        u"那里的文章库不能读取（已损坏，或者密码不对），没有换。"_s))
         << dialogs_.done.value(0).toStdString();
+    EXPECT_TRUE(log.lines.last().endsWith(
+        u" 步，主题库、采集库；文章库不能读取（已损坏，或者密码不对），不换"_s))
+        << log.lines.last().toStdString();
     EXPECT_EQ(store_.rows(u"select count(distinct zhutiname) from dzhzhuti"_s),
               QStringList{u"3"_s});
     EXPECT_TRUE(CodeTableSettings(store_.folder() + u"界面.ini"_s).isRefused())

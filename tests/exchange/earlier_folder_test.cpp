@@ -80,6 +80,8 @@ TEST_F(EarlierFolderTest, ItsStoresTakeThePlaceOfThoseHereAndItsSettingsComeToo)
 }
 
 TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
+    const Impatience impatience;
+    Connection other = store_.stores.article.open();
     ProcessLock running(there_ + u"guanchaotai.lock"_s);
     const QByteArray store = contentOf(there_ + u"dzhzhuti.mzdat"_s);
     const QString ini = there_ + u"services.ini"_s;
@@ -92,6 +94,8 @@ TEST_F(EarlierFolderTest, WhatCantBeTakenOverIsRefusedWithItsReason) {
          u"主题库不能读取（已损坏）"_s},
         {[&] { QFile::remove(there_ + u"dzhzhuti.mzdat"_s); }, [] {},
          u"这个文件夹里没有 dzhzhuti.mzdat"_s},
+        {[&] { other.execute(u"begin immediate"_s); }, [&] { other.execute(u"rollback"_s); },
+         u"现在的文章库正被其他程序占用"_s},
     };
     for (const auto& [spoil, mend, words] : cases) {
         spoil();
