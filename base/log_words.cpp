@@ -19,6 +19,13 @@ const QString ownFiles =
     "(?:运行|采集)日志(?:\\.以前)?\\.log"_s;
 const QString besideThem = u"(?:-journal|-wal|-shm|\\.lock|\\.new)?"_s;
 
+// The menus and buttons to which failures send the user.
+const QString ownNames =
+    u"备份|补全|扫描|撤消删除|接管文件夹|工具 / 行情来源|工具 / 历史行情|数据 / 恢复…|"
+    "数据 / 导入主题|主题 / 导入概念板块"_s;
+const QString ownWords = u"“("_s + ownNames + u")”|“数据”菜单的“恢复…”"_s;
+const QString hiddenWords = u"“…”"_s;
+
 QString withoutAddresses(QString text) {
     static const QRegularExpression address(u"[A-Za-z][A-Za-z0-9+.-]*://\\S*"_s);
     QRegularExpressionMatch match = address.match(text);
@@ -44,7 +51,7 @@ QString withoutQuoted(QString text) {
         QRegularExpression(u"《(?:.*》|.*$)"_s), QRegularExpression(u"「(?:.*」|.*$)"_s),
         QRegularExpression(u"\"(?:.*\"|.*$)"_s), QRegularExpression(u"'(?:.*'|.*$)"_s)};
     for (const QRegularExpression& it : quotes) {
-        text.replace(it, u"“…”"_s);
+        text.replace(it, hiddenWords);
     }
     return text;
 }
@@ -69,29 +76,42 @@ QString withoutPaths(const QString& text) {
            systemReasonBehind(tail);
 }
 
+// Of a text with one such quote and no other: among more, one may be the user's.
+QString withOwnWords(QString shown, const QString& text) {
+    static const QString noQuote = u"[^“”‘’《》「」\"']*"_s;
+    static const QRegularExpression only(u'^' + noQuote + u'(' + ownWords + u')' + noQuote + u'$');
+    const QRegularExpressionMatch match = only.match(text);
+    return match.hasMatch() ? shown.replace(hiddenWords, match.captured(1)) : shown;
+}
+
 QString printable(QString text) {
     text.removeIf([](QChar it) { return !it.isPrint() && !it.isSpace(); });
     return text.simplified();
 }
 
-}  // namespace
-
-QString loggable(const QString& text) {
+QString safeWords(const QString& text) {
     const QString safe =
         withoutPaths(withoutQuoted(withoutSecrets(withoutAddresses(printable(text)))));
     return safe.size() > longestLogged ? safe.left(longestLogged) + leftOut : safe;
 }
 
+}  // namespace
+
+QString loggable(const QString& text) {
+    return withOwnWords(safeWords(text), text);
+}
+
 QString headOf(const QString& text) {
     static const QRegularExpression end(u"[：=]|:(?=\\s|$)| (?!…|[0-9]|(?:"_s + ownFiles +
                                         u")(?:[\\s，。；、（）]|$))"_s);
-    const QString safe = loggable(text);
+    const QString safe = safeWords(text);
     const QRegularExpressionMatch match = end.match(safe);
     if (!match.hasMatch()) {
-        return safe;
+        return withOwnWords(safe, text);
     }
     const QString head = safe.left(match.capturedEnd()) + leftOut;
-    return systemReasonIn(head).isEmpty() ? head + systemReasonBehind(safe) : head;
+    const QString reason = systemReasonIn(head).isEmpty() ? systemReasonBehind(safe) : QString();
+    return withOwnWords(head + reason, text);
 }
 
 QString shownAddress(const QString& address) {

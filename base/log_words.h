@@ -6,8 +6,9 @@
 
 namespace guanchao {
 
-// In one line, without what stands in quotes, without addresses beyond scheme, host and port,
-// without passwords, and of paths nothing but the names of the program's own files.
+// In one line, without what stands in quotes but a menu or button of the program's, without
+// addresses beyond scheme, host and port, without passwords, and of paths nothing but the names of
+// the program's own files.
 QString loggable(const QString& text);
 
 // The same of a reason or a name, which ends where words of others may begin: at a colon, an equals

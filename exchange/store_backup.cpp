@@ -32,8 +32,9 @@ void requireRoom(const Stores& stores, qint64 freeBytes) {
         needed += QFileInfo(fileOf(stores, store).path).size();
     }
     if (freeBytes < needed) {
-        throw OperationError(
-            u"磁盘空间不够：需要 %1 MB，只有 %2 MB。"_s.arg(needed >> 20).arg(freeBytes >> 20));
+        const QString reason =
+            u"磁盘空间不够：需要 %1 MB，只有 %2 MB。"_s.arg(needed >> 20).arg(freeBytes >> 20);
+        throw OperationError(reason, reason);
     }
 }
 

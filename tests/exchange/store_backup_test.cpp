@@ -73,7 +73,8 @@ TEST_F(StoreBackupTest, AgeAndBytesTellWhichCopiesGo) {
 
 TEST_F(StoreBackupTest, EachDayHasOneWholeCopyAndWhatIsInTheWayIsTold) {
     free_ = spareBytes;
-    EXPECT_TRUE(refusal([&] { makeToday(); }).startsWith(u"磁盘空间不够：需要 256 MB"_s));
+    EXPECT_TRUE(begins(raisedBy<OperationError>([&] { makeToday(); }).forLog(),
+                       u"磁盘空间不够：需要 256 MB，只有 "_s));
     EXPECT_EQ(names(), QStringList());
     free_ = spareBytes * 2;
     ASSERT_TRUE(QDir().mkpath(folder_ + u"2026-11-20.new"_s)) << "of a run that was killed";
