@@ -39,6 +39,10 @@ QString failedWords(const QList<BoardTally::Failed>& failed, const QString& agai
 
 }  // namespace
 
+bool BoardTally::isNothing() const {
+    return boards == 0 && failed.isEmpty() && nameless.isEmpty() && !stopped;
+}
+
 QString BoardTally::words() const {
     return words(u"它们还勾着。"_s + adviceOn({}, u"过一会儿再点“导入”就补上"_s));
 }

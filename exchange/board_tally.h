@@ -23,6 +23,9 @@ struct BoardTally {
     bool stopped = false;  // by the user
     bool isShown = false;  // the main window shows what is new, whatever attention it asks for
 
+    // Nothing was asked for: nothing was missing.
+    bool isNothing() const;
+
     // For a window: what came, what didn't, why and what to do. `again` is what brings the boards
     // that have failed; without it they are those that are still ticked.
     QString words() const;

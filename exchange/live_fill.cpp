@@ -18,10 +18,14 @@ const QString again = u"过一会儿再点“开始”，只补没有读到的"_
 
 QString themeWords(const LiveFillResult& result) {
     if (result.themes) {
-        const QString whole = result.whole > 0
-                                  ? u"\n%1 个板块的主题已经齐了，没有再读。"_s.arg(result.whole)
-                                  : QString();
-        return themesPart + result.themes->words(adviceOn({}, again)) + whole;
+        QStringList lines;
+        if (!result.themes->isNothing()) {
+            lines << result.themes->words(adviceOn({}, again));
+        }
+        if (result.whole > 0) {
+            lines << u"%1 个板块的主题已经齐了，没有再读。"_s.arg(result.whole);
+        }
+        return themesPart + lines.join(u'\n');
     }
     return themesPart + u"没有读到板块列表，主题没有改变：\n"_s + result.boardLacks.join(u'\n') +
            u'\n' + adviceOn(result.boardLacks, again);
@@ -42,8 +46,9 @@ QString LiveFillResult::words() const {
         lines << themeWords(*this);
     }
     if (stopped) {
-        lines << (hasCodes() || themes ? u"已经读到的都保留着，再点“开始”只补没有读到的。"_s
-                                       : u"再点“开始”从头来。"_s);
+        lines << (themes ? u"再点“开始”只补没有读到的。"_s
+                  : hasCodes() ? u"已经读到的都保留着，再点“开始”只补没有读到的。"_s
+                               : u"再点“开始”从头来。"_s);
     } else if (!codes || hasCodes()) {
         lines << u"接下来关闭这个窗口，按 F9 更新行情。"_s;
     }

@@ -56,7 +56,9 @@ TEST_F(LiveFillTest, TheCodesComeFirstAndEachThemeIsSeenAtOnce) {
 
     result = fill({.codes = false, .withBeijing = false, .themes = true});
     EXPECT_EQ(askedFor(u"getHQNodeData"_s), 0) << "all themes are whole";
-    EXPECT_TRUE(result.words().contains(u"3 个板块的主题已经齐了，没有再读。"_s));
+    EXPECT_EQ(result.words(),
+              u"主题：3 个板块的主题已经齐了，没有再读。\n"_s
+              u"接下来关闭这个窗口，按 F9 更新行情。"_s);
 }
 
 TEST_F(LiveFillTest, WhatHasComeStaysWhereItIsStoppedAndIsNotAskedForAgain) {
@@ -64,10 +66,11 @@ TEST_F(LiveFillTest, WhatHasComeStaysWhereItIsStoppedAndIsNotAskedForAgain) {
         const char* name;
         QString stopAt;  // the path of the request that is under way
         int codes, themes;
+        QString kept;  // which is told once
     } cases[] = {
-        {"the list of stocks", u"node=hs_a"_s, 2, 1},
-        {"the list of boards", u"newFLJK"_s, 4, 1},
-        {"the second board", u"gn_30001"_s, 4, 2},
+        {"the list of stocks", u"node=hs_a"_s, 2, 1, u"没有改变"_s},
+        {"the list of boards", u"newFLJK"_s, 4, 1, u"保留"_s},
+        {"the second board", u"gn_30001"_s, 4, 2, u"保留"_s},
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
@@ -78,6 +81,7 @@ TEST_F(LiveFillTest, WhatHasComeStaysWhereItIsStoppedAndIsNotAskedForAgain) {
         };
         const LiveFillResult result = fill();
         EXPECT_TRUE(result.stopped && !result.hasThemes());
+        EXPECT_EQ(result.words().count(it.kept), 1);
         EXPECT_TRUE(result.words().endsWith(it.codes == 2 ? u"再点“开始”从头来。"_s
                                                           : u"再点“开始”只补没有读到的。"_s));
         EXPECT_EQ(store_.rows(u"select dm from dmb"_s).size(), it.codes);
