@@ -6,6 +6,7 @@
 
 #include "base/values.h"
 #include "base/worker.h"
+#include "services/answer_wait.h"
 #include "services/service_names.h"
 #include "ui_form33.h"
 
@@ -202,9 +203,11 @@ QCoro::Task<> Form33::importTicked(std::stop_token stop) {
         }
         showState();
     });
-    BoardImport run(environment_.stores, environment_.clock, environment_.client, *control_,
+    AnswerWait client(environment_.client, environment_.clock, *this,
+                      [this](const RunProgress& it) { showProgress(it); });
+    BoardImport run(environment_.stores, environment_.clock, client, *control_,
                     {[this](const Board& it) { return isTicked(*items_[it.node]); },
-                     [this](const RunProgress& it) { showProgress(it); },
+                     [&client](const RunProgress& it) { client.show(it); },
                      [this](const BoardOutcome& it) { showOutcome(it); }});
     const QList<Board> boards = ticked();
     const BoardTally tally = co_await run.run(boards_.service, boards, stop);

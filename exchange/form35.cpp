@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
+#include "services/answer_wait.h"
 #include "services/stock_code.h"
 #include "ui_form35.h"
 
@@ -88,10 +89,12 @@ QCoro::Task<> Form35::update(std::stop_token stop) {
         updating_ = false;
         showState();
     });
-    CodeTableUpdate run(environment_.stores, environment_.clock, environment_.client,
+    AnswerWait client(environment_.client, environment_.clock, *this,
+                      [this](const RunProgress& it) { panel_->show(it); });
+    CodeTableUpdate run(environment_.stores, environment_.clock, client,
                         environment_.services.stockList,
                         environment_.applicationFolder + u"initials.csv"_s, *control_,
-                        [this](const RunProgress& it) { panel_->show(it); });
+                        [&client](const RunProgress& it) { client.show(it); });
     const CodeTableResult result = co_await run.run(ui_->beijing->isChecked(), stop);
     showResult(result);
     co_await readTable(stop);

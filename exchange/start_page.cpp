@@ -12,6 +12,7 @@
 #include "base/worker.h"
 #include "exchange/code_table_settings.h"
 #include "platform/guide.h"
+#include "services/answer_wait.h"
 #include "ui_start_page.h"
 
 namespace guanchao {
@@ -188,10 +189,12 @@ QCoro::Task<> StartPage::fill(std::stop_token stop) {
         // From a button that is grey now.
         (ui_->begin->isEnabled() ? ui_->begin : ui_->close)->setFocus();
     });
+    AnswerWait client(environment_.client, environment_.clock, *this,
+                      [this](const RunProgress& it) { panel_->show(it); });
     LiveFill run(
-        environment_.stores, environment_.clock, environment_.client, environment_.services,
+        environment_.stores, environment_.clock, client, environment_.services,
         environment_.applicationFolder + u"initials.csv"_s, *control_,
-        {[this](const RunProgress& it) { panel_->show(it); }, [this] { emit imported(); }});
+        {[&client](const RunProgress& it) { client.show(it); }, [this] { emit imported(); }});
     const LiveFillWish wish{ui_->codes->isChecked(), ui_->beijing->isChecked(),
                             ui_->themes->isChecked()};
     const LiveFillResult result = co_await run.run(wish, stop);

@@ -13,7 +13,8 @@ class StartPageTest : public WindowTest {
 protected:
     StartPageTest() {
         http_.client = std::make_unique<QtHttpClient>();
-        services_.stockList = services_.boards = {market_.service()};
+        services_.boards = {market_.service()};
+        services_.stockList = {{u"http://127.0.0.1:1"_s, {}}, market_.service()};
         globals_.yingyongmulu = store_.folder();
         store_.addCode(u"SH600519"_s, u"贵州茅台"_s, 1, 1);
         store_.addCode(u"SZ000001"_s, u"平安银行"_s, 1, 1);
@@ -100,7 +101,7 @@ TEST_F(StartPageTest, TheFillGoesByKeysIsStoppedByEscAndGoesOn) {
 
 // The first request, the second, ...: each is held, and then comes to a window that is gone.
 TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
-    for (int held = 1; held <= 4; ++held) {
+    for (int held = 1; held <= 6; ++held) {
         openPage();
         click(u"live"_s);
         const auto gate = std::make_shared<Later<bool>>();
@@ -113,6 +114,11 @@ TEST_F(StartPageTest, ClosedAtAnyRequestOrQuestionItEnds) {
         };
         click(u"begin"_s);
         until([&] { return requests == held; });
+        EXPECT_EQ(label(u"step"_s).contains(u"，改问新浪"_s), held == 3 || held == 4);
+        clock_.moveOn(std::chrono::seconds(4));
+        timeIsUp(find<QTimer>(u"answerWait"_s));
+        const QString most = held < 3 ? QString() : u"，最多还要 6 秒"_s;
+        EXPECT_TRUE(holds(label(u"step"_s), u"，等网站应答"_s + most));
         leaveWindows();
         EXPECT_FALSE(form_);
         gate->deliver(true);
