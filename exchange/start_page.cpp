@@ -160,10 +160,12 @@ void StartPage::say(const QString& words) {
     resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
+// Enter on a tick box begins; among the choices it takes the one that has the focus.
 void StartPage::showPage(QWidget& page) {
     for (QWidget* it : {ui_->choices, ui_->filling}) {
         it->setVisible(it == &page);
     }
+    ui_->begin->setDefault(&page == ui_->filling);
 }
 
 void StartPage::showFilling() {

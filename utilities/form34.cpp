@@ -176,7 +176,9 @@ void Form34::showMarked() {
     ui_->up->setEnabled(isBeside(-1));
     ui_->down->setEnabled(isBeside(1));
     ui_->use->setEnabled(entry);
-    ui_->use->setText(entry && !entry->isUsed ? u"启用(&O)"_s : u"停用(&O)"_s);
+    const bool isOff = entry && !entry->isUsed;
+    ui_->use->setText(isOff ? u"启用(&O)"_s : u"停用(&O)"_s);
+    ui_->use->setAccessibleName(isOff ? u"启用或停用"_s : u"停用或启用"_s);
     ui_->host->setEnabled(entry);
     const QString host =
         entry ? typedHosts_.value(serviceKey(*entry), entry->service.host) : QString();

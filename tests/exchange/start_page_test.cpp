@@ -91,6 +91,7 @@ TEST_F(StartPageTest, TheFillGoesByKeysIsStoppedByEscAndGoesOn) {
     EXPECT_EQ(CodeTableSettings(store_.folder() + u"界面.ini"_s).lastUpdate(),
               u"2026-11-24 10:00:00"_s);
     http_.onGet = nullptr;
+    find<QCheckBox>(u"themes"_s)->setFocus();
     key(Qt::Key_Return);
     until([this] { return isFree(); });
     EXPECT_EQ(store_.rows(u"select zhutiname from dzhzhuti"_s), QStringList{u"白酒"_s});

@@ -69,6 +69,7 @@ TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
     mark(2);
     key(u"use"_s, Qt::Key_Space);
     EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
+    EXPECT_EQ(button(u"use"_s)->accessibleName(), u"启用或停用"_s) << "the seen word first";
     EXPECT_THROW(click(u"use"_s), OperationError);
     EXPECT_EQ(services_.quote.size(), 1);
     mark(1);
