@@ -128,7 +128,7 @@ RunState Collection::stateByNow() {
         const bool isDone = tally_.written > 0 || tally_.before == tally_.items;
         return isDone ? RunState::finished : RunState::nothingRead;
     }
-    if (isUnwanted()) {
+    if (isFoundUnwanted()) {
         return RunState::unwanted;
     }
     if (pacing_.isHopeless(refusedRowsInARow_)) {
@@ -137,12 +137,16 @@ RunState Collection::stateByNow() {
     return std::ranges::all_of(lanes_, isClosed) ? RunState::hopeless : state_;
 }
 
-bool Collection::isUnwanted() {
-    if (!job_.endsWithMainProgram() || clock_.uptime() < nextLook_) {
+bool Collection::isFoundUnwanted() {
+    if (clock_.uptime() < nextLook_) {
         return false;
     }
     nextLook_ = clock_.uptime() + (state_ == RunState::paused ? pausedWait : longestWait);
-    return !isStillWanted(heat_);
+    return !isWanted();
+}
+
+bool Collection::isWanted() const {
+    return !job_.endsWithMainProgram() || isStillWanted(heat_);
 }
 
 void Collection::settle() {

@@ -64,9 +64,13 @@ public:
 
     RunState state() const { return state_; }
     bool hasEnded() const { return state_ != RunState::running && state_ != RunState::paused; }
+    // False once the main program has ended, for a job that ends with it.
+    bool isWanted() const;
     const QList<Progress>& items() const { return items_; }
     RunTally tally() const;
 
+    // 共 60 项，写入 40 项，跳过 1 项; once it has ended also what was left: ，没有采集 19 项.
+    QString countWords() const;
     // How the run stands or has ended.
     QString summary() const;
     // What each host does or waits for; empty once the run has ended.
@@ -92,7 +96,7 @@ private:
     QCoro::Task<> workOn(size_t at, std::stop_token stop);
     bool goesOn();
     RunState stateByNow();
-    bool isUnwanted();
+    bool isFoundUnwanted();
     void settle();
     bool isTurnOf(Lane& lane);
     std::chrono::milliseconds untilTurnOf(const Lane& lane) const;

@@ -52,11 +52,12 @@ QString Collection::summary() const {
     if (tally_.before == tally_.items) {
         return u"今天的 %1 项都已采集过。"_s.arg(tally_.items);
     }
-    QString text = stateWords() + u'：' + tally_.countWords();
-    if (hasEnded() && tally_.left() > 0) {
-        text += u"，没有采集 %1 项"_s.arg(tally_.left());
-    }
-    return text + u'。';
+    return stateWords() + u'：' + countWords() + u'。';
+}
+
+QString Collection::countWords() const {
+    const bool leftSome = hasEnded() && tally_.left() > 0;
+    return tally_.countWords() + (leftSome ? u"，没有采集 %1 项"_s.arg(tally_.left()) : QString());
 }
 
 QString Collection::waitWords() const {

@@ -149,7 +149,7 @@ void CollectorProgram::noteEnd(const RunTally& tally) {
         note_->failed(collection_->summary());
     } else {
         const QString why = state == RunState::unwanted ? u"主程序已退出"_s : QString();
-        QStringList counts = {why, tally.countWords(), tally.failureWords()};
+        QStringList counts = {why, collection_->countWords(), tally.failureWords()};
         counts.removeAll(QString());
         note_->ended(counts.join(u'；'), state != RunState::finished);
     }

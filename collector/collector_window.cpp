@@ -66,14 +66,15 @@ CollectorWindow::CollectorWindow(Collection& collection, Dialogs& dialogs, Failu
     ui_->itemsGrid->setGrid(grid_);
     ui_->itemsGrid->allowExport(dialogs, failures);
     ui_->itemsGrid->setHint(u"没有要采集的项目\n\n关注度大于设定值的项目才采集"_s);
+    ui_->itemsGrid->fillWithLastColumn();
     // Assistive tools toggle a button without a click.
     connect(ui_->pauseButton, &QPushButton::toggled, this, &CollectorWindow::pauseButton_Toggled);
     connect(ui_->stopButton, &QPushButton::clicked, this, &CollectorWindow::stopButton_Click);
-    connect(ui_->anewButton, &QPushButton::clicked, this, [this] { again(Scope::all); });
-    connect(ui_->goOnButton, &QPushButton::clicked, this, [this] { again(Scope::rest); });
+    connect(ui_->anewButton, &QPushButton::clicked, this, [this] { beginAgain(Scope::all); });
+    connect(ui_->goOnButton, &QPushButton::clicked, this, [this] { beginAgain(Scope::rest); });
     connect(ui_->closeButton, &QPushButton::clicked, this, &QDialog::close);
     connect(&helpKey_, &QShortcut::activated, this, [this] { help(); });
-    connect(&second_, &QTimer::timeout, this, &CollectorWindow::showFigures);
+    connect(&second_, &QTimer::timeout, this, &CollectorWindow::showTime);
     collection_.changed = [this](qsizetype item) { showChanged(item); };
     for (QPushButton* button : {ui_->goOnButton, ui_->anewButton, ui_->closeButton}) {
         button->hide();
@@ -99,7 +100,8 @@ QCoro::Task<> CollectorWindow::collect(std::stop_token stop) {
 
 void CollectorWindow::pauseButton_Toggled(bool paused) {
     collection_.setPaused(paused);
-    ui_->pauseButton->setText(paused ? u"继 续"_s : u"暂 停"_s);
+    ui_->pauseButton->setText(paused ? u"继续(&P)"_s : u"暂停(&P)"_s);
+    ui_->pauseButton->setAccessibleName(paused ? u"继续"_s : u"暂停"_s);
     showFigures();
 }
 
@@ -192,7 +194,6 @@ void CollectorWindow::showSkipped(const QStringList& names) {
 }
 
 void CollectorWindow::showEnd() {
-    second_.stop();
     showFigures();
     for (qsizetype item = 0; item < collection_.items().size(); ++item) {
         showItem(item);
@@ -207,6 +208,31 @@ void CollectorWindow::showEnd() {
     ui_->closeButton->setFocus();
     if (ended) {
         ended();
+    }
+}
+
+void CollectorWindow::showTime() {
+    if (collection_.hasEnded()) {
+        showWhetherWanted();
+    } else {
+        showFigures();
+    }
+}
+
+// The main program may end, and order a run again, while the result is being read.
+bool CollectorWindow::showWhetherWanted() {
+    const bool wanted = collection_.isWanted();
+    ui_->waitLabel->setText(
+        wanted ? QString() : u"主程序已退出。要再采集，请关闭这个窗口，打开观潮台，再点“采集”。"_s);
+    ui_->waitLabel->setVisible(!wanted);
+    ui_->goOnButton->setEnabled(wanted);
+    ui_->anewButton->setEnabled(wanted);
+    return wanted;
+}
+
+void CollectorWindow::beginAgain(Scope scope) {
+    if (showWhetherWanted()) {
+        again(scope);
     }
 }
 

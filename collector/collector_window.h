@@ -34,7 +34,8 @@ public:
 
     // Called when the run has ended.
     std::function<void()> ended;
-    // Called when the user wants another run once this one has ended.
+    // Called when the user wants another run once this one has ended; never once the main program
+    // is gone, without which none begins.
     std::function<void(Scope)> again;
     // Called when the user wants to read about this window.
     std::function<void()> help;
@@ -55,6 +56,9 @@ private:
     void showFigures();
     void showSkipped(const QStringList& names);
     void showEnd();
+    void showTime();
+    bool showWhetherWanted();
+    void beginAgain(Scope scope);
 
     Collection& collection_;
     Dialogs& dialogs_;

@@ -10,7 +10,7 @@ namespace guanchao {
 using namespace Qt::Literals::StringLiterals;
 
 // Stocks of the watchlist first. The attention of a stock is that of its foremost theme; its name
-// is the one of the code table.
+// is the one of the code table, and the user is shown its code where it has none.
 QList<Item> CompaniesJob::items() const {
     Connection connection = stores_.main.open();
     QList<Item> items;
@@ -22,7 +22,9 @@ QList<Item> CompaniesJob::items() const {
                               u" order by dzhzhuti.dm in (select dm from zixuangu) desc,"_s +
                               u"max(guanzhudu) desc,dzhzhuti.dm"_s);
          !stocks.atEnd(); stocks.moveNext()) {
-        items << Item{stocks.value(0).toText(), stocks.value(1).toText()};
+        const QString dm = stocks.value(0).toText();
+        const QString jc = stocks.value(1).toText();
+        items << Item{dm, jc.isEmpty() ? dm : jc};
     }
     lookUp(items, u"gongsixinwen"_s, u"dm"_s, overTheseDays());
     return items;
@@ -33,7 +35,8 @@ QString CompaniesJob::wordsOf(const Item& item) const {
 }
 
 void CompaniesJob::write(const Item& item, const Asked& asked) {
-    writer_.writeCompany(item.key, item.name, found(item, asked));
+    const QString jc = item.name == item.key ? QString() : item.name;
+    writer_.writeCompany(item.key, jc, found(item, asked));
 }
 
 }  // namespace guanchao

@@ -88,7 +88,8 @@ void ColumnWidths::widenLast(const ResultGrid& grid) {
     }
     const int others = view_.horizontalHeader()->length() - view_.columnWidth(last);
     const int room = view_.viewport()->width() - others;
-    view_.setColumnWidth(last, std::max(widthOf(grid, last), std::min(textsOfLast_, room)));
+    const int wanted = fillsView_ && last > 0 ? room : std::min(textsOfLast_, room);
+    view_.setColumnWidth(last, std::max(widthOf(grid, last), wanted));
 }
 
 int ColumnWidths::lastShown(const ResultGrid& grid) const {

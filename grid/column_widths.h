@@ -1,7 +1,7 @@
 // The widths of the columns of a grid's view, in pixels: those of the grid, wider where a number as
 // it is painted, a code or a moment needs it, and the last one that is shown where its texts need
-// it and the view has room. A column that the user has drawn keeps that width in every later fill
-// and run, known by its header.
+// it and the view has room; a view may give it all the room that is left. A column that the user
+// has drawn keeps that width in every later fill and run, known by its header.
 #pragma once
 
 #include <QHash>
@@ -15,6 +15,9 @@ namespace guanchao {
 class ColumnWidths {
 public:
     explicit ColumnWidths(QTableView& view) : view_(view) {}
+
+    // The last column that is shown ends at the edge of the view, from the next apply on.
+    void fillView() { fillsView_ = true; }
 
     void apply(const ResultGrid& grid);
     void widenLast(const ResultGrid& grid);
@@ -38,6 +41,7 @@ private:
     QTableView& view_;
     QHash<QString, int> drawn_;  // by header
     int textsOfLast_ = 0;        // what its longest text needs
+    bool fillsView_ = false;
     bool applying_ = false;
 };
 

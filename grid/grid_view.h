@@ -35,6 +35,9 @@ public:
     void setHint(const QString& hint);
     const QString& hint() const { return hint_; }
 
+    // The last column takes the room that the others leave.
+    void fillWithLastColumn() { widths_.fillView(); }
+
     // A click on a header sorts; headers that hold one of the words are sorted as texts.
     void setSortable(const QStringList& dateWords = {}) { sort_.enable(dateWords); }
     // The header by which the rows stand; empty: as the list was found, as it is from the next fill

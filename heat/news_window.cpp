@@ -30,7 +30,7 @@ void NewsWindow::showWords(const Words& words) {
     ui_->Check2->setText(words.showAll);
     take({ui_->Text1, ui_->Check2, ui_->Command1, ui_->Command2, ui_->Command9, ui_->heatMap,
           ui_->打开热度图, ui_->MSHFlexGrid1, ui_->MSHFlexGrid2, ui_->plot},
-         u"还没有采集到新闻数量\n\n点“采集”启动采集程序，之后点“显示排名”"_s);
+         u"还没有采集到新闻数量\n\n点“采集”启动采集程序，采集到一项，这里就多一项"_s);
     ui_->tables->setSizes({1000, 1000});
     ui_->historyAndPlot->setSizes({1150, 850});
 }

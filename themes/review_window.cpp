@@ -63,6 +63,7 @@ void ReviewWindow::setUpGrid() {
     view.setSortable();
     view.allowExport(environment_.dialogs, environment_.failures);
     view.setHint(u"这一天没有主题可列"_s);
+    view.fillWithLastColumn();
     lines_ = new SparklineDelegate(themeColour, lineTwips, this);
     view.setItemDelegateForColumn(reviewThemeColumn, lines_);
     themeMenu_.setObjectName(u"themeMenu"_s);

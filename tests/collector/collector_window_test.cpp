@@ -73,6 +73,13 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     click(u"goOnButton"_s);
     click(u"anewButton"_s);
     EXPECT_EQ(again_, (QList<Scope>{Scope::rest, Scope::all}));
+    runHeat(u"update canshu set mainisrun=0"_s);
+    click(u"anewButton"_s);
+    EXPECT_EQ(again_.size(), 2) << "the main program is gone";
+    EXPECT_TRUE(label(u"waitLabel"_s).startsWith(u"主程序已退出"_s));
+    EXPECT_FALSE(button(u"goOnButton"_s)->isEnabled());
+    runHeat(u"update canshu set mainisrun=1"_s);
+    until([this] { return button(u"goOnButton"_s)->isEnabled(); });
     click(u"closeButton"_s);
     EXPECT_FALSE(window_->isVisible());
     EXPECT_TRUE(dialogs_.shown.isEmpty()) << "nothing is left to be stopped";

@@ -65,8 +65,10 @@ TEST_F(CollectorJobsTest, ItemsAreThoseOfMoreAttentionThanTheLimit) {
     EXPECT_EQ(keys(companies), (QStringList{u"SZ000858"_s, u"SH600519"_s}));
     store_.run({u"insert into zixuangu(dm) values('SH600519'),('SH600000')"_s});
     EXPECT_EQ(keys(companies), (QStringList{u"SH600519"_s, u"SZ000858"_s})) << "the watchlist";
-    store_.run({u"delete from zixuangu where dm='SH600519'"_s});
-    EXPECT_EQ(companies.items().first().name, u"五粮液"_s);
+    store_.run(
+        {u"delete from zixuangu where dm='SH600519'"_s, u"delete from dmb where dm='SH600519'"_s});
+    EXPECT_EQ(textsOf(companies.items(), &Item::name), (QStringList{u"五粮液"_s, u"SH600519"_s}))
+        << "one that isn't in the code table";
     EXPECT_EQ(requests(companies, {u"SZ000858"_s, {}}).first(), u"/s?wd=000858&lm=1"_s);
     const CommoditiesJob commodities(store_.stores, order, settings_, pages_, clock_);
     EXPECT_EQ(keys(commodities), QStringList{u"铝(锭)"_s});
@@ -157,8 +159,10 @@ TEST_F(CollectorJobsTest, CompaniesAndCommoditiesHaveTheirRowsToo) {
     CompaniesJob companies(store_.stores, order, settings_, pages_, clock_);
     companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(1), results(2)}});
     companies.write({u"SH600519"_s, u"茅'台"_s}, {0, {results(3), results(4)}});
-    EXPECT_EQ(heatRows(u"select riqi,dm,jc,onecishu,allcishu from gongsixinwen"_s),
-              QStringList{u"2026-11-24 00:00:00|SH600519|茅'台|3|4"_s});
+    companies.write({u"SZ000858"_s, u"SZ000858"_s}, {0, {results(5), results(6)}});
+    EXPECT_EQ(heatRows(u"select riqi,dm,jc,onecishu,allcishu from gongsixinwen order by dm"_s),
+              (QStringList{u"2026-11-24 00:00:00|SH600519|茅'台|3|4"_s,
+                           u"2026-11-24 00:00:00|SZ000858||5|6"_s}));
 
     runHeat(u"insert into shopname(shopname,guanzhudu,aboutgegu) values('铜',4,'SH601899')"_s);
     runHeat(u"insert into shophq(shopname,riqi,zongfen) values('铜','2026-11-20 09:00:00',-4)"_s);
