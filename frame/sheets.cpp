@@ -54,6 +54,8 @@ constexpr NamedColour colours[] = {
     {u"choiceText", 0xFFFFFFFF, 0xFFFFFFFF},
     {u"hovered", 0xFF20303F, 0xFFE6EFF8},
     {u"done", 0xFF2A6299, 0xFF9CC4EA},
+    {u"ticked", 0xFF2A6299, 0xFF2F6DA8},
+    {u"offTicked", 0xFF4A4F57, 0xFFB4BAC3},
 
     {u"cell", 0xFFC0C0C0, 0xFF1B1E23},
     {u"table", 0xFF000000, 0xFFFFFFFF},

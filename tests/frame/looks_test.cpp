@@ -26,7 +26,7 @@ TEST(LooksTest, EveryPairOfWordsAndGroundCanBeRead) {
         {u"cell"_s, {u"table"_s, u"marked"_s}},
         {u"good"_s, {u"ground"_s}},
         {u"link"_s, {u"ground"_s}},
-        {u"choiceText"_s, {u"choice"_s}},
+        {u"choiceText"_s, {u"choice"_s, u"ticked"_s}},
         {u"headerText"_s, {u"header"_s, u"headerHover"_s}},
         {u"practiceText"_s, {u"practice"_s}},
         {u"tipText"_s, {u"button"_s}},
