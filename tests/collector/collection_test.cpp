@@ -162,17 +162,6 @@ TEST_F(CollectionTest, AFailedItemComesAgainBehindTheOthersAndIsNamedInTheEnd) {
     EXPECT_EQ(summary(), u"采集完成：共 2 项，写入 1 项，跳过 1 项。"_s);
 }
 
-TEST_F(CollectionTest, HostsShareTheItemsEachAtItsOwnPace) {
-    pace({}, 20, 900);
-    job_.list = itemsNamed(6);
-    job_.pagesOfAnItem = 1;
-    job_.hosts = {u"a"_s, u"b"_s, u"a"_s};
-    runToTheEnd();
-    EXPECT_EQ(job_.written.size(), 6);
-    EXPECT_EQ(http_.addresses.filter(u"a/"_s).size(), 3) << "two services of one host are one";
-    EXPECT_EQ(http_.addresses.filter(u"b/"_s).size(), 3);
-}
-
 TEST_F(CollectionTest, WhatFailsAtOneServiceIsAskedOfTheOthersFromTheStart) {
     pace({});
     job_.list = itemsNamed(3);
@@ -190,11 +179,11 @@ TEST_F(CollectionTest, WhatFailsAtOneServiceIsAskedOfTheOthersFromTheStart) {
     EXPECT_EQ(collection_->items()[0].reason, u"坏"_s);
 }
 
-TEST_F(CollectionTest, AnItemStaysWithTheKindThatHasCountedItUnlessThatHasTooMany) {
+TEST_F(CollectionTest, HostsShareTheItemsButThoseOfAKindThatHasNotTooMany) {
     pace({}, 20, 900);
     job_.pagesOfAnItem = 1;
-    job_.hosts = {u"a"_s, u"b"_s};
-    job_.kinds = {u"x"_s, u"y"_s};
+    job_.hosts = {u"a"_s, u"b"_s, u"a"_s};
+    job_.kinds = {u"x"_s, u"y"_s, u"x"_s};
     const struct {
         int items;
         std::optional<QString> laiyuan;
@@ -206,6 +195,9 @@ TEST_F(CollectionTest, AnItemStaysWithTheKindThatHasCountedItUnlessThatHasTooMan
         EXPECT_EQ(!http_.addresses.filter(u"b/"_s).isEmpty(), it.isShared) << it.items;
     }
     EXPECT_EQ(http_.addresses.filter(u"b/"_s).first(), u"b/591"_s) << "from the end";
+    job_.list = itemsNamed(20);
+    runToTheEnd();
+    EXPECT_EQ(http_.addresses.filter(u"a/"_s).size(), 10) << "two services of one host are one";
 }
 
 TEST_F(CollectionTest, AHostThatLimitsRestsWhileTheOtherWorksAndIsGivenUpInTheEnd) {

@@ -59,6 +59,8 @@ TEST_F(CollectorWindowTest, ARunShowsWhatBecameOfEachItemAndTellsItsEnd) {
     EXPECT_EQ(ends_, 1);
     EXPECT_EQ(states(), (QStringList{u"1|铜|已写入|"_s, u"2|铝|已跳过|网页没有读到：没有应答"_s,
                                      u"3|锌|已写入|"_s}));
+    const GridView& list = view(u"itemsGrid"_s);
+    EXPECT_EQ(list.horizontalHeader()->length(), list.viewport()->width()) << "no gap";
     EXPECT_EQ(label(u"stateLabel"_s), u"采集完成：共 3 项，写入 2 项，跳过 1 项。"_s);
     EXPECT_EQ(label(u"progressLabel"_s), u"已完成 3 / 3 项，剩余 0 项；读到 2 页，写入 2 行"_s);
     EXPECT_EQ(label(u"failuresLabel"_s), u"失败 1 次：没有应答 1"_s);

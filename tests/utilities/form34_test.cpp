@@ -84,7 +84,6 @@ TEST_F(Form34Test, AFolderForPracticeTakesNoRealService) {
 
 // The program goes on asking what it has asked until the last of them is out of use.
 TEST_F(Form34Test, RealServicesWrittenByHandDontComeIntoAFolderForPractice) {
-    const QString made = u"练习行情：价格都是编造的，和真实的市场无关"_s;
     const QString ini = local(others_);
     begin(u"[practice]\n[quote]\nhost=http://127.0.0.1:1\n[history]\nhost=http://localhost\n"_s +
           ini);
@@ -107,7 +106,7 @@ TEST_F(Form34Test, RealServicesWrittenByHandDontComeIntoAFolderForPractice) {
     edit(u"host"_s)->setText(u"http://localhost:3"_s);
     key(u"host"_s, Qt::Key_Return);
     EXPECT_EQ(services_.history.first().host, u"http://localhost:3"_s);
-    EXPECT_EQ(band->text(), made);
+    EXPECT_EQ(band->text(), u"练习行情：价格都是编造的，和真实的市场无关"_s);
     mark(1);
     click(u"down"_s);
     EXPECT_EQ(services_.quote.size(), 1) << "the real one stays out of use";
@@ -143,10 +142,11 @@ TEST_F(Form34Test, HowEachHasAnsweredIsShownWhileTheWindowIsOpen) {
 TEST_F(Form34Test, ATestShowsEachServiceAsItAnswers) {
     const SmallMarket market({{u"SH600036"_s, u"招商银行"_s}});
     const QString host = u"host="_s + market.host() + u'\n';
-    QString ini = u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
-                  u"[fundamentals]\nkind=sina\n"_s + host;
-    ini += local({u"history"_s, u"factors"_s, u"boards"_s, u"stocklist"_s, u"chart"_s,
-                  u"stockpage"_s, u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s});
+    const QString ini =
+        u"[quote]\nkind=sina\n"_s + host + u"[quote.2]\nkind=tencent\nuse=0\n"_s + host +
+        u"[fundamentals]\nkind=sina\n"_s + host +
+        local({u"history"_s, u"factors"_s, u"boards"_s, u"stocklist"_s, u"chart"_s, u"stockpage"_s,
+               u"sitepage"_s, u"newspage"_s, u"vendor"_s, u"search"_s});
     http_.client = std::make_unique<QtHttpClient>();
     begin(ini);
     click(u"test"_s);
