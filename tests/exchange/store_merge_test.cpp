@@ -147,7 +147,6 @@ TEST_F(StoreMergeTest, FilesThatAreNoStoresFail) {
         QString path, kind, matter;
     } cases[] = {
         {wrongKey, articles, u" 不是文章库，或者密码不对"_s},
-        {store_.stores.main.path, news, u" 不是主题新闻数量库，或者密码不对"_s},
         {noTables, articles, u" 不是文章库，或者密码不对"_s},
         {noTables, news, u" 不是主题新闻数量库"_s},
         {store_.stores.article.path, theme, u" 不是主题库"_s},
