@@ -60,8 +60,8 @@ void AnswerWait::complain(const Service& service, const QString& reason) {
 }
 
 void AnswerWait::begin(const Service& service) {
-    const bool isNext = service.purpose == asked_.purpose && service.host != asked_.host;
-    if (isNext && !asked_.host.isEmpty()) {
+    const bool isAnother = service.host != asked_.host || service.kind != asked_.kind;
+    if (isAnother && service.purpose == asked_.purpose && !asked_.host.isEmpty()) {
         progress_ = {toldStep() + u"，改问"_s + serviceName(service), 0, 0, {}};
     }
     show_(progress_);
