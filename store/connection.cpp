@@ -16,6 +16,7 @@
 #include "store/held_stores.h"
 #include "store/recordset.h"
 #include "store/sqlite.h"
+#include "store/standing_cursors.h"
 #include "store/store_error.h"
 
 namespace guanchao {
@@ -184,11 +185,14 @@ void copyContent(Connection& target, const QString& sourcePath, const QString& s
 }  // namespace
 
 void Connection::Close::operator()(sqlite3* handle) const {
+    forgetConnection(handle);
     sqlite3_close_v2(handle);
 }
 
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
+    noteConnection(handle());
+    Q_ASSERT_X(!isReadHere(handle()), "Connection", "a cursor of this thread stands on a row");
     sqlite3_busy_handler(handle(), waitForStore, handle());
     giveKey(*this, key);
     registerDialect(handle());

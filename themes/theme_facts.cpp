@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "grid/table_columns.h"
 #include "heat/news_notes.h"
+#include "store/recordset.h"
 #include "store/row_cursor.h"
 
 namespace guanchao {
@@ -22,8 +23,16 @@ void setNumber(ResultGrid& grid, int row, int col, double value) {
     }
 }
 
+bool isThere(const StoreFile& main, const QString& theme) {
+    Connection store = main.open();
+    return !Recordset(store,
+                      u"select 1 from dzhzhuti where zhutiname="_s + quoted(theme) + u" limit 1"_s)
+                .atEnd();
+}
+
 // Those that hold every one of the codes.
-QStringList themesWith(Connection& store, const QStringList& codes) {
+QStringList themesWith(const StoreFile& main, const QStringList& codes) {
+    Connection store = main.open();
     RowCursor row(store, u"select zhutiname from dzhzhuti where dm in ("_s + quotedList(codes) +
                              u") group by zhutiname having count(distinct dm)="_s +
                              QString::number(codes.size()) + u" order by zhutiname"_s);
@@ -49,18 +58,15 @@ ThemeMonitor monitorOf(const RowCursor& row) {
 ThemeMembers readThemeMembers(const Stores& stores, const QString& theme,
                               const QStringList& formerCodes) {
     const Activity activity(u"读取主题的个股"_s);
-    Connection store = stores.main.open();
     ThemeMembers members;
-    RowCursor row(store,
-                  u"select 1 from dzhzhuti where zhutiname="_s + quoted(theme) + u" limit 1"_s);
-    members.exists = row.next();
+    members.exists = isThere(stores.main, theme);
     members.theme = readThemeBox(stores, theme);
     members.stocks = readStockBoxes(stores, theme);
     std::ranges::stable_sort(members.stocks, [](const MapBox& a, const MapBox& b) {
         return std::isnan(b.gain) ? !std::isnan(a.gain) : a.gain > b.gain;
     });
     if (!members.exists && !formerCodes.isEmpty()) {
-        members.heirs = themesWith(store, formerCodes);
+        members.heirs = themesWith(stores.main, formerCodes);
     }
     return members;
 }

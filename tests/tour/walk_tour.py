@@ -12,7 +12,7 @@ from desk import DAY, TourFailure, add_program, wait
 from framed_screen import FramedScreen
 from journey import MAIN, Journey, check, travel
 from keyboard import Keyboard, control_of, window_of
-from screen import Atspi, children, is_shown, role_of, says
+from screen import Atspi, GLib, children, is_shown, role_of, says
 from told_controls import complaints, has_focus, shown_parts, takes_keys, told
 
 TITLE = "观潮台(V3.7)"
@@ -122,6 +122,15 @@ WINDOWS = [
 ]
 
 
+def windows_of(program):
+    """One that is just ending has none."""
+    try:
+        program.set_cache_mask(Atspi.Cache.NONE)
+        return [it for it in children(program) if is_shown(it)]
+    except GLib.Error:
+        return []
+
+
 class WalkTour(Journey):
     def __init__(self, desk):
         super().__init__(desk)
@@ -193,10 +202,7 @@ class WalkTour(Journey):
 
     def windows(self):
         """Those of the collector too, which is a program of its own."""
-        programs = children(Atspi.get_desktop(0))
-        for it in programs:
-            it.set_cache_mask(Atspi.Cache.NONE)
-        return [window for it in programs for window in children(it) if is_shown(window)]
+        return [window for it in children(Atspi.get_desktop(0)) for window in windows_of(it)]
 
     def leave(self, window, opener, key="Escape"):
         """What Esc brings up, a question or a message, is answered with its default."""
