@@ -101,7 +101,7 @@ QCoro::Task<> CollectorWindow::collect(std::stop_token stop) {
 void CollectorWindow::pauseButton_Toggled(bool paused) {
     collection_.setPaused(paused);
     ui_->pauseButton->setText(paused ? u"继续(&P)"_s : u"暂停(&P)"_s);
-    ui_->pauseButton->setAccessibleName(paused ? u"继续"_s : u"暂停"_s);
+    ui_->pauseButton->setAccessibleName(paused ? u"继 续"_s : u"暂 停"_s);
     showFigures();
 }
 
