@@ -74,21 +74,21 @@ void RestoreDesk::tellDone(const CopyChoice& choice, const QString& settings) co
         u"。\n\n换下来的数据另存了一份，要换回来，再选“数据 / 恢复…”。"_s);
 }
 
-// Of a folder of elsewhere.
+// Of a folder of elsewhere, or of a copy of what a takeover has replaced: no other copy has any.
 QString RestoreDesk::bringSettings(const CopyChoice& choice, const ReadyStores& ready) const {
-    if (choice.elsewhere.isEmpty()) {
-        return {};
+    const Activity activity(choice.activity(),
+                            u"库已经换好，设置等文件没有带全，原来的文件夹里还有。"_s);
+    const QString from = choice.folder(copiesFolder(environment_.applicationFolder));
+    const QStringList files = bringUserFiles(from, environment_.applicationFolder, ready.kept);
+    if (!choice.elsewhere.isEmpty()) {
+        // Who has brought a code table along is not asked for the first start any more.
+        CodeTableSettings(environment_.interfaceIniPath()).setRefused();
     }
-    const QStringList files =
-        bringUserFiles(choice.elsewhere, environment_.applicationFolder, ready.kept);
-    // Who has brought a code table along is not asked for the first start any more.
-    CodeTableSettings(environment_.interfaceIniPath()).setRefused();
     if (!files.isEmpty()) {
         return u"，还有 %1 个设置、草稿等文件：%2。设置在下次启动时生效"_s.arg(files.size())
             .arg(files.join(u'、'));
     }
-    return userFileWords(choice.elsewhere).isEmpty() ? QString()
-                                                     : u"。那里的设置等文件和这里的一样"_s;
+    return userFileWords(from).isEmpty() ? QString() : u"。那里的设置等文件和这里的一样"_s;
 }
 
 QCoro::Task<QString> RestoreDesk::obstacle(std::stop_token stop) {

@@ -7,6 +7,7 @@
 #include "base/short_amounts.h"
 #include "base/values.h"
 #include "base/worker.h"
+#include "exchange/user_files.h"
 #include "grid/table_columns.h"
 #include "ui_form_restore.h"
 
@@ -46,8 +47,9 @@ QString faultWords(const StoreContents& contents) {
     return words.join(u'，');
 }
 
+// `files` are the user's files that the copy has, as after a takeover.
 QString question(const CopyChoice& choice, const StoreContents& present,
-                 const StoreContents& copied) {
+                 const StoreContents& copied, const QStringList& files) {
     QStringList swaps;
     QStringList stays;
     StoreContents lost;
@@ -62,6 +64,7 @@ QString question(const CopyChoice& choice, const StoreContents& present,
     }
     QString text = u"确实要用备份 "_s + choice.copy + u" 换掉现在的"_s + wordsOf(choice.stores) +
                    u"吗?\n\n"_s + (swaps + stays).join(u"\n\n"_s) +
+                   (files.isEmpty() ? QString() : u"\n\n也换回来："_s + files.join(u'、')) +
                    u"\n\n现在的数据先另存一份，还可以在这个窗口里换回来。"_s;
     const QList<CopiedStore> gone = unreadableOf(lost);
     if (!gone.isEmpty()) {
@@ -208,7 +211,8 @@ QCoro::Task<> FormRestore::ask(std::stop_token stop) {
         return contentsOf(allCopied, stores, Look::quick);
     };
     const StoreContents present = co_await inWorker(job, stop);
-    const bool wanted = co_await environment_.dialogs.ask(stop, question(chosen, present, copied));
+    const QString text = question(chosen, present, copied, userFileWords(chosen.folder(folder_)));
+    const bool wanted = co_await environment_.dialogs.ask(stop, text);
     if (wanted) {
         emit agreed(chosen);
     }
@@ -220,8 +224,7 @@ QCoro::Task<bool> FormRestore::isWhole(CopyChoice chosen, std::stop_token stop) 
     ui_->unreadable->setText(u"正在检查备份…"_s);
     const auto end = qScopeGuard([this] { showMarked(); });
     const auto job = [stores = environment_.stores, folder = folder_, chosen](const auto&) {
-        return contentsOf(chosen.stores, storesOfCopy(stores, folder + chosen.copy + u'/'),
-                          Look::whole);
+        return contentsOf(chosen.stores, storesOfCopy(stores, chosen.folder(folder)), Look::whole);
     };
     const StoreContents found = co_await inWorker(job, stop);
     contents_[row - 1].insert(found);

@@ -129,6 +129,10 @@ bool takePlace(const StoreFile& store, const QString& folder) {
 
 }  // namespace
 
+QString CopyChoice::folder(const QString& copies) const {
+    return elsewhere.isEmpty() ? copies + copy + u'/' : elsewhere;
+}
+
 QString CopyChoice::activity() const {
     return elsewhere.isEmpty() ? restoring : u"接管文件夹"_s;
 }
@@ -145,8 +149,7 @@ QString CopyChoice::logged() const {
 ReadyStores prepareRestore(const Stores& stores, const QString& folder, const CopyChoice& choice,
                            const QDateTime& now, ExchangeWork& work) {
     const Activity activity(choice.activity(), untouched);
-    const Stores copied = storesOfCopy(
-        stores, choice.elsewhere.isEmpty() ? folder + choice.copy + u'/' : choice.elsewhere);
+    const Stores copied = storesOfCopy(stores, choice.folder(folder));
     ExchangeSteps steps(work);
     for (const CopiedStore store : choice.stores) {
         requireUsable(store, fileOf(copied, store), choice);

@@ -19,6 +19,8 @@ struct CopyChoice {
     // Of that folder, what can't be read and so doesn't come along: 文章库不能读取（已损坏）
     QStringList leftBehind = {};
 
+    // Where it lies, of the folder of all copies.
+    QString folder(const QString& copies) const;
     // 恢复数据, 接管文件夹
     QString activity() const;
     // 备份 2026-11-24, 文件夹 /media/disk/guanchaotai/

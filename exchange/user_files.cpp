@@ -3,7 +3,6 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
-#include "base/activity.h"
 #include "base/files.h"
 #include "store/application_folder.h"
 
@@ -71,8 +70,6 @@ QStringList userFileWords(const QString& folder) {
 }
 
 QStringList bringUserFiles(const QString& from, const QString& own, const QString& kept) {
-    const Activity activity(u"接管文件夹"_s,
-                            u"库已经换好，设置等文件没有带全，原来的文件夹里还有。"_s);
     QStringList brought;
     for (const QString& name : userFilesIn(from)) {
         const QByteArray content = contentOfFile(from + name);

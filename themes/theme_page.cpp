@@ -69,6 +69,7 @@ void ThemePage::setUpGrids() {
                            Grid{*ui_->MSHFlexGrid2, articles_, u"还没有这个主题的文章"_s},
                            Grid{*ui_->MSHFlexGrid3, monitors_, u"还没有监控"_s}}) {
         it.view.setGrid(it.grid);
+        it.view.fillWithLastColumn();
         it.view.setSortable({u"日期"_s, u"时间"_s});
         it.view.allowExport(environment_.dialogs, environment_.failures);
         it.view.setHint(it.hint);

@@ -98,9 +98,9 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
         there.addMember(theme, u"SH600519"_s);
     }
     writeFile(there.stores.article.path, "ruined");
-    for (const QString& folder : {store_.folder(), there.folder()}) {
-        writeFile(folder + u"caijiqi.ini"_s, "[search]\n");
-    }
+    const QString settings = store_.folder() + u"caijiqi.ini"_s;
+    writeFile(settings, "[search]\n");
+    writeFile(there.folder() + u"caijiqi.ini"_s, "[pace]\n");
     const KeptLog log(LogKind::run);
     dialogs_.answer = true;
     for (const QString& picked : {store_.folder(), there.folder()}) {
@@ -110,7 +110,7 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
     }
     EXPECT_TRUE(dialogs_.done.value(0).startsWith(
         u"已接管文件夹 "_s + there.folder() +
-        u" 的主题库、采集库。那里的设置等文件和这里的一样。"_s
+        u" 的主题库、采集库，还有 1 个设置、草稿等文件：caijiqi.ini。设置在下次启动时生效。"_s
         u"那里的文章库不能读取（已损坏，或者密码不对），没有换。"_s))
         << dialogs_.done.value(0).toStdString();
     EXPECT_TRUE(log.lines.last().endsWith(
@@ -122,7 +122,16 @@ TEST_F(StartQuestionsTest, AFolderThatIsTakenOverShowsAtOnceAndCanBeTakenBack) {
         << "the next start doesn't ask";
     trigger(u"开始使用"_s);
     child<QPushButton>(shownWindow<StartPage>(), u"restore"_s)->click();
-    EXPECT_TRUE(shownWindow<FormRestore>());
+    const QString copy = QDir(store_.folder() + u"备份"_s).entryList({u"* 恢复前"_s}).value(0);
+    for (const QString& told : {u"，还有 1 个设置"_s, u"。那里的设置等文件和这里的一样"_s}) {
+        clock_.moment = clock_.moment.addSecs(1);
+        dialogs_.done.clear();
+        trigger(u"恢复"_s);
+        emit shownWindow<FormRestore>()->agreed({copy, {CopiedStore::main}});
+        until([this] { return !dialogs_.done.isEmpty(); });
+        EXPECT_TRUE(holds(dialogs_.done.value(0), told));
+    }
+    EXPECT_EQ(contentOf(settings), "[search]\n");
     EXPECT_EQ(failures_.texts, QStringList());
 }
 
