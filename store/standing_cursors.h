@@ -1,5 +1,6 @@
-// Which connections stand on a row of their store. Such a one keeps writers out: a second connection
-// of its thread would wait behind a writer that waits for the first, and neither would go on.
+// Which connections stand on a row of their store. Such a one keeps writers out: a second
+// connection of its thread would wait behind a writer that waits for the first, and neither would
+// go on.
 #pragma once
 
 struct sqlite3;
