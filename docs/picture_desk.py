@@ -3,7 +3,7 @@ show in every window, a clock that stands at the same moment in every run, and w
 
 import shutil
 
-from desk import DAY, FAKETIME, Desk, Market, run
+from desk import DAY, FAKETIME, Desk, Market, add_program, run
 
 MAIN = "dzhzhuti.mzdat"
 ARTICLES = "wenzhang.mzdat"
@@ -88,7 +88,7 @@ class PictureDesk(Desk):
         shutil.copy(self.data / "主题txt文件示例.txt", self.exports / "主题投资.txt")
 
     def copy_programs(self):
-        shutil.copy(self.collector, self.application)
+        add_program(self.collector, self.application / "caijiqi")
         browser = self.build / "app/libguanchao_browser.so"
         if browser.exists():
             shutil.copy(browser, self.application)

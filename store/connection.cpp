@@ -192,7 +192,6 @@ void Connection::Close::operator()(sqlite3* handle) const {
 Connection::Connection(const QString& path, const QString& key) : path_(path) {
     handle_.reset(openHandle(path));
     noteConnection(handle());
-    Q_ASSERT_X(!isReadHere(handle()), "Connection", "a cursor of this thread stands on a row");
     sqlite3_busy_handler(handle(), waitForStore, handle());
     giveKey(*this, key);
     registerDialect(handle());

@@ -26,27 +26,28 @@ bool standsOnARow(sqlite3* connection) {
     return statement;
 }
 
+bool isReadHere(sqlite3* connection) {
+    const QByteArrayView file = fileOf(connection);
+    for (auto it = threads.cbegin(); it != threads.cend(); ++it) {
+        if (it.value() == std::this_thread::get_id() && fileOf(it.key()) == file &&
+            standsOnARow(it.key())) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 void noteConnection(sqlite3* connection) {
     const std::scoped_lock lock(mutex);
+    Q_ASSERT_X(!isReadHere(connection), "Connection", "a cursor of this thread stands on a row");
     threads.insert(connection, std::this_thread::get_id());
 }
 
 void forgetConnection(sqlite3* connection) {
     const std::scoped_lock lock(mutex);
     threads.remove(connection);
-}
-
-bool isReadHere(sqlite3* connection) {
-    const std::scoped_lock lock(mutex);
-    for (auto it = threads.cbegin(); it != threads.cend(); ++it) {
-        if (it.value() == std::this_thread::get_id() && it.key() != connection &&
-            fileOf(it.key()) == fileOf(connection) && standsOnARow(it.key())) {
-            return true;
-        }
-    }
-    return false;
 }
 
 }  // namespace guanchao

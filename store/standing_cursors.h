@@ -7,11 +7,9 @@ struct sqlite3;
 
 namespace guanchao {
 
-// Of this thread, until it is forgotten.
+// Of this thread, until it is forgotten. Asserts that no other connection of the thread stands on a
+// row of the same file.
 void noteConnection(sqlite3* connection);
 void forgetConnection(sqlite3* connection);
-
-// Whether another connection of this thread stands on a row of the same file.
-bool isReadHere(sqlite3* connection);
 
 }  // namespace guanchao
